@@ -1,0 +1,99 @@
+// The embedded font tool: a FontTool, and the step that carries it, working on grey images that the program hands it and
+// keeping fonts as files in the jobs folder.
+#pragma once
+
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "base/JobFolder.h"
+#include "engine/GreyImage.h"
+#include "tool/FontTool.h"
+#include "tool/Step.h"
+
+namespace dravik {
+
+// A found character: its box in image pixels, right and bottom exclusive, and the line that it stands in, from 0.
+// Found characters are in reading order, line by line.
+struct FoundCharacter {
+    int left = 0;
+    int top = 0;
+    int right = 0;
+    int bottom = 0;
+    int line = 0;
+};
+
+// A character as the trained font reads it.
+struct ReadCharacter {
+    FoundCharacter place;
+    std::string character;   // the font's best answer
+    double confidence = 0;   // 0 to 1
+};
+
+// What summary() tells of a font file without making it current.
+struct FontSummary {
+    std::string name;
+    CharacterSet characterSet;
+    int samples = 0;         // committed
+    bool trained = false;
+};
+
+class EmbeddedTool : public FontTool, public Step {
+  public:
+    // Works in the given jobs folder, which is made when a font is first written. With `remembersFont` the step's
+    // selected font is kept in the jobs folder and is there again at the next start.
+    explicit EmbeddedTool(JobFolder folder, bool remembersFont = false);
+    ~EmbeddedTool() override;
+
+    // Step
+    std::string programIdentifier() override;
+    double datum(const std::string& name) override;
+    FontTool& fontTool() override { return *this; }
+
+    // The current image; an empty one is none. Characters are found when they are first asked for.
+    void setImage(GreyImage image);
+    const GreyImage& image() const;
+    // The characters found in the current image.
+    const std::vector<FoundCharacter>& found();
+    // The current image read with the current font; empty when the font is not trained or nothing is found.
+    std::vector<ReadCharacter> read();
+    // Name of the current font, nothing when none is loaded.
+    std::optional<std::string> currentFont() const;
+    bool isTrained() const;
+    // Reads a font file's summary; raises Failure that names the file and the problem.
+    FontSummary summary(const std::string& name);
+
+    // FontTool
+    void LoadFont(const std::string& name) override;
+    void CreateFont(const std::string& name) override;
+    void DeleteFont(const std::string& name) override;
+    void RenameFont(const std::string& newName, const std::string& existingName) override;
+    void DuplicateFont(const std::string& newName, const std::string& existingName) override;
+    void SetCharacterSet(const CharacterSet& set) override;
+    void IncludeSamples(const std::string& expectedText) override;
+    void CommitNewSamples() override;
+    void SetTrainTimeout(std::int32_t seconds) override;
+    void StartTraining() override;
+    void SaveFont(const std::string& name) override;
+    void RevertFont(const std::string& name) override;
+    std::vector<std::string> GetFontList() override;
+    CharacterSet GetCharacterSet() override;
+    std::int32_t GetTrainTimeout() override;
+    bool IsTrainingDone() override;
+    float GetRmsError() override;
+    bool IsTrainingAborted() override;
+    std::int32_t GetTrainCycles() override;
+    void StopTraining() override;
+    std::vector<std::string> GetUncommittedSamples() override;
+    void DeleteSample(std::int32_t identifier) override;
+    using FontTool::GetSampleData;
+    RecordTablePtr GetSampleData(std::span<const std::int32_t> selectors,
+                                 std::span<const std::int16_t> fields) override;
+
+  private:
+    struct State;
+    std::unique_ptr<State> state_;
+};
+
+}  // namespace dravik
