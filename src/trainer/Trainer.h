@@ -1,0 +1,68 @@
+// The stand-alone program without its windows: the training screen bound to the embedded tool, the opened parts beside
+// it, the labels that an include would give, and what the current font reads.
+#pragma once
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "base/JobFolder.h"
+#include "engine/EmbeddedTool.h"
+#include "shell/DravikDlg.h"
+#include "trainer/OpenedParts.h"
+#include "widgets/Platform.h"
+#include "widgets/Signal.h"
+
+namespace dravik {
+
+// A found character with the label that the typed text gives it; "" where the text is too short.
+struct LabelledCharacter {
+    FoundCharacter place;
+    std::string label;
+};
+
+// What the current font reads in the current image, line by line.
+struct Reading {
+    std::vector<std::vector<ReadCharacter>> lines;
+    bool available = false;  // a trained font is loaded and an image is open
+    std::string note;        // why there is nothing to read, in words; "" when there is
+};
+
+// Characters read with less confidence than this are marked as weak.
+constexpr double kWeakConfidence = 0.6;
+
+class Trainer {
+  public:
+    // The platform outlives the trainer. With `remembersFont` the font of the last session is loaded at once.
+    Trainer(Platform& platform, JobFolder folder, ImageDecoder decoder, bool remembersFont);
+    ~Trainer();
+
+    DravikDlg& control() noexcept;
+    EmbeddedTool& tool() noexcept;
+    OpenedParts& parts() noexcept;
+    const JobFolder& folder() const noexcept;
+
+    // Found characters of the current image with the labels of the text typed for Include.
+    const std::vector<LabelledCharacter>& preview() const noexcept;
+    // How many typed characters have no character in the image (negative: how many found ones have no label); 0 when
+    // they match or nothing is typed.
+    int mismatch() const noexcept;
+    // The same in words for the operator, e.g. "12 characters found, 11 typed".
+    std::string previewText() const;
+
+    const Reading& reading() const noexcept;
+
+    // "ocrb* - Dravik Trainer": the font, a star while it has unsaved changes, the program; just the program's name
+    // while no font is loaded.
+    std::string title() const;
+
+    Signal<> previewChanged;
+    Signal<> readingChanged;
+    Signal<> titleChanged;
+
+  private:
+    struct Parts;
+    std::unique_ptr<Parts> parts_;
+};
+
+}  // namespace dravik
