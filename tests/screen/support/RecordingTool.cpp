@@ -1,0 +1,242 @@
+#include "screen/support/RecordingTool.h"
+
+#include <algorithm>
+
+#include "base/Text.h"
+
+namespace dravik::test {
+namespace {
+
+std::string joined(const auto& values) {
+    std::string text;
+    for (const auto& value : values) text += (text.empty() ? "" : ",") + std::to_string(value);
+    return text;
+}
+
+std::vector<Cell> headings(int columns) {
+    std::vector<Cell> row;
+    for (int i = 0; i < columns; ++i) row.emplace_back("H" + std::to_string(i));
+    return row;
+}
+
+// `before` are the columns in front of the features.
+std::vector<Cell> recordRow(std::vector<Cell> before, const Features& features) {
+    before.insert(before.end(), features.begin(), features.end());
+    return before;
+}
+
+double code(const std::string& character) {
+    return codeOf(character);
+}
+
+void addSampleRows(std::vector<std::vector<Cell>>& rows, const std::vector<SampleRecord>& samples,
+                   SampleKind kind) {
+    if (rows.empty() && !samples.empty()) rows.push_back(headings(5 + kFeatureCount));
+    std::int32_t index = 0;
+    for (const auto& sample : samples)
+        rows.push_back(recordRow({static_cast<double>(sampleIdentifier(kind, index++)),
+                                  code(sample.character), sample.distance, 0.0, 0.0},
+                                 sample.features));
+}
+
+void addCharacterRows(std::vector<std::vector<Cell>>& rows, const std::vector<CharacterRecord>& characters) {
+    if (rows.empty() && !characters.empty()) rows.push_back(headings(4 + kFeatureCount));
+    std::int32_t index = 0;
+    for (const auto& record : characters)
+        rows.push_back(recordRow({static_cast<double>(sampleIdentifier(SampleKind::Trained, index++)),
+                                  code(record.character), static_cast<double>(record.trained), 0.0},
+                                 record.features));
+}
+
+}  // namespace
+
+Cell CellTable::cell(int row, int column) const {
+    if (row < 0 || row > upperRow() || column < 0) throw Failure(RuntimeError::SubscriptOutOfRange);
+    const auto& cells = rows_[static_cast<std::size_t>(row)];
+    if (static_cast<std::size_t>(column) >= cells.size()) throw Failure(RuntimeError::SubscriptOutOfRange);
+    return cells[static_cast<std::size_t>(column)];
+}
+
+std::vector<std::string> RecordingTool::changes() const {
+    std::vector<std::string> result;
+    for (const auto& call : calls)
+        if (!call.starts_with("Get") && !call.starts_with("Is")) result.push_back(call);
+    return result;
+}
+
+int RecordingTool::count(const std::string& call) const {
+    return static_cast<int>(std::count(calls.begin(), calls.end(), call));
+}
+
+void RecordingTool::failAt(const std::string& operation, std::int32_t number, const std::string& text) {
+    failures_.insert_or_assign(operation, Failure(number, text));
+}
+
+void RecordingTool::addCommitted(const std::string& character, std::vector<double> distances) {
+    for (const double distance : distances) committed.push_back({character, distance, {}});
+}
+
+void RecordingTool::train() {
+    trained.clear();
+    for (const auto& character : characterSet) {
+        CharacterRecord record{character, 0, {}};
+        for (const auto& sample : committed) {
+            if (sample.character != character) continue;
+            ++record.trained;
+            record.features = sample.features;
+        }
+        trained.push_back(record);
+    }
+}
+
+void RecordingTool::record(const std::string& operation, const std::string& arguments) {
+    calls.push_back(operation + "(" + arguments + ")");
+    if (onCall) onCall(calls.back());
+    if (const auto failure = failures_.find(operation); failure != failures_.end()) throw failure->second;
+}
+
+double RecordingTool::datum(const std::string& name) {
+    if (const auto found = data.find(name); found != data.end()) return found->second;
+    throw Failure(RuntimeError::InvalidProcedureCall);
+}
+
+void RecordingTool::LoadFont(const std::string& name) {
+    record("LoadFont", name);
+    currentFont = name;
+}
+
+void RecordingTool::CreateFont(const std::string& name) {
+    record("CreateFont", name);
+    if (std::find(fonts.begin(), fonts.end(), name) == fonts.end()) fonts.push_back(name);
+}
+
+void RecordingTool::DeleteFont(const std::string& name) {
+    record("DeleteFont", name);
+    std::erase(fonts, name);
+}
+
+void RecordingTool::RenameFont(const std::string& newName, const std::string& existingName) {
+    record("RenameFont", newName + "," + existingName);
+    std::replace(fonts.begin(), fonts.end(), existingName, newName);
+}
+
+void RecordingTool::DuplicateFont(const std::string& newName, const std::string& existingName) {
+    record("DuplicateFont", newName + "," + existingName);
+    fonts.push_back(newName);
+}
+
+void RecordingTool::SetCharacterSet(const CharacterSet& set) {
+    std::string arguments;
+    for (std::size_t i = 0; i < set.size(); ++i) arguments += (i == 0 ? "" : ",") + set[i];
+    record("SetCharacterSet", arguments);
+    characterSet.clear();
+    for (const auto& character : set)
+        if (!character.empty()) characterSet.push_back(character);
+}
+
+void RecordingTool::IncludeSamples(const std::string& expectedText) {
+    record("IncludeSamples", expectedText);
+    if (image) {
+        uncommitted.insert(uncommitted.end(), image->begin(), image->end());
+        return;
+    }
+    for (const auto& character : characters(expectedText)) uncommitted.push_back({character, 0, {}});
+}
+
+void RecordingTool::CommitNewSamples() {
+    record("CommitNewSamples");
+    committed.insert(committed.end(), uncommitted.begin(), uncommitted.end());
+    uncommitted.clear();
+}
+
+void RecordingTool::SetTrainTimeout(std::int32_t seconds) {
+    record("SetTrainTimeout", std::to_string(seconds));
+    timeout = seconds;
+}
+
+void RecordingTool::StartTraining() {
+    record("StartTraining");
+}
+void RecordingTool::SaveFont(const std::string& name) {
+    record("SaveFont", name);
+}
+void RecordingTool::RevertFont(const std::string& name) {
+    record("RevertFont", name);
+}
+
+std::vector<std::string> RecordingTool::GetFontList() {
+    record("GetFontList");
+    return fonts;
+}
+
+CharacterSet RecordingTool::GetCharacterSet() {
+    record("GetCharacterSet");
+    return characterSet;
+}
+
+std::int32_t RecordingTool::GetTrainTimeout() {
+    record("GetTrainTimeout");
+    return timeout;
+}
+
+bool RecordingTool::IsTrainingDone() {
+    record("IsTrainingDone");
+    return trainingDone;
+}
+
+float RecordingTool::GetRmsError() {
+    record("GetRmsError");
+    return rmsError;
+}
+
+bool RecordingTool::IsTrainingAborted() {
+    record("IsTrainingAborted");
+    return trainingAborted;
+}
+
+std::int32_t RecordingTool::GetTrainCycles() {
+    record("GetTrainCycles");
+    return cycles;
+}
+
+void RecordingTool::StopTraining() {
+    record("StopTraining");
+}
+
+std::vector<std::string> RecordingTool::GetUncommittedSamples() {
+    record("GetUncommittedSamples");
+    std::vector<std::string> result;
+    for (const auto& sample : uncommitted) result.push_back(sample.character);
+    return result;
+}
+
+void RecordingTool::DeleteSample(std::int32_t identifier) {
+    record("DeleteSample", std::to_string(identifier));
+    const auto kind = static_cast<SampleKind>(identifier / kKindFactor);
+    const auto index = identifier % kKindFactor;
+    auto* samples = kind == SampleKind::Committed     ? &committed
+                    : kind == SampleKind::Uncommitted ? &uncommitted
+                                                      : nullptr;
+    if (samples && static_cast<std::size_t>(index) < samples->size()) {
+        samples->erase(samples->begin() + index);
+    } else if (noSuchSample) {
+        throw Failure(*noSuchSample);
+    }
+}
+
+RecordTablePtr RecordingTool::GetSampleData(std::span<const std::int32_t> selectors,
+                                            std::span<const std::int16_t> fields) {
+    record("GetSampleData", joined(selectors) + ";" + joined(fields));
+    if (selectors.size() == 1)
+        if (const auto answer = answers.find(selectors.front()); answer != answers.end())
+            return answer->second;
+    std::vector<std::vector<Cell>> rows;
+    for (const auto selector : selectors) {
+        if (selector == kAllTrained) addCharacterRows(rows, trained);
+        if (selector == kAllUncommitted) addSampleRows(rows, uncommitted, SampleKind::Uncommitted);
+        if (selector == kAllCommitted) addSampleRows(rows, committed, SampleKind::Committed);
+    }
+    return rows.empty() ? nullptr : std::make_shared<CellTable>(std::move(rows));
+}
+
+}  // namespace dravik::test

@@ -1,0 +1,87 @@
+#include "screen/support/ScriptedPlatform.h"
+
+#include <gtest/gtest.h>
+
+#include "base/Failure.h"
+
+namespace dravik::test {
+
+PoppedItem PoppedMenu::item(const std::string& itemName) const {
+    for (const auto& item : items)
+        if (item.name == itemName) return item;
+    ADD_FAILURE() << "menu " << name << " has no item " << itemName;
+    return {};
+}
+
+ScriptedPlatform::~ScriptedPlatform() {
+    EXPECT_TRUE(boxAnswers.empty()) << boxAnswers.size() << " message boxes were expected and never shown";
+    EXPECT_TRUE(menuPicks.empty()) << menuPicks.size() << " menu picks were expected and never asked for";
+    EXPECT_EQ(busyDepth, 0) << "the pointer was left busy";
+}
+
+Answer ScriptedPlatform::messageBox(const MessageBox& box) {
+    boxes.push_back(box);
+    if (boxAnswers.empty()) {
+        ADD_FAILURE() << "unexpected message box \"" << box.title << "\": " << box.text;
+        switch (box.buttons) {
+            case MessageBox::Buttons::Ok:
+                return Answer::Ok;
+            case MessageBox::Buttons::YesNo:
+                return Answer::No;
+            case MessageBox::Buttons::YesNoCancel:
+                return Answer::Cancel;
+        }
+    }
+    const auto answer = boxAnswers.front();
+    boxAnswers.pop_front();
+    return answer;
+}
+
+void ScriptedPlatform::showModal(Form& form) {
+    modalForms.push_back(form.name());
+    form.activate();
+    if (const auto handler = modalHandlers.find(form.name()); handler != modalHandlers.end()) {
+        handler->second(form);
+    } else {
+        ADD_FAILURE() << "unexpected modal form " << form.name();
+        form.unload();
+    }
+    if (!form.loaded()) return;
+    ADD_FAILURE() << "modal form " << form.name() << " was left open";
+    form.unload();
+}
+
+void ScriptedPlatform::show(Form& form) {
+    shown.push_back(form.name());
+    form.activate();
+}
+
+void ScriptedPlatform::popUpMenu(PopupMenu& menu, Widget& at, double x, double y) {
+    PoppedMenu popped{menu.name, at.name(), x, y, {}};
+    for (const auto& item : menu.items()) popped.items.push_back({item->name, item->caption, item->enabled});
+    menus.push_back(popped);
+    if (menuPicks.empty()) {
+        ADD_FAILURE() << "unexpected menu " << menu.name;
+        return;
+    }
+    const auto pick = menuPicks.front();
+    menuPicks.pop_front();
+    if (pick.empty()) return;
+    if (!popped.enabled(pick)) {
+        ADD_FAILURE() << "item " << pick << " of menu " << menu.name << " cannot be picked";
+        return;
+    }
+    menu.item(pick).click();
+}
+
+std::string ScriptedPlatform::fileDateText(const std::string& path) {
+    if (const auto date = fileDates.find(path); date != fileDates.end()) return date->second;
+    throw Failure(RuntimeError::FileNotFound);
+}
+
+void ScriptedPlatform::setBusy(bool busy) {
+    busyDepth += busy ? 1 : -1;
+    if (busy) ++busyTimes;
+}
+
+}  // namespace dravik::test

@@ -1,0 +1,70 @@
+// A platform whose answers a test writes down in advance and which records what was asked of it. A question
+// that nobody expected fails the test, and so does an answer that was never fetched.
+#pragma once
+
+#include <deque>
+#include <functional>
+#include <map>
+#include <string>
+#include <vector>
+
+#include "widgets/Platform.h"
+
+namespace dravik::test {
+
+struct PoppedItem {
+    std::string name;
+    std::string caption;
+    bool enabled = false;
+};
+
+struct PoppedMenu {
+    std::string name;
+    std::string at;  // the widget's name
+    double x = 0;
+    double y = 0;
+    std::vector<PoppedItem> items;
+
+    // Fails the test and returns an empty item for an unknown name.
+    PoppedItem item(const std::string& itemName) const;
+    bool enabled(const std::string& itemName) const { return item(itemName).enabled; }
+};
+
+class ScriptedPlatform : public Platform {
+  public:
+    ~ScriptedPlatform() override;
+
+    // The answers of the message boxes to come, in order.
+    std::deque<Answer> boxAnswers;
+    std::vector<MessageBox> boxes;
+
+    // What the operator does in the modal form of that name; the form must be unloaded when it returns.
+    std::map<std::string, std::function<void(Form&)>> modalHandlers;
+    std::vector<std::string> modalForms;
+
+    // Names of the forms shown, once for each call.
+    std::vector<std::string> shown;
+
+    // The items picked in the menus to come, in order; "" closes a menu without a pick.
+    std::deque<std::string> menuPicks;
+    std::vector<PoppedMenu> menus;
+
+    std::string clipboard;
+    std::map<std::string, std::string> fileDates;  // by path
+    std::string date = "11/21/2026";
+    std::string time = "3:04:05 PM";
+    int busyDepth = 0;
+    int busyTimes = 0;  // how often the pointer became busy
+
+    Answer messageBox(const MessageBox& box) override;
+    void showModal(Form& form) override;
+    void show(Form& form) override;
+    void popUpMenu(PopupMenu& menu, Widget& at, double x, double y) override;
+    void setClipboardText(const std::string& text) override { clipboard = text; }
+    std::string fileDateText(const std::string& path) override;
+    std::string dateText() override { return date; }
+    std::string timeText() override { return time; }
+    void setBusy(bool busy) override;
+};
+
+}  // namespace dravik::test
