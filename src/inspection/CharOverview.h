@@ -1,0 +1,48 @@
+// The character overview: 74 cells coloured by how many samples each character was trained with.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "inspection/InspectionControls.h"
+#include "samples/SampleCounts.h"
+#include "support/modErrors.h"
+#include "tool/ToolBinding.h"
+
+namespace dravik {
+
+class CharOverview {
+  public:
+    CharOverview(const ToolBinding& tool, modErrors& errors, OverviewControls& controls, GridControls& numeric,
+                 SampleCounts& counts);
+
+    // Repaints every cell from the character set and the trained counts.
+    void UpdateCharDisplay();
+    // Repaints the cells of the font's characters by trained count.
+    void UpdateTrainStatus();
+    // Shows the cells, or the samples grid in their place.
+    void SetGraphicalView(bool bGraphical);
+    // Rebuilds FontArray from the font's character records; an empty answer keeps the previous one.
+    void SetFontArray();
+    // The hovered cell's tool tip.
+    void lblChar_MouseMove(Label& cell);
+    // Colours the legend.
+    void InitColorKey();
+
+    // The characters of the current font in the tool's order.
+    const std::vector<std::string>& FontArray() const noexcept { return fontArray_; }
+    // Raises Subscript out of range (9) while FontArray was never filled.
+    const std::string& firstOfFontArray() const;
+
+    OverviewControls& controls() noexcept { return controls_; }
+
+  private:
+    const ToolBinding& tool_;
+    modErrors& errors_;
+    OverviewControls& controls_;
+    GridControls& numeric_;
+    SampleCounts& counts_;
+    std::vector<std::string> fontArray_;
+};
+
+}  // namespace dravik

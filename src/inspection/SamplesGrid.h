@@ -1,0 +1,40 @@
+// The samples grid: the committed samples, the uncommitted ones or the character records, a row each.
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+#include "inspection/InspectionControls.h"
+#include "support/modErrors.h"
+#include "tool/ToolBinding.h"
+
+namespace dravik {
+
+class SamplesGrid {
+  public:
+    SamplesGrid(const ToolBinding& tool, modErrors& errors, Platform& platform, GridControls& controls);
+
+    // Shows the records of the kind chosen in cboDisplay; an empty answer leaves the grid as it was.
+    void FillSamplesArray();
+
+    // Ctrl+Insert copies, Delete deletes.
+    void grid_KeyDown(int KeyCode, int Shift);
+    // A click on a heading: column 0 sorts by sample number, column 1 by character.
+    void sortByHeading();
+    // The selection to the clipboard: a tab behind every cell, CR LF behind every row.
+    void copySelection();
+    // Deletes the selected samples and refills. Every call names the same identifier: the tool moves the next sample
+    // into its place.
+    void deleteSelection();
+
+    GridControls& controls() noexcept { return controls_; }
+
+  private:
+    const ToolBinding& tool_;
+    modErrors& errors_;
+    Platform& platform_;
+    GridControls& controls_;
+    std::int16_t sortedByCharacter_ = 0;
+};
+
+}  // namespace dravik
