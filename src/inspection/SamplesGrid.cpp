@@ -1,5 +1,6 @@
 #include "inspection/SamplesGrid.h"
 
+#include <algorithm>
 #include <memory>
 #include <optional>
 #include <utility>
@@ -96,8 +97,8 @@ void SamplesGrid::copySelection() {
     const Grid& grid = controls_.grid;
     std::string text;
     if (grid.rows() > 1) {
-        const auto [top, bottom] = std::minmax(grid.row(), grid.rowSelection());
-        const auto [left, right] = std::minmax(grid.column(), grid.columnSelection());
+        const auto [top, bottom] = std::minmax({grid.row(), grid.rowSelection()});
+        const auto [left, right] = std::minmax({grid.column(), grid.columnSelection()});
         for (int row = top; row <= bottom; ++row) {
             for (int column = left; column <= right; ++column) text += grid.text(row, column) + "\t";
             text += "\r\n";

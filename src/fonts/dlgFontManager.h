@@ -1,0 +1,75 @@
+// The font manager: lists the tool's fonts, makes, renames, duplicates and deletes them, and lets the operator choose
+// one.
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+#include "fonts/dlgFontName.h"
+#include "fonts/dlgFontNew.h"
+#include "support/Procedure.h"
+#include "tool/FontTool.h"
+#include "widgets/Bars.h"
+#include "widgets/Form.h"
+#include "widgets/Label.h"
+#include "widgets/ListControls.h"
+
+namespace dravik {
+
+class dlgFontManager {
+  public:
+    explicit dlgFontManager(TraceLog& log);
+
+    Form& form() noexcept { return form_; }
+
+    // The tool must outlive the form's use of it.
+    void SetDravikTool(FontTool* tool) noexcept { tool_ = tool; }
+    // The list index to select when the form comes up; cut to the list.
+    void SetFontSelected(std::int16_t index) noexcept { selectedIndex_ = index; }
+    // The chosen name; "" unless the operator pressed Select.
+    std::string GetFontName() const;
+    // A font was made since the form last came up: it is now the tool's current one.
+    bool madeFont() const noexcept { return madeFont_; }
+
+    void RefreshFontList();
+    // True when a list entry equals the name, letter case aside.
+    bool FontExists(const std::string& name) const;
+
+  private:
+    static constexpr std::int16_t kRename = 1;
+    static constexpr std::int16_t kDuplicate = 2;
+
+    void lbFonts_Click();
+    void cmdNewFont_Click();
+    void cmdDeleteFont_Click();
+    void DoRenameDupFont(std::int16_t mode);
+    void OKButton_Click();
+    void CancelButton_Click();
+
+    FontTool& tool() const;
+    void showStatus(const std::string& text);
+    // Selects the last entry that equals the name exactly.
+    void selectFont(const std::string& name);
+
+    Form form_{"dlgFontManager", "Font Manager"};
+    StatusBar sbr{"sbr"};
+    Label LabelFont{"LabelFont", "Available Fonts"};
+    ListBox lbFonts{"lbFonts"};
+    Button cmdNewFont{"cmdNewFont", "New..."};
+    Button cmdRenameFont{"cmdRenameFont", "Rename"};
+    Button cmdDuplicateFont{"cmdDuplicateFont", "Duplicate"};
+    Button cmdDeleteFont{"cmdDeleteFont", "Delete"};
+    Button CancelButton{"CancelButton", "Cancel"};
+    Button OKButton{"OKButton", "Select"};
+
+    Procedures procedures_;
+    dlgFontNew fontNew_;
+    dlgFontName fontName_;
+    FontTool* tool_ = nullptr;
+    std::int16_t selectedIndex_ = 0;
+    std::string selectedName_;
+    bool chosen_ = false;
+    bool madeFont_ = false;
+};
+
+}  // namespace dravik

@@ -1,0 +1,42 @@
+#include "fonts/dlgFontName.h"
+
+#include "fonts/FontName.h"
+#include "fonts/MessageReport.h"
+
+namespace dravik {
+
+dlgFontName::dlgFontName(TraceLog& log) : procedures_(log, messageReport(log.platform())) {
+    form_.setLayout(column({
+        row({item(Label1), item(txtFontName).stretched().atLeast(3600)}),
+        row({space(), item(OKButton), item(CancelButton)}),
+    }));
+    form_.defaultButton = &OKButton;
+    form_.cancelButton = &CancelButton;
+    txtFontName.setAccessibleName("Name");
+
+    form_.loading.subscribe([this] { fontName_.clear(); });
+    form_.activated.subscribe([this] {
+        procedures_.run("dlgFontName.Form_Activate", "Form_Activate", [&] {
+            txtFontName.setFocus();
+            txtFontName.select(0, 1000);
+        });
+    });
+    OKButton.click.subscribe([this] { OKButton_Click(); });
+    CancelButton.click.subscribe([this] { CancelButton_Click(); });
+}
+
+void dlgFontName::OKButton_Click() {
+    procedures_.run("dlgFontName.OKButton_Click", "OKButton_Click", [&] {
+        fontName_ = CleanFontName(txtFontName.text());
+        form_.unload();
+    });
+}
+
+void dlgFontName::CancelButton_Click() {
+    procedures_.run("dlgFontName.CancelButton_Click", "CancelButton_Click", [&] {
+        fontName_.clear();
+        form_.unload();
+    });
+}
+
+}  // namespace dravik

@@ -1,0 +1,50 @@
+// A training run: started, polled ten times a second, stopped, and its result saved or reverted.
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <string>
+
+#include "inspection/CharOverview.h"
+#include "samples/SampleControls.h"
+#include "support/modErrors.h"
+#include "tool/ToolBinding.h"
+#include "training/FontSelection.h"
+#include "training/TrainingControls.h"
+
+namespace dravik {
+
+class TrainingRun {
+  public:
+    TrainingRun(ToolBinding& tool, modErrors& errors, Platform& platform, TrainingControls& controls,
+                FontControls& font, SampleControls& sample, CharOverview& overview, FontSelection& selection);
+
+    void cboTimeout_Click();
+    // Shows the tool's time limit in the list; one that the list does not have becomes a minute.
+    void GetTrainTimeout();
+    void cmdTrain_Click();
+    void SetTrainState(bool training);
+    void tmrTrain_Timer();
+    void cmdStop_Click();
+    void cmdRevert_Click();
+    void SaveFont();
+
+    // Wired by the shell: the click of Include.
+    std::function<void()> cmdInclude_Click;
+
+  private:
+    ToolBinding& tool_;
+    modErrors& errors_;
+    Platform& platform_;
+    TrainingControls& controls_;
+    FontControls& font_;
+    SampleControls& sample_;
+    CharOverview& overview_;
+    FontSelection& selection_;
+
+    double elapsedSeconds_ = 0;
+    std::int32_t trainingTimeout_ = 0;  // seconds
+    std::string lastStatusText_;
+};
+
+}  // namespace dravik
