@@ -1,0 +1,51 @@
+#include "trainer/Arguments.h"
+
+#include <algorithm>
+
+namespace dravik {
+
+std::optional<std::string> Arguments::option(std::string_view name) const {
+    const auto found = options.find(name);
+    return found == options.end() ? std::nullopt : std::optional(found->second);
+}
+
+Arguments parseArguments(const std::vector<std::string>& arguments, const std::vector<std::string>& known) {
+    Arguments result;
+    const auto isKnown = [&](const std::string& name) {
+        return std::find(known.begin(), known.end(), name) != known.end();
+    };
+    bool onlyOperands = false;
+    for (std::size_t i = 0; i < arguments.size(); ++i) {
+        const auto& argument = arguments[i];
+        if (onlyOperands || argument.size() < 2 || argument[0] != '-') {
+            result.operands.push_back(argument);
+            continue;
+        }
+        if (argument == "--") {
+            onlyOperands = true;
+            continue;
+        }
+        if (argument == "--help" || argument == "-h") {
+            result.wantsHelp = true;
+            continue;
+        }
+        const auto equals = argument.find('=');
+        const auto name = argument.substr(0, equals);
+        if (!isKnown(name)) {
+            result.problem = "unknown option " + name;
+            return result;
+        }
+        const bool separate = equals == std::string::npos;
+        if (separate && (i + 1 == arguments.size() || isKnown(arguments[i + 1]))) {
+            result.problem = "option " + name + " needs a value";
+            return result;
+        }
+        if (!result.options.emplace(name, separate ? arguments[++i] : argument.substr(equals + 1)).second) {
+            result.problem = "option " + name + " is given twice";
+            return result;
+        }
+    }
+    return result;
+}
+
+}  // namespace dravik

@@ -1,0 +1,26 @@
+// The arguments of one headless command, taken apart: options with a value each, and operands.
+#pragma once
+
+#include <map>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace dravik {
+
+struct Arguments {
+    // The value of an option, nothing when it is not given.
+    std::optional<std::string> option(std::string_view name) const;
+
+    std::map<std::string, std::string, std::less<>> options;  // by name, as in "--font"
+    std::vector<std::string> operands;
+    bool wantsHelp = false;
+    std::string problem;  // what is wrong, "" when nothing is
+};
+
+// "--name value" and "--name=value" are the same; after "--" everything is an operand. Only the options named
+// are known.
+Arguments parseArguments(const std::vector<std::string>& arguments, const std::vector<std::string>& known);
+
+}  // namespace dravik

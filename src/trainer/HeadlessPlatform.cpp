@@ -1,0 +1,80 @@
+#include "trainer/HeadlessPlatform.h"
+
+#include <array>
+#include <chrono>
+#include <ctime>
+#include <system_error>
+#include <utility>
+
+#include "base/Failure.h"
+#include "trainer/FilePath.h"
+
+namespace dravik {
+namespace {
+
+using SystemClock = std::chrono::system_clock;
+
+std::string localText(SystemClock::time_point time, const char* form) {
+    const auto seconds = SystemClock::to_time_t(time);
+    std::array<char, 32> text{};
+    const auto* local = std::localtime(&seconds);
+    return local ? std::string(text.data(), std::strftime(text.data(), text.size(), form, local))
+                 : std::string();
+}
+
+Answer answerTo(const MessageBox& box) {
+    switch (box.buttons) {
+        case MessageBox::Buttons::Ok:
+            return Answer::Ok;
+        case MessageBox::Buttons::YesNo:
+        case MessageBox::Buttons::YesNoCancel:
+            break;
+    }
+    return box.title == "Warning: Invalid Characters" ? Answer::Yes : Answer::No;
+}
+
+}  // namespace
+
+void HeadlessPlatform::script(const std::string& formName, std::function<void(Form&)> steps) {
+    scripts_[formName] = std::move(steps);
+}
+
+Answer HeadlessPlatform::messageBox(const MessageBox& box) {
+    const auto answer = answerTo(box);
+    asked_.push_back({box, answer});
+    return answer;
+}
+
+void HeadlessPlatform::showModal(Form& form) {
+    form.activate();
+    if (const auto steps = scripts_.find(form.name()); steps != scripts_.end()) steps->second(form);
+    form.unload();
+}
+
+void HeadlessPlatform::show(Form& form) {
+    form.activate();
+}
+
+void HeadlessPlatform::popUpMenu(PopupMenu&, Widget&, double, double) {}
+
+void HeadlessPlatform::setClipboardText(const std::string&) {}
+
+std::string HeadlessPlatform::fileDateText(const std::string& path) {
+    std::error_code error;
+    const auto written = std::filesystem::last_write_time(filePath(path), error);
+    if (error) throw Failure(RuntimeError::FileNotFound);
+    const auto time = std::chrono::file_clock::to_sys(written);
+    return localText(std::chrono::time_point_cast<SystemClock::duration>(time), "%Y-%m-%d %H:%M:%S");
+}
+
+std::string HeadlessPlatform::dateText() {
+    return localText(SystemClock::now(), "%Y-%m-%d");
+}
+
+std::string HeadlessPlatform::timeText() {
+    return localText(SystemClock::now(), "%H:%M:%S");
+}
+
+void HeadlessPlatform::setBusy(bool) {}
+
+}  // namespace dravik

@@ -1,0 +1,174 @@
+#include "trainer/OpenedParts.h"
+
+#include <algorithm>
+#include <array>
+#include <string_view>
+#include <system_error>
+#include <unordered_set>
+#include <utility>
+
+#include "base/Failure.h"
+#include "base/Text.h"
+#include "trainer/FilePath.h"
+#include "trainer/Thumbnail.h"
+
+namespace dravik {
+namespace {
+
+namespace fs = std::filesystem;
+
+bool hasImageExtension(const fs::path& path) {
+    static constexpr std::array<std::string_view, 11> kExtensions = {
+        ".png", ".jpg", ".jpeg", ".bmp", ".gif", ".tif", ".tiff", ".webp", ".pgm", ".ppm", ".pbm"};
+    const auto extension = lowerCase(fileName(path.extension()));
+    return std::find(kExtensions.begin(), kExtensions.end(), extension) != kExtensions.end();
+}
+
+// The same file has the same name however the operator arrived at it.
+std::string normalName(const fs::path& path) {
+    std::error_code error;
+    const auto absolute = fs::absolute(path, error);
+    return fileName((error ? path : absolute).lexically_normal());
+}
+
+std::vector<fs::path> imagesIn(const fs::path& folder, std::error_code& error) {
+    std::vector<fs::path> images;
+    for (fs::directory_iterator entry(folder, error), end; !error && entry != end; entry.increment(error)) {
+        std::error_code unreadable;
+        if (hasImageExtension(entry->path()) && !entry->is_directory(unreadable))
+            images.push_back(entry->path());
+    }
+    std::sort(images.begin(), images.end());
+    return images;
+}
+
+}  // namespace
+
+OpenedParts::OpenedParts(ImageDecoder decoder) : decoder_(std::move(decoder)) {}
+
+std::vector<std::string> OpenedParts::open(const std::vector<std::string>& paths) {
+    std::vector<std::string> problems;
+    std::unordered_set<std::string> known(paths_.begin(), paths_.end());
+    const auto firstNew = paths_.size();
+    const auto add = [&](const fs::path& path) {
+        auto name = normalName(path);
+        if (known.insert(name).second) paths_.push_back(std::move(name));
+    };
+
+    for (const auto& name : paths) {
+        const auto path = filePath(name);
+        std::error_code error;
+        const auto status = fs::status(path, error);
+        if (!fs::exists(status)) {
+            problems.push_back(name + ": " +
+                               (fs::status_known(status) ? "no such file or folder" : error.message()));
+        } else if (fs::is_directory(status)) {
+            const auto images = imagesIn(path, error);
+            for (const auto& image : images) add(image);
+            if (error)
+                problems.push_back(name + ": " + error.message());
+            else if (images.empty())
+                problems.push_back(name + ": no images in this folder");
+        } else if (hasImageExtension(path)) {
+            add(path);
+        } else {
+            // Its name does not say that it is an image, so its content must.
+            try {
+                decoder_(name);
+                add(path);
+            } catch (...) {
+                problems.push_back(currentFailure().description());
+            }
+        }
+    }
+
+    if (paths_.size() > firstNew) {
+        listChanged();
+        if (current_ < 0) setCurrent(static_cast<int>(firstNew));
+    }
+    return problems;
+}
+
+void OpenedParts::close(int index) {
+    static_cast<void>(path(index));
+    paths_.erase(paths_.begin() + index);
+    const bool wasCurrent = index == current_;
+    if (index < current_) --current_;
+    const int follower = std::min(current_, count() - 1);
+    if (wasCurrent) current_ = -1;
+    listChanged();
+    if (wasCurrent) setCurrent(follower);
+}
+
+void OpenedParts::closeAll() {
+    if (paths_.empty()) return;
+    paths_.clear();
+    current_ = -1;
+    listChanged();
+    setCurrent(-1);
+}
+
+int OpenedParts::count() const noexcept {
+    return static_cast<int>(paths_.size());
+}
+
+const std::string& OpenedParts::path(int index) const {
+    if (index < 0 || index >= count()) throw Failure(RuntimeError::SubscriptOutOfRange);
+    return paths_[static_cast<std::size_t>(index)];
+}
+
+std::string OpenedParts::name(int index) const {
+    return fileName(filePath(path(index)).filename());
+}
+
+int OpenedParts::current() const noexcept {
+    return current_;
+}
+
+void OpenedParts::setCurrent(int index) {
+    if (index != -1) static_cast<void>(path(index));
+    current_ = index;
+    image_ = {};
+    problem_.clear();
+    if (index >= 0) {
+        try {
+            image_ = decoder_(path(index));
+            if (image_.empty()) problem_ = path(index) + ": the image has no pixels";
+        } catch (...) {
+            image_ = {};
+            problem_ = currentFailure().description();
+        }
+    }
+    currentChanged();
+}
+
+bool OpenedParts::next() {
+    if (current_ + 1 >= count()) return false;
+    setCurrent(current_ + 1);
+    return true;
+}
+
+bool OpenedParts::previous() {
+    if (current_ < 1) return false;
+    setCurrent(current_ - 1);
+    return true;
+}
+
+const GreyImage& OpenedParts::image() const noexcept {
+    return image_;
+}
+
+const std::string& OpenedParts::problem() const noexcept {
+    return problem_;
+}
+
+GreyImage OpenedParts::thumbnail(int index, int side) const {
+    const auto& name = path(index);
+    try {
+        return index == current_ ? thumbnailOf(image_, side) : thumbnailOf(decoder_(name), side);
+    } catch (...) {
+        return {};
+    }
+}
+
+}  // namespace dravik

@@ -1,0 +1,99 @@
+#include "trainer/SampleList.h"
+
+#include <algorithm>
+#include <cerrno>
+#include <fstream>
+#include <iterator>
+#include <system_error>
+#include <utility>
+
+#include "base/Text.h"
+#include "trainer/FilePath.h"
+
+namespace dravik {
+namespace {
+
+constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
+
+bool isText(std::string_view line) {
+    const auto all = characters(line);
+    return std::none_of(all.begin(), all.end(), [](const std::string& character) {
+        const auto byte = static_cast<unsigned char>(character[0]);
+        return character.size() == 1 && (byte >= 0x80 || byte == 0x7F || (byte < 0x20 && byte != '\t'));
+    });
+}
+
+std::string withoutBlanksAndBreaks(std::string_view text) {
+    std::string result;
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        if (text.substr(i, 2) == "\\n")
+            ++i;
+        else if (text[i] != ' ')
+            result += text[i];
+    }
+    return result;
+}
+
+// What is wrong with a line, "" when nothing is; fills `sample`.
+std::string parseLine(std::string_view line, ListedSample& sample) {
+    if (!isText(line)) return "not UTF-8 text";
+    const auto tab = line.find('\t');
+    if (tab == std::string_view::npos) return "no tab between image and text";
+    const auto text = line.substr(tab + 1);
+    if (text.find('\t') != std::string_view::npos) return "more than one tab";
+    sample.image = line.substr(0, tab);
+    if (trimmed(sample.image).empty()) return "no image before the tab";
+    sample.text = withoutBlanksAndBreaks(text);
+    if (sample.text.empty()) return "no text after the tab";
+    return {};
+}
+
+std::string firstProblem(const std::vector<std::string>& problems) {
+    return problems.empty() ? std::string() : problems.front();
+}
+
+}  // namespace
+
+SampleListError::SampleListError(std::vector<std::string> found)
+    : std::runtime_error(firstProblem(found)), problems(std::move(found)) {}
+
+std::vector<ListedSample> parseSampleList(std::string_view content, const std::string& name) {
+    if (content.starts_with(kByteOrderMark)) content.remove_prefix(kByteOrderMark.size());
+    const auto folder = filePath(name).parent_path();
+    std::vector<ListedSample> samples;
+    std::vector<std::string> problems;
+    for (int number = 1; !content.empty(); ++number) {
+        const auto end = content.find('\n');
+        auto line = content.substr(0, end);
+        content.remove_prefix(end == std::string_view::npos ? content.size() : end + 1);
+        if (line.ends_with('\r')) line.remove_suffix(1);
+        if (line.find_first_not_of(" \t") == std::string_view::npos) continue;
+
+        ListedSample sample;
+        if (const auto problem = parseLine(line, sample); !problem.empty()) {
+            problems.push_back(name + " line " + std::to_string(number) + ": " + problem);
+        } else {
+            sample.path = fileName(folder / filePath(sample.image));
+            samples.push_back(std::move(sample));
+        }
+    }
+    if (samples.empty() && problems.empty()) problems.push_back(name + ": the list is empty");
+    if (!problems.empty()) throw SampleListError(std::move(problems));
+    return samples;
+}
+
+std::vector<ListedSample> readSampleList(const std::string& file) {
+    const auto path = filePath(file);
+    std::error_code error;
+    if (std::filesystem::is_directory(path, error))
+        throw SampleListError({file + ": is a folder, not a list"});
+    errno = 0;
+    std::ifstream stream(path, std::ios::binary);
+    const std::string content{std::istreambuf_iterator<char>(stream), {}};
+    if (!stream.is_open() || stream.bad())
+        throw SampleListError(
+            {file + ": cannot be read: " + std::generic_category().message(errno ? errno : EIO)});
+    return parseSampleList(content, file);
+}
+
+}  // namespace dravik

@@ -1,0 +1,34 @@
+// The list of images to learn from: a text file with a row for each image, its file and the text printed on
+// the part, separated by a tab.
+#pragma once
+
+#include <stdexcept>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace dravik {
+
+struct ListedSample {
+    std::string image;  // as written in the list
+    std::string path;   // the image's file, found from the list's folder
+    std::string text;   // the characters in reading order, without line breaks and blanks
+};
+
+// Everything that is wrong with a list, one line each, with the list's name and the line's number.
+class SampleListError : public std::runtime_error {
+  public:
+    explicit SampleListError(std::vector<std::string> problems);
+
+    const std::vector<std::string> problems;
+};
+
+// Reads the content of a list. UTF-8, with or without byte order mark; lines end in LF or CR LF; blank lines
+// are skipped; nothing is quoted. In the text "\n" (backslash, n) stands between lines, and blanks are not
+// characters on the part. `name` is what problems call the list. Raises SampleListError.
+std::vector<ListedSample> parseSampleList(std::string_view content, const std::string& name);
+
+// Reads a list file; also raises SampleListError when it cannot be read.
+std::vector<ListedSample> readSampleList(const std::string& file);
+
+}  // namespace dravik

@@ -1,0 +1,200 @@
+#include "trainer/Trainer.h"
+
+#include <utility>
+
+#include "base/Failure.h"
+#include "base/Text.h"
+#include "tool/Samples.h"
+
+namespace dravik {
+namespace {
+
+constexpr char kProgramName[] = "Dravik Trainer";
+
+std::string counted(std::size_t count, const std::string& what) {
+    return std::to_string(count) + (count == 1 ? " character " : " characters ") + what;
+}
+
+}  // namespace
+
+struct Trainer::Parts {
+    Parts(Platform& platform, JobFolder jobs, ImageDecoder decoder, bool remembersFont)
+        : folder(std::move(jobs)),
+          tool(std::make_shared<EmbeddedTool>(folder, remembersFont)),
+          opened(std::move(decoder)),
+          control(platform, folder) {}
+
+    bool isTraining() { return control.screen().train.tmrTrain.enabled(); }
+
+    // The text as Include hands it to the tool.
+    std::string textToInclude() {
+        const auto& input = control.screen().sample;
+        const auto text = trimmed(input.txtSampleInput.text());
+        if (!input.chkCase.checked() || text.empty()) return text;
+        bool upper = false;
+        bool lower = false;
+        if (const auto trained = tool->GetSampleData(kAllTrained, kCharacterFields)) {
+            for (const auto code : trained->codes()) {
+                upper = upper || (code >= 'A' && code <= 'Z');
+                lower = lower || (code >= 'a' && code <= 'z');
+            }
+        }
+        if (upper == lower) return text;
+        return upper ? upperCase(text) : lowerCase(text);
+    }
+
+    void findPreview() {
+        preview.clear();
+        mismatch = 0;
+        previewText.clear();
+        if (opened.current() < 0) {
+            previewText = "No image is open";
+        } else if (!opened.problem().empty()) {
+            previewText = opened.problem();
+        } else {
+            const auto& found = tool->found();
+            const auto typed = characters(textToInclude());
+            preview.reserve(found.size());
+            for (std::size_t i = 0; i < found.size(); ++i)
+                preview.push_back({found[i], i < typed.size() ? typed[i] : std::string()});
+            previewText = counted(found.size(), "found");
+            if (!typed.empty()) {
+                mismatch = static_cast<int>(typed.size()) - static_cast<int>(found.size());
+                previewText += ", " + std::to_string(typed.size()) + " typed";
+            }
+        }
+    }
+
+    void findReading() {
+        reading = {};
+        if (opened.current() < 0) {
+            reading.note = "No image is open";
+        } else if (!opened.problem().empty()) {
+            reading.note = opened.problem();
+        } else if (isTraining()) {
+            reading.note = "The font is being trained";
+        } else if (!tool->currentFont()) {
+            reading.note = "No font is selected";
+        } else if (!tool->isTrained()) {
+            reading.note = "The font is not trained yet";
+        } else {
+            reading.available = true;
+            for (auto& character : tool->read()) {
+                if (reading.lines.empty() || reading.lines.back().back().place.line != character.place.line)
+                    reading.lines.emplace_back();
+                reading.lines.back().push_back(std::move(character));
+            }
+            if (reading.lines.empty()) reading.note = "No characters found";
+        }
+    }
+
+    const JobFolder folder;
+    const std::shared_ptr<EmbeddedTool> tool;
+    OpenedParts opened;
+    DravikDlg control;
+
+    std::vector<LabelledCharacter> preview;
+    int mismatch = 0;
+    std::string previewText;
+    Reading reading;
+    std::string lastTitle;
+    std::vector<Connection> connections;
+};
+
+Trainer::Trainer(Platform& platform, JobFolder folder, ImageDecoder decoder, bool remembersFont)
+    : parts_(std::make_unique<Parts>(platform, std::move(folder), std::move(decoder), remembersFont)) {
+    auto& parts = *parts_;
+    parts.control.setStep(parts.tool);
+
+    const auto refreshPreview = [this, &parts] {
+        try {
+            parts.findPreview();
+        } catch (...) {
+            parts.preview.clear();
+            parts.mismatch = 0;
+            parts.previewText = currentFailure().description();
+        }
+        previewChanged();
+    };
+    const auto refreshReading = [this, &parts] {
+        try {
+            parts.findReading();
+        } catch (...) {
+            parts.reading = {};
+            parts.reading.note = currentFailure().description();
+        }
+        readingChanged();
+    };
+    const auto refreshTitle = [this, &parts] {
+        auto now = title();
+        if (now == parts.lastTitle) return;
+        parts.lastTitle = std::move(now);
+        titleChanged();
+    };
+    const auto refreshFont = [=] {
+        refreshTitle();
+        refreshPreview();
+        refreshReading();
+    };
+
+    auto& screen = parts.control.screen();
+    auto& connections = parts.connections;
+    connections.push_back(parts.opened.currentChanged.connect([=, &parts] {
+        parts.tool->setImage(parts.opened.image());
+        refreshPreview();
+        refreshReading();
+    }));
+    connections.push_back(screen.sample.txtSampleInput.textChanged.connect(refreshPreview));
+    connections.push_back(screen.sample.chkCase.click.connect(refreshPreview));
+    connections.push_back(parts.control.fontStateChanged.connect(refreshFont));
+    connections.push_back(screen.train.tmrTrain.changed.connect(refreshFont));
+    // These come after the screen's own procedures, which subscribed first.
+    connections.push_back(screen.train.cmdStop.click.connect(refreshFont));
+    connections.push_back(screen.train.cmdSaveFont.click.connect(refreshFont));
+    connections.push_back(screen.train.cmdRevert.click.connect(refreshFont));
+    connections.push_back(screen.sample.cmdInclude.click.connect(refreshTitle));
+    connections.push_back(screen.font.txtCharSet.textChanged.connect(refreshTitle));
+    refreshFont();
+}
+
+Trainer::~Trainer() = default;
+
+DravikDlg& Trainer::control() noexcept {
+    return parts_->control;
+}
+
+EmbeddedTool& Trainer::tool() noexcept {
+    return *parts_->tool;
+}
+
+OpenedParts& Trainer::parts() noexcept {
+    return parts_->opened;
+}
+
+const JobFolder& Trainer::folder() const noexcept {
+    return parts_->folder;
+}
+
+const std::vector<LabelledCharacter>& Trainer::preview() const noexcept {
+    return parts_->preview;
+}
+
+int Trainer::mismatch() const noexcept {
+    return parts_->mismatch;
+}
+
+std::string Trainer::previewText() const {
+    return parts_->previewText;
+}
+
+const Reading& Trainer::reading() const noexcept {
+    return parts_->reading;
+}
+
+std::string Trainer::title() const {
+    const auto font = parts_->control.selectedFont();
+    if (font.empty()) return kProgramName;
+    return font + (parts_->control.m_FontChanged() ? "* - " : " - ") + kProgramName;
+}
+
+}  // namespace dravik
