@@ -46,6 +46,9 @@ class DravikDlg : public StepEditor {
 
   private:
     struct Parts;
+
+    const std::string& selectedFontCaption() const;
+
     std::unique_ptr<Parts> parts_;
 };
 

@@ -3,6 +3,7 @@
 namespace dravik {
 
 Screen::Screen() {
+    numeric.cboDisplay.setListIndex(kDisplayCommitted);
     sbr.add("Message", "", 3000, true);
     sbr.add("LastInclude", "", 1800).setToolTip("Last text included");
 
