@@ -1,4 +1,5 @@
-// The part images that the operator has opened, and which of them is current. Images are decoded by the platform.
+// The part images that the operator has opened, and which of them is current. Images are decoded by the
+// platform.
 #pragma once
 
 #include <functional>
@@ -18,19 +19,19 @@ class OpenedParts {
   public:
     explicit OpenedParts(ImageDecoder decoder);
 
-    // Opens files, and every image of a folder in order of name (by its usual extensions; folders inside are not
-    // entered). Files already open are not opened twice. Returns one line per path that holds no image, naming it.
-    // The first part opened becomes current when none is.
+    // Opens files, and every image of a folder in order of name (by its usual extensions; folders inside are
+    // not entered). Files already open are not opened twice. Returns one line per path that holds no image,
+    // naming it. The first part opened becomes current when none is.
     std::vector<std::string> open(const std::vector<std::string>& paths);
     void close(int index);
     void closeAll();
 
     int count() const noexcept;
-    const std::string& path(int index) const;   // raises Subscript out of range (9)
-    std::string name(int index) const;          // the file's name without its folder
+    const std::string& path(int index) const;  // raises Subscript out of range (9)
+    std::string name(int index) const;         // the file's name without its folder
 
-    // -1 when nothing is open. Making a part current decodes it; when that fails image() is empty and problem() says
-    // why, and the part stays in the list.
+    // -1 when nothing is open. Making a part current decodes it; when that fails image() is empty and
+    // problem() says why, and the part stays in the list.
     int current() const noexcept;
     void setCurrent(int index);
     bool next();      // false at the end
@@ -38,7 +39,8 @@ class OpenedParts {
 
     const GreyImage& image() const noexcept;
     const std::string& problem() const noexcept;
-    // A small copy for a strip of thumbnails, at most `side` pixels wide and high; empty when it cannot be decoded.
+    // A small copy for a strip of thumbnails, at most `side` pixels wide and high; empty when it cannot be
+    // decoded.
     GreyImage thumbnail(int index, int side) const;
 
     Signal<> listChanged;

@@ -1,5 +1,5 @@
-// The stand-alone program without its windows: the training screen bound to the embedded tool, the opened parts beside
-// it, the labels that an include would give, and what the current font reads.
+// The stand-alone program without its windows: the training screen bound to the embedded tool, the opened
+// parts beside it, the labels that an include would give, and what the current font reads.
 #pragma once
 
 #include <memory>
@@ -44,16 +44,16 @@ class Trainer {
 
     // Found characters of the current image with the labels of the text typed for Include.
     const std::vector<LabelledCharacter>& preview() const noexcept;
-    // How many typed characters have no character in the image (negative: how many found ones have no label); 0 when
-    // they match or nothing is typed.
+    // How many typed characters have no character in the image (negative: how many found ones have no label);
+    // 0 when they match or nothing is typed.
     int mismatch() const noexcept;
     // The same in words for the operator, e.g. "12 characters found, 11 typed".
     std::string previewText() const;
 
     const Reading& reading() const noexcept;
 
-    // "ocrb* - Dravik Trainer": the font, a star while it has unsaved changes, the program; just the program's name
-    // while no font is loaded.
+    // "ocrb* - Dravik Trainer": the font, a star while it has unsaved changes, the program; just the
+    // program's name while no font is loaded.
     std::string title() const;
 
     Signal<> previewChanged;

@@ -1,0 +1,233 @@
+// The commands from end to end: real images, the real screen model, the real tool.
+#include <gmock/gmock.h>
+
+#include <csignal>
+#include <filesystem>
+#include <sstream>
+
+#include "base/Failure.h"
+#include "trainer/CommandLine.h"
+#include "trainer/support/DrawnPart.h"
+#include "trainer/support/Workspace.h"
+
+namespace dravik::test {
+namespace {
+
+using testing::AllOf;
+using testing::ElementsAre;
+using testing::EndsWith;
+using testing::HasSubstr;
+using testing::IsEmpty;
+using testing::MatchesRegex;
+using testing::Not;
+using testing::StartsWith;
+
+class HeadlessCommands : public testing::Test {
+  protected:
+    CommandResult learn(const std::string& font, const std::string& list,
+                        std::vector<std::string> more = {}) {
+        std::vector<std::string> arguments = {"learn", "--font", font, "--samples",
+                                              workspace.write("list.tsv", list)};
+        arguments.insert(arguments.end(), more.begin(), more.end());
+        return workspace.run(arguments);
+    }
+
+    CommandResult read(const std::string& font, std::vector<std::string> images) {
+        images.insert(images.begin(), {"read", "--font", font});
+        return workspace.run(images);
+    }
+
+    Workspace workspace;
+};
+
+TEST_F(HeadlessCommands, AFontLearntFromAListReadsOtherImages) {
+    const auto learnt = workspace.learnDigits("digits");
+    EXPECT_EQ(learnt.status, 0);
+    EXPECT_THAT(learnt.err, IsEmpty());
+    EXPECT_THAT(
+        learnt.out,
+        ElementsAre("included 10\tdigits36.pgm", "included 10\tdigits40.pgm", "included 10\tdigits47.pgm",
+                    "samples 30", MatchesRegex("cycles [1-9][0-9]*"), MatchesRegex("rms 0\\.[0-9]+"),
+                    MatchesRegex("seconds [0-9]+\\.[0-9]"), "saved " + workspace.fontFile("digits")));
+
+    const auto one = workspace.draw("one.pgm", "3141592650", 43);
+    const auto two = workspace.draw("two.pgm", "90817\n26354", 52);
+    const auto texts = read("digits", {one, two});
+    EXPECT_EQ(texts.status, 0);
+    EXPECT_THAT(texts.err, IsEmpty());
+    EXPECT_THAT(texts.out, ElementsAre(one + "\t3141592650", two + "\t90817\\n26354"));
+
+    const auto fonts = workspace.run({"fonts"});
+    EXPECT_EQ(fonts.status, 0);
+    EXPECT_THAT(fonts.out, ElementsAre("font\tcharacters\tsamples\ttrained\tdate",
+                                       MatchesRegex("digits\t0123456789\t30\tyes\t20..-..-.. ..:..:..")));
+}
+
+TEST_F(HeadlessCommands, ImagesThatCannotBeIncludedAreRefusedInWordsAndTheOthersGoOn) {
+    workspace.draw("good.pgm", "12\n34");
+    workspace.draw("short.pgm", "123");
+    workspace.write("text.pgm", "this is a text");
+    writePgm(workspace.path("dot.pgm"), GreyImage(1, 1, 40));
+    const auto result = learn("f",
+                              "gone.pgm\tA\n"
+                              "short.pgm\t1234\n"
+                              "good.pgm\t1 2\\n3 4\n"
+                              "text.pgm\t1\n"
+                              "dot.pgm\t1\n",
+                              {"--timeout", "3"});
+    EXPECT_EQ(result.status, 0);
+    EXPECT_THAT(result.err, IsEmpty());
+    ASSERT_EQ(result.out.size(), 10U);
+    EXPECT_EQ(result.out[0], "refused\tgone.pgm\t" + workspace.path("gone.pgm") + ": no such file");
+    EXPECT_EQ(result.out[1], "refused\tshort.pgm\t4 characters typed, 3 found");
+    EXPECT_EQ(result.out[2], "included 4\tgood.pgm");
+    EXPECT_EQ(result.out[3], "refused\ttext.pgm\t" + workspace.path("text.pgm") + ": is not a grey image");
+    EXPECT_THAT(result.out[4], StartsWith("refused\tdot.pgm\t"));
+    EXPECT_EQ(result.out[5], "samples 4");
+    EXPECT_THAT(result.out[9], StartsWith("saved "));
+}
+
+TEST_F(HeadlessCommands, NothingIsTrainedWhenEveryImageIsRefused) {
+    const auto part = workspace.draw("part.pgm", "12");
+    const auto result = learn("f", "part.pgm\t123\n");
+    EXPECT_EQ(result.status, 1);
+    EXPECT_THAT(result.out, ElementsAre(StartsWith("refused\tpart.pgm\t")));
+    EXPECT_THAT(result.err, ElementsAre("dravik-trainer: nothing to learn: every image was refused"));
+
+    const auto untrained = read("f", {part});
+    EXPECT_EQ(untrained.status, 1);
+    EXPECT_THAT(untrained.out, IsEmpty());
+    EXPECT_THAT(untrained.err, ElementsAre("dravik-trainer: font f: is not trained"));
+    EXPECT_THAT(workspace.run({"fonts"}).out.at(1), MatchesRegex("f\t.*\t0\tno\t.*"));
+}
+
+TEST_F(HeadlessCommands, AWrongListChangesNothing) {
+    workspace.draw("part.pgm", "12");
+    const auto result = learn("f", "part.pgm\t12\npart.pgm 12\n\t12\n");
+    EXPECT_EQ(result.status, 1);
+    EXPECT_THAT(result.out, IsEmpty());
+    EXPECT_THAT(result.err, ElementsAre("dravik-trainer: " + workspace.path("list.tsv") +
+                                            " line 2: no tab between image and text",
+                                        "dravik-trainer: " + workspace.path("list.tsv") +
+                                            " line 3: no image before the tab"));
+    EXPECT_THAT(learn("f", "").err, ElementsAre(EndsWith("list.tsv: the list is empty")));
+    EXPECT_FALSE(std::filesystem::exists(workspace.fontFile("f")));
+}
+
+TEST_F(HeadlessCommands, ASecondListAddsToTheFontAndItsCharacters) {
+    ASSERT_EQ(workspace.learnDigits("my font").status, 0);
+    EXPECT_TRUE(std::filesystem::exists(workspace.fontFile("my_font"))) << "the name is cleaned";
+    workspace.draw("letters.pgm", "ACHP");
+    const auto result =
+        learn("my font", "letters.pgm\tACHP\n", {"--charset", "0123456789A", "--timeout", "4"});
+    EXPECT_EQ(result.status, 0);
+    EXPECT_THAT(result.err, IsEmpty());
+    EXPECT_THAT(result.out.at(1), "samples 34") << "the samples of the first list are still there";
+    EXPECT_THAT(workspace.run({"fonts"}).out.at(1), MatchesRegex("my_font\t0123456789ACHP\t34\tyes\t.*"));
+}
+
+TEST_F(HeadlessCommands, FontNamesThatTheDialogsRefuseAreRefused) {
+    workspace.draw("part.pgm", "12");
+    EXPECT_THAT(
+        learn("New", "part.pgm\t12\n").err,
+        ElementsAre("dravik-trainer: font New: Font name 'new' is reserved, please select a different name"));
+    ASSERT_EQ(learn("digits", "part.pgm\t12\n", {"--timeout", "1"}).status, 0);
+    const auto clash = learn("Digits", "part.pgm\t12\n");
+    EXPECT_EQ(clash.status, 1);
+    EXPECT_THAT(
+        clash.err,
+        ElementsAre("dravik-trainer: font Digits: there is a font whose name differs only in the case of its "
+                    "letters"));
+    EXPECT_THAT(read("other", {"x.pgm"}).err, ElementsAre(AllOf(HasSubstr("font other: no such font in "),
+                                                                EndsWith("Fonts/; there are digits"))));
+}
+
+TEST_F(HeadlessCommands, AnUnreadableImageIsOneLineAndTheOthersAreRead) {
+    ASSERT_EQ(workspace.learnDigits("digits").status, 0);
+    const auto good = workspace.draw("good.pgm", "507");
+    const auto text = workspace.write("text.pgm", "this is a text");
+    const auto blank = workspace.path("blank.pgm");
+    writePgm(blank, GreyImage(50, 50, 200));
+    const auto result = read("digits", {workspace.path("gone.pgm"), text, blank, good});
+    EXPECT_EQ(result.status, 1);
+    EXPECT_THAT(result.err, ElementsAre("dravik-trainer: " + workspace.path("gone.pgm") + ": no such file",
+                                        "dravik-trainer: " + text + ": is not a grey image"));
+    EXPECT_THAT(result.out, ElementsAre(blank + "\t", good + "\t507"));
+}
+
+TEST_F(HeadlessCommands, ADamagedFontIsNamedByEveryCommandAndLeftAsItIs) {
+    ASSERT_EQ(workspace.learnDigits("sound").status, 0);
+    std::filesystem::copy_file(workspace.fontFile("sound"), workspace.fontFile("broken"));
+    auto content = Workspace::content(workspace.fontFile("broken"));
+    content[content.size() / 2] = static_cast<char>(content[content.size() / 2] ^ 0x40);
+    workspace.write("jobs/Fonts/broken.nnd", content);
+
+    const auto part = workspace.draw("part.pgm", "12");
+    for (const auto& result : {learn("broken", "part.pgm\t12\n"), read("broken", {part})}) {
+        EXPECT_EQ(result.status, 1);
+        EXPECT_THAT(result.out, IsEmpty());
+        EXPECT_THAT(result.err, ElementsAre(StartsWith("dravik-trainer: font broken: ")));
+    }
+    const auto fonts = workspace.run({"fonts"});
+    EXPECT_EQ(fonts.status, 1);
+    EXPECT_THAT(fonts.err, ElementsAre(StartsWith("dravik-trainer: font broken: ")));
+    EXPECT_THAT(fonts.out, ElementsAre(StartsWith("font\t"), StartsWith("sound\t")));
+    EXPECT_EQ(Workspace::content(workspace.fontFile("broken")), content);
+}
+
+TEST_F(HeadlessCommands, AJobsFolderThatCannotBeMadeIsOneClearLine) {
+    workspace.draw("part.pgm", "12");
+    workspace.write("jobs", "a file where the folder should be");
+    const auto result = learn("f", "part.pgm\t12\n");
+    EXPECT_EQ(result.status, 1);
+    EXPECT_THAT(result.out, IsEmpty());
+    EXPECT_THAT(result.err,
+                ElementsAre(AllOf(StartsWith("dravik-trainer: font f: "), HasSubstr(workspace.jobs()))));
+}
+
+// Presses Ctrl+C as soon as a text is written to it.
+class InterruptingBuffer : public std::stringbuf {
+  public:
+    explicit InterruptingBuffer(std::string text) : text_(std::move(text)) {}
+
+  protected:
+    int sync() override {
+        if (!done_ && str().find(text_) != std::string::npos) {
+            done_ = true;
+            std::raise(SIGINT);
+        }
+        return 0;
+    }
+
+  private:
+    std::string text_;
+    bool done_ = false;
+};
+
+TEST_F(HeadlessCommands, CtrlCLeavesTheFontOnDiskAsItWas) {
+    ASSERT_EQ(workspace.learnDigits("digits").status, 0);
+    const auto before = Workspace::content(workspace.fontFile("digits"));
+    workspace.draw("a.pgm", "AC");
+    workspace.draw("b.pgm", "CA");
+    const auto list = workspace.write("list.tsv", "a.pgm\tAC\nb.pgm\tCA\n");
+    const std::vector<std::string> arguments = {"learn", "--font", "digits",        "--samples",
+                                                list,    "--jobs", workspace.jobs()};
+
+    InterruptingBuffer afterFirstImage("a.pgm");
+    InterruptingBuffer whileTraining("cycles");
+    std::ostringstream out;
+    std::ostringstream err;
+    std::ostream interruptingOut(&afterFirstImage);
+    EXPECT_EQ(runHeadless(arguments, readPgm, interruptingOut, err, false), 130);
+    EXPECT_EQ(afterFirstImage.str(), "included 2\ta.pgm\n");
+    EXPECT_THAT(err.str(), StartsWith("dravik-trainer: interrupted"));
+
+    std::ostream interruptingErr(&whileTraining);
+    EXPECT_EQ(runHeadless(arguments, readPgm, out, interruptingErr, true), 130);
+    EXPECT_EQ(out.str(), "included 2\ta.pgm\nincluded 2\tb.pgm\n");
+    EXPECT_THAT(whileTraining.str(), AllOf(HasSubstr(" %  "), HasSubstr("interrupted")));
+    EXPECT_EQ(Workspace::content(workspace.fontFile("digits")), before);
+}
+
+}  // namespace
+}  // namespace dravik::test

@@ -1,0 +1,122 @@
+#include "trainer/OpenedParts.h"
+
+#include <gmock/gmock.h>
+
+#include <filesystem>
+
+#include "base/Failure.h"
+#include "trainer/Thumbnail.h"
+#include "trainer/support/DrawnPart.h"
+#include "trainer/support/Workspace.h"
+
+namespace dravik::test {
+namespace {
+
+using testing::ElementsAre;
+using testing::HasSubstr;
+
+std::vector<std::string> namesOf(const OpenedParts& parts) {
+    std::vector<std::string> names;
+    for (int i = 0; i < parts.count(); ++i) names.push_back(parts.name(i));
+    return names;
+}
+
+class OpenedPartsTest : public testing::Test {
+  protected:
+    OpenedPartsTest() {
+        std::filesystem::create_directories(workspace.path("parts/inner.png"));
+        workspace.draw("parts/b.pgm", "2");
+        workspace.draw("parts/a.PGM", "1");
+        workspace.write("parts/c.png", "this is a text");
+        workspace.write("parts/notes.txt", "not an image");
+        parts.listChanged.subscribe([this] { events += "list "; });
+        parts.currentChanged.subscribe([this] { events += std::to_string(parts.current()) + " "; });
+    }
+
+    Workspace workspace;
+    OpenedParts parts{readPgm};
+    std::string events;
+};
+
+TEST_F(OpenedPartsTest, AFolderGivesItsImagesInOrderOfName) {
+    EXPECT_TRUE(parts.open({workspace.path("parts")}).empty());
+    EXPECT_THAT(namesOf(parts), ElementsAre("a.PGM", "b.pgm", "c.png"));
+    EXPECT_EQ(events, "list 0 ");
+    EXPECT_FALSE(parts.image().empty());
+}
+
+TEST_F(OpenedPartsTest, AFileIsOpenedOnceHoweverItIsNamed) {
+    parts.open({workspace.path("parts/b.pgm"), workspace.path("parts/../parts/./b.pgm")});
+    parts.open({workspace.path("parts")});
+    EXPECT_THAT(namesOf(parts), ElementsAre("b.pgm", "a.PGM", "c.png"));
+    EXPECT_EQ(parts.current(), 0);
+    events.clear();
+    parts.open({workspace.path("parts")});
+    EXPECT_EQ(events, "");
+}
+
+TEST_F(OpenedPartsTest, WhatHoldsNoImageIsNamed) {
+    std::filesystem::create_directory(workspace.path("empty"));
+    const auto problems = parts.open({workspace.path("none.png"), workspace.path("parts/notes.txt"),
+                                      workspace.path("empty"), workspace.path("parts/a.PGM")});
+    EXPECT_THAT(problems, ElementsAre(workspace.path("none.png") + ": no such file or folder",
+                                      HasSubstr("notes.txt: is not a grey image"),
+                                      workspace.path("empty") + ": no images in this folder"));
+    EXPECT_EQ(parts.count(), 1);
+}
+
+TEST_F(OpenedPartsTest, APartThatCannotBeDecodedStaysWithItsProblem) {
+    parts.open({workspace.path("parts")});
+    EXPECT_TRUE(parts.next());
+    EXPECT_TRUE(parts.next());
+    EXPECT_TRUE(parts.image().empty());
+    EXPECT_THAT(parts.problem(), HasSubstr("c.png: is not a grey image"));
+    EXPECT_FALSE(parts.next());
+    EXPECT_TRUE(parts.previous());
+    EXPECT_EQ(parts.problem(), "");
+    EXPECT_FALSE(parts.image().empty());
+    EXPECT_TRUE(parts.thumbnail(2, 32).empty());
+    EXPECT_THROW(parts.setCurrent(3), Failure);
+    EXPECT_EQ(parts.current(), 1);
+}
+
+TEST_F(OpenedPartsTest, ClosingKeepsTheCurrentPartOrGoesToItsFollower) {
+    parts.open({workspace.path("parts")});
+    parts.setCurrent(1);
+    events.clear();
+    parts.close(0);
+    EXPECT_EQ(parts.current(), 0);
+    EXPECT_EQ(parts.name(0), "b.pgm");
+    EXPECT_EQ(events, "list ");
+    parts.close(0);
+    EXPECT_THAT(parts.problem(), HasSubstr("c.png"));
+    parts.close(0);
+    EXPECT_EQ(parts.current(), -1);
+    EXPECT_EQ(parts.problem(), "");
+    EXPECT_EQ(events, "list list 0 list -1 ");
+    EXPECT_THROW(parts.close(0), Failure);
+}
+
+TEST(Thumbnail, AveragesAreasAndKeepsProportions) {
+    GreyImage image(300, 100, 200);
+    for (int y = 0; y < 100; ++y) image(151, y) = 0;
+    const auto small = thumbnailOf(image, 30);
+    ASSERT_EQ(small.width(), 30);
+    ASSERT_EQ(small.height(), 10);
+    EXPECT_EQ(small(14, 5), 200);
+    EXPECT_EQ(small(15, 5), 180) << "one dark column of ten";
+
+    const auto uneven = thumbnailOf(GreyImage(7, 5, 90), 4);
+    EXPECT_EQ(uneven.width(), 4);
+    EXPECT_EQ(uneven.height(), 3);
+    for (int y = 0; y < 3; ++y)
+        for (int x = 0; x < 4; ++x) EXPECT_EQ(uneven(x, y), 90);
+
+    EXPECT_EQ(thumbnailOf(GreyImage(1000, 2), 10).height(), 1);
+    EXPECT_EQ(thumbnailOf(GreyImage(5, 3, 7), 100).width(), 5) << "never enlarged";
+    EXPECT_TRUE(thumbnailOf(image, 0).empty());
+    EXPECT_TRUE(thumbnailOf(GreyImage(), 10).empty());
+}
+
+}  // namespace
+}  // namespace dravik::test

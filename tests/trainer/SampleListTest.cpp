@@ -1,0 +1,69 @@
+#include "trainer/SampleList.h"
+
+#include <gmock/gmock.h>
+
+#include "trainer/support/Workspace.h"
+
+namespace dravik::test {
+namespace {
+
+using testing::ElementsAre;
+using testing::StartsWith;
+
+std::vector<std::string> problemsOf(const std::string& content) {
+    try {
+        parseSampleList(content, "LIST.tsv");
+    } catch (const SampleListError& error) {
+        return error.problems;
+    }
+    return {};
+}
+
+TEST(SampleList, RowsAreTakenAsTheyStandInTheFile) {
+    const auto samples = parseSampleList(
+        "\xEF\xBB\xBF"
+        "a.png\tAB 12\\n\"C\"\r\n"
+        "\r\n"
+        "#2 b.png\tn\\x\\nn\n"
+        "/parts/c.png\t\xC3\xA9\xE2\x82\xAC",
+        "lists/LIST.tsv");
+    ASSERT_EQ(samples.size(), 3U);
+    EXPECT_EQ(samples[0].image, "a.png");
+    EXPECT_EQ(samples[0].path, "lists/a.png");
+    EXPECT_EQ(samples[0].text, "AB12\"C\"") << "quotes are data; blanks and line breaks are not on the part";
+    EXPECT_EQ(samples[1].image, "#2 b.png");
+    EXPECT_EQ(samples[1].text, "n\\xn");
+    EXPECT_EQ(samples[2].path, "/parts/c.png") << "an absolute name stays";
+    EXPECT_EQ(samples[2].text, "\xC3\xA9\xE2\x82\xAC");
+}
+
+TEST(SampleList, EveryWrongLineIsNamedWithWhatIsWrong) {
+    EXPECT_THAT(
+        problemsOf("a.png\tA\nb.png B\n\tC\n\nd.png\t \\n\ne.png\tE\tF\nf.png\t\xE9\n"),
+        ElementsAre("LIST.tsv line 2: no tab between image and text",
+                    "LIST.tsv line 3: no image before the tab", "LIST.tsv line 5: no text after the tab",
+                    "LIST.tsv line 6: more than one tab", "LIST.tsv line 7: not UTF-8 text"));
+    EXPECT_THAT(problemsOf(std::string("\x89PNG\r\n\x1A\n\0\0", 10)),
+                ElementsAre("LIST.tsv line 1: not UTF-8 text", "LIST.tsv line 2: not UTF-8 text",
+                            "LIST.tsv line 3: not UTF-8 text"));
+    for (const std::string empty : {"", "\n \n", "\xEF\xBB\xBF"})
+        EXPECT_THAT(problemsOf(empty), ElementsAre("LIST.tsv: the list is empty"));
+}
+
+TEST(SampleList, AFileThatCannotBeReadSaysWhy) {
+    const Workspace workspace;
+    const auto problemOf = [](const std::string& file) {
+        try {
+            readSampleList(file);
+        } catch (const SampleListError& error) {
+            return error.problems.front();
+        }
+        return std::string();
+    };
+    EXPECT_THAT(problemOf(workspace.path("none.tsv")),
+                StartsWith(workspace.path("none.tsv") + ": cannot be read: No"));
+    EXPECT_EQ(problemOf(workspace.path("")), workspace.path("") + ": is a folder, not a list");
+}
+
+}  // namespace
+}  // namespace dravik::test

@@ -1,0 +1,77 @@
+#include "trainer/support/Workspace.h"
+
+#include <fstream>
+#include <iterator>
+#include <random>
+#include <sstream>
+
+#include "trainer/CommandLine.h"
+#include "trainer/support/DrawnPart.h"
+
+namespace dravik::test {
+
+Workspace::Workspace() {
+    std::random_device random;
+    do {
+        folder_ = std::filesystem::temp_directory_path() / ("dravik-trainer-" + std::to_string(random()));
+    } while (!std::filesystem::create_directory(folder_));
+}
+
+Workspace::~Workspace() {
+    std::error_code ignored;
+    std::filesystem::remove_all(folder_, ignored);
+}
+
+std::string Workspace::path(const std::string& name) const {
+    return (folder_ / name).string();
+}
+
+std::string Workspace::fontFile(const std::string& font) const {
+    return JobFolder(jobs()).fontFile(font);
+}
+
+std::string Workspace::draw(const std::string& name, const std::string& text, int height) const {
+    writePgm(path(name), drawPart(text, height));
+    return path(name);
+}
+
+std::string Workspace::write(const std::string& name, const std::string& content) const {
+    std::ofstream(path(name), std::ios::binary) << content;
+    return path(name);
+}
+
+std::string Workspace::content(const std::string& file) {
+    std::ifstream stream(file, std::ios::binary);
+    return {std::istreambuf_iterator<char>(stream), {}};
+}
+
+CommandResult Workspace::run(std::vector<std::string> arguments, const ImageDecoder& decoder) const {
+    arguments.insert(arguments.end(), {"--jobs", jobs()});
+    std::ostringstream out;
+    std::ostringstream err;
+    const int status = runHeadless(arguments, decoder, out, err, false);
+    return {status, linesOf(out.str()), linesOf(err.str())};
+}
+
+CommandResult Workspace::run(std::vector<std::string> arguments) const {
+    return run(std::move(arguments), readPgm);
+}
+
+CommandResult Workspace::learnDigits(const std::string& font) const {
+    std::string list;
+    for (const int height : {36, 40, 47}) {
+        const auto name = "digits" + std::to_string(height) + ".pgm";
+        draw(name, "0123456789", height);
+        list += name + "\t0123456789\n";
+    }
+    return run({"learn", "--font", font, "--samples", write("digits.tsv", list), "--timeout", "10"});
+}
+
+std::vector<std::string> linesOf(const std::string& text) {
+    std::vector<std::string> lines;
+    std::istringstream stream(text);
+    for (std::string line; std::getline(stream, line);) lines.push_back(line);
+    return lines;
+}
+
+}  // namespace dravik::test
