@@ -1,0 +1,125 @@
+// The histogram form: the Distances of one character's samples in ten bins, or the sample counts of the whole
+// font with the characters over a threshold in red. The operator hovers over the bars, deletes a bin's
+// samples or opens a character's histogram from the pop-up menu. The form changes no sample itself: it raises
+// events to the control, which fills the same form again.
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "histogram/HistogramData.h"
+#include "histogram/HistogramDrawing.h"
+#include "support/Procedure.h"
+#include "widgets/Bars.h"
+#include "widgets/Chart.h"
+#include "widgets/Form.h"
+#include "widgets/ListControls.h"
+#include "widgets/TextBox.h"
+#include "widgets/Toolbar.h"
+
+namespace dravik {
+
+constexpr std::int16_t kFontHistogram = 0;
+constexpr std::int16_t kCharacterDistance = 1;
+
+class dlgCharHist : public Form {
+  public:
+    explicit dlgCharHist(TraceLog& log);
+
+    Toolbar tlbMain{"tlbMain"};
+    TextBox txtCharCaption{"txtCharCaption", "Character"};
+    ComboBox cboChar{"cboChar"};
+    TextBox txtThreshCaption{"txtThreshCaption", "Threshold"};
+    TextBox txtThreshold{"txtThreshold", "0.000"};
+    UpDown udThreshold{"udThreshold", 0, 10, 1};  // tenths
+    TextBox txtExceed{"txtExceed", "Number of characters over threshold"};
+    Chart chart{"chart"};
+    StatusBar sbr{"sbr"};
+    Timer tmrGraphics{"tmrGraphics", 250};
+    Timer tmrVarState{"tmrVarState", 2000};
+
+    // kFontHistogram or kCharacterDistance.
+    void SetMode(std::int16_t mode);
+    // Refills cboChar from the char array and chooses the current character in it.
+    void SetCharCombo();
+    void SetLocalDataArray(const std::vector<double>& data);
+    void SetLocalMaxArray(const std::vector<double>& max);
+    void SetLocalCharArray(const std::vector<std::string>& chars);
+    // Sample count and largest Distance of each character; the three arrays are of one length.
+    void SetFontHistogram(const std::vector<double>& data, const std::vector<std::string>& chars,
+                          const std::vector<double>& max);
+    // The Distances of the character's samples; `chars` are the font's characters.
+    void SetCharHistogram(const std::vector<double>& data, const std::string& character,
+                          const std::vector<std::string>& chars);
+    void CreateHashMarks(std::int16_t max);
+
+    // Lower and upper end, character.
+    Signal<double, double, std::string> DeleteByDistance;
+    Signal<std::string> ShowDistHist;
+    Signal<std::string> ShowFontHist;
+    Signal<std::string> UserMsg;
+
+    std::int16_t mode() const noexcept { return mode_; }
+    const std::string& currentCharacter() const noexcept { return character_; }
+    const HistogramDrawing& drawing() const noexcept { return drawing_; }
+
+  private:
+    void createControls();
+    void Form_Load();
+    void Form_Unload();
+    void udThreshold_Change();
+    void tlbMain_ButtonClick(const ToolButton& button);
+    void showCharHistogramFromToolbar();
+    void showModeButtons();
+    void cboChar_GotFocus();
+    void cboChar_LostFocus();
+    void cboChar_Click();
+
+    void Form_MouseMove(const MouseEvent& event);
+    void Form_MouseDown(const MouseEvent& event);
+    void Form_KeyDown(int key, int shift);
+    void deleteBinMenu(std::size_t bin, const MouseEvent& event);
+    void characterMenu(std::size_t bar, const MouseEvent& event);
+    void tmrGraphics_Timer();
+    void tmrVarState_Timer();
+    void colourByThreshold();
+    void showBar(std::size_t index);
+    void HighlightData(std::size_t index, bool on);
+    void removeHighlight();
+    void pointAt(std::size_t bar);
+
+    // As a form that was just opened: nothing drawn, no data.
+    void forgetHistogram();
+    void nameBars();
+    void drawScene();
+    void reportFailure(std::string_view source, const Failure& failure);
+    void setMsg(std::string text) { sbr.panel("Msg").setText(std::move(text)); }
+
+    Procedures procedures_;
+    Platform& platform_;
+    // Gone once the form is: a menu can outlast it.
+    std::shared_ptr<const bool> alive_ = std::make_shared<const bool>(true);
+
+    std::int16_t mode_ = kFontHistogram;
+    std::vector<double> data_;
+    std::vector<double> max_;
+    std::vector<std::string> chars_;
+    std::string character_;
+    DistanceBins bins_;
+    double threshold_ = 0;
+    bool m_bHistSet_ = false;
+    std::int16_t deletions_ = 0;
+
+    HistogramDrawing drawing_;
+    float pointerX_ = 0;
+    float pointerY_ = 0;
+    float handledX_ = 0;
+    float handledY_ = 0;
+    bool overBar_ = false;
+    std::optional<std::size_t> highlighted_;
+};
+
+}  // namespace dravik
