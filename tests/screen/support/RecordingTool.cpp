@@ -140,7 +140,9 @@ void RecordingTool::IncludeSamples(const std::string& expectedText) {
         uncommitted.insert(uncommitted.end(), image->begin(), image->end());
         return;
     }
-    for (const auto& character : characters(expectedText)) uncommitted.push_back({character, 0, {}});
+    Features printed;
+    printed.fill(0.5);
+    for (const auto& character : characters(expectedText)) uncommitted.push_back({character, 0, printed});
 }
 
 void RecordingTool::CommitNewSamples() {

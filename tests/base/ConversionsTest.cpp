@@ -1,0 +1,107 @@
+#include "base/Conversions.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <limits>
+
+#include "base/Failure.h"
+#include "base/NumberFormat.h"
+#include "base/Text.h"
+
+namespace dravik {
+namespace {
+
+std::int32_t failureOf(const std::function<void()>& action) {
+    try {
+        action();
+    } catch (const Failure& failure) {
+        return failure.number();
+    }
+    return 0;
+}
+
+TEST(Conversions, IntegersRoundHalvesToEvenAndOverflow) {
+    EXPECT_EQ(toInt16(0.5), 0);
+    EXPECT_EQ(toInt16(1.5), 2);
+    EXPECT_EQ(toInt16(127.5), 128);
+    EXPECT_EQ(toInt16(-2.5), -2);
+    EXPECT_EQ(toInt16(32767.4), 32767);
+    EXPECT_EQ(failureOf([] { toInt16(32767.5); }), 6);
+    EXPECT_EQ(failureOf([] { toInt16(-32769); }), 6);
+    EXPECT_EQ(failureOf([] { toInt32(std::nan("")); }), 6);
+    EXPECT_EQ(toInt32(2147483647.0), 2147483647);
+    EXPECT_EQ(failureOf([] { toInt32(2147483648.0); }), 6);
+}
+
+TEST(Conversions, LeadingNumberReadsWhatItCan) {
+    EXPECT_EQ(leadingNumber("1 minute"), 1);
+    EXPECT_EQ(leadingNumber("  10 sec"), 10);
+    EXPECT_EQ(leadingNumber("-1.#IND"), -1);
+    EXPECT_EQ(leadingNumber("2.5e2x"), 250);
+    EXPECT_EQ(leadingNumber("3e"), 3);
+    EXPECT_EQ(leadingNumber("sec"), 0);
+    EXPECT_EQ(leadingNumber(""), 0);
+    EXPECT_TRUE(isNumeric(" 3.5 "));
+    EXPECT_FALSE(isNumeric("3.5x"));
+    EXPECT_FALSE(isNumeric(""));
+    EXPECT_FALSE(isNumeric("-"));
+}
+
+TEST(Conversions, NumbersWithoutAValueHaveTheirClassicTexts) {
+    EXPECT_EQ(numberText(std::numeric_limits<double>::infinity()), "1.#INF");
+    EXPECT_EQ(numberText(-std::numeric_limits<double>::infinity()), "-1.#INF");
+    EXPECT_NE(numberText(std::nan("")).find('#'), std::string::npos);
+    EXPECT_EQ(numberText(0.1), "0.1");
+    EXPECT_EQ(numberText(-0.0), "0");
+}
+
+TEST(NumberFormat, FixedAndOptionalDecimals) {
+    EXPECT_EQ(formatNumber(0.5, "0.00#######"), "0.50");
+    EXPECT_EQ(formatNumber(0.125, "0.00#######"), "0.125");
+    EXPECT_EQ(formatNumber(0.1234567891, "0.00#######"), "0.123456789");
+    EXPECT_EQ(formatNumber(12, "0.000"), "12.000");
+    EXPECT_EQ(formatNumber(1234.5, "0.000"), "1234.500");
+    EXPECT_EQ(formatNumber(5, "##0.0"), "5.0");
+    EXPECT_EQ(formatNumber(0, "##0.0"), "0.0");
+    EXPECT_EQ(formatNumber(0, "####0.000"), "0.000");
+}
+
+TEST(NumberFormat, RoundsHalfAwayFromZeroOnTheDecimalDigits) {
+    EXPECT_EQ(formatNumber(0.0005, "0.000"), "0.001");
+    EXPECT_EQ(formatNumber(0.0015, "0.000"), "0.002");
+    EXPECT_EQ(formatNumber(1.005, "0.00"), "1.01");  // its double is a little less
+    EXPECT_EQ(formatNumber(9.9996, "0.000"), "10.000");
+    EXPECT_EQ(formatNumber(0.99996, "0.000"), "1.000");
+    EXPECT_EQ(formatNumber(0.00004, "0.000"), "0.000");
+    EXPECT_EQ(formatNumber(-0.0004, "0.000"), "0.000");
+    EXPECT_EQ(formatNumber(-2.5, "0"), "-3");
+    EXPECT_EQ(formatNumber(1e-20, "0.000"), "0.000");
+    EXPECT_EQ(formatNumber(1e20, "0.0"), "100000000000000000000.0");
+}
+
+TEST(Text, CountsCharactersNotBytes) {
+    EXPECT_EQ(characterCount("aé€"), 3u);
+    EXPECT_EQ(characters("é1"), (std::vector<std::string>{"é", "1"}));
+    EXPECT_EQ(characterCount("\xC3"), 1u);        // cut off in the middle of a character
+    EXPECT_EQ(characterCount("\xE2\x82z"), 3u);   // not UTF-8: a byte a character
+    EXPECT_EQ(withoutLast("aé€", 2), "a");
+    EXPECT_EQ(withoutLast("ab", 5), "");
+    for (const std::int32_t code : {0x41, 0xE9, 0x20AC, 0x1F600}) EXPECT_EQ(codeOf(characterOf(code)), code);
+    EXPECT_EQ(characterOf(-1), characterOf(0xFFFD));
+    EXPECT_EQ(characterOf(0xD800), characterOf(0xFFFD));
+}
+
+TEST(Text, CaseAndBlanks) {
+    EXPECT_EQ(upperCase("aZ1é÷"), "AZ1É÷");
+    EXPECT_EQ(lowerCase("AzÉ×"), "azé×");
+    EXPECT_EQ(trimmed("  a b "), "a b");
+    EXPECT_EQ(trimmed("   "), "");
+    EXPECT_EQ(trimmed("\ta"), "\ta");
+    EXPECT_FALSE(contains("", ""));
+    EXPECT_TRUE(contains("ab", ""));
+    EXPECT_FALSE(contains("ab", "A"));
+}
+
+}  // namespace
+}  // namespace dravik

@@ -1,0 +1,204 @@
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <cmath>
+
+#include "inspection/CharArray.h"
+#include "screen/support/RecordingTool.h"
+#include "screen/support/ScriptedPlatform.h"
+#include "screen/support/TracedJobs.h"
+
+namespace dravik::test {
+namespace {
+
+using testing::Contains;
+using testing::ElementsAre;
+using testing::IsSupersetOf;
+
+struct CharArrayTest : testing::Test {
+    CharArrayTest() {
+        binding.tool = tool;
+        sbr.add("Message", "", 100);
+        tool->characterSet = {"A", "B", "C"};
+        tool->trained = {{"A", 2, filled(0.5)}, {"B", 1, filled(1.0)}, {"C", 0, filled(0.0)}};
+    }
+
+    static Features filled(double value) {
+        Features features;
+        features.fill(value);
+        return features;
+    }
+    void addSample(const std::string& character, int scaled) {
+        tool->committed.push_back({character, 0.1, filled(scaled / 255.0)});
+    }
+    std::string caption(std::size_t cell) { return form().lblCell[cell]->caption(); }
+    std::string message() { return sbr.panel("Message").text(); }
+    dlgCharArray& form() { return *arrays.m_dlgArray(); }
+
+    TracedJobs jobs;
+    ScriptedPlatform platform;
+    TraceLog log{platform, jobs.folder()};
+    StatusBar sbr{"sbr"};
+    modErrors errors{log, sbr};
+    std::shared_ptr<RecordingTool> tool = std::make_shared<RecordingTool>();
+    ToolBinding binding;
+    std::vector<std::string> fontArray;
+    std::vector<std::string> charactersOfTool = {"A", "B", "C"};
+    std::vector<std::pair<std::string, int>> events;
+    CharArray arrays{binding, errors, fontArray,
+                     {[this] { fontArray = charactersOfTool; },
+                      [this](const std::string& character, std::int16_t mode) {
+                          events.emplace_back(character, mode);
+                          arrays.DisplayCharArray(character, mode == kStdDevMode);
+                      }}};
+};
+
+TEST_F(CharArrayTest, CellsShowTheScaledFeaturesInGrey) {
+    tool->trained[1].features[10] = 127 / 255.0;
+    arrays.DisplayCharArray("A", false);
+    EXPECT_EQ(form().caption(), "Character Array for A");
+    // 127.5 goes to the even neighbour.
+    EXPECT_EQ(caption(0), "128");
+    EXPECT_EQ(form().lblCell[48]->backColor(), rgb(128, 128, 128));
+    EXPECT_EQ(form().lblCell[48]->foreColor(), rgb(0, 0, 0));
+    EXPECT_EQ(form().lblCell[9]->accessibleName(), "Row 2, column 3: 128");
+    EXPECT_THAT(platform.shown, ElementsAre("dlgCharArray"));
+
+    form().cboChar.setText("B");
+    EXPECT_EQ(caption(10), "127");
+    EXPECT_EQ(form().lblCell[10]->foreColor(), rgb(255, 255, 255));
+    EXPECT_EQ(caption(11), "255");
+}
+
+TEST_F(CharArrayTest, DeviationIsThatOfTheWholePopulation) {
+    addSample("A", 10);
+    addSample("B", 200);
+    addSample("A", 20);
+    arrays.DisplayCharArray("A", true);
+    EXPECT_EQ(form().caption(), "Standard Dev Array for A");
+    EXPECT_EQ(caption(0), "5.0");
+    EXPECT_EQ(caption(48), "5.0");
+    EXPECT_EQ(form().lblCell[48]->accessibleName(), "Row 7, column 7: 5.0");
+    // The cells keep the grey of the character's own features.
+    EXPECT_EQ(form().lblCell[0]->backColor(), rgb(128, 128, 128));
+
+    arrays.DisplayCharArray("B", true);
+    EXPECT_EQ(caption(0), "0.0");
+}
+
+TEST_F(CharArrayTest, NoSamplesSayNotAvailable) {
+    addSample("A", 10);
+    arrays.DisplayCharArray("C", true);
+    EXPECT_EQ(message(), "Number of samples = 0");
+    EXPECT_EQ(caption(0), "n/a");
+    EXPECT_EQ(caption(48), "n/a");
+
+    tool->committed.clear();
+    arrays.DisplayCharArray("A", true);
+    EXPECT_EQ(caption(24), "n/a");
+}
+
+TEST_F(CharArrayTest, OverflowIsReportedAndLeavesNoFigureOfAnotherCharacter) {
+    addSample("B", 7);
+    arrays.DisplayCharArray("B", true);
+    EXPECT_EQ(caption(0), "0.0");
+    // 182 squares of 255 times 182 pass 2^31; 181 do not.
+    for (int i = 0; i < 181; ++i) addSample("A", 255);
+    arrays.DisplayCharArray("A", true);
+    EXPECT_EQ(caption(0), "0.0");
+    addSample("A", 255);
+    arrays.DisplayCharArray("A", true);
+    EXPECT_EQ(message(), "CalculateStdDev Err 6 Overflow");
+    EXPECT_EQ(caption(0), "");
+    EXPECT_EQ(platform.shown.size(), 3u);
+}
+
+TEST_F(CharArrayTest, ChooserAndButtonsAskForAnotherArray) {
+    addSample("B", 10);
+    arrays.DisplayCharArray("A", false);
+    EXPECT_TRUE(events.empty());
+    EXPECT_EQ(form().cboChar.text(), "A");
+
+    auto* const before = &form();
+    form().tlbArray.button("StdDev").press();
+    EXPECT_THAT(events, ElementsAre(std::pair("A", 1)));
+    EXPECT_TRUE(form().tlbArray.button("StdDev").pressed());
+    EXPECT_FALSE(form().tlbArray.button("Char").pressed());
+
+    // Another character in the mode that is shown.
+    form().cboChar.setText("B");
+    EXPECT_THAT(events, ElementsAre(std::pair("A", 1), std::pair("B", 1)));
+    EXPECT_EQ(form().caption(), "Standard Dev Array for B");
+    EXPECT_EQ(caption(0), "0.0");
+
+    // A button that was down stays down.
+    form().tlbArray.button("StdDev").press();
+    EXPECT_TRUE(form().tlbArray.button("StdDev").pressed());
+    form().tlbArray.button("Char").press();
+    EXPECT_EQ(events.back(), std::pair(std::string("B"), 0));
+    EXPECT_EQ(caption(0), "255");
+    EXPECT_EQ(&form(), before);
+}
+
+TEST_F(CharArrayTest, FontArrayTooShortChangesNothingButIsTraced) {
+    charactersOfTool = {"A"};
+    g_bTrace = true;
+    arrays.DisplayCharArray("A", false);
+    EXPECT_EQ(form().caption(), "Character Array");
+    EXPECT_EQ(form().cboChar.count(), 0);
+    EXPECT_EQ(caption(0), "128");
+    charactersOfTool.clear();
+    arrays.DisplayCharArray("A", false);
+    form().SetCharacter("A", nullptr, 0);
+    EXPECT_THAT(jobs.entries(),
+                IsSupersetOf({"UBound(FontArray) = 0", "IsEmpty(FontArray) = TRUE", "IsArray(FontArray) = FALSE"}));
+}
+
+TEST_F(CharArrayTest, TracesItsSteps) {
+    g_bTrace = true;
+    tool->uncommitted = {{"A", 0, {}}, {"B", 0, {}}};
+    arrays.DisplayCharArray("A", false);
+    arrays.PrintFeatureVect();
+    EXPECT_THAT(jobs.entries(),
+                ElementsAre("Dravikdlg.DisplayCharArray(A)", "lUBound1 = 3", "lUBound2 = 52", "dlgCharArray.Form_Load",
+                            "DravikDlg.DisplayCharArray: Set m_dlgArray = New dlgCharArray",
+                            "dlgCharArray.SetCharacter(A)", "dlgCharArray.SetMode", "Dravikdlg.PrintFeatureVect",
+                            "uncommitted UBound(vSamples, 0) = 2"));
+}
+
+TEST_F(CharArrayTest, AnswersThatAreMissingOrBroken) {
+    tool->trained.clear();
+    arrays.DisplayCharArray("B", false);
+    EXPECT_EQ(caption(0), "0");
+    EXPECT_EQ(message(), "");
+
+    tool->failAt("GetSampleData", 42, "camera unplugged");
+    arrays.DisplayCharArray("B", false);
+    EXPECT_EQ(message(), "DisplayCharArray Err 42 camera unplugged");
+    tool->succeedAt("GetSampleData");
+    // A table too narrow to hold 49 features.
+    tool->answers[kAllTrained] =
+        std::make_shared<CellTable>(std::vector<std::vector<Cell>>{{"H", "H"}, {0.0, 66.0}});
+    arrays.DisplayCharArray("B", false);
+    EXPECT_EQ(message(), "DisplayCharArray Err 9 Subscript out of range");
+    binding.tool.reset();
+    arrays.DisplayCharArray("B", false);
+    EXPECT_EQ(message(), "DisplayCharArray Err 91 Object variable or With block variable not set");
+}
+
+TEST_F(CharArrayTest, ClosedFormIsReplacedAndReleaseDropsIt) {
+    arrays.release();
+    arrays.DisplayCharArray("A", false);
+    form().unload();
+    arrays.DisplayCharArray("B", false);
+    EXPECT_TRUE(form().loaded());
+    EXPECT_EQ(form().caption(), "Character Array for B");
+    int closed = 0;
+    form().unloaded.subscribe([&] { ++closed; });
+    arrays.release();
+    EXPECT_EQ(closed, 1);
+    EXPECT_EQ(arrays.m_dlgArray(), nullptr);
+}
+
+}  // namespace
+}  // namespace dravik::test

@@ -1,0 +1,180 @@
+#include <algorithm>
+#include <cmath>
+#include <limits>
+
+#include "screen/support/BoundScreen.h"
+
+namespace dravik::test {
+namespace {
+
+Features filled(double value) {
+    Features features;
+    features.fill(value);
+    return features;
+}
+
+class InclusionTest : public BoundScreen {
+  protected:
+    InclusionTest() { bind(); }
+
+    // The image shows one sample a character, all features `value`.
+    void show(const std::string& characters, double value = 0.5) {
+        tool->image.emplace();
+        for (const char c : characters) tool->image->push_back({std::string(1, c), 0, filled(value)});
+    }
+};
+
+TEST_F(InclusionTest, AnEmptyTextAsksForOneAndTouchesNothing) {
+    include("");
+    EXPECT_EQ(message(), "Input text or characters, then click Include.");
+    EXPECT_TRUE(tool->changes().empty());
+    EXPECT_FALSE(control.m_FontChanged());
+}
+
+TEST_F(InclusionTest, CommitsTheSamplesAndRemembersTheInclude) {
+    include(" ABA ");
+    EXPECT_EQ(tool->count("IncludeSamples(ABA)"), 1);
+    EXPECT_EQ(tool->committed.size(), 3u);
+    EXPECT_EQ(message(), "3 samples included.");
+    EXPECT_EQ(screen().sbr.panel("LastInclude").text(), "ABA");
+    EXPECT_EQ(toolButton("Undo").toolTip(), "Undo include for 'ABA'");
+    EXPECT_TRUE(toolButton("Undo").enabled());
+    EXPECT_TRUE(control.m_FontChanged());
+    EXPECT_TRUE(screen().sample.cmdInclude.enabled());
+    EXPECT_TRUE(screen().train.cmdTrain.enabled());
+    EXPECT_EQ(screen().numeric.cboDisplay.listIndex(), kDisplayCommitted);
+    EXPECT_EQ(screen().numeric.grid.rows(), 4);
+    EXPECT_EQ(cell("A").backColor(), rgb(128, 128, 255));
+    EXPECT_EQ(cell("C").backColor(), rgb(255, 255, 255));
+    include("C");
+    EXPECT_EQ(cell("A").backColor(), rgb(128, 128, 255)) << "all includes since the font was loaded are marked";
+    EXPECT_EQ(cell("C").backColor(), rgb(128, 128, 255));
+}
+
+TEST_F(InclusionTest, ADifferentCountIsShownAndTheSamplesAreDeleted) {
+    show("ABCA");
+    platform.boxAnswers = {Answer::Ok};
+    include("AB CA");
+    ASSERT_EQ(platform.boxes.size(), 1u);
+    EXPECT_EQ(platform.boxes[0].title, "Difference in character counts");
+    EXPECT_EQ(platform.boxes[0].text,
+              "Input characters:\r    AB CA (5 characters)\r\rFound characters:\r    ABCA (4 characters)\r\r"
+              "Samples will not be included.");
+    EXPECT_TRUE(tool->uncommitted.empty());
+    EXPECT_TRUE(tool->committed.empty());
+    EXPECT_EQ(tool->count("DeleteSample(200000)"), 5) << "one call more than there are samples";
+    EXPECT_EQ(message(), "Adjust OCR tool and try Include again.");
+    EXPECT_TRUE(screen().sample.cmdInclude.enabled());
+    EXPECT_FALSE(toolButton("Undo").enabled());
+}
+
+TEST_F(InclusionTest, ASampleWithoutFeaturesIsNotCounted) {
+    show("AB");
+    tool->image->push_back({"C", 0, filled(0)});
+    include("AB");
+    EXPECT_TRUE(platform.boxes.empty());
+    EXPECT_EQ(message(), "3 samples included.");
+}
+
+TEST_F(InclusionTest, InvalidFeaturesStopTheInclude) {
+    for (const double bad : {-0.1, std::nan(""), std::numeric_limits<double>::infinity()}) {
+        show("AB");
+        (*tool->image)[1].features[48] = bad;
+        platform.boxAnswers = {Answer::Ok};
+        platform.boxes.clear();
+        include("AB");
+        ASSERT_EQ(platform.boxes.size(), 1u);
+        EXPECT_EQ(platform.boxes[0].title, "Error constant detected");
+        EXPECT_EQ(platform.boxes[0].text, "Error detected for character B\r\rCharacters will not be included.");
+        EXPECT_TRUE(tool->uncommitted.empty());
+        EXPECT_TRUE(tool->committed.empty());
+    }
+}
+
+TEST_F(InclusionTest, MissingCharactersAreOfferedOnceInTheirOrder) {
+    platform.boxAnswers = {Answer::Yes};
+    include("aA1a");
+    ASSERT_EQ(platform.boxes.size(), 1u);
+    EXPECT_EQ(platform.boxes[0].title, "Warning: Invalid Characters");
+    EXPECT_EQ(platform.boxes[0].text,
+              "Characters a1 are not in the font character set. Include these characters now?\r\r"
+              "Note: Selecting 'No' will remove samples added when Include was clicked.");
+    EXPECT_EQ(screen().font.txtCharSet.text(), "ABCa1");
+    EXPECT_EQ(tool->count("SetCharacterSet(,A,B,C,a,1)"), 1);
+    EXPECT_EQ(tool->committed.size(), 4u);
+    EXPECT_EQ(message(), "4 samples included.");
+}
+
+TEST_F(InclusionTest, DecliningDeletesTheSamplesAndEmptiesTheLastInclude) {
+    include("A");
+    platform.boxAnswers = {Answer::No};
+    include("x");
+    EXPECT_EQ(message(), "Samples not included.");
+    EXPECT_EQ(tool->committed.size(), 1u);
+    EXPECT_TRUE(tool->uncommitted.empty());
+    EXPECT_EQ(screen().sbr.panel("LastInclude").text(), "");
+    EXPECT_EQ(toolButton("Undo").toolTip(), "Undo include for ''");
+    EXPECT_TRUE(toolButton("Undo").enabled());
+    toolButton("Undo").press();
+    EXPECT_EQ(tool->committed.size(), 1u) << "nothing is left to undo";
+}
+
+TEST_F(InclusionTest, NothingFoundForATextOfBlanksCannotBeCounted) {
+    show("");
+    include("   ");
+    EXPECT_EQ(tool->count("IncludeSamples()"), 1);
+    EXPECT_EQ(message(), "Samples could not be included. Error counting samples.");
+}
+
+TEST_F(InclusionTest, MaintainCaseFollowsTheFontsLetters) {
+    const auto typed = [&](std::vector<CharacterRecord> records, const std::string& text) {
+        tool->trained = std::move(records);
+        screen().sample.chkCase.setChecked(true);
+        show("A");
+        tool->calls.clear();
+        platform.boxAnswers = {Answer::Ok};
+        include(text);
+        platform.boxAnswers.clear();
+        return screen().sample.txtSampleInput.text();
+    };
+    EXPECT_EQ(typed({{"A", 1, {}}, {"1", 1, {}}}, "aBé"), "ABÉ");
+    EXPECT_EQ(typed({{"a", 1, {}}}, "aBz"), "abz");
+    EXPECT_EQ(typed({{"a", 1, {}}, {"A", 1, {}}}, "aBz"), "aBz");
+    EXPECT_EQ(typed({{"1", 1, {}}, {"É", 1, {}}}, "aBz"), "aBz");
+    screen().sample.chkCase.setChecked(false);
+    EXPECT_EQ(message(), "");
+}
+
+TEST_F(InclusionTest, TypingCountsTheCharacters) {
+    screen().sample.txtSampleInput.setText(" é ");
+    EXPECT_EQ(message(), "1 character");
+    screen().sample.txtSampleInput.setText("a b");
+    EXPECT_EQ(message(), "3 characters");
+    screen().sample.txtSampleInput.setText("");
+    EXPECT_EQ(message(), "0 characters");
+}
+
+TEST_F(InclusionTest, AToolThatFailsAtAnyStepLeavesTheScreenUsable) {
+    for (const char* operation : {"IncludeSamples", "GetUncommittedSamples", "CommitNewSamples", "GetSampleData",
+                                  "DeleteSample", "GetCharacterSet"}) {
+        tool->failAt(operation, -2147467259, "Camera lost");
+        platform.boxAnswers.assign(3, Answer::Ok);
+        include("AB");
+        EXPECT_TRUE(screen().sample.cmdInclude.enabled()) << operation;
+        tool->succeedAt(operation);
+        tool->uncommitted.clear();
+    }
+    platform.boxAnswers.clear();
+    tool->failAt("CommitNewSamples", -2147467259, "Camera lost");
+    screen().sample.txtSampleInput.setText("AB");
+    std::vector<std::string> messages;
+    const Connection watch =
+        screen().sbr.changed.connect([&](Change) { messages.push_back(message()); });
+    screen().sample.cmdInclude.press();
+    EXPECT_NE(std::find(messages.begin(), messages.end(), "CommitSamples Err -2147467259 Camera lost"),
+              messages.end());
+    EXPECT_EQ(message(), "0 samples included.");
+}
+
+}  // namespace
+}  // namespace dravik::test

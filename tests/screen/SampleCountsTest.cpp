@@ -1,0 +1,110 @@
+#include "samples/SampleCounts.h"
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <fstream>
+#include <sstream>
+
+#include "screen/support/RecordingTool.h"
+#include "screen/support/ScriptedPlatform.h"
+#include "screen/support/TracedJobs.h"
+
+namespace dravik::test {
+namespace {
+
+class SampleCountsTest : public testing::Test {
+  protected:
+    SampleCountsTest() {
+        sbr.add("Message", "", 0);
+        binding.tool = tool;
+        binding.m_ToolBound = true;
+    }
+
+    std::string message() { return sbr.panel("Message").text(); }
+    std::string dump() {
+        std::ifstream in(jobs.folder().uncommittedDump(), std::ios::binary);
+        std::ostringstream text;
+        text << in.rdbuf();
+        return text.str();
+    }
+
+    TracedJobs jobs;
+    ScriptedPlatform platform;
+    TraceLog log{platform, jobs.folder()};
+    StatusBar sbr{"sbr"};
+    modErrors errors{log, sbr};
+    std::shared_ptr<RecordingTool> tool = std::make_shared<RecordingTool>();
+    ToolBinding binding;
+    SampleCounts counts{binding, errors};
+};
+
+TEST_F(SampleCountsTest, CountsByKindAndByCharacter) {
+    tool->addCommitted("A", {0.1, 0.2});
+    tool->addCommitted("a", {0.3});
+    tool->uncommitted = {{"A", 0, {}}};
+    tool->trained = {{"B", 7, {}}, {"A", 12, {}}};
+    EXPECT_EQ(counts.NumberCommittedAll(), 3);
+    EXPECT_EQ(counts.NumberUncommittedAll(), 1);
+    EXPECT_EQ(counts.NumberCommitted("A"), 2);
+    EXPECT_EQ(counts.NumberCommitted("z"), 0);
+    EXPECT_EQ(counts.NumberTrained("A"), 12);
+    EXPECT_EQ(counts.NumberTrained("z"), 0);
+    EXPECT_EQ(message(), "");
+}
+
+TEST_F(SampleCountsTest, WithoutAToolTheCountsByCharacterAskNothing) {
+    binding.m_ToolBound = false;
+    EXPECT_EQ(counts.NumberCommitted("A"), -9999);
+    EXPECT_EQ(counts.NumberTrained("A"), -9999);
+    EXPECT_TRUE(tool->calls.empty());
+    binding.tool.reset();
+    EXPECT_EQ(counts.NumberCommittedAll(), 0);
+    EXPECT_EQ(message(), "NumberCommittedAll Err 91 Object variable or With block variable not set");
+}
+
+TEST_F(SampleCountsTest, WhatCannotBeCountedIsReported) {
+    EXPECT_EQ(counts.NumberUncommittedAll(), 0);
+    EXPECT_EQ(message(), "NumberUncommittedAll Err 13 Type mismatch");
+    tool->trained = {{"A", 40000, {}}};
+    EXPECT_EQ(counts.NumberTrained("A"), 0);
+    EXPECT_EQ(message(), "NumberTrained Err 6 Overflow");
+    tool->committed.assign(32768, {"A", 0, {}});
+    EXPECT_EQ(counts.NumberCommittedAll(), 0);
+    EXPECT_EQ(message(), "NumberCommittedAll Err 6 Overflow");
+}
+
+TEST_F(SampleCountsTest, TheDumpHoldsARowPerSampleAndEndsEveryLineInAComma) {
+    std::vector<std::vector<Cell>> rows = {{"No", "Code", "Distance", "Note"},
+                                           {200000.0, 66.0, 1.0, std::string("7")},
+                                           {200001.0, 65.0, 12.0, std::string("x")},
+                                           {200002.0, 65.0, 3.5, std::monostate{}}};
+    tool->answers[299999] = std::make_shared<CellTable>(rows);
+    counts.SaveUncommitted();
+    EXPECT_EQ(dump(),
+              "No,Code,Distance,Note,\r\n"
+              "0,B,1.000,7.000,\r\n"
+              "1,A,12.000,x,\r\n"
+              "2,A,3.500,,\r\n");
+    tool->answers.clear();
+    counts.SaveUncommitted();
+    EXPECT_EQ(dump(), "") << "without samples the file is left empty";
+    EXPECT_EQ(message(), "");
+
+    std::filesystem::remove_all(jobs.folder().folder());
+    counts.SaveUncommitted();
+    EXPECT_EQ(message(), "SaveUncommitted Err 76 Path not found");
+}
+
+TEST_F(SampleCountsTest, ATableOfTheWrongShapeIsAFailureNotACrash) {
+    tool->answers[399999] = std::make_shared<CellTable>(std::vector<std::vector<Cell>>{{"No"}, {1.0}});
+    EXPECT_EQ(counts.NumberCommitted("A"), 0);
+    EXPECT_EQ(message(), "NumberCommitted Err 9 Subscript out of range");
+    tool->answers[399999] =
+        std::make_shared<CellTable>(std::vector<std::vector<Cell>>{{"No", "Code"}, {1.0, std::string("A")}});
+    EXPECT_EQ(counts.NumberCommitted("A"), 0);
+    EXPECT_EQ(message(), "NumberCommitted Err 13 Type mismatch");
+}
+
+}  // namespace
+}  // namespace dravik::test

@@ -1,0 +1,112 @@
+#include "screen/support/BoundScreen.h"
+
+namespace dravik::test {
+namespace {
+
+class SampleDeletionTest : public BoundScreen {
+  protected:
+    std::string committed() const {
+        std::string all;
+        for (const auto& sample : tool->committed) all += sample.character;
+        return all;
+    }
+    std::vector<std::string> deletions() const {
+        std::vector<std::string> result;
+        for (const auto& call : tool->calls)
+            if (call.starts_with("DeleteSample")) result.push_back(call);
+        return result;
+    }
+};
+
+TEST_F(SampleDeletionTest, ARangeOfDistancesDeletesThatCharactersSamplesOnly) {
+    tool->addCommitted("A", {0.1, 0.5, 0.9});
+    tool->addCommitted("B", {0.5});
+    tool->addCommitted("A", {0.5, 0.2});
+    bind();
+    EXPECT_EQ(control.DeleteSamplesByDistance("A", 0.5, 0.9), 3);
+    EXPECT_EQ(committed(), "ABA");
+    EXPECT_EQ(deletions(), (std::vector<std::string>{"DeleteSample(300001)", "DeleteSample(300001)",
+                                                     "DeleteSample(300002)"}));
+    EXPECT_TRUE(control.m_FontChanged());
+    EXPECT_EQ(screen().numeric.grid.rows(), 4);
+    EXPECT_EQ(control.DeleteSamplesByDistance("A", 0.9, 0.1), 0);
+    EXPECT_EQ(control.DeleteSamplesByDistance("A", 0.1, 0.1), 1);
+}
+
+TEST_F(SampleDeletionTest, TheLastRecordIsNeverExamined) {
+    tool->addCommitted("B", {0.1, 0.1});
+    tool->addCommitted("A", {0.1});
+    bind();
+    EXPECT_EQ(control.DeleteSamplesByDistance("A", 0, 1), 0);
+    EXPECT_EQ(committed(), "BBA");
+    tool->committed.resize(1);
+    EXPECT_EQ(control.DeleteSamplesByDistance("B", 0, 1), 0) << "a failed deletion answers what it had so far";
+    EXPECT_EQ(message(), "DeleteSamplesByDistance Err 9 Subscript out of range");
+    EXPECT_EQ(committed(), "") << "the sample that matched before the failure stays deleted";
+}
+
+TEST_F(SampleDeletionTest, NoCommittedSamplesDeleteNothingAndChangeNothing) {
+    bind();
+    EXPECT_EQ(control.DeleteSamplesByDistance("A", 0, 1), 0);
+    EXPECT_FALSE(control.m_FontChanged());
+    EXPECT_EQ(message(), "");
+}
+
+TEST_F(SampleDeletionTest, UndoRemovesTheLastIncludeOnce) {
+    tool->addCommitted("C", {0.1, 0.2});
+    bind();
+    include("AB");
+    include("BAAB");
+    EXPECT_EQ(committed(), "CCABBAAB");
+    tool->calls.clear();
+    toolButton("Undo").press();
+    EXPECT_EQ(deletions(), (std::vector<std::string>{"DeleteSample(300008)", "DeleteSample(300007)",
+                                                     "DeleteSample(300006)", "DeleteSample(300005)",
+                                                     "DeleteSample(300004)"}))
+        << "the first names the place behind the last sample";
+    EXPECT_EQ(committed(), "CCAB");
+    EXPECT_EQ(message(), "Removed last included: BAAB");
+    EXPECT_EQ(screen().sbr.panel("LastInclude").text(), "");
+    EXPECT_FALSE(toolButton("Undo").enabled());
+    EXPECT_EQ(cell("A").backColor(), rgb(128, 128, 255)) << "A and B are still included by the first";
+    toolButton("Undo").press();
+    EXPECT_EQ(committed(), "CCAB");
+}
+
+TEST_F(SampleDeletionTest, AToolThatReportsTheExtraCallEndsTheUndoThere) {
+    bind();
+    include("AB");
+    tool->noSuchSample = Failure(RuntimeError::SubscriptOutOfRange);
+    toolButton("Undo").press();
+    EXPECT_EQ(message(), "DeleteLast Err 9 Subscript out of range");
+    EXPECT_EQ(committed(), "AB");
+}
+
+TEST_F(SampleDeletionTest, LoadingAnotherFontForgetsTheInclude) {
+    tool->fonts = {"ocrb", "other"};
+    bind();
+    include("AB");
+    platform.modalHandlers["dlgFontManager"] = [](Form& form) {
+        dynamic_cast<ListBox&>(*form.find("lbFonts")).setListIndex(1);
+        dynamic_cast<Button&>(*form.find("OKButton")).press();
+    };
+    screen().font.cmdSelectFont.press();
+    EXPECT_FALSE(toolButton("Undo").enabled());
+    EXPECT_EQ(screen().sbr.panel("LastInclude").text(), "");
+    include("C");
+    EXPECT_NE(cell("A").backColor(), rgb(128, 128, 255));
+}
+
+TEST_F(SampleDeletionTest, HighlightMarksCharactersByExactCase) {
+    bind();
+    control.HighlightIncluded("Ab");
+    EXPECT_EQ(cell("A").backColor(), rgb(128, 128, 255));
+    EXPECT_EQ(cell("b").backColor(), rgb(128, 128, 255));
+    EXPECT_EQ(cell("B").backColor(), rgb(255, 255, 255));
+    EXPECT_EQ(cell("A").accessibleName(), "A, 0 trained, included");
+    control.HighlightIncluded("");
+    for (const auto& label : screen().overview.lblChar) EXPECT_NE(label->backColor(), rgb(128, 128, 255));
+}
+
+}  // namespace
+}  // namespace dravik::test

@@ -1,0 +1,107 @@
+#include "screen/support/BoundScreen.h"
+
+namespace dravik::test {
+namespace {
+
+class SamplesGridTest : public BoundScreen {
+  protected:
+    SamplesGridTest() {
+        tool->addCommitted("B", {0.1, 0.25});
+        tool->addCommitted("A", {0.0005});
+        tool->trained = {{"A", 1, {}}, {"B", 2, {}}};
+        bind();
+    }
+
+    Grid& grid() { return screen().numeric.grid; }
+    void click(int button, int row, int column) {
+        grid().setMouseCell(row, column);
+        grid().mouseDown(MouseEvent{button, 0, 0, 0});
+    }
+    std::string column(int index) {
+        std::string all;
+        for (int row = 1; row < grid().rows(); ++row) all += grid().text(row, index) + " ";
+        return all;
+    }
+};
+
+TEST_F(SamplesGridTest, ShowsNumbersCharactersAndFormattedFields) {
+    EXPECT_EQ(grid().rows(), 4);
+    EXPECT_EQ(grid().columns(), 54);
+    EXPECT_EQ(grid().text(0, 0), "");
+    EXPECT_EQ(grid().text(0, 1), "");
+    EXPECT_NE(grid().text(0, 2), "");
+    EXPECT_EQ(column(0), "0 1 2 ");
+    EXPECT_EQ(column(1), "B B A ");
+    EXPECT_EQ(column(2), "0.100 0.250 0.001 ");
+    EXPECT_TRUE(grid().centered(0));
+    EXPECT_TRUE(grid().centered(1));
+    EXPECT_FALSE(grid().centered(2));
+    screen().numeric.cboDisplay.setListIndex(kDisplayStatistics);
+    EXPECT_EQ(grid().columns(), 53);
+    EXPECT_EQ(column(2), "1.000 2.000 ");
+    screen().numeric.cboDisplay.setListIndex(kDisplayUncommitted);
+    EXPECT_EQ(column(2), "1.000 2.000 ") << "an empty answer leaves the grid as it was";
+}
+
+TEST_F(SamplesGridTest, TheOrderChosenSurvivesARefill) {
+    click(kLeftButton, 0, 1);
+    EXPECT_EQ(column(0), "2 0 1 ");
+    screen().numeric.cboDisplay.setListIndex(kDisplayCommitted);
+    EXPECT_EQ(column(0), "2 0 1 ");
+    click(kLeftButton, 0, 2);
+    click(kLeftButton, 2, 0);
+    EXPECT_EQ(column(0), "2 0 1 ") << "only the headings of the first two columns sort";
+    click(kLeftButton, 0, 0);
+    EXPECT_EQ(column(0), "0 1 2 ");
+    screen().numeric.cboDisplay.setListIndex(kDisplayCommitted);
+    EXPECT_EQ(column(0), "0 1 2 ");
+}
+
+TEST_F(SamplesGridTest, CopyPutsATabBehindEveryCell) {
+    grid().select(2, 2, 1, 1);
+    grid().keyDown(kKeyInsert, kCtrlMask);
+    EXPECT_EQ(platform.clipboard, "B\t0.100\t\r\nB\t0.250\t\r\n");
+    platform.clipboard = "kept";
+    grid().keyDown(kKeyInsert, kShiftMask);
+    EXPECT_EQ(platform.clipboard, "kept");
+    DravikDlg empty(platform, jobs.folder());
+    empty.screen().numeric.grid.keyDown(kKeyInsert, kCtrlMask);
+    EXPECT_EQ(platform.clipboard, "");
+}
+
+TEST_F(SamplesGridTest, DeleteNamesTheSameSampleOncePerSelectedRow) {
+    grid().select(2, 0, 3, 53);
+    grid().keyDown(kKeyDelete, 0);
+    EXPECT_EQ(tool->count("DeleteSample(300001)"), 2);
+    EXPECT_EQ(tool->committed.size(), 1u);
+    EXPECT_EQ(grid().rows(), 2);
+    EXPECT_EQ(message(), "Deleted samples. Learn again to update graphical display.");
+
+    tool->uncommitted.assign(5, {"A", 0, {}});
+    screen().numeric.cboDisplay.setListIndex(kDisplayUncommitted);
+    grid().select(3, 0, 5, 0);
+    grid().keyDown(kKeyDelete, 0);
+    EXPECT_EQ(tool->count("DeleteSample(200002)"), 3);
+}
+
+TEST_F(SamplesGridTest, NothingIsDeletedUpwardsOrFromTheStatistics) {
+    grid().select(3, 0, 1, 0);
+    grid().keyDown(kKeyDelete, 0);
+    EXPECT_EQ(tool->committed.size(), 3u);
+    screen().numeric.cboDisplay.setListIndex(kDisplayStatistics);
+    screen().sbr.panel("Message").setText("");
+    grid().select(1, 0, 1, 0);
+    grid().keyDown(kKeyDelete, 0);
+    EXPECT_EQ(tool->committed.size(), 3u);
+    EXPECT_EQ(message(), "Deleted samples. Learn again to update graphical display.");
+}
+
+TEST_F(SamplesGridTest, AFailedDeletionIsReportedUnderTheKey) {
+    tool->failAt("DeleteSample", 70, "Permission denied");
+    grid().select(1, 0, 2, 0);
+    grid().keyDown(kKeyDelete, 0);
+    EXPECT_EQ(message(), "grid_KeyDown Err 70 Permission denied");
+}
+
+}  // namespace
+}  // namespace dravik::test

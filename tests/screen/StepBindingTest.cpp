@@ -1,0 +1,130 @@
+#include "screen/support/BoundScreen.h"
+
+namespace dravik::test {
+namespace {
+
+TEST_F(BoundScreen, StartsEmptyWithNothingToSaveOrStop) {
+    EXPECT_FALSE(screen().train.cmdSaveFont.enabled());
+    EXPECT_FALSE(screen().train.cmdRevert.enabled());
+    EXPECT_FALSE(screen().train.cmdStop.enabled());
+    EXPECT_EQ(screen().train.cboTimeout.text(), "10 sec");
+    EXPECT_TRUE(screen().overview.fraChar.visible());
+    EXPECT_FALSE(screen().numeric.grid.visible());
+    EXPECT_EQ(screen().font.lblSelectedFont.caption(), "Name");
+    EXPECT_EQ(control.step(), nullptr);
+    EXPECT_EQ(message(), "");
+}
+
+TEST_F(BoundScreen, RefusesAnyOtherStepAndChangesNothing) {
+    for (const char* identifier : {"Step.DravikTool.2", "step.draviktool.1", "Step.DravikTool.1 ", ""}) {
+        tool->program = identifier;
+        try {
+            control.setStep(tool);
+            FAIL() << identifier;
+        } catch (const Failure& failure) {
+            EXPECT_EQ(static_cast<std::uint32_t>(failure.number()), 0x80004005u);
+            EXPECT_EQ(failure.source(), "DravikPage.DravikPage");
+            EXPECT_EQ(failure.description(), "Given step is not Dravik Tool");
+        }
+    }
+    EXPECT_EQ(control.step(), nullptr);
+    EXPECT_TRUE(tool->calls.empty() || tool->changes().empty());
+}
+
+TEST_F(BoundScreen, LoadsTheFontOfTheLowestBitAndFillsTheScreen) {
+    tool->fonts = {"a", "b", "c"};
+    tool->data["SelFont"] = 6;
+    tool->characterSet = {"X", "Y"};
+    tool->addCommitted("X", {0.1});
+    platform.fileDates[jobs.folder().fontFile("b")] = "1/2/2026 3:04 PM";
+    control.setStep(tool);
+    EXPECT_EQ(tool->count("LoadFont(b)"), 1);
+    EXPECT_EQ(screen().font.lblSelectedFont.caption(), "b");
+    EXPECT_EQ(control.selectedFont(), "b");
+    EXPECT_EQ(screen().font.txtCharSet.text(), "XY");
+    EXPECT_FALSE(screen().font.txtCharSet.locked());
+    EXPECT_FALSE(control.m_FontChanged());
+    EXPECT_EQ(tool->count("SetCharacterSet(X,Y)"), 0);
+    EXPECT_TRUE(screen().sample.cmdInclude.enabled());
+    EXPECT_TRUE(screen().train.cmdTrain.enabled());
+    EXPECT_TRUE(screen().numeric.grid.redraw());
+    EXPECT_EQ(screen().numeric.grid.rows(), 2);
+    EXPECT_EQ(screen().font.lblFontDateTime.caption(), "Not trained. Created 1/2/2026 3:04 PM");
+    EXPECT_EQ(cell("X").backColor(), rgb(255, 255, 255));
+}
+
+TEST_F(BoundScreen, WithoutASelectedFontShowsNoneAndOffersNeitherIncludeNorLearn) {
+    for (const double mask : {0.0, -1.0}) {
+        tool->data["SelFont"] = mask;
+        control.setStep(tool);
+        EXPECT_EQ(screen().font.lblSelectedFont.caption(), "<None>");
+        EXPECT_FALSE(screen().sample.cmdInclude.enabled());
+        EXPECT_FALSE(screen().train.cmdTrain.enabled());
+        EXPECT_FALSE(screen().numeric.grid.redraw());
+        EXPECT_EQ(control.selectedFont(), "");
+    }
+}
+
+TEST_F(BoundScreen, AFailureWhileFillingIsReportedAndLeavesWhatWasDone) {
+    tool->data["SelFont"] = 2;  // the list has one font
+    control.setStep(tool);
+    EXPECT_EQ(message(), "FillItems Err 9 Subscript out of range");
+    tool->data["SelFont"] = 40000;
+    DravikDlg other(platform, jobs.folder());
+    other.setStep(tool);
+    EXPECT_EQ(other.screen().sbr.panel("Message").text(), "FillItems Err 6 Overflow");
+    EXPECT_EQ(other.screen().train.cboTimeout.text(), "1 minute");
+    EXPECT_NE(other.step(), nullptr);
+}
+
+TEST_F(BoundScreen, ASecondStepReplacesTheFirstAndIsNotTakenForChanged) {
+    bind();
+    screen().font.txtCharSet.setText("AB");
+    EXPECT_TRUE(control.m_FontChanged());
+    auto second = std::make_shared<RecordingTool>();
+    second->fonts = {"ocrb"};
+    control.setStep(second);
+    EXPECT_EQ(control.step(), second);
+    EXPECT_FALSE(control.m_FontChanged());
+}
+
+TEST_F(BoundScreen, ClosingAsksOnlyForAChangedFontAndSavesOnYes) {
+    bind();
+    screen().font.txtCharSet.setText("AB");
+    platform.boxAnswers = {Answer::Yes};
+    control.UserControl_Terminate();
+    ASSERT_EQ(platform.boxes.size(), 1u);
+    EXPECT_EQ(platform.boxes[0].text, "The font has changed since it was last saved.\r\rSave changes?");
+    EXPECT_EQ(platform.boxes[0].title, "Font Changed");
+    EXPECT_EQ(platform.boxes[0].buttons, MessageBox::Buttons::YesNo);
+    EXPECT_EQ(tool->count("SaveFont(ocrb)"), 1);
+    control.UserControl_Terminate();
+    EXPECT_EQ(platform.boxes.size(), 1u);
+
+    DravikDlg unchanged(platform, jobs.folder());
+    unchanged.setStep(tool);
+}
+
+TEST_F(BoundScreen, ClosingWithNoSavesNothingAndAFailedSaveIsShownInABox) {
+    for (const Answer answer : {Answer::No, Answer::Yes}) {
+        DravikDlg page(platform, jobs.folder());
+        page.setStep(tool);
+        page.screen().font.txtCharSet.setText(answer == Answer::No ? "AB" : "A");
+        tool->calls.clear();
+        tool->failAt("SaveFont", 61, "Disk full");
+        platform.boxAnswers = {answer};
+        if (answer == Answer::Yes) platform.boxAnswers.push_back(Answer::Ok);
+        platform.boxes.clear();
+        page.UserControl_Terminate();
+        if (answer == Answer::No) {
+            EXPECT_EQ(tool->count("SaveFont(ocrb)"), 0);
+        } else {
+            ASSERT_EQ(platform.boxes.size(), 2u);
+            EXPECT_EQ(platform.boxes[1].text, "61 Disk full");
+            EXPECT_EQ(platform.boxes[1].title, "Error in UserControl_Terminate");
+        }
+    }
+}
+
+}  // namespace
+}  // namespace dravik::test

@@ -1,0 +1,99 @@
+#include "support/TraceLog.h"
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <fstream>
+#include <limits>
+#include <sstream>
+
+#include "screen/support/ScriptedPlatform.h"
+#include "screen/support/TracedJobs.h"
+#include "support/modErrors.h"
+
+namespace dravik::test {
+namespace {
+
+class TraceLogTest : public testing::Test {
+  protected:
+    std::string file() {
+        std::ifstream in(jobs.folder().traceLog(), std::ios::binary);
+        std::ostringstream text;
+        text << in.rdbuf();
+        return text.str();
+    }
+
+    TracedJobs jobs;
+    ScriptedPlatform platform;
+    TraceLog log{platform, jobs.folder()};
+};
+
+TEST_F(TraceLogTest, WritesNothingUntilItIsSwitchedOn) {
+    log.trace("Dravikdlg.SaveFont");
+    EXPECT_FALSE(std::filesystem::exists(jobs.folder().traceLog()));
+}
+
+TEST_F(TraceLogTest, TheFirstEntryOfAThreadStartsAFreshFile) {
+    std::ofstream(jobs.folder().traceLog()) << "old";
+    g_bTrace = true;
+    log.trace("Dravikdlg.SaveFont");
+    g_bTrace = false;
+    log.trace("not written");
+    g_bTrace = true;
+    log.trace("dlgCharArray.Form_Load");
+    EXPECT_EQ(file(),
+              "#\tDate\tTime\tEntry\r\n"
+              "0\t11/21/2026\t3:04:05 PM\tDravikdlg.SaveFont\r\n"
+              "1\t11/21/2026\t3:04:05 PM\tdlgCharArray.Form_Load\r\n");
+    log.DlgEventLog("again", true);
+    EXPECT_EQ(file(), "#\tDate\tTime\tEntry\r\n2\t11/21/2026\t3:04:05 PM\tagain\r\n");
+}
+
+TEST_F(TraceLogTest, AFailureIsShownForEachEntryAndTheCallerGoesOn) {
+    std::filesystem::remove_all(jobs.folder().folder());
+    g_bTrace = true;
+    platform.boxAnswers = {Answer::Ok, Answer::Ok};
+    StatusBar sbr("sbr");
+    sbr.add("Message", "", 0);
+    modErrors errors(log, sbr);
+    bool ran = false;
+    EXPECT_TRUE(errors.procedures().run("Dravikdlg.FillItems", "FillItems", [&] { ran = true; }));
+    EXPECT_TRUE(ran);
+    log.trace("second");
+    ASSERT_EQ(platform.boxes.size(), 2u);
+    EXPECT_EQ(platform.boxes[0].text, "Last entry was Dravikdlg.FillItems");
+    EXPECT_EQ(platform.boxes[0].title, "DlgEventLog");
+    EXPECT_EQ(platform.boxes[0].icon, MessageBox::Icon::Critical);
+}
+
+TEST_F(TraceLogTest, ACounterAtItsEndIsAFailureLikeAnyOther) {
+    g_bTrace = true;
+    g_lLogEntry = std::numeric_limits<std::int32_t>::max();
+    platform.boxAnswers = {Answer::Ok};
+    log.trace("last");
+    EXPECT_EQ(platform.boxes.size(), 1u);
+    EXPECT_EQ(g_lLogEntry, std::numeric_limits<std::int32_t>::max());
+}
+
+TEST_F(TraceLogTest, ErrorReportsAreShownAndTraced) {
+    StatusBar sbr("sbr");
+    sbr.add("Message", "", 0);
+    modErrors errors(log, sbr);
+    g_bTrace = true;
+    EXPECT_FALSE(errors.procedures().run("Dravikdlg.cmdRevert_Click", "Revert",
+                                         [] { throw std::runtime_error("wires crossed"); }));
+    EXPECT_EQ(sbr.panel("Message").text(), "Revert Err 51 wires crossed");
+    errors.UserMsg("Saved font");
+    EXPECT_EQ(jobs.entries(), (std::vector<std::string>{"Dravikdlg.cmdRevert_Click",
+                                                        "# Dravikdlg error: Revert Err 51 wires crossed",
+                                                        "Dravikdlg.UserMsg = Saved font"}));
+}
+
+TEST_F(TraceLogTest, CreationTextOfAFontFile) {
+    EXPECT_EQ(log.FontCreatedText("ocrb"), "Creation date unknown");
+    platform.fileDates[jobs.folder().fontFile("ocrb")] = "1/2/2026 3:04 PM";
+    EXPECT_EQ(log.FontCreatedText("ocrb"), "Font created 1/2/2026 3:04 PM");
+}
+
+}  // namespace
+}  // namespace dravik::test

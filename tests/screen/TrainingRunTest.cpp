@@ -1,0 +1,180 @@
+#include "screen/support/BoundScreen.h"
+
+namespace dravik::test {
+namespace {
+
+class TrainingRunTest : public BoundScreen {
+  protected:
+    TrainingRunTest() {
+        tool->timeout = 10;
+        tool->addCommitted("A", {0.1, 0.2});
+        bind();
+    }
+
+    void learn() {
+        tool->trainingDone = false;
+        screen().train.cmdTrain.press();
+    }
+    void tick() { screen().train.tmrTrain.tick(); }
+    void end(float rms, std::int32_t cycles) {
+        tool->trainingDone = true;
+        tool->rmsError = rms;
+        tool->cycles = cycles;
+        tick();
+    }
+    bool decided() {
+        return screen().font.cmdSelectFont.enabled() && screen().sample.txtSampleInput.enabled() &&
+               screen().sample.cmdInclude.enabled() && screen().train.cboTimeout.enabled() &&
+               screen().train.cmdTrain.enabled();
+    }
+};
+
+TEST_F(TrainingRunTest, TheTimeoutListAndTheToolAgree) {
+    const std::pair<std::int32_t, const char*> limits[] = {
+        {10, "10 sec"}, {20, "20 sec"}, {30, "30 sec"}, {60, "1 minute"}, {120, "2 minutes"}, {180, "3 minutes"},
+        {300, "5 minutes"}};
+    for (const auto& [seconds, text] : limits) {
+        tool->timeout = seconds;
+        control.setStep(tool);
+        EXPECT_EQ(screen().train.cboTimeout.text(), text);
+        EXPECT_EQ(tool->timeout, seconds);
+    }
+    tool->timeout = 45;
+    control.setStep(tool);
+    EXPECT_EQ(screen().train.cboTimeout.text(), "1 minute");
+    EXPECT_EQ(tool->timeout, 60) << "a limit that the list does not have is replaced";
+    screen().train.cboTimeout.setListIndex(5);
+    EXPECT_EQ(tool->timeout, 180);
+    EXPECT_EQ(message(), "");
+}
+
+TEST_F(TrainingRunTest, ARunShowsItsProgressAndItsFigures) {
+    learn();
+    EXPECT_TRUE(screen().train.tmrTrain.enabled());
+    EXPECT_TRUE(screen().train.cmdStop.enabled());
+    EXPECT_FALSE(screen().train.cmdTrain.enabled());
+    EXPECT_FALSE(screen().sample.cmdInclude.enabled());
+    tool->rmsError = 0.5f;
+    tick();
+    EXPECT_EQ(screen().train.lblStatus.caption(), " RMS Error: 0.50");
+    EXPECT_FLOAT_EQ(screen().train.prgTrain.value(), 1.0f);
+    tick();
+    EXPECT_FLOAT_EQ(screen().train.prgTrain.value(), 2.0f);
+
+    int focus = 0;
+    const Connection watch = screen().train.cmdSaveFont.changed.connect(
+        [&](Change change) { focus += change == Change::Focus; });
+    end(0.03f, 412);
+    EXPECT_EQ(screen().train.lblStatus.caption(), "Cycles: 412, RMS: 0.03");
+    EXPECT_EQ(screen().train.prgTrain.value(), 100);
+    EXPECT_EQ(message(), "Save Font or Revert");
+    EXPECT_EQ(focus, 1);
+    EXPECT_FALSE(screen().train.tmrTrain.enabled());
+    EXPECT_TRUE(screen().train.cmdSaveFont.enabled());
+    EXPECT_TRUE(screen().train.cmdRevert.enabled());
+    EXPECT_FALSE(screen().train.cmdStop.enabled());
+    EXPECT_FALSE(decided()) << "the operator must decide first";
+    EXPECT_TRUE(control.m_FontChanged());
+}
+
+TEST_F(TrainingRunTest, AnAbortedRunShowsNoFigures) {
+    learn();
+    tool->trainingAborted = true;
+    end(0.5f, 3);
+    EXPECT_EQ(screen().train.lblStatus.caption(), "");
+    EXPECT_EQ(message(), "Save Font or Revert");
+}
+
+TEST_F(TrainingRunTest, SaveEndsTheRun) {
+    platform.fileDates[jobs.folder().fontFile("ocrb")] = "11/21/2026 3:04 PM";
+    learn();
+    end(0.1f, 5);
+    tool->train();
+    screen().train.cmdSaveFont.press();
+    EXPECT_EQ(tool->count("SaveFont(ocrb)"), 1);
+    EXPECT_FALSE(control.m_FontChanged());
+    EXPECT_EQ(screen().font.lblFontDateTime.caption(), "Trained on 11/21/2026 3:04 PM");
+    EXPECT_EQ(cell("A").backColor(), rgb(255, 192, 192));
+    EXPECT_EQ(message(), "Saved font");
+    EXPECT_EQ(screen().train.prgTrain.value(), 0);
+    EXPECT_FALSE(screen().train.cmdSaveFont.enabled());
+    EXPECT_FALSE(screen().train.cmdRevert.enabled());
+    EXPECT_TRUE(decided());
+}
+
+TEST_F(TrainingRunTest, AFailedSaveKeepsTheFontChangedAndTheDecisionOpen) {
+    learn();
+    end(0.1f, 5);
+    tool->failAt("SaveFont", 61, "Disk full");
+    screen().train.cmdSaveFont.press();
+    EXPECT_EQ(message(), "SaveFont Err 61 Disk full");
+    EXPECT_TRUE(control.m_FontChanged());
+    EXPECT_TRUE(screen().train.cmdSaveFont.enabled());
+}
+
+TEST_F(TrainingRunTest, RevertLeavesSaveEnabledAndStopAllowsNeither) {
+    learn();
+    end(0.1f, 5);
+    screen().train.cmdRevert.press();
+    EXPECT_EQ(tool->count("RevertFont(ocrb)"), 1);
+    EXPECT_EQ(message(), "Reverted font to previous training.");
+    EXPECT_TRUE(screen().train.cmdSaveFont.enabled());
+    EXPECT_TRUE(screen().train.cmdRevert.enabled());
+    EXPECT_TRUE(decided());
+    EXPECT_TRUE(control.m_FontChanged());
+
+    learn();
+    tick();
+    screen().train.cmdStop.press();
+    EXPECT_EQ(tool->count("StopTraining()"), 1);
+    EXPECT_EQ(message(), "Stopped training.");
+    EXPECT_FALSE(screen().train.cmdSaveFont.enabled());
+    EXPECT_FALSE(screen().train.cmdRevert.enabled());
+    EXPECT_FALSE(screen().train.tmrTrain.enabled());
+    EXPECT_TRUE(decided());
+}
+
+TEST_F(TrainingRunTest, UncommittedSamplesAreAskedAboutFirst) {
+    tool->uncommitted.push_back({"A", 0, {}});
+    platform.boxAnswers = {Answer::Cancel};
+    learn();
+    ASSERT_EQ(platform.boxes.size(), 1u);
+    EXPECT_EQ(platform.boxes[0].text, "This font contains uncommitted samples. Commit all samples now?");
+    EXPECT_EQ(platform.boxes[0].title, "Warning: Uncommitted Samples");
+    EXPECT_EQ(platform.boxes[0].buttons, MessageBox::Buttons::YesNoCancel);
+    EXPECT_EQ(tool->count("StartTraining()"), 0);
+    EXPECT_TRUE(decided());
+
+    platform.boxAnswers = {Answer::No};
+    learn();
+    EXPECT_EQ(tool->count("StartTraining()"), 1);
+    EXPECT_EQ(tool->uncommitted.size(), 1u);
+    screen().train.cmdStop.press();
+
+    screen().sample.txtSampleInput.setText("AA");
+    tool->image.emplace(1, SampleRecord{"A", 0, Features{0.5}});
+    tool->uncommitted[0].features[0] = 0.5;
+    platform.boxAnswers = {Answer::Yes};
+    learn();
+    EXPECT_EQ(tool->committed.size(), 4u) << "Yes runs Include";
+    EXPECT_EQ(tool->count("StartTraining()"), 2);
+}
+
+TEST_F(TrainingRunTest, AFailureAtAPollIsReportedAndPollingGoesOn) {
+    learn();
+    tool->failAt("GetRmsError", 1000, "Tool is gone");
+    tick();
+    EXPECT_EQ(message(), "TrainTimer Err 1000 Tool is gone");
+    EXPECT_TRUE(screen().train.tmrTrain.enabled());
+    tool->failAt("StartTraining", 1001, "No samples");
+    screen().train.cmdStop.press();
+    learn();
+    EXPECT_EQ(message(), "Train Err 1001 No samples");
+    EXPECT_FALSE(screen().train.tmrTrain.enabled());
+    EXPECT_TRUE(screen().train.cmdStop.enabled()) << "Stop is the way back";
+    screen().train.cmdStop.press();
+    EXPECT_TRUE(decided());
+}
+
+}  // namespace
+}  // namespace dravik::test

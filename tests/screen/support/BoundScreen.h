@@ -1,0 +1,56 @@
+// The training screen bound to a recording tool with one font, as most tests start.
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <memory>
+#include <string>
+
+#include "screen/support/RecordingTool.h"
+#include "screen/support/ScriptedPlatform.h"
+#include "screen/support/TracedJobs.h"
+#include "shell/DravikDlg.h"
+
+namespace dravik::test {
+
+class BoundScreen : public testing::Test {
+  protected:
+    BoundScreen() {
+        tool->fonts = {"ocrb"};
+        tool->characterSet = {"A", "B", "C"};
+    }
+
+    // Closes the page as an operator does who wants nothing saved.
+    void TearDown() override {
+        if (control.m_FontChanged()) platform.boxAnswers = {Answer::No};
+        control.UserControl_Terminate();
+        platform.boxAnswers.clear();
+    }
+
+    // Binds the tool as set up so far and forgets the calls that took.
+    void bind() {
+        control.setStep(tool);
+        tool->calls.clear();
+    }
+
+    Screen& screen() { return control.screen(); }
+    std::string message() { return screen().sbr.panel("Message").text(); }
+    void include(const std::string& text) {
+        screen().sample.txtSampleInput.setText(text);
+        screen().sample.cmdInclude.press();
+    }
+    ToolButton& toolButton(const std::string& key) { return screen().overview.tlbChars.button(key); }
+    // The overview cell of a character.
+    Label& cell(const std::string& caption) {
+        for (const auto& label : screen().overview.lblChar)
+            if (label->caption() == caption) return *label;
+        throw Failure(RuntimeError::SubscriptOutOfRange, "no cell " + caption);
+    }
+
+    TracedJobs jobs;
+    ScriptedPlatform platform;
+    std::shared_ptr<RecordingTool> tool = std::make_shared<RecordingTool>();
+    DravikDlg control{platform, jobs.folder()};
+};
+
+}  // namespace dravik::test
