@@ -1,5 +1,5 @@
-// The embedded font tool: a FontTool, and the step that carries it, working on grey images that the program hands it and
-// keeping fonts as files in the jobs folder.
+// The embedded font tool: a FontTool, and the step that carries it, working on grey images that the program
+// hands it and keeping fonts as files in the jobs folder.
 #pragma once
 
 #include <memory>
@@ -14,8 +14,8 @@
 
 namespace dravik {
 
-// A found character: its box in image pixels, right and bottom exclusive, and the line that it stands in, from 0.
-// Found characters are in reading order, line by line.
+// A found character: its box in image pixels, right and bottom exclusive, and the line that it stands in,
+// from 0. Found characters are in reading order, line by line.
 struct FoundCharacter {
     int left = 0;
     int top = 0;
@@ -27,22 +27,22 @@ struct FoundCharacter {
 // A character as the trained font reads it.
 struct ReadCharacter {
     FoundCharacter place;
-    std::string character;   // the font's best answer
-    double confidence = 0;   // 0 to 1
+    std::string character;  // the font's best answer
+    double confidence = 0;  // 0 to 1
 };
 
 // What summary() tells of a font file without making it current.
 struct FontSummary {
     std::string name;
     CharacterSet characterSet;
-    int samples = 0;         // committed
+    int samples = 0;  // committed
     bool trained = false;
 };
 
 class EmbeddedTool : public FontTool, public Step {
   public:
-    // Works in the given jobs folder, which is made when a font is first written. With `remembersFont` the step's
-    // selected font is kept in the jobs folder and is there again at the next start.
+    // Works in the given jobs folder, which is made when a font is first written. With `remembersFont` the
+    // step's selected font is kept in the jobs folder and is there again at the next start.
     explicit EmbeddedTool(JobFolder folder, bool remembersFont = false);
     ~EmbeddedTool() override;
 

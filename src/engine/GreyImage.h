@@ -24,7 +24,9 @@ class GreyImage {
 
     std::uint8_t operator()(int x, int y) const noexcept { return pixels_[index(x, y)]; }
     std::uint8_t& operator()(int x, int y) noexcept { return pixels_[index(x, y)]; }
-    std::span<const std::uint8_t> row(int y) const noexcept { return {&pixels_[index(0, y)], std::size_t(width_)}; }
+    std::span<const std::uint8_t> row(int y) const noexcept {
+        return {&pixels_[index(0, y)], std::size_t(width_)};
+    }
     std::span<std::uint8_t> row(int y) noexcept { return {&pixels_[index(0, y)], std::size_t(width_)}; }
 
   private:

@@ -1,0 +1,34 @@
+// Files that are whole at any instant: replaced by a complete new version or not at all, the previous version
+// kept beside them. All of the platform's own file calls are behind these functions. Paths are UTF-8.
+#pragma once
+
+#include <cstdint>
+#include <span>
+#include <string>
+#include <vector>
+
+namespace dravik {
+
+// What the previous version of a file, and a deleted file, is kept as.
+std::string backupOf(const std::string& file);
+
+// Replaces or makes the file, and its folder when that is missing. The new version is on the disk when this
+// returns; the previous one stays as backupOf(file) when `keepsBackup`. Raises Failure naming the file: Disk
+// full (61), Permission denied (70), Path/File access error (75), Path not found (76), Device I/O error (57);
+// the file is then as it was.
+void writeWholeFile(const std::string& file, std::span<const std::uint8_t> content, bool keepsBackup);
+
+// The content; raises File not found (53), or as above, and Out of memory (7) beyond `most` bytes.
+std::vector<std::uint8_t> readWholeFile(const std::string& file, std::uint64_t most);
+
+// Raises File already exists (58) when the new name is taken, File not found (53) when there is nothing to
+// rename.
+void renameFile(const std::string& from, const std::string& to);
+
+// Moves the file to its backup, replacing that; raises File not found (53) and as above.
+void retireFile(const std::string& file);
+
+// True when a file of that name exists.
+bool fileExists(const std::string& file);
+
+}  // namespace dravik

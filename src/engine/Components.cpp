@@ -1,0 +1,139 @@
+#include "engine/Components.h"
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+#include <numeric>
+#include <utility>
+
+namespace dravik {
+
+void Box::include(const Box& other) noexcept {
+    left = std::min(left, other.left);
+    top = std::min(top, other.top);
+    right = std::max(right, other.right);
+    bottom = std::max(bottom, other.bottom);
+}
+
+void Piece::measure(const Frame& frame) {
+    constexpr float kFar = std::numeric_limits<float>::max();
+    box = {kFar, kFar, -kFar, -kFar};
+    for (const Run& run : runs) {
+        const float y = static_cast<float>(run.y) + 0.5f;
+        const float first = static_cast<float>(run.x0), last = static_cast<float>(run.x1);
+        const float across0 = frame.across(first, y), across1 = frame.across(last, y);
+        box.include({frame.along(first, y), std::min(across0, across1) - 0.5f, frame.along(last, y),
+                     std::max(across0, across1) + 0.5f});
+    }
+}
+
+void Piece::join(Piece&& other) {
+    runs.insert(runs.end(), other.runs.begin(), other.runs.end());
+    area += other.area;
+    box.include(other.box);
+    other = {};
+}
+
+Partition::Partition(std::size_t count) : parents_(count) {
+    std::iota(parents_.begin(), parents_.end(), 0u);
+}
+
+std::size_t Partition::find(std::size_t element) {
+    while (parents_[element] != element) {
+        parents_[element] = parents_[parents_[element]];
+        element = parents_[element];
+    }
+    return element;
+}
+
+void Partition::unite(std::size_t a, std::size_t b) {
+    a = find(a);
+    b = find(b);
+    if (a != b) parents_[std::max(a, b)] = std::min(a, b);
+}
+
+std::vector<Piece> components(const InkImage& image, int leastArea) {
+    std::vector<Run> runs;
+    std::vector<std::size_t> rowStarts;
+    for (int y = 0; y < image.height; ++y) {
+        rowStarts.push_back(runs.size());
+        const std::uint8_t* row =
+            &image.ink[static_cast<std::size_t>(y) * static_cast<std::size_t>(image.width)];
+        for (int x = 0; x < image.width;) {
+            if (row[x] < 128) {
+                ++x;
+                continue;
+            }
+            const int start = x;
+            while (x < image.width && row[x] >= 128) ++x;
+            runs.push_back({start, x, y});
+        }
+    }
+    rowStarts.push_back(runs.size());
+
+    Partition partition(runs.size());
+    for (std::size_t y = 1; y + 1 < rowStarts.size(); ++y) {
+        std::size_t above = rowStarts[y - 1];
+        for (std::size_t here = rowStarts[y]; here < rowStarts[y + 1]; ++here) {
+            while (above < rowStarts[y] && runs[above].x1 < runs[here].x0) ++above;
+            for (std::size_t other = above; other < rowStarts[y] && runs[other].x0 <= runs[here].x1; ++other)
+                partition.unite(other, here);
+        }
+    }
+
+    std::vector<int> areas(runs.size());
+    for (std::size_t i = 0; i < runs.size(); ++i) areas[partition.find(i)] += runs[i].x1 - runs[i].x0;
+    std::vector<std::size_t> places(runs.size());
+    std::vector<Piece> pieces;
+    for (std::size_t i = 0; i < runs.size(); ++i) {
+        const std::size_t root = partition.find(i);
+        if (areas[root] < leastArea) continue;
+        if (root == i) {
+            places[i] = pieces.size();
+            pieces.emplace_back().area = areas[i];
+        }
+        pieces[places[root]].runs.push_back(runs[i]);
+    }
+    for (Piece& piece : pieces) piece.measure({});
+    return pieces;
+}
+
+std::vector<Piece> joined(std::vector<Piece> pieces, Partition& partition) {
+    std::vector<std::size_t> places(pieces.size());
+    std::vector<Piece> result;
+    for (std::size_t i = 0; i < pieces.size(); ++i) {
+        const std::size_t root = partition.find(i);
+        if (root == i) {
+            places[i] = result.size();
+            result.push_back(std::move(pieces[i]));
+        } else {
+            result[places[root]].join(std::move(pieces[i]));
+        }
+    }
+    return result;
+}
+
+std::pair<Piece, Piece> cut(const Piece& piece, const Frame& frame, float along) {
+    std::pair<Piece, Piece> parts;
+    const auto add = [](Piece& part, const Run& run) {
+        part.runs.push_back(run);
+        part.area += run.x1 - run.x0;
+    };
+    for (const Run& run : piece.runs) {
+        const float x = along - frame.slope * (static_cast<float>(run.y) + 0.5f);
+        const int border = static_cast<int>(std::lround(x));
+        if (border <= run.x0) {
+            add(parts.second, run);
+        } else if (border >= run.x1) {
+            add(parts.first, run);
+        } else {
+            add(parts.first, {run.x0, border, run.y});
+            add(parts.second, {border, run.x1, run.y});
+        }
+    }
+    parts.first.measure(frame);
+    parts.second.measure(frame);
+    return parts;
+}
+
+}  // namespace dravik

@@ -1,0 +1,68 @@
+// Pieces of print: sets of horizontal runs of ink pixels, found as connected components, which can be
+// measured in a turned frame, joined and cut.
+#pragma once
+
+#include <vector>
+
+#include "engine/Binarization.h"
+
+namespace dravik {
+
+// Ink pixels x0 to x1 - 1 of row y.
+struct Run {
+    int x0 = 0;
+    int x1 = 0;
+    int y = 0;
+};
+
+// A frame turned by the print's slope: distances along and across its lines, in ink pixels.
+struct Frame {
+    float slope = 0;  // rise of y per x along a line of print
+
+    float along(float x, float y) const noexcept { return x + slope * y; }
+    float across(float x, float y) const noexcept { return y - slope * x; }
+};
+
+struct Box {
+    float left = 0;
+    float top = 0;
+    float right = 0;
+    float bottom = 0;
+
+    float width() const noexcept { return right - left; }
+    float height() const noexcept { return bottom - top; }
+    float middleX() const noexcept { return 0.5f * (left + right); }
+    float middleY() const noexcept { return 0.5f * (top + bottom); }
+    void include(const Box& other) noexcept;
+};
+
+struct Piece {
+    std::vector<Run> runs;
+    int area = 0;
+    Box box;  // in the frame that it was last measured in
+
+    void measure(const Frame& frame);
+    // Takes over the other's runs; both boxes must be of the same frame.
+    void join(Piece&& other);
+};
+
+// The 8-connected components of at least `leastArea` pixels.
+std::vector<Piece> components(const InkImage& image, int leastArea);
+
+// Joins pieces by a partition: pieces of the same representative become one.
+class Partition {
+  public:
+    explicit Partition(std::size_t count);
+    std::size_t find(std::size_t element);
+    void unite(std::size_t a, std::size_t b);
+
+  private:
+    std::vector<std::size_t> parents_;
+};
+
+std::vector<Piece> joined(std::vector<Piece> pieces, Partition& partition);
+
+// Cuts a piece at a place along the line; either part may be empty.
+std::pair<Piece, Piece> cut(const Piece& piece, const Frame& frame, float along);
+
+}  // namespace dravik

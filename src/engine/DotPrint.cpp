@@ -1,0 +1,174 @@
+#include "engine/DotPrint.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstdint>
+#include <utility>
+
+#include "engine/TextLines.h"
+
+namespace dravik {
+namespace {
+
+constexpr std::size_t kFewestDots = 12;
+// More pieces than this are noise, not dots.
+constexpr std::size_t kMostDots = 20'000;
+
+float quantile(std::vector<float> values, double share) {
+    if (values.empty()) return 0;
+    const auto place =
+        values.begin() + static_cast<std::ptrdiff_t>(share * static_cast<double>(values.size() - 1) + 0.5);
+    std::nth_element(values.begin(), place, values.end());
+    return *place;
+}
+
+float extent(const Box& box) {
+    return std::max(box.width(), box.height());
+}
+
+// Usual diameter of the dots, 0 when the pieces are not mostly dots.
+float dotSize(const std::vector<Piece>& pieces) {
+    if (pieces.size() < kFewestDots || pieces.size() > kMostDots) return 0;
+    std::vector<float> extents, fills, shapes;
+    for (const Piece& piece : pieces) {
+        extents.push_back(extent(piece.box));
+        fills.push_back(static_cast<float>(piece.area) / (piece.box.width() * piece.box.height()));
+        shapes.push_back(piece.box.width() / piece.box.height());
+    }
+    const float size = quantile(extents, 0.5);
+    const float shape = quantile(shapes, 0.5);
+    const auto alike = std::count_if(extents.begin(), extents.end(),
+                                     [size](float e) { return e > 0.6f * size && e < 1.7f * size; });
+    // A dot has one run a row, which few characters have.
+    const auto solid = std::count_if(pieces.begin(), pieces.end(), [](const Piece& piece) {
+        return static_cast<float>(piece.runs.size()) < 1.2f * piece.box.height() + 1;
+    });
+    const bool uniform = static_cast<double>(alike) >= 0.6 * static_cast<double>(extents.size()) &&
+                         static_cast<double>(solid) >= 0.85 * static_cast<double>(extents.size());
+    return uniform && quantile(fills, 0.3) > 0.6f && shape > 0.6f && shape < 1.6f ? size : 0;
+}
+
+// Calls `visit` for every pair of pieces whose boxes are no farther apart than `reach` along the line.
+template <typename Visit>
+void forNeighbours(const std::vector<Piece>& pieces, float reach, Visit visit) {
+    for (std::size_t i = 0; i < pieces.size(); ++i)
+        for (std::size_t j = i + 1; j < pieces.size(); ++j) {
+            if (pieces[j].box.left - pieces[i].box.right > reach) {
+                if (extent(pieces[j].box) < reach) break;
+                continue;
+            }
+            visit(i, j);
+        }
+}
+
+// Pieces whose pixels come within `reach` of each other become one.
+std::vector<Piece> joinedWithin(const std::vector<Piece>& pieces, float reach, int width, int height) {
+    InkImage spread;
+    spread.width = width;
+    spread.height = height;
+    spread.ink.assign(static_cast<std::size_t>(width) * static_cast<std::size_t>(height), 0);
+    const float radius = 0.5f * reach;
+    const int rows = static_cast<int>(radius);
+    std::vector<int> sides;
+    for (int dy = 0; dy <= rows; ++dy)
+        sides.push_back(static_cast<int>(std::sqrt(radius * radius - static_cast<float>(dy * dy)) + 0.5f));
+    const auto rowAt = [&](int y) {
+        return spread.ink.begin() + static_cast<std::ptrdiff_t>(y) * static_cast<std::ptrdiff_t>(width);
+    };
+    for (const Piece& piece : pieces)
+        for (const Run& run : piece.runs)
+            for (int y = std::max(0, run.y - rows); y <= std::min(height - 1, run.y + rows); ++y) {
+                const int side = sides[static_cast<std::size_t>(std::abs(y - run.y))];
+                std::fill(rowAt(y) + std::max(0, run.x0 - side), rowAt(y) + std::min(width, run.x1 + side),
+                          std::uint8_t{255});
+            }
+    const std::vector<Piece> groups = components(spread, 1);
+    std::vector<std::uint32_t> owners(spread.ink.size());
+    for (std::size_t group = 0; group < groups.size(); ++group)
+        for (const Run& run : groups[group].runs) {
+            const auto row =
+                owners.begin() + static_cast<std::ptrdiff_t>(run.y) * static_cast<std::ptrdiff_t>(width);
+            std::fill(row + run.x0, row + run.x1, static_cast<std::uint32_t>(group));
+        }
+    std::vector<std::size_t> firsts(groups.size(), pieces.size());
+    Partition partition(pieces.size());
+    for (std::size_t i = 0; i < pieces.size(); ++i) {
+        const Run& run = pieces[i].runs.front();
+        const std::size_t place = static_cast<std::size_t>(run.y) * static_cast<std::size_t>(width) +
+                                  static_cast<std::size_t>(run.x0);
+        std::size_t& first = firsts[owners[place]];
+        if (first == pieces.size()) first = i;
+        partition.unite(first, i);
+    }
+    return joined(pieces, partition);
+}
+
+// The part of the ink that lies in pieces too wide or too high to be one character.
+double oversized(const std::vector<Piece>& pieces, float height) {
+    double large = 0, all = 0;
+    for (const Piece& piece : pieces) {
+        all += piece.area;
+        if (piece.box.width() > 1.2f * height || piece.box.height() > 1.6f * height) large += piece.area;
+    }
+    return all > 0 ? large / all : 0;
+}
+
+}  // namespace
+
+std::vector<Piece> joinedFragments(std::vector<Piece> pieces, int width, int height) {
+    if (pieces.size() < kFewestDots || pieces.size() > kMostDots) return pieces;
+    for (int round = 0; round < 4; ++round) {
+        const float usual = usualHeight(pieces);
+        const double before = oversized(pieces, usual);
+        bool changed = false;
+        for (const float share : {0.15f, 0.09f}) {
+            const float reach = std::max(2.0f, share * usual);
+            std::vector<Piece> candidate = joinedWithin(pieces, reach, width, height);
+            if (candidate.size() * 20 > pieces.size() * 19) continue;
+            if (oversized(candidate, usualHeight(candidate)) > before + 0.05) continue;
+            pieces = std::move(candidate);
+            changed = true;
+            break;
+        }
+        if (!changed) break;
+    }
+    return pieces;
+}
+
+std::vector<Piece> joinedDots(std::vector<Piece> pieces) {
+    std::sort(pieces.begin(), pieces.end(),
+              [](const Piece& a, const Piece& b) { return a.box.left < b.box.left; });
+    const float size = dotSize(pieces);
+    if (size <= 0) return pieces;
+
+    // Steps from dot to dot along and across the line: the nearest neighbour that stands in the same row or
+    // column.
+    constexpr float kNone = 1e9f;
+    std::vector<float> across(pieces.size(), kNone), along(pieces.size(), kNone);
+    forNeighbours(pieces, 3 * size, [&](std::size_t i, std::size_t j) {
+        const float dx = std::abs(pieces[j].box.middleX() - pieces[i].box.middleX());
+        const float dy = std::abs(pieces[j].box.middleY() - pieces[i].box.middleY());
+        if (dy < 0.4f * size && dx < 3 * size)
+            for (const std::size_t k : {i, j}) along[k] = std::min(along[k], dx);
+        if (dx < 0.4f * size && dy < 3 * size)
+            for (const std::size_t k : {i, j}) across[k] = std::min(across[k], dy);
+    });
+    std::erase(along, kNone);
+    std::erase(across, kNone);
+    if (along.size() * 4 < pieces.size() || across.size() * 4 < pieces.size()) return pieces;
+    const float stepX = quantile(along, 0.4), stepY = quantile(across, 0.4);
+
+    Partition partition(pieces.size());
+    forNeighbours(pieces, 2 * stepX, [&](std::size_t i, std::size_t j) {
+        const Box &a = pieces[i].box, &b = pieces[j].box;
+        const float gapX = std::max(a.left, b.left) - std::min(a.right, b.right) + size;
+        const float gapY = std::max(a.top, b.top) - std::min(a.bottom, b.bottom) + size;
+        if (std::hypot(std::max(0.0f, gapX) / stepX, std::max(0.0f, gapY) / stepY) <= 1.6f)
+            partition.unite(i, j);
+    });
+    std::vector<Piece> result = joined(pieces, partition);
+    // Rows of separate marks (a dotted rule, a row of full stops) are no dotted characters.
+    return result.size() * 5 < pieces.size() * 2 ? result : pieces;
+}
+
+}  // namespace dravik

@@ -1,0 +1,19 @@
+// Turns the pieces of a line into its characters: parts that belong together (dots over letters, colons,
+// equal signs, quotation marks, broken strokes) are joined and characters that touch are cut apart where that
+// is clear.
+#pragma once
+
+#include <vector>
+
+#include "engine/Components.h"
+#include "engine/TextLines.h"
+
+namespace dravik {
+
+// Distance from character to character of a line in which all are equally wide; 0 when they are not.
+float characterPitch(std::span<const Piece> pieces, float capHeight);
+
+// The characters from left to right.
+std::vector<Piece> lineCharacters(LinePieces line, const Frame& frame);
+
+}  // namespace dravik

@@ -1,0 +1,26 @@
+// From the characters of an image to what the classifier sees of them, and to what it takes them for.
+#pragma once
+
+#include <span>
+#include <string>
+#include <vector>
+
+#include "engine/Features.h"
+#include "engine/FontFile.h"
+#include "engine/Segmentation.h"
+
+namespace dravik {
+
+// Inputs of all found characters. `text` holds the characters that they are said to be, none when nothing is
+// known: it decides whether characters of one height are capitals or small letters.
+std::vector<SampleInputs> allInputs(const Segmentation& found, std::span<const std::string> text);
+
+struct Answer {
+    std::int32_t code = 0;
+    double confidence = 0;  // 0 to 1
+};
+
+// The trained characters that the found ones look most like, in their order.
+std::vector<Answer> answers(const Segmentation& found, const Training& training);
+
+}  // namespace dravik

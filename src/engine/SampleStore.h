@@ -1,0 +1,63 @@
+// The samples of a font in memory. Lists are shared with the tables that queries return and copied only when
+// they change while someone still reads them, so that a query costs nothing and a deletion little, however
+// many there are.
+#pragma once
+
+#include <cstdint>
+#include <deque>
+#include <memory>
+#include <span>
+#include <vector>
+
+#include "engine/DistanceMeasure.h"
+#include "engine/Sample.h"
+#include "tool/Samples.h"
+
+namespace dravik {
+
+// The samples of one kind in their order, column by column.
+struct SampleColumns {
+    std::shared_ptr<const std::deque<Sample>> owner;  // keeps the samples in being
+    std::vector<const Sample*> samples;
+    std::vector<std::int32_t> codes;
+    std::vector<double> distances;
+
+    std::size_t size() const noexcept { return samples.size(); }
+};
+using SampleColumnsPtr = std::shared_ptr<const SampleColumns>;
+
+class SampleStore {
+  public:
+    SampleStore();
+
+    // Adds uncommitted samples and gives them their serial numbers. Raises Out of memory (7), and adds none,
+    // when there would be more than kMostSamples.
+    void include(std::vector<Sample> samples);
+    // Raises as include() does and changes nothing then.
+    void commit();
+    // Places of a kind beyond its end name nothing and change nothing.
+    void remove(SampleKind kind, std::size_t place);
+    void removeUncommitted();
+    // A font's samples as they were stored, with their Distances. Replaces everything.
+    void restore(std::vector<Sample> committed, std::vector<double> distances, std::uint64_t nextSerial);
+
+    SampleColumnsPtr columns(SampleKind kind) const {
+        return kind == SampleKind::Committed ? committed_ : uncommitted_;
+    }
+    const ClassStatistics& statistics() const noexcept { return statistics_; }
+    std::uint64_t nextSerial() const noexcept { return nextSerial_; }
+
+    // New Distances for those committed samples that have one of these serial numbers, which ascend.
+    void setDistances(std::span<const std::uint64_t> serials, std::span<const double> distances);
+
+  private:
+    SampleColumns& writable(std::shared_ptr<SampleColumns>& columns);
+    void compact(std::size_t coming);
+
+    std::shared_ptr<std::deque<Sample>> samples_;
+    std::shared_ptr<SampleColumns> uncommitted_, committed_;
+    ClassStatistics statistics_;
+    std::uint64_t nextSerial_ = 1;
+};
+
+}  // namespace dravik

@@ -1,0 +1,108 @@
+#include "engine/Segmentation.h"
+
+#include <algorithm>
+#include <cmath>
+#include <utility>
+
+#include "engine/DotPrint.h"
+#include "engine/LineCharacters.h"
+
+namespace dravik {
+namespace {
+
+// Below this the image does not tell clearly whether the print is dark or light, and both are tried.
+constexpr double kClearPolarity = 0.5;
+// Characters lower than this cannot be told apart.
+constexpr float kLeastHeight = 5;
+
+// What is as large as the image itself is its frame or a shadow.
+void dropFrames(std::vector<Piece>& pieces, const InkImage& ink) {
+    const float width = static_cast<float>(ink.width), height = static_cast<float>(ink.height);
+    std::erase_if(pieces, [&](const Piece& piece) {
+        const float share = static_cast<float>(piece.area) / (piece.box.width() * piece.box.height());
+        const bool touches = piece.box.left < 1 || piece.box.top < 1 || piece.box.right > width - 1 ||
+                             piece.box.bottom > height - 1;
+        return (piece.box.width() > 0.6f * width && piece.box.height() > 0.6f * height && share < 0.3f) ||
+               (touches && piece.box.width() > 0.8f * width) ||
+               (touches && piece.box.height() > 0.8f * height &&
+                piece.box.width() < 0.2f * piece.box.height() && width > 2 * height);
+    });
+}
+
+Segmentation segmentWith(const Binarizer& binarizer, bool dark, int tile) {
+    Segmentation result;
+    result.ink = binarizer.separate(dark, tile);
+    if (result.ink.empty()) return result;
+    std::vector<Piece> pieces = components(result.ink, 3);
+    dropFrames(pieces, result.ink);
+    pieces = joinedFragments(joinedDots(std::move(pieces)), result.ink.width, result.ink.height);
+    float height = usualHeight(pieces);
+    if (height < kLeastHeight) return result;
+    result.frame.slope = printSlope(pieces, height);
+    for (Piece& piece : pieces) piece.measure(result.frame);
+    height = usualHeight(pieces);
+    for (LinePieces& line : textLines(std::move(pieces), height)) {
+        const LineMetrics first = line.metrics;
+        std::vector<Piece> characters = lineCharacters(std::move(line), result.frame);
+        std::vector<Box> boxes;
+        for (const Piece& piece : characters)
+            if (piece.box.height() >= 0.45f * first.capHeight && piece.box.width() < 2 * first.capHeight)
+                boxes.push_back(piece.box);
+        result.lines.push_back(boxes.empty() ? first : measureLine(boxes, first.capHeight));
+        const int number = static_cast<int>(result.lines.size()) - 1;
+        for (Piece& piece : characters) result.glyphs.push_back({std::move(piece), number});
+    }
+    return result;
+}
+
+float typicalHeight(const Segmentation& found) {
+    std::vector<float> heights;
+    for (const Glyph& glyph : found.glyphs)
+        heights.push_back(found.lines[static_cast<std::size_t>(glyph.line)].capHeight);
+    if (heights.empty()) return 0;
+    const auto middle = heights.begin() + static_cast<std::ptrdiff_t>(heights.size() / 2);
+    std::nth_element(heights.begin(), middle, heights.end());
+    return *middle;
+}
+
+// Once more with the grain that suits the print's height, when the first was far from it.
+Segmentation refined(const Binarizer& binarizer, bool dark, int tile) {
+    Segmentation found = segmentWith(binarizer, dark, tile);
+    const float height = typicalHeight(found);
+    if (height <= 0) return found;
+    const int suited = std::clamp(static_cast<int>(std::lround(0.75f * height)), 8, 400);
+    if (suited * 3 > tile * 2 && suited * 2 < tile * 3) return found;
+    Segmentation again = segmentWith(binarizer, dark, suited);
+    return again.glyphs.empty() ? found : again;
+}
+
+// How much a segmentation looks like text: characters of one height, well filled, in few lines.
+double likeness(const Segmentation& found) {
+    if (found.glyphs.empty()) return 0;
+    double ink = 0, even = 0;
+    for (const Glyph& glyph : found.glyphs) {
+        const LineMetrics& line = found.lines[static_cast<std::size_t>(glyph.line)];
+        const Box& box = glyph.piece.box;
+        const double height = static_cast<double>(box.height() / line.capHeight);
+        ink += std::min(
+            1.0, static_cast<double>(static_cast<float>(glyph.piece.area) / (box.width() * box.height())));
+        even += height > 0.6 && height < 1.4 && box.width() < 1.3f * line.capHeight ? 1 : 0;
+    }
+    const double count = static_cast<double>(found.glyphs.size());
+    const double perLine = count / static_cast<double>(found.lines.size());
+    return (even / count) * std::min(1.0, 0.25 + ink / count) * perLine / (perLine + 1);
+}
+
+}  // namespace
+
+Segmentation segment(const GreyImage& image) {
+    const Binarizer binarizer(image);
+    const int tile = binarizer.firstTile();
+    const double darkness = binarizer.darkness(tile);
+    Segmentation likely = refined(binarizer, darkness >= 0, tile);
+    if (std::abs(darkness) >= kClearPolarity && !likely.glyphs.empty()) return likely;
+    Segmentation other = refined(binarizer, darkness < 0, tile);
+    return likeness(other) * (1 - std::abs(darkness)) > likeness(likely) ? other : likely;
+}
+
+}  // namespace dravik
