@@ -7,6 +7,8 @@
 #include "samples/SampleCommit.h"
 #include "samples/SampleCounts.h"
 #include "samples/SampleDeletion.h"
+#include "shell/ChildForms.h"
+#include "shell/PopupMenus.h"
 #include "shell/StepBinding.h"
 #include "shell/ToolbarButtons.h"
 #include "support/TraceLog.h"
@@ -43,7 +45,9 @@ struct DravikDlg::Parts {
     FontSelection selection{tool, errors, platform, screen.font, screen.train, grid};
     TrainingRun run{tool, errors, platform, screen.train, screen.font, screen.sample, overview, selection};
     StepBinding binding{tool, errors, screen.font, screen.sample, screen.train, overview, grid, selection, run};
-    ToolbarButtons toolbar{errors, overview, deletion};
+    ChildForms forms{tool, errors, overview, deletion};
+    ToolbarButtons toolbar{errors, overview, deletion, forms};
+    PopupMenus menus{tool, errors, platform, screen.train, counts, deletion, overview, grid, forms};
 
     void UserControl_Initialize();
     void wire();
@@ -99,11 +103,16 @@ void DravikDlg::Parts::wire() {
 
     screen.overview.tlbChars.buttonClick.subscribe(
         [this](ToolButton& button) { toolbar.tlbChars_ButtonClick(button); });
-    for (const auto& cell : screen.overview.lblChar)
-        cell->mouseMove.subscribe(
-            [this, label = cell.get()](const MouseEvent&) { overview.lblChar_MouseMove(*label); });
+    for (std::size_t i = 0; i < screen.overview.lblChar.size(); ++i) {
+        Label& cell = *screen.overview.lblChar[i];
+        cell.mouseMove.subscribe([this, &cell](const MouseEvent&) { overview.lblChar_MouseMove(cell); });
+        cell.mouseDown.subscribe([this, index = static_cast<int>(i)](const MouseEvent& event) {
+            menus.lblChar_MouseDown(index, event);
+        });
+    }
 
     screen.numeric.cboDisplay.click.subscribe([this] { grid.FillSamplesArray(); });
+    screen.numeric.grid.mouseDown.subscribe([this](const MouseEvent& event) { menus.grid_MouseDown(event); });
     screen.numeric.grid.keyDown.subscribe([this](int key, int shift) { grid.grid_KeyDown(key, shift); });
 }
 
@@ -124,6 +133,7 @@ void DravikDlg::UserControl_Terminate() {
                                      "Error in UserControl_Terminate"});
     });
     procedures.run("Dravikdlg.UserControl_Terminate", "UserControl_Terminate", [&] {
+        parts_->forms.release();
         if (parts_->tool.m_FontChanged()) {
             const Answer answer = parts_->platform.messageBox(
                 {"The font has changed since it was last saved.\r\rSave changes?", "Font Changed",

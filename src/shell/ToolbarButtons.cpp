@@ -1,5 +1,7 @@
 #include "shell/ToolbarButtons.h"
 
+#include <string>
+
 #include "support/modGlobals.h"
 
 namespace dravik {
@@ -18,10 +20,10 @@ void ToolbarButtons::tlbChars_ButtonClick(ToolButton& button) {
         } else if (is("Hist")) {
             // The button's own key is "Histogram": the font histogram is opened from the pop-up menus.
             overview_.SetFontArray();
-            if (showFontHistogram) showFontHistogram(overview_.firstOfFontArray());
+            forms_.DisplayCharHistogram(overview_.firstOfFontArray(), kFontHistogram);
         } else if (is("Array")) {
             overview_.SetFontArray();
-            if (showCharArray) showCharArray(overview_.firstOfFontArray());
+            forms_.DisplayCharArray(overview_.firstOfFontArray(), false);
         } else if (is("Undo")) {
             deletion_.DeleteLast();
         } else if (button.key == "Log") {
