@@ -10,6 +10,7 @@
 #include "trainer/Arguments.h"
 #include "trainer/Commands.h"
 #include "trainer/HeadlessSession.h"
+#include "trainer/SampleList.h"
 
 namespace dravik {
 namespace {
@@ -63,6 +64,7 @@ std::string firstProblem(const std::string& command, const Arguments& arguments)
     if (!arguments.problem.empty()) return arguments.problem;
     for (const auto& [name, value] : arguments.options)
         if (trimmed(value).empty()) return "the value of " + name + " is empty";
+    if (!isPrintable(arguments.option("--charset").value_or(""))) return "--charset is not UTF-8 text";
     const auto timeout = arguments.option("--timeout");
     if (timeout && !runSeconds(*timeout))
         return "--timeout takes whole seconds from 1 to " + std::to_string(kLongestRun) + ", not " + *timeout;

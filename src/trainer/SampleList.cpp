@@ -15,14 +15,6 @@ namespace {
 
 constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
 
-bool isText(std::string_view line) {
-    const auto all = characters(line);
-    return std::none_of(all.begin(), all.end(), [](const std::string& character) {
-        const auto byte = static_cast<unsigned char>(character[0]);
-        return character.size() == 1 && (byte >= 0x80 || byte == 0x7F || (byte < 0x20 && byte != '\t'));
-    });
-}
-
 std::string withoutBlanksAndBreaks(std::string_view text) {
     std::string result;
     for (std::size_t i = 0; i < text.size(); ++i) {
@@ -36,11 +28,11 @@ std::string withoutBlanksAndBreaks(std::string_view text) {
 
 // What is wrong with a line, "" when nothing is; fills `sample`.
 std::string parseLine(std::string_view line, ListedSample& sample) {
-    if (!isText(line)) return "not UTF-8 text";
     const auto tab = line.find('\t');
-    if (tab == std::string_view::npos) return "no tab between image and text";
-    const auto text = line.substr(tab + 1);
+    const auto text = tab == std::string_view::npos ? std::string_view() : line.substr(tab + 1);
     if (text.find('\t') != std::string_view::npos) return "more than one tab";
+    if (!isPrintable(line.substr(0, tab)) || !isPrintable(text)) return "not UTF-8 text";
+    if (tab == std::string_view::npos) return "no tab between image and text";
     sample.image = line.substr(0, tab);
     if (trimmed(sample.image).empty()) return "no image before the tab";
     sample.text = withoutBlanksAndBreaks(text);
@@ -53,6 +45,14 @@ std::string firstProblem(const std::vector<std::string>& problems) {
 }
 
 }  // namespace
+
+bool isPrintable(std::string_view text) {
+    const auto all = characters(text);
+    return std::none_of(all.begin(), all.end(), [](const std::string& character) {
+        const auto byte = static_cast<unsigned char>(character[0]);
+        return character.size() == 1 && (byte < 0x20 || byte >= 0x7F);
+    });
+}
 
 SampleListError::SampleListError(std::vector<std::string> found)
     : std::runtime_error(firstProblem(found)), problems(std::move(found)) {}

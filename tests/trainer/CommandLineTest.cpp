@@ -38,6 +38,7 @@ TEST(CommandLine, AWrongCommandLineIsOneLineWithAHintAndExitTwo) {
         {{"learn", "--font", "f", "--samples", "x", "--timeout", "10s"},
          "--timeout takes whole seconds from 1 to 86400, not 10s"},
         {{"learn", "--font", "f", "--samples", "x", "--charset="}, "the value of --charset is empty"},
+        {{"learn", "--font", "f", "--samples", "x", "--charset", "A\tB"}, "--charset is not UTF-8 text"},
         {{"read", "--font", "f"}, "read needs at least one image"},
         {{"read", "a.pgm"}, "read needs --font NAME"},
         {{"read", "--font", "f", "--samples", "x", "a.pgm"}, "unknown option --samples"},
