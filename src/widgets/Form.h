@@ -45,6 +45,7 @@ class Form : public Container {
   public:
     Form(std::string name, std::string caption)
         : Container(WidgetKind::Form, std::move(name), std::move(caption)) {}
+    ~Form() override { destroyed(); }
 
     std::vector<Timer*> timers;
     Button* defaultButton = nullptr;  // Enter
@@ -63,6 +64,8 @@ class Form : public Container {
     Signal<> activated;
     Signal<> unloading;
     Signal<> unloaded;
+    // The form is going, loaded or not: a backend that still shows it lets go without touching its controls.
+    Signal<> destroyed;
 
   private:
     bool loaded_ = false;

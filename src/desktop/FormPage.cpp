@@ -1,0 +1,68 @@
+#include "desktop/FormPage.h"
+
+#include <QKeyEvent>
+#include <QPushButton>
+#include <QTimer>
+
+#include "desktop/LayoutBuilder.h"
+#include "desktop/Peer.h"
+#include "desktop/Peers.h"
+#include "desktop/QtConversions.h"
+
+namespace dravik {
+
+FormPage::FormPage(Form& form, QWidget* parent) : QWidget(parent), form_(form) {
+    setObjectName(qtText(form.name()));
+    buildLayout(*this, form.layout());
+    for (Timer* timer : form.timers) addTimer(*timer);
+    if (form.defaultButton)
+        if (Peer* peer = Peer::of(*form.defaultButton))
+            if (auto* button = qobject_cast<QPushButton*>(&peer->view())) button->setDefault(true);
+}
+
+void FormPage::addTimer(Timer& timer) {
+    auto* ticking = new QTimer(this);
+    ticking->setObjectName(qtText(timer.name()));
+    ticking->setInterval(timer.interval());
+    connect(ticking, &QTimer::timeout, this, [&timer] { guarded([&] { timer.tick(); }); });
+    const auto follow = [&timer, ticking] {
+        if (timer.enabled() && !ticking->isActive()) ticking->start();
+        if (!timer.enabled()) ticking->stop();
+    };
+    connections_.push_back(timer.changed.connect(follow));
+    follow();
+    timers_.push_back(ticking);
+}
+
+void FormPage::detach() noexcept {
+    attached_ = false;
+    connections_.clear();
+    for (QTimer* timer : timers_) timer->stop();
+    for (QWidget* view : findChildren<QWidget*>())
+        for (QObject* child : view->children())
+            if (auto* peer = dynamic_cast<Peer*>(child)) peer->detach();
+}
+
+void FormPage::keyPressEvent(QKeyEvent* event) {
+    const bool enter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
+    const bool escape = event->key() == Qt::Key_Escape;
+    if (!attached_ || (!enter && !escape)) {
+        QWidget::keyPressEvent(event);
+        return;
+    }
+    if (enter) {
+        // A button that has the focus is the one that Enter presses.
+        if (auto* focused = qobject_cast<QPushButton*>(focusWidget()); focused && focused->hasFocus())
+            focused->click();
+        else if (form_.defaultButton)
+            guarded([&] { form_.defaultButton->press(); });
+    } else if (form_.cancelButton) {
+        guarded([&] { form_.cancelButton->press(); });
+    } else {
+        Q_EMIT escaped();
+    }
+}
+
+QWidget* makeFormPage(Form& model, QWidget* parent) { return new FormPage(model, parent); }
+
+}  // namespace dravik

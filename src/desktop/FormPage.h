@@ -1,0 +1,40 @@
+// The inside of a form: its controls, its timers, and Enter and Escape for its default and cancel buttons. Stands in a
+// window of its own or in the program's window.
+#pragma once
+
+#include <QWidget>
+#include <vector>
+
+#include "widgets/Form.h"
+
+class QTimer;
+
+namespace dravik {
+
+class FormPage : public QWidget {
+    Q_OBJECT
+
+  public:
+    FormPage(Form& form, QWidget* parent);
+
+    Form& form() noexcept { return form_; }
+    // The form is going away: stops the timers and lets every peer go.
+    void detach() noexcept;
+
+  Q_SIGNALS:
+    // Escape was pressed and the form has no cancel button.
+    void escaped();
+
+  protected:
+    void keyPressEvent(QKeyEvent* event) override;
+
+  private:
+    void addTimer(Timer& timer);
+
+    Form& form_;
+    bool attached_ = true;
+    std::vector<QTimer*> timers_;
+    std::vector<Connection> connections_;
+};
+
+}  // namespace dravik

@@ -1,0 +1,13 @@
+// Turns the portable arrangement of a form into views and Qt layouts. Views are made in the order of the tree, which so
+// becomes the order of the Tab key.
+#pragma once
+
+class QWidget;
+
+namespace dravik {
+
+struct Layout;
+
+void buildLayout(QWidget& container, const Layout& layout);
+
+}  // namespace dravik

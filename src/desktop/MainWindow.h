@@ -1,0 +1,50 @@
+// The program's window: the control's page on the left, the part on the right, menus above.
+#pragma once
+
+#include <QMainWindow>
+#include <vector>
+
+#include "trainer/Trainer.h"
+
+class QSplitter;
+
+namespace dravik {
+
+class FormPage;
+class PartPane;
+class WindowActions;
+
+class MainWindow : public QMainWindow {
+  public:
+    explicit MainWindow(Trainer& trainer);
+    ~MainWindow() override;
+
+    // Image files and folders.
+    void open(const std::vector<std::string>& paths);
+
+  protected:
+    // Ends the control first, which offers to save a changed font.
+    void closeEvent(QCloseEvent* event) override;
+    void dragEnterEvent(QDragEnterEvent* event) override;
+    void dropEvent(QDropEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+
+  private:
+    void connectActions();
+    void chooseImages();
+    void chooseFolder();
+    void showKeys();
+    void showAbout();
+    void restore();
+    void remember();
+
+    Trainer& trainer_;
+    WindowActions* actions_;
+    QSplitter* splitter_;
+    FormPage* page_;
+    PartPane* pane_;
+    Connection titleChanged_;
+    bool ended_ = false;
+};
+
+}  // namespace dravik

@@ -1,0 +1,156 @@
+#include "desktop/QtPlatform.h"
+
+#include <QApplication>
+#include <QClipboard>
+#include <QDateTime>
+#include <QEventLoop>
+#include <QFileInfo>
+#include <QHash>
+#include <QLocale>
+#include <QMenu>
+#include <QMessageBox>
+
+#include "desktop/FormWindow.h"
+#include "desktop/Guard.h"
+#include "desktop/Peer.h"
+#include "desktop/QtConversions.h"
+
+namespace dravik {
+namespace {
+
+QMessageBox::StandardButtons qtButtons(MessageBox::Buttons buttons) {
+    switch (buttons) {
+        case MessageBox::Buttons::YesNo: return QMessageBox::Yes | QMessageBox::No;
+        case MessageBox::Buttons::YesNoCancel: return QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel;
+        default: return QMessageBox::Ok;
+    }
+}
+
+QMessageBox::StandardButton escapeButton(MessageBox::Buttons buttons) {
+    switch (buttons) {
+        case MessageBox::Buttons::YesNo: return QMessageBox::No;
+        case MessageBox::Buttons::YesNoCancel: return QMessageBox::Cancel;
+        default: return QMessageBox::Ok;
+    }
+}
+
+QMessageBox::Icon qtIcon(MessageBox::Icon icon) {
+    switch (icon) {
+        case MessageBox::Icon::Critical: return QMessageBox::Critical;
+        case MessageBox::Icon::Information: return QMessageBox::Information;
+        default: return QMessageBox::NoIcon;
+    }
+}
+
+// Hours, minutes and seconds in the user's form, without the time zone that the long form ends with.
+QString timeForm(const QTime& time) {
+    const QLocale locale;
+    QString format = locale.timeFormat(QLocale::LongFormat);
+    format.remove(QLatin1Char('t'));
+    return locale.toString(time, format.trimmed()).trimmed();
+}
+
+}  // namespace
+
+QtPlatform::~QtPlatform() {
+    for (auto& [form, window] : windows_) delete window.data();
+}
+
+QWidget* QtPlatform::parentWindow() const {
+    if (QWidget* modal = QApplication::activeModalWidget()) return modal;
+    if (QWidget* active = QApplication::activeWindow(); active && active->isVisible()) return active;
+    return mainWindow_;
+}
+
+Answer QtPlatform::messageBox(const MessageBox& box) {
+    QMessageBox dialog(parentWindow());
+    dialog.setObjectName(QStringLiteral("messageBox"));
+    dialog.setTextFormat(Qt::PlainText);
+    dialog.setWindowTitle(qtText(box.title));
+    dialog.setText(qtText(box.text).replace(QLatin1Char('\r'), QLatin1Char('\n')));
+    dialog.setIcon(qtIcon(box.icon));
+    dialog.setStandardButtons(qtButtons(box.buttons));
+    dialog.setEscapeButton(escapeButton(box.buttons));
+    switch (dialog.exec()) {
+        case QMessageBox::Yes: return Answer::Yes;
+        case QMessageBox::No: return Answer::No;
+        case QMessageBox::Cancel: return Answer::Cancel;
+        default: return Answer::Ok;
+    }
+}
+
+void QtPlatform::showModal(Form& form) {
+    form.load();
+    if (!form.loaded()) return;
+    QPointer<FormWindow> window = new FormWindow(form, parentWindow(), true);
+    QEventLoop loop;
+    QObject::connect(window, &FormWindow::finishedWithForm, &loop, &QEventLoop::quit);
+    QObject::connect(window, &QObject::destroyed, &loop, &QEventLoop::quit);
+    bool closed = false;
+    QObject::connect(window, &FormWindow::finishedWithForm, &loop, [&closed] { closed = true; });
+    window->show();
+    guarded([&] { form.activate(); });
+    if (window && !closed) loop.exec();
+    delete window;
+}
+
+void QtPlatform::show(Form& form) {
+    QPointer<FormWindow>& window = windows_[&form];
+    if (!window) {
+        form.load();
+        if (!form.loaded()) return;
+        window = new FormWindow(form, mainWindow_, false);
+        QObject::connect(window, &FormWindow::finishedWithForm, window, [this, key = &form] {
+            const auto found = windows_.find(key);
+            if (found == windows_.end()) return;
+            if (found->second) found->second->deleteLater();
+            windows_.erase(found);
+        });
+    }
+    window->show();
+    window->raise();
+    window->activateWindow();
+    form.activate();
+}
+
+void QtPlatform::popUpMenu(PopupMenu& menu, Widget& at, double x, double y) {
+    const Peer* peer = Peer::of(at);
+    if (!peer) return;
+    QMenu shown(&peer->view());
+    shown.setObjectName(qtText(menu.name));
+    QHash<const QAction*, MenuItem*> items;
+    for (const auto& item : menu.items()) {
+        QAction* action = item->isSeparator() ? shown.addSeparator() : shown.addAction(qtText(item->caption));
+        action->setObjectName(qtText(item->name));
+        action->setEnabled(item->enabled);
+        items.insert(action, item.get());
+    }
+    const QPoint place = peer->view().mapToGlobal(peer->toView(x, y).toPoint());
+    const QAction* picked = shown.exec(place);
+    if (MenuItem* item = items.value(picked)) item->click();
+}
+
+void QtPlatform::setClipboardText(const std::string& text) { QGuiApplication::clipboard()->setText(qtText(text)); }
+
+std::string QtPlatform::fileDateText(const std::string& path) {
+    const QFileInfo file(qtText(path));
+    if (!file.exists()) throw Failure(RuntimeError::FileNotFound);
+    const QDateTime changed = file.lastModified();
+    return utf8(QLocale().toString(changed.date(), QLocale::ShortFormat) + QLatin1Char(' ') +
+                timeForm(changed.time()));
+}
+
+std::string QtPlatform::dateText() {
+    return utf8(QLocale().toString(QDate::currentDate(), QLocale::ShortFormat));
+}
+
+std::string QtPlatform::timeText() { return utf8(timeForm(QTime::currentTime())); }
+
+void QtPlatform::setBusy(bool busy) {
+    if (busy)
+        QGuiApplication::setOverrideCursor(Qt::WaitCursor);
+    else
+        QGuiApplication::restoreOverrideCursor();
+}
+
+}  // namespace dravik

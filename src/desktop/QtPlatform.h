@@ -1,0 +1,39 @@
+// The platform of the screen in Qt. Everything modal comes up over the window that the operator is working in.
+#pragma once
+
+#include <QPointer>
+#include <QWidget>
+#include <unordered_map>
+
+#include "widgets/Platform.h"
+
+namespace dravik {
+
+class FormWindow;
+
+class QtPlatform : public Platform {
+  public:
+    QtPlatform() = default;
+    ~QtPlatform() override;
+
+    // The window over which dialogs come up and with which the child windows close.
+    void setMainWindow(QWidget* window) { mainWindow_ = window; }
+
+    Answer messageBox(const MessageBox& box) override;
+    void showModal(Form& form) override;
+    void show(Form& form) override;
+    void popUpMenu(PopupMenu& menu, Widget& at, double x, double y) override;
+    void setClipboardText(const std::string& text) override;
+    std::string fileDateText(const std::string& path) override;
+    std::string dateText() override;
+    std::string timeText() override;
+    void setBusy(bool busy) override;
+
+  private:
+    QWidget* parentWindow() const;
+
+    QPointer<QWidget> mainWindow_;
+    std::unordered_map<Form*, QPointer<FormWindow>> windows_;
+};
+
+}  // namespace dravik

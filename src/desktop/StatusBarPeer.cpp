@@ -1,0 +1,74 @@
+#include <QAccessible>
+#include <QHBoxLayout>
+#include <vector>
+
+#include "desktop/ElidedLabel.h"
+#include "desktop/Peer.h"
+#include "desktop/Peers.h"
+#include "desktop/QtConversions.h"
+
+namespace dravik {
+namespace {
+
+// Each panel is a label named "bar.key".
+class StatusBarPeer : public PeerOf<StatusBar, QWidget> {
+  public:
+    StatusBarPeer(StatusBar& model, QWidget& view) : PeerOf(model, view), row_(new QHBoxLayout(&view)) {
+        row_->setContentsMargins(0, 0, 0, 0);
+        row_->setSpacing(3);
+        view.setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
+    }
+
+  protected:
+    void show(Change change) override {
+        switch (change) {
+            case Change::Items: addPanels(); [[fallthrough]];
+            case Change::Caption:
+                for (std::size_t i = 0; i < labels_.size(); ++i) showText(*labels_[i], *model_.panels()[i]);
+                break;
+            case Change::ToolTip:
+                Peer::show(change);
+                for (std::size_t i = 0; i < labels_.size(); ++i)
+                    labels_[i]->setOwnToolTip(qtText(model_.panels()[i]->toolTip()));
+                break;
+            default: Peer::show(change);
+        }
+    }
+
+  private:
+    void addPanels() {
+        while (labels_.size() < model_.panels().size()) {
+            const StatusPanel& panel = *model_.panels()[labels_.size()];
+            auto* label = new ElidedLabel(&view_);
+            label->setObjectName(qtText(model_.name() + "." + panel.key));
+            label->setFrameStyle(QFrame::Panel | QFrame::Sunken);
+            label->setMargin(2);
+            label->setShrinks(true);
+            label->setMinimumWidth(pixels(panel.width));
+            label->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
+            row_->addWidget(label, panel.stretches ? 1 : 0);
+            labels_.push_back(label);
+        }
+    }
+
+    static void showText(ElidedLabel& label, const StatusPanel& panel) {
+        const QString text = qtText(panel.text()).replace(QLatin1Char('\r'), QLatin1Char(' '));
+        if (label.text() == text) return;
+        label.setText(text);
+        QAccessibleEvent changed(&label, QAccessible::NameChanged);
+        QAccessible::updateAccessibility(&changed);
+    }
+
+    QHBoxLayout* row_;
+    std::vector<ElidedLabel*> labels_;
+};
+
+}  // namespace
+
+QWidget* makeStatusBar(StatusBar& model, QWidget* parent) {
+    auto* view = new QWidget(parent);
+    (new StatusBarPeer(model, *view))->start();
+    return view;
+}
+
+}  // namespace dravik

@@ -1,0 +1,99 @@
+#include <QLineEdit>
+#include <QStyle>
+
+#include "desktop/Peer.h"
+#include "desktop/Peers.h"
+#include "desktop/QtConversions.h"
+#include "desktop/Theme.h"
+
+namespace dravik {
+namespace {
+
+// A locked box in the colour of its form is a caption or a result: it has no frame and is as wide as its text.
+class LineEdit : public QLineEdit {
+  public:
+    using QLineEdit::QLineEdit;
+
+    void setFlat(bool flat) {
+        flat_ = flat;
+        setFrame(!flat);
+        setFocusPolicy(flat ? Qt::ClickFocus : Qt::StrongFocus);
+        updateGeometry();
+    }
+    QSize sizeHint() const override { return flat_ ? textSize() : QLineEdit::sizeHint(); }
+    QSize minimumSizeHint() const override { return flat_ ? textSize() : QLineEdit::minimumSizeHint(); }
+
+  private:
+    QSize textSize() const {
+        constexpr int kMargin = 8;
+        return {fontMetrics().horizontalAdvance(text()) + kMargin, QLineEdit::sizeHint().height()};
+    }
+
+    bool flat_ = false;
+};
+
+class TextBoxPeer : public PeerOf<TextBox, LineEdit> {
+  public:
+    TextBoxPeer(TextBox& model, LineEdit& view) : PeerOf(model, view) {
+        view.setAcceptDrops(false);  // a dropped file is for the window, not its name for the box
+        connect(&view, &QLineEdit::textEdited, this,
+                [this](const QString& text) { act([&] { model_.setText(utf8(text)); }); });
+    }
+
+  protected:
+    void show(Change change) override {
+        switch (change) {
+            case Change::Caption: {
+                const QString text = qtText(model_.text());
+                if (view_.text() == text) break;
+                const int cursor = view_.cursorPosition();
+                const bool atEnd = cursor == view_.text().size();
+                view_.setText(text);
+                if (!atEnd) view_.setCursorPosition(cursor);
+                if (!view_.hasFocus()) view_.setCursorPosition(0);
+                view_.updateGeometry();
+                break;
+            }
+            case Change::Selection: {
+                const qsizetype start = positionOfCharacter(view_.text(), model_.selectionStart());
+                const qsizetype end = positionOfCharacter(view_.text(),
+                                                          model_.selectionStart() + model_.selectionLength());
+                view_.setSelection(static_cast<int>(start), static_cast<int>(end - start));
+                break;
+            }
+            case Change::Enabled:
+                view_.setReadOnly(model_.locked());
+                Peer::show(change);
+                showColors();
+                break;
+            case Change::Appearance:
+                Peer::show(change);
+                showColors();
+                break;
+            default: Peer::show(change);
+        }
+    }
+
+  private:
+    void showColors() {
+        const bool flat = model_.locked() && model_.backColor() == kButtonFaceColor;
+        view_.setFlat(flat);
+        QPalette palette;
+        if (flat) palette.setBrush(QPalette::Base, Qt::transparent);
+        if (!isSystemColor(model_.backColor()))
+            palette.setColor(QPalette::Base, qtColor(model_.backColor(), palette));
+        if (!isSystemColor(model_.backColor()) || !isSystemColor(model_.foreColor()))
+            palette.setColor(QPalette::Text, textColorOn(model_.backColor(), model_.foreColor(), palette));
+        view_.setPalette(palette);
+    }
+};
+
+}  // namespace
+
+QWidget* makeTextBox(TextBox& model, QWidget* parent) {
+    auto* view = new LineEdit(parent);
+    (new TextBoxPeer(model, *view))->start();
+    return view;
+}
+
+}  // namespace dravik
