@@ -1,0 +1,118 @@
+#include <algorithm>
+
+#include "screen/support/BoundScreen.h"
+
+namespace dravik::test {
+namespace {
+
+class PopupMenusTest : public BoundScreen {
+  protected:
+    PopupMenusTest() {
+        tool->addCommitted("A", {0.1, 0.2, 0.3});
+        tool->addCommitted("B", {0.1});
+        tool->addCommitted("C", {});
+        tool->train();
+        bind();
+    }
+
+    void rightClick(const std::string& caption, const std::string& pick) {
+        platform.menuPicks = {pick};
+        cell(caption).mouseDown(MouseEvent{kRightButton, 0, 30, 45});
+    }
+    void rightClickGrid(const std::string& pick) {
+        platform.menuPicks = {pick};
+        screen().numeric.grid.mouseDown(MouseEvent{kRightButton, 0, 30, 45});
+    }
+};
+
+TEST_F(PopupMenusTest, ItemsFollowTheNumberOfTrainedSamples) {
+    rightClick("A", "");
+    rightClick("B", "");
+    rightClick("C", "");
+    ASSERT_EQ(platform.menus.size(), 3u);
+    EXPECT_EQ(platform.menus[0].name, "mnuMain");
+    EXPECT_EQ(platform.menus[0].x, 30);
+    EXPECT_TRUE(platform.menus[0].enabled("mnuMainCharHist"));
+    EXPECT_FALSE(platform.menus[1].enabled("mnuMainCharHist"));
+    EXPECT_TRUE(platform.menus[1].enabled("mnuMainCharacterDelete"));
+    EXPECT_FALSE(platform.menus[2].enabled("mnuMainCharacterDelete"));
+    for (const char* item : {"mnuMainCharacterExclude", "mnuMainCharacterShowArray", "mnuMainCharacterShowStdDev",
+                             "mnuMainFontHist"})
+        EXPECT_TRUE(platform.menus[2].enabled(item)) << item;
+    EXPECT_FALSE(platform.menus[2].enabled("mnuMainGridCopy"));
+    EXPECT_EQ(platform.menus[2].item("mnuMainCharacterExclude").caption, "Remove C from Font");
+}
+
+TEST_F(PopupMenusTest, OnlyARightClickOnACharacterOfTheFontOpensTheMenu) {
+    screen().sbr.panel("Message").setText("old");
+    cell("A").mouseDown(MouseEvent{kLeftButton, 0, 1, 1});
+    EXPECT_EQ(message(), "");
+    cell("z").mouseDown(MouseEvent{kRightButton, 0, 1, 1});
+    EXPECT_TRUE(platform.menus.empty());
+}
+
+TEST_F(PopupMenusTest, RemovingACharacterAsksFirst) {
+    platform.boxAnswers = {Answer::No, Answer::Yes};
+    rightClick("A", "mnuMainCharacterExclude");
+    EXPECT_EQ(platform.boxes[0].text, "Are you certain you want to exclude the character A from the font?");
+    EXPECT_EQ(platform.boxes[0].title, "Delete Samples for A");
+    EXPECT_TRUE(tool->changes().empty());
+    rightClick("A", "mnuMainCharacterExclude");
+    EXPECT_EQ(tool->committed.size(), 1u);
+    EXPECT_EQ(tool->count("SetCharacterSet(B,C)"), 1);
+    EXPECT_EQ(cell("A").bold(), false);
+    EXPECT_EQ(message(), "Excluded A. Retrain required.");
+}
+
+TEST_F(PopupMenusTest, DeletingTheTrainingAsksFirstAndKeepsTheSet) {
+    platform.boxAnswers = {Answer::Yes};
+    rightClick("A", "mnuMainCharacterDelete");
+    EXPECT_EQ(platform.boxes[0].text, "Are you certain you want to delete all samples for the character A?");
+    EXPECT_EQ(platform.boxes[0].title, "Delete Samples for A");
+    EXPECT_EQ(tool->count("DeleteSample(300000)"), 3);
+    EXPECT_EQ(tool->characterSet, (CharacterSet{"A", "B", "C"}));
+    EXPECT_EQ(message(), "Deleted character A. Retrain to update display.");
+    EXPECT_TRUE(control.m_FontChanged());
+}
+
+TEST_F(PopupMenusTest, TheViewersOpenAndCloseWithTheControl) {
+    rightClick("A", "mnuMainCharacterShowArray");
+    rightClick("A", "mnuMainCharacterShowStdDev");
+    rightClick("A", "mnuMainCharHist");
+    rightClick("B", "mnuMainFontHist");
+    EXPECT_EQ(platform.shown, (std::vector<std::string>{"dlgCharArray", "dlgCharArray", "dlgCharHist", "dlgCharHist"}));
+    toolButton("Array").press();
+    EXPECT_EQ(platform.shown.back(), "dlgCharArray");
+    EXPECT_EQ(platform.busyDepth, 0);
+}
+
+TEST_F(PopupMenusTest, TheGridsMenuCopiesDeletesAndShowsTheFontHistogram) {
+    screen().numeric.grid.select(1, 1, 2, 1);
+    rightClickGrid("mnuMainGridCopy");
+    EXPECT_EQ(platform.clipboard, "A\t\r\nA\t\r\n");
+    EXPECT_EQ(platform.menus[0].item("mnuMainCharacterShowArray").caption, "Show Character &Array");
+    EXPECT_FALSE(platform.menus[0].enabled("mnuMainCharacterShowArray"));
+    EXPECT_FALSE(platform.menus[0].enabled("mnuMainCharacterExclude"));
+    rightClickGrid("mnuMainGridDelete");
+    EXPECT_EQ(tool->count("DeleteSample(300000)"), 2);
+    rightClickGrid("mnuMainFontHist");
+    EXPECT_EQ(platform.shown, std::vector<std::string>{"dlgCharHist"});
+    rightClickGrid("");
+    EXPECT_EQ(message(), "");
+}
+
+TEST_F(PopupMenusTest, PicksAreTraced) {
+    toolButton("Log").press();
+    rightClick("C", "mnuMainFontHist");
+    toolButton("Log").press();
+    const auto entries = jobs.entries();
+    const auto has = [&](const std::string& entry) {
+        return std::find(entries.begin(), entries.end(), entry) != entries.end();
+    };
+    EXPECT_TRUE(has("Dravikdlg.lblChar_MouseDown(2,2,0,30,45)"));
+    EXPECT_TRUE(has("DravikDlg.lblChar_MouseDown: PopupMenu"));
+    EXPECT_TRUE(has("DravikDlg.lblChar_MouseDown: UserSelection = FontHistogram"));
+}
+
+}  // namespace
+}  // namespace dravik::test
