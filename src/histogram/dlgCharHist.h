@@ -48,7 +48,8 @@ class dlgCharHist : public Form {
     void SetLocalDataArray(const std::vector<double>& data);
     void SetLocalMaxArray(const std::vector<double>& max);
     void SetLocalCharArray(const std::vector<std::string>& chars);
-    // Sample count and largest Distance of each character; the three arrays are of one length.
+    // Sample count and largest Distance of each character; the three arrays are of one length, else the
+    // failure Subscript out of range (9) is reported.
     void SetFontHistogram(const std::vector<double>& data, const std::vector<std::string>& chars,
                           const std::vector<double>& max);
     // The Distances of the character's samples; `chars` are the font's characters.
@@ -94,6 +95,7 @@ class dlgCharHist : public Form {
     // As a form that was just opened: nothing drawn, no data.
     void forgetHistogram();
     void nameBars();
+    std::string nameOfBar(std::size_t index) const;
     void drawScene();
     void reportFailure(std::string_view source, const Failure& failure);
     void setMsg(std::string text) { sbr.panel("Msg").setText(std::move(text)); }

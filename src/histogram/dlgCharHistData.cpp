@@ -77,6 +77,8 @@ void dlgCharHist::SetFontHistogram(const std::vector<double>& data, const std::v
         forgetHistogram();
         if (data.empty()) return setMsg("No data");
         if (chars.empty()) return setMsg("No character array");
+        if (chars.size() != data.size() || max.size() != data.size())
+            throw Failure(RuntimeError::SubscriptOutOfRange);
         character_ = chars.front();
         SetMode(kFontHistogram);
         SetLocalDataArray(data);
@@ -97,7 +99,7 @@ void dlgCharHist::SetFontHistogram(const std::vector<double>& data, const std::v
                 const double top = data[i] * kAxisHeight / axisMaximum;
                 drawing_.placeBar(i, left, top, top, true);
             }
-            drawing_.placeLabel(i, element(chars, i));
+            drawing_.placeLabel(i, chars[i]);
         }
         setMsg("Created font histogram");
         m_bHistSet_ = true;
@@ -153,20 +155,18 @@ void dlgCharHist::forgetHistogram() {
 }
 
 void dlgCharHist::nameBars() {
-    for (std::size_t i = 0; i < drawing_.shpData.size() && i < drawing_.lblX.size(); ++i) {
-        auto& bar = drawing_.shpData[i];
-        if (!bar.visible) continue;
-        if (mode_ == kCharacterDistance) {
-            bar.accessibleName =
-                "Distance " + formatNumber(static_cast<double>(i) * bins_.width, kDistancePicture) + " to " +
-                drawing_.lblX[i].caption + ", " + std::to_string(element(bins_.counts, i)) + " samples";
-        } else {
-            bar.accessibleName = element(chars_, i) + ", " + numberText(element(data_, i)) +
-                                 " samples, largest Distance " +
-                                 formatNumber(element(max_, i), kDistancePicture);
-            if (element(max_, i) >= threshold_) bar.accessibleName += ", over the threshold";
-        }
-    }
+    for (std::size_t i = 0; i < drawing_.shpData.size(); ++i)
+        if (drawing_.shpData[i].visible) drawing_.shpData[i].accessibleName = nameOfBar(i);
+}
+
+std::string dlgCharHist::nameOfBar(std::size_t index) const {
+    if (mode_ == kCharacterDistance)
+        return "Distance " + formatNumber(static_cast<double>(index) * bins_.width, kDistancePicture) +
+               " to " + element(drawing_.lblX, index).caption + ", " +
+               std::to_string(element(bins_.counts, index)) + " samples";
+    const double max = element(max_, index);
+    return element(chars_, index) + ", " + numberText(element(data_, index)) + " samples, largest Distance " +
+           formatNumber(max, kDistancePicture) + (max >= threshold_ ? ", over the threshold" : "");
 }
 
 void dlgCharHist::drawScene() {

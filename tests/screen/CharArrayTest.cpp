@@ -45,7 +45,9 @@ struct CharArrayTest : testing::Test {
     std::vector<std::string> fontArray;
     std::vector<std::string> charactersOfTool = {"A", "B", "C"};
     std::vector<std::pair<std::string, int>> events;
-    CharArray arrays{binding, errors, fontArray,
+    CharArray arrays{binding,
+                     errors,
+                     fontArray,
                      {[this] { fontArray = charactersOfTool; },
                       [this](const std::string& character, std::int16_t mode) {
                           events.emplace_back(character, mode);
@@ -150,8 +152,8 @@ TEST_F(CharArrayTest, FontArrayTooShortChangesNothingButIsTraced) {
     charactersOfTool.clear();
     arrays.DisplayCharArray("A", false);
     form().SetCharacter("A", nullptr, 0);
-    EXPECT_THAT(jobs.entries(),
-                IsSupersetOf({"UBound(FontArray) = 0", "IsEmpty(FontArray) = TRUE", "IsArray(FontArray) = FALSE"}));
+    EXPECT_THAT(jobs.entries(), IsSupersetOf({"UBound(FontArray) = 0", "IsEmpty(FontArray) = TRUE",
+                                              "IsArray(FontArray) = FALSE"}));
 }
 
 TEST_F(CharArrayTest, TracesItsSteps) {
@@ -159,11 +161,12 @@ TEST_F(CharArrayTest, TracesItsSteps) {
     tool->uncommitted = {{"A", 0, {}}, {"B", 0, {}}};
     arrays.DisplayCharArray("A", false);
     arrays.PrintFeatureVect();
-    EXPECT_THAT(jobs.entries(),
-                ElementsAre("Dravikdlg.DisplayCharArray(A)", "lUBound1 = 3", "lUBound2 = 52", "dlgCharArray.Form_Load",
-                            "DravikDlg.DisplayCharArray: Set m_dlgArray = New dlgCharArray",
-                            "dlgCharArray.SetCharacter(A)", "dlgCharArray.SetMode", "Dravikdlg.PrintFeatureVect",
-                            "uncommitted UBound(vSamples, 0) = 2"));
+    EXPECT_THAT(
+        jobs.entries(),
+        ElementsAre("Dravikdlg.DisplayCharArray(A)", "lUBound1 = 3", "lUBound2 = 52",
+                    "dlgCharArray.Form_Load", "DravikDlg.DisplayCharArray: Set m_dlgArray = New dlgCharArray",
+                    "dlgCharArray.SetCharacter(A)", "dlgCharArray.SetMode", "Dravikdlg.PrintFeatureVect",
+                    "uncommitted UBound(vSamples, 0) = 2"));
 }
 
 TEST_F(CharArrayTest, AnswersThatAreMissingOrBroken) {

@@ -27,7 +27,8 @@ using Names = std::vector<std::string>;
 TEST_F(ContextPopup, FreshMenuOffersTheArraysAndTheCharacterHistogramOnly) {
     g_bTrace = true;
     dlgContextPopup popup(log);
-    EXPECT_EQ(enabledItems(popup.mnuMain), (Names{"mnuMainCharacterShowArray", "mnuMainCharacterShowStdDev"}));
+    EXPECT_EQ(enabledItems(popup.mnuMain),
+              (Names{"mnuMainCharacterShowArray", "mnuMainCharacterShowStdDev"}));
     EXPECT_EQ(enabledItems(popup.mnuHistogram), Names{"mnuHistogramShowChar"});
     EXPECT_EQ(popup.UserSelection(), MenuPick::None);
     EXPECT_EQ(jobs.entries(), Names{"dlgContextPopup.Form_Initialize"});
@@ -67,19 +68,29 @@ TEST_F(ContextPopup, CaptionsNameTheCharacterOnlyOnceItIsSet) {
 
 TEST_F(ContextPopup, EveryItemLeavesItsCode) {
     const std::vector<std::pair<std::string, int>> codes = {
-        {"mnuMainGridCopy", 7},          {"mnuMainGridDelete", 8},       {"mnuMainCharacterShowArray", 1},
-        {"mnuMainCharacterShowStdDev", 2}, {"mnuMainCharHist", 5},       {"mnuMainFontHist", 6},
-        {"mnuMainCharacterDelete", 3},   {"mnuMainCharacterExclude", 4}, {"mnuGridCopy", 7},
-        {"mnuGridDelete", 8},            {"mnuGridShowGraphical", 0},    {"mnuCharacterShowArray", 1},
-        {"mnuHistogramDelete", 9},       {"mnuHistogramShowChar", 10},
+        {"mnuMainGridCopy", 7},
+        {"mnuMainGridDelete", 8},
+        {"mnuMainCharacterShowArray", 1},
+        {"mnuMainCharacterShowStdDev", 2},
+        {"mnuMainCharHist", 5},
+        {"mnuMainFontHist", 6},
+        {"mnuMainCharacterDelete", 3},
+        {"mnuMainCharacterExclude", 4},
+        {"mnuGridCopy", 7},
+        {"mnuGridDelete", 8},
+        {"mnuGridShowGraphical", 0},
+        {"mnuCharacterShowArray", 1},
+        {"mnuHistogramDelete", 9},
+        {"mnuHistogramShowChar", 10},
     };
     std::size_t items = 0;
-    for (const auto menu : {&dlgContextPopup::mnuMain, &dlgContextPopup::mnuGrid, &dlgContextPopup::mnuCharacter,
-                            &dlgContextPopup::mnuHistogram}) {
+    for (const auto menu : {&dlgContextPopup::mnuMain, &dlgContextPopup::mnuGrid,
+                            &dlgContextPopup::mnuCharacter, &dlgContextPopup::mnuHistogram}) {
         for (const auto& [name, code] : codes) {
             dlgContextPopup popup(log);
             const auto& all = (popup.*menu).items();
-            if (std::none_of(all.begin(), all.end(), [&](const auto& item) { return item->name == name; })) continue;
+            if (std::none_of(all.begin(), all.end(), [&](const auto& item) { return item->name == name; }))
+                continue;
             (popup.*menu).item(name).click();
             EXPECT_EQ(static_cast<int>(popup.UserSelection()), code) << name;
             ++items;
