@@ -1,1 +1,137 @@
-int main() { return 0; }
+// dravik-trainer: headless commands, the window, or a scripted session in the window.
+#include <QApplication>
+#include <QCoreApplication>
+#include <QDir>
+#include <QSettings>
+#include <QTemporaryDir>
+#include <cstdlib>
+#include <iostream>
+#include <string>
+#include <vector>
+
+#ifdef Q_OS_UNIX
+#include <unistd.h>
+#endif
+
+#include "base/Failure.h"
+#include "desktop/DemoSession.h"
+#include "desktop/MainWindow.h"
+#include "desktop/QtConversions.h"
+#include "desktop/QtImage.h"
+#include "desktop/QtPlatform.h"
+#include "desktop/Theme.h"
+#include "trainer/CommandLine.h"
+
+namespace {
+
+using namespace dravik;
+
+// Takes "--name value" or "--name=value" out of the arguments; "" when it is not there.
+std::string takeOption(std::vector<std::string>& arguments, const std::string& name) {
+    for (auto it = arguments.begin(); it != arguments.end() && *it != "--"; ++it) {
+        if (it->starts_with(name + "=")) {
+            std::string value = it->substr(name.size() + 1);
+            arguments.erase(it);
+            return value;
+        }
+        if (*it == name && it + 1 != arguments.end()) {
+            std::string value = *(it + 1);
+            arguments.erase(it, it + 2);
+            return value;
+        }
+    }
+    return {};
+}
+
+int complain(const std::string& problem, int code) {
+    std::cerr << "dravik-trainer: " << problem << std::endl;
+    return code;
+}
+
+bool hasDisplay() {
+#ifdef Q_OS_LINUX
+    return std::getenv("DISPLAY") || std::getenv("WAYLAND_DISPLAY") || std::getenv("QT_QPA_PLATFORM");
+#else
+    return true;
+#endif
+}
+
+bool errIsTerminal() {
+#ifdef Q_OS_UNIX
+    return isatty(STDERR_FILENO) != 0;
+#else
+    return false;
+#endif
+}
+
+int runDemo(const std::string& folder, const WindowOptions& options) {
+    if (!QDir().mkpath(qtText(folder))) return complain(folder + ": the folder cannot be made", 1);
+    // A session that anyone can repeat touches neither the operator's fonts nor the window's remembered place.
+    const QTemporaryDir own;
+    if (!own.isValid()) return complain("no temporary folder can be made: " + utf8(own.errorString()), 1);
+    QSettings::setDefaultFormat(QSettings::IniFormat);
+    QSettings::setPath(QSettings::IniFormat, QSettings::UserScope, own.path());
+    const JobFolder jobs(options.jobs.empty() ? utf8(own.filePath(QStringLiteral("Jobs"))) : options.jobs);
+
+    QtPlatform platform;
+    Trainer trainer(platform, jobs, decodeImageFile, false);
+    MainWindow window(trainer);
+    platform.setMainWindow(&window);
+    try {
+        DemoSession(window, trainer, folder, std::cout).run(options.paths);
+    } catch (...) {
+        return complain("the session did not come out: " + currentFailure().description(), 1);
+    }
+    std::cout << "Everything came out. Pictures are in " << folder << std::endl;
+    return 0;
+}
+
+int runWindow(const WindowOptions& options) {
+    QtPlatform platform;
+    Trainer trainer(platform, options.jobs.empty() ? JobFolder() : JobFolder(options.jobs), decodeImageFile, true);
+    MainWindow window(trainer);
+    platform.setMainWindow(&window);
+    window.show();
+    if (!options.paths.empty()) window.open(options.paths);
+    return QApplication::exec();
+}
+
+int run(int argc, char** argv) {
+    QCoreApplication::setOrganizationName(QStringLiteral("Dravik"));
+    QCoreApplication::setApplicationName(QStringLiteral("Dravik Trainer"));
+    std::vector<std::string> arguments(argv + 1, argv + argc);
+    if (isHeadlessCommand(arguments)) {
+        const QCoreApplication application(argc, argv);  // image formats are plug-ins of it
+        return runHeadless(arguments, decodeImageFile, std::cout, std::cerr, errIsTerminal());
+    }
+
+    if (!hasDisplay()) {
+        const bool demo = std::any_of(arguments.begin(), arguments.end(),
+                                      [](const std::string& argument) { return argument.starts_with("--demo"); });
+        if (!demo)
+            return complain("there is no display; the commands learn, read and fonts need none (see --help)", 1);
+        qputenv("QT_QPA_PLATFORM", "offscreen");
+    }
+    const QApplication application(argc, argv);
+    QApplication::setApplicationDisplayName(QString());
+    arguments.clear();
+    for (const QString& argument : QCoreApplication::arguments().mid(1)) arguments.push_back(utf8(argument));
+    const std::string demo = takeOption(arguments, "--demo");
+    const std::string theme = takeOption(arguments, "--theme");
+    const WindowOptions options = windowOptions(arguments);
+    if (!options.problem.empty()) return complain(options.problem, 2);
+    if (!theme.empty() && theme != "light" && theme != "dark" && theme != "system")
+        return complain("--theme is light, dark or system", 2);
+    useTheme(theme == "dark" ? Theme::Dark : theme == "light" ? Theme::Light : Theme::System);
+    return demo.empty() ? runWindow(options) : runDemo(demo, options);
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    try {
+        return run(argc, argv);
+    } catch (...) {
+        return complain(dravik::currentFailure().description(), 1);
+    }
+}
