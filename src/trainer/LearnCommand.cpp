@@ -162,7 +162,7 @@ int learn(HeadlessSession& session, const std::vector<ListedSample>& samples, co
     session.press(session.screen().train.cmdSaveFont);
     const auto file = session.folder().fontFile(session.control().selectedFont());
     if (session.control().m_FontChanged() || !session.said("Saved font")) {
-        streams.problem("cannot save " + file + ": " + session.failure().value_or(session.message()));
+        streams.problem("font " + options.font + ": " + session.failure().value_or(session.message()));
         return 1;
     }
     streams.out << "saved " << file << std::endl;

@@ -3,6 +3,7 @@
 
 #include <csignal>
 #include <filesystem>
+#include <regex>
 #include <sstream>
 
 #include "base/Failure.h"
@@ -18,9 +19,11 @@ using testing::ElementsAre;
 using testing::EndsWith;
 using testing::HasSubstr;
 using testing::IsEmpty;
-using testing::MatchesRegex;
-using testing::Not;
 using testing::StartsWith;
+
+MATCHER_P(Reads, pattern, "") {
+    return std::regex_match(arg, std::regex(pattern));
+}
 
 class HeadlessCommands : public testing::Test {
   protected:
@@ -47,8 +50,8 @@ TEST_F(HeadlessCommands, AFontLearntFromAListReadsOtherImages) {
     EXPECT_THAT(
         learnt.out,
         ElementsAre("included 10\tdigits36.pgm", "included 10\tdigits40.pgm", "included 10\tdigits47.pgm",
-                    "samples 30", MatchesRegex("cycles [1-9][0-9]*"), MatchesRegex("rms 0\\.[0-9]+"),
-                    MatchesRegex("seconds [0-9]+\\.[0-9]"), "saved " + workspace.fontFile("digits")));
+                    "samples 30", Reads("cycles [1-9][0-9]*"), Reads("rms 0\\.[0-9]+"),
+                    Reads("seconds [0-9]+\\.[0-9]"), "saved " + workspace.fontFile("digits")));
 
     const auto one = workspace.draw("one.pgm", "3141592650", 43);
     const auto two = workspace.draw("two.pgm", "90817\n26354", 52);
@@ -60,7 +63,7 @@ TEST_F(HeadlessCommands, AFontLearntFromAListReadsOtherImages) {
     const auto fonts = workspace.run({"fonts"});
     EXPECT_EQ(fonts.status, 0);
     EXPECT_THAT(fonts.out, ElementsAre("font\tcharacters\tsamples\ttrained\tdate",
-                                       MatchesRegex("digits\t0123456789\t30\tyes\t20..-..-.. ..:..:..")));
+                                       Reads("digits\t0123456789\t30\tyes\t20..-..-.. ..:..:..")));
 }
 
 TEST_F(HeadlessCommands, ImagesThatCannotBeIncludedAreRefusedInWordsAndTheOthersGoOn) {
@@ -98,7 +101,7 @@ TEST_F(HeadlessCommands, NothingIsTrainedWhenEveryImageIsRefused) {
     EXPECT_EQ(untrained.status, 1);
     EXPECT_THAT(untrained.out, IsEmpty());
     EXPECT_THAT(untrained.err, ElementsAre("dravik-trainer: font f: is not trained"));
-    EXPECT_THAT(workspace.run({"fonts"}).out.at(1), MatchesRegex("f\t.*\t0\tno\t.*"));
+    EXPECT_THAT(workspace.run({"fonts"}).out.at(1), Reads("f\t.*\t0\tno\t.*"));
 }
 
 TEST_F(HeadlessCommands, AWrongListChangesNothing) {
@@ -123,7 +126,7 @@ TEST_F(HeadlessCommands, ASecondListAddsToTheFontAndItsCharacters) {
     EXPECT_EQ(result.status, 0);
     EXPECT_THAT(result.err, IsEmpty());
     EXPECT_THAT(result.out.at(1), "samples 34") << "the samples of the first list are still there";
-    EXPECT_THAT(workspace.run({"fonts"}).out.at(1), MatchesRegex("my_font\t0123456789ACHP\t34\tyes\t.*"));
+    EXPECT_THAT(workspace.run({"fonts"}).out.at(1), Reads("my_font\t0123456789ACHP\t34\tyes\t.*"));
 }
 
 TEST_F(HeadlessCommands, FontNamesThatTheDialogsRefuseAreRefused) {
@@ -139,7 +142,7 @@ TEST_F(HeadlessCommands, FontNamesThatTheDialogsRefuseAreRefused) {
         ElementsAre("dravik-trainer: font Digits: there is a font whose name differs only in the case of its "
                     "letters"));
     EXPECT_THAT(read("other", {"x.pgm"}).err, ElementsAre(AllOf(HasSubstr("font other: no such font in "),
-                                                                EndsWith("Fonts/; there are digits"))));
+                                                                EndsWith("; there are digits"))));
 }
 
 TEST_F(HeadlessCommands, AnUnreadableImageIsOneLineAndTheOthersAreRead) {
@@ -183,6 +186,21 @@ TEST_F(HeadlessCommands, AJobsFolderThatCannotBeMadeIsOneClearLine) {
     EXPECT_THAT(result.out, IsEmpty());
     EXPECT_THAT(result.err,
                 ElementsAre(AllOf(StartsWith("dravik-trainer: font f: "), HasSubstr(workspace.jobs()))));
+}
+
+TEST_F(HeadlessCommands, AFontThatCannotBeSavedIsAFailureWithItsReason) {
+    workspace.draw("part.pgm", "12");
+    const auto list = workspace.write("list.tsv", "part.pgm\t12\n");
+    const auto result =
+        workspace.run({"learn", "--font", "f", "--samples", list}, [&](const std::string& file) {
+            std::filesystem::remove_all(workspace.path("jobs/Fonts"));
+            workspace.write("jobs/Fonts", "a file where the folder was");
+            return readPgm(file);
+        });
+    EXPECT_EQ(result.status, 1);
+    ASSERT_EQ(result.out.size(), 5U);
+    EXPECT_THAT(result.out.back(), StartsWith("seconds ")) << "not saved";
+    EXPECT_THAT(result.err, ElementsAre(AllOf(StartsWith("dravik-trainer: font f: "), HasSubstr("Fonts"))));
 }
 
 // Presses Ctrl+C as soon as a text is written to it.
