@@ -48,8 +48,8 @@ class dlgCharHist : public Form {
     void SetLocalDataArray(const std::vector<double>& data);
     void SetLocalMaxArray(const std::vector<double>& max);
     void SetLocalCharArray(const std::vector<std::string>& chars);
-    // Sample count and largest Distance of each character; the three arrays are of one length, else the
-    // failure Subscript out of range (9) is reported.
+    // Sample count and largest Distance of each character. Labels or Distances that are fewer than the counts
+    // are reported as Subscript out of range (9).
     void SetFontHistogram(const std::vector<double>& data, const std::vector<std::string>& chars,
                           const std::vector<double>& max);
     // The Distances of the character's samples; `chars` are the font's characters.

@@ -21,6 +21,10 @@ int labelPoints(const std::vector<double>& data) {
     return data.size() - 1 >= kManyValues ? kSmallLabel : kLargeLabel;
 }
 
+std::string samplesText(double count) {
+    return numberText(count) + (count == 1 ? " sample" : " samples");
+}
+
 }  // namespace
 
 void dlgCharHist::SetMode(std::int16_t mode) {
@@ -77,7 +81,7 @@ void dlgCharHist::SetFontHistogram(const std::vector<double>& data, const std::v
         forgetHistogram();
         if (data.empty()) return setMsg("No data");
         if (chars.empty()) return setMsg("No character array");
-        if (chars.size() != data.size() || max.size() != data.size())
+        if (chars.size() < data.size() || max.size() < data.size())
             throw Failure(RuntimeError::SubscriptOutOfRange);
         character_ = chars.front();
         SetMode(kFontHistogram);
@@ -163,9 +167,9 @@ std::string dlgCharHist::nameOfBar(std::size_t index) const {
     if (mode_ == kCharacterDistance)
         return "Distance " + formatNumber(static_cast<double>(index) * bins_.width, kDistancePicture) +
                " to " + element(drawing_.lblX, index).caption + ", " +
-               std::to_string(element(bins_.counts, index)) + " samples";
+               samplesText(element(bins_.counts, index));
     const double max = element(max_, index);
-    return element(chars_, index) + ", " + numberText(element(data_, index)) + " samples, largest Distance " +
+    return element(chars_, index) + ", " + samplesText(element(data_, index)) + ", largest Distance " +
            formatNumber(max, kDistancePicture) + (max >= threshold_ ? ", over the threshold" : "");
 }
 

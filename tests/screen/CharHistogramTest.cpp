@@ -84,7 +84,7 @@ TEST_F(CharHistogramTest, FontHistogramShowsCountsAndLargestDistances) {
     const auto& bars = form().chart.scene().bars;
     ASSERT_EQ(bars.size(), 3u);
     EXPECT_EQ(bars[0].accessibleName, "A, 4 samples, largest Distance 1.000, over the threshold");
-    EXPECT_EQ(bars[1].accessibleName, "a, 1 samples, largest Distance 0.900, over the threshold");
+    EXPECT_EQ(bars[1].accessibleName, "a, 1 sample, largest Distance 0.900, over the threshold");
     EXPECT_EQ(bars[2].accessibleName, "B, 0 samples, largest Distance 0.000");
     EXPECT_THAT(tool->calls, ElementsAre("GetSampleData(199999;1,4,5,6)", "GetSampleData(399999;1,2,3,5,6)"));
 

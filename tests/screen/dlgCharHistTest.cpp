@@ -97,7 +97,7 @@ TEST_F(dlgCharHistTest, FontHistogramPlacesBarsOnTheAxis) {
     EXPECT_TRUE(form.udThreshold.visible());
     EXPECT_TRUE(form.tlbMain.button("Font").pressed());
     EXPECT_THAT(events, IsEmpty());
-    EXPECT_EQ(form.chart.scene().bars.at(1).accessibleName, "B, 1 samples, largest Distance 0.350");
+    EXPECT_EQ(form.chart.scene().bars.at(1).accessibleName, "B, 1 sample, largest Distance 0.350");
     EXPECT_EQ(form.chart.scene().bars.at(0).accessibleName,
               "A, 12 samples, largest Distance 0.400, over the threshold");
 }
@@ -144,7 +144,7 @@ TEST_F(dlgCharHistTest, CharHistogramCountsIntoBins) {
     EXPECT_TRUE(form.cboChar.enabled());
     EXPECT_FALSE(form.txtExceed.visible());
     EXPECT_THAT(events, ElementsAre("Msg Created character histogram"));
-    EXPECT_EQ(form.chart.scene().bars.at(1).accessibleName, "Distance 0.100 to 0.200, 1 samples");
+    EXPECT_EQ(form.chart.scene().bars.at(1).accessibleName, "Distance 0.100 to 0.200, 1 sample");
 }
 
 TEST_F(dlgCharHistTest, DistancesOfZeroAllLandInTheFirstBin) {
