@@ -128,6 +128,7 @@ TEST_F(CharHistogramTest, OpenFormIsFilledAgainAndCountsOn) {
     auto* const before = &form();
     for (int i = 0; i < 4; ++i) deleteFirstBin();
     EXPECT_THAT(deleted, Contains("A 0.000000 0.100000").Times(4));
+    EXPECT_EQ(platform.shown.size(), 5u);  // once for each filling
     form().tlbMain.button("Font").press();
     EXPECT_EQ(form().mode(), kFontHistogram);
     histograms.DisplayCharHistogram("A", kCharacterDistance);
