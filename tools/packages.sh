@@ -1,0 +1,22 @@
+# Installs Debian packages that are missing. Sourced by ./run and ./test.
+
+build_packages=(g++ cmake ninja-build qt6-base-dev libqt6svg6-dev qt6-image-formats-plugins libgl-dev fonts-dejavu-core)
+test_packages=(libgtest-dev libgmock-dev googletest libpng-dev g++-mingw-w64-x86-64-posix wine64 mandoc)
+
+# install_packages NAME... : does nothing, quickly, when all are there.
+install_packages() {
+    local missing=() package
+    for package in "$@"; do
+        dpkg-query -W -f='${db:Status-Status}' "$package" 2>/dev/null | grep -qx installed || missing+=("$package")
+    done
+    [ ${#missing[@]} -eq 0 ] && return 0
+    local sudo=()
+    if [ "$(id -u)" -ne 0 ]; then
+        command -v sudo >/dev/null || { echo "Missing packages: ${missing[*]} (run as root, or install sudo)" >&2; return 1; }
+        sudo=(sudo)
+    fi
+    echo "== Installing ${missing[*]}"
+    "${sudo[@]}" apt-get update -q >/dev/null || { echo "apt-get update failed" >&2; return 1; }
+    "${sudo[@]}" env DEBIAN_FRONTEND=noninteractive apt-get install -y -q --no-install-recommends "${missing[@]}" \
+        >/dev/null || { echo "Could not install ${missing[*]}" >&2; return 1; }
+}

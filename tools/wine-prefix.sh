@@ -1,0 +1,14 @@
+#!/usr/bin/env bash
+# Makes a Wine prefix in the given folder unless it is there. A crash ends a program instead of waiting in a debugger.
+set -euo pipefail
+mkdir -p "$1"
+folder=$(readlink -f "$1")
+[ -f "$folder/ready" ] && exit 0
+rm -rf "$folder"
+mkdir -p "$folder"
+here=$(dirname "$(readlink -f "$0")")
+export WINEPREFIX=$folder
+DISPLAY='' timeout 300 "$here/wine.sh" wineboot -i >/dev/null 2>&1 || { echo "wineboot failed" >&2; exit 1; }
+"$here/wine.sh" reg add 'HKLM\Software\Microsoft\Windows NT\CurrentVersion\AeDebug' /v Debugger /d '' /f >/dev/null 2>&1
+"$here/wine.sh" reg add 'HKCU\Software\Wine\WineDbg' /v ShowCrashDialog /t REG_DWORD /d 0 /f >/dev/null 2>&1
+touch "$folder/ready"
