@@ -71,7 +71,7 @@ std::vector<ListedSample> parseSampleList(std::string_view content, const std::s
 
         ListedSample sample;
         if (const auto problem = parseLine(line, sample); !problem.empty()) {
-            problems.push_back(name + " line " + std::to_string(number) + ": " + problem);
+            problems.push_back(name + " line " + std::to_string(number).append(": ").append(problem));
         } else {
             sample.path = fileName(folder / filePath(sample.image));
             samples.push_back(std::move(sample));

@@ -29,7 +29,7 @@ struct Trainer::Parts {
     // The text as Include hands it to the tool.
     std::string textToInclude() {
         const auto& input = control.screen().sample;
-        const auto text = trimmed(input.txtSampleInput.text());
+        auto text = trimmed(input.txtSampleInput.text());
         if (!input.chkCase.checked() || text.empty()) return text;
         bool upper = false;
         bool lower = false;

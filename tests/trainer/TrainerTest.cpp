@@ -117,5 +117,41 @@ TEST_F(TrainerTest, TheReadingFollowsTheImageTheFontAndTheTraining) {
     EXPECT_EQ(readText(), "123|45|");
 }
 
+TEST_F(TrainerTest, LabelsFollowTheCaseOfTheFontWhenItIsMaintained) {
+    const auto list = workspace.write("list.tsv", "letters.pgm\tACHP\n");
+    workspace.draw("letters.pgm", "ACHP");
+    ASSERT_EQ(workspace.run({"learn", "--font", "letters", "--samples", list}).status, 0);
+    trainer.parts().open({workspace.path("letters.pgm")});
+    screen().font.cmdSelectFont.press();
+    type("achp");
+    EXPECT_EQ(labels(), "achp");
+    screen().sample.chkCase.setChecked(true);
+    EXPECT_EQ(labels(), "ACHP");
+    EXPECT_EQ(screen().sample.txtSampleInput.text(), "achp") << "only Include changes what was typed";
+}
+
+TEST_F(TrainerTest, TheFontOfTheLastSessionIsThereAgainAndClosingAsks) {
+    ASSERT_EQ(workspace.learnDigits("digits").status, 0);
+    const auto before = Workspace::content(workspace.fontFile("digits"));
+    const auto part = workspace.draw("part.pgm", "86");
+    {
+        Trainer first(platform, JobFolder(workspace.jobs()), readPgm, true);
+        EXPECT_EQ(first.title(), "Dravik Trainer");
+        first.control().screen().font.cmdSelectFont.press();
+    }
+    {
+        Trainer next(platform, JobFolder(workspace.jobs()), readPgm, true);
+        EXPECT_EQ(next.title(), "digits - Dravik Trainer");
+        next.parts().open({part});
+        EXPECT_TRUE(next.reading().available);
+        next.control().screen().sample.txtSampleInput.setText("86");
+        next.control().screen().sample.cmdInclude.press();
+        platform.forget();
+    }
+    ASSERT_EQ(platform.asked().size(), 1U);
+    EXPECT_EQ(platform.asked()[0].box.title, "Font Changed");
+    EXPECT_EQ(Workspace::content(workspace.fontFile("digits")), before);
+}
+
 }  // namespace
 }  // namespace dravik::test
