@@ -12,6 +12,7 @@
 
 namespace dravik {
 
+constexpr int kLeastSeparatedWidth = 4;
 constexpr double kLeastContrast = 2.0;  // a bar that stands out less from the surface gets an outline
 
 ChartView::ChartView(QWidget* parent) : QWidget(parent) {
@@ -66,7 +67,9 @@ void ChartView::paintEvent(QPaintEvent*) {
         const ChartBar& bar = scene_.bars[i];
         if (!bar.visible) continue;
         const QRectF place = barPlace(bar);
-        const QRect whole = QRect(device(place.topLeft()), device(place.bottomRight()) - QPoint(1, 1));
+        QRect whole(device(place.topLeft()), device(place.bottomRight()) - QPoint(1, 1));
+        // Bars that touch stay told apart by a hair line.
+        if (whole.width() > kLeastSeparatedWidth) whole.setRight(whole.right() - hair);
         const QColor fill = qtColor(bar.fill, palette());
         painter.fillRect(whole, fill);
         if (whole.height() > 0 && contrast(fill, background) < kLeastContrast) {

@@ -234,6 +234,7 @@ void DemoSession::save() {
 }
 
 void DemoSession::read(const Task& task, bool& allRight) {
+    typeInto("txtSampleInput", "");
     makeCurrent(task.image);
     const Reading& reading = trainer_.reading();
     const std::string text = readText(reading);

@@ -38,6 +38,7 @@ void pressKey(QWidget& in, int key, Qt::KeyboardModifiers modifiers) {
 }
 
 void typeText(QWidget& into, const QString& text) {
+    if (text.isEmpty()) pressKey(into, Qt::Key_Delete);
     for (const QChar character : text) {
         QKeyEvent press(QEvent::KeyPress, 0, Qt::NoModifier, QString(character));
         QApplication::sendEvent(&into, &press);

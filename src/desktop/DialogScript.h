@@ -15,7 +15,8 @@ namespace dravik {
 // Runs the event loop until the condition holds; false when it does not within the time.
 bool waitUntil(const std::function<bool()>& condition, int milliseconds = 20000);
 
-// Types a text into a widget, character by character, as the keyboard would.
+// Types a text over what is selected in a widget, character by character, as the keyboard would; the empty text deletes
+// the selection.
 void typeText(QWidget& into, const QString& text);
 void pressKey(QWidget& in, int key, Qt::KeyboardModifiers modifiers = Qt::NoModifier);
 

@@ -28,6 +28,7 @@ class Builder {
             default: {
                 Layout alone;
                 alone.children.push_back(layout);
+                alone.children.back().stretch = 1;
                 return box(alone, QBoxLayout::TopToBottom);
             }
         }
@@ -58,6 +59,10 @@ class Builder {
             result->addWidget(view, child.stretch, alignment);
             if (child.stretch > 0) letShrink(view);
         }
+        // Spare length that nobody asked for, also when those who did are hidden, stays at the end.
+        const bool across = direction == QBoxLayout::LeftToRight;
+        result->addSpacerItem(new QSpacerItem(0, 0, across ? QSizePolicy::Expanding : QSizePolicy::Minimum,
+                                              across ? QSizePolicy::Minimum : QSizePolicy::Expanding));
         return result;
     }
 
@@ -77,6 +82,7 @@ class Builder {
         }
         for (std::size_t i = 0; i < layout.columnStretch.size(); ++i)
             result->setColumnStretch(static_cast<int>(i), layout.columnStretch[i]);
+        if (layout.columnStretch.empty()) result->setColumnStretch(result->columnCount() - 1, 1);
         return result;
     }
 

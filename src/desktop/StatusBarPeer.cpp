@@ -41,10 +41,12 @@ class StatusBarPeer : public PeerOf<StatusBar, QWidget> {
             const StatusPanel& panel = *model_.panels()[labels_.size()];
             auto* label = new ElidedLabel(&view_);
             label->setObjectName(qtText(model_.name() + "." + panel.key));
-            label->setFrameStyle(QFrame::Panel | QFrame::Sunken);
+            label->setFrameStyle(QFrame::StyledPanel | QFrame::Sunken);
             label->setMargin(2);
             label->setShrinks(true);
             label->setMinimumWidth(pixels(panel.width));
+            // A long text must not take the room of the panel that stretches.
+            if (!panel.stretches) label->setMaximumWidth(pixels(panel.width) * 3 / 2);
             label->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
             row_->addWidget(label, panel.stretches ? 1 : 0);
             labels_.push_back(label);

@@ -18,6 +18,7 @@ class LineEdit : public QLineEdit {
         flat_ = flat;
         setFrame(!flat);
         setFocusPolicy(flat ? Qt::ClickFocus : Qt::StrongFocus);
+        setSizePolicy(flat ? QSizePolicy::Preferred : QSizePolicy::Expanding, QSizePolicy::Fixed);
         updateGeometry();
     }
     QSize sizeHint() const override { return flat_ ? textSize() : QLineEdit::sizeHint(); }

@@ -2,11 +2,14 @@
 
 #include <QAbstractListModel>
 #include <QCache>
+#include <QGuiApplication>
 #include <QKeyEvent>
+#include <QPainter>
 #include <QPixmap>
 #include <QScrollBar>
 #include <QTimer>
 #include <QWheelEvent>
+#include <memory>
 #include <vector>
 
 #include "desktop/Guard.h"
@@ -15,8 +18,8 @@
 
 namespace dravik {
 
-constexpr int kThumbnailSide = 72;
-constexpr int kItemWidth = 104;
+constexpr QSize kThumbnail(104, 54);
+constexpr QSize kItem(116, 82);
 constexpr int kKeptThumbnails = 400;
 // Asked for but no longer in view: the newest requests are the ones that the operator looks at.
 constexpr std::size_t kMostWaiting = 40;
@@ -50,7 +53,7 @@ class ThumbnailModel : public QAbstractListModel {
             else if (role == Qt::DecorationRole)
                 result = thumbnail(index.row());
             else if (role == Qt::SizeHintRole)
-                result = QSize(kItemWidth, kThumbnailSide + 24);
+                result = kItem;
         });
         return result;
     }
@@ -62,9 +65,14 @@ class ThumbnailModel : public QAbstractListModel {
         if (std::find(waiting_.begin(), waiting_.end(), row) == waiting_.end()) waiting_.push_back(row);
         if (waiting_.size() > kMostWaiting) waiting_.erase(waiting_.begin());
         next_.start(0);
-        QPixmap empty(kThumbnailSide, kThumbnailSide);
-        empty.fill(Qt::transparent);
-        return empty;
+        return emptyThumbnail();
+    }
+
+    QPixmap emptyThumbnail() const {
+        QPixmap pixmap(kThumbnail * ratio_);
+        pixmap.setDevicePixelRatio(ratio_);
+        pixmap.fill(Qt::transparent);
+        return pixmap;
     }
 
     void decodeOne() {
@@ -76,13 +84,20 @@ class ThumbnailModel : public QAbstractListModel {
     }
 
     void decode(int row) {
-        const GreyImage image = parts_.thumbnail(row, static_cast<int>(kThumbnailSide * ratio_));
-        auto pixmap = std::make_unique<QPixmap>(kThumbnailSide, kThumbnailSide);
-        if (image.empty())
-            pixmap->fill(Qt::transparent);
-        else
-            *pixmap = QPixmap::fromImage(toQImage(image));
-        if (!image.empty()) pixmap->setDevicePixelRatio(ratio_);
+        const GreyImage image = parts_.thumbnail(row, static_cast<int>(kThumbnail.width() * ratio_));
+        auto pixmap = std::make_unique<QPixmap>(emptyThumbnail());
+        QPainter painter(pixmap.get());
+        painter.setRenderHint(QPainter::SmoothPixmapTransform);
+        if (image.empty()) {
+            painter.setPen(QGuiApplication::palette().color(QPalette::Text));
+            painter.drawText(QRect(QPoint(0, 0), kThumbnail), static_cast<int>(Qt::AlignCenter),
+                             QStringLiteral("?"));
+        } else {
+            QRect place(QPoint(0, 0), QSize(image.width(), image.height()).scaled(kThumbnail, Qt::KeepAspectRatio));
+            place.moveCenter(QRect(QPoint(0, 0), kThumbnail).center());
+            painter.drawImage(place, toQImage(image));
+        }
+        painter.end();
         thumbnails_.insert(qtText(parts_.path(row)), pixmap.release());
         Q_EMIT dataChanged(index(row), index(row), {Qt::DecorationRole});
     }
@@ -103,8 +118,8 @@ ThumbnailStrip::ThumbnailStrip(OpenedParts& parts, QWidget* parent)
     setWrapping(false);
     setUniformItemSizes(true);
     setTextElideMode(Qt::ElideMiddle);
-    setIconSize(QSize(kThumbnailSide, kThumbnailSide));
-    setGridSize(QSize(kItemWidth, kThumbnailSide + 26));
+    setIconSize(kThumbnail);
+    setGridSize(kItem);
     setSelectionMode(QAbstractItemView::SingleSelection);
     setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     setHorizontalScrollBarPolicy(Qt::ScrollBarAsNeeded);
