@@ -53,28 +53,40 @@ std::vector<OpenLine> collected(const std::vector<Piece>& pieces, float height) 
     return lines;
 }
 
-// Lines that turn out to stand on one baseline are one.
-void mergeSameLines(std::vector<OpenLine>& lines, const std::vector<Piece>& pieces, float height) {
-    std::vector<std::pair<float, std::size_t>> order;
-    for (std::size_t l = 0; l < lines.size(); ++l) {
-        std::vector<Box> boxes;
-        for (const std::size_t member : lines[l].members) boxes.push_back(pieces[member].box);
-        order.emplace_back(measureLine(boxes, height).baseline, l);
-    }
-    std::sort(order.begin(), order.end());
-    std::vector<OpenLine> result;
-    float last = 0;
-    for (const auto& [baseline, l] : order) {
-        if (result.empty() || baseline - last > 0.45f * height) {
-            result.push_back(std::move(lines[l]));
-            last = baseline;
-        } else {
-            OpenLine& same = result.back();
-            if (lines[l].members.size() > same.members.size()) last = baseline;
-            same.members.insert(same.members.end(), lines[l].members.begin(), lines[l].members.end());
+float middleOf(std::vector<float> values) {
+    const auto middle = values.begin() + static_cast<std::ptrdiff_t>(values.size() / 2);
+    std::nth_element(values.begin(), middle, values.end());
+    return *middle;
+}
+
+// Lines that turn out to cover the same band are one: a first character that hangs low or stands high may
+// have begun one of its own.
+void mergeSameLines(std::vector<OpenLine>& lines, const std::vector<Piece>& pieces) {
+    for (OpenLine& line : lines) {
+        std::vector<float> tops, bottoms;
+        for (const std::size_t member : line.members) {
+            tops.push_back(pieces[member].box.top);
+            bottoms.push_back(pieces[member].box.bottom);
         }
+        line.top = middleOf(std::move(tops));
+        line.bottom = middleOf(std::move(bottoms));
     }
-    for (OpenLine& line : result) std::sort(line.members.begin(), line.members.end());
+    std::sort(lines.begin(), lines.end(),
+              [](const OpenLine& a, const OpenLine& b) { return a.top + a.bottom < b.top + b.bottom; });
+    std::vector<OpenLine> result;
+    for (OpenLine& line : lines) {
+        if (result.empty() || result.back().overlap(line.top, line.bottom) < 0.5f) {
+            result.push_back(std::move(line));
+            continue;
+        }
+        OpenLine& same = result.back();
+        if (line.members.size() > same.members.size()) {
+            same.top = line.top;
+            same.bottom = line.bottom;
+        }
+        same.members.insert(same.members.end(), line.members.begin(), line.members.end());
+        std::sort(same.members.begin(), same.members.end());
+    }
     lines = std::move(result);
 }
 
@@ -115,16 +127,21 @@ float usualHeight(std::span<const Piece> pieces) {
 
 float printSlope(std::span<const Piece> pieces, float height) {
     std::vector<Run> runs;
+    int count = 0;
     float left = 1e9f, right = -1e9f, top = 1e9f, bottom = -1e9f;
     for (const Piece& piece : pieces) {
-        if (piece.box.height() > 2.2f * height || piece.box.width() > 8 * height) continue;
+        // Marks stand at any height and say nothing of the line.
+        if (piece.box.height() < 0.5f * height || piece.box.height() > 2.2f * height ||
+            piece.box.width() > 8 * height)
+            continue;
+        ++count;
         runs.insert(runs.end(), piece.runs.begin(), piece.runs.end());
         left = std::min(left, piece.box.left);
         right = std::max(right, piece.box.right);
         top = std::min(top, piece.box.top);
         bottom = std::max(bottom, piece.box.bottom);
     }
-    if (runs.empty() || right - left < 3 * height) return 0;
+    if (count < 3 || right - left < 3 * height) return 0;
     const std::size_t stride = std::max<std::size_t>(1, runs.size() / kMostSlopePoints);
     const float bin = std::max(1.0f, height / 16);
     const float origin = top - kSteepest * std::max(std::abs(left), std::abs(right)) - bin;
@@ -149,7 +166,8 @@ float printSlope(std::span<const Piece> pieces, float height) {
             const double step = static_cast<double>(profile[i] - profile[i - 1]);
             sum += step * step;
         }
-        return sum * (1.0 - 0.4 * static_cast<double>(std::abs(slope)));
+        // Steep slopes are rare, and need the clearer evidence.
+        return sum * std::exp(-4.0 * static_cast<double>(std::abs(slope)));
     };
     float best = 0;
     double most = sharpness(0);
@@ -224,7 +242,7 @@ std::vector<LinePieces> textLines(std::vector<Piece> pieces, float height) {
                static_cast<float>(pieces[line.members.front()].area) < 0.35f * *middle;
     });
 
-    mergeSameLines(open, pieces, height);
+    mergeSameLines(open, pieces);
     std::vector<LinePieces> lines;
     std::vector<bool> placed(pieces.size());
     std::vector<float> strokes;

@@ -1,0 +1,159 @@
+// Files survive failures and kills: whatever happens during a save, the old or the new version is there
+// whole.
+#include "engine/AtomicFile.h"
+
+#include <gtest/gtest.h>
+#include <signal.h>
+#include <sys/resource.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <fstream>
+
+#include "base/Failure.h"
+#include "engine/FontFile.h"
+#include "engine/TestFolder.h"
+
+namespace dravik {
+namespace {
+
+std::vector<std::uint8_t> bytesOf(const std::string& text) {
+    return {text.begin(), text.end()};
+}
+
+std::string contentOf(const std::string& file) {
+    const std::vector<std::uint8_t> bytes = readWholeFile(file, 1 << 20);
+    return {bytes.begin(), bytes.end()};
+}
+
+std::size_t filesIn(const std::string& folder) {
+    std::size_t count = 0;
+    for ([[maybe_unused]] const auto& entry : std::filesystem::directory_iterator(folder)) ++count;
+    return count;
+}
+
+// Files may not grow beyond `most` bytes while this lives, as on a full disk.
+class FullDisk {
+  public:
+    explicit FullDisk(rlim_t most) {
+        getrlimit(RLIMIT_FSIZE, &before_);
+        const rlimit limit = {most, before_.rlim_max};
+        setrlimit(RLIMIT_FSIZE, &limit);
+        handler_ = signal(SIGXFSZ, SIG_IGN);
+    }
+    FullDisk(const FullDisk&) = delete;
+    FullDisk& operator=(const FullDisk&) = delete;
+    ~FullDisk() {
+        setrlimit(RLIMIT_FSIZE, &before_);
+        signal(SIGXFSZ, handler_);
+    }
+
+  private:
+    rlimit before_{};
+    void (*handler_)(int) = nullptr;
+};
+
+TEST(AtomicFile, ReplacesAndKeepsThePreviousVersion) {
+    const TestFolder folder;
+    const std::string file = folder.path("new/sub/a.nnd");
+    writeWholeFile(file, bytesOf("one"), true);
+    EXPECT_FALSE(fileExists(backupOf(file)));
+    writeWholeFile(file, bytesOf("two"), true);
+    writeWholeFile(file, bytesOf("three"), true);
+    EXPECT_EQ(contentOf(file), "three");
+    EXPECT_EQ(contentOf(backupOf(file)), "two");
+    retireFile(file);
+    EXPECT_FALSE(fileExists(file));
+    EXPECT_EQ(contentOf(backupOf(file)), "three");
+    EXPECT_EQ(filesIn(folder.path("new/sub")), 1u);
+}
+
+TEST(AtomicFile, FailedSaveLeavesTheOldFileAndNothingElse) {
+    const TestFolder folder;
+    const std::string file = folder.path("a.nnd");
+    writeWholeFile(file, bytesOf("old"), true);
+    for (const rlim_t most : {rlim_t{0}, rlim_t{1000}, rlim_t{4096}}) {
+        const FullDisk full(most);
+        try {
+            writeWholeFile(file, std::vector<std::uint8_t>(100'000, 'n'), true);
+            FAIL() << "a save beyond " << most << " bytes succeeded";
+        } catch (const Failure& failure) {
+            EXPECT_EQ(failure.number(), 61);
+            EXPECT_NE(failure.description().find(file), std::string::npos);
+        }
+        EXPECT_EQ(contentOf(file), "old");
+        EXPECT_EQ(filesIn(folder.path()), 1u);
+    }
+    // A folder that cannot be made, and a folder in the file's place.
+    try {
+        writeWholeFile(file + "/b.nnd", bytesOf("x"), true);
+        FAIL() << "a file took the place of a folder";
+    } catch (const Failure& failure) {
+        EXPECT_EQ(failure.number(), 76);
+    }
+    std::filesystem::create_directories(folder.path("c.nnd/full"));
+    EXPECT_THROW(writeWholeFile(folder.path("c.nnd"), bytesOf("x"), false), Failure);
+    EXPECT_EQ(filesIn(folder.path()), 2u);
+    EXPECT_THROW(readWholeFile(folder.path("c.nnd"), 100), Failure);
+    EXPECT_THROW(readWholeFile(file, 2), Failure);
+}
+
+TEST(AtomicFile, RenamingNeverReplaces) {
+    const TestFolder folder;
+    const std::string a = folder.path("a"), b = folder.path("b");
+    writeWholeFile(a, bytesOf("A"), false);
+    writeWholeFile(b, bytesOf("B"), false);
+    EXPECT_THROW(renameFile(a, b), Failure);
+    EXPECT_EQ(contentOf(a) + contentOf(b), "AB");
+    renameFile(a, folder.path("c"));
+    EXPECT_EQ(contentOf(folder.path("c")), "A");
+    EXPECT_FALSE(fileExists(a));
+    EXPECT_THROW(renameFile(a, folder.path("d")), Failure);
+}
+
+// A process that saves without end is killed again and again; the font must load each time, be of one of the
+// versions that were saved, and the leftovers of the kills must go with the next save.
+TEST(AtomicFile, KilledSavesLeaveAWholeFont) {
+    const TestFolder folder;
+    const std::string file = folder.path("Fonts/killed.nnd");
+    FontRecord font;
+    font.nextSerial = 1000;
+    for (std::uint64_t i = 0; i < 300; ++i) {
+        font.samples.push_back({i, 'A', {}});
+        font.distances.push_back(0.25);
+    }
+    font.characterSet = {"0"};
+    writeFont(font, file);
+    for (int round = 0; round < 15; ++round) {
+        int ready[2];
+        ASSERT_EQ(pipe(ready), 0);
+        const pid_t child = fork();
+        ASSERT_GE(child, 0);
+        if (child == 0) {
+            for (int save = 0;; ++save) {
+                font.characterSet = {std::to_string(save % 10)};
+                writeFont(font, file);
+                if (save == 1 && write(ready[1], "x", 1) != 1) _exit(1);
+            }
+        }
+        char signalled = 0;
+        EXPECT_EQ(read(ready[0], &signalled, 1), 1);
+        usleep(static_cast<useconds_t>(137 * round));
+        kill(child, SIGKILL);
+        waitpid(child, nullptr, 0);
+        close(ready[0]);
+        close(ready[1]);
+        FontRecord back;
+        ASSERT_NO_THROW(back = readFont(file)) << "round " << round;
+        EXPECT_EQ(back.samples.size(), 300u);
+        ASSERT_EQ(back.characterSet.size(), 1u);
+        if (fileExists(backupOf(file))) {
+            EXPECT_NO_THROW(readFont(backupOf(file)));
+        }
+    }
+    writeFont(font, file);
+    EXPECT_EQ(filesIn(folder.path("Fonts")), 2u);
+}
+
+}  // namespace
+}  // namespace dravik

@@ -1,0 +1,91 @@
+// Labelled images as a black box: for each folder how many images must come out with the exact number of
+// characters, and how many characters may be misread.
+#include <gtest/gtest.h>
+
+#include <map>
+#include <thread>
+
+#include "engine/EmbeddedTool.h"
+#include "engine/LabelledImages.h"
+#include "engine/PngFile.h"
+#include "engine/TestFolder.h"
+
+namespace dravik {
+namespace {
+
+const std::string kParts = std::string(DRAVIK_SOURCE_DIR) + "/data/parts/";
+
+std::map<std::string, std::vector<LabelledImage>> byFont(const std::string& folder) {
+    std::map<std::string, std::vector<LabelledImage>> fonts;
+    for (const LabelledImage& image : labelledImages(folder)) fonts[image.font].push_back(image);
+    return fonts;
+}
+
+std::size_t foundIn(EmbeddedTool& tool, const LabelledImage& image) {
+    tool.setImage(readPng(image.file));
+    return tool.found().size();
+}
+
+TEST(Corpus, CharactersAreCountedExactly) {
+    struct Required {
+        std::string folder;
+        int images, exact;
+    };
+    const TestFolder folder;
+    EmbeddedTool tool{JobFolder(folder.path())};
+    for (const Required& required :
+         {Required{"rendered_lines", 48, 48}, Required{"rendered_charset", 18, 17}}) {
+        int images = 0, exact = 0;
+        for (const LabelledImage& image : labelledImages(kParts + required.folder)) {
+            ++images;
+            const std::size_t found = foundIn(tool, image);
+            exact += found == characterCount(image.text) ? 1 : 0;
+            if (found != characterCount(image.text))
+                std::printf("%s: %zu of %zu\n", image.name.c_str(), found, characterCount(image.text));
+        }
+        EXPECT_EQ(images, required.images) << required.folder;
+        EXPECT_GE(exact, required.exact) << required.folder;
+    }
+}
+
+TEST(Corpus, TrainedFontsReadTheirLines) {
+    constexpr int kAllowedMisread = 12;
+    const auto lines = byFont(kParts + "rendered_lines");
+    int right = 0, wrong = 0;
+    for (const auto& [font, images] : byFont(kParts + "rendered_charset")) {
+        const TestFolder folder;
+        EmbeddedTool tool{JobFolder(folder.path())};
+        tool.CreateFont(font);
+        for (const LabelledImage& image : images) {
+            if (foundIn(tool, image) != characterCount(image.text)) continue;
+            tool.IncludeSamples(image.text);
+            tool.CommitNewSamples();
+        }
+        tool.StartTraining();
+        while (!tool.IsTrainingDone()) std::this_thread::yield();
+        for (const LabelledImage& image : lines.at(font)) {
+            tool.setImage(readPng(image.file));
+            const std::vector<ReadCharacter> read = tool.read();
+            const std::vector<std::string> text = characters(image.text);
+            for (std::size_t i = 0; i < text.size(); ++i)
+                ++(read.size() == text.size() && read[i].character == text[i] ? right : wrong);
+        }
+    }
+    EXPECT_EQ(right + wrong, 589);
+    EXPECT_LE(wrong, kAllowedMisread);
+}
+
+TEST(Corpus, OtherPrintIsCountedExactly) {
+    const std::string shared = std::string(DRAVIK_SOURCE_DIR) + "/../shared/data/ocrb_lines";
+    const std::vector<LabelledImage> images = labelledImages(shared);
+    if (images.empty()) GTEST_SKIP() << "no folder ocrb_lines with further images";
+    const TestFolder folder;
+    EmbeddedTool tool{JobFolder(folder.path())};
+    std::size_t exact = 0;
+    for (const LabelledImage& image : images)
+        exact += foundIn(tool, image) == characterCount(image.text) ? 1u : 0u;
+    EXPECT_EQ(exact, images.size());
+}
+
+}  // namespace
+}  // namespace dravik

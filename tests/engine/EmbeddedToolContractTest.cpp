@@ -1,0 +1,23 @@
+// The embedded tool keeps the contract of all font tools.
+#include "contract/DrawnText.h"
+#include "contract/FontToolContract.h"
+#include "engine/EmbeddedTool.h"
+#include "engine/TestFolder.h"
+
+namespace dravik {
+namespace {
+
+class EmbeddedBench {
+  public:
+    FontTool& tool() { return tool_; }
+    void show(const std::string& text) { tool_.setImage(drawn({text})); }
+
+  private:
+    TestFolder folder_;
+    EmbeddedTool tool_{JobFolder(folder_.path())};
+};
+
+INSTANTIATE_TYPED_TEST_SUITE_P(EmbeddedTool, FontToolContract, EmbeddedBench);
+
+}  // namespace
+}  // namespace dravik

@@ -1,0 +1,200 @@
+// What the embedded tool does beyond the contract: the step, names, remembered fonts, damaged files, reading.
+#include "engine/EmbeddedTool.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <fstream>
+#include <thread>
+
+#include "base/Failure.h"
+#include "contract/DrawnText.h"
+#include "engine/TestFolder.h"
+#include "tool/Samples.h"
+
+namespace dravik {
+namespace {
+
+using testing::ElementsAre;
+
+int failureNumber(const std::function<void()>& action) {
+    try {
+        action();
+    } catch (const Failure& failure) {
+        return failure.number();
+    }
+    return 0;
+}
+
+void commit(EmbeddedTool& tool, const std::string& text) {
+    tool.setImage(drawn({text}));
+    tool.IncludeSamples(text);
+    tool.CommitNewSamples();
+}
+
+void train(EmbeddedTool& tool) {
+    tool.StartTraining();
+    while (!tool.IsTrainingDone()) std::this_thread::yield();
+}
+
+std::string text(const std::vector<ReadCharacter>& read) {
+    std::string all;
+    for (const ReadCharacter& one : read) all += one.character;
+    return all;
+}
+
+TEST(EmbeddedTool, ReadsWhatItWasTrainedOn) {
+    const TestFolder folder;
+    EmbeddedTool tool{JobFolder(folder.path())};
+    tool.CreateFont("F");
+    tool.setImage(drawn({"A1B"}));
+    EXPECT_TRUE(tool.read().empty());
+    for (const int scale : {3, 4, 6})
+        for (const std::string line : {"0123456789", "ABCEHLT:=", "ioj;,'.-_"}) {
+            tool.setImage(drawn({line + "H"}, {.scale = scale, .dot = scale}));
+            tool.IncludeSamples(line + "H");
+            tool.CommitNewSamples();
+        }
+    train(tool);
+    ASSERT_TRUE(tool.isTrained());
+    tool.setImage(
+        drawn({"LOT:A-17", "ioj=H,2"}, {.scale = 5, .dot = 5, .paper = 30, .print = 190, .slope = 0.03}));
+    const std::vector<ReadCharacter> read = tool.read();
+    EXPECT_EQ(text(read), "L0T:A-17ioj=H,2");
+    for (std::size_t i = 0; i < read.size(); ++i) {
+        EXPECT_TRUE(read[i].confidence > 0 && read[i].confidence <= 1);
+        EXPECT_EQ(read[i].place.line, i < 8 ? 0 : 1);
+        EXPECT_LT(read[i].place.left, read[i].place.right);
+        EXPECT_LE(read[i].place.right, tool.image().width());
+    }
+    tool.SaveFont("F");
+    EmbeddedTool later{JobFolder(folder.path())};
+    later.LoadFont("F");
+    later.setImage(tool.image());
+    EXPECT_EQ(text(later.read()), text(read));
+    later.setImage({});
+    EXPECT_TRUE(later.found().empty());
+    later.IncludeSamples("ABC");
+    EXPECT_TRUE(later.GetUncommittedSamples().empty());
+}
+
+TEST(EmbeddedTool, BadNamesAreRefused) {
+    const TestFolder folder;
+    EmbeddedTool tool{JobFolder(folder.path())};
+    for (const std::string name : {"", ".", "..", "a/b", "a\\b", "../x", "a:b", "a*", "a?", "a\"", "<a", "a>",
+                                   "a|", "a\n", "a.", "a "}) {
+        EXPECT_EQ(failureNumber([&] { tool.CreateFont(name); }), 52) << name;
+        EXPECT_EQ(failureNumber([&] { tool.LoadFont(name); }), 52) << name;
+    }
+    tool.CreateFont("ok");
+    EXPECT_EQ(failureNumber([&] { tool.RenameFont("a/b", "ok"); }), 52);
+    EXPECT_EQ(failureNumber([&] { tool.DuplicateFont("ok", "ok"); }), 58);
+    EXPECT_EQ(failureNumber([&] { tool.LoadFont("none"); }), 53);
+    EXPECT_THAT(tool.GetFontList(), ElementsAre("ok"));
+    EXPECT_FALSE(std::filesystem::exists(folder.path("b.nnd")));
+}
+
+TEST(EmbeddedTool, StepDatumFollowsTheFont) {
+    const TestFolder folder;
+    EmbeddedTool tool{JobFolder(folder.path())};
+    EXPECT_EQ(tool.programIdentifier(), "Step.DravikTool.1");
+    EXPECT_EQ(&tool.fontTool(), &tool);
+    EXPECT_EQ(tool.datum("SelFont"), 0);
+    EXPECT_THROW(tool.datum("selfont"), Failure);
+    for (const char* name : {"b", "A", "c"}) tool.CreateFont(name);
+    EXPECT_THAT(tool.GetFontList(), ElementsAre("A", "b", "c"));
+    EXPECT_EQ(tool.datum("SelFont"), 4);
+    tool.LoadFont("b");
+    EXPECT_EQ(tool.datum("SelFont"), 2);
+    tool.RenameFont("z", "b");
+    EXPECT_EQ(tool.datum("SelFont"), 4);
+    tool.DeleteFont("z");
+    EXPECT_EQ(tool.datum("SelFont"), 0);
+    EXPECT_FALSE(tool.currentFont());
+    EXPECT_EQ(EmbeddedTool(JobFolder(folder.path())).datum("SelFont"), 0);
+
+    // The mask has 16 bits: a font beyond its reach is listed first.
+    for (int i = 10; i < 30; ++i) tool.CreateFont("n" + std::to_string(i));
+    EXPECT_EQ(tool.GetFontList().front(), "n29");
+    EXPECT_EQ(tool.datum("SelFont"), 1);
+    tool.LoadFont("n10");
+    EXPECT_EQ(tool.GetFontList().front(), "A");
+    EXPECT_EQ(tool.datum("SelFont"), 4);
+}
+
+TEST(EmbeddedTool, RemembersTheSelectedFont) {
+    const TestFolder folder;
+    const auto open = [&folder] { return std::make_unique<EmbeddedTool>(JobFolder(folder.path()), true); };
+    auto tool = open();
+    tool->CreateFont("a");
+    tool->CreateFont("b");
+    tool = open();
+    EXPECT_EQ(tool->datum("SelFont"), 2);
+    EXPECT_FALSE(tool->currentFont());
+    tool->RenameFont("c", "b");
+    tool = open();
+    EXPECT_EQ(tool->datum("SelFont"), 2);
+    tool->LoadFont("a");
+    tool = open();
+    EXPECT_EQ(tool->datum("SelFont"), 1);
+    std::filesystem::remove(folder.path("Fonts/a.nnd"));
+    EXPECT_EQ(open()->datum("SelFont"), 0);
+    tool->LoadFont("c");
+    tool->DeleteFont("c");
+    EXPECT_EQ(open()->datum("SelFont"), 0);
+    EXPECT_TRUE(std::filesystem::exists(folder.path("Fonts/c.nnd.bak")));
+    EXPECT_TRUE(tool->GetFontList().empty());
+}
+
+TEST(EmbeddedTool, DamagedFontsAreRefusedAndTheCurrentOneStays) {
+    const TestFolder folder;
+    EmbeddedTool tool{JobFolder(folder.path())};
+    tool.CreateFont("good");
+    commit(tool, "AB1");
+    std::ofstream(folder.path("Fonts/bad.nnd")) << "no font at all";
+    std::ofstream(folder.path("Fonts/empty.nnd"));
+    std::filesystem::create_directory(folder.path("Fonts/folder.nnd"));
+    for (const char* name : {"bad", "empty"}) {
+        EXPECT_EQ(failureNumber([&] { tool.LoadFont(name); }), 57) << name;
+        EXPECT_EQ(failureNumber([&] { tool.summary(name); }), 57) << name;
+        EXPECT_EQ(failureNumber([&] { tool.DuplicateFont("copy", name); }), 57) << name;
+    }
+    EXPECT_NE(failureNumber([&] { tool.LoadFont("folder"); }), 0);
+    EXPECT_EQ(tool.currentFont(), "good");
+    EXPECT_EQ(tool.GetSampleData(kAllCommitted, kSampleFields)->upperRow(), 3);
+    EXPECT_THAT(tool.GetFontList(), ElementsAre("bad", "empty", "good"));
+    tool.SaveFont("good");
+    const FontSummary summary = tool.summary("good");
+    EXPECT_EQ(summary.samples, 3);
+    EXPECT_FALSE(summary.trained);
+}
+
+TEST(EmbeddedTool, FontsAreNotSwappedUnderARun) {
+    const TestFolder folder;
+    EmbeddedTool tool{JobFolder(folder.path())};
+    tool.CreateFont("other");
+    tool.CreateFont("F");
+    // Labels that contradict each other keep the run busy.
+    tool.setImage(drawn({"0123456789"}));
+    for (int i = 0; i < 60; ++i) tool.IncludeSamples(i % 2 ? "0123456789" : "1032547698");
+    tool.CommitNewSamples();
+    EXPECT_EQ(tool.GetSampleData(kAllCommitted, kSampleFields)->upperRow(), 600);
+    tool.StartTraining();
+    // The run may end at any time; until it has, these are refused, and samples may go while it uses its own.
+    for (const auto& action : std::vector<std::function<void()>>{
+             [&] { tool.StartTraining(); }, [&] { tool.LoadFont("other"); }, [&] { tool.DeleteFont("F"); }}) {
+        const int number = failureNumber(action);
+        ASSERT_EQ(number, 5);
+    }
+    for (int i = 0; i < 100; ++i) tool.DeleteSample(300000);
+    while (!tool.IsTrainingDone()) std::this_thread::yield();
+    const RecordTablePtr characters = tool.GetSampleData(kAllTrained, kCharacterFields);
+    ASSERT_TRUE(characters);
+    double trained = 0;
+    for (const double count : characters->values()) trained += count;
+    EXPECT_EQ(trained, 600);
+    EXPECT_EQ(tool.GetSampleData(kAllCommitted, kSampleFields)->upperRow(), 500);
+}
+
+}  // namespace
+}  // namespace dravik

@@ -1,0 +1,99 @@
+// Finding characters: each case is an image that a camera can deliver.
+#include "engine/Segmentation.h"
+
+#include <gtest/gtest.h>
+
+#include <random>
+
+#include "contract/DrawnText.h"
+
+namespace dravik {
+namespace {
+
+// "7+3" for two lines of seven and three characters.
+std::string counts(const GreyImage& image) {
+    const Segmentation found = segment(image);
+    std::vector<int> lines(found.lines.size());
+    for (const Glyph& glyph : found.glyphs) ++lines[static_cast<std::size_t>(glyph.line)];
+    std::string text;
+    for (const int count : lines) text += (text.empty() ? "" : "+") + std::to_string(count);
+    return text;
+}
+
+TEST(Segmentation, NothingToFind) {
+    EXPECT_EQ(counts(GreyImage()), "");
+    for (const auto& [width, height] : {std::pair{1, 1}, {1, 500}, {500, 1}, {4, 4}, {300, 200}})
+        for (const int grey : {0, 128, 255})
+            EXPECT_EQ(counts(GreyImage(width, height, static_cast<std::uint8_t>(grey))), "")
+                << width << " x " << height << " of " << grey;
+    std::mt19937 random(7);
+    GreyImage noise(400, 300);
+    for (int y = 0; y < noise.height(); ++y)
+        for (int x = 0; x < noise.width(); ++x) noise(x, y) = static_cast<std::uint8_t>(random() & 255);
+    EXPECT_EQ(counts(noise), "");
+}
+
+TEST(Segmentation, PartsOfACharacterAreOne) {
+    EXPECT_EQ(counts(drawn({"1i2j3:4;5=6"})), "11");
+    EXPECT_EQ(counts(drawn({"A\"B\"C'1'2"})), "9");
+    EXPECT_EQ(counts(drawn({"-1_2,3.4-"})), "9");
+}
+
+TEST(Segmentation, PolarityAndContrast) {
+    const std::vector<std::string> text = {"A1:B2=C3"};
+    EXPECT_EQ(counts(drawn(text, {.paper = 230, .print = 20})), "8");
+    EXPECT_EQ(counts(drawn(text, {.paper = 20, .print = 230})), "8");
+    EXPECT_EQ(counts(drawn(text, {.paper = 120, .print = 90})), "8");
+    EXPECT_EQ(counts(drawn(text, {.paper = 90, .print = 120})), "8");
+}
+
+TEST(Segmentation, UnevenLight) {
+    GreyImage image = drawn({"0123456789", "ABCEHLT"}, {.paper = 240, .print = 120});
+    for (int y = 0; y < image.height(); ++y)
+        for (int x = 0; x < image.width(); ++x)
+            image(x, y) = static_cast<std::uint8_t>(image(x, y) * (100 - 70 * x / image.width()) / 100);
+    EXPECT_EQ(counts(image), "10+7");
+}
+
+TEST(Segmentation, LinesAreReadFromTopToBottomAndLeftToRight) {
+    for (const double slope : {0.0, 0.05, -0.05}) {
+        const Segmentation found = segment(drawn({"0123456789AB", "L=j", "ABCABCABCABC"}, {.slope = slope}));
+        ASSERT_EQ(found.glyphs.size(), 27u) << slope;
+        for (std::size_t i = 1; i < found.glyphs.size(); ++i) {
+            const Glyph &before = found.glyphs[i - 1], &here = found.glyphs[i];
+            EXPECT_TRUE(before.line < here.line ||
+                        (before.line == here.line && before.piece.box.left < here.piece.box.left));
+        }
+        EXPECT_EQ(found.glyphs[12].line, 1);
+        EXPECT_EQ(found.glyphs[15].line, 2);
+    }
+}
+
+TEST(Segmentation, SpecksAreDropped) {
+    GreyImage image = drawn({"0123", "4567"});
+    for (int i = 0; i < 60; ++i) image((i * 37) % image.width(), (i * 53) % image.height()) = 40;
+    EXPECT_EQ(counts(image), "4+4");
+}
+
+TEST(Segmentation, DotsThatDoNotTouchAreJoined) {
+    for (const int dot : {4, 5, 6})
+        EXPECT_EQ(counts(drawn({"A1B2C3", "HELT:i="}, {.scale = 8, .dot = dot})), "6+7") << dot << " of 8";
+}
+
+TEST(Segmentation, SizesFromSmallToLarge) {
+    for (const int scale : {2, 3, 7, 16, 40})
+        EXPECT_EQ(counts(drawn({"A1:B2", "C3=E4"}, {.scale = scale, .dot = scale, .margin = 10 * scale})),
+                  "5+5")
+            << scale;
+}
+
+TEST(Segmentation, TouchingFiguresOfEvenPitchAreCut) {
+    GreyImage image = drawn({"8020603050"});
+    const int base = 24 + 6 * 4;
+    for (int x = 24 + 5 * 4; x < 24 + 6 * 4; ++x)
+        for (int y = base; y < base + 4; ++y) image(x, y) = 40;
+    EXPECT_EQ(counts(image), "10");
+}
+
+}  // namespace
+}  // namespace dravik

@@ -1,0 +1,27 @@
+// A fresh folder that goes with the test.
+#pragma once
+
+#include <filesystem>
+#include <string>
+
+namespace dravik {
+
+class TestFolder {
+  public:
+    TestFolder() {
+        std::string pattern = (std::filesystem::temp_directory_path() / "dravik-XXXXXX").string();
+        path_ = mkdtemp(pattern.data());
+    }
+    TestFolder(const TestFolder&) = delete;
+    TestFolder& operator=(const TestFolder&) = delete;
+    ~TestFolder() {
+        std::error_code ignored;
+        std::filesystem::remove_all(path_, ignored);
+    }
+    std::string path(const std::string& name = {}) const { return (path_ / name).string(); }
+
+  private:
+    std::filesystem::path path_;
+};
+
+}  // namespace dravik
