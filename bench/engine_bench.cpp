@@ -1,0 +1,145 @@
+// How fast the engine is: finding characters, features, training, storing, and queries of the largest font.
+#include <benchmark/benchmark.h>
+
+#include <random>
+
+#include "base/Text.h"
+#include "contract/DrawnText.h"
+#include "engine/DistanceMeasure.h"
+#include "engine/FontFile.h"
+#include "engine/Network.h"
+#include "engine/PngFile.h"
+#include "engine/Reading.h"
+#include "engine/SampleStore.h"
+#include "engine/SampleTable.h"
+
+namespace dravik {
+namespace {
+
+const std::string kParts = std::string(DRAVIK_SOURCE_DIR) + "/data/parts/";
+
+// Two lines of print in a larger noisy image.
+GreyImage part(int width, int height) {
+    const int scale = std::max(3, width / 200);
+    const GreyImage print = drawn({"A1B2C3E4H5L6", "0123456789:="}, {.scale = scale, .dot = scale});
+    GreyImage image(width, height);
+    std::mt19937 random(3);
+    for (int y = 0; y < height; ++y)
+        for (int x = 0; x < width; ++x) {
+            const bool inside = x < print.width() && y < print.height();
+            image(x, y) =
+                static_cast<std::uint8_t>((inside ? print(x, y) : 220) + static_cast<int>(random() % 17) - 8);
+        }
+    return image;
+}
+
+void findLine(benchmark::State& state) {
+    const GreyImage image = readPng(kParts + "rendered_lines/hack_000.png");
+    for (auto _ : state) benchmark::DoNotOptimize(segment(image));
+}
+BENCHMARK(findLine)->Unit(benchmark::kMillisecond);
+
+void findCharset(benchmark::State& state) {
+    const GreyImage image = readPng(kParts + "rendered_charset/hack_000.png");
+    for (auto _ : state) benchmark::DoNotOptimize(segment(image));
+}
+BENCHMARK(findCharset)->Unit(benchmark::kMillisecond);
+
+void findInImage(benchmark::State& state) {
+    const GreyImage image = part(static_cast<int>(state.range(0)), static_cast<int>(state.range(1)));
+    std::size_t found = 0;
+    for (auto _ : state) found = segment(image).glyphs.size();
+    state.counters["found"] = static_cast<double>(found);
+}
+BENCHMARK(findInImage)
+    ->Args({1280, 800})
+    ->Args({4000, 3000})
+    ->Args({8000, 8000})
+    ->Unit(benchmark::kMillisecond);
+
+void features(benchmark::State& state) {
+    const Segmentation found = segment(readPng(kParts + "rendered_charset/hack_000.png"));
+    for (auto _ : state) benchmark::DoNotOptimize(allInputs(found, {}));
+    state.SetItemsProcessed(state.iterations() * static_cast<std::int64_t>(found.glyphs.size()));
+}
+BENCHMARK(features)->Unit(benchmark::kMillisecond);
+
+std::vector<Sample> manySamples(std::size_t count) {
+    std::vector<Sample> samples(count);
+    std::mt19937 random(5);
+    for (std::size_t i = 0; i < count; ++i) {
+        samples[i].code = static_cast<std::int32_t>('0' + i % 74);
+        samples[i].serial = i;
+        for (std::size_t k = 0; k < kInputCount; ++k) {
+            const std::size_t level = (k * 7 + i % 74 * 13) % 50;
+            samples[i].inputs[k] = (static_cast<float>(level) + static_cast<float>(random() % 20)) / 70;
+        }
+    }
+    return samples;
+}
+
+void training(benchmark::State& state) {
+    const std::vector<Sample> samples = manySamples(static_cast<std::size_t>(state.range(0)));
+    TrainingSet set;
+    for (std::int32_t c = 0; c < 74; ++c) set.codes.push_back('0' + c);
+    for (const Sample& sample : samples) {
+        set.inputs.insert(set.inputs.end(), sample.inputs.begin(), sample.inputs.end());
+        set.classes.push_back(static_cast<std::uint32_t>(sample.code - '0'));
+    }
+    TrainingFigures figures;
+    std::int64_t cycles = 0;
+    for (auto _ : state) {
+        benchmark::DoNotOptimize(trained(
+            set, 1, [](const TrainingFigures&) { return true; }, figures));
+        cycles += figures.cycles;
+    }
+    state.counters["cycles"] = figures.cycles;
+    state.SetItemsProcessed(cycles * state.range(0));
+}
+BENCHMARK(training)->Arg(222)->Arg(740)->Arg(7400)->Unit(benchmark::kMillisecond);
+
+void allDistances(benchmark::State& state) {
+    const std::vector<Sample> samples = manySamples(kMostSamples);
+    ClassStatistics statistics;
+    for (const Sample& sample : samples) statistics.add(sample);
+    for (auto _ : state) {
+        const DistanceMeasure measure(statistics);
+        double sum = 0;
+        for (const Sample& sample : samples) sum += measure.distance(sample, true);
+        benchmark::DoNotOptimize(sum);
+    }
+}
+BENCHMARK(allDistances)->Unit(benchmark::kMillisecond);
+
+// What the screen does for each sample that it deletes by hand: query, delete, query, with the table still
+// shown.
+void queryDeleteQuery(benchmark::State& state) {
+    SampleStore store;
+    store.include(manySamples(kMostSamples));
+    store.commit();
+    const auto query = [&store] {
+        return sampleTable(std::array{kAllCommitted}, kSampleFields, {},
+                           store.columns(SampleKind::Uncommitted), store.columns(SampleKind::Committed));
+    };
+    RecordTablePtr shown = query();
+    std::size_t place = 0;
+    for (auto _ : state) {
+        const RecordTablePtr before = query();
+        store.remove(SampleKind::Committed, place++ % 40'000);
+        shown = query();
+        benchmark::DoNotOptimize(shown->codes().size());
+    }
+}
+BENCHMARK(queryDeleteQuery)->Iterations(2000)->Unit(benchmark::kMicrosecond);
+
+void storeLargestFont(benchmark::State& state) {
+    FontRecord font;
+    font.samples = manySamples(kMostSamples);
+    font.distances.assign(font.samples.size(), 0.25);
+    font.nextSerial = font.samples.size();
+    for (auto _ : state) benchmark::DoNotOptimize(decodeFont(encodeFont(font), "bench"));
+}
+BENCHMARK(storeLargestFont)->Unit(benchmark::kMillisecond);
+
+}  // namespace
+}  // namespace dravik
