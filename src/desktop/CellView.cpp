@@ -58,11 +58,13 @@ void CellView::paintEvent(QPaintEvent*) {
 }
 
 void CellView::keyPressEvent(QKeyEvent* event) {
-    if (event->key() == Qt::Key_Menu || (event->key() == Qt::Key_F10 && event->modifiers() == Qt::ShiftModifier)) {
+    if (event->key() == Qt::Key_Menu ||
+        (event->key() == Qt::Key_F10 && event->modifiers() == Qt::ShiftModifier)) {
         Q_EMIT menuRequested();
         return;
     }
-    CellView* next = group && event->modifiers() == Qt::NoModifier ? group->neighbour(*this, event->key()) : nullptr;
+    CellView* next =
+        group && event->modifiers() == Qt::NoModifier ? group->neighbour(*this, event->key()) : nullptr;
     if (next)
         next->setFocus(Qt::OtherFocusReason);
     else
@@ -70,7 +72,9 @@ void CellView::keyPressEvent(QKeyEvent* event) {
 }
 
 // The right button has already been answered when it was pressed.
-void CellView::contextMenuEvent(QContextMenuEvent* event) { event->accept(); }
+void CellView::contextMenuEvent(QContextMenuEvent* event) {
+    event->accept();
+}
 
 void CellView::focusInEvent(QFocusEvent* event) {
     if (group) group->setTabStop(*this);
@@ -99,11 +103,20 @@ CellView* CellGroup::neighbour(const CellView& from, int key) const {
     if (key == Qt::Key_End) return cells_.back();
     QPoint direction;
     switch (key) {
-        case Qt::Key_Left: direction = {-1, 0}; break;
-        case Qt::Key_Right: direction = {1, 0}; break;
-        case Qt::Key_Up: direction = {0, -1}; break;
-        case Qt::Key_Down: direction = {0, 1}; break;
-        default: return nullptr;
+        case Qt::Key_Left:
+            direction = {-1, 0};
+            break;
+        case Qt::Key_Right:
+            direction = {1, 0};
+            break;
+        case Qt::Key_Up:
+            direction = {0, -1};
+            break;
+        case Qt::Key_Down:
+            direction = {0, 1};
+            break;
+        default:
+            return nullptr;
     }
     constexpr int kSidewaysWeight = 3;
     CellView* best = nullptr;

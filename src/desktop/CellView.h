@@ -1,5 +1,6 @@
-// A cell of the character overview or of a feature array: a flat square with a border, one short bold or plain text and
-// its own back colour. Cells that stand together form one stop of the Tab key; arrow keys move between them.
+// A cell of the character overview or of a feature array: a flat square with a border, one short bold or
+// plain text and its own back colour. Cells that stand together form one stop of the Tab key; arrow keys move
+// between them.
 #pragma once
 
 #include <QWidget>
@@ -50,8 +51,8 @@ class CellGroup : public QObject {
     void add(CellView& cell);
     // The Tab key comes to this cell from now on.
     void setTabStop(CellView& cell);
-    // The nearest cell in the direction of an arrow key, the first or last one for Home and End; nothing when the key
-    // is another one or no cell stands there.
+    // The nearest cell in the direction of an arrow key, the first or last one for Home and End; nothing when
+    // the key is another one or no cell stands there.
     CellView* neighbour(const CellView& from, int key) const;
 
   private:

@@ -13,6 +13,7 @@
 namespace dravik {
 
 constexpr int kLeastSeparatedWidth = 4;
+constexpr int kOutlineAlpha = 130;
 constexpr double kLeastContrast = 2.0;  // a bar that stands out less from the surface gets an outline
 
 ChartView::ChartView(QWidget* parent) : QWidget(parent) {
@@ -73,7 +74,9 @@ void ChartView::paintEvent(QPaintEvent*) {
         const QColor fill = qtColor(bar.fill, palette());
         painter.fillRect(whole, fill);
         if (whole.height() > 0 && contrast(fill, background) < kLeastContrast) {
-            painter.setPen(QPen(palette().color(QPalette::WindowText), hair));
+            QColor outline = palette().color(QPalette::WindowText);
+            outline.setAlpha(kOutlineAlpha);
+            painter.setPen(QPen(outline, hair));
             painter.drawRect(whole.adjusted(0, 0, -1, -1));
         }
         if (hasFocus() && static_cast<int>(i) == pointedBar_) {
@@ -121,9 +124,15 @@ void ChartView::paintLabel(QPainter& painter, const ChartLabel& label, double ra
     if (!isSystemColor(label.backColor)) painter.fillRect(place, qtColor(label.backColor, palette()));
     int flags = Qt::TextSingleLine | Qt::TextDontClip | Qt::AlignVCenter;
     switch (label.alignment) {
-        case ChartLabel::Alignment::Start: flags |= Qt::AlignLeft; break;
-        case ChartLabel::Alignment::Center: flags |= Qt::AlignHCenter; break;
-        case ChartLabel::Alignment::End: flags |= Qt::AlignRight; break;
+        case ChartLabel::Alignment::Start:
+            flags |= Qt::AlignLeft;
+            break;
+        case ChartLabel::Alignment::Center:
+            flags |= Qt::AlignHCenter;
+            break;
+        case ChartLabel::Alignment::End:
+            flags |= Qt::AlignRight;
+            break;
     }
     painter.setPen(textColorOn(label.backColor, kWindowTextColor, palette()));
     painter.drawText(place, flags, qtText(label.caption));
@@ -155,14 +164,17 @@ void ChartView::movePointer(int direction) {
 void ChartView::keyPressEvent(QKeyEvent* event) {
     if (event->key() == Qt::Key_Left || event->key() == Qt::Key_Right)
         movePointer(event->key() == Qt::Key_Left ? -1 : 1);
-    else if (event->key() == Qt::Key_Menu || (event->key() == Qt::Key_F10 && event->modifiers() & Qt::ShiftModifier))
+    else if (event->key() == Qt::Key_Menu ||
+             (event->key() == Qt::Key_F10 && event->modifiers() & Qt::ShiftModifier))
         Q_EMIT menuRequested(pointerPlace());
     else
         event->ignore();
 }
 
 // The right button has already been answered when it was pressed.
-void ChartView::contextMenuEvent(QContextMenuEvent* event) { event->accept(); }
+void ChartView::contextMenuEvent(QContextMenuEvent* event) {
+    event->accept();
+}
 
 void ChartView::focusInEvent(QFocusEvent* event) {
     update();

@@ -1,5 +1,5 @@
-// Draws a chart's scene in its user units, aligned to the device's pixels so that it is sharp at any size and scale.
-// Left and right move a pointer from bar to bar for operators without a mouse.
+// Draws a chart's scene in its user units, aligned to the device's pixels so that it is sharp at any size and
+// scale. Left and right move a pointer from bar to bar for operators without a mouse.
 #pragma once
 
 #include <QWidget>

@@ -32,7 +32,9 @@ std::string normalPath(const std::string& path) {
     return fileName(std::filesystem::absolute(filePath(path)).lexically_normal());
 }
 
-std::string nameOf(const std::string& path) { return fileName(filePath(path).filename()); }
+std::string nameOf(const std::string& path) {
+    return fileName(filePath(path).filename());
+}
 
 std::string readText(const Reading& reading) {
     std::string text;
@@ -50,7 +52,9 @@ void press(QWidget& dialog, const char* name) {
 DemoSession::DemoSession(MainWindow& window, Trainer& trainer, std::string folder, std::ostream& out)
     : window_(window), trainer_(trainer), folder_(std::move(folder)), out_(out) {}
 
-void DemoSession::say(const std::string& line) { out_ << line << std::endl; }
+void DemoSession::say(const std::string& line) {
+    out_ << line << std::endl;
+}
 
 void DemoSession::require(bool condition, const std::string& what) const {
     if (!condition) throw DemoFailure(what);
@@ -90,7 +94,8 @@ void DemoSession::picture(const std::string& name) {
         if (top == &window_ || !top->isVisible() || !(top->isWindow())) continue;
         QPoint place = top->pos() - window_.pos();
         const QRect inside(QPoint(0, 0), window_.size() - top->size());
-        if (inside.isValid()) place = {std::clamp(place.x(), 0, inside.right()), std::clamp(place.y(), 0, inside.bottom())};
+        if (inside.isValid())
+            place = {std::clamp(place.x(), 0, inside.right()), std::clamp(place.y(), 0, inside.bottom())};
         const QRect frame(place, top->size());
         painter.fillRect(frame.adjusted(-1, -1, 1, 1), window_.palette().color(QPalette::Dark));
         painter.drawPixmap(place, const_cast<QWidget*>(top)->grab());

@@ -1,5 +1,6 @@
-// A scripted session in the real window: makes a font through its dialogs, teaches it from images whose texts stand in
-// a list beside them, learns, saves and reads other images. Says what happens and leaves a picture of each stage.
+// A scripted session in the real window: makes a font through its dialogs, teaches it from images whose texts
+// stand in a list beside them, learns, saves and reads other images. Says what happens and leaves a picture
+// of each stage.
 #pragma once
 
 #include <iosfwd>
@@ -23,8 +24,8 @@ class DemoSession {
     // Pictures go to the folder, which exists; `out` gets a line for each step.
     DemoSession(MainWindow& window, Trainer& trainer, std::string folder, std::ostream& out);
 
-    // Teaches from the images of all paths but the last and reads those of the last; of a single path the last image
-    // is read. Raises DemoFailure.
+    // Teaches from the images of all paths but the last and reads those of the last; of a single path the
+    // last image is read. Raises DemoFailure.
     void run(const std::vector<std::string>& paths);
 
   private:

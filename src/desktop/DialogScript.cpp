@@ -15,7 +15,9 @@ namespace {
 constexpr int kPollMilliseconds = 10;
 constexpr int kPatienceMilliseconds = 20000;
 
-QString plain(QString text) { return text.remove(QLatin1Char('&')); }
+QString plain(QString text) {
+    return text.remove(QLatin1Char('&'));
+}
 
 }  // namespace
 

@@ -1,5 +1,5 @@
-// Works modal dialogs from code: while one blocks its caller, the script finds it by name and acts on it. For scripted
-// sessions and tests. Everything waits for a condition, nothing for a fixed time.
+// Works modal dialogs from code: while one blocks its caller, the script finds it by name and acts on it. For
+// scripted sessions and tests. Everything waits for a condition, nothing for a fixed time.
 #pragma once
 
 #include <QObject>
@@ -15,8 +15,8 @@ namespace dravik {
 // Runs the event loop until the condition holds; false when it does not within the time.
 bool waitUntil(const std::function<bool()>& condition, int milliseconds = 20000);
 
-// Types a text over what is selected in a widget, character by character, as the keyboard would; the empty text deletes
-// the selection.
+// Types a text over what is selected in a widget, character by character, as the keyboard would; the empty
+// text deletes the selection.
 void typeText(QWidget& into, const QString& text);
 void pressKey(QWidget& in, int key, Qt::KeyboardModifiers modifiers = Qt::NoModifier);
 
@@ -27,10 +27,11 @@ class DialogScript : public QObject {
     DialogScript() = default;
     ~DialogScript() override;
 
-    // The next modal window or pop-up menu must have this object name and is worked by the step. Steps run in order.
+    // The next modal window or pop-up menu must have this object name and is worked by the step. Steps run in
+    // order.
     void expect(const QString& name, Step step);
-    // Message boxes while none is expected: their text is kept and the button of that text is pressed if it is
-    // there, else the escape button.
+    // Message boxes while none is expected: their text is kept and the button of that text is pressed if it
+    // is there, else the escape button.
     void answerOthers(const QString& button) { otherButton_ = button; }
 
     bool finished() const noexcept { return steps_.empty(); }

@@ -8,7 +8,9 @@ namespace dravik {
 
 constexpr int kLeastCharacters = 6;
 
-ElidedLabel::ElidedLabel(QWidget* parent) : QLabel(parent) { setTextFormat(Qt::PlainText); }
+ElidedLabel::ElidedLabel(QWidget* parent) : QLabel(parent) {
+    setTextFormat(Qt::PlainText);
+}
 
 void ElidedLabel::setOwnToolTip(const QString& toolTip) {
     ownToolTip_ = toolTip;
@@ -23,10 +25,13 @@ void ElidedLabel::setShrinks(bool shrinks) {
 QSize ElidedLabel::minimumSizeHint() const {
     const QSize full = QLabel::minimumSizeHint();
     if (!shrinks_) return full;
-    return {std::min(full.width(), fontMetrics().averageCharWidth() * kLeastCharacters + 2 * margin()), full.height()};
+    return {std::min(full.width(), fontMetrics().averageCharWidth() * kLeastCharacters + 2 * margin()),
+            full.height()};
 }
 
-bool ElidedLabel::isCut() const { return fontMetrics().horizontalAdvance(text()) > contentsRect().width(); }
+bool ElidedLabel::isCut() const {
+    return fontMetrics().horizontalAdvance(text()) > contentsRect().width();
+}
 
 void ElidedLabel::paintEvent(QPaintEvent* event) {
     if (buddy() || !isCut()) {

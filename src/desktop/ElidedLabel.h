@@ -1,5 +1,5 @@
-// A line of plain text that is cut with an ellipsis when there is too little room, and then says all of it in its tool
-// tip. "&" marks an access key only when the label has a buddy.
+// A line of plain text that is cut with an ellipsis when there is too little room, and then says all of it in
+// its tool tip. "&" marks an access key only when the label has a buddy.
 #pragma once
 
 #include <QLabel>

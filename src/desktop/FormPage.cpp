@@ -63,6 +63,8 @@ void FormPage::keyPressEvent(QKeyEvent* event) {
     }
 }
 
-QWidget* makeFormPage(Form& model, QWidget* parent) { return new FormPage(model, parent); }
+QWidget* makeFormPage(Form& model, QWidget* parent) {
+    return new FormPage(model, parent);
+}
 
 }  // namespace dravik

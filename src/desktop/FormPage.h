@@ -1,5 +1,5 @@
-// The inside of a form: its controls, its timers, and Enter and Escape for its default and cancel buttons. Stands in a
-// window of its own or in the program's window.
+// The inside of a form: its controls, its timers, and Enter and Escape for its default and cancel buttons.
+// Stands in a window of its own or in the program's window.
 #pragma once
 
 #include <QWidget>

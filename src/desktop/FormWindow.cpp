@@ -34,7 +34,9 @@ FormWindow::~FormWindow() {
     if (form_) letGo();
 }
 
-QString FormWindow::geometryKey() const { return QStringLiteral("forms/%1/geometry").arg(objectName()); }
+QString FormWindow::geometryKey() const {
+    return QStringLiteral("forms/%1/geometry").arg(objectName());
+}
 
 void FormWindow::letGo() {
     if (!form_) return;

@@ -1,5 +1,5 @@
-// A form in a window of its own: a dialog that remembers its place by the form's name, unloads the form when the
-// operator closes it and goes away with the form.
+// A form in a window of its own: a dialog that remembers its place by the form's name, unloads the form when
+// the operator closes it and goes away with the form.
 #pragma once
 
 #include <QDialog>

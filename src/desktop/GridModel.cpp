@@ -46,7 +46,8 @@ QVariant GridModel::headerData(int section, Qt::Orientation orientation, int rol
     if (!attached_ || orientation != Qt::Horizontal) return {};
     if (role == Qt::DisplayRole) return text(0, section);
     if (role == Qt::TextAlignmentRole)
-        return static_cast<int>(grid_.centered(section) ? Qt::AlignCenter : Qt::AlignRight | Qt::AlignVCenter);
+        return static_cast<int>(grid_.centered(section) ? Qt::AlignCenter
+                                                        : Qt::AlignRight | Qt::AlignVCenter);
     return {};
 }
 

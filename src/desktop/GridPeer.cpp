@@ -58,7 +58,8 @@ class GridPeer : public PeerOf<Grid, GridView> {
             case Change::Selection:
                 if (!showing_) showSelection();
                 break;
-            default: Peer::show(change);
+            default:
+                Peer::show(change);
         }
     }
 

@@ -14,7 +14,8 @@ constexpr int kLeastColumnWidth = 34;
 constexpr int kProbedRows = 40;
 
 GridView::GridView(QWidget* parent) : QTableView(parent) {
-    setSelectionMode(QAbstractItemView::NoSelection);  // the selection is the grid's own, shown by showSelection()
+    setSelectionMode(
+        QAbstractItemView::NoSelection);  // the selection is the grid's own, shown by showSelection()
     setEditTriggers(QAbstractItemView::NoEditTriggers);
     setWordWrap(false);
     setTabKeyNavigation(false);
@@ -73,7 +74,8 @@ void GridView::mousePressEvent(QMouseEvent* event) {
         else
             select({cell.row(), cell.column(), cell.row(), cell.column()});
     }
-    Q_EMIT pressed(event->button(), cell.row(), cell.column(), viewport()->mapTo(this, event->position().toPoint()));
+    Q_EMIT pressed(event->button(), cell.row(), cell.column(),
+                   viewport()->mapTo(this, event->position().toPoint()));
 }
 
 void GridView::mouseMoveEvent(QMouseEvent* event) {
@@ -91,22 +93,43 @@ void GridView::mouseMoveEvent(QMouseEvent* event) {
         select({selection_.row, selection_.column, row, column});
 }
 
-void GridView::mouseReleaseEvent(QMouseEvent* event) { event->accept(); }
+void GridView::mouseReleaseEvent(QMouseEvent* event) {
+    event->accept();
+}
 
-void GridView::mouseDoubleClickEvent(QMouseEvent* event) { mousePressEvent(event); }
+void GridView::mouseDoubleClickEvent(QMouseEvent* event) {
+    mousePressEvent(event);
+}
 
 bool GridView::moveByKey(QKeyEvent* event) {
     CursorAction action = MoveNext;
     switch (event->key()) {
-        case Qt::Key_Left: action = MoveLeft; break;
-        case Qt::Key_Right: action = MoveRight; break;
-        case Qt::Key_Up: action = MoveUp; break;
-        case Qt::Key_Down: action = MoveDown; break;
-        case Qt::Key_PageUp: action = MovePageUp; break;
-        case Qt::Key_PageDown: action = MovePageDown; break;
-        case Qt::Key_Home: action = MoveHome; break;
-        case Qt::Key_End: action = MoveEnd; break;
-        default: return false;
+        case Qt::Key_Left:
+            action = MoveLeft;
+            break;
+        case Qt::Key_Right:
+            action = MoveRight;
+            break;
+        case Qt::Key_Up:
+            action = MoveUp;
+            break;
+        case Qt::Key_Down:
+            action = MoveDown;
+            break;
+        case Qt::Key_PageUp:
+            action = MovePageUp;
+            break;
+        case Qt::Key_PageDown:
+            action = MovePageDown;
+            break;
+        case Qt::Key_Home:
+            action = MoveHome;
+            break;
+        case Qt::Key_End:
+            action = MoveEnd;
+            break;
+        default:
+            return false;
     }
     const QModelIndex to = moveCursor(action, event->modifiers() & ~Qt::ShiftModifier);
     if (!to.isValid()) return true;
@@ -118,8 +141,8 @@ bool GridView::moveByKey(QKeyEvent* event) {
 }
 
 void GridView::keyPressEvent(QKeyEvent* event) {
-    const bool menu =
-        event->key() == Qt::Key_Menu || (event->key() == Qt::Key_F10 && event->modifiers() & Qt::ShiftModifier);
+    const bool menu = event->key() == Qt::Key_Menu ||
+                      (event->key() == Qt::Key_F10 && event->modifiers() & Qt::ShiftModifier);
     if (event->modifiers() & Qt::AltModifier) {
         event->ignore();
     } else if (menu) {
@@ -128,7 +151,8 @@ void GridView::keyPressEvent(QKeyEvent* event) {
         Q_EMIT pressed(Qt::RightButton, cell.row(), cell.column(), viewport()->mapTo(this, place));
     } else if (event->matches(QKeySequence::SelectAll)) {
         select({0, 0, model()->rowCount() - 1, model()->columnCount() - 1});
-    } else if (event->matches(QKeySequence::Copy)) {
+    } else if (event->matches(QKeySequence::Copy) && event->key() != Qt::Key_Insert) {
+        // Ctrl+Insert is a copy already; the platform's own key for it becomes one.
         Q_EMIT copyRequested();
     } else if ((event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) &&
                event->modifiers() & Qt::ControlModifier) {
@@ -144,7 +168,7 @@ bool GridView::eventFilter(QObject* watched, QEvent* event) {
         if (mouse->button() == Qt::RightButton) {
             const QPoint place = mouse->position().toPoint();
             Q_EMIT pressed(Qt::RightButton, -1, horizontalHeader()->logicalIndexAt(place),
-                         horizontalHeader()->viewport()->mapTo(this, place));
+                           horizontalHeader()->viewport()->mapTo(this, place));
             return true;
         }
     }

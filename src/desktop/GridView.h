@@ -1,5 +1,5 @@
-// A table with the selection of a flex grid: a rectangle from the current cell to a selection end, moved by the mouse
-// and the keys. It tells what the operator does and shows what it is told.
+// A table with the selection of a flex grid: a rectangle from the current cell to a selection end, moved by
+// the mouse and the keys. It tells what the operator does and shows what it is told.
 #pragma once
 
 #include <QTableView>
@@ -28,8 +28,8 @@ class GridView : public QTableView {
     void selected(const dravik::GridSelection& selection);
     // A heading was pressed with the left button, or by Ctrl+Enter in its column.
     void headingPressed(int column);
-    // A mouse button was pressed on a cell (-1 outside; row -1 with a column is the heading). The menu key counts as the
-    // right button on the selection's end.
+    // A mouse button was pressed on a cell (-1 outside; row -1 with a column is the heading). The menu key
+    // counts as the right button on the selection's end.
     void pressed(Qt::MouseButton button, int row, int column, QPoint viewPlace);
     void copyRequested();
 

@@ -13,9 +13,12 @@ namespace {
 
 Qt::Alignment qtAlignment(Label::Alignment alignment) {
     switch (alignment) {
-        case Label::Alignment::Center: return Qt::AlignCenter;
-        case Label::Alignment::End: return Qt::AlignRight | Qt::AlignVCenter;
-        default: return Qt::AlignLeft | Qt::AlignVCenter;
+        case Label::Alignment::Center:
+            return Qt::AlignCenter;
+        case Label::Alignment::End:
+            return Qt::AlignRight | Qt::AlignVCenter;
+        default:
+            return Qt::AlignLeft | Qt::AlignVCenter;
     }
 }
 
@@ -32,7 +35,9 @@ class LabelPeer : public PeerOf<Label, ElidedLabel> {
   protected:
     void show(Change change) override {
         switch (change) {
-            case Change::Caption: view_.setText(qtText(model_.caption())); break;
+            case Change::Caption:
+                view_.setText(qtText(model_.caption()));
+                break;
             case Change::ToolTip:
                 Peer::show(change);
                 view_.setOwnToolTip(qtText(model_.toolTip()));
@@ -50,7 +55,8 @@ class LabelPeer : public PeerOf<Label, ElidedLabel> {
                 view_.setPalette(palette);
                 break;
             }
-            default: Peer::show(change);
+            default:
+                Peer::show(change);
         }
     }
 };
@@ -83,8 +89,11 @@ class CellPeer : public PeerOf<Label, CellView> {
                 Peer::show(change);
                 showName();
                 break;
-            case Change::Name: showName(); break;
-            default: Peer::show(change);
+            case Change::Name:
+                showName();
+                break;
+            default:
+                Peer::show(change);
         }
     }
 

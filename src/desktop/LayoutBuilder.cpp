@@ -22,9 +22,12 @@ class Builder {
 
     std::unique_ptr<QLayout> build(const Layout& layout) {
         switch (layout.kind) {
-            case Layout::Kind::Row: return box(layout, QBoxLayout::LeftToRight);
-            case Layout::Kind::Table: return table(layout);
-            case Layout::Kind::Column: return box(layout, QBoxLayout::TopToBottom);
+            case Layout::Kind::Row:
+                return box(layout, QBoxLayout::LeftToRight);
+            case Layout::Kind::Table:
+                return table(layout);
+            case Layout::Kind::Column:
+                return box(layout, QBoxLayout::TopToBottom);
             default: {
                 Layout alone;
                 alone.children.push_back(layout);
@@ -73,7 +76,8 @@ class Builder {
         for (const auto& child : layout.children) {
             if (child.kind == Layout::Kind::Empty) continue;
             if (isGroup(child) && child.minimumWidth == 0 && child.minimumHeight == 0) {
-                result->addLayout(build(child).release(), child.tableRow, child.tableColumn, 1, child.columnSpan);
+                result->addLayout(build(child).release(), child.tableRow, child.tableColumn, 1,
+                                  child.columnSpan);
                 continue;
             }
             QWidget* view = place(child, cells);
@@ -115,7 +119,8 @@ class Builder {
         for (const auto& child : layout.children) {
             QWidget* view = inside.place(child, cells);
             const Place& place = child.place;
-            const QRect rect(pixels(place.left), pixels(place.top), pixels(place.width), pixels(place.height));
+            const QRect rect(pixels(place.left), pixels(place.top), pixels(place.width),
+                             pixels(place.height));
             view->setGeometry(rect);
             all |= rect;
         }

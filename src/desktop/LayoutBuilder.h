@@ -1,5 +1,5 @@
-// Turns the portable arrangement of a form into views and Qt layouts. Views are made in the order of the tree, which so
-// becomes the order of the Tab key.
+// Turns the portable arrangement of a form into views and Qt layouts. Views are made in the order of the
+// tree, which so becomes the order of the Tab key.
 #pragma once
 
 class QWidget;

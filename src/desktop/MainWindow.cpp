@@ -57,7 +57,9 @@ MainWindow::MainWindow(Trainer& trainer) : trainer_(trainer) {
     scroll->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     page_ = new FormPage(trainer.control().form(), scroll);
     scroll->setWidget(page_);
-    scroll->setMinimumWidth(page_->minimumSizeHint().width() + scroll->verticalScrollBar()->sizeHint().width());
+    scroll->installEventFilter(this);
+    scroll->setMinimumWidth(page_->minimumSizeHint().width() +
+                            scroll->verticalScrollBar()->sizeHint().width());
     pane_ = new PartPane(trainer, *actions_, splitter_);
     splitter_->addWidget(scroll);
     splitter_->addWidget(pane_);
@@ -74,7 +76,9 @@ MainWindow::MainWindow(Trainer& trainer) : trainer_(trainer) {
     guarded([&] { trainer_.control().form().activate(); });
 }
 
-MainWindow::~MainWindow() { page_->detach(); }
+MainWindow::~MainWindow() {
+    page_->detach();
+}
 
 void MainWindow::connectActions() {
     connect(actions_->openImages, &QAction::triggered, this, [this] { chooseImages(); });
@@ -84,12 +88,14 @@ void MainWindow::connectActions() {
     connect(actions_->about, &QAction::triggered, this, [this] { showAbout(); });
 }
 
-void MainWindow::open(const std::vector<std::string>& paths) { pane_->open(paths); }
+void MainWindow::open(const std::vector<std::string>& paths) {
+    pane_->open(paths);
+}
 
 void MainWindow::chooseImages() {
-    const QStringList files = QFileDialog::getOpenFileNames(
-        this, QStringLiteral("Open Part Images"), QSettings().value(QLatin1String(kFolderKey)).toString(),
-        imageFilter());
+    const QStringList files =
+        QFileDialog::getOpenFileNames(this, QStringLiteral("Open Part Images"),
+                                      QSettings().value(QLatin1String(kFolderKey)).toString(), imageFilter());
     if (files.isEmpty()) return;
     QSettings().setValue(QLatin1String(kFolderKey), QFileInfo(files.front()).absolutePath());
     std::vector<std::string> paths;
@@ -98,8 +104,9 @@ void MainWindow::chooseImages() {
 }
 
 void MainWindow::chooseFolder() {
-    const QString folder = QFileDialog::getExistingDirectory(
-        this, QStringLiteral("Open Folder of Part Images"), QSettings().value(QLatin1String(kFolderKey)).toString());
+    const QString folder =
+        QFileDialog::getExistingDirectory(this, QStringLiteral("Open Folder of Part Images"),
+                                          QSettings().value(QLatin1String(kFolderKey)).toString());
     if (folder.isEmpty()) return;
     QSettings().setValue(QLatin1String(kFolderKey), folder);
     open({utf8(folder)});
@@ -123,10 +130,11 @@ void MainWindow::showKeys() {
 }
 
 void MainWindow::showAbout() {
-    QMessageBox box(QMessageBox::NoIcon, QStringLiteral("About Dravik Trainer"),
-                    QStringLiteral("Dravik Trainer %1\n\nBuilds and maintains OCR fonts from part images.\n\nFonts: %2")
-                        .arg(QStringLiteral(DRAVIK_VERSION), qtText(trainer_.folder().fontsFolder())),
-                    QMessageBox::Ok, this);
+    QMessageBox box(
+        QMessageBox::NoIcon, QStringLiteral("About Dravik Trainer"),
+        QStringLiteral("Dravik Trainer %1\n\nBuilds and maintains OCR fonts from part images.\n\nFonts: %2")
+            .arg(QStringLiteral(DRAVIK_VERSION), qtText(trainer_.folder().fontsFolder())),
+        QMessageBox::Ok, this);
     box.setTextFormat(Qt::PlainText);
     box.setObjectName(QStringLiteral("aboutBox"));
     box.exec();
@@ -162,6 +170,18 @@ void MainWindow::dragEnterEvent(QDragEnterEvent* event) {
 void MainWindow::dropEvent(QDropEvent* event) {
     event->acceptProposedAction();
     open(localPaths(*event->mimeData()));
+}
+
+// The page keys go from part to part, also where the page's scroll area would take them.
+bool MainWindow::eventFilter(QObject* watched, QEvent* event) {
+    if (event->type() == QEvent::KeyPress) {
+        auto* key = static_cast<QKeyEvent*>(event);
+        if (key->key() == Qt::Key_PageUp || key->key() == Qt::Key_PageDown) {
+            keyPressEvent(key);
+            return true;
+        }
+    }
+    return QMainWindow::eventFilter(watched, event);
 }
 
 void MainWindow::keyPressEvent(QKeyEvent* event) {

@@ -123,7 +123,8 @@ void PartPane::open(const std::vector<std::string>& paths) {
     std::vector<std::string> problems;
     if (!guarded([&] { problems = trainer_.parts().open(paths); })) return;
     QStringList lines;
-    for (std::size_t i = 0; i < std::min(problems.size(), kMostProblemLines); ++i) lines << qtText(problems[i]);
+    for (std::size_t i = 0; i < std::min(problems.size(), kMostProblemLines); ++i)
+        lines << qtText(problems[i]);
     if (problems.size() > kMostProblemLines)
         lines << QStringLiteral("... and %1 more").arg(problems.size() - kMostProblemLines);
     showProblems(lines.join(QLatin1Char('\n')));
@@ -144,7 +145,8 @@ void PartPane::showPart() {
         const bool open = current >= 0;
         QString message;
         if (!open)
-            message = QStringLiteral("Open part images or drop them here\n\nFile \u2192 Open Images... (Ctrl+O)");
+            message =
+                QStringLiteral("Open part images or drop them here\n\nFile \u2192 Open Images... (Ctrl+O)");
         else if (!parts.problem().empty())
             message = qtText(parts.problem());
         view_->setImage(parts.image().empty() ? QImage() : toQImage(parts.image()), message);
@@ -185,8 +187,9 @@ void PartPane::showReading() {
 void PartPane::showScale() {
     actions_.fit->setChecked(view_->fits());
     const bool shown = !trainer_.parts().image().empty();
-    scale_->setText(shown ? QStringLiteral("%1 %").arg(qRound(view_->scale() * view_->devicePixelRatioF() * 100))
-                          : QString());
+    scale_->setText(
+        shown ? QStringLiteral("%1 %").arg(qRound(view_->scale() * view_->devicePixelRatioF() * 100))
+              : QString());
 }
 
 }  // namespace dravik

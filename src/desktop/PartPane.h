@@ -1,5 +1,5 @@
-// The part beside the page: the image with its found characters, what the font reads in it, and the strip of opened
-// images.
+// The part beside the page: the image with its found characters, what the font reads in it, and the strip of
+// opened images.
 #pragma once
 
 #include <QWidget>

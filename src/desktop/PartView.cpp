@@ -16,9 +16,9 @@ namespace {
 constexpr double kLeastScale = 0.02;
 constexpr double kMostScale = 32;
 constexpr double kZoomStep = 1.25;
-constexpr double kMostFittingScale = 4;   // a tiny image is not blown up further by itself
+constexpr double kMostFittingScale = 4;  // a tiny image is not blown up further by itself
 constexpr int kFitMargin = 12;
-constexpr int kTagRoom = 18;              // below the image, for the labels of its last line
+constexpr int kTagRoom = 18;  // below the image, for the labels of its last line
 constexpr double kMostKeptPixels = 6e6;
 const QColor kLabelled(0x1E, 0x6F, 0xD9);
 const QColor kWarning(0xD8, 0x43, 0x15);
@@ -53,7 +53,8 @@ double PartView::fittingScale() const {
     if (image_.isNull()) return 1;
     const double wide = std::max(viewport()->width() - 2 * kFitMargin, 16);
     const double high = std::max(viewport()->height() - 2 * kFitMargin - kTagRoom, 16);
-    return std::clamp(std::min(wide / image_.width(), high / image_.height()), kLeastScale, kMostFittingScale);
+    return std::clamp(std::min(wide / image_.width(), high / image_.height()), kLeastScale,
+                      kMostFittingScale);
 }
 
 void PartView::fit() {
@@ -65,11 +66,17 @@ void PartView::fit() {
     Q_EMIT scaleChanged();
 }
 
-void PartView::setScale(double scale) { zoomAround(scale, QRectF(viewport()->rect()).center()); }
+void PartView::setScale(double scale) {
+    zoomAround(scale, QRectF(viewport()->rect()).center());
+}
 
-void PartView::zoomIn() { setScale(scale_ * kZoomStep); }
+void PartView::zoomIn() {
+    setScale(scale_ * kZoomStep);
+}
 
-void PartView::zoomOut() { setScale(scale_ / kZoomStep); }
+void PartView::zoomOut() {
+    setScale(scale_ / kZoomStep);
+}
 
 void PartView::zoomAround(double scale, QPointF place) {
     const QPointF inImage = (place - origin()) / scale_;
@@ -78,7 +85,8 @@ void PartView::zoomAround(double scale, QPointF place) {
     shrunk_ = {};
     updateScrollBars();
     const QPointF moved = origin() + inImage * scale_ - place;
-    horizontalScrollBar()->setValue(horizontalScrollBar()->value() + static_cast<int>(std::lround(moved.x())));
+    horizontalScrollBar()->setValue(horizontalScrollBar()->value() +
+                                    static_cast<int>(std::lround(moved.x())));
     verticalScrollBar()->setValue(verticalScrollBar()->value() + static_cast<int>(std::lround(moved.y())));
     viewport()->update();
     Q_EMIT scaleChanged();
@@ -104,10 +112,12 @@ void PartView::updateScrollBars() {
 QPointF PartView::origin() const {
     const double wide = image_.width() * scale_;
     const double high = image_.height() * scale_ + kTagRoom;
-    const double x = wide + 2 * kFitMargin <= viewport()->width() ? (viewport()->width() - wide) / 2
-                                                                  : kFitMargin - horizontalScrollBar()->value();
-    const double y = high + 2 * kFitMargin <= viewport()->height() ? (viewport()->height() - high) / 2
-                                                                   : kFitMargin - verticalScrollBar()->value();
+    const double x = wide + 2 * kFitMargin <= viewport()->width()
+                         ? (viewport()->width() - wide) / 2
+                         : kFitMargin - horizontalScrollBar()->value();
+    const double y = high + 2 * kFitMargin <= viewport()->height()
+                         ? (viewport()->height() - high) / 2
+                         : kFitMargin - verticalScrollBar()->value();
     return {std::round(x), std::round(y)};
 }
 
@@ -135,10 +145,12 @@ void PartView::paintEvent(QPaintEvent*) {
 void PartView::paintImage(QPainter& painter) {
     const QRectF target(origin(), QSizeF(image_.size()) * scale_);
     const double device = scale_ * devicePixelRatioF();
-    if (device < 1 && target.width() * target.height() * device * device / (scale_ * scale_) <= kMostKeptPixels) {
+    if (device < 1 &&
+        target.width() * target.height() * device * device / (scale_ * scale_) <= kMostKeptPixels) {
         if (shrunk_.isNull()) {
             const QSize size = (target.size() * devicePixelRatioF()).toSize().expandedTo(QSize(1, 1));
-            shrunk_ = QPixmap::fromImage(image_.scaled(size, Qt::IgnoreAspectRatio, Qt::SmoothTransformation));
+            shrunk_ =
+                QPixmap::fromImage(image_.scaled(size, Qt::IgnoreAspectRatio, Qt::SmoothTransformation));
         }
         painter.drawPixmap(target, shrunk_, QRectF(shrunk_.rect()));
         return;
@@ -151,8 +163,9 @@ void PartView::paintImage(QPainter& painter) {
                              .adjusted(-1, -1, 1, 1) &
                          image_.rect();
     painter.setRenderHint(QPainter::SmoothPixmapTransform, device < 3);
-    painter.drawImage(QRectF(target.topLeft() + QPointF(source.topLeft()) * scale_, QSizeF(source.size()) * scale_),
-                      image_, QRectF(source));
+    painter.drawImage(
+        QRectF(target.topLeft() + QPointF(source.topLeft()) * scale_, QSizeF(source.size()) * scale_), image_,
+        QRectF(source));
 }
 
 void PartView::paintCharacters(QPainter& painter) {

@@ -1,5 +1,5 @@
-// The current part image with a box around every found character and below it the label that the typed text gives it.
-// Zooms with Ctrl and the wheel or the zoom keys, pans by dragging and with the scroll bars.
+// The current part image with a box around every found character and below it the label that the typed text
+// gives it. Zooms with Ctrl and the wheel or the zoom keys, pans by dragging and with the scroll bars.
 #pragma once
 
 #include <QAbstractScrollArea>

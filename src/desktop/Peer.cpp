@@ -28,23 +28,39 @@ int virtualKey(int key) {
     if ((key >= Qt::Key_A && key <= Qt::Key_Z) || (key >= Qt::Key_0 && key <= Qt::Key_9)) return key;
     if (key >= Qt::Key_F1 && key <= Qt::Key_F24) return 112 + key - Qt::Key_F1;
     switch (key) {
-        case Qt::Key_Backspace: return 8;
-        case Qt::Key_Tab: return 9;
+        case Qt::Key_Backspace:
+            return 8;
+        case Qt::Key_Tab:
+            return 9;
         case Qt::Key_Return:
-        case Qt::Key_Enter: return 13;
-        case Qt::Key_Escape: return 27;
-        case Qt::Key_Space: return 32;
-        case Qt::Key_PageUp: return 33;
-        case Qt::Key_PageDown: return 34;
-        case Qt::Key_End: return 35;
-        case Qt::Key_Home: return 36;
-        case Qt::Key_Left: return 37;
-        case Qt::Key_Up: return 38;
-        case Qt::Key_Right: return 39;
-        case Qt::Key_Down: return 40;
-        case Qt::Key_Insert: return kKeyInsert;
-        case Qt::Key_Delete: return kKeyDelete;
-        default: return 0;
+        case Qt::Key_Enter:
+            return 13;
+        case Qt::Key_Escape:
+            return 27;
+        case Qt::Key_Space:
+            return 32;
+        case Qt::Key_PageUp:
+            return 33;
+        case Qt::Key_PageDown:
+            return 34;
+        case Qt::Key_End:
+            return 35;
+        case Qt::Key_Home:
+            return 36;
+        case Qt::Key_Left:
+            return 37;
+        case Qt::Key_Up:
+            return 38;
+        case Qt::Key_Right:
+            return 39;
+        case Qt::Key_Down:
+            return 40;
+        case Qt::Key_Insert:
+            return kKeyInsert;
+        case Qt::Key_Delete:
+            return kKeyDelete;
+        default:
+            return 0;
     }
 }
 
@@ -58,16 +74,20 @@ bool movesFocus(const QEvent* event) {
 
 int buttonCode(Qt::MouseButton button) {
     switch (button) {
-        case Qt::LeftButton: return kLeftButton;
-        case Qt::RightButton: return kRightButton;
-        case Qt::MiddleButton: return kMiddleButton;
-        default: return 0;
+        case Qt::LeftButton:
+            return kLeftButton;
+        case Qt::RightButton:
+            return kRightButton;
+        case Qt::MiddleButton:
+            return kMiddleButton;
+        default:
+            return 0;
     }
 }
 
 int shiftState(Qt::KeyboardModifiers modifiers) {
-    return (modifiers & Qt::ShiftModifier ? kShiftMask : 0) | (modifiers & Qt::ControlModifier ? kCtrlMask : 0) |
-           (modifiers & Qt::AltModifier ? kAltMask : 0);
+    return (modifiers & Qt::ShiftModifier ? kShiftMask : 0) |
+           (modifiers & Qt::ControlModifier ? kCtrlMask : 0) | (modifiers & Qt::AltModifier ? kAltMask : 0);
 }
 
 Peer::Peer(Widget& model, QWidget& view) : QObject(&view), model_(model), view_(view) {
@@ -79,11 +99,14 @@ Peer::~Peer() {
     if (attached_ && peers().value(&model_) == this) peers().remove(&model_);
 }
 
-Peer* Peer::of(const Widget& model) { return peers().value(&model); }
+Peer* Peer::of(const Widget& model) {
+    return peers().value(&model);
+}
 
 void Peer::start() {
-    for (const Change change : {Change::Caption, Change::Items, Change::Value, Change::Selection, Change::Appearance,
-                                Change::Enabled, Change::Visible, Change::ToolTip, Change::Name})
+    for (const Change change :
+         {Change::Caption, Change::Items, Change::Value, Change::Selection, Change::Appearance,
+          Change::Enabled, Change::Visible, Change::ToolTip, Change::Name})
         show(change);
     changed_ = model_.changed.connect([this](Change change) { guarded([&] { show(change); }); });
     view_.installEventFilter(this);
@@ -97,21 +120,33 @@ void Peer::detach() noexcept {
     letGo();
 }
 
-QPointF Peer::toView(double x, double y) const { return {x / kTwipsPerPixel, y / kTwipsPerPixel}; }
+QPointF Peer::toView(double x, double y) const {
+    return {x / kTwipsPerPixel, y / kTwipsPerPixel};
+}
 
-QPointF Peer::fromView(QPointF place) const { return {twips(place.x()), twips(place.y())}; }
+QPointF Peer::fromView(QPointF place) const {
+    return {twips(place.x()), twips(place.y())};
+}
 
 void Peer::show(Change change) {
     switch (change) {
-        case Change::Enabled: view_.setEnabled(model_.enabled()); break;
-        case Change::Visible: view_.setVisible(model_.visible()); break;
+        case Change::Enabled:
+            view_.setEnabled(model_.enabled());
+            break;
+        case Change::Visible:
+            view_.setVisible(model_.visible());
+            break;
         case Change::ToolTip:
             view_.setToolTip(qtText(model_.toolTip()));
             if (QToolTip::isVisible() && view_.underMouse())
                 QToolTip::showText(QCursor::pos(), view_.toolTip(), &view_);
             break;
-        case Change::Name: view_.setAccessibleName(qtText(model_.accessibleName())); break;
-        case Change::Focus: giveFocus(); break;
+        case Change::Name:
+            view_.setAccessibleName(qtText(model_.accessibleName()));
+            break;
+        case Change::Focus:
+            giveFocus();
+            break;
         case Change::Appearance:
             if (view_.font().bold() != model_.bold()) {
                 QFont font = view_.font();
@@ -119,7 +154,8 @@ void Peer::show(Change change) {
                 view_.setFont(font);
             }
             break;
-        default: break;
+        default:
+            break;
     }
 }
 
@@ -170,7 +206,8 @@ bool Peer::eventFilter(QObject* watched, QEvent* event) {
             if (code != 0) act([&] { model_.keyDown(code, shiftState(key->modifiers())); });
             break;
         }
-        default: break;
+        default:
+            break;
     }
     return self.isNull();  // an event that took its own view away goes no further
 }

@@ -1,5 +1,5 @@
-// What every peer does: it shows a widget model in a QWidget, watches the model for changes and turns the operator's
-// actions into the model's events. A peer is a child object of its view and lives as long as that.
+// What every peer does: it shows a widget model in a QWidget, watches the model for changes and turns the
+// operator's actions into the model's events. A peer is a child object of its view and lives as long as that.
 #pragma once
 
 #include <QObject>

@@ -1,5 +1,5 @@
-// One function per kind of widget: each makes the view and its peer under the given parent. makeView() picks the one
-// for a widget's kind, so that a new form or control needs no change here.
+// One function per kind of widget: each makes the view and its peer under the given parent. makeView() picks
+// the one for a widget's kind, so that a new form or control needs no change here.
 #pragma once
 
 #include "widgets/Bars.h"

@@ -49,9 +49,15 @@ class PictureIconEngine : public QIconEngine {
         QPolygonF polygon;
         for (const auto& point : shape.points) polygon << QPointF(point.x, point.y);
         switch (shape.kind) {
-            case PictureShape::Kind::Polyline: painter.drawPolyline(polygon); break;
-            case PictureShape::Kind::Polygon: painter.drawPolygon(polygon); break;
-            case PictureShape::Kind::Ellipse: painter.drawEllipse(polygon.boundingRect()); break;
+            case PictureShape::Kind::Polyline:
+                painter.drawPolyline(polygon);
+                break;
+            case PictureShape::Kind::Polygon:
+                painter.drawPolygon(polygon);
+                break;
+            case PictureShape::Kind::Ellipse:
+                painter.drawEllipse(polygon.boundingRect());
+                break;
         }
     }
 
@@ -60,6 +66,8 @@ class PictureIconEngine : public QIconEngine {
 
 }  // namespace
 
-QIcon pictureIcon(const Picture& picture) { return QIcon(new PictureIconEngine(picture)); }
+QIcon pictureIcon(const Picture& picture) {
+    return QIcon(new PictureIconEngine(picture));
+}
 
 }  // namespace dravik

@@ -11,7 +11,9 @@ constexpr int kSteps = 1000;
 
 class ProgressBarPeer : public PeerOf<ProgressBar, QProgressBar> {
   public:
-    ProgressBarPeer(ProgressBar& model, QProgressBar& view) : PeerOf(model, view) { view.setRange(0, kSteps); }
+    ProgressBarPeer(ProgressBar& model, QProgressBar& view) : PeerOf(model, view) {
+        view.setRange(0, kSteps);
+    }
 
   protected:
     void show(Change change) override {

@@ -9,12 +9,18 @@ namespace dravik {
 inline QString qtText(const std::string& text) {
     return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
 }
-inline std::string utf8(const QString& text) { return text.toStdString(); }
+inline std::string utf8(const QString& text) {
+    return text.toStdString();
+}
 
 // Twips are 1/1440 inch, device independent pixels 1/96 inch.
 constexpr double kTwipsPerPixel = 15.0;
-constexpr int pixels(int twips) { return static_cast<int>(twips / kTwipsPerPixel + 0.5); }
-constexpr double twips(double pixels) { return pixels * kTwipsPerPixel; }
+constexpr int pixels(int twips) {
+    return static_cast<int>(twips / kTwipsPerPixel + 0.5);
+}
+constexpr double twips(double pixels) {
+    return pixels * kTwipsPerPixel;
+}
 
 // UTF-16 position of the character with the given index; the end when there are fewer characters.
 inline qsizetype positionOfCharacter(const QString& text, int index) {

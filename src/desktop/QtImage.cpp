@@ -40,7 +40,8 @@ QImage onWhite(const QImage& image) {
 
 GreyImage decodeImageFile(const std::string& path) {
     const QFileInfo file(qtText(path));
-    if (!file.exists()) throw Failure(RuntimeError::FileNotFound, problem(path, QStringLiteral("file not found")));
+    if (!file.exists())
+        throw Failure(RuntimeError::FileNotFound, problem(path, QStringLiteral("file not found")));
     if (file.isDir())
         throw Failure(RuntimeError::PathFileAccessError, problem(path, QStringLiteral("is a folder")));
     if (!file.isReadable())
@@ -59,11 +60,13 @@ GreyImage decodeImageFile(const std::string& path) {
     if (image.isNull())
         throw Failure(RuntimeError::DeviceIoError,
                       problem(path, QStringLiteral("damaged (%1)").arg(reader.errorString())));
-    if (isTooLarge(image.size())) throw Failure(RuntimeError::OutOfMemory, problem(path, tooLarge(image.size())));
+    if (isTooLarge(image.size()))
+        throw Failure(RuntimeError::OutOfMemory, problem(path, tooLarge(image.size())));
 
     if (image.hasAlphaChannel()) image = onWhite(image);
     image = image.convertToFormat(QImage::Format_Grayscale8);
-    if (image.isNull()) throw Failure(RuntimeError::OutOfMemory, problem(path, QStringLiteral("out of memory")));
+    if (image.isNull())
+        throw Failure(RuntimeError::OutOfMemory, problem(path, QStringLiteral("out of memory")));
     GreyImage grey(image.width(), image.height());
     for (int y = 0; y < image.height(); ++y)
         std::copy_n(image.constScanLine(y), image.width(), grey.row(y).begin());

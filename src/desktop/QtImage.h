@@ -8,8 +8,9 @@
 
 namespace dravik {
 
-// Any format that Qt reads, turned upright as its orientation tag says, colour by its luminance, transparency on white.
-// Raises Failure whose description names the file and the problem; more than kMostPixels is refused before decoding.
+// Any format that Qt reads, turned upright as its orientation tag says, colour by its luminance, transparency
+// on white. Raises Failure whose description names the file and the problem; more than kMostPixels is refused
+// before decoding.
 GreyImage decodeImageFile(const std::string& path);
 
 // A copy for drawing.

@@ -20,25 +20,34 @@ namespace {
 
 QMessageBox::StandardButtons qtButtons(MessageBox::Buttons buttons) {
     switch (buttons) {
-        case MessageBox::Buttons::YesNo: return QMessageBox::Yes | QMessageBox::No;
-        case MessageBox::Buttons::YesNoCancel: return QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel;
-        default: return QMessageBox::Ok;
+        case MessageBox::Buttons::YesNo:
+            return QMessageBox::Yes | QMessageBox::No;
+        case MessageBox::Buttons::YesNoCancel:
+            return QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel;
+        default:
+            return QMessageBox::Ok;
     }
 }
 
 QMessageBox::StandardButton escapeButton(MessageBox::Buttons buttons) {
     switch (buttons) {
-        case MessageBox::Buttons::YesNo: return QMessageBox::No;
-        case MessageBox::Buttons::YesNoCancel: return QMessageBox::Cancel;
-        default: return QMessageBox::Ok;
+        case MessageBox::Buttons::YesNo:
+            return QMessageBox::No;
+        case MessageBox::Buttons::YesNoCancel:
+            return QMessageBox::Cancel;
+        default:
+            return QMessageBox::Ok;
     }
 }
 
 QMessageBox::Icon qtIcon(MessageBox::Icon icon) {
     switch (icon) {
-        case MessageBox::Icon::Critical: return QMessageBox::Critical;
-        case MessageBox::Icon::Information: return QMessageBox::Information;
-        default: return QMessageBox::NoIcon;
+        case MessageBox::Icon::Critical:
+            return QMessageBox::Critical;
+        case MessageBox::Icon::Information:
+            return QMessageBox::Information;
+        default:
+            return QMessageBox::NoIcon;
     }
 }
 
@@ -72,10 +81,14 @@ Answer QtPlatform::messageBox(const MessageBox& box) {
     dialog.setStandardButtons(qtButtons(box.buttons));
     dialog.setEscapeButton(escapeButton(box.buttons));
     switch (dialog.exec()) {
-        case QMessageBox::Yes: return Answer::Yes;
-        case QMessageBox::No: return Answer::No;
-        case QMessageBox::Cancel: return Answer::Cancel;
-        default: return Answer::Ok;
+        case QMessageBox::Yes:
+            return Answer::Yes;
+        case QMessageBox::No:
+            return Answer::No;
+        case QMessageBox::Cancel:
+            return Answer::Cancel;
+        default:
+            return Answer::Ok;
     }
 }
 
@@ -130,7 +143,9 @@ void QtPlatform::popUpMenu(PopupMenu& menu, Widget& at, double x, double y) {
     if (MenuItem* item = items.value(picked)) item->click();
 }
 
-void QtPlatform::setClipboardText(const std::string& text) { QGuiApplication::clipboard()->setText(qtText(text)); }
+void QtPlatform::setClipboardText(const std::string& text) {
+    QGuiApplication::clipboard()->setText(qtText(text));
+}
 
 std::string QtPlatform::fileDateText(const std::string& path) {
     const QFileInfo file(qtText(path));
@@ -144,7 +159,9 @@ std::string QtPlatform::dateText() {
     return utf8(QLocale().toString(QDate::currentDate(), QLocale::ShortFormat));
 }
 
-std::string QtPlatform::timeText() { return utf8(timeForm(QTime::currentTime())); }
+std::string QtPlatform::timeText() {
+    return utf8(timeForm(QTime::currentTime()));
+}
 
 void QtPlatform::setBusy(bool busy) {
     if (busy)

@@ -1,4 +1,5 @@
-// The platform of the screen in Qt. Everything modal comes up over the window that the operator is working in.
+// The platform of the screen in Qt. Everything modal comes up over the window that the operator is working
+// in.
 #pragma once
 
 #include <QPointer>

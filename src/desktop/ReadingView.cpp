@@ -79,7 +79,9 @@ QSize ReadingView::sizeHint() const {
     return {300, heightOf(std::clamp(static_cast<int>(reading_.lines.size()), 1, kMostLinesAtOnce))};
 }
 
-QSize ReadingView::minimumSizeHint() const { return {120, heightOf(1)}; }
+QSize ReadingView::minimumSizeHint() const {
+    return {120, heightOf(1)};
+}
 
 void ReadingView::changeEvent(QEvent* event) {
     QTextEdit::changeEvent(event);

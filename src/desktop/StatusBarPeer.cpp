@@ -22,7 +22,9 @@ class StatusBarPeer : public PeerOf<StatusBar, QWidget> {
   protected:
     void show(Change change) override {
         switch (change) {
-            case Change::Items: addPanels(); [[fallthrough]];
+            case Change::Items:
+                addPanels();
+                [[fallthrough]];
             case Change::Caption:
                 for (std::size_t i = 0; i < labels_.size(); ++i) showText(*labels_[i], *model_.panels()[i]);
                 break;
@@ -31,7 +33,8 @@ class StatusBarPeer : public PeerOf<StatusBar, QWidget> {
                 for (std::size_t i = 0; i < labels_.size(); ++i)
                     labels_[i]->setOwnToolTip(qtText(model_.panels()[i]->toolTip()));
                 break;
-            default: Peer::show(change);
+            default:
+                Peer::show(change);
         }
     }
 

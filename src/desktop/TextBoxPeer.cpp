@@ -9,7 +9,8 @@
 namespace dravik {
 namespace {
 
-// A locked box in the colour of its form is a caption or a result: it has no frame and is as wide as its text.
+// A locked box in the colour of its form is a caption or a result: it has no frame and is as wide as its
+// text.
 class LineEdit : public QLineEdit {
   public:
     using QLineEdit::QLineEdit;
@@ -57,8 +58,8 @@ class TextBoxPeer : public PeerOf<TextBox, LineEdit> {
             }
             case Change::Selection: {
                 const qsizetype start = positionOfCharacter(view_.text(), model_.selectionStart());
-                const qsizetype end = positionOfCharacter(view_.text(),
-                                                          model_.selectionStart() + model_.selectionLength());
+                const qsizetype end =
+                    positionOfCharacter(view_.text(), model_.selectionStart() + model_.selectionLength());
                 view_.setSelection(static_cast<int>(start), static_cast<int>(end - start));
                 break;
             }
@@ -71,7 +72,8 @@ class TextBoxPeer : public PeerOf<TextBox, LineEdit> {
                 Peer::show(change);
                 showColors();
                 break;
-            default: Peer::show(change);
+            default:
+                Peer::show(change);
         }
     }
 

@@ -46,10 +46,14 @@ QColor qtColor(Color color, const QPalette& palette) {
     switch (color) {
         case kScrollBarColor:
             return blend(palette.color(QPalette::Window), palette.color(QPalette::WindowText), 0.2);
-        case kWindowColor: return palette.color(QPalette::Base);
-        case kWindowTextColor: return palette.color(QPalette::WindowText);
-        case kButtonTextColor: return palette.color(QPalette::ButtonText);
-        default: return palette.color(QPalette::Window);
+        case kWindowColor:
+            return palette.color(QPalette::Base);
+        case kWindowTextColor:
+            return palette.color(QPalette::WindowText);
+        case kButtonTextColor:
+            return palette.color(QPalette::ButtonText);
+        default:
+            return palette.color(QPalette::Window);
     }
 }
 
@@ -64,23 +68,24 @@ QColor readableOn(const QColor& background) {
 }
 
 QColor textColorOn(Color background, Color foreground, const QPalette& palette) {
-    if (isSystemColor(foreground) && !isSystemColor(background)) return readableOn(qtColor(background, palette));
+    if (isSystemColor(foreground) && !isSystemColor(background))
+        return readableOn(qtColor(background, palette));
     return qtColor(foreground, palette);
 }
 
 QColor warningColor(const QPalette& palette) {
-    return luminance(palette.color(QPalette::Window)) > 0.3 ? QColor(0xB8, 0x3A, 0x00) : QColor(0xFF, 0x9E, 0x57);
+    return luminance(palette.color(QPalette::Window)) > 0.3 ? QColor(0xB8, 0x3A, 0x00)
+                                                            : QColor(0xFF, 0x9E, 0x57);
 }
 
 void useTheme(Theme theme) {
     if (theme == Theme::System) return;
     QApplication::setStyle(QStyleFactory::create("Fusion"));
-    QApplication::setPalette(
-        theme == Theme::Dark
-            ? makePalette({0x2B, 0x2D, 0x30}, {0x1E, 0x1F, 0x22}, {0x3A, 0x3D, 0x41}, {0xE6, 0xE6, 0xE6},
-                          {0x4C, 0x8D, 0xE8})
-            : makePalette({0xF2, 0xF2, 0xF2}, {0xFF, 0xFF, 0xFF}, {0xF5, 0xF5, 0xF5}, {0x1C, 0x1C, 0x1C},
-                          {0x2A, 0x6F, 0xD1}));
+    QApplication::setPalette(theme == Theme::Dark
+                                 ? makePalette({0x38, 0x3A, 0x3F}, {0x25, 0x27, 0x2A}, {0x4B, 0x4E, 0x54},
+                                               {0xE8, 0xE8, 0xE8}, {0x35, 0x74, 0xD0})
+                                 : makePalette({0xF2, 0xF2, 0xF2}, {0xFF, 0xFF, 0xFF}, {0xF5, 0xF5, 0xF5},
+                                               {0x1C, 0x1C, 0x1C}, {0x2A, 0x6F, 0xD1}));
 }
 
 }  // namespace dravik

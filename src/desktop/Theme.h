@@ -1,4 +1,5 @@
-// Colours of the models in the current palette, and the light and dark palettes that the program can be told to use.
+// Colours of the models in the current palette, and the light and dark palettes that the program can be told
+// to use.
 #pragma once
 
 #include <QColor>
@@ -8,13 +9,14 @@
 
 namespace dravik {
 
-// System colours come from the palette; the scroll bar colour is a grey that differs from the window and from white.
+// System colours come from the palette; the scroll bar colour is a grey that differs from the window and from
+// white.
 QColor qtColor(Color color, const QPalette& palette);
 
 // Black or white, whichever is easier to read on the colour.
 QColor readableOn(const QColor& background);
-// The fore colour to write with: the colour itself when it is explicit, or the palette's unless the background is
-// explicit, which then decides.
+// The fore colour to write with: the colour itself when it is explicit, or the palette's unless the
+// background is explicit, which then decides.
 QColor textColorOn(Color background, Color foreground, const QPalette& palette);
 // 1 (the same) to 21 (black on white).
 double contrast(const QColor& a, const QColor& b);

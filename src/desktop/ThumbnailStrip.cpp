@@ -93,7 +93,8 @@ class ThumbnailModel : public QAbstractListModel {
             painter.drawText(QRect(QPoint(0, 0), kThumbnail), static_cast<int>(Qt::AlignCenter),
                              QStringLiteral("?"));
         } else {
-            QRect place(QPoint(0, 0), QSize(image.width(), image.height()).scaled(kThumbnail, Qt::KeepAspectRatio));
+            QRect place(QPoint(0, 0),
+                        QSize(image.width(), image.height()).scaled(kThumbnail, Qt::KeepAspectRatio));
             place.moveCenter(QRect(QPoint(0, 0), kThumbnail).center());
             painter.drawImage(place, toQImage(image));
         }

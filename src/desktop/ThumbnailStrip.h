@@ -1,5 +1,5 @@
-// The opened parts as a strip of small pictures. A picture is decoded only when it comes into view, one at a time, so
-// that thousands of parts open at once.
+// The opened parts as a strip of small pictures. A picture is decoded only when it comes into view, one at a
+// time, so that thousands of parts open at once.
 #pragma once
 
 #include <QListView>

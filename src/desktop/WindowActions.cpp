@@ -15,9 +15,13 @@ namespace {
 
 using Kind = PictureShape::Kind;
 
-PictureShape line(std::vector<PicturePoint> points) { return {Kind::Polyline, std::move(points), false, 1.6}; }
+PictureShape line(std::vector<PicturePoint> points) {
+    return {Kind::Polyline, std::move(points), false, 1.6};
+}
 
-PictureShape lens() { return {Kind::Ellipse, {{2, 2}, {11, 11}}, false, 1.5}; }
+PictureShape lens() {
+    return {Kind::Ellipse, {{2, 2}, {11, 11}}, false, 1.5};
+}
 
 Picture arrow(bool left) {
     return left ? Picture{line({{10, 3}, {5, 8}, {10, 13}})} : Picture{line({{6, 3}, {11, 8}, {6, 13}})};
@@ -30,14 +34,18 @@ Picture magnifier(bool plus) {
 }
 
 Picture fitting() {
-    return {line({{2, 5.5}, {2, 2}, {5.5, 2}}), line({{10.5, 2}, {14, 2}, {14, 5.5}}),
-            line({{14, 10.5}, {14, 14}, {10.5, 14}}), line({{5.5, 14}, {2, 14}, {2, 10.5}}),
+    return {line({{2, 5.5}, {2, 2}, {5.5, 2}}),
+            line({{10.5, 2}, {14, 2}, {14, 5.5}}),
+            line({{14, 10.5}, {14, 14}, {10.5, 14}}),
+            line({{5.5, 14}, {2, 14}, {2, 10.5}}),
             {Kind::Polygon, {{5, 5}, {11, 5}, {11, 11}, {5, 11}}, false, 1.3}};
 }
 
 Picture oneToOne() {
-    return {line({{2, 5}, {4, 3.5}, {4, 12.5}}), line({{11, 5}, {13, 3.5}, {13, 12.5}}),
-            {Kind::Ellipse, {{7, 5.2}, {8.6, 6.8}}, true, 0}, {Kind::Ellipse, {{7, 9.6}, {8.6, 11.2}}, true, 0}};
+    return {line({{2, 5}, {4, 3.5}, {4, 12.5}}),
+            line({{11, 5}, {13, 3.5}, {13, 12.5}}),
+            {Kind::Ellipse, {{7, 5.2}, {8.6, 6.8}}, true, 0},
+            {Kind::Ellipse, {{7, 9.6}, {8.6, 11.2}}, true, 0}};
 }
 
 }  // namespace
@@ -66,7 +74,8 @@ WindowActions::WindowActions(QObject* parent, Screen& screen) : QObject(parent) 
     fit = make("fit", tr("&Fit"), tr("Fit the whole image"), fitting());
     fit->setShortcut(Qt::CTRL | Qt::Key_0);
     fit->setCheckable(true);
-    actualSize = make("actualSize", tr("&Actual Size"), tr("One image pixel to one pixel of the display"), oneToOne());
+    actualSize =
+        make("actualSize", tr("&Actual Size"), tr("One image pixel to one pixel of the display"), oneToOne());
     actualSize->setShortcut(Qt::CTRL | Qt::Key_1);
 
     bind("fontSelect", tr("Select &Font..."), screen.font.cmdSelectFont)->setShortcut(Qt::CTRL | Qt::Key_F);
@@ -82,7 +91,8 @@ WindowActions::WindowActions(QObject* parent, Screen& screen) : QObject(parent) 
     about->setMenuRole(QAction::AboutRole);
 }
 
-QAction* WindowActions::make(const char* name, const QString& text, const QString& tip, const Picture& picture) {
+QAction* WindowActions::make(const char* name, const QString& text, const QString& tip,
+                             const Picture& picture) {
     auto* action = new QAction(text, this);
     action->setObjectName(QString::fromLatin1(name));
     action->setToolTip(tip);

@@ -1,4 +1,5 @@
-// The actions of the program's window: what its menus and the part's toolbar offer, with shortcuts and pictures.
+// The actions of the program's window: what its menus and the part's toolbar offer, with shortcuts and
+// pictures.
 #pragma once
 
 #include <QObject>

@@ -66,7 +66,8 @@ bool errIsTerminal() {
 
 int runDemo(const std::string& folder, const WindowOptions& options) {
     if (!QDir().mkpath(qtText(folder))) return complain(folder + ": the folder cannot be made", 1);
-    // A session that anyone can repeat touches neither the operator's fonts nor the window's remembered place.
+    // A session that anyone can repeat touches neither the operator's fonts nor the window's remembered
+    // place.
     const QTemporaryDir own;
     if (!own.isValid()) return complain("no temporary folder can be made: " + utf8(own.errorString()), 1);
     QSettings::setDefaultFormat(QSettings::IniFormat);
@@ -88,7 +89,8 @@ int runDemo(const std::string& folder, const WindowOptions& options) {
 
 int runWindow(const WindowOptions& options) {
     QtPlatform platform;
-    Trainer trainer(platform, options.jobs.empty() ? JobFolder() : JobFolder(options.jobs), decodeImageFile, true);
+    Trainer trainer(platform, options.jobs.empty() ? JobFolder() : JobFolder(options.jobs), decodeImageFile,
+                    true);
     MainWindow window(trainer);
     platform.setMainWindow(&window);
     window.show();
@@ -106,10 +108,12 @@ int run(int argc, char** argv) {
     }
 
     if (!hasDisplay()) {
-        const bool demo = std::any_of(arguments.begin(), arguments.end(),
-                                      [](const std::string& argument) { return argument.starts_with("--demo"); });
+        const bool demo = std::any_of(arguments.begin(), arguments.end(), [](const std::string& argument) {
+            return argument.starts_with("--demo");
+        });
         if (!demo)
-            return complain("there is no display; the commands learn, read and fonts need none (see --help)", 1);
+            return complain("there is no display; the commands learn, read and fonts need none (see --help)",
+                            1);
         qputenv("QT_QPA_PLATFORM", "offscreen");
     }
     const QApplication application(argc, argv);

@@ -8,7 +8,7 @@ Screen::Screen() {
     sbr.add("LastInclude", "", 1800).setToolTip("Last text included");
 
     font.fraFont.setLayout(column({
-        row({item(font.lblFontName), item(font.lblSelectedFont).stretched(2), item(font.lblFontDateTime).stretched(3),
+        row({item(font.lblFontName), item(font.lblSelectedFont).stretched(), item(font.lblFontDateTime).stretched(2),
              item(font.cmdSelectFont)}),
         row({item(font.LabelCharSet), item(font.txtCharSet).stretched()}),
     }));
