@@ -1,6 +1,7 @@
 #include "histogram/dlgCharHist.h"
 
 #include <algorithm>
+#include <limits>
 #include <utility>
 
 #include "base/Conversions.h"
@@ -105,6 +106,8 @@ void dlgCharHist::Form_Unload() {
 void dlgCharHist::udThreshold_Change() {
     procedures_.run("dlgCharHist.udThreshold_Change", "Threshold_Change", [this] {
         tmrGraphics.setEnabled(true);
+        // The bars under the new threshold have not been handled yet, even where the pointer rests.
+        handledX_ = std::numeric_limits<float>::quiet_NaN();
         threshold_ = udThreshold.value() / kThresholdParts;
         txtThreshold.setText(formatNumber(threshold_, kThresholdPicture));
     });

@@ -116,10 +116,11 @@ class dlgCharHist : public Form {
     std::int16_t deletions_ = 0;
 
     HistogramDrawing drawing_;
-    float pointerX_ = 0;
-    float pointerY_ = 0;
-    float handledX_ = 0;
-    float handledY_ = 0;
+    // Until it is first moved the pointer is taken to rest in the left-top corner, off every bar.
+    float pointerX_ = -5;
+    float pointerY_ = 120;
+    float handledX_ = -5;
+    float handledY_ = 120;
     bool overBar_ = false;
     std::optional<std::size_t> highlighted_;
 };

@@ -93,6 +93,7 @@ void dlgCharHist::SetFontHistogram(const std::vector<double>& data, const std::v
         const std::int16_t axisMaximum = toInt16(MaxValue(data));
         const double pitch = kAxisLength / static_cast<double>(data.size());
         CreateHashMarks(axisMaximum);
+        colourByThreshold();
         for (std::size_t i = 0; i < data.size(); ++i) {
             const double left = static_cast<double>(i + 1) * pitch - kCharBarWidth / 2;
             if (data[i] == 0) {

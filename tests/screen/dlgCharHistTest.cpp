@@ -221,19 +221,23 @@ TEST_F(dlgCharHistTest, CountsThatDoNotFitAreReported) {
         Contains("# dlgCharHist error: Err 9 in dlgCharHist.SetFontHistogram: Subscript out of range"));
 }
 
-TEST_F(dlgCharHistTest, ThresholdColoursTheBarsOnceThePointerMoves) {
+TEST_F(dlgCharHistTest, TheThresholdColoursTheBars) {
     fontHistogram();
-    form.tmrGraphics.tick();
-    EXPECT_EQ(bar(0).fill, rgb(0, 0, 0));
-    point(30, 110);
     EXPECT_EQ(bar(0).fill, rgb(255, 0, 0));  // exactly at the threshold
+    EXPECT_EQ(bar(2).fill, rgb(0, 0, 255));  // without samples, until the first tick that sees the pointer move
+    form.tmrGraphics.tick();
+    EXPECT_EQ(panel("Msg"), "Created font histogram");
+    EXPECT_EQ(bar(2).fill, rgb(0, 0, 255));
+    point(30, 110);
+    EXPECT_EQ(bar(0).fill, rgb(255, 0, 0));
     EXPECT_EQ(bar(1).fill, rgb(0, 0, 0));
     EXPECT_EQ(bar(2).fill, rgb(0, 0, 0));
     EXPECT_EQ(form.txtExceed.text(), "1 characters have Distance values over the threshold");
 
     form.udThreshold.setValue(5);
     EXPECT_EQ(form.txtThreshold.text(), "0.500");
-    point(31, 110);
+    form.tmrGraphics.tick();  // the pointer rests
+    EXPECT_EQ(bar(0).fill, rgb(0, 0, 0));
     EXPECT_EQ(form.txtExceed.text(), "All characters have Distance values below the threshold");
     form.udThreshold.setValue(0);
     point(32, 110);
