@@ -92,6 +92,8 @@ void dlgCharHist::Form_Load() {
         txtThreshold.setText("0.400");
         threshold_ = udThreshold.value() / kThresholdParts;
         tmrGraphics.setEnabled(true);
+        handledX_ = pointerX_;
+        handledY_ = pointerY_;
     });
 }
 
