@@ -4,6 +4,9 @@
 #include <array>
 #include <cmath>
 #include <span>
+#include <utility>
+
+#include "engine/Morphology.h"
 
 namespace dravik {
 namespace {
@@ -187,23 +190,36 @@ std::vector<float> Binarizer::background(int tile) const {
     return surface;
 }
 
+// How far each pixel is on the print's side of its background. What is wider than print, such as the
+// surroundings of a part, is no print however much it differs from the background nearby.
+std::vector<float> Binarizer::depths(const std::vector<float>& ground, bool darkPrint, int tile) const {
+    const float sign = darkPrint ? 1.0f : -1.0f;
+    std::vector<float> filled = smooth_;
+    if (!darkPrint)
+        for (float& value : filled) value = -value;
+    filled = closed(std::move(filled), width_, height_, tile | 1);
+    for (std::size_t i = 0; i < filled.size(); ++i)
+        filled[i] = std::min(filled[i] - sign * smooth_[i], sign * (ground[i] - smooth_[i]));
+    return filled;
+}
+
 double Binarizer::darkness(int tile) const {
     if (smooth_.empty()) return 0;
     const std::vector<float> ground = background(tile);
-    double dark = 0, light = 0;
-    for (std::size_t i = 0; i < smooth_.size(); ++i) {
-        const double difference = static_cast<double>(ground[i] - smooth_[i]);
-        (difference > 0 ? dark : light) += std::abs(difference * difference * difference);
-    }
+    const auto strength = [&](bool dark) {
+        double sum = 0;
+        for (const float depth : depths(ground, dark, tile))
+            if (depth > 0) sum += static_cast<double>(depth * depth * depth);
+        return sum;
+    };
+    const double dark = strength(true), light = strength(false);
     return dark + light > 0 ? (dark - light) / (dark + light) : 0;
 }
 
 InkImage Binarizer::separate(bool darkPrint, int tile) const {
     InkImage result;
     if (smooth_.empty()) return result;
-    std::vector<float> depth = background(tile);
-    const float sign = darkPrint ? 1.0f : -1.0f;
-    for (std::size_t i = 0; i < depth.size(); ++i) depth[i] = sign * (depth[i] - smooth_[i]);
+    const std::vector<float> depth = depths(background(tile), darkPrint, tile);
 
     std::array<std::uint32_t, kBins> against{};
     for (const float d : depth)

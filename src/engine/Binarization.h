@@ -43,6 +43,7 @@ class Binarizer {
 
   private:
     std::vector<float> background(int tile) const;
+    std::vector<float> depths(const std::vector<float>& ground, bool darkPrint, int tile) const;
 
     int width_ = 0;
     int height_ = 0;

@@ -12,6 +12,8 @@ namespace {
 
 // Below this the image does not tell clearly whether the print is dark or light, and both are tried.
 constexpr double kClearPolarity = 0.5;
+// A segmentation that looks this much like text needs no other tried.
+constexpr double kClearText = 0.7;
 // Characters lower than this cannot be told apart.
 constexpr float kLeastHeight = 5;
 
@@ -76,33 +78,50 @@ Segmentation refined(const Binarizer& binarizer, bool dark, int tile) {
     return again.glyphs.empty() ? found : again;
 }
 
-// How much a segmentation looks like text: characters of one height, well filled, in few lines.
+// How much a segmentation looks like text, 0 to 1: characters of usual shape that stand on their lines and
+// are thin against their boxes, several to a line.
 double likeness(const Segmentation& found) {
     if (found.glyphs.empty()) return 0;
-    double ink = 0, even = 0;
+    double usual = 0, all = 0;
     for (const Glyph& glyph : found.glyphs) {
         const LineMetrics& line = found.lines[static_cast<std::size_t>(glyph.line)];
         const Box& box = glyph.piece.box;
-        const double height = static_cast<double>(box.height() / line.capHeight);
-        ink += std::min(
-            1.0, static_cast<double>(static_cast<float>(glyph.piece.area) / (box.width() * box.height())));
-        even += height > 0.6 && height < 1.4 && box.width() < 1.3f * line.capHeight ? 1 : 0;
+        const float height = box.height() / line.capHeight, width = box.width() / line.capHeight;
+        const float fill = static_cast<float>(glyph.piece.area) / (box.width() * box.height());
+        const bool stands = std::abs(box.bottom - line.baseline) < 0.15f * line.capHeight ||
+                            std::abs(line.baseline - line.capHeight - box.top) < 0.15f * line.capHeight;
+        all += glyph.piece.area;
+        if (height > 0.6f && height < 1.4f && width < 1.2f && stands && (fill < 0.75f || width < 0.35f))
+            usual += glyph.piece.area;
     }
-    const double count = static_cast<double>(found.glyphs.size());
-    const double perLine = count / static_cast<double>(found.lines.size());
-    return (even / count) * std::min(1.0, 0.25 + ink / count) * perLine / (perLine + 1);
+    const double perLine = static_cast<double>(found.glyphs.size()) / static_cast<double>(found.lines.size());
+    return usual / all * perLine / (perLine + 0.5);
 }
 
 }  // namespace
 
+// The first try is with the likelier polarity and a coarse grain. Where what comes out does not look like
+// text, other grains and the other polarity are tried: surroundings of a part may outweigh its print.
 Segmentation segment(const GreyImage& image) {
     const Binarizer binarizer(image);
-    const int tile = binarizer.firstTile();
-    const double darkness = binarizer.darkness(tile);
-    Segmentation likely = refined(binarizer, darkness >= 0, tile);
-    if (std::abs(darkness) >= kClearPolarity && !likely.glyphs.empty()) return likely;
-    Segmentation other = refined(binarizer, darkness < 0, tile);
-    return likeness(other) * (1 - std::abs(darkness)) > likeness(likely) ? other : likely;
+    Segmentation best;
+    double most = 0;
+    for (const int tile : {binarizer.firstTile(), binarizer.firstTile() / 3, binarizer.firstTile() / 6}) {
+        if (tile < 8 && tile != binarizer.firstTile()) continue;
+        const double darkness = binarizer.darkness(tile);
+        for (const bool dark : {darkness >= 0, darkness < 0}) {
+            Segmentation found = refined(binarizer, dark, tile);
+            const bool likelier = dark == (darkness >= 0);
+            const double value = likeness(found) * (likelier ? 1 : 1 - 0.5 * std::abs(darkness));
+            if (value > most) {
+                most = value;
+                best = std::move(found);
+            }
+            if (likelier && most >= kClearText && std::abs(darkness) >= kClearPolarity) return best;
+        }
+        if (most >= kClearText) return best;
+    }
+    return best;
 }
 
 }  // namespace dravik
