@@ -12,7 +12,6 @@
 
 namespace dravik {
 
-constexpr int kLeastSeparatedWidth = 4;
 constexpr int kOutlineAlpha = 130;
 constexpr double kLeastContrast = 2.0;  // a bar that stands out less from the surface gets an outline
 
@@ -68,11 +67,11 @@ void ChartView::paintEvent(QPaintEvent*) {
         const ChartBar& bar = scene_.bars[i];
         if (!bar.visible) continue;
         const QRectF place = barPlace(bar);
-        QRect whole(device(place.topLeft()), device(place.bottomRight()) - QPoint(1, 1));
-        // Bars that touch stay told apart by a hair line.
-        if (whole.width() > kLeastSeparatedWidth) whole.setRight(whole.right() - hair);
+        const QRect whole(device(place.topLeft()), device(place.bottomRight()) - QPoint(1, 1));
         const QColor fill = qtColor(bar.fill, palette());
         painter.fillRect(whole, fill);
+        // Bars that touch or overlap stay told apart by a hair line.
+        painter.fillRect(QRect(whole.left() - hair, whole.top(), hair, whole.height()), background);
         if (whole.height() > 0 && contrast(fill, background) < kLeastContrast) {
             QColor outline = palette().color(QPalette::WindowText);
             outline.setAlpha(kOutlineAlpha);

@@ -222,7 +222,6 @@ void DemoSession::learn() {
     click("cmdTrain");
     require(train.tmrTrain.enabled() || train.cmdSaveFont.enabled(), "learning did not start: " + message());
     say("Learning");
-    waitUntil([&] { return !train.lblStatus.caption().empty() || !train.tmrTrain.enabled(); });
     picture("learning");
     require(waitUntil([&] { return !train.tmrTrain.enabled(); }, kTrainingPatience), "learning did not end");
     require(train.cmdSaveFont.enabled(), "learning ended without a result: " + message());

@@ -4,6 +4,7 @@
 #include <QPushButton>
 #include <QTimer>
 
+#include "desktop/AccessibleRoles.h"
 #include "desktop/LayoutBuilder.h"
 #include "desktop/Peer.h"
 #include "desktop/Peers.h"
@@ -12,6 +13,7 @@
 namespace dravik {
 
 FormPage::FormPage(Form& form, QWidget* parent) : QWidget(parent), form_(form) {
+    installAccessibleRoles();
     setObjectName(qtText(form.name()));
     buildLayout(*this, form.layout());
     for (Timer* timer : form.timers) addTimer(*timer);

@@ -66,6 +66,13 @@ void GridView::select(GridSelection selection) {
     Q_EMIT selected(selection);
 }
 
+void GridView::selectAll() {
+    if (!model() || model()->rowCount() == 0 || model()->columnCount() == 0) return;
+    // What is in view stays there.
+    showSelection({0, 0, model()->rowCount() - 1, model()->columnCount() - 1});
+    Q_EMIT selected(selection_);
+}
+
 void GridView::mousePressEvent(QMouseEvent* event) {
     const QModelIndex cell = indexAt(event->position().toPoint());
     if (event->button() == Qt::LeftButton && cell.isValid()) {
@@ -150,7 +157,7 @@ void GridView::keyPressEvent(QKeyEvent* event) {
         const QPoint place = cell.isValid() ? visualRect(cell).center() : viewport()->rect().center();
         Q_EMIT pressed(Qt::RightButton, cell.row(), cell.column(), viewport()->mapTo(this, place));
     } else if (event->matches(QKeySequence::SelectAll)) {
-        select({0, 0, model()->rowCount() - 1, model()->columnCount() - 1});
+        selectAll();
     } else if (event->matches(QKeySequence::Copy) && event->key() != Qt::Key_Insert) {
         // Ctrl+Insert is a copy already; the platform's own key for it becomes one.
         Q_EMIT copyRequested();

@@ -23,6 +23,7 @@ class GridView : public QTableView {
     void showSelection(const GridSelection& selection);
     // Widths by the headings and the first and last records; the rest is not looked at.
     void fitColumns();
+    void selectAll() override;
 
   Q_SIGNALS:
     void selected(const dravik::GridSelection& selection);

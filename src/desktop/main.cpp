@@ -64,6 +64,12 @@ bool errIsTerminal() {
 #endif
 }
 
+// What the off-screen platform cannot do does not concern whoever runs a session there.
+void withoutPlatformNoise(QtMsgType type, const QMessageLogContext& context, const QString& message) {
+    if (message.startsWith(QLatin1String("This plugin does not support"))) return;
+    std::cerr << qFormatLogMessage(type, context, message).toStdString() << std::endl;
+}
+
 int runDemo(const std::string& folder, const WindowOptions& options) {
     if (!QDir().mkpath(qtText(folder))) return complain(folder + ": the folder cannot be made", 1);
     // A session that anyone can repeat touches neither the operator's fonts nor the window's remembered
@@ -116,6 +122,7 @@ int run(int argc, char** argv) {
                             1);
         qputenv("QT_QPA_PLATFORM", "offscreen");
     }
+    if (qgetenv("QT_QPA_PLATFORM") == "offscreen") qInstallMessageHandler(withoutPlatformNoise);
     const QApplication application(argc, argv);
     QApplication::setApplicationDisplayName(QString());
     arguments.clear();

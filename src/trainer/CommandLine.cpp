@@ -40,6 +40,10 @@ fonts   lists the fonts: name, characters, samples, trained or not, date
                      list that it lacks are added
   --timeout SECONDS  time limit of the training, 1 to 86400
   --jobs DIR         the jobs folder (else $XDG_DATA_HOME/tamlux/Jobs)
+  --theme THEME      the window's colours: light, dark or system
+  --demo DIR         works the window by script: teaches a font from the images of
+                     all paths but the last and reads those of the last; their
+                     texts stand in lines.tsv beside them; pictures go to DIR
   --help, --version
 
 Exit status: 0 done, 1 the work failed in whole or in part, 2 wrong command

@@ -1,4 +1,5 @@
 // The two surfaces that are drawn by hand: the cells of the overview and the histogram.
+#include <QAccessible>
 #include <QImage>
 
 #include "ShownForm.h"
@@ -31,6 +32,10 @@ TEST(Cell, MouseAndKeysReachTheModelInTwips) {
     view.setFocus(Qt::TabFocusReason);
     EXPECT_EQ(view.toolTip(), "A -- 12 trained");
     EXPECT_EQ(view.accessibleName(), "A -- 12 trained");
+    QAccessibleInterface* heard = QAccessible::queryAccessibleInterface(&view);
+    ASSERT_NE(heard, nullptr);
+    EXPECT_EQ(heard->role(), QAccessible::Cell);
+    EXPECT_EQ(heard->text(QAccessible::Name), "A -- 12 trained");
     QTest::keyClick(&view, Qt::Key_F10, Qt::ShiftModifier);
     QTest::keyClick(&view, Qt::Key_Menu);
     ASSERT_EQ(downs.size(), 3u);

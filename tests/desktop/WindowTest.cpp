@@ -144,7 +144,7 @@ TEST_F(WindowTest, AMismatchIsVisibleBeforeInclude) {
     EXPECT_GT(pixels(warning), 20);
 }
 
-TEST_F(WindowTest, ZoomKeepsThePlaceUnderThePointer) {
+TEST_F(WindowTest, ZoomStaysInItsRangeAndComesBackToTheFit) {
     window.open({kParts + "rendered_lines/hack_000.png"});
     auto& part = view<PartView>("partView");
     EXPECT_TRUE(part.fits());
