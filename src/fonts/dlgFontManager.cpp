@@ -29,15 +29,7 @@ dlgFontManager::dlgFontManager(TraceLog& log)
     form_.resizable = true;
     lbFonts.setAccessibleName("Available Fonts");
 
-    form_.loading.subscribe([this] {
-        chosen_ = false;
-        madeFont_ = false;
-        selectedName_.clear();
-        showStatus("");
-        cmdDuplicateFont.setEnabled(false);
-        cmdRenameFont.setEnabled(false);
-        RefreshFontList();
-    });
+    form_.loading.subscribe([this] { Form_Load(); });
     form_.activated.subscribe([this] { lbFonts.setFocus(); });
     lbFonts.click.subscribe([this] { lbFonts_Click(); });
     lbFonts.doubleClick.subscribe([this] { OKButton.press(); });
@@ -52,6 +44,18 @@ dlgFontManager::dlgFontManager(TraceLog& log)
     });
     OKButton.click.subscribe([this] { OKButton_Click(); });
     CancelButton.click.subscribe([this] { CancelButton_Click(); });
+}
+
+void dlgFontManager::Form_Load() {
+    procedures_.run("dlgFontManager.Form_Load", "Form_Load", [&] {
+        chosen_ = false;
+        madeFont_ = false;
+        selectedName_.clear();
+        showStatus("");
+        cmdDuplicateFont.setEnabled(false);
+        cmdRenameFont.setEnabled(false);
+        RefreshFontList();
+    });
 }
 
 std::string dlgFontManager::GetFontName() const { return chosen_ ? selectedName_ : std::string(); }

@@ -39,6 +39,7 @@ class dlgFontManager {
     static constexpr std::int16_t kRename = 1;
     static constexpr std::int16_t kDuplicate = 2;
 
+    void Form_Load();
     void lbFonts_Click();
     void cmdNewFont_Click();
     void cmdDeleteFont_Click();

@@ -81,14 +81,17 @@ void CharOverview::SetFontArray() {
 }
 
 void CharOverview::lblChar_MouseMove(Label& cell) {
-    cell.setToolTip(cell.caption() + " -- " + std::to_string(counts_.NumberTrained(cell.caption())) + " trained");
+    errors_.procedures().run("", "lblChar_MouseMove", [&] {
+        cell.setToolTip(cell.caption() + " -- " + std::to_string(counts_.NumberTrained(cell.caption())) +
+                        " trained");
+    });
 }
 
 void CharOverview::InitColorKey() {
     for (std::size_t i = 0; i < controls_.lblKey.size(); ++i) controls_.lblKey[i]->setBackColor(kStateColors[i]);
 }
 
-const std::string& CharOverview::firstOfFontArray() const {
+std::string CharOverview::firstOfFontArray() const {
     if (fontArray_.empty()) throw Failure(RuntimeError::SubscriptOutOfRange);
     return fontArray_.front();
 }

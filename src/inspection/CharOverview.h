@@ -31,8 +31,9 @@ class CharOverview {
 
     // The characters of the current font in the tool's order.
     const std::vector<std::string>& FontArray() const noexcept { return fontArray_; }
-    // Raises Subscript out of range (9) while FontArray was never filled.
-    const std::string& firstOfFontArray() const;
+    // A copy, since what it is passed to may rebuild FontArray. Raises Subscript out of range (9) while
+    // FontArray was never filled.
+    std::string firstOfFontArray() const;
 
     OverviewControls& controls() noexcept { return controls_; }
 

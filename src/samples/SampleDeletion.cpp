@@ -128,11 +128,12 @@ void SampleDeletion::HighlightIncluded(const std::string& IncludedChars) {
     });
 }
 
-CharacterSet SampleDeletion::FontWithoutChar(const std::string& c) {
-    CharacterSet result;
+std::optional<CharacterSet> SampleDeletion::FontWithoutChar(const std::string& c) {
+    std::optional<CharacterSet> result;
     errors_.procedures().run("Dravikdlg.FontWithoutChar", "FontWithoutChar", [&] {
-        for (auto& character : tool_->GetCharacterSet())
-            if (character != c) result.push_back(std::move(character));
+        CharacterSet set = tool_->GetCharacterSet();
+        std::erase(set, c);
+        result = std::move(set);
     });
     return result;
 }

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <string>
 
 #include "inspection/CharOverview.h"
@@ -40,8 +41,9 @@ class SampleDeletion {
     // Marks every cell whose character occurs in the text.
     void HighlightIncluded(const std::string& IncludedChars);
 
-    // The font's characters without one of them; empty when there are none.
-    CharacterSet FontWithoutChar(const std::string& c);
+    // The font's characters without one of them; nothing after a failure, which must not be taken for an
+    // empty set.
+    std::optional<CharacterSet> FontWithoutChar(const std::string& c);
 
     // Another font was loaded: what was included into the one before can no longer be undone.
     void forgetIncludes();

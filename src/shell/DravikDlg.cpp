@@ -56,21 +56,23 @@ struct DravikDlg::Parts {
 // The order matters: choosing the first timeout runs the timeout handler, which finds no tool yet and says nothing of it
 // because the message is cleared at the end.
 void DravikDlg::Parts::UserControl_Initialize() {
-    tool.tool.reset();
-    readOnly = false;
-    rootStep.reset();
-    selection.m_FontIndex = kFontUnknown;
-    screen.train.cboTimeout.setListIndex(0);
-    tool.m_ToolBound = false;
-    stateFlagC = false;
-    overview.SetGraphicalView(true);
-    overview.InitColorKey();
-    screen.numeric.grid.setRedraw(false);
-    screen.train.cmdSaveFont.setEnabled(false);
-    screen.train.cmdRevert.setEnabled(false);
-    screen.train.cmdStop.setEnabled(false);
-    stringList.assign(1, "");
-    errors.UserMsg("");
+    errors.procedures().run("Dravikdlg.UserControl_Initialize", "UserControl_Initialize", [&] {
+        tool.tool.reset();
+        readOnly = false;
+        rootStep.reset();
+        selection.m_FontIndex = kFontUnknown;
+        screen.train.cboTimeout.setListIndex(0);
+        tool.m_ToolBound = false;
+        stateFlagC = false;
+        overview.SetGraphicalView(true);
+        overview.InitColorKey();
+        screen.numeric.grid.setRedraw(false);
+        screen.train.cmdSaveFont.setEnabled(false);
+        screen.train.cmdRevert.setEnabled(false);
+        screen.train.cmdStop.setEnabled(false);
+        stringList.assign(1, "");
+        errors.UserMsg("");
+    });
 }
 
 void DravikDlg::Parts::wire() {

@@ -93,7 +93,9 @@ void PopupMenus::excludeCharacter(const std::string& character) {
     if (!confirmed("Are you certain you want to exclude the character " + character + " from the font?", character))
         return;
     deletion_.DeleteChar(kDeleteCommitted, character);
-    tool_->SetCharacterSet(deletion_.FontWithoutChar(character));
+    const auto set = deletion_.FontWithoutChar(character);
+    if (!set) return;
+    tool_->SetCharacterSet(*set);
     overview_.UpdateCharDisplay();
     train_.cmdTrain.setFocus();
     errors_.UserMsg("Excluded " + character + ". Retrain required.");

@@ -19,8 +19,9 @@ class Procedures {
 
     Procedures(TraceLog& log, Report report) : log_(log), report_(std::move(report)) {}
 
-    // Traces `entry` ("" for none) and runs the body. A failure ends the body where it is, is reported under `source`,
-    // and makes the answer false; nothing that the body did is undone.
+    // Traces `entry` ("" for none) and runs the body. A failure ends the body where it is, is reported under
+    // `source`, and makes the answer false; nothing that the body did is undone. No exception leaves a
+    // procedure: a report that fails itself is given up.
     template <class Body>
     bool run(std::string_view entry, std::string_view source, Body&& body) const {
         try {
@@ -28,7 +29,7 @@ class Procedures {
             body();
             return true;
         } catch (...) {
-            report_(source, currentFailure());
+            reportCurrent(source);
             return false;
         }
     }
@@ -37,6 +38,13 @@ class Procedures {
     TraceLog& log() const noexcept { return log_; }
 
   private:
+    void reportCurrent(std::string_view source) const noexcept {
+        try {
+            report_(source, currentFailure());
+        } catch (...) {
+        }
+    }
+
     TraceLog& log_;
     Report report_;
 };

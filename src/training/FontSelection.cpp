@@ -21,9 +21,13 @@ void FontSelection::SelectFont() {
         platform_.showModal(manager_->form());
         const std::string name = manager_->GetFontName();
         if (name.empty()) {
-            // A font made in the manager became the tool's current one; the screen still shows the one before.
-            if (manager_->madeFont() && m_FontIndex != kFontUnknown)
-                tool_->LoadFont(controls_.lblSelectedFont.caption());
+            // A font made in the manager became the tool's current one; the screen still shows the one
+            // before. Loaded again, that one is as last saved: includes since then are gone and cannot be
+            // undone.
+            if (!manager_->madeFont() || m_FontIndex == kFontUnknown) return;
+            tool_->LoadFont(controls_.lblSelectedFont.caption());
+            if (fontLoaded) fontLoaded();
+            fillItems();
             return;
         }
         const auto fonts = tool_->GetFontList();

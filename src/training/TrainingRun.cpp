@@ -2,6 +2,7 @@
 
 #include <array>
 #include <cstdio>
+#include <utility>
 
 #include "base/Conversions.h"
 #include "base/NumberFormat.h"
@@ -85,6 +86,7 @@ void TrainingRun::SetTrainState(bool training) {
 }
 
 void TrainingRun::tmrTrain_Timer() {
+    if (std::exchange(polling_, true)) return;
     errors_.procedures().run("Dravikdlg.tmrTrain_Timer", "TrainTimer", [&] {
         if (!tool_->IsTrainingDone()) {
             controls_.lblStatus.setCaption(" RMS Error: " + rmsText(tool_->GetRmsError()));
@@ -109,6 +111,7 @@ void TrainingRun::tmrTrain_Timer() {
         controls_.prgTrain.setValue(100);
         errors_.UserMsg("Save Font or Revert");
     });
+    polling_ = false;
 }
 
 void TrainingRun::cmdStop_Click() {

@@ -24,6 +24,8 @@ class TrainingRun {
     void GetTrainTimeout();
     void cmdTrain_Click();
     void SetTrainState(bool training);
+    // Does nothing while a poll is going on: a box that is open during one, or a tool that lets other events
+    // through, would otherwise be joined by the next poll a tenth of a second later.
     void tmrTrain_Timer();
     void cmdStop_Click();
     void cmdRevert_Click();
@@ -45,6 +47,7 @@ class TrainingRun {
     double elapsedSeconds_ = 0;
     std::int32_t trainingTimeout_ = 0;  // seconds
     std::string lastStatusText_;
+    bool polling_ = false;
 };
 
 }  // namespace dravik

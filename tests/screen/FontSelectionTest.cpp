@@ -107,6 +107,10 @@ TEST_F(FontSelectionTest, ANewFontIsMadeWithItsCleanedNameAndItsSet) {
 
 TEST_F(FontSelectionTest, CancellingAfterMakingAFontGoesBackToTheOneShown) {
     bind();
+    include("AB");
+    tool->onCall = [&](const std::string& call) {
+        if (call == "LoadFont(alpha)") tool->characterSet = {"A", "B", "D"};
+    };
     platform.modalHandlers["dlgFontNew"] = [](Form& form) {
         in<TextBox>(form, "txtFontName").setText("fresh");
         in<Button>(form, "OKButton").press();
@@ -115,8 +119,10 @@ TEST_F(FontSelectionTest, CancellingAfterMakingAFontGoesBackToTheOneShown) {
         in<Button>(form, "cmdNewFont").press();
         in<Button>(form, "CancelButton").press();
     });
-    EXPECT_EQ(tool->changes().back(), "LoadFont(alpha)");
+    EXPECT_EQ(tool->currentFont, "alpha");
     EXPECT_EQ(control.selectedFont(), "alpha");
+    EXPECT_FALSE(toolButton("Undo").enabled()) << "what was not saved is gone; Undo would take older samples";
+    EXPECT_EQ(screen().font.txtCharSet.text(), "ABD") << "the screen shows the font as it is loaded";
 }
 
 TEST_F(FontSelectionTest, TheNameNewIsReservedForNewFontsOnly) {

@@ -64,6 +64,14 @@ TEST_F(PopupMenusTest, RemovingACharacterAsksFirst) {
     EXPECT_EQ(message(), "Excluded A. Retrain required.");
 }
 
+TEST_F(PopupMenusTest, ASetThatCannotBeReadIsNotTakenForAnEmptyOne) {
+    platform.boxAnswers = {Answer::Yes};
+    tool->failAt("GetCharacterSet", 70, "Permission denied");
+    rightClick("A", "mnuMainCharacterExclude");
+    EXPECT_EQ(tool->characterSet, (CharacterSet{"A", "B", "C"}));
+    EXPECT_EQ(message(), "FontWithoutChar Err 70 Permission denied");
+}
+
 TEST_F(PopupMenusTest, DeletingTheTrainingAsksFirstAndKeepsTheSet) {
     platform.boxAnswers = {Answer::Yes};
     rightClick("A", "mnuMainCharacterDelete");

@@ -89,6 +89,13 @@ TEST_F(TraceLogTest, ErrorReportsAreShownAndTraced) {
                                                         "Dravikdlg.UserMsg = Saved font"}));
 }
 
+TEST_F(TraceLogTest, AReportThatFailsItselfLeavesNoException) {
+    const Procedures procedures(log, [](std::string_view, const Failure&) { throw std::bad_alloc(); });
+    bool answer = true;
+    EXPECT_NO_THROW(answer = procedures.run("", "Revert", [] { throw Failure(RuntimeError::Overflow); }));
+    EXPECT_FALSE(answer);
+}
+
 TEST_F(TraceLogTest, CreationTextOfAFontFile) {
     EXPECT_EQ(log.FontCreatedText("ocrb"), "Creation date unknown");
     platform.fileDates[jobs.folder().fontFile("ocrb")] = "1/2/2026 3:04 PM";

@@ -160,6 +160,19 @@ TEST_F(TrainingRunTest, UncommittedSamplesAreAskedAboutFirst) {
     EXPECT_EQ(tool->count("StartTraining()"), 2);
 }
 
+TEST_F(TrainingRunTest, AnEventDuringAPollDoesNotStartAnother) {
+    learn();
+    int depth = 0;
+    tool->onCall = [&](const std::string& call) {
+        if (call == "IsTrainingDone()" && ++depth < 5) tick();
+    };
+    tick();
+    EXPECT_EQ(tool->count("IsTrainingDone()"), 1);
+    tick();
+    EXPECT_EQ(tool->count("IsTrainingDone()"), 2) << "the next one goes on";
+    tool->onCall = {};
+}
+
 TEST_F(TrainingRunTest, AFailureAtAPollIsReportedAndPollingGoesOn) {
     learn();
     tool->failAt("GetRmsError", 1000, "Tool is gone");

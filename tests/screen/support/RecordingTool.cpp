@@ -108,6 +108,7 @@ void RecordingTool::LoadFont(const std::string& name) {
 void RecordingTool::CreateFont(const std::string& name) {
     record("CreateFont", name);
     if (std::find(fonts.begin(), fonts.end(), name) == fonts.end()) fonts.push_back(name);
+    currentFont = name;
 }
 
 void RecordingTool::DeleteFont(const std::string& name) {
