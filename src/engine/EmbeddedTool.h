@@ -64,7 +64,12 @@ class EmbeddedTool : public FontTool, public Step {
     // Reads a font file's summary; raises Failure that names the file and the problem.
     FontSummary summary(const std::string& name);
 
-    // FontTool
+    // FontTool. While a run goes on, operations that would change which font is current, start another run or
+    // revert raise Invalid procedure call (5); samples may come and go, the run works on those that it
+    // started with. Duplicating copies the saved form of a font. SaveFont under another name leaves the
+    // current font's name. RevertFont brings back the saved network, trained counts and Distances, and keeps
+    // the samples as they are now. Distances are measured when samples are included, anew when they are
+    // committed, and for all by a training run.
     void LoadFont(const std::string& name) override;
     void CreateFont(const std::string& name) override;
     void DeleteFont(const std::string& name) override;

@@ -14,6 +14,8 @@ namespace {
 constexpr double kClearPolarity = 0.5;
 // A segmentation that looks this much like text needs no other tried.
 constexpr double kClearText = 0.7;
+// What is tried later must look this much more like text, since it is the less likely.
+constexpr double kBetter = 1.1;
 // Characters lower than this cannot be told apart.
 constexpr float kLeastHeight = 5;
 
@@ -95,15 +97,16 @@ double likeness(const Segmentation& found) {
             usual += glyph.piece.area;
     }
     const double perLine = static_cast<double>(found.glyphs.size()) / static_cast<double>(found.lines.size());
-    return usual / all * perLine / (perLine + 0.5);
+    return usual / all * perLine / (perLine + 0.25);
 }
 
 }  // namespace
 
+namespace {
+
 // The first try is with the likelier polarity and a coarse grain. Where what comes out does not look like
 // text, other grains and the other polarity are tried: surroundings of a part may outweigh its print.
-Segmentation segment(const GreyImage& image) {
-    const Binarizer binarizer(image);
+Segmentation bestOf(const Binarizer& binarizer) {
     Segmentation best;
     double most = 0;
     for (const int tile : {binarizer.firstTile(), binarizer.firstTile() / 3, binarizer.firstTile() / 6}) {
@@ -113,7 +116,7 @@ Segmentation segment(const GreyImage& image) {
             Segmentation found = refined(binarizer, dark, tile);
             const bool likelier = dark == (darkness >= 0);
             const double value = likeness(found) * (likelier ? 1 : 1 - 0.5 * std::abs(darkness));
-            if (value > most) {
+            if (value > kBetter * most) {
                 most = value;
                 best = std::move(found);
             }
@@ -122,6 +125,12 @@ Segmentation segment(const GreyImage& image) {
         if (most >= kClearText) return best;
     }
     return best;
+}
+
+}  // namespace
+
+Segmentation segment(const GreyImage& image) {
+    return bestOf(Binarizer(image));
 }
 
 }  // namespace dravik
