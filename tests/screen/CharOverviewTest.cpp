@@ -81,6 +81,17 @@ TEST_F(BoundScreen, TheToolbarSwitchesViewsAndTracesItsKeys) {
                                                         "DravikDlg.tlbChars_ButtonClick('Graphical')"}));
 }
 
+TEST_F(BoundScreen, AnEmptyAnswerKeepsTheFontsCharacters) {
+    tool->trained = {{"B", 1, {}}, {"C", 1, {}}};
+    bind();
+    toolButton("Array").press();
+    tool->trained.clear();
+    toolButton("Array").press();
+    EXPECT_EQ(platform.opened("dlgCharArray").caption(), "Character Array for B");
+    EXPECT_EQ(platform.shown.size(), 2u);
+    EXPECT_EQ(message(), "");
+}
+
 TEST_F(BoundScreen, ArrayWithoutAnyCharacterIsReported) {
     tool->characterSet.clear();
     bind();

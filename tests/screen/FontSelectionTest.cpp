@@ -21,6 +21,7 @@ class FontSelectionTest : public BoundScreen {
 
 TEST_F(FontSelectionTest, ChoosingLoadsTheFontAndFillsTheScreen) {
     bind();
+    screen().train.prgTrain.setValue(40);
     manager([](Form& form) {
         EXPECT_EQ(in<ListBox>(form, "lbFonts").listIndex(), 0) << "the font in use is preselected";
         in<ListBox>(form, "lbFonts").setListIndex(2);
@@ -29,6 +30,7 @@ TEST_F(FontSelectionTest, ChoosingLoadsTheFontAndFillsTheScreen) {
     });
     EXPECT_EQ(tool->count("LoadFont(gamma)"), 1);
     EXPECT_EQ(screen().font.lblSelectedFont.caption(), "gamma");
+    EXPECT_EQ(screen().train.prgTrain.value(), 0);
     manager([](Form& form) {
         EXPECT_EQ(in<ListBox>(form, "lbFonts").listIndex(), 2);
         in<Button>(form, "CancelButton").press();

@@ -1,5 +1,7 @@
 #include <algorithm>
 
+#include "histogram/dlgCharHist.h"
+#include "inspection/dlgCharArray.h"
 #include "screen/support/BoundScreen.h"
 
 namespace dravik::test {
@@ -92,6 +94,32 @@ TEST_F(PopupMenusTest, TheViewersOpenAndCloseWithTheControl) {
     toolButton("Array").press();
     EXPECT_EQ(platform.shown.back(), "dlgCharArray");
     EXPECT_EQ(platform.busyDepth, 0);
+    EXPECT_EQ(platform.open.size(), 2u);
+    control.UserControl_Terminate();
+    EXPECT_TRUE(platform.open.empty());
+}
+
+TEST_F(PopupMenusTest, TheViewersActOnTheControl) {
+    rightClick("A", "mnuMainCharacterShowArray");
+    auto& array = dynamic_cast<dlgCharArray&>(platform.opened("dlgCharArray"));
+    EXPECT_EQ(array.caption(), "Character Array for A");
+    array.tlbArray.button("StdDev").press();
+    EXPECT_EQ(array.caption(), "Standard Dev Array for A");
+    array.tlbArray.button("Char").press();
+    EXPECT_EQ(array.caption(), "Character Array for A");
+
+    rightClick("A", "mnuMainCharHist");
+    auto& histogram = dynamic_cast<dlgCharHist&>(platform.opened("dlgCharHist"));
+    histogram.DeleteByDistance(0.2, 0.3, "A");
+    EXPECT_EQ(tool->committed.size(), 2u);
+    EXPECT_TRUE(control.m_FontChanged());
+    EXPECT_EQ(message(), "Samples delete. Click 'Train'.");
+    histogram.ShowFontHist("A");
+    EXPECT_EQ(histogram.mode(), kFontHistogram);
+    histogram.ShowDistHist("A");
+    EXPECT_EQ(histogram.mode(), kCharacterDistance);
+    histogram.UserMsg("Samples were deleted. Learn required.");
+    EXPECT_EQ(message(), "Samples were deleted. Learn required.");
 }
 
 TEST_F(PopupMenusTest, TheGridsMenuCopiesDeletesAndShowsTheFontHistogram) {

@@ -160,6 +160,12 @@ TEST_F(TrainingRunTest, UncommittedSamplesAreAskedAboutFirst) {
     EXPECT_EQ(tool->count("StartTraining()"), 2);
 }
 
+TEST_F(TrainingRunTest, ClosingDuringARunEndsThePolling) {
+    learn();
+    control.UserControl_Terminate();
+    EXPECT_FALSE(screen().train.tmrTrain.enabled());
+}
+
 TEST_F(TrainingRunTest, AnEventDuringAPollDoesNotStartAnother) {
     learn();
     int depth = 0;

@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+
 #include "base/Failure.h"
 
 namespace dravik::test {
@@ -53,7 +55,18 @@ void ScriptedPlatform::showModal(Form& form) {
 
 void ScriptedPlatform::show(Form& form) {
     shown.push_back(form.name());
+    if (std::find(open.begin(), open.end(), &form) == open.end()) {
+        open.push_back(&form);
+        form.unloaded.subscribe([this, &form] { std::erase(open, &form); });
+        form.destroyed.subscribe([this, &form] { std::erase(open, &form); });
+    }
     form.activate();
+}
+
+Form& ScriptedPlatform::opened(const std::string& name) const {
+    for (auto* form : open)
+        if (form->name() == name) return *form;
+    throw Failure(RuntimeError::SubscriptOutOfRange, name + " is not open");
 }
 
 void ScriptedPlatform::popUpMenu(PopupMenu& menu, Widget& at, double x, double y) {

@@ -44,6 +44,10 @@ class ScriptedPlatform : public Platform {
 
     // Names of the forms shown, once for each call.
     std::vector<std::string> shown;
+    // Those that were not closed since.
+    std::vector<Form*> open;
+    // The open form of that name; raises Subscript out of range (9) when there is none.
+    Form& opened(const std::string& name) const;
 
     // The items picked in the menus to come, in order; "" closes a menu without a pick.
     std::deque<std::string> menuPicks;
