@@ -51,6 +51,24 @@ TEST_F(InclusionTest, CommitsTheSamplesAndRemembersTheInclude) {
     EXPECT_EQ(cell("C").backColor(), rgb(128, 128, 255));
 }
 
+TEST_F(InclusionTest, WhileItRunsNoSecondIncludeStartsAndTheNewSamplesAreShown) {
+    screen().train.prgTrain.setValue(40);
+    int checked = 0;
+    tool->onCall = [&](const std::string& call) {
+        if (call == "IncludeSamples(AB)") {
+            ++checked;
+            EXPECT_FALSE(screen().sample.cmdInclude.enabled());
+            EXPECT_EQ(screen().train.prgTrain.value(), 0);
+        } else if (call == "CommitNewSamples()") {
+            ++checked;
+            EXPECT_EQ(screen().numeric.cboDisplay.listIndex(), kDisplayUncommitted);
+            EXPECT_EQ(screen().numeric.grid.rows(), 3);
+        }
+    };
+    include("AB");
+    EXPECT_EQ(checked, 2);
+}
+
 TEST_F(InclusionTest, ADifferentCountIsShownAndTheSamplesAreDeleted) {
     show("ABCA");
     platform.boxAnswers = {Answer::Ok};

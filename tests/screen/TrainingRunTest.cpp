@@ -114,6 +114,7 @@ TEST_F(TrainingRunTest, AFailedSaveKeepsTheFontChangedAndTheDecisionOpen) {
 
 TEST_F(TrainingRunTest, RevertLeavesSaveEnabledAndStopAllowsNeither) {
     learn();
+    tick();
     end(0.1f, 5);
     screen().train.cmdRevert.press();
     EXPECT_EQ(tool->count("RevertFont(ocrb)"), 1);
@@ -125,6 +126,7 @@ TEST_F(TrainingRunTest, RevertLeavesSaveEnabledAndStopAllowsNeither) {
 
     learn();
     tick();
+    EXPECT_FLOAT_EQ(screen().train.prgTrain.value(), 1.0f) << "each run is timed anew";
     screen().train.cmdStop.press();
     EXPECT_EQ(tool->count("StopTraining()"), 1);
     EXPECT_EQ(message(), "Stopped training.");
