@@ -32,7 +32,10 @@ class DialogScript : public QObject {
     void expect(const QString& name, Step step);
     // Message boxes while none is expected: their text is kept and the button of that text is pressed if it
     // is there, else the escape button.
-    void answerOthers(const QString& button) { otherButton_ = button; }
+    void answerOthers(const QString& button) {
+        otherButton_ = button;
+        schedule();
+    }
 
     bool finished() const noexcept { return steps_.empty(); }
     // What did not come out: dialogs that did not appear in time or were not expected.

@@ -46,12 +46,13 @@ void FormPage::detach() noexcept {
 }
 
 void FormPage::keyPressEvent(QKeyEvent* event) {
-    const bool enter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
-    const bool escape = event->key() == Qt::Key_Escape;
-    if (!attached_ || (!enter && !escape)) {
-        QWidget::keyPressEvent(event);
-        return;
-    }
+    if (!answerKey(*event)) QWidget::keyPressEvent(event);
+}
+
+bool FormPage::answerKey(const QKeyEvent& event) {
+    const bool enter = event.key() == Qt::Key_Return || event.key() == Qt::Key_Enter;
+    const bool escape = event.key() == Qt::Key_Escape;
+    if (!attached_ || (!enter && !escape)) return false;
     if (enter) {
         // A button that has the focus is the one that Enter presses.
         if (auto* focused = qobject_cast<QPushButton*>(focusWidget()); focused && focused->hasFocus())
@@ -63,6 +64,7 @@ void FormPage::keyPressEvent(QKeyEvent* event) {
     } else {
         Q_EMIT escaped();
     }
+    return true;
 }
 
 QWidget* makeFormPage(Form& model, QWidget* parent) {

@@ -20,6 +20,8 @@ class FormPage : public QWidget {
     Form& form() noexcept { return form_; }
     // The form is going away: stops the timers and lets every peer go.
     void detach() noexcept;
+    // Enter and Escape; false for every other key.
+    bool answerKey(const QKeyEvent& event);
 
   Q_SIGNALS:
     // Escape was pressed and the form has no cancel button.

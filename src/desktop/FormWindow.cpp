@@ -56,9 +56,10 @@ void FormWindow::closeEvent(QCloseEvent* event) {
     event->ignore();  // letGo() hides the window
 }
 
-// Enter and Escape have been answered by the page.
+// Comes here only when nothing inside has the focus; the dialog's own answers to Enter and Escape are not
+// wanted.
 void FormWindow::keyPressEvent(QKeyEvent* event) {
-    if (event->key() == Qt::Key_Escape) reject();
+    if (!page_->answerKey(*event)) event->ignore();
 }
 
 }  // namespace dravik

@@ -15,6 +15,7 @@
 
 #include "base/Failure.h"
 #include "desktop/DemoSession.h"
+#include "desktop/DialogScript.h"
 #include "desktop/MainWindow.h"
 #include "desktop/QtConversions.h"
 #include "desktop/QtImage.h"
@@ -81,16 +82,19 @@ int runDemo(const std::string& folder, const WindowOptions& options) {
     const JobFolder jobs(options.jobs.empty() ? utf8(own.filePath(QStringLiteral("Jobs"))) : options.jobs);
 
     QtPlatform platform;
+    DialogScript ending;  // outlives the control, which asks about a changed font when a session broke off
     Trainer trainer(platform, jobs, decodeImageFile, false);
     MainWindow window(trainer);
     platform.setMainWindow(&window);
+    int code = 0;
     try {
         DemoSession(window, trainer, folder, std::cout).run(options.paths);
     } catch (...) {
-        return complain("the session did not come out: " + currentFailure().description(), 1);
+        code = complain("the session did not come out: " + currentFailure().description(), 1);
     }
-    std::cout << "Everything came out. Pictures are in " << folder << std::endl;
-    return 0;
+    if (code == 0) std::cout << "Everything came out. Pictures are in " << folder << std::endl;
+    ending.answerOthers(QStringLiteral("No"));
+    return code;
 }
 
 int runWindow(const WindowOptions& options) {
@@ -124,7 +128,6 @@ int run(int argc, char** argv) {
     }
     if (qgetenv("QT_QPA_PLATFORM") == "offscreen") qInstallMessageHandler(withoutPlatformNoise);
     const QApplication application(argc, argv);
-    QApplication::setApplicationDisplayName(QString());
     arguments.clear();
     for (const QString& argument : QCoreApplication::arguments().mid(1)) arguments.push_back(utf8(argument));
     const std::string demo = takeOption(arguments, "--demo");

@@ -9,6 +9,7 @@
 #include <QMimeData>
 #include <QPushButton>
 #include <QTemporaryDir>
+#include <QToolButton>
 #include <sstream>
 
 #include "ShownForm.h"
@@ -66,15 +67,35 @@ TEST_F(WindowTest, TeachesLearnsSavesAndReads) {
     QTest::keyClick(&view("txtSampleInput"), Qt::Key_Return);
     EXPECT_EQ(trainer.control().screen().sbr.panel("Message").text(), "13 samples included.");
     EXPECT_EQ(window.windowTitle(), "demo* - Dravik Trainer");
+    view<QToolButton>("tlbChars.Array").click();
+    const auto childForms = [&] {
+        int count = 0;
+        for (const auto* dialog : window.findChildren<QDialog*>()) count += dialog->isVisible() ? 1 : 0;
+        return count;
+    };
+    EXPECT_EQ(childForms(), 1);
     DialogScript script;
-    script.expect("messageBox", [](QWidget& box) {
+    script.expect("messageBox", [&](QWidget& box) {
         EXPECT_EQ(box.windowTitle(), "Font Changed");
+        EXPECT_EQ(childForms(), 1) << "the child form is still open while the question is asked";
         static_cast<QMessageBox&>(box).button(QMessageBox::No)->click();
     });
     window.close();
     EXPECT_TRUE(script.finished());
     EXPECT_FALSE(window.isVisible());
+    EXPECT_EQ(childForms(), 0);
     EXPECT_EQ(trainer.tool().summary("demo").samples, 3 * 74);
+}
+
+TEST_F(WindowTest, ASessionThatDoesNotComeOutSaysWhatAndEnds) {
+    std::ostringstream told;
+    try {
+        DemoSession(window, trainer, folder.path().toStdString(), told)
+            .run({kParts + "rendered_lines/hack_000.png"});
+        FAIL() << "one image is not enough";
+    } catch (const DemoFailure& failure) {
+        EXPECT_NE(std::string(failure.what()).find("at least two images"), std::string::npos);
+    }
 }
 
 TEST_F(WindowTest, ImagesAreOpenedDroppedLeafedThroughAndClosed) {
