@@ -22,6 +22,11 @@ TEST_F(BoundScreen, CellsShowHowOftenACharacterWasTrained) {
     EXPECT_EQ(cell("D").accessibleName(), "D, 10 trained");
     EXPECT_EQ(cell("E").accessibleName(), "E, not in font");
     EXPECT_FALSE(screen().overview.lblEmpty.bold());
+    const auto& key = screen().overview.lblKey;
+    EXPECT_EQ(key[0]->backColor(), cell("E").backColor());
+    EXPECT_EQ(key[2]->backColor(), cell("B").backColor());
+    EXPECT_EQ(key[4]->backColor(), cell("D").backColor());
+    EXPECT_EQ(key[5]->backColor(), rgb(128, 128, 255));
 }
 
 TEST_F(BoundScreen, AnEmptySetLightsEmpty) {

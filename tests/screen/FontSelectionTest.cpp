@@ -105,6 +105,19 @@ TEST_F(FontSelectionTest, ANewFontIsMadeWithItsCleanedNameAndItsSet) {
     EXPECT_EQ(changes, (std::vector<std::string>{"CreateFont(my_font_b)", "SetCharacterSet(0,1,2,3,4,5,6,7,8,9)",
                                                  "SaveFont(my_font_b)"}));
     EXPECT_EQ(control.selectedFont(), "my_font_b");
+
+    platform.modalHandlers["dlgFontNew"] = [](Form& form) {
+        auto& name = in<TextBox>(form, "txtFontName");
+        EXPECT_GE(name.selectionLength(), 9) << "typing replaces the proposed name";
+        name.setText("second");
+        in<Button>(form, "OKButton").press();
+    };
+    tool->calls.clear();
+    manager([](Form& form) {
+        in<Button>(form, "cmdNewFont").press();
+        in<Button>(form, "OKButton").press();
+    });
+    EXPECT_EQ(tool->count("SetCharacterSet()"), 1) << "the set chosen for the font before is not taken over";
 }
 
 TEST_F(FontSelectionTest, CancellingAfterMakingAFontGoesBackToTheOneShown) {
