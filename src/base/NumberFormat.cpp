@@ -1,7 +1,10 @@
 #include "base/NumberFormat.h"
 
 #include <algorithm>
+#include <array>
+#include <charconv>
 #include <cmath>
+#include <cstdint>
 #include <cstdio>
 #include <cstdlib>
 
@@ -53,10 +56,41 @@ void roundTo(Decimal& decimal, int places) {
     }
 }
 
+// The nearest number of thousandths to one that is small enough for its 15 digits to reach far behind them and not so
+// near the middle between two that those digits decide; -1 for any other.
+std::int64_t thousandths(double magnitude) {
+    constexpr double kMostSteps = 1e7;
+    constexpr double kNearMiddle = 1e-6;
+    const double steps = magnitude * 1000;
+    if (!(steps < kMostSteps)) return -1;
+    const auto below = static_cast<std::int64_t>(steps);
+    const double beyondMiddle = steps - static_cast<double>(below) - 0.5;
+    if (std::abs(beyondMiddle) < kNearMiddle) return -1;
+    return beyondMiddle > 0 ? below + 1 : below;
+}
+
+// The text for the picture "0.000", which a grid asks for by the thousand; "" when it takes the longer way.
+std::string threePlaces(double value) {
+    const std::int64_t steps = thousandths(std::abs(value));
+    if (steps < 0) return {};
+    std::array<char, 24> buffer;
+    char* at = buffer.data();
+    if (value < 0 && steps > 0) *at++ = '-';
+    at = std::to_chars(at, buffer.data() + buffer.size(), steps / 1000).ptr;
+    const auto behind = static_cast<int>(steps % 1000);
+    *at++ = '.';
+    *at++ = static_cast<char>('0' + behind / 100);
+    *at++ = static_cast<char>('0' + behind / 10 % 10);
+    *at++ = static_cast<char>('0' + behind % 10);
+    return std::string(buffer.data(), at);
+}
+
 }  // namespace
 
 std::string formatNumber(double value, std::string_view picture) {
     if (!std::isfinite(value)) return numberText(value);
+    if (picture == "0.000")
+        if (std::string text = threePlaces(value); !text.empty()) return text;
     const auto point = picture.find('.');
     const auto before = picture.substr(0, point);
     const auto after = point == std::string_view::npos ? std::string_view() : picture.substr(point + 1);

@@ -1,5 +1,6 @@
 #include "engine/SampleStore.h"
 
+#include <algorithm>
 #include <string>
 #include <utility>
 
@@ -20,6 +21,13 @@ void append(SampleColumns& columns, const Sample& sample, double distance) {
     columns.samples.push_back(&sample);
     columns.codes.push_back(sample.code);
     columns.distances.push_back(distance);
+}
+
+template <class Columns, class Change>
+void forEachColumn(Columns& columns, Change change) {
+    change(columns.samples);
+    change(columns.codes);
+    change(columns.distances);
 }
 
 }  // namespace
@@ -57,6 +65,7 @@ void SampleStore::compact(std::size_t coming) {
 }
 
 void SampleStore::include(std::vector<Sample> samples) {
+    closeGap();
     checkCount(uncommitted_->size(), samples.size(), "uncommitted");
     if (samples.empty()) return;
     compact(samples.size());
@@ -70,6 +79,7 @@ void SampleStore::include(std::vector<Sample> samples) {
 }
 
 void SampleStore::commit() {
+    closeGap();
     checkCount(committed_->size(), uncommitted_->size(), "committed");
     if (uncommitted_->size() == 0) return;
     const SampleColumnsPtr coming = uncommitted_;
@@ -83,16 +93,42 @@ void SampleStore::commit() {
 
 void SampleStore::remove(SampleKind kind, std::size_t place) {
     auto& list = kind == SampleKind::Committed ? committed_ : uncommitted_;
-    if (place >= list->size()) return;
+    if (gap_.columns != list.get()) closeGap();
+    if (place >= list->size() - gap_.size()) return;
     SampleColumns& columns = writable(list);
-    const auto at = static_cast<std::ptrdiff_t>(place);
-    if (kind == SampleKind::Committed) statistics_.remove(*columns.samples[place]);
-    columns.samples.erase(columns.samples.begin() + at);
-    columns.codes.erase(columns.codes.begin() + at);
-    columns.distances.erase(columns.distances.begin() + at);
+    if (!gap_.columns) gap_ = {&columns, place, place};
+    const Gap old = gap_;
+    const auto at = [](std::size_t index) { return static_cast<std::ptrdiff_t>(index); };
+    if (place < old.begin) {
+        gap_ = {&columns, place, old.end - (old.begin - 1 - place)};
+        if (kind == SampleKind::Committed) statistics_.remove(*columns.samples[place]);
+        forEachColumn(columns, [&](auto& column) {
+            const auto start = column.begin();
+            std::move_backward(start + at(place + 1), start + at(old.begin), start + at(old.end));
+        });
+    } else {
+        const std::size_t removed = place + old.size();
+        gap_ = {&columns, place, removed + 1};
+        if (kind == SampleKind::Committed) statistics_.remove(*columns.samples[removed]);
+        forEachColumn(columns, [&](auto& column) {
+            const auto start = column.begin();
+            std::move(start + at(old.end), start + at(removed), start + at(old.begin));
+        });
+    }
+}
+
+void SampleStore::closeGap() const {
+    if (!gap_.columns) return;
+    const Gap gap = std::exchange(gap_, {});
+    forEachColumn(*gap.columns, [&](auto& column) {
+        const auto start = column.begin();
+        column.erase(start + static_cast<std::ptrdiff_t>(gap.begin),
+                     start + static_cast<std::ptrdiff_t>(gap.end));
+    });
 }
 
 void SampleStore::removeUncommitted() {
+    closeGap();
     uncommitted_ = std::make_shared<SampleColumns>();
     uncommitted_->owner = samples_;
 }
@@ -110,6 +146,7 @@ void SampleStore::restore(std::vector<Sample> committed, std::vector<double> dis
 }
 
 void SampleStore::setDistances(std::span<const std::uint64_t> serials, std::span<const double> distances) {
+    closeGap();
     SampleColumns& columns = writable(committed_);
     // Committed samples are in the order of their serial numbers, so that one walk matches both.
     std::size_t at = 0;

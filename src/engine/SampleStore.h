@@ -42,6 +42,7 @@ class SampleStore {
     void restore(std::vector<Sample> committed, std::vector<double> distances, std::uint64_t nextSerial);
 
     SampleColumnsPtr columns(SampleKind kind) const {
+        closeGap();
         return kind == SampleKind::Committed ? committed_ : uncommitted_;
     }
     const ClassStatistics& statistics() const noexcept { return statistics_; }
@@ -51,13 +52,24 @@ class SampleStore {
     void setDistances(std::span<const std::uint64_t> serials, std::span<const double> distances);
 
   private:
+    // Places [begin, end) of one list that removals have left free. What lies behind them moves up only when the
+    // list is read, so that removals near each other cost no more than the way between them.
+    struct Gap {
+        SampleColumns* columns = nullptr;  // this store's alone while the gap is open
+        std::size_t begin = 0;
+        std::size_t end = 0;
+        std::size_t size() const noexcept { return end - begin; }
+    };
+
     SampleColumns& writable(std::shared_ptr<SampleColumns>& columns);
     void compact(std::size_t coming);
+    void closeGap() const;
 
     std::shared_ptr<std::deque<Sample>> samples_;
     std::shared_ptr<SampleColumns> uncommitted_, committed_;
     ClassStatistics statistics_;
     std::uint64_t nextSerial_ = 1;
+    mutable Gap gap_;
 };
 
 }  // namespace dravik

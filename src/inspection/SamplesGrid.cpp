@@ -100,7 +100,10 @@ void SamplesGrid::copySelection() {
         const auto [top, bottom] = std::minmax({grid.row(), grid.rowSelection()});
         const auto [left, right] = std::minmax({grid.column(), grid.columnSelection()});
         for (int row = top; row <= bottom; ++row) {
-            for (int column = left; column <= right; ++column) text += grid.text(row, column) + "\t";
+            for (int column = left; column <= right; ++column) {
+                text += grid.text(row, column);
+                text += '\t';
+            }
             text += "\r\n";
         }
     }

@@ -1,7 +1,6 @@
 #include "widgets/Grid.h"
 
 #include <algorithm>
-#include <numeric>
 #include <utility>
 
 #include "base/Conversions.h"
@@ -26,33 +25,43 @@ std::string Grid::text(int row, int column) const {
     return source_->text(sourceRow(row), column);
 }
 
-template <class Less>
-void Grid::sort(Less less) {
-    if (rows() < 2) return;
-    if (order_.empty()) {
-        order_.resize(static_cast<std::size_t>(rows()));
-        std::iota(order_.begin(), order_.end(), 0);
-    }
-    std::stable_sort(order_.begin() + 1, order_.end(), less);
+template <class KeyOf>
+std::vector<KeyedRow> Grid::keyedRows(KeyOf keyOf) const {
+    std::vector<KeyedRow> keyed;
+    keyed.reserve(static_cast<std::size_t>(rows()));
+    for (int row = 1; row < rows(); ++row) keyed.push_back({keyOf(sourceRow(row)), sourceRow(row)});
+    return keyed;
+}
+
+void Grid::show(const std::vector<KeyedRow>& keyed) {
+    if (keyed.empty()) return;
+    order_.assign(1, 0);
+    order_.reserve(keyed.size() + 1);
+    for (const KeyedRow& row : keyed) order_.push_back(row.row);
     changed(Change::Items);
 }
 
 void Grid::sortByNumber(int column) {
     if (column < 0 || column >= columns()) return;
-    std::vector<double> keys(static_cast<std::size_t>(rows()));
-    for (int row = 1; row < rows(); ++row) keys[static_cast<std::size_t>(row)] = source_->number(row, column);
-    sort([&](std::int32_t a, std::int32_t b) {
-        return keys[static_cast<std::size_t>(a)] < keys[static_cast<std::size_t>(b)];
-    });
+    auto keyed = keyedRows([&](int row) { return orderKey(source_->number(row, column)); });
+    sortByKey(keyed);
+    show(keyed);
 }
 
 void Grid::sortByText(int column) {
     if (column < 0 || column >= columns()) return;
-    std::vector<std::string> keys(static_cast<std::size_t>(rows()));
-    for (int row = 1; row < rows(); ++row) keys[static_cast<std::size_t>(row)] = source_->text(row, column);
-    sort([&](std::int32_t a, std::int32_t b) {
-        return keys[static_cast<std::size_t>(a)] < keys[static_cast<std::size_t>(b)];
-    });
+    auto keyed = keyedRows([&](int row) { return orderKey(source_->text(row, column)); });
+    sortByKey(keyed);
+    // Long texts that begin alike are still in the order in which they came.
+    for (auto first = keyed.begin(); first != keyed.end();) {
+        const auto last = std::find_if(first, keyed.end(), [&](const KeyedRow& row) { return row.key != first->key; });
+        if (isCutKey(first->key))
+            std::stable_sort(first, last, [&](const KeyedRow& a, const KeyedRow& b) {
+                return source_->text(a.row, column) < source_->text(b.row, column);
+            });
+        first = last;
+    }
+    show(keyed);
 }
 
 void Grid::select(int row, int column, int rowSelection, int columnSelection) {

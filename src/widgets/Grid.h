@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "widgets/RowOrder.h"
 #include "widgets/Widget.h"
 
 namespace dravik {
@@ -68,8 +69,11 @@ class Grid : public Widget {
     void setCentered(int column);
 
   private:
-    template <class Less>
-    void sort(Less less);
+    // The records in their present order, each with its key.
+    template <class KeyOf>
+    std::vector<KeyedRow> keyedRows(KeyOf keyOf) const;
+    // Shows the records in that order.
+    void show(const std::vector<KeyedRow>& keyed);
     int sourceRow(int row) const { return order_.empty() ? row : order_[static_cast<std::size_t>(row)]; }
 
     std::shared_ptr<const GridSource> source_;

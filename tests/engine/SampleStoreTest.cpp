@@ -1,0 +1,90 @@
+// The sample lists against plain vectors, whatever the order in which samples go.
+#include "engine/SampleStore.h"
+
+#include <gtest/gtest.h>
+
+#include <random>
+
+namespace dravik {
+namespace {
+
+std::vector<std::uint64_t> serialsOf(const SampleColumns& columns) {
+    std::vector<std::uint64_t> serials;
+    for (const Sample* sample : columns.samples) serials.push_back(sample->serial);
+    return serials;
+}
+
+SampleStore storeOf(int committed, int uncommitted) {
+    SampleStore store;
+    const auto samples = [](int count) {
+        std::vector<Sample> result(static_cast<std::size_t>(count));
+        for (int i = 0; i < count; ++i) result[static_cast<std::size_t>(i)].code = 'A' + i % 5;
+        return result;
+    };
+    store.include(samples(committed));
+    store.commit();
+    store.include(samples(uncommitted));
+    return store;
+}
+
+// Removals upwards, downwards, at one place and anywhere, in both lists, with and without a look in between.
+TEST(SampleStore, RemovesTheSampleAtEachPlaceAndNoOther) {
+    std::mt19937 random(17);
+    SampleStore store = storeOf(400, 60);
+    const auto shown = store.columns(SampleKind::Committed);
+    const auto atFirst = serialsOf(*shown);
+    auto committed = atFirst;
+    auto uncommitted = serialsOf(*store.columns(SampleKind::Uncommitted));
+    std::size_t place = 0;
+    for (int step = 0; step < 350; ++step) {
+        switch (step / 50 % 4) {
+            case 0:
+                place += 2;
+                break;
+            case 1:
+                place -= std::min<std::size_t>(place, 3);
+                break;
+            case 2:
+                break;
+            default:
+                place = random() % 420;
+        }
+        const bool fromCommitted = random() % 8 != 0;
+        auto& expected = fromCommitted ? committed : uncommitted;
+        store.remove(fromCommitted ? SampleKind::Committed : SampleKind::Uncommitted, place);
+        if (place < expected.size()) expected.erase(expected.begin() + static_cast<std::ptrdiff_t>(place));
+        if (random() % 10 != 0) continue;
+        ASSERT_EQ(serialsOf(*store.columns(SampleKind::Committed)), committed) << "step " << step;
+        ASSERT_EQ(serialsOf(*store.columns(SampleKind::Uncommitted)), uncommitted) << "step " << step;
+    }
+    const auto left = store.columns(SampleKind::Committed);
+    EXPECT_EQ(serialsOf(*left), committed);
+    ASSERT_LT(committed.size(), 250U);
+
+    std::size_t counted = 0;
+    for (const auto& one : store.statistics().classes()) counted += static_cast<std::size_t>(one.count);
+    EXPECT_EQ(counted, committed.size());
+    for (std::size_t i = 0; i < left->size(); ++i) EXPECT_EQ(left->codes[i], left->samples[i]->code);
+
+    EXPECT_EQ(serialsOf(*shown), atFirst) << "a table that was queried before must not change";
+}
+
+TEST(SampleStore, WhatFollowsARemovalSeesTheListWithoutIt) {
+    SampleStore store = storeOf(10, 3);
+    store.remove(SampleKind::Uncommitted, 1);
+    store.commit();
+    EXPECT_EQ(store.columns(SampleKind::Committed)->size(), 12U);
+
+    store.remove(SampleKind::Committed, 4);
+    store.setDistances(std::vector<std::uint64_t>{6}, std::vector<double>{0.75});
+    EXPECT_EQ(store.columns(SampleKind::Committed)->samples[4]->serial, 6U);
+    EXPECT_EQ(store.columns(SampleKind::Committed)->distances[4], 0.75);
+
+    store.include(std::vector<Sample>(1));
+    store.remove(SampleKind::Uncommitted, 0);
+    store.include(std::vector<Sample>(2));
+    EXPECT_EQ(store.columns(SampleKind::Uncommitted)->size(), 2U);
+}
+
+}  // namespace
+}  // namespace dravik
