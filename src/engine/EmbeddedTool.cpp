@@ -88,6 +88,11 @@ struct EmbeddedTool::State {
     bool aborted = false;
     TrainingWorker worker;
 
+    // Fonts that were left for another with changes that are not in their files; they are as they were when they
+    // are loaded again.
+    std::map<std::string, FontRecord> unsaved;
+    bool changed = false;  // the current font's samples, set or training are not as in its file
+
     const std::string& font() const {
         if (!current) throw Failure(RuntimeError::ObjectNotSet, "No font is loaded");
         return *current;
@@ -109,6 +114,7 @@ struct EmbeddedTool::State {
         training.network = std::move(result->network);
         training.characters = std::move(ended->characters);
         samples.setDistances(ended->serials, result->distances);
+        changed = true;
         aborted = false;
     }
 
@@ -119,7 +125,13 @@ struct EmbeddedTool::State {
                           std::string("A training run is going on; stop it before ") + what);
     }
 
+    // Sets the current font aside if another is about to take its place.
+    void leave(const std::string& forFont) {
+        if (current && changed && *current != forFont) unsaved[*current] = record();
+    }
+
     void install(std::optional<std::string> name, FontRecord font) {
+        changed = false;
         samples.restore(std::move(font.samples), std::move(font.distances), font.nextSerial);
         characterSet = std::move(font.characterSet);
         training = std::move(font.training);
@@ -245,7 +257,18 @@ FontSummary EmbeddedTool::summary(const std::string& name) {
 void EmbeddedTool::LoadFont(const std::string& name) {
     const std::string file = state_->library.existingFile(name);
     state_->checkIdle("loading a font");
-    state_->install(name, readFont(file));
+    const auto kept = state_->unsaved.find(name);
+    if (kept == state_->unsaved.end()) {
+        FontRecord font = readFont(file);
+        state_->leave(name);
+        state_->install(name, std::move(font));
+        return;
+    }
+    FontRecord font = std::move(kept->second);
+    state_->unsaved.erase(kept);
+    state_->leave(name);
+    state_->install(name, std::move(font));
+    state_->changed = true;
 }
 
 void EmbeddedTool::CreateFont(const std::string& name) {
@@ -253,6 +276,8 @@ void EmbeddedTool::CreateFont(const std::string& name) {
     state_->checkIdle("creating a font");
     const FontRecord empty;
     writeFont(empty, file);
+    state_->leave(name);
+    state_->unsaved.erase(name);
     state_->install(name, empty);
 }
 
@@ -260,6 +285,7 @@ void EmbeddedTool::DeleteFont(const std::string& name) {
     const std::string file = state_->library.existingFile(name);
     if (state_->current == name) state_->checkIdle("deleting its font");
     retireFile(file);
+    state_->unsaved.erase(name);
     if (state_->current == name) state_->install(std::nullopt, {});
     if (state_->library.selected() == name) state_->library.select(std::nullopt);
 }
@@ -267,6 +293,10 @@ void EmbeddedTool::DeleteFont(const std::string& name) {
 void EmbeddedTool::RenameFont(const std::string& newName, const std::string& existingName) {
     const std::string to = state_->library.file(newName);
     renameFile(state_->library.existingFile(existingName), to);
+    if (auto kept = state_->unsaved.extract(existingName)) {
+        kept.key() = newName;
+        state_->unsaved.insert(std::move(kept));
+    }
     if (state_->current == existingName) state_->current = newName;
     if (state_->library.selected() == existingName) state_->library.select(newName);
 }
@@ -284,6 +314,7 @@ void EmbeddedTool::SetCharacterSet(const CharacterSet& set) {
     for (const std::string& character : set)
         if (!character.empty() && std::find(cleaned.begin(), cleaned.end(), character) == cleaned.end())
             cleaned.push_back(character);
+    state_->changed |= state_->characterSet != cleaned;
     state_->characterSet = std::move(cleaned);
 }
 
@@ -302,6 +333,7 @@ void EmbeddedTool::IncludeSamples(const std::string& expectedText) {
 
 void EmbeddedTool::CommitNewSamples() {
     state_->font();
+    state_->changed |= state_->samples.columns(SampleKind::Uncommitted)->size() > 0;
     state_->samples.commit();
 }
 
@@ -326,6 +358,7 @@ void EmbeddedTool::SaveFont(const std::string& name) {
     state_->font();
     state_->settle();
     writeFont(state_->record(), state_->library.file(name));
+    if (state_->current == name) state_->changed = false;
 }
 
 void EmbeddedTool::RevertFont(const std::string& name) {
@@ -391,6 +424,7 @@ void EmbeddedTool::DeleteSample(std::int32_t identifier) {
                            kind != static_cast<std::int32_t>(SampleKind::Committed)))
         throw Failure(RuntimeError::InvalidProcedureCall,
                       std::to_string(identifier) + " is not the identifier of a sample");
+    state_->changed = true;
     state_->samples.remove(static_cast<SampleKind>(kind), static_cast<std::size_t>(identifier % kKindFactor));
 }
 

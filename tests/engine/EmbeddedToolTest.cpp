@@ -78,6 +78,36 @@ TEST(EmbeddedTool, ReadsWhatItWasTrainedOn) {
     EXPECT_TRUE(later.GetUncommittedSamples().empty());
 }
 
+TEST(EmbeddedTool, AFontLeftForAnotherKeepsWhatIsNotSaved) {
+    const TestFolder folder;
+    EmbeddedTool tool{JobFolder(folder.path())};
+    tool.CreateFont("a");
+    tool.SetCharacterSet({"A", "B"});
+    tool.setImage(drawn({"AB"}, {}));
+    tool.IncludeSamples("AB");
+    tool.CommitNewSamples();
+    const auto committed = [&] {
+        const auto table = tool.GetSampleData(kAllCommitted, kSampleFields);
+        return table ? table->upperRow() : 0;
+    };
+    tool.CreateFont("b");
+    EXPECT_EQ(committed(), 0);
+    tool.RenameFont("c", "a");
+    EXPECT_EQ(tool.summary("c").samples, 0);
+    tool.LoadFont("c");
+    EXPECT_EQ(committed(), 2);
+    EXPECT_THAT(tool.GetCharacterSet(), ElementsAre("A", "B"));
+    tool.SaveFont("c");
+    tool.LoadFont("b");
+    EXPECT_EQ(committed(), 0);
+    tool.LoadFont("c");
+    tool.DeleteSample(sampleIdentifier(SampleKind::Committed, 0));
+    tool.LoadFont("b");
+    tool.DeleteFont("c");
+    tool.CreateFont("c");
+    EXPECT_EQ(committed(), 0);
+}
+
 TEST(EmbeddedTool, BadNamesAreRefused) {
     const TestFolder folder;
     EmbeddedTool tool{JobFolder(folder.path())};
