@@ -263,9 +263,12 @@ void DemoSession::inspect() {
     const auto menu = [this](const char* cell, const char* item, const char* name) {
         script_.expect(QStringLiteral("mnuMain"), [this, item, name](QWidget& popup) {
             picture(name);
-            if (auto* action = popup.findChild<QAction*>(QLatin1String(item))) {
+            auto* action = popup.findChild<QAction*>(QLatin1String(item));
+            if (action && action->isEnabled()) {
                 static_cast<QMenu&>(popup).setActiveAction(action);
                 pressKey(popup, Qt::Key_Return);
+            } else {
+                popup.close();
             }
         });
         auto& view = find(cell);
