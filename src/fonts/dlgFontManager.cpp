@@ -50,6 +50,7 @@ void dlgFontManager::Form_Load() {
     procedures_.run("dlgFontManager.Form_Load", "Form_Load", [&] {
         chosen_ = false;
         madeFont_ = false;
+        renamed_.clear();
         selectedName_.clear();
         showStatus("");
         cmdDuplicateFont.setEnabled(false);
@@ -59,6 +60,12 @@ void dlgFontManager::Form_Load() {
 }
 
 std::string dlgFontManager::GetFontName() const { return chosen_ ? selectedName_ : std::string(); }
+
+std::string dlgFontManager::nameNow(std::string name) const {
+    for (const auto& [from, to] : renamed_)
+        if (name == from) name = to;
+    return name;
+}
 
 void dlgFontManager::RefreshFontList() {
     procedures_.run("dlgFontManager.RefreshFontList", "RefreshFontList", [&] {
@@ -133,7 +140,10 @@ void dlgFontManager::DoRenameDupFont(std::int16_t mode) {
             return;
         }
         const std::string old = lbFonts.text();
-        if (mode == kRename) tool().RenameFont(name, old);
+        if (mode == kRename) {
+            tool().RenameFont(name, old);
+            renamed_.emplace_back(old, name);
+        }
         if (mode == kDuplicate) tool().DuplicateFont(name, old);
         RefreshFontList();
         selectFont(name);

@@ -4,6 +4,8 @@
 
 #include <cstdint>
 #include <string>
+#include <utility>
+#include <vector>
 
 #include "fonts/dlgFontName.h"
 #include "fonts/dlgFontNew.h"
@@ -30,6 +32,8 @@ class dlgFontManager {
     std::string GetFontName() const;
     // A font was made since the form last came up: it is now the tool's current one.
     bool madeFont() const noexcept { return madeFont_; }
+    // What a font that had this name when the form came up is called now.
+    std::string nameNow(std::string name) const;
 
     void RefreshFontList();
     // True when a list entry equals the name, letter case aside.
@@ -71,6 +75,7 @@ class dlgFontManager {
     std::string selectedName_;
     bool chosen_ = false;
     bool madeFont_ = false;
+    std::vector<std::pair<std::string, std::string>> renamed_;  // from, to, in the order of renaming
 };
 
 }  // namespace dravik

@@ -53,7 +53,7 @@ class RecordSource : public GridSource {
 
 }  // namespace
 
-SamplesGrid::SamplesGrid(const ToolBinding& tool, modErrors& errors, Platform& platform, GridControls& controls)
+SamplesGrid::SamplesGrid(ToolBinding& tool, modErrors& errors, Platform& platform, GridControls& controls)
     : tool_(tool), errors_(errors), platform_(platform), controls_(controls) {}
 
 void SamplesGrid::FillSamplesArray() {
@@ -114,6 +114,7 @@ void SamplesGrid::deleteSelection() {
     const Grid& grid = controls_.grid;
     if (const auto kind = displayOf(controls_.cboDisplay.listIndex()).deletedAs) {
         const int count = grid.rowSelection() - grid.row() + 1;
+        if (count > 0) tool_.setFontChanged(true);
         for (int call = 0; call < count; ++call)
             tool_->DeleteSample(sampleIdentifier(*kind, toInt32(leadingNumber(grid.text(grid.row(), 0)))));
     }

