@@ -1,6 +1,6 @@
 # Installs Debian packages that are missing. Sourced by ./run and ./test.
 
-build_packages=(g++ cmake ninja-build qt6-base-dev libqt6svg6-dev qt6-image-formats-plugins libgl-dev fonts-dejavu-core)
+build_packages=(g++ cmake ninja-build qt6-base-dev qt6-image-formats-plugins libgl-dev fonts-dejavu-core)
 test_packages=(libgtest-dev libgmock-dev googletest libpng-dev g++-mingw-w64-x86-64-posix wine64 mandoc)
 
 # install_packages NAME... : does nothing, quickly, when all are there.
@@ -16,7 +16,7 @@ install_packages() {
         sudo=(sudo)
     fi
     echo "== Installing ${missing[*]}"
-    "${sudo[@]}" apt-get update -q >/dev/null || { echo "apt-get update failed" >&2; return 1; }
-    "${sudo[@]}" env DEBIAN_FRONTEND=noninteractive apt-get install -y -q --no-install-recommends "${missing[@]}" \
+    "${sudo[@]}" apt-get update -q -o DPkg::Lock::Timeout=300 >/dev/null || { echo "apt-get update failed" >&2; return 1; }
+    "${sudo[@]}" env DEBIAN_FRONTEND=noninteractive apt-get install -y -q --no-install-recommends -o DPkg::Lock::Timeout=300 "${missing[@]}" \
         >/dev/null || { echo "Could not install ${missing[*]}" >&2; return 1; }
 }
