@@ -2,6 +2,7 @@
 //
 // Moving the pointer only stores its position; the timer does the work, at most four times a second.
 #include <algorithm>
+#include <limits>
 
 #include "base/Conversions.h"
 #include "base/NumberFormat.h"
@@ -27,7 +28,10 @@ void dlgCharHist::Form_MouseMove(const MouseEvent& event) {
     procedures_.run("", "MouseMove", [&] {
         pointerX_ = static_cast<float>(event.x);
         pointerY_ = static_cast<float>(event.y);
-        if (!tmrGraphics.enabled()) tmrGraphics.setEnabled(true);
+        if (tmrGraphics.enabled()) return;
+        // The bars may have changed since, even where the pointer comes back to the same place.
+        handledX_ = std::numeric_limits<float>::quiet_NaN();
+        tmrGraphics.setEnabled(true);
     });
 }
 

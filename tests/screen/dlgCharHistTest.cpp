@@ -338,7 +338,7 @@ TEST_F(dlgCharHistTest, ManyDeletionsRecommendLearning) {
     charHistogram();
     for (int i = 1; i <= 6; ++i) {
         platform.menuPicks.push_back("mnuHistogramDelete");
-        point(7, 10 + i);
+        point(7, 10);
         rightClick(7, 10);
         EXPECT_EQ(panel("Msg"), i < 5 ? "Created character histogram"
                                       : std::to_string(i) + " deletions have occurred. Learn recommended.");

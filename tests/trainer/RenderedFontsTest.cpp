@@ -5,32 +5,15 @@
 #include <algorithm>
 #include <iomanip>
 #include <iostream>
-#include <utility>
 
 #include "base/Text.h"
 #include "engine/PngFile.h"
 #include "trainer/SampleList.h"
+#include "trainer/support/Differences.h"
 #include "trainer/support/Workspace.h"
 
 namespace dravik::test {
 namespace {
-
-// Characters that must be inserted, removed or replaced to turn one text into the other.
-std::size_t differences(const std::string& one, const std::string& other) {
-    const auto a = characters(one);
-    const auto b = characters(other);
-    std::vector<std::size_t> row(b.size() + 1);
-    for (std::size_t j = 0; j < row.size(); ++j) row[j] = j;
-    for (std::size_t i = 0; i < a.size(); ++i) {
-        std::size_t diagonal = std::exchange(row[0], i + 1);
-        for (std::size_t j = 0; j < b.size(); ++j) {
-            const auto replaced = diagonal + (a[i] == b[j] ? 0 : 1);
-            diagonal = row[j + 1];
-            row[j + 1] = std::min({replaced, row[j] + 1, row[j + 1] + 1});
-        }
-    }
-    return row.back();
-}
 
 std::vector<ListedSample> partsOf(const std::string& font, const std::string& folder) {
     auto samples = readSampleList(DRAVIK_SOURCE_DIR "/data/parts/" + folder + "/lines.tsv");
