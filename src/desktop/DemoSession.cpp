@@ -27,6 +27,8 @@ constexpr char kFontName[] = "demo";
 constexpr char kFirstSet[] = "ABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789";
 constexpr char kListName[] = "lines.tsv";
 constexpr int kTrainingPatience = 120000;
+constexpr char kWrongLabel[] = "W";  // given to the first character of the guide's last lesson
+constexpr char kWrongCell[] = "lblChar(22)";
 
 std::string normalPath(const std::string& path) {
     return fileName(std::filesystem::absolute(filePath(path)).lexically_normal());
@@ -43,14 +45,21 @@ std::string readText(const Reading& reading) {
     return text;
 }
 
+// How many windows it stands on.
+int height(const QWidget& top) {
+    int windows = top.windowType() == Qt::Popup ? 100 : 0;
+    for (const QWidget* below = top.parentWidget(); below; below = below->parentWidget()) windows += below->isWindow();
+    return windows;
+}
+
 void press(QWidget& dialog, const char* name) {
     if (auto* button = dialog.findChild<QAbstractButton*>(QLatin1String(name))) button->click();
 }
 
 }  // namespace
 
-DemoSession::DemoSession(MainWindow& window, Trainer& trainer, std::string folder, std::ostream& out)
-    : window_(window), trainer_(trainer), folder_(std::move(folder)), out_(out) {}
+DemoSession::DemoSession(MainWindow& window, Trainer& trainer, std::string folder, std::ostream& out, Kind kind)
+    : window_(window), trainer_(trainer), folder_(std::move(folder)), out_(out), kind_(kind) {}
 
 void DemoSession::say(const std::string& line) {
     out_ << line << std::endl;
@@ -90,7 +99,10 @@ void DemoSession::picture(const std::string& name) {
     for (int i = 0; i < 5; ++i) QCoreApplication::processEvents();
     QPixmap all = window_.grab();
     QPainter painter(&all);
-    for (const QWidget* top : QApplication::topLevelWidgets()) {
+    // Their own order is none: a dialog stands over the one that opened it, and what pops up over all.
+    QWidgetList tops = QApplication::topLevelWidgets();
+    std::stable_sort(tops.begin(), tops.end(), [](const QWidget* a, const QWidget* b) { return height(*a) < height(*b); });
+    for (const QWidget* top : tops) {
         if (top == &window_ || !top->isVisible() || !(top->isWindow())) continue;
         QPoint place = top->pos() - window_.pos();
         const QRect inside(QPoint(0, 0), window_.size() - top->size());
@@ -102,10 +114,11 @@ void DemoSession::picture(const std::string& name) {
     }
     painter.end();
     ++pictures_;
-    const std::string number = (pictures_ < 10 ? "0" : "") + std::to_string(pictures_);
-    const std::string file = folder_ + "/" + number + "-" + name + ".png";
+    const std::string number = (pictures_ < 10 ? "0" : "") + std::to_string(pictures_) + "-";
+    const std::string pictureName = (kind_ == Kind::Story ? number : "") + name + ".png";
+    const std::string file = folder_ + "/" + pictureName;
     require(all.save(qtText(file)), "the picture " + file + " cannot be written");
-    say("  picture " + number + "-" + name + ".png");
+    say("  picture " + pictureName);
 }
 
 void DemoSession::plan(const std::vector<std::string>& paths) {
@@ -148,6 +161,11 @@ void DemoSession::run(const std::vector<std::string>& paths) {
 
     makeFont();
     showMismatch(lessons_.front());
+    if (kind_ == Kind::Guide) {
+        showOtherDialogs(lessons_.front());
+        auto& wrong = lessons_.back().text;
+        wrong = kWrongLabel + wrong.substr(characters(wrong).front().size());
+    }
     for (const auto& task : lessons_) include(task);
     learn();
     save();
@@ -249,38 +267,78 @@ void DemoSession::read(const Task& task, bool& allRight) {
     picture("reading");
 }
 
+void DemoSession::closeForms() {
+    for (auto* dialog : window_.findChildren<QDialog*>())
+        if (dialog->isVisible()) dialog->close();
+}
+
+void DemoSession::openMenu(const char* cell, const char* item, const char* pictureName) {
+    script_.expect(QStringLiteral("mnuMain"), [this, item, pictureName](QWidget& popup) {
+        if (pictureName) picture(pictureName);
+        auto* action = popup.findChild<QAction*>(QLatin1String(item));
+        if (action && action->isEnabled()) {
+            static_cast<QMenu&>(popup).setActiveAction(action);
+            pressKey(popup, Qt::Key_Return);
+        } else {
+            popup.close();
+        }
+    });
+    auto& view = find(cell);
+    view.setFocus();
+    pressKey(view, Qt::Key_Menu);
+}
+
 void DemoSession::inspect() {
     click("tlbChars.Numeric");
     picture("samples-table");
     click("tlbChars.Graphical");
     click("tlbChars.Array");
     picture("feature-array");
-    const auto closeForms = [this] {
-        for (auto* dialog : window_.findChildren<QDialog*>())
-            if (dialog->isVisible()) dialog->close();
-    };
+    if (kind_ == Kind::Guide) {
+        click("tlbArray.StdDev");
+        picture("deviation-array");
+    }
     closeForms();
-    const auto menu = [this](const char* cell, const char* item, const char* name) {
-        script_.expect(QStringLiteral("mnuMain"), [this, item, name](QWidget& popup) {
-            picture(name);
-            auto* action = popup.findChild<QAction*>(QLatin1String(item));
-            if (action && action->isEnabled()) {
-                static_cast<QMenu&>(popup).setActiveAction(action);
-                pressKey(popup, Qt::Key_Return);
-            } else {
-                popup.close();
-            }
-        });
-        auto& view = find(cell);
-        view.setFocus();
-        pressKey(view, Qt::Key_Menu);
-    };
-    menu("lblChar(0)", "mnuMainCharHist", "character-menu");
-    picture("character-histogram");
-    menu("lblChar(0)", "mnuMainFontHist", "character-menu-again");
+    const char* cell = kind_ == Kind::Guide ? kWrongCell : "lblChar(0)";
+    openMenu(cell, "mnuMainFontHist", "character-menu");
     picture("font-histogram");
+    openMenu(cell, "mnuMainCharHist", nullptr);
+    picture("character-histogram");
+    if (kind_ == Kind::Guide) inspectHistogram();
     closeForms();
     say("Looked at the samples, the features and the histograms");
+}
+
+// Points at the last bar, where the sample with the wrong label is, and opens its menu.
+void DemoSession::inspectHistogram() {
+    QWidget& chart = find("chart");
+    chart.setFocus();
+    pressKey(chart, Qt::Key_Left);
+    script_.expect(QStringLiteral("mnuHistogram"), [this](QWidget& popup) {
+        picture("histogram-menu");
+        popup.close();
+    });
+    pressKey(chart, Qt::Key_Menu);
+}
+
+// The boxes and dialogs that the story does not come by.
+void DemoSession::showOtherDialogs(const Task& task) {
+    makeCurrent(task.image);
+    typeInto("txtSampleInput", withoutLast(task.text, 2));
+    script_.expect(QStringLiteral("messageBox"), [this](QWidget& box) {
+        picture("count-message");
+        if (auto* button = box.findChild<QAbstractButton*>()) button->click();
+    });
+    click("cmdInclude");
+    script_.expect(QStringLiteral("dlgFontManagerWindow"), [this](QWidget& manager) {
+        script_.expect(QStringLiteral("dlgFontNameWindow"), [this](QWidget& dialog) {
+            picture("font-name");
+            press(dialog, "CancelButton");
+        });
+        press(manager, "cmdRenameFont");
+        press(manager, "CancelButton");
+    });
+    click("cmdSelectFont");
 }
 
 }  // namespace dravik

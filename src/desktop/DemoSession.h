@@ -21,8 +21,14 @@ class DemoFailure : public std::runtime_error {
 
 class DemoSession {
   public:
+    enum class Kind {
+        Story,  // new font, includes, learn, save, read; pictures are numbered
+        Guide,  // every form and state that the operator guide shows; one sample is given a wrong label to be found
+    };
+
     // Pictures go to the folder, which exists; `out` gets a line for each step.
-    DemoSession(MainWindow& window, Trainer& trainer, std::string folder, std::ostream& out);
+    DemoSession(MainWindow& window, Trainer& trainer, std::string folder, std::ostream& out,
+                Kind kind = Kind::Story);
 
     // Teaches from the images of all paths but the last and reads those of the last; of a single path the
     // last image is read. Raises DemoFailure.
@@ -42,6 +48,10 @@ class DemoSession {
     void save();
     void read(const Task& task, bool& allRight);
     void inspect();
+    void inspectHistogram();
+    void showOtherDialogs(const Task& task);
+    void openMenu(const char* cell, const char* item, const char* pictureName);
+    void closeForms();
 
     void makeCurrent(const std::string& image);
     void say(const std::string& line);
@@ -56,6 +66,7 @@ class DemoSession {
     Trainer& trainer_;
     const std::string folder_;
     std::ostream& out_;
+    const Kind kind_;
     DialogScript script_;
     std::vector<Task> lessons_;
     std::vector<Task> readings_;

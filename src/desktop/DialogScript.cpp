@@ -88,6 +88,7 @@ void DialogScript::poll() {
         lastWorked_ = nullptr;
         return;
     }
+    if (dialog == lastWorked_) return;  // its step is still at work
     if (answer(*dialog)) return;
     waited_ += kPollMilliseconds;
     if (waited_ > kPatienceMilliseconds) {

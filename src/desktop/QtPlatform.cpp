@@ -8,7 +8,10 @@
 #include <QHash>
 #include <QLocale>
 #include <QMenu>
+#include <QLabel>
 #include <QMessageBox>
+#include <QScreen>
+#include <algorithm>
 
 #include "desktop/FormWindow.h"
 #include "desktop/Guard.h"
@@ -71,12 +74,31 @@ QWidget* QtPlatform::parentWindow() const {
     return mainWindow_;
 }
 
+namespace {
+
+// A text typed by the operator is one word, however long: the box is to be wide enough for it.
+void makeRoomForLongWords(QMessageBox& dialog) {
+    auto* label = dialog.findChild<QLabel*>(QStringLiteral("qt_msgbox_label"));
+    if (!label) return;
+    int widest = 0;
+    const QStringList lines = dialog.text().split(QLatin1Char('\n'));
+    for (const QString& line : lines)
+        if (line.trimmed().indexOf(QLatin1Char(' ')) < 0 || line.startsWith(QLatin1Char(' ')))
+            widest = std::max(widest, label->fontMetrics().horizontalAdvance(line));
+    constexpr int kMargin = 16;
+    const int room = dialog.screen()->availableGeometry().width() * 3 / 4;
+    label->setMinimumWidth(std::min(widest + kMargin, room));
+}
+
+}  // namespace
+
 Answer QtPlatform::messageBox(const MessageBox& box) {
     QMessageBox dialog(parentWindow());
     dialog.setObjectName(QStringLiteral("messageBox"));
     dialog.setTextFormat(Qt::PlainText);
     dialog.setWindowTitle(qtText(box.title));
     dialog.setText(qtText(box.text).replace(QLatin1Char('\r'), QLatin1Char('\n')));
+    makeRoomForLongWords(dialog);
     dialog.setIcon(qtIcon(box.icon));
     dialog.setStandardButtons(qtButtons(box.buttons));
     dialog.setEscapeButton(escapeButton(box.buttons));

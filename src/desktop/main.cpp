@@ -71,7 +71,17 @@ void withoutPlatformNoise(QtMsgType type, const QMessageLogContext& context, con
     std::cerr << qFormatLogMessage(type, context, message).toStdString() << std::endl;
 }
 
-int runDemo(const std::string& folder, const WindowOptions& options) {
+// The sample parts that the guide's pictures show: all but the last teach.
+std::vector<std::string> guideParts() {
+    std::vector<std::string> paths;
+    const std::string parts = DRAVIK_PARTS;
+    for (const char* number : {"0", "1", "2"}) paths.push_back(parts + "/rendered_charset/hack_00" + number + ".png");
+    for (const char* number : {"1", "2", "3", "4", "5", "6", "7", "0"})
+        paths.push_back(parts + "/rendered_lines/hack_00" + number + ".png");
+    return paths;
+}
+
+int runDemo(const std::string& folder, const WindowOptions& options, DemoSession::Kind kind) {
     if (!QDir().mkpath(qtText(folder))) return complain(folder + ": the folder cannot be made", 1);
     // A session that anyone can repeat touches neither the operator's fonts nor the window's remembered
     // place.
@@ -88,7 +98,8 @@ int runDemo(const std::string& folder, const WindowOptions& options) {
     platform.setMainWindow(&window);
     int code = 0;
     try {
-        DemoSession(window, trainer, folder, std::cout).run(options.paths);
+        const bool guide = kind == DemoSession::Kind::Guide && options.paths.empty();
+        DemoSession(window, trainer, folder, std::cout, kind).run(guide ? guideParts() : options.paths);
     } catch (...) {
         code = complain("the session did not come out: " + currentFailure().description(), 1);
     }
@@ -119,7 +130,7 @@ int run(int argc, char** argv) {
 
     if (!hasDisplay()) {
         const bool demo = std::any_of(arguments.begin(), arguments.end(), [](const std::string& argument) {
-            return argument.starts_with("--demo");
+            return argument.starts_with("--demo") || argument.starts_with("--screenshots");
         });
         if (!demo)
             return complain("there is no display; the commands learn, read and fonts need none (see --help)",
@@ -131,13 +142,16 @@ int run(int argc, char** argv) {
     arguments.clear();
     for (const QString& argument : QCoreApplication::arguments().mid(1)) arguments.push_back(utf8(argument));
     const std::string demo = takeOption(arguments, "--demo");
+    const std::string screenshots = takeOption(arguments, "--screenshots");
     const std::string theme = takeOption(arguments, "--theme");
     const WindowOptions options = windowOptions(arguments);
     if (!options.problem.empty()) return complain(options.problem, 2);
     if (!theme.empty() && theme != "light" && theme != "dark" && theme != "system")
         return complain("--theme is light, dark or system", 2);
     useTheme(theme == "dark" ? Theme::Dark : theme == "light" ? Theme::Light : Theme::System);
-    return demo.empty() ? runWindow(options) : runDemo(demo, options);
+    if (!demo.empty()) return runDemo(demo, options, DemoSession::Kind::Story);
+    if (!screenshots.empty()) return runDemo(screenshots, options, DemoSession::Kind::Guide);
+    return runWindow(options);
 }
 
 }  // namespace
