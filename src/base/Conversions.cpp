@@ -18,7 +18,9 @@ Integer toInteger(double value) {
     return static_cast<Integer>(rounded);
 }
 
-constexpr bool isDigit(char c) { return c >= '0' && c <= '9'; }
+constexpr bool isDigit(char c) {
+    return c >= '0' && c <= '9';
+}
 
 // Length of the decimal number (sign, digits, point, exponent) at the start of `text`; 0 when there is none.
 std::size_t numberLength(std::string_view text) {
@@ -49,9 +51,13 @@ std::string_view withoutLeadingBlanks(std::string_view text) {
 
 }  // namespace
 
-std::int16_t toInt16(double value) { return toInteger<std::int16_t>(value); }
+std::int16_t toInt16(double value) {
+    return toInteger<std::int16_t>(value);
+}
 
-std::int32_t toInt32(double value) { return toInteger<std::int32_t>(value); }
+std::int32_t toInt32(double value) {
+    return toInteger<std::int32_t>(value);
+}
 
 double leadingNumber(std::string_view text) {
     text = withoutLeadingBlanks(text);

@@ -1,5 +1,6 @@
 // The one exception type of the system: a number and a description, as the classic run-time reports failures.
-// Numbers below 1000 are that run-time's own and carry its texts; a tool's failure carries the tool's code and text.
+// Numbers below 1000 are that run-time's own and carry its texts; a tool's failure carries the tool's code
+// and text.
 #pragma once
 
 #include <cstdint>
@@ -29,7 +30,8 @@ enum class RuntimeError : std::int32_t {
     InvalidPropertyValue = 380,
 };
 
-// The classic text of a run-time failure; "Application-defined or object-defined error" for an unknown number.
+// The classic text of a run-time failure; "Application-defined or object-defined error" for an unknown
+// number.
 std::string_view runtimeErrorText(std::int32_t number);
 
 class Failure : public std::exception {
@@ -50,8 +52,8 @@ class Failure : public std::exception {
     std::string source_;
 };
 
-// The failure that the exception now being handled stands for: itself when it is a Failure, number 7 for memory
-// exhaustion, 51 with the exception's own text for anything else. Call only inside a catch block.
+// The failure that the exception now being handled stands for: itself when it is a Failure, number 7 for
+// memory exhaustion, 51 with the exception's own text for anything else. Call only inside a catch block.
 Failure currentFailure();
 
 }  // namespace dravik

@@ -1,5 +1,6 @@
-// Where the system keeps its files: one jobs folder with the fonts, the trace log and the diagnostic dump. On Windows it
-// is fixed, "C:\Tamlux\Jobs\"; elsewhere the same tree lies under a folder that the program chooses.
+// Where the system keeps its files: one jobs folder with the fonts, the trace log and the diagnostic dump. On
+// Windows it is fixed, "C:\Tamlux\Jobs\"; elsewhere the same tree lies under a folder that the program
+// chooses.
 #pragma once
 
 #include <string>

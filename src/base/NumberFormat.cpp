@@ -13,8 +13,8 @@
 namespace dravik {
 namespace {
 
-// A non-negative decimal: `digits` without point, of which the first `whole` stand before it (negative: zeros follow
-// the point first).
+// A non-negative decimal: `digits` without point, of which the first `whole` stand before it (negative: zeros
+// follow the point first).
 struct Decimal {
     std::string digits;
     int whole = 0;
@@ -56,8 +56,8 @@ void roundTo(Decimal& decimal, int places) {
     }
 }
 
-// The nearest number of thousandths to one that is small enough for its 15 digits to reach far behind them and not so
-// near the middle between two that those digits decide; -1 for any other.
+// The nearest number of thousandths to one that is small enough for its 15 digits to reach far behind them
+// and not so near the middle between two that those digits decide; -1 for any other.
 std::int64_t thousandths(double magnitude) {
     constexpr double kMostSteps = 1e7;
     constexpr double kNearMiddle = 1e-6;

@@ -60,7 +60,9 @@ std::string withoutLast(std::string_view text, std::size_t count) {
 std::int32_t codeOf(std::string_view character) {
     if (character.empty()) return 0;
     const auto length = characterLength(character, 0);
-    const auto byte = [&](std::size_t i) { return static_cast<std::int32_t>(static_cast<unsigned char>(character[i])); };
+    const auto byte = [&](std::size_t i) {
+        return static_cast<std::int32_t>(static_cast<unsigned char>(character[i]));
+    };
     if (length == 1) return byte(0);
     std::int32_t code = byte(0) & (0xFF >> (length + 1));
     for (std::size_t i = 1; i < length; ++i) code = (code << 6) | (byte(i) & 0x3F);

@@ -1,4 +1,5 @@
-// Texts are UTF-8; what the operator counts and types are their characters (code points), which these functions see.
+// Texts are UTF-8; what the operator counts and types are their characters (code points), which these
+// functions see.
 #pragma once
 
 #include <cstdint>
@@ -8,7 +9,8 @@
 
 namespace dravik {
 
-// The characters of a text, one string each. A byte that is not part of valid UTF-8 is a character of its own.
+// The characters of a text, one string each. A byte that is not part of valid UTF-8 is a character of its
+// own.
 std::vector<std::string> characters(std::string_view text);
 std::size_t characterCount(std::string_view text);
 

@@ -48,7 +48,8 @@ std::string readText(const Reading& reading) {
 // How many windows it stands on.
 int height(const QWidget& top) {
     int windows = top.windowType() == Qt::Popup ? 100 : 0;
-    for (const QWidget* below = top.parentWidget(); below; below = below->parentWidget()) windows += below->isWindow();
+    for (const QWidget* below = top.parentWidget(); below; below = below->parentWidget())
+        windows += below->isWindow();
     return windows;
 }
 
@@ -58,7 +59,8 @@ void press(QWidget& dialog, const char* name) {
 
 }  // namespace
 
-DemoSession::DemoSession(MainWindow& window, Trainer& trainer, std::string folder, std::ostream& out, Kind kind)
+DemoSession::DemoSession(MainWindow& window, Trainer& trainer, std::string folder, std::ostream& out,
+                         Kind kind)
     : window_(window), trainer_(trainer), folder_(std::move(folder)), out_(out), kind_(kind) {}
 
 void DemoSession::say(const std::string& line) {
@@ -101,7 +103,8 @@ void DemoSession::picture(const std::string& name) {
     QPainter painter(&all);
     // Their own order is none: a dialog stands over the one that opened it, and what pops up over all.
     QWidgetList tops = QApplication::topLevelWidgets();
-    std::stable_sort(tops.begin(), tops.end(), [](const QWidget* a, const QWidget* b) { return height(*a) < height(*b); });
+    std::stable_sort(tops.begin(), tops.end(),
+                     [](const QWidget* a, const QWidget* b) { return height(*a) < height(*b); });
     for (const QWidget* top : tops) {
         if (top == &window_ || !top->isVisible() || !(top->isWindow())) continue;
         QPoint place = top->pos() - window_.pos();

@@ -23,7 +23,8 @@ class DemoSession {
   public:
     enum class Kind {
         Story,  // new font, includes, learn, save, read; pictures are numbered
-        Guide,  // every form and state that the operator guide shows; one sample is given a wrong label to be found
+        Guide,  // every form and state that the operator guide shows; one sample is given a wrong label to be
+                // found
     };
 
     // Pictures go to the folder, which exists; `out` gets a line for each step.

@@ -6,9 +6,9 @@
 #include <QEventLoop>
 #include <QFileInfo>
 #include <QHash>
+#include <QLabel>
 #include <QLocale>
 #include <QMenu>
-#include <QLabel>
 #include <QMessageBox>
 #include <QScreen>
 #include <algorithm>

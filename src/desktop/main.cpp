@@ -75,7 +75,8 @@ void withoutPlatformNoise(QtMsgType type, const QMessageLogContext& context, con
 std::vector<std::string> guideParts() {
     std::vector<std::string> paths;
     const std::string parts = DRAVIK_PARTS;
-    for (const char* number : {"0", "1", "2"}) paths.push_back(parts + "/rendered_charset/hack_00" + number + ".png");
+    for (const char* number : {"0", "1", "2"})
+        paths.push_back(parts + "/rendered_charset/hack_00" + number + ".png");
     for (const char* number : {"1", "2", "3", "4", "5", "6", "7", "0"})
         paths.push_back(parts + "/rendered_lines/hack_00" + number + ".png");
     return paths;

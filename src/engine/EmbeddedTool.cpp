@@ -88,8 +88,8 @@ struct EmbeddedTool::State {
     bool aborted = false;
     TrainingWorker worker;
 
-    // Fonts that were left for another with changes that are not in their files; they are as they were when they
-    // are loaded again.
+    // Fonts that were left for another with changes that are not in their files; they are as they were when
+    // they are loaded again.
     std::map<std::string, FontRecord> unsaved;
     bool changed = false;  // the current font's samples, set or training are not as in its file
 

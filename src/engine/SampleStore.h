@@ -52,8 +52,8 @@ class SampleStore {
     void setDistances(std::span<const std::uint64_t> serials, std::span<const double> distances);
 
   private:
-    // Places [begin, end) of one list that removals have left free. What lies behind them moves up only when the
-    // list is read, so that removals near each other cost no more than the way between them.
+    // Places [begin, end) of one list that removals have left free. What lies behind them moves up only when
+    // the list is read, so that removals near each other cost no more than the way between them.
     struct Gap {
         SampleColumns* columns = nullptr;  // this store's alone while the gap is open
         std::size_t begin = 0;

@@ -6,7 +6,8 @@
 
 namespace dravik {
 
-// The name without surrounding blanks, and with "_" for every character of it that cannot stand in a file name.
+// The name without surrounding blanks, and with "_" for every character of it that cannot stand in a file
+// name.
 std::string CleanFontName(std::string_view name);
 
 }  // namespace dravik

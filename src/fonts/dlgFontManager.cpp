@@ -19,8 +19,8 @@ dlgFontManager::dlgFontManager(TraceLog& log)
     form_.setLayout(column({
         item(LabelFont),
         row({item(lbFonts).stretched().atLeast(4200, 3600),
-             column({item(cmdNewFont), item(cmdRenameFont), item(cmdDuplicateFont), item(cmdDeleteFont), space(),
-                     item(OKButton), item(CancelButton)})})
+             column({item(cmdNewFont), item(cmdRenameFont), item(cmdDuplicateFont), item(cmdDeleteFont),
+                     space(), item(OKButton), item(CancelButton)})})
             .stretched(),
         item(sbr),
     }));
@@ -36,7 +36,8 @@ dlgFontManager::dlgFontManager(TraceLog& log)
     cmdNewFont.click.subscribe([this] { cmdNewFont_Click(); });
     cmdDeleteFont.click.subscribe([this] { cmdDeleteFont_Click(); });
     cmdRenameFont.click.subscribe([this] {
-        procedures_.run("dlgFontManager.cmdRenameFont_Click", "RenameFont", [&] { DoRenameDupFont(kRename); });
+        procedures_.run("dlgFontManager.cmdRenameFont_Click", "RenameFont",
+                        [&] { DoRenameDupFont(kRename); });
     });
     cmdDuplicateFont.click.subscribe([this] {
         procedures_.run("dlgFontManager.cmdDuplicateFont_Click", "DuplidateFont",
@@ -59,7 +60,9 @@ void dlgFontManager::Form_Load() {
     });
 }
 
-std::string dlgFontManager::GetFontName() const { return chosen_ ? selectedName_ : std::string(); }
+std::string dlgFontManager::GetFontName() const {
+    return chosen_ ? selectedName_ : std::string();
+}
 
 std::string dlgFontManager::nameNow(std::string name) const {
     for (const auto& [from, to] : renamed_)
@@ -166,7 +169,9 @@ FontTool& dlgFontManager::tool() const {
     return *tool_;
 }
 
-void dlgFontManager::showStatus(const std::string& text) { sbr.panel("Text").setText(text); }
+void dlgFontManager::showStatus(const std::string& text) {
+    sbr.panel("Text").setText(text);
+}
 
 void dlgFontManager::selectFont(const std::string& name) {
     int found = -1;

@@ -1,5 +1,5 @@
-// The font manager: lists the tool's fonts, makes, renames, duplicates and deletes them, and lets the operator choose
-// one.
+// The font manager: lists the tool's fonts, makes, renames, duplicates and deletes them, and lets the
+// operator choose one.
 #pragma once
 
 #include <cstdint>

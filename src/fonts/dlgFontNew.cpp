@@ -9,7 +9,8 @@
 namespace dravik {
 namespace {
 
-// The choices in the order in which they stand on the form; an option's index counts them with "<Empty>" first.
+// The choices in the order in which they stand on the form; an option's index counts them with "<Empty>"
+// first.
 constexpr std::array kSets = {"nopqrstuvwxyz",
                               "abcdefghijklm",
                               "NOPQRSTUVWXYZ",
@@ -90,6 +91,8 @@ void dlgFontNew::CancelButton_Click() {
     });
 }
 
-CharacterSet dlgFontNew::GetInitCharSet() const { return characters(chosenSet_); }
+CharacterSet dlgFontNew::GetInitCharSet() const {
+    return characters(chosenSet_);
+}
 
 }  // namespace dravik

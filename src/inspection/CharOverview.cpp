@@ -10,7 +10,8 @@ namespace dravik {
 namespace {
 
 // The legend: its six states in order, which are also the colours of the cells.
-constexpr std::array<Color, 6> kStateColors = {kScrollBarColor, 0xFFFFFF, 0xC0C0FF, 0x80FFFF, 0xFF00, 0xFF8080};
+constexpr std::array<Color, 6> kStateColors = {kScrollBarColor, 0xFFFFFF, 0xC0C0FF,
+                                               0x80FFFF,        0xFF00,   0xFF8080};
 constexpr Color kNotInFont = kStateColors[0];
 constexpr Color kUntrained = kStateColors[1];
 
@@ -88,7 +89,8 @@ void CharOverview::lblChar_MouseMove(Label& cell) {
 }
 
 void CharOverview::InitColorKey() {
-    for (std::size_t i = 0; i < controls_.lblKey.size(); ++i) controls_.lblKey[i]->setBackColor(kStateColors[i]);
+    for (std::size_t i = 0; i < controls_.lblKey.size(); ++i)
+        controls_.lblKey[i]->setBackColor(kStateColors[i]);
 }
 
 std::string CharOverview::firstOfFontArray() const {

@@ -13,8 +13,8 @@ namespace dravik {
 
 class CharOverview {
   public:
-    CharOverview(const ToolBinding& tool, modErrors& errors, OverviewControls& controls, GridControls& numeric,
-                 SampleCounts& counts);
+    CharOverview(const ToolBinding& tool, modErrors& errors, OverviewControls& controls,
+                 GridControls& numeric, SampleCounts& counts);
 
     // Repaints every cell from the character set and the trained counts.
     void UpdateCharDisplay();

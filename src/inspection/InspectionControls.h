@@ -1,4 +1,5 @@
-// The controls of the lower half of the screen: the character overview, the samples grid and the toolbar above them.
+// The controls of the lower half of the screen: the character overview, the samples grid and the toolbar
+// above them.
 #pragma once
 
 #include <array>

@@ -16,7 +16,11 @@ PictureShape box(double left, double top, double right, double bottom, Color col
 }
 
 PictureShape frame(double left, double top, double right, double bottom) {
-    return {Kind::Polygon, {{left, top}, {right, top}, {right, bottom}, {left, bottom}}, false, 1, kButtonTextColor};
+    return {Kind::Polygon,
+            {{left, top}, {right, top}, {right, bottom}, {left, bottom}},
+            false,
+            1,
+            kButtonTextColor};
 }
 
 PictureShape line(std::vector<PicturePoint> points, double width = 1.25, Color color = kButtonTextColor) {
@@ -31,9 +35,9 @@ Picture graphical() {
 }
 
 Picture numeric() {
-    return {box(1.5, 2.5, 14.5, 5.5, kBlue), frame(1.5, 2.5, 14.5, 13.5), line({{1.5, 5.5}, {14.5, 5.5}}, 1),
-            line({{1.5, 9.5}, {14.5, 9.5}}, 1), line({{5.5, 2.5}, {5.5, 13.5}}, 1),
-            line({{10, 2.5}, {10, 13.5}}, 1)};
+    return {box(1.5, 2.5, 14.5, 5.5, kBlue),    frame(1.5, 2.5, 14.5, 13.5),
+            line({{1.5, 5.5}, {14.5, 5.5}}, 1), line({{1.5, 9.5}, {14.5, 9.5}}, 1),
+            line({{5.5, 2.5}, {5.5, 13.5}}, 1), line({{10, 2.5}, {10, 13.5}}, 1)};
 }
 
 Picture histogram() {
@@ -47,14 +51,16 @@ Picture array() {
     for (int row = 0; row < 3; ++row)
         for (int column = 0; column < 3; ++column) {
             const int shade = kShades[row][column];
-            picture.push_back(box(2 + column * 4, 2 + row * 4, 6 + column * 4, 6 + row * 4, rgb(shade, shade, shade)));
+            picture.push_back(
+                box(2 + column * 4, 2 + row * 4, 6 + column * 4, 6 + row * 4, rgb(shade, shade, shade)));
         }
     picture.push_back(frame(2, 2, 14, 14));
     return picture;
 }
 
 Picture undo() {
-    return {line({{3, 6}, {10, 6}, {12.2, 6.8}, {13.3, 8.8}, {13, 11}, {11.5, 12.6}, {9, 13}, {6, 13}}, 1.6, kBlue),
+    return {line({{3, 6}, {10, 6}, {12.2, 6.8}, {13.3, 8.8}, {13, 11}, {11.5, 12.6}, {9, 13}, {6, 13}}, 1.6,
+                 kBlue),
             {Kind::Polygon, {{7, 2}, {2, 6}, {7, 10}}, true, 0, kBlue}};
 }
 
@@ -64,7 +70,15 @@ Picture log() {
 }
 
 Picture deviation() {
-    return {line({{1.5, 13}, {4, 12.2}, {5.6, 9.5}, {6.8, 5}, {8, 3.2}, {9.2, 5}, {10.4, 9.5}, {12, 12.2}, {14.5, 13}},
+    return {line({{1.5, 13},
+                  {4, 12.2},
+                  {5.6, 9.5},
+                  {6.8, 5},
+                  {8, 3.2},
+                  {9.2, 5},
+                  {10.4, 9.5},
+                  {12, 12.2},
+                  {14.5, 13}},
                  1.5, kBlue),
             line({{8, 3.2}, {8, 14.5}}, 1, kGrey), line({{1.5, 14.5}, {14.5, 14.5}}, 1)};
 }

@@ -20,9 +20,12 @@ struct Display {
 
 Display displayOf(int listIndex) {
     switch (listIndex) {
-        case kDisplayUncommitted: return {kAllUncommitted, kSampleFields, SampleKind::Uncommitted};
-        case kDisplayStatistics: return {kAllTrained, kCharacterFields, std::nullopt};
-        default: return {kAllCommitted, kSampleFields, SampleKind::Committed};
+        case kDisplayUncommitted:
+            return {kAllUncommitted, kSampleFields, SampleKind::Uncommitted};
+        case kDisplayStatistics:
+            return {kAllTrained, kCharacterFields, std::nullopt};
+        default:
+            return {kAllCommitted, kSampleFields, SampleKind::Committed};
     }
 }
 
@@ -72,7 +75,8 @@ void SamplesGrid::FillSamplesArray() {
 }
 
 void SamplesGrid::grid_KeyDown(int KeyCode, int Shift) {
-    const std::string entry = "Dravikdlg.grid_KeyDown(" + std::to_string(KeyCode) + "," + std::to_string(Shift) + ")";
+    const std::string entry =
+        "Dravikdlg.grid_KeyDown(" + std::to_string(KeyCode) + "," + std::to_string(Shift) + ")";
     errors_.procedures().run(entry, "grid_KeyDown", [&] {
         if (KeyCode == kKeyInsert && Shift == kCtrlMask) copySelection();
         if (KeyCode == kKeyDelete) deleteSelection();

@@ -23,8 +23,8 @@ class SamplesGrid {
     void sortByHeading();
     // The selection to the clipboard: a tab behind every cell, CR LF behind every row.
     void copySelection();
-    // Deletes the selected samples and refills. Every call names the same identifier: the tool moves the next sample
-    // into its place.
+    // Deletes the selected samples and refills. Every call names the same identifier: the tool moves the next
+    // sample into its place.
     void deleteSelection();
 
     GridControls& controls() noexcept { return controls_; }

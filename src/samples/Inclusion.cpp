@@ -25,8 +25,8 @@ std::string counted(const std::string& characters) {
 }  // namespace
 
 Inclusion::Inclusion(ToolBinding& tool, modErrors& errors, Platform& platform, SampleControls& controls,
-                     TrainingControls& train, IncludeState& includes, SampleCommit& commit, SampleDeletion& deletion,
-                     CharOverview& overview, SamplesGrid& grid)
+                     TrainingControls& train, IncludeState& includes, SampleCommit& commit,
+                     SampleDeletion& deletion, CharOverview& overview, SamplesGrid& grid)
     : tool_(tool),
       errors_(errors),
       platform_(platform),
@@ -57,7 +57,8 @@ void Inclusion::Include() {
         const std::int16_t count = commit_.CommitSamples();
         if (count >= 0) errors_.UserMsg(std::to_string(count) + " samples included.");
         if (count == kCommitDeclined) errors_.UserMsg("Samples not included.");
-        if (count == kNothingToCommit) errors_.UserMsg("Samples could not be included. Error counting samples.");
+        if (count == kNothingToCommit)
+            errors_.UserMsg("Samples could not be included. Error counting samples.");
 
         includes_.m_LastInclude = includes_.m_PendingInclude;
         errors_.sbr().panel("LastInclude").setText(includes_.m_LastInclude);
@@ -120,9 +121,9 @@ bool Inclusion::ReadyToCommit() {
             for (int column = kFirstFeatureColumn; column <= table->upperColumn(); ++column) {
                 const Cell cell = table->cell(row, column);
                 if (isInvalidFeature(cell)) {
-                    platform_.messageBox({"Error detected for character " + character +
-                                              "\r\rCharacters will not be included.",
-                                          "Error constant detected"});
+                    platform_.messageBox(
+                        {"Error detected for character " + character + "\r\rCharacters will not be included.",
+                         "Error constant detected"});
                     return;
                 }
                 const auto* number = std::get_if<double>(&cell);
@@ -135,8 +136,8 @@ bool Inclusion::ReadyToCommit() {
             result = true;
             return;
         }
-        platform_.messageBox({"Input characters:\r" + counted(input) + "Found characters:\r" + counted(found) +
-                                  "Samples will not be included.",
+        platform_.messageBox({"Input characters:\r" + counted(input) + "Found characters:\r" +
+                                  counted(found) + "Samples will not be included.",
                               "Difference in character counts"});
     });
     return result;

@@ -1,5 +1,5 @@
-// Include: the characters that the tool found in the current image become samples labelled with the typed text; they are
-// checked, committed and remembered for Undo.
+// Include: the characters that the tool found in the current image become samples labelled with the typed
+// text; they are checked, committed and remembered for Undo.
 #pragma once
 
 #include <cstdint>
@@ -24,8 +24,8 @@ class Inclusion {
     void AddSamples();
     // Mixed when no tool is bound. Only A-Z and a-z count.
     CharacterCase CharSetCase();
-    // True when the uncommitted samples are as many as the typed characters and hold no invalid value; otherwise the
-    // operator has been told. False after a failure.
+    // True when the uncommitted samples are as many as the typed characters and hold no invalid value;
+    // otherwise the operator has been told. False after a failure.
     bool ReadyToCommit();
 
     void chkCase_Click();

@@ -27,7 +27,8 @@ std::int16_t SampleCommit::CommitSamples() {
         }
         std::string missing;
         for (const auto& character : uncommitted)
-            if (!contains(font_.txtCharSet.text(), character) && !contains(missing, character)) missing += character;
+            if (!contains(font_.txtCharSet.text(), character) && !contains(missing, character))
+                missing += character;
         if (!missing.empty()) {
             const Answer answer = platform_.messageBox(
                 {"Characters " + missing +

@@ -19,10 +19,11 @@ constexpr std::int16_t kNothingToCommit = -3;
 class SampleCommit {
   public:
     SampleCommit(const ToolBinding& tool, modErrors& errors, Platform& platform, FontControls& font,
-                 TrainingControls& train, SampleDeletion& deletion, CharOverview& overview, SamplesGrid& grid);
+                 TrainingControls& train, SampleDeletion& deletion, CharOverview& overview,
+                 SamplesGrid& grid);
 
-    // The number of samples committed, kCommitDeclined or kNothingToCommit; 0 after a failure. Offers to add missing
-    // characters to the set; declining deletes the uncommitted samples.
+    // The number of samples committed, kCommitDeclined or kNothingToCommit; 0 after a failure. Offers to add
+    // missing characters to the set; declining deletes the uncommitted samples.
     std::int16_t CommitSamples();
 
   private:

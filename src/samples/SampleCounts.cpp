@@ -28,11 +28,15 @@ void writeDump(std::ostream& out, const RecordTable& table) {
 
 Failure fileFailure(int error) {
     switch (error) {
-        case ENOENT: return Failure(RuntimeError::PathNotFound);
+        case ENOENT:
+            return Failure(RuntimeError::PathNotFound);
         case EACCES:
-        case EROFS: return Failure(RuntimeError::PermissionDenied);
-        case ENOSPC: return Failure(RuntimeError::DiskFull);
-        default: return Failure(RuntimeError::PathFileAccessError);
+        case EROFS:
+            return Failure(RuntimeError::PermissionDenied);
+        case ENOSPC:
+            return Failure(RuntimeError::DiskFull);
+        default:
+            return Failure(RuntimeError::PathFileAccessError);
     }
 }
 
@@ -48,9 +52,13 @@ std::int16_t SampleCounts::numberOfAll(std::int32_t selector, const char* name) 
     return result;
 }
 
-std::int16_t SampleCounts::NumberUncommittedAll() { return numberOfAll(kAllUncommitted, "NumberUncommittedAll"); }
+std::int16_t SampleCounts::NumberUncommittedAll() {
+    return numberOfAll(kAllUncommitted, "NumberUncommittedAll");
+}
 
-std::int16_t SampleCounts::NumberCommittedAll() { return numberOfAll(kAllCommitted, "NumberCommittedAll"); }
+std::int16_t SampleCounts::NumberCommittedAll() {
+    return numberOfAll(kAllCommitted, "NumberCommittedAll");
+}
 
 std::int16_t SampleCounts::NumberCommitted(const std::string& c) {
     std::int16_t result = 0;

@@ -16,14 +16,16 @@ class SampleCounts {
   public:
     SampleCounts(const ToolBinding& tool, modErrors& errors) : tool_(tool), errors_(errors) {}
 
-    // Counts that a 16-bit integer cannot hold, and a query without an answer, are reported; the result is then 0.
+    // Counts that a 16-bit integer cannot hold, and a query without an answer, are reported; the result is
+    // then 0.
     std::int16_t NumberUncommittedAll();
     std::int16_t NumberCommittedAll();
     // kNoToolCount while no tool is bound; `c` is one character.
     std::int16_t NumberCommitted(const std::string& c);
     std::int16_t NumberTrained(const std::string& c);
 
-    // Writes every uncommitted sample with its features to "checknew.csv" in the jobs folder, replacing the file.
+    // Writes every uncommitted sample with its features to "checknew.csv" in the jobs folder, replacing the
+    // file.
     void SaveUncommitted();
 
   private:

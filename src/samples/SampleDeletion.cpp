@@ -11,8 +11,9 @@ constexpr Color kIncludedColor = rgb(128, 128, 255);
 
 }  // namespace
 
-SampleDeletion::SampleDeletion(ToolBinding& tool, modErrors& errors, Platform& platform, IncludeState& includes,
-                               SampleCounts& counts, CharOverview& overview, SamplesGrid& grid)
+SampleDeletion::SampleDeletion(ToolBinding& tool, modErrors& errors, Platform& platform,
+                               IncludeState& includes, SampleCounts& counts, CharOverview& overview,
+                               SamplesGrid& grid)
     : tool_(tool),
       errors_(errors),
       platform_(platform),
@@ -21,8 +22,8 @@ SampleDeletion::SampleDeletion(ToolBinding& tool, modErrors& errors, Platform& p
       overview_(overview),
       grid_(grid) {}
 
-// Walks rows 1 to upper bound - 1: the loop ends as soon as it reaches the last row, which is not looked at. A table
-// with a single record is therefore walked past its end, which raises Subscript out of range.
+// Walks rows 1 to upper bound - 1: the loop ends as soon as it reaches the last row, which is not looked at.
+// A table with a single record is therefore walked past its end, which raises Subscript out of range.
 template <class Matches>
 void SampleDeletion::deleteCommitted(const RecordTable& table, Matches matches, std::int16_t& deleted) {
     const int last = table.upperRow();
@@ -41,14 +42,16 @@ std::int16_t SampleDeletion::DeleteChar(std::int16_t kind, const std::string& c)
     const bool done = errors_.procedures().run("Dravikdlg.DeleteChar", "DeleteChar", [&] {
         std::int16_t deleted = 0;
         if (kind == kDeleteUncommitted) {
-            platform_.messageBox({"The feature to delete Uncommitted Samples is not implemented.\r"
-                                  "See 'DeleteAllSamples'.",
-                                  ""});
+            platform_.messageBox(
+                {"The feature to delete Uncommitted Samples is not implemented.\r"
+                 "See 'DeleteAllSamples'.",
+                 ""});
         } else if (kind == kDeleteCommitted) {
             const auto table = tool_->GetSampleData(kAllCommitted, kSampleFields);
             if (!table) return;
             counts_.NumberCommitted(c);
-            deleteCommitted(*table, [&](int row) { return table->character(row) == c; }, deleted);
+            deleteCommitted(
+                *table, [&](int row) { return table->character(row) == c; }, deleted);
         }
         tool_.setFontChanged(true);
         grid_.FillSamplesArray();
@@ -60,8 +63,8 @@ std::int16_t SampleDeletion::DeleteChar(std::int16_t kind, const std::string& c)
 std::int16_t SampleDeletion::DeleteSamplesByDistance(const std::string& Character, double MinDistance,
                                                      double MaxDistance) {
     std::int16_t result = 0;
-    const std::string entry = "Dravikdlg.DeleteSamplesByDistance(" + Character + "," + numberText(MinDistance) + "," +
-                              numberText(MaxDistance) + ")";
+    const std::string entry = "Dravikdlg.DeleteSamplesByDistance(" + Character + "," +
+                              numberText(MinDistance) + "," + numberText(MaxDistance) + ")";
     errors_.procedures().run(entry, "DeleteSamplesByDistance", [&] {
         const auto table = tool_->GetSampleData(kAllCommitted, kSampleFields);
         if (!table) return;
@@ -90,7 +93,8 @@ void SampleDeletion::DeleteAllSamples(std::int16_t kind) {
             const auto table = tool_->GetSampleData(kAllUncommitted, kSampleFields);
             if (!table) return;
             const int last = table->upperRow();
-            for (int call = 0; call <= last; ++call) tool_->DeleteSample(sampleIdentifier(SampleKind::Uncommitted, 0));
+            for (int call = 0; call <= last; ++call)
+                tool_->DeleteSample(sampleIdentifier(SampleKind::Uncommitted, 0));
             includes_.m_PendingInclude.clear();
         }
         grid_.FillSamplesArray();
@@ -104,7 +108,8 @@ void SampleDeletion::DeleteLast() {
         const int last = table->upperRow();
         const int length = toInt32(static_cast<double>(characterCount(includes_.m_LastInclude)));
         if (length == 0) return;
-        // The highest identifier names the place behind the last sample; the others are the last include's samples.
+        // The highest identifier names the place behind the last sample; the others are the last include's
+        // samples.
         for (int index = last; index >= last - length; --index)
             tool_->DeleteSample(sampleIdentifier(SampleKind::Committed, index));
         tool_.setFontChanged(true);

@@ -1,5 +1,5 @@
-// Deleting samples: those of a character, those whose Distance lies in a range, all uncommitted ones, and those of the
-// last include; and the marking of the characters that were included.
+// Deleting samples: those of a character, those whose Distance lies in a range, all uncommitted ones, and
+// those of the last include; and the marking of the characters that were included.
 #pragma once
 
 #include <cstdint>
@@ -24,13 +24,14 @@ class SampleDeletion {
     SampleDeletion(ToolBinding& tool, modErrors& errors, Platform& platform, IncludeState& includes,
                    SampleCounts& counts, CharOverview& overview, SamplesGrid& grid);
 
-    // Committed samples of one character. The last record is never examined: it stays even when it is one of them.
-    // Returns the number deleted, -1 after a failure.
+    // Committed samples of one character. The last record is never examined: it stays even when it is one of
+    // them. Returns the number deleted, -1 after a failure.
     std::int16_t DeleteChar(std::int16_t kind, const std::string& c);
 
-    // Committed samples of the character whose Distance is in the range, both ends included, with the same bound as
-    // DeleteChar. Returns the number deleted.
-    std::int16_t DeleteSamplesByDistance(const std::string& Character, double MinDistance, double MaxDistance);
+    // Committed samples of the character whose Distance is in the range, both ends included, with the same
+    // bound as DeleteChar. Returns the number deleted.
+    std::int16_t DeleteSamplesByDistance(const std::string& Character, double MinDistance,
+                                         double MaxDistance);
 
     // Every uncommitted sample; deleting all committed ones is not offered.
     void DeleteAllSamples(std::int16_t kind);

@@ -8,13 +8,16 @@ constexpr std::int16_t kDeviationArray = 1;
 
 }  // namespace
 
-ChildForms::ChildForms(const ToolBinding& tool, modErrors& errors, CharOverview& overview, SampleDeletion& deletion)
+ChildForms::ChildForms(const ToolBinding& tool, modErrors& errors, CharOverview& overview,
+                       SampleDeletion& deletion)
     : errors_(errors),
       overview_(overview),
       deletion_(deletion),
       array_(tool, errors, overview.FontArray(),
              {[this] { overview_.SetFontArray(); },
-              [this](const std::string& character, std::int16_t mode) { m_dlgArray_SetArray(mode, character); }}),
+              [this](const std::string& character, std::int16_t mode) {
+                  m_dlgArray_SetArray(mode, character);
+              }}),
       histogram_(tool, errors, overview.FontArray(),
                  {[this](const std::string& character, double minimum, double maximum) {
                       m_dlgHist_DeleteByDistance(character, minimum, maximum);
@@ -65,7 +68,8 @@ void ChildForms::m_dlgHist_ShowFontHist(const std::string& character) {
 }
 
 void ChildForms::m_dlgHist_UserMsg(const std::string& text) {
-    errors_.procedures().run("Dravikdlg.m_dlgHist_UserMsg", "m_dlgHist_UserMsg", [&] { errors_.UserMsg(text); });
+    errors_.procedures().run("Dravikdlg.m_dlgHist_UserMsg", "m_dlgHist_UserMsg",
+                             [&] { errors_.UserMsg(text); });
 }
 
 }  // namespace dravik

@@ -44,7 +44,8 @@ struct DravikDlg::Parts {
                         includes, commit, deletion, overview,      grid};
     FontSelection selection{tool, errors, platform, screen.font, screen.train, grid};
     TrainingRun run{tool, errors, platform, screen.train, screen.font, screen.sample, overview, selection};
-    StepBinding binding{tool, errors, screen.font, screen.sample, screen.train, overview, grid, selection, run};
+    StepBinding binding{tool, errors,    screen.font, screen.sample, screen.train, overview,
+                        grid, selection, run};
     ChildForms forms{tool, errors, overview, deletion};
     ToolbarButtons toolbar{errors, overview, deletion, forms};
     PopupMenus menus{tool, errors, platform, screen.train, counts, deletion, overview, grid, forms};
@@ -53,8 +54,8 @@ struct DravikDlg::Parts {
     void wire();
 };
 
-// The order matters: choosing the first timeout runs the timeout handler, which finds no tool yet and says nothing of it
-// because the message is cleared at the end.
+// The order matters: choosing the first timeout runs the timeout handler, which finds no tool yet and says
+// nothing of it because the message is cleared at the end.
 void DravikDlg::Parts::UserControl_Initialize() {
     errors.procedures().run("Dravikdlg.UserControl_Initialize", "UserControl_Initialize", [&] {
         tool.tool.reset();
@@ -126,7 +127,9 @@ DravikDlg::DravikDlg(Platform& platform, JobFolder folder)
     parts_->binding.filled = [this] { fontStateChanged(); };
 }
 
-DravikDlg::~DravikDlg() { UserControl_Terminate(); }
+DravikDlg::~DravikDlg() {
+    UserControl_Terminate();
+}
 
 void DravikDlg::UserControl_Terminate() {
     if (std::exchange(parts_->terminated, true)) return;
@@ -137,9 +140,9 @@ void DravikDlg::UserControl_Terminate() {
     procedures.run("Dravikdlg.UserControl_Terminate", "UserControl_Terminate", [&] {
         parts_->forms.release();
         if (parts_->tool.m_FontChanged()) {
-            const Answer answer = parts_->platform.messageBox(
-                {"The font has changed since it was last saved.\r\rSave changes?", "Font Changed",
-                 MessageBox::Buttons::YesNo});
+            const Answer answer =
+                parts_->platform.messageBox({"The font has changed since it was last saved.\r\rSave changes?",
+                                             "Font Changed", MessageBox::Buttons::YesNo});
             if (answer == Answer::Yes) parts_->tool->SaveFont(selectedFontCaption());
         }
         parts_->rootStep.reset();
@@ -147,19 +150,33 @@ void DravikDlg::UserControl_Terminate() {
     parts_->screen.train.tmrTrain.setEnabled(false);
 }
 
-Form& DravikDlg::form() noexcept { return parts_->screen.form; }
+Form& DravikDlg::form() noexcept {
+    return parts_->screen.form;
+}
 
-Screen& DravikDlg::screen() noexcept { return parts_->screen; }
+Screen& DravikDlg::screen() noexcept {
+    return parts_->screen;
+}
 
-void DravikDlg::setReadOnly(bool readOnly) { parts_->readOnly = readOnly; }
+void DravikDlg::setReadOnly(bool readOnly) {
+    parts_->readOnly = readOnly;
+}
 
-bool DravikDlg::readOnly() const { return parts_->readOnly; }
+bool DravikDlg::readOnly() const {
+    return parts_->readOnly;
+}
 
-void DravikDlg::setRootStep(StepPtr step) { parts_->rootStep = std::move(step); }
+void DravikDlg::setRootStep(StepPtr step) {
+    parts_->rootStep = std::move(step);
+}
 
-void DravikDlg::setStep(StepPtr step) { parts_->binding.setStep(std::move(step)); }
+void DravikDlg::setStep(StepPtr step) {
+    parts_->binding.setStep(std::move(step));
+}
 
-StepPtr DravikDlg::step() const { return parts_->tool.tool; }
+StepPtr DravikDlg::step() const {
+    return parts_->tool.tool;
+}
 
 std::int16_t DravikDlg::DeleteSamplesByDistance(const std::string& Character, double MinDistance,
                                                 double MaxDistance) {
@@ -170,14 +187,20 @@ void DravikDlg::HighlightIncluded(const std::string& IncludedChars) {
     parts_->deletion.HighlightIncluded(IncludedChars);
 }
 
-std::string DravikDlg::FontTrainDate(const std::string& Font) { return parts_->selection.FontTrainDate(Font); }
+std::string DravikDlg::FontTrainDate(const std::string& Font) {
+    return parts_->selection.FontTrainDate(Font);
+}
 
-bool DravikDlg::m_FontChanged() const noexcept { return parts_->tool.m_FontChanged(); }
+bool DravikDlg::m_FontChanged() const noexcept {
+    return parts_->tool.m_FontChanged();
+}
 
 std::string DravikDlg::selectedFont() const {
     return parts_->selection.m_FontIndex == kFontUnknown ? std::string() : selectedFontCaption();
 }
 
-const std::string& DravikDlg::selectedFontCaption() const { return parts_->screen.font.lblSelectedFont.caption(); }
+const std::string& DravikDlg::selectedFontCaption() const {
+    return parts_->screen.font.lblSelectedFont.caption();
+}
 
 }  // namespace dravik

@@ -1,5 +1,6 @@
-// The training screen as a whole: its controls, its state, the procedures behind it and the wiring of its events. A host
-// hands it a step to edit through StepEditor; a backend shows form() and fires the events of its widgets.
+// The training screen as a whole: its controls, its state, the procedures behind it and the wiring of its
+// events. A host hands it a step to edit through StepEditor; a backend shows form() and fires the events of
+// its widgets.
 #pragma once
 
 #include <memory>
@@ -19,7 +20,8 @@ class DravikDlg : public StepEditor {
     // Runs UserControl_Terminate unless it has run.
     ~DravikDlg() override;
 
-    // The host is about to destroy the control: releases the child forms and offers to save a changed font. Runs once.
+    // The host is about to destroy the control: releases the child forms and offers to save a changed font.
+    // Runs once.
     void UserControl_Terminate();
 
     Form& form() noexcept;
@@ -33,7 +35,8 @@ class DravikDlg : public StepEditor {
     StepPtr step() const override;
 
     // The public interface; failures are reported on the status bar, never raised.
-    std::int16_t DeleteSamplesByDistance(const std::string& Character, double MinDistance, double MaxDistance);
+    std::int16_t DeleteSamplesByDistance(const std::string& Character, double MinDistance,
+                                         double MaxDistance);
     void HighlightIncluded(const std::string& IncludedChars);
     std::string FontTrainDate(const std::string& Font);
 

@@ -8,29 +8,38 @@ namespace {
 constexpr std::int16_t kGridView = 2;
 
 std::string mouseText(const MouseEvent& event) {
-    return std::to_string(event.button) + "," + std::to_string(event.shift) + "," + numberText(event.x) + "," +
-           numberText(event.y) + ")";
+    return std::to_string(event.button) + "," + std::to_string(event.shift) + "," + numberText(event.x) +
+           "," + numberText(event.y) + ")";
 }
 
 const char* pickName(MenuPick pick) {
     switch (pick) {
-        case MenuPick::CharacterArray: return "CharacterArray";
-        case MenuPick::CharacterStdDev: return "CharacterStdDev";
-        case MenuPick::CharacterDelete: return "CharacterDelete";
-        case MenuPick::CharacterExclude: return "CharacterExclude";
-        case MenuPick::CharacterHistogram: return "CharacterHistogram";
-        case MenuPick::FontHistogram: return "FontHistogram";
-        default: return nullptr;
+        case MenuPick::CharacterArray:
+            return "CharacterArray";
+        case MenuPick::CharacterStdDev:
+            return "CharacterStdDev";
+        case MenuPick::CharacterDelete:
+            return "CharacterDelete";
+        case MenuPick::CharacterExclude:
+            return "CharacterExclude";
+        case MenuPick::CharacterHistogram:
+            return "CharacterHistogram";
+        case MenuPick::FontHistogram:
+            return "FontHistogram";
+        default:
+            return nullptr;
     }
 }
 
-bool inFont(const Label& cell) { return cell.backColor() != kScrollBarColor; }
+bool inFont(const Label& cell) {
+    return cell.backColor() != kScrollBarColor;
+}
 
 }  // namespace
 
-PopupMenus::PopupMenus(const ToolBinding& tool, modErrors& errors, Platform& platform, TrainingControls& train,
-                       SampleCounts& counts, SampleDeletion& deletion, CharOverview& overview, SamplesGrid& grid,
-                       ChildForms& forms)
+PopupMenus::PopupMenus(const ToolBinding& tool, modErrors& errors, Platform& platform,
+                       TrainingControls& train, SampleCounts& counts, SampleDeletion& deletion,
+                       CharOverview& overview, SamplesGrid& grid, ChildForms& forms)
     : tool_(tool),
       errors_(errors),
       platform_(platform),
@@ -42,8 +51,7 @@ PopupMenus::PopupMenus(const ToolBinding& tool, modErrors& errors, Platform& pla
       forms_(forms) {}
 
 void PopupMenus::lblChar_MouseDown(int Index, const MouseEvent& event) {
-    const std::string entry =
-        "Dravikdlg.lblChar_MouseDown(" + std::to_string(Index) + "," + mouseText(event);
+    const std::string entry = "Dravikdlg.lblChar_MouseDown(" + std::to_string(Index) + "," + mouseText(event);
     errors_.procedures().run(entry, "lblChar_MouseDown", [&] {
         errors_.UserMsg("");
         Label& cell = *overview_.controls().lblChar.at(static_cast<std::size_t>(Index));
@@ -82,15 +90,23 @@ void PopupMenus::act(MenuPick pick, Label& cell) {
                 forms_.DisplayCharHistogram(character, kCharacterDistance);
             }
             break;
-        case MenuPick::FontHistogram: forms_.DisplayCharHistogram(character, kFontHistogram); break;
-        case MenuPick::CharacterExclude: excludeCharacter(character); break;
-        case MenuPick::CharacterDelete: deleteCharacter(character); break;
-        default: break;
+        case MenuPick::FontHistogram:
+            forms_.DisplayCharHistogram(character, kFontHistogram);
+            break;
+        case MenuPick::CharacterExclude:
+            excludeCharacter(character);
+            break;
+        case MenuPick::CharacterDelete:
+            deleteCharacter(character);
+            break;
+        default:
+            break;
     }
 }
 
 void PopupMenus::excludeCharacter(const std::string& character) {
-    if (!confirmed("Are you certain you want to exclude the character " + character + " from the font?", character))
+    if (!confirmed("Are you certain you want to exclude the character " + character + " from the font?",
+                   character))
         return;
     deletion_.DeleteChar(kDeleteCommitted, character);
     const auto set = deletion_.FontWithoutChar(character);
@@ -102,7 +118,8 @@ void PopupMenus::excludeCharacter(const std::string& character) {
 }
 
 void PopupMenus::deleteCharacter(const std::string& character) {
-    if (!confirmed("Are you certain you want to delete all samples for the character " + character + "?", character))
+    if (!confirmed("Are you certain you want to delete all samples for the character " + character + "?",
+                   character))
         return;
     deletion_.DeleteChar(kDeleteCommitted, character);
     train_.cmdTrain.setFocus();
@@ -130,13 +147,18 @@ void PopupMenus::grid_MouseDown(const MouseEvent& event) {
         popup.ShowCharArray(false);
         popup.CurrentView = kGridView;
         switch (popup.popUp(platform_, popup.mnuMain, grid_.controls().grid, event.x, event.y)) {
-            case MenuPick::GridCopy: grid_.copySelection(); break;
-            case MenuPick::GridDelete: grid_.deleteSelection(); break;
+            case MenuPick::GridCopy:
+                grid_.copySelection();
+                break;
+            case MenuPick::GridDelete:
+                grid_.deleteSelection();
+                break;
             case MenuPick::FontHistogram:
                 overview_.SetFontArray();
                 forms_.DisplayCharHistogram(overview_.firstOfFontArray(), kFontHistogram);
                 break;
-            default: break;
+            default:
+                break;
         }
     });
 }

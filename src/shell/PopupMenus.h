@@ -1,4 +1,5 @@
-// The pop-up menus of the character cells and of the samples grid: one place that opens them and acts on the pick.
+// The pop-up menus of the character cells and of the samples grid: one place that opens them and acts on the
+// pick.
 #pragma once
 
 #include <string>

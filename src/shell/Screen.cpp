@@ -8,8 +8,8 @@ Screen::Screen() {
     sbr.add("LastInclude", "", 1800).setToolTip("Last text included");
 
     font.fraFont.setLayout(column({
-        row({item(font.lblFontName), item(font.lblSelectedFont).stretched(), item(font.lblFontDateTime).stretched(2),
-             item(font.cmdSelectFont)}),
+        row({item(font.lblFontName), item(font.lblSelectedFont).stretched(),
+             item(font.lblFontDateTime).stretched(2), item(font.cmdSelectFont)}),
         row({item(font.LabelCharSet), item(font.txtCharSet).stretched()}),
     }));
     font.lblSelectedFont.setUsesMnemonic(false);
@@ -21,7 +21,8 @@ Screen::Screen() {
     }));
 
     train.fraTrain.setLayout(column({
-        row({item(train.cmdTrain), item(train.cmdStop), item(train.cmdSaveFont), item(train.cmdRevert), space()}),
+        row({item(train.cmdTrain), item(train.cmdStop), item(train.cmdSaveFont), item(train.cmdRevert),
+             space()}),
         row({item(train.lblTimeout), item(train.cboTimeout), item(train.prgTrain).stretched()}),
         item(train.lblStatus),
     }));

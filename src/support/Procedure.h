@@ -1,5 +1,5 @@
-// Every procedure of the screen and of its forms traces its entry and catches its own failure. This is the one place
-// that does both.
+// Every procedure of the screen and of its forms traces its entry and catches its own failure. This is the
+// one place that does both.
 #pragma once
 
 #include <functional>

@@ -30,8 +30,8 @@ void TraceLog::DlgEventLog(std::string_view entry, bool startNewLog) {
         const std::string file = folder_.traceLog();
         if (startNewLog || g_lLogEntry == 0) writeLine(file, std::ios::trunc, kHeader);
         writeLine(file, std::ios::app,
-                  std::to_string(g_lLogEntry) + "\t" + platform_.dateText() + "\t" + platform_.timeText() + "\t" +
-                      std::string(entry) + "\r\n");
+                  std::to_string(g_lLogEntry) + "\t" + platform_.dateText() + "\t" + platform_.timeText() +
+                      "\t" + std::string(entry) + "\r\n");
         if (g_lLogEntry == std::numeric_limits<std::int32_t>::max()) throw Failure(RuntimeError::Overflow);
         ++g_lLogEntry;
     } catch (...) {

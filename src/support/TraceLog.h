@@ -1,5 +1,5 @@
-// The trace log: one line per procedure entry in "dravik_log.txt" of the jobs folder, written and closed at once so that
-// it survives a crash of the host.
+// The trace log: one line per procedure entry in "dravik_log.txt" of the jobs folder, written and closed at
+// once so that it survives a crash of the host.
 #pragma once
 
 #include <string>
@@ -14,8 +14,8 @@ class TraceLog {
   public:
     TraceLog(Platform& platform, JobFolder folder);
 
-    // Appends an entry while g_bTrace is set; does nothing otherwise. The first entry of a thread, or `startNewLog`,
-    // begins a fresh file. A failure is shown in a message box and never raised.
+    // Appends an entry while g_bTrace is set; does nothing otherwise. The first entry of a thread, or
+    // `startNewLog`, begins a fresh file. A failure is shown in a message box and never raised.
     void DlgEventLog(std::string_view entry, bool startNewLog);
 
     void trace(std::string_view entry) { DlgEventLog(entry, false); }

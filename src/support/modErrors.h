@@ -1,4 +1,5 @@
-// How the training screen speaks to the operator: messages and error reports, both in the status-bar panel "Message".
+// How the training screen speaks to the operator: messages and error reports, both in the status-bar panel
+// "Message".
 #pragma once
 
 #include <string>

@@ -1,4 +1,5 @@
-// What every control on a user-interface thread shares: the trace switch and the number of the next trace line.
+// What every control on a user-interface thread shares: the trace switch and the number of the next trace
+// line.
 #pragma once
 
 #include <cstdint>

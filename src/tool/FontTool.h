@@ -1,8 +1,9 @@
-// The contract with the OCR font tool: everything that the training screen asks of it, in the order in which the tool's
-// interface declares it.
+// The contract with the OCR font tool: everything that the training screen asks of it, in the order in which
+// the tool's interface declares it.
 //
-// Every operation raises Failure with the tool's own number and text; the state that it had reached stays. All calls
-// come from the user-interface thread. Only a training run goes on by itself, and is observed by polling.
+// Every operation raises Failure with the tool's own number and text; the state that it had reached stays.
+// All calls come from the user-interface thread. Only a training run goes on by itself, and is observed by
+// polling.
 #pragma once
 
 #include <cstdint>
@@ -33,8 +34,8 @@ class FontTool {
     virtual void DuplicateFont(const std::string& newName, const std::string& existingName) = 0;
     // Replaces the current font's character set.
     virtual void SetCharacterSet(const CharacterSet& set) = 0;
-    // Adds the characters found in the current image as uncommitted samples, labelled in order with the characters of
-    // the text.
+    // Adds the characters found in the current image as uncommitted samples, labelled in order with the
+    // characters of the text.
     virtual void IncludeSamples(const std::string& expectedText) = 0;
     // Every uncommitted sample becomes a committed one, behind those that are.
     virtual void CommitNewSamples() = 0;

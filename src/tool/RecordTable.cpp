@@ -24,7 +24,9 @@ std::string cellText(const Cell& cell) {
     return {};
 }
 
-double RecordTable::number(int row, int column) const { return cellNumber(cell(row, column)); }
+double RecordTable::number(int row, int column) const {
+    return cellNumber(cell(row, column));
+}
 
 std::span<const std::int32_t> RecordTable::codes() const {
     if (codes_.empty() && upperRow() > 0) {
@@ -46,6 +48,8 @@ std::span<const double> RecordTable::values() const {
     return values_;
 }
 
-std::string RecordTable::character(int row) const { return characterOf(toInt32(number(row, 1))); }
+std::string RecordTable::character(int row) const {
+    return characterOf(toInt32(number(row, 1)));
+}
 
 }  // namespace dravik

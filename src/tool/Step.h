@@ -10,7 +10,8 @@ namespace dravik {
 
 // The program identifier of the only step that the screen edits.
 inline constexpr char kDravikStep[] = "Step.DravikTool.1";
-// The datum that holds the selected font: a bit mask over the font list, its lowest set bit being the font's index.
+// The datum that holds the selected font: a bit mask over the font list, its lowest set bit being the font's
+// index.
 inline constexpr char kSelectedFontDatum[] = "SelFont";
 
 class Step {

@@ -86,7 +86,8 @@ bool FontSelection::FontTrained() {
         if (!tool_.m_ToolBound) return;
         const auto table = tool_->GetSampleData(kAllTrained, kCharacterFields);
         std::int32_t sum = 0;
-        for (int row = 1; table && row <= table->upperRow(); ++row) sum = toInt32(sum + table->number(row, 2));
+        for (int row = 1; table && row <= table->upperRow(); ++row)
+            sum = toInt32(sum + table->number(row, 2));
         result = sum >= 1;
     });
     return result;

@@ -43,8 +43,8 @@ class FontSelection {
     std::function<void()> fillItems;
 
   private:
-    // The manager was left without a choice, but fonts may have been made, renamed or deleted in it: the screen goes on
-    // with the font that it shows, under the name that it has now, or with none.
+    // The manager was left without a choice, but fonts may have been made, renamed or deleted in it: the
+    // screen goes on with the font that it shows, under the name that it has now, or with none.
     void keepShownFont();
     // Index in the tool's font list, kFontUnknown when it is not there.
     std::int16_t indexOf(const std::string& font);

@@ -98,7 +98,8 @@ void TrainingRun::tmrTrain_Timer() {
         std::string rms;
         if (!tool_->IsTrainingAborted()) {
             rms = rmsText(tool_->GetRmsError());
-            controls_.lblStatus.setCaption("Cycles: " + std::to_string(tool_->GetTrainCycles()) + ", RMS: " + rms);
+            controls_.lblStatus.setCaption("Cycles: " + std::to_string(tool_->GetTrainCycles()) +
+                                           ", RMS: " + rms);
             // What the run has learnt is not in the font's file yet: closing now asks whether to save it.
             tool_.setFontChanged(true);
         }

@@ -7,7 +7,9 @@
 
 namespace dravik {
 
-void ProgressBar::setValue(float percent) { assign(value_, std::clamp(percent, 0.0f, 100.0f), Change::Value); }
+void ProgressBar::setValue(float percent) {
+    assign(value_, std::clamp(percent, 0.0f, 100.0f), Change::Value);
+}
 
 void StatusPanel::setText(std::string text) {
     if (text_ == text) return;

@@ -1,5 +1,5 @@
-// A surface with bars, lines and labels in user units: x to the right, y upwards. The form that owns it builds a scene
-// and hands it over whole; the backend draws it sharp at any size.
+// A surface with bars, lines and labels in user units: x to the right, y upwards. The form that owns it
+// builds a scene and hands it over whole; the backend draws it sharp at any size.
 #pragma once
 
 #include <string>
@@ -11,7 +11,7 @@ namespace dravik {
 
 struct ChartBar {
     double left = 0;
-    double top = 0;     // the bar reaches from `top` down by `height`
+    double top = 0;  // the bar reaches from `top` down by `height`
     double width = 0;
     double height = 0;
     Color fill = 0;
@@ -33,7 +33,7 @@ struct ChartLabel {
     enum class Alignment { Start, Center, End };
 
     double left = 0;
-    double top = 0;     // the text hangs below `top`
+    double top = 0;  // the text hangs below `top`
     double width = 0;
     std::string caption;
     int fontSize = 10;  // points
@@ -59,7 +59,8 @@ struct ChartScene {
 
 class Chart : public Widget {
   public:
-    explicit Chart(std::string name) : Widget(WidgetKind::Chart, std::move(name), kButtonFaceColor, kWindowTextColor) {}
+    explicit Chart(std::string name)
+        : Widget(WidgetKind::Chart, std::move(name), kButtonFaceColor, kWindowTextColor) {}
 
     const ChartScale& scale() const noexcept { return scale_; }
     void setScale(ChartScale scale) {

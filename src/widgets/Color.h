@@ -1,5 +1,5 @@
-// Colours are 32-bit values in blue-green-red order, red in the low byte; with the top bit set the low byte is the index
-// of a system colour, which a backend takes from the current theme.
+// Colours are 32-bit values in blue-green-red order, red in the low byte; with the top bit set the low byte
+// is the index of a system colour, which a backend takes from the current theme.
 #pragma once
 
 #include <cstdint>
@@ -11,10 +11,18 @@ using Color = std::uint32_t;
 constexpr Color rgb(int red, int green, int blue) {
     return static_cast<Color>(red) | static_cast<Color>(green) << 8 | static_cast<Color>(blue) << 16;
 }
-constexpr bool isSystemColor(Color color) { return (color & 0x80000000u) != 0; }
-constexpr int redOf(Color color) { return static_cast<int>(color & 0xFF); }
-constexpr int greenOf(Color color) { return static_cast<int>(color >> 8 & 0xFF); }
-constexpr int blueOf(Color color) { return static_cast<int>(color >> 16 & 0xFF); }
+constexpr bool isSystemColor(Color color) {
+    return (color & 0x80000000u) != 0;
+}
+constexpr int redOf(Color color) {
+    return static_cast<int>(color & 0xFF);
+}
+constexpr int greenOf(Color color) {
+    return static_cast<int>(color >> 8 & 0xFF);
+}
+constexpr int blueOf(Color color) {
+    return static_cast<int>(color >> 16 & 0xFF);
+}
 
 constexpr Color kScrollBarColor = 0x80000000u;
 constexpr Color kWindowColor = 0x80000005u;

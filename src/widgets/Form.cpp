@@ -8,7 +8,8 @@ namespace {
 Widget* findIn(const Layout& layout, std::string_view name) {
     if (layout.widget) {
         if (layout.widget->name() == name) return layout.widget;
-        if (const auto* container = dynamic_cast<const Container*>(layout.widget)) return container->find(name);
+        if (const auto* container = dynamic_cast<const Container*>(layout.widget))
+            return container->find(name);
     }
     for (const auto& child : layout.children)
         if (auto* found = findIn(child, name)) return found;
@@ -20,7 +21,9 @@ Widget* findIn(const Layout& layout, std::string_view name) {
 Container::Container(WidgetKind kind, std::string name, std::string caption)
     : Widget(kind, std::move(name), kButtonFaceColor, kButtonTextColor), caption_(std::move(caption)) {}
 
-Widget* Container::find(std::string_view name) const { return findIn(layout_, name); }
+Widget* Container::find(std::string_view name) const {
+    return findIn(layout_, name);
+}
 
 void Form::load() {
     if (std::exchange(loaded_, true)) return;

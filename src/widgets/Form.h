@@ -1,4 +1,5 @@
-// Containers: the frame, a captioned group of controls, and the form, a window or an embedded page with its timers.
+// Containers: the frame, a captioned group of controls, and the form, a window or an embedded page with its
+// timers.
 #pragma once
 
 #include <string>
@@ -21,8 +22,8 @@ class Container : public Widget {
     const Layout& layout() const noexcept { return layout_; }
     void setLayout(Layout layout) { layout_ = std::move(layout); }
 
-    // The widget of that name in this container or one inside it; nothing when there is none. Of a control array it is
-    // the first element.
+    // The widget of that name in this container or one inside it; nothing when there is none. Of a control
+    // array it is the first element.
     Widget* find(std::string_view name) const;
 
   protected:
@@ -39,8 +40,8 @@ class Frame : public Container {
         : Container(WidgetKind::Frame, std::move(name), std::move(caption)) {}
 };
 
-// Life of a form: load() once before it is first shown, activate each time that it comes up, unload() when it closes;
-// after that it can be loaded again.
+// Life of a form: load() once before it is first shown, activate each time that it comes up, unload() when it
+// closes; after that it can be loaded again.
 class Form : public Container {
   public:
     Form(std::string name, std::string caption)
@@ -57,7 +58,8 @@ class Form : public Container {
     void load();
     // For the backend: the form is on the screen. Loads it first.
     void activate();
-    // Fires unloading and then unloaded, on which a backend takes the form from the screen. Does nothing unless loaded.
+    // Fires unloading and then unloaded, on which a backend takes the form from the screen. Does nothing
+    // unless loaded.
     void unload();
 
     Signal<> loading;

@@ -7,7 +7,9 @@
 
 namespace dravik {
 
-double GridSource::number(int row, int column) const { return leadingNumber(text(row, column)); }
+double GridSource::number(int row, int column) const {
+    return leadingNumber(text(row, column));
+}
 
 void Grid::setSource(std::shared_ptr<const GridSource> source) {
     source_ = std::move(source);
@@ -16,9 +18,13 @@ void Grid::setSource(std::shared_ptr<const GridSource> source) {
     select(row_, column_, rowSelection_, columnSelection_);
 }
 
-int Grid::rows() const { return source_ ? source_->rows() : 0; }
+int Grid::rows() const {
+    return source_ ? source_->rows() : 0;
+}
 
-int Grid::columns() const { return source_ ? source_->columns() : 0; }
+int Grid::columns() const {
+    return source_ ? source_->columns() : 0;
+}
 
 std::string Grid::text(int row, int column) const {
     if (row < 0 || row >= rows() || column < 0 || column >= columns()) return {};
@@ -54,7 +60,8 @@ void Grid::sortByText(int column) {
     sortByKey(keyed);
     // Long texts that begin alike are still in the order in which they came.
     for (auto first = keyed.begin(); first != keyed.end();) {
-        const auto last = std::find_if(first, keyed.end(), [&](const KeyedRow& row) { return row.key != first->key; });
+        const auto last =
+            std::find_if(first, keyed.end(), [&](const KeyedRow& row) { return row.key != first->key; });
         if (isCutKey(first->key))
             std::stable_sort(first, last, [&](const KeyedRow& a, const KeyedRow& b) {
                 return source_->text(a.row, column) < source_->text(b.row, column);
@@ -65,7 +72,9 @@ void Grid::sortByText(int column) {
 }
 
 void Grid::select(int row, int column, int rowSelection, int columnSelection) {
-    const auto cutRow = [&](int value) { return std::clamp(value, std::min(1, rows() - 1), std::max(rows() - 1, 0)); };
+    const auto cutRow = [&](int value) {
+        return std::clamp(value, std::min(1, rows() - 1), std::max(rows() - 1, 0));
+    };
     const auto cutColumn = [&](int value) { return std::clamp(value, 0, std::max(columns() - 1, 0)); };
     row_ = std::max(cutRow(row), 0);
     column_ = cutColumn(column);

@@ -1,5 +1,5 @@
-// A virtual grid: it holds a source that gives a cell's text when asked, an order of its rows, a current cell and a
-// selection that reaches from the current cell to a selection end, as a flex grid has them.
+// A virtual grid: it holds a source that gives a cell's text when asked, an order of its rows, a current cell
+// and a selection that reaches from the current cell to a selection end, as a flex grid has them.
 #pragma once
 
 #include <cstdint>
@@ -29,9 +29,11 @@ class GridSource {
 
 class Grid : public Widget {
   public:
-    explicit Grid(std::string name) : Widget(WidgetKind::Grid, std::move(name), kWindowColor, kWindowTextColor) {}
+    explicit Grid(std::string name)
+        : Widget(WidgetKind::Grid, std::move(name), kWindowColor, kWindowTextColor) {}
 
-    // Shows another source in the source's own order. The current cell and the selection stay, cut to the new size.
+    // Shows another source in the source's own order. The current cell and the selection stay, cut to the new
+    // size.
     void setSource(std::shared_ptr<const GridSource> source);
 
     int rows() const;

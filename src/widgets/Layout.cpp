@@ -25,9 +25,13 @@ Layout space(int stretch) {
     return layout;
 }
 
-Layout row(std::vector<Layout> children) { return group(Layout::Kind::Row, std::move(children)); }
+Layout row(std::vector<Layout> children) {
+    return group(Layout::Kind::Row, std::move(children));
+}
 
-Layout column(std::vector<Layout> children) { return group(Layout::Kind::Column, std::move(children)); }
+Layout column(std::vector<Layout> children) {
+    return group(Layout::Kind::Column, std::move(children));
+}
 
 Layout table(std::vector<std::vector<Layout>> rows) {
     Layout layout = group(Layout::Kind::Table, {});

@@ -10,7 +10,9 @@ namespace dravik {
 ListControl::ListControl(WidgetKind kind, std::string name, std::vector<std::string> items)
     : Widget(kind, std::move(name), kWindowColor, kWindowTextColor), items_(std::move(items)) {}
 
-void ListControl::clear() { setItems({}); }
+void ListControl::clear() {
+    setItems({});
+}
 
 void ListControl::addItem(std::string item) {
     items_.push_back(std::move(item));

@@ -19,8 +19,8 @@ class ListControl : public Widget {
 
     // Index of the chosen entry, -1 for none.
     int listIndex() const noexcept { return listIndex_; }
-    // Chooses an entry and fires click, even when it is the one already chosen; -1 chooses none and fires nothing.
-    // Raises Invalid property value (380) outside -1..count()-1.
+    // Chooses an entry and fires click, even when it is the one already chosen; -1 chooses none and fires
+    // nothing. Raises Invalid property value (380) outside -1..count()-1.
     void setListIndex(int index);
 
     // The chosen entry's text, "" when there is none.

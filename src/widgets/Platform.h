@@ -1,5 +1,6 @@
-// What only a platform can do for the screen: message boxes, forms on the screen, pop-up menus, the clipboard, dates in
-// the user's regional form and the pointer's busy shape. Tests pass one whose answers are written down in advance.
+// What only a platform can do for the screen: message boxes, forms on the screen, pop-up menus, the
+// clipboard, dates in the user's regional form and the pointer's busy shape. Tests pass one whose answers are
+// written down in advance.
 #pragma once
 
 #include <string>
@@ -36,8 +37,8 @@ class Platform {
     // Activates the form in a window of its own, or brings that window to the front.
     virtual void show(Form& form) = 0;
 
-    // Pops the menu up at a place of a widget (as in MouseEvent), fires the click of the item picked, if any, and
-    // returns once the menu is closed.
+    // Pops the menu up at a place of a widget (as in MouseEvent), fires the click of the item picked, if any,
+    // and returns once the menu is closed.
     virtual void popUpMenu(PopupMenu& menu, Widget& at, double x, double y) = 0;
 
     // Replaces the clipboard's content.

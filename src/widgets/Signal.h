@@ -1,5 +1,5 @@
-// Events: a signal calls its subscribers in the order in which they came. Subscribing, leaving and even destroying the
-// signal while it is calling are safe. One thread only.
+// Events: a signal calls its subscribers in the order in which they came. Subscribing, leaving and even
+// destroying the signal while it is calling are safe. One thread only.
 #pragma once
 
 #include <functional>

@@ -10,7 +10,8 @@ namespace dravik {
 class TextBox : public Widget {
   public:
     explicit TextBox(std::string name, std::string text = {})
-        : Widget(WidgetKind::TextBox, std::move(name), kWindowColor, kWindowTextColor), text_(std::move(text)) {}
+        : Widget(WidgetKind::TextBox, std::move(name), kWindowColor, kWindowTextColor),
+          text_(std::move(text)) {}
 
     const std::string& text() const noexcept { return text_; }
     // Fires textChanged when the text differs, whether the operator typed it or a procedure set it.

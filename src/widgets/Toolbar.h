@@ -37,8 +37,8 @@ class ToolButton {
     void setPressed(bool pressed);
     void setToolTip(std::string toolTip);
 
-    // As if the operator clicked it: a check button changes its state, then the bar's click is fired. Does nothing
-    // while the button or the bar is disabled.
+    // As if the operator clicked it: a check button changes its state, then the bar's click is fired. Does
+    // nothing while the button or the bar is disabled.
     void press();
 
   private:

@@ -1,5 +1,6 @@
-// What every control of the screen has in common: a name, a state that can be read and set, events, and word to whoever
-// watches it when the state changes. No window system is known here; a backend shows the state and fires the events.
+// What every control of the screen has in common: a name, a state that can be read and set, events, and word
+// to whoever watches it when the state changes. No window system is known here; a backend shows the state and
+// fires the events.
 #pragma once
 
 #include <string>
@@ -29,10 +30,10 @@ enum class WidgetKind {
 
 // What changed, for a watcher to show no more than it must.
 enum class Change {
-    Caption,    // caption or text
+    Caption,  // caption or text
     Enabled,
     Visible,
-    Appearance, // colours, boldness, font size, alignment, picture
+    Appearance,  // colours, boldness, font size, alignment, picture
     ToolTip,
     Value,      // checked, progress, position, pressed
     Items,      // the entries of a list, the panels of a bar, the content of a grid or chart

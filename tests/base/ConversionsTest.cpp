@@ -80,23 +80,25 @@ TEST(NumberFormat, RoundsHalfAwayFromZeroOnTheDecimalDigits) {
     EXPECT_EQ(formatNumber(1e20, "0.0"), "100000000000000000000.0");
 }
 
-// "0.000" is written by a shorter way than the same picture with a digit more that counts only when it is there.
+// "0.000" is written by a shorter way than the same picture with a digit more that counts only when it is
+// there.
 TEST(NumberFormat, TheShortWayAgreesWithTheLongOne) {
     std::vector<double> values = {9999.9994, 9999.9996, 1e7, 123456789.0005, 1e15, 4e-320, -0.0004, -0.0006};
     for (int k = 0; k < 3000; ++k) {
         const double middle = (k + 0.5) / 1000;
-        for (const double value : {middle, std::nextafter(middle, 0), std::nextafter(middle, 10), k / 7.0, -k / 999.0,
-                                   static_cast<double>(static_cast<float>(middle))})
+        for (const double value : {middle, std::nextafter(middle, 0), std::nextafter(middle, 10), k / 7.0,
+                                   -k / 999.0, static_cast<double>(static_cast<float>(middle))})
             values.push_back(value);
     }
-    for (const double value : values) EXPECT_EQ(formatNumber(value, "0.000"), formatNumber(value, "#0.000")) << value;
+    for (const double value : values)
+        EXPECT_EQ(formatNumber(value, "0.000"), formatNumber(value, "#0.000")) << value;
 }
 
 TEST(Text, CountsCharactersNotBytes) {
     EXPECT_EQ(characterCount("aé€"), 3u);
     EXPECT_EQ(characters("é1"), (std::vector<std::string>{"é", "1"}));
-    EXPECT_EQ(characterCount("\xC3"), 1u);        // cut off in the middle of a character
-    EXPECT_EQ(characterCount("\xE2\x82z"), 3u);   // not UTF-8: a byte a character
+    EXPECT_EQ(characterCount("\xC3"), 1u);       // cut off in the middle of a character
+    EXPECT_EQ(characterCount("\xE2\x82z"), 3u);  // not UTF-8: a byte a character
     EXPECT_EQ(withoutLast("aé€", 2), "a");
     EXPECT_EQ(withoutLast("ab", 5), "");
     for (const std::int32_t code : {0x41, 0xE9, 0x20AC, 0x1F600}) EXPECT_EQ(codeOf(characterOf(code)), code);

@@ -102,8 +102,9 @@ TEST_F(FontSelectionTest, ANewFontIsMadeWithItsCleanedNameAndItsSet) {
     std::vector<std::string> changes = tool->changes();
     ASSERT_GE(changes.size(), 3u);
     changes.resize(3);
-    EXPECT_EQ(changes, (std::vector<std::string>{"CreateFont(my_font_b)", "SetCharacterSet(0,1,2,3,4,5,6,7,8,9)",
-                                                 "SaveFont(my_font_b)"}));
+    EXPECT_EQ(changes,
+              (std::vector<std::string>{"CreateFont(my_font_b)", "SetCharacterSet(0,1,2,3,4,5,6,7,8,9)",
+                                        "SaveFont(my_font_b)"}));
     EXPECT_EQ(control.selectedFont(), "my_font_b");
 
     platform.modalHandlers["dlgFontNew"] = [](Form& form) {

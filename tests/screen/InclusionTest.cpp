@@ -47,7 +47,8 @@ TEST_F(InclusionTest, CommitsTheSamplesAndRemembersTheInclude) {
     EXPECT_EQ(cell("A").backColor(), rgb(128, 128, 255));
     EXPECT_EQ(cell("C").backColor(), rgb(255, 255, 255));
     include("C");
-    EXPECT_EQ(cell("A").backColor(), rgb(128, 128, 255)) << "all includes since the font was loaded are marked";
+    EXPECT_EQ(cell("A").backColor(), rgb(128, 128, 255))
+        << "all includes since the font was loaded are marked";
     EXPECT_EQ(cell("C").backColor(), rgb(128, 128, 255));
 }
 
@@ -103,7 +104,8 @@ TEST_F(InclusionTest, InvalidFeaturesStopTheInclude) {
         include("AB");
         ASSERT_EQ(platform.boxes.size(), 1u);
         EXPECT_EQ(platform.boxes[0].title, "Error constant detected");
-        EXPECT_EQ(platform.boxes[0].text, "Error detected for character B\r\rCharacters will not be included.");
+        EXPECT_EQ(platform.boxes[0].text,
+                  "Error detected for character B\r\rCharacters will not be included.");
         EXPECT_TRUE(tool->uncommitted.empty());
         EXPECT_TRUE(tool->committed.empty());
     }
@@ -173,8 +175,8 @@ TEST_F(InclusionTest, TypingCountsTheCharacters) {
 }
 
 TEST_F(InclusionTest, AToolThatFailsAtAnyStepLeavesTheScreenUsable) {
-    for (const char* operation : {"IncludeSamples", "GetUncommittedSamples", "CommitNewSamples", "GetSampleData",
-                                  "DeleteSample", "GetCharacterSet"}) {
+    for (const char* operation : {"IncludeSamples", "GetUncommittedSamples", "CommitNewSamples",
+                                  "GetSampleData", "DeleteSample", "GetCharacterSet"}) {
         tool->failAt(operation, -2147467259, "Camera lost");
         platform.boxAnswers.assign(3, Answer::Ok);
         include("AB");
@@ -186,8 +188,7 @@ TEST_F(InclusionTest, AToolThatFailsAtAnyStepLeavesTheScreenUsable) {
     tool->failAt("CommitNewSamples", -2147467259, "Camera lost");
     screen().sample.txtSampleInput.setText("AB");
     std::vector<std::string> messages;
-    const Connection watch =
-        screen().sbr.changed.connect([&](Change) { messages.push_back(message()); });
+    const Connection watch = screen().sbr.changed.connect([&](Change) { messages.push_back(message()); });
     screen().sample.cmdInclude.press();
     EXPECT_NE(std::find(messages.begin(), messages.end(), "CommitSamples Err -2147467259 Camera lost"),
               messages.end());

@@ -38,8 +38,8 @@ TEST_F(PopupMenusTest, ItemsFollowTheNumberOfTrainedSamples) {
     EXPECT_FALSE(platform.menus[1].enabled("mnuMainCharHist"));
     EXPECT_TRUE(platform.menus[1].enabled("mnuMainCharacterDelete"));
     EXPECT_FALSE(platform.menus[2].enabled("mnuMainCharacterDelete"));
-    for (const char* item : {"mnuMainCharacterExclude", "mnuMainCharacterShowArray", "mnuMainCharacterShowStdDev",
-                             "mnuMainFontHist"})
+    for (const char* item : {"mnuMainCharacterExclude", "mnuMainCharacterShowArray",
+                             "mnuMainCharacterShowStdDev", "mnuMainFontHist"})
         EXPECT_TRUE(platform.menus[2].enabled(item)) << item;
     EXPECT_FALSE(platform.menus[2].enabled("mnuMainGridCopy"));
     EXPECT_EQ(platform.menus[2].item("mnuMainCharacterExclude").caption, "Remove C from Font");
@@ -90,7 +90,8 @@ TEST_F(PopupMenusTest, TheViewersOpenAndCloseWithTheControl) {
     rightClick("A", "mnuMainCharacterShowStdDev");
     rightClick("A", "mnuMainCharHist");
     rightClick("B", "mnuMainFontHist");
-    EXPECT_EQ(platform.shown, (std::vector<std::string>{"dlgCharArray", "dlgCharArray", "dlgCharHist", "dlgCharHist"}));
+    EXPECT_EQ(platform.shown,
+              (std::vector<std::string>{"dlgCharArray", "dlgCharArray", "dlgCharHist", "dlgCharHist"}));
     toolButton("Array").press();
     EXPECT_EQ(platform.shown.back(), "dlgCharArray");
     EXPECT_EQ(platform.busyDepth, 0);

@@ -40,7 +40,8 @@ TEST_F(SampleDeletionTest, TheLastRecordIsNeverExamined) {
     EXPECT_EQ(control.DeleteSamplesByDistance("A", 0, 1), 0);
     EXPECT_EQ(committed(), "BBA");
     tool->committed.resize(1);
-    EXPECT_EQ(control.DeleteSamplesByDistance("B", 0, 1), 0) << "a failed deletion answers what it had so far";
+    EXPECT_EQ(control.DeleteSamplesByDistance("B", 0, 1), 0)
+        << "a failed deletion answers what it had so far";
     EXPECT_EQ(message(), "DeleteSamplesByDistance Err 9 Subscript out of range");
     EXPECT_EQ(committed(), "") << "the sample that matched before the failure stays deleted";
 }

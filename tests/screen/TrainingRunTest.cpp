@@ -31,8 +31,8 @@ class TrainingRunTest : public BoundScreen {
 
 TEST_F(TrainingRunTest, TheTimeoutListAndTheToolAgree) {
     const std::pair<std::int32_t, const char*> limits[] = {
-        {10, "10 sec"}, {20, "20 sec"}, {30, "30 sec"}, {60, "1 minute"}, {120, "2 minutes"}, {180, "3 minutes"},
-        {300, "5 minutes"}};
+        {10, "10 sec"},     {20, "20 sec"},     {30, "30 sec"},    {60, "1 minute"},
+        {120, "2 minutes"}, {180, "3 minutes"}, {300, "5 minutes"}};
     for (const auto& [seconds, text] : limits) {
         tool->timeout = seconds;
         control.setStep(tool);
@@ -62,8 +62,8 @@ TEST_F(TrainingRunTest, ARunShowsItsProgressAndItsFigures) {
     EXPECT_FLOAT_EQ(screen().train.prgTrain.value(), 2.0f);
 
     int focus = 0;
-    const Connection watch = screen().train.cmdSaveFont.changed.connect(
-        [&](Change change) { focus += change == Change::Focus; });
+    const Connection watch =
+        screen().train.cmdSaveFont.changed.connect([&](Change change) { focus += change == Change::Focus; });
     end(0.03f, 412);
     EXPECT_EQ(screen().train.lblStatus.caption(), "Cycles: 412, RMS: 0.03");
     EXPECT_EQ(screen().train.prgTrain.value(), 100);

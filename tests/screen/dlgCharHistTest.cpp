@@ -224,7 +224,8 @@ TEST_F(dlgCharHistTest, CountsThatDoNotFitAreReported) {
 TEST_F(dlgCharHistTest, TheThresholdColoursTheBars) {
     fontHistogram();
     EXPECT_EQ(bar(0).fill, rgb(255, 0, 0));  // exactly at the threshold
-    EXPECT_EQ(bar(2).fill, rgb(0, 0, 255));  // without samples, until the first tick that sees the pointer move
+    EXPECT_EQ(bar(2).fill,
+              rgb(0, 0, 255));  // without samples, until the first tick that sees the pointer move
     form.tmrGraphics.tick();
     EXPECT_EQ(panel("Msg"), "Created font histogram");
     EXPECT_EQ(bar(2).fill, rgb(0, 0, 255));
