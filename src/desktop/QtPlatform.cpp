@@ -76,7 +76,9 @@ QWidget* QtPlatform::parentWindow() const {
 
 namespace {
 
-// A text typed by the operator is one word, however long: the box is to be wide enough for it.
+// A text typed by the operator is one word, however long: the box is to be wide enough for it. Qt wraps at half the
+// screen or 500, and cuts off what is wider than the screen less 480. A minimum below the first would clip a box that
+// Qt takes for narrow, so that an ordinary text gets none.
 void makeRoomForLongWords(QMessageBox& dialog) {
     auto* label = dialog.findChild<QLabel*>(QStringLiteral("qt_msgbox_label"));
     if (!label) return;
@@ -86,8 +88,12 @@ void makeRoomForLongWords(QMessageBox& dialog) {
         if (line.trimmed().indexOf(QLatin1Char(' ')) < 0 || line.startsWith(QLatin1Char(' ')))
             widest = std::max(widest, label->fontMetrics().horizontalAdvance(line));
     constexpr int kMargin = 16;
-    const int room = dialog.screen()->availableGeometry().width() * 3 / 4;
-    label->setMinimumWidth(std::min(widest + kMargin, room));
+    constexpr int kIconAndBorders = 120;
+    const int screen = dialog.screen()->availableGeometry().width();
+    const int wrapped = std::min(screen / 2, 500);
+    const int most = (screen <= 1024 ? screen : std::min(screen - 480, 1000)) - kIconAndBorders;
+    if (widest > wrapped - kIconAndBorders)
+        label->setMinimumWidth(std::min(std::max(widest + kMargin, wrapped), most));
 }
 
 }  // namespace
