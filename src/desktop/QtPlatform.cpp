@@ -76,9 +76,9 @@ QWidget* QtPlatform::parentWindow() const {
 
 namespace {
 
-// A text typed by the operator is one word, however long: the box is to be wide enough for it. Qt wraps at half the
-// screen or 500, and cuts off what is wider than the screen less 480. A minimum below the first would clip a box that
-// Qt takes for narrow, so that an ordinary text gets none.
+// A text typed by the operator is one word, however long: the box is to be wide enough for it. Qt wraps at
+// half the screen or 500, and cuts off what is wider than the screen less 480. A minimum below the first
+// would clip a box that Qt takes for narrow, so that an ordinary text gets none.
 void makeRoomForLongWords(QMessageBox& dialog) {
     auto* label = dialog.findChild<QLabel*>(QStringLiteral("qt_msgbox_label"));
     if (!label) return;

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <filesystem>
+#include <random>
 #include <string>
 
 namespace dravik {
@@ -9,8 +10,10 @@ namespace dravik {
 class TestFolder {
   public:
     TestFolder() {
-        std::string pattern = (std::filesystem::temp_directory_path() / "dravik-XXXXXX").string();
-        path_ = mkdtemp(pattern.data());
+        std::random_device random;
+        path_ = std::filesystem::temp_directory_path() /
+                ("dravik-" + std::to_string(random()) + "-" + std::to_string(random()));
+        std::filesystem::create_directories(path_);
     }
     TestFolder(const TestFolder&) = delete;
     TestFolder& operator=(const TestFolder&) = delete;
