@@ -4,6 +4,7 @@
 #include <QAccessibleWidget>
 
 #include "desktop/CellView.h"
+#include "desktop/ChartAccessible.h"
 #include "desktop/ChartView.h"
 #include "desktop/PartView.h"
 
@@ -12,8 +13,7 @@ namespace {
 
 QAccessibleInterface* makeInterface(const QString&, QObject* object) {
     if (auto* cell = qobject_cast<CellView*>(object)) return new QAccessibleWidget(cell, QAccessible::Cell);
-    if (auto* chart = qobject_cast<ChartView*>(object))
-        return new QAccessibleWidget(chart, QAccessible::Chart);
+    if (auto* chart = qobject_cast<ChartView*>(object)) return new ChartAccessible(chart);
     if (auto* part = qobject_cast<PartView*>(object))
         return new QAccessibleWidget(part, QAccessible::Graphic);
     return nullptr;

@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "base/Failure.h"
 #include "desktop/QtConversions.h"
 #include "desktop/Theme.h"
 
@@ -45,6 +46,17 @@ QPointF ChartView::fromView(QPointF place) const {
 
 QRectF ChartView::barPlace(const ChartBar& bar) const {
     return QRectF(toView(bar.left, bar.top), toView(bar.left + bar.width, bar.top - bar.height)).normalized();
+}
+
+int ChartView::visibleBars() const {
+    return static_cast<int>(std::count_if(scene_.bars.begin(), scene_.bars.end(),
+                                          [](const ChartBar& bar) { return bar.visible; }));
+}
+
+const ChartBar& ChartView::visibleBar(int index) const {
+    for (const ChartBar& bar : scene_.bars)
+        if (bar.visible && index-- == 0) return bar;
+    throw Failure(RuntimeError::SubscriptOutOfRange);
 }
 
 void ChartView::paintEvent(QPaintEvent*) {

@@ -20,6 +20,11 @@ class ChartView : public QWidget {
     QPointF toView(double x, double y) const;
     QPointF fromView(QPointF place) const;
 
+    // The bars that can be seen, from 0; places are in the view's own coordinates.
+    int visibleBars() const;
+    const ChartBar& visibleBar(int index) const;
+    QRectF visibleBarPlace(int index) const { return barPlace(visibleBar(index)); }
+
     QSize sizeHint() const override { return {640, 340}; }
     QSize minimumSizeHint() const override { return {320, 180}; }
 

@@ -3,6 +3,7 @@
 #include <QImage>
 
 #include "ShownForm.h"
+#include "desktop/AccessibleRoles.h"
 #include "desktop/CellView.h"
 #include "desktop/ChartView.h"
 #include "desktop/Theme.h"
@@ -125,9 +126,21 @@ TEST(ChartSurface, DrawsAndPointsInUserUnits) {
     ASSERT_EQ(downs.size(), 2u);
     EXPECT_DOUBLE_EQ(downs[1].x, 45);
 
+    installAccessibleRoles();
+    QAccessibleInterface* heard = QAccessible::queryAccessibleInterface(&view);
+    ASSERT_TRUE(heard);
+    EXPECT_EQ(heard->role(), QAccessible::Chart);
+    ASSERT_EQ(heard->childCount(), 2);
+    QAccessibleInterface* second = heard->child(1);
+    EXPECT_EQ(second->text(QAccessible::Name), "C, 0 samples");
+    EXPECT_EQ(heard->child(0)->rect(), QRect(view.mapToGlobal(QPoint(50, 200)), QSize(50, 200)));
+    EXPECT_EQ(heard->indexOfChild(second), 1);
+
     chart.setScene({});  // fewer bars than the pointer stood on
     QTest::keyClick(&view, Qt::Key_Menu);
     EXPECT_EQ(downs.size(), 3u);
+    EXPECT_FALSE(second->isValid());
+    EXPECT_EQ(heard->childCount(), 0);
 }
 
 }  // namespace
