@@ -15,9 +15,9 @@
 #include <filesystem>
 #include <ostream>
 
+#include "base/Paths.h"
 #include "base/Text.h"
 #include "desktop/QtConversions.h"
-#include "trainer/FilePath.h"
 #include "trainer/SampleList.h"
 
 namespace dravik {
@@ -31,11 +31,11 @@ constexpr char kWrongLabel[] = "W";  // given to the first character of the guid
 constexpr char kWrongCell[] = "lblChar(22)";
 
 std::string normalPath(const std::string& path) {
-    return fileName(std::filesystem::absolute(filePath(path)).lexically_normal());
+    return fromPath(std::filesystem::absolute(toPath(path)).lexically_normal());
 }
 
 std::string nameOf(const std::string& path) {
-    return fileName(filePath(path).filename());
+    return fromPath(toPath(path).filename());
 }
 
 std::string readText(const Reading& reading) {
@@ -127,9 +127,9 @@ void DemoSession::picture(const std::string& name) {
 void DemoSession::plan(const std::vector<std::string>& paths) {
     std::vector<std::vector<Task>> tasks;
     for (const auto& path : paths) {
-        const bool isFolder = std::filesystem::is_directory(filePath(path));
-        const auto folder = isFolder ? filePath(path) : filePath(path).parent_path();
-        const auto list = readSampleList(fileName(folder / kListName));
+        const bool isFolder = std::filesystem::is_directory(toPath(path));
+        const auto folder = isFolder ? toPath(path) : toPath(path).parent_path();
+        const auto list = readSampleList(fromPath(folder / kListName));
         tasks.emplace_back();
         for (const auto& sample : list)
             if (isFolder || sample.image == nameOf(path))

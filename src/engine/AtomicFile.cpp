@@ -10,6 +10,7 @@
 #include <system_error>
 
 #include "base/Failure.h"
+#include "base/Paths.h"
 
 #ifdef _WIN32
 #ifndef NOMINMAX
@@ -29,15 +30,6 @@ namespace {
 namespace fs = std::filesystem;
 
 constexpr std::string_view kTemporary = ".tmp-";
-
-fs::path pathOf(const std::string& file) {
-    return fs::path(std::u8string(file.begin(), file.end()));
-}
-
-std::string nameOf(const fs::path& path) {
-    const std::u8string text = path.u8string();
-    return {text.begin(), text.end()};
-}
 
 [[noreturn]] void fail(RuntimeError number, const std::string& what, const std::string& file,
                        const std::string& problem) {
@@ -103,7 +95,7 @@ class FileHandle {
 
 void writeThrough(const std::string& file, std::span<const std::uint8_t> content,
                   const std::string& reported) {
-    const HANDLE opened = CreateFileW(pathOf(file).c_str(), GENERIC_WRITE, 0, nullptr, CREATE_NEW,
+    const HANDLE opened = CreateFileW(toPath(file).c_str(), GENERIC_WRITE, 0, nullptr, CREATE_NEW,
                                       FILE_ATTRIBUTE_NORMAL, nullptr);
     if (opened == INVALID_HANDLE_VALUE) failWith(GetLastError(), "Cannot write", reported);
     const FileHandle handle(opened);
@@ -120,18 +112,18 @@ void writeThrough(const std::string& file, std::span<const std::uint8_t> content
 void replaceFile(const std::string& from, const std::string& to, bool keepsBackup) {
     if (keepsBackup && fileExists(to)) {
         // ReplaceFile keeps the name present throughout and moves the previous version to the backup.
-        if (ReplaceFileW(pathOf(to).c_str(), pathOf(from).c_str(), pathOf(backupOf(to)).c_str(), 0, nullptr,
+        if (ReplaceFileW(toPath(to).c_str(), toPath(from).c_str(), toPath(backupOf(to)).c_str(), 0, nullptr,
                          nullptr))
             return;
     }
-    if (!MoveFileExW(pathOf(from).c_str(), pathOf(to).c_str(),
+    if (!MoveFileExW(toPath(from).c_str(), toPath(to).c_str(),
                      MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH))
         failWith(GetLastError(), "Cannot write", to);
 }
 
 void moveFile(const std::string& from, const std::string& to, bool replaces, const std::string& what) {
     const DWORD flags = MOVEFILE_WRITE_THROUGH | (replaces ? MOVEFILE_REPLACE_EXISTING : 0u);
-    if (!MoveFileExW(pathOf(from).c_str(), pathOf(to).c_str(), flags))
+    if (!MoveFileExW(toPath(from).c_str(), toPath(to).c_str(), flags))
         failWith(GetLastError(), what, replaces ? from : GetLastError() == ERROR_ALREADY_EXISTS ? to : from);
 }
 
@@ -209,7 +201,7 @@ void writeThrough(const std::string& file, std::span<const std::uint8_t> content
 
 // A rename is on the disk once its folder is; a file system that cannot flush a folder is trusted.
 void flushFolder(const std::string& file) {
-    const std::string folder = nameOf(pathOf(file).parent_path());
+    const std::string folder = fromPath(toPath(file).parent_path());
     const FileHandle handle(open(folder.empty() ? "." : folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
     if (handle.get() >= 0) fsync(handle.get());
 }
@@ -220,7 +212,7 @@ void replaceFile(const std::string& from, const std::string& to, bool keepsBacku
         // to be had.
         const std::string second = from + "b";
         std::error_code error;
-        if (link(to.c_str(), second.c_str()) != 0) fs::copy_file(pathOf(to), pathOf(second), error);
+        if (link(to.c_str(), second.c_str()) != 0) fs::copy_file(toPath(to), toPath(second), error);
         if (error || rename(second.c_str(), backupOf(to).c_str()) != 0) {
             const int cause = error ? error.value() : errno;
             unlink(second.c_str());
@@ -255,11 +247,11 @@ std::string temporaryOf(const std::string& file) {
 // What a save that was killed left behind.
 void removeLeftovers(const std::string& file) noexcept {
     try {
-        const fs::path path = pathOf(file);
-        const std::string start = nameOf(path.filename()) + std::string(kTemporary);
+        const fs::path path = toPath(file);
+        const std::string start = fromPath(path.filename()) + std::string(kTemporary);
         std::error_code error;
         for (const fs::directory_entry& entry : fs::directory_iterator(path.parent_path(), error)) {
-            const std::string name = nameOf(entry.path().filename());
+            const std::string name = fromPath(entry.path().filename());
             if (!name.starts_with(start)) continue;
             const unsigned long process = std::strtoul(name.c_str() + start.size(), nullptr, 10);
             if (process == processNumber() || !processRuns(process)) fs::remove(entry.path(), error);
@@ -270,11 +262,11 @@ void removeLeftovers(const std::string& file) noexcept {
 }
 
 void makeFolderOf(const std::string& file) {
-    const fs::path folder = pathOf(file).parent_path();
+    const fs::path folder = toPath(file).parent_path();
     std::error_code error;
     if (folder.empty() || fs::is_directory(folder, error)) return;
     fs::create_directories(folder, error);
-    if (error) failWith(static_cast<SystemError>(error.value()), "Cannot make folder", nameOf(folder));
+    if (error) failWith(static_cast<SystemError>(error.value()), "Cannot make folder", fromPath(folder));
 }
 
 }  // namespace
@@ -285,7 +277,7 @@ std::string backupOf(const std::string& file) {
 
 bool fileExists(const std::string& file) {
     std::error_code error;
-    return fs::exists(pathOf(file), error);
+    return fs::exists(toPath(file), error);
 }
 
 void writeWholeFile(const std::string& file, std::span<const std::uint8_t> content, bool keepsBackup) {
@@ -297,14 +289,14 @@ void writeWholeFile(const std::string& file, std::span<const std::uint8_t> conte
         replaceFile(temporary, file, keepsBackup);
     } catch (...) {
         std::error_code ignored;
-        fs::remove(pathOf(temporary), ignored);
+        fs::remove(toPath(temporary), ignored);
         throw;
     }
 }
 
 std::vector<std::uint8_t> readWholeFile(const std::string& file, std::uint64_t most) {
     std::error_code error;
-    const fs::path path = pathOf(file);
+    const fs::path path = toPath(file);
     if (!fs::exists(path, error))
         throw Failure(RuntimeError::FileNotFound, "File not found: \"" + file + "\"");
     if (!fs::is_regular_file(path, error))

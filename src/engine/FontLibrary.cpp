@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "base/Failure.h"
+#include "base/Paths.h"
 #include "base/Text.h"
 #include "engine/AtomicFile.h"
 
@@ -18,11 +19,6 @@ namespace fs = std::filesystem;
 constexpr std::size_t kMaskedFonts = 15;
 constexpr std::size_t kLongestName = 200;
 constexpr char kExtension[] = ".nnd";
-
-std::string textOf(const fs::path& path) {
-    const std::u8string text = path.u8string();
-    return {text.begin(), text.end()};
-}
 
 bool isFileName(const std::string& name) {
     if (name.empty() || name.size() > kLongestName || name == "." || name == "..") return false;
@@ -53,20 +49,19 @@ std::string FontLibrary::memory() const {
 
 std::vector<std::string> FontLibrary::names() const {
     std::vector<std::string> names;
-    const std::string folder = folder_.fontsFolder();
-    const fs::path path(std::u8string(folder.begin(), folder.end()));
+    const fs::path path = toPath(folder_.fontsFolder());
     std::error_code error;
     if (!fs::exists(path, error)) return names;
     fs::directory_iterator entries(path, error);
     for (; !error && entries != fs::directory_iterator(); entries.increment(error)) {
         std::error_code unknown;
         const fs::path entry = entries->path().filename();
-        if (textOf(entry.extension()) != kExtension || !entries->is_regular_file(unknown)) continue;
-        if (std::string name = textOf(entry.stem()); isFileName(name)) names.push_back(std::move(name));
+        if (fromPath(entry.extension()) != kExtension || !entries->is_regular_file(unknown)) continue;
+        if (std::string name = fromPath(entry.stem()); isFileName(name)) names.push_back(std::move(name));
     }
     if (error)
         throw Failure(RuntimeError::PathFileAccessError,
-                      "Cannot list the fonts in \"" + folder + "\": " + error.message());
+                      "Cannot list the fonts in \"" + folder_.fontsFolder() + "\": " + error.message());
     std::sort(names.begin(), names.end(), [](const std::string& a, const std::string& b) {
         const std::string lowerA = lowerCase(a), lowerB = lowerCase(b);
         return lowerA != lowerB ? lowerA < lowerB : a < b;

@@ -7,7 +7,7 @@
 #include <utility>
 
 #include "base/Failure.h"
-#include "trainer/FilePath.h"
+#include "base/Paths.h"
 
 namespace dravik {
 namespace {
@@ -61,7 +61,7 @@ void HeadlessPlatform::setClipboardText(const std::string&) {}
 
 std::string HeadlessPlatform::fileDateText(const std::string& path) {
     std::error_code error;
-    const auto written = std::filesystem::last_write_time(filePath(path), error);
+    const auto written = std::filesystem::last_write_time(toPath(path), error);
     if (error) throw Failure(RuntimeError::FileNotFound);
     const auto time = std::chrono::file_clock::to_sys(written);
     return localText(std::chrono::time_point_cast<SystemClock::duration>(time), "%Y-%m-%d %H:%M:%S");

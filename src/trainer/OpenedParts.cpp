@@ -8,8 +8,8 @@
 #include <utility>
 
 #include "base/Failure.h"
+#include "base/Paths.h"
 #include "base/Text.h"
-#include "trainer/FilePath.h"
 #include "trainer/Thumbnail.h"
 
 namespace dravik {
@@ -20,7 +20,7 @@ namespace fs = std::filesystem;
 bool hasImageExtension(const fs::path& path) {
     static constexpr std::array<std::string_view, 11> kExtensions = {
         ".png", ".jpg", ".jpeg", ".bmp", ".gif", ".tif", ".tiff", ".webp", ".pgm", ".ppm", ".pbm"};
-    const auto extension = lowerCase(fileName(path.extension()));
+    const auto extension = lowerCase(fromPath(path.extension()));
     return std::find(kExtensions.begin(), kExtensions.end(), extension) != kExtensions.end();
 }
 
@@ -28,7 +28,7 @@ bool hasImageExtension(const fs::path& path) {
 std::string normalName(const fs::path& path) {
     std::error_code error;
     const auto absolute = fs::absolute(path, error);
-    return fileName((error ? path : absolute).lexically_normal());
+    return fromPath((error ? path : absolute).lexically_normal());
 }
 
 std::vector<fs::path> imagesIn(const fs::path& folder, std::error_code& error) {
@@ -56,7 +56,7 @@ std::vector<std::string> OpenedParts::open(const std::vector<std::string>& paths
     };
 
     for (const auto& name : paths) {
-        const auto path = filePath(name);
+        const auto path = toPath(name);
         std::error_code error;
         const auto status = fs::status(path, error);
         if (!fs::exists(status)) {
@@ -118,7 +118,7 @@ const std::string& OpenedParts::path(int index) const {
 }
 
 std::string OpenedParts::name(int index) const {
-    return fileName(filePath(path(index)).filename());
+    return fromPath(toPath(path(index)).filename());
 }
 
 int OpenedParts::current() const noexcept {

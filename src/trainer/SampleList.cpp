@@ -7,8 +7,8 @@
 #include <system_error>
 #include <utility>
 
+#include "base/Paths.h"
 #include "base/Text.h"
-#include "trainer/FilePath.h"
 
 namespace dravik {
 namespace {
@@ -59,7 +59,7 @@ SampleListError::SampleListError(std::vector<std::string> found)
 
 std::vector<ListedSample> parseSampleList(std::string_view content, const std::string& name) {
     if (content.starts_with(kByteOrderMark)) content.remove_prefix(kByteOrderMark.size());
-    const auto folder = filePath(name).parent_path();
+    const auto folder = toPath(name).parent_path();
     std::vector<ListedSample> samples;
     std::vector<std::string> problems;
     for (int number = 1; !content.empty(); ++number) {
@@ -73,7 +73,7 @@ std::vector<ListedSample> parseSampleList(std::string_view content, const std::s
         if (const auto problem = parseLine(line, sample); !problem.empty()) {
             problems.push_back(name + " line " + std::to_string(number).append(": ").append(problem));
         } else {
-            sample.path = fileName(folder / filePath(sample.image));
+            sample.path = fromPath(folder / toPath(sample.image));
             samples.push_back(std::move(sample));
         }
     }
@@ -83,7 +83,7 @@ std::vector<ListedSample> parseSampleList(std::string_view content, const std::s
 }
 
 std::vector<ListedSample> readSampleList(const std::string& file) {
-    const auto path = filePath(file);
+    const auto path = toPath(file);
     std::error_code error;
     if (std::filesystem::is_directory(path, error))
         throw SampleListError({file + ": is a folder, not a list"});

@@ -1,8 +1,8 @@
+#include "base/Paths.h"
 #include "trainer/SampleList.h"
 
 #include <gmock/gmock.h>
 
-#include "trainer/FilePath.h"
 #include "trainer/support/Workspace.h"
 
 namespace dravik::test {
@@ -30,11 +30,11 @@ TEST(SampleList, RowsAreTakenAsTheyStandInTheFile) {
         "lists/LIST.tsv");
     ASSERT_EQ(samples.size(), 3U);
     EXPECT_EQ(samples[0].image, "a.png");
-    EXPECT_EQ(filePath(samples[0].path), filePath("lists") / "a.png");
+    EXPECT_EQ(toPath(samples[0].path), toPath("lists") / "a.png");
     EXPECT_EQ(samples[0].text, "AB12\"C\"") << "quotes are data; blanks and line breaks are not on the part";
     EXPECT_EQ(samples[1].image, "#2 b.png");
     EXPECT_EQ(samples[1].text, "n\\xn");
-    EXPECT_EQ(filePath(samples[2].path), filePath("/parts/c.png")) << "an absolute name stays";
+    EXPECT_EQ(toPath(samples[2].path), toPath("/parts/c.png")) << "an absolute name stays";
     EXPECT_EQ(samples[2].text, "\xC3\xA9\xE2\x82\xAC");
 }
 
