@@ -15,7 +15,7 @@ install_packages() {
         command -v sudo >/dev/null || { echo "Missing packages: ${missing[*]} (run as root, or install sudo)" >&2; return 1; }
         sudo=(sudo)
     fi
-    echo "== Installing ${missing[*]}"
+    echo "== Installing ${missing[*]}" >&2
     "${sudo[@]}" apt-get update -q -o DPkg::Lock::Timeout=300 >/dev/null || { echo "apt-get update failed" >&2; return 1; }
     "${sudo[@]}" env DEBIAN_FRONTEND=noninteractive apt-get install -y -q --no-install-recommends -o DPkg::Lock::Timeout=300 "${missing[@]}" \
         >/dev/null || { echo "Could not install ${missing[*]}" >&2; return 1; }
