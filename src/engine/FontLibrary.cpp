@@ -80,7 +80,7 @@ std::string FontLibrary::file(const std::string& name) const {
 }
 
 std::string FontLibrary::existingFile(const std::string& name) const {
-    const std::string path = file(name);
+    std::string path = file(name);
     if (!fileExists(path))
         throw Failure(RuntimeError::FileNotFound,
                       "File not found: there is no font \"" + name + "\" (" + path + ")");

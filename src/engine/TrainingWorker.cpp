@@ -25,7 +25,7 @@ void TrainingWorker::start(Work work, std::int32_t limitSeconds) {
     try {
         thread_ = std::jthread([this, end, work = std::move(work)](std::stop_token stop) {
             try {
-                Progress progress(*this, stop, end);
+                Progress progress(*this, std::move(stop), end);
                 TrainingResult result = work(progress);
                 if (!progress.stopped()) result_ = std::move(result);
             } catch (...) {

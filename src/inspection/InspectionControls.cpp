@@ -79,7 +79,7 @@ Layout OverviewControls::arrangement() {
     std::vector<std::vector<Layout>> legend;
     for (std::size_t i = 0; i < lblKey.size(); ++i)
         legend.push_back({item(*lblKey[i]).atLeast(kCellSize, 255).ownSize(), item(*lblNote[i])});
-    return row({fixed(std::move(places)).atLeast(4830 + kCellSize + 180, 2490 + kCellSize + 180),
+    return row({fixed(places).atLeast(4830 + kCellSize + 180, 2490 + kCellSize + 180),
                 column({item(lblNumTrained), table(std::move(legend)),
                         item(lblEmpty).atLeast(900, 345).ownSize(), space()}),
                 space()});

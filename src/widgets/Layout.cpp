@@ -49,7 +49,7 @@ Layout table(std::vector<std::vector<Layout>> rows) {
     return layout;
 }
 
-Layout fixed(std::vector<std::pair<Widget*, Place>> places) {
+Layout fixed(const std::vector<std::pair<Widget*, Place>>& places) {
     Layout layout = group(Layout::Kind::Fixed, {});
     for (const auto& [widget, place] : places) {
         layout.children.push_back(item(*widget));

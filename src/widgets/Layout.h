@@ -62,6 +62,6 @@ Layout row(std::vector<Layout> children);
 Layout column(std::vector<Layout> children);
 // Rows of cells, each cell one column further than the one before it and its span.
 Layout table(std::vector<std::vector<Layout>> rows);
-Layout fixed(std::vector<std::pair<Widget*, Place>> places);
+Layout fixed(const std::vector<std::pair<Widget*, Place>>& places);
 
 }  // namespace dravik
