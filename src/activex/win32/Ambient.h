@@ -1,0 +1,17 @@
+// What the surroundings ask of a page: the font, colours of the window that it stands
+// in. Left empty, the page takes the system's own message font and colours.
+#pragma once
+
+#include <windows.h>
+
+#include <optional>
+
+namespace dravik {
+
+struct Ambient {
+    std::optional<LOGFONTW> font;  // heights are those at 96 dpi
+    std::optional<COLORREF> backColor;
+    std::optional<COLORREF> foreColor;
+};
+
+}  // namespace dravik

@@ -1,0 +1,55 @@
+// A form in a top-level window of its own: a child form or a modal dialog. It remembers its place by the
+// form's name for as long as the process lives, unloads the form when the operator closes it and goes away
+// with the form.
+#pragma once
+
+#include <windows.h>
+
+#include <functional>
+#include <memory>
+
+#include "activex/win32/FormPage.h"
+#include "widgets/Form.h"
+
+namespace dravik {
+
+class Win32Platform;
+
+class FormWindow : public std::enable_shared_from_this<FormWindow> {
+  public:
+    // The form is loaded. The owner may be nothing; the window stays above it. Nothing is shown yet.
+    static std::shared_ptr<FormWindow> make(Form& form, HWND owner, Win32Platform& platform);
+    FormWindow(const FormWindow&) = delete;
+    FormWindow& operator=(const FormWindow&) = delete;
+    ~FormWindow();
+
+    HWND window() const noexcept { return window_; }
+    FormPage& page() noexcept { return *page_; }
+    // Shows it, or brings it to the front, and gives it the focus.
+    void bringUp();
+    // The operator's wish to close: unloads the form.
+    void close();
+
+    // Called once: the form is unloaded or gone, or the window was destroyed. The window is hidden then and
+    // touches the form no more.
+    std::function<void()> finished;
+
+  private:
+    FormWindow(Form& form, Win32Platform& platform) : form_(&form), platform_(platform) {}
+    void create(HWND owner);
+    static LRESULT CALLBACK procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
+    LRESULT answer(UINT message, WPARAM wParam, LPARAM lParam);
+    void letGo();
+    void fit();
+    SIZE frameSize(SIZE inside) const;
+
+    Form* form_;
+    Win32Platform& platform_;
+    HWND window_ = nullptr;
+    std::unique_ptr<FormPage> page_;
+    Connection changed_;
+    Connection unloaded_;
+    Connection destroyed_;
+};
+
+}  // namespace dravik
