@@ -1,0 +1,128 @@
+#include "evaluate/ReadingBack.h"
+
+#include <algorithm>
+#include <chrono>
+#include <cstdio>
+#include <filesystem>
+#include <map>
+#include <thread>
+#include <vector>
+
+#include "engine/EmbeddedTool.h"
+#include "engine/LabelledImages.h"
+#include "engine/PngFile.h"
+#include "tool/Samples.h"
+
+namespace dravik {
+namespace {
+
+using Fonts = std::map<std::string, std::vector<LabelledImage>>;
+
+Fonts byFont(const std::string& folder) {
+    Fonts fonts;
+    for (const LabelledImage& image : labelledImages(folder)) fonts[image.font].push_back(image);
+    return fonts;
+}
+
+double secondsOfTraining(EmbeddedTool& tool) {
+    const auto start = std::chrono::steady_clock::now();
+    tool.StartTraining();
+    while (!tool.IsTrainingDone()) std::this_thread::sleep_for(std::chrono::milliseconds(2));
+    return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
+}
+
+// Characters to insert, remove or replace to make one text of the other.
+int edits(const std::vector<std::string>& from, const std::vector<ReadCharacter>& to) {
+    std::vector<int> row(to.size() + 1);
+    for (std::size_t j = 0; j < row.size(); ++j) row[j] = static_cast<int>(j);
+    for (std::size_t i = 0; i < from.size(); ++i) {
+        int before = row[0]++;
+        for (std::size_t j = 0; j < to.size(); ++j) {
+            const int replaced = before + (from[i] == to[j].character ? 0 : 1);
+            before = row[j + 1];
+            row[j + 1] = std::min({row[j] + 1, before + 1, replaced});
+        }
+    }
+    return row.back();
+}
+
+// A folder that goes when the measurement ends.
+struct JobsForNow {
+    std::filesystem::path path =
+        std::filesystem::temp_directory_path() /
+        ("dravik-evaluate-" + std::to_string(std::chrono::steady_clock::now().time_since_epoch().count()));
+    ~JobsForNow() {
+        std::error_code ignored;
+        std::filesystem::remove_all(path, ignored);
+    }
+};
+
+}  // namespace
+
+void readBack(const std::string& charsets, const std::string& lines) {
+    const JobsForNow jobs;
+    const Fonts toRead = byFont(lines);
+    int allCharacters = 0, allWrong = 0, allExact = 0, allImages = 0, allMisread = 0;
+    std::printf("%-12s %8s %7s %7s %6s %6s %7s %7s %7s %9s\n", "font", "included", "refused", "exact",
+                "chars", "wrong", "seconds", "cycles", "RMS", "Distance");
+    for (const auto& [font, images] : byFont(charsets)) {
+        EmbeddedTool tool{JobFolder(jobs.path.string())};
+        tool.CreateFont(font);
+        int included = 0, refused = 0;
+        for (const LabelledImage& image : images) {
+            tool.setImage(readPng(image.file));
+            if (tool.found().size() != characterCount(image.text)) {
+                ++refused;
+                continue;
+            }
+            tool.IncludeSamples(image.text);
+            tool.CommitNewSamples();
+            ++included;
+        }
+        if (included == 0) {
+            std::printf("%-12s none of %zu images could be included\n", font.c_str(), images.size());
+            continue;
+        }
+        const double seconds = secondsOfTraining(tool);
+        int count = 0, wrong = 0, exact = 0, characterTotal = 0;
+        std::string misread;
+        if (const auto own = toRead.find(font); own != toRead.end())
+            for (const LabelledImage& image : own->second) {
+                ++count;
+                tool.setImage(readPng(image.file));
+                const std::vector<ReadCharacter> read = tool.read();
+                const std::vector<std::string> text = characters(image.text);
+                characterTotal += static_cast<int>(text.size());
+                wrong += edits(text, read);
+                if (read.size() != text.size()) {
+                    misread += " " + image.name + ":" + std::to_string(read.size()) + "/" +
+                               std::to_string(text.size());
+                    continue;
+                }
+                ++exact;
+                for (std::size_t i = 0; i < text.size(); ++i)
+                    if (read[i].character != text[i]) {
+                        ++allMisread;
+                        misread += " " + text[i] + ">" + read[i].character;
+                    }
+            }
+        double distances = 0;
+        const RecordTablePtr samples = tool.GetSampleData(kAllCommitted, kSampleFields);
+        for (const double distance : samples->values()) distances += distance;
+        std::printf("%-12s %8d %7d %3d/%-3d %6d %6d %7.2f %7d %7.4f %9.2f %s\n", font.c_str(), included,
+                    refused, exact, count, characterTotal, wrong, seconds, tool.GetTrainCycles(),
+                    static_cast<double>(tool.GetRmsError()), distances / samples->upperRow(),
+                    misread.c_str());
+        allCharacters += characterTotal;
+        allWrong += wrong;
+        allExact += exact;
+        allImages += count;
+    }
+    std::printf(
+        "all: %d of %d images exact, %d of %d characters wrong (%.2f %%), of which %d in images with the "
+        "exact count\n",
+        allExact, allImages, allWrong, allCharacters, 100.0 * allWrong / std::max(1, allCharacters),
+        allMisread);
+}
+
+}  // namespace dravik

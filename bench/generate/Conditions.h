@@ -1,0 +1,28 @@
+// Draws the conditions under which one image is made: clean, typical or hard.
+#pragma once
+
+#include "generate/Camera.h"
+#include "generate/Typeface.h"
+
+namespace dravik {
+
+enum class Tier { Clean, Typical, Hard };
+
+struct Conditions {
+    Tier tier = Tier::Clean;
+    int lines = 1;
+    PrintStyle style;
+    View view;
+    float spread = 0;  // of the ink on each side, in parts of the height of capitals
+    int breaks = 0;    // scrapes across the print
+    const char* tierName() const {
+        return tier == Tier::Clean ? "clean" : tier == Tier::Typical ? "typical" : "hard";
+    }
+};
+
+// For images to find and read lines in.
+Conditions lineConditions(Random& random, bool dots);
+// For images that a font is learnt from: clean or typical, without damage.
+Conditions learningConditions(Random& random, bool dots);
+
+}  // namespace dravik

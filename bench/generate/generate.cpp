@@ -1,0 +1,184 @@
+// Makes labelled part images: lines to find and read, and sheets of all characters to learn a font from, in
+// faces and under conditions that differ between the two sets, of which `held` is only for the last word.
+//
+//     dravik_generate develop|held FOLDER [LINES_PER_FACE [CHARSETS_PER_FACE]]
+//
+// Writes FOLDER/lines and FOLDER/charsets with their images, lines.tsv, boxes.tsv and meta.tsv.
+#include <png.h>
+
+#include <algorithm>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <exception>
+#include <filesystem>
+#include <fstream>
+#include <stdexcept>
+
+#include "generate/Camera.h"
+#include "generate/Conditions.h"
+#include "generate/Texts.h"
+#include "generate/Typeface.h"
+
+namespace dravik {
+namespace {
+
+struct Face {
+    const char* name;
+    const char* file;  // ".jhf" for strokes, "" for our own dots
+};
+
+const std::vector<Face> kDevelop = {
+    {"dejavu", "DejaVuSans.ttf"},
+    {"dejavumono", "DejaVuSansMono.ttf"},
+    {"libsans", "LiberationSans-Regular.ttf"},
+    {"libmono", "LiberationMono-Bold.ttf"},
+    {"libserif", "LiberationSerif-Regular.ttf"},
+    {"hack", "Hack-Regular.ttf"},
+    {"incons", "Inconsolata.otf"},
+    {"roboto", "Roboto-Regular.ttf"},
+    {"lato", "Lato-Bold.ttf"},
+    {"b612mono", "B612Mono-Regular.otf"},
+    {"jetbrains", "JetBrainsMono-Regular.ttf"},
+    {"prime", "Courier Prime.otf"},
+    {"term3270", "3270-Regular.ttf"},
+    {"bebas", "BebasNeue-Regular.otf"},
+    {"opencond", "OpenSans-CondBold.ttf"},
+    {"road", "RG2014C.ttf"},
+    {"futural", "futural.jhf"},
+    {"rowmans", "rowmans.jhf"},
+    {"dot5x7", ""},
+    {"dot5x8", "5x8.pcf.gz"},
+    {"dot6x9", "6x9.pcf.gz"},
+    {"dot8x13", "8x13.pcf.gz"},
+    {"dot9x15", "9x15.pcf.gz"},
+};
+const std::vector<Face> kHeld = {
+    {"ocra", "OCRA.ttf"},
+    {"ocrb", "OCRB.otf"},
+    {"din", "OSP-DIN.ttf"},
+    {"roadE", "RG2014E.ttf"},
+    {"gomono", "Go-Mono.ttf"},
+    {"notomono", "NotoMono-Regular.ttf"},
+    {"freesans", "FreeSans.ttf"},
+    {"libsansb", "LiberationSans-Bold.ttf"},
+    {"anonymous", "Anonymous Pro.ttf"},
+    {"rowmand", "rowmand.jhf"},
+    {"futuram", "futuram.jhf"},
+    {"dotX5x7", "5x7.pcf.gz"},
+    {"dot7x13", "7x13.pcf.gz"},
+    {"dot6x12", "6x12.pcf.gz"},
+    {"dot7x14", "7x14.pcf.gz"},
+};
+
+std::unique_ptr<Typeface> opened(const Face& face) {
+    const std::string file = face.file;
+    if (file.empty()) return smallDotFace();
+    return file.ends_with(".jhf") ? faceOfStrokes(file) : faceFromFile(file);
+}
+
+void writePng(const GreyImage& image, const std::string& file) {
+    png_image header;
+    std::memset(&header, 0, sizeof header);
+    header.version = PNG_IMAGE_VERSION;
+    header.width = static_cast<png_uint_32>(image.width());
+    header.height = static_cast<png_uint_32>(image.height());
+    header.format = PNG_FORMAT_GRAY;
+    if (!png_image_write_to_file(&header, file.c_str(), 0, image.row(0).data(), 0, nullptr))
+        throw std::runtime_error(file + ": " + header.message);
+}
+
+// A folder of images that is being written.
+class Output {
+  public:
+    explicit Output(const std::string& folder) : folder_(folder) {
+        std::filesystem::create_directories(folder);
+        lines_.open(folder + "/lines.tsv");
+        boxes_.open(folder + "/boxes.tsv");
+        meta_.open(folder + "/meta.tsv");
+        boxes_ << "file\tline\tindex\tchar\tx0\ty0\tx1\ty1\tbaseline\tcap\tfont\n";
+        meta_ << "file\tfont\ttier\tpolarity\tlines\tnchars\tangle\ttags\n";
+        if (!meta_) throw std::runtime_error("Cannot write to " + folder);
+    }
+
+    void add(const std::string& font, int number, const std::vector<std::string>& text,
+             const Conditions& conditions, const Picture& picture) {
+        char name[64];
+        std::snprintf(name, sizeof name, "%s_%03d.png", font.c_str(), number);
+        writePng(picture.image, folder_ + "/" + name);
+        lines_ << name << '\t';
+        for (std::size_t l = 0; l < text.size(); ++l) lines_ << (l ? "\\n" : "") << text[l];
+        lines_ << '\n';
+        for (const SeenCharacter& one : picture.characters)
+            boxes_ << name << '\t' << one.printed.line << '\t' << one.printed.index << '\t'
+                   << one.printed.character << '\t' << one.left << '\t' << one.top << '\t' << one.right
+                   << '\t' << one.bottom << '\t' << one.baseline << '\t' << conditions.style.capHeight << '\t'
+                   << font << '\n';
+        std::string tags;
+        for (const std::string& tag : conditions.view.tags) tags += (tags.empty() ? "" : ",") + tag;
+        meta_ << name << '\t' << font << '\t' << conditions.tierName() << '\t'
+              << (conditions.view.darkPrint ? "dark" : "light") << '\t' << text.size() << '\t'
+              << picture.characters.size() << '\t' << conditions.view.angle << '\t'
+              << (tags.empty() ? "-" : tags) << '\n';
+    }
+
+  private:
+    std::string folder_;
+    std::ofstream lines_, boxes_, meta_;
+};
+
+void damage(Print& print, const Conditions& conditions, Random& random) {
+    const float cap = print.capHeight, w = static_cast<float>(print.width()),
+                h = static_cast<float>(print.height());
+    print.spread(conditions.spread * cap);
+    for (int i = 0; i < conditions.breaks; ++i) {
+        const float x = random.between(0, w), y = random.between(0, h),
+                    reach = random.between(0.3f, 1.5f) * cap;
+        const float turn = random.between(0, 6.2832f);
+        print.scrape(x, y, x + reach * std::cos(turn), y + reach * std::sin(turn),
+                     random.between(0.008f, 0.03f) * cap);
+    }
+}
+
+void generate(bool held, const std::string& folder, int linesEach, int charsetsEach) {
+    Output lines(folder + "/lines"), charsets(folder + "/charsets");
+    std::uint32_t seed = held ? 900'001u : 100'003u;
+    for (const Face& face : held ? kHeld : kDevelop) {
+        const std::unique_ptr<Typeface> typeface = opened(face);
+        seed += 7919;
+        for (int i = 0; i < linesEach + charsetsEach; ++i) {
+            Random random(seed * 1000u + static_cast<std::uint32_t>(i));
+            const bool charset = i >= linesEach;
+            const Conditions conditions = charset ? learningConditions(random, typeface->isDotMatrix())
+                                                  : lineConditions(random, typeface->isDotMatrix());
+            const std::vector<std::string> text = charset ? charsetText(random, random.whole(2, 4))
+                                                  : conditions.view.binary && !typeface->isDotMatrix()
+                                                      ? sheetText(random)
+                                                      : partText(random, conditions.lines);
+            Print print = typeface->print(text, conditions.style, random);
+            damage(print, conditions, random);
+            (charset ? charsets : lines)
+                .add(face.name, charset ? i - linesEach : i, text, conditions,
+                     seen(print, conditions.view, random));
+        }
+    }
+}
+
+}  // namespace
+}  // namespace dravik
+
+int main(int argc, char** argv) {
+    const std::string set = argc > 2 ? argv[1] : "";
+    if (set != "develop" && set != "held") {
+        std::fprintf(stderr,
+                     "usage: dravik_generate develop|held FOLDER [LINES_PER_FACE [CHARSETS_PER_FACE]]\n");
+        return 2;
+    }
+    try {
+        dravik::generate(set == "held", argv[2], argc > 3 ? std::atoi(argv[3]) : 30,
+                         argc > 4 ? std::atoi(argv[4]) : 12);
+    } catch (const std::exception& failure) {
+        std::fprintf(stderr, "%s\n", failure.what());
+        return 1;
+    }
+}
