@@ -1,0 +1,88 @@
+#include "activex/control/ControlScreen.h"
+
+#include <utility>
+
+#include "activex/Entry.h"
+
+namespace dravik {
+
+struct ControlScreen::Life {
+    explicit Life(HINSTANCE module) : platform(module) {
+        platform.owner = [this] { return IsWindow(owner) ? GetAncestor(owner, GA_ROOT) : nullptr; };
+    }
+
+    Win32Platform platform;
+    HWND owner = nullptr;
+    DravikDlg dialog{platform};
+};
+
+ControlScreen::ControlScreen(HINSTANCE module) : module_(module), life_(makeLife()) {}
+
+ControlScreen::~ControlScreen() {
+    end();
+    life_->platform.modal = nullptr;
+    keep(std::move(life_));
+    keep(std::move(step_));
+}
+
+std::shared_ptr<ControlScreen::Life> ControlScreen::makeLife() const {
+    return std::make_shared<Life>(module_);
+}
+
+template <class Kept>
+void ControlScreen::keep(Kept object) {
+    if (object) Entry::whenOutside([object = std::move(object)] {});
+}
+
+DravikDlg& ControlScreen::dialog() noexcept {
+    return life_->dialog;
+}
+
+Win32Platform& ControlScreen::platform() noexcept {
+    return life_->platform;
+}
+
+void ControlScreen::setOwner(HWND window) {
+    life_->owner = window;
+}
+
+void ControlScreen::setModalHook(std::function<void(bool)> hook) {
+    life_->platform.modal = std::move(hook);
+}
+
+void ControlScreen::setReadOnly(bool readOnly) {
+    readOnly_ = readOnly;
+    dialog().setReadOnly(readOnly);
+}
+
+void ControlScreen::setRootStep(StepPtr step) {
+    begin();
+    rootStep_ = step;
+    dialog().setRootStep(std::move(step));
+}
+
+void ControlScreen::setStep(StepPtr step) {
+    begin();
+    dialog().setStep(step);
+    // A font manager or a box that is open works on the tool before.
+    keep(std::exchange(step_, std::move(step)));
+}
+
+void ControlScreen::end() {
+    if (std::exchange(ended_, true)) return;
+    dialog().UserControl_Terminate();
+}
+
+void ControlScreen::begin() {
+    if (!ended_) return;
+    auto fresh = makeLife();
+    fresh->owner = life_->owner;
+    fresh->platform.modal = std::exchange(life_->platform.modal, nullptr);
+    keep(std::exchange(life_, std::move(fresh)));
+    ended_ = false;
+    dialog().setReadOnly(readOnly_);
+    if (rootStep_) dialog().setRootStep(rootStep_);
+    if (step_) dialog().setStep(step_);
+}
+
+}  // namespace dravik

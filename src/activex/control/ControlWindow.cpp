@@ -1,0 +1,202 @@
+#include "activex/control/ControlWindow.h"
+
+#include <algorithm>
+
+#include "activex/Entry.h"
+#include "base/Failure.h"
+
+namespace dravik {
+namespace {
+
+constexpr wchar_t kClassName[] = L"DravikDlgControl";
+constexpr UINT kDpiChangedAfterParent = 0x02E3;
+constexpr int kScrollStep = 24;  // pixels at 96 dpi
+
+ATOM registerClass(HINSTANCE module, WNDPROC procedure) {
+    WNDCLASSEXW description{};
+    description.cbSize = sizeof description;
+    description.style = CS_DBLCLKS;
+    description.lpfnWndProc = procedure;
+    description.cbWndExtra = sizeof(void*);
+    description.hInstance = module;
+    description.hCursor = LoadCursorW(nullptr, IDC_ARROW);
+    description.lpszClassName = kClassName;
+    return RegisterClassExW(&description);
+}
+
+}  // namespace
+
+ControlWindow::ControlWindow(HINSTANCE module, HWND parent, const RECT& place, Form& form,
+                             Win32Platform& platform) {
+    registerClass(module, &ControlWindow::procedure);  // fails when it is registered, which is as good
+    window_ = CreateWindowExW(WS_EX_CONTROLPARENT, kClassName, L"", WS_CHILD | WS_CLIPCHILDREN | WS_CLIPSIBLINGS,
+                              place.left, place.top, place.right - place.left, place.bottom - place.top, parent,
+                              nullptr, module, this);
+    if (!window_) throw Failure(RuntimeError::OutOfMemory);
+    page_ = std::make_unique<FormPage>(form, window_, platform);
+    page_->focusChanged = [this](bool inside) {
+        if (focusChanged) focusChanged(inside);
+    };
+    arrange();
+}
+
+ControlWindow::~ControlWindow() {
+    focusChanged = nullptr;
+    lost = nullptr;
+    page_->detach();
+    page_.reset();
+    if (!window_) return;
+    SetWindowLongPtrW(window_, 0, 0);
+    DestroyWindow(window_);
+}
+
+void ControlWindow::place(const RECT& place, const RECT& clip) {
+    if (!window_) return;
+    RECT seen{};
+    IntersectRect(&seen, &place, &clip);
+    HRGN region = nullptr;
+    if (!EqualRect(&seen, &place)) {
+        OffsetRect(&seen, -place.left, -place.top);
+        region = CreateRectRgnIndirect(&seen);
+    }
+    SetWindowRgn(window_, region, TRUE);
+    SetWindowPos(window_, nullptr, place.left, place.top, place.right - place.left, place.bottom - place.top,
+                 SWP_NOZORDER | SWP_NOACTIVATE);
+}
+
+void ControlWindow::show(bool visible) {
+    if (window_) ShowWindow(window_, visible ? SW_SHOWNA : SW_HIDE);
+}
+
+// The page gets the whole client area, or as much as it needs where the client area is a part of it that is scrolled.
+void ControlWindow::arrange() {
+    if (!window_ || !page_) return;
+    const SIZE least = page_->minimumSize();
+    // Showing one bar takes room from the other direction.
+    for (const auto& [bar, need] : {std::pair{SB_VERT, least.cy}, {SB_HORZ, least.cx}, {SB_VERT, least.cy}}) {
+        RECT client{};
+        GetClientRect(window_, &client);
+        const LONG room = bar == SB_VERT ? client.bottom : client.right;
+        SCROLLINFO info{};
+        info.cbSize = sizeof info;
+        info.fMask = SIF_RANGE | SIF_PAGE;
+        info.nMax = need > room ? static_cast<int>(need) - 1 : 0;
+        info.nPage = need > room ? static_cast<UINT>(room) : 1;
+        SetScrollInfo(window_, bar, &info, TRUE);
+    }
+    RECT client{};
+    GetClientRect(window_, &client);
+    const int left = -GetScrollPos(window_, SB_HORZ);
+    const int top = -GetScrollPos(window_, SB_VERT);
+    page_->setBounds(
+        {left, top, left + std::max(client.right, least.cx), top + std::max(client.bottom, least.cy)});
+}
+
+void ControlWindow::scroll(int bar, int request) {
+    SCROLLINFO info{};
+    info.cbSize = sizeof info;
+    info.fMask = SIF_ALL;
+    if (!GetScrollInfo(window_, bar, &info)) return;
+    const int step = MulDiv(kScrollStep, static_cast<int>(GetDpiForWindow(window_)), USER_DEFAULT_SCREEN_DPI);
+    const int whole = static_cast<int>(info.nPage);
+    switch (request) {
+        case SB_LINEUP:
+            return scrollTo(bar, info.nPos - step);
+        case SB_LINEDOWN:
+            return scrollTo(bar, info.nPos + step);
+        case SB_PAGEUP:
+            return scrollTo(bar, info.nPos - whole);
+        case SB_PAGEDOWN:
+            return scrollTo(bar, info.nPos + whole);
+        case SB_THUMBTRACK:
+        case SB_THUMBPOSITION:
+            return scrollTo(bar, info.nTrackPos);
+        case SB_TOP:
+            return scrollTo(bar, info.nMin);
+        case SB_BOTTOM:
+            return scrollTo(bar, info.nMax);
+        default:
+            return;
+    }
+}
+
+void ControlWindow::scrollTo(int bar, int position) {
+    SCROLLINFO info{};
+    info.cbSize = sizeof info;
+    info.fMask = SIF_POS;
+    info.nPos = position;
+    SetScrollInfo(window_, bar, &info, TRUE);
+    arrange();
+}
+
+LRESULT CALLBACK ControlWindow::procedure(HWND window, UINT message, WPARAM wide, LPARAM longer) {
+    if (message == WM_NCCREATE) {
+        auto* self = static_cast<ControlWindow*>(reinterpret_cast<CREATESTRUCTW*>(longer)->lpCreateParams);
+        self->window_ = window;
+        SetWindowLongPtrW(window, 0, reinterpret_cast<LONG_PTR>(self));
+    }
+    auto* self = reinterpret_cast<ControlWindow*>(GetWindowLongPtrW(window, 0));
+    if (!self) return DefWindowProcW(window, message, wide, longer);
+    const Entry entry;
+    try {
+        return self->answer(message, wide, longer);
+    } catch (...) {
+        return 0;
+    }
+}
+
+LRESULT ControlWindow::answer(UINT message, WPARAM wide, LPARAM longer) {
+    const HWND window = window_;
+    switch (message) {
+        case WM_SIZE:
+            arrange();
+            return 0;
+        case WM_ERASEBKGND:
+            return 1;  // the page covers it
+        case WM_VSCROLL:
+            scroll(SB_VERT, LOWORD(wide));
+            return 0;
+        case WM_HSCROLL:
+            scroll(SB_HORZ, LOWORD(wide));
+            return 0;
+        case WM_MOUSEWHEEL: {
+            const int bar = (GetWindowLongW(window, GWL_STYLE) & WS_VSCROLL) != 0 ? SB_VERT : -1;
+            if (bar < 0) break;
+            const int lines = GET_WHEEL_DELTA_WPARAM(wide) * 3 / WHEEL_DELTA;
+            for (int i = 0; i < std::abs(lines); ++i) scroll(bar, lines > 0 ? SB_LINEUP : SB_LINEDOWN);
+            return 0;
+        }
+        case WM_SETFOCUS:
+            if (page_ && !page_->hasFocusInside()) page_->focusFirst();
+            return 0;
+        case kDpiChangedAfterParent:
+            page_->setDpi(static_cast<int>(GetDpiForWindow(window)));
+            arrange();
+            return 0;
+        // What a dialog would answer, for hosts that take any parent of controls for one.
+        case WM_NEXTDLGCTL:
+            if (page_) LOWORD(longer) ? SetFocus(reinterpret_cast<HWND>(wide)) : nullptr;
+            return 0;
+        case DM_GETDEFID:
+            return 0;
+        case WM_PRINTCLIENT: {
+            RECT client{};
+            GetClientRect(window, &client);
+            page_->draw(reinterpret_cast<HDC>(wide), client);
+            return 0;
+        }
+        case WM_NCDESTROY: {
+            const LRESULT result = DefWindowProcW(window, message, wide, longer);
+            SetWindowLongPtrW(window, 0, 0);
+            window_ = nullptr;
+            page_->detach();
+            if (const auto tell = lost) tell();
+            return result;
+        }
+        default:
+            break;
+    }
+    return DefWindowProcW(window, message, wide, longer);
+}
+
+}  // namespace dravik
