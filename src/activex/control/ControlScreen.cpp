@@ -7,7 +7,7 @@
 namespace dravik {
 
 struct ControlScreen::Life {
-    explicit Life(HINSTANCE module) : platform(module) {
+    Life() {
         platform.owner = [this] { return IsWindow(owner) ? GetAncestor(owner, GA_ROOT) : nullptr; };
     }
 
@@ -16,17 +16,13 @@ struct ControlScreen::Life {
     DravikDlg dialog{platform};
 };
 
-ControlScreen::ControlScreen(HINSTANCE module) : module_(module), life_(makeLife()) {}
+ControlScreen::ControlScreen() : life_(std::make_shared<Life>()) {}
 
 ControlScreen::~ControlScreen() {
     end();
     life_->platform.modal = nullptr;
     keep(std::move(life_));
     keep(std::move(step_));
-}
-
-std::shared_ptr<ControlScreen::Life> ControlScreen::makeLife() const {
-    return std::make_shared<Life>(module_);
 }
 
 template <class Kept>
@@ -75,7 +71,7 @@ void ControlScreen::end() {
 
 void ControlScreen::begin() {
     if (!ended_) return;
-    auto fresh = makeLife();
+    auto fresh = std::make_shared<Life>();
     fresh->owner = life_->owner;
     fresh->platform.modal = std::exchange(life_->platform.modal, nullptr);
     keep(std::exchange(life_, std::move(fresh)));

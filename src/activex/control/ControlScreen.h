@@ -1,5 +1,5 @@
-// The training screen of one control with the platform that it runs on, from its first use to its end. A host that shows
-// a closed control again gets a fresh screen with the step that it had given.
+// The training screen of one control with the platform that it runs on, from its first use to its end. A host
+// that shows a closed control again gets a fresh screen with the step that it had given.
 #pragma once
 
 #include <windows.h>
@@ -14,7 +14,7 @@ namespace dravik {
 
 class ControlScreen {
   public:
-    explicit ControlScreen(HINSTANCE module);
+    ControlScreen();
     ControlScreen(const ControlScreen&) = delete;
     ControlScreen& operator=(const ControlScreen&) = delete;
     // Ends the screen. What still runs procedures of it, up the stack, may go on to do so.
@@ -42,12 +42,10 @@ class ControlScreen {
   private:
     struct Life;
 
-    std::shared_ptr<Life> makeLife() const;
     // Keeps an object until no procedure that may use it is running.
     template <class Kept>
     static void keep(Kept object);
 
-    HINSTANCE module_;
     std::shared_ptr<Life> life_;
     StepPtr rootStep_;
     StepPtr step_;

@@ -12,31 +12,45 @@ constexpr wchar_t kClassName[] = L"DravikDlgControl";
 constexpr UINT kDpiChangedAfterParent = 0x02E3;
 constexpr int kScrollStep = 24;  // pixels at 96 dpi
 
-ATOM registerClass(HINSTANCE module, WNDPROC procedure) {
-    WNDCLASSEXW description{};
-    description.cbSize = sizeof description;
-    description.style = CS_DBLCLKS;
-    description.lpfnWndProc = procedure;
-    description.cbWndExtra = sizeof(void*);
-    description.hInstance = module;
-    description.hCursor = LoadCursorW(nullptr, IDC_ARROW);
-    description.lpszClassName = kClassName;
-    return RegisterClassExW(&description);
-}
+// The class goes with the module: a module that is loaded again must not find windows of the one before.
+class WindowClass {
+  public:
+    WindowClass(HINSTANCE module, WNDPROC procedure) : module_(module) {
+        WNDCLASSEXW description{};
+        description.cbSize = sizeof description;
+        description.style = CS_DBLCLKS;
+        description.lpfnWndProc = procedure;
+        description.cbWndExtra = sizeof(void*);
+        description.hInstance = module;
+        description.hCursor = LoadCursorW(nullptr, IDC_ARROW);
+        description.lpszClassName = kClassName;
+        RegisterClassExW(&description);
+    }
+    WindowClass(const WindowClass&) = delete;
+    WindowClass& operator=(const WindowClass&) = delete;
+    ~WindowClass() { UnregisterClassW(kClassName, module_); }
+
+  private:
+    HINSTANCE module_;
+};
 
 }  // namespace
 
 ControlWindow::ControlWindow(HINSTANCE module, HWND parent, const RECT& place, Form& form,
                              Win32Platform& platform) {
-    registerClass(module, &ControlWindow::procedure);  // fails when it is registered, which is as good
-    window_ = CreateWindowExW(WS_EX_CONTROLPARENT, kClassName, L"", WS_CHILD | WS_CLIPCHILDREN | WS_CLIPSIBLINGS,
-                              place.left, place.top, place.right - place.left, place.bottom - place.top, parent,
-                              nullptr, module, this);
+    static const WindowClass registered(module, &ControlWindow::procedure);
+    window_ = CreateWindowExW(
+        WS_EX_CONTROLPARENT, kClassName, L"", WS_CHILD | WS_CLIPCHILDREN | WS_CLIPSIBLINGS, place.left,
+        place.top, place.right - place.left, place.bottom - place.top, parent, nullptr, module, this);
     if (!window_) throw Failure(RuntimeError::OutOfMemory);
     page_ = std::make_unique<FormPage>(form, window_, platform);
-    page_->focusChanged = [this](bool inside) {
-        if (focusChanged) focusChanged(inside);
+    page_->focusEntered = [this] {
+        if (focusChanged) focusChanged(true);
     };
+    page_->focusLeft = [this] {
+        if (focusChanged) focusChanged(false);
+    };
+    page_->setVisible(true);
     arrange();
 }
 
@@ -68,7 +82,8 @@ void ControlWindow::show(bool visible) {
     if (window_) ShowWindow(window_, visible ? SW_SHOWNA : SW_HIDE);
 }
 
-// The page gets the whole client area, or as much as it needs where the client area is a part of it that is scrolled.
+// The page gets the whole client area, or as much as it needs where the client area is a part of it that is
+// scrolled.
 void ControlWindow::arrange() {
     if (!window_ || !page_) return;
     const SIZE least = page_->minimumSize();

@@ -1,5 +1,5 @@
-// The window of an active control inside its host: it holds the page of the screen, scrolls when the host gives less room
-// than the page needs, and tells when the keyboard focus comes in or goes.
+// The window of an active control inside its host: it holds the page of the screen, scrolls when the host
+// gives less room than the page needs, and tells when the keyboard focus comes in or goes.
 #pragma once
 
 #include <windows.h>

@@ -1,5 +1,6 @@
-// One interface of the control in a class of its own: its identity and its life are those of the control. Methods come
-// in through entered(), so that no exception leaves and the control outlives the call whatever the host does meanwhile.
+// One interface of the control in a class of its own: its identity and its life are those of the control.
+// Methods come in through entered(), so that no exception leaves and the control outlives the call whatever
+// the host does meanwhile.
 #pragma once
 
 #include <windows.h>

@@ -14,9 +14,9 @@ constexpr long kHundredth = 10000;  // of a currency's unit
 }  // namespace
 
 void HostSite::set(IOleClientSite* site) {
-    control_.reset();
-    ambients_.reset();
-    client_.reset(site);
+    control_ = nullptr;
+    ambients_ = nullptr;
+    client_ = site;
     if (!site) return;
     site->QueryInterface(IID_IOleControlSite, reinterpret_cast<void**>(control_.put()));
     site->QueryInterface(IID_IDispatch, reinterpret_cast<void**>(ambients_.put()));
@@ -29,7 +29,7 @@ ComPtr<IOleInPlaceSite> HostSite::inPlace() const {
 }
 
 void HostSite::setAmbients(IDispatch* ambients) {
-    if (ambients) ambients_.reset(ambients);
+    if (ambients) ambients_ = ambients;
 }
 
 VARIANT HostSite::property(DISPID id, VARTYPE type) const {
@@ -37,8 +37,8 @@ VARIANT HostSite::property(DISPID id, VARTYPE type) const {
     VariantInit(&value);
     if (!ambients_) return value;
     DISPPARAMS none{nullptr, nullptr, 0, 0};
-    const HRESULT got = ambients_->Invoke(id, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_PROPERTYGET, &none, &value,
-                                          nullptr, nullptr);
+    const HRESULT got = ambients_->Invoke(id, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_PROPERTYGET, &none,
+                                          &value, nullptr, nullptr);
     if (FAILED(got) || FAILED(VariantChangeType(&value, &value, 0, type))) {
         VariantClear(&value);
         VariantInit(&value);
@@ -66,9 +66,12 @@ bool HostSite::uiDead() const {
 Ambient HostSite::ambient() const {
     Ambient result;
     const VARIANT back = property(DISPID_AMBIENT_BACKCOLOR, VT_I4);
-    if (back.vt == VT_I4) result.backColor = static_cast<Color>(back.lVal);
+    COLORREF color = 0;
+    if (back.vt == VT_I4 && SUCCEEDED(OleTranslateColor(static_cast<OLE_COLOR>(back.lVal), nullptr, &color)))
+        result.backColor = color;
     const VARIANT fore = property(DISPID_AMBIENT_FORECOLOR, VT_I4);
-    if (fore.vt == VT_I4) result.foreColor = static_cast<Color>(fore.lVal);
+    if (fore.vt == VT_I4 && SUCCEEDED(OleTranslateColor(static_cast<OLE_COLOR>(fore.lVal), nullptr, &color)))
+        result.foreColor = color;
 
     VARIANT object = property(DISPID_AMBIENT_FONT, VT_DISPATCH);
     ComPtr<IFont> font;

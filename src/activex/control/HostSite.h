@@ -1,5 +1,5 @@
-// The host's side of the control: the site it gave, what that site offers beside, and the ambient properties. Every
-// part may be missing, and then has the answer that a plain dialog would give.
+// The host's side of the control: the site it gave, what that site offers beside, and the ambient properties.
+// Every part may be missing, and then has the answer that a plain dialog would give.
 #pragma once
 
 #include <windows.h>

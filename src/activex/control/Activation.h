@@ -1,0 +1,67 @@
+// How far the control is activated in its host: loaded, in place (its window is there), or with the user
+// interface (it has the keyboard). Takes the steps between these states and keeps the host informed as a
+// windowed control must.
+#pragma once
+
+#include <windows.h>
+
+#include <oleidl.h>
+
+#include <memory>
+
+#include "activex/com/ComPtr.h"
+#include "activex/control/ControlScreen.h"
+#include "activex/control/ControlWindow.h"
+#include "activex/control/HostSite.h"
+
+namespace dravik {
+
+class Activation {
+  public:
+    Activation(HINSTANCE module, HostSite& site, ControlScreen& screen);
+    Activation(const Activation&) = delete;
+    Activation& operator=(const Activation&) = delete;
+    ~Activation();
+
+    // What the host's frame is told to be active; set once, not held.
+    void setActiveObject(IOleInPlaceActiveObject* object) noexcept { activeObject_ = object; }
+
+    // Null while the control is not active in place.
+    FormPage* page() noexcept;
+    HWND window() const noexcept;
+    bool inPlace() const noexcept { return inPlaceSite_.get() != nullptr; }
+    bool uiActive() const noexcept { return uiActive_; }
+
+    // `parent` and `place` may be null; the site's own are taken then. With `userInterface` the keyboard
+    // focus goes to the screen.
+    HRESULT activate(bool userInterface, HWND parent, const RECT* place);
+    HRESULT deactivateUserInterface();
+    HRESULT deactivate();
+    HRESULT hide();
+
+    HRESULT setRects(const RECT* place, const RECT* clip);
+    // Ambient properties changed, or the site did.
+    void takeAmbients();
+    // The host is modal itself: forms of the screen wait.
+    void enableModeless(bool enable);
+
+  private:
+    HRESULT goInPlace(HWND parent, const RECT* place);
+    HRESULT goUserInterface();
+    void focusChanged(bool inside);
+    void lost();
+    void tellModal(bool modal);
+
+    HINSTANCE module_;
+    HostSite& site_;
+    ControlScreen& screen_;
+    IOleInPlaceActiveObject* activeObject_ = nullptr;
+
+    ComPtr<IOleInPlaceSite> inPlaceSite_;
+    ComPtr<IOleInPlaceFrame> frame_;
+    ComPtr<IOleInPlaceUIWindow> document_;
+    std::unique_ptr<ControlWindow> window_;
+    bool uiActive_ = false;
+};
+
+}  // namespace dravik

@@ -1,0 +1,42 @@
+#include "activex/control/ControlState.h"
+
+#include "base/Failure.h"
+
+namespace dravik {
+namespace {
+
+constexpr int kHimetricPerInch = 2540;
+
+}  // namespace
+
+SIZE ControlState::extent() {
+    if (hasExtent()) return extent_;
+    UnseenPage unseen(*this);
+    const SIZE pixels = unseen.page().preferredSize();
+    const auto dpi = static_cast<int>(GetDpiForSystem());
+    extent_ = {MulDiv(pixels.cx, kHimetricPerInch, dpi), MulDiv(pixels.cy, kHimetricPerInch, dpi)};
+    return extent_;
+}
+
+void ControlState::setExtent(SIZE hundredths) {
+    if (hundredths.cx == extent_.cx && hundredths.cy == extent_.cy) return;
+    extent_ = hundredths;
+    dirty = true;
+}
+
+UnseenPage::UnseenPage(ControlState& state)
+    : parent_(
+          CreateWindowExW(0, L"STATIC", L"", WS_POPUP, 0, 0, 0, 0, nullptr, nullptr, state.module, nullptr)) {
+    if (!parent_) throw Failure(RuntimeError::OutOfMemory);
+    page_ = std::make_unique<FormPage>(state.screen.dialog().form(), parent_, state.screen.platform());
+    page_->setInert(true);
+    page_->setAmbient(state.site.ambient());
+}
+
+UnseenPage::~UnseenPage() {
+    page_->detach();
+    page_.reset();
+    DestroyWindow(parent_);
+}
+
+}  // namespace dravik

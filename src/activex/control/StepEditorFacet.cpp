@@ -1,0 +1,50 @@
+#include "activex/control/StepEditorFacet.h"
+
+#include "activex/com/Boundary.h"
+#include "activex/com/ComStep.h"
+
+namespace dravik {
+namespace {
+
+constexpr wchar_t kSource[] = L"DravikPage.DravikPage";
+
+}  // namespace
+
+HRESULT StepEditorFacet::put_ReadOnly(VARIANT_BOOL Value) {
+    return entered([&] {
+        state_.screen.setReadOnly(Value != VARIANT_FALSE);
+        return S_OK;
+    });
+}
+
+HRESULT StepEditorFacet::get_ReadOnly(VARIANT_BOOL* Value) {
+    return entered([&]() -> HRESULT {
+        if (!Value) return E_POINTER;
+        *Value = state_.screen.dialog().readOnly() ? VARIANT_TRUE : VARIANT_FALSE;
+        return S_OK;
+    });
+}
+
+HRESULT StepEditorFacet::putref_RootStep(IDispatch* Value) {
+    return entered([&] {
+        return comCall(__uuidof(::StepEditor), kSource,
+                       [&] { state_.screen.setRootStep(stepFromCom(Value)); });
+    });
+}
+
+HRESULT StepEditorFacet::putref_Step(IDispatch* Value) {
+    return entered([&] {
+        return comCall(__uuidof(::StepEditor), kSource, [&] { state_.screen.setStep(stepFromCom(Value)); });
+    });
+}
+
+HRESULT StepEditorFacet::get_Step(IDispatch** Value) {
+    return entered([&]() -> HRESULT {
+        if (!Value) return E_POINTER;
+        *Value = nullptr;
+        return comCall(__uuidof(::StepEditor), kSource,
+                       [&] { *Value = comFromStep(state_.screen.dialog().step()).as<IDispatch>().detach(); });
+    });
+}
+
+}  // namespace dravik

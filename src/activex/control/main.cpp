@@ -1,0 +1,5 @@
+// The exports of the control's DLL.
+#include <windows.h>
+
+#include "DravikDlgLib.h"
+#include "DravikLib.h"
