@@ -18,19 +18,16 @@ std::string counted(std::size_t count, const std::string& what) {
 }  // namespace
 
 struct Trainer::Parts {
-    Parts(Platform& platform, JobFolder jobs, ImageDecoder decoder, bool remembersFont)
+    Parts(std::unique_ptr<HostedScreen> hosted, JobFolder jobs, ImageDecoder decoder, bool remembersFont)
         : folder(std::move(jobs)),
           tool(std::make_shared<EmbeddedTool>(folder, remembersFont)),
           opened(std::move(decoder)),
-          control(platform, folder) {}
-
-    bool isTraining() { return control.screen().train.tmrTrain.enabled(); }
+          screen(std::move(hosted)) {}
 
     // The text as Include hands it to the tool.
     std::string textToInclude() {
-        const auto& input = control.screen().sample;
-        auto text = trimmed(input.txtSampleInput.text());
-        if (!input.chkCase.checked() || text.empty()) return text;
+        auto text = trimmed(screen->typedText());
+        if (!screen->maintainsCase() || text.empty()) return text;
         bool upper = false;
         bool lower = false;
         if (const auto trained = tool->GetSampleData(kAllTrained, kCharacterFields)) {
@@ -71,7 +68,7 @@ struct Trainer::Parts {
             reading.note = "No image is open";
         } else if (!opened.problem().empty()) {
             reading.note = opened.problem();
-        } else if (isTraining()) {
+        } else if (screen->isTraining()) {
             reading.note = "The font is being trained";
         } else if (!tool->currentFont()) {
             reading.note = "No font is selected";
@@ -91,7 +88,7 @@ struct Trainer::Parts {
     const JobFolder folder;
     const std::shared_ptr<EmbeddedTool> tool;
     OpenedParts opened;
-    DravikDlg control;
+    const std::unique_ptr<HostedScreen> screen;
 
     std::vector<LabelledCharacter> preview;
     int mismatch = 0;
@@ -101,10 +98,15 @@ struct Trainer::Parts {
     std::vector<Connection> connections;
 };
 
-Trainer::Trainer(Platform& platform, JobFolder folder, ImageDecoder decoder, bool remembersFont)
-    : parts_(std::make_unique<Parts>(platform, std::move(folder), std::move(decoder), remembersFont)) {
+Trainer::Trainer(Platform& platform, const JobFolder& folder, ImageDecoder decoder, bool remembersFont)
+    : Trainer(std::make_unique<OwnScreen>(platform, folder), folder, std::move(decoder), remembersFont) {}
+
+Trainer::Trainer(std::unique_ptr<HostedScreen> screen, JobFolder folder, ImageDecoder decoder,
+                 bool remembersFont)
+    : parts_(
+          std::make_unique<Parts>(std::move(screen), std::move(folder), std::move(decoder), remembersFont)) {
     auto& parts = *parts_;
-    parts.control.setStep(parts.tool);
+    parts.screen->setStep(parts.tool);
 
     const auto refreshPreview = [this, &parts] {
         try {
@@ -137,30 +139,28 @@ Trainer::Trainer(Platform& platform, JobFolder folder, ImageDecoder decoder, boo
         refreshReading();
     };
 
-    auto& screen = parts.control.screen();
     auto& connections = parts.connections;
     connections.push_back(parts.opened.currentChanged.connect([=, &parts] {
         parts.tool->setImage(parts.opened.image());
         refreshPreview();
         refreshReading();
     }));
-    connections.push_back(screen.sample.txtSampleInput.textChanged.connect(refreshPreview));
-    connections.push_back(screen.sample.chkCase.click.connect(refreshPreview));
-    connections.push_back(parts.control.fontStateChanged.connect(refreshFont));
-    connections.push_back(screen.train.tmrTrain.changed.connect(refreshFont));
-    // These come after the screen's own procedures, which subscribed first.
-    connections.push_back(screen.train.cmdStop.click.connect(refreshFont));
-    connections.push_back(screen.train.cmdSaveFont.click.connect(refreshFont));
-    connections.push_back(screen.train.cmdRevert.click.connect(refreshFont));
-    connections.push_back(screen.sample.cmdInclude.click.connect(refreshTitle));
-    connections.push_back(screen.font.txtCharSet.textChanged.connect(refreshTitle));
+    connections.push_back(parts.screen->typedChanged.connect(refreshPreview));
+    connections.push_back(parts.screen->fontChanged.connect(refreshFont));
+    connections.push_back(parts.screen->savedStateChanged.connect(refreshTitle));
     refreshFont();
 }
 
 Trainer::~Trainer() = default;
 
-DravikDlg& Trainer::control() noexcept {
-    return parts_->control;
+HostedScreen& Trainer::screen() noexcept {
+    return *parts_->screen;
+}
+
+DravikDlg& Trainer::control() {
+    auto* own = dynamic_cast<OwnScreen*>(parts_->screen.get());
+    if (!own) throw Failure(RuntimeError::ObjectNotSet);
+    return own->control();
 }
 
 EmbeddedTool& Trainer::tool() noexcept {
@@ -192,9 +192,9 @@ const Reading& Trainer::reading() const noexcept {
 }
 
 std::string Trainer::title() const {
-    const auto font = parts_->control.selectedFont();
+    const auto font = parts_->screen->selectedFont();
     if (font.empty()) return kProgramName;
-    return font + (parts_->control.m_FontChanged() ? "* - " : " - ") + kProgramName;
+    return font + (parts_->screen->isFontChanged() ? "* - " : " - ") + kProgramName;
 }
 
 }  // namespace dravik

@@ -9,6 +9,7 @@
 #include "base/JobFolder.h"
 #include "engine/EmbeddedTool.h"
 #include "shell/DravikDlg.h"
+#include "trainer/HostedScreen.h"
 #include "trainer/OpenedParts.h"
 #include "widgets/Platform.h"
 #include "widgets/Signal.h"
@@ -34,10 +35,14 @@ constexpr double kWeakConfidence = 0.6;
 class Trainer {
   public:
     // The platform outlives the trainer. With `remembersFont` the font of the last session is loaded at once.
-    Trainer(Platform& platform, JobFolder folder, ImageDecoder decoder, bool remembersFont);
+    Trainer(Platform& platform, const JobFolder& folder, ImageDecoder decoder, bool remembersFont);
+    // Around a screen that lives elsewhere.
+    Trainer(std::unique_ptr<HostedScreen> screen, JobFolder folder, ImageDecoder decoder, bool remembersFont);
     ~Trainer();
 
-    DravikDlg& control() noexcept;
+    HostedScreen& screen() noexcept;
+    // The screen as an object of this program; raises Object variable not set (91) when it lives elsewhere.
+    DravikDlg& control();
     EmbeddedTool& tool() noexcept;
     OpenedParts& parts() noexcept;
     const JobFolder& folder() const noexcept;

@@ -1,0 +1,36 @@
+#include "trainer/HostedScreen.h"
+
+#include <utility>
+
+namespace dravik {
+
+OwnScreen::OwnScreen(Platform& platform, JobFolder folder)
+    : control_(platform, std::move(folder)), screen_(control_.screen()) {
+    const auto font = [this] { fontChanged(); };
+    const auto typed = [this] { typedChanged(); };
+    const auto saved = [this] { savedStateChanged(); };
+    connections_.push_back(screen_.sample.txtSampleInput.textChanged.connect(typed));
+    connections_.push_back(screen_.sample.chkCase.click.connect(typed));
+    connections_.push_back(control_.fontStateChanged.connect(font));
+    connections_.push_back(screen_.train.tmrTrain.changed.connect(font));
+    // These come after the screen's own procedures, which subscribed first.
+    connections_.push_back(screen_.train.cmdStop.click.connect(font));
+    connections_.push_back(screen_.train.cmdSaveFont.click.connect(font));
+    connections_.push_back(screen_.train.cmdRevert.click.connect(font));
+    connections_.push_back(screen_.sample.cmdInclude.click.connect(saved));
+    connections_.push_back(screen_.font.txtCharSet.textChanged.connect(saved));
+}
+
+std::string OwnScreen::typedText() const {
+    return screen_.sample.txtSampleInput.text();
+}
+
+bool OwnScreen::maintainsCase() const {
+    return screen_.sample.chkCase.checked();
+}
+
+bool OwnScreen::isTraining() const {
+    return screen_.train.tmrTrain.enabled();
+}
+
+}  // namespace dravik
