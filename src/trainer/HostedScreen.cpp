@@ -4,8 +4,7 @@
 
 namespace dravik {
 
-OwnScreen::OwnScreen(Platform& platform, JobFolder folder)
-    : control_(platform, std::move(folder)), screen_(control_.screen()) {
+ScreenSight::ScreenSight(DravikDlg& control) : control_(control), screen_(control.screen()) {
     const auto font = [this] { fontChanged(); };
     const auto typed = [this] { typedChanged(); };
     const auto saved = [this] { savedStateChanged(); };
@@ -21,16 +20,28 @@ OwnScreen::OwnScreen(Platform& platform, JobFolder folder)
     connections_.push_back(screen_.font.txtCharSet.textChanged.connect(saved));
 }
 
-std::string OwnScreen::typedText() const {
+void ScreenSight::setStep(StepPtr step) {
+    control_.setStep(std::move(step));
+}
+
+std::string ScreenSight::typedText() const {
     return screen_.sample.txtSampleInput.text();
 }
 
-bool OwnScreen::maintainsCase() const {
+bool ScreenSight::maintainsCase() const {
     return screen_.sample.chkCase.checked();
 }
 
-bool OwnScreen::isTraining() const {
+bool ScreenSight::isTraining() const {
     return screen_.train.tmrTrain.enabled();
+}
+
+std::string ScreenSight::selectedFont() const {
+    return control_.selectedFont();
+}
+
+bool ScreenSight::isFontChanged() const {
+    return control_.m_FontChanged();
 }
 
 }  // namespace dravik

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "base/JobFolder.h"
@@ -36,25 +37,37 @@ class HostedScreen {
     Signal<> savedStateChanged;
 };
 
-// The screen as an object of the program.
-class OwnScreen : public HostedScreen {
+// A screen of the same module, seen through its public parts; the screen outlives it.
+class ScreenSight : public HostedScreen {
   public:
-    // The platform outlives the screen.
-    OwnScreen(Platform& platform, JobFolder folder);
+    explicit ScreenSight(DravikDlg& control);
 
-    DravikDlg& control() noexcept { return control_; }
-
-    void setStep(StepPtr step) override { control_.setStep(std::move(step)); }
+    void setStep(StepPtr step) override;
     std::string typedText() const override;
     bool maintainsCase() const override;
     bool isTraining() const override;
-    std::string selectedFont() const override { return control_.selectedFont(); }
-    bool isFontChanged() const override { return control_.m_FontChanged(); }
+    std::string selectedFont() const override;
+    bool isFontChanged() const override;
 
   private:
-    DravikDlg control_;
+    DravikDlg& control_;
     Screen& screen_;
     std::vector<Connection> connections_;
+};
+
+struct ScreenOwner {
+    ScreenOwner(Platform& platform, JobFolder folder) : control(platform, std::move(folder)) {}
+    DravikDlg control;
+};
+
+// A screen of the program's own.
+class OwnScreen : private ScreenOwner, public ScreenSight {
+  public:
+    // The platform outlives the screen.
+    OwnScreen(Platform& platform, JobFolder folder)
+        : ScreenOwner(platform, std::move(folder)), ScreenSight(ScreenOwner::control) {}
+
+    DravikDlg& control() noexcept { return ScreenOwner::control; }
 };
 
 }  // namespace dravik

@@ -20,6 +20,7 @@
 #include "activex/control/QuickActivation.h"
 #include "activex/control/StepEditorFacet.h"
 #include "activex/control/ViewObject.h"
+#include "activex/control/WatchedScreen.h"
 
 namespace dravik {
 
@@ -62,6 +63,7 @@ class DravikControl final : public IUnknown {
     ClassInfo classInfo_;
     ConnectionPoints connectionPoints_;
     QuickActivation quickActivation_;
+    WatchedScreen watchedScreen_;
 };
 
 }  // namespace dravik

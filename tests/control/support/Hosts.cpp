@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "DravikDlgLib.h"
+#include "control/support/Robot.h"
 
 namespace dravik {
 namespace {

@@ -207,7 +207,7 @@ HRESULT StrictSite::Invoke(DISPID id, REFIID, LCID, WORD flags, DISPPARAMS*, VAR
     expect((flags & DISPATCH_PROPERTYGET) != 0, "an ambient property was not read as a property");
     const auto found = ambients.find(id);
     if (found == ambients.end()) return DISP_E_MEMBERNOTFOUND;
-    return VariantCopy(result, &found->second.value());
+    return VariantCopy(result, &found->second.get());
 }
 
 }  // namespace dravik
