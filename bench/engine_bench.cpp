@@ -99,23 +99,41 @@ void training(benchmark::State& state) {
 BENCHMARK(training)->Arg(222)->Arg(740)->Arg(7400)->Unit(benchmark::kMillisecond);
 
 void allDistances(benchmark::State& state) {
-    const std::vector<Sample> samples = manySamples(kMostSamples);
+    const std::vector<Sample> samples = manySamples(static_cast<std::size_t>(state.range(0)));
     ClassStatistics statistics;
-    for (const Sample& sample : samples) statistics.add(sample);
+    std::vector<const Sample*> all;
+    for (const Sample& sample : samples) {
+        statistics.add(sample);
+        all.push_back(&sample);
+    }
     for (auto _ : state) {
-        const DistanceMeasure measure(statistics);
+        const DistanceMeasure measure(statistics, all);
         double sum = 0;
-        for (const Sample& sample : samples) sum += measure.distance(sample, true);
+        for (const Sample& sample : samples) sum += measure.distance(sample);
         benchmark::DoNotOptimize(sum);
     }
+    state.counters["comparisons"] = static_cast<double>(statistics.comparisons());
 }
-BENCHMARK(allDistances)->Unit(benchmark::kMillisecond);
+BENCHMARK(allDistances)->Arg(888)->Arg(3000)->Arg(5000)->Arg(kMostSamples)->Unit(benchmark::kMillisecond);
+
+// Samples included into the largest font, and committed.
+void includeIntoLargest(benchmark::State& state) {
+    SampleStore store;
+    store.include(manySamples(kMostSamples - 2000));
+    store.commit();
+    for (auto _ : state) {
+        store.include(manySamples(20));
+        store.commit();
+        benchmark::DoNotOptimize(store.columns(SampleKind::Committed));
+    }
+}
+BENCHMARK(includeIntoLargest)->Iterations(100)->Unit(benchmark::kMillisecond);
 
 // What the screen does for each sample that it deletes by hand: query, delete, query, with the table still
 // shown.
 void queryDeleteQuery(benchmark::State& state) {
     SampleStore store;
-    store.include(manySamples(kMostSamples));
+    store.include(manySamples(static_cast<std::size_t>(state.range(0))));
     store.commit();
     const auto query = [&store] {
         return sampleTable(std::array{kAllCommitted}, kSampleFields, {},
@@ -125,12 +143,17 @@ void queryDeleteQuery(benchmark::State& state) {
     std::size_t place = 0;
     for (auto _ : state) {
         const RecordTablePtr before = query();
-        store.remove(SampleKind::Committed, place++ % 40'000);
+        store.remove(SampleKind::Committed, place++ % 400);
         shown = query();
         benchmark::DoNotOptimize(shown->codes().size());
     }
 }
-BENCHMARK(queryDeleteQuery)->Iterations(2000)->Unit(benchmark::kMicrosecond);
+BENCHMARK(queryDeleteQuery)
+    ->Arg(888)
+    ->Arg(3000)
+    ->Arg(kMostSamples)
+    ->Iterations(400)
+    ->Unit(benchmark::kMicrosecond);
 
 void storeLargestFont(benchmark::State& state) {
     FontRecord font;

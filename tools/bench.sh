@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # Builds the measuring programs, installing what they need, and runs the one named: `evaluate` (characters found and
-# read; see bench/evaluate.cpp), `generate` (labelled part images to evaluate; see bench/generate/generate.cpp), `engine`
-# or `screen` (Google Benchmark). Further arguments go to it.
+# read; see bench/evaluate.cpp), `generate` (labelled part images to evaluate; see bench/generate/generate.cpp), `distance`
+# (planted wrong labels found; see bench/distance/main.cpp), `engine` or `screen` (Google Benchmark). Further arguments go to it.
 set -euo pipefail
 cd "$(dirname "$(readlink -f "$0")")/.."
 . tools/packages.sh
@@ -13,9 +13,10 @@ cmake -S . -B build-bench -G Ninja -DCMAKE_BUILD_TYPE=RelWithDebInfo -DDRAVIK_TE
 case "${1:-}" in
     evaluate) program=dravik_evaluate ;;
     generate) program=dravik_generate; install_packages "${faces[@]}" ;;
+    distance) program=dravik_distance; install_packages fonts-dejavu-core fonts-liberation fonts-hack fonts-ocr-b ;;
     engine) program=engine_bench ;;
     screen) program=dravik_screen_bench ;;
-    *) echo "usage: tools/bench.sh evaluate|generate|engine|screen [ARGUMENT...]" >&2; exit 2 ;;
+    *) echo "usage: tools/bench.sh evaluate|generate|distance|engine|screen [ARGUMENT...]" >&2; exit 2 ;;
 esac
 ninja -C build-bench "$program" >build-bench/build.log || { tail -n 60 build-bench/build.log >&2; exit 1; }
 shift

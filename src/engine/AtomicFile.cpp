@@ -218,6 +218,9 @@ void replaceFile(const std::string& from, const std::string& to, bool keepsBacku
             unlink(second.c_str());
             failWith(cause, "Cannot keep the previous version of", to);
         }
+        // Renaming does nothing where both are names of one file already: a save was killed between the
+        // backup and the new version.
+        unlink(second.c_str());
     }
     if (rename(from.c_str(), to.c_str()) != 0) failWith(errno, "Cannot write", to);
     flushFolder(to);

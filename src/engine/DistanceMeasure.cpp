@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <cmath>
 #include <limits>
+#include <numeric>
+#include <utility>
 
 namespace dravik {
 namespace {
@@ -11,9 +13,18 @@ namespace {
 // it counts.
 constexpr double kAssumedVariance = 0.015;
 constexpr double kAssumedSamples = 20;
-// Distances in units of that spread, for a character's first sample and for a font of one character.
-const float kUsualOwn = 1.2f * std::sqrt(static_cast<float>(kInputCount));
-const float kUsualOther = 3.5f * std::sqrt(static_cast<float>(kInputCount));
+// How much of an input's variance is taken from the mean of all inputs, which is known better.
+constexpr double kSharedVariance = 0.2;
+// Neighbours that a sample is compared by.
+constexpr std::size_t kNeighbours = 3;
+// Other characters that are searched: those whose means are nearest.
+constexpr std::size_t kOthers = 5;
+// Samples of a character that stand for it, taken evenly from all of them.
+constexpr std::size_t kMostRows = 200;
+// Squared distances in units of the spread within a character, for its first sample and for a font of one
+// character; as measured with rendered print.
+constexpr float kUsualOwn = 20;
+constexpr float kUsualOther = 130;
 
 constexpr std::size_t kPadded = (kInputCount + 3) / 4 * 4;
 
@@ -59,49 +70,105 @@ const ClassStatistics::Class* ClassStatistics::find(std::int32_t code) const {
     return &classes_[entry->second];
 }
 
-DistanceMeasure::DistanceMeasure(const ClassStatistics& statistics) {
+std::int64_t ClassStatistics::comparisons() const {
+    std::int64_t classes = 0, largest = 0;
+    for (const Class& one : classes_) {
+        classes += one.count > 0;
+        largest = std::max<std::int64_t>(largest, one.count);
+    }
+    const auto rows =
+        std::min<std::int64_t>(total_, static_cast<std::int64_t>(kOthers + 1) *
+                                           std::min(largest, static_cast<std::int64_t>(kMostRows)));
+    return total_ * (classes + rows);
+}
+
+DistanceMeasure::DistanceMeasure(const ClassStatistics& statistics, std::span<const Sample* const> samples) {
     double classes = 0;
-    std::array<double, kInputCount> within = statistics.squares_;
+    std::array<double, kInputCount> variances = statistics.squares_;
     for (const ClassStatistics::Class& one : statistics.classes_) {
         if (one.count == 0) continue;
         classes += 1;
-        for (std::size_t i = 0; i < kInputCount; ++i) within[i] -= one.sums[i] * one.sums[i] / one.count;
+        for (std::size_t i = 0; i < kInputCount; ++i) variances[i] -= one.sums[i] * one.sums[i] / one.count;
     }
     const double freedom = static_cast<double>(statistics.total_) - classes;
-    for (std::size_t i = 0; i < kInputCount; ++i) {
-        const double variance =
-            (std::max(0.0, within[i]) + kAssumedSamples * kAssumedVariance) / (freedom + kAssumedSamples);
-        weights_[i] = static_cast<float>(1 / std::sqrt(variance + 1e-4));
+    double mean = 0;
+    for (double& variance : variances) {
+        variance =
+            (std::max(0.0, variance) + kAssumedSamples * kAssumedVariance) / (freedom + kAssumedSamples);
+        mean += variance / static_cast<double>(kInputCount);
     }
-    for (const ClassStatistics::Class& one : statistics.classes_) {
+    for (std::size_t i = 0; i < kInputCount; ++i)
+        weights_[i] = static_cast<float>(
+            1 / std::sqrt((1 - kSharedVariance) * variances[i] + kSharedVariance * mean + 1e-4));
+
+    std::vector<std::size_t> places(statistics.classes_.size());
+    std::size_t rows = 0;
+    for (std::size_t c = 0; c < statistics.classes_.size(); ++c) {
+        const ClassStatistics::Class& one = statistics.classes_[c];
         if (one.count == 0) continue;
-        middles_.push_back({one.code, static_cast<float>(one.count)});
+        places[c] = classes_.size();
+        classes_.push_back({one.code, rows, 0});
+        rows += std::min(static_cast<std::size_t>(one.count), kMostRows);
         for (std::size_t i = 0; i < kPadded; ++i)
             means_.push_back(i < kInputCount ? weights_[i] * static_cast<float>(one.sums[i] / one.count)
                                              : 0.0f);
     }
+    rows_.resize(rows * kPadded);
+    serials_.resize(rows);
+    std::vector<std::size_t> seen(statistics.classes_.size());
+    for (const Sample* sample : samples) {
+        const std::size_t c = statistics.places_.at(sample->code);
+        const auto all = static_cast<std::size_t>(statistics.classes_[c].count);
+        const std::size_t wanted = std::min(all, kMostRows), number = seen[c]++;
+        // Of `all` samples those are taken at which number x wanted / all grows.
+        if (number > 0 && number * wanted / all == (number - 1) * wanted / all) continue;
+        Rows& one = classes_[places[c]];
+        const std::size_t row = one.first + one.count++;
+        serials_[row] = sample->serial;
+        for (std::size_t i = 0; i < kInputCount; ++i)
+            rows_[row * kPadded + i] = weights_[i] * sample->inputs[i];
+    }
 }
 
-double DistanceMeasure::distance(const Sample& sample, bool member) const {
-    std::array<float, kPadded> place{};
+double DistanceMeasure::distance(const Sample& sample) const {
+    alignas(16) std::array<float, kPadded> place{};
     for (std::size_t i = 0; i < kInputCount; ++i) place[i] = weights_[i] * sample.inputs[i];
-    float own = kUsualOwn;
-    float other = std::numeric_limits<float>::max();
-    for (std::size_t c = 0; c < middles_.size(); ++c) {
-        const float square = squaredDistance(place.data(), &means_[c * kPadded]);
-        if (middles_[c].code != sample.code) {
-            other = std::min(other, square);
+
+    // Mean of the squared distances to the nearest rows of a class; `none` when it has no row but the sample.
+    const auto toRows = [&](const Rows& rows, bool own, float none) {
+        std::array<float, kNeighbours> nearest;
+        nearest.fill(std::numeric_limits<float>::max());
+        std::size_t count = 0;
+        for (std::size_t row = rows.first; row < rows.first + rows.count; ++row) {
+            if (own && serials_[row] == sample.serial) continue;
+            ++count;
+            float square = squaredDistance(place.data(), &rows_[row * kPadded]);
+            for (float& one : nearest)
+                if (square < one) std::swap(square, one);
+        }
+        count = std::min(count, kNeighbours);
+        if (count == 0) return none;
+        return std::accumulate(nearest.begin(), nearest.begin() + static_cast<std::ptrdiff_t>(count), 0.0f) /
+               static_cast<float>(count);
+    };
+
+    float own = kUsualOwn, other = kUsualOther;
+    std::array<std::pair<float, const Rows*>, kOthers> others{};
+    std::size_t found = 0;
+    for (std::size_t c = 0; c < classes_.size(); ++c) {
+        if (classes_[c].code == sample.code) {
+            own = toRows(classes_[c], true, kUsualOwn);
             continue;
         }
-        const float count = middles_[c].count;
-        if (!member) {
-            own = std::sqrt(square);
-        } else if (count > 1) {
-            // The mean without the sample lies this much farther from it than the mean with it.
-            own = std::sqrt(square) * count / (count - 1);
-        }
+        std::pair<float, const Rows*> coming(squaredDistance(place.data(), &means_[c * kPadded]),
+                                             &classes_[c]);
+        for (std::size_t i = 0; i < found; ++i)
+            if (coming.first < others[i].first) std::swap(coming, others[i]);
+        if (found < kOthers) others[found++] = coming;
     }
-    other = other == std::numeric_limits<float>::max() ? kUsualOther : std::sqrt(other);
+    if (found > 0) other = std::numeric_limits<float>::max();
+    for (std::size_t i = 0; i < found; ++i)
+        other = std::min(other, toRows(*others[i].second, false, kUsualOther));
     return own + other > 0 ? static_cast<double>(own / (own + other)) : 0.5;
 }
 

@@ -61,9 +61,9 @@ TrainingResult perform(const FontRun& run, TrainingWorker::Progress& progress) {
     TrainingFigures figures;
     result.network = trained(
         run.set, kSeed, [&progress](const TrainingFigures& f) { return progress.report(f); }, figures);
-    const DistanceMeasure measure(run.statistics);
+    const DistanceMeasure measure(run.statistics, run.samples->samples);
     for (std::size_t i = 0; i < run.samples->size() && !progress.stopped(); ++i)
-        result.distances.push_back(measure.distance(*run.samples->samples[i], true));
+        result.distances.push_back(measure.distance(*run.samples->samples[i]));
     progress.report(figures);
     return result;
 }
@@ -367,9 +367,6 @@ void EmbeddedTool::RevertFont(const std::string& name) {
                       "Font \"" + name + "\" is not the one that is loaded");
     state_->checkIdle("reverting its font");
     FontRecord saved = readFont(state_->library.existingFile(name));
-    std::vector<std::uint64_t> serials;
-    for (const Sample& sample : saved.samples) serials.push_back(sample.serial);
-    state_->samples.setDistances(serials, saved.distances);
     state_->training = std::move(saved.training);
 }
 

@@ -67,9 +67,9 @@ class EmbeddedTool : public FontTool, public Step {
     // FontTool. While a run goes on, operations that would change which font is current, start another run or
     // revert raise Invalid procedure call (5); samples may come and go, the run works on those that it
     // started with. Duplicating copies the saved form of a font. SaveFont under another name leaves the
-    // current font's name. RevertFont brings back the saved network, trained counts and Distances, and keeps
-    // the samples as they are now. Distances are measured when samples are included, anew when they are
-    // committed, and for all by a training run.
+    // current font's name. RevertFont brings back the saved network and trained counts, and keeps the samples
+    // as they are now. Distances come from the samples alone, not from the training: those of committed
+    // samples follow every change (see SampleStore), and a training run measures all anew.
     void LoadFont(const std::string& name) override;
     void CreateFont(const std::string& name) override;
     void DeleteFont(const std::string& name) override;

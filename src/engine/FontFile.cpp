@@ -19,6 +19,7 @@ constexpr std::size_t kChecksumSize = 4;
 constexpr std::uint64_t kLargestFile = 256u << 20;
 constexpr std::uint32_t kMostCharacters = 0x110000;
 constexpr std::uint32_t kMostUnits = 4096;
+constexpr float kLargestInput = 1000;  // far beyond what any character has
 constexpr std::size_t kSampleSize = 8 + 4 + 8 + 4 * kInputCount;
 constexpr std::size_t kTrainedSize = 4 + 4 + 4 * kInputCount;
 
@@ -242,6 +243,9 @@ FontRecord decodeFont(std::span<const std::uint8_t> bytes, const std::string& fi
         body.check(std::all_of(sample.inputs.begin(), sample.inputs.begin() + kFeatureCount,
                                [](float v) { return v >= 0 && v <= 1; }),
                    "a feature is out of range");
+        body.check(std::abs(sample.inputs[kHeightInput]) <= kLargestInput &&
+                       std::abs(sample.inputs[kOffsetInput]) <= kLargestInput,
+                   "a height or offset is out of range");
     }
     font.training = decodeTraining(body);
     body.check(body.atEnd(), "it is longer than it should be");

@@ -39,7 +39,7 @@ SampleStore::SampleStore()
     uncommitted_->owner = committed_->owner = samples_;
 }
 
-SampleColumns& SampleStore::writable(std::shared_ptr<SampleColumns>& columns) {
+SampleColumns& SampleStore::writable(std::shared_ptr<SampleColumns>& columns) const {
     if (columns.use_count() > 1) columns = std::make_shared<SampleColumns>(*columns);
     columns->owner = samples_;
     return *columns;
@@ -70,11 +70,11 @@ void SampleStore::include(std::vector<Sample> samples) {
     if (samples.empty()) return;
     compact(samples.size());
     SampleColumns& columns = writable(uncommitted_);
-    const DistanceMeasure measure(statistics_);
+    const DistanceMeasure measure(statistics_, committed_->samples);
     for (Sample& sample : samples) {
         sample.serial = nextSerial_++;
         const Sample& kept = samples_->emplace_back(sample);
-        append(columns, kept, measure.distance(kept, false));
+        append(columns, kept, measure.distance(kept));
     }
 }
 
@@ -86,15 +86,36 @@ void SampleStore::commit() {
     uncommitted_ = std::make_shared<SampleColumns>();
     uncommitted_->owner = samples_;
     for (const Sample* sample : coming->samples) statistics_.add(*sample);
-    const DistanceMeasure measure(statistics_);
     SampleColumns& columns = writable(committed_);
-    for (const Sample* sample : coming->samples) append(columns, *sample, measure.distance(*sample, true));
+    for (const Sample* sample : coming->samples) append(columns, *sample, 0);
+    stale_ = true;
+    if (statistics_.comparisons() <= kQuickComparisons) return;
+    const DistanceMeasure measure(statistics_, columns.samples);
+    for (std::size_t i = columns.size() - coming->size(); i < columns.size(); ++i)
+        columns.distances[i] = measure.distance(*columns.samples[i]);
+}
+
+SampleColumnsPtr SampleStore::columns(SampleKind kind) const {
+    closeGap();
+    if (kind == SampleKind::Uncommitted) return uncommitted_;
+    refresh();
+    return committed_;
+}
+
+void SampleStore::refresh() const {
+    if (!stale_ || statistics_.comparisons() > kQuickComparisons) return;
+    SampleColumns& columns = writable(committed_);
+    const DistanceMeasure measure(statistics_, columns.samples);
+    for (std::size_t i = 0; i < columns.size(); ++i)
+        columns.distances[i] = measure.distance(*columns.samples[i]);
+    stale_ = false;
 }
 
 void SampleStore::remove(SampleKind kind, std::size_t place) {
     auto& list = kind == SampleKind::Committed ? committed_ : uncommitted_;
     if (gap_.columns != list.get()) closeGap();
     if (place >= list->size() - gap_.size()) return;
+    stale_ |= kind == SampleKind::Committed;
     SampleColumns& columns = writable(list);
     if (!gap_.columns) gap_ = {&columns, place, place};
     const Gap old = gap_;

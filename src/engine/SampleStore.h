@@ -26,6 +26,9 @@ struct SampleColumns {
 };
 using SampleColumnsPtr = std::shared_ptr<const SampleColumns>;
 
+// Comparisons of two samples that are made without the operator noticing, some 15 milliseconds' worth.
+constexpr std::int64_t kQuickComparisons = 2'500'000;
+
 class SampleStore {
   public:
     SampleStore();
@@ -41,10 +44,10 @@ class SampleStore {
     // A font's samples as they were stored, with their Distances. Replaces everything.
     void restore(std::vector<Sample> committed, std::vector<double> distances, std::uint64_t nextSerial);
 
-    SampleColumnsPtr columns(SampleKind kind) const {
-        closeGap();
-        return kind == SampleKind::Committed ? committed_ : uncommitted_;
-    }
+    // Distances of committed samples follow every change of the font before they are seen, as long as
+    // measuring them all takes no longer than about a frame (kQuickComparisons); in a larger font those of
+    // samples that stay are left as they are, until setDistances().
+    SampleColumnsPtr columns(SampleKind kind) const;
     const ClassStatistics& statistics() const noexcept { return statistics_; }
     std::uint64_t nextSerial() const noexcept { return nextSerial_; }
 
@@ -61,12 +64,15 @@ class SampleStore {
         std::size_t size() const noexcept { return end - begin; }
     };
 
-    SampleColumns& writable(std::shared_ptr<SampleColumns>& columns);
+    SampleColumns& writable(std::shared_ptr<SampleColumns>& columns) const;
     void compact(std::size_t coming);
     void closeGap() const;
+    void refresh() const;
 
     std::shared_ptr<std::deque<Sample>> samples_;
-    std::shared_ptr<SampleColumns> uncommitted_, committed_;
+    std::shared_ptr<SampleColumns> uncommitted_;
+    mutable std::shared_ptr<SampleColumns> committed_;
+    mutable bool stale_ = false;  // samples came or went since the committed ones were measured
     ClassStatistics statistics_;
     std::uint64_t nextSerial_ = 1;
     mutable Gap gap_;

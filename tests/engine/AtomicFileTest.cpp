@@ -153,6 +153,11 @@ TEST(AtomicFile, KilledSavesLeaveAWholeFont) {
     }
     writeFont(font, file);
     EXPECT_EQ(filesIn(folder.path("Fonts")), 2u);
+    // A kill between the backup and the new version leaves two names of one file.
+    ASSERT_EQ(unlink(backupOf(file).c_str()), 0);
+    ASSERT_EQ(link(file.c_str(), backupOf(file).c_str()), 0);
+    writeFont(font, file);
+    EXPECT_EQ(filesIn(folder.path("Fonts")), 2u);
 }
 
 }  // namespace

@@ -76,14 +76,45 @@ TEST(SampleStore, WhatFollowsARemovalSeesTheListWithoutIt) {
     EXPECT_EQ(store.columns(SampleKind::Committed)->size(), 12U);
 
     store.remove(SampleKind::Committed, 4);
-    store.setDistances(std::vector<std::uint64_t>{6}, std::vector<double>{0.75});
     EXPECT_EQ(store.columns(SampleKind::Committed)->samples[4]->serial, 6U);
+    store.setDistances(std::vector<std::uint64_t>{6}, std::vector<double>{0.75});
     EXPECT_EQ(store.columns(SampleKind::Committed)->distances[4], 0.75);
 
     store.include(std::vector<Sample>(1));
     store.remove(SampleKind::Uncommitted, 0);
     store.include(std::vector<Sample>(2));
     EXPECT_EQ(store.columns(SampleKind::Uncommitted)->size(), 2U);
+}
+
+Sample sampleAt(std::int32_t code, float level) {
+    Sample sample;
+    sample.code = code;
+    sample.inputs.fill(level);
+    return sample;
+}
+
+// A sample is judged by all that are there now, not by those that were there when it came; but the largest
+// fonts are not measured anew for a change.
+TEST(SampleStore, DistancesFollowWhatComesAndGoes) {
+    SampleStore store;
+    store.include(std::vector<Sample>{sampleAt('A', 0.2f), sampleAt('A', 0.25f), sampleAt('A', 0.4f)});
+    store.commit();
+    const auto first = store.columns(SampleKind::Committed);
+    const std::vector<double> early = first->distances;
+    EXPECT_LT(early[2], 0.6);
+    for (int i = 0; i < 4; ++i) {
+        store.include({sampleAt('B', 0.38f + 0.01f * static_cast<float>(i))});
+        store.commit();
+    }
+    EXPECT_EQ(first->distances, early) << "a table that was queried before must not change";
+    EXPECT_GT(store.columns(SampleKind::Committed)->distances[2], 0.9);
+    for (int i = 0; i < 4; ++i) store.remove(SampleKind::Committed, 3);
+    EXPECT_EQ(store.columns(SampleKind::Committed)->distances, early);
+
+    store.include(std::vector<Sample>(20'000, sampleAt('C', 0.5f)));
+    store.commit();
+    EXPECT_EQ(store.columns(SampleKind::Committed)->distances[2], early[2]);
+    EXPECT_LT(store.columns(SampleKind::Committed)->distances[20'002], 0.1);
 }
 
 }  // namespace

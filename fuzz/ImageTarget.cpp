@@ -1,0 +1,70 @@
+#include <cmath>
+#include <cstdlib>
+#include <vector>
+
+#include "FuzzTargets.h"
+#include "engine/Reading.h"
+#include "engine/Segmentation.h"
+
+namespace dravik {
+namespace {
+
+// Small images from few bytes: pixels that are missing repeat those that are there, in rows or as they run.
+GreyImage imageOf(std::span<const std::uint8_t> bytes) {
+    const std::size_t width = 1 + bytes[0], height = 1 + bytes[1] / 2;
+    const bool byRow = (bytes[2] & 1) != 0;
+    const auto pixels = bytes.subspan(3);
+    GreyImage image(static_cast<int>(width), static_cast<int>(height), 200);
+    if (pixels.empty()) return image;
+    for (std::size_t y = 0; y < height; ++y)
+        for (std::size_t x = 0; x < width; ++x)
+            image(static_cast<int>(x), static_cast<int>(y)) =
+                pixels[(byRow ? x + y / 8 : x + y * width) % pixels.size()];
+    return image;
+}
+
+const Training& training() {
+    static const Training made = [] {
+        TrainingSet set;
+        set.codes = {'A', 'B', 'C'};
+        for (std::uint32_t i = 0; i < 9; ++i) {
+            for (std::uint32_t k = 0; k < kInputCount; ++k)
+                set.inputs.push_back(static_cast<float>((k + i * 5) % 7) / 7);
+            set.classes.push_back(i % 3);
+        }
+        Training result;
+        TrainingFigures figures;
+        result.network = trained(
+            set, 1, [](const TrainingFigures& now) { return now.cycles < 20; }, figures);
+        return result;
+    }();
+    return made;
+}
+
+}  // namespace
+
+void tryImage(std::span<const std::uint8_t> bytes) {
+    if (bytes.size() < 3) return;
+    const GreyImage image = imageOf(bytes);
+    const Segmentation found = segment(image);
+    int line = 0;
+    for (const Glyph& glyph : found.glyphs) {
+        if (glyph.piece.runs.empty() || glyph.line < line) std::abort();
+        line = glyph.line;
+        for (const Run& run : glyph.piece.runs)
+            if (run.x0 < 0 || run.x0 >= run.x1 || run.x1 > found.ink.width || run.y < 0 ||
+                run.y >= found.ink.height)
+                std::abort();
+    }
+    if (!found.glyphs.empty() && static_cast<std::size_t>(line) >= found.lines.size()) std::abort();
+    for (const SampleInputs& inputs : allInputs(found, {}))
+        for (std::size_t i = 0; i < kInputCount; ++i)
+            if (!std::isfinite(inputs[i]) || (i < kFeatureCount && (inputs[i] < 0 || inputs[i] > 1)))
+                std::abort();
+    const auto read = answers(found, training());
+    if (read.size() != found.glyphs.size()) std::abort();
+    for (const Answer& answer : read)
+        if (!(answer.confidence >= 0 && answer.confidence <= 1)) std::abort();
+}
+
+}  // namespace dravik

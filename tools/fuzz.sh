@@ -1,0 +1,20 @@
+#!/usr/bin/env bash
+# Builds a fuzzer with clang and the address and undefined-behaviour sanitizers, installing what it needs, and runs it:
+# tools/fuzz.sh font|list|image SECONDS. It starts from fuzz/inputs and what earlier runs found (build-fuzz/corpus). An
+# input that makes it fail is left in fuzz/inputs, where the tests run it from then on.
+set -euo pipefail
+cd "$(dirname "$(readlink -f "$0")")/.."
+. tools/packages.sh
+case "${1:-}" in
+    font | list | image) ;;
+    *) echo "usage: tools/fuzz.sh font|list|image SECONDS" >&2; exit 2 ;;
+esac
+install_packages cmake ninja-build g++ clang-14 libclang-rt-14-dev
+cmake -S . -B build-fuzz -G Ninja -DCMAKE_BUILD_TYPE=RelWithDebInfo -DCMAKE_CXX_COMPILER=clang++-14 -DDRAVIK_FUZZ=ON \
+    -DDRAVIK_TESTS=OFF -DDRAVIK_DESKTOP=OFF >/dev/null
+ninja -C build-fuzz "fuzz_$1" >build-fuzz/build.log || { tail -n 60 build-fuzz/build.log >&2; exit 1; }
+corpus=build-fuzz/corpus/$1 inputs=fuzz/inputs/$1
+mkdir -p "$corpus" "$inputs"
+# Longer than 10 seconds for one input counts as a hang; no input may need more than 1 GB.
+exec "build-fuzz/fuzz/fuzz_$1" -max_total_time="${2:-600}" -timeout=10 -rss_limit_mb=1024 -max_len=20000 -print_final_stats=1 \
+    -artifact_prefix="$inputs/" "$corpus" "$inputs"
