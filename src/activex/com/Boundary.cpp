@@ -10,6 +10,8 @@ namespace dravik {
 namespace {
 
 constexpr std::int32_t kControlErrors = static_cast<std::int32_t>(0x800A0000u);
+// A script language says that it told its own host about an error.
+constexpr HRESULT kScriptReported = static_cast<HRESULT>(0x80020101u);
 constexpr std::int32_t kLargestRuntimeNumber = 0xFFFF;
 
 // Codes of the system that stand for failures of the run-time.
@@ -23,6 +25,7 @@ constexpr std::array kSameMeaning = {
 std::string codeText(HRESULT code) {
     const std::int32_t number = numberOf(code);
     if (number > 0 && number <= kLargestRuntimeNumber) return std::string(runtimeErrorText(number));
+    if (code == kScriptReported) return "The script has reported an error";
     std::array<wchar_t, 512> text{};
     DWORD length =
         FormatMessageW(FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_IGNORE_INSERTS, nullptr,

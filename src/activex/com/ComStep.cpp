@@ -22,7 +22,11 @@ class ComStep final : public Step {
     const ComPtr<IUnknown>& object() const { return object_; }
 
     std::string programIdentifier() override {
-        if (!typed_) return textOf(late_->property(L"ProgId").get());
+        if (!typed_) {
+            const Variant value = late_->property(L"ProgId");
+            // A script may have made it a function, which reads as an object.
+            return textOf(isObject(value.get()) ? late_->call(L"ProgId").get() : value.get());
+        }
         Bstr text;
         check(typed_->get_ProgId(text.put()), typed_.get(), __uuidof(IStep));
         return text.utf8();
@@ -37,8 +41,7 @@ class ComStep final : public Step {
             value = late_->call(L"Datum", {&argument, 1});
         }
         // A datum is a value or an object that has one.
-        const int type = innermost(value.get()).vt & ~VT_BYREF;
-        if (type == VT_DISPATCH || type == VT_UNKNOWN) {
+        if (isObject(value.get())) {
             const auto datumObject = objectOf(value.get());
             if (!datumObject) throw Failure(RuntimeError::ObjectNotSet);
             LateBound datum(datumObject.get());

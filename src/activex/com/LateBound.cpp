@@ -75,17 +75,11 @@ Variant LateBound::call(const std::wstring& name, std::span<Variant> arguments) 
 }
 
 Variant LateBound::property(const std::wstring& name) {
-    const DISPID id = idOf(name);
-    try {
-        return invoke(id, DISPATCH_METHOD | DISPATCH_PROPERTYGET, {});
-    } catch (const Failure&) {
-        // A script's plain value cannot be called; whether it really failed tells reading it.
-        return invoke(id, DISPATCH_PROPERTYGET, {});
-    }
+    return invoke(idOf(name), DISPATCH_PROPERTYGET, {});
 }
 
 Variant LateBound::defaultValue() {
-    return invoke(DISPID_VALUE, DISPATCH_METHOD | DISPATCH_PROPERTYGET, {});
+    return invoke(DISPID_VALUE, DISPATCH_PROPERTYGET, {});
 }
 
 std::vector<Variant> elementsOf(IUnknown* scriptArray) {

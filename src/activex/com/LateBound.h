@@ -22,7 +22,8 @@ class LateBound {
     // Calls the method, or reads the property, of that name. Raises Failure with the number and text that the
     // object gave, and 438 when it has no such member.
     Variant call(const std::wstring& name, std::span<Variant> arguments = {});
-    // Reads a property that may be a plain value.
+    // Reads a property only: a script's plain value cannot be called, and trying to has its host report an
+    // error.
     Variant property(const std::wstring& name);
     // The value that stands for the object itself.
     Variant defaultValue();

@@ -69,11 +69,6 @@ Variant cellValue(const Cell& cell) {
     return {};
 }
 
-bool isObject(const VARIANT& value) {
-    const int type = innermost(value).vt & ~VT_BYREF;
-    return type == VT_DISPATCH || type == VT_UNKNOWN;
-}
-
 // The elements of a list, each handed to `take`.
 template <typename Take>
 void eachOf(const VARIANT& value, Take take) {

@@ -122,6 +122,11 @@ bool isNothing(const VARIANT& value) noexcept {
     }
 }
 
+bool isObject(const VARIANT& value) noexcept {
+    const int type = innermost(value).vt & ~VT_BYREF;
+    return type == VT_DISPATCH || type == VT_UNKNOWN;
+}
+
 Cell cellOf(const VARIANT& value) {
     const VARIANT& inner = innermost(value);
     if (inner.vt & (VT_ARRAY | VT_VECTOR)) throw Failure(RuntimeError::TypeMismatch);

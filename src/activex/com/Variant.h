@@ -45,6 +45,9 @@ const VARIANT& innermost(const VARIANT& value) noexcept;
 // Empty, Null, an omitted argument, Nothing, an array without elements.
 bool isNothing(const VARIANT& value) noexcept;
 
+// An object or Nothing.
+bool isObject(const VARIANT& value) noexcept;
+
 // A number, a text or nothing; truth values are -1 and 0, dates and currencies their numbers. Raises Type
 // mismatch (13) for objects and arrays.
 Cell cellOf(const VARIANT& value);
