@@ -2,7 +2,7 @@
 
 build_packages=(g++ cmake ninja-build qt6-base-dev qt6-image-formats-plugins libgl-dev fonts-dejavu-core)
 test_packages=(libgtest-dev libgmock-dev googletest libpng-dev g++-mingw-w64-x86-64-posix g++-mingw-w64-i686-posix
-    mingw-w64-tools libwine-dev wine64 mandoc)
+    mingw-w64-tools libwine-dev wine64 xvfb xauth mandoc)
 
 # install_packages NAME... : does nothing, quickly, when all are there.
 install_packages() {

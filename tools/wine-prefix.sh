@@ -9,6 +9,8 @@ mkdir -p "$folder"
 here=$(dirname "$(readlink -f "$0")")
 export WINEPREFIX=$folder
 DISPLAY='' timeout 300 "$here/wine.sh" wineboot -i >/dev/null 2>&1 || { echo "wineboot failed" >&2; exit 1; }
-"$here/wine.sh" reg add 'HKLM\Software\Microsoft\Windows NT\CurrentVersion\AeDebug' /v Debugger /d '' /f >/dev/null 2>&1
-"$here/wine.sh" reg add 'HKCU\Software\Wine\WineDbg' /v ShowCrashDialog /t REG_DWORD /d 0 /f >/dev/null 2>&1
+DISPLAY='' "$here/wine.sh" reg add 'HKLM\Software\Microsoft\Windows NT\CurrentVersion\AeDebug' /v Debugger /d '' /f >/dev/null 2>&1
+DISPLAY='' "$here/wine.sh" reg add 'HKCU\Software\Wine\WineDbg' /v ShowCrashDialog /t REG_DWORD /d 0 /f >/dev/null 2>&1
+# Without a window manager a managed window waits two seconds for one.
+DISPLAY='' "$here/wine.sh" reg add 'HKCU\Software\Wine\X11 Driver' /v Managed /d N /f >/dev/null 2>&1
 touch "$folder/ready"

@@ -7,6 +7,7 @@
 
 #include <functional>
 #include <memory>
+#include <string>
 
 #include "activex/win32/FormPage.h"
 #include "widgets/Form.h"
@@ -35,15 +36,20 @@ class FormWindow : public std::enable_shared_from_this<FormWindow> {
     std::function<void()> finished;
 
   private:
-    FormWindow(Form& form, Win32Platform& platform) : form_(&form), platform_(platform) {}
+    FormWindow(Form& form, Win32Platform& platform);
     void create(HWND owner);
-    static LRESULT CALLBACK procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
+    static LRESULT CALLBACK subclass(HWND window, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR id,
+                                     DWORD_PTR self);
     LRESULT answer(UINT message, WPARAM wParam, LPARAM lParam);
     void letGo();
     void fit();
     SIZE frameSize(SIZE inside) const;
+    void putInPlace(HWND owner);
+    void rememberPlace() const;
 
     Form* form_;
+    std::string name_;
+    bool resizable_ = false;
     Win32Platform& platform_;
     HWND window_ = nullptr;
     std::unique_ptr<FormPage> page_;

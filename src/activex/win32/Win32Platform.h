@@ -11,6 +11,8 @@
 #include <unordered_map>
 #include <vector>
 
+// The macro of a system function would rename the models' type.
+#undef MessageBox
 #include "widgets/Platform.h"
 
 namespace dravik {

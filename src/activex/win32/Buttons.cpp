@@ -1,0 +1,202 @@
+// The three kinds of native buttons.
+#include <windows.h>
+
+#include <commctrl.h>
+
+#include <algorithm>
+
+#include "activex/win32/Page.h"
+#include "activex/win32/Peers.h"
+#include "activex/win32/WinText.h"
+
+namespace dravik {
+namespace {
+
+constexpr int kLeastButtonWidth = 80;
+constexpr int kButtonPadding = 22;
+constexpr int kLeastButtonHeight = 23;
+constexpr int kCheckGap = 6;
+
+// What push buttons, check boxes and option buttons have in common.
+template <class Model>
+class ButtonPeerOf : public PeerOf<Model> {
+  public:
+    using PeerOf<Model>::PeerOf;
+
+    bool takesFocus() const override { return true; }
+    wchar_t mnemonic() const override { return mnemonicOf(wide(this->model_.caption())); }
+
+  protected:
+    SIZE captionSize() const {
+        return this->look().textSize(this->wantedFont(), withoutMnemonic(wide(this->model_.caption())));
+    }
+    void showCaption() {
+        SetWindowTextW(this->window(), wide(this->model_.caption()).c_str());
+        this->sizeChanged();
+    }
+};
+
+class ButtonPeer : public ButtonPeerOf<Button> {
+  public:
+    using ButtonPeerOf::ButtonPeerOf;
+
+    void command(WORD code, WORD) override {
+        if (code == BN_CLICKED) act([this] { model_.press(); });
+    }
+    bool pressEnter() override {
+        act([this] { model_.press(); });
+        return true;
+    }
+    void pressMnemonic() override {
+        const auto self = shared_from_this();
+        focus();
+        act([this] { model_.press(); });
+    }
+
+  protected:
+    HWND make(HWND parent) override {
+        return makeWindow(WC_BUTTONW, parent, WS_TABSTOP | BS_PUSHBUTTON | BS_NOTIFY);
+    }
+
+    Measure ask() override {
+        const SIZE text = captionSize();
+        const int height = std::max<int>(text.cy + look().px(8), look().px(kLeastButtonHeight));
+        const int width = std::max<int>(text.cx + look().px(kButtonPadding), look().px(kLeastButtonWidth));
+        return {{text.cx + look().px(kButtonPadding / 2), height}, {width, height}, true, true, false, false};
+    }
+    void show(Change change) override {
+        if (change == Change::Caption)
+            showCaption();
+        else
+            Peer::show(change);
+    }
+};
+
+// A box or a circle before the caption.
+template <class Model>
+class MarkedPeerOf : public ButtonPeerOf<Model> {
+  public:
+    using ButtonPeerOf<Model>::ButtonPeerOf;
+
+  protected:
+    Measure ask() override {
+        const SIZE text = this->captionSize();
+        const int width = text.cx + this->look().px(13 + 2 * kCheckGap);
+        const int height = std::max<int>(text.cy + this->look().px(4), this->look().px(19));
+        return {{width, height}, {width, height}, true, true, false, false};
+    }
+    void showMark(bool set) {
+        SendMessageW(this->window(), BM_SETCHECK, set ? BST_CHECKED : BST_UNCHECKED, 0);
+    }
+};
+
+class CheckBoxPeer : public MarkedPeerOf<CheckBox> {
+  public:
+    using MarkedPeerOf::MarkedPeerOf;
+
+    void command(WORD code, WORD) override {
+        if (code != BN_CLICKED) return;
+        act([this] { model_.setChecked(!model_.checked()); });
+    }
+    void pressMnemonic() override {
+        const auto self = shared_from_this();
+        focus();
+        act([this] { model_.setChecked(!model_.checked()); });
+    }
+
+  protected:
+    HWND make(HWND parent) override { return makeWindow(WC_BUTTONW, parent, WS_TABSTOP | BS_CHECKBOX); }
+
+    void show(Change change) override {
+        if (change == Change::Caption)
+            showCaption();
+        else if (change == Change::Value)
+            showMark(model_.checked());
+        else
+            Peer::show(change);
+    }
+};
+
+// The options that stand in one container are one stop of the Tab key; arrow keys choose among them.
+class OptionButtonPeer : public MarkedPeerOf<OptionButton> {
+  public:
+    using MarkedPeerOf::MarkedPeerOf;
+
+    void command(WORD code, WORD) override {
+        if (code == BN_CLICKED) act([this] { model_.setChosen(true); });
+    }
+    void pressMnemonic() override {
+        const auto self = shared_from_this();
+        focus();
+        act([this] { model_.setChosen(true); });
+    }
+    bool isTabStop() const override {
+        const std::vector<Peer*> group = options();
+        const auto chosen = std::find_if(group.begin(), group.end(), isChosen);
+        return (chosen == group.end() ? group.front() : *chosen) == this;
+    }
+
+  protected:
+    HWND make(HWND parent) override { return makeWindow(WC_BUTTONW, parent, WS_TABSTOP | BS_RADIOBUTTON); }
+
+    void show(Change change) override {
+        if (change == Change::Caption)
+            showCaption();
+        else if (change == Change::Value)
+            showMark(model_.chosen());
+        else
+            Peer::show(change);
+    }
+
+    LRESULT message(UINT message, WPARAM wParam, LPARAM lParam) override {
+        if (message == WM_GETDLGCODE) return DLGC_BUTTON | DLGC_WANTARROWS;
+        if (message == WM_KEYDOWN) {
+            const bool back = wParam == VK_LEFT || wParam == VK_UP;
+            if (back || wParam == VK_RIGHT || wParam == VK_DOWN) {
+                chooseNeighbour(back);
+                return 0;
+            }
+        }
+        return Peer::message(message, wParam, lParam);
+    }
+
+  private:
+    static bool isChosen(const Peer* peer) {
+        return static_cast<const OptionButton&>(peer->model()).chosen();
+    }
+
+    std::vector<Peer*> options() const {
+        std::vector<Peer*> group;
+        for (const auto& peer : page().peers())
+            if (peer->attached() && peer->model().kind() == WidgetKind::OptionButton &&
+                peer->container() == container() && (peer->isUsable() || peer.get() == this))
+                group.push_back(peer.get());
+        return group;
+    }
+
+    void chooseNeighbour(bool back) {
+        const std::vector<Peer*> group = options();
+        const auto own =
+            static_cast<std::size_t>(std::find(group.begin(), group.end(), this) - group.begin());
+        const std::size_t next = (own + (back ? group.size() - 1 : 1)) % group.size();
+        const auto other = group[next]->shared_from_this();
+        other->focus();
+        if (other->attached()) guarded([&] { static_cast<OptionButton&>(other->model()).setChosen(true); });
+    }
+};
+
+}  // namespace
+
+std::shared_ptr<Peer> makeButton(Button& model, Page& page) {
+    return std::make_shared<ButtonPeer>(model, page);
+}
+
+std::shared_ptr<Peer> makeCheckBox(CheckBox& model, Page& page) {
+    return std::make_shared<CheckBoxPeer>(model, page);
+}
+
+std::shared_ptr<Peer> makeOptionButton(OptionButton& model, Page& page) {
+    return std::make_shared<OptionButtonPeer>(model, page);
+}
+
+}  // namespace dravik

@@ -1,0 +1,244 @@
+// Draws a chart's scene in its user units, aligned to the device's pixels. Left and right move a pointer from
+// bar to bar for operators without a mouse.
+#include <algorithm>
+#include <cmath>
+
+#include "activex/win32/Accessible.h"
+#include "activex/win32/Page.h"
+#include "activex/win32/Peers.h"
+#include "activex/win32/WinText.h"
+
+namespace dravik {
+namespace {
+
+constexpr double kOutlineShare = 0.5;
+constexpr double kLeastContrast = 2.0;  // a bar that stands out less from the surface gets an outline
+
+class ChartPeer : public PeerOf<Chart>, private AccessibleContent {
+  public:
+    using PeerOf::PeerOf;
+
+    bool takesFocus() const override { return true; }
+
+    POINT toView(double x, double y) const override {
+        const ChartScale& scale = model_.scale();
+        const SIZE size = clientSize();
+        return {std::lround((x - scale.left) / (scale.right - scale.left) * size.cx),
+                std::lround((y - scale.top) / (scale.bottom - scale.top) * size.cy)};
+    }
+    ModelPlace fromView(POINT place) const override {
+        const ChartScale& scale = model_.scale();
+        const SIZE size = clientSize();
+        return {scale.left + place.x / std::max<double>(size.cx, 1) * (scale.right - scale.left),
+                scale.top + place.y / std::max<double>(size.cy, 1) * (scale.bottom - scale.top)};
+    }
+
+  protected:
+    HWND make(HWND parent) override { return makeWindow(drawnClass(L"DravikChart"), parent, WS_TABSTOP); }
+
+    Measure ask() override {
+        return {{look().px(320), look().px(180)}, {look().px(640), look().px(340)}, true, true, true, true};
+    }
+
+    void show(Change change) override {
+        if (change == Change::Items) {
+            if (pointed_ >= static_cast<int>(model_.scene().bars.size())) pointed_ = -1;
+            InvalidateRect(window(), nullptr, FALSE);
+            NotifyWinEvent(EVENT_OBJECT_REORDER, window(), OBJID_CLIENT, CHILDID_SELF);
+        } else {
+            Peer::show(change);
+        }
+    }
+
+    LRESULT message(UINT message, WPARAM wParam, LPARAM lParam) override {
+        switch (message) {
+            case WM_ERASEBKGND:
+                return TRUE;
+            case WM_PAINT: {
+                const BufferedPaint paint(window());
+                paintIn(paint.dc(), paint.client());
+                return 0;
+            }
+            case WM_PRINTCLIENT: {
+                RECT client{};
+                GetClientRect(window(), &client);
+                paintIn(reinterpret_cast<HDC>(wParam), client);
+                return 0;
+            }
+            case WM_SIZE:
+            case WM_SETFOCUS:
+            case WM_KILLFOCUS:
+                InvalidateRect(window(), nullptr, FALSE);
+                return 0;
+            case WM_LBUTTONDOWN:
+                SetFocus(window());
+                return 0;
+            case WM_GETDLGCODE:
+                return DLGC_WANTARROWS;
+            case WM_CONTEXTMENU:
+                return 0;
+            case WM_SYSKEYDOWN:
+                if (wParam == VK_F10 && shiftState() & kShiftMask) {
+                    fireMouseDown(kRightButton, 0, pointerPlace());
+                    return 0;
+                }
+                break;
+            case WM_KEYDOWN:
+                if (wParam == VK_LEFT || wParam == VK_RIGHT)
+                    movePointer(wParam == VK_LEFT ? -1 : 1);
+                else if (wParam == VK_APPS || (wParam == VK_F10 && shiftState() & kShiftMask))
+                    fireMouseDown(kRightButton, 0, pointerPlace());
+                return 0;
+            default:
+                break;
+        }
+        return Peer::message(message, wParam, lParam);
+    }
+
+    AccessibleContent* accessibleContent() override { return this; }
+
+  private:
+    SIZE clientSize() const {
+        RECT client{};
+        GetClientRect(window(), &client);
+        return {client.right, client.bottom};
+    }
+
+    RECT barPlace(const ChartBar& bar) const {
+        const POINT a = toView(bar.left, bar.top);
+        const POINT b = toView(bar.left + bar.width, bar.top - bar.height);
+        return {std::min(a.x, b.x), std::min(a.y, b.y), std::max(a.x, b.x), std::max(a.y, b.y)};
+    }
+
+    POINT pointerPlace() const {
+        const SIZE size = clientSize();
+        if (pointed_ < 0) return {size.cx / 2, size.cy / 2};
+        const ChartBar& bar = model_.scene().bars[static_cast<std::size_t>(pointed_)];
+        const ChartScale& scale = model_.scale();
+        // Just below the top, so that a bar of no height can be pointed at too.
+        const double below = std::max(bar.height / 2, std::abs(scale.top - scale.bottom) / 100);
+        return toView(bar.left + bar.width / 2, bar.top - below);
+    }
+
+    void movePointer(int direction) {
+        const std::vector<ChartBar>& bars = model_.scene().bars;
+        const int count = static_cast<int>(bars.size());
+        int next = pointed_ < 0 && direction < 0 ? count : pointed_;
+        do next += direction;
+        while (next >= 0 && next < count && !bars[static_cast<std::size_t>(next)].visible);
+        if (next < 0 || next >= count) return;
+        pointed_ = next;
+        InvalidateRect(window(), nullptr, FALSE);
+        NotifyWinEvent(EVENT_OBJECT_FOCUS, window(), OBJID_CLIENT, focusedChild());
+        fireMouseMove(0, 0, pointerPlace());
+    }
+
+    void paintIn(HDC dc, const RECT& client) {
+        if (!attached()) return;
+        const COLORREF background = look().color(model_.backColor());
+        fill(dc, client, background);
+        const ChartScene& scene = model_.scene();
+        const int hair = look().px(1);
+        for (const ChartLabel& label : scene.labels)
+            if (label.visible) paintLabel(dc, label);
+        for (std::size_t i = 0; i < scene.bars.size(); ++i) {
+            const ChartBar& bar = scene.bars[i];
+            if (!bar.visible) continue;
+            const RECT place = barPlace(bar);
+            const COLORREF color = look().color(bar.fill);
+            fill(dc, place, color);
+            // Bars that touch or overlap stay told apart by a hair line.
+            fill(dc, {place.left - hair, place.top, place.left, place.bottom}, background);
+            if (heightOf(place) > 0 && contrast(color, background) < kLeastContrast)
+                frame(dc, place, blend(background, look().color(kWindowTextColor), kOutlineShare), hair);
+            if (hasFocus() && static_cast<int>(i) == pointed_) {
+                RECT mark = place;
+                InflateRect(&mark, 3 * hair, 3 * hair);
+                frame(dc, mark, GetSysColor(COLOR_HIGHLIGHT), 2 * hair);
+            }
+        }
+        for (const ChartLine& line : scene.lines)
+            if (line.visible) paintLine(dc, line);
+        if (hasFocus()) frame(dc, client, GetSysColor(COLOR_HIGHLIGHT), hair);
+    }
+
+    void paintLine(HDC dc, const ChartLine& line) const {
+        const int thick = std::max(1, look().px(line.borderWidth));
+        const COLORREF color = look().color(line.color);
+        const POINT from = toView(line.x1, line.y1);
+        const POINT to = toView(line.x2, line.y2);
+        if (from.x == to.x || from.y == to.y) {
+            const bool upright = from.x == to.x;
+            RECT place{std::min(from.x, to.x), std::min(from.y, to.y), std::max(from.x, to.x) + 1,
+                       std::max(from.y, to.y) + 1};
+            if (upright) {
+                place.left -= thick / 2;
+                place.right = place.left + thick;
+            } else {
+                place.top -= thick / 2;
+                place.bottom = place.top + thick;
+            }
+            fill(dc, place, color);
+            return;
+        }
+        const Pen pen(CreatePen(PS_SOLID, thick, color));
+        const Selected selected(dc, pen.get());
+        MoveToEx(dc, from.x, from.y, nullptr);
+        LineTo(dc, to.x, to.y);
+    }
+
+    void paintLabel(HDC dc, const ChartLabel& label) const {
+        const HFONT font = look().font(false, label.fontSize);
+        const int high = look().lineHeight(font);
+        const POINT corner = toView(label.left, label.top);
+        const POINT end = toView(label.left + label.width, label.top);
+        RECT place{corner.x, corner.y, end.x, corner.y + high};
+        if (label.verticallyCentered) OffsetRect(&place, 0, -high / 2);
+        if (!isSystemColor(label.backColor)) fill(dc, place, look().color(label.backColor));
+        UINT flags = DT_SINGLELINE | DT_NOCLIP | DT_NOPREFIX | DT_VCENTER;
+        if (label.alignment == ChartLabel::Alignment::Center) flags |= DT_CENTER;
+        if (label.alignment == ChartLabel::Alignment::End) flags |= DT_RIGHT;
+        const Selected selected(dc, font);
+        SetBkMode(dc, TRANSPARENT);
+        SetTextColor(dc, look().textColorOn(label.backColor, kWindowTextColor));
+        const std::wstring caption = wide(label.caption);
+        DrawTextW(dc, caption.c_str(), static_cast<int>(caption.size()), &place, flags);
+    }
+
+    // For a screen reader: one child for each visible bar.
+    LONG role() const override { return ROLE_SYSTEM_CHART; }
+    std::wstring name() const override { return wide(model_.accessibleName()); }
+    std::wstring description() const override {
+        return pointed_ < 0 ? std::wstring()
+                            : wide(model_.scene().bars[static_cast<std::size_t>(pointed_)].accessibleName);
+    }
+    int children() const override {
+        const auto& bars = model_.scene().bars;
+        return static_cast<int>(
+            std::count_if(bars.begin(), bars.end(), [](const ChartBar& bar) { return bar.visible; }));
+    }
+    const ChartBar& visibleBar(int child) const {
+        for (const ChartBar& bar : model_.scene().bars)
+            if (bar.visible && --child == 0) return bar;
+        throw Failure(RuntimeError::SubscriptOutOfRange);
+    }
+    std::wstring childName(int child) const override { return wide(visibleBar(child).accessibleName); }
+    RECT childPlace(int child) const override { return barPlace(visibleBar(child)); }
+    LONG childState(int) const override { return STATE_SYSTEM_READONLY; }
+    int focusedChild() const override {
+        if (pointed_ < 0) return 0;
+        const auto& bars = model_.scene().bars;
+        return static_cast<int>(std::count_if(bars.begin(), bars.begin() + pointed_ + 1,
+                                              [](const ChartBar& bar) { return bar.visible; }));
+    }
+
+    int pointed_ = -1;
+};
+
+}  // namespace
+
+std::shared_ptr<Peer> makeChart(Chart& model, Page& page) {
+    return std::make_shared<ChartPeer>(model, page);
+}
+
+}  // namespace dravik

@@ -1,0 +1,117 @@
+#include "activex/win32/FormPage.h"
+
+#include "activex/win32/Dpi.h"
+#include "activex/win32/Guard.h"
+#include "activex/win32/Page.h"
+
+namespace dravik {
+
+FormPage::FormPage(Form& form, HWND parent, Win32Platform& platform)
+    : page_(std::make_shared<Page>(form, platform, dpiOf(parent))) {
+    page_->sizeChanged = [this] {
+        if (sizeChanged) sizeChanged();
+    };
+    page_->focusEntered = [this] {
+        if (focusEntered) focusEntered();
+    };
+    page_->escaped = [this] {
+        if (escaped) escaped();
+    };
+    try {
+        page_->create(parent);
+    } catch (...) {
+        page_->close();
+        throw;
+    }
+}
+
+FormPage::~FormPage() {
+    page_->sizeChanged = nullptr;
+    page_->focusEntered = nullptr;
+    page_->escaped = nullptr;
+    page_->close();
+}
+
+HWND FormPage::window() const noexcept {
+    return page_->window();
+}
+
+void FormPage::detach() noexcept {
+    page_->detach();
+}
+
+SIZE FormPage::minimumSize() const {
+    const Extent size = page_->minimum();
+    return {size.width, size.height};
+}
+
+SIZE FormPage::preferredSize() const {
+    const Extent size = page_->preferred();
+    return {size.width, size.height};
+}
+
+void FormPage::setBounds(const RECT& bounds) {
+    if (page_->window())
+        SetWindowPos(page_->window(), nullptr, bounds.left, bounds.top, widthOf(bounds), heightOf(bounds),
+                     SWP_NOZORDER | SWP_NOACTIVATE);
+}
+
+void FormPage::setVisible(bool visible) {
+    if (page_->window()) ShowWindow(page_->window(), visible ? SW_SHOWNA : SW_HIDE);
+}
+
+void FormPage::setDpi(int dpi) {
+    page_->setDpi(dpi);
+}
+
+int FormPage::dpi() const noexcept {
+    return page_->look().dpi();
+}
+
+void FormPage::setAmbient(const Ambient& ambient) {
+    page_->setAmbient(ambient);
+}
+
+void FormPage::setInert(bool inert) {
+    page_->setInert(inert);
+}
+
+void FormPage::systemChanged() {
+    page_->systemChanged();
+}
+
+bool FormPage::translateKey(const MSG& message, bool& leftPage) {
+    const auto page = page_;
+    return page->translateKey(message, leftPage);
+}
+
+bool FormPage::focusFirst() {
+    return page_->focusEnd(false);
+}
+
+bool FormPage::focusLast() {
+    return page_->focusEnd(true);
+}
+
+bool FormPage::hasFocusInside() const {
+    return page_->hasFocusInside();
+}
+
+bool FormPage::restoreFocus() {
+    return page_->restoreFocus();
+}
+
+std::vector<wchar_t> FormPage::mnemonics() const {
+    return page_->mnemonics();
+}
+
+bool FormPage::pressMnemonic(wchar_t key) {
+    const auto page = page_;
+    return page->pressMnemonic(key);
+}
+
+void FormPage::draw(HDC dc, const RECT& place) const {
+    page_->draw(dc, place);
+}
+
+}  // namespace dravik

@@ -1,0 +1,118 @@
+// The native group box, here the parent of what stands in it.
+#include <windows.h>
+
+#include <commctrl.h>
+
+#include <algorithm>
+
+#include "activex/win32/Page.h"
+#include "activex/win32/Peers.h"
+#include "activex/win32/WinText.h"
+
+namespace dravik {
+namespace {
+
+constexpr int kMargin = 9;
+constexpr int kBelowCaption = 5;
+
+class FramePeer : public PeerOf<Frame> {
+  public:
+    using PeerOf::PeerOf;
+
+    void placed(const Box& box) override {
+        if (!geometry_ || !attached()) return;
+        const RECT edge = margins();
+        page().place(geometry_->place(
+            {edge.left, edge.top, box.width - edge.left - edge.right, box.height - edge.top - edge.bottom}));
+    }
+
+  protected:
+    HWND make(HWND parent) override {
+        return makeWindow(WC_BUTTONW, parent, BS_GROUPBOX | WS_CLIPCHILDREN, WS_EX_CONTROLPARENT);
+    }
+    void started() override { page().addPeers(model_.layout(), window(), this); }
+
+    Measure ask() override {
+        geometry_.emplace(page().geometryOf(model_.layout()));
+        const RECT edge = margins();
+        const int wide = edge.left + edge.right;
+        const int high = edge.top + edge.bottom;
+        const Extent least = geometry_->minimum();
+        const Extent wanted = geometry_->preferred();
+        const int caption = look().textSize(wantedFont(), captionText()).cx + look().px(24);
+        return {{std::max(least.width + wide, caption), least.height + high},
+                {std::max(wanted.width + wide, caption), wanted.height + high}};
+    }
+
+    void show(Change change) override {
+        switch (change) {
+            case Change::Caption:
+                SetWindowTextW(window(), wide(model_.caption()).c_str());
+                InvalidateRect(window(), nullptr, FALSE);
+                break;
+            case Change::Enabled:
+                Peer::show(change);
+                for (const auto& peer : page().peers())
+                    if (stands(*peer) && peer->window()) peer->showEnabled();
+                break;
+            default:
+                Peer::show(change);
+        }
+    }
+
+    LRESULT message(UINT message, WPARAM wParam, LPARAM lParam) override {
+        if (const auto result = page().fromChild(message, wParam, lParam)) return *result;
+        switch (message) {
+            case WM_ERASEBKGND:
+                return TRUE;
+            case WM_PAINT: {
+                BufferedPaint paint(window());
+                paintIn(paint.dc(), paint.client());
+                return 0;
+            }
+            case WM_PRINTCLIENT: {
+                RECT client{};
+                GetClientRect(window(), &client);
+                paintIn(reinterpret_cast<HDC>(wParam), client);
+                return 0;
+            }
+            case WM_NCHITTEST:
+                return HTCLIENT;
+            case WM_SIZE:
+                InvalidateRect(window(), nullptr, FALSE);
+                break;
+            default:
+                break;
+        }
+        return Peer::message(message, wParam, lParam);
+    }
+
+  private:
+    std::wstring captionText() const { return withoutMnemonic(wide(model_.caption())); }
+
+    RECT margins() const {
+        const int margin = look().px(kMargin);
+        return {margin, look().lineHeight(wantedFont()) + look().px(kBelowCaption), margin, margin};
+    }
+
+    bool stands(const Peer& peer) const {
+        for (const Peer* outer = peer.container(); outer; outer = outer->container())
+            if (outer == this) return true;
+        return false;
+    }
+
+    void paintIn(HDC dc, const RECT& client) {
+        fill(dc, client, look().background());
+        defaultAnswer(WM_PRINTCLIENT, reinterpret_cast<WPARAM>(dc), PRF_CLIENT);
+    }
+
+    std::optional<LayoutGeometry> geometry_;
+};
+
+}  // namespace
+
+std::shared_ptr<Peer> makeFrame(Frame& model, Page& page) {
+    return std::make_shared<FramePeer>(model, page);
+}
+
+}  // namespace dravik

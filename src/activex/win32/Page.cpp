@@ -1,0 +1,297 @@
+#include "activex/win32/Page.h"
+
+#include <windows.h>
+
+#include <commctrl.h>
+
+#include <algorithm>
+
+#include "activex/win32/Module.h"
+#include "activex/win32/Peers.h"
+#include "activex/win32/Win32Platform.h"
+#include "activex/win32/WinText.h"
+
+namespace dravik {
+namespace {
+
+constexpr UINT_PTR kSubclass = 1;
+constexpr int kMargin = 9;
+constexpr UINT kArrange = WM_APP + 0x31;
+constexpr UINT kFocus = WM_APP + 0x32;
+constexpr wchar_t kClassName[] = L"DravikFormPage";
+
+}  // namespace
+
+Page::Page(Form& form, Win32Platform& platform, int dpi)
+    : form_(form), platform_(platform), look_(std::make_unique<Look>(dpi, Ambient{})) {}
+
+Page::~Page() {
+    close();
+}
+
+void Page::create(HWND parent) {
+    INITCOMMONCONTROLSEX wanted{sizeof(INITCOMMONCONTROLSEX), ICC_BAR_CLASSES | ICC_PROGRESS_CLASS |
+                                                                  ICC_UPDOWN_CLASS | ICC_STANDARD_CLASSES};
+    InitCommonControlsEx(&wanted);
+    {
+        const Styles styles;
+        window_ = CreateWindowExW(WS_EX_CONTROLPARENT, Peer::drawnClass(kClassName),
+                                  wide(form_.caption()).c_str(), WS_CHILD | WS_CLIPCHILDREN | WS_CLIPSIBLINGS,
+                                  0, 0, 0, 0, parent, nullptr, moduleInstance(), nullptr);
+    }
+    if (!window_) throw Failure(RuntimeError::OutOfMemory, "no window: " + lastErrorText(GetLastError()));
+    SetWindowSubclass(window_, subclass, kSubclass, reinterpret_cast<DWORD_PTR>(this));
+    toolTips_.create(window_);
+    toolTips_.setFont(look_->font());
+    addPeers(form_.layout(), window_, nullptr);
+    connections_.push_back(form_.destroyed.connect([this] { detach(); }));
+    followTimers();
+    showDefaultButton(nullptr);
+    knownPreferred_ = preferred();
+    SetWindowPos(window_, nullptr, 0, 0, knownPreferred_.width, knownPreferred_.height,
+                 SWP_NOZORDER | SWP_NOACTIVATE | SWP_NOMOVE);
+    arrange();
+}
+
+void Page::close() noexcept {
+    detach();
+    if (window_) DestroyWindow(window_);
+}
+
+void Page::detach() noexcept {
+    if (!attached_) return;
+    attached_ = false;
+    connections_.clear();
+    for (std::size_t i = 0; window_ && i < form_.timers.size(); ++i) KillTimer(window_, i + 1);
+    for (const auto& peer : peers_) peer->detach();
+}
+
+void Page::addPeers(const Layout& layout, HWND parent, Peer* container) {
+    CellGroup* cells = nullptr;
+    if (layout.kind == Layout::Kind::Widget) {
+        Layout alone;
+        alone.children.push_back(layout);
+        addPeers(alone, parent, container);
+        return;
+    }
+    for (const Layout& child : layout.children) {
+        if (child.kind != Layout::Kind::Widget) {
+            addPeers(child, parent, container);
+            continue;
+        }
+        const auto peer = makePeer(*child.widget, *this);
+        peers_.push_back(peer);
+        peer->start(parent, container);
+        if (child.widget->kind() == WidgetKind::Label && peer->takesFocus()) {
+            if (!cells) cells = cellGroups_.emplace_back(std::make_unique<CellGroup>()).get();
+            joinCells(*peer, *cells);
+        }
+    }
+}
+
+Peer* Page::peerOf(HWND window) const {
+    for (; window && window != window_; window = GetParent(window))
+        if (const auto found = byWindow_.find(window); found != byWindow_.end()) return found->second;
+    return nullptr;
+}
+
+LayoutGeometry Page::geometryOf(const Layout& layout) const {
+    return LayoutGeometry(layout, look_->dpi(), [this](const Widget& widget) {
+        Peer* peer = platform_.peerOf(widget);
+        return peer ? peer->measure() : Measure{};
+    });
+}
+
+void Page::place(const std::vector<PlacedWidget>& placed) {
+    HDWP batch = BeginDeferWindowPos(static_cast<int>(placed.size()));
+    std::vector<std::pair<std::shared_ptr<Peer>, Box>> moved;
+    for (const PlacedWidget& item : placed) {
+        Peer* peer = platform_.peerOf(*item.widget);
+        if (!peer || !peer->window()) continue;
+        const RECT to = peer->windowPlace(item.box);
+        RECT from{};
+        GetWindowRect(peer->window(), &from);
+        MapWindowPoints(nullptr, GetParent(peer->window()), reinterpret_cast<POINT*>(&from), 2);
+        if (!EqualRect(&from, &to) && batch)
+            batch = DeferWindowPos(batch, peer->window(), nullptr, to.left, to.top, widthOf(to), heightOf(to),
+                                   SWP_NOZORDER | SWP_NOACTIVATE);
+        moved.emplace_back(peer->shared_from_this(), item.box);
+    }
+    if (batch) EndDeferWindowPos(batch);
+    for (const auto& [peer, box] : moved)
+        if (peer->window()) peer->placed(box);
+}
+
+Extent Page::minimum() const {
+    if (!attached_) return {};
+    const int margins = 2 * look_->px(kMargin);
+    const Extent inside = geometryOf(form_.layout()).minimum();
+    return {inside.width + margins, inside.height + margins};
+}
+
+Extent Page::preferred() const {
+    if (!attached_) return knownPreferred_;
+    const int margins = 2 * look_->px(kMargin);
+    const Extent inside = geometryOf(form_.layout()).preferred();
+    return {inside.width + margins, inside.height + margins};
+}
+
+void Page::arrange() {
+    willArrange_ = false;
+    if (!attached_ || !window_ || arranging_) return;
+    arranging_ = true;
+    guarded([&] {
+        RECT client{};
+        GetClientRect(window_, &client);
+        const int margin = look_->px(kMargin);
+        const LayoutGeometry geometry = geometryOf(form_.layout());
+        place(geometry.place({margin, margin, client.right - 2 * margin, client.bottom - 2 * margin}));
+        const Extent wanted{geometry.preferred().width + 2 * margin,
+                            geometry.preferred().height + 2 * margin};
+        if (std::exchange(knownPreferred_, wanted) != wanted) tell(sizeChanged);
+    });
+    arranging_ = false;
+}
+
+void Page::arrangeSoon() {
+    if (!willArrange_ && window_ && !arranging_)
+        willArrange_ = PostMessageW(window_, kArrange, 0, 0) != FALSE;
+}
+
+void Page::renewLook(int dpi, const Ambient& ambient) {
+    // The windows still use what the look before made.
+    const auto before = std::exchange(look_, std::make_unique<Look>(dpi, ambient));
+    toolTips_.setFont(look_->font());
+    for (const auto& peer : peers_)
+        if (peer->window() && peer->attached()) peer->lookChanged();
+    arrange();
+    if (window_) RedrawWindow(window_, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_ALLCHILDREN);
+}
+
+void Page::setDpi(int dpi) {
+    if (attached_ && dpi != look_->dpi()) renewLook(std::clamp(dpi, 48, 960), look_->ambient());
+}
+
+void Page::setAmbient(const Ambient& ambient) {
+    if (attached_) renewLook(look_->dpi(), ambient);
+}
+
+void Page::systemChanged() {
+    if (!attached_) return;
+    for (const auto& [window, peer] : byWindow_) SendMessageW(window, WM_SYSCOLORCHANGE, 0, 0);
+    renewLook(look_->dpi(), look_->ambient());
+}
+
+void Page::setInert(bool inert) {
+    if (std::exchange(inert_, inert) == inert || !window_) return;
+    EnableWindow(window_, !inert);
+    for (std::size_t i = 0; attached_ && i < form_.timers.size(); ++i) showTimer(i);
+}
+
+void Page::followTimers() {
+    for (std::size_t i = 0; i < form_.timers.size(); ++i) {
+        connections_.push_back(form_.timers[i]->changed.connect([this, i] { showTimer(i); }));
+        showTimer(i);
+    }
+}
+
+void Page::showTimer(std::size_t index) {
+    const Timer& timer = *form_.timers[index];
+    if (!window_) return;
+    if (timer.enabled() && !inert_)
+        SetTimer(window_, index + 1, static_cast<UINT>(timer.interval()), nullptr);
+    else
+        KillTimer(window_, index + 1);
+}
+
+std::optional<LRESULT> Page::fromChild(UINT message, WPARAM wParam, LPARAM lParam) {
+    const auto peerAt = [this](HWND window) -> std::shared_ptr<Peer> {
+        const auto found = byWindow_.find(window);
+        return found != byWindow_.end() && found->second->attached() ? found->second->shared_from_this()
+                                                                     : nullptr;
+    };
+    switch (message) {
+        case WM_COMMAND:
+            if (const auto peer = peerAt(reinterpret_cast<HWND>(lParam))) {
+                peer->command(HIWORD(wParam), LOWORD(wParam));
+                return 0;
+            }
+            break;
+        case WM_NOTIFY: {
+            auto& header = *reinterpret_cast<NMHDR*>(lParam);
+            if (const auto peer = peerAt(header.hwndFrom)) return peer->notify(header);
+            break;
+        }
+        case WM_CTLCOLOREDIT:
+        case WM_CTLCOLORLISTBOX:
+        case WM_CTLCOLORBTN:
+        case WM_CTLCOLORSTATIC: {
+            const auto dc = reinterpret_cast<HDC>(wParam);
+            const auto peer = peerAt(reinterpret_cast<HWND>(lParam));
+            if (HBRUSH brush = peer ? peer->colors(dc) : nullptr) return reinterpret_cast<LRESULT>(brush);
+            // The list that a combo box drops down is a window of its own.
+            if (!peer && message != WM_CTLCOLORSTATIC && message != WM_CTLCOLORBTN) break;
+            SetTextColor(dc, look_->color(kButtonTextColor));
+            SetBkColor(dc, look_->background());
+            return reinterpret_cast<LRESULT>(look_->brush(look_->background()));
+        }
+        default:
+            break;
+    }
+    return std::nullopt;
+}
+
+LRESULT CALLBACK Page::subclass(HWND window, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR,
+                                DWORD_PTR self) {
+    const auto page = reinterpret_cast<Page*>(self)->weak_from_this().lock();
+    if (message == WM_NCDESTROY) {
+        RemoveWindowSubclass(window, subclass, kSubclass);
+        if (page) page->window_ = nullptr;
+    }
+    if (!page || !page->window_) return DefSubclassProc(window, message, wParam, lParam);
+    LRESULT result = 0;
+    if (!guarded([&] { result = page->answer(message, wParam, lParam); })) return 0;
+    return result;
+}
+
+LRESULT Page::answer(UINT message, WPARAM wParam, LPARAM lParam) {
+    switch (message) {
+        case WM_ERASEBKGND:
+        case WM_PRINTCLIENT: {
+            RECT client{};
+            GetClientRect(window_, &client);
+            fill(reinterpret_cast<HDC>(wParam), client, look_->background());
+            return TRUE;
+        }
+        case WM_SIZE:
+            arrange();
+            return 0;
+        case kArrange:
+            arrange();
+            return 0;
+        case kFocus:
+            if (const auto peer = peerOf(reinterpret_cast<HWND>(wParam)))
+                if (peer->isUsable() && IsWindowVisible(peer->window())) peer->focus();
+            return 0;
+        case WM_TIMER:
+            if (attached_ && !inert_ && wParam >= 1 && wParam <= form_.timers.size()) {
+                Timer& timer = *form_.timers[wParam - 1];
+                if (timer.enabled()) timer.tick();
+            }
+            return 0;
+        case WM_SETFOCUS:
+            restoreFocus();
+            return 0;
+        case WM_SYSCOLORCHANGE:
+        case WM_THEMECHANGED:
+        case WM_SETTINGCHANGE:
+            systemChanged();
+            return 0;
+        default:
+            break;
+    }
+    if (const auto result = fromChild(message, wParam, lParam)) return *result;
+    return window_ ? DefSubclassProc(window_, message, wParam, lParam) : 0;
+}
+
+}  // namespace dravik

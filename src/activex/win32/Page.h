@@ -1,0 +1,122 @@
+// The inside of FormPage: the window, one peer for each widget, their order, their places, timers, tool tips
+// and keys.
+#pragma once
+
+#include <windows.h>
+
+#include <functional>
+#include <memory>
+#include <string>
+#include <unordered_map>
+#include <vector>
+
+#include "activex/win32/Ambient.h"
+#include "activex/win32/CellGroup.h"
+#include "activex/win32/LayoutGeometry.h"
+#include "activex/win32/Look.h"
+#include "activex/win32/Peer.h"
+#include "activex/win32/ToolTips.h"
+#include "widgets/Form.h"
+
+namespace dravik {
+
+class Win32Platform;
+
+class Page : public std::enable_shared_from_this<Page> {
+  public:
+    Page(Form& form, Win32Platform& platform, int dpi);
+    ~Page();
+
+    void create(HWND parent);
+    // Lets the model go and destroys the window.
+    void close() noexcept;
+    void detach() noexcept;
+    bool attached() const noexcept { return attached_; }
+
+    HWND window() const noexcept { return window_; }
+    Win32Platform& platform() const noexcept { return platform_; }
+    Look& look() noexcept { return *look_; }
+    ToolTips& toolTips() noexcept { return toolTips_; }
+    Form& form() const noexcept { return form_; }
+
+    Extent minimum() const;
+    Extent preferred() const;
+    void setDpi(int dpi);
+    void setAmbient(const Ambient& ambient);
+    void setInert(bool inert);
+    bool inert() const noexcept { return inert_; }
+    void systemChanged();
+
+    // Everything again where it belongs: at once, and as soon as the running procedure is through.
+    void arrange();
+    void arrangeSoon();
+    // Makes room for widgets in a container's inside.
+    LayoutGeometry geometryOf(const Layout& layout) const;
+    void place(const std::vector<PlacedWidget>& placed);
+
+    // Peers for all widgets of a container, in the order of its layout.
+    void addPeers(const Layout& layout, HWND parent, Peer* container);
+    void addWindow(HWND window, Peer& peer) { byWindow_[window] = &peer; }
+    void removeWindow(HWND window) noexcept { byWindow_.erase(window); }
+    Peer* peerOf(HWND window) const;
+    const std::vector<std::shared_ptr<Peer>>& peers() const noexcept { return peers_; }
+    UINT nextId() noexcept { return ++lastId_; }
+
+    // WM_COMMAND, WM_NOTIFY and WM_CTLCOLOR... of child windows, also of those inside frames.
+    std::optional<LRESULT> fromChild(UINT message, WPARAM wParam, LPARAM lParam);
+
+    bool translateKey(const MSG& message, bool& leftPage);
+    // A key that no host has translated; Tab goes round then.
+    bool answerKey(Peer& focused, UINT key);
+    bool focusEnd(bool last);
+    bool restoreFocus();
+    bool hasFocusInside() const;
+    std::vector<wchar_t> mnemonics() const;
+    bool pressMnemonic(wchar_t key);
+    void focusArrived(Peer& peer);
+    // The focused control is disabled or hidden: the next one takes over.
+    void focusLeft(Peer& peer);
+    void focusLater(Peer& peer);
+
+    void draw(HDC dc, const RECT& place);
+
+    std::function<void()> sizeChanged;
+    std::function<void()> focusEntered;
+    std::function<void()> escaped;
+
+  private:
+    // Whoever is told may take the page away.
+    static void tell(std::function<void()> listener) {
+        if (listener) listener();
+    }
+    static LRESULT CALLBACK subclass(HWND window, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR id,
+                                     DWORD_PTR self);
+    LRESULT answer(UINT message, WPARAM wParam, LPARAM lParam);
+    void renewLook(int dpi, const Ambient& ambient);
+    void followTimers();
+    void showTimer(std::size_t index);
+    bool moveFocus(Peer* from, bool backwards);
+    bool answerKey(Peer* focused, UINT key, bool& leftPage);
+    std::vector<Peer*> tabStops() const;
+    Peer* buddyOf(const Peer& label) const;
+    void showDefaultButton(Peer* focused);
+
+    Form& form_;
+    Win32Platform& platform_;
+    HWND window_ = nullptr;
+    std::unique_ptr<Look> look_;
+    ToolTips toolTips_;
+    std::vector<std::shared_ptr<Peer>> peers_;
+    std::vector<std::unique_ptr<CellGroup>> cellGroups_;
+    std::unordered_map<HWND, Peer*> byWindow_;
+    std::vector<Connection> connections_;
+    HWND lastFocus_ = nullptr;
+    Extent knownPreferred_;
+    UINT lastId_ = 1000;
+    bool attached_ = true;
+    bool inert_ = false;
+    bool arranging_ = false;
+    bool willArrange_ = false;
+};
+
+}  // namespace dravik

@@ -1,0 +1,66 @@
+// A page drawn into a context that is not its window's: memory, metafile, printer.
+#include <windows.h>
+
+#include <commctrl.h>
+#include <uxtheme.h>
+
+#include <algorithm>
+
+#include "activex/win32/Gdi.h"
+#include "activex/win32/Page.h"
+
+namespace dravik {
+namespace {
+
+// The border that the system draws around a window's client area.
+void drawBorder(HDC dc, HWND window, RECT place) {
+    const auto extended = static_cast<DWORD>(GetWindowLongPtrW(window, GWL_EXSTYLE));
+    const auto style = static_cast<DWORD>(GetWindowLongPtrW(window, GWL_STYLE));
+    if (extended & WS_EX_CLIENTEDGE)
+        DrawEdge(dc, &place, EDGE_SUNKEN, BF_RECT);
+    else if (style & WS_BORDER)
+        frame(dc, place, GetSysColor(COLOR_WINDOWFRAME), 1);
+}
+
+void drawWindow(HDC dc, HWND window, POINT origin) {
+    RECT place{};
+    GetWindowRect(window, &place);
+    OffsetRect(&place, -origin.x, -origin.y);
+    drawBorder(dc, window, place);
+
+    POINT client{0, 0};
+    ClientToScreen(window, &client);
+    RECT inside{};
+    GetClientRect(window, &inside);
+    const int saved = SaveDC(dc);
+    POINT before{};
+    OffsetViewportOrgEx(dc, client.x - origin.x, client.y - origin.y, &before);
+    IntersectClipRect(dc, 0, 0, inside.right, inside.bottom);
+    SendMessageW(window, WM_ERASEBKGND, reinterpret_cast<WPARAM>(dc), 0);
+    SendMessageW(window, WM_PRINTCLIENT, reinterpret_cast<WPARAM>(dc), PRF_CLIENT);
+    RestoreDC(dc, saved);
+
+    // From the bottom of the stack to its top.
+    for (HWND child = GetWindow(GetWindow(window, GW_CHILD), GW_HWNDLAST); child;
+         child = GetWindow(child, GW_HWNDPREV))
+        if (GetWindowLongPtrW(child, GWL_STYLE) & WS_VISIBLE) drawWindow(dc, child, origin);
+}
+
+}  // namespace
+
+void Page::draw(HDC dc, const RECT& place) {
+    if (!window_ || IsRectEmpty(&place)) return;
+    RECT bounds{};
+    GetWindowRect(window_, &bounds);
+    Canvas canvas(widthOf(bounds), heightOf(bounds));
+    drawWindow(canvas.dc(), window_, {bounds.left, bounds.top});
+    GdiFlush();
+    const int saved = SaveDC(dc);
+    SetStretchBltMode(dc, HALFTONE);
+    SetBrushOrgEx(dc, 0, 0, nullptr);
+    StretchDIBits(dc, place.left, place.top, widthOf(place), heightOf(place), 0, 0, canvas.width(),
+                  canvas.height(), canvas.bits(), &canvas.info(), DIB_RGB_COLORS, SRCCOPY);
+    RestoreDC(dc, saved);
+}
+
+}  // namespace dravik

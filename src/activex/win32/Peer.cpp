@@ -1,0 +1,322 @@
+#include "activex/win32/Peer.h"
+
+#include <windows.h>
+
+#include <commctrl.h>
+#include <windowsx.h>
+
+#include "activex/win32/Accessible.h"
+#include "activex/win32/Dpi.h"
+#include "activex/win32/Module.h"
+#include "activex/win32/Page.h"
+#include "activex/win32/Win32Platform.h"
+#include "activex/win32/WinText.h"
+
+namespace dravik {
+namespace {
+
+constexpr UINT_PTR kSubclass = 1;
+
+int shiftOf(WPARAM keys) {
+    return (keys & MK_SHIFT ? kShiftMask : 0) | (keys & MK_CONTROL ? kCtrlMask : 0) |
+           (GetKeyState(VK_MENU) < 0 ? kAltMask : 0);
+}
+
+int buttonsOf(WPARAM keys) {
+    return (keys & MK_LBUTTON ? kLeftButton : 0) | (keys & MK_RBUTTON ? kRightButton : 0) |
+           (keys & MK_MBUTTON ? kMiddleButton : 0);
+}
+
+// Another window in front, or a window that is just coming up, is no change of focus to the operator.
+bool movesFocus(HWND window, HWND other) {
+    return other && other != window && GetAncestor(other, GA_ROOT) == GetAncestor(window, GA_ROOT);
+}
+
+}  // namespace
+
+int shiftState() {
+    return (GetKeyState(VK_SHIFT) < 0 ? kShiftMask : 0) | (GetKeyState(VK_CONTROL) < 0 ? kCtrlMask : 0) |
+           (GetKeyState(VK_MENU) < 0 ? kAltMask : 0);
+}
+
+Peer::Peer(Widget& model, Page& page) : model_(model), page_(page) {
+    page.platform().addPeer(model, *this);
+}
+
+Peer::~Peer() {
+    if (attached_) page_.platform().removePeer(model_, *this);
+}
+
+Look& Peer::look() const noexcept {
+    return page_.look();
+}
+
+void Peer::start(HWND parent, Peer* container) {
+    container_ = container;
+    {
+        const Styles styles;
+        window_ = make(parent);
+    }
+    if (!window_) throw Failure(RuntimeError::OutOfMemory, "no window: " + lastErrorText(GetLastError()));
+    page_.addWindow(window_, *this);
+    SetWindowSubclass(window_, subclass, kSubclass, reinterpret_cast<DWORD_PTR>(this));
+    SendMessageW(window_, WM_SETFONT, reinterpret_cast<WPARAM>(wantedFont()), FALSE);
+    for (const Change change :
+         {Change::Caption, Change::Items, Change::Value, Change::Selection, Change::Appearance,
+          Change::Enabled, Change::Visible, Change::ToolTip, Change::Name})
+        show(change);
+    changed_ = model_.changed.connect([this](Change change) {
+        const auto self = shared_from_this();
+        const auto page = page_.shared_from_this();
+        if (window_) guarded([&] { show(change); });
+    });
+    started();
+}
+
+void Peer::detach() noexcept {
+    if (!attached_) return;
+    changed_.disconnect();
+    page_.platform().removePeer(model_, *this);
+    attached_ = false;
+}
+
+HWND Peer::makeWindow(const wchar_t* className, HWND parent, DWORD style, DWORD extendedStyle) {
+    return CreateWindowExW(extendedStyle, className, L"", style | WS_CHILD | WS_CLIPSIBLINGS, 0, 0, 0, 0,
+                           parent, reinterpret_cast<HMENU>(static_cast<UINT_PTR>(page_.nextId())),
+                           moduleInstance(), nullptr);
+}
+
+// The windows of these classes are driven by their subclass procedure: the class itself holds no code of this
+// module.
+const wchar_t* Peer::drawnClass(const wchar_t* name) {
+    WNDCLASSEXW known{};
+    known.cbSize = sizeof known;
+    if (GetClassInfoExW(moduleInstance(), name, &known)) return name;
+    WNDCLASSEXW wanted{};
+    wanted.cbSize = sizeof wanted;
+    wanted.style = CS_DBLCLKS;
+    wanted.lpfnWndProc = DefWindowProcW;
+    wanted.hInstance = moduleInstance();
+    wanted.hCursor = LoadCursorW(nullptr, IDC_ARROW);
+    wanted.lpszClassName = name;
+    RegisterClassExW(&wanted);
+    return name;
+}
+
+const Measure& Peer::measure() {
+    if (!measured_) {
+        measured_ = attached_ ? ask() : Measure{};
+        measured_->visible = attached_ && model_.visible();
+    }
+    return *measured_;
+}
+
+void Peer::sizeChanged() {
+    if (!measured_) return;  // nobody has asked yet
+    const Measure before = *measured_;
+    measured_.reset();
+    if (measure() == before) return;
+    for (Peer* outer = container_; outer; outer = outer->container_) outer->forgetMeasure();
+    page_.arrangeSoon();
+}
+
+RECT Peer::windowPlace(const Box& box) const {
+    return {box.left, box.top, box.left + box.width, box.top + box.height};
+}
+
+void Peer::placed(const Box&) {}
+
+bool Peer::isUsable() const {
+    if (!attached_ || !window_ || !model_.enabled() || !model_.visible()) return false;
+    return !container_ || container_->isUsable();
+}
+
+void Peer::focus() {
+    if (window_) SetFocus(window_);
+}
+
+HFONT Peer::wantedFont() const {
+    return look().font(attached_ && model_.bold());
+}
+
+void Peer::lookChanged() {
+    measured_.reset();
+    if (!window_) return;
+    SendMessageW(window_, WM_SETFONT, reinterpret_cast<WPARAM>(wantedFont()), FALSE);
+    InvalidateRect(window_, nullptr, TRUE);
+}
+
+void Peer::showEnabled() {
+    bool enabled = attached_ && model_.enabled();
+    for (const Peer* outer = container_; outer; outer = outer->container_)
+        enabled = enabled && outer->model_.enabled();
+    if ((IsWindowEnabled(window_) != FALSE) == enabled) return;
+    const bool focused = GetFocus() == window_;
+    EnableWindow(window_, enabled);
+    if (focused && !enabled) page_.focusLeft(*this);
+}
+
+void Peer::show(Change change) {
+    switch (change) {
+        case Change::Enabled:
+            showEnabled();
+            break;
+        case Change::Visible: {
+            const bool visible = model_.visible();
+            const bool focused = window_ && (GetFocus() == window_ || IsChild(window_, GetFocus()));
+            if (!visible && focused) page_.focusLeft(*this);
+            if (visible != ((GetWindowLongPtrW(window_, GWL_STYLE) & WS_VISIBLE) != 0))
+                ShowWindow(window_, visible ? SW_SHOWNA : SW_HIDE);
+            sizeChanged();
+            break;
+        }
+        case Change::ToolTip:
+            page_.toolTips().set(window_, wide(model_.toolTip()));
+            break;
+        case Change::Name:
+            showName();
+            break;
+        case Change::Focus:
+            giveFocus();
+            break;
+        case Change::Appearance:
+            if (const auto font = wantedFont();
+                font != reinterpret_cast<HFONT>(SendMessageW(window_, WM_GETFONT, 0, 0)))
+                SendMessageW(window_, WM_SETFONT, reinterpret_cast<WPARAM>(font), FALSE);
+            InvalidateRect(window_, nullptr, TRUE);
+            sizeChanged();
+            break;
+        default:
+            break;
+    }
+}
+
+void Peer::showName() {
+    if (accessibleContent())
+        NotifyWinEvent(EVENT_OBJECT_NAMECHANGE, window_, OBJID_CLIENT, CHILDID_SELF);
+    else if (!model_.accessibleName().empty())
+        annotateName(window_, wide(model_.accessibleName()));
+}
+
+void Peer::giveFocus() {
+    if (isUsable() && IsWindowVisible(window_))
+        SetFocus(window_);
+    else  // the procedure that asks for the focus may enable or show the control only later
+        page_.focusLater(*this);
+}
+
+POINT Peer::toView(double x, double y) const {
+    return {static_cast<LONG>(x * look().dpi() / 1440), static_cast<LONG>(y * look().dpi() / 1440)};
+}
+
+ModelPlace Peer::fromView(POINT place) const {
+    return {twips(place.x, look().dpi()), twips(place.y, look().dpi())};
+}
+
+void Peer::fireMouseDown(int button, int shift, POINT place) {
+    act([&] {
+        const ModelPlace at = fromView(place);
+        model_.mouseDown({button, shift, at.x, at.y});
+    });
+}
+
+void Peer::fireMouseMove(int buttons, int shift, POINT place) {
+    act([&] {
+        const ModelPlace at = fromView(place);
+        model_.mouseMove({buttons, shift, at.x, at.y});
+    });
+}
+
+bool Peer::fireKey(UINT key) {
+    act([&] { model_.keyDown(static_cast<int>(key), shiftState()); });
+    return window_ != nullptr;
+}
+
+LRESULT Peer::defaultAnswer(UINT message, WPARAM wParam, LPARAM lParam) {
+    return window_ ? DefSubclassProc(window_, message, wParam, lParam) : 0;
+}
+
+LRESULT Peer::message(UINT message, WPARAM wParam, LPARAM lParam) {
+    return defaultAnswer(message, wParam, lParam);
+}
+
+LRESULT CALLBACK Peer::subclass(HWND window, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR,
+                                DWORD_PTR self) {
+    const auto peer = reinterpret_cast<Peer*>(self)->weak_from_this().lock();
+    const auto page = peer ? peer->page_.weak_from_this().lock() : nullptr;
+    if (message == WM_NCDESTROY) {
+        RemoveWindowSubclass(window, subclass, kSubclass);
+        if (peer) {
+            peer->page_.removeWindow(window);
+            peer->page_.toolTips().remove(window);
+            peer->window_ = nullptr;
+        }
+    }
+    if (!peer || !page || !peer->window_) return DefSubclassProc(window, message, wParam, lParam);
+    LRESULT result = 0;
+    guarded([&] { result = peer->answer(message, wParam, lParam); });
+    return result;
+}
+
+LRESULT Peer::answer(UINT message, WPARAM wParam, LPARAM lParam) {
+    const POINT place{GET_X_LPARAM(lParam), GET_Y_LPARAM(lParam)};
+    const bool mouse = message >= WM_MOUSEFIRST && message <= WM_MOUSELAST;
+    if (mouse && !firesMouse()) return this->message(message, wParam, lParam);
+    switch (message) {
+        case WM_SETFOCUS:
+            page_.focusArrived(*this);
+            if (movesFocus(window_, reinterpret_cast<HWND>(wParam))) act([&] { model_.gotFocus(); });
+            break;
+        case WM_KILLFOCUS:
+            page_.toolTips().hide();
+            if (movesFocus(window_, reinterpret_cast<HWND>(wParam))) act([&] { model_.lostFocus(); });
+            break;
+        case WM_LBUTTONDOWN:
+        case WM_LBUTTONDBLCLK:
+            fireMouseDown(kLeftButton, shiftOf(wParam), place);
+            break;
+        case WM_RBUTTONDOWN:
+        case WM_RBUTTONDBLCLK:
+            fireMouseDown(kRightButton, shiftOf(wParam), place);
+            break;
+        case WM_MBUTTONDOWN:
+        case WM_MBUTTONDBLCLK:
+            fireMouseDown(kMiddleButton, shiftOf(wParam), place);
+            break;
+        case WM_MOUSEMOVE:
+            if (place.x == lastMove_.x && place.y == lastMove_.y) break;
+            lastMove_ = place;
+            fireMouseMove(buttonsOf(wParam), shiftOf(wParam), place);
+            break;
+        case WM_KEYDOWN: {
+            const auto key = static_cast<UINT>(wParam);
+            if (!fireKey(key)) return 0;
+            if (attached_ && !wantsKey(key) && page_.answerKey(*this, key)) return 0;
+            break;
+        }
+        case WM_CHAR:
+            // Their key has been answered; an edit control would beep.
+            if (wParam == L'\t' || wParam == L'\r' || wParam == L'\n' || wParam == VK_ESCAPE) return 0;
+            break;
+        case WM_SYSCHAR:
+            if (attached_ && !page_.inert() && page_.pressMnemonic(static_cast<wchar_t>(wParam))) return 0;
+            break;
+        case WM_SETCURSOR:
+            if (attached_ && page_.platform().busy() && LOWORD(lParam) == HTCLIENT) {
+                SetCursor(LoadCursorW(nullptr, IDC_WAIT));
+                return TRUE;
+            }
+            break;
+        case WM_GETOBJECT:
+            if (static_cast<LONG>(lParam) == OBJID_CLIENT)
+                if (AccessibleContent* content = attached_ ? accessibleContent() : nullptr)
+                    return accessibleAnswer(window_, *content, weak_from_this(), wParam);
+            break;
+        default:
+            break;
+    }
+    // An event that took its own window away goes no further.
+    return window_ ? this->message(message, wParam, lParam) : 0;
+}
+
+}  // namespace dravik

@@ -1,0 +1,149 @@
+// What every peer does: it shows a widget model in a window, watches the model for changes and turns the
+// operator's actions into the model's events. The page owns it; a peer whose window procedure is running
+// lives on until that returns, so that an event may destroy the widget, the page or the platform.
+#pragma once
+
+#include <windows.h>
+
+#include <memory>
+#include <optional>
+#include <string>
+
+#include "activex/win32/Guard.h"
+#include "activex/win32/LayoutGeometry.h"
+#include "widgets/Widget.h"
+
+namespace dravik {
+
+class AccessibleContent;
+class Look;
+class Page;
+
+// A place in a widget's own units.
+struct ModelPlace {
+    double x = 0;
+    double y = 0;
+};
+
+class Peer : public std::enable_shared_from_this<Peer> {
+  public:
+    Peer(Widget& model, Page& page);
+    Peer(const Peer&) = delete;
+    Peer& operator=(const Peer&) = delete;
+    virtual ~Peer();
+
+    // Makes the window, shows the whole state in it and starts to watch the model. Called once.
+    void start(HWND parent, Peer* container);
+    // The model is going away: from now on the peer touches it no more.
+    void detach() noexcept;
+    bool attached() const noexcept { return attached_; }
+
+    HWND window() const noexcept { return window_; }
+    Widget& model() const noexcept { return model_; }
+    // The frame that the peer stands in, if any.
+    Peer* container() const noexcept { return container_; }
+
+    // Measured anew after sizeChanged() and when the look changes.
+    const Measure& measure();
+    void forgetMeasure() noexcept { measured_.reset(); }
+    // Its place among the windows of its parent.
+    virtual RECT windowPlace(const Box& box) const;
+    // The window has been given this place.
+    virtual void placed(const Box& box);
+
+    // Shown and enabled, together with everything that it stands in.
+    bool isUsable() const;
+    // The Tab key comes to it; it takes the focus at all.
+    virtual bool isTabStop() const { return takesFocus(); }
+    virtual bool takesFocus() const { return false; }
+    void focus();
+    // The key is for the control itself, not for the page.
+    virtual bool wantsKey(UINT) const { return false; }
+    // Enter on the focused control; false when it is the page's business.
+    virtual bool pressEnter() { return false; }
+    virtual wchar_t mnemonic() const { return 0; }
+    virtual void pressMnemonic() { focus(); }
+
+    // What the window tells its parent.
+    virtual void command(WORD, WORD) {}
+    virtual std::optional<LRESULT> notify(NMHDR&) { return std::nullopt; }
+    // Text colour and ground of a native control; nothing for those of the page.
+    virtual HBRUSH colors(HDC) { return nullptr; }
+
+    // Fonts and pictures are to be made anew.
+    virtual void lookChanged();
+    // Enabled as the model and what it stands in say.
+    void showEnabled();
+
+    // A place as the model's mouse events give it, in the window's pixels, and back.
+    virtual POINT toView(double x, double y) const;
+    virtual ModelPlace fromView(POINT place) const;
+
+    // A class for windows drawn by hand; made when there is none yet.
+    static const wchar_t* drawnClass(const wchar_t* name);
+
+    // The shift state is that of the models.
+    void fireMouseDown(int button, int shift, POINT place);
+    void fireMouseMove(int buttons, int shift, POINT place);
+
+  protected:
+    virtual HWND make(HWND parent) = 0;
+    // The window shows the state of the model.
+    virtual void started() {}
+    virtual Measure ask() = 0;
+    // Shows one kind of change; every override passes on what it does not handle.
+    virtual void show(Change change);
+    virtual HFONT wantedFont() const;
+    // The window procedure, which may end with defaultAnswer().
+    virtual LRESULT message(UINT message, WPARAM wParam, LPARAM lParam);
+    LRESULT defaultAnswer(UINT message, WPARAM wParam, LPARAM lParam);
+    // Mouse messages become events of the model as they come; a peer that says no fires them itself.
+    virtual bool firesMouse() const { return true; }
+    // For a window drawn by hand, what a screen reader finds in it.
+    virtual AccessibleContent* accessibleContent() { return nullptr; }
+
+    // A child window of the page's module, with a number of its own.
+    HWND makeWindow(const wchar_t* className, HWND parent, DWORD style, DWORD extendedStyle = 0);
+    // The window's contents ask for another size now.
+    void sizeChanged();
+
+    // Runs what fires events of the model.
+    template <class Body>
+    void act(Body&& body) {
+        if (attached_) guarded(std::forward<Body>(body));
+    }
+    Page& page() const noexcept { return page_; }
+    Look& look() const noexcept;
+    bool hasFocus() const noexcept { return window_ && GetFocus() == window_; }
+
+  private:
+    static LRESULT CALLBACK subclass(HWND window, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR id,
+                                     DWORD_PTR self);
+    LRESULT answer(UINT message, WPARAM wParam, LPARAM lParam);
+    bool fireKey(UINT key);
+    void giveFocus();
+    void showName();
+
+    Widget& model_;
+    Page& page_;
+    HWND window_ = nullptr;
+    Peer* container_ = nullptr;
+    Connection changed_;
+    std::optional<Measure> measured_;
+    POINT lastMove_{-1, -1};
+    bool attached_ = true;
+};
+
+// The shift state of the models as the keys are now: kShiftMask, kCtrlMask, kAltMask.
+int shiftState();
+
+template <class Model>
+class PeerOf : public Peer {
+  public:
+    PeerOf(Model& model, Page& page) : Peer(model, page), model_(model) {}
+
+  protected:
+    Model& model_;
+};
+
+}  // namespace dravik

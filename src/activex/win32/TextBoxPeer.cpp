@@ -1,0 +1,161 @@
+// The native edit control. A locked box in the colour of its page is a caption or a result: it has no frame
+// and is as wide as its text.
+#include <windows.h>
+
+#include <commctrl.h>
+
+#include <algorithm>
+
+#include "activex/win32/Page.h"
+#include "activex/win32/Peers.h"
+#include "activex/win32/WinText.h"
+
+namespace dravik {
+namespace {
+
+constexpr int kUsualWidth = 120;
+constexpr int kLeastWidth = 40;
+constexpr int kFlatMargin = 8;
+
+class TextBoxPeer : public PeerOf<TextBox> {
+  public:
+    using PeerOf::PeerOf;
+
+    bool takesFocus() const override { return true; }
+    bool isTabStop() const override { return !isFlat(); }
+
+    void command(WORD code, WORD) override {
+        if (code != EN_CHANGE || showing_) return;
+        act([this] { model_.setText(utf8(windowText(window()))); });
+    }
+    HBRUSH colors(HDC dc) override {
+        if (!model_.enabled() && isSystemColor(model_.backColor())) {
+            SetTextColor(dc, look().disabledText());
+            SetBkColor(dc, look().background());
+            return look().brush(look().background());
+        }
+        const COLORREF ground = isFlat() ? look().background() : look().color(model_.backColor());
+        SetTextColor(dc, look().textColorOn(model_.backColor(), model_.foreColor()));
+        SetBkColor(dc, ground);
+        return look().brush(ground);
+    }
+    // The text of a flat box stands on the line of the captions beside it.
+    RECT windowPlace(const Box& box) const override {
+        RECT place = Peer::windowPlace(box);
+        if (!isFlat()) return place;
+        const int line = look().lineHeight(wantedFont());
+        place.top += (heightOf(place) - line) / 2;
+        place.bottom = place.top + line;
+        return place;
+    }
+    void pressMnemonic() override {
+        focus();
+        SendMessageW(window(), EM_SETSEL, 0, -1);
+    }
+
+  protected:
+    HWND make(HWND parent) override {
+        return makeWindow(WC_EDITW, parent, WS_TABSTOP | ES_AUTOHSCROLL, WS_EX_CLIENTEDGE);
+    }
+    Measure ask() override {
+        const HFONT font = wantedFont();
+        const int height = look().lineHeight(font) + look().px(8);
+        if (isFlat()) {
+            const int width = look().textSize(font, wide(model_.text())).cx + look().px(kFlatMargin);
+            return {{width, height}, {width, height}, true, true, false, false};
+        }
+        return {{look().px(kLeastWidth), height}, {look().px(kUsualWidth), height}, true, true, false, true};
+    }
+
+    void show(Change change) override {
+        switch (change) {
+            case Change::Caption:
+                showText();
+                break;
+            case Change::Selection: {
+                const std::wstring text = windowText(window());
+                const auto start = positionOfCharacter(text, model_.selectionStart());
+                const auto end =
+                    positionOfCharacter(text, model_.selectionStart() + model_.selectionLength());
+                SendMessageW(window(), EM_SETSEL, start, static_cast<LPARAM>(end));
+                break;
+            }
+            case Change::Enabled:
+                SendMessageW(window(), EM_SETREADONLY, model_.locked(), 0);
+                Peer::show(change);
+                showFrame();
+                break;
+            case Change::Appearance:
+                Peer::show(change);
+                showFrame();
+                break;
+            default:
+                Peer::show(change);
+        }
+    }
+
+    LRESULT message(UINT message, WPARAM wParam, LPARAM lParam) override {
+        switch (message) {
+            case WM_SETFOCUS: {
+                const LRESULT result = defaultAnswer(message, wParam, lParam);
+                // Reached by key, the whole text is selected, to be typed over.
+                if (window() && GetKeyState(VK_TAB) < 0) SendMessageW(window(), EM_SETSEL, 0, -1);
+                return result;
+            }
+            case WM_GETDLGCODE:
+                return defaultAnswer(message, wParam, lParam) & ~DLGC_WANTTAB;
+            case WM_CHAR:
+                if (wParam == 1) {  // Ctrl+A
+                    SendMessageW(window(), EM_SETSEL, 0, -1);
+                    return 0;
+                }
+                break;
+            default:
+                break;
+        }
+        return Peer::message(message, wParam, lParam);
+    }
+
+  private:
+    bool isFlat() const { return attached() && model_.locked() && model_.backColor() == kButtonFaceColor; }
+
+    void showText() {
+        const std::wstring text = wide(model_.text());
+        if (windowText(window()) == text) return;
+        DWORD start = 0;
+        DWORD end = 0;
+        SendMessageW(window(), EM_GETSEL, reinterpret_cast<WPARAM>(&start), reinterpret_cast<LPARAM>(&end));
+        const bool atEnd = end == static_cast<DWORD>(GetWindowTextLengthW(window()));
+        showing_ = true;
+        SetWindowTextW(window(), text.c_str());
+        showing_ = false;
+        const auto cursor = atEnd ? static_cast<DWORD>(text.size()) : end;
+        if (hasFocus()) SendMessageW(window(), EM_SETSEL, cursor, static_cast<LPARAM>(cursor));
+        sizeChanged();
+    }
+
+    void showFrame() {
+        const auto now = GetWindowLongPtrW(window(), GWL_EXSTYLE);
+        const auto wanted =
+            isFlat() ? now & ~static_cast<LONG_PTR>(WS_EX_CLIENTEDGE) : now | WS_EX_CLIENTEDGE;
+        if (now != wanted) {
+            SetWindowLongPtrW(window(), GWL_EXSTYLE, wanted);
+            SetWindowPos(window(), nullptr, 0, 0, 0, 0,
+                         SWP_NOMOVE | SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE | SWP_FRAMECHANGED);
+            SendMessageW(window(), EM_SETMARGINS, EC_LEFTMARGIN | EC_RIGHTMARGIN,
+                         isFlat() ? 0 : MAKELPARAM(2, 2));
+            sizeChanged();
+        }
+        InvalidateRect(window(), nullptr, TRUE);
+    }
+
+    bool showing_ = false;
+};
+
+}  // namespace
+
+std::shared_ptr<Peer> makeTextBox(TextBox& model, Page& page) {
+    return std::make_shared<TextBoxPeer>(model, page);
+}
+
+}  // namespace dravik

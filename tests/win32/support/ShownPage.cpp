@@ -1,0 +1,148 @@
+#include "win32/support/ShownPage.h"
+
+#include <array>
+#include <chrono>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <map>
+
+#include "activex/win32/Module.h"
+#include "activex/win32/Peer.h"
+#include "activex/win32/WinText.h"
+
+namespace dravik::test {
+namespace {
+
+std::map<UINT_PTR, std::function<void()>>& pending() {
+    static std::map<UINT_PTR, std::function<void()>> bodies;
+    return bodies;
+}
+
+void CALLBACK timerCame(HWND, UINT, UINT_PTR id, DWORD) {
+    KillTimer(nullptr, id);
+    const auto found = pending().find(id);
+    if (found == pending().end()) return;
+    const auto body = std::move(found->second);
+    pending().erase(found);
+    body();
+}
+
+}  // namespace
+
+void settle() {
+    MSG message{};
+    while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) {
+        TranslateMessage(&message);
+        DispatchMessageW(&message);
+    }
+}
+
+bool waitFor(const std::function<bool()>& condition) {
+    const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(10);
+    while (!condition()) {
+        if (std::chrono::steady_clock::now() > end) return false;
+        settle();
+        MsgWaitForMultipleObjects(0, nullptr, FALSE, 10, QS_ALLINPUT);
+    }
+    return true;
+}
+
+void pressKey(UINT key, int shift) {
+    std::array<BYTE, 256> before{};
+    GetKeyboardState(before.data());
+    std::array<BYTE, 256> during = before;
+    if (shift & kShiftMask) during[VK_SHIFT] = 0x80;
+    if (shift & kCtrlMask) during[VK_CONTROL] = 0x80;
+    if (shift & kAltMask) during[VK_MENU] = 0x80;
+    during[key & 0xFF] = 0x80;
+    SetKeyboardState(during.data());
+    const HWND focus = GetFocus();
+    const bool system = (shift & kAltMask) != 0 || key == VK_F10;
+    const LPARAM context = shift & kAltMask ? 1 << 29 : 0;
+    SendMessageW(focus, system ? WM_SYSKEYDOWN : WM_KEYDOWN, key, 1 | context);
+    SetKeyboardState(before.data());
+    if (IsWindow(focus))
+        SendMessageW(focus, system ? WM_SYSKEYUP : WM_KEYUP, key, static_cast<LPARAM>(0xC0000001));
+    settle();
+}
+
+void typeText(const std::wstring& text) {
+    for (const wchar_t unit : text) SendMessageW(GetFocus(), WM_CHAR, unit, 1);
+    settle();
+}
+
+void mouse(HWND window, UINT message, int x, int y, WPARAM keys) {
+    SendMessageW(window, message, keys, MAKELPARAM(x, y));
+}
+
+void click(HWND window, int x, int y) {
+    mouse(window, WM_LBUTTONDOWN, x, y, MK_LBUTTON);
+    if (IsWindow(window)) mouse(window, WM_LBUTTONUP, x, y);
+    settle();
+}
+
+std::unique_ptr<Canvas> picture(HWND window) {
+    settle();
+    RECT rect{};
+    GetWindowRect(window, &rect);
+    auto canvas = std::make_unique<Canvas>(widthOf(rect), heightOf(rect));
+    const HDC dc = GetWindowDC(window);
+    BitBlt(canvas->dc(), 0, 0, widthOf(rect), heightOf(rect), dc, 0, 0, SRCCOPY);
+    ReleaseDC(window, dc);
+    GdiFlush();
+    return canvas;
+}
+
+void keepPicture(HWND window, const std::string& name) {
+    const char* folder = std::getenv("DRAVIK_PICTURES");
+    if (!folder) return;
+    const auto shown = picture(window);
+    const auto bytes = static_cast<DWORD>(shown->pixels().size_bytes());
+    BITMAPFILEHEADER header{};
+    header.bfType = 0x4D42;
+    header.bfOffBits = sizeof header + sizeof(BITMAPINFOHEADER);
+    header.bfSize = header.bfOffBits + bytes;
+    std::ofstream file(std::filesystem::path(folder) / (name + ".bmp"), std::ios::binary);
+    file.write(reinterpret_cast<const char*>(&header), sizeof header);
+    file.write(reinterpret_cast<const char*>(&shown->info().bmiHeader), sizeof(BITMAPINFOHEADER));
+    file.write(static_cast<const char*>(shown->bits()), bytes);
+    EXPECT_TRUE(file.good()) << name;
+}
+
+COLORREF colorAt(Canvas& canvas, int x, int y) {
+    const std::uint32_t pixel = canvas.pixels()[static_cast<std::size_t>(y * canvas.width() + x)];
+    return RGB(pixel >> 16 & 0xFF, pixel >> 8 & 0xFF, pixel & 0xFF);
+}
+
+int countOf(Canvas& canvas, COLORREF color) {
+    int count = 0;
+    for (const std::uint32_t pixel : canvas.pixels())
+        count += RGB(pixel >> 16 & 0xFF, pixel >> 8 & 0xFF, pixel & 0xFF) == color;
+    return count;
+}
+
+void later(int milliseconds, std::function<void()> body) {
+    const UINT_PTR id = SetTimer(nullptr, 0, static_cast<UINT>(milliseconds), timerCame);
+    pending()[id] = std::move(body);
+}
+
+HostWindow::HostWindow(int width, int height) {
+    const wchar_t* name = Peer::drawnClass(L"DravikTestHost");
+    window_ = CreateWindowExW(WS_EX_CONTROLPARENT, name, L"host", WS_POPUP | WS_CLIPCHILDREN, 20, 20, width,
+                              height, nullptr, nullptr, moduleInstance(), nullptr);
+    ShowWindow(window_, SW_SHOW);
+    SetActiveWindow(window_);
+    settle();
+}
+
+HostWindow::~HostWindow() {
+    if (IsWindow(window_)) DestroyWindow(window_);
+}
+
+HWND ShownPage::view(const Widget& widget) const {
+    const Peer* peer = platform.peerOf(widget);
+    return peer ? peer->window() : nullptr;
+}
+
+}  // namespace dravik::test

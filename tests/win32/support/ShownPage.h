@@ -1,0 +1,82 @@
+// A form on the screen in a window of its own that is no dialog, for tests of what stands in it, and the
+// means to drive it: messages as the operator's actions make them, and waiting for a condition.
+#pragma once
+
+#include <windows.h>
+
+#include <gtest/gtest.h>
+
+#include <functional>
+#include <memory>
+#include <string>
+
+#include "activex/win32/Dpi.h"
+#include "activex/win32/FormPage.h"
+#include "activex/win32/Gdi.h"
+#include "activex/win32/Win32Platform.h"
+#include "widgets/Form.h"
+
+namespace dravik::test {
+
+// Dispatches what is waiting, translated as a program's loop does it.
+void settle();
+// Dispatches until the condition holds; false when it does not within ten seconds.
+bool waitFor(const std::function<bool()>& condition);
+
+// A key as the operator presses it, posted to the window that has the focus, and everything that comes of it.
+// `shift` is that of the models.
+void pressKey(UINT key, int shift = 0);
+void typeText(const std::wstring& text);
+void mouse(HWND window, UINT message, int x, int y, WPARAM keys = 0);
+void click(HWND window, int x, int y);
+
+// What a window shows, from the screen.
+std::unique_ptr<Canvas> picture(HWND window);
+// Writes it as a BMP file into the folder that DRAVIK_PICTURES names; does nothing without one.
+void keepPicture(HWND window, const std::string& name);
+// Of a canvas, at a place.
+COLORREF colorAt(Canvas& canvas, int x, int y);
+int countOf(Canvas& canvas, COLORREF color);
+
+// Calls once after that many milliseconds, also inside the modal loops of dialogs, boxes and menus.
+void later(int milliseconds, std::function<void()> body);
+
+// A plain top-level window to stand in.
+class HostWindow {
+  public:
+    HostWindow(int width, int height);
+    HostWindow(const HostWindow&) = delete;
+    HostWindow& operator=(const HostWindow&) = delete;
+    ~HostWindow();
+
+    HWND window() const noexcept { return window_; }
+
+  private:
+    HWND window_;
+};
+
+class ShownPage {
+  public:
+    ShownPage() = default;
+    explicit ShownPage(Layout layout, int width = 640, int height = 480) {
+        form.setLayout(std::move(layout));
+        show(width, height);
+    }
+    void show(int width = 640, int height = 480) {
+        host = std::make_unique<HostWindow>(width, height);
+        platform.owner = [this] { return host->window(); };
+        page = std::make_unique<FormPage>(form, host->window(), platform);
+        page->setBounds({0, 0, width, height});
+        page->setVisible(true);
+        settle();
+    }
+    // The window of a widget.
+    HWND view(const Widget& widget) const;
+
+    Win32Platform platform;
+    Form form{"form", "Form"};
+    std::unique_ptr<HostWindow> host;
+    std::unique_ptr<FormPage> page;
+};
+
+}  // namespace dravik::test
