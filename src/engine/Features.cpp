@@ -10,7 +10,7 @@ namespace {
 constexpr int kGrid = 7;
 static_assert(kGrid * kGrid == kFeatureCount);
 // How far the grid's box goes from the line's box to the character's own.
-constexpr float kOwnShare = 0.7f;
+constexpr float kOwnShare = 0.6f;
 // Width of a usual character as a part of the height of capitals.
 constexpr float kUsualWidth = 0.65f;
 constexpr int kMostSteps = 12;
@@ -34,14 +34,31 @@ class OwnInk {
         height_ = std::min(image.height, bottom + 1) - top_;
         values_.resize(static_cast<std::size_t>(width_) * static_cast<std::size_t>(height_));
         for (int y = 0; y < height_; ++y)
-            for (int x = 0; x < width_; ++x) {
-                const std::uint8_t ink = image.at(left_ + x, top_ + y);
-                values_[index(x, y)] = ink < 128 ? static_cast<float>(ink) / 255 : 0.0f;
-            }
+            for (int x = 0; x < width_; ++x)
+                if (const std::uint8_t ink = image.at(left_ + x, top_ + y); ink < 128)
+                    values_[index(x, y)] = static_cast<float>(ink) / 255;
         for (const Run& run : piece.runs)
             for (int x = run.x0; x < run.x1; ++x)
-                values_[index(x - left_, run.y - top_)] =
-                    std::min(1.0f, 0.25f + static_cast<float>(image.at(x, run.y)) / 255);
+                values_[index(x - left_, run.y - top_)] = static_cast<float>(image.at(x, run.y)) / 255;
+    }
+
+    // The piece's box with each side where the ink crosses the half, between the outermost pixels that are
+    // ink and those before them: a fraction of a pixel tells small letters from large ones.
+    Box edges(Box box) const {
+        std::vector<float> rows(static_cast<std::size_t>(height_)), columns(static_cast<std::size_t>(width_));
+        for (int y = 0; y < height_; ++y)
+            for (int x = 0; x < width_; ++x) {
+                const float value = values_[index(x, y)];
+                float& row = rows[static_cast<std::size_t>(y)];
+                float& column = columns[static_cast<std::size_t>(x)];
+                row = std::max(row, value);
+                column = std::max(column, value);
+            }
+        box.top += inset(rows.begin(), rows.end());
+        box.bottom -= inset(rows.rbegin(), rows.rend());
+        box.left += inset(columns.begin(), columns.end());
+        box.right -= inset(columns.rbegin(), columns.rend());
+        return box;
     }
 
     // Ink at a point of the image, between its four pixels.
@@ -55,6 +72,15 @@ class OwnInk {
     }
 
   private:
+    // From the outer side of the first pixel that is ink to where the ink crosses the half, -0.5 to 0.5.
+    template <typename Place>
+    static float inset(Place first, Place last) {
+        float before = 0;
+        for (; first != last; before = *first++)
+            if (*first >= 0.5f) return (0.5f - before) / (*first - before) - 0.5f;
+        return 0;
+    }
+
     std::size_t index(int x, int y) const {
         return static_cast<std::size_t>(y) * static_cast<std::size_t>(width_) + static_cast<std::size_t>(x);
     }
@@ -82,7 +108,8 @@ Box gridBox(const Box& own, const LineMetrics& line) {
 
 SampleInputs glyphInputs(const Segmentation& found, const Glyph& glyph, const LineMetrics& line) {
     const OwnInk ink(found.ink, glyph.piece);
-    const Box box = gridBox(glyph.piece.box, line);
+    const Box own = ink.edges(glyph.piece.box);
+    const Box box = gridBox(own, line);
     const float cellWidth = box.width() / kGrid, cellHeight = box.height() / kGrid;
     const auto steps = [](float cell) { return std::clamp(static_cast<int>(2 * cell + 1), 3, kMostSteps); };
     const int across = steps(cellWidth), down = steps(cellHeight);
@@ -110,7 +137,6 @@ SampleInputs glyphInputs(const Segmentation& found, const Glyph& glyph, const Li
     const float strongest = *std::max_element(inputs.begin(), inputs.begin() + kFeatureCount);
     if (strongest > 0)
         for (std::size_t i = 0; i < kFeatureCount; ++i) inputs[i] = std::min(1.0f, inputs[i] / strongest);
-    const Box& own = glyph.piece.box;
     inputs[kHeightInput] = std::clamp(own.height() / line.capHeight, 0.0f, 4.0f);
     inputs[kOffsetInput] = std::clamp((line.baseline - own.middleY()) / line.capHeight, -4.0f, 4.0f);
     return inputs;

@@ -7,6 +7,7 @@
 #include <span>
 #include <vector>
 
+#include "engine/MatrixKernels.h"
 #include "engine/Sample.h"
 
 namespace dravik {
@@ -40,10 +41,28 @@ struct TrainingFigures {
     float rmsError = 0;
 };
 
-// Trains until the error is small or no longer falls, or `more` says no; asked at least every few
-// milliseconds of work, with the figures after the last full cycle. The same set and seed give the same
+// How a run goes.
+struct TrainingPlan {
+    std::uint32_t hidden = 64;
+    std::size_t batch = 30;  // samples between steps
+    int cycles = 100;        // through all samples, while the steps become smaller and smaller
+    float rate = 0.003f;     // length of the first steps
+    float decay = 1e-4f;     // of the weights, by each step of length 1
+    // Spread of what is added to the standardised inputs, so that a few samples stand for more than
+    // themselves.
+    float noise = 0.4f;
+    const MatrixKernels* kernels = &bestKernels();
+
+    // What suits a set of that many samples.
+    static TrainingPlan forSamples(std::size_t count);
+};
+
+// Trains until the error is small, the plan is carried out, or `more` says no; asked at least every few
+// milliseconds of work, with the figures after the last full cycle. The same set, seed and plan give the same
 // network. Returns that of least error.
 Network trained(const TrainingSet& set, std::uint32_t seed,
+                const std::function<bool(const TrainingFigures&)>& more, TrainingFigures& figures);
+Network trained(const TrainingSet& set, std::uint32_t seed, const TrainingPlan& plan,
                 const std::function<bool(const TrainingFigures&)>& more, TrainingFigures& figures);
 
 }  // namespace dravik
