@@ -5,6 +5,7 @@
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QStyle>
+#include <QTimer>
 #include <QToolBar>
 #include <QToolButton>
 #include <QVBoxLayout>
@@ -85,6 +86,14 @@ PartPane::PartPane(Trainer& trainer, WindowActions& actions, QWidget* parent)
     readingTitle->setBuddy(reading_);
     column->addWidget(readingTitle);
     column->addWidget(reading_);
+    check_ = new QLabel(this);
+    check_->setObjectName(QStringLiteral("heldOutCheck"));
+    check_->setTextFormat(Qt::PlainText);
+    check_->setTextInteractionFlags(Qt::TextSelectableByMouse);
+    check_->setWordWrap(true);
+    check_->setMargin(3);
+    check_->setToolTip(QStringLiteral("Samples of the font read by fonts that were taught without them"));
+    column->addWidget(check_);
 
     auto* strip = new ThumbnailStrip(trainer.parts(), this);
     strip->setObjectName(QStringLiteral("thumbnails"));
@@ -94,11 +103,14 @@ PartPane::PartPane(Trainer& trainer, WindowActions& actions, QWidget* parent)
     connections_.push_back(trainer.parts().listChanged.connect([this] { showPart(); }));
     connections_.push_back(trainer.previewChanged.connect([this] { showPreview(); }));
     connections_.push_back(trainer.readingChanged.connect([this] { showReading(); }));
+    connections_.push_back(trainer.checkChanged.connect([this] { showCheck(); }));
+    followCheck();
     connect(view_, &PartView::scaleChanged, this, [this] { showScale(); });
     connectActions();
     showPart();
     showPreview();
     showReading();
+    showCheck();
     showScale();
 }
 
@@ -182,6 +194,29 @@ void PartPane::showPreview() {
 
 void PartPane::showReading() {
     guarded([&] { reading_->setReading(trainer_.reading()); });
+}
+
+void PartPane::showCheck() {
+    guarded([&] {
+        check_->setText(qtText(trainer_.checkText()));
+        check_->setVisible(!trainer_.checkText().empty());
+    });
+}
+
+// Ticks for the trainer as long as it has to look whether the check has ended.
+void PartPane::followCheck() {
+    Timer& timer = trainer_.checkTimer();
+    auto* ticking = new QTimer(this);
+    ticking->setInterval(timer.interval());
+    connect(ticking, &QTimer::timeout, this, [&timer] { guarded([&] { timer.tick(); }); });
+    const auto follow = [&timer, ticking] {
+        if (timer.enabled())
+            ticking->start();
+        else
+            ticking->stop();
+    };
+    connections_.push_back(timer.changed.connect(follow));
+    follow();
 }
 
 void PartPane::showScale() {

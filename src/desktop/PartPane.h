@@ -28,6 +28,8 @@ class PartPane : public QWidget {
     void showPart();
     void showPreview();
     void showReading();
+    void showCheck();
+    void followCheck();
     void showScale();
     void showProblems(const QString& text);
     void connectActions();
@@ -41,6 +43,7 @@ class PartPane : public QWidget {
     PartView* view_;
     QLabel* preview_;
     ReadingView* reading_;
+    QLabel* check_;
     std::vector<Connection> connections_;
 };
 

@@ -87,6 +87,7 @@ struct EmbeddedTool::State {
     std::shared_ptr<FontRun> run;  // going on, or ended and not yet taken over
     bool aborted = false;
     TrainingWorker worker;
+    HeldOutWorker check;
 
     // Fonts that were left for another with changes that are not in their files; they are as they were when
     // they are loaded again.
@@ -116,6 +117,7 @@ struct EmbeddedTool::State {
         samples.setDistances(ended->serials, result->distances);
         changed = true;
         aborted = false;
+        check.start(ended->samples, kSeed);
     }
 
     void checkIdle(const char* what) {
@@ -131,6 +133,7 @@ struct EmbeddedTool::State {
     }
 
     void install(std::optional<std::string> name, FontRecord font) {
+        check.stop();
         changed = false;
         samples.restore(std::move(font.samples), std::move(font.distances), font.nextSerial);
         characterSet = std::move(font.characterSet);
@@ -248,6 +251,15 @@ bool EmbeddedTool::isTrained() const {
     return !state_->training.empty();
 }
 
+bool EmbeddedTool::isChecking() {
+    state_->settle();
+    return state_->check.running();
+}
+
+const HeldOutResult* EmbeddedTool::heldOutCheck() const {
+    return state_->check.result();
+}
+
 FontSummary EmbeddedTool::summary(const std::string& name) {
     FontRecord font = readFont(state_->library.existingFile(name));
     return {name, std::move(font.characterSet), static_cast<int>(font.samples.size()),
@@ -347,6 +359,7 @@ void EmbeddedTool::StartTraining() {
     state_->checkIdle("starting another");
     if (state_->samples.columns(SampleKind::Committed)->size() == 0)
         throw Failure(RuntimeError::InvalidProcedureCall, "The font has no committed samples to train from");
+    state_->check.stop();
     std::shared_ptr<FontRun> run = newRun(state_->samples);
     state_->worker.start([run](TrainingWorker::Progress& progress) { return perform(*run, progress); },
                          state_->timeout);
@@ -367,6 +380,7 @@ void EmbeddedTool::RevertFont(const std::string& name) {
                       "Font \"" + name + "\" is not the one that is loaded");
     state_->checkIdle("reverting its font");
     FontRecord saved = readFont(state_->library.existingFile(name));
+    state_->check.stop();
     state_->training = std::move(saved.training);
 }
 

@@ -9,6 +9,7 @@
 
 #include "base/JobFolder.h"
 #include "engine/GreyImage.h"
+#include "engine/HeldOutCheck.h"
 #include "tool/FontTool.h"
 #include "tool/Step.h"
 
@@ -61,6 +62,12 @@ class EmbeddedTool : public FontTool, public Step {
     // Name of the current font, nothing when none is loaded.
     std::optional<std::string> currentFont() const;
     bool isTrained() const;
+    // After each run that gives a result, the samples that it was given are checked in the background (see
+    // HeldOutCheck.h). True while that goes on.
+    bool isChecking();
+    // What the check of the current font's last run has found; nothing before its end, and when another font
+    // was loaded, another run started or the font reverted since.
+    const HeldOutResult* heldOutCheck() const;
     // Reads a font file's summary; raises Failure that names the file and the problem.
     FontSummary summary(const std::string& name);
 

@@ -2,6 +2,7 @@
 #include <charconv>
 #include <chrono>
 #include <ostream>
+#include <thread>
 
 #include "base/Conversions.h"
 #include "base/Failure.h"
@@ -19,6 +20,7 @@ namespace dravik {
 namespace {
 
 constexpr int kInterrupted = 130;
+constexpr char kNothingToCheck[] = "Held-out check: not made, it takes two characters with two samples each";
 
 // The error as the screen writes it, from the single-precision number's own decimal form.
 std::string rmsText(float rms) {
@@ -123,6 +125,22 @@ int interrupted(HeadlessSession& session, const CommandStreams& streams) {
     return kInterrupted;
 }
 
+// Waits for the check of the saved font and prints what it found.
+int tellCheck(EmbeddedTool& tool, const InterruptWatch& watch, const CommandStreams& streams) {
+    while (tool.isChecking()) {
+        if (watch.interrupted()) {
+            streams.problem("interrupted; the font is saved, its check was not finished");
+            return kInterrupted;
+        }
+        std::this_thread::sleep_for(std::chrono::milliseconds(10));
+    }
+    if (const HeldOutResult* result = tool.heldOutCheck())
+        streams.out << heldOutText(*result) << std::endl;
+    else
+        streams.out << kNothingToCheck << std::endl;
+    return 0;
+}
+
 int learn(HeadlessSession& session, const std::vector<ListedSample>& samples, const LearnOptions& options,
           const ImageDecoder& decoder, const CommandStreams& streams) {
     const InterruptWatch watch;
@@ -166,7 +184,7 @@ int learn(HeadlessSession& session, const std::vector<ListedSample>& samples, co
         return 1;
     }
     streams.out << "saved " << file << std::endl;
-    return 0;
+    return tellCheck(tool, watch, streams);
 }
 
 }  // namespace

@@ -85,6 +85,14 @@ struct Trainer::Parts {
         }
     }
 
+    std::string findCheck(bool& goesOn) {
+        if (screen->isTraining()) return {};
+        goesOn = tool->isChecking();
+        if (goesOn) return "Held-out check is going on...";
+        const HeldOutResult* result = tool->heldOutCheck();
+        return result ? heldOutText(*result) : std::string();
+    }
+
     const JobFolder folder;
     const std::shared_ptr<EmbeddedTool> tool;
     OpenedParts opened;
@@ -94,6 +102,8 @@ struct Trainer::Parts {
     int mismatch = 0;
     std::string previewText;
     Reading reading;
+    std::string checkText;
+    Timer checkTimer{"tmrCheck", 100};
     std::string lastTitle;
     std::vector<Connection> connections;
 };
@@ -133,11 +143,26 @@ Trainer::Trainer(std::unique_ptr<HostedScreen> screen, JobFolder folder, ImageDe
         parts.lastTitle = std::move(now);
         titleChanged();
     };
+    const auto refreshCheck = [this, &parts] {
+        std::string now;
+        bool goesOn = false;
+        try {
+            now = parts.findCheck(goesOn);
+        } catch (...) {
+            now = currentFailure().description();
+        }
+        parts.checkTimer.setEnabled(goesOn);
+        if (now == parts.checkText) return;
+        parts.checkText = std::move(now);
+        checkChanged();
+    };
     const auto refreshFont = [=] {
         refreshTitle();
         refreshPreview();
         refreshReading();
+        refreshCheck();
     };
+    parts.connections.push_back(parts.checkTimer.tick.connect(refreshCheck));
 
     auto& connections = parts.connections;
     connections.push_back(parts.opened.currentChanged.connect([=, &parts] {
@@ -185,6 +210,14 @@ int Trainer::mismatch() const noexcept {
 
 std::string Trainer::previewText() const {
     return parts_->previewText;
+}
+
+const std::string& Trainer::checkText() const noexcept {
+    return parts_->checkText;
+}
+
+Timer& Trainer::checkTimer() noexcept {
+    return parts_->checkTimer;
 }
 
 const Reading& Trainer::reading() const noexcept {

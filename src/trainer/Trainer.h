@@ -13,6 +13,7 @@
 #include "trainer/OpenedParts.h"
 #include "widgets/Platform.h"
 #include "widgets/Signal.h"
+#include "widgets/Timer.h"
 
 namespace dravik {
 
@@ -57,12 +58,18 @@ class Trainer {
 
     const Reading& reading() const noexcept;
 
+    // What the check of the last run has found, in a line for the operator; that it is going on; or "".
+    const std::string& checkText() const noexcept;
+    // Ticks while the check is going on; the front end drives it as it does the screen's own timers.
+    Timer& checkTimer() noexcept;
+
     // "ocrb* - Dravik Trainer": the font, a star while it has unsaved changes, the program; just the
     // program's name while no font is loaded.
     std::string title() const;
 
     Signal<> previewChanged;
     Signal<> readingChanged;
+    Signal<> checkChanged;
     Signal<> titleChanged;
 
   private:

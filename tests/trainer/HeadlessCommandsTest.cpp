@@ -51,7 +51,8 @@ TEST_F(HeadlessCommands, AFontLearntFromAListReadsOtherImages) {
         learnt.out,
         ElementsAre("included 10\tdigits36.pgm", "included 10\tdigits40.pgm", "included 10\tdigits47.pgm",
                     "samples 30", Reads("cycles [1-9][0-9]*"), Reads("rms 0\\.[0-9]+"),
-                    Reads("seconds [0-9]+\\.[0-9]"), "saved " + workspace.fontFile("digits")));
+                    Reads("seconds [0-9]+\\.[0-9]"), "saved " + workspace.fontFile("digits"),
+                    Reads("Held-out check \\(3-fold\\): [0-9.]+ % right, [0-9] of 30 wrong.*")));
 
     const auto one = workspace.draw("one.pgm", "3141592650", 43);
     const auto two = workspace.draw("two.pgm", "90817\n26354", 52);
@@ -80,7 +81,7 @@ TEST_F(HeadlessCommands, ImagesThatCannotBeIncludedAreRefusedInWordsAndTheOthers
                               {"--timeout", "3"});
     EXPECT_EQ(result.status, 0);
     EXPECT_THAT(result.err, IsEmpty());
-    ASSERT_EQ(result.out.size(), 10U);
+    ASSERT_EQ(result.out.size(), 11U);
     EXPECT_EQ(result.out[0], "refused\tgone.pgm\t" + workspace.path("gone.pgm") + ": no such file");
     EXPECT_EQ(result.out[1], "refused\tshort.pgm\t4 characters typed, 3 found");
     EXPECT_EQ(result.out[2], "included 4\tgood.pgm");
@@ -88,6 +89,7 @@ TEST_F(HeadlessCommands, ImagesThatCannotBeIncludedAreRefusedInWordsAndTheOthers
     EXPECT_THAT(result.out[4], StartsWith("refused\tdot.pgm\t"));
     EXPECT_EQ(result.out[5], "samples 4");
     EXPECT_THAT(result.out[9], StartsWith("saved "));
+    EXPECT_THAT(result.out[10], StartsWith("Held-out check: not made"));
 }
 
 TEST_F(HeadlessCommands, NothingIsTrainedWhenEveryImageIsRefused) {

@@ -12,6 +12,7 @@ namespace dravik::test {
 namespace {
 
 using testing::HasSubstr;
+using testing::StartsWith;
 
 class TrainerTest : public testing::Test {
   protected:
@@ -109,8 +110,15 @@ TEST_F(TrainerTest, TheReadingFollowsTheImageTheFontAndTheTraining) {
     EXPECT_EQ(trainer.reading().note, "The font is being trained");
     trainer.parts().previous();
     EXPECT_EQ(trainer.preview().size(), 5U) << "parts can be looked at meanwhile";
+    EXPECT_EQ(trainer.checkText(), "");
     runTimer(screen().train.tmrTrain, [] {});
     EXPECT_EQ(readText(), "123|45|");
+    runTimer(trainer.checkTimer(), [] {});
+    EXPECT_THAT(trainer.checkText(), StartsWith("Held-out check (4-fold): "));
+    int checks = 0;
+    trainer.checkChanged.subscribe([&] { ++checks; });
+    type("12345");
+    EXPECT_EQ(checks, 0);
     screen().train.cmdSaveFont.press();
     EXPECT_EQ(trainer.title(), "digits - Dravik Trainer");
     EXPECT_EQ(titles, 3);
