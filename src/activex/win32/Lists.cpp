@@ -50,9 +50,17 @@ class ComboBoxPeer : public PeerOf<ComboBox> {
     RECT windowPlace(const Box& box) const override {
         RECT place = Peer::windowPlace(box);
         const int rows = std::clamp(model_.count(), 1, kDropDownRows);
-        const auto rowHeight = static_cast<int>(SendMessageW(window(), CB_GETITEMHEIGHT, 0, 0));
+        const auto rowHeight = std::max(static_cast<int>(SendMessageW(window(), CB_GETITEMHEIGHT, 0, 0)),
+                                        look().lineHeight(wantedFont()));
         place.bottom += rows * rowHeight + look().px(4);
         return place;
+    }
+    // The window tells the height of its field only. Placing it again would close its list.
+    bool stands(const RECT& place) const override { return EqualRect(&place, &place_); }
+    void placed(const Box& box) override { place_ = windowPlace(box); }
+    void lookChanged() override {
+        Peer::lookChanged();
+        place_ = {};
     }
 
   protected:
@@ -64,11 +72,13 @@ class ComboBoxPeer : public PeerOf<ComboBox> {
         int widest = look().averageWidth(font) * 4;
         for (const auto& item : model_.items())
             widest = std::max<int>(widest, look().textSize(font, wide(item)).cx);
+        // As high as the text boxes beside it; what the control makes of that is its own business.
+        const int field = look().lineHeight(font) + look().px(2);
+        if (SendMessageW(window(), CB_GETITEMHEIGHT, static_cast<WPARAM>(-1), 0) != field)
+            SendMessageW(window(), CB_SETITEMHEIGHT, static_cast<WPARAM>(-1), field);
         RECT place{};
         GetWindowRect(window(), &place);
-        const auto fieldHeight =
-            static_cast<int>(SendMessageW(window(), CB_GETITEMHEIGHT, static_cast<WPARAM>(-1), 0));
-        const int height = fieldHeight + look().px(8);
+        const int height = std::max(heightOf(place), field);
         const int width = widest + look().px(14) + GetSystemMetrics(SM_CXVSCROLL);
         return {{look().px(44), height}, {width, height}, true, true, false, false};
     }
@@ -104,6 +114,7 @@ class ComboBoxPeer : public PeerOf<ComboBox> {
         if (index >= 0) act([&] { model_.setListIndex(index); });
     }
 
+    RECT place_{};
     bool looking_ = false;
 };
 

@@ -109,10 +109,7 @@ void Page::place(const std::vector<PlacedWidget>& placed) {
         Peer* peer = platform_.peerOf(*item.widget);
         if (!peer || !peer->window()) continue;
         const RECT to = peer->windowPlace(item.box);
-        RECT from{};
-        GetWindowRect(peer->window(), &from);
-        MapWindowPoints(nullptr, GetParent(peer->window()), reinterpret_cast<POINT*>(&from), 2);
-        if (!EqualRect(&from, &to) && batch)
+        if (!peer->stands(to) && batch)
             batch = DeferWindowPos(batch, peer->window(), nullptr, to.left, to.top, widthOf(to), heightOf(to),
                                    SWP_NOZORDER | SWP_NOACTIVATE);
         moved.emplace_back(peer->shared_from_this(), item.box);

@@ -12,14 +12,18 @@
 namespace dravik {
 namespace {
 
-// The border that the system draws around a window's client area.
+// The border that the system draws around a window's client area, and what lies between the two.
 void drawBorder(HDC dc, HWND window, RECT place) {
     const auto extended = static_cast<DWORD>(GetWindowLongPtrW(window, GWL_EXSTYLE));
-    const auto style = static_cast<DWORD>(GetWindowLongPtrW(window, GWL_STYLE));
-    if (extended & WS_EX_CLIENTEDGE)
+    if (!(extended & WS_EX_CLIENTEDGE)) return;
+    const HBRUSH ground = reinterpret_cast<HBRUSH>(
+        SendMessageW(GetParent(window), IsWindowEnabled(window) ? WM_CTLCOLOREDIT : WM_CTLCOLORSTATIC,
+                     reinterpret_cast<WPARAM>(dc), reinterpret_cast<LPARAM>(window)));
+    FillRect(dc, &place, ground ? ground : GetSysColorBrush(COLOR_WINDOW));
+    if (IsAppThemed())
+        frame(dc, place, blend(GetSysColor(COLOR_WINDOW), GetSysColor(COLOR_WINDOWTEXT), 0.35), 1);
+    else
         DrawEdge(dc, &place, EDGE_SUNKEN, BF_RECT);
-    else if (style & WS_BORDER)
-        frame(dc, place, GetSysColor(COLOR_WINDOWFRAME), 1);
 }
 
 void drawWindow(HDC dc, HWND window, POINT origin) {

@@ -124,6 +124,13 @@ RECT Peer::windowPlace(const Box& box) const {
     return {box.left, box.top, box.left + box.width, box.top + box.height};
 }
 
+bool Peer::stands(const RECT& place) const {
+    RECT now{};
+    GetWindowRect(window_, &now);
+    MapWindowPoints(nullptr, GetParent(window_), reinterpret_cast<POINT*>(&now), 2);
+    return EqualRect(&now, &place);
+}
+
 void Peer::placed(const Box&) {}
 
 bool Peer::isUsable() const {
@@ -296,7 +303,8 @@ LRESULT Peer::answer(UINT message, WPARAM wParam, LPARAM lParam) {
         }
         case WM_CHAR:
             // Their key has been answered; an edit control would beep.
-            if (wParam == L'\t' || wParam == L'\r' || wParam == L'\n' || wParam == VK_ESCAPE) return 0;
+            if (wParam == L'\t' || wParam == L'\r' || wParam == L'\n' || wParam == VK_ESCAPE)
+                if (!attached_ || !wantsKey(static_cast<UINT>(wParam))) return 0;
             break;
         case WM_SYSCHAR:
             if (attached_ && !page_.inert() && page_.pressMnemonic(static_cast<wchar_t>(wParam))) return 0;

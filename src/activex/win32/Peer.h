@@ -48,6 +48,8 @@ class Peer : public std::enable_shared_from_this<Peer> {
     void forgetMeasure() noexcept { measured_.reset(); }
     // Its place among the windows of its parent.
     virtual RECT windowPlace(const Box& box) const;
+    // The window stands there already.
+    virtual bool stands(const RECT& place) const;
     // The window has been given this place.
     virtual void placed(const Box& box);
 

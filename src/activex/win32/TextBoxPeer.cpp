@@ -104,6 +104,27 @@ class TextBoxPeer : public PeerOf<TextBox> {
             }
             case WM_GETDLGCODE:
                 return defaultAnswer(message, wParam, lParam) & ~DLGC_WANTTAB;
+            case WM_NCCALCSIZE: {
+                // The system writes at the top of a box; it is to stand in the middle.
+                const LRESULT result = defaultAnswer(message, wParam, lParam);
+                auto& inside = *reinterpret_cast<RECT*>(lParam);
+                padding_ =
+                    isFlat() ? 0 : std::max((heightOf(inside) - look().lineHeight(wantedFont())) / 2, 0);
+                InflateRect(&inside, 0, -padding_);
+                return result;
+            }
+            case WM_NCPAINT: {
+                const LRESULT result = defaultAnswer(message, wParam, lParam);
+                paintPadding();
+                return result;
+            }
+            case WM_NCHITTEST: {
+                const LRESULT hit = defaultAnswer(message, wParam, lParam);
+                return hit == HTNOWHERE || hit == HTBORDER ? HTCLIENT : hit;
+            }
+            case WM_ENABLE:
+                RedrawWindow(window(), nullptr, nullptr, RDW_FRAME | RDW_INVALIDATE);
+                break;
             case WM_CHAR:
                 if (wParam == 1) {  // Ctrl+A
                     SendMessageW(window(), EM_SETSEL, 0, -1);
@@ -118,6 +139,23 @@ class TextBoxPeer : public PeerOf<TextBox> {
 
   private:
     bool isFlat() const { return attached() && model_.locked() && model_.backColor() == kButtonFaceColor; }
+
+    void paintPadding() {
+        if (padding_ <= 0) return;
+        RECT whole{};
+        RECT client{};
+        GetWindowRect(window(), &whole);
+        GetClientRect(window(), &client);
+        MapWindowPoints(window(), nullptr, reinterpret_cast<POINT*>(&client), 2);
+        OffsetRect(&client, -whole.left, -whole.top);
+        const HDC dc = GetWindowDC(window());
+        const HBRUSH ground = colors(dc);
+        const RECT above{client.left, client.top - padding_, client.right, client.top};
+        const RECT below{client.left, client.bottom, client.right, client.bottom + padding_};
+        FillRect(dc, &above, ground);
+        FillRect(dc, &below, ground);
+        ReleaseDC(window(), dc);
+    }
 
     void showText() {
         const std::wstring text = wide(model_.text());
@@ -146,9 +184,10 @@ class TextBoxPeer : public PeerOf<TextBox> {
                          isFlat() ? 0 : MAKELPARAM(2, 2));
             sizeChanged();
         }
-        InvalidateRect(window(), nullptr, TRUE);
+        RedrawWindow(window(), nullptr, nullptr, RDW_FRAME | RDW_INVALIDATE | RDW_ERASE);
     }
 
+    int padding_ = 0;
     bool showing_ = false;
 };
 

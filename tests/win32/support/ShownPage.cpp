@@ -61,6 +61,8 @@ void pressKey(UINT key, int shift) {
     const bool system = (shift & kAltMask) != 0 || key == VK_F10;
     const LPARAM context = shift & kAltMask ? 1 << 29 : 0;
     SendMessageW(focus, system ? WM_SYSKEYDOWN : WM_KEYDOWN, key, 1 | context);
+    if (IsWindow(focus) && !system && (key == VK_TAB || key == VK_RETURN || key == VK_ESCAPE))
+        SendMessageW(focus, WM_CHAR, key, 1);
     SetKeyboardState(before.data());
     if (IsWindow(focus))
         SendMessageW(focus, system ? WM_SYSKEYUP : WM_KEYUP, key, static_cast<LPARAM>(0xC0000001));
@@ -90,7 +92,7 @@ std::unique_ptr<Canvas> picture(HWND window) {
     const HDC dc = GetWindowDC(window);
     BitBlt(canvas->dc(), 0, 0, widthOf(rect), heightOf(rect), dc, 0, 0, SRCCOPY);
     ReleaseDC(window, dc);
-    GdiFlush();
+    for (std::uint32_t& pixel : canvas->pixels()) pixel |= 0xFF000000;
     return canvas;
 }
 
