@@ -49,12 +49,13 @@ DISPID LateBound::idOf(const std::wstring& name) {
     return id;
 }
 
-Variant LateBound::invoke(DISPID id, WORD flags, std::span<Variant> arguments) {
+Variant LateBound::invoke(DISPID id, WORD flags, std::span<Variant> arguments, DISPPARAMS named) {
     std::vector<VARIANT> reversed;
     reversed.reserve(arguments.size());
     for (auto argument = arguments.rbegin(); argument != arguments.rend(); ++argument)
         reversed.push_back(argument->get());
-    DISPPARAMS parameters{reversed.data(), nullptr, static_cast<UINT>(reversed.size()), 0};
+    DISPPARAMS parameters{reversed.data(), named.rgdispidNamedArgs, static_cast<UINT>(reversed.size()),
+                          named.cNamedArgs};
     Variant result;
     EXCEPINFO exception{};
     HRESULT code;
@@ -76,6 +77,12 @@ Variant LateBound::call(const std::wstring& name, std::span<Variant> arguments) 
 
 Variant LateBound::property(const std::wstring& name) {
     return invoke(idOf(name), DISPATCH_PROPERTYGET, {});
+}
+
+void LateBound::put(const std::wstring& name, Variant value) {
+    DISPID named = DISPID_PROPERTYPUT;
+    const WORD flags = isObject(value.get()) ? DISPATCH_PROPERTYPUTREF : DISPATCH_PROPERTYPUT;
+    invoke(idOf(name), flags, {&value, 1}, {nullptr, &named, 0, 1});
 }
 
 Variant LateBound::defaultValue() {

@@ -25,13 +25,15 @@ class LateBound {
     // Reads a property only: a script's plain value cannot be called, and trying to has its host report an
     // error.
     Variant property(const std::wstring& name);
+    // Sets a property.
+    void put(const std::wstring& name, Variant value);
     // The value that stands for the object itself.
     Variant defaultValue();
 
   private:
     bool find(const std::wstring& name, DISPID& id);
     DISPID idOf(const std::wstring& name);
-    Variant invoke(DISPID id, WORD flags, std::span<Variant> arguments);
+    Variant invoke(DISPID id, WORD flags, std::span<Variant> arguments, DISPPARAMS named = {});
 
     ComPtr<IDispatch> object_;
     ComPtr<IDispatchEx> scriptObject_;  // script classes answer this one only
