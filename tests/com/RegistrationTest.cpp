@@ -12,10 +12,12 @@
 #include "activex/com/Variant.h"
 #include "activex/server/RegistryTransaction.h"
 #include "com/support/RegistryDump.h"
+#include "com/support/TestServer.h"
 
 namespace dravik {
 namespace {
 
+using Dll = test::TestServer;
 using test::registryDump;
 
 constexpr wchar_t kClasses[] = L"Software\\Classes\\";
@@ -149,30 +151,6 @@ TEST_F(RegistrationTest, FailureHalfWayTakesBackWhatWasWritten) {
     EXPECT_EQ(own(), registered);
     unregisterServer(all_, Scope::Machine);
 }
-
-// The server in a DLL of its own.
-class Dll {
-  public:
-    Dll() : module_(LoadLibraryW((folder() + L"\\TestServer.dll").c_str())) {}
-    ~Dll() {
-        if (module_) FreeLibrary(module_);
-    }
-    Dll(const Dll&) = delete;
-    Dll& operator=(const Dll&) = delete;
-    template <typename Function>
-    Function* find(const char* name) const {
-        return reinterpret_cast<Function*>(reinterpret_cast<void*>(GetProcAddress(module_, name)));
-    }
-    HRESULT operator()(const char* name) const { return find<HRESULT __stdcall()>(name)(); }
-    explicit operator bool() const { return module_ != nullptr; }
-
-  private:
-    static std::wstring folder() {
-        const std::wstring path = modulePath();
-        return path.substr(0, path.find_last_of(L"\\/"));
-    }
-    HMODULE module_;
-};
 
 TEST_F(RegistrationTest, ObjectsAreMadeThroughTheRegistryAndTheServerUnloads) {
     ASSERT_TRUE(Dll());

@@ -1,7 +1,6 @@
 // Steps on their way through COM, and the embedded step that programs and scripts create.
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-#include <wincodec.h>
 
 #include "activex/com/Boundary.h"
 #include "activex/com/ComStep.h"
@@ -9,6 +8,7 @@
 #include "activex/com/EmbeddedStepObject.h"
 #include "activex/com/LateBound.h"
 #include "activex/com/Variant.h"
+#include "com/support/ImageFile.h"
 // Behind the Windows headers
 #include "contract/DrawnText.h"
 #include "engine/TestFolder.h"
@@ -70,34 +70,6 @@ TEST(ComStep, ObjectsThatAreNoStepsAreRefused) {
     EXPECT_EQ(refusal([&] { stepFromCom(made.get()); }), 13);
 }
 
-// A file of that name with a grey image in the format of the container.
-void writeImage(const std::string& path, const GreyImage& image, const GUID& container) {
-    ComPtr<IWICImagingFactory> factory;
-    check(CoCreateInstance(CLSID_WICImagingFactory, nullptr, CLSCTX_INPROC_SERVER,
-                           __uuidof(IWICImagingFactory), factory.putVoid()));
-    ComPtr<IWICStream> stream;
-    check(factory->CreateStream(stream.put()));
-    check(stream->InitializeFromFilename(toWide(path).c_str(), GENERIC_WRITE));
-    ComPtr<IWICBitmapEncoder> encoder;
-    check(factory->CreateEncoder(container, nullptr, encoder.put()));
-    check(encoder->Initialize(stream.get(), WICBitmapEncoderNoCache));
-    ComPtr<IWICBitmapFrameEncode> frame;
-    ComPtr<IPropertyBag2> options;
-    check(encoder->CreateNewFrame(frame.put(), options.put()));
-    check(frame->Initialize(nullptr));
-    check(frame->SetSize(static_cast<UINT>(image.width()), static_cast<UINT>(image.height())));
-    WICPixelFormatGUID format = GUID_WICPixelFormat24bppBGR;
-    check(frame->SetPixelFormat(&format));
-    std::vector<BYTE> row(static_cast<std::size_t>(image.width()) * 3);
-    for (int y = 0; y < image.height(); ++y) {
-        for (std::size_t i = 0; i < row.size(); ++i) row[i] = image.row(y)[i / 3];
-        check(
-            frame->WritePixels(1, static_cast<UINT>(row.size()), static_cast<UINT>(row.size()), row.data()));
-    }
-    check(frame->Commit());
-    check(encoder->Commit());
-}
-
 template <typename... Arguments>
 Variant call(LateBound& object, const wchar_t* name, Arguments... arguments) {
     std::array<Variant, sizeof...(Arguments)> values{Variant(std::move(arguments))...};
@@ -137,7 +109,7 @@ TEST(EmbeddedStep, LearnsAndReadsForAProgramThatCallsItByNames) {
                                           std::pair{"t\xC3\xA4xt.bmp", &GUID_ContainerFormatBmp},
                                           std::pair{"text.jpg", &GUID_ContainerFormatJpeg}}) {
         const std::string path = folder.path() + "\\" + name;
-        writeImage(path, drawn({"LATE"}), *container);
+        test::writeImage(path, drawn({"LATE"}), *container);
         call(step, L"OpenImage", Bstr(path));
         EXPECT_EQ(textOf(call(step, L"ReadImage").get()), "LATE") << name;
     }

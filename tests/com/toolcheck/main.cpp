@@ -29,12 +29,17 @@ namespace {
 std::wstring programIdentifier;
 bool lateBound = false;
 
+std::string name() {
+    return toUtf8(std::wstring_view(programIdentifier));
+}
+
 // The tool under check, new for every rule.
 class RegisteredTool {
   public:
     RegisteredTool() {
         CLSID identifier;
-        check(CLSIDFromProgID(programIdentifier.c_str(), &identifier));
+        if (FAILED(CLSIDFromProgID(programIdentifier.c_str(), &identifier)))
+            throw Failure(RuntimeError::FileNotFound, name() + " is not registered");
         check(CoCreateInstance(identifier, nullptr, CLSCTX_ALL, IID_IUnknown, object_.putVoid()));
         names_ = std::make_unique<LateBound>(object_.get());
         if (names_->has(L"JobsFolder")) names_->put(L"JobsFolder", Variant(Bstr(folder_.path())));

@@ -1,0 +1,73 @@
+// Scripts and programs that find the server in the registry: those of the documentation, and the contract
+// check.
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "activex/com/ComText.h"
+#include "com/support/ChildProcess.h"
+#include "com/support/ImageFile.h"
+#include "com/support/TestServer.h"
+// Behind the Windows headers
+#include "base/Paths.h"
+#include "contract/DrawnText.h"
+#include "engine/TestFolder.h"
+
+namespace dravik {
+namespace {
+
+using test::Finished;
+using test::runProcess;
+using test::TestServer;
+
+class ScriptsTest : public testing::Test {
+  protected:
+    static void SetUpTestSuite() { ASSERT_EQ(TestServer()("DllRegisterServer"), S_OK); }
+    static void TearDownTestSuite() { EXPECT_EQ(TestServer()("DllUnregisterServer"), S_OK); }
+
+    // The script of the documentation with these arguments.
+    static Finished script(const std::string& name, const std::vector<std::string>& arguments) {
+        std::string line = "cscript.exe //nologo " + quoted(source("docs/samples/" + name));
+        for (const std::string& argument : arguments) line += " " + quoted(argument);
+        return runProcess(toWide(line));
+    }
+    static std::string source(const std::string& path) {
+        return fromPath(std::filesystem::absolute(std::filesystem::path(DRAVIK_SOURCE_DIR) / toPath(path))
+                            .make_preferred());
+    }
+    static std::string quoted(const std::string& text) { return "\"" + text + "\""; }
+};
+
+TEST_F(ScriptsTest, LearnAFontReadWithItAndListItsSamples) {
+    const TestFolder jobs;
+    const std::string characters = "0123456789ABCEHLT";
+    test::writeImage(jobs.path("set.png"), drawn({characters}), GUID_ContainerFormatPng);
+    test::writeImage(jobs.path("part.png"), drawn({"LATE", "2049"}), GUID_ContainerFormatPng);
+    const Finished learnt = script("learn-and-read.vbs", {jobs.path("jobs"), "drawn", jobs.path("set.png"),
+                                                          characters, jobs.path("part.png")});
+    EXPECT_EQ(learnt.output, "LATE\r\n2049\r\n");
+    const Finished listed = script("list-samples.js", {jobs.path("jobs"), "drawn"});
+    EXPECT_EQ(std::count(listed.output.begin(), listed.output.end(), '\n'), 17) << listed.output;
+    EXPECT_THAT(listed.output, testing::StartsWith("0 0."));
+    const Finished missing = script("list-samples.js", {jobs.path("jobs"), "none"});
+    EXPECT_EQ(missing.code, 1u);
+    EXPECT_THAT(missing.output, testing::StartsWith("Error 53: "));
+}
+
+TEST_F(ScriptsTest, ContractCheckTellsWhetherARegisteredToolKeepsIt) {
+    const std::wstring program = L"\"" + TestServer::folder() + L"\\DravikToolCheck.exe\" ";
+    for (const wchar_t* how : {L"Dravik.EmbeddedStep.1", L"Dravik.EmbeddedStep --late-bound"}) {
+        const Finished checked = runProcess(program + how);
+        EXPECT_EQ(checked.code, 0u) << checked.output;
+        EXPECT_THAT(checked.output, testing::HasSubstr("kept    DeletionMovesLaterSamplesDown"));
+        EXPECT_THAT(checked.output, testing::Not(testing::HasSubstr("BROKEN")));
+    }
+    const Finished unknown = runProcess(program + L"No.Such.Tool");
+    EXPECT_EQ(unknown.code, 2u);
+    EXPECT_THAT(unknown.output, testing::HasSubstr("No.Such.Tool is not registered"));
+    // A class that is no font tool.
+    const Finished other = runProcess(program + L"Scripting.Dictionary");
+    EXPECT_EQ(other.code, 2u);
+}
+
+}  // namespace
+}  // namespace dravik
