@@ -138,7 +138,7 @@ TEST_F(Lifetime, FailuresOfProceduresStayInside) {
 TEST_F(Lifetime, ChildFormsGoWithTheirFormTheirOwnerAndThePlatform) {
     host = std::make_unique<HostWindow>(400, 600);
     auto local = std::make_unique<Win32Platform>();
-    local->owner = [this] { return host->window(); };
+    local->owner = [this] { return host ? host->window() : nullptr; };
     Many first;
     int unloads = 0;
     first.unloaded.subscribe([&] { ++unloads; });

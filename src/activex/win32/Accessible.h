@@ -2,7 +2,7 @@
 // from 1, the parts of it that can be seen. One class answers for all of them; the window says what there is.
 #pragma once
 
-#include <windows.h>
+#include "activex/win32/Windows.h"
 
 #include <oleacc.h>
 

@@ -2,7 +2,7 @@
 // in. Left empty, the page takes the system's own message font and colours.
 #pragma once
 
-#include <windows.h>
+#include "activex/win32/Windows.h"
 
 #include <optional>
 

@@ -1,7 +1,7 @@
 // Cells that stand together are one stop of the Tab key; arrow keys, Home and End move between them.
 #pragma once
 
-#include <windows.h>
+#include "activex/win32/Windows.h"
 
 #include <vector>
 

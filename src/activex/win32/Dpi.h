@@ -1,7 +1,7 @@
 // Display scale: dots per inch of a window, and lengths in them.
 #pragma once
 
-#include <windows.h>
+#include "activex/win32/Windows.h"
 
 namespace dravik {
 

@@ -3,7 +3,7 @@
 // properties. One thread only, the one that made it. The page may be destroyed while it handles an event.
 #pragma once
 
-#include <windows.h>
+#include "activex/win32/Windows.h"
 
 #include <functional>
 #include <memory>

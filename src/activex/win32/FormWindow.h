@@ -3,7 +3,7 @@
 // with the form.
 #pragma once
 
-#include <windows.h>
+#include "activex/win32/Windows.h"
 
 #include <functional>
 #include <memory>

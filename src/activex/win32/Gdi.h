@@ -1,7 +1,7 @@
 // Handles of the drawing interface that release themselves, and a picture to draw into.
 #pragma once
 
-#include <windows.h>
+#include "activex/win32/Windows.h"
 
 #include <cstdint>
 #include <span>

@@ -2,7 +2,7 @@
 // 0 is the heading, which stays in place; records start at row 1.
 #pragma once
 
-#include <windows.h>
+#include "activex/win32/Windows.h"
 
 #include <algorithm>
 #include <vector>

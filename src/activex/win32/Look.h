@@ -1,7 +1,7 @@
 // How a page looks at its display scale in its surroundings: fonts, colours of the models, sizes of texts.
 #pragma once
 
-#include <windows.h>
+#include "activex/win32/Windows.h"
 
 #include <map>
 #include <string_view>

@@ -1,7 +1,7 @@
 // The program or library that this code is linked into, and its visual styles.
 #pragma once
 
-#include <windows.h>
+#include "activex/win32/Windows.h"
 
 namespace dravik {
 

@@ -2,7 +2,7 @@
 // and keys.
 #pragma once
 
-#include <windows.h>
+#include "activex/win32/Windows.h"
 
 #include <functional>
 #include <memory>

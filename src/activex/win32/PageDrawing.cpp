@@ -36,13 +36,15 @@ void drawWindow(HDC dc, HWND window, POINT origin) {
     ClientToScreen(window, &client);
     RECT inside{};
     GetClientRect(window, &inside);
-    const int saved = SaveDC(dc);
-    POINT before{};
-    OffsetViewportOrgEx(dc, client.x - origin.x, client.y - origin.y, &before);
-    IntersectClipRect(dc, 0, 0, inside.right, inside.bottom);
-    SendMessageW(window, WM_ERASEBKGND, reinterpret_cast<WPARAM>(dc), 0);
-    SendMessageW(window, WM_PRINTCLIENT, reinterpret_cast<WPARAM>(dc), PRF_CLIENT);
-    RestoreDC(dc, saved);
+    if (!IsRectEmpty(&inside)) {
+        // On a canvas of its own: some controls set clipping regions without regard to where the context's
+        // origin is.
+        Canvas own(inside.right, inside.bottom);
+        SendMessageW(window, WM_ERASEBKGND, reinterpret_cast<WPARAM>(own.dc()), 0);
+        SendMessageW(window, WM_PRINTCLIENT, reinterpret_cast<WPARAM>(own.dc()), PRF_CLIENT);
+        BitBlt(dc, client.x - origin.x, client.y - origin.y, inside.right, inside.bottom, own.dc(), 0, 0,
+               SRCCOPY);
+    }
 
     // From the bottom of the stack to its top.
     for (HWND child = GetWindow(GetWindow(window, GW_CHILD), GW_HWNDLAST); child;

@@ -3,7 +3,7 @@
 // lives on until that returns, so that an event may destroy the widget, the page or the platform.
 #pragma once
 
-#include <windows.h>
+#include "activex/win32/Windows.h"
 
 #include <memory>
 #include <optional>

@@ -1,7 +1,7 @@
 // Small pictures drawn from shapes, smooth at every size.
 #pragma once
 
-#include <windows.h>
+#include "activex/win32/Windows.h"
 
 #include <memory>
 

@@ -1,7 +1,7 @@
 // The tool tips of a page: one tip window for all its controls and for parts of them.
 #pragma once
 
-#include <windows.h>
+#include "activex/win32/Windows.h"
 
 #include <map>
 #include <string>

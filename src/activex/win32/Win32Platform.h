@@ -3,7 +3,7 @@
 // thread.
 #pragma once
 
-#include <windows.h>
+#include "activex/win32/Windows.h"
 
 #include <functional>
 #include <map>
@@ -11,8 +11,6 @@
 #include <unordered_map>
 #include <vector>
 
-// The macro of a system function would rename the models' type.
-#undef MessageBox
 #include "widgets/Platform.h"
 
 namespace dravik {

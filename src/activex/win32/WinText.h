@@ -1,7 +1,7 @@
 // Texts between the models (UTF-8) and Windows (UTF-16).
 #pragma once
 
-#include <windows.h>
+#include "activex/win32/Windows.h"
 
 #include <string>
 #include <string_view>

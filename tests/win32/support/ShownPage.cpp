@@ -97,18 +97,22 @@ std::unique_ptr<Canvas> picture(HWND window) {
 }
 
 void keepPicture(HWND window, const std::string& name) {
+    keepPicture(*picture(window), name);
+}
+
+void keepPicture(Canvas& shown, const std::string& name) {
     const char* folder = std::getenv("DRAVIK_PICTURES");
     if (!folder) return;
-    const auto shown = picture(window);
-    const auto bytes = static_cast<DWORD>(shown->pixels().size_bytes());
+    for (std::uint32_t& pixel : shown.pixels()) pixel |= 0xFF000000;
+    const auto bytes = static_cast<DWORD>(shown.pixels().size_bytes());
     BITMAPFILEHEADER header{};
     header.bfType = 0x4D42;
     header.bfOffBits = sizeof header + sizeof(BITMAPINFOHEADER);
     header.bfSize = header.bfOffBits + bytes;
     std::ofstream file(std::filesystem::path(folder) / (name + ".bmp"), std::ios::binary);
     file.write(reinterpret_cast<const char*>(&header), sizeof header);
-    file.write(reinterpret_cast<const char*>(&shown->info().bmiHeader), sizeof(BITMAPINFOHEADER));
-    file.write(static_cast<const char*>(shown->bits()), bytes);
+    file.write(reinterpret_cast<const char*>(&shown.info().bmiHeader), sizeof(BITMAPINFOHEADER));
+    file.write(static_cast<const char*>(shown.bits()), bytes);
     EXPECT_TRUE(file.good()) << name;
 }
 

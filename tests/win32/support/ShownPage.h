@@ -34,6 +34,7 @@ void click(HWND window, int x, int y);
 std::unique_ptr<Canvas> picture(HWND window);
 // Writes it as a BMP file into the folder that DRAVIK_PICTURES names; does nothing without one.
 void keepPicture(HWND window, const std::string& name);
+void keepPicture(Canvas& shown, const std::string& name);
 // Of a canvas, at a place.
 COLORREF colorAt(Canvas& canvas, int x, int y);
 int countOf(Canvas& canvas, COLORREF color);
@@ -64,7 +65,7 @@ class ShownPage {
     }
     void show(int width = 640, int height = 480) {
         host = std::make_unique<HostWindow>(width, height);
-        platform.owner = [this] { return host->window(); };
+        platform.owner = [this] { return host ? host->window() : nullptr; };
         page = std::make_unique<FormPage>(form, host->window(), platform);
         page->setBounds({0, 0, width, height});
         page->setVisible(true);

@@ -1,0 +1,265 @@
+// Boxes, dialogs, menus, clipboard and dates. What is modal is answered by a timer, as an operator would.
+#include "activex/win32/FormWindow.h"
+#include "activex/win32/Peer.h"
+#include "activex/win32/WinText.h"
+#include "base/Paths.h"
+#include "widgets/Button.h"
+#include "widgets/Label.h"
+#include "widgets/TextBox.h"
+#include "win32/support/ShownPage.h"
+
+#include <fstream>
+#include <regex>
+
+namespace dravik::test {
+namespace {
+
+// The visible top-level window of this thread with the given class, nothing when there is none.
+HWND topWindow(const wchar_t* className) {
+    struct Search {
+        std::wstring name;
+        HWND found = nullptr;
+    } search{className, nullptr};
+    EnumThreadWindows(
+        GetCurrentThreadId(),
+        [](HWND window, LPARAM data) -> BOOL {
+            auto& wanted = *reinterpret_cast<Search*>(data);
+            wchar_t name[64] = {};
+            GetClassNameW(window, name, 64);
+            if (wanted.name == name && IsWindowVisible(window)) wanted.found = window;
+            return wanted.found == nullptr;
+        },
+        reinterpret_cast<LPARAM>(&search));
+    return search.found;
+}
+
+// As soon as a window of that class is up, does something with it.
+void onceUp(const wchar_t* className, std::function<void(HWND)> body, int tries = 200) {
+    later(20, [=] {
+        if (const HWND window = topWindow(className))
+            body(window);
+        else if (tries > 0)
+            onceUp(className, body, tries - 1);
+        else
+            ADD_FAILURE() << "no window came up";
+    });
+}
+
+class PlatformOnScreen : public testing::Test {
+  protected:
+    PlatformOnScreen() {
+        shown.form.setLayout(column({item(cell).ownSize(), item(button)}));
+        cell.setCell(true);
+        shown.show();
+        shown.platform.modal = [this](bool on) { modal += on ? "on " : "off "; };
+        dialog.setLayout(column({item(box), item(ok), item(nested)}));
+        dialog.defaultButton = &ok;
+        ok.click.subscribe([this] { dialog.unload(); });
+    }
+    Win32Platform& platform() { return shown.platform; }
+    Answer ask(MessageBox::Buttons buttons, int answer, std::wstring* text = nullptr) {
+        onceUp(L"#32770", [=](HWND box) {
+            if (text) {
+                const HWND words = GetDlgItem(box, 0xFFFF);
+                *text = windowText(words);
+            }
+            SendMessageW(box, answer ? WM_COMMAND : WM_CLOSE, static_cast<WPARAM>(answer), 0);
+        });
+        MessageBox box;
+        box.text = "First line\rsecond line";
+        box.title = "Title";
+        box.buttons = buttons;
+        return platform().messageBox(box);
+    }
+
+    Label cell{"cell", "A"};
+    Button button{"button", "Button"};
+    std::string modal;
+    Form dialog{"dialog", "Dialog"};
+    TextBox box{"box"};
+    Button ok{"ok", "OK"};
+    Button nested{"nested", "Nested"};
+    ShownPage shown;
+};
+
+TEST_F(PlatformOnScreen, BoxesGiveTheirAnswers) {
+    std::wstring text;
+    EXPECT_EQ(ask(MessageBox::Buttons::YesNoCancel, IDYES, &text), Answer::Yes);
+    EXPECT_NE(text.find(L'\n'), std::wstring::npos);
+    EXPECT_EQ(modal, "on off ");
+    EXPECT_EQ(ask(MessageBox::Buttons::YesNoCancel, IDNO), Answer::No);
+    EXPECT_EQ(ask(MessageBox::Buttons::YesNoCancel, 0), Answer::Cancel);
+    EXPECT_EQ(ask(MessageBox::Buttons::Ok, 0), Answer::Ok);
+    EXPECT_TRUE(IsWindowEnabled(shown.host->window()));
+    EXPECT_EQ(GetActiveWindow(), shown.host->window());
+}
+
+TEST_F(PlatformOnScreen, ADialogKeepsItsOwnerStillAndTimersRunning) {
+    Timer timer("timer", 10);
+    int ticks = 0;
+    timer.tick.subscribe([&] { ++ticks; });
+    Form behind("behind", "Behind");
+    behind.setLayout(column({item(cell)}));
+    behind.timers = {&timer};
+    platform().show(behind);
+    timer.setEnabled(true);
+    SetFocus(shown.view(button));
+    int activations = 0;
+    dialog.activated.subscribe([&] { ++activations; });
+    onceUp(L"DravikFormWindow", [&](HWND) {
+        EXPECT_FALSE(IsWindowEnabled(shown.host->window()));
+        EXPECT_FALSE(IsWindowEnabled(platform().windowOf(behind)->window()));
+        EXPECT_EQ(GetFocus(), platform().peerOf(box)->window());
+        EXPECT_EQ(modal, "on ");
+        const int before = ticks;
+        EXPECT_TRUE(waitFor([&] { return ticks > before + 1; }));
+        typeText(L"name");
+        pressKey(VK_RETURN);
+    });
+    platform().showModal(dialog);
+    EXPECT_EQ(box.text(), "name");
+    EXPECT_EQ(activations, 1);
+    EXPECT_EQ(modal, "on off ");
+    EXPECT_TRUE(IsWindowEnabled(shown.host->window()));
+    EXPECT_TRUE(IsWindowEnabled(platform().windowOf(behind)->window()));
+    EXPECT_FALSE(dialog.loaded());
+    EXPECT_EQ(topWindow(L"DravikFormWindow"), platform().windowOf(behind)->window());
+}
+
+TEST_F(PlatformOnScreen, DialogsNestAndEscapeClosesThem) {
+    nested.click.subscribe([this] {
+        onceUp(L"#32770", [](HWND window) { SendMessageW(window, WM_COMMAND, IDYES, 0); });
+        MessageBox question;
+        question.buttons = MessageBox::Buttons::YesNo;
+        EXPECT_EQ(platform().messageBox(question), Answer::Yes);
+        EXPECT_EQ(GetActiveWindow(), GetAncestor(platform().peerOf(box)->window(), GA_ROOT));
+        EXPECT_FALSE(IsWindowEnabled(shown.host->window())) << "the dialog below is still up";
+    });
+    onceUp(L"DravikFormWindow", [&](HWND) {
+        SendMessageW(platform().peerOf(nested)->window(), BM_CLICK, 0, 0);
+        SetFocus(platform().peerOf(box)->window());
+        pressKey(VK_ESCAPE);
+    });
+    platform().showModal(dialog);
+    EXPECT_EQ(modal, "on off ");
+    EXPECT_FALSE(dialog.loaded());
+}
+
+TEST_F(PlatformOnScreen, ADialogEndsWithWhateverTakesItAway) {
+    onceUp(L"DravikFormWindow", [&](HWND) { shown.host.reset(); });
+    platform().showModal(dialog);
+    EXPECT_FALSE(dialog.loaded());
+
+    auto going = std::make_unique<Form>("going", "Going");
+    going->setLayout(column({item(button)}));
+    onceUp(L"DravikFormWindow", [&](HWND) { going.reset(); });
+    platform().showModal(*going);
+    EXPECT_EQ(going, nullptr);
+
+    onceUp(L"DravikFormWindow", [&](HWND) { PostQuitMessage(7); });
+    platform().showModal(dialog);
+    MSG message{};
+    EXPECT_FALSE(GetMessageW(&message, nullptr, 0, 0)) << "the program is still to end";
+    EXPECT_EQ(message.wParam, 7u);
+
+    auto own = std::make_unique<Win32Platform>();
+    onceUp(L"DravikFormWindow", [&](HWND) { own.reset(); });
+    own->showModal(dialog);
+    EXPECT_FALSE(dialog.loaded());
+}
+
+TEST_F(PlatformOnScreen, MenusFireTheItemThatIsPicked) {
+    PopupMenu menu("menu", "Menu");
+    std::string picked;
+    menu.add("one", "&One").click.subscribe([&] { picked += "one "; });
+    menu.add("line", "-");
+    menu.add("two", "&Two").click.subscribe([&] { picked += "two "; });
+    menu.add("grey", "&Grey").enabled = false;
+    menu.item("grey").click.subscribe([&] { picked += "grey "; });
+    const auto with = [&](std::function<void(HWND)> answer) {
+        onceUp(L"#32768", answer);
+        platform().popUpMenu(menu, cell, 100, 100);
+    };
+    with([](HWND window) { PostMessageW(window, WM_CHAR, 't', 1); });
+    EXPECT_EQ(picked, "two ");
+    with([](HWND) { EndMenu(); });
+    with([](HWND window) {
+        PostMessageW(window, WM_CHAR, 'g', 1);
+        later(50, [] { EndMenu(); });
+    });
+    EXPECT_EQ(picked, "two ");
+    EXPECT_EQ(modal, "on off on off on off ");
+}
+
+TEST_F(PlatformOnScreen, TextsReachTheClipboardEvenWhileItIsHeldForAMoment) {
+    platform().setClipboardText("caf\u00e9\t1\r\n");
+    ASSERT_TRUE(OpenClipboard(nullptr));
+    const HANDLE data = GetClipboardData(CF_UNICODETEXT);
+    ASSERT_NE(data, nullptr);
+    EXPECT_STREQ(static_cast<const wchar_t*>(GlobalLock(data)), L"caf\u00e9\t1\r\n");
+    GlobalUnlock(data);
+    CloseClipboard();
+}
+
+TEST_F(PlatformOnScreen, DatesAreInTheUsersForm) {
+    const auto file = std::filesystem::temp_directory_path() / "dravik-date.txt";
+    std::ofstream(file) << "x";
+    const std::string date = platform().dateText();
+    EXPECT_TRUE(platform().fileDateText(fromPath(file)).starts_with(date + " "))
+        << platform().fileDateText(fromPath(file));
+    EXPECT_TRUE(std::regex_search(platform().timeText(), std::regex("[0-9]:[0-9]{2}:[0-9]{2}")))
+        << platform().timeText();
+    std::filesystem::remove(file);
+    try {
+        platform().fileDateText(fromPath(file));
+        FAIL();
+    } catch (const Failure& failure) {
+        EXPECT_EQ(failure.number(), 53);
+    }
+}
+
+TEST_F(PlatformOnScreen, APageIsDrawnIntoAnyContext) {
+    box.setText("drawn");
+    Form form("drawn", "Drawn");
+    CheckBox check("check", "Check");
+    check.setChecked(true);
+    Frame frame("frame", "Frame");
+    frame.setLayout(column({item(check)}));
+    Label red("red");
+    red.setCell(true);
+    red.setBackColor(rgb(255, 0, 0));
+    form.setLayout(column({item(box), item(frame), item(red).atLeast(600, 600)}));
+    HostWindow hidden(200, 200);
+    ShowWindow(hidden.window(), SW_HIDE);
+    Win32Platform own;
+    FormPage page(form, hidden.window(), own);
+    page.setBounds({0, 0, 200, 200});
+    Canvas canvas(300, 300);
+    fill(canvas.dc(), {0, 0, 300, 300}, RGB(1, 2, 3));
+    page.draw(canvas.dc(), {100, 0, 300, 200});
+    EXPECT_EQ(colorAt(canvas, 50, 50), RGB(1, 2, 3)) << "nothing beside its place";
+    int reds = 0;
+    int darks = 0;
+    for (int y = 0; y < 200; ++y)
+        for (int x = 100; x < 300; ++x) {
+            const COLORREF color = colorAt(canvas, x, y);
+            reds += color == RGB(255, 0, 0);
+            darks += GetRValue(color) < 60 && GetGValue(color) < 60 && GetBValue(color) < 60;
+        }
+    EXPECT_GT(reds, 1000);
+    EXPECT_GT(darks, 40) << "texts and the check mark";
+    Canvas half(100, 100);
+    page.draw(half.dc(), {0, 0, 100, 100});
+    EXPECT_NEAR(countOf(half, RGB(255, 0, 0)), reds / 4, reds / 10);
+    const HDC recording = CreateEnhMetaFileW(nullptr, nullptr, nullptr, nullptr);
+    page.draw(recording, {0, 0, 200, 200});
+    const HENHMETAFILE file = CloseEnhMetaFile(recording);
+    Canvas played(200, 200);
+    const RECT all{0, 0, 200, 200};
+    PlayEnhMetaFile(played.dc(), file, &all);
+    DeleteEnhMetaFile(file);
+    EXPECT_GT(countOf(played, RGB(255, 0, 0)), reds / 2);
+}
+
+}  // namespace
+}  // namespace dravik::test
