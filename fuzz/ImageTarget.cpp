@@ -64,7 +64,7 @@ void tryImage(std::span<const std::uint8_t> bytes) {
     const auto read = answers(found, training());
     if (read.size() != found.glyphs.size()) std::abort();
     for (const Answer& answer : read)
-        if (!(answer.confidence >= 0 && answer.confidence <= 1)) std::abort();
+        if (!(answer.likelihood >= 0 && answer.likelihood <= 1)) std::abort();
 }
 
 }  // namespace dravik

@@ -41,8 +41,8 @@ SampleInputs digitInputs(const std::uint8_t* pixels, int side) {
 
 }  // namespace
 
-LabelledPart charsetPart(const OutlineFont& font, std::uint32_t seed, double faults) {
-    std::string all = kAllCharacters;
+LabelledPart charsetPart(const OutlineFont& font, std::uint32_t seed, double faults, const std::string& set) {
+    std::string all = set;
     std::mt19937 random(seed);
     for (std::size_t i = all.size(); i > 1; --i) std::swap(all[i - 1], all[random() % i]);
     std::vector<std::string> lines;
@@ -50,10 +50,11 @@ LabelledPart charsetPart(const OutlineFont& font, std::uint32_t seed, double fau
     return {font.part(lines, seed, faults), characters(all)};
 }
 
-SampleSet renderedSamples(const OutlineFont& font, int parts, std::uint32_t seed, double faults) {
+SampleSet renderedSamples(const OutlineFont& font, int parts, std::uint32_t seed, double faults,
+                          const std::string& characters) {
     SampleSet set{font.name(), {}};
     for (int tries = 0; parts > 0 && tries < 20 * parts + 20; ++tries) {
-        const LabelledPart part = charsetPart(font, seed++, faults);
+        const LabelledPart part = charsetPart(font, seed++, faults, characters);
         const Segmentation found = segment(part.image);
         if (found.glyphs.size() != part.text.size()) continue;
         const std::vector<SampleInputs> inputs = allInputs(found, part.text);

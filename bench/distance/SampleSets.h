@@ -23,11 +23,13 @@ struct LabelledPart {
     std::vector<std::string> text;  // of each character in reading order
 };
 
-// All 74 characters in an order of their own, in several lines.
-LabelledPart charsetPart(const OutlineFont& font, std::uint32_t seed, double faults);
+// All characters of a set in an order of their own, in several lines.
+LabelledPart charsetPart(const OutlineFont& font, std::uint32_t seed, double faults,
+                         const std::string& set = kAllCharacters);
 
 // Samples of `parts` parts in which all characters are found.
-SampleSet renderedSamples(const OutlineFont& font, int parts, std::uint32_t seed, double faults);
+SampleSet renderedSamples(const OutlineFont& font, int parts, std::uint32_t seed, double faults,
+                          const std::string& set = kAllCharacters);
 // Of all fonts together, as one.
 SampleSet mixedSamples(const std::vector<OutlineFont>& fonts, int parts, std::uint32_t seed, double faults);
 

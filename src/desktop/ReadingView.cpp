@@ -50,17 +50,20 @@ void ReadingView::showReading() {
             const bool weak = character.confidence < kWeakConfidence;
             QTextCharFormat format;
             format.setFont(font);
+            const auto shown = shownCharacter(character);
             format.setToolTip(QStringLiteral("%1: %2 % sure%3")
                                   .arg(qtText(character.character))
                                   .arg(percent)
-                                  .arg(weak ? QStringLiteral(" (weak)") : QString()));
+                                  .arg(shown != character.character ? QStringLiteral(" (not taken)")
+                                       : weak                       ? QStringLiteral(" (weak)")
+                                                                    : QString()));
             if (weak) {
                 ++weakCharacters;
                 format.setForeground(warningColor(palette()));
                 format.setUnderlineColor(warningColor(palette()));
                 format.setUnderlineStyle(QTextCharFormat::WaveUnderline);
             }
-            cursor.insertText(qtText(character.character), format);
+            cursor.insertText(qtText(shown), format);
         }
     }
     setAccessibleDescription(weakCharacters == 0 ? QStringLiteral("No weak characters")

@@ -1,5 +1,6 @@
 // What the current font reads in the current image, line by line. Weak characters are underlined with a wave,
-// and the tool tip of every character says how sure the font is.
+// those that are hardly more than a guess shown as "?", and the tool tip of every character says how sure the
+// font is.
 #pragma once
 
 #include <QTextEdit>

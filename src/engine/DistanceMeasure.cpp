@@ -131,8 +131,14 @@ DistanceMeasure::DistanceMeasure(const ClassStatistics& statistics, std::span<co
 }
 
 double DistanceMeasure::distance(const Sample& sample) const {
+    const auto [own, other] = nearness(sample.inputs, sample.code, sample.serial);
+    return own + other > 0 ? static_cast<double>(own / (own + other)) : 0.5;
+}
+
+DistanceMeasure::Nearness DistanceMeasure::nearness(const SampleInputs& inputs, std::int32_t code,
+                                                    std::uint64_t serial) const {
     alignas(16) std::array<float, kPadded> place{};
-    for (std::size_t i = 0; i < kInputCount; ++i) place[i] = weights_[i] * sample.inputs[i];
+    for (std::size_t i = 0; i < kInputCount; ++i) place[i] = weights_[i] * inputs[i];
 
     // Mean of the squared distances to the nearest rows of a class; `none` when it has no row but the sample.
     const auto toRows = [&](const Rows& rows, bool own, float none) {
@@ -140,7 +146,7 @@ double DistanceMeasure::distance(const Sample& sample) const {
         nearest.fill(std::numeric_limits<float>::max());
         std::size_t count = 0;
         for (std::size_t row = rows.first; row < rows.first + rows.count; ++row) {
-            if (own && serials_[row] == sample.serial) continue;
+            if (own && serials_[row] == serial) continue;
             ++count;
             float square = squaredDistance(place.data(), &rows_[row * kPadded]);
             for (float& one : nearest)
@@ -156,7 +162,7 @@ double DistanceMeasure::distance(const Sample& sample) const {
     std::array<std::pair<float, const Rows*>, kOthers> others{};
     std::size_t found = 0;
     for (std::size_t c = 0; c < classes_.size(); ++c) {
-        if (classes_[c].code == sample.code) {
+        if (classes_[c].code == code) {
             own = toRows(classes_[c], true, kUsualOwn);
             continue;
         }
@@ -169,7 +175,7 @@ double DistanceMeasure::distance(const Sample& sample) const {
     if (found > 0) other = std::numeric_limits<float>::max();
     for (std::size_t i = 0; i < found; ++i)
         other = std::min(other, toRows(*others[i].second, false, kUsualOther));
-    return own + other > 0 ? static_cast<double>(own / (own + other)) : 0.5;
+    return {own, other};
 }
 
 }  // namespace dravik

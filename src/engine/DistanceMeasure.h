@@ -51,6 +51,17 @@ class DistanceMeasure {
     // nearest other one counts as usually far.
     double distance(const Sample& sample) const;
 
+    // What a Distance is made of: mean squared distances to the nearest samples of the character itself and
+    // of the nearest other one, in units of the spread within a character.
+    struct Nearness {
+        float own = 0;
+        float other = 0;
+    };
+    // Of inputs that are no sample, taken for the character of that code.
+    Nearness nearness(const SampleInputs& inputs, std::int32_t code) const {
+        return nearness(inputs, code, 0);
+    }
+
   private:
     // Rows of one character, a weighted sample each.
     struct Rows {
@@ -58,6 +69,9 @@ class DistanceMeasure {
         std::size_t first = 0;
         std::size_t count = 0;
     };
+
+    // `serial` names the sample that is not among its own neighbours; 0 is none's.
+    Nearness nearness(const SampleInputs& inputs, std::int32_t code, std::uint64_t serial) const;
 
     std::array<float, kInputCount> weights_{};
     std::vector<Rows> classes_;

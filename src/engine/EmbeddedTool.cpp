@@ -70,6 +70,10 @@ TrainingResult perform(const FontRun& run, TrainingWorker::Progress& progress) {
 
 }  // namespace
 
+std::string shownCharacter(const ReadCharacter& read, double limit) {
+    return read.confidence < limit ? kUnknownCharacter : read.character;
+}
+
 struct EmbeddedTool::State {
     State(JobFolder folder, bool remembersFont) : library(std::move(folder), remembersFont) {}
 
@@ -238,8 +242,11 @@ std::vector<ReadCharacter> EmbeddedTool::read() {
     std::vector<ReadCharacter> result;
     if (state_->training.empty()) return result;
     const std::vector<Answer> read = answers(state_->segments(), state_->training);
+    const SampleColumnsPtr samples = state_->samples.columns(SampleKind::Committed);
+    const DistanceMeasure measure(state_->samples.statistics(), samples->samples);
     for (std::size_t i = 0; i < read.size(); ++i)
-        result.push_back({state_->found[i], characterOf(read[i].code), read[i].confidence});
+        result.push_back({state_->found[i], characterOf(read[i].code),
+                          confidence({read[i].likelihood, measure.nearness(read[i].inputs, read[i].code)})});
     return result;
 }
 

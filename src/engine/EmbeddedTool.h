@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "base/JobFolder.h"
+#include "engine/Confidence.h"
 #include "engine/GreyImage.h"
 #include "engine/HeldOutCheck.h"
 #include "tool/FontTool.h"
@@ -29,8 +30,11 @@ struct FoundCharacter {
 struct ReadCharacter {
     FoundCharacter place;
     std::string character;  // the font's best answer
-    double confidence = 0;  // 0 to 1
+    double confidence = 0;  // that the answer is right, 0 to 1 (see Confidence.h)
 };
+
+// What to show for it: the answer, or "?" when it is less sure than `limit`.
+std::string shownCharacter(const ReadCharacter& read, double limit = kRejectLimit);
 
 // What summary() tells of a font file without making it current.
 struct FontSummary {

@@ -21,7 +21,8 @@ LineMetrics asSmallLetters(LineMetrics line) {
 Answer best(const Network& network, const SampleInputs& inputs, std::vector<float>& outputs) {
     network.run(inputs, outputs);
     const auto most = std::max_element(outputs.begin(), outputs.end());
-    return {network.codes[static_cast<std::size_t>(most - outputs.begin())], static_cast<double>(*most)};
+    return {network.codes[static_cast<std::size_t>(most - outputs.begin())], static_cast<double>(*most),
+            inputs};
 }
 
 }  // namespace
@@ -57,7 +58,7 @@ std::vector<Answer> answers(const Segmentation& found, const Training& training)
         trust = 0;
         for (std::size_t i = from; i < to; ++i) {
             answers.push_back(best(training.network, glyphInputs(found, found.glyphs[i], line), outputs));
-            trust += std::log(std::max(1e-3, answers.back().confidence));
+            trust += std::log(std::max(1e-3, answers.back().likelihood));
         }
         return answers;
     };

@@ -17,7 +17,8 @@ std::vector<SampleInputs> allInputs(const Segmentation& found, std::span<const s
 
 struct Answer {
     std::int32_t code = 0;
-    double confidence = 0;  // 0 to 1
+    double likelihood = 0;  // 0 to 1, as the network sees it
+    SampleInputs inputs{};  // that it was read from
 };
 
 // The trained characters that the found ones look most like, in their order.

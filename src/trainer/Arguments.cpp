@@ -9,10 +9,18 @@ std::optional<std::string> Arguments::option(std::string_view name) const {
     return found == options.end() ? std::nullopt : std::optional(found->second);
 }
 
-Arguments parseArguments(const std::vector<std::string>& arguments, const std::vector<std::string>& known) {
+bool Arguments::flag(std::string_view name) const {
+    return std::find(flags.begin(), flags.end(), name) != flags.end();
+}
+
+Arguments parseArguments(const std::vector<std::string>& arguments, const std::vector<std::string>& known,
+                         const std::vector<std::string>& knownFlags) {
     Arguments result;
+    const auto isFlag = [&](const std::string& name) {
+        return std::find(knownFlags.begin(), knownFlags.end(), name) != knownFlags.end();
+    };
     const auto isKnown = [&](const std::string& name) {
-        return std::find(known.begin(), known.end(), name) != known.end();
+        return std::find(known.begin(), known.end(), name) != known.end() || isFlag(name);
     };
     bool onlyOperands = false;
     for (std::size_t i = 0; i < arguments.size(); ++i) {
@@ -29,10 +37,14 @@ Arguments parseArguments(const std::vector<std::string>& arguments, const std::v
             result.wantsHelp = true;
             continue;
         }
+        if (isFlag(argument)) {
+            result.flags.push_back(argument);
+            continue;
+        }
         const auto equals = argument.find('=');
         const auto name = argument.substr(0, equals);
-        if (!isKnown(name)) {
-            result.problem = "unknown option " + name;
+        if (!isKnown(name) || isFlag(name)) {
+            result.problem = (isFlag(name) ? "no value goes with option " : "unknown option ") + name;
             return result;
         }
         const bool separate = equals == std::string::npos;

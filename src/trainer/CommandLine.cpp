@@ -22,14 +22,15 @@ constexpr char kHelp[] =
     R"(Usage: dravik-trainer [--jobs DIR] [IMAGE|FOLDER...]
        dravik-trainer learn --font NAME --samples LIST.tsv [--charset CHARS]
                       [--timeout SECONDS] [--jobs DIR]
-       dravik-trainer read --font NAME [--jobs DIR] IMAGE...
+       dravik-trainer read --font NAME [--reject LIMIT] [--confidence]
+                      [--jobs DIR] IMAGE...
        dravik-trainer fonts [--jobs DIR]
 
 Teaches fonts to the Dravik OCR tool and reads images with them. Without a
 command it opens its window on the images; the commands need no display.
 
-learn   includes every image of a list, trains the font and saves it; the font
-        is made when it is missing
+learn   includes every image of a list, trains the font, saves it and checks it
+        on held-out samples; the font is made when it is missing
 read    prints what a trained font reads in each image
 fonts   lists the fonts: name, characters, samples, trained or not, date
 
@@ -39,6 +40,9 @@ fonts   lists the fonts: name, characters, samples, trained or not, date
   --charset CHARS    the characters that the font is to have; characters of the
                      list that it lacks are added
   --timeout SECONDS  time limit of the training, 1 to 86400
+  --reject LIMIT     characters read with less confidence are printed as ?;
+                     0 to 1, else 0.2
+  --confidence       prints how sure each character is, 0 to 1, behind the text
   --jobs DIR         the jobs folder (else $XDG_DATA_HOME/tamlux/Jobs)
   --theme THEME      the window's colours: light, dark or system
   --demo DIR         works the window by script: teaches a font from the images of
@@ -61,6 +65,14 @@ std::optional<std::int32_t> runSeconds(const std::string& text) {
     return seconds;
 }
 
+std::optional<double> rejectLimit(const std::string& text) {
+    double limit = 0;
+    const auto* end = text.data() + text.size();
+    const auto parsed = std::from_chars(text.data(), end, limit);
+    if (parsed.ec != std::errc{} || parsed.ptr != end || !(limit >= 0 && limit <= 1)) return std::nullopt;
+    return limit;
+}
+
 JobFolder jobFolder(const std::string& folder) {
     return folder.empty() ? JobFolder() : JobFolder(folder);
 }
@@ -74,6 +86,8 @@ std::string firstProblem(const std::string& command, const Arguments& arguments)
     const auto timeout = arguments.option("--timeout");
     if (timeout && !runSeconds(*timeout))
         return "--timeout takes whole seconds from 1 to " + std::to_string(kLongestRun) + ", not " + *timeout;
+    const auto limit = arguments.option("--reject");
+    if (limit && !rejectLimit(*limit)) return "--reject takes a number from 0 to 1, not " + *limit;
     if (command != "fonts" && !arguments.option("--font")) return command + " needs --font NAME";
     if (command == "learn" && !arguments.option("--samples")) return "learn needs --samples LIST.tsv";
     if (command == "read") return arguments.operands.empty() ? "read needs at least one image" : "";
@@ -82,8 +96,13 @@ std::string firstProblem(const std::string& command, const Arguments& arguments)
 
 std::vector<std::string> knownOptions(const std::string& command) {
     if (command == "learn") return {"--font", "--samples", "--charset", "--timeout", "--jobs"};
-    if (command == "read") return {"--font", "--jobs"};
+    if (command == "read") return {"--font", "--reject", "--jobs"};
     return {"--jobs"};
+}
+
+std::vector<std::string> knownFlags(const std::string& command) {
+    if (command == "read") return {"--confidence"};
+    return {};
 }
 
 int run(const std::string& command, const Arguments& arguments, const ImageDecoder& decoder,
@@ -91,7 +110,11 @@ int run(const std::string& command, const Arguments& arguments, const ImageDecod
     const auto folder = jobFolder(arguments.option("--jobs").value_or(""));
     const auto font = arguments.option("--font").value_or("");
     if (command == "fonts") return listFonts(folder, streams);
-    if (command == "read") return readImages(font, arguments.operands, folder, decoder, streams);
+    if (command == "read") {
+        ReadOptions options{font, arguments.operands, kRejectLimit, arguments.flag("--confidence")};
+        if (const auto limit = arguments.option("--reject")) options.rejectLimit = *rejectLimit(*limit);
+        return readImages(options, folder, decoder, streams);
+    }
     LearnOptions options{font, arguments.option("--samples").value_or(""), arguments.option("--charset"), {}};
     if (const auto timeout = arguments.option("--timeout")) options.seconds = runSeconds(*timeout);
     return learnFont(options, folder, decoder, streams);
@@ -128,8 +151,8 @@ int runHeadless(const std::vector<std::string>& arguments, const ImageDecoder& d
         } else if (command.starts_with('-')) {
             out << kHelp;
         } else {
-            const auto parsed =
-                parseArguments({arguments.begin() + 1, arguments.end()}, knownOptions(command));
+            const auto parsed = parseArguments({arguments.begin() + 1, arguments.end()},
+                                               knownOptions(command), knownFlags(command));
             if (parsed.wantsHelp)
                 out << kHelp;
             else if (const auto problem = firstProblem(command, parsed); !problem.empty())

@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "base/JobFolder.h"
+#include "engine/Confidence.h"
 #include "trainer/OpenedParts.h"
 
 namespace dravik {
@@ -32,8 +33,15 @@ struct LearnOptions {
 int learnFont(const LearnOptions& options, const JobFolder& folder, const ImageDecoder& decoder,
               const CommandStreams& streams);
 
-int readImages(const std::string& font, const std::vector<std::string>& images, const JobFolder& folder,
-               const ImageDecoder& decoder, const CommandStreams& streams);
+struct ReadOptions {
+    std::string font;
+    std::vector<std::string> images;
+    double rejectLimit = kRejectLimit;  // readings with less confidence are printed as "?"
+    bool showsConfidence = false;
+};
+
+int readImages(const ReadOptions& options, const JobFolder& folder, const ImageDecoder& decoder,
+               const CommandStreams& streams);
 
 int listFonts(const JobFolder& folder, const CommandStreams& streams);
 

@@ -1,6 +1,7 @@
 #include <ostream>
 
 #include "base/Failure.h"
+#include "base/NumberFormat.h"
 #include "trainer/Commands.h"
 #include "trainer/HeadlessSession.h"
 
@@ -8,12 +9,19 @@ namespace dravik {
 namespace {
 
 // The characters of every line, "\n" (backslash, n) between lines.
-std::string textOf(const std::vector<ReadCharacter>& characters) {
+std::string textOf(const std::vector<ReadCharacter>& characters, double rejectLimit) {
     std::string text;
     for (std::size_t i = 0; i < characters.size(); ++i) {
         if (i > 0 && characters[i].place.line != characters[i - 1].place.line) text += "\\n";
-        text += characters[i].character;
+        text += shownCharacter(characters[i], rejectLimit);
     }
+    return text;
+}
+
+std::string confidencesOf(const std::vector<ReadCharacter>& characters) {
+    std::string text;
+    for (const ReadCharacter& one : characters)
+        text += (text.empty() ? "" : " ") + formatNumber(one.confidence, "0.000");
     return text;
 }
 
@@ -31,21 +39,24 @@ void loadTrainedFont(EmbeddedTool& tool, const std::string& name, const JobFolde
 
 }  // namespace
 
-int readImages(const std::string& font, const std::vector<std::string>& images, const JobFolder& folder,
-               const ImageDecoder& decoder, const CommandStreams& streams) {
+int readImages(const ReadOptions& options, const JobFolder& folder, const ImageDecoder& decoder,
+               const CommandStreams& streams) {
     EmbeddedTool tool(folder);
     try {
-        loadTrainedFont(tool, font, folder);
+        loadTrainedFont(tool, options.font, folder);
     } catch (...) {
-        streams.problem("font " + font + ": " + currentFailure().description());
+        streams.problem("font " + options.font + ": " + currentFailure().description());
         return 1;
     }
 
     bool all = true;
-    for (const auto& image : images) {
+    for (const auto& image : options.images) {
         try {
             tool.setImage(decoder(image));
-            streams.out << image << '\t' << textOf(tool.read()) << std::endl;
+            const auto read = tool.read();
+            streams.out << image << '\t' << textOf(read, options.rejectLimit);
+            if (options.showsConfidence) streams.out << '\t' << confidencesOf(read);
+            streams.out << std::endl;
         } catch (...) {
             streams.problem(currentFailure().description());
             all = false;

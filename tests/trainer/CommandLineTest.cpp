@@ -42,6 +42,10 @@ TEST(CommandLine, AWrongCommandLineIsOneLineWithAHintAndExitTwo) {
         {{"read", "--font", "f"}, "read needs at least one image"},
         {{"read", "a.pgm"}, "read needs --font NAME"},
         {{"read", "--font", "f", "--samples", "x", "a.pgm"}, "unknown option --samples"},
+        {{"read", "--font", "f", "--reject", "1.5", "a.pgm"}, "--reject takes a number from 0 to 1, not 1.5"},
+        {{"read", "--font", "f", "--reject", "nan", "a.pgm"}, "--reject takes a number from 0 to 1, not nan"},
+        {{"read", "--font", "f", "--confidence=1", "a.pgm"}, "no value goes with option --confidence"},
+        {{"read", "--font", "--confidence", "a.pgm"}, "option --font needs a value"},
         {{"fonts", "--jobs="}, "the value of --jobs is empty"},
         {{"fonts", "all"}, "unexpected argument all"}};
     for (const auto& [arguments, problem] : kCases) {

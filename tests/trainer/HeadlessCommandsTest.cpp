@@ -61,6 +61,11 @@ TEST_F(HeadlessCommands, AFontLearntFromAListReadsOtherImages) {
     EXPECT_THAT(texts.err, IsEmpty());
     EXPECT_THAT(texts.out, ElementsAre(one + "\t3141592650", two + "\t90817\\n26354"));
 
+    const auto sure = read("digits", {"--confidence", one, two, "--reject=1"});
+    EXPECT_THAT(sure.out, ElementsAre(Reads(".*one.pgm\t[?]{10}(\t| )"
+                                            "(0.[0-9]{3} ){9}0.[0-9]{3}"),
+                                      Reads(".*two.pgm\t[?]{5}\\\\n[?]{5}\t(0.[0-9]{3} ){9}0.[0-9]{3}")));
+
     const auto fonts = workspace.run({"fonts"});
     EXPECT_EQ(fonts.status, 0);
     EXPECT_THAT(fonts.out, ElementsAre("font\tcharacters\tsamples\ttrained\tdate",

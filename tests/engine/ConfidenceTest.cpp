@@ -1,0 +1,56 @@
+#include "engine/Confidence.h"
+
+#include <gtest/gtest.h>
+
+#include <limits>
+
+#include "contract/DrawnText.h"
+#include "engine/EmbeddedTool.h"
+#include "engine/TestFolder.h"
+
+namespace dravik {
+namespace {
+
+TEST(Confidence, GrowsWithTheEvidenceAndStaysANumber) {
+    const double sure = confidence({0.999, {15, 120}});
+    EXPECT_GT(sure, 0.95);
+    EXPECT_LT(confidence({0.6, {15, 120}}), sure);
+    EXPECT_LT(confidence({0.999, {15, 18}}), sure);
+    EXPECT_LT(confidence({0.999, {2000, 2100}}), 0.2) << "far from every sample, whatever the network says";
+    constexpr float kHuge = std::numeric_limits<float>::max();
+    for (const double likelihood : {0.0, 1.0})
+        for (const float own : {0.0f, kHuge})
+            for (const float other : {0.0f, kHuge}) {
+                const double value = confidence({likelihood, {own, other}});
+                EXPECT_TRUE(value >= 0 && value <= 1)
+                    << likelihood << ' ' << own << ' ' << other << ' ' << value;
+            }
+}
+
+// A font of figures is sure of figures in other sizes and tones, and not of letters and marks.
+TEST(Confidence, IsLowForWhatTheFontDoesNotHave) {
+    const TestFolder folder;
+    EmbeddedTool tool{JobFolder(folder.path(""))};
+    tool.CreateFont("figures");
+    for (const int scale : {3, 4, 5, 6, 7}) {
+        tool.setImage(drawn({"0123456789"}, {.scale = scale, .dot = scale}));
+        tool.IncludeSamples("0123456789");
+        tool.CommitNewSamples();
+    }
+    tool.StartTraining();
+    while (!tool.IsTrainingDone()) std::this_thread::yield();
+
+    tool.setImage(drawn({"5092", "8371"}, {.scale = 8, .dot = 8, .paper = 40, .print = 190}));
+    ASSERT_EQ(tool.read().size(), 8u);
+    for (const ReadCharacter& one : tool.read()) EXPECT_GT(one.confidence, 0.9) << one.character;
+
+    tool.setImage(drawn({"1HA=T:E2"}, {.scale = 5, .dot = 5}));
+    const auto read = tool.read();
+    ASSERT_EQ(read.size(), 8u);
+    std::string shown;
+    for (const ReadCharacter& one : read) shown += shownCharacter(one, 0.5);
+    EXPECT_EQ(shown, "1??????2");
+}
+
+}  // namespace
+}  // namespace dravik
