@@ -34,7 +34,7 @@ struct MatrixProduct {
 struct AdamStep {
     float *weights, *means, *squares;
     const float* gradient;
-    std::size_t count;
+    std::size_t count;  // a multiple of kPadding
     float rate, decay;
     float meanCorrection, squareCorrection;
 };

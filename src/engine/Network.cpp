@@ -12,11 +12,17 @@
 namespace dravik {
 namespace {
 
-constexpr float kGoodError = 0.001f;
+constexpr float kGoodError = 0.0003f;
 // Standardised inputs beyond this are taken for this, whatever a damaged sample holds.
 constexpr float kFarthest = 8;
 // How much more exactly height and offset are taken than features are, which tell the same many times over.
 constexpr double kSizeFactor = 3;
+// Part of the noise that is left at the end of a run.
+constexpr double kLastNoise = 0.5;
+// Sets of fewer samples than this give too few steps when batches are long.
+constexpr std::size_t kFewSamples = 3000;
+// Samples that are prepared between questions whether to go on.
+constexpr std::size_t kSamplesAtATime = 4096;
 // Numbers of noise that are drawn once; each sample then takes a stretch of them.
 constexpr std::size_t kNoiseCount = 1u << 14;
 
@@ -34,27 +40,34 @@ void softmax(std::span<float> values) {
     for (float& value : values) value /= sum;
 }
 
-// A network without weights, with what its inputs are standardised by.
-Network measured(const TrainingSet& set) {
-    Network net;
-    net.codes = set.codes;
-    std::array<double, kInputCount> sums{}, squares{};
-    for (std::size_t s = 0; s < set.size(); ++s)
-        for (std::size_t i = 0; i < kInputCount; ++i) {
-            const double value = static_cast<double>(set.inputs[s * kInputCount + i]);
-            sums[i] += value;
-            squares[i] += value * value;
-        }
-    const double count = static_cast<double>(set.size());
-    for (std::size_t i = 0; i < kInputCount; ++i) {
-        const double mean = sums[i] / count, variance = std::max(0.0, squares[i] / count - mean * mean);
-        net.means.push_back(static_cast<float>(mean));
-        const double spread =
-            i < kFeatureCount ? std::sqrt(variance + 0.01) : std::sqrt(variance + 0.001) / kSizeFactor;
-        net.scales.push_back(static_cast<float>(1 / spread));
+// What the inputs of a set are standardised by: sums over its samples, taken a stretch at a time.
+class InputSums {
+  public:
+    void add(const TrainingSet& set, std::size_t first, std::size_t last) {
+        for (std::size_t s = first; s < last; ++s)
+            for (std::size_t i = 0; i < kInputCount; ++i) {
+                const double value = static_cast<double>(set.inputs[s * kInputCount + i]);
+                sums_[i] += value;
+                squares_[i] += value * value;
+            }
+        count_ += static_cast<double>(last - first);
     }
-    return net;
-}
+
+    void standardise(Network& net) const {
+        for (std::size_t i = 0; i < kInputCount; ++i) {
+            const double mean = sums_[i] / count_;
+            const double variance = std::max(0.0, squares_[i] / count_ - mean * mean);
+            const double spread =
+                i < kFeatureCount ? std::sqrt(variance + 0.01) : std::sqrt(variance + 0.001) / kSizeFactor;
+            net.means.push_back(static_cast<float>(mean));
+            net.scales.push_back(static_cast<float>(1 / spread));
+        }
+    }
+
+  private:
+    std::array<double, kInputCount> sums_{}, squares_{};
+    double count_ = 0;
+};
 
 // A run's working state.
 class Descent {
@@ -63,18 +76,43 @@ class Descent {
         : set_(set),
           plan_(plan),
           chance_(seed),
-          net_(measured(set)),
           perceptron_({kInputCount, plan.hidden, set.codes.size()}, chance_, *plan.kernels),
-          inputs_(set.size() * perceptron_.inputStride()),
           noise_(kNoiseCount + perceptron_.inputStride()),
           order_(set.size()) {
-        const std::size_t stride = perceptron_.inputStride();
-        for (std::size_t s = 0; s < set.size(); ++s)
-            for (std::size_t i = 0; i < kInputCount; ++i)
-                inputs_.data()[s * stride + i] = standardised(net_, i, set.inputs[s * kInputCount + i]);
+        net_.codes = set.codes;
+        net_.means.assign(kInputCount, 0);
+        net_.scales.assign(kInputCount, 1);
         for (std::size_t i = 0; i < noise_.size(); ++i) noise_.data()[i] = chance_.normal();
         std::iota(order_.begin(), order_.end(), 0u);
         steps_ = static_cast<double>((set.size() + plan.batch - 1) / plan.batch) * plan.cycles;
+    }
+
+    // Standardises the samples; false when `goOn` said no before it was done.
+    template <typename GoOn>
+    bool prepare(const GoOn& goOn) {
+        const auto inStretches = [&](const auto& work) {
+            for (std::size_t first = 0; first < set_.size(); first += kSamplesAtATime) {
+                work(first, std::min(set_.size(), first + kSamplesAtATime));
+                if (!goOn()) return false;
+            }
+            return true;
+        };
+        InputSums sums;
+        if (!inStretches([&](std::size_t first, std::size_t last) { sums.add(set_, first, last); }))
+            return false;
+        net_.means.clear();
+        net_.scales.clear();
+        sums.standardise(net_);
+        const std::size_t stride = perceptron_.inputStride();
+        inputs_ = AlignedFloats(set_.size() * stride);
+        return inStretches([&](std::size_t first, std::size_t last) {
+            for (std::size_t s = first; s < last; ++s) {
+                float* inputs = inputs_.data() + s * stride;
+                for (std::size_t i = 0; i < kInputCount; ++i)
+                    inputs[i] = standardised(net_, i, set_.inputs[s * kInputCount + i]);
+                std::fill(inputs + kInputCount, inputs + stride, 0.0f);
+            }
+        });
     }
 
     void shuffle() {
@@ -95,7 +133,8 @@ class Descent {
         }
         const double done = std::min(1.0, step_++ / steps_);
         const double rate = 0.5 * (1 + std::cos(std::numbers::pi * done));
-        return perceptron_.learn({rows_, classes_, noises_, plan_.noise,
+        const float noise = plan_.noise * static_cast<float>(1 - (1 - kLastNoise) * done);
+        return perceptron_.learn({rows_, classes_, noises_, noise,
                                   plan_.rate * static_cast<float>(std::max(rate, 0.01)), plan_.decay});
     }
 
@@ -144,8 +183,9 @@ void Network::run(std::span<const float> inputs, std::span<float> outputs) const
 
 TrainingPlan TrainingPlan::forSamples(std::size_t count) {
     TrainingPlan plan;
-    plan.cycles =
-        static_cast<int>(std::clamp<std::size_t>(3'000'000 / std::max<std::size_t>(count, 1), 30, 300));
+    const double cycles = 12000 / std::sqrt(static_cast<double>(std::max<std::size_t>(count, 1)));
+    plan.cycles = static_cast<int>(std::clamp(cycles, 30.0, 1500.0));
+    plan.batch = count < kFewSamples ? 30 : 60;
     return plan;
 }
 
@@ -158,6 +198,7 @@ Network trained(const TrainingSet& set, std::uint32_t seed, const TrainingPlan& 
                 const std::function<bool(const TrainingFigures&)>& more, TrainingFigures& figures) {
     figures = {};
     Descent descent(set, seed, plan);
+    if (!descent.prepare([&] { return more(figures); })) return descent.network(descent.weights());
     std::vector<float> best(descent.weights().begin(), descent.weights().end());
     float least = std::numeric_limits<float>::max();
     for (int cycle = 1; cycle <= plan.cycles; ++cycle) {

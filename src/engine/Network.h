@@ -46,7 +46,7 @@ struct TrainingPlan {
     std::uint32_t hidden = 64;
     std::size_t batch = 30;  // samples between steps
     int cycles = 100;        // through all samples, while the steps become smaller and smaller
-    float rate = 0.003f;     // length of the first steps
+    float rate = 0.004f;     // length of the first steps
     float decay = 1e-4f;     // of the weights, by each step of length 1
     // Spread of what is added to the standardised inputs, so that a few samples stand for more than
     // themselves.

@@ -11,10 +11,14 @@ constexpr std::size_t kRowsAtATime = 30;
 }  // namespace
 
 AlignedFloats::AlignedFloats(std::size_t count)
-    : memory_(std::make_unique<float[]>(count + kPadding)), count_(count) {
+    : memory_(std::make_unique_for_overwrite<float[]>(count + kPadding)), count_(count) {
     void* place = memory_.get();
     std::size_t space = (count + kPadding) * sizeof(float);
     data_ = static_cast<float*>(std::align(kPadding * sizeof(float), count * sizeof(float), place, space));
+}
+
+void AlignedFloats::clear() noexcept {
+    std::fill_n(data_, count_, 0.0f);
 }
 
 std::uint32_t Chance::next() {
@@ -46,6 +50,9 @@ Perceptron::Perceptron(PerceptronShape shape, Chance& chance, const MatrixKernel
     hidden_ = AlignedFloats(kMostRows * hiddenStride_);
     back_ = AlignedFloats(kMostRows * hiddenColumns_);
     outputs_ = AlignedFloats(kMostRows * outputColumns_);
+    for (AlignedFloats* each : {&weights_, &gradient_, &means_, &squares_, &secondTransposed_, &inputs_,
+                                &hidden_, &back_, &outputs_})
+        each->clear();
     const float firstSpread = std::sqrt(2.0f / static_cast<float>(shape.inputs));
     for (std::size_t i = 0; i < shape.inputs; ++i)
         for (std::size_t j = 0; j < shape.hidden; ++j)

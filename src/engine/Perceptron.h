@@ -16,7 +16,7 @@ struct PerceptronShape {
     std::size_t inputs = 0, hidden = 0, outputs = 0;
 };
 
-// Floats that start on a cache line.
+// Floats that start on a cache line, of no known value.
 class AlignedFloats {
   public:
     AlignedFloats() = default;
@@ -25,6 +25,7 @@ class AlignedFloats {
     AlignedFloats& operator=(AlignedFloats&&) = default;
     float* data() noexcept { return data_; }
     const float* data() const noexcept { return data_; }
+    void clear() noexcept;
     std::size_t size() const noexcept { return count_; }
 
   private:

@@ -9,6 +9,9 @@ namespace {
 
 // Height of small letters as a part of that of capitals, in most print.
 constexpr float kSmallLetters = 0.73f;
+// How much more a line must look like small letters alone than like capitals and figures, in logarithms of
+// likelihood: most print on parts has no small letters, and 2 and z, 0 and o differ by their height only.
+constexpr double kSmallLettersDoubt = 1;
 constexpr std::string_view kSmallOnes = "acegmnopqrsuvwxyz";
 constexpr std::string_view kMarks = "-=.,:;\"'_*+";
 
@@ -70,7 +73,7 @@ std::vector<Answer> answers(const Segmentation& found, const Training& training)
         std::vector<Answer> answers = readLine(from, to, line, trust);
         if (line.oneHeight) {
             std::vector<Answer> others = readLine(from, to, asSmallLetters(line), otherTrust);
-            if (otherTrust > trust) answers = std::move(others);
+            if (otherTrust > trust + kSmallLettersDoubt) answers = std::move(others);
         }
         result.insert(result.end(), answers.begin(), answers.end());
         from = to;
