@@ -13,3 +13,5 @@ set(CMAKE_EXE_LINKER_FLAGS_INIT "-static")
 # A .def file names exports without decoration; the functions themselves are decorated.
 set(CMAKE_SHARED_LINKER_FLAGS_INIT "-static -Wl,--enable-stdcall-fixup")
 set(CMAKE_MODULE_LINKER_FLAGS_INIT "-static -Wl,--enable-stdcall-fixup")
+# Every system that this runs on has SSE2; callers keep stacks aligned to 4 bytes only.
+set(CMAKE_CXX_FLAGS_INIT "-msse2 -mfpmath=sse -mstackrealign")

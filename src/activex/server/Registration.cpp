@@ -19,6 +19,8 @@ constexpr wchar_t kTypeLibraryMarshaller[] = L"{00020424-0000-0000-C000-00000000
 constexpr wchar_t kDispatchMarshaller[] = L"{00020420-0000-0000-C000-000000000046}";
 constexpr const wchar_t* kPlatform = sizeof(void*) == 8 ? L"win64" : L"win32";
 constexpr wchar_t kSource[] = L"DravikDlg";
+// The libraries' resources, those that others import first: an interface belongs to the first that describes it.
+constexpr std::array<int, kTypeLibraries> kDescribingOrder = {4, 2, 3, 1};
 
 std::wstring textOf(REFGUID identifier) {
     std::array<wchar_t, 40> text{};
@@ -126,7 +128,7 @@ void addLibrary(std::vector<RegistryEntry>& all, int resource, const std::wstrin
     const std::wstring version = versionText();
     own.add(version, nameIn(*library, -1, true));
     own.add(version + L"\\0\\" + kPlatform, path + L"\\" + std::to_wstring(resource));
-    own.add(version + L"\\FLAGS", std::to_wstring(attributes.attributes->wLibFlags));
+    own.add(version + L"\\FLAGS", std::to_wstring(attributes.attributes->wLibFlags & ~LIBFLAG_FHASDISKIMAGE));
     own.add(version + L"\\HELPDIR", path.substr(0, path.find_last_of(L"\\/")));
     addInterfaces(all, *library, identifier, described);
 }
@@ -183,8 +185,7 @@ std::vector<RegistryEntry> registryEntries(std::span<const RegisteredClass> clas
     std::vector<RegistryEntry> all;
     const std::wstring path = modulePath();
     std::set<std::wstring> described;
-    // From the library that others import to the one that imports them.
-    for (int resource = kTypeLibraries; resource >= 1; --resource) addLibrary(all, resource, path, described);
+    for (const int resource : kDescribingOrder) addLibrary(all, resource, path, described);
     for (const RegisteredClass& one : classes) addClass(all, one, path);
     return all;
 }

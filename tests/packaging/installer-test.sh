@@ -1,0 +1,73 @@
+#!/usr/bin/env bash
+# installer-test.sh MSI PREFIX: installs the 64-bit package in a copy of the Wine prefix, uses what it installed, takes it
+# away again and compares the registry and the folders with what was there before. Then the same with an interface that a
+# job system has registered already.
+set -euo pipefail
+here=$(dirname "$(readlink -f "$0")")
+msi=$(readlink -f "$1")
+root=$(readlink -f "$here/../..")
+scratch=$(mktemp -d)
+WINEPREFIX=$(readlink -f "$2") wineserver -w 2>/dev/null || true
+cp -a "$2" "$scratch/wine"
+export WINEPREFIX=$scratch/wine DISPLAY=''
+wine() { timeout 120 "$root/tools/wine.sh" "$@"; }
+finish() { wineserver -k 2>/dev/null || true; wineserver -w 2>/dev/null || true; rm -rf "$scratch"; }
+trap finish EXIT
+fail() { echo "FAILED: $*" >&2; exit 1; }
+
+programs="$WINEPREFIX/drive_c/Program Files"
+interface='{5536B3D3-C530-11D3-B4D9-00609769E417}'
+cp "$msi" "$WINEPREFIX/drive_c/dravik.msi"
+
+classes() {
+    wine reg export 'HKLM\Software\Classes' 'C:\classes.reg' /y >/dev/null
+    # The installer's own lists stay, empty.
+    tr -d '\0\r' <"$WINEPREFIX/drive_c/classes.reg" | grep -avxE '(\[HKEY_LOCAL_MACHINE\\Software\\Classes\\Installer(\\(Features|Products|UpgradeCodes))?\])?'
+    wine reg query 'HKLM\Software\Microsoft\Windows\CurrentVersion\Uninstall' | tr -d '\r'
+}
+files() { (cd "$WINEPREFIX/drive_c" && find 'Program Files' ProgramData users -not -path '*/Temp/*' | sort); }
+default() { wine reg query "HKLM\\Software\\Classes\\$1" /ve 2>/dev/null | tr -d '\r' | sed -nE 's/.*REG_SZ *//p'; }
+install() { wine msiexec /i 'C:\dravik.msi' /qn || fail "msiexec /i ends with $?"; }
+uninstall() { wine msiexec /x 'C:\dravik.msi' /qn || fail "msiexec /x ends with $?"; }
+same() { diff "$scratch/$1.before" "$scratch/$1.after" >"$scratch/$1.diff" || { head -40 "$scratch/$1.diff" >&2; fail "$1 are not what they were"; }; }
+
+classes >"$scratch/classes.before"
+files >"$scratch/files.before"
+install
+for file in DravikDlg.ocx DravikTrainer.exe DravikToolCheck.exe contract/DravikLib.idl contract/DravikLib.tlb docs/host-integrators-guide.md \
+    docs/samples/learn-and-read.vbs; do
+    [ -s "$programs/Dravik/$file" ] || fail "$file is not installed"
+done
+[ "$(default 'CLSID\{5F056630-CDF2-479E-9EC4-3A9E7A82A96A}\InprocServer32')" = 'C:\Program Files\Dravik\DravikDlg.ocx' ] || fail "the control's path"
+[ "$(default 'TypeLib\{C3975B05-1E7B-44D3-8653-3DDB24C5FF4E}\1.0\0\win64')" = 'C:\Program Files\Dravik\DravikDlg.ocx\1' ] || fail "the type library's path"
+[ "$(default "Interface\\$interface\\TypeLib")" = '{A7230994-BF7A-423D-B658-CCF37FD7E6A8}' ] || fail "the tool's interface"
+
+cat >"$WINEPREFIX/drive_c/uses.vbs" <<'VBS'
+Dim control, tool
+Set tool = CreateObject("Dravik.EmbeddedStep")
+tool.JobsFolder = "C:\installer-test"
+tool.CreateFont "first"
+Set control = CreateObject("DravikDlgLib.DravikDlg")
+Set control.Step = tool
+WScript.Echo TypeName(tool) & " " & control.Step.ProgId & " " & control.FontTrainDate("none")
+VBS
+said=$(wine cscript //nologo 'C:\uses.vbs' | tr -d '\r')
+[ "$said" = 'IEmbeddedStep Step.DravikTool.1 unknown' ] || fail "the script said: $said"
+wine 'C:\Program Files\Dravik\DravikToolCheck.exe' Dravik.EmbeddedStep >"$scratch/check" || { cat "$scratch/check" >&2; fail "the contract check"; }
+rm -rf "$WINEPREFIX/drive_c/installer-test"
+
+uninstall
+classes >"$scratch/classes.after"
+files >"$scratch/files.after"
+same classes
+same files
+
+wine reg add "HKLM\\Software\\Classes\\Interface\\$interface\\TypeLib" /ve /d '{AAAAAAAA-0000-0000-0000-000000000001}' /f >/dev/null
+classes >"$scratch/classes.before"
+install
+[ "$(default "Interface\\$interface\\TypeLib")" = '{AAAAAAAA-0000-0000-0000-000000000001}' ] || fail "another library's interface was taken over"
+[ "$(default 'Dravik.EmbeddedStep\CurVer')" = Dravik.EmbeddedStep.1 ] || fail "not installed beside another library's interface"
+uninstall
+classes >"$scratch/classes.after"
+same classes
+echo "Installed, used and taken away: $(basename "$msi")"
