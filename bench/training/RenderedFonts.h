@@ -18,6 +18,10 @@ struct LabelledInputs {
         inputs.push_back(sample);
         codes.push_back(code);
     }
+    void add(const LabelledInputs& other) {
+        inputs.insert(inputs.end(), other.inputs.begin(), other.inputs.end());
+        codes.insert(codes.end(), other.codes.begin(), other.codes.end());
+    }
 };
 
 TrainingSet trainingSet(const LabelledInputs& data);

@@ -1,250 +1,197 @@
-// How many characters the classifier gets right when every character's place is known: print rendered with
-// FreeType, and handwritten digits. Prints a table.
+// How many characters the classifier gets right when the place of every character is known: print rendered
+// with FreeType, and handwritten digits. Prints tables.
 //
-//     training_accuracy [rendered|mnist|optdigits]...      (all when not given)
+//     dravik_training_accuracy [print|digits] [MNIST_FOLDER]      (both, of ../shared/data, when not given)
+//
+// A folder of 11,000 digits or more is learnt from its first 10,000 and tested on the rest.
+#include <algorithm>
+#include <array>
 #include <chrono>
 #include <cstdio>
-#include <cstdlib>
-#include <fstream>
-#include <functional>
+#include <exception>
+#include <filesystem>
 #include <map>
-#include <sstream>
+#include <random>
+#include <string>
 
-#include "RenderedText.h"
-#include "engine/Features.h"
-#include "engine/Network.h"
+#include "Digits.h"
+#include "RenderedFonts.h"
 
 namespace dravik {
 namespace {
 
-struct Labelled {
-    std::vector<SampleInputs> inputs;
-    std::vector<std::int32_t> codes;
-    void add(const SampleInputs& sample, std::int32_t code) {
-        inputs.push_back(sample);
-        codes.push_back(code);
-    }
-};
-
-TrainingSet setOf(const Labelled& data) {
-    TrainingSet set;
-    std::map<std::int32_t, std::uint32_t> places;
-    for (const std::int32_t code : data.codes) places.emplace(code, 0u);
-    for (auto& [code, place] : places) {
-        place = static_cast<std::uint32_t>(set.codes.size());
-        set.codes.push_back(code);
-    }
-    for (std::size_t i = 0; i < data.codes.size(); ++i) {
-        set.inputs.insert(set.inputs.end(), data.inputs[i].begin(), data.inputs[i].end());
-        set.classes.push_back(places[data.codes[i]]);
-    }
-    return set;
-}
-
-double env(const char* name, double usual) {
-    const char* text = std::getenv(name);
-    return text ? std::atof(text) : usual;
-}
-
 struct Outcome {
-    int right = 0, all = 0;
-    double seconds = 0, rms = 0;
-    int cycles = 0;
+    std::size_t right = 0, all = 0;
+    double seconds = 0;
+    TrainingFigures figures;
+
+    double percent() const { return 100 * static_cast<double>(right) / static_cast<double>(all); }
+    void add(const Outcome& other) {
+        right += other.right;
+        all += other.all;
+        seconds += other.seconds;
+        figures = other.figures;
+    }
 };
 
-std::map<std::pair<int, int>, int> confusions;
+struct Learnt {
+    Network network;
+    double seconds = 0;
+    TrainingFigures figures;
+};
 
-Outcome outcome(const Labelled& train, const Labelled& test) {
-    const TrainingSet set = setOf(train);
-    TrainingPlan plan = TrainingPlan::forSamples(set.size());
-    plan.hidden = (unsigned)env("HIDDEN", plan.hidden);
-    plan.batch = (unsigned)env("BATCH", plan.batch);
-    plan.cycles = (int)env("CYCLES", plan.cycles);
-    plan.rate = (float)env("RATE", plan.rate);
-    plan.noise = (float)env("NOISE", plan.noise);
-    plan.decay = (float)env("DECAY", plan.decay);
-    const int nets = (int)env("NETS", 1);
-    Outcome result;
-    std::vector<Network> networks;
-    for (int n = 0; n < nets; ++n) {
-        TrainingFigures figures;
-        const auto start = std::chrono::steady_clock::now();
-        networks.push_back(trained(
-            set, 7 + n, plan, [](const TrainingFigures&) { return true; }, figures));
-        result.seconds += std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
-        result.rms = figures.rmsError;
-        result.cycles = figures.cycles;
-    }
-    std::vector<float> outputs(set.codes.size()), sums;
-    for (std::size_t i = 0; i < test.codes.size(); ++i) {
-        sums.assign(outputs.size(), 0);
-        for (auto& net : networks) {
-            net.run(test.inputs[i], outputs);
-            for (std::size_t k = 0; k < sums.size(); ++k) sums[k] += std::log(outputs[k] + 1e-9f);
-        }
-        const auto k = std::max_element(sums.begin(), sums.end()) - sums.begin();
-        const bool right = set.codes[(std::size_t)k] == test.codes[i];
-        result.right += right;
-        if (!right) ++confusions[{test.codes[i], set.codes[(std::size_t)k]}];
-        ++result.all;
-    }
+Learnt learnt(const LabelledInputs& data) {
+    Learnt result;
+    const TrainingSet set = trainingSet(data);
+    const auto start = std::chrono::steady_clock::now();
+    result.network = trained(
+        set, 7, [](const TrainingFigures&) { return true; }, result.figures);
+    result.seconds = std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
     return result;
 }
 
-const std::vector<std::string> kFonts = {"truetype/dejavu/DejaVuSansMono.ttf",
-                                         "truetype/liberation/LiberationSans-Regular.ttf",
-                                         "truetype/liberation/LiberationMono-Bold.ttf",
-                                         "truetype/liberation/LiberationSerif-Regular.ttf",
-                                         "opentype/urw-base35/URWGothic-Demi.otf",
-                                         "truetype/noto/NotoSansMono-Regular.ttf",
-                                         "truetype/liberation/LiberationSansNarrow-Bold.ttf",
-                                         "opentype/urw-base35/NimbusSans-Italic.otf"};
+using Confusions = std::map<std::pair<std::int32_t, std::int32_t>, int>;
 
-void addLines(Labelled& to, const std::string& font, Tier tier, int images, unsigned seed) {
-    std::mt19937 random(seed);
-    for (int image = 0; image < images; ++image) {
-        std::string text = kOverviewCharacters;
-        for (std::size_t i = text.size(); i > 1; --i) std::swap(text[i - 1], text[random() % i]);
-        for (const std::string& part : {text.substr(0, 37), text.substr(37)}) {
-            const RenderedLine line = renderedLine("/usr/share/fonts/" + font, part, tier, random);
-            for (std::size_t i = 0; i < line.text.size(); ++i)
-                to.add(glyphInputs(line.found, line.found.glyphs[i], line.found.lines[0]), line.text[i]);
-        }
+Outcome tested(const Learnt& learnt, const LabelledInputs& test, Confusions* confusions = nullptr) {
+    Outcome outcome{0, test.size(), learnt.seconds, learnt.figures};
+    std::vector<float> outputs(learnt.network.codes.size());
+    for (std::size_t i = 0; i < test.size(); ++i) {
+        learnt.network.run(test.inputs[i], outputs);
+        const auto most = std::max_element(outputs.begin(), outputs.end());
+        const std::int32_t code = learnt.network.codes[static_cast<std::size_t>(most - outputs.begin())];
+        if (code == test.codes[i])
+            ++outcome.right;
+        else if (confusions)
+            ++(*confusions)[{test.codes[i], code}];
     }
+    return outcome;
 }
 
-void rendered() {
-    Labelled mixedTrain, mixedTest;
-    int right = 0, all = 0;
-    std::map<Tier, Outcome> tiers;
-    confusions.clear();
-    for (const std::string& font : kFonts) {
-        Labelled train;
-        addLines(train, font, Tier::Clean, 4, 1);
-        addLines(train, font, Tier::Typical, 5, 2);
-        addLines(train, font, Tier::Hard, 3, 3);
-        const char* names[]{"clean", "typical", "hard"};
-        Labelled alltest;
-        std::printf("%-44s", font.c_str());
-        for (const Tier tier : {Tier::Clean, Tier::Typical, Tier::Hard}) {
-            Labelled test;
-            addLines(test, font, tier, 5, 10 + static_cast<unsigned>(tier));
-            const Outcome o = outcome(train, test);
-            std::printf(" %s %.2f", names[(int)tier], 100.0 * o.right / o.all);
-            right += o.right;
-            all += o.all;
-            tiers[tier].right += o.right;
-            tiers[tier].all += o.all;
-            if (tier == Tier::Hard)
-                std::printf("  %zu samples %d cycles %.3f s RMS %.4f", train.codes.size(), o.cycles,
-                            o.seconds, o.rms);
-            for (std::size_t i = 0; i < test.codes.size(); ++i) mixedTest.add(test.inputs[i], test.codes[i]);
+constexpr std::array<Tier, 3> kTiers = {Tier::Clean, Tier::Typical, Tier::Hard};
+
+struct Fonts {
+    const char* name;
+    std::vector<std::string> files;
+};
+
+const std::vector<Fonts> kFonts = {
+    {"looked at while features and training were chosen",
+     {"truetype/dejavu/DejaVuSansMono.ttf", "truetype/liberation/LiberationSans-Regular.ttf",
+      "truetype/liberation/LiberationMono-Bold.ttf", "truetype/liberation/LiberationSerif-Regular.ttf",
+      "opentype/urw-base35/URWGothic-Demi.otf", "truetype/noto/NotoSansMono-Regular.ttf",
+      "truetype/liberation/LiberationSansNarrow-Bold.ttf", "opentype/urw-base35/NimbusSans-Italic.otf"}},
+    {"held back",
+     {"truetype/ocr-a/OCRA.ttf", "opentype/ocr-b/OCRB.otf", "truetype/dejavu/DejaVuSansCondensed-Bold.ttf",
+      "truetype/dejavu/DejaVuSerif.ttf", "truetype/liberation/LiberationMono-Regular.ttf",
+      "opentype/urw-base35/NimbusMonoPS-Bold.otf", "opentype/urw-base35/NimbusRoman-Regular.otf",
+      "opentype/urw-base35/P052-Bold.otf", "truetype/liberation/LiberationSans-Bold.ttf",
+      "truetype/dejavu/DejaVuSans.ttf"}}};
+
+// 12 images of each font are learnt (4 clean, 5 typical, 3 hard) and 15 others, 5 of each tier, tested.
+void print(const Fonts& fonts) {
+    std::printf("Fonts %s\n%-48s %7s %8s %7s %8s %7s %8s\n", fonts.name, "", "clean", "typical", "hard",
+                "seconds", "cycles", "RMS");
+    std::array<Outcome, 3> tiers;
+    Outcome all;
+    LabelledInputs everyFont, everyTest;
+    Confusions confusions;
+    for (const std::string& font : fonts.files) {
+        const std::string file = "/usr/share/fonts/" + font;
+        if (!std::filesystem::exists(file)) {
+            std::printf("%-48s is not installed\n", font.c_str());
+            continue;
         }
-        std::printf("\n");
-        for (std::size_t i = 0; i < train.codes.size(); ++i) mixedTrain.add(train.inputs[i], train.codes[i]);
+        LabelledInputs data;
+        addRendered(data, file, Tier::Clean, 4, 1);
+        addRendered(data, file, Tier::Typical, 5, 2);
+        addRendered(data, file, Tier::Hard, 3, 3);
+        const Learnt one = learnt(data);
+        everyFont.add(data);
+        std::printf("%-48s", font.c_str());
+        for (std::size_t tier = 0; tier < 3; ++tier) {
+            LabelledInputs test;
+            addRendered(test, file, kTiers[tier], 5, 10 + static_cast<unsigned>(tier));
+            const Outcome outcome = tested(one, test, &confusions);
+            everyTest.add(test);
+            tiers[tier].add(outcome);
+            all.add(outcome);
+            std::printf(" %6.2f%%", outcome.percent());
+        }
+        std::printf(" %8.3f %7d %8.4f\n", one.seconds, one.figures.cycles,
+                    static_cast<double>(one.figures.rmsError));
     }
-    std::printf("each font by itself: %.2f %% of %d; clean %.2f typical %.2f hard %.2f\n",
-                100.0 * right / all, all, 100.0 * tiers[Tier::Clean].right / tiers[Tier::Clean].all,
-                100.0 * tiers[Tier::Typical].right / tiers[Tier::Typical].all,
-                100.0 * tiers[Tier::Hard].right / tiers[Tier::Hard].all);
+    std::printf("%-48s %6.2f%% %6.2f%% %6.2f%%   all %.2f %% of %zu\n", "each font by itself",
+                tiers[0].percent(), tiers[1].percent(), tiers[2].percent(), all.percent(), all.all);
     std::vector<std::pair<int, std::string>> worst;
-    for (auto& [p, n] : confusions)
-        worst.push_back({n, std::string() + (char)p.first + ">" + (char)p.second});
+    for (const auto& [pair, count] : confusions)
+        worst.emplace_back(count,
+                           std::string{static_cast<char>(pair.first), '>', static_cast<char>(pair.second)});
     std::sort(worst.rbegin(), worst.rend());
-    for (std::size_t i = 0; i < std::min<std::size_t>(25, worst.size()); ++i)
-        std::printf(" %s:%d", worst[i].second.c_str(), worst[i].first);
-    std::printf("\n");
-    if (env("MIXED", 1) > 0) {
-        const Outcome o = outcome(mixedTrain, mixedTest);
-        std::printf("all fonts as one: %.2f %% of %d (%zu samples, %d cycles, %.2f s, RMS %.4f)\n",
-                    100.0 * o.right / o.all, o.all, mixedTrain.codes.size(), o.cycles, o.seconds, o.rms);
-    }
+    std::printf("most confused:");
+    for (std::size_t i = 0; i < std::min<std::size_t>(worst.size(), 8); ++i)
+        std::printf("  %s %d", worst[i].second.c_str(), worst[i].first);
+    const Outcome mixed = tested(learnt(everyFont), everyTest);
+    std::printf("\n%-48s %.2f %% of %zu  (%zu samples, %.2f s, %d cycles, RMS %.4f)\n\n",
+                "all of them as one font", mixed.percent(), mixed.all, everyFont.size(), mixed.seconds,
+                mixed.figures.cycles, static_cast<double>(mixed.figures.rmsError));
 }
 
-SampleInputs imageInputs(InkImage ink) {
-    Segmentation found;
-    found.ink = std::move(ink);
-    Glyph glyph;
-    for (int y = 0; y < found.ink.height; ++y)
-        for (int x = 0; x < found.ink.width; ++x) {
-            if (found.ink.at(x, y) < 128) continue;
-            glyph.piece.runs.push_back({x, x + 1, y});
-            ++glyph.piece.area;
-        }
-    glyph.piece.measure(found.frame);
-    return glyphInputs(found, glyph, {glyph.piece.box.bottom, glyph.piece.box.height(), true});
-}
-
-Labelled mnist(const std::string& folder) {
-    std::ifstream images(folder + "/images-idx3-ubyte", std::ios::binary),
-        labels(folder + "/labels-idx1-ubyte", std::ios::binary);
-    images.ignore(16);
-    labels.ignore(8);
-    Labelled data;
-    for (char label; labels.get(label);) {
-        InkImage ink{28, 28, 1, std::vector<std::uint8_t>(784)};
-        images.read(reinterpret_cast<char*>(ink.ink.data()), 784);
-        data.add(imageInputs(std::move(ink)), '0' + label);
-    }
-    return data;
-}
-
-Labelled optdigits(const std::string& file) {
-    std::ifstream in(file);
-    Labelled data;
-    for (std::string row; std::getline(in, row);) {
-        std::replace(row.begin(), row.end(), ',', ' ');
-        std::istringstream fields(row);
-        std::vector<int> v;
-        for (double x; fields >> x;) v.push_back((int)x);
-        if (v.size() < 65) continue;
-        InkImage ink{40, 40, 1, std::vector<std::uint8_t>(1600)};
-        for (int y = 0; y < 40; ++y)
-            for (int x = 0; x < 40; ++x) {
-                const float u = ((float)x + 0.5f) / 4 - 1.5f, w = ((float)y + 0.5f) / 4 - 1.5f;
-                const int c = (int)std::floor(u), r = (int)std::floor(w);
-                const auto at = [&v](int i, int j) {
-                    return i < 0 || j < 0 || i > 7 || j > 7 ? 0.0f : (float)v[(std::size_t)(j * 8 + i)];
-                };
-                const float a = u - (float)c, b = w - (float)r;
-                const float value = (at(c, r) * (1 - a) + at(c + 1, r) * a) * (1 - b) +
-                                    (at(c, r + 1) * (1 - a) + at(c + 1, r + 1) * a) * b;
-                ink.ink[(std::size_t)(y * 40 + x)] = (std::uint8_t)std::min(255.0f, value * 16);
-            }
-        data.add(imageInputs(std::move(ink)), '0' + v[64]);
-    }
-    return data;
-}
-
-void kFold(const char* name, const Labelled& data, int folds) {
-    int right = 0;
-    Outcome o;
-    std::vector<std::size_t> order(data.codes.size());
+// Tested on each tenth after learning `count` of the others.
+void tenFold(const char* name, const LabelledInputs& data, std::size_t count) {
+    constexpr std::size_t folds = 10;
+    std::vector<std::size_t> order(data.size());
     for (std::size_t i = 0; i < order.size(); ++i) order[i] = i;
     std::mt19937 random(4);
     std::shuffle(order.begin(), order.end(), random);
-    for (int fold = 0; fold < folds; ++fold) {
-        Labelled train, test;
-        for (std::size_t i = 0; i < data.codes.size(); ++i)
-            ((int)(i % (std::size_t)folds) == fold ? test : train)
-                .add(data.inputs[order[i]], data.codes[order[i]]);
-        o = outcome(train, test);
-        right += o.right;
+    Outcome all;
+    std::size_t learntOf = 0;
+    for (std::size_t fold = 0; fold < folds; ++fold) {
+        LabelledInputs train, test;
+        for (std::size_t i = 0; i < data.size(); ++i) {
+            const bool tests = i % folds == fold;
+            if (tests || train.size() < count)
+                (tests ? test : train).add(data.inputs[order[i]], data.codes[order[i]]);
+        }
+        learntOf = train.size();
+        all.add(tested(learnt(train), test));
     }
-    std::printf("%s: %.2f %% of %zu, %d fold (%d cycles, %.2f s, RMS %.4f)\n", name,
-                100.0 * right / (double)data.codes.size(), data.codes.size(), folds, o.cycles, o.seconds,
-                o.rms);
+    std::printf("%-12s %6zu learnt %6zu tested %6.2f %%  %7.3f s each\n", name, learntOf, all.all,
+                all.percent(), all.seconds / static_cast<double>(folds));
+}
+
+void digits(const std::string& shared, const std::string& folder) {
+    const LabelledInputs mnist = mnistDigits(folder.empty() ? shared + "mnist2000" : folder);
+    if (mnist.size() >= 11'000) {
+        LabelledInputs train, test;
+        for (std::size_t i = 0; i < mnist.size(); ++i)
+            (i < 10'000 ? train : test).add(mnist.inputs[i], mnist.codes[i]);
+        const Outcome outcome = tested(learnt(train), test);
+        std::printf("MNIST        %6zu learnt %6zu tested %6.2f %%  %7.3f s, %d cycles\n", train.size(),
+                    test.size(), outcome.percent(), outcome.seconds, outcome.figures.cycles);
+    } else if (mnist.size() > 0) {
+        for (const std::size_t count : {225u, 450u, 900u, 1800u}) tenFold("MNIST", mnist, count);
+    } else {
+        std::printf("MNIST is not there\n");
+    }
+    const LabelledInputs optical = opticalDigits(shared + "optdigits/digits.csv.gz");
+    if (optical.size() > 0)
+        tenFold("optdigits", optical, optical.size());
+    else
+        std::printf("optdigits is not there\n");
 }
 
 }  // namespace
 }  // namespace dravik
 
 int main(int argc, char** argv) {
-    using namespace dravik;
-    const std::string shared = std::string(DRAVIK_SOURCE_DIR) + "/../shared/data/";
-    const std::string what = argc > 1 ? argv[1] : "all";
-    if (what == "all" || what == "rendered") rendered();
-    if (what == "all" || what == "mnist" || what == "digits") kFold("MNIST", mnist(shared + "mnist2000"), 10);
-    if (what == "all" || what == "optdigits" || what == "digits")
-        kFold("optdigits", optdigits("/tmp/optdigits.csv"), 10);
+    try {
+        const std::string what = argc > 1 ? argv[1] : "";
+        if (what != "digits")
+            for (const dravik::Fonts& fonts : dravik::kFonts) dravik::print(fonts);
+        if (what != "print")
+            dravik::digits(std::string(DRAVIK_SOURCE_DIR) + "/../shared/data/", argc > 2 ? argv[2] : "");
+    } catch (const std::exception& failure) {
+        std::fprintf(stderr, "%s\n", failure.what());
+        return 1;
+    }
 }
