@@ -1,22 +1,26 @@
 #!/usr/bin/env bash
 # Builds the measuring programs, installing what they need, and runs the one named: `evaluate` (characters found and
 # read; see bench/evaluate.cpp), `generate` (labelled part images to evaluate; see bench/generate/generate.cpp), `distance`
-# (planted wrong labels found; see bench/distance/main.cpp), `engine` or `screen` (Google Benchmark). Further arguments go to it.
+# (planted wrong labels found; see bench/distance/main.cpp), `training` (its speed beside FANN and OpenCV; see
+# bench/training/speed.cpp), `accuracy` (of what it learns; see bench/training/accuracy.cpp), `engine` or `screen` (Google Benchmark). Further arguments go to it.
 set -euo pipefail
 cd "$(dirname "$(readlink -f "$0")")/.."
 . tools/packages.sh
 faces=(fonts-dejavu-core fonts-liberation fonts-hack fonts-inconsolata fonts-roboto-unhinted fonts-lato fonts-b612 fonts-jetbrains-mono
     fonts-courier-prime fonts-3270 fonts-bebas-neue fonts-open-sans fonts-roadgeek fonts-ocr-a fonts-ocr-b fonts-opendin fonts-go
     fonts-noto-mono fonts-freefont-ttf fonts-anonymous-pro hershey-fonts-data xfonts-base)
-install_packages "${build_packages[@]}" libbenchmark-dev libpng-dev libfreetype-dev libopencv-dev
+install_packages "${build_packages[@]}" libbenchmark-dev libpng-dev libfreetype-dev libopencv-dev libfann-dev libeigen3-dev zlib1g-dev
 cmake -S . -B build-bench -G Ninja -DCMAKE_BUILD_TYPE=RelWithDebInfo -DDRAVIK_TESTS=OFF -DDRAVIK_BENCH=ON >/dev/null
 case "${1:-}" in
     evaluate) program=dravik_evaluate ;;
     generate) program=dravik_generate; install_packages "${faces[@]}" ;;
     distance) program=dravik_distance; install_packages fonts-dejavu-core fonts-liberation fonts-hack fonts-ocr-b ;;
+    training) program=dravik_training_speed; install_packages fonts-dejavu-core fonts-liberation ;;
+    accuracy) program=dravik_training_accuracy
+        install_packages fonts-dejavu-core fonts-liberation fonts-urw-base35 fonts-noto-mono fonts-ocr-a fonts-ocr-b ;;
     engine) program=engine_bench ;;
     screen) program=dravik_screen_bench ;;
-    *) echo "usage: tools/bench.sh evaluate|generate|distance|engine|screen [ARGUMENT...]" >&2; exit 2 ;;
+    *) echo "usage: tools/bench.sh evaluate|generate|distance|training|accuracy|engine|screen [ARGUMENT...]" >&2; exit 2 ;;
 esac
 ninja -C build-bench "$program" >build-bench/build.log || { tail -n 60 build-bench/build.log >&2; exit 1; }
 shift
