@@ -63,10 +63,15 @@ Variant list(std::span<const T> numbers, VARTYPE type, Elements elements) {
     return array.take();
 }
 
-Variant cellValue(const Cell& cell) {
-    if (const auto* number = std::get_if<double>(&cell)) return Variant(*number);
-    if (const auto* text = std::get_if<std::string>(&cell)) return Variant(Bstr(std::string_view(*text)));
-    return {};
+// Into a VARIANT that is still empty.
+void putCell(VARIANT& out, const Cell& cell) {
+    if (const auto* number = std::get_if<double>(&cell)) {
+        out.vt = VT_R8;
+        out.dblVal = *number;
+    } else if (const auto* text = std::get_if<std::string>(&cell)) {
+        out.bstrVal = Bstr(std::string_view(*text)).detach();
+        out.vt = VT_BSTR;
+    }
 }
 
 // The elements of a list, each handed to `take`.
@@ -166,8 +171,7 @@ Variant tableValue(const RecordTable* table) {
     NewArray array(VT_VARIANT, rows, columns);
     auto* at = array.as<VARIANT>();
     for (int column = 0; column <= table->upperColumn(); ++column)
-        for (int row = 0; row <= table->upperRow(); ++row)
-            *at++ = cellValue(table->cell(row, column)).detach();
+        for (int row = 0; row <= table->upperRow(); ++row) putCell(*at++, table->cell(row, column));
     return array.take();
 }
 
