@@ -1,8 +1,9 @@
 #!/usr/bin/env bash
 # Builds the measuring programs, installing what they need, and runs the one named: `evaluate` (characters found and
 # read; see bench/evaluate.cpp), `generate` (labelled part images to evaluate; see bench/generate/generate.cpp), `distance`
-# (planted wrong labels found; see bench/distance/main.cpp), `training` (its speed beside FANN and OpenCV; see
-# bench/training/speed.cpp), `accuracy` (of what it learns; see bench/training/accuracy.cpp), `engine` or `screen` (Google Benchmark). Further arguments go to it.
+# (planted wrong labels found; see bench/distance/main.cpp), `confidence` (how sure readings are, and rightly), `training`
+# (its speed beside FANN and OpenCV; see bench/training/speed.cpp), `accuracy` (of what it learns; see
+# bench/training/accuracy.cpp), `memory` (at its most), `engine` or `screen` (Google Benchmark). Further arguments go to it.
 set -euo pipefail
 cd "$(dirname "$(readlink -f "$0")")/.."
 . tools/packages.sh
@@ -14,13 +15,15 @@ cmake -S . -B build-bench -G Ninja -DCMAKE_BUILD_TYPE=RelWithDebInfo -DDRAVIK_TE
 case "${1:-}" in
     evaluate) program=dravik_evaluate ;;
     generate) program=dravik_generate; install_packages "${faces[@]}" ;;
-    distance) program=dravik_distance; install_packages fonts-dejavu-core fonts-liberation fonts-hack fonts-ocr-b ;;
+    distance | confidence) program=dravik_$1; install_packages fonts-dejavu-core fonts-liberation fonts-hack fonts-ocr-b ;;
     training) program=dravik_training_speed; install_packages fonts-dejavu-core fonts-liberation ;;
     accuracy) program=dravik_training_accuracy
         install_packages fonts-dejavu-core fonts-liberation fonts-urw-base35 fonts-noto-mono fonts-ocr-a fonts-ocr-b ;;
+    memory) program=dravik_memory ;;
     engine) program=engine_bench ;;
     screen) program=dravik_screen_bench ;;
-    *) echo "usage: tools/bench.sh evaluate|generate|distance|training|accuracy|engine|screen [ARGUMENT...]" >&2; exit 2 ;;
+    *) echo "usage: tools/bench.sh evaluate|generate|distance|confidence|training|accuracy|memory|engine|screen [ARGUMENT...]" >&2
+        exit 2 ;;
 esac
 ninja -C build-bench "$program" >build-bench/build.log || { tail -n 60 build-bench/build.log >&2; exit 1; }
 shift

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <map>
+#include <unordered_set>
 #include <utility>
 
 #include "base/Failure.h"
@@ -330,9 +331,12 @@ void EmbeddedTool::DuplicateFont(const std::string& newName, const std::string& 
 void EmbeddedTool::SetCharacterSet(const CharacterSet& set) {
     state_->font();
     CharacterSet cleaned;
+    std::unordered_set<std::string> known;
     for (const std::string& character : set)
-        if (!character.empty() && std::find(cleaned.begin(), cleaned.end(), character) == cleaned.end())
-            cleaned.push_back(character);
+        if (!character.empty() && known.insert(character).second) cleaned.push_back(character);
+    if (cleaned.size() > static_cast<std::size_t>(kMostSamples))
+        throw Failure(RuntimeError::OutOfMemory,
+                      "A font has at most " + std::to_string(kMostSamples) + " characters");
     state_->changed |= state_->characterSet != cleaned;
     state_->characterSet = std::move(cleaned);
 }

@@ -17,7 +17,7 @@ constexpr std::uint32_t kVersion = 1;
 constexpr std::size_t kHeaderSize = 8 + 4 + 4 + 8;
 constexpr std::size_t kChecksumSize = 4;
 constexpr std::uint64_t kLargestFile = 256u << 20;
-constexpr std::uint32_t kMostCharacters = 0x110000;
+constexpr std::uint32_t kMostCharacters = static_cast<std::uint32_t>(kMostSamples);  // as identifiers name
 constexpr std::uint32_t kMostUnits = 4096;
 constexpr float kLargestInput = 1000;  // far beyond what any character has
 constexpr std::size_t kSampleSize = 8 + 4 + 8 + 4 * kInputCount;
@@ -110,6 +110,7 @@ class Reader {
         reals(values);
         return values;
     }
+    std::size_t left() const { return rest_.size(); }
     bool atEnd() const { return rest_.empty(); }
 
   private:
@@ -228,7 +229,11 @@ FontRecord decodeFont(std::span<const std::uint8_t> bytes, const std::string& fi
         font.characterSet.emplace_back(text.begin(), text.end());
     }
     font.nextSerial = body.whole(8);
-    const std::size_t samples = body.count(kSampleSize, static_cast<std::uint64_t>(kMostSamples));
+    const std::uint32_t samples = body.u32();
+    if (samples > static_cast<std::uint32_t>(kMostSamples))
+        body.refuse("it holds " + std::to_string(samples) + " samples, and a font at most " +
+                    std::to_string(kMostSamples));
+    body.check(samples <= body.left() / kSampleSize, "a count is too large");
     font.samples.reserve(samples);
     font.distances.reserve(samples);
     for (std::size_t i = 0; i < samples; ++i) {

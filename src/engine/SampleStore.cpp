@@ -9,10 +9,11 @@
 namespace dravik {
 namespace {
 
-void checkCount(std::size_t present, std::size_t coming, const char* kind) {
+// Committed and uncommitted ones count together, so that every sample that was included can be committed.
+void checkCount(std::size_t present, std::size_t coming) {
     if (present + coming > static_cast<std::size_t>(kMostSamples))
         throw Failure(RuntimeError::OutOfMemory, "A font holds at most " + std::to_string(kMostSamples) +
-                                                     " " + kind + " samples; " + std::to_string(present) +
+                                                     " samples; " + std::to_string(present) +
                                                      " are there and " + std::to_string(coming) +
                                                      " would come");
 }
@@ -66,7 +67,7 @@ void SampleStore::compact(std::size_t coming) {
 
 void SampleStore::include(std::vector<Sample> samples) {
     closeGap();
-    checkCount(uncommitted_->size(), samples.size(), "uncommitted");
+    checkCount(committed_->size() + uncommitted_->size(), samples.size());
     if (samples.empty()) return;
     compact(samples.size());
     SampleColumns& columns = writable(uncommitted_);
@@ -80,7 +81,6 @@ void SampleStore::include(std::vector<Sample> samples) {
 
 void SampleStore::commit() {
     closeGap();
-    checkCount(committed_->size(), uncommitted_->size(), "committed");
     if (uncommitted_->size() == 0) return;
     const SampleColumnsPtr coming = uncommitted_;
     uncommitted_ = std::make_shared<SampleColumns>();

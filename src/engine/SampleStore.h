@@ -34,9 +34,8 @@ class SampleStore {
     SampleStore();
 
     // Adds uncommitted samples and gives them their serial numbers. Raises Out of memory (7), and adds none,
-    // when there would be more than kMostSamples.
+    // when there would be more than kMostSamples of both kinds.
     void include(std::vector<Sample> samples);
-    // Raises as include() does and changes nothing then.
     void commit();
     // Places of a kind beyond its end name nothing and change nothing.
     void remove(SampleKind kind, std::size_t place);

@@ -8,7 +8,9 @@
 #include <thread>
 
 #include "base/Failure.h"
+#include "base/Text.h"
 #include "contract/DrawnText.h"
+#include "engine/FontFile.h"
 #include "engine/TestFolder.h"
 #include "tool/Samples.h"
 
@@ -76,6 +78,33 @@ TEST(EmbeddedTool, ReadsWhatItWasTrainedOn) {
     EXPECT_TRUE(later.found().empty());
     later.IncludeSamples("ABC");
     EXPECT_TRUE(later.GetUncommittedSamples().empty());
+}
+
+// Identifiers name no more, so a record more is refused, at once and with nothing changed.
+TEST(EmbeddedTool, RefusesMoreRecordsThanIdentifiersName) {
+    const TestFolder folder;
+    EmbeddedTool tool{JobFolder(folder.path())};
+    tool.CreateFont("f");
+    tool.SetCharacterSet({"A"});
+    CharacterSet many;
+    for (std::int32_t code = 0x10000; many.size() < 100'000; ++code) many.push_back(characterOf(code));
+    EXPECT_THROW(tool.SetCharacterSet(many), Failure);
+    EXPECT_THAT(tool.GetCharacterSet(), ElementsAre("A"));
+
+    FontRecord font;
+    font.samples.resize(99'998);
+    for (Sample& sample : font.samples) sample.serial = font.nextSerial++;
+    font.distances.resize(font.samples.size());
+    writeFont(font, folder.path("Fonts/f.nnd"));
+    tool.LoadFont("f");
+    tool.setImage(drawn({"AB"}, {}));
+    EXPECT_THROW(tool.IncludeSamples("AB"), Failure);
+    EXPECT_TRUE(tool.GetUncommittedSamples().empty());
+    tool.setImage(drawn({"A"}, {}));
+    tool.IncludeSamples("A");
+    EXPECT_THROW(tool.IncludeSamples("A"), Failure);
+    tool.CommitNewSamples();
+    EXPECT_EQ(tool.GetSampleData(kAllCommitted, kSampleFields)->upperRow(), 99'999);
 }
 
 TEST(EmbeddedTool, AFontLeftForAnotherKeepsWhatIsNotSaved) {

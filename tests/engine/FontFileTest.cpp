@@ -97,6 +97,10 @@ TEST(FontFile, RefusalsSayWhatIsWrong) {
     later[8] = 9;
     seal(later);
     EXPECT_NE(refusal(later).find("version 9"), std::string::npos);
+    FontRecord large;
+    large.samples.resize(100'000);
+    large.distances.resize(100'000);
+    EXPECT_NE(refusal(encodeFont(large)).find("100000 samples, and a font at most 99999"), std::string::npos);
 }
 
 // Whoever forges a checksum must still not make the loader read past the end or take memory beyond the file's
@@ -118,6 +122,9 @@ TEST(FontFile, ContentIsCheckedBehindAGoodChecksum) {
     EXPECT_NE(refusal(encodeFont(font)), "");
     font = smallFont();
     font.samples[1].inputs[7] = 1.5f;
+    EXPECT_NE(refusal(encodeFont(font)), "");
+    font = smallFont();
+    font.samples[1].inputs[kHeightInput] = 1e30f;
     EXPECT_NE(refusal(encodeFont(font)), "");
     font = smallFont();
     font.distances[1] = -0.5;
