@@ -11,7 +11,7 @@ namespace {
 
 std::wstring accessibleName(HWND window, LONG id = 0) {
     IAccessible* object = nullptr;
-    if (AccessibleObjectFromWindow(window, static_cast<DWORD>(OBJID_CLIENT), IID_IAccessible,
+    if (AccessibleObjectFromWindow(window, static_cast<DWORD>(OBJID_CLIENT), __uuidof(IAccessible),
                                    reinterpret_cast<void**>(&object)) != S_OK)
         return L"no object";
     VARIANT self{};

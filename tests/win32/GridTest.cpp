@@ -159,7 +159,7 @@ TEST_F(GridOnScreen, DrawsSelectionAndNothingWhileItIsSwitchedOff) {
 TEST_F(GridOnScreen, TellsAScreenReaderItsHeadingsAndCells) {
     fill(2, 2);
     IAccessible* table = nullptr;
-    ASSERT_EQ(AccessibleObjectFromWindow(view(), static_cast<DWORD>(OBJID_CLIENT), IID_IAccessible,
+    ASSERT_EQ(AccessibleObjectFromWindow(view(), static_cast<DWORD>(OBJID_CLIENT), __uuidof(IAccessible),
                                          reinterpret_cast<void**>(&table)),
               S_OK);
     const auto child = [](LONG id) {

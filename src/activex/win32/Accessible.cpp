@@ -1,7 +1,5 @@
 #include "activex/win32/Accessible.h"
 
-#include <initguid.h>
-
 #include <atomic>
 
 #include "activex/win32/Guard.h"
@@ -12,6 +10,7 @@ namespace {
 // Of the annotation service, which the import libraries lack.
 constexpr CLSID kAnnotationService = {
     0xb5f8350b, 0x0548, 0x48b1, {0xa6, 0xee, 0x88, 0xbd, 0x00, 0xb4, 0xa5, 0xe7}};
+constexpr IID kAnnotations = {0x6e26e776, 0x04f0, 0x495d, {0x80, 0xe4, 0x33, 0x30, 0x35, 0x2e, 0x31, 0x69}};
 constexpr GUID kNameProperty = {0x608d3df8, 0x8128, 0x4aa7, {0xa4, 0x28, 0xf5, 0x5e, 0x49, 0x26, 0x72, 0x91}};
 
 BSTR text(const std::wstring& value) {
@@ -26,7 +25,7 @@ class Accessible : public IAccessible {
     HRESULT STDMETHODCALLTYPE QueryInterface(REFIID id, void** object) override {
         if (!object) return E_POINTER;
         *object = nullptr;
-        if (id != IID_IUnknown && id != IID_IDispatch && id != IID_IAccessible) return E_NOINTERFACE;
+        if (id != IID_IUnknown && id != IID_IDispatch && id != __uuidof(IAccessible)) return E_NOINTERFACE;
         *object = static_cast<IAccessible*>(this);
         AddRef();
         return S_OK;
@@ -236,7 +235,7 @@ class Accessible : public IAccessible {
 
 LRESULT accessibleAnswer(HWND window, AccessibleContent& content, std::weak_ptr<void> owner, WPARAM wParam) {
     auto* object = new Accessible(window, content, std::move(owner));
-    const LRESULT answer = LresultFromObject(IID_IAccessible, wParam, object);
+    const LRESULT answer = LresultFromObject(__uuidof(IAccessible), wParam, object);
     object->Release();
     return answer;
 }
@@ -244,7 +243,7 @@ LRESULT accessibleAnswer(HWND window, AccessibleContent& content, std::weak_ptr<
 void annotateName(HWND window, const std::wstring& name) noexcept {
     IAccPropServices* services = nullptr;
     const bool initialized = SUCCEEDED(CoInitialize(nullptr));
-    if (SUCCEEDED(CoCreateInstance(kAnnotationService, nullptr, CLSCTX_INPROC_SERVER, IID_IAccPropServices,
+    if (SUCCEEDED(CoCreateInstance(kAnnotationService, nullptr, CLSCTX_INPROC_SERVER, kAnnotations,
                                    reinterpret_cast<void**>(&services))) &&
         services) {
         services->SetHwndPropStr(window, static_cast<DWORD>(OBJID_CLIENT), CHILDID_SELF, kNameProperty,

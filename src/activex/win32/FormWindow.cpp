@@ -63,6 +63,7 @@ FormWindow::~FormWindow() {
     letGo();
     page_.reset();
     if (window_) {
+        RemovePropW(window_, nameMark(name_).c_str());
         RemoveWindowSubclass(window_, subclass, kSubclass);
         DestroyWindow(window_);
     }
@@ -79,6 +80,7 @@ void FormWindow::create(HWND owner) {
     }
     if (!window_) throw Failure(RuntimeError::OutOfMemory, "no window: " + lastErrorText(GetLastError()));
     SetWindowSubclass(window_, subclass, kSubclass, reinterpret_cast<DWORD_PTR>(this));
+    SetPropW(window_, nameMark(name_).c_str(), window_);
     page_ = std::make_unique<FormPage>(*form_, window_, platform_);
     page_->setVisible(true);
     page_->escaped = [this] { close(); };
@@ -188,7 +190,10 @@ LRESULT CALLBACK FormWindow::subclass(HWND window, UINT message, WPARAM wParam, 
     const auto form = reinterpret_cast<FormWindow*>(self)->weak_from_this().lock();
     if (message == WM_NCDESTROY) {
         RemoveWindowSubclass(window, subclass, kSubclass);
-        if (form) form->window_ = nullptr;
+        if (form) {
+            RemovePropW(window, nameMark(form->name_).c_str());
+            form->window_ = nullptr;
+        }
     }
     if (!form || !form->window_) return DefSubclassProc(window, message, wParam, lParam);
     LRESULT result = 0;

@@ -39,7 +39,27 @@ int shiftState() {
            (GetKeyState(VK_MENU) < 0 ? kAltMask : 0);
 }
 
-Peer::Peer(Widget& model, Page& page) : model_(model), page_(page) {
+std::wstring nameMark(const std::string& name) {
+    return L"Dravik." + wide(name);
+}
+
+HWND findWindowNamed(HWND inside, const std::string& name) {
+    struct Search {
+        std::wstring mark;
+        HWND found;
+    } search{nameMark(name), nullptr};
+    EnumChildWindows(
+        inside,
+        [](HWND window, LPARAM data) -> BOOL {
+            auto& wanted = *reinterpret_cast<Search*>(data);
+            if (GetPropW(window, wanted.mark.c_str())) wanted.found = window;
+            return wanted.found == nullptr;
+        },
+        reinterpret_cast<LPARAM>(&search));
+    return search.found;
+}
+
+Peer::Peer(Widget& model, Page& page) : model_(model), page_(page), name_(nameMark(model.name())) {
     page.platform().addPeer(model, *this);
 }
 
@@ -59,6 +79,7 @@ void Peer::start(HWND parent, Peer* container) {
     }
     if (!window_) throw Failure(RuntimeError::OutOfMemory, "no window: " + lastErrorText(GetLastError()));
     page_.addWindow(window_, *this);
+    SetPropW(window_, name_.c_str(), window_);
     SetWindowSubclass(window_, subclass, kSubclass, reinterpret_cast<DWORD_PTR>(this));
     SendMessageW(window_, WM_SETFONT, reinterpret_cast<WPARAM>(wantedFont()), FALSE);
     for (const Change change :
@@ -254,6 +275,7 @@ LRESULT CALLBACK Peer::subclass(HWND window, UINT message, WPARAM wParam, LPARAM
     if (message == WM_NCDESTROY) {
         RemoveWindowSubclass(window, subclass, kSubclass);
         if (peer) {
+            RemovePropW(window, peer->name_.c_str());
             peer->page_.removeWindow(window);
             peer->page_.toolTips().remove(window);
             peer->window_ = nullptr;

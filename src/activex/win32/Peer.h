@@ -128,6 +128,7 @@ class Peer : public std::enable_shared_from_this<Peer> {
 
     Widget& model_;
     Page& page_;
+    const std::wstring name_;
     HWND window_ = nullptr;
     Peer* container_ = nullptr;
     Connection changed_;
@@ -135,6 +136,12 @@ class Peer : public std::enable_shared_from_this<Peer> {
     POINT lastMove_{-1, -1};
     bool attached_ = true;
 };
+
+// Every control's window carries its widget's name as a window property, for programs and tests that look controls up by
+// name, whatever module they live in. The name of that property, and the window inside of another one that carries it;
+// nothing when there is none.
+std::wstring nameMark(const std::string& name);
+HWND findWindowNamed(HWND inside, const std::string& name);
 
 // The shift state of the models as the keys are now: kShiftMask, kCtrlMask, kAltMask.
 int shiftState();

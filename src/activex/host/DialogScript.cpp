@@ -1,0 +1,164 @@
+#include "activex/host/DialogScript.h"
+
+#include <algorithm>
+#include <chrono>
+#include <map>
+
+#include "activex/win32/Guard.h"
+#include "activex/win32/Peer.h"
+#include "activex/win32/WinText.h"
+
+namespace dravik {
+namespace {
+
+constexpr UINT kInterval = 30;  // milliseconds
+constexpr int kPatience = 600;  // polls
+constexpr UINT kGetMenuHandle = 0x01E1;
+
+std::map<UINT_PTR, DialogScript*>& scripts() {
+    static std::map<UINT_PTR, DialogScript*> known;
+    return known;
+}
+
+std::wstring classOf(HWND window) {
+    wchar_t name[64] = {};
+    GetClassNameW(window, name, static_cast<int>(std::size(name)));
+    return name;
+}
+
+bool isNamed(HWND window, const std::string& name) {
+    if (name == DialogScript::kMenu) return classOf(window) == L"#32768";
+    if (name == DialogScript::kMessageBox) return classOf(window) == L"#32770";
+    return IsWindowEnabled(window) && GetPropW(window, nameMark(name).c_str());
+}
+
+}  // namespace
+
+void settle() {
+    MSG message{};
+    for (int i = 0; i < 1000 && PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE); ++i) {
+        if (message.message == WM_QUIT) {
+            PostQuitMessage(static_cast<int>(message.wParam));
+            return;
+        }
+        TranslateMessage(&message);
+        DispatchMessageW(&message);
+    }
+}
+
+bool waitUntil(const std::function<bool()>& condition, int milliseconds) {
+    const auto end = std::chrono::steady_clock::now() + std::chrono::milliseconds(milliseconds);
+    while (!condition()) {
+        if (std::chrono::steady_clock::now() > end) return false;
+        settle();
+        MsgWaitForMultipleObjects(0, nullptr, FALSE, 10, QS_ALLINPUT);
+    }
+    return true;
+}
+
+void pressKey(HWND window, UINT key) {
+    SendMessageW(window, WM_KEYDOWN, key, 1);
+    if (IsWindow(window)) SendMessageW(window, WM_KEYUP, key, static_cast<LPARAM>(0xC0000001));
+}
+
+void typeOver(HWND edit, const std::wstring& text) {
+    SendMessageW(edit, EM_SETSEL, 0, -1);
+    if (text.empty()) SendMessageW(edit, WM_CLEAR, 0, 0);
+    for (const wchar_t unit : text) SendMessageW(edit, WM_CHAR, unit, 1);
+}
+
+std::vector<HWND> shownWindows() {
+    std::vector<HWND> windows;
+    EnumThreadWindows(
+        GetCurrentThreadId(),
+        [](HWND window, LPARAM data) -> BOOL {
+            if (IsWindowVisible(window)) reinterpret_cast<std::vector<HWND>*>(data)->push_back(window);
+            return TRUE;
+        },
+        reinterpret_cast<LPARAM>(&windows));
+    return windows;
+}
+
+DialogScript::~DialogScript() {
+    if (timer_) {
+        KillTimer(nullptr, timer_);
+        scripts().erase(timer_);
+    }
+}
+
+void DialogScript::expect(std::string name, Step step) {
+    steps_.push_back({std::move(name), std::move(step)});
+    waited_ = 0;
+    schedule();
+}
+
+void DialogScript::answerOthers(int button) {
+    otherButton_ = button;
+    schedule();
+}
+
+void DialogScript::schedule() {
+    if (timer_) return;
+    timer_ = SetTimer(nullptr, 0, kInterval, timerCame);
+    scripts()[timer_] = this;
+}
+
+void CALLBACK DialogScript::timerCame(HWND, UINT, UINT_PTR id, DWORD) {
+    const auto found = scripts().find(id);
+    if (found != scripts().end()) guarded([&] { found->second->poll(); });
+}
+
+void DialogScript::poll() {
+    const std::vector<HWND> windows = shownWindows();
+    if (!steps_.empty()) {
+        const auto found = std::find_if(windows.begin(), windows.end(), [this](HWND window) {
+            return window != lastWorked_ && isNamed(window, steps_.front().name);
+        });
+        if (found != windows.end()) {
+            const Expected step = std::move(steps_.front());
+            steps_.pop_front();
+            waited_ = 0;
+            lastWorked_ = *found;
+            try {
+                step.step(*found);
+            } catch (...) {
+                problems_.push_back(currentFailure().description());
+            }
+            lastWorked_ = nullptr;
+            return;
+        }
+        if (++waited_ > kPatience) {
+            problems_.push_back("no window \"" + steps_.front().name + "\" appeared");
+            steps_.clear();
+        }
+        if (!steps_.empty() && steps_.front().name == kMessageBox) return;
+    }
+    if (otherButton_ == 0) return;
+    for (const HWND window : windows) {
+        if (!isNamed(window, kMessageBox) || !IsWindowEnabled(window) || window == lastWorked_) continue;
+        messages_.push_back(utf8(windowText(GetDlgItem(window, 0xFFFF))));
+        if (GetDlgItem(window, otherButton_))
+            SendMessageW(window, WM_COMMAND, static_cast<WPARAM>(otherButton_), 0);
+        else
+            SendMessageW(window, WM_CLOSE, 0, 0);
+        return;
+    }
+}
+
+void pickMenuItem(HWND menuWindow, const std::wstring& caption) {
+    const auto menu = reinterpret_cast<HMENU>(SendMessageW(menuWindow, kGetMenuHandle, 0, 0));
+    int downs = 0;
+    for (int i = 0; i < GetMenuItemCount(menu); ++i) {
+        if (GetMenuState(menu, static_cast<UINT>(i), MF_BYPOSITION) & MF_SEPARATOR) continue;
+        ++downs;
+        wchar_t text[256] = {};
+        GetMenuStringW(menu, static_cast<UINT>(i), text, static_cast<int>(std::size(text)), MF_BYPOSITION);
+        if (withoutMnemonic(text) != caption) continue;
+        for (; downs > 0; --downs) PostMessageW(menuWindow, WM_KEYDOWN, VK_DOWN, 1);
+        PostMessageW(menuWindow, WM_KEYDOWN, VK_RETURN, 1);
+        return;
+    }
+    EndMenu();
+}
+
+}  // namespace dravik

@@ -1,0 +1,92 @@
+// The part beside the screen: the image with its found characters, what the font reads in it, and the strip
+// of opened images.
+#pragma once
+
+#include "activex/host/DrawnWindow.h"
+// Behind the Windows headers
+#include <functional>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "activex/host/PartView.h"
+#include "activex/host/ReadingView.h"
+#include "activex/host/ThumbnailStrip.h"
+#include "activex/win32/FormPage.h"
+#include "trainer/Trainer.h"
+#include "widgets/Label.h"
+#include "widgets/Toolbar.h"
+
+namespace dravik {
+
+class Win32Platform;
+
+class PartPane : public DrawnWindow {
+  public:
+    PartPane(HWND parent, SharedLook& look, Trainer& trainer, Win32Platform& platform);
+    ~PartPane() override;
+
+    // Opens files and folders; what cannot be opened is named above the image.
+    void open(const std::vector<std::string>& paths);
+    PartView& view() noexcept { return *view_; }
+    int leastWidth() const;
+    void setDpi(int dpi);
+    void systemChanged();
+
+    // Tab and the like inside of the pane; true when it is answered. At its ends it sets `left`.
+    bool translate(const MSG& message, bool& left);
+    void focus(bool last);
+    bool hasFocusInside() const;
+
+    // What the operator can do now is another: another part, another scale.
+    std::function<void()> stateChanged;
+
+  protected:
+    LRESULT answer(UINT message, WPARAM wParam, LPARAM lParam) override;
+    void paint(HDC dc, const RECT& client) override;
+
+  private:
+    // Controls of the pane as forms of their own, above, between and below the drawn surfaces.
+    struct Bar : Form {
+        explicit Bar(std::size_t problemLines);
+        Toolbar tools{"partTools"};
+        Label name{"partName"};
+        Label scale{"partScale"};
+        std::vector<std::unique_ptr<Label>> problems;
+        Button dismiss{"dismissProblems", "Dismiss"};
+    };
+    struct Captions : Form {
+        Captions();
+        Label preview{"previewText"};
+        Label title{"readingTitle", "The font &reads:"};
+    };
+    struct Check : Form {
+        Check();
+        Label text{"heldOutCheck"};
+    };
+
+    void arrange();
+    void showPart();
+    void showPreview();
+    void showReading();
+    void showCheck();
+    void followCheck();
+    void showScale();
+    void showProblems(const std::vector<std::string>& lines);
+    void pressed(const std::string& key);
+    std::vector<HWND> stops() const;
+
+    Trainer& trainer_;
+    Bar bar_;
+    Captions captions_;
+    Check check_;
+    std::unique_ptr<FormPage> barPage_;
+    std::unique_ptr<PartView> view_;
+    std::unique_ptr<FormPage> captionsPage_;
+    std::unique_ptr<ReadingView> reading_;
+    std::unique_ptr<FormPage> checkPage_;
+    std::unique_ptr<ThumbnailStrip> strip_;
+    std::vector<Connection> connections_;
+};
+
+}  // namespace dravik

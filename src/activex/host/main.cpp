@@ -1,0 +1,178 @@
+// DravikTrainer.exe: headless commands, the window, or a scripted session in the window.
+#include "activex/win32/Windows.h"
+// Behind the Windows headers
+#include <ole2.h>
+#include <shellapi.h>
+
+#include <algorithm>
+#include <filesystem>
+#include <iostream>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "activex/com/WicImage.h"
+#include "activex/host/Console.h"
+#include "activex/host/DemoSession.h"
+#include "activex/host/MainWindow.h"
+#include "activex/win32/Dpi.h"
+#include "activex/win32/Win32Platform.h"
+#include "activex/win32/WinText.h"
+#include "base/Failure.h"
+#include "base/Paths.h"
+#include "trainer/CommandLine.h"
+
+namespace {
+
+using namespace dravik;
+
+constexpr wchar_t kSettingsKey[] = L"Software\\Dravik\\Dravik Trainer";
+
+// The main thread's apartment, with what dropped files and the clipboard need.
+class Apartment {
+  public:
+    Apartment() : ready_(SUCCEEDED(OleInitialize(nullptr))) {
+        if (!ready_) throw Failure(RuntimeError::InternalError, "COM cannot be initialized");
+    }
+    Apartment(const Apartment&) = delete;
+    Apartment& operator=(const Apartment&) = delete;
+    ~Apartment() { OleUninitialize(); }
+
+  private:
+    bool ready_;
+};
+
+// A folder that goes with the object.
+class TemporaryFolder {
+  public:
+    TemporaryFolder()
+        : path_(std::filesystem::temp_directory_path() / ("dravik-" + std::to_string(GetCurrentProcessId()) +
+                                                          "-" + std::to_string(GetTickCount64()))) {
+        std::filesystem::create_directories(path_);
+    }
+    TemporaryFolder(const TemporaryFolder&) = delete;
+    TemporaryFolder& operator=(const TemporaryFolder&) = delete;
+    ~TemporaryFolder() {
+        std::error_code ignored;
+        std::filesystem::remove_all(path_, ignored);
+    }
+    std::filesystem::path path() const { return path_; }
+
+  private:
+    std::filesystem::path path_;
+};
+
+std::vector<std::string> programArguments() {
+    int count = 0;
+    const std::unique_ptr<LPWSTR, decltype(&LocalFree)> words(CommandLineToArgvW(GetCommandLineW(), &count),
+                                                              LocalFree);
+    std::vector<std::string> arguments;
+    for (int i = 1; i < count; ++i) arguments.push_back(utf8(words.get()[i]));
+    return arguments;
+}
+
+// Takes "--name value" or "--name=value" out of the arguments; "" when it is not there.
+std::string takeOption(std::vector<std::string>& arguments, const std::string& name) {
+    for (auto it = arguments.begin(); it != arguments.end() && *it != "--"; ++it) {
+        if (it->starts_with(name + "=")) {
+            std::string value = it->substr(name.size() + 1);
+            arguments.erase(it);
+            return value;
+        }
+        if (*it == name && it + 1 != arguments.end()) {
+            std::string value = *(it + 1);
+            arguments.erase(it, it + 2);
+            return value;
+        }
+    }
+    return {};
+}
+
+// To whoever reads the program's messages, else in a box.
+int complain(const std::string& problem, int code) {
+    std::cerr << "dravik-trainer: " << problem << std::endl;
+    const HANDLE handle = GetStdHandle(STD_ERROR_HANDLE);
+    if ((!handle || handle == INVALID_HANDLE_VALUE) && !GetConsoleWindow())
+        ::MessageBoxW(nullptr, wide(problem).c_str(), L"Dravik Trainer", MB_ICONERROR);
+    return code;
+}
+
+// The sample parts that the guide's pictures show, beside the program: all but the last teach.
+std::vector<std::string> guideParts() {
+    std::wstring program(MAX_PATH, L'\0');
+    program.resize(GetModuleFileNameW(nullptr, program.data(), MAX_PATH));
+    const auto parts = std::filesystem::path(program).parent_path() / "parts";
+    std::vector<std::string> paths;
+    for (const char* number : {"0", "1", "2"})
+        paths.push_back(fromPath(parts / "rendered_charset" / (std::string("hack_00") + number + ".png")));
+    for (const char* number : {"1", "2", "3", "4", "5", "6", "7", "0"})
+        paths.push_back(fromPath(parts / "rendered_lines" / (std::string("hack_00") + number + ".png")));
+    return paths;
+}
+
+int runDemo(const std::string& folder, const WindowOptions& options, DemoSession::Kind kind) {
+    std::filesystem::create_directories(toPath(folder));
+    // A session that anyone can repeat touches neither the operator's fonts nor the window's remembered
+    // place.
+    const TemporaryFolder own;
+    const JobFolder jobs(options.jobs.empty() ? fromPath(own.path() / "Jobs") : options.jobs);
+    MainWindow window{Settings()};
+    Win32Platform platform;
+    platform.owner = [&] { return window.window(); };
+    DialogScript ending;  // outlives the screen, which asks about a changed font when a session broke off
+    Trainer trainer(platform, jobs, decodeImageFileByWic, false);
+    OwnScreenHost screen(trainer, window.window(), platform);
+    window.fill(trainer, screen, platform);
+    int code = 0;
+    try {
+        const bool guide = kind == DemoSession::Kind::Guide && options.paths.empty();
+        DemoSession(window, trainer, folder, std::cout, kind).run(guide ? guideParts() : options.paths);
+    } catch (...) {
+        code = complain("the session did not come out: " + currentFailure().description(), 1);
+    }
+    if (code == 0) std::cout << "Everything came out. Pictures are in " << folder << std::endl;
+    ending.answerOthers(IDNO);
+    window.close();
+    return code;
+}
+
+int runWindow(const WindowOptions& options) {
+    MainWindow window{Settings(kSettingsKey)};
+    Win32Platform platform;
+    platform.owner = [&] { return window.window(); };
+    Trainer trainer(platform, options.jobs.empty() ? JobFolder() : JobFolder(options.jobs),
+                    decodeImageFileByWic, true);
+    OwnScreenHost screen(trainer, window.window(), platform);
+    window.fill(trainer, screen, platform);
+    window.show();
+    if (!options.paths.empty()) window.open(options.paths);
+    return window.run();
+}
+
+int run() {
+    const Apartment apartment;
+    std::vector<std::string> arguments = programArguments();
+    useCallersConsole();
+    if (isHeadlessCommand(arguments))
+        return runHeadless(arguments, decodeImageFileByWic, std::cout, std::cerr, errIsConsole());
+    const std::string demo = takeOption(arguments, "--demo");
+    const std::string screenshots = takeOption(arguments, "--screenshots");
+    const std::string dpi = takeOption(arguments, "--dpi");
+    const WindowOptions options = windowOptions(arguments);
+    if (!options.problem.empty()) return complain(options.problem, 2);
+    std::unique_ptr<DpiOverride> scale;
+    if (!dpi.empty()) scale = std::make_unique<DpiOverride>(std::clamp(std::atoi(dpi.c_str()), 96, 480));
+    if (!demo.empty()) return runDemo(demo, options, DemoSession::Kind::Story);
+    if (!screenshots.empty()) return runDemo(screenshots, options, DemoSession::Kind::Guide);
+    return runWindow(options);
+}
+
+}  // namespace
+
+int WINAPI wWinMain(HINSTANCE, HINSTANCE, PWSTR, int) {
+    try {
+        return run();
+    } catch (...) {
+        return complain(dravik::currentFailure().description(), 1);
+    }
+}
