@@ -38,7 +38,7 @@ void DrawnWindow::create(const wchar_t* className, const std::string& name, HWND
 void DrawnWindow::setBounds(const RECT& bounds) {
     if (window_)
         SetWindowPos(window_, nullptr, bounds.left, bounds.top, std::max(widthOf(bounds), 0),
-                     std::max(heightOf(bounds), 0), SWP_NOZORDER | SWP_NOACTIVATE);
+                     std::max(heightOf(bounds), 0), SWP_NOZORDER | SWP_NOACTIVATE | SWP_NOCOPYBITS);
 }
 
 RECT DrawnWindow::client() const {

@@ -165,7 +165,7 @@ void PartView::paintCharacters(HDC dc) {
         const bool warning = mismatch_ != 0 && character.label.empty();
         // A pale line around makes the box visible on dark and on light parts.
         InflateRect(&box, hair, hair);
-        frame(dc, box, RGB(225, 232, 242), hair);
+        frame(dc, box, RGB(190, 214, 245), hair);
         InflateRect(&box, -hair, -hair);
         frame(dc, box, warning ? kWarning : kLabelled, warning ? 2 * hair : hair);
     }

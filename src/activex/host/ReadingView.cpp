@@ -33,7 +33,7 @@ void drawWave(HDC dc, int left, int right, int y, int step) {
 
 ReadingView::ReadingView(HWND parent, SharedLook& shared, Platform& platform)
     : DrawnWindow(shared), platform_(platform) {
-    create(L"DravikReadingView", "reading", parent, WS_CHILD | WS_VISIBLE | WS_TABSTOP, WS_EX_CLIENTEDGE);
+    create(L"DravikReadingView", "reading", parent, WS_CHILD | WS_VISIBLE | WS_TABSTOP | WS_BORDER);
     toolTips_.create(window());
 }
 

@@ -20,8 +20,8 @@ constexpr UINT_PTR kDecodeTimer = 1;
 
 ThumbnailStrip::ThumbnailStrip(HWND parent, SharedLook& shared, OpenedParts& parts)
     : DrawnWindow(shared), parts_(parts) {
-    create(L"DravikThumbnails", "thumbnails", parent, WS_CHILD | WS_VISIBLE | WS_TABSTOP | WS_HSCROLL,
-           WS_EX_CLIENTEDGE);
+    create(L"DravikThumbnails", "thumbnails", parent,
+           WS_CHILD | WS_VISIBLE | WS_TABSTOP | WS_HSCROLL | WS_BORDER);
     SetWindowTextW(window(), L"Opened images");
     toolTips_.create(window());
     listChanged_ = parts.listChanged.connect([this] { guarded([this] { showList(); }); });

@@ -53,7 +53,7 @@ SIZE FormPage::preferredSize() const {
 void FormPage::setBounds(const RECT& bounds) {
     if (page_->window())
         SetWindowPos(page_->window(), nullptr, bounds.left, bounds.top, widthOf(bounds), heightOf(bounds),
-                     SWP_NOZORDER | SWP_NOACTIVATE);
+                     SWP_NOZORDER | SWP_NOACTIVATE | SWP_NOCOPYBITS);
 }
 
 void FormPage::setVisible(bool visible) {

@@ -81,6 +81,10 @@ void FormWindow::create(HWND owner) {
     if (!window_) throw Failure(RuntimeError::OutOfMemory, "no window: " + lastErrorText(GetLastError()));
     SetWindowSubclass(window_, subclass, kSubclass, reinterpret_cast<DWORD_PTR>(this));
     SetPropW(window_, nameMark(name_).c_str(), window_);
+    if (owner)
+        for (const WPARAM size : {ICON_SMALL, ICON_BIG})
+            if (const LRESULT icon = SendMessageW(owner, WM_GETICON, size, 0))
+                SendMessageW(window_, WM_SETICON, size, icon);
     page_ = std::make_unique<FormPage>(*form_, window_, platform_);
     page_->setVisible(true);
     page_->escaped = [this] { close(); };

@@ -38,8 +38,8 @@ class GridPeer : public PeerOf<Grid>, private AccessibleContent {
 
   protected:
     HWND make(HWND parent) override {
-        return makeWindow(drawnClass(L"DravikGrid"), parent, WS_TABSTOP | WS_HSCROLL | WS_VSCROLL,
-                          WS_EX_CLIENTEDGE);
+        return makeWindow(drawnClass(L"DravikGrid"), parent,
+                          WS_TABSTOP | WS_BORDER | WS_HSCROLL | WS_VSCROLL);
     }
     Measure ask() override {
         const int line = look().lineHeight(wantedFont()) + look().px(kRowPadding);

@@ -15,7 +15,11 @@ namespace {
 // The border that the system draws around a window's client area, and what lies between the two.
 void drawBorder(HDC dc, HWND window, RECT place) {
     const auto extended = static_cast<DWORD>(GetWindowLongPtrW(window, GWL_EXSTYLE));
-    if (!(extended & WS_EX_CLIENTEDGE)) return;
+    if (!(extended & WS_EX_CLIENTEDGE)) {
+        if (GetWindowLongPtrW(window, GWL_STYLE) & WS_BORDER)
+            frame(dc, place, GetSysColor(COLOR_WINDOWFRAME), 1);
+        return;
+    }
     const HBRUSH ground = reinterpret_cast<HBRUSH>(
         SendMessageW(GetParent(window), IsWindowEnabled(window) ? WM_CTLCOLOREDIT : WM_CTLCOLORSTATIC,
                      reinterpret_cast<WPARAM>(dc), reinterpret_cast<LPARAM>(window)));
