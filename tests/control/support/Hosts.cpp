@@ -30,12 +30,13 @@ HWND makeFrame(HWND* before, HWND* after) {
     (void)registered;
     RECT outer{0, 0, kWidth, kHeight + 40};
     AdjustWindowRect(&outer, WS_OVERLAPPEDWINDOW, FALSE);
-    HWND frame = CreateWindowExW(WS_EX_CONTROLPARENT, kFrameClass, L"Host", WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN, 0, 0,
-                                 outer.right - outer.left, outer.bottom - outer.top, nullptr, nullptr,
-                                 GetModuleHandleW(nullptr), nullptr);
+    HWND frame =
+        CreateWindowExW(WS_EX_CONTROLPARENT, kFrameClass, L"Host", WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN, 0,
+                        0, outer.right - outer.left, outer.bottom - outer.top, nullptr, nullptr,
+                        GetModuleHandleW(nullptr), nullptr);
     const auto box = [&](int left) {
-        return CreateWindowExW(0, L"EDIT", L"", WS_CHILD | WS_VISIBLE | WS_TABSTOP | WS_BORDER, left, kHeight + 5, 100, 24,
-                               frame, nullptr, GetModuleHandleW(nullptr), nullptr);
+        return CreateWindowExW(0, L"EDIT", L"", WS_CHILD | WS_VISIBLE | WS_TABSTOP | WS_BORDER, left,
+                               kHeight + 5, 100, 24, frame, nullptr, GetModuleHandleW(nullptr), nullptr);
     };
     if (before) *before = box(0);
     if (after) *after = box(200);
@@ -70,11 +71,11 @@ class AtlHost : public Host {
         atl();
         HWND before = nullptr;
         frame_ = makeFrame(&before, nullptr);
-        host_ = CreateWindowExW(WS_EX_CONTROLPARENT, L"AtlAxWin100", kProgId, WS_CHILD | WS_VISIBLE, 0, 0, kWidth, kHeight,
-                                frame_, nullptr, GetModuleHandleW(nullptr), nullptr);
+        host_ = CreateWindowExW(WS_EX_CONTROLPARENT, L"AtlAxWin100", kProgId, WS_CHILD | WS_VISIBLE, 0, 0,
+                                kWidth, kHeight, frame_, nullptr, GetModuleHandleW(nullptr), nullptr);
         control_ = controlOf(host_);
-        CreateWindowExW(0, L"EDIT", L"", WS_CHILD | WS_VISIBLE | WS_TABSTOP | WS_BORDER, 200, kHeight + 5, 100, 24, frame_,
-                        nullptr, GetModuleHandleW(nullptr), nullptr);
+        CreateWindowExW(0, L"EDIT", L"", WS_CHILD | WS_VISIBLE | WS_TABSTOP | WS_BORDER, 200, kHeight + 5,
+                        100, 24, frame_, nullptr, GetModuleHandleW(nullptr), nullptr);
     }
     ~AtlHost() override { close(); }
 
@@ -150,7 +151,8 @@ class PropertySheetHost : public Host {
         if (frame_) DestroyWindow(std::exchange(frame_, nullptr));
     }
     bool translate(MSG& message) override {
-        return frame_ && SendMessageW(frame_, PSM_ISDIALOGMESSAGE, 0, reinterpret_cast<LPARAM>(&message)) != 0;
+        return frame_ &&
+               SendMessageW(frame_, PSM_ISDIALOGMESSAGE, 0, reinterpret_cast<LPARAM>(&message)) != 0;
     }
 
   private:
@@ -168,7 +170,8 @@ std::wstring ControlModule::path() {
 }
 
 ControlModule::ControlModule() : module_(LoadLibraryW(path().c_str())) {
-    if (!module_) throw std::runtime_error("DravikDlg.ocx does not lie beside the test program or cannot be loaded");
+    if (!module_)
+        throw std::runtime_error("DravikDlg.ocx does not lie beside the test program or cannot be loaded");
 }
 
 ControlModule::~ControlModule() {

@@ -1,5 +1,5 @@
-// Three containers that show the control: a strict one of our own, the system's host window for controls in a frame, and the
-// same on a page of a property sheet. A test drives each in the same way.
+// Three containers that show the control: a strict one of our own, the system's host window for controls in a
+// frame, and the same on a page of a property sheet. A test drives each in the same way.
 #pragma once
 
 #include <windows.h>

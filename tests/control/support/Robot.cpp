@@ -43,7 +43,8 @@ std::wstring classOfWindow(HWND window) {
 std::vector<HWND> children(HWND parent, const std::wstring& className) {
     std::vector<HWND> found;
     for (HWND window = GetWindow(parent, GW_CHILD); window; window = GetWindow(window, GW_HWNDNEXT)) {
-        if (CompareStringOrdinal(classOfWindow(window).c_str(), -1, className.c_str(), -1, TRUE) == CSTR_EQUAL)
+        if (CompareStringOrdinal(classOfWindow(window).c_str(), -1, className.c_str(), -1, TRUE) ==
+            CSTR_EQUAL)
             found.push_back(window);
         const auto inside = children(window, className);
         found.insert(found.end(), inside.begin(), inside.end());
@@ -113,7 +114,8 @@ void Robot::look() {
 void Robot::box(HWND window) {
     const std::wstring title = textOfWindow(window);
     seen.push_back(textOfWindow(GetDlgItem(window, 0xFFFF)));
-    if (!expected_.empty() && expected_.front().kind == Expected::Kind::Box && expected_.front().text == title) {
+    if (!expected_.empty() && expected_.front().kind == Expected::Kind::Box &&
+        expected_.front().text == title) {
         const int button = expected_.front().button;
         expected_.pop_front();
         PostMessageW(window, WM_COMMAND, static_cast<WPARAM>(button), 0);
@@ -132,8 +134,10 @@ void Robot::menu(HWND window) {
     for (int i = 0; i < GetMenuItemCount(handle); ++i) {
         wchar_t text[256] = {};
         GetMenuStringW(handle, static_cast<UINT>(i), text, 256, MF_BYPOSITION);
-        const bool disabled = (GetMenuState(handle, static_cast<UINT>(i), MF_BYPOSITION) & (MF_GRAYED | MF_DISABLED)) != 0;
-        items += (items.empty() ? L"" : L"|") + (disabled ? L"[" + std::wstring(text) + L"]" : std::wstring(text));
+        const bool disabled =
+            (GetMenuState(handle, static_cast<UINT>(i), MF_BYPOSITION) & (MF_GRAYED | MF_DISABLED)) != 0;
+        items +=
+            (items.empty() ? L"" : L"|") + (disabled ? L"[" + std::wstring(text) + L"]" : std::wstring(text));
         if (expected && !expected_.front().text.empty() && expected_.front().text == text) wanted = i;
     }
     seen.push_back(items);

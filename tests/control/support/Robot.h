@@ -1,5 +1,6 @@
-// Answers what comes up modally while a test waits in a nested loop: boxes and forms by title, menus by item. It looks from a
-// timer of the thread, as the test itself cannot. What nobody expected is written down and closed.
+// Answers what comes up modally while a test waits in a nested loop: boxes and forms by title, menus by item.
+// It looks from a timer of the thread, as the test itself cannot. What nobody expected is written down and
+// closed.
 #pragma once
 
 #include <windows.h>

@@ -1,0 +1,158 @@
+// The operator's work in each of three hosts.
+#include "control/support/Bench.h"
+// Behind the Windows headers
+#include <commctrl.h>
+
+#include "activex/com/ComText.h"
+
+namespace dravik {
+namespace {
+
+class InHosts : public ::testing::TestWithParam<const char*> {
+  protected:
+    std::string text(const std::wstring& wide) const { return toUtf8(std::wstring_view(wide)); }
+};
+
+INSTANTIATE_TEST_SUITE_P(Control, InHosts, ::testing::Values("strict", "atl", "sheet"),
+                         [](const auto& info) { return std::string(info.param); });
+
+TEST_P(InHosts, ShowsTheScreenAndFollowsItsSize) {
+    Bench bench(GetParam());
+    ASSERT_TRUE(IsWindowVisible(bench.page()));
+    EXPECT_TRUE(IsWindowVisible(bench.button(L"Learn")));
+    EXPECT_FALSE(IsWindowEnabled(bench.button(L"Save Font")));
+    RECT before{};
+    GetWindowRect(children(bench.page(), STATUSCLASSNAMEW).front(), &before);
+    bench.host->resize(800, 1000);
+    bench.host->pump();
+    RECT window{};
+    RECT after{};
+    GetWindowRect(bench.page(), &window);
+    GetWindowRect(children(bench.page(), STATUSCLASSNAMEW).front(), &after);
+    EXPECT_EQ(window.right - window.left, 800);
+    EXPECT_EQ(window.bottom - window.top, 1000);
+    EXPECT_GT(after.top, before.top);  // the status bar stays at the foot
+    bench.host->resize(200, 150);      // less than the page needs: it scrolls
+    bench.host->pump();
+    EXPECT_NE(GetWindowLongW(bench.page(), GWL_STYLE) & WS_VSCROLL, 0);
+    SendMessageW(bench.page(), WM_VSCROLL, SB_BOTTOM, 0);
+    GetWindowRect(bench.page(), &window);
+    GetWindowRect(children(bench.page(), STATUSCLASSNAMEW).front(), &after);
+    EXPECT_LE(after.bottom, window.bottom);
+}
+
+TEST_P(InHosts, IncludesLearnsStopsSavesAndClosesWithoutAQuestion) {
+    Bench bench(GetParam());
+    bench.bind("HELLO");
+    bench.include(L"HELLO", 5);
+    bench.show("OLEH");
+    bench.include(L"OLEH", 4);
+    bench.learn();
+    EXPECT_TRUE(IsWindowEnabled(bench.button(L"Save Font")));
+    bench.press(L"Save Font");
+    EXPECT_TRUE(bench.waitForStatus(L"Saved font"));
+    bench.host->close();
+    EXPECT_TRUE(bench.robot.surprises.empty()) << text(bench.robot.surprises.front());
+    EXPECT_TRUE(bench.robot.seen.empty());
+}
+
+TEST_P(InHosts, ClosingWithUnsavedChangesAsks) {
+    Bench bench(GetParam());
+    bench.bind("HELLO");
+    bench.include(L"HELLO", 5);
+    bench.robot.expectBox(L"Font Changed", IDNO);
+    bench.host->close();
+    EXPECT_TRUE(bench.robot.satisfied());
+    ASSERT_EQ(bench.robot.seen.size(), 1u);
+    EXPECT_NE(bench.robot.seen[0].find(L"The font has changed since it was last saved."), std::wstring::npos);
+}
+
+TEST_P(InHosts, OpensMenusFormsAndBoxesAndCopies) {
+    Bench bench(GetParam());
+    bench.bind("HELLO");
+    bench.include(L"HELLO", 5);
+    bench.show("LOLO");
+    bench.include(L"LOLO", 4);
+    bench.learn();
+
+    const auto closeForm = [](HWND form) { PostMessageW(form, WM_CLOSE, 0, 0); };
+    bench.robot.expectMenu(L"Show Character &Array");
+    bench.rightClick(bench.cell(L'L'));
+    ASSERT_TRUE(bench.host->pumpUntil([&] { return bench.robot.satisfied(); }));
+    EXPECT_NE(bench.robot.seen.back().find(L"Show &Histogram"), std::wstring::npos);
+    HWND array = nullptr;
+    const auto formOfClass = [](const wchar_t* part) {
+        struct Search {
+            const wchar_t* part;
+            HWND found;
+        } search{part, nullptr};
+        EnumThreadWindows(
+            GetCurrentThreadId(),
+            [](HWND window, LPARAM data) -> BOOL {
+                auto& wanted = *reinterpret_cast<Search*>(data);
+                if (IsWindowVisible(window) && textOfWindow(window).find(wanted.part) != std::wstring::npos)
+                    wanted.found = window;
+                return TRUE;
+            },
+            reinterpret_cast<LPARAM>(&search));
+        return search.found;
+    };
+    EXPECT_TRUE(bench.host->pumpUntil([&] { return (array = formOfClass(L"Array")) != nullptr; }));
+    closeForm(array);
+    EXPECT_TRUE(bench.host->pumpUntil([&] { return formOfClass(L"Array") == nullptr; }));
+
+    bench.robot.expectMenu(L"Show &Histogram");
+    bench.rightClick(bench.cell(L'L'));
+    HWND histogram = nullptr;
+    EXPECT_TRUE(bench.host->pumpUntil([&] { return (histogram = formOfClass(L"istogram")) != nullptr; }));
+
+    bench.robot.expectMenu(L"Delete &Training");
+    bench.robot.expectBox(L"Delete Samples for O", IDNO);
+    bench.rightClick(bench.cell(L'O'));
+    EXPECT_TRUE(bench.host->pumpUntil([&] { return bench.robot.satisfied(); }));
+
+    // The table with its copy.
+    const HWND toolbar = children(bench.page(), TOOLBARCLASSNAMEW).front();
+    PostMessageW(GetParent(toolbar), WM_COMMAND,
+                 static_cast<WPARAM>(SendMessageW(toolbar, TB_COMMANDTOINDEX, 0, 0)), 0);
+    EXPECT_TRUE(bench.robot.surprises.empty()) << text(bench.robot.surprises.front());
+    bench.robot.expectBox(L"Font Changed", IDNO);
+    bench.host->close();
+    EXPECT_FALSE(IsWindow(histogram));  // the viewers go with the control
+    EXPECT_TRUE(bench.robot.satisfied());
+}
+
+TEST_P(InHosts, KeysGoThroughTheScreenAndOutOfIt) {
+    Bench bench(GetParam());
+    bench.bind("HELLO");
+    const auto inside = [&] { return GetFocus() && IsChild(bench.page(), GetFocus()); };
+    SetFocus(bench.input());
+    bench.host->pump();
+    ASSERT_EQ(GetFocus(), bench.input());
+    bench.type(L"HELLO");
+    bench.host->key('I', true);
+    EXPECT_TRUE(bench.waitForStatus(L"5 samples included.")) << text(bench.status());
+
+    SetFocus(bench.input());
+    bench.show("HELL");
+    bench.type(L"HELL");
+    bench.host->key(VK_RETURN);
+    EXPECT_TRUE(bench.waitForStatus(L"4 samples included.")) << text(bench.status());
+    EXPECT_TRUE(IsWindow(bench.host->frame()) && IsWindowVisible(bench.host->frame()));
+
+    // From the first control on, Tab comes to every stop once and then leaves the screen.
+    SetFocus(bench.button(L"Select Font"));
+    bench.host->pump();
+    int stops = 1;
+    auto* strict = dynamic_cast<StrictHost*>(bench.host.get());
+    const auto left = [&] { return strict ? !strict->site().keys.empty() : !inside(); };
+    for (; !left() && stops < 60; ++stops) bench.host->key(VK_TAB);
+    EXPECT_TRUE(left());
+    EXPECT_GE(stops, 8);
+    EXPECT_LT(stops, 40);  // the cells of the overview are one stop
+    bench.robot.expectBox(L"Font Changed", IDNO);
+    bench.host->close();
+}
+
+}  // namespace
+}  // namespace dravik
