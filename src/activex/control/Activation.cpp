@@ -145,7 +145,7 @@ void Activation::enableModeless(bool enable) {
 
 void Activation::focusChanged(bool inside) {
     if (inside && !uiActive_ && site_.userMode()) goUserInterface();
-    site_.onFocus(inside);
+    if (std::exchange(focused_, inside) != inside) site_.onFocus(inside);
 }
 
 void Activation::lost() {

@@ -62,6 +62,7 @@ class Activation {
     ComPtr<IOleInPlaceUIWindow> document_;
     std::unique_ptr<ControlWindow> window_;
     bool uiActive_ = false;
+    bool focused_ = false;
 };
 
 }  // namespace dravik

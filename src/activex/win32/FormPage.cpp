@@ -14,6 +14,9 @@ FormPage::FormPage(Form& form, HWND parent, Win32Platform& platform)
     page_->focusEntered = [this] {
         if (focusEntered) focusEntered();
     };
+    page_->focusGone = [this] {
+        if (focusLeft) focusLeft();
+    };
     page_->escaped = [this] {
         if (escaped) escaped();
     };
@@ -28,6 +31,7 @@ FormPage::FormPage(Form& form, HWND parent, Win32Platform& platform)
 FormPage::~FormPage() {
     page_->sizeChanged = nullptr;
     page_->focusEntered = nullptr;
+    page_->focusGone = nullptr;
     page_->escaped = nullptr;
     page_->close();
 }

@@ -70,6 +70,8 @@ class FormPage {
     // Called when preferredSize() may have changed, and when a control of the page got the focus.
     std::function<void()> sizeChanged;
     std::function<void()> focusEntered;
+    // Called when the focus went from a control of the page to a window outside of it.
+    std::function<void()> focusLeft;
     // Escape in a form without cancel button, when the page sees the key itself because no host translated
     // it.
     std::function<void()> escaped;

@@ -3,6 +3,7 @@
 
 #include <utility>
 
+#include "activex/Entry.h"
 #include "base/Failure.h"
 
 namespace dravik {
@@ -13,6 +14,7 @@ void tellDebugger(const Failure& failure) noexcept;
 // Runs `body`; false when it threw.
 template <class Body>
 bool guarded(Body&& body) noexcept {
+    const Entry entry;
     try {
         std::forward<Body>(body)();
         return true;

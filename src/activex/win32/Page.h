@@ -74,6 +74,8 @@ class Page : public std::enable_shared_from_this<Page> {
     std::vector<wchar_t> mnemonics() const;
     bool pressMnemonic(wchar_t key);
     void focusArrived(Peer& peer);
+    // The focus goes from one of the controls to another window, which may be one of the page's own.
+    void focusMoves(HWND to);
     // The focused control is disabled or hidden: the next one takes over.
     void focusLeft(Peer& peer);
     void focusLater(Peer& peer);
@@ -82,6 +84,7 @@ class Page : public std::enable_shared_from_this<Page> {
 
     std::function<void()> sizeChanged;
     std::function<void()> focusEntered;
+    std::function<void()> focusGone;
     std::function<void()> escaped;
 
   private:

@@ -66,6 +66,10 @@ void Page::focusArrived(Peer& peer) {
     tell(focusEntered);
 }
 
+void Page::focusMoves(HWND to) {
+    if (!to || (to != window_ && !IsChild(window_, to))) tell(focusGone);
+}
+
 void Page::focusLeft(Peer& peer) {
     if (!attached_) return;
     if (!moveFocus(&peer, false) && !moveFocus(nullptr, false) && window_) SetFocus(window_);

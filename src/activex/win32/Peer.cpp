@@ -299,6 +299,7 @@ LRESULT Peer::answer(UINT message, WPARAM wParam, LPARAM lParam) {
         case WM_KILLFOCUS:
             page_.toolTips().hide();
             if (movesFocus(window_, reinterpret_cast<HWND>(wParam))) act([&] { model_.lostFocus(); });
+            page_.focusMoves(reinterpret_cast<HWND>(wParam));
             break;
         case WM_LBUTTONDOWN:
         case WM_LBUTTONDBLCLK:
