@@ -3,7 +3,11 @@
 // Behind the Windows headers
 #include <commctrl.h>
 
+#include <algorithm>
+
+#include "activex/com/ComStep.h"
 #include "activex/com/ComText.h"
+#include "control/support/FaultyStep.h"
 
 namespace dravik {
 namespace {
@@ -51,6 +55,21 @@ TEST_P(InHosts, IncludesLearnsStopsSavesAndClosesWithoutAQuestion) {
     EXPECT_TRUE(IsWindowEnabled(bench.button(L"Save Font")));
     bench.press(L"Save Font");
     EXPECT_TRUE(bench.waitForStatus(L"Saved font"));
+
+    const auto endless = std::make_shared<FaultyStep>(stepFromCom(bench.step.as<IUnknown>().get()));
+    endless->endless = true;
+    const ComPtr<IUnknown> control(bench.host->control());
+    ASSERT_EQ(control.as<::StepEditor>()->putref_Step(comFromStep(endless).as<IDispatch>().get()), S_OK);
+    bench.press(L"Learn");
+    ASSERT_TRUE(bench.host->pumpUntil([&] { return IsWindowEnabled(bench.button(L"Stop")) != FALSE; }));
+    EXPECT_FALSE(IsWindowEnabled(bench.button(L"Learn")));
+    bench.press(L"Stop");
+    EXPECT_TRUE(bench.waitForStatus(L"Stopped training."));
+    EXPECT_TRUE(endless->stopped);
+    bench.press(L"Revert");
+    EXPECT_TRUE(bench.waitForStatus(L"Reverted font to previous training."));
+    bench.press(L"Save Font");
+    EXPECT_TRUE(bench.waitForStatus(L"Saved font"));
     bench.host->close();
     EXPECT_TRUE(bench.robot.surprises.empty()) << text(bench.robot.surprises.front());
     EXPECT_TRUE(bench.robot.seen.empty());
@@ -76,10 +95,10 @@ TEST_P(InHosts, OpensMenusFormsAndBoxesAndCopies) {
     bench.learn();
 
     const auto closeForm = [](HWND form) { PostMessageW(form, WM_CLOSE, 0, 0); };
-    bench.robot.expectMenu(L"Show Character &Array");
+    bench.robot.expectMenu(L"Show Character Array for L");
     bench.rightClick(bench.cell(L'L'));
     ASSERT_TRUE(bench.host->pumpUntil([&] { return bench.robot.satisfied(); }));
-    EXPECT_NE(bench.robot.seen.back().find(L"Show &Histogram"), std::wstring::npos);
+    EXPECT_NE(bench.robot.seen.back().find(L"Show Histogram for L"), std::wstring::npos);
     HWND array = nullptr;
     const auto formOfClass = [](const wchar_t* part) {
         struct Search {
@@ -101,20 +120,31 @@ TEST_P(InHosts, OpensMenusFormsAndBoxesAndCopies) {
     closeForm(array);
     EXPECT_TRUE(bench.host->pumpUntil([&] { return formOfClass(L"Array") == nullptr; }));
 
-    bench.robot.expectMenu(L"Show &Histogram");
+    bench.robot.expectMenu(L"Show Histogram for L");
     bench.rightClick(bench.cell(L'L'));
     HWND histogram = nullptr;
     EXPECT_TRUE(bench.host->pumpUntil([&] { return (histogram = formOfClass(L"istogram")) != nullptr; }));
 
-    bench.robot.expectMenu(L"Delete &Training");
+    bench.robot.expectMenu(L"Delete Training for O");
     bench.robot.expectBox(L"Delete Samples for O", IDNO);
     bench.rightClick(bench.cell(L'O'));
     EXPECT_TRUE(bench.host->pumpUntil([&] { return bench.robot.satisfied(); }));
 
-    // The table with its copy.
+    // The table of samples, all of it selected and copied.
     const HWND toolbar = children(bench.page(), TOOLBARCLASSNAMEW).front();
-    PostMessageW(GetParent(toolbar), WM_COMMAND,
-                 static_cast<WPARAM>(SendMessageW(toolbar, TB_COMMANDTOINDEX, 0, 0)), 0);
+    TBBUTTON numeric{};
+    ASSERT_TRUE(SendMessageW(toolbar, TB_GETBUTTON, 1, reinterpret_cast<LPARAM>(&numeric)));
+    PostMessageW(GetParent(toolbar), WM_COMMAND, static_cast<WPARAM>(numeric.idCommand),
+                 reinterpret_cast<LPARAM>(toolbar));
+    bench.host->pump();
+    const HWND grid = children(bench.page(), L"DravikGrid").front();
+    ASSERT_TRUE(IsWindowVisible(grid));
+    SetFocus(grid);
+    bench.host->key('A', Modifier::Control);
+    bench.host->key(VK_INSERT, Modifier::Control);
+    const std::wstring copied = clipboardText();
+    EXPECT_EQ(std::count(copied.begin(), copied.end(), L'\n'), 9) << text(copied);  // a row for each sample
+    EXPECT_EQ(copied.find(L'\t') != std::wstring::npos, true);
     EXPECT_TRUE(bench.robot.surprises.empty()) << text(bench.robot.surprises.front());
     bench.robot.expectBox(L"Font Changed", IDNO);
     bench.host->close();
@@ -130,7 +160,7 @@ TEST_P(InHosts, KeysGoThroughTheScreenAndOutOfIt) {
     bench.host->pump();
     ASSERT_EQ(GetFocus(), bench.input());
     bench.type(L"HELLO");
-    bench.host->key('I', true);
+    bench.host->key('I', Modifier::Alt);
     EXPECT_TRUE(bench.waitForStatus(L"5 samples included.")) << text(bench.status());
 
     SetFocus(bench.input());

@@ -34,16 +34,18 @@ HRESULT StepEditorFacet::putref_RootStep(IDispatch* Value) {
 
 HRESULT StepEditorFacet::putref_Step(IDispatch* Value) {
     return entered([&] {
-        return comCall(__uuidof(::StepEditor), kSource, [&] { state_.screen.setStep(stepFromCom(Value)); });
+        return comCall(__uuidof(::StepEditor), kSource, [&] {
+            state_.screen.setStep(stepFromCom(Value));
+            given_ = Value;
+        });
     });
 }
 
 HRESULT StepEditorFacet::get_Step(IDispatch** Value) {
     return entered([&]() -> HRESULT {
         if (!Value) return E_POINTER;
-        *Value = nullptr;
-        return comCall(__uuidof(::StepEditor), kSource,
-                       [&] { *Value = comFromStep(state_.screen.dialog().step()).as<IDispatch>().detach(); });
+        *Value = state_.screen.dialog().step() ? ComPtr<IDispatch>(given_).detach() : nullptr;
+        return S_OK;
     });
 }
 

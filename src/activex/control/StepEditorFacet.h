@@ -22,6 +22,7 @@ class StepEditorFacet : public DispatchFacet<::StepEditor> {
 
   private:
     ControlState& state_;
+    ComPtr<IDispatch> given_;  // the bound step as the host gave it
 };
 
 }  // namespace dravik

@@ -260,6 +260,9 @@ LRESULT Page::answer(UINT message, WPARAM wParam, LPARAM lParam) {
             fill(reinterpret_cast<HDC>(wParam), client, look_->background());
             return TRUE;
         }
+        case WM_DESTROY:
+            toolTips_.close();
+            break;
         case WM_SIZE:
             arrange();
             return 0;

@@ -68,6 +68,8 @@ class Page : public std::enable_shared_from_this<Page> {
     bool translateKey(const MSG& message, bool& leftPage);
     // A key that no host has translated; Tab goes round then.
     bool answerKey(Peer& focused, UINT key);
+    // The page answers the key itself; Tab at its end is left to the dialog that it may stand in.
+    bool wouldAnswer(const Peer& focused, UINT key) const;
     bool focusEnd(bool last);
     bool restoreFocus();
     bool hasFocusInside() const;
@@ -98,6 +100,8 @@ class Page : public std::enable_shared_from_this<Page> {
     void renewLook(int dpi, const Ambient& ambient);
     void followTimers();
     void showTimer(std::size_t index);
+    // The stop that Tab leads to from a control, or the first or last one from nowhere; nothing at the end.
+    Peer* nextStop(const Peer* from, bool backwards) const;
     bool moveFocus(Peer* from, bool backwards);
     bool answerKey(Peer* focused, UINT key, bool& leftPage);
     std::vector<Peer*> tabStops() const;

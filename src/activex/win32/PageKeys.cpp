@@ -19,27 +19,28 @@ std::vector<Peer*> Page::tabStops() const {
     return stops;
 }
 
-bool Page::moveFocus(Peer* from, bool backwards) {
+Peer* Page::nextStop(const Peer* from, bool backwards) const {
     const auto place = [this](const Peer* peer) {
         return std::find_if(peers_.begin(), peers_.end(),
                             [peer](const auto& known) { return known.get() == peer; }) -
                peers_.begin();
     };
     const std::vector<Peer*> stops = tabStops();
-    if (stops.empty()) return false;
+    if (stops.empty()) return nullptr;
+    if (!from) return backwards ? stops.back() : stops.front();
     Peer* next = nullptr;
-    if (!from) {
-        next = backwards ? stops.back() : stops.front();
-    } else {
-        // The focus may be on a control that Tab does not come to.
-        for (Peer* stop : stops) {
-            if (!backwards && place(stop) > place(from) && !next) next = stop;
-            if (backwards && place(stop) < place(from)) next = stop;
-        }
+    // The focus may be on a control that Tab does not come to.
+    for (Peer* stop : stops) {
+        if (!backwards && place(stop) > place(from) && !next) next = stop;
+        if (backwards && place(stop) < place(from)) next = stop;
     }
-    if (!next) return false;
-    next->focus();
-    return true;
+    return next;
+}
+
+bool Page::moveFocus(Peer* from, bool backwards) {
+    Peer* next = nextStop(from, backwards);
+    if (next) next->focus();
+    return next != nullptr;
 }
 
 bool Page::focusEnd(bool last) {
@@ -113,6 +114,21 @@ bool Page::answerKey(Peer* focused, UINT key, bool& leftPage) {
         return true;
     }
     return false;
+}
+
+bool Page::wouldAnswer(const Peer& focused, UINT key) const {
+    if (!attached_ || inert_ || focused.wantsKey(key)) return false;
+    const int shift = shiftState();
+    switch (key) {
+        case VK_TAB:
+            return (shift & (kCtrlMask | kAltMask)) == 0 && nextStop(&focused, (shift & kShiftMask) != 0);
+        case VK_RETURN:
+            return shift == 0 && (form_.defaultButton || focused.model().kind() == WidgetKind::Button);
+        case VK_ESCAPE:
+            return shift == 0 && form_.cancelButton;
+        default:
+            return false;
+    }
 }
 
 bool Page::translateKey(const MSG& message, bool& leftPage) {

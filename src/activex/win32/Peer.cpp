@@ -332,6 +332,14 @@ LRESULT Peer::answer(UINT message, WPARAM wParam, LPARAM lParam) {
         case WM_SYSCHAR:
             if (attached_ && !page_.inert() && page_.pressMnemonic(static_cast<wchar_t>(wParam))) return 0;
             break;
+        case WM_GETDLGCODE: {
+            // A dialog around the page, such as a property sheet, must not take Enter for its own button.
+            const LRESULT codes = this->message(message, wParam, lParam);
+            const auto* event = reinterpret_cast<const MSG*>(lParam);
+            const bool ours = event && attached_ && event->message == WM_KEYDOWN &&
+                              page_.wouldAnswer(*this, static_cast<UINT>(event->wParam));
+            return ours ? codes | DLGC_WANTMESSAGE : codes;
+        }
         case WM_SETCURSOR:
             if (attached_ && page_.platform().busy() && LOWORD(lParam) == HTCLIENT) {
                 SetCursor(LoadCursorW(nullptr, IDC_WAIT));

@@ -24,8 +24,14 @@ TTTOOLINFOW toolOf(HWND page, HWND window, UINT part) {
 }  // namespace
 
 ToolTips::~ToolTips() {
+    close();
+}
+
+void ToolTips::close() noexcept {
     if (window_ && IsWindow(window_)) DestroyWindow(window_);
     if (tracked_ && IsWindow(tracked_)) DestroyWindow(tracked_);
+    window_ = tracked_ = nullptr;
+    texts_.clear();
 }
 
 void ToolTips::create(HWND page) {

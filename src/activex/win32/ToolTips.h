@@ -17,6 +17,8 @@ class ToolTips {
     ~ToolTips();
 
     void create(HWND page);
+    // Before the windows that have tips are destroyed: afterwards the tips could not let go of them.
+    void close() noexcept;
     // Of a whole window; the empty text takes the tip away.
     void set(HWND window, const std::wstring& text);
     // Of a part of a window, numbered from 1.

@@ -41,9 +41,9 @@ class Bench {
     // Learn until the run has ended.
     void learn();
 
+    Robot robot;  // is there for what the host's end brings up
     std::unique_ptr<Host> host;
     ComPtr<IEmbeddedStep> step;
-    Robot robot;
 };
 
 std::wstring clipboardText();

@@ -27,8 +27,10 @@ class FaultyStep : public Step, public FontTool {
   public:
     explicit FaultyStep(StepPtr inner) : inner_(std::move(inner)) {}
 
-    std::string failing;  // the operation that fails; "" for none
-    int failed = 0;       // how often it was called
+    std::string failing;   // the operation that fails; "" for none
+    int failed = 0;        // how often it was called
+    bool endless = false;  // a run ends only when it is stopped
+    bool stopped = false;
     std::string identifier = kDravikStep;
     // Replaces record tables.
     std::function<RecordTablePtr(RecordTablePtr)> table;
@@ -58,11 +60,14 @@ class FaultyStep : public Step, public FontTool {
     std::vector<std::string> GetFontList() override { return on("GetFontList").GetFontList(); }
     CharacterSet GetCharacterSet() override { return on("GetCharacterSet").GetCharacterSet(); }
     std::int32_t GetTrainTimeout() override { return on("GetTrainTimeout").GetTrainTimeout(); }
-    bool IsTrainingDone() override { return on("IsTrainingDone").IsTrainingDone(); }
+    bool IsTrainingDone() override { return on("IsTrainingDone").IsTrainingDone() && !(endless && !stopped); }
     float GetRmsError() override { return on("GetRmsError").GetRmsError(); }
     bool IsTrainingAborted() override { return on("IsTrainingAborted").IsTrainingAborted(); }
     std::int32_t GetTrainCycles() override { return on("GetTrainCycles").GetTrainCycles(); }
-    void StopTraining() override { on("StopTraining").StopTraining(); }
+    void StopTraining() override {
+        stopped = true;
+        on("StopTraining").StopTraining();
+    }
     std::vector<std::string> GetUncommittedSamples() override {
         return on("GetUncommittedSamples").GetUncommittedSamples();
     }

@@ -234,12 +234,14 @@ void Host::pump() {
     }
 }
 
-void Host::key(UINT virtualKey, bool alt, bool shift) {
+void Host::key(UINT virtualKey, Modifier modifier) {
+    const bool alt = modifier == Modifier::Alt;
     BYTE keys[256] = {};
     GetKeyboardState(keys);
     BYTE before[256];
     std::copy(std::begin(keys), std::end(keys), std::begin(before));
-    if (shift) keys[VK_SHIFT] = 0x80;
+    if (modifier == Modifier::Shift) keys[VK_SHIFT] = 0x80;
+    if (modifier == Modifier::Control) keys[VK_CONTROL] = 0x80;
     if (alt) keys[VK_MENU] = 0x80;
     SetKeyboardState(keys);
     const LPARAM context = alt ? 1 << 29 : 0;

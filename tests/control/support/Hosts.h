@@ -32,6 +32,8 @@ class ControlModule {
     HMODULE module_;
 };
 
+enum class Modifier { None, Shift, Control, Alt };
+
 class Host {
   public:
     virtual ~Host() = default;
@@ -50,8 +52,8 @@ class Host {
     bool pumpUntil(const std::function<bool()>& condition);
     // Handles what is waiting now.
     void pump();
-    // A key for the window that has the focus, through the host's loop. `alt` for Alt + letter.
-    void key(UINT virtualKey, bool alt = false, bool shift = false);
+    // A key for the window that has the focus, through the host's loop.
+    void key(UINT virtualKey, Modifier modifier = Modifier::None);
 
   protected:
     ComPtr<IUnknown> control_;
