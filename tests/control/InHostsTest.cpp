@@ -66,6 +66,10 @@ TEST_P(InHosts, IncludesLearnsStopsSavesAndClosesWithoutAQuestion) {
     bench.press(L"Stop");
     EXPECT_TRUE(bench.waitForStatus(L"Stopped training."));
     EXPECT_TRUE(endless->stopped);
+    EXPECT_FALSE(IsWindowEnabled(bench.button(L"Stop")));
+
+    endless->endless = false;
+    bench.learn();
     bench.press(L"Revert");
     EXPECT_TRUE(bench.waitForStatus(L"Reverted font to previous training."));
     bench.press(L"Save Font");
