@@ -66,20 +66,19 @@ void light(Field& field, const View& view, Random& random) {
 }
 
 void texture(Field& field, const View& view, float cap, Random& random) {
-    if (view.brushed > 0) {
-        Field lines(field.width, field.height);
-        for (float& value : lines.values) value = random.normal();
-        lines.smoothRows(0.8f * cap);
-        lines.scaleTo(view.brushed);
-        field.add(lines);
-    }
-    if (view.mottled > 0) {
-        Field blobs(field.width, field.height);
-        for (float& value : blobs.values) value = random.normal();
-        blobs.blur(random.between(0.1f, 0.8f) * cap);
-        blobs.scaleTo(view.mottled);
-        field.add(blobs);
-    }
+    const auto add = [&](float alongRows, float bothWays, float deviation) {
+        // Made larger than the image: at the field's own borders filters have less to even out.
+        const int room = static_cast<int>(3 * std::max(alongRows, bothWays)) + 2;
+        Field texture(field.width + 2 * room, field.height + 2 * room);
+        for (float& value : texture.values) value = random.normal();
+        texture.smoothRows(alongRows);
+        texture.blur(bothWays);
+        texture.scaleTo(deviation);
+        for (int y = 0; y < field.height; ++y)
+            for (int x = 0; x < field.width; ++x) field.at(x, y) += texture.at(x + room, y + room);
+    };
+    if (view.brushed > 0) add(0.8f * cap, 0, view.brushed);
+    if (view.mottled > 0) add(0, random.between(0.1f, 0.8f) * cap, view.mottled);
 }
 
 void dirt(Field& field, const View& view, float cap, Random& random) {

@@ -42,10 +42,6 @@ std::vector<float> normalCurve(float deviation) {
 
 }  // namespace
 
-void Field::add(const Field& other) {
-    for (std::size_t i = 0; i < values.size(); ++i) values[i] += other.values[i];
-}
-
 void Field::scaleTo(float deviation) {
     double squares = 0;
     for (const float value : values) squares += static_cast<double>(value * value);

@@ -18,7 +18,6 @@ struct Field {
         return values[static_cast<std::size_t>(y) * static_cast<std::size_t>(width) +
                       static_cast<std::size_t>(x)];
     }
-    void add(const Field& other);
     // Brings the deviation about 0 to `deviation`.
     void scaleTo(float deviation);
     void smoothRows(float deviation);

@@ -11,79 +11,156 @@
 namespace dravik {
 namespace {
 
-// Larger images are averaged down to about this size: finer detail than that adds time, not characters.
-constexpr std::int64_t kWorkingPixels = 4'000'000;
 // An image narrower than this holds no character.
 constexpr int kLeastSide = 5;
 // Print fainter than this many grey levels is taken for noise.
-constexpr float kFaintest = 4.0f;
+constexpr int kFaintest = 4;
 constexpr int kBins = 256;
 
+using Values = std::vector<std::uint8_t>;
 using Histogram = std::array<std::uint32_t, kBins>;
 
 std::size_t area(int width, int height) {
     return static_cast<std::size_t>(width) * static_cast<std::size_t>(height);
 }
 
-std::vector<float> reduced(const GreyImage& image, int scale, int width, int height) {
-    std::vector<float> result(area(width, height));
-    std::vector<std::uint32_t> sums(static_cast<std::size_t>(width));
-    const float share = 1.0f / static_cast<float>(scale * scale);
+// Means of `scale` x `scale` pixels.
+Values reduced(const GreyImage& image, const Region& region, int scale, int width, int height) {
+    Values result(area(width, height));
+    if (scale == 1) {
+        for (int y = 0; y < height; ++y)
+            std::copy_n(image.row(region.top + y).data() + region.left, width, &result[area(width, y)]);
+        return result;
+    }
+    const std::size_t across = static_cast<std::size_t>(width) * static_cast<std::size_t>(scale);
+    std::vector<std::uint16_t> sums(across);
+    // A product with this and a shift divide by scale x scale, rounded.
+    const std::uint32_t pixels = static_cast<std::uint32_t>(scale * scale);
+    const std::uint32_t share = (1u << 16) / pixels;
     for (int y = 0; y < height; ++y) {
-        std::fill(sums.begin(), sums.end(), 0u);
+        std::fill(sums.begin(), sums.end(), std::uint16_t{0});
         for (int sub = 0; sub < scale; ++sub) {
-            const std::uint8_t* in = image.row(y * scale + sub).data();
-            for (std::uint32_t& sum : sums)
-                for (int k = 0; k < scale; ++k) sum += *in++;
+            const std::uint8_t* in = image.row(region.top + y * scale + sub).data() + region.left;
+            for (std::size_t x = 0; x < across; ++x) sums[x] = static_cast<std::uint16_t>(sums[x] + in[x]);
         }
-        float* out = &result[area(width, y)];
-        for (std::size_t x = 0; x < sums.size(); ++x) out[x] = static_cast<float>(sums[x]) * share;
+        std::uint8_t* out = &result[area(width, y)];
+        const std::uint16_t* in = sums.data();
+        const auto put = [&](int x, std::uint32_t sum) {
+            out[x] = static_cast<std::uint8_t>(std::min(255u, (sum * share + (1u << 15)) >> 16));
+        };
+        if (scale == 2) {
+            for (int x = 0; x < width; ++x) put(x, static_cast<std::uint32_t>(in[2 * x] + in[2 * x + 1]));
+        } else {
+            for (int x = 0; x < width; ++x) {
+                std::uint32_t sum = 0;
+                for (int k = 0; k < scale; ++k) sum += *in++;
+                put(x, sum);
+            }
+        }
     }
     return result;
 }
 
-// One pass of the 1-2-1 filter both ways; edges repeat.
-void smoothOnce(std::vector<float>& pixels, int width, int height) {
-    const std::size_t w = static_cast<std::size_t>(width);
-    std::vector<float> above(w), line(w);
-    for (int y = 0; y < height; ++y) {
-        float* row = &pixels[area(width, y)];
-        line.assign(row, row + w);
-        for (std::size_t x = 1; x + 1 < w; ++x) row[x] = 0.25f * (line[x - 1] + line[x + 1]) + 0.5f * line[x];
-        if (w > 1) {
-            row[0] = 0.75f * line[0] + 0.25f * line[1];
-            row[w - 1] = 0.75f * line[w - 1] + 0.25f * line[w - 2];
+// Twice as many pixels both ways, between which the values go over evenly.
+Values doubled(const GreyImage& image, const Region& region) {
+    const int width = 2 * region.width(), height = 2 * region.height();
+    Values result(area(width, height));
+    const auto pixel = [&](int x, int y) {
+        return static_cast<int>(image(std::clamp(x, region.left, region.right - 1),
+                                      std::clamp(y, region.top, region.bottom - 1)));
+    };
+    for (int y = 0; y < height; ++y)
+        for (int x = 0; x < width; ++x) {
+            const int px = region.left + x / 2, py = region.top + y / 2;
+            const int ox = px + (x & 1 ? 1 : -1), oy = py + (y & 1 ? 1 : -1);
+            const int sum = 9 * pixel(px, py) + 3 * (pixel(ox, py) + pixel(px, oy)) + pixel(ox, oy);
+            result[area(width, y) + static_cast<std::size_t>(x)] = static_cast<std::uint8_t>((sum + 8) / 16);
         }
+    return result;
+}
+
+// One pass of the 1-2-1 filter both ways; edges repeat.
+void smoothOnce(Values& pixels, int width, int height) {
+    const std::size_t w = static_cast<std::size_t>(width);
+    const auto mean = [](std::uint8_t a, std::uint8_t b, std::uint8_t c) {
+        return static_cast<std::uint8_t>((a + 2 * b + c + 2) >> 2);
+    };
+    Values line(w + 2), above(w);
+    for (int y = 0; y < height; ++y) {
+        std::uint8_t* row = &pixels[area(width, y)];
+        std::copy_n(row, w, line.begin() + 1);
+        line.front() = row[0];
+        line.back() = row[w - 1];
+        const std::uint8_t* in = line.data();
+        for (std::size_t x = 0; x < w; ++x) row[x] = mean(in[x], in[x + 1], in[x + 2]);
     }
     above.assign(pixels.begin(), pixels.begin() + width);
+    line.resize(w);
     for (int y = 0; y < height; ++y) {
-        float* row = &pixels[area(width, y)];
-        const float* below = y + 1 < height ? row + w : row;
-        line.assign(row, row + w);
-        if (y + 1 < height)
-            for (std::size_t x = 0; x < w; ++x) row[x] = 0.25f * (above[x] + below[x]) + 0.5f * line[x];
-        else
-            for (std::size_t x = 0; x < w; ++x) row[x] = 0.25f * above[x] + 0.75f * line[x];
+        std::uint8_t* row = &pixels[area(width, y)];
+        const std::uint8_t* below = y + 1 < height ? row + w : row;
+        std::copy_n(row, w, line.begin());
+        const std::uint8_t *up = above.data(), *here = line.data();
+        for (std::size_t x = 0; x < w; ++x) row[x] = mean(up[x], here[x], below == row ? here[x] : below[x]);
         above.swap(line);
+    }
+}
+
+// Means over a window of 2 x radius + 1 both ways, done twice: nearly a normal curve of that radius.
+void smoothWide(Values& pixels, int width, int height, int radius) {
+    const std::uint32_t side = static_cast<std::uint32_t>(2 * radius + 1);
+    const std::uint32_t share = ((1u << 16) + side / 2) / side;
+    std::vector<std::uint32_t> sums(static_cast<std::size_t>(width));
+    Values line(static_cast<std::size_t>(std::max(width, height)));
+    for (int round = 0; round < 2; ++round) {
+        for (int y = 0; y < height; ++y) {
+            std::uint8_t* row = &pixels[area(width, y)];
+            std::copy_n(row, width, line.begin());
+            const auto at = [&](int x) {
+                return static_cast<std::uint32_t>(
+                    line[static_cast<std::size_t>(std::clamp(x, 0, width - 1))]);
+            };
+            std::uint32_t sum = 0;
+            for (int x = -radius; x <= radius; ++x) sum += at(x);
+            for (int x = 0; x < width; ++x) {
+                row[x] = static_cast<std::uint8_t>(std::min(255u, (sum * share + (1u << 15)) >> 16));
+                sum += at(x + radius + 1) - at(x - radius);
+            }
+        }
+        const Values before = pixels;
+        const auto rowAt = [&](int y) { return &before[area(width, std::clamp(y, 0, height - 1))]; };
+        std::fill(sums.begin(), sums.end(), 0u);
+        for (int y = -radius; y <= radius; ++y) {
+            const std::uint8_t* in = rowAt(y);
+            for (std::size_t x = 0; x < sums.size(); ++x) sums[x] += in[x];
+        }
+        for (int y = 0; y < height; ++y) {
+            std::uint8_t* out = &pixels[area(width, y)];
+            const std::uint8_t *enters = rowAt(y + radius + 1), *leaves = rowAt(y - radius);
+            for (std::size_t x = 0; x < sums.size(); ++x) {
+                out[x] = static_cast<std::uint8_t>(std::min(255u, (sums[x] * share + (1u << 15)) >> 16));
+                sums[x] += static_cast<std::uint32_t>(enters[x]) - leaves[x];
+            }
+        }
     }
 }
 
 // Spread of the noise from pixel to pixel, in grey levels: a curvature that straight edges do not raise, by
 // its median.
-float noiseOf(const std::vector<float>& pixels, int width, int height) {
+float noiseOf(const Values& pixels, int width, int height) {
     if (width < 3 || height < 3) return 0;
-    const std::size_t step = std::max<std::size_t>(1, pixels.size() / 100'000);
-    std::vector<float> curvature;
+    const std::size_t step = std::max<std::size_t>(1, pixels.size() / 20'000);
+    std::vector<int> curvature;
     const std::size_t w = static_cast<std::size_t>(width);
     for (std::size_t i = w + 1; i + w + 1 < pixels.size(); i += step) {
-        const float* p = &pixels[i];
+        const std::uint8_t* p = &pixels[i];
         curvature.push_back(std::abs(p[-1 - width] + p[1 - width] + p[width - 1] + p[width + 1] -
                                      2 * (p[-1] + p[1] + p[-width] + p[width]) + 4 * p[0]));
     }
     if (curvature.empty()) return 0;
     const auto middle = curvature.begin() + static_cast<std::ptrdiff_t>(curvature.size() / 2);
     std::nth_element(curvature.begin(), middle, curvature.end());
-    return *middle / (0.6745f * 6.0f);
+    return static_cast<float>(*middle) / (0.6745f * 6.0f);
 }
 
 // The value below which `share` of the counts from bin `from` on lie; -1 when fewer than `least` are counted.
@@ -112,15 +189,14 @@ struct TileGrid {
     }
     std::size_t count() const { return area(columns, rows); }
 
-    std::vector<Histogram> histograms(std::span<const float> values, int width, int height) const {
+    std::vector<Histogram> histograms(const Values& values, int width, int height) const {
         std::vector<Histogram> result(count(), Histogram{});
         for (int y = 0; y < height; ++y) {
-            const float* row = &values[area(width, y)];
+            const std::uint8_t* row = &values[area(width, y)];
             for (int column = 0; column < columns; ++column) {
                 Histogram& counts = result[index(column, y / tile)];
                 const int end = std::min(width, (column + 1) * tile);
-                for (int x = column * tile; x < end; ++x)
-                    ++counts[static_cast<std::size_t>(std::clamp(row[x] + 0.5f, 0.0f, 255.0f))];
+                for (int x = column * tile; x < end; ++x) ++counts[row[x]];
             }
         }
         return result;
@@ -138,7 +214,7 @@ struct TileGrid {
     }
 
     // One row of the surface.
-    void interpolate(const std::vector<float>& values, int y, int width, float* out) const {
+    void interpolate(const std::vector<float>& values, int y, std::span<float> out) const {
         const auto place = [this](int pixel, int tiles) {
             const float at = (static_cast<float>(pixel) + 0.5f) / static_cast<float>(tile) - 0.5f;
             return std::clamp(at, 0.0f, static_cast<float>(tiles - 1));
@@ -146,92 +222,82 @@ struct TileGrid {
         const float v = place(y, rows);
         const int top = static_cast<int>(v), bottom = std::min(top + 1, rows - 1);
         const float down = v - static_cast<float>(top);
-        for (int x = 0; x < width; ++x) {
+        const auto edge = [&](int column) {
+            return values[index(column, top)] * (1 - down) + values[index(column, bottom)] * down;
+        };
+        const int width = static_cast<int>(out.size());
+        // From tile centre to tile centre the value changes evenly.
+        for (int x = 0; x < width;) {
             const float u = place(x, columns);
             const int left = static_cast<int>(u), right = std::min(left + 1, columns - 1);
-            const float across = u - static_cast<float>(left);
-            const float upper = values[index(left, top)] * (1 - across) + values[index(right, top)] * across;
-            const float lower =
-                values[index(left, bottom)] * (1 - across) + values[index(right, bottom)] * across;
-            out[x] = upper * (1 - down) + lower * down;
+            const float from = edge(left), step = edge(right) - from;
+            int end = x + 1;
+            while (end < width && static_cast<int>(place(end, columns)) == left) ++end;
+            const float shift = 0.5f / static_cast<float>(tile) - 0.5f - static_cast<float>(left);
+            for (; x < end; ++x)
+                out[static_cast<std::size_t>(x)] =
+                    from +
+                    step * std::clamp(static_cast<float>(x) / static_cast<float>(tile) + shift, 0.0f, 1.0f);
         }
     }
 };
 
 }  // namespace
 
-Binarizer::Binarizer(const GreyImage& image) {
+Binarizer::Binarizer(const GreyImage& image, const Region& region, float scale)
+    : scale_(scale), region_(region) {
     if (image.empty()) return;
-    while (static_cast<std::int64_t>(image.width() / scale_) * (image.height() / scale_) > kWorkingPixels)
-        ++scale_;
-    width_ = image.width() / scale_;
-    height_ = image.height() / scale_;
+    width_ = static_cast<int>(static_cast<float>(region.width()) / scale);
+    height_ = static_cast<int>(static_cast<float>(region.height()) / scale);
     if (std::min(width_, height_) < kLeastSide) return;
-    smooth_ = reduced(image, scale_, width_, height_);
-    const float noise = noiseOf(smooth_, width_, height_);
-    const int passes = noise < 2 ? 1 : noise < 6 ? 2 : 3;
+    smooth_ =
+        scale < 1 ? doubled(image, region) : reduced(image, region, static_cast<int>(scale), width_, height_);
+    noise_ = noiseOf(smooth_, width_, height_);
+    const int passes = noise_ < 2 ? 1 : noise_ < 6 ? 2 : 3;
     for (int pass = 0; pass < passes; ++pass) smoothOnce(smooth_, width_, height_);
-}
-
-int Binarizer::firstTile() const noexcept {
-    return std::clamp(std::min(width_, height_) / 4, 8, 64);
-}
-
-std::vector<float> Binarizer::background(int tile) const {
-    const TileGrid grid(tile, width_, height_);
-    const std::vector<Histogram> tiles = grid.histograms(smooth_, width_, height_);
-    std::vector<float> middles(grid.count());
-    for (int row = 0; row < grid.rows; ++row)
-        for (int column = 0; column < grid.columns; ++column)
-            middles[grid.index(column, row)] =
-                static_cast<float>(percentile(grid.around(tiles, column, row), 0, 0.5, 1));
-    std::vector<float> surface(smooth_.size());
-    for (int y = 0; y < height_; ++y) grid.interpolate(middles, y, width_, &surface[area(width_, y)]);
-    return surface;
 }
 
 // How far each pixel is on the print's side of its background. What is wider than print, such as the
 // surroundings of a part, is no print however much it differs from the background nearby.
-std::vector<float> Binarizer::depths(const std::vector<float>& ground, bool darkPrint, int tile) const {
-    const float sign = darkPrint ? 1.0f : -1.0f;
-    std::vector<float> filled = smooth_;
+Values Binarizer::depths(bool darkPrint, int side, float blur) const {
+    Values print = smooth_;
     if (!darkPrint)
-        for (float& value : filled) value = -value;
-    filled = closed(std::move(filled), width_, height_, tile | 1);
-    for (std::size_t i = 0; i < filled.size(); ++i)
-        filled[i] = std::min(filled[i] - sign * smooth_[i], sign * (ground[i] - smooth_[i]));
-    return filled;
+        for (std::uint8_t& value : print) value = static_cast<std::uint8_t>(255 - value);
+    if (blur >= 0.75f) smoothWide(print, width_, height_, static_cast<int>(std::lround(blur)));
+    // The extremes of noise would lift the background above its mean.
+    Values ground = print;
+    smoothOnce(ground, width_, height_);
+    if (noise_ > 3) smoothOnce(ground, width_, height_);
+    ground = closed(std::move(ground), width_, height_, side | 1);
+    for (std::size_t i = 0; i < print.size(); ++i)
+        print[i] = ground[i] > print[i] ? static_cast<std::uint8_t>(ground[i] - print[i]) : std::uint8_t{0};
+    return print;
 }
 
-double Binarizer::darkness(int tile) const {
+double Binarizer::darkness(int side) const {
     if (smooth_.empty()) return 0;
-    const std::vector<float> ground = background(tile);
     const auto strength = [&](bool dark) {
         double sum = 0;
-        for (const float depth : depths(ground, dark, tile))
-            if (depth > 0) sum += static_cast<double>(depth * depth * depth);
+        for (const std::uint8_t depth : depths(dark, side, 0)) sum += depth * depth * depth;
         return sum;
     };
     const double dark = strength(true), light = strength(false);
     return dark + light > 0 ? (dark - light) / (dark + light) : 0;
 }
 
-InkImage Binarizer::separate(bool darkPrint, int tile) const {
+InkImage Binarizer::separate(bool darkPrint, int side, float blur) const {
     InkImage result;
     if (smooth_.empty()) return result;
-    const std::vector<float> depth = depths(background(tile), darkPrint, tile);
+    const Values depth = depths(darkPrint, side, blur);
 
-    std::array<std::uint32_t, kBins> against{};
-    for (const float d : depth)
-        if (d <= 0) ++against[static_cast<std::size_t>(std::min(-d + 0.5f, 255.0f))];
-    const float noise = static_cast<float>(std::max(1, percentile(against, 0, 0.6827, 1)));
-    const int visible = static_cast<int>(std::clamp(3.5f * noise, kFaintest, 255.0f));
-
-    const TileGrid grid(tile, width_, height_);
+    const TileGrid grid(side, width_, height_);
     const std::vector<Histogram> tiles = grid.histograms(depth, width_, height_);
     Histogram all{};
     for (const Histogram& one : tiles)
         for (std::size_t bin = 0; bin < kBins; ++bin) all[bin] += one[bin];
+    // Most of the image is background, whose depth is that of the noise.
+    const int usual = percentile(all, 0, 0.5, 1), lower = percentile(all, 0, 0.16, 1);
+    const int visible = std::min(255, usual + std::max(kFaintest, 5 * (usual - lower) / 2));
     int strongest = percentile(all, visible, 0.7, 4);
     if (strongest < 0) return result;
     for (int round = 0; round < 3; ++round)
@@ -247,22 +313,25 @@ InkImage Binarizer::separate(bool darkPrint, int tile) const {
             for (const std::uint32_t count : near) total += count;
             int local = percentile(near, visible, 0.7, std::max(6u, total / 100));
             if (local >= 0) local = percentile(near, std::max(visible, local * 2 / 5), 0.7, 1);
-            const float contrast = local < 0 ? overall : std::max(static_cast<float>(local), 0.3f * overall);
+            const float contrast = local < 0 ? overall : std::max(static_cast<float>(local), 0.2f * overall);
             thresholds[grid.index(column, row)] =
-                std::max(0.5f * contrast, static_cast<float>(visible) * 0.8f);
+                std::max(0.5f * (contrast + static_cast<float>(usual)), static_cast<float>(visible));
         }
 
     result.width = width_;
     result.height = height_;
     result.scale = scale_;
+    result.left = region_.left;
+    result.top = region_.top;
     result.ink.resize(depth.size());
     std::vector<float> threshold(static_cast<std::size_t>(width_));
     for (int y = 0; y < height_; ++y) {
-        grid.interpolate(thresholds, y, width_, threshold.data());
-        const float* in = &depth[area(width_, y)];
+        grid.interpolate(thresholds, y, threshold);
+        const std::uint8_t* in = &depth[area(width_, y)];
         std::uint8_t* out = &result.ink[area(width_, y)];
         for (std::size_t x = 0; x < threshold.size(); ++x)
-            out[x] = static_cast<std::uint8_t>(std::clamp(128.0f * in[x] / threshold[x], 0.0f, 255.0f));
+            out[x] = static_cast<std::uint8_t>(
+                std::min(128.0f * static_cast<float>(in[x]) / threshold[x], 255.0f));
     }
     return result;
 }

@@ -1,6 +1,6 @@
-// Separates the print from its background: smooths noise, follows uneven light with a background surface, and
-// sets a local threshold from the contrast found nearby. Works the same for dark print on light and light
-// print on dark.
+// Separates the print from its background: brings the image to a size that suits the print, smooths noise,
+// takes what is narrower than print for print and sets a local threshold from the contrast found nearby.
+// Works the same for dark print on light and light print on dark.
 #pragma once
 
 #include <cstdint>
@@ -10,12 +10,25 @@
 
 namespace dravik {
 
+// A part of an image, in image pixels; right and bottom are exclusive.
+struct Region {
+    int left = 0;
+    int top = 0;
+    int right = 0;
+    int bottom = 0;
+
+    int width() const noexcept { return right - left; }
+    int height() const noexcept { return bottom - top; }
+};
+
 // How much of each pixel is print: 0 none, 128 the threshold, 255 full. One ink pixel covers scale x scale
-// image pixels.
+// image pixels; the first one's corner is that of the region that was looked at.
 struct InkImage {
     int width = 0;
     int height = 0;
-    int scale = 1;
+    float scale = 1;
+    int left = 0;  // image pixels
+    int top = 0;
     std::vector<std::uint8_t> ink;
 
     bool empty() const noexcept { return ink.empty(); }
@@ -25,30 +38,42 @@ struct InkImage {
     }
 };
 
-// A grey image made ready for separation: reduced to a size that is quick to work on, and smoothed.
+// A region of a grey image made ready for separation.
 class Binarizer {
   public:
-    explicit Binarizer(const GreyImage& image);
+    // `scale` is the image pixels to a working pixel: 1 or a larger whole number to average so many, 0.5 to
+    // make two of one.
+    Binarizer(const GreyImage& image, const Region& region, float scale);
 
-    // The print that is darker or lighter than its background. `tile` is the grain, in reduced pixels, with
-    // which the background and contrast are followed; a window of three tiles should hold about two
-    // characters' height.
-    InkImage separate(bool darkPrint, int tile) const;
+    // The print that is darker or lighter than its background. `side` is wider than any stroke, in working
+    // pixels, and about three quarters of a character's height. `blur` further smooths so that marks closer
+    // than about twice that many pixels run together.
+    InkImage separate(bool darkPrint, int side, float blur = 0) const;
+
+    // The grey level at a working pixel, after smoothing.
+    int level(int x, int y) const noexcept {
+        return smooth_[static_cast<std::size_t>(y) * static_cast<std::size_t>(width_) +
+                       static_cast<std::size_t>(x)];
+    }
 
     // How strongly the image speaks for dark print (positive) or light print (negative), -1 to 1.
-    double darkness(int tile) const;
+    double darkness(int side) const;
 
-    // A grain to start from when nothing is known of the print's size.
-    int firstTile() const noexcept;
+    int width() const noexcept { return width_; }
+    int height() const noexcept { return height_; }
+    bool empty() const noexcept { return smooth_.empty(); }
+    // Standard deviation of the noise before smoothing, in grey levels.
+    float noise() const noexcept { return noise_; }
 
   private:
-    std::vector<float> background(int tile) const;
-    std::vector<float> depths(const std::vector<float>& ground, bool darkPrint, int tile) const;
+    std::vector<std::uint8_t> depths(bool darkPrint, int side, float blur) const;
 
     int width_ = 0;
     int height_ = 0;
-    int scale_ = 1;
-    std::vector<float> smooth_;
+    float scale_ = 1;
+    Region region_;
+    float noise_ = 0;
+    std::vector<std::uint8_t> smooth_;
 };
 
 }  // namespace dravik

@@ -120,7 +120,7 @@ std::pair<Piece, Piece> cut(const Piece& piece, const Frame& frame, float along)
         part.area += run.x1 - run.x0;
     };
     for (const Run& run : piece.runs) {
-        const float x = along - frame.slope * (static_cast<float>(run.y) + 0.5f);
+        const float x = along - (frame.slope + frame.slant) * (static_cast<float>(run.y) + 0.5f);
         const int border = static_cast<int>(std::lround(x));
         if (border <= run.x0) {
             add(parts.second, run);

@@ -15,12 +15,21 @@ struct Run {
     int y = 0;
 };
 
-// A frame turned by the print's slope: distances along and across its lines, in ink pixels.
+// A frame turned by the print's slope and sheared by its slant: distances along and across its lines, in ink
+// pixels, in which upright strokes stand at right angles to the line.
 struct Frame {
-    float slope = 0;  // rise of y per x along a line of print
+    float slope = 0;  // rise of y per x along a line of print, at the image's downward y a fall
+    float slant = 0;  // how far upright strokes lean to the right, per height
 
-    float along(float x, float y) const noexcept { return x + slope * y; }
+    float along(float x, float y) const noexcept { return x + (slope + slant) * y; }
     float across(float x, float y) const noexcept { return y - slope * x; }
+    // Back to the image.
+    float x(float along, float across) const noexcept {
+        return (along - (slope + slant) * across) / (1 + (slope + slant) * slope);
+    }
+    float y(float along, float across) const noexcept {
+        return (across + slope * along) / (1 + (slope + slant) * slope);
+    }
 };
 
 struct Box {

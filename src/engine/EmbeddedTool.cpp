@@ -170,16 +170,8 @@ struct EmbeddedTool::State {
     static std::vector<FoundCharacter> places(const Segmentation& segments) {
         std::vector<FoundCharacter> result;
         for (const Glyph& glyph : segments.glyphs) {
-            FoundCharacter place{segments.ink.width, segments.ink.height, 0, 0, glyph.line};
-            for (const auto& stretch : glyph.piece.runs) {
-                place.left = std::min(place.left, stretch.x0);
-                place.right = std::max(place.right, stretch.x1);
-                place.top = std::min(place.top, stretch.y);
-                place.bottom = std::max(place.bottom, stretch.y + 1);
-            }
-            for (int* edge : {&place.left, &place.top, &place.right, &place.bottom})
-                *edge *= segments.ink.scale;
-            result.push_back(place);
+            const Region at = segments.place(glyph);
+            result.push_back({at.left, at.top, at.right, at.bottom, glyph.line});
         }
         return result;
     }

@@ -113,7 +113,7 @@ SampleInputs glyphInputs(const Segmentation& found, const Glyph& glyph, const Li
     const float cellWidth = box.width() / kGrid, cellHeight = box.height() / kGrid;
     const auto steps = [](float cell) { return std::clamp(static_cast<int>(2 * cell + 1), 3, kMostSteps); };
     const int across = steps(cellWidth), down = steps(cellHeight);
-    const float slope = found.frame.slope, turn = 1 / (1 + slope * slope);
+    const Frame& frame = found.frame;
 
     // A cell sees half a cell of its neighbours as well, with less weight, so that small shifts change
     // little.
@@ -128,7 +128,7 @@ SampleInputs glyphInputs(const Segmentation& found, const Glyph& glyph, const Li
                     const float u = (static_cast<float>(i) + 0.5f) / static_cast<float>(across) * 2 - 1;
                     const float x = box.left + cellWidth * (static_cast<float>(column) + 0.5f + u * 0.9f);
                     const float weight = (1 - std::abs(u)) * (1 - std::abs(v));
-                    sum += weight * ink.at((x - slope * y) * turn, (y + slope * x) * turn);
+                    sum += weight * ink.at(frame.x(x, y), frame.y(x, y));
                     weights += weight;
                 }
             }

@@ -72,8 +72,7 @@ std::vector<float> columnProfile(const Piece& piece, const Frame& frame) {
 
 // Cuts a piece that is `parts` characters wide at the thin places near the even borders; the piece stays
 // whole when one of the cuts would go through a thick place.
-void splitEvenly(const Piece& piece, int parts, const Frame& frame, float capHeight,
-                 std::vector<Piece>& out) {
+void splitEvenly(const Piece& piece, int parts, const Frame& frame, float thickest, std::vector<Piece>& out) {
     const std::vector<float> profile = columnProfile(piece, frame);
     const float step = piece.box.width() / static_cast<float>(parts);
     Piece rest = piece;
@@ -90,7 +89,7 @@ void splitEvenly(const Piece& piece, int parts, const Frame& frame, float capHei
                 place = static_cast<float>(column) + 0.5f;
             }
         }
-        if (best > 0.38f * capHeight) {
+        if (best > thickest) {
             out.push_back(piece);
             return;
         }
@@ -113,6 +112,15 @@ float median(std::vector<float> values) {
     return *middle;
 }
 
+// Usual width of the line's strokes, across which most runs go.
+float strokeWidth(const std::vector<Piece>& pieces) {
+    std::vector<float> lengths;
+    for (const Piece& piece : pieces)
+        for (const Run& run : piece.runs)
+            if (lengths.size() < 20'000) lengths.push_back(static_cast<float>(run.x1 - run.x0));
+    return median(std::move(lengths));
+}
+
 std::vector<Piece> splitTouching(std::vector<Piece> pieces, float pitch, const LineMetrics& metrics,
                                  const Frame& frame) {
     const float cap = metrics.capHeight;
@@ -122,6 +130,7 @@ std::vector<Piece> splitTouching(std::vector<Piece> pieces, float pitch, const L
             piece.box.width() < 1.2f * cap)
             widths.push_back(piece.box.width());
     const float usual = widths.size() >= 3 ? median(widths) : 0.65f * cap;
+    const float stroke = strokeWidth(pieces);
     std::vector<Piece> result;
     for (Piece& piece : pieces) {
         const float width = piece.box.width();
@@ -129,11 +138,14 @@ std::vector<Piece> splitTouching(std::vector<Piece> pieces, float pitch, const L
         if (piece.box.height() > 0.5f * cap) {
             if (pitch > 0 && width > 1.3f * pitch)
                 parts = static_cast<int>(std::lround((width + 0.15f * pitch) / pitch));
-            else if (pitch <= 0 && width > std::max(1.25f * cap, 1.7f * usual))
-                parts = static_cast<int>(std::lround((width + 0.2f * usual) / (1.2f * usual)));
+            else if (pitch <= 0 &&
+                     width > std::max((piece.box.height() > 0.85f * cap ? 1.1f : 1.7f) * piece.box.height(),
+                                      1.6f * usual))
+                parts = std::max(2, static_cast<int>(std::lround((width + 0.2f * usual) / (1.2f * usual))));
         }
         if (parts > 1 && parts <= 40)
-            splitEvenly(piece, parts, frame, cap, result);
+            splitEvenly(piece, parts, frame, pitch > 0 ? 0.38f * cap : std::min(0.3f * cap, 1.4f * stroke),
+                        result);
         else
             result.push_back(std::move(piece));
     }
@@ -168,7 +180,7 @@ float characterPitch(std::span<const Piece> pieces, float capHeight) {
     return best;
 }
 
-std::vector<Piece> lineCharacters(LinePieces line, const Frame& frame) {
+std::vector<Piece> lineCharacters(LinePieces&& line, const Frame& frame) {
     const LineMetrics metrics = line.metrics;
     const float cap = metrics.capHeight;
     std::vector<Piece> pieces = joinedWhere(std::move(line.pieces), 0, [cap](const Piece& a, const Piece& b) {

@@ -14,6 +14,6 @@ namespace dravik {
 float characterPitch(std::span<const Piece> pieces, float capHeight);
 
 // The characters from left to right.
-std::vector<Piece> lineCharacters(LinePieces line, const Frame& frame);
+std::vector<Piece> lineCharacters(LinePieces&& line, const Frame& frame);
 
 }  // namespace dravik

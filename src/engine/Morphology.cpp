@@ -6,84 +6,86 @@
 namespace dravik {
 namespace {
 
-// The greatest (or, by the negated order, least) value within `radius` of each place of a line: running
-// extremes from block border to block border in both directions, of which every window needs one of each.
+using Values = std::vector<std::uint8_t>;
+
+// The greatest (or, by the other order, least) value within `radius` of each place of a row: windows of
+// doubled width until two of them cover the wanted one.
 template <typename Pick>
-void extremesAlong(float* line, int count, int radius, std::vector<float>& forward,
-                   std::vector<float>& backward, Pick pick) {
-    const int side = 2 * radius + 1;
-    const int padded = count + 2 * radius;
-    forward.resize(static_cast<std::size_t>(padded));
-    backward.resize(static_cast<std::size_t>(padded));
-    const auto value = [&](int place) { return line[std::clamp(place - radius, 0, count - 1)]; };
-    for (int i = 0; i < padded; ++i) {
-        const auto at = static_cast<std::size_t>(i);
-        forward[at] = i % side == 0 ? value(i) : pick(forward[at - 1], value(i));
+void extremesAlong(std::uint8_t* row, int width, int radius, Values& line, Pick pick) {
+    const std::size_t count = static_cast<std::size_t>(width), reach = static_cast<std::size_t>(radius);
+    const std::size_t side = 2 * reach + 1;
+    line.resize(count + 2 * reach);
+    std::fill_n(line.begin(), reach, row[0]);
+    std::copy_n(row, count, line.begin() + radius);
+    std::fill_n(line.begin() + radius + width, reach, row[width - 1]);
+    std::size_t covered = 1;
+    for (; 2 * covered <= side; covered *= 2) {
+        std::uint8_t* out = line.data();
+        const std::uint8_t* other = out + covered;
+        const std::size_t end = line.size() - covered;
+        for (std::size_t i = 0; i < end; ++i) out[i] = pick(out[i], other[i]);
     }
-    for (int i = padded - 1; i >= 0; --i) {
-        const auto at = static_cast<std::size_t>(i);
-        backward[at] = i % side == side - 1 || i == padded - 1 ? value(i) : pick(backward[at + 1], value(i));
-    }
-    for (int i = 0; i < count; ++i)
-        line[i] =
-            pick(backward[static_cast<std::size_t>(i)], forward[static_cast<std::size_t>(i + 2 * radius)]);
+    const std::uint8_t *a = line.data(), *b = a + (side - covered);
+    for (std::size_t i = 0; i < count; ++i) row[i] = pick(a[i], b[i]);
 }
 
-// The same across the rows, strip by strip of columns so that memory is read in rows.
+// The same across the rows, strip by strip of columns so that memory is read in rows: running extremes from
+// block border to block border in both directions, of which every window needs one of each.
 template <typename Pick>
-void extremesDown(std::vector<float>& pixels, int width, int height, int radius, Pick pick) {
-    constexpr int kStrip = 64;
+void extremesDown(Values& pixels, int width, int height, int radius, Pick pick) {
+    constexpr int kStrip = 256;
     const int side = 2 * radius + 1;
     const int padded = height + 2 * radius;
-    std::vector<float> forward(static_cast<std::size_t>(padded) * kStrip), backward(forward.size());
+    Values forward(static_cast<std::size_t>(padded) * kStrip), backward(forward.size());
     for (int left = 0; left < width; left += kStrip) {
         const int columns = std::min(kStrip, width - left);
         const auto row = [&](int place) {
             const auto y = static_cast<std::size_t>(std::clamp(place - radius, 0, height - 1));
             return &pixels[y * static_cast<std::size_t>(width) + static_cast<std::size_t>(left)];
         };
-        const auto of = [](std::vector<float>& values, int place) {
+        const auto of = [](Values& values, int place) {
             return &values[static_cast<std::size_t>(place) * kStrip];
         };
         for (int i = 0; i < padded; ++i) {
-            const float* in = row(i);
-            float* out = of(forward, i);
+            const std::uint8_t* in = row(i);
+            std::uint8_t* out = of(forward, i);
             if (i % side == 0)
                 std::copy_n(in, columns, out);
             else
                 for (int x = 0; x < columns; ++x) out[x] = pick(out[x - kStrip], in[x]);
         }
         for (int i = padded - 1; i >= 0; --i) {
-            const float* in = row(i);
-            float* out = of(backward, i);
+            const std::uint8_t* in = row(i);
+            std::uint8_t* out = of(backward, i);
             if (i % side == side - 1 || i == padded - 1)
                 std::copy_n(in, columns, out);
             else
                 for (int x = 0; x < columns; ++x) out[x] = pick(out[x + kStrip], in[x]);
         }
         for (int y = 0; y < height; ++y) {
-            const float *a = of(backward, y), *b = of(forward, y + 2 * radius);
-            float* out = row(y + radius);
+            const std::uint8_t *a = of(backward, y), *b = of(forward, y + 2 * radius);
+            std::uint8_t* out = row(y + radius);
             for (int x = 0; x < columns; ++x) out[x] = pick(a[x], b[x]);
         }
     }
 }
 
 template <typename Pick>
-void extremes(std::vector<float>& pixels, int width, int height, int radius, Pick pick) {
-    std::vector<float> forward, backward;
+void extremes(Values& pixels, int width, int height, int radius, Pick pick) {
+    Values line;
     for (int y = 0; y < height; ++y)
         extremesAlong(&pixels[static_cast<std::size_t>(y) * static_cast<std::size_t>(width)], width, radius,
-                      forward, backward, pick);
+                      line, pick);
     extremesDown(pixels, width, height, radius, pick);
 }
 
 }  // namespace
 
-std::vector<float> closed(std::vector<float> pixels, int width, int height, int side) {
+Values closed(Values pixels, int width, int height, int side) {
     const int radius = side / 2;
-    extremes(pixels, width, height, radius, [](float a, float b) { return a > b ? a : b; });
-    extremes(pixels, width, height, radius, [](float a, float b) { return a < b ? a : b; });
+    if (pixels.empty() || radius < 1) return pixels;
+    extremes(pixels, width, height, radius, [](std::uint8_t a, std::uint8_t b) { return a > b ? a : b; });
+    extremes(pixels, width, height, radius, [](std::uint8_t a, std::uint8_t b) { return a < b ? a : b; });
     return pixels;
 }
 

@@ -1,12 +1,14 @@
 // Grey-level closing with a square: fills whatever is darker than its surroundings and narrower than the
-// square, and keeps the edges of everything larger.
+// square, and keeps the edges of everything larger. What reaches the image's border counts as going on
+// beyond.
 #pragma once
 
+#include <cstdint>
 #include <vector>
 
 namespace dravik {
 
-// Rows of `width` values without gaps; `side` is odd. Takes the same time for every side.
-std::vector<float> closed(std::vector<float> pixels, int width, int height, int side);
+// Rows of `width` values without gaps; `side` is odd. Takes nearly the same time for every side.
+std::vector<std::uint8_t> closed(std::vector<std::uint8_t> pixels, int width, int height, int side);
 
 }  // namespace dravik

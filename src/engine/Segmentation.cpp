@@ -2,22 +2,38 @@
 
 #include <algorithm>
 #include <cmath>
+#include <iterator>
 #include <utility>
 
 #include "engine/DotPrint.h"
 #include "engine/LineCharacters.h"
+#include "engine/PrintCleaning.h"
+#include "engine/TextLikeness.h"
 
+#ifdef E1DUMP
+#include <cstdio>
+int E1stage = 0;
+#endif
 namespace dravik {
 namespace {
 
+// The first look is at so many pixels at most, the last one at so many.
+constexpr std::int64_t kFirstPixels = 500'000;
+constexpr std::int64_t kMostWorkingPixels = 4'000'000;
 // Below this the image does not tell clearly whether the print is dark or light, and both are tried.
 constexpr double kClearPolarity = 0.5;
 // A segmentation that looks this much like text needs no other tried.
-constexpr double kClearText = 0.7;
-// What is tried later must look this much more like text, since it is the less likely.
-constexpr double kBetter = 1.1;
+constexpr double kClearText = 4.6;
+constexpr double kLikelyText = 3;
+// Print is seldom of separate dots or broken: what is added to the likeness of what was joined or blurred.
+constexpr double kJoinTrust = 0.354;
+constexpr double kBlurTrust = -0.352;
+// So many sizes and polarities are looked at closer.
+constexpr std::size_t kMostClose = 4;
 // Characters lower than this cannot be told apart.
 constexpr float kLeastHeight = 5;
+// Heights of capitals, in working pixels, at which characters are best told apart.
+constexpr float kBestHeight = 32;
 
 // What is as large as the image itself is its frame or a shadow.
 void dropFrames(std::vector<Piece>& pieces, const InkImage& ink) {
@@ -33,104 +49,187 @@ void dropFrames(std::vector<Piece>& pieces, const InkImage& ink) {
     });
 }
 
-Segmentation segmentWith(const Binarizer& binarizer, bool dark, int tile) {
+// How the print is looked for.
+struct Look {
+    bool dark = true;
+    int side = 24;
+    float blur = 0;
+    bool joins = true;  // of dots and of fragments
+    double trust = 0;   // how likely it is to be the right one before anything is seen
+};
+
+Segmentation segmentWith(const Binarizer& binarizer, const Look& look) {
     Segmentation result;
-    result.ink = binarizer.separate(dark, tile);
+    result.ink = binarizer.separate(look.dark, look.side, look.blur);
     if (result.ink.empty()) return result;
     std::vector<Piece> pieces = components(result.ink, 3);
     dropFrames(pieces, result.ink);
-    pieces = joinedFragments(joinedDots(std::move(pieces)), result.ink.width, result.ink.height);
+    if (look.joins)
+        pieces = joinedFragments(joinedDots(std::move(pieces)), result.ink.width, result.ink.height);
     float height = usualHeight(pieces);
     if (height < kLeastHeight) return result;
     result.frame.slope = printSlope(pieces, height);
     for (Piece& piece : pieces) piece.measure(result.frame);
     height = usualHeight(pieces);
-    for (LinePieces& line : textLines(std::move(pieces), height)) {
-        const LineMetrics first = line.metrics;
-        std::vector<Piece> characters = lineCharacters(std::move(line), result.frame);
+    result.frame.slant = printSlant(pieces, result.frame.slope, height);
+    if (result.frame.slant != 0)
+        for (Piece& piece : pieces) piece.measure(result.frame);
+    std::vector<LinePieces> lines = textLines(std::move(pieces), height);
+    for (LinePieces& line : lines) line.pieces = lineCharacters(std::move(line), result.frame);
+    dropForeign(lines, result.ink, binarizer);
+    for (LinePieces& line : lines) {
+        const LineMetrics& first = line.metrics;
         std::vector<Box> boxes;
-        for (const Piece& piece : characters)
+        for (const Piece& piece : line.pieces)
             if (piece.box.height() >= 0.45f * first.capHeight && piece.box.width() < 2 * first.capHeight)
                 boxes.push_back(piece.box);
         result.lines.push_back(boxes.empty() ? first : measureLine(boxes, first.capHeight));
         const int number = static_cast<int>(result.lines.size()) - 1;
-        for (Piece& piece : characters) result.glyphs.push_back({std::move(piece), number});
+        for (Piece& piece : line.pieces) result.glyphs.push_back({std::move(piece), number});
     }
     return result;
 }
 
-float typicalHeight(const Segmentation& found) {
-    std::vector<float> heights;
-    for (const Glyph& glyph : found.glyphs)
-        heights.push_back(found.lines[static_cast<std::size_t>(glyph.line)].capHeight);
-    if (heights.empty()) return 0;
-    const auto middle = heights.begin() + static_cast<std::ptrdiff_t>(heights.size() / 2);
-    std::nth_element(heights.begin(), middle, heights.end());
-    return *middle;
+struct Candidate {
+    Segmentation found;
+    Look look;
+    double value = 0;
+    float height = 0;  // of capitals, in image pixels
+};
+
+// Whole image pixels to a working pixel, so that a region takes no more working pixels than that.
+int leastScale(const Region& region, std::int64_t pixels) {
+    int scale = 1;
+    while (static_cast<std::int64_t>(region.width() / scale) * (region.height() / scale) > pixels) ++scale;
+    return scale;
 }
 
-// Once more with the grain that suits the print's height, when the first was far from it.
-Segmentation refined(const Binarizer& binarizer, bool dark, int tile) {
-    Segmentation found = segmentWith(binarizer, dark, tile);
-    const float height = typicalHeight(found);
-    if (height <= 0) return found;
-    const int suited = std::clamp(static_cast<int>(std::lround(0.75f * height)), 8, 400);
-    if (suited * 3 > tile * 2 && suited * 2 < tile * 3) return found;
-    Segmentation again = segmentWith(binarizer, dark, suited);
-    return again.glyphs.empty() ? found : again;
+int grain(float height) {
+    return std::clamp(static_cast<int>(std::lround(0.75f * height)), 8, 400);
 }
 
-// How much a segmentation looks like text, 0 to 1: characters of usual shape that stand on their lines and
-// are thin against their boxes, several to a line.
-double likeness(const Segmentation& found) {
-    if (found.glyphs.empty()) return 0;
-    double usual = 0, all = 0;
-    for (const Glyph& glyph : found.glyphs) {
-        const LineMetrics& line = found.lines[static_cast<std::size_t>(glyph.line)];
-        const Box& box = glyph.piece.box;
-        const float height = box.height() / line.capHeight, width = box.width() / line.capHeight;
-        const float fill = static_cast<float>(glyph.piece.area) / (box.width() * box.height());
-        const bool stands = std::abs(box.bottom - line.baseline) < 0.15f * line.capHeight ||
-                            std::abs(line.baseline - line.capHeight - box.top) < 0.15f * line.capHeight;
-        all += glyph.piece.area;
-        if (height > 0.6f && height < 1.4f && width < 1.2f && stands && (fill < 0.75f || width < 0.35f))
-            usual += glyph.piece.area;
+void consider(std::vector<Candidate>& candidates, const Binarizer& binarizer, const Look& look) {
+    Candidate one;
+    one.look = look;
+    one.found = segmentWith(binarizer, look);
+    one.value = textLikeness(one.found, binarizer) + look.trust;
+    one.height = typicalHeight(one.found) * one.found.ink.scale;
+#ifdef E1DUMP
+    {
+        int strong = 0;
+        for (const Glyph& g : one.found.glyphs) strong += g.piece.box.height() > 0;
+        std::fprintf(stderr, "C %d %d %d %.3f %d %.3f %zu %.2f", E1stage, look.dark, look.side,
+                     static_cast<double>(look.blur), look.joins, one.value, one.found.glyphs.size(),
+                     static_cast<double>(one.height));
+        for (double t : textTraits(one.found, binarizer)) std::fprintf(stderr, " %.4f", t);
+        std::fprintf(stderr, "\n");
     }
-    const double perLine = static_cast<double>(found.glyphs.size()) / static_cast<double>(found.lines.size());
-    return usual / all * perLine / (perLine + 0.25);
+#endif
+    if (!one.found.glyphs.empty()) candidates.push_back(std::move(one));
 }
 
-}  // namespace
+bool worse(const Candidate& a, const Candidate& b) {
+    return a.value < b.value;
+}
 
-namespace {
-
-// The first try is with the likelier polarity and a coarse grain. Where what comes out does not look like
-// text, other grains and the other polarity are tried: surroundings of a part may outweigh its print.
-Segmentation bestOf(const Binarizer& binarizer) {
-    Segmentation best;
-    double most = 0;
-    for (const int tile : {binarizer.firstTile(), binarizer.firstTile() / 3, binarizer.firstTile() / 6}) {
-        if (tile < 8 && tile != binarizer.firstTile()) continue;
-        const double darkness = binarizer.darkness(tile);
-        for (const bool dark : {darkness >= 0, darkness < 0}) {
-            Segmentation found = refined(binarizer, dark, tile);
-            const bool likelier = dark == (darkness >= 0);
-            const double value = likeness(found) * (likelier ? 1 : 1 - 0.5 * std::abs(darkness));
-            if (value > kBetter * most) {
-                most = value;
-                best = std::move(found);
+// Looks at the whole image with several grains, the likelier polarity first.
+std::vector<Candidate> firstLooks(const GreyImage& image, const Region& whole) {
+    std::vector<Candidate> candidates;
+    for (int scale = leastScale(whole, kFirstPixels);; scale = (scale + 1) / 2) {
+        const Binarizer binarizer(image, whole, static_cast<float>(scale));
+        if (binarizer.empty()) break;
+        const int first = std::clamp(std::min(binarizer.width(), binarizer.height()) / 4, 8, 64);
+        for (const int side : {first, first / 3, first / 6}) {
+            if (side < 8 && side != first) continue;
+            for (const bool dark : {true, false}) {
+                consider(candidates, binarizer, {dark, side, 0, false, 0});
+                consider(candidates, binarizer, {dark, side, 0, true, kJoinTrust});
+                consider(candidates, binarizer,
+                         {dark, side, 0.09f * static_cast<float>(side), false, kBlurTrust});
             }
-            if (likelier && most >= kClearText && std::abs(darkness) >= kClearPolarity) return best;
         }
-        if (most >= kClearText) return best;
+        const bool clear = std::any_of(candidates.begin(), candidates.end(),
+                                       [](const Candidate& one) { return one.value >= kLikelyText; });
+        if (clear || scale == 1 || leastScale(whole, kMostWorkingPixels) > (scale + 1) / 2) break;
     }
-    return best;
+    std::sort(candidates.rbegin(), candidates.rend(), worse);
+    return candidates;
+}
+
+Region around(const Segmentation& found, float height, const Region& whole) {
+    Region region{whole.right, whole.bottom, 0, 0};
+    for (const Glyph& glyph : found.glyphs) {
+        const Region place = found.place(glyph);
+        region.left = std::min(region.left, place.left);
+        region.top = std::min(region.top, place.top);
+        region.right = std::max(region.right, place.right);
+        region.bottom = std::max(region.bottom, place.bottom);
+    }
+    const int room = static_cast<int>(2.5f * height) + 4;
+    region = {std::max(whole.left, region.left - room), std::max(whole.top, region.top - room),
+              std::min(whole.right, region.right + room), std::min(whole.bottom, region.bottom + room)};
+    const double share = static_cast<double>(region.width()) * region.height() /
+                         (static_cast<double>(whole.width()) * whole.height());
+    return share > 0.6 ? whole : region;
+}
+
+// Once more, closer, with the size and the grain that suit the print's height.
+void lookCloser(std::vector<Candidate>& candidates, const GreyImage& image, const Region& whole,
+                const Candidate& first) {
+    const Region region = around(first.found, first.height, whole);
+    const int least = leastScale(region, kMostWorkingPixels);
+    float scale = std::max(static_cast<float>(least), std::round(first.height / kBestHeight));
+    if (first.height < 0.6f * kBestHeight &&
+        region.width() * 4.0 * region.height() < static_cast<double>(kMostWorkingPixels))
+        scale = 0.5f;
+    const float height = first.height / scale;
+    const Binarizer binarizer(image, region, scale);
+    const int side = grain(height);
+    consider(candidates, binarizer, {first.look.dark, side, 0, false, 0});
+    consider(candidates, binarizer, {first.look.dark, side, 0, true, kJoinTrust});
+    consider(candidates, binarizer, {first.look.dark, side, 0.07f * height, false, kBlurTrust});
 }
 
 }  // namespace
+
+Region Segmentation::place(const Glyph& glyph) const {
+    int left = ink.width, top = ink.height, right = 0, bottom = 0;
+    for (const Run& run : glyph.piece.runs) {
+        left = std::min(left, run.x0);
+        right = std::max(right, run.x1);
+        top = std::min(top, run.y);
+        bottom = std::max(bottom, run.y + 1);
+    }
+    const auto pixels = [this](int value) { return static_cast<float>(value) * ink.scale; };
+    return {ink.left + static_cast<int>(pixels(left)), ink.top + static_cast<int>(pixels(top)),
+            ink.left + static_cast<int>(std::ceil(pixels(right))),
+            ink.top + static_cast<int>(std::ceil(pixels(bottom)))};
+}
 
 Segmentation segment(const GreyImage& image) {
-    return bestOf(Binarizer(image));
+    const Region whole{0, 0, image.width(), image.height()};
+    std::vector<Candidate> candidates = firstLooks(image, whole);
+    std::vector<Candidate> close;
+    std::vector<std::pair<bool, float>> seen;
+#ifdef E1DUMP
+    E1stage = 1;
+#endif
+    for (const Candidate& candidate : candidates) {
+        if (seen.size() >= kMostClose) break;
+        const auto same = [&](const std::pair<bool, float>& other) {
+            return other.first == candidate.look.dark && other.second < 1.4f * candidate.height &&
+                   candidate.height < 1.4f * other.second;
+        };
+        if (std::any_of(seen.begin(), seen.end(), same)) continue;
+        seen.emplace_back(candidate.look.dark, candidate.height);
+        lookCloser(close, image, whole, candidate);
+#ifndef E1DUMP
+        if (!close.empty() && std::max_element(close.begin(), close.end(), worse)->value >= kClearText) break;
+#endif
+    }
+    std::move(close.begin(), close.end(), std::back_inserter(candidates));
+    if (candidates.empty()) return {};
+    return std::move(std::max_element(candidates.begin(), candidates.end(), worse)->found);
 }
 
 }  // namespace dravik

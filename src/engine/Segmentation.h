@@ -1,4 +1,4 @@
-// Finds the characters of an image: polarity, threshold, slope, lines, characters in reading order.
+// Finds the characters of an image: size, polarity, threshold, slope, lines, characters in reading order.
 #pragma once
 
 #include <vector>
@@ -19,6 +19,9 @@ struct Segmentation {
     Frame frame;
     std::vector<LineMetrics> lines;  // from top to bottom
     std::vector<Glyph> glyphs;       // in reading order
+
+    // Where a glyph is in the image.
+    Region place(const Glyph& glyph) const;
 };
 
 // Empty when nothing is found. Takes any image and never fails but for want of memory.

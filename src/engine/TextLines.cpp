@@ -184,6 +184,53 @@ float printSlope(std::span<const Piece> pieces, float height) {
     return best;
 }
 
+float printSlant(std::span<const Piece> pieces, float slope, float height) {
+    constexpr float kMostSlant = 0.34f, kStep = 0.02f;
+    constexpr int kSteps = static_cast<int>(2 * kMostSlant / kStep) + 1;
+    std::vector<const Piece*> upright;
+    std::size_t runs = 0;
+    for (const Piece& piece : pieces)
+        if (piece.box.height() > 0.6f * height && piece.box.height() < 1.8f * height &&
+            piece.box.width() < 1.6f * height && runs < kMostSlopePoints) {
+            upright.push_back(&piece);
+            runs += piece.runs.size();
+        }
+    if (upright.size() < 3) return 0;
+    // Edges of upright strokes fall together where the shear undoes the slant.
+    std::vector<float> columns;
+    double most = 0;
+    float best = 0;
+    for (int step = 0; step < kSteps; ++step) {
+        const float slant = (static_cast<float>(step) - static_cast<float>(kSteps / 2)) * kStep;
+        double sum = 0;
+        for (const Piece* piece : upright) {
+            const float middle = piece->box.middleY(),
+                        left = piece->box.left - kMostSlant * piece->box.height() - 1;
+            columns.assign(
+                static_cast<std::size_t>(piece->box.width() + 2 * kMostSlant * piece->box.height()) + 4, 0);
+            for (const Run& run : piece->runs) {
+                const float y = static_cast<float>(run.y) + 0.5f;
+                const float shift = slope * y + slant * (y - middle) - left;
+                for (const int x : {run.x0, run.x1}) {
+                    const float place = std::max(0.0f, static_cast<float>(x) + shift);
+                    const std::size_t column = static_cast<std::size_t>(place);
+                    if (column + 1 >= columns.size()) continue;
+                    const float part = place - static_cast<float>(column);
+                    columns[column] += 1 - part;
+                    columns[column + 1] += part;
+                }
+            }
+            for (const float count : columns) sum += static_cast<double>(count * count);
+        }
+        sum *= std::exp(-1.5 * static_cast<double>(std::abs(slant)));
+        if (sum > most) {
+            most = sum;
+            best = slant;
+        }
+    }
+    return std::abs(best) < 0.03f ? 0 : best;
+}
+
 LineMetrics measureLine(std::span<const Box> boxes, float height) {
     LineMetrics metrics;
     if (boxes.empty()) return metrics;

@@ -26,6 +26,10 @@ float usualHeight(std::span<const Piece> pieces);
 // Slope of the lines of print, at most about 5 degrees; 0 where the print is too short to tell.
 float printSlope(std::span<const Piece> pieces, float height);
 
+// How far upright strokes lean to the right, per height, at most about a third; 0 where none is clear. Pieces
+// must be measured in a frame of the print's slope.
+float printSlant(std::span<const Piece> pieces, float slope, float height);
+
 // The lines from top to bottom. Pieces must be measured in the frame of the print. Specks and what is no text
 // go.
 std::vector<LinePieces> textLines(std::vector<Piece> pieces, float height);
