@@ -274,15 +274,17 @@ Values Binarizer::depths(bool darkPrint, int side, float blur) const {
     return print;
 }
 
-double Binarizer::darkness(int side) const {
-    if (smooth_.empty()) return 0;
-    const auto strength = [&](bool dark) {
-        double sum = 0;
-        for (const std::uint8_t depth : depths(dark, side, 0)) sum += depth * depth * depth;
-        return sum;
-    };
-    const double dark = strength(true), light = strength(false);
-    return dark + light > 0 ? (dark - light) / (dark + light) : 0;
+bool Binarizer::leansDark() const {
+    Histogram counts{};
+    const std::size_t step = std::max<std::size_t>(1, smooth_.size() / 50'000);
+    for (std::size_t i = 0; i < smooth_.size(); i += step) ++counts[smooth_[i]];
+    const int usual = percentile(counts, 0, 0.5, 1);
+    double balance = 0;
+    for (int bin = 0; bin < kBins; ++bin) {
+        const double away = usual - bin;
+        balance += away * away * away * counts[static_cast<std::size_t>(bin)];
+    }
+    return balance >= 0;
 }
 
 InkImage Binarizer::separate(bool darkPrint, int side, float blur) const {

@@ -56,8 +56,8 @@ class Binarizer {
                        static_cast<std::size_t>(x)];
     }
 
-    // How strongly the image speaks for dark print (positive) or light print (negative), -1 to 1.
-    double darkness(int side) const;
+    // Whether the image is rather of dark print: what differs most from the usual grey is darker.
+    bool leansDark() const;
 
     int width() const noexcept { return width_; }
     int height() const noexcept { return height_; }

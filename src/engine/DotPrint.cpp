@@ -48,15 +48,13 @@ float dotSize(const std::vector<Piece>& pieces) {
     return uniform && quantile(fills, 0.3) > 0.6f && shape > 0.6f && shape < 1.6f ? size : 0;
 }
 
-// Calls `visit` for every pair of pieces whose boxes are no farther apart than `reach` along the line.
+// Calls `visit` for every pair of pieces, sorted by their left edges, whose boxes are no farther apart than
+// `reach` along the line.
 template <typename Visit>
 void forNeighbours(const std::vector<Piece>& pieces, float reach, Visit visit) {
     for (std::size_t i = 0; i < pieces.size(); ++i)
         for (std::size_t j = i + 1; j < pieces.size(); ++j) {
-            if (pieces[j].box.left - pieces[i].box.right > reach) {
-                if (extent(pieces[j].box) < reach) break;
-                continue;
-            }
+            if (pieces[j].box.left - pieces[i].box.right > reach) break;
             visit(i, j);
         }
 }
@@ -113,9 +111,66 @@ double oversized(const std::vector<Piece>& pieces, float height) {
     return all > 0 ? large / all : 0;
 }
 
+// Least distance between the ink of two pieces, as far as it is below `reach`; else `reach`.
+float distance(const Piece& a, const Piece& b, float reach) {
+    const int rows = static_cast<int>(reach);
+    float least = reach;
+    std::size_t first = 0;
+    for (const Run& run : a.runs) {
+        while (first < b.runs.size() && b.runs[first].y < run.y - rows) ++first;
+        for (std::size_t k = first; k < b.runs.size() && b.runs[k].y <= run.y + rows; ++k) {
+            const Run& other = b.runs[k];
+            const float dx = static_cast<float>(std::max({0, other.x0 - run.x1, run.x0 - other.x1}));
+            const float dy = static_cast<float>(std::max(0, std::abs(run.y - other.y) - 1));
+            least = std::min(least, std::hypot(dx, dy));
+        }
+    }
+    return least;
+}
+
+// Whether two pieces so close are likely to be parts of one character rather than neighbours, of which one
+// may be a mark: together they are higher than either, and no larger than a character.
+bool fragments(const Box& a, const Box& b, float usual) {
+    Box both = a;
+    both.include(b);
+    if (both.height() > 1.25f * usual || both.width() > 1.1f * usual) return false;
+    const float higher = std::max(a.height(), b.height());
+    return both.height() > higher + 0.12f * usual || (higher < 0.45f * usual && both.width() < 0.6f * usual);
+}
+
 }  // namespace
 
-std::vector<Piece> joinedFragments(std::vector<Piece> pieces, int width, int height) {
+std::vector<Piece> joinedFragments(std::vector<Piece> pieces) {
+    if (pieces.size() < 2 || pieces.size() > kMostDots) return pieces;
+    for (int round = 0; round < 3; ++round) {
+        std::sort(pieces.begin(), pieces.end(),
+                  [](const Piece& a, const Piece& b) { return a.box.left < b.box.left; });
+        // Where most of the print is broken, the whole is higher than the usual piece.
+        const float usual = usualHeight(pieces);
+        for (Piece& piece : pieces)
+            std::sort(piece.runs.begin(), piece.runs.end(),
+                      [](const Run& a, const Run& b) { return a.y < b.y; });
+        const float reach = std::max(2.0f, 0.15f * usual);
+        Partition partition(pieces.size());
+        bool any = false;
+        forNeighbours(pieces, reach, [&](std::size_t i, std::size_t j) {
+            const Box &a = pieces[i].box, &b = pieces[j].box;
+            if (std::max(a.top, b.top) - std::min(a.bottom, b.bottom) > reach || !fragments(a, b, usual))
+                return;
+            const bool above =
+                std::min(a.right, b.right) - std::max(a.left, b.left) > 0.5f * std::min(a.width(), b.width());
+            const float near = above ? reach : std::max(1.5f, 0.09f * usual);
+            if (distance(pieces[i], pieces[j], near) >= near) return;
+            any = true;
+            partition.unite(i, j);
+        });
+        if (!any) break;
+        pieces = joined(std::move(pieces), partition);
+    }
+    return pieces;
+}
+
+std::vector<Piece> joinedByCloseness(std::vector<Piece> pieces, int width, int height) {
     if (pieces.size() < kFewestDots || pieces.size() > kMostDots) return pieces;
     for (int round = 0; round < 4; ++round) {
         const float usual = usualHeight(pieces);
@@ -124,7 +179,8 @@ std::vector<Piece> joinedFragments(std::vector<Piece> pieces, int width, int hei
         for (const float share : {0.15f, 0.09f}) {
             const float reach = std::max(2.0f, share * usual);
             std::vector<Piece> candidate = joinedWithin(pieces, reach, width, height);
-            if (candidate.size() * 20 > pieces.size() * 19) continue;
+            // Characters of their own stay that: dots are many to each of them.
+            if (candidate.size() * 20 > pieces.size() * 13) continue;
             if (oversized(candidate, usualHeight(candidate)) > before + 0.05) continue;
             pieces = std::move(candidate);
             changed = true;

@@ -11,8 +11,13 @@ namespace dravik {
 // The pieces with neighbouring dots joined when the print is dotted, as they are otherwise.
 std::vector<Piece> joinedDots(std::vector<Piece> pieces);
 
-// The pieces with fragments joined that lie within a small part of the print's height of each other, as long
-// as what comes out still looks like separate characters. The image size bounds the pieces' places.
-std::vector<Piece> joinedFragments(std::vector<Piece> pieces, int width, int height);
+// The pieces with fragments joined that lie within a small part of the print's height of each other and make
+// one character together.
+std::vector<Piece> joinedFragments(std::vector<Piece> pieces);
+
+// The pieces with all joined that lie within a small part of the print's height of each other, as long as
+// what comes out still looks like separate characters: dots of which some touch. The image size bounds the
+// pieces' places.
+std::vector<Piece> joinedByCloseness(std::vector<Piece> pieces, int width, int height);
 
 }  // namespace dravik

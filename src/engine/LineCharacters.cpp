@@ -3,7 +3,10 @@
 #include <algorithm>
 #include <cmath>
 #include <functional>
+#include <optional>
 #include <utility>
+
+#include "engine/CellGrid.h"
 
 namespace dravik {
 namespace {
@@ -139,13 +142,13 @@ std::vector<Piece> splitTouching(std::vector<Piece> pieces, float pitch, const L
             if (pitch > 0 && width > 1.3f * pitch)
                 parts = static_cast<int>(std::lround((width + 0.15f * pitch) / pitch));
             else if (pitch <= 0 &&
-                     width > std::max((piece.box.height() > 0.85f * cap ? 1.1f : 1.7f) * piece.box.height(),
-                                      1.6f * usual))
+                     width > std::max((piece.box.height() > 0.85f * cap ? 1.15f : 1.7f) * piece.box.height(),
+                                      1.95f * usual))
                 parts = std::max(2, static_cast<int>(std::lround((width + 0.2f * usual) / (1.2f * usual))));
         }
+        const float thickest = pitch > 0 ? 0.38f * cap : std::min(0.3f * cap, 1.3f * stroke);
         if (parts > 1 && parts <= 40)
-            splitEvenly(piece, parts, frame, pitch > 0 ? 0.38f * cap : std::min(0.3f * cap, 1.4f * stroke),
-                        result);
+            splitEvenly(piece, parts, frame, thickest, result);
         else
             result.push_back(std::move(piece));
     }
@@ -189,18 +192,21 @@ std::vector<Piece> lineCharacters(LinePieces&& line, const Frame& frame) {
     pieces = joinedWhere(std::move(pieces), 0.35f * cap,
                          [&metrics](const Piece& a, const Piece& b) { return quoteStrokes(a, b, metrics); });
     sortByPlace(pieces);
-    if (const float pitch = characterPitch(pieces, cap); pitch > 0) {
-        // In evenly spaced print two pieces in one character's place are its broken parts.
+    // Where the steps from character to character are even too, the print is evenly spaced; else the borders
+    // may have been found by chance.
+    const float pitch = characterPitch(pieces, cap);
+    if (const std::optional<CellGrid> grid = findGrid(pieces, frame, cap);
+        grid && (std::abs(grid->pitch - pitch) < 0.06f * pitch || joinsFragmentsOnly(pieces, *grid, cap)))
+        return inCells(std::move(pieces), *grid, frame, cap);
+    if (pitch > 0)
+        // Two pieces in one character's place are its broken parts.
         pieces = joinedWhere(std::move(pieces), 0.3f * pitch, [pitch](const Piece& a, const Piece& b) {
             Box both = a.box;
             both.include(b.box);
             return both.width() < 0.95f * pitch &&
                    std::abs(a.box.middleX() - b.box.middleX()) < 0.58f * pitch;
         });
-        pieces = splitTouching(std::move(pieces), pitch, metrics, frame);
-    } else {
-        pieces = splitTouching(std::move(pieces), 0, metrics, frame);
-    }
+    pieces = splitTouching(std::move(pieces), pitch, metrics, frame);
     sortByPlace(pieces);
     return pieces;
 }

@@ -78,7 +78,7 @@ void dropForeign(std::vector<LinePieces>& lines, const InkImage& ink, const Bina
         for (std::size_t i = 0; i < line.pieces.size(); ++i) {
             Piece& piece = line.pieces[i];
             const bool mark = piece.box.height() < 0.4f * cap && piece.box.width() < 0.4f * cap;
-            if (traits[l][i].contrast < least * (mark ? 0.8f : 1.0f) && traits[l][i].contrast > 0) continue;
+            if (traits[l][i].contrast < least * (mark ? 0.55f : 1.0f) && traits[l][i].contrast > 0) continue;
             if (traits[l][i].stroke < kLeastStroke * usualStroke * cap) continue;
             kept.push_back(std::move(piece));
         }

@@ -1,6 +1,7 @@
 #include "engine/Segmentation.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <iterator>
 #include <utility>
@@ -10,24 +11,20 @@
 #include "engine/PrintCleaning.h"
 #include "engine/TextLikeness.h"
 
-#ifdef E1DUMP
-#include <cstdio>
-int E1stage = 0;
-#endif
 namespace dravik {
 namespace {
 
 // The first look is at so many pixels at most, the last one at so many.
 constexpr std::int64_t kFirstPixels = 500'000;
 constexpr std::int64_t kMostWorkingPixels = 4'000'000;
-// Below this the image does not tell clearly whether the print is dark or light, and both are tried.
-constexpr double kClearPolarity = 0.5;
 // A segmentation that looks this much like text needs no other tried.
 constexpr double kClearText = 4.6;
 constexpr double kLikelyText = 3;
+constexpr double kBeyondDoubt = 5.2;
 // Print is seldom of separate dots or broken: what is added to the likeness of what was joined or blurred.
-constexpr double kJoinTrust = 0.354;
-constexpr double kBlurTrust = -0.352;
+constexpr double kFragmentTrust = 0.799;
+constexpr double kJoinTrust = 1.022;
+constexpr double kBlurTrust = 0.295;
 // So many sizes and polarities are looked at closer.
 constexpr std::size_t kMostClose = 4;
 // Characters lower than this cannot be told apart.
@@ -54,8 +51,8 @@ struct Look {
     bool dark = true;
     int side = 24;
     float blur = 0;
-    bool joins = true;  // of dots and of fragments
-    double trust = 0;   // how likely it is to be the right one before anything is seen
+    enum Joining { None, Fragments, Dots } joins = None;
+    double trust = 0;  // how likely it is to be the right one before anything is seen
 };
 
 Segmentation segmentWith(const Binarizer& binarizer, const Look& look) {
@@ -64,8 +61,9 @@ Segmentation segmentWith(const Binarizer& binarizer, const Look& look) {
     if (result.ink.empty()) return result;
     std::vector<Piece> pieces = components(result.ink, 3);
     dropFrames(pieces, result.ink);
-    if (look.joins)
-        pieces = joinedFragments(joinedDots(std::move(pieces)), result.ink.width, result.ink.height);
+    if (look.joins == Look::Fragments) pieces = joinedFragments(std::move(pieces));
+    if (look.joins == Look::Dots)
+        pieces = joinedByCloseness(joinedDots(std::move(pieces)), result.ink.width, result.ink.height);
     float height = usualHeight(pieces);
     if (height < kLeastHeight) return result;
     result.frame.slope = printSlope(pieces, height);
@@ -114,17 +112,6 @@ void consider(std::vector<Candidate>& candidates, const Binarizer& binarizer, co
     one.found = segmentWith(binarizer, look);
     one.value = textLikeness(one.found, binarizer) + look.trust;
     one.height = typicalHeight(one.found) * one.found.ink.scale;
-#ifdef E1DUMP
-    {
-        int strong = 0;
-        for (const Glyph& g : one.found.glyphs) strong += g.piece.box.height() > 0;
-        std::fprintf(stderr, "C %d %d %d %.3f %d %.3f %zu %.2f", E1stage, look.dark, look.side,
-                     static_cast<double>(look.blur), look.joins, one.value, one.found.glyphs.size(),
-                     static_cast<double>(one.height));
-        for (double t : textTraits(one.found, binarizer)) std::fprintf(stderr, " %.4f", t);
-        std::fprintf(stderr, "\n");
-    }
-#endif
     if (!one.found.glyphs.empty()) candidates.push_back(std::move(one));
 }
 
@@ -132,28 +119,42 @@ bool worse(const Candidate& a, const Candidate& b) {
     return a.value < b.value;
 }
 
-// Looks at the whole image with several grains, the likelier polarity first.
-std::vector<Candidate> firstLooks(const GreyImage& image, const Region& whole) {
-    std::vector<Candidate> candidates;
+// A small grain may be narrower than strokes, a large one takes neighbours for background.
+bool suits(const Candidate& one) {
+    const float height = typicalHeight(one.found), side = static_cast<float>(one.look.side);
+    return side >= 0.55f * height && side <= 1.2f * height;
+}
+
+// Looks at the whole image with several grains and both polarities, the likelier ones first, until one is
+// clear. The last candidate is then that one.
+bool firstLooks(std::vector<Candidate>& candidates, const GreyImage& image, const Region& whole) {
     for (int scale = leastScale(whole, kFirstPixels);; scale = (scale + 1) / 2) {
         const Binarizer binarizer(image, whole, static_cast<float>(scale));
-        if (binarizer.empty()) break;
+        if (binarizer.empty()) return false;
+        const bool dark = binarizer.leansDark();
         const int first = std::clamp(std::min(binarizer.width(), binarizer.height()) / 4, 8, 64);
-        for (const int side : {first, first / 3, first / 6}) {
-            if (side < 8 && side != first) continue;
-            for (const bool dark : {true, false}) {
-                consider(candidates, binarizer, {dark, side, 0, false, 0});
-                consider(candidates, binarizer, {dark, side, 0, true, kJoinTrust});
-                consider(candidates, binarizer,
-                         {dark, side, 0.09f * static_cast<float>(side), false, kBlurTrust});
-            }
-        }
-        const bool clear = std::any_of(candidates.begin(), candidates.end(),
-                                       [](const Candidate& one) { return one.value >= kLikelyText; });
-        if (clear || scale == 1 || leastScale(whole, kMostWorkingPixels) > (scale + 1) / 2) break;
+        const auto look = [&](const Look& how) {
+            const std::size_t before = candidates.size();
+            consider(candidates, binarizer, how);
+            return candidates.size() > before && candidates.back().value >= kClearText &&
+                   suits(candidates.back());
+        };
+        std::vector<int> sides;
+        for (const int side : {first, first / 3, first / 6})
+            if (side >= 8 || sides.empty()) sides.push_back(side);
+        for (const Look::Joining joins : {Look::Fragments, Look::Dots})
+            for (const int side : sides)
+                for (const bool polarity : {dark, !dark})
+                    if (look({polarity, side, 0, joins, joins == Look::Dots ? kJoinTrust : kFragmentTrust}))
+                        return true;
+        for (const int side : sides)
+            for (const bool polarity : {dark, !dark})
+                if (look({polarity, side, 0.09f * static_cast<float>(side), Look::None, kBlurTrust}))
+                    return true;
+        const bool likely = std::any_of(candidates.begin(), candidates.end(),
+                                        [](const Candidate& one) { return one.value >= kLikelyText; });
+        if (likely || scale == 1 || leastScale(whole, kMostWorkingPixels) > (scale + 1) / 2) return false;
     }
-    std::sort(candidates.rbegin(), candidates.rend(), worse);
-    return candidates;
 }
 
 Region around(const Segmentation& found, float height, const Region& whole) {
@@ -165,9 +166,10 @@ Region around(const Segmentation& found, float height, const Region& whole) {
         region.right = std::max(region.right, place.right);
         region.bottom = std::max(region.bottom, place.bottom);
     }
-    const int room = static_cast<int>(2.5f * height) + 4;
-    region = {std::max(whole.left, region.left - room), std::max(whole.top, region.top - room),
-              std::min(whole.right, region.right + room), std::min(whole.bottom, region.bottom + room)};
+    // There may be more print along the lines than was seen at first.
+    const int beside = static_cast<int>(8 * height) + 4, above = static_cast<int>(3 * height) + 4;
+    region = {std::max(whole.left, region.left - beside), std::max(whole.top, region.top - above),
+              std::min(whole.right, region.right + beside), std::min(whole.bottom, region.bottom + above)};
     const double share = static_cast<double>(region.width()) * region.height() /
                          (static_cast<double>(whole.width()) * whole.height());
     return share > 0.6 ? whole : region;
@@ -185,9 +187,17 @@ void lookCloser(std::vector<Candidate>& candidates, const GreyImage& image, cons
     const float height = first.height / scale;
     const Binarizer binarizer(image, region, scale);
     const int side = grain(height);
-    consider(candidates, binarizer, {first.look.dark, side, 0, false, 0});
-    consider(candidates, binarizer, {first.look.dark, side, 0, true, kJoinTrust});
-    consider(candidates, binarizer, {first.look.dark, side, 0.07f * height, false, kBlurTrust});
+    const bool dark = first.look.dark;
+    const std::array<Look, 6> looks = {{{dark, side, 0, Look::Fragments, kFragmentTrust},
+                                        {dark, side, 0, Look::Dots, kJoinTrust},
+                                        {dark, side, 0, Look::None, 0},
+                                        {dark, side, 0.045f * height, Look::None, kBlurTrust},
+                                        {dark, side, 0.07f * height, Look::None, kBlurTrust},
+                                        {dark, side, 0.095f * height, Look::None, kBlurTrust}}};
+    for (const Look& look : looks) {
+        consider(candidates, binarizer, look);
+        if (!candidates.empty() && candidates.back().value >= kBeyondDoubt) return;
+    }
 }
 
 }  // namespace
@@ -208,12 +218,12 @@ Region Segmentation::place(const Glyph& glyph) const {
 
 Segmentation segment(const GreyImage& image) {
     const Region whole{0, 0, image.width(), image.height()};
-    std::vector<Candidate> candidates = firstLooks(image, whole);
-    std::vector<Candidate> close;
+    std::vector<Candidate> candidates, close;
+    const bool clear = firstLooks(candidates, image, whole);
+    if (clear) std::swap(candidates.front(), candidates.back());
+    if (clear) candidates.resize(1);
+    std::sort(candidates.rbegin(), candidates.rend(), worse);
     std::vector<std::pair<bool, float>> seen;
-#ifdef E1DUMP
-    E1stage = 1;
-#endif
     for (const Candidate& candidate : candidates) {
         if (seen.size() >= kMostClose) break;
         const auto same = [&](const std::pair<bool, float>& other) {
@@ -223,10 +233,10 @@ Segmentation segment(const GreyImage& image) {
         if (std::any_of(seen.begin(), seen.end(), same)) continue;
         seen.emplace_back(candidate.look.dark, candidate.height);
         lookCloser(close, image, whole, candidate);
-#ifndef E1DUMP
         if (!close.empty() && std::max_element(close.begin(), close.end(), worse)->value >= kClearText) break;
-#endif
     }
+    // Of the first looks those count whose grain happened to suit the print.
+    std::erase_if(candidates, [](const Candidate& one) { return !suits(one); });
     std::move(close.begin(), close.end(), std::back_inserter(candidates));
     if (candidates.empty()) return {};
     return std::move(std::max_element(candidates.begin(), candidates.end(), worse)->found);

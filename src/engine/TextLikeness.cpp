@@ -8,10 +8,10 @@
 namespace dravik {
 namespace {
 
-constexpr double kBias = -26.099;
-constexpr TextTraits kWeights = {-0.938, -1.055, 16.173, -1.035, 0.922,  -0.354, 10.052, 0.070,
-                                 0.836,  2.705,  -5.651, 2.205,  -0.311, 1.301,  1.618,  -29.959};
-constexpr std::array<double, 6> kQuadratic = {1.627, -0.772, -25.320, 1.604, 1.516, -0.001};
+constexpr double kBias = -19.078;
+constexpr TextTraits kWeights = {-1.189, -2.228, 7.409,  -0.414, 1.620,  1.191, 10.054, -5.667,
+                                 0.813,  1.721,  -6.244, 3.438,  -0.368, 1.446, 1.620,  7.572};
+constexpr std::array<double, 6> kQuadratic = {2.116, -0.730, -16.533, 2.259, 1.858, -0.001};
 
 float median(std::vector<float>& values) {
     if (values.empty()) return 0;

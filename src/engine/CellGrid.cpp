@@ -1,0 +1,204 @@
+#include "engine/CellGrid.h"
+
+#include <algorithm>
+#include <cmath>
+#include <map>
+#include <utility>
+
+namespace dravik {
+namespace {
+
+constexpr float kNarrowest = 0.5f, kWidest = 1.3f;  // of a cell, in heights of capitals
+constexpr int kFewestCells = 4, kMostCells = 120;
+// Ink on the borders against the mean; distance of the characters' middles from the cells', in pitches.
+constexpr float kMostBorderInk = 0.08f, kMostOff = 0.11f;
+
+// Ink pixels at each place along a line.
+struct Profile {
+    float left = 0;
+    std::vector<float> ink;
+
+    Profile(const std::vector<Piece>& pieces, const Frame& frame) {
+        float right = -1e9f;
+        left = 1e9f;
+        for (const Piece& piece : pieces) {
+            left = std::min(left, piece.box.left);
+            right = std::max(right, piece.box.right);
+        }
+        if (right <= left) return;
+        left -= 2;
+        ink.assign(static_cast<std::size_t>(right - left) + 5, 0);
+        for (const Piece& piece : pieces)
+            for (const Run& run : piece.runs) {
+                const float from =
+                    frame.along(static_cast<float>(run.x0), static_cast<float>(run.y) + 0.5f) - left;
+                const std::size_t first = static_cast<std::size_t>(std::max(0.0f, from + 0.5f));
+                const std::size_t end =
+                    std::min(ink.size(), first + static_cast<std::size_t>(run.x1 - run.x0));
+                for (std::size_t x = first; x < end; ++x) ink[x] += 1;
+            }
+    }
+    float at(float place) const {
+        const std::ptrdiff_t x = static_cast<std::ptrdiff_t>(place - left);
+        return x < 0 || x >= static_cast<std::ptrdiff_t>(ink.size()) ? 0 : ink[static_cast<std::size_t>(x)];
+    }
+    // Least ink within `reach` of a place.
+    float clearest(float place, float reach) const {
+        float least = at(place);
+        for (float d = 1; d <= reach; d += 1) least = std::min({least, at(place - d), at(place + d)});
+        return least;
+    }
+};
+
+struct Trial {
+    CellGrid grid;
+    float cost = 1e9f;
+};
+
+// How far the ink of the cells stands from their middles, in pitches; large when too few cells have a
+// character.
+float offness(const Profile& profile, const CellGrid& grid) {
+    float sum = 0;
+    int characters = 0;
+    const int cells = static_cast<int>(static_cast<float>(profile.ink.size()) / grid.pitch) + 2;
+    for (int cell = 0; cell < cells; ++cell) {
+        const float from = grid.origin + grid.pitch * static_cast<float>(cell);
+        float first = -1, last = -1;
+        for (float x = from + 1; x < from + grid.pitch - 1; x += 1)
+            if (profile.at(x) > 0) {
+                if (first < 0) first = x;
+                last = x + 1;
+            }
+        if (last - first < 0.35f * grid.pitch) continue;
+        sum += std::abs(0.5f * (first + last) - from - 0.5f * grid.pitch) / grid.pitch;
+        ++characters;
+    }
+    return characters < kFewestCells ? 1 : sum / static_cast<float>(characters);
+}
+
+}  // namespace
+
+std::optional<CellGrid> findGrid(const std::vector<Piece>& pieces, const Frame& frame, float capHeight) {
+    const Profile profile(pieces, frame);
+    if (profile.ink.empty()) return std::nullopt;
+    const float first = profile.left + 2, last = profile.left + static_cast<float>(profile.ink.size()) - 3;
+    const float length = last - first;
+    float mean = 0;
+    int inked = 0;
+    for (const float ink : profile.ink) {
+        mean += ink;
+        inked += ink > 0;
+    }
+    mean /= static_cast<float>(std::max(1, inked));
+    const float most = length / (kNarrowest * capHeight);
+    if (most < kFewestCells || most > kMostCells) return std::nullopt;
+    const float step = 1 + std::min(0.01f, 0.12f / most);
+    std::vector<Trial> trials;
+    for (float pitch = kNarrowest * capHeight; pitch < kWidest * capHeight; pitch *= step) {
+        if (length < (kFewestCells - 0.7f) * pitch) break;
+        Trial best;
+        for (float shift = 0; shift < pitch; shift += 1) {
+            float sum = 0, count = 0;
+            for (float border = first - pitch + shift; border < last; border += pitch) {
+                if (border < first + 0.3f * pitch || border > last - 0.3f * pitch) continue;
+                sum += profile.clearest(border, 1);
+                count += 1;
+            }
+            if (count < kFewestCells - 1) continue;
+            const float cost = sum / (count * mean);
+            if (cost > kMostBorderInk || cost > best.cost + 0.02f) continue;
+            const CellGrid grid{pitch, first - pitch + shift};
+            const float total = cost + offness(profile, grid);
+            if (total < best.cost) best = {grid, total};
+        }
+        if (best.cost < kMostOff + 0.5f * kMostBorderInk) trials.push_back(best);
+    }
+    if (trials.empty()) return std::nullopt;
+    float least = 1e9f;
+    for (const Trial& trial : trials) least = std::min(least, trial.cost);
+    // Twice the pitch fits as well: the finest of the good ones is it, and the best near that.
+    const auto good = std::find_if(trials.begin(), trials.end(), [least](const Trial& trial) {
+        return trial.cost <= 1.5f * least + 0.02f;
+    });
+    Trial chosen = *good;
+    for (auto trial = good; trial != trials.end() && trial->grid.pitch < 1.15f * good->grid.pitch; ++trial)
+        if (trial->cost < chosen.cost) chosen = *trial;
+    return chosen.grid;
+}
+
+bool joinsFragmentsOnly(const std::vector<Piece>& pieces, const CellGrid& grid, float capHeight) {
+    std::map<int, std::pair<Box, float>> cells;  // what is in them, the highest piece
+    std::map<int, int> counts;
+    for (const Piece& piece : pieces) {
+        if (piece.box.width() > 1.1f * grid.pitch) return false;
+        const int cell = static_cast<int>(std::floor((piece.box.middleX() - grid.origin) / grid.pitch));
+        if (++counts[cell] == 1) {
+            cells[cell] = {piece.box, piece.box.height()};
+            continue;
+        }
+        auto& [box, highest] = cells[cell];
+        box.include(piece.box);
+        highest = std::max(highest, piece.box.height());
+    }
+    for (const auto& [cell, count] : counts)
+        if (count > 1 && cells[cell].first.height() < cells[cell].second + 0.12f * capHeight) return false;
+    return true;
+}
+
+std::vector<Piece> inCells(std::vector<Piece> pieces, const CellGrid& grid, const Frame& frame,
+                           float capHeight) {
+    const auto cellOf = [&grid](float along) {
+        return static_cast<int>(std::floor((along - grid.origin) / grid.pitch));
+    };
+    const Profile profile(pieces, frame);
+    std::map<int, std::vector<Piece>> cells;
+    for (Piece& piece : pieces) {
+        Piece rest = std::move(piece);
+        const float room = 0.12f * grid.pitch;
+        const int from = cellOf(rest.box.left + std::min(room, 0.5f * rest.box.width()));
+        const int to = cellOf(rest.box.right - std::min(room, 0.5f * rest.box.width()));
+        const bool wide = rest.box.width() > 1.15f * grid.pitch;
+        for (int cell = from; wide && cell < to && !rest.runs.empty(); ++cell) {
+            const float border = grid.origin + grid.pitch * static_cast<float>(cell + 1);
+            float place = border, thinnest = 1e9f;
+            for (float d = 0; d <= 0.15f * grid.pitch; d += 1)
+                for (const float x : {border - d, border + d})
+                    if (const float ink = profile.at(x) + 0.2f * d; ink < thinnest) {
+                        thinnest = ink;
+                        place = x;
+                    }
+            if (thinnest > 0.45f * capHeight) continue;
+            auto [left, right] = cut(rest, frame, place);
+            if (!left.runs.empty()) cells[cell].push_back(std::move(left));
+            rest = std::move(right);
+        }
+        if (!rest.runs.empty()) {
+            const int cell = cellOf(rest.box.middleX());
+            cells[cell].push_back(std::move(rest));
+        }
+    }
+    std::vector<Piece> result;
+    for (auto& [cell, parts] : cells) {
+        Box both = parts.front().box;
+        float highest = 0;
+        for (const Piece& part : parts) {
+            both.include(part.box);
+            highest = std::max(highest, part.box.height());
+        }
+        // Two characters may share a cell where some are narrower than the others.
+        const bool one = both.width() <= grid.pitch || both.height() > highest + 0.12f * capHeight;
+        Piece whole = std::move(parts.front());
+        for (std::size_t i = 1; i < parts.size(); ++i) {
+            if (!one) {
+                result.push_back(std::move(whole));
+                whole = std::move(parts[i]);
+            } else {
+                whole.join(std::move(parts[i]));
+            }
+        }
+        result.push_back(std::move(whole));
+    }
+    return result;
+}
+
+}  // namespace dravik

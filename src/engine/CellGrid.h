@@ -1,0 +1,31 @@
+// Evenly spaced print: finds the cells that the characters of a line stand in, by the clear borders between
+// them, and sorts the ink into them. Broken and touching characters come out right where the spacing is
+// known.
+#pragma once
+
+#include <optional>
+#include <vector>
+
+#include "engine/Components.h"
+
+namespace dravik {
+
+struct CellGrid {
+    float pitch = 0;   // width of a cell along the line, in ink pixels
+    float origin = 0;  // left border of a cell
+};
+
+// Nothing when the line is too short to tell or its characters are not evenly spaced. `pieces` are those of
+// one line, measured in the frame.
+std::optional<CellGrid> findGrid(const std::vector<Piece>& pieces, const Frame& frame, float capHeight);
+
+// Whether no piece is wider than a cell and the pieces that share one are all parts of something higher than
+// each of them, as the fragments of a character are and a character beside a mark is not.
+bool joinsFragmentsOnly(const std::vector<Piece>& pieces, const CellGrid& grid, float capHeight);
+
+// One piece for each cell that has ink. A piece in several cells is cut at their borders, unless it is thick
+// there: then it stays in the cell that it has most of.
+std::vector<Piece> inCells(std::vector<Piece> pieces, const CellGrid& grid, const Frame& frame,
+                           float capHeight);
+
+}  // namespace dravik
