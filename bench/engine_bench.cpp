@@ -18,21 +18,6 @@ namespace {
 
 const std::string kParts = std::string(DRAVIK_SOURCE_DIR) + "/data/parts/";
 
-// Two lines of print in a larger noisy image.
-GreyImage part(int width, int height) {
-    const int scale = std::max(3, width / 200);
-    const GreyImage print = drawn({"A1B2C3E4H5L6", "0123456789:="}, {.scale = scale, .dot = scale});
-    GreyImage image(width, height);
-    std::mt19937 random(3);
-    for (int y = 0; y < height; ++y)
-        for (int x = 0; x < width; ++x) {
-            const bool inside = x < print.width() && y < print.height();
-            image(x, y) =
-                static_cast<std::uint8_t>((inside ? print(x, y) : 220) + static_cast<int>(random() % 17) - 8);
-        }
-    return image;
-}
-
 void findLine(benchmark::State& state) {
     const GreyImage image = readPng(kParts + "rendered_lines/hack_000.png");
     for (auto _ : state) benchmark::DoNotOptimize(segment(image));
@@ -44,18 +29,6 @@ void findCharset(benchmark::State& state) {
     for (auto _ : state) benchmark::DoNotOptimize(segment(image));
 }
 BENCHMARK(findCharset)->Unit(benchmark::kMillisecond);
-
-void findInImage(benchmark::State& state) {
-    const GreyImage image = part(static_cast<int>(state.range(0)), static_cast<int>(state.range(1)));
-    std::size_t found = 0;
-    for (auto _ : state) found = segment(image).glyphs.size();
-    state.counters["found"] = static_cast<double>(found);
-}
-BENCHMARK(findInImage)
-    ->Args({1280, 800})
-    ->Args({4000, 3000})
-    ->Args({8000, 8000})
-    ->Unit(benchmark::kMillisecond);
 
 void features(benchmark::State& state) {
     const Segmentation found = segment(readPng(kParts + "rendered_charset/hack_000.png"));

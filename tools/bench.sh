@@ -3,7 +3,8 @@
 # read; see bench/evaluate.cpp), `generate` (labelled part images to evaluate; see bench/generate/generate.cpp), `distance`
 # (planted wrong labels found; see bench/distance/main.cpp), `confidence` (how sure readings are, and rightly), `training`
 # (its speed beside FANN and OpenCV; see bench/training/speed.cpp), `accuracy` (of what it learns; see
-# bench/training/accuracy.cpp), `memory` (at its most), `engine` or `screen` (Google Benchmark). Further arguments go to it.
+# bench/training/accuracy.cpp), `memory` (at its most), `find` (speed
+# beside OpenCV), `engine` or `screen` (Google Benchmark). Further arguments go to it.
 set -euo pipefail
 cd "$(dirname "$(readlink -f "$0")")/.."
 . tools/packages.sh
@@ -19,10 +20,11 @@ case "${1:-}" in
     training) program=dravik_training_speed; install_packages fonts-dejavu-core fonts-liberation ;;
     accuracy) program=dravik_training_accuracy
         install_packages fonts-dejavu-core fonts-liberation fonts-urw-base35 fonts-noto-mono fonts-ocr-a fonts-ocr-b ;;
+    find) program=find_bench ;;
     memory) program=dravik_memory ;;
     engine) program=engine_bench ;;
     screen) program=dravik_screen_bench ;;
-    *) echo "usage: tools/bench.sh evaluate|generate|distance|confidence|training|accuracy|memory|engine|screen [ARGUMENT...]" >&2
+    *) echo "usage: tools/bench.sh evaluate|generate|distance|confidence|training|accuracy|find|memory|engine|screen [ARGUMENT...]" >&2
         exit 2 ;;
 esac
 ninja -C build-bench "$program" >build-bench/build.log || { tail -n 60 build-bench/build.log >&2; exit 1; }

@@ -15,6 +15,8 @@ namespace {
 constexpr int kLeastSide = 5;
 // Print fainter than this many grey levels is taken for noise.
 constexpr int kFaintest = 4;
+// Finer tiles than this hold too little to tell the contrast from.
+constexpr int kLeastTile = 16;
 constexpr int kBins = 256;
 
 using Values = std::vector<std::uint8_t>;
@@ -292,7 +294,7 @@ InkImage Binarizer::separate(bool darkPrint, int side, float blur) const {
     if (smooth_.empty()) return result;
     const Values depth = depths(darkPrint, side, blur);
 
-    const TileGrid grid(side, width_, height_);
+    const TileGrid grid(std::max(side, kLeastTile), width_, height_);
     const std::vector<Histogram> tiles = grid.histograms(depth, width_, height_);
     Histogram all{};
     for (const Histogram& one : tiles)

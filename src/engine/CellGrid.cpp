@@ -9,7 +9,7 @@ namespace dravik {
 namespace {
 
 constexpr float kNarrowest = 0.5f, kWidest = 1.3f;  // of a cell, in heights of capitals
-constexpr int kFewestCells = 4, kMostCells = 120;
+constexpr int kFewestCells = 4, kMostCells = 80;
 // Ink on the borders against the mean; distance of the characters' middles from the cells', in pitches.
 constexpr float kMostBorderInk = 0.08f, kMostOff = 0.11f;
 
@@ -42,11 +42,12 @@ struct Profile {
         const std::ptrdiff_t x = static_cast<std::ptrdiff_t>(place - left);
         return x < 0 || x >= static_cast<std::ptrdiff_t>(ink.size()) ? 0 : ink[static_cast<std::size_t>(x)];
     }
-    // Least ink within `reach` of a place.
-    float clearest(float place, float reach) const {
-        float least = at(place);
-        for (float d = 1; d <= reach; d += 1) least = std::min({least, at(place - d), at(place + d)});
-        return least;
+    // Least ink within a pixel of each place.
+    Profile clearest() const {
+        Profile result = *this;
+        for (std::size_t x = 1; x + 1 < ink.size(); ++x)
+            result.ink[x] = std::min({ink[x - 1], ink[x], ink[x + 1]});
+        return result;
     }
 };
 
@@ -93,24 +94,39 @@ std::optional<CellGrid> findGrid(const std::vector<Piece>& pieces, const Frame& 
     const float most = length / (kNarrowest * capHeight);
     if (most < kFewestCells || most > kMostCells) return std::nullopt;
     const float step = 1 + std::min(0.01f, 0.12f / most);
+    const Profile clear = profile.clearest();
     std::vector<Trial> trials;
+    std::vector<float> costs;
     for (float pitch = kNarrowest * capHeight; pitch < kWidest * capHeight; pitch *= step) {
         if (length < (kFewestCells - 0.7f) * pitch) break;
-        Trial best;
+        // The middle of the longest stretch of shifts at which the borders are clear.
+        float cheapest = 1e9f;
+        costs.clear();
         for (float shift = 0; shift < pitch; shift += 1) {
             float sum = 0, count = 0;
-            for (float border = first - pitch + shift; border < last; border += pitch) {
-                if (border < first + 0.3f * pitch || border > last - 0.3f * pitch) continue;
-                sum += profile.clearest(border, 1);
+            float border = first - pitch + shift;
+            while (border < first + 0.3f * pitch) border += pitch;
+            for (; border <= last - 0.3f * pitch; border += pitch) {
+                sum += clear.at(border);
                 count += 1;
             }
-            if (count < kFewestCells - 1) continue;
-            const float cost = sum / (count * mean);
-            if (cost > kMostBorderInk || cost > best.cost + 0.02f) continue;
-            const CellGrid grid{pitch, first - pitch + shift};
-            const float total = cost + offness(profile, grid);
-            if (total < best.cost) best = {grid, total};
+            costs.push_back(count < kFewestCells - 1 ? 1e9f : sum / (count * mean));
+            cheapest = std::min(cheapest, costs.back());
         }
+        if (cheapest > kMostBorderInk) continue;
+        std::size_t longest = 0, stretch = 0, start = 0;
+        for (std::size_t i = 0; i < 2 * costs.size(); ++i) {
+            if (costs[i % costs.size()] > cheapest + 0.02f) {
+                start = i + 1;
+            } else if (i + 1 - start > stretch) {
+                stretch = i + 1 - start;
+                longest = start;
+            }
+        }
+        const float shift =
+            static_cast<float>(longest) + 0.5f * static_cast<float>(std::min(stretch, costs.size()) - 1);
+        const CellGrid grid{pitch, first - pitch + std::fmod(shift, pitch)};
+        const Trial best{grid, cheapest + offness(profile, grid)};
         if (best.cost < kMostOff + 0.5f * kMostBorderInk) trials.push_back(best);
     }
     if (trials.empty()) return std::nullopt;

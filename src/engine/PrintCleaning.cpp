@@ -77,9 +77,14 @@ void dropForeign(std::vector<LinePieces>& lines, const InkImage& ink, const Bina
         std::vector<Piece> kept;
         for (std::size_t i = 0; i < line.pieces.size(); ++i) {
             Piece& piece = line.pieces[i];
+            // A rule under the line may be thinner than the letters; what is longer than a character is a
+            // scratch.
+            const bool bar = piece.box.height() < 0.25f * cap && piece.box.width() > 0.3f * cap &&
+                             piece.box.width() < 0.9f * cap;
             const bool mark = piece.box.height() < 0.4f * cap && piece.box.width() < 0.4f * cap;
-            if (traits[l][i].contrast < least * (mark ? 0.55f : 1.0f) && traits[l][i].contrast > 0) continue;
-            if (traits[l][i].stroke < kLeastStroke * usualStroke * cap) continue;
+            if (traits[l][i].contrast < least * (mark || bar ? 0.55f : 1.0f) && traits[l][i].contrast > 0)
+                continue;
+            if (!bar && traits[l][i].stroke < kLeastStroke * usualStroke * cap) continue;
             kept.push_back(std::move(piece));
         }
         // A small mark far from all characters is dirt.

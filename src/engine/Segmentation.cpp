@@ -112,7 +112,7 @@ void consider(std::vector<Candidate>& candidates, const Binarizer& binarizer, co
     one.found = segmentWith(binarizer, look);
     one.value = textLikeness(one.found, binarizer) + look.trust;
     one.height = typicalHeight(one.found) * one.found.ink.scale;
-    if (!one.found.glyphs.empty()) candidates.push_back(std::move(one));
+    if (one.value > kNoText) candidates.push_back(std::move(one));
 }
 
 bool worse(const Candidate& a, const Candidate& b) {

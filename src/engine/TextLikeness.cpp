@@ -8,6 +8,10 @@
 namespace dravik {
 namespace {
 
+constexpr std::size_t kManyGlyphs = 30;
+constexpr double kLeastUsual = 0.3;
+// The weights of the traits, fitted on generated part images so that of all candidates the one with the right
+// number of characters comes first (bench/generate, set `develop`; multinomial logistic regression).
 constexpr double kBias = -19.078;
 constexpr TextTraits kWeights = {-1.189, -2.228, 7.409,  -0.414, 1.620,  1.191, 10.054, -5.667,
                                  0.813,  1.721,  -6.244, 3.438,  -0.368, 1.446, 1.620,  7.572};
@@ -167,6 +171,8 @@ TextTraits textTraits(const Segmentation& found, const Binarizer& seen) {
 double textLikeness(const Segmentation& found, const Binarizer& seen) {
     if (found.glyphs.empty()) return kNoText;
     const TextTraits t = textTraits(found, seen);
+    // Noise and texture give many pieces, of which by chance some are like characters.
+    if (found.glyphs.size() > kManyGlyphs && t[0] < kLeastUsual) return kNoText;
     double sum = kBias;
     for (std::size_t i = 0; i < t.size(); ++i) sum += kWeights[i] * t[i];
     return sum + kQuadratic[0] * t[0] * t[1] + kQuadratic[1] * t[4] * t[4] + kQuadratic[2] * t[7] * t[7] +

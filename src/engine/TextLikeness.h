@@ -8,6 +8,12 @@
 
 namespace dravik {
 
+// What tells print from other things, in this order: shares of the ink in characters of usual shape and of
+// whole characters; evenness of the strokes; strength of the ink; clearness of upper and lower edges; number
+// of characters, in all and per line, brought to 0 to 1; width of strokes and of characters, in heights of
+// capitals; how full their boxes are; shares of neighbours that are close and that overlap; room between
+// neighbours; share of all ink that is in characters; share of characters as high as capitals; stroke width
+// beyond the usual.
 using TextTraits = std::array<double, 16>;
 TextTraits textTraits(const Segmentation& found, const Binarizer& seen);
 
