@@ -180,7 +180,7 @@ void throughput(const TrainingSet& set, int rounds) {
 
 // Processor time until the error that a run itself reports, over the samples as it sees them, is that small.
 struct Reached {
-    double half = 0, tenth = 0, all = 0;  // seconds to 0.05, to 0.02, to the run's end
+    double loose = 0, close = 0, all = 0;  // seconds to 0.05, to 0.02, to the run's end
     int cycles = 0;
     double error = 0;
 };
@@ -190,8 +190,8 @@ Reached ownTimes(const TrainingSet& set) {
     TrainingFigures figures;
     const Worked worked;
     const auto look = [&](const TrainingFigures& f) {
-        if (f.cycles > 0 && f.rmsError <= 0.05f && reached.half == 0) reached.half = worked.seconds();
-        if (f.cycles > 0 && f.rmsError <= 0.02f && reached.tenth == 0) reached.tenth = worked.seconds();
+        if (f.cycles > 0 && f.rmsError <= 0.05f && reached.loose == 0) reached.loose = worked.seconds();
+        if (f.cycles > 0 && f.rmsError <= 0.02f && reached.close == 0) reached.close = worked.seconds();
         return true;
     };
     trained(set, 1, look, figures);
@@ -207,33 +207,43 @@ Reached fannTimes(const TrainingSet& set, double limit) {
     const PeerData data = peerData(set, kInputCount);
     FannPeer fann(data, TrainingPlan().hidden);
     const Worked worked;
-    while (reached.tenth == 0 && worked.seconds() < limit) {
+    while (reached.close == 0 && worked.seconds() < limit) {
         reached.error = fann.cycle();
         ++reached.cycles;
-        if (reached.error <= 0.05 && reached.half == 0) reached.half = worked.seconds();
-        if (reached.error <= 0.02) reached.tenth = worked.seconds();
+        if (reached.error <= 0.05 && reached.loose == 0) reached.loose = worked.seconds();
+        if (reached.error <= 0.02) reached.close = worked.seconds();
     }
     reached.all = worked.seconds();
     return reached;
 }
 
+std::string seconds(double value) {
+    char text[32] = "-";
+    if (value > 0) std::snprintf(text, sizeof text, "%.4f", value);
+    return text;
+}
+
+// Medians; a dash stands for what was not reached.
 void timesToError(const char* name, const TrainingSet& set, int rounds) {
-    std::vector<double> half, tenth, all, fannHalf, fannTenth;
+    std::vector<double> loose, close, all, fannLoose, fannClose;
     Reached own, fann;
     for (int round = 0; round < rounds; ++round) {
         own = ownTimes(set);
-        half.push_back(own.half);
-        tenth.push_back(own.tenth);
+        loose.push_back(own.loose);
+        close.push_back(own.close);
         all.push_back(own.all);
         if (round >= 2) continue;
-        fann = fannTimes(set, 40);
-        fannHalf.push_back(fann.half);
-        fannTenth.push_back(fann.tenth > 0 ? fann.tenth : fann.all);
+        fann = fannTimes(set, 20);
+        fannLoose.push_back(fann.loose);
+        fannClose.push_back(fann.close);
     }
-    std::printf("%-22s %7zu %9.4f %9.4f %9.3f %7d %8.4f | %9.3f %s%8.3f %7d | %8.4f %8.4f\n", name,
-                set.size(), median(half), median(tenth), median(all), own.cycles, own.error, median(fannHalf),
-                fann.tenth > 0 ? " " : ">", median(fannTenth), fann.cycles, median(half) / median(fannHalf),
-                median(tenth) / median(fannTenth));
+    const auto ratio = [](double mine, double other) { return other > 0 ? mine / other : 0; };
+    const double toLoose = median(loose), toClose = median(close);
+    std::printf("%-18s %7zu %9s %9s %9.3f %7d %8.4f | %9s %9s %7d %8.4f | %8s %8s\n", name, set.size(),
+                seconds(toLoose).c_str(), seconds(toClose).c_str(), median(all), own.cycles, own.error,
+                seconds(median(fannLoose)).c_str(), seconds(median(fannClose)).c_str(), fann.cycles,
+                fann.error, seconds(ratio(toLoose, median(fannLoose))).c_str(),
+                seconds(ratio(toClose, median(fannClose))).c_str());
 }
 
 // Samples of 74 characters that overlap a good deal.
@@ -293,8 +303,8 @@ void measure(int rounds) {
     std::printf(
         "Seconds until the RMS error of a cycle is small, %zu-%u-%zu; FANN RPROP on the same samples\n\n",
         kInputCount, TrainingPlan().hidden, font.codes.size());
-    std::printf("%-22s %7s %9s %9s %9s %7s %8s | %9s %9s %7s | %8s %8s\n", "", "samples", "to 0.05",
-                "to 0.02", "whole run", "cycles", "RMS", "FANN 0.05", "FANN 0.02", "cycles", "ratio",
+    std::printf("%-18s %7s %9s %9s %9s %7s %8s | %9s %9s %7s %8s | %8s %8s\n", "", "samples", "to 0.05",
+                "to 0.02", "whole run", "cycles", "RMS", "FANN 0.05", "FANN 0.02", "cycles", "RMS", "ratio",
                 "ratio");
     timesToError("a font", font, rounds);
     timesToError("five fonts as one", several, rounds);
@@ -308,6 +318,7 @@ void measure(int rounds) {
 }  // namespace dravik
 
 int main(int argc, char** argv) {
+    std::setvbuf(stdout, nullptr, _IOLBF, 0);
     try {
         dravik::measure(argc > 1 ? std::max(1, std::atoi(argv[1])) : 7);
     } catch (const std::exception& failure) {
