@@ -84,7 +84,8 @@ class Descent {
         net_.scales.assign(kInputCount, 1);
         for (std::size_t i = 0; i < noise_.size(); ++i) noise_.data()[i] = chance_.normal();
         std::iota(order_.begin(), order_.end(), 0u);
-        steps_ = static_cast<double>((set.size() + plan.batch - 1) / plan.batch) * plan.cycles;
+        const std::size_t batches = (set.size() + plan.batch - 1) / plan.batch;
+        steps_ = static_cast<double>(batches) * plan.cycles;
     }
 
     // Standardises the samples; false when `goOn` said no before it was done.
