@@ -4,13 +4,25 @@
 # (planted wrong labels found; see bench/distance/main.cpp), `confidence` (how sure readings are, and rightly), `training`
 # (its speed beside FANN and OpenCV; see bench/training/speed.cpp), `accuracy` (of what it learns; see
 # bench/training/accuracy.cpp), `memory` (at its most), `find` (speed
-# beside OpenCV), `engine` or `screen` (Google Benchmark). Further arguments go to it.
+# beside OpenCV), `engine` or `screen` (Google Benchmark), `procedures` (of the screen, on the tool itself) and `windows` (the
+# same through COM, what crossing COM costs, and opening the control; under Wine). Further arguments go to it.
 set -euo pipefail
 cd "$(dirname "$(readlink -f "$0")")/.."
 . tools/packages.sh
 faces=(fonts-dejavu-core fonts-liberation fonts-hack fonts-inconsolata fonts-roboto-unhinted fonts-lato fonts-b612 fonts-jetbrains-mono
     fonts-courier-prime fonts-3270 fonts-bebas-neue fonts-open-sans fonts-roadgeek fonts-ocr-a fonts-ocr-b fonts-opendin fonts-go
     fonts-noto-mono fonts-freefont-ttf fonts-anonymous-pro hershey-fonts-data xfonts-base)
+if [ "${1:-}" = windows ]; then
+    install_packages "${windows_packages[@]}"
+    cmake -S . -B build-windows-bench -G Ninja -DCMAKE_BUILD_TYPE=RelWithDebInfo -DCMAKE_TOOLCHAIN_FILE="$PWD/cmake/mingw-w64.cmake" \
+        -DDRAVIK_DESKTOP=OFF -DDRAVIK_BENCH=ON >/dev/null
+    ninja -C build-windows-bench procedures_bench com_bench open_bench >build-windows-bench/build.log ||
+        { tail -n 60 build-windows-bench/build.log >&2; exit 1; }
+    tools/wine-prefix.sh build-windows-bench/wine
+    export WINEPREFIX=$PWD/build-windows-bench/wine
+    for program in bench/procedures_bench bench/com_bench windows/open_bench; do tools/wine.sh build-windows-bench/$program.exe; done
+    exit 0
+fi
 install_packages "${build_packages[@]}" libbenchmark-dev libpng-dev libfreetype-dev libopencv-dev libfann-dev libeigen3-dev zlib1g-dev
 cmake -S . -B build-bench -G Ninja -DCMAKE_BUILD_TYPE=RelWithDebInfo -DDRAVIK_TESTS=OFF -DDRAVIK_BENCH=ON >/dev/null
 case "${1:-}" in
@@ -24,7 +36,8 @@ case "${1:-}" in
     memory) program=dravik_memory ;;
     engine) program=engine_bench ;;
     screen) program=dravik_screen_bench ;;
-    *) echo "usage: tools/bench.sh evaluate|generate|distance|confidence|training|accuracy|find|memory|engine|screen [ARGUMENT...]" >&2
+    procedures) program=procedures_bench ;;
+    *) echo "usage: tools/bench.sh evaluate|generate|distance|confidence|training|accuracy|find|memory|engine|screen|procedures|windows [ARGUMENT...]" >&2
         exit 2 ;;
 esac
 ninja -C build-bench "$program" >build-bench/build.log || { tail -n 60 build-bench/build.log >&2; exit 1; }
