@@ -15,6 +15,6 @@ cmake -S . -B build-fuzz -G Ninja -DCMAKE_BUILD_TYPE=RelWithDebInfo -DCMAKE_CXX_
 ninja -C build-fuzz "fuzz_$1" >build-fuzz/build.log || { tail -n 60 build-fuzz/build.log >&2; exit 1; }
 corpus=build-fuzz/corpus/$1 inputs=fuzz/inputs/$1
 mkdir -p "$corpus" "$inputs"
-# Longer than 10 seconds for one input counts as a hang; no input may need more than 1 GB.
-exec "build-fuzz/fuzz/fuzz_$1" -max_total_time="${2:-600}" -timeout=10 -rss_limit_mb=1024 -max_len=20000 -print_final_stats=1 \
+# Longer than 30 seconds for one input counts as a hang; no input may need more than 1 GB.
+exec "build-fuzz/fuzz/fuzz_$1" -max_total_time="${2:-600}" -timeout=30 -rss_limit_mb=1024 -max_len=20000 -print_final_stats=1 \
     -artifact_prefix="$inputs/" "$corpus" "$inputs"

@@ -50,9 +50,10 @@ class EdgeBalance {
             for (const int step : {-1, 1}) {
                 const int y = run.y + step * reach;
                 if (y < 0 || y >= ink.height) continue;
+                const int within = std::clamp(run.y - (step * (reach - 1)) / 2, 0, ink.height - 1);
                 for (int x = run.x0; x < run.x1; ++x) {
                     if (ink.at(x, run.y + step) >= 128) continue;
-                    ends_ += std::abs(seen_.level(x, y) - seen_.level(x, run.y - (step * (reach - 1)) / 2));
+                    ends_ += std::abs(seen_.level(x, y) - seen_.level(x, within));
                     ++endCount_;
                 }
             }
