@@ -14,6 +14,9 @@ namespace dravik {
 namespace {
 
 const std::string kParts = std::string(DRAVIK_SOURCE_DIR) + "/data/parts/";
+// Made by dravik_generate (set `develop`): clean, typical and hard images of twelve faces, three of them
+// dotted.
+const std::string kGenerated = std::string(DRAVIK_SOURCE_DIR) + "/tests/engine/corpus";
 
 std::map<std::string, std::vector<LabelledImage>> byFont(const std::string& folder) {
     std::map<std::string, std::vector<LabelledImage>> fonts;
@@ -34,9 +37,10 @@ TEST(Corpus, CharactersAreCountedExactly) {
     const TestFolder folder;
     EmbeddedTool tool{JobFolder(folder.path())};
     for (const Required& required :
-         {Required{"rendered_lines", 48, 48}, Required{"rendered_charset", 18, 17}}) {
+         {Required{kParts + "rendered_lines", 48, 48}, Required{kParts + "rendered_charset", 18, 17},
+          Required{kGenerated, 46, 36}}) {
         int images = 0, exact = 0;
-        for (const LabelledImage& image : labelledImages(kParts + required.folder)) {
+        for (const LabelledImage& image : labelledImages(required.folder)) {
             ++images;
             const std::size_t found = foundIn(tool, image);
             exact += found == characterCount(image.text) ? 1 : 0;
