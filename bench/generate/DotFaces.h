@@ -20,6 +20,7 @@ class DotFace : public Typeface {
     DotFace(Patterns patterns, int rows, int advance)
         : patterns_(std::move(patterns)), rows_(rows), advance_(advance) {}
     bool isDotMatrix() const override { return true; }
+    bool has(char character) const override { return patterns_.count(character) > 0; }
 
   protected:
     Extent extent(char character, const PrintStyle& style) const override;

@@ -53,6 +53,10 @@ class OutlineFace : public Typeface {
         perCap_ = 1000 / (static_cast<float>(file_.face()->glyph->metrics.height) / 64);
     }
 
+    bool has(char character) const override {
+        return FT_Get_Char_Index(file_.face(), static_cast<unsigned char>(character)) != 0;
+    }
+
   protected:
     Extent extent(char character, const PrintStyle& style) const override {
         load(character, style.capHeight * perCap_);
@@ -127,6 +131,8 @@ class StrokeFace : public Typeface {
         }
         if (glyphs_.count('H') == 0) throw std::runtime_error("No strokes in the font file " + file);
     }
+
+    bool has(char character) const override { return glyphs_.count(character) > 0; }
 
   protected:
     Extent extent(char character, const PrintStyle& style) const override {

@@ -36,6 +36,7 @@ class Typeface {
   public:
     virtual ~Typeface() = default;
     virtual bool isDotMatrix() const { return false; }
+    virtual bool has(char character) const = 0;
     // Prints lines of text; blanks leave a place free. The canvas fits the print with a little room.
     Print print(const std::vector<std::string>& lines, const PrintStyle& style, Random& random) const;
 

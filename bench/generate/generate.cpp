@@ -151,10 +151,12 @@ void generate(bool held, const std::string& folder, int linesEach, int charsetsE
             const bool charset = i >= linesEach;
             const Conditions conditions = charset ? learningConditions(random, typeface->isDotMatrix())
                                                   : lineConditions(random, typeface->isDotMatrix());
-            const std::vector<std::string> text = charset ? charsetText(random, random.whole(2, 4))
-                                                  : conditions.view.binary && !typeface->isDotMatrix()
-                                                      ? sheetText(random)
-                                                      : partText(random, conditions.lines);
+            std::vector<std::string> text = charset ? charsetText(random, random.whole(2, 4))
+                                            : conditions.view.binary && !typeface->isDotMatrix()
+                                                ? sheetText(random)
+                                                : partText(random, conditions.lines);
+            for (std::string& line : text)
+                std::erase_if(line, [&](char c) { return c != ' ' && !typeface->has(c); });
             Print print = typeface->print(text, conditions.style, random);
             damage(print, conditions, random);
             (charset ? charsets : lines)
