@@ -36,6 +36,7 @@ TEST(Buttons, ArePressedOnlyWhileEnabled) {
     EXPECT_EQ(clicks, 1);
     button.setEnabled(false);
     EXPECT_FALSE(IsWindowEnabled(view));
+    settle();
     EXPECT_TRUE(IsWindowEnabled(GetFocus())) << "the focus must not stay on a disabled control";
     SendMessageW(shown.view(check), BM_CLICK, 0, 0);
     EXPECT_TRUE(check.checked());

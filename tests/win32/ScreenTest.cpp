@@ -73,6 +73,7 @@ TEST_F(WholeScreen, TextIsTypedIncludedLearntAndSaved) {
     click(view(screen().train.cmdTrain), 10, 10);
     EXPECT_TRUE(IsWindowEnabled(view(screen().train.cmdStop)));
     EXPECT_FALSE(IsWindowEnabled(view(screen().train.cmdTrain)));
+    EXPECT_EQ(GetFocus(), view(screen().train.cmdStop)) << "the next one that can be pressed";
     EXPECT_TRUE(waitFor([&] { return !screen().train.lblStatus.caption().empty(); })) << "its timer ticks";
     tool->trainingDone = true;
     EXPECT_TRUE(waitFor([&] { return screen().train.cmdSaveFont.enabled(); }));

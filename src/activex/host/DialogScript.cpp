@@ -153,12 +153,12 @@ void pickMenuItem(HWND menuWindow, const std::wstring& caption) {
         ++downs;
         wchar_t text[256] = {};
         GetMenuStringW(menu, static_cast<UINT>(i), text, static_cast<int>(std::size(text)), MF_BYPOSITION);
-        if (withoutMnemonic(text) != caption) continue;
+        if (caption.empty() || !withoutMnemonic(text).starts_with(caption)) continue;
         for (; downs > 0; --downs) PostMessageW(menuWindow, WM_KEYDOWN, VK_DOWN, 1);
         PostMessageW(menuWindow, WM_KEYDOWN, VK_RETURN, 1);
         return;
     }
-    EndMenu();
+    PostMessageW(menuWindow, WM_KEYDOWN, VK_ESCAPE, 1);
 }
 
 }  // namespace dravik

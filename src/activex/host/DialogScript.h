@@ -68,7 +68,8 @@ class DialogScript {
     UINT_PTR timer_ = 0;
 };
 
-// Picks the item with that caption (access key marks left out); closes the menu when there is none.
+// Picks the first item whose caption (access key marks left out) begins so; closes the menu when there is
+// none.
 void pickMenuItem(HWND menuWindow, const std::wstring& caption);
 
 }  // namespace dravik

@@ -5,6 +5,8 @@
 
 #include "activex/host/ActionPictures.h"
 #include "activex/win32/Guard.h"
+#include "activex/win32/Module.h"
+#include "activex/win32/Peer.h"
 #include "activex/win32/Win32Platform.h"
 #include "activex/win32/WinText.h"
 
@@ -46,12 +48,6 @@ PartPane::Captions::Captions() : Form("partCaptions", "") {
     setLayout(column({row({item(preview).stretched()}), item(title)}));
 }
 
-PartPane::Check::Check() : Form("partCheck", "") {
-    text.setUsesMnemonic(false);
-    text.setToolTip("Samples of the font read by fonts that were taught without them");
-    setLayout(column({row({item(text).stretched()})}));
-}
-
 PartPane::PartPane(HWND parent, SharedLook& shared, Trainer& trainer, Win32Platform& platform)
     : DrawnWindow(shared), trainer_(trainer), bar_(kMostProblemLines + 1) {
     create(L"DravikPartPane", "partPane", parent, WS_CHILD | WS_VISIBLE | WS_CLIPCHILDREN,
@@ -66,7 +62,10 @@ PartPane::PartPane(HWND parent, SharedLook& shared, Trainer& trainer, Win32Platf
     view_ = std::make_unique<PartView>(window(), shared);
     captionsPage_ = page(captions_);
     reading_ = std::make_unique<ReadingView>(window(), shared, platform);
-    checkPage_ = page(check_);
+    check_ = CreateWindowExW(0, L"STATIC", L"", WS_CHILD | SS_LEFT | SS_NOPREFIX, 0, 0, 0, 0, window(),
+                             nullptr, moduleInstance(), nullptr);
+    SetPropW(check_, nameMark("heldOutCheck").c_str(), check_);
+    SendMessageW(check_, WM_SETFONT, reinterpret_cast<WPARAM>(look().font()), FALSE);
     strip_ = std::make_unique<ThumbnailStrip>(window(), shared, trainer.parts());
 
     bar_.tools.buttonClick.subscribe([this](ToolButton& button) { pressed(button.key); });
@@ -90,6 +89,7 @@ PartPane::PartPane(HWND parent, SharedLook& shared, Trainer& trainer, Win32Platf
 
 PartPane::~PartPane() {
     connections_.clear();
+    if (check_) RemovePropW(check_, nameMark("heldOutCheck").c_str());
 }
 
 void PartPane::pressed(const std::string& key) {
@@ -158,8 +158,10 @@ void PartPane::showReading() {
 }
 
 void PartPane::showCheck() {
-    check_.text.setCaption(trainer_.checkText());
+    SetWindowTextW(check_, wide(trainer_.checkText()).c_str());
+    ShowWindow(check_, trainer_.checkText().empty() ? SW_HIDE : SW_SHOWNA);
     arrange();
+    InvalidateRect(check_, nullptr, TRUE);
 }
 
 // Ticks for the trainer as long as it has to look whether the check has ended.
@@ -183,16 +185,31 @@ int PartPane::leastWidth() const {
 }
 
 void PartPane::setDpi(int dpi) {
-    for (FormPage* page : {barPage_.get(), captionsPage_.get(), checkPage_.get()}) page->setDpi(dpi);
+    for (FormPage* page : {barPage_.get(), captionsPage_.get()}) page->setDpi(dpi);
     reading_->setReading(trainer_.reading());
     strip_->forgetPictures();
+    SendMessageW(check_, WM_SETFONT, reinterpret_cast<WPARAM>(look().font()), TRUE);
     arrange();
 }
 
 void PartPane::systemChanged() {
-    for (FormPage* page : {barPage_.get(), captionsPage_.get(), checkPage_.get()}) page->systemChanged();
+    for (FormPage* page : {barPage_.get(), captionsPage_.get()}) page->systemChanged();
     showPreview();
     RedrawWindow(window(), nullptr, nullptr, RDW_INVALIDATE | RDW_ALLCHILDREN);
+}
+
+int PartPane::checkHeight(int width) const {
+    const std::wstring text = wide(trainer_.checkText());
+    if (text.empty() || width <= 0) return 0;
+    const HDC dc = GetDC(window());
+    RECT needed{0, 0, width, 0};
+    {
+        const Selected font(dc, look().font());
+        DrawTextW(dc, text.c_str(), static_cast<int>(text.size()), &needed,
+                  DT_WORDBREAK | DT_NOPREFIX | DT_CALCRECT);
+    }
+    ReleaseDC(window(), dc);
+    return needed.bottom;
 }
 
 // The pages bring their own margins.
@@ -202,15 +219,18 @@ void PartPane::arrange() {
     const int margin = look().px(kMargin);
     const int barHeight = barPage_->preferredSize().cy;
     const int captionsHeight = captionsPage_->preferredSize().cy - margin / 2;
-    const bool checks = !trainer_.checkText().empty();
-    const int checkHeight = checks ? checkPage_->preferredSize().cy : margin;
+    const int inside = area.right - 2 * margin;
+    const int checked = checkHeight(inside);
     const int readingHeight = reading_->preferredHeight();
     int bottom = area.bottom - margin;
     strip_->setBounds({margin, bottom - strip_->preferredHeight(), area.right - margin, bottom});
     bottom -= strip_->preferredHeight();
-    checkPage_->setVisible(checks);
-    checkPage_->setBounds({0, bottom - checkHeight, area.right, bottom});
-    bottom -= checkHeight;
+    bottom -= look().px(6);
+    if (checked > 0) {
+        SetWindowPos(check_, nullptr, margin, bottom - checked, inside, checked,
+                     SWP_NOZORDER | SWP_NOACTIVATE | SWP_NOCOPYBITS);
+        bottom -= checked + look().px(6);
+    }
     reading_->setBounds({margin, bottom - readingHeight, area.right - margin, bottom});
     bottom -= readingHeight;
     captionsPage_->setBounds({0, bottom - captionsHeight, area.right, bottom});
@@ -274,6 +294,12 @@ LRESULT PartPane::answer(UINT message, WPARAM wParam, LPARAM lParam) {
             arrange();
             redraw();
             return 0;
+        case WM_CTLCOLORSTATIC: {
+            const auto dc = reinterpret_cast<HDC>(wParam);
+            SetTextColor(dc, look().color(kWindowTextColor));
+            SetBkColor(dc, look().background());
+            return reinterpret_cast<LRESULT>(look().brush(look().background()));
+        }
         case WM_TIMER:
             if (wParam == kCheckTimer && trainer_.checkTimer().enabled()) trainer_.checkTimer().tick();
             return 0;

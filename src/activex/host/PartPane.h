@@ -60,16 +60,13 @@ class PartPane : public DrawnWindow {
         Label preview{"previewText"};
         Label title{"readingTitle", "The font &reads:"};
     };
-    struct Check : Form {
-        Check();
-        Label text{"heldOutCheck"};
-    };
 
     void arrange();
     void showPart();
     void showPreview();
     void showReading();
     void showCheck();
+    int checkHeight(int width) const;
     void followCheck();
     void showScale();
     void showProblems(const std::vector<std::string>& lines);
@@ -79,12 +76,11 @@ class PartPane : public DrawnWindow {
     Trainer& trainer_;
     Bar bar_;
     Captions captions_;
-    Check check_;
     std::unique_ptr<FormPage> barPage_;
     std::unique_ptr<PartView> view_;
     std::unique_ptr<FormPage> captionsPage_;
     std::unique_ptr<ReadingView> reading_;
-    std::unique_ptr<FormPage> checkPage_;
+    HWND check_ = nullptr;
     std::unique_ptr<ThumbnailStrip> strip_;
     std::vector<Connection> connections_;
 };

@@ -18,6 +18,7 @@ constexpr UINT_PTR kSubclass = 1;
 constexpr int kMargin = 9;
 constexpr UINT kArrange = WM_APP + 0x31;
 constexpr UINT kFocus = WM_APP + 0x32;
+constexpr UINT kFocusLeft = WM_APP + 0x33;
 constexpr wchar_t kClassName[] = L"DravikFormPage";
 
 }  // namespace
@@ -268,6 +269,10 @@ LRESULT Page::answer(UINT message, WPARAM wParam, LPARAM lParam) {
             return 0;
         case kArrange:
             arrange();
+            return 0;
+        case kFocusLeft:
+            if (const auto peer = peerOf(reinterpret_cast<HWND>(wParam)))
+                if (peer->window() == GetFocus() && !peer->isUsable()) focusLeft(*peer);
             return 0;
         case kFocus:
             if (const auto peer = peerOf(reinterpret_cast<HWND>(wParam)))

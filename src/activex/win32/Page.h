@@ -78,8 +78,9 @@ class Page : public std::enable_shared_from_this<Page> {
     void focusArrived(Peer& peer);
     // The focus goes from one of the controls to another window, which may be one of the page's own.
     void focusMoves(HWND to);
-    // The focused control is disabled or hidden: the next one takes over.
+    // The focused control is being hidden or was disabled: the next one takes over.
     void focusLeft(Peer& peer);
+    void focusLeavesSoon(const Peer& peer);
     void focusLater(Peer& peer);
 
     void draw(HDC dc, const RECT& place);

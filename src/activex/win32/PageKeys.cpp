@@ -9,6 +9,7 @@ namespace dravik {
 namespace {
 
 constexpr UINT kFocus = WM_APP + 0x32;
+constexpr UINT kFocusLeft = WM_APP + 0x33;
 
 }  // namespace
 
@@ -74,6 +75,11 @@ void Page::focusMoves(HWND to) {
 void Page::focusLeft(Peer& peer) {
     if (!attached_) return;
     if (!moveFocus(&peer, false) && !moveFocus(nullptr, false) && window_) SetFocus(window_);
+}
+
+// The procedure that disables a control often enables its successor only afterwards.
+void Page::focusLeavesSoon(const Peer& peer) {
+    if (window_) PostMessageW(window_, kFocusLeft, reinterpret_cast<WPARAM>(peer.window()), 0);
 }
 
 void Page::focusLater(Peer& peer) {

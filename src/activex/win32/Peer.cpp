@@ -181,7 +181,7 @@ void Peer::showEnabled() {
     if ((IsWindowEnabled(window_) != FALSE) == enabled) return;
     const bool focused = GetFocus() == window_;
     EnableWindow(window_, enabled);
-    if (focused && !enabled) page_.focusLeft(*this);
+    if (focused && !enabled) page_.focusLeavesSoon(*this);
 }
 
 void Peer::show(Change change) {

@@ -137,9 +137,9 @@ class Peer : public std::enable_shared_from_this<Peer> {
     bool attached_ = true;
 };
 
-// Every control's window carries its widget's name as a window property, for programs and tests that look controls up by
-// name, whatever module they live in. The name of that property, and the window inside of another one that carries it;
-// nothing when there is none.
+// Every control's window carries its widget's name as a window property, for programs and tests that look
+// controls up by name, whatever module they live in. The name of that property, and the window inside of
+// another one that carries it; nothing when there is none.
 std::wstring nameMark(const std::string& name);
 HWND findWindowNamed(HWND inside, const std::string& name);
 
