@@ -61,7 +61,7 @@ MainWindow::MainWindow(Settings settings) : DrawnWindow(shared_), settings_(std:
 }
 
 MainWindow::~MainWindow() {
-    titleChanged_.disconnect();
+    clear();
 }
 
 void MainWindow::fill(Trainer& trainer, ScreenHost& screen, Win32Platform& platform) {
@@ -74,6 +74,13 @@ void MainWindow::fill(Trainer& trainer, ScreenHost& screen, Win32Platform& platf
     showTitle();
     restorePlace();
     arrange();
+}
+
+void MainWindow::clear() {
+    titleChanged_.disconnect();
+    pane_.reset();
+    trainer_ = nullptr;
+    screen_ = nullptr;
 }
 
 void MainWindow::show() {
@@ -261,7 +268,7 @@ void MainWindow::showText(const wchar_t* title, const std::wstring& text) {
 }
 
 void MainWindow::close() {
-    if (ended_) return;
+    if (ended_ || !window()) return;
     ended_ = true;
     rememberPlace();
     screen_->close();
@@ -338,13 +345,13 @@ LRESULT MainWindow::answer(UINT message, WPARAM wParam, LPARAM lParam) {
             PostQuitMessage(0);
             return 0;
         case WM_COMMAND:
-            if (lParam == 0) perform(static_cast<Command>(LOWORD(wParam)));
+            if (lParam == 0 && trainer_) perform(static_cast<Command>(LOWORD(wParam)));
             return 0;
         case WM_INITMENUPOPUP:
-            showMenuStates(reinterpret_cast<HMENU>(wParam));
+            if (trainer_) showMenuStates(reinterpret_cast<HMENU>(wParam));
             return 0;
         case WM_DROPFILES:
-            dropped(reinterpret_cast<HDROP>(wParam));
+            if (pane_) dropped(reinterpret_cast<HDROP>(wParam));
             return 0;
         case WM_SETFOCUS:
             if (screen_ && !screen_->restoreFocus()) screen_->focus(false);

@@ -26,6 +26,8 @@ class MainWindow : public DrawnWindow {
     // Everything in it; it is still hidden. All outlive the window.
     void fill(Trainer& trainer, ScreenHost& screen, Win32Platform& platform);
     void show();
+    // Lets the trainer and the screen go, before they do.
+    void clear();
     // Image files and folders.
     void open(const std::vector<std::string>& paths);
     // Runs until the window is closed; returns the program's exit code.

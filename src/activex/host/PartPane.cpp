@@ -260,14 +260,14 @@ void PartPane::focus(bool last) {
 
 bool PartPane::translate(const MSG& message, bool& left) {
     left = false;
+    if (message.message == WM_SYSCHAR && (message.wParam == 'r' || message.wParam == 'R')) {
+        SetFocus(reading_->window());
+        return true;
+    }
     if (!hasFocusInside()) return false;
     for (FormPage* page : {barPage_.get(), captionsPage_.get()}) {
         bool leftPage = false;
         if (page->translateKey(message, leftPage)) return true;
-    }
-    if (message.message == WM_SYSCHAR && (message.wParam == 'r' || message.wParam == 'R')) {
-        SetFocus(reading_->window());
-        return true;
     }
     if (message.message != WM_KEYDOWN || message.wParam != VK_TAB || GetKeyState(VK_CONTROL) < 0)
         return false;

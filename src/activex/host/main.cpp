@@ -15,6 +15,8 @@
 #include "activex/host/Console.h"
 #include "activex/host/DemoSession.h"
 #include "activex/host/MainWindow.h"
+#include "activex/host/OleScreen.h"
+#include "activex/host/OleScreenHost.h"
 #include "activex/win32/Dpi.h"
 #include "activex/win32/Win32Platform.h"
 #include "activex/win32/WinText.h"
@@ -110,43 +112,86 @@ std::vector<std::string> guideParts() {
     return paths;
 }
 
-int runDemo(const std::string& folder, const WindowOptions& options, DemoSession::Kind kind) {
+// The window with the trainer and its screen, which lives in the OLE control where there is one, else in the
+// program.
+class Program {
+  public:
+    enum class Place { Control, Own, ControlIfAny };
+
+    Program(Settings settings, const JobFolder& jobs, Place place, bool remembersFont)
+        : window(std::move(settings)) {
+        platform_.owner = [this] { return window.window(); };
+        if (place != Place::Own) makeControl(jobs, place, remembersFont);
+        if (!screen_) {
+            trainer_ = std::make_unique<Trainer>(platform_, jobs, decodeImageFileByWic, remembersFont);
+            screen_ = std::make_unique<OwnScreenHost>(*trainer_, window.window(), platform_);
+        }
+        window.fill(*trainer_, *screen_, platform_);
+    }
+    Program(const Program&) = delete;
+    Program& operator=(const Program&) = delete;
+    // A screen of the program's own shows the trainer's; a trainer in a control looks at that.
+    ~Program() {
+        window.clear();
+        if (ownScreen()) screen_.reset();
+        trainer_.reset();
+    }
+
+    Trainer& trainer() noexcept { return *trainer_; }
+
+  private:
+    bool ownScreen() const { return screen_ && screen_->controls(); }
+
+    void makeControl(const JobFolder& jobs, Place place, bool remembersFont) {
+        try {
+            auto control = std::make_unique<OleScreenHost>(window.window());
+            trainer_ = std::make_unique<Trainer>(std::make_unique<OleScreen>(control->container()), jobs,
+                                                 decodeImageFileByWic, remembersFont);
+            screen_ = std::move(control);
+        } catch (...) {
+            if (place == Place::Control) throw;
+            trainer_.reset();
+        }
+    }
+
+  public:
+    MainWindow window;
+
+  private:
+    Win32Platform platform_;
+    std::unique_ptr<ScreenHost> screen_;
+    std::unique_ptr<Trainer> trainer_;
+};
+
+int runDemo(const std::string& folder, const WindowOptions& options, DemoSession::Kind kind,
+            Program::Place place) {
     std::filesystem::create_directories(toPath(folder));
     // A session that anyone can repeat touches neither the operator's fonts nor the window's remembered
     // place.
     const TemporaryFolder own;
     const JobFolder jobs(options.jobs.empty() ? fromPath(own.path() / "Jobs") : options.jobs);
-    MainWindow window{Settings()};
-    Win32Platform platform;
-    platform.owner = [&] { return window.window(); };
     DialogScript ending;  // outlives the screen, which asks about a changed font when a session broke off
-    Trainer trainer(platform, jobs, decodeImageFileByWic, false);
-    OwnScreenHost screen(trainer, window.window(), platform);
-    window.fill(trainer, screen, platform);
+    Program program(Settings(), jobs, place, false);
     int code = 0;
     try {
         const bool guide = kind == DemoSession::Kind::Guide && options.paths.empty();
-        DemoSession(window, trainer, folder, std::cout, kind).run(guide ? guideParts() : options.paths);
+        DemoSession(program.window, program.trainer(), folder, std::cout, kind)
+            .run(guide ? guideParts() : options.paths);
     } catch (...) {
         code = complain("the session did not come out: " + currentFailure().description(), 1);
     }
     if (code == 0) std::cout << "Everything came out. Pictures are in " << folder << std::endl;
     ending.answerOthers(IDNO);
-    window.close();
+    program.window.close();
     return code;
 }
 
-int runWindow(const WindowOptions& options) {
-    MainWindow window{Settings(kSettingsKey)};
-    Win32Platform platform;
-    platform.owner = [&] { return window.window(); };
-    Trainer trainer(platform, options.jobs.empty() ? JobFolder() : JobFolder(options.jobs),
-                    decodeImageFileByWic, true);
-    OwnScreenHost screen(trainer, window.window(), platform);
-    window.fill(trainer, screen, platform);
-    window.show();
-    if (!options.paths.empty()) window.open(options.paths);
-    return window.run();
+int runWindow(const WindowOptions& options, Program::Place place) {
+    Program program(Settings(kSettingsKey), options.jobs.empty() ? JobFolder() : JobFolder(options.jobs),
+                    place, true);
+    program.window.show();
+    if (!options.paths.empty()) program.window.open(options.paths);
+    return program.window.run();
 }
 
 int run() {
@@ -158,13 +203,21 @@ int run() {
     const std::string demo = takeOption(arguments, "--demo");
     const std::string screenshots = takeOption(arguments, "--screenshots");
     const std::string dpi = takeOption(arguments, "--dpi");
+    const std::string screen = takeOption(arguments, "--screen");
     const WindowOptions options = windowOptions(arguments);
     if (!options.problem.empty()) return complain(options.problem, 2);
+    if (!screen.empty() && screen != "own" && screen != "control")
+        return complain("--screen is own or control", 2);
+    const bool session = !demo.empty() || !screenshots.empty();
+    // The control looks for the dates of fonts in the standard folder.
+    const auto place = screen == "control"                                   ? Program::Place::Control
+                       : screen == "own" || session || !options.jobs.empty() ? Program::Place::Own
+                                                                             : Program::Place::ControlIfAny;
     std::unique_ptr<DpiOverride> scale;
     if (!dpi.empty()) scale = std::make_unique<DpiOverride>(std::clamp(std::atoi(dpi.c_str()), 96, 480));
-    if (!demo.empty()) return runDemo(demo, options, DemoSession::Kind::Story);
-    if (!screenshots.empty()) return runDemo(screenshots, options, DemoSession::Kind::Guide);
-    return runWindow(options);
+    if (!demo.empty()) return runDemo(demo, options, DemoSession::Kind::Story, place);
+    if (!screenshots.empty()) return runDemo(screenshots, options, DemoSession::Kind::Guide, place);
+    return runWindow(options, place);
 }
 
 }  // namespace

@@ -272,7 +272,7 @@ LRESULT Page::answer(UINT message, WPARAM wParam, LPARAM lParam) {
             return 0;
         case kFocusLeft:
             if (const auto peer = peerOf(reinterpret_cast<HWND>(wParam)))
-                if (peer->window() == GetFocus() && !peer->isUsable()) focusLeft(*peer);
+                if ((!GetFocus() || GetFocus() == peer->window()) && !peer->isUsable()) focusLeft(*peer);
             return 0;
         case kFocus:
             if (const auto peer = peerOf(reinterpret_cast<HWND>(wParam)))
