@@ -67,15 +67,19 @@ void typeOver(HWND edit, const std::wstring& text) {
     for (const wchar_t unit : text) SendMessageW(edit, WM_CHAR, unit, 1);
 }
 
+namespace {
+
+// A lambda would not have the calling convention of 32-bit Windows.
+BOOL CALLBACK addShown(HWND window, LPARAM windows) {
+    if (IsWindowVisible(window)) reinterpret_cast<std::vector<HWND>*>(windows)->push_back(window);
+    return TRUE;
+}
+
+}  // namespace
+
 std::vector<HWND> shownWindows() {
     std::vector<HWND> windows;
-    EnumThreadWindows(
-        GetCurrentThreadId(),
-        [](HWND window, LPARAM data) -> BOOL {
-            if (IsWindowVisible(window)) reinterpret_cast<std::vector<HWND>*>(data)->push_back(window);
-            return TRUE;
-        },
-        reinterpret_cast<LPARAM>(&windows));
+    EnumThreadWindows(GetCurrentThreadId(), addShown, reinterpret_cast<LPARAM>(&windows));
     return windows;
 }
 

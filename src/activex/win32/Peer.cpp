@@ -43,19 +43,25 @@ std::wstring nameMark(const std::string& name) {
     return L"Dravik." + wide(name);
 }
 
+namespace {
+
+struct Search {
+    std::wstring mark;
+    HWND found;
+};
+
+// A lambda would not have the calling convention of 32-bit Windows.
+BOOL CALLBACK isNamed(HWND window, LPARAM search) noexcept {
+    auto& wanted = *reinterpret_cast<Search*>(search);
+    if (GetPropW(window, wanted.mark.c_str())) wanted.found = window;
+    return wanted.found == nullptr;
+}
+
+}  // namespace
+
 HWND findWindowNamed(HWND inside, const std::string& name) {
-    struct Search {
-        std::wstring mark;
-        HWND found;
-    } search{nameMark(name), nullptr};
-    EnumChildWindows(
-        inside,
-        [](HWND window, LPARAM data) -> BOOL {
-            auto& wanted = *reinterpret_cast<Search*>(data);
-            if (GetPropW(window, wanted.mark.c_str())) wanted.found = window;
-            return wanted.found == nullptr;
-        },
-        reinterpret_cast<LPARAM>(&search));
+    Search search{nameMark(name), nullptr};
+    EnumChildWindows(inside, isNamed, reinterpret_cast<LPARAM>(&search));
     return search.found;
 }
 
