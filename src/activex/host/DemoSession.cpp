@@ -298,6 +298,7 @@ void DemoSession::openMenu(const char* cell, const std::wstring& entry, const ch
     SetFocus(view);
     pressKey(view, VK_APPS);
     settle();
+    require(script_.finished(), std::string("the menu of ") + cell + " did not open");
 }
 
 void DemoSession::inspect() {

@@ -194,7 +194,7 @@ bool MainWindow::isPossible(Command command) const {
 void MainWindow::showMenuStates(HMENU menu) const {
     for (int i = 0; i < GetMenuItemCount(menu); ++i) {
         const UINT id = GetMenuItemID(menu, i);
-        if (id == 0 || id == static_cast<UINT>(-1)) continue;
+        if (id < static_cast<UINT>(Command::OpenImages) || id == static_cast<UINT>(-1)) continue;
         const auto command = static_cast<Command>(id);
         EnableMenuItem(menu, id, isPossible(command) ? MF_ENABLED : MF_GRAYED);
         if (command == Command::Fit)

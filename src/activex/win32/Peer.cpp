@@ -262,7 +262,8 @@ void Peer::fireMouseMove(int buttons, int shift, POINT place) {
 }
 
 bool Peer::fireKey(UINT key) {
-    act([&] { model_.keyDown(static_cast<int>(key), shiftState()); });
+    // The menu key comes to the models as the right mouse button.
+    if (key != VK_APPS) act([&] { model_.keyDown(static_cast<int>(key), shiftState()); });
     return window_ != nullptr;
 }
 

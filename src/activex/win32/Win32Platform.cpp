@@ -267,8 +267,9 @@ void Win32Platform::popUpMenu(PopupMenu& menu, Widget& at, double x, double y) {
     {
         const ModalScope scope(*this);
         const UINT align = GetSystemMetrics(SM_MENUDROPALIGNMENT) ? TPM_RIGHTALIGN : TPM_LEFTALIGN;
-        picked = static_cast<std::size_t>(TrackPopupMenuEx(
-            shown.get(), TPM_RETURNCMD | TPM_RIGHTBUTTON | align, place.x, place.y, owning, nullptr));
+        picked = static_cast<std::size_t>(
+            TrackPopupMenuEx(shown.get(), TPM_RETURNCMD | TPM_NONOTIFY | TPM_RIGHTBUTTON | align, place.x,
+                             place.y, owning, nullptr));
     }
     if (picked > 0 && picked <= menu.items().size()) menu.items()[picked - 1]->click();
 }
