@@ -4,6 +4,7 @@
 #include <array>
 #include <cmath>
 #include <iterator>
+#include <map>
 #include <utility>
 
 #include "engine/DotPrint.h"
@@ -27,6 +28,16 @@ constexpr double kJoinTrust = 1.022;
 constexpr double kBlurTrust = 0.295;
 // So many sizes and polarities are looked at closer.
 constexpr std::size_t kMostClose = 4;
+// How much a difference in likeness matters beside the number of views that agree; measured on generated part
+// images.
+constexpr double kVoteSpread = 1.25;
+// Views of print whose heights differ by less than this factor are the same one.
+constexpr float kSameSize = 1.1f;
+// Where ink begins so often in a row, and on average after so few pixels, there is noise or texture.
+constexpr std::int64_t kManyRuns = 40'000;
+constexpr std::int64_t kFewestPixelsToRun = 12;
+// A page of dotted print has fewer pieces.
+constexpr std::size_t kMostPieces = 20'000;
 // Characters lower than this cannot be told apart.
 constexpr float kLeastHeight = 5;
 // Heights of capitals, in working pixels, at which characters are best told apart.
@@ -46,6 +57,15 @@ void dropFrames(std::vector<Piece>& pieces, const InkImage& ink) {
     });
 }
 
+// Whether the ink is so restless that it is no print; its pieces would take much more room than the image.
+bool isTexture(const InkImage& ink) {
+    const std::int64_t pixels = static_cast<std::int64_t>(ink.ink.size());
+    if (pixels < kManyRuns * kFewestPixelsToRun) return false;
+    std::int64_t runs = 0;
+    for (std::size_t i = 1; i < ink.ink.size(); ++i) runs += (ink.ink[i - 1] < 128) & (ink.ink[i] >= 128);
+    return runs > pixels / kFewestPixelsToRun;
+}
+
 // How the print is looked for.
 struct Look {
     bool dark = true;
@@ -58,8 +78,9 @@ struct Look {
 Segmentation segmentWith(const Binarizer& binarizer, const Look& look) {
     Segmentation result;
     result.ink = binarizer.separate(look.dark, look.side, look.blur);
-    if (result.ink.empty()) return result;
+    if (result.ink.empty() || isTexture(result.ink)) return result;
     std::vector<Piece> pieces = components(result.ink, 3);
+    if (pieces.size() > kMostPieces) return result;
     dropFrames(pieces, result.ink);
     if (look.joins == Look::Fragments) pieces = joinedFragments(std::move(pieces));
     if (look.joins == Look::Dots)
@@ -200,6 +221,30 @@ void lookCloser(std::vector<Candidate>& candidates, const GreyImage& image, cons
     }
 }
 
+// Of the candidates with the number of characters that most views agree on, the likeliest: views weigh as
+// much as they are likely, and those of the same polarity, size and sharpness count once, since they see the
+// same pieces. `candidates` is not empty.
+Candidate& agreed(std::vector<Candidate>& candidates) {
+    std::sort(candidates.rbegin(), candidates.rend(), worse);
+    const double most = candidates.front().value;
+    std::map<std::size_t, double> votes;
+    for (std::size_t i = 0; i < candidates.size(); ++i) {
+        const Candidate& one = candidates[i];
+        const auto same = [&](const Candidate& other) {
+            return other.found.glyphs.size() == one.found.glyphs.size() && other.look.dark == one.look.dark &&
+                   (other.look.blur > 0) == (one.look.blur > 0) && other.height < kSameSize * one.height &&
+                   one.height < kSameSize * other.height;
+        };
+        const auto end = candidates.begin() + static_cast<std::ptrdiff_t>(i);
+        if (std::none_of(candidates.begin(), end, same))
+            votes[one.found.glyphs.size()] += std::exp((one.value - most) / kVoteSpread);
+    }
+    const auto count = std::max_element(votes.begin(), votes.end(),
+                                        [](const auto& a, const auto& b) { return a.second < b.second; });
+    return *std::find_if(candidates.begin(), candidates.end(),
+                         [&](const Candidate& one) { return one.found.glyphs.size() == count->first; });
+}
+
 }  // namespace
 
 Region Segmentation::place(const Glyph& glyph) const {
@@ -239,7 +284,7 @@ Segmentation segment(const GreyImage& image) {
     std::erase_if(candidates, [](const Candidate& one) { return !suits(one); });
     std::move(close.begin(), close.end(), std::back_inserter(candidates));
     if (candidates.empty()) return {};
-    return std::move(std::max_element(candidates.begin(), candidates.end(), worse)->found);
+    return std::move(agreed(candidates).found);
 }
 
 }  // namespace dravik
