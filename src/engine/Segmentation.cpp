@@ -131,9 +131,11 @@ void consider(std::vector<Candidate>& candidates, const Binarizer& binarizer, co
     Candidate one;
     one.look = look;
     one.found = segmentWith(binarizer, look);
-    one.value = textLikeness(one.found, binarizer) + look.trust;
+    const double likeness = textLikeness(one.found, binarizer);
+    if (likeness <= kNoText) return;
+    one.value = likeness + look.trust;
     one.height = typicalHeight(one.found) * one.found.ink.scale;
-    if (one.value > kNoText) candidates.push_back(std::move(one));
+    candidates.push_back(std::move(one));
 }
 
 bool worse(const Candidate& a, const Candidate& b) {
