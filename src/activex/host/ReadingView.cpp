@@ -68,7 +68,7 @@ std::wstring ReadingView::text() const {
     std::string all;
     for (const auto& line : reading_.lines) {
         if (!all.empty()) all += "\r\n";
-        for (const auto& character : line) all += character.character;
+        for (const auto& character : line) all += shownCharacter(character);
     }
     return wide(all);
 }
@@ -82,12 +82,14 @@ void ReadingView::showToolTips() {
     for (const auto& line : reading_.lines) {
         int x = look().px(kPadding);
         for (const auto& character : line) {
-            const std::wstring words = wide(character.character);
+            const std::wstring words = wide(shownCharacter(character));
             const int width = look().textSize(font, words).cx;
             const long percent = std::lround(character.confidence * 100);
             toolTips_.set(window(), ++shownTips_, {x, y, x + width, y + high},
-                          words + L": " + std::to_wstring(percent) + L" % sure" +
-                              (character.confidence < kWeakConfidence ? L" (weak)" : L""));
+                          wide(character.character) + L": " + std::to_wstring(percent) + L" % sure" +
+                              (shownCharacter(character) != character.character ? L" (not taken)"
+                               : character.confidence < kWeakConfidence         ? L" (weak)"
+                                                                                : L""));
             x += width;
         }
         y += high;
@@ -115,7 +117,7 @@ void ReadingView::paint(HDC dc, const RECT& area) {
             int x = padding;
             for (const auto& character : line) {
                 const bool weak = character.confidence < kWeakConfidence;
-                const std::wstring words = wide(character.character);
+                const std::wstring words = wide(shownCharacter(character));
                 const int width = textExtent(dc, words.c_str(), words.size()).cx;
                 SetTextColor(dc, weak ? weakColor() : ink);
                 TextOutW(dc, x, y, words.c_str(), static_cast<int>(words.size()));
