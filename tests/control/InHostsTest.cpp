@@ -134,6 +134,12 @@ TEST_P(InHosts, OpensMenusFormsAndBoxesAndCopies) {
     bench.rightClick(bench.cell(L'O'));
     EXPECT_TRUE(bench.host->pumpUntil([&] { return bench.robot.satisfied(); }));
 
+    // The menu key does the same.
+    SetFocus(bench.cell(L'H'));
+    bench.robot.expectMenu(L"");
+    bench.host->key(VK_APPS);
+    EXPECT_TRUE(bench.host->pumpUntil([&] { return bench.robot.satisfied(); }));
+
     // The table of samples, all of it selected and copied.
     const HWND toolbar = children(bench.page(), TOOLBARCLASSNAMEW).front();
     TBBUTTON numeric{};
