@@ -1,14 +1,13 @@
 #!/usr/bin/env bash
-# installer-test.sh MSI PREFIX: installs the 64-bit package in a copy of the Wine prefix, uses what it installed, takes it
-# away again and compares the registry and the folders with what was there before. Then the same with an interface that a
-# job system has registered already.
+# installer-test.sh MSI: installs the 64-bit package in a new Wine prefix, uses what it installed, takes it away again and
+# compares the registry and the folders with what was there before. Then the same with an interface that a job system has
+# registered already.
 set -euo pipefail
 here=$(dirname "$(readlink -f "$0")")
 msi=$(readlink -f "$1")
 root=$(readlink -f "$here/../..")
 scratch=$(mktemp -d)
-WINEPREFIX=$(readlink -f "$2") wineserver -w 2>/dev/null || true
-cp -a "$2" "$scratch/wine"
+"$root/tools/wine-prefix.sh" "$scratch/wine"
 export WINEPREFIX=$scratch/wine DISPLAY=''
 wine() { timeout 120 "$root/tools/wine.sh" "$@"; }
 finish() { wineserver -k 2>/dev/null || true; wineserver -w 2>/dev/null || true; rm -rf "$scratch"; }
@@ -31,6 +30,9 @@ install() { wine msiexec /i 'C:\dravik.msi' /qn || fail "msiexec /i ends with $?
 uninstall() { wine msiexec /x 'C:\dravik.msi' /qn || fail "msiexec /x ends with $?"; }
 same() { diff "$scratch/$1.before" "$scratch/$1.after" >"$scratch/$1.diff" || { head -40 "$scratch/$1.diff" >&2; fail "$1 are not what they were"; }; }
 
+# The script host enters itself when it is first used.
+echo 'WScript.Echo "ready"' >"$WINEPREFIX/drive_c/first.vbs"
+wine cscript //nologo 'C:\first.vbs' >/dev/null
 classes >"$scratch/classes.before"
 files >"$scratch/files.before"
 install
