@@ -208,7 +208,8 @@ void unregisterServer(std::span<const RegisteredClass> classes, Scope scope) {
     // The deepest first.
     std::sort(own.begin(), own.end(),
               [](const RegistryEntry* a, const RegistryEntry* b) { return a->key.size() > b->key.size(); });
-    for (const RegistryEntry* entry : own) transaction.removeIfEmpty(entry->key, entry->top);
+    // A user may have had not even the keys above ours before; of the machine they are never empty.
+    for (const RegistryEntry* entry : own) transaction.removeIfEmpty(entry->key, L"");
     transaction.keep();
 }
 
