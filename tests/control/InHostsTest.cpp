@@ -98,6 +98,12 @@ TEST_P(InHosts, OpensMenusFormsAndBoxesAndCopies) {
     bench.include(L"LOLO", 4);
     bench.learn();
 
+    // A host that asks for the extent now gets it from the page that is shown, which stays in order.
+    SIZEL extent{};
+    EXPECT_EQ(ComPtr<IUnknown>(bench.host->control()).as<IOleObject>()->GetExtent(DVASPECT_CONTENT, &extent),
+              S_OK);
+    EXPECT_GT(extent.cx, 0);
+
     const auto closeForm = [](HWND form) { PostMessageW(form, WM_CLOSE, 0, 0); };
     bench.robot.expectMenu(L"Show Character Array for L");
     bench.rightClick(bench.cell(L'L'));

@@ -11,9 +11,10 @@ constexpr int kHimetricPerInch = 2540;
 
 SIZE ControlState::extent() {
     if (hasExtent()) return extent_;
-    UnseenPage unseen(*this);
-    const SIZE pixels = unseen.page().preferredSize();
-    const auto dpi = static_cast<int>(GetDpiForSystem());
+    // A widget has one view at a time, so that the page that is there must do.
+    FormPage* shown = activation.page();
+    const SIZE pixels = shown ? shown->preferredSize() : UnseenPage(*this).page().preferredSize();
+    const int dpi = shown ? shown->dpi() : static_cast<int>(GetDpiForSystem());
     extent_ = {MulDiv(pixels.cx, kHimetricPerInch, dpi), MulDiv(pixels.cy, kHimetricPerInch, dpi)};
     return extent_;
 }

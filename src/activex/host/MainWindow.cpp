@@ -8,6 +8,7 @@
 #include "activex/host/OpenDialogs.h"
 #include "activex/win32/Guard.h"
 #include "activex/win32/Module.h"
+#include "activex/win32/Peer.h"
 #include "activex/win32/Win32Platform.h"
 #include "activex/win32/WinText.h"
 
@@ -67,7 +68,7 @@ MainWindow::~MainWindow() {
 void MainWindow::fill(Trainer& trainer, ScreenHost& screen, Win32Platform& platform) {
     trainer_ = &trainer;
     screen_ = &screen;
-    SetMenu(window(), makeMenuBar(screen.controls() != nullptr));
+    SetMenu(window(), makeMenuBar());
     pane_ = std::make_unique<PartPane>(window(), shared_, trainer, platform);
     const auto showTitle = [this] { SetWindowTextW(window(), wide(trainer_->title()).c_str()); };
     titleChanged_ = trainer.titleChanged.connect(showTitle);
@@ -186,9 +187,10 @@ bool MainWindow::isPossible(Command command) const {
         default:
             break;
     }
-    Screen* screen = screen_->controls();
-    const Button* button = screen ? fontButton(*screen, command) : nullptr;
-    return !button || button->enabled();
+    const std::string name = fontButton(command);
+    if (name.empty()) return true;
+    const HWND button = findWindowNamed(screen_->window(), name);
+    return button && IsWindowEnabled(button);
 }
 
 void MainWindow::showMenuStates(HMENU menu) const {
@@ -256,8 +258,11 @@ void MainWindow::perform(Command command) {
                          wide(trainer_->folder().fontsFolder()));
             break;
         default:
-            if (Screen* screen = screen_->controls())
-                if (Button* button = fontButton(*screen, command)) button->press();
+            // The window is there wherever the screen lives.
+            if (const std::string name = fontButton(command); !name.empty())
+                if (const HWND button = findWindowNamed(screen_->window(), name);
+                    button && IsWindowEnabled(button))
+                    SendMessageW(button, BM_CLICK, 0, 0);
             break;
     }
 }

@@ -20,7 +20,7 @@ class OleScreenHost : public ScreenHost {
     void focus(bool last) override;
     bool restoreFocus() override;
     bool translate(MSG& message, bool& left) override;
-    Screen* controls() noexcept override { return nullptr; }
+    HWND window() const override { return container_.window(); }
     void close() override;
 
   private:

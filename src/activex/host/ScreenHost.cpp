@@ -48,8 +48,8 @@ bool OwnScreenHost::translate(MSG& message, bool& left) {
     return page_->translateKey(message, left);
 }
 
-Screen* OwnScreenHost::controls() noexcept {
-    return &trainer_.control().screen();
+HWND OwnScreenHost::window() const {
+    return page_->window();
 }
 
 void OwnScreenHost::close() {

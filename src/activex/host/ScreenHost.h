@@ -6,7 +6,6 @@
 // Behind the Windows headers
 #include <memory>
 
-#include "shell/Screen.h"
 
 namespace dravik {
 
@@ -33,8 +32,8 @@ class ScreenHost {
     // A message of the program's loop before it is translated: true when the screen used it. Tab at its ends
     // is not used and sets `left`.
     virtual bool translate(MSG& message, bool& left) = 0;
-    // The screen's controls when they are objects of this program, else nothing.
-    virtual Screen* controls() noexcept = 0;
+    // The window that holds the screen's controls; null once it is closed.
+    virtual HWND window() const = 0;
     // Ends the screen, which offers to save a changed font.
     virtual void close() = 0;
 };
@@ -53,7 +52,7 @@ class OwnScreenHost : public ScreenHost {
     void focus(bool last) override;
     bool restoreFocus() override;
     bool translate(MSG& message, bool& left) override;
-    Screen* controls() noexcept override;
+    HWND window() const override;
     void close() override;
 
   private:

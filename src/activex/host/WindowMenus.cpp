@@ -20,7 +20,7 @@ void addMenu(HMENU bar, HMENU menu, const wchar_t* text) {
 }  // namespace
 
 // Access keys of the menus keep clear of those on the page.
-HMENU makeMenuBar(bool withFontMenu) {
+HMENU makeMenuBar() {
     const HMENU file = CreatePopupMenu();
     add(file, Command::OpenImages, L"&Open Images...\tCtrl+O");
     add(file, Command::OpenFolder, L"Open &Folder...\tCtrl+Shift+O");
@@ -44,36 +44,34 @@ HMENU makeMenuBar(bool withFontMenu) {
     const HMENU bar = CreateMenu();
     addMenu(bar, file, L"&File");
     addMenu(bar, image, L"I&mage");
-    if (withFontMenu) {
-        const HMENU font = CreatePopupMenu();
-        add(font, Command::FontSelect, L"Select &Font...\tCtrl+F");
-        add(font, Command::FontInclude, L"&Include");
-        add(font, Command::FontLearn, L"&Learn\tCtrl+L");
-        add(font, Command::FontStop, L"S&top\tCtrl+.");
-        add(font, Command::FontSave, L"&Save\tCtrl+S");
-        add(font, Command::FontRevert, L"&Revert");
-        addMenu(bar, font, L"F&ont");
-    }
+    const HMENU font = CreatePopupMenu();
+    add(font, Command::FontSelect, L"Select &Font...\tCtrl+F");
+    add(font, Command::FontInclude, L"&Include");
+    add(font, Command::FontLearn, L"&Learn\tCtrl+L");
+    add(font, Command::FontStop, L"S&top\tCtrl+.");
+    add(font, Command::FontSave, L"&Save\tCtrl+S");
+    add(font, Command::FontRevert, L"&Revert");
+    addMenu(bar, font, L"F&ont");
     addMenu(bar, help, L"&Help");
     return bar;
 }
 
-Button* fontButton(Screen& screen, Command command) {
+std::string fontButton(Command command) {
     switch (command) {
         case Command::FontSelect:
-            return &screen.font.cmdSelectFont;
+            return "cmdSelectFont";
         case Command::FontInclude:
-            return &screen.sample.cmdInclude;
+            return "cmdInclude";
         case Command::FontLearn:
-            return &screen.train.cmdTrain;
+            return "cmdTrain";
         case Command::FontStop:
-            return &screen.train.cmdStop;
+            return "cmdStop";
         case Command::FontSave:
-            return &screen.train.cmdSaveFont;
+            return "cmdSaveFont";
         case Command::FontRevert:
-            return &screen.train.cmdRevert;
+            return "cmdRevert";
         default:
-            return nullptr;
+            return {};
     }
 }
 

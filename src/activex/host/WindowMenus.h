@@ -3,9 +3,8 @@
 
 #include "activex/win32/Windows.h"
 // Behind the Windows headers
+#include <string>
 #include <vector>
-
-#include "shell/Screen.h"
 
 namespace dravik {
 
@@ -31,11 +30,11 @@ enum class Command : WORD {
     About,
 };
 
-// For a window, which destroys it. Without a screen of this program there is no menu of the font's actions.
-HMENU makeMenuBar(bool withFontMenu);
+// For a window, which destroys it.
+HMENU makeMenuBar();
 
-// The button of the screen that a command of the Font menu presses; nothing for other commands.
-Button* fontButton(Screen& screen, Command command);
+// The name of the screen's button that a command of the Font menu presses; "" for other commands.
+std::string fontButton(Command command);
 
 class AcceleratorTable {
   public:

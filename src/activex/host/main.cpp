@@ -140,7 +140,7 @@ class Program {
     Trainer& trainer() noexcept { return *trainer_; }
 
   private:
-    bool ownScreen() const { return screen_ && screen_->controls(); }
+    bool ownScreen() const { return dynamic_cast<OwnScreenHost*>(screen_.get()) != nullptr; }
 
     void makeControl(const JobFolder& jobs, Place place, bool remembersFont) {
         try {
