@@ -4,6 +4,7 @@
 
 #include "activex/win32/Windows.h"
 
+#include <cstring>
 #include <optional>
 
 namespace dravik {
@@ -12,6 +13,12 @@ struct Ambient {
     std::optional<LOGFONTW> font;  // heights are those at 96 dpi
     std::optional<COLORREF> backColor;
     std::optional<COLORREF> foreColor;
+
+    bool operator==(const Ambient& other) const {
+        const bool sameFont = font.has_value() == other.font.has_value() &&
+                              (!font || std::memcmp(&*font, &*other.font, sizeof(LOGFONTW)) == 0);
+        return sameFont && backColor == other.backColor && foreColor == other.foreColor;
+    }
 };
 
 }  // namespace dravik

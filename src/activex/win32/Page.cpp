@@ -171,7 +171,7 @@ void Page::setDpi(int dpi) {
 }
 
 void Page::setAmbient(const Ambient& ambient) {
-    if (attached_) renewLook(look_->dpi(), ambient);
+    if (attached_ && !(ambient == look_->ambient())) renewLook(look_->dpi(), ambient);
 }
 
 void Page::systemChanged() {
