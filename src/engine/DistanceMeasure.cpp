@@ -152,7 +152,8 @@ DistanceMeasure::Nearness DistanceMeasure::nearness(const SampleInputs& inputs, 
             for (float& one : nearest)
                 if (square < one) std::swap(square, one);
         }
-        count = std::min(count, kNeighbours);
+        // Of a few samples half may be wrong ones; the nearest half is believed.
+        count = std::min((count + 1) / 2, kNeighbours);
         if (count == 0) return none;
         return std::accumulate(nearest.begin(), nearest.begin() + static_cast<std::ptrdiff_t>(count), 0.0f) /
                static_cast<float>(count);

@@ -40,7 +40,8 @@ class ClassStatistics {
 
 // Measures against the samples as they were when it was made: k nearest neighbours, the sample itself left
 // out, in the inputs divided by their spread within a character. With a and b the mean squared distances to
-// the nearest three of the own and of the nearest other character, the Distance is a / (a + b).
+// the nearest three (of fewer than five, the nearest half) of the own and of the nearest other character, the
+// Distance is a / (a + b).
 class DistanceMeasure {
   public:
     // `samples` are those that `statistics` counts; they are looked at here only.

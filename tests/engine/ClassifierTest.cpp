@@ -74,6 +74,19 @@ TEST(DistanceMeasure, TellsGoodFromAmbiguousAndMislabelled) {
     EXPECT_NEAR(distances[13], 0.5, 0.15);
 }
 
+TEST(DistanceMeasure, OneWrongLabelAmongFourDoesNotSpoilTheOtherThree) {
+    SampleStore store;
+    std::vector<Sample> samples;
+    for (int i = 0; i < 3; ++i) samples.push_back(sampleOf('W', 0.2f, 0.02f * static_cast<float>(i)));
+    samples.push_back(sampleOf('W', 0.8f));
+    for (int i = 0; i < 4; ++i) samples.push_back(sampleOf('M', 0.8f, 0.02f * static_cast<float>(i)));
+    store.include(samples);
+    store.commit();
+    const std::vector<double> distances = store.columns(SampleKind::Committed)->distances;
+    for (const std::size_t right : {0, 1, 2, 4, 5, 6, 7}) EXPECT_LT(distances[right], 0.4) << right;
+    EXPECT_GT(distances[3], 0.75);
+}
+
 TEST(DistanceMeasure, IsDefinedForSingleSamplesAndASingleCharacter) {
     SampleStore store;
     store.include({sampleOf('A', 0.3f)});
