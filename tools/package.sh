@@ -23,7 +23,7 @@ build() {
     ninja -C $folder "$@" >$folder/package.log || { tail -n 60 $folder/package.log >&2; return 1; }
 }
 # built ARCH NAME : where a built file is.
-built() { find "$([ "$1" = x64 ] && echo build-windows/ || echo build-windows-x86/)" -name "$2" -not -path "*/wine/*" | head -n 1; }
+built() { find "$([ "$1" = x64 ] && echo build-windows/ || echo build-windows-x86/)" -name "$2" -not -path "*/wine/*" -not -path "*/packages/*" | head -n 1; }
 
 mkdir -p packages
 # What the control enters in the registry is the same for both; it is asked where it can run.
