@@ -21,28 +21,12 @@
 #include "desktop/QtImage.h"
 #include "desktop/QtPlatform.h"
 #include "desktop/Theme.h"
+#include "trainer/Arguments.h"
 #include "trainer/CommandLine.h"
 
 namespace {
 
 using namespace dravik;
-
-// Takes "--name value" or "--name=value" out of the arguments; "" when it is not there.
-std::string takeOption(std::vector<std::string>& arguments, const std::string& name) {
-    for (auto it = arguments.begin(); it != arguments.end() && *it != "--"; ++it) {
-        if (it->starts_with(name + "=")) {
-            std::string value = it->substr(name.size() + 1);
-            arguments.erase(it);
-            return value;
-        }
-        if (*it == name && it + 1 != arguments.end()) {
-            std::string value = *(it + 1);
-            arguments.erase(it, it + 2);
-            return value;
-        }
-    }
-    return {};
-}
 
 int complain(const std::string& problem, int code) {
     std::cerr << "dravik-trainer: " << problem << std::endl;

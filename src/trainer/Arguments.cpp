@@ -60,4 +60,20 @@ Arguments parseArguments(const std::vector<std::string>& arguments, const std::v
     return result;
 }
 
+std::string takeOption(std::vector<std::string>& arguments, const std::string& name) {
+    for (auto it = arguments.begin(); it != arguments.end() && *it != "--"; ++it) {
+        if (it->starts_with(name + "=")) {
+            std::string value = it->substr(name.size() + 1);
+            arguments.erase(it);
+            return value;
+        }
+        if (*it == name && it + 1 != arguments.end()) {
+            std::string value = *(it + 1);
+            arguments.erase(it, it + 2);
+            return value;
+        }
+    }
+    return {};
+}
+
 }  // namespace dravik

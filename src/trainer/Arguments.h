@@ -26,4 +26,7 @@ struct Arguments {
 Arguments parseArguments(const std::vector<std::string>& arguments, const std::vector<std::string>& known,
                          const std::vector<std::string>& knownFlags = {});
 
+// Takes "--name value" or "--name=value" out of the arguments before "--"; "" when it is not there.
+std::string takeOption(std::vector<std::string>& arguments, const std::string& name);
+
 }  // namespace dravik

@@ -190,7 +190,7 @@ LRESULT ControlWindow::answer(UINT message, WPARAM wide, LPARAM longer) {
             return 0;
         // What a dialog would answer, for hosts that take any parent of controls for one.
         case WM_NEXTDLGCTL:
-            if (page_) LOWORD(longer) ? SetFocus(reinterpret_cast<HWND>(wide)) : nullptr;
+            if (LOWORD(longer)) SetFocus(reinterpret_cast<HWND>(wide));
             return 0;
         case DM_GETDEFID:
             return 0;

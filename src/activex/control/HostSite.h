@@ -27,7 +27,6 @@ class HostSite {
     void setAmbients(IDispatch* ambients);
 
     bool userMode() const;
-    bool displayAsDefault() const;
     // The host does not want the control to answer the operator.
     bool uiDead() const;
     // Font and colours of the surroundings.

@@ -22,6 +22,7 @@
 #include "activex/win32/WinText.h"
 #include "base/Failure.h"
 #include "base/Paths.h"
+#include "trainer/Arguments.h"
 #include "trainer/CommandLine.h"
 
 namespace {
@@ -71,23 +72,6 @@ std::vector<std::string> programArguments() {
     std::vector<std::string> arguments;
     for (int i = 1; i < count; ++i) arguments.push_back(utf8(words.get()[i]));
     return arguments;
-}
-
-// Takes "--name value" or "--name=value" out of the arguments; "" when it is not there.
-std::string takeOption(std::vector<std::string>& arguments, const std::string& name) {
-    for (auto it = arguments.begin(); it != arguments.end() && *it != "--"; ++it) {
-        if (it->starts_with(name + "=")) {
-            std::string value = it->substr(name.size() + 1);
-            arguments.erase(it);
-            return value;
-        }
-        if (*it == name && it + 1 != arguments.end()) {
-            std::string value = *(it + 1);
-            arguments.erase(it, it + 2);
-            return value;
-        }
-    }
-    return {};
 }
 
 // To whoever reads the program's messages, else in a box.

@@ -31,7 +31,7 @@ struct RegistryEntry {
     std::wstring key;
     std::wstring name;  // "" for the default value
     std::wstring text;
-    std::wstring top;  // the key above that is not ours, up to which empty keys go
+    std::wstring top;  // the first key of it, which others use as well
 };
 // The entries of the classes, type libraries and interfaces. Raises Failure when the module lacks a type
 // library.
