@@ -24,6 +24,9 @@ for line in "DravikDlgLib $platform \"Tamberlux Controls: Dravik Custom Property
     "TollanLib $platform \"Tollan Step Library\"" ' StepEditor' "MerrowLib $platform \"Merrow Core Library\""; do
     grep -qxF "$line" <<<"$said" || fail "the type libraries lack: $line"
 done
+for library in stdole2.tlb MerrowLib.tlb; do
+    grep -qF "$library" "$file" || fail "its type library does not import $library"
+done
 operations=$(sed -n '/^ IFontTool$/,/^ [A-Z]/p' <<<"$said" | grep -c '^  ')
 [ "$operations" -eq 26 ] || fail "the font tool has $operations operations"
 echo "$(basename "$file") ($platform): exports, imports, size ($size bytes) and type libraries are right"

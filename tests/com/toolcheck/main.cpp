@@ -5,6 +5,10 @@
 // The tool has to have no fonts, since the check creates and deletes some. A tool that has a property
 // JobsFolder is given an empty folder by it. Rules that need an image are checked with tools that have
 // SetImage(Width, Height, Pixels), an array of grey levels row by row; with others they are left out.
+#include "activex/com/WindowsSdk.h"
+// Behind the Windows headers
+#include <DravikLib.h>
+
 #include <array>
 #include <cstdio>
 #include <memory>
@@ -43,6 +47,11 @@ class RegisteredTool {
         check(CoCreateInstance(identifier, nullptr, CLSCTX_ALL, IID_IUnknown, object_.putVoid()));
         names_ = std::make_unique<LateBound>(object_.get());
         if (names_->has(L"JobsFolder")) names_->put(L"JobsFolder", Variant(Bstr(folder_.path())));
+        if (!names_->has(L"GetSampleData") && (lateBound || !object_.as<IFontTool>()))
+            throw Failure(RuntimeError::TypeMismatch,
+                          lateBound
+                              ? "It has no operations of a font tool's names"
+                              : "It is no font tool: it has neither IFontTool nor operations of its names");
         tool_ = lateBound ? lateBoundFontToolOf(object_.get()) : fontToolOf(object_.get());
         if (!tool_->GetFontList().empty())
             throw Failure(RuntimeError::InvalidProcedureCall,
@@ -118,6 +127,7 @@ TEST(Fonts, AreMadeCopiedRenamedAndDeletedWithoutAnImage) {
 // One line for each rule, and below it what the tool did instead.
 class Lines : public testing::EmptyTestEventListener {
   public:
+    int kept = 0;
     int broken = 0;
 
   private:
@@ -127,7 +137,7 @@ class Lines : public testing::EmptyTestEventListener {
     void OnTestEnd(const testing::TestInfo& rule) override {
         std::printf("%s  %s\n", problems_.empty() ? "kept  " : "BROKEN", rule.name());
         for (const std::string& problem : problems_) std::printf("%s\n", problem.c_str());
-        broken += problems_.empty() ? 0 : 1;
+        ++(problems_.empty() ? kept : broken);
         problems_.clear();
     }
 
@@ -150,6 +160,7 @@ int checkTool() {
     auto* lines = new Lines;
     listeners.Append(lines);
     const int result = RUN_ALL_TESTS();
+    std::printf("%d rules kept, %d broken\n", lines->kept, lines->broken);
     if (!showsImages) std::printf("The tool has no SetImage: rules that need an image were not checked\n");
     return result == 0 && lines->broken == 0 ? 0 : 1;
 }
@@ -159,10 +170,15 @@ int checkTool() {
 
 int wmain(int count, wchar_t** arguments) {
     for (int i = 1; i < count; ++i) {
-        if (std::wstring_view(arguments[i]) == L"--late-bound")
+        const std::wstring_view argument = arguments[i];
+        if (argument == L"--late-bound") {
             dravik::lateBound = true;
-        else
-            dravik::programIdentifier = arguments[i];
+        } else if (!dravik::programIdentifier.empty() || argument.starts_with(L'-')) {
+            dravik::programIdentifier.clear();  // not understood
+            break;
+        } else {
+            dravik::programIdentifier = argument;
+        }
     }
     if (dravik::programIdentifier.empty()) {
         std::fprintf(stderr, "usage: DravikToolCheck PROGID [--late-bound]\n");
