@@ -48,7 +48,7 @@ for arch; do
     for library in MerrowLib TollanLib DravikLib DravikDlgLib; do
         cp "$(built "$arch" $library.tlb)" "$(built "$arch" $library.h)" "$stage/contract"
     done
-    cp docs/host-integrators-guide.md docs/operator-guide.md docs/font-file.md "$stage/docs"
+    cp docs/host-integrators-guide.md docs/operator-guide.md docs/font-file.md docs/commands.md "$stage/docs"
     cp docs/samples/* "$stage/docs/samples"
     cp packaging/*.cmd "$stage"
     find docs/images -maxdepth 1 -name '*.png' -exec cp {} "$stage/docs/images" \;

@@ -17,6 +17,7 @@
 #include "activex/host/MainWindow.h"
 #include "activex/host/OleScreen.h"
 #include "activex/host/OleScreenHost.h"
+#include "activex/host/Wildcards.h"
 #include "activex/win32/Dpi.h"
 #include "activex/win32/Win32Platform.h"
 #include "activex/win32/WinText.h"
@@ -71,7 +72,7 @@ std::vector<std::string> programArguments() {
                                                               LocalFree);
     std::vector<std::string> arguments;
     for (int i = 1; i < count; ++i) arguments.push_back(utf8(words.get()[i]));
-    return arguments;
+    return withoutWildcards(arguments);
 }
 
 // To whoever reads the program's messages, else in a box.
