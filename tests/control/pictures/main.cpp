@@ -1,5 +1,6 @@
 // Pictures of the control in each of its hosts with a learnt font, for the guide and for whoever wants to
-// see: usage control_pictures FOLDER. The scale is the system's (HKCU\Control Panel\Desktop, LogPixels).
+// see: usage control_pictures FOLDER. The scale is the system's (HKCU\Control Panel\Desktop, LogPixels);
+// other scales than 96 dpi stand in the pictures' names.
 #include "control/support/Bench.h"
 // Behind the Windows headers
 #include <cstdio>
@@ -24,8 +25,22 @@ void keep(HWND window, const std::filesystem::path& file) {
     std::printf("%s\n", file.filename().string().c_str());
 }
 
-void show(const char* host, const std::filesystem::path& folder) {
+// A height at which the screen is not mostly empty.
+void makeSmaller(Host& host) {
+    RECT place{};
+    GetClientRect(host.frame(), &place);
+    const int height = place.bottom * 2 / 3;
+    host.resize(place.right, height);
+    RECT outer{0, 0, place.right, height};
+    AdjustWindowRect(&outer, static_cast<DWORD>(GetWindowLongW(host.frame(), GWL_STYLE)), FALSE);
+    SetWindowPos(host.frame(), nullptr, 0, 0, outer.right - outer.left, outer.bottom - outer.top,
+                 SWP_NOMOVE | SWP_NOZORDER);
+    host.pump();
+}
+
+void show(const std::string& host, const std::filesystem::path& folder) {
     Bench bench(host);
+    if (host != "sheet") makeSmaller(*bench.host);
     bench.bind("HELLO");
     bench.include(L"HELLO", 5);
     bench.show("LOLO");
@@ -35,7 +50,9 @@ void show(const char* host, const std::filesystem::path& folder) {
     bench.waitForStatus(L"Saved font");
     bench.type(L"HOLE");
     bench.host->pump();
-    keep(bench.host->frame(), folder / (std::string("control-") + host + ".png"));
+    const UINT dpi = GetDpiForSystem();
+    const std::string scale = dpi == USER_DEFAULT_SCREEN_DPI ? "" : "-" + std::to_string(dpi);
+    keep(bench.host->frame(), folder / ("control-" + host + scale + ".png"));
     bench.host->close();
 }
 

@@ -12,10 +12,15 @@
 namespace dravik {
 namespace {
 
+// At 96 dpi.
 constexpr int kWidth = 720;
 constexpr int kHeight = 900;
 constexpr wchar_t kProgId[] = L"DravikDlgLib.DravikDlg";
 constexpr wchar_t kFrameClass[] = L"DravikTestFrame";
+
+int scaled(int pixels) {
+    return MulDiv(pixels, static_cast<int>(GetDpiForSystem()), USER_DEFAULT_SCREEN_DPI);
+}
 
 HWND makeFrame(HWND* before, HWND* after) {
     static const ATOM registered = [] {
@@ -28,15 +33,16 @@ HWND makeFrame(HWND* before, HWND* after) {
         return RegisterClassW(&description);
     }();
     (void)registered;
-    RECT outer{0, 0, kWidth, kHeight + 40};
+    RECT outer{0, 0, scaled(kWidth), scaled(kHeight + 40)};
     AdjustWindowRect(&outer, WS_OVERLAPPEDWINDOW, FALSE);
     HWND frame =
         CreateWindowExW(WS_EX_CONTROLPARENT, kFrameClass, L"Host", WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN, 0,
                         0, outer.right - outer.left, outer.bottom - outer.top, nullptr, nullptr,
                         GetModuleHandleW(nullptr), nullptr);
     const auto box = [&](int left) {
-        return CreateWindowExW(0, L"EDIT", L"", WS_CHILD | WS_VISIBLE | WS_TABSTOP | WS_BORDER, left,
-                               kHeight + 5, 100, 24, frame, nullptr, GetModuleHandleW(nullptr), nullptr);
+        return CreateWindowExW(0, L"EDIT", L"", WS_CHILD | WS_VISIBLE | WS_TABSTOP | WS_BORDER, scaled(left),
+                               scaled(kHeight + 5), scaled(100), scaled(24), frame, nullptr,
+                               GetModuleHandleW(nullptr), nullptr);
     };
     if (before) *before = box(0);
     if (after) *after = box(200);
@@ -72,10 +78,12 @@ class AtlHost : public Host {
         HWND before = nullptr;
         frame_ = makeFrame(&before, nullptr);
         host_ = CreateWindowExW(WS_EX_CONTROLPARENT, L"AtlAxWin100", kProgId, WS_CHILD | WS_VISIBLE, 0, 0,
-                                kWidth, kHeight, frame_, nullptr, GetModuleHandleW(nullptr), nullptr);
+                                scaled(kWidth), scaled(kHeight), frame_, nullptr, GetModuleHandleW(nullptr),
+                                nullptr);
         control_ = controlOf(host_);
-        CreateWindowExW(0, L"EDIT", L"", WS_CHILD | WS_VISIBLE | WS_TABSTOP | WS_BORDER, 200, kHeight + 5,
-                        100, 24, frame_, nullptr, GetModuleHandleW(nullptr), nullptr);
+        CreateWindowExW(0, L"EDIT", L"", WS_CHILD | WS_VISIBLE | WS_TABSTOP | WS_BORDER, scaled(200),
+                        scaled(kHeight + 5), scaled(100), scaled(24), frame_, nullptr,
+                        GetModuleHandleW(nullptr), nullptr);
     }
     ~AtlHost() override { close(); }
 
@@ -256,7 +264,7 @@ void Host::key(UINT virtualKey, Modifier modifier) {
 StrictHost::StrictHost(ComPtr<IUnknown> control, bool show) {
     control_ = std::move(control);
     frame_ = makeFrame(nullptr, nullptr);
-    site_ = StrictSite::make(frame_, {0, 0, kWidth, kHeight});
+    site_ = StrictSite::make(frame_, {0, 0, scaled(kWidth), scaled(kHeight)});
     const auto object = control_.as<IOleObject>();
     object->SetClientSite(site_.get());
     control_.as<IPersistStreamInit>()->InitNew();
