@@ -9,6 +9,9 @@
 #include <QMessageBox>
 #include <QTimer>
 
+#include "base/Failure.h"
+#include "desktop/QtConversions.h"
+
 namespace dravik {
 namespace {
 
@@ -84,7 +87,12 @@ void DialogScript::poll() {
         waited_ = 0;
         lastWorked_ = dialog;
         if (qobject_cast<QMessageBox*>(dialog)) messages_ << qobject_cast<QMessageBox*>(dialog)->text();
-        step(*dialog);
+        try {
+            step(*dialog);
+        } catch (...) {
+            problems_ << qtText(currentFailure().description());
+            dialog->close();
+        }
         lastWorked_ = nullptr;
         return;
     }

@@ -14,10 +14,10 @@
 #endif
 
 #include "base/Failure.h"
-#include "desktop/DemoSession.h"
 #include "desktop/DialogScript.h"
 #include "desktop/MainWindow.h"
 #include "desktop/QtConversions.h"
+#include "desktop/QtDemoHands.h"
 #include "desktop/QtImage.h"
 #include "desktop/QtPlatform.h"
 #include "desktop/Theme.h"
@@ -84,7 +84,8 @@ int runDemo(const std::string& folder, const WindowOptions& options, DemoSession
     int code = 0;
     try {
         const bool guide = kind == DemoSession::Kind::Guide && options.paths.empty();
-        DemoSession(window, trainer, folder, std::cout, kind).run(guide ? guideParts() : options.paths);
+        QtDemoHands hands(window);
+        DemoSession(hands, trainer, folder, std::cout, kind).run(guide ? guideParts() : options.paths);
     } catch (...) {
         code = complain("the session did not come out: " + currentFailure().description(), 1);
     }

@@ -13,9 +13,9 @@
 #include <sstream>
 
 #include "ShownForm.h"
-#include "desktop/DemoSession.h"
 #include "desktop/MainWindow.h"
 #include "desktop/PartView.h"
+#include "desktop/QtDemoHands.h"
 #include "desktop/QtImage.h"
 #include "desktop/QtPlatform.h"
 #include "desktop/ReadingView.h"
@@ -40,20 +40,23 @@ class WindowTest : public testing::Test {
         if (!found) throw std::runtime_error(std::string("no view named ") + name);
         return *found;
     }
+    void session(const std::vector<std::string>& paths) {
+        QtDemoHands hands(window);
+        DemoSession(hands, trainer, folder.path().toStdString(), told).run(paths);
+    }
     QAction& action(const char* name) { return *window.findChild<QAction*>(QLatin1String(name)); }
 
     const QTemporaryDir folder;
+    std::ostringstream told;
     QtPlatform platform;
     Trainer trainer{platform, JobFolder(folder.filePath("Jobs").toStdString()), decodeImageFile, false};
     MainWindow window{trainer};
 };
 
 TEST_F(WindowTest, TeachesLearnsSavesAndReads) {
-    std::ostringstream told;
     ASSERT_NO_THROW(
-        DemoSession(window, trainer, folder.path().toStdString(), told)
-            .run({kParts + "rendered_charset/hack_000.png", kParts + "rendered_charset/hack_001.png",
-                  kParts + "rendered_charset/hack_002.png", kParts + "rendered_lines/hack_000.png"}))
+        session({kParts + "rendered_charset/hack_000.png", kParts + "rendered_charset/hack_001.png",
+                 kParts + "rendered_charset/hack_002.png", kParts + "rendered_lines/hack_000.png"}))
         << told.str();
     EXPECT_EQ(view<ReadingView>("reading").toPlainText(), "EXP2026/07/26");
     EXPECT_EQ(window.windowTitle(), "demo - Dravik Trainer");
@@ -88,10 +91,8 @@ TEST_F(WindowTest, TeachesLearnsSavesAndReads) {
 }
 
 TEST_F(WindowTest, ASessionThatDoesNotComeOutSaysWhatAndEnds) {
-    std::ostringstream told;
     try {
-        DemoSession(window, trainer, folder.path().toStdString(), told)
-            .run({kParts + "rendered_lines/hack_000.png"});
+        session({kParts + "rendered_lines/hack_000.png"});
         FAIL() << "one image is not enough";
     } catch (const DemoFailure& failure) {
         EXPECT_NE(std::string(failure.what()).find("at least two images"), std::string::npos);

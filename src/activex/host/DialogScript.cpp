@@ -127,6 +127,7 @@ void DialogScript::poll() {
                 step.step(*found);
             } catch (...) {
                 problems_.push_back(currentFailure().description());
+                PostMessageW(*found, WM_CLOSE, 0, 0);
             }
             lastWorked_ = nullptr;
             return;

@@ -13,11 +13,11 @@
 
 #include "activex/com/WicImage.h"
 #include "activex/host/Console.h"
-#include "activex/host/DemoSession.h"
 #include "activex/host/MainWindow.h"
 #include "activex/host/OleScreen.h"
 #include "activex/host/OleScreenHost.h"
 #include "activex/host/Wildcards.h"
+#include "activex/host/Win32DemoHands.h"
 #include "activex/win32/Dpi.h"
 #include "activex/win32/Win32Platform.h"
 #include "activex/win32/WinText.h"
@@ -160,7 +160,8 @@ int runDemo(const std::string& folder, const WindowOptions& options, DemoSession
     int code = 0;
     try {
         const bool guide = kind == DemoSession::Kind::Guide && options.paths.empty();
-        DemoSession(program.window, program.trainer(), folder, std::cout, kind)
+        Win32DemoHands hands(program.window);
+        DemoSession(hands, program.trainer(), folder, std::cout, kind)
             .run(guide ? guideParts() : options.paths);
     } catch (...) {
         code = complain("the session did not come out: " + currentFailure().description(), 1);
