@@ -1,6 +1,4 @@
 // The two other surfaces that are drawn by hand: the cells of the overview and the histogram.
-#include <oleacc.h>
-
 #include "activex/win32/Look.h"
 #include "widgets/Chart.h"
 #include "widgets/Label.h"
@@ -8,22 +6,6 @@
 
 namespace dravik::test {
 namespace {
-
-std::wstring accessibleName(HWND window, LONG id = 0) {
-    IAccessible* object = nullptr;
-    if (AccessibleObjectFromWindow(window, static_cast<DWORD>(OBJID_CLIENT), __uuidof(IAccessible),
-                                   reinterpret_cast<void**>(&object)) != S_OK)
-        return L"no object";
-    VARIANT self{};
-    self.vt = VT_I4;
-    self.lVal = id;
-    BSTR name = nullptr;
-    object->get_accName(self, &name);
-    const std::wstring result = name ? name : L"";
-    SysFreeString(name);
-    object->Release();
-    return result;
-}
 
 struct CellField {
     CellField() {

@@ -60,7 +60,7 @@ HRESULT Activation::goInPlace(HWND parent, const RECT* place) {
     screen_.begin();
     try {
         window_ = std::make_unique<ControlWindow>(module_, siteWindow, position, screen_.dialog().form(),
-                                                  screen_.platform());
+                                                  screen_.platform(), site_.ambient());
     } catch (...) {
         deactivate();
         return E_OUTOFMEMORY;

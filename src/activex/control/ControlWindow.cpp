@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "activex/Entry.h"
+#include "activex/win32/ScrollBar.h"
 #include "base/Failure.h"
 
 namespace dravik {
@@ -37,21 +38,21 @@ class WindowClass {
 }  // namespace
 
 ControlWindow::ControlWindow(HINSTANCE module, HWND parent, const RECT& place, Form& form,
-                             Win32Platform& platform) {
+                             Win32Platform& platform, const Ambient& ambient) {
     static const WindowClass registered(module, &ControlWindow::procedure);
     window_ = CreateWindowExW(
         WS_EX_CONTROLPARENT, kClassName, L"", WS_CHILD | WS_CLIPCHILDREN | WS_CLIPSIBLINGS, place.left,
         place.top, place.right - place.left, place.bottom - place.top, parent, nullptr, module, this);
     if (!window_) throw Failure(RuntimeError::OutOfMemory);
-    page_ = std::make_unique<FormPage>(form, window_, platform);
+    page_ = std::make_unique<FormPage>(form, window_, platform, ambient);
     page_->focusEntered = [this] {
         if (focusChanged) focusChanged(true);
     };
     page_->focusLeft = [this] {
         if (focusChanged) focusChanged(false);
     };
-    page_->setVisible(true);
     arrange();
+    page_->setVisible(true);
 }
 
 ControlWindow::~ControlWindow() {
@@ -92,12 +93,8 @@ void ControlWindow::arrange() {
         RECT client{};
         GetClientRect(window_, &client);
         const LONG room = bar == SB_VERT ? client.bottom : client.right;
-        SCROLLINFO info{};
-        info.cbSize = sizeof info;
-        info.fMask = SIF_RANGE | SIF_PAGE;
-        info.nMax = need > room ? static_cast<int>(need) - 1 : 0;
-        info.nPage = need > room ? static_cast<UINT>(room) : 1;
-        SetScrollInfo(window_, bar, &info, TRUE);
+        setScrollBar(window_, bar, static_cast<int>(need), static_cast<int>(room),
+                     GetScrollPos(window_, bar));
     }
     RECT client{};
     GetClientRect(window_, &client);
@@ -108,39 +105,8 @@ void ControlWindow::arrange() {
 }
 
 void ControlWindow::scroll(int bar, int request) {
-    SCROLLINFO info{};
-    info.cbSize = sizeof info;
-    info.fMask = SIF_ALL;
-    if (!GetScrollInfo(window_, bar, &info)) return;
-    const int step = MulDiv(kScrollStep, static_cast<int>(GetDpiForWindow(window_)), USER_DEFAULT_SCREEN_DPI);
-    const int whole = static_cast<int>(info.nPage);
-    switch (request) {
-        case SB_LINEUP:
-            return scrollTo(bar, info.nPos - step);
-        case SB_LINEDOWN:
-            return scrollTo(bar, info.nPos + step);
-        case SB_PAGEUP:
-            return scrollTo(bar, info.nPos - whole);
-        case SB_PAGEDOWN:
-            return scrollTo(bar, info.nPos + whole);
-        case SB_THUMBTRACK:
-        case SB_THUMBPOSITION:
-            return scrollTo(bar, info.nTrackPos);
-        case SB_TOP:
-            return scrollTo(bar, info.nMin);
-        case SB_BOTTOM:
-            return scrollTo(bar, info.nMax);
-        default:
-            return;
-    }
-}
-
-void ControlWindow::scrollTo(int bar, int position) {
-    SCROLLINFO info{};
-    info.cbSize = sizeof info;
-    info.fMask = SIF_POS;
-    info.nPos = position;
-    SetScrollInfo(window_, bar, &info, TRUE);
+    const int step = MulDiv(kScrollStep, page_->dpi(), USER_DEFAULT_SCREEN_DPI);
+    SetScrollPos(window_, bar, scrolledTo(window_, bar, request, step), TRUE);
     arrange();
 }
 

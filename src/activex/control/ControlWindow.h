@@ -14,7 +14,8 @@ namespace dravik {
 class ControlWindow {
   public:
     // `place` in pixels of the parent's client area. Raises Failure 7 when no window can be made.
-    ControlWindow(HINSTANCE module, HWND parent, const RECT& place, Form& form, Win32Platform& platform);
+    ControlWindow(HINSTANCE module, HWND parent, const RECT& place, Form& form, Win32Platform& platform,
+                  const Ambient& ambient);
     ControlWindow(const ControlWindow&) = delete;
     ControlWindow& operator=(const ControlWindow&) = delete;
     ~ControlWindow();
@@ -36,7 +37,6 @@ class ControlWindow {
     LRESULT answer(UINT message, WPARAM wide, LPARAM longer);
     void arrange();
     void scroll(int bar, int request);
-    void scrollTo(int bar, int position);
 
     HWND window_ = nullptr;
     std::unique_ptr<FormPage> page_;

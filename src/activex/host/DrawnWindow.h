@@ -6,6 +6,7 @@
 #include <memory>
 #include <string>
 
+#include "activex/win32/AnsweredWindow.h"
 #include "activex/win32/Look.h"
 
 namespace dravik {
@@ -17,13 +18,10 @@ struct SharedLook {
     Look* operator->() const { return now.get(); }
 };
 
-class DrawnWindow {
+class DrawnWindow : public AnsweredWindow {
   public:
-    DrawnWindow(const DrawnWindow&) = delete;
-    DrawnWindow& operator=(const DrawnWindow&) = delete;
-    virtual ~DrawnWindow();
+    ~DrawnWindow() override;
 
-    HWND window() const noexcept { return window_; }
     void setBounds(const RECT& bounds);
 
   protected:
@@ -34,25 +32,20 @@ class DrawnWindow {
 
     // The window procedure. The base paints by paint(), also for WM_PRINTCLIENT, and draws anew when the size
     // or the focus changes.
-    virtual LRESULT answer(UINT message, WPARAM wParam, LPARAM lParam);
+    LRESULT answer(UINT message, WPARAM wParam, LPARAM lParam) override;
     virtual void paint(HDC dc, const RECT& client) = 0;
-    LRESULT defaultAnswer(UINT message, WPARAM wParam, LPARAM lParam);
 
     Look& look() const { return *look_; }
     RECT client() const;
-    void redraw() const { InvalidateRect(window_, nullptr, FALSE); }
-    // Sets a scroll bar; returns its position, cut to the new range.
-    int setScrollBar(int bar, int content, int page, int position) const;
-    // Where WM_HSCROLL or WM_VSCROLL asks to go.
-    int scrolledTo(int bar, int code, int step) const;
+    void redraw() const { InvalidateRect(window(), nullptr, FALSE); }
 
   private:
-    static LRESULT CALLBACK subclass(HWND window, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR id,
-                                     DWORD_PTR self);
+    // The windows of the program live as long as its message loop.
+    std::shared_ptr<void> kept() override { return {std::shared_ptr<void>(), this}; }
+    void windowGoes() override;
 
     SharedLook& look_;
     std::wstring mark_;
-    HWND window_ = nullptr;
 };
 
 }  // namespace dravik

@@ -6,6 +6,7 @@
 #include <cmath>
 
 #include "activex/host/GreyPicture.h"
+#include "activex/win32/ScrollBar.h"
 #include "activex/win32/WinText.h"
 
 namespace dravik {
@@ -100,8 +101,8 @@ void PartView::showScrollBars() {
     const SIZE content = fits_ ? SIZE{0, 0} : contentSize();
     for (int pass = 0; pass < 2; ++pass) {  // one bar takes room from the other direction
         const RECT area = client();
-        scroll_.x = setScrollBar(SB_HORZ, content.cx, area.right, scroll_.x);
-        scroll_.y = setScrollBar(SB_VERT, content.cy, area.bottom, scroll_.y);
+        scroll_.x = setScrollBar(window(), SB_HORZ, content.cx, area.right, scroll_.x);
+        scroll_.y = setScrollBar(window(), SB_VERT, content.cy, area.bottom, scroll_.y);
     }
     showingBars_ = false;
 }
@@ -216,10 +217,10 @@ LRESULT PartView::answer(UINT message, WPARAM wParam, LPARAM lParam) {
             redraw();
             return 0;
         case WM_HSCROLL:
-            scrollTo(scrolledTo(SB_HORZ, LOWORD(wParam), area.right / 12), scroll_.y);
+            scrollTo(scrolledTo(window(), SB_HORZ, LOWORD(wParam), area.right / 12), scroll_.y);
             return 0;
         case WM_VSCROLL:
-            scrollTo(scroll_.x, scrolledTo(SB_VERT, LOWORD(wParam), area.bottom / 12));
+            scrollTo(scroll_.x, scrolledTo(window(), SB_VERT, LOWORD(wParam), area.bottom / 12));
             return 0;
         case WM_MOUSEWHEEL: {
             const double steps = static_cast<short>(HIWORD(wParam)) / double{WHEEL_DELTA};

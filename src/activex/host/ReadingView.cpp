@@ -34,7 +34,7 @@ void drawWave(HDC dc, int left, int right, int y, int step) {
 ReadingView::ReadingView(HWND parent, SharedLook& shared, Platform& platform)
     : DrawnWindow(shared), platform_(platform) {
     create(L"DravikReadingView", "reading", parent, WS_CHILD | WS_VISIBLE | WS_TABSTOP | WS_BORDER);
-    toolTips_.create(window());
+    toolTips_.open(window());
 }
 
 HFONT ReadingView::textFont() {
@@ -131,6 +131,7 @@ void ReadingView::paint(HDC dc, const RECT& area) {
 }
 
 LRESULT ReadingView::answer(UINT message, WPARAM wParam, LPARAM lParam) {
+    toolTips_.relay(window(), message, wParam, lParam);
     switch (message) {
         case WM_LBUTTONDOWN:
             SetFocus(window());

@@ -6,6 +6,7 @@
 
 #include "activex/host/GreyPicture.h"
 #include "activex/win32/Guard.h"
+#include "activex/win32/ScrollBar.h"
 #include "activex/win32/WinText.h"
 
 namespace dravik {
@@ -23,7 +24,7 @@ ThumbnailStrip::ThumbnailStrip(HWND parent, SharedLook& shared, OpenedParts& par
     create(L"DravikThumbnails", "thumbnails", parent,
            WS_CHILD | WS_VISIBLE | WS_TABSTOP | WS_HSCROLL | WS_BORDER);
     SetWindowTextW(window(), L"Opened images");
-    toolTips_.create(window());
+    toolTips_.open(window());
     listChanged_ = parts.listChanged.connect([this] { guarded([this] { showList(); }); });
     currentChanged_ = parts.currentChanged.connect([this] { guarded([this] { showCurrent(); }); });
     showList();
@@ -46,7 +47,7 @@ RECT ThumbnailStrip::itemPlace(int index) const {
 }
 
 void ThumbnailStrip::scrollTo(int to) {
-    scroll_ = setScrollBar(SB_HORZ, parts_.count() * look().px(kItem.cx), client().right, to);
+    scroll_ = setScrollBar(window(), SB_HORZ, parts_.count() * look().px(kItem.cx), client().right, to);
     SetTimer(window(), kDecodeTimer, USER_TIMER_MINIMUM, nullptr);
     redraw();
 }
@@ -139,6 +140,7 @@ void ThumbnailStrip::choose(int index) {
 }
 
 LRESULT ThumbnailStrip::answer(UINT message, WPARAM wParam, LPARAM lParam) {
+    toolTips_.relay(window(), message, wParam, lParam);
     const int wide = look().px(kItem.cx);
     const int under = (GET_X_LPARAM(lParam) + scroll_) / wide;
     switch (message) {
@@ -146,7 +148,7 @@ LRESULT ThumbnailStrip::answer(UINT message, WPARAM wParam, LPARAM lParam) {
             scrollTo(scroll_);
             return 0;
         case WM_HSCROLL:
-            scrollTo(scrolledTo(SB_HORZ, LOWORD(wParam), wide));
+            scrollTo(scrolledTo(window(), SB_HORZ, LOWORD(wParam), wide));
             return 0;
         case WM_MOUSEWHEEL:
         case WM_MOUSEHWHEEL: {

@@ -87,7 +87,7 @@ class Accessible : public IAccessible {
     }
     HRESULT STDMETHODCALLTYPE get_accState(VARIANT child, VARIANT* state) override {
         return numberOf(child, state, [&](LONG id) {
-            LONG bits = id == 0 ? 0 : content_.childState(id);
+            LONG bits = id == 0 ? content_.state() : content_.childState(id);
             if (!IsWindowVisible(window_)) bits |= STATE_SYSTEM_INVISIBLE;
             if (!IsWindowEnabled(window_)) bits |= STATE_SYSTEM_UNAVAILABLE;
             if (id == 0 && (GetWindowLongPtrW(window_, GWL_STYLE) & WS_TABSTOP))

@@ -17,13 +17,14 @@ class AccessibleContent {
 
     virtual LONG role() const = 0;  // ROLE_SYSTEM_...
     virtual LONG childRole(int) const { return ROLE_SYSTEM_GRAPHIC; }
+    // STATE_SYSTEM_... bits of the window, besides those that every window has.
+    virtual LONG state() const { return 0; }
     virtual std::wstring name() const = 0;
     virtual std::wstring description() const { return {}; }
     virtual int children() const { return 0; }
     virtual std::wstring childName(int) const { return {}; }
     // In client coordinates.
     virtual RECT childPlace(int) const { return {}; }
-    // STATE_SYSTEM_... bits besides those that every window has.
     virtual LONG childState(int) const { return 0; }
     // 0 for none.
     virtual int focusedChild() const { return 0; }

@@ -31,7 +31,7 @@ class ButtonPeerOf : public PeerOf<Model> {
         return this->look().textSize(this->wantedFont(), withoutMnemonic(wide(this->model_.caption())));
     }
     void showCaption() {
-        SetWindowTextW(this->window(), wide(this->model_.caption()).c_str());
+        this->showText(wide(this->model_.caption()));
         this->sizeChanged();
     }
 };
@@ -55,7 +55,8 @@ class ButtonPeer : public ButtonPeerOf<Button> {
 
   protected:
     HWND make(HWND parent) override {
-        return makeWindow(WC_BUTTONW, parent, WS_TABSTOP | BS_PUSHBUTTON | BS_NOTIFY);
+        return makeWindow(WC_BUTTONW, parent, WS_TABSTOP | BS_PUSHBUTTON | BS_NOTIFY, 0,
+                          wide(model_.caption()));
     }
 
     Measure ask() override {
@@ -105,7 +106,9 @@ class CheckBoxPeer : public MarkedPeerOf<CheckBox> {
     }
 
   protected:
-    HWND make(HWND parent) override { return makeWindow(WC_BUTTONW, parent, WS_TABSTOP | BS_CHECKBOX); }
+    HWND make(HWND parent) override {
+        return makeWindow(WC_BUTTONW, parent, WS_TABSTOP | BS_CHECKBOX, 0, wide(model_.caption()));
+    }
 
     void show(Change change) override {
         if (change == Change::Caption)
@@ -137,7 +140,9 @@ class OptionButtonPeer : public MarkedPeerOf<OptionButton> {
     }
 
   protected:
-    HWND make(HWND parent) override { return makeWindow(WC_BUTTONW, parent, WS_TABSTOP | BS_RADIOBUTTON); }
+    HWND make(HWND parent) override {
+        return makeWindow(WC_BUTTONW, parent, WS_TABSTOP | BS_RADIOBUTTON, 0, wide(model_.caption()));
+    }
 
     void show(Change change) override {
         if (change == Change::Caption)

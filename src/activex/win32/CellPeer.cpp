@@ -4,6 +4,7 @@
 
 #include "activex/win32/Accessible.h"
 #include "activex/win32/CellGroup.h"
+#include "activex/win32/DrawnPeer.h"
 #include "activex/win32/Page.h"
 #include "activex/win32/Peers.h"
 #include "activex/win32/WinText.h"
@@ -13,7 +14,7 @@ namespace {
 
 constexpr double kFrameShare = 0.43;
 
-class CellPeer : public PeerOf<Label>, private AccessibleContent {
+class CellPeer : public PeerOf<Label, DrawnPeer>, private AccessibleContent {
   public:
     CellPeer(Label& model, Page& page) : PeerOf(model, page), takesFocus_(!model.caption().empty()) {}
 
@@ -26,7 +27,7 @@ class CellPeer : public PeerOf<Label>, private AccessibleContent {
 
   protected:
     HWND make(HWND parent) override {
-        return makeWindow(drawnClass(L"DravikCell"), parent, takesFocus_ ? WS_TABSTOP : 0u);
+        return makeDrawn(L"DravikCell", parent, takesFocus_ ? WS_TABSTOP : 0u, wide(model_.caption()));
     }
     HFONT wantedFont() const override {
         return attached() ? look().font(model_.bold(), model_.fontSize()) : look().font();
@@ -41,13 +42,13 @@ class CellPeer : public PeerOf<Label>, private AccessibleContent {
     void show(Change change) override {
         switch (change) {
             case Change::Caption:
-                SetWindowTextW(window(), wide(model_.caption()).c_str());
-                InvalidateRect(window(), nullptr, FALSE);
+                showText(wide(model_.caption()));
+                redraw();
                 NotifyWinEvent(EVENT_OBJECT_NAMECHANGE, window(), OBJID_CLIENT, CHILDID_SELF);
                 break;
             case Change::Enabled:
                 Peer::show(change);
-                InvalidateRect(window(), nullptr, FALSE);
+                redraw();
                 break;
             case Change::ToolTip:
                 Peer::show(change);
@@ -60,26 +61,6 @@ class CellPeer : public PeerOf<Label>, private AccessibleContent {
 
     LRESULT message(UINT message, WPARAM wParam, LPARAM lParam) override {
         switch (message) {
-            case WM_ERASEBKGND:
-                return TRUE;
-            case WM_PAINT: {
-                const BufferedPaint paint(window());
-                paintIn(paint.dc(), paint.client());
-                return 0;
-            }
-            case WM_PRINTCLIENT: {
-                RECT client{};
-                GetClientRect(window(), &client);
-                paintIn(reinterpret_cast<HDC>(wParam), client);
-                return 0;
-            }
-            case WM_SIZE:
-                InvalidateRect(window(), nullptr, FALSE);
-                return 0;
-            case WM_GETDLGCODE:
-                return takesFocus_ ? DLGC_WANTARROWS : DLGC_STATIC;
-            case WM_CONTEXTMENU:
-                return 0;  // answered when the button was pressed
             case WM_LBUTTONDOWN:
                 if (takesFocus_) {
                     byMouse_ = true;
@@ -90,55 +71,19 @@ class CellPeer : public PeerOf<Label>, private AccessibleContent {
             case WM_SETFOCUS:
                 focused();
                 return 0;
-            case WM_KILLFOCUS:
-                InvalidateRect(window(), nullptr, FALSE);
-                return 0;
-            case WM_SYSKEYDOWN:
-                if (wParam == VK_F10 && shiftState() == kShiftMask) {
-                    fireMouseDown(kRightButton, 0, centre());
-                    return 0;
-                }
-                break;
-            case WM_KEYDOWN:
-                if (wParam == VK_APPS || (wParam == VK_F10 && shiftState() == kShiftMask))
-                    fireMouseDown(kRightButton, 0, centre());
-                else if (Peer* next = group_ && shiftState() == 0
-                                          ? group_->neighbour(*this, static_cast<UINT>(wParam))
-                                          : nullptr)
-                    next->focus();
-                return 0;
             default:
-                break;
+                return DrawnPeer::message(message, wParam, lParam);
         }
-        return Peer::message(message, wParam, lParam);
+    }
+    void menuKeyPressed() override { fireMouseDown(kRightButton, 0, centre()); }
+    void keyPressed(UINT key) override {
+        if (!group_ || shiftState() != 0) return;
+        if (Peer* next = group_->neighbour(*this, key)) next->focus();
     }
 
     AccessibleContent* accessibleContent() override { return this; }
 
-  private:
-    LONG role() const override { return ROLE_SYSTEM_CELL; }
-    std::wstring name() const override {
-        if (!model_.accessibleName().empty()) return wide(model_.accessibleName());
-        return wide(!model_.toolTip().empty() ? model_.toolTip() : model_.caption());
-    }
-
-    POINT centre() const {
-        RECT client{};
-        GetClientRect(window(), &client);
-        return {client.right / 2, client.bottom / 2};
-    }
-
-    void focused() {
-        if (group_) group_->setTabStop(*this);
-        InvalidateRect(window(), nullptr, FALSE);
-        NotifyWinEvent(EVENT_OBJECT_FOCUS, window(), OBJID_CLIENT, CHILDID_SELF);
-        if (byMouse_) return;
-        fireMouseMove(0, 0, centre());
-        if (attached() && window() && IsWindowVisible(window()))
-            page().toolTips().showBelow(window(), wide(model_.toolTip()));
-    }
-
-    void paintIn(HDC dc, const RECT& client) {
+    void paint(HDC dc, const RECT& client, const RECT&) override {
         if (!attached()) return;
         const COLORREF ground = look().color(model_.backColor());
         fill(dc, client, ground);
@@ -164,6 +109,23 @@ class CellPeer : public PeerOf<Label>, private AccessibleContent {
         RECT place = client;
         DrawTextW(dc, caption.c_str(), static_cast<int>(caption.size()), &place,
                   DT_CENTER | DT_VCENTER | DT_SINGLELINE | DT_NOPREFIX | DT_NOCLIP);
+    }
+
+  private:
+    LONG role() const override { return ROLE_SYSTEM_CELL; }
+    std::wstring name() const override {
+        if (!model_.accessibleName().empty()) return wide(model_.accessibleName());
+        return wide(!model_.toolTip().empty() ? model_.toolTip() : model_.caption());
+    }
+
+    void focused() {
+        if (group_) group_->setTabStop(*this);
+        redraw();
+        NotifyWinEvent(EVENT_OBJECT_FOCUS, window(), OBJID_CLIENT, CHILDID_SELF);
+        if (byMouse_) return;
+        fireMouseMove(0, 0, centre());
+        if (attached() && window() && IsWindowVisible(window()))
+            page().toolTips().showBelow(window(), wide(model_.toolTip()));
     }
 
     const bool takesFocus_;

@@ -4,6 +4,7 @@
 #include <cmath>
 
 #include "activex/win32/Accessible.h"
+#include "activex/win32/DrawnPeer.h"
 #include "activex/win32/Page.h"
 #include "activex/win32/Peers.h"
 #include "activex/win32/WinText.h"
@@ -14,7 +15,7 @@ namespace {
 constexpr double kOutlineShare = 0.5;
 constexpr double kLeastContrast = 2.0;  // a bar that stands out less from the surface gets an outline
 
-class ChartPeer : public PeerOf<Chart>, private AccessibleContent {
+class ChartPeer : public PeerOf<Chart, DrawnPeer>, private AccessibleContent {
   public:
     using PeerOf::PeerOf;
 
@@ -34,7 +35,7 @@ class ChartPeer : public PeerOf<Chart>, private AccessibleContent {
     }
 
   protected:
-    HWND make(HWND parent) override { return makeWindow(drawnClass(L"DravikChart"), parent, WS_TABSTOP); }
+    HWND make(HWND parent) override { return makeDrawn(L"DravikChart", parent, WS_TABSTOP); }
 
     Measure ask() override {
         return {{look().px(320), look().px(180)}, {look().px(640), look().px(340)}, true, true, true, true};
@@ -43,7 +44,7 @@ class ChartPeer : public PeerOf<Chart>, private AccessibleContent {
     void show(Change change) override {
         if (change == Change::Items) {
             if (pointed_ >= static_cast<int>(model_.scene().bars.size())) pointed_ = -1;
-            InvalidateRect(window(), nullptr, FALSE);
+            redraw();
             NotifyWinEvent(EVENT_OBJECT_REORDER, window(), OBJID_CLIENT, CHILDID_SELF);
         } else {
             Peer::show(change);
@@ -51,89 +52,20 @@ class ChartPeer : public PeerOf<Chart>, private AccessibleContent {
     }
 
     LRESULT message(UINT message, WPARAM wParam, LPARAM lParam) override {
-        switch (message) {
-            case WM_ERASEBKGND:
-                return TRUE;
-            case WM_PAINT: {
-                const BufferedPaint paint(window());
-                paintIn(paint.dc(), paint.client());
-                return 0;
-            }
-            case WM_PRINTCLIENT: {
-                RECT client{};
-                GetClientRect(window(), &client);
-                paintIn(reinterpret_cast<HDC>(wParam), client);
-                return 0;
-            }
-            case WM_SIZE:
-            case WM_SETFOCUS:
-            case WM_KILLFOCUS:
-                InvalidateRect(window(), nullptr, FALSE);
-                return 0;
-            case WM_LBUTTONDOWN:
-                SetFocus(window());
-                return 0;
-            case WM_GETDLGCODE:
-                return DLGC_WANTARROWS;
-            case WM_CONTEXTMENU:
-                return 0;
-            case WM_SYSKEYDOWN:
-                if (wParam == VK_F10 && shiftState() & kShiftMask) {
-                    fireMouseDown(kRightButton, 0, pointerPlace());
-                    return 0;
-                }
-                break;
-            case WM_KEYDOWN:
-                if (wParam == VK_LEFT || wParam == VK_RIGHT)
-                    movePointer(wParam == VK_LEFT ? -1 : 1);
-                else if (wParam == VK_APPS || (wParam == VK_F10 && shiftState() & kShiftMask))
-                    fireMouseDown(kRightButton, 0, pointerPlace());
-                return 0;
-            default:
-                break;
+        if (message == WM_LBUTTONDOWN) {
+            SetFocus(window());
+            return 0;
         }
-        return Peer::message(message, wParam, lParam);
+        return DrawnPeer::message(message, wParam, lParam);
+    }
+    void menuKeyPressed() override { fireMouseDown(kRightButton, 0, pointerPlace()); }
+    void keyPressed(UINT key) override {
+        if (key == VK_LEFT || key == VK_RIGHT) movePointer(key == VK_LEFT ? -1 : 1);
     }
 
     AccessibleContent* accessibleContent() override { return this; }
 
-  private:
-    SIZE clientSize() const {
-        RECT client{};
-        GetClientRect(window(), &client);
-        return {client.right, client.bottom};
-    }
-
-    RECT barPlace(const ChartBar& bar) const {
-        const POINT a = toView(bar.left, bar.top);
-        const POINT b = toView(bar.left + bar.width, bar.top - bar.height);
-        return {std::min(a.x, b.x), std::min(a.y, b.y), std::max(a.x, b.x), std::max(a.y, b.y)};
-    }
-
-    POINT pointerPlace() const {
-        const SIZE size = clientSize();
-        if (pointed_ < 0) return {size.cx / 2, size.cy / 2};
-        const ChartBar& bar = model_.scene().bars[static_cast<std::size_t>(pointed_)];
-        const ChartScale& scale = model_.scale();
-        // Just below the top, so that a bar of no height can be pointed at too.
-        const double below = std::max(bar.height / 2, std::abs(scale.top - scale.bottom) / 100);
-        return toView(bar.left + bar.width / 2, bar.top - below);
-    }
-
-    void movePointer(int direction) {
-        const std::vector<ChartBar>& bars = model_.scene().bars;
-        const int count = static_cast<int>(bars.size());
-        int next = pointed_ < 0 && direction < 0 ? count : pointed_;
-        do next += direction;
-        while (next >= 0 && next < count && !bars[static_cast<std::size_t>(next)].visible);
-        if (next < 0 || next >= count) return;
-        pointed_ = next;
-        InvalidateRect(window(), nullptr, FALSE);
-        NotifyWinEvent(EVENT_OBJECT_FOCUS, window(), OBJID_CLIENT, focusedChild());
-        fireMouseMove(0, 0, pointerPlace());
-    }
-
-    void paintIn(HDC dc, const RECT& client) {
+    void paint(HDC dc, const RECT& client, const RECT&) override {
         if (!attached()) return;
         const COLORREF background = look().color(model_.backColor());
         fill(dc, client, background);
@@ -160,6 +92,41 @@ class ChartPeer : public PeerOf<Chart>, private AccessibleContent {
         for (const ChartLine& line : scene.lines)
             if (line.visible) paintLine(dc, line);
         if (hasFocus()) frame(dc, client, GetSysColor(COLOR_HIGHLIGHT), hair);
+    }
+
+  private:
+    SIZE clientSize() const {
+        RECT client{};
+        GetClientRect(window(), &client);
+        return {client.right, client.bottom};
+    }
+
+    RECT barPlace(const ChartBar& bar) const {
+        const POINT a = toView(bar.left, bar.top);
+        const POINT b = toView(bar.left + bar.width, bar.top - bar.height);
+        return {std::min(a.x, b.x), std::min(a.y, b.y), std::max(a.x, b.x), std::max(a.y, b.y)};
+    }
+
+    POINT pointerPlace() const {
+        if (pointed_ < 0) return centre();
+        const ChartBar& bar = model_.scene().bars[static_cast<std::size_t>(pointed_)];
+        const ChartScale& scale = model_.scale();
+        // Just below the top, so that a bar of no height can be pointed at too.
+        const double below = std::max(bar.height / 2, std::abs(scale.top - scale.bottom) / 100);
+        return toView(bar.left + bar.width / 2, bar.top - below);
+    }
+
+    void movePointer(int direction) {
+        const std::vector<ChartBar>& bars = model_.scene().bars;
+        const int count = static_cast<int>(bars.size());
+        int next = pointed_ < 0 && direction < 0 ? count : pointed_;
+        do next += direction;
+        while (next >= 0 && next < count && !bars[static_cast<std::size_t>(next)].visible);
+        if (next < 0 || next >= count) return;
+        pointed_ = next;
+        redraw();
+        NotifyWinEvent(EVENT_OBJECT_FOCUS, window(), OBJID_CLIENT, focusedChild());
+        fireMouseMove(0, 0, pointerPlace());
     }
 
     void paintLine(HDC dc, const ChartLine& line) const {

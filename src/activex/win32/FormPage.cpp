@@ -6,8 +6,8 @@
 
 namespace dravik {
 
-FormPage::FormPage(Form& form, HWND parent, Win32Platform& platform)
-    : page_(std::make_shared<Page>(form, platform, dpiOf(parent))) {
+FormPage::FormPage(Form& form, HWND parent, Win32Platform& platform, const Ambient& ambient)
+    : page_(std::make_shared<Page>(form, platform, dpiOf(parent), ambient)) {
     page_->sizeChanged = [this] {
         if (sizeChanged) sizeChanged();
     };
@@ -55,13 +55,16 @@ SIZE FormPage::preferredSize() const {
 }
 
 void FormPage::setBounds(const RECT& bounds) {
-    if (page_->window())
-        SetWindowPos(page_->window(), nullptr, bounds.left, bounds.top, widthOf(bounds), heightOf(bounds),
-                     SWP_NOZORDER | SWP_NOACTIVATE | SWP_NOCOPYBITS);
+    if (!page_->window()) return;
+    SetWindowPos(page_->window(), nullptr, bounds.left, bounds.top, widthOf(bounds), heightOf(bounds),
+                 SWP_NOZORDER | SWP_NOACTIVATE | SWP_NOCOPYBITS);
+    page_->arrangeFirst();
 }
 
 void FormPage::setVisible(bool visible) {
-    if (page_->window()) ShowWindow(page_->window(), visible ? SW_SHOWNA : SW_HIDE);
+    if (!page_->window()) return;
+    if (visible) page_->arrangeFirst();
+    ShowWindow(page_->window(), visible ? SW_SHOWNA : SW_HIDE);
 }
 
 void FormPage::setDpi(int dpi) {

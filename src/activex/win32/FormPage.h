@@ -21,7 +21,7 @@ class FormPage {
   public:
     // Makes the window, hidden and of preferred size, at the parent's display scale. The platform outlives
     // it. Raises a failure when no window can be made.
-    FormPage(Form& form, HWND parent, Win32Platform& platform);
+    FormPage(Form& form, HWND parent, Win32Platform& platform, const Ambient& ambient = {});
     FormPage(const FormPage&) = delete;
     FormPage& operator=(const FormPage&) = delete;
     ~FormPage();

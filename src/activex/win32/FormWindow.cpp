@@ -19,7 +19,6 @@ namespace dravik {
 namespace {
 
 constexpr wchar_t kClassName[] = L"DravikFormWindow";
-constexpr UINT_PTR kSubclass = 1;
 
 // Where forms of a name stood last, for the whole process, in which several screens may have threads of their
 // own.
@@ -62,36 +61,37 @@ std::shared_ptr<FormWindow> FormWindow::make(Form& form, HWND owner, Win32Platfo
 FormWindow::~FormWindow() {
     letGo();
     page_.reset();
-    if (window_) {
-        RemovePropW(window_, nameMark(name_).c_str());
-        RemoveWindowSubclass(window_, subclass, kSubclass);
-        DestroyWindow(window_);
+    if (const HWND own = window()) {
+        windowGoes();
+        giveBack();
+        DestroyWindow(own);
     }
 }
 
 void FormWindow::create(HWND owner) {
     const DWORD sizing = resizable_ ? WS_THICKFRAME | WS_MAXIMIZEBOX : 0u;
+    HWND made = nullptr;
     {
         const Styles styles;
-        window_ = CreateWindowExW(WS_EX_CONTROLPARENT | (resizable_ ? 0u : WS_EX_DLGMODALFRAME),
-                                  Peer::drawnClass(kClassName), wide(form_->caption()).c_str(),
-                                  WS_POPUP | WS_CAPTION | WS_SYSMENU | WS_CLIPCHILDREN | sizing, 0, 0, 0, 0,
-                                  owner, nullptr, moduleInstance(), nullptr);
+        made = CreateWindowExW(WS_EX_CONTROLPARENT | (resizable_ ? 0u : WS_EX_DLGMODALFRAME),
+                               drawnClass(kClassName), wide(form_->caption()).c_str(),
+                               WS_POPUP | WS_CAPTION | WS_SYSMENU | WS_CLIPCHILDREN | sizing, 0, 0, 0, 0,
+                               owner, nullptr, moduleInstance(), nullptr);
     }
-    if (!window_) throw Failure(RuntimeError::OutOfMemory, "no window: " + lastErrorText(GetLastError()));
-    SetWindowSubclass(window_, subclass, kSubclass, reinterpret_cast<DWORD_PTR>(this));
-    SetPropW(window_, nameMark(name_).c_str(), window_);
+    if (!made) throw Failure(RuntimeError::OutOfMemory, "no window: " + lastErrorText(GetLastError()));
+    takeOver(made);
+    SetPropW(window(), nameMark(name_).c_str(), window());
     if (owner)
         for (const WPARAM size : {ICON_SMALL, ICON_BIG})
             if (const LRESULT icon = SendMessageW(owner, WM_GETICON, size, 0))
-                SendMessageW(window_, WM_SETICON, size, icon);
-    page_ = std::make_unique<FormPage>(*form_, window_, platform_);
+                SendMessageW(window(), WM_SETICON, size, icon);
+    page_ = std::make_unique<FormPage>(*form_, window(), platform_);
     page_->setVisible(true);
     page_->escaped = [this] { close(); };
     page_->sizeChanged = [this] { fit(); };
     changed_ = form_->changed.connect([this](Change change) {
-        if (change == Change::Caption && form_ && window_)
-            SetWindowTextW(window_, wide(form_->caption()).c_str());
+        if (change == Change::Caption && form_ && window())
+            SetWindowTextW(window(), wide(form_->caption()).c_str());
     });
     const auto goes = [this] {
         const auto self = shared_from_this();
@@ -104,8 +104,8 @@ void FormWindow::create(HWND owner) {
 
 SIZE FormWindow::frameSize(SIZE inside) const {
     RECT outer{0, 0, inside.cx, inside.cy};
-    AdjustWindowRectEx(&outer, static_cast<DWORD>(GetWindowLongPtrW(window_, GWL_STYLE)), FALSE,
-                       static_cast<DWORD>(GetWindowLongPtrW(window_, GWL_EXSTYLE)));
+    AdjustWindowRectEx(&outer, static_cast<DWORD>(GetWindowLongPtrW(window(), GWL_STYLE)), FALSE,
+                       static_cast<DWORD>(GetWindowLongPtrW(window(), GWL_EXSTYLE)));
     return {widthOf(outer), heightOf(outer)};
 }
 
@@ -129,14 +129,14 @@ void FormWindow::putInPlace(HWND owner) {
         }
     }
     rect = movedInto(rect, workArea(rect));
-    SetWindowPos(window_, nullptr, rect.left, rect.top, widthOf(rect), heightOf(rect),
+    SetWindowPos(window(), nullptr, rect.left, rect.top, widthOf(rect), heightOf(rect),
                  SWP_NOZORDER | SWP_NOACTIVATE);
 }
 
 void FormWindow::rememberPlace() const {
-    if (!window_ || IsIconic(window_) || IsZoomed(window_)) return;
+    if (!window() || IsIconic(window()) || IsZoomed(window())) return;
     RECT rect{};
-    GetWindowRect(window_, &rect);
+    GetWindowRect(window(), &rect);
     Places& known = places();
     const std::lock_guard lock(known.mutex);
     known.rects[name_] = rect;
@@ -144,25 +144,25 @@ void FormWindow::rememberPlace() const {
 
 // A window that the operator cannot size follows its contents; one that he can grows when they no longer fit.
 void FormWindow::fit() {
-    if (!window_ || !page_ || !form_) return;
+    if (!window() || !page_ || !form_) return;
     RECT now{};
-    GetWindowRect(window_, &now);
+    GetWindowRect(window(), &now);
     SIZE wanted = frameSize(resizable_ ? page_->minimumSize() : page_->preferredSize());
     if (resizable_)
         wanted = {std::max<LONG>(wanted.cx, widthOf(now)), std::max<LONG>(wanted.cy, heightOf(now))};
     if (wanted.cx != widthOf(now) || wanted.cy != heightOf(now))
-        SetWindowPos(window_, nullptr, 0, 0, wanted.cx, wanted.cy,
+        SetWindowPos(window(), nullptr, 0, 0, wanted.cx, wanted.cy,
                      SWP_NOZORDER | SWP_NOACTIVATE | SWP_NOMOVE);
 }
 
 void FormWindow::bringUp() {
-    if (!window_) return;
-    const bool first = !IsWindowVisible(window_);
-    if (IsIconic(window_)) ShowWindow(window_, SW_RESTORE);
-    ShowWindow(window_, SW_SHOW);
-    SetWindowPos(window_, HWND_TOP, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE);
-    SetActiveWindow(window_);
-    SetForegroundWindow(window_);
+    if (!window()) return;
+    const bool first = !IsWindowVisible(window());
+    if (IsIconic(window())) ShowWindow(window(), SW_RESTORE);
+    ShowWindow(window(), SW_SHOW);
+    SetWindowPos(window(), HWND_TOP, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE);
+    SetActiveWindow(window());
+    SetForegroundWindow(window());
     if (page_ && !page_->hasFocusInside()) {
         if (first)
             page_->focusFirst();
@@ -186,23 +186,11 @@ void FormWindow::letGo() {
     rememberPlace();
     const auto tell = std::exchange(finished, nullptr);
     if (tell) tell();
-    if (window_) ShowWindow(window_, SW_HIDE);
+    if (window()) ShowWindow(window(), SW_HIDE);
 }
 
-LRESULT CALLBACK FormWindow::subclass(HWND window, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR,
-                                      DWORD_PTR self) {
-    const auto form = reinterpret_cast<FormWindow*>(self)->weak_from_this().lock();
-    if (message == WM_NCDESTROY) {
-        RemoveWindowSubclass(window, subclass, kSubclass);
-        if (form) {
-            RemovePropW(window, nameMark(form->name_).c_str());
-            form->window_ = nullptr;
-        }
-    }
-    if (!form || !form->window_) return DefSubclassProc(window, message, wParam, lParam);
-    LRESULT result = 0;
-    guarded([&] { result = form->answer(message, wParam, lParam); });
-    return result;
+void FormWindow::windowGoes() {
+    RemovePropW(window(), nameMark(name_).c_str());
 }
 
 LRESULT FormWindow::answer(UINT message, WPARAM wParam, LPARAM lParam) {
@@ -237,7 +225,7 @@ LRESULT FormWindow::answer(UINT message, WPARAM wParam, LPARAM lParam) {
         case WM_DPICHANGED: {
             const RECT& wanted = *reinterpret_cast<const RECT*>(lParam);
             if (page_) page_->setDpi(LOWORD(wParam));
-            SetWindowPos(window_, nullptr, wanted.left, wanted.top, widthOf(wanted), heightOf(wanted),
+            SetWindowPos(window(), nullptr, wanted.left, wanted.top, widthOf(wanted), heightOf(wanted),
                          SWP_NOZORDER | SWP_NOACTIVATE);
             fit();
             return 0;
@@ -250,7 +238,7 @@ LRESULT FormWindow::answer(UINT message, WPARAM wParam, LPARAM lParam) {
         default:
             break;
     }
-    return window_ ? DefSubclassProc(window_, message, wParam, lParam) : 0;
+    return defaultAnswer(message, wParam, lParam);
 }
 
 }  // namespace dravik

@@ -9,6 +9,7 @@
 #include <memory>
 #include <string>
 
+#include "activex/win32/AnsweredWindow.h"
 #include "activex/win32/FormPage.h"
 #include "widgets/Form.h"
 
@@ -16,15 +17,12 @@ namespace dravik {
 
 class Win32Platform;
 
-class FormWindow : public std::enable_shared_from_this<FormWindow> {
+class FormWindow : public AnsweredWindow, public std::enable_shared_from_this<FormWindow> {
   public:
     // The form is loaded. The owner may be nothing; the window stays above it. Nothing is shown yet.
     static std::shared_ptr<FormWindow> make(Form& form, HWND owner, Win32Platform& platform);
-    FormWindow(const FormWindow&) = delete;
-    FormWindow& operator=(const FormWindow&) = delete;
-    ~FormWindow();
+    ~FormWindow() override;
 
-    HWND window() const noexcept { return window_; }
     FormPage& page() noexcept { return *page_; }
     // Shows it, or brings it to the front, and gives it the focus.
     void bringUp();
@@ -38,9 +36,9 @@ class FormWindow : public std::enable_shared_from_this<FormWindow> {
   private:
     FormWindow(Form& form, Win32Platform& platform);
     void create(HWND owner);
-    static LRESULT CALLBACK subclass(HWND window, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR id,
-                                     DWORD_PTR self);
-    LRESULT answer(UINT message, WPARAM wParam, LPARAM lParam);
+    LRESULT answer(UINT message, WPARAM wParam, LPARAM lParam) override;
+    std::shared_ptr<void> kept() override { return weak_from_this().lock(); }
+    void windowGoes() override;
     void letGo();
     void fit();
     SIZE frameSize(SIZE inside) const;
@@ -51,7 +49,6 @@ class FormWindow : public std::enable_shared_from_this<FormWindow> {
     std::string name_;
     bool resizable_ = false;
     Win32Platform& platform_;
-    HWND window_ = nullptr;
     std::unique_ptr<FormPage> page_;
     Connection changed_;
     Connection unloaded_;

@@ -5,6 +5,7 @@
 
 #include <algorithm>
 
+#include "activex/win32/DrawnPeer.h"
 #include "activex/win32/Page.h"
 #include "activex/win32/Peers.h"
 #include "activex/win32/WinText.h"
@@ -15,7 +16,7 @@ namespace {
 constexpr int kMargin = 9;
 constexpr int kBelowCaption = 5;
 
-class FramePeer : public PeerOf<Frame> {
+class FramePeer : public PeerOf<Frame, DrawnPeer> {
   public:
     using PeerOf::PeerOf;
 
@@ -28,7 +29,8 @@ class FramePeer : public PeerOf<Frame> {
 
   protected:
     HWND make(HWND parent) override {
-        return makeWindow(WC_BUTTONW, parent, BS_GROUPBOX | WS_CLIPCHILDREN, WS_EX_CONTROLPARENT);
+        return makeWindow(WC_BUTTONW, parent, BS_GROUPBOX | WS_CLIPCHILDREN, WS_EX_CONTROLPARENT,
+                          wide(model_.caption()));
     }
     void started() override { page().addPeers(model_.layout(), window(), this); }
 
@@ -47,8 +49,8 @@ class FramePeer : public PeerOf<Frame> {
     void show(Change change) override {
         switch (change) {
             case Change::Caption:
-                SetWindowTextW(window(), wide(model_.caption()).c_str());
-                InvalidateRect(window(), nullptr, FALSE);
+                showText(wide(model_.caption()));
+                redraw();
                 break;
             case Change::Enabled:
                 Peer::show(change);
@@ -62,29 +64,11 @@ class FramePeer : public PeerOf<Frame> {
 
     LRESULT message(UINT message, WPARAM wParam, LPARAM lParam) override {
         if (const auto result = page().fromChild(message, wParam, lParam)) return *result;
-        switch (message) {
-            case WM_ERASEBKGND:
-                return TRUE;
-            case WM_PAINT: {
-                BufferedPaint paint(window());
-                paintIn(paint.dc(), paint.client());
-                return 0;
-            }
-            case WM_PRINTCLIENT: {
-                RECT client{};
-                GetClientRect(window(), &client);
-                paintIn(reinterpret_cast<HDC>(wParam), client);
-                return 0;
-            }
-            case WM_NCHITTEST:
-                return HTCLIENT;
-            case WM_SIZE:
-                InvalidateRect(window(), nullptr, FALSE);
-                break;
-            default:
-                break;
-        }
-        return Peer::message(message, wParam, lParam);
+        return message == WM_NCHITTEST ? HTCLIENT : DrawnPeer::message(message, wParam, lParam);
+    }
+    void paint(HDC dc, const RECT& client, const RECT&) override {
+        fill(dc, client, look().background());
+        defaultAnswer(WM_PRINTCLIENT, reinterpret_cast<WPARAM>(dc), PRF_CLIENT);
     }
 
   private:
@@ -99,11 +83,6 @@ class FramePeer : public PeerOf<Frame> {
         for (const Peer* outer = peer.container(); outer; outer = outer->container())
             if (outer == this) return true;
         return false;
-    }
-
-    void paintIn(HDC dc, const RECT& client) {
-        fill(dc, client, look().background());
-        defaultAnswer(WM_PRINTCLIENT, reinterpret_cast<WPARAM>(dc), PRF_CLIENT);
     }
 
     std::optional<LayoutGeometry> geometry_;

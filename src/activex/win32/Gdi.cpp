@@ -36,31 +36,20 @@ std::span<std::uint32_t> Canvas::pixels() noexcept {
 BufferedPaint::BufferedPaint(HWND window) : window_(window) {
     target_ = BeginPaint(window, &paint_);
     GetClientRect(window, &client_);
-    dirty_ = paint_.rcPaint;
-    if (!target_ || IsRectEmpty(&client_)) return;
-    bitmap_ = CreateCompatibleBitmap(target_, client_.right, client_.bottom);
-    buffer_ = bitmap_ ? CreateCompatibleDC(target_) : nullptr;
-    if (buffer_) before_ = SelectObject(buffer_, bitmap_);
-}
-
-BufferedPaint::BufferedPaint(HWND window, HDC dc) : window_(nullptr), target_(dc), saved_(SaveDC(dc)) {
-    GetClientRect(window, &client_);
-    dirty_ = client_;
-    IntersectClipRect(dc, 0, 0, client_.right, client_.bottom);
+    if (!target_ || IsRectEmpty(&paint_.rcPaint)) return;
+    try {
+        buffer_.emplace(client_.right, client_.bottom);
+    } catch (const Failure&) {
+        buffer_.reset();  // too little memory: straight to the screen
+    }
 }
 
 BufferedPaint::~BufferedPaint() {
-    if (!window_) {
-        RestoreDC(target_, saved_);
-        return;
-    }
     if (buffer_) {
-        BitBlt(target_, dirty_.left, dirty_.top, widthOf(dirty_), heightOf(dirty_), buffer_, dirty_.left,
-               dirty_.top, SRCCOPY);
-        SelectObject(buffer_, before_);
-        DeleteDC(buffer_);
+        const RECT& part = paint_.rcPaint;
+        BitBlt(target_, part.left, part.top, widthOf(part), heightOf(part), buffer_->dc(), part.left,
+               part.top, SRCCOPY);
     }
-    if (bitmap_) DeleteObject(bitmap_);
     EndPaint(window_, &paint_);
 }
 

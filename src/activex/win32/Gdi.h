@@ -4,6 +4,7 @@
 #include "activex/win32/Windows.h"
 
 #include <cstdint>
+#include <optional>
 #include <span>
 #include <utility>
 
@@ -76,32 +77,26 @@ class Canvas {
     HGDIOBJ before_ = nullptr;
 };
 
-// The client area of a window being painted, drawn in memory and shown at once when this object goes.
+// The client area of a window being painted, drawn in memory and shown at once when this object goes. For
+// WM_PAINT, which it begins and ends.
 class BufferedPaint {
   public:
-    // For WM_PAINT, which it begins and ends.
     explicit BufferedPaint(HWND window);
-    // For WM_PRINTCLIENT: straight into the given context.
-    BufferedPaint(HWND window, HDC dc);
     BufferedPaint(const BufferedPaint&) = delete;
     BufferedPaint& operator=(const BufferedPaint&) = delete;
     ~BufferedPaint();
 
-    HDC dc() const noexcept { return buffer_ ? buffer_ : target_; }
+    HDC dc() const noexcept { return buffer_ ? buffer_->dc() : target_; }
     const RECT& client() const noexcept { return client_; }
     // What needs painting.
-    const RECT& dirty() const noexcept { return dirty_; }
+    const RECT& dirty() const noexcept { return paint_.rcPaint; }
 
   private:
     HWND window_;
     PAINTSTRUCT paint_{};
     HDC target_ = nullptr;
-    HDC buffer_ = nullptr;
-    HBITMAP bitmap_ = nullptr;
-    HGDIOBJ before_ = nullptr;
-    int saved_ = 0;
     RECT client_{};
-    RECT dirty_{};
+    std::optional<Canvas> buffer_;
 };
 
 constexpr int widthOf(const RECT& rect) {

@@ -8,9 +8,11 @@
 #include <algorithm>
 
 #include "activex/win32/Accessible.h"
+#include "activex/win32/DrawnPeer.h"
 #include "activex/win32/GridView.h"
 #include "activex/win32/Page.h"
 #include "activex/win32/Peers.h"
+#include "activex/win32/ScrollBar.h"
 #include "activex/win32/WinText.h"
 
 namespace dravik {
@@ -25,7 +27,7 @@ constexpr int kEdgeReach = 3;
 constexpr UINT_PTR kDragTimer = 1;
 constexpr UINT kDragInterval = 50;  // milliseconds
 
-class GridPeer : public PeerOf<Grid>, private AccessibleContent {
+class GridPeer : public PeerOf<Grid, DrawnPeer>, private AccessibleContent {
   public:
     using PeerOf::PeerOf;
 
@@ -38,8 +40,7 @@ class GridPeer : public PeerOf<Grid>, private AccessibleContent {
 
   protected:
     HWND make(HWND parent) override {
-        return makeWindow(drawnClass(L"DravikGrid"), parent,
-                          WS_TABSTOP | WS_BORDER | WS_HSCROLL | WS_VSCROLL);
+        return makeDrawn(L"DravikGrid", parent, WS_TABSTOP | WS_BORDER | WS_HSCROLL | WS_VSCROLL);
     }
     Measure ask() override {
         const int line = look().lineHeight(wantedFont()) + look().px(kRowPadding);
@@ -59,13 +60,13 @@ class GridPeer : public PeerOf<Grid>, private AccessibleContent {
                 refill();
                 break;
             case Change::Selection:
-                InvalidateRect(window(), nullptr, FALSE);
+                redraw();
                 if (const int child = focusedChild(); child > 0)
                     NotifyWinEvent(EVENT_OBJECT_FOCUS, window(), OBJID_CLIENT, child);
                 break;
             case Change::Enabled:
                 Peer::show(change);
-                InvalidateRect(window(), nullptr, FALSE);
+                redraw();
                 break;
             default:
                 Peer::show(change);
@@ -75,19 +76,6 @@ class GridPeer : public PeerOf<Grid>, private AccessibleContent {
     LRESULT message(UINT message, WPARAM wParam, LPARAM lParam) override {
         const POINT place{GET_X_LPARAM(lParam), GET_Y_LPARAM(lParam)};
         switch (message) {
-            case WM_ERASEBKGND:
-                return TRUE;
-            case WM_PAINT: {
-                const BufferedPaint paint(window());
-                paintIn(paint.dc(), paint.client(), paint.dirty());
-                return 0;
-            }
-            case WM_PRINTCLIENT: {
-                RECT client{};
-                GetClientRect(window(), &client);
-                paintIn(reinterpret_cast<HDC>(wParam), client, client);
-                return 0;
-            }
             case WM_SIZE:
                 sized();
                 return 0;
@@ -100,14 +88,6 @@ class GridPeer : public PeerOf<Grid>, private AccessibleContent {
             case WM_MOUSEWHEEL:
             case WM_MOUSEHWHEEL:
                 wheeled(message == WM_MOUSEHWHEEL, static_cast<short>(HIWORD(wParam)));
-                return 0;
-            case WM_GETDLGCODE:
-                return DLGC_WANTARROWS;
-            case WM_CONTEXTMENU:
-                return 0;
-            case WM_SETFOCUS:
-            case WM_KILLFOCUS:
-                InvalidateRect(window(), nullptr, FALSE);
                 return 0;
             case WM_LBUTTONDOWN:
             case WM_LBUTTONDBLCLK:
@@ -146,19 +126,91 @@ class GridPeer : public PeerOf<Grid>, private AccessibleContent {
                 SetCursor(LoadCursorW(nullptr, IDC_SIZEWE));
                 return TRUE;
             }
-            case WM_SYSKEYDOWN:
-                if (wParam == VK_F10 && shiftState() & kShiftMask) {
-                    menuByKey();
-                    return 0;
-                }
-                break;
-            case WM_KEYDOWN:
-                keyPressed(static_cast<UINT>(wParam));
-                return 0;
             default:
                 break;
         }
-        return Peer::message(message, wParam, lParam);
+        return DrawnPeer::message(message, wParam, lParam);
+    }
+
+    void menuKeyPressed() override {
+        POINT place = centre();
+        const int row = model_.rowSelection();
+        const int column = model_.columnSelection();
+        const bool onCell = records() > 0;
+        if (onCell) {
+            view_.reveal(row, column);
+            const RECT cell = view_.cell(row, column);
+            place = {(cell.left + cell.right) / 2, (cell.top + cell.bottom) / 2};
+        }
+        press(kRightButton, 0, onCell ? row : -1, onCell ? column : -1, place);
+    }
+
+    void keyPressed(UINT key) override {
+        const int shift = shiftState();
+        const bool control = (shift & kCtrlMask) != 0;
+        if (shift & kAltMask) return;
+        if (control && key == 'C') {
+            // Ctrl+Insert is a copy already; the other key for it becomes one.
+            act([&] { model_.keyDown(kKeyInsert, kCtrlMask); });
+        } else if (records() == 0) {
+            return;
+        } else if (control && key == 'A') {
+            act([&] { model_.select(1, 0, view_.records, view_.columns() - 1); });
+        } else if (control && key == VK_RETURN) {
+            const int column = model_.columnSelection();
+            const RECT heading = view_.cell(0, column);
+            press(kLeftButton, 0, 0, column, {(heading.left + heading.right) / 2, view_.headingHeight / 2});
+        } else {
+            moveByKey(key, control, (shift & kShiftMask) != 0);
+        }
+    }
+
+    void paint(HDC dc, const RECT& client, const RECT& dirty) override {
+        const COLORREF ground = look().color(kWindowColor);
+        fill(dc, client, ground);
+        if (!isFilled()) return;
+        const Selected font(dc, wantedFont());
+        SetBkMode(dc, TRANSPARENT);
+        const bool enabled = IsWindowEnabled(window()) != FALSE;
+        const COLORREF words = enabled ? GetSysColor(COLOR_WINDOWTEXT) : look().disabledText();
+        const COLORREF line = blend(ground, GetSysColor(COLOR_WINDOWTEXT), 0.15);
+        const COLORREF face = look().background();
+        const COLORREF faceLine = blend(face, look().color(kWindowTextColor), 0.25);
+        const auto [top, bottom] = std::minmax(model_.row(), model_.rowSelection());
+        const auto [left, right] = std::minmax(model_.column(), model_.columnSelection());
+
+        int edge = 0;
+        for (int column = 0; column < view_.columns(); ++column) {
+            const RECT heading = view_.cell(0, column);
+            edge = heading.right;
+            if (heading.right <= dirty.left || heading.left >= dirty.right) continue;
+            const UINT align = model_.centered(column) ? DT_CENTER : DT_RIGHT;
+            for (int row = view_.top(); row <= view_.bottom(); ++row) {
+                RECT cell = view_.cell(row, column);
+                if (cell.bottom <= dirty.top || cell.top >= dirty.bottom) continue;
+                const bool selected = row >= top && row <= bottom && column >= left && column <= right;
+                if (selected) fill(dc, cell, GetSysColor(hasFocus() ? COLOR_HIGHLIGHT : COLOR_BTNSHADOW));
+                fill(dc, {cell.left, cell.bottom - 1, cell.right, cell.bottom}, line);
+                fill(dc, {cell.right - 1, cell.top, cell.right, cell.bottom}, line);
+                SetTextColor(dc, !selected    ? words
+                                 : hasFocus() ? GetSysColor(COLOR_HIGHLIGHTTEXT)
+                                              : readableOn(GetSysColor(COLOR_BTNSHADOW)));
+                drawCell(dc, row, column, cell, align);
+                if (hasFocus() && row == model_.rowSelection() && column == model_.columnSelection()) {
+                    RECT mark{cell.left, cell.top, cell.right - 1, cell.bottom - 1};
+                    DrawFocusRect(dc, &mark);
+                }
+            }
+            fill(dc, heading, face);
+            fill(dc, {heading.left, heading.bottom - 1, heading.right, heading.bottom}, faceLine);
+            fill(dc, {heading.right - 1, heading.top, heading.right, heading.bottom}, faceLine);
+            SetTextColor(dc, enabled ? look().color(kWindowTextColor) : look().disabledText());
+            drawCell(dc, 0, column, heading, align);
+        }
+        if (edge < client.right) {
+            fill(dc, {edge, 0, client.right, view_.headingHeight}, face);
+            fill(dc, {edge, view_.headingHeight - 1, client.right, view_.headingHeight}, faceLine);
+        }
     }
 
     AccessibleContent* accessibleContent() override { return this; }
@@ -205,30 +257,24 @@ class GridPeer : public PeerOf<Grid>, private AccessibleContent {
         view_.client = {client.right, client.bottom};
         view_.scrollTo(view_.top(), view_.offset());
         showScrollBars();
-        InvalidateRect(window(), nullptr, FALSE);
+        redraw();
     }
 
     // Showing one bar takes room from the other direction, and so sizes the window again.
     void showScrollBars() {
         if (showingBars_ || !window()) return;
         showingBars_ = true;
-        const auto show = [&](int bar, int last, int page, int position) {
-            SCROLLINFO info{};
-            info.cbSize = sizeof info;
-            info.fMask = SIF_RANGE | SIF_PAGE | SIF_POS;
-            info.nMax = std::max(last, 0);
-            info.nPage = static_cast<UINT>(std::max(page, 1));
-            info.nPos = position;
-            SetScrollInfo(window(), bar, &info, TRUE);
+        const auto show = [&](int bar, int content, int page, int position) {
+            setScrollBar(window(), bar, content, page, position);
             RECT client{};
             GetClientRect(window(), &client);
             view_.client = {client.right, client.bottom};
             view_.scrollTo(view_.top(), view_.offset());
         };
         const bool filled = isFilled();
-        show(SB_HORZ, filled ? view_.totalWidth() - 1 : 0, static_cast<int>(view_.client.cx), view_.offset());
-        show(SB_VERT, view_.records - 1, view_.wholeRows(), view_.top() - 1);
-        show(SB_HORZ, filled ? view_.totalWidth() - 1 : 0, static_cast<int>(view_.client.cx), view_.offset());
+        show(SB_HORZ, filled ? view_.totalWidth() : 0, static_cast<int>(view_.client.cx), view_.offset());
+        show(SB_VERT, view_.records, view_.wholeRows(), view_.top() - 1);
+        show(SB_HORZ, filled ? view_.totalWidth() : 0, static_cast<int>(view_.client.cx), view_.offset());
         showingBars_ = false;
     }
 
@@ -238,43 +284,12 @@ class GridPeer : public PeerOf<Grid>, private AccessibleContent {
         view_.scrollTo(top, offset);
         if (view_.top() == topBefore && view_.offset() == offsetBefore) return;
         showScrollBars();
-        InvalidateRect(window(), nullptr, FALSE);
+        redraw();
     }
 
-    void scrolled(int bar, int code) {
-        SCROLLINFO info{};
-        info.cbSize = sizeof info;
-        info.fMask = SIF_ALL;
-        GetScrollInfo(window(), bar, &info);
+    void scrolled(int bar, int request) {
         const int step = bar == SB_VERT ? 1 : look().px(40);
-        const int page = std::max(static_cast<int>(info.nPage) - (bar == SB_VERT ? 1 : step), 1);
-        int to = info.nPos;
-        switch (code) {
-            case SB_LINEUP:
-                to -= step;
-                break;
-            case SB_LINEDOWN:
-                to += step;
-                break;
-            case SB_PAGEUP:
-                to -= page;
-                break;
-            case SB_PAGEDOWN:
-                to += page;
-                break;
-            case SB_THUMBTRACK:
-            case SB_THUMBPOSITION:
-                to = info.nTrackPos;
-                break;
-            case SB_TOP:
-                to = 0;
-                break;
-            case SB_BOTTOM:
-                to = info.nMax;
-                break;
-            default:
-                return;
-        }
+        const int to = scrolledTo(window(), bar, request, step, step);
         if (bar == SB_VERT)
             scrollTo(to + 1, view_.offset());
         else
@@ -340,7 +355,7 @@ class GridPeer : public PeerOf<Grid>, private AccessibleContent {
             const RECT cell = view_.cell(0, resized_);
             view_.setWidth(resized_, std::max<int>(place.x - cell.left, look().px(kCellPadding * 2)));
             showScrollBars();
-            InvalidateRect(window(), nullptr, FALSE);
+            redraw();
         } else if (selecting_) {
             extendTo(place, false);
         }
@@ -369,43 +384,6 @@ class GridPeer : public PeerOf<Grid>, private AccessibleContent {
         const int column = view_.columnAt(x) < 0 ? view_.columns() - 1 : view_.columnAt(x);
         if (row != model_.rowSelection() || column != model_.columnSelection())
             act([&] { model_.select(model_.row(), model_.column(), row, column); });
-    }
-
-    void menuByKey() {
-        RECT client{};
-        GetClientRect(window(), &client);
-        POINT place{client.right / 2, client.bottom / 2};
-        const int row = model_.rowSelection();
-        const int column = model_.columnSelection();
-        const bool onCell = records() > 0;
-        if (onCell) {
-            view_.reveal(row, column);
-            const RECT cell = view_.cell(row, column);
-            place = {(cell.left + cell.right) / 2, (cell.top + cell.bottom) / 2};
-        }
-        press(kRightButton, 0, onCell ? row : -1, onCell ? column : -1, place);
-    }
-
-    void keyPressed(UINT key) {
-        const int shift = shiftState();
-        const bool control = (shift & kCtrlMask) != 0;
-        if (shift & kAltMask) return;
-        if (key == VK_APPS || (key == VK_F10 && shift & kShiftMask)) {
-            menuByKey();
-        } else if (control && key == 'C') {
-            // Ctrl+Insert is a copy already; the other key for it becomes one.
-            act([&] { model_.keyDown(kKeyInsert, kCtrlMask); });
-        } else if (records() == 0) {
-            return;
-        } else if (control && key == 'A') {
-            act([&] { model_.select(1, 0, view_.records, view_.columns() - 1); });
-        } else if (control && key == VK_RETURN) {
-            const int column = model_.columnSelection();
-            const RECT heading = view_.cell(0, column);
-            press(kLeftButton, 0, 0, column, {(heading.left + heading.right) / 2, view_.headingHeight / 2});
-        } else {
-            moveByKey(key, control, (shift & kShiftMask) != 0);
-        }
     }
 
     void moveByKey(UINT key, bool control, bool extend) {
@@ -448,54 +426,6 @@ class GridPeer : public PeerOf<Grid>, private AccessibleContent {
             select(model_.row(), model_.column(), row, column);
         else
             select(row, column, row, column);
-    }
-
-    void paintIn(HDC dc, const RECT& client, const RECT& dirty) {
-        const COLORREF ground = look().color(kWindowColor);
-        fill(dc, client, ground);
-        if (!isFilled()) return;
-        const Selected font(dc, wantedFont());
-        SetBkMode(dc, TRANSPARENT);
-        const bool enabled = IsWindowEnabled(window()) != FALSE;
-        const COLORREF words = enabled ? GetSysColor(COLOR_WINDOWTEXT) : look().disabledText();
-        const COLORREF line = blend(ground, GetSysColor(COLOR_WINDOWTEXT), 0.15);
-        const COLORREF face = look().background();
-        const COLORREF faceLine = blend(face, look().color(kWindowTextColor), 0.25);
-        const auto [top, bottom] = std::minmax(model_.row(), model_.rowSelection());
-        const auto [left, right] = std::minmax(model_.column(), model_.columnSelection());
-
-        int edge = 0;
-        for (int column = 0; column < view_.columns(); ++column) {
-            const RECT heading = view_.cell(0, column);
-            edge = heading.right;
-            if (heading.right <= dirty.left || heading.left >= dirty.right) continue;
-            const UINT align = model_.centered(column) ? DT_CENTER : DT_RIGHT;
-            for (int row = view_.top(); row <= view_.bottom(); ++row) {
-                RECT cell = view_.cell(row, column);
-                if (cell.bottom <= dirty.top || cell.top >= dirty.bottom) continue;
-                const bool selected = row >= top && row <= bottom && column >= left && column <= right;
-                if (selected) fill(dc, cell, GetSysColor(hasFocus() ? COLOR_HIGHLIGHT : COLOR_BTNSHADOW));
-                fill(dc, {cell.left, cell.bottom - 1, cell.right, cell.bottom}, line);
-                fill(dc, {cell.right - 1, cell.top, cell.right, cell.bottom}, line);
-                SetTextColor(dc, !selected    ? words
-                                 : hasFocus() ? GetSysColor(COLOR_HIGHLIGHTTEXT)
-                                              : readableOn(GetSysColor(COLOR_BTNSHADOW)));
-                drawCell(dc, row, column, cell, align);
-                if (hasFocus() && row == model_.rowSelection() && column == model_.columnSelection()) {
-                    RECT mark{cell.left, cell.top, cell.right - 1, cell.bottom - 1};
-                    DrawFocusRect(dc, &mark);
-                }
-            }
-            fill(dc, heading, face);
-            fill(dc, {heading.left, heading.bottom - 1, heading.right, heading.bottom}, faceLine);
-            fill(dc, {heading.right - 1, heading.top, heading.right, heading.bottom}, faceLine);
-            SetTextColor(dc, enabled ? look().color(kWindowTextColor) : look().disabledText());
-            drawCell(dc, 0, column, heading, align);
-        }
-        if (edge < client.right) {
-            fill(dc, {edge, 0, client.right, view_.headingHeight}, face);
-            fill(dc, {edge, view_.headingHeight - 1, client.right, view_.headingHeight}, faceLine);
-        }
     }
 
     void drawCell(HDC dc, int row, int column, RECT cell, UINT align) const {

@@ -1,11 +1,9 @@
-// A line of text: the native static control, which a screen reader takes for the caption of what follows,
-// drawn here so that a text with too little room is cut with an ellipsis and told by its tool tip.
-#include <windows.h>
-
-#include <commctrl.h>
-
+// A line of text, drawn here so that one with too little room is cut with an ellipsis and told by its tool
+// tip. A screen reader takes it for the caption of what follows.
 #include <algorithm>
 
+#include "activex/win32/Accessible.h"
+#include "activex/win32/DrawnPeer.h"
 #include "activex/win32/Page.h"
 #include "activex/win32/Peers.h"
 #include "activex/win32/WinText.h"
@@ -15,7 +13,7 @@ namespace {
 
 constexpr int kLeastCharacters = 6;
 
-class LabelPeer : public PeerOf<Label> {
+class LabelPeer : public PeerOf<Label, DrawnPeer>, private AccessibleContent {
   public:
     // "&" marks an access key only in captions that are there from the start; later ones are data.
     LabelPeer(Label& model, Page& page)
@@ -26,9 +24,7 @@ class LabelPeer : public PeerOf<Label> {
     void placed(const Box&) override { showTip(); }
 
   protected:
-    HWND make(HWND parent) override {
-        return makeWindow(WC_STATICW, parent, SS_LEFT | SS_NOTIFY | SS_NOPREFIX);
-    }
+    HWND make(HWND parent) override { return makeDrawn(L"DravikLabel", parent, 0, shownText()); }
     HFONT wantedFont() const override {
         return attached() ? look().font(model_.bold(), model_.fontSize()) : look().font();
     }
@@ -42,8 +38,8 @@ class LabelPeer : public PeerOf<Label> {
     void show(Change change) override {
         switch (change) {
             case Change::Caption:
-                SetWindowTextW(window(), shownText().c_str());
-                InvalidateRect(window(), nullptr, FALSE);
+                showText(shownText());
+                redraw();
                 sizeChanged();
                 showTip();
                 break;
@@ -52,53 +48,14 @@ class LabelPeer : public PeerOf<Label> {
                 break;
             case Change::Enabled:
                 Peer::show(change);
-                InvalidateRect(window(), nullptr, FALSE);
+                redraw();
                 break;
             default:
                 Peer::show(change);
         }
     }
 
-    LRESULT message(UINT message, WPARAM wParam, LPARAM lParam) override {
-        switch (message) {
-            case WM_ERASEBKGND:
-                return TRUE;
-            case WM_PAINT: {
-                const BufferedPaint paint(window());
-                paintIn(paint.dc(), paint.client());
-                return 0;
-            }
-            case WM_PRINTCLIENT: {
-                RECT client{};
-                GetClientRect(window(), &client);
-                paintIn(reinterpret_cast<HDC>(wParam), client);
-                return 0;
-            }
-            case WM_SIZE:
-                InvalidateRect(window(), nullptr, FALSE);
-                break;
-            default:
-                break;
-        }
-        return Peer::message(message, wParam, lParam);
-    }
-
-  private:
-    std::wstring shownText() const {
-        const std::wstring caption = wide(model_.caption());
-        return marks_ ? withoutMnemonic(caption) : caption;
-    }
-
-    void showTip() {
-        if (!attached()) return;
-        RECT client{};
-        GetClientRect(window(), &client);
-        const std::wstring text = shownText();
-        const bool cut = look().textSize(wantedFont(), text).cx > client.right;
-        page().toolTips().set(window(), cut ? text : wide(model_.toolTip()));
-    }
-
-    void paintIn(HDC dc, RECT client) {
+    void paint(HDC dc, const RECT& client, const RECT&) override {
         if (!attached()) return;
         fill(dc, client, look().color(model_.backColor()));
         const Selected font(dc, wantedFont());
@@ -111,7 +68,36 @@ class LabelPeer : public PeerOf<Label> {
         if (model_.alignment() == Label::Alignment::Center) flags |= DT_CENTER;
         if (model_.alignment() == Label::Alignment::End) flags |= DT_RIGHT;
         const std::wstring caption = wide(model_.caption());
-        DrawTextW(dc, caption.c_str(), static_cast<int>(caption.size()), &client, flags);
+        RECT place = client;
+        DrawTextW(dc, caption.c_str(), static_cast<int>(caption.size()), &place, flags);
+    }
+
+    LRESULT message(UINT message, WPARAM wParam, LPARAM lParam) override {
+        // What stands before an edit box is its name, for screen readers.
+        return message == WM_GETDLGCODE ? DLGC_STATIC : DrawnPeer::message(message, wParam, lParam);
+    }
+
+    AccessibleContent* accessibleContent() override { return this; }
+
+  private:
+    LONG role() const override { return ROLE_SYSTEM_STATICTEXT; }
+    LONG state() const override { return STATE_SYSTEM_READONLY; }
+    std::wstring name() const override {
+        return model_.accessibleName().empty() ? shownText() : wide(model_.accessibleName());
+    }
+
+    std::wstring shownText() const {
+        const std::wstring caption = wide(model_.caption());
+        return marks_ ? withoutMnemonic(caption) : caption;
+    }
+
+    void showTip() {
+        if (!attached()) return;
+        RECT client{};
+        GetClientRect(window(), &client);
+        const std::wstring text = shownText();
+        const bool cut = look().textSize(wantedFont(), text).cx > client.right;
+        page().toolTips().set(window(), cut ? text : wide(model_.toolTip()));
     }
 
     const bool marks_;

@@ -110,15 +110,11 @@ HFONT Look::fontOfHeight(bool bold, int height) {
     return keep(wanted);
 }
 
+// In memory: asking for the screen's context means asking another process.
 SIZE Look::textSize(HFONT font, std::wstring_view text) const {
-    const HDC screen = GetDC(nullptr);
-    SIZE size;
-    {
-        const Selected selected(screen, font);
-        size = textExtent(screen, text.data(), text.size());
-        if (text.empty()) size.cy = textExtent(screen, L"X", 1).cy;
-    }
-    ReleaseDC(nullptr, screen);
+    const Selected selected(measuring_.dc(), font);
+    SIZE size = textExtent(measuring_.dc(), text.data(), text.size());
+    if (text.empty()) size.cy = textExtent(measuring_.dc(), L"X", 1).cy;
     return size;
 }
 

@@ -56,6 +56,7 @@ class Look {
     int dpi_;
     Ambient ambient_;
     LOGFONTW base_{};
+    Canvas measuring_{1, 1};
     std::map<std::pair<bool, LONG>, Font> fonts_;
     std::map<COLORREF, Brush> brushes_;
 };

@@ -14,7 +14,6 @@
 namespace dravik {
 namespace {
 
-constexpr UINT_PTR kSubclass = 1;
 constexpr int kMargin = 9;
 constexpr UINT kArrange = WM_APP + 0x31;
 constexpr UINT kFocus = WM_APP + 0x32;
@@ -23,8 +22,8 @@ constexpr wchar_t kClassName[] = L"DravikFormPage";
 
 }  // namespace
 
-Page::Page(Form& form, Win32Platform& platform, int dpi)
-    : form_(form), platform_(platform), look_(std::make_unique<Look>(dpi, Ambient{})) {}
+Page::Page(Form& form, Win32Platform& platform, int dpi, const Ambient& ambient)
+    : form_(form), platform_(platform), look_(std::make_unique<Look>(dpi, ambient)) {}
 
 Page::~Page() {
     close();
@@ -34,36 +33,41 @@ void Page::create(HWND parent) {
     INITCOMMONCONTROLSEX wanted{sizeof(INITCOMMONCONTROLSEX), ICC_BAR_CLASSES | ICC_PROGRESS_CLASS |
                                                                   ICC_UPDOWN_CLASS | ICC_STANDARD_CLASSES};
     InitCommonControlsEx(&wanted);
+    HWND made = nullptr;
     {
         const Styles styles;
-        window_ = CreateWindowExW(WS_EX_CONTROLPARENT, Peer::drawnClass(kClassName),
-                                  wide(form_.caption()).c_str(), WS_CHILD | WS_CLIPCHILDREN | WS_CLIPSIBLINGS,
-                                  0, 0, 0, 0, parent, nullptr, moduleInstance(), nullptr);
+        made = CreateWindowExW(WS_EX_CONTROLPARENT, drawnClass(kClassName), wide(form_.caption()).c_str(),
+                               WS_CHILD | WS_CLIPCHILDREN | WS_CLIPSIBLINGS, 0, 0, 0, 0, parent, nullptr,
+                               moduleInstance(), nullptr);
     }
-    if (!window_) throw Failure(RuntimeError::OutOfMemory, "no window: " + lastErrorText(GetLastError()));
-    SetWindowSubclass(window_, subclass, kSubclass, reinterpret_cast<DWORD_PTR>(this));
-    toolTips_.create(window_);
+    if (!made) throw Failure(RuntimeError::OutOfMemory, "no window: " + lastErrorText(GetLastError()));
+    takeOver(made);
+    toolTips_.open(window());
     toolTips_.setFont(look_->font());
-    addPeers(form_.layout(), window_, nullptr);
+    addPeers(form_.layout(), window(), nullptr);
     connections_.push_back(form_.destroyed.connect([this] { detach(); }));
     followTimers();
     showDefaultButton(nullptr);
     knownPreferred_ = preferred();
-    SetWindowPos(window_, nullptr, 0, 0, knownPreferred_.width, knownPreferred_.height,
+    SetWindowPos(window(), nullptr, 0, 0, knownPreferred_.width, knownPreferred_.height,
                  SWP_NOZORDER | SWP_NOACTIVATE | SWP_NOMOVE);
+}
+
+void Page::arrangeFirst() {
+    if (std::exchange(open_, true)) return;
     arrange();
 }
 
 void Page::close() noexcept {
     detach();
-    if (window_) DestroyWindow(window_);
+    if (window()) DestroyWindow(window());
 }
 
 void Page::detach() noexcept {
     if (!attached_) return;
     attached_ = false;
     connections_.clear();
-    for (std::size_t i = 0; window_ && i < form_.timers.size(); ++i) KillTimer(window_, i + 1);
+    for (std::size_t i = 0; window() && i < form_.timers.size(); ++i) KillTimer(window(), i + 1);
     for (const auto& peer : peers_) peer->detach();
 }
 
@@ -91,7 +95,7 @@ void Page::addPeers(const Layout& layout, HWND parent, Peer* container) {
 }
 
 Peer* Page::peerOf(HWND window) const {
-    for (; window && window != window_; window = GetParent(window))
+    for (; window && window != this->window(); window = GetParent(window))
         if (const auto found = byWindow_.find(window); found != byWindow_.end()) return found->second;
     return nullptr;
 }
@@ -110,9 +114,10 @@ void Page::place(const std::vector<PlacedWidget>& placed) {
         Peer* peer = platform_.peerOf(*item.widget);
         if (!peer || !peer->window()) continue;
         const RECT to = peer->windowPlace(item.box);
-        if (!peer->stands(to) && batch)
+        const bool appears = !(GetWindowLongPtrW(peer->window(), GWL_STYLE) & WS_VISIBLE);
+        if ((appears || !peer->stands(to)) && batch)
             batch = DeferWindowPos(batch, peer->window(), nullptr, to.left, to.top, widthOf(to), heightOf(to),
-                                   SWP_NOZORDER | SWP_NOACTIVATE);
+                                   SWP_NOZORDER | SWP_NOACTIVATE | (appears ? SWP_SHOWWINDOW : 0u));
         moved.emplace_back(peer->shared_from_this(), item.box);
     }
     if (batch) EndDeferWindowPos(batch);
@@ -136,11 +141,11 @@ Extent Page::preferred() const {
 
 void Page::arrange() {
     willArrange_ = false;
-    if (!attached_ || !window_ || arranging_) return;
+    if (!attached_ || !window() || arranging_ || !open_) return;
     arranging_ = true;
     guarded([&] {
         RECT client{};
-        GetClientRect(window_, &client);
+        GetClientRect(window(), &client);
         const int margin = look_->px(kMargin);
         const LayoutGeometry geometry = geometryOf(form_.layout());
         place(geometry.place({margin, margin, client.right - 2 * margin, client.bottom - 2 * margin}));
@@ -152,8 +157,8 @@ void Page::arrange() {
 }
 
 void Page::arrangeSoon() {
-    if (!willArrange_ && window_ && !arranging_)
-        willArrange_ = PostMessageW(window_, kArrange, 0, 0) != FALSE;
+    if (!willArrange_ && window() && !arranging_ && open_)
+        willArrange_ = PostMessageW(window(), kArrange, 0, 0) != FALSE;
 }
 
 void Page::renewLook(int dpi, const Ambient& ambient) {
@@ -163,7 +168,7 @@ void Page::renewLook(int dpi, const Ambient& ambient) {
     for (const auto& peer : peers_)
         if (peer->window() && peer->attached()) peer->lookChanged();
     arrange();
-    if (window_) RedrawWindow(window_, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_ALLCHILDREN);
+    if (window()) RedrawWindow(window(), nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_ALLCHILDREN);
 }
 
 void Page::setDpi(int dpi) {
@@ -181,8 +186,8 @@ void Page::systemChanged() {
 }
 
 void Page::setInert(bool inert) {
-    if (std::exchange(inert_, inert) == inert || !window_) return;
-    EnableWindow(window_, !inert);
+    if (std::exchange(inert_, inert) == inert || !window()) return;
+    EnableWindow(window(), !inert);
     for (std::size_t i = 0; attached_ && i < form_.timers.size(); ++i) showTimer(i);
 }
 
@@ -195,11 +200,11 @@ void Page::followTimers() {
 
 void Page::showTimer(std::size_t index) {
     const Timer& timer = *form_.timers[index];
-    if (!window_) return;
+    if (!window()) return;
     if (timer.enabled() && !inert_)
-        SetTimer(window_, index + 1, static_cast<UINT>(timer.interval()), nullptr);
+        SetTimer(window(), index + 1, static_cast<UINT>(timer.interval()), nullptr);
     else
-        KillTimer(window_, index + 1);
+        KillTimer(window(), index + 1);
 }
 
 std::optional<LRESULT> Page::fromChild(UINT message, WPARAM wParam, LPARAM lParam) {
@@ -239,25 +244,12 @@ std::optional<LRESULT> Page::fromChild(UINT message, WPARAM wParam, LPARAM lPara
     return std::nullopt;
 }
 
-LRESULT CALLBACK Page::subclass(HWND window, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR,
-                                DWORD_PTR self) {
-    const auto page = reinterpret_cast<Page*>(self)->weak_from_this().lock();
-    if (message == WM_NCDESTROY) {
-        RemoveWindowSubclass(window, subclass, kSubclass);
-        if (page) page->window_ = nullptr;
-    }
-    if (!page || !page->window_) return DefSubclassProc(window, message, wParam, lParam);
-    LRESULT result = 0;
-    if (!guarded([&] { result = page->answer(message, wParam, lParam); })) return 0;
-    return result;
-}
-
 LRESULT Page::answer(UINT message, WPARAM wParam, LPARAM lParam) {
     switch (message) {
         case WM_ERASEBKGND:
         case WM_PRINTCLIENT: {
             RECT client{};
-            GetClientRect(window_, &client);
+            GetClientRect(window(), &client);
             fill(reinterpret_cast<HDC>(wParam), client, look_->background());
             return TRUE;
         }
@@ -296,7 +288,7 @@ LRESULT Page::answer(UINT message, WPARAM wParam, LPARAM lParam) {
             break;
     }
     if (const auto result = fromChild(message, wParam, lParam)) return *result;
-    return window_ ? DefSubclassProc(window_, message, wParam, lParam) : 0;
+    return defaultAnswer(message, wParam, lParam);
 }
 
 }  // namespace dravik

@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "activex/win32/Ambient.h"
+#include "activex/win32/AnsweredWindow.h"
 #include "activex/win32/CellGroup.h"
 #include "activex/win32/LayoutGeometry.h"
 #include "activex/win32/Look.h"
@@ -22,10 +23,10 @@ namespace dravik {
 
 class Win32Platform;
 
-class Page : public std::enable_shared_from_this<Page> {
+class Page : public AnsweredWindow, public std::enable_shared_from_this<Page> {
   public:
-    Page(Form& form, Win32Platform& platform, int dpi);
-    ~Page();
+    Page(Form& form, Win32Platform& platform, int dpi, const Ambient& ambient);
+    ~Page() override;
 
     void create(HWND parent);
     // Lets the model go and destroys the window.
@@ -33,7 +34,6 @@ class Page : public std::enable_shared_from_this<Page> {
     void detach() noexcept;
     bool attached() const noexcept { return attached_; }
 
-    HWND window() const noexcept { return window_; }
     Win32Platform& platform() const noexcept { return platform_; }
     Look& look() noexcept { return *look_; }
     ToolTips& toolTips() noexcept { return toolTips_; }
@@ -50,6 +50,8 @@ class Page : public std::enable_shared_from_this<Page> {
     // Everything again where it belongs: at once, and as soon as the running procedure is through.
     void arrange();
     void arrangeSoon();
+    // Before the page is first seen; nothing is placed until then.
+    void arrangeFirst();
     // Makes room for widgets in a container's inside.
     LayoutGeometry geometryOf(const Layout& layout) const;
     void place(const std::vector<PlacedWidget>& placed);
@@ -95,9 +97,8 @@ class Page : public std::enable_shared_from_this<Page> {
     static void tell(std::function<void()> listener) {
         if (listener) listener();
     }
-    static LRESULT CALLBACK subclass(HWND window, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR id,
-                                     DWORD_PTR self);
-    LRESULT answer(UINT message, WPARAM wParam, LPARAM lParam);
+    LRESULT answer(UINT message, WPARAM wParam, LPARAM lParam) override;
+    std::shared_ptr<void> kept() override { return weak_from_this().lock(); }
     void renewLook(int dpi, const Ambient& ambient);
     void followTimers();
     void showTimer(std::size_t index);
@@ -111,7 +112,6 @@ class Page : public std::enable_shared_from_this<Page> {
 
     Form& form_;
     Win32Platform& platform_;
-    HWND window_ = nullptr;
     std::unique_ptr<Look> look_;
     ToolTips toolTips_;
     std::vector<std::shared_ptr<Peer>> peers_;
@@ -123,6 +123,7 @@ class Page : public std::enable_shared_from_this<Page> {
     UINT lastId_ = 1000;
     bool attached_ = true;
     bool inert_ = false;
+    bool open_ = false;
     bool arranging_ = false;
     bool willArrange_ = false;
 };

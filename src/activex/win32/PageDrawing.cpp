@@ -59,11 +59,12 @@ void drawWindow(HDC dc, HWND window, POINT origin) {
 }  // namespace
 
 void Page::draw(HDC dc, const RECT& place) {
-    if (!window_ || IsRectEmpty(&place)) return;
+    if (!window() || IsRectEmpty(&place)) return;
+    arrangeFirst();
     RECT bounds{};
-    GetWindowRect(window_, &bounds);
+    GetWindowRect(window(), &bounds);
     Canvas canvas(widthOf(bounds), heightOf(bounds));
-    drawWindow(canvas.dc(), window_, {bounds.left, bounds.top});
+    drawWindow(canvas.dc(), window(), {bounds.left, bounds.top});
     GdiFlush();
     const int saved = SaveDC(dc);
     SetStretchBltMode(dc, HALFTONE);

@@ -45,7 +45,7 @@ bool Page::moveFocus(Peer* from, bool backwards) {
 }
 
 bool Page::focusEnd(bool last) {
-    return attached_ && window_ && !inert_ && moveFocus(nullptr, last);
+    return attached_ && window() && !inert_ && moveFocus(nullptr, last);
 }
 
 bool Page::restoreFocus() {
@@ -59,7 +59,7 @@ bool Page::restoreFocus() {
 
 bool Page::hasFocusInside() const {
     const HWND focus = GetFocus();
-    return focus && window_ && (focus == window_ || IsChild(window_, focus));
+    return focus && window() && (focus == window() || IsChild(window(), focus));
 }
 
 void Page::focusArrived(Peer& peer) {
@@ -69,21 +69,21 @@ void Page::focusArrived(Peer& peer) {
 }
 
 void Page::focusMoves(HWND to) {
-    if (!to || (to != window_ && !IsChild(window_, to))) tell(focusGone);
+    if (!to || (to != window() && !IsChild(window(), to))) tell(focusGone);
 }
 
 void Page::focusLeft(Peer& peer) {
     if (!attached_) return;
-    if (!moveFocus(&peer, false) && !moveFocus(nullptr, false) && window_) SetFocus(window_);
+    if (!moveFocus(&peer, false) && !moveFocus(nullptr, false) && window()) SetFocus(window());
 }
 
 // The procedure that disables a control often enables its successor only afterwards.
 void Page::focusLeavesSoon(const Peer& peer) {
-    if (window_) PostMessageW(window_, kFocusLeft, reinterpret_cast<WPARAM>(peer.window()), 0);
+    if (window()) PostMessageW(window(), kFocusLeft, reinterpret_cast<WPARAM>(peer.window()), 0);
 }
 
 void Page::focusLater(Peer& peer) {
-    if (window_) PostMessageW(window_, kFocus, reinterpret_cast<WPARAM>(peer.window()), 0);
+    if (window()) PostMessageW(window(), kFocus, reinterpret_cast<WPARAM>(peer.window()), 0);
 }
 
 // The button that Enter presses is the one that has the focus, else the form's own.
@@ -139,8 +139,8 @@ bool Page::wouldAnswer(const Peer& focused, UINT key) const {
 
 bool Page::translateKey(const MSG& message, bool& leftPage) {
     leftPage = false;
-    if (!attached_ || inert_ || !window_) return false;
-    if (message.hwnd != window_ && !IsChild(window_, message.hwnd)) return false;
+    if (!attached_ || inert_ || !window()) return false;
+    if (message.hwnd != window() && !IsChild(window(), message.hwnd)) return false;
     if (message.message == WM_SYSCHAR) return pressMnemonic(static_cast<wchar_t>(message.wParam));
     if (message.message != WM_KEYDOWN) return false;
     const auto key = static_cast<UINT>(message.wParam);

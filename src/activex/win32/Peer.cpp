@@ -15,8 +15,6 @@
 namespace dravik {
 namespace {
 
-constexpr UINT_PTR kSubclass = 1;
-
 int shiftOf(WPARAM keys) {
     return (keys & MK_SHIFT ? kShiftMask : 0) | (keys & MK_CONTROL ? kCtrlMask : 0) |
            (GetKeyState(VK_MENU) < 0 ? kAltMask : 0);
@@ -79,23 +77,24 @@ Look& Peer::look() const noexcept {
 
 void Peer::start(HWND parent, Peer* container) {
     container_ = container;
+    HWND made = nullptr;
     {
         const Styles styles;
-        window_ = make(parent);
+        made = make(parent);
     }
-    if (!window_) throw Failure(RuntimeError::OutOfMemory, "no window: " + lastErrorText(GetLastError()));
-    page_.addWindow(window_, *this);
-    SetPropW(window_, name_.c_str(), window_);
-    SetWindowSubclass(window_, subclass, kSubclass, reinterpret_cast<DWORD_PTR>(this));
-    SendMessageW(window_, WM_SETFONT, reinterpret_cast<WPARAM>(wantedFont()), FALSE);
-    for (const Change change :
-         {Change::Caption, Change::Items, Change::Value, Change::Selection, Change::Appearance,
-          Change::Enabled, Change::Visible, Change::ToolTip, Change::Name})
+    if (!made) throw Failure(RuntimeError::OutOfMemory, "no window: " + lastErrorText(GetLastError()));
+    takeOver(made);
+    page_.addWindow(made, *this);
+    SetPropW(made, name_.c_str(), made);
+    SendMessageW(window(), WM_SETFONT, reinterpret_cast<WPARAM>(wantedFont()), FALSE);
+    for (const Change change : {Change::Caption, Change::Items, Change::Value, Change::Selection,
+                                Change::Appearance, Change::Enabled, Change::ToolTip, Change::Name})
         show(change);
+    started_ = true;
     changed_ = model_.changed.connect([this](Change change) {
         const auto self = shared_from_this();
         const auto page = page_.shared_from_this();
-        if (window_) guarded([&] { show(change); });
+        if (window()) guarded([&] { show(change); });
     });
     started();
 }
@@ -107,27 +106,11 @@ void Peer::detach() noexcept {
     attached_ = false;
 }
 
-HWND Peer::makeWindow(const wchar_t* className, HWND parent, DWORD style, DWORD extendedStyle) {
-    return CreateWindowExW(extendedStyle, className, L"", style | WS_CHILD | WS_CLIPSIBLINGS, 0, 0, 0, 0,
-                           parent, reinterpret_cast<HMENU>(static_cast<UINT_PTR>(page_.nextId())),
+HWND Peer::makeWindow(const wchar_t* className, HWND parent, DWORD style, DWORD extendedStyle,
+                      const std::wstring& text) {
+    return CreateWindowExW(extendedStyle, className, text.c_str(), style | WS_CHILD | WS_CLIPSIBLINGS, 0, 0,
+                           0, 0, parent, reinterpret_cast<HMENU>(static_cast<UINT_PTR>(page_.nextId())),
                            moduleInstance(), nullptr);
-}
-
-// The windows of these classes are driven by their subclass procedure: the class itself holds no code of this
-// module.
-const wchar_t* Peer::drawnClass(const wchar_t* name) {
-    WNDCLASSEXW known{};
-    known.cbSize = sizeof known;
-    if (GetClassInfoExW(moduleInstance(), name, &known)) return name;
-    WNDCLASSEXW wanted{};
-    wanted.cbSize = sizeof wanted;
-    wanted.style = CS_DBLCLKS;
-    wanted.lpfnWndProc = DefWindowProcW;
-    wanted.hInstance = moduleInstance();
-    wanted.hCursor = LoadCursorW(nullptr, IDC_ARROW);
-    wanted.lpszClassName = name;
-    RegisterClassExW(&wanted);
-    return name;
 }
 
 const Measure& Peer::measure() {
@@ -153,20 +136,20 @@ RECT Peer::windowPlace(const Box& box) const {
 
 bool Peer::stands(const RECT& place) const {
     RECT now{};
-    GetWindowRect(window_, &now);
-    MapWindowPoints(nullptr, GetParent(window_), reinterpret_cast<POINT*>(&now), 2);
+    GetWindowRect(window(), &now);
+    MapWindowPoints(nullptr, GetParent(window()), reinterpret_cast<POINT*>(&now), 2);
     return EqualRect(&now, &place);
 }
 
 void Peer::placed(const Box&) {}
 
 bool Peer::isUsable() const {
-    if (!attached_ || !window_ || !model_.enabled() || !model_.visible()) return false;
+    if (!attached_ || !window() || !model_.enabled() || !model_.visible()) return false;
     return !container_ || container_->isUsable();
 }
 
 void Peer::focus() {
-    if (window_) SetFocus(window_);
+    if (window()) SetFocus(window());
 }
 
 HFONT Peer::wantedFont() const {
@@ -175,18 +158,18 @@ HFONT Peer::wantedFont() const {
 
 void Peer::lookChanged() {
     measured_.reset();
-    if (!window_) return;
-    SendMessageW(window_, WM_SETFONT, reinterpret_cast<WPARAM>(wantedFont()), FALSE);
-    InvalidateRect(window_, nullptr, TRUE);
+    if (!window()) return;
+    SendMessageW(window(), WM_SETFONT, reinterpret_cast<WPARAM>(wantedFont()), FALSE);
+    InvalidateRect(window(), nullptr, TRUE);
 }
 
 void Peer::showEnabled() {
     bool enabled = attached_ && model_.enabled();
     for (const Peer* outer = container_; outer; outer = outer->container_)
         enabled = enabled && outer->model_.enabled();
-    if ((IsWindowEnabled(window_) != FALSE) == enabled) return;
-    const bool focused = GetFocus() == window_;
-    EnableWindow(window_, enabled);
+    if ((IsWindowEnabled(window()) != FALSE) == enabled) return;
+    const bool focused = GetFocus() == window();
+    EnableWindow(window(), enabled);
     if (focused && !enabled) page_.focusLeavesSoon(*this);
 }
 
@@ -197,15 +180,15 @@ void Peer::show(Change change) {
             break;
         case Change::Visible: {
             const bool visible = model_.visible();
-            const bool focused = window_ && (GetFocus() == window_ || IsChild(window_, GetFocus()));
-            if (!visible && focused) page_.focusLeft(*this);
-            if (visible != ((GetWindowLongPtrW(window_, GWL_STYLE) & WS_VISIBLE) != 0))
-                ShowWindow(window_, visible ? SW_SHOWNA : SW_HIDE);
+            if (!visible && window() && (GetFocus() == window() || IsChild(window(), GetFocus())))
+                page_.focusLeft(*this);
+            if (visible != ((GetWindowLongPtrW(window(), GWL_STYLE) & WS_VISIBLE) != 0))
+                ShowWindow(window(), visible ? SW_SHOWNA : SW_HIDE);
             sizeChanged();
             break;
         }
         case Change::ToolTip:
-            page_.toolTips().set(window_, wide(model_.toolTip()));
+            page_.toolTips().set(window(), wide(model_.toolTip()));
             break;
         case Change::Name:
             showName();
@@ -215,9 +198,9 @@ void Peer::show(Change change) {
             break;
         case Change::Appearance:
             if (const auto font = wantedFont();
-                font != reinterpret_cast<HFONT>(SendMessageW(window_, WM_GETFONT, 0, 0)))
-                SendMessageW(window_, WM_SETFONT, reinterpret_cast<WPARAM>(font), FALSE);
-            InvalidateRect(window_, nullptr, TRUE);
+                font != reinterpret_cast<HFONT>(SendMessageW(window(), WM_GETFONT, 0, 0)))
+                SendMessageW(window(), WM_SETFONT, reinterpret_cast<WPARAM>(font), FALSE);
+            if (started_) InvalidateRect(window(), nullptr, TRUE);
             sizeChanged();
             break;
         default:
@@ -225,16 +208,21 @@ void Peer::show(Change change) {
     }
 }
 
+void Peer::showText(const std::wstring& text) {
+    if (windowText(window()) != text) SetWindowTextW(window(), text.c_str());
+}
+
 void Peer::showName() {
-    if (accessibleContent())
-        NotifyWinEvent(EVENT_OBJECT_NAMECHANGE, window_, OBJID_CLIENT, CHILDID_SELF);
-    else if (!model_.accessibleName().empty())
-        annotateName(window_, wide(model_.accessibleName()));
+    if (accessibleContent()) {
+        if (started_) NotifyWinEvent(EVENT_OBJECT_NAMECHANGE, window(), OBJID_CLIENT, CHILDID_SELF);
+    } else if (!model_.accessibleName().empty()) {
+        annotateName(window(), wide(model_.accessibleName()));
+    }
 }
 
 void Peer::giveFocus() {
-    if (isUsable() && IsWindowVisible(window_))
-        SetFocus(window_);
+    if (isUsable() && IsWindowVisible(window()))
+        SetFocus(window());
     else  // the procedure that asks for the focus may enable or show the control only later
         page_.focusLater(*this);
 }
@@ -264,48 +252,34 @@ void Peer::fireMouseMove(int buttons, int shift, POINT place) {
 bool Peer::fireKey(UINT key) {
     // The menu key comes to the models as the right mouse button.
     if (key != VK_APPS) act([&] { model_.keyDown(static_cast<int>(key), shiftState()); });
-    return window_ != nullptr;
-}
-
-LRESULT Peer::defaultAnswer(UINT message, WPARAM wParam, LPARAM lParam) {
-    return window_ ? DefSubclassProc(window_, message, wParam, lParam) : 0;
+    return window() != nullptr;
 }
 
 LRESULT Peer::message(UINT message, WPARAM wParam, LPARAM lParam) {
     return defaultAnswer(message, wParam, lParam);
 }
 
-LRESULT CALLBACK Peer::subclass(HWND window, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR,
-                                DWORD_PTR self) {
-    const auto peer = reinterpret_cast<Peer*>(self)->weak_from_this().lock();
-    const auto page = peer ? peer->page_.weak_from_this().lock() : nullptr;
-    if (message == WM_NCDESTROY) {
-        RemoveWindowSubclass(window, subclass, kSubclass);
-        if (peer) {
-            RemovePropW(window, peer->name_.c_str());
-            peer->page_.removeWindow(window);
-            peer->page_.toolTips().remove(window);
-            peer->window_ = nullptr;
-        }
-    }
-    if (!peer || !page || !peer->window_) return DefSubclassProc(window, message, wParam, lParam);
-    LRESULT result = 0;
-    guarded([&] { result = peer->answer(message, wParam, lParam); });
-    return result;
+void Peer::windowGoes() {
+    RemovePropW(window(), name_.c_str());
+    page_.removeWindow(window());
+    page_.toolTips().remove(window());
 }
 
 LRESULT Peer::answer(UINT message, WPARAM wParam, LPARAM lParam) {
+    const auto page = page_.weak_from_this().lock();
+    if (!page) return defaultAnswer(message, wParam, lParam);
     const POINT place{GET_X_LPARAM(lParam), GET_Y_LPARAM(lParam)};
     const bool mouse = message >= WM_MOUSEFIRST && message <= WM_MOUSELAST;
+    page_.toolTips().relay(window(), message, wParam, lParam);
     if (mouse && !firesMouse()) return this->message(message, wParam, lParam);
     switch (message) {
         case WM_SETFOCUS:
             page_.focusArrived(*this);
-            if (movesFocus(window_, reinterpret_cast<HWND>(wParam))) act([&] { model_.gotFocus(); });
+            if (movesFocus(window(), reinterpret_cast<HWND>(wParam))) act([&] { model_.gotFocus(); });
             break;
         case WM_KILLFOCUS:
             page_.toolTips().hide();
-            if (movesFocus(window_, reinterpret_cast<HWND>(wParam))) act([&] { model_.lostFocus(); });
+            if (movesFocus(window(), reinterpret_cast<HWND>(wParam))) act([&] { model_.lostFocus(); });
             page_.focusMoves(reinterpret_cast<HWND>(wParam));
             break;
         case WM_LBUTTONDOWN:
@@ -356,13 +330,13 @@ LRESULT Peer::answer(UINT message, WPARAM wParam, LPARAM lParam) {
         case WM_GETOBJECT:
             if (static_cast<LONG>(lParam) == OBJID_CLIENT)
                 if (AccessibleContent* content = attached_ ? accessibleContent() : nullptr)
-                    return accessibleAnswer(window_, *content, weak_from_this(), wParam);
+                    return accessibleAnswer(window(), *content, weak_from_this(), wParam);
             break;
         default:
             break;
     }
     // An event that took its own window away goes no further.
-    return window_ ? this->message(message, wParam, lParam) : 0;
+    return window() ? this->message(message, wParam, lParam) : 0;
 }
 
 }  // namespace dravik

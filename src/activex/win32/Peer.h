@@ -9,6 +9,7 @@
 #include <optional>
 #include <string>
 
+#include "activex/win32/AnsweredWindow.h"
 #include "activex/win32/Guard.h"
 #include "activex/win32/LayoutGeometry.h"
 #include "widgets/Widget.h"
@@ -25,12 +26,10 @@ struct ModelPlace {
     double y = 0;
 };
 
-class Peer : public std::enable_shared_from_this<Peer> {
+class Peer : public AnsweredWindow, public std::enable_shared_from_this<Peer> {
   public:
     Peer(Widget& model, Page& page);
-    Peer(const Peer&) = delete;
-    Peer& operator=(const Peer&) = delete;
-    virtual ~Peer();
+    ~Peer() override;
 
     // Makes the window, shows the whole state in it and starts to watch the model. Called once.
     void start(HWND parent, Peer* container);
@@ -38,7 +37,6 @@ class Peer : public std::enable_shared_from_this<Peer> {
     void detach() noexcept;
     bool attached() const noexcept { return attached_; }
 
-    HWND window() const noexcept { return window_; }
     Widget& model() const noexcept { return model_; }
     // The frame that the peer stands in, if any.
     Peer* container() const noexcept { return container_; }
@@ -81,14 +79,12 @@ class Peer : public std::enable_shared_from_this<Peer> {
     virtual POINT toView(double x, double y) const;
     virtual ModelPlace fromView(POINT place) const;
 
-    // A class for windows drawn by hand; made when there is none yet.
-    static const wchar_t* drawnClass(const wchar_t* name);
-
     // The shift state is that of the models.
     void fireMouseDown(int button, int shift, POINT place);
     void fireMouseMove(int buttons, int shift, POINT place);
 
   protected:
+    // Hidden: it is shown when it is placed for the first time.
     virtual HWND make(HWND parent) = 0;
     // The window shows the state of the model.
     virtual void started() {}
@@ -98,14 +94,19 @@ class Peer : public std::enable_shared_from_this<Peer> {
     virtual HFONT wantedFont() const;
     // The window procedure, which may end with defaultAnswer().
     virtual LRESULT message(UINT message, WPARAM wParam, LPARAM lParam);
-    LRESULT defaultAnswer(UINT message, WPARAM wParam, LPARAM lParam);
     // Mouse messages become events of the model as they come; a peer that says no fires them itself.
     virtual bool firesMouse() const { return true; }
     // For a window drawn by hand, what a screen reader finds in it.
     virtual AccessibleContent* accessibleContent() { return nullptr; }
 
-    // A child window of the page's module, with a number of its own.
-    HWND makeWindow(const wchar_t* className, HWND parent, DWORD style, DWORD extendedStyle = 0);
+    // A child window of the page's module, with a number of its own for the commands that it sends.
+    HWND makeWindow(const wchar_t* className, HWND parent, DWORD style, DWORD extendedStyle = 0,
+                    const std::wstring& text = {});
+    void showText(const std::wstring& text);
+    // Draws the window anew, unless it has never been drawn.
+    void redraw() const {
+        if (started_) InvalidateRect(window(), nullptr, FALSE);
+    }
     // The window's contents ask for another size now.
     void sizeChanged();
 
@@ -116,12 +117,12 @@ class Peer : public std::enable_shared_from_this<Peer> {
     }
     Page& page() const noexcept { return page_; }
     Look& look() const noexcept;
-    bool hasFocus() const noexcept { return window_ && GetFocus() == window_; }
+    bool hasFocus() const noexcept { return window() && GetFocus() == window(); }
 
   private:
-    static LRESULT CALLBACK subclass(HWND window, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR id,
-                                     DWORD_PTR self);
-    LRESULT answer(UINT message, WPARAM wParam, LPARAM lParam);
+    LRESULT answer(UINT message, WPARAM wParam, LPARAM lParam) override;
+    std::shared_ptr<void> kept() override { return weak_from_this().lock(); }
+    void windowGoes() override;
     bool fireKey(UINT key);
     void giveFocus();
     void showName();
@@ -129,12 +130,12 @@ class Peer : public std::enable_shared_from_this<Peer> {
     Widget& model_;
     Page& page_;
     const std::wstring name_;
-    HWND window_ = nullptr;
     Peer* container_ = nullptr;
     Connection changed_;
     std::optional<Measure> measured_;
     POINT lastMove_{-1, -1};
     bool attached_ = true;
+    bool started_ = false;
 };
 
 // Every control's window carries its widget's name as a window property, for programs and tests that look
@@ -146,10 +147,10 @@ HWND findWindowNamed(HWND inside, const std::string& name);
 // The shift state of the models as the keys are now: kShiftMask, kCtrlMask, kAltMask.
 int shiftState();
 
-template <class Model>
-class PeerOf : public Peer {
+template <class Model, class Kind = Peer>
+class PeerOf : public Kind {
   public:
-    PeerOf(Model& model, Page& page) : Peer(model, page), model_(model) {}
+    PeerOf(Model& model, Page& page) : Kind(model, page), model_(model) {}
 
   protected:
     Model& model_;

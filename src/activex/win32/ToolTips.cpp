@@ -3,6 +3,7 @@
 #include <windows.h>
 
 #include <commctrl.h>
+#include <windowsx.h>
 
 #include "activex/win32/Module.h"
 
@@ -17,7 +18,7 @@ TTTOOLINFOW toolOf(HWND page, HWND window, UINT part) {
     tool.cbSize = TTTOOLINFOW_V1_SIZE;
     tool.hwnd = part == 0 ? page : window;
     tool.uId = part == 0 ? reinterpret_cast<UINT_PTR>(window) : part;
-    tool.uFlags = TTF_SUBCLASS | (part == 0 ? TTF_IDISHWND : 0u);
+    tool.uFlags = part == 0 ? TTF_IDISHWND : 0u;
     return tool;
 }
 
@@ -30,17 +31,32 @@ ToolTips::~ToolTips() {
 void ToolTips::close() noexcept {
     if (window_ && IsWindow(window_)) DestroyWindow(window_);
     if (tracked_ && IsWindow(tracked_)) DestroyWindow(tracked_);
-    window_ = tracked_ = nullptr;
-    texts_.clear();
+    window_ = tracked_ = page_ = nullptr;
+    tips_.clear();
 }
 
-void ToolTips::create(HWND page) {
+void ToolTips::open(HWND page) {
     page_ = page;
-    const Styles styles;
-    window_ = CreateWindowExW(WS_EX_TOPMOST, TOOLTIPS_CLASSW, nullptr,
-                              WS_POPUP | TTS_ALWAYSTIP | TTS_NOPREFIX, CW_USEDEFAULT, CW_USEDEFAULT,
-                              CW_USEDEFAULT, CW_USEDEFAULT, page, nullptr, moduleInstance(), nullptr);
+}
+
+void ToolTips::create() {
+    if (window_ || !page_) return;
+    {
+        const Styles styles;
+        window_ = CreateWindowExW(WS_EX_TOPMOST, TOOLTIPS_CLASSW, nullptr,
+                                  WS_POPUP | TTS_ALWAYSTIP | TTS_NOPREFIX, CW_USEDEFAULT, CW_USEDEFAULT,
+                                  CW_USEDEFAULT, CW_USEDEFAULT, page_, nullptr, moduleInstance(), nullptr);
+    }
     SendMessageW(window_, TTM_SETMAXTIPWIDTH, 0, kWidestTip);
+    SendMessageW(window_, WM_SETFONT, reinterpret_cast<WPARAM>(font_), FALSE);
+    for (auto& [key, tip] : tips_) add(key, tip);
+}
+
+void ToolTips::add(const Key& key, Tip& tip) {
+    TTTOOLINFOW tool = toolOf(page_, key.first, key.second);
+    tool.rect = tip.place;
+    tool.lpszText = tip.text.data();
+    SendMessageW(window_, TTM_ADDTOOLW, 0, reinterpret_cast<LPARAM>(&tool));
 }
 
 void ToolTips::set(HWND window, const std::wstring& text) {
@@ -48,34 +64,51 @@ void ToolTips::set(HWND window, const std::wstring& text) {
 }
 
 void ToolTips::set(HWND window, UINT part, const RECT& place, const std::wstring& text) {
-    if (!window_ || !window) return;
-    const auto key = std::make_pair(window, part);
-    TTTOOLINFOW tool = toolOf(page_, window, part);
-    tool.rect = place;
-    const bool known = texts_.count(key) > 0;
+    if (!page_ || !window) return;
+    const Key key{window, part};
+    const bool known = tips_.count(key) > 0;
     if (text.empty()) {
-        if (known) SendMessageW(window_, TTM_DELTOOLW, 0, reinterpret_cast<LPARAM>(&tool));
-        texts_.erase(key);
+        if (known) forget(key);
+        tips_.erase(key);
         return;
     }
-    std::wstring& kept = texts_[key] = text;
-    tool.lpszText = kept.data();
-    SendMessageW(window_, known ? TTM_UPDATETIPTEXTW : TTM_ADDTOOLW, 0, reinterpret_cast<LPARAM>(&tool));
-    if (known && part > 0) SendMessageW(window_, TTM_NEWTOOLRECTW, 0, reinterpret_cast<LPARAM>(&tool));
+    Tip& tip = tips_[key] = {text, place};
+    if (!window_) return;
+    if (!known) return add(key, tip);
+    TTTOOLINFOW tool = toolOf(page_, window, part);
+    tool.rect = place;
+    tool.lpszText = tip.text.data();
+    SendMessageW(window_, TTM_UPDATETIPTEXTW, 0, reinterpret_cast<LPARAM>(&tool));
+    if (part > 0) SendMessageW(window_, TTM_NEWTOOLRECTW, 0, reinterpret_cast<LPARAM>(&tool));
+}
+
+void ToolTips::forget(const Key& key) {
+    TTTOOLINFOW tool = toolOf(page_, key.first, key.second);
+    if (window_ && IsWindow(window_)) SendMessageW(window_, TTM_DELTOOLW, 0, reinterpret_cast<LPARAM>(&tool));
 }
 
 void ToolTips::remove(HWND window) {
-    for (auto tip = texts_.lower_bound({window, 0}); tip != texts_.end() && tip->first.first == window;) {
-        TTTOOLINFOW tool = toolOf(page_, window, tip->first.second);
-        if (window_ && IsWindow(window_))
-            SendMessageW(window_, TTM_DELTOOLW, 0, reinterpret_cast<LPARAM>(&tool));
-        tip = texts_.erase(tip);
+    for (auto tip = tips_.lower_bound({window, 0}); tip != tips_.end() && tip->first.first == window;) {
+        forget(tip->first);
+        tip = tips_.erase(tip);
     }
 }
 
+void ToolTips::relay(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+    if (message < WM_MOUSEFIRST || message > WM_MOUSELAST) return;
+    const auto tip = tips_.lower_bound({window, 0});
+    if (tip == tips_.end() || tip->first.first != window) return;
+    create();
+    MSG event{window, message, wParam, lParam, static_cast<DWORD>(GetMessageTime()), {}};
+    const DWORD place = GetMessagePos();
+    event.pt = {GET_X_LPARAM(place), GET_Y_LPARAM(place)};
+    SendMessageW(window_, TTM_RELAYEVENT, 0, reinterpret_cast<LPARAM>(&event));
+}
+
 void ToolTips::setFont(HFONT font) {
-    if (window_) SendMessageW(window_, WM_SETFONT, reinterpret_cast<WPARAM>(font), FALSE);
-    if (tracked_) SendMessageW(tracked_, WM_SETFONT, reinterpret_cast<WPARAM>(font), FALSE);
+    font_ = font;
+    for (const HWND shown : {window_, tracked_})
+        if (shown) SendMessageW(shown, WM_SETFONT, reinterpret_cast<WPARAM>(font), FALSE);
 }
 
 void ToolTips::showBelow(HWND window, const std::wstring& text) {
@@ -91,7 +124,7 @@ void ToolTips::showBelow(HWND window, const std::wstring& text) {
     tracked_ =
         CreateWindowExW(WS_EX_TOPMOST, TOOLTIPS_CLASSW, nullptr, WS_POPUP | TTS_ALWAYSTIP | TTS_NOPREFIX, 0,
                         0, 0, 0, page_, nullptr, moduleInstance(), nullptr);
-    SendMessageW(tracked_, WM_SETFONT, static_cast<WPARAM>(SendMessageW(window_, WM_GETFONT, 0, 0)), FALSE);
+    SendMessageW(tracked_, WM_SETFONT, reinterpret_cast<WPARAM>(font_), FALSE);
     SendMessageW(tracked_, TTM_ADDTOOLW, 0, reinterpret_cast<LPARAM>(&tool));
     RECT place{};
     GetWindowRect(window, &place);

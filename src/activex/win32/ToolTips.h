@@ -1,4 +1,5 @@
-// The tool tips of a page: one tip window for all its controls and for parts of them.
+// The tool tips of a page: one tip window for all its controls and for parts of them, made when the pointer
+// first comes to one of them.
 #pragma once
 
 #include "activex/win32/Windows.h"
@@ -16,7 +17,7 @@ class ToolTips {
     ToolTips& operator=(const ToolTips&) = delete;
     ~ToolTips();
 
-    void create(HWND page);
+    void open(HWND page);
     // Before the windows that have tips are destroyed: afterwards the tips could not let go of them.
     void close() noexcept;
     // Of a whole window; the empty text takes the tip away.
@@ -24,17 +25,29 @@ class ToolTips {
     // Of a part of a window, numbered from 1.
     void set(HWND window, UINT part, const RECT& place, const std::wstring& text);
     void remove(HWND window);
+    // Every message that comes to a window with tips: they live by those of the mouse.
+    void relay(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
     void setFont(HFONT font);
     // Shows a window's tip below it now, for the keyboard; until hide() or another tip.
     void showBelow(HWND window, const std::wstring& text);
     void hide();
-    HWND window() const noexcept { return window_; }
 
   private:
+    using Key = std::pair<HWND, UINT>;
+    struct Tip {
+        std::wstring text;
+        RECT place{};
+    };
+
+    void create();
+    void add(const Key& key, Tip& tip);
+    void forget(const Key& key);
+
     HWND window_ = nullptr;
     HWND page_ = nullptr;
     HWND tracked_ = nullptr;
-    std::map<std::pair<HWND, UINT>, std::wstring> texts_;
+    HFONT font_ = nullptr;
+    std::map<Key, Tip> tips_;
 };
 
 }  // namespace dravik

@@ -1,5 +1,7 @@
 #include "win32/support/ShownPage.h"
 
+#include <oleacc.h>
+
 #include <array>
 #include <chrono>
 #include <cstdlib>
@@ -29,6 +31,22 @@ void CALLBACK timerCame(HWND, UINT, UINT_PTR id, DWORD) {
 }
 
 }  // namespace
+
+std::wstring accessibleName(HWND window, LONG id) {
+    IAccessible* object = nullptr;
+    if (AccessibleObjectFromWindow(window, static_cast<DWORD>(OBJID_CLIENT), __uuidof(IAccessible),
+                                   reinterpret_cast<void**>(&object)) != S_OK)
+        return L"no object";
+    VARIANT self{};
+    self.vt = VT_I4;
+    self.lVal = id;
+    BSTR name = nullptr;
+    object->get_accName(self, &name);
+    const std::wstring result = name ? name : L"";
+    SysFreeString(name);
+    object->Release();
+    return result;
+}
 
 void settle() {
     MSG message{};

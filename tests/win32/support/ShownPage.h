@@ -20,6 +20,8 @@ namespace dravik::test {
 
 // Dispatches what is waiting, translated as a program's loop does it.
 void settle();
+// What a screen reader says of a window, or of a part of it.
+std::wstring accessibleName(HWND window, LONG part = 0);
 // Dispatches until the condition holds; false when it does not within ten seconds.
 bool waitFor(const std::function<bool()>& condition);
 

@@ -1,0 +1,40 @@
+// What every window drawn by hand answers in the same way: it paints by one function, on the screen through
+// memory, or into the context that it is given, and draws itself anew when its size or the focus changes.
+#pragma once
+
+#include "activex/win32/Windows.h"
+
+#include <optional>
+
+#include "activex/win32/Gdi.h"
+
+namespace dravik {
+
+// `paint` takes the context, the client area and what of it needs painting. Nothing for other messages.
+template <class Paint>
+std::optional<LRESULT> drawnAnswer(HWND window, UINT message, WPARAM wParam, Paint&& paint) {
+    switch (message) {
+        case WM_ERASEBKGND:
+            return TRUE;
+        case WM_PAINT: {
+            const BufferedPaint buffer(window);
+            paint(buffer.dc(), buffer.client(), buffer.dirty());
+            return 0;
+        }
+        case WM_PRINTCLIENT: {
+            RECT client{};
+            GetClientRect(window, &client);
+            paint(reinterpret_cast<HDC>(wParam), client, client);
+            return 0;
+        }
+        case WM_SIZE:
+        case WM_SETFOCUS:
+        case WM_KILLFOCUS:
+            InvalidateRect(window, nullptr, FALSE);
+            return 0;
+        default:
+            return std::nullopt;
+    }
+}
+
+}  // namespace dravik
