@@ -273,6 +273,45 @@ TEST(Labels, AreCutWithAnEllipsisAndMarkTheAccessKeyOfTheNextControl) {
     EXPECT_GT(countOf(*image, RGB(255, 255, 255)), 5) << "readable on its ground";
 }
 
+BOOL CALLBACK isShownTip(HWND window, LPARAM found) {
+    wchar_t name[32] = {};
+    GetClassNameW(window, name, 32);
+    if (wcscmp(name, TOOLTIPS_CLASSW) != 0 || !IsWindowVisible(window)) return TRUE;
+    *reinterpret_cast<HWND*>(found) = window;
+    return FALSE;
+}
+
+HWND shownTip() {
+    HWND found = nullptr;
+    EnumThreadWindows(GetCurrentThreadId(), isShownTip, reinterpret_cast<LPARAM>(&found));
+    return found;
+}
+
+TEST(ToolTips, ComeUpWherePointerRestsAndFollowTheModel) {
+    Label label("label", "Text");
+    Button button("button", "Button");
+    button.setToolTip("before");
+    ShownPage shown(column({item(label), item(button), space()}), 300, 200);
+    const auto rest = [&](const Widget& widget) {
+        RECT place{};
+        GetWindowRect(shown.view(widget), &place);
+        SetCursorPos(place.left + 5, place.top + 5);
+        mouse(shown.view(widget), WM_MOUSEMOVE, 5, 5);
+    };
+    rest(label);
+    rest(button);
+    ASSERT_TRUE(waitFor([] { return shownTip() != nullptr; }));
+    EXPECT_EQ(windowText(shownTip()), L"before");
+    mouse(shown.view(button), WM_LBUTTONDOWN, 5, 5);
+    EXPECT_FALSE(shownTip()) << "a press takes the tip away";
+    mouse(shown.view(button), WM_LBUTTONUP, 5, 5);
+    button.setToolTip("");
+    label.setToolTip("after");
+    rest(label);
+    ASSERT_TRUE(waitFor([] { return shownTip() != nullptr; }));
+    EXPECT_EQ(windowText(shownTip()), L"after");
+}
+
 TEST(Ambient, FontAndColoursOfTheSurroundingsAreTaken) {
     Label label("label", "Text");
     Button button("button", "Button");
