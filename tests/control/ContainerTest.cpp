@@ -57,7 +57,7 @@ TEST(Container, IsToldOfEverythingModal) {
     bench.bind("HELLO");
     auto& site = static_cast<StrictHost&>(*bench.host).site();
     int during = 0;
-    bench.robot.expectForm(L"Font Manager", [&](HWND form) {
+    bench.robot.expectForm("dlgFontManager", [&](HWND form) {
         during = site.modeless;
         PostMessageW(form, WM_CLOSE, 0, 0);
     });

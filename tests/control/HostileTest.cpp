@@ -3,6 +3,8 @@
 // Behind the Windows headers
 #include <commctrl.h>
 
+#include <gmock/gmock.h>
+
 #include <thread>
 
 #include "activex/com/ComStep.h"
@@ -149,8 +151,8 @@ TEST(HostileHost, CallsAfterClosingAndShowsTheControlAgain) {
     EXPECT_TRUE(IsWindowEnabled(bench.button(L"&Include")));  // with the step that it had
     bench.host->close();
     auto& faults = static_cast<StrictHost&>(*bench.host).site().faults;
-    EXPECT_TRUE(faults.empty()) << faults.front();
-    EXPECT_TRUE(bench.robot.surprises.empty());
+    EXPECT_THAT(faults, ::testing::IsEmpty());
+    EXPECT_THAT(bench.robot.surprises(), ::testing::IsEmpty());
 }
 
 TEST(HostileHost, GivesAStepOfAnotherKind) {
@@ -340,7 +342,7 @@ TEST(HostileHost, DestroysTheWindowUnderTheControl) {
     bench.robot.expectBox(L"Font Changed", IDNO);
     bench.host->close();
     auto& faults = static_cast<StrictHost&>(*bench.host).site().faults;
-    EXPECT_TRUE(faults.empty()) << faults.front();
+    EXPECT_THAT(faults, ::testing::IsEmpty());
 }
 
 // Without the blocks of 24 bytes: Wine's static control loses one of them for each that is given a font.

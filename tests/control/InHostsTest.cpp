@@ -3,10 +3,13 @@
 // Behind the Windows headers
 #include <commctrl.h>
 
+#include <gmock/gmock.h>
+
 #include <algorithm>
 
 #include "activex/com/ComStep.h"
 #include "activex/com/ComText.h"
+#include "activex/win32/WinText.h"
 #include "control/support/FaultyStep.h"
 
 namespace dravik {
@@ -75,7 +78,7 @@ TEST_P(InHosts, IncludesLearnsStopsSavesAndClosesWithoutAQuestion) {
     bench.press(L"Save Font");
     EXPECT_TRUE(bench.waitForStatus(L"Saved font"));
     bench.host->close();
-    EXPECT_TRUE(bench.robot.surprises.empty()) << text(bench.robot.surprises.front());
+    EXPECT_THAT(bench.robot.surprises(), ::testing::IsEmpty());
     EXPECT_TRUE(bench.robot.seen.empty());
 }
 
@@ -110,21 +113,10 @@ TEST_P(InHosts, OpensMenusFormsAndBoxesAndCopies) {
     ASSERT_TRUE(bench.host->pumpUntil([&] { return bench.robot.satisfied(); }));
     EXPECT_NE(bench.robot.seen.back().find(L"Show Histogram for L"), std::wstring::npos);
     HWND array = nullptr;
-    const auto formOfClass = [](const wchar_t* part) {
-        struct Search {
-            const wchar_t* part;
-            HWND found;
-        } search{part, nullptr};
-        EnumThreadWindows(
-            GetCurrentThreadId(),
-            [](HWND window, LPARAM data) -> BOOL {
-                auto& wanted = *reinterpret_cast<Search*>(data);
-                if (IsWindowVisible(window) && textOfWindow(window).find(wanted.part) != std::wstring::npos)
-                    wanted.found = window;
-                return TRUE;
-            },
-            reinterpret_cast<LPARAM>(&search));
-        return search.found;
+    const auto formOfClass = [](const wchar_t* part) -> HWND {
+        for (const HWND window : shownWindows())
+            if (windowText(window).find(part) != std::wstring::npos) return window;
+        return nullptr;
     };
     EXPECT_TRUE(bench.host->pumpUntil([&] { return (array = formOfClass(L"Array")) != nullptr; }));
     closeForm(array);
@@ -161,7 +153,7 @@ TEST_P(InHosts, OpensMenusFormsAndBoxesAndCopies) {
     const std::wstring copied = clipboardText();
     EXPECT_EQ(std::count(copied.begin(), copied.end(), L'\n'), 9) << text(copied);  // a row for each sample
     EXPECT_EQ(copied.find(L'\t') != std::wstring::npos, true);
-    EXPECT_TRUE(bench.robot.surprises.empty()) << text(bench.robot.surprises.front());
+    EXPECT_THAT(bench.robot.surprises(), ::testing::IsEmpty());
     bench.robot.expectBox(L"Font Changed", IDNO);
     bench.host->close();
     EXPECT_FALSE(IsWindow(histogram));  // the viewers go with the control

@@ -1,8 +1,5 @@
 #include "activex/host/ControlContainer.h"
 
-#include <ocidl.h>
-
-#include <atomic>
 #include <utility>
 
 #include <DravikDlgLib.h>
@@ -12,6 +9,7 @@
 #include "activex/com/ComText.h"
 #include "activex/com/Module.h"
 #include "activex/control/ScreenWatch.h"
+#include "activex/host/ContainerSite.h"
 
 namespace dravik {
 namespace {
@@ -47,91 +45,17 @@ ComPtr<IUnknown> makeControl() {
 
 }  // namespace
 
-class ControlContainer::Site final : public IOleClientSite,
-                                     public IOleInPlaceSite,
-                                     public IOleControlSite,
-                                     public IOleInPlaceFrame,
-                                     public IDispatch {
+class ControlContainer::Site final : public ContainerSite {
   public:
     Site(ControlContainer& container, HWND parent, const RECT& place)
-        : place(place), container_(&container), parent_(parent) {}
-
-    RECT place;
-    ComPtr<IOleInPlaceActiveObject> active;
+        : ContainerSite(parent, place), container_(&container) {}
 
     void leave() noexcept {
         container_ = nullptr;
         active = nullptr;
     }
 
-    HRESULT STDMETHODCALLTYPE QueryInterface(REFIID iid, void** object) override {
-        if (!object) return E_POINTER;
-        *object = nullptr;
-        if (iid == IID_IUnknown || iid == IID_IOleClientSite) return handOut<IOleClientSite>(this, object);
-        if (iid == IID_IOleWindow || iid == IID_IOleInPlaceSite)
-            return handOut<IOleInPlaceSite>(this, object);
-        if (iid == IID_IOleControlSite) return handOut<IOleControlSite>(this, object);
-        if (iid == IID_IDispatch) return handOut<IDispatch>(this, object);
-        return E_NOINTERFACE;
-    }
-    ULONG STDMETHODCALLTYPE AddRef() override { return ++references_; }
-    ULONG STDMETHODCALLTYPE Release() override {
-        const ULONG left = --references_;
-        if (left == 0) delete this;
-        return left;
-    }
-
-    HRESULT STDMETHODCALLTYPE SaveObject() override { return E_NOTIMPL; }
-    HRESULT STDMETHODCALLTYPE GetMoniker(DWORD, DWORD, IMoniker** moniker) override {
-        if (moniker) *moniker = nullptr;
-        return E_NOTIMPL;
-    }
-    HRESULT STDMETHODCALLTYPE GetContainer(IOleContainer** container) override {
-        if (container) *container = nullptr;
-        return E_NOINTERFACE;
-    }
-    HRESULT STDMETHODCALLTYPE ShowObject() override { return S_OK; }
-    HRESULT STDMETHODCALLTYPE OnShowWindow(BOOL) override { return S_OK; }
-    HRESULT STDMETHODCALLTYPE RequestNewObjectLayout() override { return E_NOTIMPL; }
-
-    HRESULT STDMETHODCALLTYPE GetWindow(HWND* window) override {
-        if (!window) return E_POINTER;
-        *window = parent_;
-        return S_OK;
-    }
-    HRESULT STDMETHODCALLTYPE ContextSensitiveHelp(BOOL) override { return E_NOTIMPL; }
-
     HRESULT STDMETHODCALLTYPE CanInPlaceActivate() override { return container_ ? S_OK : S_FALSE; }
-    HRESULT STDMETHODCALLTYPE OnInPlaceActivate() override { return S_OK; }
-    HRESULT STDMETHODCALLTYPE OnUIActivate() override { return S_OK; }
-    HRESULT STDMETHODCALLTYPE GetWindowContext(IOleInPlaceFrame** frame, IOleInPlaceUIWindow** document,
-                                               LPRECT position, LPRECT clip,
-                                               LPOLEINPLACEFRAMEINFO info) override {
-        if (!frame || !document || !position || !clip || !info) return E_POINTER;
-        *frame = this;
-        AddRef();
-        *document = nullptr;
-        *position = *clip = place;
-        info->fMDIApp = FALSE;
-        info->hwndFrame = GetAncestor(parent_, GA_ROOT);
-        info->haccel = nullptr;
-        info->cAccelEntries = 0;
-        return S_OK;
-    }
-    HRESULT STDMETHODCALLTYPE Scroll(SIZE) override { return E_NOTIMPL; }
-    HRESULT STDMETHODCALLTYPE OnUIDeactivate(BOOL) override { return S_OK; }
-    HRESULT STDMETHODCALLTYPE OnInPlaceDeactivate() override { return S_OK; }
-    HRESULT STDMETHODCALLTYPE DiscardUndoState() override { return E_NOTIMPL; }
-    HRESULT STDMETHODCALLTYPE DeactivateAndUndo() override { return E_NOTIMPL; }
-    HRESULT STDMETHODCALLTYPE OnPosRectChange(LPCRECT) override { return S_OK; }
-
-    HRESULT STDMETHODCALLTYPE OnControlInfoChanged() override { return S_OK; }
-    HRESULT STDMETHODCALLTYPE LockInPlaceActive(BOOL) override { return S_OK; }
-    HRESULT STDMETHODCALLTYPE GetExtendedControl(IDispatch** object) override {
-        if (object) *object = nullptr;
-        return E_NOTIMPL;
-    }
-    HRESULT STDMETHODCALLTYPE TransformCoords(POINTL*, POINTF*, DWORD) override { return E_NOTIMPL; }
     HRESULT STDMETHODCALLTYPE TranslateAccelerator(MSG* message, DWORD) override {
         if (!message || !container_ || message->message != WM_KEYDOWN || message->wParam != VK_TAB)
             return S_FALSE;
@@ -139,36 +63,15 @@ class ControlContainer::Site final : public IOleClientSite,
         container_->tabbedOut(GetKeyState(VK_SHIFT) < 0);
         return S_OK;
     }
-    HRESULT STDMETHODCALLTYPE OnFocus(BOOL) override { return S_OK; }
-    HRESULT STDMETHODCALLTYPE ShowPropertyFrame() override { return E_NOTIMPL; }
-
-    HRESULT STDMETHODCALLTYPE GetBorder(LPRECT) override { return INPLACE_E_NOTOOLSPACE; }
-    HRESULT STDMETHODCALLTYPE RequestBorderSpace(LPCBORDERWIDTHS) override { return INPLACE_E_NOTOOLSPACE; }
-    HRESULT STDMETHODCALLTYPE SetBorderSpace(LPCBORDERWIDTHS) override { return S_OK; }
-    HRESULT STDMETHODCALLTYPE SetActiveObject(IOleInPlaceActiveObject* object, LPCOLESTR) override {
-        if (container_) active = object;
-        return S_OK;
+    using ContainerSite::TranslateAccelerator;
+    HRESULT STDMETHODCALLTYPE SetActiveObject(IOleInPlaceActiveObject* object, LPCOLESTR name) override {
+        return container_ ? ContainerSite::SetActiveObject(object, name) : S_OK;
     }
-    HRESULT STDMETHODCALLTYPE InsertMenus(HMENU, LPOLEMENUGROUPWIDTHS) override { return E_NOTIMPL; }
-    HRESULT STDMETHODCALLTYPE SetMenu(HMENU, HOLEMENU, HWND) override { return E_NOTIMPL; }
-    HRESULT STDMETHODCALLTYPE RemoveMenus(HMENU) override { return E_NOTIMPL; }
-    HRESULT STDMETHODCALLTYPE SetStatusText(LPCOLESTR) override { return S_OK; }
     HRESULT STDMETHODCALLTYPE EnableModeless(BOOL enable) override {
         if (container_ && container_->modal) container_->modal(!enable);
         return S_OK;
     }
-    HRESULT STDMETHODCALLTYPE TranslateAccelerator(LPMSG, WORD) override { return S_FALSE; }
-
-    HRESULT STDMETHODCALLTYPE GetTypeInfoCount(UINT* count) override {
-        if (!count) return E_POINTER;
-        *count = 0;
-        return S_OK;
-    }
-    HRESULT STDMETHODCALLTYPE GetTypeInfo(UINT, LCID, ITypeInfo**) override { return E_NOTIMPL; }
-    HRESULT STDMETHODCALLTYPE GetIDsOfNames(REFIID, LPOLESTR*, UINT, LCID, DISPID*) override {
-        return DISP_E_UNKNOWNNAME;
-    }
-    // The ambient properties. Font and colours are those of the system, which the control takes by itself.
+    // Font and colours are those of the system, which the control takes by itself.
     HRESULT STDMETHODCALLTYPE Invoke(DISPID id, REFIID, LCID, WORD, DISPPARAMS*, VARIANT* result, EXCEPINFO*,
                                      UINT*) override {
         if (!result) return E_POINTER;
@@ -181,8 +84,6 @@ class ControlContainer::Site final : public IOleClientSite,
 
   private:
     ControlContainer* container_;
-    HWND parent_;
-    std::atomic<ULONG> references_ = 1;
 };
 
 ControlContainer::ControlContainer(HWND parent, const RECT& place)
@@ -239,24 +140,11 @@ void ControlContainer::focus() {
 }
 
 bool ControlContainer::translate(MSG& message) {
-    if (!object_ || message.message < WM_KEYFIRST || message.message > WM_KEYLAST) return false;
+    if (!object_) return false;
     const HWND own = window();
     const bool inside = own && (message.hwnd == own || IsChild(own, message.hwnd));
-    if (inside && site_->active) {
-        const ComPtr<IOleInPlaceActiveObject> active = site_->active;
-        if (active->TranslateAccelerator(&message) == S_OK) return true;
-    }
     // Access keys of the control work from everywhere in the window.
-    if (message.message != WM_SYSCHAR || inside) return false;
-    const auto control = object_.as<IOleControl>();
-    CONTROLINFO info{};
-    info.cb = sizeof info;
-    WORD command = 0;
-    if (!control || FAILED(control->GetControlInfo(&info)) || info.cAccel == 0 ||
-        !IsAccelerator(info.hAccel, info.cAccel, &message, &command))
-        return false;
-    control->OnMnemonic(&message);
-    return true;
+    return giveKey(message, *object_, *site_, inside, !inside);
 }
 
 void ControlContainer::ambientChanged() {

@@ -14,6 +14,7 @@ namespace {
 constexpr UINT kInterval = 30;  // milliseconds
 constexpr int kPatience = 600;  // polls
 constexpr UINT kGetMenuHandle = 0x01E1;
+constexpr int kBoxText = 0xFFFF;
 
 std::map<UINT_PTR, DialogScript*>& scripts() {
     static std::map<UINT_PTR, DialogScript*> known;
@@ -28,7 +29,9 @@ std::wstring classOf(HWND window) {
 
 bool isNamed(HWND window, const std::string& name) {
     if (name == DialogScript::kMenu) return classOf(window) == L"#32768";
-    if (name == DialogScript::kMessageBox) return classOf(window) == L"#32770";
+    // The text tells a box from other dialogs of the system.
+    if (name == DialogScript::kMessageBox)
+        return classOf(window) == L"#32770" && GetDlgItem(window, kBoxText);
     return IsWindowEnabled(window) && GetPropW(window, nameMark(name).c_str());
 }
 
@@ -73,6 +76,16 @@ namespace {
 BOOL CALLBACK addShown(HWND window, LPARAM windows) {
     if (IsWindowVisible(window)) reinterpret_cast<std::vector<HWND>*>(windows)->push_back(window);
     return TRUE;
+}
+
+HMENU menuOf(HWND menuWindow) {
+    return reinterpret_cast<HMENU>(SendMessageW(menuWindow, kGetMenuHandle, 0, 0));
+}
+
+std::wstring itemOf(HMENU menu, int place) {
+    wchar_t text[256] = {};
+    GetMenuStringW(menu, static_cast<UINT>(place), text, static_cast<int>(std::size(text)), MF_BYPOSITION);
+    return text;
 }
 
 }  // namespace
@@ -140,8 +153,11 @@ void DialogScript::poll() {
     }
     if (otherButton_ == 0) return;
     for (const HWND window : windows) {
+        if (isNamed(window, kMenu) && window != lastWorked_ &&
+            (steps_.empty() || steps_.front().name != kMenu))
+            EndMenu();
         if (!isNamed(window, kMessageBox) || !IsWindowEnabled(window) || window == lastWorked_) continue;
-        messages_.push_back(utf8(windowText(GetDlgItem(window, 0xFFFF))));
+        messages_.push_back(utf8(windowText(GetDlgItem(window, kBoxText))));
         if (GetDlgItem(window, otherButton_))
             SendMessageW(window, WM_COMMAND, static_cast<WPARAM>(otherButton_), 0);
         else
@@ -150,14 +166,20 @@ void DialogScript::poll() {
     }
 }
 
+std::wstring menuItems(HWND menuWindow) {
+    const HMENU menu = menuOf(menuWindow);
+    std::wstring items;
+    for (int i = 0; i < GetMenuItemCount(menu); ++i) items += (i > 0 ? L"|" : L"") + itemOf(menu, i);
+    return items;
+}
+
 void pickMenuItem(HWND menuWindow, const std::wstring& caption) {
-    const auto menu = reinterpret_cast<HMENU>(SendMessageW(menuWindow, kGetMenuHandle, 0, 0));
+    const HMENU menu = menuOf(menuWindow);
     int downs = 0;
     for (int i = 0; i < GetMenuItemCount(menu); ++i) {
         if (GetMenuState(menu, static_cast<UINT>(i), MF_BYPOSITION) & MF_SEPARATOR) continue;
         ++downs;
-        wchar_t text[256] = {};
-        GetMenuStringW(menu, static_cast<UINT>(i), text, static_cast<int>(std::size(text)), MF_BYPOSITION);
+        const std::wstring text = itemOf(menu, i);
         if (caption.empty() || !withoutMnemonic(text).starts_with(caption)) continue;
         for (; downs > 0; --downs) PostMessageW(menuWindow, WM_KEYDOWN, VK_DOWN, 1);
         PostMessageW(menuWindow, WM_KEYDOWN, VK_RETURN, 1);

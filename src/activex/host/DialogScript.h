@@ -40,7 +40,7 @@ class DialogScript {
     // step. Steps run in order.
     void expect(std::string name, Step step);
     // Message boxes while none is expected: their text is kept and the button with this id is pressed if it
-    // is there, else the box is closed.
+    // is there, else the box is closed. Menus that are not expected are closed.
     void answerOthers(int button);
 
     bool finished() const noexcept { return steps_.empty(); }
@@ -68,6 +68,8 @@ class DialogScript {
     UINT_PTR timer_ = 0;
 };
 
+// The menu's items, divided by |.
+std::wstring menuItems(HWND menuWindow);
 // Picks the first item whose caption (access key marks left out) begins so; closes the menu when there is
 // none.
 void pickMenuItem(HWND menuWindow, const std::wstring& caption);

@@ -293,22 +293,8 @@ void StrictHost::close() {
     if (frame_) DestroyWindow(std::exchange(frame_, nullptr));
 }
 
-// Keys go to the active object first; access keys of the control also when it is not active.
 bool StrictHost::translate(MSG& message) {
-    if (message.message < WM_KEYFIRST || message.message > WM_KEYLAST || !control_) return false;
-    if (site_->active) {
-        const ComPtr<IOleInPlaceActiveObject> active = site_->active;
-        if (active->TranslateAccelerator(&message) == S_OK) return true;
-    }
-    if (message.message != WM_SYSCHAR) return false;
-    const auto control = control_.as<IOleControl>();
-    CONTROLINFO info{};
-    info.cb = sizeof info;
-    if (!control || FAILED(control->GetControlInfo(&info)) || info.cAccel == 0) return false;
-    WORD command = 0;
-    if (!IsAccelerator(info.hAccel, info.cAccel, &message, &command)) return false;
-    control->OnMnemonic(&message);
-    return true;
+    return control_ && giveKey(message, *control_, *site_, true, true);
 }
 
 std::unique_ptr<Host> makeAtlHost() {
