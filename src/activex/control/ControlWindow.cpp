@@ -80,7 +80,11 @@ void ControlWindow::place(const RECT& place, const RECT& clip) {
 }
 
 void ControlWindow::show(bool visible) {
-    if (window_) ShowWindow(window_, visible ? SW_SHOWNA : SW_HIDE);
+    if (!window_) return;
+    // What is seen erases itself when it paints, not once before that.
+    SetWindowPos(window_, nullptr, 0, 0, 0, 0,
+                 SWP_NOMOVE | SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE |
+                     (visible ? SWP_SHOWWINDOW | SWP_DEFERERASE : SWP_HIDEWINDOW));
 }
 
 // The page gets the whole client area, or as much as it needs where the client area is a part of it that is

@@ -30,7 +30,8 @@ std::optional<LRESULT> drawnAnswer(HWND window, UINT message, WPARAM wParam, Pai
         case WM_SIZE:
         case WM_SETFOCUS:
         case WM_KILLFOCUS:
-            InvalidateRect(window, nullptr, FALSE);
+            // Being shown makes a window draw itself anyway.
+            if (IsWindowVisible(window)) InvalidateRect(window, nullptr, FALSE);
             return 0;
         default:
             return std::nullopt;

@@ -200,12 +200,16 @@ void Peer::show(Change change) {
             if (const auto font = wantedFont();
                 font != reinterpret_cast<HFONT>(SendMessageW(window(), WM_GETFONT, 0, 0)))
                 SendMessageW(window(), WM_SETFONT, reinterpret_cast<WPARAM>(font), FALSE);
-            if (started_) InvalidateRect(window(), nullptr, TRUE);
+            redraw();
             sizeChanged();
             break;
         default:
             break;
     }
+}
+
+void Peer::redraw() const {
+    if (IsWindowVisible(window())) InvalidateRect(window(), nullptr, TRUE);
 }
 
 void Peer::showText(const std::wstring& text) {
@@ -274,10 +278,12 @@ LRESULT Peer::answer(UINT message, WPARAM wParam, LPARAM lParam) {
     if (mouse && !firesMouse()) return this->message(message, wParam, lParam);
     switch (message) {
         case WM_SETFOCUS:
+            focused_ = true;
             page_.focusArrived(*this);
             if (movesFocus(window(), reinterpret_cast<HWND>(wParam))) act([&] { model_.gotFocus(); });
             break;
         case WM_KILLFOCUS:
+            focused_ = false;
             page_.toolTips().hide();
             if (movesFocus(window(), reinterpret_cast<HWND>(wParam))) act([&] { model_.lostFocus(); });
             page_.focusMoves(reinterpret_cast<HWND>(wParam));

@@ -103,10 +103,8 @@ class Peer : public AnsweredWindow, public std::enable_shared_from_this<Peer> {
     HWND makeWindow(const wchar_t* className, HWND parent, DWORD style, DWORD extendedStyle = 0,
                     const std::wstring& text = {});
     void showText(const std::wstring& text);
-    // Draws the window anew, unless it has never been drawn.
-    void redraw() const {
-        if (started_) InvalidateRect(window(), nullptr, FALSE);
-    }
+    // Draws the window anew where it is seen.
+    void redraw() const;
     // The window's contents ask for another size now.
     void sizeChanged();
 
@@ -117,7 +115,7 @@ class Peer : public AnsweredWindow, public std::enable_shared_from_this<Peer> {
     }
     Page& page() const noexcept { return page_; }
     Look& look() const noexcept;
-    bool hasFocus() const noexcept { return window() && GetFocus() == window(); }
+    bool hasFocus() const noexcept { return focused_; }
 
   private:
     LRESULT answer(UINT message, WPARAM wParam, LPARAM lParam) override;
@@ -136,6 +134,7 @@ class Peer : public AnsweredWindow, public std::enable_shared_from_this<Peer> {
     POINT lastMove_{-1, -1};
     bool attached_ = true;
     bool started_ = false;
+    bool focused_ = false;
 };
 
 // Every control's window carries its widget's name as a window property, for programs and tests that look
