@@ -18,7 +18,7 @@
 #include "base/Text.h"
 #include "contract/DrawnText.h"
 #include "engine/EmbeddedTool.h"
-#include "engine/TestFolder.h"
+#include "base/TemporaryFolder.h"
 #include "shell/DravikDlg.h"
 #include "tool/Samples.h"
 
@@ -87,7 +87,7 @@ void report(const char* what, const std::function<void()>& work) {
 }
 
 void measure() {
-    const TestFolder folder;
+    const TemporaryFolder folder;
     const auto tool = std::make_shared<EmbeddedTool>(JobFolder(folder.path()));
     tool->CreateFont("F");
     tool->SetCharacterSet(characters("0123456789ABCEHLT"));

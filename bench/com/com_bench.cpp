@@ -14,7 +14,7 @@
 // Behind the Windows headers
 #include "contract/DrawnText.h"
 #include "engine/EmbeddedTool.h"
-#include "engine/TestFolder.h"
+#include "base/TemporaryFolder.h"
 #include "tool/Samples.h"
 
 namespace {
@@ -56,7 +56,7 @@ double readCells(const RecordTable& table) {
 int main() {
     if (FAILED(CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED))) return 2;
     {
-        const TestFolder folder;
+        const TemporaryFolder folder;
         const auto tool = std::make_shared<EmbeddedTool>(JobFolder(folder.path()));
         tool->CreateFont("F");
         const std::vector<std::string> lines(50, "0123456789ABCEHLT0123456789");

@@ -4,10 +4,10 @@
 #include "activex/com/FontToolObject.h"
 #include "activex/com/Variant.h"
 // Behind the Windows headers
+#include "base/TemporaryFolder.h"
 #include "contract/DrawnText.h"
 #include "contract/FontToolContract.h"
 #include "engine/EmbeddedTool.h"
-#include "engine/TestFolder.h"
 
 namespace dravik {
 namespace {
@@ -82,7 +82,7 @@ class Bench {
     void show(const std::string& text) { embedded_->setImage(drawn({text})); }
 
   private:
-    TestFolder folder_;
+    TemporaryFolder folder_;
     std::shared_ptr<EmbeddedTool> embedded_ = std::make_shared<EmbeddedTool>(JobFolder(folder_.path()));
     ComPtr<IUnknown> object_ = ComPtr<IUnknown>::attach(static_cast<IFontTool*>(new Object(embedded_)));
     std::unique_ptr<FontTool> adapted_ = Adapter(object_.get());

@@ -6,6 +6,7 @@
 #include "activex/com/ComText.h"
 #include "activex/com/FontToolObject.h"
 #include "activex/com/LateBound.h"
+#include "com/support/Refused.h"
 // Behind the Windows headers
 #include "screen/support/RecordingTool.h"
 
@@ -100,12 +101,7 @@ class Reporting : public IDispatch, public ISupportErrorInfo {
 };
 
 Failure failureOfCall(Reporting& object) {
-    try {
-        LateBound(static_cast<IDispatch*>(&object)).call(L"Anything");
-    } catch (const Failure& failure) {
-        return failure;
-    }
-    return Failure(0, "no failure");
+    return test::failureOfAction([&] { LateBound(static_cast<IDispatch*>(&object)).call(L"Anything"); });
 }
 
 HRESULT __stdcall fillIn(EXCEPINFO* exception) {

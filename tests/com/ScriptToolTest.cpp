@@ -2,6 +2,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "com/support/Refused.h"
 #include "com/support/ScriptEngine.h"
 // Behind the Windows headers
 #include "activex/com/ComStep.h"
@@ -11,6 +12,7 @@
 namespace dravik {
 namespace {
 
+using test::failureOfAction;
 using testing::ElementsAre;
 using testing::IsEmpty;
 
@@ -113,15 +115,6 @@ var made = {
     }
 };
 )script";
-
-Failure failureOfAction(const std::function<void()>& action) {
-    try {
-        action();
-    } catch (const Failure& failure) {
-        return failure;
-    }
-    return Failure(0, "no failure");
-}
 
 void expectTool(const std::wstring& language, const wchar_t* script) {
     test::ScriptEngine engine(language);

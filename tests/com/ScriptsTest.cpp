@@ -9,8 +9,8 @@
 #include "com/support/TestServer.h"
 // Behind the Windows headers
 #include "base/Paths.h"
+#include "base/TemporaryFolder.h"
 #include "contract/DrawnText.h"
-#include "engine/TestFolder.h"
 
 namespace dravik {
 namespace {
@@ -38,7 +38,7 @@ class ScriptsTest : public testing::Test {
 };
 
 TEST_F(ScriptsTest, LearnAFontReadWithItAndListItsSamples) {
-    const TestFolder jobs;
+    const TemporaryFolder jobs;
     const std::string characters = "0123456789ABCEHLT";
     test::writeImage(jobs.path("set.png"), drawn({characters}), GUID_ContainerFormatPng);
     test::writeImage(jobs.path("part.png"), drawn({"LATE", "2049"}), GUID_ContainerFormatPng);

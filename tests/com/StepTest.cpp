@@ -9,22 +9,16 @@
 #include "activex/com/LateBound.h"
 #include "activex/com/Variant.h"
 #include "com/support/ImageFile.h"
+#include "com/support/Refused.h"
 // Behind the Windows headers
+#include "base/TemporaryFolder.h"
 #include "contract/DrawnText.h"
-#include "engine/TestFolder.h"
 #include "screen/support/RecordingTool.h"
 
 namespace dravik {
 namespace {
 
-std::int32_t refusal(const std::function<void()>& action) {
-    try {
-        action();
-    } catch (const Failure& failure) {
-        return failure.number();
-    }
-    return 0;
-}
+using test::refusal;
 
 // Hides which module it comes from, and what it can be besides an object with IStep and IFontTool.
 class Stranger : public FontToolObject {
@@ -86,7 +80,7 @@ Variant bytesOf(const GreyImage& image) {
 }
 
 TEST(EmbeddedStep, LearnsAndReadsForAProgramThatCallsItByNames) {
-    const TestFolder folder;
+    const TemporaryFolder folder;
     const auto made = ComPtr<IEmbeddedStep>::attach(new EmbeddedStepObject);
     ASSERT_EQ(made->put_JobsFolder(Bstr(folder.path()).get()), S_OK);
     LateBound step(made.get());

@@ -6,9 +6,12 @@
 
 #include "activex/com/ArrayView.h"
 #include "activex/com/Boundary.h"
+#include "com/support/Refused.h"
 
 namespace dravik {
 namespace {
+
+using test::refusal;
 
 using testing::ElementsAre;
 using testing::IsEmpty;
@@ -25,15 +28,6 @@ Variant numbers(VARTYPE type, ULONG rows, ULONG columns, LONG rowBound = 0, LONG
             check(SafeArrayPutElement(array, place, &value));
         }
     return Variant::ofArray(type, array);
-}
-
-std::int32_t refusal(const std::function<void()>& action) {
-    try {
-        action();
-    } catch (const Failure& failure) {
-        return failure.number();
-    }
-    return 0;
 }
 
 Variant list(VARTYPE type, ULONG count, LONG lowerBound = 0) {

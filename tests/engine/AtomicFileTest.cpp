@@ -12,7 +12,7 @@
 
 #include "base/Failure.h"
 #include "engine/FontFile.h"
-#include "engine/TestFolder.h"
+#include "base/TemporaryFolder.h"
 
 namespace dravik {
 namespace {
@@ -54,7 +54,7 @@ class FullDisk {
 };
 
 TEST(AtomicFile, ReplacesAndKeepsThePreviousVersion) {
-    const TestFolder folder;
+    const TemporaryFolder folder;
     const std::string file = folder.path("new/sub/a.nnd");
     writeWholeFile(file, bytesOf("one"), true);
     EXPECT_FALSE(fileExists(backupOf(file)));
@@ -69,7 +69,7 @@ TEST(AtomicFile, ReplacesAndKeepsThePreviousVersion) {
 }
 
 TEST(AtomicFile, FailedSaveLeavesTheOldFileAndNothingElse) {
-    const TestFolder folder;
+    const TemporaryFolder folder;
     const std::string file = folder.path("a.nnd");
     writeWholeFile(file, bytesOf("old"), true);
     for (const rlim_t most : {rlim_t{0}, rlim_t{1000}, rlim_t{4096}}) {
@@ -99,7 +99,7 @@ TEST(AtomicFile, FailedSaveLeavesTheOldFileAndNothingElse) {
 }
 
 TEST(AtomicFile, RenamingNeverReplaces) {
-    const TestFolder folder;
+    const TemporaryFolder folder;
     const std::string a = folder.path("a"), b = folder.path("b");
     writeWholeFile(a, bytesOf("A"), false);
     writeWholeFile(b, bytesOf("B"), false);
@@ -114,7 +114,7 @@ TEST(AtomicFile, RenamingNeverReplaces) {
 // A process that saves without end is killed again and again; the font must load each time, be of one of the
 // versions that were saved, and the leftovers of the kills must go with the next save.
 TEST(AtomicFile, KilledSavesLeaveAWholeFont) {
-    const TestFolder folder;
+    const TemporaryFolder folder;
     const std::string file = folder.path("Fonts/killed.nnd");
     FontRecord font;
     font.nextSerial = 1000;

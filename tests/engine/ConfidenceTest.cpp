@@ -6,7 +6,7 @@
 
 #include "contract/DrawnText.h"
 #include "engine/EmbeddedTool.h"
-#include "engine/TestFolder.h"
+#include "base/TemporaryFolder.h"
 
 namespace dravik {
 namespace {
@@ -29,7 +29,7 @@ TEST(Confidence, GrowsWithTheEvidenceAndStaysANumber) {
 
 // A font of figures is sure of figures in other sizes and tones, and not of letters and marks.
 TEST(Confidence, IsLowForWhatTheFontDoesNotHave) {
-    const TestFolder folder;
+    const TemporaryFolder folder;
     EmbeddedTool tool{JobFolder(folder.path(""))};
     tool.CreateFont("figures");
     for (const int scale : {3, 4, 5, 6, 7}) {

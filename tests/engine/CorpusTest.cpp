@@ -8,7 +8,7 @@
 #include "engine/EmbeddedTool.h"
 #include "engine/LabelledImages.h"
 #include "engine/PngFile.h"
-#include "engine/TestFolder.h"
+#include "base/TemporaryFolder.h"
 
 namespace dravik {
 namespace {
@@ -34,7 +34,7 @@ TEST(Corpus, CharactersAreCountedExactly) {
         std::string folder;
         int images, exact;
     };
-    const TestFolder folder;
+    const TemporaryFolder folder;
     EmbeddedTool tool{JobFolder(folder.path())};
     for (const Required& required :
          {Required{kParts + "rendered_lines", 48, 48}, Required{kParts + "rendered_charset", 18, 17},
@@ -57,7 +57,7 @@ TEST(Corpus, TrainedFontsReadTheirLines) {
     const auto lines = byFont(kParts + "rendered_lines");
     int right = 0, wrong = 0;
     for (const auto& [font, images] : byFont(kParts + "rendered_charset")) {
-        const TestFolder folder;
+        const TemporaryFolder folder;
         EmbeddedTool tool{JobFolder(folder.path())};
         tool.CreateFont(font);
         for (const LabelledImage& image : images) {
@@ -83,7 +83,7 @@ TEST(Corpus, OtherPrintIsCountedExactly) {
     const std::string shared = std::string(DRAVIK_SOURCE_DIR) + "/../shared/data/ocrb_lines";
     const std::vector<LabelledImage> images = labelledImages(shared);
     if (images.empty()) GTEST_SKIP() << "no folder ocrb_lines with further images";
-    const TestFolder folder;
+    const TemporaryFolder folder;
     EmbeddedTool tool{JobFolder(folder.path())};
     std::size_t exact = 0;
     for (const LabelledImage& image : images)

@@ -2,7 +2,7 @@
 #include "contract/DrawnText.h"
 #include "contract/FontToolContract.h"
 #include "engine/EmbeddedTool.h"
-#include "engine/TestFolder.h"
+#include "base/TemporaryFolder.h"
 
 namespace dravik {
 namespace {
@@ -13,7 +13,7 @@ class EmbeddedBench {
     void show(const std::string& text) { tool_.setImage(drawn({text})); }
 
   private:
-    TestFolder folder_;
+    TemporaryFolder folder_;
     EmbeddedTool tool_{JobFolder(folder_.path())};
 };
 

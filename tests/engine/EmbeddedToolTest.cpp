@@ -11,7 +11,7 @@
 #include "base/Text.h"
 #include "contract/DrawnText.h"
 #include "engine/FontFile.h"
-#include "engine/TestFolder.h"
+#include "base/TemporaryFolder.h"
 #include "tool/Samples.h"
 
 namespace dravik {
@@ -46,7 +46,7 @@ std::string text(const std::vector<ReadCharacter>& read) {
 }
 
 TEST(EmbeddedTool, ReadsWhatItWasTrainedOn) {
-    const TestFolder folder;
+    const TemporaryFolder folder;
     EmbeddedTool tool{JobFolder(folder.path())};
     tool.CreateFont("F");
     tool.setImage(drawn({"A1B"}));
@@ -82,7 +82,7 @@ TEST(EmbeddedTool, ReadsWhatItWasTrainedOn) {
 
 // Identifiers name no more, so a record more is refused, at once and with nothing changed.
 TEST(EmbeddedTool, RefusesMoreRecordsThanIdentifiersName) {
-    const TestFolder folder;
+    const TemporaryFolder folder;
     EmbeddedTool tool{JobFolder(folder.path())};
     tool.CreateFont("f");
     tool.SetCharacterSet({"A"});
@@ -108,7 +108,7 @@ TEST(EmbeddedTool, RefusesMoreRecordsThanIdentifiersName) {
 }
 
 TEST(EmbeddedTool, AFontLeftForAnotherKeepsWhatIsNotSaved) {
-    const TestFolder folder;
+    const TemporaryFolder folder;
     EmbeddedTool tool{JobFolder(folder.path())};
     tool.CreateFont("a");
     tool.SetCharacterSet({"A", "B"});
@@ -138,7 +138,7 @@ TEST(EmbeddedTool, AFontLeftForAnotherKeepsWhatIsNotSaved) {
 }
 
 TEST(EmbeddedTool, BadNamesAreRefused) {
-    const TestFolder folder;
+    const TemporaryFolder folder;
     EmbeddedTool tool{JobFolder(folder.path())};
     for (const std::string name : {"", ".", "..", "a/b", "a\\b", "../x", "a:b", "a*", "a?", "a\"", "<a", "a>",
                                    "a|", "a\n", "a.", "a "}) {
@@ -154,7 +154,7 @@ TEST(EmbeddedTool, BadNamesAreRefused) {
 }
 
 TEST(EmbeddedTool, StepDatumFollowsTheFont) {
-    const TestFolder folder;
+    const TemporaryFolder folder;
     EmbeddedTool tool{JobFolder(folder.path())};
     EXPECT_EQ(tool.programIdentifier(), "Step.DravikTool.1");
     EXPECT_EQ(&tool.fontTool(), &tool);
@@ -182,7 +182,7 @@ TEST(EmbeddedTool, StepDatumFollowsTheFont) {
 }
 
 TEST(EmbeddedTool, RemembersTheSelectedFont) {
-    const TestFolder folder;
+    const TemporaryFolder folder;
     const auto open = [&folder] { return std::make_unique<EmbeddedTool>(JobFolder(folder.path()), true); };
     auto tool = open();
     tool->CreateFont("a");
@@ -206,7 +206,7 @@ TEST(EmbeddedTool, RemembersTheSelectedFont) {
 }
 
 TEST(EmbeddedTool, DamagedFontsAreRefusedAndTheCurrentOneStays) {
-    const TestFolder folder;
+    const TemporaryFolder folder;
     EmbeddedTool tool{JobFolder(folder.path())};
     tool.CreateFont("good");
     commit(tool, "AB1");
@@ -229,7 +229,7 @@ TEST(EmbeddedTool, DamagedFontsAreRefusedAndTheCurrentOneStays) {
 }
 
 TEST(EmbeddedTool, FontsAreNotSwappedUnderARun) {
-    const TestFolder folder;
+    const TemporaryFolder folder;
     EmbeddedTool tool{JobFolder(folder.path())};
     tool.CreateFont("other");
     tool.CreateFont("F");

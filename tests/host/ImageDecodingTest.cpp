@@ -13,7 +13,8 @@
 #include "activex/host/GreyPicture.h"
 #include "activex/win32/WinText.h"
 #include "base/Failure.h"
-#include "base/Paths.h"
+#include "base/TemporaryFolder.h"
+#include "com/support/ImageFile.h"
 #include "gtest/gtest.h"
 
 namespace dravik::test {
@@ -21,42 +22,13 @@ namespace {
 
 class ImageDecoding : public testing::Test {
   protected:
-    ImageDecoding() {
-        OleInitialize(nullptr);
-        folder = std::filesystem::temp_directory_path() /
-                 ("dravik-images-" + std::to_string(GetCurrentProcessId()));
-        std::filesystem::create_directories(folder);
-    }
-    ~ImageDecoding() override {
-        std::error_code ignored;
-        std::filesystem::remove_all(folder, ignored);
-        OleUninitialize();
-    }
-    std::string file(const std::string& name) const { return fromPath(folder / toPath(name)); }
+    ImageDecoding() { OleInitialize(nullptr); }
+    ~ImageDecoding() override { OleUninitialize(); }
+    std::string file(const std::string& name) const { return folder.path(name); }
 
-    // An image of the pixels' bytes as they are in that format.
-    std::string written(const std::string& name, REFGUID container, WICPixelFormatGUID format, UINT width,
-                        UINT height, UINT stride, std::vector<BYTE> bytes) {
-        ComPtr<IWICImagingFactory> factory;
-        ComPtr<IWICStream> stream;
-        ComPtr<IWICBitmapEncoder> encoder;
-        ComPtr<IWICBitmapFrameEncode> frame;
-        EXPECT_EQ(CoCreateInstance(CLSID_WICImagingFactory, nullptr, CLSCTX_INPROC_SERVER,
-                                   __uuidof(IWICImagingFactory), factory.putVoid()),
-                  S_OK);
-        EXPECT_EQ(factory->CreateStream(stream.put()), S_OK);
-        EXPECT_EQ(stream->InitializeFromFilename(wide(file(name)).c_str(), GENERIC_WRITE), S_OK);
-        EXPECT_EQ(factory->CreateEncoder(container, nullptr, encoder.put()), S_OK);
-        EXPECT_EQ(encoder->Initialize(stream.get(), WICBitmapEncoderNoCache), S_OK);
-        EXPECT_EQ(encoder->CreateNewFrame(frame.put(), nullptr), S_OK);
-        EXPECT_EQ(frame->Initialize(nullptr), S_OK);
-        EXPECT_EQ(frame->SetSize(width, height), S_OK);
-        WICPixelFormatGUID taken = format;
-        EXPECT_EQ(frame->SetPixelFormat(&taken), S_OK);
-        EXPECT_TRUE(taken == format) << name << " is not written as meant";
-        EXPECT_EQ(frame->WritePixels(height, stride, static_cast<UINT>(bytes.size()), bytes.data()), S_OK);
-        EXPECT_EQ(frame->Commit(), S_OK);
-        EXPECT_EQ(encoder->Commit(), S_OK);
+    template <typename... Pixels>
+    std::string written(const std::string& name, Pixels... pixels) {
+        writeImage(file(name), pixels...);
         return file(name);
     }
 
@@ -80,13 +52,13 @@ class ImageDecoding : public testing::Test {
         return tells;
     }
 
-    std::filesystem::path folder;
+    TemporaryFolder folder;
 };
 
 TEST_F(ImageDecoding, GreyColourAndTransparencyBecomeGrey) {
     const GreyImage grey =
         decodeImageFileByWic(written("grey.png", GUID_ContainerFormatPng, GUID_WICPixelFormat8bppGray, 3, 2,
-                                     3, {0, 128, 255, 10, 20, 30}));
+                                     3, std::vector<BYTE>{0, 128, 255, 10, 20, 30}));
     ASSERT_EQ(grey.width(), 3);
     ASSERT_EQ(grey.height(), 2);
     EXPECT_EQ(grey(1, 0), 128);
@@ -94,7 +66,7 @@ TEST_F(ImageDecoding, GreyColourAndTransparencyBecomeGrey) {
 
     const GreyImage deep =
         decodeImageFileByWic(written("deep.png", GUID_ContainerFormatPng, GUID_WICPixelFormat16bppGray, 2, 1,
-                                     4, {0x80, 0x80, 0xFF, 0xFF}));
+                                     4, std::vector<BYTE>{0x80, 0x80, 0xFF, 0xFF}));
     EXPECT_NEAR(deep(0, 0), 128, 1);
     EXPECT_EQ(deep(1, 0), 255);
 
@@ -113,7 +85,7 @@ TEST_F(ImageDecoding, GreyColourAndTransparencyBecomeGrey) {
 
     const GreyImage clear =
         decodeImageFileByWic(written("clear.png", GUID_ContainerFormatPng, GUID_WICPixelFormat32bppBGRA, 2, 1,
-                                     8, {0, 0, 0, 0, 0, 0, 0, 255}));
+                                     8, std::vector<BYTE>{0, 0, 0, 0, 0, 0, 0, 255}));
     EXPECT_EQ(clear(0, 0), 255) << "transparent pixels stand on white";
     EXPECT_EQ(clear(1, 0), 0);
 }

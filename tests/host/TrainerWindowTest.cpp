@@ -15,6 +15,7 @@
 #include "activex/win32/Win32Platform.h"
 #include "activex/win32/WinText.h"
 #include "base/Paths.h"
+#include "base/TemporaryFolder.h"
 #include "gtest/gtest.h"
 
 namespace dravik::test {
@@ -26,10 +27,6 @@ constexpr wchar_t kTestKey[] = L"Software\\Dravik\\Trainer Test";
 class TrainerWindow : public testing::Test {
   protected:
     TrainerWindow() {
-        static int serial = 0;
-        folder = std::filesystem::temp_directory_path() /
-                 ("dravik-host-" + std::to_string(GetCurrentProcessId()) + "-" + std::to_string(++serial));
-        std::filesystem::create_directories(folder);
         OleInitialize(nullptr);
         open();
     }
@@ -37,15 +34,13 @@ class TrainerWindow : public testing::Test {
         close();
         OleUninitialize();
         RegDeleteTreeW(HKEY_CURRENT_USER, kTestKey);
-        std::error_code ignored;
-        std::filesystem::remove_all(folder, ignored);
     }
     void open() {
         window = std::make_unique<MainWindow>(Settings(kTestKey));
         platform = std::make_unique<Win32Platform>();
         platform->owner = [this] { return window->window(); };
-        trainer = std::make_unique<Trainer>(*platform, JobFolder(fromPath(folder / "Jobs")),
-                                            decodeImageFileByWic, false);
+        trainer =
+            std::make_unique<Trainer>(*platform, JobFolder(folder.path("Jobs")), decodeImageFileByWic, false);
         screen = std::make_unique<OwnScreenHost>(*trainer, window->window(), *platform);
         window->fill(*trainer, *screen, *platform);
         window->show();
@@ -100,7 +95,7 @@ class TrainerWindow : public testing::Test {
         settle();
     }
 
-    std::filesystem::path folder;
+    TemporaryFolder folder;
     std::unique_ptr<MainWindow> window;
     std::unique_ptr<Win32Platform> platform;
     std::unique_ptr<Trainer> trainer;
@@ -111,7 +106,7 @@ TEST_F(TrainerWindow, TeachesLearnsSavesAndReads) {
     std::ostringstream told;
     const auto session = [&](const std::vector<std::string>& paths) {
         Win32DemoHands hands(*window);
-        DemoSession(hands, *trainer, fromPath(folder), told).run(paths);
+        DemoSession(hands, *trainer, folder.path(), told).run(paths);
     };
     ASSERT_NO_THROW(
         session({kParts + "rendered_charset/hack_000.png", kParts + "rendered_charset/hack_001.png",
@@ -119,8 +114,8 @@ TEST_F(TrainerWindow, TeachesLearnsSavesAndReads) {
         << told.str();
     EXPECT_EQ(textOf("reading"), "EXP2026/07/26");
     EXPECT_EQ(utf8(windowText(window->window())), "demo - Dravik Trainer");
-    EXPECT_TRUE(std::filesystem::exists(folder / "Jobs" / "Fonts" / "demo.nnd"));
-    EXPECT_GT(std::filesystem::file_size(folder / "09-included.png"), 10'000u);
+    EXPECT_TRUE(std::filesystem::exists(toPath(folder.path("Jobs/Fonts/demo.nnd"))));
+    EXPECT_GT(std::filesystem::file_size(toPath(folder.path("09-included.png"))), 10'000u);
 
     // A changed font: the title says so, and closing asks; No leaves the file as it was.
     type("EXP2026/07/26");
@@ -174,8 +169,8 @@ TEST_F(TrainerWindow, ImagesAreDroppedLeafedThroughAndClosed) {
 }
 
 TEST_F(TrainerWindow, WhatCannotBeOpenedIsSaid) {
-    std::ofstream(folder / "broken.png") << "no image";
-    window->open({fromPath(folder / "absent.png"), fromPath(folder / "broken.png")});
+    std::ofstream(toPath(folder.path("broken.png"))) << "no image";
+    window->open({folder.path("absent.png"), folder.path("broken.png")});
     settle();
     EXPECT_TRUE(IsWindowVisible(view("problemText(0)")));
     EXPECT_NE(textOf("problemText(0)").find("absent.png"), std::string::npos);

@@ -4,7 +4,7 @@
 
 #include <sstream>
 
-#include "trainer/support/DrawnPart.h"
+#include "trainer/support/PgmFile.h"
 #include "trainer/support/Workspace.h"
 
 namespace dravik::test {

@@ -6,7 +6,7 @@
 
 #include "base/Failure.h"
 #include "trainer/Thumbnail.h"
-#include "trainer/support/DrawnPart.h"
+#include "trainer/support/PgmFile.h"
 #include "trainer/support/Workspace.h"
 
 namespace dravik::test {

@@ -5,7 +5,7 @@
 #include "base/Failure.h"
 #include "trainer/HeadlessPlatform.h"
 #include "trainer/RunLoop.h"
-#include "trainer/support/DrawnPart.h"
+#include "trainer/support/PgmFile.h"
 #include "trainer/support/Workspace.h"
 
 namespace dravik::test {
@@ -126,16 +126,16 @@ TEST_F(TrainerTest, TheReadingFollowsTheImageTheFontAndTheTraining) {
 }
 
 TEST_F(TrainerTest, LabelsFollowTheCaseOfTheFontWhenItIsMaintained) {
-    const auto list = workspace.write("list.tsv", "letters.pgm\tACHP\n");
-    workspace.draw("letters.pgm", "ACHP");
+    const auto list = workspace.write("list.tsv", "letters.pgm\tACHT\n");
+    workspace.draw("letters.pgm", "ACHT");
     ASSERT_EQ(workspace.run({"learn", "--font", "letters", "--samples", list}).status, 0);
     trainer.parts().open({workspace.path("letters.pgm")});
     screen().font.cmdSelectFont.press();
-    type("achp");
-    EXPECT_EQ(labels(), "achp");
+    type("acht");
+    EXPECT_EQ(labels(), "acht");
     screen().sample.chkCase.setChecked(true);
-    EXPECT_EQ(labels(), "ACHP");
-    EXPECT_EQ(screen().sample.txtSampleInput.text(), "achp") << "only Include changes what was typed";
+    EXPECT_EQ(labels(), "ACHT");
+    EXPECT_EQ(screen().sample.txtSampleInput.text(), "acht") << "only Include changes what was typed";
 }
 
 TEST_F(TrainerTest, TheFontOfTheLastSessionIsThereAgainAndClosingAsks) {

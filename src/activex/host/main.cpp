@@ -23,6 +23,7 @@
 #include "activex/win32/WinText.h"
 #include "base/Failure.h"
 #include "base/Paths.h"
+#include "base/TemporaryFolder.h"
 #include "trainer/Arguments.h"
 #include "trainer/CommandLine.h"
 
@@ -44,26 +45,6 @@ class Apartment {
 
   private:
     bool ready_;
-};
-
-// A folder that goes with the object.
-class TemporaryFolder {
-  public:
-    TemporaryFolder()
-        : path_(std::filesystem::temp_directory_path() / ("dravik-" + std::to_string(GetCurrentProcessId()) +
-                                                          "-" + std::to_string(GetTickCount64()))) {
-        std::filesystem::create_directories(path_);
-    }
-    TemporaryFolder(const TemporaryFolder&) = delete;
-    TemporaryFolder& operator=(const TemporaryFolder&) = delete;
-    ~TemporaryFolder() {
-        std::error_code ignored;
-        std::filesystem::remove_all(path_, ignored);
-    }
-    std::filesystem::path path() const { return path_; }
-
-  private:
-    std::filesystem::path path_;
 };
 
 std::vector<std::string> programArguments() {
@@ -154,7 +135,7 @@ int runDemo(const std::string& folder, const WindowOptions& options, DemoSession
     // A session that anyone can repeat touches neither the operator's fonts nor the window's remembered
     // place.
     const TemporaryFolder own;
-    const JobFolder jobs(options.jobs.empty() ? fromPath(own.path() / "Jobs") : options.jobs);
+    const JobFolder jobs(options.jobs.empty() ? own.path("Jobs") : options.jobs);
     DialogScript ending;  // outlives the screen, which asks about a changed font when a session broke off
     Program program(Settings(), jobs, place, false);
     int code = 0;

@@ -5,31 +5,36 @@
 
 namespace dravik::test {
 
-void writeImage(const std::string& path, const GreyImage& image, const GUID& container) {
+void writeImage(const std::string& path, const GUID& container, const WICPixelFormatGUID& format, UINT width,
+                UINT height, UINT stride, std::vector<BYTE> bytes) {
     ComPtr<IWICImagingFactory> factory;
+    ComPtr<IWICStream> stream;
+    ComPtr<IWICBitmapEncoder> encoder;
+    ComPtr<IWICBitmapFrameEncode> frame;
     check(CoCreateInstance(CLSID_WICImagingFactory, nullptr, CLSCTX_INPROC_SERVER,
                            __uuidof(IWICImagingFactory), factory.putVoid()));
-    ComPtr<IWICStream> stream;
     check(factory->CreateStream(stream.put()));
     check(stream->InitializeFromFilename(toWide(path).c_str(), GENERIC_WRITE));
-    ComPtr<IWICBitmapEncoder> encoder;
     check(factory->CreateEncoder(container, nullptr, encoder.put()));
     check(encoder->Initialize(stream.get(), WICBitmapEncoderNoCache));
-    ComPtr<IWICBitmapFrameEncode> frame;
-    ComPtr<IPropertyBag2> options;
-    check(encoder->CreateNewFrame(frame.put(), options.put()));
+    check(encoder->CreateNewFrame(frame.put(), nullptr));
     check(frame->Initialize(nullptr));
-    check(frame->SetSize(static_cast<UINT>(image.width()), static_cast<UINT>(image.height())));
-    WICPixelFormatGUID format = GUID_WICPixelFormat24bppBGR;
-    check(frame->SetPixelFormat(&format));
-    std::vector<BYTE> row(static_cast<std::size_t>(image.width()) * 3);
-    for (int y = 0; y < image.height(); ++y) {
-        for (std::size_t i = 0; i < row.size(); ++i) row[i] = image.row(y)[i / 3];
-        check(
-            frame->WritePixels(1, static_cast<UINT>(row.size()), static_cast<UINT>(row.size()), row.data()));
-    }
+    check(frame->SetSize(width, height));
+    WICPixelFormatGUID taken = format;
+    check(frame->SetPixelFormat(&taken));
+    if (!(taken == format)) throw Failure(RuntimeError::TypeMismatch, path + " is not written as meant");
+    check(frame->WritePixels(height, stride, static_cast<UINT>(bytes.size()), bytes.data()));
     check(frame->Commit());
     check(encoder->Commit());
+}
+
+void writeImage(const std::string& path, const GreyImage& image, const GUID& container) {
+    const auto width = static_cast<UINT>(image.width());
+    const auto height = static_cast<UINT>(image.height());
+    std::vector<BYTE> bytes;
+    for (int y = 0; y < image.height(); ++y)
+        for (const std::uint8_t level : image.row(y)) bytes.insert(bytes.end(), 3, level);
+    writeImage(path, container, GUID_WICPixelFormat24bppBGR, width, height, width * 3, std::move(bytes));
 }
 
 }  // namespace dravik::test

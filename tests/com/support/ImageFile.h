@@ -5,11 +5,18 @@
 // Behind the Windows headers
 #include <wincodec.h>
 
+#include <vector>
+
 #include "engine/GreyImage.h"
 
 namespace dravik::test {
 
-// A colour image in the format of the container (GUID_ContainerFormatPng, ...).
+// An image of the pixels' bytes as they are in that format, `stride` bytes a row, in a file of the container
+// (GUID_ContainerFormatPng, ...). The path is UTF-8. Raises Failure, also where the container cannot keep the
+// format as it is.
+void writeImage(const std::string& path, const GUID& container, const WICPixelFormatGUID& format, UINT width,
+                UINT height, UINT stride, std::vector<BYTE> bytes);
+// The image in colours.
 void writeImage(const std::string& path, const GreyImage& image, const GUID& container);
 
 }  // namespace dravik::test

@@ -2,37 +2,27 @@
 // reads back what was traced.
 #pragma once
 
-#include <filesystem>
 #include <fstream>
-#include <random>
 #include <string>
 #include <vector>
 
 #include "base/JobFolder.h"
+#include "base/TemporaryFolder.h"
 #include "support/modGlobals.h"
 
 namespace dravik::test {
 
 class TracedJobs {
   public:
-    TracedJobs() {
-        static int serial = 0;
-        std::random_device random;
-        path_ = std::filesystem::temp_directory_path() /
-                ("dravik-jobs-" + std::to_string(random()) + "-" + std::to_string(++serial));
-        std::filesystem::create_directories(path_);
-        g_lLogEntry = 0;
-    }
+    TracedJobs() { g_lLogEntry = 0; }
     TracedJobs(const TracedJobs&) = delete;
     TracedJobs& operator=(const TracedJobs&) = delete;
     ~TracedJobs() {
         g_bTrace = false;
         g_lLogEntry = 0;
-        std::error_code ignored;
-        std::filesystem::remove_all(path_, ignored);
     }
 
-    JobFolder folder() const { return JobFolder(path_.string()); }
+    JobFolder folder() const { return JobFolder(folder_.path()); }
 
     // The entry texts of the log in order, without the header.
     std::vector<std::string> entries() const {
@@ -56,7 +46,7 @@ class TracedJobs {
         return line.substr(at);
     }
 
-    std::filesystem::path path_;
+    TemporaryFolder folder_;
 };
 
 }  // namespace dravik::test

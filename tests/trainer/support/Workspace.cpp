@@ -2,36 +2,20 @@
 
 #include <fstream>
 #include <iterator>
-#include <random>
 #include <sstream>
 
+#include "contract/DrawnText.h"
 #include "trainer/CommandLine.h"
-#include "trainer/support/DrawnPart.h"
+#include "trainer/support/PgmFile.h"
 
 namespace dravik::test {
-
-Workspace::Workspace() {
-    std::random_device random;
-    do {
-        folder_ = std::filesystem::temp_directory_path() / ("dravik-trainer-" + std::to_string(random()));
-    } while (!std::filesystem::create_directory(folder_));
-}
-
-Workspace::~Workspace() {
-    std::error_code ignored;
-    std::filesystem::remove_all(folder_, ignored);
-}
-
-std::string Workspace::path(const std::string& name) const {
-    return (folder_ / name).string();
-}
 
 std::string Workspace::fontFile(const std::string& font) const {
     return JobFolder(jobs()).fontFile(font);
 }
 
-std::string Workspace::draw(const std::string& name, const std::string& text, int height) const {
-    writePgm(path(name), drawPart(text, height));
+std::string Workspace::draw(const std::string& name, const std::string& text, int scale) const {
+    writePgm(path(name), drawn(linesOf(text), {.scale = scale, .dot = scale}));
     return path(name);
 }
 
@@ -59,9 +43,9 @@ CommandResult Workspace::run(std::vector<std::string> arguments) const {
 
 CommandResult Workspace::learnDigits(const std::string& font) const {
     std::string list;
-    for (const int height : {36, 40, 47}) {
-        const auto name = "digits" + std::to_string(height) + ".pgm";
-        draw(name, "0123456789", height);
+    for (const int scale : {5, 6, 7}) {
+        const auto name = "digits" + std::to_string(scale) + ".pgm";
+        draw(name, "0123456789", scale);
         list += name + "\t0123456789\n";
     }
     return run({"learn", "--font", font, "--samples", write("digits.tsv", list), "--timeout", "10"});

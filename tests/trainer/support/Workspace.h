@@ -2,11 +2,11 @@
 // removed afterwards. Runs the program's commands in it.
 #pragma once
 
-#include <filesystem>
 #include <string>
 #include <vector>
 
 #include "base/JobFolder.h"
+#include "base/TemporaryFolder.h"
 #include "trainer/OpenedParts.h"
 
 namespace dravik::test {
@@ -19,17 +19,12 @@ struct CommandResult {
 
 class Workspace {
   public:
-    Workspace();
-    Workspace(const Workspace&) = delete;
-    Workspace& operator=(const Workspace&) = delete;
-    ~Workspace();
-
-    std::string path(const std::string& name) const;
+    std::string path(const std::string& name) const { return folder_.path(name); }
     std::string jobs() const { return path("jobs"); }
     std::string fontFile(const std::string& font) const;
 
-    // The path of the part drawn.
-    std::string draw(const std::string& name, const std::string& text, int height = 40) const;
+    // The path of the part drawn, `scale` pixels a dot of its dot pattern.
+    std::string draw(const std::string& name, const std::string& text, int scale = 6) const;
     std::string write(const std::string& name, const std::string& content) const;
     static std::string content(const std::string& file);
 
@@ -40,7 +35,7 @@ class Workspace {
     CommandResult learnDigits(const std::string& font) const;
 
   private:
-    std::filesystem::path folder_;
+    TemporaryFolder folder_;
 };
 
 // The lines of a text, without their ends.

@@ -25,7 +25,7 @@
 // Behind the Windows headers
 #include "contract/DrawnText.h"
 #include "contract/FontToolContract.h"
-#include "engine/TestFolder.h"
+#include "base/TemporaryFolder.h"
 
 namespace dravik {
 namespace {
@@ -84,7 +84,7 @@ class RegisteredTool {
     StepPtr step() { return stepFromCom(object_.get()); }
 
   private:
-    TestFolder folder_;
+    TemporaryFolder folder_;
     ComPtr<IUnknown> object_;
     std::unique_ptr<LateBound> names_;
     std::unique_ptr<FontTool> tool_;
