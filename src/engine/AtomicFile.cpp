@@ -5,12 +5,12 @@
 #include <cerrno>
 #include <cstdio>
 #include <cstdlib>
-#include <filesystem>
 #include <string_view>
 #include <system_error>
 
 #include "base/Failure.h"
 #include "base/Paths.h"
+#include "engine/FileSystem.h"
 
 #ifdef _WIN32
 #ifndef NOMINMAX
@@ -26,8 +26,6 @@
 
 namespace dravik {
 namespace {
-
-namespace fs = std::filesystem;
 
 constexpr std::string_view kTemporary = ".tmp-";
 
@@ -95,7 +93,7 @@ class FileHandle {
 
 void writeThrough(const std::string& file, std::span<const std::uint8_t> content,
                   const std::string& reported) {
-    const HANDLE opened = CreateFileW(toPath(file).c_str(), GENERIC_WRITE, 0, nullptr, CREATE_NEW,
+    const HANDLE opened = CreateFileW(wideName(file).c_str(), GENERIC_WRITE, 0, nullptr, CREATE_NEW,
                                       FILE_ATTRIBUTE_NORMAL, nullptr);
     if (opened == INVALID_HANDLE_VALUE) failWith(GetLastError(), "Cannot write", reported);
     const FileHandle handle(opened);
@@ -112,18 +110,18 @@ void writeThrough(const std::string& file, std::span<const std::uint8_t> content
 void replaceFile(const std::string& from, const std::string& to, bool keepsBackup) {
     if (keepsBackup && fileExists(to)) {
         // ReplaceFile keeps the name present throughout and moves the previous version to the backup.
-        if (ReplaceFileW(toPath(to).c_str(), toPath(from).c_str(), toPath(backupOf(to)).c_str(), 0, nullptr,
-                         nullptr))
+        if (ReplaceFileW(wideName(to).c_str(), wideName(from).c_str(), wideName(backupOf(to)).c_str(), 0,
+                         nullptr, nullptr))
             return;
     }
-    if (!MoveFileExW(toPath(from).c_str(), toPath(to).c_str(),
+    if (!MoveFileExW(wideName(from).c_str(), wideName(to).c_str(),
                      MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH))
         failWith(GetLastError(), "Cannot write", to);
 }
 
 void moveFile(const std::string& from, const std::string& to, bool replaces, const std::string& what) {
     const DWORD flags = MOVEFILE_WRITE_THROUGH | (replaces ? MOVEFILE_REPLACE_EXISTING : 0u);
-    if (!MoveFileExW(toPath(from).c_str(), toPath(to).c_str(), flags))
+    if (!MoveFileExW(wideName(from).c_str(), wideName(to).c_str(), flags))
         failWith(GetLastError(), what, replaces ? from : GetLastError() == ERROR_ALREADY_EXISTS ? to : from);
 }
 
@@ -201,7 +199,7 @@ void writeThrough(const std::string& file, std::span<const std::uint8_t> content
 
 // A rename is on the disk once its folder is; a file system that cannot flush a folder is trusted.
 void flushFolder(const std::string& file) {
-    const std::string folder = fromPath(toPath(file).parent_path());
+    const std::string folder = folderOf(file);
     const FileHandle handle(open(folder.empty() ? "." : folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
     if (handle.get() >= 0) fsync(handle.get());
 }
@@ -212,7 +210,8 @@ void replaceFile(const std::string& from, const std::string& to, bool keepsBacku
         // to be had.
         const std::string second = from + "b";
         std::error_code error;
-        if (link(to.c_str(), second.c_str()) != 0) fs::copy_file(toPath(to), toPath(second), error);
+        if (link(to.c_str(), second.c_str()) != 0)
+            std::filesystem::copy_file(toPath(to), toPath(second), error);
         if (error || rename(second.c_str(), backupOf(to).c_str()) != 0) {
             const int cause = error ? error.value() : errno;
             unlink(second.c_str());
@@ -250,14 +249,13 @@ std::string temporaryOf(const std::string& file) {
 // What a save that was killed left behind.
 void removeLeftovers(const std::string& file) noexcept {
     try {
-        const fs::path path = toPath(file);
-        const std::string start = fromPath(path.filename()) + std::string(kTemporary);
+        const std::string start = nameOf(file) + std::string(kTemporary);
+        const std::string folder = file.substr(0, file.size() - nameOf(file).size());
         std::error_code error;
-        for (const fs::directory_entry& entry : fs::directory_iterator(path.parent_path(), error)) {
-            const std::string name = fromPath(entry.path().filename());
+        for (const std::string& name : namesIn(folderOf(file), error)) {
             if (!name.starts_with(start)) continue;
             const unsigned long process = std::strtoul(name.c_str() + start.size(), nullptr, 10);
-            if (process == processNumber() || !processRuns(process)) fs::remove(entry.path(), error);
+            if (process == processNumber() || !processRuns(process)) removeFile(folder + name);
         }
     } catch (const std::exception&) {
         return;
@@ -265,11 +263,11 @@ void removeLeftovers(const std::string& file) noexcept {
 }
 
 void makeFolderOf(const std::string& file) {
-    const fs::path folder = toPath(file).parent_path();
+    const std::string folder = folderOf(file);
+    if (folder.empty() || entryKind(folder) == EntryKind::Folder) return;
     std::error_code error;
-    if (folder.empty() || fs::is_directory(folder, error)) return;
-    fs::create_directories(folder, error);
-    if (error) failWith(static_cast<SystemError>(error.value()), "Cannot make folder", fromPath(folder));
+    makeFolders(folder, error);
+    if (error) failWith(static_cast<SystemError>(error.value()), "Cannot make folder", folder);
 }
 
 }  // namespace
@@ -279,8 +277,7 @@ std::string backupOf(const std::string& file) {
 }
 
 bool fileExists(const std::string& file) {
-    std::error_code error;
-    return fs::exists(toPath(file), error);
+    return entryKind(file) != EntryKind::None;
 }
 
 void writeWholeFile(const std::string& file, std::span<const std::uint8_t> content, bool keepsBackup) {
@@ -291,28 +288,23 @@ void writeWholeFile(const std::string& file, std::span<const std::uint8_t> conte
         writeThrough(temporary, content, file);
         replaceFile(temporary, file, keepsBackup);
     } catch (...) {
-        std::error_code ignored;
-        fs::remove(toPath(temporary), ignored);
+        removeFile(temporary);
         throw;
     }
 }
 
 std::vector<std::uint8_t> readWholeFile(const std::string& file, std::uint64_t most) {
-    std::error_code error;
-    const fs::path path = toPath(file);
-    if (!fs::exists(path, error))
+    const EntryKind kind = entryKind(file);
+    if (kind == EntryKind::None)
         throw Failure(RuntimeError::FileNotFound, "File not found: \"" + file + "\"");
-    if (!fs::is_regular_file(path, error))
+    if (kind != EntryKind::File)
         fail(RuntimeError::PathFileAccessError, "Cannot read", file, "it is no file");
-    const std::uint64_t size = fs::file_size(path, error);
+    std::error_code error;
+    const std::uint64_t size = fileSize(file, error);
     if (error) fail(RuntimeError::PathFileAccessError, "Cannot read", file, error.message());
     if (size > most) fail(RuntimeError::OutOfMemory, "Cannot read", file, "the file is too large");
     std::vector<std::uint8_t> content(static_cast<std::size_t>(size));
-#ifdef _WIN32
-    std::FILE* const stream = _wfopen(path.c_str(), L"rb");
-#else
-    std::FILE* const stream = std::fopen(path.c_str(), "rb");
-#endif
+    std::FILE* const stream = openToRead(file);
     if (!stream) {
         const int cause = errno;
         fail(cause == EACCES ? RuntimeError::PermissionDenied : RuntimeError::PathFileAccessError,

@@ -1,24 +1,22 @@
 #include "engine/FontLibrary.h"
 
 #include <algorithm>
-#include <filesystem>
 #include <span>
+#include <string_view>
 #include <system_error>
 #include <utility>
 
 #include "base/Failure.h"
-#include "base/Paths.h"
 #include "base/Text.h"
 #include "engine/AtomicFile.h"
+#include "engine/FileSystem.h"
 
 namespace dravik {
 namespace {
 
-namespace fs = std::filesystem;
-
 constexpr std::size_t kMaskedFonts = 15;
 constexpr std::size_t kLongestName = 200;
-constexpr char kExtension[] = ".nnd";
+constexpr std::string_view kExtension = ".nnd";
 
 bool isFileName(const std::string& name) {
     if (name.empty() || name.size() > kLongestName || name == "." || name == "..") return false;
@@ -49,15 +47,13 @@ std::string FontLibrary::memory() const {
 
 std::vector<std::string> FontLibrary::names() const {
     std::vector<std::string> names;
-    const fs::path path = toPath(folder_.fontsFolder());
+    if (entryKind(folder_.fontsFolder()) == EntryKind::None) return names;
     std::error_code error;
-    if (!fs::exists(path, error)) return names;
-    fs::directory_iterator entries(path, error);
-    for (; !error && entries != fs::directory_iterator(); entries.increment(error)) {
-        std::error_code unknown;
-        const fs::path entry = entries->path().filename();
-        if (fromPath(entry.extension()) != kExtension || !entries->is_regular_file(unknown)) continue;
-        if (std::string name = fromPath(entry.stem()); isFileName(name)) names.push_back(std::move(name));
+    for (const std::string& name : namesIn(folder_.fontsFolder(), error)) {
+        if (!name.ends_with(kExtension) || entryKind(folder_.fontsFolder() + name) != EntryKind::File)
+            continue;
+        if (std::string font = name.substr(0, name.size() - kExtension.size()); isFileName(font))
+            names.push_back(std::move(font));
     }
     if (error)
         throw Failure(RuntimeError::PathFileAccessError,

@@ -1,42 +1,26 @@
 #include "samples/SampleCounts.h"
 
-#include <cerrno>
-#include <fstream>
-
 #include "base/Conversions.h"
 #include "base/NumberFormat.h"
-#include "base/Paths.h"
+#include "base/OutputFile.h"
 #include "base/Text.h"
 #include "tool/Samples.h"
 
 namespace dravik {
 namespace {
 
-void writeDump(std::ostream& out, const RecordTable& table) {
+void writeDump(OutputFile& out, const RecordTable& table) {
     const int columns = table.upperColumn();
-    for (int column = 0; column <= columns; ++column) out << cellText(table.cell(0, column)) << ',';
-    out << "\r\n";
+    std::string line;
+    for (int column = 0; column <= columns; ++column) line += cellText(table.cell(0, column)) + ',';
+    out.write(line + "\r\n");
     for (int row = 1; row <= table.upperRow(); ++row) {
-        out << row - 1 << ',' << table.character(row) << ',';
+        line = std::to_string(row - 1) + ',' + table.character(row) + ',';
         for (int column = 2; column <= columns; ++column) {
             const Cell cell = table.cell(row, column);
-            out << (isNumeric(cell) ? formatNumber(cellNumber(cell), "0.000") : cellText(cell)) << ',';
+            line += (isNumeric(cell) ? formatNumber(cellNumber(cell), "0.000") : cellText(cell)) + ',';
         }
-        out << "\r\n";
-    }
-}
-
-Failure fileFailure(int error) {
-    switch (error) {
-        case ENOENT:
-            return Failure(RuntimeError::PathNotFound);
-        case EACCES:
-        case EROFS:
-            return Failure(RuntimeError::PermissionDenied);
-        case ENOSPC:
-            return Failure(RuntimeError::DiskFull);
-        default:
-            return Failure(RuntimeError::PathFileAccessError);
+        out.write(line + "\r\n");
     }
 }
 
@@ -99,13 +83,9 @@ std::int16_t SampleCounts::NumberTrained(const std::string& c) {
 void SampleCounts::SaveUncommitted() {
     errors_.procedures().run("Dravikdlg.SaveUncommitted", "SaveUncommitted", [&] {
         const auto table = tool_->GetSampleData(kAllUncommitted, kSampleFields);
-        errno = 0;
-        std::ofstream out(toPath(errors_.procedures().log().folder().uncommittedDump()),
-                          std::ios::binary | std::ios::trunc);
-        if (!out) throw fileFailure(errno);
+        OutputFile out(errors_.procedures().log().folder().uncommittedDump(), OutputFile::Start::Empty);
         if (table && !table->isEmpty()) writeDump(out, *table);
         out.close();
-        if (!out) throw fileFailure(errno);
     });
 }
 

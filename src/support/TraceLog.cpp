@@ -1,11 +1,10 @@
 #include "support/TraceLog.h"
 
-#include <fstream>
 #include <limits>
 #include <utility>
 
 #include "base/Failure.h"
-#include "base/Paths.h"
+#include "base/OutputFile.h"
 #include "support/modGlobals.h"
 
 namespace dravik {
@@ -13,11 +12,10 @@ namespace {
 
 constexpr std::string_view kHeader = "#\tDate\tTime\tEntry\r\n";
 
-void writeLine(const std::string& file, std::ios::openmode mode, std::string_view line) {
-    std::ofstream out(toPath(file), mode | std::ios::binary);
-    out << line;
+void writeLine(const std::string& file, OutputFile::Start start, std::string_view line) {
+    OutputFile out(file, start);
+    out.write(line);
     out.close();
-    if (!out) throw Failure(RuntimeError::PathFileAccessError);
 }
 
 }  // namespace
@@ -28,8 +26,8 @@ void TraceLog::DlgEventLog(std::string_view entry, bool startNewLog) {
     if (!g_bTrace) return;
     try {
         const std::string file = folder_.traceLog();
-        if (startNewLog || g_lLogEntry == 0) writeLine(file, std::ios::trunc, kHeader);
-        writeLine(file, std::ios::app,
+        if (startNewLog || g_lLogEntry == 0) writeLine(file, OutputFile::Start::Empty, kHeader);
+        writeLine(file, OutputFile::Start::AtEnd,
                   std::to_string(g_lLogEntry) + "\t" + platform_.dateText() + "\t" + platform_.timeText() +
                       "\t" + std::string(entry) + "\r\n");
         if (g_lLogEntry == std::numeric_limits<std::int32_t>::max()) throw Failure(RuntimeError::Overflow);

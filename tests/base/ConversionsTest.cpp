@@ -7,6 +7,7 @@
 
 #include "base/Failure.h"
 #include "base/NumberFormat.h"
+#include "base/Paths.h"
 #include "base/Text.h"
 
 namespace dravik {
@@ -115,6 +116,14 @@ TEST(Text, CaseAndBlanks) {
     EXPECT_FALSE(contains("", ""));
     EXPECT_TRUE(contains("ab", ""));
     EXPECT_FALSE(contains("ab", "A"));
+}
+
+TEST(Conversions, FileNamesBecomeWideOnesWhateverTheirBytes) {
+    EXPECT_EQ(wideName("a\u00e4\u20ac\U0001F600z"), L"a\u00e4\u20ac\U0001F600z");
+    EXPECT_EQ(wideName("a\xC3"), L"a\uFFFD") << "cut off";
+    EXPECT_EQ(wideName("\xC0\xAF/"), L"\uFFFD\uFFFD/") << "a separator in disguise";
+    EXPECT_EQ(wideName("\xED\xA0\x80"), L"\uFFFD") << "half a pair";
+    EXPECT_EQ(wideName("\xF4\x90\x80\x80"), L"\uFFFD") << "beyond the last character";
 }
 
 }  // namespace

@@ -4,11 +4,10 @@
 #include <wincodec.h>
 
 #include <algorithm>
-#include <filesystem>
 
 #include "activex/com/Boundary.h"
 #include "activex/com/ComText.h"
-#include "base/Paths.h"
+#include "engine/FileSystem.h"
 
 namespace dravik {
 namespace {
@@ -18,7 +17,7 @@ constexpr int kOpaque = 255;
 
 class FileProblem {
   public:
-    explicit FileProblem(const std::string& path) : name_(fromPath(toPath(path).filename())) {}
+    explicit FileProblem(const std::string& path) : name_(nameOf(path)) {}
     Failure operator()(RuntimeError error, const std::string& what) const {
         return Failure(error, name_ + ": " + what);
     }
@@ -29,11 +28,9 @@ class FileProblem {
 
 ComPtr<IWICBitmapDecoder> openedDecoder(IWICImagingFactory& factory, const std::string& path,
                                         const FileProblem& problem) {
-    std::error_code error;
-    const auto status = std::filesystem::status(toPath(path), error);
-    if (!std::filesystem::exists(status)) throw problem(RuntimeError::FileNotFound, "file not found");
-    if (std::filesystem::is_directory(status))
-        throw problem(RuntimeError::PathFileAccessError, "is a folder");
+    const EntryKind kind = entryKind(path);
+    if (kind == EntryKind::None) throw problem(RuntimeError::FileNotFound, "file not found");
+    if (kind == EntryKind::Folder) throw problem(RuntimeError::PathFileAccessError, "is a folder");
     ComPtr<IWICBitmapDecoder> decoder;
     const HRESULT opened = factory.CreateDecoderFromFilename(toWide(path).c_str(), nullptr, GENERIC_READ,
                                                              WICDecodeMetadataCacheOnDemand, decoder.put());
