@@ -60,7 +60,8 @@ Failure failureLeft(HRESULT code, IUnknown* object, REFIID iid) {
     info->GetDescription(description.put());
     info->GetSource(source.put());
     std::string text = description.utf8();
-    return Failure(plain.number(), text.empty() ? plain.description() : std::move(text), source.utf8());
+    if (text.empty()) text = plain.description();
+    return Failure(plain.number(), std::move(text), source.utf8());
 }
 
 }  // namespace
@@ -116,7 +117,8 @@ Failure failureOf(HRESULT code, EXCEPINFO& exception) {
     exception = {};
     const Failure plain = failureOf(own);
     std::string text = description.utf8();
-    return Failure(plain.number(), text.empty() ? plain.description() : std::move(text), source.utf8());
+    if (text.empty()) text = plain.description();
+    return Failure(plain.number(), std::move(text), source.utf8());
 }
 
 }  // namespace dravik

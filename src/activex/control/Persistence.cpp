@@ -122,7 +122,7 @@ HRESULT PersistStorage::Load(IStorage* storage) {
         ComPtr<IStream> stream;
         const HRESULT opened =
             storage->OpenStream(kStreamName, nullptr, STGM_READ | STGM_SHARE_EXCLUSIVE, 0, stream.put());
-        return FAILED(opened) ? opened : loadState(*stream.get(), state_);
+        return FAILED(opened) ? opened : loadState(*stream, state_);
     });
 }
 
@@ -133,7 +133,7 @@ HRESULT PersistStorage::Save(IStorage* storage, BOOL sameAsLoad) {
         ComPtr<IStream> stream;
         HRESULT result = storage->CreateStream(kStreamName, STGM_CREATE | STGM_WRITE | STGM_SHARE_EXCLUSIVE,
                                                0, 0, stream.put());
-        if (SUCCEEDED(result)) result = saveState(*stream.get(), state_, sameAsLoad != FALSE);
+        if (SUCCEEDED(result)) result = saveState(*stream, state_, sameAsLoad != FALSE);
         if (SUCCEEDED(result)) saving_ = true;
         return result;
     });

@@ -2,6 +2,7 @@
 // does not have, and brings tens of kilobytes for it. Takes its place.
 #include <cstdlib>
 
+// NOLINTBEGIN(bugprone-reserved-identifier)
 namespace __gnu_cxx {
 
 void __verbose_terminate_handler();
@@ -10,3 +11,4 @@ void __verbose_terminate_handler() {
 }
 
 }  // namespace __gnu_cxx
+// NOLINTEND(bugprone-reserved-identifier)

@@ -11,7 +11,7 @@ namespace dravik {
 DrawnWindow::~DrawnWindow() {
     const HWND own = window();
     if (!own) return;
-    windowGoes();
+    DrawnWindow::windowGoes();
     giveBack();
     DestroyWindow(own);
 }
