@@ -15,10 +15,10 @@
 #include "activex/com/ComFontTool.h"
 #include "activex/com/ComStep.h"
 #endif
+#include "base/TemporaryFolder.h"
 #include "base/Text.h"
 #include "contract/DrawnText.h"
 #include "engine/EmbeddedTool.h"
-#include "base/TemporaryFolder.h"
 #include "shell/DravikDlg.h"
 #include "tool/Samples.h"
 

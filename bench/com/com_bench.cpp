@@ -12,9 +12,9 @@
 #include "activex/com/ComStep.h"
 #include "activex/com/ToolValues.h"
 // Behind the Windows headers
+#include "base/TemporaryFolder.h"
 #include "contract/DrawnText.h"
 #include "engine/EmbeddedTool.h"
-#include "base/TemporaryFolder.h"
 #include "tool/Samples.h"
 
 namespace {

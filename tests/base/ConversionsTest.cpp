@@ -9,18 +9,12 @@
 #include "base/NumberFormat.h"
 #include "base/Paths.h"
 #include "base/Text.h"
+#include "support/Refused.h"
 
 namespace dravik {
 namespace {
 
-std::int32_t failureOf(const std::function<void()>& action) {
-    try {
-        action();
-    } catch (const Failure& failure) {
-        return failure.number();
-    }
-    return 0;
-}
+using test::refusal;
 
 TEST(Conversions, IntegersRoundHalvesToEvenAndOverflow) {
     EXPECT_EQ(toInt16(0.5), 0);
@@ -28,11 +22,11 @@ TEST(Conversions, IntegersRoundHalvesToEvenAndOverflow) {
     EXPECT_EQ(toInt16(127.5), 128);
     EXPECT_EQ(toInt16(-2.5), -2);
     EXPECT_EQ(toInt16(32767.4), 32767);
-    EXPECT_EQ(failureOf([] { toInt16(32767.5); }), 6);
-    EXPECT_EQ(failureOf([] { toInt16(-32769); }), 6);
-    EXPECT_EQ(failureOf([] { toInt32(std::nan("")); }), 6);
+    EXPECT_EQ(refusal([] { toInt16(32767.5); }), 6);
+    EXPECT_EQ(refusal([] { toInt16(-32769); }), 6);
+    EXPECT_EQ(refusal([] { toInt32(std::nan("")); }), 6);
     EXPECT_EQ(toInt32(2147483647.0), 2147483647);
-    EXPECT_EQ(failureOf([] { toInt32(2147483648.0); }), 6);
+    EXPECT_EQ(refusal([] { toInt32(2147483648.0); }), 6);
 }
 
 TEST(Conversions, LeadingNumberReadsWhatItCan) {

@@ -6,7 +6,7 @@
 #include "activex/com/ComText.h"
 #include "activex/com/FontToolObject.h"
 #include "activex/com/LateBound.h"
-#include "com/support/Refused.h"
+#include "support/Refused.h"
 // Behind the Windows headers
 #include "screen/support/RecordingTool.h"
 
@@ -56,13 +56,9 @@ TEST(Failures, OfEveryOperationArriveWithTheToolsNumberAndText) {
             ASSERT_EQ(recording->calls.back(), direct->calls.back()) << "the arguments differ";
             for (const std::int32_t number : {9, 1017, static_cast<std::int32_t>(0x80040217)}) {
                 recording->failAt(name, number, "Camera \xC3\xBC is away");
-                try {
-                    call(*tool);
-                    ADD_FAILURE() << name << " did not fail";
-                } catch (const Failure& failure) {
-                    EXPECT_EQ(failure.number(), number) << name;
-                    EXPECT_EQ(failure.description(), "Camera \xC3\xBC is away") << name;
-                }
+                const Failure failure = test::failureOfAction([&] { call(*tool); });
+                EXPECT_EQ(failure.number(), number) << name;
+                EXPECT_EQ(failure.description(), "Camera \xC3\xBC is away") << name;
             }
             recording->succeedAt(name);
         }
@@ -144,13 +140,10 @@ TEST(Failures, TextsThatSomebodyElseLeftAreNotTaken) {
     Reporting object;
     object.supports = false;
     comCall(IID_IDispatch, L"Somebody", [] { throw Failure(1, "old text"); });
-    try {
-        check(E_FAIL, static_cast<IDispatch*>(&object), IID_IDispatch);
-        FAIL();
-    } catch (const Failure& failure) {
-        EXPECT_NE(failure.description(), "old text");
-        EXPECT_EQ(failure.number(), static_cast<std::int32_t>(E_FAIL));
-    }
+    const Failure failure =
+        test::failureOfAction([&] { check(E_FAIL, static_cast<IDispatch*>(&object), IID_IDispatch); });
+    EXPECT_NE(failure.description(), "old text");
+    EXPECT_EQ(failure.number(), static_cast<std::int32_t>(E_FAIL));
 }
 
 TEST(Failures, OfAnyKindLeaveAsCodes) {

@@ -2,8 +2,8 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "com/support/Refused.h"
 #include "com/support/ScriptEngine.h"
+#include "support/Refused.h"
 // Behind the Windows headers
 #include "activex/com/ComStep.h"
 #include "base/Failure.h"

@@ -9,7 +9,7 @@
 #include "activex/com/LateBound.h"
 #include "activex/com/Variant.h"
 #include "com/support/ImageFile.h"
-#include "com/support/Refused.h"
+#include "support/Refused.h"
 // Behind the Windows headers
 #include "base/TemporaryFolder.h"
 #include "contract/DrawnText.h"

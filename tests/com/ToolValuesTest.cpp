@@ -6,7 +6,7 @@
 
 #include "activex/com/ArrayView.h"
 #include "activex/com/Boundary.h"
-#include "com/support/Refused.h"
+#include "support/Refused.h"
 
 namespace dravik {
 namespace {

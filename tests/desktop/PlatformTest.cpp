@@ -10,6 +10,7 @@
 
 #include "ShownForm.h"
 #include "desktop/QtPlatform.h"
+#include "support/Refused.h"
 #include "widgets/Label.h"
 #include "widgets/TextBox.h"
 
@@ -161,12 +162,7 @@ TEST(QtPlatform, DatesAndClipboard) {
     EXPECT_NE(text.find(QLocale().toString(date.date(), QLocale::ShortFormat).toStdString()),
               std::string::npos);
     EXPECT_NE(text.find("05"), std::string::npos) << text;
-    try {
-        platform.fileDateText(path.toStdString() + "x");
-        FAIL() << "a missing file has no date";
-    } catch (const Failure& failure) {
-        EXPECT_EQ(failure.number(), 53);
-    }
+    EXPECT_EQ(test::refusal([&] { platform.fileDateText(path.toStdString() + "x"); }), 53);
     platform.setClipboardText("a\tb\t\r\n");
     EXPECT_EQ(QGuiApplication::clipboard()->text().toStdString(), "a\tb\t\r\n");
 }

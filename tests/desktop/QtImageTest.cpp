@@ -8,6 +8,7 @@
 
 #include "base/Failure.h"
 #include "desktop/QtImage.h"
+#include "support/Refused.h"
 
 namespace dravik {
 namespace {
@@ -26,12 +27,7 @@ class QtImageTest : public testing::Test {
         return path.toStdString();
     }
     static std::string refusal(const std::string& path) {
-        try {
-            decodeImageFile(path);
-        } catch (const Failure& failure) {
-            return failure.description();
-        }
-        return "was read";
+        return test::failureOfAction([&] { decodeImageFile(path); }).description();
     }
 
     const QTemporaryDir folder;

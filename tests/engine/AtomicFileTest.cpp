@@ -11,8 +11,9 @@
 #include <fstream>
 
 #include "base/Failure.h"
-#include "engine/FontFile.h"
 #include "base/TemporaryFolder.h"
+#include "engine/FontFile.h"
+#include "support/Refused.h"
 
 namespace dravik {
 namespace {
@@ -74,23 +75,15 @@ TEST(AtomicFile, FailedSaveLeavesTheOldFileAndNothingElse) {
     writeWholeFile(file, bytesOf("old"), true);
     for (const rlim_t most : {rlim_t{0}, rlim_t{1000}, rlim_t{4096}}) {
         const FullDisk full(most);
-        try {
-            writeWholeFile(file, std::vector<std::uint8_t>(100'000, 'n'), true);
-            FAIL() << "a save beyond " << most << " bytes succeeded";
-        } catch (const Failure& failure) {
-            EXPECT_EQ(failure.number(), 61);
-            EXPECT_NE(failure.description().find(file), std::string::npos);
-        }
+        const Failure failure = test::failureOfAction(
+            [&] { writeWholeFile(file, std::vector<std::uint8_t>(100'000, 'n'), true); });
+        EXPECT_EQ(failure.number(), 61) << "beyond " << most << " bytes";
+        EXPECT_NE(failure.description().find(file), std::string::npos);
         EXPECT_EQ(contentOf(file), "old");
         EXPECT_EQ(filesIn(folder.path()), 1u);
     }
     // A folder that cannot be made, and a folder in the file's place.
-    try {
-        writeWholeFile(file + "/b.nnd", bytesOf("x"), true);
-        FAIL() << "a file took the place of a folder";
-    } catch (const Failure& failure) {
-        EXPECT_EQ(failure.number(), 76);
-    }
+    EXPECT_EQ(test::refusal([&] { writeWholeFile(file + "/b.nnd", bytesOf("x"), true); }), 76);
     std::filesystem::create_directories(folder.path("c.nnd/full"));
     EXPECT_THROW(writeWholeFile(folder.path("c.nnd"), bytesOf("x"), false), Failure);
     EXPECT_EQ(filesIn(folder.path()), 2u);

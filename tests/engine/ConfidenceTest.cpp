@@ -4,9 +4,9 @@
 
 #include <limits>
 
+#include "base/TemporaryFolder.h"
 #include "contract/DrawnText.h"
 #include "engine/EmbeddedTool.h"
-#include "base/TemporaryFolder.h"
 
 namespace dravik {
 namespace {

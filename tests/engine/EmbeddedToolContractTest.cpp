@@ -1,8 +1,8 @@
 // The embedded tool keeps the contract of all font tools.
+#include "base/TemporaryFolder.h"
 #include "contract/DrawnText.h"
 #include "contract/FontToolContract.h"
 #include "engine/EmbeddedTool.h"
-#include "base/TemporaryFolder.h"
 
 namespace dravik {
 namespace {

@@ -8,36 +8,38 @@
 #include <thread>
 
 #include "base/Failure.h"
+#include "base/TemporaryFolder.h"
 #include "base/Text.h"
 #include "contract/DrawnText.h"
 #include "engine/FontFile.h"
-#include "base/TemporaryFolder.h"
+#include "support/Refused.h"
 #include "tool/Samples.h"
 
 namespace dravik {
 namespace {
 
+using test::refusal;
 using testing::ElementsAre;
 
-int failureNumber(const std::function<void()>& action) {
-    try {
-        action();
-    } catch (const Failure& failure) {
-        return failure.number();
+class ToolWithoutFonts : public testing::Test {
+  protected:
+    void commit(const std::string& text, const Drawing& how = {}) {
+        tool.setImage(drawn({text}, how));
+        tool.IncludeSamples(text);
+        tool.CommitNewSamples();
     }
-    return 0;
-}
+    void train() {
+        tool.StartTraining();
+        while (!tool.IsTrainingDone()) std::this_thread::yield();
+    }
+    int committed() {
+        const auto table = tool.GetSampleData(kAllCommitted, kSampleFields);
+        return table ? table->upperRow() : 0;
+    }
 
-void commit(EmbeddedTool& tool, const std::string& text) {
-    tool.setImage(drawn({text}));
-    tool.IncludeSamples(text);
-    tool.CommitNewSamples();
-}
-
-void train(EmbeddedTool& tool) {
-    tool.StartTraining();
-    while (!tool.IsTrainingDone()) std::this_thread::yield();
-}
+    const TemporaryFolder folder;
+    EmbeddedTool tool{JobFolder(folder.path())};
+};
 
 std::string text(const std::vector<ReadCharacter>& read) {
     std::string all;
@@ -45,19 +47,14 @@ std::string text(const std::vector<ReadCharacter>& read) {
     return all;
 }
 
-TEST(EmbeddedTool, ReadsWhatItWasTrainedOn) {
-    const TemporaryFolder folder;
-    EmbeddedTool tool{JobFolder(folder.path())};
+TEST_F(ToolWithoutFonts, ReadsWhatItWasTrainedOn) {
     tool.CreateFont("F");
     tool.setImage(drawn({"A1B"}));
     EXPECT_TRUE(tool.read().empty());
     for (const int scale : {3, 4, 6})
-        for (const std::string line : {"0123456789", "ABCEHLT:=", "ioj;,'.-_"}) {
-            tool.setImage(drawn({line + "H"}, {.scale = scale, .dot = scale}));
-            tool.IncludeSamples(line + "H");
-            tool.CommitNewSamples();
-        }
-    train(tool);
+        for (const std::string line : {"0123456789", "ABCEHLT:=", "ioj;,'.-_"})
+            commit(line + "H", {.scale = scale, .dot = scale});
+    train();
     ASSERT_TRUE(tool.isTrained());
     tool.setImage(
         drawn({"LOT:A-17", "ioj=H,2"}, {.scale = 5, .dot = 5, .paper = 30, .print = 190, .slope = 0.03}));
@@ -81,9 +78,7 @@ TEST(EmbeddedTool, ReadsWhatItWasTrainedOn) {
 }
 
 // Identifiers name no more, so a record more is refused, at once and with nothing changed.
-TEST(EmbeddedTool, RefusesMoreRecordsThanIdentifiersName) {
-    const TemporaryFolder folder;
-    EmbeddedTool tool{JobFolder(folder.path())};
+TEST_F(ToolWithoutFonts, RefusesMoreRecordsThanIdentifiersName) {
     tool.CreateFont("f");
     tool.SetCharacterSet({"A"});
     CharacterSet many;
@@ -104,21 +99,13 @@ TEST(EmbeddedTool, RefusesMoreRecordsThanIdentifiersName) {
     tool.IncludeSamples("A");
     EXPECT_THROW(tool.IncludeSamples("A"), Failure);
     tool.CommitNewSamples();
-    EXPECT_EQ(tool.GetSampleData(kAllCommitted, kSampleFields)->upperRow(), 99'999);
+    EXPECT_EQ(committed(), 99'999);
 }
 
-TEST(EmbeddedTool, AFontLeftForAnotherKeepsWhatIsNotSaved) {
-    const TemporaryFolder folder;
-    EmbeddedTool tool{JobFolder(folder.path())};
+TEST_F(ToolWithoutFonts, AFontLeftForAnotherKeepsWhatIsNotSaved) {
     tool.CreateFont("a");
     tool.SetCharacterSet({"A", "B"});
-    tool.setImage(drawn({"AB"}, {}));
-    tool.IncludeSamples("AB");
-    tool.CommitNewSamples();
-    const auto committed = [&] {
-        const auto table = tool.GetSampleData(kAllCommitted, kSampleFields);
-        return table ? table->upperRow() : 0;
-    };
+    commit("AB");
     tool.CreateFont("b");
     EXPECT_EQ(committed(), 0);
     tool.RenameFont("c", "a");
@@ -137,25 +124,21 @@ TEST(EmbeddedTool, AFontLeftForAnotherKeepsWhatIsNotSaved) {
     EXPECT_EQ(committed(), 0);
 }
 
-TEST(EmbeddedTool, BadNamesAreRefused) {
-    const TemporaryFolder folder;
-    EmbeddedTool tool{JobFolder(folder.path())};
+TEST_F(ToolWithoutFonts, BadNamesAreRefused) {
     for (const std::string name : {"", ".", "..", "a/b", "a\\b", "../x", "a:b", "a*", "a?", "a\"", "<a", "a>",
                                    "a|", "a\n", "a.", "a "}) {
-        EXPECT_EQ(failureNumber([&] { tool.CreateFont(name); }), 52) << name;
-        EXPECT_EQ(failureNumber([&] { tool.LoadFont(name); }), 52) << name;
+        EXPECT_EQ(refusal([&] { tool.CreateFont(name); }), 52) << name;
+        EXPECT_EQ(refusal([&] { tool.LoadFont(name); }), 52) << name;
     }
     tool.CreateFont("ok");
-    EXPECT_EQ(failureNumber([&] { tool.RenameFont("a/b", "ok"); }), 52);
-    EXPECT_EQ(failureNumber([&] { tool.DuplicateFont("ok", "ok"); }), 58);
-    EXPECT_EQ(failureNumber([&] { tool.LoadFont("none"); }), 53);
+    EXPECT_EQ(refusal([&] { tool.RenameFont("a/b", "ok"); }), 52);
+    EXPECT_EQ(refusal([&] { tool.DuplicateFont("ok", "ok"); }), 58);
+    EXPECT_EQ(refusal([&] { tool.LoadFont("none"); }), 53);
     EXPECT_THAT(tool.GetFontList(), ElementsAre("ok"));
     EXPECT_FALSE(std::filesystem::exists(folder.path("b.nnd")));
 }
 
-TEST(EmbeddedTool, StepDatumFollowsTheFont) {
-    const TemporaryFolder folder;
-    EmbeddedTool tool{JobFolder(folder.path())};
+TEST_F(ToolWithoutFonts, StepDatumFollowsTheFont) {
     EXPECT_EQ(tool.programIdentifier(), "Step.DravikTool.1");
     EXPECT_EQ(&tool.fontTool(), &tool);
     EXPECT_EQ(tool.datum("SelFont"), 0);
@@ -205,22 +188,20 @@ TEST(EmbeddedTool, RemembersTheSelectedFont) {
     EXPECT_TRUE(tool->GetFontList().empty());
 }
 
-TEST(EmbeddedTool, DamagedFontsAreRefusedAndTheCurrentOneStays) {
-    const TemporaryFolder folder;
-    EmbeddedTool tool{JobFolder(folder.path())};
+TEST_F(ToolWithoutFonts, DamagedFontsAreRefusedAndTheCurrentOneStays) {
     tool.CreateFont("good");
-    commit(tool, "AB1");
+    commit("AB1");
     std::ofstream(folder.path("Fonts/bad.nnd")) << "no font at all";
     std::ofstream(folder.path("Fonts/empty.nnd"));
     std::filesystem::create_directory(folder.path("Fonts/folder.nnd"));
     for (const char* name : {"bad", "empty"}) {
-        EXPECT_EQ(failureNumber([&] { tool.LoadFont(name); }), 57) << name;
-        EXPECT_EQ(failureNumber([&] { tool.summary(name); }), 57) << name;
-        EXPECT_EQ(failureNumber([&] { tool.DuplicateFont("copy", name); }), 57) << name;
+        EXPECT_EQ(refusal([&] { tool.LoadFont(name); }), 57) << name;
+        EXPECT_EQ(refusal([&] { tool.summary(name); }), 57) << name;
+        EXPECT_EQ(refusal([&] { tool.DuplicateFont("copy", name); }), 57) << name;
     }
-    EXPECT_NE(failureNumber([&] { tool.LoadFont("folder"); }), 0);
+    EXPECT_NE(refusal([&] { tool.LoadFont("folder"); }), 0);
     EXPECT_EQ(tool.currentFont(), "good");
-    EXPECT_EQ(tool.GetSampleData(kAllCommitted, kSampleFields)->upperRow(), 3);
+    EXPECT_EQ(committed(), 3);
     EXPECT_THAT(tool.GetFontList(), ElementsAre("bad", "empty", "good"));
     tool.SaveFont("good");
     const FontSummary summary = tool.summary("good");
@@ -228,21 +209,19 @@ TEST(EmbeddedTool, DamagedFontsAreRefusedAndTheCurrentOneStays) {
     EXPECT_FALSE(summary.trained);
 }
 
-TEST(EmbeddedTool, FontsAreNotSwappedUnderARun) {
-    const TemporaryFolder folder;
-    EmbeddedTool tool{JobFolder(folder.path())};
+TEST_F(ToolWithoutFonts, FontsAreNotSwappedUnderARun) {
     tool.CreateFont("other");
     tool.CreateFont("F");
     // Labels that contradict each other keep the run busy.
     tool.setImage(drawn({"0123456789"}));
     for (int i = 0; i < 60; ++i) tool.IncludeSamples(i % 2 ? "0123456789" : "1032547698");
     tool.CommitNewSamples();
-    EXPECT_EQ(tool.GetSampleData(kAllCommitted, kSampleFields)->upperRow(), 600);
+    EXPECT_EQ(committed(), 600);
     tool.StartTraining();
     // The run may end at any time; until it has, these are refused, and samples may go while it uses its own.
     for (const auto& action : std::vector<std::function<void()>>{
              [&] { tool.StartTraining(); }, [&] { tool.LoadFont("other"); }, [&] { tool.DeleteFont("F"); }}) {
-        const int number = failureNumber(action);
+        const int number = refusal(action);
         ASSERT_EQ(number, 5);
     }
     for (int i = 0; i < 100; ++i) tool.DeleteSample(300000);
@@ -252,7 +231,7 @@ TEST(EmbeddedTool, FontsAreNotSwappedUnderARun) {
     double trained = 0;
     for (const double count : characters->values()) trained += count;
     EXPECT_EQ(trained, 600);
-    EXPECT_EQ(tool.GetSampleData(kAllCommitted, kSampleFields)->upperRow(), 500);
+    EXPECT_EQ(committed(), 500);
 }
 
 }  // namespace

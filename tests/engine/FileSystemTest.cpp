@@ -5,14 +5,14 @@
 
 #include <algorithm>
 
+#include "base/TemporaryFolder.h"
 #include "engine/AtomicFile.h"
-#include "engine/TestFolder.h"
 
 namespace dravik {
 namespace {
 
 TEST(FileSystem, FoldersOfAnyNameAreMadeListedAndRead) {
-    const TestFolder base;
+    const TemporaryFolder base;
     const std::string outer = base.path() + "Pr\u00fcfung \u65e5\u672c";
     const std::string inner = outer + "/\U0001F600";
     const std::vector<std::uint8_t> content{1, 2, 3};

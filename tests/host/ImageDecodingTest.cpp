@@ -16,6 +16,7 @@
 #include "base/TemporaryFolder.h"
 #include "com/support/ImageFile.h"
 #include "gtest/gtest.h"
+#include "support/Refused.h"
 
 namespace dravik::test {
 namespace {
@@ -118,13 +119,9 @@ TEST_F(ImageDecoding, PhotographsAreTurnedAsTheCameraNoted) {
 }
 
 TEST_F(ImageDecoding, WhatIsNoImageIsNamed) {
-    const auto problem = [](const std::string& path) -> std::pair<int, std::string> {
-        try {
-            decodeImageFileByWic(path);
-        } catch (const Failure& failure) {
-            return {failure.number(), failure.description()};
-        }
-        return {0, ""};
+    const auto problem = [](const std::string& path) {
+        const Failure failure = failureOfAction([&] { decodeImageFileByWic(path); });
+        return std::pair(failure.number(), failure.description());
     };
     EXPECT_EQ(problem(file("absent.png")).first, 53);
     EXPECT_NE(problem(file("absent.png")).second.find("absent.png"), std::string::npos);

@@ -1,4 +1,5 @@
 #include "screen/support/BoundScreen.h"
+#include "support/Refused.h"
 
 namespace dravik::test {
 namespace {
@@ -18,14 +19,10 @@ TEST_F(BoundScreen, StartsEmptyWithNothingToSaveOrStop) {
 TEST_F(BoundScreen, RefusesAnyOtherStepAndChangesNothing) {
     for (const char* identifier : {"Step.DravikTool.2", "step.draviktool.1", "Step.DravikTool.1 ", ""}) {
         tool->program = identifier;
-        try {
-            control.setStep(tool);
-            FAIL() << identifier;
-        } catch (const Failure& failure) {
-            EXPECT_EQ(static_cast<std::uint32_t>(failure.number()), 0x80004005u);
-            EXPECT_EQ(failure.source(), "DravikPage.DravikPage");
-            EXPECT_EQ(failure.description(), "Given step is not Dravik Tool");
-        }
+        const Failure failure = failureOfAction([&] { control.setStep(tool); });
+        EXPECT_EQ(static_cast<std::uint32_t>(failure.number()), 0x80004005u) << identifier;
+        EXPECT_EQ(failure.source(), "DravikPage.DravikPage");
+        EXPECT_EQ(failure.description(), "Given step is not Dravik Tool");
     }
     EXPECT_EQ(control.step(), nullptr);
     EXPECT_TRUE(tool->calls.empty());

@@ -1,3 +1,4 @@
+#include "support/Refused.h"
 #include "trainer/HeadlessPlatform.h"
 
 #include <gmock/gmock.h>
@@ -50,12 +51,7 @@ TEST(HeadlessPlatform, DatesSortAndAMissingFileIsNotFound) {
     const auto date = platform.fileDateText(workspace.write("file", "x"));
     EXPECT_EQ(date.size(), before.size());
     EXPECT_GE(date, before) << "written today, after midnight";
-    try {
-        platform.fileDateText(workspace.path("none"));
-        FAIL();
-    } catch (const Failure& failure) {
-        EXPECT_EQ(failure.number(), 53);
-    }
+    EXPECT_EQ(refusal([&] { platform.fileDateText(workspace.path("none")); }), 53);
 }
 
 TEST(RunLoop, TicksUntilTheTimerIsOff) {

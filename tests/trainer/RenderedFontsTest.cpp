@@ -31,6 +31,9 @@ struct Required {
 TEST(RenderedFonts, AFontLearntFromItsCharacterSetReadsItsLines) {
     const Workspace workspace;
     const ImageDecoder decoder = [](const std::string& file) { return readPng(file); };
+    constexpr std::size_t kWrongInAll = 12;
+    std::size_t wrongInAll = 0;
+    std::size_t charactersInAll = 0;
     std::cout << "font       included refused  characters  right  lines  right\n";
     for (const auto& required : {Required{"hack", 3, 1},
                                  {"libmono", 3, 2},
@@ -76,7 +79,11 @@ TEST(RenderedFonts, AFontLearntFromItsCharacterSetReadsItsLines) {
                   << wholeLines << '\n';
         EXPECT_GE(included, required.included) << font;
         EXPECT_LE(wrong, required.wrong) << font;
+        wrongInAll += wrong;
+        charactersInAll += total;
     }
+    EXPECT_EQ(charactersInAll, 589U);
+    EXPECT_LE(wrongInAll, kWrongInAll);
 }
 
 }  // namespace

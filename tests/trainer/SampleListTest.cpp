@@ -11,13 +11,17 @@ namespace {
 using testing::ElementsAre;
 using testing::StartsWith;
 
-std::vector<std::string> problemsOf(const std::string& content) {
+std::vector<std::string> problemsOf(const std::function<void()>& reading) {
     try {
-        parseSampleList(content, "LIST.tsv");
+        reading();
     } catch (const SampleListError& error) {
         return error.problems;
     }
     return {};
+}
+
+std::vector<std::string> problemsOf(const std::string& content) {
+    return problemsOf([&] { parseSampleList(content, "LIST.tsv"); });
 }
 
 TEST(SampleList, RowsAreTakenAsTheyStandInTheFile) {
@@ -53,17 +57,10 @@ TEST(SampleList, EveryWrongLineIsNamedWithWhatIsWrong) {
 
 TEST(SampleList, AFileThatCannotBeReadSaysWhy) {
     const Workspace workspace;
-    const auto problemOf = [](const std::string& file) {
-        try {
-            readSampleList(file);
-        } catch (const SampleListError& error) {
-            return error.problems.front();
-        }
-        return std::string();
-    };
-    EXPECT_THAT(problemOf(workspace.path("none.tsv")),
-                StartsWith(workspace.path("none.tsv") + ": cannot be read: No"));
-    EXPECT_EQ(problemOf(workspace.path("")), workspace.path("") + ": is a folder, not a list");
+    EXPECT_THAT(problemsOf([&] { readSampleList(workspace.path("none.tsv")); }),
+                ElementsAre(StartsWith(workspace.path("none.tsv") + ": cannot be read: No")));
+    EXPECT_THAT(problemsOf([&] { readSampleList(workspace.path("")); }),
+                ElementsAre(workspace.path("") + ": is a folder, not a list"));
 }
 
 }  // namespace

@@ -3,6 +3,7 @@
 #include "activex/win32/Peer.h"
 #include "activex/win32/WinText.h"
 #include "base/Paths.h"
+#include "support/Refused.h"
 #include "widgets/Button.h"
 #include "widgets/Label.h"
 #include "widgets/TextBox.h"
@@ -210,12 +211,7 @@ TEST_F(PlatformOnScreen, DatesAreInTheUsersForm) {
     EXPECT_TRUE(std::regex_search(platform().timeText(), std::regex("[0-9]:[0-9]{2}:[0-9]{2}")))
         << platform().timeText();
     std::filesystem::remove(file);
-    try {
-        platform().fileDateText(fromPath(file));
-        FAIL();
-    } catch (const Failure& failure) {
-        EXPECT_EQ(failure.number(), 53);
-    }
+    EXPECT_EQ(refusal([&] { platform().fileDateText(fromPath(file)); }), 53);
 }
 
 TEST_F(PlatformOnScreen, APageIsDrawnIntoAnyContext) {

@@ -6,7 +6,6 @@
 // Behind the Windows headers
 #include <memory>
 
-
 namespace dravik {
 
 class FormPage;

@@ -23,9 +23,9 @@
 #include "activex/com/ToolValues.h"
 #include "activex/com/Variant.h"
 // Behind the Windows headers
+#include "base/TemporaryFolder.h"
 #include "contract/DrawnText.h"
 #include "contract/FontToolContract.h"
-#include "base/TemporaryFolder.h"
 
 namespace dravik {
 namespace {
