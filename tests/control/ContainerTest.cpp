@@ -75,6 +75,7 @@ TEST(Container, GivesKeysAndGetsThoseThatLeave) {
     info.cb = sizeof info;
     ASSERT_EQ(as<IOleControl>(host)->GetControlInfo(&info), S_OK);
     EXPECT_GE(info.cAccel, 2);  // Alt+I, in both cases
+    EXPECT_EQ(info.dwFlags, DWORD{CTRLINFO_EATS_RETURN}) << "Enter includes, Escape is the host's";
 
     const auto active = as<IOleInPlaceActiveObject>(host);
     const auto translate = [&](UINT message, WPARAM key) {
@@ -142,6 +143,31 @@ TEST(Container, SetsAmbientProperties) {
         host.window(), WM_KEYDOWN, VK_TAB, 0, 0, {},
     };
     EXPECT_EQ(as<IOleInPlaceActiveObject>(host)->TranslateAccelerator(&key), S_FALSE);
+}
+
+TEST(Container, SaysWhetherTheDefaultButtonIsMarkedWhileTheFocusIsItsOwn) {
+    StrictHost host(newControl());
+    const HWND own = CreateWindowExW(0, L"EDIT", L"", WS_CHILD | WS_VISIBLE, 0, 0, 10, 10, host.frame(),
+                                     nullptr, nullptr, nullptr);
+    const HWND include = child(host.window(), L"Button", L"&Include");
+    const auto marked = [&] {
+        return (GetWindowLongW(include, GWL_STYLE) & BS_TYPEMASK) == BS_DEFPUSHBUTTON;
+    };
+    SetFocus(own);
+    host.pump();
+    EXPECT_TRUE(marked()) << "a host that says nothing has no default button of its own";
+    host.site().ambients.emplace(DISPID_AMBIENT_DISPLAYASDEFAULT, Variant(false));
+    as<IOleControl>(host)->OnAmbientPropertyChange(DISPID_AMBIENT_DISPLAYASDEFAULT);
+    EXPECT_FALSE(marked());
+    SetFocus(children(host.window(), L"Edit").back());
+    EXPECT_TRUE(marked()) << "Enter includes";
+    SetFocus(child(host.window(), L"Button", L"Learn"));
+    EXPECT_FALSE(marked()) << "Enter presses the other one";
+    SetFocus(own);
+    EXPECT_FALSE(marked());
+    host.site().ambients.insert_or_assign(DISPID_AMBIENT_DISPLAYASDEFAULT, Variant(true));
+    as<IOleControl>(host)->OnAmbientPropertyChange(DISPID_AMBIENT_DISPLAYASDEFAULT);
+    EXPECT_TRUE(marked());
 }
 
 // Colours of a picture of the control and how often they occur.

@@ -10,6 +10,7 @@
 #include "screen/support/RecordingTool.h"
 #include "screen/support/TracedJobs.h"
 #include "shell/DravikDlg.h"
+#include "win32/support/BlackScheme.h"
 #include "win32/support/ShownPage.h"
 
 namespace dravik::test {
@@ -129,6 +130,27 @@ TEST_F(WholeScreenAt144, NothingIsCutOff) {
     GetClientRect(view(screen().train.cmdSaveFont), &client);
     Look look(144, {});
     EXPECT_LT(look.textSize(look.font(), caption).cx, client.right);
+}
+
+TEST_F(WholeScreen, FollowsTheSystemsColoursWhileItIsShown) {
+    const auto white = [&] { return countOf(*picture(page->window()), RGB(255, 255, 255)); };
+    {
+        const BlackScheme scheme;
+        SendMessageW(page->window(), WM_SYSCOLORCHANGE, 0, 0);
+        auto image = picture(page->window());
+        EXPECT_EQ(colorAt(*image, 1, 1), RGB(0, 0, 0));
+        auto label = picture(view(screen().font.lblFontName));
+        EXPECT_EQ(colorAt(*label, label->width() - 1, 0), RGB(0, 0, 0));
+        EXPECT_GT(countOf(*label, RGB(255, 255, 255)), 20);
+        keepPicture(page->window(), "screen-high-contrast");
+        clickTool(screen().overview.tlbChars, "Numeric");
+        keepPicture(page->window(), "screen-high-contrast-grid");
+        clickTool(screen().overview.tlbChars, "Graphical");
+    }
+    const int before = white();
+    SendMessageW(page->window(), WM_SYSCOLORCHANGE, 0, 0);
+    EXPECT_NE(colorAt(*picture(page->window()), 1, 1), RGB(0, 0, 0));
+    EXPECT_NE(white(), before);
 }
 
 }  // namespace

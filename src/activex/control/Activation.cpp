@@ -136,6 +136,7 @@ void Activation::takeAmbients() {
     FormPage* shown = page();
     if (!shown) return;
     shown->setAmbient(site_.ambient());
+    shown->setDefaultShown(site_.displayAsDefault());
     shown->setInert(!site_.userMode() || site_.uiDead());
 }
 

@@ -1,5 +1,6 @@
 #include "activex/control/ControlState.h"
 
+#include "activex/win32/Dpi.h"
 #include "base/Failure.h"
 
 namespace dravik {
@@ -14,7 +15,7 @@ SIZE ControlState::extent() {
     // A widget has one view at a time, so that the page that is there must do.
     FormPage* shown = activation.page();
     const SIZE pixels = shown ? shown->preferredSize() : UnseenPage(*this).page().preferredSize();
-    const int dpi = shown ? shown->dpi() : static_cast<int>(GetDpiForSystem());
+    const int dpi = shown ? shown->dpi() : dpiOf(nullptr);
     extent_ = {MulDiv(pixels.cx, kHimetricPerInch, dpi), MulDiv(pixels.cy, kHimetricPerInch, dpi)};
     return extent_;
 }
@@ -29,9 +30,9 @@ UnseenPage::UnseenPage(ControlState& state)
     : parent_(
           CreateWindowExW(0, L"STATIC", L"", WS_POPUP, 0, 0, 0, 0, nullptr, nullptr, state.module, nullptr)) {
     if (!parent_) throw Failure(RuntimeError::OutOfMemory);
-    page_ = std::make_unique<FormPage>(state.screen.dialog().form(), parent_, state.screen.platform());
+    page_ = std::make_unique<FormPage>(state.screen.dialog().form(), parent_, state.screen.platform(),
+                                       state.site.ambient());
     page_->setInert(true);
-    page_->setAmbient(state.site.ambient());
 }
 
 UnseenPage::~UnseenPage() {

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "activex/Entry.h"
+#include "activex/win32/Dpi.h"
 #include "activex/win32/ScrollBar.h"
 #include "base/Failure.h"
 
@@ -51,6 +52,7 @@ ControlWindow::ControlWindow(HINSTANCE module, HWND parent, const RECT& place, F
     page_->focusLeft = [this] {
         if (focusChanged) focusChanged(false);
     };
+    page_->sizeChanged = [this] { arrange(); };
     arrange();
     page_->setVisible(true);
 }
@@ -155,7 +157,14 @@ LRESULT ControlWindow::answer(UINT message, WPARAM wide, LPARAM longer) {
             if (page_ && !page_->hasFocusInside()) page_->focusFirst();
             return 0;
         case kDpiChangedAfterParent:
-            page_->setDpi(static_cast<int>(GetDpiForWindow(window)));
+            page_->setDpi(dpiOf(window));
+            arrange();
+            return 0;
+        // From hosts that pass on what top-level windows are told.
+        case WM_SYSCOLORCHANGE:
+        case WM_THEMECHANGED:
+        case WM_SETTINGCHANGE:
+            page_->systemChanged();
             arrange();
             return 0;
         // What a dialog would answer, for hosts that take any parent of controls for one.

@@ -55,6 +55,10 @@ bool HostSite::userMode() const {
     return flag(DISPID_AMBIENT_USERMODE, true);
 }
 
+bool HostSite::displayAsDefault() const {
+    return flag(DISPID_AMBIENT_DISPLAYASDEFAULT, true);
+}
+
 bool HostSite::uiDead() const {
     return flag(DISPID_AMBIENT_UIDEAD, false);
 }

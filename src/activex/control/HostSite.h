@@ -27,6 +27,8 @@ class HostSite {
     void setAmbients(IDispatch* ambients);
 
     bool userMode() const;
+    // The control may mark its default button; it is the host's while the focus is elsewhere.
+    bool displayAsDefault() const;
     // The host does not want the control to answer the operator.
     bool uiDead() const;
     // Font and colours of the surroundings.

@@ -26,7 +26,8 @@ HRESULT OleControl::GetControlInfo(CONTROLINFO* info) {
             accelerators_ = CreateAcceleratorTableW(keys.data(), static_cast<int>(keys.size()));
         info->hAccel = accelerators_;
         info->cAccel = accelerators_ ? static_cast<USHORT>(keys.size()) : USHORT{0};
-        info->dwFlags = 0;
+        const FormPage* shown = state_.activation.page();
+        info->dwFlags = shown && shown->answersEnter() ? CTRLINFO_EATS_RETURN : 0;
         return S_OK;
     });
 }

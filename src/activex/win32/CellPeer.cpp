@@ -88,7 +88,7 @@ class CellPeer : public PeerOf<Label, DrawnPeer>, private AccessibleContent {
         const COLORREF ground = look().color(model_.backColor());
         fill(dc, client, ground);
         const int hair = look().px(1);
-        frame(dc, client, blend(ground, look().color(kWindowTextColor), kFrameShare), hair);
+        frame(dc, client, look().line(ground, kFrameShare), hair);
         if (hasFocus()) {
             frame(dc, client, GetSysColor(COLOR_HIGHLIGHT), 2 * hair);
             RECT inner = client;

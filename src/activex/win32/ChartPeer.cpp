@@ -81,8 +81,9 @@ class ChartPeer : public PeerOf<Chart, DrawnPeer>, private AccessibleContent {
             fill(dc, place, color);
             // Bars that touch or overlap stay told apart by a hair line.
             fill(dc, {place.left - hair, place.top, place.left, place.bottom}, background);
-            if (heightOf(place) > 0 && contrast(color, background) < kLeastContrast)
-                frame(dc, place, blend(background, look().color(kWindowTextColor), kOutlineShare), hair);
+            if (heightOf(place) > 0 &&
+                (look().highContrast() || contrast(color, background) < kLeastContrast))
+                frame(dc, place, look().line(background, kOutlineShare), hair);
             if (hasFocus() && static_cast<int>(i) == pointed_) {
                 RECT mark = place;
                 InflateRect(&mark, 3 * hair, 3 * hair);
@@ -129,9 +130,15 @@ class ChartPeer : public PeerOf<Chart, DrawnPeer>, private AccessibleContent {
         fireMouseMove(0, 0, pointerPlace());
     }
 
+    // A line that the ground would swallow is drawn in black or white where strong contrasts are wanted.
+    COLORREF shownOn(COLORREF background, COLORREF color) const {
+        const bool swallowed = look().highContrast() && contrast(color, background) < kLeastContrast;
+        return swallowed ? readableOn(background) : color;
+    }
+
     void paintLine(HDC dc, const ChartLine& line) const {
         const int thick = std::max(1, look().px(line.borderWidth));
-        const COLORREF color = look().color(line.color);
+        const COLORREF color = shownOn(look().color(model_.backColor()), look().color(line.color));
         const POINT from = toView(line.x1, line.y1);
         const POINT to = toView(line.x2, line.y2);
         if (from.x == to.x || from.y == to.y) {

@@ -83,6 +83,14 @@ void FormPage::setInert(bool inert) {
     page_->setInert(inert);
 }
 
+void FormPage::setDefaultShown(bool shown) {
+    page_->setDefaultShown(shown);
+}
+
+bool FormPage::answersEnter() const noexcept {
+    return page_->attached() && page_->form().defaultButton;
+}
+
 void FormPage::systemChanged() {
     page_->systemChanged();
 }

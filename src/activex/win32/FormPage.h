@@ -44,6 +44,11 @@ class FormPage {
     void setAmbient(const Ambient& ambient);
     // An inert page shows everything, but takes no input and runs no timer, as a form designer wants it.
     void setInert(bool inert);
+    // Whether the form's default button is marked while the focus is outside of the page; it is unless said
+    // so.
+    void setDefaultShown(bool shown);
+    // Enter presses a button.
+    bool answersEnter() const noexcept;
     // A system colour, theme or font setting changed; for whoever gets WM_SYSCOLORCHANGE, WM_THEMECHANGED and
     // WM_SETTINGCHANGE in its top-level window.
     void systemChanged();

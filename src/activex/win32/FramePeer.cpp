@@ -1,4 +1,5 @@
-// The native group box, here the parent of what stands in it.
+// The native group box, here the parent of what stands in it. It is drawn here in the colours of the page:
+// the system's themes draw its caption in a colour of their own, whatever is behind it.
 #include <windows.h>
 
 #include <commctrl.h>
@@ -15,6 +16,9 @@ namespace {
 
 constexpr int kMargin = 9;
 constexpr int kBelowCaption = 5;
+constexpr int kCaptionIndent = 8;
+constexpr int kCaptionGap = 2;
+constexpr double kLineShare = 0.3;
 
 class FramePeer : public PeerOf<Frame, DrawnPeer> {
   public:
@@ -67,8 +71,22 @@ class FramePeer : public PeerOf<Frame, DrawnPeer> {
         return message == WM_NCHITTEST ? HTCLIENT : DrawnPeer::message(message, wParam, lParam);
     }
     void paint(HDC dc, const RECT& client, const RECT&) override {
-        fill(dc, client, look().background());
-        defaultAnswer(WM_PRINTCLIENT, reinterpret_cast<WPARAM>(dc), PRF_CLIENT);
+        const COLORREF ground = look().background();
+        fill(dc, client, ground);
+        const Selected font(dc, wantedFont());
+        const int high = look().lineHeight(wantedFont());
+        frame(dc, {client.left, client.top + high / 2, client.right, client.bottom},
+              look().line(ground, kLineShare), look().px(1));
+        if (!attached() || model_.caption().empty()) return;
+        const std::wstring caption = wide(model_.caption());
+        const LONG left = client.left + look().px(kCaptionIndent);
+        const LONG right = left + look().textSize(wantedFont(), captionText()).cx;
+        const int gap = look().px(kCaptionGap);
+        fill(dc, {left - gap, client.top, right + gap, client.top + high}, ground);
+        RECT place{left, client.top, right, client.top + high};
+        SetBkMode(dc, TRANSPARENT);
+        SetTextColor(dc, IsWindowEnabled(window()) ? look().color(kWindowTextColor) : look().disabledText());
+        DrawTextW(dc, caption.c_str(), static_cast<int>(caption.size()), &place, DT_SINGLELINE | DT_NOCLIP);
     }
 
   private:

@@ -173,9 +173,9 @@ class GridPeer : public PeerOf<Grid, DrawnPeer>, private AccessibleContent {
         SetBkMode(dc, TRANSPARENT);
         const bool enabled = IsWindowEnabled(window()) != FALSE;
         const COLORREF words = enabled ? GetSysColor(COLOR_WINDOWTEXT) : look().disabledText();
-        const COLORREF line = blend(ground, GetSysColor(COLOR_WINDOWTEXT), 0.15);
+        const COLORREF line = look().line(ground, 0.15);
         const COLORREF face = look().background();
-        const COLORREF faceLine = blend(face, look().color(kWindowTextColor), 0.25);
+        const COLORREF faceLine = look().line(face, 0.25);
         const auto [top, bottom] = std::minmax(model_.row(), model_.rowSelection());
         const auto [left, right] = std::minmax(model_.column(), model_.columnSelection());
 

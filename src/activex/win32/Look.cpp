@@ -154,6 +154,10 @@ COLORREF Look::disabledText() const {
     return contrast(grey, background()) >= 1.8 ? grey : blend(background(), readableOn(background()), 0.45);
 }
 
+COLORREF Look::line(COLORREF ground, double share) const {
+    return blend(ground, readableOn(ground), highContrast_ ? 1 : share);
+}
+
 HBRUSH Look::brush(COLORREF color) {
     Brush& brush = brushes_[color];
     if (!brush) brush = Brush(CreateSolidBrush(color));

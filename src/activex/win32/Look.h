@@ -10,6 +10,7 @@
 #include "activex/win32/Ambient.h"
 #include "activex/win32/Dpi.h"
 #include "activex/win32/Gdi.h"
+#include "activex/win32/HighContrast.h"
 #include "widgets/Color.h"
 
 namespace dravik {
@@ -46,6 +47,9 @@ class Look {
     COLORREF textColorOn(Color background, Color foreground) const;
     COLORREF background() const { return color(kButtonFaceColor); }
     COLORREF disabledText() const;
+    // Of a thin line on the ground: `share` of the way to black or white, all of it under high contrast.
+    COLORREF line(COLORREF ground, double share) const;
+    bool highContrast() const noexcept { return highContrast_; }
     // Kept by this object.
     HBRUSH brush(COLORREF color);
 
@@ -55,6 +59,7 @@ class Look {
 
     int dpi_;
     Ambient ambient_;
+    bool highContrast_ = isHighContrast();
     LOGFONTW base_{};
     Canvas measuring_{1, 1};
     std::map<std::pair<bool, LONG>, Font> fonts_;

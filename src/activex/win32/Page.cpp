@@ -143,6 +143,7 @@ void Page::arrange() {
     willArrange_ = false;
     if (!attached_ || !window() || arranging_ || !open_) return;
     arranging_ = true;
+    bool resized = false;
     guarded([&] {
         RECT client{};
         GetClientRect(window(), &client);
@@ -151,9 +152,11 @@ void Page::arrange() {
         place(geometry.place({margin, margin, client.right - 2 * margin, client.bottom - 2 * margin}));
         const Extent wanted{geometry.preferred().width + 2 * margin,
                             geometry.preferred().height + 2 * margin};
-        if (std::exchange(knownPreferred_, wanted) != wanted) tell(sizeChanged);
+        resized = std::exchange(knownPreferred_, wanted) != wanted;
     });
     arranging_ = false;
+    // Whoever is told gives the page another size, which arranges it again.
+    if (resized) guarded([this] { tell(sizeChanged); });
 }
 
 void Page::arrangeSoon() {

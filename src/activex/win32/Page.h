@@ -45,6 +45,8 @@ class Page : public AnsweredWindow, public std::enable_shared_from_this<Page> {
     void setAmbient(const Ambient& ambient);
     void setInert(bool inert);
     bool inert() const noexcept { return inert_; }
+    // While the focus is outside, the form's default button is marked only when this is wanted.
+    void setDefaultShown(bool shown);
     void systemChanged();
 
     // Everything again where it belongs: at once, and as soon as the running procedure is through.
@@ -108,6 +110,7 @@ class Page : public AnsweredWindow, public std::enable_shared_from_this<Page> {
     bool answerKey(Peer* focused, UINT key, bool& leftPage);
     std::vector<Peer*> tabStops() const;
     Peer* buddyOf(const Peer& label) const;
+    // The button that Enter presses while the focus is there; null when it is outside.
     void showDefaultButton(Peer* focused);
 
     Form& form_;
@@ -124,6 +127,7 @@ class Page : public AnsweredWindow, public std::enable_shared_from_this<Page> {
     bool attached_ = true;
     bool inert_ = false;
     bool open_ = false;
+    bool defaultShown_ = true;
     bool arranging_ = false;
     bool willArrange_ = false;
 };

@@ -1,5 +1,6 @@
 // Keyboard of a page: which control Tab, Enter, Escape and the access keys lead to.
 #include <algorithm>
+#include <utility>
 
 #include "activex/win32/Page.h"
 #include "activex/win32/Win32Platform.h"
@@ -69,7 +70,9 @@ void Page::focusArrived(Peer& peer) {
 }
 
 void Page::focusMoves(HWND to) {
-    if (!to || (to != window() && !IsChild(window(), to))) tell(focusGone);
+    if (to && (to == window() || IsChild(window(), to))) return;
+    showDefaultButton(nullptr);
+    tell(focusGone);
 }
 
 void Page::focusLeft(Peer& peer) {
@@ -90,13 +93,19 @@ void Page::focusLater(Peer& peer) {
 void Page::showDefaultButton(Peer* focused) {
     if (!attached_) return;
     const bool button = focused && focused->model().kind() == WidgetKind::Button;
-    const Widget* wanted = button ? &focused->model() : form_.defaultButton;
+    const Widget* wanted = button                     ? &focused->model()
+                           : focused || defaultShown_ ? form_.defaultButton
+                                                      : nullptr;
     for (const auto& peer : peers_) {
         if (!peer->attached() || peer->model().kind() != WidgetKind::Button || !peer->window()) continue;
         const auto style = static_cast<UINT>(GetWindowLongPtrW(peer->window(), GWL_STYLE)) & BS_TYPEMASK;
         const UINT shown = &peer->model() == wanted ? BS_DEFPUSHBUTTON : BS_PUSHBUTTON;
         if (style != shown) SendMessageW(peer->window(), BM_SETSTYLE, shown, TRUE);
     }
+}
+
+void Page::setDefaultShown(bool shown) {
+    if (std::exchange(defaultShown_, shown) != shown && window()) showDefaultButton(peerOf(GetFocus()));
 }
 
 bool Page::answerKey(Peer* focused, UINT key, bool& leftPage) {

@@ -182,8 +182,9 @@ class ToolbarPeer : public PeerOf<Toolbar> {
         fill(dc, place, ground);
         InflateRect(&place, -1, -1);
         if (down || hot) {
-            fill(dc, place, blend(ground, down ? text : GetSysColor(COLOR_HIGHLIGHT), down ? 0.12 : 0.1));
-            frame(dc, place, hasFocus() && hot ? GetSysColor(COLOR_HIGHLIGHT) : blend(ground, text, 0.35),
+            const double share = look().highContrast() ? 0 : down ? 0.12 : 0.1;
+            fill(dc, place, blend(ground, down ? text : GetSysColor(COLOR_HIGHLIGHT), share));
+            frame(dc, place, hasFocus() && hot ? GetSysColor(COLOR_HIGHLIGHT) : look().line(ground, 0.35),
                   look().px(1));
         }
         if (icons_.size() <= index) icons_.resize(model_.buttons().size());
