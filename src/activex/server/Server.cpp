@@ -54,6 +54,7 @@ HRESULT classObject(std::span<const RegisteredClass> classes, REFCLSID identifie
     return comCall(iid, kSource, [&]() -> HRESULT {
         for (const RegisteredClass& one : classes) {
             if (one.identifier != identifier) continue;
+            // NOLINTNEXTLINE(bugprone-unhandled-exception-at-new): comCall catches it
             const auto factory = ComPtr<IClassFactory>::attach(new ClassFactory(one));
             return factory->QueryInterface(iid, out);
         }

@@ -53,7 +53,7 @@ FormWindow::FormWindow(Form& form, Win32Platform& platform)
     : form_(&form), name_(form.name()), resizable_(form.resizable), platform_(platform) {}
 
 std::shared_ptr<FormWindow> FormWindow::make(Form& form, HWND owner, Win32Platform& platform) {
-    const std::shared_ptr<FormWindow> result(new FormWindow(form, platform));
+    std::shared_ptr<FormWindow> result(new FormWindow(form, platform));
     result->create(owner);
     return result;
 }
@@ -62,7 +62,7 @@ FormWindow::~FormWindow() {
     letGo();
     page_.reset();
     if (const HWND own = window()) {
-        windowGoes();
+        FormWindow::windowGoes();
         giveBack();
         DestroyWindow(own);
     }

@@ -95,7 +95,8 @@ class Page : public AnsweredWindow, public std::enable_shared_from_this<Page> {
     std::function<void()> escaped;
 
   private:
-    // Whoever is told may take the page away.
+    // Whoever is told may take the page away, and the listener with it.
+    // NOLINTNEXTLINE(performance-unnecessary-value-param)
     static void tell(std::function<void()> listener) {
         if (listener) listener();
     }
