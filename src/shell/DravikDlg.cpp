@@ -170,6 +170,10 @@ void DravikDlg::setRootStep(StepPtr step) {
     parts_->rootStep = std::move(step);
 }
 
+void DravikDlg::tellFailure(std::string_view source, const Failure& failure) {
+    parts_->errors.ReportError(source, failure);
+}
+
 void DravikDlg::setStep(StepPtr step) {
     parts_->binding.setStep(std::move(step));
 }

@@ -5,7 +5,9 @@
 
 #include <memory>
 #include <string>
+#include <string_view>
 
+#include "base/Failure.h"
 #include "base/JobFolder.h"
 #include "shell/Screen.h"
 #include "tool/Step.h"
@@ -39,6 +41,9 @@ class DravikDlg : public StepEditor {
                                          double MaxDistance);
     void HighlightIncluded(const std::string& IncludedChars);
     std::string FontTrainDate(const std::string& Font);
+
+    // Reports, in the same place, what failed before it came to the screen.
+    void tellFailure(std::string_view source, const Failure& failure);
 
     // For the program around the screen. The font differs from its saved form.
     bool m_FontChanged() const noexcept;

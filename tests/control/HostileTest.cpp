@@ -180,6 +180,35 @@ TEST(HostileHost, GivesAStepOfAnotherKind) {
     bench.robot.expectBox(L"Font Changed", IDNO);
 }
 
+// What fails is told to the operator, not to the host.
+TEST(HostileHost, GivesARootStepThatCannotBeCalled) {
+    class Uncallable : public IDispatch {
+      public:
+        HRESULT STDMETHODCALLTYPE QueryInterface(REFIID id, void** object) override {
+            *object = id == IID_IUnknown ? static_cast<IUnknown*>(this) : nullptr;
+            return *object ? S_OK : E_NOINTERFACE;
+        }
+        ULONG STDMETHODCALLTYPE AddRef() override { return 2; }
+        ULONG STDMETHODCALLTYPE Release() override { return 1; }
+        HRESULT STDMETHODCALLTYPE GetTypeInfoCount(UINT*) override { return E_NOTIMPL; }
+        HRESULT STDMETHODCALLTYPE GetTypeInfo(UINT, LCID, ITypeInfo**) override { return E_NOTIMPL; }
+        HRESULT STDMETHODCALLTYPE GetIDsOfNames(REFIID, LPOLESTR*, UINT, LCID, DISPID*) override {
+            return E_NOTIMPL;
+        }
+        HRESULT STDMETHODCALLTYPE Invoke(DISPID, REFIID, LCID, WORD, DISPPARAMS*, VARIANT*, EXCEPINFO*,
+                                         UINT*) override {
+            return E_NOTIMPL;
+        }
+    } uncallable;
+    Bench bench("strict");
+    bench.bind("HELLO");
+    const auto editor = ComPtr<IUnknown>(bench.host->control()).as<::StepEditor>();
+    EXPECT_EQ(editor->putref_RootStep(&uncallable), S_OK);
+    EXPECT_EQ(bench.status(), L"StepEditor_RootStep Err 13 Type mismatch");
+    bench.include(L"HELLO", 5);
+    bench.robot.expectBox(L"Font Changed", IDNO);
+}
+
 TEST(HostileHost, CallsByNameWithWrongArguments) {
     const ComPtr<IUnknown> control = newControl();
     const auto dispatch = control.as<IDispatch>();

@@ -27,8 +27,12 @@ HRESULT StepEditorFacet::get_ReadOnly(VARIANT_BOOL* Value) {
 
 HRESULT StepEditorFacet::putref_RootStep(IDispatch* Value) {
     return entered([&] {
-        return comCall(__uuidof(::StepEditor), kSource,
-                       [&] { state_.screen.setRootStep(stepFromCom(Value)); });
+        try {
+            state_.screen.setRootStep(stepFromCom(Value));
+        } catch (...) {
+            state_.screen.dialog().tellFailure("StepEditor_RootStep", currentFailure());
+        }
+        return S_OK;
     });
 }
 
