@@ -11,13 +11,13 @@
 #include "activex/com/Module.h"
 #include "activex/com/Variant.h"
 #include "activex/server/RegistryTransaction.h"
+#include "com/support/ControlFile.h"
 #include "com/support/RegistryDump.h"
-#include "com/support/TestServer.h"
 
 namespace dravik {
 namespace {
 
-using Dll = test::TestServer;
+using Dll = test::ControlFile;
 using test::registryDump;
 
 constexpr wchar_t kClasses[] = L"Software\\Classes\\";
@@ -156,7 +156,7 @@ TEST_F(RegistrationTest, FailureHalfWayTakesBackWhatWasWritten) {
 TEST_F(RegistrationTest, ObjectsAreMadeThroughTheRegistryAndTheServerUnloads) {
     ASSERT_TRUE(Dll());
     ASSERT_EQ(Dll()("DllRegisterServer"), S_OK);
-    EXPECT_EQ(GetModuleHandleW(L"TestServer.dll"), nullptr);
+    EXPECT_FALSE(Dll::isLoaded());
     {
         CLSID identifier;
         ASSERT_EQ(CLSIDFromProgID(L"Dravik.EmbeddedStep", &identifier), S_OK);
@@ -164,7 +164,7 @@ TEST_F(RegistrationTest, ObjectsAreMadeThroughTheRegistryAndTheServerUnloads) {
         ASSERT_EQ(
             CoCreateInstance(identifier, nullptr, CLSCTX_INPROC_SERVER, __uuidof(IFontTool), tool.putVoid()),
             S_OK);
-        EXPECT_NE(GetModuleHandleW(L"TestServer.dll"), nullptr);
+        EXPECT_TRUE(Dll::isLoaded());
         EXPECT_EQ(textOf(LateBound(tool.get()).property(L"ProgId").get()), "Step.DravikTool.1");
         ComPtr<IUnknown> aggregate;
         EXPECT_EQ(
@@ -175,7 +175,7 @@ TEST_F(RegistrationTest, ObjectsAreMadeThroughTheRegistryAndTheServerUnloads) {
     }
     EXPECT_EQ(Dll()("DllCanUnloadNow"), S_OK);
     CoFreeUnusedLibrariesEx(0, 0);
-    EXPECT_EQ(GetModuleHandleW(L"TestServer.dll"), nullptr);
+    EXPECT_FALSE(Dll::isLoaded());
     EXPECT_EQ(Dll()("DllUnregisterServer"), S_OK);
 }
 

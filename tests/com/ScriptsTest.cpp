@@ -5,8 +5,8 @@
 
 #include "activex/com/ComText.h"
 #include "com/support/ChildProcess.h"
+#include "com/support/ControlFile.h"
 #include "com/support/ImageFile.h"
-#include "com/support/TestServer.h"
 // Behind the Windows headers
 #include "base/Paths.h"
 #include "base/TemporaryFolder.h"
@@ -15,14 +15,14 @@
 namespace dravik {
 namespace {
 
+using test::ControlFile;
 using test::Finished;
 using test::runProcess;
-using test::TestServer;
 
 class ScriptsTest : public testing::Test {
   protected:
-    static void SetUpTestSuite() { ASSERT_EQ(TestServer()("DllRegisterServer"), S_OK); }
-    static void TearDownTestSuite() { EXPECT_EQ(TestServer()("DllUnregisterServer"), S_OK); }
+    static void SetUpTestSuite() { ASSERT_EQ(ControlFile()("DllRegisterServer"), S_OK); }
+    static void TearDownTestSuite() { EXPECT_EQ(ControlFile()("DllUnregisterServer"), S_OK); }
 
     // The script of the documentation with these arguments.
     static Finished script(const std::string& name, const std::vector<std::string>& arguments) {
@@ -30,9 +30,12 @@ class ScriptsTest : public testing::Test {
         for (const std::string& argument : arguments) line += " " + quoted(argument);
         return runProcess(toWide(line));
     }
+    // A program that the build has made, with these arguments.
+    static Finished program(const char* file, const wchar_t* arguments) {
+        return runProcess(L"\"" + ControlFile::windowsPath(file) + L"\" " + arguments);
+    }
     static std::string source(const std::string& path) {
-        return fromPath(std::filesystem::absolute(std::filesystem::path(DRAVIK_SOURCE_DIR) / toPath(path))
-                            .make_preferred());
+        return fromPath(ControlFile::windowsPath(std::string(DRAVIK_SOURCE_DIR) + "/" + path));
     }
     static std::string quoted(const std::string& text) { return "\"" + text + "\""; }
 };
@@ -58,20 +61,35 @@ TEST_F(ScriptsTest, LearnAFontReadWithItAndListItsSamples) {
 }
 
 TEST_F(ScriptsTest, ContractCheckTellsWhetherARegisteredToolKeepsIt) {
-    const std::wstring program = L"\"" + TestServer::folder() + L"\\DravikToolCheck.exe\" ";
     for (const wchar_t* how : {L"Dravik.EmbeddedStep.1", L"Dravik.EmbeddedStep --late-bound"}) {
-        const Finished checked = runProcess(program + how);
+        const Finished checked = program(DRAVIK_TOOL_CHECK, how);
         EXPECT_EQ(checked.code, 0u) << checked.output;
         EXPECT_THAT(checked.output, testing::HasSubstr("kept    DeletionMovesLaterSamplesDown"));
         EXPECT_THAT(checked.output, testing::HasSubstr("\n11 rules kept, 0 broken"));
     }
-    const Finished unknown = runProcess(program + L"No.Such.Tool");
+    const Finished unknown = program(DRAVIK_TOOL_CHECK, L"No.Such.Tool");
     EXPECT_EQ(unknown.code, 2u);
     EXPECT_THAT(unknown.output, testing::HasSubstr("No.Such.Tool is not registered"));
     // A class that is no font tool.
-    const Finished other = runProcess(program + L"Scripting.Dictionary");
+    const Finished other = program(DRAVIK_TOOL_CHECK, L"Scripting.Dictionary");
     EXPECT_EQ(other.code, 2u);
     EXPECT_THAT(other.output, testing::HasSubstr("no font tool"));
+}
+
+TEST_F(ScriptsTest, ToolWrittenInAScriptIsBoundToTheControl) {
+    EXPECT_EQ(script("bind-tool.vbs", {}).output,
+              "&H80004005 DravikPage.DravikPage: Given step is not Dravik Tool\r\n"
+              "Bound to Step.DravikTool.1\r\n"
+              "unknown\r\n");
+}
+
+TEST_F(ScriptsTest, ProgramBindsAStepAndSeesWhyOneIsRefused) {
+    const Finished bound = program(DRAVIK_BIND_STEP, L"Dravik.EmbeddedStep");
+    EXPECT_EQ(bound.output, "bound\r\n");
+    EXPECT_EQ(bound.code, 0u);
+    const Finished refused = program(DRAVIK_BIND_STEP, L"Scripting.Dictionary");
+    EXPECT_EQ(refused.code, 1u);
+    EXPECT_THAT(refused.output, testing::HasSubstr("ProgId"));
 }
 
 }  // namespace

@@ -66,6 +66,7 @@ TEST_P(InHosts, IncludesLearnsStopsSavesAndClosesWithoutAQuestion) {
     bench.press(L"Learn");
     ASSERT_TRUE(bench.host->pumpUntil([&] { return IsWindowEnabled(bench.button(L"Stop")) != FALSE; }));
     EXPECT_FALSE(IsWindowEnabled(bench.button(L"Learn")));
+    EXPECT_EQ(GetFocus(), bench.button(L"Stop")) << "the next one that can be pressed";
     bench.press(L"Stop");
     EXPECT_TRUE(bench.waitForStatus(L"Stopped training."));
     EXPECT_TRUE(endless->stopped);
@@ -119,6 +120,7 @@ TEST_P(InHosts, OpensMenusFormsAndBoxesAndCopies) {
         return nullptr;
     };
     EXPECT_TRUE(bench.host->pumpUntil([&] { return (array = formOfClass(L"Array")) != nullptr; }));
+    EXPECT_EQ(GetWindow(array, GW_OWNER), GetAncestor(bench.page(), GA_ROOT));
     closeForm(array);
     EXPECT_TRUE(bench.host->pumpUntil([&] { return formOfClass(L"Array") == nullptr; }));
 
@@ -137,14 +139,18 @@ TEST_P(InHosts, OpensMenusFormsAndBoxesAndCopies) {
     bench.robot.expectMenu(L"");
     bench.host->key(VK_APPS);
     EXPECT_TRUE(bench.host->pumpUntil([&] { return bench.robot.satisfied(); }));
+    EXPECT_EQ(GetFocus(), bench.cell(L'H'));
 
     // The table of samples, all of it selected and copied.
     const HWND toolbar = children(bench.page(), TOOLBARCLASSNAMEW).front();
-    TBBUTTON numeric{};
-    ASSERT_TRUE(SendMessageW(toolbar, TB_GETBUTTON, 1, reinterpret_cast<LPARAM>(&numeric)));
-    PostMessageW(GetParent(toolbar), WM_COMMAND, static_cast<WPARAM>(numeric.idCommand),
-                 reinterpret_cast<LPARAM>(toolbar));
-    bench.host->pump();
+    const auto pressTool = [&](WPARAM place) {
+        TBBUTTON button{};
+        ASSERT_TRUE(SendMessageW(toolbar, TB_GETBUTTON, place, reinterpret_cast<LPARAM>(&button)));
+        PostMessageW(GetParent(toolbar), WM_COMMAND, static_cast<WPARAM>(button.idCommand),
+                     reinterpret_cast<LPARAM>(toolbar));
+        bench.host->pump();
+    };
+    pressTool(1);
     const HWND grid = children(bench.page(), L"DravikGrid").front();
     ASSERT_TRUE(IsWindowVisible(grid));
     SetFocus(grid);
@@ -153,6 +159,9 @@ TEST_P(InHosts, OpensMenusFormsAndBoxesAndCopies) {
     const std::wstring copied = clipboardText();
     EXPECT_EQ(std::count(copied.begin(), copied.end(), L'\n'), 9) << text(copied);  // a row for each sample
     EXPECT_EQ(copied.find(L'\t') != std::wstring::npos, true);
+    pressTool(0);
+    EXPECT_FALSE(IsWindowVisible(grid));
+    EXPECT_TRUE(IsWindowVisible(bench.cell(L'H')));
     EXPECT_THAT(bench.robot.surprises(), ::testing::IsEmpty());
     bench.robot.expectBox(L"Font Changed", IDNO);
     bench.host->close();
