@@ -182,28 +182,14 @@ TEST(HostileHost, GivesAStepOfAnotherKind) {
 
 // What fails is told to the operator, not to the host.
 TEST(HostileHost, GivesARootStepThatCannotBeCalled) {
-    class Uncallable : public IDispatch {
-      public:
-        HRESULT STDMETHODCALLTYPE QueryInterface(REFIID id, void** object) override {
-            *object = id == IID_IUnknown ? static_cast<IUnknown*>(this) : nullptr;
-            return *object ? S_OK : E_NOINTERFACE;
-        }
-        ULONG STDMETHODCALLTYPE AddRef() override { return 2; }
-        ULONG STDMETHODCALLTYPE Release() override { return 1; }
-        HRESULT STDMETHODCALLTYPE GetTypeInfoCount(UINT*) override { return E_NOTIMPL; }
-        HRESULT STDMETHODCALLTYPE GetTypeInfo(UINT, LCID, ITypeInfo**) override { return E_NOTIMPL; }
-        HRESULT STDMETHODCALLTYPE GetIDsOfNames(REFIID, LPOLESTR*, UINT, LCID, DISPID*) override {
-            return E_NOTIMPL;
-        }
-        HRESULT STDMETHODCALLTYPE Invoke(DISPID, REFIID, LCID, WORD, DISPPARAMS*, VARIANT*, EXCEPINFO*,
-                                         UINT*) override {
-            return E_NOTIMPL;
-        }
-    } uncallable;
+    ComPtr<IStream> stream;
+    ASSERT_EQ(CreateStreamOnHGlobal(nullptr, TRUE, stream.put()), S_OK);
+    // Of this pointer only what every interface has may be used until it has been asked for more.
+    auto* uncallable = reinterpret_cast<IDispatch*>(stream.get());
     Bench bench("strict");
     bench.bind("HELLO");
     const auto editor = ComPtr<IUnknown>(bench.host->control()).as<::StepEditor>();
-    EXPECT_EQ(editor->putref_RootStep(&uncallable), S_OK);
+    EXPECT_EQ(editor->putref_RootStep(uncallable), S_OK);
     EXPECT_EQ(bench.status(), L"StepEditor_RootStep Err 13 Type mismatch");
     bench.include(L"HELLO", 5);
     bench.robot.expectBox(L"Font Changed", IDNO);

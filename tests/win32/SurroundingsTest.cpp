@@ -1,4 +1,6 @@
 // What the surroundings change while a page is shown: the display scale and the system's colours.
+#include <optional>
+
 #include "activex/control/ControlWindow.h"
 #include "activex/win32/Module.h"
 #include "activex/win32/Peer.h"
@@ -13,57 +15,59 @@ namespace {
 
 constexpr UINT kDpiChangedAfterParent = 0x02E3;
 
-TEST(Surroundings, AnotherDisplayScaleLaysTheControlOutAnew) {
-    Button button("button", "Button");
-    Label label("label", "Text");
+class ShownControl : public testing::Test {
+  protected:
+    ShownControl() {
+        form.setLayout(column({item(label), item(button)}));
+        control.emplace(moduleInstance(), host.window(), RECT{0, 0, 300, 80}, form, platform, Ambient{});
+        control->show(true);
+        settle();
+    }
+    bool scrolls(DWORD bar) const {
+        return (static_cast<DWORD>(GetWindowLongW(control->window(), GWL_STYLE)) & bar) != 0;
+    }
+
+    Button button{"button", "Button"};
+    Label label{"label", "Text"};
     Win32Platform platform;
-    Form form("form", "Form");
-    form.setLayout(column({item(label), item(button)}));
-    HostWindow host(300, 80);
-    ControlWindow control(moduleInstance(), host.window(), {0, 0, 300, 80}, form, platform, {});
-    control.show(true);
-    settle();
-    const HWND view = findWindowNamed(control.window(), "button");
+    Form form{"form", "Form"};
+    HostWindow host{300, 80};
+    std::optional<ControlWindow> control;
+};
+
+TEST_F(ShownControl, AnotherDisplayScaleLaysItOutAnew) {
+    const HWND view = findWindowNamed(control->window(), "button");
     const auto place = [&] {
         RECT rect{};
         GetWindowRect(view, &rect);
-        MapWindowPoints(nullptr, control.window(), reinterpret_cast<POINT*>(&rect), 2);
+        MapWindowPoints(nullptr, control->window(), reinterpret_cast<POINT*>(&rect), 2);
         return rect;
     };
-    const auto scrolls = [&] { return (GetWindowLongW(control.window(), GWL_STYLE) & WS_VSCROLL) != 0; };
     const RECT before = place();
-    EXPECT_FALSE(scrolls());
+    EXPECT_FALSE(scrolls(WS_VSCROLL));
     {
         const DpiOverride scale(192);
-        SendMessageW(control.window(), kDpiChangedAfterParent, 0, 0);
+        SendMessageW(control->window(), kDpiChangedAfterParent, 0, 0);
         settle();
-        EXPECT_EQ(control.page().dpi(), 192);
+        EXPECT_EQ(control->page().dpi(), 192);
         EXPECT_NEAR(heightOf(place()), 2 * heightOf(before), 6);
         EXPECT_NEAR(place().top, 2 * before.top, 6);
-        EXPECT_TRUE(scrolls()) << "the same room is too little now";
+        EXPECT_TRUE(scrolls(WS_VSCROLL)) << "the same room is too little now";
     }
-    SendMessageW(control.window(), kDpiChangedAfterParent, 0, 0);
+    SendMessageW(control->window(), kDpiChangedAfterParent, 0, 0);
     settle();
     const RECT after = place();
     EXPECT_TRUE(EqualRect(&after, &before));
-    EXPECT_FALSE(scrolls());
+    EXPECT_FALSE(scrolls(WS_VSCROLL));
 }
 
-TEST(Surroundings, AControlThatNeedsMoreRoomScrollsAndOneThatNeedsLessStops) {
-    Label label("label", "Text");
-    Button button("button", "Button");
-    Win32Platform platform;
-    Form form("form", "Form");
-    form.setLayout(column({item(label), item(button)}));
-    HostWindow host(300, 80);
-    ControlWindow control(moduleInstance(), host.window(), {0, 0, 300, 80}, form, platform, {});
-    control.show(true);
+TEST_F(ShownControl, ScrollsWhileItNeedsMoreRoom) {
     button.setCaption(std::string(80, 'W'));
     settle();
-    EXPECT_TRUE(GetWindowLongW(control.window(), GWL_STYLE) & WS_HSCROLL);
+    EXPECT_TRUE(scrolls(WS_HSCROLL));
     button.setCaption("W");
     settle();
-    EXPECT_FALSE(GetWindowLongW(control.window(), GWL_STYLE) & WS_HSCROLL);
+    EXPECT_FALSE(scrolls(WS_HSCROLL));
 }
 
 TEST(Surroundings, NothingThatIsDrawnGetsLostUnderHighContrast) {

@@ -25,8 +25,27 @@ class ButtonPeerOf : public PeerOf<Model> {
 
     bool takesFocus() const override { return true; }
     wchar_t mnemonic() const override { return mnemonicOf(wide(this->model_.caption())); }
+    void command(WORD code, WORD) override {
+        if (code == BN_CLICKED) this->act([this] { pressed(); });
+    }
+    void pressMnemonic() override {
+        const auto self = this->shared_from_this();
+        this->focus();
+        this->act([this] { pressed(); });
+    }
 
   protected:
+    // What a click makes of the model.
+    virtual void pressed() = 0;
+    HWND makeButton(HWND parent, DWORD style) {
+        return this->makeWindow(WC_BUTTONW, parent, WS_TABSTOP | style, 0, wide(this->model_.caption()));
+    }
+    void show(Change change) override {
+        if (change == Change::Caption)
+            showCaption();
+        else
+            Peer::show(change);
+    }
     SIZE captionSize() const {
         return this->look().textSize(this->wantedFont(), withoutMnemonic(wide(this->model_.caption())));
     }
@@ -40,36 +59,20 @@ class ButtonPeer : public ButtonPeerOf<Button> {
   public:
     using ButtonPeerOf::ButtonPeerOf;
 
-    void command(WORD code, WORD) override {
-        if (code == BN_CLICKED) act([this] { model_.press(); });
-    }
     bool pressEnter() override {
-        act([this] { model_.press(); });
+        act([this] { pressed(); });
         return true;
-    }
-    void pressMnemonic() override {
-        const auto self = shared_from_this();
-        focus();
-        act([this] { model_.press(); });
     }
 
   protected:
-    HWND make(HWND parent) override {
-        return makeWindow(WC_BUTTONW, parent, WS_TABSTOP | BS_PUSHBUTTON | BS_NOTIFY, 0,
-                          wide(model_.caption()));
-    }
+    void pressed() override { model_.press(); }
+    HWND make(HWND parent) override { return makeButton(parent, BS_PUSHBUTTON | BS_NOTIFY); }
 
     Measure ask() override {
         const SIZE text = captionSize();
         const int height = std::max<int>(text.cy + look().px(8), look().px(kLeastButtonHeight));
         const int width = std::max<int>(text.cx + look().px(kButtonPadding), look().px(kLeastButtonWidth));
         return {{text.cx + look().px(kButtonPadding / 2), height}, {width, height}, true, true, false, false};
-    }
-    void show(Change change) override {
-        if (change == Change::Caption)
-            showCaption();
-        else
-            Peer::show(change);
     }
 };
 
@@ -86,8 +89,12 @@ class MarkedPeerOf : public ButtonPeerOf<Model> {
         const int height = std::max<int>(text.cy + this->look().px(4), this->look().px(19));
         return {{width, height}, {width, height}, true, true, false, false};
     }
-    void showMark(bool set) {
-        SendMessageW(this->window(), BM_SETCHECK, set ? BST_CHECKED : BST_UNCHECKED, 0);
+    virtual bool isMarked() const = 0;
+    void show(Change change) override {
+        if (change == Change::Value)
+            SendMessageW(this->window(), BM_SETCHECK, isMarked() ? BST_CHECKED : BST_UNCHECKED, 0);
+        else
+            ButtonPeerOf<Model>::show(change);
     }
 };
 
@@ -95,29 +102,10 @@ class CheckBoxPeer : public MarkedPeerOf<CheckBox> {
   public:
     using MarkedPeerOf::MarkedPeerOf;
 
-    void command(WORD code, WORD) override {
-        if (code != BN_CLICKED) return;
-        act([this] { model_.setChecked(!model_.checked()); });
-    }
-    void pressMnemonic() override {
-        const auto self = shared_from_this();
-        focus();
-        act([this] { model_.setChecked(!model_.checked()); });
-    }
-
   protected:
-    HWND make(HWND parent) override {
-        return makeWindow(WC_BUTTONW, parent, WS_TABSTOP | BS_CHECKBOX, 0, wide(model_.caption()));
-    }
-
-    void show(Change change) override {
-        if (change == Change::Caption)
-            showCaption();
-        else if (change == Change::Value)
-            showMark(model_.checked());
-        else
-            Peer::show(change);
-    }
+    void pressed() override { model_.setChecked(!model_.checked()); }
+    bool isMarked() const override { return model_.checked(); }
+    HWND make(HWND parent) override { return makeButton(parent, BS_CHECKBOX); }
 };
 
 // The options that stand in one container are one stop of the Tab key; arrow keys choose among them.
@@ -125,14 +113,6 @@ class OptionButtonPeer : public MarkedPeerOf<OptionButton> {
   public:
     using MarkedPeerOf::MarkedPeerOf;
 
-    void command(WORD code, WORD) override {
-        if (code == BN_CLICKED) act([this] { model_.setChosen(true); });
-    }
-    void pressMnemonic() override {
-        const auto self = shared_from_this();
-        focus();
-        act([this] { model_.setChosen(true); });
-    }
     bool isTabStop() const override {
         const std::vector<Peer*> group = options();
         const auto chosen = std::find_if(group.begin(), group.end(), isChosen);
@@ -140,18 +120,9 @@ class OptionButtonPeer : public MarkedPeerOf<OptionButton> {
     }
 
   protected:
-    HWND make(HWND parent) override {
-        return makeWindow(WC_BUTTONW, parent, WS_TABSTOP | BS_RADIOBUTTON, 0, wide(model_.caption()));
-    }
-
-    void show(Change change) override {
-        if (change == Change::Caption)
-            showCaption();
-        else if (change == Change::Value)
-            showMark(model_.chosen());
-        else
-            Peer::show(change);
-    }
+    void pressed() override { model_.setChosen(true); }
+    bool isMarked() const override { return model_.chosen(); }
+    HWND make(HWND parent) override { return makeButton(parent, BS_RADIOBUTTON); }
 
     LRESULT message(UINT message, WPARAM wParam, LPARAM lParam) override {
         if (message == WM_GETDLGCODE) return DLGC_BUTTON | DLGC_WANTARROWS;

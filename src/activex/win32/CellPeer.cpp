@@ -46,16 +46,12 @@ class CellPeer : public PeerOf<Label, DrawnPeer>, private AccessibleContent {
                 redraw();
                 NotifyWinEvent(EVENT_OBJECT_NAMECHANGE, window(), OBJID_CLIENT, CHILDID_SELF);
                 break;
-            case Change::Enabled:
-                Peer::show(change);
-                redraw();
-                break;
             case Change::ToolTip:
-                Peer::show(change);
+                DrawnPeer::show(change);
                 NotifyWinEvent(EVENT_OBJECT_NAMECHANGE, window(), OBJID_CLIENT, CHILDID_SELF);
                 break;
             default:
-                Peer::show(change);
+                DrawnPeer::show(change);
         }
     }
 

@@ -47,7 +47,7 @@ class ChartPeer : public PeerOf<Chart, DrawnPeer>, private AccessibleContent {
             redraw();
             NotifyWinEvent(EVENT_OBJECT_REORDER, window(), OBJID_CLIENT, CHILDID_SELF);
         } else {
-            Peer::show(change);
+            DrawnPeer::show(change);
         }
     }
 

@@ -9,6 +9,11 @@ HWND DrawnPeer::makeDrawn(const wchar_t* className, HWND parent, DWORD style, co
                            0, 0, parent, nullptr, moduleInstance(), nullptr);
 }
 
+void DrawnPeer::show(Change change) {
+    Peer::show(change);
+    if (change == Change::Enabled) redraw();
+}
+
 LRESULT DrawnPeer::message(UINT message, WPARAM wParam, LPARAM lParam) {
     if (const auto result =
             drawnAnswer(window(), message, wParam,

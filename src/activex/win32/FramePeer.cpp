@@ -57,12 +57,12 @@ class FramePeer : public PeerOf<Frame, DrawnPeer> {
                 redraw();
                 break;
             case Change::Enabled:
-                Peer::show(change);
+                DrawnPeer::show(change);
                 for (const auto& peer : page().peers())
                     if (stands(*peer) && peer->window()) peer->showEnabled();
                 break;
             default:
-                Peer::show(change);
+                DrawnPeer::show(change);
         }
     }
 

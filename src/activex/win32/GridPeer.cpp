@@ -55,7 +55,7 @@ class GridPeer : public PeerOf<Grid, DrawnPeer>, private AccessibleContent {
                 refill();
                 break;
             case Change::Appearance:
-                Peer::show(change);
+                DrawnPeer::show(change);
                 if (!fitted_) fit();
                 refill();
                 break;
@@ -64,12 +64,8 @@ class GridPeer : public PeerOf<Grid, DrawnPeer>, private AccessibleContent {
                 if (const int child = focusedChild(); child > 0)
                     NotifyWinEvent(EVENT_OBJECT_FOCUS, window(), OBJID_CLIENT, child);
                 break;
-            case Change::Enabled:
-                Peer::show(change);
-                redraw();
-                break;
             default:
-                Peer::show(change);
+                DrawnPeer::show(change);
         }
     }
 

@@ -46,12 +46,8 @@ class LabelPeer : public PeerOf<Label, DrawnPeer>, private AccessibleContent {
             case Change::ToolTip:
                 showTip();
                 break;
-            case Change::Enabled:
-                Peer::show(change);
-                redraw();
-                break;
             default:
-                Peer::show(change);
+                DrawnPeer::show(change);
         }
     }
 
