@@ -152,6 +152,13 @@ TEST(Dispatch, WrongCallsAreRefusedAndTheArgumentNamed) {
     EXPECT_EQ(object.Invoke(kDelete, IID_NULL, 0, DISPATCH_METHOD, &parameters, nullptr, nullptr, &wrong),
               DISP_E_TYPEMISMATCH);
     EXPECT_EQ(wrong, 2u);
+    const Variant itself(static_cast<IDispatch*>(&object));
+    arguments[2] = itself.get();
+    EXPECT_EQ(object.Invoke(kDelete, IID_NULL, 0, DISPATCH_METHOD, &parameters, nullptr, nullptr, &wrong),
+              DISP_E_TYPEMISMATCH);
+    parameters.cArgs = 0;
+    EXPECT_EQ(object.Invoke(kDelete, IID_NULL, 0, DISPATCH_METHOD, &parameters, nullptr, nullptr, nullptr),
+              DISP_E_BADPARAMCOUNT);
     parameters.cArgs = 2;
     EXPECT_EQ(object.Invoke(kDelete, IID_NULL, 0, DISPATCH_METHOD, &parameters, nullptr, nullptr, nullptr),
               DISP_E_BADPARAMCOUNT);

@@ -195,31 +195,6 @@ TEST(HostileHost, GivesARootStepThatCannotBeCalled) {
     bench.robot.expectBox(L"Font Changed", IDNO);
 }
 
-TEST(HostileHost, CallsByNameWithWrongArguments) {
-    const ComPtr<IUnknown> control = newControl();
-    const auto dispatch = control.as<IDispatch>();
-    LPOLESTR name = const_cast<LPOLESTR>(L"FontTrainDate");
-    DISPID id = 0;
-    ASSERT_EQ(dispatch->GetIDsOfNames(IID_NULL, &name, 1, LOCALE_USER_DEFAULT, &id), S_OK);
-    EXPECT_EQ(id, 0x6003000C);
-    const auto invoke = [&](std::vector<VARIANT> arguments) {
-        DISPPARAMS parameters{arguments.data(), nullptr, static_cast<UINT>(arguments.size()), 0};
-        Variant result;
-        EXCEPINFO exception{};
-        UINT wrong = 99;
-        return dispatch->Invoke(id, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_METHOD, &parameters, result.put(),
-                                &exception, &wrong);
-    };
-    const Variant object(dispatch.get());
-    const Variant text(bstr("x"));
-    EXPECT_EQ(invoke({}), DISP_E_BADPARAMCOUNT);
-    EXPECT_EQ(invoke({text.get(), text.get()}), DISP_E_BADPARAMCOUNT);
-    EXPECT_EQ(invoke({object.get()}), DISP_E_TYPEMISMATCH);
-    EXPECT_EQ(invoke({text.get()}), S_OK);
-    LPOLESTR unknown = const_cast<LPOLESTR>(L"NoSuchMember");
-    EXPECT_EQ(dispatch->GetIDsOfNames(IID_NULL, &unknown, 1, LOCALE_USER_DEFAULT, &id), DISP_E_UNKNOWNNAME);
-}
-
 // An operator's round with whatever the tool makes of it.
 void useEverything(Bench& bench) {
     const auto press = [&](const wchar_t* caption) {
