@@ -149,6 +149,7 @@ bool ControlContainer::translate(MSG& message) {
 
 void ControlContainer::ambientChanged() {
     if (const auto control = object_.as<IOleControl>()) control->OnAmbientPropertyChange(DISPID_UNKNOWN);
+    if (const HWND shown = window()) SendMessageW(shown, WM_SYSCOLORCHANGE, 0, 0);
 }
 
 void ControlContainer::close() {

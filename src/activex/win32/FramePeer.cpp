@@ -76,7 +76,7 @@ class FramePeer : public PeerOf<Frame, DrawnPeer> {
         const Selected font(dc, wantedFont());
         const int high = look().lineHeight(wantedFont());
         frame(dc, {client.left, client.top + high / 2, client.right, client.bottom},
-              look().line(ground, kLineShare), look().px(1));
+              look().line(ground, kLineShare), std::max(look().dpi() / kUsualDpi, 1));
         if (!attached() || model_.caption().empty()) return;
         const std::wstring caption = wide(model_.caption());
         const LONG left = client.left + look().px(kCaptionIndent);
