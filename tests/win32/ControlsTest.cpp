@@ -300,7 +300,7 @@ TEST(ToolTips, ComeUpWherePointerRestsAndFollowTheModel) {
     };
     rest(label);
     rest(button);
-    ASSERT_TRUE(waitFor([] { return shownTip() != nullptr; }));
+    ASSERT_TRUE(waitUntil([] { return shownTip() != nullptr; }));
     EXPECT_EQ(windowText(shownTip()), L"before");
     mouse(shown.view(button), WM_LBUTTONDOWN, 5, 5);
     EXPECT_FALSE(shownTip()) << "a press takes the tip away";
@@ -308,7 +308,7 @@ TEST(ToolTips, ComeUpWherePointerRestsAndFollowTheModel) {
     button.setToolTip("");
     label.setToolTip("after");
     rest(label);
-    ASSERT_TRUE(waitFor([] { return shownTip() != nullptr; }));
+    ASSERT_TRUE(waitUntil([] { return shownTip() != nullptr; }));
     EXPECT_EQ(windowText(shownTip()), L"after");
 }
 

@@ -101,7 +101,7 @@ TEST_F(Keyboard, AnInertPageTakesNothing) {
     timer.tick.subscribe([&] { ++ticks; });
     shown.show();
     timer.setEnabled(true);
-    EXPECT_TRUE(waitFor([&] { return ticks > 1; }));
+    EXPECT_TRUE(waitUntil([&] { return ticks > 1; }));
     shown.page->setInert(true);
     settle();
     const int before = ticks;
@@ -114,7 +114,7 @@ TEST_F(Keyboard, AnInertPageTakesNothing) {
     settle();
     EXPECT_EQ(ticks, before);
     shown.page->setInert(false);
-    EXPECT_TRUE(waitFor([&] { return ticks > before; }));
+    EXPECT_TRUE(waitUntil([&] { return ticks > before; }));
     timer.setEnabled(false);
     settle();
     const int stopped = ticks;

@@ -47,7 +47,7 @@ class Lifetime : public testing::Test {
         page->setVisible(true);
         subscribe(*form);
         drive(*form);
-        EXPECT_TRUE(waitFor([this] { return !form; }));
+        EXPECT_TRUE(waitUntil([this] { return !form; }));
         settle();
     }
     void destroyAll() {

@@ -15,37 +15,6 @@
 namespace dravik::test {
 namespace {
 
-// The visible top-level window of this thread with the given class, nothing when there is none.
-HWND topWindow(const wchar_t* className) {
-    struct Search {
-        std::wstring name;
-        HWND found = nullptr;
-    } search{className, nullptr};
-    EnumThreadWindows(
-        GetCurrentThreadId(),
-        [](HWND window, LPARAM data) -> BOOL {
-            auto& wanted = *reinterpret_cast<Search*>(data);
-            wchar_t name[64] = {};
-            GetClassNameW(window, name, 64);
-            if (wanted.name == name && IsWindowVisible(window)) wanted.found = window;
-            return wanted.found == nullptr;
-        },
-        reinterpret_cast<LPARAM>(&search));
-    return search.found;
-}
-
-// As soon as a window of that class is up, does something with it.
-void onceUp(const wchar_t* className, std::function<void(HWND)> body, int tries = 200) {
-    later(20, [=] {
-        if (const HWND window = topWindow(className))
-            body(window);
-        else if (tries > 0)
-            onceUp(className, body, tries - 1);
-        else
-            ADD_FAILURE() << "no window came up";
-    });
-}
-
 class PlatformOnScreen : public testing::Test {
   protected:
     PlatformOnScreen() {
@@ -57,13 +26,13 @@ class PlatformOnScreen : public testing::Test {
         dialog.defaultButton = &ok;
         ok.click.subscribe([this] { dialog.unload(); });
     }
+    ~PlatformOnScreen() override {
+        EXPECT_TRUE(script.finished() && script.problems().empty()) << "what was expected did not come up";
+    }
     Win32Platform& platform() { return shown.platform; }
     Answer ask(MessageBox::Buttons buttons, int answer, std::wstring* text = nullptr) {
-        onceUp(L"#32770", [=](HWND box) {
-            if (text) {
-                const HWND words = GetDlgItem(box, 0xFFFF);
-                *text = windowText(words);
-            }
+        script.expect(DialogScript::kMessageBox, [=](HWND box) {
+            if (text) *text = windowText(GetDlgItem(box, 0xFFFF));
             SendMessageW(box, answer ? WM_COMMAND : WM_CLOSE, static_cast<WPARAM>(answer), 0);
         });
         MessageBox box;
@@ -81,6 +50,7 @@ class PlatformOnScreen : public testing::Test {
     Button ok{"ok", "OK"};
     Button nested{"nested", "Nested"};
     ShownPage shown;
+    DialogScript script;
 };
 
 TEST_F(PlatformOnScreen, BoxesGiveTheirAnswers) {
@@ -107,13 +77,13 @@ TEST_F(PlatformOnScreen, ADialogKeepsItsOwnerStillAndTimersRunning) {
     SetFocus(shown.view(button));
     int activations = 0;
     dialog.activated.subscribe([&] { ++activations; });
-    onceUp(L"DravikFormWindow", [&](HWND) {
+    script.expect("dialog", [&](HWND) {
         EXPECT_FALSE(IsWindowEnabled(shown.host->window()));
         EXPECT_FALSE(IsWindowEnabled(platform().windowOf(behind)->window()));
         EXPECT_EQ(GetFocus(), platform().peerOf(box)->window());
         EXPECT_EQ(modal, "on ");
         const int before = ticks;
-        EXPECT_TRUE(waitFor([&] { return ticks > before + 1; }));
+        EXPECT_TRUE(waitUntil([&] { return ticks > before + 1; }));
         typeText(L"name");
         pressKey(VK_RETURN);
     });
@@ -124,19 +94,21 @@ TEST_F(PlatformOnScreen, ADialogKeepsItsOwnerStillAndTimersRunning) {
     EXPECT_TRUE(IsWindowEnabled(shown.host->window()));
     EXPECT_TRUE(IsWindowEnabled(platform().windowOf(behind)->window()));
     EXPECT_FALSE(dialog.loaded());
-    EXPECT_EQ(topWindow(L"DravikFormWindow"), platform().windowOf(behind)->window());
+    EXPECT_EQ(platform().windowOf(dialog), nullptr);
+    EXPECT_TRUE(IsWindowVisible(platform().windowOf(behind)->window()));
 }
 
 TEST_F(PlatformOnScreen, DialogsNestAndEscapeClosesThem) {
     nested.click.subscribe([this] {
-        onceUp(L"#32770", [](HWND window) { SendMessageW(window, WM_COMMAND, IDYES, 0); });
+        script.expect(DialogScript::kMessageBox,
+                      [](HWND window) { SendMessageW(window, WM_COMMAND, IDYES, 0); });
         MessageBox question;
         question.buttons = MessageBox::Buttons::YesNo;
         EXPECT_EQ(platform().messageBox(question), Answer::Yes);
         EXPECT_EQ(GetActiveWindow(), GetAncestor(platform().peerOf(box)->window(), GA_ROOT));
         EXPECT_FALSE(IsWindowEnabled(shown.host->window())) << "the dialog below is still up";
     });
-    onceUp(L"DravikFormWindow", [&](HWND) {
+    script.expect("dialog", [&](HWND) {
         SendMessageW(platform().peerOf(nested)->window(), BM_CLICK, 0, 0);
         SetFocus(platform().peerOf(box)->window());
         pressKey(VK_ESCAPE);
@@ -147,24 +119,24 @@ TEST_F(PlatformOnScreen, DialogsNestAndEscapeClosesThem) {
 }
 
 TEST_F(PlatformOnScreen, ADialogEndsWithWhateverTakesItAway) {
-    onceUp(L"DravikFormWindow", [&](HWND) { shown.host.reset(); });
+    script.expect("dialog", [&](HWND) { shown.host.reset(); });
     platform().showModal(dialog);
     EXPECT_FALSE(dialog.loaded());
 
     auto going = std::make_unique<Form>("going", "Going");
     going->setLayout(column({item(button)}));
-    onceUp(L"DravikFormWindow", [&](HWND) { going.reset(); });
+    script.expect("going", [&](HWND) { going.reset(); });
     platform().showModal(*going);
     EXPECT_EQ(going, nullptr);
 
-    onceUp(L"DravikFormWindow", [&](HWND) { PostQuitMessage(7); });
+    script.expect("dialog", [&](HWND) { PostQuitMessage(7); });
     platform().showModal(dialog);
     MSG message{};
     EXPECT_FALSE(GetMessageW(&message, nullptr, 0, 0)) << "the program is still to end";
     EXPECT_EQ(message.wParam, 7u);
 
     auto own = std::make_unique<Win32Platform>();
-    onceUp(L"DravikFormWindow", [&](HWND) { own.reset(); });
+    script.expect("dialog", [&](HWND) { own.reset(); });
     own->showModal(dialog);
     EXPECT_FALSE(dialog.loaded());
 }
@@ -178,7 +150,7 @@ TEST_F(PlatformOnScreen, MenusFireTheItemThatIsPicked) {
     menu.add("grey", "&Grey").enabled = false;
     menu.item("grey").click.subscribe([&] { picked += "grey "; });
     const auto with = [&](std::function<void(HWND)> answer) {
-        onceUp(L"#32768", answer);
+        script.expect(DialogScript::kMenu, answer);
         platform().popUpMenu(menu, cell, 100, 100);
     };
     with([](HWND window) { PostMessageW(window, WM_CHAR, 't', 1); });
@@ -186,7 +158,7 @@ TEST_F(PlatformOnScreen, MenusFireTheItemThatIsPicked) {
     with([](HWND) { EndMenu(); });
     with([](HWND window) {
         PostMessageW(window, WM_CHAR, 'g', 1);
-        later(50, [] { EndMenu(); });
+        PostMessageW(window, WM_KEYDOWN, VK_ESCAPE, 1);
     });
     EXPECT_EQ(picked, "two ");
     EXPECT_EQ(modal, "on off on off on off ");

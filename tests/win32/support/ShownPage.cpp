@@ -3,34 +3,15 @@
 #include <oleacc.h>
 
 #include <array>
-#include <chrono>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
-#include <map>
 
 #include "activex/win32/Module.h"
 #include "activex/win32/Peer.h"
 #include "activex/win32/WinText.h"
 
 namespace dravik::test {
-namespace {
-
-std::map<UINT_PTR, std::function<void()>>& pending() {
-    static std::map<UINT_PTR, std::function<void()>> bodies;
-    return bodies;
-}
-
-void CALLBACK timerCame(HWND, UINT, UINT_PTR id, DWORD) {
-    KillTimer(nullptr, id);
-    const auto found = pending().find(id);
-    if (found == pending().end()) return;
-    const auto body = std::move(found->second);
-    pending().erase(found);
-    body();
-}
-
-}  // namespace
 
 std::wstring accessibleName(HWND window, LONG id) {
     IAccessible* object = nullptr;
@@ -46,24 +27,6 @@ std::wstring accessibleName(HWND window, LONG id) {
     SysFreeString(name);
     object->Release();
     return result;
-}
-
-void settle() {
-    MSG message{};
-    while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) {
-        TranslateMessage(&message);
-        DispatchMessageW(&message);
-    }
-}
-
-bool waitFor(const std::function<bool()>& condition) {
-    const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(10);
-    while (!condition()) {
-        if (std::chrono::steady_clock::now() > end) return false;
-        settle();
-        MsgWaitForMultipleObjects(0, nullptr, FALSE, 10, QS_ALLINPUT);
-    }
-    return true;
 }
 
 void pressKey(UINT key, int shift) {
@@ -144,11 +107,6 @@ int countOf(Canvas& canvas, COLORREF color) {
     for (const std::uint32_t pixel : canvas.pixels())
         count += RGB(pixel >> 16 & 0xFF, pixel >> 8 & 0xFF, pixel & 0xFF) == color;
     return count;
-}
-
-void later(int milliseconds, std::function<void()> body) {
-    const UINT_PTR id = SetTimer(nullptr, 0, static_cast<UINT>(milliseconds), timerCame);
-    pending()[id] = std::move(body);
 }
 
 HostWindow::HostWindow(int width, int height) {

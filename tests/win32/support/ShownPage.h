@@ -10,6 +10,7 @@
 #include <memory>
 #include <string>
 
+#include "activex/host/DialogScript.h"
 #include "activex/win32/Dpi.h"
 #include "activex/win32/FormPage.h"
 #include "activex/win32/Gdi.h"
@@ -18,12 +19,8 @@
 
 namespace dravik::test {
 
-// Dispatches what is waiting, translated as a program's loop does it.
-void settle();
 // What a screen reader says of a window, or of a part of it.
 std::wstring accessibleName(HWND window, LONG part = 0);
-// Dispatches until the condition holds; false when it does not within ten seconds.
-bool waitFor(const std::function<bool()>& condition);
 
 // A key as the operator presses it, posted to the window that has the focus, and everything that comes of it.
 // `shift` is that of the models.
@@ -40,9 +37,6 @@ void keepPicture(Canvas& shown, const std::string& name);
 // Of a canvas, at a place.
 COLORREF colorAt(Canvas& canvas, int x, int y);
 int countOf(Canvas& canvas, COLORREF color);
-
-// Calls once after that many milliseconds, also inside the modal loops of dialogs, boxes and menus.
-void later(int milliseconds, std::function<void()> body);
 
 // A plain top-level window to stand in.
 class HostWindow {
