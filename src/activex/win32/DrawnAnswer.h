@@ -16,6 +16,11 @@ std::optional<LRESULT> drawnAnswer(HWND window, UINT message, WPARAM wParam, Pai
     switch (message) {
         case WM_ERASEBKGND:
             return TRUE;
+        case WM_NCPAINT:
+            // The system looks for a frame even where there is none.
+            if (GetWindowLongPtrW(window, GWL_STYLE) & (WS_BORDER | WS_DLGFRAME | WS_HSCROLL | WS_VSCROLL))
+                return std::nullopt;
+            return 0;
         case WM_PAINT: {
             const BufferedPaint buffer(window);
             paint(buffer.dc(), buffer.client(), buffer.dirty());

@@ -19,8 +19,9 @@ class Win32Platform;
 
 class FormPage {
   public:
-    // Makes the window, hidden and of preferred size, at the parent's display scale. The platform outlives
-    // it. Raises a failure when no window can be made.
+    // Makes the window, hidden and of preferred size, at the parent's display scale. What is in it gets its
+    // place when the page is first given bounds, shown or drawn. The platform outlives it. Raises a failure
+    // when no window can be made.
     FormPage(Form& form, HWND parent, Win32Platform& platform, const Ambient& ambient = {});
     FormPage(const FormPage&) = delete;
     FormPage& operator=(const FormPage&) = delete;

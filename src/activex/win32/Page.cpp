@@ -108,6 +108,8 @@ LayoutGeometry Page::geometryOf(const Layout& layout) const {
 }
 
 void Page::place(const std::vector<PlacedWidget>& placed) {
+    // Being shown erases everything; until then nothing need be erased where it comes to stand.
+    const UINT unseen = IsWindowVisible(window()) ? 0u : SWP_DEFERERASE;
     HDWP batch = BeginDeferWindowPos(static_cast<int>(placed.size()));
     std::vector<std::pair<std::shared_ptr<Peer>, Box>> moved;
     for (const PlacedWidget& item : placed) {
@@ -117,7 +119,7 @@ void Page::place(const std::vector<PlacedWidget>& placed) {
         const bool appears = !(GetWindowLongPtrW(peer->window(), GWL_STYLE) & WS_VISIBLE);
         if ((appears || !peer->stands(to)) && batch)
             batch = DeferWindowPos(batch, peer->window(), nullptr, to.left, to.top, widthOf(to), heightOf(to),
-                                   SWP_NOZORDER | SWP_NOACTIVATE | (appears ? SWP_SHOWWINDOW : 0u));
+                                   SWP_NOZORDER | SWP_NOACTIVATE | (appears ? SWP_SHOWWINDOW : 0u) | unseen);
         moved.emplace_back(peer->shared_from_this(), item.box);
     }
     if (batch) EndDeferWindowPos(batch);
