@@ -11,22 +11,24 @@
 #include "engine/LabelledImages.h"
 #include "engine/PngFile.h"
 #include "engine/Segmentation.h"
+#include "evaluate/PlainPeer.h"
 
 namespace dravik {
 namespace {
 
 struct Share {
-    int exact = 0, all = 0;
-    void add(bool right) {
+    int exact = 0, plain = 0, all = 0;
+    void add(bool right, bool plainRight = false) {
         ++all;
         exact += right ? 1 : 0;
+        plain += plainRight ? 1 : 0;
     }
 };
 
 void print(const std::string& name, const Share& share) {
     if (share.all)
-        std::printf("  %-20s %5d of %5d  %6.2f %%\n", name.c_str(), share.exact, share.all,
-                    100.0 * share.exact / share.all);
+        std::printf("  %-20s %5d of %5d  %6.2f %%   plain %6.2f %%\n", name.c_str(), share.exact, share.all,
+                    100.0 * share.exact / share.all, 100.0 * share.plain / share.all);
 }
 
 std::vector<std::string> fields(const std::string& row, char separator) {
@@ -59,7 +61,7 @@ void countDigits(const std::string& file) {
             GreyImage cell(kCell, kCell);
             for (int y = 0; y < kCell; ++y)
                 for (int x = 0; x < kCell; ++x) cell(x, y) = mosaic(left + x, top + y);
-            share.add(segment(cell).glyphs.size() == 1);
+            share.add(segment(cell).glyphs.size() == 1, countPlainly(cell) == 1);
         }
     print("printed_digits", share);
 }
@@ -87,15 +89,17 @@ void countFolder(const std::string& folder, bool verbose) {
     Share all, calm, dots, strokes;
     std::map<std::string, Share> byKind, byFont;
     for (const LabelledImage& image : labelledImages(folder)) {
-        const Segmentation found = segment(readPng(image.file));
+        const GreyImage pixels = readPng(image.file);
+        const Segmentation found = segment(pixels);
         const std::size_t expected = characterCount(image.text);
         const bool right = found.glyphs.size() == expected;
-        all.add(right);
-        (image.font.starts_with("dot") ? dots : strokes).add(right);
+        const bool plain = countPlainly(pixels) == expected;
+        all.add(right, plain);
+        (image.font.starts_with("dot") ? dots : strokes).add(right, plain);
         if (const auto kind = kindOf.find(image.name); kind != kindOf.end()) {
-            if (kind->second.front() != "hard") calm.add(right);
-            for (const std::string& one : kind->second) byKind[one].add(right);
-            byFont[image.font].add(right);
+            if (kind->second.front() != "hard") calm.add(right, plain);
+            for (const std::string& one : kind->second) byKind[one].add(right, plain);
+            byFont[image.font].add(right, plain);
         }
         if (verbose && !right) {
             std::printf("    %s: %zu of %zu, lines", image.name.c_str(), found.glyphs.size(), expected);

@@ -131,9 +131,83 @@ void sheet(Conditions& c, Random& random, bool dots) {
     tag(c, "binary");
 }
 
+// Marks that wear and careless printing leave, each with its own probability.
+void usualWear(Conditions& c, Random& random) {
+    View& view = c.view;
+    const bool hard = c.tier == Tier::Hard;
+    view.gradient = random.between(-0.45f, 0.45f);
+    if (random.chance(0.45f)) {
+        view.brushed = random.between(1, (hard ? 0.09f : 0.06f) * view.contrast);
+        tag(c, "brushed");
+    }
+    if (random.chance(0.3f)) {
+        view.spot = random.between(-0.35f, 0.35f);
+        tag(c, "spot");
+    }
+    if (random.chance(hard ? 0.2f : 0.4f)) {
+        c.spread = random.between(-0.015f, 0.025f);
+        tag(c, c.spread < 0 ? "thin" : "spread");
+    }
+    if (random.chance(hard ? 0.5f : 0.1f)) {
+        c.breaks = random.whole(1, hard ? 6 : 2);
+        tag(c, "broken");
+    }
+    if (!hard) return;
+    if (random.chance(0.35f)) {
+        view.specks = random.whole(3, 20);
+        tag(c, "specks");
+    }
+    if (random.chance(0.15f)) {
+        c.style.pairTouching = 0.2f;
+        tag(c, "touch");
+    }
+}
+
 }  // namespace
 
-Conditions lineConditions(Random& random, bool dots) {
+Conditions usualConditions(Random& random, bool dots) {
+    Conditions c;
+    View& view = c.view;
+    const float kind = random.share();
+    c.tier = kind < 0.4f ? Tier::Clean : kind < 0.83f ? Tier::Typical : Tier::Hard;
+    c.lines = random.chance(0.75f) ? 1 : 2;
+    c.style.capHeight = random.size(20, 45);
+    c.style.lineStep = random.between(1.5f, 2.0f);
+    c.style.pen = random.between(0.09f, 0.17f);
+    c.style.tracking = random.chance(0.4f) ? random.between(0, 0.15f) : 0;
+    if (dots) {
+        dotStyle(c.style, c.tier, random);
+        c.style.dot = random.between(0.7f, 1.1f);
+    }
+    for (float* margin : {&view.marginLeft, &view.marginRight, &view.marginTop, &view.marginBottom})
+        *margin = random.between(0.6f, 1.8f);
+    switch (c.tier) {
+        case Tier::Clean:
+            levels(view, random, 100, 215);
+            view.angle = random.between(-1, 1);
+            view.blur = random.between(0, 0.02f);
+            view.noise = random.between(0, 3);
+            view.gradient = random.between(-0.1f, 0.1f);
+            break;
+        case Tier::Typical:
+            levels(view, random, 60, 160);
+            view.angle = random.between(-3, 3);
+            view.blur = random.between(0.01f, 0.04f);
+            view.noise = random.between(1, 6);
+            usualWear(c, random);
+            break;
+        case Tier::Hard:
+            levels(view, random, 35, 80);
+            view.angle = random.between(-3, 3);
+            view.blur = random.between(0.02f, 0.05f);
+            view.noise = random.between(4, std::min(12.0f, 0.2f * view.contrast));
+            usualWear(c, random);
+            break;
+    }
+    return c;
+}
+
+Conditions extremeConditions(Random& random, bool dots) {
     Conditions c;
     View& view = c.view;
     const float kind = random.share();

@@ -20,8 +20,11 @@ struct Conditions {
     }
 };
 
-// For images to find and read lines in.
-Conditions lineConditions(Random& random, bool dots);
+// For images to find and read lines in, of one or two lines as they come from a part under a camera that
+// was set up with care: print of 20 to 45 pixels that mostly keeps its distance, turned to 3 degrees at most.
+Conditions usualConditions(Random& random, bool dots);
+// The same of what comes from a camera that nobody looked after: any size, faint, framed, torn and soiled.
+Conditions extremeConditions(Random& random, bool dots);
 // For images that a font is learnt from: clean or typical, without damage.
 Conditions learningConditions(Random& random, bool dots);
 

@@ -1,8 +1,10 @@
 // Makes labelled part images: lines to find and read, and sheets of all characters to learn a font from, in
-// faces and under conditions that differ between the two sets, of which `held` is only for the last word.
+// faces and under conditions that differ between the sets: the engine's weights are fitted on `learn`, its
+// rules are made with `develop`, and `held` is only for the last word.
 //
-//     dravik_generate develop|held FOLDER [LINES_PER_FACE [CHARSETS_PER_FACE]]
+//     dravik_generate develop|held|learn usual|extreme FOLDER [LINES_PER_FACE [CHARSETS_PER_FACE]]
 //
+// `usual` and `extreme` say under what conditions the lines are seen; the sheets are the same.
 // Writes FOLDER/lines and FOLDER/charsets with their images, lines.tsv, boxes.tsv and meta.tsv.
 #include <png.h>
 
@@ -52,6 +54,40 @@ const std::vector<Face> kDevelop = {
     {"dot6x9", "6x9.pcf.gz"},
     {"dot8x13", "8x13.pcf.gz"},
     {"dot9x15", "9x15.pcf.gz"},
+};
+// What the engine's weights are fitted on.
+const std::vector<Face> kLearn = {
+    {"p052", "P052-Roman.otf"},
+    {"c059b", "C059-Bold.otf"},
+    {"narrowb", "NimbusSansNarrow-Bold.otf"},
+    {"narrow", "LiberationSansNarrow-Regular.ttf"},
+    {"gothic", "URWGothic-Book.otf"},
+    {"bookmand", "URWBookman-Demi.otf"},
+    {"nimbusmono", "NimbusMonoPS-Bold.otf"},
+    {"romanb", "NimbusRoman-Bold.otf"},
+    {"roman", "NimbusRoman-Regular.otf"},
+    {"robotob", "Roboto-Black.ttf"},
+    {"robotoc", "RobotoCondensed-Bold.ttf"},
+    {"latol", "Lato-Regular.ttf"},
+    {"opens", "OpenSans-Regular.ttf"},
+    {"condlight", "OpenSans-CondLight.ttf"},
+    {"dejavub", "DejaVuSans-Bold.ttf"},
+    {"dejavuserif", "DejaVuSerif.ttf"},
+    {"dejavucond", "DejaVuSansCondensed-Bold.ttf"},
+    {"dejavumonob", "DejaVuSansMono-Bold.ttf"},
+    {"b612", "B612-Regular.otf"},
+    {"jetbrainsb", "JetBrainsMono-ExtraBold.ttf"},
+    {"primeb", "Courier Prime Bold.otf"},
+    {"libmonor", "LiberationMono-Regular.ttf"},
+    {"hackb", "Hack-Bold.ttf"},
+    {"road2", "RG2014D.ttf"},
+    {"timesr", "timesr.jhf"},
+    {"rowmant", "rowmant.jhf"},
+    {"dot4x6", "6x10.pcf.gz"},
+    {"dot6x13", "6x13.pcf.gz"},
+    {"dot9x18", "9x18.pcf.gz"},
+    {"dot10x20", "10x20.pcf.gz"},
+    {"dot6x13b", "6x13B.pcf.gz"},
 };
 const std::vector<Face> kHeld = {
     {"ocra", "OCRA.ttf"},
@@ -140,10 +176,19 @@ void damage(Print& print, const Conditions& conditions, Random& random) {
     }
 }
 
-void generate(bool held, const std::string& folder, int linesEach, int charsetsEach) {
+struct Set {
+    const char* name;
+    const std::vector<Face>& faces;
+    std::uint32_t seed;
+};
+const std::vector<Set> kSets = {
+    {"develop", kDevelop, 100'003u}, {"held", kHeld, 900'001u}, {"learn", kLearn, 500'009u}};
+
+void generate(const Set& set, bool usual, const std::string& folder, int linesEach, int charsetsEach) {
     Output lines(folder + "/lines"), charsets(folder + "/charsets");
-    std::uint32_t seed = held ? 900'001u : 100'003u;
-    for (const Face& face : held ? kHeld : kDevelop) {
+    std::uint32_t seed = set.seed + (usual ? 31u : 0u);
+    const auto lineConditions = usual ? usualConditions : extremeConditions;
+    for (const Face& face : set.faces) {
         const std::unique_ptr<Typeface> typeface = opened(face);
         seed += 7919;
         for (int i = 0; i < linesEach + charsetsEach; ++i) {
@@ -170,15 +215,17 @@ void generate(bool held, const std::string& folder, int linesEach, int charsetsE
 }  // namespace dravik
 
 int main(int argc, char** argv) {
-    const std::string set = argc > 2 ? argv[1] : "";
-    if (set != "develop" && set != "held") {
-        std::fprintf(stderr,
-                     "usage: dravik_generate develop|held FOLDER [LINES_PER_FACE [CHARSETS_PER_FACE]]\n");
+    const std::string name = argc > 3 ? argv[1] : "", conditions = argc > 3 ? argv[2] : "";
+    const auto set = std::find_if(dravik::kSets.begin(), dravik::kSets.end(),
+                                  [&](const dravik::Set& one) { return name == one.name; });
+    if (set == dravik::kSets.end() || (conditions != "usual" && conditions != "extreme")) {
+        std::fprintf(stderr, "usage: dravik_generate develop|held|learn usual|extreme FOLDER [LINES_PER_FACE "
+                             "[CHARSETS_PER_FACE]]\n");
         return 2;
     }
     try {
-        dravik::generate(set == "held", argv[2], argc > 3 ? std::atoi(argv[3]) : 30,
-                         argc > 4 ? std::atoi(argv[4]) : 12);
+        dravik::generate(*set, conditions == "usual", argv[3], argc > 4 ? std::atoi(argv[4]) : 30,
+                         argc > 5 ? std::atoi(argv[5]) : 12);
     } catch (const std::exception& failure) {
         std::fprintf(stderr, "%s\n", failure.what());
         return 1;

@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "engine/CellGrid.h"
+#include "engine/CharacterCuts.h"
 
 namespace dravik {
 namespace {
@@ -59,102 +60,6 @@ bool quoteStrokes(const Piece& a, const Piece& b, const LineMetrics& metrics) {
     return std::abs(a.box.height() - b.box.height()) < 0.15f * cap && b.box.left - a.box.right < 0.33f * cap;
 }
 
-// Ink pixels of each column along the line, over the piece's width.
-std::vector<float> columnProfile(const Piece& piece, const Frame& frame) {
-    std::vector<float> profile(static_cast<std::size_t>(std::max(1.0f, piece.box.width())) + 2);
-    for (const Run& run : piece.runs) {
-        const float y = static_cast<float>(run.y) + 0.5f;
-        for (int x = run.x0; x < run.x1; ++x) {
-            const float along = frame.along(static_cast<float>(x) + 0.5f, y) - piece.box.left;
-            const std::size_t column = static_cast<std::size_t>(std::max(0.0f, along));
-            if (column < profile.size()) profile[column] += 1;
-        }
-    }
-    return profile;
-}
-
-// Cuts a piece that is `parts` characters wide at the thin places near the even borders; the piece stays
-// whole when one of the cuts would go through a thick place.
-void splitEvenly(const Piece& piece, int parts, const Frame& frame, float thickest, std::vector<Piece>& out) {
-    const std::vector<float> profile = columnProfile(piece, frame);
-    const float step = piece.box.width() / static_cast<float>(parts);
-    Piece rest = piece;
-    std::vector<Piece> cuts;
-    for (int part = 1; part < parts; ++part) {
-        const float expected = step * static_cast<float>(part);
-        float best = 1e9f, place = expected;
-        for (float x = expected - 0.22f * step; x <= expected + 0.22f * step; x += 1) {
-            const std::size_t column = static_cast<std::size_t>(std::max(0.0f, x));
-            if (column >= profile.size()) break;
-            const float cost = profile[column] * (1 + 0.5f * std::abs(x - expected) / step);
-            if (cost < best) {
-                best = cost;
-                place = static_cast<float>(column) + 0.5f;
-            }
-        }
-        if (best > thickest) {
-            out.push_back(piece);
-            return;
-        }
-        auto [left, right] = cut(rest, frame, piece.box.left + place);
-        if (left.runs.empty() || right.runs.empty()) {
-            out.push_back(piece);
-            return;
-        }
-        cuts.push_back(std::move(left));
-        rest = std::move(right);
-    }
-    for (Piece& one : cuts) out.push_back(std::move(one));
-    out.push_back(std::move(rest));
-}
-
-float median(std::vector<float> values) {
-    if (values.empty()) return 0;
-    const auto middle = values.begin() + static_cast<std::ptrdiff_t>(values.size() / 2);
-    std::nth_element(values.begin(), middle, values.end());
-    return *middle;
-}
-
-// Usual width of the line's strokes, across which most runs go.
-float strokeWidth(const std::vector<Piece>& pieces) {
-    std::vector<float> lengths;
-    for (const Piece& piece : pieces)
-        for (const Run& run : piece.runs)
-            if (lengths.size() < 20'000) lengths.push_back(static_cast<float>(run.x1 - run.x0));
-    return median(std::move(lengths));
-}
-
-std::vector<Piece> splitTouching(std::vector<Piece> pieces, float pitch, const LineMetrics& metrics,
-                                 const Frame& frame) {
-    const float cap = metrics.capHeight;
-    std::vector<float> widths;
-    for (const Piece& piece : pieces)
-        if (piece.box.height() > 0.5f * cap && piece.box.width() > 0.3f * cap &&
-            piece.box.width() < 1.2f * cap)
-            widths.push_back(piece.box.width());
-    const float usual = widths.size() >= 3 ? median(widths) : 0.65f * cap;
-    const float stroke = strokeWidth(pieces);
-    std::vector<Piece> result;
-    for (Piece& piece : pieces) {
-        const float width = piece.box.width();
-        int parts = 1;
-        if (piece.box.height() > 0.5f * cap) {
-            if (pitch > 0 && width > 1.3f * pitch)
-                parts = static_cast<int>(std::lround((width + 0.15f * pitch) / pitch));
-            else if (pitch <= 0 &&
-                     width > std::max((piece.box.height() > 0.85f * cap ? 1.15f : 1.7f) * piece.box.height(),
-                                      1.95f * usual))
-                parts = std::max(2, static_cast<int>(std::lround((width + 0.2f * usual) / (1.2f * usual))));
-        }
-        const float thickest = pitch > 0 ? 0.38f * cap : std::min(0.3f * cap, 1.3f * stroke);
-        if (parts > 1 && parts <= 40)
-            splitEvenly(piece, parts, frame, thickest, result);
-        else
-            result.push_back(std::move(piece));
-    }
-    return result;
-}
-
 }  // namespace
 
 float characterPitch(std::span<const Piece> pieces, float capHeight) {
@@ -183,7 +88,7 @@ float characterPitch(std::span<const Piece> pieces, float capHeight) {
     return best;
 }
 
-std::vector<Piece> lineCharacters(LinePieces&& line, const Frame& frame) {
+std::vector<Piece> joinedParts(LinePieces&& line) {
     const LineMetrics metrics = line.metrics;
     const float cap = metrics.capHeight;
     std::vector<Piece> pieces = joinedWhere(std::move(line.pieces), 0, [cap](const Piece& a, const Piece& b) {
@@ -192,6 +97,13 @@ std::vector<Piece> lineCharacters(LinePieces&& line, const Frame& frame) {
     pieces = joinedWhere(std::move(pieces), 0.35f * cap,
                          [&metrics](const Piece& a, const Piece& b) { return quoteStrokes(a, b, metrics); });
     sortByPlace(pieces);
+    return pieces;
+}
+
+std::vector<Piece> lineCharacters(LinePieces&& line, const Frame& frame) {
+    const LineMetrics metrics = line.metrics;
+    const float cap = metrics.capHeight;
+    std::vector<Piece> pieces = joinedParts(std::move(line));
     // Where the steps from character to character are even too, the print is evenly spaced; else the borders
     // may have been found by chance.
     const float pitch = characterPitch(pieces, cap);
@@ -206,7 +118,8 @@ std::vector<Piece> lineCharacters(LinePieces&& line, const Frame& frame) {
             return both.width() < 0.95f * pitch &&
                    std::abs(a.box.middleX() - b.box.middleX()) < 0.58f * pitch;
         });
-    pieces = splitTouching(std::move(pieces), pitch, metrics, frame);
+    const LineScale scale = lineScale(pieces, metrics, pitch);
+    pieces = cutTouching(std::move(pieces), frame, scale);
     sortByPlace(pieces);
     return pieces;
 }

@@ -13,6 +13,9 @@ namespace dravik {
 // Distance from character to character of a line in which all are equally wide; 0 when they are not.
 float characterPitch(std::span<const Piece> pieces, float capHeight);
 
+// The pieces from left to right, those joined that stand one above the other or are a quotation mark.
+std::vector<Piece> joinedParts(LinePieces&& line);
+
 // The characters from left to right.
 std::vector<Piece> lineCharacters(LinePieces&& line, const Frame& frame);
 
