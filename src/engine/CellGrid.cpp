@@ -161,37 +161,11 @@ bool joinsFragmentsOnly(const std::vector<Piece>& pieces, const CellGrid& grid, 
     return true;
 }
 
-std::vector<Piece> inCells(std::vector<Piece> pieces, const CellGrid& grid, const Frame& frame,
-                           float capHeight) {
-    const auto cellOf = [&grid](float along) {
-        return static_cast<int>(std::floor((along - grid.origin) / grid.pitch));
-    };
-    const Profile profile(pieces, frame);
+std::vector<Piece> inCells(std::vector<Piece> pieces, const CellGrid& grid, float capHeight) {
     std::map<int, std::vector<Piece>> cells;
     for (Piece& piece : pieces) {
-        Piece rest = std::move(piece);
-        const float room = 0.12f * grid.pitch;
-        const int from = cellOf(rest.box.left + std::min(room, 0.5f * rest.box.width()));
-        const int to = cellOf(rest.box.right - std::min(room, 0.5f * rest.box.width()));
-        const bool wide = rest.box.width() > 1.15f * grid.pitch;
-        for (int cell = from; wide && cell < to && !rest.runs.empty(); ++cell) {
-            const float border = grid.origin + grid.pitch * static_cast<float>(cell + 1);
-            float place = border, thinnest = 1e9f;
-            for (float d = 0; d <= 0.15f * grid.pitch; d += 1)
-                for (const float x : {border - d, border + d})
-                    if (const float ink = profile.at(x) + 0.2f * d; ink < thinnest) {
-                        thinnest = ink;
-                        place = x;
-                    }
-            if (thinnest > 0.45f * capHeight) continue;
-            auto [left, right] = cut(rest, frame, place);
-            if (!left.runs.empty()) cells[cell].push_back(std::move(left));
-            rest = std::move(right);
-        }
-        if (!rest.runs.empty()) {
-            const int cell = cellOf(rest.box.middleX());
-            cells[cell].push_back(std::move(rest));
-        }
+        const int cell = static_cast<int>(std::floor((piece.box.middleX() - grid.origin) / grid.pitch));
+        cells[cell].push_back(std::move(piece));
     }
     std::vector<Piece> result;
     for (auto& [cell, parts] : cells) {

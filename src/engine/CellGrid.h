@@ -23,9 +23,7 @@ std::optional<CellGrid> findGrid(const std::vector<Piece>& pieces, const Frame& 
 // each of them, as the fragments of a character are and a character beside a mark is not.
 bool joinsFragmentsOnly(const std::vector<Piece>& pieces, const CellGrid& grid, float capHeight);
 
-// One piece for each cell that has ink. A piece in several cells is cut at their borders, unless it is thick
-// there: then it stays in the cell that it has most of.
-std::vector<Piece> inCells(std::vector<Piece> pieces, const CellGrid& grid, const Frame& frame,
-                           float capHeight);
+// The pieces that share a cell as one, unless they are two characters side by side.
+std::vector<Piece> inCells(std::vector<Piece> pieces, const CellGrid& grid, float capHeight);
 
 }  // namespace dravik

@@ -108,8 +108,11 @@ std::vector<Piece> lineCharacters(LinePieces&& line, const Frame& frame) {
     // may have been found by chance.
     const float pitch = characterPitch(pieces, cap);
     if (const std::optional<CellGrid> grid = findGrid(pieces, frame, cap);
-        grid && (std::abs(grid->pitch - pitch) < 0.06f * pitch || joinsFragmentsOnly(pieces, *grid, cap)))
-        return inCells(std::move(pieces), *grid, frame, cap);
+        grid && (std::abs(grid->pitch - pitch) < 0.06f * pitch || joinsFragmentsOnly(pieces, *grid, cap))) {
+        const LineScale scale = lineScale(pieces, metrics, grid->pitch);
+        pieces = cutTouching(std::move(pieces), frame, scale);
+        return inCells(std::move(pieces), *grid, cap);
+    }
     if (pitch > 0)
         // Two pieces in one character's place are its broken parts.
         pieces = joinedWhere(std::move(pieces), 0.3f * pitch, [pitch](const Piece& a, const Piece& b) {
