@@ -4,7 +4,8 @@
 //     sheets dravik_evaluate read CHARSETS LINES       the same with other folders, e.g. of dravik_generate
 //     dravik_evaluate count [-v] FOLDER...      images with the exact number of characters, by tier and kind;
 //                                               with -v those without
-//     dravik_evaluate fit FOLDER...             weights by which touching characters are cut (CharacterCuts)
+//     dravik_evaluate fit cuts|choice FOLDER... fits the weights by which touching characters are cut, or
+//                                               the likeliest way to see an image is chosen
 //     dravik_evaluate shared FOLDER             the other data sets: digits, pages, a photograph
 #include <cstdio>
 #include <exception>
@@ -12,6 +13,7 @@
 #include <string>
 #include <vector>
 
+#include "evaluate/ChoiceFitting.h"
 #include "evaluate/Counting.h"
 #include "evaluate/CutFitting.h"
 #include "evaluate/ReadingBack.h"
@@ -24,8 +26,10 @@ int main(int argc, char** argv) {
             const bool verbose = arguments[1] == "-v";
             for (std::size_t i = verbose ? 2 : 1; i < arguments.size(); ++i)
                 dravik::countFolder(arguments[i], verbose);
-        } else if (what == "fit" && arguments.size() > 1) {
-            dravik::fitCuts({arguments.begin() + 1, arguments.end()});
+        } else if (what == "fit" && arguments.size() > 2 &&
+                   (arguments[1] == "cuts" || arguments[1] == "choice")) {
+            const std::vector<std::string> folders(arguments.begin() + 2, arguments.end());
+            arguments[1] == "cuts" ? dravik::fitCuts(folders) : dravik::fitChoice(folders);
         } else if (what == "shared" && arguments.size() == 2) {
             dravik::countShared(arguments[1]);
         } else if (what == "read" && (arguments.size() == 3 || arguments.size() < 2)) {
@@ -35,7 +39,7 @@ int main(int argc, char** argv) {
         } else {
             std::fprintf(
                 stderr,
-                "usage: dravik_evaluate [read CHARSETS LINES | count [-v] FOLDER... | fit FOLDER... | shared FOLDER]\n");
+                "usage: dravik_evaluate [read CHARSETS LINES | count [-v] FOLDER... | fit cuts|choice FOLDER... | shared FOLDER]\n");
             return 2;
         }
     } catch (const std::exception& failure) {

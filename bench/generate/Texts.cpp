@@ -73,6 +73,17 @@ std::vector<std::string> sheetText(Random& random) {
     return text;
 }
 
+std::vector<std::string> unusualText(Random& random) {
+    if (random.chance(0.7f)) return {some(random, kCapitals + kFigures + kLetters, random.whole(1, 3))};
+    std::vector<std::string> text(static_cast<std::size_t>(random.whole(6, 11)));
+    for (std::string& row : text)
+        while (row.size() < 40)
+            row += (row.empty() ? "" : " ") +
+                   (random.chance(0.15f) ? line(random) : some(random, kLetters, random.whole(2, 9))) +
+                   (random.chance(0.15f) ? "." : "");
+    return text;
+}
+
 std::vector<std::string> charsetText(Random& random, int lines) {
     std::string all = kCapitals + kFigures + kLetters + kMarks;
     for (std::size_t i = all.size() - 1; i > 0; --i)

@@ -180,9 +180,10 @@ struct Set {
     const char* name;
     const std::vector<Face>& faces;
     std::uint32_t seed;
+    bool unusual = false;  // whether some images have single characters or whole pages
 };
 const std::vector<Set> kSets = {
-    {"develop", kDevelop, 100'003u}, {"held", kHeld, 900'001u}, {"learn", kLearn, 500'009u}};
+    {"develop", kDevelop, 100'003u}, {"held", kHeld, 900'001u}, {"learn", kLearn, 500'009u, true}};
 
 void generate(const Set& set, bool usual, const std::string& folder, int linesEach, int charsetsEach) {
     Output lines(folder + "/lines"), charsets(folder + "/charsets");
@@ -197,6 +198,7 @@ void generate(const Set& set, bool usual, const std::string& folder, int linesEa
             const Conditions conditions = charset ? learningConditions(random, typeface->isDotMatrix())
                                                   : lineConditions(random, typeface->isDotMatrix());
             std::vector<std::string> text = charset ? charsetText(random, random.whole(2, 4))
+                                            : set.unusual && random.chance(0.2f) ? unusualText(random)
                                             : conditions.view.binary && !typeface->isDotMatrix()
                                                 ? sheetText(random)
                                                 : partText(random, conditions.lines);

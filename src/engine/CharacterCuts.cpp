@@ -5,8 +5,6 @@
 #include <numbers>
 #include <utility>
 
-#include "engine/CharacterCutWeights.h"
-
 namespace dravik {
 namespace {
 
@@ -194,17 +192,8 @@ std::vector<PossibleCut> possibleCuts(const Piece& piece, const Frame& frame, co
     return result;
 }
 
-double cutLikeness(const CutTraits& traits, const CutNetwork& network) {
-    double odds = network.bias;
-    for (const CutUnit& unit : network.units) {
-        double sum = unit.bias;
-        for (std::size_t i = 0; i < traits.size(); ++i) sum += unit.weights[i] * traits[i];
-        odds += unit.share * std::max(0.0, sum);
-    }
-    return odds;
-}
-
-std::vector<Piece> cutTouching(std::vector<Piece> pieces, const Frame& frame, const LineScale& scale) {
+std::vector<Piece> cutTouching(std::vector<Piece> pieces, const Frame& frame, const LineScale& scale,
+                               CutDoubts& doubts) {
     constexpr std::size_t kMostParts = 40;
     std::vector<Piece> result, open;
     for (Piece& piece : pieces) {
@@ -214,22 +203,25 @@ std::vector<Piece> cutTouching(std::vector<Piece> pieces, const Frame& frame, co
             Piece one = std::move(open.back());
             open.pop_back();
             const PossibleCut* best = nullptr;
-            double most = kLeastLikely;
+            double most = -1e9;
             const std::vector<PossibleCut> cuts = possibleCuts(one, frame, scale);
             for (const PossibleCut& place : cuts)
-                if (const double value = cutLikeness(place.traits); value > most) {
+                if (const double value = kCutLikeness(place.traits); value > most) {
                     most = value;
                     best = &place;
                 }
-            if (best && parts < kMostParts) {
+            const double doubt = best ? 1 / (1 + std::exp(std::abs(most - kLeastLikely))) : 0;
+            if (best && most > kLeastLikely && parts < kMostParts) {
                 auto [left, right] = cut(one, frame, best->along);
                 if (!left.runs.empty() && !right.runs.empty()) {
                     ++parts;
+                    doubts.made += doubt;
                     open.push_back(std::move(right));
                     open.push_back(std::move(left));
                     continue;
                 }
             }
+            doubts.left += doubt;
             result.push_back(std::move(one));
         }
     }

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "engine/Components.h"
+#include "engine/RectifiedNetwork.h"
 #include "engine/TextLines.h"
 
 namespace dravik {
@@ -37,11 +38,17 @@ struct PossibleCut {
 std::vector<PossibleCut> possibleCuts(const Piece& piece, const Frame& frame, const LineScale& scale);
 
 // Log odds that characters touch there.
-struct CutNetwork;
-extern const CutNetwork kCutWeights;
-double cutLikeness(const CutTraits& traits, const CutNetwork& network = kCutWeights);
+using CutNetwork = RectifiedNetwork<kCutTraits, 12>;
+extern const CutNetwork kCutLikeness;
 
-// The pieces with those cut that are likely to be several characters.
-std::vector<Piece> cutTouching(std::vector<Piece> pieces, const Frame& frame, const LineScale& scale);
+// How far the decisions were in doubt: expected numbers of characters that still touch and of wrong cuts.
+struct CutDoubts {
+    double left = 0;
+    double made = 0;
+};
+
+// The pieces with those cut that are likely to be several characters; adds to the doubts.
+std::vector<Piece> cutTouching(std::vector<Piece> pieces, const Frame& frame, const LineScale& scale,
+                               CutDoubts& doubts);
 
 }  // namespace dravik

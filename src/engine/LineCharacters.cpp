@@ -7,7 +7,6 @@
 #include <utility>
 
 #include "engine/CellGrid.h"
-#include "engine/CharacterCuts.h"
 
 namespace dravik {
 namespace {
@@ -100,7 +99,7 @@ std::vector<Piece> joinedParts(LinePieces&& line) {
     return pieces;
 }
 
-std::vector<Piece> lineCharacters(LinePieces&& line, const Frame& frame) {
+std::vector<Piece> lineCharacters(LinePieces&& line, const Frame& frame, CutDoubts& doubts) {
     const LineMetrics metrics = line.metrics;
     const float cap = metrics.capHeight;
     std::vector<Piece> pieces = joinedParts(std::move(line));
@@ -110,7 +109,7 @@ std::vector<Piece> lineCharacters(LinePieces&& line, const Frame& frame) {
     if (const std::optional<CellGrid> grid = findGrid(pieces, frame, cap);
         grid && (std::abs(grid->pitch - pitch) < 0.06f * pitch || joinsFragmentsOnly(pieces, *grid, cap))) {
         const LineScale scale = lineScale(pieces, metrics, grid->pitch);
-        pieces = cutTouching(std::move(pieces), frame, scale);
+        pieces = cutTouching(std::move(pieces), frame, scale, doubts);
         return inCells(std::move(pieces), *grid, cap);
     }
     if (pitch > 0)
@@ -122,7 +121,7 @@ std::vector<Piece> lineCharacters(LinePieces&& line, const Frame& frame) {
                    std::abs(a.box.middleX() - b.box.middleX()) < 0.58f * pitch;
         });
     const LineScale scale = lineScale(pieces, metrics, pitch);
-    pieces = cutTouching(std::move(pieces), frame, scale);
+    pieces = cutTouching(std::move(pieces), frame, scale, doubts);
     sortByPlace(pieces);
     return pieces;
 }

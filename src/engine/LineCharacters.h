@@ -5,6 +5,7 @@
 
 #include <vector>
 
+#include "engine/CharacterCuts.h"
 #include "engine/Components.h"
 #include "engine/TextLines.h"
 
@@ -16,7 +17,7 @@ float characterPitch(std::span<const Piece> pieces, float capHeight);
 // The pieces from left to right, those joined that stand one above the other or are a quotation mark.
 std::vector<Piece> joinedParts(LinePieces&& line);
 
-// The characters from left to right.
-std::vector<Piece> lineCharacters(LinePieces&& line, const Frame& frame);
+// The characters from left to right; adds what is in doubt of their borders.
+std::vector<Piece> lineCharacters(LinePieces&& line, const Frame& frame, CutDoubts& doubts);
 
 }  // namespace dravik

@@ -1,226 +1,23 @@
 #include "engine/Segmentation.h"
 
 #include <algorithm>
-#include <array>
 #include <cmath>
-#include <iterator>
 #include <map>
 #include <utility>
 
-#include "engine/DotPrint.h"
-#include "engine/LineCharacters.h"
-#include "engine/PrintCleaning.h"
-#include "engine/TextLikeness.h"
+#include "engine/PrintLooks.h"
 
 namespace dravik {
 namespace {
 
-// The first look is at so many pixels at most, the last one at so many.
-constexpr std::int64_t kFirstPixels = 500'000;
-constexpr std::int64_t kMostWorkingPixels = 4'000'000;
-// A segmentation that looks this much like text needs no other tried.
-constexpr double kClearText = 4.6;
-constexpr double kLikelyText = 3;
-constexpr double kBeyondDoubt = 5.2;
-// Print is seldom of separate dots or broken: what is added to the likeness of what was joined or blurred.
-constexpr double kFragmentTrust = 0.799;
-constexpr double kJoinTrust = 1.022;
-constexpr double kBlurTrust = 0.295;
-// So many sizes and polarities are looked at closer.
-constexpr std::size_t kMostClose = 4;
 // How much a difference in likeness matters beside the number of views that agree; measured on generated part
 // images.
 constexpr double kVoteSpread = 1.25;
 // Views of print whose heights differ by less than this factor are the same one.
 constexpr float kSameSize = 1.1f;
-// Where ink begins so often in a row, and on average after so few pixels, there is noise or texture.
-constexpr std::int64_t kManyRuns = 40'000;
-constexpr std::int64_t kFewestPixelsToRun = 12;
-// A page of dotted print has fewer pieces.
-constexpr std::size_t kMostPieces = 20'000;
-// Characters lower than this cannot be told apart.
-constexpr float kLeastHeight = 5;
-// Heights of capitals, in working pixels, at which characters are best told apart.
-constexpr float kBestHeight = 32;
-
-// What is as large as the image itself is its frame or a shadow.
-void dropFrames(std::vector<Piece>& pieces, const InkImage& ink) {
-    const float width = static_cast<float>(ink.width), height = static_cast<float>(ink.height);
-    std::erase_if(pieces, [&](const Piece& piece) {
-        const float share = static_cast<float>(piece.area) / (piece.box.width() * piece.box.height());
-        const bool touches = piece.box.left < 1 || piece.box.top < 1 || piece.box.right > width - 1 ||
-                             piece.box.bottom > height - 1;
-        return (piece.box.width() > 0.6f * width && piece.box.height() > 0.6f * height && share < 0.3f) ||
-               (touches && piece.box.width() > 0.8f * width) ||
-               (touches && piece.box.height() > 0.8f * height &&
-                piece.box.width() < 0.2f * piece.box.height() && width > 2 * height);
-    });
-}
-
-// Whether the ink is so restless that it is no print; its pieces would take much more room than the image.
-bool isTexture(const InkImage& ink) {
-    const std::int64_t pixels = static_cast<std::int64_t>(ink.ink.size());
-    if (pixels < kManyRuns * kFewestPixelsToRun) return false;
-    std::int64_t runs = 0;
-    for (std::size_t i = 1; i < ink.ink.size(); ++i) runs += (ink.ink[i - 1] < 128) & (ink.ink[i] >= 128);
-    return runs > pixels / kFewestPixelsToRun;
-}
-
-// How the print is looked for.
-struct Look {
-    bool dark = true;
-    int side = 24;
-    float blur = 0;
-    enum Joining { None, Fragments, Dots } joins = None;
-    double trust = 0;  // how likely it is to be the right one before anything is seen
-};
-
-Segmentation segmentWith(const Binarizer& binarizer, const Look& look) {
-    Segmentation result;
-    result.ink = binarizer.separate(look.dark, look.side, look.blur);
-    if (result.ink.empty() || isTexture(result.ink)) return result;
-    std::vector<Piece> pieces = components(result.ink, 3);
-    if (pieces.size() > kMostPieces) return result;
-    dropFrames(pieces, result.ink);
-    if (look.joins == Look::Fragments) pieces = joinedFragments(std::move(pieces));
-    if (look.joins == Look::Dots)
-        pieces = joinedByCloseness(joinedDots(std::move(pieces)), result.ink.width, result.ink.height);
-    float height = usualHeight(pieces);
-    if (height < kLeastHeight) return result;
-    result.frame.slope = printSlope(pieces, height);
-    for (Piece& piece : pieces) piece.measure(result.frame);
-    height = usualHeight(pieces);
-    result.frame.slant = printSlant(pieces, result.frame.slope, height);
-    if (result.frame.slant != 0)
-        for (Piece& piece : pieces) piece.measure(result.frame);
-    std::vector<LinePieces> lines = textLines(std::move(pieces), height);
-    for (LinePieces& line : lines) line.pieces = lineCharacters(std::move(line), result.frame);
-    dropForeign(lines, result.ink, binarizer);
-    for (LinePieces& line : lines) {
-        const LineMetrics& first = line.metrics;
-        std::vector<Box> boxes;
-        for (const Piece& piece : line.pieces)
-            if (piece.box.height() >= 0.45f * first.capHeight && piece.box.width() < 2 * first.capHeight)
-                boxes.push_back(piece.box);
-        result.lines.push_back(boxes.empty() ? first : measureLine(boxes, first.capHeight));
-        const int number = static_cast<int>(result.lines.size()) - 1;
-        for (Piece& piece : line.pieces) result.glyphs.push_back({std::move(piece), number});
-    }
-    return result;
-}
-
-struct Candidate {
-    Segmentation found;
-    Look look;
-    double value = 0;
-    float height = 0;  // of capitals, in image pixels
-};
-
-// Whole image pixels to a working pixel, so that a region takes no more working pixels than that.
-int leastScale(const Region& region, std::int64_t pixels) {
-    int scale = 1;
-    while (static_cast<std::int64_t>(region.width() / scale) * (region.height() / scale) > pixels) ++scale;
-    return scale;
-}
-
-int grain(float height) {
-    return std::clamp(static_cast<int>(std::lround(0.75f * height)), 8, 400);
-}
-
-void consider(std::vector<Candidate>& candidates, const Binarizer& binarizer, const Look& look) {
-    Candidate one;
-    one.look = look;
-    one.found = segmentWith(binarizer, look);
-    const double likeness = textLikeness(one.found, binarizer);
-    if (likeness <= kNoText) return;
-    one.value = likeness + look.trust;
-    one.height = typicalHeight(one.found) * one.found.ink.scale;
-    candidates.push_back(std::move(one));
-}
 
 bool worse(const Candidate& a, const Candidate& b) {
     return a.value < b.value;
-}
-
-// A small grain may be narrower than strokes, a large one takes neighbours for background.
-bool suits(const Candidate& one) {
-    const float height = typicalHeight(one.found), side = static_cast<float>(one.look.side);
-    return side >= 0.55f * height && side <= 1.2f * height;
-}
-
-// Looks at the whole image with several grains and both polarities, the likelier ones first, until one is
-// clear. The last candidate is then that one.
-bool firstLooks(std::vector<Candidate>& candidates, const GreyImage& image, const Region& whole) {
-    for (int scale = leastScale(whole, kFirstPixels);; scale = (scale + 1) / 2) {
-        const Binarizer binarizer(image, whole, static_cast<float>(scale));
-        if (binarizer.empty()) return false;
-        const bool dark = binarizer.leansDark();
-        const int first = std::clamp(std::min(binarizer.width(), binarizer.height()) / 4, 8, 64);
-        const auto look = [&](const Look& how) {
-            const std::size_t before = candidates.size();
-            consider(candidates, binarizer, how);
-            return candidates.size() > before && candidates.back().value >= kClearText &&
-                   suits(candidates.back());
-        };
-        std::vector<int> sides;
-        for (const int side : {first, first / 3, first / 6})
-            if (side >= 8 || sides.empty()) sides.push_back(side);
-        for (const Look::Joining joins : {Look::Fragments, Look::Dots})
-            for (const int side : sides)
-                for (const bool polarity : {dark, !dark})
-                    if (look({polarity, side, 0, joins, joins == Look::Dots ? kJoinTrust : kFragmentTrust}))
-                        return true;
-        for (const int side : sides)
-            for (const bool polarity : {dark, !dark})
-                if (look({polarity, side, 0.09f * static_cast<float>(side), Look::None, kBlurTrust}))
-                    return true;
-        const bool likely = std::any_of(candidates.begin(), candidates.end(),
-                                        [](const Candidate& one) { return one.value >= kLikelyText; });
-        if (likely || scale == 1 || leastScale(whole, kMostWorkingPixels) > (scale + 1) / 2) return false;
-    }
-}
-
-Region around(const Segmentation& found, float height, const Region& whole) {
-    Region region{whole.right, whole.bottom, 0, 0};
-    for (const Glyph& glyph : found.glyphs) {
-        const Region place = found.place(glyph);
-        region.left = std::min(region.left, place.left);
-        region.top = std::min(region.top, place.top);
-        region.right = std::max(region.right, place.right);
-        region.bottom = std::max(region.bottom, place.bottom);
-    }
-    // There may be more print along the lines than was seen at first.
-    const int beside = static_cast<int>(8 * height) + 4, above = static_cast<int>(3 * height) + 4;
-    region = {std::max(whole.left, region.left - beside), std::max(whole.top, region.top - above),
-              std::min(whole.right, region.right + beside), std::min(whole.bottom, region.bottom + above)};
-    const double share = static_cast<double>(region.width()) * region.height() /
-                         (static_cast<double>(whole.width()) * whole.height());
-    return share > 0.6 ? whole : region;
-}
-
-// Once more, closer, with the size and the grain that suit the print's height.
-void lookCloser(std::vector<Candidate>& candidates, const GreyImage& image, const Region& whole,
-                const Candidate& first) {
-    const Region region = around(first.found, first.height, whole);
-    const int least = leastScale(region, kMostWorkingPixels);
-    float scale = std::max(static_cast<float>(least), std::round(first.height / kBestHeight));
-    if (first.height < 0.6f * kBestHeight &&
-        region.width() * 4.0 * region.height() < static_cast<double>(kMostWorkingPixels))
-        scale = 0.5f;
-    const float height = first.height / scale;
-    const Binarizer binarizer(image, region, scale);
-    const int side = grain(height);
-    const bool dark = first.look.dark;
-    const std::array<Look, 6> looks = {{{dark, side, 0, Look::Fragments, kFragmentTrust},
-                                        {dark, side, 0, Look::Dots, kJoinTrust},
-                                        {dark, side, 0, Look::None, 0},
-                                        {dark, side, 0.045f * height, Look::None, kBlurTrust},
-                                        {dark, side, 0.07f * height, Look::None, kBlurTrust},
-                                        {dark, side, 0.095f * height, Look::None, kBlurTrust}}};
-    for (const Look& look : looks) {
-        consider(candidates, binarizer, look);
-        if (!candidates.empty() && candidates.back().value >= kBeyondDoubt) return;
-    }
 }
 
 // Of the candidates with the number of characters that most views agree on, the likeliest: views weigh as
@@ -233,8 +30,8 @@ Candidate& agreed(std::vector<Candidate>& candidates) {
     for (std::size_t i = 0; i < candidates.size(); ++i) {
         const Candidate& one = candidates[i];
         const auto same = [&](const Candidate& other) {
-            return other.found.glyphs.size() == one.found.glyphs.size() && other.look.dark == one.look.dark &&
-                   (other.look.blur > 0) == (one.look.blur > 0) && other.height < kSameSize * one.height &&
+            return other.found.glyphs.size() == one.found.glyphs.size() && other.found.look.dark == one.found.look.dark &&
+                   (other.found.look.blur > 0) == (one.found.look.blur > 0) && other.height < kSameSize * one.height &&
                    one.height < kSameSize * other.height;
         };
         const auto end = candidates.begin() + static_cast<std::ptrdiff_t>(i);
@@ -264,27 +61,7 @@ Region Segmentation::place(const Glyph& glyph) const {
 }
 
 Segmentation segment(const GreyImage& image) {
-    const Region whole{0, 0, image.width(), image.height()};
-    std::vector<Candidate> candidates, close;
-    const bool clear = firstLooks(candidates, image, whole);
-    if (clear) std::swap(candidates.front(), candidates.back());
-    if (clear) candidates.resize(1);
-    std::sort(candidates.rbegin(), candidates.rend(), worse);
-    std::vector<std::pair<bool, float>> seen;
-    for (const Candidate& candidate : candidates) {
-        if (seen.size() >= kMostClose) break;
-        const auto same = [&](const std::pair<bool, float>& other) {
-            return other.first == candidate.look.dark && other.second < 1.4f * candidate.height &&
-                   candidate.height < 1.4f * other.second;
-        };
-        if (std::any_of(seen.begin(), seen.end(), same)) continue;
-        seen.emplace_back(candidate.look.dark, candidate.height);
-        lookCloser(close, image, whole, candidate);
-        if (!close.empty() && std::max_element(close.begin(), close.end(), worse)->value >= kClearText) break;
-    }
-    // Of the first looks those count whose grain happened to suit the print.
-    std::erase_if(candidates, [](const Candidate& one) { return !suits(one); });
-    std::move(close.begin(), close.end(), std::back_inserter(candidates));
+    std::vector<Candidate> candidates = printCandidates(image);
     if (candidates.empty()) return {};
     return std::move(agreed(candidates).found);
 }

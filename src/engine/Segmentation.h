@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "engine/Binarization.h"
+#include "engine/CharacterCuts.h"
 #include "engine/Components.h"
 #include "engine/TextLines.h"
 
@@ -14,11 +15,22 @@ struct Glyph {
     int line = 0;
 };
 
+// How the print was looked at: its polarity, the background's grain (see Binarizer::separate) and blur in
+// working pixels, and what was put together.
+struct Look {
+    bool dark = true;
+    int side = 24;
+    float blur = 0;
+    enum Joining { None, Fragments, Dots } joins = None;
+};
+
 struct Segmentation {
+    Look look;
     InkImage ink;
     Frame frame;
     std::vector<LineMetrics> lines;  // from top to bottom
     std::vector<Glyph> glyphs;       // in reading order
+    CutDoubts doubts;                // of their borders
 
     // Where a glyph is in the image.
     Region place(const Glyph& glyph) const;

@@ -8,15 +8,8 @@
 namespace dravik {
 namespace {
 
-constexpr std::size_t kManyGlyphs = 30;
+constexpr std::size_t kManyGlyphs = 30, kManyMeasured = 400;
 constexpr double kLeastUsual = 0.3;
-// The weights of the traits, fitted on generated part images so that of all candidates the one with the right
-// number of characters comes first (bench/generate, set `develop`; multinomial logistic regression).
-constexpr double kBias = -19.078;
-constexpr TextTraits kWeights = {-1.189, -2.228, 7.409,  -0.414, 1.620,  1.191, 10.054, -5.667,
-                                 0.813,  1.721,  -6.244, 3.438,  -0.368, 1.446, 1.620,  7.572};
-constexpr std::array<double, 6> kQuadratic = {2.116, -0.730, -16.533, 2.259, 1.858, -0.001};
-
 float median(std::vector<float>& values) {
     if (values.empty()) return 0;
     const auto middle = values.begin() + static_cast<std::ptrdiff_t>(values.size() / 2);
@@ -65,10 +58,65 @@ class EdgeBalance {
                (static_cast<double>(sides_) / static_cast<double>(sideCount_));
     }
 
+    // Grey levels from the glyphs to what is beside them.
+    double contrast() const {
+        return sideCount_ ? static_cast<double>(sides_) / static_cast<double>(sideCount_) : 0;
+    }
+
   private:
     const Binarizer& seen_;
     std::int64_t sides_ = 0, ends_ = 0, sideCount_ = 0, endCount_ = 0;
 };
+
+bool stands(const Box& box, const LineMetrics& line) {
+    const float room = 0.15f * line.capHeight;
+    return std::abs(box.bottom - line.baseline) < room ||
+           std::abs(line.baseline - line.capHeight - box.top) < room;
+}
+
+// Of the size and shape that most characters have.
+bool isUsual(const Piece& piece, const LineMetrics& line) {
+    const Box& box = piece.box;
+    const float height = box.height() / line.capHeight, width = box.width() / line.capHeight;
+    const float fill = static_cast<float>(piece.area) / (box.width() * box.height());
+    return height > 0.6f && height < 1.4f && width < 1.2f && stands(box, line) &&
+           (fill < 0.75f || width < 0.35f);
+}
+
+bool touchesBorder(const Piece& piece, const InkImage& ink) {
+    return std::any_of(piece.runs.begin(), piece.runs.end(), [&ink](const Run& run) {
+        return run.x0 <= 0 || run.y <= 0 || run.x1 >= ink.width || run.y >= ink.height - 1;
+    });
+}
+
+// Grey levels by which a glyph differs from what is above and below its line, in the direction in which print
+// is looked for. The gaps between letters, taken for print, do not differ.
+float rising(const Piece& piece, const LineMetrics& line, const Segmentation& found, const Binarizer& seen) {
+    std::int64_t inside = 0, outside = 0, count = 0;
+    for (const Run& run : piece.runs) inside += seen.level((run.x0 + run.x1) / 2, run.y);
+    const float room = 0.22f * line.capHeight;
+    for (const float across : {line.baseline - line.capHeight - room, line.baseline + room})
+        for (const float share : {0.2f, 0.5f, 0.8f}) {
+            const float along = piece.box.left + share * piece.box.width();
+            const int x = static_cast<int>(found.frame.x(along, across)),
+                      y = static_cast<int>(found.frame.y(along, across));
+            if (x < 0 || y < 0 || x >= found.ink.width || y >= found.ink.height) continue;
+            outside += seen.level(x, y);
+            ++count;
+        }
+    if (count == 0 || piece.runs.empty()) return 0;
+    const float rise = static_cast<float>(outside) / static_cast<float>(count) -
+                       static_cast<float>(inside) / static_cast<float>(piece.runs.size());
+    return found.look.dark ? rise : -rise;
+}
+
+// How alike the values are to their median, 0 to 1.
+double alike(const std::vector<float>& values, float middle) {
+    double sum = 0;
+    for (const float one : values)
+        sum += std::clamp(1.5 - 2.0 * static_cast<double>(std::abs(one - middle) / std::max(middle, 1e-3f)), 0.0, 1.0);
+    return values.empty() ? 0 : sum / static_cast<double>(values.size());
+}
 
 }  // namespace
 
@@ -108,40 +156,35 @@ TextTraits textTraits(const Segmentation& found, const Binarizer& seen) {
     TextTraits traits{};
     if (found.glyphs.empty()) return traits;
     EdgeBalance edges(seen);
-    std::vector<float> strokes, strengths, widths, rooms, contrasts;
-    double usual = 0, all = 0, full = 0, tall = 0;
+    std::vector<float> strokes, strengths, widths, rooms, risings;
+    double usual = 0, all = 0, full = 0, tall = 0, small = 0, cornered = 0;
     const std::vector<Glyph>& glyphs = found.glyphs;
     for (std::size_t i = 0; i < glyphs.size(); ++i) {
         const LineMetrics& line = found.lines[static_cast<std::size_t>(glyphs[i].line)];
         const float cap = line.capHeight;
         const Piece& piece = glyphs[i].piece;
         const Box& box = piece.box;
-        const float height = box.height() / cap, width = box.width() / cap;
-        const float fill = static_cast<float>(piece.area) / (box.width() * box.height());
-        const bool stands = std::abs(box.bottom - line.baseline) < 0.15f * cap ||
-                            std::abs(line.baseline - cap - box.top) < 0.15f * cap;
         all += piece.area;
         if (i + 1 < glyphs.size() && glyphs[i + 1].line == glyphs[i].line)
             rooms.push_back((glyphs[i + 1].piece.box.left - box.right) / cap);
-        if (height > 0.6f && stands) ++tall;
-        if (!(height > 0.6f && height < 1.4f && width < 1.2f && stands && (fill < 0.75f || width < 0.35f)))
-            continue;
+        if (box.height() > 0.6f * cap && stands(box, line)) ++tall;
+        if (box.height() < 0.45f * cap && box.width() < 0.45f * cap) ++small;
+        cornered += touchesBorder(piece, found.ink) ? 1 : 0;
+        if (!isUsual(piece, line)) continue;
         usual += piece.area;
-        full += static_cast<double>(fill);
-        if (strokes.size() >= 400) continue;
+        full += static_cast<double>(static_cast<float>(piece.area) / (box.width() * box.height()));
+        if (strokes.size() >= kManyMeasured) continue;
         const float stroke = strokeWidth(piece, found.ink);
         edges.add(piece, found.ink, std::max(2, static_cast<int>(0.6f * stroke + 0.5f)));
         strokes.push_back(stroke / cap);
         strengths.push_back(strength(piece, found.ink));
-        widths.push_back(width);
+        widths.push_back(box.width() / cap);
+        risings.push_back(rising(piece, line, found, seen));
     }
     const double count = static_cast<double>(glyphs.size());
     if (strokes.empty()) return traits;
     const double usualCount = static_cast<double>(strokes.size());
-    const float stroke = median(strokes);
-    double even = 0;
-    for (const float one : strokes)
-        even += std::clamp(1.5 - 2.0 * static_cast<double>(std::abs(one - stroke) / stroke), 0.0, 1.0);
+    const float stroke = median(strokes), width = median(widths);
     double narrow = 0, overlapping = 0;
     for (const float room : rooms) {
         narrow += room < 0.06f ? 1 : 0;
@@ -150,34 +193,47 @@ TextTraits textTraits(const Segmentation& found, const Binarizer& seen) {
     const double pairs = static_cast<double>(rooms.size()) + 1;
     std::int64_t ink = 0;
     for (const std::uint8_t value : found.ink.ink) ink += value >= 128;
-    traits = {usual / all,
-              wholeness(found),
-              even / usualCount,
-              std::clamp((static_cast<double>(median(strengths)) - 128) / 100.0, 0.0, 1.0),
+    const double contrast = std::max(1.0, edges.contrast());
+    const double height = static_cast<double>(typicalHeight(found));
+    const Look& look = found.look;
+    traits = {// Shares of the ink in characters of usual shape, and of whole characters.
+              usual / all, wholeness(found),
+              // Evenness of the strokes, strength of the ink, clearness of upper and lower edges.
+              alike(strokes, stroke), std::clamp((static_cast<double>(median(strengths)) - 128) / 100.0, 0.0, 1.0),
               std::clamp(edges.share(), 0.0, 1.2),
-              count / (count + 3),
-              count / (count + 2 * static_cast<double>(found.lines.size())),
-              static_cast<double>(stroke),
-              static_cast<double>(median(widths)),
-              full / usualCount,
-              narrow / pairs,
-              overlapping / pairs,
-              static_cast<double>(median(rooms)),
-              all / static_cast<double>(std::max<std::int64_t>(1, ink)),
-              tall / count,
-              std::max(0.0, static_cast<double>(stroke) - 0.22)};
+              // Number of characters, in all and by line.
+              count / (count + 3), count / (count + 2 * static_cast<double>(found.lines.size())),
+              // Widths of strokes and characters, how full their boxes are.
+              static_cast<double>(stroke), static_cast<double>(width), full / usualCount,
+              // Neighbours that are close or overlap, and the room between them.
+              narrow / pairs, overlapping / pairs, std::clamp(static_cast<double>(median(rooms)), -1.0, 2.0),
+              // Share of all ink that is in characters, share of high ones.
+              all / static_cast<double>(std::max<std::int64_t>(1, ink)), tall / count,
+              // Strokes beyond the usual.
+              std::max(0.0, static_cast<double>(stroke) - 0.22),
+              // How far the print stands out from what is above and below its lines.
+              std::clamp(static_cast<double>(median(risings)) / contrast, -1.5, 1.5),
+              // Borders in doubt.
+              std::min(1.0, found.doubts.left / count), std::min(1.0, found.doubts.made / count),
+              std::min(2.0, found.doubts.left), std::min(2.0, found.doubts.made),
+              // Marks, what touches the border, noise.
+              small / count, cornered / count,
+              std::min(1.0, static_cast<double>(seen.noise()) / contrast),
+              // Size, evenness of the widths.
+              std::clamp(std::log2(height / 32), -3.0, 3.0), alike(widths, width),
+              // How it was looked at.
+              look.joins == Look::Fragments ? 1.0 : 0.0, look.joins == Look::Dots ? 1.0 : 0.0,
+              10 * static_cast<double>(look.blur) / look.side, std::min(1.0, 20 / contrast)};
     return traits;
 }
 
-double textLikeness(const Segmentation& found, const Binarizer& seen) {
-    if (found.glyphs.empty()) return kNoText;
-    const TextTraits t = textTraits(found, seen);
-    // Noise and texture give many pieces, of which by chance some are like characters.
-    if (found.glyphs.size() > kManyGlyphs && t[0] < kLeastUsual) return kNoText;
-    double sum = kBias;
-    for (std::size_t i = 0; i < t.size(); ++i) sum += kWeights[i] * t[i];
-    return sum + kQuadratic[0] * t[0] * t[1] + kQuadratic[1] * t[4] * t[4] + kQuadratic[2] * t[7] * t[7] +
-           kQuadratic[3] * t[0] * t[0] + kQuadratic[4] * t[1] * t[1] + kQuadratic[5] * t[12] * t[12];
+bool looksLikeText(const Segmentation& found) {
+    double usual = 0, all = 0;
+    for (const Glyph& glyph : found.glyphs) {
+        all += glyph.piece.area;
+        if (isUsual(glyph.piece, found.lines[static_cast<std::size_t>(glyph.line)])) usual += glyph.piece.area;
+    }
+    return !found.glyphs.empty() && (found.glyphs.size() <= kManyGlyphs || usual >= kLeastUsual * all);
 }
 
 }  // namespace dravik
