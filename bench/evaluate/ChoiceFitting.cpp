@@ -71,7 +71,7 @@ void fitChoice(const std::vector<std::string>& folders) {
     std::vector<Choice> learnt, other;
     for (std::size_t i = 0; i < choices.size(); ++i)
         if (!choices[i].rows.empty()) (i % 8 == 7 ? other : learnt).push_back(std::move(choices[i]));
-    const TextNetwork network = fitted<TextNetwork>(learnt, {.rounds = 60, .competition = 2});
+    const TextNetwork network = fitted<TextNetwork>(learnt, {.rounds = 40, .decay = 1e-3, .competition = 1});
     for (const auto& [name, set] : {std::pair{"learnt from", &learnt}, std::pair{"kept apart ", &other}}) {
         judge((std::string(name) + ", fitted ").c_str(), *set, network);
         judge((std::string(name) + ", present").c_str(), *set, kTextLikeness);

@@ -1,5 +1,5 @@
-// Fits a RectifiedNetwork: Adam on the logistic loss of each row, and where rows compete, on that of a right one
-// being the likeliest of its group as well; steps fall to nothing along a cosine.
+// Fits a RectifiedNetwork: Adam on the logistic loss of each row, and where rows compete, on that of a right
+// one being the likeliest of its group as well; steps fall to nothing along a cosine.
 #pragma once
 
 #include <cmath>
@@ -28,7 +28,8 @@ struct FitSettings {
 
 template <typename Network>
 Network fitted(std::vector<FitGroup<Network::kTraits>> groups, const FitSettings& settings) {
-    constexpr std::size_t n = Network::kTraits, each = n + 2, all = Network::kUnits * each + 1, last = all - 1;
+    constexpr std::size_t n = Network::kTraits, each = n + 2, all = Network::kUnits * each + 1,
+                          last = all - 1;
     // Traits are brought to one spread; that goes into the weights at the end.
     std::array<double, n> mean{}, spread{};
     double count = 0;
@@ -47,8 +48,10 @@ Network fitted(std::vector<FitGroup<Network::kTraits>> groups, const FitSettings
     for (double& weight : weights) weight = 0.5 * (static_cast<double>(random()) / 4294967296.0 - 0.5);
     std::vector<std::array<double, Network::kUnits>> active;
     std::vector<double> odds, errors;
-    const std::size_t batch = std::max<std::size_t>(1, static_cast<std::size_t>(32 * static_cast<double>(groups.size()) / count));
-    const double steps = settings.rounds * std::ceil(static_cast<double>(groups.size()) / static_cast<double>(batch));
+    const std::size_t batch =
+        std::max<std::size_t>(1, static_cast<std::size_t>(32 * static_cast<double>(groups.size()) / count));
+    const double steps =
+        settings.rounds * std::ceil(static_cast<double>(groups.size()) / static_cast<double>(batch));
     double step = 0;
     for (int round = 0; round < settings.rounds; ++round) {
         for (std::size_t i = groups.size() - 1; i > 0; --i) std::swap(groups[i], groups[random() % (i + 1)]);
@@ -95,7 +98,8 @@ Network fitted(std::vector<FitGroup<Network::kTraits>> groups, const FitSettings
                 }
             }
             ++step;
-            const double rate = settings.rate * 0.5 * (1 + std::cos(3.14159265 * std::min(1.0, step / steps)));
+            const double rate =
+                settings.rate * 0.5 * (1 + std::cos(3.14159265 * std::min(1.0, step / steps)));
             for (std::size_t i = 0; i < all; ++i) {
                 const double g = slope[i] + settings.decay * weights[i];
                 first[i] = 0.9 * first[i] + 0.1 * g;

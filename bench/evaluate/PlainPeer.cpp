@@ -56,8 +56,7 @@ bool quotes(const cv::Rect& a, const cv::Rect& b, int height) {
 
 std::size_t countPlainly(const GreyImage& image) {
     cv::Mat grey(image.height(), image.width(), CV_8UC1);
-    for (int y = 0; y < image.height(); ++y)
-        std::copy(image.row(y).begin(), image.row(y).end(), grey.ptr(y));
+    for (int y = 0; y < image.height(); ++y) std::copy(image.row(y).begin(), image.row(y).end(), grey.ptr(y));
     cv::medianBlur(grey, grey, 3);
     cv::GaussianBlur(grey, grey, {3, 3}, 0);
     cv::Mat ground, difference, ink;

@@ -221,8 +221,9 @@ int main(int argc, char** argv) {
     const auto set = std::find_if(dravik::kSets.begin(), dravik::kSets.end(),
                                   [&](const dravik::Set& one) { return name == one.name; });
     if (set == dravik::kSets.end() || (conditions != "usual" && conditions != "extreme")) {
-        std::fprintf(stderr, "usage: dravik_generate develop|held|learn usual|extreme FOLDER [LINES_PER_FACE "
-                             "[CHARSETS_PER_FACE]]\n");
+        std::fprintf(stderr,
+                     "usage: dravik_generate develop|held|learn usual|extreme FOLDER [LINES_PER_FACE "
+                     "[CHARSETS_PER_FACE]]\n");
         return 2;
     }
     try {

@@ -64,8 +64,8 @@ double symmetry(const std::vector<Column>& profile) {
 }
 
 struct Side {
-    float highest = 0;  // the most ink near the cut
-    float top = 1e9f, bottom = -1e9f;         // of the whole part
+    float highest = 0;                         // the most ink near the cut
+    float top = 1e9f, bottom = -1e9f;          // of the whole part
     float nearTop = 1e9f, nearBottom = -1e9f;  // near the cut
 };
 
@@ -139,8 +139,8 @@ std::vector<PossibleCut> possibleCuts(const Piece& piece, const Frame& frame, co
         const Side left = sideOf(profile, 0, x, x, near), right = sideOf(profile, x + 1, count, x, near);
         int plateau = 1;
         for (const int step : {-1, 1})
-            for (int other = x + step;
-                 other >= 0 && other < count && ink(other) <= 1.35f * here + 1; other += step)
+            for (int other = x + step; other >= 0 && other < count && ink(other) <= 1.35f * here + 1;
+                 other += step)
                 ++plateau;
         const auto caps = [cap](float length) { return static_cast<double>(length / cap); };
         const double riseLeft = caps(left.highest - here), riseRight = caps(right.highest - here);
@@ -161,8 +161,7 @@ std::vector<PossibleCut> possibleCuts(const Piece& piece, const Frame& frame, co
                 ? -std::cos(2 * std::numbers::pi * static_cast<double>((along - scale.phase) / scale.pitch))
                 : 0;
         const double usual = static_cast<double>(std::min(4.0f, width / scale.usualWidth));
-        const double pitches =
-            scale.pitch > 0 ? static_cast<double>(std::min(4.0f, width / scale.pitch)) : 0;
+        const double pitches = scale.pitch > 0 ? static_cast<double>(std::min(4.0f, width / scale.pitch)) : 0;
         result.push_back({along,
                           {std::min(3.0, caps(width)),
                            usual,

@@ -6,10 +6,6 @@
 namespace dravik {
 namespace {
 
-// What is below these parts of the print's contrast and stroke width is none of it.
-constexpr float kLeastContrast = 0.42f;
-constexpr float kLeastStroke = 0.45f;
-
 float median(std::vector<float> values) {
     if (values.empty()) return 0;
     const auto middle = values.begin() + static_cast<std::ptrdiff_t>(values.size() / 2);
@@ -31,10 +27,6 @@ float contrast(const Piece& piece, const InkImage& ink, const Binarizer& seen, i
     return count ? static_cast<float>(sum) / static_cast<float>(count) : 0;
 }
 
-struct Traits {
-    float contrast, stroke;
-};
-
 }  // namespace
 
 float strokeWidth(const Piece& piece, const InkImage& ink) {
@@ -47,58 +39,95 @@ float strokeWidth(const Piece& piece, const InkImage& ink) {
     return 2 * static_cast<float>(piece.area) / static_cast<float>(std::max(1, outline));
 }
 
-void dropForeign(std::vector<LinePieces>& lines, const InkImage& ink, const Binarizer& seen) {
-    std::vector<std::vector<Traits>> traits;
-    std::vector<float> contrasts, strokes;
+std::vector<std::vector<PrintTraits>> printTraits(const std::vector<LinePieces>& lines, const InkImage& ink,
+                                                  const Binarizer& seen, const Look& look) {
+    struct Measured {
+        float contrast, stroke;
+    };
+    std::vector<std::vector<Measured>> measured;
+    std::vector<float> contrasts, strokes, own;
+    const auto isHigh = [](const Piece& piece, const LinePieces& line) {
+        return piece.box.height() > 0.5f * line.metrics.capHeight;
+    };
     for (const LinePieces& line : lines) {
-        std::vector<Traits>& own = traits.emplace_back();
+        std::vector<Measured>& values = measured.emplace_back();
         for (const Piece& piece : line.pieces) {
             const float stroke = strokeWidth(piece, ink);
-            own.push_back({contrast(piece, ink, seen, std::max(2, static_cast<int>(stroke))), stroke});
-            if (piece.box.height() > 0.55f * line.metrics.capHeight) {
-                contrasts.push_back(own.back().contrast);
-                strokes.push_back(stroke / line.metrics.capHeight);
-            }
+            values.push_back({contrast(piece, ink, seen, std::max(2, static_cast<int>(stroke))), stroke});
+            if (!isHigh(piece, line)) continue;
+            contrasts.push_back(values.back().contrast);
+            strokes.push_back(stroke / line.metrics.capHeight);
         }
     }
-    const float overall = median(contrasts), usualStroke = median(strokes);
+    const float overall = std::max(1.0f, median(contrasts)), usualStroke = std::max(0.02f, median(strokes));
+    std::vector<std::vector<PrintTraits>> result;
+    for (std::size_t l = 0; l < lines.size(); ++l) {
+        const LinePieces& line = lines[l];
+        const float cap = line.metrics.capHeight;
+        own.clear();
+        for (std::size_t i = 0; i < line.pieces.size(); ++i)
+            if (isHigh(line.pieces[i], line)) own.push_back(measured[l][i].contrast);
+        const float usual = own.empty() ? overall : std::max(1.0f, median(own));
+        // Room to the nearest characters that are no marks.
+        std::vector<float> before(line.pieces.size(), 3 * cap), after = before;
+        float edge = -1e9f;
+        for (std::size_t i = 0; i < line.pieces.size(); ++i) {
+            before[i] = line.pieces[i].box.left - edge;
+            if (isHigh(line.pieces[i], line)) edge = std::max(edge, line.pieces[i].box.right);
+        }
+        edge = 1e9f;
+        for (std::size_t i = line.pieces.size(); i-- > 0;) {
+            after[i] = edge - line.pieces[i].box.right;
+            if (isHigh(line.pieces[i], line)) edge = std::min(edge, line.pieces[i].box.left);
+        }
+        std::vector<PrintTraits>& traits = result.emplace_back();
+        for (std::size_t i = 0; i < line.pieces.size(); ++i) {
+            const Piece& piece = line.pieces[i];
+            const Box& box = piece.box;
+            const Measured& one = measured[l][i];
+            const auto caps = [cap](float length) {
+                return std::clamp(static_cast<double>(length / cap), -3.0, 3.0);
+            };
+            const auto share = [](float part, float whole) {
+                return std::min(3.0, static_cast<double>(part / whole));
+            };
+            const float usualArea = usualStroke * usualStroke * cap * cap;
+            traits.push_back(
+                {caps(box.height()),
+                 caps(box.width()),
+                 std::clamp(std::log2(static_cast<double>(static_cast<float>(piece.area) / usualArea)), -4.0,
+                            6.0),
+                 share(one.contrast, usual),
+                 share(one.contrast, overall),
+                 share(usual, overall),
+                 share(one.stroke, usualStroke * cap),
+                 caps(line.metrics.baseline - box.bottom),
+                 caps(line.metrics.baseline - box.top),
+                 caps(std::min(before[i], after[i])),
+                 caps(std::max(before[i], after[i])),
+                 static_cast<double>(static_cast<float>(piece.area) / (box.width() * box.height())),
+                 std::min(1.0, static_cast<double>(seen.noise() / overall)),
+                 static_cast<double>(usualStroke),
+                 static_cast<double>(line.pieces.size()) / (static_cast<double>(line.pieces.size()) + 5),
+                 own.empty() ? 0.0 : 1.0,
+                 look.joins == Look::Dots ? 1.0 : 0.0,
+                 10 * static_cast<double>(look.blur) / look.side,
+                 std::min(1.0, 20 / static_cast<double>(overall)),
+                 std::clamp(std::log2(static_cast<double>(cap) / 32), -3.0, 3.0)});
+        }
+    }
+    return result;
+}
+
+void dropForeign(std::vector<LinePieces>& lines, const InkImage& ink, const Binarizer& seen,
+                 const Look& look) {
+    const auto traits = printTraits(lines, ink, seen, look);
     for (std::size_t l = 0; l < lines.size(); ++l) {
         LinePieces& line = lines[l];
-        const float cap = line.metrics.capHeight;
-        contrasts.clear();
-        for (std::size_t i = 0; i < line.pieces.size(); ++i)
-            if (line.pieces[i].box.height() > 0.55f * cap) contrasts.push_back(traits[l][i].contrast);
-        // Uneven light weakens a whole line, dirt only a piece of it.
-        const float own = median(contrasts), least = kLeastContrast * (contrasts.size() >= 4 ? own : overall);
-        if (own < 0.4f * kLeastContrast * overall) {
-            line.pieces.clear();
-            continue;
-        }
         std::vector<Piece> kept;
-        for (std::size_t i = 0; i < line.pieces.size(); ++i) {
-            Piece& piece = line.pieces[i];
-            // A rule under the line may be thinner than the letters; what is longer than a character is a
-            // scratch.
-            const bool bar = piece.box.height() < 0.25f * cap && piece.box.width() > 0.3f * cap &&
-                             piece.box.width() < 0.9f * cap;
-            const bool mark = piece.box.height() < 0.4f * cap && piece.box.width() < 0.4f * cap;
-            if (traits[l][i].contrast < least * (mark || bar ? 0.55f : 1.0f) && traits[l][i].contrast > 0)
-                continue;
-            if (!bar && traits[l][i].stroke < kLeastStroke * usualStroke * cap) continue;
-            kept.push_back(std::move(piece));
-        }
-        // A small mark far from all characters is dirt.
-        std::vector<bool> far(kept.size(), false);
-        for (std::size_t i = 0; i < kept.size(); ++i) {
-            const Box& box = kept[i].box;
-            if (box.height() > 0.4f * cap || box.width() > 0.4f * cap) continue;
-            const float before = i > 0 ? box.left - kept[i - 1].box.right : 1e9f;
-            const float after = i + 1 < kept.size() ? kept[i + 1].box.left - box.right : 1e9f;
-            far[i] = std::min(before, after) > 1.0f * cap;
-        }
-        line.pieces.clear();
-        for (std::size_t i = 0; i < kept.size(); ++i)
-            if (!far[i]) line.pieces.push_back(std::move(kept[i]));
+        for (std::size_t i = 0; i < line.pieces.size(); ++i)
+            if (kPrintLikeness(traits[l][i]) > 0) kept.push_back(std::move(line.pieces[i]));
+        line.pieces = std::move(kept);
     }
     std::erase_if(lines, [](const LinePieces& line) {
         return std::none_of(line.pieces.begin(), line.pieces.end(), [&line](const Piece& piece) {

@@ -76,7 +76,7 @@ Segmentation segmentWith(const Binarizer& binarizer, const Look& look) {
         for (Piece& piece : pieces) piece.measure(result.frame);
     std::vector<LinePieces> lines = textLines(std::move(pieces), height);
     for (LinePieces& line : lines) line.pieces = lineCharacters(std::move(line), result.frame, result.doubts);
-    dropForeign(lines, result.ink, binarizer);
+    dropForeign(lines, result.ink, binarizer, look);
     for (LinePieces& line : lines) {
         const LineMetrics& first = line.metrics;
         std::vector<Box> boxes;
@@ -134,8 +134,7 @@ bool firstLooks(std::vector<Candidate>& candidates, const GreyImage& image, cons
             const std::size_t before = candidates.size();
             consider(candidates, binarizer, how);
             return search == Search::UntilClear && candidates.size() > before &&
-                   candidates.back().value >= kClearText &&
-                   suits(candidates.back());
+                   candidates.back().value >= kClearText && suits(candidates.back());
         };
         std::vector<int> sides;
         for (const int side : {first, first / 3, first / 6})
@@ -143,12 +142,10 @@ bool firstLooks(std::vector<Candidate>& candidates, const GreyImage& image, cons
         for (const Look::Joining joins : {Look::Fragments, Look::Dots})
             for (const int side : sides)
                 for (const bool polarity : {dark, !dark})
-                    if (look({polarity, side, 0, joins}))
-                        return true;
+                    if (look({polarity, side, 0, joins})) return true;
         for (const int side : sides)
             for (const bool polarity : {dark, !dark})
-                if (look({polarity, side, 0.09f * static_cast<float>(side), Look::None}))
-                    return true;
+                if (look({polarity, side, 0.09f * static_cast<float>(side), Look::None})) return true;
         const bool likely = std::any_of(candidates.begin(), candidates.end(),
                                         [](const Candidate& one) { return one.value >= kLikelyText; });
         if (likely || scale == 1 || leastScale(whole, kMostWorkingPixels) > (scale + 1) / 2) return false;
@@ -219,7 +216,8 @@ std::vector<Candidate> printCandidates(const GreyImage& image, Search search) {
         seen.emplace_back(candidate.found.look.dark, candidate.height);
         lookCloser(close, image, whole, candidate, search);
         if (search == Search::UntilClear && !close.empty() &&
-            std::max_element(close.begin(), close.end(), worse)->value >= kClearText) break;
+            std::max_element(close.begin(), close.end(), worse)->value >= kClearText)
+            break;
     }
     // Of the first looks those count whose grain happened to suit the print.
     std::erase_if(candidates, [](const Candidate& one) { return !suits(one); });

@@ -1,5 +1,5 @@
-// A small network of one hidden layer of rectified units, whose weights are constants of the program: log odds
-// from a handful of traits. Fitted on generated images by the evaluation tool.
+// A small network of one hidden layer of rectified units, whose weights are constants of the program: log
+// odds from a handful of traits. Fitted on generated images by the evaluation tool.
 #pragma once
 
 #include <algorithm>

@@ -30,9 +30,10 @@ Candidate& agreed(std::vector<Candidate>& candidates) {
     for (std::size_t i = 0; i < candidates.size(); ++i) {
         const Candidate& one = candidates[i];
         const auto same = [&](const Candidate& other) {
-            return other.found.glyphs.size() == one.found.glyphs.size() && other.found.look.dark == one.found.look.dark &&
-                   (other.found.look.blur > 0) == (one.found.look.blur > 0) && other.height < kSameSize * one.height &&
-                   one.height < kSameSize * other.height;
+            return other.found.glyphs.size() == one.found.glyphs.size() &&
+                   other.found.look.dark == one.found.look.dark &&
+                   (other.found.look.blur > 0) == (one.found.look.blur > 0) &&
+                   other.height < kSameSize * one.height && one.height < kSameSize * other.height;
         };
         const auto end = candidates.begin() + static_cast<std::ptrdiff_t>(i);
         if (std::none_of(candidates.begin(), end, same))

@@ -114,7 +114,8 @@ float rising(const Piece& piece, const LineMetrics& line, const Segmentation& fo
 double alike(const std::vector<float>& values, float middle) {
     double sum = 0;
     for (const float one : values)
-        sum += std::clamp(1.5 - 2.0 * static_cast<double>(std::abs(one - middle) / std::max(middle, 1e-3f)), 0.0, 1.0);
+        sum += std::clamp(1.5 - 2.0 * static_cast<double>(std::abs(one - middle) / std::max(middle, 1e-3f)),
+                          0.0, 1.0);
     return values.empty() ? 0 : sum / static_cast<double>(values.size());
 }
 
@@ -199,7 +200,8 @@ TextTraits textTraits(const Segmentation& found, const Binarizer& seen) {
     traits = {// Shares of the ink in characters of usual shape, and of whole characters.
               usual / all, wholeness(found),
               // Evenness of the strokes, strength of the ink, clearness of upper and lower edges.
-              alike(strokes, stroke), std::clamp((static_cast<double>(median(strengths)) - 128) / 100.0, 0.0, 1.0),
+              alike(strokes, stroke),
+              std::clamp((static_cast<double>(median(strengths)) - 128) / 100.0, 0.0, 1.0),
               std::clamp(edges.share(), 0.0, 1.2),
               // Number of characters, in all and by line.
               count / (count + 3), count / (count + 2 * static_cast<double>(found.lines.size())),
@@ -217,8 +219,7 @@ TextTraits textTraits(const Segmentation& found, const Binarizer& seen) {
               std::min(1.0, found.doubts.left / count), std::min(1.0, found.doubts.made / count),
               std::min(2.0, found.doubts.left), std::min(2.0, found.doubts.made),
               // Marks, what touches the border, noise.
-              small / count, cornered / count,
-              std::min(1.0, static_cast<double>(seen.noise()) / contrast),
+              small / count, cornered / count, std::min(1.0, static_cast<double>(seen.noise()) / contrast),
               // Size, evenness of the widths.
               std::clamp(std::log2(height / 32), -3.0, 3.0), alike(widths, width),
               // How it was looked at.
@@ -231,7 +232,8 @@ bool looksLikeText(const Segmentation& found) {
     double usual = 0, all = 0;
     for (const Glyph& glyph : found.glyphs) {
         all += glyph.piece.area;
-        if (isUsual(glyph.piece, found.lines[static_cast<std::size_t>(glyph.line)])) usual += glyph.piece.area;
+        if (isUsual(glyph.piece, found.lines[static_cast<std::size_t>(glyph.line)]))
+            usual += glyph.piece.area;
     }
     return !found.glyphs.empty() && (found.glyphs.size() <= kManyGlyphs || usual >= kLeastUsual * all);
 }

@@ -309,7 +309,7 @@ std::vector<LinePieces> textLines(std::vector<Piece> pieces, float height) {
     const auto half = strokes.begin() + static_cast<std::ptrdiff_t>(strokes.size() / 2);
     if (strokes.empty()) return {};
     std::nth_element(strokes.begin(), half, strokes.end());
-    const float leastArea = std::max(3.0f, 0.4f * *half * *half);
+    const float leastArea = std::max(3.0f, 0.15f * *half * *half);
 
     std::sort(lines.begin(), lines.end(), [](const LinePieces& a, const LinePieces& b) {
         return a.metrics.baseline < b.metrics.baseline;

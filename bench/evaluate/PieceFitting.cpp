@@ -1,0 +1,218 @@
+#include "evaluate/PieceFitting.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstdio>
+#include <fstream>
+#include <map>
+#include <random>
+#include <sstream>
+
+#include "engine/CharacterCuts.h"
+#include "engine/DotPrint.h"
+#include "engine/LineCharacters.h"
+#include "engine/PngFile.h"
+#include "engine/PrintCleaning.h"
+#include "evaluate/NetworkFitting.h"
+
+namespace dravik {
+namespace {
+
+struct Truth {
+    bool dark = true;
+    float capHeight = 0;
+    std::vector<Box> characters;  // in image pixels
+};
+
+std::vector<std::string> columnsOf(const std::string& row) {
+    std::vector<std::string> result;
+    std::stringstream in(row);
+    for (std::string one; std::getline(in, one, '\t');) result.push_back(one);
+    return result;
+}
+
+std::map<std::string, Truth> truths(const std::string& folder) {
+    std::map<std::string, Truth> result;
+    std::ifstream meta(folder + "/meta.tsv"), boxes(folder + "/boxes.tsv");
+    for (std::string row; std::getline(meta, row);) {
+        const auto columns = columnsOf(row);
+        if (columns.size() > 3 && columns[0] != "file") result[columns[0]].dark = columns[3] == "dark";
+    }
+    for (std::string row; std::getline(boxes, row);) {
+        const auto columns = columnsOf(row);
+        if (columns.size() < 10 || columns[0] == "file") continue;
+        Truth& truth = result[columns[0]];
+        truth.capHeight = std::stof(columns[9]);
+        truth.characters.push_back(
+            {std::stof(columns[4]), std::stof(columns[5]), std::stof(columns[6]), std::stof(columns[7])});
+    }
+    return result;
+}
+
+// Print found at the size and with the grain that suit it, and where its characters truly are.
+struct FoundPrint {
+    const Binarizer& seen;
+    const InkImage& ink;
+    const Look& look;
+    const Frame& frame;
+    float capHeight;
+    std::vector<LinePieces> lines;
+    std::vector<Box> characters;
+};
+
+template <typename Visit>
+void findPrint(const GreyImage& image, const Truth& truth, bool dots, Visit visit) {
+    float scale = std::max(1.0f, std::round(truth.capHeight / 32));
+    if (truth.capHeight < 19) scale = 0.5f;
+    const Binarizer binarizer(image, {0, 0, image.width(), image.height()}, scale);
+    const float cap = truth.capHeight / scale;
+    const int side = std::clamp(static_cast<int>(std::lround(0.75f * cap)), 8, 400);
+    for (const float blur : {0.0f, 0.045f, 0.07f}) {
+        const Look look{truth.dark, side, blur * cap, dots ? Look::Dots : Look::Fragments};
+        const InkImage ink = binarizer.separate(truth.dark, side, look.blur);
+        if (ink.empty()) continue;
+        std::vector<Piece> pieces = components(ink, 3);
+        if (pieces.size() > 5000) continue;
+        pieces = dots ? joinedByCloseness(joinedDots(std::move(pieces)), ink.width, ink.height)
+                      : joinedFragments(std::move(pieces));
+        float height = usualHeight(pieces);
+        if (height < 0.5f * cap || height > 1.6f * cap) continue;
+        Frame frame;
+        frame.slope = printSlope(pieces, height);
+        for (Piece& piece : pieces) piece.measure(frame);
+        frame.slant = printSlant(pieces, frame.slope, height);
+        for (Piece& piece : pieces) piece.measure(frame);
+        std::vector<Box> characters;
+        for (const Box& box : truth.characters) {
+            const float x = box.middleX() / scale, y = box.middleY() / scale;
+            const float along = frame.along(x, y), across = frame.across(x, y);
+            const float half = 0.5f * box.width() / scale, tall = 0.5f * box.height() / scale;
+            characters.push_back({along - half, across - tall, along + half, across + tall});
+        }
+        visit(FoundPrint{binarizer, ink, look, frame, cap, textLines(std::move(pieces), height),
+                         std::move(characters)});
+    }
+}
+
+// One piece: its narrow places and which of them is between two characters.
+using CutCase = FitGroup<kCutTraits>;
+
+void addCutCases(std::vector<CutCase>& cases, FoundPrint found) {
+    const float cap = found.capHeight;
+    for (LinePieces& line : found.lines) {
+        const LineMetrics metrics = line.metrics;
+        const std::vector<Piece> parts = joinedParts(std::move(line));
+        const LineScale known = lineScale(parts, metrics, characterPitch(parts, metrics.capHeight));
+        for (const Piece& piece : parts) {
+            std::vector<Box> inside;
+            for (const Box& one : found.characters)
+                if (std::min(one.right, piece.box.right) - std::max(one.left, piece.box.left) >
+                        0.6f * one.width() &&
+                    one.middleY() > piece.box.top - 0.1f * cap &&
+                    one.middleY() < piece.box.bottom + 0.1f * cap)
+                    inside.push_back(one);
+            if (inside.empty()) continue;
+            std::sort(inside.begin(), inside.end(),
+                      [](const Box& a, const Box& b) { return a.middleX() < b.middleX(); });
+            CutCase one;
+            for (const PossibleCut& place : possibleCuts(piece, found.frame, known)) {
+                bool between = false;
+                for (std::size_t i = 0; i + 1 < inside.size(); ++i)
+                    between = between || (place.along > inside[i].right - 0.12f * cap &&
+                                          place.along < inside[i + 1].left + 0.12f * cap);
+                one.rows.push_back(place.traits);
+                one.right.push_back(between);
+            }
+            if (!one.rows.empty()) cases.push_back(std::move(one));
+        }
+    }
+}
+
+// One piece that is print or is not.
+using PrintCase = FitGroup<kPrintTraits>;
+
+void addPrintCases(std::vector<PrintCase>& cases, FoundPrint found) {
+    CutDoubts doubts;
+    for (LinePieces& line : found.lines) line.pieces = lineCharacters(std::move(line), found.frame, doubts);
+    const auto traits = printTraits(found.lines, found.ink, found.seen, found.look);
+    const float room = 0.1f * found.capHeight;
+    for (std::size_t l = 0; l < found.lines.size(); ++l)
+        for (std::size_t i = 0; i < found.lines[l].pieces.size(); ++i) {
+            const Box& box = found.lines[l].pieces[i].box;
+            const bool print =
+                std::any_of(found.characters.begin(), found.characters.end(), [&](const Box& one) {
+                    const bool inside = box.middleX() > one.left - room && box.middleX() < one.right + room &&
+                                        box.middleY() > one.top - room && box.middleY() < one.bottom + room;
+                    const bool around = one.middleX() > box.left && one.middleX() < box.right &&
+                                        one.middleY() > box.top && one.middleY() < box.bottom;
+                    return inside || around;
+                });
+            cases.push_back({{traits[l][i]}, {print}});
+        }
+}
+
+// Pieces whose likeliest place is rightly cut or left, and the wrong ones of both kinds.
+void judge(const char* name, const std::vector<CutCase>& cases, const CutNetwork& of) {
+    int right = 0, whole = 0, missed = 0, misplaced = 0;
+    for (const CutCase& one : cases) {
+        double most = 0;
+        std::ptrdiff_t best = -1;
+        for (std::size_t i = 0; i < one.rows.size(); ++i)
+            if (const double value = of(one.rows[i]); value > most) {
+                most = value;
+                best = static_cast<std::ptrdiff_t>(i);
+            }
+        const bool several = std::find(one.right.begin(), one.right.end(), true) != one.right.end();
+        if (best < 0)
+            ++(several ? missed : right);
+        else if (one.right[static_cast<std::size_t>(best)])
+            ++right;
+        else
+            ++(several ? misplaced : whole);
+    }
+    std::printf("%s: %d of %zu pieces right; %d wrongly cut, %d not cut, %d cut in the wrong place\n", name,
+                right, cases.size(), whole, missed, misplaced);
+}
+
+void judge(const char* name, const std::vector<PrintCase>& cases, const PrintNetwork& of) {
+    int right = 0, dropped = 0, kept = 0;
+    for (const PrintCase& one : cases) {
+        const bool print = of(one.rows.front()) > 0;
+        if (print == one.right.front())
+            ++right;
+        else
+            ++(print ? kept : dropped);
+    }
+    std::printf("%s: %d of %zu pieces right; %d of print dropped, %d of dirt kept\n", name, right,
+                cases.size(), dropped, kept);
+}
+
+template <typename Network, typename Case, typename Add>
+void fit(const std::vector<std::string>& folders, const Network& present, int rounds, Add add) {
+    std::vector<Case> learnt, other;
+    int number = 0;
+    for (const std::string& folder : folders)
+        for (const auto& [name, truth] : truths(folder))
+            if (truth.capHeight > 0)
+                findPrint(readPng(folder + "/" + name), truth, name.starts_with("dot"),
+                          [&](FoundPrint found) { add(number % 8 == 7 ? other : learnt, std::move(found)); }),
+                    ++number;
+    const Network network = fitted<Network>(learnt, {.rounds = rounds});
+    for (const auto& [name, cases] : {std::pair{"learnt from", &learnt}, std::pair{"kept apart ", &other}}) {
+        judge((std::string(name) + ", fitted ").c_str(), *cases, network);
+        judge((std::string(name) + ", present").c_str(), *cases, present);
+    }
+    printNetwork(network);
+}
+
+}  // namespace
+
+void fitCuts(const std::vector<std::string>& folders) {
+    fit<CutNetwork, CutCase>(folders, kCutLikeness, 120, addCutCases);
+}
+
+void fitPrint(const std::vector<std::string>& folders) {
+    fit<PrintNetwork, PrintCase>(folders, kPrintLikeness, 30, addPrintCases);
+}
+
+}  // namespace dravik
