@@ -17,9 +17,9 @@ namespace {
 constexpr std::int64_t kFirstPixels = 500'000;
 constexpr std::int64_t kMostWorkingPixels = 4'000'000;
 // Log odds of a candidate being right, beyond which others of its kind are not tried.
-constexpr double kClearText = 3;
+constexpr double kClearText = 2.2;
 constexpr double kLikelyText = 1;
-constexpr double kBeyondDoubt = 4;
+constexpr double kBeyondDoubt = 3;
 // So many sizes and polarities are looked at closer.
 constexpr std::size_t kMostClose = 4;
 // Where ink begins so often in a row, and on average after so few pixels, there is noise or texture.

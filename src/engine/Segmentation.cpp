@@ -12,33 +12,19 @@ namespace {
 
 // How much a difference in likeness matters beside the number of views that agree; measured on generated part
 // images.
-constexpr double kVoteSpread = 1.25;
-// Views of print whose heights differ by less than this factor are the same one.
-constexpr float kSameSize = 1.1f;
+constexpr double kVoteSpread = 0.8;
 
 bool worse(const Candidate& a, const Candidate& b) {
     return a.value < b.value;
 }
 
 // Of the candidates with the number of characters that most views agree on, the likeliest: views weigh as
-// much as they are likely, and those of the same polarity, size and sharpness count once, since they see the
-// same pieces. `candidates` is not empty.
+// much as they are likely. `candidates` is not empty.
 Candidate& agreed(std::vector<Candidate>& candidates) {
     std::sort(candidates.rbegin(), candidates.rend(), worse);
-    const double most = candidates.front().value;
     std::map<std::size_t, double> votes;
-    for (std::size_t i = 0; i < candidates.size(); ++i) {
-        const Candidate& one = candidates[i];
-        const auto same = [&](const Candidate& other) {
-            return other.found.glyphs.size() == one.found.glyphs.size() &&
-                   other.found.look.dark == one.found.look.dark &&
-                   (other.found.look.blur > 0) == (one.found.look.blur > 0) &&
-                   other.height < kSameSize * one.height && one.height < kSameSize * other.height;
-        };
-        const auto end = candidates.begin() + static_cast<std::ptrdiff_t>(i);
-        if (std::none_of(candidates.begin(), end, same))
-            votes[one.found.glyphs.size()] += std::exp((one.value - most) / kVoteSpread);
-    }
+    for (const Candidate& one : candidates)
+        votes[one.found.glyphs.size()] += std::exp((one.value - candidates.front().value) / kVoteSpread);
     const auto count = std::max_element(votes.begin(), votes.end(),
                                         [](const auto& a, const auto& b) { return a.second < b.second; });
     return *std::find_if(candidates.begin(), candidates.end(),
