@@ -4,7 +4,7 @@
 //     sheets dravik_evaluate read CHARSETS LINES       the same with other folders, e.g. of dravik_generate
 //     dravik_evaluate count [-v] FOLDER...      images with the exact number of characters, by tier and kind;
 //                                               with -v those without
-//     dravik_evaluate fit cuts|print|choice FOLDER... fits the weights by which touching characters are cut,
+//     dravik_evaluate fit cuts|joins|print|choice FOLDER... fits the weights by which touching characters are cut,
 //                                               dirt is dropped or the likeliest way to see an image is chosen
 //     dravik_evaluate shared FOLDER             the other data sets: digits, pages, a photograph
 #include <cstdio>
@@ -27,9 +27,11 @@ int main(int argc, char** argv) {
             for (std::size_t i = verbose ? 2 : 1; i < arguments.size(); ++i)
                 dravik::countFolder(arguments[i], verbose);
         } else if (what == "fit" && arguments.size() > 2 &&
-                   (arguments[1] == "cuts" || arguments[1] == "print" || arguments[1] == "choice")) {
+                   (arguments[1] == "cuts" || arguments[1] == "joins" || arguments[1] == "print" ||
+                    arguments[1] == "choice")) {
             const std::vector<std::string> folders(arguments.begin() + 2, arguments.end());
             if (arguments[1] == "cuts") dravik::fitCuts(folders);
+            if (arguments[1] == "joins") dravik::fitJoins(folders);
             if (arguments[1] == "print") dravik::fitPrint(folders);
             if (arguments[1] == "choice") dravik::fitChoice(folders);
         } else if (what == "shared" && arguments.size() == 2) {
@@ -41,7 +43,7 @@ int main(int argc, char** argv) {
         } else {
             std::fprintf(
                 stderr,
-                "usage: dravik_evaluate [read CHARSETS LINES | count [-v] FOLDER... | fit cuts|print|choice FOLDER... | shared FOLDER]\n");
+                "usage: dravik_evaluate [read CHARSETS LINES | count [-v] FOLDER... | fit cuts|joins|print|choice FOLDER... | shared FOLDER]\n");
             return 2;
         }
     } catch (const std::exception& failure) {

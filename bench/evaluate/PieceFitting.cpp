@@ -8,7 +8,7 @@
 #include <random>
 #include <sstream>
 
-#include "engine/CharacterCuts.h"
+#include "engine/CharacterJoins.h"
 #include "engine/DotPrint.h"
 #include "engine/LineCharacters.h"
 #include "engine/PngFile.h"
@@ -100,10 +100,8 @@ using CutCase = FitGroup<kCutTraits>;
 void addCutCases(std::vector<CutCase>& cases, FoundPrint found) {
     const float cap = found.capHeight;
     for (LinePieces& line : found.lines) {
-        const LineMetrics metrics = line.metrics;
-        const std::vector<Piece> parts = joinedParts(std::move(line));
-        const LineScale known = lineScale(parts, metrics, characterPitch(parts, metrics.capHeight));
-        for (const Piece& piece : parts) {
+        const LineScale known = joinAndMeasure(line, found.frame);
+        for (const Piece& piece : line.pieces) {
             std::vector<Box> inside;
             for (const Box& one : found.characters)
                 if (std::min(one.right, piece.box.right) - std::max(one.left, piece.box.left) >
@@ -124,6 +122,32 @@ void addCutCases(std::vector<CutCase>& cases, FoundPrint found) {
                 one.right.push_back(between);
             }
             if (!one.rows.empty()) cases.push_back(std::move(one));
+        }
+    }
+}
+
+// Two pieces that are one character or not.
+using JoinCase = FitGroup<kJoinTraits>;
+
+void addJoinCases(std::vector<JoinCase>& cases, FoundPrint found) {
+    CutDoubts doubts;
+    const float room = 0.06f * found.capHeight;
+    for (LinePieces& line : found.lines) {
+        const LineScale known = joinAndMeasure(line, found.frame);
+        std::vector<Piece> pieces = cutTouching(std::move(line.pieces), found.frame, known, doubts);
+        arrange(pieces);
+        for (const PossibleJoin& pair : possibleJoins(pieces, known)) {
+            const Box &a = pieces[pair.first].box, &b = pieces[pair.second].box;
+            const bool one =
+                std::any_of(found.characters.begin(), found.characters.end(), [&](const Box& character) {
+                    return std::min(a.left, b.left) > character.left - 3 * room &&
+                           std::max(a.right, b.right) < character.right + 3 * room &&
+                           std::min(a.middleX(), b.middleX()) > character.left - room &&
+                           std::max(a.middleX(), b.middleX()) < character.right + room &&
+                           std::min(a.middleY(), b.middleY()) > character.top - room &&
+                           std::max(a.middleY(), b.middleY()) < character.bottom + room;
+                });
+            cases.push_back({{pair.traits}, {one}});
         }
     }
 }
@@ -187,6 +211,19 @@ void judge(const char* name, const std::vector<PrintCase>& cases, const PrintNet
                 cases.size(), dropped, kept);
 }
 
+void judge(const char* name, const std::vector<JoinCase>& cases, const JoinNetwork& of) {
+    int right = 0, joined = 0, apart = 0;
+    for (const JoinCase& one : cases) {
+        const bool join = of(one.rows.front()) > 0;
+        if (join == one.right.front())
+            ++right;
+        else
+            ++(join ? joined : apart);
+    }
+    std::printf("%s: %d of %zu pairs right; %d wrongly joined, %d left apart\n", name, right, cases.size(),
+                joined, apart);
+}
+
 template <typename Network, typename Case, typename Add>
 void fit(const std::vector<std::string>& folders, const Network& present, int rounds, Add add) {
     std::vector<Case> learnt, other;
@@ -209,6 +246,10 @@ void fit(const std::vector<std::string>& folders, const Network& present, int ro
 
 void fitCuts(const std::vector<std::string>& folders) {
     fit<CutNetwork, CutCase>(folders, kCutLikeness, 120, addCutCases);
+}
+
+void fitJoins(const std::vector<std::string>& folders) {
+    fit<JoinNetwork, JoinCase>(folders, kJoinLikeness, 40, addJoinCases);
 }
 
 void fitPrint(const std::vector<std::string>& folders) {

@@ -10,6 +10,8 @@ namespace dravik {
 // Touching characters and wide ones. Prints the weights, and how many pieces the fitted ones and the present
 // ones judge rightly.
 void fitCuts(const std::vector<std::string>& folders);
+// Parts of one character and neighbours; likewise.
+void fitJoins(const std::vector<std::string>& folders);
 // Print and dirt; likewise.
 void fitPrint(const std::vector<std::string>& folders);
 

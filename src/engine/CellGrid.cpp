@@ -161,34 +161,4 @@ bool joinsFragmentsOnly(const std::vector<Piece>& pieces, const CellGrid& grid, 
     return true;
 }
 
-std::vector<Piece> inCells(std::vector<Piece> pieces, const CellGrid& grid, float capHeight) {
-    std::map<int, std::vector<Piece>> cells;
-    for (Piece& piece : pieces) {
-        const int cell = static_cast<int>(std::floor((piece.box.middleX() - grid.origin) / grid.pitch));
-        cells[cell].push_back(std::move(piece));
-    }
-    std::vector<Piece> result;
-    for (auto& [cell, parts] : cells) {
-        Box both = parts.front().box;
-        float highest = 0;
-        for (const Piece& part : parts) {
-            both.include(part.box);
-            highest = std::max(highest, part.box.height());
-        }
-        // Two characters may share a cell where some are narrower than the others.
-        const bool one = both.width() <= grid.pitch || both.height() > highest + 0.12f * capHeight;
-        Piece whole = std::move(parts.front());
-        for (std::size_t i = 1; i < parts.size(); ++i) {
-            if (!one) {
-                result.push_back(std::move(whole));
-                whole = std::move(parts[i]);
-            } else {
-                whole.join(std::move(parts[i]));
-            }
-        }
-        result.push_back(std::move(whole));
-    }
-    return result;
-}
-
 }  // namespace dravik

@@ -23,7 +23,4 @@ std::optional<CellGrid> findGrid(const std::vector<Piece>& pieces, const Frame& 
 // each of them, as the fragments of a character are and a character beside a mark is not.
 bool joinsFragmentsOnly(const std::vector<Piece>& pieces, const CellGrid& grid, float capHeight);
 
-// The pieces that share a cell as one, unless they are two characters side by side.
-std::vector<Piece> inCells(std::vector<Piece> pieces, const CellGrid& grid, float capHeight);
-
 }  // namespace dravik

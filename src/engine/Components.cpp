@@ -113,6 +113,22 @@ std::vector<Piece> joined(std::vector<Piece> pieces, Partition& partition) {
     return result;
 }
 
+float inkDistance(const Piece& a, const Piece& b, float reach) {
+    const int rows = static_cast<int>(reach);
+    float least = reach;
+    std::size_t first = 0;
+    for (const Run& run : a.runs) {
+        while (first < b.runs.size() && b.runs[first].y < run.y - rows) ++first;
+        for (std::size_t k = first; k < b.runs.size() && b.runs[k].y <= run.y + rows; ++k) {
+            const Run& other = b.runs[k];
+            const float dx = static_cast<float>(std::max({0, other.x0 - run.x1, run.x0 - other.x1}));
+            const float dy = static_cast<float>(std::max(0, std::abs(run.y - other.y) - 1));
+            least = std::min(least, std::hypot(dx, dy));
+        }
+    }
+    return least;
+}
+
 std::pair<Piece, Piece> cut(const Piece& piece, const Frame& frame, float along) {
     std::pair<Piece, Piece> parts;
     const auto add = [](Piece& part, const Run& run) {

@@ -71,6 +71,10 @@ class Partition {
 
 std::vector<Piece> joined(std::vector<Piece> pieces, Partition& partition);
 
+// Least distance between the ink of two pieces, in ink pixels, as far as it is below `reach`; else `reach`.
+// The runs of both must be sorted by row.
+float inkDistance(const Piece& a, const Piece& b, float reach);
+
 // Cuts a piece at a place along the line; either part may be empty.
 std::pair<Piece, Piece> cut(const Piece& piece, const Frame& frame, float along);
 

@@ -111,23 +111,6 @@ double oversized(const std::vector<Piece>& pieces, float height) {
     return all > 0 ? large / all : 0;
 }
 
-// Least distance between the ink of two pieces, as far as it is below `reach`; else `reach`.
-float distance(const Piece& a, const Piece& b, float reach) {
-    const int rows = static_cast<int>(reach);
-    float least = reach;
-    std::size_t first = 0;
-    for (const Run& run : a.runs) {
-        while (first < b.runs.size() && b.runs[first].y < run.y - rows) ++first;
-        for (std::size_t k = first; k < b.runs.size() && b.runs[k].y <= run.y + rows; ++k) {
-            const Run& other = b.runs[k];
-            const float dx = static_cast<float>(std::max({0, other.x0 - run.x1, run.x0 - other.x1}));
-            const float dy = static_cast<float>(std::max(0, std::abs(run.y - other.y) - 1));
-            least = std::min(least, std::hypot(dx, dy));
-        }
-    }
-    return least;
-}
-
 // Whether two pieces so close are likely to be parts of one character rather than neighbours, of which one
 // may be a mark: together they are higher than either, and no larger than a character.
 bool fragments(const Box& a, const Box& b, float usual) {
@@ -160,7 +143,7 @@ std::vector<Piece> joinedFragments(std::vector<Piece> pieces) {
             const bool above =
                 std::min(a.right, b.right) - std::max(a.left, b.left) > 0.5f * std::min(a.width(), b.width());
             const float near = above ? reach : std::max(1.5f, 0.09f * usual);
-            if (distance(pieces[i], pieces[j], near) >= near) return;
+            if (inkDistance(pieces[i], pieces[j], near) >= near) return;
             any = true;
             partition.unite(i, j);
         });

@@ -7,26 +7,22 @@
 #include <utility>
 
 #include "engine/CellGrid.h"
+#include "engine/CharacterJoins.h"
 
 namespace dravik {
 namespace {
 
-void sortByPlace(std::vector<Piece>& pieces) {
-    std::sort(pieces.begin(), pieces.end(),
-              [](const Piece& a, const Piece& b) { return a.box.left < b.box.left; });
-}
-
 // Joins the pairs of neighbours that `belong` says are one character.
-std::vector<Piece> joinedWhere(std::vector<Piece> pieces, float reach,
+std::vector<Piece> joinedWhere(std::vector<Piece> pieces,
                                const std::function<bool(const Piece&, const Piece&)>& belong) {
-    sortByPlace(pieces);
+    arrange(pieces);
     Partition partition(pieces.size());
     float widest = 0;
     for (const Piece& piece : pieces) widest = std::max(widest, piece.box.width());
     for (std::size_t i = 0; i < pieces.size(); ++i)
-        for (std::size_t j = i + 1;
-             j < pieces.size() && pieces[j].box.left < pieces[i].box.left + widest + reach; ++j)
-            if (pieces[j].box.left < pieces[i].box.right + reach && belong(pieces[i], pieces[j]))
+        for (std::size_t j = i + 1; j < pieces.size() && pieces[j].box.left < pieces[i].box.left + widest;
+             ++j)
+            if (pieces[j].box.left < pieces[i].box.right && belong(pieces[i], pieces[j]))
                 partition.unite(i, j);
     return joined(std::move(pieces), partition);
 }
@@ -46,17 +42,6 @@ bool oneAboveOther(const Piece& a, const Piece& b, float capHeight) {
     if (width < 0.45f * narrower) return false;
     if (width > 0.8f * narrower && lower < 0.5f * capHeight) return true;
     return sharedHeight(a.box, b.box) < 0.5f * lower || lower < 0.5f * capHeight;
-}
-
-// The two strokes of a double quotation mark: alike, high in the line and close together.
-bool quoteStrokes(const Piece& a, const Piece& b, const LineMetrics& metrics) {
-    const float cap = metrics.capHeight;
-    const float top = metrics.baseline - cap;
-    for (const Box& box : {a.box, b.box})
-        if (box.bottom > top + 0.62f * cap || box.top > top + 0.3f * cap || box.height() > 0.55f * cap ||
-            box.height() < 0.15f * cap || box.width() > 0.36f * cap)
-            return false;
-    return std::abs(a.box.height() - b.box.height()) < 0.15f * cap && b.box.left - a.box.right < 0.33f * cap;
 }
 
 }  // namespace
@@ -87,43 +72,24 @@ float characterPitch(std::span<const Piece> pieces, float capHeight) {
     return best;
 }
 
-std::vector<Piece> joinedParts(LinePieces&& line) {
-    const LineMetrics metrics = line.metrics;
-    const float cap = metrics.capHeight;
-    std::vector<Piece> pieces = joinedWhere(std::move(line.pieces), 0, [cap](const Piece& a, const Piece& b) {
-        return oneAboveOther(a, b, cap);
-    });
-    pieces = joinedWhere(std::move(pieces), 0.35f * cap,
-                         [&metrics](const Piece& a, const Piece& b) { return quoteStrokes(a, b, metrics); });
-    sortByPlace(pieces);
-    return pieces;
+LineScale joinAndMeasure(LinePieces& line, const Frame& frame) {
+    const float cap = line.metrics.capHeight;
+    line.pieces = joinedWhere(std::move(line.pieces),
+                              [cap](const Piece& a, const Piece& b) { return oneAboveOther(a, b, cap); });
+    arrange(line.pieces);
+    // Where the steps from character to character are even too, the print is evenly spaced; else the borders
+    // may have been found by chance.
+    float pitch = characterPitch(line.pieces, cap);
+    if (const std::optional<CellGrid> grid = findGrid(line.pieces, frame, cap);
+        grid &&
+        (std::abs(grid->pitch - pitch) < 0.06f * pitch || joinsFragmentsOnly(line.pieces, *grid, cap)))
+        pitch = grid->pitch;
+    return lineScale(line.pieces, line.metrics, pitch);
 }
 
 std::vector<Piece> lineCharacters(LinePieces&& line, const Frame& frame, CutDoubts& doubts) {
-    const LineMetrics metrics = line.metrics;
-    const float cap = metrics.capHeight;
-    std::vector<Piece> pieces = joinedParts(std::move(line));
-    // Where the steps from character to character are even too, the print is evenly spaced; else the borders
-    // may have been found by chance.
-    const float pitch = characterPitch(pieces, cap);
-    if (const std::optional<CellGrid> grid = findGrid(pieces, frame, cap);
-        grid && (std::abs(grid->pitch - pitch) < 0.06f * pitch || joinsFragmentsOnly(pieces, *grid, cap))) {
-        const LineScale scale = lineScale(pieces, metrics, grid->pitch);
-        pieces = cutTouching(std::move(pieces), frame, scale, doubts);
-        return inCells(std::move(pieces), *grid, cap);
-    }
-    if (pitch > 0)
-        // Two pieces in one character's place are its broken parts.
-        pieces = joinedWhere(std::move(pieces), 0.3f * pitch, [pitch](const Piece& a, const Piece& b) {
-            Box both = a.box;
-            both.include(b.box);
-            return both.width() < 0.95f * pitch &&
-                   std::abs(a.box.middleX() - b.box.middleX()) < 0.58f * pitch;
-        });
-    const LineScale scale = lineScale(pieces, metrics, pitch);
-    pieces = cutTouching(std::move(pieces), frame, scale, doubts);
-    sortByPlace(pieces);
-    return pieces;
+    const LineScale scale = joinAndMeasure(line, frame);
+    return joinParts(cutTouching(std::move(line.pieces), frame, scale, doubts), scale);
 }
 
 }  // namespace dravik

@@ -14,8 +14,8 @@ namespace dravik {
 // Distance from character to character of a line in which all are equally wide; 0 when they are not.
 float characterPitch(std::span<const Piece> pieces, float capHeight);
 
-// The pieces from left to right, those joined that stand one above the other or are a quotation mark.
-std::vector<Piece> joinedParts(LinePieces&& line);
+// Joins the pieces that stand one above the other, arranges them, and measures the line.
+LineScale joinAndMeasure(LinePieces& line, const Frame& frame);
 
 // The characters from left to right; adds what is in doubt of their borders.
 std::vector<Piece> lineCharacters(LinePieces&& line, const Frame& frame, CutDoubts& doubts);
