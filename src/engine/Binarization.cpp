@@ -191,28 +191,18 @@ struct TileGrid {
     }
     std::size_t count() const { return area(columns, rows); }
 
-    std::vector<Histogram> histograms(const Values& values, int width, int height) const {
-        std::vector<Histogram> result(count(), Histogram{});
-        for (int y = 0; y < height; ++y) {
-            const std::uint8_t* row = &values[area(width, y)];
+    // Of one row of tiles.
+    std::vector<Histogram> histograms(const Values& values, int width, int height, int row) const {
+        std::vector<Histogram> result(static_cast<std::size_t>(columns), Histogram{});
+        for (int y = row * tile; y < std::min(height, (row + 1) * tile); ++y) {
+            const std::uint8_t* in = &values[area(width, y)];
             for (int column = 0; column < columns; ++column) {
-                Histogram& counts = result[index(column, y / tile)];
+                Histogram& counts = result[static_cast<std::size_t>(column)];
                 const int end = std::min(width, (column + 1) * tile);
-                for (int x = column * tile; x < end; ++x) ++counts[row[x]];
+                for (int x = column * tile; x < end; ++x) ++counts[in[x]];
             }
         }
         return result;
-    }
-
-    // The counts of a tile and its eight neighbours.
-    Histogram around(const std::vector<Histogram>& tiles, int column, int row) const {
-        Histogram sum{};
-        for (int r = std::max(0, row - 1); r <= std::min(rows - 1, row + 1); ++r)
-            for (int c = std::max(0, column - 1); c <= std::min(columns - 1, column + 1); ++c) {
-                const Histogram& one = tiles[index(c, r)];
-                for (std::size_t bin = 0; bin < kBins; ++bin) sum[bin] += one[bin];
-            }
-        return sum;
     }
 
     // One row of the surface.
@@ -262,18 +252,25 @@ Binarizer::Binarizer(const GreyImage& image, const Region& region, float scale)
 // How far each pixel is on the print's side of its background. What is wider than print, such as the
 // surroundings of a part, is no print however much it differs from the background nearby.
 Values Binarizer::depths(bool darkPrint, int side, float blur) const {
-    Values print = smooth_;
-    if (!darkPrint)
-        for (std::uint8_t& value : print) value = static_cast<std::uint8_t>(255 - value);
-    if (blur >= 0.75f) smoothWide(print, width_, height_, static_cast<int>(std::lround(blur)));
-    // The extremes of noise would lift the background above its mean.
+    // Both are copies of the image in size, so the second is only made where it differs from smooth_.
+    Values blurred;
+    if (blur >= 0.75f) {
+        blurred = smooth_;
+        smoothWide(blurred, width_, height_, static_cast<int>(std::lround(blur)));
+    }
+    const Values& print = blurred.empty() ? smooth_ : blurred;
     Values ground = print;
+    if (!darkPrint)
+        for (std::uint8_t& value : ground) value = static_cast<std::uint8_t>(255 - value);
+    // The extremes of noise would lift the background above its mean.
     smoothOnce(ground, width_, height_);
     if (noise_ > 3) smoothOnce(ground, width_, height_);
     ground = closed(std::move(ground), width_, height_, side | 1);
-    for (std::size_t i = 0; i < print.size(); ++i)
-        print[i] = ground[i] > print[i] ? static_cast<std::uint8_t>(ground[i] - print[i]) : std::uint8_t{0};
-    return print;
+    for (std::size_t i = 0; i < ground.size(); ++i) {
+        const std::uint8_t value = darkPrint ? print[i] : static_cast<std::uint8_t>(255 - print[i]);
+        ground[i] = ground[i] > value ? static_cast<std::uint8_t>(ground[i] - value) : std::uint8_t{0};
+    }
+    return ground;
 }
 
 bool Binarizer::leansDark() const {
@@ -292,13 +289,11 @@ bool Binarizer::leansDark() const {
 InkImage Binarizer::separate(bool darkPrint, int side, float blur) const {
     InkImage result;
     if (smooth_.empty()) return result;
-    const Values depth = depths(darkPrint, side, blur);
+    Values depth = depths(darkPrint, side, blur);
 
     const TileGrid grid(std::max(side, kLeastTile), width_, height_);
-    const std::vector<Histogram> tiles = grid.histograms(depth, width_, height_);
     Histogram all{};
-    for (const Histogram& one : tiles)
-        for (std::size_t bin = 0; bin < kBins; ++bin) all[bin] += one[bin];
+    for (const std::uint8_t value : depth) ++all[value];
     // Most of the image is background, whose depth is that of the noise.
     const int usual = percentile(all, 0, 0.5, 1), lower = percentile(all, 0, 0.16, 1);
     const int visible = std::min(255, usual + std::max(kFaintest, 5 * (usual - lower) / 2));
@@ -310,33 +305,44 @@ InkImage Binarizer::separate(bool darkPrint, int side, float blur) const {
     // Where nothing visible is near, the threshold is that of the whole image: noise there stays noise.
     const float overall = static_cast<float>(strongest);
     std::vector<float> thresholds(grid.count());
-    for (int row = 0; row < grid.rows; ++row)
+    // Three rows of tiles at a time: the counts of all would take four times the room of the pixels.
+    std::array<std::vector<Histogram>, 3> near;
+    near[1] = grid.histograms(depth, width_, height_, 0);
+    for (int row = 0; row < grid.rows; ++row) {
+        near[2].clear();
+        if (row + 1 < grid.rows) near[2] = grid.histograms(depth, width_, height_, row + 1);
         for (int column = 0; column < grid.columns; ++column) {
-            const Histogram near = grid.around(tiles, column, row);
+            Histogram around{};
+            for (const std::vector<Histogram>& tiles : near)
+                for (int c = std::max(0, column - 1);
+                     !tiles.empty() && c <= std::min(grid.columns - 1, column + 1); ++c)
+                    for (std::size_t bin = 0; bin < kBins; ++bin)
+                        around[bin] += tiles[static_cast<std::size_t>(c)][bin];
             std::uint32_t total = 0;
-            for (const std::uint32_t count : near) total += count;
-            int local = percentile(near, visible, 0.7, std::max(6u, total / 100));
-            if (local >= 0) local = percentile(near, std::max(visible, local * 2 / 5), 0.7, 1);
+            for (const std::uint32_t count : around) total += count;
+            int local = percentile(around, visible, 0.7, std::max(6u, total / 100));
+            if (local >= 0) local = percentile(around, std::max(visible, local * 2 / 5), 0.7, 1);
             const float contrast = local < 0 ? overall : std::max(static_cast<float>(local), 0.2f * overall);
             thresholds[grid.index(column, row)] =
                 std::max(0.5f * (contrast + static_cast<float>(usual)), static_cast<float>(visible));
         }
+        std::rotate(near.begin(), near.begin() + 1, near.end());
+    }
 
     result.width = width_;
     result.height = height_;
     result.scale = scale_;
     result.left = region_.left;
     result.top = region_.top;
-    result.ink.resize(depth.size());
     std::vector<float> threshold(static_cast<std::size_t>(width_));
     for (int y = 0; y < height_; ++y) {
         grid.interpolate(thresholds, y, threshold);
-        const std::uint8_t* in = &depth[area(width_, y)];
-        std::uint8_t* out = &result.ink[area(width_, y)];
+        std::uint8_t* ink = &depth[area(width_, y)];
         for (std::size_t x = 0; x < threshold.size(); ++x)
-            out[x] = static_cast<std::uint8_t>(
-                std::min(128.0f * static_cast<float>(in[x]) / threshold[x], 255.0f));
+            ink[x] = static_cast<std::uint8_t>(
+                std::min(128.0f * static_cast<float>(ink[x]) / threshold[x], 255.0f));
     }
+    result.ink = std::move(depth);
     return result;
 }
 

@@ -81,20 +81,26 @@ std::vector<Piece> joinedWithin(const std::vector<Piece>& pieces, float reach, i
                           std::uint8_t{255});
             }
     const std::vector<Piece> groups = components(spread, 1);
-    std::vector<std::uint32_t> owners(spread.ink.size());
+    spread.ink = {};
+    struct Stretch {
+        Run run;
+        std::size_t group;
+    };
+    std::vector<Stretch> stretches;
     for (std::size_t group = 0; group < groups.size(); ++group)
-        for (const Run& run : groups[group].runs) {
-            const auto row =
-                owners.begin() + static_cast<std::ptrdiff_t>(run.y) * static_cast<std::ptrdiff_t>(width);
-            std::fill(row + run.x0, row + run.x1, static_cast<std::uint32_t>(group));
-        }
+        for (const Run& run : groups[group].runs) stretches.push_back({run, group});
+    const auto before = [](const Run& a, const Run& b) { return a.y != b.y ? a.y < b.y : a.x0 < b.x0; };
+    std::sort(stretches.begin(), stretches.end(),
+              [&](const Stretch& a, const Stretch& b) { return before(a.run, b.run); });
     std::vector<std::size_t> firsts(groups.size(), pieces.size());
     Partition partition(pieces.size());
     for (std::size_t i = 0; i < pieces.size(); ++i) {
-        const Run& run = pieces[i].runs.front();
-        const std::size_t place = static_cast<std::size_t>(run.y) * static_cast<std::size_t>(width) +
-                                  static_cast<std::size_t>(run.x0);
-        std::size_t& first = firsts[owners[place]];
+        // The last stretch that begins at the piece's first run or before it has that run.
+        const auto after = std::upper_bound(
+            stretches.begin(), stretches.end(), pieces[i].runs.front(),
+            [&](const Run& run, const Stretch& stretch) { return before(run, stretch.run); });
+        if (after == stretches.begin()) continue;
+        std::size_t& first = firsts[(after - 1)->group];
         if (first == pieces.size()) first = i;
         partition.unite(first, i);
     }

@@ -33,7 +33,7 @@ void extremesAlong(std::uint8_t* row, int width, int radius, Values& line, Pick 
 // block border to block border in both directions, of which every window needs one of each.
 template <typename Pick>
 void extremesDown(Values& pixels, int width, int height, int radius, Pick pick) {
-    constexpr int kStrip = 256;
+    constexpr int kStrip = 128;
     const int side = 2 * radius + 1;
     const int padded = height + 2 * radius;
     Values forward(static_cast<std::size_t>(padded) * kStrip), backward(forward.size());

@@ -23,10 +23,13 @@ constexpr double kBeyondDoubt = 3;
 // So many sizes and polarities are looked at closer.
 constexpr std::size_t kMostClose = 4;
 // Where ink begins so often in a row, and on average after so few pixels, there is noise or texture.
-constexpr std::int64_t kManyRuns = 40'000;
+constexpr std::int64_t kManyRuns = 10'000;
 constexpr std::int64_t kFewestPixelsToRun = 12;
-// A page of dotted print has fewer pieces.
-constexpr std::size_t kMostPieces = 20'000;
+// Small print is looked at twice as large in regions up to so many image pixels; larger ones would take too
+// much memory.
+constexpr std::int64_t kMostDoubled = 310'000;
+// A page of dotted print has fewer pieces, and more pixels to each.
+constexpr std::size_t kMostPieces = 20'000, kAlwaysPieces = 2'000, kFewestPixelsToPiece = 256;
 // Characters lower than this cannot be told apart.
 constexpr float kLeastHeight = 5;
 // Heights of capitals, in working pixels, at which characters are best told apart.
@@ -61,7 +64,8 @@ Segmentation segmentWith(const Binarizer& binarizer, const Look& look) {
     result.ink = binarizer.separate(look.dark, look.side, look.blur);
     if (result.ink.empty() || isTexture(result.ink)) return result;
     std::vector<Piece> pieces = components(result.ink, 3);
-    if (pieces.size() > kMostPieces) return result;
+    if (pieces.size() > std::min(kMostPieces, kAlwaysPieces + result.ink.ink.size() / kFewestPixelsToPiece))
+        return result;
     dropFrames(pieces, result.ink);
     if (look.joins == Look::Fragments) pieces = joinedFragments(std::move(pieces));
     if (look.joins == Look::Dots)
@@ -101,40 +105,71 @@ int grain(float height) {
     return std::clamp(static_cast<int>(std::lround(0.75f * height)), 8, 400);
 }
 
-void consider(std::vector<Candidate>& candidates, const Binarizer& binarizer, const Look& look) {
-    Candidate one;
-    one.found = segmentWith(binarizer, look);
-    if (!looksLikeText(one.found)) return;
-    one.traits = textTraits(one.found, binarizer);
-    one.value = kTextLikeness(one.traits);
-    one.height = typicalHeight(one.found) * one.found.ink.scale;
-    candidates.push_back(std::move(one));
-}
+// An image that is being looked at.
+class Looking {
+  public:
+    Looking(const GreyImage& image, Search search) : image_(image), search_(search) {}
 
-bool worse(const Candidate& a, const Candidate& b) {
-    return a.value < b.value;
-}
+    Candidates candidates() &&;
+
+  private:
+    bool consider(const Binarizer& binarizer, const Region& region, float scale, const Look& look);
+    bool firstLooks();
+    bool lookCloser(const Candidate& first);
+    Region around(const Candidate& first) const;
+
+    const GreyImage& image_;
+    const Search search_;
+    const Region whole_{0, 0, image_.width(), image_.height()};
+    Candidates found_;
+};
 
 // A small grain may be narrower than strokes, a large one takes neighbours for background.
 bool suits(const Candidate& one) {
-    const float height = typicalHeight(one.found), side = static_cast<float>(one.found.look.side);
+    const float height = one.height / one.scale, side = static_cast<float>(one.look.side);
     return side >= 0.55f * height && side <= 1.2f * height;
+}
+
+Region printOf(const Segmentation& found) {
+    Region region = found.place(found.glyphs.front());
+    for (const Glyph& glyph : found.glyphs) {
+        const Region place = found.place(glyph);
+        region = {std::min(region.left, place.left), std::min(region.top, place.top),
+                  std::max(region.right, place.right), std::max(region.bottom, place.bottom)};
+    }
+    return region;
+}
+
+// Whether there is anything that looks like text.
+bool Looking::consider(const Binarizer& binarizer, const Region& region, float scale, const Look& look) {
+    found_.last = {};
+    Segmentation seen = segmentWith(binarizer, look);
+    if (!looksLikeText(seen)) return false;
+    Candidate& one = found_.all.emplace_back();
+    one.look = look;
+    one.region = region;
+    one.scale = scale;
+    one.characters = seen.glyphs.size();
+    one.traits = textTraits(seen, binarizer);
+    one.value = kTextLikeness(one.traits);
+    one.height = typicalHeight(seen) * seen.ink.scale;
+    one.print = printOf(seen);
+    found_.last = std::move(seen);
+    return true;
 }
 
 // Looks at the whole image with several grains and both polarities, the likelier ones first, until one is
 // clear. The last candidate is then that one.
-bool firstLooks(std::vector<Candidate>& candidates, const GreyImage& image, const Region& whole,
-                Search search) {
-    for (int scale = leastScale(whole, kFirstPixels);; scale = (scale + 1) / 2) {
-        const Binarizer binarizer(image, whole, static_cast<float>(scale));
+bool Looking::firstLooks() {
+    for (int scale = leastScale(whole_, kFirstPixels);; scale = (scale + 1) / 2) {
+        const Binarizer binarizer(image_, whole_, static_cast<float>(scale));
         if (binarizer.empty()) return false;
         const bool dark = binarizer.leansDark();
         const int first = std::clamp(std::min(binarizer.width(), binarizer.height()) / 4, 8, 64);
         const auto look = [&](const Look& how) {
-            const std::size_t before = candidates.size();
-            consider(candidates, binarizer, how);
-            return search == Search::UntilClear && candidates.size() > before &&
-                   candidates.back().value >= kClearText && suits(candidates.back());
+            return consider(binarizer, whole_, static_cast<float>(scale), how) &&
+                   search_ == Search::UntilClear && found_.all.back().value >= kClearText &&
+                   suits(found_.all.back());
         };
         std::vector<int> sides;
         for (const int side : {first, first / 3, first / 6})
@@ -146,83 +181,85 @@ bool firstLooks(std::vector<Candidate>& candidates, const GreyImage& image, cons
         for (const int side : sides)
             for (const bool polarity : {dark, !dark})
                 if (look({polarity, side, 0.09f * static_cast<float>(side), Look::None})) return true;
-        const bool likely = std::any_of(candidates.begin(), candidates.end(),
+        const bool likely = std::any_of(found_.all.begin(), found_.all.end(),
                                         [](const Candidate& one) { return one.value >= kLikelyText; });
-        if (likely || scale == 1 || leastScale(whole, kMostWorkingPixels) > (scale + 1) / 2) return false;
+        if (likely || scale == 1 || leastScale(whole_, kMostWorkingPixels) > (scale + 1) / 2) return false;
     }
 }
 
-Region around(const Segmentation& found, float height, const Region& whole) {
-    Region region{whole.right, whole.bottom, 0, 0};
-    for (const Glyph& glyph : found.glyphs) {
-        const Region place = found.place(glyph);
-        region.left = std::min(region.left, place.left);
-        region.top = std::min(region.top, place.top);
-        region.right = std::max(region.right, place.right);
-        region.bottom = std::max(region.bottom, place.bottom);
-    }
-    // There may be more print along the lines than was seen at first.
-    const int beside = static_cast<int>(8 * height) + 4, above = static_cast<int>(3 * height) + 4;
-    region = {std::max(whole.left, region.left - beside), std::max(whole.top, region.top - above),
-              std::min(whole.right, region.right + beside), std::min(whole.bottom, region.bottom + above)};
+// There may be more print along the lines than was seen at first.
+Region Looking::around(const Candidate& first) const {
+    const int beside = static_cast<int>(8 * first.height) + 4, above = static_cast<int>(3 * first.height) + 4;
+    const Region region{std::max(whole_.left, first.print.left - beside),
+                        std::max(whole_.top, first.print.top - above),
+                        std::min(whole_.right, first.print.right + beside),
+                        std::min(whole_.bottom, first.print.bottom + above)};
     const double share = static_cast<double>(region.width()) * region.height() /
-                         (static_cast<double>(whole.width()) * whole.height());
-    return share > 0.6 ? whole : region;
+                         (static_cast<double>(whole_.width()) * whole_.height());
+    return share > 0.6 ? whole_ : region;
 }
 
-// Once more, closer, with the size and the grain that suit the print's height.
-void lookCloser(std::vector<Candidate>& candidates, const GreyImage& image, const Region& whole,
-                const Candidate& first, Search search) {
-    const Region region = around(first.found, first.height, whole);
-    const int least = leastScale(region, kMostWorkingPixels);
-    float scale = std::max(static_cast<float>(least), std::round(first.height / kBestHeight));
+// Once more, closer, with the size and the grain that suit the print's height. Returns whether the print is
+// clear now.
+bool Looking::lookCloser(const Candidate& first) {
+    const Region region = around(first);
+    float scale = std::max(static_cast<float>(leastScale(region, kMostWorkingPixels)),
+                           std::round(first.height / kBestHeight));
     if (first.height < 0.6f * kBestHeight &&
-        region.width() * 4.0 * region.height() < static_cast<double>(kMostWorkingPixels))
+        static_cast<std::int64_t>(region.width()) * region.height() <= kMostDoubled)
         scale = 0.5f;
     const float height = first.height / scale;
-    const Binarizer binarizer(image, region, scale);
+    const Binarizer binarizer(image_, region, scale);
     const int side = grain(height);
-    const bool dark = first.found.look.dark;
+    const bool dark = first.look.dark;
     const std::array<Look, 6> looks = {{{dark, side, 0, Look::Fragments},
                                         {dark, side, 0, Look::Dots},
                                         {dark, side, 0, Look::None},
                                         {dark, side, 0.045f * height, Look::None},
                                         {dark, side, 0.07f * height, Look::None},
                                         {dark, side, 0.095f * height, Look::None}}};
+    bool clear = false;
     for (const Look& look : looks) {
-        consider(candidates, binarizer, look);
-        if (search == Search::UntilClear && !candidates.empty() && candidates.back().value >= kBeyondDoubt)
-            return;
+        if (!consider(binarizer, region, scale, look) || search_ == Search::All) continue;
+        if (found_.all.back().value >= kBeyondDoubt) return true;
+        clear = clear || found_.all.back().value >= kClearText;
     }
+    return clear;
+}
+
+Candidates Looking::candidates() && {
+    if (firstLooks()) found_.all.erase(found_.all.begin(), found_.all.end() - 1);
+    std::vector<Candidate> first = std::move(found_.all);
+    found_.all.clear();
+    std::stable_sort(first.begin(), first.end(),
+                     [](const Candidate& a, const Candidate& b) { return a.value > b.value; });
+    std::vector<std::pair<bool, float>> seen;
+    for (const Candidate& candidate : first) {
+        if (seen.size() >= kMostClose) break;
+        const auto same = [&](const std::pair<bool, float>& other) {
+            return other.first == candidate.look.dark && other.second < 1.4f * candidate.height &&
+                   candidate.height < 1.4f * other.second;
+        };
+        if (std::any_of(seen.begin(), seen.end(), same)) continue;
+        seen.emplace_back(candidate.look.dark, candidate.height);
+        if (lookCloser(candidate)) break;
+    }
+    // Of the first looks those count whose grain happened to suit the print. What the last look found stays
+    // that of the last candidate.
+    if (found_.all.empty()) found_.last = {};
+    std::erase_if(first, [](const Candidate& one) { return !suits(one); });
+    found_.all.insert(found_.all.begin(), first.begin(), first.end());
+    return std::move(found_);
 }
 
 }  // namespace
 
-std::vector<Candidate> printCandidates(const GreyImage& image, Search search) {
-    const Region whole{0, 0, image.width(), image.height()};
-    std::vector<Candidate> candidates, close;
-    const bool clear = firstLooks(candidates, image, whole, search);
-    if (clear) std::swap(candidates.front(), candidates.back());
-    if (clear) candidates.resize(1);
-    std::sort(candidates.rbegin(), candidates.rend(), worse);
-    std::vector<std::pair<bool, float>> seen;
-    for (const Candidate& candidate : candidates) {
-        if (seen.size() >= kMostClose) break;
-        const auto same = [&](const std::pair<bool, float>& other) {
-            return other.first == candidate.found.look.dark && other.second < 1.4f * candidate.height &&
-                   candidate.height < 1.4f * other.second;
-        };
-        if (std::any_of(seen.begin(), seen.end(), same)) continue;
-        seen.emplace_back(candidate.found.look.dark, candidate.height);
-        lookCloser(close, image, whole, candidate, search);
-        if (search == Search::UntilClear && !close.empty() &&
-            std::max_element(close.begin(), close.end(), worse)->value >= kClearText)
-            break;
-    }
-    // Of the first looks those count whose grain happened to suit the print.
-    std::erase_if(candidates, [](const Candidate& one) { return !suits(one); });
-    std::move(close.begin(), close.end(), std::back_inserter(candidates));
-    return candidates;
+Candidates printCandidates(const GreyImage& image, Search search) {
+    return Looking(image, search).candidates();
+}
+
+Segmentation seenAgain(const GreyImage& image, const Candidate& candidate) {
+    return segmentWith(Binarizer(image, candidate.region, candidate.scale), candidate.look);
 }
 
 }  // namespace dravik

@@ -9,17 +9,28 @@
 
 namespace dravik {
 
+// What was found by one look, without its pixels and pieces, which take room.
 struct Candidate {
-    Segmentation found;
+    Look look;
+    Region region;  // of the image
+    float scale = 1;
+    std::size_t characters = 0;
     TextTraits traits{};
     double value = 0;  // kTextLikeness of the traits
     float height = 0;  // of capitals, in image pixels
+    Region print;      // the part of the image that has the characters
 };
 
 // UntilClear ends as soon as one candidate is beyond doubt, as most are; All is to learn from.
 enum class Search { UntilClear, All };
 
-// In no order; those with characters.
-std::vector<Candidate> printCandidates(const GreyImage& image, Search search = Search::UntilClear);
+struct Candidates {
+    std::vector<Candidate> all;  // those with characters, in the order of the looks
+    Segmentation last;           // what the last of them found
+};
+Candidates printCandidates(const GreyImage& image, Search search = Search::UntilClear);
+
+// What a candidate found.
+Segmentation seenAgain(const GreyImage& image, const Candidate& candidate);
 
 }  // namespace dravik

@@ -14,21 +14,24 @@ namespace {
 // images.
 constexpr double kVoteSpread = 0.8;
 
-bool worse(const Candidate& a, const Candidate& b) {
-    return a.value < b.value;
-}
-
 // Of the candidates with the number of characters that most views agree on, the likeliest: views weigh as
 // much as they are likely. `candidates` is not empty.
-Candidate& agreed(std::vector<Candidate>& candidates) {
-    std::sort(candidates.rbegin(), candidates.rend(), worse);
+std::size_t agreed(const std::vector<Candidate>& candidates) {
+    const auto worse = [](const Candidate& a, const Candidate& b) { return a.value < b.value; };
+    const double most = std::max_element(candidates.begin(), candidates.end(), worse)->value;
     std::map<std::size_t, double> votes;
     for (const Candidate& one : candidates)
-        votes[one.found.glyphs.size()] += std::exp((one.value - candidates.front().value) / kVoteSpread);
-    const auto count = std::max_element(votes.begin(), votes.end(),
-                                        [](const auto& a, const auto& b) { return a.second < b.second; });
-    return *std::find_if(candidates.begin(), candidates.end(),
-                         [&](const Candidate& one) { return one.found.glyphs.size() == count->first; });
+        votes[one.characters] += std::exp((one.value - most) / kVoteSpread);
+    const std::size_t characters =
+        std::max_element(votes.begin(), votes.end(), [](const auto& a, const auto& b) {
+            return a.second < b.second;
+        })->first;
+    std::size_t best = candidates.size();
+    for (std::size_t i = 0; i < candidates.size(); ++i)
+        if (candidates[i].characters == characters &&
+            (best == candidates.size() || worse(candidates[best], candidates[i])))
+            best = i;
+    return best;
 }
 
 }  // namespace
@@ -48,9 +51,13 @@ Region Segmentation::place(const Glyph& glyph) const {
 }
 
 Segmentation segment(const GreyImage& image) {
-    std::vector<Candidate> candidates = printCandidates(image);
-    if (candidates.empty()) return {};
-    return std::move(agreed(candidates).found);
+    Candidates candidates = printCandidates(image);
+    if (candidates.all.empty()) return {};
+    const std::size_t best = agreed(candidates.all);
+    if (best + 1 == candidates.all.size() && !candidates.last.glyphs.empty())
+        return std::move(candidates.last);
+    candidates.last = {};
+    return seenAgain(image, candidates.all[best]);
 }
 
 }  // namespace dravik
