@@ -13,6 +13,8 @@ namespace {
 // How much a difference in likeness matters beside the number of views that agree; measured on generated part
 // images.
 constexpr double kVoteSpread = 0.8;
+// Log odds of being right below which there is only noise, not print.
+constexpr double kNoPrint = -2.5;
 
 // Of the candidates with the number of characters that most views agree on, the likeliest: views weigh as
 // much as they are likely. `candidates` is not empty.
@@ -54,6 +56,7 @@ Segmentation segment(const GreyImage& image) {
     Candidates candidates = printCandidates(image);
     if (candidates.all.empty()) return {};
     const std::size_t best = agreed(candidates.all);
+    if (candidates.all[best].value < kNoPrint) return {};
     if (best + 1 == candidates.all.size() && !candidates.last.glyphs.empty())
         return std::move(candidates.last);
     candidates.last = {};
