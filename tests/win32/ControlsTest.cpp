@@ -139,6 +139,7 @@ TEST(Options, AreOneTabStopAndChosenByArrowKeys) {
     frame.setLayout(column({item(one), item(two)}));
     Button after("after", "After");
     ShownPage shown(column({item(frame), item(after)}));
+    EXPECT_EQ(accessibleName(shown.view(frame)), L"Choice");
     for (auto* option : {&one, &two})
         option->click.subscribe([&, option] { (option == &one ? two : one).setChosen(false); });
     two.setChosen(true);

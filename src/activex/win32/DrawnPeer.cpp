@@ -4,9 +4,11 @@
 
 namespace dravik {
 
-HWND DrawnPeer::makeDrawn(const wchar_t* className, HWND parent, DWORD style, const std::wstring& text) {
-    return CreateWindowExW(0, drawnClass(className), text.c_str(), style | WS_CHILD | WS_CLIPSIBLINGS, 0, 0,
-                           0, 0, parent, nullptr, moduleInstance(), nullptr);
+HWND DrawnPeer::makeDrawn(const wchar_t* className, HWND parent, DWORD style, const std::wstring& text,
+                          DWORD extendedStyle) {
+    return CreateWindowExW(extendedStyle, drawnClass(className), text.c_str(),
+                           style | WS_CHILD | WS_CLIPSIBLINGS, 0, 0, 0, 0, parent, nullptr, moduleInstance(),
+                           nullptr);
 }
 
 void DrawnPeer::show(Change change) {

@@ -12,7 +12,8 @@ class DrawnPeer : public Peer {
 
   protected:
     // A window of a class for this kind alone. It sends no commands, and so has no number.
-    HWND makeDrawn(const wchar_t* className, HWND parent, DWORD style = 0, const std::wstring& text = {});
+    HWND makeDrawn(const wchar_t* className, HWND parent, DWORD style = 0, const std::wstring& text = {},
+                   DWORD extendedStyle = 0);
     void show(Change change) override;
     LRESULT message(UINT message, WPARAM wParam, LPARAM lParam) override;
     // `dirty` is what needs painting.

@@ -1,11 +1,8 @@
-// The native group box, here the parent of what stands in it. It is drawn here in the colours of the page:
-// the system's themes draw its caption in a colour of their own, whatever is behind it.
-#include <windows.h>
-
-#include <commctrl.h>
-
+// A group box, the parent of what stands in it. It is drawn here in the colours of the page: the system's
+// themes draw the caption of theirs in a colour of their own, whatever is behind it.
 #include <algorithm>
 
+#include "activex/win32/Accessible.h"
 #include "activex/win32/DrawnPeer.h"
 #include "activex/win32/Page.h"
 #include "activex/win32/Peers.h"
@@ -20,7 +17,7 @@ constexpr int kCaptionIndent = 8;
 constexpr int kCaptionGap = 2;
 constexpr double kLineShare = 0.3;
 
-class FramePeer : public PeerOf<Frame, DrawnPeer> {
+class FramePeer : public PeerOf<Frame, DrawnPeer>, private AccessibleContent {
   public:
     using PeerOf::PeerOf;
 
@@ -33,8 +30,8 @@ class FramePeer : public PeerOf<Frame, DrawnPeer> {
 
   protected:
     HWND make(HWND parent) override {
-        return makeWindow(WC_BUTTONW, parent, BS_GROUPBOX | WS_CLIPCHILDREN, WS_EX_CONTROLPARENT,
-                          wide(model_.caption()));
+        return makeDrawn(L"DravikFrame", parent, WS_CLIPCHILDREN, wide(model_.caption()),
+                         WS_EX_CONTROLPARENT);
     }
     void started() override { page().addPeers(model_.layout(), window(), this); }
 
@@ -89,7 +86,14 @@ class FramePeer : public PeerOf<Frame, DrawnPeer> {
         DrawTextW(dc, caption.c_str(), static_cast<int>(caption.size()), &place, DT_SINGLELINE | DT_NOCLIP);
     }
 
+    AccessibleContent* accessibleContent() override { return this; }
+
   private:
+    LONG role() const override { return ROLE_SYSTEM_GROUPING; }
+    std::wstring name() const override {
+        return model_.accessibleName().empty() ? captionText() : wide(model_.accessibleName());
+    }
+
     std::wstring captionText() const { return withoutMnemonic(wide(model_.caption())); }
 
     RECT margins() const {
