@@ -29,7 +29,7 @@ constexpr std::int64_t kFewestPixelsToRun = 12;
 // much memory.
 constexpr std::int64_t kMostDoubled = 310'000;
 // A page of dotted print has fewer pieces, and more pixels to each.
-constexpr std::size_t kMostPieces = 20'000, kAlwaysPieces = 2'000, kFewestPixelsToPiece = 256;
+constexpr std::size_t kMostPieces = 20'000, kAlwaysPieces = 5'000, kFewestPixelsToPiece = 256;
 // Characters lower than this cannot be told apart.
 constexpr float kLeastHeight = 5;
 // Heights of capitals, in working pixels, at which characters are best told apart.
@@ -54,7 +54,7 @@ bool isTexture(const InkImage& ink) {
     const std::int64_t pixels = static_cast<std::int64_t>(ink.ink.size());
     if (pixels < kManyRuns * kFewestPixelsToRun) return false;
     std::int64_t runs = 0;
-    for (std::size_t i = 1; i < ink.ink.size(); ++i) runs += (ink.ink[i - 1] < 128) & (ink.ink[i] >= 128);
+    for (std::size_t i = 1; i < ink.ink.size(); ++i) runs += ink.ink[i - 1] < 128 && ink.ink[i] >= 128 ? 1 : 0;
     return runs > pixels / kFewestPixelsToRun;
 }
 
