@@ -3,6 +3,8 @@
 set -euo pipefail
 here=$(dirname "$(readlink -f "$0")")
 export WINEPREFIX=${WINEPREFIX:-$here/../build-windows/wine}
+# Wine names files by the locale's letters: without one of UTF-8 it finds no file with others than ASCII ones.
+export LC_ALL=C.UTF-8
 export WINEDLLOVERRIDES='mscoree=;mshtml=' WINEDEBUG=${WINEDEBUG:--all}
 wine=$(command -v wine64 || command -v wine || echo /usr/lib/wine/wine64)
 if [ -z "${DISPLAY+set}" ] && command -v xvfb-run >/dev/null; then
