@@ -27,6 +27,16 @@ float contrast(const Piece& piece, const InkImage& ink, const Binarizer& seen, i
     return count ? static_cast<float>(sum) / static_cast<float>(count) : 0;
 }
 
+// Among the traits: the contrast beside the line's.
+constexpr std::size_t kContrast = 3;
+
+// In bold faces an underscore is as thin and faint as a scratch, but it lies along the line and below it.
+bool isUnderscore(const Piece& piece, const LineMetrics& line, double contrast) {
+    const float cap = line.capHeight, width = piece.box.width(), below = piece.box.bottom - line.baseline;
+    return piece.box.height() < 0.2f * cap && width > 0.4f * cap && width < 1.1f * cap &&
+           piece.box.top > line.baseline - 0.05f * cap && below < 0.4f * cap && contrast > 0.2;
+}
+
 }  // namespace
 
 float strokeWidth(const Piece& piece, const InkImage& ink) {
@@ -126,7 +136,9 @@ void dropForeign(std::vector<LinePieces>& lines, const InkImage& ink, const Bina
         LinePieces& line = lines[l];
         std::vector<Piece> kept;
         for (std::size_t i = 0; i < line.pieces.size(); ++i)
-            if (kPrintLikeness(traits[l][i]) > 0) kept.push_back(std::move(line.pieces[i]));
+            if (kPrintLikeness(traits[l][i]) > 0 ||
+                isUnderscore(line.pieces[i], line.metrics, traits[l][i][kContrast]))
+                kept.push_back(std::move(line.pieces[i]));
         line.pieces = std::move(kept);
     }
     std::erase_if(lines, [](const LinePieces& line) {
