@@ -1,6 +1,5 @@
 // Evenly spaced print: finds the cells that the characters of a line stand in, by the clear borders between
-// them, and sorts the ink into them. Broken and touching characters come out right where the spacing is
-// known.
+// them.
 #pragma once
 
 #include <optional>
