@@ -198,30 +198,24 @@ void judge(const char* name, const std::vector<CutCase>& cases, const CutNetwork
                 right, cases.size(), whole, missed, misplaced);
 }
 
-void judge(const char* name, const std::vector<PrintCase>& cases, const PrintNetwork& of) {
-    int right = 0, dropped = 0, kept = 0;
-    for (const PrintCase& one : cases) {
-        const bool print = of(one.rows.front()) > 0;
-        if (print == one.right.front())
-            ++right;
-        else
-            ++(print ? kept : dropped);
+// Yes and no by the odds; `yes` and `no` say what is wrong of each.
+template <typename Case, typename Network>
+void judgeEach(const char* name, const std::vector<Case>& cases, const Network& of, const char* yes,
+               const char* no) {
+    int right = 0, wrongYes = 0, wrongNo = 0;
+    for (const Case& one : cases) {
+        const bool said = of(one.rows.front()) > 0;
+        ++(said == one.right.front() ? right : said ? wrongYes : wrongNo);
     }
-    std::printf("%s: %d of %zu pieces right; %d of print dropped, %d of dirt kept\n", name, right,
-                cases.size(), dropped, kept);
+    std::printf("%s: %d of %zu right; %d %s, %d %s\n", name, right, cases.size(), wrongYes, yes, wrongNo, no);
+}
+
+void judge(const char* name, const std::vector<PrintCase>& cases, const PrintNetwork& of) {
+    judgeEach(name, cases, of, "of dirt kept", "of print dropped");
 }
 
 void judge(const char* name, const std::vector<JoinCase>& cases, const JoinNetwork& of) {
-    int right = 0, joined = 0, apart = 0;
-    for (const JoinCase& one : cases) {
-        const bool join = of(one.rows.front()) > 0;
-        if (join == one.right.front())
-            ++right;
-        else
-            ++(join ? joined : apart);
-    }
-    std::printf("%s: %d of %zu pairs right; %d wrongly joined, %d left apart\n", name, right, cases.size(),
-                joined, apart);
+    judgeEach(name, cases, of, "wrongly joined", "left apart");
 }
 
 template <typename Network, typename Case, typename Add>

@@ -5,18 +5,13 @@
 #include <numbers>
 #include <utility>
 
+#include "engine/Median.h"
+
 namespace dravik {
 namespace {
 
 // Cuts less likely than this are not made.
 constexpr double kLeastLikely = 0;
-
-float median(std::vector<float> values) {
-    if (values.empty()) return 0;
-    const auto middle = values.begin() + static_cast<std::ptrdiff_t>(values.size() / 2);
-    std::nth_element(values.begin(), middle, values.end());
-    return *middle;
-}
 
 // What a place along the line has of a piece.
 struct Column {

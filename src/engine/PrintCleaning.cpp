@@ -3,15 +3,10 @@
 #include <algorithm>
 #include <cmath>
 
+#include "engine/Median.h"
+
 namespace dravik {
 namespace {
-
-float median(std::vector<float> values) {
-    if (values.empty()) return 0;
-    const auto middle = values.begin() + static_cast<std::ptrdiff_t>(values.size() / 2);
-    std::nth_element(values.begin(), middle, values.end());
-    return *middle;
-}
 
 // Grey levels between a piece and what lies at its sides.
 float contrast(const Piece& piece, const InkImage& ink, const Binarizer& seen, int reach) {

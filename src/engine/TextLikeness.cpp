@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "engine/Median.h"
 #include "engine/PrintCleaning.h"
 
 namespace dravik {
@@ -10,13 +11,6 @@ namespace {
 
 constexpr std::size_t kManyGlyphs = 30, kManyMeasured = 400;
 constexpr double kLeastUsual = 0.3;
-float median(std::vector<float>& values) {
-    if (values.empty()) return 0;
-    const auto middle = values.begin() + static_cast<std::ptrdiff_t>(values.size() / 2);
-    std::nth_element(values.begin(), middle, values.end());
-    return *middle;
-}
-
 // Mean ink of a glyph, 128 to 255.
 float strength(const Piece& piece, const InkImage& ink) {
     std::int64_t sum = 0;
