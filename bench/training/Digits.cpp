@@ -33,7 +33,7 @@ InkImage enlarged(const std::array<float, 64>& values) {
     const auto at = [&values](int x, int y) {
         return x < 0 || y < 0 || x > 7 || y > 7 ? 0.0f : values[static_cast<std::size_t>(8 * y + x)];
     };
-    InkImage ink{size, size, 1, {}};
+    InkImage ink{size, size, 1, 0, 0, {}};
     for (int y = 0; y < size; ++y)
         for (int x = 0; x < size; ++x) {
             const float u = (static_cast<float>(x) + 0.5f) / times - 0.5f;
@@ -49,14 +49,14 @@ InkImage enlarged(const std::array<float, 64>& values) {
 
 }  // namespace
 
-LabelledInputs mnistDigits(const std::string& folder) {
-    std::ifstream images(folder + "/images-idx3-ubyte", std::ios::binary);
-    std::ifstream labels(folder + "/labels-idx1-ubyte", std::ios::binary);
+LabelledInputs mnistDigits(const std::string& folder, const std::string& prefix, std::size_t most) {
+    std::ifstream images(folder + "/" + prefix + "images-idx3-ubyte", std::ios::binary);
+    std::ifstream labels(folder + "/" + prefix + "labels-idx1-ubyte", std::ios::binary);
     images.ignore(16);
     labels.ignore(8);
     LabelledInputs data;
-    for (char label; labels.get(label);) {
-        InkImage ink{28, 28, 1, std::vector<std::uint8_t>(28 * 28)};
+    for (char label; data.size() < most && labels.get(label);) {
+        InkImage ink{28, 28, 1, 0, 0, std::vector<std::uint8_t>(28 * 28)};
         if (!images.read(reinterpret_cast<char*>(ink.ink.data()), 28 * 28)) break;
         data.add(loneInputs(std::move(ink)), '0' + label);
     }

@@ -159,7 +159,11 @@ RenderedLine renderedLine(const std::string& fontFile, const std::string& text, 
 
     RenderedLine line;
     line.text = text;
-    line.found.ink = Binarizer(image).separate(dark, static_cast<int>(std::lround(0.75f * 0.7f * size)));
+    // As characters are looked at: at 32 pixels or a little more, small ones twice as large.
+    const float capital = 0.7f * size;
+    const float scale = capital < 19.2f ? 0.5f : std::max(1.0f, std::round(capital / 32));
+    line.found.ink = Binarizer(image, {0, 0, width, height}, scale)
+                         .separate(dark, std::max(8, static_cast<int>(std::lround(0.75f * capital / scale))));
     line.found.frame.slope = slope;
     // Ink belongs to the nearest character, as far as two pixels away.
     for (int round = 0; round < 2; ++round) {
@@ -172,10 +176,11 @@ RenderedLine renderedLine(const std::string& fontFile, const std::string& text, 
             }
     }
     line.found.glyphs.resize(text.size());
-    const int scale = line.found.ink.scale;
     for (int y = 0; y < line.found.ink.height; ++y)
         for (int x = 0; x < line.found.ink.width; ++x) {
-            const int own = owner[static_cast<std::size_t>(y * scale * width + x * scale)];
+            const int column = std::min(width - 1, static_cast<int>(static_cast<float>(x) * scale));
+            const int row = std::min(height - 1, static_cast<int>(static_cast<float>(y) * scale));
+            const int own = owner[static_cast<std::size_t>(row * width + column)];
             if (own < 0 || line.found.ink.at(x, y) < 128) continue;
             Piece& piece = line.found.glyphs[static_cast<std::size_t>(own)].piece;
             ++piece.area;
@@ -193,10 +198,10 @@ RenderedLine renderedLine(const std::string& fontFile, const std::string& text, 
             continue;
         }
         piece.measure(line.found.frame);
-        if (piece.box.height() > 0.3f * size / static_cast<float>(scale)) boxes.push_back(piece.box);
+        if (piece.box.height() > 0.3f * size / scale) boxes.push_back(piece.box);
         ++i;
     }
-    line.found.lines.push_back(measureLine(boxes, 0.7f * size / static_cast<float>(scale)));
+    line.found.lines.push_back(measureLine(boxes, capital / scale));
     return line;
 }
 

@@ -3,7 +3,8 @@
 //
 //     dravik_training_accuracy [print|digits] [MNIST_FOLDER]      (both, of ../shared/data, when not given)
 //
-// A folder of 11,000 digits or more is learnt from its first 10,000 and tested on the rest.
+// A folder with the files of the whole of MNIST (`train-images-idx3-ubyte` and so on) is learnt from its
+// first 10,000 and tested on its 10,000 to test with; of others each tenth is tested.
 #include <algorithm>
 #include <array>
 #include <chrono>
@@ -160,11 +161,10 @@ void tenFold(const char* name, const LabelledInputs& data, std::size_t count) {
 }
 
 void digits(const std::string& shared, const std::string& folder) {
-    const LabelledInputs mnist = mnistDigits(folder.empty() ? shared + "mnist2000" : folder);
-    if (mnist.size() >= 11'000) {
-        LabelledInputs train, test;
-        for (std::size_t i = 0; i < mnist.size(); ++i)
-            (i < 10'000 ? train : test).add(mnist.inputs[i], mnist.codes[i]);
+    const std::string from = folder.empty() ? shared + "mnist2000" : folder;
+    const LabelledInputs mnist = mnistDigits(from);
+    if (const LabelledInputs test = mnistDigits(from, "t10k-"); test.size() > 0) {
+        const LabelledInputs train = mnistDigits(from, "train-", 10'000);
         const Outcome outcome = tested(learnt(train), test);
         std::printf("MNIST        %6zu learnt %6zu tested %6.2f %%  %7.3f s, %d cycles\n", train.size(),
                     test.size(), outcome.percent(), outcome.seconds, outcome.figures.cycles);
