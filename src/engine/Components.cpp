@@ -2,9 +2,12 @@
 
 #include <algorithm>
 #include <cmath>
+#include <deque>
 #include <limits>
 #include <numeric>
 #include <utility>
+
+#include "engine/RunLabels.h"
 
 namespace dravik {
 
@@ -49,62 +52,71 @@ std::size_t Partition::find(std::size_t element) {
 void Partition::unite(std::size_t a, std::size_t b) {
     a = find(a);
     b = find(b);
-    if (a != b) parents_[std::max(a, b)] = std::min(a, b);
+    if (a != b) parents_[std::max(a, b)] = static_cast<std::uint32_t>(std::min(a, b));
 }
 
-std::vector<Piece> components(const InkImage& image, int leastArea) {
-    std::vector<Run> runs;
-    std::vector<std::size_t> rowStarts;
-    for (int y = 0; y < image.height; ++y) {
-        rowStarts.push_back(runs.size());
-        const std::uint8_t* row =
-            &image.ink[static_cast<std::size_t>(y) * static_cast<std::size_t>(image.width)];
-        for (int x = 0; x < image.width;) {
-            if (row[x] < 128) {
-                ++x;
-                continue;
-            }
-            const int start = x;
-            while (x < image.width && row[x] >= 128) ++x;
-            runs.push_back({start, x, y});
+std::vector<Piece> components(const InkImage& image, int leastArea, std::size_t mostPieces) {
+    const auto row = [&image](int y) {
+        return &image.ink[static_cast<std::size_t>(y) * static_cast<std::size_t>(image.width)];
+    };
+    struct Extent {
+        int area = 0;
+        std::uint32_t runs = 0, place = 0;
+    };
+    RunLabels labels;
+    std::vector<Extent> extents;             // by label
+    std::deque<std::uint32_t> labelsOfRuns;  // in steps, since nobody knows how many there will be
+    for (int y = 0; y < image.height; ++y)
+        for (const RunLabels::Labelled& run : labels.add(row(y), image.width)) {
+            labelsOfRuns.push_back(run.label);
+            extents.resize(labels.count());
+            extents[run.label].area += run.x1 - run.x0;
+            ++extents[run.label].runs;
         }
-    }
-    rowStarts.push_back(runs.size());
+    std::size_t found = 0;
+    for (std::uint32_t label = 0; label < extents.size(); ++label)
+        if (const std::uint32_t same = labels.same(label); same != label) {
+            extents[same].area += extents[label].area;
+            extents[same].runs += extents[label].runs;
+        }
+    const auto isLarge = [&](std::uint32_t label) {
+        return labels.same(label) == label && extents[label].area >= leastArea;
+    };
+    for (std::uint32_t label = 0; label < extents.size(); ++label)
+        if (isLarge(label)) extents[label].place = static_cast<std::uint32_t>(found++);
+    if (found > mostPieces) return {};
 
-    Partition partition(runs.size());
-    for (std::size_t y = 1; y + 1 < rowStarts.size(); ++y) {
-        std::size_t above = rowStarts[y - 1];
-        for (std::size_t here = rowStarts[y]; here < rowStarts[y + 1]; ++here) {
-            while (above < rowStarts[y] && runs[above].x1 < runs[here].x0) ++above;
-            for (std::size_t other = above; other < rowStarts[y] && runs[other].x0 <= runs[here].x1; ++other)
-                partition.unite(other, here);
+    std::vector<Piece> pieces(found);
+    for (std::uint32_t label = 0; label < extents.size(); ++label)
+        if (isLarge(label)) {
+            Piece& piece = pieces[extents[label].place];
+            piece.area = extents[label].area;
+            piece.runs.reserve(extents[label].runs);
         }
-    }
-
-    std::vector<int> areas(runs.size());
-    for (std::size_t i = 0; i < runs.size(); ++i) areas[partition.find(i)] += runs[i].x1 - runs[i].x0;
-    std::vector<std::size_t> places(runs.size());
-    std::vector<Piece> pieces;
-    for (std::size_t i = 0; i < runs.size(); ++i) {
-        const std::size_t root = partition.find(i);
-        if (areas[root] < leastArea) continue;
-        if (root == i) {
-            places[i] = pieces.size();
-            pieces.emplace_back().area = areas[i];
-        }
-        pieces[places[root]].runs.push_back(runs[i]);
-    }
+    auto label = labelsOfRuns.begin();
+    for (int y = 0; y < image.height; ++y)
+        forInkRuns(row(y), image.width, [&](int x0, int x1) {
+            const Extent& one = extents[labels.same(*label++)];
+            if (one.area >= leastArea) pieces[one.place].runs.push_back({x0, x1, y});
+        });
     for (Piece& piece : pieces) piece.measure({});
     return pieces;
 }
 
+std::size_t Partition::parts() {
+    std::size_t count = 0;
+    for (std::size_t element = 0; element < parents_.size(); ++element) count += find(element) == element;
+    return count;
+}
+
 std::vector<Piece> joined(std::vector<Piece> pieces, Partition& partition) {
-    std::vector<std::size_t> places(pieces.size());
+    std::vector<std::uint32_t> places(pieces.size());
     std::vector<Piece> result;
+    result.reserve(partition.parts());
     for (std::size_t i = 0; i < pieces.size(); ++i) {
         const std::size_t root = partition.find(i);
         if (root == i) {
-            places[i] = result.size();
+            places[i] = static_cast<std::uint32_t>(result.size());
             result.push_back(std::move(pieces[i]));
         } else {
             result[places[root]].join(std::move(pieces[i]));

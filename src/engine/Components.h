@@ -2,6 +2,9 @@
 // measured in a turned frame, joined and cut.
 #pragma once
 
+#include <cstddef>
+#include <cstdint>
+#include <limits>
 #include <vector>
 
 #include "engine/Binarization.h"
@@ -55,8 +58,9 @@ struct Piece {
     void join(Piece&& other);
 };
 
-// The 8-connected components of at least `leastArea` pixels.
-std::vector<Piece> components(const InkImage& image, int leastArea);
+// The 8-connected components of at least `leastArea` pixels; none when they are more than `mostPieces`.
+std::vector<Piece> components(const InkImage& image, int leastArea,
+                              std::size_t mostPieces = std::numeric_limits<std::size_t>::max());
 
 // Joins pieces by a partition: pieces of the same representative become one.
 class Partition {
@@ -64,9 +68,10 @@ class Partition {
     explicit Partition(std::size_t count);
     std::size_t find(std::size_t element);
     void unite(std::size_t a, std::size_t b);
+    std::size_t parts();
 
   private:
-    std::vector<std::size_t> parents_;
+    std::vector<std::uint32_t> parents_;
 };
 
 std::vector<Piece> joined(std::vector<Piece> pieces, Partition& partition);

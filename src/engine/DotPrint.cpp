@@ -3,8 +3,10 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdint>
+#include <numeric>
 #include <utility>
 
+#include "engine/RunLabels.h"
 #include "engine/TextLines.h"
 
 namespace dravik {
@@ -59,52 +61,80 @@ void forNeighbours(const std::vector<Piece>& pieces, float reach, Visit visit) {
         }
 }
 
-// Pieces whose pixels come within `reach` of each other become one.
-std::vector<Piece> joinedWithin(const std::vector<Piece>& pieces, float reach, int width, int height) {
-    InkImage spread;
-    spread.width = width;
-    spread.height = height;
-    spread.ink.assign(static_cast<std::size_t>(width) * static_cast<std::size_t>(height), 0);
+// Unites pieces whose pixels come within `reach` of each other.
+Partition within(const std::vector<Piece>& pieces, float reach, int width, int height) {
     const float radius = 0.5f * reach;
     const int rows = static_cast<int>(radius);
     std::vector<int> sides;
     for (int dy = 0; dy <= rows; ++dy)
         sides.push_back(static_cast<int>(std::sqrt(radius * radius - static_cast<float>(dy * dy)) + 0.5f));
-    const auto rowAt = [&](int y) {
-        return spread.ink.begin() + static_cast<std::ptrdiff_t>(y) * static_cast<std::ptrdiff_t>(width);
+    // All runs by their rows.
+    struct Stretch {
+        int x0, x1;
     };
+    std::vector<std::uint32_t> starts(static_cast<std::size_t>(height) + 1);
+    for (const Piece& piece : pieces)
+        for (const Run& run : piece.runs) ++starts[static_cast<std::size_t>(run.y)];
+    std::exclusive_scan(starts.begin(), starts.end(), starts.begin(), 0u);
+    std::vector<Stretch> stretches(starts.back());
     for (const Piece& piece : pieces)
         for (const Run& run : piece.runs)
-            for (int y = std::max(0, run.y - rows); y <= std::min(height - 1, run.y + rows); ++y) {
-                const int side = sides[static_cast<std::size_t>(std::abs(y - run.y))];
-                std::fill(rowAt(y) + std::max(0, run.x0 - side), rowAt(y) + std::min(width, run.x1 + side),
-                          std::uint8_t{255});
-            }
-    const std::vector<Piece> groups = components(spread, 1);
-    spread.ink = {};
-    struct Stretch {
-        Run run;
-        std::size_t group;
-    };
-    std::vector<Stretch> stretches;
-    for (std::size_t group = 0; group < groups.size(); ++group)
-        for (const Run& run : groups[group].runs) stretches.push_back({run, group});
-    const auto before = [](const Run& a, const Run& b) { return a.y != b.y ? a.y < b.y : a.x0 < b.x0; };
-    std::sort(stretches.begin(), stretches.end(),
-              [&](const Stretch& a, const Stretch& b) { return before(a.run, b.run); });
-    std::vector<std::size_t> firsts(groups.size(), pieces.size());
+            stretches[starts[static_cast<std::size_t>(run.y)]++] = {run.x0, run.x1};
+    // Each start has become that of the next row.
+    const auto startOf = [&](int y) { return y > 0 ? starts[static_cast<std::size_t>(y - 1)] : 0; };
+    std::vector<std::uint32_t> byFirstRun(pieces.size());
+    std::iota(byFirstRun.begin(), byFirstRun.end(), 0u);
+    const auto firstRow = [&pieces](std::uint32_t piece) { return pieces[piece].runs.front().y; };
+    std::sort(byFirstRun.begin(), byFirstRun.end(),
+              [&](std::uint32_t a, std::uint32_t b) { return firstRow(a) < firstRow(b); });
+
+    // The ink grown by `radius`, one row at a time; a piece belongs to what grew from its first run.
+    RunLabels labels;
+    std::vector<std::uint32_t> ofPieces(pieces.size());
+    std::vector<std::uint8_t> grown(static_cast<std::size_t>(width));
+    auto piece = byFirstRun.begin();
+    for (int y = 0; y < height; ++y) {
+        std::fill(grown.begin(), grown.end(), std::uint8_t{0});
+        for (int near = std::max(0, y - rows); near <= std::min(height - 1, y + rows); ++near) {
+            const int side = sides[static_cast<std::size_t>(std::abs(y - near))];
+            for (std::uint32_t i = startOf(near); i < startOf(near + 1); ++i)
+                std::fill(grown.begin() + std::max(0, stretches[i].x0 - side),
+                          grown.begin() + std::min(width, stretches[i].x1 + side), std::uint8_t{255});
+        }
+        const std::vector<RunLabels::Labelled>& runs = labels.add(grown.data(), width);
+        for (; piece != byFirstRun.end() && firstRow(*piece) == y; ++piece) {
+            const auto after =
+                std::upper_bound(runs.begin(), runs.end(), pieces[*piece].runs.front().x0,
+                                 [](int x, const RunLabels::Labelled& run) { return x < run.x0; });
+            ofPieces[*piece] = (after - 1)->label;
+        }
+    }
+    std::vector<std::size_t> firsts(labels.count(), pieces.size());
     Partition partition(pieces.size());
     for (std::size_t i = 0; i < pieces.size(); ++i) {
-        // The last stretch that begins at the piece's first run or before it has that run.
-        const auto after = std::upper_bound(
-            stretches.begin(), stretches.end(), pieces[i].runs.front(),
-            [&](const Run& run, const Stretch& stretch) { return before(run, stretch.run); });
-        if (after == stretches.begin()) continue;
-        std::size_t& first = firsts[(after - 1)->group];
+        std::size_t& first = firsts[labels.same(ofPieces[i])];
         if (first == pieces.size()) first = i;
         partition.unite(first, i);
     }
-    return joined(pieces, partition);
+    return partition;
+}
+
+// What the pieces would be if they were joined, without their runs.
+std::vector<Piece> outlines(const std::vector<Piece>& pieces, Partition& partition) {
+    std::vector<Piece> result;
+    std::vector<std::uint32_t> places(pieces.size());
+    for (std::size_t i = 0; i < pieces.size(); ++i) {
+        Piece one;
+        one.area = pieces[i].area;
+        one.box = pieces[i].box;
+        if (const std::size_t root = partition.find(i); root != i) {
+            result[places[root]].join(std::move(one));
+            continue;
+        }
+        places[i] = static_cast<std::uint32_t>(result.size());
+        result.push_back(std::move(one));
+    }
+    return result;
 }
 
 // The part of the ink that lies in pieces too wide or too high to be one character.
@@ -167,11 +197,12 @@ std::vector<Piece> joinedByCloseness(std::vector<Piece> pieces, int width, int h
         bool changed = false;
         for (const float share : {0.15f, 0.09f}) {
             const float reach = std::max(2.0f, share * usual);
-            std::vector<Piece> candidate = joinedWithin(pieces, reach, width, height);
+            Partition partition = within(pieces, reach, width, height);
             // Characters of their own stay that: dots are many to each of them.
-            if (candidate.size() * 20 > pieces.size() * 13) continue;
+            if (partition.parts() * 20 > pieces.size() * 13) continue;
+            const std::vector<Piece> candidate = outlines(pieces, partition);
             if (oversized(candidate, usualHeight(candidate)) > before + 0.05) continue;
-            pieces = std::move(candidate);
+            pieces = joined(std::move(pieces), partition);
             changed = true;
             break;
         }
@@ -211,9 +242,8 @@ std::vector<Piece> joinedDots(std::vector<Piece> pieces) {
         if (std::hypot(std::max(0.0f, gapX) / stepX, std::max(0.0f, gapY) / stepY) <= 1.6f)
             partition.unite(i, j);
     });
-    std::vector<Piece> result = joined(pieces, partition);
     // Rows of separate marks (a dotted rule, a row of full stops) are no dotted characters.
-    return result.size() * 5 < pieces.size() * 2 ? result : pieces;
+    return partition.parts() * 5 < pieces.size() * 2 ? joined(std::move(pieces), partition) : pieces;
 }
 
 }  // namespace dravik

@@ -1,6 +1,7 @@
 #include "engine/Morphology.h"
 
 #include <algorithm>
+#include <array>
 #include <cstddef>
 
 namespace dravik {
@@ -29,43 +30,51 @@ void extremesAlong(std::uint8_t* row, int width, int radius, Values& line, Pick 
     for (std::size_t i = 0; i < count; ++i) row[i] = pick(a[i], b[i]);
 }
 
-// The same across the rows, strip by strip of columns so that memory is read in rows: running extremes from
-// block border to block border in both directions, of which every window needs one of each.
+// The same across the rows, strip by strip of columns so that memory is read in rows. The rows are taken in
+// blocks as long as a window, so that every window is the end of one block and the start of the next:
+// extremes from each row to the end of its block are held for two blocks, those from the start of a block run
+// along.
 template <typename Pick>
 void extremesDown(Values& pixels, int width, int height, int radius, Pick pick) {
     constexpr int kStrip = 128;
     const int side = 2 * radius + 1;
-    const int padded = height + 2 * radius;
-    Values forward(static_cast<std::size_t>(padded) * kStrip), backward(forward.size());
+    Values toEnd(static_cast<std::size_t>(side) * kStrip), toNextEnd(toEnd.size());
+    std::array<std::uint8_t, kStrip> fromStart{};
     for (int left = 0; left < width; left += kStrip) {
         const int columns = std::min(kStrip, width - left);
         const auto row = [&](int place) {
-            const auto y = static_cast<std::size_t>(std::clamp(place - radius, 0, height - 1));
+            const auto y = static_cast<std::size_t>(std::clamp(place, 0, height - 1));
             return &pixels[y * static_cast<std::size_t>(width) + static_cast<std::size_t>(left)];
         };
-        const auto of = [](Values& values, int place) {
-            return &values[static_cast<std::size_t>(place) * kStrip];
+        const auto fill = [&](Values& block, int first) {
+            std::uint8_t* out = &block[static_cast<std::size_t>(side - 1) * kStrip];
+            std::copy_n(row(first + side - 1), columns, out);
+            for (int i = side - 2; i >= 0; --i, out -= kStrip) {
+                const std::uint8_t *in = row(first + i), *after = out;
+                std::uint8_t* here = out - kStrip;
+                for (int x = 0; x < columns; ++x) here[x] = pick(after[x], in[x]);
+            }
         };
-        for (int i = 0; i < padded; ++i) {
-            const std::uint8_t* in = row(i);
-            std::uint8_t* out = of(forward, i);
-            if (i % side == 0)
-                std::copy_n(in, columns, out);
-            else
-                for (int x = 0; x < columns; ++x) out[x] = pick(out[x - kStrip], in[x]);
-        }
-        for (int i = padded - 1; i >= 0; --i) {
-            const std::uint8_t* in = row(i);
-            std::uint8_t* out = of(backward, i);
-            if (i % side == side - 1 || i == padded - 1)
-                std::copy_n(in, columns, out);
-            else
-                for (int x = 0; x < columns; ++x) out[x] = pick(out[x + kStrip], in[x]);
-        }
-        for (int y = 0; y < height; ++y) {
-            const std::uint8_t *a = of(backward, y), *b = of(forward, y + 2 * radius);
-            std::uint8_t* out = row(y + radius);
-            for (int x = 0; x < columns; ++x) out[x] = pick(a[x], b[x]);
+        // The window of row y begins `radius` rows above it: that of the first row of a block is the block.
+        fill(toEnd, -radius);
+        for (int start = 0; start < height; start += side) {
+            fill(toNextEnd, start + side - radius);
+            std::copy_n(toEnd.begin(), columns, row(start));
+            for (int y = start + 1; y < std::min(height, start + side); ++y) {
+                const std::uint8_t* in = row(y + radius);
+                const std::uint8_t* end = &toEnd[static_cast<std::size_t>(y - start) * kStrip];
+                if (y == start + 1)
+                    std::copy_n(in, columns, fromStart.begin());
+                else
+                    for (int x = 0; x < columns; ++x) {
+                        auto& value = fromStart[static_cast<std::size_t>(x)];
+                        value = pick(value, in[x]);
+                    }
+                std::uint8_t* out = row(y);
+                const std::uint8_t* begin = fromStart.data();
+                for (int x = 0; x < columns; ++x) out[x] = pick(end[x], begin[x]);
+            }
+            toEnd.swap(toNextEnd);
         }
     }
 }
@@ -81,12 +90,11 @@ void extremes(Values& pixels, int width, int height, int radius, Pick pick) {
 
 }  // namespace
 
-Values closed(Values pixels, int width, int height, int side) {
+void closeNarrow(Values& pixels, int width, int height, int side) {
     const int radius = side / 2;
-    if (pixels.empty() || radius < 1) return pixels;
+    if (pixels.empty() || radius < 1) return;
     extremes(pixels, width, height, radius, [](std::uint8_t a, std::uint8_t b) { return a > b ? a : b; });
     extremes(pixels, width, height, radius, [](std::uint8_t a, std::uint8_t b) { return a < b ? a : b; });
-    return pixels;
 }
 
 }  // namespace dravik

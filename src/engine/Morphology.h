@@ -8,7 +8,8 @@
 
 namespace dravik {
 
-// Rows of `width` values without gaps; `side` is odd. Takes nearly the same time for every side.
-std::vector<std::uint8_t> closed(std::vector<std::uint8_t> pixels, int width, int height, int side);
+// Rows of `width` values without gaps; `side` is odd. Takes nearly the same time for every side, and no more
+// room than some rows.
+void closeNarrow(std::vector<std::uint8_t>& pixels, int width, int height, int side);
 
 }  // namespace dravik

@@ -54,7 +54,8 @@ bool isTexture(const InkImage& ink) {
     const std::int64_t pixels = static_cast<std::int64_t>(ink.ink.size());
     if (pixels < kManyRuns * kFewestPixelsToRun) return false;
     std::int64_t runs = 0;
-    for (std::size_t i = 1; i < ink.ink.size(); ++i) runs += ink.ink[i - 1] < 128 && ink.ink[i] >= 128 ? 1 : 0;
+    for (std::size_t i = 1; i < ink.ink.size(); ++i)
+        runs += ink.ink[i - 1] < 128 && ink.ink[i] >= 128 ? 1 : 0;
     return runs > pixels / kFewestPixelsToRun;
 }
 
@@ -63,9 +64,8 @@ Segmentation segmentWith(const Binarizer& binarizer, const Look& look) {
     result.look = look;
     result.ink = binarizer.separate(look.dark, look.side, look.blur);
     if (result.ink.empty() || isTexture(result.ink)) return result;
-    std::vector<Piece> pieces = components(result.ink, 3);
-    if (pieces.size() > std::min(kMostPieces, kAlwaysPieces + result.ink.ink.size() / kFewestPixelsToPiece))
-        return result;
+    std::vector<Piece> pieces = components(
+        result.ink, 3, std::min(kMostPieces, kAlwaysPieces + result.ink.ink.size() / kFewestPixelsToPiece));
     dropFrames(pieces, result.ink);
     if (look.joins == Look::Fragments) pieces = joinedFragments(std::move(pieces));
     if (look.joins == Look::Dots)

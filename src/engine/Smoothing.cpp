@@ -1,0 +1,110 @@
+#include "engine/Smoothing.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace dravik {
+namespace {
+
+// (a + 2 b + c) / 4, rounded, without leaving 8 bits.
+std::uint8_t mean(std::uint8_t a, std::uint8_t b, std::uint8_t c) {
+    const auto half = static_cast<std::uint8_t>((a & c) + ((a ^ c) >> 1));
+    return static_cast<std::uint8_t>((half + b + 1) >> 1);
+}
+
+void smoothAlong(const std::uint8_t* in, std::size_t width, std::uint8_t* out) {
+    const std::size_t last = width - 1;
+    out[0] = mean(in[0], in[0], in[std::min<std::size_t>(1, last)]);
+    for (std::size_t x = 1; x < last; ++x) out[x] = mean(in[x - 1], in[x], in[x + 1]);
+    out[last] = mean(in[last > 0 ? last - 1 : 0], in[last], in[last]);
+}
+
+}  // namespace
+
+void smooth(const std::function<const std::uint8_t*()>& nextRow, int width, int height,
+            std::uint8_t* pixels) {
+    if (width < 1 || height < 1) return;
+    const std::size_t w = static_cast<std::size_t>(width);
+    std::vector<std::uint8_t> above(w), here(w), below(w);
+    smoothAlong(nextRow(), w, here.data());
+    above = here;
+    for (int y = 0; y < height; ++y, pixels += w) {
+        if (y + 1 < height)
+            smoothAlong(nextRow(), w, below.data());
+        else
+            below = here;
+        const std::uint8_t *a = above.data(), *b = here.data(), *c = below.data();
+        for (std::size_t x = 0; x < w; ++x) pixels[x] = mean(a[x], b[x], c[x]);
+        above.swap(here);
+        here.swap(below);
+    }
+}
+
+void smooth(std::vector<std::uint8_t>& pixels, int width, int height) {
+    const std::uint8_t* row = pixels.data();
+    smooth([&row, width] { return std::exchange(row, row + width); }, width, height, pixels.data());
+}
+
+BlurredRows::Round::Round(std::size_t width, int height, int radius)
+    : width_(width),
+      height_(height),
+      radius_(radius),
+      share_(((1u << 16) + static_cast<std::uint32_t>(radius)) / static_cast<std::uint32_t>(2 * radius + 1)),
+      padded_(width + 2 * static_cast<std::size_t>(radius) + 1),
+      window_(width * (2 * static_cast<std::size_t>(radius) + 2)),
+      mean_(width),
+      sums_(width) {}
+
+const std::uint8_t* BlurredRows::Round::held(int y) const {
+    const int place = std::clamp(y, 0, height_ - 1) % (2 * radius_ + 2);
+    return &window_[static_cast<std::size_t>(place) * width_];
+}
+
+// Means along the row.
+void BlurredRows::Round::take(const std::uint8_t* row) {
+    const std::size_t radius = static_cast<std::size_t>(radius_), side = 2 * radius + 1;
+    std::fill_n(padded_.begin(), radius, row[0]);
+    std::copy_n(row, width_, padded_.begin() + radius_);
+    std::fill(padded_.begin() + radius_ + static_cast<std::ptrdiff_t>(width_), padded_.end(),
+              row[width_ - 1]);
+    const std::uint8_t *leaves = padded_.data(), *enters = leaves + side;
+    std::uint8_t* out = &window_[static_cast<std::size_t>(taken_ % (2 * radius_ + 2)) * width_];
+    std::uint32_t sum = 0;
+    for (std::size_t x = 0; x < side; ++x) sum += padded_[x];
+    for (std::size_t x = 0; x < width_; ++x) {
+        out[x] = static_cast<std::uint8_t>(std::min(255u, (sum * share_ + (1u << 15)) >> 16));
+        sum += static_cast<std::uint32_t>(enters[x]) - leaves[x];
+    }
+    ++taken_;
+}
+
+const std::uint8_t* BlurredRows::Round::next(const std::function<const std::uint8_t*()>& nextRow) {
+    while (taken_ < height_ && taken_ <= given_ + radius_) take(nextRow());
+    if (given_ == 0) {
+        for (int y = -radius_; y <= radius_; ++y) {
+            const std::uint8_t* row = held(y);
+            for (std::size_t x = 0; x < width_; ++x) sums_[x] += row[x];
+        }
+    } else {
+        const std::uint8_t *enters = held(given_ + radius_), *leaves = held(given_ - radius_ - 1);
+        for (std::size_t x = 0; x < width_; ++x)
+            sums_[x] += static_cast<std::uint32_t>(enters[x]) - leaves[x];
+    }
+    for (std::size_t x = 0; x < width_; ++x)
+        mean_[x] = static_cast<std::uint8_t>(std::min(255u, (sums_[x] * share_ + (1u << 15)) >> 16));
+    ++given_;
+    return mean_.data();
+}
+
+BlurredRows::BlurredRows(const std::vector<std::uint8_t>& pixels, int width, int height, int radius)
+    : unread_(pixels.data()),
+      width_(static_cast<std::size_t>(width)),
+      first_(width_, height, radius),
+      second_(width_, height, radius) {}
+
+const std::uint8_t* BlurredRows::next() {
+    return second_.next(
+        [this] { return first_.next([this] { return std::exchange(unread_, unread_ + width_); }); });
+}
+
+}  // namespace dravik
