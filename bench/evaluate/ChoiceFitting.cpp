@@ -58,7 +58,7 @@ void fitChoice(const std::vector<std::string>& folders) {
     const auto work = [&] {
         for (std::size_t i = next++; i < images.size(); i = next++) {
             const std::size_t expected = characterCount(images[i].text);
-            for (const Candidate& one : printCandidates(readPng(images[i].file), Search::All).all) {
+            for (const Candidate& one : printCandidates(readPng(images[i].file), Search::All)) {
                 choices[i].rows.push_back(one.traits);
                 choices[i].right.push_back(one.characters == expected);
             }

@@ -110,7 +110,41 @@ float noiseOf(const Values& pixels, int width, int height) {
     return static_cast<float>(median) / (0.6745f * 6.0f);
 }
 
+// How many of `count` places `is` true of, in portions whose sum fits the narrowest type.
+template <typename Is>
+std::int64_t countOf(std::size_t count, Is is) {
+    constexpr std::size_t kPortion = 240;
+    std::int64_t sum = 0;
+    for (std::size_t i = 0; i < count;) {
+        std::uint8_t few = 0;
+        if (count - i >= kPortion)
+            for (std::size_t k = 0; k < kPortion; ++k) few = static_cast<std::uint8_t>(few + is(i + k));
+        else
+            for (std::size_t k = i; k < count; ++k) few = static_cast<std::uint8_t>(few + is(k));
+        sum += few;
+        i += std::min(kPortion, count - i);
+    }
+    return sum;
+}
+
 }  // namespace
+
+std::int64_t InkImage::pixels() const noexcept {
+    const std::uint8_t* values = ink.data();
+    return countOf(ink.size(), [values](std::size_t i) { return static_cast<std::uint8_t>(values[i] >> 7); });
+}
+
+std::int64_t InkImage::edges() const noexcept {
+    if (ink.empty()) return 0;
+    const std::uint8_t *before = ink.data(), *values = before + 1;
+    return countOf(ink.size() - 1, [before, values](std::size_t i) {
+        return static_cast<std::uint8_t>((values[i] & ~before[i]) >> 7 & 1);
+    });
+}
+
+int Binarizer::radius(float blur) noexcept {
+    return blur >= 0.75f ? static_cast<int>(std::lround(blur)) : 0;
+}
 
 Binarizer::Binarizer(const GreyImage& image, const Region& region, float scale)
     : scale_(scale), region_(region) {
@@ -128,15 +162,14 @@ Binarizer::Binarizer(const GreyImage& image, const Region& region, float scale)
 // How far each pixel is on the print's side of its background. What is wider than print, such as the
 // surroundings of a part, is no print however much it differs from the background nearby.
 Values Binarizer::depths(bool darkPrint, int side, float blur) const {
-    const int radius = blur >= 0.75f ? static_cast<int>(std::lround(blur)) : 0;
+    const int wide = radius(blur);
     // What is looked at, from the top row to the bottom one, turned so that print is darker. The blurred rows
     // are made twice, which takes less room than to keep them.
     Values turned(darkPrint ? 0 : static_cast<std::size_t>(width_));
     const auto rows = [&] {
         return [&,
-                blurred = radius > 0
-                              ? std::optional<BlurredRows>(std::in_place, smooth_, width_, height_, radius)
-                              : std::nullopt,
+                blurred = wide > 0 ? std::optional<BlurredRows>(std::in_place, smooth_, width_, height_, wide)
+                                   : std::nullopt,
                 unread = smooth_.data()]() mutable {
             const std::uint8_t* row = blurred ? blurred->next() : std::exchange(unread, unread + width_);
             if (darkPrint) return row;

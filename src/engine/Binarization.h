@@ -19,6 +19,7 @@ struct Region {
 
     int width() const noexcept { return right - left; }
     int height() const noexcept { return bottom - top; }
+    bool operator==(const Region&) const = default;
 };
 
 // How much of each pixel is print: 0 none, 128 the threshold, 255 full. One ink pixel covers scale x scale
@@ -36,6 +37,9 @@ struct InkImage {
         return ink[static_cast<std::size_t>(y) * static_cast<std::size_t>(width) +
                    static_cast<std::size_t>(x)];
     }
+    std::int64_t pixels() const noexcept;  // of ink
+    // Places where ink begins after paper, rows taken one after the other.
+    std::int64_t edges() const noexcept;
 };
 
 // A region of a grey image made ready for separation.
@@ -59,6 +63,11 @@ class Binarizer {
     // Whether the image is rather of dark print: what differs most from the usual grey is darker.
     bool leansDark() const;
 
+    // What `blur` comes to, in whole pixels.
+    static int radius(float blur) noexcept;
+
+    const Region& region() const noexcept { return region_; }
+    float scale() const noexcept { return scale_; }
     int width() const noexcept { return width_; }
     int height() const noexcept { return height_; }
     bool empty() const noexcept { return smooth_.empty(); }

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <iterator>
+#include <optional>
 #include <utility>
 
 #include "engine/DotPrint.h"
@@ -30,6 +32,8 @@ constexpr std::int64_t kFewestPixelsToRun = 12;
 constexpr std::int64_t kMostDoubled = 310'000;
 // A page of dotted print has fewer pieces, and more pixels to each.
 constexpr std::size_t kMostPieces = 20'000, kAlwaysPieces = 5'000, kFewestPixelsToPiece = 256;
+// What a look found is held when its picture has so many pixels at most.
+constexpr std::size_t kMostHeld = 500'000;
 // Characters lower than this cannot be told apart.
 constexpr float kLeastHeight = 5;
 // Heights of capitals, in working pixels, at which characters are best told apart.
@@ -59,10 +63,11 @@ bool isTexture(const InkImage& ink) {
     return runs > pixels / kFewestPixelsToRun;
 }
 
-Segmentation segmentWith(const Binarizer& binarizer, const Look& look) {
+// `ink` is the print separated for this look.
+Segmentation segmentWith(const Binarizer& binarizer, const Look& look, InkImage&& ink) {
     Segmentation result;
     result.look = look;
-    result.ink = binarizer.separate(look.dark, look.side, look.blur);
+    result.ink = std::move(ink);
     if (result.ink.empty() || isTexture(result.ink)) return result;
     std::vector<Piece> pieces = components(
         result.ink, 3, std::min(kMostPieces, kAlwaysPieces + result.ink.ink.size() / kFewestPixelsToPiece));
@@ -110,10 +115,12 @@ class Looking {
   public:
     Looking(const GreyImage& image, Search search) : image_(image), search_(search) {}
 
-    Candidates candidates() &&;
+    std::vector<Candidate> candidates() &&;
 
   private:
-    bool consider(const Binarizer& binarizer, const Region& region, float scale, const Look& look);
+    const Binarizer& turnTo(const Region& region, float scale);
+    bool consider(const Look& look);
+    void hold();
     bool firstLooks();
     bool lookCloser(const Candidate& first);
     Region around(const Candidate& first) const;
@@ -121,7 +128,10 @@ class Looking {
     const GreyImage& image_;
     const Search search_;
     const Region whole_{0, 0, image_.width(), image_.height()};
-    Candidates found_;
+    std::optional<Binarizer> view_;
+    Segmentation seen_;  // by the last look, in that view
+    bool isSeen_ = false, isText_ = false;
+    std::vector<Candidate> found_;
 };
 
 // A small grain may be narrower than strokes, a large one takes neighbours for background.
@@ -140,36 +150,63 @@ Region printOf(const Segmentation& found) {
     return region;
 }
 
+// Makes a part of the image ready to be looked at; it stays so until another is wanted.
+const Binarizer& Looking::turnTo(const Region& region, float scale) {
+    if (view_ && view_->region() == region && view_->scale() == scale) return *view_;
+    seen_ = {};
+    isSeen_ = isText_ = false;
+    view_.reset();
+    return view_.emplace(image_, region, scale);
+}
+
 // Whether there is anything that looks like text.
-bool Looking::consider(const Binarizer& binarizer, const Region& region, float scale, const Look& look) {
-    found_.last = {};
-    Segmentation seen = segmentWith(binarizer, look);
-    if (!looksLikeText(seen)) return false;
-    Candidate& one = found_.all.emplace_back();
+bool Looking::consider(const Look& look) {
+    const Look& last = seen_.look;
+    const bool again = isSeen_ && last.dark == look.dark && last.side == look.side &&
+                       Binarizer::radius(last.blur) == Binarizer::radius(look.blur);
+    InkImage ink;
+    if (again) ink = std::move(seen_.ink);
+    seen_ = {};
+    if (!again) ink = view_->separate(look.dark, look.side, look.blur);
+    seen_ = segmentWith(*view_, look, std::move(ink));
+    isSeen_ = true;
+    isText_ = looksLikeText(seen_);
+    if (!isText_) return false;
+    Candidate& one = found_.emplace_back();
     one.look = look;
-    one.region = region;
-    one.scale = scale;
-    one.characters = seen.glyphs.size();
-    one.traits = textTraits(seen, binarizer);
+    one.region = view_->region();
+    one.scale = view_->scale();
+    one.characters = seen_.glyphs.size();
+    one.traits = textTraits(seen_, *view_);
     one.value = kTextLikeness(one.traits);
-    one.height = typicalHeight(seen) * seen.ink.scale;
-    one.print = printOf(seen);
-    found_.last = std::move(seen);
+    one.height = typicalHeight(seen_) * seen_.ink.scale;
+    one.print = printOf(seen_);
     return true;
+}
+
+// Holds what the last candidate found when it is the likeliest: it will probably be wanted.
+void Looking::hold() {
+    Candidate& last = found_.back();
+    if (seen_.ink.ink.size() > kMostHeld) return;
+    for (const Candidate& other : found_)
+        if (other.seen && other.value >= last.value) return;
+    for (Candidate& other : found_) other.seen.reset();
+    last.seen = std::make_unique<Segmentation>(std::move(seen_));
+    seen_ = {};
+    isSeen_ = isText_ = false;
 }
 
 // Looks at the whole image with several grains and both polarities, the likelier ones first, until one is
 // clear. The last candidate is then that one.
 bool Looking::firstLooks() {
     for (int scale = leastScale(whole_, kFirstPixels);; scale = (scale + 1) / 2) {
-        const Binarizer binarizer(image_, whole_, static_cast<float>(scale));
-        if (binarizer.empty()) return false;
-        const bool dark = binarizer.leansDark();
-        const int first = std::clamp(std::min(binarizer.width(), binarizer.height()) / 4, 8, 64);
+        const Binarizer& view = turnTo(whole_, static_cast<float>(scale));
+        if (view.empty()) return false;
+        const bool dark = view.leansDark();
+        const int first = std::clamp(std::min(view.width(), view.height()) / 4, 8, 64);
         const auto look = [&](const Look& how) {
-            return consider(binarizer, whole_, static_cast<float>(scale), how) &&
-                   search_ == Search::UntilClear && found_.all.back().value >= kClearText &&
-                   suits(found_.all.back());
+            return consider(how) && search_ == Search::UntilClear && found_.back().value >= kClearText &&
+                   suits(found_.back());
         };
         std::vector<int> sides;
         for (const int side : {first, first / 3, first / 6})
@@ -181,7 +218,7 @@ bool Looking::firstLooks() {
         for (const int side : sides)
             for (const bool polarity : {dark, !dark})
                 if (look({polarity, side, 0.09f * static_cast<float>(side), Look::None})) return true;
-        const bool likely = std::any_of(found_.all.begin(), found_.all.end(),
+        const bool likely = std::any_of(found_.begin(), found_.end(),
                                         [](const Candidate& one) { return one.value >= kLikelyText; });
         if (likely || scale == 1 || leastScale(whole_, kMostWorkingPixels) > (scale + 1) / 2) return false;
     }
@@ -209,7 +246,7 @@ bool Looking::lookCloser(const Candidate& first) {
         static_cast<std::int64_t>(region.width()) * region.height() <= kMostDoubled)
         scale = 0.5f;
     const float height = first.height / scale;
-    const Binarizer binarizer(image_, region, scale);
+    turnTo(region, scale);
     const int side = grain(height);
     const bool dark = first.look.dark;
     const std::array<Look, 6> looks = {{{dark, side, 0, Look::Fragments},
@@ -220,17 +257,22 @@ bool Looking::lookCloser(const Candidate& first) {
                                         {dark, side, 0.095f * height, Look::None}}};
     bool clear = false;
     for (const Look& look : looks) {
-        if (!consider(binarizer, region, scale, look) || search_ == Search::All) continue;
-        if (found_.all.back().value >= kBeyondDoubt) return true;
-        clear = clear || found_.all.back().value >= kClearText;
+        if (!consider(look) || search_ == Search::All) continue;
+        if (found_.back().value < kClearText) continue;
+        clear = true;
+        hold();
+        if (found_.back().value >= kBeyondDoubt) break;
     }
     return clear;
 }
 
-Candidates Looking::candidates() && {
-    if (firstLooks()) found_.all.erase(found_.all.begin(), found_.all.end() - 1);
-    std::vector<Candidate> first = std::move(found_.all);
-    found_.all.clear();
+std::vector<Candidate> Looking::candidates() && {
+    if (firstLooks()) {
+        hold();
+        found_.erase(found_.begin(), found_.end() - 1);
+    }
+    std::vector<Candidate> first = std::move(found_);
+    found_.clear();
     std::stable_sort(first.begin(), first.end(),
                      [](const Candidate& a, const Candidate& b) { return a.value > b.value; });
     std::vector<std::pair<bool, float>> seen;
@@ -244,22 +286,23 @@ Candidates Looking::candidates() && {
         seen.emplace_back(candidate.look.dark, candidate.height);
         if (lookCloser(candidate)) break;
     }
-    // Of the first looks those count whose grain happened to suit the print. What the last look found stays
-    // that of the last candidate.
-    if (found_.all.empty()) found_.last = {};
+    if (isText_ && !found_.empty()) found_.back().seen = std::make_unique<Segmentation>(std::move(seen_));
+    // Of the first looks those count whose grain happened to suit the print.
     std::erase_if(first, [](const Candidate& one) { return !suits(one); });
-    found_.all.insert(found_.all.begin(), first.begin(), first.end());
+    found_.insert(found_.begin(), std::move_iterator(first.begin()), std::move_iterator(first.end()));
     return std::move(found_);
 }
 
 }  // namespace
 
-Candidates printCandidates(const GreyImage& image, Search search) {
+std::vector<Candidate> printCandidates(const GreyImage& image, Search search) {
     return Looking(image, search).candidates();
 }
 
 Segmentation seenAgain(const GreyImage& image, const Candidate& candidate) {
-    return segmentWith(Binarizer(image, candidate.region, candidate.scale), candidate.look);
+    const Binarizer view(image, candidate.region, candidate.scale);
+    const Look& look = candidate.look;
+    return segmentWith(view, look, view.separate(look.dark, look.side, look.blur));
 }
 
 }  // namespace dravik

@@ -2,6 +2,7 @@
 // blur, and ways to put broken print together.
 #pragma once
 
+#include <memory>
 #include <vector>
 
 #include "engine/Segmentation.h"
@@ -9,7 +10,7 @@
 
 namespace dravik {
 
-// What was found by one look, without its pixels and pieces, which take room.
+// What was found by one look.
 struct Candidate {
     Look look;
     Region region;  // of the image
@@ -19,16 +20,15 @@ struct Candidate {
     double value = 0;  // kTextLikeness of the traits
     float height = 0;  // of capitals, in image pixels
     Region print;      // the part of the image that has the characters
+    // Its pixels and pieces, which take room: held for one or two candidates, of which one will be wanted.
+    std::unique_ptr<Segmentation> seen;
 };
 
 // UntilClear ends as soon as one candidate is beyond doubt, as most are; All is to learn from.
 enum class Search { UntilClear, All };
 
-struct Candidates {
-    std::vector<Candidate> all;  // those with characters, in the order of the looks
-    Segmentation last;           // what the last of them found
-};
-Candidates printCandidates(const GreyImage& image, Search search = Search::UntilClear);
+// Those with characters, in the order of the looks.
+std::vector<Candidate> printCandidates(const GreyImage& image, Search search = Search::UntilClear);
 
 // What a candidate found.
 Segmentation seenAgain(const GreyImage& image, const Candidate& candidate);

@@ -53,14 +53,13 @@ Region Segmentation::place(const Glyph& glyph) const {
 }
 
 Segmentation segment(const GreyImage& image) {
-    Candidates candidates = printCandidates(image);
-    if (candidates.all.empty()) return {};
-    const std::size_t best = agreed(candidates.all);
-    if (candidates.all[best].value < kNoPrint) return {};
-    if (best + 1 == candidates.all.size() && !candidates.last.glyphs.empty())
-        return std::move(candidates.last);
-    candidates.last = {};
-    return seenAgain(image, candidates.all[best]);
+    std::vector<Candidate> candidates = printCandidates(image);
+    if (candidates.empty()) return {};
+    const std::size_t best = agreed(candidates);
+    if (candidates[best].value < kNoPrint) return {};
+    if (candidates[best].seen) return std::move(*candidates[best].seen);
+    for (Candidate& one : candidates) one.seen.reset();
+    return seenAgain(image, candidates[best]);
 }
 
 }  // namespace dravik

@@ -186,8 +186,7 @@ TextTraits textTraits(const Segmentation& found, const Binarizer& seen) {
         overlapping += room < -0.05f ? 1 : 0;
     }
     const double pairs = static_cast<double>(rooms.size()) + 1;
-    std::int64_t ink = 0;
-    for (const std::uint8_t value : found.ink.ink) ink += value >= 128;
+    const std::int64_t ink = found.ink.pixels();
     const double contrast = std::max(1.0, edges.contrast());
     const double height = static_cast<double>(typicalHeight(found));
     const Look& look = found.look;
