@@ -54,8 +54,8 @@ struct DravikDlg::Parts {
     void wire();
 };
 
-// The order matters: choosing the first timeout runs the timeout handler, which finds no tool yet and says
-// nothing of it because the message is cleared at the end.
+// The order matters: choosing the first timeout runs the timeout handler, which finds no tool yet and says so
+// in the status bar until a step is bound.
 void DravikDlg::Parts::UserControl_Initialize() {
     errors.procedures().run("Dravikdlg.UserControl_Initialize", "UserControl_Initialize", [&] {
         tool.tool.reset();
@@ -72,7 +72,6 @@ void DravikDlg::Parts::UserControl_Initialize() {
         screen.train.cmdRevert.setEnabled(false);
         screen.train.cmdStop.setEnabled(false);
         stringList.assign(1, "");
-        errors.UserMsg("");
     });
 }
 

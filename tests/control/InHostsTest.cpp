@@ -1,5 +1,6 @@
 // The operator's work in each of three hosts.
 #include "control/support/Bench.h"
+#include "support/Accessible.h"
 // Behind the Windows headers
 #include <commctrl.h>
 
@@ -135,11 +136,13 @@ TEST_P(InHosts, OpensMenusFormsAndBoxesAndCopies) {
     EXPECT_TRUE(bench.host->pumpUntil([&] { return bench.robot.satisfied(); }));
 
     // The menu key does the same.
-    SetFocus(bench.cell(L'H'));
+    const Bench::Cell h = bench.cell(L'H');
+    test::AccessibleWindow(h.window).focus(h.number);
     bench.robot.expectMenu(L"");
     bench.host->key(VK_APPS);
     EXPECT_TRUE(bench.host->pumpUntil([&] { return bench.robot.satisfied(); }));
-    EXPECT_EQ(GetFocus(), bench.cell(L'H'));
+    EXPECT_EQ(GetFocus(), h.window);
+    EXPECT_EQ(test::AccessibleWindow(h.window).focused(), h.number);
 
     // The table of samples, all of it selected and copied.
     const HWND toolbar = children(bench.page(), TOOLBARCLASSNAMEW).front();
@@ -161,7 +164,7 @@ TEST_P(InHosts, OpensMenusFormsAndBoxesAndCopies) {
     EXPECT_EQ(copied.find(L'\t') != std::wstring::npos, true);
     pressTool(0);
     EXPECT_FALSE(IsWindowVisible(grid));
-    EXPECT_TRUE(IsWindowVisible(bench.cell(L'H')));
+    EXPECT_TRUE(IsWindowVisible(h.window));
     EXPECT_THAT(bench.robot.surprises(), ::testing::IsEmpty());
     bench.robot.expectBox(L"Font Changed", IDNO);
     bench.host->close();

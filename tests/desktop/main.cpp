@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 
 #include <QApplication>
+#include <QFont>
 #include <QSettings>
 #include <QTemporaryDir>
 
@@ -9,6 +10,8 @@ int main(int argc, char** argv) {
     qputenv("QT_QPA_PLATFORM", "offscreen");
     testing::InitGoogleTest(&argc, argv);
     const QApplication application(argc, argv);
+    // How much room the screen takes depends on it.
+    QApplication::setFont(QFont(QStringLiteral("DejaVu Sans"), 9));
     const QTemporaryDir settings;
     QCoreApplication::setOrganizationName(QStringLiteral("Dravik"));
     QCoreApplication::setApplicationName(QStringLiteral("Desktop tests"));

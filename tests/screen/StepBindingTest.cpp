@@ -13,6 +13,9 @@ TEST_F(BoundScreen, StartsEmptyWithNothingToSaveOrStop) {
     EXPECT_FALSE(screen().numeric.grid.visible());
     EXPECT_EQ(screen().font.lblSelectedFont.caption(), "Name");
     EXPECT_EQ(control.step(), nullptr);
+    // What the first timeout could not be told to.
+    EXPECT_EQ(message(), "TimeoutSelect Err 91 Object variable or With block variable not set");
+    control.setStep(tool);
     EXPECT_EQ(message(), "");
 }
 

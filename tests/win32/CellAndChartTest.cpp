@@ -1,5 +1,6 @@
 // The two other surfaces that are drawn by hand: the cells of the overview and the histogram.
 #include "activex/win32/Look.h"
+#include "support/Accessible.h"
 #include "widgets/Chart.h"
 #include "widgets/Label.h"
 #include "win32/support/ShownPage.h"
@@ -29,8 +30,7 @@ TEST(Cell, MouseAndKeysReachTheModelInTwips) {
     cell.mouseDown.subscribe([&](const MouseEvent& event) { downs.push_back(event); });
     field.cells[1]->mouseMove.subscribe(
         [&](const MouseEvent&) { field.cells[1]->setToolTip("B -- 12 trained"); });
-    const HWND view = shown.view(cell);
-    mouse(view, WM_RBUTTONDOWN, 10, 20, MK_RBUTTON | MK_SHIFT | MK_CONTROL);
+    shown.mouse(cell, WM_RBUTTONDOWN, 10, 20, MK_RBUTTON | MK_SHIFT | MK_CONTROL);
     ASSERT_EQ(downs.size(), 1u);
     EXPECT_EQ(downs[0].button, kRightButton);
     EXPECT_EQ(downs[0].shift, kShiftMask | kCtrlMask);
@@ -38,14 +38,33 @@ TEST(Cell, MouseAndKeysReachTheModelInTwips) {
     EXPECT_DOUBLE_EQ(downs[0].y, 300);
 
     shown.page->focusFirst();
-    EXPECT_EQ(GetFocus(), view);
+    EXPECT_TRUE(shown.focused(cell));
     pressKey(VK_F10, kShiftMask);
     pressKey(VK_APPS);
     ASSERT_EQ(downs.size(), 3u);
     EXPECT_NEAR(downs[2].x, 345 / 2.0, 15);
     pressKey(VK_RIGHT);
-    EXPECT_EQ(GetFocus(), shown.view(*field.cells[1]));
-    EXPECT_EQ(accessibleName(GetFocus()), L"B -- 12 trained");
+    EXPECT_TRUE(shown.focused(*field.cells[1]));
+    const AccessibleWindow board(GetFocus());
+    EXPECT_EQ(board.name(2), L"B -- 12 trained");
+    EXPECT_EQ(board.parts(), 6);
+    EXPECT_EQ(board.role(2), ROLE_SYSTEM_CELL);
+    EXPECT_EQ(board.state(2), STATE_SYSTEM_FOCUSABLE | STATE_SYSTEM_FOCUSED);
+    EXPECT_EQ(board.state(1), STATE_SYSTEM_FOCUSABLE);
+
+    // What is between the cells, hidden or disabled takes no click; a click takes the focus, which is told.
+    std::string told;
+    field.cells[1]->lostFocus.subscribe([&] { told += "-B "; });
+    cell.gotFocus.subscribe([&] { told += "+A "; });
+    shown.mouse(cell, WM_LBUTTONDOWN, 3, 3, MK_LBUTTON);
+    EXPECT_EQ(told, "-B +A ");
+    EXPECT_EQ(downs.size(), 4u);
+    shown.mouse(cell, WM_RBUTTONDOWN, 25, 3, MK_RBUTTON);
+    cell.setEnabled(false);
+    shown.mouse(cell, WM_RBUTTONDOWN, 3, 3, MK_RBUTTON);
+    EXPECT_EQ(downs.size(), 4u);
+    settle();
+    EXPECT_FALSE(shown.focused(cell)) << "the focus must not stay on what is disabled";
 }
 
 TEST(Cell, AFieldIsOneTabStopWithArrowKeysInside) {
@@ -54,25 +73,25 @@ TEST(Cell, AFieldIsOneTabStopWithArrowKeysInside) {
     Label last("last", "Z");
     last.setCell(true);
     ShownPage shown(column({std::move(field.arrangement), item(caption), item(last).ownSize()}));
-    const auto at = [&](int index) { return shown.view(*field.cells[static_cast<std::size_t>(index)]); };
+    const auto isAt = [&](int index) { return shown.focused(*field.cells[static_cast<std::size_t>(index)]); };
     shown.page->focusFirst();
     pressKey(VK_DOWN);
-    EXPECT_EQ(GetFocus(), at(3));
+    EXPECT_TRUE(isAt(3));
     pressKey(VK_RIGHT);
     pressKey(VK_RIGHT);
     pressKey(VK_RIGHT);  // nothing stands there
-    EXPECT_EQ(GetFocus(), at(5));
+    EXPECT_TRUE(isAt(5));
     pressKey(VK_TAB);
-    EXPECT_EQ(GetFocus(), shown.view(last));
+    EXPECT_TRUE(shown.focused(last));
     pressKey(VK_TAB, kShiftMask);
-    EXPECT_EQ(GetFocus(), at(5)) << "Tab comes back to where it left";
+    EXPECT_TRUE(isAt(5)) << "Tab comes back to where it left";
     field.cells[4]->setVisible(false);
     pressKey(VK_LEFT);
-    EXPECT_EQ(GetFocus(), at(3));
+    EXPECT_TRUE(isAt(3));
     pressKey(VK_END);
-    EXPECT_EQ(GetFocus(), at(5));
+    EXPECT_TRUE(isAt(5));
     pressKey(VK_HOME);
-    EXPECT_EQ(GetFocus(), at(0));
+    EXPECT_TRUE(isAt(0));
 }
 
 TEST(Cell, EveryStateIsReadable) {
@@ -84,7 +103,7 @@ TEST(Cell, EveryStateIsReadable) {
     for (const Color color : {kScrollBarColor, rgb(255, 255, 255), rgb(255, 192, 192), rgb(255, 255, 128),
                               rgb(0, 255, 0), rgb(128, 128, 255), rgb(0, 0, 0)}) {
         cell.setBackColor(color);
-        const auto image = picture(shown.view(cell));
+        const auto image = shown.picture(cell);
         const COLORREF ground = colorAt(*image, 3, image->height() / 2);
         EXPECT_EQ(ground, look.color(color));
         double most = 1;

@@ -4,6 +4,7 @@
 #include <commctrl.h>
 
 #include "activex/win32/WinText.h"
+#include "support/Accessible.h"
 #include "widgets/Bars.h"
 #include "widgets/Button.h"
 #include "widgets/Label.h"
@@ -272,6 +273,29 @@ TEST(Labels, AreCutWithAnEllipsisAndMarkTheAccessKeyOfTheNextControl) {
     auto image = picture(shown.view(data));
     EXPECT_EQ(colorAt(*image, image->width() - 1, 0), RGB(0, 0, 0));
     EXPECT_GT(countOf(*image, RGB(255, 255, 255)), 5) << "readable on its ground";
+}
+
+TEST(NativeControls, AreToAScreenReaderWhatTheyAre) {
+    Button button("button", "&Go");
+    CheckBox check("check", "Check");
+    OptionButton option("option", "Option");
+    TextBox box("box");
+    ComboBox combo("combo", {"one"});
+    ListBox list("list", {"one"});
+    ProgressBar bar("bar");
+    StatusBar status("status");
+    Toolbar tools("tools");
+    ShownPage shown(column({item(tools), item(button), item(check), item(option), item(box), item(combo),
+                            item(list), item(bar), item(status)}));
+    EXPECT_EQ(AccessibleWindow(shown.view(box)).role(), ROLE_SYSTEM_TEXT);
+    EXPECT_EQ(accessibleName(shown.view(button)), L"Go");
+    // By these numbers the system knows controls whose class has another name than its own.
+    const std::vector<std::pair<const Widget*, LRESULT>> kinds = {
+        {&list, 0x10000},  {&button, 0x10002}, {&check, 0x10002}, {&option, 0x10002}, {&box, 0x10004},
+        {&combo, 0x10005}, {&status, 0x1000B}, {&tools, 0x1000C}, {&bar, 0x1000D}};
+    for (const auto& [widget, kind] : kinds)
+        EXPECT_EQ(SendMessageW(shown.view(*widget), WM_GETOBJECT, 0, OBJID_QUERYCLASSNAMEIDX), kind)
+            << widget->name();
 }
 
 BOOL CALLBACK isShownTip(HWND window, LPARAM found) {

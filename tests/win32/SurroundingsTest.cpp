@@ -85,10 +85,10 @@ TEST(Surroundings, NothingThatIsDrawnGetsLostUnderHighContrast) {
     ShownPage shown(column({row({item(white), item(plain), space()}), item(chart)}), 400, 300);
     const BlackScheme scheme;
     SendMessageW(shown.page->window(), WM_SYSCOLORCHANGE, 0, 0);
-    auto cell = picture(shown.view(white));
+    auto cell = shown.picture(white);
     EXPECT_EQ(colorAt(*cell, 0, 0), RGB(0, 0, 0)) << "the frame stands out from the cell";
     EXPECT_EQ(colorAt(*cell, 3, 3), RGB(255, 255, 255)) << "what a cell tells by its colour stays";
-    cell = picture(shown.view(plain));
+    cell = shown.picture(plain);
     EXPECT_EQ(colorAt(*cell, 0, 0), RGB(255, 255, 255));
     EXPECT_GT(countOf(*cell, RGB(255, 255, 255)), 2 * (cell->width() + cell->height()))
         << "and so does the text";

@@ -41,7 +41,7 @@ bool leafsItself(HWND focus) {
     wchar_t name[32] = {};
     GetClassNameW(focus, name, static_cast<int>(std::size(name)));
     const std::wstring className = name;
-    return className == L"DravikGrid" || className == L"ComboBox" || className == L"ListBox" ||
+    return className == L"DravikGrid" || className == L"DravikComboBox" || className == L"DravikListBox" ||
            className == L"ComboLBox";
 }
 

@@ -112,7 +112,7 @@ void Win32DemoHands::openMenu(const std::string&, const std::string& at, const s
     });
     const HWND view = find(at);
     SetActiveWindow(GetAncestor(view, GA_ROOT));
-    SetFocus(view);
+    focusNamed(GetAncestor(view, GA_ROOT), at);
     pressKey(view, VK_APPS);
     settle();
     if (!script_.finished()) throw DemoFailure("the menu of " + at + " did not open");

@@ -1,6 +1,12 @@
 #include "activex/win32/Accessible.h"
 
+#include <windows.h>
+
+#include <commctrl.h>
+
 #include <atomic>
+#include <cwchar>
+#include <utility>
 
 #include "activex/win32/Guard.h"
 
@@ -119,8 +125,12 @@ class Accessible : public IAccessible {
     }
     HRESULT STDMETHODCALLTYPE get_accDefaultAction(VARIANT, BSTR* action) override { return none(action); }
     HRESULT STDMETHODCALLTYPE accSelect(LONG flags, VARIANT child) override {
-        return of(child, [&](LONG) {
-            if (flags & SELFLAG_TAKEFOCUS) SetFocus(window_);
+        return of(child, [&](LONG id) {
+            if (!(flags & SELFLAG_TAKEFOCUS)) return S_OK;
+            if (id == 0)
+                SetFocus(window_);
+            else
+                content_.focusChild(id);
             return S_OK;
         });
     }
@@ -238,6 +248,16 @@ LRESULT accessibleAnswer(HWND window, AccessibleContent& content, std::weak_ptr<
     const LRESULT answer = LresultFromObject(__uuidof(IAccessible), wParam, object);
     object->Release();
     return answer;
+}
+
+LRESULT accessibleClass(const wchar_t* systemClass) noexcept {
+    constexpr LRESULT kFirst = 65536;
+    constexpr std::pair<const wchar_t*, LRESULT> kNumbers[] = {
+        {WC_LISTBOXW, 0},       {WC_BUTTONW, 2},         {WC_EDITW, 4},         {WC_COMBOBOXW, 5},
+        {STATUSCLASSNAMEW, 11}, {TOOLBARCLASSNAMEW, 12}, {PROGRESS_CLASSW, 13}, {UPDOWN_CLASSW, 22}};
+    for (const auto& [name, number] : kNumbers)
+        if (std::wcscmp(name, systemClass) == 0) return kFirst + number;
+    return 0;
 }
 
 void annotateName(HWND window, const std::wstring& name) noexcept {

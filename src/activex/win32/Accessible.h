@@ -28,11 +28,17 @@ class AccessibleContent {
     virtual LONG childState(int) const { return 0; }
     // 0 for none.
     virtual int focusedChild() const { return 0; }
+    // Where a child can have the focus.
+    virtual void focusChild(int) {}
 };
 
 // The answer to WM_GETOBJECT. The object handed out keeps working, with failures, when the window or `owner`,
 // whose part the content is, has gone.
 LRESULT accessibleAnswer(HWND window, AccessibleContent& content, std::weak_ptr<void> owner, WPARAM wParam);
+
+// What a window of a class of this module answers to WM_GETOBJECT for OBJID_QUERYCLASSNAMEIDX to be taken for
+// the system's control of that class; 0 for a class without a number.
+LRESULT accessibleClass(const wchar_t* systemClass) noexcept;
 
 // Gives a native control a name of its own, where the system offers that.
 void annotateName(HWND window, const std::wstring& name) noexcept;

@@ -1,9 +1,49 @@
 #include "activex/win32/AnsweredWindow.h"
 
+#include <map>
+#include <mutex>
+
 #include "activex/win32/Guard.h"
 #include "activex/win32/Module.h"
 
 namespace dravik {
+namespace {
+
+// They go with the module: the system's procedures may be elsewhere when it is loaded again.
+class NativeClasses {
+  public:
+    NativeClasses() = default;
+    NativeClasses(const NativeClasses&) = delete;
+    NativeClasses& operator=(const NativeClasses&) = delete;
+    ~NativeClasses() {
+        for (const auto& [name, own] : known_) UnregisterClassW(own.c_str(), moduleInstance());
+    }
+
+    std::wstring classFor(const std::wstring& name) {
+        const std::lock_guard lock(mutex_);
+        if (const auto found = known_.find(name); found != known_.end()) return found->second;
+        const std::wstring own = L"Dravik" + name;
+        WNDCLASSEXW description{};
+        description.cbSize = sizeof description;
+        {
+            const Styles styles;
+            if (!GetClassInfoExW(nullptr, name.c_str(), &description)) return name;
+        }
+        description.cbSize = sizeof description;
+        description.style &= ~static_cast<UINT>(CS_GLOBALCLASS);
+        description.hInstance = moduleInstance();
+        description.lpszMenuName = nullptr;
+        description.lpszClassName = own.c_str();
+        if (!RegisterClassExW(&description)) return name;
+        return known_[name] = own;
+    }
+
+  private:
+    std::mutex mutex_;
+    std::map<std::wstring, std::wstring> known_;
+};
+
+}  // namespace
 
 const wchar_t* AnsweredWindow::drawnClass(const wchar_t* name) {
     WNDCLASSEXW known{};
@@ -18,6 +58,11 @@ const wchar_t* AnsweredWindow::drawnClass(const wchar_t* name) {
     wanted.lpszClassName = name;
     RegisterClassExW(&wanted);
     return name;
+}
+
+std::wstring AnsweredWindow::nativeClass(const wchar_t* name) {
+    static NativeClasses known;
+    return known.classFor(name);
 }
 
 void AnsweredWindow::takeOver(HWND window) {
@@ -35,7 +80,9 @@ void AnsweredWindow::giveBack() noexcept {
 }
 
 LRESULT AnsweredWindow::defaultAnswer(UINT message, WPARAM wParam, LPARAM lParam) const {
-    return window_ ? CallWindowProcW(before_, window_, message, wParam, lParam) : 0;
+    if (!window_) return 0;
+    return before_ ? CallWindowProcW(before_, window_, message, wParam, lParam)
+                   : DefWindowProcW(window_, message, wParam, lParam);
 }
 
 LRESULT CALLBACK AnsweredWindow::procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {

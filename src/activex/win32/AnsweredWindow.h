@@ -6,6 +6,7 @@
 #include "activex/win32/Windows.h"
 
 #include <memory>
+#include <string>
 
 namespace dravik {
 
@@ -19,6 +20,9 @@ class AnsweredWindow {
 
     // A class for windows drawn by hand; made when there is none yet. It holds no code of this module.
     static const wchar_t* drawnClass(const wchar_t* name);
+    // A class of this module for the system's control of that name, in the control's own visual styles: the
+    // system is asked once for what it is, and not for every window. "Dravik" stands before the name.
+    static std::wstring nativeClass(const wchar_t* name);
 
   protected:
     AnsweredWindow() = default;
@@ -26,6 +30,8 @@ class AnsweredWindow {
 
     // From now on messages come to answer(). Once, and before anybody else uses the window's GWLP_USERDATA.
     void takeOver(HWND window);
+    // A part of a window that another object answers, which passes on what is for this one; null: no longer.
+    void standIn(HWND window) noexcept { window_ = window; }
     // Nothing comes any more; the window is the system's again.
     void giveBack() noexcept;
 

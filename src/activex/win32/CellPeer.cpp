@@ -1,10 +1,8 @@
-// A cell of the character overview or of a feature array: a flat square with a border, one short text and its
-// own back colour, which the keyboard reaches too.
+#include "activex/win32/CellPeer.h"
+
 #include <algorithm>
 
-#include "activex/win32/Accessible.h"
-#include "activex/win32/CellGroup.h"
-#include "activex/win32/DrawnPeer.h"
+#include "activex/win32/CellBoard.h"
 #include "activex/win32/Page.h"
 #include "activex/win32/Peers.h"
 #include "activex/win32/WinText.h"
@@ -14,129 +12,210 @@ namespace {
 
 constexpr double kFrameShare = 0.43;
 
-class CellPeer : public PeerOf<Label, DrawnPeer>, private AccessibleContent {
-  public:
-    CellPeer(Label& model, Page& page) : PeerOf(model, page), takesFocus_(!model.caption().empty()) {}
-
-    bool takesFocus() const override { return takesFocus_; }
-    bool isTabStop() const override { return takesFocus_ && (!group_ || group_->isTabStop(*this)); }
-    void join(CellGroup& group) {
-        group_ = &group;
-        group.add(*this);
-    }
-
-  protected:
-    HWND make(HWND parent) override {
-        return makeDrawn(L"DravikCell", parent, takesFocus_ ? WS_TABSTOP : 0u, wide(model_.caption()));
-    }
-    HFONT wantedFont() const override {
-        return attached() ? look().font(model_.bold(), model_.fontSize()) : look().font();
-    }
-    Measure ask() override {
-        const SIZE text = look().textSize(wantedFont(), wide(model_.caption()));
-        const int height = text.cy + look().px(4);
-        const Extent size{std::max<int>(height, text.cx + look().px(8)), height};
-        return {{look().px(8), look().px(8)}, size};
-    }
-
-    void show(Change change) override {
-        switch (change) {
-            case Change::Caption:
-                showText(wide(model_.caption()));
-                redraw();
-                NotifyWinEvent(EVENT_OBJECT_NAMECHANGE, window(), OBJID_CLIENT, CHILDID_SELF);
-                break;
-            case Change::ToolTip:
-                DrawnPeer::show(change);
-                NotifyWinEvent(EVENT_OBJECT_NAMECHANGE, window(), OBJID_CLIENT, CHILDID_SELF);
-                break;
-            default:
-                DrawnPeer::show(change);
-        }
-    }
-
-    LRESULT message(UINT message, WPARAM wParam, LPARAM lParam) override {
-        switch (message) {
-            case WM_LBUTTONDOWN:
-                if (takesFocus_) {
-                    byMouse_ = true;
-                    SetFocus(window());
-                    byMouse_ = false;
-                }
-                return 0;
-            case WM_SETFOCUS:
-                focused();
-                return 0;
-            default:
-                return DrawnPeer::message(message, wParam, lParam);
-        }
-    }
-    void menuKeyPressed() override { fireMouseDown(kRightButton, 0, centre()); }
-    void keyPressed(UINT key) override {
-        if (!group_ || shiftState() != 0) return;
-        if (Peer* next = group_->neighbour(*this, key)) next->focus();
-    }
-
-    AccessibleContent* accessibleContent() override { return this; }
-
-    void paint(HDC dc, const RECT& client, const RECT&) override {
-        if (!attached()) return;
-        const COLORREF ground = look().color(model_.backColor());
-        fill(dc, client, ground);
-        const int hair = look().px(1);
-        frame(dc, client, look().line(ground, kFrameShare), hair);
-        if (hasFocus()) {
-            frame(dc, client, GetSysColor(COLOR_HIGHLIGHT), 2 * hair);
-            RECT inner = client;
-            InflateRect(&inner, -2 * hair, -2 * hair);
-            frame(dc, inner, readableOn(ground), hair);
-        }
-        const std::wstring caption = wide(model_.caption());
-        HFONT font = wantedFont();
-        const SIZE size = look().textSize(font, caption);
-        const int room = widthOf(client) - look().px(4);
-        if (size.cx > room && size.cx > 0 && room > 0)
-            font = look().fontOfHeight(
-                model_.bold(),
-                -std::max<int>(look().px(7), look().lineHeight(font) * 4 / 5 * room / size.cx));
-        const Selected selected(dc, font);
-        SetBkMode(dc, TRANSPARENT);
-        SetTextColor(dc, look().textColorOn(model_.backColor(), model_.foreColor()));
-        RECT place = client;
-        DrawTextW(dc, caption.c_str(), static_cast<int>(caption.size()), &place,
-                  DT_CENTER | DT_VCENTER | DT_SINGLELINE | DT_NOPREFIX | DT_NOCLIP);
-    }
-
-  private:
-    LONG role() const override { return ROLE_SYSTEM_CELL; }
-    std::wstring name() const override {
-        if (!model_.accessibleName().empty()) return wide(model_.accessibleName());
-        return wide(!model_.toolTip().empty() ? model_.toolTip() : model_.caption());
-    }
-
-    void focused() {
-        if (group_) group_->setTabStop(*this);
-        redraw();
-        NotifyWinEvent(EVENT_OBJECT_FOCUS, window(), OBJID_CLIENT, CHILDID_SELF);
-        if (byMouse_) return;
-        fireMouseMove(0, 0, centre());
-        if (attached() && window() && IsWindowVisible(window()))
-            page().toolTips().showBelow(window(), wide(model_.toolTip()));
-    }
-
-    const bool takesFocus_;
-    CellGroup* group_ = nullptr;
-    bool byMouse_ = false;
-};
-
 }  // namespace
 
-std::shared_ptr<Peer> makeCell(Label& model, Page& page) {
-    return std::make_shared<CellPeer>(model, page);
+void CellPeer::join(CellBoard& board) {
+    board_ = &board;
+    board.add(*this);
 }
 
-void joinCells(Peer& cell, CellGroup& group) {
-    static_cast<CellPeer&>(cell).join(group);
+HWND CellPeer::make(HWND parent) {
+    return board_->open(parent);
+}
+
+bool CellPeer::isTabStop() const {
+    return takesFocus_ && board_->tabStop() == this;
+}
+
+void CellPeer::focus() {
+    if (window() && takesFocus_) board_->focus(*this);
+}
+
+void CellPeer::placed(const Box&) {
+    if (attached() && !model_.toolTip().empty()) showTip();
+}
+
+void CellPeer::started() {
+    if (!isUsable()) board_->showEnabled();
+}
+
+void CellPeer::showEnabled() {
+    if (!isStarted()) return;
+    board_->showEnabled();
+    if (hasFocus() && !isUsable()) page().focusLeavesSoon(*this);
+}
+
+void CellPeer::lookChanged() {
+    forgetMeasure();
+    redraw();
+}
+
+HFONT CellPeer::wantedFont() const {
+    return attached() ? look().font(model_.bold(), model_.fontSize()) : look().font();
+}
+
+Measure CellPeer::ask() {
+    const SIZE text = look().textSize(wantedFont(), wide(model_.caption()));
+    const int height = text.cy + look().px(4);
+    const Extent size{std::max<int>(height, text.cx + look().px(8)), height};
+    return {{look().px(8), look().px(8)}, size};
+}
+
+bool CellPeer::setPlace(const RECT& place) {
+    if (EqualRect(&place, &place_)) return false;
+    place_ = place;
+    return true;
+}
+
+RECT CellPeer::shownPlace() const {
+    RECT place = place_;
+    OffsetRect(&place, -board_->bounds().left, -board_->bounds().top);
+    return place;
+}
+
+POINT CellPeer::toView(double x, double y) const {
+    const RECT own = shownPlace();
+    const POINT place = Peer::toView(x, y);
+    return {own.left + place.x, own.top + place.y};
+}
+
+ModelPlace CellPeer::fromView(POINT place) const {
+    const RECT own = shownPlace();
+    return Peer::fromView({place.x - own.left, place.y - own.top});
+}
+
+POINT CellPeer::centre() const {
+    const RECT own = shownPlace();
+    return {(own.left + own.right) / 2, (own.top + own.bottom) / 2};
+}
+
+void CellPeer::show(Change change) {
+    if (!isStarted() && change != Change::ToolTip) return;
+    switch (change) {
+        case Change::Caption:
+        case Change::Name:
+            redraw();
+            notify(EVENT_OBJECT_NAMECHANGE);
+            break;
+        case Change::ToolTip:
+            showTip();
+            if (isStarted()) notify(EVENT_OBJECT_NAMECHANGE);
+            break;
+        case Change::Appearance:
+            redraw();
+            sizeChanged();
+            break;
+        case Change::Visible:
+            if (!model_.visible() && hasFocus()) page().focusLeft(*this);
+            board_->showVisible();
+            redraw();
+            sizeChanged();
+            break;
+        case Change::Focus:
+            if (takesFocus_) board_->prefer(*this);
+            DrawnPeer::show(change);
+            break;
+        default:
+            DrawnPeer::show(change);
+    }
+}
+
+void CellPeer::redraw() const {
+    if (!IsWindowVisible(window())) return;
+    const RECT own = shownPlace();
+    InvalidateRect(window(), &own, FALSE);
+}
+
+void CellPeer::showTip() {
+    page().toolTips().set(window(), static_cast<UINT>(board_->numberOf(*this)), shownPlace(),
+                          wide(model_.toolTip()));
+}
+
+void CellPeer::notify(DWORD event) const {
+    NotifyWinEvent(event, window(), OBJID_CLIENT, board_->numberOf(*this));
+}
+
+LRESULT CellPeer::message(UINT message, WPARAM wParam, LPARAM lParam) {
+    switch (message) {
+        case WM_LBUTTONDOWN:
+            if (takesFocus_) {
+                byMouse_ = true;
+                board_->focus(*this);
+                byMouse_ = false;
+            }
+            return 0;
+        case WM_SETFOCUS:
+            focused();
+            return 0;
+        case WM_KILLFOCUS:
+            redraw();
+            return 0;
+        default:
+            return DrawnPeer::message(message, wParam, lParam);
+    }
+}
+
+void CellPeer::keyPressed(UINT key) {
+    if (shiftState() != 0) return;
+    if (Peer* next = board_->neighbour(*this, key)) next->focus();
+}
+
+void CellPeer::paintAt(HDC dc, const RECT& place) {
+    if (!attached()) return;
+    const COLORREF ground = look().color(model_.backColor());
+    fill(dc, place, ground);
+    const int hair = look().px(1);
+    frame(dc, place, look().line(ground, kFrameShare), hair);
+    if (hasFocus()) {
+        frame(dc, place, GetSysColor(COLOR_HIGHLIGHT), 2 * hair);
+        RECT inner = place;
+        InflateRect(&inner, -2 * hair, -2 * hair);
+        frame(dc, inner, readableOn(ground), hair);
+    }
+    const std::wstring caption = wide(model_.caption());
+    HFONT font = wantedFont();
+    const SIZE size = look().textSize(font, caption);
+    const int room = widthOf(place) - look().px(4);
+    if (size.cx > room && size.cx > 0 && room > 0)
+        font = look().fontOfHeight(
+            model_.bold(), -std::max<int>(look().px(7), look().lineHeight(font) * 4 / 5 * room / size.cx));
+    const Selected selected(dc, font);
+    SetBkMode(dc, TRANSPARENT);
+    SetTextColor(dc, look().textColorOn(model_.backColor(), model_.foreColor()));
+    RECT line = place;
+    DrawTextW(dc, caption.c_str(), static_cast<int>(caption.size()), &line,
+              DT_CENTER | DT_VCENTER | DT_SINGLELINE | DT_NOPREFIX);
+}
+
+std::wstring CellPeer::accessibleName() const {
+    if (!attached()) return {};
+    if (!model_.accessibleName().empty()) return wide(model_.accessibleName());
+    return wide(!model_.toolTip().empty() ? model_.toolTip() : model_.caption());
+}
+
+void CellPeer::arrive() {
+    focusCame(true);
+    if (window() && hasFocus()) focused();
+}
+
+void CellPeer::leave() {
+    focusWent(true);
+    if (window()) redraw();
+}
+
+void CellPeer::focused() {
+    redraw();
+    notify(EVENT_OBJECT_FOCUS);
+    if (byMouse_) return;
+    fireMouseMove(0, 0, centre());
+    if (attached() && window() && IsWindowVisible(window()))
+        page().toolTips().showBelow(window(), shownPlace(), wide(model_.toolTip()));
+}
+
+std::shared_ptr<Peer> makeCell(Label& model, Page& page, CellBoard& board) {
+    auto cell = std::make_shared<CellPeer>(model, page);
+    cell->join(board);
+    return cell;
 }
 
 }  // namespace dravik

@@ -5,7 +5,9 @@
 #include <commctrl.h>
 
 #include <algorithm>
+#include <set>
 
+#include "activex/win32/CellPeer.h"
 #include "activex/win32/Module.h"
 #include "activex/win32/Peers.h"
 #include "activex/win32/Win32Platform.h"
@@ -72,7 +74,7 @@ void Page::detach() noexcept {
 }
 
 void Page::addPeers(const Layout& layout, HWND parent, Peer* container) {
-    CellGroup* cells = nullptr;
+    CellBoard* board = nullptr;
     if (layout.kind == Layout::Kind::Widget) {
         Layout alone;
         alone.children.push_back(layout);
@@ -84,13 +86,13 @@ void Page::addPeers(const Layout& layout, HWND parent, Peer* container) {
             addPeers(child, parent, container);
             continue;
         }
-        const auto peer = makePeer(*child.widget, *this);
+        const bool isCell =
+            child.widget->kind() == WidgetKind::Label && static_cast<Label&>(*child.widget).isCell();
+        if (isCell && !board) board = boards_.emplace_back(std::make_shared<CellBoard>(*this)).get();
+        const auto peer = isCell ? makeCell(static_cast<Label&>(*child.widget), *this, *board)
+                                 : makePeer(*child.widget, *this);
         peers_.push_back(peer);
         peer->start(parent, container);
-        if (child.widget->kind() == WidgetKind::Label && peer->takesFocus()) {
-            if (!cells) cells = cellGroups_.emplace_back(std::make_unique<CellGroup>()).get();
-            joinCells(*peer, *cells);
-        }
     }
 }
 
@@ -111,16 +113,30 @@ void Page::place(const std::vector<PlacedWidget>& placed) {
     // Being shown erases everything; until then nothing need be erased where it comes to stand.
     const UINT unseen = IsWindowVisible(window()) ? 0u : SWP_DEFERERASE;
     HDWP batch = BeginDeferWindowPos(static_cast<int>(placed.size()));
+    const auto move = [&batch, unseen](HWND window, const RECT& to, bool stands) {
+        const bool appears = !(GetWindowLongPtrW(window, GWL_STYLE) & WS_VISIBLE);
+        if ((appears || !stands) && batch)
+            batch = DeferWindowPos(batch, window, nullptr, to.left, to.top, widthOf(to), heightOf(to),
+                                   SWP_NOZORDER | SWP_NOACTIVATE | (appears ? SWP_SHOWWINDOW : 0u) | unseen);
+    };
     std::vector<std::pair<std::shared_ptr<Peer>, Box>> moved;
+    std::set<CellBoard*> boards;
     for (const PlacedWidget& item : placed) {
         Peer* peer = platform_.peerOf(*item.widget);
         if (!peer || !peer->window()) continue;
         const RECT to = peer->windowPlace(item.box);
-        const bool appears = !(GetWindowLongPtrW(peer->window(), GWL_STYLE) & WS_VISIBLE);
-        if ((appears || !peer->stands(to)) && batch)
-            batch = DeferWindowPos(batch, peer->window(), nullptr, to.left, to.top, widthOf(to), heightOf(to),
-                                   SWP_NOZORDER | SWP_NOACTIVATE | (appears ? SWP_SHOWWINDOW : 0u) | unseen);
+        if (CellBoard* board = peer->board()) {
+            board->put(static_cast<CellPeer&>(*peer), to);
+            boards.insert(board);
+        } else {
+            move(peer->window(), to, peer->stands(to));
+        }
         moved.emplace_back(peer->shared_from_this(), item.box);
+    }
+    for (CellBoard* board : boards) {
+        const RECT before = board->bounds();
+        const RECT to = board->settle();
+        move(board->window(), to, EqualRect(&before, &to));
     }
     if (batch) EndDeferWindowPos(batch);
     for (const auto& [peer, box] : moved)

@@ -12,7 +12,7 @@
 
 #include "activex/win32/Ambient.h"
 #include "activex/win32/AnsweredWindow.h"
-#include "activex/win32/CellGroup.h"
+#include "activex/win32/CellBoard.h"
 #include "activex/win32/LayoutGeometry.h"
 #include "activex/win32/Look.h"
 #include "activex/win32/Peer.h"
@@ -119,7 +119,7 @@ class Page : public AnsweredWindow, public std::enable_shared_from_this<Page> {
     std::unique_ptr<Look> look_;
     ToolTips toolTips_;
     std::vector<std::shared_ptr<Peer>> peers_;
-    std::vector<std::unique_ptr<CellGroup>> cellGroups_;
+    std::vector<std::shared_ptr<CellBoard>> boards_;
     std::unordered_map<HWND, Peer*> byWindow_;
     std::vector<Connection> connections_;
     HWND lastFocus_ = nullptr;

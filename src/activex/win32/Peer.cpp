@@ -45,22 +45,54 @@ namespace {
 
 struct Search {
     std::wstring mark;
-    HWND found;
+    ATOM atom;
+    NamedPart found;
 };
 
 // A lambda would not have the calling convention of 32-bit Windows.
 BOOL CALLBACK isNamed(HWND window, LPARAM search) noexcept {
     auto& wanted = *reinterpret_cast<Search*>(search);
-    if (GetPropW(window, wanted.mark.c_str())) wanted.found = window;
-    return wanted.found == nullptr;
+    if (GetPropW(window, wanted.mark.c_str()))
+        wanted.found = {window, 0};
+    else if (const auto part = static_cast<int>(SendMessageW(window, partMessage(), wanted.atom, 0));
+             part > 0)
+        wanted.found = {window, part};
+    return wanted.found.window == nullptr;
 }
 
 }  // namespace
 
-HWND findWindowNamed(HWND inside, const std::string& name) {
-    Search search{nameMark(name), nullptr};
+UINT partMessage() {
+    static const UINT number = RegisterWindowMessageW(L"Dravik.PartNamed");
+    return number;
+}
+
+NamedPart findNamed(HWND inside, const std::string& name) {
+    Search search{nameMark(name), 0, {}};
+    search.atom = GlobalAddAtomW(search.mark.c_str());
     EnumChildWindows(inside, isNamed, reinterpret_cast<LPARAM>(&search));
+    GlobalDeleteAtom(search.atom);
     return search.found;
+}
+
+void focusNamed(HWND inside, const std::string& name) {
+    const NamedPart found = findNamed(inside, name);
+    IAccessible* object = nullptr;
+    if (found.part == 0 ||
+        AccessibleObjectFromWindow(found.window, static_cast<DWORD>(OBJID_CLIENT), __uuidof(IAccessible),
+                                   reinterpret_cast<void**>(&object)) != S_OK) {
+        SetFocus(found.window);
+        return;
+    }
+    VARIANT part{};
+    part.vt = VT_I4;
+    part.lVal = found.part;
+    object->accSelect(SELFLAG_TAKEFOCUS, part);
+    object->Release();
+}
+
+HWND findWindowNamed(HWND inside, const std::string& name) {
+    return findNamed(inside, name).window;
 }
 
 Peer::Peer(Widget& model, Page& page) : model_(model), page_(page), name_(nameMark(model.name())) {
@@ -83,10 +115,7 @@ void Peer::start(HWND parent, Peer* container) {
         made = make(parent);
     }
     if (!made) throw Failure(RuntimeError::OutOfMemory, "no window: " + lastErrorText(GetLastError()));
-    takeOver(made);
-    page_.addWindow(made, *this);
-    SetPropW(made, name_.c_str(), made);
-    SendMessageW(window(), WM_SETFONT, reinterpret_cast<WPARAM>(wantedFont()), FALSE);
+    opened(made);
     for (const Change change : {Change::Caption, Change::Items, Change::Value, Change::Selection,
                                 Change::Appearance, Change::Enabled, Change::ToolTip, Change::Name})
         show(change);
@@ -99,6 +128,13 @@ void Peer::start(HWND parent, Peer* container) {
     started();
 }
 
+void Peer::opened(HWND made) {
+    takeOver(made);
+    page_.addWindow(made, *this);
+    SetPropW(made, name_.c_str(), made);
+    SendMessageW(made, WM_SETFONT, reinterpret_cast<WPARAM>(wantedFont()), FALSE);
+}
+
 void Peer::detach() noexcept {
     if (!attached_) return;
     changed_.disconnect();
@@ -108,9 +144,11 @@ void Peer::detach() noexcept {
 
 HWND Peer::makeWindow(const wchar_t* className, HWND parent, DWORD style, DWORD extendedStyle,
                       const std::wstring& text) {
-    return CreateWindowExW(extendedStyle, className, text.c_str(), style | WS_CHILD | WS_CLIPSIBLINGS, 0, 0,
-                           0, 0, parent, reinterpret_cast<HMENU>(static_cast<UINT_PTR>(page_.nextId())),
-                           moduleInstance(), nullptr);
+    accessibleClass_ = accessibleClass(className);
+    return CreateWindowExW(extendedStyle, nativeClass(className).c_str(), text.c_str(),
+                           style | WS_CHILD | WS_CLIPSIBLINGS, 0, 0, 0, 0, parent,
+                           reinterpret_cast<HMENU>(static_cast<UINT_PTR>(page_.nextId())), moduleInstance(),
+                           nullptr);
 }
 
 const Measure& Peer::measure() {
@@ -226,7 +264,7 @@ void Peer::showName() {
 
 void Peer::giveFocus() {
     if (isUsable() && IsWindowVisible(window()))
-        SetFocus(window());
+        focus();
     else  // the procedure that asks for the focus may enable or show the control only later
         page_.focusLater(*this);
 }
@@ -259,6 +297,18 @@ bool Peer::fireKey(UINT key) {
     return window() != nullptr;
 }
 
+void Peer::focusCame(bool moved) {
+    focused_ = true;
+    page_.focusArrived(*this);
+    if (moved) act([&] { model_.gotFocus(); });
+}
+
+void Peer::focusWent(bool moved) {
+    focused_ = false;
+    page_.toolTips().hide();
+    if (moved) act([&] { model_.lostFocus(); });
+}
+
 LRESULT Peer::message(UINT message, WPARAM wParam, LPARAM lParam) {
     return defaultAnswer(message, wParam, lParam);
 }
@@ -278,14 +328,10 @@ LRESULT Peer::answer(UINT message, WPARAM wParam, LPARAM lParam) {
     if (mouse && !firesMouse()) return this->message(message, wParam, lParam);
     switch (message) {
         case WM_SETFOCUS:
-            focused_ = true;
-            page_.focusArrived(*this);
-            if (movesFocus(window(), reinterpret_cast<HWND>(wParam))) act([&] { model_.gotFocus(); });
+            focusCame(movesFocus(window(), reinterpret_cast<HWND>(wParam)));
             break;
         case WM_KILLFOCUS:
-            focused_ = false;
-            page_.toolTips().hide();
-            if (movesFocus(window(), reinterpret_cast<HWND>(wParam))) act([&] { model_.lostFocus(); });
+            focusWent(movesFocus(window(), reinterpret_cast<HWND>(wParam)));
             page_.focusMoves(reinterpret_cast<HWND>(wParam));
             break;
         case WM_LBUTTONDOWN:
@@ -334,6 +380,8 @@ LRESULT Peer::answer(UINT message, WPARAM wParam, LPARAM lParam) {
             }
             break;
         case WM_GETOBJECT:
+            if (static_cast<LONG>(lParam) == OBJID_QUERYCLASSNAMEIDX && accessibleClass_ != 0)
+                return accessibleClass_;
             if (static_cast<LONG>(lParam) == OBJID_CLIENT)
                 if (AccessibleContent* content = attached_ ? accessibleContent() : nullptr)
                     return accessibleAnswer(window(), *content, weak_from_this(), wParam);

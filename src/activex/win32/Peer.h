@@ -17,6 +17,7 @@
 namespace dravik {
 
 class AccessibleContent;
+class CellBoard;
 class Look;
 class Page;
 
@@ -50,13 +51,15 @@ class Peer : public AnsweredWindow, public std::enable_shared_from_this<Peer> {
     virtual bool stands(const RECT& place) const;
     // The window has been given this place.
     virtual void placed(const Box& box);
+    // The window that it is a part of, when it has none of its own.
+    virtual CellBoard* board() const { return nullptr; }
 
     // Shown and enabled, together with everything that it stands in.
     bool isUsable() const;
     // The Tab key comes to it; it takes the focus at all.
     virtual bool isTabStop() const { return takesFocus(); }
     virtual bool takesFocus() const { return false; }
-    void focus();
+    virtual void focus();
     // The key is for the control itself, not for the page.
     virtual bool wantsKey(UINT) const { return false; }
     // Enter on the focused control; false when it is the page's business.
@@ -73,7 +76,7 @@ class Peer : public AnsweredWindow, public std::enable_shared_from_this<Peer> {
     // Fonts and pictures are to be made anew.
     virtual void lookChanged();
     // Enabled as the model and what it stands in say.
-    void showEnabled();
+    virtual void showEnabled();
 
     // A place as the model's mouse events give it, in the window's pixels, and back.
     virtual POINT toView(double x, double y) const;
@@ -86,6 +89,8 @@ class Peer : public AnsweredWindow, public std::enable_shared_from_this<Peer> {
   protected:
     // Hidden: it is shown when it is placed for the first time.
     virtual HWND make(HWND parent) = 0;
+    // The window that was made becomes this peer's.
+    virtual void opened(HWND made);
     // The window shows the state of the model.
     virtual void started() {}
     virtual Measure ask() = 0;
@@ -104,7 +109,7 @@ class Peer : public AnsweredWindow, public std::enable_shared_from_this<Peer> {
                     const std::wstring& text = {});
     void showText(const std::wstring& text);
     // Draws the window anew where it is seen.
-    void redraw() const;
+    virtual void redraw() const;
     // The window's contents ask for another size now.
     void sizeChanged();
 
@@ -116,9 +121,13 @@ class Peer : public AnsweredWindow, public std::enable_shared_from_this<Peer> {
     Page& page() const noexcept { return page_; }
     Look& look() const noexcept;
     bool hasFocus() const noexcept { return focused_; }
+    bool isStarted() const noexcept { return started_; }
+    // The focus has come, or gone; the model is told when it moved inside of one window of the system.
+    void focusCame(bool moved);
+    void focusWent(bool moved);
+    LRESULT answer(UINT message, WPARAM wParam, LPARAM lParam) override;
 
   private:
-    LRESULT answer(UINT message, WPARAM wParam, LPARAM lParam) override;
     std::shared_ptr<void> kept() override { return weak_from_this().lock(); }
     void windowGoes() override;
     bool fireKey(UINT key);
@@ -131,6 +140,7 @@ class Peer : public AnsweredWindow, public std::enable_shared_from_this<Peer> {
     Peer* container_ = nullptr;
     Connection changed_;
     std::optional<Measure> measured_;
+    LRESULT accessibleClass_ = 0;
     POINT lastMove_{-1, -1};
     bool attached_ = true;
     bool started_ = false;
@@ -142,6 +152,15 @@ class Peer : public AnsweredWindow, public std::enable_shared_from_this<Peer> {
 // another one that carries it; nothing when there is none.
 std::wstring nameMark(const std::string& name);
 HWND findWindowNamed(HWND inside, const std::string& name);
+// Where such a control is: a cell is a part of a window, numbered from 1; the whole window is part 0.
+struct NamedPart {
+    HWND window = nullptr;
+    int part = 0;
+};
+NamedPart findNamed(HWND inside, const std::string& name);
+void focusNamed(HWND inside, const std::string& name);
+// The message that asks a window for the number of its part with the name that wParam is the global atom of.
+UINT partMessage();
 
 // The shift state of the models as the keys are now: kShiftMask, kCtrlMask, kAltMask.
 int shiftState();

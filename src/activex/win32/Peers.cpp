@@ -4,10 +4,8 @@ namespace dravik {
 
 std::shared_ptr<Peer> makePeer(Widget& model, Page& page) {
     switch (model.kind()) {
-        case WidgetKind::Label: {
-            auto& label = static_cast<Label&>(model);
-            return label.isCell() ? makeCell(label, page) : makeLabel(label, page);
-        }
+        case WidgetKind::Label:
+            return makeLabel(static_cast<Label&>(model), page);
         case WidgetKind::TextBox:
             return makeTextBox(static_cast<TextBox&>(model), page);
         case WidgetKind::Button:

@@ -17,10 +17,10 @@
 
 namespace dravik {
 
-class CellGroup;
+class CellBoard;
 
 std::shared_ptr<Peer> makeLabel(Label& model, Page& page);
-std::shared_ptr<Peer> makeCell(Label& model, Page& page);
+std::shared_ptr<Peer> makeCell(Label& model, Page& page, CellBoard& board);
 std::shared_ptr<Peer> makeTextBox(TextBox& model, Page& page);
 std::shared_ptr<Peer> makeButton(Button& model, Page& page);
 std::shared_ptr<Peer> makeCheckBox(CheckBox& model, Page& page);
@@ -35,10 +35,7 @@ std::shared_ptr<Peer> makeUpDown(UpDown& model, Page& page);
 std::shared_ptr<Peer> makeGrid(Grid& model, Page& page);
 std::shared_ptr<Peer> makeChart(Chart& model, Page& page);
 
-// Raises Invalid procedure call (5) for a form inside of a form.
+// Of every kind but cells. Raises Invalid procedure call (5) for a form inside of a form.
 std::shared_ptr<Peer> makePeer(Widget& model, Page& page);
-
-// Makes a cell part of a field of cells.
-void joinCells(Peer& cell, CellGroup& group);
 
 }  // namespace dravik

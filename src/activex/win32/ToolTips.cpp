@@ -111,7 +111,7 @@ void ToolTips::setFont(HFONT font) {
         if (shown) SendMessageW(shown, WM_SETFONT, reinterpret_cast<WPARAM>(font), FALSE);
 }
 
-void ToolTips::showBelow(HWND window, const std::wstring& text) {
+void ToolTips::showBelow(HWND window, RECT place, const std::wstring& text) {
     hide();
     if (text.empty() || !page_) return;
     TTTOOLINFOW tool{};
@@ -126,8 +126,7 @@ void ToolTips::showBelow(HWND window, const std::wstring& text) {
                         0, 0, 0, page_, nullptr, moduleInstance(), nullptr);
     SendMessageW(tracked_, WM_SETFONT, reinterpret_cast<WPARAM>(font_), FALSE);
     SendMessageW(tracked_, TTM_ADDTOOLW, 0, reinterpret_cast<LPARAM>(&tool));
-    RECT place{};
-    GetWindowRect(window, &place);
+    MapWindowPoints(window, nullptr, reinterpret_cast<POINT*>(&place), 2);
     SendMessageW(tracked_, TTM_TRACKPOSITION, 0, MAKELPARAM(place.left, place.bottom + 2));
     SendMessageW(tracked_, TTM_TRACKACTIVATE, TRUE, reinterpret_cast<LPARAM>(&tool));
 }

@@ -28,8 +28,8 @@ class ToolTips {
     // Every message that comes to a window with tips: they live by those of the mouse.
     void relay(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
     void setFont(HFONT font);
-    // Shows a window's tip below it now, for the keyboard; until hide() or another tip.
-    void showBelow(HWND window, const std::wstring& text);
+    // Shows a tip below a place in a window now, for the keyboard; until hide() or another tip.
+    void showBelow(HWND window, RECT place, const std::wstring& text);
     void hide();
 
   private:

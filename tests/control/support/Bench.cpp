@@ -7,11 +7,10 @@
 #include "activex/com/ComText.h"
 #include "activex/com/Variant.h"
 #include "contract/DrawnText.h"
+#include "support/Accessible.h"
 
 namespace dravik {
 namespace {
-
-constexpr int kMenuPlace = 6;
 
 void succeed(HRESULT result, const char* what) {
     if (FAILED(result)) throw std::runtime_error(std::string(what) + " failed");
@@ -73,8 +72,18 @@ HWND Bench::button(const wchar_t* caption) const {
     return child(page(), L"Button", caption);
 }
 
-HWND Bench::cell(wchar_t character) const {
-    return child(page(), L"DravikCell", std::wstring(1, character));
+Bench::Cell Bench::cell(wchar_t character) const {
+    for (const HWND window : children(page(), L"DravikCells")) {
+        const test::AccessibleWindow board(window);
+        for (LONG number = 1; number <= board.parts(); ++number) {
+            if (!board.name(number).starts_with(character)) continue;
+            const RECT place = board.place(number);
+            POINT middle{(place.left + place.right) / 2, (place.top + place.bottom) / 2};
+            ScreenToClient(window, &middle);
+            return {window, number, middle};
+        }
+    }
+    return {};
 }
 
 std::wstring Bench::status() const {
@@ -101,9 +110,10 @@ void Bench::press(const wchar_t* caption) {
     host->pump();
 }
 
-void Bench::rightClick(HWND window) {
-    PostMessageW(window, WM_RBUTTONDOWN, MK_RBUTTON, MAKELPARAM(kMenuPlace, kMenuPlace));
-    PostMessageW(window, WM_RBUTTONUP, 0, MAKELPARAM(kMenuPlace, kMenuPlace));
+void Bench::rightClick(const Cell& cell) {
+    const LPARAM place = MAKELPARAM(cell.middle.x, cell.middle.y);
+    PostMessageW(cell.window, WM_RBUTTONDOWN, MK_RBUTTON, place);
+    PostMessageW(cell.window, WM_RBUTTONUP, 0, place);
     host->pump();
 }
 

@@ -28,13 +28,18 @@ class Bench {
     // txtCharSet is the first edit box of the screen, txtSampleInput the second.
     HWND input() const;
     HWND button(const wchar_t* caption) const;
-    // The cell of a character in the overview.
-    HWND cell(wchar_t character) const;
+    // The cell of a character in the overview: its window, its number as a screen reader counts, its middle.
+    struct Cell {
+        HWND window = nullptr;
+        LONG number = 0;
+        POINT middle{};
+    };
+    Cell cell(wchar_t character) const;
     std::wstring status() const;
     void type(const wchar_t* text);
     // Presses a button and handles messages, whatever comes up meanwhile.
     void press(const wchar_t* caption);
-    void rightClick(HWND window);
+    void rightClick(const Cell& cell);
     bool waitForStatus(const std::wstring& text);
     // Include of the text that is shown, from typing to the message.
     void include(const wchar_t* text, int characters);

@@ -26,7 +26,10 @@ std::vector<HWND> children(HWND parent, const std::wstring& className) {
     for (HWND window = GetWindow(parent, GW_CHILD); window; window = GetWindow(window, GW_HWNDNEXT)) {
         wchar_t name[256] = {};
         GetClassNameW(window, name, 256);
-        if (CompareStringOrdinal(name, -1, className.c_str(), -1, TRUE) == CSTR_EQUAL)
+        // The control's own windows of the system's kinds have classes of the control's.
+        std::wstring kind = name;
+        if (kind.starts_with(L"Dravik") && !className.starts_with(L"Dravik")) kind.erase(0, 6);
+        if (CompareStringOrdinal(kind.c_str(), -1, className.c_str(), -1, TRUE) == CSTR_EQUAL)
             found.push_back(window);
         const auto inside = children(window, className);
         found.insert(found.end(), inside.begin(), inside.end());

@@ -1,32 +1,21 @@
 #include "win32/support/ShownPage.h"
 
-#include <oleacc.h>
-
 #include <array>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
 
+#include "activex/win32/CellBoard.h"
+#include "activex/win32/CellPeer.h"
 #include "activex/win32/Module.h"
 #include "activex/win32/Peer.h"
 #include "activex/win32/WinText.h"
+#include "support/Accessible.h"
 
 namespace dravik::test {
 
-std::wstring accessibleName(HWND window, LONG id) {
-    IAccessible* object = nullptr;
-    if (AccessibleObjectFromWindow(window, static_cast<DWORD>(OBJID_CLIENT), __uuidof(IAccessible),
-                                   reinterpret_cast<void**>(&object)) != S_OK)
-        return L"no object";
-    VARIANT self{};
-    self.vt = VT_I4;
-    self.lVal = id;
-    BSTR name = nullptr;
-    object->get_accName(self, &name);
-    const std::wstring result = name ? name : L"";
-    SysFreeString(name);
-    object->Release();
-    return result;
+std::wstring accessibleName(HWND window, LONG part) {
+    return AccessibleWindow(window).name(part);
 }
 
 void pressKey(UINT key, int shift) {
@@ -125,6 +114,43 @@ HostWindow::~HostWindow() {
 HWND ShownPage::view(const Widget& widget) const {
     const Peer* peer = platform.peerOf(widget);
     return peer ? peer->window() : nullptr;
+}
+
+RECT ShownPage::place(const Widget& widget) const {
+    RECT rect{};
+    if (const HWND window = view(widget)) GetWindowRect(window, &rect);
+    if (const int part = partOf(widget)) return AccessibleWindow(view(widget)).place(part);
+    return rect;
+}
+
+bool ShownPage::focused(const Widget& widget) const {
+    const HWND window = view(widget);
+    const int part = partOf(widget);
+    return window && GetFocus() == window && (part == 0 || AccessibleWindow(window).focused() == part);
+}
+
+int ShownPage::partOf(const Widget& widget) const {
+    const Peer* peer = platform.peerOf(widget);
+    const CellBoard* board = peer ? peer->board() : nullptr;
+    return board ? board->numberOf(static_cast<const CellPeer&>(*peer)) : 0;
+}
+
+void ShownPage::mouse(const Widget& widget, UINT message, int x, int y, WPARAM keys) const {
+    POINT at{place(widget).left + x, place(widget).top + y};
+    ScreenToClient(view(widget), &at);
+    test::mouse(view(widget), message, at.x, at.y, keys);
+}
+
+std::unique_ptr<Canvas> ShownPage::picture(const Widget& widget) const {
+    const auto whole = test::picture(view(widget));
+    RECT window{};
+    GetWindowRect(view(widget), &window);
+    const RECT own = place(widget);
+    auto part = std::make_unique<Canvas>(widthOf(own), heightOf(own));
+    BitBlt(part->dc(), 0, 0, widthOf(own), heightOf(own), whole->dc(), own.left - window.left,
+           own.top - window.top, SRCCOPY);
+    for (std::uint32_t& pixel : part->pixels()) pixel |= 0xFF000000;
+    return part;
 }
 
 }  // namespace dravik::test

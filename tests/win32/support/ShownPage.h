@@ -67,13 +67,23 @@ class ShownPage {
         page->setVisible(true);
         settle();
     }
-    // The window of a widget.
+    // The window of a widget, which a cell shares with others.
     HWND view(const Widget& widget) const;
+    // On the screen.
+    RECT place(const Widget& widget) const;
+    bool focused(const Widget& widget) const;
+    // At a place in the widget.
+    void mouse(const Widget& widget, UINT message, int x, int y, WPARAM keys = 0) const;
+    std::unique_ptr<Canvas> picture(const Widget& widget) const;
 
     Win32Platform platform;
     Form form{"form", "Form"};
     std::unique_ptr<HostWindow> host;
     std::unique_ptr<FormPage> page;
+
+  private:
+    // 0 for one with a window of its own.
+    int partOf(const Widget& widget) const;
 };
 
 }  // namespace dravik::test
