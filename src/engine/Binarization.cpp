@@ -161,7 +161,7 @@ Binarizer::Binarizer(const GreyImage& image, const Region& region, float scale)
 
 // How far each pixel is on the print's side of its background. What is wider than print, such as the
 // surroundings of a part, is no print however much it differs from the background nearby.
-Values Binarizer::depths(bool darkPrint, int side, float blur) const {
+void Binarizer::findDepths(bool darkPrint, int side, float blur, Values& ground) const {
     const int wide = radius(blur);
     // What is looked at, from the top row to the bottom one, turned so that print is darker. The blurred rows
     // are made twice, which takes less room than to keep them.
@@ -178,7 +178,7 @@ Values Binarizer::depths(bool darkPrint, int side, float blur) const {
             return static_cast<const std::uint8_t*>(turned.data());
         };
     };
-    Values ground(smooth_.size());
+    ground.resize(smooth_.size());
     // The extremes of noise would lift the background above its mean.
     smooth(rows(), width_, height_, ground.data());
     if (noise_ > 3) smooth(ground, width_, height_);
@@ -190,7 +190,6 @@ Values Binarizer::depths(bool darkPrint, int side, float blur) const {
         for (std::size_t x = 0; x < static_cast<std::size_t>(width_); ++x)
             depth[x] = static_cast<std::uint8_t>(std::max(depth[x], in[x]) - in[x]);
     }
-    return ground;
 }
 
 bool Binarizer::leansDark() const {
@@ -206,10 +205,11 @@ bool Binarizer::leansDark() const {
     return balance >= 0;
 }
 
-InkImage Binarizer::separate(bool darkPrint, int side, float blur) const {
+InkImage Binarizer::separate(bool darkPrint, int side, float blur, Values&& room) const {
     InkImage result;
     if (smooth_.empty()) return result;
-    Values depth = depths(darkPrint, side, blur);
+    Values depth = std::move(room);
+    findDepths(darkPrint, side, blur, depth);
     if (!inkFromDepths(depth, width_, height_, side)) return result;
     result.width = width_;
     result.height = height_;

@@ -51,8 +51,8 @@ class Binarizer {
 
     // The print that is darker or lighter than its background. `side` is wider than any stroke, in working
     // pixels, and about three quarters of a character's height. `blur` further smooths so that marks closer
-    // than about twice that many pixels run together.
-    InkImage separate(bool darkPrint, int side, float blur = 0) const;
+    // than about twice that many pixels run together. The pixels of an earlier look may give their room.
+    InkImage separate(bool darkPrint, int side, float blur = 0, std::vector<std::uint8_t>&& room = {}) const;
 
     // The grey level at a working pixel, after smoothing.
     int level(int x, int y) const noexcept {
@@ -75,7 +75,7 @@ class Binarizer {
     float noise() const noexcept { return noise_; }
 
   private:
-    std::vector<std::uint8_t> depths(bool darkPrint, int side, float blur) const;
+    void findDepths(bool darkPrint, int side, float blur, std::vector<std::uint8_t>& depths) const;
 
     int width_ = 0;
     int height_ = 0;

@@ -59,26 +59,28 @@ std::vector<Piece> components(const InkImage& image, int leastArea, std::size_t 
     const auto row = [&image](int y) {
         return &image.ink[static_cast<std::size_t>(y) * static_cast<std::size_t>(image.width)];
     };
+    RunLabels labels;
+    std::deque<std::uint32_t> labelsOfRuns;  // in steps, since nobody knows how many there will be
+    for (int y = 0; y < image.height; ++y)
+        for (const RunLabels::Labelled& run : labels.add(row(y), image.width))
+            labelsOfRuns.push_back(run.label);
     struct Extent {
         int area = 0;
         std::uint32_t runs = 0, place = 0;
     };
-    RunLabels labels;
-    std::vector<Extent> extents;             // by label
-    std::deque<std::uint32_t> labelsOfRuns;  // in steps, since nobody knows how many there will be
-    for (int y = 0; y < image.height; ++y)
-        for (const RunLabels::Labelled& run : labels.add(row(y), image.width)) {
-            labelsOfRuns.push_back(run.label);
-            extents.resize(labels.count());
-            extents[run.label].area += run.x1 - run.x0;
-            ++extents[run.label].runs;
-        }
+    std::vector<Extent> extents(labels.count());  // by label
+    const auto forRuns = [&](const auto& visit) {
+        auto label = labelsOfRuns.begin();
+        for (int y = 0; y < image.height; ++y)
+            forInkRuns(row(y), image.width, [&](int x0, int x1) {
+                visit(extents[labels.same(*label++)], Run{x0, x1, y});
+            });
+    };
+    forRuns([](Extent& one, const Run& run) {
+        one.area += run.x1 - run.x0;
+        ++one.runs;
+    });
     std::size_t found = 0;
-    for (std::uint32_t label = 0; label < extents.size(); ++label)
-        if (const std::uint32_t same = labels.same(label); same != label) {
-            extents[same].area += extents[label].area;
-            extents[same].runs += extents[label].runs;
-        }
     const auto isLarge = [&](std::uint32_t label) {
         return labels.same(label) == label && extents[label].area >= leastArea;
     };
@@ -93,12 +95,9 @@ std::vector<Piece> components(const InkImage& image, int leastArea, std::size_t 
             piece.area = extents[label].area;
             piece.runs.reserve(extents[label].runs);
         }
-    auto label = labelsOfRuns.begin();
-    for (int y = 0; y < image.height; ++y)
-        forInkRuns(row(y), image.width, [&](int x0, int x1) {
-            const Extent& one = extents[labels.same(*label++)];
-            if (one.area >= leastArea) pieces[one.place].runs.push_back({x0, x1, y});
-        });
+    forRuns([&](const Extent& one, const Run& run) {
+        if (one.area >= leastArea) pieces[one.place].runs.push_back(run);
+    });
     for (Piece& piece : pieces) piece.measure({});
     return pieces;
 }

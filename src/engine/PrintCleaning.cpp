@@ -44,8 +44,13 @@ float strokeWidth(const Piece& piece, const InkImage& ink) {
     return 2 * static_cast<float>(piece.area) / static_cast<float>(std::max(1, outline));
 }
 
-std::vector<std::vector<PrintTraits>> printTraits(const std::vector<LinePieces>& lines, const InkImage& ink,
-                                                  const Binarizer& seen, const Look& look) {
+namespace {
+
+// Calls `visit(line, piece, traits)` for each piece of each line. Texture has thousands of them, of which the
+// traits together would take much more room than the pieces.
+template <typename Visit>
+void forPrintTraits(const std::vector<LinePieces>& lines, const InkImage& ink, const Binarizer& seen,
+                    const Look& look, Visit visit) {
     struct Measured {
         float contrast, stroke;
     };
@@ -65,7 +70,6 @@ std::vector<std::vector<PrintTraits>> printTraits(const std::vector<LinePieces>&
         }
     }
     const float overall = std::max(1.0f, median(contrasts)), usualStroke = std::max(0.02f, median(strokes));
-    std::vector<std::vector<PrintTraits>> result;
     for (std::size_t l = 0; l < lines.size(); ++l) {
         const LinePieces& line = lines[l];
         const float cap = line.metrics.capHeight;
@@ -85,7 +89,6 @@ std::vector<std::vector<PrintTraits>> printTraits(const std::vector<LinePieces>&
             after[i] = edge - line.pieces[i].box.right;
             if (isHigh(line.pieces[i], line)) edge = std::min(edge, line.pieces[i].box.left);
         }
-        std::vector<PrintTraits>& traits = result.emplace_back();
         for (std::size_t i = 0; i < line.pieces.size(); ++i) {
             const Piece& piece = line.pieces[i];
             const Box& box = piece.box;
@@ -97,44 +100,55 @@ std::vector<std::vector<PrintTraits>> printTraits(const std::vector<LinePieces>&
                 return std::min(3.0, static_cast<double>(part / whole));
             };
             const float usualArea = usualStroke * usualStroke * cap * cap;
-            traits.push_back(
-                {caps(box.height()),
-                 caps(box.width()),
-                 std::clamp(std::log2(static_cast<double>(static_cast<float>(piece.area) / usualArea)), -4.0,
-                            6.0),
-                 share(one.contrast, usual),
-                 share(one.contrast, overall),
-                 share(usual, overall),
-                 share(one.stroke, usualStroke * cap),
-                 caps(line.metrics.baseline - box.bottom),
-                 caps(line.metrics.baseline - box.top),
-                 caps(std::min(before[i], after[i])),
-                 caps(std::max(before[i], after[i])),
-                 static_cast<double>(static_cast<float>(piece.area) / (box.width() * box.height())),
-                 std::min(1.0, static_cast<double>(seen.noise() / overall)),
-                 static_cast<double>(usualStroke),
-                 static_cast<double>(line.pieces.size()) / (static_cast<double>(line.pieces.size()) + 5),
-                 own.empty() ? 0.0 : 1.0,
-                 look.joins == Look::Dots ? 1.0 : 0.0,
-                 10 * static_cast<double>(look.blur) / look.side,
-                 std::min(1.0, 20 / static_cast<double>(overall)),
-                 std::clamp(std::log2(static_cast<double>(cap) / 32), -3.0, 3.0)});
+            visit(l, i,
+                  {caps(box.height()),
+                   caps(box.width()),
+                   std::clamp(std::log2(static_cast<double>(static_cast<float>(piece.area) / usualArea)),
+                              -4.0, 6.0),
+                   share(one.contrast, usual),
+                   share(one.contrast, overall),
+                   share(usual, overall),
+                   share(one.stroke, usualStroke * cap),
+                   caps(line.metrics.baseline - box.bottom),
+                   caps(line.metrics.baseline - box.top),
+                   caps(std::min(before[i], after[i])),
+                   caps(std::max(before[i], after[i])),
+                   static_cast<double>(static_cast<float>(piece.area) / (box.width() * box.height())),
+                   std::min(1.0, static_cast<double>(seen.noise() / overall)),
+                   static_cast<double>(usualStroke),
+                   static_cast<double>(line.pieces.size()) / (static_cast<double>(line.pieces.size()) + 5),
+                   own.empty() ? 0.0 : 1.0,
+                   look.joins == Look::Dots ? 1.0 : 0.0,
+                   10 * static_cast<double>(look.blur) / look.side,
+                   std::min(1.0, 20 / static_cast<double>(overall)),
+                   std::clamp(std::log2(static_cast<double>(cap) / 32), -3.0, 3.0)});
         }
     }
+}
+
+}  // namespace
+
+std::vector<std::vector<PrintTraits>> printTraits(const std::vector<LinePieces>& lines, const InkImage& ink,
+                                                  const Binarizer& seen, const Look& look) {
+    std::vector<std::vector<PrintTraits>> result(lines.size());
+    forPrintTraits(lines, ink, seen, look, [&](std::size_t line, std::size_t, const PrintTraits& traits) {
+        result[line].push_back(traits);
+    });
     return result;
 }
 
 void dropForeign(std::vector<LinePieces>& lines, const InkImage& ink, const Binarizer& seen,
                  const Look& look) {
-    const auto traits = printTraits(lines, ink, seen, look);
+    std::vector<std::vector<bool>> isPrint(lines.size());
+    forPrintTraits(lines, ink, seen, look, [&](std::size_t l, std::size_t i, const PrintTraits& traits) {
+        isPrint[l].push_back(kPrintLikeness(traits) > 0 ||
+                             isUnderscore(lines[l].pieces[i], lines[l].metrics, traits[kContrast]));
+    });
     for (std::size_t l = 0; l < lines.size(); ++l) {
-        LinePieces& line = lines[l];
         std::vector<Piece> kept;
-        for (std::size_t i = 0; i < line.pieces.size(); ++i)
-            if (kPrintLikeness(traits[l][i]) > 0 ||
-                isUnderscore(line.pieces[i], line.metrics, traits[l][i][kContrast]))
-                kept.push_back(std::move(line.pieces[i]));
-        line.pieces = std::move(kept);
+        for (std::size_t i = 0; i < lines[l].pieces.size(); ++i)
+            if (isPrint[l][i]) kept.push_back(std::move(lines[l].pieces[i]));
+        lines[l].pieces = std::move(kept);
     }
     std::erase_if(lines, [](const LinePieces& line) {
         return std::none_of(line.pieces.begin(), line.pieces.end(), [&line](const Piece& piece) {

@@ -164,10 +164,9 @@ bool Looking::consider(const Look& look) {
     const Look& last = seen_.look;
     const bool again = isSeen_ && last.dark == look.dark && last.side == look.side &&
                        Binarizer::radius(last.blur) == Binarizer::radius(look.blur);
-    InkImage ink;
-    if (again) ink = std::move(seen_.ink);
+    InkImage ink = std::move(seen_.ink);
     seen_ = {};
-    if (!again) ink = view_->separate(look.dark, look.side, look.blur);
+    if (!again) ink = view_->separate(look.dark, look.side, look.blur, std::move(ink.ink));
     seen_ = segmentWith(*view_, look, std::move(ink));
     isSeen_ = true;
     isText_ = looksLikeText(seen_);

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstdint>
 #include <utility>
 
 namespace dravik {
@@ -52,6 +53,32 @@ std::vector<OpenLine> collected(const std::vector<Piece>& pieces, float height) 
     }
     return lines;
 }
+
+// How often runs of each length occur.
+class StrokeWidths {
+  public:
+    void add(const Piece& piece) {
+        if (all_ >= kEnough) return;
+        for (const Run& run : piece.runs) {
+            const std::size_t length = static_cast<std::size_t>(run.x1 - run.x0);
+            if (length >= counts_.size()) counts_.resize(length + 1);
+            ++counts_[length];
+        }
+        all_ += piece.runs.size();
+    }
+    // 0 of none.
+    float median() const {
+        std::size_t length = 0;
+        for (std::size_t below = 0; length < counts_.size(); ++length)
+            if ((below += counts_[length]) > all_ / 2) break;
+        return all_ ? static_cast<float>(length) : 0;
+    }
+
+  private:
+    static constexpr std::size_t kEnough = 100'000;
+    std::vector<std::uint32_t> counts_;
+    std::size_t all_ = 0;
+};
 
 float middleOf(std::vector<float> values) {
     const auto middle = values.begin() + static_cast<std::ptrdiff_t>(values.size() / 2);
@@ -126,23 +153,38 @@ float usualHeight(std::span<const Piece> pieces) {
 }
 
 float printSlope(std::span<const Piece> pieces, float height) {
-    std::vector<Run> runs;
-    int count = 0;
+    std::vector<const Piece*> characters;
+    std::size_t runs = 0;
     float left = 1e9f, right = -1e9f, top = 1e9f, bottom = -1e9f;
     for (const Piece& piece : pieces) {
         // Marks stand at any height and say nothing of the line.
         if (piece.box.height() < 0.5f * height || piece.box.height() > 2.2f * height ||
             piece.box.width() > 8 * height)
             continue;
-        ++count;
-        runs.insert(runs.end(), piece.runs.begin(), piece.runs.end());
+        characters.push_back(&piece);
+        runs += piece.runs.size();
         left = std::min(left, piece.box.left);
         right = std::max(right, piece.box.right);
         top = std::min(top, piece.box.top);
         bottom = std::max(bottom, piece.box.bottom);
     }
-    if (count < 3 || right - left < 3 * height) return 0;
-    const std::size_t stride = std::max<std::size_t>(1, runs.size() / kMostSlopePoints);
+    if (characters.size() < 3 || right - left < 3 * height) return 0;
+    const std::size_t stride = std::max<std::size_t>(1, runs / kMostSlopePoints);
+    // Middles and lengths of every so many of all runs.
+    struct Stretch {
+        float x, y, length;
+    };
+    std::vector<Stretch> stretches;
+    stretches.reserve(runs / stride + 1);
+    std::size_t next = 0;
+    for (const Piece* piece : characters) {
+        for (; next < piece->runs.size(); next += stride) {
+            const Run& run = piece->runs[next];
+            stretches.push_back({0.5f * static_cast<float>(run.x0 + run.x1), static_cast<float>(run.y),
+                                 static_cast<float>(run.x1 - run.x0)});
+        }
+        next -= piece->runs.size();
+    }
     const float bin = std::max(1.0f, height / 16);
     const float origin = top - kSteepest * std::max(std::abs(left), std::abs(right)) - bin;
     const float reach = bottom - top + 2 * kSteepest * std::max(std::abs(left), std::abs(right)) + 4 * bin;
@@ -150,16 +192,13 @@ float printSlope(std::span<const Piece> pieces, float height) {
 
     const auto sharpness = [&](float slope) {
         std::fill(profile.begin(), profile.end(), 0.0f);
-        for (std::size_t i = 0; i < runs.size(); i += stride) {
-            const Run& run = runs[i];
-            const float x = 0.5f * static_cast<float>(run.x0 + run.x1);
-            const float place = (static_cast<float>(run.y) - slope * x - origin) / bin;
+        for (const Stretch& one : stretches) {
+            const float place = (one.y - slope * one.x - origin) / bin;
             const std::size_t cell = static_cast<std::size_t>(std::max(0.0f, place));
             const float part = place - static_cast<float>(cell);
-            const float weight = static_cast<float>(run.x1 - run.x0);
             if (cell + 1 >= profile.size()) continue;
-            profile[cell] += weight * (1 - part);
-            profile[cell + 1] += weight * part;
+            profile[cell] += one.length * (1 - part);
+            profile[cell + 1] += one.length * part;
         }
         double sum = 0;
         for (std::size_t i = 1; i < profile.size(); ++i) {
@@ -292,24 +331,21 @@ std::vector<LinePieces> textLines(std::vector<Piece> pieces, float height) {
     mergeSameLines(open, pieces);
     std::vector<LinePieces> lines;
     std::vector<bool> placed(pieces.size());
-    std::vector<float> strokes;
+    StrokeWidths strokes;
     for (const OpenLine& line : open) {
         std::vector<Box> boxes;
         LinePieces& result = lines.emplace_back();
         for (const std::size_t member : line.members) {
             boxes.push_back(pieces[member].box);
             placed[member] = true;
-            if (strokes.size() < 100'000)
-                for (const Run& run : pieces[member].runs)
-                    strokes.push_back(static_cast<float>(run.x1 - run.x0));
+            strokes.add(pieces[member]);
             result.pieces.push_back(std::move(pieces[member]));
         }
         result.metrics = measureLine(boxes, height);
     }
-    const auto half = strokes.begin() + static_cast<std::ptrdiff_t>(strokes.size() / 2);
-    if (strokes.empty()) return {};
-    std::nth_element(strokes.begin(), half, strokes.end());
-    const float leastArea = std::max(3.0f, 0.15f * *half * *half);
+    const float stroke = strokes.median();
+    if (stroke <= 0) return {};
+    const float leastArea = std::max(3.0f, 0.15f * stroke * stroke);
 
     std::sort(lines.begin(), lines.end(), [](const LinePieces& a, const LinePieces& b) {
         return a.metrics.baseline < b.metrics.baseline;
