@@ -109,19 +109,20 @@ std::size_t Partition::parts() {
 }
 
 std::vector<Piece> joined(std::vector<Piece> pieces, Partition& partition) {
+    // In place: a piece's representative stands before it, and moves no farther back than it stood.
     std::vector<std::uint32_t> places(pieces.size());
-    std::vector<Piece> result;
-    result.reserve(partition.parts());
+    std::uint32_t count = 0;
     for (std::size_t i = 0; i < pieces.size(); ++i) {
         const std::size_t root = partition.find(i);
-        if (root == i) {
-            places[i] = static_cast<std::uint32_t>(result.size());
-            result.push_back(std::move(pieces[i]));
-        } else {
-            result[places[root]].join(std::move(pieces[i]));
+        if (root != i) {
+            pieces[places[root]].join(std::move(pieces[i]));
+            continue;
         }
+        if (count != i) pieces[count] = std::move(pieces[i]);
+        places[i] = count++;
     }
-    return result;
+    pieces.resize(count);
+    return pieces;
 }
 
 float inkDistance(const Piece& a, const Piece& b, float reach) {

@@ -14,6 +14,8 @@ namespace {
 constexpr int kFaintest = 4;
 // Finer tiles than this hold too little to tell the contrast from.
 constexpr int kLeastTile = 16;
+// The pixels of a larger one could be more than 16 bits count.
+constexpr int kMostTile = 255;
 
 using Values = std::vector<std::uint8_t>;
 
@@ -21,9 +23,7 @@ std::size_t area(int width, int height) {
     return static_cast<std::size_t>(width) * static_cast<std::size_t>(height);
 }
 
-void operator+=(Histogram& sum, const Histogram& other) {
-    for (std::size_t bin = 0; bin < kBins; ++bin) sum[bin] += other[bin];
-}
+using TileCounts = std::array<std::uint16_t, kBins>;
 
 // A value per tile, spread over the pixels by interpolation between tile centres.
 class TileGrid {
@@ -58,13 +58,17 @@ class TileGrid {
         return static_cast<std::uint32_t>(extent(column, width_) * extent(row, height_));
     }
 
-    // Of one row of tiles, for tiles that have values of `least` or more; none for others.
+    // Of one row of tiles, for tiles that have values of `least` or more; none for others and beyond the last
+    // row.
     struct TileRow {
-        std::vector<Histogram> counts;
+        std::vector<TileCounts> counts;
         std::vector<std::ptrdiff_t> places;  // of the tile's counts, -1 for none
     };
-    TileRow histograms(const Values& values, int row, int least) const {
-        TileRow result;
+    void count(const Values& values, int row, int least, TileRow& result) const {
+        result.counts.clear();
+        result.places.clear();
+        if (row >= rows_) return;
+        result.counts.reserve(static_cast<std::size_t>(columns_));
         const int top = row * tile_, bottom = std::min(height_, top + tile_);
         std::vector<std::uint8_t> most(static_cast<std::size_t>(width_));
         for (int y = top; y < bottom; ++y) {
@@ -82,9 +86,10 @@ class TileGrid {
             for (int y = top; y < bottom; ++y)
                 counter.add(&values[area(width_, y) + static_cast<std::size_t>(left)],
                             static_cast<std::size_t>(right - left));
-            result.counts.push_back(counter.counts());
+            const Histogram counts = counter.counts();
+            std::transform(counts.begin(), counts.end(), result.counts.emplace_back().begin(),
+                           [](std::uint32_t count) { return static_cast<std::uint16_t>(count); });
         }
-        return result;
     }
 
     // One row of the surface.
@@ -142,12 +147,11 @@ std::vector<float> tileThresholds(const Values& depths, const TileGrid& grid, co
     // Where nothing visible is near, the threshold is that of the whole image: noise there stays noise.
     const float overall = static_cast<float>(contrast.strongest), usual = static_cast<float>(contrast.usual);
     std::vector<float> result(area(grid.columns(), grid.rows()));
-    // Three rows of tiles at a time: the counts of all would take four times the room of the pixels.
+    // Three rows of tiles at a time: the counts of all would take twice the room of the pixels.
     std::array<TileGrid::TileRow, 3> near;
-    near[1] = grid.histograms(depths, 0, contrast.visible);
+    grid.count(depths, 0, contrast.visible, near[1]);
     for (int row = 0; row < grid.rows(); ++row) {
-        near[2] = {};
-        if (row + 1 < grid.rows()) near[2] = grid.histograms(depths, row + 1, contrast.visible);
+        grid.count(depths, row + 1, contrast.visible, near[2]);
         const auto addColumn = [&](Histogram& sum, int column) {
             bool any = false;
             if (column < 0 || column >= grid.columns()) return any;
@@ -155,7 +159,8 @@ std::vector<float> tileThresholds(const Values& depths, const TileGrid& grid, co
                 if (tiles.places.empty()) continue;
                 const std::ptrdiff_t at = tiles.places[static_cast<std::size_t>(column)];
                 if (at < 0) continue;
-                sum += tiles.counts[static_cast<std::size_t>(at)];
+                const TileCounts& counts = tiles.counts[static_cast<std::size_t>(at)];
+                for (std::size_t bin = 0; bin < kBins; ++bin) sum[bin] += counts[bin];
                 any = true;
             }
             return any;
@@ -183,7 +188,7 @@ std::vector<float> tileThresholds(const Values& depths, const TileGrid& grid, co
 bool inkFromDepths(Values& depths, int width, int height, int side) {
     const Contrast contrast = contrastOf(depths);
     if (contrast.strongest < 0) return false;
-    const TileGrid grid(std::max(side, kLeastTile), width, height);
+    const TileGrid grid(std::clamp(side, kLeastTile, kMostTile), width, height);
     const std::vector<float> thresholds = tileThresholds(depths, grid, contrast);
     std::vector<float> threshold(static_cast<std::size_t>(width));
     for (int y = 0; y < height; ++y) {

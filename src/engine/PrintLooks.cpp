@@ -86,6 +86,9 @@ Segmentation segmentWith(const Binarizer& binarizer, const Look& look, InkImage&
     std::vector<LinePieces> lines = textLines(std::move(pieces), height);
     for (LinePieces& line : lines) line.pieces = lineCharacters(std::move(line), result.frame, result.doubts);
     dropForeign(lines, result.ink, binarizer, look);
+    std::size_t count = 0;
+    for (const LinePieces& line : lines) count += line.pieces.size();
+    result.glyphs.reserve(count);
     for (LinePieces& line : lines) {
         const LineMetrics& first = line.metrics;
         std::vector<Box> boxes;

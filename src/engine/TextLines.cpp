@@ -170,21 +170,6 @@ float printSlope(std::span<const Piece> pieces, float height) {
     }
     if (characters.size() < 3 || right - left < 3 * height) return 0;
     const std::size_t stride = std::max<std::size_t>(1, runs / kMostSlopePoints);
-    // Middles and lengths of every so many of all runs.
-    struct Stretch {
-        float x, y, length;
-    };
-    std::vector<Stretch> stretches;
-    stretches.reserve(runs / stride + 1);
-    std::size_t next = 0;
-    for (const Piece* piece : characters) {
-        for (; next < piece->runs.size(); next += stride) {
-            const Run& run = piece->runs[next];
-            stretches.push_back({0.5f * static_cast<float>(run.x0 + run.x1), static_cast<float>(run.y),
-                                 static_cast<float>(run.x1 - run.x0)});
-        }
-        next -= piece->runs.size();
-    }
     const float bin = std::max(1.0f, height / 16);
     const float origin = top - kSteepest * std::max(std::abs(left), std::abs(right)) - bin;
     const float reach = bottom - top + 2 * kSteepest * std::max(std::abs(left), std::abs(right)) + 4 * bin;
@@ -192,13 +177,20 @@ float printSlope(std::span<const Piece> pieces, float height) {
 
     const auto sharpness = [&](float slope) {
         std::fill(profile.begin(), profile.end(), 0.0f);
-        for (const Stretch& one : stretches) {
-            const float place = (one.y - slope * one.x - origin) / bin;
-            const std::size_t cell = static_cast<std::size_t>(std::max(0.0f, place));
-            const float part = place - static_cast<float>(cell);
-            if (cell + 1 >= profile.size()) continue;
-            profile[cell] += one.length * (1 - part);
-            profile[cell + 1] += one.length * part;
+        std::size_t next = 0;
+        for (const Piece* piece : characters) {
+            for (; next < piece->runs.size(); next += stride) {
+                const Run& run = piece->runs[next];
+                const float x = 0.5f * static_cast<float>(run.x0 + run.x1);
+                const float place = (static_cast<float>(run.y) - slope * x - origin) / bin;
+                const std::size_t cell = static_cast<std::size_t>(std::max(0.0f, place));
+                const float part = place - static_cast<float>(cell);
+                const float weight = static_cast<float>(run.x1 - run.x0);
+                if (cell + 1 >= profile.size()) continue;
+                profile[cell] += weight * (1 - part);
+                profile[cell + 1] += weight * part;
+            }
+            next -= piece->runs.size();
         }
         double sum = 0;
         for (std::size_t i = 1; i < profile.size(); ++i) {
@@ -335,6 +327,7 @@ std::vector<LinePieces> textLines(std::vector<Piece> pieces, float height) {
     for (const OpenLine& line : open) {
         std::vector<Box> boxes;
         LinePieces& result = lines.emplace_back();
+        result.pieces.reserve(line.members.size());
         for (const std::size_t member : line.members) {
             boxes.push_back(pieces[member].box);
             placed[member] = true;
