@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <cmath>
 #include <cstddef>
-#include <optional>
+#include <span>
 #include <utility>
 
 #include "engine/GreyHistogram.h"
@@ -16,6 +16,9 @@ namespace {
 
 // An image narrower than this holds no character.
 constexpr int kLeastSide = 5;
+
+// A picture of the whole image as it is, with more pixels than this, is not held beside the image.
+constexpr std::size_t kMostHeldTwice = 900'000;
 
 using Values = std::vector<std::uint8_t>;
 
@@ -90,7 +93,7 @@ Values doubled(const GreyImage& image, const Region& region) {
 
 // Spread of the noise from pixel to pixel, in grey levels: a curvature that straight edges do not raise, by
 // its median.
-float noiseOf(const Values& pixels, int width, int height) {
+float noiseOf(std::span<const std::uint8_t> pixels, int width, int height) {
     if (width < 3 || height < 3) return 0;
     const std::size_t step = std::max<std::size_t>(1, pixels.size() / 20'000);
     // How often each curvature occurs, of which the greatest is 16 times white.
@@ -152,11 +155,17 @@ Binarizer::Binarizer(const GreyImage& image, const Region& region, float scale)
     width_ = static_cast<int>(static_cast<float>(region.width()) / scale);
     height_ = static_cast<int>(static_cast<float>(region.height()) / scale);
     if (std::min(width_, height_) < kLeastSide) return;
-    smooth_ =
+    const auto passes = [this] { return noise_ < 2 ? 1 : noise_ < 6 ? 2 : 3; };
+    if (scale == 1 && region == Region{0, 0, image.width(), image.height()} &&
+        area(width_, height_) > kMostHeldTwice) {
+        noise_ = noiseOf({image.row(0).data(), area(width_, height_)}, width_, height_);
+        smooth_ = SmoothPicture(image, passes());
+        return;
+    }
+    Values pixels =
         scale < 1 ? doubled(image, region) : reduced(image, region, static_cast<int>(scale), width_, height_);
-    noise_ = noiseOf(smooth_, width_, height_);
-    const int passes = noise_ < 2 ? 1 : noise_ < 6 ? 2 : 3;
-    for (int pass = 0; pass < passes; ++pass) smooth(smooth_, width_, height_);
+    noise_ = noiseOf(pixels, width_, height_);
+    smooth_ = SmoothPicture(std::move(pixels), width_, height_, passes());
 }
 
 // How far each pixel is on the print's side of its background. What is wider than print, such as the
@@ -167,11 +176,13 @@ void Binarizer::findDepths(bool darkPrint, int side, float blur, Values& ground)
     // are made twice, which takes less room than to keep them.
     Values turned(darkPrint ? 0 : static_cast<std::size_t>(width_));
     const auto rows = [&] {
-        return [&,
-                blurred = wide > 0 ? std::optional<BlurredRows>(std::in_place, smooth_, width_, height_, wide)
-                                   : std::nullopt,
-                unread = smooth_.data()]() mutable {
-            const std::uint8_t* row = blurred ? blurred->next() : std::exchange(unread, unread + width_);
+        RowSource rows = smooth_.rows();
+        if (wide > 0)
+            rows = [blurred = BlurredRows(std::move(rows), width_, height_, wide)]() mutable {
+                return blurred.next();
+            };
+        return [&, rows]() {
+            const std::uint8_t* row = rows();
             if (darkPrint) return row;
             for (std::size_t x = 0; x < turned.size(); ++x)
                 turned[x] = static_cast<std::uint8_t>(255 - row[x]);
@@ -181,9 +192,9 @@ void Binarizer::findDepths(bool darkPrint, int side, float blur, Values& ground)
     ground.resize(smooth_.size());
     // The extremes of noise would lift the background above its mean.
     smooth(rows(), width_, height_, ground.data());
-    if (noise_ > 3) smooth(ground, width_, height_);
+    if (noise_ > 3) smooth(rowsOf(ground.data(), width_), width_, height_, ground.data());
     closeNarrow(ground, width_, height_, side | 1);
-    auto print = rows();
+    const RowSource print = rows();
     for (int y = 0; y < height_; ++y) {
         const std::uint8_t* in = print();
         std::uint8_t* depth = &ground[area(width_, y)];
@@ -194,7 +205,16 @@ void Binarizer::findDepths(bool darkPrint, int side, float blur, Values& ground)
 
 bool Binarizer::leansDark() const {
     HistogramCounter counter;
-    counter.add(smooth_.data(), smooth_.size(), std::max<std::size_t>(1, smooth_.size() / 50'000));
+    const std::size_t step = std::max<std::size_t>(1, smooth_.size() / 50'000);
+    const std::size_t width = static_cast<std::size_t>(width_);
+    const RowSource rows = smooth_.rows();
+    std::size_t next = 0;  // from the start of the row
+    for (int y = 0; y < height_; ++y, next -= width) {
+        const std::uint8_t* row = rows();
+        if (next >= width) continue;
+        counter.add(row + next, width - next, step);
+        next += (width - next + step - 1) / step * step;
+    }
     const Histogram counts = counter.counts();
     const int usual = percentile(counts, 0, 0.5, 1);
     double balance = 0;

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "engine/GreyImage.h"
+#include "engine/SmoothPicture.h"
 
 namespace dravik {
 
@@ -46,7 +47,7 @@ struct InkImage {
 class Binarizer {
   public:
     // `scale` is the image pixels to a working pixel: 1 or a larger whole number to average so many, 0.5 to
-    // make two of one.
+    // make two of one. The image must outlive it.
     Binarizer(const GreyImage& image, const Region& region, float scale);
 
     // The print that is darker or lighter than its background. `side` is wider than any stroke, in working
@@ -55,10 +56,7 @@ class Binarizer {
     InkImage separate(bool darkPrint, int side, float blur = 0, std::vector<std::uint8_t>&& room = {}) const;
 
     // The grey level at a working pixel, after smoothing.
-    int level(int x, int y) const noexcept {
-        return smooth_[static_cast<std::size_t>(y) * static_cast<std::size_t>(width_) +
-                       static_cast<std::size_t>(x)];
-    }
+    int level(int x, int y) const { return smooth_.at(x, y); }
 
     // Whether the image is rather of dark print: what differs most from the usual grey is darker.
     bool leansDark() const;
@@ -82,7 +80,7 @@ class Binarizer {
     float scale_ = 1;
     Region region_;
     float noise_ = 0;
-    std::vector<std::uint8_t> smooth_;
+    SmoothPicture smooth_;
 };
 
 }  // namespace dravik

@@ -19,30 +19,54 @@ void smoothAlong(const std::uint8_t* in, std::size_t width, std::uint8_t* out) {
     out[last] = mean(in[last > 0 ? last - 1 : 0], in[last], in[last]);
 }
 
+// One pass, row by row.
+class Pass {
+  public:
+    Pass(RowSource rows, int width, int height)
+        : rows_(std::move(rows)),
+          unread_(height - 1),
+          above_(static_cast<std::size_t>(width)),
+          here_(above_.size()),
+          below_(above_.size()) {
+        smoothAlong(rows_(), here_.size(), here_.data());
+        above_ = here_;
+    }
+
+    void next(std::uint8_t* out) {
+        if (unread_-- > 0)
+            smoothAlong(rows_(), below_.size(), below_.data());
+        else
+            below_ = here_;
+        const std::uint8_t *a = above_.data(), *b = here_.data(), *c = below_.data();
+        for (std::size_t x = 0; x < here_.size(); ++x) out[x] = mean(a[x], b[x], c[x]);
+        above_.swap(here_);
+        here_.swap(below_);
+    }
+
+  private:
+    RowSource rows_;
+    int unread_;
+    std::vector<std::uint8_t> above_, here_, below_;
+};
+
 }  // namespace
 
-void smooth(const std::function<const std::uint8_t*()>& nextRow, int width, int height,
-            std::uint8_t* pixels) {
-    if (width < 1 || height < 1) return;
-    const std::size_t w = static_cast<std::size_t>(width);
-    std::vector<std::uint8_t> above(w), here(w), below(w);
-    smoothAlong(nextRow(), w, here.data());
-    above = here;
-    for (int y = 0; y < height; ++y, pixels += w) {
-        if (y + 1 < height)
-            smoothAlong(nextRow(), w, below.data());
-        else
-            below = here;
-        const std::uint8_t *a = above.data(), *b = here.data(), *c = below.data();
-        for (std::size_t x = 0; x < w; ++x) pixels[x] = mean(a[x], b[x], c[x]);
-        above.swap(here);
-        here.swap(below);
-    }
+RowSource rowsOf(const std::uint8_t* pixels, int width) {
+    return [row = pixels, width]() mutable { return std::exchange(row, row + width); };
 }
 
-void smooth(std::vector<std::uint8_t>& pixels, int width, int height) {
-    const std::uint8_t* row = pixels.data();
-    smooth([&row, width] { return std::exchange(row, row + width); }, width, height, pixels.data());
+void smooth(RowSource rows, int width, int height, std::uint8_t* pixels) {
+    if (width < 1 || height < 1) return;
+    Pass pass(std::move(rows), width, height);
+    for (int y = 0; y < height; ++y, pixels += width) pass.next(pixels);
+}
+
+RowSource smoothed(RowSource rows, int width, int height) {
+    return [pass = Pass(std::move(rows), width, height),
+            out = std::vector<std::uint8_t>(static_cast<std::size_t>(width))]() mutable {
+        pass.next(out.data());
+        return static_cast<const std::uint8_t*>(out.data());
+    };
 }
 
 BlurredRows::Round::Round(std::size_t width, int height, int radius)
@@ -78,8 +102,8 @@ void BlurredRows::Round::take(const std::uint8_t* row) {
     ++taken_;
 }
 
-const std::uint8_t* BlurredRows::Round::next(const std::function<const std::uint8_t*()>& nextRow) {
-    while (taken_ < height_ && taken_ <= given_ + radius_) take(nextRow());
+const std::uint8_t* BlurredRows::Round::next(const RowSource& rows) {
+    while (taken_ < height_ && taken_ <= given_ + radius_) take(rows());
     if (given_ == 0) {
         for (int y = -radius_; y <= radius_; ++y) {
             const std::uint8_t* row = held(y);
@@ -96,15 +120,13 @@ const std::uint8_t* BlurredRows::Round::next(const std::function<const std::uint
     return mean_.data();
 }
 
-BlurredRows::BlurredRows(const std::vector<std::uint8_t>& pixels, int width, int height, int radius)
-    : unread_(pixels.data()),
-      width_(static_cast<std::size_t>(width)),
-      first_(width_, height, radius),
-      second_(width_, height, radius) {}
+BlurredRows::BlurredRows(RowSource rows, int width, int height, int radius)
+    : rows_(std::move(rows)),
+      first_(static_cast<std::size_t>(width), height, radius),
+      second_(static_cast<std::size_t>(width), height, radius) {}
 
 const std::uint8_t* BlurredRows::next() {
-    return second_.next(
-        [this] { return first_.next([this] { return std::exchange(unread_, unread_ + width_); }); });
+    return second_.next([this] { return first_.next(rows_); });
 }
 
 }  // namespace dravik

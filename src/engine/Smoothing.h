@@ -8,17 +8,22 @@
 
 namespace dravik {
 
-// One pass of the 1-2-1 filter both ways; edges repeat. `nextRow` gives the rows from top to bottom, each
-// good until the next is asked for. Row y is written to `pixels` after row y + 1 was read, so that the rows
-// may be those of `pixels`.
-void smooth(const std::function<const std::uint8_t*()>& nextRow, int width, int height, std::uint8_t* pixels);
-void smooth(std::vector<std::uint8_t>& pixels, int width, int height);
+// Gives the rows of a picture from top to bottom, each good until the next is asked for.
+using RowSource = std::function<const std::uint8_t*()>;
+
+// Rows of `width` values without gaps.
+RowSource rowsOf(const std::uint8_t* pixels, int width);
+
+// One pass of the 1-2-1 filter both ways; edges repeat. Row y is written to `pixels` after row y + 1 was
+// read, so that the rows may be those of `pixels`.
+void smooth(RowSource rows, int width, int height, std::uint8_t* pixels);
+RowSource smoothed(RowSource rows, int width, int height);
 
 // The rows of a picture, from top to bottom, as means over a window of 2 x radius + 1 both ways, done twice:
-// nearly a normal curve of that radius. Edges repeat. The picture must outlive it.
+// nearly a normal curve of that radius. Edges repeat.
 class BlurredRows {
   public:
-    BlurredRows(const std::vector<std::uint8_t>& pixels, int width, int height, int radius);
+    BlurredRows(RowSource rows, int width, int height, int radius);
 
     // Good until the next call; at most `height` times.
     const std::uint8_t* next();
@@ -28,7 +33,7 @@ class BlurredRows {
     class Round {
       public:
         Round(std::size_t width, int height, int radius);
-        const std::uint8_t* next(const std::function<const std::uint8_t*()>& nextRow);
+        const std::uint8_t* next(const RowSource& rows);
 
       private:
         void take(const std::uint8_t* row);
@@ -42,8 +47,7 @@ class BlurredRows {
         std::vector<std::uint32_t> sums_;
     };
 
-    const std::uint8_t* unread_;
-    const std::size_t width_;
+    RowSource rows_;
     Round first_, second_;
 };
 
