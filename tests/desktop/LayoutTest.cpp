@@ -1,11 +1,7 @@
 // Forms come out as their arrangement says: places, stretches, hidden controls, tab order.
-#include <QLabel>
-
 #include "ShownForm.h"
-#include "desktop/CellView.h"
 #include "desktop/MainWindow.h"
 #include "shell/Screen.h"
-#include "widgets/Label.h"
 #include "widgets/TextBox.h"
 
 namespace dravik {
@@ -23,31 +19,6 @@ TEST(LayoutBuilder, SpareLengthGoesToWhoAsksForIt) {
     EXPECT_EQ(shown.view("c").width(), rest);
     EXPECT_GT(shown.view("a").width(), 400);  // a hidden control takes no room
     EXPECT_LT(shown.view("a").height(), 60);
-}
-
-TEST(LayoutBuilder, TabFollowsTheTreeAndCellsAreOneStop) {
-    TextBox before("before");
-    TextBox after("after");
-    std::vector<std::unique_ptr<Label>> cells;
-    std::vector<std::pair<Widget*, Place>> places;
-    for (int i = 0; i < 6; ++i) {
-        cells.push_back(std::make_unique<Label>("cell(" + std::to_string(i) + ")", std::to_string(i)));
-        cells.back()->setCell(true);
-        places.push_back({cells.back().get(), {150 + 450 * (i % 3), 150 + 450 * (i / 3), 345, 345}});
-    }
-    ShownForm shown(column({item(before), fixed(std::move(places)), item(after), space()}));
-    EXPECT_EQ(shown.view("cell(4)").geometry(), QRect(40, 40, 23, 23));
-
-    shown.view("before").setFocus();
-    QTest::keyClick(qApp->focusWidget(), Qt::Key_Tab);
-    EXPECT_EQ(qApp->focusWidget()->objectName(), "cell(0)");
-    QTest::keyClick(qApp->focusWidget(), Qt::Key_Right);
-    QTest::keyClick(qApp->focusWidget(), Qt::Key_Down);
-    EXPECT_EQ(qApp->focusWidget()->objectName(), "cell(4)");
-    QTest::keyClick(qApp->focusWidget(), Qt::Key_Tab);
-    EXPECT_EQ(qApp->focusWidget()->objectName(), "after");
-    QTest::keyClick(qApp->focusWidget(), Qt::Key_Backtab);
-    EXPECT_EQ(qApp->focusWidget()->objectName(), "cell(4)");
 }
 
 TEST(LayoutBuilder, TheWholeScreenFitsASmallWindow) {

@@ -123,18 +123,6 @@ TEST_F(Lifetime, AFormThatGoesIsTouchedNoMore) {
     page->setBounds({0, 0, 10, 10});
 }
 
-TEST_F(Lifetime, FailuresOfProceduresStayInside) {
-    goesBy(
-        [&](Many& many) {
-            many.button.click.subscribe([] { throw Failure(RuntimeError::Overflow); });
-            many.check.click.subscribe([this] { destroyAll(); });
-        },
-        [&](Many& many) {
-            click(view(many.button), 5, 5);
-            SendMessageW(view(many.check), BM_CLICK, 0, 0);
-        });
-}
-
 TEST_F(Lifetime, ChildFormsGoWithTheirFormTheirOwnerAndThePlatform) {
     host = std::make_unique<HostWindow>(400, 600);
     auto local = std::make_unique<Win32Platform>();

@@ -81,7 +81,7 @@ class ShownPage {
     std::unique_ptr<HostWindow> host;
     std::unique_ptr<FormPage> page;
 
-  private:
+  protected:
     // 0 for one with a window of its own.
     int partOf(const Widget& widget) const;
 };
