@@ -1,12 +1,9 @@
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 #include <cmath>
 
 #include "inspection/CharArray.h"
-#include "screen/support/RecordingTool.h"
-#include "screen/support/ScriptedPlatform.h"
-#include "screen/support/TracedJobs.h"
+#include "screen/support/ProcedureTest.h"
 
 namespace dravik::test {
 namespace {
@@ -15,10 +12,8 @@ using testing::Contains;
 using testing::ElementsAre;
 using testing::IsSupersetOf;
 
-struct CharArrayTest : testing::Test {
+struct CharArrayTest : ProcedureTest {
     CharArrayTest() {
-        binding.tool = tool;
-        sbr.add("Message", "", 100);
         tool->characterSet = {"A", "B", "C"};
         tool->trained = {{"A", 2, filled(0.5)}, {"B", 1, filled(1.0)}, {"C", 0, filled(0.0)}};
     }
@@ -32,16 +27,8 @@ struct CharArrayTest : testing::Test {
         tool->committed.push_back({character, 0.1, filled(scaled / 255.0)});
     }
     std::string caption(std::size_t cell) { return form().lblCell[cell]->caption(); }
-    std::string message() { return sbr.panel("Message").text(); }
     dlgCharArray& form() { return *arrays.m_dlgArray(); }
 
-    TracedJobs jobs;
-    ScriptedPlatform platform;
-    TraceLog log{platform, jobs.folder()};
-    StatusBar sbr{"sbr"};
-    modErrors errors{log, sbr};
-    std::shared_ptr<RecordingTool> tool = std::make_shared<RecordingTool>();
-    ToolBinding binding;
     std::vector<std::string> fontArray;
     std::vector<std::string> charactersOfTool = {"A", "B", "C"};
     std::vector<std::pair<std::string, int>> events;

@@ -1,11 +1,8 @@
 #include "histogram/CharHistogram.h"
 
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
-#include "screen/support/RecordingTool.h"
-#include "screen/support/ScriptedPlatform.h"
-#include "screen/support/TracedJobs.h"
+#include "screen/support/ProcedureTest.h"
 
 namespace dravik::test {
 namespace {
@@ -15,10 +12,8 @@ using testing::ElementsAre;
 using testing::Not;
 using Strings = std::vector<std::string>;
 
-struct CharHistogramTest : testing::Test {
+struct CharHistogramTest : ProcedureTest {
     CharHistogramTest() {
-        binding.tool = tool;
-        sbr.add("Message", "", 100);
         tool->characterSet = {"A", "a", "B"};
         tool->addCommitted("A", {0.1, 0.5, 0.2});
         tool->addCommitted("a", {0.9});
@@ -27,7 +22,6 @@ struct CharHistogramTest : testing::Test {
     }
 
     dlgCharHist& form() { return *histograms.m_dlgHist(); }
-    std::string message() { return sbr.panel("Message").text(); }
     std::string msg() { return form().sbr.panel("Msg").text(); }
     void deleteFirstBin() {
         platform.menuPicks.push_back("mnuHistogramDelete");
@@ -38,13 +32,6 @@ struct CharHistogramTest : testing::Test {
     }
 
     double moved = 0;
-    TracedJobs jobs;
-    ScriptedPlatform platform;
-    TraceLog log{platform, jobs.folder()};
-    StatusBar sbr{"sbr"};
-    modErrors errors{log, sbr};
-    std::shared_ptr<RecordingTool> tool = std::make_shared<RecordingTool>();
-    ToolBinding binding;
     Strings fontArray = {"A", "a", "B"};
     Strings deleted;
     CharHistogram histograms{

@@ -1,41 +1,16 @@
 #include "samples/SampleCounts.h"
 
-#include <gtest/gtest.h>
-
-#include <filesystem>
-#include <fstream>
-#include <sstream>
-
-#include "screen/support/RecordingTool.h"
-#include "screen/support/ScriptedPlatform.h"
-#include "screen/support/TracedJobs.h"
+#include "screen/support/ProcedureTest.h"
 
 namespace dravik::test {
 namespace {
 
-class SampleCountsTest : public testing::Test {
+class SampleCountsTest : public ProcedureTest {
   protected:
-    SampleCountsTest() {
-        sbr.add("Message", "", 0);
-        binding.tool = tool;
-        binding.m_ToolBound = true;
-    }
+    SampleCountsTest() { binding.m_ToolBound = true; }
 
-    std::string message() { return sbr.panel("Message").text(); }
-    std::string dump() {
-        std::ifstream in(jobs.folder().uncommittedDump(), std::ios::binary);
-        std::ostringstream text;
-        text << in.rdbuf();
-        return text.str();
-    }
+    std::string dump() { return content(jobs.folder().uncommittedDump()); }
 
-    TracedJobs jobs;
-    ScriptedPlatform platform;
-    TraceLog log{platform, jobs.folder()};
-    StatusBar sbr{"sbr"};
-    modErrors errors{log, sbr};
-    std::shared_ptr<RecordingTool> tool = std::make_shared<RecordingTool>();
-    ToolBinding binding;
     SampleCounts counts{binding, errors};
 };
 

@@ -1,31 +1,15 @@
 #include "support/TraceLog.h"
 
-#include <gtest/gtest.h>
-
-#include <filesystem>
-#include <fstream>
 #include <limits>
-#include <sstream>
 
-#include "screen/support/ScriptedPlatform.h"
-#include "screen/support/TracedJobs.h"
-#include "support/modErrors.h"
+#include "screen/support/ProcedureTest.h"
 
 namespace dravik::test {
 namespace {
 
-class TraceLogTest : public testing::Test {
+class TraceLogTest : public ProcedureTest {
   protected:
-    std::string file() {
-        std::ifstream in(jobs.folder().traceLog(), std::ios::binary);
-        std::ostringstream text;
-        text << in.rdbuf();
-        return text.str();
-    }
-
-    TracedJobs jobs;
-    ScriptedPlatform platform;
-    TraceLog log{platform, jobs.folder()};
+    std::string file() { return content(jobs.folder().traceLog()); }
 };
 
 TEST_F(TraceLogTest, WritesNothingUntilItIsSwitchedOn) {
@@ -53,9 +37,6 @@ TEST_F(TraceLogTest, AFailureIsShownForEachEntryAndTheCallerGoesOn) {
     std::filesystem::remove_all(jobs.folder().folder());
     g_bTrace = true;
     platform.boxAnswers = {Answer::Ok, Answer::Ok};
-    StatusBar sbr("sbr");
-    sbr.add("Message", "", 0);
-    modErrors errors(log, sbr);
     bool ran = false;
     EXPECT_TRUE(errors.procedures().run("Dravikdlg.FillItems", "FillItems", [&] { ran = true; }));
     EXPECT_TRUE(ran);
@@ -76,13 +57,10 @@ TEST_F(TraceLogTest, ACounterAtItsEndIsAFailureLikeAnyOther) {
 }
 
 TEST_F(TraceLogTest, ErrorReportsAreShownAndTraced) {
-    StatusBar sbr("sbr");
-    sbr.add("Message", "", 0);
-    modErrors errors(log, sbr);
     g_bTrace = true;
     EXPECT_FALSE(errors.procedures().run("Dravikdlg.cmdRevert_Click", "Revert",
                                          [] { throw std::runtime_error("wires crossed"); }));
-    EXPECT_EQ(sbr.panel("Message").text(), "Revert Err 51 wires crossed");
+    EXPECT_EQ(message(), "Revert Err 51 wires crossed");
     errors.UserMsg("Saved font");
     EXPECT_EQ(jobs.entries(), (std::vector<std::string>{"Dravikdlg.cmdRevert_Click",
                                                         "# Dravikdlg error: Revert Err 51 wires crossed",

@@ -1,12 +1,10 @@
 #include "histogram/dlgCharHist.h"
 
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 #include <numeric>
 
-#include "screen/support/ScriptedPlatform.h"
-#include "screen/support/TracedJobs.h"
+#include "screen/support/ProcedureTest.h"
 
 namespace dravik::test {
 namespace {
@@ -18,7 +16,7 @@ using testing::IsEmpty;
 using Strings = std::vector<std::string>;
 using Numbers = std::vector<double>;
 
-struct dlgCharHistTest : testing::Test {
+struct dlgCharHistTest : ProcedureTest {
     dlgCharHistTest() {
         form.DeleteByDistance.subscribe([this](double lower, double upper, const std::string& character) {
             events.push_back("Delete " + std::to_string(lower) + " " + std::to_string(upper) + " " +
@@ -46,9 +44,6 @@ struct dlgCharHistTest : testing::Test {
     const ChartLabel& label(std::size_t i) { return form.drawing().lblX.at(i); }
     std::string panel(const std::string& name) { return form.sbr.panel(name).text(); }
 
-    TracedJobs jobs;
-    ScriptedPlatform platform;
-    TraceLog log{platform, jobs.folder()};
     dlgCharHist form{log};
     Strings events;
 };

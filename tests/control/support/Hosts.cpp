@@ -22,7 +22,14 @@ int scaled(int pixels) {
     return MulDiv(pixels, static_cast<int>(GetDpiForSystem()), USER_DEFAULT_SCREEN_DPI);
 }
 
-HWND makeFrame(HWND* before, HWND* after) {
+// A box for other work below the control, before or behind it in the order of the Tab key.
+void makeBox(HWND frame, int left) {
+    CreateWindowExW(0, L"EDIT", L"", WS_CHILD | WS_VISIBLE | WS_TABSTOP | WS_BORDER, scaled(left),
+                    scaled(kHeight + 5), scaled(100), scaled(24), frame, nullptr, GetModuleHandleW(nullptr),
+                    nullptr);
+}
+
+HWND makeFrame() {
     static const ATOM registered = [] {
         WNDCLASSW description{};
         description.lpfnWndProc = DefWindowProcW;
@@ -39,13 +46,6 @@ HWND makeFrame(HWND* before, HWND* after) {
         CreateWindowExW(WS_EX_CONTROLPARENT, kFrameClass, L"Host", WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN, 0,
                         0, outer.right - outer.left, outer.bottom - outer.top, nullptr, nullptr,
                         GetModuleHandleW(nullptr), nullptr);
-    const auto box = [&](int left) {
-        return CreateWindowExW(0, L"EDIT", L"", WS_CHILD | WS_VISIBLE | WS_TABSTOP | WS_BORDER, scaled(left),
-                               scaled(kHeight + 5), scaled(100), scaled(24), frame, nullptr,
-                               GetModuleHandleW(nullptr), nullptr);
-    };
-    if (before) *before = box(0);
-    if (after) *after = box(200);
     ShowWindow(frame, SW_SHOW);
     return frame;
 }
@@ -71,31 +71,38 @@ ComPtr<IUnknown> controlOf(HWND hostWindow) {
     return control;
 }
 
-class AtlHost : public Host {
+// Whose control stands in the system's host window.
+class AtlWindowHost : public Host {
   public:
-    AtlHost() {
-        atl();
-        HWND before = nullptr;
-        frame_ = makeFrame(&before, nullptr);
-        host_ = CreateWindowExW(WS_EX_CONTROLPARENT, L"AtlAxWin100", kProgId, WS_CHILD | WS_VISIBLE, 0, 0,
-                                scaled(kWidth), scaled(kHeight), frame_, nullptr, GetModuleHandleW(nullptr),
-                                nullptr);
-        control_ = controlOf(host_);
-        CreateWindowExW(0, L"EDIT", L"", WS_CHILD | WS_VISIBLE | WS_TABSTOP | WS_BORDER, scaled(200),
-                        scaled(kHeight + 5), scaled(100), scaled(24), frame_, nullptr,
-                        GetModuleHandleW(nullptr), nullptr);
-    }
-    ~AtlHost() override { close(); }
-
+    ~AtlWindowHost() override { AtlWindowHost::close(); }
     void resize(int width, int height) override { MoveWindow(host_, 0, 0, width, height, TRUE); }
     void close() override {
         control_ = nullptr;
         if (frame_) DestroyWindow(std::exchange(frame_, nullptr));
     }
-    bool translate(MSG& message) override { return frame_ && IsDialogMessageW(frame_, &message); }
+
+  protected:
+    void takeHost(HWND host) {
+        host_ = host;
+        control_ = controlOf(host);
+    }
 
   private:
     HWND host_ = nullptr;
+};
+
+class AtlHost : public AtlWindowHost {
+  public:
+    AtlHost() {
+        atl();
+        frame_ = makeFrame();
+        makeBox(frame_, 0);
+        takeHost(CreateWindowExW(WS_EX_CONTROLPARENT, L"AtlAxWin100", kProgId, WS_CHILD | WS_VISIBLE, 0, 0,
+                                 scaled(kWidth), scaled(kHeight), frame_, nullptr, GetModuleHandleW(nullptr),
+                                 nullptr));
+        makeBox(frame_, 200);
+    }
+    bool translate(MSG& message) override { return frame_ && IsDialogMessageW(frame_, &message); }
 };
 
 // A dialog template with one host window that fills it.
@@ -127,7 +134,7 @@ std::vector<WORD> pageTemplate() {
     return words;
 }
 
-class PropertySheetHost : public Host {
+class PropertySheetHost : public AtlWindowHost {
   public:
     PropertySheetHost() : template_(pageTemplate()) {
         atl();
@@ -148,15 +155,7 @@ class PropertySheetHost : public Host {
         if (!frame_ || frame_ == reinterpret_cast<HWND>(-1)) throw std::runtime_error("no property sheet");
         const auto hosts = children(frame_, L"AtlAxWin100");
         if (hosts.empty()) throw std::runtime_error("no host window on the page");
-        host_ = hosts.front();
-        control_ = controlOf(host_);
-    }
-    ~PropertySheetHost() override { close(); }
-
-    void resize(int width, int height) override { MoveWindow(host_, 0, 0, width, height, TRUE); }
-    void close() override {
-        control_ = nullptr;
-        if (frame_) DestroyWindow(std::exchange(frame_, nullptr));
+        takeHost(hosts.front());
     }
     bool translate(MSG& message) override {
         return frame_ &&
@@ -165,7 +164,6 @@ class PropertySheetHost : public Host {
 
   private:
     std::vector<WORD> template_;
-    HWND host_ = nullptr;
 };
 
 }  // namespace
@@ -196,19 +194,9 @@ ComPtr<IUnknown> ControlModule::make(REFCLSID identifier) const {
     return object;
 }
 
-HRESULT ControlModule::canUnload() const {
+HRESULT ControlModule::call(const char* exported) const {
     return reinterpret_cast<HRESULT(STDAPICALLTYPE*)()>(
-        reinterpret_cast<void*>(GetProcAddress(module_, "DllCanUnloadNow")))();
-}
-
-HRESULT ControlModule::registerServer() const {
-    return reinterpret_cast<HRESULT(STDAPICALLTYPE*)()>(
-        reinterpret_cast<void*>(GetProcAddress(module_, "DllRegisterServer")))();
-}
-
-HRESULT ControlModule::unregisterServer() const {
-    return reinterpret_cast<HRESULT(STDAPICALLTYPE*)()>(
-        reinterpret_cast<void*>(GetProcAddress(module_, "DllUnregisterServer")))();
+        reinterpret_cast<void*>(GetProcAddress(module_, exported)))();
 }
 
 HWND Host::window() const {
@@ -263,7 +251,7 @@ void Host::key(UINT virtualKey, Modifier modifier) {
 
 StrictHost::StrictHost(ComPtr<IUnknown> control, bool show) {
     control_ = std::move(control);
-    frame_ = makeFrame(nullptr, nullptr);
+    frame_ = makeFrame();
     site_ = StrictSite::make(frame_, {0, 0, scaled(kWidth), scaled(kHeight)});
     const auto object = control_.as<IOleObject>();
     object->SetClientSite(site_.get());

@@ -23,12 +23,14 @@ class ControlModule {
 
     // Null when the class cannot be made.
     ComPtr<IUnknown> make(REFCLSID identifier) const;
-    HRESULT canUnload() const;
-    HRESULT registerServer() const;
-    HRESULT unregisterServer() const;
+    HRESULT canUnload() const { return call("DllCanUnloadNow"); }
+    HRESULT registerServer() const { return call("DllRegisterServer"); }
+    HRESULT unregisterServer() const { return call("DllUnregisterServer"); }
     static std::wstring path();
 
   private:
+    HRESULT call(const char* exported) const;
+
     HMODULE module_;
 };
 

@@ -25,17 +25,13 @@ std::vector<Cell> recordRow(std::vector<Cell> before, const Features& features) 
     return before;
 }
 
-double code(const std::string& character) {
-    return codeOf(character);
-}
-
 void addSampleRows(std::vector<std::vector<Cell>>& rows, const std::vector<SampleRecord>& samples,
                    SampleKind kind) {
     if (rows.empty() && !samples.empty()) rows.push_back(headings(5 + kFeatureCount));
     std::int32_t index = 0;
     for (const auto& sample : samples)
         rows.push_back(recordRow({static_cast<double>(sampleIdentifier(kind, index++)),
-                                  code(sample.character), sample.distance, 0.0, 0.0},
+                                  static_cast<double>(codeOf(sample.character)), sample.distance, 0.0, 0.0},
                                  sample.features));
 }
 
@@ -43,9 +39,10 @@ void addCharacterRows(std::vector<std::vector<Cell>>& rows, const std::vector<Ch
     if (rows.empty() && !characters.empty()) rows.push_back(headings(4 + kFeatureCount));
     std::int32_t index = 0;
     for (const auto& record : characters)
-        rows.push_back(recordRow({static_cast<double>(sampleIdentifier(SampleKind::Trained, index++)),
-                                  code(record.character), static_cast<double>(record.trained), 0.0},
-                                 record.features));
+        rows.push_back(recordRow(
+            {static_cast<double>(sampleIdentifier(SampleKind::Trained, index++)),
+             static_cast<double>(codeOf(record.character)), static_cast<double>(record.trained), 0.0},
+            record.features));
 }
 
 }  // namespace
@@ -155,55 +152,6 @@ void RecordingTool::CommitNewSamples() {
 void RecordingTool::SetTrainTimeout(std::int32_t seconds) {
     record("SetTrainTimeout", std::to_string(seconds));
     timeout = seconds;
-}
-
-void RecordingTool::StartTraining() {
-    record("StartTraining");
-}
-void RecordingTool::SaveFont(const std::string& name) {
-    record("SaveFont", name);
-}
-void RecordingTool::RevertFont(const std::string& name) {
-    record("RevertFont", name);
-}
-
-std::vector<std::string> RecordingTool::GetFontList() {
-    record("GetFontList");
-    return fonts;
-}
-
-CharacterSet RecordingTool::GetCharacterSet() {
-    record("GetCharacterSet");
-    return characterSet;
-}
-
-std::int32_t RecordingTool::GetTrainTimeout() {
-    record("GetTrainTimeout");
-    return timeout;
-}
-
-bool RecordingTool::IsTrainingDone() {
-    record("IsTrainingDone");
-    return trainingDone;
-}
-
-float RecordingTool::GetRmsError() {
-    record("GetRmsError");
-    return rmsError;
-}
-
-bool RecordingTool::IsTrainingAborted() {
-    record("IsTrainingAborted");
-    return trainingAborted;
-}
-
-std::int32_t RecordingTool::GetTrainCycles() {
-    record("GetTrainCycles");
-    return cycles;
-}
-
-void RecordingTool::StopTraining() {
-    record("StopTraining");
 }
 
 std::vector<std::string> RecordingTool::GetUncommittedSamples() {

@@ -101,17 +101,17 @@ class RecordingTool : public FontTool, public Step {
     void IncludeSamples(const std::string& expectedText) override;
     void CommitNewSamples() override;
     void SetTrainTimeout(std::int32_t seconds) override;
-    void StartTraining() override;
-    void SaveFont(const std::string& name) override;
-    void RevertFont(const std::string& name) override;
-    std::vector<std::string> GetFontList() override;
-    CharacterSet GetCharacterSet() override;
-    std::int32_t GetTrainTimeout() override;
-    bool IsTrainingDone() override;
-    float GetRmsError() override;
-    bool IsTrainingAborted() override;
-    std::int32_t GetTrainCycles() override;
-    void StopTraining() override;
+    void StartTraining() override { record("StartTraining"); }
+    void SaveFont(const std::string& name) override { record("SaveFont", name); }
+    void RevertFont(const std::string& name) override { record("RevertFont", name); }
+    std::vector<std::string> GetFontList() override { return answer("GetFontList", fonts); }
+    CharacterSet GetCharacterSet() override { return answer("GetCharacterSet", characterSet); }
+    std::int32_t GetTrainTimeout() override { return answer("GetTrainTimeout", timeout); }
+    bool IsTrainingDone() override { return answer("IsTrainingDone", trainingDone); }
+    float GetRmsError() override { return answer("GetRmsError", rmsError); }
+    bool IsTrainingAborted() override { return answer("IsTrainingAborted", trainingAborted); }
+    std::int32_t GetTrainCycles() override { return answer("GetTrainCycles", cycles); }
+    void StopTraining() override { record("StopTraining"); }
     std::vector<std::string> GetUncommittedSamples() override;
     void DeleteSample(std::int32_t identifier) override;
     // Recorded as "GetSampleData(399999;1,2,3,5,6)".
@@ -120,6 +120,12 @@ class RecordingTool : public FontTool, public Step {
 
   private:
     void record(const std::string& operation, const std::string& arguments = {});
+    // A call may change what it asks for before it is answered.
+    template <class Value>
+    Value answer(const char* operation, const Value& value) {
+        record(operation);
+        return value;
+    }
 
     std::map<std::string, Failure> failures_;
 };

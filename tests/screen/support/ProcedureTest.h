@@ -1,0 +1,43 @@
+// What a procedure works with, without the screen: a recording tool, a scripted platform, the trace and the
+// message panel.
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <memory>
+#include <string>
+
+#include "screen/support/RecordingTool.h"
+#include "screen/support/ScriptedPlatform.h"
+#include "screen/support/TracedJobs.h"
+#include "support/TraceLog.h"
+#include "support/modErrors.h"
+#include "tool/ToolBinding.h"
+
+namespace dravik::test {
+
+class ProcedureTest : public testing::Test {
+  protected:
+    ProcedureTest() {
+        sbr.add("Message", "", 0);
+        binding.tool = tool;
+    }
+    std::string message() { return sbr.panel("Message").text(); }
+    static std::string content(const std::filesystem::path& file) {
+        std::ifstream in(file, std::ios::binary);
+        return {std::istreambuf_iterator<char>(in), {}};
+    }
+
+    TracedJobs jobs;
+    ScriptedPlatform platform;
+    TraceLog log{platform, jobs.folder()};
+    StatusBar sbr{"sbr"};
+    modErrors errors{log, sbr};
+    std::shared_ptr<RecordingTool> tool = std::make_shared<RecordingTool>();
+    ToolBinding binding;
+};
+
+}  // namespace dravik::test
