@@ -145,10 +145,8 @@ void dropForeign(std::vector<LinePieces>& lines, const InkImage& ink, const Bina
                              isUnderscore(lines[l].pieces[i], lines[l].metrics, traits[kContrast]));
     });
     for (std::size_t l = 0; l < lines.size(); ++l) {
-        std::vector<Piece> kept;
-        for (std::size_t i = 0; i < lines[l].pieces.size(); ++i)
-            if (isPrint[l][i]) kept.push_back(std::move(lines[l].pieces[i]));
-        lines[l].pieces = std::move(kept);
+        auto print = isPrint[l].begin();
+        std::erase_if(lines[l].pieces, [&print](const Piece&) { return !*print++; });
     }
     std::erase_if(lines, [](const LinePieces& line) {
         return std::none_of(line.pieces.begin(), line.pieces.end(), [&line](const Piece& piece) {

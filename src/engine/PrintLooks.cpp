@@ -56,11 +56,7 @@ void dropFrames(std::vector<Piece>& pieces, const InkImage& ink) {
 // Whether the ink is so restless that it is no print; its pieces would take much more room than the image.
 bool isTexture(const InkImage& ink) {
     const std::int64_t pixels = static_cast<std::int64_t>(ink.ink.size());
-    if (pixels < kManyRuns * kFewestPixelsToRun) return false;
-    std::int64_t runs = 0;
-    for (std::size_t i = 1; i < ink.ink.size(); ++i)
-        runs += ink.ink[i - 1] < 128 && ink.ink[i] >= 128 ? 1 : 0;
-    return runs > pixels / kFewestPixelsToRun;
+    return pixels >= kManyRuns * kFewestPixelsToRun && ink.edges() > pixels / kFewestPixelsToRun;
 }
 
 // `ink` is the print separated for this look.

@@ -34,7 +34,7 @@ class SmoothPicture {
 
   private:
     // Rows of an image are made in bands of so many, of which so many are kept.
-    static constexpr int kBandRows = 16, kBands = 16;
+    static constexpr int kBandRows = 16, kBands = 8;
 
     RowSource rows(int first, int end) const;
     const std::uint8_t* recentRow(int y) const {
