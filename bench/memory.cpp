@@ -78,6 +78,30 @@ GreyImage checkerboard(int width, int height, int square) {
     return image;
 }
 
+// Scattered dots: nearly as many pieces as an image may have and still be looked at.
+GreyImage scattered(int width, int height) {
+    constexpr int kApart = 12, kDot = 4;
+    GreyImage image(width, height, 220);
+    std::mt19937 random(1);
+    for (int y = 0; y + kApart < height; y += kApart)
+        for (int x = 0; x + kApart < width; x += kApart) {
+            const int left = x + static_cast<int>(random() % (kApart / 2)),
+                      top = y + static_cast<int>(random() % (kApart / 2));
+            for (int dy = 0; dy < kDot; ++dy)
+                for (int dx = 0; dx < kDot; ++dx) image(left + dx, top + dy) = 20;
+        }
+    return image;
+}
+
+// As much small print as there is room for.
+GreyImage fullPage(int width, int height) {
+    const GreyImage print = drawn({"A1B2C3E4H5L6", "0123456789:="}, {.scale = 2, .dot = 2});
+    GreyImage image(width, height);
+    for (int y = 0; y < height; ++y)
+        for (int x = 0; x < width; ++x) image(x, y) = print(x % print.width(), y % print.height());
+    return image;
+}
+
 // The image itself is not counted, since it is there before.
 void measureImages() {
     struct Case {
@@ -88,9 +112,12 @@ void measureImages() {
         Case{"two lines", [](int w, int h) { return page(w, h, std::max(3, w / 200)); }},
         Case{"noise", noise},
         Case{"checkerboard", [](int w, int h) { return checkerboard(w, h, 8); }},
+        Case{"full page", fullPage},
+        Case{"scattered dots", scattered},
     };
     std::printf("%-14s %12s %16s\n", "image", "pixels", "memory / image");
-    for (const auto& [width, height] : {std::pair{1280, 800}, {4000, 3000}, {8000, 8000}})
+    for (const auto& [width, height] :
+         {std::pair{640, 400}, {1280, 800}, {1000, 1010}, {1600, 1200}, {4000, 3000}, {8000, 8000}})
         for (const Case& one : cases) {
             const GreyImage image = one.draw(width, height);
             const double bytes = most([&image] { segment(image); });

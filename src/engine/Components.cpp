@@ -109,8 +109,10 @@ std::size_t Partition::parts() {
 }
 
 std::vector<Piece> joined(std::vector<Piece> pieces, Partition& partition) {
+    std::vector<std::uint32_t> places(pieces.size()), runs(pieces.size());
+    for (std::size_t i = 0; i < pieces.size(); ++i)
+        runs[partition.find(i)] += static_cast<std::uint32_t>(pieces[i].runs.size());
     // In place: a piece's representative stands before it, and moves no farther back than it stood.
-    std::vector<std::uint32_t> places(pieces.size());
     std::uint32_t count = 0;
     for (std::size_t i = 0; i < pieces.size(); ++i) {
         const std::size_t root = partition.find(i);
@@ -118,6 +120,7 @@ std::vector<Piece> joined(std::vector<Piece> pieces, Partition& partition) {
             pieces[places[root]].join(std::move(pieces[i]));
             continue;
         }
+        pieces[i].runs.reserve(runs[i]);
         if (count != i) pieces[count] = std::move(pieces[i]);
         places[i] = count++;
     }

@@ -11,11 +11,20 @@
 
 namespace dravik {
 
-// Ink pixels x0 to x1 - 1 of row y.
+// No ink image is wider or higher.
+constexpr int kMostInkSide = 65'535;
+
+// Ink pixels x0 to x1 - 1 of row y. Small, since texture has tens of thousands of them.
 struct Run {
-    int x0 = 0;
-    int x1 = 0;
-    int y = 0;
+    std::uint16_t x0 = 0;
+    std::uint16_t x1 = 0;
+    std::uint16_t y = 0;
+
+    Run() = default;
+    Run(int first, int end, int row) noexcept
+        : x0(static_cast<std::uint16_t>(first)),
+          x1(static_cast<std::uint16_t>(end)),
+          y(static_cast<std::uint16_t>(row)) {}
 };
 
 // A frame turned by the print's slope and sheared by its slant: distances along and across its lines, in ink

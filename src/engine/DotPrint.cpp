@@ -70,7 +70,7 @@ Partition within(const std::vector<Piece>& pieces, float reach, int width, int h
         sides.push_back(static_cast<int>(std::sqrt(radius * radius - static_cast<float>(dy * dy)) + 0.5f));
     // All runs by their rows.
     struct Stretch {
-        int x0, x1;
+        std::uint16_t x0, x1;
     };
     std::vector<std::uint32_t> starts(static_cast<std::size_t>(height) + 1);
     for (const Piece& piece : pieces)

@@ -23,9 +23,9 @@ class OwnInk {
         left_ = image.width;
         top_ = image.height;
         for (const Run& run : piece.runs) {
-            left_ = std::min(left_, run.x0);
-            right = std::max(right, run.x1);
-            top_ = std::min(top_, run.y);
+            left_ = std::min<int>(left_, run.x0);
+            right = std::max<int>(right, run.x1);
+            top_ = std::min<int>(top_, run.y);
             bottom = std::max(bottom, run.y + 1);
         }
         left_ = std::max(0, left_ - 1);

@@ -98,10 +98,13 @@ Segmentation segmentWith(const Binarizer& binarizer, const Look& look, InkImage&
     return result;
 }
 
-// Whole image pixels to a working pixel, so that a region takes no more working pixels than that.
+// Whole image pixels to a working pixel, so that a region takes no more working pixels than that, and none of
+// its sides too many.
 int leastScale(const Region& region, std::int64_t pixels) {
     int scale = 1;
-    while (static_cast<std::int64_t>(region.width() / scale) * (region.height() / scale) > pixels) ++scale;
+    while (static_cast<std::int64_t>(region.width() / scale) * (region.height() / scale) > pixels ||
+           std::max(region.width(), region.height()) / scale > kMostInkSide)
+        ++scale;
     return scale;
 }
 
@@ -241,7 +244,8 @@ bool Looking::lookCloser(const Candidate& first) {
     float scale = std::max(static_cast<float>(leastScale(region, kMostWorkingPixels)),
                            std::round(first.height / kBestHeight));
     if (first.height < 0.6f * kBestHeight &&
-        static_cast<std::int64_t>(region.width()) * region.height() <= kMostDoubled)
+        static_cast<std::int64_t>(region.width()) * region.height() <= kMostDoubled &&
+        2 * std::max(region.width(), region.height()) <= kMostInkSide)
         scale = 0.5f;
     const float height = first.height / scale;
     turnTo(region, scale);

@@ -41,9 +41,9 @@ std::size_t agreed(const std::vector<Candidate>& candidates) {
 Region Segmentation::place(const Glyph& glyph) const {
     int left = ink.width, top = ink.height, right = 0, bottom = 0;
     for (const Run& run : glyph.piece.runs) {
-        left = std::min(left, run.x0);
-        right = std::max(right, run.x1);
-        top = std::min(top, run.y);
+        left = std::min<int>(left, run.x0);
+        right = std::max<int>(right, run.x1);
+        top = std::min<int>(top, run.y);
         bottom = std::max(bottom, run.y + 1);
     }
     const auto pixels = [this](int value) { return static_cast<float>(value) * ink.scale; };
