@@ -52,9 +52,7 @@ void tryImage(std::span<const std::uint8_t> bytes) {
         if (glyph.piece.runs.empty() || glyph.line < line) std::abort();
         line = glyph.line;
         for (const Run& run : glyph.piece.runs)
-            if (run.x0 < 0 || run.x0 >= run.x1 || run.x1 > found.ink.width || run.y < 0 ||
-                run.y >= found.ink.height)
-                std::abort();
+            if (run.x0 >= run.x1 || run.x1 > found.ink.width || run.y >= found.ink.height) std::abort();
     }
     if (!found.glyphs.empty() && static_cast<std::size_t>(line) >= found.lines.size()) std::abort();
     for (const SampleInputs& inputs : allInputs(found, {}))

@@ -66,7 +66,7 @@ std::vector<Piece> components(const InkImage& image, int leastArea, std::size_t 
             labelsOfRuns.push_back(run.label);
     struct Extent {
         int area = 0;
-        std::uint32_t runs = 0, place = 0;
+        std::uint32_t runs = 0;  // how many; the component's place once there is room for them
     };
     std::vector<Extent> extents(labels.count());  // by label
     const auto forRuns = [&](const auto& visit) {
@@ -80,23 +80,21 @@ std::vector<Piece> components(const InkImage& image, int leastArea, std::size_t 
         one.area += run.x1 - run.x0;
         ++one.runs;
     });
-    std::size_t found = 0;
-    const auto isLarge = [&](std::uint32_t label) {
-        return labels.same(label) == label && extents[label].area >= leastArea;
-    };
-    for (std::uint32_t label = 0; label < extents.size(); ++label)
-        if (isLarge(label)) extents[label].place = static_cast<std::uint32_t>(found++);
-    if (found > mostPieces) return {};
+    const auto isLarge = [leastArea](const Extent& one) { return one.runs > 0 && one.area >= leastArea; };
+    const std::ptrdiff_t found = std::count_if(extents.begin(), extents.end(), isLarge);
+    if (static_cast<std::size_t>(found) > mostPieces) return {};
 
-    std::vector<Piece> pieces(found);
-    for (std::uint32_t label = 0; label < extents.size(); ++label)
-        if (isLarge(label)) {
-            Piece& piece = pieces[extents[label].place];
-            piece.area = extents[label].area;
-            piece.runs.reserve(extents[label].runs);
+    std::vector<Piece> pieces;
+    pieces.reserve(static_cast<std::size_t>(found));
+    for (Extent& one : extents)
+        if (isLarge(one)) {
+            Piece& piece = pieces.emplace_back();
+            piece.area = one.area;
+            piece.runs.reserve(one.runs);
+            one.runs = static_cast<std::uint32_t>(pieces.size() - 1);
         }
     forRuns([&](const Extent& one, const Run& run) {
-        if (one.area >= leastArea) pieces[one.place].runs.push_back(run);
+        if (one.area >= leastArea) pieces[one.runs].runs.push_back(run);
     });
     for (Piece& piece : pieces) piece.measure({});
     return pieces;
@@ -125,6 +123,7 @@ std::vector<Piece> joined(std::vector<Piece> pieces, Partition& partition) {
         places[i] = count++;
     }
     pieces.resize(count);
+    pieces.shrink_to_fit();
     return pieces;
 }
 

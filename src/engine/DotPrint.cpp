@@ -32,6 +32,7 @@ float extent(const Box& box) {
 float dotSize(const std::vector<Piece>& pieces) {
     if (pieces.size() < kFewestDots || pieces.size() > kMostDots) return 0;
     std::vector<float> extents, fills, shapes;
+    for (std::vector<float>* values : {&extents, &fills, &shapes}) values->reserve(pieces.size());
     for (const Piece& piece : pieces) {
         extents.push_back(extent(piece.box));
         fills.push_back(static_cast<float>(piece.area) / (piece.box.width() * piece.box.height()));
