@@ -17,8 +17,8 @@ namespace {
 // An image narrower than this holds no character.
 constexpr int kLeastSide = 5;
 
-// A picture of the whole image as it is, with more pixels than this, is not held beside the image.
-constexpr std::size_t kMostHeldTwice = 900'000;
+// A picture of more pixels than this is not held when it can be made from the image again row by row.
+constexpr std::size_t kMostHeld = 900'000;
 
 using Values = std::vector<std::uint8_t>;
 
@@ -67,14 +67,12 @@ Values reduced(const GreyImage& image, const Region& region, int scale, int widt
     return result;
 }
 
-// Twice as many pixels both ways, between which the values go over evenly.
-Values doubled(const GreyImage& image, const Region& region) {
+// The rows from `first` on of twice as many pixels both ways, between which the values go over evenly.
+RowSource doubledRows(const GreyImage& image, const Region& region, int first) {
     const std::size_t width = static_cast<std::size_t>(region.width());
-    const int height = region.height();
-    Values result(4 * width * static_cast<std::size_t>(height));
     // Three parts of a row and one of that above or below it, then the same along the row, of 16.
-    std::vector<std::uint16_t> sums(width + 2);
-    for (int y = 0; y < 2 * height; ++y) {
+    return [&image, region, width, y = first, sums = std::vector<std::uint16_t>(width + 2),
+            row = Values(2 * width)]() mutable {
         const int near = region.top + y / 2;
         const int far = std::clamp(near + (y % 2 ? 1 : -1), region.top, region.bottom - 1);
         const std::uint8_t *a = image.row(near).data() + region.left,
@@ -82,12 +80,20 @@ Values doubled(const GreyImage& image, const Region& region) {
         for (std::size_t x = 0; x < width; ++x) sums[x + 1] = static_cast<std::uint16_t>(3 * a[x] + b[x]);
         sums.front() = sums[1];
         sums.back() = sums[width];
-        std::uint8_t* out = &result[2 * width * static_cast<std::size_t>(y)];
         for (std::size_t x = 0; x < width; ++x) {
-            out[2 * x] = static_cast<std::uint8_t>((3 * sums[x + 1] + sums[x] + 8) / 16);
-            out[2 * x + 1] = static_cast<std::uint8_t>((3 * sums[x + 1] + sums[x + 2] + 8) / 16);
+            row[2 * x] = static_cast<std::uint8_t>((3 * sums[x + 1] + sums[x] + 8) / 16);
+            row[2 * x + 1] = static_cast<std::uint8_t>((3 * sums[x + 1] + sums[x + 2] + 8) / 16);
         }
-    }
+        ++y;
+        return static_cast<const std::uint8_t*>(row.data());
+    };
+}
+
+Values doubled(const GreyImage& image, const Region& region) {
+    const int width = 2 * region.width(), height = 2 * region.height();
+    Values result(area(width, height));
+    const RowSource rows = doubledRows(image, region, 0);
+    for (int y = 0; y < height; ++y) std::copy_n(rows(), width, &result[area(width, y)]);
     return result;
 }
 
@@ -156,16 +162,22 @@ Binarizer::Binarizer(const GreyImage& image, const Region& region, float scale)
     height_ = static_cast<int>(static_cast<float>(region.height()) / scale);
     if (std::min(width_, height_) < kLeastSide) return;
     const auto passes = [this] { return noise_ < 2 ? 1 : noise_ < 6 ? 2 : 3; };
-    if (scale == 1 && region == Region{0, 0, image.width(), image.height()} &&
-        area(width_, height_) > kMostHeldTwice) {
+    const bool large = area(width_, height_) > kMostHeld;
+    if (large && scale == 1 && region == Region{0, 0, image.width(), image.height()}) {
         noise_ = noiseOf({image.row(0).data(), area(width_, height_)}, width_, height_);
-        smooth_ = SmoothPicture(image, passes());
+        const auto rows = [&image](int first) { return rowsOf(image.row(first).data(), image.width()); };
+        smooth_ = SmoothPicture(rows, width_, height_, passes());
         return;
     }
     Values pixels =
         scale < 1 ? doubled(image, region) : reduced(image, region, static_cast<int>(scale), width_, height_);
     noise_ = noiseOf(pixels, width_, height_);
-    smooth_ = SmoothPicture(std::move(pixels), width_, height_, passes());
+    if (large && scale < 1) {
+        const auto rows = [&image, region](int first) { return doubledRows(image, region, first); };
+        smooth_ = SmoothPicture(rows, width_, height_, passes());
+    } else {
+        smooth_ = SmoothPicture(std::move(pixels), width_, height_, passes());
+    }
 }
 
 // How far each pixel is on the print's side of its background. What is wider than print, such as the

@@ -11,17 +11,17 @@ SmoothPicture::SmoothPicture(std::vector<std::uint8_t> pixels, int width, int he
         smooth(rowsOf(held_.data(), width), width, height, held_.data());
 }
 
-SmoothPicture::SmoothPicture(const GreyImage& image, int passes)
-    : width_(image.width()), height_(image.height()), passes_(passes), image_(&image), bands_(kBands, -1) {}
+SmoothPicture::SmoothPicture(RowsFrom rowsFrom, int width, int height, int passes)
+    : width_(width), height_(height), passes_(passes), rowsFrom_(std::move(rowsFrom)), bands_(kBands, -1) {}
 
 RowSource SmoothPicture::rows() const {
-    return image_ ? rows(0, height_) : rowsOf(held_.data(), width_);
+    return rowsFrom_ ? rows(0, height_) : rowsOf(held_.data(), width_);
 }
 
 // What is beyond the rows wanted by no more than a row for each pass has a part in them.
 RowSource SmoothPicture::rows(int first, int end) const {
     const int from = std::max(0, first - passes_), to = std::min(height_, end + passes_);
-    RowSource result = rowsOf(image_->row(from).data(), width_);
+    RowSource result = rowsFrom_(from);
     for (int pass = 0; pass < passes_; ++pass) result = smoothed(std::move(result), width_, to - from);
     for (int y = from; y < first; ++y) result();
     return result;

@@ -1,12 +1,12 @@
-// A grey picture after smoothing. It is held whole or, when it would take as much room as a large image that
-// is there already, made from that image again whenever its rows are wanted.
+// A grey picture after smoothing. It is held whole or, when it would take much room beside the image that it
+// is made from, made again whenever its rows are wanted.
 #pragma once
 
 #include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <vector>
 
-#include "engine/GreyImage.h"
 #include "engine/Smoothing.h"
 
 namespace dravik {
@@ -16,8 +16,9 @@ class SmoothPicture {
     SmoothPicture() = default;
     // Smooths the pixels, rows of `width` without gaps, in `passes` passes of the 1-2-1 filter.
     SmoothPicture(std::vector<std::uint8_t> pixels, int width, int height, int passes);
-    // Smooths the rows of the image, which must outlive it, when they are wanted.
-    SmoothPicture(const GreyImage& image, int passes);
+    // Smooths rows when they are wanted; `rowsFrom` gives those from one on.
+    using RowsFrom = std::function<RowSource(int first)>;
+    SmoothPicture(RowsFrom rowsFrom, int width, int height, int passes);
 
     bool empty() const noexcept { return height_ == 0; }
     std::size_t size() const noexcept {
@@ -26,14 +27,14 @@ class SmoothPicture {
     // Not to be called by several threads at once.
     std::uint8_t at(int x, int y) const {
         const std::size_t column = static_cast<std::size_t>(x);
-        if (image_) return recentRow(y)[column];
+        if (rowsFrom_) return recentRow(y)[column];
         return held_[static_cast<std::size_t>(y) * static_cast<std::size_t>(width_) + column];
     }
     // All rows, good as long as the picture.
     RowSource rows() const;
 
   private:
-    // Rows of an image are made in bands of so many, of which so many are kept.
+    // Rows are made in bands of so many, of which so many are kept.
     static constexpr int kBandRows = 16, kBands = 8;
 
     RowSource rows(int first, int end) const;
@@ -47,7 +48,7 @@ class SmoothPicture {
 
     int width_ = 0, height_ = 0, passes_ = 0;
     std::vector<std::uint8_t> held_;
-    const GreyImage* image_ = nullptr;
+    RowsFrom rowsFrom_;
     mutable std::vector<int> bands_;  // which are kept
     mutable std::vector<std::uint8_t> recent_;
 };
