@@ -16,6 +16,16 @@ class FontSelectionTest : public BoundScreen {
         platform.modalHandlers["dlgFontManager"] = std::move(act);
         screen().font.cmdSelectFont.press();
     }
+    // The dialog that asks for a name gets this one.
+    void name(const char* dialog, const char* text) {
+        platform.modalHandlers[dialog] = [text](Form& form) {
+            in<TextBox>(form, "txtFontName").setText(text);
+            press(form, {"OKButton"});
+        };
+    }
+    static void press(Form& form, std::initializer_list<const char*> buttons) {
+        for (const char* button : buttons) in<Button>(form, button).press();
+    }
     static std::string status(Form& form) { return in<StatusBar>(form, "sbr").panel("Text").text(); }
 };
 
@@ -114,10 +124,7 @@ TEST_F(FontSelectionTest, ANewFontIsMadeWithItsCleanedNameAndItsSet) {
         in<Button>(form, "OKButton").press();
     };
     tool->calls.clear();
-    manager([](Form& form) {
-        in<Button>(form, "cmdNewFont").press();
-        in<Button>(form, "OKButton").press();
-    });
+    manager([](Form& form) { press(form, {"cmdNewFont", "OKButton"}); });
     EXPECT_EQ(tool->count("SetCharacterSet()"), 1) << "the set chosen for the font before is not taken over";
 }
 
@@ -127,14 +134,8 @@ TEST_F(FontSelectionTest, CancellingAfterMakingAFontGoesBackToTheOneShown) {
     tool->onCall = [&](const std::string& call) {
         if (call == "LoadFont(alpha)") tool->characterSet = {"A", "B", "D"};
     };
-    platform.modalHandlers["dlgFontNew"] = [](Form& form) {
-        in<TextBox>(form, "txtFontName").setText("fresh");
-        in<Button>(form, "OKButton").press();
-    };
-    manager([](Form& form) {
-        in<Button>(form, "cmdNewFont").press();
-        in<Button>(form, "CancelButton").press();
-    });
+    name("dlgFontNew", "fresh");
+    manager([](Form& form) { press(form, {"cmdNewFont", "CancelButton"}); });
     EXPECT_EQ(tool->currentFont, "alpha");
     EXPECT_EQ(control.selectedFont(), "alpha");
     EXPECT_FALSE(toolButton("Undo").enabled()) << "what was not saved is gone; Undo would take older samples";
@@ -144,20 +145,13 @@ TEST_F(FontSelectionTest, CancellingAfterMakingAFontGoesBackToTheOneShown) {
 TEST_F(FontSelectionTest, CancellingAfterRenamingOrDeletingTheFontShownFollowsIt) {
     tool->data["SelFont"] = 2;
     bind();
-    platform.modalHandlers["dlgFontName"] = [](Form& form) {
-        in<TextBox>(form, "txtFontName").setText("renamed");
-        in<Button>(form, "OKButton").press();
-    };
-    manager([](Form& form) {
-        in<Button>(form, "cmdRenameFont").press();
-        in<Button>(form, "CancelButton").press();
-    });
+    name("dlgFontName", "renamed");
+    manager([](Form& form) { press(form, {"cmdRenameFont", "CancelButton"}); });
     EXPECT_EQ(control.selectedFont(), "renamed") << "saving must not write a second font under the old name";
     tool->data["SelFont"] = 0;
     manager([](Form& form) {
         EXPECT_EQ(in<ListBox>(form, "lbFonts").text(), "renamed");
-        in<Button>(form, "cmdDeleteFont").press();
-        in<Button>(form, "CancelButton").press();
+        press(form, {"cmdDeleteFont", "CancelButton"});
     });
     EXPECT_EQ(control.selectedFont(), "");
     EXPECT_EQ(screen().font.lblSelectedFont.caption(), "<None>");
@@ -173,13 +167,9 @@ TEST_F(FontSelectionTest, TheNameNewIsReservedForNewFontsOnly) {
         EXPECT_TRUE(form.loaded());
         in<Button>(form, "CancelButton").press();
     };
-    platform.modalHandlers["dlgFontName"] = [](Form& form) {
-        in<TextBox>(form, "txtFontName").setText("new");
-        in<Button>(form, "OKButton").press();
-    };
+    name("dlgFontName", "new");
     manager([](Form& form) {
-        in<Button>(form, "cmdNewFont").press();
-        in<Button>(form, "cmdRenameFont").press();
+        press(form, {"cmdNewFont", "cmdRenameFont"});
         EXPECT_EQ(in<ListBox>(form, "lbFonts").text(), "new");
         in<Button>(form, "CancelButton").press();
     });
@@ -192,14 +182,8 @@ TEST_F(FontSelectionTest, TheNameNewIsReservedForNewFontsOnly) {
 TEST_F(FontSelectionTest, AnExistingNameMayBeOverwrittenByNewButNotByRename) {
     bind();
     platform.boxAnswers = {Answer::No, Answer::Yes, Answer::Ok};
-    platform.modalHandlers["dlgFontNew"] = [](Form& form) {
-        in<TextBox>(form, "txtFontName").setText("BETA");
-        in<Button>(form, "OKButton").press();
-    };
-    platform.modalHandlers["dlgFontName"] = [](Form& form) {
-        in<TextBox>(form, "txtFontName").setText("Gamma");
-        in<Button>(form, "OKButton").press();
-    };
+    name("dlgFontNew", "BETA");
+    name("dlgFontName", "Gamma");
     manager([&](Form& form) {
         in<Button>(form, "cmdNewFont").press();
         EXPECT_TRUE(tool->changes().empty());
@@ -224,8 +208,7 @@ TEST_F(FontSelectionTest, DeleteAsksNothingAndKeepsASelection) {
         in<Button>(form, "cmdDeleteFont").press();
         EXPECT_EQ(status(form), "Deleted font: gamma");
         EXPECT_EQ(in<ListBox>(form, "lbFonts").text(), "beta");
-        in<Button>(form, "cmdDeleteFont").press();
-        in<Button>(form, "cmdDeleteFont").press();
+        press(form, {"cmdDeleteFont", "cmdDeleteFont"});
         EXPECT_EQ(in<ListBox>(form, "lbFonts").listIndex(), -1);
         EXPECT_FALSE(in<Button>(form, "cmdDuplicateFont").enabled());
         in<Button>(form, "OKButton").press();
@@ -236,10 +219,7 @@ TEST_F(FontSelectionTest, DeleteAsksNothingAndKeepsASelection) {
 TEST_F(FontSelectionTest, AFailureIsShownInTheManagersStatusBar) {
     bind();
     tool->failAt("DuplicateFont", 70, "Permission denied");
-    platform.modalHandlers["dlgFontName"] = [](Form& form) {
-        in<TextBox>(form, "txtFontName").setText("copy");
-        in<Button>(form, "OKButton").press();
-    };
+    name("dlgFontName", "copy");
     manager([&](Form& form) {
         in<Button>(form, "cmdDuplicateFont").press();
         EXPECT_EQ(status(form), "DoRenameDupFont err 70 Permission denied");

@@ -1,4 +1,4 @@
-#include <algorithm>
+#include <gmock/gmock.h>
 
 #include "histogram/dlgCharHist.h"
 #include "inspection/dlgCharArray.h"
@@ -142,13 +142,10 @@ TEST_F(PopupMenusTest, PicksAreTraced) {
     toolButton("Log").press();
     rightClick("C", "mnuMainFontHist");
     toolButton("Log").press();
-    const auto entries = jobs.entries();
-    const auto has = [&](const std::string& entry) {
-        return std::find(entries.begin(), entries.end(), entry) != entries.end();
-    };
-    EXPECT_TRUE(has("Dravikdlg.lblChar_MouseDown(2,2,0,30,45)"));
-    EXPECT_TRUE(has("DravikDlg.lblChar_MouseDown: PopupMenu"));
-    EXPECT_TRUE(has("DravikDlg.lblChar_MouseDown: UserSelection = FontHistogram"));
+    EXPECT_THAT(jobs.entries(),
+                testing::IsSupersetOf({"Dravikdlg.lblChar_MouseDown(2,2,0,30,45)",
+                                       "DravikDlg.lblChar_MouseDown: PopupMenu",
+                                       "DravikDlg.lblChar_MouseDown: UserSelection = FontHistogram"}));
 }
 
 }  // namespace

@@ -40,6 +40,14 @@ class HeadlessCommands : public testing::Test {
         return workspace.run(images);
     }
 
+    // The command says this and nothing else.
+    template <class Matcher>
+    static void fails(const CommandResult& result, const Matcher& said) {
+        EXPECT_EQ(result.status, 1);
+        EXPECT_THAT(result.out, IsEmpty());
+        EXPECT_THAT(result.err, said);
+    }
+
     Workspace workspace;
 };
 
@@ -104,21 +112,17 @@ TEST_F(HeadlessCommands, NothingIsTrainedWhenEveryImageIsRefused) {
     EXPECT_THAT(result.err, ElementsAre("dravik-trainer: nothing to learn: every image was refused"));
 
     const auto untrained = read("f", {part});
-    EXPECT_EQ(untrained.status, 1);
-    EXPECT_THAT(untrained.out, IsEmpty());
-    EXPECT_THAT(untrained.err, ElementsAre("dravik-trainer: font f: is not trained"));
+    fails(untrained, ElementsAre("dravik-trainer: font f: is not trained"));
     EXPECT_THAT(workspace.run({"fonts"}).out.at(1), Reads("f\t.*\t0\tno\t.*"));
 }
 
 TEST_F(HeadlessCommands, AWrongListChangesNothing) {
     workspace.draw("part.pgm", "12");
     const auto result = learn("f", "part.pgm\t12\npart.pgm 12\n\t12\n");
-    EXPECT_EQ(result.status, 1);
-    EXPECT_THAT(result.out, IsEmpty());
-    EXPECT_THAT(result.err, ElementsAre("dravik-trainer: " + workspace.path("list.tsv") +
-                                            " line 2: no tab between image and text",
-                                        "dravik-trainer: " + workspace.path("list.tsv") +
-                                            " line 3: no image before the tab"));
+    fails(result,
+          ElementsAre(
+              "dravik-trainer: " + workspace.path("list.tsv") + " line 2: no tab between image and text",
+              "dravik-trainer: " + workspace.path("list.tsv") + " line 3: no image before the tab"));
     EXPECT_THAT(learn("f", "").err, ElementsAre(EndsWith("list.tsv: the list is empty")));
     EXPECT_FALSE(std::filesystem::exists(workspace.fontFile("f")));
 }
@@ -173,9 +177,7 @@ TEST_F(HeadlessCommands, ADamagedFontIsNamedByEveryCommandAndLeftAsItIs) {
 
     const auto part = workspace.draw("part.pgm", "12");
     for (const auto& result : {learn("broken", "part.pgm\t12\n"), read("broken", {part})}) {
-        EXPECT_EQ(result.status, 1);
-        EXPECT_THAT(result.out, IsEmpty());
-        EXPECT_THAT(result.err, ElementsAre(StartsWith("dravik-trainer: font broken: ")));
+        fails(result, ElementsAre(StartsWith("dravik-trainer: font broken: ")));
     }
     const auto fonts = workspace.run({"fonts"});
     EXPECT_EQ(fonts.status, 1);
@@ -188,10 +190,7 @@ TEST_F(HeadlessCommands, AJobsFolderThatCannotBeMadeIsOneClearLine) {
     workspace.draw("part.pgm", "12");
     workspace.write("jobs", "a file where the folder should be");
     const auto result = learn("f", "part.pgm\t12\n");
-    EXPECT_EQ(result.status, 1);
-    EXPECT_THAT(result.out, IsEmpty());
-    EXPECT_THAT(result.err,
-                ElementsAre(AllOf(StartsWith("dravik-trainer: font f: "), HasSubstr(workspace.jobs()))));
+    fails(result, ElementsAre(AllOf(StartsWith("dravik-trainer: font f: "), HasSubstr(workspace.jobs()))));
 }
 
 TEST_F(HeadlessCommands, AFontThatCannotBeSavedIsAFailureWithItsReason) {
