@@ -54,6 +54,11 @@ class AccessibleWindow {
         if (object_) object_->accLocation(&left, &top, &width, &height, number(part));
         return {left, top, left + width, top + height};
     }
+    // -1 outside; of the screen.
+    LONG at(LONG x, LONG y) const {
+        VARIANT part = number(-1);
+        return object_ && object_->accHitTest(x, y, &part) == S_OK ? part.lVal : -1;
+    }
     // -1 when it is not in this window.
     LONG focused() const {
         VARIANT part = number(-1);

@@ -33,6 +33,17 @@ TEST(CellBoard, FindsTheCellUnderAClickAndTellsAScreenReader) {
     settle();
     EXPECT_TRUE(shown.focused(b)) << "the focus must not stay on what is disabled";
     EXPECT_EQ(board.state(1), STATE_SYSTEM_FOCUSABLE | STATE_SYSTEM_UNAVAILABLE);
+    const RECT place = shown.place(a);
+    EXPECT_EQ(board.at(place.left + 3, place.top + 3), 1);
+    EXPECT_EQ(board.at(place.left + 25, place.top + 3), 0);
+    a.setVisible(false);
+    EXPECT_NE(board.at(place.left + 3, place.top + 3), 1) << "hidden";
+    b.setVisible(false);
+    settle();
+    EXPECT_FALSE(IsWindowVisible(shown.view(b)));
+    b.setVisible(true);
+    settle();
+    EXPECT_TRUE(IsWindowVisible(shown.view(b)));
 }
 
 }  // namespace

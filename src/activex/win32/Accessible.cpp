@@ -180,7 +180,8 @@ class Accessible : public IAccessible {
             child->lVal = 0;
             for (int id = 1; id <= content_.children(); ++id) {
                 const RECT part = content_.childPlace(id);
-                if (PtInRect(&part, place)) child->lVal = id;
+                const bool seen = (content_.childState(id) & STATE_SYSTEM_INVISIBLE) == 0;
+                if (seen && PtInRect(&part, place)) child->lVal = id;
             }
             return S_OK;
         });
