@@ -1,5 +1,5 @@
 // What a screen reader finds in a window: names of its parts, numbered from 1, and where the focus is in it.
-// Part 0 is the whole window.
+// The whole window is number 0.
 #pragma once
 
 #include <windows.h>

@@ -152,7 +152,7 @@ class Peer : public AnsweredWindow, public std::enable_shared_from_this<Peer> {
 // another one that carries it; nothing when there is none.
 std::wstring nameMark(const std::string& name);
 HWND findWindowNamed(HWND inside, const std::string& name);
-// Where such a control is: a cell is a part of a window, numbered from 1; the whole window is part 0.
+// Where such a control is: a cell is a part of a window, numbered from 1; 0 is the whole window.
 struct NamedPart {
     HWND window = nullptr;
     int part = 0;
