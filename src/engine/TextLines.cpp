@@ -217,7 +217,7 @@ float printSlope(std::span<const Piece> pieces, float height) {
 
 float printSlant(std::span<const Piece> pieces, float slope, float height) {
     constexpr float kMostSlant = 0.34f, kStep = 0.02f;
-    constexpr int kSteps = static_cast<int>(2 * kMostSlant / kStep) + 1;
+    constexpr int kSteps = static_cast<int>(2 * kMostSlant / kStep) + 1, kUpright = kSteps / 2;
     std::vector<const Piece*> upright;
     std::size_t runs = 0;
     for (const Piece& piece : pieces)
@@ -232,7 +232,7 @@ float printSlant(std::span<const Piece> pieces, float slope, float height) {
     double most = 0;
     float best = 0;
     for (int step = 0; step < kSteps; ++step) {
-        const float slant = (static_cast<float>(step) - static_cast<float>(kSteps / 2)) * kStep;
+        const float slant = static_cast<float>(step - kUpright) * kStep;
         double sum = 0;
         for (const Piece* piece : upright) {
             const float middle = piece->box.middleY(),
