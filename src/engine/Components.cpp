@@ -137,7 +137,7 @@ float inkDistance(const Piece& a, const Piece& b, float reach) {
             const Run& other = b.runs[k];
             const float dx = static_cast<float>(std::max({0, other.x0 - run.x1, run.x0 - other.x1}));
             const float dy = static_cast<float>(std::max(0, std::abs(run.y - other.y) - 1));
-            least = std::min(least, std::hypot(dx, dy));
+            if (dx < least && dy < least) least = std::min(least, std::hypot(dx, dy));
         }
     }
     return least;
