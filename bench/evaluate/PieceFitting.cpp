@@ -130,11 +130,11 @@ void addCutCases(std::vector<CutCase>& cases, FoundPrint found) {
 using JoinCase = FitGroup<kJoinTraits>;
 
 void addJoinCases(std::vector<JoinCase>& cases, FoundPrint found) {
-    CutDoubts doubts;
+    Decisions decisions;
     const float room = 0.06f * found.capHeight;
     for (LinePieces& line : found.lines) {
         const LineScale known = joinAndMeasure(line, found.frame);
-        std::vector<Piece> pieces = cutTouching(std::move(line.pieces), found.frame, known, doubts);
+        std::vector<Piece> pieces = cutTouching(std::move(line.pieces), found.frame, known, decisions);
         arrange(pieces);
         for (const PossibleJoin& pair : possibleJoins(pieces, known)) {
             const Box &a = pieces[pair.first].box, &b = pieces[pair.second].box;
@@ -156,8 +156,8 @@ void addJoinCases(std::vector<JoinCase>& cases, FoundPrint found) {
 using PrintCase = FitGroup<kPrintTraits>;
 
 void addPrintCases(std::vector<PrintCase>& cases, FoundPrint found) {
-    CutDoubts doubts;
-    for (LinePieces& line : found.lines) line.pieces = lineCharacters(std::move(line), found.frame, doubts);
+    CharacterDecisions decisions;
+    for (LinePieces& line : found.lines) line.pieces = lineCharacters(std::move(line), found.frame, decisions);
     const auto traits = printTraits(found.lines, found.ink, found.seen, found.look);
     const float room = 0.1f * found.capHeight;
     for (std::size_t l = 0; l < found.lines.size(); ++l)

@@ -10,9 +10,6 @@
 namespace dravik {
 namespace {
 
-// Cuts less likely than this are not made.
-constexpr double kLeastLikely = 0;
-
 // What a place along the line has of a piece.
 struct Column {
     float ink = 0;
@@ -187,7 +184,7 @@ std::vector<PossibleCut> possibleCuts(const Piece& piece, const Frame& frame, co
 }
 
 std::vector<Piece> cutTouching(std::vector<Piece> pieces, const Frame& frame, const LineScale& scale,
-                               CutDoubts& doubts) {
+                               Decisions& cuts) {
     constexpr std::size_t kMostParts = 40;
     std::vector<Piece> result, open;
     for (Piece& piece : pieces) {
@@ -198,24 +195,21 @@ std::vector<Piece> cutTouching(std::vector<Piece> pieces, const Frame& frame, co
             open.pop_back();
             const PossibleCut* best = nullptr;
             double most = -1e9;
-            const std::vector<PossibleCut> cuts = possibleCuts(one, frame, scale);
-            for (const PossibleCut& place : cuts)
+            const std::vector<PossibleCut> places = possibleCuts(one, frame, scale);
+            for (const PossibleCut& place : places)
                 if (const double value = kCutLikeness(place.traits); value > most) {
                     most = value;
                     best = &place;
                 }
-            const double doubt = best ? 1 / (1 + std::exp(std::abs(most - kLeastLikely))) : 0;
-            if (best && most > kLeastLikely && parts < kMostParts) {
+            if (best && cuts.decide(most) && parts < kMostParts) {
                 auto [left, right] = cut(one, frame, best->along);
                 if (!left.runs.empty() && !right.runs.empty()) {
                     ++parts;
-                    doubts.made += doubt;
                     open.push_back(std::move(right));
                     open.push_back(std::move(left));
                     continue;
                 }
             }
-            doubts.left += doubt;
             result.push_back(std::move(one));
         }
     }

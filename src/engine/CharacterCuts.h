@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "engine/Components.h"
+#include "engine/Decisions.h"
 #include "engine/RectifiedNetwork.h"
 #include "engine/TextLines.h"
 
@@ -41,14 +42,8 @@ std::vector<PossibleCut> possibleCuts(const Piece& piece, const Frame& frame, co
 using CutNetwork = RectifiedNetwork<kCutTraits, 12>;
 extern const CutNetwork kCutLikeness;
 
-// How far the decisions were in doubt: expected numbers of characters that still touch and of wrong cuts.
-struct CutDoubts {
-    double left = 0;
-    double made = 0;
-};
-
-// The pieces with those cut that are likely to be several characters; adds to the doubts.
+// The pieces with those cut that are likely to be several characters.
 std::vector<Piece> cutTouching(std::vector<Piece> pieces, const Frame& frame, const LineScale& scale,
-                               CutDoubts& doubts);
+                               Decisions& cuts);
 
 }  // namespace dravik

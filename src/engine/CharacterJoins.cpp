@@ -92,14 +92,18 @@ std::vector<PossibleJoin> possibleJoins(const std::vector<Piece>& pieces, const 
     return result;
 }
 
-std::vector<Piece> joinParts(std::vector<Piece> pieces, const LineScale& scale) {
+std::vector<Piece> joinParts(std::vector<Piece> pieces, const LineScale& scale, Decisions& decisions) {
     for (int round = 0; round < kMostRounds; ++round) {
         arrange(pieces);
         std::vector<std::pair<double, const PossibleJoin*>> likely;
         const std::vector<PossibleJoin> joins = possibleJoins(pieces, scale);
         for (const PossibleJoin& one : joins)
-            if (const double odds = kJoinLikeness(one.traits); odds > 0) likely.emplace_back(odds, &one);
-        if (likely.empty()) break;
+            if (const double odds = kJoinLikeness(one.traits); odds > static_cast<double>(decisions.bar))
+                likely.emplace_back(odds, &one);
+        if (likely.empty()) {
+            for (const PossibleJoin& one : joins) decisions.decide(kJoinLikeness(one.traits));
+            break;
+        }
         std::sort(likely.begin(), likely.end(), [](const auto& a, const auto& b) {
             return a.first != b.first ? a.first > b.first : a.second->first < b.second->first;
         });
@@ -109,6 +113,7 @@ std::vector<Piece> joinParts(std::vector<Piece> pieces, const LineScale& scale) 
         for (const auto& [odds, one] : likely) {
             if (taken[one->first] || taken[one->second]) continue;
             taken[one->first] = taken[one->second] = true;
+            decisions.decide(odds);
             partition.unite(one->first, one->second);
         }
         pieces = joined(std::move(pieces), partition);

@@ -27,7 +27,7 @@ using JoinNetwork = RectifiedNetwork<kJoinTraits, 12>;
 extern const JoinNetwork kJoinLikeness;
 
 // The pieces from left to right with those joined that are likely to be one character.
-std::vector<Piece> joinParts(std::vector<Piece> pieces, const LineScale& scale);
+std::vector<Piece> joinParts(std::vector<Piece> pieces, const LineScale& scale, Decisions& joins);
 
 // From left to right, their runs by row.
 void arrange(std::vector<Piece>& pieces);

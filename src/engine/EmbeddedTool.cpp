@@ -22,6 +22,10 @@ namespace {
 constexpr std::int32_t kUsualTimeout = 60;
 constexpr std::uint32_t kSeed = 20011;
 constexpr char kUnknownCharacter[] = "?";
+double env(const char* n, double d) {
+    return getenv(n) ? atof(getenv(n)) : d;
+}
+const double kUnknown = env("KU", 0.02), kFamiliar = env("KF", 0.6), kFontWeight = env("KW", 1);
 
 // Everything that a run works on, its own copy.
 struct FontRun {
@@ -67,6 +71,15 @@ TrainingResult perform(const FontRun& run, TrainingWorker::Progress& progress) {
         result.distances.push_back(measure.distance(*run.samples->samples[i]));
     progress.report(figures);
     return result;
+}
+
+// Where the font is to decide between views of an image: a reading weighs as much as its characters are
+// likelier to be of the font than not. A character gained is worth little, one that the font does not know
+// costs much.
+double familiarity(const std::vector<ReadCharacter>& read) {
+    double sum = 0;
+    for (const ReadCharacter& one : read) sum += std::log(std::max(kUnknown, one.confidence) / kFamiliar);
+    return kFontWeight * sum;
 }
 
 }  // namespace
@@ -232,14 +245,30 @@ const std::vector<FoundCharacter>& EmbeddedTool::found() {
 
 std::vector<ReadCharacter> EmbeddedTool::read() {
     state_->settle();
-    std::vector<ReadCharacter> result;
-    if (state_->training.empty()) return result;
-    const std::vector<Answer> read = answers(state_->segments(), state_->training);
+    if (state_->training.empty()) return {};
     const SampleColumnsPtr samples = state_->samples.columns(SampleKind::Committed);
     const DistanceMeasure measure(state_->samples.statistics(), samples->samples);
-    for (std::size_t i = 0; i < read.size(); ++i)
-        result.push_back({state_->found[i], characterOf(read[i].code),
-                          confidence({read[i].likelihood, measure.nearness(read[i].inputs, read[i].code)})});
+    const auto readIn = [&](const Segmentation& segments) {
+        std::vector<ReadCharacter> result;
+        const std::vector<FoundCharacter> places = State::places(segments);
+        const std::vector<Answer> read = answers(segments, state_->training);
+        for (std::size_t i = 0; i < read.size(); ++i)
+            result.push_back(
+                {places[i], characterOf(read[i].code),
+                 confidence({read[i].likelihood, measure.nearness(read[i].inputs, read[i].code)})});
+        return result;
+    };
+    const Segmentation& segments = state_->segments();
+    std::vector<ReadCharacter> result = readIn(segments);
+    double most = familiarity(result);
+    for (const OtherView& view : segments.others) {
+        std::vector<ReadCharacter> other = readIn(segment(state_->image, view));
+        if (std::abs(static_cast<double>(other.size()) - static_cast<double>(state_->found.size())) > env("KD",2)) continue;
+        if (const double value = view.odds + familiarity(other); value > most) {
+            most = value;
+            result = std::move(other);
+        }
+    }
     return result;
 }
 

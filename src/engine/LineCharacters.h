@@ -17,7 +17,7 @@ float characterPitch(std::span<const Piece> pieces, float capHeight);
 // Joins the pieces that stand one above the other, arranges them, and measures the line.
 LineScale joinAndMeasure(LinePieces& line, const Frame& frame);
 
-// The characters from left to right; adds what is in doubt of their borders.
-std::vector<Piece> lineCharacters(LinePieces&& line, const Frame& frame, CutDoubts& doubts);
+// The characters from left to right.
+std::vector<Piece> lineCharacters(LinePieces&& line, const Frame& frame, CharacterDecisions& decisions);
 
 }  // namespace dravik

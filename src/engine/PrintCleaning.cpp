@@ -22,16 +22,6 @@ float contrast(const Piece& piece, const InkImage& ink, const Binarizer& seen, i
     return count ? static_cast<float>(sum) / static_cast<float>(count) : 0;
 }
 
-// Among the traits: the contrast beside the line's.
-constexpr std::size_t kContrast = 3;
-
-// In bold faces an underscore is as thin and faint as a scratch, but it lies along the line and below it.
-bool isUnderscore(const Piece& piece, const LineMetrics& line, double contrast) {
-    const float cap = line.capHeight, width = piece.box.width(), below = piece.box.bottom - line.baseline;
-    return piece.box.height() < 0.2f * cap && width > 0.4f * cap && width < 1.1f * cap &&
-           piece.box.top > line.baseline - 0.05f * cap && below < 0.4f * cap && contrast > 0.2;
-}
-
 }  // namespace
 
 float strokeWidth(const Piece& piece, const InkImage& ink) {
@@ -137,12 +127,11 @@ std::vector<std::vector<PrintTraits>> printTraits(const std::vector<LinePieces>&
     return result;
 }
 
-void dropForeign(std::vector<LinePieces>& lines, const InkImage& ink, const Binarizer& seen,
-                 const Look& look) {
+void dropForeign(std::vector<LinePieces>& lines, const InkImage& ink, const Binarizer& seen, const Look& look,
+                 Decisions& prints) {
     std::vector<std::vector<bool>> isPrint(lines.size());
-    forPrintTraits(lines, ink, seen, look, [&](std::size_t l, std::size_t i, const PrintTraits& traits) {
-        isPrint[l].push_back(kPrintLikeness(traits) > 0 ||
-                             isUnderscore(lines[l].pieces[i], lines[l].metrics, traits[kContrast]));
+    forPrintTraits(lines, ink, seen, look, [&](std::size_t l, std::size_t, const PrintTraits& traits) {
+        isPrint[l].push_back(prints.decide(kPrintLikeness(traits)));
     });
     for (std::size_t l = 0; l < lines.size(); ++l) {
         auto print = isPrint[l].begin();

@@ -26,7 +26,7 @@ using PrintNetwork = RectifiedNetwork<kPrintTraits, 10>;
 extern const PrintNetwork kPrintLikeness;
 
 // What is rather dirt goes; so do lines of which little remains.
-void dropForeign(std::vector<LinePieces>& lines, const InkImage& ink, const Binarizer& seen,
-                 const Look& look);
+void dropForeign(std::vector<LinePieces>& lines, const InkImage& ink, const Binarizer& seen, const Look& look,
+                 Decisions& prints);
 
 }  // namespace dravik

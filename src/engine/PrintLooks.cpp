@@ -11,6 +11,7 @@
 #include "engine/LineCharacters.h"
 #include "engine/PrintCleaning.h"
 #include "engine/TextLikeness.h"
+#include "engine/Underscores.h"
 
 namespace dravik {
 namespace {
@@ -38,6 +39,11 @@ constexpr std::size_t kMostHeld = 500'000;
 constexpr float kLeastHeight = 5;
 // Heights of capitals, in working pixels, at which characters are best told apart.
 constexpr float kBestHeight = 32;
+constexpr double kNothing = -1e9;
+// Decisions less sure than that (log odds) are made the other way too, where there are so many pieces at
+// most.
+constexpr double kOtherBar = 1.5;
+constexpr std::size_t kMostReconsidered = 300;
 
 // What is as large as the image itself is its frame or a shadow.
 void dropFrames(std::vector<Piece>& pieces, const InkImage& ink) {
@@ -59,42 +65,74 @@ bool isTexture(const InkImage& ink) {
     return pixels >= kManyRuns * kFewestPixelsToRun && ink.edges() > pixels / kFewestPixelsToRun;
 }
 
-// `ink` is the print separated for this look.
-Segmentation segmentWith(const Binarizer& binarizer, const Look& look, InkImage&& ink) {
-    Segmentation result;
-    result.look = look;
-    result.ink = std::move(ink);
-    if (result.ink.empty() || isTexture(result.ink)) return result;
-    std::vector<Piece> pieces = components(
-        result.ink, 3, std::min(kMostPieces, kAlwaysPieces + result.ink.ink.size() / kFewestPixelsToPiece));
-    dropFrames(pieces, result.ink);
-    if (look.joins == Look::Fragments) pieces = joinedFragments(std::move(pieces));
-    if (look.joins == Look::Dots)
-        pieces = joinedByCloseness(joinedDots(std::move(pieces)), result.ink.width, result.ink.height);
-    float height = usualHeight(pieces);
-    if (height < kLeastHeight) return result;
-    result.frame.slope = printSlope(pieces, height);
-    for (Piece& piece : pieces) piece.measure(result.frame);
-    height = usualHeight(pieces);
-    result.frame.slant = printSlant(pieces, result.frame.slope, height);
-    if (result.frame.slant != 0)
-        for (Piece& piece : pieces) piece.measure(result.frame);
-    std::vector<LinePieces> lines = textLines(std::move(pieces), height);
-    for (LinePieces& line : lines) line.pieces = lineCharacters(std::move(line), result.frame, result.doubts);
-    dropForeign(lines, result.ink, binarizer, look);
+std::size_t countOf(const std::vector<LinePieces>& lines) {
     std::size_t count = 0;
     for (const LinePieces& line : lines) count += line.pieces.size();
-    result.glyphs.reserve(count);
+    return count;
+}
+
+// The lines of print that are seen, before their characters are told apart. `print` has the ink separated for
+// its look, and gets its frame.
+std::vector<LinePieces> linesSeen(Segmentation& print) {
+    const InkImage& ink = print.ink;
+    const Look& look = print.look;
+    if (ink.empty() || isTexture(ink)) return {};
+    std::vector<Piece> pieces =
+        components(ink, 3, std::min(kMostPieces, kAlwaysPieces + ink.ink.size() / kFewestPixelsToPiece));
+    dropFrames(pieces, ink);
+    if (look.joins == Look::Fragments) pieces = joinedFragments(std::move(pieces));
+    if (look.joins == Look::Dots)
+        pieces = joinedByCloseness(joinedDots(std::move(pieces)), ink.width, ink.height);
+    float height = usualHeight(pieces);
+    if (height < kLeastHeight) return {};
+    print.frame.slope = printSlope(pieces, height);
+    for (Piece& piece : pieces) piece.measure(print.frame);
+    height = usualHeight(pieces);
+    print.frame.slant = printSlant(pieces, print.frame.slope, height);
+    if (print.frame.slant != 0)
+        for (Piece& piece : pieces) piece.measure(print.frame);
+    return textLines(std::move(pieces), height);
+}
+
+// Tells the characters of the lines apart, by the bars of the look.
+void findCharacters(Segmentation& print, std::vector<LinePieces>&& lines, const Binarizer& binarizer) {
+    CharacterDecisions& decisions = print.decisions;
+    const Look::Bars& bars = print.look.bars;
+    decisions = {{bars.cuts}, {bars.joins}, {bars.prints}};
+    for (LinePieces& line : lines) line.pieces = lineCharacters(std::move(line), print.frame, decisions);
+    dropForeign(lines, print.ink, binarizer, print.look, decisions.prints);
+    addUnderscores(lines, print.ink, print.frame);
+    print.glyphs.reserve(countOf(lines));
     for (LinePieces& line : lines) {
         const LineMetrics& first = line.metrics;
         std::vector<Box> boxes;
         for (const Piece& piece : line.pieces)
             if (piece.box.height() >= 0.45f * first.capHeight && piece.box.width() < 2 * first.capHeight)
                 boxes.push_back(piece.box);
-        result.lines.push_back(boxes.empty() ? first : measureLine(boxes, first.capHeight));
-        const int number = static_cast<int>(result.lines.size()) - 1;
-        for (Piece& piece : line.pieces) result.glyphs.push_back({std::move(piece), number});
+        print.lines.push_back(boxes.empty() ? first : measureLine(boxes, first.capHeight));
+        const int number = static_cast<int>(print.lines.size()) - 1;
+        for (Piece& piece : line.pieces) print.glyphs.push_back({std::move(piece), number});
     }
+}
+
+// The bars by which the print would be seen otherwise, one doubtful decision or a few of one kind being made
+// the other way.
+std::vector<Look::Bars> otherBars(const CharacterDecisions& decisions) {
+    std::vector<Look::Bars> result;
+    const auto add = [&](const Decisions& kind, float Look::Bars::*bar) {
+        Look::Bars bars;
+        if (kind.leastDone < kOtherBar) {
+            bars.*bar = static_cast<float>(kOtherBar);
+            result.push_back(bars);
+        }
+        if (kind.mostLeft > -kOtherBar) {
+            bars.*bar = static_cast<float>(-kOtherBar);
+            result.push_back(bars);
+        }
+    };
+    add(decisions.cuts, &Look::Bars::cuts);
+    add(decisions.joins, &Look::Bars::joins);
+    add(decisions.prints, &Look::Bars::prints);
     return result;
 }
 
@@ -121,7 +159,8 @@ class Looking {
 
   private:
     const Binarizer& turnTo(const Region& region, float scale);
-    bool consider(const Look& look);
+    double consider(const Look& look, bool otherwise);
+    bool add(const Segmentation& seen);
     void hold();
     bool firstLooks();
     bool lookCloser(const Candidate& first);
@@ -133,6 +172,7 @@ class Looking {
     std::optional<Binarizer> view_;
     Segmentation seen_;  // by the last look, in that view
     bool isSeen_ = false, isText_ = false;
+    std::size_t seenBy_ = 0;  // the candidate that it is of, if it is text
     std::vector<Candidate> found_;
 };
 
@@ -161,33 +201,57 @@ const Binarizer& Looking::turnTo(const Region& region, float scale) {
     return view_.emplace(image_, region, scale);
 }
 
-// Whether there is anything that looks like text.
-bool Looking::consider(const Look& look) {
+// What a look sees, where that is anything like text; its likeness, or less than any. Where that leaves
+// doubts, what the print would be if doubtful decisions were made otherwise is considered too, if wanted.
+double Looking::consider(const Look& look, bool otherwise) {
     const Look& last = seen_.look;
     const bool again = isSeen_ && last.dark == look.dark && last.side == look.side &&
                        Binarizer::radius(last.blur) == Binarizer::radius(look.blur);
     InkImage ink = std::move(seen_.ink);
     seen_ = {};
     if (!again) ink = view_->separate(look.dark, look.side, look.blur, std::move(ink.ink));
-    seen_ = segmentWith(*view_, look, std::move(ink));
+    seen_.look = look;
+    seen_.ink = std::move(ink);
+    std::vector<LinePieces> lines = linesSeen(seen_), same;
+    if (otherwise && countOf(lines) <= kMostReconsidered) same = lines;
+    findCharacters(seen_, std::move(lines), *view_);
     isSeen_ = true;
-    isText_ = looksLikeText(seen_);
-    if (!isText_) return false;
+    isText_ = add(seen_);
+    if (!isText_) return kNothing;
+    seenBy_ = found_.size() - 1;
+    const double value = found_.back().value;
+    if (!same.empty() && (search_ == Search::All || value < kBeyondDoubt))
+        for (const Look::Bars& bars : otherBars(seen_.decisions)) {
+            Segmentation other;
+            other.look = look;
+            other.look.bars = bars;
+            other.frame = seen_.frame;
+            other.ink = std::move(seen_.ink);
+            findCharacters(other, std::vector<LinePieces>(same), *view_);
+            if (other.glyphs.size() != seen_.glyphs.size()) add(other);
+            seen_.ink = std::move(other.ink);
+        }
+    return value;
+}
+
+// Adds a candidate where there is anything that looks like text.
+bool Looking::add(const Segmentation& seen) {
+    if (!looksLikeText(seen)) return false;
     Candidate& one = found_.emplace_back();
-    one.look = look;
+    one.look = seen.look;
     one.region = view_->region();
     one.scale = view_->scale();
-    one.characters = seen_.glyphs.size();
-    one.traits = textTraits(seen_, *view_);
+    one.characters = seen.glyphs.size();
+    one.traits = textTraits(seen, *view_);
     one.value = kTextLikeness(one.traits);
-    one.height = typicalHeight(seen_) * seen_.ink.scale;
-    one.print = printOf(seen_);
+    one.height = typicalHeight(seen) * seen.ink.scale;
+    one.print = printOf(seen);
     return true;
 }
 
-// Holds what the last candidate found when it is the likeliest: it will probably be wanted.
+// Holds what the last look found when it is the likeliest: it will probably be wanted.
 void Looking::hold() {
-    Candidate& last = found_.back();
+    Candidate& last = found_[seenBy_];
     if (seen_.ink.ink.size() > kMostHeld) return;
     for (const Candidate& other : found_)
         if (other.seen && other.value >= last.value) return;
@@ -206,7 +270,7 @@ bool Looking::firstLooks() {
         const bool dark = view.leansDark();
         const int first = std::clamp(std::min(view.width(), view.height()) / 4, 8, 64);
         const auto look = [&](const Look& how) {
-            return consider(how) && search_ == Search::UntilClear && found_.back().value >= kClearText &&
+            return consider(how, false) >= kClearText && search_ == Search::UntilClear &&
                    suits(found_.back());
         };
         std::vector<int> sides;
@@ -259,11 +323,11 @@ bool Looking::lookCloser(const Candidate& first) {
                                         {dark, side, 0.095f * height, Look::None}}};
     bool clear = false;
     for (const Look& look : looks) {
-        if (!consider(look) || search_ == Search::All) continue;
-        if (found_.back().value < kClearText) continue;
+        const double value = consider(look, true);
+        if (value < kClearText || search_ == Search::All) continue;
         clear = true;
         hold();
-        if (found_.back().value >= kBeyondDoubt) break;
+        if (value >= kBeyondDoubt) break;
     }
     return clear;
 }
@@ -288,7 +352,7 @@ std::vector<Candidate> Looking::candidates() && {
         seen.emplace_back(candidate.look.dark, candidate.height);
         if (lookCloser(candidate)) break;
     }
-    if (isText_ && !found_.empty()) found_.back().seen = std::make_unique<Segmentation>(std::move(seen_));
+    if (isText_ && !found_.empty()) found_[seenBy_].seen = std::make_unique<Segmentation>(std::move(seen_));
     // Of the first looks those count whose grain happened to suit the print.
     std::erase_if(first, [](const Candidate& one) { return !suits(one); });
     found_.insert(found_.begin(), std::move_iterator(first.begin()), std::move_iterator(first.end()));
@@ -301,10 +365,13 @@ std::vector<Candidate> printCandidates(const GreyImage& image, Search search) {
     return Looking(image, search).candidates();
 }
 
-Segmentation seenAgain(const GreyImage& image, const Candidate& candidate) {
-    const Binarizer view(image, candidate.region, candidate.scale);
-    const Look& look = candidate.look;
-    return segmentWith(view, look, view.separate(look.dark, look.side, look.blur));
+Segmentation seenAgain(const GreyImage& image, const Region& region, float scale, const Look& look) {
+    const Binarizer view(image, region, scale);
+    Segmentation seen;
+    seen.look = look;
+    seen.ink = view.separate(look.dark, look.side, look.blur);
+    findCharacters(seen, linesSeen(seen), view);
+    return seen;
 }
 
 }  // namespace dravik

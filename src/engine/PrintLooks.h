@@ -30,7 +30,7 @@ enum class Search { UntilClear, All };
 // Those with characters, in the order of the looks.
 std::vector<Candidate> printCandidates(const GreyImage& image, Search search = Search::UntilClear);
 
-// What a candidate found.
-Segmentation seenAgain(const GreyImage& image, const Candidate& candidate);
+// What a look at a region finds.
+Segmentation seenAgain(const GreyImage& image, const Region& region, float scale, const Look& look);
 
 }  // namespace dravik

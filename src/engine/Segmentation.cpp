@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 #include <map>
+#include <memory>
 #include <utility>
 
 #include "engine/PrintLooks.h"
@@ -12,28 +13,34 @@ namespace {
 
 // How much a difference in likeness matters beside the number of views that agree; measured on generated part
 // images.
-constexpr double kVoteSpread = 0.8;
+constexpr double kVoteSpread = 1.3;
 // Log odds of being right below which there is only noise, not print.
 constexpr double kNoPrint = -2.5;
+// Other numbers of characters worth a thought.
+constexpr std::size_t kMostOthers = 4;
+constexpr double kLeastOther = -4;
 
-// Of the candidates with the number of characters that most views agree on, the likeliest: views weigh as
-// much as they are likely. `candidates` is not empty.
-std::size_t agreed(const std::vector<Candidate>& candidates) {
-    const auto worse = [](const Candidate& a, const Candidate& b) { return a.value < b.value; };
-    const double most = std::max_element(candidates.begin(), candidates.end(), worse)->value;
-    std::map<std::size_t, double> votes;
-    for (const Candidate& one : candidates)
-        votes[one.characters] += std::exp((one.value - most) / kVoteSpread);
-    const std::size_t characters =
-        std::max_element(votes.begin(), votes.end(), [](const auto& a, const auto& b) {
-            return a.second < b.second;
-        })->first;
-    std::size_t best = candidates.size();
-    for (std::size_t i = 0; i < candidates.size(); ++i)
-        if (candidates[i].characters == characters &&
-            (best == candidates.size() || worse(candidates[best], candidates[i])))
-            best = i;
-    return best;
+// The numbers of characters that were seen, the likeliest first, each with its likeliest candidate and the
+// logarithm of its share against the first one: views weigh as much as they are likely.
+struct Number {
+    Candidate* best = nullptr;
+    double votes = 0;
+};
+
+std::vector<Number> numbersSeen(std::vector<Candidate>& candidates) {
+    double most = -1e9;
+    for (const Candidate& one : candidates) most = std::max(most, one.value);
+    std::map<std::size_t, Number> byNumber;
+    for (Candidate& one : candidates) {
+        Number& number = byNumber[one.characters];
+        number.votes += std::exp((one.value - most) / kVoteSpread);
+        if (!number.best || one.value > number.best->value) number.best = &one;
+    }
+    std::vector<Number> result;
+    for (const auto& [characters, number] : byNumber) result.push_back(number);
+    std::stable_sort(result.begin(), result.end(),
+                     [](const Number& a, const Number& b) { return a.votes > b.votes; });
+    return result;
 }
 
 }  // namespace
@@ -54,12 +61,25 @@ Region Segmentation::place(const Glyph& glyph) const {
 
 Segmentation segment(const GreyImage& image) {
     std::vector<Candidate> candidates = printCandidates(image);
-    if (candidates.empty()) return {};
-    const std::size_t best = agreed(candidates);
-    if (candidates[best].value < kNoPrint) return {};
-    if (candidates[best].seen) return std::move(*candidates[best].seen);
+    const std::vector<Number> numbers = numbersSeen(candidates);
+    if (numbers.empty() || numbers.front().best->value < kNoPrint) return {};
+    std::vector<OtherView> others;
+    for (std::size_t i = 1; i < std::min(numbers.size(), kMostOthers + 1); ++i) {
+        const double odds = std::log(numbers[i].votes / numbers.front().votes);
+        if (odds < kLeastOther) break;
+        const Candidate& one = *numbers[i].best;
+        others.push_back({one.look, one.region, one.scale, odds});
+    }
+    Candidate& best = *numbers.front().best;
+    const std::unique_ptr<Segmentation> held = std::move(best.seen);
     for (Candidate& one : candidates) one.seen.reset();
-    return seenAgain(image, candidates[best]);
+    Segmentation result = held ? std::move(*held) : seenAgain(image, best.region, best.scale, best.look);
+    result.others = std::move(others);
+    return result;
+}
+
+Segmentation segment(const GreyImage& image, const OtherView& view) {
+    return seenAgain(image, view.region, view.scale, view.look);
 }
 
 }  // namespace dravik

@@ -22,6 +22,21 @@ struct Look {
     int side = 24;
     float blur = 0;
     enum Joining { None, Fragments, Dots } joins = None;
+    // Log odds from which on touching characters are cut, parts are joined and pieces are kept as print.
+    struct Bars {
+        float cuts = 0;
+        float joins = 0;
+        float prints = 0;
+        bool operator==(const Bars&) const = default;
+    } bars{};
+};
+
+// What else an image may show: another number of characters, which fewer looks saw or less clearly.
+struct OtherView {
+    Look look;
+    Region region;  // of the image
+    float scale = 1;
+    double odds = 0;  // logarithm, against the number that most looks saw
 };
 
 struct Segmentation {
@@ -30,7 +45,8 @@ struct Segmentation {
     Frame frame;
     std::vector<LineMetrics> lines;  // from top to bottom
     std::vector<Glyph> glyphs;       // in reading order
-    CutDoubts doubts;                // of their borders
+    CharacterDecisions decisions;    // by which they were found
+    std::vector<OtherView> others;   // the likeliest first, few
 
     // Where a glyph is in the image.
     Region place(const Glyph& glyph) const;
@@ -38,5 +54,7 @@ struct Segmentation {
 
 // Empty when nothing is found. Takes any image and never fails but for want of memory.
 Segmentation segment(const GreyImage& image);
+// The characters of another view of the same image.
+Segmentation segment(const GreyImage& image, const OtherView& view);
 
 }  // namespace dravik

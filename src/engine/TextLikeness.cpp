@@ -190,34 +190,39 @@ TextTraits textTraits(const Segmentation& found, const Binarizer& seen) {
     const double contrast = std::max(1.0, edges.contrast());
     const double height = static_cast<double>(typicalHeight(found));
     const Look& look = found.look;
-    traits = {// Shares of the ink in characters of usual shape, and of whole characters.
-              usual / all, wholeness(found),
-              // Evenness of the strokes, strength of the ink, clearness of upper and lower edges.
-              alike(strokes, stroke),
-              std::clamp((static_cast<double>(median(strengths)) - 128) / 100.0, 0.0, 1.0),
-              std::clamp(edges.share(), 0.0, 1.2),
-              // Number of characters, in all and by line.
-              count / (count + 3), count / (count + 2 * static_cast<double>(found.lines.size())),
-              // Widths of strokes and characters, how full their boxes are.
-              static_cast<double>(stroke), static_cast<double>(width), full / usualCount,
-              // Neighbours that are close or overlap, and the room between them.
-              narrow / pairs, overlapping / pairs, std::clamp(static_cast<double>(median(rooms)), -1.0, 2.0),
-              // Share of all ink that is in characters, share of high ones.
-              all / static_cast<double>(std::max<std::int64_t>(1, ink)), tall / count,
-              // Strokes beyond the usual.
-              std::max(0.0, static_cast<double>(stroke) - 0.22),
-              // How far the print stands out from what is above and below its lines.
-              std::clamp(static_cast<double>(median(risings)) / contrast, -1.5, 1.5),
-              // Borders in doubt.
-              std::min(1.0, found.doubts.left / count), std::min(1.0, found.doubts.made / count),
-              std::min(2.0, found.doubts.left), std::min(2.0, found.doubts.made),
-              // Marks, what touches the border, noise.
-              small / count, cornered / count, std::min(1.0, static_cast<double>(seen.noise()) / contrast),
-              // Size, evenness of the widths.
-              std::clamp(std::log2(height / 32), -3.0, 3.0), alike(widths, width),
-              // How it was looked at.
-              look.joins == Look::Fragments ? 1.0 : 0.0, look.joins == Look::Dots ? 1.0 : 0.0,
-              10 * static_cast<double>(look.blur) / look.side, std::min(1.0, 20 / contrast)};
+    const auto& [cuts, joins, prints] = found.decisions;
+    const auto share = [count](double wrong) { return std::min(1.0, wrong / count); };
+    const auto some = [](double wrong) { return std::min(2.0, wrong); };
+    traits = {
+        // Shares of the ink in characters of usual shape, and of whole characters.
+        usual / all, wholeness(found),
+        // Evenness of the strokes, strength of the ink, clearness of upper and lower edges.
+        alike(strokes, stroke), std::clamp((static_cast<double>(median(strengths)) - 128) / 100.0, 0.0, 1.0),
+        std::clamp(edges.share(), 0.0, 1.2),
+        // Number of characters, in all and by line.
+        count / (count + 3), count / (count + 2 * static_cast<double>(found.lines.size())),
+        // Widths of strokes and characters, how full their boxes are.
+        static_cast<double>(stroke), static_cast<double>(width), full / usualCount,
+        // Neighbours that are close or overlap, and the room between them.
+        narrow / pairs, overlapping / pairs, std::clamp(static_cast<double>(median(rooms)), -1.0, 2.0),
+        // Share of all ink that is in characters, share of high ones.
+        all / static_cast<double>(std::max<std::int64_t>(1, ink)), tall / count,
+        // Strokes beyond the usual.
+        std::max(0.0, static_cast<double>(stroke) - 0.22),
+        // How far the print stands out from what is above and below its lines.
+        std::clamp(static_cast<double>(median(risings)) / contrast, -1.5, 1.5),
+        // Cuts, joins and print that were in doubt.
+        share(cuts.wronglyLeft), share(cuts.wronglyDone), some(cuts.wronglyLeft), some(cuts.wronglyDone),
+        share(joins.wronglyLeft), share(joins.wronglyDone), some(joins.wronglyLeft), some(joins.wronglyDone),
+        share(prints.wronglyLeft), share(prints.wronglyDone), some(prints.wronglyLeft),
+        some(prints.wronglyDone),
+        // Marks, what touches the border, noise.
+        small / count, cornered / count, std::min(1.0, static_cast<double>(seen.noise()) / contrast),
+        // Size, evenness of the widths.
+        std::clamp(std::log2(height / 32), -3.0, 3.0), alike(widths, width),
+        // How it was looked at.
+        look.joins == Look::Fragments ? 1.0 : 0.0, look.joins == Look::Dots ? 1.0 : 0.0,
+        10 * static_cast<double>(look.blur) / look.side, std::min(1.0, 20 / contrast)};
     return traits;
 }
 

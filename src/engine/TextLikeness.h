@@ -10,7 +10,7 @@
 namespace dravik {
 
 // What tells rightly found print from other things; textTraits says what they are.
-inline constexpr std::size_t kTextTraits = 30;
+inline constexpr std::size_t kTextTraits = 38;
 using TextTraits = std::array<double, kTextTraits>;
 TextTraits textTraits(const Segmentation& found, const Binarizer& seen);
 

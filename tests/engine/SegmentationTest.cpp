@@ -39,6 +39,20 @@ TEST(Segmentation, PartsOfACharacterAreOne) {
     EXPECT_EQ(counts(drawn({"-1_2,3.4-"})), "9");
 }
 
+// Beside bold print underscores are thin and faint; what lies so in a next line's characters or goes on is
+// none.
+TEST(Segmentation, FaintUnderscores) {
+    const auto withLine = [](const std::vector<std::string>& text, int left, int right, int y, int grey) {
+        GreyImage image = drawn(text);
+        for (int x = left; x < right; ++x) image(x, y) = image(x, y + 1) = static_cast<std::uint8_t>(grey);
+        return counts(image);
+    };
+    const int place = 24 + 2 * 24;  // of the third character
+    EXPECT_EQ(withLine({"A1 B2C"}, place, place + 20, 55, 150), "6");
+    EXPECT_EQ(withLine({"A1 B2C"}, place, place + 20, 55, 215), "5");
+    EXPECT_EQ(withLine({"A1    B2C"}, place + 4, place + 4 + 60, 55, 150), "5");
+}
+
 TEST(Segmentation, PolarityAndContrast) {
     const std::vector<std::string> text = {"A1:B2=C3"};
     EXPECT_EQ(counts(drawn(text, {.paper = 230, .print = 20})), "8");
