@@ -11,7 +11,11 @@ cd "$(dirname "$(readlink -f "$0")")/.."
 . tools/packages.sh
 faces=(fonts-dejavu-core fonts-liberation fonts-hack fonts-inconsolata fonts-roboto-unhinted fonts-lato fonts-b612 fonts-jetbrains-mono
     fonts-courier-prime fonts-3270 fonts-bebas-neue fonts-open-sans fonts-roadgeek fonts-ocr-a fonts-ocr-b fonts-opendin fonts-go
-    fonts-noto-mono fonts-freefont-ttf fonts-urw-base35 fonts-anonymous-pro hershey-fonts-data xfonts-base)
+    fonts-noto-mono fonts-freefont-ttf fonts-urw-base35 fonts-anonymous-pro hershey-fonts-data xfonts-base
+    fonts-inter fonts-cantarell fonts-paratype fonts-firacode fonts-noto-core fonts-cabin fonts-karla fonts-oxygen fonts-play fonts-dosis
+    fonts-mononoki fonts-agave fonts-monoid fonts-fantasque-sans fonts-league-mono fonts-crosextra-carlito fonts-adf-universalis
+    fonts-adf-gillius fonts-adf-verana fonts-sil-andika fonts-spleen xfonts-terminus fonts-roboto-slab fonts-tuffy fonts-jura
+    xfonts-75dpi)
 if [ "${1:-}" = windows ]; then
     install_packages "${windows_packages[@]}"
     cmake -S . -B build-windows-bench -G Ninja -DCMAKE_BUILD_TYPE=RelWithDebInfo -DCMAKE_TOOLCHAIN_FILE="$PWD/cmake/mingw-w64.cmake" \

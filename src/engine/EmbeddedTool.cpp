@@ -263,9 +263,10 @@ std::vector<ReadCharacter> EmbeddedTool::read() {
     std::vector<ReadCharacter> result = readIn(segments);
     double most = familiarity(result);
     for (const OtherView& view : segments.others) {
+        const std::size_t characters = segments.glyphs.size();
+        if (view.characters + kMostDifferent < characters || characters + kMostDifferent < view.characters)
+            continue;
         std::vector<ReadCharacter> other = readIn(segment(state_->image, view));
-        const auto [fewer, more] = std::minmax(other.size(), segments.glyphs.size());
-        if (more - fewer > kMostDifferent) continue;
         if (const double value = view.odds + familiarity(other); value > most) {
             most = value;
             result = std::move(other);

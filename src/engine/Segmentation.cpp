@@ -68,7 +68,7 @@ Segmentation segment(const GreyImage& image) {
         const double odds = std::log(numbers[i].votes / numbers.front().votes);
         if (odds < kLeastOther) break;
         const Candidate& one = *numbers[i].best;
-        others.push_back({one.look, one.region, one.scale, odds});
+        others.push_back({one.look, one.region, one.scale, one.characters, odds});
     }
     Candidate& best = *numbers.front().best;
     const std::unique_ptr<Segmentation> held = std::move(best.seen);

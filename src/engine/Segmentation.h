@@ -36,6 +36,7 @@ struct OtherView {
     Look look;
     Region region;  // of the image
     float scale = 1;
+    std::size_t characters = 0;
     double odds = 0;  // logarithm, against the number that most looks saw
 };
 

@@ -6,6 +6,7 @@
 #include "engine/EmbeddedTool.h"
 #include "engine/LabelledImages.h"
 #include "engine/PngFile.h"
+#include "engine/Segmentation.h"
 
 namespace dravik {
 namespace {
@@ -41,6 +42,24 @@ TEST(Corpus, CharactersAreCountedExactly) {
         EXPECT_EQ(images, required.images) << required.folder;
         EXPECT_GE(exact, required.exact) << required.folder;
     }
+}
+
+// A font decides between the views of an image by what it reads in each.
+TEST(Corpus, OtherViewsHaveAsManyCharactersAsTheySay) {
+    int views = 0;
+    for (const LabelledImage& one : labelledImages(kGenerated)) {
+        const GreyImage image = readPng(one.file);
+        const Segmentation found = segment(image);
+        double odds = 0;
+        for (const OtherView& view : found.others) {
+            ++views;
+            EXPECT_NE(view.characters, found.glyphs.size()) << one.name;
+            EXPECT_EQ(segment(image, view).glyphs.size(), view.characters) << one.name;
+            EXPECT_LE(view.odds, odds) << one.name;
+            odds = view.odds;
+        }
+    }
+    EXPECT_GT(views, 20);
 }
 
 TEST(Corpus, OtherPrintIsCountedExactly) {
