@@ -39,7 +39,7 @@ constexpr std::size_t kMostHeld = 500'000;
 constexpr float kLeastHeight = 5;
 // Heights of capitals, in working pixels, at which characters are best told apart.
 constexpr float kBestHeight = 32;
-constexpr double kNothing = -1e9;
+constexpr double kHopeless = -3, kNothing = -1e9;
 // Decisions less sure than that (log odds) are made the other way too, where there are so many pieces at
 // most.
 constexpr double kOtherBar = 1.5;
@@ -220,7 +220,8 @@ double Looking::consider(const Look& look, bool otherwise) {
     if (!isText_) return kNothing;
     seenBy_ = found_.size() - 1;
     const double value = found_.back().value;
-    if (!same.empty() && (search_ == Search::All || value < kBeyondDoubt))
+    const bool doubtful = value > kHopeless && value < kBeyondDoubt;
+    if (!same.empty() && (search_ == Search::All || doubtful))
         for (const Look::Bars& bars : otherBars(seen_.decisions)) {
             Segmentation other;
             other.look = look;

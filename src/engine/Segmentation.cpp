@@ -20,13 +20,13 @@ constexpr double kNoPrint = -2.5;
 constexpr std::size_t kMostOthers = 4;
 constexpr double kLeastOther = -4;
 
-// The numbers of characters that were seen, the likeliest first, each with its likeliest candidate and the
-// logarithm of its share against the first one: views weigh as much as they are likely.
+// A number of characters that was seen: its likeliest candidate, and the weight of all that saw it.
 struct Number {
     Candidate* best = nullptr;
     double votes = 0;
 };
 
+// The likeliest first: views weigh as much as they are likely.
 std::vector<Number> numbersSeen(std::vector<Candidate>& candidates) {
     double most = -1e9;
     for (const Candidate& one : candidates) most = std::max(most, one.value);

@@ -15,6 +15,7 @@ constexpr float kShortest = 0.42f, kLongest = 1.1f, kThickest = 0.25f, kHighest 
 // How far its ink rises above that around it, 128 being the threshold of the print, and how many times.
 constexpr float kFaintest = 36, kLeastTimes = 2.2f;
 constexpr float kBelow = 0.75f;  // as far as that below the baseline nothing else is
+// Means reach so far to both sides, those that find a place and those that find the ends.
 constexpr float kWindow = 0.15f, kStep = 0.06f;
 // Beyond the ends of a line it is looked for so far, in heights of capitals.
 constexpr float kBeyond = 1.8f;
@@ -43,6 +44,7 @@ class LineInk {
     const Frame& frame_;
 };
 
+// The pixels of at least that ink in a box of the frame.
 Piece inkWithin(const Box& box, float least, const InkImage& ink, const Frame& frame) {
     Piece piece;
     const float ys[] = {frame.y(box.left, box.top), frame.y(box.right, box.top),
