@@ -128,8 +128,23 @@ std::vector<Piece> joined(std::vector<Piece> pieces, Partition& partition) {
 }
 
 float inkDistance(const Piece& a, const Piece& b, float reach) {
-    const int rows = static_cast<int>(reach);
+    // Columns that the ink covers.
+    const auto columns = [](const Piece& piece) {
+        int left = std::numeric_limits<int>::max(), right = std::numeric_limits<int>::min();
+        for (const Run& run : piece.runs) {
+            left = std::min<int>(left, run.x0);
+            right = std::max<int>(right, run.x1);
+        }
+        return std::pair(left, right);
+    };
+    const auto [leftA, rightA] = columns(a);
+    const auto [leftB, rightB] = columns(b);
     float least = reach;
+    if (a.runs.empty() || b.runs.empty() ||
+        static_cast<float>(std::max(leftB - rightA, leftA - rightB)) >= reach)
+        return least;
+    // Rows so far apart at most may still be nearer than what was found.
+    int rows = static_cast<int>(reach);
     std::size_t first = 0;
     for (const Run& run : a.runs) {
         while (first < b.runs.size() && b.runs[first].y < run.y - rows) ++first;
@@ -137,7 +152,10 @@ float inkDistance(const Piece& a, const Piece& b, float reach) {
             const Run& other = b.runs[k];
             const float dx = static_cast<float>(std::max({0, other.x0 - run.x1, run.x0 - other.x1}));
             const float dy = static_cast<float>(std::max(0, std::abs(run.y - other.y) - 1));
-            if (dx < least && dy < least) least = std::min(least, std::hypot(dx, dy));
+            if (dx >= least || dy >= least) continue;
+            least = std::min(least, std::hypot(dx, dy));
+            if (least <= 0) return 0;
+            rows = std::min(rows, static_cast<int>(least) + 1);
         }
     }
     return least;
