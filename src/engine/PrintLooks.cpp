@@ -22,7 +22,7 @@ constexpr std::int64_t kMostWorkingPixels = 4'000'000;
 // Log odds of a candidate being right, beyond which others of its kind are not tried.
 constexpr double kClearText = 2.2;
 constexpr double kLikelyText = 1;
-constexpr double kBeyondDoubt = 3;
+constexpr double kBeyondDoubt = 2.6;
 // So many sizes and polarities are looked at closer.
 constexpr std::size_t kMostClose = 4;
 // Where ink begins so often in a row, and on average after so few pixels, there is noise or texture.
@@ -42,7 +42,7 @@ constexpr float kBestHeight = 32;
 constexpr double kHopeless = -3, kNothing = -1e9;
 // Decisions less sure than that (log odds) are made the other way too, where there are so many pieces at
 // most.
-constexpr double kOtherBar = 1.5;
+constexpr double kOtherBar = 1;
 constexpr std::size_t kMostReconsidered = 300;
 
 // What is as large as the image itself is its frame or a shadow.

@@ -30,7 +30,7 @@ TEST(Corpus, CharactersAreCountedExactly) {
     EmbeddedTool tool{JobFolder(folder.path())};
     for (const Required& required :
          {Required{kParts + "rendered_lines", 48, 48}, Required{kParts + "rendered_charset", 18, 18},
-          Required{kGenerated, 46, 36}}) {
+          Required{kGenerated, 46, 37}}) {
         int images = 0, exact = 0;
         for (const LabelledImage& image : labelledImages(required.folder)) {
             ++images;

@@ -39,7 +39,7 @@ TEST(RenderedFonts, AFontLearntFromItsCharacterSetReadsItsLines) {
                                  {"libmono", 3, 2},
                                  {"dot6x10", 3, 2},
                                  {"incons", 3, 1},
-                                 {"ocrbS", 3, 7},
+                                 {"ocrbS", 3, 5},
                                  {"hersheyd", 2, 7}}) {
         const std::string font = required.font;
         std::string list;
