@@ -36,17 +36,21 @@ class PlatformOfWindows : public testing::Test {
     DialogScript script;
 };
 
-TEST_F(PlatformOfWindows, TellsTheHostOfBoxesAndMenusAndGivesTheOwnerBack) {
+TEST_F(PlatformOfWindows, TellsTheHostOfABoxAndGivesTheOwnerBack) {
     script.expect(DialogScript::kMessageBox, [](HWND box) { SendMessageW(box, WM_CLOSE, 0, 0); });
     platform().messageBox({"text", "Title"});
     EXPECT_EQ(modal, "on off ");
     EXPECT_TRUE(IsWindowEnabled(shown.host->window()));
     EXPECT_EQ(GetActiveWindow(), shown.host->window());
+}
+
+// Apart from the box: the X server's news that a box took the focus would close a menu that comes up right after it.
+TEST_F(PlatformOfWindows, TellsTheHostOfAMenu) {
     PopupMenu menu("menu", "Menu");
     menu.add("one", "&One");
     script.expect(DialogScript::kMenu, [](HWND) { EndMenu(); });
     platform().popUpMenu(menu, cell, 100, 100);
-    EXPECT_EQ(modal, "on off on off ");
+    EXPECT_EQ(modal, "on off ");
 }
 
 TEST_F(PlatformOfWindows, ADialogKeepsItsOwnerStillAndTimersRunning) {
