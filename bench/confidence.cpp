@@ -29,7 +29,7 @@ struct Judged {
 };
 
 struct TaughtFont {
-    Training training;
+    Network network;
     SampleStore samples;
 };
 
@@ -45,7 +45,7 @@ TaughtFont taught(const SampleSet& set) {
         training.inputs.insert(training.inputs.end(), sample.inputs.begin(), sample.inputs.end());
     }
     TrainingFigures figures;
-    font.training.network = trained(
+    font.network = trained(
         training, 1, [](const TrainingFigures&) { return true; }, figures);
     return font;
 }
@@ -60,12 +60,11 @@ void read(const TaughtFont& font, const OutlineFont& face, const std::string& se
         const LabelledPart part = charsetPart(face, seed++, faults, set);
         const Segmentation found = segment(part.image);
         if (found.glyphs.size() != part.text.size()) continue;
-        const std::vector<Answer> read = answers(found, font.training);
+        const std::vector<Answer> read = answers(found, font.network, measure);
         for (std::size_t i = 0; i < read.size(); ++i) {
-            const auto& codes = font.training.network.codes;
+            const auto& codes = font.network.codes;
             const std::int32_t code = codeOf(part.text[i]);
-            judged.push_back({{read[i].likelihood, measure.nearness(read[i].inputs, read[i].code)},
-                              read[i].code == code,
+            judged.push_back({read[i].evidence, read[i].code == code,
                               std::find(codes.begin(), codes.end(), code) != codes.end()});
         }
         --parts;

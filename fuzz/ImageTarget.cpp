@@ -1,3 +1,4 @@
+#include <array>
 #include <cmath>
 #include <cstdlib>
 #include <vector>
@@ -23,23 +24,37 @@ GreyImage imageOf(std::span<const std::uint8_t> bytes) {
     return image;
 }
 
-const Training& training() {
-    static const Training made = [] {
+// A font of three characters, three samples each.
+class TaughtFont {
+  public:
+    TaughtFont() {
         TrainingSet set;
         set.codes = {'A', 'B', 'C'};
-        for (std::uint32_t i = 0; i < 9; ++i) {
+        for (std::uint32_t i = 0; i < samples_.size(); ++i) {
+            Sample& sample = samples_[i];
+            sample.serial = i + 1;
+            sample.code = set.codes[i % 3];
             for (std::uint32_t k = 0; k < kInputCount; ++k)
-                set.inputs.push_back(static_cast<float>((k + i * 5) % 7) / 7);
+                sample.inputs[k] = static_cast<float>((k + i * 5) % 7) / 7;
+            set.inputs.insert(set.inputs.end(), sample.inputs.begin(), sample.inputs.end());
             set.classes.push_back(i % 3);
+            statistics_.add(sample);
+            places_[i] = &sample;
         }
-        Training result;
         TrainingFigures figures;
-        result.network = trained(
+        network_ = trained(
             set, 1, [](const TrainingFigures& now) { return now.cycles < 20; }, figures);
-        return result;
-    }();
-    return made;
-}
+    }
+    std::vector<Answer> read(const Segmentation& found) const {
+        return answers(found, network_, DistanceMeasure(statistics_, places_));
+    }
+
+  private:
+    std::array<Sample, 9> samples_;
+    std::array<const Sample*, 9> places_{};
+    ClassStatistics statistics_;
+    Network network_;
+};
 
 }  // namespace
 
@@ -59,10 +74,13 @@ void tryImage(std::span<const std::uint8_t> bytes) {
         for (std::size_t i = 0; i < kInputCount; ++i)
             if (!std::isfinite(inputs[i]) || (i < kFeatureCount && (inputs[i] < 0 || inputs[i] > 1)))
                 std::abort();
-    const auto read = answers(found, training());
+    static const TaughtFont font;
+    const auto read = font.read(found);
     if (read.size() != found.glyphs.size()) std::abort();
-    for (const Answer& answer : read)
-        if (!(answer.likelihood >= 0 && answer.likelihood <= 1)) std::abort();
+    for (const Answer& answer : read) {
+        const double sure = confidence(answer.evidence);
+        if (answer.code == 0 || !(sure >= 0 && sure <= 1)) std::abort();
+    }
 }
 
 }  // namespace dravik

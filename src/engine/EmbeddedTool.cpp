@@ -252,11 +252,9 @@ std::vector<ReadCharacter> EmbeddedTool::read() {
     const auto readIn = [&](const Segmentation& segments) {
         std::vector<ReadCharacter> result;
         const std::vector<FoundCharacter> places = State::places(segments);
-        const std::vector<Answer> read = answers(segments, state_->training);
+        const std::vector<Answer> read = answers(segments, state_->training.network, measure);
         for (std::size_t i = 0; i < read.size(); ++i)
-            result.push_back(
-                {places[i], characterOf(read[i].code),
-                 confidence({read[i].likelihood, measure.nearness(read[i].inputs, read[i].code)})});
+            result.push_back({places[i], characterOf(read[i].code), confidence(read[i].evidence)});
         return result;
     };
     const Segmentation& segments = state_->segments();

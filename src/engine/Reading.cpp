@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <optional>
 #include <string_view>
 
 namespace dravik {
@@ -9,23 +10,57 @@ namespace {
 
 // Height of small letters as a part of that of capitals, in most print.
 constexpr float kSmallLetters = 0.73f;
-// How much more a line must look like small letters alone than like capitals and figures, in logarithms of
-// likelihood: most print on parts has no small letters, and 2 and z, 0 and o differ by their height only.
-constexpr double kSmallLettersDoubt = 1;
+// How much surer the characters of a line must be as small letters alone than as capitals and figures, in
+// logarithms of confidence: most print on parts has no small letters, and 2 and z, 0 and o differ by their
+// height only. Beside lines of the same height there is more doubt.
+constexpr double kSmallLettersDoubt = 1, kSmallLettersBesideDoubt = 2;
+// Beside a higher line, by as much as capitals are higher than small letters, there is none, least of all
+// when all are of one height.
+constexpr float kLeastLower = 0.6f, kMostLower = 0.87f;
+constexpr double kNeighbourDoubt = 0, kOneHeightNeighbourDoubt = -1;
+// A character counts as no more wrong than that.
+constexpr double kLeastTrust = 0.01;
+// Characters that the network thinks less likely than that are not compared with the samples.
+constexpr float kWorthComparing = 0.003f;
 constexpr std::string_view kSmallOnes = "acegmnopqrsuvwxyz";
 constexpr std::string_view kMarks = "-=.,:;\"'_*+";
 
-// The line as it is when its characters, all of one height, are small letters.
-LineMetrics asSmallLetters(LineMetrics line) {
-    line.capHeight /= kSmallLetters;
-    return line;
+// Another height that the capitals of a line may have, and how much surer its characters must be then.
+struct OtherSize {
+    float capHeight = 0;
+    double doubt = 0;
+};
+
+std::optional<OtherSize> otherSize(std::span<const LineMetrics> lines, const LineMetrics& line) {
+    for (const LineMetrics& beside : lines)
+        if (const float share = line.capHeight / beside.capHeight; share > kLeastLower && share < kMostLower)
+            return OtherSize{beside.capHeight, line.oneHeight ? kOneHeightNeighbourDoubt : kNeighbourDoubt};
+    if (!line.oneHeight) return std::nullopt;
+    return OtherSize{line.capHeight / kSmallLetters,
+                     lines.size() > 1 ? kSmallLettersBesideDoubt : kSmallLettersDoubt};
 }
 
-Answer best(const Network& network, const SampleInputs& inputs, std::vector<float>& outputs) {
-    network.run(inputs, outputs);
-    const auto most = std::max_element(outputs.begin(), outputs.end());
-    return {network.codes[static_cast<std::size_t>(most - outputs.begin())], static_cast<double>(*most),
-            inputs};
+struct LineReading {
+    std::vector<Answer> answers;
+    double trust = 0;  // sum of the logarithms of the confidences
+};
+
+// Of the characters that the network takes for possible, the one that the samples make surest.
+Answer surest(const Network& network, const SampleInputs& inputs, std::span<const float> outputs,
+              const DistanceMeasure& measure) {
+    Answer best;
+    double most = -1;
+    const float likeliest = *std::max_element(outputs.begin(), outputs.end());
+    for (std::size_t i = 0; i < outputs.size(); ++i) {
+        if (outputs[i] < std::min(likeliest, kWorthComparing)) continue;
+        const std::int32_t code = network.codes[i];
+        const Evidence evidence{static_cast<double>(outputs[i]), measure.nearness(inputs, code)};
+        if (const double sure = confidence(evidence); sure > most) {
+            most = sure;
+            best = {code, evidence};
+        }
+    }
+    return best;
 }
 
 }  // namespace
@@ -43,7 +78,7 @@ std::vector<SampleInputs> allInputs(const Segmentation& found, std::span<const s
         }
         for (std::size_t line = 0; line < lines.size(); ++line)
             if (lines[line].oneHeight && small[line] && !other[line])
-                lines[line] = asSmallLetters(lines[line]);
+                lines[line].capHeight = otherSize(found.lines, lines[line])->capHeight;
     }
     std::vector<SampleInputs> inputs;
     inputs.reserve(found.glyphs.size());
@@ -52,30 +87,32 @@ std::vector<SampleInputs> allInputs(const Segmentation& found, std::span<const s
     return inputs;
 }
 
-std::vector<Answer> answers(const Segmentation& found, const Training& training) {
+std::vector<Answer> answers(const Segmentation& found, const Network& network,
+                            const DistanceMeasure& measure) {
     std::vector<Answer> result;
-    if (training.empty()) return result;
-    std::vector<float> outputs(training.network.codes.size());
-    const auto readLine = [&](std::size_t from, std::size_t to, const LineMetrics& line, double& trust) {
-        std::vector<Answer> answers;
-        trust = 0;
+    if (network.empty()) return result;
+    std::vector<float> outputs(network.codes.size());
+    const auto readAs = [&](std::size_t from, std::size_t to, const LineMetrics& line) {
+        LineReading reading;
         for (std::size_t i = from; i < to; ++i) {
-            answers.push_back(best(training.network, glyphInputs(found, found.glyphs[i], line), outputs));
-            trust += std::log(std::max(1e-3, answers.back().likelihood));
+            const SampleInputs inputs = glyphInputs(found, found.glyphs[i], line);
+            network.run(inputs, outputs);
+            reading.answers.push_back(surest(network, inputs, outputs, measure));
+            reading.trust += std::log(std::max(kLeastTrust, confidence(reading.answers.back().evidence)));
         }
-        return answers;
+        return reading;
     };
     for (std::size_t from = 0; from < found.glyphs.size();) {
         std::size_t to = from;
         while (to < found.glyphs.size() && found.glyphs[to].line == found.glyphs[from].line) ++to;
-        const LineMetrics& line = found.lines[static_cast<std::size_t>(found.glyphs[from].line)];
-        double trust = 0, otherTrust = 0;
-        std::vector<Answer> answers = readLine(from, to, line, trust);
-        if (line.oneHeight) {
-            std::vector<Answer> others = readLine(from, to, asSmallLetters(line), otherTrust);
-            if (otherTrust > trust + kSmallLettersDoubt) answers = std::move(others);
+        LineMetrics line = found.lines[static_cast<std::size_t>(found.glyphs[from].line)];
+        LineReading best = readAs(from, to, line);
+        if (const std::optional<OtherSize> other = otherSize(found.lines, line)) {
+            line.capHeight = other->capHeight;
+            LineReading reading = readAs(from, to, line);
+            if (reading.trust - other->doubt > best.trust) best = std::move(reading);
         }
-        result.insert(result.end(), answers.begin(), answers.end());
+        result.insert(result.end(), best.answers.begin(), best.answers.end());
         from = to;
     }
     return result;

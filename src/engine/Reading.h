@@ -5,8 +5,9 @@
 #include <string>
 #include <vector>
 
+#include "engine/Confidence.h"
 #include "engine/Features.h"
-#include "engine/FontFile.h"
+#include "engine/Network.h"
 #include "engine/Segmentation.h"
 
 namespace dravik {
@@ -17,11 +18,11 @@ std::vector<SampleInputs> allInputs(const Segmentation& found, std::span<const s
 
 struct Answer {
     std::int32_t code = 0;
-    double likelihood = 0;  // 0 to 1, as the network sees it
-    SampleInputs inputs{};  // that it was read from
+    Evidence evidence;
 };
 
-// The trained characters that the found ones look most like, in their order.
-std::vector<Answer> answers(const Segmentation& found, const Training& training);
+// The trained characters that the found ones look most like, in their order; none when nothing was trained.
+std::vector<Answer> answers(const Segmentation& found, const Network& network,
+                            const DistanceMeasure& measure);
 
 }  // namespace dravik

@@ -2,6 +2,8 @@
 // characters.
 #include <gtest/gtest.h>
 
+#include <thread>
+
 #include "base/TemporaryFolder.h"
 #include "engine/EmbeddedTool.h"
 #include "engine/LabelledImages.h"
@@ -60,6 +62,35 @@ TEST(Corpus, OtherViewsHaveAsManyCharactersAsTheySay) {
         }
     }
     EXPECT_GT(views, 20);
+}
+
+// Lines of small letters alone look like capitals; the font's samples, and the height of a line beside them,
+// tell which they are.
+TEST(Corpus, LinesOfSmallLettersAreReadAsSuch) {
+    const TemporaryFolder folder;
+    EmbeddedTool tool{JobFolder(folder.path())};
+    const std::vector<LabelledImage> sheets = labelledImages(kParts + "rendered_charset");
+    std::string font;
+    for (const LabelledImage& image :
+         labelledImages(std::string(DRAVIK_SOURCE_DIR) + "/tests/engine/small_letters")) {
+        if (image.font != font) {
+            font = image.font;
+            tool.CreateFont(font);
+            for (const LabelledImage& sheet : sheets)
+                if (sheet.font == font) {
+                    tool.setImage(readPng(sheet.file));
+                    tool.IncludeSamples(sheet.text);
+                    tool.CommitNewSamples();
+                }
+            tool.StartTraining();
+            while (!tool.IsTrainingDone()) std::this_thread::yield();
+        }
+        tool.setImage(readPng(image.file));
+        std::string read;
+        for (const ReadCharacter& one : tool.read()) read += one.character;
+        EXPECT_EQ(read, image.text) << image.name;
+    }
+    EXPECT_EQ(font, "libmono");
 }
 
 TEST(Corpus, OtherPrintIsCountedExactly) {
