@@ -1,6 +1,7 @@
 // How much memory the engine takes at most: for finding and reading the characters of images, as a multiple
 // of the image's own bytes, and for a font of 99,999 samples, in bytes a sample. Each case runs in a process
 // of its own.
+#include <malloc.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -40,6 +41,7 @@ double most(const std::function<void()>& first, const std::function<void()>& wor
         double result = -1;
         try {
             first();
+            malloc_trim(0);  // what it left free would be used again, uncounted
             const double before = status("VmRSS");
             work();
             result = status("VmHWM") - before;
@@ -122,7 +124,12 @@ void measureImages() {
          {std::pair{640, 400}, {1280, 800}, {1000, 1010}, {1600, 1200}, {4000, 3000}, {8000, 8000}})
         for (const Case& one : cases) {
             const GreyImage image = one.draw(width, height);
-            const double bytes = most([] { segment(noise(120, 60)); }, [&image] { segment(image); });
+            const double bytes = most(
+                [] {
+                    for (const GreyImage& small : {noise(120, 60), scattered(120, 120), fullPage(120, 60)})
+                        segment(small);
+                },
+                [&image] { segment(image); });
             std::printf("%-14s %12.0f %16.2f\n", one.name, static_cast<double>(width) * height,
                         1 + bytes / (static_cast<double>(width) * height));
             std::fflush(stdout);

@@ -6,7 +6,7 @@
 namespace dravik {
 namespace {
 
-constexpr EvidenceTerms kWeights = {0.788, 0.203, 0.252, 0.796, -1.331, -1.673};
+constexpr EvidenceTerms kWeights = {2.654, 0.234, -0.241, 0.943, -0.491, -3.054};
 // Beyond these odds the network says no more than that it is sure.
 constexpr double kLeastDoubt = 1e-4;
 
