@@ -4,8 +4,10 @@
 //     sheets dravik_evaluate read CHARSETS LINES       the same with other folders, e.g. of dravik_generate
 //     dravik_evaluate count [-v] FOLDER...      images with the exact number of characters, by tier and kind;
 //                                               with -v those without
-//     dravik_evaluate fit cuts|joins|print|choice FOLDER... fits the weights by which touching characters are cut,
-//                                               dirt is dropped or the likeliest way to see an image is chosen
+//     dravik_evaluate fit cuts|joins|print|choice|shapes FOLDER... fits the weights by which touching
+//     characters are cut,
+//                                               dirt is dropped or the likeliest way to see an image is
+//                                               chosen
 //     dravik_evaluate shared FOLDER             the other data sets: digits, pages, a photograph
 #include <cstdio>
 #include <exception>
@@ -28,12 +30,13 @@ int main(int argc, char** argv) {
                 dravik::countFolder(arguments[i], verbose);
         } else if (what == "fit" && arguments.size() > 2 &&
                    (arguments[1] == "cuts" || arguments[1] == "joins" || arguments[1] == "print" ||
-                    arguments[1] == "choice")) {
+                    arguments[1] == "choice" || arguments[1] == "shapes")) {
             const std::vector<std::string> folders(arguments.begin() + 2, arguments.end());
             if (arguments[1] == "cuts") dravik::fitCuts(folders);
             if (arguments[1] == "joins") dravik::fitJoins(folders);
             if (arguments[1] == "print") dravik::fitPrint(folders);
             if (arguments[1] == "choice") dravik::fitChoice(folders);
+            if (arguments[1] == "shapes") dravik::fitShapes(folders);
         } else if (what == "shared" && arguments.size() == 2) {
             dravik::countShared(arguments[1]);
         } else if (what == "read" && (arguments.size() == 3 || arguments.size() < 2)) {
@@ -41,9 +44,9 @@ int main(int argc, char** argv) {
             dravik::readBack(arguments.size() == 3 ? arguments[1] : parts + "rendered_charset",
                              arguments.size() == 3 ? arguments[2] : parts + "rendered_lines");
         } else {
-            std::fprintf(
-                stderr,
-                "usage: dravik_evaluate [read CHARSETS LINES | count [-v] FOLDER... | fit cuts|joins|print|choice FOLDER... | shared FOLDER]\n");
+            std::fprintf(stderr,
+                         "usage: dravik_evaluate [read CHARSETS LINES | count [-v] FOLDER... | fit "
+                         "cuts|joins|print|choice|shapes FOLDER... | shared FOLDER]\n");
             return 2;
         }
     } catch (const std::exception& failure) {

@@ -14,40 +14,10 @@
 #include "engine/PngFile.h"
 #include "engine/PrintCleaning.h"
 #include "evaluate/NetworkFitting.h"
+#include "evaluate/TrueBoxes.h"
 
 namespace dravik {
 namespace {
-
-struct Truth {
-    bool dark = true;
-    float capHeight = 0;
-    std::vector<Box> characters;  // in image pixels
-};
-
-std::vector<std::string> columnsOf(const std::string& row) {
-    std::vector<std::string> result;
-    std::stringstream in(row);
-    for (std::string one; std::getline(in, one, '\t');) result.push_back(one);
-    return result;
-}
-
-std::map<std::string, Truth> truths(const std::string& folder) {
-    std::map<std::string, Truth> result;
-    std::ifstream meta(folder + "/meta.tsv"), boxes(folder + "/boxes.tsv");
-    for (std::string row; std::getline(meta, row);) {
-        const auto columns = columnsOf(row);
-        if (columns.size() > 3 && columns[0] != "file") result[columns[0]].dark = columns[3] == "dark";
-    }
-    for (std::string row; std::getline(boxes, row);) {
-        const auto columns = columnsOf(row);
-        if (columns.size() < 10 || columns[0] == "file") continue;
-        Truth& truth = result[columns[0]];
-        truth.capHeight = std::stof(columns[9]);
-        truth.characters.push_back(
-            {std::stof(columns[4]), std::stof(columns[5]), std::stof(columns[6]), std::stof(columns[7])});
-    }
-    return result;
-}
 
 // Print found at the size and with the grain that suit it, and where its characters truly are.
 struct FoundPrint {
@@ -83,12 +53,7 @@ void findPrint(const GreyImage& image, const Truth& truth, bool dots, Visit visi
         frame.slant = printSlant(pieces, frame.slope, height);
         for (Piece& piece : pieces) piece.measure(frame);
         std::vector<Box> characters;
-        for (const Box& box : truth.characters) {
-            const float x = box.middleX() / scale, y = box.middleY() / scale;
-            const float along = frame.along(x, y), across = frame.across(x, y);
-            const float half = 0.5f * box.width() / scale, tall = 0.5f * box.height() / scale;
-            characters.push_back({along - half, across - tall, along + half, across + tall});
-        }
+        for (const Box& box : truth.characters) characters.push_back(inFrame(box, frame, 0, 0, scale));
         visit(FoundPrint{binarizer, ink, look, frame, cap, textLines(std::move(pieces), height),
                          std::move(characters)});
     }
@@ -157,7 +122,8 @@ using PrintCase = FitGroup<kPrintTraits>;
 
 void addPrintCases(std::vector<PrintCase>& cases, FoundPrint found) {
     CharacterDecisions decisions;
-    for (LinePieces& line : found.lines) line.pieces = lineCharacters(std::move(line), found.frame, decisions);
+    for (LinePieces& line : found.lines)
+        line.pieces = lineCharacters(std::move(line), found.frame, decisions);
     const auto traits = printTraits(found.lines, found.ink, found.seen, found.look);
     const float room = 0.1f * found.capHeight;
     for (std::size_t l = 0; l < found.lines.size(); ++l)

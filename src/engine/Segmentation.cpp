@@ -2,45 +2,36 @@
 
 #include <algorithm>
 #include <cmath>
-#include <map>
 #include <memory>
 #include <utility>
 
-#include "engine/PrintLooks.h"
+#include "engine/CharacterShapes.h"
+#include "engine/Contenders.h"
 
 namespace dravik {
 namespace {
 
-// How much a difference in likeness matters beside the number of views that agree; measured on generated part
-// images.
-constexpr double kVoteSpread = 1.3;
 // Log odds of being right below which there is only noise, not print.
 constexpr double kNoPrint = -2.5;
-// Other numbers of characters worth a thought.
-constexpr std::size_t kMostOthers = 4;
-constexpr double kLeastOther = -4;
+// Where looks differ by more characters, some see other things than characters, of which shapes tell little.
+constexpr std::size_t kMostDifferent = 2;
+// What the shapes of the characters weigh beside the votes of the looks; measured on generated part images.
+constexpr double kShapeShare = 0.33;
 
-// A number of characters that was seen: its likeliest candidate, and the weight of all that saw it.
-struct Number {
-    Candidate* best = nullptr;
-    double votes = 0;
-};
+// Judging more or larger print would take long.
+constexpr std::size_t kMostJudged = 300;
+constexpr double kMostPixelsJudged = 1'000'000;
 
-// The likeliest first: views weigh as much as they are likely.
-std::vector<Number> numbersSeen(std::vector<Candidate>& candidates) {
-    double most = -1e9;
-    for (const Candidate& one : candidates) most = std::max(most, one.value);
-    std::map<std::size_t, Number> byNumber;
-    for (Candidate& one : candidates) {
-        Number& number = byNumber[one.characters];
-        number.votes += std::exp((one.value - most) / kVoteSpread);
-        if (!number.best || one.value > number.best->value) number.best = &one;
-    }
-    std::vector<Number> result;
-    for (const auto& [characters, number] : byNumber) result.push_back(number);
-    std::stable_sort(result.begin(), result.end(),
-                     [](const Number& a, const Number& b) { return a.votes > b.votes; });
-    return result;
+bool isWorthJudging(const Contender& number) {
+    const Candidate& one = *number.best;
+    const double pixels = static_cast<double>(one.region.width()) * one.region.height() /
+                          (static_cast<double>(one.scale) * static_cast<double>(one.scale));
+    return one.characters <= kMostJudged && pixels <= kMostPixelsJudged;
+}
+
+Segmentation taken(const GreyImage& image, Candidate& candidate) {
+    const std::unique_ptr<Segmentation> held = std::move(candidate.seen);
+    return held ? std::move(*held) : seenAgain(image, candidate.region, candidate.scale, candidate.look);
 }
 
 }  // namespace
@@ -61,20 +52,35 @@ Region Segmentation::place(const Glyph& glyph) const {
 
 Segmentation segment(const GreyImage& image) {
     std::vector<Candidate> candidates = printCandidates(image);
-    const std::vector<Number> numbers = numbersSeen(candidates);
+    std::vector<Contender> numbers = contenders(candidates);
     if (numbers.empty() || numbers.front().best->value < kNoPrint) return {};
-    std::vector<OtherView> others;
-    for (std::size_t i = 1; i < std::min(numbers.size(), kMostOthers + 1); ++i) {
-        const double odds = std::log(numbers[i].votes / numbers.front().votes);
-        if (odds < kLeastOther) break;
-        const Candidate& one = *numbers[i].best;
-        others.push_back({one.look, one.region, one.scale, one.characters, odds});
+    const std::size_t first = numbers.front().best->characters;
+    std::erase_if(numbers, [first](const Contender& one) {
+        const std::size_t characters = one.best->characters;
+        return characters > first + kMostDifferent || characters + kMostDifferent < first;
+    });
+    for (Candidate& one : candidates)
+        if (&one != numbers.front().best) one.seen.reset();
+    Segmentation result;
+    if (numbers.size() > 1 && std::all_of(numbers.begin(), numbers.end(), isWorthJudging)) {
+        // One after the other, since each takes room.
+        for (Contender& number : numbers) {
+            result = {};
+            result = taken(image, *number.best);
+            number.odds += kShapeShare * shapeEvidence(result);
+        }
+        const Contender last = numbers.back();
+        std::stable_sort(numbers.begin(), numbers.end(),
+                         [](const Contender& a, const Contender& b) { return a.odds > b.odds; });
+        if (last.best != numbers.front().best) result = {};
     }
-    Candidate& best = *numbers.front().best;
-    const std::unique_ptr<Segmentation> held = std::move(best.seen);
-    for (Candidate& one : candidates) one.seen.reset();
-    Segmentation result = held ? std::move(*held) : seenAgain(image, best.region, best.scale, best.look);
-    result.others = std::move(others);
+    const Contender& best = numbers.front();
+    if (result.glyphs.empty()) result = taken(image, *best.best);
+    for (std::size_t i = 1; i < numbers.size(); ++i) {
+        const Candidate& one = *numbers[i].best;
+        result.others.push_back(
+            {one.look, one.region, one.scale, one.characters, numbers[i].odds - best.odds});
+    }
     return result;
 }
 

@@ -17,6 +17,8 @@ const std::string kParts = std::string(DRAVIK_SOURCE_DIR) + "/data/parts/";
 // Made by dravik_generate (set `develop`): clean, typical and hard images of twelve faces, three of them
 // dotted.
 const std::string kGenerated = std::string(DRAVIK_SOURCE_DIR) + "/tests/engine/corpus";
+// Lines of which some have small letters alone.
+const std::string kSmallLetters = std::string(DRAVIK_SOURCE_DIR) + "/tests/engine/small_letters";
 
 std::size_t foundIn(EmbeddedTool& tool, const LabelledImage& image) {
     tool.setImage(readPng(image.file));
@@ -49,18 +51,20 @@ TEST(Corpus, CharactersAreCountedExactly) {
 // A font decides between the views of an image by what it reads in each.
 TEST(Corpus, OtherViewsHaveAsManyCharactersAsTheySay) {
     int views = 0;
-    for (const LabelledImage& one : labelledImages(kGenerated)) {
-        const GreyImage image = readPng(one.file);
-        const Segmentation found = segment(image);
-        double odds = 0;
-        for (const OtherView& view : found.others) {
-            ++views;
-            EXPECT_NE(view.characters, found.glyphs.size()) << one.name;
-            EXPECT_EQ(segment(image, view).glyphs.size(), view.characters) << one.name;
-            EXPECT_LE(view.odds, odds) << one.name;
-            odds = view.odds;
+    for (const std::string& folder :
+         {kGenerated, kSmallLetters, kParts + "rendered_lines", kParts + "rendered_charset"})
+        for (const LabelledImage& one : labelledImages(folder)) {
+            const GreyImage image = readPng(one.file);
+            const Segmentation found = segment(image);
+            double odds = 0;
+            for (const OtherView& view : found.others) {
+                ++views;
+                EXPECT_NE(view.characters, found.glyphs.size()) << one.name;
+                EXPECT_EQ(segment(image, view).glyphs.size(), view.characters) << one.name;
+                EXPECT_LE(view.odds, odds) << one.name;
+                odds = view.odds;
+            }
         }
-    }
     EXPECT_GT(views, 20);
 }
 
@@ -71,8 +75,7 @@ TEST(Corpus, LinesOfSmallLettersAreReadAsSuch) {
     EmbeddedTool tool{JobFolder(folder.path())};
     const std::vector<LabelledImage> sheets = labelledImages(kParts + "rendered_charset");
     std::string font;
-    for (const LabelledImage& image :
-         labelledImages(std::string(DRAVIK_SOURCE_DIR) + "/tests/engine/small_letters")) {
+    for (const LabelledImage& image : labelledImages(kSmallLetters)) {
         if (image.font != font) {
             font = image.font;
             tool.CreateFont(font);

@@ -1,4 +1,5 @@
 // Finding characters: each case is an image that a camera can deliver.
+#include "engine/CharacterShapes.h"
 #include "engine/Segmentation.h"
 
 #include <gtest/gtest.h>
@@ -107,6 +108,28 @@ TEST(Segmentation, TouchingFiguresOfEvenPitchAreCut) {
     for (int x = 24 + 5 * 4; x < 24 + 6 * 4; ++x)
         for (int y = base; y < base + 4; ++y) image(x, y) = 40;
     EXPECT_EQ(counts(image), "10");
+}
+
+// What looks disagree about is settled by this.
+TEST(Segmentation, HalvesAndPairsOfCharactersLookLessWholeThanCharacters) {
+    for (const Drawing& how : {Drawing{.scale = 4, .dot = 4}, Drawing{.scale = 7, .dot = 7}}) {
+        const Segmentation found = segment(drawn({"0A1B2C3E4H"}, how));
+        ASSERT_EQ(found.glyphs.size(), 10u);
+        const double whole = shapeEvidence(found);
+        for (const std::size_t i : {0u, 1u, 3u, 7u, 9u}) {
+            Segmentation halved = found, paired = found;
+            const Piece& piece = found.glyphs[i].piece;
+            auto [left, right] = cut(piece, found.frame, piece.box.middleX());
+            halved.glyphs[i].piece = std::move(left);
+            halved.glyphs.insert(halved.glyphs.begin() + static_cast<std::ptrdiff_t>(i) + 1,
+                                 {std::move(right), found.glyphs[i].line});
+            EXPECT_LT(shapeEvidence(halved), whole) << i;
+            const std::size_t next = i == 9 ? 8 : i + 1;
+            paired.glyphs[i].piece.join(std::move(paired.glyphs[next].piece));
+            paired.glyphs.erase(paired.glyphs.begin() + static_cast<std::ptrdiff_t>(next));
+            EXPECT_LT(shapeEvidence(paired), whole) << i;
+        }
+    }
 }
 
 }  // namespace
