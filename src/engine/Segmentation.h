@@ -37,7 +37,7 @@ struct OtherView {
     Region region;  // of the image
     float scale = 1;
     std::size_t characters = 0;
-    double odds = 0;  // logarithm, against the number that most looks saw
+    double odds = 0;  // logarithm, against the number that was taken
 };
 
 struct Segmentation {
