@@ -12,11 +12,14 @@
 
 #include "base/Text.h"
 #include "distance/SampleSets.h"
-#include "engine/Confidence.h"
-#include "engine/Reading.h"
-#include "engine/SampleStore.h"
+#include "engine/classifier/Confidence.h"
+#include "engine/classifier/Reading.h"
+#include "engine/font/SampleStore.h"
 
 namespace dravik {
+
+using namespace engine;
+using namespace tool;
 namespace {
 
 constexpr int kTaught = 12;

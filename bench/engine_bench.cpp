@@ -5,15 +5,18 @@
 
 #include "base/Text.h"
 #include "contract/DrawnText.h"
-#include "engine/DistanceMeasure.h"
-#include "engine/FontFile.h"
-#include "engine/Network.h"
 #include "engine/PngFile.h"
-#include "engine/Reading.h"
-#include "engine/SampleStore.h"
-#include "engine/SampleTable.h"
+#include "engine/classifier/DistanceMeasure.h"
+#include "engine/classifier/Network.h"
+#include "engine/classifier/Reading.h"
+#include "engine/font/FontFile.h"
+#include "engine/font/SampleStore.h"
+#include "engine/font/SampleTable.h"
 
 namespace dravik {
+
+using namespace engine;
+using namespace tool;
 namespace {
 
 const std::string kParts = std::string(DRAVIK_SOURCE_DIR) + "/data/parts/";

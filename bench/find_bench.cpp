@@ -9,9 +9,11 @@
 
 #include "contract/DrawnText.h"
 #include "engine/PngFile.h"
-#include "engine/Segmentation.h"
+#include "engine/segmentation/Segmentation.h"
 
 namespace dravik {
+
+using namespace engine;
 namespace {
 
 // Two lines of print in a larger noisy image.

@@ -15,12 +15,15 @@
 #include <string>
 
 #include "contract/DrawnText.h"
-#include "engine/EmbeddedTool.h"
-#include "engine/FontFile.h"
-#include "engine/Segmentation.h"
+#include "engine/embedded/EmbeddedTool.h"
+#include "engine/font/FontFile.h"
+#include "engine/segmentation/Segmentation.h"
 #include "tool/Samples.h"
 
 namespace dravik {
+
+using namespace engine;
+using namespace tool;
 namespace {
 
 // A figure of /proc/self/status, in bytes.

@@ -10,21 +10,27 @@
 #include <vector>
 
 #ifdef _WIN32
-#include "activex/win32/Windows.h"
+#include "windows/win32/Windows.h"
 // Behind the Windows headers
-#include "activex/com/ComFontTool.h"
-#include "activex/com/ComStep.h"
+#include "windows/com/ComFontTool.h"
+#include "windows/com/ComStep.h"
 #endif
 #include "base/TemporaryFolder.h"
 #include "base/Text.h"
 #include "contract/DrawnText.h"
-#include "engine/EmbeddedTool.h"
-#include "shell/DravikDlg.h"
+#include "engine/embedded/EmbeddedTool.h"
+#include "screen/shell/DravikDlg.h"
 #include "tool/Samples.h"
 
 namespace {
 
 using namespace dravik;
+using namespace dravik::com;
+using namespace dravik::engine;
+using namespace dravik::screen;
+using namespace dravik::tool;
+using namespace dravik::ui;
+using namespace dravik::win32;
 
 constexpr int kRuns = 9;
 constexpr int kSamples = 10'000;

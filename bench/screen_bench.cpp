@@ -18,14 +18,20 @@
 #include "base/NumberFormat.h"
 #include "base/Text.h"
 #include "contract/DrawnText.h"
-#include "desktop/Peers.h"
-#include "engine/EmbeddedTool.h"
-#include "engine/FontFile.h"
-#include "histogram/dlgCharHist.h"
-#include "shell/DravikDlg.h"
+#include "engine/embedded/EmbeddedTool.h"
+#include "engine/font/FontFile.h"
+#include "qt/Peers.h"
+#include "screen/histogram/dlgCharHist.h"
+#include "screen/shell/DravikDlg.h"
 #include "tool/Samples.h"
 
 namespace dravik {
+
+using namespace engine;
+using namespace qt;
+using namespace screen;
+using namespace tool;
+using namespace ui;
 namespace {
 
 constexpr char kFont[] = "largest";

@@ -7,12 +7,15 @@
 #include "FuzzTargets.h"
 #include "base/Failure.h"
 #include "base/Text.h"
-#include "engine/FontFile.h"
-#include "engine/SampleStore.h"
-#include "engine/SampleTable.h"
+#include "engine/font/FontFile.h"
+#include "engine/font/SampleStore.h"
+#include "engine/font/SampleTable.h"
 #include "tool/Samples.h"
 
 namespace dravik {
+
+using namespace engine;
+using namespace tool;
 namespace {
 
 constexpr std::size_t kHeader = 24;

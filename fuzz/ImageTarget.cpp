@@ -4,10 +4,13 @@
 #include <vector>
 
 #include "FuzzTargets.h"
-#include "engine/Reading.h"
-#include "engine/Segmentation.h"
+#include "engine/classifier/Reading.h"
+#include "engine/segmentation/Segmentation.h"
 
 namespace dravik {
+
+using namespace engine;
+using namespace tool;
 namespace {
 
 // Small images from few bytes: pixels that are missing repeat those that are there, in rows or as they run.

@@ -6,6 +6,8 @@
 
 namespace dravik {
 
+using namespace trainer;
+
 void trySampleList(std::span<const std::uint8_t> bytes) {
     const std::string_view content(reinterpret_cast<const char*>(bytes.data()), bytes.size());
     try {

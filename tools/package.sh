@@ -44,7 +44,7 @@ for arch; do
     for file in DravikDlg.ocx DravikTrainer.exe DravikToolCheck.exe; do
         $strip -o "$stage/$file" "$(built "$arch" $file)"
     done
-    cp src/activex/idl/*.idl "$stage/contract"
+    cp src/windows/idl/*.idl "$stage/contract"
     for library in MerrowLib TollanLib DravikLib DravikDlgLib; do
         cp "$(built "$arch" $library.tlb)" "$(built "$arch" $library.h)" "$stage/contract"
     done

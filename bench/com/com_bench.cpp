@@ -8,18 +8,21 @@
 #include <memory>
 #include <vector>
 
-#include "activex/com/ComFontTool.h"
-#include "activex/com/ComStep.h"
-#include "activex/com/ToolValues.h"
+#include "windows/com/ComFontTool.h"
+#include "windows/com/ComStep.h"
+#include "windows/com/ToolValues.h"
 // Behind the Windows headers
 #include "base/TemporaryFolder.h"
 #include "contract/DrawnText.h"
-#include "engine/EmbeddedTool.h"
+#include "engine/embedded/EmbeddedTool.h"
 #include "tool/Samples.h"
 
 namespace {
 
 using namespace dravik;
+using namespace dravik::com;
+using namespace dravik::engine;
+using namespace dravik::tool;
 
 constexpr int kRuns = 9;
 constexpr int kSamples = 10'000;

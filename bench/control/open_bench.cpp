@@ -1,6 +1,6 @@
 // How long the control takes to come up in a host: made, activated, laid out and painted, without and with a
 // step. Median of several runs after a first one, in milliseconds.
-#include "control/support/Bench.h"
+#include "windows/control/support/Bench.h"
 // Behind the Windows headers
 #include <algorithm>
 #include <chrono>
@@ -9,6 +9,7 @@
 
 int main() {
     using namespace dravik;
+    using namespace dravik::app;
     constexpr int kRuns = 15;
     using Clock = std::chrono::steady_clock;
     const auto since = [](Clock::time_point start) {

@@ -6,9 +6,11 @@
 #include <map>
 #include <utility>
 
-#include "engine/Network.h"
+#include "engine/classifier/Network.h"
 
 namespace dravik {
+
+using namespace engine;
 namespace {
 
 double squared(const SampleInputs& a, const SampleInputs& b) {

@@ -4,9 +4,11 @@
 
 #include <vector>
 
-#include "engine/Sample.h"
+#include "engine/segmentation/Sample.h"
 
 namespace dravik {
+
+using namespace engine;
 
 // Distance to the own class's mean over that to the nearest other class's, features as they are.
 std::vector<double> classMeanRatios(const std::vector<Sample>& samples);

@@ -8,6 +8,8 @@
 
 namespace dravik {
 
+using namespace engine;
+
 Planted planted(std::vector<Sample> samples, double share, std::uint32_t seed) {
     std::mt19937 random(seed);
     std::set<std::int32_t> distinct;

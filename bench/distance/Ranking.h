@@ -4,9 +4,11 @@
 #include <cstdint>
 #include <vector>
 
-#include "engine/Sample.h"
+#include "engine/segmentation/Sample.h"
 
 namespace dravik {
+
+using namespace engine;
 
 // Samples some of which were given the label of another class.
 struct Planted {

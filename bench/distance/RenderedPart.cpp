@@ -10,6 +10,8 @@
 #include <stdexcept>
 
 namespace dravik {
+
+using namespace engine;
 namespace {
 
 struct Library {

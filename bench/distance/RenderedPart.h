@@ -7,9 +7,11 @@
 #include <string>
 #include <vector>
 
-#include "engine/GreyImage.h"
+#include "engine/image/GreyImage.h"
 
 namespace dravik {
+
+using namespace engine;
 
 // An outline font's file; raises std::runtime_error when it cannot be read.
 class OutlineFont {

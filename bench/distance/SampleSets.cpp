@@ -6,9 +6,12 @@
 #include <random>
 
 #include "base/Text.h"
-#include "engine/Reading.h"
+#include "engine/classifier/Reading.h"
 
 namespace dravik {
+
+using namespace engine;
+using namespace tool;
 
 const std::string kAllCharacters =
     "ABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789abcdefghijklmnopqrstuvwxyz*+-=/.,:;\"'_";

@@ -6,9 +6,11 @@
 #include <vector>
 
 #include "RenderedPart.h"
-#include "engine/Sample.h"
+#include "engine/segmentation/Sample.h"
 
 namespace dravik {
+
+using namespace engine;
 
 struct SampleSet {
     std::string name;

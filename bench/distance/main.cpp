@@ -11,12 +11,15 @@
 #include "Peers.h"
 #include "Ranking.h"
 #include "SampleSets.h"
-#include "engine/EmbeddedTool.h"
-#include "engine/FontFile.h"
-#include "engine/SampleStore.h"
+#include "engine/embedded/EmbeddedTool.h"
+#include "engine/font/FontFile.h"
+#include "engine/font/SampleStore.h"
 #include "tool/Samples.h"
 
 namespace dravik {
+
+using namespace engine;
+using namespace tool;
 namespace {
 
 constexpr std::uint32_t kRepeats = 5;

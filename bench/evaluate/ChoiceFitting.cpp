@@ -6,15 +6,18 @@
 #include <thread>
 
 #include "base/Text.h"
-#include "engine/CharacterShapes.h"
-#include "engine/Contenders.h"
 #include "engine/LabelledImages.h"
 #include "engine/PngFile.h"
-#include "engine/PrintLooks.h"
+#include "engine/segmentation/CharacterShapes.h"
+#include "engine/segmentation/Contenders.h"
+#include "engine/segmentation/PrintLooks.h"
 #include "evaluate/NetworkFitting.h"
 #include "evaluate/TrueBoxes.h"
 
 namespace dravik {
+
+using namespace engine;
+using namespace tool;
 namespace {
 
 using Choice = FitGroup<kTextTraits>;

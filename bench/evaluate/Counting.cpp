@@ -10,10 +10,12 @@
 
 #include "engine/LabelledImages.h"
 #include "engine/PngFile.h"
-#include "engine/Segmentation.h"
+#include "engine/segmentation/Segmentation.h"
 #include "evaluate/PlainPeer.h"
 
 namespace dravik {
+
+using namespace engine;
 namespace {
 
 struct Share {

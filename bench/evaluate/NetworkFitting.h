@@ -8,9 +8,11 @@
 #include <random>
 #include <vector>
 
-#include "engine/RectifiedNetwork.h"
+#include "engine/segmentation/RectifiedNetwork.h"
 
 namespace dravik {
+
+using namespace engine;
 
 template <std::size_t Traits>
 struct FitGroup {

@@ -8,15 +8,17 @@
 #include <random>
 #include <sstream>
 
-#include "engine/CharacterJoins.h"
-#include "engine/DotPrint.h"
-#include "engine/LineCharacters.h"
 #include "engine/PngFile.h"
-#include "engine/PrintCleaning.h"
+#include "engine/segmentation/CharacterJoins.h"
+#include "engine/segmentation/DotPrint.h"
+#include "engine/segmentation/LineCharacters.h"
+#include "engine/segmentation/PrintCleaning.h"
 #include "evaluate/NetworkFitting.h"
 #include "evaluate/TrueBoxes.h"
 
 namespace dravik {
+
+using namespace engine;
 namespace {
 
 // Print found at the size and with the grain that suit it, and where its characters truly are.

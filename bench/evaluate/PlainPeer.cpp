@@ -6,6 +6,8 @@
 #include <vector>
 
 namespace dravik {
+
+using namespace engine;
 namespace {
 
 struct Part {

@@ -5,7 +5,7 @@
 
 #include <cstddef>
 
-#include "engine/GreyImage.h"
+#include "engine/image/GreyImage.h"
 
 namespace dravik {
 

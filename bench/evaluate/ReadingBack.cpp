@@ -8,12 +8,15 @@
 #include <thread>
 #include <vector>
 
-#include "engine/EmbeddedTool.h"
 #include "engine/LabelledImages.h"
 #include "engine/PngFile.h"
+#include "engine/embedded/EmbeddedTool.h"
 #include "tool/Samples.h"
 
 namespace dravik {
+
+using namespace engine;
+using namespace tool;
 namespace {
 
 using Fonts = std::map<std::string, std::vector<LabelledImage>>;

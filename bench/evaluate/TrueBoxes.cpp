@@ -4,6 +4,8 @@
 #include <sstream>
 
 namespace dravik {
+
+using namespace engine;
 namespace {
 
 std::vector<std::string> columnsOf(const std::string& row) {

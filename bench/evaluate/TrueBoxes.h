@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "engine/Components.h"
+#include "engine/image/Components.h"
 
 namespace dravik {
 

@@ -6,6 +6,8 @@
 #include "generate/Field.h"
 
 namespace dravik {
+
+using namespace engine;
 namespace {
 
 // From the print's points to the image's: a slant and a turn about the print's origin, then a shift.

@@ -4,11 +4,13 @@
 #include <string>
 #include <vector>
 
-#include "engine/GreyImage.h"
+#include "engine/image/GreyImage.h"
 #include "generate/Print.h"
 #include "generate/Random.h"
 
 namespace dravik {
+
+using namespace engine;
 
 // Lengths in parts of the height of capitals, grey levels 0 to 255, probabilities and shares 0 to 1.
 struct View {

@@ -3,6 +3,8 @@
 #include <algorithm>
 
 namespace dravik {
+
+using namespace engine;
 namespace {
 
 void tag(Conditions& conditions, const char* name) {

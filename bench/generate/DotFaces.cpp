@@ -7,6 +7,7 @@
 #include <map>
 
 namespace dravik {
+
 namespace {
 
 // Columns from the left, bit 0 being the top row; row 7 lies below the baseline.

@@ -5,6 +5,8 @@
 #include <cmath>
 
 namespace dravik {
+
+using namespace engine;
 namespace {
 
 constexpr std::array<int, 64> kSteps = {

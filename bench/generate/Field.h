@@ -4,9 +4,11 @@
 #include <cstddef>
 #include <vector>
 
-#include "engine/GreyImage.h"
+#include "engine/image/GreyImage.h"
 
 namespace dravik {
+
+using namespace engine;
 
 struct Field {
     int width, height;

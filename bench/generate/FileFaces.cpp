@@ -14,6 +14,7 @@
 #include "generate/DotFaces.h"
 
 namespace dravik {
+
 namespace {
 
 namespace fs = std::filesystem;

@@ -3,6 +3,7 @@
 #include <utility>
 
 namespace dravik {
+
 namespace {
 
 const std::string kCapitals = "ABCDEFGHIJKLMNOPQRSTUVWXYZ";

@@ -15,8 +15,8 @@ std::vector<std::string> sheetText(Random& random);
 // All characters of the overview in a random order, in lines.
 std::vector<std::string> charsetText(Random& random, int lines);
 
-// A single character, two or three, or a page of words: what the engine must not be at a loss with though parts
-// seldom have it.
+// A single character, two or three, or a page of words: what the engine must not be at a loss with though
+// parts seldom have it.
 std::vector<std::string> unusualText(Random& random);
 
 }  // namespace dravik

@@ -23,6 +23,8 @@
 #include "generate/Typeface.h"
 
 namespace dravik {
+
+using namespace engine;
 namespace {
 
 struct Face {

@@ -8,9 +8,12 @@
 #include <fstream>
 #include <sstream>
 
-#include "engine/Features.h"
+#include "engine/segmentation/Features.h"
 
 namespace dravik {
+
+using namespace engine;
+using namespace tool;
 namespace {
 
 SampleInputs loneInputs(InkImage ink) {

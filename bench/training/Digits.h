@@ -7,6 +7,8 @@
 
 namespace dravik {
 
+using namespace engine;
+
 // The first `most` images and labels in a folder, in the IDX files of MNIST whose names begin with `prefix`.
 // Empty when they are not there.
 LabelledInputs mnistDigits(const std::string& folder, const std::string& prefix = "",

@@ -2,9 +2,11 @@
 
 #include <map>
 
-#include "engine/Features.h"
+#include "engine/segmentation/Features.h"
 
 namespace dravik {
+
+using namespace engine;
 
 TrainingSet trainingSet(const LabelledInputs& data) {
     TrainingSet set;

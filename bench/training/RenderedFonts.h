@@ -5,9 +5,11 @@
 #include <vector>
 
 #include "RenderedText.h"
-#include "engine/Network.h"
+#include "engine/classifier/Network.h"
 
 namespace dravik {
+
+using namespace engine;
 
 struct LabelledInputs {
     std::vector<SampleInputs> inputs;

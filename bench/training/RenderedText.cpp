@@ -10,6 +10,9 @@
 #include <stdexcept>
 
 namespace dravik {
+
+using namespace engine;
+using namespace tool;
 namespace {
 
 class FontFace {

@@ -7,10 +7,12 @@
 #include <string>
 #include <vector>
 
-#include "engine/Sample.h"
-#include "engine/Segmentation.h"
+#include "engine/segmentation/Sample.h"
+#include "engine/segmentation/Segmentation.h"
 
 namespace dravik {
+
+using namespace engine;
 
 // The 74 characters of the overview.
 extern const std::string kOverviewCharacters;

@@ -19,6 +19,9 @@
 #include "RenderedFonts.h"
 
 namespace dravik {
+
+using namespace engine;
+using namespace tool;
 namespace {
 
 struct Outcome {

@@ -19,11 +19,14 @@
 #include "Peers.h"
 #include "RenderedFonts.h"
 #include "base/JobFolder.h"
-#include "engine/EmbeddedTool.h"
-#include "engine/FontFile.h"
-#include "engine/Perceptron.h"
+#include "engine/classifier/Perceptron.h"
+#include "engine/embedded/EmbeddedTool.h"
+#include "engine/font/FontFile.h"
 
 namespace dravik {
+
+using namespace engine;
+using namespace tool;
 namespace {
 
 using Clock = std::chrono::steady_clock;

@@ -13,7 +13,7 @@
 
 #include "tool/RecordTable.h"
 
-namespace dravik {
+namespace dravik::tool {
 
 // One-character texts in the tool's order. Elements that are empty texts are to be ignored by a tool.
 using CharacterSet = std::vector<std::string>;
@@ -74,4 +74,4 @@ class FontTool {
     }
 };
 
-}  // namespace dravik
+}  // namespace dravik::tool

@@ -4,16 +4,16 @@
 #include "base/Failure.h"
 #include "base/Text.h"
 
-namespace dravik {
+namespace dravik::tool {
 
 bool isNumeric(const Cell& cell) {
-    if (const auto* text = std::get_if<std::string>(&cell)) return isNumeric(std::string_view(*text));
+    if (const auto* text = std::get_if<std::string>(&cell)) return dravik::isNumeric(*text);
     return std::holds_alternative<double>(cell);
 }
 
 double cellNumber(const Cell& cell) {
     if (const auto* number = std::get_if<double>(&cell)) return *number;
-    if (const auto* text = std::get_if<std::string>(&cell); text && isNumeric(std::string_view(*text)))
+    if (const auto* text = std::get_if<std::string>(&cell); text && dravik::isNumeric(*text))
         return leadingNumber(*text);
     throw Failure(RuntimeError::TypeMismatch);
 }
@@ -52,4 +52,4 @@ std::string RecordTable::character(int row) const {
     return characterOf(toInt32(number(row, 1)));
 }
 
-}  // namespace dravik
+}  // namespace dravik::tool

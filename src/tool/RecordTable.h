@@ -11,7 +11,7 @@
 #include <variant>
 #include <vector>
 
-namespace dravik {
+namespace dravik::tool {
 
 // Nothing, a number or a text.
 using Cell = std::variant<std::monostate, double, std::string>;
@@ -61,4 +61,4 @@ class RecordTable {
 // What a query returns: the table, or nothing when no record matches.
 using RecordTablePtr = std::shared_ptr<const RecordTable>;
 
-}  // namespace dravik
+}  // namespace dravik::tool

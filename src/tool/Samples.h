@@ -4,7 +4,7 @@
 #include <array>
 #include <cstdint>
 
-namespace dravik {
+namespace dravik::tool {
 
 // Kinds of records. A sample's identifier is kind x 100000 + index, the index counted from 0 in the tool's
 // order within the kind.
@@ -31,4 +31,4 @@ constexpr std::array<std::int16_t, 4> kCharacterFields = {1, 4, 5, 6};
 
 constexpr int kFeatureCount = 49;
 
-}  // namespace dravik
+}  // namespace dravik::tool

@@ -6,7 +6,7 @@
 
 #include "tool/FontTool.h"
 
-namespace dravik {
+namespace dravik::tool {
 
 // The program identifier of the only step that the screen edits.
 inline constexpr char kDravikStep[] = "Step.DravikTool.1";
@@ -47,4 +47,4 @@ class StepEditor {
     virtual StepPtr step() const = 0;
 };
 
-}  // namespace dravik
+}  // namespace dravik::tool

@@ -9,7 +9,7 @@
 #include "base/Text.h"
 #include "trainer/SampleList.h"
 
-namespace dravik {
+namespace dravik::trainer {
 namespace {
 
 constexpr char kFontName[] = "demo";
@@ -130,7 +130,7 @@ void DemoSession::makeFont() {
             picture("new-font");
             hands_.click("OKButton");
         });
-        hands_.answerBoxes(Answer::Yes);
+        hands_.answerBoxes(ui::Answer::Yes);
         hands_.click("cmdNewFont");
         picture("font-made");
         hands_.click("OKButton");
@@ -163,7 +163,7 @@ void DemoSession::include(const Task& task) {
     hands_.type("txtSampleInput", task.text);
     const bool first = &task == &lessons_.front();
     if (first) picture("text-typed");
-    hands_.answerBoxes(Answer::Yes);
+    hands_.answerBoxes(ui::Answer::Yes);
     hands_.click("cmdInclude");
     const std::string message = hands_.message();
     std::string line = nameOf(task.image) + ": " + message;
@@ -249,4 +249,4 @@ void DemoSession::showOtherDialogs(const Task& task) {
     hands_.click("cmdSelectFont");
 }
 
-}  // namespace dravik
+}  // namespace dravik::trainer

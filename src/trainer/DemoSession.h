@@ -10,9 +10,9 @@
 #include <vector>
 
 #include "trainer/Trainer.h"
-#include "widgets/Platform.h"
+#include "ui/Platform.h"
 
-namespace dravik {
+namespace dravik::trainer {
 
 // A step that did not come out, in words.
 class DemoFailure : public std::runtime_error {
@@ -55,7 +55,7 @@ class DemoHands {
     virtual void openMenu(const std::string& menu, const std::string& at, const std::string& item,
                           Step step) = 0;
     // Answers the boxes that no step expects; messages() are their texts since the last call.
-    virtual void answerBoxes(Answer answer) = 0;
+    virtual void answerBoxes(ui::Answer answer) = 0;
     virtual std::vector<std::string> messages() const = 0;
     // What did not come up, and what came up though nobody expected it.
     virtual std::vector<std::string> problems() const = 0;
@@ -112,4 +112,4 @@ class DemoSession {
     int pictures_ = 0;
 };
 
-}  // namespace dravik
+}  // namespace dravik::trainer

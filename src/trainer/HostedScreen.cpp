@@ -2,9 +2,9 @@
 
 #include <utility>
 
-namespace dravik {
+namespace dravik::trainer {
 
-ScreenSight::ScreenSight(DravikDlg& control) : control_(control), screen_(control.screen()) {
+ScreenSight::ScreenSight(screen::DravikDlg& control) : control_(control), screen_(control.screen()) {
     const auto font = [this] { fontChanged(); };
     const auto typed = [this] { typedChanged(); };
     const auto saved = [this] { savedStateChanged(); };
@@ -20,7 +20,7 @@ ScreenSight::ScreenSight(DravikDlg& control) : control_(control), screen_(contro
     connections_.push_back(screen_.font.txtCharSet.textChanged.connect(saved));
 }
 
-void ScreenSight::setStep(StepPtr step) {
+void ScreenSight::setStep(tool::StepPtr step) {
     control_.setStep(std::move(step));
 }
 
@@ -44,4 +44,4 @@ bool ScreenSight::isFontChanged() const {
     return control_.m_FontChanged();
 }
 
-}  // namespace dravik
+}  // namespace dravik::trainer

@@ -7,11 +7,11 @@
 #include <vector>
 
 #include "base/JobFolder.h"
-#include "shell/DravikDlg.h"
-#include "widgets/Platform.h"
-#include "widgets/Signal.h"
+#include "screen/shell/DravikDlg.h"
+#include "ui/Platform.h"
+#include "ui/Signal.h"
 
-namespace dravik {
+namespace dravik::trainer {
 
 class HostedScreen {
   public:
@@ -21,7 +21,7 @@ class HostedScreen {
     virtual ~HostedScreen() = default;
 
     // Raises what StepEditor::setStep raises.
-    virtual void setStep(StepPtr step) = 0;
+    virtual void setStep(tool::StepPtr step) = 0;
     // The text typed for Include, and whether "Maintain Case" is checked.
     virtual std::string typedText() const = 0;
     virtual bool maintainsCase() const = 0;
@@ -30,19 +30,19 @@ class HostedScreen {
     virtual std::string selectedFont() const = 0;
     virtual bool isFontChanged() const = 0;
 
-    Signal<> typedChanged;
+    ui::Signal<> typedChanged;
     // Another font, another state of it, or a run began or ended.
-    Signal<> fontChanged;
+    ui::Signal<> fontChanged;
     // Just the saved state may differ: an include, an edit of the character set.
-    Signal<> savedStateChanged;
+    ui::Signal<> savedStateChanged;
 };
 
 // A screen of the same module, seen through its public parts; the screen outlives it.
 class ScreenSight : public HostedScreen {
   public:
-    explicit ScreenSight(DravikDlg& control);
+    explicit ScreenSight(screen::DravikDlg& control);
 
-    void setStep(StepPtr step) override;
+    void setStep(tool::StepPtr step) override;
     std::string typedText() const override;
     bool maintainsCase() const override;
     bool isTraining() const override;
@@ -50,24 +50,24 @@ class ScreenSight : public HostedScreen {
     bool isFontChanged() const override;
 
   private:
-    DravikDlg& control_;
-    Screen& screen_;
-    std::vector<Connection> connections_;
+    screen::DravikDlg& control_;
+    screen::Screen& screen_;
+    std::vector<ui::Connection> connections_;
 };
 
 struct ScreenOwner {
-    ScreenOwner(Platform& platform, JobFolder folder) : control(platform, std::move(folder)) {}
-    DravikDlg control;
+    ScreenOwner(ui::Platform& platform, JobFolder folder) : control(platform, std::move(folder)) {}
+    screen::DravikDlg control;
 };
 
 // A screen of the program's own.
 class OwnScreen : private ScreenOwner, public ScreenSight {
   public:
     // The platform outlives the screen.
-    OwnScreen(Platform& platform, JobFolder folder)
+    OwnScreen(ui::Platform& platform, JobFolder folder)
         : ScreenOwner(platform, std::move(folder)), ScreenSight(ScreenOwner::control) {}
 
-    DravikDlg& control() noexcept { return ScreenOwner::control; }
+    screen::DravikDlg& control() noexcept { return ScreenOwner::control; }
 };
 
-}  // namespace dravik
+}  // namespace dravik::trainer

@@ -12,7 +12,7 @@
 #include "base/Text.h"
 #include "trainer/Thumbnail.h"
 
-namespace dravik {
+namespace dravik::trainer {
 namespace {
 
 namespace fs = std::filesystem;
@@ -154,7 +154,7 @@ bool OpenedParts::previous() {
     return true;
 }
 
-const GreyImage& OpenedParts::image() const noexcept {
+const engine::GreyImage& OpenedParts::image() const noexcept {
     return image_;
 }
 
@@ -162,7 +162,7 @@ const std::string& OpenedParts::problem() const noexcept {
     return problem_;
 }
 
-GreyImage OpenedParts::thumbnail(int index, int side) const {
+engine::GreyImage OpenedParts::thumbnail(int index, int side) const {
     const auto& name = path(index);
     try {
         return index == current_ ? thumbnailOf(image_, side) : thumbnailOf(decoder_(name), side);
@@ -171,4 +171,4 @@ GreyImage OpenedParts::thumbnail(int index, int side) const {
     }
 }
 
-}  // namespace dravik
+}  // namespace dravik::trainer

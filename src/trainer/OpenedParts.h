@@ -7,13 +7,13 @@
 #include <string>
 #include <vector>
 
-#include "engine/GreyImage.h"
-#include "widgets/Signal.h"
+#include "engine/image/GreyImage.h"
+#include "ui/Signal.h"
 
-namespace dravik {
+namespace dravik::trainer {
 
 // Decodes an image file to grey; raises Failure whose description names the file and the problem.
-using ImageDecoder = std::function<GreyImage(const std::string& path)>;
+using ImageDecoder = std::function<engine::GreyImage(const std::string& path)>;
 
 class OpenedParts {
   public:
@@ -37,21 +37,21 @@ class OpenedParts {
     bool next();      // false at the end
     bool previous();  // false at the start
 
-    const GreyImage& image() const noexcept;
+    const engine::GreyImage& image() const noexcept;
     const std::string& problem() const noexcept;
     // A small copy for a strip of thumbnails, at most `side` pixels wide and high; empty when it cannot be
     // decoded.
-    GreyImage thumbnail(int index, int side) const;
+    engine::GreyImage thumbnail(int index, int side) const;
 
-    Signal<> listChanged;
-    Signal<> currentChanged;
+    ui::Signal<> listChanged;
+    ui::Signal<> currentChanged;
 
   private:
     ImageDecoder decoder_;
     std::vector<std::string> paths_;
     int current_ = -1;
-    GreyImage image_;
+    engine::GreyImage image_;
     std::string problem_;
 };
 
-}  // namespace dravik
+}  // namespace dravik::trainer

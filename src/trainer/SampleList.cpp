@@ -10,7 +10,7 @@
 #include "base/Paths.h"
 #include "base/Text.h"
 
-namespace dravik {
+namespace dravik::trainer {
 namespace {
 
 constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
@@ -96,4 +96,4 @@ std::vector<ListedSample> readSampleList(const std::string& file) {
     return parseSampleList(content, file);
 }
 
-}  // namespace dravik
+}  // namespace dravik::trainer

@@ -7,7 +7,7 @@
 #include <string_view>
 #include <vector>
 
-namespace dravik {
+namespace dravik::trainer {
 
 struct ListedSample {
     std::string image;  // as written in the list
@@ -34,4 +34,4 @@ std::vector<ListedSample> parseSampleList(std::string_view content, const std::s
 // Reads a list file; also raises SampleListError when it cannot be read.
 std::vector<ListedSample> readSampleList(const std::string& file);
 
-}  // namespace dravik
+}  // namespace dravik::trainer

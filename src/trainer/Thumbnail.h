@@ -2,12 +2,12 @@
 // visible.
 #pragma once
 
-#include "engine/GreyImage.h"
+#include "engine/image/GreyImage.h"
 
-namespace dravik {
+namespace dravik::trainer {
 
 // At most `side` pixels wide and high, with the image's proportions; never larger than the image itself.
 // Empty when the image is or when `side` is below 1.
-GreyImage thumbnailOf(const GreyImage& image, int side);
+engine::GreyImage thumbnailOf(const engine::GreyImage& image, int side);
 
-}  // namespace dravik
+}  // namespace dravik::trainer

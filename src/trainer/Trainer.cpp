@@ -6,7 +6,7 @@
 #include "base/Text.h"
 #include "tool/Samples.h"
 
-namespace dravik {
+namespace dravik::trainer {
 namespace {
 
 constexpr char kProgramName[] = "Dravik Trainer";
@@ -20,7 +20,7 @@ std::string counted(std::size_t count, const std::string& what) {
 struct Trainer::Parts {
     Parts(std::unique_ptr<HostedScreen> hosted, JobFolder jobs, ImageDecoder decoder, bool remembersFont)
         : folder(std::move(jobs)),
-          tool(std::make_shared<EmbeddedTool>(folder, remembersFont)),
+          tool(std::make_shared<engine::EmbeddedTool>(folder, remembersFont)),
           opened(std::move(decoder)),
           screen(std::move(hosted)) {}
 
@@ -30,7 +30,7 @@ struct Trainer::Parts {
         if (!screen->maintainsCase() || text.empty()) return text;
         bool upper = false;
         bool lower = false;
-        if (const auto trained = tool->GetSampleData(kAllTrained, kCharacterFields)) {
+        if (const auto trained = tool->GetSampleData(tool::kAllTrained, tool::kCharacterFields)) {
             for (const auto code : trained->codes()) {
                 upper = upper || (code >= 'A' && code <= 'Z');
                 lower = lower || (code >= 'a' && code <= 'z');
@@ -89,12 +89,12 @@ struct Trainer::Parts {
         if (screen->isTraining()) return {};
         goesOn = tool->isChecking();
         if (goesOn) return "Held-out check is going on...";
-        const HeldOutResult* result = tool->heldOutCheck();
-        return result ? heldOutText(*result) : std::string();
+        const engine::HeldOutResult* result = tool->heldOutCheck();
+        return result ? engine::heldOutText(*result) : std::string();
     }
 
     const JobFolder folder;
-    const std::shared_ptr<EmbeddedTool> tool;
+    const std::shared_ptr<engine::EmbeddedTool> tool;
     OpenedParts opened;
     const std::unique_ptr<HostedScreen> screen;
 
@@ -103,12 +103,12 @@ struct Trainer::Parts {
     std::string previewText;
     Reading reading;
     std::string checkText;
-    Timer checkTimer{"tmrCheck", 100};
+    ui::Timer checkTimer{"tmrCheck", 100};
     std::string lastTitle;
-    std::vector<Connection> connections;
+    std::vector<ui::Connection> connections;
 };
 
-Trainer::Trainer(Platform& platform, const JobFolder& folder, ImageDecoder decoder, bool remembersFont)
+Trainer::Trainer(ui::Platform& platform, const JobFolder& folder, ImageDecoder decoder, bool remembersFont)
     : Trainer(std::make_unique<OwnScreen>(platform, folder), folder, std::move(decoder), remembersFont) {}
 
 Trainer::Trainer(std::unique_ptr<HostedScreen> screen, JobFolder folder, ImageDecoder decoder,
@@ -182,13 +182,13 @@ HostedScreen& Trainer::screen() noexcept {
     return *parts_->screen;
 }
 
-DravikDlg& Trainer::control() {
+screen::DravikDlg& Trainer::control() {
     auto* own = dynamic_cast<OwnScreen*>(parts_->screen.get());
     if (!own) throw Failure(RuntimeError::ObjectNotSet);
     return own->control();
 }
 
-EmbeddedTool& Trainer::tool() noexcept {
+engine::EmbeddedTool& Trainer::tool() noexcept {
     return *parts_->tool;
 }
 
@@ -216,7 +216,7 @@ const std::string& Trainer::checkText() const noexcept {
     return parts_->checkText;
 }
 
-Timer& Trainer::checkTimer() noexcept {
+ui::Timer& Trainer::checkTimer() noexcept {
     return parts_->checkTimer;
 }
 
@@ -230,4 +230,4 @@ std::string Trainer::title() const {
     return font + (parts_->screen->isFontChanged() ? "* - " : " - ") + kProgramName;
 }
 
-}  // namespace dravik
+}  // namespace dravik::trainer

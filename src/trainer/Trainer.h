@@ -7,25 +7,25 @@
 #include <vector>
 
 #include "base/JobFolder.h"
-#include "engine/EmbeddedTool.h"
-#include "shell/DravikDlg.h"
+#include "engine/embedded/EmbeddedTool.h"
+#include "screen/shell/DravikDlg.h"
 #include "trainer/HostedScreen.h"
 #include "trainer/OpenedParts.h"
-#include "widgets/Platform.h"
-#include "widgets/Signal.h"
-#include "widgets/Timer.h"
+#include "ui/Platform.h"
+#include "ui/Signal.h"
+#include "ui/Timer.h"
 
-namespace dravik {
+namespace dravik::trainer {
 
 // A found character with the label that the typed text gives it; "" where the text is too short.
 struct LabelledCharacter {
-    FoundCharacter place;
+    engine::FoundCharacter place;
     std::string label;
 };
 
 // What the current font reads in the current image, line by line.
 struct Reading {
-    std::vector<std::vector<ReadCharacter>> lines;
+    std::vector<std::vector<engine::ReadCharacter>> lines;
     bool available = false;  // a trained font is loaded and an image is open
     std::string note;        // why there is nothing to read, in words; "" when there is
 };
@@ -36,15 +36,15 @@ constexpr double kWeakConfidence = 0.6;
 class Trainer {
   public:
     // The platform outlives the trainer. With `remembersFont` the font of the last session is loaded at once.
-    Trainer(Platform& platform, const JobFolder& folder, ImageDecoder decoder, bool remembersFont);
+    Trainer(ui::Platform& platform, const JobFolder& folder, ImageDecoder decoder, bool remembersFont);
     // Around a screen that lives elsewhere.
     Trainer(std::unique_ptr<HostedScreen> screen, JobFolder folder, ImageDecoder decoder, bool remembersFont);
     ~Trainer();
 
     HostedScreen& screen() noexcept;
     // The screen as an object of this program; raises Object variable not set (91) when it lives elsewhere.
-    DravikDlg& control();
-    EmbeddedTool& tool() noexcept;
+    screen::DravikDlg& control();
+    engine::EmbeddedTool& tool() noexcept;
     OpenedParts& parts() noexcept;
     const JobFolder& folder() const noexcept;
 
@@ -61,20 +61,20 @@ class Trainer {
     // What the check of the last run has found, in a line for the operator; that it is going on; or "".
     const std::string& checkText() const noexcept;
     // Ticks while the check is going on; the front end drives it as it does the screen's own timers.
-    Timer& checkTimer() noexcept;
+    ui::Timer& checkTimer() noexcept;
 
     // "ocrb* - Dravik Trainer": the font, a star while it has unsaved changes, the program; just the
     // program's name while no font is loaded.
     std::string title() const;
 
-    Signal<> previewChanged;
-    Signal<> readingChanged;
-    Signal<> checkChanged;
-    Signal<> titleChanged;
+    ui::Signal<> previewChanged;
+    ui::Signal<> readingChanged;
+    ui::Signal<> checkChanged;
+    ui::Signal<> titleChanged;
 
   private:
     struct Parts;
     std::unique_ptr<Parts> parts_;
 };
 
-}  // namespace dravik
+}  // namespace dravik::trainer

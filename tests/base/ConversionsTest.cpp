@@ -12,6 +12,7 @@
 #include "support/Refused.h"
 
 namespace dravik {
+
 namespace {
 
 using test::refusal;

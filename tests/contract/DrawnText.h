@@ -7,9 +7,11 @@
 #include <string>
 #include <vector>
 
-#include "engine/GreyImage.h"
+#include "engine/image/GreyImage.h"
 
 namespace dravik {
+
+using namespace engine;
 
 // Rows from the top, one bit a column, the leftmost column being bit 4.
 inline const std::map<char, std::array<int, 9>>& drawnPatterns() {

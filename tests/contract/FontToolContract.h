@@ -22,6 +22,8 @@
 
 namespace dravik {
 
+using namespace tool;
+
 template <typename Bench>
 class FontToolContract : public testing::Test {
   protected:

@@ -1,6 +1,6 @@
 // Files survive failures and kills: whatever happens during a save, the old or the new version is there
 // whole.
-#include "engine/AtomicFile.h"
+#include "base/AtomicFile.h"
 
 #include <gtest/gtest.h>
 #include <signal.h>
@@ -12,10 +12,13 @@
 
 #include "base/Failure.h"
 #include "base/TemporaryFolder.h"
-#include "engine/FontFile.h"
+#include "engine/font/FontFile.h"
 #include "support/Refused.h"
 
 namespace dravik {
+
+using namespace engine;
+using namespace tool;
 namespace {
 
 std::vector<std::uint8_t> bytesOf(const std::string& text) {

@@ -7,13 +7,16 @@
 
 #include "base/Failure.h"
 #include "contract/DrawnText.h"
-#include "engine/DistanceMeasure.h"
-#include "engine/Network.h"
-#include "engine/Reading.h"
-#include "engine/SampleStore.h"
-#include "engine/TrainingWorker.h"
+#include "engine/classifier/DistanceMeasure.h"
+#include "engine/classifier/Network.h"
+#include "engine/classifier/Reading.h"
+#include "engine/embedded/TrainingWorker.h"
+#include "engine/font/SampleStore.h"
 
 namespace dravik {
+
+using namespace engine;
+using namespace tool;
 namespace {
 
 std::vector<SampleInputs> inputsOf(const std::vector<std::string>& lines, const Drawing& how = {}) {

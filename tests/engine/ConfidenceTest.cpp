@@ -1,4 +1,4 @@
-#include "engine/Confidence.h"
+#include "engine/classifier/Confidence.h"
 
 #include <gtest/gtest.h>
 
@@ -6,9 +6,11 @@
 
 #include "base/TemporaryFolder.h"
 #include "contract/DrawnText.h"
-#include "engine/EmbeddedTool.h"
+#include "engine/embedded/EmbeddedTool.h"
 
 namespace dravik {
+
+using namespace engine;
 namespace {
 
 TEST(Confidence, GrowsWithTheEvidenceAndStaysANumber) {

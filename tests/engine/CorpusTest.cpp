@@ -5,12 +5,14 @@
 #include <thread>
 
 #include "base/TemporaryFolder.h"
-#include "engine/EmbeddedTool.h"
 #include "engine/LabelledImages.h"
 #include "engine/PngFile.h"
-#include "engine/Segmentation.h"
+#include "engine/embedded/EmbeddedTool.h"
+#include "engine/segmentation/Segmentation.h"
 
 namespace dravik {
+
+using namespace engine;
 namespace {
 
 const std::string kParts = std::string(DRAVIK_SOURCE_DIR) + "/data/parts/";

@@ -2,9 +2,12 @@
 #include "base/TemporaryFolder.h"
 #include "contract/DrawnText.h"
 #include "contract/FontToolContract.h"
-#include "engine/EmbeddedTool.h"
+#include "engine/embedded/EmbeddedTool.h"
 
 namespace dravik {
+
+using namespace engine;
+using namespace tool;
 namespace {
 
 class EmbeddedBench {

@@ -1,5 +1,5 @@
 // What the embedded tool does beyond the contract: the step, names, remembered fonts, damaged files, reading.
-#include "engine/EmbeddedTool.h"
+#include "engine/embedded/EmbeddedTool.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -11,11 +11,14 @@
 #include "base/TemporaryFolder.h"
 #include "base/Text.h"
 #include "contract/DrawnText.h"
-#include "engine/FontFile.h"
+#include "engine/font/FontFile.h"
 #include "support/Refused.h"
 #include "tool/Samples.h"
 
 namespace dravik {
+
+using namespace engine;
+using namespace tool;
 namespace {
 
 using test::refusal;

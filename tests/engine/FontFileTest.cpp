@@ -1,11 +1,13 @@
 // Font files: nothing is lost by storing, and nothing damaged is taken for a font.
-#include "engine/FontFile.h"
+#include "engine/font/FontFile.h"
 
 #include <gtest/gtest.h>
 
 #include "base/Failure.h"
 
 namespace dravik {
+
+using namespace engine;
 namespace {
 
 FontRecord smallFont() {

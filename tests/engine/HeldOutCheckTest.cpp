@@ -1,8 +1,11 @@
-#include "engine/HeldOutCheck.h"
+#include "engine/embedded/HeldOutCheck.h"
 
 #include <gtest/gtest.h>
 
 namespace dravik {
+
+using namespace engine;
+using namespace tool;
 namespace {
 
 Sample sampleOf(char label, int shape, int number) {

@@ -1,5 +1,5 @@
 // Every instruction set that this machine has does the same sums.
-#include "engine/MatrixKernels.h"
+#include "engine/classifier/MatrixKernels.h"
 
 #include <gtest/gtest.h>
 
@@ -8,9 +8,11 @@
 #include <limits>
 #include <vector>
 
-#include "engine/Network.h"
+#include "engine/classifier/Network.h"
 
 namespace dravik {
+
+using namespace engine;
 namespace {
 
 float someNumber(std::size_t i) {

@@ -7,11 +7,13 @@
 #include <utility>
 #include <vector>
 
-#include "engine/Components.h"
-#include "engine/Morphology.h"
-#include "engine/SmoothPicture.h"
+#include "engine/image/Components.h"
+#include "engine/image/Morphology.h"
+#include "engine/image/SmoothPicture.h"
 
 namespace dravik {
+
+using namespace engine;
 namespace {
 
 using Pixels = std::vector<std::uint8_t>;

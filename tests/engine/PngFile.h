@@ -8,9 +8,11 @@
 #include <string>
 #include <vector>
 
-#include "engine/GreyImage.h"
+#include "engine/image/GreyImage.h"
 
 namespace dravik {
+
+using namespace engine;
 
 inline GreyImage readPng(const std::string& file) {
     png_image header;

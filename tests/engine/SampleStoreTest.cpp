@@ -1,11 +1,14 @@
 // The sample lists against plain vectors, whatever the order in which samples go.
-#include "engine/SampleStore.h"
+#include "engine/font/SampleStore.h"
 
 #include <gtest/gtest.h>
 
 #include <random>
 
 namespace dravik {
+
+using namespace engine;
+using namespace tool;
 namespace {
 
 std::vector<std::uint64_t> serialsOf(const SampleColumns& columns) {

@@ -1,6 +1,6 @@
 // Finding characters: each case is an image that a camera can deliver.
-#include "engine/CharacterShapes.h"
-#include "engine/Segmentation.h"
+#include "engine/segmentation/CharacterShapes.h"
+#include "engine/segmentation/Segmentation.h"
 
 #include <gtest/gtest.h>
 
@@ -9,6 +9,8 @@
 #include "contract/DrawnText.h"
 
 namespace dravik {
+
+using namespace engine;
 namespace {
 
 // "7+3" for two lines of seven and three characters.

@@ -2,10 +2,14 @@
 
 #include <cmath>
 
-#include "inspection/CharArray.h"
+#include "screen/inspection/CharArray.h"
 #include "screen/support/ProcedureTest.h"
 
 namespace dravik::test {
+
+using namespace screen;
+using namespace tool;
+using namespace ui;
 namespace {
 
 using testing::Contains;

@@ -1,7 +1,10 @@
+#include "screen/context/modGlobals.h"
 #include "screen/support/BoundScreen.h"
-#include "support/modGlobals.h"
 
 namespace dravik::test {
+
+using namespace screen;
+using namespace ui;
 namespace {
 
 TEST_F(BoundScreen, CellsShowHowOftenACharacterWasTrained) {

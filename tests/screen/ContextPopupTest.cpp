@@ -1,11 +1,14 @@
 #include <gtest/gtest.h>
 
-#include "inspection/dlgContextPopup.h"
+#include "screen/context/dlgContextPopup.h"
 #include "screen/support/ScriptedPlatform.h"
 #include "screen/support/TracedJobs.h"
-#include "widgets/Label.h"
+#include "ui/Label.h"
 
 namespace dravik::test {
+
+using namespace screen;
+using namespace ui;
 namespace {
 
 struct ContextPopup : testing::Test {

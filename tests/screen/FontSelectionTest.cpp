@@ -1,6 +1,10 @@
 #include "screen/support/BoundScreen.h"
 
 namespace dravik::test {
+
+using namespace screen;
+using namespace tool;
+using namespace ui;
 namespace {
 
 template <class Kind>

@@ -5,6 +5,10 @@
 #include "screen/support/BoundScreen.h"
 
 namespace dravik::test {
+
+using namespace screen;
+using namespace tool;
+using namespace ui;
 namespace {
 
 Features filled(double value) {

@@ -1,10 +1,14 @@
 #include <gmock/gmock.h>
 
-#include "histogram/dlgCharHist.h"
-#include "inspection/dlgCharArray.h"
+#include "screen/histogram/dlgCharHist.h"
+#include "screen/inspection/dlgCharArray.h"
 #include "screen/support/BoundScreen.h"
 
 namespace dravik::test {
+
+using namespace screen;
+using namespace tool;
+using namespace ui;
 namespace {
 
 class PopupMenusTest : public BoundScreen {

@@ -1,8 +1,10 @@
-#include "samples/SampleCounts.h"
+#include "screen/inspection/SampleCounts.h"
 
 #include "screen/support/ProcedureTest.h"
 
 namespace dravik::test {
+
+using namespace screen;
 namespace {
 
 class SampleCountsTest : public ProcedureTest {

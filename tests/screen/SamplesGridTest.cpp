@@ -1,6 +1,9 @@
 #include "screen/support/BoundScreen.h"
 
 namespace dravik::test {
+
+using namespace screen;
+using namespace ui;
 namespace {
 
 class SamplesGridTest : public BoundScreen {

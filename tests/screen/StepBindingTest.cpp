@@ -2,6 +2,10 @@
 #include "support/Refused.h"
 
 namespace dravik::test {
+
+using namespace screen;
+using namespace tool;
+using namespace ui;
 namespace {
 
 TEST_F(BoundScreen, StartsEmptyWithNothingToSaveOrStop) {

@@ -1,10 +1,13 @@
-#include "support/TraceLog.h"
+#include "screen/context/TraceLog.h"
 
 #include <limits>
 
 #include "screen/support/ProcedureTest.h"
 
 namespace dravik::test {
+
+using namespace screen;
+using namespace ui;
 namespace {
 
 class TraceLogTest : public ProcedureTest {

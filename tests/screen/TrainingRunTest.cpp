@@ -1,6 +1,9 @@
 #include "screen/support/BoundScreen.h"
 
 namespace dravik::test {
+
+using namespace tool;
+using namespace ui;
 namespace {
 
 class TrainingRunTest : public BoundScreen {

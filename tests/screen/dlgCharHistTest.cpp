@@ -1,4 +1,4 @@
-#include "histogram/dlgCharHist.h"
+#include "screen/histogram/dlgCharHist.h"
 
 #include <gmock/gmock.h>
 
@@ -7,6 +7,10 @@
 #include "screen/support/ProcedureTest.h"
 
 namespace dravik::test {
+
+using namespace screen;
+using namespace tool;
+using namespace ui;
 namespace {
 
 using testing::Contains;

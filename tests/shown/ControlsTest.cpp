@@ -2,6 +2,8 @@
 #include "Shown.h"
 
 namespace dravik::test {
+
+using namespace ui;
 namespace {
 
 TEST(Buttons, ArePressedOnlyWhileEnabled) {

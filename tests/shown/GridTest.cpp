@@ -3,6 +3,8 @@
 #include "shown/Numbers.h"
 
 namespace dravik::test {
+
+using namespace ui;
 namespace {
 
 using Cells = std::vector<int>;

@@ -1,9 +1,11 @@
 // A grid's records, which are numbers, and how often they were asked for.
 #pragma once
 
-#include "widgets/Grid.h"
+#include "ui/Grid.h"
 
 namespace dravik::test {
+
+using namespace ui;
 
 class Numbers : public GridSource {
   public:

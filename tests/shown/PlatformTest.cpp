@@ -9,6 +9,8 @@
 #include "support/Refused.h"
 
 namespace dravik::test {
+
+using namespace ui;
 namespace {
 
 TEST(PlatformOnScreen, BoxesShowPlainLinesAndGiveTheirAnswers) {

@@ -11,18 +11,20 @@
 #include <string>
 #include <vector>
 
-#include "widgets/Bars.h"
-#include "widgets/Button.h"
-#include "widgets/Chart.h"
-#include "widgets/Form.h"
-#include "widgets/Grid.h"
-#include "widgets/Label.h"
-#include "widgets/ListControls.h"
-#include "widgets/Platform.h"
-#include "widgets/TextBox.h"
-#include "widgets/Toolbar.h"
+#include "ui/Bars.h"
+#include "ui/Button.h"
+#include "ui/Chart.h"
+#include "ui/Form.h"
+#include "ui/Grid.h"
+#include "ui/Label.h"
+#include "ui/ListControls.h"
+#include "ui/Platform.h"
+#include "ui/TextBox.h"
+#include "ui/Toolbar.h"
 
 namespace dravik::test {
+
+using namespace ui;
 
 enum class Key { Tab, Enter, Escape, Up, Down, Left, Right, Home, End, Delete, Menu, F10, A, C };
 

@@ -1,4 +1,4 @@
-#include "trainer/CommandLine.h"
+#include "trainer/commands/CommandLine.h"
 
 #include <gmock/gmock.h>
 
@@ -8,6 +8,9 @@
 #include "trainer/support/Workspace.h"
 
 namespace dravik::test {
+
+using namespace trainer;
+using namespace ui;
 namespace {
 
 using testing::ElementsAre;

@@ -8,6 +8,7 @@
 #include "FuzzTargets.h"
 
 namespace dravik {
+
 namespace {
 
 using Target = void (*)(std::span<const std::uint8_t>);

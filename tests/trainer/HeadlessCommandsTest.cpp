@@ -7,11 +7,15 @@
 #include <sstream>
 
 #include "base/Failure.h"
-#include "trainer/CommandLine.h"
+#include "trainer/commands/CommandLine.h"
 #include "trainer/support/PgmFile.h"
 #include "trainer/support/Workspace.h"
 
 namespace dravik::test {
+
+using namespace engine;
+using namespace trainer;
+using namespace ui;
 namespace {
 
 using testing::AllOf;

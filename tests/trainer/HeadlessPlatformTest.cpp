@@ -1,14 +1,18 @@
 #include "support/Refused.h"
-#include "trainer/HeadlessPlatform.h"
+#include "trainer/commands/HeadlessPlatform.h"
 
 #include <gmock/gmock.h>
 
 #include "base/Failure.h"
-#include "trainer/HeadlessSession.h"
-#include "trainer/RunLoop.h"
+#include "trainer/commands/HeadlessSession.h"
+#include "trainer/commands/RunLoop.h"
 #include "trainer/support/Workspace.h"
 
 namespace dravik::test {
+
+using namespace engine;
+using namespace trainer;
+using namespace ui;
 namespace {
 
 TEST(HeadlessPlatform, AgreesToNothingButCharactersThatTheFontLacks) {

@@ -11,17 +11,23 @@
 #include <thread>
 
 #include "base/Text.h"
-#include "engine/EmbeddedTool.h"
 #include "engine/LabelledImages.h"
 #include "engine/PngFile.h"
-#include "histogram/dlgCharHist.h"
+#include "engine/embedded/EmbeddedTool.h"
+#include "screen/histogram/dlgCharHist.h"
+#include "screen/shell/DravikDlg.h"
 #include "screen/support/ScriptedPlatform.h"
-#include "shell/DravikDlg.h"
 #include "tool/Samples.h"
 #include "trainer/support/Differences.h"
 #include "trainer/support/Workspace.h"
 
 namespace dravik::test {
+
+using namespace engine;
+using namespace screen;
+using namespace tool;
+using namespace trainer;
+using namespace ui;
 namespace {
 
 constexpr char kFont[] = "all";

@@ -13,6 +13,10 @@
 #include "trainer/support/Workspace.h"
 
 namespace dravik::test {
+
+using namespace engine;
+using namespace trainer;
+using namespace ui;
 namespace {
 
 std::vector<ListedSample> partsOf(const std::string& font, const std::string& folder) {

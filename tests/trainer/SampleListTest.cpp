@@ -6,6 +6,10 @@
 #include "trainer/support/Workspace.h"
 
 namespace dravik::test {
+
+using namespace engine;
+using namespace trainer;
+using namespace ui;
 namespace {
 
 using testing::ElementsAre;

@@ -3,12 +3,17 @@
 #include <gmock/gmock.h>
 
 #include "base/Failure.h"
-#include "trainer/HeadlessPlatform.h"
-#include "trainer/RunLoop.h"
+#include "trainer/commands/HeadlessPlatform.h"
+#include "trainer/commands/RunLoop.h"
 #include "trainer/support/PgmFile.h"
 #include "trainer/support/Workspace.h"
 
 namespace dravik::test {
+
+using namespace engine;
+using namespace screen;
+using namespace trainer;
+using namespace ui;
 namespace {
 
 using testing::HasSubstr;

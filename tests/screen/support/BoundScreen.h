@@ -6,12 +6,15 @@
 #include <memory>
 #include <string>
 
+#include "screen/shell/DravikDlg.h"
 #include "screen/support/RecordingTool.h"
 #include "screen/support/ScriptedPlatform.h"
 #include "screen/support/TracedJobs.h"
-#include "shell/DravikDlg.h"
 
 namespace dravik::test {
+
+using namespace screen;
+using namespace ui;
 
 class BoundScreen : public testing::Test {
   protected:

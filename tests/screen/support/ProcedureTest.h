@@ -10,14 +10,18 @@
 #include <memory>
 #include <string>
 
+#include "screen/context/ToolBinding.h"
+#include "screen/context/TraceLog.h"
+#include "screen/context/modErrors.h"
 #include "screen/support/RecordingTool.h"
 #include "screen/support/ScriptedPlatform.h"
 #include "screen/support/TracedJobs.h"
-#include "support/TraceLog.h"
-#include "support/modErrors.h"
-#include "tool/ToolBinding.h"
 
 namespace dravik::test {
+
+using namespace screen;
+using namespace tool;
+using namespace ui;
 
 class ProcedureTest : public testing::Test {
   protected:

@@ -5,6 +5,8 @@
 #include "base/Text.h"
 
 namespace dravik::test {
+
+using namespace tool;
 namespace {
 
 std::string joined(const auto& values) {

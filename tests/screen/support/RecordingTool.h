@@ -17,6 +17,8 @@
 
 namespace dravik::test {
 
+using namespace tool;
+
 using Features = std::array<double, kFeatureCount>;
 
 struct SampleRecord {

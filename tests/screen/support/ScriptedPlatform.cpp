@@ -8,6 +8,8 @@
 
 namespace dravik::test {
 
+using namespace ui;
+
 PoppedItem PoppedMenu::item(const std::string& itemName) const {
     for (const auto& item : items)
         if (item.name == itemName) return item;

@@ -8,9 +8,11 @@
 #include <string>
 #include <vector>
 
-#include "widgets/Platform.h"
+#include "ui/Platform.h"
 
 namespace dravik::test {
+
+using namespace ui;
 
 struct PoppedItem {
     std::string name;

@@ -8,9 +8,11 @@
 
 #include "base/JobFolder.h"
 #include "base/TemporaryFolder.h"
-#include "support/modGlobals.h"
+#include "screen/context/modGlobals.h"
 
 namespace dravik::test {
+
+using namespace screen;
 
 class TracedJobs {
   public:

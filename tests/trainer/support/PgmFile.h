@@ -6,9 +6,11 @@
 #include <string>
 
 #include "base/Failure.h"
-#include "engine/GreyImage.h"
+#include "engine/image/GreyImage.h"
 
 namespace dravik::test {
+
+using namespace engine;
 
 inline void writePgm(const std::string& file, const GreyImage& image) {
     std::ofstream stream(file, std::ios::binary);

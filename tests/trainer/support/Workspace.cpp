@@ -5,10 +5,14 @@
 #include <sstream>
 
 #include "contract/DrawnText.h"
-#include "trainer/CommandLine.h"
+#include "trainer/commands/CommandLine.h"
 #include "trainer/support/PgmFile.h"
 
 namespace dravik::test {
+
+using namespace engine;
+using namespace trainer;
+using namespace ui;
 
 std::string Workspace::fontFile(const std::string& font) const {
     return JobFolder(jobs()).fontFile(font);

@@ -11,6 +11,9 @@
 
 namespace dravik::test {
 
+using namespace engine;
+using namespace trainer;
+
 struct CommandResult {
     int status = 0;
     std::vector<std::string> out;  // lines

@@ -1,0 +1,32 @@
+# A room is a folder below src/, a namespace and a library. What it may include is what it links: its headers are
+# reached through a folder of their own that holds nothing but a link to the room, so that the compiler does not find
+# a header of a room that is not linked.
+
+# dravik_room(NAME FOLDER SOURCES file... LINKS room-or-library...) makes the library dravik_NAME of the files in
+# src/FOLDER. A room without sources has headers alone.
+function(dravik_room name folder)
+  cmake_parse_arguments(ROOM "" "" "SOURCES;LINKS" ${ARGN})
+  set(place ${PROJECT_SOURCE_DIR}/src/${folder})
+  # Sources are listed, so that a build that changes nothing need not look for new ones; one that was forgotten is
+  # told here instead of by the linker.
+  file(GLOB found RELATIVE ${place} ${place}/*.cpp)
+  foreach(file ${found})
+    if(NOT file IN_LIST ROOM_SOURCES AND NOT file STREQUAL "main.cpp" AND NOT file MATCHES "_(posix|win)\\.cpp$")
+      message(FATAL_ERROR "src/${folder}/${file} is not in the list of sources of dravik_${name}")
+    endif()
+  endforeach()
+  list(TRANSFORM ROOM_SOURCES PREPEND ${place}/)
+  set(includes ${PROJECT_BINARY_DIR}/rooms/${name})
+  get_filename_component(outer ${includes}/${folder} DIRECTORY)
+  file(MAKE_DIRECTORY ${outer})
+  file(CREATE_LINK ${place} ${includes}/${folder} SYMBOLIC)
+  if(ROOM_SOURCES)
+    add_library(dravik_${name} STATIC ${ROOM_SOURCES})
+    target_include_directories(dravik_${name} PUBLIC ${includes})
+    target_link_libraries(dravik_${name} PUBLIC ${ROOM_LINKS})
+  else()
+    add_library(dravik_${name} INTERFACE)
+    target_include_directories(dravik_${name} INTERFACE ${includes})
+    target_link_libraries(dravik_${name} INTERFACE ${ROOM_LINKS})
+  endif()
+endfunction()

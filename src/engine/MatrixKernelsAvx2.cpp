@@ -1,9 +1,0 @@
-// Compiled for machines with AVX2 and FMA.
-#include "engine/MatrixKernelLoops.h"
-
-namespace dravik {
-
-extern const MatrixKernels kAvx2Kernels;
-constexpr MatrixKernels kAvx2Kernels = KernelLoops<8, 16>::table("AVX2");
-
-}  // namespace dravik

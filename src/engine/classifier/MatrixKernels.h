@@ -1,0 +1,74 @@
+// The loops in which training spends its time, in one version for each instruction set, chosen when the
+// program runs. Every version gives the same results whenever it is given the same numbers, however a matrix
+// is split between calls; versions differ from each other by rounding.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <span>
+
+namespace dravik::engine {
+
+// Rows and columns that the kernels run over as vectors are padded to a multiple of this.
+constexpr std::size_t kPadding = 16;
+
+constexpr std::size_t padded(std::size_t count) {
+    return (count + kPadding - 1) / kPadding * kPadding;
+}
+
+// c = a x b. `a` has `rows` x `depth` elements, aRow apart from row to row and aColumn from column to column,
+// so that a transposed matrix needs no copy. b and c are rows of `columns` elements, a multiple of kPadding.
+struct MatrixProduct {
+    const float* a;
+    std::size_t aRow, aColumn;
+    const float* b;
+    std::size_t bRow;
+    float* c;
+    std::size_t cRow;
+    std::size_t rows, columns, depth;
+};
+
+// A stretch of weights with what its descent keeps, and how far a step goes. See Kingma and Ba, "Adam: a
+// method for stochastic optimization" (2015), and Loshchilov and Hutter, "Decoupled weight decay
+// regularization" (2019).
+struct AdamStep {
+    float *weights, *means, *squares;
+    const float* gradient;
+    std::size_t count;  // a multiple of kPadding
+    float rate, decay;
+    float meanCorrection, squareCorrection;
+};
+
+// Outputs of `rows` samples, `stride` floats apart, a multiple of kPadding, to be turned into what is
+// propagated back.
+struct OutputErrors {
+    float* outputs;
+    std::size_t stride, rows;
+    std::size_t classes;          // those behind, up to the stride, become 0
+    const std::uint32_t* wanted;  // class of each row
+};
+
+struct MatrixKernels {
+    const char* name;
+    void (*multiply)(const MatrixProduct&);
+    // to = from + factor x noise, `count` elements, a multiple of kPadding.
+    void (*addScaled)(float* to, const float* from, const float* noise, float factor, std::size_t count);
+    // Each value becomes itself or, when negative, a tenth of it. `count` is a multiple of kPadding.
+    void (*activate)(float* values, std::size_t count);
+    // Each slope becomes itself or, where the activated value is negative, a tenth of it.
+    void (*activateBack)(float* slopes, const float* values, std::size_t count);
+    // Likelihoods (softmax) less what is wanted; returns the sum of the squares.
+    float (*outputErrors)(const OutputErrors&);
+    void (*adam)(const AdamStep&);
+    // to(column, row) = from(row, column); both counts are multiples of 4.
+    void (*transpose)(const float* from, std::size_t fromRow, float* to, std::size_t toRow, std::size_t rows,
+                      std::size_t columns);
+};
+
+// Those that this machine can run, the best one first. Never empty.
+std::span<const MatrixKernels* const> availableKernels();
+inline const MatrixKernels& bestKernels() {
+    return *availableKernels().front();
+}
+
+}  // namespace dravik::engine

@@ -1,0 +1,9 @@
+// Compiled for machines with AVX2 and FMA.
+#include "engine/classifier/MatrixKernelLoops.h"
+
+namespace dravik::engine {
+
+extern const MatrixKernels kAvx2Kernels;
+constexpr MatrixKernels kAvx2Kernels = KernelLoops<8, 16>::table("AVX2");
+
+}  // namespace dravik::engine

@@ -1,0 +1,121 @@
+#include "engine/classifier/Reading.h"
+
+#include <algorithm>
+#include <cmath>
+#include <optional>
+#include <string_view>
+
+namespace dravik::engine {
+namespace {
+
+// Height of small letters as a part of that of capitals, in most print.
+constexpr float kSmallLetters = 0.73f;
+// How much surer the characters of a line must be as small letters alone than as capitals and figures, in
+// logarithms of confidence: most print on parts has no small letters, and 2 and z, 0 and o differ by their
+// height only. Beside lines of the same height there is more doubt.
+constexpr double kSmallLettersDoubt = 1, kSmallLettersBesideDoubt = 2;
+// Beside a higher line, by as much as capitals are higher than small letters, there is none, least of all
+// when all are of one height.
+constexpr float kLeastLower = 0.6f, kMostLower = 0.87f;
+constexpr double kNeighbourDoubt = 0, kOneHeightNeighbourDoubt = -1;
+// A character counts as no more wrong than that.
+constexpr double kLeastTrust = 0.01;
+// Characters that the network thinks less likely than that are not compared with the samples.
+constexpr float kWorthComparing = 0.003f;
+constexpr std::string_view kSmallOnes = "acegmnopqrsuvwxyz";
+constexpr std::string_view kMarks = "-=.,:;\"'_*+";
+
+// Another height that the capitals of a line may have, and how much surer its characters must be then.
+struct OtherSize {
+    float capHeight = 0;
+    double doubt = 0;
+};
+
+std::optional<OtherSize> otherSize(std::span<const LineMetrics> lines, const LineMetrics& line) {
+    for (const LineMetrics& beside : lines)
+        if (const float share = line.capHeight / beside.capHeight; share > kLeastLower && share < kMostLower)
+            return OtherSize{beside.capHeight, line.oneHeight ? kOneHeightNeighbourDoubt : kNeighbourDoubt};
+    if (!line.oneHeight) return std::nullopt;
+    return OtherSize{line.capHeight / kSmallLetters,
+                     lines.size() > 1 ? kSmallLettersBesideDoubt : kSmallLettersDoubt};
+}
+
+struct LineReading {
+    std::vector<Answer> answers;
+    double trust = 0;  // sum of the logarithms of the confidences
+};
+
+// Of the characters that the network takes for possible, the one that the samples make surest.
+Answer surest(const Network& network, const SampleInputs& inputs, std::span<const float> outputs,
+              const DistanceMeasure& measure) {
+    Answer best;
+    double most = -1;
+    const float likeliest = *std::max_element(outputs.begin(), outputs.end());
+    for (std::size_t i = 0; i < outputs.size(); ++i) {
+        if (outputs[i] < std::min(likeliest, kWorthComparing)) continue;
+        const std::int32_t code = network.codes[i];
+        const Evidence evidence{static_cast<double>(outputs[i]), measure.nearness(inputs, code)};
+        if (const double sure = confidence(evidence); sure > most) {
+            most = sure;
+            best = {code, evidence};
+        }
+    }
+    return best;
+}
+
+}  // namespace
+
+std::vector<SampleInputs> allInputs(const Segmentation& found, std::span<const std::string> text) {
+    std::vector<LineMetrics> lines = found.lines;
+    if (text.size() == found.glyphs.size()) {
+        std::vector<bool> small(lines.size(), false), other(lines.size(), false);
+        for (std::size_t i = 0; i < text.size(); ++i) {
+            const std::size_t line = static_cast<std::size_t>(found.glyphs[i].line);
+            if (text[i].size() == 1 && kSmallOnes.find(text[i].front()) != std::string_view::npos)
+                small[line] = true;
+            else if (text[i].size() != 1 || kMarks.find(text[i].front()) == std::string_view::npos)
+                other[line] = true;
+        }
+        for (std::size_t line = 0; line < lines.size(); ++line)
+            if (lines[line].oneHeight && small[line] && !other[line])
+                lines[line].capHeight = otherSize(found.lines, lines[line])->capHeight;
+    }
+    std::vector<SampleInputs> inputs;
+    inputs.reserve(found.glyphs.size());
+    for (const Glyph& glyph : found.glyphs)
+        inputs.push_back(glyphInputs(found, glyph, lines[static_cast<std::size_t>(glyph.line)]));
+    return inputs;
+}
+
+std::vector<Answer> answers(const Segmentation& found, const Network& network,
+                            const DistanceMeasure& measure) {
+    std::vector<Answer> result;
+    if (network.empty()) return result;
+    std::vector<float> outputs(network.codes.size());
+    const auto readAs = [&](std::size_t from, std::size_t to, const LineMetrics& line) {
+        LineReading reading;
+        for (std::size_t i = from; i < to; ++i) {
+            const SampleInputs inputs = glyphInputs(found, found.glyphs[i], line);
+            network.run(inputs, outputs);
+            reading.answers.push_back(surest(network, inputs, outputs, measure));
+            reading.trust += std::log(std::max(kLeastTrust, confidence(reading.answers.back().evidence)));
+        }
+        return reading;
+    };
+    for (std::size_t from = 0; from < found.glyphs.size();) {
+        std::size_t to = from;
+        while (to < found.glyphs.size() && found.glyphs[to].line == found.glyphs[from].line) ++to;
+        LineMetrics line = found.lines[static_cast<std::size_t>(found.glyphs[from].line)];
+        LineReading best = readAs(from, to, line);
+        if (const std::optional<OtherSize> other = otherSize(found.lines, line)) {
+            line.capHeight = other->capHeight;
+            LineReading reading = readAs(from, to, line);
+            if (reading.trust - other->doubt > best.trust) best = std::move(reading);
+        }
+        result.insert(result.end(), best.answers.begin(), best.answers.end());
+        from = to;
+    }
+    return result;
+}
+
+}  // namespace dravik::engine

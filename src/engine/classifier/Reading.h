@@ -1,0 +1,28 @@
+// From the characters of an image to what the classifier sees of them, and to what it takes them for.
+#pragma once
+
+#include <span>
+#include <string>
+#include <vector>
+
+#include "engine/classifier/Confidence.h"
+#include "engine/classifier/Network.h"
+#include "engine/segmentation/Features.h"
+#include "engine/segmentation/Segmentation.h"
+
+namespace dravik::engine {
+
+// Inputs of all found characters. `text` holds the characters that they are said to be, none when nothing is
+// known: it decides whether characters of one height are capitals or small letters.
+std::vector<SampleInputs> allInputs(const Segmentation& found, std::span<const std::string> text);
+
+struct Answer {
+    std::int32_t code = 0;
+    Evidence evidence;
+};
+
+// The trained characters that the found ones look most like, in their order; none when nothing was trained.
+std::vector<Answer> answers(const Segmentation& found, const Network& network,
+                            const DistanceMeasure& measure);
+
+}  // namespace dravik::engine

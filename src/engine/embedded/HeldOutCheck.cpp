@@ -1,0 +1,148 @@
+#include "engine/embedded/HeldOutCheck.h"
+
+#include <algorithm>
+#include <map>
+#include <utility>
+
+#include "base/NumberFormat.h"
+#include "base/Text.h"
+#include "engine/classifier/Network.h"
+
+namespace dravik::engine {
+namespace {
+
+constexpr std::size_t kMostFolds = 5;
+constexpr std::size_t kMostChecked = 5000;
+constexpr std::size_t kShownConfusions = 3;
+
+struct Dealt {
+    const Sample* sample;
+    std::uint32_t character;  // index into the codes
+    std::size_t fold;
+};
+
+struct Deal {
+    std::vector<std::int32_t> codes;
+    std::vector<Dealt> samples;
+    std::size_t folds = 0;
+    int unchecked = 0;
+};
+
+Deal deal(const SampleColumns& columns) {
+    std::map<std::int32_t, std::vector<const Sample*>> byCode;
+    for (const Sample* sample : columns.samples) byCode[sample->code].push_back(sample);
+    Deal result;
+    for (const auto& [code, all] : byCode) {
+        if (all.size() < 2) {
+            ++result.unchecked;
+            continue;
+        }
+        const std::size_t share = all.size() * kMostChecked / std::max(kMostChecked, columns.size());
+        const std::size_t count = std::max<std::size_t>(share, 2), folds = std::min(count, kMostFolds);
+        for (std::size_t i = 0; i < count; ++i)
+            result.samples.push_back({all[i * all.size() / count],
+                                      static_cast<std::uint32_t>(result.codes.size()), i * folds / count});
+        result.codes.push_back(code);
+        result.folds = std::max(result.folds, folds);
+    }
+    return result;
+}
+
+TrainingSet withoutFold(const Deal& dealt, std::size_t fold) {
+    TrainingSet set;
+    set.codes = dealt.codes;
+    for (const Dealt& one : dealt.samples) {
+        if (one.fold == fold) continue;
+        set.inputs.insert(set.inputs.end(), one.sample->inputs.begin(), one.sample->inputs.end());
+        set.classes.push_back(one.character);
+    }
+    return set;
+}
+
+std::string times(int count) {
+    return count == 1 ? "once" : count == 2 ? "twice" : std::to_string(count) + " times";
+}
+
+}  // namespace
+
+std::optional<HeldOutResult> checkHeldOut(const SampleColumns& samples, std::uint32_t seed,
+                                          const std::function<bool()>& more) {
+    const Deal dealt = deal(samples);
+    if (dealt.codes.size() < 2) return std::nullopt;
+    HeldOutResult result;
+    result.folds = static_cast<int>(dealt.folds);
+    result.unchecked = dealt.unchecked;
+    std::map<std::pair<std::int32_t, std::int32_t>, int> confused;
+    std::vector<float> outputs(dealt.codes.size());
+    for (std::size_t fold = 0; fold < dealt.folds; ++fold) {
+        TrainingFigures figures;
+        const Network network = trained(
+            withoutFold(dealt, fold), seed, [&more](const TrainingFigures&) { return more(); }, figures);
+        for (const Dealt& one : dealt.samples) {
+            if (one.fold != fold) continue;
+            network.run(one.sample->inputs, outputs);
+            const auto best = std::max_element(outputs.begin(), outputs.end()) - outputs.begin();
+            const std::int32_t readAs = dealt.codes[static_cast<std::size_t>(best)];
+            ++result.checked;
+            if (readAs == one.sample->code) continue;
+            ++result.wrong;
+            ++confused[{one.sample->code, readAs}];
+        }
+        if (!more()) return std::nullopt;
+    }
+    for (const auto& [pair, count] : confused) result.confusions.push_back({pair.first, pair.second, count});
+    std::stable_sort(result.confusions.begin(), result.confusions.end(),
+                     [](const Confusion& a, const Confusion& b) { return a.count > b.count; });
+    return result;
+}
+
+std::string heldOutText(const HeldOutResult& result) {
+    const double right = 100.0 * (result.checked - result.wrong) / result.checked;
+    // Rounded down, so that 100 % means that none was wrong.
+    const double tenths = static_cast<double>(static_cast<int>(right * 10));
+    std::string text = "Held-out check (" + std::to_string(result.folds) +
+                       "-fold): " + formatNumber(tenths / 10, "0.0") + " % right, " +
+                       std::to_string(result.wrong) + " of " + std::to_string(result.checked) + " wrong";
+    for (std::size_t i = 0; i < std::min(result.confusions.size(), kShownConfusions); ++i) {
+        const Confusion& one = result.confusions[i];
+        text += (i == 0 ? ": " : ", ") + characterOf(one.code) + " read as " + characterOf(one.readAs) + " " +
+                times(one.count);
+    }
+    if (result.unchecked > 0)
+        text += "; " + std::to_string(result.unchecked) +
+                (result.unchecked == 1 ? " character has" : " characters have") + " a single sample each";
+    return text;
+}
+
+void HeldOutWorker::start(SampleColumnsPtr samples, std::uint32_t seed) {
+    stop();
+    ended_ = false;
+    try {
+        thread_ = std::jthread([this, seed, samples = std::move(samples)](const std::stop_token& stop) {
+            try {
+                result_ = checkHeldOut(*samples, seed, [&stop] { return !stop.stop_requested(); });
+            } catch (...) {
+                // For want of memory there is no check; the font itself is none the worse.
+                result_.reset();
+            }
+            ended_ = true;
+        });
+    } catch (...) {
+        ended_ = true;
+        throw;
+    }
+}
+
+void HeldOutWorker::stop() {
+    if (thread_.joinable()) {
+        thread_.request_stop();
+        thread_.join();
+    }
+    result_.reset();
+}
+
+const HeldOutResult* HeldOutWorker::result() const {
+    return ended_.load() && result_ ? &*result_ : nullptr;
+}
+
+}  // namespace dravik::engine

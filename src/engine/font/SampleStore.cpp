@@ -1,0 +1,181 @@
+#include "engine/font/SampleStore.h"
+
+#include <algorithm>
+#include <string>
+#include <utility>
+
+#include "base/Failure.h"
+
+namespace dravik::engine {
+namespace {
+
+// Committed and uncommitted ones count together, so that every sample that was included can be committed.
+void checkCount(std::size_t present, std::size_t coming) {
+    if (present + coming > static_cast<std::size_t>(tool::kMostSamples))
+        throw Failure(RuntimeError::OutOfMemory, "A font holds at most " +
+                                                     std::to_string(tool::kMostSamples) + " samples; " +
+                                                     std::to_string(present) + " are there and " +
+                                                     std::to_string(coming) + " would come");
+}
+
+void append(SampleColumns& columns, const Sample& sample, double distance) {
+    columns.samples.push_back(&sample);
+    columns.codes.push_back(sample.code);
+    columns.distances.push_back(distance);
+}
+
+template <class Columns, class Change>
+void forEachColumn(Columns& columns, Change change) {
+    change(columns.samples);
+    change(columns.codes);
+    change(columns.distances);
+}
+
+}  // namespace
+
+SampleStore::SampleStore()
+    : samples_(std::make_shared<std::deque<Sample>>()),
+      uncommitted_(std::make_shared<SampleColumns>()),
+      committed_(std::make_shared<SampleColumns>()) {
+    uncommitted_->owner = committed_->owner = samples_;
+}
+
+SampleColumns& SampleStore::writable(std::shared_ptr<SampleColumns>& columns) const {
+    if (columns.use_count() > 1) columns = std::make_shared<SampleColumns>(*columns);
+    columns->owner = samples_;
+    return *columns;
+}
+
+// Deleted samples stay in the shared pool while tables may show them; once they outnumber the rest the pool
+// is renewed.
+void SampleStore::compact(std::size_t coming) {
+    const std::size_t alive = uncommitted_->size() + committed_->size() + coming;
+    if (samples_->size() < 2 * alive + 4096) return;
+    auto pool = std::make_shared<std::deque<Sample>>();
+    const auto moved = [&pool](const SampleColumns& old) {
+        auto columns = std::make_shared<SampleColumns>();
+        columns->owner = pool;
+        for (std::size_t i = 0; i < old.size(); ++i)
+            append(*columns, pool->emplace_back(*old.samples[i]), old.distances[i]);
+        return columns;
+    };
+    auto uncommitted = moved(*uncommitted_), committed = moved(*committed_);
+    uncommitted_ = std::move(uncommitted);
+    committed_ = std::move(committed);
+    samples_ = std::move(pool);
+}
+
+void SampleStore::include(std::vector<Sample> samples) {
+    closeGap();
+    checkCount(committed_->size() + uncommitted_->size(), samples.size());
+    if (samples.empty()) return;
+    compact(samples.size());
+    SampleColumns& columns = writable(uncommitted_);
+    const DistanceMeasure measure(statistics_, committed_->samples);
+    for (Sample& sample : samples) {
+        sample.serial = nextSerial_++;
+        const Sample& kept = samples_->emplace_back(sample);
+        append(columns, kept, measure.distance(kept));
+    }
+}
+
+void SampleStore::commit() {
+    closeGap();
+    if (uncommitted_->size() == 0) return;
+    const SampleColumnsPtr coming = uncommitted_;
+    uncommitted_ = std::make_shared<SampleColumns>();
+    uncommitted_->owner = samples_;
+    for (const Sample* sample : coming->samples) statistics_.add(*sample);
+    SampleColumns& columns = writable(committed_);
+    for (const Sample* sample : coming->samples) append(columns, *sample, 0);
+    stale_ = true;
+    if (statistics_.comparisons() <= kQuickComparisons) return;
+    const DistanceMeasure measure(statistics_, columns.samples);
+    for (std::size_t i = columns.size() - coming->size(); i < columns.size(); ++i)
+        columns.distances[i] = measure.distance(*columns.samples[i]);
+}
+
+SampleColumnsPtr SampleStore::columns(tool::SampleKind kind) const {
+    closeGap();
+    if (kind == tool::SampleKind::Uncommitted) return uncommitted_;
+    refresh();
+    return committed_;
+}
+
+void SampleStore::refresh() const {
+    if (!stale_ || statistics_.comparisons() > kQuickComparisons) return;
+    SampleColumns& columns = writable(committed_);
+    const DistanceMeasure measure(statistics_, columns.samples);
+    for (std::size_t i = 0; i < columns.size(); ++i)
+        columns.distances[i] = measure.distance(*columns.samples[i]);
+    stale_ = false;
+}
+
+void SampleStore::remove(tool::SampleKind kind, std::size_t place) {
+    auto& list = kind == tool::SampleKind::Committed ? committed_ : uncommitted_;
+    if (gap_.columns != list.get()) closeGap();
+    if (place >= list->size() - gap_.size()) return;
+    stale_ |= kind == tool::SampleKind::Committed;
+    SampleColumns& columns = writable(list);
+    if (!gap_.columns) gap_ = {&columns, place, place};
+    const Gap old = gap_;
+    const auto at = [](std::size_t index) { return static_cast<std::ptrdiff_t>(index); };
+    if (place < old.begin) {
+        gap_ = {&columns, place, old.end - (old.begin - 1 - place)};
+        if (kind == tool::SampleKind::Committed) statistics_.remove(*columns.samples[place]);
+        forEachColumn(columns, [&](auto& column) {
+            const auto start = column.begin();
+            std::move_backward(start + at(place + 1), start + at(old.begin), start + at(old.end));
+        });
+    } else {
+        const std::size_t removed = place + old.size();
+        gap_ = {&columns, place, removed + 1};
+        if (kind == tool::SampleKind::Committed) statistics_.remove(*columns.samples[removed]);
+        forEachColumn(columns, [&](auto& column) {
+            const auto start = column.begin();
+            std::move(start + at(old.end), start + at(removed), start + at(old.begin));
+        });
+    }
+}
+
+void SampleStore::closeGap() const {
+    if (!gap_.columns) return;
+    const Gap gap = std::exchange(gap_, {});
+    forEachColumn(*gap.columns, [&](auto& column) {
+        const auto start = column.begin();
+        column.erase(start + static_cast<std::ptrdiff_t>(gap.begin),
+                     start + static_cast<std::ptrdiff_t>(gap.end));
+    });
+}
+
+void SampleStore::removeUncommitted() {
+    closeGap();
+    uncommitted_ = std::make_shared<SampleColumns>();
+    uncommitted_->owner = samples_;
+}
+
+void SampleStore::restore(std::vector<Sample> committed, std::vector<double> distances,
+                          std::uint64_t nextSerial) {
+    SampleStore fresh;
+    for (std::size_t i = 0; i < committed.size(); ++i) {
+        const Sample& kept = fresh.samples_->emplace_back(committed[i]);
+        fresh.statistics_.add(kept);
+        append(*fresh.committed_, kept, distances[i]);
+    }
+    fresh.nextSerial_ = nextSerial;
+    *this = std::move(fresh);
+}
+
+void SampleStore::setDistances(std::span<const std::uint64_t> serials, std::span<const double> distances) {
+    closeGap();
+    SampleColumns& columns = writable(committed_);
+    // Committed samples are in the order of their serial numbers, so that one walk matches both.
+    std::size_t at = 0;
+    for (std::size_t i = 0; i < columns.size(); ++i) {
+        while (at < serials.size() && serials[at] < columns.samples[i]->serial) ++at;
+        if (at < serials.size() && serials[at] == columns.samples[i]->serial)
+            columns.distances[i] = distances[at];
+    }
+}
+
+}  // namespace dravik::engine

@@ -1,0 +1,80 @@
+// The samples of a font in memory. Lists are shared with the tables that queries return and copied only when
+// they change while someone still reads them, so that a query costs nothing and a deletion little, however
+// many there are.
+#pragma once
+
+#include <cstdint>
+#include <deque>
+#include <memory>
+#include <span>
+#include <vector>
+
+#include "engine/classifier/DistanceMeasure.h"
+#include "engine/segmentation/Sample.h"
+#include "tool/Samples.h"
+
+namespace dravik::engine {
+
+// The samples of one kind in their order, column by column.
+struct SampleColumns {
+    std::shared_ptr<const std::deque<Sample>> owner;  // keeps the samples in being
+    std::vector<const Sample*> samples;
+    std::vector<std::int32_t> codes;
+    std::vector<double> distances;
+
+    std::size_t size() const noexcept { return samples.size(); }
+};
+using SampleColumnsPtr = std::shared_ptr<const SampleColumns>;
+
+// Comparisons of two samples that are made without the operator noticing, some 15 milliseconds' worth.
+constexpr std::int64_t kQuickComparisons = 2'500'000;
+
+class SampleStore {
+  public:
+    SampleStore();
+
+    // Adds uncommitted samples and gives them their serial numbers. Raises Out of memory (7), and adds none,
+    // when there would be more than kMostSamples of both kinds.
+    void include(std::vector<Sample> samples);
+    void commit();
+    // Places of a kind beyond its end name nothing and change nothing.
+    void remove(tool::SampleKind kind, std::size_t place);
+    void removeUncommitted();
+    // A font's samples as they were stored, with their Distances. Replaces everything.
+    void restore(std::vector<Sample> committed, std::vector<double> distances, std::uint64_t nextSerial);
+
+    // Distances of committed samples follow every change of the font before they are seen, as long as
+    // measuring them all takes no longer than about a frame (kQuickComparisons); in a larger font those of
+    // samples that stay are left as they are, until setDistances().
+    SampleColumnsPtr columns(tool::SampleKind kind) const;
+    const ClassStatistics& statistics() const noexcept { return statistics_; }
+    std::uint64_t nextSerial() const noexcept { return nextSerial_; }
+
+    // New Distances for those committed samples that have one of these serial numbers, which ascend.
+    void setDistances(std::span<const std::uint64_t> serials, std::span<const double> distances);
+
+  private:
+    // Places [begin, end) of one list that removals have left free. What lies behind them moves up only when
+    // the list is read, so that removals near each other cost no more than the way between them.
+    struct Gap {
+        SampleColumns* columns = nullptr;  // this store's alone while the gap is open
+        std::size_t begin = 0;
+        std::size_t end = 0;
+        std::size_t size() const noexcept { return end - begin; }
+    };
+
+    SampleColumns& writable(std::shared_ptr<SampleColumns>& columns) const;
+    void compact(std::size_t coming);
+    void closeGap() const;
+    void refresh() const;
+
+    std::shared_ptr<std::deque<Sample>> samples_;
+    std::shared_ptr<SampleColumns> uncommitted_;
+    mutable std::shared_ptr<SampleColumns> committed_;
+    mutable bool stale_ = false;  // samples came or went since the committed ones were measured
+    ClassStatistics statistics_;
+    std::uint64_t nextSerial_ = 1;
+    mutable Gap gap_;
+};
+
+}  // namespace dravik::engine

@@ -1,0 +1,378 @@
+#include "engine/segmentation/PrintLooks.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <iterator>
+#include <optional>
+#include <utility>
+
+#include "engine/segmentation/DotPrint.h"
+#include "engine/segmentation/LineCharacters.h"
+#include "engine/segmentation/PrintCleaning.h"
+#include "engine/segmentation/TextLikeness.h"
+#include "engine/segmentation/Underscores.h"
+
+namespace dravik::engine {
+namespace {
+
+// The first look is at so many pixels at most, the last one at so many.
+constexpr std::int64_t kFirstPixels = 500'000;
+constexpr std::int64_t kMostWorkingPixels = 4'000'000;
+// Log odds of a candidate being right, beyond which others of its kind are not tried.
+constexpr double kClearText = 2.2;
+constexpr double kLikelyText = 1;
+constexpr double kBeyondDoubt = 2.6;
+// So many sizes and polarities are looked at closer.
+constexpr std::size_t kMostClose = 4;
+// Where ink begins so often in a row, and on average after so few pixels, there is noise or texture.
+constexpr std::int64_t kManyRuns = 10'000;
+constexpr std::int64_t kFewestPixelsToRun = 12;
+// Small print is looked at twice as large in regions up to so many image pixels; larger ones would take too
+// much memory.
+constexpr std::int64_t kMostDoubled = 310'000;
+// A page of dotted print has fewer pieces, and more pixels to each.
+constexpr std::size_t kMostPieces = 20'000, kAlwaysPieces = 5'000, kFewestPixelsToPiece = 256;
+// What a look found is held when its picture has so many pixels at most.
+constexpr std::size_t kMostHeld = 500'000;
+// Characters lower than this cannot be told apart.
+constexpr float kLeastHeight = 5;
+// Heights of capitals, in working pixels, at which characters are best told apart.
+constexpr float kBestHeight = 32;
+constexpr double kHopeless = -3, kNothing = -1e9;
+// Decisions less sure than that (log odds) are made the other way too, where there are so many pieces at
+// most.
+constexpr double kOtherBar = 1;
+constexpr std::size_t kMostReconsidered = 300;
+
+// What is as large as the image itself is its frame or a shadow.
+void dropFrames(std::vector<Piece>& pieces, const InkImage& ink) {
+    const float width = static_cast<float>(ink.width), height = static_cast<float>(ink.height);
+    std::erase_if(pieces, [&](const Piece& piece) {
+        const float share = static_cast<float>(piece.area) / (piece.box.width() * piece.box.height());
+        const bool touches = piece.box.left < 1 || piece.box.top < 1 || piece.box.right > width - 1 ||
+                             piece.box.bottom > height - 1;
+        return (piece.box.width() > 0.6f * width && piece.box.height() > 0.6f * height && share < 0.3f) ||
+               (touches && piece.box.width() > 0.8f * width) ||
+               (touches && piece.box.height() > 0.8f * height &&
+                piece.box.width() < 0.2f * piece.box.height() && width > 2 * height);
+    });
+}
+
+// Whether the ink is so restless that it is no print; its pieces would take much more room than the image.
+bool isTexture(const InkImage& ink) {
+    const std::int64_t pixels = static_cast<std::int64_t>(ink.ink.size());
+    return pixels >= kManyRuns * kFewestPixelsToRun && ink.edges() > pixels / kFewestPixelsToRun;
+}
+
+std::size_t countOf(const std::vector<LinePieces>& lines) {
+    std::size_t count = 0;
+    for (const LinePieces& line : lines) count += line.pieces.size();
+    return count;
+}
+
+// The lines of print that are seen, before their characters are told apart. `print` has the ink separated for
+// its look, and gets its frame.
+std::vector<LinePieces> linesSeen(Segmentation& print) {
+    const InkImage& ink = print.ink;
+    const Look& look = print.look;
+    if (ink.empty() || isTexture(ink)) return {};
+    std::vector<Piece> pieces =
+        components(ink, 3, std::min(kMostPieces, kAlwaysPieces + ink.ink.size() / kFewestPixelsToPiece));
+    dropFrames(pieces, ink);
+    if (look.joins == Look::Fragments) pieces = joinedFragments(std::move(pieces));
+    if (look.joins == Look::Dots)
+        pieces = joinedByCloseness(joinedDots(std::move(pieces)), ink.width, ink.height);
+    float height = usualHeight(pieces);
+    if (height < kLeastHeight) return {};
+    print.frame.slope = printSlope(pieces, height);
+    for (Piece& piece : pieces) piece.measure(print.frame);
+    height = usualHeight(pieces);
+    print.frame.slant = printSlant(pieces, print.frame.slope, height);
+    if (print.frame.slant != 0)
+        for (Piece& piece : pieces) piece.measure(print.frame);
+    return textLines(std::move(pieces), height);
+}
+
+// Tells the characters of the lines apart, by the bars of the look.
+void findCharacters(Segmentation& print, std::vector<LinePieces>&& lines, const Binarizer& binarizer) {
+    CharacterDecisions& decisions = print.decisions;
+    const Look::Bars& bars = print.look.bars;
+    decisions = {{bars.cuts}, {bars.joins}, {bars.prints}};
+    for (LinePieces& line : lines) line.pieces = lineCharacters(std::move(line), print.frame, decisions);
+    dropForeign(lines, print.ink, binarizer, print.look, decisions.prints);
+    addUnderscores(lines, print.ink, print.frame);
+    print.glyphs.reserve(countOf(lines));
+    for (LinePieces& line : lines) {
+        const LineMetrics& first = line.metrics;
+        std::vector<Box> boxes;
+        for (const Piece& piece : line.pieces)
+            if (piece.box.height() >= 0.45f * first.capHeight && piece.box.width() < 2 * first.capHeight)
+                boxes.push_back(piece.box);
+        print.lines.push_back(boxes.empty() ? first : measureLine(boxes, first.capHeight));
+        const int number = static_cast<int>(print.lines.size()) - 1;
+        for (Piece& piece : line.pieces) print.glyphs.push_back({std::move(piece), number});
+    }
+}
+
+// The bars by which the print would be seen otherwise, one doubtful decision or a few of one kind being made
+// the other way.
+std::vector<Look::Bars> otherBars(const CharacterDecisions& decisions) {
+    std::vector<Look::Bars> result;
+    const auto add = [&](const Decisions& kind, float Look::Bars::*bar) {
+        Look::Bars bars;
+        if (kind.leastDone < kOtherBar) {
+            bars.*bar = static_cast<float>(kOtherBar);
+            result.push_back(bars);
+        }
+        if (kind.mostLeft > -kOtherBar) {
+            bars.*bar = static_cast<float>(-kOtherBar);
+            result.push_back(bars);
+        }
+    };
+    add(decisions.cuts, &Look::Bars::cuts);
+    add(decisions.joins, &Look::Bars::joins);
+    add(decisions.prints, &Look::Bars::prints);
+    return result;
+}
+
+// Whole image pixels to a working pixel, so that a region takes no more working pixels than that, and none of
+// its sides too many.
+int leastScale(const Region& region, std::int64_t pixels) {
+    int scale = 1;
+    while (static_cast<std::int64_t>(region.width() / scale) * (region.height() / scale) > pixels ||
+           std::max(region.width(), region.height()) / scale > kMostInkSide)
+        ++scale;
+    return scale;
+}
+
+int grain(float height) {
+    return std::clamp(static_cast<int>(std::lround(0.75f * height)), 8, 400);
+}
+
+// An image that is being looked at.
+class Looking {
+  public:
+    Looking(const GreyImage& image, Search search) : image_(image), search_(search) {}
+
+    std::vector<Candidate> candidates() &&;
+
+  private:
+    const Binarizer& turnTo(const Region& region, float scale);
+    double consider(const Look& look, bool otherwise);
+    bool add(const Segmentation& seen);
+    void hold();
+    bool firstLooks();
+    bool lookCloser(const Candidate& first);
+    Region around(const Candidate& first) const;
+
+    const GreyImage& image_;
+    const Search search_;
+    const Region whole_{0, 0, image_.width(), image_.height()};
+    std::optional<Binarizer> view_;
+    Segmentation seen_;  // by the last look, in that view
+    bool isSeen_ = false, isText_ = false;
+    std::size_t seenBy_ = 0;  // the candidate that it is of, if it is text
+    std::vector<Candidate> found_;
+};
+
+// A small grain may be narrower than strokes, a large one takes neighbours for background.
+bool suits(const Candidate& one) {
+    const float height = one.height / one.scale, side = static_cast<float>(one.look.side);
+    return side >= 0.55f * height && side <= 1.2f * height;
+}
+
+Region printOf(const Segmentation& found) {
+    Region region = found.place(found.glyphs.front());
+    for (const Glyph& glyph : found.glyphs) {
+        const Region place = found.place(glyph);
+        region = {std::min(region.left, place.left), std::min(region.top, place.top),
+                  std::max(region.right, place.right), std::max(region.bottom, place.bottom)};
+    }
+    return region;
+}
+
+// Makes a part of the image ready to be looked at; it stays so until another is wanted.
+const Binarizer& Looking::turnTo(const Region& region, float scale) {
+    if (view_ && view_->region() == region && view_->scale() == scale) return *view_;
+    seen_ = {};
+    isSeen_ = isText_ = false;
+    view_.reset();
+    return view_.emplace(image_, region, scale);
+}
+
+// What a look sees, where that is anything like text; its likeness, or less than any. Where that leaves
+// doubts, what the print would be if doubtful decisions were made otherwise is considered too, if wanted.
+double Looking::consider(const Look& look, bool otherwise) {
+    const Look& last = seen_.look;
+    const bool again = isSeen_ && last.dark == look.dark && last.side == look.side &&
+                       Binarizer::radius(last.blur) == Binarizer::radius(look.blur);
+    InkImage ink = std::move(seen_.ink);
+    seen_ = {};
+    if (!again) ink = view_->separate(look.dark, look.side, look.blur, std::move(ink.ink));
+    seen_.look = look;
+    seen_.ink = std::move(ink);
+    std::vector<LinePieces> lines = linesSeen(seen_), same;
+    if (otherwise && countOf(lines) <= kMostReconsidered) same = lines;
+    findCharacters(seen_, std::move(lines), *view_);
+    isSeen_ = true;
+    isText_ = add(seen_);
+    if (!isText_) return kNothing;
+    seenBy_ = found_.size() - 1;
+    const double value = found_.back().value;
+    const bool doubtful = value > kHopeless && value < kBeyondDoubt;
+    if (!same.empty() && (search_ == Search::All || doubtful))
+        for (const Look::Bars& bars : otherBars(seen_.decisions)) {
+            Segmentation other;
+            other.look = look;
+            other.look.bars = bars;
+            other.frame = seen_.frame;
+            other.ink = std::move(seen_.ink);
+            findCharacters(other, std::vector<LinePieces>(same), *view_);
+            if (other.glyphs.size() != seen_.glyphs.size()) add(other);
+            seen_.ink = std::move(other.ink);
+        }
+    return value;
+}
+
+// Adds a candidate where there is anything that looks like text.
+bool Looking::add(const Segmentation& seen) {
+    if (!looksLikeText(seen)) return false;
+    Candidate& one = found_.emplace_back();
+    one.look = seen.look;
+    one.region = view_->region();
+    one.scale = view_->scale();
+    one.characters = seen.glyphs.size();
+    one.traits = textTraits(seen, *view_);
+    one.value = kTextLikeness(one.traits);
+    one.height = typicalHeight(seen) * seen.ink.scale;
+    one.print = printOf(seen);
+    return true;
+}
+
+// Holds what the last look found when it is the likeliest: it will probably be wanted.
+void Looking::hold() {
+    Candidate& last = found_[seenBy_];
+    if (seen_.ink.ink.size() > kMostHeld) return;
+    for (const Candidate& other : found_)
+        if (other.seen && other.value >= last.value) return;
+    for (Candidate& other : found_) other.seen.reset();
+    last.seen = std::make_unique<Segmentation>(std::move(seen_));
+    seen_ = {};
+    isSeen_ = isText_ = false;
+}
+
+// Looks at the whole image with several grains and both polarities, the likelier ones first, until one is
+// clear. The last candidate is then that one.
+bool Looking::firstLooks() {
+    for (int scale = leastScale(whole_, kFirstPixels);; scale = (scale + 1) / 2) {
+        const Binarizer& view = turnTo(whole_, static_cast<float>(scale));
+        if (view.empty()) return false;
+        const bool dark = view.leansDark();
+        const int first = std::clamp(std::min(view.width(), view.height()) / 4, 8, 64);
+        const auto look = [&](const Look& how) {
+            return consider(how, false) >= kClearText && search_ == Search::UntilClear &&
+                   suits(found_.back());
+        };
+        std::vector<int> sides;
+        for (const int side : {first, first / 3, first / 6})
+            if (side >= 8 || sides.empty()) sides.push_back(side);
+        for (const Look::Joining joins : {Look::Fragments, Look::Dots})
+            for (const int side : sides)
+                for (const bool polarity : {dark, !dark})
+                    if (look({polarity, side, 0, joins})) return true;
+        for (const int side : sides)
+            for (const bool polarity : {dark, !dark})
+                if (look({polarity, side, 0.09f * static_cast<float>(side), Look::None})) return true;
+        const bool likely = std::any_of(found_.begin(), found_.end(),
+                                        [](const Candidate& one) { return one.value >= kLikelyText; });
+        if (likely || scale == 1 || leastScale(whole_, kMostWorkingPixels) > (scale + 1) / 2) return false;
+    }
+}
+
+// There may be more print along the lines than was seen at first.
+Region Looking::around(const Candidate& first) const {
+    const int beside = static_cast<int>(8 * first.height) + 4, above = static_cast<int>(3 * first.height) + 4;
+    const Region region{std::max(whole_.left, first.print.left - beside),
+                        std::max(whole_.top, first.print.top - above),
+                        std::min(whole_.right, first.print.right + beside),
+                        std::min(whole_.bottom, first.print.bottom + above)};
+    const double share = static_cast<double>(region.width()) * region.height() /
+                         (static_cast<double>(whole_.width()) * whole_.height());
+    return share > 0.6 ? whole_ : region;
+}
+
+// Once more, closer, with the size and the grain that suit the print's height. Returns whether the print is
+// clear now.
+bool Looking::lookCloser(const Candidate& first) {
+    const Region region = around(first);
+    float scale = std::max(static_cast<float>(leastScale(region, kMostWorkingPixels)),
+                           std::round(first.height / kBestHeight));
+    if (first.height < 0.6f * kBestHeight &&
+        static_cast<std::int64_t>(region.width()) * region.height() <= kMostDoubled &&
+        2 * std::max(region.width(), region.height()) <= kMostInkSide)
+        scale = 0.5f;
+    const float height = first.height / scale;
+    turnTo(region, scale);
+    const int side = grain(height);
+    const bool dark = first.look.dark;
+    const std::array<Look, 6> looks = {{{dark, side, 0, Look::Fragments},
+                                        {dark, side, 0, Look::Dots},
+                                        {dark, side, 0, Look::None},
+                                        {dark, side, 0.045f * height, Look::None},
+                                        {dark, side, 0.07f * height, Look::None},
+                                        {dark, side, 0.095f * height, Look::None}}};
+    bool clear = false;
+    for (const Look& look : looks) {
+        const double value = consider(look, true);
+        if (value < kClearText || search_ == Search::All) continue;
+        clear = true;
+        hold();
+        if (value >= kBeyondDoubt) break;
+    }
+    return clear;
+}
+
+std::vector<Candidate> Looking::candidates() && {
+    if (firstLooks()) {
+        hold();
+        found_.erase(found_.begin(), found_.end() - 1);
+    }
+    std::vector<Candidate> first = std::move(found_);
+    found_.clear();
+    std::stable_sort(first.begin(), first.end(),
+                     [](const Candidate& a, const Candidate& b) { return a.value > b.value; });
+    std::vector<std::pair<bool, float>> seen;
+    for (const Candidate& candidate : first) {
+        if (seen.size() >= kMostClose) break;
+        const auto same = [&](const std::pair<bool, float>& other) {
+            return other.first == candidate.look.dark && other.second < 1.4f * candidate.height &&
+                   candidate.height < 1.4f * other.second;
+        };
+        if (std::any_of(seen.begin(), seen.end(), same)) continue;
+        seen.emplace_back(candidate.look.dark, candidate.height);
+        if (lookCloser(candidate)) break;
+    }
+    if (isText_ && !found_.empty()) found_[seenBy_].seen = std::make_unique<Segmentation>(std::move(seen_));
+    // Of the first looks those count whose grain happened to suit the print.
+    std::erase_if(first, [](const Candidate& one) { return !suits(one); });
+    found_.insert(found_.begin(), std::move_iterator(first.begin()), std::move_iterator(first.end()));
+    return std::move(found_);
+}
+
+}  // namespace
+
+std::vector<Candidate> printCandidates(const GreyImage& image, Search search) {
+    return Looking(image, search).candidates();
+}
+
+Segmentation seenAgain(const GreyImage& image, const Region& region, float scale, const Look& look) {
+    const Binarizer view(image, region, scale);
+    Segmentation seen;
+    seen.look = look;
+    seen.ink = view.separate(look.dark, look.side, look.blur);
+    findCharacters(seen, linesSeen(seen), view);
+    return seen;
+}
+
+}  // namespace dravik::engine

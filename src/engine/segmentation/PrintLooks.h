@@ -1,0 +1,36 @@
+// Looks at an image in several ways, of which one will see its print as it is: sizes, polarities, degrees of
+// blur, and ways to put broken print together.
+#pragma once
+
+#include <memory>
+#include <vector>
+
+#include "engine/segmentation/Segmentation.h"
+#include "engine/segmentation/TextLikeness.h"
+
+namespace dravik::engine {
+
+// What was found by one look.
+struct Candidate {
+    Look look;
+    Region region;  // of the image
+    float scale = 1;
+    std::size_t characters = 0;
+    TextTraits traits{};
+    double value = 0;  // kTextLikeness of the traits
+    float height = 0;  // of capitals, in image pixels
+    Region print;      // the part of the image that has the characters
+    // Its pixels and pieces, which take room: held for one or two candidates, of which one will be wanted.
+    std::unique_ptr<Segmentation> seen;
+};
+
+// UntilClear ends as soon as one candidate is beyond doubt, as most are; All is to learn from.
+enum class Search { UntilClear, All };
+
+// Those with characters, in the order of the looks.
+std::vector<Candidate> printCandidates(const GreyImage& image, Search search = Search::UntilClear);
+
+// What a look at a region finds.
+Segmentation seenAgain(const GreyImage& image, const Region& region, float scale, const Look& look);
+
+}  // namespace dravik::engine

@@ -1,0 +1,61 @@
+// Finds the characters of an image: size, polarity, threshold, slope, lines, characters in reading order.
+#pragma once
+
+#include <vector>
+
+#include "engine/image/Binarization.h"
+#include "engine/image/Components.h"
+#include "engine/segmentation/CharacterCuts.h"
+#include "engine/segmentation/TextLines.h"
+
+namespace dravik::engine {
+
+struct Glyph {
+    Piece piece;  // measured in the segmentation's frame
+    int line = 0;
+};
+
+// How the print was looked at: its polarity, the background's grain (see Binarizer::separate) and blur in
+// working pixels, and what was put together.
+struct Look {
+    bool dark = true;
+    int side = 24;
+    float blur = 0;
+    enum Joining { None, Fragments, Dots } joins = None;
+    // Log odds from which on touching characters are cut, parts are joined and pieces are kept as print.
+    struct Bars {
+        float cuts = 0;
+        float joins = 0;
+        float prints = 0;
+        bool operator==(const Bars&) const = default;
+    } bars{};
+};
+
+// What else an image may show: another number of characters, which fewer looks saw or less clearly.
+struct OtherView {
+    Look look;
+    Region region;  // of the image
+    float scale = 1;
+    std::size_t characters = 0;
+    double odds = 0;  // logarithm, against the number that was taken
+};
+
+struct Segmentation {
+    Look look;
+    InkImage ink;
+    Frame frame;
+    std::vector<LineMetrics> lines;  // from top to bottom
+    std::vector<Glyph> glyphs;       // in reading order
+    CharacterDecisions decisions;    // by which they were found
+    std::vector<OtherView> others;   // the likeliest first, few
+
+    // Where a glyph is in the image.
+    Region place(const Glyph& glyph) const;
+};
+
+// Empty when nothing is found. Takes any image and never fails but for want of memory.
+Segmentation segment(const GreyImage& image);
+// The characters of another view of the same image.
+Segmentation segment(const GreyImage& image, const OtherView& view);
+
+}  // namespace dravik::engine

@@ -1,0 +1,39 @@
+#include "qt/ChartView.h"
+#include "qt/Peer.h"
+#include "qt/Peers.h"
+
+namespace dravik::qt {
+namespace {
+
+class ChartPeer : public PeerOf<ui::Chart, ChartView> {
+  public:
+    ChartPeer(ui::Chart& model, ChartView& view) : PeerOf(model, view) {
+        connect(&view, &ChartView::pointed, this,
+                [this](QPointF place) { fireMouseMove(Qt::NoButton, Qt::NoModifier, place); });
+        connect(&view, &ChartView::menuRequested, this,
+                [this](QPointF place) { fireMouseDown(ui::kRightButton, Qt::NoModifier, place); });
+    }
+
+    QPointF toView(double x, double y) const override { return view_.toView(x, y); }
+    QPointF fromView(QPointF place) const override { return view_.fromView(place); }
+
+  protected:
+    void show(ui::Change change) override {
+        if (change == ui::Change::Items)
+            view_.setContent(model_.scale(), model_.scene());
+        else if (change == ui::Change::Appearance)
+            view_.setBackground(model_.backColor());
+        else
+            Peer::show(change);
+    }
+};
+
+}  // namespace
+
+QWidget* makeChart(ui::Chart& model, QWidget* parent) {
+    auto* view = new ChartView(parent);
+    (new ChartPeer(model, *view))->start();
+    return view;
+}
+
+}  // namespace dravik::qt

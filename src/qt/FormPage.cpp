@@ -1,0 +1,74 @@
+#include "qt/FormPage.h"
+
+#include <QKeyEvent>
+#include <QPushButton>
+#include <QTimer>
+
+#include "qt/AccessibleRoles.h"
+#include "qt/LayoutBuilder.h"
+#include "qt/Peer.h"
+#include "qt/Peers.h"
+#include "qt/QtConversions.h"
+
+namespace dravik::qt {
+
+FormPage::FormPage(ui::Form& form, QWidget* parent) : QWidget(parent), form_(form) {
+    installAccessibleRoles();
+    setObjectName(qtText(form.name()));
+    buildLayout(*this, form.layout());
+    for (ui::Timer* timer : form.timers) addTimer(*timer);
+    if (form.defaultButton)
+        if (Peer* peer = Peer::of(*form.defaultButton))
+            if (auto* button = qobject_cast<QPushButton*>(&peer->view())) button->setDefault(true);
+}
+
+void FormPage::addTimer(ui::Timer& timer) {
+    auto* ticking = new QTimer(this);
+    ticking->setObjectName(qtText(timer.name()));
+    ticking->setInterval(timer.interval());
+    connect(ticking, &QTimer::timeout, this, [&timer] { guarded([&] { timer.tick(); }); });
+    const auto follow = [&timer, ticking] {
+        if (timer.enabled() && !ticking->isActive()) ticking->start();
+        if (!timer.enabled()) ticking->stop();
+    };
+    connections_.push_back(timer.changed.connect(follow));
+    follow();
+    timers_.push_back(ticking);
+}
+
+void FormPage::detach() noexcept {
+    attached_ = false;
+    connections_.clear();
+    for (QTimer* timer : timers_) timer->stop();
+    for (QWidget* view : findChildren<QWidget*>())
+        for (QObject* child : view->children())
+            if (auto* peer = dynamic_cast<Peer*>(child)) peer->detach();
+}
+
+void FormPage::keyPressEvent(QKeyEvent* event) {
+    if (!answerKey(*event)) QWidget::keyPressEvent(event);
+}
+
+bool FormPage::answerKey(const QKeyEvent& event) {
+    const bool enter = event.key() == Qt::Key_Return || event.key() == Qt::Key_Enter;
+    const bool escape = event.key() == Qt::Key_Escape;
+    if (!attached_ || (!enter && !escape)) return false;
+    if (enter) {
+        // A button that has the focus is the one that Enter presses.
+        if (auto* focused = qobject_cast<QPushButton*>(focusWidget()); focused && focused->hasFocus())
+            focused->click();
+        else if (form_.defaultButton)
+            guarded([&] { form_.defaultButton->press(); });
+    } else if (form_.cancelButton) {
+        guarded([&] { form_.cancelButton->press(); });
+    } else {
+        Q_EMIT escaped();
+    }
+    return true;
+}
+
+QWidget* makeFormPage(ui::Form& model, QWidget* parent) {
+    return new FormPage(model, parent);
+}
+
+}  // namespace dravik::qt

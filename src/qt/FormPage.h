@@ -1,0 +1,42 @@
+// The inside of a form: its controls, its timers, and Enter and Escape for its default and cancel buttons.
+// Stands in a window of its own or in the program's window.
+#pragma once
+
+#include <QWidget>
+#include <vector>
+
+#include "ui/Form.h"
+
+class QTimer;
+
+namespace dravik::qt {
+
+class FormPage : public QWidget {
+    Q_OBJECT
+
+  public:
+    FormPage(ui::Form& form, QWidget* parent);
+
+    ui::Form& form() noexcept { return form_; }
+    // The form is going away: stops the timers and lets every peer go.
+    void detach() noexcept;
+    // Enter and Escape; false for every other key.
+    bool answerKey(const QKeyEvent& event);
+
+  Q_SIGNALS:
+    // Escape was pressed and the form has no cancel button.
+    void escaped();
+
+  protected:
+    void keyPressEvent(QKeyEvent* event) override;
+
+  private:
+    void addTimer(ui::Timer& timer);
+
+    ui::Form& form_;
+    bool attached_ = true;
+    std::vector<QTimer*> timers_;
+    std::vector<ui::Connection> connections_;
+};
+
+}  // namespace dravik::qt

@@ -1,0 +1,185 @@
+#include "qt/GridView.h"
+
+#include <QHeaderView>
+#include <QKeyEvent>
+#include <QMouseEvent>
+#include <QScrollBar>
+#include <algorithm>
+
+namespace dravik::qt {
+
+constexpr int kRowPadding = 6;
+constexpr int kColumnPadding = 14;
+constexpr int kLeastColumnWidth = 34;
+constexpr int kProbedRows = 40;
+
+GridView::GridView(QWidget* parent) : QTableView(parent) {
+    setSelectionMode(
+        QAbstractItemView::NoSelection);  // the selection is the grid's own, shown by showSelection()
+    setEditTriggers(QAbstractItemView::NoEditTriggers);
+    setWordWrap(false);
+    setTabKeyNavigation(false);
+    setCornerButtonEnabled(false);
+    setHorizontalScrollMode(QAbstractItemView::ScrollPerPixel);
+    verticalHeader()->hide();
+    verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
+    verticalHeader()->setMinimumSectionSize(1);
+    verticalHeader()->setDefaultSectionSize(fontMetrics().height() + kRowPadding);
+    horizontalHeader()->setSectionsClickable(true);
+    horizontalHeader()->setHighlightSections(false);
+    horizontalHeader()->viewport()->installEventFilter(this);
+    connect(horizontalHeader(), &QHeaderView::sectionPressed, this, &GridView::headingPressed);
+}
+
+void GridView::showSelection(const GridSelection& selection) {
+    selection_ = selection;
+    if (!model() || model()->rowCount() == 0 || model()->columnCount() == 0) return;
+    const auto first = model()->index(std::min(selection.row, selection.rowEnd),
+                                      std::min(selection.column, selection.columnEnd));
+    const auto last = model()->index(std::max(selection.row, selection.rowEnd),
+                                     std::max(selection.column, selection.columnEnd));
+    const auto end = model()->index(selection.rowEnd, selection.columnEnd);
+    if (!first.isValid() || !last.isValid()) return;
+    selectionModel()->setCurrentIndex(end, QItemSelectionModel::NoUpdate);
+    selectionModel()->select(QItemSelection(first, last), QItemSelectionModel::ClearAndSelect);
+}
+
+void GridView::fitColumns() {
+    if (!model()) return;
+    const int rows = model()->rowCount();
+    const QFontMetrics metrics = fontMetrics();
+    for (int column = 0; column < model()->columnCount(); ++column) {
+        int wide = metrics.horizontalAdvance(model()->headerData(column, Qt::Horizontal).toString());
+        const auto measure = [&](int row) {
+            wide = std::max(wide, metrics.horizontalAdvance(model()->index(row, column).data().toString()));
+        };
+        for (int row = 0; row < std::min(rows, kProbedRows); ++row) measure(row);
+        if (rows > 0) measure(rows - 1);
+        setColumnWidth(column, std::max(wide + kColumnPadding, kLeastColumnWidth));
+    }
+}
+
+void GridView::select(GridSelection selection) {
+    if (!model() || model()->rowCount() == 0 || model()->columnCount() == 0) return;
+    showSelection(selection);
+    scrollTo(model()->index(selection.rowEnd, selection.columnEnd));
+    Q_EMIT selected(selection);
+}
+
+void GridView::selectAll() {
+    if (!model() || model()->rowCount() == 0 || model()->columnCount() == 0) return;
+    // What is in view stays there.
+    showSelection({0, 0, model()->rowCount() - 1, model()->columnCount() - 1});
+    Q_EMIT selected(selection_);
+}
+
+void GridView::mousePressEvent(QMouseEvent* event) {
+    const QModelIndex cell = indexAt(event->position().toPoint());
+    if (event->button() == Qt::LeftButton && cell.isValid()) {
+        if (event->modifiers() & Qt::ShiftModifier)
+            select({selection_.row, selection_.column, cell.row(), cell.column()});
+        else
+            select({cell.row(), cell.column(), cell.row(), cell.column()});
+    }
+    Q_EMIT pressed(event->button(), cell.row(), cell.column(),
+                   viewport()->mapTo(this, event->position().toPoint()));
+}
+
+void GridView::mouseMoveEvent(QMouseEvent* event) {
+    if (!(event->buttons() & Qt::LeftButton) || !model() || model()->rowCount() == 0) return;
+    const QPoint place = event->position().toPoint();
+    const QRect area = viewport()->rect();
+    // Past an edge the next row or column comes into view.
+    if (place.y() > area.bottom()) verticalScrollBar()->triggerAction(QAbstractSlider::SliderSingleStepAdd);
+    if (place.y() < area.top()) verticalScrollBar()->triggerAction(QAbstractSlider::SliderSingleStepSub);
+    const QPoint inside(std::clamp(place.x(), area.left(), area.right()),
+                        std::clamp(place.y(), area.top(), area.bottom()));
+    const int row = rowAt(inside.y()) < 0 ? model()->rowCount() - 1 : rowAt(inside.y());
+    const int column = columnAt(inside.x()) < 0 ? model()->columnCount() - 1 : columnAt(inside.x());
+    if (row != selection_.rowEnd || column != selection_.columnEnd)
+        select({selection_.row, selection_.column, row, column});
+}
+
+void GridView::mouseReleaseEvent(QMouseEvent* event) {
+    event->accept();
+}
+
+void GridView::mouseDoubleClickEvent(QMouseEvent* event) {
+    mousePressEvent(event);
+}
+
+bool GridView::moveByKey(QKeyEvent* event) {
+    CursorAction action = MoveNext;
+    switch (event->key()) {
+        case Qt::Key_Left:
+            action = MoveLeft;
+            break;
+        case Qt::Key_Right:
+            action = MoveRight;
+            break;
+        case Qt::Key_Up:
+            action = MoveUp;
+            break;
+        case Qt::Key_Down:
+            action = MoveDown;
+            break;
+        case Qt::Key_PageUp:
+            action = MovePageUp;
+            break;
+        case Qt::Key_PageDown:
+            action = MovePageDown;
+            break;
+        case Qt::Key_Home:
+            action = MoveHome;
+            break;
+        case Qt::Key_End:
+            action = MoveEnd;
+            break;
+        default:
+            return false;
+    }
+    const QModelIndex to = moveCursor(action, event->modifiers() & ~Qt::ShiftModifier);
+    if (!to.isValid()) return true;
+    if (event->modifiers() & Qt::ShiftModifier)
+        select({selection_.row, selection_.column, to.row(), to.column()});
+    else
+        select({to.row(), to.column(), to.row(), to.column()});
+    return true;
+}
+
+void GridView::keyPressEvent(QKeyEvent* event) {
+    const bool menu = event->key() == Qt::Key_Menu ||
+                      (event->key() == Qt::Key_F10 && event->modifiers() & Qt::ShiftModifier);
+    if (event->modifiers() & Qt::AltModifier) {
+        event->ignore();
+    } else if (menu) {
+        const QModelIndex cell = model()->index(selection_.rowEnd, selection_.columnEnd);
+        const QPoint place = cell.isValid() ? visualRect(cell).center() : viewport()->rect().center();
+        Q_EMIT pressed(Qt::RightButton, cell.row(), cell.column(), viewport()->mapTo(this, place));
+    } else if (event->matches(QKeySequence::SelectAll)) {
+        selectAll();
+    } else if (event->matches(QKeySequence::Copy) && event->key() != Qt::Key_Insert) {
+        // Ctrl+Insert is a copy already; the platform's own key for it becomes one.
+        Q_EMIT copyRequested();
+    } else if ((event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) &&
+               event->modifiers() & Qt::ControlModifier) {
+        Q_EMIT headingPressed(selection_.columnEnd);
+    } else if (!moveByKey(event)) {
+        event->ignore();
+    }
+}
+
+bool GridView::eventFilter(QObject* watched, QEvent* event) {
+    if (watched == horizontalHeader()->viewport() && event->type() == QEvent::MouseButtonPress) {
+        const auto* mouse = static_cast<const QMouseEvent*>(event);
+        if (mouse->button() == Qt::RightButton) {
+            const QPoint place = mouse->position().toPoint();
+            Q_EMIT pressed(Qt::RightButton, -1, horizontalHeader()->logicalIndexAt(place),
+                           horizontalHeader()->viewport()->mapTo(this, place));
+            return true;
+        }
+    }
+    return QTableView::eventFilter(watched, event);
+}
+
+}  // namespace dravik::qt

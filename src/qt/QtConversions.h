@@ -1,0 +1,33 @@
+// Texts and lengths between the models (UTF-8, twips) and Qt (UTF-16, device independent pixels).
+#pragma once
+
+#include <QString>
+#include <string>
+
+namespace dravik::qt {
+
+inline QString qtText(const std::string& text) {
+    return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
+}
+inline std::string utf8(const QString& text) {
+    return text.toStdString();
+}
+
+// Twips are 1/1440 inch, device independent pixels 1/96 inch.
+constexpr double kTwipsPerPixel = 15.0;
+constexpr int pixels(int twips) {
+    return static_cast<int>(twips / kTwipsPerPixel + 0.5);
+}
+constexpr double twips(double pixels) {
+    return pixels * kTwipsPerPixel;
+}
+
+// UTF-16 position of the character with the given index; the end when there are fewer characters.
+inline qsizetype positionOfCharacter(const QString& text, int index) {
+    qsizetype position = 0;
+    for (; index > 0 && position < text.size(); --index)
+        position += text.at(position).isHighSurrogate() && position + 1 < text.size() ? 2 : 1;
+    return position;
+}
+
+}  // namespace dravik::qt

@@ -1,0 +1,82 @@
+#include "qt/QtImage.h"
+
+#include <QFileInfo>
+#include <QImageReader>
+#include <QPainter>
+#include <algorithm>
+
+#include "base/Failure.h"
+#include "qt/QtConversions.h"
+
+namespace dravik::qt {
+namespace {
+
+// Room for kMostPixels of 16-bit colour.
+constexpr int kAllocationMegabytes = 1024;
+
+std::string problem(const std::string& path, const QString& what) {
+    return utf8(QFileInfo(qtText(path)).fileName()) + ": " + utf8(what);
+}
+
+QString tooLarge(const QSize& size) {
+    return QStringLiteral("the image of %1 x %2 pixels is larger than 64 megapixels")
+        .arg(size.width())
+        .arg(size.height());
+}
+
+bool isTooLarge(const QSize& size) {
+    return static_cast<std::int64_t>(size.width()) * size.height() > engine::kMostPixels;
+}
+
+QImage onWhite(const QImage& image) {
+    QImage result(image.size(), QImage::Format_RGB32);
+    result.fill(Qt::white);
+    QPainter painter(&result);
+    painter.drawImage(0, 0, image);
+    return result;
+}
+
+}  // namespace
+
+engine::GreyImage decodeImageFile(const std::string& path) {
+    const QFileInfo file(qtText(path));
+    if (!file.exists())
+        throw Failure(RuntimeError::FileNotFound, problem(path, QStringLiteral("file not found")));
+    if (file.isDir())
+        throw Failure(RuntimeError::PathFileAccessError, problem(path, QStringLiteral("is a folder")));
+    if (!file.isReadable())
+        throw Failure(RuntimeError::PermissionDenied, problem(path, QStringLiteral("may not be read")));
+
+    QImageReader reader(file.filePath());
+    QImageReader::setAllocationLimit(kAllocationMegabytes);
+    reader.setAutoTransform(true);
+    reader.setDecideFormatFromContent(true);
+    if (!reader.canRead())
+        throw Failure(RuntimeError::InvalidProcedureCall,
+                      problem(path, QStringLiteral("not an image that can be read")));
+    if (reader.size().isValid() && isTooLarge(reader.size()))
+        throw Failure(RuntimeError::OutOfMemory, problem(path, tooLarge(reader.size())));
+    QImage image = reader.read();
+    if (image.isNull())
+        throw Failure(RuntimeError::DeviceIoError,
+                      problem(path, QStringLiteral("damaged (%1)").arg(reader.errorString())));
+    if (isTooLarge(image.size()))
+        throw Failure(RuntimeError::OutOfMemory, problem(path, tooLarge(image.size())));
+
+    if (image.hasAlphaChannel()) image = onWhite(image);
+    image = image.convertToFormat(QImage::Format_Grayscale8);
+    if (image.isNull())
+        throw Failure(RuntimeError::OutOfMemory, problem(path, QStringLiteral("out of memory")));
+    engine::GreyImage grey(image.width(), image.height());
+    for (int y = 0; y < image.height(); ++y)
+        std::copy_n(image.constScanLine(y), image.width(), grey.row(y).begin());
+    return grey;
+}
+
+QImage toQImage(const engine::GreyImage& image) {
+    QImage result(image.width(), image.height(), QImage::Format_Grayscale8);
+    for (int y = 0; y < image.height(); ++y) std::ranges::copy(image.row(y), result.scanLine(y));
+    return result;
+}
+
+}  // namespace dravik::qt

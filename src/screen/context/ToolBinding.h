@@ -1,0 +1,34 @@
+// The tool that the screen works on and what the screen knows of its font's state; shared by the procedures.
+#pragma once
+
+#include <functional>
+
+#include "base/Failure.h"
+#include "tool/Step.h"
+
+namespace dravik::tool {
+
+struct ToolBinding {
+    StepPtr tool;              // the bound step, which is the tool; borrowed from the host
+    bool m_ToolBound = false;  // a step of the right kind is bound
+    std::function<void()> fontChangedSet;
+
+    // The bound tool; raises Object variable not set (91) when there is none.
+    FontTool& operator*() const {
+        if (!tool) throw Failure(RuntimeError::ObjectNotSet);
+        return tool->fontTool();
+    }
+    FontTool* operator->() const { return &**this; }
+
+    // The font differs from its saved form.
+    bool m_FontChanged() const noexcept { return fontChanged_; }
+    void setFontChanged(bool fontChanged) {
+        fontChanged_ = fontChanged;
+        if (fontChangedSet) fontChangedSet();
+    }
+
+  private:
+    bool fontChanged_ = false;
+};
+
+}  // namespace dravik::tool

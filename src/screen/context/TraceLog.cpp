@@ -1,0 +1,50 @@
+#include "screen/context/TraceLog.h"
+
+#include <limits>
+#include <utility>
+
+#include "base/Failure.h"
+#include "base/OutputFile.h"
+#include "screen/context/modGlobals.h"
+
+namespace dravik::screen {
+namespace {
+
+constexpr std::string_view kHeader = "#\tDate\tTime\tEntry\r\n";
+
+void writeLine(const std::string& file, OutputFile::Start start, std::string_view line) {
+    OutputFile out(file, start);
+    out.write(line);
+    out.close();
+}
+
+}  // namespace
+
+TraceLog::TraceLog(ui::Platform& platform, JobFolder folder)
+    : platform_(platform), folder_(std::move(folder)) {}
+
+void TraceLog::DlgEventLog(std::string_view entry, bool startNewLog) {
+    if (!g_bTrace) return;
+    try {
+        const std::string file = folder_.traceLog();
+        if (startNewLog || g_lLogEntry == 0) writeLine(file, OutputFile::Start::Empty, kHeader);
+        writeLine(file, OutputFile::Start::AtEnd,
+                  std::to_string(g_lLogEntry) + "\t" + platform_.dateText() + "\t" + platform_.timeText() +
+                      "\t" + std::string(entry) + "\r\n");
+        if (g_lLogEntry == std::numeric_limits<std::int32_t>::max()) throw Failure(RuntimeError::Overflow);
+        ++g_lLogEntry;
+    } catch (...) {
+        platform_.messageBox({"Last entry was " + std::string(entry), "DlgEventLog",
+                              ui::MessageBox::Buttons::Ok, ui::MessageBox::Icon::Critical});
+    }
+}
+
+std::string TraceLog::FontCreatedText(const std::string& fontName) const {
+    try {
+        return "Font created " + platform_.fileDateText(folder_.fontFile(fontName));
+    } catch (...) {
+        return "Creation date unknown";
+    }
+}
+
+}  // namespace dravik::screen

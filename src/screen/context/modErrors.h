@@ -1,0 +1,36 @@
+// How the training screen speaks to the operator: messages and error reports, both in the status-bar panel
+// "Message".
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "base/Failure.h"
+#include "screen/context/Procedure.h"
+#include "screen/context/TraceLog.h"
+#include "ui/Bars.h"
+
+namespace dravik::screen {
+
+class modErrors {
+  public:
+    modErrors(TraceLog& log, ui::StatusBar& sbr);
+
+    // Shows a message; with tracing on it is also traced. Never raises a dialog.
+    void UserMsg(const std::string& text);
+
+    // Shows source, number and description of a failure; with tracing on they are also traced.
+    void ReportError(std::string_view source, const Failure& failure);
+
+    // For the procedures of the control.
+    const Procedures& procedures() const noexcept { return procedures_; }
+
+    ui::StatusBar& sbr() const noexcept { return sbr_; }
+
+  private:
+    TraceLog& log_;
+    ui::StatusBar& sbr_;
+    Procedures procedures_;
+};
+
+}  // namespace dravik::screen

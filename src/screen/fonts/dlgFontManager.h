@@ -1,0 +1,81 @@
+// The font manager: lists the tool's fonts, makes, renames, duplicates and deletes them, and lets the
+// operator choose one.
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "screen/context/Procedure.h"
+#include "screen/fonts/dlgFontName.h"
+#include "screen/fonts/dlgFontNew.h"
+#include "tool/FontTool.h"
+#include "ui/Bars.h"
+#include "ui/Form.h"
+#include "ui/Label.h"
+#include "ui/ListControls.h"
+
+namespace dravik::screen {
+
+class dlgFontManager {
+  public:
+    explicit dlgFontManager(TraceLog& log);
+
+    ui::Form& form() noexcept { return form_; }
+
+    // The tool must outlive the form's use of it.
+    void SetDravikTool(tool::FontTool* tool) noexcept { tool_ = tool; }
+    // The list index to select when the form comes up; cut to the list.
+    void SetFontSelected(std::int16_t index) noexcept { selectedIndex_ = index; }
+    // The chosen name; "" unless the operator pressed Select.
+    std::string GetFontName() const;
+    // A font was made since the form last came up: it is now the tool's current one.
+    bool madeFont() const noexcept { return madeFont_; }
+    // What a font that had this name when the form came up is called now.
+    std::string nameNow(std::string name) const;
+
+    void RefreshFontList();
+    // True when a list entry equals the name, letter case aside.
+    bool FontExists(const std::string& name) const;
+
+  private:
+    static constexpr std::int16_t kRename = 1;
+    static constexpr std::int16_t kDuplicate = 2;
+
+    void Form_Load();
+    void lbFonts_Click();
+    void cmdNewFont_Click();
+    void cmdDeleteFont_Click();
+    void DoRenameDupFont(std::int16_t mode);
+    void OKButton_Click();
+    void CancelButton_Click();
+
+    tool::FontTool& tool() const;
+    void showStatus(const std::string& text);
+    // Selects the last entry that equals the name exactly.
+    void selectFont(const std::string& name);
+
+    ui::Form form_{"dlgFontManager", "Font Manager"};
+    ui::StatusBar sbr{"sbr"};
+    ui::Label LabelFont{"LabelFont", "Available Fonts"};
+    ui::ListBox lbFonts{"lbFonts"};
+    ui::Button cmdNewFont{"cmdNewFont", "New..."};
+    ui::Button cmdRenameFont{"cmdRenameFont", "Rename"};
+    ui::Button cmdDuplicateFont{"cmdDuplicateFont", "Duplicate"};
+    ui::Button cmdDeleteFont{"cmdDeleteFont", "Delete"};
+    ui::Button CancelButton{"CancelButton", "Cancel"};
+    ui::Button OKButton{"OKButton", "Select"};
+
+    Procedures procedures_;
+    dlgFontNew fontNew_;
+    dlgFontName fontName_;
+    tool::FontTool* tool_ = nullptr;
+    std::int16_t selectedIndex_ = 0;
+    std::string selectedName_;
+    bool chosen_ = false;
+    bool madeFont_ = false;
+    std::vector<std::pair<std::string, std::string>> renamed_;  // from, to, in the order of renaming
+};
+
+}  // namespace dravik::screen

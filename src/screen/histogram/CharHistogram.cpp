@@ -1,0 +1,128 @@
+#include "screen/histogram/CharHistogram.h"
+
+#include <unordered_map>
+#include <utility>
+
+#include "base/Text.h"
+#include "tool/Samples.h"
+
+namespace dravik::screen {
+namespace {
+
+const char* typeName(std::int16_t type) {
+    switch (type) {
+        case kFontHistogram:
+            return "FontHistogram";
+        case kCharacterDistance:
+            return "CharacterDistance";
+        default:
+            return "*unknown type*";
+    }
+}
+
+// The Distances of the character's samples in the order of the table.
+std::vector<double> distancesOf(const tool::RecordTable& samples, const std::string& character) {
+    const std::int32_t code = codeOf(character);
+    std::vector<double> distances;
+    if (characterOf(code) != character) return distances;
+    const auto codes = samples.codes();
+    const auto values = samples.values();
+    for (std::size_t i = 0; i < codes.size(); ++i)
+        if (codes[i] == code) distances.push_back(values[i]);
+    return distances;
+}
+
+}  // namespace
+
+CharHistogram::CharHistogram(const tool::ToolBinding& tool, modErrors& errors,
+                             const std::vector<std::string>& fontArray, Handlers handlers)
+    : tool_(tool), errors_(errors), fontArray_(fontArray), handlers_(std::move(handlers)) {}
+
+void CharHistogram::DisplayCharHistogram(const std::string& character, std::int16_t type) {
+    const std::string entry = "DravikDlg.DisplayCharHistogram(" + character + ", " + typeName(type) + ")";
+    errors_.procedures().run(entry, "DisplayCharHistogram", [&] {
+        errors_.sbr().panel("Message").setText("Creating histogram...");
+        tool::RecordTablePtr records;
+        if (type == kCharacterDistance) {
+            records = tool_->GetSampleData(tool::kAllCommitted, tool::kSampleFields);
+        } else if (type == kFontHistogram) {
+            records = tool_->GetSampleData(tool::kAllTrained, tool::kCharacterFields);
+        }
+        if (!records || records->isEmpty()) return;
+        if (type == kCharacterDistance) {
+            showCharacter(*records, character);
+        } else {
+            showFont(*records);
+        }
+        errors_.procedures().log().platform().show(*m_dlgHist_);
+    });
+}
+
+void CharHistogram::showCharacter(const tool::RecordTable& samples, const std::string& character) {
+    const auto distances = distancesOf(samples, character);
+    openForm();
+    m_dlgHist_->setCaption("Histogram of Distance values for " + character);
+    m_dlgHist_->SetCharHistogram(distances, character, fontArray_);
+}
+
+void CharHistogram::showFont(const tool::RecordTable& characters) {
+    const auto counts = characters.values();
+    std::vector<std::string> chars;
+    for (const auto code : characters.codes()) chars.push_back(characterOf(code));
+    const auto max = maxCharDistances(characters);
+    openForm();
+    m_dlgHist_->setCaption("Frequency Histogram for Font");
+    m_dlgHist_->SetFontHistogram({counts.begin(), counts.end()}, chars, max);
+}
+
+std::vector<double> CharHistogram::maxCharDistances(const tool::RecordTable& characters) {
+    const auto wanted = characters.codes();
+    std::vector<double> max(wanted.size(), 0.0);
+    errors_.procedures().run("", "MaxCharDistance", [&] {
+        const auto samples = tool_->GetSampleData(tool::kAllCommitted, tool::kSampleFields);
+        if (!samples) return;
+        const auto codes = samples->codes();
+        const auto values = samples->values();
+        std::unordered_map<std::int32_t, double> largest;
+        for (const auto code : wanted) largest.emplace(code, 0.0);
+        for (std::size_t i = 0; i < codes.size(); ++i)
+            if (const auto found = largest.find(codes[i]);
+                found != largest.end() && values[i] >= found->second)
+                found->second = values[i];
+        for (std::size_t i = 0; i < max.size(); ++i) max[i] = largest[wanted[i]];
+    });
+    return max;
+}
+
+double CharHistogram::MaxCharDistance(const std::string& character) {
+    double maximum = 0;
+    errors_.procedures().run("Dravikdlg.MaxCharDistance", "MaxCharDistance", [&] {
+        const auto samples = tool_->GetSampleData(tool::kAllCommitted, tool::kSampleFields);
+        if (!samples) return;
+        for (const double distance : distancesOf(*samples, character))
+            if (distance >= maximum) maximum = distance;
+    });
+    return maximum;
+}
+
+void CharHistogram::openForm() {
+    if (m_dlgHist_ && m_dlgHist_->loaded()) return;
+    m_dlgHist_ = std::make_unique<dlgCharHist>(errors_.procedures().log());
+    m_dlgHist_->DeleteByDistance.subscribe(
+        [this](double minimum, double maximum, const std::string& character) {
+            handlers_.DeleteByDistance(character, minimum, maximum);
+        });
+    m_dlgHist_->ShowDistHist.subscribe(
+        [this](const std::string& character) { handlers_.ShowDistHist(character); });
+    m_dlgHist_->ShowFontHist.subscribe(
+        [this](const std::string& character) { handlers_.ShowFontHist(character); });
+    m_dlgHist_->UserMsg.subscribe([this](const std::string& text) { handlers_.UserMsg(text); });
+    m_dlgHist_->load();
+}
+
+void CharHistogram::release() {
+    if (m_dlgHist_) m_dlgHist_->unload();
+    m_dlgHist_.reset();
+}
+
+}  // namespace dravik::screen

@@ -1,0 +1,52 @@
+// The control's side of the feature viewer: reads a character's features and the features of its committed
+// samples from the tool and fills the cells of dlgCharArray with them.
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "screen/context/ToolBinding.h"
+#include "screen/context/modErrors.h"
+#include "screen/inspection/dlgCharArray.h"
+
+namespace dravik::screen {
+
+class CharArray {
+  public:
+    // What the viewer asks of the control.
+    struct Control {
+        std::function<void()> SetFontArray;  // rebuilds the font array
+        std::function<void(const std::string& character, std::int16_t mode)> SetArray;  // the form's event
+    };
+
+    // `fontArray` is the control's list of the font's characters and outlives this object, as all else given
+    // here.
+    CharArray(const tool::ToolBinding& tool, modErrors& errors, const std::vector<std::string>& fontArray,
+              Control control);
+
+    // Fills and shows the form; a form that is open is used again, in its place.
+    void DisplayCharArray(const std::string& character, bool bStdDev);
+    // Writes the standard deviation of each feature over the character's committed samples into the open
+    // form's cells, in units of the scaled value; "n/a" when it has none.
+    void CalculateStdDev(const std::string& character);
+    // Traces how many uncommitted samples there are.
+    void PrintFeatureVect();
+
+    // The form, nothing before its first use and after release().
+    dlgCharArray* m_dlgArray() const noexcept { return m_dlgArray_.get(); }
+    // Closes and drops the form.
+    void release();
+
+  private:
+    void openForm();
+
+    const tool::ToolBinding& tool_;
+    modErrors& errors_;
+    const std::vector<std::string>& fontArray_;
+    Control control_;
+    std::unique_ptr<dlgCharArray> m_dlgArray_;
+};
+
+}  // namespace dravik::screen

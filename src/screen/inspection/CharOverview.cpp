@@ -1,0 +1,101 @@
+#include "screen/inspection/CharOverview.h"
+
+#include <array>
+
+#include "base/Conversions.h"
+#include "base/Text.h"
+#include "tool/Samples.h"
+
+namespace dravik::screen {
+namespace {
+
+// The legend: its six states in order, which are also the colours of the cells.
+constexpr std::array<ui::Color, 6> kStateColors = {
+    ui::kScrollBarColor, 0xFFFFFF, 0xC0C0FF, 0x80FFFF, 0xFF00, 0xFF8080};
+constexpr ui::Color kNotInFont = kStateColors[0];
+constexpr ui::Color kUntrained = kStateColors[1];
+
+ui::Color trainedColor(std::int16_t count) {
+    if (count == 0) return kStateColors[1];
+    if (count < 5) return kStateColors[2];
+    if (count < 10) return kStateColors[3];
+    return kStateColors[4];
+}
+
+}  // namespace
+
+CharOverview::CharOverview(const tool::ToolBinding& tool, modErrors& errors, OverviewControls& controls,
+                           GridControls& numeric, SampleCounts& counts)
+    : tool_(tool), errors_(errors), controls_(controls), numeric_(numeric), counts_(counts) {}
+
+void CharOverview::UpdateCharDisplay() {
+    errors_.procedures().run("Dravikdlg.UpdateCharDisplay", "UpdateCharDisplay", [&] {
+        const tool::CharacterSet set = tool_->GetCharacterSet();
+        std::string all;
+        for (const auto& character : set) all += character;
+        controls_.lblEmpty.setBackColor(set.empty() ? kUntrained : kNotInFont);
+        controls_.lblEmpty.setBold(set.empty());
+        for (const auto& cell : controls_.lblChar) {
+            const bool inFont = contains(all, cell->caption());
+            cell->setBackColor(inFont ? kUntrained : kNotInFont);
+            cell->setBold(inFont);
+            cell->setAccessibleName(cell->caption() + (inFont ? ", 0 trained" : ", not in font"));
+        }
+        UpdateTrainStatus();
+    });
+}
+
+void CharOverview::UpdateTrainStatus() {
+    errors_.procedures().run("Dravikdlg.UpdateTrainStatus", "UpdateTrainStatus", [&] {
+        const auto table = tool_->GetSampleData(tool::kAllTrained, tool::kCharacterFields);
+        if (!table) return;
+        for (int row = 1; row <= table->upperRow(); ++row) {
+            const std::string character = table->character(row);
+            const std::int16_t count = toInt16(table->number(row, 2));
+            for (const auto& cell : controls_.lblChar) {
+                if (cell->caption() != character) continue;
+                cell->setBackColor(trainedColor(count));
+                cell->setAccessibleName(character + ", " + std::to_string(count) + " trained");
+            }
+        }
+    });
+}
+
+void CharOverview::SetGraphicalView(bool bGraphical) {
+    numeric_.lblCharData.setVisible(!bGraphical);
+    numeric_.lblDisplay.setVisible(!bGraphical);
+    numeric_.grid.setVisible(!bGraphical);
+    numeric_.cboDisplay.setVisible(!bGraphical);
+    controls_.fraChar.setVisible(bGraphical);
+}
+
+void CharOverview::SetFontArray() {
+    errors_.procedures().run("Dravikdlg.SetFontArray", "SetFontArray", [&] {
+        if (!tool_.m_ToolBound) return;
+        const auto table = tool_->GetSampleData(tool::kAllTrained, tool::kCharacterFields);
+        if (!table) return;
+        for (int row = 1; row <= table->upperRow(); ++row) {
+            if (row == 1) fontArray_.clear();
+            fontArray_.push_back(table->character(row));
+        }
+    });
+}
+
+void CharOverview::lblChar_MouseMove(ui::Label& cell) {
+    errors_.procedures().run("", "lblChar_MouseMove", [&] {
+        cell.setToolTip(cell.caption() + " -- " + std::to_string(counts_.NumberTrained(cell.caption())) +
+                        " trained");
+    });
+}
+
+void CharOverview::InitColorKey() {
+    for (std::size_t i = 0; i < controls_.lblKey.size(); ++i)
+        controls_.lblKey[i]->setBackColor(kStateColors[i]);
+}
+
+std::string CharOverview::firstOfFontArray() const {
+    if (fontArray_.empty()) throw Failure(RuntimeError::SubscriptOutOfRange);
+    return fontArray_.front();
+}
+
+}  // namespace dravik::screen

@@ -1,0 +1,40 @@
+// The samples grid: the committed samples, the uncommitted ones or the character records, a row each.
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+#include "screen/context/InspectionControls.h"
+#include "screen/context/ToolBinding.h"
+#include "screen/context/modErrors.h"
+
+namespace dravik::screen {
+
+class SamplesGrid {
+  public:
+    SamplesGrid(tool::ToolBinding& tool, modErrors& errors, ui::Platform& platform, GridControls& controls);
+
+    // Shows the records of the kind chosen in cboDisplay; an empty answer leaves the grid as it was.
+    void FillSamplesArray();
+
+    // Ctrl+Insert copies, Delete deletes.
+    void grid_KeyDown(int KeyCode, int Shift);
+    // A click on a heading: column 0 sorts by sample number, column 1 by character.
+    void sortByHeading();
+    // The selection to the clipboard: a tab behind every cell, CR LF behind every row.
+    void copySelection();
+    // Deletes the selected samples and refills. Every call names the same identifier: the tool moves the next
+    // sample into its place.
+    void deleteSelection();
+
+    GridControls& controls() noexcept { return controls_; }
+
+  private:
+    tool::ToolBinding& tool_;
+    modErrors& errors_;
+    ui::Platform& platform_;
+    GridControls& controls_;
+    std::int16_t sortedByCharacter_ = 0;
+};
+
+}  // namespace dravik::screen

@@ -1,0 +1,158 @@
+#include "screen/samples/Inclusion.h"
+
+#include <cmath>
+
+#include "base/Conversions.h"
+#include "base/Text.h"
+#include "tool/Samples.h"
+
+namespace dravik::screen {
+namespace {
+
+constexpr int kFirstFeatureColumn = 5;
+
+// Negative, or a number that reads "1.#INF" or the like.
+bool isInvalidFeature(const tool::Cell& cell) {
+    if (const auto* number = std::get_if<double>(&cell)) return !std::isfinite(*number) || *number < 0;
+    const std::string text = tool::cellText(cell);
+    return leadingNumber(text) < 0 || text.find('#') != std::string::npos;
+}
+
+std::string counted(const std::string& characters) {
+    return "    " + characters + " (" + std::to_string(characterCount(characters)) + " characters)\r\r";
+}
+
+}  // namespace
+
+Inclusion::Inclusion(tool::ToolBinding& tool, modErrors& errors, ui::Platform& platform,
+                     SampleControls& controls, TrainingControls& train, IncludeState& includes,
+                     SampleCommit& commit, SampleDeletion& deletion, CharOverview& overview,
+                     SamplesGrid& grid)
+    : tool_(tool),
+      errors_(errors),
+      platform_(platform),
+      controls_(controls),
+      train_(train),
+      includes_(includes),
+      commit_(commit),
+      deletion_(deletion),
+      overview_(overview),
+      grid_(grid) {}
+
+void Inclusion::Include() {
+    errors_.procedures().run("Dravikdlg.Include", "Include", [&] {
+        errors_.UserMsg("");
+        if (controls_.txtSampleInput.text().empty()) {
+            errors_.UserMsg("Input text or characters, then click Include.");
+            return;
+        }
+        controls_.cmdInclude.setEnabled(false);
+        train_.prgTrain.setValue(0);
+        AddSamples();
+        if (!ReadyToCommit()) {
+            deletion_.DeleteAllSamples(kDeleteUncommitted);
+            errors_.UserMsg("Adjust OCR tool and try Include again.");
+            controls_.cmdInclude.setEnabled(true);
+            return;
+        }
+        const std::int16_t count = commit_.CommitSamples();
+        if (count >= 0) errors_.UserMsg(std::to_string(count) + " samples included.");
+        if (count == kCommitDeclined) errors_.UserMsg("Samples not included.");
+        if (count == kNothingToCommit)
+            errors_.UserMsg("Samples could not be included. Error counting samples.");
+
+        includes_.m_LastInclude = includes_.m_PendingInclude;
+        errors_.sbr().panel("LastInclude").setText(includes_.m_LastInclude);
+        auto& undo = overview_.controls().tlbChars.button("Undo");
+        undo.setToolTip("Undo include for '" + includes_.m_LastInclude + "'");
+        undo.setEnabled(true);
+        includes_.m_IncludedChars += includes_.m_LastInclude;
+        deletion_.HighlightIncluded(includes_.m_IncludedChars);
+        controls_.cmdInclude.setEnabled(true);
+    });
+}
+
+void Inclusion::AddSamples() {
+    errors_.procedures().run("Dravikdlg.AddSamples", "AddSamples", [&] {
+        ui::TextBox& input = controls_.txtSampleInput;
+        if (input.text().empty()) return;
+        if (controls_.chkCase.checked()) {
+            const CharacterCase fontCase = CharSetCase();
+            if (fontCase == CharacterCase::Upper) input.setText(upperCase(input.text()));
+            if (fontCase == CharacterCase::Lower) input.setText(lowerCase(input.text()));
+        }
+        const std::string text = trimmed(input.text());
+        tool_->IncludeSamples(text);
+        includes_.m_PendingInclude = text;
+        grid_.controls().cboDisplay.setListIndex(kDisplayUncommitted);
+        tool_.setFontChanged(true);
+        grid_.FillSamplesArray();
+    });
+}
+
+CharacterCase Inclusion::CharSetCase() {
+    CharacterCase result = CharacterCase::Mixed;
+    errors_.procedures().run("Dravikdlg.CharSetCase", "CharSetCase", [&] {
+        if (!tool_.m_ToolBound) return;
+        const auto table = tool_->GetSampleData(tool::kAllTrained, tool::kCharacterFields);
+        bool upper = false;
+        bool lower = false;
+        for (int row = 1; table && row <= table->upperRow(); ++row) {
+            const std::int32_t code = toInt32(table->number(row, 1));
+            upper |= code >= 'A' && code <= 'Z';
+            lower |= code >= 'a' && code <= 'z';
+        }
+        if (upper != lower) {
+            result = upper ? CharacterCase::Upper : CharacterCase::Lower;
+        } else if (!upper) {
+            result = CharacterCase::None;
+        }
+    });
+    return result;
+}
+
+bool Inclusion::ReadyToCommit() {
+    bool result = false;
+    errors_.procedures().run("Dravikdlg.ReadyToCommit", "ReadyToCommit", [&] {
+        const auto table = tool_->GetSampleData(tool::kAllUncommitted, tool::kSampleFields);
+        std::string found;
+        for (int row = 1; table && row <= table->upperRow(); ++row) {
+            const std::string character = table->character(row);
+            double sum = 0;
+            for (int column = kFirstFeatureColumn; column <= table->upperColumn(); ++column) {
+                const tool::Cell cell = table->cell(row, column);
+                if (isInvalidFeature(cell)) {
+                    platform_.messageBox(
+                        {"Error detected for character " + character + "\r\rCharacters will not be included.",
+                         "Error constant detected"});
+                    return;
+                }
+                const auto* number = std::get_if<double>(&cell);
+                sum += number ? *number : leadingNumber(tool::cellText(cell));
+            }
+            if (sum > 0) found += character;
+        }
+        const std::string input = trimmed(controls_.txtSampleInput.text());
+        if (characterCount(found) == characterCount(input)) {
+            result = true;
+            return;
+        }
+        platform_.messageBox({"Input characters:\r" + counted(input) + "Found characters:\r" +
+                                  counted(found) + "Samples will not be included.",
+                              "Difference in character counts"});
+    });
+    return result;
+}
+
+void Inclusion::chkCase_Click() {
+    errors_.procedures().run("Dravikdlg.chkCase_Click", "CheckCase", [&] { errors_.UserMsg(""); });
+}
+
+void Inclusion::txtSampleInput_Change() {
+    errors_.procedures().run("Dravikdlg.txtSampleInput_Change", "SampleInput", [&] {
+        const std::size_t count = characterCount(trimmed(controls_.txtSampleInput.text()));
+        errors_.UserMsg(count == 1 ? "1 character" : std::to_string(count) + " characters");
+    });
+}
+
+}  // namespace dravik::screen

@@ -1,0 +1,210 @@
+#include "screen/shell/DravikDlg.h"
+
+#include <utility>
+#include <vector>
+
+#include "screen/context/TraceLog.h"
+#include "screen/context/modErrors.h"
+#include "screen/inspection/SampleCounts.h"
+#include "screen/samples/Inclusion.h"
+#include "screen/samples/SampleCommit.h"
+#include "screen/samples/SampleDeletion.h"
+#include "screen/shell/ChildForms.h"
+#include "screen/shell/PopupMenus.h"
+#include "screen/shell/StepBinding.h"
+#include "screen/shell/ToolbarButtons.h"
+#include "screen/training/FontSelection.h"
+#include "screen/training/TrainingRun.h"
+
+namespace dravik::screen {
+
+struct DravikDlg::Parts {
+    Parts(ui::Platform& usedPlatform, JobFolder folder)
+        : platform(usedPlatform), log(usedPlatform, std::move(folder)) {}
+
+    ui::Platform& platform;
+    TraceLog log;
+    Screen screen;
+    modErrors errors{log, screen.sbr};
+
+    tool::ToolBinding tool;
+    tool::StepPtr rootStep;
+    bool readOnly = false;
+    bool stateFlagC = false;
+    bool terminated = false;
+    std::vector<std::string> stringList;
+    IncludeState includes;
+
+    SampleCounts counts{tool, errors};
+    CharOverview overview{tool, errors, screen.overview, screen.numeric, counts};
+    SamplesGrid grid{tool, errors, platform, screen.numeric};
+    SampleDeletion deletion{tool, errors, platform, includes, counts, overview, grid};
+    SampleCommit commit{tool, errors, platform, screen.font, screen.train, deletion, overview, grid};
+    Inclusion inclusion{tool,     errors, platform, screen.sample, screen.train,
+                        includes, commit, deletion, overview,      grid};
+    FontSelection selection{tool, errors, platform, screen.font, screen.train, grid};
+    TrainingRun run{tool, errors, platform, screen.train, screen.font, screen.sample, overview, selection};
+    StepBinding binding{tool, errors,    screen.font, screen.sample, screen.train, overview,
+                        grid, selection, run};
+    ChildForms forms{tool, errors, overview, deletion};
+    ToolbarButtons toolbar{errors, overview, deletion, forms};
+    PopupMenus menus{tool, errors, platform, screen.train, counts, deletion, overview, grid, forms};
+
+    void UserControl_Initialize();
+    void wire();
+};
+
+// The order matters: choosing the first timeout runs the timeout handler, which finds no tool yet and says so
+// in the status bar until a step is bound.
+void DravikDlg::Parts::UserControl_Initialize() {
+    errors.procedures().run("Dravikdlg.UserControl_Initialize", "UserControl_Initialize", [&] {
+        tool.tool.reset();
+        readOnly = false;
+        rootStep.reset();
+        selection.m_FontIndex = kFontUnknown;
+        screen.train.cboTimeout.setListIndex(0);
+        tool.m_ToolBound = false;
+        stateFlagC = false;
+        overview.SetGraphicalView(true);
+        overview.InitColorKey();
+        screen.numeric.grid.setRedraw(false);
+        screen.train.cmdSaveFont.setEnabled(false);
+        screen.train.cmdRevert.setEnabled(false);
+        screen.train.cmdStop.setEnabled(false);
+        stringList.assign(1, "");
+    });
+}
+
+void DravikDlg::Parts::wire() {
+    auto& font = screen.font;
+    auto& sample = screen.sample;
+    auto& train = screen.train;
+
+    font.cmdSelectFont.click.subscribe([this] { selection.SelectFont(); });
+    font.txtCharSet.textChanged.subscribe([this] { selection.txtCharSet_Change(); });
+    selection.fontLoaded = [this] { deletion.forgetIncludes(); };
+    selection.fillItems = [this] { binding.FillItems(); };
+
+    sample.cmdInclude.click.subscribe([this] { inclusion.Include(); });
+    sample.chkCase.click.subscribe([this] { inclusion.chkCase_Click(); });
+    sample.txtSampleInput.textChanged.subscribe([this] { inclusion.txtSampleInput_Change(); });
+
+    train.cboTimeout.click.subscribe([this] { run.cboTimeout_Click(); });
+    train.cmdTrain.click.subscribe([this] { run.cmdTrain_Click(); });
+    train.cmdStop.click.subscribe([this] { run.cmdStop_Click(); });
+    train.cmdRevert.click.subscribe([this] { run.cmdRevert_Click(); });
+    train.cmdSaveFont.click.subscribe([this] {
+        errors.procedures().trace("Dravikdlg.cmdSaveFont_Click");
+        run.SaveFont();
+    });
+    train.tmrTrain.tick.subscribe([this] { run.tmrTrain_Timer(); });
+    run.cmdInclude_Click = [this] { inclusion.Include(); };
+
+    screen.cmdTest.click.subscribe(
+        [this] { errors.procedures().run("Dravikdlg.cmdTest_Click", "Test", [] {}); });
+
+    screen.overview.tlbChars.buttonClick.subscribe(
+        [this](ui::ToolButton& button) { toolbar.tlbChars_ButtonClick(button); });
+    for (std::size_t i = 0; i < screen.overview.lblChar.size(); ++i) {
+        ui::Label& cell = *screen.overview.lblChar[i];
+        cell.mouseMove.subscribe([this, &cell](const ui::MouseEvent&) { overview.lblChar_MouseMove(cell); });
+        cell.mouseDown.subscribe([this, index = static_cast<int>(i)](const ui::MouseEvent& event) {
+            menus.lblChar_MouseDown(index, event);
+        });
+    }
+
+    screen.numeric.cboDisplay.click.subscribe([this] { grid.FillSamplesArray(); });
+    screen.numeric.grid.mouseDown.subscribe(
+        [this](const ui::MouseEvent& event) { menus.grid_MouseDown(event); });
+    screen.numeric.grid.keyDown.subscribe([this](int key, int shift) { grid.grid_KeyDown(key, shift); });
+}
+
+DravikDlg::DravikDlg(ui::Platform& platform, JobFolder folder)
+    : parts_(std::make_unique<Parts>(platform, std::move(folder))) {
+    parts_->wire();
+    parts_->UserControl_Initialize();
+    parts_->tool.fontChangedSet = [this] { fontStateChanged(); };
+    parts_->binding.filled = [this] { fontStateChanged(); };
+}
+
+DravikDlg::~DravikDlg() {
+    UserControl_Terminate();
+}
+
+void DravikDlg::UserControl_Terminate() {
+    if (std::exchange(parts_->terminated, true)) return;
+    const Procedures procedures(parts_->log, [this](std::string_view, const Failure& failure) {
+        parts_->platform.messageBox({std::to_string(failure.number()) + " " + failure.description(),
+                                     "Error in UserControl_Terminate"});
+    });
+    procedures.run("Dravikdlg.UserControl_Terminate", "UserControl_Terminate", [&] {
+        parts_->forms.release();
+        if (parts_->tool.m_FontChanged()) {
+            const ui::Answer answer =
+                parts_->platform.messageBox({"The font has changed since it was last saved.\r\rSave changes?",
+                                             "Font Changed", ui::MessageBox::Buttons::YesNo});
+            if (answer == ui::Answer::Yes) parts_->tool->SaveFont(selectedFontCaption());
+        }
+        parts_->rootStep.reset();
+    });
+    parts_->screen.train.tmrTrain.setEnabled(false);
+}
+
+ui::Form& DravikDlg::form() noexcept {
+    return parts_->screen.form;
+}
+
+Screen& DravikDlg::screen() noexcept {
+    return parts_->screen;
+}
+
+void DravikDlg::setReadOnly(bool readOnly) {
+    parts_->readOnly = readOnly;
+}
+
+bool DravikDlg::readOnly() const {
+    return parts_->readOnly;
+}
+
+void DravikDlg::setRootStep(tool::StepPtr step) {
+    parts_->rootStep = std::move(step);
+}
+
+void DravikDlg::tellFailure(std::string_view source, const Failure& failure) {
+    parts_->errors.ReportError(source, failure);
+}
+
+void DravikDlg::setStep(tool::StepPtr step) {
+    parts_->binding.setStep(std::move(step));
+}
+
+tool::StepPtr DravikDlg::step() const {
+    return parts_->tool.tool;
+}
+
+std::int16_t DravikDlg::DeleteSamplesByDistance(const std::string& Character, double MinDistance,
+                                                double MaxDistance) {
+    return parts_->deletion.DeleteSamplesByDistance(Character, MinDistance, MaxDistance);
+}
+
+void DravikDlg::HighlightIncluded(const std::string& IncludedChars) {
+    parts_->deletion.HighlightIncluded(IncludedChars);
+}
+
+std::string DravikDlg::FontTrainDate(const std::string& Font) {
+    return parts_->selection.FontTrainDate(Font);
+}
+
+bool DravikDlg::m_FontChanged() const noexcept {
+    return parts_->tool.m_FontChanged();
+}
+
+std::string DravikDlg::selectedFont() const {
+    return parts_->selection.m_FontIndex == kFontUnknown ? std::string() : selectedFontCaption();
+}
+
+const std::string& DravikDlg::selectedFontCaption() const {
+    return parts_->screen.font.lblSelectedFont.caption();
+}
+
+}  // namespace dravik::screen

@@ -1,0 +1,63 @@
+// The training screen as a whole: its controls, its state, the procedures behind it and the wiring of its
+// events. A host hands it a step to edit through StepEditor; a backend shows form() and fires the events of
+// its widgets.
+#pragma once
+
+#include <memory>
+#include <string>
+#include <string_view>
+
+#include "base/Failure.h"
+#include "base/JobFolder.h"
+#include "screen/context/Screen.h"
+#include "tool/Step.h"
+#include "ui/Platform.h"
+
+namespace dravik::screen {
+
+class DravikDlg : public tool::StepEditor {
+  public:
+    // Runs UserControl_Initialize. The platform outlives the control.
+    explicit DravikDlg(ui::Platform& platform, JobFolder folder = {});
+    // Runs UserControl_Terminate unless it has run.
+    ~DravikDlg() override;
+
+    // The host is about to destroy the control: releases the child forms and offers to save a changed font.
+    // Runs once.
+    void UserControl_Terminate();
+
+    ui::Form& form() noexcept;
+    Screen& screen() noexcept;
+
+    // StepEditor
+    void setReadOnly(bool readOnly) override;
+    bool readOnly() const override;
+    void setRootStep(tool::StepPtr step) override;
+    void setStep(tool::StepPtr step) override;
+    tool::StepPtr step() const override;
+
+    // The public interface; failures are reported on the status bar, never raised.
+    std::int16_t DeleteSamplesByDistance(const std::string& Character, double MinDistance,
+                                         double MaxDistance);
+    void HighlightIncluded(const std::string& IncludedChars);
+    std::string FontTrainDate(const std::string& Font);
+
+    // Reports, in the same place, what failed before it came to the screen.
+    void tellFailure(std::string_view source, const Failure& failure);
+
+    // For the program around the screen. The font differs from its saved form.
+    bool m_FontChanged() const noexcept;
+    // The name of the loaded font, "" while there is none.
+    std::string selectedFont() const;
+    // A font was loaded, or the font's saved state changed: a title that names it is out of date.
+    ui::Signal<> fontStateChanged;
+
+  private:
+    struct Parts;
+
+    const std::string& selectedFontCaption() const;
+
+    std::unique_ptr<Parts> parts_;
+};
+
+}  // namespace dravik::screen

@@ -1,0 +1,45 @@
+// Binding a job step: which step is accepted, and filling the screen from the tool that it is.
+#pragma once
+
+#include <functional>
+
+#include "screen/context/SampleControls.h"
+#include "screen/context/ToolBinding.h"
+#include "screen/context/modErrors.h"
+#include "screen/inspection/CharOverview.h"
+#include "screen/inspection/SamplesGrid.h"
+#include "screen/training/FontSelection.h"
+#include "screen/training/TrainingRun.h"
+
+namespace dravik::screen {
+
+class StepBinding {
+  public:
+    StepBinding(tool::ToolBinding& tool, modErrors& errors, FontControls& font, SampleControls& sample,
+                TrainingControls& train, CharOverview& overview, SamplesGrid& grid, FontSelection& selection,
+                TrainingRun& run);
+
+    // Raises Failure 0x80004005 to the host, changing nothing, when the step is of another kind.
+    void setStep(tool::StepPtr step);
+    // Fills the screen from the bound tool.
+    void FillItems();
+
+    // Wired by the shell: the font shown is another one, or is shown afresh.
+    std::function<void()> filled;
+
+  private:
+    // Finds the step's selected font and loads it; without one the screen shows "<None>".
+    void loadSelectedFont(const std::vector<std::string>& fonts);
+
+    tool::ToolBinding& tool_;
+    modErrors& errors_;
+    FontControls& font_;
+    SampleControls& sample_;
+    TrainingControls& train_;
+    CharOverview& overview_;
+    SamplesGrid& grid_;
+    FontSelection& selection_;
+    TrainingRun& run_;
+};
+
+}  // namespace dravik::screen

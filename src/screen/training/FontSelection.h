@@ -1,0 +1,61 @@
+// Choosing the font, editing its character set, and the questions whether and when it was trained.
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <string>
+
+#include "screen/context/ToolBinding.h"
+#include "screen/context/TrainingControls.h"
+#include "screen/context/modErrors.h"
+#include "screen/fonts/dlgFontManager.h"
+#include "screen/inspection/SamplesGrid.h"
+
+namespace dravik::screen {
+
+// m_FontIndex while the step's font is not yet known.
+constexpr std::int16_t kFontUnknown = -1;
+
+class FontSelection {
+  public:
+    FontSelection(tool::ToolBinding& tool, modErrors& errors, ui::Platform& platform, FontControls& controls,
+                  TrainingControls& train, SamplesGrid& grid);
+
+    // Lets the operator choose in the font manager and loads the choice; cancelling changes nothing.
+    void SelectFont();
+    void txtCharSet_Change();
+    // Hands the text of txtCharSet to the tool, a character an element behind an empty first one.
+    void SetupNewCharSet();
+
+    // At least one committed sample exists.
+    bool ReadyToTrain();
+    // At least one sample was trained.
+    bool FontTrained();
+    // "Trained on " or "Not trained. Created " and the date of the font's file, or "unknown".
+    std::string FontTrainDate(const std::string& Font);
+
+    // Index of the selected font in the tool's font list.
+    std::int16_t m_FontIndex = kFontUnknown;
+
+    // Wired by the shell.
+    std::function<void()> fontLoaded;  // another font was loaded, before the screen is filled from it
+    std::function<void()> fillItems;
+
+  private:
+    // The manager was left without a choice, but fonts may have been made, renamed or deleted in it: the
+    // screen goes on with the font that it shows, under the name that it has now, or with none.
+    void keepShownFont();
+    // Index in the tool's font list, kFontUnknown when it is not there.
+    std::int16_t indexOf(const std::string& font);
+
+    tool::ToolBinding& tool_;
+    modErrors& errors_;
+    ui::Platform& platform_;
+    FontControls& controls_;
+    TrainingControls& train_;
+    SamplesGrid& grid_;
+    std::unique_ptr<dlgFontManager> manager_;
+};
+
+}  // namespace dravik::screen

@@ -1,0 +1,71 @@
+// The three kinds of buttons: push button, check box and option button.
+#pragma once
+
+#include <string>
+
+#include "ui/Widget.h"
+
+namespace dravik::ui {
+
+class Button : public Widget {
+  public:
+    Button(std::string name, std::string caption)
+        : Widget(WidgetKind::Button, std::move(name), kButtonFaceColor, kButtonTextColor),
+          caption_(std::move(caption)) {}
+
+    const std::string& caption() const noexcept { return caption_; }
+    void setCaption(std::string caption) { assign(caption_, std::move(caption), Change::Caption); }
+
+    // As if the operator pressed it: does nothing while it is disabled.
+    void press() {
+        if (enabled()) click();
+    }
+
+    Signal<> click;
+
+  private:
+    std::string caption_;
+};
+
+class CheckBox : public Widget {
+  public:
+    CheckBox(std::string name, std::string caption)
+        : Widget(WidgetKind::CheckBox, std::move(name), kButtonFaceColor, kButtonTextColor),
+          caption_(std::move(caption)) {}
+
+    const std::string& caption() const noexcept { return caption_; }
+    bool checked() const noexcept { return checked_; }
+    // Fires click when the state differs, whether the operator or a procedure set it.
+    void setChecked(bool checked) {
+        if (assign(checked_, checked, Change::Value)) click();
+    }
+
+    Signal<> click;
+
+  private:
+    std::string caption_;
+    bool checked_ = false;
+};
+
+// One of several choices. The form that owns a group releases the others when one is chosen.
+class OptionButton : public Widget {
+  public:
+    OptionButton(std::string name, std::string caption)
+        : Widget(WidgetKind::OptionButton, std::move(name), kButtonFaceColor, kButtonTextColor),
+          caption_(std::move(caption)) {}
+
+    const std::string& caption() const noexcept { return caption_; }
+    bool chosen() const noexcept { return chosen_; }
+    // Choosing it fires click.
+    void setChosen(bool chosen) {
+        if (assign(chosen_, chosen, Change::Value) && chosen) click();
+    }
+
+    Signal<> click;
+
+  private:
+    std::string caption_;
+    bool chosen_ = false;
+};
+
+}  // namespace dravik::ui

@@ -1,0 +1,55 @@
+#include "windows/app/DrawnWindow.h"
+
+#include <algorithm>
+
+#include "windows/win32/DrawnAnswer.h"
+#include "windows/win32/Module.h"
+#include "windows/win32/Peer.h"
+
+namespace dravik::app {
+
+DrawnWindow::~DrawnWindow() {
+    const HWND own = window();
+    if (!own) return;
+    DrawnWindow::windowGoes();
+    giveBack();
+    DestroyWindow(own);
+}
+
+void DrawnWindow::windowGoes() {
+    RemovePropW(window(), mark_.c_str());
+}
+
+void DrawnWindow::create(const wchar_t* className, const std::string& name, HWND parent, DWORD style,
+                         DWORD extendedStyle) {
+    HWND made = nullptr;
+    {
+        const win32::Styles styles;
+        made = CreateWindowExW(extendedStyle, drawnClass(className), L"", style, 0, 0, 0, 0, parent, nullptr,
+                               win32::moduleInstance(), nullptr);
+    }
+    if (!made) throw Failure(RuntimeError::OutOfMemory, "no window can be made");
+    mark_ = win32::nameMark(name);
+    SetPropW(made, mark_.c_str(), made);
+    takeOver(made);
+}
+
+void DrawnWindow::setBounds(const RECT& bounds) {
+    if (window())
+        SetWindowPos(window(), nullptr, bounds.left, bounds.top, std::max(win32::widthOf(bounds), 0),
+                     std::max(win32::heightOf(bounds), 0), SWP_NOZORDER | SWP_NOACTIVATE | SWP_NOCOPYBITS);
+}
+
+RECT DrawnWindow::client() const {
+    RECT rect{};
+    GetClientRect(window(), &rect);
+    return rect;
+}
+
+LRESULT DrawnWindow::answer(UINT message, WPARAM wParam, LPARAM lParam) {
+    const auto drawn = win32::drawnAnswer(
+        window(), message, wParam, [this](HDC dc, const RECT& client, const RECT&) { paint(dc, client); });
+    return drawn ? *drawn : defaultAnswer(message, wParam, lParam);
+}
+
+}  // namespace dravik::app

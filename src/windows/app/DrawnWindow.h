@@ -1,0 +1,51 @@
+// A child window of the program that is drawn and driven by code of its own.
+#pragma once
+
+#include "windows/win32/Windows.h"
+// Behind the Windows headers
+#include <memory>
+#include <string>
+
+#include "windows/win32/AnsweredWindow.h"
+#include "windows/win32/Look.h"
+
+namespace dravik::app {
+
+// The look of the program's window, made anew when its display scale or the system's settings change.
+struct SharedLook {
+    std::unique_ptr<win32::Look> now;
+    win32::Look& operator*() const { return *now; }
+    win32::Look* operator->() const { return now.get(); }
+};
+
+class DrawnWindow : public win32::AnsweredWindow {
+  public:
+    ~DrawnWindow() override;
+
+    void setBounds(const RECT& bounds);
+
+  protected:
+    explicit DrawnWindow(SharedLook& look) : look_(look) {}
+    // The name is that by which sessions and tests find it (see findWindowNamed). Raises Out of memory (7).
+    void create(const wchar_t* className, const std::string& name, HWND parent, DWORD style,
+                DWORD extendedStyle = 0);
+
+    // The window procedure. The base paints by paint(), also for WM_PRINTCLIENT, and draws anew when the size
+    // or the focus changes.
+    LRESULT answer(UINT message, WPARAM wParam, LPARAM lParam) override;
+    virtual void paint(HDC dc, const RECT& client) = 0;
+
+    win32::Look& look() const { return *look_; }
+    RECT client() const;
+    void redraw() const { InvalidateRect(window(), nullptr, FALSE); }
+
+  private:
+    // The windows of the program live as long as its message loop.
+    std::shared_ptr<void> kept() override { return {std::shared_ptr<void>(), this}; }
+    void windowGoes() override;
+
+    SharedLook& look_;
+    std::wstring mark_;
+};
+
+}  // namespace dravik::app

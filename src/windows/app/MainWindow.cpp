@@ -1,0 +1,414 @@
+#include "windows/app/MainWindow.h"
+
+#include <shellapi.h>
+#include <windowsx.h>
+
+#include <algorithm>
+
+#include "windows/app/OpenDialogs.h"
+#include "windows/win32/Guard.h"
+#include "windows/win32/Module.h"
+#include "windows/win32/Peer.h"
+#include "windows/win32/Win32Platform.h"
+#include "windows/win32/WinText.h"
+
+namespace dravik::app {
+namespace {
+
+constexpr SIZE kFirstSize{1280, 800};
+constexpr int kDividerWidth = 6;
+constexpr int kLeastHeight = 560;
+constexpr int kIcon = 1;
+constexpr wchar_t kPlacement[] = L"Placement";
+constexpr wchar_t kDivider[] = L"Divider";
+constexpr wchar_t kFolder[] = L"Folder";
+
+constexpr wchar_t kKeysText[] =
+    L"Alt+Left, Alt+Right, Page Up, Page Down\tprevious and next image\n"
+    L"Ctrl and the wheel, Ctrl++, Ctrl+-\t\tzoom\n"
+    L"Ctrl+0, Ctrl+1\t\t\t\tfit, actual size\n"
+    L"Enter\t\t\t\t\tinclude the typed text\n"
+    L"Ctrl+L, Ctrl+S\t\t\t\tlearn, save the font\n"
+    L"Arrow keys in the characters\t\tfrom cell to cell\n"
+    L"Menu key, Shift+F10\t\t\tmenu of a character or of the samples\n"
+    L"Shift+arrows, Ctrl+A, Ctrl+Insert, Delete\tselect, copy, delete samples\n"
+    L"Ctrl+Enter in the samples\t\t\tsort by the current column\n"
+    L"Left, Right in a histogram\t\t\tfrom bar to bar";
+
+// Page Up and Page Down go from part to part, but where the focused control leafs through something of its
+// own.
+bool leafsItself(HWND focus) {
+    wchar_t name[32] = {};
+    GetClassNameW(focus, name, static_cast<int>(std::size(name)));
+    const std::wstring className = name;
+    return className == L"DravikGrid" || className == L"DravikComboBox" || className == L"DravikListBox" ||
+           className == L"ComboLBox";
+}
+
+}  // namespace
+
+MainWindow::MainWindow(Settings settings) : DrawnWindow(shared_), settings_(std::move(settings)) {
+    create(L"DravikTrainer", "mainWindow", nullptr, WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN,
+           WS_EX_CONTROLPARENT);
+    shared_.now = std::make_unique<win32::Look>(win32::dpiOf(window()), win32::Ambient{});
+    const auto icon = [](int size) {
+        return reinterpret_cast<LPARAM>(LoadImageW(win32::moduleInstance(), MAKEINTRESOURCEW(kIcon),
+                                                   IMAGE_ICON, GetSystemMetrics(size), GetSystemMetrics(size),
+                                                   LR_SHARED));
+    };
+    SendMessageW(window(), WM_SETICON, ICON_BIG, icon(SM_CXICON));
+    SendMessageW(window(), WM_SETICON, ICON_SMALL, icon(SM_CXSMICON));
+    DragAcceptFiles(window(), TRUE);
+}
+
+MainWindow::~MainWindow() {
+    clear();
+}
+
+void MainWindow::fill(trainer::Trainer& trainer, ScreenHost& screen, win32::Win32Platform& platform) {
+    trainer_ = &trainer;
+    screen_ = &screen;
+    SetMenu(window(), makeMenuBar());
+    pane_ = std::make_unique<PartPane>(window(), shared_, trainer, platform);
+    const auto showTitle = [this] { SetWindowTextW(window(), win32::wide(trainer_->title()).c_str()); };
+    titleChanged_ = trainer.titleChanged.connect(showTitle);
+    showTitle();
+    restorePlace();
+    arrange();
+}
+
+void MainWindow::clear() {
+    titleChanged_.disconnect();
+    pane_.reset();
+    trainer_ = nullptr;
+    screen_ = nullptr;
+}
+
+void MainWindow::show() {
+    ShowWindow(window(), IsZoomed(window()) ? SW_SHOWMAXIMIZED : SW_SHOW);
+    SetForegroundWindow(window());
+    screen_->focus(false);
+    UpdateWindow(window());
+}
+
+void MainWindow::open(const std::vector<std::string>& paths) {
+    pane_->open(paths);
+}
+
+void MainWindow::restorePlace() {
+    divided_ = static_cast<int>(settings_.number(kDivider).value_or(static_cast<DWORD>(divided_)));
+    const std::vector<BYTE> bytes = settings_.bytes(kPlacement);
+    WINDOWPLACEMENT placement{};
+    if (bytes.size() == sizeof placement) {
+        std::copy(bytes.begin(), bytes.end(), reinterpret_cast<BYTE*>(&placement));
+        if (MonitorFromRect(&placement.rcNormalPosition, MONITOR_DEFAULTTONULL)) {
+            const bool maximized = placement.showCmd == SW_SHOWMAXIMIZED;
+            placement.length = sizeof placement;
+            placement.showCmd = SW_HIDE;
+            SetWindowPlacement(window(), &placement);
+            if (maximized)
+                SetWindowLongPtrW(window(), GWL_STYLE, GetWindowLongPtrW(window(), GWL_STYLE) | WS_MAXIMIZE);
+            return;
+        }
+    }
+    RECT area{};
+    SystemParametersInfoW(SPI_GETWORKAREA, 0, &area, 0);
+    const int wide = std::min(look().px(kFirstSize.cx), win32::widthOf(area));
+    const int high = std::min(look().px(kFirstSize.cy), win32::heightOf(area));
+    setBounds({(area.left + area.right - wide) / 2, (area.top + area.bottom - high) / 2,
+               (area.left + area.right + wide) / 2, (area.top + area.bottom + high) / 2});
+}
+
+void MainWindow::rememberPlace() const {
+    WINDOWPLACEMENT placement{};
+    placement.length = sizeof placement;
+    if (GetWindowPlacement(window(), &placement))
+        settings_.setBytes(kPlacement, &placement, sizeof placement);
+    settings_.setNumber(kDivider, static_cast<DWORD>(divided_));
+}
+
+int MainWindow::leftWidth() const {
+    const int least = screen_->minimumSize().cx;
+    const int most = client().right - pane_->leastWidth() - look().px(kDividerWidth);
+    return std::max(std::min(look().px(divided_), most), least);
+}
+
+RECT MainWindow::divider() const {
+    const int left = leftWidth();
+    return {left, 0, left + look().px(kDividerWidth), client().bottom};
+}
+
+void MainWindow::arrange() {
+    if (!pane_ || !screen_) return;
+    const RECT between = divider();
+    const RECT area = client();
+    screen_->setBounds({0, 0, between.left, area.bottom});
+    pane_->setBounds({between.right, 0, area.right, area.bottom});
+    redraw();
+}
+
+void MainWindow::paint(HDC dc, const RECT& area) {
+    win32::fill(dc, area, look().background());
+    if (!pane_ || !screen_) return;
+    const RECT between = divider();
+    const int middle = (between.left + between.right) / 2;
+    const COLORREF dot = win32::blend(look().background(), look().color(ui::kWindowTextColor), 0.35);
+    for (int i = -2; i <= 2; ++i) {
+        const int y = area.bottom / 2 + i * look().px(4);
+        win32::fill(dc, {middle, y, middle + look().px(1), y + look().px(1)}, dot);
+    }
+}
+
+void MainWindow::lookAnew(int dpi) {
+    shared_.now = std::make_unique<win32::Look>(dpi, win32::Ambient{});
+    if (!pane_ || !screen_) return;
+    screen_->setDpi(dpi);
+    pane_->setDpi(dpi);
+    arrange();
+}
+
+bool MainWindow::isPossible(Command command) const {
+    const trainer::OpenedParts& parts = trainer_->parts();
+    const bool shown = !parts.image().empty();
+    switch (command) {
+        case Command::CloseImage:
+            return parts.current() >= 0;
+        case Command::CloseAll:
+            return parts.count() > 0;
+        case Command::Previous:
+            return parts.current() > 0;
+        case Command::Next:
+            return parts.current() >= 0 && parts.current() + 1 < parts.count();
+        case Command::ZoomIn:
+        case Command::ZoomOut:
+        case Command::Fit:
+        case Command::ActualSize:
+            return shown;
+        default:
+            break;
+    }
+    const std::string name = fontButton(command);
+    if (name.empty()) return true;
+    const HWND button = win32::findWindowNamed(screen_->window(), name);
+    return button && IsWindowEnabled(button);
+}
+
+void MainWindow::showMenuStates(HMENU menu) const {
+    for (int i = 0; i < GetMenuItemCount(menu); ++i) {
+        const UINT id = GetMenuItemID(menu, i);
+        if (id < static_cast<UINT>(Command::OpenImages) || id == static_cast<UINT>(-1)) continue;
+        const auto command = static_cast<Command>(id);
+        EnableMenuItem(menu, id, isPossible(command) ? MF_ENABLED : MF_GRAYED);
+        if (command == Command::Fit)
+            CheckMenuItem(menu, id, pane_->view().fits() ? MF_CHECKED : MF_UNCHECKED);
+    }
+}
+
+void MainWindow::perform(Command command) {
+    if (!isPossible(command)) return;
+    trainer::OpenedParts& parts = trainer_->parts();
+    switch (command) {
+        case Command::OpenImages:
+        case Command::OpenFolder: {
+            std::wstring folder = settings_.text(kFolder);
+            std::vector<std::string> paths;
+            if (command == Command::OpenImages)
+                paths = chooseImages(window(), folder);
+            else if (const std::string chosen = chooseFolder(window(), folder); !chosen.empty())
+                paths = {chosen};
+            if (paths.empty()) break;
+            settings_.setText(kFolder, folder);
+            open(paths);
+            break;
+        }
+        case Command::CloseImage:
+            parts.close(parts.current());
+            break;
+        case Command::CloseAll:
+            parts.closeAll();
+            break;
+        case Command::Quit:
+            close();
+            break;
+        case Command::Previous:
+            parts.previous();
+            break;
+        case Command::Next:
+            parts.next();
+            break;
+        case Command::ZoomIn:
+            pane_->view().zoomIn();
+            break;
+        case Command::ZoomOut:
+            pane_->view().zoomOut();
+            break;
+        case Command::Fit:
+            pane_->view().fit();
+            break;
+        case Command::ActualSize:
+            pane_->view().setScale(1);
+            break;
+        case Command::Keys:
+            showText(L"Keys", kKeysText);
+            break;
+        case Command::About:
+            showText(L"About Dravik Trainer",
+                     L"Dravik Trainer " + win32::wide(DRAVIK_VERSION) +
+                         L"\n\nBuilds and maintains OCR fonts from part images.\n\nFonts: " +
+                         win32::wide(trainer_->folder().fontsFolder()));
+            break;
+        default:
+            // The window is there wherever the screen lives.
+            if (const std::string name = fontButton(command); !name.empty())
+                if (const HWND button = win32::findWindowNamed(screen_->window(), name);
+                    button && IsWindowEnabled(button))
+                    SendMessageW(button, BM_CLICK, 0, 0);
+            break;
+    }
+}
+
+void MainWindow::showText(const wchar_t* title, const std::wstring& text) {
+    const win32::Styles styles;
+    ::MessageBoxW(window(), text.c_str(), title, MB_OK);
+}
+
+void MainWindow::close() {
+    if (ended_ || !window()) return;
+    ended_ = true;
+    rememberPlace();
+    screen_->close();
+    DestroyWindow(window());
+}
+
+void MainWindow::dropped(HDROP drop) {
+    std::vector<std::string> paths;
+    const UINT count = DragQueryFileW(drop, 0xFFFFFFFF, nullptr, 0);
+    for (UINT i = 0; i < count; ++i) {
+        std::wstring path(DragQueryFileW(drop, i, nullptr, 0) + 1, L'\0');
+        path.resize(DragQueryFileW(drop, i, path.data(), static_cast<UINT>(path.size())));
+        paths.push_back(win32::utf8(path));
+    }
+    DragFinish(drop);
+    SetForegroundWindow(window());
+    open(paths);
+}
+
+bool MainWindow::translate(MSG& message) {
+    if (!window() || !pane_ || (message.hwnd != window() && !IsChild(window(), message.hwnd))) return false;
+    if (message.message < WM_KEYFIRST || message.message > WM_KEYLAST) return false;
+    if (TranslateAcceleratorW(window(), accelerators_.get(), &message)) return true;
+    if (message.message == WM_KEYDOWN && (message.wParam == VK_PRIOR || message.wParam == VK_NEXT) &&
+        GetKeyState(VK_CONTROL) >= 0 && !leafsItself(message.hwnd)) {
+        win32::guarded([&] { perform(message.wParam == VK_PRIOR ? Command::Previous : Command::Next); });
+        return true;
+    }
+    const bool backwards = GetKeyState(VK_SHIFT) < 0;
+    bool left = false;
+    if (pane_->translate(message, left)) return true;
+    if (left) {
+        screen_->focus(backwards);
+        return true;
+    }
+    if (pane_->hasFocusInside() && message.message != WM_SYSCHAR) return false;
+    MSG forScreen = message;
+    if (screen_->translate(forScreen, left)) return true;
+    if (left) pane_->focus(backwards);
+    return left;
+}
+
+int MainWindow::run() {
+    MSG message{};
+    while (GetMessageW(&message, nullptr, 0, 0) > 0) {
+        if (translate(message)) continue;
+        TranslateMessage(&message);
+        DispatchMessageW(&message);
+    }
+    return static_cast<int>(message.wParam);
+}
+
+LRESULT MainWindow::answer(UINT message, WPARAM wParam, LPARAM lParam) {
+    const POINT place{GET_X_LPARAM(lParam), GET_Y_LPARAM(lParam)};
+    switch (message) {
+        case WM_SIZE:
+            if (wParam != SIZE_MINIMIZED) arrange();
+            return 0;
+        case WM_GETMINMAXINFO:
+            if (screen_ && pane_) {
+                auto& limits = *reinterpret_cast<MINMAXINFO*>(lParam);
+                RECT least{0, 0, screen_->minimumSize().cx + pane_->leastWidth() + look().px(kDividerWidth),
+                           std::max<LONG>(screen_->minimumSize().cy, look().px(kLeastHeight))};
+                AdjustWindowRectEx(&least, WS_OVERLAPPEDWINDOW, TRUE, 0);
+                limits.ptMinTrackSize = {win32::widthOf(least), win32::heightOf(least)};
+            }
+            return 0;
+        case WM_CLOSE:
+            close();
+            return 0;
+        case WM_QUERYENDSESSION:
+            return TRUE;
+        case WM_DESTROY:
+            PostQuitMessage(0);
+            return 0;
+        case WM_COMMAND:
+            if (lParam == 0 && trainer_) perform(static_cast<Command>(LOWORD(wParam)));
+            return 0;
+        case WM_INITMENUPOPUP:
+            if (trainer_) showMenuStates(reinterpret_cast<HMENU>(wParam));
+            return 0;
+        case WM_DROPFILES:
+            if (pane_) dropped(reinterpret_cast<HDROP>(wParam));
+            return 0;
+        case WM_SETFOCUS:
+            if (screen_ && !screen_->restoreFocus()) screen_->focus(false);
+            return 0;
+        case WM_LBUTTONDOWN: {
+            const RECT between = screen_ ? divider() : RECT{};
+            if (PtInRect(&between, place)) {
+                dividing_ = true;
+                SetCapture(window());
+            }
+            return 0;
+        }
+        case WM_MOUSEMOVE:
+            if (dividing_) {
+                divided_ = std::max<int>(place.x, 0) * win32::kUsualDpi / look().dpi();
+                arrange();
+                divided_ = leftWidth() * win32::kUsualDpi / look().dpi();
+            }
+            return 0;
+        case WM_LBUTTONUP:
+            if (dividing_) ReleaseCapture();
+            return 0;
+        case WM_CAPTURECHANGED:
+            dividing_ = false;
+            return 0;
+        case WM_SETCURSOR: {
+            POINT at{};
+            GetCursorPos(&at);
+            ScreenToClient(window(), &at);
+            const RECT between = screen_ ? divider() : RECT{};
+            if (LOWORD(lParam) != HTCLIENT || !PtInRect(&between, at)) break;
+            SetCursor(LoadCursorW(nullptr, IDC_SIZEWE));
+            return TRUE;
+        }
+        case WM_DPICHANGED: {
+            const RECT& wanted = *reinterpret_cast<const RECT*>(lParam);
+            lookAnew(LOWORD(wParam));
+            setBounds(wanted);
+            return 0;
+        }
+        case WM_SYSCOLORCHANGE:
+        case WM_THEMECHANGED:
+        case WM_SETTINGCHANGE:
+            if (!screen_ || !pane_) break;
+            lookAnew(look().dpi());
+            screen_->systemChanged();
+            pane_->systemChanged();
+            return 0;
+        default:
+            break;
+    }
+    return DrawnWindow::answer(message, wParam, lParam);
+}
+
+}  // namespace dravik::app

@@ -1,0 +1,49 @@
+// IDispatch for an object with any number of dual interfaces whose members have names and identifiers of
+// their own, read from the type libraries of the module. Made for scripts: arguments that refer to variables
+// of any type are converted to what the method wants and written back.
+#pragma once
+
+#include <map>
+#include <memory>
+#include <vector>
+
+#include "windows/com/ComPtr.h"
+
+namespace dravik::com {
+
+class Dispatch {
+  public:
+    // `interfacePointer` is the object seen through the interface; not counted.
+    struct Face {
+        IID identifier;
+        IUnknown* interfacePointer;
+    };
+
+    // The first face is the one that GetTypeInfo describes.
+    explicit Dispatch(std::vector<Face> faces) : faces_(std::move(faces)) {}
+
+    // The methods of IDispatch. They let no exception out.
+    HRESULT typeInfoCount(UINT* count) noexcept;
+    HRESULT typeInfo(UINT index, ITypeInfo** info) noexcept;
+    HRESULT idsOfNames(LPOLESTR* names, UINT count, DISPID* ids) noexcept;
+    HRESULT invoke(DISPID id, WORD flags, DISPPARAMS* parameters, VARIANT* result, EXCEPINFO* exception,
+                   UINT* wrongArgument) noexcept;
+
+  private:
+    struct Member {
+        std::size_t face = 0;
+        UINT function = 0;
+    };
+
+    void load();
+    // The function that is meant, `flags` narrowed to its kind; nothing when there is none.
+    const Member* find(DISPID id, WORD& flags) const;
+    HRESULT call(const Member& member, DISPID id, WORD flags, DISPPARAMS& parameters, VARIANT* result,
+                 EXCEPINFO* exception, UINT* wrongArgument);
+
+    std::vector<Face> faces_;
+    std::vector<ComPtr<ITypeInfo>> infos_;
+    std::multimap<DISPID, std::pair<INVOKEKIND, Member>> members_;
+};
+
+}  // namespace dravik::com

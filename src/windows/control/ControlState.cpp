@@ -1,0 +1,44 @@
+#include "windows/control/ControlState.h"
+
+#include "base/Failure.h"
+#include "windows/win32/Dpi.h"
+
+namespace dravik::control {
+namespace {
+
+constexpr int kHimetricPerInch = 2540;
+
+}  // namespace
+
+SIZE ControlState::extent() {
+    if (hasExtent()) return extent_;
+    // A widget has one view at a time, so that the page that is there must do.
+    win32::FormPage* shown = activation.page();
+    const SIZE pixels = shown ? shown->preferredSize() : UnseenPage(*this).page().preferredSize();
+    const int dpi = shown ? shown->dpi() : win32::dpiOf(nullptr);
+    extent_ = {MulDiv(pixels.cx, kHimetricPerInch, dpi), MulDiv(pixels.cy, kHimetricPerInch, dpi)};
+    return extent_;
+}
+
+void ControlState::setExtent(SIZE hundredths) {
+    if (hundredths.cx == extent_.cx && hundredths.cy == extent_.cy) return;
+    extent_ = hundredths;
+    dirty = true;
+}
+
+UnseenPage::UnseenPage(ControlState& state)
+    : parent_(
+          CreateWindowExW(0, L"STATIC", L"", WS_POPUP, 0, 0, 0, 0, nullptr, nullptr, state.module, nullptr)) {
+    if (!parent_) throw Failure(RuntimeError::OutOfMemory);
+    page_ = std::make_unique<win32::FormPage>(state.screen.dialog().form(), parent_, state.screen.platform(),
+                                              state.site.ambient());
+    page_->setInert(true);
+}
+
+UnseenPage::~UnseenPage() {
+    page_->detach();
+    page_.reset();
+    DestroyWindow(parent_);
+}
+
+}  // namespace dravik::control

@@ -1,0 +1,196 @@
+#include "windows/control/ControlWindow.h"
+
+#include <algorithm>
+
+#include "base/Failure.h"
+#include "windows/win32/Dpi.h"
+#include "windows/win32/Entry.h"
+#include "windows/win32/ScrollBar.h"
+
+namespace dravik::control {
+namespace {
+
+constexpr wchar_t kClassName[] = L"DravikDlgControl";
+constexpr UINT kDpiChangedAfterParent = 0x02E3;
+constexpr int kScrollStep = 24;  // pixels at 96 dpi
+
+// The class goes with the module: a module that is loaded again must not find windows of the one before.
+class WindowClass {
+  public:
+    WindowClass(HINSTANCE module, WNDPROC procedure) : module_(module) {
+        WNDCLASSEXW description{};
+        description.cbSize = sizeof description;
+        description.style = CS_DBLCLKS;
+        description.lpfnWndProc = procedure;
+        description.cbWndExtra = sizeof(void*);
+        description.hInstance = module;
+        description.hCursor = LoadCursorW(nullptr, IDC_ARROW);
+        description.lpszClassName = kClassName;
+        RegisterClassExW(&description);
+    }
+    WindowClass(const WindowClass&) = delete;
+    WindowClass& operator=(const WindowClass&) = delete;
+    ~WindowClass() { UnregisterClassW(kClassName, module_); }
+
+  private:
+    HINSTANCE module_;
+};
+
+}  // namespace
+
+ControlWindow::ControlWindow(HINSTANCE module, HWND parent, const RECT& place, ui::Form& form,
+                             win32::Win32Platform& platform, const win32::Ambient& ambient) {
+    static const WindowClass registered(module, &ControlWindow::procedure);
+    window_ = CreateWindowExW(
+        WS_EX_CONTROLPARENT, kClassName, L"", WS_CHILD | WS_CLIPCHILDREN | WS_CLIPSIBLINGS, place.left,
+        place.top, place.right - place.left, place.bottom - place.top, parent, nullptr, module, this);
+    if (!window_) throw Failure(RuntimeError::OutOfMemory);
+    page_ = std::make_unique<win32::FormPage>(form, window_, platform, ambient);
+    page_->focusEntered = [this] {
+        if (focusChanged) focusChanged(true);
+    };
+    page_->focusLeft = [this] {
+        if (focusChanged) focusChanged(false);
+    };
+    page_->sizeChanged = [this] { arrange(); };
+    arrange();
+    page_->setVisible(true);
+}
+
+ControlWindow::~ControlWindow() {
+    focusChanged = nullptr;
+    lost = nullptr;
+    page_->detach();
+    page_.reset();
+    if (!window_) return;
+    SetWindowLongPtrW(window_, 0, 0);
+    DestroyWindow(window_);
+}
+
+void ControlWindow::place(const RECT& place, const RECT& clip) {
+    if (!window_) return;
+    RECT seen{};
+    IntersectRect(&seen, &place, &clip);
+    HRGN region = nullptr;
+    if (!EqualRect(&seen, &place)) {
+        OffsetRect(&seen, -place.left, -place.top);
+        region = CreateRectRgnIndirect(&seen);
+    }
+    SetWindowRgn(window_, region, TRUE);
+    SetWindowPos(window_, nullptr, place.left, place.top, place.right - place.left, place.bottom - place.top,
+                 SWP_NOZORDER | SWP_NOACTIVATE);
+}
+
+void ControlWindow::show(bool visible) {
+    if (!window_) return;
+    // What is seen erases itself when it paints, not once before that.
+    SetWindowPos(window_, nullptr, 0, 0, 0, 0,
+                 SWP_NOMOVE | SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE |
+                     (visible ? SWP_SHOWWINDOW | SWP_DEFERERASE : SWP_HIDEWINDOW));
+}
+
+// The page gets the whole client area, or as much as it needs where the client area is a part of it that is
+// scrolled.
+void ControlWindow::arrange() {
+    if (!window_ || !page_) return;
+    const SIZE least = page_->minimumSize();
+    // Showing one bar takes room from the other direction.
+    for (const auto& [bar, need] : {std::pair{SB_VERT, least.cy}, {SB_HORZ, least.cx}, {SB_VERT, least.cy}}) {
+        RECT client{};
+        GetClientRect(window_, &client);
+        const LONG room = bar == SB_VERT ? client.bottom : client.right;
+        win32::setScrollBar(window_, bar, static_cast<int>(need), static_cast<int>(room),
+                            GetScrollPos(window_, bar));
+    }
+    RECT client{};
+    GetClientRect(window_, &client);
+    const int left = -GetScrollPos(window_, SB_HORZ);
+    const int top = -GetScrollPos(window_, SB_VERT);
+    page_->setBounds(
+        {left, top, left + std::max(client.right, least.cx), top + std::max(client.bottom, least.cy)});
+}
+
+void ControlWindow::scroll(int bar, int request) {
+    const int step = MulDiv(kScrollStep, page_->dpi(), USER_DEFAULT_SCREEN_DPI);
+    SetScrollPos(window_, bar, win32::scrolledTo(window_, bar, request, step), TRUE);
+    arrange();
+}
+
+LRESULT CALLBACK ControlWindow::procedure(HWND window, UINT message, WPARAM wide, LPARAM longer) {
+    if (message == WM_NCCREATE) {
+        auto* self = static_cast<ControlWindow*>(reinterpret_cast<CREATESTRUCTW*>(longer)->lpCreateParams);
+        self->window_ = window;
+        SetWindowLongPtrW(window, 0, reinterpret_cast<LONG_PTR>(self));
+    }
+    auto* self = reinterpret_cast<ControlWindow*>(GetWindowLongPtrW(window, 0));
+    if (!self) return DefWindowProcW(window, message, wide, longer);
+    const win32::Entry entry;
+    try {
+        return self->answer(message, wide, longer);
+    } catch (...) {
+        return 0;
+    }
+}
+
+LRESULT ControlWindow::answer(UINT message, WPARAM wide, LPARAM longer) {
+    const HWND window = window_;
+    switch (message) {
+        case WM_SIZE:
+            arrange();
+            return 0;
+        case WM_ERASEBKGND:
+            return 1;  // the page covers it
+        case WM_VSCROLL:
+            scroll(SB_VERT, LOWORD(wide));
+            return 0;
+        case WM_HSCROLL:
+            scroll(SB_HORZ, LOWORD(wide));
+            return 0;
+        case WM_MOUSEWHEEL: {
+            const int bar = (GetWindowLongW(window, GWL_STYLE) & WS_VSCROLL) != 0 ? SB_VERT : -1;
+            if (bar < 0) break;
+            const int lines = GET_WHEEL_DELTA_WPARAM(wide) * 3 / WHEEL_DELTA;
+            for (int i = 0; i < std::abs(lines); ++i) scroll(bar, lines > 0 ? SB_LINEUP : SB_LINEDOWN);
+            return 0;
+        }
+        case WM_SETFOCUS:
+            if (page_ && !page_->hasFocusInside()) page_->focusFirst();
+            return 0;
+        case kDpiChangedAfterParent:
+            page_->setDpi(win32::dpiOf(window));
+            arrange();
+            return 0;
+        // From hosts that pass on what top-level windows are told.
+        case WM_SYSCOLORCHANGE:
+        case WM_THEMECHANGED:
+        case WM_SETTINGCHANGE:
+            page_->systemChanged();
+            arrange();
+            return 0;
+        // What a dialog would answer, for hosts that take any parent of controls for one.
+        case WM_NEXTDLGCTL:
+            if (LOWORD(longer)) SetFocus(reinterpret_cast<HWND>(wide));
+            return 0;
+        case DM_GETDEFID:
+            return 0;
+        case WM_PRINTCLIENT: {
+            RECT client{};
+            GetClientRect(window, &client);
+            page_->draw(reinterpret_cast<HDC>(wide), client);
+            return 0;
+        }
+        case WM_NCDESTROY: {
+            const LRESULT result = DefWindowProcW(window, message, wide, longer);
+            SetWindowLongPtrW(window, 0, 0);
+            window_ = nullptr;
+            page_->detach();
+            if (const auto tell = lost) tell();
+            return result;
+        }
+        default:
+            break;
+    }
+    return DefWindowProcW(window, message, wide, longer);
+}
+
+}  // namespace dravik::control

@@ -1,0 +1,24 @@
+// What the surroundings ask of a page: the font, colours of the window that it stands
+// in. Left empty, the page takes the system's own message font and colours.
+#pragma once
+
+#include "windows/win32/Windows.h"
+
+#include <cstring>
+#include <optional>
+
+namespace dravik::win32 {
+
+struct Ambient {
+    std::optional<LOGFONTW> font;  // heights are those at 96 dpi
+    std::optional<COLORREF> backColor;
+    std::optional<COLORREF> foreColor;
+
+    bool operator==(const Ambient& other) const {
+        const bool sameFont = font.has_value() == other.font.has_value() &&
+                              (!font || std::memcmp(&*font, &*other.font, sizeof(LOGFONTW)) == 0);
+        return sameFont && backColor == other.backColor && foreColor == other.foreColor;
+    }
+};
+
+}  // namespace dravik::win32

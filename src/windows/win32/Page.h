@@ -1,0 +1,136 @@
+// The inside of FormPage: the window, one peer for each widget, their order, their places, timers, tool tips
+// and keys.
+#pragma once
+
+#include "windows/win32/Windows.h"
+
+#include <functional>
+#include <memory>
+#include <string>
+#include <unordered_map>
+#include <vector>
+
+#include "ui/Form.h"
+#include "windows/win32/Ambient.h"
+#include "windows/win32/AnsweredWindow.h"
+#include "windows/win32/CellBoard.h"
+#include "windows/win32/LayoutGeometry.h"
+#include "windows/win32/Look.h"
+#include "windows/win32/Peer.h"
+#include "windows/win32/ToolTips.h"
+
+namespace dravik::win32 {
+
+class Win32Platform;
+
+class Page : public AnsweredWindow, public std::enable_shared_from_this<Page> {
+  public:
+    Page(ui::Form& form, Win32Platform& platform, int dpi, const Ambient& ambient);
+    ~Page() override;
+
+    void create(HWND parent);
+    // Lets the model go and destroys the window.
+    void close() noexcept;
+    void detach() noexcept;
+    bool attached() const noexcept { return attached_; }
+
+    Win32Platform& platform() const noexcept { return platform_; }
+    Look& look() noexcept { return *look_; }
+    ToolTips& toolTips() noexcept { return toolTips_; }
+    ui::Form& form() const noexcept { return form_; }
+
+    Extent minimum() const;
+    Extent preferred() const;
+    void setDpi(int dpi);
+    void setAmbient(const Ambient& ambient);
+    void setInert(bool inert);
+    bool inert() const noexcept { return inert_; }
+    // While the focus is outside, the form's default button is marked only when this is wanted.
+    void setDefaultShown(bool shown);
+    void systemChanged();
+
+    // Everything again where it belongs: at once, and as soon as the running procedure is through.
+    void arrange();
+    void arrangeSoon();
+    // Before the page is first seen; nothing is placed until then.
+    void arrangeFirst();
+    // Makes room for widgets in a container's inside.
+    LayoutGeometry geometryOf(const ui::Layout& layout) const;
+    void place(const std::vector<PlacedWidget>& placed);
+
+    // Peers for all widgets of a container, in the order of its layout.
+    void addPeers(const ui::Layout& layout, HWND parent, Peer* container);
+    void addWindow(HWND window, Peer& peer) { byWindow_[window] = &peer; }
+    void removeWindow(HWND window) noexcept { byWindow_.erase(window); }
+    Peer* peerOf(HWND window) const;
+    const std::vector<std::shared_ptr<Peer>>& peers() const noexcept { return peers_; }
+    UINT nextId() noexcept { return ++lastId_; }
+
+    // WM_COMMAND, WM_NOTIFY and WM_CTLCOLOR... of child windows, also of those inside frames.
+    std::optional<LRESULT> fromChild(UINT message, WPARAM wParam, LPARAM lParam);
+
+    bool translateKey(const MSG& message, bool& leftPage);
+    // A key that no host has translated; Tab goes round then.
+    bool answerKey(Peer& focused, UINT key);
+    // The page answers the key itself; Tab at its end is left to the dialog that it may stand in.
+    bool wouldAnswer(const Peer& focused, UINT key) const;
+    bool focusEnd(bool last);
+    bool restoreFocus();
+    bool hasFocusInside() const;
+    std::vector<wchar_t> mnemonics() const;
+    bool pressMnemonic(wchar_t key);
+    void focusArrived(Peer& peer);
+    // The focus goes from one of the controls to another window, which may be one of the page's own.
+    void focusMoves(HWND to);
+    // The focused control is being hidden or was disabled: the next one takes over.
+    void focusLeft(Peer& peer);
+    void focusLeavesSoon(const Peer& peer);
+    void focusLater(Peer& peer);
+
+    void draw(HDC dc, const RECT& place);
+
+    std::function<void()> sizeChanged;
+    std::function<void()> focusEntered;
+    std::function<void()> focusGone;
+    std::function<void()> escaped;
+
+  private:
+    // Whoever is told may take the page away, and the listener with it.
+    // NOLINTNEXTLINE(performance-unnecessary-value-param)
+    static void tell(std::function<void()> listener) {
+        if (listener) listener();
+    }
+    LRESULT answer(UINT message, WPARAM wParam, LPARAM lParam) override;
+    std::shared_ptr<void> kept() override { return weak_from_this().lock(); }
+    void renewLook(int dpi, const Ambient& ambient);
+    void followTimers();
+    void showTimer(std::size_t index);
+    // The stop that Tab leads to from a control, or the first or last one from nowhere; nothing at the end.
+    Peer* nextStop(const Peer* from, bool backwards) const;
+    bool moveFocus(Peer* from, bool backwards);
+    bool answerKey(Peer* focused, UINT key, bool& leftPage);
+    std::vector<Peer*> tabStops() const;
+    Peer* buddyOf(const Peer& label) const;
+    // The button that Enter presses while the focus is there; null when it is outside.
+    void showDefaultButton(Peer* focused);
+
+    ui::Form& form_;
+    Win32Platform& platform_;
+    std::unique_ptr<Look> look_;
+    ToolTips toolTips_;
+    std::vector<std::shared_ptr<Peer>> peers_;
+    std::vector<std::shared_ptr<CellBoard>> boards_;
+    std::unordered_map<HWND, Peer*> byWindow_;
+    std::vector<ui::Connection> connections_;
+    HWND lastFocus_ = nullptr;
+    Extent knownPreferred_;
+    UINT lastId_ = 1000;
+    bool attached_ = true;
+    bool inert_ = false;
+    bool open_ = false;
+    bool defaultShown_ = true;
+    bool arranging_ = false;
+    bool willArrange_ = false;
+};
+
+}  // namespace dravik::win32

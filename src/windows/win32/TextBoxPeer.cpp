@@ -1,0 +1,202 @@
+// The native edit control. A locked box in the colour of its page is a caption or a result: it has no frame
+// and is as wide as its text.
+#include <windows.h>
+
+#include <commctrl.h>
+
+#include <algorithm>
+
+#include "windows/win32/Page.h"
+#include "windows/win32/Peers.h"
+#include "windows/win32/WinText.h"
+
+namespace dravik::win32 {
+namespace {
+
+constexpr int kUsualWidth = 120;
+constexpr int kLeastWidth = 40;
+constexpr int kFlatMargin = 8;
+
+class TextBoxPeer : public PeerOf<ui::TextBox> {
+  public:
+    using PeerOf::PeerOf;
+
+    bool takesFocus() const override { return true; }
+    bool isTabStop() const override { return !isFlat(); }
+
+    void command(WORD code, WORD) override {
+        if (code != EN_CHANGE || showing_) return;
+        act([this] { model_.setText(utf8(windowText(window()))); });
+    }
+    HBRUSH colors(HDC dc) override {
+        if (!model_.enabled() && ui::isSystemColor(model_.backColor())) {
+            SetTextColor(dc, look().disabledText());
+            SetBkColor(dc, look().background());
+            return look().brush(look().background());
+        }
+        const COLORREF ground = isFlat() ? look().background() : look().color(model_.backColor());
+        SetTextColor(dc, look().textColorOn(model_.backColor(), model_.foreColor()));
+        SetBkColor(dc, ground);
+        return look().brush(ground);
+    }
+    // The text of a flat box stands on the line of the captions beside it.
+    RECT windowPlace(const Box& box) const override {
+        RECT place = Peer::windowPlace(box);
+        if (!isFlat()) return place;
+        const int line = look().lineHeight(wantedFont());
+        place.top += (heightOf(place) - line) / 2;
+        place.bottom = place.top + line;
+        return place;
+    }
+    void pressMnemonic() override {
+        focus();
+        SendMessageW(window(), EM_SETSEL, 0, -1);
+    }
+
+  protected:
+    HWND make(HWND parent) override {
+        return makeWindow(WC_EDITW, parent, WS_TABSTOP | ES_AUTOHSCROLL, WS_EX_CLIENTEDGE);
+    }
+    Measure ask() override {
+        const HFONT font = wantedFont();
+        const int height = look().lineHeight(font) + look().px(8);
+        if (isFlat()) {
+            const int width = look().textSize(font, wide(model_.text())).cx + look().px(kFlatMargin);
+            return {{width, height}, {width, height}, true, true, false, false};
+        }
+        return {{look().px(kLeastWidth), height}, {look().px(kUsualWidth), height}, true, true, false, true};
+    }
+
+    void show(ui::Change change) override {
+        switch (change) {
+            case ui::Change::Caption:
+                showText();
+                break;
+            case ui::Change::Selection: {
+                const std::wstring text = windowText(window());
+                const auto start = positionOfCharacter(text, model_.selectionStart());
+                const auto end =
+                    positionOfCharacter(text, model_.selectionStart() + model_.selectionLength());
+                SendMessageW(window(), EM_SETSEL, start, static_cast<LPARAM>(end));
+                break;
+            }
+            case ui::Change::Enabled:
+                SendMessageW(window(), EM_SETREADONLY, model_.locked(), 0);
+                Peer::show(change);
+                showFrame();
+                break;
+            case ui::Change::Appearance:
+                Peer::show(change);
+                showFrame();
+                break;
+            default:
+                Peer::show(change);
+        }
+    }
+
+    LRESULT message(UINT message, WPARAM wParam, LPARAM lParam) override {
+        switch (message) {
+            case WM_SETFOCUS: {
+                const LRESULT result = defaultAnswer(message, wParam, lParam);
+                // Reached by key, the whole text is selected, to be typed over.
+                if (window() && GetKeyState(VK_TAB) < 0) SendMessageW(window(), EM_SETSEL, 0, -1);
+                return result;
+            }
+            case WM_GETDLGCODE:
+                return defaultAnswer(message, wParam, lParam) & ~DLGC_WANTTAB;
+            case WM_NCCALCSIZE: {
+                // The system writes at the top of a box; it is to stand in the middle.
+                const LRESULT result = defaultAnswer(message, wParam, lParam);
+                auto& inside = *reinterpret_cast<RECT*>(lParam);
+                padding_ =
+                    isFlat() ? 0 : std::max((heightOf(inside) - look().lineHeight(wantedFont())) / 2, 0);
+                InflateRect(&inside, 0, -padding_);
+                return result;
+            }
+            case WM_NCPAINT: {
+                const LRESULT result = defaultAnswer(message, wParam, lParam);
+                paintPadding();
+                return result;
+            }
+            case WM_NCHITTEST: {
+                const LRESULT hit = defaultAnswer(message, wParam, lParam);
+                return hit == HTNOWHERE || hit == HTBORDER ? HTCLIENT : hit;
+            }
+            case WM_ENABLE:
+                RedrawWindow(window(), nullptr, nullptr, RDW_FRAME | RDW_INVALIDATE);
+                break;
+            case WM_CHAR:
+                if (wParam == 1) {  // Ctrl+A
+                    SendMessageW(window(), EM_SETSEL, 0, -1);
+                    return 0;
+                }
+                break;
+            default:
+                break;
+        }
+        return Peer::message(message, wParam, lParam);
+    }
+
+  private:
+    bool isFlat() const {
+        return attached() && model_.locked() && model_.backColor() == ui::kButtonFaceColor;
+    }
+
+    void paintPadding() {
+        if (padding_ <= 0) return;
+        RECT whole{};
+        RECT client{};
+        GetWindowRect(window(), &whole);
+        GetClientRect(window(), &client);
+        MapWindowPoints(window(), nullptr, reinterpret_cast<POINT*>(&client), 2);
+        OffsetRect(&client, -whole.left, -whole.top);
+        const HDC dc = GetWindowDC(window());
+        const HBRUSH ground = colors(dc);
+        const RECT above{client.left, client.top - padding_, client.right, client.top};
+        const RECT below{client.left, client.bottom, client.right, client.bottom + padding_};
+        FillRect(dc, &above, ground);
+        FillRect(dc, &below, ground);
+        ReleaseDC(window(), dc);
+    }
+
+    void showText() {
+        const std::wstring text = wide(model_.text());
+        if (windowText(window()) == text) return;
+        DWORD start = 0;
+        DWORD end = 0;
+        SendMessageW(window(), EM_GETSEL, reinterpret_cast<WPARAM>(&start), reinterpret_cast<LPARAM>(&end));
+        const bool atEnd = end == static_cast<DWORD>(GetWindowTextLengthW(window()));
+        showing_ = true;
+        SetWindowTextW(window(), text.c_str());
+        showing_ = false;
+        const auto cursor = atEnd ? static_cast<DWORD>(text.size()) : end;
+        if (hasFocus()) SendMessageW(window(), EM_SETSEL, cursor, static_cast<LPARAM>(cursor));
+        sizeChanged();
+    }
+
+    void showFrame() {
+        const auto now = GetWindowLongPtrW(window(), GWL_EXSTYLE);
+        const auto wanted =
+            isFlat() ? now & ~static_cast<LONG_PTR>(WS_EX_CLIENTEDGE) : now | WS_EX_CLIENTEDGE;
+        if (now != wanted) {
+            SetWindowLongPtrW(window(), GWL_EXSTYLE, wanted);
+            SetWindowPos(window(), nullptr, 0, 0, 0, 0,
+                         SWP_NOMOVE | SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE | SWP_FRAMECHANGED);
+            SendMessageW(window(), EM_SETMARGINS, EC_LEFTMARGIN | EC_RIGHTMARGIN,
+                         isFlat() ? 0 : MAKELPARAM(2, 2));
+            sizeChanged();
+        }
+        RedrawWindow(window(), nullptr, nullptr, RDW_FRAME | RDW_INVALIDATE | RDW_ERASE);
+    }
+
+    int padding_ = 0;
+    bool showing_ = false;
+};
+
+}  // namespace
+
+std::shared_ptr<Peer> makeTextBox(ui::TextBox& model, Page& page) {
+    return std::make_shared<TextBoxPeer>(model, page);
+}
+
+}  // namespace dravik::win32

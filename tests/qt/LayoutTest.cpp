@@ -1,0 +1,48 @@
+// Forms come out as their arrangement says: places, stretches, hidden controls, tab order.
+#include "ShownForm.h"
+#include "qt/MainWindow.h"
+#include "screen/context/Screen.h"
+#include "ui/TextBox.h"
+
+namespace dravik {
+
+using namespace engine;
+using namespace qt;
+using namespace screen;
+using namespace ui;
+namespace {
+
+TEST(LayoutBuilder, SpareLengthGoesToWhoAsksForIt) {
+    TextBox a("a");
+    TextBox b("b");
+    Button c("c", "C");
+    ShownForm shown(column({row({item(a).stretched(), item(b).stretched(2), item(c)}), space()}), 600, 200);
+    const int rest = shown.view("c").width();
+    EXPECT_NEAR(shown.view("b").width(), 2 * shown.view("a").width(), 4);
+    b.setVisible(false);
+    settle();
+    EXPECT_EQ(shown.view("c").width(), rest);
+    EXPECT_GT(shown.view("a").width(), 400);  // a hidden control takes no room
+    EXPECT_LT(shown.view("a").height(), 60);
+}
+
+TEST(LayoutBuilder, TheWholeScreenFitsASmallWindow) {
+    Screen screen;
+    FormPage page(screen.form, nullptr);
+    EXPECT_LE(page.minimumSizeHint().width(), 640);
+    EXPECT_LE(page.minimumSizeHint().height(), 660);
+    page.resize(page.minimumSizeHint());
+    page.show();
+    settle();
+    // Nothing hangs over the edge of what it stands in, and every control has room for itself.
+    for (const QWidget* view : page.findChildren<QWidget*>()) {
+        if (!view->isVisible() || view->objectName().isEmpty() || view->objectName().startsWith("qt_"))
+            continue;
+        EXPECT_TRUE(view->parentWidget()->rect().contains(view->geometry()))
+            << view->objectName().toStdString();
+        EXPECT_GE(view->width(), view->minimumSizeHint().width()) << view->objectName().toStdString();
+    }
+}
+
+}  // namespace
+}  // namespace dravik

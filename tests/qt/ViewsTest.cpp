@@ -1,0 +1,85 @@
+// What the views of Qt do beyond what those of every window system do.
+#include "Shown.h"
+#include "shown/Numbers.h"
+
+namespace dravik::test {
+
+using namespace qt;
+using namespace ui;
+namespace {
+
+TEST(Views, BarsTellTheirTipsAndEnds) {
+    StatusBar bar("sbr");
+    bar.add("Other", "x", 900).setToolTip("tip");
+    UpDown arrows("arrows", 0, 10, 1);
+    Label data("data", "R&D");
+    data.setUsesMnemonic(false);
+    Shown shown(column({item(arrows), item(data), item(bar)}));
+    EXPECT_EQ(shown.view("sbr.Other").toolTip(), "tip");
+    EXPECT_GE(shown.view("sbr.Other").width(), 60);
+    arrows.setValue(10);
+    EXPECT_FALSE(shown.view("arrows.up").isEnabled());
+    EXPECT_GE(shown.view("data").sizeHint().width(), QFontMetrics(qApp->font()).horizontalAdvance("R&D"));
+}
+
+TEST(Views, ACellShowsTheTipThatItsProcedureSets) {
+    Label cell("cell", "A");
+    cell.setCell(true);
+    Shown shown(column({item(cell)}));
+    cell.mouseMove.subscribe([&](const MouseEvent&) { cell.setToolTip("A -- 12 trained"); });
+    shown.focus(cell);
+    EXPECT_EQ(shown.view("cell").toolTip(), "A -- 12 trained");
+}
+
+TEST(Views, BarsOfAChartAreFoundByScreenReadersAndGoWithTheScene) {
+    Chart chart("chart");
+    chart.setScale({-10, 100, 90, 0});
+    ChartScene scene;
+    scene.bars = {
+        {0, 50, 10, 50, 0, true, "A"}, {20, 40, 10, 40, 0, false, "hidden"}, {40, 0, 10, 0, 0, true, "C"}};
+    chart.setScene(scene);
+    Shown shown(column({item(chart).stretched()}), 518, 418);
+    ASSERT_EQ(shown.heard(chart, 2), "C");
+    QWidget& view = shown.view("chart");
+    QAccessibleInterface* heard = QAccessible::queryAccessibleInterface(&view);
+    ASSERT_EQ(heard->childCount(), 2);
+    QAccessibleInterface* second = heard->child(1);
+    EXPECT_EQ(heard->child(0)->rect(), QRect(view.mapToGlobal(QPoint(50, 200)), QSize(50, 200)));
+    EXPECT_EQ(heard->indexOfChild(second), 1);
+    chart.setScene({});
+    EXPECT_FALSE(second->isValid());
+    EXPECT_EQ(heard->childCount(), 0);
+}
+
+TEST(Views, AGridAsksOnlyForWhatIsInViewAndShowsOneSelection) {
+    Grid grid("grid");
+    Shown shown(column({item(grid).stretched()}));
+    const auto source = std::make_shared<Numbers>(100000, 54);
+    grid.setSource(source);
+    settle();
+    auto& view = shown.view<GridView>("grid");
+    EXPECT_EQ(view.model()->rowCount(), 99999);
+    EXPECT_EQ(view.model()->headerData(2, Qt::Horizontal).toString(), "Head 2");
+    view.scrollToBottom();
+    shown.page->grab();
+    EXPECT_LT(source->asked, 60000);
+    grid.setRedraw(false);
+    EXPECT_EQ(view.model()->rowCount(), 0);
+    grid.setRedraw(true);
+    EXPECT_EQ(view.model()->rowCount(), 99999);
+    EXPECT_GT(view.columnWidth(2), 30);
+
+    const auto selected = [&]() -> std::vector<int> {
+        const auto ranges = view.selectionModel()->selection();
+        if (ranges.size() != 1) return {};
+        return {ranges[0].top() + 1, ranges[0].left(), ranges[0].bottom() + 1, ranges[0].right()};
+    };
+    grid.select(9, 2, 7, 3);
+    EXPECT_EQ(selected(), (std::vector{7, 2, 9, 3}));
+    grid.setSource(std::make_shared<Numbers>(6, 5));  // the selection is cut to fewer records
+    settle();
+    EXPECT_EQ(selected(), (std::vector{5, 2, 5, 3}));
+}
+
+}  // namespace
+}  // namespace dravik::test

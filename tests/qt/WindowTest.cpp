@@ -1,0 +1,207 @@
+// The program's window as a whole: a font is made, taught, learnt, saved and reads, all through what the
+// operator sees.
+#include <QAction>
+#include <QDragEnterEvent>
+#include <QLabel>
+#include <QLineEdit>
+#include <QListView>
+#include <QMessageBox>
+#include <QMimeData>
+#include <QPushButton>
+#include <QTemporaryDir>
+#include <QToolButton>
+#include <sstream>
+
+#include "ShownForm.h"
+#include "qt/MainWindow.h"
+#include "qt/PartView.h"
+#include "qt/QtDemoHands.h"
+#include "qt/QtImage.h"
+#include "qt/QtPlatform.h"
+#include "qt/ReadingView.h"
+
+namespace dravik {
+
+using namespace engine;
+using namespace qt;
+using namespace screen;
+using namespace tool;
+using namespace trainer;
+using namespace ui;
+namespace {
+
+const std::string kParts = DRAVIK_SOURCE_DIR "/data/parts/";
+
+class WindowTest : public testing::Test {
+  protected:
+    WindowTest() {
+        platform.setMainWindow(&window);
+        window.resize(1280, 800);
+        window.show();
+        settle();
+    }
+
+    template <class View = QWidget>
+    View& view(const char* name) {
+        auto* found = window.findChild<View*>(QLatin1String(name));
+        if (!found) throw std::runtime_error(std::string("no view named ") + name);
+        return *found;
+    }
+    void session(const std::vector<std::string>& paths) {
+        QtDemoHands hands(window);
+        DemoSession(hands, trainer, folder.path().toStdString(), told).run(paths);
+    }
+    QAction& action(const char* name) { return *window.findChild<QAction*>(QLatin1String(name)); }
+
+    const QTemporaryDir folder;
+    std::ostringstream told;
+    QtPlatform platform;
+    Trainer trainer{platform, JobFolder(folder.filePath("Jobs").toStdString()), decodeImageFile, false};
+    MainWindow window{trainer};
+};
+
+TEST_F(WindowTest, TeachesLearnsSavesAndReads) {
+    ASSERT_NO_THROW(
+        session({kParts + "rendered_charset/hack_000.png", kParts + "rendered_charset/hack_001.png",
+                 kParts + "rendered_charset/hack_002.png", kParts + "rendered_lines/hack_000.png"}))
+        << told.str();
+    EXPECT_EQ(view<ReadingView>("reading").toPlainText(), "EXP2026/07/26");
+    EXPECT_EQ(window.windowTitle(), "demo - Dravik Trainer");
+    EXPECT_TRUE(QFile::exists(folder.filePath("Jobs/Fonts/demo.nnd")));
+    EXPECT_FALSE(action("fontSave").isEnabled());
+    EXPECT_TRUE(action("fontLearn").isEnabled());
+
+    // A changed font: the title says so, and closing asks; No leaves the file as it was.
+    view<QLineEdit>("txtSampleInput").setFocus();
+    QTest::keyClicks(&view("txtSampleInput"), "EXP2026/07/26");
+    QTest::keyClick(&view("txtSampleInput"), Qt::Key_Return);
+    EXPECT_EQ(trainer.control().screen().sbr.panel("Message").text(), "13 samples included.");
+    EXPECT_EQ(window.windowTitle(), "demo* - Dravik Trainer");
+    view<QToolButton>("tlbChars.Array").click();
+    const auto childForms = [&] {
+        int count = 0;
+        for (const auto* dialog : window.findChildren<QDialog*>()) count += dialog->isVisible() ? 1 : 0;
+        return count;
+    };
+    EXPECT_EQ(childForms(), 1);
+    DialogScript script;
+    script.expect("messageBox", [&](QWidget& box) {
+        EXPECT_EQ(box.windowTitle(), "Font Changed");
+        EXPECT_EQ(childForms(), 1) << "the child form is still open while the question is asked";
+        static_cast<QMessageBox&>(box).button(QMessageBox::No)->click();
+    });
+    window.close();
+    EXPECT_TRUE(script.finished());
+    EXPECT_FALSE(window.isVisible());
+    EXPECT_EQ(childForms(), 0);
+    EXPECT_EQ(trainer.tool().summary("demo").samples, 3 * 74);
+}
+
+TEST_F(WindowTest, ASessionThatDoesNotComeOutSaysWhatAndEnds) {
+    try {
+        session({kParts + "rendered_lines/hack_000.png"});
+        FAIL() << "one image is not enough";
+    } catch (const DemoFailure& failure) {
+        EXPECT_NE(std::string(failure.what()).find("at least two images"), std::string::npos);
+    }
+}
+
+TEST_F(WindowTest, ImagesAreOpenedDroppedLeafedThroughAndClosed) {
+    EXPECT_FALSE(action("next").isEnabled());
+    QMimeData data;
+    data.setUrls({QUrl::fromLocalFile(QString::fromStdString(kParts + "rendered_lines"))});
+    QDragEnterEvent enter(QPoint(700, 300), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+    QApplication::sendEvent(&window, &enter);
+    EXPECT_TRUE(enter.isAccepted());
+    QDropEvent drop(QPointF(700, 300), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+    QApplication::sendEvent(&window, &drop);
+    ASSERT_EQ(trainer.parts().count(), 48);
+    EXPECT_EQ(trainer.parts().current(), 0);
+    EXPECT_TRUE(view<QLabel>("partName").text().startsWith("1 of 48"));
+
+    action("next").trigger();
+    QTest::keyClick(&view("partView"), Qt::Key_PageDown);
+    EXPECT_EQ(trainer.parts().current(), 2);
+    EXPECT_EQ(view<QListView>("thumbnails").currentIndex().row(), 2);
+    auto& strip = view<QListView>("thumbnails");
+    QTest::mouseClick(strip.viewport(), Qt::LeftButton, {},
+                      strip.visualRect(strip.model()->index(1, 0)).center());
+    EXPECT_EQ(trainer.parts().current(), 1);
+    view("txtSampleInput").setFocus();
+    QTest::keyClick(&view("txtSampleInput"), Qt::Key_PageUp);
+    EXPECT_EQ(trainer.parts().current(), 0);
+
+    action("closeAll").trigger();
+    EXPECT_EQ(trainer.parts().count(), 0);
+    EXPECT_FALSE(action("zoomIn").isEnabled());
+}
+
+TEST_F(WindowTest, WhatCannotBeOpenedIsSaid) {
+    const QString broken = folder.filePath("broken.png");
+    QFile file(broken);
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    file.write("no image");
+    file.close();
+    window.open({folder.filePath("absent.png").toStdString(), broken.toStdString()});
+    EXPECT_TRUE(view("problems").isVisible());
+    EXPECT_TRUE(view<QLabel>("problemText").text().contains("absent.png"));
+    EXPECT_TRUE(view<QLabel>("previewText").text().contains("broken.png"));
+    window.open({kParts + "rendered_lines/hack_000.png"});
+    EXPECT_FALSE(view("problems").isVisible());
+}
+
+TEST_F(WindowTest, AMismatchIsVisibleBeforeInclude) {
+    window.open({kParts + "rendered_lines/hack_000.png"});
+    auto& part = view<PartView>("partView");
+    const auto pixels = [&](QColor color) {
+        const QImage image = part.grab().toImage();
+        int count = 0;
+        for (int y = 0; y < image.height(); ++y)
+            for (int x = 0; x < image.width(); ++x)
+                if (image.pixelColor(x, y) == color) ++count;
+        return count;
+    };
+    const QColor warning(0xD8, 0x43, 0x15);
+    EXPECT_EQ(view<QLabel>("previewText").text(), "13 characters found");
+    EXPECT_EQ(pixels(warning), 0);
+    trainer.control().screen().sample.txtSampleInput.setText("EXP2026/07/2");
+    EXPECT_TRUE(view<QLabel>("previewText").text().contains("13 characters found, 12 typed"));
+    EXPECT_GT(pixels(warning), 20);
+    trainer.control().screen().sample.txtSampleInput.setText("EXP2026/07/26");
+    EXPECT_EQ(pixels(warning), 0);
+    trainer.control().screen().sample.txtSampleInput.setText("EXP2026/07/266");
+    EXPECT_GT(pixels(warning), 20);
+}
+
+TEST_F(WindowTest, ZoomStaysInItsRangeAndComesBackToTheFit) {
+    window.open({kParts + "rendered_lines/hack_000.png"});
+    auto& part = view<PartView>("partView");
+    EXPECT_TRUE(part.fits());
+    const double fitting = part.scale();
+    action("zoomIn").trigger();
+    EXPECT_GT(part.scale(), fitting);
+    EXPECT_FALSE(part.fits());
+    for (int i = 0; i < 60; ++i) action("zoomIn").trigger();
+    EXPECT_LE(part.scale(), 32);
+    action("actualSize").trigger();
+    EXPECT_DOUBLE_EQ(part.scale(), 1 / part.devicePixelRatioF());
+    action("fit").trigger();
+    EXPECT_DOUBLE_EQ(part.scale(), fitting);
+}
+
+TEST_F(WindowTest, ASmallWindowShowsEverythingThatMatters) {
+    window.resize(1024, 700);
+    window.open({kParts + "rendered_lines/hack_000.png"});
+    settle();
+    EXPECT_EQ(window.size(), QSize(1024, 700));
+    for (const char* name : {"cmdSelectFont", "cmdInclude", "cmdRevert", "lblChar(73)", "sbr.Message",
+                             "partView", "reading", "thumbnails"}) {
+        auto& shown = view(name);
+        EXPECT_TRUE(window.rect().contains(QRect(shown.mapTo(&window, QPoint(0, 0)), shown.size()))) << name;
+        EXPECT_FALSE(shown.visibleRegion().isEmpty()) << name;
+    }
+    EXPECT_GT(view("partView").width(), 330);
+}
+
+}  // namespace
+}  // namespace dravik

@@ -1,0 +1,166 @@
+// Image files of every usual kind as grey images.
+#include "windows/com/WindowsSdk.h"
+// Behind the Windows headers
+#include <propidl.h>
+#include <wincodec.h>
+
+#include <filesystem>
+#include <fstream>
+#include <vector>
+
+#include "base/Failure.h"
+#include "base/TemporaryFolder.h"
+#include "gtest/gtest.h"
+#include "support/Refused.h"
+#include "windows/app/GreyPicture.h"
+#include "windows/com/ComPtr.h"
+#include "windows/com/WicImage.h"
+#include "windows/com/support/ImageFile.h"
+#include "windows/win32/WinText.h"
+
+namespace dravik::test {
+
+using namespace app;
+using namespace com;
+using namespace engine;
+using namespace win32;
+namespace {
+
+class ImageDecoding : public testing::Test {
+  protected:
+    ImageDecoding() { OleInitialize(nullptr); }
+    ~ImageDecoding() override { OleUninitialize(); }
+    std::string file(const std::string& name) const { return folder.path(name); }
+
+    template <typename... Pixels>
+    std::string written(const std::string& name, Pixels... pixels) {
+        writeImage(file(name), pixels...);
+        return file(name);
+    }
+
+    // Wine's decoder does not, Windows' does.
+    static bool tellsOrientation(const std::string& path) {
+        ComPtr<IWICImagingFactory> factory;
+        ComPtr<IWICBitmapDecoder> decoder;
+        ComPtr<IWICBitmapFrameDecode> frame;
+        ComPtr<IWICMetadataQueryReader> metadata;
+        PROPVARIANT value;
+        PropVariantInit(&value);
+        const bool tells =
+            SUCCEEDED(CoCreateInstance(CLSID_WICImagingFactory, nullptr, CLSCTX_INPROC_SERVER,
+                                       __uuidof(IWICImagingFactory), factory.putVoid())) &&
+            SUCCEEDED(factory->CreateDecoderFromFilename(wide(path).c_str(), nullptr, GENERIC_READ,
+                                                         WICDecodeMetadataCacheOnDemand, decoder.put())) &&
+            SUCCEEDED(decoder->GetFrame(0, frame.put())) &&
+            SUCCEEDED(frame->GetMetadataQueryReader(metadata.put())) &&
+            SUCCEEDED(metadata->GetMetadataByName(L"/app1/ifd/{ushort=274}", &value));
+        PropVariantClear(&value);
+        return tells;
+    }
+
+    TemporaryFolder folder;
+};
+
+TEST_F(ImageDecoding, GreyColourAndTransparencyBecomeGrey) {
+    const GreyImage grey =
+        decodeImageFileByWic(written("grey.png", GUID_ContainerFormatPng, GUID_WICPixelFormat8bppGray, 3, 2,
+                                     3, std::vector<BYTE>{0, 128, 255, 10, 20, 30}));
+    ASSERT_EQ(grey.width(), 3);
+    ASSERT_EQ(grey.height(), 2);
+    EXPECT_EQ(grey(1, 0), 128);
+    EXPECT_EQ(grey(2, 1), 30);
+
+    const GreyImage deep =
+        decodeImageFileByWic(written("deep.png", GUID_ContainerFormatPng, GUID_WICPixelFormat16bppGray, 2, 1,
+                                     4, std::vector<BYTE>{0x80, 0x80, 0xFF, 0xFF}));
+    EXPECT_NEAR(deep(0, 0), 128, 1);
+    EXPECT_EQ(deep(1, 0), 255);
+
+    const std::vector<BYTE> colours = {255, 0, 0,   0,   255, 0,
+                                       0,   0, 255, 128, 128, 128};  // blue, green, red, grey
+    for (const auto& [name, container] :
+         {std::pair{"colour.bmp", GUID_ContainerFormatBmp}, std::pair{"colour.tif", GUID_ContainerFormatTiff},
+          std::pair{"colour.png", GUID_ContainerFormatPng}}) {
+        const GreyImage colour =
+            decodeImageFileByWic(written(name, container, GUID_WICPixelFormat24bppBGR, 4, 1, 12, colours));
+        EXPECT_LT(colour(0, 0), 50) << name;
+        EXPECT_GT(colour(1, 0), 120) << name;
+        EXPECT_NEAR(colour(2, 0), 80, 15) << name;
+        EXPECT_NEAR(colour(3, 0), 128, 1) << name;
+    }
+
+    const GreyImage clear =
+        decodeImageFileByWic(written("clear.png", GUID_ContainerFormatPng, GUID_WICPixelFormat32bppBGRA, 2, 1,
+                                     8, std::vector<BYTE>{0, 0, 0, 0, 0, 0, 0, 255}));
+    EXPECT_EQ(clear(0, 0), 255) << "transparent pixels stand on white";
+    EXPECT_EQ(clear(1, 0), 0);
+}
+
+TEST_F(ImageDecoding, PhotographsAreTurnedAsTheCameraNoted) {
+    std::vector<BYTE> pixels;
+    for (int y = 0; y < 16; ++y)
+        for (int x = 0; x < 32; ++x) pixels.insert(pixels.end(), 3, static_cast<BYTE>(x < 16 ? 20 : 230));
+    const std::string plain =
+        written("photo.jpg", GUID_ContainerFormatJpeg, GUID_WICPixelFormat24bppBGR, 32, 16, 96, pixels);
+    const GreyImage flat = decodeImageFileByWic(plain);
+    ASSERT_EQ(flat.width(), 32);
+    EXPECT_LT(flat(4, 8), 60);
+    EXPECT_GT(flat(28, 8), 200);
+    // The same with the note "turn a quarter to the right": left becomes top.
+    std::ifstream in(toPath(plain), std::ios::binary);
+    std::string bytes((std::istreambuf_iterator<char>(in)), std::istreambuf_iterator<char>());
+    const unsigned char note[] = {0xFF, 0xE1, 0x00, 0x22, 'E', 'x', 'i', 'f', 0,    0,    'M', 'M',
+                                  0,    42,   0,    0,    0,   8,   0,   1,   0x01, 0x12, 0,   3,
+                                  0,    0,    0,    1,    0,   6,   0,   0,   0,    0,    0,   0};
+    bytes.insert(2, reinterpret_cast<const char*>(note), sizeof note);
+    std::ofstream(toPath(file("turned.jpg")), std::ios::binary) << bytes;
+    if (!tellsOrientation(file("turned.jpg")))
+        GTEST_SKIP() << "this system's JPEG decoder reads no camera notes";
+    const GreyImage turned = decodeImageFileByWic(file("turned.jpg"));
+    ASSERT_EQ(turned.width(), 16);
+    ASSERT_EQ(turned.height(), 32);
+    EXPECT_LT(turned(8, 4), 60);
+    EXPECT_GT(turned(8, 28), 200);
+}
+
+TEST_F(ImageDecoding, WhatIsNoImageIsNamed) {
+    const auto problem = [](const std::string& path) {
+        const Failure failure = failureOfAction([&] { decodeImageFileByWic(path); });
+        return std::pair(failure.number(), failure.description());
+    };
+    EXPECT_EQ(problem(file("absent.png")).first, 53);
+    EXPECT_NE(problem(file("absent.png")).second.find("absent.png"), std::string::npos);
+    std::ofstream(toPath(file("text \u00e9.png"))) << "no image";
+    EXPECT_EQ(problem(file("text \u00e9.png")).first, 5);
+    EXPECT_NE(problem(file("text \u00e9.png")).second.find("text \u00e9.png"), std::string::npos);
+    const std::string whole = written("whole.png", GUID_ContainerFormatPng, GUID_WICPixelFormat8bppGray, 64,
+                                      64, 64, std::vector<BYTE>(64 * 64, 7));
+    std::filesystem::resize_file(toPath(whole), 40);
+    EXPECT_NE(problem(whole).first, 0);
+}
+
+// Shrunk by averages, enlarged between pixels; a part is what the whole would show there.
+TEST(GreyPictures, KeepThinStrokesAndAgreeInTheirParts) {
+    GreyImage lines(100, 50, 255);
+    for (int y = 0; y < 50; ++y) lines(33, y) = 0;
+    const auto dark = [](Canvas& canvas) {
+        int most = 0;
+        for (const std::uint32_t pixel : canvas.pixels())
+            most = std::max(most, 255 - static_cast<int>(pixel & 0xFF));
+        return most;
+    };
+    const RECT small{10, 10, 35, 23};
+    EXPECT_GT(dark(*greyPicture(lines, small, small)), 40);
+    const RECT large{0, 0, 200, 100};
+    const auto whole = greyPicture(lines, large, large);
+    const auto part = greyPicture(lines, large, {50, 20, 90, 60});
+    for (int y = 0; y < 40; ++y)
+        for (int x = 0; x < 40; ++x)
+            ASSERT_EQ(part->pixels()[static_cast<std::size_t>(y * 40 + x)],
+                      whole->pixels()[static_cast<std::size_t>((y + 20) * 200 + x + 50)]);
+    const RECT huge{0, 0, 1000, 500};
+    EXPECT_EQ(dark(*greyPicture(lines, huge, huge)), 255);
+}
+
+}  // namespace
+}  // namespace dravik::test

@@ -1,0 +1,273 @@
+// The program's window as a whole: a font is made, taught, learnt, saved and reads, all through what the
+// operator sees.
+#include "windows/win32/Windows.h"
+// Behind the Windows headers
+#include <shlobj.h>
+
+#include <filesystem>
+#include <fstream>
+#include <sstream>
+
+#include "base/Paths.h"
+#include "base/TemporaryFolder.h"
+#include "gtest/gtest.h"
+#include "windows/app/MainWindow.h"
+#include "windows/app/Win32DemoHands.h"
+#include "windows/com/WicImage.h"
+#include "windows/win32/Peer.h"
+#include "windows/win32/Win32Platform.h"
+#include "windows/win32/WinText.h"
+
+namespace dravik::test {
+
+using namespace app;
+using namespace com;
+using namespace engine;
+using namespace screen;
+using namespace tool;
+using namespace trainer;
+using namespace ui;
+using namespace win32;
+namespace {
+
+const std::string kParts = DRAVIK_SOURCE_DIR "/data/parts/";
+constexpr wchar_t kTestKey[] = L"Software\\Dravik\\Trainer Test";
+
+class TrainerWindow : public testing::Test {
+  protected:
+    TrainerWindow() {
+        OleInitialize(nullptr);
+        open();
+    }
+    ~TrainerWindow() override {
+        close();
+        OleUninitialize();
+        RegDeleteTreeW(HKEY_CURRENT_USER, kTestKey);
+    }
+    void open() {
+        window = std::make_unique<MainWindow>(Settings(kTestKey));
+        platform = std::make_unique<Win32Platform>();
+        platform->owner = [this] { return window->window(); };
+        trainer =
+            std::make_unique<Trainer>(*platform, JobFolder(folder.path("Jobs")), decodeImageFileByWic, false);
+        screen = std::make_unique<OwnScreenHost>(*trainer, window->window(), *platform);
+        window->fill(*trainer, *screen, *platform);
+        window->show();
+        settle();
+    }
+    void close() {
+        if (window) window->close();
+        settle();
+        MSG message{};
+        PeekMessageW(&message, nullptr, WM_QUIT, WM_QUIT, PM_REMOVE);
+        window.reset();
+        screen.reset();
+        trainer.reset();
+        platform.reset();
+    }
+
+    HWND view(const std::string& name) const {
+        const HWND found = findWindowNamed(window->window(), name);
+        if (!found) throw std::runtime_error("no view named " + name);
+        return found;
+    }
+    std::string textOf(const std::string& name) const { return utf8(windowText(view(name))); }
+    // A key for the program's loop; true when it was used there.
+    bool key(UINT code, UINT message = WM_KEYDOWN) {
+        MSG pressed{};
+        pressed.hwnd = GetFocus();
+        pressed.message = message;
+        pressed.wParam = code;
+        const bool used = window->translate(pressed);
+        if (!used) SendMessageW(pressed.hwnd, message, code, 1);
+        settle();
+        return used;
+    }
+    void perform(Command command) {
+        SendMessageW(window->window(), WM_COMMAND, static_cast<WPARAM>(command), 0);
+        settle();
+    }
+    int pixelsOf(HWND shown, COLORREF color) {
+        settle();
+        RECT client{};
+        GetClientRect(shown, &client);
+        Canvas canvas(client.right, client.bottom);
+        SendMessageW(shown, WM_PRINTCLIENT, reinterpret_cast<WPARAM>(canvas.dc()), PRF_CLIENT);
+        int count = 0;
+        for (const std::uint32_t pixel : canvas.pixels())
+            count += RGB(pixel >> 16 & 0xFF, pixel >> 8 & 0xFF, pixel & 0xFF) == color;
+        return count;
+    }
+    void type(const std::string& text) {
+        SetFocus(view("txtSampleInput"));
+        typeOver(view("txtSampleInput"), wide(text));
+        settle();
+    }
+
+    TemporaryFolder folder;
+    std::unique_ptr<MainWindow> window;
+    std::unique_ptr<Win32Platform> platform;
+    std::unique_ptr<Trainer> trainer;
+    std::unique_ptr<OwnScreenHost> screen;
+};
+
+TEST_F(TrainerWindow, TeachesLearnsSavesAndReads) {
+    std::ostringstream told;
+    const auto session = [&](const std::vector<std::string>& paths) {
+        Win32DemoHands hands(*window);
+        DemoSession(hands, *trainer, folder.path(), told).run(paths);
+    };
+    ASSERT_NO_THROW(
+        session({kParts + "rendered_charset/hack_000.png", kParts + "rendered_charset/hack_001.png",
+                 kParts + "rendered_charset/hack_002.png", kParts + "rendered_lines/hack_000.png"}))
+        << told.str();
+    EXPECT_EQ(textOf("reading"), "EXP2026/07/26");
+    EXPECT_EQ(utf8(windowText(window->window())), "demo - Dravik Trainer");
+    EXPECT_TRUE(std::filesystem::exists(toPath(folder.path("Jobs/Fonts/demo.nnd"))));
+    EXPECT_GT(std::filesystem::file_size(toPath(folder.path("09-included.png"))), 10'000u);
+
+    // A changed font: the title says so, and closing asks; No leaves the file as it was.
+    type("EXP2026/07/26");
+    EXPECT_TRUE(key(VK_RETURN));
+    EXPECT_EQ(utf8(windowText(window->window())), "demo* - Dravik Trainer");
+    DialogScript script;
+    script.expect(DialogScript::kMessageBox, [&](HWND box) {
+        EXPECT_EQ(windowText(box), L"Font Changed");
+        SendMessageW(box, WM_COMMAND, IDNO, 0);
+    });
+    SendMessageW(window->window(), WM_CLOSE, 0, 0);
+    EXPECT_TRUE(script.finished());
+    EXPECT_FALSE(window->isOpen());
+    EXPECT_EQ(trainer->tool().summary("demo").samples, 3 * 74);
+}
+
+TEST_F(TrainerWindow, ImagesAreDroppedLeafedThroughAndClosed) {
+    const std::wstring path = toPath(kParts + "rendered_lines").make_preferred().wstring();
+    const std::size_t bytes = sizeof(DROPFILES) + (path.size() + 2) * sizeof(wchar_t);
+    const HGLOBAL memory = GlobalAlloc(GHND, bytes);
+    auto* drop = static_cast<DROPFILES*>(GlobalLock(memory));
+    drop->pFiles = sizeof(DROPFILES);
+    drop->fWide = TRUE;
+    path.copy(reinterpret_cast<wchar_t*>(drop + 1), path.size());
+    GlobalUnlock(memory);
+    SendMessageW(window->window(), WM_DROPFILES, reinterpret_cast<WPARAM>(memory), 0);
+    settle();
+    const OpenedParts& parts = trainer->parts();
+    ASSERT_EQ(parts.count(), 48);
+    EXPECT_TRUE(textOf("partName").starts_with("1 of 48"));
+    perform(Command::Previous);
+    EXPECT_EQ(parts.current(), 0);
+    perform(Command::Next);
+    SetFocus(view("partView"));
+    EXPECT_TRUE(key(VK_NEXT));
+    EXPECT_EQ(parts.current(), 2);
+    SendMessageW(view("thumbnails"), WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(116 + 58, 30));  // the second one
+    settle();
+    EXPECT_EQ(parts.current(), 1);
+    key(VK_RIGHT);
+    EXPECT_EQ(parts.current(), 2);
+    SetFocus(view("txtSampleInput"));
+    EXPECT_TRUE(key(VK_PRIOR));
+    EXPECT_EQ(parts.current(), 1);
+    perform(Command::CloseImage);
+    EXPECT_EQ(parts.count(), 47);
+    perform(Command::CloseAll);
+    EXPECT_EQ(parts.count(), 0);
+    EXPECT_EQ(textOf("partName"), "");
+    perform(Command::ZoomIn);  // nothing to zoom
+}
+
+TEST_F(TrainerWindow, WhatCannotBeOpenedIsSaid) {
+    std::ofstream(toPath(folder.path("broken.png"))) << "no image";
+    window->open({folder.path("absent.png"), folder.path("broken.png")});
+    settle();
+    EXPECT_TRUE(IsWindowVisible(view("problemText(0)")));
+    EXPECT_NE(textOf("problemText(0)").find("absent.png"), std::string::npos);
+    EXPECT_NE(textOf("previewText").find("broken.png"), std::string::npos) << textOf("previewText");
+    window->open({kParts + "rendered_lines/hack_000.png"});
+    settle();
+    EXPECT_FALSE(IsWindowVisible(view("problemText(0)")));
+}
+
+TEST_F(TrainerWindow, AMismatchIsVisibleBeforeInclude) {
+    window->open({kParts + "rendered_lines/hack_000.png"});
+    constexpr COLORREF kWarning = RGB(0xD8, 0x43, 0x15);
+    const auto warnings = [&] { return pixelsOf(view("partView"), kWarning); };
+    Screen& controls = trainer->control().screen();
+    EXPECT_EQ(textOf("previewText"), "13 characters found");
+    EXPECT_EQ(warnings(), 0);
+    controls.sample.txtSampleInput.setText("EXP2026/07/2");
+    EXPECT_NE(textOf("previewText").find("13 characters found, 12 typed"), std::string::npos);
+    EXPECT_GT(warnings(), 20);
+    controls.sample.txtSampleInput.setText("EXP2026/07/26");
+    EXPECT_EQ(warnings(), 0);
+    controls.sample.txtSampleInput.setText("EXP2026/07/266");
+    EXPECT_GT(warnings(), 20);
+}
+
+TEST_F(TrainerWindow, ZoomStaysInItsRangeAndComesBackToTheFit) {
+    window->open({kParts + "rendered_lines/hack_000.png"});
+    settle();
+    PartView& part = window->pane().view();
+    EXPECT_TRUE(part.fits());
+    const double fitting = part.scale();
+    perform(Command::ZoomIn);
+    EXPECT_GT(part.scale(), fitting);
+    EXPECT_FALSE(part.fits());
+    for (int i = 0; i < 60; ++i) perform(Command::ZoomIn);
+    EXPECT_LE(part.scale(), 32);
+    SCROLLINFO bar{};
+    bar.cbSize = sizeof bar;
+    bar.fMask = SIF_ALL;
+    GetScrollInfo(part.window(), SB_HORZ, &bar);
+    EXPECT_GT(bar.nPos, 1000) << "what was in the middle stays there";
+    SendMessageW(part.window(), WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(100, 100));
+    SendMessageW(part.window(), WM_MOUSEMOVE, MK_LBUTTON, MAKELPARAM(60, 100));
+    SendMessageW(part.window(), WM_LBUTTONUP, 0, MAKELPARAM(60, 100));
+    const int before = bar.nPos;
+    GetScrollInfo(part.window(), SB_HORZ, &bar);
+    EXPECT_EQ(bar.nPos, before + 40);
+    perform(Command::ActualSize);
+    EXPECT_DOUBLE_EQ(part.scale(), 1);
+    perform(Command::Fit);
+    EXPECT_DOUBLE_EQ(part.scale(), fitting);
+}
+
+TEST_F(TrainerWindow, TabGoesThroughBothSidesAndRound) {
+    window->open({kParts + "rendered_lines/hack_000.png"});
+    settle();
+    SetFocus(view("cmdSelectFont"));
+    bool onTheRight = false;
+    bool back = false;
+    for (int i = 0; i < 40 && !back; ++i) {
+        EXPECT_TRUE(key(VK_TAB));
+        onTheRight |= GetFocus() == view("thumbnails");
+        back = GetFocus() == view("cmdSelectFont");
+    }
+    EXPECT_TRUE(onTheRight);
+    EXPECT_TRUE(back);
+    EXPECT_TRUE(key('r', WM_SYSCHAR));
+    EXPECT_EQ(GetFocus(), view("reading"));
+}
+
+TEST_F(TrainerWindow, ItsPlaceIsRememberedAndASmallWindowShowsEverythingThatMatters) {
+    MoveWindow(window->window(), 40, 30, 1024, 720, TRUE);
+    settle();
+    RECT all{};
+    GetWindowRect(window->window(), &all);
+    for (const char* name : {"cmdSelectFont", "cmdInclude", "cmdRevert", "lblChar(73)", "sbr", "partView",
+                             "reading", "thumbnails"}) {
+        RECT place{};
+        RECT inside{};
+        GetWindowRect(view(name), &place);
+        EXPECT_TRUE(IntersectRect(&inside, &place, &all) && EqualRect(&inside, &place)) << name;
+    }
+    close();
+    open();
+    RECT again{};
+    GetWindowRect(window->window(), &again);
+    EXPECT_TRUE(EqualRect(&again, &all));
+}
+
+}  // namespace
+}  // namespace dravik::test

@@ -1,0 +1,171 @@
+// What a tool reports arrives with its own number and text, whichever way it is called.
+#include <gtest/gtest.h>
+
+#include "support/Refused.h"
+#include "windows/com/Boundary.h"
+#include "windows/com/ComFontTool.h"
+#include "windows/com/ComText.h"
+#include "windows/com/FontToolObject.h"
+#include "windows/com/LateBound.h"
+// Behind the Windows headers
+#include "screen/support/RecordingTool.h"
+
+namespace dravik {
+
+using namespace com;
+using namespace tool;
+namespace {
+
+// Every operation of the contract, with arguments that suit it.
+const std::vector<std::pair<std::string, std::function<void(FontTool&)>>> kOperations = {
+    {"LoadFont", [](FontTool& tool) { tool.LoadFont("a"); }},
+    {"CreateFont", [](FontTool& tool) { tool.CreateFont("a"); }},
+    {"DeleteFont", [](FontTool& tool) { tool.DeleteFont("a"); }},
+    {"RenameFont", [](FontTool& tool) { tool.RenameFont("a", "b"); }},
+    {"DuplicateFont", [](FontTool& tool) { tool.DuplicateFont("a", "b"); }},
+    {"SetCharacterSet",
+     [](FontTool& tool) {
+         tool.SetCharacterSet({"A", "\xC3\x84"});
+     }},
+    {"IncludeSamples", [](FontTool& tool) { tool.IncludeSamples("A\xC3\x84"); }},
+    {"CommitNewSamples", [](FontTool& tool) { tool.CommitNewSamples(); }},
+    {"SetTrainTimeout", [](FontTool& tool) { tool.SetTrainTimeout(20); }},
+    {"StartTraining", [](FontTool& tool) { tool.StartTraining(); }},
+    {"SaveFont", [](FontTool& tool) { tool.SaveFont("a"); }},
+    {"RevertFont", [](FontTool& tool) { tool.RevertFont("a"); }},
+    {"GetFontList", [](FontTool& tool) { tool.GetFontList(); }},
+    {"GetCharacterSet", [](FontTool& tool) { tool.GetCharacterSet(); }},
+    {"GetTrainTimeout", [](FontTool& tool) { tool.GetTrainTimeout(); }},
+    {"IsTrainingDone", [](FontTool& tool) { tool.IsTrainingDone(); }},
+    {"GetRmsError", [](FontTool& tool) { tool.GetRmsError(); }},
+    {"IsTrainingAborted", [](FontTool& tool) { tool.IsTrainingAborted(); }},
+    {"GetTrainCycles", [](FontTool& tool) { tool.GetTrainCycles(); }},
+    {"StopTraining", [](FontTool& tool) { tool.StopTraining(); }},
+    {"GetUncommittedSamples", [](FontTool& tool) { tool.GetUncommittedSamples(); }},
+    {"DeleteSample", [](FontTool& tool) { tool.DeleteSample(200001); }},
+    {"GetSampleData", [](FontTool& tool) { tool.GetSampleData(kAllCommitted, kSampleFields); }},
+};
+
+TEST(Failures, OfEveryOperationArriveWithTheToolsNumberAndText) {
+    const auto recording = std::make_shared<test::RecordingTool>();
+    const auto direct = std::make_shared<test::RecordingTool>();
+    recording->fonts = direct->fonts = {"a", "b"};
+    const auto object = comFromStep(recording);
+    for (const auto adapter : {fontToolOf, lateBoundFontToolOf}) {
+        const auto tool = adapter(object.get());
+        for (const auto& [name, call] : kOperations) {
+            call(*direct);
+            ASSERT_NO_THROW(call(*tool)) << name;
+            ASSERT_EQ(recording->calls.back(), direct->calls.back()) << "the arguments differ";
+            for (const std::int32_t number : {9, 1017, static_cast<std::int32_t>(0x80040217)}) {
+                recording->failAt(name, number, "Camera \xC3\xBC is away");
+                const Failure failure = test::failureOfAction([&] { call(*tool); });
+                EXPECT_EQ(failure.number(), number) << name;
+                EXPECT_EQ(failure.description(), "Camera \xC3\xBC is away") << name;
+            }
+            recording->succeedAt(name);
+        }
+    }
+}
+
+// An object whose calls end with what a test says.
+class Reporting : public IDispatch, public ISupportErrorInfo {
+  public:
+    HRESULT code = DISP_E_EXCEPTION;
+    EXCEPINFO exception{};
+    bool supports = true;
+
+    HRESULT STDMETHODCALLTYPE QueryInterface(REFIID iid, void** out) override {
+        *out = nullptr;
+        if (iid == IID_ISupportErrorInfo) return handOut(static_cast<ISupportErrorInfo*>(this), out);
+        if (iid != IID_IUnknown && iid != IID_IDispatch) return E_NOINTERFACE;
+        return handOut(static_cast<IDispatch*>(this), out);
+    }
+    ULONG STDMETHODCALLTYPE AddRef() override { return 2; }
+    ULONG STDMETHODCALLTYPE Release() override { return 1; }
+    HRESULT STDMETHODCALLTYPE GetTypeInfoCount(UINT*) override { return E_NOTIMPL; }
+    HRESULT STDMETHODCALLTYPE GetTypeInfo(UINT, LCID, ITypeInfo**) override { return E_NOTIMPL; }
+    HRESULT STDMETHODCALLTYPE GetIDsOfNames(REFIID, LPOLESTR*, UINT, LCID, DISPID* ids) override {
+        *ids = 1;
+        return S_OK;
+    }
+    HRESULT STDMETHODCALLTYPE Invoke(DISPID, REFIID, LCID, WORD, DISPPARAMS*, VARIANT*, EXCEPINFO* out,
+                                     UINT*) override {
+        *out = exception;
+        return code;
+    }
+    HRESULT STDMETHODCALLTYPE InterfaceSupportsErrorInfo(REFIID) override {
+        return supports ? S_OK : S_FALSE;
+    }
+};
+
+Failure failureOfCall(Reporting& object) {
+    return test::failureOfAction([&] { LateBound(static_cast<IDispatch*>(&object)).call(L"Anything"); });
+}
+
+HRESULT __stdcall fillIn(EXCEPINFO* exception) {
+    exception->bstrDescription = SysAllocString(L"filled in late");
+    exception->scode = static_cast<SCODE>(0x800A0046);
+    return S_OK;
+}
+
+TEST(Failures, OfLateBoundCallsAreReadInEveryFormTheyHave) {
+    Reporting object;
+    object.exception.wCode = 1001;
+    object.exception.bstrDescription = SysAllocString(L"own text");
+    object.exception.bstrSource = SysAllocString(L"Tool");
+    Failure failure = failureOfCall(object);
+    EXPECT_EQ(failure.number(), 1001);
+    EXPECT_EQ(failure.description(), "own text");
+    EXPECT_EQ(failure.source(), "Tool");
+
+    object.exception = {};
+    object.exception.pfnDeferredFillIn = fillIn;
+    failure = failureOfCall(object);
+    EXPECT_EQ(failure.number(), 70);
+    EXPECT_EQ(failure.description(), "filled in late");
+
+    object.exception = {};
+    object.exception.scode = static_cast<SCODE>(0x800A0009);
+    failure = failureOfCall(object);
+    EXPECT_EQ(failure.number(), 9);
+    EXPECT_EQ(failure.description(), "Subscript out of range");
+
+    object.code = DISP_E_TYPEMISMATCH;
+    EXPECT_EQ(failureOfCall(object).number(), 13);
+    object.code = RPC_E_DISCONNECTED;
+    failure = failureOfCall(object);
+    EXPECT_EQ(failure.number(), static_cast<std::int32_t>(RPC_E_DISCONNECTED));
+    EXPECT_FALSE(failure.description().empty());
+}
+
+TEST(Failures, TextsThatSomebodyElseLeftAreNotTaken) {
+    Reporting object;
+    object.supports = false;
+    comCall(IID_IDispatch, L"Somebody", [] { throw Failure(1, "old text"); });
+    const Failure failure =
+        test::failureOfAction([&] { check(E_FAIL, static_cast<IDispatch*>(&object), IID_IDispatch); });
+    EXPECT_NE(failure.description(), "old text");
+    EXPECT_EQ(failure.number(), static_cast<std::int32_t>(E_FAIL));
+}
+
+TEST(Failures, OfAnyKindLeaveAsCodes) {
+    EXPECT_EQ(comCall(IID_IDispatch, L"", [] { throw std::bad_alloc(); }), E_OUTOFMEMORY);
+    EXPECT_EQ(comCall(IID_IDispatch, L"", [] { throw 5; }), static_cast<HRESULT>(0x800A0033));
+    EXPECT_EQ(comCall(IID_IDispatch, L"", [] { throw Failure(RuntimeError::TypeMismatch); }),
+              static_cast<HRESULT>(0x800A000D));
+    EXPECT_EQ(
+        comCall(IID_IDispatch, L"Page",
+                [] { throw Failure(E_FAIL, "Given step is not Dravik Tool", "DravikPage.DravikPage"); }),
+        E_FAIL);
+    ComPtr<IErrorInfo> info;
+    ASSERT_EQ(GetErrorInfo(0, info.put()), S_OK);
+    Bstr source, description;
+    info->GetSource(source.put());
+    info->GetDescription(description.put());
+    EXPECT_EQ(source.utf8(), "DravikPage.DravikPage");
+    EXPECT_EQ(description.utf8(), "Given step is not Dravik Tool");
+}
+
+}  // namespace
+}  // namespace dravik

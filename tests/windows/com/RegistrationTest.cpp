@@ -1,0 +1,208 @@
+// The server in the registry: every entry, creating through it, and none left afterwards.
+#include "windows/server/Registration.h"
+
+#include <DravikLib.h>
+#include <gtest/gtest.h>
+
+#include <set>
+
+#include "windows/com/Boundary.h"
+#include "windows/com/LateBound.h"
+#include "windows/com/Module.h"
+#include "windows/com/Variant.h"
+#include "windows/com/support/ControlFile.h"
+#include "windows/com/support/RegistryDump.h"
+#include "windows/server/RegistryTransaction.h"
+
+namespace dravik {
+
+using namespace com;
+using namespace server;
+namespace {
+
+using Dll = test::ControlFile;
+using test::registryDump;
+
+constexpr wchar_t kClasses[] = L"Software\\Classes\\";
+
+std::wstring machineText(const std::wstring& key, const std::wstring& name = {}) {
+    return registryText(HKEY_LOCAL_MACHINE, kClasses + key, name);
+}
+
+HRESULT nothing(REFIID, void**) {
+    return E_NOTIMPL;
+}
+
+// A control beside the embedded step.
+std::vector<RegisteredClass> classes() {
+    RegisteredClass control;
+    control.identifier = {0xB19EFBE9, 0xEA51, 0x48C7, {0x93, 0x35, 0xD5, 0x38, 0x04, 0x2C, 0x1C, 0x2D}};
+    control.programIdentifier = L"DravikTest.Control";
+    control.description = L"A control";
+    control.library = embeddedStepClass().library;
+    control.create = nothing;
+    control.control = RegisteredClass::Control{0x20191, 101};
+    return {embeddedStepClass(), control};
+}
+
+class RegistrationTest : public testing::Test {
+  protected:
+    static void SetUpTestSuite() {
+        unregisterServer(classes(), Scope::User);
+        unregisterServer(classes(), Scope::Machine);
+        allBefore = registryDump({L""});
+    }
+    // Nothing anywhere else either.
+    static void TearDownTestSuite() { EXPECT_EQ(registryDump({L""}), allBefore); }
+
+    RegistrationTest() : before_(own()) {}
+    ~RegistrationTest() override { EXPECT_EQ(own(), before_); }
+
+    // What is below the keys that the server writes.
+    std::string own() const {
+        std::set<std::wstring> keys;
+        for (const RegistryEntry& entry : registryEntries(all_))
+            keys.insert(entry.key.substr(0, entry.key.find(L'\\', entry.top.size() + 1)));
+        return registryDump(keys);
+    }
+
+    static inline std::string allBefore;
+    const std::vector<RegisteredClass> all_ = classes();
+    const std::string before_;
+};
+
+TEST_F(RegistrationTest, EntersWhatAControlNeedsAndTakesItAwayAgain) {
+    registerServer(all_, Scope::Machine);
+    const std::wstring path = modulePath();
+    const std::wstring control = L"CLSID\\{B19EFBE9-EA51-48C7-9335-D538042C1C2D}";
+    EXPECT_EQ(machineText(control), L"A control");
+    EXPECT_EQ(machineText(control + L"\\InprocServer32"), path);
+    EXPECT_EQ(machineText(control + L"\\InprocServer32", L"ThreadingModel"), L"Apartment");
+    EXPECT_EQ(machineText(control + L"\\ProgID"), L"DravikTest.Control.1");
+    EXPECT_EQ(machineText(control + L"\\VersionIndependentProgID"), L"DravikTest.Control");
+    EXPECT_EQ(machineText(control + L"\\Version"), L"1.0");
+    EXPECT_EQ(machineText(control + L"\\MiscStatus"), L"0");
+    EXPECT_EQ(machineText(control + L"\\MiscStatus\\1"), L"131473");
+    EXPECT_EQ(machineText(control + L"\\ToolboxBitmap32"), path + L", 101");
+    EXPECT_TRUE(hasKey(HKEY_LOCAL_MACHINE, kClasses + control + L"\\Control"));
+    EXPECT_TRUE(
+        hasKey(HKEY_LOCAL_MACHINE,
+               kClasses + control + L"\\Implemented Categories\\{40FC6ED4-2438-11CF-A3DB-080036F12502}"));
+    EXPECT_FALSE(hasKey(HKEY_LOCAL_MACHINE, kClasses + control + L"\\Insertable"));
+    EXPECT_EQ(machineText(L"DravikTest.Control\\CurVer"), L"DravikTest.Control.1");
+    EXPECT_EQ(machineText(L"DravikTest.Control.1\\CLSID"), L"{B19EFBE9-EA51-48C7-9335-D538042C1C2D}");
+    const std::wstring tool = L"CLSID\\{1B6009B3-7029-4764-8499-D3F97CB96ACA}";
+    EXPECT_EQ(machineText(tool + L"\\ProgID"), L"Dravik.EmbeddedStep.1");
+    EXPECT_FALSE(hasKey(HKEY_LOCAL_MACHINE, kClasses + tool + L"\\Control"));
+
+    // Each library by its identifier, and each interface with the library that describes it first.
+    EXPECT_EQ(machineText(L"TypeLib\\{C3975B05-1E7B-44D3-8653-3DDB24C5FF4E}\\1.0"),
+              L"Tamberlux Controls: Dravik Custom Property Pages");
+    ComPtr<ITypeLib> library;
+    EXPECT_EQ(LoadRegTypeLib(LIBID_DravikLib, 1, 0, 0, library.put()), S_OK);
+    EXPECT_EQ(machineText(L"Interface\\{5536B3D3-C530-11D3-B4D9-00609769E417}"), L"IFontTool");
+    EXPECT_EQ(machineText(L"Interface\\{5536B3D3-C530-11D3-B4D9-00609769E417}\\TypeLib"),
+              L"{A7230994-BF7A-423D-B658-CCF37FD7E6A8}");
+    for (const std::wstring identifier :
+         {L"{6D2C593D-1C69-4404-ACD4-6F0B091F52CD}", L"{1D488D37-0865-4068-B239-99D58B508366}"})
+        EXPECT_EQ(machineText(L"Interface\\" + identifier + L"\\TypeLib"),
+                  L"{D93B71CB-2FAE-45F6-BC16-B40C29815A58}");
+
+    registerServer(all_, Scope::Machine);
+    unregisterServer(all_, Scope::Machine);
+}
+
+TEST_F(RegistrationTest, LeavesWhatOthersPutBelowItsKeys) {
+    RegistryTransaction foreign(HKEY_LOCAL_MACHINE);
+    registerServer(all_, Scope::Machine);
+    const std::wstring component = L"CLSID\\{1B6009B3-7029-4764-8499-D3F97CB96ACA}";
+    foreign.set(kClasses + component + L"\\InprocServer32\\1.0", L"Assembly", L"Wrapper");
+    foreign.set(kClasses + component, L"AppID", L"somebody's");
+    unregisterServer(all_, Scope::Machine);
+    EXPECT_EQ(machineText(component + L"\\InprocServer32\\1.0", L"Assembly"), L"Wrapper");
+    EXPECT_EQ(machineText(component + L"\\InprocServer32"), L"");
+    EXPECT_EQ(machineText(component), L"");
+    EXPECT_FALSE(hasKey(HKEY_LOCAL_MACHINE, kClasses + component + L"\\ProgID"));
+    // The transaction made neither key, so the test takes away what is left of them.
+    RegDeleteTreeW(HKEY_LOCAL_MACHINE, (kClasses + component).c_str());
+    foreign.keep();
+}
+
+TEST_F(RegistrationTest, LeavesInterfacesToTheLibraryThatHasThem) {
+    RegistryTransaction foreign(HKEY_LOCAL_MACHINE);
+    const std::wstring tool = L"Interface\\{5536B3D3-C530-11D3-B4D9-00609769E417}";
+    foreign.set(kClasses + tool, L"", L"The host's tool");
+    foreign.set(kClasses + tool + L"\\TypeLib", L"", L"{AAAAAAAA-0000-0000-0000-000000000001}");
+    const std::string between = own();
+    registerServer(all_, Scope::Machine);
+    EXPECT_EQ(machineText(tool), L"The host's tool");
+    EXPECT_FALSE(hasKey(HKEY_LOCAL_MACHINE, kClasses + tool + L"\\ProxyStubClsid32"));
+    unregisterServer(all_, Scope::Machine);
+    EXPECT_EQ(own(), between);
+}
+
+TEST_F(RegistrationTest, FailureHalfWayTakesBackWhatWasWritten) {
+    auto broken = all_;
+    broken.back().programIdentifier = std::wstring(300, L'x');
+    EXPECT_THROW(registerServer(broken, Scope::Machine), Failure);
+    EXPECT_EQ(own(), before_);
+
+    // Also what stood there before.
+    registerServer(all_, Scope::Machine);
+    const std::string registered = own();
+    broken.front().description = L"changed";
+    EXPECT_THROW(registerServer(broken, Scope::Machine), Failure);
+    EXPECT_EQ(own(), registered);
+    unregisterServer(all_, Scope::Machine);
+}
+
+TEST_F(RegistrationTest, ObjectsAreMadeThroughTheRegistryAndTheServerUnloads) {
+    ASSERT_TRUE(Dll());
+    ASSERT_EQ(Dll()("DllRegisterServer"), S_OK);
+    EXPECT_FALSE(Dll::isLoaded());
+    {
+        CLSID identifier;
+        ASSERT_EQ(CLSIDFromProgID(L"Dravik.EmbeddedStep", &identifier), S_OK);
+        ComPtr<IFontTool> tool;
+        ASSERT_EQ(
+            CoCreateInstance(identifier, nullptr, CLSCTX_INPROC_SERVER, __uuidof(IFontTool), tool.putVoid()),
+            S_OK);
+        EXPECT_TRUE(Dll::isLoaded());
+        EXPECT_EQ(textOf(LateBound(tool.get()).property(L"ProgId").get()), "Step.DravikTool.1");
+        ComPtr<IUnknown> aggregate;
+        EXPECT_EQ(
+            CoCreateInstance(identifier, tool.get(), CLSCTX_INPROC_SERVER, IID_IUnknown, aggregate.putVoid()),
+            CLASS_E_NOAGGREGATION);
+        CoFreeUnusedLibrariesEx(0, 0);
+        EXPECT_EQ(Dll()("DllCanUnloadNow"), S_FALSE);
+    }
+    EXPECT_EQ(Dll()("DllCanUnloadNow"), S_OK);
+    CoFreeUnusedLibrariesEx(0, 0);
+    EXPECT_FALSE(Dll::isLoaded());
+    EXPECT_EQ(Dll()("DllUnregisterServer"), S_OK);
+}
+
+TEST_F(RegistrationTest, AUserCanHaveTheServerForHimself) {
+    const Dll dll;
+    auto* install = dll.find<HRESULT __stdcall(BOOL, LPCWSTR)>("DllInstall");
+    const std::wstring key = std::wstring(kClasses) + L"Dravik.EmbeddedStep.1";
+    ASSERT_EQ(install(TRUE, L"user"), S_OK);
+    EXPECT_TRUE(hasKey(HKEY_CURRENT_USER, key));
+    EXPECT_FALSE(hasKey(HKEY_LOCAL_MACHINE, key));
+    EXPECT_EQ(install(FALSE, L"user"), S_OK);
+}
+
+TEST_F(RegistrationTest, UnknownClassesAreRefused) {
+    const Dll dll;
+    auto* classObject = dll.find<HRESULT __stdcall(REFCLSID, REFIID, void**)>("DllGetClassObject");
+    void* out = &out;
+    EXPECT_EQ(classObject(IID_IUnknown, IID_IClassFactory, &out), CLASS_E_CLASSNOTAVAILABLE);
+    EXPECT_EQ(out, nullptr);
+    EXPECT_EQ(classObject(IID_IUnknown, IID_IClassFactory, nullptr), E_POINTER);
+    ComPtr<IUnknown> factory;
+    EXPECT_EQ(classObject(__uuidof(EmbeddedStep), IID_IDispatch, factory.putVoid()), E_NOINTERFACE);
+    EXPECT_EQ(dll("DllCanUnloadNow"), S_OK);
+}
+
+}  // namespace
+}  // namespace dravik

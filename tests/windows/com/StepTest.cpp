@@ -1,0 +1,136 @@
+// Steps on their way through COM, and the embedded step that programs and scripts create.
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "support/Refused.h"
+#include "windows/com/Boundary.h"
+#include "windows/com/ComStep.h"
+#include "windows/com/ComText.h"
+#include "windows/com/EmbeddedStepObject.h"
+#include "windows/com/LateBound.h"
+#include "windows/com/Variant.h"
+#include "windows/com/support/ImageFile.h"
+// Behind the Windows headers
+#include "base/TemporaryFolder.h"
+#include "contract/DrawnText.h"
+#include "screen/support/RecordingTool.h"
+
+namespace dravik {
+
+using namespace com;
+using namespace engine;
+using namespace tool;
+namespace {
+
+using test::refusal;
+
+// Hides which module it comes from, and what it can be besides an object with IStep and IFontTool.
+class Stranger : public FontToolObject {
+  public:
+    using FontToolObject::FontToolObject;
+    HRESULT STDMETHODCALLTYPE QueryInterface(REFIID iid, void** out) override {
+        if (iid == __uuidof(INativeStep)) return E_NOINTERFACE;
+        return FontToolObject::QueryInterface(iid, out);
+    }
+};
+
+TEST(ComStep, ComesBackAsItselfAndLivesAsLongAsItIsHeld) {
+    const auto recording = std::make_shared<test::RecordingTool>();
+    {
+        const auto object = comFromStep(recording);
+        EXPECT_EQ(stepFromCom(object.get()), recording);
+    }
+    EXPECT_EQ(recording.use_count(), 1) << "the object went with its last reference";
+    EXPECT_EQ(moduleObjects(), 0);
+
+    auto* stranger = new Stranger(recording);
+    StepPtr step = stepFromCom(static_cast<IFontTool*>(stranger));
+    stranger->Release();
+    ASSERT_TRUE(step);
+    EXPECT_NE(step, recording);
+    EXPECT_EQ(step->programIdentifier(), kDravikStep);
+    EXPECT_EQ(step->datum(kSelectedFontDatum), 1);
+    EXPECT_NE(refusal([&] { step->datum("None"); }), 0);
+    step->fontTool().CommitNewSamples();
+    EXPECT_EQ(recording->calls.back(), "CommitNewSamples()");
+    EXPECT_EQ(comFromStep(step).get(), ComPtr<IUnknown>(static_cast<IFontTool*>(stranger)).get());
+    step.reset();
+    EXPECT_EQ(moduleObjects(), 0);
+    EXPECT_EQ(recording.use_count(), 1);
+
+    EXPECT_EQ(stepFromCom(nullptr), nullptr);
+    EXPECT_FALSE(comFromStep(nullptr));
+}
+
+TEST(ComStep, ObjectsThatAreNoStepsAreRefused) {
+    ComPtr<ICreateErrorInfo> made;
+    ASSERT_EQ(CreateErrorInfo(made.put()), S_OK);
+    EXPECT_EQ(refusal([&] { stepFromCom(made.get()); }), 13);
+}
+
+template <typename... Arguments>
+Variant call(LateBound& object, const wchar_t* name, Arguments... arguments) {
+    std::array<Variant, sizeof...(Arguments)> values{Variant(std::move(arguments))...};
+    return object.call(name, values);
+}
+
+Variant bytesOf(const GreyImage& image) {
+    SAFEARRAY* array = SafeArrayCreateVector(VT_UI1, 0, static_cast<ULONG>(image.width() * image.height()));
+    for (LONG i = 0; i < image.width() * image.height(); ++i) {
+        BYTE value = image(i % image.width(), i / image.width());
+        check(SafeArrayPutElement(array, &i, &value));
+    }
+    return Variant::ofArray(VT_UI1, array);
+}
+
+TEST(EmbeddedStep, LearnsAndReadsForAProgramThatCallsItByNames) {
+    const TemporaryFolder folder;
+    const auto made = ComPtr<IEmbeddedStep>::attach(new EmbeddedStepObject);
+    ASSERT_EQ(made->put_JobsFolder(Bstr(folder.path()).get()), S_OK);
+    LateBound step(made.get());
+    EXPECT_EQ(textOf(step.property(L"ProgId").get()), kDravikStep);
+    EXPECT_EQ(numberOf(call(step, L"Datum", Bstr("SelFont")).get()), 0);
+    call(step, L"CreateFont", Bstr("F"));
+
+    const GreyImage text = drawn({"ABC", "TEL"});
+    call(step, L"SetImage", std::int32_t{text.width()}, std::int32_t{text.height()}, bytesOf(text));
+    call(step, L"IncludeSamples", Bstr("ABCTEL"));
+    call(step, L"CommitNewSamples");
+    call(step, L"StartTraining");
+    while (!truthOf(call(step, L"IsTrainingDone").get())) Sleep(2);
+    EXPECT_EQ(textOf(call(step, L"ReadImage").get()), "ABC\r\nTEL");
+    call(step, L"SaveFont", Bstr("F"));
+    EXPECT_EQ(numberOf(call(step, L"Datum", Bstr("SelFont")).get()), 1);
+
+    // The same image from files.
+    for (const auto& [name, container] : {std::pair{"text.png", &GUID_ContainerFormatPng},
+                                          std::pair{"t\xC3\xA4xt.bmp", &GUID_ContainerFormatBmp},
+                                          std::pair{"text.jpg", &GUID_ContainerFormatJpeg}}) {
+        const std::string path = folder.path() + "\\" + name;
+        test::writeImage(path, drawn({"LATE"}), *container);
+        call(step, L"OpenImage", Bstr(path));
+        EXPECT_EQ(textOf(call(step, L"ReadImage").get()), "LATE") << name;
+    }
+    EXPECT_EQ(refusal([&] { call(step, L"OpenImage", Bstr(folder.path() + "\\none.png")); }), 53);
+    EXPECT_EQ(refusal([&] { call(step, L"OpenImage", Bstr(folder.path())); }), 75);
+    EXPECT_EQ(textOf(call(step, L"ReadImage").get()), "LATE") << "a file that is refused changes nothing";
+}
+
+TEST(EmbeddedStep, RefusesImagesThatAreNotWhatTheySay) {
+    const auto step = ComPtr<IEmbeddedStep>::attach(new EmbeddedStepObject);
+    const Variant nine = bytesOf(GreyImage(3, 3));
+    EXPECT_EQ(step->SetImage(4, 3, nine.get()), static_cast<HRESULT>(0x800A0009));
+    EXPECT_EQ(step->SetImage(-3, -3, nine.get()), static_cast<HRESULT>(0x800A0005));
+    EXPECT_EQ(step->SetImage(1'000'000, 1'000'000, nine.get()), static_cast<HRESULT>(0x800A0005));
+    EXPECT_EQ(step->SetImage(3, 3, Variant(1.0).get()), static_cast<HRESULT>(0x800A000D));
+    EXPECT_EQ(step->SetImage(3, 3, nine.get()), S_OK);
+    EXPECT_EQ(step->put_JobsFolder(Bstr("C:\\elsewhere").get()), static_cast<HRESULT>(0x800A0005));
+    EXPECT_EQ(step->ReadImage(nullptr), E_POINTER);
+    ComPtr<IFontTool> tool = step.as<IFontTool>();
+    ASSERT_TRUE(tool);
+    EXPECT_EQ(tool->GetFontList(nullptr), E_POINTER);
+    EXPECT_EQ(tool->Reserved1(), E_NOTIMPL);
+}
+
+}  // namespace
+}  // namespace dravik

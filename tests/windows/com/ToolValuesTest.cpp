@@ -1,0 +1,148 @@
+// Arrays of every kind that tools answer with, and those that must be refused.
+#include "windows/com/ToolValues.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "support/Refused.h"
+#include "windows/com/ArrayView.h"
+#include "windows/com/Boundary.h"
+
+namespace dravik {
+
+using namespace com;
+using namespace tool;
+namespace {
+
+using test::refusal;
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+// A table of rows x columns with those lower bounds; row r, column c holds 100 * r + c.
+template <typename T>
+Variant numbers(VARTYPE type, ULONG rows, ULONG columns, LONG rowBound = 0, LONG columnBound = 0) {
+    SAFEARRAYBOUND bounds[] = {{rows, rowBound}, {columns, columnBound}};
+    SAFEARRAY* array = SafeArrayCreate(type, 2, bounds);
+    for (LONG row = 0; row < static_cast<LONG>(rows); ++row)
+        for (LONG column = 0; column < static_cast<LONG>(columns); ++column) {
+            LONG place[] = {rowBound + row, columnBound + column};
+            T value = static_cast<T>(100 * row + column);
+            check(SafeArrayPutElement(array, place, &value));
+        }
+    return Variant::ofArray(type, array);
+}
+
+Variant list(VARTYPE type, ULONG count, LONG lowerBound = 0) {
+    return Variant::ofArray(type, SafeArrayCreateVector(type, lowerBound, count));
+}
+
+TEST(ToolValues, TablesAreReadWhateverTheirElementsAndBounds) {
+    const auto expectTable = [](Variant value) {
+        const RecordTablePtr table = tableOf(std::move(value));
+        ASSERT_TRUE(table);
+        EXPECT_EQ(table->upperRow(), 2);
+        EXPECT_EQ(table->upperColumn(), 3);
+        EXPECT_EQ(table->number(0, 3), 3);
+        EXPECT_EQ(table->number(2, 0), 200);
+        EXPECT_EQ(cellNumber(table->cell(1, 2)), 102);
+        EXPECT_THAT(table->codes(), ElementsAre(101, 201));
+        EXPECT_THAT(table->values(), ElementsAre(102, 202));
+        EXPECT_EQ(refusal([&] { table->number(3, 0); }), 9);
+        EXPECT_EQ(refusal([&] { table->cell(0, 4); }), 9);
+        EXPECT_EQ(refusal([&] { table->cell(-1, 0); }), 9);
+    };
+    expectTable(numbers<double>(VT_R8, 3, 4));
+    expectTable(numbers<float>(VT_R4, 3, 4, 1, 1));
+    expectTable(numbers<std::int32_t>(VT_I4, 3, 4, -5, 9));
+    expectTable(numbers<std::int16_t>(VT_I2, 3, 4, 0, 1));
+
+    // By reference, to the array and to a value that has it: what the table shows stays when the owner's
+    // goes.
+    auto owned = std::make_unique<Variant>(numbers<double>(VT_R8, 3, 4));
+    Variant reference;
+    reference.get().vt = VT_BYREF | VT_ARRAY | VT_R8;
+    reference.get().pparray = &owned->get().parray;
+    RecordTablePtr table = tableOf(std::move(reference));
+    reference = Variant();
+    reference.get().vt = VT_BYREF | VT_VARIANT;
+    reference.get().pvarVal = &owned->get();
+    const RecordTablePtr second = tableOf(std::move(reference));
+    owned.reset();
+    EXPECT_EQ(table->number(2, 3), 203);
+    EXPECT_EQ(second->number(2, 3), 203);
+}
+
+TEST(ToolValues, CellsOfAnyKindAreNumbersTextsOrNothing) {
+    const std::vector<Cell> cells = {8.5, "8,5", std::string(), "7", std::monostate()};
+    struct Rows : RecordTable {
+        explicit Rows(const std::vector<Cell>& of) : cells(of) {}
+        int upperRow() const noexcept override { return 0; }
+        int upperColumn() const noexcept override { return static_cast<int>(cells.size()) - 1; }
+        Cell cell(int, int column) const override { return cells[static_cast<std::size_t>(column)]; }
+        const std::vector<Cell>& cells;
+    };
+    const Rows rows(cells);
+    const RecordTablePtr table = tableOf(tableValue(&rows));
+    ASSERT_TRUE(table);
+    for (int column = 0; column <= rows.upperColumn(); ++column)
+        EXPECT_EQ(table->cell(0, column), cells[static_cast<std::size_t>(column)]) << column;
+    EXPECT_EQ(table->number(0, 3), 7);
+    EXPECT_EQ(refusal([&] { table->number(0, 1); }), 13);
+    EXPECT_EQ(refusal([&] { table->number(0, 4); }), 13);
+
+    VARIANT money{};
+    money.vt = VT_CY;
+    money.cyVal.int64 = 12500;
+    EXPECT_EQ(cellNumber(cellOf(money)), 1.25);
+    VARIANT object{};
+    object.vt = VT_DISPATCH;
+    EXPECT_TRUE(isNothing(object));
+    VARIANT nowhere{};
+    nowhere.vt = VT_BYREF | VT_I4;
+    EXPECT_THROW(cellOf(nowhere), Failure);
+}
+
+TEST(ToolValues, NothingIsEmptyNullAndArraysWithoutElements) {
+    std::vector<Variant> nothings;
+    nothings.emplace_back();
+    nothings.emplace_back();
+    nothings.back().get().vt = VT_NULL;
+    nothings.push_back(list(VT_VARIANT, 0));
+    nothings.push_back(numbers<double>(VT_R8, 0, 54));
+    nothings.push_back(Variant::ofArray(VT_BSTR, nullptr));
+    nothings.emplace_back(static_cast<IDispatch*>(nullptr));
+    for (Variant& nothing : nothings) {
+        EXPECT_THAT(textsOf(nothing.get()), IsEmpty());
+        EXPECT_THAT(int32sOf(nothing.get()), IsEmpty());
+        EXPECT_THAT(firstColumnOf(nothing.get()), IsEmpty());
+        EXPECT_EQ(tableOf(std::move(nothing)), nullptr);
+    }
+    EXPECT_EQ(tableValue(nullptr).get().vt, VT_EMPTY);
+    EXPECT_EQ(columnValue({}).get().vt, VT_EMPTY);
+}
+
+TEST(ToolValues, WrongShapesAreRefused) {
+    EXPECT_EQ(refusal([] { tableOf(list(VT_R8, 54)); }), 9);
+    EXPECT_EQ(refusal([] { tableOf(Variant(3.0)); }), 13);
+    EXPECT_EQ(refusal([] { tableOf(Variant(Bstr("table"))); }), 13);
+    EXPECT_EQ(refusal([] { textsOf(numbers<double>(VT_R8, 2, 2).get()); }), 9);
+    EXPECT_EQ(refusal([] { textsOf(Variant(Bstr("Arial")).get()); }), 13);
+    EXPECT_EQ(refusal([] { firstColumnOf(list(VT_BSTR, 3).get()); }), 9);
+    SAFEARRAYBOUND cube[] = {{2, 0}, {2, 0}, {2, 0}};
+    EXPECT_EQ(refusal([&] { tableOf(Variant::ofArray(VT_R8, SafeArrayCreate(VT_R8, 3, cube))); }), 9);
+
+    // An array that is not what its label says.
+    Variant mislabelled = numbers<std::int16_t>(VT_I2, 2, 2);
+    mislabelled.get().vt = VT_ARRAY | VT_VARIANT;
+    EXPECT_EQ(refusal([&] { ArrayView(mislabelled.get(), 2); }), 13);
+    mislabelled.get().vt = VT_ARRAY | VT_I2;
+
+    const std::vector<std::string> words = {"1", "two"};
+    EXPECT_EQ(refusal([&] { int32sOf(listValue(words, Elements::Variants).get()); }), 13);
+    const std::vector<std::int32_t> large = {70000};
+    EXPECT_EQ(refusal([&] { int16sOf(listValue(large, Elements::Typed).get()); }), 6);
+}
+
+}  // namespace
+}  // namespace dravik

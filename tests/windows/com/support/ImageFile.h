@@ -1,0 +1,24 @@
+// Image files that tests write.
+#pragma once
+
+#include "windows/com/WindowsSdk.h"
+// Behind the Windows headers
+#include <wincodec.h>
+
+#include <vector>
+
+#include "engine/image/GreyImage.h"
+
+namespace dravik::test {
+
+using namespace engine;
+
+// An image of the pixels' bytes as they are in that format, `stride` bytes a row, in a file of the container
+// (GUID_ContainerFormatPng, ...). The path is UTF-8. Raises Failure, also where the container cannot keep the
+// format as it is.
+void writeImage(const std::string& path, const GUID& container, const WICPixelFormatGUID& format, UINT width,
+                UINT height, UINT stride, std::vector<BYTE> bytes);
+// The image in colours.
+void writeImage(const std::string& path, const GreyImage& image, const GUID& container);
+
+}  // namespace dravik::test

@@ -1,0 +1,324 @@
+// What a container that takes the rules at their word asks of a control.
+#include "windows/control/support/Bench.h"
+// Behind the Windows headers
+#include <commctrl.h>
+
+#include <map>
+
+#include "windows/com/ComText.h"
+
+namespace dravik {
+
+using namespace app;
+using namespace com;
+namespace {
+
+template <class Interface>
+ComPtr<Interface> as(const Host& host) {
+    return ComPtr<IUnknown>(host.control()).as<Interface>();
+}
+
+ComPtr<IUnknown> newControl() {
+    return controlModule().make(CLSID_DravikDlg);
+}
+
+TEST(Container, IsKeptInformedInTheRightOrder) {
+    StrictHost host(newControl(), false);
+    auto& site = host.site();
+    const auto object = as<IOleObject>(host);
+    DWORD status = 0;
+    ASSERT_EQ(object->GetMiscStatus(DVASPECT_CONTENT, &status), S_OK);
+    EXPECT_NE(status & OLEMISC_SETCLIENTSITEFIRST, 0u);
+    EXPECT_NE(status & OLEMISC_ACTIVATEWHENVISIBLE, 0u);
+
+    ASSERT_EQ(object->DoVerb(OLEIVERB_INPLACEACTIVATE, nullptr, &site, 0, host.frame(), nullptr), S_OK);
+    EXPECT_EQ(site.calls, (std::vector<std::string>{"CanInPlaceActivate", "OnInPlaceActivate"}));
+    RECT window{};
+    GetClientRect(host.window(), &window);
+    EXPECT_EQ(window.right, site.place.right);
+
+    // The keyboard focus makes the control active with its user interface.
+    SetFocus(host.window());
+    host.pump();
+    EXPECT_EQ(site.count("OnUIActivate"), 1);
+    EXPECT_EQ(site.count("SetActiveObject"), 1);
+    EXPECT_EQ(site.focus, 1);
+    ASSERT_EQ(as<IOleInPlaceObject>(host)->UIDeactivate(), S_OK);
+    EXPECT_EQ(site.count("OnUIDeactivate"), 1);
+    ASSERT_EQ(as<IOleInPlaceObject>(host)->InPlaceDeactivate(), S_OK);
+    EXPECT_EQ(site.calls.back(), "OnInPlaceDeactivate");
+    EXPECT_EQ(host.window(), nullptr);
+    ASSERT_EQ(object->DoVerb(OLEIVERB_UIACTIVATE, nullptr, &site, 0, host.frame(), nullptr), S_OK);
+    EXPECT_TRUE(host.window() && IsChild(host.window(), GetFocus()));
+    host.close();
+    EXPECT_TRUE(site.faults.empty()) << site.faults.front();
+    EXPECT_EQ(site.calls.back(), "OnInPlaceDeactivate");
+}
+
+TEST(Container, IsToldOfEverythingModal) {
+    Bench bench("strict");
+    bench.bind("HELLO");
+    auto& site = static_cast<StrictHost&>(*bench.host).site();
+    int during = 0;
+    bench.robot.expectForm("dlgFontManager", [&](HWND form) {
+        during = site.modeless;
+        PostMessageW(form, WM_CLOSE, 0, 0);
+    });
+    bench.press(L"Select Font");
+    ASSERT_TRUE(bench.host->pumpUntil([&] { return bench.robot.satisfied() && site.modeless == 0; }));
+    EXPECT_EQ(during, 1);
+    EXPECT_TRUE(IsWindowEnabled(bench.host->frame()));
+}
+
+TEST(Container, GivesKeysAndGetsThoseThatLeave) {
+    StrictHost host(newControl());
+    auto& site = host.site();
+    host.pump();
+    CONTROLINFO info{};
+    info.cb = sizeof info;
+    ASSERT_EQ(as<IOleControl>(host)->GetControlInfo(&info), S_OK);
+    EXPECT_GE(info.cAccel, 2);  // Alt+I, in both cases
+    EXPECT_EQ(info.dwFlags, DWORD{CTRLINFO_EATS_RETURN}) << "Enter includes, Escape is the host's";
+
+    const auto active = as<IOleInPlaceActiveObject>(host);
+    const auto translate = [&](UINT message, WPARAM key) {
+        MSG event{
+            GetFocus(), message, key, 0, 0, {},
+        };
+        return active->TranslateAccelerator(&event);
+    };
+    EXPECT_EQ(translate(WM_SYSCHAR, 'q'), S_FALSE);
+    EXPECT_EQ(translate(WM_KEYDOWN, VK_ESCAPE), S_FALSE);
+    EXPECT_EQ(translate(WM_KEYDOWN, VK_F5), S_FALSE);
+    for (int i = 0; i < 60 && site.keys.empty(); ++i) translate(WM_KEYDOWN, VK_TAB);
+    EXPECT_EQ(site.keys, (std::vector<UINT_PTR>{VK_TAB}));
+    // Without a site that takes it, the host hears that the key is its own.
+    site.offersControlSite = false;
+    as<IOleObject>(host)->SetClientSite(&site);
+    host.pump();
+}
+
+TEST(Container, SetsAmbientProperties) {
+    StrictHost host(newControl(), false);
+    auto& site = host.site();
+    const auto object = as<IOleObject>(host);
+    site.ambients.emplace(DISPID_AMBIENT_BACKCOLOR, Variant(static_cast<std::int32_t>(RGB(10, 200, 30))));
+    FONTDESC description{};
+    description.cbSizeofstruct = sizeof description;
+    description.lpstrName = const_cast<LPOLESTR>(L"Tahoma");
+    description.cySize.int64 = 180000;  // 18 points
+    description.sWeight = FW_NORMAL;
+    ComPtr<IDispatch> font;
+    ASSERT_EQ(OleCreateFontIndirect(&description, IID_IDispatch, font.putVoid()), S_OK);
+    ASSERT_EQ(object->DoVerb(OLEIVERB_SHOW, nullptr, &site, 0, host.frame(), nullptr), S_OK);
+    host.pump();
+    const auto buttonHeight = [&] {
+        RECT place{};
+        GetWindowRect(child(host.window(), L"Button", L"Learn"), &place);
+        return place.bottom - place.top;
+    };
+    const auto corner = [&] {
+        RedrawWindow(host.window(), nullptr, nullptr, RDW_INVALIDATE | RDW_UPDATENOW | RDW_ALLCHILDREN);
+        HDC dc = GetDC(host.window());
+        const COLORREF color = GetPixel(dc, 2, 2);
+        ReleaseDC(host.window(), dc);
+        return color;
+    };
+    EXPECT_EQ(corner(), RGB(10, 200, 30));
+    const LONG before = buttonHeight();
+    site.ambients.emplace(DISPID_AMBIENT_FONT, Variant(font.get()));
+    as<IOleControl>(host)->OnAmbientPropertyChange(DISPID_AMBIENT_FONT);
+    host.pump();
+    EXPECT_GT(buttonHeight(), before);
+
+    // In a designer the screen is there but does nothing.
+    site.ambients.insert_or_assign(DISPID_AMBIENT_USERMODE, Variant(false));
+    as<IOleControl>(host)->OnAmbientPropertyChange(DISPID_AMBIENT_USERMODE);
+    host.pump();
+    EXPECT_TRUE(IsWindowVisible(child(host.window(), L"Button", L"Learn")));
+    RECT place{};
+    GetWindowRect(children(host.window(), L"Edit").back(), &place);
+    POINT point{place.left + 4, place.top + 4};
+    ScreenToClient(host.window(), &point);
+    const HWND hit = RealChildWindowFromPoint(host.window(), point);
+    EXPECT_TRUE(!hit || hit == host.window() || !IsWindowEnabled(hit));
+    MSG key{
+        host.window(), WM_KEYDOWN, VK_TAB, 0, 0, {},
+    };
+    EXPECT_EQ(as<IOleInPlaceActiveObject>(host)->TranslateAccelerator(&key), S_FALSE);
+}
+
+TEST(Container, SaysWhetherTheDefaultButtonIsMarkedWhileTheFocusIsItsOwn) {
+    StrictHost host(newControl());
+    const HWND own = CreateWindowExW(0, L"EDIT", L"", WS_CHILD | WS_VISIBLE, 0, 0, 10, 10, host.frame(),
+                                     nullptr, nullptr, nullptr);
+    const HWND include = child(host.window(), L"Button", L"&Include");
+    const auto marked = [&] {
+        return (GetWindowLongW(include, GWL_STYLE) & BS_TYPEMASK) == BS_DEFPUSHBUTTON;
+    };
+    SetFocus(own);
+    host.pump();
+    EXPECT_TRUE(marked()) << "a host that says nothing has no default button of its own";
+    host.site().ambients.emplace(DISPID_AMBIENT_DISPLAYASDEFAULT, Variant(false));
+    as<IOleControl>(host)->OnAmbientPropertyChange(DISPID_AMBIENT_DISPLAYASDEFAULT);
+    EXPECT_FALSE(marked());
+    SetFocus(children(host.window(), L"Edit").back());
+    EXPECT_TRUE(marked()) << "Enter includes";
+    SetFocus(child(host.window(), L"Button", L"Learn"));
+    EXPECT_FALSE(marked()) << "Enter presses the other one";
+    SetFocus(own);
+    EXPECT_FALSE(marked());
+    host.site().ambients.insert_or_assign(DISPID_AMBIENT_DISPLAYASDEFAULT, Variant(true));
+    as<IOleControl>(host)->OnAmbientPropertyChange(DISPID_AMBIENT_DISPLAYASDEFAULT);
+    EXPECT_TRUE(marked());
+}
+
+// Colours of a picture of the control and how often they occur.
+std::map<COLORREF, int> drawnColors(IViewObject2* view, bool throughMetafile) {
+    constexpr int kWidth = 360;
+    constexpr int kHeight = 450;
+    HDC screen = GetDC(nullptr);
+    HDC memory = CreateCompatibleDC(screen);
+    HBITMAP bitmap = CreateCompatibleBitmap(screen, kWidth, kHeight);
+    const HGDIOBJ before = SelectObject(memory, bitmap);
+    RECT all{0, 0, kWidth, kHeight};
+    FillRect(memory, &all, static_cast<HBRUSH>(GetStockObject(BLACK_BRUSH)));
+    const RECTL place{0, 0, kWidth, kHeight};
+    if (throughMetafile) {
+        HDC recording = CreateEnhMetaFileW(screen, nullptr, nullptr, nullptr);
+        EXPECT_EQ(view->Draw(DVASPECT_CONTENT, -1, nullptr, nullptr, nullptr, recording, &place, &place,
+                             nullptr, 0),
+                  S_OK);
+        HENHMETAFILE file = CloseEnhMetaFile(recording);
+        PlayEnhMetaFile(memory, file, &all);
+        DeleteEnhMetaFile(file);
+    } else {
+        EXPECT_EQ(
+            view->Draw(DVASPECT_CONTENT, -1, nullptr, nullptr, nullptr, memory, &place, nullptr, nullptr, 0),
+            S_OK);
+    }
+    std::map<COLORREF, int> colors;
+    for (int y = 0; y < kHeight; y += 2)
+        for (int x = 0; x < kWidth; x += 2) ++colors[GetPixel(memory, x, y)];
+    SelectObject(memory, before);
+    DeleteObject(bitmap);
+    DeleteDC(memory);
+    ReleaseDC(nullptr, screen);
+    return colors;
+}
+
+TEST(Container, LetsTheControlDrawItself) {
+    StrictHost host(newControl(), false);
+    const auto view = as<IViewObject2>(host);
+    const auto look = [&] {
+        for (const bool metafile : {false, true}) {
+            auto colors = drawnColors(view.get(), metafile);
+            EXPECT_GT(colors.size(), 3u) << "metafile " << metafile;  // controls and text, not one surface
+            EXPECT_LT(colors[RGB(0, 0, 0)], 360 * 450 / 4 / 4) << metafile;  // the ground is covered
+        }
+    };
+    look();  // shown nowhere
+    ASSERT_EQ(as<IOleObject>(host)->DoVerb(OLEIVERB_SHOW, nullptr, nullptr, 0, nullptr, nullptr), S_OK);
+    host.pump();
+    look();
+    SIZEL extent{};
+    EXPECT_EQ(view->GetExtent(DVASPECT_CONTENT, -1, nullptr, &extent), S_OK);
+    EXPECT_GT(extent.cx, 10'000);  // ten centimetres, in hundredths of a millimetre
+    EXPECT_EQ(view->GetExtent(DVASPECT_ICON, -1, nullptr, &extent), DV_E_DVASPECT);
+}
+
+TEST(Container, KeepsTheExtentInAnyStore) {
+    const auto extentOf = [](IUnknown* control) {
+        SIZEL extent{};
+        ComPtr<IUnknown>(control).as<IOleObject>()->GetExtent(DVASPECT_CONTENT, &extent);
+        return std::pair(extent.cx, extent.cy);
+    };
+    const auto saved = newControl();
+    EXPECT_EQ(saved.as<IPersistStreamInit>()->IsDirty(), S_FALSE);
+    SIZEL extent{12345, 23456};
+    ASSERT_EQ(saved.as<IOleObject>()->SetExtent(DVASPECT_CONTENT, &extent), S_OK);
+    EXPECT_EQ(saved.as<IPersistStreamInit>()->IsDirty(), S_OK);
+
+    ComPtr<IStream> stream;
+    ASSERT_EQ(CreateStreamOnHGlobal(nullptr, TRUE, stream.put()), S_OK);
+    ASSERT_EQ(saved.as<IPersistStreamInit>()->Save(stream.get(), TRUE), S_OK);
+    EXPECT_EQ(saved.as<IPersistStreamInit>()->IsDirty(), S_FALSE);
+    stream->Seek({}, STREAM_SEEK_SET, nullptr);
+    const auto fromStream = newControl();
+    ASSERT_EQ(fromStream.as<IPersistStreamInit>()->Load(stream.get()), S_OK);
+    EXPECT_EQ(extentOf(fromStream.get()), std::pair(12345L, 23456L));
+
+    // A damaged stream is refused and leaves the control as it was: cut short, another mark, a senseless
+    // size.
+    for (const std::vector<std::int32_t>& numbers :
+         {std::vector<std::int32_t>{}, {0x4B565244}, {1, 1, 100, 100}, {0x4B565244, 1, -5, 100}}) {
+        ComPtr<IStream> damaged;
+        CreateStreamOnHGlobal(nullptr, TRUE, damaged.put());
+        damaged->Write(numbers.data(), static_cast<ULONG>(numbers.size() * sizeof(std::int32_t)), nullptr);
+        damaged->Seek({}, STREAM_SEEK_SET, nullptr);
+        EXPECT_TRUE(FAILED(fromStream.as<IPersistStreamInit>()->Load(damaged.get())));
+        EXPECT_EQ(extentOf(fromStream.get()), std::pair(12345L, 23456L));
+    }
+
+    ComPtr<IStorage> storage;
+    ASSERT_EQ(
+        StgCreateDocfile(nullptr, STGM_CREATE | STGM_READWRITE | STGM_SHARE_EXCLUSIVE | STGM_DELETEONRELEASE,
+                         0, storage.put()),
+        S_OK);
+    const auto persist = saved.as<IPersistStorage>();
+    ASSERT_EQ(persist->Save(storage.get(), FALSE), S_OK);
+    ASSERT_EQ(persist->SaveCompleted(nullptr), S_OK);
+    const auto fromStorage = newControl();
+    ASSERT_EQ(fromStorage.as<IPersistStorage>()->Load(storage.get()), S_OK);
+    EXPECT_EQ(extentOf(fromStorage.get()), std::pair(12345L, 23456L));
+}
+
+TEST(Container, ConnectsAndReadsTheClass) {
+    const auto control = newControl();
+    const auto points = control.as<IConnectionPointContainer>();
+    ComPtr<IEnumConnectionPoints> all;
+    ASSERT_EQ(points->EnumConnectionPoints(all.put()), S_OK);
+    IConnectionPoint* each[3] = {};
+    ULONG fetched = 0;
+    EXPECT_EQ(all->Next(3, each, &fetched), S_FALSE);
+    EXPECT_EQ(fetched, 2u);
+    for (ULONG i = 0; i < fetched; ++i) each[i]->Release();
+
+    ComPtr<IConnectionPoint> events;
+    ASSERT_EQ(points->FindConnectionPoint(DIID___DravikDlg, events.put()), S_OK);
+    const auto sink = StrictSite::make(nullptr, {});  // a plain IDispatch is a sink
+    DWORD cookie = 0;
+    ASSERT_EQ(events->Advise(static_cast<IOleClientSite*>(sink.get()), &cookie), S_OK);
+    EXPECT_EQ(sink->references(), 2u);
+    EXPECT_EQ(events->Unadvise(cookie), S_OK);
+    EXPECT_EQ(events->Unadvise(cookie), CONNECT_E_NOCONNECTION);
+    EXPECT_EQ(sink->references(), 1u);
+
+    const auto info = control.as<IProvideClassInfo2>();
+    GUID source{};
+    ASSERT_EQ(info->GetGUID(GUIDKIND_DEFAULT_SOURCE_DISP_IID, &source), S_OK);
+    EXPECT_TRUE(source == DIID___DravikDlg);
+    ComPtr<ITypeInfo> type;
+    ASSERT_EQ(info->GetClassInfo(type.put()), S_OK);
+    Bstr name;
+    ASSERT_EQ(type->GetDocumentation(MEMBERID_NIL, name.put(), nullptr, nullptr, nullptr), S_OK);
+    EXPECT_EQ(name.utf8(), "DravikDlg");
+}
+
+TEST(Container, GreetsInOneCall) {
+    StrictHost host(newControl(), false);
+    QACONTAINER container{};
+    container.cbSize = sizeof container;
+    container.pClientSite = &host.site();
+    QACONTROL answer{};
+    answer.cbSize = sizeof answer;
+    ASSERT_EQ(as<IQuickActivate>(host)->QuickActivate(&container, &answer), S_OK);
+    DWORD status = 0;
+    as<IOleObject>(host)->GetMiscStatus(DVASPECT_CONTENT, &status);
+    EXPECT_EQ(answer.dwMiscStatus, status);
+    EXPECT_EQ(as<IOleObject>(host)->DoVerb(OLEIVERB_SHOW, nullptr, nullptr, 0, nullptr, nullptr), S_OK);
+    EXPECT_TRUE(IsWindowVisible(host.window()));
+}
+
+}  // namespace
+}  // namespace dravik

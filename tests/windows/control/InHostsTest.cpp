@@ -1,0 +1,213 @@
+// The operator's work in each of three hosts.
+#include "support/Accessible.h"
+#include "windows/control/support/Bench.h"
+// Behind the Windows headers
+#include <commctrl.h>
+
+#include <gmock/gmock.h>
+
+#include <algorithm>
+
+#include "windows/com/ComStep.h"
+#include "windows/com/ComText.h"
+#include "windows/control/support/FaultyStep.h"
+#include "windows/win32/WinText.h"
+
+namespace dravik {
+
+using namespace app;
+using namespace com;
+using namespace tool;
+using namespace win32;
+namespace {
+
+class InHosts : public ::testing::TestWithParam<const char*> {
+  protected:
+    std::string text(const std::wstring& wide) const { return toUtf8(std::wstring_view(wide)); }
+};
+
+INSTANTIATE_TEST_SUITE_P(Control, InHosts, ::testing::Values("strict", "atl", "sheet"),
+                         [](const auto& info) { return std::string(info.param); });
+
+TEST_P(InHosts, ShowsTheScreenAndFollowsItsSize) {
+    Bench bench(GetParam());
+    ASSERT_TRUE(IsWindowVisible(bench.page()));
+    EXPECT_TRUE(IsWindowVisible(bench.button(L"Learn")));
+    EXPECT_FALSE(IsWindowEnabled(bench.button(L"Save Font")));
+    RECT before{};
+    GetWindowRect(children(bench.page(), STATUSCLASSNAMEW).front(), &before);
+    bench.host->resize(800, 1000);
+    bench.host->pump();
+    RECT window{};
+    RECT after{};
+    GetWindowRect(bench.page(), &window);
+    GetWindowRect(children(bench.page(), STATUSCLASSNAMEW).front(), &after);
+    EXPECT_EQ(window.right - window.left, 800);
+    EXPECT_EQ(window.bottom - window.top, 1000);
+    EXPECT_GT(after.top, before.top);  // the status bar stays at the foot
+    bench.host->resize(200, 150);      // less than the page needs: it scrolls
+    bench.host->pump();
+    EXPECT_NE(GetWindowLongW(bench.page(), GWL_STYLE) & WS_VSCROLL, 0);
+    SendMessageW(bench.page(), WM_VSCROLL, SB_BOTTOM, 0);
+    GetWindowRect(bench.page(), &window);
+    GetWindowRect(children(bench.page(), STATUSCLASSNAMEW).front(), &after);
+    EXPECT_LE(after.bottom, window.bottom);
+}
+
+TEST_P(InHosts, IncludesLearnsStopsSavesAndClosesWithoutAQuestion) {
+    Bench bench(GetParam());
+    bench.bind("HELLO");
+    bench.include(L"HELLO", 5);
+    bench.show("OLEH");
+    bench.include(L"OLEH", 4);
+    bench.learn();
+    EXPECT_TRUE(IsWindowEnabled(bench.button(L"Save Font")));
+    bench.press(L"Save Font");
+    EXPECT_TRUE(bench.waitForStatus(L"Saved font"));
+
+    const auto endless = std::make_shared<FaultyStep>(stepFromCom(bench.step.as<IUnknown>().get()));
+    endless->endless = true;
+    const ComPtr<IUnknown> control(bench.host->control());
+    ASSERT_EQ(control.as<::StepEditor>()->putref_Step(comFromStep(endless).as<IDispatch>().get()), S_OK);
+    bench.press(L"Learn");
+    ASSERT_TRUE(bench.host->pumpUntil([&] { return IsWindowEnabled(bench.button(L"Stop")) != FALSE; }));
+    EXPECT_FALSE(IsWindowEnabled(bench.button(L"Learn")));
+    EXPECT_EQ(GetFocus(), bench.button(L"Stop")) << "the next one that can be pressed";
+    bench.press(L"Stop");
+    EXPECT_TRUE(bench.waitForStatus(L"Stopped training."));
+    EXPECT_TRUE(endless->stopped);
+    EXPECT_FALSE(IsWindowEnabled(bench.button(L"Stop")));
+
+    endless->endless = false;
+    bench.learn();
+    bench.press(L"Revert");
+    EXPECT_TRUE(bench.waitForStatus(L"Reverted font to previous training."));
+    bench.press(L"Save Font");
+    EXPECT_TRUE(bench.waitForStatus(L"Saved font"));
+    bench.host->close();
+    EXPECT_THAT(bench.robot.surprises(), ::testing::IsEmpty());
+    EXPECT_TRUE(bench.robot.seen.empty());
+}
+
+TEST_P(InHosts, ClosingWithUnsavedChangesAsks) {
+    Bench bench(GetParam());
+    bench.bind("HELLO");
+    bench.include(L"HELLO", 5);
+    bench.robot.expectBox(L"Font Changed", IDNO);
+    bench.host->close();
+    EXPECT_TRUE(bench.robot.satisfied());
+    ASSERT_EQ(bench.robot.seen.size(), 1u);
+    EXPECT_NE(bench.robot.seen[0].find(L"The font has changed since it was last saved."), std::wstring::npos);
+}
+
+TEST_P(InHosts, OpensMenusFormsAndBoxesAndCopies) {
+    Bench bench(GetParam());
+    bench.bind("HELLO");
+    bench.include(L"HELLO", 5);
+    bench.show("LOLO");
+    bench.include(L"LOLO", 4);
+    bench.learn();
+
+    // A host that asks for the extent now gets it from the page that is shown, which stays in order.
+    SIZEL extent{};
+    EXPECT_EQ(ComPtr<IUnknown>(bench.host->control()).as<IOleObject>()->GetExtent(DVASPECT_CONTENT, &extent),
+              S_OK);
+    EXPECT_GT(extent.cx, 0);
+
+    const auto closeForm = [](HWND form) { PostMessageW(form, WM_CLOSE, 0, 0); };
+    bench.robot.expectMenu(L"Show Character Array for L");
+    bench.rightClick(bench.cell(L'L'));
+    ASSERT_TRUE(bench.host->pumpUntil([&] { return bench.robot.satisfied(); }));
+    EXPECT_NE(bench.robot.seen.back().find(L"Show Histogram for L"), std::wstring::npos);
+    HWND array = nullptr;
+    const auto formOfClass = [](const wchar_t* part) -> HWND {
+        for (const HWND window : shownWindows())
+            if (windowText(window).find(part) != std::wstring::npos) return window;
+        return nullptr;
+    };
+    EXPECT_TRUE(bench.host->pumpUntil([&] { return (array = formOfClass(L"Array")) != nullptr; }));
+    EXPECT_EQ(GetWindow(array, GW_OWNER), GetAncestor(bench.page(), GA_ROOT));
+    closeForm(array);
+    EXPECT_TRUE(bench.host->pumpUntil([&] { return formOfClass(L"Array") == nullptr; }));
+
+    bench.robot.expectMenu(L"Show Histogram for L");
+    bench.rightClick(bench.cell(L'L'));
+    HWND histogram = nullptr;
+    EXPECT_TRUE(bench.host->pumpUntil([&] { return (histogram = formOfClass(L"istogram")) != nullptr; }));
+
+    bench.robot.expectMenu(L"Delete Training for O");
+    bench.robot.expectBox(L"Delete Samples for O", IDNO);
+    bench.rightClick(bench.cell(L'O'));
+    EXPECT_TRUE(bench.host->pumpUntil([&] { return bench.robot.satisfied(); }));
+
+    // The menu key does the same.
+    const Bench::Cell h = bench.cell(L'H');
+    test::AccessibleWindow(h.window).focus(h.number);
+    bench.robot.expectMenu(L"");
+    bench.host->key(VK_APPS);
+    EXPECT_TRUE(bench.host->pumpUntil([&] { return bench.robot.satisfied(); }));
+    EXPECT_EQ(GetFocus(), h.window);
+    EXPECT_EQ(test::AccessibleWindow(h.window).focused(), h.number);
+
+    // The table of samples, all of it selected and copied.
+    const HWND toolbar = children(bench.page(), TOOLBARCLASSNAMEW).front();
+    const auto pressTool = [&](WPARAM place) {
+        TBBUTTON button{};
+        ASSERT_TRUE(SendMessageW(toolbar, TB_GETBUTTON, place, reinterpret_cast<LPARAM>(&button)));
+        PostMessageW(GetParent(toolbar), WM_COMMAND, static_cast<WPARAM>(button.idCommand),
+                     reinterpret_cast<LPARAM>(toolbar));
+        bench.host->pump();
+    };
+    pressTool(1);
+    const HWND grid = children(bench.page(), L"DravikGrid").front();
+    ASSERT_TRUE(IsWindowVisible(grid));
+    SetFocus(grid);
+    bench.host->key('A', Modifier::Control);
+    bench.host->key(VK_INSERT, Modifier::Control);
+    const std::wstring copied = clipboardText();
+    EXPECT_EQ(std::count(copied.begin(), copied.end(), L'\n'), 9) << text(copied);  // a row for each sample
+    EXPECT_EQ(copied.find(L'\t') != std::wstring::npos, true);
+    pressTool(0);
+    EXPECT_FALSE(IsWindowVisible(grid));
+    EXPECT_TRUE(IsWindowVisible(h.window));
+    EXPECT_THAT(bench.robot.surprises(), ::testing::IsEmpty());
+    bench.robot.expectBox(L"Font Changed", IDNO);
+    bench.host->close();
+    EXPECT_FALSE(IsWindow(histogram));  // the viewers go with the control
+    EXPECT_TRUE(bench.robot.satisfied());
+}
+
+TEST_P(InHosts, KeysGoThroughTheScreenAndOutOfIt) {
+    Bench bench(GetParam());
+    bench.bind("HELLO");
+    const auto inside = [&] { return GetFocus() && IsChild(bench.page(), GetFocus()); };
+    SetFocus(bench.input());
+    bench.host->pump();
+    ASSERT_EQ(GetFocus(), bench.input());
+    bench.type(L"HELLO");
+    bench.host->key('I', Modifier::Alt);
+    EXPECT_TRUE(bench.waitForStatus(L"5 samples included.")) << text(bench.status());
+
+    SetFocus(bench.input());
+    bench.show("HELL");
+    bench.type(L"HELL");
+    bench.host->key(VK_RETURN);
+    EXPECT_TRUE(bench.waitForStatus(L"4 samples included.")) << text(bench.status());
+    EXPECT_TRUE(IsWindow(bench.host->frame()) && IsWindowVisible(bench.host->frame()));
+
+    // From the first control on, Tab comes to every stop once and then leaves the screen.
+    SetFocus(bench.button(L"Select Font"));
+    bench.host->pump();
+    int stops = 1;
+    auto* strict = dynamic_cast<StrictHost*>(bench.host.get());
+    const auto left = [&] { return strict ? !strict->site().keys.empty() : !inside(); };
+    for (; !left() && stops < 60; ++stops) bench.host->key(VK_TAB);
+    EXPECT_TRUE(left());
+    EXPECT_GE(stops, 8);
+    EXPECT_LT(stops, 40);  // the cells of the overview are one stop
+    bench.robot.expectBox(L"Font Changed", IDNO);
+    bench.host->close();
+}
+
+}  // namespace
+}  // namespace dravik

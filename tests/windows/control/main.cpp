@@ -1,0 +1,27 @@
+// The program of the control's tests: a single-threaded apartment with the control registered while the tests
+// run.
+#include "windows/control/support/Hosts.h"
+// Behind the Windows headers
+#include <gtest/gtest.h>
+
+#include <cstdio>
+#include <exception>
+#include <stdexcept>
+
+#include "windows/control/support/Bench.h"
+
+int main(int argc, char** argv) {
+    ::testing::InitGoogleTest(&argc, argv);
+    OleInitialize(nullptr);
+    int result = 1;
+    try {
+        const auto& module = dravik::controlModule();
+        if (FAILED(module.registerServer())) throw std::runtime_error("the control cannot be registered");
+        result = RUN_ALL_TESTS();
+        module.unregisterServer();
+    } catch (const std::exception& exception) {
+        std::fprintf(stderr, "%s\n", exception.what());
+    }
+    OleUninitialize();
+    return result;
+}

@@ -1,0 +1,85 @@
+// Pictures of the control in each of its hosts with a learnt font, for the guide and for whoever wants to
+// see: usage control_pictures FOLDER. The scale is the system's (HKCU\Control Panel\Desktop, LogPixels);
+// other scales than 96 dpi stand in the pictures' names.
+#include "windows/control/support/Bench.h"
+// Behind the Windows headers
+#include <cstdio>
+#include <exception>
+#include <filesystem>
+
+#include "windows/app/PngFile.h"
+#include "windows/win32/Gdi.h"
+
+namespace dravik {
+
+using namespace app;
+using namespace tool;
+using namespace win32;
+namespace {
+
+void keep(HWND window, const std::filesystem::path& file) {
+    RedrawWindow(window, nullptr, nullptr, RDW_INVALIDATE | RDW_UPDATENOW | RDW_ALLCHILDREN);
+    RECT place{};
+    GetClientRect(window, &place);
+    Canvas canvas(place.right, place.bottom);
+    HDC dc = GetDC(window);
+    BitBlt(canvas.dc(), 0, 0, place.right, place.bottom, dc, 0, 0, SRCCOPY);
+    ReleaseDC(window, dc);
+    writePng(file.string(), canvas);
+    std::printf("%s\n", file.filename().string().c_str());
+}
+
+// A height at which the screen is not mostly empty.
+void makeSmaller(Host& host) {
+    RECT place{};
+    GetClientRect(host.frame(), &place);
+    const int height = place.bottom * 2 / 3;
+    host.resize(place.right, height);
+    RECT outer{0, 0, place.right, height};
+    AdjustWindowRect(&outer, static_cast<DWORD>(GetWindowLongW(host.frame(), GWL_STYLE)), FALSE);
+    SetWindowPos(host.frame(), nullptr, 0, 0, outer.right - outer.left, outer.bottom - outer.top,
+                 SWP_NOMOVE | SWP_NOZORDER);
+    host.pump();
+}
+
+void show(const std::string& host, const std::filesystem::path& folder) {
+    Bench bench(host);
+    if (host != "sheet") makeSmaller(*bench.host);
+    bench.bind("HELLO");
+    bench.include(L"HELLO", 5);
+    bench.show("LOLO");
+    bench.include(L"LOLO", 4);
+    bench.learn();
+    bench.press(L"Save Font");
+    bench.waitForStatus(L"Saved font");
+    bench.type(L"HOLE");
+    bench.host->pump();
+    const UINT dpi = GetDpiForSystem();
+    const std::string scale = dpi == USER_DEFAULT_SCREEN_DPI ? "" : "-" + std::to_string(dpi);
+    keep(bench.host->frame(), folder / ("control-" + host + scale + ".png"));
+    bench.host->close();
+}
+
+}  // namespace
+}  // namespace dravik
+
+int main(int argc, char** argv) {
+    if (argc != 2) {
+        std::fprintf(stderr, "usage: control_pictures FOLDER\n");
+        return 2;
+    }
+    SetProcessDpiAwarenessContext(DPI_AWARENESS_CONTEXT_PER_MONITOR_AWARE_V2);
+    OleInitialize(nullptr);
+    int result = 0;
+    try {
+        const auto& module = dravik::controlModule();
+        module.registerServer();
+        for (const char* host : {"strict", "atl", "sheet"}) dravik::show(host, argv[1]);
+        module.unregisterServer();
+    } catch (const std::exception& exception) {
+        std::fprintf(stderr, "%s\n", exception.what());
+        result = 1;
+    }
+    OleUninitialize();
+    return result;
+}

@@ -1,0 +1,152 @@
+#include "windows/control/support/Bench.h"
+
+#include <commctrl.h>
+
+#include <stdexcept>
+
+#include "contract/DrawnText.h"
+#include "support/Accessible.h"
+#include "windows/com/ComText.h"
+#include "windows/com/Variant.h"
+
+namespace dravik {
+
+using namespace app;
+using namespace com;
+using namespace engine;
+using namespace tool;
+namespace {
+
+void succeed(HRESULT result, const char* what) {
+    if (FAILED(result)) throw std::runtime_error(std::string(what) + " failed");
+}
+
+}  // namespace
+
+const ControlModule& controlModule() {
+    static const ControlModule module;
+    return module;
+}
+
+Bench::Bench(const std::string& hostName) {
+    if (hostName == "strict")
+        host = std::make_unique<StrictHost>(controlModule().make(CLSID_DravikDlg));
+    else
+        host = hostName == "atl" ? makeAtlHost() : makePropertySheetHost();
+    if (!host->control()) throw std::runtime_error("no control in the host");
+    host->pump();
+}
+
+void Bench::bind(const std::string& shown) {
+    step = controlModule().make(CLSID_EmbeddedStep).as<IEmbeddedStep>();
+    const auto tool = step.as<IFontTool>();
+    SAFEARRAY* set = SafeArrayCreateVector(VT_BSTR, 0, 4);
+    const wchar_t* characters[] = {L"H", L"E", L"L", L"O"};
+    for (LONG i = 0; i < 4; ++i) SafeArrayPutElement(set, &i, Bstr(std::wstring_view(characters[i])).get());
+    const Variant setValue = Variant::ofArray(VT_BSTR, set);
+    succeed(tool->CreateFont(Bstr(std::string_view("bench")).get()), "CreateFont");
+    succeed(tool->SetCharacterSet(setValue.get()), "SetCharacterSet");
+    LONG status = 0;
+    succeed(tool->SaveFont(Bstr(std::string_view("bench")).get(), &status), "SaveFont");
+    show(shown);
+    const ComPtr<IUnknown> control(host->control());
+    const auto editor = control.as<::StepEditor>();
+    succeed(editor->putref_RootStep(step.as<IDispatch>().get()), "RootStep");
+    succeed(editor->putref_Step(step.as<IDispatch>().get()), "Step");
+    host->pump();
+}
+
+void Bench::show(const std::string& text) {
+    const GreyImage image = drawn({text});
+    const auto count = static_cast<ULONG>(image.width() * image.height());
+    SAFEARRAY* pixels = SafeArrayCreateVector(VT_UI1, 0, count);
+    void* bytes = nullptr;
+    succeed(SafeArrayAccessData(pixels, &bytes), "SafeArrayAccessData");
+    std::copy_n(image.row(0).data(), count, static_cast<std::uint8_t*>(bytes));
+    SafeArrayUnaccessData(pixels);
+    const Variant value = Variant::ofArray(VT_UI1, pixels);
+    succeed(step->SetImage(image.width(), image.height(), value.get()), "SetImage");
+}
+
+HWND Bench::input() const {
+    const auto edits = children(page(), L"Edit");
+    return edits.size() > 1 ? edits[1] : nullptr;
+}
+
+HWND Bench::button(const wchar_t* caption) const {
+    return child(page(), L"Button", caption);
+}
+
+Bench::Cell Bench::cell(wchar_t character) const {
+    for (const HWND window : children(page(), L"DravikCells")) {
+        const test::AccessibleWindow board(window);
+        for (LONG number = 1; number <= board.parts(); ++number) {
+            if (!board.name(number).starts_with(character)) continue;
+            const RECT place = board.place(number);
+            POINT middle{(place.left + place.right) / 2, (place.top + place.bottom) / 2};
+            ScreenToClient(window, &middle);
+            return {window, number, middle};
+        }
+    }
+    return {};
+}
+
+std::wstring Bench::status() const {
+    const auto bars = children(page(), STATUSCLASSNAMEW);
+    if (bars.empty()) return L"(no status bar)";
+    wchar_t text[512] = {};
+    SendMessageW(bars.front(), SB_GETTEXTW, 0, reinterpret_cast<LPARAM>(text));
+    return text;
+}
+
+void Bench::type(const wchar_t* text) {
+    SetFocus(input());
+    SendMessageW(input(), EM_SETSEL, 0, -1);
+    SendMessageW(input(), WM_CLEAR, 0, 0);
+    for (const wchar_t* at = text; *at; ++at) PostMessageW(input(), WM_CHAR, static_cast<WPARAM>(*at), 0);
+    host->pump();
+}
+
+void Bench::press(const wchar_t* caption) {
+    HWND pressed = button(caption);
+    ASSERT_TRUE(pressed) << "no such button";
+    ASSERT_TRUE(IsWindowEnabled(pressed)) << "the button is disabled";
+    PostMessageW(pressed, BM_CLICK, 0, 0);
+    host->pump();
+}
+
+void Bench::rightClick(const Cell& cell) {
+    const LPARAM place = MAKELPARAM(cell.middle.x, cell.middle.y);
+    PostMessageW(cell.window, WM_RBUTTONDOWN, MK_RBUTTON, place);
+    PostMessageW(cell.window, WM_RBUTTONUP, 0, place);
+    host->pump();
+}
+
+bool Bench::waitForStatus(const std::wstring& text) {
+    return host->pumpUntil([&] { return status().find(text) != std::wstring::npos; });
+}
+
+void Bench::include(const wchar_t* text, int characters) {
+    type(text);
+    press(L"&Include");
+    EXPECT_TRUE(waitForStatus(std::to_wstring(characters) + L" samples included."))
+        << "status: " << toUtf8(status());
+}
+
+void Bench::learn() {
+    press(L"Learn");
+    EXPECT_TRUE(waitForStatus(L"Save Font or Revert")) << "status: " << toUtf8(status());
+}
+
+std::wstring clipboardText() {
+    if (!OpenClipboard(nullptr)) return L"(clipboard not open)";
+    std::wstring text;
+    if (HANDLE data = GetClipboardData(CF_UNICODETEXT)) {
+        if (const auto* characters = static_cast<const wchar_t*>(GlobalLock(data))) text = characters;
+        GlobalUnlock(data);
+    }
+    CloseClipboard();
+    return text;
+}
+
+}  // namespace dravik

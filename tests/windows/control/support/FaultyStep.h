@@ -1,0 +1,111 @@
+// A step around another one that goes wrong as told: an operation fails, or record tables have the wrong
+// shape.
+#pragma once
+
+#include <array>
+#include <functional>
+#include <memory>
+#include <string>
+
+#include "base/Failure.h"
+#include "tool/Step.h"
+
+namespace dravik {
+
+using namespace tool;
+
+// The operations in the order of the interface.
+inline constexpr std::array<const char*, 23> kOperations = {
+    "LoadFont",       "CreateFont",       "DeleteFont",
+    "RenameFont",     "DuplicateFont",    "SetCharacterSet",
+    "IncludeSamples", "CommitNewSamples", "SetTrainTimeout",
+    "StartTraining",  "SaveFont",         "RevertFont",
+    "GetFontList",    "GetCharacterSet",  "GetTrainTimeout",
+    "IsTrainingDone", "GetRmsError",      "IsTrainingAborted",
+    "GetTrainCycles", "StopTraining",     "GetUncommittedSamples",
+    "DeleteSample",   "GetSampleData"};
+
+class FaultyStep : public Step, public FontTool {
+  public:
+    explicit FaultyStep(StepPtr inner) : inner_(std::move(inner)) {}
+
+    std::string failing;   // the operation that fails; "" for none
+    int failed = 0;        // how often it was called
+    bool endless = false;  // a run ends only when it is stopped
+    bool stopped = false;
+    std::string identifier = kDravikStep;
+    // Replaces record tables.
+    std::function<RecordTablePtr(RecordTablePtr)> table;
+    // Called before every operation.
+    std::function<void(const std::string&)> before;
+
+    std::string programIdentifier() override { return identifier; }
+    double datum(const std::string& name) override { return inner_->datum(name); }
+    FontTool& fontTool() override { return *this; }
+
+    void LoadFont(const std::string& name) override { on("LoadFont").LoadFont(name); }
+    void CreateFont(const std::string& name) override { on("CreateFont").CreateFont(name); }
+    void DeleteFont(const std::string& name) override { on("DeleteFont").DeleteFont(name); }
+    void RenameFont(const std::string& to, const std::string& from) override {
+        on("RenameFont").RenameFont(to, from);
+    }
+    void DuplicateFont(const std::string& to, const std::string& from) override {
+        on("DuplicateFont").DuplicateFont(to, from);
+    }
+    void SetCharacterSet(const CharacterSet& set) override { on("SetCharacterSet").SetCharacterSet(set); }
+    void IncludeSamples(const std::string& text) override { on("IncludeSamples").IncludeSamples(text); }
+    void CommitNewSamples() override { on("CommitNewSamples").CommitNewSamples(); }
+    void SetTrainTimeout(std::int32_t seconds) override { on("SetTrainTimeout").SetTrainTimeout(seconds); }
+    void StartTraining() override { on("StartTraining").StartTraining(); }
+    void SaveFont(const std::string& name) override { on("SaveFont").SaveFont(name); }
+    void RevertFont(const std::string& name) override { on("RevertFont").RevertFont(name); }
+    std::vector<std::string> GetFontList() override { return on("GetFontList").GetFontList(); }
+    CharacterSet GetCharacterSet() override { return on("GetCharacterSet").GetCharacterSet(); }
+    std::int32_t GetTrainTimeout() override { return on("GetTrainTimeout").GetTrainTimeout(); }
+    bool IsTrainingDone() override { return on("IsTrainingDone").IsTrainingDone() && !(endless && !stopped); }
+    float GetRmsError() override { return on("GetRmsError").GetRmsError(); }
+    bool IsTrainingAborted() override { return on("IsTrainingAborted").IsTrainingAborted(); }
+    std::int32_t GetTrainCycles() override { return on("GetTrainCycles").GetTrainCycles(); }
+    void StopTraining() override {
+        stopped = true;
+        on("StopTraining").StopTraining();
+    }
+    std::vector<std::string> GetUncommittedSamples() override {
+        return on("GetUncommittedSamples").GetUncommittedSamples();
+    }
+    void DeleteSample(std::int32_t identifier_) override { on("DeleteSample").DeleteSample(identifier_); }
+    using FontTool::GetSampleData;
+    RecordTablePtr GetSampleData(std::span<const std::int32_t> selectors,
+                                 std::span<const std::int16_t> fields) override {
+        const auto got = on("GetSampleData").GetSampleData(selectors, fields);
+        return table ? table(got) : got;
+    }
+
+  private:
+    FontTool& on(const char* operation) {
+        if (before) before(operation);
+        if (failing == operation) {
+            ++failed;
+            throw Failure(static_cast<std::int32_t>(0x80040123u), std::string(operation) + " went wrong");
+        }
+        return inner_->fontTool();
+    }
+
+    StepPtr inner_;
+};
+
+// A table whose cells are all the same.
+class GivenTable : public RecordTable {
+  public:
+    GivenTable(int rows, int columns, Cell cell) : rows_(rows), columns_(columns), cell_(std::move(cell)) {}
+    int upperRow() const noexcept override { return rows_ - 1; }
+    int upperColumn() const noexcept override { return columns_ - 1; }
+    Cell cell(int, int) const override { return cell_; }
+
+  private:
+    int rows_;
+    int columns_;
+    Cell cell_;
+};
+
+}  // namespace dravik

@@ -1,0 +1,300 @@
+#include "windows/control/support/Hosts.h"
+
+#include <commctrl.h>
+#include <prsht.h>
+
+#include <stdexcept>
+#include <vector>
+
+#include "DravikDlgLib.h"
+#include "windows/control/support/Robot.h"
+
+namespace dravik {
+
+using namespace app;
+using namespace com;
+using namespace tool;
+namespace {
+
+// At 96 dpi.
+constexpr int kWidth = 720;
+constexpr int kHeight = 900;
+constexpr wchar_t kProgId[] = L"DravikDlgLib.DravikDlg";
+constexpr wchar_t kFrameClass[] = L"DravikTestFrame";
+
+int scaled(int pixels) {
+    return MulDiv(pixels, static_cast<int>(GetDpiForSystem()), USER_DEFAULT_SCREEN_DPI);
+}
+
+// A box for other work below the control, before or behind it in the order of the Tab key.
+void makeBox(HWND frame, int left) {
+    CreateWindowExW(0, L"EDIT", L"", WS_CHILD | WS_VISIBLE | WS_TABSTOP | WS_BORDER, scaled(left),
+                    scaled(kHeight + 5), scaled(100), scaled(24), frame, nullptr, GetModuleHandleW(nullptr),
+                    nullptr);
+}
+
+HWND makeFrame() {
+    static const ATOM registered = [] {
+        WNDCLASSW description{};
+        description.lpfnWndProc = DefWindowProcW;
+        description.hInstance = GetModuleHandleW(nullptr);
+        description.hbrBackground = reinterpret_cast<HBRUSH>(COLOR_BTNFACE + 1);
+        description.hCursor = LoadCursorW(nullptr, IDC_ARROW);
+        description.lpszClassName = kFrameClass;
+        return RegisterClassW(&description);
+    }();
+    (void)registered;
+    RECT outer{0, 0, scaled(kWidth), scaled(kHeight + 40)};
+    AdjustWindowRect(&outer, WS_OVERLAPPEDWINDOW, FALSE);
+    HWND frame =
+        CreateWindowExW(WS_EX_CONTROLPARENT, kFrameClass, L"Host", WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN, 0,
+                        0, outer.right - outer.left, outer.bottom - outer.top, nullptr, nullptr,
+                        GetModuleHandleW(nullptr), nullptr);
+    ShowWindow(frame, SW_SHOW);
+    return frame;
+}
+
+// The system's library with the host window, loaded once.
+HMODULE atl() {
+    static const HMODULE library = [] {
+        HMODULE loaded = LoadLibraryW(L"atl100.dll");
+        if (!loaded) throw std::runtime_error("atl100.dll cannot be loaded");
+        const auto init = reinterpret_cast<BOOL(WINAPI*)()>(
+            reinterpret_cast<void*>(GetProcAddress(loaded, "AtlAxWinInit")));
+        if (!init || !init()) throw std::runtime_error("the host window class cannot be registered");
+        return loaded;
+    }();
+    return library;
+}
+
+ComPtr<IUnknown> controlOf(HWND hostWindow) {
+    const auto get = reinterpret_cast<HRESULT(WINAPI*)(HWND, IUnknown**)>(
+        reinterpret_cast<void*>(GetProcAddress(atl(), "AtlAxGetControl")));
+    ComPtr<IUnknown> control;
+    if (get) get(hostWindow, control.put());
+    return control;
+}
+
+// Whose control stands in the system's host window.
+class AtlWindowHost : public Host {
+  public:
+    ~AtlWindowHost() override { AtlWindowHost::close(); }
+    void resize(int width, int height) override { MoveWindow(host_, 0, 0, width, height, TRUE); }
+    void close() override {
+        control_ = nullptr;
+        if (frame_) DestroyWindow(std::exchange(frame_, nullptr));
+    }
+
+  protected:
+    void takeHost(HWND host) {
+        host_ = host;
+        control_ = controlOf(host);
+    }
+
+  private:
+    HWND host_ = nullptr;
+};
+
+class AtlHost : public AtlWindowHost {
+  public:
+    AtlHost() {
+        atl();
+        frame_ = makeFrame();
+        makeBox(frame_, 0);
+        takeHost(CreateWindowExW(WS_EX_CONTROLPARENT, L"AtlAxWin100", kProgId, WS_CHILD | WS_VISIBLE, 0, 0,
+                                 scaled(kWidth), scaled(kHeight), frame_, nullptr, GetModuleHandleW(nullptr),
+                                 nullptr));
+        makeBox(frame_, 200);
+    }
+    bool translate(MSG& message) override { return frame_ && IsDialogMessageW(frame_, &message); }
+};
+
+// A dialog template with one host window that fills it.
+std::vector<WORD> pageTemplate() {
+    std::vector<WORD> words;
+    const auto dword = [&](DWORD value) {
+        words.push_back(LOWORD(value));
+        words.push_back(HIWORD(value));
+    };
+    const auto text = [&](const wchar_t* value) {
+        for (; *value; ++value) words.push_back(static_cast<WORD>(*value));
+        words.push_back(0);
+    };
+    dword(WS_CHILD | WS_VISIBLE | WS_CAPTION | DS_CONTROL | DS_SETFONT);
+    dword(WS_EX_CONTROLPARENT);
+    for (const int value : {1, 0, 0, 420, 430}) words.push_back(static_cast<WORD>(value));
+    words.push_back(0);
+    words.push_back(0);
+    text(L"Font");
+    words.push_back(8);
+    text(L"MS Shell Dlg");
+    if (words.size() % 2 != 0) words.push_back(0);
+    dword(WS_CHILD | WS_VISIBLE | WS_TABSTOP);
+    dword(WS_EX_CONTROLPARENT);
+    for (const int value : {0, 0, 420, 430, 100}) words.push_back(static_cast<WORD>(value));
+    text(L"AtlAxWin100");
+    text(kProgId);
+    words.push_back(0);
+    return words;
+}
+
+class PropertySheetHost : public AtlWindowHost {
+  public:
+    PropertySheetHost() : template_(pageTemplate()) {
+        atl();
+        PROPSHEETPAGEW page{};
+        page.dwSize = sizeof page;
+        page.dwFlags = PSP_DLGINDIRECT;
+        page.hInstance = GetModuleHandleW(nullptr);
+        page.pResource = reinterpret_cast<DLGTEMPLATE*>(template_.data());
+        page.pfnDlgProc = [](HWND, UINT, WPARAM, LPARAM) -> INT_PTR { return FALSE; };
+        PROPSHEETHEADERW sheet{};
+        sheet.dwSize = sizeof sheet;
+        sheet.dwFlags = PSH_PROPSHEETPAGE | PSH_MODELESS | PSH_NOCONTEXTHELP;
+        sheet.hInstance = GetModuleHandleW(nullptr);
+        sheet.pszCaption = L"Step";
+        sheet.nPages = 1;
+        sheet.ppsp = &page;
+        frame_ = reinterpret_cast<HWND>(PropertySheetW(&sheet));
+        if (!frame_ || frame_ == reinterpret_cast<HWND>(-1)) throw std::runtime_error("no property sheet");
+        const auto hosts = children(frame_, L"AtlAxWin100");
+        if (hosts.empty()) throw std::runtime_error("no host window on the page");
+        takeHost(hosts.front());
+    }
+    bool translate(MSG& message) override {
+        return frame_ &&
+               SendMessageW(frame_, PSM_ISDIALOGMESSAGE, 0, reinterpret_cast<LPARAM>(&message)) != 0;
+    }
+
+  private:
+    std::vector<WORD> template_;
+};
+
+}  // namespace
+
+std::wstring ControlModule::path() {
+    wchar_t file[MAX_PATH] = {};
+    GetModuleFileNameW(nullptr, file, MAX_PATH);
+    const std::wstring folder(file);
+    return folder.substr(0, folder.find_last_of(L'\\') + 1) + L"DravikDlg.ocx";
+}
+
+ControlModule::ControlModule() : module_(LoadLibraryW(path().c_str())) {
+    if (!module_)
+        throw std::runtime_error("DravikDlg.ocx does not lie beside the test program or cannot be loaded");
+}
+
+ControlModule::~ControlModule() {
+    FreeLibrary(module_);
+}
+
+ComPtr<IUnknown> ControlModule::make(REFCLSID identifier) const {
+    const auto getClass = reinterpret_cast<HRESULT(STDAPICALLTYPE*)(REFCLSID, REFIID, void**)>(
+        reinterpret_cast<void*>(GetProcAddress(module_, "DllGetClassObject")));
+    ComPtr<IClassFactory> factory;
+    ComPtr<IUnknown> object;
+    if (!getClass || FAILED(getClass(identifier, IID_IClassFactory, factory.putVoid()))) return object;
+    factory->CreateInstance(nullptr, IID_IUnknown, object.putVoid());
+    return object;
+}
+
+HRESULT ControlModule::call(const char* exported) const {
+    return reinterpret_cast<HRESULT(STDAPICALLTYPE*)()>(
+        reinterpret_cast<void*>(GetProcAddress(module_, exported)))();
+}
+
+HWND Host::window() const {
+    HWND window = nullptr;
+    if (const auto inPlace = control_.as<IOleInPlaceObject>()) inPlace->GetWindow(&window);
+    return window;
+}
+
+bool Host::pumpUntil(const std::function<bool()>& condition) {
+    const ULONGLONG start = GetTickCount64();
+    while (!condition()) {
+        if (GetTickCount64() - start > 10'000) return false;
+        MSG message{};
+        if (!PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) {
+            MsgWaitForMultipleObjects(0, nullptr, FALSE, 20, QS_ALLINPUT);
+            continue;
+        }
+        if (translate(message)) continue;
+        TranslateMessage(&message);
+        DispatchMessageW(&message);
+    }
+    return true;
+}
+
+void Host::pump() {
+    MSG message{};
+    while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) {
+        if (translate(message)) continue;
+        TranslateMessage(&message);
+        DispatchMessageW(&message);
+    }
+}
+
+void Host::key(UINT virtualKey, Modifier modifier) {
+    const bool alt = modifier == Modifier::Alt;
+    BYTE keys[256] = {};
+    GetKeyboardState(keys);
+    BYTE before[256];
+    std::copy(std::begin(keys), std::end(keys), std::begin(before));
+    if (modifier == Modifier::Shift) keys[VK_SHIFT] = 0x80;
+    if (modifier == Modifier::Control) keys[VK_CONTROL] = 0x80;
+    if (alt) keys[VK_MENU] = 0x80;
+    SetKeyboardState(keys);
+    const LPARAM context = alt ? 1 << 29 : 0;
+    PostMessageW(GetFocus(), alt ? WM_SYSKEYDOWN : WM_KEYDOWN, virtualKey, context);
+    pump();
+    // Posted key strokes are translated with the state of the keys that are really held down.
+    if (alt) PostMessageW(GetFocus(), WM_SYSCHAR, virtualKey | 0x20, context);
+    pump();
+    SetKeyboardState(before);
+}
+
+StrictHost::StrictHost(ComPtr<IUnknown> control, bool show) {
+    control_ = std::move(control);
+    frame_ = makeFrame();
+    site_ = StrictSite::make(frame_, {0, 0, scaled(kWidth), scaled(kHeight)});
+    const auto object = control_.as<IOleObject>();
+    object->SetClientSite(site_.get());
+    control_.as<IPersistStreamInit>()->InitNew();
+    if (!show) return;
+    const RECT place = site_->place;
+    object->DoVerb(OLEIVERB_SHOW, nullptr, site_.get(), 0, frame_, &place);
+}
+
+StrictHost::~StrictHost() {
+    close();
+}
+
+void StrictHost::resize(int width, int height) {
+    site_->place = {0, 0, width, height};
+    if (const auto inPlace = control_.as<IOleInPlaceObject>())
+        inPlace->SetObjectRects(&site_->place, &site_->place);
+}
+
+void StrictHost::close() {
+    if (control_) {
+        const auto object = control_.as<IOleObject>();
+        object->Close(OLECLOSE_NOSAVE);
+        object->SetClientSite(nullptr);
+    }
+    control_ = nullptr;
+    if (frame_) DestroyWindow(std::exchange(frame_, nullptr));
+}
+
+bool StrictHost::translate(MSG& message) {
+    return control_ && giveKey(message, *control_, *site_, true, true);
+}
+
+std::unique_ptr<Host> makeAtlHost() {
+    return std::make_unique<AtlHost>();
+}
+
+std::unique_ptr<Host> makePropertySheetHost() {
+    return std::make_unique<PropertySheetHost>();
+}
+
+}  // namespace dravik

@@ -1,0 +1,87 @@
+// Three containers that show the control: a strict one of our own, the system's host window for controls in a
+// frame, and the same on a page of a property sheet. A test drives each in the same way.
+#pragma once
+
+#include <windows.h>
+
+#include <functional>
+#include <memory>
+#include <string>
+
+#include "windows/com/ComPtr.h"
+#include "windows/control/support/StrictSite.h"
+
+namespace dravik {
+
+using namespace app;
+using namespace com;
+using namespace tool;
+
+// The control's DLL, loaded, and asked for a class without the registry.
+class ControlModule {
+  public:
+    ControlModule();
+    ControlModule(const ControlModule&) = delete;
+    ControlModule& operator=(const ControlModule&) = delete;
+    ~ControlModule();
+
+    // Null when the class cannot be made.
+    ComPtr<IUnknown> make(REFCLSID identifier) const;
+    HRESULT canUnload() const { return call("DllCanUnloadNow"); }
+    HRESULT registerServer() const { return call("DllRegisterServer"); }
+    HRESULT unregisterServer() const { return call("DllUnregisterServer"); }
+    static std::wstring path();
+
+  private:
+    HRESULT call(const char* exported) const;
+
+    HMODULE module_;
+};
+
+enum class Modifier { None, Shift, Control, Alt };
+
+class Host {
+  public:
+    virtual ~Host() = default;
+
+    IUnknown* control() const noexcept { return control_.get(); }
+    HWND frame() const noexcept { return frame_; }
+    // The control's own window, null when it has none.
+    HWND window() const;
+    virtual void resize(int width, int height) = 0;
+    // Takes the control from the screen and lets it go, as the host's own closing does.
+    virtual void close() = 0;
+    // The host's own use of a message before it is dispatched.
+    virtual bool translate(MSG& message) = 0;
+
+    // Handles messages until the condition holds; false after ten seconds.
+    bool pumpUntil(const std::function<bool()>& condition);
+    // Handles what is waiting now.
+    void pump();
+    // A key for the window that has the focus, through the host's loop.
+    void key(UINT virtualKey, Modifier modifier = Modifier::None);
+
+  protected:
+    ComPtr<IUnknown> control_;
+    HWND frame_ = nullptr;
+};
+
+class StrictHost : public Host {
+  public:
+    explicit StrictHost(ComPtr<IUnknown> control, bool show = true);
+    ~StrictHost() override;
+
+    StrictSite& site() noexcept { return *site_; }
+    void resize(int width, int height) override;
+    void close() override;
+    bool translate(MSG& message) override;
+
+  private:
+    ComPtr<StrictSite> site_;
+};
+
+// The control must be registered.
+std::unique_ptr<Host> makeAtlHost();
+std::unique_ptr<Host> makePropertySheetHost();
+
+}  // namespace dravik

@@ -1,0 +1,97 @@
+#include "windows/control/support/StrictSite.h"
+
+#include <algorithm>
+
+namespace dravik {
+
+using namespace app;
+using namespace com;
+using namespace tool;
+
+int StrictSite::count(const std::string& call) const {
+    return static_cast<int>(std::count(calls.begin(), calls.end(), call));
+}
+
+HRESULT StrictSite::noted(const char* call) {
+    calls.emplace_back(call);
+    return S_OK;
+}
+
+void StrictSite::expect(bool kept, const char* rule) {
+    if (!kept) faults.emplace_back(rule);
+}
+
+HRESULT StrictSite::QueryInterface(REFIID iid, void** object) {
+    const bool hidden = (!offersInPlaceSite && (iid == IID_IOleInPlaceSite || iid == IID_IOleWindow)) ||
+                        (!offersControlSite && iid == IID_IOleControlSite);
+    return ContainerSite::QueryInterface(hidden ? IID_NULL : iid, object);
+}
+
+HRESULT StrictSite::CanInPlaceActivate() {
+    noted("CanInPlaceActivate");
+    return refusesActivation ? S_FALSE : S_OK;
+}
+
+HRESULT StrictSite::OnInPlaceActivate() {
+    expect(!inPlace_, "OnInPlaceActivate twice");
+    expect(!refusesActivation, "OnInPlaceActivate though it was refused");
+    inPlace_ = true;
+    return noted("OnInPlaceActivate");
+}
+
+HRESULT StrictSite::OnUIActivate() {
+    expect(inPlace_, "OnUIActivate before OnInPlaceActivate");
+    expect(!uiActive_, "OnUIActivate twice");
+    uiActive_ = true;
+    return noted("OnUIActivate");
+}
+
+HRESULT StrictSite::GetWindowContext(IOleInPlaceFrame** frame, IOleInPlaceUIWindow** document,
+                                     LPRECT position, LPRECT clip, LPOLEINPLACEFRAMEINFO info) {
+    expect(inPlace_, "GetWindowContext before OnInPlaceActivate");
+    expect(info->cb == sizeof *info, "GetWindowContext without the size of its answer");
+    return ContainerSite::GetWindowContext(frame, document, position, clip, info);
+}
+
+HRESULT StrictSite::OnUIDeactivate(BOOL) {
+    expect(uiActive_, "OnUIDeactivate without OnUIActivate");
+    uiActive_ = false;
+    return noted("OnUIDeactivate");
+}
+
+HRESULT StrictSite::OnInPlaceDeactivate() {
+    expect(inPlace_, "OnInPlaceDeactivate without OnInPlaceActivate");
+    expect(!uiActive_, "OnInPlaceDeactivate while the user interface is active");
+    inPlace_ = false;
+    return noted("OnInPlaceDeactivate");
+}
+
+HRESULT StrictSite::TranslateAccelerator(MSG* message, DWORD) {
+    keys.push_back(message->wParam);
+    return noted("TranslateAccelerator");
+}
+
+HRESULT StrictSite::OnFocus(BOOL gained) {
+    focus = gained;
+    return noted(gained ? "OnFocus" : "OnFocus lost");
+}
+
+HRESULT StrictSite::SetActiveObject(IOleInPlaceActiveObject* object, LPCOLESTR name) {
+    noted(object ? "SetActiveObject" : "SetActiveObject none");
+    return ContainerSite::SetActiveObject(object, name);
+}
+
+HRESULT StrictSite::EnableModeless(BOOL enable) {
+    modeless += enable ? -1 : 1;
+    return noted(enable ? "EnableModeless on" : "EnableModeless off");
+}
+
+HRESULT StrictSite::Invoke(DISPID id, REFIID, LCID, WORD flags, DISPPARAMS*, VARIANT* result, EXCEPINFO*,
+                           UINT*) {
+    expect((flags & DISPATCH_PROPERTYGET) != 0, "an ambient property was not read as a property");
+    const auto found = ambients.find(id);
+    if (found == ambients.end()) return DISP_E_MEMBERNOTFOUND;
+    return VariantCopy(result, &found->second.get());
+}
+
+}  // namespace dravik

@@ -1,0 +1,133 @@
+// The grid of Windows: what it draws, asks for and tells, with many records.
+#include <oleacc.h>
+
+#include "shown/Numbers.h"
+#include "support/Accessible.h"
+#include "windows/win32/WinText.h"
+#include "windows/win32/support/ShownPage.h"
+
+namespace dravik::test {
+
+using namespace app;
+using namespace ui;
+using namespace win32;
+namespace {
+
+class GridOfWindows : public testing::Test {
+  protected:
+    GridOfWindows() {
+        grid.setAccessibleName("Samples");
+        grid.mouseDown.subscribe([this](const MouseEvent& event) {
+            downs.push_back({grid.mouseRow(), grid.mouseColumn(), event.button});
+        });
+    }
+    void fill(int records, int columns) {
+        source = std::make_shared<Numbers>(records + 1, columns);
+        grid.setSource(source);
+        settle();
+    }
+    HWND view() const { return shown.view(grid); }
+    SCROLLINFO bar(int which) const {
+        SCROLLINFO info{};
+        info.cbSize = sizeof info;
+        info.fMask = SIF_ALL;
+        GetScrollInfo(view(), which, &info);
+        return info;
+    }
+
+    struct Down {
+        int row;
+        int column;
+        int button;
+        bool operator==(const Down&) const = default;
+    };
+    Grid grid{"grid"};
+    std::shared_ptr<Numbers> source;
+    std::vector<Down> downs;
+    ShownPage shown{column({item(grid).stretched()}), 420, 300};
+};
+
+TEST_F(GridOfWindows, ShowsAnyNumberOfRecordsByAskingForThoseThatAreSeen) {
+    fill(99'999, 54);
+    EXPECT_LT(source->asked, 54 * 120);
+    source->asked = 0;
+    SetFocus(view());
+    pressKey(VK_END, kCtrlMask);
+    EXPECT_EQ(grid.row(), 99'999);
+    EXPECT_EQ(grid.column(), 53);
+    EXPECT_LT(source->asked, 54 * 40);
+    EXPECT_EQ(bar(SB_VERT).nMax, 99'998);
+    EXPECT_EQ(bar(SB_VERT).nPos + static_cast<int>(bar(SB_VERT).nPage), 99'999)
+        << "the last record is in view";
+    EXPECT_GT(bar(SB_HORZ).nPos, 0);
+    SendMessageW(view(), WM_VSCROLL, SB_TOP, 0);
+    EXPECT_EQ(bar(SB_VERT).nPos, 0);
+    mouse(view(), WM_MOUSEWHEEL, 10, 10, static_cast<WPARAM>(-2 * WHEEL_DELTA) << 16 & 0xFFFF0000);
+    EXPECT_EQ(bar(SB_VERT).nPos, 6);
+    fill(3, 2);
+    EXPECT_FALSE(GetWindowLongPtrW(view(), GWL_STYLE) & WS_VSCROLL) << "no bar without need";
+    EXPECT_EQ(grid.row(), 3);
+}
+
+TEST_F(GridOfWindows, FollowsTheMouseOnlyWhileItDrags) {
+    fill(50, 4);
+    const LONG line = 21;  // any place inside of the first records will do
+    click(view(), 10, 30);
+    mouse(view(), WM_MOUSEMOVE, 70, 30 + 3 * line);
+    EXPECT_EQ(grid.rowSelection(), 1);
+    mouse(view(), WM_RBUTTONDOWN, 380, 100, MK_RBUTTON);
+    EXPECT_EQ(downs.back(), (Down{-1, -1, kRightButton}));
+    grid.select(2, 1, 2, 1);
+    pressKey(VK_DOWN);
+    pressKey(VK_DOWN, kShiftMask);
+    pressKey(VK_F10, kShiftMask);
+    EXPECT_EQ(downs.back(), (Down{4, 1, kRightButton})) << "the menu is that of the selection's end";
+}
+
+TEST_F(GridOfWindows, DrawsSelectionAndNothingWhileItIsSwitchedOff) {
+    fill(5, 3);
+    SetFocus(view());
+    grid.select(2, 0, 3, 1);
+    const int selected = countOf(*picture(view()), GetSysColor(COLOR_HIGHLIGHT));
+    EXPECT_GT(selected, 500);
+    grid.select(2, 0, 2, 0);
+    // The frame of the focus has that colour too.
+    EXPECT_GT(selected - countOf(*picture(view()), GetSysColor(COLOR_HIGHLIGHT)), 500);
+    grid.setRedraw(false);
+    auto empty = picture(view());
+    EXPECT_GT(countOf(*empty, GetSysColor(COLOR_WINDOW)), empty->width() * empty->height() * 9 / 10);
+    source->asked = 0;
+    click(view(), 10, 30);
+    EXPECT_EQ(source->asked, 0);
+    EXPECT_EQ(downs.back(), (Down{-1, -1, kLeftButton}));
+}
+
+TEST_F(GridOfWindows, TellsAScreenReaderItsHeadingsAndCells) {
+    fill(2, 2);
+    IAccessible* table = nullptr;
+    ASSERT_EQ(AccessibleObjectFromWindow(view(), static_cast<DWORD>(OBJID_CLIENT), __uuidof(IAccessible),
+                                         reinterpret_cast<void**>(&table)),
+              S_OK);
+    const auto child = [](LONG id) {
+        VARIANT variant{};
+        variant.vt = VT_I4;
+        variant.lVal = id;
+        return variant;
+    };
+    const AccessibleWindow heard(view());
+    EXPECT_EQ(heard.name(), L"Samples");
+    EXPECT_EQ(heard.parts(), 6);
+    EXPECT_EQ(heard.name(2), L"Head 1");
+    EXPECT_EQ(heard.name(5), L"200");
+    EXPECT_EQ(heard.role(5), ROLE_SYSTEM_CELL);
+    BSTR name = nullptr;
+    EXPECT_EQ(table->get_accName(child(7), &name), E_INVALIDARG);
+    // It outlives the window.
+    shown.page.reset();
+    LONG count = 0;
+    EXPECT_EQ(table->get_accChildCount(&count), CO_E_OBJNOTCONNECTED);
+    EXPECT_EQ(table->Release(), 0u);
+}
+
+}  // namespace
+}  // namespace dravik::test

@@ -1,0 +1,128 @@
+// Keys of a page: Tab, Enter, Escape and access keys, as a host hands them over and as they come without one.
+#include "ui/Button.h"
+#include "ui/Label.h"
+#include "ui/ListControls.h"
+#include "ui/TextBox.h"
+#include "windows/win32/support/ShownPage.h"
+
+namespace dravik::test {
+
+using namespace app;
+using namespace ui;
+using namespace win32;
+namespace {
+
+class KeysOfAHost : public testing::Test {
+  protected:
+    KeysOfAHost() {
+        frame.setLayout(column({item(box), item(check)}));
+        shown.form.setLayout(column({item(frame), item(go), item(stop)}));
+        shown.form.defaultButton = &go;
+        go.click.subscribe([this] { pressed += "go "; });
+        stop.click.subscribe([this] { pressed += "stop "; });
+    }
+    MSG key(UINT code, UINT message = WM_KEYDOWN) {
+        MSG result{};
+        result.hwnd = GetFocus();
+        result.message = message;
+        result.wParam = code;
+        return result;
+    }
+
+    Frame frame{"frame", "Frame"};
+    TextBox box{"box"};
+    CheckBox check{"check", "&Check"};
+    Button go{"go", "&Go"};
+    Button stop{"stop", "&Stop"};
+    std::string pressed;
+    ShownPage shown;
+};
+
+TEST_F(KeysOfAHost, TabGoesThroughFramesAndLeavesAtTheEnds) {
+    shown.show();
+    check.setEnabled(false);
+    bool left = true;
+    ASSERT_TRUE(shown.page->focusFirst());
+    EXPECT_EQ(GetFocus(), shown.view(box));
+    EXPECT_TRUE(shown.page->translateKey(key(VK_TAB), left));
+    EXPECT_FALSE(left);
+    EXPECT_EQ(GetFocus(), shown.view(go)) << "a disabled control is passed over";
+    EXPECT_TRUE(shown.page->translateKey(key(VK_TAB), left));
+    EXPECT_FALSE(shown.page->translateKey(key(VK_TAB), left));
+    EXPECT_TRUE(left);
+    EXPECT_EQ(GetFocus(), shown.view(stop));
+    // Without a host that takes the focus elsewhere it goes round.
+    pressKey(VK_TAB);
+    EXPECT_EQ(GetFocus(), shown.view(box));
+    pressKey(VK_TAB, kShiftMask);
+    EXPECT_EQ(GetFocus(), shown.view(stop));
+    stop.setVisible(false);
+    settle();
+    EXPECT_EQ(GetFocus(), shown.view(box)) << "the focus must not stay on a hidden control";
+    MSG other = key(VK_TAB);
+    other.hwnd = shown.host->window();
+    EXPECT_FALSE(shown.page->translateKey(other, left)) << "not a window of the page";
+}
+
+TEST_F(KeysOfAHost, EnterAndEscapePressTheirButtons) {
+    shown.show();
+    bool left = false;
+    SetFocus(shown.view(box));
+    EXPECT_TRUE(shown.page->translateKey(key(VK_RETURN), left));
+    EXPECT_EQ(pressed, "go ");
+    EXPECT_FALSE(shown.page->translateKey(key(VK_ESCAPE), left)) << "the host may close something";
+    SetFocus(shown.view(stop));
+    EXPECT_EQ(SendMessageW(shown.view(stop), WM_GETDLGCODE, 0, 0) & DLGC_DEFPUSHBUTTON, DLGC_DEFPUSHBUTTON);
+    EXPECT_TRUE(shown.page->translateKey(key(VK_RETURN), left));
+    EXPECT_EQ(pressed, "go stop ");
+}
+
+TEST_F(KeysOfAHost, AccessKeysAnswerOnlyForTheirOwnControls) {
+    shown.show();
+    bool left = false;
+    SetFocus(shown.view(box));
+    EXPECT_EQ(shown.page->mnemonics(), (std::vector<wchar_t>{L'C', L'G', L'S'}));
+    EXPECT_TRUE(shown.page->translateKey(key('s', WM_SYSCHAR), left));
+    EXPECT_EQ(pressed, "stop ");
+    EXPECT_TRUE(shown.page->translateKey(key('c', WM_SYSCHAR), left));
+    EXPECT_TRUE(check.checked());
+    EXPECT_FALSE(shown.page->translateKey(key('x', WM_SYSCHAR), left));
+    stop.setEnabled(false);
+    EXPECT_FALSE(shown.page->pressMnemonic(L'S'));
+}
+
+TEST_F(KeysOfAHost, AnInertPageTakesNothing) {
+    Timer timer("timer", 10);
+    shown.form.timers = {&timer};
+    int ticks = 0;
+    timer.tick.subscribe([&] { ++ticks; });
+    shown.show();
+    timer.setEnabled(true);
+    EXPECT_TRUE(waitUntil([&] { return ticks > 1; }));
+    shown.page->setInert(true);
+    settle();
+    const int before = ticks;
+    bool left = false;
+    SetFocus(shown.view(box));
+    EXPECT_FALSE(shown.page->translateKey(key(VK_RETURN), left));
+    EXPECT_FALSE(shown.page->focusFirst());
+    EXPECT_FALSE(IsWindowEnabled(shown.page->window()));
+    Sleep(50);
+    settle();
+    EXPECT_EQ(ticks, before);
+    shown.page->setInert(false);
+    EXPECT_TRUE(waitUntil([&] { return ticks > before; }));
+}
+
+TEST_F(KeysOfAHost, TheHostIsToldThatTheFocusCame) {
+    shown.show();
+    int entered = 0;
+    shown.page->focusEntered = [&] { ++entered; };
+    SetFocus(shown.view(go));
+    box.setFocus();
+    EXPECT_EQ(entered, 2);
+    EXPECT_TRUE(shown.page->hasFocusInside());
+}
+
+}  // namespace
+}  // namespace dravik::test

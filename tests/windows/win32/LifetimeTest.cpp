@@ -1,0 +1,165 @@
+// Widgets, forms and pages that go away while one of their own events is running, and windows that go without
+// a word.
+#include "ui/Button.h"
+#include "ui/Grid.h"
+#include "ui/Label.h"
+#include "ui/ListControls.h"
+#include "ui/TextBox.h"
+#include "ui/Toolbar.h"
+#include "windows/win32/FormWindow.h"
+#include "windows/win32/Peer.h"
+#include "windows/win32/support/ShownPage.h"
+
+namespace dravik::test {
+
+using namespace app;
+using namespace ui;
+using namespace win32;
+namespace {
+
+struct Many : Form {
+    Many() : Form("many", "Many") {
+        cell.setCell(true);
+        bar.add("one", "One");
+        frame.setLayout(column({item(button), item(box)}));
+        setLayout(
+            column({item(bar), item(frame), item(combo), item(list), item(check), item(cell), item(grid)}));
+        timers = {&timer};
+        combo.setListIndex(0);
+    }
+    Frame frame{"frame", "Frame"};
+    Button button{"button", "Button"};
+    TextBox box{"box"};
+    ComboBox combo{"combo", {"one", "two"}};
+    ListBox list{"list", {"one", "two"}};
+    CheckBox check{"check", "Check"};
+    Label cell{"cell", "A"};
+    Grid grid{"grid"};
+    Toolbar bar{"bar"};
+    Timer timer{"timer", 10};
+};
+
+class Lifetime : public testing::Test {
+  protected:
+    HWND view(const Widget& widget) { return platform.peerOf(widget)->window(); }
+    // Shows the form, does what an operator does, and expects the form to have gone by that.
+    void goesBy(const std::function<void(Many&)>& subscribe, const std::function<void(Many&)>& drive) {
+        host = std::make_unique<HostWindow>(400, 600);
+        form = std::make_unique<Many>();
+        page = std::make_unique<FormPage>(*form, host->window(), platform);
+        page->setBounds({0, 0, 400, 600});
+        page->setVisible(true);
+        subscribe(*form);
+        drive(*form);
+        EXPECT_TRUE(waitUntil([this] { return !form; }));
+        settle();
+    }
+    void destroyAll() {
+        page.reset();
+        form.reset();
+        host.reset();
+    }
+
+    Win32Platform platform;
+    std::unique_ptr<HostWindow> host;
+    std::unique_ptr<Many> form;
+    std::unique_ptr<FormPage> page;
+};
+
+TEST_F(Lifetime, EverythingMayGoDuringAnyEvent) {
+    const auto gone = [this] { destroyAll(); };
+    goesBy([&](Many& many) { many.button.click.subscribe(gone); },
+           [&](Many& many) { click(view(many.button), 5, 5); });
+    goesBy([&](Many& many) { many.box.textChanged.subscribe(gone); },
+           [&](Many& many) {
+               SetFocus(view(many.box));
+               typeText(L"x");
+           });
+    goesBy([&](Many& many) { many.combo.click.subscribe(gone); },
+           [&](Many& many) {
+               SetFocus(view(many.combo));
+               pressKey(VK_DOWN);
+           });
+    goesBy([&](Many& many) { many.list.click.subscribe(gone); },
+           [&](Many& many) { click(view(many.list), 5, 5); });
+    goesBy([&](Many& many) { many.check.click.subscribe(gone); },
+           [&](Many& many) { SendMessageW(view(many.check), BM_CLICK, 0, 0); });
+    goesBy([&](Many& many) { many.bar.buttonClick.subscribe([this](ToolButton&) { destroyAll(); }); },
+           [&](Many& many) { click(view(many.bar), 12, 12); });
+    goesBy([&](Many& many) { many.cell.mouseDown.subscribe([this](const MouseEvent&) { destroyAll(); }); },
+           [&](Many& many) { mouse(view(many.cell), WM_RBUTTONDOWN, 3, 3, MK_RBUTTON); });
+    goesBy([&](Many& many) { many.grid.mouseDown.subscribe([this](const MouseEvent&) { destroyAll(); }); },
+           [&](Many& many) { mouse(view(many.grid), WM_RBUTTONDOWN, 3, 3, MK_RBUTTON); });
+    goesBy([&](Many& many) { many.button.keyDown.subscribe([this](int, int) { destroyAll(); }); },
+           [&](Many& many) {
+               SetFocus(view(many.button));
+               pressKey(VK_TAB);
+           });
+    goesBy([&](Many& many) { many.button.lostFocus.subscribe(gone); },
+           [&](Many& many) {
+               SetFocus(view(many.button));
+               SetFocus(view(many.check));
+           });
+    goesBy([&](Many& many) { many.timer.tick.subscribe(gone); },
+           [&](Many& many) { many.timer.setEnabled(true); });
+}
+
+TEST_F(Lifetime, AFormThatGoesIsTouchedNoMore) {
+    host = std::make_unique<HostWindow>(400, 600);
+    form = std::make_unique<Many>();
+    page = std::make_unique<FormPage>(*form, host->window(), platform);
+    page->setBounds({0, 0, 400, 600});
+    page->setVisible(true);
+    settle();
+    const HWND button = view(form->button);
+    const HWND grid = view(form->grid);
+    form.reset();
+    click(button, 5, 5);
+    mouse(grid, WM_LBUTTONDOWN, 30, 30, MK_LBUTTON);
+    page->setBounds({0, 0, 300, 300});
+    page->setDpi(144);
+    page->systemChanged();
+    EXPECT_FALSE(page->focusFirst());
+    EXPECT_NE(picture(page->window()), nullptr);
+    // And the window that goes with its parent.
+    host.reset();
+    EXPECT_EQ(page->window(), nullptr);
+    page->setBounds({0, 0, 10, 10});
+}
+
+TEST_F(Lifetime, ChildFormsGoWithTheirFormTheirOwnerAndThePlatform) {
+    host = std::make_unique<HostWindow>(400, 600);
+    auto local = std::make_unique<Win32Platform>();
+    local->owner = [this] { return host ? host->window() : nullptr; };
+    Many first;
+    int unloads = 0;
+    first.unloaded.subscribe([&] { ++unloads; });
+    local->show(first);
+    const HWND window = local->windowOf(first)->window();
+    EXPECT_EQ(GetWindow(window, GW_OWNER), host->window());
+    local->show(first);
+    EXPECT_EQ(local->windowOf(first)->window(), window) << "the same window, brought to the front";
+    SendMessageW(window, WM_CLOSE, 0, 0);
+    EXPECT_EQ(unloads, 1);
+    EXPECT_EQ(local->windowOf(first), nullptr);
+    EXPECT_FALSE(IsWindow(window));
+    local->show(first);
+    first.button.click.subscribe([&] { first.unload(); });
+    click(local->peerOf(first.button)->window(), 5, 5);
+    EXPECT_EQ(unloads, 2);
+    EXPECT_EQ(local->windowOf(first), nullptr);
+    {
+        Many second;
+        local->show(second);
+    }
+    local->show(first);
+    host.reset();
+    EXPECT_EQ(unloads, 3) << "its owner took the window along";
+    local->owner = nullptr;
+    local->show(first);
+    local.reset();
+    settle();
+}
+
+}  // namespace
+}  // namespace dravik::test

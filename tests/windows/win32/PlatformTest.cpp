@@ -1,0 +1,181 @@
+// Boxes, dialogs, menus, clipboard and dates. What is modal is answered by a timer, as an operator would.
+#include "ui/Button.h"
+#include "ui/Label.h"
+#include "ui/TextBox.h"
+#include "windows/win32/FormWindow.h"
+#include "windows/win32/Peer.h"
+#include "windows/win32/WinText.h"
+#include "windows/win32/support/ShownPage.h"
+
+namespace dravik::test {
+
+using namespace app;
+using namespace ui;
+using namespace win32;
+namespace {
+
+class PlatformOfWindows : public testing::Test {
+  protected:
+    PlatformOfWindows() {
+        shown.form.setLayout(column({item(cell).ownSize(), item(button)}));
+        cell.setCell(true);
+        shown.show();
+        shown.platform.modal = [this](bool on) { modal += on ? "on " : "off "; };
+        dialog.setLayout(column({item(box), item(ok), item(nested)}));
+        dialog.defaultButton = &ok;
+        ok.click.subscribe([this] { dialog.unload(); });
+    }
+    ~PlatformOfWindows() override {
+        EXPECT_TRUE(script.finished() && script.problems().empty()) << "what was expected did not come up";
+    }
+    Win32Platform& platform() { return shown.platform; }
+    Label cell{"cell", "A"};
+    Button button{"button", "Button"};
+    std::string modal;
+    Form dialog{"dialog", "Dialog"};
+    TextBox box{"box"};
+    Button ok{"ok", "OK"};
+    Button nested{"nested", "Nested"};
+    ShownPage shown;
+    DialogScript script;
+};
+
+TEST_F(PlatformOfWindows, TellsTheHostOfABoxAndGivesTheOwnerBack) {
+    script.expect(DialogScript::kMessageBox, [](HWND box) { SendMessageW(box, WM_CLOSE, 0, 0); });
+    platform().messageBox({"text", "Title"});
+    EXPECT_EQ(modal, "on off ");
+    EXPECT_TRUE(IsWindowEnabled(shown.host->window()));
+    EXPECT_EQ(GetActiveWindow(), shown.host->window());
+}
+
+// Apart from the box: the X server's news that a box took the focus would close a menu that comes up right
+// after it.
+TEST_F(PlatformOfWindows, TellsTheHostOfAMenu) {
+    PopupMenu menu("menu", "Menu");
+    menu.add("one", "&One");
+    script.expect(DialogScript::kMenu, [](HWND) { EndMenu(); });
+    platform().popUpMenu(menu, cell, 100, 100);
+    EXPECT_EQ(modal, "on off ");
+}
+
+TEST_F(PlatformOfWindows, ADialogKeepsItsOwnerStillAndTimersRunning) {
+    Timer timer("timer", 10);
+    int ticks = 0;
+    timer.tick.subscribe([&] { ++ticks; });
+    Form behind("behind", "Behind");
+    behind.setLayout(column({item(cell)}));
+    behind.timers = {&timer};
+    platform().show(behind);
+    timer.setEnabled(true);
+    SetFocus(shown.view(button));
+    int activations = 0;
+    dialog.activated.subscribe([&] { ++activations; });
+    script.expect("dialog", [&](HWND) {
+        EXPECT_FALSE(IsWindowEnabled(shown.host->window()));
+        EXPECT_FALSE(IsWindowEnabled(platform().windowOf(behind)->window()));
+        EXPECT_EQ(GetFocus(), platform().peerOf(box)->window());
+        EXPECT_EQ(modal, "on ");
+        const int before = ticks;
+        EXPECT_TRUE(waitUntil([&] { return ticks > before + 1; }));
+        typeText(L"name");
+        pressKey(VK_RETURN);
+    });
+    platform().showModal(dialog);
+    EXPECT_EQ(box.text(), "name");
+    EXPECT_EQ(activations, 1);
+    EXPECT_EQ(modal, "on off ");
+    EXPECT_TRUE(IsWindowEnabled(shown.host->window()));
+    EXPECT_TRUE(IsWindowEnabled(platform().windowOf(behind)->window()));
+    EXPECT_FALSE(dialog.loaded());
+    EXPECT_EQ(platform().windowOf(dialog), nullptr);
+    EXPECT_TRUE(IsWindowVisible(platform().windowOf(behind)->window()));
+}
+
+TEST_F(PlatformOfWindows, DialogsNestAndEscapeClosesThem) {
+    nested.click.subscribe([this] {
+        script.expect(DialogScript::kMessageBox,
+                      [](HWND window) { SendMessageW(window, WM_COMMAND, IDYES, 0); });
+        MessageBox question;
+        question.buttons = MessageBox::Buttons::YesNo;
+        EXPECT_EQ(platform().messageBox(question), Answer::Yes);
+        EXPECT_EQ(GetActiveWindow(), GetAncestor(platform().peerOf(box)->window(), GA_ROOT));
+        EXPECT_FALSE(IsWindowEnabled(shown.host->window())) << "the dialog below is still up";
+    });
+    script.expect("dialog", [&](HWND) {
+        SendMessageW(platform().peerOf(nested)->window(), BM_CLICK, 0, 0);
+        SetFocus(platform().peerOf(box)->window());
+        pressKey(VK_ESCAPE);
+    });
+    platform().showModal(dialog);
+    EXPECT_EQ(modal, "on off ");
+    EXPECT_FALSE(dialog.loaded());
+}
+
+TEST_F(PlatformOfWindows, ADialogEndsWithWhateverTakesItAway) {
+    script.expect("dialog", [&](HWND) { shown.host.reset(); });
+    platform().showModal(dialog);
+    EXPECT_FALSE(dialog.loaded());
+
+    auto going = std::make_unique<Form>("going", "Going");
+    going->setLayout(column({item(button)}));
+    script.expect("going", [&](HWND) { going.reset(); });
+    platform().showModal(*going);
+    EXPECT_EQ(going, nullptr);
+
+    script.expect("dialog", [&](HWND) { PostQuitMessage(7); });
+    platform().showModal(dialog);
+    MSG message{};
+    EXPECT_FALSE(GetMessageW(&message, nullptr, 0, 0)) << "the program is still to end";
+    EXPECT_EQ(message.wParam, 7u);
+
+    auto own = std::make_unique<Win32Platform>();
+    script.expect("dialog", [&](HWND) { own.reset(); });
+    own->showModal(dialog);
+    EXPECT_FALSE(dialog.loaded());
+}
+
+TEST_F(PlatformOfWindows, APageIsDrawnIntoAnyContext) {
+    box.setText("drawn");
+    Form form("drawn", "Drawn");
+    CheckBox check("check", "Check");
+    check.setChecked(true);
+    Frame frame("frame", "Frame");
+    frame.setLayout(column({item(check)}));
+    Label red("red");
+    red.setCell(true);
+    red.setBackColor(rgb(255, 0, 0));
+    form.setLayout(column({item(box), item(frame), item(red).atLeast(600, 600)}));
+    HostWindow hidden(200, 200);
+    ShowWindow(hidden.window(), SW_HIDE);
+    Win32Platform own;
+    FormPage page(form, hidden.window(), own);
+    page.setBounds({0, 0, 200, 200});
+    Canvas canvas(300, 300);
+    fill(canvas.dc(), {0, 0, 300, 300}, RGB(1, 2, 3));
+    page.draw(canvas.dc(), {100, 0, 300, 200});
+    EXPECT_EQ(colorAt(canvas, 50, 50), RGB(1, 2, 3)) << "nothing beside its place";
+    int reds = 0;
+    int darks = 0;
+    for (int y = 0; y < 200; ++y)
+        for (int x = 100; x < 300; ++x) {
+            const COLORREF color = colorAt(canvas, x, y);
+            reds += color == RGB(255, 0, 0);
+            darks += GetRValue(color) < 60 && GetGValue(color) < 60 && GetBValue(color) < 60;
+        }
+    EXPECT_GT(reds, 1000);
+    EXPECT_GT(darks, 40) << "texts and the check mark";
+    Canvas half(100, 100);
+    page.draw(half.dc(), {0, 0, 100, 100});
+    EXPECT_NEAR(countOf(half, RGB(255, 0, 0)), reds / 4, reds / 10);
+    const HDC recording = CreateEnhMetaFileW(nullptr, nullptr, nullptr, nullptr);
+    page.draw(recording, {0, 0, 200, 200});
+    const HENHMETAFILE file = CloseEnhMetaFile(recording);
+    Canvas played(200, 200);
+    const RECT all{0, 0, 200, 200};
+    PlayEnhMetaFile(played.dc(), file, &all);
+    DeleteEnhMetaFile(file);
+    EXPECT_GT(countOf(played, RGB(255, 0, 0)), reds / 2);
+}
+
+}  // namespace
+}  // namespace dravik::test

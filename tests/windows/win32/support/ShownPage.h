@@ -1,0 +1,93 @@
+// A form on the screen in a window of its own that is no dialog, for tests of what stands in it, and the
+// means to drive it: messages as the operator's actions make them, and waiting for a condition.
+#pragma once
+
+#include <windows.h>
+
+#include <gtest/gtest.h>
+
+#include <functional>
+#include <memory>
+#include <string>
+
+#include "ui/Form.h"
+#include "windows/app/DialogScript.h"
+#include "windows/win32/Dpi.h"
+#include "windows/win32/FormPage.h"
+#include "windows/win32/Gdi.h"
+#include "windows/win32/Win32Platform.h"
+
+namespace dravik::test {
+
+using namespace app;
+using namespace ui;
+using namespace win32;
+
+// What a screen reader says of a window, or of a part of it.
+std::wstring accessibleName(HWND window, LONG part = 0);
+
+// A key as the operator presses it, posted to the window that has the focus, and everything that comes of it.
+// `shift` is that of the models.
+void pressKey(UINT key, int shift = 0);
+void typeText(const std::wstring& text);
+void mouse(HWND window, UINT message, int x, int y, WPARAM keys = 0);
+void click(HWND window, int x, int y);
+
+// What a window shows, from the screen.
+std::unique_ptr<Canvas> picture(HWND window);
+// Writes it as a BMP file into the folder that DRAVIK_PICTURES names; does nothing without one.
+void keepPicture(HWND window, const std::string& name);
+void keepPicture(Canvas& shown, const std::string& name);
+// Of a canvas, at a place.
+COLORREF colorAt(Canvas& canvas, int x, int y);
+int countOf(Canvas& canvas, COLORREF color);
+
+// A plain top-level window to stand in.
+class HostWindow {
+  public:
+    HostWindow(int width, int height);
+    HostWindow(const HostWindow&) = delete;
+    HostWindow& operator=(const HostWindow&) = delete;
+    ~HostWindow();
+
+    HWND window() const noexcept { return window_; }
+
+  private:
+    HWND window_;
+};
+
+class ShownPage {
+  public:
+    ShownPage() = default;
+    explicit ShownPage(Layout layout, int width = 640, int height = 480) {
+        form.setLayout(std::move(layout));
+        show(width, height);
+    }
+    void show(int width = 640, int height = 480) {
+        host = std::make_unique<HostWindow>(width, height);
+        platform.owner = [this] { return host ? host->window() : nullptr; };
+        page = std::make_unique<FormPage>(form, host->window(), platform);
+        page->setBounds({0, 0, width, height});
+        page->setVisible(true);
+        settle();
+    }
+    // The window of a widget, which a cell shares with others.
+    HWND view(const Widget& widget) const;
+    // On the screen.
+    RECT place(const Widget& widget) const;
+    bool focused(const Widget& widget) const;
+    // At a place in the widget.
+    void mouse(const Widget& widget, UINT message, int x, int y, WPARAM keys = 0) const;
+    std::unique_ptr<Canvas> picture(const Widget& widget) const;
+
+    Win32Platform platform;
+    Form form{"form", "Form"};
+    std::unique_ptr<HostWindow> host;
+    std::unique_ptr<FormPage> page;
+
+  protected:
+    // 0 for one with a window of its own.
+    int partOf(const Widget& widget) const;
+};
+
+}  // namespace dravik::test
