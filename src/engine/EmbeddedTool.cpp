@@ -252,7 +252,7 @@ std::vector<ReadCharacter> EmbeddedTool::read() {
     const auto readIn = [&](const Segmentation& segments) {
         std::vector<ReadCharacter> result;
         const std::vector<FoundCharacter> places = State::places(segments);
-        const std::vector<Answer> read = answers(segments, state_->training.network, measure);
+        const std::vector<Recognition> read = recognize(segments, state_->training.network, measure);
         for (std::size_t i = 0; i < read.size(); ++i)
             result.push_back({places[i], characterOf(read[i].code), confidence(read[i].evidence)});
         return result;
