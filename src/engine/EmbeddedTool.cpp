@@ -151,6 +151,8 @@ struct EmbeddedTool::State {
         if (current && changed && *current != forFont) unsaved[*current] = record();
     }
 
+    bool hasUnsavedWork() const { return changed || samples.columns(SampleKind::Uncommitted)->size() > 0; }
+
     void install(std::optional<std::string> name, FontRecord font) {
         check.stop();
         changed = false;
@@ -299,6 +301,8 @@ FontSummary EmbeddedTool::summary(const std::string& name) {
 void EmbeddedTool::LoadFont(const std::string& name) {
     const std::string file = state_->library.existingFile(name);
     state_->checkIdle("loading a font");
+    // The operator who chooses the font that is shown once more does not mean to lose what was done to it.
+    if (state_->current == name && state_->hasUnsavedWork()) return;
     const auto kept = state_->unsaved.find(name);
     if (kept == state_->unsaved.end()) {
         FontRecord font = readFont(file);

@@ -90,6 +90,7 @@ TEST_F(ToolWithoutFonts, RefusesMoreRecordsThanIdentifiersName) {
     font.samples.resize(99'998);
     for (Sample& sample : font.samples) sample.serial = font.nextSerial++;
     font.distances.resize(font.samples.size());
+    tool.SaveFont("f");
     writeFont(font, folder.path("Fonts/f.nnd"));
     tool.LoadFont("f");
     tool.setImage(drawn({"AB"}, {}));
@@ -122,6 +123,42 @@ TEST_F(ToolWithoutFonts, AFontLeftForAnotherKeepsWhatIsNotSaved) {
     tool.DeleteFont("c");
     tool.CreateFont("c");
     EXPECT_EQ(committed(), 0);
+}
+
+TEST_F(ToolWithoutFonts, LoadingTheCurrentFontKeepsWhatIsNotSaved) {
+    tool.CreateFont("f");
+    commit("AB");
+    train();
+    tool.SetCharacterSet({"A"});
+    tool.setImage(drawn({"1"}));
+    tool.IncludeSamples("1");
+    tool.LoadFont("f");
+    EXPECT_EQ(committed(), 2);
+    EXPECT_TRUE(tool.isTrained());
+    EXPECT_THAT(tool.GetCharacterSet(), ElementsAre("A"));
+    EXPECT_THAT(tool.GetUncommittedSamples(), ElementsAre("1"));
+    tool.RenameFont("g", "f");
+    tool.LoadFont("g");
+    EXPECT_EQ(committed(), 2);
+    tool.RevertFont("g");
+    EXPECT_FALSE(tool.isTrained());
+    EXPECT_EQ(committed(), 2);
+    tool.CommitNewSamples();
+    tool.SaveFont("g");
+
+    // Uncommitted samples are not saved either. With nothing unsaved the file counts.
+    tool.setImage(drawn({"H"}));
+    tool.IncludeSamples("H");
+    tool.LoadFont("g");
+    EXPECT_THAT(tool.GetUncommittedSamples(), ElementsAre("H"));
+    tool.CommitNewSamples();
+    tool.SaveFont("g");
+    EmbeddedTool other{JobFolder(folder.path())};
+    other.LoadFont("g");
+    other.DeleteSample(sampleIdentifier(SampleKind::Committed, 0));
+    other.SaveFont("g");
+    tool.LoadFont("g");
+    EXPECT_EQ(committed(), 3);
 }
 
 TEST_F(ToolWithoutFonts, BadNamesAreRefused) {

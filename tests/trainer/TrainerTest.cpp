@@ -2,7 +2,12 @@
 
 #include <gmock/gmock.h>
 
+#include <functional>
+#include <initializer_list>
+#include <string>
+
 #include "base/Failure.h"
+#include "tool/Samples.h"
 #include "trainer/HeadlessPlatform.h"
 #include "trainer/RunLoop.h"
 #include "trainer/support/PgmFile.h"
@@ -37,6 +42,26 @@ class TrainerTest : public testing::Test {
             text += '|';
         }
         return text;
+    }
+
+    // Opens the font manager; the operator does this in it.
+    void manager(std::function<void(Form&)> act) {
+        platform.script("dlgFontManager", std::move(act));
+        screen().font.cmdSelectFont.press();
+    }
+    static void press(Form& form, std::initializer_list<const char*> buttons) {
+        for (const char* button : buttons) dynamic_cast<Button&>(*form.find(button)).press();
+    }
+    // The dialog that asks for a name gets this one.
+    void name(const char* dialog, const char* text) {
+        platform.script(dialog, [text](Form& form) {
+            dynamic_cast<TextBox&>(*form.find("txtFontName")).setText(text);
+            press(form, {"OKButton"});
+        });
+    }
+    int committed() {
+        const auto table = trainer.tool().GetSampleData(kAllCommitted, kSampleFields);
+        return table ? table->upperRow() : 0;
     }
 
     Screen& screen() { return trainer.control().screen(); }
@@ -136,6 +161,27 @@ TEST_F(TrainerTest, LabelsFollowTheCaseOfTheFontWhenItIsMaintained) {
     screen().sample.chkCase.setChecked(true);
     EXPECT_EQ(labels(), "ACHT");
     EXPECT_EQ(screen().sample.txtSampleInput.text(), "acht") << "only Include changes what was typed";
+}
+
+TEST_F(TrainerTest, ChoosingTheFontThatIsShownKeepsWhatIsNotSaved) {
+    ASSERT_EQ(workspace.learnDigits("digits").status, 0);
+    const auto saved = Workspace::content(workspace.fontFile("digits"));
+    trainer.parts().open({workspace.draw("part.pgm", "6789")});
+    screen().font.cmdSelectFont.press();
+    const int before = committed();
+    type("6789");
+    screen().sample.cmdInclude.press();
+    manager([](Form& form) { press(form, {"OKButton"}); });
+    EXPECT_EQ(committed(), before + 4);
+    EXPECT_EQ(trainer.title(), "digits* - Dravik Trainer");
+
+    name("dlgFontName", "renamed");
+    manager([](Form& form) { press(form, {"cmdRenameFont", "OKButton"}); });
+    EXPECT_EQ(trainer.title(), "renamed* - Dravik Trainer");
+    EXPECT_EQ(committed(), before + 4);
+    EXPECT_EQ(Workspace::content(workspace.fontFile("renamed")), saved) << "nothing was saved by that";
+    trainer.tool().SaveFont("renamed");
+    EXPECT_EQ(trainer.tool().summary("renamed").samples, before + 4);
 }
 
 TEST_F(TrainerTest, TheFontOfTheLastSessionIsThereAgainAndClosingAsks) {
