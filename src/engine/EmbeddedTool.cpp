@@ -330,7 +330,7 @@ void EmbeddedTool::CreateFont(const std::string& name) {
 void EmbeddedTool::DeleteFont(const std::string& name) {
     const std::string file = state_->library.existingFile(name);
     if (state_->current == name) state_->checkIdle("deleting its font");
-    retireFile(file);
+    retireFont(file);
     state_->unsaved.erase(name);
     if (state_->current == name) state_->install(std::nullopt, {});
     if (state_->library.selected() == name) state_->library.select(std::nullopt);

@@ -11,6 +11,7 @@
 #include "base/TemporaryFolder.h"
 #include "base/Text.h"
 #include "contract/DrawnText.h"
+#include "engine/AtomicFile.h"
 #include "engine/FontFile.h"
 #include "support/Refused.h"
 #include "tool/Samples.h"
@@ -244,6 +245,44 @@ TEST_F(ToolWithoutFonts, DamagedFontsAreRefusedAndTheCurrentOneStays) {
     const FontSummary summary = tool.summary("good");
     EXPECT_EQ(summary.samples, 3);
     EXPECT_FALSE(summary.trained);
+}
+
+TEST_F(ToolWithoutFonts, ANewFontLeavesTheSamplesOfTheOldOneInTheBackup) {
+    const std::string file = folder.path("Fonts/f.nnd"), backup = backupOf(file);
+    // As the font manager makes one.
+    const auto makeNew = [&] {
+        tool.CreateFont("f");
+        tool.SetCharacterSet({"0", "1"});
+        tool.SaveFont("f");
+    };
+    makeNew();
+    commit("AB1");
+    tool.SaveFont("f");
+    const auto old = readWholeFile(file, 1 << 20);
+    EXPECT_EQ(readFont(file).samples.size(), 3u);
+
+    makeNew();
+    EXPECT_TRUE(readFont(file).samples.empty());
+    EXPECT_EQ(readWholeFile(backup, 1 << 20), old);
+    makeNew();
+    EXPECT_EQ(readWholeFile(backup, 1 << 20), old) << "a second time";
+    tool.DeleteFont("f");
+    EXPECT_FALSE(fileExists(file));
+    EXPECT_EQ(readWholeFile(backup, 1 << 20), old) << "the empty font was deleted";
+    makeNew();
+    commit("0");
+    tool.SaveFont("f");
+    EXPECT_EQ(readWholeFile(backup, 1 << 20), old) << "until there is something else to keep";
+
+    // What has samples, and what cannot be read, is kept.
+    const auto next = readWholeFile(file, 1 << 20);
+    tool.DeleteFont("f");
+    EXPECT_EQ(readWholeFile(backup, 1 << 20), next);
+    makeNew();
+    EXPECT_EQ(readWholeFile(backup, 1 << 20), next) << "deleted before";
+    std::ofstream(file) << "no font at all";
+    tool.SaveFont("f");
+    EXPECT_EQ(readWholeFile(backup, 1 << 20).size(), 14u);
 }
 
 TEST_F(ToolWithoutFonts, FontsAreNotSwappedUnderARun) {
