@@ -2,6 +2,7 @@
 
 #include <gmock/gmock.h>
 
+#include <algorithm>
 #include <functional>
 #include <initializer_list>
 #include <string>
@@ -58,6 +59,14 @@ class TrainerTest : public testing::Test {
             dynamic_cast<TextBox&>(*form.find("txtFontName")).setText(text);
             press(form, {"OKButton"});
         });
+    }
+    static std::string chosenIn(Form& manager) {
+        return dynamic_cast<ListBox&>(*manager.find("lbFonts")).text();
+    }
+    static void choose(Form& manager, const std::string& font) {
+        auto& list = dynamic_cast<ListBox&>(*manager.find("lbFonts"));
+        const auto& fonts = list.items();
+        list.setListIndex(static_cast<int>(std::find(fonts.begin(), fonts.end(), font) - fonts.begin()));
     }
     int committed() {
         const auto table = trainer.tool().GetSampleData(kAllCommitted, kSampleFields);
@@ -182,6 +191,37 @@ TEST_F(TrainerTest, ChoosingTheFontThatIsShownKeepsWhatIsNotSaved) {
     EXPECT_EQ(Workspace::content(workspace.fontFile("renamed")), saved) << "nothing was saved by that";
     trainer.tool().SaveFont("renamed");
     EXPECT_EQ(trainer.tool().summary("renamed").samples, before + 4);
+}
+
+TEST_F(TrainerTest, TheFontManagerOpensOnTheFontShownAmongManyToo) {
+    for (int i = 0; i < 20; ++i) trainer.tool().CreateFont("f" + std::to_string(100 + i).substr(1));
+    const auto selectedAtOpening = [&] {
+        std::string font;
+        manager([&](Form& form) {
+            font = chosenIn(form);
+            form.unload();
+        });
+        return font;
+    };
+    // A loaded font beyond the reach of the step's mask moves to the front of the list.
+    for (const std::string font : {"f17", "f03", "f18"}) {
+        manager([&](Form& form) {
+            choose(form, font);
+            press(form, {"OKButton"});
+        });
+        EXPECT_EQ(trainer.control().selectedFont(), font);
+        EXPECT_EQ(selectedAtOpening(), font);
+    }
+    name("dlgFontNew", "z");
+    manager([](Form& form) { press(form, {"cmdNewFont", "CancelButton"}); });
+    EXPECT_EQ(trainer.tool().currentFont(), "f18");
+    manager([](Form& form) {
+        EXPECT_EQ(chosenIn(form), "f18");
+        press(form, {"cmdDeleteFont", "CancelButton"});
+    });
+    const auto fonts = trainer.tool().GetFontList();
+    EXPECT_EQ(fonts.size(), 20U);
+    EXPECT_EQ(std::count(fonts.begin(), fonts.end(), "f18"), 0);
 }
 
 TEST_F(TrainerTest, TheFontOfTheLastSessionIsThereAgainAndClosingAsks) {
