@@ -48,8 +48,8 @@ class TaughtFont {
         network_ = trained(
             set, 1, [](const TrainingFigures& now) { return now.cycles < 20; }, figures);
     }
-    std::vector<Answer> read(const Segmentation& found) const {
-        return answers(found, network_, DistanceMeasure(statistics_, places_));
+    std::vector<Recognition> read(const Segmentation& found) const {
+        return recognize(found, network_, DistanceMeasure(statistics_, places_));
     }
 
   private:
@@ -80,9 +80,9 @@ void tryImage(std::span<const std::uint8_t> bytes) {
     static const TaughtFont font;
     const auto read = font.read(found);
     if (read.size() != found.glyphs.size()) std::abort();
-    for (const Answer& answer : read) {
-        const double sure = confidence(answer.evidence);
-        if (answer.code == 0 || !(sure >= 0 && sure <= 1)) std::abort();
+    for (const Recognition& one : read) {
+        const double sure = confidence(one.evidence);
+        if (one.code == 0 || !(sure >= 0 && sure <= 1)) std::abort();
     }
 }
 

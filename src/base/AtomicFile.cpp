@@ -322,9 +322,14 @@ void renameFile(const std::string& from, const std::string& to) {
     moveFile(from, to, false, "Cannot rename");
 }
 
-void retireFile(const std::string& file) {
+void retireFile(const std::string& file, bool becomesBackup) {
     if (!fileExists(file)) throw Failure(RuntimeError::FileNotFound, "File not found: \"" + file + "\"");
-    moveFile(file, backupOf(file), true, "Cannot delete");
+    if (becomesBackup) {
+        moveFile(file, backupOf(file), true, "Cannot delete");
+        return;
+    }
+    removeFile(file);
+    if (fileExists(file)) fail(RuntimeError::PermissionDenied, "Cannot delete", file, "access is denied");
 }
 
 }  // namespace dravik

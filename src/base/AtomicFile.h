@@ -25,8 +25,9 @@ std::vector<std::uint8_t> readWholeFile(const std::string& file, std::uint64_t m
 // rename.
 void renameFile(const std::string& from, const std::string& to);
 
-// Moves the file to its backup, replacing that; raises File not found (53) and as above.
-void retireFile(const std::string& file);
+// Moves the file to its backup, replacing that, or deletes it unless it `becomesBackup`; raises File not
+// found (53) and as above.
+void retireFile(const std::string& file, bool becomesBackup);
 
 // True when a file of that name exists.
 bool fileExists(const std::string& file);

@@ -25,7 +25,7 @@ class FontTool {
     FontTool& operator=(const FontTool&) = delete;
     virtual ~FontTool() = default;
 
-    // Makes the named font the current one.
+    // Makes the named font the current one. One that is current already keeps what is not saved of it.
     virtual void LoadFont(const std::string& name) = 0;
     // A new, empty font of that name; replaces an existing one.
     virtual void CreateFont(const std::string& name) = 0;

@@ -66,7 +66,7 @@ TEST(AtomicFile, ReplacesAndKeepsThePreviousVersion) {
     writeWholeFile(file, bytesOf("three"), true);
     EXPECT_EQ(contentOf(file), "three");
     EXPECT_EQ(contentOf(backupOf(file)), "two");
-    retireFile(file);
+    retireFile(file, true);
     EXPECT_FALSE(fileExists(file));
     EXPECT_EQ(contentOf(backupOf(file)), "three");
     EXPECT_EQ(filesIn(folder.path("new/sub")), 1u);

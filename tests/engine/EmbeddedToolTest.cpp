@@ -7,6 +7,7 @@
 #include <fstream>
 #include <thread>
 
+#include "base/AtomicFile.h"
 #include "base/Failure.h"
 #include "base/TemporaryFolder.h"
 #include "base/Text.h"
@@ -93,6 +94,7 @@ TEST_F(ToolWithoutFonts, RefusesMoreRecordsThanIdentifiersName) {
     font.samples.resize(99'998);
     for (Sample& sample : font.samples) sample.serial = font.nextSerial++;
     font.distances.resize(font.samples.size());
+    tool.SaveFont("f");
     writeFont(font, folder.path("Fonts/f.nnd"));
     tool.LoadFont("f");
     tool.setImage(drawn({"AB"}, {}));
@@ -125,6 +127,42 @@ TEST_F(ToolWithoutFonts, AFontLeftForAnotherKeepsWhatIsNotSaved) {
     tool.DeleteFont("c");
     tool.CreateFont("c");
     EXPECT_EQ(committed(), 0);
+}
+
+TEST_F(ToolWithoutFonts, LoadingTheCurrentFontKeepsWhatIsNotSaved) {
+    tool.CreateFont("f");
+    commit("AB");
+    train();
+    tool.SetCharacterSet({"A"});
+    tool.setImage(drawn({"1"}));
+    tool.IncludeSamples("1");
+    tool.LoadFont("f");
+    EXPECT_EQ(committed(), 2);
+    EXPECT_TRUE(tool.isTrained());
+    EXPECT_THAT(tool.GetCharacterSet(), ElementsAre("A"));
+    EXPECT_THAT(tool.GetUncommittedSamples(), ElementsAre("1"));
+    tool.RenameFont("g", "f");
+    tool.LoadFont("g");
+    EXPECT_EQ(committed(), 2);
+    tool.RevertFont("g");
+    EXPECT_FALSE(tool.isTrained());
+    EXPECT_EQ(committed(), 2);
+    tool.CommitNewSamples();
+    tool.SaveFont("g");
+
+    // Uncommitted samples are not saved either. With nothing unsaved the file counts.
+    tool.setImage(drawn({"H"}));
+    tool.IncludeSamples("H");
+    tool.LoadFont("g");
+    EXPECT_THAT(tool.GetUncommittedSamples(), ElementsAre("H"));
+    tool.CommitNewSamples();
+    tool.SaveFont("g");
+    EmbeddedTool other{JobFolder(folder.path())};
+    other.LoadFont("g");
+    other.DeleteSample(sampleIdentifier(SampleKind::Committed, 0));
+    other.SaveFont("g");
+    tool.LoadFont("g");
+    EXPECT_EQ(committed(), 3);
 }
 
 TEST_F(ToolWithoutFonts, BadNamesAreRefused) {
@@ -210,6 +248,44 @@ TEST_F(ToolWithoutFonts, DamagedFontsAreRefusedAndTheCurrentOneStays) {
     const FontSummary summary = tool.summary("good");
     EXPECT_EQ(summary.samples, 3);
     EXPECT_FALSE(summary.trained);
+}
+
+TEST_F(ToolWithoutFonts, ANewFontLeavesTheSamplesOfTheOldOneInTheBackup) {
+    const std::string file = folder.path("Fonts/f.nnd"), backup = backupOf(file);
+    // As the font manager makes one.
+    const auto makeNew = [&] {
+        tool.CreateFont("f");
+        tool.SetCharacterSet({"0", "1"});
+        tool.SaveFont("f");
+    };
+    makeNew();
+    commit("AB1");
+    tool.SaveFont("f");
+    const auto old = readWholeFile(file, 1 << 20);
+    EXPECT_EQ(readFont(file).samples.size(), 3u);
+
+    makeNew();
+    EXPECT_TRUE(readFont(file).samples.empty());
+    EXPECT_EQ(readWholeFile(backup, 1 << 20), old);
+    makeNew();
+    EXPECT_EQ(readWholeFile(backup, 1 << 20), old) << "a second time";
+    tool.DeleteFont("f");
+    EXPECT_FALSE(fileExists(file));
+    EXPECT_EQ(readWholeFile(backup, 1 << 20), old) << "the empty font was deleted";
+    makeNew();
+    commit("0");
+    tool.SaveFont("f");
+    EXPECT_EQ(readWholeFile(backup, 1 << 20), old) << "until there is something else to keep";
+
+    // What has samples, and what cannot be read, is kept.
+    const auto next = readWholeFile(file, 1 << 20);
+    tool.DeleteFont("f");
+    EXPECT_EQ(readWholeFile(backup, 1 << 20), next);
+    makeNew();
+    EXPECT_EQ(readWholeFile(backup, 1 << 20), next) << "deleted before";
+    std::ofstream(file) << "no font at all";
+    tool.SaveFont("f");
+    EXPECT_EQ(readWholeFile(backup, 1 << 20).size(), 14u);
 }
 
 TEST_F(ToolWithoutFonts, FontsAreNotSwappedUnderARun) {

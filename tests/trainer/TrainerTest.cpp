@@ -2,7 +2,13 @@
 
 #include <gmock/gmock.h>
 
+#include <algorithm>
+#include <functional>
+#include <initializer_list>
+#include <string>
+
 #include "base/Failure.h"
+#include "tool/Samples.h"
 #include "trainer/commands/HeadlessPlatform.h"
 #include "trainer/commands/RunLoop.h"
 #include "trainer/support/PgmFile.h"
@@ -12,6 +18,7 @@ namespace dravik::test {
 
 using namespace engine;
 using namespace screen;
+using namespace tool;
 using namespace trainer;
 using namespace ui;
 namespace {
@@ -42,6 +49,34 @@ class TrainerTest : public testing::Test {
             text += '|';
         }
         return text;
+    }
+
+    // Opens the font manager; the operator does this in it.
+    void manager(std::function<void(Form&)> act) {
+        platform.script("dlgFontManager", std::move(act));
+        screen().font.cmdSelectFont.press();
+    }
+    static void press(Form& form, std::initializer_list<const char*> buttons) {
+        for (const char* button : buttons) dynamic_cast<Button&>(*form.find(button)).press();
+    }
+    // The dialog that asks for a name gets this one.
+    void name(const char* dialog, const char* text) {
+        platform.script(dialog, [text](Form& form) {
+            dynamic_cast<TextBox&>(*form.find("txtFontName")).setText(text);
+            press(form, {"OKButton"});
+        });
+    }
+    static std::string chosenIn(Form& manager) {
+        return dynamic_cast<ListBox&>(*manager.find("lbFonts")).text();
+    }
+    static void choose(Form& manager, const std::string& font) {
+        auto& list = dynamic_cast<ListBox&>(*manager.find("lbFonts"));
+        const auto& fonts = list.items();
+        list.setListIndex(static_cast<int>(std::find(fonts.begin(), fonts.end(), font) - fonts.begin()));
+    }
+    int committed() {
+        const auto table = trainer.tool().GetSampleData(kAllCommitted, kSampleFields);
+        return table ? table->upperRow() : 0;
     }
 
     Screen& screen() { return trainer.control().screen(); }
@@ -141,6 +176,58 @@ TEST_F(TrainerTest, LabelsFollowTheCaseOfTheFontWhenItIsMaintained) {
     screen().sample.chkCase.setChecked(true);
     EXPECT_EQ(labels(), "ACHT");
     EXPECT_EQ(screen().sample.txtSampleInput.text(), "acht") << "only Include changes what was typed";
+}
+
+TEST_F(TrainerTest, ChoosingTheFontThatIsShownKeepsWhatIsNotSaved) {
+    ASSERT_EQ(workspace.learnDigits("digits").status, 0);
+    const auto saved = Workspace::content(workspace.fontFile("digits"));
+    trainer.parts().open({workspace.draw("part.pgm", "6789")});
+    screen().font.cmdSelectFont.press();
+    const int before = committed();
+    type("6789");
+    screen().sample.cmdInclude.press();
+    manager([](Form& form) { press(form, {"OKButton"}); });
+    EXPECT_EQ(committed(), before + 4);
+    EXPECT_EQ(trainer.title(), "digits* - Dravik Trainer");
+
+    name("dlgFontName", "renamed");
+    manager([](Form& form) { press(form, {"cmdRenameFont", "OKButton"}); });
+    EXPECT_EQ(trainer.title(), "renamed* - Dravik Trainer");
+    EXPECT_EQ(committed(), before + 4);
+    EXPECT_EQ(Workspace::content(workspace.fontFile("renamed")), saved) << "nothing was saved by that";
+    trainer.tool().SaveFont("renamed");
+    EXPECT_EQ(trainer.tool().summary("renamed").samples, before + 4);
+}
+
+TEST_F(TrainerTest, TheFontManagerOpensOnTheFontShownAmongManyToo) {
+    for (int i = 0; i < 20; ++i) trainer.tool().CreateFont("f" + std::to_string(100 + i).substr(1));
+    const auto selectedAtOpening = [&] {
+        std::string font;
+        manager([&](Form& form) {
+            font = chosenIn(form);
+            form.unload();
+        });
+        return font;
+    };
+    // A loaded font beyond the reach of the step's mask moves to the front of the list.
+    for (const std::string font : {"f17", "f03", "f18"}) {
+        manager([&](Form& form) {
+            choose(form, font);
+            press(form, {"OKButton"});
+        });
+        EXPECT_EQ(trainer.control().selectedFont(), font);
+        EXPECT_EQ(selectedAtOpening(), font);
+    }
+    name("dlgFontNew", "z");
+    manager([](Form& form) { press(form, {"cmdNewFont", "CancelButton"}); });
+    EXPECT_EQ(trainer.tool().currentFont(), "f18");
+    manager([](Form& form) {
+        EXPECT_EQ(chosenIn(form), "f18");
+        press(form, {"cmdDeleteFont", "CancelButton"});
+    });
+    const auto fonts = trainer.tool().GetFontList();
+    EXPECT_EQ(fonts.size(), 20U);
+    EXPECT_EQ(std::count(fonts.begin(), fonts.end(), "f18"), 0);
 }
 
 TEST_F(TrainerTest, TheFontOfTheLastSessionIsThereAgainAndClosingAsks) {

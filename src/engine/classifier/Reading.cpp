@@ -41,14 +41,14 @@ std::optional<OtherSize> otherSize(std::span<const LineMetrics> lines, const Lin
 }
 
 struct LineReading {
-    std::vector<Answer> answers;
+    std::vector<Recognition> characters;
     double trust = 0;  // sum of the logarithms of the confidences
 };
 
 // Of the characters that the network takes for possible, the one that the samples make surest.
-Answer surest(const Network& network, const SampleInputs& inputs, std::span<const float> outputs,
-              const DistanceMeasure& measure) {
-    Answer best;
+Recognition surest(const Network& network, const SampleInputs& inputs, std::span<const float> outputs,
+                   const DistanceMeasure& measure) {
+    Recognition best;
     double most = -1;
     const float likeliest = *std::max_element(outputs.begin(), outputs.end());
     for (std::size_t i = 0; i < outputs.size(); ++i) {
@@ -87,9 +87,9 @@ std::vector<SampleInputs> allInputs(const Segmentation& found, std::span<const s
     return inputs;
 }
 
-std::vector<Answer> answers(const Segmentation& found, const Network& network,
-                            const DistanceMeasure& measure) {
-    std::vector<Answer> result;
+std::vector<Recognition> recognize(const Segmentation& found, const Network& network,
+                                   const DistanceMeasure& measure) {
+    std::vector<Recognition> result;
     if (network.empty()) return result;
     std::vector<float> outputs(network.codes.size());
     const auto readAs = [&](std::size_t from, std::size_t to, const LineMetrics& line) {
@@ -97,8 +97,8 @@ std::vector<Answer> answers(const Segmentation& found, const Network& network,
         for (std::size_t i = from; i < to; ++i) {
             const SampleInputs inputs = glyphInputs(found, found.glyphs[i], line);
             network.run(inputs, outputs);
-            reading.answers.push_back(surest(network, inputs, outputs, measure));
-            reading.trust += std::log(std::max(kLeastTrust, confidence(reading.answers.back().evidence)));
+            reading.characters.push_back(surest(network, inputs, outputs, measure));
+            reading.trust += std::log(std::max(kLeastTrust, confidence(reading.characters.back().evidence)));
         }
         return reading;
     };
@@ -112,7 +112,7 @@ std::vector<Answer> answers(const Segmentation& found, const Network& network,
             LineReading reading = readAs(from, to, line);
             if (reading.trust - other->doubt > best.trust) best = std::move(reading);
         }
-        result.insert(result.end(), best.answers.begin(), best.answers.end());
+        result.insert(result.end(), best.characters.begin(), best.characters.end());
         from = to;
     }
     return result;

@@ -16,13 +16,14 @@ namespace dravik::engine {
 // known: it decides whether characters of one height are capitals or small letters.
 std::vector<SampleInputs> allInputs(const Segmentation& found, std::span<const std::string> text);
 
-struct Answer {
+// What one found character is taken for, and what speaks for it.
+struct Recognition {
     std::int32_t code = 0;
     Evidence evidence;
 };
 
 // The trained characters that the found ones look most like, in their order; none when nothing was trained.
-std::vector<Answer> answers(const Segmentation& found, const Network& network,
-                            const DistanceMeasure& measure);
+std::vector<Recognition> recognize(const Segmentation& found, const Network& network,
+                                   const DistanceMeasure& measure);
 
 }  // namespace dravik::engine

@@ -151,6 +151,8 @@ struct EmbeddedTool::State {
         if (current && changed && *current != forFont) unsaved[*current] = record();
     }
 
+    bool hasUnsavedWork() const { return changed || samples.columns(tool::SampleKind::Uncommitted)->size() > 0; }
+
     void install(std::optional<std::string> name, FontRecord font) {
         check.stop();
         changed = false;
@@ -252,7 +254,7 @@ std::vector<ReadCharacter> EmbeddedTool::read() {
     const auto readIn = [&](const Segmentation& segments) {
         std::vector<ReadCharacter> result;
         const std::vector<FoundCharacter> places = State::places(segments);
-        const std::vector<Answer> read = answers(segments, state_->training.network, measure);
+        const std::vector<Recognition> read = recognize(segments, state_->training.network, measure);
         for (std::size_t i = 0; i < read.size(); ++i)
             result.push_back({places[i], characterOf(read[i].code), confidence(read[i].evidence)});
         return result;
@@ -299,6 +301,8 @@ FontSummary EmbeddedTool::summary(const std::string& name) {
 void EmbeddedTool::LoadFont(const std::string& name) {
     const std::string file = state_->library.existingFile(name);
     state_->checkIdle("loading a font");
+    // The operator who chooses the font that is shown once more does not mean to lose what was done to it.
+    if (state_->current == name && state_->hasUnsavedWork()) return;
     const auto kept = state_->unsaved.find(name);
     if (kept == state_->unsaved.end()) {
         FontRecord font = readFont(file);
@@ -326,7 +330,7 @@ void EmbeddedTool::CreateFont(const std::string& name) {
 void EmbeddedTool::DeleteFont(const std::string& name) {
     const std::string file = state_->library.existingFile(name);
     if (state_->current == name) state_->checkIdle("deleting its font");
-    retireFile(file);
+    retireFont(file);
     state_->unsaved.erase(name);
     if (state_->current == name) state_->install(std::nullopt, {});
     if (state_->library.selected() == name) state_->library.select(std::nullopt);

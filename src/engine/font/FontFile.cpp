@@ -23,6 +23,10 @@ constexpr std::uint32_t kMostUnits = 4096;
 constexpr float kLargestInput = 1000;  // far beyond what any character has
 constexpr std::size_t kSampleSize = 8 + 4 + 8 + 4 * kInputCount;
 constexpr std::size_t kTrainedSize = 4 + 4 + 4 * kInputCount;
+constexpr std::size_t kLongestCharacter = 16;
+// A font with neither samples nor training is no larger.
+constexpr std::uint64_t kLargestUntaught =
+    kHeaderSize + 4 + kMostCharacters * (4 + kLongestCharacter) + 8 + 4 + 4 + 4 + kChecksumSize;
 
 constexpr auto kChecksumTable = [] {
     std::array<std::uint32_t, 256> table{};
@@ -164,6 +168,18 @@ Training decodeTraining(Reader& in) {
     return training;
 }
 
+// Whether what is in the file may take the place of the backup that there is. A font is written several times
+// while it is made and has no samples yet; the backup is that of the font which it replaced.
+bool isWorthItsBackup(const std::string& file) {
+    if (!fileExists(backupOf(file))) return true;
+    try {
+        const FontRecord font = decodeFont(readWholeFile(file, kLargestUntaught), file);
+        return !font.samples.empty() || !font.training.empty();
+    } catch (const Failure&) {
+        return true;  // larger, or not to be read here, as a later version
+    }
+}
+
 }  // namespace
 
 const TrainedCharacter* Training::find(std::int32_t code) const {
@@ -226,7 +242,7 @@ FontRecord decodeFont(std::span<const std::uint8_t> bytes, const std::string& fi
     FontRecord font;
     const std::size_t characters = body.count(4, kMostCharacters);
     for (std::size_t i = 0; i < characters; ++i) {
-        const auto text = body.take(body.count(1, 16));
+        const auto text = body.take(body.count(1, kLongestCharacter));
         font.characterSet.emplace_back(text.begin(), text.end());
     }
     font.nextSerial = body.whole(8);
@@ -263,7 +279,11 @@ FontRecord readFont(const std::string& file) {
 }
 
 void writeFont(const FontRecord& font, const std::string& file) {
-    writeWholeFile(file, encodeFont(font), true);
+    writeWholeFile(file, encodeFont(font), isWorthItsBackup(file));
+}
+
+void retireFont(const std::string& file) {
+    retireFile(file, isWorthItsBackup(file));
 }
 
 }  // namespace dravik::engine

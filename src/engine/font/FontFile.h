@@ -50,4 +50,8 @@ FontRecord decodeFont(std::span<const std::uint8_t> bytes, const std::string& fi
 FontRecord readFont(const std::string& file);
 void writeFont(const FontRecord& font, const std::string& file);
 
+// Deletes a font. This and writing keep what was in the file as its backup, but never replace a backup by a
+// font that has neither samples nor training. Raises as retireFile() does.
+void retireFont(const std::string& file);
+
 }  // namespace dravik::engine

@@ -30,6 +30,7 @@ void FontSelection::SelectFont() {
         controls_.lblSelectedFont.setCaption(name);
         if (fontLoaded) fontLoaded();
         fillItems();
+        takeIndexOf(name);
     });
 }
 
@@ -44,12 +45,18 @@ void FontSelection::keepShownFont() {
     controls_.lblSelectedFont.setCaption(name);
     if (fontLoaded) fontLoaded();
     fillItems();
+    takeIndexOf(name);
 }
 
 std::int16_t FontSelection::indexOf(const std::string& font) {
     const auto fonts = tool_->GetFontList();
     const auto found = std::find(fonts.begin(), fonts.end(), font);
     return found == fonts.end() ? kFontUnknown : toInt16(static_cast<double>(found - fonts.begin()));
+}
+
+void FontSelection::takeIndexOf(const std::string& font) {
+    const std::int16_t index = indexOf(font);
+    if (index != kFontUnknown) m_FontIndex = index;
 }
 
 void FontSelection::txtCharSet_Change() {

@@ -48,6 +48,8 @@ class FontSelection {
     void keepShownFont();
     // Index in the tool's font list, kFontUnknown when it is not there.
     std::int16_t indexOf(const std::string& font);
+    // Takes m_FontIndex again once the font is loaded, since loading may change the order of the tool's list.
+    void takeIndexOf(const std::string& font);
 
     tool::ToolBinding& tool_;
     modErrors& errors_;

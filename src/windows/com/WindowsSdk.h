@@ -7,6 +7,7 @@
 #include <ole2.h>
 #include <olectl.h>
 
+#undef MessageBox
 #undef CreateFont
 #undef LoadImage
 #undef GetObject

@@ -2,7 +2,7 @@
 // that shows a closed control again gets a fresh screen with the step that it had given.
 #pragma once
 
-#include <windows.h>
+#include "windows/win32/Windows.h"
 
 #include <functional>
 #include <memory>

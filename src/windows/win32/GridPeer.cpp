@@ -173,8 +173,8 @@ class GridPeer : public PeerOf<ui::Grid, DrawnPeer>, private AccessibleContent {
         const COLORREF line = look().line(ground, 0.15);
         const COLORREF face = look().background();
         const COLORREF faceLine = look().line(face, 0.25);
-        const auto [top, bottom] = std::minmax(model_.row(), model_.rowSelection());
-        const auto [left, right] = std::minmax(model_.column(), model_.columnSelection());
+        const auto [top, bottom] = std::minmax({model_.row(), model_.rowSelection()});
+        const auto [left, right] = std::minmax({model_.column(), model_.columnSelection()});
 
         int edge = 0;
         for (int column = 0; column < view_.columns(); ++column) {
@@ -459,8 +459,8 @@ class GridPeer : public PeerOf<ui::Grid, DrawnPeer>, private AccessibleContent {
     }
     LONG childState(int child) const override {
         const auto [row, column] = cellOf(child);
-        const auto [top, bottom] = std::minmax(model_.row(), model_.rowSelection());
-        const auto [left, right] = std::minmax(model_.column(), model_.columnSelection());
+        const auto [top, bottom] = std::minmax({model_.row(), model_.rowSelection()});
+        const auto [left, right] = std::minmax({model_.column(), model_.columnSelection()});
         const bool selected = row >= top && row <= bottom && column >= left && column <= right;
         return STATE_SYSTEM_READONLY | (row > 0 ? STATE_SYSTEM_SELECTABLE : 0) |
                (selected ? STATE_SYSTEM_SELECTED : 0);

@@ -1,8 +1,8 @@
 // A form on the screen of Windows.
 #pragma once
 
-#include <windows.h>
-
+#include "windows/win32/Windows.h"
+// Behind the Windows headers
 #include <commctrl.h>
 
 #include "shown/Seen.h"
