@@ -1,5 +1,5 @@
-// The arithmetic of the arrangement, without a window.
-#include "windows/win32/LayoutGeometry.h"
+// The arithmetic of the arrangement, with made-up sizes of widgets.
+#include "ui/LayoutGeometry.h"
 
 #include <gtest/gtest.h>
 
@@ -11,7 +11,6 @@
 namespace dravik::test {
 
 using namespace ui;
-using namespace win32;
 namespace {
 
 class Geometry : public testing::Test {
