@@ -1,7 +1,6 @@
 #include "qt/FormLayout.h"
 
 #include <QLabel>
-#include <QStyle>
 #include <algorithm>
 #include <utility>
 
@@ -118,11 +117,10 @@ void FormLayout::setGeometry(const QRect& rect) {
     QLayout::setGeometry(rect);
     if (!arrangement_) return;
     const QRect inside = contentsRect();
-    const Qt::LayoutDirection direction = parentWidget()->layoutDirection();
+    const bool rightToLeft = parentWidget()->layoutDirection() == Qt::RightToLeft;
     for (const auto& [widget, box] :
-         arranged().place({inside.x(), inside.y(), inside.width(), inside.height()}))
-        itemOf(*widget)->setGeometry(
-            QStyle::visualRect(direction, inside, QRect(box.left, box.top, box.width, box.height)));
+         arranged().place({inside.x(), inside.y(), inside.width(), inside.height()}, rightToLeft))
+        itemOf(*widget)->setGeometry(QRect(box.left, box.top, box.width, box.height));
 }
 
 }  // namespace dravik::qt

@@ -124,6 +124,7 @@ std::vector<Span> spread(const std::vector<Slot>& slots, Span room, int spacing)
 // A part of the layout with what it asks for.
 struct LayoutGeometry::Node {
     const Layout& layout;
+    const int spacing;
     Measure measure;
     std::vector<Node> children;
     // Of a row, column or table: where its children stand. None in a direction that all of them share.
@@ -133,19 +134,19 @@ struct LayoutGeometry::Node {
 
     Node(const Layout& part, int dpi, const MeasureOf& measureOf);
 
-    void measureGroup(int spacing);
+    void measureGroup();
     void measureFixed();
     std::vector<Slot> boxSlots(bool across) const;
-    std::vector<Slot> tableColumns(int spacing) const;
+    std::vector<Slot> tableColumns() const;
     std::vector<Slot> tableRows() const;
-    void place(const Box& box, int spacing, std::vector<PlacedWidget>& placed) const;
+    void place(const Box& box, bool mirrored, std::vector<PlacedWidget>& placed) const;
     // The place of a child in the cell that it has to itself.
     Box inCell(const Node& child, Box cell) const;
 };
 
-LayoutGeometry::Node::Node(const Layout& part, int dpi, const MeasureOf& measureOf) : layout(part) {
+LayoutGeometry::Node::Node(const Layout& part, int dpi, const MeasureOf& measureOf)
+    : layout(part), spacing(scaled(kSpacing, dpi)) {
     for (const Layout& child : layout.children) children.emplace_back(child, dpi, measureOf);
-    const int spacing = scaled(kSpacing, dpi);
     switch (layout.kind) {
         case Layout::Kind::Empty:
             measure.visible = false;
@@ -158,16 +159,16 @@ LayoutGeometry::Node::Node(const Layout& part, int dpi, const MeasureOf& measure
             break;
         case Layout::Kind::Row:
             columns = boxSlots(true);
-            measureGroup(spacing);
+            measureGroup();
             break;
         case Layout::Kind::Column:
             rows = boxSlots(false);
-            measureGroup(spacing);
+            measureGroup();
             break;
         case Layout::Kind::Table:
-            columns = tableColumns(spacing);
+            columns = tableColumns();
             rows = tableRows();
-            measureGroup(spacing);
+            measureGroup();
             break;
         case Layout::Kind::Fixed:
             measureFixed();
@@ -183,7 +184,7 @@ LayoutGeometry::Node::Node(const Layout& part, int dpi, const MeasureOf& measure
     fixedPlace.height = pixels(place.top + place.height, dpi) - fixedPlace.top;
 }
 
-void LayoutGeometry::Node::measureGroup(int spacing) {
+void LayoutGeometry::Node::measureGroup() {
     measure.visible = false;
     for (const Node& child : children) {
         if (!child.measure.visible) continue;
@@ -232,7 +233,7 @@ std::vector<Slot> LayoutGeometry::Node::boxSlots(bool across) const {
     return slots;
 }
 
-std::vector<Slot> LayoutGeometry::Node::tableColumns(int spacing) const {
+std::vector<Slot> LayoutGeometry::Node::tableColumns() const {
     std::vector<Slot> slots;
     for (const Node& child : children) {
         const auto end = static_cast<std::size_t>(child.layout.tableColumn + child.layout.columnSpan);
@@ -279,7 +280,7 @@ std::vector<Slot> LayoutGeometry::Node::tableRows() const {
     return slots;
 }
 
-void LayoutGeometry::Node::place(const Box& box, int spacing, std::vector<PlacedWidget>& placed) const {
+void LayoutGeometry::Node::place(const Box& box, bool mirrored, std::vector<PlacedWidget>& placed) const {
     if (!measure.visible) return;
     if (layout.kind == Layout::Kind::Widget) {
         placed.push_back({layout.widget, box});
@@ -288,7 +289,7 @@ void LayoutGeometry::Node::place(const Box& box, int spacing, std::vector<Placed
     if (layout.kind == Layout::Kind::Fixed) {
         for (const Node& child : children) {
             const Box& own = child.fixedPlace;
-            child.place({box.left + own.left, box.top + own.top, own.width, own.height}, spacing, placed);
+            child.place({box.left + own.left, box.top + own.top, own.width, own.height}, mirrored, placed);
         }
         return;
     }
@@ -305,7 +306,9 @@ void LayoutGeometry::Node::place(const Box& box, int spacing, std::vector<Placed
         const Span& last = columns.empty() ? across.front() : across[column + span - 1];
         const Span& high = rows.empty() ? down.front() : down[row];
         const Box cell{first.start, high.start, last.start + last.length - first.start, high.length};
-        child.place(inCell(child, cell), spacing, placed);
+        Box own = inCell(child, cell);
+        if (mirrored) own.left = 2 * box.left + box.width - own.left - own.width;
+        child.place(own, mirrored, placed);
     }
 }
 
@@ -324,7 +327,7 @@ Box LayoutGeometry::Node::inCell(const Node& child, Box cell) const {
 }
 
 LayoutGeometry::LayoutGeometry(const Layout& layout, int dpi, const MeasureOf& measureOf)
-    : spacing_(scaled(kSpacing, dpi)), root_(std::make_shared<const Node>(layout, dpi, measureOf)) {}
+    : root_(std::make_shared<const Node>(layout, dpi, measureOf)) {}
 
 Extent LayoutGeometry::minimum() const {
     return root_->measure.minimum;
@@ -334,11 +337,11 @@ Extent LayoutGeometry::preferred() const {
     return root_->measure.preferred;
 }
 
-std::vector<PlacedWidget> LayoutGeometry::place(const Box& box) const {
+std::vector<PlacedWidget> LayoutGeometry::place(const Box& box, bool rightToLeft) const {
     std::vector<PlacedWidget> placed;
     root_->place(
         {box.left, box.top, std::max(box.width, minimum().width), std::max(box.height, minimum().height)},
-        spacing_, placed);
+        rightToLeft, placed);
     return placed;
 }
 

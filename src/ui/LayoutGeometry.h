@@ -60,13 +60,12 @@ class LayoutGeometry {
     Extent preferred() const;
 
     // The visible widgets in the order of the tree. Below the minimum they keep their least sizes and stand
-    // out.
-    std::vector<PlacedWidget> place(const Box& box) const;
+    // out. From right to left everything is mirrored but the insides of fixed places.
+    std::vector<PlacedWidget> place(const Box& box, bool rightToLeft = false) const;
 
   private:
     struct Node;
 
-    int spacing_;
     std::shared_ptr<const Node> root_;
 };
 
