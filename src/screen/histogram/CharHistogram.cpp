@@ -34,19 +34,15 @@ std::vector<double> distancesOf(const tool::RecordTable& samples, const std::str
 
 }  // namespace
 
-CharHistogram::CharHistogram(const tool::ToolBinding& tool, modErrors& errors,
-                             const std::vector<std::string>& fontArray, Handlers handlers)
-    : tool_(tool), errors_(errors), fontArray_(fontArray), handlers_(std::move(handlers)) {}
-
 void CharHistogram::DisplayCharHistogram(const std::string& character, std::int16_t type) {
     const std::string entry = "DravikDlg.DisplayCharHistogram(" + character + ", " + typeName(type) + ")";
-    errors_.procedures().run(entry, "DisplayCharHistogram", [&] {
-        errors_.sbr().panel("Message").setText("Creating histogram...");
+    context_.procedures.run(entry, "DisplayCharHistogram", [&] {
+        context_.screen.sbr.panel("Message").setText("Creating histogram...");
         tool::RecordTablePtr records;
         if (type == kCharacterDistance) {
-            records = tool_->GetSampleData(tool::kAllCommitted, tool::kSampleFields);
+            records = context_.tool->GetSampleData(tool::kAllCommitted, tool::kSampleFields);
         } else if (type == kFontHistogram) {
-            records = tool_->GetSampleData(tool::kAllTrained, tool::kCharacterFields);
+            records = context_.tool->GetSampleData(tool::kAllTrained, tool::kCharacterFields);
         }
         if (!records || records->isEmpty()) return;
         if (type == kCharacterDistance) {
@@ -54,7 +50,7 @@ void CharHistogram::DisplayCharHistogram(const std::string& character, std::int1
         } else {
             showFont(*records);
         }
-        errors_.procedures().log().platform().show(*m_dlgHist_);
+        context_.platform.show(*m_dlgHist_);
     });
 }
 
@@ -78,8 +74,8 @@ void CharHistogram::showFont(const tool::RecordTable& characters) {
 std::vector<double> CharHistogram::maxCharDistances(const tool::RecordTable& characters) {
     const auto wanted = characters.codes();
     std::vector<double> max(wanted.size(), 0.0);
-    errors_.procedures().run("", "MaxCharDistance", [&] {
-        const auto samples = tool_->GetSampleData(tool::kAllCommitted, tool::kSampleFields);
+    context_.procedures.run("", "MaxCharDistance", [&] {
+        const auto samples = context_.tool->GetSampleData(tool::kAllCommitted, tool::kSampleFields);
         if (!samples) return;
         const auto codes = samples->codes();
         const auto values = samples->values();
@@ -95,28 +91,19 @@ std::vector<double> CharHistogram::maxCharDistances(const tool::RecordTable& cha
 }
 
 double CharHistogram::MaxCharDistance(const std::string& character) {
-    double maximum = 0;
-    errors_.procedures().run("Dravikdlg.MaxCharDistance", "MaxCharDistance", [&] {
-        const auto samples = tool_->GetSampleData(tool::kAllCommitted, tool::kSampleFields);
-        if (!samples) return;
+    return context_.procedures.run("Dravikdlg.MaxCharDistance", "MaxCharDistance", [&] {
+        double maximum = 0;
+        const auto samples = context_.tool->GetSampleData(tool::kAllCommitted, tool::kSampleFields);
+        if (!samples) return maximum;
         for (const double distance : distancesOf(*samples, character))
             if (distance >= maximum) maximum = distance;
+        return maximum;
     });
-    return maximum;
 }
 
 void CharHistogram::openForm() {
     if (m_dlgHist_ && m_dlgHist_->loaded()) return;
-    m_dlgHist_ = std::make_unique<dlgCharHist>(errors_.procedures().log());
-    m_dlgHist_->DeleteByDistance.subscribe(
-        [this](double minimum, double maximum, const std::string& character) {
-            handlers_.DeleteByDistance(character, minimum, maximum);
-        });
-    m_dlgHist_->ShowDistHist.subscribe(
-        [this](const std::string& character) { handlers_.ShowDistHist(character); });
-    m_dlgHist_->ShowFontHist.subscribe(
-        [this](const std::string& character) { handlers_.ShowFontHist(character); });
-    m_dlgHist_->UserMsg.subscribe([this](const std::string& text) { handlers_.UserMsg(text); });
+    m_dlgHist_ = std::make_unique<dlgCharHist>(context_.log, context_.platform, control_);
     m_dlgHist_->load();
 }
 

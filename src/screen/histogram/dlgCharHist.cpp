@@ -19,11 +19,13 @@ constexpr char kThresholdPicture[] = "0.000";
 
 }  // namespace
 
-dlgCharHist::dlgCharHist(TraceLog& log)
+dlgCharHist::dlgCharHist(TraceLog& log, ui::Platform& platform, HistogramControl& control)
     : ui::Form("dlgCharHist", "Character Histogram"),
       procedures_(
           log, [this](std::string_view source, const Failure& failure) { reportFailure(source, failure); }),
-      platform_(log.platform()) {
+      platform_(platform),
+      log_(log),
+      control_(control) {
     createControls();
     loading.subscribe([this] { Form_Load(); });
     unloading.subscribe([this] { Form_Unload(); });
@@ -101,7 +103,7 @@ void dlgCharHist::Form_Unload() {
     procedures_.run("dlgCharHist.Form_Unload", "Form_Unload", [this] {
         tmrGraphics.setEnabled(false);
         tmrVarState.setEnabled(false);
-        if (deletions_ > 0) UserMsg("Samples were deleted. Learn required.");
+        if (deletions_ > 0) control_.m_dlgHist_UserMsg("Samples were deleted. Learn required.");
     });
 }
 
@@ -121,7 +123,7 @@ void dlgCharHist::tlbMain_ButtonClick(const ui::ToolButton& button) {
         m_bHistSet_ = false;
         tmrGraphics.setEnabled(false);
         if (button.key == "Font") {
-            ShowFontHist(character_);
+            control_.m_dlgHist_ShowFontHist(character_);
         } else if (button.key == "Char") {
             showCharHistogramFromToolbar();
         }
@@ -139,7 +141,7 @@ void dlgCharHist::showCharHistogramFromToolbar() {
             if (samples == 0) return setMsg("0 samples. No character histogram to display");
         }
     }
-    ShowDistHist(character_);
+    control_.m_dlgHist_ShowDistHist(character_);
 }
 
 // Hovering must not change the choice while the list is open.
@@ -158,7 +160,7 @@ void dlgCharHist::cboChar_Click() {
         if (!m_bHistSet_ || mode_ != kCharacterDistance) return;
         m_bHistSet_ = false;
         tmrGraphics.setEnabled(false);
-        ShowDistHist(cboChar.text());
+        control_.m_dlgHist_ShowDistHist(cboChar.text());
     });
 }
 

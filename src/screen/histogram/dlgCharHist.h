@@ -25,9 +25,25 @@ namespace dravik::screen {
 constexpr std::int16_t kFontHistogram = 0;
 constexpr std::int16_t kCharacterDistance = 1;
 
+// What the form asks of the control, which answers the form's four events: DeleteByDistance, ShowDistHist,
+// ShowFontHist and UserMsg. The texts are copies, since showing a histogram changes those of the form.
+class HistogramControl {
+  public:
+    // The character's samples whose Distance is in the range, both ends included, are to go.
+    virtual void m_dlgHist_DeleteByDistance(std::string character, double minimum, double maximum) = 0;
+    // The form is to be filled again: with the character's Distances, or with the whole font.
+    virtual void m_dlgHist_ShowDistHist(std::string character) = 0;
+    virtual void m_dlgHist_ShowFontHist(std::string character) = 0;
+    virtual void m_dlgHist_UserMsg(std::string text) = 0;
+
+  protected:
+    ~HistogramControl() = default;
+};
+
 class dlgCharHist : public ui::Form {
   public:
-    explicit dlgCharHist(TraceLog& log);
+    // The log, the platform and whom the form speaks to outlive it.
+    dlgCharHist(TraceLog& log, ui::Platform& platform, HistogramControl& control);
 
     ui::Toolbar tlbMain{"tlbMain"};
     ui::TextBox txtCharCaption{"txtCharCaption", "Character"};
@@ -56,12 +72,6 @@ class dlgCharHist : public ui::Form {
     void SetCharHistogram(const std::vector<double>& data, const std::string& character,
                           const std::vector<std::string>& chars);
     void CreateHashMarks(std::int16_t max);
-
-    // Lower and upper end, character.
-    ui::Signal<double, double, std::string> DeleteByDistance;
-    ui::Signal<std::string> ShowDistHist;
-    ui::Signal<std::string> ShowFontHist;
-    ui::Signal<std::string> UserMsg;
 
     std::int16_t mode() const noexcept { return mode_; }
     const std::string& currentCharacter() const noexcept { return character_; }
@@ -102,6 +112,8 @@ class dlgCharHist : public ui::Form {
 
     Procedures procedures_;
     ui::Platform& platform_;
+    TraceLog& log_;
+    HistogramControl& control_;
     // Gone once the form is: a menu can outlast it.
     std::shared_ptr<const bool> alive_ = std::make_shared<const bool>(true);
 

@@ -137,7 +137,7 @@ void dlgCharHist::SetCharHistogram(const std::vector<double>& data, const std::s
         }
         setMsg("Created character histogram");
         m_bHistSet_ = true;
-        UserMsg("Created character histogram");
+        control_.m_dlgHist_UserMsg("Created character histogram");
     });
     drawScene();
 }

@@ -121,7 +121,7 @@ void dlgCharHist::deleteBinMenu(std::size_t bin, const ui::MouseEvent& event) {
     const double upper = static_cast<double>(bin + 1) * bins_.width;
     MenuPick pick;
     {
-        dlgContextPopup popup(procedures_.log());
+        dlgContextPopup popup(log_);
         popup.mnuHistogram.item("mnuHistogramShowChar").enabled = false;
         auto& deleteItem = popup.mnuHistogram.item("mnuHistogramDelete");
         deleteItem.enabled = true;
@@ -131,17 +131,17 @@ void dlgCharHist::deleteBinMenu(std::size_t bin, const ui::MouseEvent& event) {
         pick = popup.popUp(platform_, popup.mnuHistogram, chart, event.x, event.y);
         if (alive.expired() || pick != MenuPick::HistogramDelete) return;
         setMsg("Deleting and updating...");
-        DeleteByDistance(lower, upper, character_);
+        control_.m_dlgHist_DeleteByDistance(character_, lower, upper);
     }
     deletions_ = toInt16(deletions_ + 1);
     tmrGraphics.setEnabled(false);
-    ShowDistHist(character_);
+    control_.m_dlgHist_ShowDistHist(character_);
     if (deletions_ >= kManyDeletions)
         setMsg(std::to_string(deletions_) + " deletions have occurred. Learn recommended.");
 }
 
 void dlgCharHist::characterMenu(std::size_t bar, const ui::MouseEvent& event) {
-    dlgContextPopup popup(procedures_.log());
+    dlgContextPopup popup(log_);
     popup.mnuHistogram.item("mnuHistogramDelete").enabled = false;
     auto& showItem = popup.mnuHistogram.item("mnuHistogramShowChar");
     const bool enough = element(data_, bar) >= 2;
@@ -152,7 +152,7 @@ void dlgCharHist::characterMenu(std::size_t bar, const ui::MouseEvent& event) {
     const MenuPick pick = popup.popUp(platform_, popup.mnuHistogram, chart, event.x, event.y);
     if (alive.expired() || pick != MenuPick::HistogramShowChar) return;
     tmrGraphics.setEnabled(false);
-    ShowDistHist(character);
+    control_.m_dlgHist_ShowDistHist(character);
 }
 
 // The arrow keys walk the pointer from bar to bar; the menu key opens the menu of the bar under it.
