@@ -500,14 +500,5 @@ TEST_F(dlgCharHistTest, FormMayVanishWhileItsMenuIsOpen) {
     EXPECT_THAT(events, IsEmpty()) << "deleted after the end";
 }
 
-TEST(HistogramData, SmallestLargestAndMean) {
-    const Numbers values = {-2, 7, 4};
-    EXPECT_EQ(MinValue(values), -2);
-    EXPECT_EQ(MaxValue(values), 7);
-    EXPECT_EQ(AvgValue(values), 3);
-    EXPECT_THROW(MaxValue({}), Failure);
-    EXPECT_THROW(AvgValue({}), Failure);
-}
-
 }  // namespace
 }  // namespace dravik::test

@@ -1,5 +1,6 @@
 #include "screen/histogram/CharHistogram.h"
 
+#include <span>
 #include <unordered_map>
 #include <utility>
 
@@ -30,6 +31,21 @@ std::vector<double> distancesOf(const tool::RecordTable& samples, const std::str
     for (std::size_t i = 0; i < codes.size(); ++i)
         if (codes[i] == code) distances.push_back(values[i]);
     return distances;
+}
+
+// The largest Distance of the samples of each character, by its code; 0 for one without samples. In one pass
+// over the samples.
+std::vector<double> largestDistances(const tool::RecordTable& samples, std::span<const std::int32_t> wanted) {
+    const auto codes = samples.codes();
+    const auto values = samples.values();
+    std::unordered_map<std::int32_t, double> largest;
+    for (const auto code : wanted) largest.emplace(code, 0.0);
+    for (std::size_t i = 0; i < codes.size(); ++i)
+        if (const auto found = largest.find(codes[i]); found != largest.end() && values[i] >= found->second)
+            found->second = values[i];
+    std::vector<double> max;
+    for (const auto code : wanted) max.push_back(largest[code]);
+    return max;
 }
 
 }  // namespace
@@ -73,31 +89,19 @@ void CharHistogram::showFont(const tool::RecordTable& characters) {
 
 std::vector<double> CharHistogram::maxCharDistances(const tool::RecordTable& characters) {
     const auto wanted = characters.codes();
-    std::vector<double> max(wanted.size(), 0.0);
-    context_.procedures.run("", "MaxCharDistance", [&] {
+    const auto body = [&] {
         const auto samples = context_.tool->GetSampleData(tool::kAllCommitted, tool::kSampleFields);
-        if (!samples) return;
-        const auto codes = samples->codes();
-        const auto values = samples->values();
-        std::unordered_map<std::int32_t, double> largest;
-        for (const auto code : wanted) largest.emplace(code, 0.0);
-        for (std::size_t i = 0; i < codes.size(); ++i)
-            if (const auto found = largest.find(codes[i]);
-                found != largest.end() && values[i] >= found->second)
-                found->second = values[i];
-        for (std::size_t i = 0; i < max.size(); ++i) max[i] = largest[wanted[i]];
-    });
-    return max;
+        return samples ? largestDistances(*samples, wanted) : std::vector<double>(wanted.size());
+    };
+    return context_.procedures.run("", "MaxCharDistance", body, std::vector<double>(wanted.size()));
 }
 
 double CharHistogram::MaxCharDistance(const std::string& character) {
     return context_.procedures.run("Dravikdlg.MaxCharDistance", "MaxCharDistance", [&] {
-        double maximum = 0;
         const auto samples = context_.tool->GetSampleData(tool::kAllCommitted, tool::kSampleFields);
-        if (!samples) return maximum;
-        for (const double distance : distancesOf(*samples, character))
-            if (distance >= maximum) maximum = distance;
-        return maximum;
+        const std::int32_t code = codeOf(character);
+        if (!samples || characterOf(code) != character) return 0.0;
+        return largestDistances(*samples, {&code, 1}).front();
     });
 }
 

@@ -1,7 +1,6 @@
 #include "screen/histogram/dlgCharHist.h"
 
 #include <algorithm>
-#include <limits>
 #include <utility>
 
 #include "base/Conversions.h"
@@ -88,14 +87,13 @@ void dlgCharHist::Form_Load() {
     procedures_.run("dlgCharHist.Form_Load", "Form_Load", [this] {
         if (g_bTrace) tmrVarState.setEnabled(true);
         chart.setScale(kHistogramScale);
-        drawing_.drawAxis();
+        model_.drawing.drawAxis();
         drawScene();
         udThreshold.setValue(kDefaultThreshold);
         txtThreshold.setText("0.400");
-        threshold_ = udThreshold.value() / kThresholdParts;
+        model_.threshold = udThreshold.value() / kThresholdParts;
         tmrGraphics.setEnabled(true);
-        handledX_ = pointerX_;
-        handledY_ = pointerY_;
+        handled_ = pointer_;
     });
 }
 
@@ -111,9 +109,9 @@ void dlgCharHist::udThreshold_Change() {
     procedures_.run("dlgCharHist.udThreshold_Change", "Threshold_Change", [this] {
         tmrGraphics.setEnabled(true);
         // The bars under the new threshold have not been handled yet, even where the pointer rests.
-        handledX_ = std::numeric_limits<float>::quiet_NaN();
-        threshold_ = udThreshold.value() / kThresholdParts;
-        txtThreshold.setText(formatNumber(threshold_, kThresholdPicture));
+        handled_.reset();
+        model_.threshold = udThreshold.value() / kThresholdParts;
+        txtThreshold.setText(formatNumber(model_.threshold, kThresholdPicture));
     });
 }
 
@@ -133,10 +131,10 @@ void dlgCharHist::tlbMain_ButtonClick(const ui::ToolButton& button) {
 }
 
 void dlgCharHist::showCharHistogramFromToolbar() {
-    if (mode_ != kCharacterDistance) {
-        const auto found = std::find(chars_.begin(), chars_.end(), character_);
-        if (found != chars_.end()) {
-            const double samples = element(data_, static_cast<std::size_t>(found - chars_.begin()));
+    if (model_.mode != kCharacterDistance) {
+        const auto found = std::find(model_.chars.begin(), model_.chars.end(), character_);
+        if (found != model_.chars.end()) {
+            const double samples = model_.samplesOf(static_cast<std::size_t>(found - model_.chars.begin()));
             if (samples == 1) return setMsg("1 sample. Character histogram not available.");
             if (samples == 0) return setMsg("0 samples. No character histogram to display");
         }
@@ -157,7 +155,7 @@ void dlgCharHist::cboChar_Click() {
     const std::string entry =
         std::string("dlgCharHist.cboChar_Click, m_bHistSet = ") + (m_bHistSet_ ? "True" : "False");
     procedures_.run(entry, "CharCombo", [this] {
-        if (!m_bHistSet_ || mode_ != kCharacterDistance) return;
+        if (!m_bHistSet_ || model_.mode != kCharacterDistance) return;
         m_bHistSet_ = false;
         tmrGraphics.setEnabled(false);
         control_.m_dlgHist_ShowDistHist(cboChar.text());

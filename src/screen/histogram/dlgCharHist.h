@@ -11,8 +11,7 @@
 #include <vector>
 
 #include "screen/context/Procedure.h"
-#include "screen/histogram/HistogramData.h"
-#include "screen/histogram/HistogramDrawing.h"
+#include "screen/histogram/HistogramModel.h"
 #include "ui/Bars.h"
 #include "ui/Chart.h"
 #include "ui/Form.h"
@@ -21,9 +20,6 @@
 #include "ui/Toolbar.h"
 
 namespace dravik::screen {
-
-constexpr std::int16_t kFontHistogram = 0;
-constexpr std::int16_t kCharacterDistance = 1;
 
 // What the form asks of the control, which answers the form's four events: DeleteByDistance, ShowDistHist,
 // ShowFontHist and UserMsg. The texts are copies, since showing a histogram changes those of the form.
@@ -73,9 +69,9 @@ class dlgCharHist : public ui::Form {
                           const std::vector<std::string>& chars);
     void CreateHashMarks(std::int16_t max);
 
-    std::int16_t mode() const noexcept { return mode_; }
+    std::int16_t mode() const noexcept { return model_.mode; }
     const std::string& currentCharacter() const noexcept { return character_; }
-    const HistogramDrawing& drawing() const noexcept { return drawing_; }
+    const HistogramDrawing& drawing() const noexcept { return model_.drawing; }
 
   private:
     void createControls();
@@ -104,8 +100,6 @@ class dlgCharHist : public ui::Form {
 
     // As a form that was just opened: nothing drawn, no data.
     void forgetHistogram();
-    void nameBars();
-    std::string nameOfBar(std::size_t index) const;
     void drawScene();
     void reportFailure(std::string_view source, const Failure& failure);
     void setMsg(std::string text) { sbr.panel("Msg").setText(std::move(text)); }
@@ -117,22 +111,20 @@ class dlgCharHist : public ui::Form {
     // Gone once the form is: a menu can outlast it.
     std::shared_ptr<const bool> alive_ = std::make_shared<const bool>(true);
 
-    std::int16_t mode_ = kFontHistogram;
-    std::vector<double> data_;
-    std::vector<double> max_;
-    std::vector<std::string> chars_;
+    HistogramModel model_;
     std::string character_;
-    DistanceBins bins_;
-    double threshold_ = 0;
     bool m_bHistSet_ = false;
     std::int16_t deletions_ = 0;
 
-    HistogramDrawing drawing_;
+    struct Point {
+        float x = 0;
+        float y = 0;
+        bool operator==(const Point&) const = default;
+    };
     // Until it is first moved the pointer is taken to rest in the left-top corner, off every bar.
-    float pointerX_ = -5;
-    float pointerY_ = 120;
-    float handledX_ = -5;
-    float handledY_ = 120;
+    Point pointer_{-5, 120};
+    std::optional<Point> handled_ =
+        pointer_;  // the place that the last tick saw; none makes the next one look
     bool overBar_ = false;
     std::optional<std::size_t> highlighted_;
 };
