@@ -25,13 +25,14 @@ ui::Color trainedColor(std::int16_t count) {
 }  // namespace
 
 void CharOverview::UpdateCharDisplay() {
+    auto& overview = context_.screen.overview;
     context_.procedures.run("Dravikdlg.UpdateCharDisplay", "UpdateCharDisplay", [&] {
         const tool::CharacterSet set = context_.tool->GetCharacterSet();
         std::string all;
         for (const auto& character : set) all += character;
-        context_.screen.overview.lblEmpty.setBackColor(set.empty() ? kUntrained : kNotInFont);
-        context_.screen.overview.lblEmpty.setBold(set.empty());
-        for (const auto& cell : context_.screen.overview.lblChar) {
+        overview.lblEmpty.setBackColor(set.empty() ? kUntrained : kNotInFont);
+        overview.lblEmpty.setBold(set.empty());
+        for (const auto& cell : overview.lblChar) {
             const bool inFont = contains(all, cell->caption());
             cell->setBackColor(inFont ? kUntrained : kNotInFont);
             cell->setBold(inFont);

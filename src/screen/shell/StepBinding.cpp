@@ -24,6 +24,7 @@ void StepBinding::setStep(tool::StepPtr step) {
 }
 
 void StepBinding::FillItems() {
+    auto& font = context_.screen.font;
     context_.procedures.run("Dravikdlg.FillItems", "FillItems", [&] {
         run_.GetTrainTimeout();
         const auto fonts = context_.tool->GetFontList();
@@ -32,17 +33,16 @@ void StepBinding::FillItems() {
         if (selection_.m_FontIndex == kFontUnknown) loadSelectedFont(fonts);
 
         const tool::CharacterSet set = context_.tool->GetCharacterSet();
-        context_.screen.font.txtCharSet.setLocked(true);
+        font.txtCharSet.setLocked(true);
         std::string text;
         for (const auto& character : set) text += character;
-        context_.screen.font.txtCharSet.setText("");
-        if (!set.empty()) context_.screen.font.txtCharSet.setText(text);
-        context_.screen.font.txtCharSet.setLocked(false);
+        font.txtCharSet.setText("");
+        if (!set.empty()) font.txtCharSet.setText(text);
+        font.txtCharSet.setLocked(false);
         grid_.FillSamplesArray();
         overview_.UpdateCharDisplay();
         context_.screen.train.cmdTrain.setEnabled(selection_.ReadyToTrain());
-        context_.screen.font.lblFontDateTime.setCaption(
-            selection_.FontTrainDate(context_.screen.font.lblSelectedFont.caption()));
+        font.lblFontDateTime.setCaption(selection_.FontTrainDate(font.lblSelectedFont.caption()));
     });
     if (filled) filled();
 }

@@ -43,6 +43,7 @@ void TrainingRun::GetTrainTimeout() {
 }
 
 void TrainingRun::cmdTrain_Click() {
+    auto& train = context_.screen.train;
     context_.procedures.run("Dravikdlg.cmdTrain_Click", "Train", [&] {
         context_.errors.UserMsg("");
         if (!context_.tool->GetUncommittedSamples().empty()) {
@@ -52,65 +53,66 @@ void TrainingRun::cmdTrain_Click() {
             if (answer == ui::Answer::Cancel) return;
             if (answer == ui::Answer::Yes) cmdInclude_Click();
         }
-        context_.screen.train.cmdTrain.setEnabled(false);
-        context_.screen.train.cmdSaveFont.setEnabled(false);
-        context_.screen.train.cmdRevert.setEnabled(false);
+        train.cmdTrain.setEnabled(false);
+        train.cmdSaveFont.setEnabled(false);
+        train.cmdRevert.setEnabled(false);
         SetTrainState(true);
         elapsedSeconds_ = 0;
         context_.tool->StartTraining();
-        context_.screen.train.tmrTrain.setEnabled(true);
+        train.tmrTrain.setEnabled(true);
     });
 }
 
 void TrainingRun::SetTrainState(bool training) {
+    auto& train = context_.screen.train;
     context_.procedures.run("Dravikdlg.SetTrainState", "SetTrainState", [&] {
-        context_.screen.train.cmdStop.setEnabled(training);
+        train.cmdStop.setEnabled(training);
         context_.screen.sample.txtSampleInput.setEnabled(!training);
-        context_.screen.train.cboTimeout.setEnabled(!training);
+        train.cboTimeout.setEnabled(!training);
         context_.screen.font.cmdSelectFont.setEnabled(!training);
         context_.screen.sample.cmdInclude.setEnabled(!training);
-        context_.screen.train.cmdTrain.setEnabled(!training);
+        train.cmdTrain.setEnabled(!training);
     });
 }
 
 void TrainingRun::tmrTrain_Timer() {
+    auto& train = context_.screen.train;
     if (std::exchange(polling_, true)) return;
     context_.procedures.run("Dravikdlg.tmrTrain_Timer", "TrainTimer", [&] {
         if (!context_.tool->IsTrainingDone()) {
-            context_.screen.train.lblStatus.setCaption(" RMS Error: " +
-                                                       rmsText(context_.tool->GetRmsError()));
-            elapsedSeconds_ += context_.screen.train.tmrTrain.interval() / 1000.0;
+            train.lblStatus.setCaption(" RMS Error: " + rmsText(context_.tool->GetRmsError()));
+            elapsedSeconds_ += train.tmrTrain.interval() / 1000.0;
             if (trainingTimeout_ != 0)
-                context_.screen.train.prgTrain.setValue(
-                    static_cast<float>(elapsedSeconds_ * 100 / trainingTimeout_));
+                train.prgTrain.setValue(static_cast<float>(elapsedSeconds_ * 100 / trainingTimeout_));
             return;
         }
         std::string rms;
         if (!context_.tool->IsTrainingAborted()) {
             rms = rmsText(context_.tool->GetRmsError());
-            context_.screen.train.lblStatus.setCaption(
-                "Cycles: " + std::to_string(context_.tool->GetTrainCycles()) + ", RMS: " + rms);
+            train.lblStatus.setCaption("Cycles: " + std::to_string(context_.tool->GetTrainCycles()) +
+                                       ", RMS: " + rms);
             // What the run has learnt is not in the font's file yet: closing now asks whether to save it.
             context_.tool.setFontChanged(true);
         }
         context_.procedures.trace("Dravikdlg.training done, RMS = " + rms);
-        context_.screen.train.tmrTrain.setEnabled(false);
-        context_.screen.train.cmdRevert.setEnabled(true);
-        context_.screen.train.cmdSaveFont.setEnabled(true);
-        context_.screen.train.cmdStop.setEnabled(false);
-        context_.screen.train.cmdSaveFont.setFocus();
-        context_.screen.train.prgTrain.setValue(100);
+        train.tmrTrain.setEnabled(false);
+        train.cmdRevert.setEnabled(true);
+        train.cmdSaveFont.setEnabled(true);
+        train.cmdStop.setEnabled(false);
+        train.cmdSaveFont.setFocus();
+        train.prgTrain.setValue(100);
         context_.errors.UserMsg("Save Font or Revert");
     });
     polling_ = false;
 }
 
 void TrainingRun::cmdStop_Click() {
+    auto& train = context_.screen.train;
     context_.procedures.run("Dravikdlg.cmdStop_Click", "Stop", [&] {
         context_.tool->StopTraining();
-        context_.screen.train.tmrTrain.setEnabled(false);
-        context_.screen.train.cmdStop.setEnabled(false);
-        context_.screen.train.cmdTrain.setEnabled(true);
+        train.tmrTrain.setEnabled(false);
+        train.cmdStop.setEnabled(false);
+        train.cmdTrain.setEnabled(true);
         context_.screen.sample.cmdInclude.setEnabled(true);
         SetTrainState(false);
         context_.errors.UserMsg("Stopped training.");
@@ -128,18 +130,19 @@ void TrainingRun::cmdRevert_Click() {
 }
 
 void TrainingRun::SaveFont() {
+    auto& train = context_.screen.train;
+    auto& font = context_.screen.font;
     context_.procedures.run("Dravikdlg.SaveFont", "SaveFont", [&] {
-        context_.tool->SaveFont(context_.screen.font.lblSelectedFont.caption());
+        context_.tool->SaveFont(font.lblSelectedFont.caption());
         context_.tool.setFontChanged(false);
-        context_.screen.train.cmdRevert.setEnabled(false);
+        train.cmdRevert.setEnabled(false);
         overview_.UpdateTrainStatus();
-        context_.screen.font.lblFontDateTime.setCaption(
-            selection_.FontTrainDate(context_.screen.font.lblSelectedFont.caption()));
+        font.lblFontDateTime.setCaption(selection_.FontTrainDate(font.lblSelectedFont.caption()));
         SetTrainState(false);
-        context_.screen.train.prgTrain.setValue(0);
+        train.prgTrain.setValue(0);
         context_.screen.sample.txtSampleInput.setFocus();
         lastStatusText_.clear();
-        context_.screen.train.cmdSaveFont.setEnabled(false);
+        train.cmdSaveFont.setEnabled(false);
         context_.errors.UserMsg("Saved font");
     });
 }
