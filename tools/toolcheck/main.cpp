@@ -38,7 +38,7 @@ std::wstring programIdentifier;
 bool lateBound = false;
 
 std::string name() {
-    return com::toUtf8(std::wstring_view(programIdentifier));
+    return utf8(programIdentifier);
 }
 
 // The tool under check, new for every rule.
@@ -155,8 +155,7 @@ int checkTool() {
         RegisteredTool tool;
         showsImages = tool.showsImages();
     } catch (const Failure& failure) {
-        std::fprintf(stderr, "%s cannot be checked: %s\n",
-                     com::toUtf8(std::wstring_view(programIdentifier)).c_str(),
+        std::fprintf(stderr, "%s cannot be checked: %s\n", utf8(programIdentifier).c_str(),
                      failure.description().c_str());
         return 2;
     }

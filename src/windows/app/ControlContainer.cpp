@@ -23,11 +23,11 @@ com::ComPtr<IUnknown> neighbour() {
     const std::wstring program = com::modulePath();
     const std::wstring file = program.substr(0, program.find_last_of(L'\\') + 1) + kNeighbour;
     HMODULE library = LoadLibraryW(file.c_str());
-    if (!library) throw Failure(RuntimeError::FileNotFound, com::toUtf8(file) + " cannot be loaded");
+    if (!library) throw Failure(RuntimeError::FileNotFound, utf8(file) + " cannot be loaded");
     using GetClassObject = HRESULT(STDAPICALLTYPE*)(REFCLSID, REFIID, void**);
     const auto getClass = reinterpret_cast<GetClassObject>(
         reinterpret_cast<void*>(GetProcAddress(library, "DllGetClassObject")));
-    if (!getClass) throw Failure(RuntimeError::FileNotFound, com::toUtf8(file) + " is not a control");
+    if (!getClass) throw Failure(RuntimeError::FileNotFound, utf8(file) + " is not a control");
     com::ComPtr<IClassFactory> factory;
     com::check(getClass(CLSID_DravikDlg, IID_IClassFactory, factory.putVoid()));
     com::ComPtr<IUnknown> object;

@@ -31,7 +31,7 @@ class ScriptsTest : public testing::Test {
     static Finished script(const std::string& name, const std::vector<std::string>& arguments) {
         std::string line = "cscript.exe //nologo " + quoted(source("docs/samples/" + name));
         for (const std::string& argument : arguments) line += " " + quoted(argument);
-        return runProcess(toWide(line));
+        return runProcess(wide(line));
     }
     // A program that the build has made, with these arguments.
     static Finished program(const char* file, const wchar_t* arguments) {

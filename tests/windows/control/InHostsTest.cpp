@@ -23,7 +23,7 @@ namespace {
 
 class InHosts : public ::testing::TestWithParam<const char*> {
   protected:
-    std::string text(const std::wstring& wide) const { return toUtf8(std::wstring_view(wide)); }
+    std::string text(const std::wstring& wide) const { return utf8(wide); }
 };
 
 INSTANTIATE_TEST_SUITE_P(Control, InHosts, ::testing::Values("strict", "atl", "sheet"),
