@@ -166,7 +166,7 @@ Trainer::Trainer(std::unique_ptr<HostedScreen> screen, JobFolder folder, ImageDe
 
     auto& connections = parts.connections;
     connections.push_back(parts.opened.currentChanged.connect([=, &parts] {
-        parts.tool->setImage(parts.opened.image());
+        parts.tool->shareImage(parts.opened.sharedImage());
         refreshPreview();
         refreshReading();
     }));
