@@ -5,8 +5,6 @@
 // The tool has to have no fonts, since the check creates and deletes some. A tool that has a property
 // JobsFolder is given an empty folder by it. Rules that need an image are checked with tools that have
 // SetImage(Width, Height, Pixels), an array of grey levels row by row; with others they are left out.
-#include "windows/com/WindowsSdk.h"
-// Behind the Windows headers
 #include <DravikLib.h>
 
 #include <array>
@@ -15,6 +13,9 @@
 #include <string>
 #include <vector>
 
+#include "base/TemporaryFolder.h"
+#include "contract/DrawnText.h"
+#include "contract/FontToolContract.h"
 #include "windows/com/Boundary.h"
 #include "windows/com/ComFontTool.h"
 #include "windows/com/ComStep.h"
@@ -22,10 +23,6 @@
 #include "windows/com/LateBound.h"
 #include "windows/com/ToolValues.h"
 #include "windows/com/Variant.h"
-// Behind the Windows headers
-#include "base/TemporaryFolder.h"
-#include "contract/DrawnText.h"
-#include "contract/FontToolContract.h"
 
 namespace dravik {
 

@@ -6,8 +6,6 @@
 #include <functional>
 #include <memory>
 
-#include "windows/com/WindowsSdk.h"
-// Behind the Windows headers
 #include "tool/Step.h"
 #include "windows/com/ComPtr.h"
 

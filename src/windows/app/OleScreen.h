@@ -1,9 +1,8 @@
 // The training screen in the control of another module, as the trainer sees it.
 #pragma once
 
-#include "windows/app/ControlContainer.h"
-// Behind the Windows headers
 #include "trainer/HostedScreen.h"
+#include "windows/app/ControlContainer.h"
 #include "windows/control/ScreenWatch.h"
 
 namespace dravik::app {

@@ -1,7 +1,5 @@
 #include "windows/app/PngFile.h"
 
-#include "windows/com/WindowsSdk.h"
-// Behind the Windows headers
 #include <wincodec.h>
 
 #include <vector>

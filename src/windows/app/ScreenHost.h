@@ -2,8 +2,6 @@
 // controls of the program itself, or inside of an OLE control.
 #pragma once
 
-#include "windows/win32/Windows.h"
-// Behind the Windows headers
 #include <memory>
 
 namespace dravik::trainer {

@@ -1,7 +1,5 @@
 #include "windows/app/Win32DemoHands.h"
 
-#include <commctrl.h>
-
 #include <algorithm>
 #include <utility>
 

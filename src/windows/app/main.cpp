@@ -1,8 +1,4 @@
 // DravikTrainer.exe: headless commands, the window, or a scripted session in the window.
-#include "windows/win32/Windows.h"
-// Behind the Windows headers
-#include <ole2.h>
-#include <shellapi.h>
 
 #include <algorithm>
 #include <filesystem>

@@ -6,7 +6,6 @@
 #include <utility>
 
 #include "base/Utf.h"
-#include "windows/com/WindowsSdk.h"
 
 namespace dravik::com {
 

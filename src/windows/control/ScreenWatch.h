@@ -2,8 +2,6 @@
 // font's state, with word when they change. Private to the two; no type library describes it.
 #pragma once
 
-#include "windows/com/WindowsSdk.h"
-
 namespace dravik::control {
 
 enum class ScreenChange : LONG { Typed = 1, Font = 2, SavedState = 3 };

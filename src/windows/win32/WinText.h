@@ -1,8 +1,6 @@
 // Texts of windows.
 #pragma once
 
-#include "windows/win32/Windows.h"
-
 #include <string>
 #include <string_view>
 

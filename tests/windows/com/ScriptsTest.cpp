@@ -3,14 +3,13 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "base/Paths.h"
+#include "base/TemporaryFolder.h"
+#include "contract/DrawnText.h"
 #include "windows/com/ComText.h"
 #include "windows/com/support/ChildProcess.h"
 #include "windows/com/support/ControlFile.h"
 #include "windows/com/support/ImageFile.h"
-// Behind the Windows headers
-#include "base/Paths.h"
-#include "base/TemporaryFolder.h"
-#include "contract/DrawnText.h"
 
 namespace dravik {
 

@@ -1,8 +1,6 @@
 // The operator's work in each of three hosts.
 #include "support/Accessible.h"
 #include "windows/control/support/Bench.h"
-// Behind the Windows headers
-#include <commctrl.h>
 
 #include <gmock/gmock.h>
 

@@ -1,7 +1,5 @@
 #include "windows/control/support/Bench.h"
 
-#include <commctrl.h>
-
 #include <stdexcept>
 
 #include "contract/DrawnText.h"

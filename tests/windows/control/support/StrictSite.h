@@ -2,11 +2,10 @@
 // of activation and hands out just what a strict container has. Ambient properties can be set.
 #pragma once
 
-#include "windows/app/ContainerSite.h"
-// Behind the Windows headers
 #include <map>
 #include <string>
 #include <vector>
+#include "windows/app/ContainerSite.h"
 
 #include "windows/com/Variant.h"
 
