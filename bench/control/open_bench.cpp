@@ -1,7 +1,6 @@
 // How long the control takes to come up in a host: made, activated, laid out and painted, without and with a
 // step. Median of several runs after a first one, in milliseconds.
 #include "windows/control/support/Bench.h"
-// Behind the Windows headers
 #include <algorithm>
 #include <chrono>
 #include <cstdio>

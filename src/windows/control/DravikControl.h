@@ -9,7 +9,6 @@
 #include "windows/control/DispatchFacets.h"
 #include "windows/control/DocumentFacets.h"
 #include "windows/control/OleFacets.h"
-#include "windows/control/WatchedScreen.h"
 
 namespace dravik::control {
 
@@ -52,7 +51,6 @@ class DravikControl final : public IUnknown {
     ClassInfo classInfo_;
     ConnectionPoints connectionPoints_;
     QuickActivation quickActivation_;
-    WatchedScreen watchedScreen_;
 };
 
 }  // namespace dravik::control

@@ -11,7 +11,6 @@
 
 namespace dravik {
 
-using namespace app;
 using namespace com;
 using namespace tool;
 

@@ -5,13 +5,12 @@
 #include <map>
 #include <string>
 #include <vector>
-#include "windows/app/ContainerSite.h"
 
 #include "windows/com/Variant.h"
+#include "windows/control/support/ContainerSite.h"
 
 namespace dravik {
 
-using namespace app;
 using namespace com;
 using namespace tool;
 
