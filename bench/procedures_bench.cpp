@@ -10,8 +10,6 @@
 #include <vector>
 
 #ifdef _WIN32
-#include "windows/com/WindowsSdk.h"
-// Behind the Windows headers
 #include "windows/com/ComFontTool.h"
 #include "windows/com/ComStep.h"
 #endif

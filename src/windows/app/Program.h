@@ -2,9 +2,8 @@
 // each other.
 #pragma once
 
-#include "windows/app/MainWindow.h"
-// Behind the Windows headers
 #include <optional>
+#include "windows/app/MainWindow.h"
 
 #include "base/JobFolder.h"
 #include "trainer/Trainer.h"

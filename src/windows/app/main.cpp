@@ -1,8 +1,4 @@
 // DravikTrainer.exe: headless commands, or the window.
-#include "windows/win32/Windows.h"
-// Behind the Windows headers
-#include <ole2.h>
-#include <shellapi.h>
 
 #include <iostream>
 #include <memory>

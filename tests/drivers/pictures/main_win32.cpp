@@ -1,7 +1,5 @@
 // DravikPictures [--dpi N] ...: pictures of the trainer's window on Windows, at a display scale of 96 to 480
 // dots per inch.
-#include "windows/win32/Windows.h"
-// Behind the Windows headers
 #include <ole2.h>
 
 #include <algorithm>

@@ -2,8 +2,6 @@
 // scripted sessions and tests. Everything waits for a condition, nothing for a fixed time.
 #pragma once
 
-#include "windows/win32/Windows.h"
-// Behind the Windows headers
 #include <deque>
 #include <functional>
 #include <string>

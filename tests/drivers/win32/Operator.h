@@ -3,8 +3,6 @@
 // a fixed time.
 #pragma once
 
-#include "windows/win32/Windows.h"
-// Behind the Windows headers
 #include <functional>
 #include <memory>
 #include <string>

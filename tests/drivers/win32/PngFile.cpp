@@ -1,7 +1,5 @@
 #include "drivers/win32/PngFile.h"
 
-#include "windows/com/WindowsSdk.h"
-// Behind the Windows headers
 #include <wincodec.h>
 
 #include <vector>

@@ -1,7 +1,5 @@
 #include "drivers/win32/Win32WindowDriver.h"
 
-#include <commctrl.h>
-
 #include <algorithm>
 #include <utility>
 

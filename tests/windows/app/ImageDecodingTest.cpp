@@ -1,6 +1,4 @@
 // Image files of every usual kind as grey images.
-#include "windows/com/WindowsSdk.h"
-// Behind the Windows headers
 #include <propidl.h>
 #include <wincodec.h>
 

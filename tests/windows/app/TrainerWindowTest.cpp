@@ -1,7 +1,5 @@
 // The program's window as a whole: a font is made, taught, learnt, saved and reads, all through what the
 // operator sees.
-#include "windows/win32/Windows.h"
-// Behind the Windows headers
 #include <shlobj.h>
 
 #include <filesystem>

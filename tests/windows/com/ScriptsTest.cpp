@@ -6,14 +6,13 @@
 #include <functional>
 #include <future>
 
+#include "base/Paths.h"
+#include "contract/DrawnText.h"
+#include "support/TemporaryFolder.h"
 #include "windows/com/ComText.h"
 #include "windows/com/support/ChildProcess.h"
 #include "windows/com/support/ControlFile.h"
 #include "windows/com/support/ImageFile.h"
-// Behind the Windows headers
-#include "base/Paths.h"
-#include "contract/DrawnText.h"
-#include "support/TemporaryFolder.h"
 
 namespace dravik {
 
@@ -34,7 +33,7 @@ class ScriptsTest : public testing::Test {
     static Finished script(const std::string& name, const std::vector<std::string>& arguments) {
         std::string line = "cscript.exe //nologo " + quoted(source("docs/samples/" + name));
         for (const std::string& argument : arguments) line += " " + quoted(argument);
-        return runProcess(toWide(line));
+        return runProcess(wide(line));
     }
     // A program that the build has made, with these arguments.
     static Finished program(const char* file, const wchar_t* arguments) {

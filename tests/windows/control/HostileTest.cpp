@@ -1,7 +1,5 @@
 // Hosts and tools that do what they should not: nothing may crash, leak or take an operator's work away.
 #include "windows/control/support/Bench.h"
-// Behind the Windows headers
-#include <commctrl.h>
 
 #include <gmock/gmock.h>
 

@@ -1,8 +1,6 @@
 // The operator's work in each of three hosts.
 #include "support/Accessible.h"
 #include "windows/control/support/Bench.h"
-// Behind the Windows headers
-#include <commctrl.h>
 
 #include <gmock/gmock.h>
 
@@ -23,7 +21,7 @@ namespace {
 
 class InHosts : public ::testing::TestWithParam<const char*> {
   protected:
-    std::string text(const std::wstring& wide) const { return toUtf8(std::wstring_view(wide)); }
+    std::string text(const std::wstring& wide) const { return utf8(wide); }
 };
 
 INSTANTIATE_TEST_SUITE_P(Control, InHosts, ::testing::Values("strict", "atl", "sheet"),

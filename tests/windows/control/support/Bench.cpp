@@ -1,7 +1,5 @@
 #include "windows/control/support/Bench.h"
 
-#include <commctrl.h>
-
 #include <stdexcept>
 
 #include "contract/DrawnText.h"
@@ -127,12 +125,12 @@ void Bench::include(const wchar_t* text, int characters) {
     type(text);
     press(L"&Include");
     EXPECT_TRUE(waitForStatus(std::to_wstring(characters) + L" samples included."))
-        << "status: " << toUtf8(status());
+        << "status: " << utf8(status());
 }
 
 void Bench::learn() {
     press(L"Learn");
-    EXPECT_TRUE(waitForStatus(L"Save Font or Revert")) << "status: " << toUtf8(status());
+    EXPECT_TRUE(waitForStatus(L"Save Font or Revert")) << "status: " << utf8(status());
 }
 
 }  // namespace dravik

@@ -2,11 +2,10 @@
 // hands for the operator.
 #pragma once
 
-#include "windows/control/support/Hosts.h"
-// Behind the Windows headers
 #include <DravikDlgLib.h>
 #include <DravikLib.h>
 #include <gtest/gtest.h>
+#include "windows/control/support/Hosts.h"
 
 #include "windows/control/support/Robot.h"
 

@@ -1,6 +1,5 @@
 #include "windows/control/support/Hosts.h"
 
-#include <commctrl.h>
 #include <prsht.h>
 
 #include <stdexcept>

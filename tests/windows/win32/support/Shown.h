@@ -1,10 +1,6 @@
 // A form on the screen of Windows.
 #pragma once
 
-#include "windows/win32/Windows.h"
-// Behind the Windows headers
-#include <commctrl.h>
-
 #include "shown/Seen.h"
 #include "support/Accessible.h"
 #include "windows/win32/FormWindow.h"

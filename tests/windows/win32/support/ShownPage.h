@@ -2,8 +2,6 @@
 // means to drive it: messages as the operator's actions make them, and waiting for a condition.
 #pragma once
 
-#include <windows.h>
-
 #include <gtest/gtest.h>
 
 #include <functional>

@@ -1,6 +1,8 @@
-#include "windows/control/OleObject.h"
+#include "windows/control/OleFacets.h"
 
 #include <cwchar>
+#include <cwctype>
+#include <vector>
 
 #include "DravikDlgLib.h"
 
@@ -8,6 +10,16 @@ namespace dravik::control {
 namespace {
 
 constexpr wchar_t kUserType[] = L"Dravik training screen";
+
+constexpr DWORD kShift = 1;
+constexpr DWORD kControl = 2;
+constexpr DWORD kAlt = 4;
+
+// As a site's TranslateAccelerator takes them.
+DWORD modifiers() {
+    return (GetKeyState(VK_SHIFT) < 0 ? kShift : 0) | (GetKeyState(VK_CONTROL) < 0 ? kControl : 0) |
+           (GetKeyState(VK_MENU) < 0 ? kAlt : 0);
+}
 
 }  // namespace
 
@@ -27,10 +39,6 @@ HRESULT OleObject::GetClientSite(IOleClientSite** site) {
     return S_OK;
 }
 
-HRESULT OleObject::SetHostNames(LPCOLESTR, LPCOLESTR) {
-    return S_OK;
-}
-
 HRESULT OleObject::Close(DWORD saveOption) {
     return entered([&] {
         if (saveOption != OLECLOSE_NOSAVE && state_.dirty && state_.site.client())
@@ -43,16 +51,8 @@ HRESULT OleObject::Close(DWORD saveOption) {
     });
 }
 
-HRESULT OleObject::SetMoniker(DWORD, IMoniker*) {
-    return E_NOTIMPL;
-}
-
 HRESULT OleObject::GetMoniker(DWORD, DWORD, IMoniker** moniker) {
     if (moniker) *moniker = nullptr;
-    return E_NOTIMPL;
-}
-
-HRESULT OleObject::InitFromData(IDataObject*, BOOL, DWORD) {
     return E_NOTIMPL;
 }
 
@@ -90,14 +90,6 @@ HRESULT OleObject::EnumVerbs(IEnumOLEVERB** verbs) {
     if (!verbs) return E_POINTER;
     *verbs = nullptr;
     return OLE_S_USEREG;
-}
-
-HRESULT OleObject::Update() {
-    return S_OK;
-}
-
-HRESULT OleObject::IsUpToDate() {
-    return S_OK;
 }
 
 HRESULT OleObject::GetUserClassID(CLSID* identifier) {
@@ -166,8 +158,105 @@ HRESULT OleObject::GetMiscStatus(DWORD aspect, DWORD* status) {
     return aspect == DVASPECT_CONTENT ? S_OK : DV_E_DVASPECT;
 }
 
-HRESULT OleObject::SetColorScheme(LOGPALETTE*) {
-    return E_NOTIMPL;
+HRESULT OleControl::GetControlInfo(CONTROLINFO* info) {
+    return entered([&]() -> HRESULT {
+        if (!info) return E_POINTER;
+        accelerators_ = {};
+        std::vector<ACCEL> keys;
+        if (win32::FormPage* page = state_.activation.page())
+            for (const wchar_t key : page->mnemonics()) {
+                const auto lower = static_cast<WORD>(std::towlower(static_cast<wint_t>(key)));
+                const auto upper = static_cast<WORD>(std::towupper(static_cast<wint_t>(key)));
+                keys.push_back({FALT, lower, 0});
+                if (upper != lower) keys.push_back({FALT, upper, 0});
+            }
+        if (!keys.empty())
+            *accelerators_.put() = CreateAcceleratorTableW(keys.data(), static_cast<int>(keys.size()));
+        info->hAccel = accelerators_.get();
+        info->cAccel = accelerators_ ? static_cast<USHORT>(keys.size()) : USHORT{0};
+        const win32::FormPage* shown = state_.activation.page();
+        info->dwFlags = shown && shown->answersEnter() ? CTRLINFO_EATS_RETURN : 0;
+        return S_OK;
+    });
+}
+
+HRESULT OleControl::OnMnemonic(MSG* message) {
+    return entered([&]() -> HRESULT {
+        if (!message) return E_POINTER;
+        win32::FormPage* page = state_.activation.page();
+        if (page && state_.site.userMode()) page->pressMnemonic(static_cast<wchar_t>(message->wParam));
+        return S_OK;
+    });
+}
+
+HRESULT OleControl::OnAmbientPropertyChange(DISPID) {
+    return entered([&] {
+        state_.activation.takeAmbients();
+        return S_OK;
+    });
+}
+
+// The control fires no events.
+HRESULT InPlaceObject::InPlaceDeactivate() {
+    return entered([&] { return state_.activation.deactivate(); });
+}
+
+HRESULT InPlaceObject::UIDeactivate() {
+    return entered([&] { return state_.activation.deactivateUserInterface(); });
+}
+
+HRESULT InPlaceObject::SetObjectRects(LPCRECT place, LPCRECT clip) {
+    return entered([&] { return state_.activation.setRects(place, clip); });
+}
+
+HRESULT InPlaceActiveObject::TranslateAccelerator(LPMSG message) {
+    return entered([&]() -> HRESULT {
+        if (!message) return E_POINTER;
+        win32::FormPage* page = state_.activation.page();
+        if (!page || !state_.site.userMode()) return S_FALSE;
+        bool leftPage = false;
+        if (page->translateKey(*message, leftPage)) return S_OK;
+        const com::ComPtr<IOleControlSite> site(state_.site.control());
+        return leftPage && site ? site->TranslateAccelerator(message, modifiers()) : S_FALSE;
+    });
+}
+
+HRESULT InPlaceActiveObject::EnableModeless(BOOL enable) {
+    return entered([&] {
+        state_.activation.enableModeless(enable != FALSE);
+        return S_OK;
+    });
+}
+
+HRESULT QuickActivation::QuickActivate(QACONTAINER* container, QACONTROL* answer) {
+    return entered([&]() -> HRESULT {
+        if (!container || !answer || container->cbSize < sizeof(QACONTAINER) ||
+            answer->cbSize < sizeof(QACONTROL))
+            return E_INVALIDARG;
+        HRESULT result = object_.SetClientSite(container->pClientSite);
+        if (FAILED(result)) return result;
+        if (container->pUnkEventSink)
+            points_.events().Advise(container->pUnkEventSink, &answer->dwEventCookie);
+        if (container->pPropertyNotifySink)
+            points_.propertyChanges().Advise(container->pPropertyNotifySink, &answer->dwPropNotifyCookie);
+        if (container->pAdviseSink) {
+            state_.viewSink = static_cast<IAdviseSink*>(container->pAdviseSink);
+            state_.viewAspects = DVASPECT_CONTENT;
+            state_.viewFlags = 0;
+        }
+        answer->dwMiscStatus = kMiscStatus;
+        answer->dwViewStatus = VIEWSTATUS_OPAQUE | VIEWSTATUS_SOLIDBKGND;
+        answer->dwPointerActivationPolicy = 0;
+        return S_OK;
+    });
+}
+
+HRESULT QuickActivation::SetContentExtent(LPSIZEL extent) {
+    return object_.SetExtent(DVASPECT_CONTENT, extent);
+}
+
+HRESULT QuickActivation::GetContentExtent(LPSIZEL extent) {
+    return object_.GetExtent(DVASPECT_CONTENT, extent);
 }
 
 }  // namespace dravik::control

@@ -1,11 +1,7 @@
-#include "windows/control/Persistence.h"
-
-#include <oleauto.h>
+#include "windows/control/DocumentFacets.h"
 
 #include <array>
 #include <cstdint>
-
-#include "DravikDlgLib.h"
 
 namespace dravik::control {
 namespace {
@@ -18,13 +14,9 @@ constexpr wchar_t kVersionProperty[] = L"_Version";
 constexpr wchar_t kWidthProperty[] = L"_ExtentX";
 constexpr wchar_t kHeightProperty[] = L"_ExtentY";
 
+// In a stream and a storage: four 32-bit little-endian numbers, which are a mark, the version of the layout,
+// width and height in hundredths of a millimetre. A damaged state is refused and changes nothing.
 using State = std::array<std::int32_t, 4>;
-
-HRESULT classOf(CLSID* identifier) {
-    if (!identifier) return E_POINTER;
-    *identifier = CLSID_DravikDlg;
-    return S_OK;
-}
 
 bool isExtent(LONG width, LONG height) {
     return width > 0 && height > 0 && width <= kLargestExtent && height <= kLargestExtent;
@@ -49,8 +41,6 @@ HRESULT write(IPropertyBag& bag, const wchar_t* name, LONG number) {
     value.lVal = number;
     return bag.Write(name, &value);
 }
-
-}  // namespace
 
 HRESULT loadState(IStream& stream, ControlState& state) {
     State numbers{};
@@ -78,13 +68,7 @@ HRESULT saveState(IStream& stream, ControlState& state, bool clearDirty) {
     return S_OK;
 }
 
-HRESULT PersistStreamInit::GetClassID(CLSID* identifier) {
-    return classOf(identifier);
-}
-
-HRESULT PersistStreamInit::IsDirty() {
-    return state_.dirty ? S_OK : S_FALSE;
-}
+}  // namespace
 
 HRESULT PersistStreamInit::Load(LPSTREAM stream) {
     return entered([&] { return stream ? loadState(*stream, state_) : E_POINTER; });
@@ -98,18 +82,6 @@ HRESULT PersistStreamInit::GetSizeMax(ULARGE_INTEGER* size) {
     if (!size) return E_POINTER;
     size->QuadPart = sizeof(State);
     return S_OK;
-}
-
-HRESULT PersistStreamInit::InitNew() {
-    return S_OK;
-}
-
-HRESULT PersistStorage::GetClassID(CLSID* identifier) {
-    return classOf(identifier);
-}
-
-HRESULT PersistStorage::IsDirty() {
-    return state_.dirty ? S_OK : S_FALSE;
 }
 
 HRESULT PersistStorage::InitNew(IStorage* storage) {
@@ -145,18 +117,6 @@ HRESULT PersistStorage::SaveCompleted(IStorage*) {
     return S_OK;
 }
 
-HRESULT PersistStorage::HandsOffStorage() {
-    return S_OK;
-}
-
-HRESULT PersistPropertyBag::GetClassID(CLSID* identifier) {
-    return classOf(identifier);
-}
-
-HRESULT PersistPropertyBag::InitNew() {
-    return S_OK;
-}
-
 HRESULT PersistPropertyBag::Load(IPropertyBag* bag, IErrorLog* log) {
     return entered([&]() -> HRESULT {
         if (!bag) return E_POINTER;
@@ -178,6 +138,66 @@ HRESULT PersistPropertyBag::Save(IPropertyBag* bag, BOOL clearDirty, BOOL) {
         if (SUCCEEDED(result)) result = write(*bag, kHeightProperty, extent.cy);
         if (SUCCEEDED(result) && clearDirty) state_.dirty = false;
         return result;
+    });
+}
+
+HRESULT ViewObject::Draw(DWORD aspect, LONG, void*, DVTARGETDEVICE*, HDC, HDC target, LPCRECTL bounds,
+                         LPCRECTL, BOOL(STDMETHODCALLTYPE*)(ULONG_PTR), ULONG_PTR) {
+    return entered([&]() -> HRESULT {
+        if (aspect != DVASPECT_CONTENT) return DV_E_DVASPECT;
+        if (!target || !bounds) return E_INVALIDARG;
+        const RECT place{bounds->left, bounds->top, bounds->right, bounds->bottom};
+        if (win32::FormPage* page = state_.activation.page()) {
+            page->draw(target, place);
+        } else {
+            UnseenPage unseen(state_);
+            RECT natural{0, 0, 0, 0};
+            const SIZE liked = unseen.page().preferredSize();
+            natural.right = liked.cx;
+            natural.bottom = liked.cy;
+            unseen.page().setBounds(natural);
+            unseen.page().draw(target, place);
+        }
+        return S_OK;
+    });
+}
+
+HRESULT ViewObject::GetColorSet(DWORD, LONG, void*, DVTARGETDEVICE*, HDC, LOGPALETTE** colors) {
+    if (!colors) return E_POINTER;
+    *colors = nullptr;
+    return S_FALSE;
+}
+
+HRESULT ViewObject::SetAdvise(DWORD aspects, DWORD flags, IAdviseSink* sink) {
+    return entered([&] {
+        state_.viewSink = sink;
+        state_.viewAspects = aspects;
+        state_.viewFlags = flags;
+        if (sink && (flags & ADVF_PRIMEFIRST) != 0) {
+            const com::ComPtr<IAdviseSink> primed(sink);
+            if ((flags & ADVF_ONLYONCE) != 0) state_.viewSink = nullptr;
+            primed->OnViewChange(DVASPECT_CONTENT, -1);
+        }
+        return S_OK;
+    });
+}
+
+HRESULT ViewObject::GetAdvise(DWORD* aspects, DWORD* flags, IAdviseSink** sink) {
+    if (aspects) *aspects = state_.viewAspects;
+    if (flags) *flags = state_.viewFlags;
+    if (sink) {
+        *sink = state_.viewSink.get();
+        if (*sink) (*sink)->AddRef();
+    }
+    return S_OK;
+}
+
+HRESULT ViewObject::GetExtent(DWORD aspect, LONG, DVTARGETDEVICE*, SIZEL* extent) {
+    return entered([&]() -> HRESULT {
+        if (!extent) return E_POINTER;
+        if (aspect != DVASPECT_CONTENT) return DV_E_DVASPECT;
+        *extent = state_.extent();
+        return S_OK;
     });
 }
 
