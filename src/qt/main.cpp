@@ -4,8 +4,8 @@
 #include <QDir>
 #include <QSettings>
 #include <QTemporaryDir>
-#include <cstdlib>
 #include <iostream>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -15,6 +15,7 @@
 
 #include "base/Failure.h"
 #include "qt/DialogScript.h"
+#include "qt/Display.h"
 #include "qt/MainWindow.h"
 #include "qt/QtConversions.h"
 #include "qt/QtDemoHands.h"
@@ -32,14 +33,6 @@ using namespace dravik::qt;
 int complain(const std::string& problem, int code) {
     std::cerr << "dravik-trainer: " << problem << std::endl;
     return code;
-}
-
-bool hasDisplay() {
-#ifdef Q_OS_LINUX
-    return std::getenv("DISPLAY") || std::getenv("WAYLAND_DISPLAY") || std::getenv("QT_QPA_PLATFORM");
-#else
-    return true;
-#endif
 }
 
 bool errIsTerminal() {
@@ -117,13 +110,12 @@ int run(int argc, char** argv) {
         return trainer::runHeadless(arguments, decodeImageFile, std::cout, std::cerr, errIsTerminal());
     }
 
-    if (!hasDisplay()) {
+    if (const std::optional<std::string> missing = missingForDisplay()) {
         const bool demo = std::any_of(arguments.begin(), arguments.end(), [](const std::string& argument) {
             return argument.starts_with("--demo") || argument.starts_with("--screenshots");
         });
         if (!demo)
-            return complain("there is no display; the commands learn, read and fonts need none (see --help)",
-                            1);
+            return complain(*missing + "; the commands learn, read and fonts need none (see --help)", 1);
         qputenv("QT_QPA_PLATFORM", "offscreen");
     }
     if (qgetenv("QT_QPA_PLATFORM") == "offscreen") qInstallMessageHandler(withoutPlatformNoise);
