@@ -38,3 +38,11 @@ function(dravik_room name folder)
     target_link_libraries(dravik_${name} INTERFACE ${ROOM_LINKS})
   endif()
 endfunction()
+
+# precompiled_from(TARGET HEADERS) has the target use the precompiled headers of the target HEADERS.
+function(precompiled_from target headers)
+  target_precompile_headers(${target} REUSE_FROM ${headers})
+  if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
+    target_compile_options(${target} PRIVATE -fpch-preprocess) # for ccache
+  endif()
+endfunction()

@@ -2,6 +2,6 @@
 if(NOT TARGET gmock)
   set(INSTALL_GTEST OFF)
   add_subdirectory(/usr/src/googletest ${CMAKE_BINARY_DIR}/googletest EXCLUDE_FROM_ALL SYSTEM)
-  target_compile_options(gtest PRIVATE -w)
-  target_compile_options(gmock PRIVATE -w)
+  target_compile_options(gtest PRIVATE -w -O0 -g0)
+  target_compile_options(gmock PRIVATE -w -O0 -g0)
 endif()

@@ -1,8 +1,8 @@
 // dravik-trainer: headless commands, or the window.
 #include <QApplication>
 #include <QCoreApplication>
-#include <cstdlib>
 #include <iostream>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -11,6 +11,7 @@
 #endif
 
 #include "base/Failure.h"
+#include "qt/Display.h"
 #include "qt/MainWindow.h"
 #include "qt/QtConversions.h"
 #include "qt/QtImage.h"
@@ -27,14 +28,6 @@ using namespace dravik::qt;
 int complain(const std::string& problem, int code) {
     std::cerr << "dravik-trainer: " << problem << std::endl;
     return code;
-}
-
-bool hasDisplay() {
-#ifdef Q_OS_LINUX
-    return std::getenv("DISPLAY") || std::getenv("WAYLAND_DISPLAY") || std::getenv("QT_QPA_PLATFORM");
-#else
-    return true;
-#endif
 }
 
 bool errIsTerminal() {
@@ -65,8 +58,8 @@ int run(int argc, char** argv) {
         return trainer::runHeadless(arguments, decodeImageFile, std::cout, std::cerr, errIsTerminal());
     }
 
-    if (!hasDisplay())
-        return complain("there is no display; the commands learn, read and fonts need none (see --help)", 1);
+    if (const std::optional<std::string> missing = missingForDisplay())
+        return complain(*missing + "; the commands learn, read and fonts need none (see --help)", 1);
     const QApplication application(argc, argv);
     arguments.clear();
     for (const QString& argument : QCoreApplication::arguments().mid(1)) arguments.push_back(utf8(argument));
