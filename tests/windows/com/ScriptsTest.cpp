@@ -6,6 +6,9 @@
 #include <functional>
 #include <future>
 
+#include "base/Paths.h"
+#include "base/TemporaryFolder.h"
+#include "contract/DrawnText.h"
 #include "windows/com/ComText.h"
 #include "windows/com/support/ChildProcess.h"
 #include "windows/com/support/ControlFile.h"
