@@ -77,6 +77,7 @@ TEST(HistogramModel, BinsReachFromZeroToTheLargestDistance) {
     EXPECT_EQ(model.drawing.barAt(model.drawing.shpData[5].left, -1), 5u) << "an empty bin, below the axis";
     EXPECT_THROW(model.countOf(10), Failure);
     model.clear();
+    EXPECT_EQ(model.countOf(0), 0);
     EXPECT_THROW(model.countBins(), Failure);
     EXPECT_EQ(model.drawing.barAt(2), std::nullopt);
 }
