@@ -1,6 +1,7 @@
 #include "screen/context/TraceLog.h"
 
 #include <limits>
+#include <thread>
 
 #include "screen/support/ProcedureTest.h"
 
@@ -34,6 +35,21 @@ TEST_F(TraceLogTest, TheFirstEntryOfAThreadStartsAFreshFile) {
               "1\t11/21/2026\t3:04:05 PM\tdlgCharArray.Form_Load\r\n");
     log.DlgEventLog("again", true);
     EXPECT_EQ(file(), "#\tDate\tTime\tEntry\r\n2\t11/21/2026\t3:04:05 PM\tagain\r\n");
+}
+
+TEST_F(TraceLogTest, EachThreadNumbersItsOwnEntries) {
+    g_bTrace = true;
+    log.trace("first");
+    log.trace("second");
+    std::thread([&] {
+        EXPECT_FALSE(g_bTrace);
+        g_bTrace = true;
+        TraceLog(platform, jobs.folder()).trace("other");
+    }).join();
+    EXPECT_EQ(jobs.entries(), std::vector<std::string>{"other"}) << "its first entry starts the file";
+    log.trace("third");
+    EXPECT_EQ(jobs.entries(), (std::vector<std::string>{"other", "third"}));
+    EXPECT_NE(file().find("\r\n2\t"), std::string::npos);
 }
 
 TEST_F(TraceLogTest, AFailureIsShownForEachEntryAndTheCallerGoesOn) {

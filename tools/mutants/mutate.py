@@ -169,6 +169,7 @@ class Copy:
                                 TMPDIR=str(self.place / "tmp"))
 
     def refresh(self, files):
+        (self.place / "tmp").mkdir(parents=True, exist_ok=True)
         wanted = set(files)
         for old in self.tree.rglob("*"):
             inside = old.relative_to(self.tree)
