@@ -11,6 +11,7 @@
 #include <fstream>
 
 #include "base/Failure.h"
+#include "base/OutputFile.h"
 #include "base/TemporaryFolder.h"
 #include "engine/font/FontFile.h"
 #include "support/Refused.h"
@@ -92,6 +93,13 @@ TEST(AtomicFile, FailedSaveLeavesTheOldFileAndNothingElse) {
     EXPECT_EQ(filesIn(folder.path()), 2u);
     EXPECT_THROW(readWholeFile(folder.path("c.nnd"), 100), Failure);
     EXPECT_THROW(readWholeFile(file, 2), Failure);
+}
+
+// What is written line by line reaches the disk when the file is closed at the latest.
+TEST(OutputFile, TellsOfAFullDiskWhenItIsClosed) {
+    OutputFile log("/dev/full", OutputFile::Start::AtEnd);
+    log.write("a line");
+    EXPECT_EQ(test::refusal([&] { log.close(); }), 61);
 }
 
 TEST(AtomicFile, RenamingNeverReplaces) {

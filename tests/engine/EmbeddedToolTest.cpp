@@ -203,6 +203,12 @@ TEST_F(ToolWithoutFonts, StepDatumFollowsTheFont) {
     tool.LoadFont("n10");
     EXPECT_EQ(tool.GetFontList().front(), "A");
     EXPECT_EQ(tool.datum("SelFont"), 4);
+    // A, c and n10 to n29: the 15th is the last that the mask names, the 16th the first that moves.
+    tool.LoadFont("n22");
+    EXPECT_EQ(tool.datum("SelFont"), 1 << 14);
+    tool.LoadFont("n23");
+    EXPECT_EQ(tool.GetFontList().front(), "n23");
+    EXPECT_EQ(tool.datum("SelFont"), 1);
 }
 
 TEST(EmbeddedTool, RemembersTheSelectedFont) {

@@ -90,6 +90,9 @@ TEST(Grid, SortsAllButTheHeadingAndKeepsTies) {
     EXPECT_EQ(grid.text(1, 0), "0");
     grid.sortByText(7);
     EXPECT_EQ(grid.text(1, 0), "0");
+    grid.sortByText(1);
+    grid.setSource(std::make_shared<Numbers>(std::vector<std::string>{"x", "a"}));
+    EXPECT_EQ(grid.text(1, 0) + grid.text(2, 0), "01") << "an order belongs to the table that was sorted";
 }
 
 TEST(Grid, CurrentCellAndSelectionAreCutToANewSource) {
