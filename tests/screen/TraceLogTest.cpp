@@ -80,10 +80,13 @@ TEST_F(TraceLogTest, ErrorReportsAreShownAndTraced) {
     EXPECT_FALSE(errors.procedures().run("Dravikdlg.cmdRevert_Click", "Revert",
                                          [] { throw std::runtime_error("wires crossed"); }));
     EXPECT_EQ(message(), "Revert Err 51 wires crossed");
+    EXPECT_FALSE(errors.procedures().run("", "Learn", [] { throw std::bad_alloc(); }));
+    EXPECT_EQ(message(), "Learn Err 7 Out of memory");
     errors.UserMsg("Saved font");
-    EXPECT_EQ(jobs.entries(), (std::vector<std::string>{"Dravikdlg.cmdRevert_Click",
-                                                        "# Dravikdlg error: Revert Err 51 wires crossed",
-                                                        "Dravikdlg.UserMsg = Saved font"}));
+    EXPECT_EQ(jobs.entries(),
+              (std::vector<std::string>{
+                  "Dravikdlg.cmdRevert_Click", "# Dravikdlg error: Revert Err 51 wires crossed",
+                  "# Dravikdlg error: Learn Err 7 Out of memory", "Dravikdlg.UserMsg = Saved font"}));
 }
 
 TEST_F(TraceLogTest, AReportThatFailsItselfLeavesNoException) {
