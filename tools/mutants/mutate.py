@@ -1,5 +1,6 @@
 """Puts the listed faults into copies of the tree, one at a time, and runs the tests; see tools/mutate.sh."""
 import argparse
+import fcntl
 import fnmatch
 import hashlib
 import json
@@ -300,6 +301,12 @@ def main():
     files = tree_files()
     tree = tree_hash(files)
     WORK.mkdir(exist_ok=True)
+    held = open(WORK / "lock", "w")
+    try:
+        fcntl.flock(held, fcntl.LOCK_EX | fcntl.LOCK_NB)
+    except OSError:
+        print("ERROR: another run is at work in build-mutants/", file=sys.stderr)
+        return 2
     results = json.loads(RESULTS.read_text()) if RESULTS.exists() else {}
     chosen = [m for m in fitting
               if (not options.only or any(fnmatch.fnmatch(m.name, name) for name in options.only)) and
