@@ -5,7 +5,7 @@
 #   tools/mutate.sh                 every list; goes on where the last run of the same tree was cut off
 #   tools/mutate.sh screen base     only these lists
 #   tools/mutate.sh --only NAME     only these faults (may be given several times; * and ? stand for any letters)
-#   tools/mutate.sh --survivors     only those that survived the last time they were tried
+#   tools/mutate.sh --survivors     only those that survived, or did not build, the last time they were tried
 #   tools/mutate.sh --check         only whether every fault still has its place in the code, in a second
 #   tools/mutate.sh --jobs 2        so many copies at a time
 #   tools/mutate.sh --again         tries again what has a result for this very tree

@@ -2,6 +2,7 @@
 
 #include "base/Failure.h"
 #include "ui/Bars.h"
+#include "ui/Form.h"
 #include "ui/Grid.h"
 #include "ui/ListControls.h"
 #include "ui/TextBox.h"
@@ -26,6 +27,22 @@ TEST(Widgets, ListsFireClickOnEveryChoiceEvenTheSame) {
     list.setListIndex(-1);
     EXPECT_EQ(list.text(), "");
     EXPECT_EQ(clicks, 3);
+    list.setListIndex(1);
+    list.setItems({"x", "y"});
+    EXPECT_EQ(list.text(), "") << "what was chosen is gone";
+}
+
+TEST(Widgets, AFormIsUnloadedOnceHoweverItIsClosed) {
+    Form form("frm", "Form");
+    std::string told;
+    form.loading.subscribe([&] { told += "l"; });
+    form.unloading.subscribe([&] { told += "u"; });
+    form.unload();
+    form.activate();
+    form.activate();
+    form.unload();
+    form.unload();
+    EXPECT_EQ(told, "lu");
 }
 
 TEST(Widgets, ATextBoxFiresOnlyWhenItsTextDiffers) {

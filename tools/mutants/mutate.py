@@ -310,7 +310,7 @@ def main():
     results = json.loads(RESULTS.read_text()) if RESULTS.exists() else {}
     chosen = [m for m in fitting
               if (not options.only or any(fnmatch.fnmatch(m.name, name) for name in options.only)) and
-              (not options.survivors or results.get(m.name, {}).get("result") == SURVIVED)]
+              (not options.survivors or results.get(m.name, {}).get("result") in (SURVIVED, WRONG))]
 
     def known(mutant):
         last = results.get(mutant.name, {})
