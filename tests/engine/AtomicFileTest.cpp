@@ -102,6 +102,22 @@ TEST(OutputFile, TellsOfAFullDiskWhenItIsClosed) {
     EXPECT_EQ(test::refusal([&] { log.close(); }), 61);
 }
 
+// What a killed save left goes with the next one; what another program is still writing stays.
+TEST(AtomicFile, OnlyLeftoversOfProcessesThatAreGoneAreTakenAway) {
+    const TemporaryFolder folder;
+    const std::string file = folder.path("a.nnd");
+    const pid_t gone = fork();
+    if (gone == 0) _exit(0);
+    ASSERT_EQ(waitpid(gone, nullptr, 0), gone);
+    const std::string left = file + ".tmp-" + std::to_string(gone) + "-1";
+    const std::string written = file + ".tmp-" + std::to_string(getppid()) + "-1";
+    std::ofstream(left) << "half a font";
+    std::ofstream(written) << "half a font";
+    writeWholeFile(file, bytesOf("whole"), true);
+    EXPECT_FALSE(fileExists(left));
+    EXPECT_TRUE(fileExists(written));
+}
+
 TEST(AtomicFile, RenamingNeverReplaces) {
     const TemporaryFolder folder;
     const std::string a = folder.path("a"), b = folder.path("b");

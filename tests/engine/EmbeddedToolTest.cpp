@@ -111,6 +111,7 @@ TEST_F(ToolWithoutFonts, AFontLeftForAnotherKeepsWhatIsNotSaved) {
     tool.CreateFont("a");
     tool.SetCharacterSet({"A", "B"});
     commit("AB");
+    tool.SaveFont("copy");  // which saves the copy alone
     tool.CreateFont("b");
     EXPECT_EQ(committed(), 0);
     tool.RenameFont("c", "a");
@@ -151,9 +152,8 @@ TEST_F(ToolWithoutFonts, LoadingTheCurrentFontKeepsWhatIsNotSaved) {
     EXPECT_THAT(tool.GetCharacterSet(), ElementsAre("A"));
     EXPECT_THAT(tool.GetUncommittedSamples(), ElementsAre("1"));
     tool.RenameFont("g", "f");
-    tool.SaveFont("copy");
     tool.LoadFont("g");
-    EXPECT_EQ(committed(), 2) << "it is the copy that was saved";
+    EXPECT_EQ(committed(), 2);
     tool.RevertFont("g");
     EXPECT_FALSE(tool.isTrained());
     EXPECT_EQ(committed(), 2);
