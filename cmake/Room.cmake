@@ -2,8 +2,15 @@
 # reached through a folder of their own that holds nothing but a link to the room, so that the compiler does not find
 # a header of a room that is not linked.
 
+if(WIN32)
+  set(DRAVIK_OTHER_PLATFORM "_posix\\.cpp$")
+else()
+  set(DRAVIK_OTHER_PLATFORM "_win\\.cpp$")
+endif()
+
 # dravik_room(NAME FOLDER SOURCES file... LINKS room-or-library...) makes the library dravik_NAME of the files in
-# src/FOLDER. A room without sources has headers alone.
+# src/FOLDER. Of files that end in _posix.cpp and _win.cpp those of the other platform are left out. A room without
+# sources has headers alone.
 function(dravik_room name folder)
   cmake_parse_arguments(ROOM "" "" "SOURCES;LINKS" ${ARGN})
   set(place ${PROJECT_SOURCE_DIR}/src/${folder})
@@ -11,10 +18,11 @@ function(dravik_room name folder)
   # told here instead of by the linker.
   file(GLOB found RELATIVE ${place} ${place}/*.cpp)
   foreach(file ${found})
-    if(NOT file IN_LIST ROOM_SOURCES AND NOT file STREQUAL "main.cpp" AND NOT file MATCHES "_(posix|win)\\.cpp$")
+    if(NOT file IN_LIST ROOM_SOURCES AND NOT file STREQUAL "main.cpp")
       message(FATAL_ERROR "src/${folder}/${file} is not in the list of sources of dravik_${name}")
     endif()
   endforeach()
+  list(FILTER ROOM_SOURCES EXCLUDE REGEX "${DRAVIK_OTHER_PLATFORM}")
   list(TRANSFORM ROOM_SOURCES PREPEND ${place}/)
   set(includes ${PROJECT_BINARY_DIR}/rooms/${name})
   get_filename_component(outer ${includes}/${folder} DIRECTORY)
@@ -28,5 +36,13 @@ function(dravik_room name folder)
     add_library(dravik_${name} INTERFACE)
     target_include_directories(dravik_${name} INTERFACE ${includes})
     target_link_libraries(dravik_${name} INTERFACE ${ROOM_LINKS})
+  endif()
+endfunction()
+
+# precompiled_from(TARGET HEADERS) has the target use the precompiled headers of the target HEADERS.
+function(precompiled_from target headers)
+  target_precompile_headers(${target} REUSE_FROM ${headers})
+  if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
+    target_compile_options(${target} PRIVATE -fpch-preprocess) # for ccache
   endif()
 endfunction()

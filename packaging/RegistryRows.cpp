@@ -8,17 +8,13 @@
 #include <string_view>
 #include <vector>
 
+#include "base/Utf.h"
+
 namespace {
 
-constexpr wchar_t kScratch[] = L"Software\\DravikRegistryRows";
+using dravik::utf8;
 
-std::string utf8(std::wstring_view wide) {
-    std::string text(wide.size() * 3, '\0');
-    text.resize(static_cast<std::size_t>(
-        WideCharToMultiByte(CP_UTF8, 0, wide.data(), static_cast<int>(wide.size()), text.data(),
-                            static_cast<int>(text.size()), nullptr, nullptr)));
-    return text;
-}
+constexpr wchar_t kScratch[] = L"Software\\DravikRegistryRows";
 
 std::string escaped(std::wstring_view wide) {
     std::string text;

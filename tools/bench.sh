@@ -18,8 +18,7 @@ faces=(fonts-dejavu-core fonts-liberation fonts-hack fonts-inconsolata fonts-rob
     xfonts-75dpi)
 if [ "${1:-}" = windows ]; then
     install_packages "${windows_packages[@]}"
-    cmake -S . -B build-windows-bench -G Ninja -DCMAKE_BUILD_TYPE=RelWithDebInfo -DCMAKE_TOOLCHAIN_FILE="$PWD/cmake/mingw-w64.cmake" \
-        -DDRAVIK_DESKTOP=OFF -DDRAVIK_BENCH=ON >/dev/null
+    cmake --preset windows-bench >/dev/null
     ninja -C build-windows-bench procedures_bench com_bench open_bench >build-windows-bench/build.log ||
         { tail -n 60 build-windows-bench/build.log >&2; exit 1; }
     tools/wine-prefix.sh build-windows-bench/wine
@@ -28,7 +27,7 @@ if [ "${1:-}" = windows ]; then
     exit 0
 fi
 install_packages "${build_packages[@]}" libbenchmark-dev libpng-dev libfreetype-dev libopencv-dev libfann-dev libeigen3-dev zlib1g-dev
-cmake -S . -B build-bench -G Ninja -DCMAKE_BUILD_TYPE=RelWithDebInfo -DDRAVIK_TESTS=OFF -DDRAVIK_BENCH=ON >/dev/null
+cmake --preset bench >/dev/null
 case "${1:-}" in
     evaluate) program=dravik_evaluate ;;
     generate) program=dravik_generate; install_packages "${faces[@]}" ;;

@@ -10,8 +10,7 @@ case "${1:-}" in
     *) echo "usage: tools/fuzz.sh font|list|image SECONDS" >&2; exit 2 ;;
 esac
 install_packages cmake ninja-build g++ clang-14 libclang-rt-14-dev
-cmake -S . -B build-fuzz -G Ninja -DCMAKE_BUILD_TYPE=RelWithDebInfo -DCMAKE_CXX_COMPILER=clang++-14 -DDRAVIK_FUZZ=ON \
-    -DDRAVIK_TESTS=OFF -DDRAVIK_DESKTOP=OFF >/dev/null
+cmake --preset fuzz >/dev/null
 ninja -C build-fuzz "fuzz_$1" >build-fuzz/build.log || { tail -n 60 build-fuzz/build.log >&2; exit 1; }
 corpus=build-fuzz/corpus/$1 inputs=fuzz/inputs/$1
 mkdir -p "$corpus" "$inputs"

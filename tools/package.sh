@@ -11,15 +11,15 @@ programs=(DravikDlg DravikTrainer DravikToolCheck)
 
 # build ARCH TARGET... : in the folder of that architecture, quiet unless it fails.
 build() {
-    local arch=$1 folder toolchain
+    local arch=$1 preset folder
     shift
     case $arch in
-        x64) folder=build-windows toolchain=cmake/mingw-w64.cmake ;;
-        x86) folder=build-windows-x86 toolchain=cmake/mingw-w64-i686.cmake ;;
+        x64) preset=windows ;;
+        x86) preset=windows-x86 ;;
         *) echo "usage: tools/package.sh [x64] [x86]" >&2; return 2 ;;
     esac
-    [ -f $folder/build.ninja ] || cmake -S . -B $folder -G Ninja -DCMAKE_BUILD_TYPE=RelWithDebInfo \
-        -DCMAKE_TOOLCHAIN_FILE="$PWD/$toolchain" -DDRAVIK_DESKTOP=OFF >/dev/null
+    folder=build-$preset
+    [ -f $folder/build.ninja ] || cmake --preset $preset >/dev/null
     ninja -C $folder "$@" >$folder/package.log || { tail -n 60 $folder/package.log >&2; return 1; }
 }
 # built ARCH NAME : where a built file is.
@@ -50,7 +50,8 @@ for arch; do
     done
     cp docs/host-integrators-guide.md docs/operator-guide.md docs/font-file.md docs/commands.md "$stage/docs"
     cp docs/samples/* "$stage/docs/samples"
-    cp packaging/*.cmd "$stage"
+    cp packaging/*.cmd THIRD-PARTY-NOTICES.md CHANGELOG.md "$stage"
+    cp LICENSE "$stage/LICENSE.txt"
     find docs/images -maxdepth 1 -name '*.png' -exec cp {} "$stage/docs/images" \;
     (cd packages && zip -qr "$name.zip" "$name")
     packaging/make-msi.sh "$stage" "$arch" "$version" packages/rows "$stage.msi"

@@ -8,14 +8,13 @@
 #include <memory>
 #include <vector>
 
+#include "contract/DrawnText.h"
+#include "engine/embedded/EmbeddedTool.h"
+#include "support/TemporaryFolder.h"
+#include "tool/Samples.h"
 #include "windows/com/ComFontTool.h"
 #include "windows/com/ComStep.h"
 #include "windows/com/ToolValues.h"
-// Behind the Windows headers
-#include "base/TemporaryFolder.h"
-#include "contract/DrawnText.h"
-#include "engine/embedded/EmbeddedTool.h"
-#include "tool/Samples.h"
 
 namespace {
 

@@ -1,11 +1,10 @@
 // How long the control takes to come up in a host: made, activated, laid out and painted, without and with a
 // step. Median of several runs after a first one, in milliseconds.
-#include "windows/control/support/Bench.h"
-// Behind the Windows headers
 #include <algorithm>
 #include <chrono>
 #include <cstdio>
 #include <vector>
+#include "windows/control/support/Bench.h"
 
 int main() {
     using namespace dravik;

@@ -1,11 +1,13 @@
 // Files that are whole at any instant: replaced by a complete new version or not at all, the previous version
-// kept beside them. All of the platform's own file calls are behind these functions. Paths are UTF-8.
+// kept beside them. Paths are UTF-8.
 #pragma once
 
 #include <cstdint>
 #include <span>
 #include <string>
 #include <vector>
+
+#include "base/FileSystem.h"
 
 namespace dravik {
 
@@ -28,8 +30,5 @@ void renameFile(const std::string& from, const std::string& to);
 // Moves the file to its backup, replacing that, or deletes it unless it `becomesBackup`; raises File not
 // found (53) and as above.
 void retireFile(const std::string& file, bool becomesBackup);
-
-// True when a file of that name exists.
-bool fileExists(const std::string& file);
 
 }  // namespace dravik

@@ -1,30 +1,69 @@
-// What the file system says of names, and folders. Names are UTF-8. On Windows the system is asked directly:
-// the standard library's own way brings its streams and locales along, most of a megabyte.
+// What the system does with files and folders, each operation once for POSIX and once for Windows. Names are
+// UTF-8. Windows is asked directly: the standard library's own way brings its streams and locales along, most
+// of a megabyte.
 #pragma once
 
 #include <cstdint>
 #include <cstdio>
+#include <memory>
+#include <span>
 #include <string>
 #include <system_error>
 #include <vector>
 
+#include "base/Failure.h"
+
 namespace dravik {
+
+// Between the names of a path that is made here.
+extern const char kSeparator;
+// The parts of a path: the folder without its last separator, and the name in it.
+std::string folderOf(const std::string& path);
+std::string nameOf(const std::string& path);
 
 enum class EntryKind { None, File, Folder, Other };
 
 // None as well where the system does not tell.
 EntryKind entryKind(const std::string& path);
+// True when there is anything of that name.
+bool fileExists(const std::string& file);
 std::uint64_t fileSize(const std::string& file, std::error_code& error);
 // The names in a folder, in no order; those until the error when there is one.
 std::vector<std::string> namesIn(const std::string& folder, std::error_code& error);
 // With the folders that it stands in.
 void makeFolders(const std::string& folder, std::error_code& error);
 void removeFile(const std::string& file);
-// Null with errno set.
-std::FILE* openToRead(const std::string& file);
 
-// The parts of a path: the folder without its last separator, and the name in it.
-std::string folderOf(const std::string& path);
-std::string nameOf(const std::string& path);
+enum class OpenFor { Reading, Writing, Appending };
+
+struct FileCloser {
+    void operator()(std::FILE* file) const noexcept { std::fclose(file); }
+};
+using FilePtr = std::unique_ptr<std::FILE, FileCloser>;
+
+// A file of the C library; null with errno set.
+FilePtr openFile(const std::string& file, OpenFor purpose);
+
+// Makes a file that is not there yet; its content is on the disk when this returns. Failures name `reported`.
+void writeThrough(const std::string& file, std::span<const std::uint8_t> content,
+                  const std::string& reported);
+// Puts the file `from` in the place of `to`, whose name is there all the time; what it named before is called
+// `backup` then, unless that is empty.
+void replaceFile(const std::string& from, const std::string& to, const std::string& backup);
+// `what` is what failures say of the operation.
+enum class IfTaken { Refuse, Replace };
+void moveFile(const std::string& from, const std::string& to, IfTaken ifTaken, const std::string& what);
+
+unsigned long processNumber();
+// True as well when the system does not tell.
+bool processRuns(unsigned long number);
+
+// The number of a failure that the C library reports in errno.
+RuntimeError numberOfErrno(int error);
+// The failure with that number which says: WHAT "FILE": PROBLEM.
+Failure fileFailure(RuntimeError number, const std::string& what, const std::string& file,
+                    const std::string& problem);
+// As the system reports it: GetLastError() on Windows, errno elsewhere.
+Failure systemFailure(int error, const std::string& what, const std::string& file);
 
 }  // namespace dravik

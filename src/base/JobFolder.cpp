@@ -1,31 +1,10 @@
 #include "base/JobFolder.h"
 
-#include <cstdlib>
 #include <utility>
 
+#include "base/FileSystem.h"
+
 namespace dravik {
-namespace {
-
-#ifdef _WIN32
-constexpr char kSeparator = '\\';
-
-std::string standardFolder() {
-    return "C:\\Tamlux\\Jobs\\";
-}
-#else
-constexpr char kSeparator = '/';
-
-std::string standardFolder() {
-    if (const char* data = std::getenv("XDG_DATA_HOME"); data && *data)
-        return std::string(data) + "/tamlux/Jobs/";
-    const char* home = std::getenv("HOME");
-    return std::string(home && *home ? home : ".") + "/.local/share/tamlux/Jobs/";
-}
-#endif
-
-}  // namespace
-
-JobFolder::JobFolder() : folder_(standardFolder()) {}
 
 JobFolder::JobFolder(std::string folder) : folder_(std::move(folder)) {
     if (folder_.empty()) folder_ = ".";

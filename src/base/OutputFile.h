@@ -2,10 +2,10 @@
 // the streams of the C++ one would make the control for Windows a third larger.
 #pragma once
 
-#include <cstdio>
-#include <memory>
 #include <string>
 #include <string_view>
+
+#include "base/FileSystem.h"
 
 namespace dravik {
 
@@ -13,8 +13,8 @@ class OutputFile {
   public:
     enum class Start { Empty, AtEnd };
 
-    // The name is UTF-8. Raises Path not found (76), Permission denied (70), Disk full (61) or Path/File
-    // access error (75), as all others do.
+    // The name is UTF-8. All raise the Failure of numberOfErrno: Path not found (76), Permission denied (70),
+    // Disk full (61) and so on.
     OutputFile(const std::string& file, Start start);
 
     void write(std::string_view text);
@@ -22,11 +22,7 @@ class OutputFile {
     void close();
 
   private:
-    struct Closer {
-        void operator()(std::FILE* file) const noexcept { std::fclose(file); }
-    };
-
-    std::unique_ptr<std::FILE, Closer> file_;
+    FilePtr file_;
 };
 
 }  // namespace dravik

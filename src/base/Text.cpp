@@ -1,27 +1,17 @@
 #include "base/Text.h"
 
+#include "base/Utf.h"
+
 namespace dravik {
 namespace {
 
-// Length in bytes of the character that starts at `position`.
-std::size_t characterLength(std::string_view text, std::size_t position) {
-    const auto lead = static_cast<unsigned char>(text[position]);
-    std::size_t length = 1;
-    if (lead >= 0xC2 && lead <= 0xDF) length = 2;
-    if (lead >= 0xE0 && lead <= 0xEF) length = 3;
-    if (lead >= 0xF0 && lead <= 0xF4) length = 4;
-    if (position + length > text.size()) return 1;
-    for (std::size_t i = 1; i < length; ++i)
-        if ((static_cast<unsigned char>(text[position + i]) & 0xC0) != 0x80) return 1;
-    return length;
-}
-
 template <class Visit>
 void eachCharacter(std::string_view text, Visit visit) {
-    for (std::size_t i = 0; i < text.size();) {
-        const auto length = characterLength(text, i);
-        visit(text.substr(i, length));
-        i += length;
+    while (!text.empty()) {
+        const Utf8Character first = firstCharacter(text);
+        const std::size_t bytes = first.valid ? first.bytes : 1;
+        visit(text.substr(0, bytes));
+        text.remove_prefix(bytes);
     }
 }
 
@@ -59,36 +49,12 @@ std::string withoutLast(std::string_view text, std::size_t count) {
 
 std::int32_t codeOf(std::string_view character) {
     if (character.empty()) return 0;
-    const auto length = characterLength(character, 0);
-    const auto byte = [&](std::size_t i) {
-        return static_cast<std::int32_t>(static_cast<unsigned char>(character[i]));
-    };
-    if (length == 1) return byte(0);
-    std::int32_t code = byte(0) & (0xFF >> (length + 1));
-    for (std::size_t i = 1; i < length; ++i) code = (code << 6) | (byte(i) & 0x3F);
-    return code;
+    const Utf8Character first = firstCharacter(character);
+    return first.valid ? static_cast<std::int32_t>(first.code) : static_cast<unsigned char>(character[0]);
 }
 
 std::string characterOf(std::int32_t code) {
-    if (code < 0 || code > 0x10FFFF || (code >= 0xD800 && code <= 0xDFFF)) code = 0xFFFD;
-    std::string text;
-    const auto put = [&](std::int32_t byte) { text += static_cast<char>(static_cast<unsigned char>(byte)); };
-    if (code < 0x80) {
-        put(code);
-    } else if (code < 0x800) {
-        put(0xC0 | (code >> 6));
-        put(0x80 | (code & 0x3F));
-    } else if (code < 0x10000) {
-        put(0xE0 | (code >> 12));
-        put(0x80 | ((code >> 6) & 0x3F));
-        put(0x80 | (code & 0x3F));
-    } else {
-        put(0xF0 | (code >> 18));
-        put(0x80 | ((code >> 12) & 0x3F));
-        put(0x80 | ((code >> 6) & 0x3F));
-        put(0x80 | (code & 0x3F));
-    }
-    return text;
+    return utf8Of(static_cast<char32_t>(code));
 }
 
 std::string upperCase(std::string_view text) {

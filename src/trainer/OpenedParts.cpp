@@ -128,14 +128,14 @@ int OpenedParts::current() const noexcept {
 void OpenedParts::setCurrent(int index) {
     if (index != -1) static_cast<void>(path(index));
     current_ = index;
-    image_ = {};
+    // Who shows the image before has it until the change is told.
+    const auto before = std::exchange(image_, std::make_shared<engine::GreyImage>());
     problem_.clear();
     if (index >= 0) {
         try {
-            image_ = decoder_(path(index));
-            if (image_.empty()) problem_ = path(index) + ": the image has no pixels";
+            image_ = std::make_shared<engine::GreyImage>(decoder_(path(index)));
+            if (image_->empty()) problem_ = path(index) + ": the image has no pixels";
         } catch (...) {
-            image_ = {};
             problem_ = currentFailure().description();
         }
     }
@@ -155,6 +155,10 @@ bool OpenedParts::previous() {
 }
 
 const engine::GreyImage& OpenedParts::image() const noexcept {
+    return *image_;
+}
+
+std::shared_ptr<const engine::GreyImage> OpenedParts::sharedImage() const noexcept {
     return image_;
 }
 
@@ -165,7 +169,7 @@ const std::string& OpenedParts::problem() const noexcept {
 engine::GreyImage OpenedParts::thumbnail(int index, int side) const {
     const auto& name = path(index);
     try {
-        return index == current_ ? thumbnailOf(image_, side) : thumbnailOf(decoder_(name), side);
+        return index == current_ ? thumbnailOf(*image_, side) : thumbnailOf(decoder_(name), side);
     } catch (...) {
         return {};
     }

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <functional>
+#include <memory>
 #include <optional>
 #include <string>
 #include <vector>
@@ -38,6 +39,7 @@ class OpenedParts {
     bool previous();  // false at the start
 
     const engine::GreyImage& image() const noexcept;
+    std::shared_ptr<const engine::GreyImage> sharedImage() const noexcept;
     const std::string& problem() const noexcept;
     // A small copy for a strip of thumbnails, at most `side` pixels wide and high; empty when it cannot be
     // decoded.
@@ -50,7 +52,7 @@ class OpenedParts {
     ImageDecoder decoder_;
     std::vector<std::string> paths_;
     int current_ = -1;
-    engine::GreyImage image_;
+    std::shared_ptr<const engine::GreyImage> image_ = std::make_shared<engine::GreyImage>();
     std::string problem_;
 };
 

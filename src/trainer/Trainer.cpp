@@ -164,7 +164,7 @@ Trainer::Trainer(ui::Platform& platform, const JobFolder& folder, ImageDecoder d
 
     auto& connections = parts.connections;
     connections.push_back(parts.opened.currentChanged.connect([=, &parts] {
-        parts.tool->setImage(parts.opened.image());
+        parts.tool->shareImage(parts.opened.sharedImage());
         refreshPreview();
         refreshReading();
     }));

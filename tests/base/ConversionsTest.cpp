@@ -7,8 +7,8 @@
 
 #include "base/Failure.h"
 #include "base/NumberFormat.h"
-#include "base/Paths.h"
 #include "base/Text.h"
+#include "base/Utf.h"
 #include "support/Refused.h"
 
 namespace dravik {
@@ -114,12 +114,25 @@ TEST(Text, CaseAndBlanks) {
     EXPECT_FALSE(contains("ab", "A"));
 }
 
-TEST(Conversions, FileNamesBecomeWideOnesWhateverTheirBytes) {
-    EXPECT_EQ(wideName("a\u00e4\u20ac\U0001F600z"), L"a\u00e4\u20ac\U0001F600z");
-    EXPECT_EQ(wideName("a\xC3"), L"a\uFFFD") << "cut off";
-    EXPECT_EQ(wideName("\xC0\xAF/"), L"\uFFFD\uFFFD/") << "a separator in disguise";
-    EXPECT_EQ(wideName("\xED\xA0\x80"), L"\uFFFD") << "half a pair";
-    EXPECT_EQ(wideName("\xF4\x90\x80\x80"), L"\uFFFD") << "beyond the last character";
+TEST(Utf, TextsBecomeWideOnesWhateverTheirBytes) {
+    EXPECT_EQ(wide("a\u00e4\u20ac\U0001F600z"), L"a\u00e4\u20ac\U0001F600z");
+    EXPECT_EQ(wide("a\xC3"), L"a\uFFFD") << "cut off";
+    EXPECT_EQ(wide("\xC0\xAF/"), L"\uFFFD\uFFFD/") << "a separator in disguise";
+    EXPECT_EQ(wide("\xED\xA0\x80"), L"\uFFFD") << "half a pair";
+    EXPECT_EQ(wide("\xF4\x90\x80\x80"), L"\uFFFD") << "beyond the last character";
+}
+
+TEST(Utf, WideTextsComeBack) {
+    for (const std::string text :
+         {"a\u00e4\u20ac\U0001F600z", "\u007f\u0080\u07ff\u0800\uffff\U00010000\U0010ffff", ""})
+        EXPECT_EQ(utf8(wide(text)), text);
+    const wchar_t high = 0xD83D, low = 0xDE00;
+    for (const std::wstring& lone : {std::wstring{high}, std::wstring{low}})
+        EXPECT_EQ(utf8(L"a" + lone + L"z"), "a\uFFFDz") << "half a pair is no character";
+    EXPECT_EQ(utf8(std::wstring{high, high}), "\uFFFD\uFFFD");
+    EXPECT_EQ(characters("\xE0\x80\xAF").size(), 3u)
+        << "a separator in disguise is three bytes that are none";
+    EXPECT_EQ(codeOf("\xED\xA0\x80"), 0xED) << "half a pair is no character, but its bytes are";
 }
 
 }  // namespace

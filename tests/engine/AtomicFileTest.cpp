@@ -12,9 +12,9 @@
 
 #include "base/Failure.h"
 #include "base/OutputFile.h"
-#include "base/TemporaryFolder.h"
 #include "engine/font/FontFile.h"
 #include "support/Refused.h"
+#include "support/TemporaryFolder.h"
 
 namespace dravik {
 

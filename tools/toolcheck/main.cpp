@@ -5,8 +5,6 @@
 // The tool has to have no fonts, since the check creates and deletes some. A tool that has a property
 // JobsFolder is given an empty folder by it. Rules that need an image are checked with tools that have
 // SetImage(Width, Height, Pixels), an array of grey levels row by row; with others they are left out.
-#include "windows/com/WindowsSdk.h"
-// Behind the Windows headers
 #include <DravikLib.h>
 
 #include <array>
@@ -15,6 +13,9 @@
 #include <string>
 #include <vector>
 
+#include "contract/DrawnText.h"
+#include "contract/FontToolContract.h"
+#include "support/TemporaryFolder.h"
 #include "windows/com/Boundary.h"
 #include "windows/com/ComFontTool.h"
 #include "windows/com/ComStep.h"
@@ -22,10 +23,6 @@
 #include "windows/com/LateBound.h"
 #include "windows/com/ToolValues.h"
 #include "windows/com/Variant.h"
-// Behind the Windows headers
-#include "base/TemporaryFolder.h"
-#include "contract/DrawnText.h"
-#include "contract/FontToolContract.h"
 
 namespace dravik {
 
@@ -38,7 +35,7 @@ std::wstring programIdentifier;
 bool lateBound = false;
 
 std::string name() {
-    return com::toUtf8(std::wstring_view(programIdentifier));
+    return utf8(programIdentifier);
 }
 
 // The tool under check, new for every rule.
@@ -155,8 +152,7 @@ int checkTool() {
         RegisteredTool tool;
         showsImages = tool.showsImages();
     } catch (const Failure& failure) {
-        std::fprintf(stderr, "%s cannot be checked: %s\n",
-                     com::toUtf8(std::wstring_view(programIdentifier)).c_str(),
+        std::fprintf(stderr, "%s cannot be checked: %s\n", utf8(programIdentifier).c_str(),
                      failure.description().c_str());
         return 2;
     }

@@ -26,4 +26,16 @@ struct Recognition {
 std::vector<Recognition> recognize(const Segmentation& found, const Network& network,
                                    const DistanceMeasure& measure);
 
+// A character of an image as the font reads it, and where it stands.
+struct PlacedRecognition {
+    Region place;
+    int line = 0;
+    Recognition read;
+};
+
+// All characters of an image in which `found` is what segment() finds. Where it can also be seen in other
+// ways, it is read in the one whose characters are most likely to be of the font.
+std::vector<PlacedRecognition> readImage(const GreyImage& image, const Segmentation& found,
+                                         const Network& network, const DistanceMeasure& measure);
+
 }  // namespace dravik::engine

@@ -22,12 +22,6 @@ namespace {
 constexpr std::int32_t kUsualTimeout = 60;
 constexpr std::uint32_t kSeed = 20011;
 constexpr char kUnknownCharacter[] = "?";
-// When the font is to decide between views of an image: the least confidence that counts, the one that is no
-// more likely of the font than of anything else, what all this weighs beside what was seen, and how many
-// characters more or fewer there may be. Measured on generated part images.
-constexpr double kUnknown = 0.03, kFamiliar = 0.25, kFontWeight = 0.4;
-constexpr std::size_t kMostDifferent = 2;
-
 // Everything that a run works on, its own copy.
 struct FontRun {
     TrainingSet set;
@@ -74,13 +68,8 @@ TrainingResult perform(const FontRun& run, TrainingWorker::Progress& progress) {
     return result;
 }
 
-// Where the font is to decide between views of an image: a reading weighs as much as its characters are
-// likelier to be of the font than not. A character gained is worth little, one that the font does not know
-// costs much.
-double familiarity(const std::vector<ReadCharacter>& read) {
-    double sum = 0;
-    for (const ReadCharacter& one : read) sum += std::log(std::max(kUnknown, one.confidence) / kFamiliar);
-    return kFontWeight * sum;
+FoundCharacter placed(const Region& place, int line) {
+    return {place.left, place.top, place.right, place.bottom, line};
 }
 
 }  // namespace
@@ -98,7 +87,7 @@ struct EmbeddedTool::State {
     SampleStore samples;
     Training training;
 
-    GreyImage image;
+    std::shared_ptr<const GreyImage> image = std::make_shared<GreyImage>();  // never null
     std::optional<Segmentation> segmentation;
     std::vector<FoundCharacter> found;
 
@@ -179,19 +168,11 @@ struct EmbeddedTool::State {
 
     const Segmentation& segments() {
         if (!segmentation) {
-            segmentation = segment(image);
-            found = places(*segmentation);
+            segmentation = segment(*image);
+            for (const Glyph& glyph : segmentation->glyphs)
+                found.push_back(placed(segmentation->place(glyph), glyph.line));
         }
         return *segmentation;
-    }
-
-    static std::vector<FoundCharacter> places(const Segmentation& segments) {
-        std::vector<FoundCharacter> result;
-        for (const Glyph& glyph : segments.glyphs) {
-            const Region at = segments.place(glyph);
-            result.push_back({at.left, at.top, at.right, at.bottom, glyph.line});
-        }
-        return result;
     }
 
     // One record for each character of the set, then for those that were trained without being in it.
@@ -234,13 +215,17 @@ double EmbeddedTool::datum(const std::string& name) {
 }
 
 void EmbeddedTool::setImage(GreyImage image) {
+    shareImage(std::make_shared<GreyImage>(std::move(image)));
+}
+
+void EmbeddedTool::shareImage(std::shared_ptr<const GreyImage> image) {
     state_->image = std::move(image);
     state_->segmentation.reset();
     state_->found.clear();
 }
 
 const GreyImage& EmbeddedTool::image() const {
-    return state_->image;
+    return *state_->image;
 }
 
 const std::vector<FoundCharacter>& EmbeddedTool::found() {
@@ -253,27 +238,11 @@ std::vector<ReadCharacter> EmbeddedTool::read() {
     if (state_->training.empty()) return {};
     const SampleColumnsPtr samples = state_->samples.columns(tool::SampleKind::Committed);
     const DistanceMeasure measure(state_->samples.statistics(), samples->samples);
-    const auto readIn = [&](const Segmentation& segments) {
-        std::vector<ReadCharacter> result;
-        const std::vector<FoundCharacter> places = State::places(segments);
-        const std::vector<Recognition> read = recognize(segments, state_->training.network, measure);
-        for (std::size_t i = 0; i < read.size(); ++i)
-            result.push_back({places[i], characterOf(read[i].code), confidence(read[i].evidence)});
-        return result;
-    };
-    const Segmentation& segments = state_->segments();
-    std::vector<ReadCharacter> result = readIn(segments);
-    double most = familiarity(result);
-    for (const OtherView& view : segments.others) {
-        const std::size_t characters = segments.glyphs.size();
-        if (view.characters + kMostDifferent < characters || characters + kMostDifferent < view.characters)
-            continue;
-        std::vector<ReadCharacter> other = readIn(segment(state_->image, view));
-        if (const double value = view.odds + familiarity(other); value > most) {
-            most = value;
-            result = std::move(other);
-        }
-    }
+    std::vector<ReadCharacter> result;
+    for (const PlacedRecognition& one :
+         readImage(image(), state_->segments(), state_->training.network, measure))
+        result.push_back(
+            {placed(one.place, one.line), characterOf(one.read.code), confidence(one.read.evidence)});
     return result;
 }
 

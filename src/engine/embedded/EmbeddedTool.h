@@ -58,6 +58,8 @@ class EmbeddedTool : public tool::FontTool, public tool::Step {
 
     // The current image; an empty one is none. Characters are found when they are first asked for.
     void setImage(GreyImage image);
+    // The same without a copy; not null.
+    void shareImage(std::shared_ptr<const GreyImage> image);
     const GreyImage& image() const;
     // The characters found in the current image.
     const std::vector<FoundCharacter>& found();

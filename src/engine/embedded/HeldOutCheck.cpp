@@ -115,34 +115,9 @@ std::string heldOutText(const HeldOutResult& result) {
 }
 
 void HeldOutWorker::start(SampleColumnsPtr samples, std::uint32_t seed) {
-    stop();
-    ended_ = false;
-    try {
-        thread_ = std::jthread([this, seed, samples = std::move(samples)](const std::stop_token& stop) {
-            try {
-                result_ = checkHeldOut(*samples, seed, [&stop] { return !stop.stop_requested(); });
-            } catch (...) {
-                // For want of memory there is no check; the font itself is none the worse.
-                result_.reset();
-            }
-            ended_ = true;
-        });
-    } catch (...) {
-        ended_ = true;
-        throw;
-    }
-}
-
-void HeldOutWorker::stop() {
-    if (thread_.joinable()) {
-        thread_.request_stop();
-        thread_.join();
-    }
-    result_.reset();
-}
-
-const HeldOutResult* HeldOutWorker::result() const {
-    return ended_.load() && result_ ? &*result_ : nullptr;
+    BackgroundRun::start([seed, samples = std::move(samples)](const std::stop_token& stop) {
+        return checkHeldOut(*samples, seed, [&stop] { return !stop.stop_requested(); });
+    });
 }
 
 }  // namespace dravik::engine

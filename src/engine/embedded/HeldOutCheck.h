@@ -3,14 +3,13 @@
 // runs a line.
 #pragma once
 
-#include <atomic>
 #include <cstdint>
 #include <functional>
 #include <optional>
 #include <string>
-#include <thread>
 #include <vector>
 
+#include "engine/embedded/BackgroundRun.h"
 #include "engine/font/SampleStore.h"
 
 namespace dravik::engine {
@@ -41,21 +40,15 @@ std::optional<HeldOutResult> checkHeldOut(const SampleColumns& samples, std::uin
 // of 1240 wrong: 0 read as O 5 times, l read as 1 3 times, S read as 5 once".
 std::string heldOutText(const HeldOutResult& result);
 
-// A check on a thread of its own, observed by polling.
-class HeldOutWorker {
+// A check in the background. There is no result when there was nothing to check, and for want of memory: the
+// font itself is none the worse.
+class HeldOutWorker : private BackgroundRun<HeldOutResult> {
   public:
     // Ends a check that is going on.
     void start(SampleColumnsPtr samples, std::uint32_t seed);
-    // Ends the check, which takes a few milliseconds, and forgets its result.
-    void stop();
-    bool running() const noexcept { return thread_.joinable() && !ended_.load(); }
-    // Nothing before the end of a check and when there was nothing to check.
-    const HeldOutResult* result() const;
-
-  private:
-    std::atomic<bool> ended_{true};
-    std::optional<HeldOutResult> result_;
-    std::jthread thread_;
+    using BackgroundRun::result;
+    using BackgroundRun::running;
+    using BackgroundRun::stop;
 };
 
 }  // namespace dravik::engine

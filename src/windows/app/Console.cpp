@@ -3,8 +3,6 @@
 #include <cstdio>
 #include <iostream>
 
-#include "windows/win32/Windows.h"
-
 namespace dravik::app {
 namespace {
 

@@ -1,8 +1,6 @@
 // A child window of the program that is drawn and driven by code of its own.
 #pragma once
 
-#include "windows/win32/Windows.h"
-// Behind the Windows headers
 #include <memory>
 #include <string>
 

@@ -4,9 +4,8 @@
 
 #include <memory>
 
-#include "windows/win32/Gdi.h"
-// Behind the Windows headers
 #include "engine/image/GreyImage.h"
+#include "windows/win32/Gdi.h"
 
 namespace dravik::app {
 

@@ -1,8 +1,5 @@
 #include "windows/app/MainWindow.h"
 
-#include <shellapi.h>
-#include <windowsx.h>
-
 #include <algorithm>
 
 #include "windows/app/OpenDialogs.h"

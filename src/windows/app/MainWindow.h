@@ -2,8 +2,6 @@
 #pragma once
 
 #include "windows/app/DrawnWindow.h"
-// Behind the Windows headers
-#include <shellapi.h>
 
 #include <memory>
 #include <string>

@@ -1,8 +1,6 @@
 // The system's dialogs to choose image files and a folder of them. COM is initialized on the thread.
 #pragma once
 
-#include "windows/win32/Windows.h"
-// Behind the Windows headers
 #include <string>
 #include <vector>
 

@@ -2,12 +2,11 @@
 // of opened images.
 #pragma once
 
-#include "windows/app/DrawnWindow.h"
-// Behind the Windows headers
 #include <functional>
 #include <memory>
 #include <string>
 #include <vector>
+#include "windows/app/DrawnWindow.h"
 
 #include "trainer/Trainer.h"
 #include "ui/Label.h"

@@ -1,7 +1,5 @@
 #include "windows/app/PartView.h"
 
-#include <windowsx.h>
-
 #include <algorithm>
 #include <cmath>
 

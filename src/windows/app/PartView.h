@@ -3,10 +3,9 @@
 // bars.
 #pragma once
 
-#include "windows/app/DrawnWindow.h"
-// Behind the Windows headers
 #include <functional>
 #include <vector>
+#include "windows/app/DrawnWindow.h"
 
 #include "trainer/Trainer.h"
 

@@ -2,10 +2,9 @@
 // and the tool tip of every character says how sure the font is. Ctrl+C copies the text.
 #pragma once
 
-#include "windows/app/DrawnWindow.h"
-// Behind the Windows headers
 #include "trainer/Trainer.h"
 #include "ui/Platform.h"
+#include "windows/app/DrawnWindow.h"
 #include "windows/win32/ToolTips.h"
 
 namespace dravik::app {

@@ -1,8 +1,6 @@
 // What the program remembers of its window from one run to the next, in the user's part of the registry.
 #pragma once
 
-#include "windows/win32/Windows.h"
-// Behind the Windows headers
 #include <optional>
 #include <string>
 #include <vector>

@@ -1,7 +1,5 @@
 #include "windows/app/ThumbnailStrip.h"
 
-#include <windowsx.h>
-
 #include <algorithm>
 
 #include "windows/app/GreyPicture.h"

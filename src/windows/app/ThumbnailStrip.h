@@ -2,11 +2,10 @@
 // time, so that thousands of parts open at once.
 #pragma once
 
-#include "windows/app/DrawnWindow.h"
-// Behind the Windows headers
 #include <list>
 #include <string>
 #include <unordered_map>
+#include "windows/app/DrawnWindow.h"
 
 #include "trainer/OpenedParts.h"
 #include "ui/Signal.h"

@@ -3,7 +3,6 @@
 #include <algorithm>
 
 #include "windows/win32/WinText.h"
-#include "windows/win32/Windows.h"
 
 namespace dravik::app {
 namespace {

@@ -1,8 +1,6 @@
 // The program's menus, and the keys that do the same.
 #pragma once
 
-#include "windows/win32/Windows.h"
-// Behind the Windows headers
 #include <string>
 #include <vector>
 

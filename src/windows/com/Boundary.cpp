@@ -32,7 +32,7 @@ std::string codeText(HRESULT code) {
                        static_cast<DWORD>(code), 0, text.data(), static_cast<DWORD>(text.size()), nullptr);
     while (length > 0 && (text[length - 1] == L'\r' || text[length - 1] == L'\n' || text[length - 1] == L' '))
         --length;
-    if (length > 0) return toUtf8(std::wstring_view(text.data(), length));
+    if (length > 0) return utf8({text.data(), length});
     std::array<char, 40> number_text{};
     std::snprintf(number_text.data(), number_text.size(), "Automation error 0x%08X",
                   static_cast<unsigned>(code));
@@ -87,8 +87,8 @@ Failure failureOf(HRESULT code) {
 HRESULT reportCurrent(REFIID iid, const wchar_t* source) noexcept {
     try {
         const Failure failure = currentFailure();
-        leaveErrorInfo(iid, failure.source().empty() ? std::wstring(source) : toWide(failure.source()),
-                       toWide(failure.description()));
+        leaveErrorInfo(iid, failure.source().empty() ? std::wstring(source) : wide(failure.source()),
+                       wide(failure.description()));
         return hresultOf(failure);
     } catch (...) {
         SetErrorInfo(0, nullptr);

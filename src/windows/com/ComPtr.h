@@ -3,8 +3,6 @@
 
 #include <utility>
 
-#include "windows/com/WindowsSdk.h"
-
 namespace dravik::com {
 
 template <typename T>

@@ -1,17 +1,14 @@
-// Texts between the system (UTF-8) and Windows (UTF-16), and texts that COM owns.
+// Texts that COM owns, and those that it hands over.
 #pragma once
 
 #include <string>
 #include <string_view>
 #include <utility>
 
-#include "windows/com/WindowsSdk.h"
+#include "base/Utf.h"
 
 namespace dravik::com {
 
-// Units that belong to no character become U+FFFD.
-std::wstring toWide(std::string_view utf8);
-std::string toUtf8(std::wstring_view wide);
 // A null BSTR is the empty text.
 std::string toUtf8(BSTR text);
 // A null pointer is the empty text.

@@ -2,9 +2,8 @@
 // creates, shows images and lets read.
 #pragma once
 
-#include "windows/com/FontToolObject.h"
-// Behind the Windows headers
 #include "engine/embedded/EmbeddedTool.h"
+#include "windows/com/FontToolObject.h"
 
 namespace dravik::com {
 

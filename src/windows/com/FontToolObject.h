@@ -2,8 +2,6 @@
 // failures.
 #pragma once
 
-#include "windows/com/WindowsSdk.h"
-// Behind the Windows headers
 #include <DravikLib.h>
 
 #include <atomic>

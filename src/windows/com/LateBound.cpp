@@ -44,8 +44,7 @@ bool LateBound::has(const std::wstring& name) {
 DISPID LateBound::idOf(const std::wstring& name) {
     DISPID id = DISPID_UNKNOWN;
     if (!find(name, id))
-        throw Failure(kNoSuchMember,
-                      "Object doesn't support this property or method: " + toUtf8(std::wstring_view(name)));
+        throw Failure(kNoSuchMember, "Object doesn't support this property or method: " + utf8(name));
     return id;
 }
 

@@ -6,10 +6,9 @@
 #include <string>
 #include <vector>
 
+#include <dispex.h>
 #include "windows/com/ComPtr.h"
 #include "windows/com/Variant.h"
-// Behind the Windows headers
-#include <dispex.h>
 
 namespace dravik::com {
 

@@ -32,7 +32,7 @@ ComPtr<IWICBitmapDecoder> openedDecoder(IWICImagingFactory& factory, const std::
     if (kind == EntryKind::None) throw problem(RuntimeError::FileNotFound, "file not found");
     if (kind == EntryKind::Folder) throw problem(RuntimeError::PathFileAccessError, "is a folder");
     ComPtr<IWICBitmapDecoder> decoder;
-    const HRESULT opened = factory.CreateDecoderFromFilename(toWide(path).c_str(), nullptr, GENERIC_READ,
+    const HRESULT opened = factory.CreateDecoderFromFilename(wide(path).c_str(), nullptr, GENERIC_READ,
                                                              WICDecodeMetadataCacheOnDemand, decoder.put());
     if (opened == HRESULT_FROM_WIN32(ERROR_ACCESS_DENIED) ||
         opened == HRESULT_FROM_WIN32(ERROR_SHARING_VIOLATION))

@@ -1,8 +1,6 @@
 // Image files as grey images, decoded by the system's imaging component.
 #pragma once
 
-#include "windows/com/WindowsSdk.h"
-// Behind the Windows headers
 #include "engine/image/GreyImage.h"
 
 namespace dravik::com {

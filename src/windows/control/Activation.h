@@ -3,10 +3,6 @@
 // windowed control must.
 #pragma once
 
-#include <windows.h>
-
-#include <oleidl.h>
-
 #include <memory>
 
 #include "windows/com/ComPtr.h"

@@ -1,12 +1,10 @@
 #include "windows/control/ConnectionPoints.h"
 
-#include <olectl.h>
-
 #include <algorithm>
-#include <atomic>
 #include <vector>
 
 #include "DravikDlgLib.h"
+#include "windows/headers/ComObject.h"
 
 namespace dravik::control {
 namespace {
@@ -26,27 +24,12 @@ void release(CONNECTDATA& connection) {
 
 // An enumerator over elements that hold a reference each.
 template <class Interface, class Element>
-class Enumerator final : public Interface {
+class Enumerator final : public ComObject<Interface> {
   public:
     // Takes a reference of each element.
     explicit Enumerator(std::vector<Element> elements, std::size_t next = 0)
         : elements_(std::move(elements)), next_(next) {
         for (auto& element : elements_) addReference(element);
-    }
-
-    HRESULT STDMETHODCALLTYPE QueryInterface(REFIID iid, void** object) override {
-        if (!object) return E_POINTER;
-        *object = nullptr;
-        if (iid != IID_IUnknown && iid != __uuidof(Interface)) return E_NOINTERFACE;
-        *object = static_cast<Interface*>(this);
-        AddRef();
-        return S_OK;
-    }
-    ULONG STDMETHODCALLTYPE AddRef() override { return ++references_; }
-    ULONG STDMETHODCALLTYPE Release() override {
-        const ULONG left = --references_;
-        if (left == 0) delete this;
-        return left;
     }
 
     HRESULT STDMETHODCALLTYPE Next(ULONG count, Element* elements, ULONG* fetched) override {
@@ -76,13 +59,12 @@ class Enumerator final : public Interface {
     }
 
   private:
-    virtual ~Enumerator() {
+    ~Enumerator() override {
         for (auto& element : elements_) release(element);
     }
 
     std::vector<Element> elements_;
     std::size_t next_;
-    std::atomic<ULONG> references_ = 1;
 };
 
 }  // namespace

@@ -2,8 +2,6 @@
 // which it never reports as it has none. Hosts connect to both as a matter of course.
 #pragma once
 
-#include <ocidl.h>
-
 #include <map>
 
 #include "windows/com/ComPtr.h"

@@ -2,8 +2,6 @@
 // that shows a closed control again gets a fresh screen with the step that it had given.
 #pragma once
 
-#include "windows/win32/Windows.h"
-
 #include <functional>
 #include <memory>
 

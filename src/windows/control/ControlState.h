@@ -2,10 +2,6 @@
 // extent.
 #pragma once
 
-#include <windows.h>
-
-#include <oleidl.h>
-
 #include <memory>
 
 #include "windows/com/ComPtr.h"

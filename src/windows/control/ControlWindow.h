@@ -2,8 +2,6 @@
 // gives less room than the page needs, and tells when the keyboard focus comes in or goes.
 #pragma once
 
-#include <windows.h>
-
 #include <functional>
 #include <memory>
 

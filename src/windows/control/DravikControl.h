@@ -2,24 +2,13 @@
 // is gone, and then ends its screen if the host has not closed it.
 #pragma once
 
-#include <windows.h>
-
 #include <atomic>
 
 #include "windows/com/Dispatch.h"
 #include "windows/com/Module.h"
-#include "windows/control/ClassInfo.h"
-#include "windows/control/ConnectionPoints.h"
-#include "windows/control/ControlState.h"
-#include "windows/control/InPlaceActiveObject.h"
-#include "windows/control/InPlaceObject.h"
-#include "windows/control/OleControl.h"
-#include "windows/control/OleObject.h"
-#include "windows/control/Persistence.h"
-#include "windows/control/PublicInterface.h"
-#include "windows/control/QuickActivation.h"
-#include "windows/control/StepEditorFacet.h"
-#include "windows/control/ViewObject.h"
+#include "windows/control/DispatchFacets.h"
+#include "windows/control/DocumentFacets.h"
+#include "windows/control/OleFacets.h"
 
 namespace dravik::control {
 

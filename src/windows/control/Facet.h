@@ -3,11 +3,10 @@
 // the host does meanwhile.
 #pragma once
 
-#include <windows.h>
-
 #include <new>
 #include <utility>
 
+#include "windows/control/ControlState.h"
 #include "windows/win32/Entry.h"
 
 namespace dravik::control {
@@ -45,6 +44,16 @@ class Facet : public Interface {
     }
 
     IUnknown& control_;
+};
+
+// One that works on what the interfaces share.
+template <class Interface>
+class StateFacet : public Facet<Interface> {
+  public:
+    StateFacet(IUnknown& control, ControlState& state) : Facet<Interface>(control), state_(state) {}
+
+  protected:
+    ControlState& state_;
 };
 
 }  // namespace dravik::control

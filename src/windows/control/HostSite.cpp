@@ -1,7 +1,5 @@
 #include "windows/control/HostSite.h"
 
-#include <oleauto.h>
-
 #include <cstdlib>
 
 namespace dravik::control {

@@ -2,11 +2,6 @@
 // Every part may be missing, and then has the answer that a plain dialog would give.
 #pragma once
 
-#include <windows.h>
-
-#include <ocidl.h>
-#include <olectl.h>
-
 #include <string>
 
 #include "windows/com/ComPtr.h"

@@ -2,7 +2,6 @@
 #include <array>
 
 #include "windows/control/DravikControl.h"
-// Behind the Windows headers
 #include "windows/server/Registration.h"
 #include "windows/server/Server.h"
 

@@ -1,8 +1,6 @@
 // A class that the server offers: how it is made and how it is entered in the registry.
 #pragma once
 
-#include "windows/com/WindowsSdk.h"
-// Behind the Windows headers
 #include <optional>
 #include <string>
 

@@ -134,22 +134,12 @@ void addLibrary(std::vector<RegistryEntry>& all, int resource, const std::wstrin
     addInterfaces(all, *library, identifier, described);
 }
 
-class ClassesKey {
-  public:
-    explicit ClassesKey(Scope scope) {
-        const LSTATUS status =
-            RegCreateKeyExW(scope == Scope::Machine ? HKEY_LOCAL_MACHINE : HKEY_CURRENT_USER, kClasses, 0,
-                            nullptr, 0, KEY_READ, nullptr, &key_, nullptr);
-        if (status != ERROR_SUCCESS) throw com::failureOf(HRESULT_FROM_WIN32(static_cast<DWORD>(status)));
-    }
-    ClassesKey(const ClassesKey&) = delete;
-    ClassesKey& operator=(const ClassesKey&) = delete;
-    ~ClassesKey() { RegCloseKey(key_); }
-    HKEY get() const noexcept { return key_; }
-
-  private:
-    HKEY key_ = nullptr;
-};
+RegistryKey classesKey(Scope scope) {
+    RegistryKey key;
+    checkRegistry(RegCreateKeyExW(scope == Scope::Machine ? HKEY_LOCAL_MACHINE : HKEY_CURRENT_USER, kClasses,
+                                  0, nullptr, 0, KEY_READ, nullptr, key.put(), nullptr));
+    return key;
+}
 
 bool isInterface(const RegistryEntry& entry) {
     return entry.top == L"Interface";
@@ -192,7 +182,7 @@ std::vector<RegistryEntry> registryEntries(std::span<const RegisteredClass> clas
 }
 
 void registerServer(std::span<const RegisteredClass> classes, Scope scope) {
-    const ClassesKey root(scope);
+    const RegistryKey root = classesKey(scope);
     const auto entries = registryEntries(classes);
     const auto own = ownEntries(root.get(), entries);
     RegistryTransaction transaction(root.get());
@@ -201,7 +191,7 @@ void registerServer(std::span<const RegisteredClass> classes, Scope scope) {
 }
 
 void unregisterServer(std::span<const RegisteredClass> classes, Scope scope) {
-    const ClassesKey root(scope);
+    const RegistryKey root = classesKey(scope);
     const auto entries = registryEntries(classes);
     auto own = ownEntries(root.get(), entries);
     RegistryTransaction transaction(root.get());

@@ -3,28 +3,14 @@
 #include "windows/com/Boundary.h"
 
 namespace dravik::server {
-namespace {
 
 void checkRegistry(LSTATUS status) {
     if (status != ERROR_SUCCESS) throw com::failureOf(HRESULT_FROM_WIN32(static_cast<DWORD>(status)));
 }
 
-class Key {
-  public:
-    Key() = default;
-    Key(const Key&) = delete;
-    Key& operator=(const Key&) = delete;
-    ~Key() {
-        if (handle_) RegCloseKey(handle_);
-    }
-    HKEY get() const noexcept { return handle_; }
-    HKEY* put() noexcept { return &handle_; }
+namespace {
 
-  private:
-    HKEY handle_ = nullptr;
-};
-
-bool opens(HKEY root, const std::wstring& path, REGSAM access, Key& key) {
+bool opens(HKEY root, const std::wstring& path, REGSAM access, RegistryKey& key) {
     const LSTATUS status = RegOpenKeyExW(root, path.c_str(), 0, access, key.put());
     if (status == ERROR_FILE_NOT_FOUND || status == ERROR_PATH_NOT_FOUND) return false;
     checkRegistry(status);
@@ -43,24 +29,21 @@ RegistryTransaction::~RegistryTransaction() {
 }
 
 void RegistryTransaction::takeBack(const Undo& undo) const noexcept {
-    HKEY key = nullptr;
+    RegistryKey key;
     switch (undo.kind) {
         case Undo::Kind::DeleteKey:
             RegDeleteKeyW(root_, undo.key.c_str());
             return;
         case Undo::Kind::MakeKey:
-            if (RegCreateKeyExW(root_, undo.key.c_str(), 0, nullptr, 0, KEY_WRITE, nullptr, &key, nullptr) ==
-                ERROR_SUCCESS)
-                RegCloseKey(key);
+            RegCreateKeyExW(root_, undo.key.c_str(), 0, nullptr, 0, KEY_WRITE, nullptr, key.put(), nullptr);
             return;
         case Undo::Kind::Value:
-            if (RegOpenKeyExW(root_, undo.key.c_str(), 0, KEY_WRITE, &key) != ERROR_SUCCESS) return;
+            if (RegOpenKeyExW(root_, undo.key.c_str(), 0, KEY_WRITE, key.put()) != ERROR_SUCCESS) return;
             if (undo.value.exists)
-                RegSetValueExW(key, undo.name.c_str(), 0, undo.value.type, undo.value.data.data(),
+                RegSetValueExW(key.get(), undo.name.c_str(), 0, undo.value.type, undo.value.data.data(),
                                static_cast<DWORD>(undo.value.data.size()));
             else
-                RegDeleteValueW(key, undo.name.c_str());
-            RegCloseKey(key);
+                RegDeleteValueW(key.get(), undo.name.c_str());
     }
 }
 
@@ -82,7 +65,7 @@ void RegistryTransaction::make(const std::wstring& path) {
         end = path.find(L'\\', end + 1);
         const std::wstring level = path.substr(0, end);
         undo_.reserve(undo_.size() + 1);
-        Key key;
+        RegistryKey key;
         DWORD disposition = 0;
         checkRegistry(RegCreateKeyExW(root_, level.c_str(), 0, nullptr, 0, KEY_READ | KEY_WRITE, nullptr,
                                       key.put(), &disposition));
@@ -92,7 +75,7 @@ void RegistryTransaction::make(const std::wstring& path) {
 
 void RegistryTransaction::set(const std::wstring& path, const std::wstring& name, const std::wstring& text) {
     make(path);
-    Key key;
+    RegistryKey key;
     if (!opens(root_, path, KEY_READ | KEY_WRITE, key))
         throw com::failureOf(HRESULT_FROM_WIN32(ERROR_FILE_NOT_FOUND));
     undo_.push_back({Undo::Kind::Value, path, name, valueOf(key.get(), name)});
@@ -102,11 +85,11 @@ void RegistryTransaction::set(const std::wstring& path, const std::wstring& name
 }
 
 void RegistryTransaction::remove(const std::wstring& path, const std::wstring& name) {
-    Key key;
+    RegistryKey key;
     if (!opens(root_, path, KEY_READ, key)) return;
     Value before = valueOf(key.get(), name);
     if (!before.exists) return;
-    Key writable;
+    RegistryKey writable;
     if (!opens(root_, path, KEY_READ | KEY_WRITE, writable)) return;
     undo_.push_back({Undo::Kind::Value, path, name, std::move(before)});
     checkRegistry(RegDeleteValueW(writable.get(), name.c_str()));
@@ -115,7 +98,7 @@ void RegistryTransaction::remove(const std::wstring& path, const std::wstring& n
 void RegistryTransaction::removeIfEmpty(const std::wstring& path, const std::wstring& top) {
     for (std::wstring level = path; level.size() > top.size(); level = above(level)) {
         {
-            Key key;
+            RegistryKey key;
             if (!opens(root_, level, KEY_READ, key)) continue;
             DWORD keys = 0, values = 0;
             checkRegistry(RegQueryInfoKeyW(key.get(), nullptr, nullptr, nullptr, &keys, nullptr, nullptr,
@@ -128,12 +111,12 @@ void RegistryTransaction::removeIfEmpty(const std::wstring& path, const std::wst
 }
 
 bool hasKey(HKEY root, const std::wstring& path) {
-    Key key;
+    RegistryKey key;
     return opens(root, path, KEY_READ, key);
 }
 
 std::wstring registryText(HKEY root, const std::wstring& path, const std::wstring& name) {
-    Key key;
+    RegistryKey key;
     if (!opens(root, path, KEY_READ, key)) return {};
     DWORD size = 0, type = 0;
     if (RegQueryValueExW(key.get(), name.c_str(), nullptr, &type, nullptr, &size) != ERROR_SUCCESS ||

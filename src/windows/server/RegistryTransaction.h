@@ -4,9 +4,19 @@
 #include <string>
 #include <vector>
 
-#include "windows/com/WindowsSdk.h"
+#include "base/Handle.h"
 
 namespace dravik::server {
+
+struct OpenKey {
+    using Value = HKEY;
+    static HKEY none() noexcept { return nullptr; }
+    static void close(HKEY key) noexcept { RegCloseKey(key); }
+};
+using RegistryKey = Handle<OpenKey>;
+
+// Raises Failure with the system's code unless the call succeeded.
+void checkRegistry(LSTATUS status);
 
 class RegistryTransaction {
   public:

@@ -1,31 +1,18 @@
 #include "windows/server/Server.h"
 
-#include <atomic>
-
 #include "windows/com/Boundary.h"
 #include "windows/com/Module.h"
+#include "windows/headers/ComObject.h"
 
 namespace dravik::server {
 namespace {
 
 constexpr wchar_t kSource[] = L"DravikDlg";
 
-class ClassFactory final : public IClassFactory {
+class ClassFactory final : public ComObject<IClassFactory> {
   public:
     explicit ClassFactory(const RegisteredClass& made) : class_(made) {}
 
-    HRESULT STDMETHODCALLTYPE QueryInterface(REFIID iid, void** out) override {
-        if (!out) return E_POINTER;
-        *out = nullptr;
-        if (iid != IID_IUnknown && iid != IID_IClassFactory) return E_NOINTERFACE;
-        return com::handOut(static_cast<IClassFactory*>(this), out);
-    }
-    ULONG STDMETHODCALLTYPE AddRef() override { return ++references_; }
-    ULONG STDMETHODCALLTYPE Release() override {
-        const ULONG left = --references_;
-        if (left == 0) delete this;
-        return left;
-    }
     HRESULT STDMETHODCALLTYPE CreateInstance(IUnknown* outer, REFIID iid, void** out) override {
         if (!out) return E_POINTER;
         *out = nullptr;
@@ -38,10 +25,7 @@ class ClassFactory final : public IClassFactory {
     }
 
   private:
-    ~ClassFactory() = default;
-
     com::ModuleReference module_;
-    std::atomic<ULONG> references_ = 1;
     const RegisteredClass& class_;
 };
 

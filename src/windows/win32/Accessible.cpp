@@ -1,13 +1,9 @@
 #include "windows/win32/Accessible.h"
 
-#include <windows.h>
-
-#include <commctrl.h>
-
-#include <atomic>
 #include <cwchar>
 #include <utility>
 
+#include "windows/headers/ComObject.h"
 #include "windows/win32/Guard.h"
 
 namespace dravik::win32 {
@@ -23,25 +19,10 @@ BSTR text(const std::wstring& value) {
     return SysAllocStringLen(value.data(), static_cast<UINT>(value.size()));
 }
 
-class Accessible : public IAccessible {
+class Accessible : public ComObject<IAccessible, IDispatch> {
   public:
     Accessible(HWND window, AccessibleContent& content, std::weak_ptr<void> owner)
         : window_(window), content_(content), owner_(std::move(owner)) {}
-
-    HRESULT STDMETHODCALLTYPE QueryInterface(REFIID id, void** object) override {
-        if (!object) return E_POINTER;
-        *object = nullptr;
-        if (id != IID_IUnknown && id != IID_IDispatch && id != __uuidof(IAccessible)) return E_NOINTERFACE;
-        *object = static_cast<IAccessible*>(this);
-        AddRef();
-        return S_OK;
-    }
-    ULONG STDMETHODCALLTYPE AddRef() override { return ++references_; }
-    ULONG STDMETHODCALLTYPE Release() override {
-        const ULONG left = --references_;
-        if (left == 0) delete this;
-        return left;
-    }
 
     HRESULT STDMETHODCALLTYPE GetTypeInfoCount(UINT* count) override {
         if (!count) return E_POINTER;
@@ -239,7 +220,6 @@ class Accessible : public IAccessible {
     const HWND window_;
     AccessibleContent& content_;
     const std::weak_ptr<void> owner_;
-    std::atomic<ULONG> references_{1};
 };
 
 }  // namespace

@@ -2,8 +2,6 @@
 // from 1, the parts of it that can be seen. One class answers for all of them; the window says what there is.
 #pragma once
 
-#include "windows/win32/Windows.h"
-
 #include <oleacc.h>
 
 #include <memory>

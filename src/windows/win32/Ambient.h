@@ -2,8 +2,6 @@
 // in. Left empty, the page takes the system's own message font and colours.
 #pragma once
 
-#include "windows/win32/Windows.h"
-
 #include <cstring>
 #include <optional>
 

@@ -3,8 +3,6 @@
 // subclassing of the common controls takes.
 #pragma once
 
-#include "windows/win32/Windows.h"
-
 #include <memory>
 #include <string>
 

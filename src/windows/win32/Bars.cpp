@@ -1,7 +1,4 @@
 // Native progress bar, status bar with keyed panels, and up-down control.
-#include <windows.h>
-
-#include <commctrl.h>
 
 #include <algorithm>
 #include <cmath>

@@ -1,7 +1,4 @@
 // The three kinds of native buttons.
-#include <windows.h>
-
-#include <commctrl.h>
 
 #include <algorithm>
 

@@ -1,7 +1,5 @@
 #include "windows/win32/CellBoard.h"
 
-#include <windowsx.h>
-
 #include <algorithm>
 #include <cstdlib>
 #include <limits>

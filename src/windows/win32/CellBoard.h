@@ -3,8 +3,6 @@
 // were added. Having a window for each cell would be most of what opening a page takes.
 #pragma once
 
-#include "windows/win32/Windows.h"
-
 #include <memory>
 #include <string>
 #include <vector>

@@ -1,8 +1,6 @@
 // Display scale: dots per inch of a window, and lengths in them.
 #pragma once
 
-#include "windows/win32/Windows.h"
-
 #include "ui/Lengths.h"
 
 namespace dravik::win32 {

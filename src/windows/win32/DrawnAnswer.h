@@ -2,8 +2,6 @@
 // memory, or into the context that it is given, and draws itself anew when its size or the focus changes.
 #pragma once
 
-#include "windows/win32/Windows.h"
-
 #include <optional>
 
 #include "windows/win32/Gdi.h"

@@ -3,8 +3,6 @@
 // properties. One thread only, the one that made it. The page may be destroyed while it handles an event.
 #pragma once
 
-#include "windows/win32/Windows.h"
-
 #include <functional>
 #include <memory>
 #include <vector>

@@ -3,8 +3,6 @@
 // with the form.
 #pragma once
 
-#include "windows/win32/Windows.h"
-
 #include <functional>
 #include <memory>
 #include <string>

@@ -1,35 +1,22 @@
 // Handles of the drawing interface that release themselves, and a picture to draw into.
 #pragma once
 
-#include "windows/win32/Windows.h"
-
 #include <cstdint>
 #include <optional>
 #include <span>
-#include <utility>
+
+#include "base/Handle.h"
 
 namespace dravik::win32 {
 
-template <class Handle>
-class GdiObject {
-  public:
-    GdiObject() = default;
-    explicit GdiObject(Handle handle) noexcept : handle_(handle) {}
-    GdiObject(GdiObject&& other) noexcept : handle_(std::exchange(other.handle_, nullptr)) {}
-    GdiObject& operator=(GdiObject&& other) noexcept {
-        std::swap(handle_, other.handle_);
-        return *this;
-    }
-    ~GdiObject() {
-        if (handle_) DeleteObject(handle_);
-    }
-
-    Handle get() const noexcept { return handle_; }
-    explicit operator bool() const noexcept { return handle_ != nullptr; }
-
-  private:
-    Handle handle_ = nullptr;
+template <class Type>
+struct DrawingObject {
+    using Value = Type;
+    static Value none() noexcept { return nullptr; }
+    static void close(Value object) noexcept { DeleteObject(object); }
 };
+template <class Type>
+using GdiObject = Handle<DrawingObject<Type>>;
 
 using Font = GdiObject<HFONT>;
 using Brush = GdiObject<HBRUSH>;

@@ -1,9 +1,6 @@
 // A grid drawn by hand: it asks the model for the texts of what is seen and for nothing else, so that any
 // number of records is shown at once. Selection as in a flex grid: a rectangle from the current cell to a
 // selection end.
-#include <windows.h>
-
-#include <windowsx.h>
 
 #include <algorithm>
 

@@ -2,8 +2,6 @@
 // 0 is the heading, which stays in place; records start at row 1.
 #pragma once
 
-#include "windows/win32/Windows.h"
-
 #include <algorithm>
 #include <vector>
 

@@ -2,8 +2,6 @@
 
 #include <atomic>
 
-#include "windows/win32/Windows.h"
-
 namespace dravik::win32 {
 namespace {
 

@@ -1,7 +1,4 @@
 // The native drop-down list and list box.
-#include <windows.h>
-
-#include <commctrl.h>
 
 #include <algorithm>
 

@@ -1,8 +1,6 @@
 // How a page looks at its display scale in its surroundings: fonts, colours of the models, sizes of texts.
 #pragma once
 
-#include "windows/win32/Windows.h"
-
 #include <map>
 #include <string_view>
 #include <utility>

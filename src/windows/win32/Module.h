@@ -1,8 +1,6 @@
 // The program or library that this code is linked into, and its visual styles.
 #pragma once
 
-#include "windows/win32/Windows.h"
-
 namespace dravik::win32 {
 
 // The handle of the module that holds this code, which in a control is not the program's.

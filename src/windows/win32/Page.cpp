@@ -1,9 +1,5 @@
 #include "windows/win32/Page.h"
 
-#include <windows.h>
-
-#include <commctrl.h>
-
 #include <algorithm>
 #include <set>
 

@@ -2,8 +2,6 @@
 // and keys.
 #pragma once
 
-#include "windows/win32/Windows.h"
-
 #include <functional>
 #include <memory>
 #include <string>

@@ -1,7 +1,5 @@
 // A page drawn into a context that is not its window's: memory, metafile, printer.
-#include <windows.h>
 
-#include <commctrl.h>
 #include <uxtheme.h>
 
 #include <algorithm>

@@ -1,10 +1,5 @@
 #include "windows/win32/Peer.h"
 
-#include <windows.h>
-
-#include <commctrl.h>
-#include <windowsx.h>
-
 #include "windows/win32/Accessible.h"
 #include "windows/win32/Dpi.h"
 #include "windows/win32/Module.h"

@@ -3,8 +3,6 @@
 // lives on until that returns, so that an event may destroy the widget, the page or the platform.
 #pragma once
 
-#include "windows/win32/Windows.h"
-
 #include <memory>
 #include <optional>
 #include <string>

@@ -1,8 +1,6 @@
 // Small pictures drawn from shapes, smooth at every size.
 #pragma once
 
-#include "windows/win32/Windows.h"
-
 #include <memory>
 
 #include "ui/Picture.h"

@@ -1,8 +1,6 @@
 // A window's own scroll bars: what they show, and where a request of WM_HSCROLL or WM_VSCROLL leads.
 #pragma once
 
-#include "windows/win32/Windows.h"
-
 namespace dravik::win32 {
 
 // `content` and `page` in units of the caller; a bar that is not needed goes. Returns the position, cut to

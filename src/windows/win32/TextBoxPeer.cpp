@@ -1,8 +1,5 @@
 // The native edit control. A locked box in the colour of its page is a caption or a result: it has no frame
 // and is as wide as its text.
-#include <windows.h>
-
-#include <commctrl.h>
 
 #include <algorithm>
 

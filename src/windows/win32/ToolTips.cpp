@@ -1,10 +1,5 @@
 #include "windows/win32/ToolTips.h"
 
-#include <windows.h>
-
-#include <commctrl.h>
-#include <windowsx.h>
-
 #include "windows/win32/Module.h"
 
 namespace dravik::win32 {

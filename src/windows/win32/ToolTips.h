@@ -2,8 +2,6 @@
 // first comes to one of them.
 #pragma once
 
-#include "windows/win32/Windows.h"
-
 #include <map>
 #include <string>
 #include <utility>

@@ -1,8 +1,5 @@
 // The native toolbar. Its buttons are drawn here, so that their pictures are sharp at every display scale and
 // take the colours of the page.
-#include <windows.h>
-
-#include <commctrl.h>
 
 #include <algorithm>
 

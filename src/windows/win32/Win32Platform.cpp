@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "base/Failure.h"
+#include "base/Handle.h"
 #include "windows/win32/FormWindow.h"
 #include "windows/win32/Guard.h"
 #include "windows/win32/Module.h"
@@ -43,16 +44,10 @@ class Clipboard {
     bool open_ = false;
 };
 
-class Menu {
-  public:
-    Menu() : handle_(CreatePopupMenu()) {}
-    Menu(const Menu&) = delete;
-    Menu& operator=(const Menu&) = delete;
-    ~Menu() { DestroyMenu(handle_); }
-    HMENU get() const noexcept { return handle_; }
-
-  private:
-    HMENU handle_;
+struct MenuHandle {
+    using Value = HMENU;
+    static HMENU none() noexcept { return nullptr; }
+    static void close(HMENU menu) noexcept { DestroyMenu(menu); }
 };
 
 UINT boxFlags(const ui::MessageBox& box) {
@@ -251,7 +246,7 @@ void Win32Platform::systemChanged() {
 void Win32Platform::popUpMenu(ui::PopupMenu& menu, ui::Widget& at, double x, double y) {
     const Peer* peer = peerOf(at);
     if (!peer || !peer->window()) return;
-    const Menu shown;
+    const Handle<MenuHandle> shown(CreatePopupMenu());
     for (std::size_t i = 0; i < menu.items().size(); ++i) {
         const ui::MenuItem& item = *menu.items()[i];
         if (item.isSeparator())

@@ -3,8 +3,6 @@
 // thread.
 #pragma once
 
-#include "windows/win32/Windows.h"
-
 #include <functional>
 #include <map>
 #include <memory>

@@ -14,24 +14,6 @@ void tellDebugger(const Failure& failure) noexcept {
     }
 }
 
-std::wstring wide(std::string_view utf8) {
-    if (utf8.empty()) return {};
-    const int bytes = static_cast<int>(utf8.size());
-    const int length = MultiByteToWideChar(CP_UTF8, 0, utf8.data(), bytes, nullptr, 0);
-    std::wstring result(static_cast<std::size_t>(length), L'\0');
-    MultiByteToWideChar(CP_UTF8, 0, utf8.data(), bytes, result.data(), length);
-    return result;
-}
-
-std::string utf8(std::wstring_view wide) {
-    if (wide.empty()) return {};
-    const int units = static_cast<int>(wide.size());
-    const int length = WideCharToMultiByte(CP_UTF8, 0, wide.data(), units, nullptr, 0, nullptr, nullptr);
-    std::string result(static_cast<std::size_t>(length), '\0');
-    WideCharToMultiByte(CP_UTF8, 0, wide.data(), units, result.data(), length, nullptr, nullptr);
-    return result;
-}
-
 std::wstring windowText(HWND window) {
     std::wstring text(static_cast<std::size_t>(GetWindowTextLengthW(window)) + 1, L'\0');
     text.resize(static_cast<std::size_t>(GetWindowTextW(window, text.data(), static_cast<int>(text.size()))));

@@ -1,16 +1,15 @@
-// Texts between the models (UTF-8) and Windows (UTF-16).
+// Texts of windows.
 #pragma once
-
-#include "windows/win32/Windows.h"
 
 #include <string>
 #include <string_view>
 
+#include "base/Utf.h"
+
 namespace dravik::win32 {
 
-// Bytes that are not UTF-8, and lone surrogates, become U+FFFD.
-std::wstring wide(std::string_view utf8);
-std::string utf8(std::wstring_view wide);
+using dravik::utf8;
+using dravik::wide;
 
 std::wstring windowText(HWND window);
 

@@ -1,6 +1,4 @@
 // Image files of every usual kind as grey images.
-#include "windows/com/WindowsSdk.h"
-// Behind the Windows headers
 #include <propidl.h>
 #include <wincodec.h>
 
@@ -9,9 +7,9 @@
 #include <vector>
 
 #include "base/Failure.h"
-#include "base/TemporaryFolder.h"
 #include "gtest/gtest.h"
 #include "support/Refused.h"
+#include "support/TemporaryFolder.h"
 #include "windows/app/GreyPicture.h"
 #include "windows/com/ComPtr.h"
 #include "windows/com/WicImage.h"

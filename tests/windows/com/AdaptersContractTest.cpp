@@ -1,13 +1,12 @@
 // The embedded tool, offered as a COM object and used through one again, keeps the contract of all font
 // tools.
-#include "windows/com/ComFontTool.h"
-#include "windows/com/FontToolObject.h"
-#include "windows/com/Variant.h"
-// Behind the Windows headers
-#include "base/TemporaryFolder.h"
 #include "contract/DrawnText.h"
 #include "contract/FontToolContract.h"
 #include "engine/embedded/EmbeddedTool.h"
+#include "support/TemporaryFolder.h"
+#include "windows/com/ComFontTool.h"
+#include "windows/com/FontToolObject.h"
+#include "windows/com/Variant.h"
 
 namespace dravik {
 

@@ -1,14 +1,13 @@
 // What a tool reports arrives with its own number and text, whichever way it is called.
 #include <gtest/gtest.h>
 
+#include "screen/support/RecordingTool.h"
 #include "support/Refused.h"
 #include "windows/com/Boundary.h"
 #include "windows/com/ComFontTool.h"
 #include "windows/com/ComText.h"
 #include "windows/com/FontToolObject.h"
 #include "windows/com/LateBound.h"
-// Behind the Windows headers
-#include "screen/support/RecordingTool.h"
 
 namespace dravik {
 

@@ -2,12 +2,11 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "support/Refused.h"
-#include "windows/com/support/ScriptEngine.h"
-// Behind the Windows headers
 #include "base/Failure.h"
+#include "support/Refused.h"
 #include "tool/Samples.h"
 #include "windows/com/ComStep.h"
+#include "windows/com/support/ScriptEngine.h"
 
 namespace dravik {
 

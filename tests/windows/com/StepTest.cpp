@@ -2,7 +2,10 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "contract/DrawnText.h"
+#include "screen/support/RecordingTool.h"
 #include "support/Refused.h"
+#include "support/TemporaryFolder.h"
 #include "windows/com/Boundary.h"
 #include "windows/com/ComStep.h"
 #include "windows/com/ComText.h"
@@ -10,10 +13,6 @@
 #include "windows/com/LateBound.h"
 #include "windows/com/Variant.h"
 #include "windows/com/support/ImageFile.h"
-// Behind the Windows headers
-#include "base/TemporaryFolder.h"
-#include "contract/DrawnText.h"
-#include "screen/support/RecordingTool.h"
 
 namespace dravik {
 

@@ -1,7 +1,5 @@
 // What a container that takes the rules at their word asks of a control.
 #include "windows/control/support/Bench.h"
-// Behind the Windows headers
-#include <commctrl.h>
 
 #include <map>
 
@@ -9,7 +7,7 @@
 
 namespace dravik {
 
-using namespace app;
+using namespace test;
 using namespace com;
 namespace {
 

@@ -1,8 +1,6 @@
 // Hosts and tools that do what they should not: nothing may crash, leak or take an operator's work away.
 #include "support/Accessible.h"
 #include "windows/control/support/Bench.h"
-// Behind the Windows headers
-#include <commctrl.h>
 
 #include <gmock/gmock.h>
 
@@ -17,7 +15,7 @@
 
 namespace dravik {
 
-using namespace app;
+using namespace test;
 using namespace com;
 using namespace tool;
 using namespace win32;

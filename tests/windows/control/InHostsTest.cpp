@@ -1,8 +1,6 @@
 // The operator's work in each of three hosts.
 #include "support/Accessible.h"
 #include "windows/control/support/Bench.h"
-// Behind the Windows headers
-#include <commctrl.h>
 
 #include <gmock/gmock.h>
 
@@ -15,7 +13,7 @@
 
 namespace dravik {
 
-using namespace app;
+using namespace test;
 using namespace com;
 using namespace tool;
 using namespace win32;
@@ -23,7 +21,7 @@ namespace {
 
 class InHosts : public ::testing::TestWithParam<const char*> {
   protected:
-    std::string text(const std::wstring& wide) const { return toUtf8(std::wstring_view(wide)); }
+    std::string text(const std::wstring& wide) const { return utf8(wide); }
 };
 
 INSTANTIATE_TEST_SUITE_P(Control, InHosts, ::testing::Values("strict", "atl", "sheet"),
@@ -164,7 +162,7 @@ TEST_P(InHosts, OpensMenusFormsAndBoxesAndCopies) {
     SetFocus(grid);
     bench.host->key('A', Modifier::Control);
     bench.host->key(VK_INSERT, Modifier::Control);
-    const std::wstring copied = clipboardText();
+    const std::wstring copied = clipboardContents();
     EXPECT_EQ(std::count(copied.begin(), copied.end(), L'\n'), 9) << text(copied);  // a row for each sample
     EXPECT_EQ(copied.find(L'\t') != std::wstring::npos, true);
     pressTool(0);

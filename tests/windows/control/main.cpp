@@ -1,8 +1,7 @@
 // The program of the control's tests: a single-threaded apartment with the control registered while the tests
 // run.
-#include "windows/control/support/Hosts.h"
-// Behind the Windows headers
 #include <gtest/gtest.h>
+#include "windows/control/support/Hosts.h"
 
 #include <cstdio>
 #include <exception>

@@ -1,7 +1,4 @@
 // What native controls do beyond what those of every window system do.
-#include <windows.h>
-
-#include <commctrl.h>
 
 #include "support/Accessible.h"
 #include "ui/Bars.h"
@@ -15,7 +12,6 @@
 
 namespace dravik::test {
 
-using namespace app;
 using namespace ui;
 using namespace win32;
 namespace {

@@ -1,6 +1,5 @@
 // Every test runs in the single-threaded apartment of the program's thread.
 #include <gtest/gtest.h>
-#include <objbase.h>
 
 namespace {
 

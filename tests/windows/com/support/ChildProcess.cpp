@@ -1,7 +1,5 @@
 #include "windows/com/support/ChildProcess.h"
 
-#include <windows.h>
-
 #include <stdexcept>
 #include <thread>
 

@@ -1,8 +1,6 @@
 // The control's file, which also holds the embedded step.
 #pragma once
 
-#include "windows/com/WindowsSdk.h"
-// Behind the Windows headers
 #include "base/Paths.h"
 
 namespace dravik::test {

@@ -17,7 +17,7 @@ void writeImage(const std::string& path, const GUID& container, const WICPixelFo
     check(CoCreateInstance(CLSID_WICImagingFactory, nullptr, CLSCTX_INPROC_SERVER,
                            __uuidof(IWICImagingFactory), factory.putVoid()));
     check(factory->CreateStream(stream.put()));
-    check(stream->InitializeFromFilename(toWide(path).c_str(), GENERIC_WRITE));
+    check(stream->InitializeFromFilename(wide(path).c_str(), GENERIC_WRITE));
     check(factory->CreateEncoder(container, nullptr, encoder.put()));
     check(encoder->Initialize(stream.get(), WICBitmapEncoderNoCache));
     check(encoder->CreateNewFrame(frame.put(), nullptr));

@@ -1,8 +1,6 @@
 // Image files that tests write.
 #pragma once
 
-#include "windows/com/WindowsSdk.h"
-// Behind the Windows headers
 #include <wincodec.h>
 
 #include <vector>

@@ -12,7 +12,7 @@ namespace {
 void dump(HKEY above, const std::wstring& name, const std::string& path, std::string& text) {
     HKEY key = nullptr;
     if (RegOpenKeyExW(above, name.c_str(), 0, KEY_READ, &key) != ERROR_SUCCESS) return;
-    const std::string own = path + "\\" + toUtf8(std::wstring_view(name));
+    const std::string own = path + "\\" + utf8(name);
     text += own + "\n";
     std::vector<wchar_t> buffer(1 << 14);
     std::vector<BYTE> data(1 << 16);
@@ -24,8 +24,8 @@ void dump(HKEY above, const std::wstring& name, const std::string& path, std::st
             RegEnumValueW(key, index, buffer.data(), &length, nullptr, &type, data.data(), &size);
         if (status == ERROR_MORE_DATA) continue;
         if (status != ERROR_SUCCESS) break;
-        text += own + " " + toUtf8(std::wstring_view(buffer.data(), length)) + " " + std::to_string(type) +
-                " " + std::string(data.begin(), data.begin() + size) + "\n";
+        text += own + " " + utf8({buffer.data(), length}) + " " + std::to_string(type) + " " +
+                std::string(data.begin(), data.begin() + size) + "\n";
     }
     for (DWORD index = 0;; ++index) {
         auto length = static_cast<DWORD>(buffer.size());

@@ -1,8 +1,6 @@
 // Everything below the keys that COM reads, as text; what was there before must be there afterwards.
 #pragma once
 
-#include <windows.h>
-
 #include <set>
 #include <string>
 

@@ -1,10 +1,9 @@
 // A script language in the test's own process: runs a text and gives the value of an expression.
 #pragma once
 
+#include <activscp.h>
 #include "windows/com/ComPtr.h"
 #include "windows/com/Variant.h"
-// Behind the Windows headers
-#include <activscp.h>
 
 #include <string>
 

@@ -1,18 +1,17 @@
 // Pictures of the control in each of its hosts with a learnt font, for the guide and for whoever wants to
 // see: usage control_pictures FOLDER. The scale is the system's (HKCU\Control Panel\Desktop, LogPixels);
 // other scales than 96 dpi stand in the pictures' names.
-#include "windows/control/support/Bench.h"
-// Behind the Windows headers
 #include <cstdio>
 #include <exception>
 #include <filesystem>
+#include "windows/control/support/Bench.h"
 
-#include "windows/app/PngFile.h"
+#include "drivers/win32/PngFile.h"
 #include "windows/win32/Gdi.h"
 
 namespace dravik {
 
-using namespace app;
+using namespace test;
 using namespace tool;
 using namespace win32;
 namespace {

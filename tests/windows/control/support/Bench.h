@@ -2,17 +2,16 @@
 // hands for the operator.
 #pragma once
 
-#include "windows/control/support/Hosts.h"
-// Behind the Windows headers
 #include <DravikDlgLib.h>
 #include <DravikLib.h>
 #include <gtest/gtest.h>
+#include "windows/control/support/Hosts.h"
 
 #include "windows/control/support/Robot.h"
 
 namespace dravik {
 
-using namespace app;
+using namespace test;
 using namespace com;
 
 // The library stays loaded, and the classes registered, while the program runs.
@@ -53,7 +52,5 @@ class Bench {
     std::unique_ptr<Host> host;
     ComPtr<IEmbeddedStep> step;
 };
-
-std::wstring clipboardText();
 
 }  // namespace dravik

@@ -3,11 +3,6 @@
 // tools.
 #pragma once
 
-#include <windows.h>
-// Behind windows.h
-#include <ocidl.h>
-#include <olectl.h>
-
 #include <atomic>
 
 #include "windows/com/ComPtr.h"

@@ -1,6 +1,5 @@
 #include "windows/control/support/Hosts.h"
 
-#include <commctrl.h>
 #include <prsht.h>
 
 #include <stdexcept>
@@ -11,7 +10,7 @@
 
 namespace dravik {
 
-using namespace app;
+using namespace test;
 using namespace com;
 using namespace tool;
 namespace {

@@ -2,8 +2,6 @@
 // frame, and the same on a page of a property sheet. A test drives each in the same way.
 #pragma once
 
-#include <windows.h>
-
 #include <functional>
 #include <memory>
 #include <string>

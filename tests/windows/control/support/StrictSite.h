@@ -2,13 +2,12 @@
 // of activation and hands out just what a strict container has. Ambient properties can be set.
 #pragma once
 
-#include "windows/control/support/ContainerSite.h"
-// Behind the Windows headers
 #include <map>
 #include <string>
 #include <vector>
 
 #include "windows/com/Variant.h"
+#include "windows/control/support/ContainerSite.h"
 
 namespace dravik {
 

@@ -1,8 +1,6 @@
 // The operator's wish for high contrast with white on black, while the object lives.
 #pragma once
 
-#include "windows/win32/Windows.h"
-
 #include <array>
 
 #include "windows/win32/HighContrast.h"

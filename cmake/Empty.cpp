@@ -1,0 +1,1 @@
+// For libraries that have precompiled headers alone.

@@ -1,0 +1,174 @@
+#include <windows.h>
+
+#include <algorithm>
+#include <string_view>
+#include <utility>
+
+#include "base/FileSystem.h"
+#include "base/Handle.h"
+#include "base/Utf.h"
+
+namespace dravik {
+namespace {
+
+constexpr std::string_view kSeparators = "/\\";
+
+struct FileObject {
+    using Value = HANDLE;
+    static HANDLE none() noexcept { return INVALID_HANDLE_VALUE; }
+    static void close(HANDLE file) noexcept { CloseHandle(file); }
+};
+
+struct Search : FileObject {
+    static void close(HANDLE search) noexcept { FindClose(search); }
+};
+
+int lastError() {
+    return static_cast<int>(GetLastError());
+}
+
+std::error_code lastErrorCode() {
+    return {lastError(), std::system_category()};
+}
+
+}  // namespace
+
+const char kSeparator = '\\';
+
+std::string folderOf(const std::string& path) {
+    const std::size_t end = path.find_last_of(kSeparators);
+    if (end == std::string::npos) return {};
+    // The root of a drive is its separator.
+    return path.substr(0, end == 2 && path[1] == ':' ? end + 1 : end);
+}
+
+std::string nameOf(const std::string& path) {
+    return path.substr(path.find_last_of(kSeparators) + 1);
+}
+
+EntryKind entryKind(const std::string& path) {
+    const DWORD attributes = GetFileAttributesW(wide(path).c_str());
+    if (attributes == INVALID_FILE_ATTRIBUTES) return EntryKind::None;
+    if (attributes & FILE_ATTRIBUTE_DEVICE) return EntryKind::Other;
+    return attributes & FILE_ATTRIBUTE_DIRECTORY ? EntryKind::Folder : EntryKind::File;
+}
+
+std::uint64_t fileSize(const std::string& file, std::error_code& error) {
+    WIN32_FILE_ATTRIBUTE_DATA data{};
+    error.clear();
+    if (!GetFileAttributesExW(wide(file).c_str(), GetFileExInfoStandard, &data)) error = lastErrorCode();
+    return std::uint64_t{data.nFileSizeHigh} << 32 | data.nFileSizeLow;
+}
+
+std::vector<std::string> namesIn(const std::string& folder, std::error_code& error) {
+    std::vector<std::string> names;
+    WIN32_FIND_DATAW entry{};
+    error.clear();
+    const bool open = folder.empty() || kSeparators.find(folder.back()) != std::string_view::npos;
+    const Handle<Search> search(FindFirstFileW(wide(folder + (open ? "*" : "\\*")).c_str(), &entry));
+    if (!search) {
+        error = lastErrorCode();
+        return names;
+    }
+    do {
+        std::string name = utf8(entry.cFileName);
+        if (name != "." && name != "..") names.push_back(std::move(name));
+    } while (FindNextFileW(search.get(), &entry));
+    if (GetLastError() != ERROR_NO_MORE_FILES) error = lastErrorCode();
+    return names;
+}
+
+void makeFolders(const std::string& folder, std::error_code& error) {
+    error.clear();
+    if (folder.empty() || entryKind(folder) == EntryKind::Folder) return;
+    if (CreateDirectoryW(wide(folder).c_str(), nullptr)) return;
+    error = lastErrorCode();
+    const std::string outer = folderOf(folder);
+    if (error.value() != ERROR_PATH_NOT_FOUND || outer.empty() || outer == folder) return;
+    makeFolders(outer, error);
+    if (!error && !CreateDirectoryW(wide(folder).c_str(), nullptr)) error = lastErrorCode();
+}
+
+void removeFile(const std::string& file) {
+    DeleteFileW(wide(file).c_str());
+}
+
+FilePtr openFile(const std::string& file, OpenFor purpose) {
+    constexpr const wchar_t* kModes[] = {L"rb", L"wb", L"ab"};
+    return FilePtr(_wfopen(wide(file).c_str(), kModes[static_cast<int>(purpose)]));
+}
+
+void writeThrough(const std::string& file, std::span<const std::uint8_t> content,
+                  const std::string& reported) {
+    const auto failure = [&] { return systemFailure(lastError(), "Cannot write", reported); };
+    const Handle<FileObject> handle(CreateFileW(wide(file).c_str(), GENERIC_WRITE, 0, nullptr, CREATE_NEW,
+                                                FILE_ATTRIBUTE_NORMAL, nullptr));
+    if (!handle) throw failure();
+    while (!content.empty()) {
+        const DWORD part = static_cast<DWORD>(std::min<std::size_t>(content.size(), 1u << 24));
+        DWORD written = 0;
+        if (!WriteFile(handle.get(), content.data(), part, &written, nullptr) || written == 0)
+            throw failure();
+        content = content.subspan(written);
+    }
+    if (!FlushFileBuffers(handle.get())) throw failure();
+}
+
+void replaceFile(const std::string& from, const std::string& to, const std::string& backup) {
+    // ReplaceFile keeps the name present throughout and moves the previous version to the backup.
+    if (!backup.empty() && fileExists(to) &&
+        ReplaceFileW(wide(to).c_str(), wide(from).c_str(), wide(backup).c_str(), 0, nullptr, nullptr))
+        return;
+    if (!MoveFileExW(wide(from).c_str(), wide(to).c_str(),
+                     MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH))
+        throw systemFailure(lastError(), "Cannot write", to);
+}
+
+void moveFile(const std::string& from, const std::string& to, IfTaken ifTaken, const std::string& what) {
+    const DWORD replaces = ifTaken == IfTaken::Replace ? MOVEFILE_REPLACE_EXISTING : 0u;
+    if (MoveFileExW(wide(from).c_str(), wide(to).c_str(), MOVEFILE_WRITE_THROUGH | replaces)) return;
+    const int error = lastError();
+    throw systemFailure(error, what, !replaces && error == ERROR_ALREADY_EXISTS ? to : from);
+}
+
+unsigned long processNumber() {
+    return GetCurrentProcessId();
+}
+
+bool processRuns(unsigned long number) {
+    struct Process : FileObject {
+        static HANDLE none() noexcept { return nullptr; }
+    };
+    const Handle<Process> process(OpenProcess(SYNCHRONIZE, FALSE, number));
+    return process ? WaitForSingleObject(process.get(), 0) == WAIT_TIMEOUT
+                   : GetLastError() == ERROR_ACCESS_DENIED;
+}
+
+Failure systemFailure(int error, const std::string& what, const std::string& file) {
+    switch (error) {
+        case ERROR_DISK_FULL:
+        case ERROR_HANDLE_DISK_FULL:
+            return fileFailure(RuntimeError::DiskFull, what, file, "the disk is full");
+        case ERROR_ACCESS_DENIED:
+        case ERROR_SHARING_VIOLATION:
+        case ERROR_LOCK_VIOLATION:
+        case ERROR_WRITE_PROTECT:
+            return fileFailure(RuntimeError::PermissionDenied, what, file, "access is denied");
+        case ERROR_FILE_NOT_FOUND:
+            return fileFailure(RuntimeError::FileNotFound, what, file, "there is no such file");
+        case ERROR_PATH_NOT_FOUND:
+            return fileFailure(RuntimeError::PathNotFound, what, file, "there is no such folder");
+        case ERROR_ALREADY_EXISTS:
+        case ERROR_FILE_EXISTS:
+            return fileFailure(RuntimeError::FileAlreadyExists, what, file, "the file already exists");
+        case ERROR_CRC:
+        case ERROR_WRITE_FAULT:
+        case ERROR_READ_FAULT:
+            return fileFailure(RuntimeError::DeviceIoError, what, file, "the device failed");
+        default:
+            return fileFailure(RuntimeError::PathFileAccessError, what, file,
+                               "system error " + std::to_string(error));
+    }
+}
+
+}  // namespace dravik

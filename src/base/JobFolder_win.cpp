@@ -1,0 +1,7 @@
+#include "base/JobFolder.h"
+
+namespace dravik {
+
+JobFolder::JobFolder() : folder_("C:\\Tamlux\\Jobs\\") {}
+
+}  // namespace dravik

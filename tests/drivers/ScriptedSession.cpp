@@ -1,0 +1,253 @@
+#include "drivers/ScriptedSession.h"
+
+#include <algorithm>
+#include <filesystem>
+#include <ostream>
+#include <utility>
+
+#include "base/Paths.h"
+#include "base/Text.h"
+#include "trainer/SampleList.h"
+
+namespace dravik::test {
+namespace {
+
+constexpr char kFontName[] = "demo";
+constexpr char kFirstSet[] = "ABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789";
+constexpr char kFirstSetOption[] = "InitCharSet(7)";
+constexpr char kListName[] = "lines.tsv";
+constexpr int kTrainingPatience = 120000;  // milliseconds
+constexpr char kWrongLabel[] = "W";        // given to the first character of the guide's last lesson
+constexpr char kWrongCell[] = "lblChar(22)";
+constexpr std::size_t kLongestQuestion = 90;  // characters that are repeated of a question
+
+std::string normalPath(const std::string& path) {
+    return fromPath(std::filesystem::absolute(toPath(path)).lexically_normal());
+}
+
+std::string nameOf(const std::string& path) {
+    return fromPath(toPath(path).filename());
+}
+
+std::string readText(const trainer::Reading& reading) {
+    std::string text;
+    for (const auto& line : reading.lines)
+        for (const auto& character : line) text += character.character;
+    return text;
+}
+
+// A question in one line, its beginning if it is long.
+std::string shortened(std::string question) {
+    std::replace_if(
+        question.begin(), question.end(), [](char c) { return c == '\r' || c == '\n'; }, ' ');
+    return characterCount(question) > kLongestQuestion ? question.substr(0, kLongestQuestion) + "..."
+                                                       : question;
+}
+
+void require(bool condition, const std::string& what) {
+    if (!condition) throw SessionFailure(what);
+}
+
+}  // namespace
+
+ScriptedSession::ScriptedSession(WindowDriver& driver, trainer::Trainer& trainer, std::string folder,
+                                 std::ostream& out, Kind kind)
+    : driver_(driver), trainer_(trainer), folder_(std::move(folder)), out_(out), kind_(kind) {}
+
+void ScriptedSession::say(const std::string& line) {
+    out_ << line << std::endl;
+}
+
+void ScriptedSession::picture(const std::string& name) {
+    ++pictures_;
+    const std::string number = (pictures_ < 10 ? "0" : "") + std::to_string(pictures_) + "-";
+    const std::string pictureName = (kind_ == Kind::Story ? number : "") + name + ".png";
+    driver_.picture(fromPath(toPath(folder_) / toPath(pictureName)));
+    say("  picture " + pictureName);
+}
+
+void ScriptedSession::plan(const std::vector<std::string>& paths) {
+    std::vector<std::vector<Task>> tasks;
+    for (const auto& path : paths) {
+        const bool isFolder = std::filesystem::is_directory(toPath(path));
+        const auto folder = isFolder ? toPath(path) : toPath(path).parent_path();
+        const auto list = trainer::readSampleList(fromPath(folder / kListName));
+        tasks.emplace_back();
+        for (const auto& sample : list)
+            if (isFolder || sample.image == nameOf(path))
+                tasks.back().push_back({normalPath(sample.path), sample.text});
+        require(!tasks.back().empty(), path + ": its text does not stand in " + kListName);
+    }
+    require(!tasks.empty(), "no images are given");
+    readings_ = std::move(tasks.back());
+    tasks.pop_back();
+    for (auto& some : tasks) lessons_.insert(lessons_.end(), some.begin(), some.end());
+    if (lessons_.empty()) {
+        lessons_.assign(readings_.begin(), readings_.end() - 1);
+        readings_.erase(readings_.begin(), readings_.end() - 1);
+    }
+    require(!lessons_.empty(), "at least two images are needed: one to teach from and one to read");
+}
+
+void ScriptedSession::run(const std::vector<std::string>& paths) {
+    plan(paths);
+    say("The window is open: \"" + driver_.show() + "\"");
+    picture("window-empty");
+
+    std::vector<std::string> images;
+    for (const auto& task : lessons_) images.push_back(task.image);
+    for (const auto& task : readings_) images.push_back(task.image);
+    driver_.open(images);
+    require(trainer_.parts().count() == static_cast<int>(images.size()), "not every image could be opened");
+    say("Opened " + std::to_string(images.size()) + " images");
+    picture("images-opened");
+
+    makeFont();
+    showMismatch(lessons_.front());
+    if (kind_ == Kind::Guide) {
+        showOtherDialogs(lessons_.front());
+        auto& wrong = lessons_.back().text;
+        wrong = kWrongLabel + wrong.substr(characters(wrong).front().size());
+    }
+    for (const auto& task : lessons_) include(task);
+    learn();
+    save();
+    bool allRight = true;
+    for (const auto& task : readings_) read(task, allRight);
+    inspect();
+    std::string problems;
+    for (const auto& problem : driver_.problems()) problems += (problems.empty() ? "" : "; ") + problem;
+    require(problems.empty(), problems);
+    require(allRight, "not every image was read right");
+}
+
+void ScriptedSession::makeFont() {
+    driver_.expectForm("dlgFontManager", [this] {
+        picture("font-manager");
+        driver_.expectForm("dlgFontNew", [this] {
+            driver_.type("txtFontName", kFontName);
+            require(driver_.caption(kFirstSetOption) == kFirstSet, "the first set stands elsewhere");
+            driver_.click(kFirstSetOption);
+            picture("new-font");
+            driver_.click("OKButton");
+        });
+        driver_.answerBoxes(ui::Answer::Yes);
+        driver_.click("cmdNewFont");
+        picture("font-made");
+        driver_.click("OKButton");
+    });
+    driver_.click("cmdSelectFont");
+    const std::string font = trainer_.control().selectedFont();
+    require(font == kFontName, "the new font is not selected: \"" + font + "\" is");
+    say("Made and selected the font \"" + font + "\"");
+    picture("font-selected");
+}
+
+void ScriptedSession::makeCurrent(const std::string& image) {
+    auto& parts = trainer_.parts();
+    for (int i = 0; i < parts.count(); ++i)
+        if (parts.path(i) == image) parts.setCurrent(i);
+    require(parts.current() >= 0 && parts.path(parts.current()) == image, image + " is not open");
+    require(parts.problem().empty(), parts.problem());
+}
+
+void ScriptedSession::showMismatch(const Task& task) {
+    makeCurrent(task.image);
+    driver_.type("txtSampleInput", withoutLast(task.text, 2));
+    say("Typed a text that is two characters short: " + trainer_.previewText());
+    require(trainer_.mismatch() != 0, "the mismatch is not noticed");
+    picture("mismatch");
+}
+
+void ScriptedSession::include(const Task& task) {
+    makeCurrent(task.image);
+    driver_.type("txtSampleInput", task.text);
+    const bool first = &task == &lessons_.front();
+    if (first) picture("text-typed");
+    driver_.answerBoxes(ui::Answer::Yes);
+    driver_.click("cmdInclude");
+    const std::string message = driver_.message();
+    std::string line = nameOf(task.image) + ": " + message;
+    for (const std::string& question : driver_.messages()) line += " [asked: " + shortened(question) + "]";
+    say("Included " + line);
+    require(message.find(" samples included.") != std::string::npos, "the include was refused: " + line);
+    if (first) picture("included");
+}
+
+void ScriptedSession::learn() {
+    driver_.click("cmdTrain");
+    require(trainer_.isTraining() || driver_.canClick("cmdSaveFont"),
+            "learning did not start: " + driver_.message());
+    say("Learning");
+    picture("learning");
+    require(driver_.waitUntil([&] { return !trainer_.isTraining(); }, kTrainingPatience),
+            "learning did not end");
+    require(driver_.canClick("cmdSaveFont"), "learning ended without a result: " + driver_.message());
+    say("Learnt: " + driver_.caption("lblStatus"));
+    picture("learnt");
+}
+
+void ScriptedSession::save() {
+    driver_.click("cmdSaveFont");
+    require(driver_.message() == "Saved font", "the font was not saved: " + driver_.message());
+    require(!trainer_.control().m_FontChanged(), "the saved font still counts as changed");
+    say("Saved " + trainer_.folder().fontFile(kFontName));
+    picture("saved");
+}
+
+void ScriptedSession::read(const Task& task, bool& allRight) {
+    driver_.type("txtSampleInput", "");
+    makeCurrent(task.image);
+    const trainer::Reading& reading = trainer_.reading();
+    const std::string text = readText(reading);
+    const bool right = text == task.text;
+    allRight = allRight && right;
+    say("Read " + nameOf(task.image) + ": " + (reading.available ? text : reading.note) +
+        (right ? " (right)" : " (WRONG, the part says " + task.text + ")"));
+    picture("reading");
+}
+
+void ScriptedSession::inspect() {
+    const bool guide = kind_ == Kind::Guide;
+    driver_.clickTool("tlbChars", "Numeric");
+    picture("samples-table");
+    driver_.clickTool("tlbChars", "Graphical");
+    driver_.clickTool("tlbChars", "Array");
+    picture("feature-array");
+    if (guide) {
+        driver_.clickTool("tlbArray", "StdDev");
+        picture("deviation-array");
+    }
+    driver_.closeForms();
+    const char* cell = guide ? kWrongCell : "lblChar(0)";
+    driver_.openMenu("mnuMain", cell, "Show Font Histogram", [this] { picture("character-menu"); });
+    picture("font-histogram");
+    driver_.openMenu("mnuMain", cell, "Show Histogram", [] {});
+    picture("character-histogram");
+    if (guide) {
+        // The bar with the sample that has the wrong label.
+        driver_.goToLastBar("chart");
+        driver_.openMenu("mnuHistogram", "chart", "", [this] { picture("histogram-menu"); });
+    }
+    driver_.closeForms();
+    say("Looked at the samples, the features and the histograms");
+}
+
+// The boxes and dialogs that the story does not come by.
+void ScriptedSession::showOtherDialogs(const Task& task) {
+    makeCurrent(task.image);
+    driver_.type("txtSampleInput", withoutLast(task.text, 2));
+    driver_.expectBox([this] { picture("count-message"); });
+    driver_.click("cmdInclude");
+    driver_.expectForm("dlgFontManager", [this] {
+        driver_.expectForm("dlgFontName", [this] {
+            picture("font-name");
+            driver_.click("CancelButton");
+        });
+        driver_.click("cmdRenameFont");
+        driver_.click("CancelButton");
+    });
+    driver_.click("cmdSelectFont");
+}
+
+}  // namespace dravik::test

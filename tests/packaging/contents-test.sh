@@ -1,0 +1,20 @@
+#!/usr/bin/env bash
+# contents-test.sh FOLDER MSI: the licence, the notices of what others wrote and the changes are in the unpacked zip and in the
+# installer, and the version that both are named after is the one in the files.
+set -euo pipefail
+root=$(dirname "$(readlink -f "$0")")/../..
+folder=$1 msi=$2
+fail() { echo "FAILED: $*" >&2; exit 1; }
+listed=$(msiinfo export "$msi" File | tr -d '\r' | cut -f3 | sed 's/.*|//')
+for file in LICENSE.txt THIRD-PARTY-NOTICES.md CHANGELOG.md; do
+    [ -s "$folder/$file" ] || fail "$folder has no $file"
+    grep -qxF "$file" <<<"$listed" || fail "$msi has no $file"
+done
+version=$(basename "$folder" | sed -E 's/^Dravik-(.*)-x(64|86)$/\1/')
+[ "$(msiinfo export "$msi" Property | tr -d '\r' | sed -n 's/^ProductVersion\t//p')" = "$version" ] || fail "$msi is not of version $version"
+for file in DravikDlg.ocx DravikTrainer.exe; do
+    tr -d '\0' <"$folder/$file" | grep -aq "FileVersion$version" || fail "$file is not of version $version"
+    tr -d '\0' <"$folder/$file" | grep -aq "LegalCopyrightCopyright (c) " || fail "$file names no copyright"
+done
+head -n 3 "$folder/LICENSE.txt" | grep -q "$(sed -n 3p "$root/LICENSE")" || fail "LICENSE.txt is not the licence"
+echo "$(basename "$folder"): licence, notices, changes and version are right"
