@@ -97,7 +97,8 @@ TEST(Text, CountsCharactersNotBytes) {
     EXPECT_EQ(characterCount("\xE2\x82z"), 3u);  // not UTF-8: a byte a character
     EXPECT_EQ(withoutLast("aé€", 2), "a");
     EXPECT_EQ(withoutLast("ab", 5), "");
-    for (const std::int32_t code : {0x41, 0xE9, 0x20AC, 0x1F600}) EXPECT_EQ(codeOf(characterOf(code)), code);
+    for (const std::int32_t code : {0x41, 0xE9, 0x20AC, 0x1F600, 0x2F800, 0x10FFFF})
+        EXPECT_EQ(codeOf(characterOf(code)), code);
     EXPECT_EQ(characterOf(-1), characterOf(0xFFFD));
     EXPECT_EQ(characterOf(0xD800), characterOf(0xFFFD));
 }

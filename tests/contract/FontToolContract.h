@@ -156,6 +156,9 @@ TYPED_TEST_P(FontToolContract, SelectorsNameOneSeveralOrNoRecord) {
     this->commit("ABC");
     this->include("12", "12");
     EXPECT_EQ(this->labels(300001), "B");
+    this->tool().SetCharacterSet({"X", "Y"});
+    EXPECT_EQ(this->labels(100001), "Y");
+    EXPECT_EQ(this->labels(100002), "(none)");
     EXPECT_EQ(this->labels(300003), "(none)");
     for (const std::int32_t unknown : {0, -5, 99999, 400000, 499999})
         EXPECT_EQ(this->labels(unknown), "(none)");
@@ -252,6 +255,8 @@ TYPED_TEST_P(FontToolContract, StoppedRunIsDoneAndLeavesTheFontUsable) {
     this->tool().StartTraining();
     EXPECT_NO_THROW(this->tool().StopTraining());
     EXPECT_TRUE(this->tool().IsTrainingDone());
+    // Unless it was the quicker one.
+    EXPECT_EQ(this->tool().IsTrainingAborted(), this->trainedCounts() == "(none)");
     EXPECT_NO_THROW(this->tool().StopTraining());
     this->tool().DeleteSample(300000);
     this->train();

@@ -11,6 +11,7 @@
 #include <fstream>
 
 #include "base/Failure.h"
+#include "base/OutputFile.h"
 #include "engine/font/FontFile.h"
 #include "support/Refused.h"
 #include "support/TemporaryFolder.h"
@@ -92,6 +93,29 @@ TEST(AtomicFile, FailedSaveLeavesTheOldFileAndNothingElse) {
     EXPECT_EQ(filesIn(folder.path()), 2u);
     EXPECT_THROW(readWholeFile(folder.path("c.nnd"), 100), Failure);
     EXPECT_THROW(readWholeFile(file, 2), Failure);
+}
+
+// What is written line by line reaches the disk when the file is closed at the latest.
+TEST(OutputFile, TellsOfAFullDiskWhenItIsClosed) {
+    OutputFile log("/dev/full", OutputFile::Start::AtEnd);
+    log.write("a line");
+    EXPECT_EQ(test::refusal([&] { log.close(); }), 61);
+}
+
+// What a killed save left goes with the next one; what another program is still writing stays.
+TEST(AtomicFile, OnlyLeftoversOfProcessesThatAreGoneAreTakenAway) {
+    const TemporaryFolder folder;
+    const std::string file = folder.path("a.nnd");
+    const pid_t gone = fork();
+    if (gone == 0) _exit(0);
+    ASSERT_EQ(waitpid(gone, nullptr, 0), gone);
+    const std::string left = file + ".tmp-" + std::to_string(gone) + "-1";
+    const std::string written = file + ".tmp-" + std::to_string(getppid()) + "-1";
+    std::ofstream(left) << "half a font";
+    std::ofstream(written) << "half a font";
+    writeWholeFile(file, bytesOf("whole"), true);
+    EXPECT_FALSE(fileExists(left));
+    EXPECT_TRUE(fileExists(written));
 }
 
 TEST(AtomicFile, RenamingNeverReplaces) {

@@ -19,6 +19,8 @@ TEST(Confidence, GrowsWithTheEvidenceAndStaysANumber) {
     EXPECT_LT(confidence({0.6, {15, 120}}), sure);
     EXPECT_LT(confidence({0.999, {15, 18}}), sure);
     EXPECT_LT(confidence({0.999, {2000, 2100}}), 0.2) << "far from every sample, whatever the network says";
+    EXPECT_LT(confidence({1, {15, 18}}), sure)
+        << "a network that is wholly sure does not outvote the samples";
     constexpr float kHuge = std::numeric_limits<float>::max();
     for (const double likelihood : {0.0, 1.0})
         for (const float own : {0.0f, kHuge})

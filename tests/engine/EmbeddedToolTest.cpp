@@ -111,6 +111,7 @@ TEST_F(ToolWithoutFonts, AFontLeftForAnotherKeepsWhatIsNotSaved) {
     tool.CreateFont("a");
     tool.SetCharacterSet({"A", "B"});
     commit("AB");
+    tool.SaveFont("copy");  // which saves the copy alone
     tool.CreateFont("b");
     EXPECT_EQ(committed(), 0);
     tool.RenameFont("c", "a");
@@ -119,14 +120,23 @@ TEST_F(ToolWithoutFonts, AFontLeftForAnotherKeepsWhatIsNotSaved) {
     EXPECT_EQ(committed(), 2);
     EXPECT_THAT(tool.GetCharacterSet(), ElementsAre("A", "B"));
     tool.SaveFont("c");
+    train();
     tool.LoadFont("b");
     EXPECT_EQ(committed(), 0);
+    tool.LoadFont("c");
+    EXPECT_TRUE(tool.isTrained()) << "what a run has learnt is not saved either";
+    const auto samples = tool.GetSampleData(kAllCommitted, kCharacterFields);
+    EXPECT_EQ(samples->number(1, 2), 1) << "how often its character was trained";
+    tool.LoadFont("b");
     tool.LoadFont("c");
     tool.DeleteSample(sampleIdentifier(SampleKind::Committed, 0));
     tool.LoadFont("b");
     tool.DeleteFont("c");
     tool.CreateFont("c");
     EXPECT_EQ(committed(), 0);
+    tool.LoadFont("b");
+    tool.LoadFont("c");
+    EXPECT_EQ(committed(), 0) << "nothing is kept of the deleted one";
 }
 
 TEST_F(ToolWithoutFonts, LoadingTheCurrentFontKeepsWhatIsNotSaved) {
@@ -184,12 +194,12 @@ TEST_F(ToolWithoutFonts, StepDatumFollowsTheFont) {
     EXPECT_EQ(&tool.fontTool(), &tool);
     EXPECT_EQ(tool.datum("SelFont"), 0);
     EXPECT_THROW(tool.datum("selfont"), Failure);
-    for (const char* name : {"b", "A", "c"}) tool.CreateFont(name);
-    EXPECT_THAT(tool.GetFontList(), ElementsAre("A", "b", "c"));
+    for (const char* name : {"B", "a", "c"}) tool.CreateFont(name);
+    EXPECT_THAT(tool.GetFontList(), ElementsAre("a", "B", "c"));
     EXPECT_EQ(tool.datum("SelFont"), 4);
-    tool.LoadFont("b");
+    tool.LoadFont("B");
     EXPECT_EQ(tool.datum("SelFont"), 2);
-    tool.RenameFont("z", "b");
+    tool.RenameFont("z", "B");
     EXPECT_EQ(tool.datum("SelFont"), 4);
     tool.DeleteFont("z");
     EXPECT_EQ(tool.datum("SelFont"), 0);
@@ -201,8 +211,14 @@ TEST_F(ToolWithoutFonts, StepDatumFollowsTheFont) {
     EXPECT_EQ(tool.GetFontList().front(), "n29");
     EXPECT_EQ(tool.datum("SelFont"), 1);
     tool.LoadFont("n10");
-    EXPECT_EQ(tool.GetFontList().front(), "A");
+    EXPECT_EQ(tool.GetFontList().front(), "a");
     EXPECT_EQ(tool.datum("SelFont"), 4);
+    // Of a, c and n10 to n29 the 15th is the last that the mask names, the 16th the first that moves.
+    tool.LoadFont("n22");
+    EXPECT_EQ(tool.datum("SelFont"), 1 << 14);
+    tool.LoadFont("n23");
+    EXPECT_EQ(tool.GetFontList().front(), "n23");
+    EXPECT_EQ(tool.datum("SelFont"), 1);
 }
 
 TEST(EmbeddedTool, RemembersTheSelectedFont) {

@@ -46,6 +46,17 @@ TEST(HeldOutCheck, CountsWhatIsReadAsWhat) {
     EXPECT_EQ(heldOutText(*checkHeldOut(*columns, 1, kGoOn)), heldOutText(*result));
 }
 
+// Each sample is like one of the other character that is learnt when it is asked for.
+TEST(HeldOutCheck, AsksNothingThatWasLearnt) {
+    SampleStore store;
+    store.include({sampleOf('A', 3, 0), sampleOf('A', 1, 0), sampleOf('B', 1, 1), sampleOf('B', 3, 1)});
+    store.commit();
+    const auto result = checkHeldOut(*store.columns(SampleKind::Committed), 1, kGoOn);
+    ASSERT_TRUE(result);
+    EXPECT_EQ(result->checked, 4);
+    EXPECT_EQ(result->wrong, 4);
+}
+
 TEST(HeldOutCheck, NamesTheThreeMostFrequentAndNeverRoundsUpToAll) {
     EXPECT_EQ(heldOutText({5, 10'000, 1, 0, {{'l', '1', 1}}}),
               "Held-out check (5-fold): 99.9 % right, 1 of 10000 wrong: l read as 1 once");

@@ -51,6 +51,33 @@ TEST(Views, BarsOfAChartAreFoundByScreenReadersAndGoWithTheScene) {
     EXPECT_EQ(heard->childCount(), 0);
 }
 
+TEST(Views, EscapeAnswersAQuestionWithNo) {
+    Shown shown(column({}));
+    shown.expectBox(std::nullopt);
+    EXPECT_EQ(shown.platform.messageBox({"Delete?", "Delete", MessageBox::Buttons::YesNo}), Answer::No);
+    EXPECT_TRUE(shown.allCameUp());
+}
+
+TEST(Views, ColumnsAreWideEnoughForEachTableAndTheFirstOnesCentred) {
+    Grid grid("grid");
+    Shown shown(column({item(grid).stretched()}));
+    grid.setCentered(0);
+    grid.setSource(std::make_shared<Numbers>(9, 2));
+    settle();
+    auto& view = shown.view<GridView>("grid");
+    const int narrow = view.columnWidth(1);
+    grid.setSource(std::make_shared<Numbers>(100000, 3));
+    settle();
+    for (int i = 0; i < 3; ++i)
+        EXPECT_GE(view.columnWidth(i), view.fontMetrics().horizontalAdvance(QStringLiteral("99999"))) << i;
+    EXPECT_GT(view.columnWidth(1), narrow) << "as wide as the numbers of this table";
+    const auto alignment = [&](int column) {
+        return view.model()->index(0, column).data(Qt::TextAlignmentRole).toInt();
+    };
+    EXPECT_EQ(alignment(0), static_cast<int>(Qt::AlignCenter));
+    EXPECT_NE(alignment(1), alignment(0));
+}
+
 TEST(Views, AGridAsksOnlyForWhatIsInViewAndShowsOneSelection) {
     Grid grid("grid");
     Shown shown(column({item(grid).stretched()}));

@@ -71,6 +71,7 @@ TEST_F(CharArrayTest, DeviationIsThatOfTheWholePopulation) {
     EXPECT_EQ(caption(0), "5.0");
     EXPECT_EQ(caption(48), "5.0");
     EXPECT_EQ(form().lblCell[48]->accessibleName(), "Row 7, column 7: 5.0");
+    EXPECT_EQ(form().lblCell[0]->toolTip(), "10 to 20");
     // The cells keep the grey of the character's own features.
     EXPECT_EQ(form().lblCell[0]->backColor(), rgb(128, 128, 128));
 

@@ -1,3 +1,5 @@
+#include <numeric>
+
 #include "screen/support/BoundScreen.h"
 
 namespace dravik::test {
@@ -24,7 +26,7 @@ class FontSelectionTest : public BoundScreen {
     void name(const char* dialog, const char* text) {
         platform.modalHandlers[dialog] = [text](Form& form) {
             in<TextBox>(form, "txtFontName").setText(text);
-            press(form, {"OKButton"});
+            form.defaultButton->press();
         };
     }
     static void press(Form& form, std::initializer_list<const char*> buttons) {
@@ -47,7 +49,23 @@ TEST_F(FontSelectionTest, ChoosingLoadsTheFontAndFillsTheScreen) {
     EXPECT_EQ(screen().train.prgTrain.value(), 0);
     manager([](Form& form) {
         EXPECT_EQ(in<ListBox>(form, "lbFonts").listIndex(), 2);
-        in<Button>(form, "CancelButton").press();
+        form.cancelButton->press();
+    });
+}
+
+// As the embedded tool lists a font that is beyond the reach of the step's datum.
+TEST_F(FontSelectionTest, TheManagerOpensOnTheFontShownWhereverLoadingHasMovedIt) {
+    bind();
+    tool->onCall = [&](const std::string& call) {
+        if (call == "LoadFont(gamma)") tool->fonts = {"gamma", "alpha", "beta"};
+    };
+    manager([](Form& form) {
+        in<ListBox>(form, "lbFonts").setListIndex(2);
+        form.defaultButton->press();
+    });
+    manager([](Form& form) {
+        EXPECT_EQ(in<ListBox>(form, "lbFonts").text(), "gamma");
+        form.cancelButton->press();
     });
 }
 
@@ -79,12 +97,26 @@ TEST_F(FontSelectionTest, LeavingInAnyOtherWayChangesNothing) {
     EXPECT_EQ(screen().font.lblSelectedFont.caption(), "beta");
 }
 
+TEST_F(FontSelectionTest, WhatWasDoneInTheManagerBeforeIsNotFollowedAgain) {
+    bind();
+    name("dlgFontName", "renamed");
+    name("dlgFontNew", "alpha");
+    manager([](Form& form) { press(form, {"cmdRenameFont", "cmdNewFont", "OKButton"}); });
+    ASSERT_EQ(control.selectedFont(), "alpha");
+    tool->calls.clear();
+    manager([](Form& form) { form.cancelButton->press(); });
+    EXPECT_EQ(control.selectedFont(), "alpha") << "the one that was renamed is another";
+    EXPECT_TRUE(tool->changes().empty()) << "what was made then is not made now";
+}
+
 TEST_F(FontSelectionTest, TheCharacterSetIsSentWithEveryEdit) {
     bind();
+    tool->addCommitted("A", {0.1, 0.2});
     screen().font.txtCharSet.setText("");
     screen().font.txtCharSet.setText("é");
     EXPECT_EQ(tool->changes(), (std::vector<std::string>{"SetCharacterSet()", "SetCharacterSet(,é)"}));
     EXPECT_TRUE(control.m_FontChanged());
+    EXPECT_EQ(screen().numeric.grid.rows(), 3) << "the grid is filled anew";
 }
 
 TEST_F(FontSelectionTest, TheDateTextTellsTrainedFromCreatedAndUnknown) {
@@ -94,6 +126,9 @@ TEST_F(FontSelectionTest, TheDateTextTellsTrainedFromCreatedAndUnknown) {
     EXPECT_EQ(control.FontTrainDate("beta"), "Not trained. Created 11/21/2026 3:04 PM");
     tool->trained = {{"A", 0, {}}, {"B", 1, {}}};
     EXPECT_EQ(control.FontTrainDate("beta"), "Trained on 11/21/2026 3:04 PM");
+    tool->trained.assign(2, {"A", 2'000'000'000, {}});
+    EXPECT_EQ(control.FontTrainDate("beta"), "Not trained. Created 11/21/2026 3:04 PM");
+    EXPECT_EQ(message(), "FontTrained Err 6 Overflow");
     DravikDlg unbound(platform, jobs.folder());
     EXPECT_EQ(unbound.FontTrainDate("beta"), "unknown");
 }
@@ -102,24 +137,24 @@ TEST_F(FontSelectionTest, ANewFontIsMadeWithItsCleanedNameAndItsSet) {
     bind();
     platform.modalHandlers["dlgFontNew"] = [](Form& form) {
         EXPECT_EQ(in<TextBox>(form, "txtFontName").text(), "alpha");
-        in<TextBox>(form, "txtFontName").setText(" my font.b ");
+        in<TextBox>(form, "txtFontName").setText(" my font.a/b\\c:d;e|f* ");
         in<OptionButton>(form, "InitCharSet(2)").setChosen(true);
         in<OptionButton>(form, "InitCharSet(5)").setChosen(true);
         EXPECT_FALSE(in<OptionButton>(form, "InitCharSet(2)").chosen());
-        in<Button>(form, "OKButton").press();
+        form.defaultButton->press();
     };
     manager([](Form& form) {
         in<Button>(form, "cmdNewFont").press();
-        EXPECT_EQ(in<ListBox>(form, "lbFonts").text(), "my_font_b");
-        in<Button>(form, "OKButton").press();
+        EXPECT_EQ(in<ListBox>(form, "lbFonts").text(), "my_font_a_b_c_d_e_f_");
+        form.defaultButton->press();
     });
     std::vector<std::string> changes = tool->changes();
     ASSERT_GE(changes.size(), 3u);
     changes.resize(3);
-    EXPECT_EQ(changes,
-              (std::vector<std::string>{"CreateFont(my_font_b)", "SetCharacterSet(0,1,2,3,4,5,6,7,8,9)",
-                                        "SaveFont(my_font_b)"}));
-    EXPECT_EQ(control.selectedFont(), "my_font_b");
+    EXPECT_EQ(changes, (std::vector<std::string>{"CreateFont(my_font_a_b_c_d_e_f_)",
+                                                 "SetCharacterSet(0,1,2,3,4,5,6,7,8,9)",
+                                                 "SaveFont(my_font_a_b_c_d_e_f_)"}));
+    EXPECT_EQ(control.selectedFont(), "my_font_a_b_c_d_e_f_");
 
     platform.modalHandlers["dlgFontNew"] = [](Form& form) {
         auto& name = in<TextBox>(form, "txtFontName");
@@ -130,6 +165,71 @@ TEST_F(FontSelectionTest, ANewFontIsMadeWithItsCleanedNameAndItsSet) {
     tool->calls.clear();
     manager([](Form& form) { press(form, {"cmdNewFont", "OKButton"}); });
     EXPECT_EQ(tool->count("SetCharacterSet()"), 1) << "the set chosen for the font before is not taken over";
+}
+
+TEST_F(FontSelectionTest, EachChoiceOfANewFontIsTheSetThatItNames) {
+    std::string small(26, ' '), capitals(26, ' '), digits(10, ' ');
+    std::iota(small.begin(), small.end(), 'a');
+    std::iota(capitals.begin(), capitals.end(), 'A');
+    std::iota(digits.begin(), digits.end(), '0');
+    const std::vector<std::string> sets = {"",
+                                           small.substr(13),
+                                           small.substr(0, 13),
+                                           capitals.substr(13),
+                                           capitals.substr(0, 13),
+                                           digits,
+                                           capitals,
+                                           capitals + digits,
+                                           small,
+                                           small + digits};
+    bind();
+    manager([&](Form& form) {
+        for (std::size_t i = 0; i < sets.size(); ++i) {
+            platform.modalHandlers["dlgFontNew"] = [&, i](Form& asked) {
+                auto& choice = in<OptionButton>(asked, ("InitCharSet(" + std::to_string(i) + ")").c_str());
+                EXPECT_EQ(choice.caption(), sets[i].empty() ? "<Empty>" : sets[i]);
+                in<TextBox>(asked, "txtFontName").setText("font" + std::to_string(i));
+                choice.setChosen(true);
+                asked.defaultButton->press();
+            };
+            press(form, {"cmdNewFont"});
+            std::string made;
+            for (const auto& character : tool->characterSet) made += character;
+            EXPECT_EQ(made, sets[i]);
+        }
+        form.cancelButton->press();
+    });
+}
+
+TEST_F(FontSelectionTest, TheDialogsForANameOpenReadyForTypingAndTellAFailure) {
+    bind();
+    for (const auto& [dialog, button] :
+         {std::pair("dlgFontNew", "cmdNewFont"), std::pair("dlgFontName", "cmdRenameFont")}) {
+        Connection watch, failing;
+        int focus = 0;
+        platform.modalHandlers[dialog] = [&](Form& form) {
+            auto& box = in<TextBox>(form, "txtFontName");
+            EXPECT_EQ(box.selectionStart(), 0);
+            EXPECT_GE(box.selectionLength(), 5) << "typing replaces the proposed name";
+            watch = box.changed.connect([&](Change change) { focus += change == Change::Focus; });
+            if (focus == 0) return form.cancelButton->press();
+            failing = form.unloading.connect([] { throw Failure(RuntimeError::PermissionDenied); });
+            platform.boxAnswers = {Answer::Ok};
+            form.defaultButton->press();
+            failing.disconnect();
+            form.cancelButton->press();
+        };
+        platform.boxes.clear();
+        manager([&](Form& form) {
+            press(form, {button, button});
+            form.cancelButton->press();
+        });
+        EXPECT_EQ(focus, 1) << dialog;
+        ASSERT_EQ(platform.boxes.size(), 1u);
+        EXPECT_EQ(platform.boxes[0].text, "Error 70\rPermission denied");
+        EXPECT_EQ(platform.boxes[0].title, "Error in OKButton_Click");
+    }
+    EXPECT_TRUE(tool->changes().empty());
 }
 
 TEST_F(FontSelectionTest, CancellingAfterMakingAFontGoesBackToTheOneShown) {
@@ -169,7 +269,7 @@ TEST_F(FontSelectionTest, TheNameNewIsReservedForNewFontsOnly) {
         in<TextBox>(form, "txtFontName").setText("NEW");
         in<Button>(form, "OKButton").press();
         EXPECT_TRUE(form.loaded());
-        in<Button>(form, "CancelButton").press();
+        form.cancelButton->press();
     };
     name("dlgFontName", "new");
     manager([](Form& form) {
@@ -199,6 +299,8 @@ TEST_F(FontSelectionTest, AnExistingNameMayBeOverwrittenByNewButNotByRename) {
     });
     ASSERT_EQ(platform.boxes.size(), 3u);
     EXPECT_EQ(platform.boxes[0].text, "Font name already exists. Overwrite?");
+    EXPECT_EQ(platform.boxes[0].title, "Name Conflict");
+    EXPECT_EQ(platform.boxes[0].icon, MessageBox::Icon::Information);
     EXPECT_EQ(platform.boxes[2].text, "Font name already exists.");
     EXPECT_EQ(platform.boxes[2].buttons, MessageBox::Buttons::Ok);
     EXPECT_EQ(tool->count("DuplicateFont(Gamma,BETA)"), 0);
@@ -206,8 +308,11 @@ TEST_F(FontSelectionTest, AnExistingNameMayBeOverwrittenByNewButNotByRename) {
 
 TEST_F(FontSelectionTest, DeleteAsksNothingAndKeepsASelection) {
     bind();
+    platform.fileDates[jobs.folder().fontFile("gamma")] = "1/2/2026 3:04 PM";
     manager([&](Form& form) {
         in<ListBox>(form, "lbFonts").setListIndex(2);
+        EXPECT_EQ(in<ListBox>(form, "lbFonts").toolTip(), "Font created 1/2/2026 3:04 PM");
+        EXPECT_EQ(form.defaultButton->caption(), "Select");
         EXPECT_EQ(status(form), jobs.folder().fontFile("gamma"));
         in<Button>(form, "cmdDeleteFont").press();
         EXPECT_EQ(status(form), "Deleted font: gamma");

@@ -1,3 +1,5 @@
+#include <gmock/gmock.h>
+
 #include <algorithm>
 #include <cmath>
 #include <limits>
@@ -113,6 +115,41 @@ TEST_F(InclusionTest, InvalidFeaturesStopTheInclude) {
         EXPECT_TRUE(tool->uncommitted.empty());
         EXPECT_TRUE(tool->committed.empty());
     }
+}
+
+// A job system's tool may answer with texts; what stands in front of the features may be negative.
+TEST_F(InclusionTest, FeaturesMayBeTextsAndOffsetsNegative) {
+    const auto typed = [&](const Cell& feature) {
+        std::vector<Cell> row(54, feature);
+        row[1] = 65.0;
+        row[4] = -0.25;
+        tool->answers[kAllUncommitted] =
+            std::make_shared<CellTable>(std::vector<std::vector<Cell>>{std::vector<Cell>(54, "H"), row});
+        tool->uncommitted.assign(1, {"A", 0, {}});
+        platform.boxes.clear();
+        include("A");
+    };
+    typed("0.5");
+    EXPECT_TRUE(platform.boxes.empty());
+    EXPECT_EQ(message(), "2 samples included.");
+    platform.boxAnswers = {Answer::Ok};
+    typed("1.#INF");
+    ASSERT_EQ(platform.boxes.size(), 1u);
+    EXPECT_EQ(platform.boxes[0].title, "Error constant detected");
+}
+
+TEST_F(InclusionTest, SamplesThatCannotBeLookedAtAreNotCommitted) {
+    tool->failAt("GetSampleData", 70, "Permission denied");
+    include("AB");
+    EXPECT_TRUE(tool->committed.empty());
+    EXPECT_EQ(message(), "Adjust OCR tool and try Include again.");
+}
+
+TEST_F(InclusionTest, MoreSamplesThanCanBeCountedAreReported) {
+    tool->uncommitted.assign(32767, {"A", 0, {}});
+    toolButton("Log").press();
+    include("A");
+    EXPECT_THAT(jobs.entries(), testing::Contains("# Dravikdlg error: CommitSamples Err 6 Overflow"));
 }
 
 TEST_F(InclusionTest, MissingCharactersAreOfferedOnceInTheirOrder) {

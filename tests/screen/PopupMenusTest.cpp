@@ -25,6 +25,12 @@ class PopupMenusTest : public BoundScreen {
         platform.menuPicks = {pick};
         cell(caption).mouseDown(MouseEvent{kRightButton, 0, 30, 45});
     }
+    static std::vector<std::string> offered(const PoppedMenu& menu) {
+        std::vector<std::string> names;
+        for (const auto& item : menu.items)
+            if (item.enabled && !item.name.empty() && item.caption != "-") names.push_back(item.name);
+        return names;
+    }
     void rightClickGrid(const std::string& pick) {
         platform.menuPicks = {pick};
         screen().numeric.grid.mouseDown(MouseEvent{kRightButton, 0, 30, 45});
@@ -53,6 +59,7 @@ TEST_F(PopupMenusTest, OnlyARightClickOnACharacterOfTheFontOpensTheMenu) {
     screen().sbr.panel("Message").setText("old");
     cell("A").mouseDown(MouseEvent{kLeftButton, 0, 1, 1});
     EXPECT_EQ(message(), "");
+    cell("A").mouseDown(MouseEvent{kMiddleButton, 0, 1, 1});
     cell("z").mouseDown(MouseEvent{kRightButton, 0, 1, 1});
     EXPECT_TRUE(platform.menus.empty());
 }
@@ -80,7 +87,13 @@ TEST_F(PopupMenusTest, ASetThatCannotBeReadIsNotTakenForAnEmptyOne) {
 
 TEST_F(PopupMenusTest, DeletingTheTrainingAsksFirstAndKeepsTheSet) {
     platform.boxAnswers = {Answer::Yes};
+    control.HighlightIncluded("A");
+    int focus = 0;
+    const Connection watch =
+        screen().train.cmdTrain.changed.connect([&](Change change) { focus += change == Change::Focus; });
     rightClick("A", "mnuMainCharacterDelete");
+    EXPECT_EQ(focus, 1);
+    EXPECT_EQ(cell("A").backColor(), rgb(255, 192, 192)) << "the highlight of samples that are gone";
     EXPECT_EQ(platform.boxes[0].text, "Are you certain you want to delete all samples for the character A?");
     EXPECT_EQ(platform.boxes[0].title, "Delete Samples for A");
     EXPECT_EQ(tool->count("DeleteSample(300000)"), 3);
@@ -100,8 +113,12 @@ TEST_F(PopupMenusTest, TheViewersOpenAndCloseWithTheControl) {
     EXPECT_EQ(platform.shown.back(), "dlgCharArray");
     EXPECT_EQ(platform.busyDepth, 0);
     EXPECT_EQ(platform.open.size(), 2u);
+    screen().font.txtCharSet.setText("AB");
+    platform.boxAnswers = {Answer::No};
+    std::size_t openAtQuestion = 9;
+    platform.asking = [&] { openAtQuestion = platform.open.size(); };
     control.UserControl_Terminate();
-    EXPECT_TRUE(platform.open.empty());
+    EXPECT_EQ(openAtQuestion, 0u) << "a viewer could not be used any more while the screen asks";
 }
 
 TEST_F(PopupMenusTest, TheViewersActOnTheControl) {
@@ -112,6 +129,12 @@ TEST_F(PopupMenusTest, TheViewersActOnTheControl) {
     EXPECT_EQ(array.caption(), "Standard Dev Array for A");
     array.tlbArray.button("Char").press();
     EXPECT_EQ(array.caption(), "Character Array for A");
+    tool->calls.clear();
+    array.cboChar.setText("A");
+    EXPECT_TRUE(tool->calls.empty()) << "it is shown already";
+    tool->trained[1].features[0] = 2;
+    array.cboChar.setText("B");
+    EXPECT_EQ(array.lblCell[0]->backColor(), rgb(255, 255, 255)) << "beyond the brightest";
 
     rightClick("A", "mnuMainCharHist");
     auto& histogram = dynamic_cast<dlgCharHist&>(platform.opened("dlgCharHist"));
@@ -138,8 +161,8 @@ TEST_F(PopupMenusTest, TheGridsMenuCopiesDeletesAndShowsTheFontHistogram) {
     rightClickGrid("mnuMainGridCopy");
     EXPECT_EQ(platform.clipboard, "A\t\r\nA\t\r\n");
     EXPECT_EQ(platform.menus[0].item("mnuMainCharacterShowArray").caption, "Show Character &Array");
-    EXPECT_FALSE(platform.menus[0].enabled("mnuMainCharacterShowArray"));
-    EXPECT_FALSE(platform.menus[0].enabled("mnuMainCharacterExclude"));
+    EXPECT_EQ(offered(platform.menus[0]),
+              (std::vector<std::string>{"mnuMainGridCopy", "mnuMainGridDelete", "mnuMainFontHist"}));
     rightClickGrid("mnuMainGridDelete");
     EXPECT_EQ(tool->count("DeleteSample(300000)"), 2);
     rightClickGrid("mnuMainFontHist");

@@ -63,6 +63,12 @@ TEST_F(SampleCountsTest, TheDumpHoldsARowPerSampleAndEndsEveryLineInAComma) {
               "0,B,1.000,7.000,\r\n"
               "1,A,12.000,x,\r\n"
               "2,A,3.500,,\r\n");
+    tool->failAt("GetSampleData", 70, "Permission denied");
+    counts.SaveUncommitted();
+    EXPECT_NE(dump(), "") << "what was saved stays until there is something in its place";
+    EXPECT_EQ(message(), "SaveUncommitted Err 70 Permission denied");
+    sbr.panel("Message").setText("");
+    tool->succeedAt("GetSampleData");
     tool->answers.clear();
     counts.SaveUncommitted();
     EXPECT_EQ(dump(), "") << "without samples the file is left empty";

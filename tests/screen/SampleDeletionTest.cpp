@@ -77,6 +77,30 @@ TEST_F(SampleDeletionTest, UndoRemovesTheLastIncludeOnce) {
     EXPECT_EQ(committed(), "CCAB");
 }
 
+TEST_F(SampleDeletionTest, UndoOfTheOnlyIncludeLeavesNothingOfIt) {
+    tool->addCommitted("C", {0.1});
+    bind();
+    include("AB");
+    EXPECT_EQ(screen().numeric.grid.rows(), 4);
+    screen().train.cmdSaveFont.setEnabled(true);
+    screen().train.cmdSaveFont.press();
+    ASSERT_FALSE(control.m_FontChanged());
+    toolButton("Undo").press();
+    EXPECT_TRUE(control.m_FontChanged()) << "the saved font has the samples that are gone";
+    EXPECT_EQ(cell("A").backColor(), rgb(255, 255, 255));
+    EXPECT_EQ(screen().numeric.grid.rows(), 2);
+}
+
+TEST_F(SampleDeletionTest, ARefusedIncludeIsNamedInTheLog) {
+    bind();
+    tool->image.emplace();
+    platform.boxAnswers = {Answer::Ok};
+    toolButton("Log").press();
+    include("A");
+    const auto entries = jobs.entries();
+    EXPECT_EQ(std::count(entries.begin(), entries.end(), "DeleteSamples(uncommitted)"), 1);
+}
+
 TEST_F(SampleDeletionTest, AToolThatReportsTheExtraCallEndsTheUndoThere) {
     bind();
     include("AB");

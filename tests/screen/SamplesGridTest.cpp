@@ -3,6 +3,7 @@
 namespace dravik::test {
 
 using namespace screen;
+using namespace tool;
 using namespace ui;
 namespace {
 
@@ -54,8 +55,12 @@ TEST_F(SamplesGridTest, TheOrderChosenSurvivesARefill) {
     click(kLeftButton, 0, 2);
     click(kLeftButton, 2, 0);
     EXPECT_EQ(column(0), "2 0 1 ") << "only the headings of the first two columns sort";
+    grid().select(2, 5, 2, 5);
+    screen().numeric.cboDisplay.setListIndex(kDisplayCommitted);
+    EXPECT_EQ(grid().column(), 1) << "the column that decides is the current one";
     click(kLeftButton, 0, 0);
     EXPECT_EQ(column(0), "0 1 2 ");
+    EXPECT_EQ(grid().column(), 0);
     screen().numeric.cboDisplay.setListIndex(kDisplayCommitted);
     EXPECT_EQ(column(0), "0 1 2 ");
 }
@@ -70,6 +75,14 @@ TEST_F(SamplesGridTest, CopyPutsATabBehindEveryCell) {
     DravikDlg empty(platform, jobs.folder());
     empty.screen().numeric.grid.keyDown(kKeyInsert, kCtrlMask);
     EXPECT_EQ(platform.clipboard, "");
+
+    tool->answers[kAllCommitted] =
+        std::make_shared<CellTable>(std::vector<std::vector<Cell>>{{"No", "Code", "7"}});
+    screen().numeric.cboDisplay.setListIndex(kDisplayCommitted);
+    EXPECT_EQ(grid().text(0, 2), "7") << "headings are texts, whatever they read";
+    platform.clipboard = "old";
+    grid().keyDown(kKeyInsert, kCtrlMask);
+    EXPECT_EQ(platform.clipboard, "") << "there is no record to copy";
 }
 
 TEST_F(SamplesGridTest, DeleteNamesTheSameSampleOncePerSelectedRow) {
@@ -92,6 +105,7 @@ TEST_F(SamplesGridTest, NothingIsDeletedUpwardsOrFromTheStatistics) {
     grid().select(3, 0, 1, 0);
     grid().keyDown(kKeyDelete, 0);
     EXPECT_EQ(tool->committed.size(), 3u);
+    EXPECT_FALSE(control.m_FontChanged());
     screen().numeric.cboDisplay.setListIndex(kDisplayStatistics);
     screen().sbr.panel("Message").setText("");
     grid().select(1, 0, 1, 0);

@@ -15,6 +15,7 @@ TEST_F(BoundScreen, StartsEmptyWithNothingToSaveOrStop) {
     EXPECT_EQ(screen().train.cboTimeout.text(), "10 sec");
     EXPECT_TRUE(screen().overview.fraChar.visible());
     EXPECT_FALSE(screen().numeric.grid.visible());
+    EXPECT_FALSE(screen().numeric.grid.redraw());
     EXPECT_EQ(screen().font.lblSelectedFont.caption(), "Name");
     EXPECT_EQ(control.step(), nullptr);
     // What the first timeout could not be told to.
@@ -34,6 +35,28 @@ TEST_F(BoundScreen, RefusesAnyOtherStepAndChangesNothing) {
     EXPECT_EQ(control.step(), nullptr);
     EXPECT_TRUE(tool->calls.empty());
     EXPECT_EQ(screen().font.lblSelectedFont.caption(), "Name");
+}
+
+TEST_F(BoundScreen, AStepWithoutAFontToolLeavesTheOneBeforeInItsPlace) {
+    struct Empty : RecordingTool {
+        FontTool& fontTool() override { throw Failure(RuntimeError::TypeMismatch); }
+    };
+    bind();
+    EXPECT_EQ(refusal([&] { control.setStep(std::make_shared<Empty>()); }), 13);
+    EXPECT_EQ(control.step(), tool);
+    include("A");
+    EXPECT_EQ(message(), "1 samples included.");
+}
+
+TEST_F(BoundScreen, KeepsWhatTheHostSetsUntilItIsClosed) {
+    auto root = std::make_shared<RecordingTool>();
+    const std::weak_ptr<RecordingTool> watched = root;
+    control.setRootStep(std::exchange(root, nullptr));
+    EXPECT_FALSE(watched.expired());
+    control.setReadOnly(true);
+    EXPECT_TRUE(control.readOnly());
+    control.UserControl_Terminate();
+    EXPECT_TRUE(watched.expired()) << "a host's object must not be held by a page that is gone";
 }
 
 TEST_F(BoundScreen, LoadsTheFontOfTheLowestBitAndFillsTheScreen) {

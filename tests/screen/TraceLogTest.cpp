@@ -1,6 +1,7 @@
 #include "screen/context/TraceLog.h"
 
 #include <limits>
+#include <thread>
 
 #include "screen/fonts/dlgFontManager.h"
 #include "screen/support/ProcedureTest.h"
@@ -37,6 +38,21 @@ TEST_F(TraceLogTest, TheFirstEntryOfAThreadStartsAFreshFile) {
     EXPECT_EQ(file(), "#\tDate\tTime\tEntry\r\n2\t11/21/2026\t3:04:05 PM\tagain\r\n");
 }
 
+TEST_F(TraceLogTest, EachThreadNumbersItsOwnEntries) {
+    g_bTrace = true;
+    log.trace("first");
+    log.trace("second");
+    std::thread([&] {
+        EXPECT_FALSE(g_bTrace);
+        g_bTrace = true;
+        TraceLog(platform, jobs.folder()).trace("other");
+    }).join();
+    EXPECT_EQ(jobs.entries(), std::vector<std::string>{"other"}) << "its first entry starts the file";
+    log.trace("third");
+    EXPECT_EQ(jobs.entries(), (std::vector<std::string>{"other", "third"}));
+    EXPECT_NE(file().find("\r\n2\t"), std::string::npos);
+}
+
 TEST_F(TraceLogTest, AFailureIsShownForEachEntryAndTheCallerGoesOn) {
     std::filesystem::remove_all(jobs.folder().folder());
     g_bTrace = true;
@@ -65,10 +81,13 @@ TEST_F(TraceLogTest, ErrorReportsAreShownAndTraced) {
     context.procedures.run("Dravikdlg.cmdRevert_Click", "Revert",
                            [] { throw std::runtime_error("wires crossed"); });
     EXPECT_EQ(message(), "Revert Err 51 wires crossed");
+    context.procedures.run("", "Learn", [] { throw std::bad_alloc(); });
+    EXPECT_EQ(message(), "Learn Err 7 Out of memory");
     errors.UserMsg("Saved font");
-    EXPECT_EQ(jobs.entries(), (std::vector<std::string>{"Dravikdlg.cmdRevert_Click",
-                                                        "# Dravikdlg error: Revert Err 51 wires crossed",
-                                                        "Dravikdlg.UserMsg = Saved font"}));
+    EXPECT_EQ(jobs.entries(),
+              (std::vector<std::string>{
+                  "Dravikdlg.cmdRevert_Click", "# Dravikdlg error: Revert Err 51 wires crossed",
+                  "# Dravikdlg error: Learn Err 7 Out of memory", "Dravikdlg.UserMsg = Saved font"}));
 }
 
 TEST_F(TraceLogTest, AReportThatFailsItselfLeavesNoException) {

@@ -106,6 +106,17 @@ TEST(Cell, EveryStateIsReadableInLightAndDark) {
         EXPECT_GT(Shown::contrast(shown.colorOf(kScrollBarColor), shown.ground()), 1.24);
         EXPECT_GT(Shown::contrast(shown.colorOf(kScrollBarColor), rgb(255, 255, 255)), 1.24);
     }
+    cell.setBackColor(rgb(255, 255, 255));
+    const auto ink = [&] {
+        const Picture seen = shown.picture(cell);
+        int sum = 0;
+        for (int y = 3; y < seen.height - 3; ++y)
+            for (int x = 3; x < seen.width - 3; ++x) sum += 255 - greenOf(seen.at(x, y));
+        return sum;
+    };
+    const int inFont = ink();
+    cell.setBold(false);
+    EXPECT_LT(ink(), inFont) << "a character of the font stands out";
 }
 
 TEST(ChartSurface, DrawsAndPointsInUserUnits) {

@@ -2,6 +2,7 @@
 
 #include "base/Failure.h"
 #include "ui/Bars.h"
+#include "ui/Form.h"
 #include "ui/Grid.h"
 #include "ui/ListControls.h"
 #include "ui/TextBox.h"
@@ -26,6 +27,22 @@ TEST(Widgets, ListsFireClickOnEveryChoiceEvenTheSame) {
     list.setListIndex(-1);
     EXPECT_EQ(list.text(), "");
     EXPECT_EQ(clicks, 3);
+    list.setListIndex(1);
+    list.setItems({"x", "y"});
+    EXPECT_EQ(list.text(), "") << "what was chosen is gone";
+}
+
+TEST(Widgets, AFormIsUnloadedOnceHoweverItIsClosed) {
+    Form form("frm", "Form");
+    std::string told;
+    form.loading.subscribe([&] { told += "l"; });
+    form.unloading.subscribe([&] { told += "u"; });
+    form.unload();
+    form.activate();
+    form.activate();
+    form.unload();
+    form.unload();
+    EXPECT_EQ(told, "lu");
 }
 
 TEST(Widgets, ATextBoxFiresOnlyWhenItsTextDiffers) {
@@ -90,6 +107,9 @@ TEST(Grid, SortsAllButTheHeadingAndKeepsTies) {
     EXPECT_EQ(grid.text(1, 0), "0");
     grid.sortByText(7);
     EXPECT_EQ(grid.text(1, 0), "0");
+    grid.sortByText(1);
+    grid.setSource(std::make_shared<Numbers>(std::vector<std::string>{"x", "a"}));
+    EXPECT_EQ(grid.text(1, 0) + grid.text(2, 0), "01") << "an order belongs to the table that was sorted";
 }
 
 TEST(Grid, CurrentCellAndSelectionAreCutToANewSource) {

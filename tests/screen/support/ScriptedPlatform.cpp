@@ -25,6 +25,7 @@ ScriptedPlatform::~ScriptedPlatform() {
 
 Answer ScriptedPlatform::messageBox(const MessageBox& box) {
     boxes.push_back(box);
+    if (asking) asking();
     if (boxAnswers.empty()) {
         ADD_FAILURE() << "unexpected message box \"" << box.title << "\": " << box.text;
         switch (box.buttons) {

@@ -39,6 +39,7 @@ class ScriptedPlatform : public Platform {
     // The answers of the message boxes to come, in order.
     std::deque<Answer> boxAnswers;
     std::vector<MessageBox> boxes;
+    std::function<void()> asking;  // while a box is up
 
     // What the operator does in the modal form of that name; the form must be unloaded when it returns.
     std::map<std::string, std::function<void(Form&)>> modalHandlers;

@@ -1,0 +1,127 @@
+// The histogram as it is opened from the screen's menu and worked with the pointer.
+#include <gmock/gmock.h>
+
+#include "screen/support/BoundScreen.h"
+#include "ui/Chart.h"
+
+namespace dravik::test {
+
+using namespace screen;
+using namespace ui;
+namespace {
+
+class HistogramOfTheScreen : public BoundScreen {
+  protected:
+    HistogramOfTheScreen() {
+        // Ten bins of width 0.098764; the second Distance lies just behind the first bin.
+        tool->addCommitted("A", {0.05, 0.0989, 0.5, 0.98764});
+        tool->addCommitted("B", {0.2, 0.1});
+        tool->addCommitted("C", {0.3});
+        tool->train();
+        bind();
+    }
+
+    template <class Kind>
+    Kind& in(const char* name) {
+        return dynamic_cast<Kind&>(*form().find(name));
+    }
+    Form& form() { return platform.opened("dlgCharHist"); }
+    Chart& chart() { return in<Chart>("chart"); }
+    StatusPanel& panel(const char* key) { return in<StatusBar>("sbr").panel(key); }
+    void open(const char* item) {
+        platform.menuPicks = {item};
+        cell("A").mouseDown(MouseEvent{kRightButton, 0, 30, 45});
+        platform.menus.clear();
+    }
+    void point(double x, double y) {
+        chart().mouseMove({0, 0, x, y});
+        for (Timer* timer : form().timers)
+            if (timer->enabled()) timer->tick();
+    }
+    void rightClick(double x, double y, const char* item = "") {
+        platform.menuPicks = {item};
+        chart().mouseDown({kRightButton, 0, x, y});
+    }
+};
+
+TEST_F(HistogramOfTheScreen, DeletesABinToItsVeryEndsAndShowsWhatIsLeft) {
+    control.HighlightIncluded("A");
+    const int busy = platform.busyTimes;
+    open("mnuMainCharHist");
+    EXPECT_EQ(platform.busyTimes, busy + 1);
+    EXPECT_EQ(in<ComboBox>("cboChar").items(), (std::vector<std::string>{"A", "B", "C"}));
+    EXPECT_FALSE(in<TextBox>("txtThreshold").visible());
+    EXPECT_EQ(panel("MaxDistCaption").toolTip(), "Total samples for this character");
+    EXPECT_EQ(panel("MaxDist").text(), "4");
+
+    point(2, 50);
+    rightClick(2, 50, "mnuHistogramDelete");
+    EXPECT_EQ(platform.menus.back().item("mnuHistogramDelete").caption,
+              "Delete samples with Distance 0.000 to 0.099");
+    EXPECT_EQ(tool->committed.size(), 6u);
+    EXPECT_EQ(tool->committed[0].distance, 0.0989) << "it is shown in the next bar";
+    EXPECT_EQ(panel("MaxDist").text(), "3");
+    EXPECT_EQ(cell("A").backColor(), rgb(255, 192, 192)) << "the highlight of an include";
+    EXPECT_TRUE(control.m_FontChanged());
+    form().unload();
+    EXPECT_EQ(message(), "Samples were deleted. Learn required.");
+}
+
+TEST_F(HistogramOfTheScreen, DrawsEverythingWithinItsScaleAndTheNumbersAtTheirMarks) {
+    for (int i = 0; i < 60; ++i) tool->addCommitted("C", {0.01 * i});
+    tool->train();
+    for (const char* item : {"mnuMainFontHist", "mnuMainCharHist"}) {
+        open(item);
+        const ChartScale& scale = chart().scale();
+        const ChartScene& scene = chart().scene();
+        for (const auto& bar : scene.bars) {
+            EXPECT_TRUE(scale.left < bar.left && bar.left + bar.width < scale.right) << item;
+            EXPECT_TRUE(scale.bottom < bar.top - bar.height && bar.top < scale.top) << item;
+        }
+        for (const auto& line : scene.lines) {
+            EXPECT_TRUE(scale.left < line.x1 && line.x2 < scale.right) << item;
+            EXPECT_TRUE(scale.bottom < line.y1 && line.y2 < scale.top) << item;
+        }
+        for (const auto& label : scene.labels) {
+            EXPECT_TRUE(scale.left <= label.left && label.left + label.width < scale.right) << label.caption;
+            if (label.left >= 0) continue;
+            EXPECT_EQ(label.alignment, ChartLabel::Alignment::End);
+            EXPECT_TRUE(std::any_of(scene.lines.begin(), scene.lines.end(), [&](const ChartLine& mark) {
+                return mark.y1 == label.top && mark.x1 > label.left + label.width;
+            })) << label.caption;
+        }
+    }
+}
+
+TEST_F(HistogramOfTheScreen, OffersToDeleteOnlyWhatThePointerIsOn) {
+    open("mnuMainCharHist");
+    point(2, 50);
+    point(2, 110);
+    platform.menus.clear();
+    chart().mouseDown({kRightButton, 0, 2, 110});
+    EXPECT_TRUE(platform.menus.empty()) << "the pointer has left the bar";
+}
+
+TEST_F(HistogramOfTheScreen, OpensTheOneOfACharacterFromTwoSamplesOn) {
+    open("mnuMainFontHist");
+    const auto& bars = chart().scene().bars;
+    ASSERT_EQ(bars.size(), 3u);
+    EXPECT_EQ(bars[1].accessibleName, "B, 2 samples, largest Distance 0.200");
+    rightClick(bars[1].left, 1, "mnuHistogramShowChar");
+    EXPECT_TRUE(platform.menus.back().enabled("mnuHistogramShowChar"));
+    EXPECT_EQ(form().caption(), "Histogram of Distance values for B");
+}
+
+TEST_F(HistogramOfTheScreen, AFailureWhileItClosesIsTraced) {
+    open("mnuMainCharHist");
+    toolButton("Log").press();
+    const Connection failing =
+        form().timers.front()->changed.connect([] { throw Failure(RuntimeError::PermissionDenied); });
+    form().unload();
+    EXPECT_THAT(
+        jobs.entries(),
+        testing::Contains("# dlgCharHist error: Error in dlgCharHist:Form_Unload - Permission denied"));
+}
+
+}  // namespace
+}  // namespace dravik::test
