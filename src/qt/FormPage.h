@@ -7,9 +7,9 @@
 
 #include "ui/Form.h"
 
-class QTimer;
-
 namespace dravik::qt {
+
+class TimerPeer;
 
 class FormPage : public QWidget {
     Q_OBJECT
@@ -31,12 +31,9 @@ class FormPage : public QWidget {
     void keyPressEvent(QKeyEvent* event) override;
 
   private:
-    void addTimer(ui::Timer& timer);
-
     ui::Form& form_;
     bool attached_ = true;
-    std::vector<QTimer*> timers_;
-    std::vector<ui::Connection> connections_;
+    std::vector<TimerPeer*> timers_;
 };
 
 }  // namespace dravik::qt

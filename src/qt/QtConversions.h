@@ -1,8 +1,11 @@
-// Texts and lengths between the models (UTF-8, twips) and Qt (UTF-16, device independent pixels).
+// Texts, lengths and places between the models (UTF-8, twips) and Qt (UTF-16, device independent pixels).
 #pragma once
 
+#include <QRectF>
 #include <QString>
 #include <string>
+
+#include "trainer/window/ViewGeometry.h"
 
 namespace dravik::qt {
 
@@ -20,6 +23,10 @@ constexpr int pixels(int twips) {
 }
 constexpr double twips(double pixels) {
     return pixels * kTwipsPerPixel;
+}
+
+inline QRectF qtRect(const trainer::ViewBox& box) {
+    return {box.left, box.top, box.width, box.height};
 }
 
 // UTF-16 position of the character with the given index; the end when there are fewer characters.

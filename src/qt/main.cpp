@@ -81,7 +81,7 @@ int runDemo(const std::string& folder, const trainer::WindowOptions& options,
     QtPlatform platform;
     DialogScript ending;  // outlives the control, which asks about a changed font when a session broke off
     trainer::Trainer trainer(platform, jobs, decodeImageFile, false);
-    MainWindow window(trainer);
+    MainWindow window(trainer, platform);
     platform.setMainWindow(&window);
     int code = 0;
     try {
@@ -101,7 +101,7 @@ int runWindow(const trainer::WindowOptions& options) {
     QtPlatform platform;
     trainer::Trainer trainer(platform, options.jobs.empty() ? JobFolder() : JobFolder(options.jobs),
                              decodeImageFile, true);
-    MainWindow window(trainer);
+    MainWindow window(trainer, platform);
     platform.setMainWindow(&window);
     window.show();
     if (!options.paths.empty()) window.open(options.paths);
