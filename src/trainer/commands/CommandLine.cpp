@@ -46,8 +46,6 @@ fonts   lists the fonts: name, characters, samples, trained or not, date
   --jobs DIR         the jobs folder (else $XDG_DATA_HOME/tamlux/Jobs, on Windows
                      C:\Tamlux\Jobs)
   --theme THEME      the window's colours: light, dark or system (Linux)
-  --screen PLACE     where the screen lives: control (the registered one, else the
-                     one beside the program) or own, without it (Windows)
   --demo DIR         works the window by script: teaches a font from the images of
                      all paths but the last and reads those of the last; their
                      texts stand in lines.tsv beside them; pictures go to DIR

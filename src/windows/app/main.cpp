@@ -8,6 +8,7 @@
 #include <filesystem>
 #include <iostream>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -18,8 +19,6 @@
 #include "trainer/commands/CommandLine.h"
 #include "windows/app/Console.h"
 #include "windows/app/MainWindow.h"
-#include "windows/app/OleScreen.h"
-#include "windows/app/OleScreenHost.h"
 #include "windows/app/Wildcards.h"
 #include "windows/app/Win32DemoHands.h"
 #include "windows/com/WicImage.h"
@@ -79,67 +78,36 @@ std::vector<std::string> guideParts() {
     return paths;
 }
 
-// The window with the trainer and its screen, which lives in the OLE control where there is one, else in the
-// program.
+// The window with the trainer that it shows.
 class Program {
   public:
-    enum class Place { Control, Own, ControlIfAny };
-
-    Program(Settings settings, const JobFolder& jobs, Place place, bool remembersFont)
-        : window(std::move(settings)) {
+    Program(Settings settings, const JobFolder& jobs, bool remembersFont) : window(std::move(settings)) {
         platform_.owner = [this] { return window.window(); };
-        if (place != Place::Own) makeControl(jobs, place, remembersFont);
-        if (!screen_) {
-            trainer_ =
-                std::make_unique<trainer::Trainer>(platform_, jobs, com::decodeImageFileByWic, remembersFont);
-            screen_ = std::make_unique<OwnScreenHost>(*trainer_, window.window(), platform_);
-        }
-        window.fill(*trainer_, *screen_, platform_);
+        trainer_.emplace(platform_, jobs, com::decodeImageFileByWic, remembersFont);
+        window.fill(*trainer_, platform_);
     }
     Program(const Program&) = delete;
     Program& operator=(const Program&) = delete;
-    // A screen of the program's own shows the trainer's; a trainer in a control looks at that.
-    ~Program() {
-        window.clear();
-        if (ownScreen()) screen_.reset();
-        trainer_.reset();
-    }
+    ~Program() { window.clear(); }
 
     trainer::Trainer& trainer() noexcept { return *trainer_; }
 
-  private:
-    bool ownScreen() const { return dynamic_cast<OwnScreenHost*>(screen_.get()) != nullptr; }
-
-    void makeControl(const JobFolder& jobs, Place place, bool remembersFont) {
-        try {
-            auto control = std::make_unique<OleScreenHost>(window.window());
-            trainer_ = std::make_unique<trainer::Trainer>(std::make_unique<OleScreen>(control->container()),
-                                                          jobs, com::decodeImageFileByWic, remembersFont);
-            screen_ = std::move(control);
-        } catch (...) {
-            if (place == Place::Control) throw;
-            trainer_.reset();
-        }
-    }
-
-  public:
     MainWindow window;
 
   private:
     win32::Win32Platform platform_;
-    std::unique_ptr<ScreenHost> screen_;
-    std::unique_ptr<trainer::Trainer> trainer_;
+    std::optional<trainer::Trainer> trainer_;
 };
 
-int runDemo(const std::string& folder, const trainer::WindowOptions& options, trainer::DemoSession::Kind kind,
-            Program::Place place) {
+int runDemo(const std::string& folder, const trainer::WindowOptions& options,
+            trainer::DemoSession::Kind kind) {
     std::filesystem::create_directories(toPath(folder));
     // A session that anyone can repeat touches neither the operator's fonts nor the window's remembered
     // place.
     const TemporaryFolder own;
     const JobFolder jobs(options.jobs.empty() ? own.path("Jobs") : options.jobs);
     DialogScript ending;  // outlives the screen, which asks about a changed font when a session broke off
-    Program program(Settings(), jobs, place, false);
+    Program program(Settings(), jobs, false);
     int code = 0;
     try {
         const bool guide = kind == trainer::DemoSession::Kind::Guide && options.paths.empty();
@@ -155,9 +123,9 @@ int runDemo(const std::string& folder, const trainer::WindowOptions& options, tr
     return code;
 }
 
-int runWindow(const trainer::WindowOptions& options, Program::Place place) {
+int runWindow(const trainer::WindowOptions& options) {
     Program program(Settings(kSettingsKey), options.jobs.empty() ? JobFolder() : JobFolder(options.jobs),
-                    place, true);
+                    true);
     program.window.show();
     if (!options.paths.empty()) program.window.open(options.paths);
     return program.window.run();
@@ -173,22 +141,14 @@ int run() {
     const std::string demo = trainer::takeOption(arguments, "--demo");
     const std::string screenshots = trainer::takeOption(arguments, "--screenshots");
     const std::string dpi = trainer::takeOption(arguments, "--dpi");
-    const std::string screen = trainer::takeOption(arguments, "--screen");
     const trainer::WindowOptions options = trainer::windowOptions(arguments);
     if (!options.problem.empty()) return complain(options.problem, 2);
-    if (!screen.empty() && screen != "own" && screen != "control")
-        return complain("--screen is own or control", 2);
-    const bool session = !demo.empty() || !screenshots.empty();
-    // The control looks for the dates of fonts in the standard folder.
-    const auto place = screen == "control"                                   ? Program::Place::Control
-                       : screen == "own" || session || !options.jobs.empty() ? Program::Place::Own
-                                                                             : Program::Place::ControlIfAny;
     std::unique_ptr<win32::DpiOverride> scale;
     if (!dpi.empty())
         scale = std::make_unique<win32::DpiOverride>(std::clamp(std::atoi(dpi.c_str()), 96, 480));
-    if (!demo.empty()) return runDemo(demo, options, trainer::DemoSession::Kind::Story, place);
-    if (!screenshots.empty()) return runDemo(screenshots, options, trainer::DemoSession::Kind::Guide, place);
-    return runWindow(options, place);
+    if (!demo.empty()) return runDemo(demo, options, trainer::DemoSession::Kind::Story);
+    if (!screenshots.empty()) return runDemo(screenshots, options, trainer::DemoSession::Kind::Guide);
+    return runWindow(options);
 }
 
 }  // namespace
