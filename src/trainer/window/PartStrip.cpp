@@ -20,8 +20,12 @@ PartStrip::PartStrip(OpenedParts& parts) : parts_(parts) {
 }
 
 void PartStrip::setWidth(int width) {
+    const bool first = width_ <= 0;
     width_ = width;
-    scrollTo(scroll_);
+    if (first)
+        showCurrent();
+    else
+        scrollTo(scroll_);
 }
 
 void PartStrip::setDisplay(Display display) {
@@ -49,7 +53,7 @@ void PartStrip::look() {
 }
 
 void PartStrip::showCurrent() {
-    if (current() >= 0) {
+    if (current() >= 0 && width_ > 0) {
         const ViewBox place = itemPlace(current());
         if (place.left < 0)
             scroll_ += static_cast<int>(std::floor(place.left));

@@ -9,8 +9,6 @@
 namespace dravik::trainer {
 namespace {
 
-constexpr std::size_t kMostProblems = 4;
-
 std::vector<FileFilter> imageFilters() {
     FileFilter images{"Images", {}};
     for (const auto extension : imageExtensions()) images.patterns.push_back("*" + std::string(extension));
@@ -104,9 +102,9 @@ std::string TrainerWindow::viewDescription() const {
 
 void TrainerWindow::open(const std::vector<std::string>& paths) {
     problems_ = trainer_.parts().open(paths);
-    if (problems_.size() > kMostProblems) {
-        const std::size_t more = problems_.size() - kMostProblems;
-        problems_.resize(kMostProblems);
+    if (problems_.size() >= kMostProblemLines) {
+        const std::size_t more = problems_.size() - (kMostProblemLines - 1);
+        problems_.resize(kMostProblemLines - 1);
         problems_.push_back("... and " + std::to_string(more) + " more");
     }
     textsChanged();

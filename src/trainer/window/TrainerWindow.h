@@ -55,6 +55,8 @@ class TrainerWindow {
     static constexpr int kFirstHeight = 800;
     static constexpr int kFirstScreenWidth = 640;
 
+    static constexpr std::size_t kMostProblemLines = 5;
+
     // All outlive the window.
     TrainerWindow(Trainer& trainer, ui::Platform& platform, WindowSystem& system);
 
