@@ -46,11 +46,6 @@ fonts   lists the fonts: name, characters, samples, trained or not, date
   --jobs DIR         the jobs folder (else $XDG_DATA_HOME/tamlux/Jobs, on Windows
                      C:\Tamlux\Jobs)
   --theme THEME      the window's colours: light, dark or system (Linux)
-  --demo DIR         works the window by script: teaches a font from the images of
-                     all paths but the last and reads those of the last; their
-                     texts stand in lines.tsv beside them; pictures go to DIR
-  --screenshots DIR  the same with the sample parts and every form: the pictures
-                     of the operator guide go to DIR
   --help, --version
 
 Exit status: 0 done, 1 the work failed in whole or in part, 2 wrong command

@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "base/JobFolder.h"
-#include "base/TemporaryFolder.h"
+#include "support/TemporaryFolder.h"
 #include "trainer/OpenedParts.h"
 
 namespace dravik::test {

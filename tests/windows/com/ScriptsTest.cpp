@@ -12,8 +12,8 @@
 #include "windows/com/support/ImageFile.h"
 // Behind the Windows headers
 #include "base/Paths.h"
-#include "base/TemporaryFolder.h"
 #include "contract/DrawnText.h"
+#include "support/TemporaryFolder.h"
 
 namespace dravik {
 
