@@ -14,6 +14,7 @@
 #include "drivers/win32/DialogScript.h"
 #include "drivers/win32/Win32WindowDriver.h"
 #include "gtest/gtest.h"
+#include "support/Accessible.h"
 #include "support/TemporaryFolder.h"
 #include "windows/app/Program.h"
 #include "windows/win32/Peer.h"
@@ -227,6 +228,21 @@ TEST_F(TrainerWindowTest, ZoomStaysInItsRangeAndComesBackToTheFit) {
     EXPECT_DOUBLE_EQ(part.scale(), 1);
     perform("fit");
     EXPECT_DOUBLE_EQ(part.scale(), fitting);
+}
+
+TEST_F(TrainerWindowTest, ScreenReadersFindTheImageTheReadingAndTheOpenedImages) {
+    window->open({kParts + "rendered_lines/hack_000.png", kParts + "rendered_lines/hack_001.png"});
+    settle();
+    EXPECT_EQ(AccessibleWindow(view("partView")).name(), L"Part image");
+    EXPECT_EQ(AccessibleWindow(view("reading")).name(), L"Text read in the image: No font is selected");
+    const AccessibleWindow strip(view("thumbnails"));
+    EXPECT_EQ(strip.name(), L"Opened images");
+    ASSERT_EQ(strip.parts(), 2);
+    EXPECT_EQ(strip.name(2), L"hack_001.png");
+    EXPECT_TRUE(strip.state(1) & STATE_SYSTEM_SELECTED);
+    RECT whole{};
+    GetWindowRect(view("thumbnails"), &whole);
+    EXPECT_EQ(strip.at(whole.left + 116 + 58, whole.top + 30), 2);
 }
 
 TEST_F(TrainerWindowTest, TabGoesThroughBothSidesAndRound) {
