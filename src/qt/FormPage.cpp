@@ -4,9 +4,8 @@
 #include <QPushButton>
 
 #include "qt/AccessibleRoles.h"
-#include "qt/LayoutBuilder.h"
+#include "qt/FormLayout.h"
 #include "qt/Peer.h"
-#include "qt/Peers.h"
 #include "qt/QtConversions.h"
 #include "qt/TimerPeer.h"
 
@@ -15,7 +14,7 @@ namespace dravik::qt {
 FormPage::FormPage(ui::Form& form, QWidget* parent) : QWidget(parent), form_(form) {
     installAccessibleRoles();
     setObjectName(qtText(form.name()));
-    buildLayout(*this, form.layout());
+    inside_ = new FormLayout(*this, form.layout());
     for (ui::Timer* timer : form.timers) timers_.push_back(new TimerPeer(*timer, this));
     if (form.defaultButton)
         if (Peer* peer = Peer::of(*form.defaultButton))
@@ -24,6 +23,7 @@ FormPage::FormPage(ui::Form& form, QWidget* parent) : QWidget(parent), form_(for
 
 void FormPage::detach() noexcept {
     attached_ = false;
+    inside_->detach();
     for (TimerPeer* timer : timers_) delete timer;
     timers_.clear();
     for (QWidget* view : findChildren<QWidget*>())
@@ -51,10 +51,6 @@ bool FormPage::answerKey(const QKeyEvent& event) {
         Q_EMIT escaped();
     }
     return true;
-}
-
-QWidget* makeFormPage(ui::Form& model, QWidget* parent) {
-    return new FormPage(model, parent);
 }
 
 }  // namespace dravik::qt

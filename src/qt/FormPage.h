@@ -9,6 +9,7 @@
 
 namespace dravik::qt {
 
+class FormLayout;
 class TimerPeer;
 
 class FormPage : public QWidget {
@@ -32,6 +33,7 @@ class FormPage : public QWidget {
 
   private:
     ui::Form& form_;
+    FormLayout* inside_;
     bool attached_ = true;
     std::vector<TimerPeer*> timers_;
 };

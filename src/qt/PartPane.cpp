@@ -28,7 +28,6 @@ PartPane::PartPane(trainer::TrainerWindow& model, const WindowMenus& menus, QWid
     menus.fill(*tools);
     name_ = new ElidedLabel(this);
     name_->setObjectName(QStringLiteral("partName"));
-    name_->setShrinks(true);
     scale_ = new QLabel(this);
     scale_->setObjectName(QStringLiteral("partScale"));
     makeProblems();

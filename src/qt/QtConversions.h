@@ -1,4 +1,4 @@
-// Texts, lengths and places between the models (UTF-8, twips) and Qt (UTF-16, device independent pixels).
+// Texts and places between the models (UTF-8) and Qt (UTF-16).
 #pragma once
 
 #include <QRectF>
@@ -14,15 +14,6 @@ inline QString qtText(const std::string& text) {
 }
 inline std::string utf8(const QString& text) {
     return text.toStdString();
-}
-
-// Twips are 1/1440 inch, device independent pixels 1/96 inch.
-constexpr double kTwipsPerPixel = 15.0;
-constexpr int pixels(int twips) {
-    return static_cast<int>(twips / kTwipsPerPixel + 0.5);
-}
-constexpr double twips(double pixels) {
-    return pixels * kTwipsPerPixel;
 }
 
 inline QRectF qtRect(const trainer::ViewBox& box) {

@@ -36,8 +36,7 @@ struct CharArrayTest : ProcedureTest {
     std::vector<std::string> fontArray;
     std::vector<std::string> charactersOfTool = {"A", "B", "C"};
     std::vector<std::pair<std::string, int>> events;
-    CharArray arrays{binding,
-                     errors,
+    CharArray arrays{context,
                      fontArray,
                      {[this] { fontArray = charactersOfTool; },
                       [this](const std::string& character, std::int16_t mode) {

@@ -16,7 +16,7 @@ using testing::ElementsAre;
 using testing::Not;
 using Strings = std::vector<std::string>;
 
-struct CharHistogramTest : ProcedureTest {
+struct CharHistogramTest : ProcedureTest, HistogramControl {
     CharHistogramTest() {
         tool->characterSet = {"A", "a", "B"};
         tool->addCommitted("A", {0.1, 0.5, 0.2});
@@ -38,16 +38,18 @@ struct CharHistogramTest : ProcedureTest {
     double moved = 0;
     Strings fontArray = {"A", "a", "B"};
     Strings deleted;
-    CharHistogram histograms{
-        binding,
-        errors,
-        fontArray,
-        {[this](const std::string& c, double minimum, double maximum) {
-             deleted.push_back(c + " " + std::to_string(minimum) + " " + std::to_string(maximum));
-         },
-         [this](const std::string& c) { histograms.DisplayCharHistogram(c, kCharacterDistance); },
-         [this](const std::string& c) { histograms.DisplayCharHistogram(c, kFontHistogram); },
-         [this](const std::string& text) { errors.UserMsg(text); }}};
+    CharHistogram histograms{context, fontArray, *this};
+
+    void m_dlgHist_DeleteByDistance(std::string c, double minimum, double maximum) override {
+        deleted.push_back(c + " " + std::to_string(minimum) + " " + std::to_string(maximum));
+    }
+    void m_dlgHist_ShowDistHist(std::string c) override {
+        histograms.DisplayCharHistogram(c, kCharacterDistance);
+    }
+    void m_dlgHist_ShowFontHist(std::string c) override {
+        histograms.DisplayCharHistogram(c, kFontHistogram);
+    }
+    void m_dlgHist_UserMsg(std::string text) override { errors.UserMsg(text); }
 };
 
 TEST_F(CharHistogramTest, CharacterHistogramShowsTheCharactersOwnDistances) {

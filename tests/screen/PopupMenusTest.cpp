@@ -115,15 +115,21 @@ TEST_F(PopupMenusTest, TheViewersActOnTheControl) {
 
     rightClick("A", "mnuMainCharHist");
     auto& histogram = dynamic_cast<dlgCharHist&>(platform.opened("dlgCharHist"));
-    histogram.DeleteByDistance(0.2, 0.3, "A");
-    EXPECT_EQ(tool->committed.size(), 2u);
+    std::vector<std::string> messages;
+    screen().sbr.changed.subscribe([&](Change) { messages.push_back(message()); });
+    const auto before = tool->committed.size();
+    platform.menuPicks = {"mnuHistogramDelete"};
+    histogram.chart.mouseMove({0, 0, 47, 1});
+    histogram.tmrGraphics.tick();
+    histogram.chart.mouseDown({kRightButton, 0, 47, 1});
+    EXPECT_EQ(tool->committed.size(), before - 1) << "the largest Distance lies in the last bin";
     EXPECT_TRUE(control.m_FontChanged());
-    EXPECT_EQ(message(), "Samples delete. Click 'Train'.");
-    histogram.ShowFontHist("A");
+    EXPECT_THAT(messages, testing::Contains("Samples delete. Click 'Train'."));
+    histogram.tlbMain.button("Font").press();
     EXPECT_EQ(histogram.mode(), kFontHistogram);
-    histogram.ShowDistHist("A");
+    histogram.tlbMain.button("Char").press();
     EXPECT_EQ(histogram.mode(), kCharacterDistance);
-    histogram.UserMsg("Samples were deleted. Learn required.");
+    histogram.unload();
     EXPECT_EQ(message(), "Samples were deleted. Learn required.");
 }
 

@@ -13,7 +13,7 @@ class SampleCountsTest : public ProcedureTest {
 
     std::string dump() { return content(jobs.folder().uncommittedDump()); }
 
-    SampleCounts counts{binding, errors};
+    SampleCounts counts{context};
 };
 
 TEST_F(SampleCountsTest, CountsByKindAndByCharacter) {

@@ -2,6 +2,7 @@
 
 #include <limits>
 
+#include "screen/fonts/dlgFontManager.h"
 #include "screen/support/ProcedureTest.h"
 
 namespace dravik::test {
@@ -41,7 +42,7 @@ TEST_F(TraceLogTest, AFailureIsShownForEachEntryAndTheCallerGoesOn) {
     g_bTrace = true;
     platform.boxAnswers = {Answer::Ok, Answer::Ok};
     bool ran = false;
-    EXPECT_TRUE(errors.procedures().run("Dravikdlg.FillItems", "FillItems", [&] { ran = true; }));
+    context.procedures.run("Dravikdlg.FillItems", "FillItems", [&] { ran = true; });
     EXPECT_TRUE(ran);
     log.trace("second");
     ASSERT_EQ(platform.boxes.size(), 2u);
@@ -61,8 +62,8 @@ TEST_F(TraceLogTest, ACounterAtItsEndIsAFailureLikeAnyOther) {
 
 TEST_F(TraceLogTest, ErrorReportsAreShownAndTraced) {
     g_bTrace = true;
-    EXPECT_FALSE(errors.procedures().run("Dravikdlg.cmdRevert_Click", "Revert",
-                                         [] { throw std::runtime_error("wires crossed"); }));
+    context.procedures.run("Dravikdlg.cmdRevert_Click", "Revert",
+                           [] { throw std::runtime_error("wires crossed"); });
     EXPECT_EQ(message(), "Revert Err 51 wires crossed");
     errors.UserMsg("Saved font");
     EXPECT_EQ(jobs.entries(), (std::vector<std::string>{"Dravikdlg.cmdRevert_Click",
@@ -72,15 +73,28 @@ TEST_F(TraceLogTest, ErrorReportsAreShownAndTraced) {
 
 TEST_F(TraceLogTest, AReportThatFailsItselfLeavesNoException) {
     const Procedures procedures(log, [](std::string_view, const Failure&) { throw std::bad_alloc(); });
-    bool answer = true;
-    EXPECT_NO_THROW(answer = procedures.run("", "Revert", [] { throw Failure(RuntimeError::Overflow); }));
-    EXPECT_FALSE(answer);
+    EXPECT_NO_THROW(procedures.run("", "Revert", [] { throw Failure(RuntimeError::Overflow); }));
+}
+
+TEST_F(TraceLogTest, AFailureLeavesTheResultThatIsSaidForIt) {
+    const auto count = [&](bool fails, int failed) {
+        const auto body = [&] {
+            if (fails) throw Failure(RuntimeError::Overflow);
+            return 7;
+        };
+        return context.procedures.run("", "DeleteChar", body, failed);
+    };
+    EXPECT_EQ(count(false, -1), 7);
+    EXPECT_EQ(count(true, -1), -1);
+    EXPECT_EQ(context.procedures.run("", "Count", []() -> int { throw std::bad_alloc(); }), 0);
+    EXPECT_EQ(message(), "Count Err 7 Out of memory");
 }
 
 TEST_F(TraceLogTest, CreationTextOfAFontFile) {
-    EXPECT_EQ(log.FontCreatedText("ocrb"), "Creation date unknown");
+    const dlgFontManager manager(log, platform, context.jobs);
+    EXPECT_EQ(manager.FontCreatedText("ocrb"), "Creation date unknown");
     platform.fileDates[jobs.folder().fontFile("ocrb")] = "1/2/2026 3:04 PM";
-    EXPECT_EQ(log.FontCreatedText("ocrb"), "Font created 1/2/2026 3:04 PM");
+    EXPECT_EQ(manager.FontCreatedText("ocrb"), "Font created 1/2/2026 3:04 PM");
 }
 
 }  // namespace

@@ -2,6 +2,7 @@
 
 #include <gmock/gmock.h>
 
+#include <functional>
 #include <numeric>
 
 #include "screen/support/ProcedureTest.h"
@@ -20,17 +21,25 @@ using testing::IsEmpty;
 using Strings = std::vector<std::string>;
 using Numbers = std::vector<double>;
 
-struct dlgCharHistTest : ProcedureTest {
-    dlgCharHistTest() {
-        form.DeleteByDistance.subscribe([this](double lower, double upper, const std::string& character) {
-            events.push_back("Delete " + std::to_string(lower) + " " + std::to_string(upper) + " " +
-                             character);
-        });
-        form.ShowDistHist.subscribe([this](const std::string& c) { events.push_back("Dist " + c); });
-        form.ShowFontHist.subscribe([this](const std::string& c) { events.push_back("Font " + c); });
-        form.UserMsg.subscribe([this](const std::string& text) { events.push_back("Msg " + text); });
-        form.load();
+// Writes down what the form asks for, and shows a character again if a test says how.
+struct AskedControl : HistogramControl {
+    void m_dlgHist_DeleteByDistance(std::string character, double minimum, double maximum) override {
+        events.push_back("Delete " + std::to_string(minimum) + " " + std::to_string(maximum) + " " +
+                         character);
     }
+    void m_dlgHist_ShowDistHist(std::string character) override {
+        events.push_back("Dist " + character);
+        if (showAgain) showAgain(character);
+    }
+    void m_dlgHist_ShowFontHist(std::string character) override { events.push_back("Font " + character); }
+    void m_dlgHist_UserMsg(std::string text) override { events.push_back("Msg " + text); }
+
+    Strings events;
+    std::function<void(const std::string& character)> showAgain;
+};
+
+struct dlgCharHistTest : ProcedureTest {
+    dlgCharHistTest() { form.load(); }
 
     // A, B, O and 0; B has one sample, O has none.
     void fontHistogram() { form.SetFontHistogram({12, 1, 0, 6}, {"A", "B", "O", "0"}, {0.4, 0.35, 0, 0.2}); }
@@ -48,8 +57,9 @@ struct dlgCharHistTest : ProcedureTest {
     const ChartLabel& label(std::size_t i) { return form.drawing().lblX.at(i); }
     std::string panel(const std::string& name) { return form.sbr.panel(name).text(); }
 
-    dlgCharHist form{log};
-    Strings events;
+    AskedControl control;
+    dlgCharHist form{log, platform, control};
+    Strings& events = control.events;
 };
 
 TEST_F(dlgCharHistTest, LoadSetsScaleAxisThresholdAndTimers) {
@@ -334,7 +344,7 @@ TEST_F(dlgCharHistTest, NoMenuOffTheBarsOrWithAnotherButton) {
 }
 
 TEST_F(dlgCharHistTest, ManyDeletionsRecommendLearning) {
-    form.ShowDistHist.subscribe([this](const std::string&) { charHistogram(); });
+    control.showAgain = [this](const std::string&) { charHistogram(); };
     charHistogram();
     for (int i = 1; i <= 6; ++i) {
         platform.menuPicks.push_back("mnuHistogramDelete");
@@ -399,9 +409,9 @@ TEST_F(dlgCharHistTest, ToolbarSwitchesTheHistogram) {
 }
 
 TEST_F(dlgCharHistTest, ComboChoosesAnotherCharacterOnce) {
-    form.ShowDistHist.subscribe([this](const std::string& character) {
+    control.showAgain = [this](const std::string& character) {
         form.SetCharHistogram({0.1}, character, {"A", "B"});
-    });
+    };
     charHistogram();
     form.cboChar.gotFocus();
     EXPECT_FALSE(form.tmrGraphics.enabled());
@@ -446,7 +456,7 @@ TEST_F(dlgCharHistTest, ArrowKeysWalkTheBarsAndTheMenuKeyOpensTheirMenu) {
 
 TEST_F(dlgCharHistTest, TracesItsProceduresAndItsState) {
     g_bTrace = true;
-    dlgCharHist traced(log);
+    dlgCharHist traced(log, platform, control);
     traced.load();
     EXPECT_TRUE(traced.tmrVarState.enabled());
     traced.SetCharHistogram({0.1, 0.2}, "A", {"A"});
@@ -478,25 +488,16 @@ TEST_F(dlgCharHistTest, FormMayVanishWhileItsMenuIsOpen) {
         }
     } vanishing;
     TraceLog vanishingLog(vanishing, jobs.folder());
-    auto owned = std::make_unique<dlgCharHist>(vanishingLog);
+    auto owned = std::make_unique<dlgCharHist>(vanishingLog, vanishing, control);
     vanishing.form = &owned;
-    owned->DeleteByDistance.subscribe(
-        [](double, double, const std::string&) { FAIL() << "deleted after the end"; });
     owned->load();
     owned->SetCharHistogram({0.5, 1.0}, "A", {"A"});
+    events.clear();
     owned->chart.mouseMove({0, 0, 47, 10});
     owned->tmrGraphics.tick();
     owned->chart.mouseDown({kRightButton, 0, 47, 10});
     EXPECT_EQ(owned, nullptr);
-}
-
-TEST(HistogramData, SmallestLargestAndMean) {
-    const Numbers values = {-2, 7, 4};
-    EXPECT_EQ(MinValue(values), -2);
-    EXPECT_EQ(MaxValue(values), 7);
-    EXPECT_EQ(AvgValue(values), 3);
-    EXPECT_THROW(MaxValue({}), Failure);
-    EXPECT_THROW(AvgValue({}), Failure);
+    EXPECT_THAT(events, IsEmpty()) << "deleted after the end";
 }
 
 }  // namespace

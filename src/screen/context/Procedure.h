@@ -3,11 +3,14 @@
 #pragma once
 
 #include <functional>
+#include <string>
 #include <string_view>
+#include <type_traits>
 #include <utility>
 
 #include "base/Failure.h"
 #include "screen/context/TraceLog.h"
+#include "ui/Platform.h"
 
 namespace dravik::screen {
 
@@ -19,23 +22,30 @@ class Procedures {
 
     Procedures(TraceLog& log, Report report) : log_(log), report_(std::move(report)) {}
 
-    // Traces `entry` ("" for none) and runs the body. A failure ends the body where it is, is reported under
-    // `source`, and makes the answer false; nothing that the body did is undone. No exception leaves a
-    // procedure: a report that fails itself is given up.
+    // Traces `entry` ("" for none) and runs the body. A failure ends the body where it is and is reported
+    // under `source`; nothing that the body did is undone. No exception leaves a procedure: a report that
+    // fails itself is given up.
     template <class Body>
-    bool run(std::string_view entry, std::string_view source, Body&& body) const {
+    requires std::is_void_v<std::invoke_result_t<Body&>>
+    void run(std::string_view entry, std::string_view source, Body&& body) const {
         try {
             if (!entry.empty()) log_.trace(entry);
             body();
-            return true;
         } catch (...) {
             reportCurrent(source);
-            return false;
         }
     }
 
+    // The same for a body with a result, which is `failed` after a failure.
+    template <class Body, class Result = std::invoke_result_t<Body&>>
+    requires(!std::is_void_v<Result>) Result
+        run(std::string_view entry, std::string_view source, Body&& body, Result failed = {})
+    const {
+        run(entry, source, [&] { failed = body(); });
+        return failed;
+    }
+
     void trace(std::string_view entry) const { log_.trace(entry); }
-    TraceLog& log() const noexcept { return log_; }
 
   private:
     void reportCurrent(std::string_view source) const noexcept {
@@ -48,5 +58,14 @@ class Procedures {
     TraceLog& log_;
     Report report_;
 };
+
+// The report of an object that has no status bar: a message box.
+inline Procedures::Report messageReport(ui::Platform& platform) {
+    return [&platform](std::string_view source, const Failure& failure) {
+        platform.messageBox({"Error " + std::to_string(failure.number()) + "\r" + failure.description(),
+                             "Error in " + std::string(source), ui::MessageBox::Buttons::Ok,
+                             ui::MessageBox::Icon::Critical});
+    };
+}
 
 }  // namespace dravik::screen

@@ -6,19 +6,19 @@
 #include "base/Failure.h"
 #include "tool/Step.h"
 
-namespace dravik::tool {
+namespace dravik::screen {
 
 struct ToolBinding {
-    StepPtr tool;              // the bound step, which is the tool; borrowed from the host
+    tool::StepPtr tool;        // the bound step, which is the tool; borrowed from the host
     bool m_ToolBound = false;  // a step of the right kind is bound
     std::function<void()> fontChangedSet;
 
     // The bound tool; raises Object variable not set (91) when there is none.
-    FontTool& operator*() const {
+    tool::FontTool& operator*() const {
         if (!tool) throw Failure(RuntimeError::ObjectNotSet);
         return tool->fontTool();
     }
-    FontTool* operator->() const { return &**this; }
+    tool::FontTool* operator->() const { return &**this; }
 
     // The font differs from its saved form.
     bool m_FontChanged() const noexcept { return fontChanged_; }
@@ -31,4 +31,4 @@ struct ToolBinding {
     bool fontChanged_ = false;
 };
 
-}  // namespace dravik::tool
+}  // namespace dravik::screen

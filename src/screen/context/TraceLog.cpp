@@ -1,7 +1,6 @@
 #include "screen/context/TraceLog.h"
 
 #include <limits>
-#include <utility>
 
 #include "base/Failure.h"
 #include "base/OutputFile.h"
@@ -20,9 +19,6 @@ void writeLine(const std::string& file, OutputFile::Start start, std::string_vie
 
 }  // namespace
 
-TraceLog::TraceLog(ui::Platform& platform, JobFolder folder)
-    : platform_(platform), folder_(std::move(folder)) {}
-
 void TraceLog::DlgEventLog(std::string_view entry, bool startNewLog) {
     if (!g_bTrace) return;
     try {
@@ -36,14 +32,6 @@ void TraceLog::DlgEventLog(std::string_view entry, bool startNewLog) {
     } catch (...) {
         platform_.messageBox({"Last entry was " + std::string(entry), "DlgEventLog",
                               ui::MessageBox::Buttons::Ok, ui::MessageBox::Icon::Critical});
-    }
-}
-
-std::string TraceLog::FontCreatedText(const std::string& fontName) const {
-    try {
-        return "Font created " + platform_.fileDateText(folder_.fontFile(fontName));
-    } catch (...) {
-        return "Creation date unknown";
     }
 }
 

@@ -4,6 +4,7 @@
 
 #include <string>
 #include <string_view>
+#include <utility>
 
 #include "base/JobFolder.h"
 #include "ui/Platform.h"
@@ -12,19 +13,14 @@ namespace dravik::screen {
 
 class TraceLog {
   public:
-    TraceLog(ui::Platform& platform, JobFolder folder);
+    // The platform outlives the log.
+    TraceLog(ui::Platform& platform, JobFolder folder) : platform_(platform), folder_(std::move(folder)) {}
 
     // Appends an entry while g_bTrace is set; does nothing otherwise. The first entry of a thread, or
     // `startNewLog`, begins a fresh file. A failure is shown in a message box and never raised.
     void DlgEventLog(std::string_view entry, bool startNewLog);
 
     void trace(std::string_view entry) { DlgEventLog(entry, false); }
-
-    const JobFolder& folder() const noexcept { return folder_; }
-    ui::Platform& platform() const noexcept { return platform_; }
-
-    // "Font created " and the date of the font's file, or "Creation date unknown".
-    std::string FontCreatedText(const std::string& fontName) const;
 
   private:
     ui::Platform& platform_;

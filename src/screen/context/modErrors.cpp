@@ -2,11 +2,6 @@
 
 namespace dravik::screen {
 
-modErrors::modErrors(TraceLog& log, ui::StatusBar& sbr)
-    : log_(log), sbr_(sbr), procedures_(log, [this](std::string_view source, const Failure& failure) {
-          ReportError(source, failure);
-      }) {}
-
 void modErrors::UserMsg(const std::string& text) {
     sbr_.panel("Message").setText(text);
     log_.trace("Dravikdlg.UserMsg = " + text);

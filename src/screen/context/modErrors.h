@@ -6,7 +6,6 @@
 #include <string_view>
 
 #include "base/Failure.h"
-#include "screen/context/Procedure.h"
 #include "screen/context/TraceLog.h"
 #include "ui/Bars.h"
 
@@ -14,7 +13,7 @@ namespace dravik::screen {
 
 class modErrors {
   public:
-    modErrors(TraceLog& log, ui::StatusBar& sbr);
+    modErrors(TraceLog& log, ui::StatusBar& sbr) : log_(log), sbr_(sbr) {}
 
     // Shows a message; with tracing on it is also traced. Never raises a dialog.
     void UserMsg(const std::string& text);
@@ -22,15 +21,9 @@ class modErrors {
     // Shows source, number and description of a failure; with tracing on they are also traced.
     void ReportError(std::string_view source, const Failure& failure);
 
-    // For the procedures of the control.
-    const Procedures& procedures() const noexcept { return procedures_; }
-
-    ui::StatusBar& sbr() const noexcept { return sbr_; }
-
   private:
     TraceLog& log_;
     ui::StatusBar& sbr_;
-    Procedures procedures_;
 };
 
 }  // namespace dravik::screen

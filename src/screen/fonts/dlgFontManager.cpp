@@ -7,14 +7,16 @@
 
 namespace dravik::screen {
 
-dlgFontManager::dlgFontManager(TraceLog& log)
-    : procedures_(log,
+dlgFontManager::dlgFontManager(TraceLog& log, ui::Platform& platform, const JobFolder& jobs)
+    : platform_(platform),
+      jobs_(jobs),
+      procedures_(log,
                   [this](std::string_view source, const Failure& failure) {
                       showStatus(std::string(source) + " err " + std::to_string(failure.number()) + " " +
                                  failure.description());
                   }),
-      fontNew_(log),
-      fontName_(log) {
+      fontNew_(log, platform),
+      fontName_(log, platform) {
     sbr.add("Text", "", 3000, true);
     form_.setLayout(ui::column({
         ui::item(LabelFont),
@@ -89,6 +91,14 @@ bool dlgFontManager::FontExists(const std::string& name) const {
     return found;
 }
 
+std::string dlgFontManager::FontCreatedText(const std::string& fontName) const {
+    try {
+        return "Font created " + platform_.fileDateText(jobs_.fontFile(fontName));
+    } catch (...) {
+        return "Creation date unknown";
+    }
+}
+
 void dlgFontManager::lbFonts_Click() {
     procedures_.run("dlgFontManager.lbFonts_Click", "lbFonts_Click", [&] {
         selectedName_ = lbFonts.text();
@@ -96,22 +106,22 @@ void dlgFontManager::lbFonts_Click() {
         if (selected) selectedIndex_ = toInt16(lbFonts.listIndex());
         cmdDuplicateFont.setEnabled(selected);
         cmdRenameFont.setEnabled(selected);
-        showStatus(selected ? procedures_.log().folder().fontFile(selectedName_) : std::string());
-        lbFonts.setToolTip(selected ? procedures_.log().FontCreatedText(selectedName_) : std::string());
+        showStatus(selected ? jobs_.fontFile(selectedName_) : std::string());
+        lbFonts.setToolTip(selected ? FontCreatedText(selectedName_) : std::string());
     });
 }
 
 void dlgFontManager::cmdNewFont_Click() {
     procedures_.run("dlgFontManager.cmdNewFont_Click", "NewFont", [&] {
         fontNew_.nameBox().setText(lbFonts.text());
-        procedures_.log().platform().showModal(fontNew_.form());
+        platform_.showModal(fontNew_.form());
         const std::string name = fontNew_.FontName();
         const tool::CharacterSet set = fontNew_.GetInitCharSet();
         if (name.empty()) return;
         if (FontExists(name)) {
-            const ui::Answer answer = procedures_.log().platform().messageBox(
-                {"Font name already exists. Overwrite?", "Name Conflict", ui::MessageBox::Buttons::YesNo,
-                 ui::MessageBox::Icon::Information});
+            const ui::Answer answer =
+                platform_.messageBox({"Font name already exists. Overwrite?", "Name Conflict",
+                                      ui::MessageBox::Buttons::YesNo, ui::MessageBox::Icon::Information});
             if (answer != ui::Answer::Yes) return;
         }
         tool().CreateFont(name);
@@ -135,13 +145,12 @@ void dlgFontManager::cmdDeleteFont_Click() {
 void dlgFontManager::DoRenameDupFont(std::int16_t mode) {
     procedures_.run("dlgFontManager.DoRenameDupFont", "DoRenameDupFont", [&] {
         fontName_.nameBox().setText(lbFonts.text());
-        procedures_.log().platform().showModal(fontName_.form());
+        platform_.showModal(fontName_.form());
         const std::string name = fontName_.FontName();
         if (name.empty()) return;
         if (FontExists(name)) {
-            procedures_.log().platform().messageBox({"Font name already exists.", "Name Conflict",
-                                                     ui::MessageBox::Buttons::Ok,
-                                                     ui::MessageBox::Icon::Information});
+            platform_.messageBox({"Font name already exists.", "Name Conflict", ui::MessageBox::Buttons::Ok,
+                                  ui::MessageBox::Icon::Information});
             return;
         }
         const std::string old = lbFonts.text();

@@ -7,6 +7,7 @@
 #include <utility>
 #include <vector>
 
+#include "base/JobFolder.h"
 #include "screen/context/Procedure.h"
 #include "screen/fonts/dlgFontName.h"
 #include "screen/fonts/dlgFontNew.h"
@@ -20,7 +21,8 @@ namespace dravik::screen {
 
 class dlgFontManager {
   public:
-    explicit dlgFontManager(TraceLog& log);
+    // All of them outlive the form.
+    dlgFontManager(TraceLog& log, ui::Platform& platform, const JobFolder& jobs);
 
     ui::Form& form() noexcept { return form_; }
 
@@ -38,6 +40,8 @@ class dlgFontManager {
     void RefreshFontList();
     // True when a list entry equals the name, letter case aside.
     bool FontExists(const std::string& name) const;
+    // "Font created " and the date of the font's file, or "Creation date unknown".
+    std::string FontCreatedText(const std::string& fontName) const;
 
   private:
     static constexpr std::int16_t kRename = 1;
@@ -67,6 +71,8 @@ class dlgFontManager {
     ui::Button CancelButton{"CancelButton", "Cancel"};
     ui::Button OKButton{"OKButton", "Select"};
 
+    ui::Platform& platform_;
+    const JobFolder& jobs_;
     Procedures procedures_;
     dlgFontNew fontNew_;
     dlgFontName fontName_;

@@ -1,11 +1,10 @@
 #include "screen/fonts/dlgFontName.h"
 
 #include "screen/fonts/FontName.h"
-#include "screen/fonts/MessageReport.h"
 
 namespace dravik::screen {
 
-dlgFontName::dlgFontName(TraceLog& log) : procedures_(log, messageReport(log.platform())) {
+dlgFontName::dlgFontName(TraceLog& log, ui::Platform& platform) : procedures_(log, messageReport(platform)) {
     form_.setLayout(ui::column({
         ui::row({ui::item(Label1), ui::item(txtFontName).stretched().atLeast(3600)}),
         ui::row({ui::space(), ui::item(OKButton), ui::item(CancelButton)}),

@@ -12,7 +12,7 @@ namespace dravik::screen {
 
 class dlgFontName {
   public:
-    explicit dlgFontName(TraceLog& log);
+    dlgFontName(TraceLog& log, ui::Platform& platform);
 
     ui::Form& form() noexcept { return form_; }
     ui::TextBox& nameBox() noexcept { return txtFontName; }

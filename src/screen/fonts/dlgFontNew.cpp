@@ -4,7 +4,6 @@
 
 #include "base/Text.h"
 #include "screen/fonts/FontName.h"
-#include "screen/fonts/MessageReport.h"
 
 namespace dravik::screen {
 namespace {
@@ -25,7 +24,8 @@ constexpr std::size_t kEmptySet = 4;
 
 }  // namespace
 
-dlgFontNew::dlgFontNew(TraceLog& log) : procedures_(log, messageReport(log.platform())) {
+dlgFontNew::dlgFontNew(TraceLog& log, ui::Platform& platform)
+    : platform_(platform), procedures_(log, messageReport(platform)) {
     std::vector<std::string> captions = {kSets[kEmptySet]};
     for (std::size_t i = 0; i < kSets.size(); ++i)
         if (i != kEmptySet) captions.emplace_back(kSets[i]);
@@ -74,9 +74,9 @@ void dlgFontNew::InitCharSet_Click(std::size_t index) {
 void dlgFontNew::OKButton_Click() {
     procedures_.run("dlgFontNew.OKButton_Click", "OKButton_Click", [&] {
         if (lowerCase(txtFontName.text()) == "new") {
-            procedures_.log().platform().messageBox(
-                {"Font name 'new' is reserved, please select a different name", "Name Conflict",
-                 ui::MessageBox::Buttons::Ok, ui::MessageBox::Icon::Information});
+            platform_.messageBox({"Font name 'new' is reserved, please select a different name",
+                                  "Name Conflict", ui::MessageBox::Buttons::Ok,
+                                  ui::MessageBox::Icon::Information});
             return;
         }
         fontName_ = CleanFontName(txtFontName.text());

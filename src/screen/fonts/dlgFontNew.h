@@ -15,7 +15,7 @@ namespace dravik::screen {
 
 class dlgFontNew {
   public:
-    explicit dlgFontNew(TraceLog& log);
+    dlgFontNew(TraceLog& log, ui::Platform& platform);
 
     ui::Form& form() noexcept { return form_; }
     ui::TextBox& nameBox() noexcept { return txtFontName; }
@@ -37,6 +37,7 @@ class dlgFontNew {
     ui::Button CancelButton{"CancelButton", "Cancel"};
     ui::Frame Frame1{"Frame1", "Initial Character Set"};
     std::vector<std::unique_ptr<ui::OptionButton>> InitCharSet;  // by index; 0 is the empty set
+    ui::Platform& platform_;
     Procedures procedures_;
     std::string fontName_;
     std::string chosenSet_;

@@ -1,5 +1,6 @@
 #include "screen/histogram/CharHistogram.h"
 
+#include <span>
 #include <unordered_map>
 #include <utility>
 
@@ -32,21 +33,32 @@ std::vector<double> distancesOf(const tool::RecordTable& samples, const std::str
     return distances;
 }
 
-}  // namespace
+// The largest Distance of the samples of each character, by its code; 0 for one without samples. In one pass
+// over the samples.
+std::vector<double> largestDistances(const tool::RecordTable& samples, std::span<const std::int32_t> wanted) {
+    const auto codes = samples.codes();
+    const auto values = samples.values();
+    std::unordered_map<std::int32_t, double> largest;
+    for (const auto code : wanted) largest.emplace(code, 0.0);
+    for (std::size_t i = 0; i < codes.size(); ++i)
+        if (const auto found = largest.find(codes[i]); found != largest.end() && values[i] >= found->second)
+            found->second = values[i];
+    std::vector<double> max;
+    for (const auto code : wanted) max.push_back(largest[code]);
+    return max;
+}
 
-CharHistogram::CharHistogram(const tool::ToolBinding& tool, modErrors& errors,
-                             const std::vector<std::string>& fontArray, Handlers handlers)
-    : tool_(tool), errors_(errors), fontArray_(fontArray), handlers_(std::move(handlers)) {}
+}  // namespace
 
 void CharHistogram::DisplayCharHistogram(const std::string& character, std::int16_t type) {
     const std::string entry = "DravikDlg.DisplayCharHistogram(" + character + ", " + typeName(type) + ")";
-    errors_.procedures().run(entry, "DisplayCharHistogram", [&] {
-        errors_.sbr().panel("Message").setText("Creating histogram...");
+    context_.procedures.run(entry, "DisplayCharHistogram", [&] {
+        context_.screen.sbr.panel("Message").setText("Creating histogram...");
         tool::RecordTablePtr records;
         if (type == kCharacterDistance) {
-            records = tool_->GetSampleData(tool::kAllCommitted, tool::kSampleFields);
+            records = context_.tool->GetSampleData(tool::kAllCommitted, tool::kSampleFields);
         } else if (type == kFontHistogram) {
-            records = tool_->GetSampleData(tool::kAllTrained, tool::kCharacterFields);
+            records = context_.tool->GetSampleData(tool::kAllTrained, tool::kCharacterFields);
         }
         if (!records || records->isEmpty()) return;
         if (type == kCharacterDistance) {
@@ -54,7 +66,7 @@ void CharHistogram::DisplayCharHistogram(const std::string& character, std::int1
         } else {
             showFont(*records);
         }
-        errors_.procedures().log().platform().show(*m_dlgHist_);
+        context_.platform.show(*m_dlgHist_);
     });
 }
 
@@ -77,46 +89,25 @@ void CharHistogram::showFont(const tool::RecordTable& characters) {
 
 std::vector<double> CharHistogram::maxCharDistances(const tool::RecordTable& characters) {
     const auto wanted = characters.codes();
-    std::vector<double> max(wanted.size(), 0.0);
-    errors_.procedures().run("", "MaxCharDistance", [&] {
-        const auto samples = tool_->GetSampleData(tool::kAllCommitted, tool::kSampleFields);
-        if (!samples) return;
-        const auto codes = samples->codes();
-        const auto values = samples->values();
-        std::unordered_map<std::int32_t, double> largest;
-        for (const auto code : wanted) largest.emplace(code, 0.0);
-        for (std::size_t i = 0; i < codes.size(); ++i)
-            if (const auto found = largest.find(codes[i]);
-                found != largest.end() && values[i] >= found->second)
-                found->second = values[i];
-        for (std::size_t i = 0; i < max.size(); ++i) max[i] = largest[wanted[i]];
-    });
-    return max;
+    const auto body = [&] {
+        const auto samples = context_.tool->GetSampleData(tool::kAllCommitted, tool::kSampleFields);
+        return samples ? largestDistances(*samples, wanted) : std::vector<double>(wanted.size());
+    };
+    return context_.procedures.run("", "MaxCharDistance", body, std::vector<double>(wanted.size()));
 }
 
 double CharHistogram::MaxCharDistance(const std::string& character) {
-    double maximum = 0;
-    errors_.procedures().run("Dravikdlg.MaxCharDistance", "MaxCharDistance", [&] {
-        const auto samples = tool_->GetSampleData(tool::kAllCommitted, tool::kSampleFields);
-        if (!samples) return;
-        for (const double distance : distancesOf(*samples, character))
-            if (distance >= maximum) maximum = distance;
+    return context_.procedures.run("Dravikdlg.MaxCharDistance", "MaxCharDistance", [&] {
+        const auto samples = context_.tool->GetSampleData(tool::kAllCommitted, tool::kSampleFields);
+        const std::int32_t code = codeOf(character);
+        if (!samples || characterOf(code) != character) return 0.0;
+        return largestDistances(*samples, {&code, 1}).front();
     });
-    return maximum;
 }
 
 void CharHistogram::openForm() {
     if (m_dlgHist_ && m_dlgHist_->loaded()) return;
-    m_dlgHist_ = std::make_unique<dlgCharHist>(errors_.procedures().log());
-    m_dlgHist_->DeleteByDistance.subscribe(
-        [this](double minimum, double maximum, const std::string& character) {
-            handlers_.DeleteByDistance(character, minimum, maximum);
-        });
-    m_dlgHist_->ShowDistHist.subscribe(
-        [this](const std::string& character) { handlers_.ShowDistHist(character); });
-    m_dlgHist_->ShowFontHist.subscribe(
-        [this](const std::string& character) { handlers_.ShowFontHist(character); });
-    m_dlgHist_->UserMsg.subscribe([this](const std::string& text) { handlers_.UserMsg(text); });
+    m_dlgHist_ = std::make_unique<dlgCharHist>(context_.log, context_.platform, control_);
     m_dlgHist_->load();
 }
 

@@ -3,31 +3,22 @@
 #pragma once
 
 #include <cstdint>
-#include <functional>
 #include <memory>
 #include <string>
 #include <vector>
 
-#include "screen/context/ToolBinding.h"
-#include "screen/context/modErrors.h"
+#include "screen/context/ScreenContext.h"
 #include "screen/histogram/dlgCharHist.h"
 
 namespace dravik::screen {
 
 class CharHistogram {
   public:
-    // The control's handlers of the form's events.
-    struct Handlers {
-        std::function<void(const std::string& character, double minimum, double maximum)> DeleteByDistance;
-        std::function<void(const std::string& character)> ShowDistHist;
-        std::function<void(const std::string& character)> ShowFontHist;
-        std::function<void(const std::string& text)> UserMsg;
-    };
-
     // `fontArray` is the control's list of the font's characters and outlives this object, as all else given
     // here.
-    CharHistogram(const tool::ToolBinding& tool, modErrors& errors, const std::vector<std::string>& fontArray,
-                  Handlers handlers);
+    CharHistogram(ScreenContext& context, const std::vector<std::string>& fontArray,
+                  HistogramControl& control)
+        : context_(context), fontArray_(fontArray), control_(control) {}
 
     // Builds and shows one histogram, kFontHistogram or kCharacterDistance; other types show nothing. A form
     // that is open is filled again in its place, so that it counts deletions for as long as the operator
@@ -48,10 +39,9 @@ class CharHistogram {
     // The largest Distance of each record's character, in one pass over the committed samples.
     std::vector<double> maxCharDistances(const tool::RecordTable& characters);
 
-    const tool::ToolBinding& tool_;
-    modErrors& errors_;
+    ScreenContext& context_;
     const std::vector<std::string>& fontArray_;
-    Handlers handlers_;
+    HistogramControl& control_;
     std::unique_ptr<dlgCharHist> m_dlgHist_;
 };
 

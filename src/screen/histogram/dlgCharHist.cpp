@@ -1,7 +1,6 @@
 #include "screen/histogram/dlgCharHist.h"
 
 #include <algorithm>
-#include <limits>
 #include <utility>
 
 #include "base/Conversions.h"
@@ -19,11 +18,13 @@ constexpr char kThresholdPicture[] = "0.000";
 
 }  // namespace
 
-dlgCharHist::dlgCharHist(TraceLog& log)
+dlgCharHist::dlgCharHist(TraceLog& log, ui::Platform& platform, HistogramControl& control)
     : ui::Form("dlgCharHist", "Character Histogram"),
       procedures_(
           log, [this](std::string_view source, const Failure& failure) { reportFailure(source, failure); }),
-      platform_(log.platform()) {
+      platform_(platform),
+      log_(log),
+      control_(control) {
     createControls();
     loading.subscribe([this] { Form_Load(); });
     unloading.subscribe([this] { Form_Unload(); });
@@ -86,14 +87,13 @@ void dlgCharHist::Form_Load() {
     procedures_.run("dlgCharHist.Form_Load", "Form_Load", [this] {
         if (g_bTrace) tmrVarState.setEnabled(true);
         chart.setScale(kHistogramScale);
-        drawing_.drawAxis();
+        model_.drawing.drawAxis();
         drawScene();
         udThreshold.setValue(kDefaultThreshold);
         txtThreshold.setText("0.400");
-        threshold_ = udThreshold.value() / kThresholdParts;
+        model_.threshold = udThreshold.value() / kThresholdParts;
         tmrGraphics.setEnabled(true);
-        handledX_ = pointerX_;
-        handledY_ = pointerY_;
+        handled_ = pointer_;
     });
 }
 
@@ -101,7 +101,7 @@ void dlgCharHist::Form_Unload() {
     procedures_.run("dlgCharHist.Form_Unload", "Form_Unload", [this] {
         tmrGraphics.setEnabled(false);
         tmrVarState.setEnabled(false);
-        if (deletions_ > 0) UserMsg("Samples were deleted. Learn required.");
+        if (deletions_ > 0) control_.m_dlgHist_UserMsg("Samples were deleted. Learn required.");
     });
 }
 
@@ -109,9 +109,9 @@ void dlgCharHist::udThreshold_Change() {
     procedures_.run("dlgCharHist.udThreshold_Change", "Threshold_Change", [this] {
         tmrGraphics.setEnabled(true);
         // The bars under the new threshold have not been handled yet, even where the pointer rests.
-        handledX_ = std::numeric_limits<float>::quiet_NaN();
-        threshold_ = udThreshold.value() / kThresholdParts;
-        txtThreshold.setText(formatNumber(threshold_, kThresholdPicture));
+        handled_.reset();
+        model_.threshold = udThreshold.value() / kThresholdParts;
+        txtThreshold.setText(formatNumber(model_.threshold, kThresholdPicture));
     });
 }
 
@@ -121,7 +121,7 @@ void dlgCharHist::tlbMain_ButtonClick(const ui::ToolButton& button) {
         m_bHistSet_ = false;
         tmrGraphics.setEnabled(false);
         if (button.key == "Font") {
-            ShowFontHist(character_);
+            control_.m_dlgHist_ShowFontHist(character_);
         } else if (button.key == "Char") {
             showCharHistogramFromToolbar();
         }
@@ -131,15 +131,15 @@ void dlgCharHist::tlbMain_ButtonClick(const ui::ToolButton& button) {
 }
 
 void dlgCharHist::showCharHistogramFromToolbar() {
-    if (mode_ != kCharacterDistance) {
-        const auto found = std::find(chars_.begin(), chars_.end(), character_);
-        if (found != chars_.end()) {
-            const double samples = element(data_, static_cast<std::size_t>(found - chars_.begin()));
+    if (model_.mode != kCharacterDistance) {
+        const auto found = std::find(model_.chars.begin(), model_.chars.end(), character_);
+        if (found != model_.chars.end()) {
+            const double samples = model_.samplesOf(static_cast<std::size_t>(found - model_.chars.begin()));
             if (samples == 1) return setMsg("1 sample. Character histogram not available.");
             if (samples == 0) return setMsg("0 samples. No character histogram to display");
         }
     }
-    ShowDistHist(character_);
+    control_.m_dlgHist_ShowDistHist(character_);
 }
 
 // Hovering must not change the choice while the list is open.
@@ -155,10 +155,10 @@ void dlgCharHist::cboChar_Click() {
     const std::string entry =
         std::string("dlgCharHist.cboChar_Click, m_bHistSet = ") + (m_bHistSet_ ? "True" : "False");
     procedures_.run(entry, "CharCombo", [this] {
-        if (!m_bHistSet_ || mode_ != kCharacterDistance) return;
+        if (!m_bHistSet_ || model_.mode != kCharacterDistance) return;
         m_bHistSet_ = false;
         tmrGraphics.setEnabled(false);
-        ShowDistHist(cboChar.text());
+        control_.m_dlgHist_ShowDistHist(cboChar.text());
     });
 }
 

@@ -11,8 +11,7 @@
 #include <vector>
 
 #include "screen/context/Procedure.h"
-#include "screen/histogram/HistogramData.h"
-#include "screen/histogram/HistogramDrawing.h"
+#include "screen/histogram/HistogramModel.h"
 #include "ui/Bars.h"
 #include "ui/Chart.h"
 #include "ui/Form.h"
@@ -22,12 +21,25 @@
 
 namespace dravik::screen {
 
-constexpr std::int16_t kFontHistogram = 0;
-constexpr std::int16_t kCharacterDistance = 1;
+// What the form asks of the control, which answers the form's four events: DeleteByDistance, ShowDistHist,
+// ShowFontHist and UserMsg. The texts are copies, since showing a histogram changes those of the form.
+class HistogramControl {
+  public:
+    // The character's samples whose Distance is in the range, both ends included, are to go.
+    virtual void m_dlgHist_DeleteByDistance(std::string character, double minimum, double maximum) = 0;
+    // The form is to be filled again: with the character's Distances, or with the whole font.
+    virtual void m_dlgHist_ShowDistHist(std::string character) = 0;
+    virtual void m_dlgHist_ShowFontHist(std::string character) = 0;
+    virtual void m_dlgHist_UserMsg(std::string text) = 0;
+
+  protected:
+    ~HistogramControl() = default;
+};
 
 class dlgCharHist : public ui::Form {
   public:
-    explicit dlgCharHist(TraceLog& log);
+    // The log, the platform and whom the form speaks to outlive it.
+    dlgCharHist(TraceLog& log, ui::Platform& platform, HistogramControl& control);
 
     ui::Toolbar tlbMain{"tlbMain"};
     ui::TextBox txtCharCaption{"txtCharCaption", "Character"};
@@ -57,15 +69,9 @@ class dlgCharHist : public ui::Form {
                           const std::vector<std::string>& chars);
     void CreateHashMarks(std::int16_t max);
 
-    // Lower and upper end, character.
-    ui::Signal<double, double, std::string> DeleteByDistance;
-    ui::Signal<std::string> ShowDistHist;
-    ui::Signal<std::string> ShowFontHist;
-    ui::Signal<std::string> UserMsg;
-
-    std::int16_t mode() const noexcept { return mode_; }
+    std::int16_t mode() const noexcept { return model_.mode; }
     const std::string& currentCharacter() const noexcept { return character_; }
-    const HistogramDrawing& drawing() const noexcept { return drawing_; }
+    const HistogramDrawing& drawing() const noexcept { return model_.drawing; }
 
   private:
     void createControls();
@@ -94,33 +100,31 @@ class dlgCharHist : public ui::Form {
 
     // As a form that was just opened: nothing drawn, no data.
     void forgetHistogram();
-    void nameBars();
-    std::string nameOfBar(std::size_t index) const;
     void drawScene();
     void reportFailure(std::string_view source, const Failure& failure);
     void setMsg(std::string text) { sbr.panel("Msg").setText(std::move(text)); }
 
     Procedures procedures_;
     ui::Platform& platform_;
+    TraceLog& log_;
+    HistogramControl& control_;
     // Gone once the form is: a menu can outlast it.
     std::shared_ptr<const bool> alive_ = std::make_shared<const bool>(true);
 
-    std::int16_t mode_ = kFontHistogram;
-    std::vector<double> data_;
-    std::vector<double> max_;
-    std::vector<std::string> chars_;
+    HistogramModel model_;
     std::string character_;
-    DistanceBins bins_;
-    double threshold_ = 0;
     bool m_bHistSet_ = false;
     std::int16_t deletions_ = 0;
 
-    HistogramDrawing drawing_;
+    struct Point {
+        float x = 0;
+        float y = 0;
+        bool operator==(const Point&) const = default;
+    };
     // Until it is first moved the pointer is taken to rest in the left-top corner, off every bar.
-    float pointerX_ = -5;
-    float pointerY_ = 120;
-    float handledX_ = -5;
-    float handledY_ = 120;
+    Point pointer_{-5, 120};
+    std::optional<Point> handled_ =
+        pointer_;  // the place that the last tick saw; none makes the next one look
     bool overBar_ = false;
     std::optional<std::size_t> highlighted_;
 };

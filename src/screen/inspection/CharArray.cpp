@@ -30,26 +30,21 @@ void eachRowOf(const tool::RecordTable& table, const std::string& character, Vis
 
 }  // namespace
 
-CharArray::CharArray(const tool::ToolBinding& tool, modErrors& errors,
-                     const std::vector<std::string>& fontArray, Control control)
-    : tool_(tool), errors_(errors), fontArray_(fontArray), control_(std::move(control)) {}
-
 void CharArray::openForm() {
     if (m_dlgArray_ && m_dlgArray_->loaded()) return;
-    m_dlgArray_ = std::make_unique<dlgCharArray>(errors_.procedures().log());
+    m_dlgArray_ = std::make_unique<dlgCharArray>(context_.log, context_.platform);
     m_dlgArray_->SetArray.subscribe(
         [this](const std::string& character, std::int16_t mode) { control_.SetArray(character, mode); });
     m_dlgArray_->load();
-    errors_.procedures().trace("DravikDlg.DisplayCharArray: Set m_dlgArray = New dlgCharArray");
+    context_.procedures.trace("DravikDlg.DisplayCharArray: Set m_dlgArray = New dlgCharArray");
 }
 
 void CharArray::DisplayCharArray(const std::string& character, bool bStdDev) {
-    const auto& procedures = errors_.procedures();
-    procedures.run("Dravikdlg.DisplayCharArray(" + character + ")", "DisplayCharArray", [&] {
+    context_.procedures.run("Dravikdlg.DisplayCharArray(" + character + ")", "DisplayCharArray", [&] {
         std::array<std::int16_t, tool::kFeatureCount> values{};
-        if (const auto table = tool_->GetSampleData(tool::kAllTrained, tool::kCharacterFields)) {
-            procedures.trace("lUBound1 = " + std::to_string(table->upperRow()));
-            procedures.trace("lUBound2 = " + std::to_string(table->upperColumn()));
+        if (const auto table = context_.tool->GetSampleData(tool::kAllTrained, tool::kCharacterFields)) {
+            context_.procedures.trace("lUBound1 = " + std::to_string(table->upperRow()));
+            context_.procedures.trace("lUBound2 = " + std::to_string(table->upperColumn()));
             eachRowOf(*table, character, [&](int row) {
                 for (int k = 0; k < tool::kFeatureCount; ++k)
                     values[static_cast<std::size_t>(k)] =
@@ -68,13 +63,13 @@ void CharArray::DisplayCharArray(const std::string& character, bool bStdDev) {
             m_dlgArray_->lblCell[k]->setToolTip("");
         }
         if (bStdDev) CalculateStdDev(character);
-        procedures.log().platform().show(*m_dlgArray_);
+        context_.platform.show(*m_dlgArray_);
     });
 }
 
 void CharArray::CalculateStdDev(const std::string& character) {
-    errors_.procedures().run("Dravikdlg.CalculateStdDev", "CalculateStdDev", [&] {
-        const auto table = tool_->GetSampleData(tool::kAllCommitted, tool::kSampleFields);
+    context_.procedures.run("Dravikdlg.CalculateStdDev", "CalculateStdDev", [&] {
+        const auto table = context_.tool->GetSampleData(tool::kAllCommitted, tool::kSampleFields);
         if (!m_dlgArray_) throw Failure(RuntimeError::ObjectNotSet);
         std::int16_t count = 0;
         std::array<FeatureStatistics, tool::kFeatureCount> statistics;
@@ -87,7 +82,7 @@ void CharArray::CalculateStdDev(const std::string& character) {
             });
 
         if (count == 0) {
-            errors_.UserMsg("Number of samples = 0");
+            context_.errors.UserMsg("Number of samples = 0");
             for (std::size_t k = 0; k < statistics.size(); ++k) m_dlgArray_->setCell(k, "n/a");
             return;
         }
@@ -102,10 +97,10 @@ void CharArray::CalculateStdDev(const std::string& character) {
 }
 
 void CharArray::PrintFeatureVect() {
-    const auto& procedures = errors_.procedures();
-    procedures.run("Dravikdlg.PrintFeatureVect", "PrintFeatureVect", [&] {
-        if (const auto vSamples = tool_->GetSampleData(tool::kAllUncommitted, tool::kSampleFields))
-            procedures.trace("uncommitted UBound(vSamples, 0) = " + std::to_string(vSamples->upperRow()));
+    context_.procedures.run("Dravikdlg.PrintFeatureVect", "PrintFeatureVect", [&] {
+        if (const auto vSamples = context_.tool->GetSampleData(tool::kAllUncommitted, tool::kSampleFields))
+            context_.procedures.trace("uncommitted UBound(vSamples, 0) = " +
+                                      std::to_string(vSamples->upperRow()));
     });
 }
 

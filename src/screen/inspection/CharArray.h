@@ -5,10 +5,10 @@
 #include <functional>
 #include <memory>
 #include <string>
+#include <utility>
 #include <vector>
 
-#include "screen/context/ToolBinding.h"
-#include "screen/context/modErrors.h"
+#include "screen/context/ScreenContext.h"
 #include "screen/inspection/dlgCharArray.h"
 
 namespace dravik::screen {
@@ -23,8 +23,8 @@ class CharArray {
 
     // `fontArray` is the control's list of the font's characters and outlives this object, as all else given
     // here.
-    CharArray(const tool::ToolBinding& tool, modErrors& errors, const std::vector<std::string>& fontArray,
-              Control control);
+    CharArray(ScreenContext& context, const std::vector<std::string>& fontArray, Control control)
+        : context_(context), fontArray_(fontArray), control_(std::move(control)) {}
 
     // Fills and shows the form; a form that is open is used again, in its place.
     void DisplayCharArray(const std::string& character, bool bStdDev);
@@ -42,8 +42,7 @@ class CharArray {
   private:
     void openForm();
 
-    const tool::ToolBinding& tool_;
-    modErrors& errors_;
+    ScreenContext& context_;
     const std::vector<std::string>& fontArray_;
     Control control_;
     std::unique_ptr<dlgCharArray> m_dlgArray_;

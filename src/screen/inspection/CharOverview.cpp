@@ -24,18 +24,14 @@ ui::Color trainedColor(std::int16_t count) {
 
 }  // namespace
 
-CharOverview::CharOverview(const tool::ToolBinding& tool, modErrors& errors, OverviewControls& controls,
-                           GridControls& numeric, SampleCounts& counts)
-    : tool_(tool), errors_(errors), controls_(controls), numeric_(numeric), counts_(counts) {}
-
 void CharOverview::UpdateCharDisplay() {
-    errors_.procedures().run("Dravikdlg.UpdateCharDisplay", "UpdateCharDisplay", [&] {
-        const tool::CharacterSet set = tool_->GetCharacterSet();
+    context_.procedures.run("Dravikdlg.UpdateCharDisplay", "UpdateCharDisplay", [&] {
+        const tool::CharacterSet set = context_.tool->GetCharacterSet();
         std::string all;
         for (const auto& character : set) all += character;
-        controls_.lblEmpty.setBackColor(set.empty() ? kUntrained : kNotInFont);
-        controls_.lblEmpty.setBold(set.empty());
-        for (const auto& cell : controls_.lblChar) {
+        context_.screen.overview.lblEmpty.setBackColor(set.empty() ? kUntrained : kNotInFont);
+        context_.screen.overview.lblEmpty.setBold(set.empty());
+        for (const auto& cell : context_.screen.overview.lblChar) {
             const bool inFont = contains(all, cell->caption());
             cell->setBackColor(inFont ? kUntrained : kNotInFont);
             cell->setBold(inFont);
@@ -46,13 +42,13 @@ void CharOverview::UpdateCharDisplay() {
 }
 
 void CharOverview::UpdateTrainStatus() {
-    errors_.procedures().run("Dravikdlg.UpdateTrainStatus", "UpdateTrainStatus", [&] {
-        const auto table = tool_->GetSampleData(tool::kAllTrained, tool::kCharacterFields);
+    context_.procedures.run("Dravikdlg.UpdateTrainStatus", "UpdateTrainStatus", [&] {
+        const auto table = context_.tool->GetSampleData(tool::kAllTrained, tool::kCharacterFields);
         if (!table) return;
         for (int row = 1; row <= table->upperRow(); ++row) {
             const std::string character = table->character(row);
             const std::int16_t count = toInt16(table->number(row, 2));
-            for (const auto& cell : controls_.lblChar) {
+            for (const auto& cell : context_.screen.overview.lblChar) {
                 if (cell->caption() != character) continue;
                 cell->setBackColor(trainedColor(count));
                 cell->setAccessibleName(character + ", " + std::to_string(count) + " trained");
@@ -61,18 +57,10 @@ void CharOverview::UpdateTrainStatus() {
     });
 }
 
-void CharOverview::SetGraphicalView(bool bGraphical) {
-    numeric_.lblCharData.setVisible(!bGraphical);
-    numeric_.lblDisplay.setVisible(!bGraphical);
-    numeric_.grid.setVisible(!bGraphical);
-    numeric_.cboDisplay.setVisible(!bGraphical);
-    controls_.fraChar.setVisible(bGraphical);
-}
-
 void CharOverview::SetFontArray() {
-    errors_.procedures().run("Dravikdlg.SetFontArray", "SetFontArray", [&] {
-        if (!tool_.m_ToolBound) return;
-        const auto table = tool_->GetSampleData(tool::kAllTrained, tool::kCharacterFields);
+    context_.procedures.run("Dravikdlg.SetFontArray", "SetFontArray", [&] {
+        if (!context_.tool.m_ToolBound) return;
+        const auto table = context_.tool->GetSampleData(tool::kAllTrained, tool::kCharacterFields);
         if (!table) return;
         for (int row = 1; row <= table->upperRow(); ++row) {
             if (row == 1) fontArray_.clear();
@@ -82,15 +70,15 @@ void CharOverview::SetFontArray() {
 }
 
 void CharOverview::lblChar_MouseMove(ui::Label& cell) {
-    errors_.procedures().run("", "lblChar_MouseMove", [&] {
+    context_.procedures.run("", "lblChar_MouseMove", [&] {
         cell.setToolTip(cell.caption() + " -- " + std::to_string(counts_.NumberTrained(cell.caption())) +
                         " trained");
     });
 }
 
 void CharOverview::InitColorKey() {
-    for (std::size_t i = 0; i < controls_.lblKey.size(); ++i)
-        controls_.lblKey[i]->setBackColor(kStateColors[i]);
+    for (std::size_t i = 0; i < context_.screen.overview.lblKey.size(); ++i)
+        context_.screen.overview.lblKey[i]->setBackColor(kStateColors[i]);
 }
 
 std::string CharOverview::firstOfFontArray() const {

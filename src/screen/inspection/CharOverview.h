@@ -4,24 +4,19 @@
 #include <string>
 #include <vector>
 
-#include "screen/context/InspectionControls.h"
-#include "screen/context/ToolBinding.h"
-#include "screen/context/modErrors.h"
+#include "screen/context/ScreenContext.h"
 #include "screen/inspection/SampleCounts.h"
 
 namespace dravik::screen {
 
 class CharOverview {
   public:
-    CharOverview(const tool::ToolBinding& tool, modErrors& errors, OverviewControls& controls,
-                 GridControls& numeric, SampleCounts& counts);
+    CharOverview(ScreenContext& context, SampleCounts& counts) : context_(context), counts_(counts) {}
 
     // Repaints every cell from the character set and the trained counts.
     void UpdateCharDisplay();
     // Repaints the cells of the font's characters by trained count.
     void UpdateTrainStatus();
-    // Shows the cells, or the samples grid in their place.
-    void SetGraphicalView(bool bGraphical);
     // Rebuilds FontArray from the font's character records; an empty answer keeps the previous one.
     void SetFontArray();
     // The hovered cell's tool tip.
@@ -35,13 +30,8 @@ class CharOverview {
     // FontArray was never filled.
     std::string firstOfFontArray() const;
 
-    OverviewControls& controls() noexcept { return controls_; }
-
   private:
-    const tool::ToolBinding& tool_;
-    modErrors& errors_;
-    OverviewControls& controls_;
-    GridControls& numeric_;
+    ScreenContext& context_;
     SampleCounts& counts_;
     std::vector<std::string> fontArray_;
 };

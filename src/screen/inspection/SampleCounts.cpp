@@ -29,13 +29,11 @@ void writeDump(OutputFile& out, const tool::RecordTable& table) {
 }  // namespace
 
 std::int16_t SampleCounts::numberOfAll(std::int32_t selector, const char* name) {
-    std::int16_t result = 0;
-    errors_.procedures().run(std::string("Dravikdlg.") + name, name, [&] {
-        const auto table = tool_->GetSampleData(selector, tool::kSampleFields);
+    return context_.procedures.run(std::string("Dravikdlg.") + name, name, [&] {
+        const auto table = context_.tool->GetSampleData(selector, tool::kSampleFields);
         if (!table) throw Failure(RuntimeError::TypeMismatch);
-        result = toInt16(table->upperRow());
+        return toInt16(table->upperRow());
     });
-    return result;
 }
 
 std::int16_t SampleCounts::NumberUncommittedAll() {
@@ -47,45 +45,33 @@ std::int16_t SampleCounts::NumberCommittedAll() {
 }
 
 std::int16_t SampleCounts::NumberCommitted(const std::string& c) {
-    std::int16_t result = 0;
-    errors_.procedures().run("Dravikdlg.NumberCommitted", "NumberCommitted", [&] {
-        if (!tool_.m_ToolBound) {
-            result = kNoToolCount;
-            return;
-        }
-        const auto table = tool_->GetSampleData(tool::kAllCommitted, tool::kSampleFields);
-        if (!table) return;
+    return context_.procedures.run("Dravikdlg.NumberCommitted", "NumberCommitted", [&]() -> std::int16_t {
+        if (!context_.tool.m_ToolBound) return kNoToolCount;
+        const auto table = context_.tool->GetSampleData(tool::kAllCommitted, tool::kSampleFields);
+        if (!table) return 0;
         int count = 0;
         const bool single = characterCount(c) == 1;
         const std::int32_t wanted = codeOf(c);
         for (const std::int32_t code : table->codes()) count += single && code == wanted;
-        result = toInt16(count);
+        return toInt16(count);
     });
-    return result;
 }
 
 std::int16_t SampleCounts::NumberTrained(const std::string& c) {
-    std::int16_t result = 0;
-    errors_.procedures().run("Dravikdlg.NumberTrained", "NumberTrained", [&] {
-        if (!tool_.m_ToolBound) {
-            result = kNoToolCount;
-            return;
-        }
-        const auto table = tool_->GetSampleData(tool::kAllTrained, tool::kCharacterFields);
-        if (!table) return;
+    return context_.procedures.run("Dravikdlg.NumberTrained", "NumberTrained", [&]() -> std::int16_t {
+        if (!context_.tool.m_ToolBound) return kNoToolCount;
+        const auto table = context_.tool->GetSampleData(tool::kAllTrained, tool::kCharacterFields);
+        if (!table) return 0;
         for (int row = 1; row <= table->upperRow(); ++row)
-            if (table->character(row) == c) {
-                result = toInt16(table->number(row, 2));
-                return;
-            }
+            if (table->character(row) == c) return toInt16(table->number(row, 2));
+        return 0;
     });
-    return result;
 }
 
 void SampleCounts::SaveUncommitted() {
-    errors_.procedures().run("Dravikdlg.SaveUncommitted", "SaveUncommitted", [&] {
-        const auto table = tool_->GetSampleData(tool::kAllUncommitted, tool::kSampleFields);
-        OutputFile out(errors_.procedures().log().folder().uncommittedDump(), OutputFile::Start::Empty);
+    context_.procedures.run("Dravikdlg.SaveUncommitted", "SaveUncommitted", [&] {
+        const auto table = context_.tool->GetSampleData(tool::kAllUncommitted, tool::kSampleFields);
+        OutputFile out(context_.jobs.uncommittedDump(), OutputFile::Start::Empty);
         if (table && !table->isEmpty()) writeDump(out, *table);
         out.close();
     });

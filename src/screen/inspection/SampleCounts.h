@@ -4,8 +4,7 @@
 #include <cstdint>
 #include <string>
 
-#include "screen/context/ToolBinding.h"
-#include "screen/context/modErrors.h"
+#include "screen/context/ScreenContext.h"
 
 namespace dravik::screen {
 
@@ -14,7 +13,7 @@ constexpr std::int16_t kNoToolCount = -9999;
 
 class SampleCounts {
   public:
-    SampleCounts(const tool::ToolBinding& tool, modErrors& errors) : tool_(tool), errors_(errors) {}
+    explicit SampleCounts(ScreenContext& context) : context_(context) {}
 
     // Counts that a 16-bit integer cannot hold, and a query without an answer, are reported; the result is
     // then 0.
@@ -31,8 +30,7 @@ class SampleCounts {
   private:
     std::int16_t numberOfAll(std::int32_t selector, const char* name);
 
-    const tool::ToolBinding& tool_;
-    modErrors& errors_;
+    ScreenContext& context_;
 };
 
 }  // namespace dravik::screen

@@ -57,21 +57,17 @@ class RecordSource : public ui::GridSource {
 
 }  // namespace
 
-SamplesGrid::SamplesGrid(tool::ToolBinding& tool, modErrors& errors, ui::Platform& platform,
-                         GridControls& controls)
-    : tool_(tool), errors_(errors), platform_(platform), controls_(controls) {}
-
 void SamplesGrid::FillSamplesArray() {
-    errors_.procedures().run("Dravikdlg.FillSamplesArray", "FillSamplesArray", [&] {
-        const Display display = displayOf(controls_.cboDisplay.listIndex());
-        auto table = tool_->GetSampleData(display.selector, display.fields);
+    context_.procedures.run("Dravikdlg.FillSamplesArray", "FillSamplesArray", [&] {
+        const Display display = displayOf(context_.screen.numeric.cboDisplay.listIndex());
+        auto table = context_.tool->GetSampleData(display.selector, display.fields);
         if (!table || table->isEmpty()) return;
-        controls_.grid.setSource(std::make_shared<RecordSource>(std::move(table)));
-        controls_.grid.setCentered(0);
-        controls_.grid.setCentered(1);
+        context_.screen.numeric.grid.setSource(std::make_shared<RecordSource>(std::move(table)));
+        context_.screen.numeric.grid.setCentered(0);
+        context_.screen.numeric.grid.setCentered(1);
         if (sortedByCharacter_ == 1) {
-            controls_.grid.setColumn(1);
-            controls_.grid.sortByText(1);
+            context_.screen.numeric.grid.setColumn(1);
+            context_.screen.numeric.grid.sortByText(1);
         }
     });
 }
@@ -79,14 +75,14 @@ void SamplesGrid::FillSamplesArray() {
 void SamplesGrid::grid_KeyDown(int KeyCode, int Shift) {
     const std::string entry =
         "Dravikdlg.grid_KeyDown(" + std::to_string(KeyCode) + "," + std::to_string(Shift) + ")";
-    errors_.procedures().run(entry, "grid_KeyDown", [&] {
+    context_.procedures.run(entry, "grid_KeyDown", [&] {
         if (KeyCode == ui::kKeyInsert && Shift == ui::kCtrlMask) copySelection();
         if (KeyCode == ui::kKeyDelete) deleteSelection();
     });
 }
 
 void SamplesGrid::sortByHeading() {
-    ui::Grid& grid = controls_.grid;
+    ui::Grid& grid = context_.screen.numeric.grid;
     if (grid.mouseRow() != 0) return;
     if (grid.mouseColumn() == 0) {
         grid.setColumn(0);
@@ -100,7 +96,7 @@ void SamplesGrid::sortByHeading() {
 }
 
 void SamplesGrid::copySelection() {
-    const ui::Grid& grid = controls_.grid;
+    const ui::Grid& grid = context_.screen.numeric.grid;
     std::string text;
     if (grid.rows() > 1) {
         const auto [top, bottom] = std::minmax({grid.row(), grid.rowSelection()});
@@ -113,19 +109,19 @@ void SamplesGrid::copySelection() {
             text += "\r\n";
         }
     }
-    platform_.setClipboardText(text);
+    context_.platform.setClipboardText(text);
 }
 
 void SamplesGrid::deleteSelection() {
-    const ui::Grid& grid = controls_.grid;
-    if (const auto kind = displayOf(controls_.cboDisplay.listIndex()).deletedAs) {
+    const ui::Grid& grid = context_.screen.numeric.grid;
+    if (const auto kind = displayOf(context_.screen.numeric.cboDisplay.listIndex()).deletedAs) {
         const int count = grid.rowSelection() - grid.row() + 1;
-        if (count > 0) tool_.setFontChanged(true);
+        if (count > 0) context_.tool.setFontChanged(true);
         for (int call = 0; call < count; ++call)
-            tool_->DeleteSample(
+            context_.tool->DeleteSample(
                 tool::sampleIdentifier(*kind, toInt32(leadingNumber(grid.text(grid.row(), 0)))));
     }
-    errors_.UserMsg("Deleted samples. Learn again to update graphical display.");
+    context_.errors.UserMsg("Deleted samples. Learn again to update graphical display.");
     FillSamplesArray();
 }
 

@@ -4,15 +4,13 @@
 #include <cstdint>
 #include <string>
 
-#include "screen/context/InspectionControls.h"
-#include "screen/context/ToolBinding.h"
-#include "screen/context/modErrors.h"
+#include "screen/context/ScreenContext.h"
 
 namespace dravik::screen {
 
 class SamplesGrid {
   public:
-    SamplesGrid(tool::ToolBinding& tool, modErrors& errors, ui::Platform& platform, GridControls& controls);
+    explicit SamplesGrid(ScreenContext& context) : context_(context) {}
 
     // Shows the records of the kind chosen in cboDisplay; an empty answer leaves the grid as it was.
     void FillSamplesArray();
@@ -27,13 +25,8 @@ class SamplesGrid {
     // sample into its place.
     void deleteSelection();
 
-    GridControls& controls() noexcept { return controls_; }
-
   private:
-    tool::ToolBinding& tool_;
-    modErrors& errors_;
-    ui::Platform& platform_;
-    GridControls& controls_;
+    ScreenContext& context_;
     std::int16_t sortedByCharacter_ = 0;
 };
 

@@ -25,13 +25,12 @@ class Choosing {
 
 }  // namespace
 
-dlgCharArray::dlgCharArray(TraceLog& log)
+dlgCharArray::dlgCharArray(TraceLog& log, ui::Platform& platform)
     : ui::Form("dlgCharArray", "Character Array"),
-      procedures_(log, [&log](std::string_view source, const Failure& failure) {
+      procedures_(log, [&log, &platform](std::string_view source, const Failure& failure) {
           log.trace("# dlgCharArray error: " + failure.description());
-          log.platform().messageBox(
-              {"Error " + std::to_string(failure.number()) + " " + failure.description(),
-               "Error in " + std::string(source) + " of dlgCharArray"});
+          platform.messageBox({"Error " + std::to_string(failure.number()) + " " + failure.description(),
+                               "Error in " + std::string(source) + " of dlgCharArray"});
       }) {
     tlbArray.add("Char", "Char", ui::ToolButton::Style::Check, pictures::array())
         .setToolTip("View the character's feature array");

@@ -20,7 +20,7 @@ constexpr std::int16_t kStdDevMode = 1;
 
 class dlgCharArray : public ui::Form {
   public:
-    explicit dlgCharArray(TraceLog& log);
+    dlgCharArray(TraceLog& log, ui::Platform& platform);
 
     ui::Toolbar tlbArray{"tlbArray"};
     ui::ComboBox cboChar{"cboChar"};

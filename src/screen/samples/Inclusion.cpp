@@ -24,77 +24,61 @@ std::string counted(const std::string& characters) {
 
 }  // namespace
 
-Inclusion::Inclusion(tool::ToolBinding& tool, modErrors& errors, ui::Platform& platform,
-                     SampleControls& controls, TrainingControls& train, IncludeState& includes,
-                     SampleCommit& commit, SampleDeletion& deletion, CharOverview& overview,
-                     SamplesGrid& grid)
-    : tool_(tool),
-      errors_(errors),
-      platform_(platform),
-      controls_(controls),
-      train_(train),
-      includes_(includes),
-      commit_(commit),
-      deletion_(deletion),
-      overview_(overview),
-      grid_(grid) {}
-
 void Inclusion::Include() {
-    errors_.procedures().run("Dravikdlg.Include", "Include", [&] {
-        errors_.UserMsg("");
-        if (controls_.txtSampleInput.text().empty()) {
-            errors_.UserMsg("Input text or characters, then click Include.");
+    context_.procedures.run("Dravikdlg.Include", "Include", [&] {
+        context_.errors.UserMsg("");
+        if (context_.screen.sample.txtSampleInput.text().empty()) {
+            context_.errors.UserMsg("Input text or characters, then click Include.");
             return;
         }
-        controls_.cmdInclude.setEnabled(false);
-        train_.prgTrain.setValue(0);
+        context_.screen.sample.cmdInclude.setEnabled(false);
+        context_.screen.train.prgTrain.setValue(0);
         AddSamples();
         if (!ReadyToCommit()) {
             deletion_.DeleteAllSamples(kDeleteUncommitted);
-            errors_.UserMsg("Adjust OCR tool and try Include again.");
-            controls_.cmdInclude.setEnabled(true);
+            context_.errors.UserMsg("Adjust OCR tool and try Include again.");
+            context_.screen.sample.cmdInclude.setEnabled(true);
             return;
         }
         const std::int16_t count = commit_.CommitSamples();
-        if (count >= 0) errors_.UserMsg(std::to_string(count) + " samples included.");
-        if (count == kCommitDeclined) errors_.UserMsg("Samples not included.");
+        if (count >= 0) context_.errors.UserMsg(std::to_string(count) + " samples included.");
+        if (count == kCommitDeclined) context_.errors.UserMsg("Samples not included.");
         if (count == kNothingToCommit)
-            errors_.UserMsg("Samples could not be included. Error counting samples.");
+            context_.errors.UserMsg("Samples could not be included. Error counting samples.");
 
-        includes_.m_LastInclude = includes_.m_PendingInclude;
-        errors_.sbr().panel("LastInclude").setText(includes_.m_LastInclude);
-        auto& undo = overview_.controls().tlbChars.button("Undo");
-        undo.setToolTip("Undo include for '" + includes_.m_LastInclude + "'");
+        context_.includes.m_LastInclude = context_.includes.m_PendingInclude;
+        context_.screen.sbr.panel("LastInclude").setText(context_.includes.m_LastInclude);
+        auto& undo = context_.screen.overview.tlbChars.button("Undo");
+        undo.setToolTip("Undo include for '" + context_.includes.m_LastInclude + "'");
         undo.setEnabled(true);
-        includes_.m_IncludedChars += includes_.m_LastInclude;
-        deletion_.HighlightIncluded(includes_.m_IncludedChars);
-        controls_.cmdInclude.setEnabled(true);
+        context_.includes.m_IncludedChars += context_.includes.m_LastInclude;
+        deletion_.HighlightIncluded(context_.includes.m_IncludedChars);
+        context_.screen.sample.cmdInclude.setEnabled(true);
     });
 }
 
 void Inclusion::AddSamples() {
-    errors_.procedures().run("Dravikdlg.AddSamples", "AddSamples", [&] {
-        ui::TextBox& input = controls_.txtSampleInput;
+    context_.procedures.run("Dravikdlg.AddSamples", "AddSamples", [&] {
+        ui::TextBox& input = context_.screen.sample.txtSampleInput;
         if (input.text().empty()) return;
-        if (controls_.chkCase.checked()) {
+        if (context_.screen.sample.chkCase.checked()) {
             const CharacterCase fontCase = CharSetCase();
             if (fontCase == CharacterCase::Upper) input.setText(upperCase(input.text()));
             if (fontCase == CharacterCase::Lower) input.setText(lowerCase(input.text()));
         }
         const std::string text = trimmed(input.text());
-        tool_->IncludeSamples(text);
-        includes_.m_PendingInclude = text;
-        grid_.controls().cboDisplay.setListIndex(kDisplayUncommitted);
-        tool_.setFontChanged(true);
+        context_.tool->IncludeSamples(text);
+        context_.includes.m_PendingInclude = text;
+        context_.screen.numeric.cboDisplay.setListIndex(kDisplayUncommitted);
+        context_.tool.setFontChanged(true);
         grid_.FillSamplesArray();
     });
 }
 
 CharacterCase Inclusion::CharSetCase() {
-    CharacterCase result = CharacterCase::Mixed;
-    errors_.procedures().run("Dravikdlg.CharSetCase", "CharSetCase", [&] {
-        if (!tool_.m_ToolBound) return;
-        const auto table = tool_->GetSampleData(tool::kAllTrained, tool::kCharacterFields);
+    return context_.procedures.run("Dravikdlg.CharSetCase", "CharSetCase", [&] {
+        if (!context_.tool.m_ToolBound) return CharacterCase::Mixed;
+        const auto table = context_.tool->GetSampleData(tool::kAllTrained, tool::kCharacterFields);
         bool upper = false;
         bool lower = false;
         for (int row = 1; table && row <= table->upperRow(); ++row) {
@@ -102,19 +86,14 @@ CharacterCase Inclusion::CharSetCase() {
             upper |= code >= 'A' && code <= 'Z';
             lower |= code >= 'a' && code <= 'z';
         }
-        if (upper != lower) {
-            result = upper ? CharacterCase::Upper : CharacterCase::Lower;
-        } else if (!upper) {
-            result = CharacterCase::None;
-        }
+        if (upper != lower) return upper ? CharacterCase::Upper : CharacterCase::Lower;
+        return upper ? CharacterCase::Mixed : CharacterCase::None;
     });
-    return result;
 }
 
 bool Inclusion::ReadyToCommit() {
-    bool result = false;
-    errors_.procedures().run("Dravikdlg.ReadyToCommit", "ReadyToCommit", [&] {
-        const auto table = tool_->GetSampleData(tool::kAllUncommitted, tool::kSampleFields);
+    return context_.procedures.run("Dravikdlg.ReadyToCommit", "ReadyToCommit", [&] {
+        const auto table = context_.tool->GetSampleData(tool::kAllUncommitted, tool::kSampleFields);
         std::string found;
         for (int row = 1; table && row <= table->upperRow(); ++row) {
             const std::string character = table->character(row);
@@ -122,36 +101,33 @@ bool Inclusion::ReadyToCommit() {
             for (int column = kFirstFeatureColumn; column <= table->upperColumn(); ++column) {
                 const tool::Cell cell = table->cell(row, column);
                 if (isInvalidFeature(cell)) {
-                    platform_.messageBox(
+                    context_.platform.messageBox(
                         {"Error detected for character " + character + "\r\rCharacters will not be included.",
                          "Error constant detected"});
-                    return;
+                    return false;
                 }
                 const auto* number = std::get_if<double>(&cell);
                 sum += number ? *number : leadingNumber(tool::cellText(cell));
             }
             if (sum > 0) found += character;
         }
-        const std::string input = trimmed(controls_.txtSampleInput.text());
-        if (characterCount(found) == characterCount(input)) {
-            result = true;
-            return;
-        }
-        platform_.messageBox({"Input characters:\r" + counted(input) + "Found characters:\r" +
-                                  counted(found) + "Samples will not be included.",
-                              "Difference in character counts"});
+        const std::string input = trimmed(context_.screen.sample.txtSampleInput.text());
+        if (characterCount(found) == characterCount(input)) return true;
+        context_.platform.messageBox({"Input characters:\r" + counted(input) + "Found characters:\r" +
+                                          counted(found) + "Samples will not be included.",
+                                      "Difference in character counts"});
+        return false;
     });
-    return result;
 }
 
 void Inclusion::chkCase_Click() {
-    errors_.procedures().run("Dravikdlg.chkCase_Click", "CheckCase", [&] { errors_.UserMsg(""); });
+    context_.procedures.run("Dravikdlg.chkCase_Click", "CheckCase", [&] { context_.errors.UserMsg(""); });
 }
 
 void Inclusion::txtSampleInput_Change() {
-    errors_.procedures().run("Dravikdlg.txtSampleInput_Change", "SampleInput", [&] {
-        const std::size_t count = characterCount(trimmed(controls_.txtSampleInput.text()));
-        errors_.UserMsg(count == 1 ? "1 character" : std::to_string(count) + " characters");
+    context_.procedures.run("Dravikdlg.txtSampleInput_Change", "SampleInput", [&] {
+        const std::size_t count = characterCount(trimmed(context_.screen.sample.txtSampleInput.text()));
+        context_.errors.UserMsg(count == 1 ? "1 character" : std::to_string(count) + " characters");
     });
 }
 

@@ -4,8 +4,7 @@
 
 #include <cstdint>
 
-#include "screen/context/IncludeState.h"
-#include "screen/context/SampleControls.h"
+#include "screen/context/ScreenContext.h"
 #include "screen/samples/SampleCommit.h"
 #include "screen/samples/SampleDeletion.h"
 
@@ -16,9 +15,8 @@ enum class CharacterCase : std::int16_t { Mixed = 0, Upper = 1, Lower = 2, None 
 
 class Inclusion {
   public:
-    Inclusion(tool::ToolBinding& tool, modErrors& errors, ui::Platform& platform, SampleControls& controls,
-              TrainingControls& train, IncludeState& includes, SampleCommit& commit, SampleDeletion& deletion,
-              CharOverview& overview, SamplesGrid& grid);
+    Inclusion(ScreenContext& context, SampleCommit& commit, SampleDeletion& deletion, SamplesGrid& grid)
+        : context_(context), commit_(commit), deletion_(deletion), grid_(grid) {}
 
     void Include();
     void AddSamples();
@@ -32,15 +30,9 @@ class Inclusion {
     void txtSampleInput_Change();
 
   private:
-    tool::ToolBinding& tool_;
-    modErrors& errors_;
-    ui::Platform& platform_;
-    SampleControls& controls_;
-    TrainingControls& train_;
-    IncludeState& includes_;
+    ScreenContext& context_;
     SampleCommit& commit_;
     SampleDeletion& deletion_;
-    CharOverview& overview_;
     SamplesGrid& grid_;
 };
 

@@ -5,51 +5,33 @@
 
 namespace dravik::screen {
 
-SampleCommit::SampleCommit(const tool::ToolBinding& tool, modErrors& errors, ui::Platform& platform,
-                           FontControls& font, TrainingControls& train, SampleDeletion& deletion,
-                           CharOverview& overview, SamplesGrid& grid)
-    : tool_(tool),
-      errors_(errors),
-      platform_(platform),
-      font_(font),
-      train_(train),
-      deletion_(deletion),
-      overview_(overview),
-      grid_(grid) {}
-
 std::int16_t SampleCommit::CommitSamples() {
-    std::int16_t result = 0;
-    errors_.procedures().run("Dravikdlg.CommitSamples", "CommitSamples", [&] {
-        const auto uncommitted = tool_->GetUncommittedSamples();
-        if (uncommitted.empty()) {
-            result = kNothingToCommit;
-            return;
-        }
+    return context_.procedures.run("Dravikdlg.CommitSamples", "CommitSamples", [&]() -> std::int16_t {
+        const auto uncommitted = context_.tool->GetUncommittedSamples();
+        if (uncommitted.empty()) return kNothingToCommit;
         std::string missing;
         for (const auto& character : uncommitted)
-            if (!contains(font_.txtCharSet.text(), character) && !contains(missing, character))
+            if (!contains(context_.screen.font.txtCharSet.text(), character) && !contains(missing, character))
                 missing += character;
         if (!missing.empty()) {
-            const ui::Answer answer = platform_.messageBox(
+            const ui::Answer answer = context_.platform.messageBox(
                 {"Characters " + missing +
                      " are not in the font character set. Include these characters now?\r\r"
                      "Note: Selecting 'No' will remove samples added when Include was clicked.",
                  "Warning: Invalid Characters", ui::MessageBox::Buttons::YesNo});
             if (answer != ui::Answer::Yes) {
                 deletion_.DeleteAllSamples(kDeleteUncommitted);
-                result = kCommitDeclined;
-                return;
+                return kCommitDeclined;
             }
-            font_.txtCharSet.setText(font_.txtCharSet.text() + missing);
+            context_.screen.font.txtCharSet.setText(context_.screen.font.txtCharSet.text() + missing);
             overview_.UpdateCharDisplay();
         }
-        tool_->CommitNewSamples();
-        grid_.controls().cboDisplay.setListIndex(kDisplayCommitted);
-        train_.cmdTrain.setEnabled(true);
+        context_.tool->CommitNewSamples();
+        context_.screen.numeric.cboDisplay.setListIndex(kDisplayCommitted);
+        context_.screen.train.cmdTrain.setEnabled(true);
         grid_.FillSamplesArray();
-        result = toInt16(static_cast<double>(uncommitted.size()));
+        return toInt16(static_cast<double>(uncommitted.size()));
     });
-    return result;
 }
 
 }  // namespace dravik::screen

@@ -3,9 +3,7 @@
 
 #include <cstdint>
 
-#include "screen/context/ToolBinding.h"
-#include "screen/context/TrainingControls.h"
-#include "screen/context/modErrors.h"
+#include "screen/context/ScreenContext.h"
 #include "screen/inspection/CharOverview.h"
 #include "screen/inspection/SamplesGrid.h"
 #include "screen/samples/SampleDeletion.h"
@@ -18,20 +16,15 @@ constexpr std::int16_t kNothingToCommit = -3;
 
 class SampleCommit {
   public:
-    SampleCommit(const tool::ToolBinding& tool, modErrors& errors, ui::Platform& platform, FontControls& font,
-                 TrainingControls& train, SampleDeletion& deletion, CharOverview& overview,
-                 SamplesGrid& grid);
+    SampleCommit(ScreenContext& context, SampleDeletion& deletion, CharOverview& overview, SamplesGrid& grid)
+        : context_(context), deletion_(deletion), overview_(overview), grid_(grid) {}
 
     // The number of samples committed, kCommitDeclined or kNothingToCommit; 0 after a failure. Offers to add
     // missing characters to the set; declining deletes the uncommitted samples.
     std::int16_t CommitSamples();
 
   private:
-    const tool::ToolBinding& tool_;
-    modErrors& errors_;
-    ui::Platform& platform_;
-    FontControls& font_;
-    TrainingControls& train_;
+    ScreenContext& context_;
     SampleDeletion& deletion_;
     CharOverview& overview_;
     SamplesGrid& grid_;

@@ -11,17 +11,6 @@ constexpr ui::Color kIncludedColor = ui::rgb(128, 128, 255);
 
 }  // namespace
 
-SampleDeletion::SampleDeletion(tool::ToolBinding& tool, modErrors& errors, ui::Platform& platform,
-                               IncludeState& includes, SampleCounts& counts, CharOverview& overview,
-                               SamplesGrid& grid)
-    : tool_(tool),
-      errors_(errors),
-      platform_(platform),
-      includes_(includes),
-      counts_(counts),
-      overview_(overview),
-      grid_(grid) {}
-
 // Walks rows 1 to upper bound - 1: the loop ends as soon as it reaches the last row, which is not looked at.
 // A table with a single record is therefore walked past its end, which raises Subscript out of range.
 template <class Matches>
@@ -30,7 +19,8 @@ void SampleDeletion::deleteCommitted(const tool::RecordTable& table, Matches mat
     int row = 1;
     do {
         if (matches(row)) {
-            tool_->DeleteSample(tool::sampleIdentifier(tool::SampleKind::Committed, row - 1 - deleted));
+            context_.tool->DeleteSample(
+                tool::sampleIdentifier(tool::SampleKind::Committed, row - 1 - deleted));
             deleted = toInt16(deleted + 1);
         }
         ++row;
@@ -38,36 +28,34 @@ void SampleDeletion::deleteCommitted(const tool::RecordTable& table, Matches mat
 }
 
 std::int16_t SampleDeletion::DeleteChar(std::int16_t kind, const std::string& c) {
-    std::int16_t result = 0;
-    const bool done = errors_.procedures().run("Dravikdlg.DeleteChar", "DeleteChar", [&] {
+    const auto body = [&]() -> std::int16_t {
         std::int16_t deleted = 0;
         if (kind == kDeleteUncommitted) {
-            platform_.messageBox(
+            context_.platform.messageBox(
                 {"The feature to delete Uncommitted Samples is not implemented.\r"
                  "See 'DeleteAllSamples'.",
                  ""});
         } else if (kind == kDeleteCommitted) {
-            const auto table = tool_->GetSampleData(tool::kAllCommitted, tool::kSampleFields);
-            if (!table) return;
+            const auto table = context_.tool->GetSampleData(tool::kAllCommitted, tool::kSampleFields);
+            if (!table) return 0;
             counts_.NumberCommitted(c);
             deleteCommitted(
                 *table, [&](int row) { return table->character(row) == c; }, deleted);
         }
-        tool_.setFontChanged(true);
+        context_.tool.setFontChanged(true);
         grid_.FillSamplesArray();
-        result = deleted;
-    });
-    return done ? result : std::int16_t{-1};
+        return deleted;
+    };
+    return context_.procedures.run("Dravikdlg.DeleteChar", "DeleteChar", body, std::int16_t{-1});
 }
 
 std::int16_t SampleDeletion::DeleteSamplesByDistance(const std::string& Character, double MinDistance,
                                                      double MaxDistance) {
-    std::int16_t result = 0;
     const std::string entry = "Dravikdlg.DeleteSamplesByDistance(" + Character + "," +
                               numberText(MinDistance) + "," + numberText(MaxDistance) + ")";
-    errors_.procedures().run(entry, "DeleteSamplesByDistance", [&] {
-        const auto table = tool_->GetSampleData(tool::kAllCommitted, tool::kSampleFields);
-        if (!table) return;
+    return context_.procedures.run(entry, "DeleteSamplesByDistance", [&]() -> std::int16_t {
+        const auto table = context_.tool->GetSampleData(tool::kAllCommitted, tool::kSampleFields);
+        if (!table) return 0;
         std::int16_t deleted = 0;
         deleteCommitted(
             *table,
@@ -77,56 +65,56 @@ std::int16_t SampleDeletion::DeleteSamplesByDistance(const std::string& Characte
                 return MinDistance <= distance && distance <= MaxDistance;
             },
             deleted);
-        tool_.setFontChanged(true);
+        context_.tool.setFontChanged(true);
         grid_.FillSamplesArray();
-        result = deleted;
+        return deleted;
     });
-    return result;
 }
 
 void SampleDeletion::DeleteAllSamples(std::int16_t kind) {
     const char* entry = kind == kDeleteCommitted     ? "DeleteSamples(committed)"
                         : kind == kDeleteUncommitted ? "DeleteSamples(uncommitted)"
                                                      : "Dravikdlg.DeleteAllSamples";
-    errors_.procedures().run(entry, "DeleteAllSamples", [&] {
+    context_.procedures.run(entry, "DeleteAllSamples", [&] {
         if (kind == kDeleteUncommitted) {
-            const auto table = tool_->GetSampleData(tool::kAllUncommitted, tool::kSampleFields);
+            const auto table = context_.tool->GetSampleData(tool::kAllUncommitted, tool::kSampleFields);
             if (!table) return;
             const int last = table->upperRow();
             for (int call = 0; call <= last; ++call)
-                tool_->DeleteSample(tool::sampleIdentifier(tool::SampleKind::Uncommitted, 0));
-            includes_.m_PendingInclude.clear();
+                context_.tool->DeleteSample(tool::sampleIdentifier(tool::SampleKind::Uncommitted, 0));
+            context_.includes.m_PendingInclude.clear();
         }
         grid_.FillSamplesArray();
     });
 }
 
 void SampleDeletion::DeleteLast() {
-    errors_.procedures().run("Dravikdlg.DeleteLast", "DeleteLast", [&] {
-        const auto table = tool_->GetSampleData(tool::kAllCommitted, tool::kSampleFields);
+    context_.procedures.run("Dravikdlg.DeleteLast", "DeleteLast", [&] {
+        const auto table = context_.tool->GetSampleData(tool::kAllCommitted, tool::kSampleFields);
         if (!table) return;
         const int last = table->upperRow();
-        const int length = toInt32(static_cast<double>(characterCount(includes_.m_LastInclude)));
+        const int length = toInt32(static_cast<double>(characterCount(context_.includes.m_LastInclude)));
         if (length == 0) return;
         // The highest identifier names the place behind the last sample; the others are the last include's
         // samples.
         for (int index = last; index >= last - length; --index)
-            tool_->DeleteSample(tool::sampleIdentifier(tool::SampleKind::Committed, index));
-        tool_.setFontChanged(true);
-        includes_.m_IncludedChars = withoutLast(includes_.m_IncludedChars, static_cast<std::size_t>(length));
-        errors_.UserMsg("Removed last included: " + includes_.m_LastInclude);
-        includes_.m_LastInclude.clear();
-        errors_.sbr().panel("LastInclude").setText("");
-        overview_.controls().tlbChars.button("Undo").setEnabled(false);
-        HighlightIncluded(includes_.m_IncludedChars);
+            context_.tool->DeleteSample(tool::sampleIdentifier(tool::SampleKind::Committed, index));
+        context_.tool.setFontChanged(true);
+        context_.includes.m_IncludedChars =
+            withoutLast(context_.includes.m_IncludedChars, static_cast<std::size_t>(length));
+        context_.errors.UserMsg("Removed last included: " + context_.includes.m_LastInclude);
+        context_.includes.m_LastInclude.clear();
+        context_.screen.sbr.panel("LastInclude").setText("");
+        context_.screen.overview.tlbChars.button("Undo").setEnabled(false);
+        HighlightIncluded(context_.includes.m_IncludedChars);
         grid_.FillSamplesArray();
     });
 }
 
 void SampleDeletion::HighlightIncluded(const std::string& IncludedChars) {
-    errors_.procedures().run("Dravikdlg.HighlightIncluded", "HighlightIncluded", [&] {
+    context_.procedures.run("Dravikdlg.HighlightIncluded", "HighlightIncluded", [&] {
         overview_.UpdateCharDisplay();
-        for (const auto& label : overview_.controls().lblChar) {
+        for (const auto& label : context_.screen.overview.lblChar) {
             if (!contains(IncludedChars, label->caption())) continue;
             label->setBackColor(kIncludedColor);
             label->setAccessibleName(label->accessibleName() + ", included");
@@ -135,20 +123,18 @@ void SampleDeletion::HighlightIncluded(const std::string& IncludedChars) {
 }
 
 std::optional<tool::CharacterSet> SampleDeletion::FontWithoutChar(const std::string& c) {
-    std::optional<tool::CharacterSet> result;
-    errors_.procedures().run("Dravikdlg.FontWithoutChar", "FontWithoutChar", [&] {
-        tool::CharacterSet set = tool_->GetCharacterSet();
+    return context_.procedures.run("Dravikdlg.FontWithoutChar", "FontWithoutChar", [&] {
+        tool::CharacterSet set = context_.tool->GetCharacterSet();
         std::erase(set, c);
-        result = std::move(set);
+        return std::optional(std::move(set));
     });
-    return result;
 }
 
 void SampleDeletion::forgetIncludes() {
-    includes_ = {};
-    errors_.sbr().panel("LastInclude").setText("");
-    overview_.controls().tlbChars.button("Undo").setEnabled(false);
-    overview_.controls().tlbChars.button("Undo").setToolTip("Nothing to undo");
+    context_.includes = {};
+    context_.screen.sbr.panel("LastInclude").setText("");
+    context_.screen.overview.tlbChars.button("Undo").setEnabled(false);
+    context_.screen.overview.tlbChars.button("Undo").setToolTip("Nothing to undo");
 }
 
 }  // namespace dravik::screen

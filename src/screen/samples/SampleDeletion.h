@@ -6,9 +6,7 @@
 #include <optional>
 #include <string>
 
-#include "screen/context/IncludeState.h"
-#include "screen/context/ToolBinding.h"
-#include "screen/context/modErrors.h"
+#include "screen/context/ScreenContext.h"
 #include "screen/inspection/CharOverview.h"
 #include "screen/inspection/SampleCounts.h"
 #include "screen/inspection/SamplesGrid.h"
@@ -21,8 +19,8 @@ constexpr std::int16_t kDeleteUncommitted = 1;
 
 class SampleDeletion {
   public:
-    SampleDeletion(tool::ToolBinding& tool, modErrors& errors, ui::Platform& platform, IncludeState& includes,
-                   SampleCounts& counts, CharOverview& overview, SamplesGrid& grid);
+    SampleDeletion(ScreenContext& context, SampleCounts& counts, CharOverview& overview, SamplesGrid& grid)
+        : context_(context), counts_(counts), overview_(overview), grid_(grid) {}
 
     // Committed samples of one character. The last record is never examined: it stays even when it is one of
     // them. Returns the number deleted, -1 after a failure.
@@ -53,10 +51,7 @@ class SampleDeletion {
     template <class Matches>
     void deleteCommitted(const tool::RecordTable& table, Matches matches, std::int16_t& deleted);
 
-    tool::ToolBinding& tool_;
-    modErrors& errors_;
-    ui::Platform& platform_;
-    IncludeState& includes_;
+    ScreenContext& context_;
     SampleCounts& counts_;
     CharOverview& overview_;
     SamplesGrid& grid_;

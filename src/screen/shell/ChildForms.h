@@ -4,7 +4,7 @@
 #include <cstdint>
 #include <string>
 
-#include "screen/context/modErrors.h"
+#include "screen/context/ScreenContext.h"
 #include "screen/histogram/CharHistogram.h"
 #include "screen/inspection/CharArray.h"
 #include "screen/inspection/CharOverview.h"
@@ -12,10 +12,9 @@
 
 namespace dravik::screen {
 
-class ChildForms {
+class ChildForms : HistogramControl {
   public:
-    ChildForms(const tool::ToolBinding& tool, modErrors& errors, CharOverview& overview,
-               SampleDeletion& deletion);
+    ChildForms(ScreenContext& context, CharOverview& overview, SampleDeletion& deletion);
 
     void DisplayCharArray(const std::string& character, bool bStdDev);
     // kFontHistogram or kCharacterDistance.
@@ -25,13 +24,13 @@ class ChildForms {
     void release();
 
   private:
-    void m_dlgArray_SetArray(std::int16_t kind, const std::string& character);
-    void m_dlgHist_DeleteByDistance(const std::string& character, double minimum, double maximum);
-    void m_dlgHist_ShowDistHist(const std::string& character);
-    void m_dlgHist_ShowFontHist(const std::string& character);
-    void m_dlgHist_UserMsg(const std::string& text);
+    void m_dlgArray_SetArray(const std::string& character, std::int16_t mode);
+    void m_dlgHist_DeleteByDistance(std::string character, double minimum, double maximum) override;
+    void m_dlgHist_ShowDistHist(std::string character) override;
+    void m_dlgHist_ShowFontHist(std::string character) override;
+    void m_dlgHist_UserMsg(std::string text) override;
 
-    modErrors& errors_;
+    ScreenContext& context_;
     CharOverview& overview_;
     SampleDeletion& deletion_;
     CharArray array_;

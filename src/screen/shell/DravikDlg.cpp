@@ -3,8 +3,7 @@
 #include <utility>
 #include <vector>
 
-#include "screen/context/TraceLog.h"
-#include "screen/context/modErrors.h"
+#include "screen/context/ScreenContext.h"
 #include "screen/inspection/SampleCounts.h"
 #include "screen/samples/Inclusion.h"
 #include "screen/samples/SampleCommit.h"
@@ -19,36 +18,27 @@
 namespace dravik::screen {
 
 struct DravikDlg::Parts {
-    Parts(ui::Platform& usedPlatform, JobFolder folder)
-        : platform(usedPlatform), log(usedPlatform, std::move(folder)) {}
+    Parts(ui::Platform& platform, JobFolder folder) : context(platform, std::move(folder)) {}
 
-    ui::Platform& platform;
-    TraceLog log;
-    Screen screen;
-    modErrors errors{log, screen.sbr};
-
-    tool::ToolBinding tool;
+    ScreenContext context;
     tool::StepPtr rootStep;
     bool readOnly = false;
     bool stateFlagC = false;
     bool terminated = false;
     std::vector<std::string> stringList;
-    IncludeState includes;
 
-    SampleCounts counts{tool, errors};
-    CharOverview overview{tool, errors, screen.overview, screen.numeric, counts};
-    SamplesGrid grid{tool, errors, platform, screen.numeric};
-    SampleDeletion deletion{tool, errors, platform, includes, counts, overview, grid};
-    SampleCommit commit{tool, errors, platform, screen.font, screen.train, deletion, overview, grid};
-    Inclusion inclusion{tool,     errors, platform, screen.sample, screen.train,
-                        includes, commit, deletion, overview,      grid};
-    FontSelection selection{tool, errors, platform, screen.font, screen.train, grid};
-    TrainingRun run{tool, errors, platform, screen.train, screen.font, screen.sample, overview, selection};
-    StepBinding binding{tool, errors,    screen.font, screen.sample, screen.train, overview,
-                        grid, selection, run};
-    ChildForms forms{tool, errors, overview, deletion};
-    ToolbarButtons toolbar{errors, overview, deletion, forms};
-    PopupMenus menus{tool, errors, platform, screen.train, counts, deletion, overview, grid, forms};
+    SampleCounts counts{context};
+    CharOverview overview{context, counts};
+    SamplesGrid grid{context};
+    SampleDeletion deletion{context, counts, overview, grid};
+    SampleCommit commit{context, deletion, overview, grid};
+    Inclusion inclusion{context, commit, deletion, grid};
+    FontSelection selection{context, grid};
+    TrainingRun run{context, overview, selection};
+    StepBinding binding{context, overview, grid, selection, run};
+    ChildForms forms{context, overview, deletion};
+    ToolbarButtons toolbar{context, overview, deletion, forms};
+    PopupMenus menus{context, counts, deletion, overview, grid, forms};
 
     void UserControl_Initialize();
     void wire();
@@ -57,15 +47,16 @@ struct DravikDlg::Parts {
 // The order matters: choosing the first timeout runs the timeout handler, which finds no tool yet and says so
 // in the status bar until a step is bound.
 void DravikDlg::Parts::UserControl_Initialize() {
-    errors.procedures().run("Dravikdlg.UserControl_Initialize", "UserControl_Initialize", [&] {
-        tool.tool.reset();
+    context.procedures.run("Dravikdlg.UserControl_Initialize", "UserControl_Initialize", [&] {
+        auto& screen = context.screen;
+        context.tool.tool.reset();
         readOnly = false;
         rootStep.reset();
         selection.m_FontIndex = kFontUnknown;
         screen.train.cboTimeout.setListIndex(0);
-        tool.m_ToolBound = false;
+        context.tool.m_ToolBound = false;
         stateFlagC = false;
-        overview.SetGraphicalView(true);
+        screen.SetGraphicalView(true);
         overview.InitColorKey();
         screen.numeric.grid.setRedraw(false);
         screen.train.cmdSaveFont.setEnabled(false);
@@ -76,6 +67,7 @@ void DravikDlg::Parts::UserControl_Initialize() {
 }
 
 void DravikDlg::Parts::wire() {
+    auto& screen = context.screen;
     auto& font = screen.font;
     auto& sample = screen.sample;
     auto& train = screen.train;
@@ -94,14 +86,14 @@ void DravikDlg::Parts::wire() {
     train.cmdStop.click.subscribe([this] { run.cmdStop_Click(); });
     train.cmdRevert.click.subscribe([this] { run.cmdRevert_Click(); });
     train.cmdSaveFont.click.subscribe([this] {
-        errors.procedures().trace("Dravikdlg.cmdSaveFont_Click");
+        context.procedures.trace("Dravikdlg.cmdSaveFont_Click");
         run.SaveFont();
     });
     train.tmrTrain.tick.subscribe([this] { run.tmrTrain_Timer(); });
     run.cmdInclude_Click = [this] { inclusion.Include(); };
 
     screen.cmdTest.click.subscribe(
-        [this] { errors.procedures().run("Dravikdlg.cmdTest_Click", "Test", [] {}); });
+        [this] { context.procedures.run("Dravikdlg.cmdTest_Click", "Test", [] {}); });
 
     screen.overview.tlbChars.buttonClick.subscribe(
         [this](ui::ToolButton& button) { toolbar.tlbChars_ButtonClick(button); });
@@ -123,7 +115,7 @@ DravikDlg::DravikDlg(ui::Platform& platform, JobFolder folder)
     : parts_(std::make_unique<Parts>(platform, std::move(folder))) {
     parts_->wire();
     parts_->UserControl_Initialize();
-    parts_->tool.fontChangedSet = [this] { fontStateChanged(); };
+    parts_->context.tool.fontChangedSet = [this] { fontStateChanged(); };
     parts_->binding.filled = [this] { fontStateChanged(); };
 }
 
@@ -133,29 +125,29 @@ DravikDlg::~DravikDlg() {
 
 void DravikDlg::UserControl_Terminate() {
     if (std::exchange(parts_->terminated, true)) return;
-    const Procedures procedures(parts_->log, [this](std::string_view, const Failure& failure) {
-        parts_->platform.messageBox({std::to_string(failure.number()) + " " + failure.description(),
-                                     "Error in UserControl_Terminate"});
+    const Procedures procedures(parts_->context.log, [this](std::string_view, const Failure& failure) {
+        parts_->context.platform.messageBox({std::to_string(failure.number()) + " " + failure.description(),
+                                             "Error in UserControl_Terminate"});
     });
     procedures.run("Dravikdlg.UserControl_Terminate", "UserControl_Terminate", [&] {
         parts_->forms.release();
-        if (parts_->tool.m_FontChanged()) {
-            const ui::Answer answer =
-                parts_->platform.messageBox({"The font has changed since it was last saved.\r\rSave changes?",
-                                             "Font Changed", ui::MessageBox::Buttons::YesNo});
-            if (answer == ui::Answer::Yes) parts_->tool->SaveFont(selectedFontCaption());
+        if (parts_->context.tool.m_FontChanged()) {
+            const ui::Answer answer = parts_->context.platform.messageBox(
+                {"The font has changed since it was last saved.\r\rSave changes?", "Font Changed",
+                 ui::MessageBox::Buttons::YesNo});
+            if (answer == ui::Answer::Yes) parts_->context.tool->SaveFont(selectedFontCaption());
         }
         parts_->rootStep.reset();
     });
-    parts_->screen.train.tmrTrain.setEnabled(false);
+    parts_->context.screen.train.tmrTrain.setEnabled(false);
 }
 
 ui::Form& DravikDlg::form() noexcept {
-    return parts_->screen.form;
+    return parts_->context.screen.form;
 }
 
 Screen& DravikDlg::screen() noexcept {
-    return parts_->screen;
+    return parts_->context.screen;
 }
 
 void DravikDlg::setReadOnly(bool readOnly) {
@@ -171,7 +163,7 @@ void DravikDlg::setRootStep(tool::StepPtr step) {
 }
 
 void DravikDlg::tellFailure(std::string_view source, const Failure& failure) {
-    parts_->errors.ReportError(source, failure);
+    parts_->context.errors.ReportError(source, failure);
 }
 
 void DravikDlg::setStep(tool::StepPtr step) {
@@ -179,7 +171,7 @@ void DravikDlg::setStep(tool::StepPtr step) {
 }
 
 tool::StepPtr DravikDlg::step() const {
-    return parts_->tool.tool;
+    return parts_->context.tool.tool;
 }
 
 std::int16_t DravikDlg::DeleteSamplesByDistance(const std::string& Character, double MinDistance,
@@ -196,7 +188,7 @@ std::string DravikDlg::FontTrainDate(const std::string& Font) {
 }
 
 bool DravikDlg::m_FontChanged() const noexcept {
-    return parts_->tool.m_FontChanged();
+    return parts_->context.tool.m_FontChanged();
 }
 
 std::string DravikDlg::selectedFont() const {
@@ -204,7 +196,7 @@ std::string DravikDlg::selectedFont() const {
 }
 
 const std::string& DravikDlg::selectedFontCaption() const {
-    return parts_->screen.font.lblSelectedFont.caption();
+    return parts_->context.screen.font.lblSelectedFont.caption();
 }
 
 }  // namespace dravik::screen

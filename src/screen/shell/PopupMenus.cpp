@@ -37,27 +37,14 @@ bool inFont(const ui::Label& cell) {
 
 }  // namespace
 
-PopupMenus::PopupMenus(const tool::ToolBinding& tool, modErrors& errors, ui::Platform& platform,
-                       TrainingControls& train, SampleCounts& counts, SampleDeletion& deletion,
-                       CharOverview& overview, SamplesGrid& grid, ChildForms& forms)
-    : tool_(tool),
-      errors_(errors),
-      platform_(platform),
-      train_(train),
-      counts_(counts),
-      deletion_(deletion),
-      overview_(overview),
-      grid_(grid),
-      forms_(forms) {}
-
 void PopupMenus::lblChar_MouseDown(int Index, const ui::MouseEvent& event) {
     const std::string entry = "Dravikdlg.lblChar_MouseDown(" + std::to_string(Index) + "," + mouseText(event);
-    errors_.procedures().run(entry, "lblChar_MouseDown", [&] {
-        errors_.UserMsg("");
-        ui::Label& cell = *overview_.controls().lblChar.at(static_cast<std::size_t>(Index));
+    context_.procedures.run(entry, "lblChar_MouseDown", [&] {
+        context_.errors.UserMsg("");
+        ui::Label& cell = *context_.screen.overview.lblChar.at(static_cast<std::size_t>(Index));
         if (!inFont(cell) || event.button != ui::kRightButton) return;
         const std::string& character = cell.caption();
-        dlgContextPopup popup(errors_.procedures().log());
+        dlgContextPopup popup(context_.log);
         popup.setCharacter(character);
         popup.ShowFontPopup(false);
         popup.ShowGridItems(false);
@@ -66,15 +53,15 @@ void PopupMenus::lblChar_MouseDown(int Index, const ui::MouseEvent& event) {
         popup.ShowDeleteTrain(counts_.NumberTrained(character) >= 1);
         popup.ShowExcludeChar(true);
         popup.ShowCharArray(true);
-        errors_.procedures().trace("DravikDlg.lblChar_MouseDown: PopupMenu");
-        act(popup.popUp(platform_, popup.mnuMain, cell, event.x, event.y), cell);
+        context_.procedures.trace("DravikDlg.lblChar_MouseDown: PopupMenu");
+        act(popup.popUp(context_.platform, popup.mnuMain, cell, event.x, event.y), cell);
     });
 }
 
 void PopupMenus::act(MenuPick pick, ui::Label& cell) {
     const std::string& character = cell.caption();
     if (const char* name = pickName(pick))
-        errors_.procedures().trace("DravikDlg.lblChar_MouseDown: UserSelection = " + std::string(name));
+        context_.procedures.trace("DravikDlg.lblChar_MouseDown: UserSelection = " + std::string(name));
     switch (pick) {
         case MenuPick::CharacterArray:
             if (inFont(cell)) forms_.DisplayCharArray(character, false);
@@ -85,7 +72,7 @@ void PopupMenus::act(MenuPick pick, ui::Label& cell) {
         case MenuPick::CharacterHistogram:
             if (!inFont(cell)) break;
             if (counts_.NumberTrained(character) == 1) {
-                errors_.UserMsg("Only 1 sample. No histogram available.");
+                context_.errors.UserMsg("Only 1 sample. No histogram available.");
             } else {
                 forms_.DisplayCharHistogram(character, kCharacterDistance);
             }
@@ -111,10 +98,10 @@ void PopupMenus::excludeCharacter(const std::string& character) {
     deletion_.DeleteChar(kDeleteCommitted, character);
     const auto set = deletion_.FontWithoutChar(character);
     if (!set) return;
-    tool_->SetCharacterSet(*set);
+    context_.tool->SetCharacterSet(*set);
     overview_.UpdateCharDisplay();
-    train_.cmdTrain.setFocus();
-    errors_.UserMsg("Excluded " + character + ". Retrain required.");
+    context_.screen.train.cmdTrain.setFocus();
+    context_.errors.UserMsg("Excluded " + character + ". Retrain required.");
 }
 
 void PopupMenus::deleteCharacter(const std::string& character) {
@@ -122,22 +109,22 @@ void PopupMenus::deleteCharacter(const std::string& character) {
                    character))
         return;
     deletion_.DeleteChar(kDeleteCommitted, character);
-    train_.cmdTrain.setFocus();
+    context_.screen.train.cmdTrain.setFocus();
     overview_.UpdateCharDisplay();
-    errors_.UserMsg("Deleted character " + character + ". Retrain to update display.");
+    context_.errors.UserMsg("Deleted character " + character + ". Retrain to update display.");
 }
 
 bool PopupMenus::confirmed(const std::string& question, const std::string& character) {
-    return platform_.messageBox({question, "Delete Samples for " + character,
-                                 ui::MessageBox::Buttons::YesNo}) == ui::Answer::Yes;
+    return context_.platform.messageBox({question, "Delete Samples for " + character,
+                                         ui::MessageBox::Buttons::YesNo}) == ui::Answer::Yes;
 }
 
 void PopupMenus::grid_MouseDown(const ui::MouseEvent& event) {
-    errors_.procedures().run("Dravikdlg.grid_MoustDown(" + mouseText(event), "grid_MouseDown", [&] {
+    context_.procedures.run("Dravikdlg.grid_MoustDown(" + mouseText(event), "grid_MouseDown", [&] {
         if (event.button == ui::kLeftButton) grid_.sortByHeading();
         if (event.button != ui::kRightButton) return;
-        errors_.UserMsg("");
-        dlgContextPopup popup(errors_.procedures().log());
+        context_.errors.UserMsg("");
+        dlgContextPopup popup(context_.log);
         popup.ShowFontPopup(false);
         popup.ShowGridItems(true);
         popup.ShowCharHistogram(false);
@@ -146,7 +133,8 @@ void PopupMenus::grid_MouseDown(const ui::MouseEvent& event) {
         popup.ShowExcludeChar(false);
         popup.ShowCharArray(false);
         popup.CurrentView = kGridView;
-        switch (popup.popUp(platform_, popup.mnuMain, grid_.controls().grid, event.x, event.y)) {
+        switch (
+            popup.popUp(context_.platform, popup.mnuMain, context_.screen.numeric.grid, event.x, event.y)) {
             case MenuPick::GridCopy:
                 grid_.copySelection();
                 break;

@@ -4,10 +4,8 @@
 
 #include <string>
 
-#include "screen/context/ToolBinding.h"
-#include "screen/context/TrainingControls.h"
+#include "screen/context/ScreenContext.h"
 #include "screen/context/dlgContextPopup.h"
-#include "screen/context/modErrors.h"
 #include "screen/inspection/CharOverview.h"
 #include "screen/inspection/SampleCounts.h"
 #include "screen/inspection/SamplesGrid.h"
@@ -18,9 +16,14 @@ namespace dravik::screen {
 
 class PopupMenus {
   public:
-    PopupMenus(const tool::ToolBinding& tool, modErrors& errors, ui::Platform& platform,
-               TrainingControls& train, SampleCounts& counts, SampleDeletion& deletion,
-               CharOverview& overview, SamplesGrid& grid, ChildForms& forms);
+    PopupMenus(ScreenContext& context, SampleCounts& counts, SampleDeletion& deletion, CharOverview& overview,
+               SamplesGrid& grid, ChildForms& forms)
+        : context_(context),
+          counts_(counts),
+          deletion_(deletion),
+          overview_(overview),
+          grid_(grid),
+          forms_(forms) {}
 
     // A right click on a cell whose character belongs to the font opens its menu.
     void lblChar_MouseDown(int Index, const ui::MouseEvent& event);
@@ -33,10 +36,7 @@ class PopupMenus {
     void deleteCharacter(const std::string& character);
     bool confirmed(const std::string& question, const std::string& character);
 
-    const tool::ToolBinding& tool_;
-    modErrors& errors_;
-    ui::Platform& platform_;
-    TrainingControls& train_;
+    ScreenContext& context_;
     SampleCounts& counts_;
     SampleDeletion& deletion_;
     CharOverview& overview_;

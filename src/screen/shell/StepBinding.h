@@ -3,9 +3,7 @@
 
 #include <functional>
 
-#include "screen/context/SampleControls.h"
-#include "screen/context/ToolBinding.h"
-#include "screen/context/modErrors.h"
+#include "screen/context/ScreenContext.h"
 #include "screen/inspection/CharOverview.h"
 #include "screen/inspection/SamplesGrid.h"
 #include "screen/training/FontSelection.h"
@@ -15,9 +13,9 @@ namespace dravik::screen {
 
 class StepBinding {
   public:
-    StepBinding(tool::ToolBinding& tool, modErrors& errors, FontControls& font, SampleControls& sample,
-                TrainingControls& train, CharOverview& overview, SamplesGrid& grid, FontSelection& selection,
-                TrainingRun& run);
+    StepBinding(ScreenContext& context, CharOverview& overview, SamplesGrid& grid, FontSelection& selection,
+                TrainingRun& run)
+        : context_(context), overview_(overview), grid_(grid), selection_(selection), run_(run) {}
 
     // Raises Failure 0x80004005 to the host, changing nothing, when the step is of another kind.
     void setStep(tool::StepPtr step);
@@ -31,11 +29,7 @@ class StepBinding {
     // Finds the step's selected font and loads it; without one the screen shows "<None>".
     void loadSelectedFont(const std::vector<std::string>& fonts);
 
-    tool::ToolBinding& tool_;
-    modErrors& errors_;
-    FontControls& font_;
-    SampleControls& sample_;
-    TrainingControls& train_;
+    ScreenContext& context_;
     CharOverview& overview_;
     SamplesGrid& grid_;
     FontSelection& selection_;

@@ -7,16 +7,16 @@
 namespace dravik::screen {
 
 void ToolbarButtons::tlbChars_ButtonClick(ui::ToolButton& button) {
-    errors_.procedures().run("", "tlbChars_ButtonClick", [&] {
+    context_.procedures.run("", "tlbChars_ButtonClick", [&] {
         const auto is = [&](const char* key) {
             if (button.key != key) return false;
-            errors_.procedures().trace("DravikDlg.tlbChars_ButtonClick('" + std::string(key) + "')");
+            context_.procedures.trace("DravikDlg.tlbChars_ButtonClick('" + std::string(key) + "')");
             return true;
         };
         if (is("Graphical")) {
-            overview_.SetGraphicalView(true);
+            context_.screen.SetGraphicalView(true);
         } else if (is("Numeric")) {
-            overview_.SetGraphicalView(false);
+            context_.screen.SetGraphicalView(false);
         } else if (is("Hist")) {
             // The button's own key is "Histogram": the font histogram is opened from the pop-up menus.
             overview_.SetFontArray();

@@ -1,7 +1,7 @@
 // The toolbar of the character overview: one place that acts on its buttons by their keys.
 #pragma once
 
-#include "screen/context/modErrors.h"
+#include "screen/context/ScreenContext.h"
 #include "screen/inspection/CharOverview.h"
 #include "screen/samples/SampleDeletion.h"
 #include "screen/shell/ChildForms.h"
@@ -10,13 +10,14 @@ namespace dravik::screen {
 
 class ToolbarButtons {
   public:
-    ToolbarButtons(modErrors& errors, CharOverview& overview, SampleDeletion& deletion, ChildForms& forms)
-        : errors_(errors), overview_(overview), deletion_(deletion), forms_(forms) {}
+    ToolbarButtons(ScreenContext& context, CharOverview& overview, SampleDeletion& deletion,
+                   ChildForms& forms)
+        : context_(context), overview_(overview), deletion_(deletion), forms_(forms) {}
 
     void tlbChars_ButtonClick(ui::ToolButton& button);
 
   private:
-    modErrors& errors_;
+    ScreenContext& context_;
     CharOverview& overview_;
     SampleDeletion& deletion_;
     ChildForms& forms_;

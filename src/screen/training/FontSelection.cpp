@@ -8,26 +8,23 @@
 
 namespace dravik::screen {
 
-FontSelection::FontSelection(tool::ToolBinding& tool, modErrors& errors, ui::Platform& platform,
-                             FontControls& controls, TrainingControls& train, SamplesGrid& grid)
-    : tool_(tool), errors_(errors), platform_(platform), controls_(controls), train_(train), grid_(grid) {}
-
 void FontSelection::SelectFont() {
-    errors_.procedures().run("Dravikdlg.SelectFont", "SelectFont", [&] {
-        train_.prgTrain.setValue(0);
-        if (!manager_) manager_ = std::make_unique<dlgFontManager>(errors_.procedures().log());
-        manager_->SetDravikTool(&*tool_);
+    context_.procedures.run("Dravikdlg.SelectFont", "SelectFont", [&] {
+        context_.screen.train.prgTrain.setValue(0);
+        if (!manager_)
+            manager_ = std::make_unique<dlgFontManager>(context_.log, context_.platform, context_.jobs);
+        manager_->SetDravikTool(&*context_.tool);
         manager_->SetFontSelected(m_FontIndex);
-        platform_.showModal(manager_->form());
+        context_.platform.showModal(manager_->form());
         const std::string name = manager_->GetFontName();
         if (name.empty()) {
             keepShownFont();
             return;
         }
         const std::int16_t chosen = indexOf(name);
-        tool_->LoadFont(name);
+        context_.tool->LoadFont(name);
         if (chosen != kFontUnknown) m_FontIndex = chosen;
-        controls_.lblSelectedFont.setCaption(name);
+        context_.screen.font.lblSelectedFont.setCaption(name);
         if (fontLoaded) fontLoaded();
         fillItems();
         takeIndexOf(name);
@@ -36,20 +33,20 @@ void FontSelection::SelectFont() {
 
 void FontSelection::keepShownFont() {
     if (m_FontIndex == kFontUnknown) return;
-    const std::string& shown = controls_.lblSelectedFont.caption();
+    const std::string& shown = context_.screen.font.lblSelectedFont.caption();
     const std::string name = manager_->nameNow(shown);
     m_FontIndex = indexOf(name);
     if (name == shown && m_FontIndex != kFontUnknown && !manager_->madeFont()) return;
     // A font made in the manager has become the tool's current one.
-    if (m_FontIndex != kFontUnknown && manager_->madeFont()) tool_->LoadFont(name);
-    controls_.lblSelectedFont.setCaption(name);
+    if (m_FontIndex != kFontUnknown && manager_->madeFont()) context_.tool->LoadFont(name);
+    context_.screen.font.lblSelectedFont.setCaption(name);
     if (fontLoaded) fontLoaded();
     fillItems();
     takeIndexOf(name);
 }
 
 std::int16_t FontSelection::indexOf(const std::string& font) {
-    const auto fonts = tool_->GetFontList();
+    const auto fonts = context_.tool->GetFontList();
     const auto found = std::find(fonts.begin(), fonts.end(), font);
     return found == fonts.end() ? kFontUnknown : toInt16(static_cast<double>(found - fonts.begin()));
 }
@@ -60,52 +57,47 @@ void FontSelection::takeIndexOf(const std::string& font) {
 }
 
 void FontSelection::txtCharSet_Change() {
-    errors_.procedures().run("Dravikdlg.txtCharSet_Change", "SetupNewCharSet", [&] {
-        if (controls_.txtCharSet.locked()) return;
+    context_.procedures.run("Dravikdlg.txtCharSet_Change", "SetupNewCharSet", [&] {
+        if (context_.screen.font.txtCharSet.locked()) return;
         SetupNewCharSet();
         grid_.FillSamplesArray();
     });
 }
 
 void FontSelection::SetupNewCharSet() {
-    errors_.procedures().run("Dravikdlg.SetupNewCharSet", "SetupNewCharSet", [&] {
-        tool::CharacterSet set = characters(controls_.txtCharSet.text());
+    context_.procedures.run("Dravikdlg.SetupNewCharSet", "SetupNewCharSet", [&] {
+        tool::CharacterSet set = characters(context_.screen.font.txtCharSet.text());
         set.insert(set.begin(), "");
-        tool_->SetCharacterSet(set);
-        tool_.setFontChanged(true);
+        context_.tool->SetCharacterSet(set);
+        context_.tool.setFontChanged(true);
     });
 }
 
 bool FontSelection::ReadyToTrain() {
-    bool result = false;
-    errors_.procedures().run("Dravikdlg.ReadyToTrain", "ReadyToTrain", [&] {
-        if (!tool_.m_ToolBound) return;
-        const auto table = tool_->GetSampleData(tool::kAllCommitted, tool::kSampleFields);
-        const int count = table ? table->upperRow() : -1;
-        result = count >= 1;
+    return context_.procedures.run("Dravikdlg.ReadyToTrain", "ReadyToTrain", [&] {
+        if (!context_.tool.m_ToolBound) return false;
+        const auto table = context_.tool->GetSampleData(tool::kAllCommitted, tool::kSampleFields);
+        return table && table->upperRow() >= 1;
     });
-    return result;
 }
 
 bool FontSelection::FontTrained() {
-    bool result = false;
-    errors_.procedures().run("Dravikdlg.FontTrained", "FontTrained", [&] {
-        if (!tool_.m_ToolBound) return;
-        const auto table = tool_->GetSampleData(tool::kAllTrained, tool::kCharacterFields);
+    return context_.procedures.run("Dravikdlg.FontTrained", "FontTrained", [&] {
+        if (!context_.tool.m_ToolBound) return false;
+        const auto table = context_.tool->GetSampleData(tool::kAllTrained, tool::kCharacterFields);
         std::int32_t sum = 0;
         for (int row = 1; table && row <= table->upperRow(); ++row)
             sum = toInt32(sum + table->number(row, 2));
-        result = sum >= 1;
+        return sum >= 1;
     });
-    return result;
 }
 
 std::string FontSelection::FontTrainDate(const std::string& Font) {
-    errors_.procedures().trace("Dravikdlg.FontTrainDate");
+    context_.procedures.trace("Dravikdlg.FontTrainDate");
     try {
-        if (!tool_.tool) throw Failure(RuntimeError::ObjectNotSet);
+        if (!context_.tool.tool) throw Failure(RuntimeError::ObjectNotSet);
         const std::string start = FontTrained() ? "Trained on " : "Not trained. Created ";
-        return start + platform_.fileDateText(errors_.procedures().log().folder().fontFile(Font));
+        return start + context_.platform.fileDateText(context_.jobs.fontFile(Font));
     } catch (...) {
         return "unknown";
     }

@@ -6,9 +6,7 @@
 #include <memory>
 #include <string>
 
-#include "screen/context/ToolBinding.h"
-#include "screen/context/TrainingControls.h"
-#include "screen/context/modErrors.h"
+#include "screen/context/ScreenContext.h"
 #include "screen/fonts/dlgFontManager.h"
 #include "screen/inspection/SamplesGrid.h"
 
@@ -19,8 +17,7 @@ constexpr std::int16_t kFontUnknown = -1;
 
 class FontSelection {
   public:
-    FontSelection(tool::ToolBinding& tool, modErrors& errors, ui::Platform& platform, FontControls& controls,
-                  TrainingControls& train, SamplesGrid& grid);
+    FontSelection(ScreenContext& context, SamplesGrid& grid) : context_(context), grid_(grid) {}
 
     // Lets the operator choose in the font manager and loads the choice; cancelling changes nothing.
     void SelectFont();
@@ -51,11 +48,7 @@ class FontSelection {
     // Takes m_FontIndex again once the font is loaded, since loading may change the order of the tool's list.
     void takeIndexOf(const std::string& font);
 
-    tool::ToolBinding& tool_;
-    modErrors& errors_;
-    ui::Platform& platform_;
-    FontControls& controls_;
-    TrainingControls& train_;
+    ScreenContext& context_;
     SamplesGrid& grid_;
     std::unique_ptr<dlgFontManager> manager_;
 };

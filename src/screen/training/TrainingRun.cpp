@@ -22,134 +22,125 @@ std::string rmsText(float rms) {
 
 }  // namespace
 
-TrainingRun::TrainingRun(tool::ToolBinding& tool, modErrors& errors, ui::Platform& platform,
-                         TrainingControls& controls, FontControls& font, SampleControls& sample,
-                         CharOverview& overview, FontSelection& selection)
-    : tool_(tool),
-      errors_(errors),
-      platform_(platform),
-      controls_(controls),
-      font_(font),
-      sample_(sample),
-      overview_(overview),
-      selection_(selection) {}
-
 void TrainingRun::cboTimeout_Click() {
-    errors_.procedures().run("Dravikdlg.cboTimeout_Click", "TimeoutSelect", [&] {
+    context_.procedures.run("Dravikdlg.cboTimeout_Click", "TimeoutSelect", [&] {
         // Below 10 the number is minutes; the unit word is not read.
-        const double number = leadingNumber(controls_.cboTimeout.text());
+        const double number = leadingNumber(context_.screen.train.cboTimeout.text());
         trainingTimeout_ = toInt32(number < 10 ? number * 60 : number);
-        tool_->SetTrainTimeout(trainingTimeout_);
-        errors_.UserMsg("");
+        context_.tool->SetTrainTimeout(trainingTimeout_);
+        context_.errors.UserMsg("");
     });
 }
 
 void TrainingRun::GetTrainTimeout() {
-    errors_.procedures().run("Dravikdlg.GetTrainTimeout", "GetTrainTimeout", [&] {
-        const std::int32_t seconds = tool_->GetTrainTimeout();
+    context_.procedures.run("Dravikdlg.GetTrainTimeout", "GetTrainTimeout", [&] {
+        const std::int32_t seconds = context_.tool->GetTrainTimeout();
         std::size_t index = kStandardTimeout;
         for (std::size_t i = 0; i < kTimeouts.size(); ++i)
             if (kTimeouts[i] == seconds) index = i;
-        controls_.cboTimeout.setText(controls_.cboTimeout.items()[index]);
+        context_.screen.train.cboTimeout.setText(context_.screen.train.cboTimeout.items()[index]);
     });
 }
 
 void TrainingRun::cmdTrain_Click() {
-    errors_.procedures().run("Dravikdlg.cmdTrain_Click", "Train", [&] {
-        errors_.UserMsg("");
-        if (!tool_->GetUncommittedSamples().empty()) {
-            const ui::Answer answer =
-                platform_.messageBox({"This font contains uncommitted samples. Commit all samples now?",
-                                      "Warning: Uncommitted Samples", ui::MessageBox::Buttons::YesNoCancel});
+    context_.procedures.run("Dravikdlg.cmdTrain_Click", "Train", [&] {
+        context_.errors.UserMsg("");
+        if (!context_.tool->GetUncommittedSamples().empty()) {
+            const ui::Answer answer = context_.platform.messageBox(
+                {"This font contains uncommitted samples. Commit all samples now?",
+                 "Warning: Uncommitted Samples", ui::MessageBox::Buttons::YesNoCancel});
             if (answer == ui::Answer::Cancel) return;
             if (answer == ui::Answer::Yes) cmdInclude_Click();
         }
-        controls_.cmdTrain.setEnabled(false);
-        controls_.cmdSaveFont.setEnabled(false);
-        controls_.cmdRevert.setEnabled(false);
+        context_.screen.train.cmdTrain.setEnabled(false);
+        context_.screen.train.cmdSaveFont.setEnabled(false);
+        context_.screen.train.cmdRevert.setEnabled(false);
         SetTrainState(true);
         elapsedSeconds_ = 0;
-        tool_->StartTraining();
-        controls_.tmrTrain.setEnabled(true);
+        context_.tool->StartTraining();
+        context_.screen.train.tmrTrain.setEnabled(true);
     });
 }
 
 void TrainingRun::SetTrainState(bool training) {
-    errors_.procedures().run("Dravikdlg.SetTrainState", "SetTrainState", [&] {
-        controls_.cmdStop.setEnabled(training);
-        sample_.txtSampleInput.setEnabled(!training);
-        controls_.cboTimeout.setEnabled(!training);
-        font_.cmdSelectFont.setEnabled(!training);
-        sample_.cmdInclude.setEnabled(!training);
-        controls_.cmdTrain.setEnabled(!training);
+    context_.procedures.run("Dravikdlg.SetTrainState", "SetTrainState", [&] {
+        context_.screen.train.cmdStop.setEnabled(training);
+        context_.screen.sample.txtSampleInput.setEnabled(!training);
+        context_.screen.train.cboTimeout.setEnabled(!training);
+        context_.screen.font.cmdSelectFont.setEnabled(!training);
+        context_.screen.sample.cmdInclude.setEnabled(!training);
+        context_.screen.train.cmdTrain.setEnabled(!training);
     });
 }
 
 void TrainingRun::tmrTrain_Timer() {
     if (std::exchange(polling_, true)) return;
-    errors_.procedures().run("Dravikdlg.tmrTrain_Timer", "TrainTimer", [&] {
-        if (!tool_->IsTrainingDone()) {
-            controls_.lblStatus.setCaption(" RMS Error: " + rmsText(tool_->GetRmsError()));
-            elapsedSeconds_ += controls_.tmrTrain.interval() / 1000.0;
+    context_.procedures.run("Dravikdlg.tmrTrain_Timer", "TrainTimer", [&] {
+        if (!context_.tool->IsTrainingDone()) {
+            context_.screen.train.lblStatus.setCaption(" RMS Error: " +
+                                                       rmsText(context_.tool->GetRmsError()));
+            elapsedSeconds_ += context_.screen.train.tmrTrain.interval() / 1000.0;
             if (trainingTimeout_ != 0)
-                controls_.prgTrain.setValue(static_cast<float>(elapsedSeconds_ * 100 / trainingTimeout_));
+                context_.screen.train.prgTrain.setValue(
+                    static_cast<float>(elapsedSeconds_ * 100 / trainingTimeout_));
             return;
         }
         std::string rms;
-        if (!tool_->IsTrainingAborted()) {
-            rms = rmsText(tool_->GetRmsError());
-            controls_.lblStatus.setCaption("Cycles: " + std::to_string(tool_->GetTrainCycles()) +
-                                           ", RMS: " + rms);
+        if (!context_.tool->IsTrainingAborted()) {
+            rms = rmsText(context_.tool->GetRmsError());
+            context_.screen.train.lblStatus.setCaption(
+                "Cycles: " + std::to_string(context_.tool->GetTrainCycles()) + ", RMS: " + rms);
             // What the run has learnt is not in the font's file yet: closing now asks whether to save it.
-            tool_.setFontChanged(true);
+            context_.tool.setFontChanged(true);
         }
-        errors_.procedures().trace("Dravikdlg.training done, RMS = " + rms);
-        controls_.tmrTrain.setEnabled(false);
-        controls_.cmdRevert.setEnabled(true);
-        controls_.cmdSaveFont.setEnabled(true);
-        controls_.cmdStop.setEnabled(false);
-        controls_.cmdSaveFont.setFocus();
-        controls_.prgTrain.setValue(100);
-        errors_.UserMsg("Save Font or Revert");
+        context_.procedures.trace("Dravikdlg.training done, RMS = " + rms);
+        context_.screen.train.tmrTrain.setEnabled(false);
+        context_.screen.train.cmdRevert.setEnabled(true);
+        context_.screen.train.cmdSaveFont.setEnabled(true);
+        context_.screen.train.cmdStop.setEnabled(false);
+        context_.screen.train.cmdSaveFont.setFocus();
+        context_.screen.train.prgTrain.setValue(100);
+        context_.errors.UserMsg("Save Font or Revert");
     });
     polling_ = false;
 }
 
 void TrainingRun::cmdStop_Click() {
-    errors_.procedures().run("Dravikdlg.cmdStop_Click", "Stop", [&] {
-        tool_->StopTraining();
-        controls_.tmrTrain.setEnabled(false);
-        controls_.cmdStop.setEnabled(false);
-        controls_.cmdTrain.setEnabled(true);
-        sample_.cmdInclude.setEnabled(true);
+    context_.procedures.run("Dravikdlg.cmdStop_Click", "Stop", [&] {
+        context_.tool->StopTraining();
+        context_.screen.train.tmrTrain.setEnabled(false);
+        context_.screen.train.cmdStop.setEnabled(false);
+        context_.screen.train.cmdTrain.setEnabled(true);
+        context_.screen.sample.cmdInclude.setEnabled(true);
         SetTrainState(false);
-        errors_.UserMsg("Stopped training.");
+        context_.errors.UserMsg("Stopped training.");
     });
 }
 
 void TrainingRun::cmdRevert_Click() {
-    errors_.procedures().run("Dravikdlg.cmdRevert_Click", "Revert", [&] {
-        tool_->RevertFont(font_.lblSelectedFont.caption());
+    context_.procedures.run("Dravikdlg.cmdRevert_Click", "Revert", [&] {
+        context_.tool->RevertFont(context_.screen.font.lblSelectedFont.caption());
         SetTrainState(false);
-        controls_.prgTrain.setValue(0);
-        sample_.txtSampleInput.setFocus();
-        errors_.UserMsg("Reverted font to previous training.");
+        context_.screen.train.prgTrain.setValue(0);
+        context_.screen.sample.txtSampleInput.setFocus();
+        context_.errors.UserMsg("Reverted font to previous training.");
     });
 }
 
 void TrainingRun::SaveFont() {
-    errors_.procedures().run("Dravikdlg.SaveFont", "SaveFont", [&] {
-        tool_->SaveFont(font_.lblSelectedFont.caption());
-        tool_.setFontChanged(false);
-        controls_.cmdRevert.setEnabled(false);
+    context_.procedures.run("Dravikdlg.SaveFont", "SaveFont", [&] {
+        context_.tool->SaveFont(context_.screen.font.lblSelectedFont.caption());
+        context_.tool.setFontChanged(false);
+        context_.screen.train.cmdRevert.setEnabled(false);
         overview_.UpdateTrainStatus();
-        font_.lblFontDateTime.setCaption(selection_.FontTrainDate(font_.lblSelectedFont.caption()));
+        context_.screen.font.lblFontDateTime.setCaption(
+            selection_.FontTrainDate(context_.screen.font.lblSelectedFont.caption()));
         SetTrainState(false);
-        controls_.prgTrain.setValue(0);
-        sample_.txtSampleInput.setFocus();
+        context_.screen.train.prgTrain.setValue(0);
+        context_.screen.sample.txtSampleInput.setFocus();
         lastStatusText_.clear();
-        controls_.cmdSaveFont.setEnabled(false);
-        errors_.UserMsg("Saved font");
+        context_.screen.train.cmdSaveFont.setEnabled(false);
+        context_.errors.UserMsg("Saved font");
     });
 }
 

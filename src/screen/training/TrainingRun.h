@@ -5,10 +5,7 @@
 #include <functional>
 #include <string>
 
-#include "screen/context/SampleControls.h"
-#include "screen/context/ToolBinding.h"
-#include "screen/context/TrainingControls.h"
-#include "screen/context/modErrors.h"
+#include "screen/context/ScreenContext.h"
 #include "screen/inspection/CharOverview.h"
 #include "screen/training/FontSelection.h"
 
@@ -16,9 +13,8 @@ namespace dravik::screen {
 
 class TrainingRun {
   public:
-    TrainingRun(tool::ToolBinding& tool, modErrors& errors, ui::Platform& platform,
-                TrainingControls& controls, FontControls& font, SampleControls& sample,
-                CharOverview& overview, FontSelection& selection);
+    TrainingRun(ScreenContext& context, CharOverview& overview, FontSelection& selection)
+        : context_(context), overview_(overview), selection_(selection) {}
 
     void cboTimeout_Click();
     // Shows the tool's time limit in the list; one that the list does not have becomes a minute.
@@ -36,12 +32,7 @@ class TrainingRun {
     std::function<void()> cmdInclude_Click;
 
   private:
-    tool::ToolBinding& tool_;
-    modErrors& errors_;
-    ui::Platform& platform_;
-    TrainingControls& controls_;
-    FontControls& font_;
-    SampleControls& sample_;
+    ScreenContext& context_;
     CharOverview& overview_;
     FontSelection& selection_;
 

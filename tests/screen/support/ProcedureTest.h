@@ -10,9 +10,7 @@
 #include <memory>
 #include <string>
 
-#include "screen/context/ToolBinding.h"
-#include "screen/context/TraceLog.h"
-#include "screen/context/modErrors.h"
+#include "screen/context/ScreenContext.h"
 #include "screen/support/RecordingTool.h"
 #include "screen/support/ScriptedPlatform.h"
 #include "screen/support/TracedJobs.h"
@@ -25,10 +23,7 @@ using namespace ui;
 
 class ProcedureTest : public testing::Test {
   protected:
-    ProcedureTest() {
-        sbr.add("Message", "", 0);
-        binding.tool = tool;
-    }
+    ProcedureTest() { context.tool.tool = tool; }
     std::string message() { return sbr.panel("Message").text(); }
     static std::string content(const std::filesystem::path& file) {
         std::ifstream in(file, std::ios::binary);
@@ -37,11 +32,12 @@ class ProcedureTest : public testing::Test {
 
     TracedJobs jobs;
     ScriptedPlatform platform;
-    TraceLog log{platform, jobs.folder()};
-    StatusBar sbr{"sbr"};
-    modErrors errors{log, sbr};
+    ScreenContext context{platform, jobs.folder()};
+    TraceLog& log = context.log;
+    StatusBar& sbr = context.screen.sbr;
+    modErrors& errors = context.errors;
     std::shared_ptr<RecordingTool> tool = std::make_shared<RecordingTool>();
-    ToolBinding binding;
+    ToolBinding& binding = context.tool;
 };
 
 }  // namespace dravik::test
