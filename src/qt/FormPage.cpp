@@ -2,12 +2,12 @@
 
 #include <QKeyEvent>
 #include <QPushButton>
-#include <QTimer>
 
 #include "qt/AccessibleRoles.h"
 #include "qt/FormLayout.h"
 #include "qt/Peer.h"
 #include "qt/QtConversions.h"
+#include "qt/TimerPeer.h"
 
 namespace dravik::qt {
 
@@ -15,31 +15,17 @@ FormPage::FormPage(ui::Form& form, QWidget* parent) : QWidget(parent), form_(for
     installAccessibleRoles();
     setObjectName(qtText(form.name()));
     inside_ = new FormLayout(*this, form.layout());
-    for (ui::Timer* timer : form.timers) addTimer(*timer);
+    for (ui::Timer* timer : form.timers) timers_.push_back(new TimerPeer(*timer, this));
     if (form.defaultButton)
         if (Peer* peer = Peer::of(*form.defaultButton))
             if (auto* button = qobject_cast<QPushButton*>(&peer->view())) button->setDefault(true);
 }
 
-void FormPage::addTimer(ui::Timer& timer) {
-    auto* ticking = new QTimer(this);
-    ticking->setObjectName(qtText(timer.name()));
-    ticking->setInterval(timer.interval());
-    connect(ticking, &QTimer::timeout, this, [&timer] { guarded([&] { timer.tick(); }); });
-    const auto follow = [&timer, ticking] {
-        if (timer.enabled() && !ticking->isActive()) ticking->start();
-        if (!timer.enabled()) ticking->stop();
-    };
-    connections_.push_back(timer.changed.connect(follow));
-    follow();
-    timers_.push_back(ticking);
-}
-
 void FormPage::detach() noexcept {
     attached_ = false;
     inside_->detach();
-    connections_.clear();
-    for (QTimer* timer : timers_) timer->stop();
+    for (TimerPeer* timer : timers_) delete timer;
+    timers_.clear();
     for (QWidget* view : findChildren<QWidget*>())
         for (QObject* child : view->children())
             if (auto* peer = dynamic_cast<Peer*>(child)) peer->detach();

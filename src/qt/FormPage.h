@@ -7,11 +7,10 @@
 
 #include "ui/Form.h"
 
-class QTimer;
-
 namespace dravik::qt {
 
 class FormLayout;
+class TimerPeer;
 
 class FormPage : public QWidget {
     Q_OBJECT
@@ -33,13 +32,10 @@ class FormPage : public QWidget {
     void keyPressEvent(QKeyEvent* event) override;
 
   private:
-    void addTimer(ui::Timer& timer);
-
     ui::Form& form_;
     FormLayout* inside_;
     bool attached_ = true;
-    std::vector<QTimer*> timers_;
-    std::vector<ui::Connection> connections_;
+    std::vector<TimerPeer*> timers_;
 };
 
 }  // namespace dravik::qt

@@ -1,12 +1,9 @@
 #include "qt/MainWindow.h"
 
-#include <QAction>
 #include <QCloseEvent>
 #include <QDragEnterEvent>
 #include <QFileDialog>
-#include <QImageReader>
 #include <QMenuBar>
-#include <QMessageBox>
 #include <QMimeData>
 #include <QScrollArea>
 #include <QScrollBar>
@@ -17,16 +14,17 @@
 #include "qt/Guard.h"
 #include "qt/PartPane.h"
 #include "qt/QtConversions.h"
-#include "qt/WindowActions.h"
+#include "qt/TimerPeer.h"
+#include "qt/WindowMenus.h"
 
 namespace dravik::qt {
 namespace {
 
+using trainer::TrainerWindow;
+
 constexpr char kGeometryKey[] = "window/geometry";
 constexpr char kSplitterKey[] = "window/splitter";
 constexpr char kFolderKey[] = "window/folder";
-constexpr QSize kFirstSize(1280, 800);
-constexpr int kFirstPageWidth = 640;
 
 std::vector<std::string> localPaths(const QMimeData& data) {
     std::vector<std::string> paths;
@@ -35,116 +33,90 @@ std::vector<std::string> localPaths(const QMimeData& data) {
     return paths;
 }
 
-QString imageFilter() {
-    QStringList patterns;
-    for (const QByteArray& format : QImageReader::supportedImageFormats())
-        patterns << QStringLiteral("*.") + QString::fromLatin1(format);
-    return QStringLiteral("Images (%1);;All files (*)").arg(patterns.join(QLatin1Char(' ')));
+// "Images (*.png *.jpg);;All files (*)"
+QString filterText(const std::vector<trainer::FileFilter>& filters) {
+    QStringList texts;
+    for (const trainer::FileFilter& filter : filters) {
+        QStringList patterns;
+        for (const std::string& pattern : filter.patterns) patterns << qtText(pattern);
+        texts << QStringLiteral("%1 (%2)").arg(qtText(filter.name), patterns.join(QLatin1Char(' ')));
+    }
+    return texts.join(QStringLiteral(";;"));
 }
 
 }  // namespace
 
-MainWindow::MainWindow(trainer::Trainer& trainer) : trainer_(trainer) {
+MainWindow::MainWindow(trainer::Trainer& trainer, ui::Platform& platform) : model_(trainer, platform, *this) {
     setObjectName(QStringLiteral("mainWindow"));
     setAcceptDrops(true);
-    actions_ = new WindowActions(this, trainer.control().screen());
-    actions_->fillMenus(*menuBar());
-
+    const auto* menus = new WindowMenus(model_.actions, *menuBar(), this);
     splitter_ = new QSplitter(this);
-    auto* scroll = new QScrollArea(splitter_);
-    scroll->setFrameShape(QFrame::NoFrame);
-    scroll->setWidgetResizable(true);
-    scroll->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    page_ = new FormPage(trainer.control().form(), scroll);
-    scroll->setWidget(page_);
-    scroll->installEventFilter(this);
-    scroll->setMinimumWidth(page_->minimumSizeHint().width() +
-                            scroll->verticalScrollBar()->sizeHint().width());
-    pane_ = new PartPane(trainer, *actions_, splitter_);
-    splitter_->addWidget(scroll);
-    splitter_->addWidget(pane_);
+    splitter_->addWidget(makeScreen());
+    splitter_->addWidget(new PartPane(model_, *menus, splitter_));
     splitter_->setStretchFactor(0, 0);
     splitter_->setStretchFactor(1, 1);
     splitter_->setChildrenCollapsible(false);
     setCentralWidget(splitter_);
+    for (ui::Timer* timer : model_.timers()) new TimerPeer(*timer, this);
 
-    const auto showTitle = [this] { setWindowTitle(qtText(trainer_.title())); };
+    const auto showTitle = [this] { setWindowTitle(qtText(model_.title())); };
     titleChanged_ = trainer.titleChanged.connect(showTitle);
     showTitle();
-    connectActions();
     restore();
-    guarded([&] { trainer_.control().form().activate(); });
+    guarded([&] { trainer.control().form().activate(); });
 }
 
 MainWindow::~MainWindow() {
     page_->detach();
+    delete splitter_;  // what looks at the model, before that goes
 }
 
-void MainWindow::connectActions() {
-    connect(actions_->openImages, &QAction::triggered, this, [this] { chooseImages(); });
-    connect(actions_->openFolder, &QAction::triggered, this, [this] { chooseFolder(); });
-    connect(actions_->quit, &QAction::triggered, this, [this] { close(); });
-    connect(actions_->keys, &QAction::triggered, this, [this] { showKeys(); });
-    connect(actions_->about, &QAction::triggered, this, [this] { showAbout(); });
+QWidget* MainWindow::makeScreen() {
+    auto* scroll = new QScrollArea(splitter_);
+    scroll->setFrameShape(QFrame::NoFrame);
+    scroll->setWidgetResizable(true);
+    scroll->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    page_ = new FormPage(model_.trainer().control().form(), scroll);
+    scroll->setWidget(page_);
+    scroll->installEventFilter(this);
+    scroll->setMinimumWidth(page_->minimumSizeHint().width() +
+                            scroll->verticalScrollBar()->sizeHint().width());
+    return scroll;
 }
 
 void MainWindow::open(const std::vector<std::string>& paths) {
-    pane_->open(paths);
+    guarded([&] { model_.open(paths); });
 }
 
-void MainWindow::chooseImages() {
-    const QStringList files =
-        QFileDialog::getOpenFileNames(this, QStringLiteral("Open Part Images"),
-                                      QSettings().value(QLatin1String(kFolderKey)).toString(), imageFilter());
-    if (files.isEmpty()) return;
-    QSettings().setValue(QLatin1String(kFolderKey), QFileInfo(files.front()).absolutePath());
+std::vector<std::string> MainWindow::choosePaths(const trainer::FileQuestion& question) {
+    const QString title = qtText(question.title);
+    const QString folder = qtText(question.folder);
+    QStringList chosen;
+    if (question.asksForFolder)
+        chosen << QFileDialog::getExistingDirectory(this, title, folder);
+    else
+        chosen = QFileDialog::getOpenFileNames(this, title, folder, filterText(question.filters));
     std::vector<std::string> paths;
-    for (const QString& file : files) paths.push_back(utf8(file));
-    open(paths);
+    for (const QString& path : chosen)
+        if (!path.isEmpty()) paths.push_back(utf8(path));
+    return paths;
 }
 
-void MainWindow::chooseFolder() {
-    const QString folder =
-        QFileDialog::getExistingDirectory(this, QStringLiteral("Open Folder of Part Images"),
-                                          QSettings().value(QLatin1String(kFolderKey)).toString());
-    if (folder.isEmpty()) return;
-    QSettings().setValue(QLatin1String(kFolderKey), folder);
-    open({utf8(folder)});
+std::string MainWindow::keptFolder() const {
+    return utf8(QSettings().value(QLatin1String(kFolderKey)).toString());
 }
 
-void MainWindow::showKeys() {
-    QMessageBox box(QMessageBox::NoIcon, QStringLiteral("Keys"),
-                    QStringLiteral("Alt+Left, Alt+Right, Page Up, Page Down\tprevious and next image\n"
-                                   "Ctrl and the wheel, Ctrl++, Ctrl+-\tzoom\n"
-                                   "Ctrl+0, Ctrl+1\tfit, actual size\n"
-                                   "Enter\tinclude the typed text\n"
-                                   "Ctrl+L, Ctrl+S\tlearn, save the font\n"
-                                   "Arrow keys in the characters\tfrom cell to cell\n"
-                                   "Menu key, Shift+F10\tmenu of a character or of the samples\n"
-                                   "Shift+arrows, Ctrl+A, Ctrl+Insert, Delete\tselect, copy, delete samples\n"
-                                   "Ctrl+Enter in the samples\tsort by the current column\n"
-                                   "Left, Right in a histogram\tfrom bar to bar"),
-                    QMessageBox::Ok, this);
-    box.setObjectName(QStringLiteral("keysBox"));
-    box.exec();
-}
-
-void MainWindow::showAbout() {
-    QMessageBox box(
-        QMessageBox::NoIcon, QStringLiteral("About Dravik Trainer"),
-        QStringLiteral("Dravik Trainer %1\n\nBuilds and maintains OCR fonts from part images.\n\nFonts: %2")
-            .arg(QStringLiteral(DRAVIK_VERSION), qtText(trainer_.folder().fontsFolder())),
-        QMessageBox::Ok, this);
-    box.setTextFormat(Qt::PlainText);
-    box.setObjectName(QStringLiteral("aboutBox"));
-    box.exec();
+void MainWindow::keepFolder(const std::string& folder) {
+    QSettings().setValue(QLatin1String(kFolderKey), qtText(folder));
 }
 
 void MainWindow::restore() {
     const QSettings settings;
-    if (!restoreGeometry(settings.value(QLatin1String(kGeometryKey)).toByteArray())) resize(kFirstSize);
+    if (!restoreGeometry(settings.value(QLatin1String(kGeometryKey)).toByteArray()))
+        resize(TrainerWindow::kFirstWidth, TrainerWindow::kFirstHeight);
     if (!splitter_->restoreState(settings.value(QLatin1String(kSplitterKey)).toByteArray()))
-        splitter_->setSizes({kFirstPageWidth, kFirstSize.width() - kFirstPageWidth});
+        splitter_->setSizes({TrainerWindow::kFirstScreenWidth,
+                             TrainerWindow::kFirstWidth - TrainerWindow::kFirstScreenWidth});
 }
 
 void MainWindow::remember() {
@@ -154,10 +126,9 @@ void MainWindow::remember() {
 }
 
 void MainWindow::closeEvent(QCloseEvent* event) {
-    if (!ended_) {
-        ended_ = true;
+    if (!model_.hasEnded()) {
         remember();
-        guarded([&] { trainer_.control().UserControl_Terminate(); });
+        guarded([&] { model_.end(); });
         page_->detach();
     }
     event->accept();
@@ -186,9 +157,9 @@ bool MainWindow::eventFilter(QObject* watched, QEvent* event) {
 
 void MainWindow::keyPressEvent(QKeyEvent* event) {
     if (event->key() == Qt::Key_PageUp)
-        actions_->previous->trigger();
+        guarded([&] { model_.actions.previous.trigger(); });
     else if (event->key() == Qt::Key_PageDown)
-        actions_->next->trigger();
+        guarded([&] { model_.actions.next.trigger(); });
     else
         QMainWindow::keyPressEvent(event);
 }

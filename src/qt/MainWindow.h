@@ -2,23 +2,22 @@
 #pragma once
 
 #include <QMainWindow>
-#include <vector>
 
-#include "trainer/Trainer.h"
+#include "trainer/window/TrainerWindow.h"
 
 class QSplitter;
 
 namespace dravik::qt {
 
 class FormPage;
-class PartPane;
-class WindowActions;
 
-class MainWindow : public QMainWindow {
+class MainWindow : public QMainWindow, private trainer::WindowSystem {
   public:
-    explicit MainWindow(trainer::Trainer& trainer);
+    // Both outlive the window.
+    MainWindow(trainer::Trainer& trainer, ui::Platform& platform);
     ~MainWindow() override;
 
+    trainer::TrainerWindow& model() noexcept { return model_; }
     // Image files and folders.
     void open(const std::vector<std::string>& paths);
 
@@ -31,21 +30,19 @@ class MainWindow : public QMainWindow {
     bool eventFilter(QObject* watched, QEvent* event) override;
 
   private:
-    void connectActions();
-    void chooseImages();
-    void chooseFolder();
-    void showKeys();
-    void showAbout();
+    std::vector<std::string> choosePaths(const trainer::FileQuestion& question) override;
+    std::string keptFolder() const override;
+    void keepFolder(const std::string& folder) override;
+    void closeWindow() override { close(); }
+
+    QWidget* makeScreen();
     void restore();
     void remember();
 
-    trainer::Trainer& trainer_;
-    WindowActions* actions_;
+    trainer::TrainerWindow model_;
     QSplitter* splitter_;
     FormPage* page_;
-    PartPane* pane_;
     ui::Connection titleChanged_;
-    bool ended_ = false;
 };
 
 }  // namespace dravik::qt

@@ -1,58 +1,81 @@
 #include "qt/PartPane.h"
 
-#include <QAction>
 #include <QFrame>
 #include <QHBoxLayout>
 #include <QLabel>
-#include <QStyle>
-#include <QTimer>
 #include <QToolBar>
 #include <QToolButton>
 #include <QVBoxLayout>
-#include <algorithm>
 
 #include "qt/ElidedLabel.h"
 #include "qt/Guard.h"
 #include "qt/PartView.h"
 #include "qt/QtConversions.h"
-#include "qt/QtImage.h"
 #include "qt/ReadingView.h"
 #include "qt/Theme.h"
 #include "qt/ThumbnailStrip.h"
-#include "qt/WindowActions.h"
+#include "qt/WindowMenus.h"
 
 namespace dravik::qt {
 
-constexpr std::size_t kMostProblemLines = 4;
 constexpr int kIconSide = 18;
 
-PartPane::PartPane(trainer::Trainer& trainer, WindowActions& actions, QWidget* parent)
-    : QWidget(parent), trainer_(trainer), actions_(actions) {
+PartPane::PartPane(trainer::TrainerWindow& model, const WindowMenus& menus, QWidget* parent)
+    : QWidget(parent), model_(model) {
     setObjectName(QStringLiteral("partPane"));
-    auto* column = new QVBoxLayout(this);
-    column->setContentsMargins(3, 9, 9, 9);
-    column->setSpacing(6);
-
-    auto* bar = new QHBoxLayout;
     auto* tools = new QToolBar(this);
     tools->setIconSize(QSize(kIconSide, kIconSide));
-    tools->addActions({actions.previous, actions.next});
-    tools->addSeparator();
-    tools->addActions({actions.zoomOut, actions.zoomIn, actions.fit, actions.actualSize});
+    menus.fill(*tools);
     name_ = new ElidedLabel(this);
     name_->setObjectName(QStringLiteral("partName"));
     scale_ = new QLabel(this);
     scale_->setObjectName(QStringLiteral("partScale"));
+    makeProblems();
+    view_ = new PartView(model.view, this);
+    view_->setObjectName(QStringLiteral("partView"));
+    preview_ = addText("previewText");
+    auto* reading = new ReadingView(model.reading, this);
+    reading->setObjectName(QStringLiteral("reading"));
+    auto* readingTitle = new QLabel(QString::fromUtf8(trainer::kReadingCaption), this);
+    readingTitle->setBuddy(reading);
+    check_ = addText("heldOutCheck");
+    check_->setTextInteractionFlags(Qt::TextSelectableByMouse);
+    check_->setWordWrap(true);
+    check_->setToolTip(QString::fromUtf8(trainer::kCheckTip));
+    auto* strip = new ThumbnailStrip(model.strip, this);
+    strip->setObjectName(QStringLiteral("thumbnails"));
+
+    auto* bar = new QHBoxLayout;
     bar->addWidget(tools);
     bar->addWidget(name_, 1);
     bar->addWidget(scale_);
+    auto* column = new QVBoxLayout(this);
+    column->setContentsMargins(3, 9, 9, 9);
+    column->setSpacing(6);
     column->addLayout(bar);
+    column->addWidget(problems_);
+    column->addWidget(view_, 1);
+    for (QWidget* below :
+         {static_cast<QWidget*>(preview_), static_cast<QWidget*>(readingTitle),
+          static_cast<QWidget*>(reading), static_cast<QWidget*>(check_), static_cast<QWidget*>(strip)})
+        column->addWidget(below);
 
+    textsChanged_ = model.textsChanged.connect([this] { showTexts(); });
+    showTexts();
+}
+
+QLabel* PartPane::addText(const char* name) {
+    auto* label = new QLabel(this);
+    label->setObjectName(QString::fromUtf8(name));
+    label->setTextFormat(Qt::PlainText);
+    label->setMargin(3);
+    return label;
+}
+
+void PartPane::makeProblems() {
     problems_ = new QFrame(this);
     problems_->setObjectName(QStringLiteral("problems"));
     problems_->setFrameStyle(QFrame::StyledPanel | QFrame::Plain);
-    auto* problemRow = new QHBoxLayout(problems_);
-    problemRow->setContentsMargins(8, 4, 4, 4);
     problemText_ = new QLabel(problems_);
     problemText_->setObjectName(QStringLiteral("problemText"));
     problemText_->setTextFormat(Qt::PlainText);
@@ -61,169 +84,42 @@ PartPane::PartPane(trainer::Trainer& trainer, WindowActions& actions, QWidget* p
     dismiss->setObjectName(QStringLiteral("dismissProblems"));
     dismiss->setText(QStringLiteral("\u2715"));
     dismiss->setAutoRaise(true);
-    dismiss->setToolTip(QStringLiteral("Dismiss"));
-    dismiss->setAccessibleName(QStringLiteral("Dismiss the message"));
-    connect(dismiss, &QToolButton::clicked, problems_, &QWidget::hide);
-    problemRow->addWidget(problemText_, 1);
-    problemRow->addWidget(dismiss, 0, Qt::AlignTop);
-    problems_->hide();
-    column->addWidget(problems_);
-
-    view_ = new PartView(this);
-    view_->setObjectName(QStringLiteral("partView"));
-    column->addWidget(view_, 1);
-
-    preview_ = new QLabel(this);
-    preview_->setObjectName(QStringLiteral("previewText"));
-    preview_->setTextFormat(Qt::PlainText);
-    preview_->setMargin(3);
-    column->addWidget(preview_);
-
-    auto* readingTitle = new QLabel(QStringLiteral("The font &reads:"), this);
-    reading_ = new ReadingView(this);
-    reading_->setObjectName(QStringLiteral("reading"));
-    readingTitle->setBuddy(reading_);
-    column->addWidget(readingTitle);
-    column->addWidget(reading_);
-    check_ = new QLabel(this);
-    check_->setObjectName(QStringLiteral("heldOutCheck"));
-    check_->setTextFormat(Qt::PlainText);
-    check_->setTextInteractionFlags(Qt::TextSelectableByMouse);
-    check_->setWordWrap(true);
-    check_->setMargin(3);
-    check_->setToolTip(QStringLiteral("Samples of the font read by fonts that were taught without them"));
-    column->addWidget(check_);
-
-    auto* strip = new ThumbnailStrip(trainer.parts(), this);
-    strip->setObjectName(QStringLiteral("thumbnails"));
-    column->addWidget(strip);
-
-    connections_.push_back(trainer.parts().currentChanged.connect([this] { showPart(); }));
-    connections_.push_back(trainer.parts().listChanged.connect([this] { showPart(); }));
-    connections_.push_back(trainer.previewChanged.connect([this] { showPreview(); }));
-    connections_.push_back(trainer.readingChanged.connect([this] { showReading(); }));
-    connections_.push_back(trainer.checkChanged.connect([this] { showCheck(); }));
-    followCheck();
-    connect(view_, &PartView::scaleChanged, this, [this] { showScale(); });
-    connectActions();
-    showPart();
-    showPreview();
-    showReading();
-    showCheck();
-    showScale();
+    dismiss->setToolTip(QString::fromUtf8(trainer::kDismissTip));
+    dismiss->setAccessibleName(QString::fromUtf8(trainer::kDismissTip));
+    connect(dismiss, &QToolButton::clicked, this, [this] { model_.dismissProblems(); });
+    auto* row = new QHBoxLayout(problems_);
+    row->setContentsMargins(8, 4, 4, 4);
+    row->addWidget(problemText_, 1);
+    row->addWidget(dismiss, 0, Qt::AlignTop);
 }
 
-void PartPane::connectActions() {
-    const auto on = [this](QAction* action, auto body) {
-        connect(action, &QAction::triggered, this, [body] { guarded(body); });
-    };
-    auto& parts = trainer_.parts();
-    on(actions_.previous, [&parts] { parts.previous(); });
-    on(actions_.next, [&parts] { parts.next(); });
-    on(actions_.closeImage, [&parts] {
-        if (parts.current() >= 0) parts.close(parts.current());
-    });
-    on(actions_.closeAll, [&parts] { parts.closeAll(); });
-    on(actions_.zoomIn, [this] { view_->zoomIn(); });
-    on(actions_.zoomOut, [this] { view_->zoomOut(); });
-    on(actions_.fit, [this] { view_->fit(); });
-    on(actions_.actualSize, [this] { view_->setScale(1 / view_->devicePixelRatioF()); });
-}
-
-void PartPane::open(const std::vector<std::string>& paths) {
-    std::vector<std::string> problems;
-    if (!guarded([&] { problems = trainer_.parts().open(paths); })) return;
-    QStringList lines;
-    for (std::size_t i = 0; i < std::min(problems.size(), kMostProblemLines); ++i)
-        lines << qtText(problems[i]);
-    if (problems.size() > kMostProblemLines)
-        lines << QStringLiteral("... and %1 more").arg(problems.size() - kMostProblemLines);
-    showProblems(lines.join(QLatin1Char('\n')));
-}
-
-void PartPane::showProblems(const QString& text) {
-    problemText_->setText(text);
-    QPalette colors;
-    colors.setColor(QPalette::WindowText, warningColor(palette()));
-    problemText_->setPalette(colors);
-    problems_->setVisible(!text.isEmpty());
-}
-
-void PartPane::showPart() {
+void PartPane::showTexts() {
     guarded([&] {
-        const auto& parts = trainer_.parts();
-        const int current = parts.current();
-        const bool open = current >= 0;
-        QString message;
-        if (!open)
-            message =
-                QStringLiteral("Open part images or drop them here\n\nFile \u2192 Open Images... (Ctrl+O)");
-        else if (!parts.problem().empty())
-            message = qtText(parts.problem());
-        view_->setImage(parts.image().empty() ? QImage() : toQImage(parts.image()), message);
-        const QString position =
-            open ? QStringLiteral("%1 of %2   ").arg(current + 1).arg(parts.count()) : QString();
-        name_->setText(open ? position + qtText(parts.name(current)) : QString());
-        name_->setOwnToolTip(open ? qtText(parts.path(current)) : QString());
-        actions_.previous->setEnabled(current > 0);
-        actions_.next->setEnabled(open && current + 1 < parts.count());
-        actions_.closeImage->setEnabled(open);
-        actions_.closeAll->setEnabled(parts.count() > 0);
-        for (QAction* action : {actions_.zoomIn, actions_.zoomOut, actions_.fit, actions_.actualSize})
-            action->setEnabled(!parts.image().empty());
-        showScale();
-    });
-}
+        QPalette warning;
+        warning.setColor(QPalette::WindowText, warningColor(palette()));
+        name_->setText(qtText(model_.partName()));
+        name_->setOwnToolTip(qtText(model_.partTip()));
+        scale_->setText(qtText(model_.scaleText()));
+        view_->setAccessibleDescription(qtText(model_.viewDescription()));
 
-void PartPane::showPreview() {
-    guarded([&] {
-        view_->setCharacters(trainer_.preview(), trainer_.mismatch());
-        const bool warning = trainer_.mismatch() != 0;
-        preview_->setText((warning ? QStringLiteral("\u26A0 ") : QString()) + qtText(trainer_.previewText()));
+        QStringList problems;
+        for (const std::string& problem : model_.problems()) problems << qtText(problem);
+        problemText_->setText(problems.join(QLatin1Char('\n')));
+        problemText_->setPalette(warning);
+        problems_->setVisible(!problems.isEmpty());
+
+        const bool warns = model_.previewWarns();
+        preview_->setText(qtText(model_.previewText()));
         QFont font = this->font();
-        font.setBold(warning);
+        font.setBold(warns);
         preview_->setFont(font);
-        preview_->setFrameStyle(warning ? static_cast<int>(QFrame::Box) | static_cast<int>(QFrame::Plain)
-                                        : static_cast<int>(QFrame::NoFrame));
-        QPalette colors;
-        if (warning) colors.setColor(QPalette::WindowText, warningColor(palette()));
-        preview_->setPalette(colors);
+        preview_->setFrameStyle(warns ? static_cast<int>(QFrame::Box) | static_cast<int>(QFrame::Plain)
+                                      : static_cast<int>(QFrame::NoFrame));
+        preview_->setPalette(warns ? warning : QPalette());
+
+        check_->setText(qtText(model_.checkText()));
+        check_->setVisible(!model_.checkText().empty());
     });
-}
-
-void PartPane::showReading() {
-    guarded([&] { reading_->setReading(trainer_.reading()); });
-}
-
-void PartPane::showCheck() {
-    guarded([&] {
-        check_->setText(qtText(trainer_.checkText()));
-        check_->setVisible(!trainer_.checkText().empty());
-    });
-}
-
-// Ticks for the trainer as long as it has to look whether the check has ended.
-void PartPane::followCheck() {
-    ui::Timer& timer = trainer_.checkTimer();
-    auto* ticking = new QTimer(this);
-    ticking->setInterval(timer.interval());
-    connect(ticking, &QTimer::timeout, this, [&timer] { guarded([&] { timer.tick(); }); });
-    const auto follow = [&timer, ticking] {
-        if (timer.enabled())
-            ticking->start();
-        else
-            ticking->stop();
-    };
-    connections_.push_back(timer.changed.connect(follow));
-    follow();
-}
-
-void PartPane::showScale() {
-    actions_.fit->setChecked(view_->fits());
-    const bool shown = !trainer_.parts().image().empty();
-    scale_->setText(
-        shown ? QStringLiteral("%1 %").arg(qRound(view_->scale() * view_->devicePixelRatioF() * 100))
-              : QString());
 }
 
 }  // namespace dravik::qt

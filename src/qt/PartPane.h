@@ -5,7 +5,7 @@
 #include <QWidget>
 #include <vector>
 
-#include "trainer/Trainer.h"
+#include "trainer/window/TrainerWindow.h"
 
 class QFrame;
 class QLabel;
@@ -13,38 +13,27 @@ class QLabel;
 namespace dravik::qt {
 
 class ElidedLabel;
-class PartView;
-class ReadingView;
-class WindowActions;
+class WindowMenus;
 
 class PartPane : public QWidget {
   public:
-    PartPane(trainer::Trainer& trainer, WindowActions& actions, QWidget* parent);
-
-    // Opens files and folders; what cannot be opened is named in the banner above the image.
-    void open(const std::vector<std::string>& paths);
+    // The model outlives the pane.
+    PartPane(trainer::TrainerWindow& model, const WindowMenus& menus, QWidget* parent);
 
   private:
-    void showPart();
-    void showPreview();
-    void showReading();
-    void showCheck();
-    void followCheck();
-    void showScale();
-    void showProblems(const QString& text);
-    void connectActions();
+    QLabel* addText(const char* name);
+    void makeProblems();
+    void showTexts();
 
-    trainer::Trainer& trainer_;
-    WindowActions& actions_;
+    trainer::TrainerWindow& model_;
     ElidedLabel* name_;
     QLabel* scale_;
     QFrame* problems_;
     QLabel* problemText_;
-    PartView* view_;
+    QWidget* view_;
     QLabel* preview_;
-    ReadingView* reading_;
     QLabel* check_;
-    std::vector<ui::Connection> connections_;
+    ui::Connection textsChanged_;
 };
 
 }  // namespace dravik::qt

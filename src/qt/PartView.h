@@ -1,5 +1,5 @@
-// The current part image with a box around every found character and below it the label that the typed text
-// gives it. Zooms with Ctrl and the wheel or the zoom keys, pans by dragging and with the scroll bars.
+// The current part image with a box around every found character and the label of each below it. Zooms with
+// Ctrl and the wheel, pans by dragging and with the scroll bars.
 #pragma once
 
 #include <QAbstractScrollArea>
@@ -7,7 +7,7 @@
 #include <QPixmap>
 #include <vector>
 
-#include "trainer/Trainer.h"
+#include "trainer/window/PartViewModel.h"
 
 namespace dravik::qt {
 
@@ -15,30 +15,16 @@ class PartView : public QAbstractScrollArea {
     Q_OBJECT
 
   public:
-    explicit PartView(QWidget* parent);
-
-    // A null image shows the message instead. A new image is fitted unless the operator has chosen a scale.
-    void setImage(const QImage& image, const QString& message);
-    // `mismatch` as Trainer::mismatch(): characters that lack a label are then marked as a warning.
-    void setCharacters(std::vector<trainer::LabelledCharacter> characters, int mismatch);
-
-    // Device independent pixels per image pixel.
-    double scale() const noexcept { return scale_; }
-    bool fits() const noexcept { return fits_; }
-    void fit();
-    void setScale(double scale);
-    void zoomIn();
-    void zoomOut();
+    // The model outlives the view.
+    PartView(trainer::PartViewModel& model, QWidget* parent);
 
     QSize sizeHint() const override { return {520, 320}; }
     QSize minimumSizeHint() const override { return {200, 120}; }
 
-  Q_SIGNALS:
-    void scaleChanged();
-
   protected:
     void paintEvent(QPaintEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
+    void scrollContentsBy(int dx, int dy) override;
     void wheelEvent(QWheelEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;
     void mouseMoveEvent(QMouseEvent* event) override;
@@ -46,25 +32,18 @@ class PartView : public QAbstractScrollArea {
     void keyPressEvent(QKeyEvent* event) override;
 
   private:
-    void zoomAround(double scale, QPointF place);
-    void updateScrollBars();
-    void stopFitting();
-    double fittingScale() const;
-    QPointF origin() const;
-    QRectF onScreen(const engine::FoundCharacter& place) const;
+    void showImage();
+    void showState();
     void paintImage(QPainter& painter);
     void paintCharacters(QPainter& painter);
-    void paintTag(QPainter& painter, QRectF box, const QString& text, bool warning);
+    void paintTag(QPainter& painter, const trainer::CharacterMark& mark);
 
+    trainer::PartViewModel& model_;
     QImage image_;
     QPixmap shrunk_;  // the whole image at the current scale, kept while that is small
-    QString message_;
-    std::vector<trainer::LabelledCharacter> characters_;
-    int mismatch_ = 0;
-    double scale_ = 1;
-    bool fits_ = true;
-    QPoint dragFrom_;
-    bool dragging_ = false;
+    double shrunkScale_ = 0;
+    bool showing_ = false;  // the scroll bars move by the model
+    std::vector<ui::Connection> connections_;
 };
 
 }  // namespace dravik::qt

@@ -1,8 +1,11 @@
-// Texts between the models (UTF-8) and Qt (UTF-16).
+// Texts and places between the models (UTF-8) and Qt (UTF-16).
 #pragma once
 
+#include <QRectF>
 #include <QString>
 #include <string>
+
+#include "trainer/window/ViewGeometry.h"
 
 namespace dravik::qt {
 
@@ -11,6 +14,10 @@ inline QString qtText(const std::string& text) {
 }
 inline std::string utf8(const QString& text) {
     return text.toStdString();
+}
+
+inline QRectF qtRect(const trainer::ViewBox& box) {
+    return {box.left, box.top, box.width, box.height};
 }
 
 // UTF-16 position of the character with the given index; the end when there are fewer characters.

@@ -1,19 +1,17 @@
-// What the current font reads in the current image, line by line. Weak characters are underlined with a wave,
-// those that are hardly more than a guess shown as "?", and the tool tip of every character says how sure the
-// font is.
+// What the current font reads in the current image. Weak characters are underlined with a wave, and the tool
+// tip of every character says how sure the font is.
 #pragma once
 
 #include <QTextEdit>
 
-#include "trainer/Trainer.h"
+#include "trainer/window/ReadingModel.h"
 
 namespace dravik::qt {
 
 class ReadingView : public QTextEdit {
   public:
-    explicit ReadingView(QWidget* parent);
-
-    void setReading(const trainer::Reading& reading);
+    // The model outlives the view.
+    ReadingView(trainer::ReadingModel& model, QWidget* parent);
 
     QSize sizeHint() const override;
     QSize minimumSizeHint() const override;
@@ -23,9 +21,11 @@ class ReadingView : public QTextEdit {
 
   private:
     void showReading();
+    QFont textFont() const;
     int heightOf(int lines) const;
 
-    trainer::Reading reading_;
+    trainer::ReadingModel& model_;
+    ui::Connection changed_;
 };
 
 }  // namespace dravik::qt

@@ -74,8 +74,8 @@ QColor textColorOn(ui::Color background, ui::Color foreground, const QPalette& p
 }
 
 QColor warningColor(const QPalette& palette) {
-    return luminance(palette.color(QPalette::Window)) > 0.3 ? QColor(0xB8, 0x3A, 0x00)
-                                                            : QColor(0xFF, 0x9E, 0x57);
+    const bool light = luminance(palette.color(QPalette::Window)) > 0.3;
+    return qtColor(light ? ui::kWarningColor : ui::kWarningColorOnDark, palette);
 }
 
 void useTheme(Theme theme) {

@@ -1,57 +1,47 @@
 #include "qt/ThumbnailStrip.h"
 
 #include <QAbstractListModel>
-#include <QCache>
 #include <QGuiApplication>
 #include <QKeyEvent>
 #include <QPainter>
 #include <QPixmap>
 #include <QScrollBar>
-#include <QTimer>
 #include <QWheelEvent>
-#include <memory>
-#include <vector>
 
 #include "qt/Guard.h"
 #include "qt/QtConversions.h"
 #include "qt/QtImage.h"
 
 namespace dravik::qt {
+namespace {
 
-constexpr QSize kThumbnail(104, 54);
-constexpr QSize kItem(116, 82);
-constexpr int kKeptThumbnails = 400;
-// Asked for but no longer in view: the newest requests are the ones that the operator looks at.
-constexpr std::size_t kMostWaiting = 40;
+using trainer::PartStrip;
 
-class ThumbnailModel : public QAbstractListModel {
+constexpr QSize kPicture(PartStrip::kPictureWidth, PartStrip::kPictureHeight);
+constexpr QSize kItem(PartStrip::kItemWidth, PartStrip::kItemHeight);
+
+class StripModel : public QAbstractListModel {
   public:
-    ThumbnailModel(const trainer::OpenedParts& parts, QObject* parent)
-        : QAbstractListModel(parent), parts_(parts), ratio_(1), thumbnails_(kKeptThumbnails) {
-        next_.setSingleShot(true);
-        connect(&next_, &QTimer::timeout, this, [this] { decodeOne(); });
-    }
-
-    void setPixelRatio(double ratio) { ratio_ = ratio; }
+    StripModel(const PartStrip& strip, QWidget& view)
+        : QAbstractListModel(&view), strip_(strip), view_(view) {}
 
     void refill() {
         beginResetModel();
-        waiting_.clear();
         endResetModel();
     }
 
-    int rowCount(const QModelIndex& parent) const override { return parent.isValid() ? 0 : parts_.count(); }
+    int rowCount(const QModelIndex& parent) const override { return parent.isValid() ? 0 : strip_.count(); }
 
     QVariant data(const QModelIndex& index, int role) const override {
-        if (!index.isValid() || index.row() >= parts_.count()) return {};
+        if (!index.isValid() || index.row() >= strip_.count()) return {};
         QVariant result;
         guarded([&] {
             if (role == Qt::DisplayRole)
-                result = qtText(parts_.name(index.row()));
+                result = qtText(strip_.name(index.row()));
             else if (role == Qt::ToolTipRole)
-                result = qtText(parts_.path(index.row()));
+                result = qtText(strip_.tip(index.row()));
             else if (role == Qt::DecorationRole)
-                result = thumbnail(index.row());
+                result = pixmap(strip_.picture(index.row()));
             else if (role == Qt::SizeHintRole)
                 result = kItem;
         });
@@ -59,82 +49,58 @@ class ThumbnailModel : public QAbstractListModel {
     }
 
   private:
-    QVariant thumbnail(int row) const {
-        const QString path = qtText(parts_.path(row));
-        if (const QPixmap* pixmap = thumbnails_.object(path)) return *pixmap;
-        if (std::find(waiting_.begin(), waiting_.end(), row) == waiting_.end()) waiting_.push_back(row);
-        if (waiting_.size() > kMostWaiting) waiting_.erase(waiting_.begin());
-        next_.start(0);
-        return emptyThumbnail();
-    }
-
-    QPixmap emptyThumbnail() const {
-        QPixmap pixmap(kThumbnail * ratio_);
-        pixmap.setDevicePixelRatio(ratio_);
+    QPixmap pixmap(const engine::GreyImage* picture) const {
+        const double ratio = view_.devicePixelRatioF();
+        QPixmap pixmap(kPicture * ratio);
+        pixmap.setDevicePixelRatio(ratio);
         pixmap.fill(Qt::transparent);
+        if (!picture) return pixmap;
+        QPainter painter(&pixmap);
+        painter.setRenderHint(QPainter::SmoothPixmapTransform);
+        if (picture->empty()) {
+            painter.setPen(QGuiApplication::palette().color(QPalette::Text));
+            painter.drawText(QRect(QPoint(0, 0), kPicture), static_cast<int>(Qt::AlignCenter),
+                             QStringLiteral("?"));
+        } else {
+            painter.drawImage(
+                qtRect(PartStrip::pictureIn(*picture, PartStrip::kPictureWidth, PartStrip::kPictureHeight)),
+                toQImage(*picture));
+        }
         return pixmap;
     }
 
-    void decodeOne() {
-        if (waiting_.empty()) return;
-        const int row = waiting_.front();
-        waiting_.erase(waiting_.begin());
-        if (row < parts_.count()) guarded([&] { decode(row); });
-        if (!waiting_.empty()) next_.start(0);
-    }
-
-    void decode(int row) {
-        const engine::GreyImage image = parts_.thumbnail(row, static_cast<int>(kThumbnail.width() * ratio_));
-        auto pixmap = std::make_unique<QPixmap>(emptyThumbnail());
-        QPainter painter(pixmap.get());
-        painter.setRenderHint(QPainter::SmoothPixmapTransform);
-        if (image.empty()) {
-            painter.setPen(QGuiApplication::palette().color(QPalette::Text));
-            painter.drawText(QRect(QPoint(0, 0), kThumbnail), static_cast<int>(Qt::AlignCenter),
-                             QStringLiteral("?"));
-        } else {
-            QRect place(QPoint(0, 0),
-                        QSize(image.width(), image.height()).scaled(kThumbnail, Qt::KeepAspectRatio));
-            place.moveCenter(QRect(QPoint(0, 0), kThumbnail).center());
-            painter.drawImage(place, toQImage(image));
-        }
-        painter.end();
-        thumbnails_.insert(qtText(parts_.path(row)), pixmap.release());
-        Q_EMIT dataChanged(index(row), index(row), {Qt::DecorationRole});
-    }
-
-    const trainer::OpenedParts& parts_;
-    double ratio_;
-    QCache<QString, QPixmap> thumbnails_;
-    mutable std::vector<int> waiting_;
-    mutable QTimer next_;
+    const PartStrip& strip_;
+    const QWidget& view_;
 };
 
-ThumbnailStrip::ThumbnailStrip(trainer::OpenedParts& parts, QWidget* parent)
-    : QListView(parent), parts_(parts), model_(new ThumbnailModel(parts, this)) {
-    setAccessibleName(QStringLiteral("Opened images"));
+}  // namespace
+
+ThumbnailStrip::ThumbnailStrip(PartStrip& strip, QWidget* parent) : QListView(parent), strip_(strip) {
+    setAccessibleName(QString::fromUtf8(trainer::kStripName));
     setViewMode(QListView::IconMode);
     setMovement(QListView::Static);
     setFlow(QListView::LeftToRight);
     setWrapping(false);
     setUniformItemSizes(true);
     setTextElideMode(Qt::ElideMiddle);
-    setIconSize(kThumbnail);
+    setIconSize(kPicture);
     setGridSize(kItem);
     setSelectionMode(QAbstractItemView::SingleSelection);
     setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     setHorizontalScrollBarPolicy(Qt::ScrollBarAsNeeded);
     setHorizontalScrollMode(QAbstractItemView::ScrollPerPixel);
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
-    model_->setPixelRatio(devicePixelRatioF());
-    setModel(model_);
-    listChanged_ = parts.listChanged.connect([this] {
+    auto* model = new StripModel(strip, *this);
+    setModel(model);
+    strip.setDisplay({1, devicePixelRatioF()});
+    connect(horizontalScrollBar(), &QScrollBar::valueChanged, this,
+            [this](int position) { strip_.scrollTo(position); });
+    connections_.push_back(strip.listChanged.connect([this, model] {
         showing_ = true;
-        model_->refill();
+        model->refill();
         showing_ = false;
-        showCurrent();
-    });
-    currentChanged_ = parts.currentChanged.connect([this] { showCurrent(); });
+    }));
+    connections_.push_back(strip.changed.connect([this] { showCurrent(); }));
     showCurrent();
 }
 
@@ -144,16 +110,17 @@ QSize ThumbnailStrip::sizeHint() const {
 
 void ThumbnailStrip::showCurrent() {
     showing_ = true;
-    const QModelIndex index = model_->index(parts_.current());
-    setCurrentIndex(index);
-    if (index.isValid()) scrollTo(index);
+    if (const QModelIndex index = model()->index(strip_.current(), 0); index != currentIndex())
+        setCurrentIndex(index);
+    executeDelayedItemsLayout();
+    horizontalScrollBar()->setValue(strip_.scroll().position);
     showing_ = false;
+    viewport()->update();
 }
 
 void ThumbnailStrip::currentChanged(const QModelIndex& current, const QModelIndex& previous) {
     QListView::currentChanged(current, previous);
-    if (!showing_ && current.isValid() && current.row() != parts_.current())
-        guarded([&] { parts_.setCurrent(current.row()); });
+    if (!showing_ && current.isValid()) guarded([&] { strip_.choose(current.row()); });
 }
 
 void ThumbnailStrip::keyPressEvent(QKeyEvent* event) {
@@ -168,6 +135,11 @@ void ThumbnailStrip::wheelEvent(QWheelEvent* event) {
     const int delta = event->angleDelta().y() != 0 ? event->angleDelta().y() : event->angleDelta().x();
     horizontalScrollBar()->setValue(horizontalScrollBar()->value() - delta);
     event->accept();
+}
+
+void ThumbnailStrip::resizeEvent(QResizeEvent* event) {
+    QListView::resizeEvent(event);
+    strip_.setWidth(viewport()->width());
 }
 
 }  // namespace dravik::qt

@@ -1,18 +1,16 @@
-// The opened parts as a strip of small pictures. A picture is decoded only when it comes into view, one at a
-// time, so that thousands of parts open at once.
+// The opened parts as a list of small pictures with their names.
 #pragma once
 
 #include <QListView>
 
-#include "trainer/OpenedParts.h"
+#include "trainer/window/PartStrip.h"
 
 namespace dravik::qt {
 
-class ThumbnailModel;
-
 class ThumbnailStrip : public QListView {
   public:
-    ThumbnailStrip(trainer::OpenedParts& parts, QWidget* parent);
+    // The model outlives the view.
+    ThumbnailStrip(trainer::PartStrip& strip, QWidget* parent);
 
     QSize sizeHint() const override;
     QSize minimumSizeHint() const override { return {120, sizeHint().height()}; }
@@ -21,15 +19,14 @@ class ThumbnailStrip : public QListView {
     void currentChanged(const QModelIndex& current, const QModelIndex& previous) override;
     void keyPressEvent(QKeyEvent* event) override;
     void wheelEvent(QWheelEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
 
   private:
     void showCurrent();
 
-    trainer::OpenedParts& parts_;
-    ThumbnailModel* model_;
+    trainer::PartStrip& strip_;
     bool showing_ = false;
-    ui::Connection listChanged_;
-    ui::Connection currentChanged_;
+    std::vector<ui::Connection> connections_;
 };
 
 }  // namespace dravik::qt

@@ -42,7 +42,7 @@ int runWindow(const trainer::WindowOptions& options) {
     QtPlatform platform;
     trainer::Trainer trainer(platform, options.jobs.empty() ? JobFolder() : JobFolder(options.jobs),
                              decodeImageFile, true);
-    MainWindow window(trainer);
+    MainWindow window(trainer, platform);
     platform.setMainWindow(&window);
     window.show();
     if (!options.paths.empty()) window.open(options.paths);

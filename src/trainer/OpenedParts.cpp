@@ -17,9 +17,10 @@ namespace {
 
 namespace fs = std::filesystem;
 
+constexpr std::array<std::string_view, 11> kExtensions = {".png",  ".jpg",  ".jpeg", ".bmp", ".gif", ".tif",
+                                                          ".tiff", ".webp", ".pgm",  ".ppm", ".pbm"};
+
 bool hasImageExtension(const fs::path& path) {
-    static constexpr std::array<std::string_view, 11> kExtensions = {
-        ".png", ".jpg", ".jpeg", ".bmp", ".gif", ".tif", ".tiff", ".webp", ".pgm", ".ppm", ".pbm"};
     const auto extension = lowerCase(fromPath(path.extension()));
     return std::find(kExtensions.begin(), kExtensions.end(), extension) != kExtensions.end();
 }
@@ -43,6 +44,10 @@ std::vector<fs::path> imagesIn(const fs::path& folder, std::error_code& error) {
 }
 
 }  // namespace
+
+std::span<const std::string_view> imageExtensions() noexcept {
+    return kExtensions;
+}
 
 OpenedParts::OpenedParts(ImageDecoder decoder) : decoder_(std::move(decoder)) {}
 

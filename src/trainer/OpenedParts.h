@@ -5,7 +5,9 @@
 #include <functional>
 #include <memory>
 #include <optional>
+#include <span>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "engine/image/GreyImage.h"
@@ -15,6 +17,9 @@ namespace dravik::trainer {
 
 // Decodes an image file to grey; raises Failure whose description names the file and the problem.
 using ImageDecoder = std::function<engine::GreyImage(const std::string& path)>;
+
+// ".png" and the like, in small letters: files of a folder with such a name are taken for images.
+std::span<const std::string_view> imageExtensions() noexcept;
 
 class OpenedParts {
   public:

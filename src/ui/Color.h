@@ -30,4 +30,8 @@ constexpr Color kWindowTextColor = 0x80000008u;
 constexpr Color kButtonFaceColor = 0x8000000Fu;
 constexpr Color kButtonTextColor = 0x80000012u;
 
+// Text that warns, on light and on dark ground.
+constexpr Color kWarningColor = rgb(0xB8, 0x3A, 0x00);
+constexpr Color kWarningColorOnDark = rgb(0xFF, 0x9E, 0x57);
+
 }  // namespace dravik::ui

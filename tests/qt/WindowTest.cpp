@@ -60,7 +60,7 @@ class WindowTest : public testing::Test {
     std::ostringstream told;
     QtPlatform platform;
     Trainer trainer{platform, JobFolder(folder.filePath("Jobs").toStdString()), decodeImageFile, false};
-    MainWindow window{trainer};
+    MainWindow window{trainer, platform};
 };
 
 TEST_F(WindowTest, TeachesLearnsSavesAndReads) {
@@ -178,7 +178,7 @@ TEST_F(WindowTest, AMismatchIsVisibleBeforeInclude) {
 
 TEST_F(WindowTest, ZoomStaysInItsRangeAndComesBackToTheFit) {
     window.open({kParts + "rendered_lines/hack_000.png"});
-    auto& part = view<PartView>("partView");
+    const PartViewModel& part = window.model().view;
     EXPECT_TRUE(part.fits());
     const double fitting = part.scale();
     action("zoomIn").trigger();
@@ -187,7 +187,7 @@ TEST_F(WindowTest, ZoomStaysInItsRangeAndComesBackToTheFit) {
     for (int i = 0; i < 60; ++i) action("zoomIn").trigger();
     EXPECT_LE(part.scale(), 32);
     action("actualSize").trigger();
-    EXPECT_DOUBLE_EQ(part.scale(), 1 / part.devicePixelRatioF());
+    EXPECT_DOUBLE_EQ(part.scale(), 1 / window.devicePixelRatioF());
     action("fit").trigger();
     EXPECT_DOUBLE_EQ(part.scale(), fitting);
 }

@@ -1,6 +1,7 @@
 #include "windows/app/DrawnWindow.h"
 
 #include <algorithm>
+#include <cmath>
 
 #include "windows/win32/DrawnAnswer.h"
 #include "windows/win32/Module.h"
@@ -46,10 +47,22 @@ RECT DrawnWindow::client() const {
     return rect;
 }
 
+void DrawnWindow::paintFocus(HDC dc, const RECT& area) const {
+    if (GetFocus() == window()) win32::frame(dc, area, GetSysColor(COLOR_HIGHLIGHT), look().px(1));
+}
+
 LRESULT DrawnWindow::answer(UINT message, WPARAM wParam, LPARAM lParam) {
+    if (message == WM_GETOBJECT && static_cast<LONG>(lParam) == OBJID_CLIENT)
+        if (win32::AccessibleContent* content = accessible())
+            return win32::accessibleAnswer(window(), *content, alive_, wParam);
     const auto drawn = win32::drawnAnswer(
         window(), message, wParam, [this](HDC dc, const RECT& client, const RECT&) { paint(dc, client); });
     return drawn ? *drawn : defaultAnswer(message, wParam, lParam);
+}
+
+RECT rectOf(const trainer::ViewBox& box) {
+    const auto whole = [](double value) { return std::lround(value); };
+    return {whole(box.left), whole(box.top), whole(box.right()), whole(box.bottom())};
 }
 
 }  // namespace dravik::app

@@ -12,25 +12,12 @@
 namespace dravik::app {
 namespace {
 
-constexpr SIZE kFirstSize{1280, 800};
 constexpr int kDividerWidth = 6;
 constexpr int kLeastHeight = 560;
 constexpr int kIcon = 1;
 constexpr wchar_t kPlacement[] = L"Placement";
 constexpr wchar_t kDivider[] = L"Divider";
 constexpr wchar_t kFolder[] = L"Folder";
-
-constexpr wchar_t kKeysText[] =
-    L"Alt+Left, Alt+Right, Page Up, Page Down\tprevious and next image\n"
-    L"Ctrl and the wheel, Ctrl++, Ctrl+-\t\tzoom\n"
-    L"Ctrl+0, Ctrl+1\t\t\t\tfit, actual size\n"
-    L"Enter\t\t\t\t\tinclude the typed text\n"
-    L"Ctrl+L, Ctrl+S\t\t\t\tlearn, save the font\n"
-    L"Arrow keys in the characters\t\tfrom cell to cell\n"
-    L"Menu key, Shift+F10\t\t\tmenu of a character or of the samples\n"
-    L"Shift+arrows, Ctrl+A, Ctrl+Insert, Delete\tselect, copy, delete samples\n"
-    L"Ctrl+Enter in the samples\t\t\tsort by the current column\n"
-    L"Left, Right in a histogram\t\t\tfrom bar to bar";
 
 // Page Up and Page Down go from part to part, but where the focused control leafs through something of its
 // own.
@@ -63,13 +50,14 @@ MainWindow::~MainWindow() {
 }
 
 void MainWindow::fill(trainer::Trainer& trainer, win32::Win32Platform& platform) {
-    trainer_ = &trainer;
+    trainer::WindowSystem& system = *this;
+    model_ = std::make_unique<trainer::TrainerWindow>(trainer, platform, system);
     page_ = std::make_unique<win32::FormPage>(trainer.control().form(), window(), platform);
     page_->setVisible(true);
     win32::guarded([&] { trainer.control().form().activate(); });
-    SetMenu(window(), makeMenuBar());
-    pane_ = std::make_unique<PartPane>(window(), shared_, trainer, platform);
-    const auto showTitle = [this] { SetWindowTextW(window(), win32::wide(trainer_->title()).c_str()); };
+    menus_ = std::make_unique<WindowMenus>(model_->actions, window());
+    pane_ = std::make_unique<PartPane>(window(), shared_, *model_, platform);
+    const auto showTitle = [this] { SetWindowTextW(window(), win32::wide(model_->title()).c_str()); };
     titleChanged_ = trainer.titleChanged.connect(showTitle);
     showTitle();
     restorePlace();
@@ -80,7 +68,8 @@ void MainWindow::clear() {
     titleChanged_.disconnect();
     pane_.reset();
     page_.reset();
-    trainer_ = nullptr;
+    menus_.reset();
+    model_.reset();
 }
 
 void MainWindow::show() {
@@ -91,7 +80,7 @@ void MainWindow::show() {
 }
 
 void MainWindow::open(const std::vector<std::string>& paths) {
-    pane_->open(paths);
+    win32::guarded([&] { model_->open(paths); });
 }
 
 void MainWindow::restorePlace() {
@@ -112,8 +101,8 @@ void MainWindow::restorePlace() {
     }
     RECT area{};
     SystemParametersInfoW(SPI_GETWORKAREA, 0, &area, 0);
-    const int wide = std::min(look().px(kFirstSize.cx), win32::widthOf(area));
-    const int high = std::min(look().px(kFirstSize.cy), win32::heightOf(area));
+    const int wide = std::min(look().px(trainer::TrainerWindow::kFirstWidth), win32::widthOf(area));
+    const int high = std::min(look().px(trainer::TrainerWindow::kFirstHeight), win32::heightOf(area));
     setBounds({(area.left + area.right - wide) / 2, (area.top + area.bottom - high) / 2,
                (area.left + area.right + wide) / 2, (area.top + area.bottom + high) / 2});
 }
@@ -166,115 +155,22 @@ void MainWindow::lookAnew(int dpi) {
     arrange();
 }
 
-bool MainWindow::isPossible(Command command) const {
-    const trainer::OpenedParts& parts = trainer_->parts();
-    const bool shown = !parts.image().empty();
-    switch (command) {
-        case Command::CloseImage:
-            return parts.current() >= 0;
-        case Command::CloseAll:
-            return parts.count() > 0;
-        case Command::Previous:
-            return parts.current() > 0;
-        case Command::Next:
-            return parts.current() >= 0 && parts.current() + 1 < parts.count();
-        case Command::ZoomIn:
-        case Command::ZoomOut:
-        case Command::Fit:
-        case Command::ActualSize:
-            return shown;
-        default:
-            break;
-    }
-    const std::string name = fontButton(command);
-    if (name.empty()) return true;
-    const HWND button = win32::findWindowNamed(page_->window(), name);
-    return button && IsWindowEnabled(button);
+std::vector<std::string> MainWindow::choosePaths(const trainer::FileQuestion& question) {
+    return app::choosePaths(window(), question);
 }
 
-void MainWindow::showMenuStates(HMENU menu) const {
-    for (int i = 0; i < GetMenuItemCount(menu); ++i) {
-        const UINT id = GetMenuItemID(menu, i);
-        if (id < static_cast<UINT>(Command::OpenImages) || id == static_cast<UINT>(-1)) continue;
-        const auto command = static_cast<Command>(id);
-        EnableMenuItem(menu, id, isPossible(command) ? MF_ENABLED : MF_GRAYED);
-        if (command == Command::Fit)
-            CheckMenuItem(menu, id, pane_->view().fits() ? MF_CHECKED : MF_UNCHECKED);
-    }
+std::string MainWindow::keptFolder() const {
+    return win32::utf8(settings_.text(kFolder));
 }
 
-void MainWindow::perform(Command command) {
-    if (!isPossible(command)) return;
-    trainer::OpenedParts& parts = trainer_->parts();
-    switch (command) {
-        case Command::OpenImages:
-        case Command::OpenFolder: {
-            std::wstring folder = settings_.text(kFolder);
-            std::vector<std::string> paths;
-            if (command == Command::OpenImages)
-                paths = chooseImages(window(), folder);
-            else if (const std::string chosen = chooseFolder(window(), folder); !chosen.empty())
-                paths = {chosen};
-            if (paths.empty()) break;
-            settings_.setText(kFolder, folder);
-            open(paths);
-            break;
-        }
-        case Command::CloseImage:
-            parts.close(parts.current());
-            break;
-        case Command::CloseAll:
-            parts.closeAll();
-            break;
-        case Command::Quit:
-            close();
-            break;
-        case Command::Previous:
-            parts.previous();
-            break;
-        case Command::Next:
-            parts.next();
-            break;
-        case Command::ZoomIn:
-            pane_->view().zoomIn();
-            break;
-        case Command::ZoomOut:
-            pane_->view().zoomOut();
-            break;
-        case Command::Fit:
-            pane_->view().fit();
-            break;
-        case Command::ActualSize:
-            pane_->view().setScale(1);
-            break;
-        case Command::Keys:
-            showText(L"Keys", kKeysText);
-            break;
-        case Command::About:
-            showText(L"About Dravik Trainer",
-                     L"Dravik Trainer " + win32::wide(DRAVIK_VERSION) +
-                         L"\n\nBuilds and maintains OCR fonts from part images.\n\nFonts: " +
-                         win32::wide(trainer_->folder().fontsFolder()));
-            break;
-        default:
-            if (const std::string name = fontButton(command); !name.empty())
-                if (const HWND button = win32::findWindowNamed(page_->window(), name);
-                    button && IsWindowEnabled(button))
-                    SendMessageW(button, BM_CLICK, 0, 0);
-            break;
-    }
-}
-
-void MainWindow::showText(const wchar_t* title, const std::wstring& text) {
-    const win32::Styles styles;
-    ::MessageBoxW(window(), text.c_str(), title, MB_OK);
+void MainWindow::keepFolder(const std::string& folder) {
+    settings_.setText(kFolder, win32::wide(folder));
 }
 
 void MainWindow::close() {
-    if (ended_ || !window()) return;
-    ended_ = true;
+    if (!window() || !model_ || model_->hasEnded()) return;
     rememberPlace();
-    win32::guarded([this] { trainer_->control().UserControl_Terminate(); });
+    win32::guarded([this] { model_->end(); });
     page_->detach();
     DestroyWindow(window());
 }
@@ -295,10 +191,11 @@ void MainWindow::dropped(HDROP drop) {
 bool MainWindow::translate(MSG& message) {
     if (!window() || !pane_ || (message.hwnd != window() && !IsChild(window(), message.hwnd))) return false;
     if (message.message < WM_KEYFIRST || message.message > WM_KEYLAST) return false;
-    if (TranslateAcceleratorW(window(), accelerators_.get(), &message)) return true;
+    if (menus_->translate(message)) return true;
     if (message.message == WM_KEYDOWN && (message.wParam == VK_PRIOR || message.wParam == VK_NEXT) &&
         GetKeyState(VK_CONTROL) >= 0 && !leafsItself(message.hwnd)) {
-        win32::guarded([&] { perform(message.wParam == VK_PRIOR ? Command::Previous : Command::Next); });
+        trainer::WindowActions& actions = model_->actions;
+        win32::guarded([&] { (message.wParam == VK_PRIOR ? actions.previous : actions.next).trigger(); });
         return true;
     }
     const bool backwards = GetKeyState(VK_SHIFT) < 0;
@@ -351,10 +248,10 @@ LRESULT MainWindow::answer(UINT message, WPARAM wParam, LPARAM lParam) {
             PostQuitMessage(0);
             return 0;
         case WM_COMMAND:
-            if (lParam == 0 && trainer_) perform(static_cast<Command>(LOWORD(wParam)));
+            if (lParam == 0 && menus_) menus_->perform(LOWORD(wParam));
             return 0;
         case WM_INITMENUPOPUP:
-            if (trainer_) showMenuStates(reinterpret_cast<HMENU>(wParam));
+            if (menus_) menus_->showStates(reinterpret_cast<HMENU>(wParam));
             return 0;
         case WM_DROPFILES:
             if (pane_) dropped(reinterpret_cast<HDROP>(wParam));

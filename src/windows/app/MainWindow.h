@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-#include "trainer/Trainer.h"
+#include "trainer/window/TrainerWindow.h"
 #include "windows/app/PartPane.h"
 #include "windows/app/Settings.h"
 #include "windows/app/WindowMenus.h"
@@ -15,7 +15,7 @@
 
 namespace dravik::app {
 
-class MainWindow : public DrawnWindow {
+class MainWindow : public DrawnWindow, private trainer::WindowSystem {
   public:
     // The window alone, for a platform that needs it.
     explicit MainWindow(Settings settings);
@@ -34,7 +34,10 @@ class MainWindow : public DrawnWindow {
     // A message of a loop of the program: true when it is used up.
     bool translate(MSG& message);
 
-    PartPane& pane() noexcept { return *pane_; }
+    // While it is filled.
+    trainer::TrainerWindow& model() noexcept { return *model_; }
+    // The command of WM_COMMAND for an action of the model.
+    WORD commandOf(const trainer::Action& action) const { return menus_->commandOf(action); }
     // The operator's wish to end: the screen may ask about a changed font.
     void close();
     bool isOpen() const noexcept { return window() != nullptr; }
@@ -44,12 +47,13 @@ class MainWindow : public DrawnWindow {
     void paint(HDC dc, const RECT& client) override;
 
   private:
+    std::vector<std::string> choosePaths(const trainer::FileQuestion& question) override;
+    std::string keptFolder() const override;
+    void keepFolder(const std::string& folder) override;
+    void closeWindow() override { close(); }
+
     void arrange();
-    void perform(Command command);
-    bool isPossible(Command command) const;
-    void showMenuStates(HMENU menu) const;
     void dropped(HDROP drop);
-    void showText(const wchar_t* title, const std::wstring& text);
     void restorePlace();
     void rememberPlace() const;
     void lookAnew(int dpi);
@@ -58,14 +62,13 @@ class MainWindow : public DrawnWindow {
 
     SharedLook shared_;
     Settings settings_;
-    const AcceleratorTable accelerators_;
-    trainer::Trainer* trainer_ = nullptr;
+    std::unique_ptr<trainer::TrainerWindow> model_;
+    std::unique_ptr<WindowMenus> menus_;
     std::unique_ptr<win32::FormPage> page_;
     std::unique_ptr<PartPane> pane_;
     ui::Connection titleChanged_;
-    int divided_ = 640;  // width of the screen's side at 96 dpi
+    int divided_ = trainer::TrainerWindow::kFirstScreenWidth;  // width of the screen's side at 96 dpi
     bool dividing_ = false;
-    bool ended_ = false;
 };
 
 }  // namespace dravik::app

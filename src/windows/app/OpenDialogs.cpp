@@ -20,17 +20,23 @@ std::wstring pathOf(IShellItem& item) {
 
 class OpenDialog {
   public:
-    OpenDialog(const wchar_t* title, FILEOPENDIALOGOPTIONS options, const std::wstring& folder) {
+    explicit OpenDialog(const trainer::FileQuestion& question) {
         if (FAILED(CoCreateInstance(CLSID_FileOpenDialog, nullptr, CLSCTX_INPROC_SERVER, IID_IFileOpenDialog,
                                     reinterpret_cast<void**>(&dialog_))))
             throw Failure(RuntimeError::InternalError, "The dialog to open files cannot be made");
         FILEOPENDIALOGOPTIONS usual = 0;
         dialog_->GetOptions(&usual);
-        dialog_->SetOptions(usual | options | FOS_FORCEFILESYSTEM);
-        dialog_->SetTitle(title);
+        dialog_->SetOptions(
+            usual | FOS_FORCEFILESYSTEM |
+            (question.asksForFolder
+                 ? static_cast<DWORD>(FOS_PICKFOLDERS) | static_cast<DWORD>(FOS_PATHMUSTEXIST)
+                 : static_cast<DWORD>(FOS_ALLOWMULTISELECT) | static_cast<DWORD>(FOS_FILEMUSTEXIST)));
+        dialog_->SetTitle(win32::wide(question.title).c_str());
+        setFilters(question.filters);
         IShellItem* start = nullptr;
-        if (!folder.empty() && SUCCEEDED(SHCreateItemFromParsingName(folder.c_str(), nullptr, IID_IShellItem,
-                                                                     reinterpret_cast<void**>(&start)))) {
+        if (!question.folder.empty() &&
+            SUCCEEDED(SHCreateItemFromParsingName(win32::wide(question.folder).c_str(), nullptr,
+                                                  IID_IShellItem, reinterpret_cast<void**>(&start)))) {
             dialog_->SetFolder(start);
             start->Release();
         }
@@ -39,11 +45,9 @@ class OpenDialog {
     OpenDialog& operator=(const OpenDialog&) = delete;
     ~OpenDialog() { dialog_->Release(); }
 
-    IFileOpenDialog* operator->() const noexcept { return dialog_; }
-
-    std::vector<std::wstring> run(HWND owner) {
+    std::vector<std::string> run(HWND owner) {
         const win32::Styles styles;
-        std::vector<std::wstring> paths;
+        std::vector<std::string> paths;
         IShellItemArray* items = nullptr;
         if (dialog_->Show(owner) != S_OK || FAILED(dialog_->GetResults(&items))) return paths;
         DWORD count = 0;
@@ -51,7 +55,7 @@ class OpenDialog {
         for (DWORD i = 0; i < count; ++i) {
             IShellItem* item = nullptr;
             if (FAILED(items->GetItemAt(i, &item))) continue;
-            paths.push_back(pathOf(*item));
+            paths.push_back(win32::utf8(pathOf(*item)));
             item->Release();
         }
         items->Release();
@@ -59,31 +63,26 @@ class OpenDialog {
     }
 
   private:
+    void setFilters(const std::vector<trainer::FileFilter>& filters) {
+        std::vector<std::pair<std::wstring, std::wstring>> texts;
+        for (const trainer::FileFilter& filter : filters) {
+            std::string patterns;
+            for (const std::string& pattern : filter.patterns)
+                patterns += (patterns.empty() ? "" : ";") + pattern;
+            texts.emplace_back(win32::wide(filter.name), win32::wide(patterns));
+        }
+        std::vector<COMDLG_FILTERSPEC> types;
+        for (const auto& [name, patterns] : texts) types.push_back({name.c_str(), patterns.c_str()});
+        if (!types.empty()) dialog_->SetFileTypes(static_cast<UINT>(types.size()), types.data());
+    }
+
     IFileOpenDialog* dialog_ = nullptr;
 };
 
 }  // namespace
 
-std::vector<std::string> chooseImages(HWND owner, std::wstring& folder) {
-    OpenDialog dialog(L"Open Part Images", FOS_ALLOWMULTISELECT | FOS_FILEMUSTEXIST, folder);
-    const COMDLG_FILTERSPEC filters[] = {
-        {L"Images", L"*.png;*.bmp;*.jpg;*.jpeg;*.tif;*.tiff;*.gif;*.ico;*.jxr;*.wdp;*.webp"},
-        {L"All files", L"*.*"}};
-    dialog->SetFileTypes(2, filters);
-    std::vector<std::string> result;
-    for (const std::wstring& path : dialog.run(owner)) {
-        folder = path.substr(0, path.find_last_of(L"\\/"));
-        result.push_back(win32::utf8(path));
-    }
-    return result;
-}
-
-std::string chooseFolder(HWND owner, std::wstring& folder) {
-    OpenDialog dialog(L"Open Folder of Part Images", FOS_PICKFOLDERS | FOS_PATHMUSTEXIST, folder);
-    const std::vector<std::wstring> paths = dialog.run(owner);
-    if (paths.empty()) return {};
-    folder = paths.front();
-    return win32::utf8(folder);
+std::vector<std::string> choosePaths(HWND owner, const trainer::FileQuestion& question) {
+    return OpenDialog(question).run(owner);
 }
 
 }  // namespace dravik::app

@@ -1,14 +1,14 @@
-// The system's dialogs to choose image files and a folder of them. COM is initialized on the thread.
+// The system's dialogs to choose files and folders. COM is initialized on the thread.
 #pragma once
 
 #include <string>
 #include <vector>
 
+#include "trainer/window/TrainerWindow.h"
+
 namespace dravik::app {
 
-// Empty when the operator cancels; paths are UTF-8. `folder` is where the dialog starts and becomes where it
-// ended.
-std::vector<std::string> chooseImages(HWND owner, std::wstring& folder);
-std::string chooseFolder(HWND owner, std::wstring& folder);
+// Paths in UTF-8; none when the operator cancels.
+std::vector<std::string> choosePaths(HWND owner, const trainer::FileQuestion& question);
 
 }  // namespace dravik::app

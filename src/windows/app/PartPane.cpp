@@ -1,9 +1,7 @@
 #include "windows/app/PartPane.h"
 
 #include <algorithm>
-#include <cmath>
 
-#include "windows/app/ActionPictures.h"
 #include "windows/win32/Guard.h"
 #include "windows/win32/Module.h"
 #include "windows/win32/Peer.h"
@@ -13,35 +11,35 @@
 namespace dravik::app {
 namespace {
 
-constexpr std::size_t kMostProblemLines = 4;
 constexpr int kMargin = 9;
-constexpr UINT_PTR kCheckTimer = 1;
-constexpr ui::Color kWarning = ui::rgb(0xB8, 0x3A, 0x00);
-constexpr ui::Color kWarningOnDark = ui::rgb(0xFF, 0x9E, 0x57);
 
 }  // namespace
 
-PartPane::Bar::Bar(std::size_t problemLines) : ui::Form("partBar", "") {
-    tools.add("previous", "", ui::ToolButton::Style::Push, pictures::previousPart())
-        .setToolTip("Previous image");
-    tools.add("next", "", ui::ToolButton::Style::Push, pictures::nextPart()).setToolTip("Next image");
-    tools.add("zoomOut", "", ui::ToolButton::Style::Push, pictures::zoomOut()).setToolTip("Zoom out");
-    tools.add("zoomIn", "", ui::ToolButton::Style::Push, pictures::zoomIn()).setToolTip("Zoom in");
-    tools.add("fit", "", ui::ToolButton::Style::Check, pictures::fitting()).setToolTip("Fit the whole image");
-    tools.add("actualSize", "", ui::ToolButton::Style::Push, pictures::oneToOne())
-        .setToolTip("One image pixel to one pixel of the display");
+PartPane::Bar::Bar(const trainer::ActionList& actions) : ui::Form("partBar", "") {
+    for (const trainer::Action* action : actions) {
+        if (!action) continue;
+        const trainer::ActionFace& face = action->face();
+        tools
+            .add(face.name, "", face.checkable ? ui::ToolButton::Style::Check : ui::ToolButton::Style::Push,
+                 face.picture)
+            .setToolTip(face.tip);
+        show(*action);
+    }
     name.setUsesMnemonic(false);
     std::vector<ui::Layout> lines;
-    for (std::size_t i = 0; i < problemLines; ++i) {
+    for (std::size_t i = 0; i < trainer::TrainerWindow::kMostProblemLines; ++i) {
         problems.push_back(std::make_unique<ui::Label>("problemText(" + std::to_string(i) + ")"));
         problems.back()->setUsesMnemonic(false);
-        problems.back()->setVisible(false);
         lines.push_back(ui::row({ui::item(*problems.back()).stretched()}));
     }
-    dismiss.setVisible(false);
-    dismiss.setToolTip("Dismiss the message");
+    dismiss.setToolTip(trainer::kDismissTip);
     setLayout(ui::column({ui::row({ui::item(tools), ui::item(name).stretched(), ui::item(scale)}),
                           ui::row({ui::column(std::move(lines)).stretched(), ui::item(dismiss).ownSize()})}));
+}
+
+void PartPane::Bar::show(const trainer::Action& action) {
+    tools.button(action.name()).setEnabled(action.enabled());
+    tools.button(action.name()).setPressed(action.checked());
 }
 
 PartPane::Captions::Captions() : ui::Form("partCaptions", "") {
@@ -49,8 +47,9 @@ PartPane::Captions::Captions() : ui::Form("partCaptions", "") {
     setLayout(ui::column({ui::row({ui::item(preview).stretched()}), ui::item(title)}));
 }
 
-PartPane::PartPane(HWND parent, SharedLook& shared, trainer::Trainer& trainer, win32::Win32Platform& platform)
-    : DrawnWindow(shared), trainer_(trainer), bar_(kMostProblemLines + 1) {
+PartPane::PartPane(HWND parent, SharedLook& shared, trainer::TrainerWindow& model,
+                   win32::Win32Platform& platform)
+    : DrawnWindow(shared), model_(model), bar_(model.actions.toolbar()) {
     create(L"DravikPartPane", "partPane", parent, WS_CHILD | WS_VISIBLE | WS_CLIPCHILDREN,
            WS_EX_CONTROLPARENT);
     const auto page = [&](ui::Form& form) {
@@ -59,34 +58,22 @@ PartPane::PartPane(HWND parent, SharedLook& shared, trainer::Trainer& trainer, w
         made->sizeChanged = [this] { arrange(); };
         return made;
     };
+    bar_.timers = model.timers();
     barPage_ = page(bar_);
-    view_ = std::make_unique<PartView>(window(), shared);
+    view_ = std::make_unique<PartView>(window(), shared, model);
     captionsPage_ = page(captions_);
-    reading_ = std::make_unique<ReadingView>(window(), shared, platform);
+    reading_ = std::make_unique<ReadingView>(window(), shared, model.reading, platform);
     check_ = CreateWindowExW(0, L"STATIC", L"", WS_CHILD | SS_LEFT | SS_NOPREFIX, 0, 0, 0, 0, window(),
                              nullptr, win32::moduleInstance(), nullptr);
     SetPropW(check_, win32::nameMark("heldOutCheck").c_str(), check_);
     SendMessageW(check_, WM_SETFONT, reinterpret_cast<WPARAM>(look().font()), FALSE);
-    strip_ = std::make_unique<ThumbnailStrip>(window(), shared, trainer.parts());
+    strip_ = std::make_unique<ThumbnailStrip>(window(), shared, model.strip);
 
-    bar_.tools.buttonClick.subscribe([this](ui::ToolButton& button) { pressed(button.key); });
-    bar_.dismiss.click.subscribe([this] { showProblems({}); });
-    view_->scaleChanged = [this] { showScale(); };
-    const auto on = [this](auto& signal, void (PartPane::*body)()) {
-        connections_.push_back(
-            signal.connect([this, body] { win32::guarded([this, body] { (this->*body)(); }); }));
-    };
-    on(trainer.parts().currentChanged, &PartPane::showPart);
-    on(trainer.parts().listChanged, &PartPane::showPart);
-    on(trainer.previewChanged, &PartPane::showPreview);
-    on(trainer.readingChanged, &PartPane::showReading);
-    on(trainer.checkChanged, &PartPane::showCheck);
-    on(trainer.checkTimer().changed, &PartPane::followCheck);
-    followCheck();
-    showPart();
-    showPreview();
-    showReading();
-    showCheck();
+    connectTools();
+    bar_.dismiss.click.subscribe([this] { model_.dismissProblems(); });
+    connections_.push_back(model.textsChanged.connect([this] { win32::guarded([this] { showTexts(); }); }));
+    connections_.push_back(model.reading.changed.connect([this] { arrange(); }));
+    showTexts();
 }
 
 PartPane::~PartPane() {
@@ -94,92 +81,42 @@ PartPane::~PartPane() {
     if (check_) RemovePropW(check_, win32::nameMark("heldOutCheck").c_str());
 }
 
-void PartPane::pressed(const std::string& key) {
-    if (key == "previous") trainer_.parts().previous();
-    if (key == "next") trainer_.parts().next();
-    if (key == "zoomIn") view_->zoomIn();
-    if (key == "zoomOut") view_->zoomOut();
-    if (key == "fit") view_->fit();
-    if (key == "actualSize") view_->setScale(1);
-    showScale();
+void PartPane::connectTools() {
+    for (trainer::Action* action : model_.actions.toolbar())
+        if (action) connections_.push_back(action->changed.connect([this, action] { bar_.show(*action); }));
+    bar_.tools.buttonClick.subscribe([this](ui::ToolButton& button) {
+        trainer::Action& action = model_.actions.find(button.key);
+        action.trigger();
+        bar_.show(action);  // a check button has changed by itself
+    });
 }
 
-void PartPane::open(const std::vector<std::string>& paths) {
-    std::vector<std::string> problems;
-    if (!win32::guarded([&] { problems = trainer_.parts().open(paths); })) return;
-    const std::size_t more = problems.size() > kMostProblemLines ? problems.size() - kMostProblemLines : 0;
-    problems.resize(problems.size() - more);
-    if (more > 0) problems.push_back("... and " + std::to_string(more) + " more");
-    showProblems(problems);
-}
-
-void PartPane::showProblems(const std::vector<std::string>& lines) {
-    const ui::Color warning = win32::readableOn(look().background()) == 0 ? kWarning : kWarningOnDark;
+void PartPane::showTexts() {
+    const bool onLight = win32::readableOn(look().background()) == 0;
+    const ui::Color warning = onLight ? ui::kWarningColor : ui::kWarningColorOnDark;
+    bar_.name.setCaption(model_.partName());
+    bar_.name.setToolTip(model_.partTip());
+    bar_.scale.setCaption(model_.scaleText());
+    const std::vector<std::string>& problems = model_.problems();
     for (std::size_t i = 0; i < bar_.problems.size(); ++i) {
         bar_.problems[i]->setForeColor(warning);
-        bar_.problems[i]->setCaption(i < lines.size() ? lines[i] : std::string());
-        bar_.problems[i]->setVisible(i < lines.size());
+        bar_.problems[i]->setCaption(i < problems.size() ? problems[i] : std::string());
+        bar_.problems[i]->setVisible(i < problems.size());
     }
-    bar_.dismiss.setVisible(!lines.empty());
-    arrange();
-}
-
-void PartPane::showPart() {
-    const trainer::OpenedParts& parts = trainer_.parts();
-    const int current = parts.current();
-    const bool isOpen = current >= 0;
-    std::string message;
-    if (!isOpen)
-        message = "Open part images or drop them here\n\nFile \u2192 Open Images... (Ctrl+O)";
-    else if (!parts.problem().empty())
-        message = parts.problem();
-    view_->setImage(parts.image().empty() ? nullptr : &parts.image(), message);
-    bar_.name.setCaption(isOpen ? std::to_string(current + 1) + " of " + std::to_string(parts.count()) +
-                                      "   " + parts.name(current)
-                                : std::string());
-    bar_.name.setToolTip(isOpen ? parts.path(current) : std::string());
-    bar_.tools.button("previous").setEnabled(current > 0);
-    bar_.tools.button("next").setEnabled(isOpen && current + 1 < parts.count());
-    for (const char* key : {"zoomIn", "zoomOut", "fit", "actualSize"})
-        bar_.tools.button(key).setEnabled(!parts.image().empty());
-    showScale();
-}
-
-void PartPane::showPreview() {
-    view_->setCharacters(trainer_.preview(), trainer_.mismatch());
-    const bool warning = trainer_.mismatch() != 0;
-    const ui::Color color = win32::readableOn(look().background()) == 0 ? kWarning : kWarningOnDark;
-    captions_.preview.setForeColor(warning ? color : ui::kWindowTextColor);
-    captions_.preview.setBold(warning);
-    captions_.preview.setCaption((warning ? "\u26A0 " : "") + trainer_.previewText());
-}
-
-void PartPane::showReading() {
-    reading_->setReading(trainer_.reading());
+    bar_.dismiss.setVisible(!problems.empty());
+    captions_.preview.setForeColor(model_.previewWarns() ? warning : ui::kWindowTextColor);
+    captions_.preview.setBold(model_.previewWarns());
+    captions_.preview.setCaption(model_.previewText());
+    showCheck();
     arrange();
 }
 
 void PartPane::showCheck() {
-    SetWindowTextW(check_, win32::wide(trainer_.checkText()).c_str());
-    ShowWindow(check_, trainer_.checkText().empty() ? SW_HIDE : SW_SHOWNA);
-    arrange();
+    const std::wstring text = win32::wide(model_.checkText());
+    if (win32::windowText(check_) == text) return;
+    SetWindowTextW(check_, text.c_str());
+    ShowWindow(check_, text.empty() ? SW_HIDE : SW_SHOWNA);
     InvalidateRect(check_, nullptr, TRUE);
-}
-
-// Ticks for the trainer as long as it has to look whether the check has ended.
-void PartPane::followCheck() {
-    const ui::Timer& timer = trainer_.checkTimer();
-    if (timer.enabled())
-        SetTimer(window(), kCheckTimer, static_cast<UINT>(timer.interval()), nullptr);
-    else
-        KillTimer(window(), kCheckTimer);
-}
-
-void PartPane::showScale() {
-    bar_.tools.button("fit").setPressed(view_->fits());
-    const bool shown = !trainer_.parts().image().empty();
-    bar_.scale.setCaption(shown ? std::to_string(std::lround(view_->scale() * 100)) + " %" : std::string());
-    if (stateChanged) stateChanged();
 }
 
 int PartPane::leastWidth() const {
@@ -188,20 +125,21 @@ int PartPane::leastWidth() const {
 
 void PartPane::setDpi(int dpi) {
     for (win32::FormPage* page : {barPage_.get(), captionsPage_.get()}) page->setDpi(dpi);
-    reading_->setReading(trainer_.reading());
-    strip_->forgetPictures();
+    reading_->showReading();
+    model_.view.setDisplay(shared().display());
+    model_.strip.setDisplay(shared().display());
     SendMessageW(check_, WM_SETFONT, reinterpret_cast<WPARAM>(look().font()), TRUE);
     arrange();
 }
 
 void PartPane::systemChanged() {
     for (win32::FormPage* page : {barPage_.get(), captionsPage_.get()}) page->systemChanged();
-    showPreview();
+    showTexts();
     RedrawWindow(window(), nullptr, nullptr, RDW_INVALIDATE | RDW_ALLCHILDREN);
 }
 
 int PartPane::checkHeight(int width) const {
-    const std::wstring text = win32::wide(trainer_.checkText());
+    const std::wstring text = win32::wide(model_.checkText());
     if (text.empty() || width <= 0) return 0;
     const HDC dc = GetDC(window());
     RECT needed{0, 0, width, 0};
@@ -302,9 +240,6 @@ LRESULT PartPane::answer(UINT message, WPARAM wParam, LPARAM lParam) {
             SetBkColor(dc, look().background());
             return reinterpret_cast<LRESULT>(look().brush(look().background()));
         }
-        case WM_TIMER:
-            if (wParam == kCheckTimer && trainer_.checkTimer().enabled()) trainer_.checkTimer().tick();
-            return 0;
         default:
             return DrawnWindow::answer(message, wParam, lParam);
     }

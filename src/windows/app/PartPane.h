@@ -6,11 +6,11 @@
 #include <memory>
 #include <string>
 #include <vector>
-#include "windows/app/DrawnWindow.h"
 
-#include "trainer/Trainer.h"
+#include "trainer/window/TrainerWindow.h"
 #include "ui/Label.h"
 #include "ui/Toolbar.h"
+#include "windows/app/DrawnWindow.h"
 #include "windows/app/PartView.h"
 #include "windows/app/ReadingView.h"
 #include "windows/app/ThumbnailStrip.h"
@@ -24,12 +24,10 @@ namespace dravik::app {
 
 class PartPane : public DrawnWindow {
   public:
-    PartPane(HWND parent, SharedLook& look, trainer::Trainer& trainer, win32::Win32Platform& platform);
+    // The model and the platform outlive the pane.
+    PartPane(HWND parent, SharedLook& look, trainer::TrainerWindow& model, win32::Win32Platform& platform);
     ~PartPane() override;
 
-    // Opens files and folders; what cannot be opened is named above the image.
-    void open(const std::vector<std::string>& paths);
-    PartView& view() noexcept { return *view_; }
     int leastWidth() const;
     void setDpi(int dpi);
     void systemChanged();
@@ -39,9 +37,6 @@ class PartPane : public DrawnWindow {
     void focus(bool last);
     bool hasFocusInside() const;
 
-    // What the operator can do now is another: another part, another scale.
-    std::function<void()> stateChanged;
-
   protected:
     LRESULT answer(UINT message, WPARAM wParam, LPARAM lParam) override;
     void paint(HDC dc, const RECT& client) override;
@@ -49,7 +44,8 @@ class PartPane : public DrawnWindow {
   private:
     // Controls of the pane as forms of their own, above, between and below the drawn surfaces.
     struct Bar : ui::Form {
-        explicit Bar(std::size_t problemLines);
+        explicit Bar(const trainer::ActionList& actions);
+        void show(const trainer::Action& action);
         ui::Toolbar tools{"partTools"};
         ui::Label name{"partName"};
         ui::Label scale{"partScale"};
@@ -59,22 +55,17 @@ class PartPane : public DrawnWindow {
     struct Captions : ui::Form {
         Captions();
         ui::Label preview{"previewText"};
-        ui::Label title{"readingTitle", "The font &reads:"};
+        ui::Label title{"readingTitle", trainer::kReadingCaption};
     };
 
     void arrange();
-    void showPart();
-    void showPreview();
-    void showReading();
+    void connectTools();
+    void showTexts();
     void showCheck();
     int checkHeight(int width) const;
-    void followCheck();
-    void showScale();
-    void showProblems(const std::vector<std::string>& lines);
-    void pressed(const std::string& key);
     std::vector<HWND> stops() const;
 
-    trainer::Trainer& trainer_;
+    trainer::TrainerWindow& model_;
     Bar bar_;
     Captions captions_;
     std::unique_ptr<win32::FormPage> barPage_;

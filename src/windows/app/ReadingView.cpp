@@ -1,24 +1,19 @@
 #include "windows/app/ReadingView.h"
 
 #include <algorithm>
-#include <cmath>
 #include <cwchar>
 
-#include "windows/win32/Guard.h"
 #include "windows/win32/Peer.h"
 #include "windows/win32/WinText.h"
 
 namespace dravik::app {
 namespace {
 
-constexpr std::size_t kMostLinesAtOnce = 3;
 constexpr int kTextHeight = 18;
 constexpr int kPadding = 5;
-constexpr COLORREF kWeak = RGB(0xB8, 0x3A, 0x00);
-constexpr COLORREF kWeakOnDark = RGB(0xFF, 0x9E, 0x57);
 
 COLORREF weakColor() {
-    return win32::readableOn(GetSysColor(COLOR_WINDOW)) == 0 ? kWeak : kWeakOnDark;
+    return win32::readableOn(GetSysColor(COLOR_WINDOW)) == 0 ? ui::kWarningColor : ui::kWarningColorOnDark;
 }
 
 void drawWave(HDC dc, int left, int right, int y, int step) {
@@ -31,10 +26,21 @@ void drawWave(HDC dc, int left, int right, int y, int step) {
 
 }  // namespace
 
-ReadingView::ReadingView(HWND parent, SharedLook& shared, ui::Platform& platform)
-    : DrawnWindow(shared), platform_(platform) {
+ReadingView::ReadingView(HWND parent, SharedLook& shared, trainer::ReadingModel& model,
+                         ui::Platform& platform)
+    : DrawnWindow(shared), model_(model), platform_(platform) {
     create(L"DravikReadingView", "reading", parent, WS_CHILD | WS_VISIBLE | WS_TABSTOP | WS_BORDER);
     toolTips_.open(window());
+    changed_ = model.changed.connect([this] { showReading(); });
+    showReading();
+}
+
+std::wstring ReadingView::name() const {
+    return win32::wide(std::string(trainer::kReadingName) + ": " + model_.text(", "));
+}
+
+std::wstring ReadingView::description() const {
+    return win32::wide(model_.description());
 }
 
 HFONT ReadingView::textFont() {
@@ -50,84 +56,60 @@ HFONT ReadingView::textFont() {
     return font_.get();
 }
 
-void ReadingView::setReading(const trainer::Reading& reading) {
-    reading_ = reading;
-    SetWindowTextW(window(), text().c_str());
+void ReadingView::showReading() {
+    SetWindowTextW(window(), win32::wide(model_.text("\r\n")).c_str());
     NotifyWinEvent(EVENT_OBJECT_NAMECHANGE, window(), OBJID_CLIENT, CHILDID_SELF);
     showToolTips();
     redraw();
 }
 
 int ReadingView::preferredHeight() {
-    const auto lines = static_cast<int>(std::clamp<std::size_t>(reading_.lines.size(), 1, kMostLinesAtOnce));
-    return lines * look().lineHeight(textFont()) + 2 * look().px(kPadding) + 4;
+    return model_.shownLines() * look().lineHeight(textFont()) + 2 * look().px(kPadding) + 4;
 }
 
-std::wstring ReadingView::text() const {
-    if (!reading_.available || reading_.lines.empty()) return win32::wide(reading_.note);
-    std::string all;
-    for (const auto& line : reading_.lines) {
-        if (!all.empty()) all += "\r\n";
-        for (const auto& character : line) all += engine::shownCharacter(character);
-    }
-    return win32::wide(all);
-}
-
-void ReadingView::showToolTips() {
-    for (; shownTips_ > 0; --shownTips_) toolTips_.set(window(), shownTips_, {}, L"");
-    if (!reading_.available) return;
+template <class Body>
+void ReadingView::forSpans(Body&& body) {
     const HFONT font = textFont();
     const int high = look().lineHeight(font);
     int y = look().px(kPadding);
-    for (const auto& line : reading_.lines) {
+    for (const auto& line : model_.lines()) {
         int x = look().px(kPadding);
-        for (const auto& character : line) {
-            const std::wstring words = win32::wide(engine::shownCharacter(character));
-            const int width = look().textSize(font, words).cx;
-            const long percent = std::lround(character.confidence * 100);
-            toolTips_.set(window(), ++shownTips_, {x, y, x + width, y + high},
-                          win32::wide(character.character) + L": " + std::to_wstring(percent) + L" % sure" +
-                              (engine::shownCharacter(character) != character.character ? L" (not taken)"
-                               : character.confidence < trainer::kWeakConfidence        ? L" (weak)"
-                                                                                        : L""));
+        for (const trainer::ReadingSpan& span : line) {
+            const std::wstring text = win32::wide(span.text);
+            const int width = look().textSize(font, text).cx;
+            body(span, text, RECT{x, y, x + width, y + high});
             x += width;
         }
         y += high;
     }
 }
 
+void ReadingView::showToolTips() {
+    for (; shownTips_ > 0; --shownTips_) toolTips_.set(window(), shownTips_, {}, L"");
+    forSpans([this](const trainer::ReadingSpan& span, const std::wstring&, const RECT& place) {
+        toolTips_.set(window(), ++shownTips_, place, win32::wide(span.tip));
+    });
+}
+
 void ReadingView::paint(HDC dc, const RECT& area) {
     win32::fill(dc, area, GetSysColor(COLOR_WINDOW));
     SetBkMode(dc, TRANSPARENT);
-    const int padding = look().px(kPadding);
     const COLORREF ink = GetSysColor(COLOR_WINDOWTEXT);
-    if (!reading_.available || reading_.lines.empty()) {
+    if (model_.lines().empty()) {
         const win32::Selected font(dc, look().font());
         SetTextColor(dc, win32::blend(GetSysColor(COLOR_WINDOW), ink, 0.55));
-        RECT place{padding, 0, area.right - padding, area.bottom};
-        const std::wstring note = win32::wide(reading_.note);
+        RECT place{look().px(kPadding), 0, area.right - look().px(kPadding), area.bottom};
+        const std::wstring note = win32::wide(model_.note());
         DrawTextW(dc, note.c_str(), static_cast<int>(note.size()), &place,
                   DT_SINGLELINE | DT_VCENTER | DT_NOPREFIX | DT_END_ELLIPSIS);
-    } else {
-        const HFONT font = textFont();
-        const win32::Selected selected(dc, font);
-        const int high = look().lineHeight(font);
-        int y = padding;
-        for (const auto& line : reading_.lines) {
-            int x = padding;
-            for (const auto& character : line) {
-                const bool weak = character.confidence < trainer::kWeakConfidence;
-                const std::wstring words = win32::wide(engine::shownCharacter(character));
-                const int width = win32::textExtent(dc, words.c_str(), words.size()).cx;
-                SetTextColor(dc, weak ? weakColor() : ink);
-                TextOutW(dc, x, y, words.c_str(), static_cast<int>(words.size()));
-                if (weak) drawWave(dc, x, x + width, y + high - look().px(1), look().px(2));
-                x += width;
-            }
-            y += high;
-        }
     }
-    if (GetFocus() == window()) win32::frame(dc, area, GetSysColor(COLOR_HIGHLIGHT), look().px(1));
+    const win32::Selected selected(dc, textFont());
+    forSpans([&](const trainer::ReadingSpan& span, const std::wstring& text, const RECT& place) {
+        SetTextColor(dc, span.weak ? weakColor() : ink);
+        TextOutW(dc, place.left, place.top, text.c_str(), static_cast<int>(text.size()));
+        if (span.weak) drawWave(dc, place.left, place.right, place.bottom - look().px(1), look().px(2));
+    });
+    paintFocus(dc, area);
 }
 
 LRESULT ReadingView::answer(UINT message, WPARAM wParam, LPARAM lParam) {
@@ -137,7 +119,7 @@ LRESULT ReadingView::answer(UINT message, WPARAM wParam, LPARAM lParam) {
             SetFocus(window());
             return 0;
         case WM_COPY:
-            platform_.setClipboardText(win32::utf8(text()));
+            platform_.setClipboardText(model_.text("\r\n"));
             return 0;
         case WM_KEYDOWN:
             if (wParam == 'C' && win32::shiftState() == ui::kCtrlMask) {

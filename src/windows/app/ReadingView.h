@@ -1,37 +1,48 @@
-// What the current font reads in the current image, line by line. Weak characters are underlined with a wave,
-// and the tool tip of every character says how sure the font is. Ctrl+C copies the text.
+// What the current font reads in the current image. Weak characters are underlined with a wave, and the tool
+// tip of every character says how sure the font is. Ctrl+C copies the text.
 #pragma once
 
 #include "trainer/Trainer.h"
+#include "trainer/window/ReadingModel.h"
 #include "ui/Platform.h"
 #include "windows/app/DrawnWindow.h"
 #include "windows/win32/ToolTips.h"
 
 namespace dravik::app {
 
-class ReadingView : public DrawnWindow {
+class ReadingView : public DrawnWindow, private win32::AccessibleContent {
   public:
-    ReadingView(HWND parent, SharedLook& look, ui::Platform& platform);
+    // The model and the platform outlive the view.
+    ReadingView(HWND parent, SharedLook& look, trainer::ReadingModel& model, ui::Platform& platform);
 
-    void setReading(const trainer::Reading& reading);
-    // Of up to three lines.
     int preferredHeight();
+    // What is read or the display scale is another.
+    void showReading();
 
   protected:
     LRESULT answer(UINT message, WPARAM wParam, LPARAM lParam) override;
     void paint(HDC dc, const RECT& client) override;
+    win32::AccessibleContent* accessible() override { return this; }
 
   private:
+    LONG role() const override { return ROLE_SYSTEM_TEXT; }
+    LONG state() const override { return STATE_SYSTEM_READONLY; }
+    std::wstring name() const override;
+    std::wstring description() const override;
+
     HFONT textFont();
-    std::wstring text() const;
+    // Calls `body` with every span and its place.
+    template <class Body>
+    void forSpans(Body&& body);
     void showToolTips();
 
+    trainer::ReadingModel& model_;
     ui::Platform& platform_;
     win32::ToolTips toolTips_;
-    trainer::Reading reading_;
     win32::Font font_;
     int fontDpi_ = 0;
     UINT shownTips_ = 0;
+    ui::Connection changed_;
 };
 
 }  // namespace dravik::app

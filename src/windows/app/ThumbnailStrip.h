@@ -1,47 +1,48 @@
-// The opened parts as a strip of small pictures. A picture is decoded only when it comes into view, one at a
-// time, so that thousands of parts open at once.
+// The opened parts as a list of small pictures with their names.
 #pragma once
 
 #include <list>
 #include <string>
 #include <unordered_map>
-#include "windows/app/DrawnWindow.h"
+#include <vector>
 
-#include "trainer/OpenedParts.h"
-#include "ui/Signal.h"
+#include "trainer/window/PartStrip.h"
+#include "windows/app/DrawnWindow.h"
 #include "windows/win32/ToolTips.h"
 
 namespace dravik::app {
 
-class ThumbnailStrip : public DrawnWindow {
+class ThumbnailStrip : public DrawnWindow, private win32::AccessibleContent {
   public:
-    ThumbnailStrip(HWND parent, SharedLook& look, trainer::OpenedParts& parts);
+    // The model outlives the view.
+    ThumbnailStrip(HWND parent, SharedLook& look, trainer::PartStrip& strip);
 
     int preferredHeight() const;
-    // The display scale is another one.
-    void forgetPictures();
-    RECT itemPlace(int index) const;
 
   protected:
     LRESULT answer(UINT message, WPARAM wParam, LPARAM lParam) override;
     void paint(HDC dc, const RECT& client) override;
+    win32::AccessibleContent* accessible() override { return this; }
 
   private:
-    void showList();
-    void showCurrent();
-    void scrollTo(int to);
-    void choose(int index);
-    bool decodeOne();
-    const engine::GreyImage* pictureOf(int index) const;
+    LONG role() const override { return ROLE_SYSTEM_LIST; }
+    LONG childRole(int) const override { return ROLE_SYSTEM_LISTITEM; }
+    std::wstring name() const override;
+    int children() const override { return strip_.count(); }
+    std::wstring childName(int child) const override;
+    RECT childPlace(int child) const override { return rectOf(strip_.itemPlace(child - 1)); }
+    LONG childState(int child) const override;
+    int focusedChild() const override { return strip_.current() + 1; }
+    void focusChild(int child) override;
 
-    trainer::OpenedParts& parts_;
+    void showState();
+    void paintItem(HDC dc, int index);
+    void showTip(int index);
+
+    trainer::PartStrip& strip_;
     win32::ToolTips toolTips_;
-    std::unordered_map<std::string, engine::GreyImage>
-        pictures_;                 // by path; an empty one could not be decoded
-    std::list<std::string> kept_;  // paths in the order of decoding
-    ui::Connection listChanged_;
-    ui::Connection currentChanged_;
-    int scroll_ = 0;
+    int focused_ = 0;  // the child that screen readers were told of
+    ui::Connection changed_;
 };
 
 }  // namespace dravik::app

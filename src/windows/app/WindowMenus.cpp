@@ -1,108 +1,99 @@
 #include "windows/app/WindowMenus.h"
 
+#include <algorithm>
 #include <string>
+#include <string_view>
+
+#include "windows/win32/WinText.h"
 
 namespace dravik::app {
 namespace {
 
-void add(HMENU menu, Command command, const wchar_t* text) {
-    AppendMenuW(menu, MF_STRING, static_cast<UINT_PTR>(command), text);
+constexpr UINT kFirstCommand = 100;
+
+// The keys of the keyboard that type a mark or have its name.
+std::vector<WORD> codesOf(std::string_view key) {
+    if (key == "+" || key == "=") return {VK_OEM_PLUS, VK_ADD};
+    if (key == "-") return {VK_OEM_MINUS, VK_SUBTRACT};
+    if (key == ".") return {VK_OEM_PERIOD};
+    if (key == "Left") return {VK_LEFT};
+    if (key == "Right") return {VK_RIGHT};
+    if (key.size() == 2 && key[0] == 'F') return {static_cast<WORD>(VK_F1 + key[1] - '1')};
+    if (key.size() != 1) return {};
+    const auto code = static_cast<WORD>(key[0]);
+    if (key[0] >= '0' && key[0] <= '9') return {code, static_cast<WORD>(VK_NUMPAD0 + key[0] - '0')};
+    return {code};
 }
 
-void addLine(HMENU menu) {
-    AppendMenuW(menu, MF_SEPARATOR, 0, nullptr);
-}
-
-void addMenu(HMENU bar, HMENU menu, const wchar_t* text) {
-    AppendMenuW(bar, MF_POPUP, reinterpret_cast<UINT_PTR>(menu), text);
+void addKeys(std::vector<ACCEL>& table, std::string_view key, WORD command) {
+    BYTE shift = FVIRTKEY;
+    for (bool more = true; std::exchange(more, false);)
+        for (const auto& [name, flag] :
+             {std::pair{"Ctrl+", FCONTROL}, std::pair{"Shift+", FSHIFT}, std::pair{"Alt+", FALT}})
+            if (key.starts_with(name)) {
+                shift = static_cast<BYTE>(shift | flag);
+                key.remove_prefix(std::string_view(name).size());
+                more = true;
+            }
+    for (const WORD code : codesOf(key)) {
+        table.push_back({shift, code, command});
+        // "+" may stand above "=".
+        if (code == VK_OEM_PLUS) table.push_back({static_cast<BYTE>(shift | FSHIFT), code, command});
+    }
 }
 
 }  // namespace
 
-// Access keys of the menus keep clear of those on the page.
-HMENU makeMenuBar() {
-    const HMENU file = CreatePopupMenu();
-    add(file, Command::OpenImages, L"&Open Images...\tCtrl+O");
-    add(file, Command::OpenFolder, L"Open &Folder...\tCtrl+Shift+O");
-    addLine(file);
-    add(file, Command::CloseImage, L"&Close Image\tCtrl+W");
-    add(file, Command::CloseAll, L"Close &All");
-    addLine(file);
-    add(file, Command::Quit, L"&Quit\tCtrl+Q");
-    const HMENU image = CreatePopupMenu();
-    add(image, Command::Previous, L"&Previous\tAlt+Left");
-    add(image, Command::Next, L"&Next\tAlt+Right");
-    addLine(image);
-    add(image, Command::ZoomIn, L"Zoom &In\tCtrl++");
-    add(image, Command::ZoomOut, L"Zoom &Out\tCtrl+-");
-    add(image, Command::Fit, L"&Fit\tCtrl+0");
-    add(image, Command::ActualSize, L"&Actual Size\tCtrl+1");
-    const HMENU help = CreatePopupMenu();
-    add(help, Command::Keys, L"&Keys\tF1");
-    add(help, Command::About, L"&About Dravik Trainer");
-
+WindowMenus::WindowMenus(const trainer::WindowActions& actions, HWND window) : window_(window) {
     const HMENU bar = CreateMenu();
-    addMenu(bar, file, L"&File");
-    addMenu(bar, image, L"I&mage");
-    const HMENU font = CreatePopupMenu();
-    add(font, Command::FontSelect, L"Select &Font...\tCtrl+F");
-    add(font, Command::FontInclude, L"&Include");
-    add(font, Command::FontLearn, L"&Learn\tCtrl+L");
-    add(font, Command::FontStop, L"S&top\tCtrl+.");
-    add(font, Command::FontSave, L"&Save\tCtrl+S");
-    add(font, Command::FontRevert, L"&Revert");
-    addMenu(bar, font, L"F&ont");
-    addMenu(bar, help, L"&Help");
-    return bar;
+    std::vector<ACCEL> keys;
+    for (const trainer::ActionMenu& menu : actions.menus()) {
+        const HMENU popup = CreatePopupMenu();
+        for (trainer::Action* action : menu.entries) {
+            if (!action) {
+                AppendMenuW(popup, MF_SEPARATOR, 0, nullptr);
+                continue;
+            }
+            const trainer::ActionFace& face = action->face();
+            const auto command = static_cast<WORD>(kFirstCommand + actions_.size());
+            actions_.push_back(action);
+            for (const std::string& key : face.keys) addKeys(keys, key, command);
+            const std::string text = face.keys.empty() ? face.text : face.text + "\t" + face.keys.front();
+            AppendMenuW(popup, MF_STRING, command, win32::wide(text).c_str());
+        }
+        AppendMenuW(bar, MF_POPUP, reinterpret_cast<UINT_PTR>(popup), win32::wide(menu.caption).c_str());
+    }
+    SetMenu(window, bar);
+    keys_ = CreateAcceleratorTableW(keys.data(), static_cast<int>(keys.size()));
 }
 
-std::string fontButton(Command command) {
-    switch (command) {
-        case Command::FontSelect:
-            return "cmdSelectFont";
-        case Command::FontInclude:
-            return "cmdInclude";
-        case Command::FontLearn:
-            return "cmdTrain";
-        case Command::FontStop:
-            return "cmdStop";
-        case Command::FontSave:
-            return "cmdSaveFont";
-        case Command::FontRevert:
-            return "cmdRevert";
-        default:
-            return {};
+const trainer::Action* WindowMenus::actionOf(UINT command) const {
+    return command < kFirstCommand || command - kFirstCommand >= actions_.size()
+               ? nullptr
+               : actions_[command - kFirstCommand];
+}
+
+void WindowMenus::perform(WORD command) const {
+    if (actionOf(command)) actions_[command - kFirstCommand]->trigger();
+}
+
+WORD WindowMenus::commandOf(const trainer::Action& action) const {
+    return static_cast<WORD>(kFirstCommand +
+                             (std::find(actions_.begin(), actions_.end(), &action) - actions_.begin()));
+}
+
+void WindowMenus::showStates(HMENU menu) const {
+    for (int i = 0; i < GetMenuItemCount(menu); ++i) {
+        const UINT command = GetMenuItemID(menu, i);
+        const trainer::Action* action = actionOf(command);
+        if (!action) continue;
+        EnableMenuItem(menu, command, action->enabled() ? MF_ENABLED : MF_GRAYED);
+        CheckMenuItem(menu, command, action->checked() ? MF_CHECKED : MF_UNCHECKED);
     }
 }
 
-AcceleratorTable::AcceleratorTable() {
-    const auto key = [](BYTE keys, WORD code, Command command) {
-        return ACCEL{static_cast<BYTE>(keys | FVIRTKEY), code, static_cast<WORD>(command)};
-    };
-    ACCEL table[] = {
-        key(FCONTROL, 'O', Command::OpenImages),
-        key(FCONTROL | FSHIFT, 'O', Command::OpenFolder),
-        key(FCONTROL, 'W', Command::CloseImage),
-        key(FCONTROL, VK_F4, Command::CloseImage),
-        key(FCONTROL, 'Q', Command::Quit),
-        key(FALT, VK_LEFT, Command::Previous),
-        key(FALT, VK_RIGHT, Command::Next),
-        key(FCONTROL, VK_OEM_PLUS, Command::ZoomIn),
-        key(FCONTROL | FSHIFT, VK_OEM_PLUS, Command::ZoomIn),
-        key(FCONTROL, VK_ADD, Command::ZoomIn),
-        key(FCONTROL, VK_OEM_MINUS, Command::ZoomOut),
-        key(FCONTROL, VK_SUBTRACT, Command::ZoomOut),
-        key(FCONTROL, '0', Command::Fit),
-        key(FCONTROL, VK_NUMPAD0, Command::Fit),
-        key(FCONTROL, '1', Command::ActualSize),
-        key(FCONTROL, VK_NUMPAD1, Command::ActualSize),
-        key(FCONTROL, 'F', Command::FontSelect),
-        key(FCONTROL, 'L', Command::FontLearn),
-        key(FCONTROL, VK_OEM_PERIOD, Command::FontStop),
-        key(FCONTROL, 'S', Command::FontSave),
-        key(0, VK_F1, Command::Keys),
-    };
-    handle_ = CreateAcceleratorTableW(table, static_cast<int>(std::size(table)));
+bool WindowMenus::translate(MSG& message) const {
+    return TranslateAcceleratorW(window_, keys_, &message) != 0;
 }
 
 }  // namespace dravik::app

@@ -1,49 +1,35 @@
-// The program's menus, and the keys that do the same.
+// The actions of the program's window as a menu bar and as keys.
 #pragma once
 
 #include <string>
 #include <vector>
 
+#include "trainer/window/WindowActions.h"
+
 namespace dravik::app {
 
-enum class Command : WORD {
-    OpenImages = 100,
-    OpenFolder,
-    CloseImage,
-    CloseAll,
-    Quit,
-    Previous,
-    Next,
-    ZoomIn,
-    ZoomOut,
-    Fit,
-    ActualSize,
-    FontSelect,
-    FontInclude,
-    FontLearn,
-    FontStop,
-    FontSave,
-    FontRevert,
-    Keys,
-    About,
-};
-
-// For a window, which destroys it.
-HMENU makeMenuBar();
-
-// The name of the screen's button that a command of the Font menu presses; "" for other commands.
-std::string fontButton(Command command);
-
-class AcceleratorTable {
+class WindowMenus {
   public:
-    AcceleratorTable();
-    AcceleratorTable(const AcceleratorTable&) = delete;
-    AcceleratorTable& operator=(const AcceleratorTable&) = delete;
-    ~AcceleratorTable() { DestroyAcceleratorTable(handle_); }
-    HACCEL get() const noexcept { return handle_; }
+    // Gives the window its menu bar. The actions outlive this object.
+    WindowMenus(const trainer::WindowActions& actions, HWND window);
+    WindowMenus(const WindowMenus&) = delete;
+    WindowMenus& operator=(const WindowMenus&) = delete;
+    ~WindowMenus() { DestroyAcceleratorTable(keys_); }
+
+    // WM_COMMAND; unknown commands do nothing.
+    void perform(WORD command) const;
+    WORD commandOf(const trainer::Action& action) const;
+    // WM_INITMENUPOPUP.
+    void showStates(HMENU menu) const;
+    // True when the message is the key of an action, which is performed then.
+    bool translate(MSG& message) const;
 
   private:
-    HACCEL handle_;
+    const trainer::Action* actionOf(UINT command) const;
+
+    const HWND window_;
+    std::vector<trainer::Action*> actions_;  // in the order of their commands
+    HACCEL keys_ = nullptr;
 };
 
 }  // namespace dravik::app

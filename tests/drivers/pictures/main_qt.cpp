@@ -43,7 +43,7 @@ int main(int argc, char** argv) {
     test::DialogScript
         ending;  // outlives the screen, which asks about a changed font when a session broke off
     trainer::Trainer trainer(platform, JobFolder(own.path("Jobs")), qt::decodeImageFile, false);
-    qt::MainWindow window(trainer);
+    qt::MainWindow window(trainer, platform);
     platform.setMainWindow(&window);
     test::QtWindowDriver driver(window);
     const int status = test::makePictures(order, driver, trainer);

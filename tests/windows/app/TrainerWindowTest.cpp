@@ -12,6 +12,7 @@
 #include "drivers/win32/DialogScript.h"
 #include "drivers/win32/Win32WindowDriver.h"
 #include "gtest/gtest.h"
+#include "support/Accessible.h"
 #include "support/TemporaryFolder.h"
 #include "windows/app/Program.h"
 #include "windows/win32/Peer.h"
@@ -32,13 +33,13 @@ namespace {
 const std::string kParts = DRAVIK_SOURCE_DIR "/data/parts/";
 constexpr wchar_t kTestKey[] = L"Software\\Dravik\\Trainer Test";
 
-class TrainerWindow : public testing::Test {
+class TrainerWindowTest : public testing::Test {
   protected:
-    TrainerWindow() {
+    TrainerWindowTest() {
         OleInitialize(nullptr);
         open();
     }
-    ~TrainerWindow() override {
+    ~TrainerWindowTest() override {
         close();
         OleUninitialize();
         RegDeleteTreeW(HKEY_CURRENT_USER, kTestKey);
@@ -76,8 +77,9 @@ class TrainerWindow : public testing::Test {
         settle();
         return used;
     }
-    void perform(Command command) {
-        SendMessageW(window->window(), WM_COMMAND, static_cast<WPARAM>(command), 0);
+    void perform(const char* action) {
+        const WORD command = window->commandOf(window->model().actions.find(action));
+        SendMessageW(window->window(), WM_COMMAND, command, 0);
         settle();
     }
     int pixelsOf(HWND shown, COLORREF color) {
@@ -103,7 +105,7 @@ class TrainerWindow : public testing::Test {
     Trainer* trainer = nullptr;
 };
 
-TEST_F(TrainerWindow, TeachesLearnsSavesAndReads) {
+TEST_F(TrainerWindowTest, TeachesLearnsSavesAndReads) {
     std::ostringstream told;
     const auto session = [&](const std::vector<std::string>& paths) {
         Win32WindowDriver driver(*window);
@@ -133,7 +135,7 @@ TEST_F(TrainerWindow, TeachesLearnsSavesAndReads) {
     EXPECT_EQ(trainer->tool().summary("demo").samples, 3 * 74);
 }
 
-TEST_F(TrainerWindow, ImagesAreDroppedLeafedThroughAndClosed) {
+TEST_F(TrainerWindowTest, ImagesAreDroppedLeafedThroughAndClosed) {
     const std::wstring path = toPath(kParts + "rendered_lines").make_preferred().wstring();
     const std::size_t bytes = sizeof(DROPFILES) + (path.size() + 2) * sizeof(wchar_t);
     const HGLOBAL memory = GlobalAlloc(GHND, bytes);
@@ -147,9 +149,9 @@ TEST_F(TrainerWindow, ImagesAreDroppedLeafedThroughAndClosed) {
     const OpenedParts& parts = trainer->parts();
     ASSERT_EQ(parts.count(), 48);
     EXPECT_TRUE(textOf("partName").starts_with("1 of 48"));
-    perform(Command::Previous);
+    perform("previous");
     EXPECT_EQ(parts.current(), 0);
-    perform(Command::Next);
+    perform("next");
     SetFocus(view("partView"));
     EXPECT_TRUE(key(VK_NEXT));
     EXPECT_EQ(parts.current(), 2);
@@ -161,15 +163,15 @@ TEST_F(TrainerWindow, ImagesAreDroppedLeafedThroughAndClosed) {
     SetFocus(view("txtSampleInput"));
     EXPECT_TRUE(key(VK_PRIOR));
     EXPECT_EQ(parts.current(), 1);
-    perform(Command::CloseImage);
+    perform("closeImage");
     EXPECT_EQ(parts.count(), 47);
-    perform(Command::CloseAll);
+    perform("closeAll");
     EXPECT_EQ(parts.count(), 0);
     EXPECT_EQ(textOf("partName"), "");
-    perform(Command::ZoomIn);  // nothing to zoom
+    perform("zoomIn");  // nothing to zoom
 }
 
-TEST_F(TrainerWindow, WhatCannotBeOpenedIsSaid) {
+TEST_F(TrainerWindowTest, WhatCannotBeOpenedIsSaid) {
     std::ofstream(toPath(folder.path("broken.png"))) << "no image";
     window->open({folder.path("absent.png"), folder.path("broken.png")});
     settle();
@@ -181,7 +183,7 @@ TEST_F(TrainerWindow, WhatCannotBeOpenedIsSaid) {
     EXPECT_FALSE(IsWindowVisible(view("problemText(0)")));
 }
 
-TEST_F(TrainerWindow, AMismatchIsVisibleBeforeInclude) {
+TEST_F(TrainerWindowTest, AMismatchIsVisibleBeforeInclude) {
     window->open({kParts + "rendered_lines/hack_000.png"});
     constexpr COLORREF kWarning = RGB(0xD8, 0x43, 0x15);
     const auto warnings = [&] { return pixelsOf(view("partView"), kWarning); };
@@ -197,35 +199,51 @@ TEST_F(TrainerWindow, AMismatchIsVisibleBeforeInclude) {
     EXPECT_GT(warnings(), 20);
 }
 
-TEST_F(TrainerWindow, ZoomStaysInItsRangeAndComesBackToTheFit) {
+TEST_F(TrainerWindowTest, ZoomStaysInItsRangeAndComesBackToTheFit) {
     window->open({kParts + "rendered_lines/hack_000.png"});
     settle();
-    PartView& part = window->pane().view();
+    const PartViewModel& part = window->model().view;
     EXPECT_TRUE(part.fits());
     const double fitting = part.scale();
-    perform(Command::ZoomIn);
+    perform("zoomIn");
     EXPECT_GT(part.scale(), fitting);
     EXPECT_FALSE(part.fits());
-    for (int i = 0; i < 60; ++i) perform(Command::ZoomIn);
+    for (int i = 0; i < 60; ++i) perform("zoomIn");
     EXPECT_LE(part.scale(), 32);
+    const HWND shown = view("partView");
     SCROLLINFO bar{};
     bar.cbSize = sizeof bar;
     bar.fMask = SIF_ALL;
-    GetScrollInfo(part.window(), SB_HORZ, &bar);
+    GetScrollInfo(shown, SB_HORZ, &bar);
     EXPECT_GT(bar.nPos, 1000) << "what was in the middle stays there";
-    SendMessageW(part.window(), WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(100, 100));
-    SendMessageW(part.window(), WM_MOUSEMOVE, MK_LBUTTON, MAKELPARAM(60, 100));
-    SendMessageW(part.window(), WM_LBUTTONUP, 0, MAKELPARAM(60, 100));
+    SendMessageW(shown, WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(100, 100));
+    SendMessageW(shown, WM_MOUSEMOVE, MK_LBUTTON, MAKELPARAM(60, 100));
+    SendMessageW(shown, WM_LBUTTONUP, 0, MAKELPARAM(60, 100));
     const int before = bar.nPos;
-    GetScrollInfo(part.window(), SB_HORZ, &bar);
+    GetScrollInfo(shown, SB_HORZ, &bar);
     EXPECT_EQ(bar.nPos, before + 40);
-    perform(Command::ActualSize);
+    perform("actualSize");
     EXPECT_DOUBLE_EQ(part.scale(), 1);
-    perform(Command::Fit);
+    perform("fit");
     EXPECT_DOUBLE_EQ(part.scale(), fitting);
 }
 
-TEST_F(TrainerWindow, TabGoesThroughBothSidesAndRound) {
+TEST_F(TrainerWindowTest, ScreenReadersFindTheImageTheReadingAndTheOpenedImages) {
+    window->open({kParts + "rendered_lines/hack_000.png", kParts + "rendered_lines/hack_001.png"});
+    settle();
+    EXPECT_EQ(AccessibleWindow(view("partView")).name(), L"Part image");
+    EXPECT_EQ(AccessibleWindow(view("reading")).name(), L"Text read in the image: No font is selected");
+    const AccessibleWindow strip(view("thumbnails"));
+    EXPECT_EQ(strip.name(), L"Opened images");
+    ASSERT_EQ(strip.parts(), 2);
+    EXPECT_EQ(strip.name(2), L"hack_001.png");
+    EXPECT_TRUE(strip.state(1) & STATE_SYSTEM_SELECTED);
+    RECT whole{};
+    GetWindowRect(view("thumbnails"), &whole);
+    EXPECT_EQ(strip.at(whole.left + 116 + 58, whole.top + 30), 2);
+}
+
+TEST_F(TrainerWindowTest, TabGoesThroughBothSidesAndRound) {
     window->open({kParts + "rendered_lines/hack_000.png"});
     settle();
     SetFocus(view("cmdSelectFont"));
@@ -242,7 +260,7 @@ TEST_F(TrainerWindow, TabGoesThroughBothSidesAndRound) {
     EXPECT_EQ(GetFocus(), view("reading"));
 }
 
-TEST_F(TrainerWindow, ItsPlaceIsRememberedAndASmallWindowShowsEverythingThatMatters) {
+TEST_F(TrainerWindowTest, ItsPlaceIsRememberedAndASmallWindowShowsEverythingThatMatters) {
     MoveWindow(window->window(), 40, 30, 1024, 720, TRUE);
     settle();
     RECT all{};

@@ -1,6 +1,6 @@
-#include "windows/app/ActionPictures.h"
+#include "trainer/window/ActionPictures.h"
 
-namespace dravik::pictures {
+namespace dravik::trainer {
 namespace {
 
 using Kind = ui::PictureShape::Kind;
@@ -19,23 +19,23 @@ ui::Picture magnifier(bool plus) {
 
 }  // namespace
 
-ui::Picture previousPart() {
+ui::Picture previousPartPicture() {
     return {line({{10, 3}, {5, 8}, {10, 13}})};
 }
 
-ui::Picture nextPart() {
+ui::Picture nextPartPicture() {
     return {line({{6, 3}, {11, 8}, {6, 13}})};
 }
 
-ui::Picture zoomIn() {
+ui::Picture zoomInPicture() {
     return magnifier(true);
 }
 
-ui::Picture zoomOut() {
+ui::Picture zoomOutPicture() {
     return magnifier(false);
 }
 
-ui::Picture fitting() {
+ui::Picture fitPicture() {
     return {line({{2, 5.5}, {2, 2}, {5.5, 2}}),
             line({{10.5, 2}, {14, 2}, {14, 5.5}}),
             line({{14, 10.5}, {14, 14}, {10.5, 14}}),
@@ -43,11 +43,11 @@ ui::Picture fitting() {
             {Kind::Polygon, {{5, 5}, {11, 5}, {11, 11}, {5, 11}}, false, 1.3}};
 }
 
-ui::Picture oneToOne() {
+ui::Picture actualSizePicture() {
     return {line({{2, 5}, {4, 3.5}, {4, 12.5}}),
             line({{11, 5}, {13, 3.5}, {13, 12.5}}),
             {Kind::Ellipse, {{7, 5.2}, {8.6, 6.8}}, true, 0},
             {Kind::Ellipse, {{7, 9.6}, {8.6, 11.2}}, true, 0}};
 }
 
-}  // namespace dravik::pictures
+}  // namespace dravik::trainer

@@ -1,0 +1,62 @@
+#include "qt/WindowMenus.h"
+
+#include <QAction>
+#include <QMenu>
+#include <QMenuBar>
+#include <QToolBar>
+
+#include "qt/Guard.h"
+#include "qt/PictureIcon.h"
+#include "qt/QtConversions.h"
+
+namespace dravik::qt {
+
+WindowMenus::WindowMenus(trainer::WindowActions& actions, QMenuBar& menuBar, QObject* parent)
+    : QObject(parent), actions_(actions) {
+    for (const trainer::ActionMenu& menu : actions.menus()) {
+        QMenu* shown = menuBar.addMenu(qtText(menu.caption));
+        for (trainer::Action* action : menu.entries) {
+            if (action)
+                shown->addAction(make(*action));
+            else
+                shown->addSeparator();
+        }
+    }
+    shown_.at(&actions.quit)->setMenuRole(QAction::QuitRole);
+    shown_.at(&actions.about)->setMenuRole(QAction::AboutRole);
+}
+
+QAction* WindowMenus::make(trainer::Action& action) {
+    const trainer::ActionFace& face = action.face();
+    auto* shown = new QAction(qtText(face.text), this);
+    shown_[&action] = shown;
+    shown->setObjectName(qtText(face.name));
+    shown->setToolTip(qtText(face.tip));
+    QList<QKeySequence> keys;
+    for (const std::string& key : face.keys) keys << QKeySequence(qtText(key), QKeySequence::PortableText);
+    shown->setShortcuts(keys);
+    if (!face.picture.empty()) shown->setIcon(pictureIcon(face.picture));
+    shown->setCheckable(face.checkable);
+    const auto showState = [&action, shown] {
+        shown->setEnabled(action.enabled());
+        shown->setChecked(action.checked());
+    };
+    connections_.push_back(action.changed.connect(showState));
+    connect(shown, &QAction::triggered, this, [&action, showState] {
+        guarded([&] { action.trigger(); });
+        showState();  // Qt has checked it by itself
+    });
+    showState();
+    return shown;
+}
+
+void WindowMenus::fill(QToolBar& bar) const {
+    for (const trainer::Action* action : actions_.toolbar()) {
+        if (action)
+            bar.addAction(shown_.at(action));
+        else
+            bar.addSeparator();
+    }
+}
+
+}  // namespace dravik::qt

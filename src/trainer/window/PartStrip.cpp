@@ -1,0 +1,129 @@
+#include "trainer/window/PartStrip.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace dravik::trainer {
+namespace {
+
+constexpr std::size_t kKeptPictures = 400;
+
+}  // namespace
+
+PartStrip::PartStrip(OpenedParts& parts) : parts_(parts) {
+    connections_.push_back(parts.listChanged.connect([this] {
+        listChanged();
+        showCurrent();
+    }));
+    connections_.push_back(parts.currentChanged.connect([this] { showCurrent(); }));
+    connections_.push_back(decodeTimer_.tick.connect([this] { decodeOne(); }));
+}
+
+void PartStrip::setWidth(int width) {
+    const bool first = width_ <= 0;
+    width_ = width;
+    if (first)
+        showCurrent();
+    else
+        scrollTo(scroll_);
+}
+
+void PartStrip::setDisplay(Display display) {
+    const bool same = display.unit == display_.unit && display.devicePixels == display_.devicePixels;
+    display_ = display;
+    if (same) return;
+    pictures_.clear();
+    decoded_.clear();
+    showCurrent();
+}
+
+ScrollState PartStrip::scroll() const noexcept {
+    const int content = static_cast<int>(std::ceil(count() * itemWidth()));
+    return {scroll_, std::max(content - width_, 0), std::max(width_, 1), static_cast<int>(itemWidth())};
+}
+
+void PartStrip::scrollTo(int position) {
+    scroll_ = std::clamp(position, 0, scroll().most);
+    look();
+}
+
+void PartStrip::look() {
+    decodeTimer_.setEnabled(missingPicture() >= 0);
+    changed();
+}
+
+void PartStrip::showCurrent() {
+    if (current() >= 0 && width_ > 0) {
+        const ViewBox place = itemPlace(current());
+        if (place.left < 0)
+            scroll_ += static_cast<int>(std::floor(place.left));
+        else if (place.right() > width_)
+            scroll_ += static_cast<int>(std::ceil(place.right())) - width_;
+    }
+    scrollTo(scroll_);
+}
+
+ViewBox PartStrip::itemPlace(int index) const {
+    return {index * itemWidth() - scroll_, 0, itemWidth(), kItemHeight * display_.unit};
+}
+
+int PartStrip::partAt(double x) const {
+    const int index = static_cast<int>(std::floor((x + scroll_) / itemWidth()));
+    return index >= 0 && index < count() ? index : -1;
+}
+
+ViewBox PartStrip::pictureIn(const engine::GreyImage& picture, int width, int height) {
+    if (picture.empty()) return {};
+    const double scale = std::min(double(width) / picture.width(), double(height) / picture.height());
+    const int wide = std::clamp(static_cast<int>(picture.width() * scale + 1e-6), 1, width);
+    const int high = std::clamp(static_cast<int>(picture.height() * scale + 1e-6), 1, height);
+    return {double((width - wide) / 2), double((height - high) / 2), double(wide), double(high)};
+}
+
+void PartStrip::choose(int index) {
+    if (index != current()) parts_.setCurrent(index);
+}
+
+void PartStrip::step(Step step) {
+    if (count() == 0) return;
+    const int last = count() - 1;
+    switch (step) {
+        case Step::Previous:
+            return choose(std::max(current() - 1, 0));
+        case Step::Next:
+            return choose(std::min(current() + 1, last));
+        case Step::First:
+            return choose(0);
+        case Step::Last:
+            return choose(last);
+    }
+}
+
+const engine::GreyImage* PartStrip::picture(int index) const {
+    const auto found = pictures_.find(parts_.path(index));
+    return found == pictures_.end() ? nullptr : &found->second;
+}
+
+// The first one in view, -1 when there is none.
+int PartStrip::missingPicture() const {
+    if (width_ <= 0) return -1;
+    for (int index = std::max(partAt(0), 0); index < count() && itemPlace(index).left < width_; ++index)
+        if (!picture(index)) return index;
+    return -1;
+}
+
+void PartStrip::decodeOne() {
+    if (const int index = missingPicture(); index >= 0) {
+        const std::string path = parts_.path(index);
+        const double side = kPictureWidth * display_.unit * display_.devicePixels;
+        pictures_[path] = parts_.thumbnail(index, static_cast<int>(std::lround(side)));
+        decoded_.push_back(path);
+        if (decoded_.size() > kKeptPictures) {
+            pictures_.erase(decoded_.front());
+            decoded_.pop_front();
+        }
+    }
+    look();
+}
+
+}  // namespace dravik::trainer

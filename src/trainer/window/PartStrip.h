@@ -1,0 +1,81 @@
+// The opened parts as a strip of small pictures side by side. A picture is decoded only when it comes into
+// view, one at a time, so that thousands of parts open at once.
+#pragma once
+
+#include <list>
+#include <string>
+#include <unordered_map>
+
+#include "trainer/OpenedParts.h"
+#include "trainer/window/ViewGeometry.h"
+#include "ui/Signal.h"
+#include "ui/Timer.h"
+
+namespace dravik::trainer {
+
+constexpr char kStripName[] = "Opened images";  // for screen readers
+
+class PartStrip {
+  public:
+    // In 1/96 inch. An item is a picture with its name below.
+    static constexpr int kItemWidth = 116;
+    static constexpr int kItemHeight = 82;
+    static constexpr int kPictureWidth = 104;
+    static constexpr int kPictureHeight = 54;
+    static constexpr int kMargin = 6;
+
+    enum class Step { Previous, Next, First, Last };
+
+    // The parts outlive the strip.
+    explicit PartStrip(OpenedParts& parts);
+
+    int count() const noexcept { return parts_.count(); }
+    int current() const noexcept { return parts_.current(); }
+    std::string name(int index) const { return parts_.name(index); }
+    const std::string& tip(int index) const { return parts_.path(index); }
+
+    void setWidth(int width);
+    // Pictures of another size than before are decoded anew.
+    void setDisplay(Display display);
+    ScrollState scroll() const noexcept;
+    // Cut to what there is.
+    void scrollTo(int position);
+
+    ViewBox itemPlace(int index) const;
+    // -1 beside all of them.
+    int partAt(double x) const;
+    // Where a picture stands in a box of that size: whole, centred, in its proportions.
+    static ViewBox pictureIn(const engine::GreyImage& picture, int width, int height);
+
+    // Makes a part current that is another one; raises Subscript out of range (9) for one that is not there.
+    void choose(int index);
+    // As the arrow keys, Home and End do it; stays at the ends.
+    void step(Step step);
+
+    // Null until it is decoded, empty when it cannot be.
+    const engine::GreyImage* picture(int index) const;
+    // Ticks while a picture in view is missing; each tick decodes one.
+    ui::Timer& decodeTimer() noexcept { return decodeTimer_; }
+
+    ui::Signal<> listChanged;
+    // Anything else that is seen.
+    ui::Signal<> changed;
+
+  private:
+    double itemWidth() const noexcept { return kItemWidth * display_.unit; }
+    int missingPicture() const;
+    void decodeOne();
+    void showCurrent();
+    void look();
+
+    OpenedParts& parts_;
+    Display display_;
+    int width_ = 0;
+    int scroll_ = 0;
+    std::unordered_map<std::string, engine::GreyImage> pictures_;  // by path
+    std::list<std::string> decoded_;                               // paths, the oldest first
+    ui::Timer decodeTimer_{"tmrThumbnails", 0};
+    std::vector<ui::Connection> connections_;
+};
+
+}  // namespace dravik::trainer

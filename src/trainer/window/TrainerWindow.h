@@ -1,0 +1,115 @@
+// The program's window without a window system: the training screen on the left, the part on the right,
+// menus above. Holds the models of all that is seen beside the screen, says what may be done when, and does
+// it. A window of Qt or of Windows shows it.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "trainer/Trainer.h"
+#include "trainer/window/PartStrip.h"
+#include "trainer/window/PartViewModel.h"
+#include "trainer/window/ReadingModel.h"
+#include "trainer/window/WindowActions.h"
+#include "ui/Platform.h"
+#include "ui/Signal.h"
+
+namespace dravik::trainer {
+
+constexpr char kDismissTip[] = "Dismiss the message";
+
+struct FileFilter {
+    std::string name;
+    std::vector<std::string> patterns;  // "*.png"
+};
+
+// Which files or folder the operator is to choose.
+struct FileQuestion {
+    std::string title;
+    std::string folder;  // where the dialog starts; "" leaves it to the system
+    bool asksForFolder = false;
+    std::vector<FileFilter> filters;
+};
+
+// What only the system can do for the window.
+class WindowSystem {
+  public:
+    WindowSystem() = default;
+    WindowSystem(const WindowSystem&) = delete;
+    WindowSystem& operator=(const WindowSystem&) = delete;
+    virtual ~WindowSystem() = default;
+
+    // The paths chosen, of a folder just its own; none when the operator cancels.
+    virtual std::vector<std::string> choosePaths(const FileQuestion& question) = 0;
+    // The folder that was kept, also in an earlier run; "" when there is none.
+    virtual std::string keptFolder() const = 0;
+    virtual void keepFolder(const std::string& folder) = 0;
+    // The operator wants to end the program.
+    virtual void closeWindow() = 0;
+};
+
+class TrainerWindow {
+  public:
+    // The window at its first start, in 1/96 inch.
+    static constexpr int kFirstWidth = 1280;
+    static constexpr int kFirstHeight = 800;
+    static constexpr int kFirstScreenWidth = 640;
+
+    static constexpr std::size_t kMostProblemLines = 5;
+
+    // All outlive the window.
+    TrainerWindow(Trainer& trainer, ui::Platform& platform, WindowSystem& system);
+
+    Trainer& trainer() noexcept { return trainer_; }
+    WindowActions actions;
+    PartViewModel view;
+    PartStrip strip;
+    ReadingModel reading;
+
+    std::string title() const { return trainer_.title(); }
+
+    // The line above the image: "1 of 48   hack_000.png" with the path as its tip, and the scale in per cent.
+    // All "" without an image.
+    std::string partName() const;
+    std::string partTip() const;
+    std::string scaleText() const;
+    // How many characters are found and typed, and whether that is a warning.
+    std::string previewText() const;
+    bool previewWarns() const { return trainer_.mismatch() != 0; }
+    // What a screen reader is told of the image.
+    std::string viewDescription() const;
+    // The held-out check's line; "" when there is nothing to say.
+    const std::string& checkText() const { return trainer_.checkText(); }
+    // What could not be opened, few lines; none when everything was or the operator has dismissed them.
+    const std::vector<std::string>& problems() const noexcept { return problems_; }
+    void dismissProblems();
+
+    // Image files and folders.
+    void open(const std::vector<std::string>& paths);
+
+    // Ends the screen, which offers to save a changed font. Once; later calls do nothing.
+    void end();
+    bool hasEnded() const noexcept { return ended_; }
+
+    // Timers that the front end drives, as it does those of a form.
+    std::vector<ui::Timer*> timers();
+
+    // Any of the texts above but the title, for which there is Trainer::titleChanged.
+    ui::Signal<> textsChanged;
+
+  private:
+    void showPart();
+    void showPossible();
+    void choose(FileQuestion question);
+    void showKeys();
+    void showAbout();
+
+    Trainer& trainer_;
+    ui::Platform& platform_;
+    WindowSystem& system_;
+    std::vector<std::string> problems_;
+    bool ended_ = false;
+    std::vector<ui::Connection> connections_;
+};
+
+}  // namespace dravik::trainer

@@ -1,0 +1,79 @@
+#include "trainer/window/WindowActions.h"
+
+#include "base/Failure.h"
+#include "screen/context/Screen.h"
+#include "trainer/window/ActionPictures.h"
+
+namespace dravik::trainer {
+
+WindowActions::WindowActions(screen::Screen& screen)
+    : openImages({"openImages", "&Open Images...", "Open part images", {"Ctrl+O"}}),
+      openFolder({"openFolder", "Open &Folder...", "Open every image of a folder", {"Ctrl+Shift+O"}}),
+      closeImage(
+          {"closeImage", "&Close Image", "Take the current image from the list", {"Ctrl+W", "Ctrl+F4"}}),
+      closeAll({"closeAll", "Close &All", "Take all images from the list"}),
+      quit({"quit", "&Quit", "End the program", {"Ctrl+Q"}}),
+      previous({"previous", "&Previous", "Previous image", {"Alt+Left"}, previousPartPicture()}),
+      next({"next", "&Next", "Next image", {"Alt+Right"}, nextPartPicture()}),
+      zoomIn({"zoomIn", "Zoom &In", "Zoom in", {"Ctrl++", "Ctrl+="}, zoomInPicture()}),
+      zoomOut({"zoomOut", "Zoom &Out", "Zoom out", {"Ctrl+-"}, zoomOutPicture()}),
+      fit({"fit", "&Fit", "Fit the whole image", {"Ctrl+0"}, fitPicture(), true}),
+      actualSize({"actualSize",
+                  "&Actual Size",
+                  "One image pixel to one pixel of the display",
+                  {"Ctrl+1"},
+                  actualSizePicture()}),
+      fontSelect({"fontSelect", "Select &Font...", screen.font.cmdSelectFont.toolTip(), {"Ctrl+F"}}),
+      fontInclude({"fontInclude", "&Include", screen.sample.cmdInclude.toolTip()}),
+      fontLearn({"fontLearn", "&Learn", screen.train.cmdTrain.toolTip(), {"Ctrl+L"}}),
+      fontStop({"fontStop", "S&top", screen.train.cmdStop.toolTip(), {"Ctrl+."}}),
+      fontSave({"fontSave", "&Save", screen.train.cmdSaveFont.toolTip(), {"Ctrl+S"}}),
+      fontRevert({"fontRevert", "&Revert", screen.train.cmdRevert.toolTip()}),
+      keys({"keys", "&Keys", "What the keys do", {"F1"}}),
+      about({"about", "&About Dravik Trainer", "About this program"}),
+      // Access keys of the menus keep clear of those of the screen.
+      menus_{{"&File", {&openImages, &openFolder, nullptr, &closeImage, &closeAll, nullptr, &quit}},
+             {"I&mage", {&previous, &next, nullptr, &zoomIn, &zoomOut, &fit, &actualSize}},
+             {"F&ont", {&fontSelect, &fontInclude, &fontLearn, &fontStop, &fontSave, &fontRevert}},
+             {"&Help", {&keys, &about}}},
+      toolbar_{&previous, &next, nullptr, &zoomOut, &zoomIn, &fit, &actualSize} {
+    bind(fontSelect, screen.font.cmdSelectFont);
+    bind(fontInclude, screen.sample.cmdInclude);
+    bind(fontLearn, screen.train.cmdTrain);
+    bind(fontStop, screen.train.cmdStop);
+    bind(fontSave, screen.train.cmdSaveFont);
+    bind(fontRevert, screen.train.cmdRevert);
+}
+
+void WindowActions::bind(Action& action, ui::Button& button) {
+    action.setEnabled(button.enabled());
+    connections_.push_back(button.changed.connect([&action, &button](ui::Change change) {
+        if (change == ui::Change::Enabled) action.setEnabled(button.enabled());
+    }));
+    action.triggered.subscribe([&button] { button.press(); });
+}
+
+Action& WindowActions::find(std::string_view name) const {
+    for (const ActionMenu& menu : menus_)
+        for (Action* action : menu.entries)
+            if (action && action->name() == name) return *action;
+    throw Failure(RuntimeError::SubscriptOutOfRange);
+}
+
+const std::vector<KeyHelp>& keyHelp() {
+    static const std::vector<KeyHelp> kKeys = {
+        {"Alt+Left, Alt+Right, Page Up, Page Down", "previous and next image"},
+        {"Ctrl and the wheel, Ctrl++, Ctrl+-", "zoom"},
+        {"Ctrl+0, Ctrl+1", "fit, actual size"},
+        {"Enter", "include the typed text"},
+        {"Ctrl+L, Ctrl+S", "learn, save the font"},
+        {"Arrow keys in the characters", "from cell to cell"},
+        {"Menu key, Shift+F10", "menu of a character or of the samples"},
+        {"Shift+arrows, Ctrl+A, Ctrl+Insert, Delete", "select, copy, delete samples"},
+        {"Ctrl+Enter in the samples", "sort by the current column"},
+        {"Left, Right in a histogram", "from bar to bar"},
+    };
+    return kKeys;
+}
+
+}  // namespace dravik::trainer

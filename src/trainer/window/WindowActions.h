@@ -1,0 +1,66 @@
+// All actions of the program's window, its menus and the part's toolbar, and what the keys do in words.
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+#include "trainer/window/Action.h"
+
+namespace dravik::screen {
+struct Screen;
+}
+namespace dravik::ui {
+class Button;
+}
+
+namespace dravik::trainer {
+
+class WindowActions {
+  public:
+    // The font's actions are the screen's own buttons: enabled in step with them and pressing them. The
+    // screen outlives this object.
+    explicit WindowActions(screen::Screen& screen);
+
+    Action openImages;
+    Action openFolder;
+    Action closeImage;
+    Action closeAll;
+    Action quit;
+
+    Action previous;
+    Action next;
+    Action zoomIn;
+    Action zoomOut;
+    Action fit;
+    Action actualSize;
+
+    Action fontSelect;
+    Action fontInclude;
+    Action fontLearn;
+    Action fontStop;
+    Action fontSave;
+    Action fontRevert;
+
+    Action keys;
+    Action about;
+
+    const std::vector<ActionMenu>& menus() const noexcept { return menus_; }
+    const ActionList& toolbar() const noexcept { return toolbar_; }
+    // Of the menus; raises Subscript out of range (9) for an unknown name.
+    Action& find(std::string_view name) const;
+
+  private:
+    void bind(Action& action, ui::Button& button);
+
+    std::vector<ActionMenu> menus_;
+    ActionList toolbar_;
+    std::vector<ui::Connection> connections_;
+};
+
+// Keys, and what they do.
+using KeyHelp = std::pair<std::string, std::string>;
+const std::vector<KeyHelp>& keyHelp();
+
+}  // namespace dravik::trainer

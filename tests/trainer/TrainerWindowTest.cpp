@@ -1,0 +1,175 @@
+#include "trainer/window/TrainerWindow.h"
+
+#include <gmock/gmock.h>
+
+#include <algorithm>
+
+#include "base/Paths.h"
+#include "screen/context/Screen.h"
+#include "screen/support/ScriptedPlatform.h"
+#include "trainer/support/PgmFile.h"
+#include "trainer/support/Workspace.h"
+
+namespace dravik::test {
+
+using namespace engine;
+using namespace trainer;
+using namespace ui;
+namespace {
+
+using testing::HasSubstr;
+
+struct RecordingSystem : WindowSystem {
+    std::vector<std::string> choosePaths(const FileQuestion& question) override {
+        questions.push_back(question);
+        return chosen;
+    }
+    std::string keptFolder() const override { return folder; }
+    void keepFolder(const std::string& now) override { folder = now; }
+    void closeWindow() override { ++closed; }
+
+    std::vector<FileQuestion> questions;
+    std::vector<std::string> chosen;
+    std::string folder;
+    int closed = 0;
+};
+
+class TrainerWindowTest : public testing::Test {
+  protected:
+    std::string enabled() const {
+        std::string names;
+        for (const auto& menu : window.actions.menus())
+            for (const Action* action : menu.entries)
+                if (action && action->enabled()) names += action->name() + ' ';
+        return names;
+    }
+
+    Workspace workspace;
+    ScriptedPlatform platform;
+    RecordingSystem system;
+    Trainer trainer{platform, JobFolder(workspace.jobs()), readPgm, false};
+    TrainerWindow window{trainer, platform, system};
+};
+
+TEST_F(TrainerWindowTest, OnlyWhatCanBeDoneIsEnabled) {
+    window.view.setViewport(500, 300);
+    EXPECT_EQ(enabled(), "openImages openFolder quit fontSelect keys about ");
+    window.actions.zoomIn.trigger();
+    EXPECT_TRUE(window.view.fits());
+    EXPECT_THAT(window.view.message(), HasSubstr("Ctrl+O"));
+    EXPECT_EQ(window.partName() + window.scaleText(), "");
+
+    window.open(
+        {workspace.draw("a.pgm", "12"), workspace.draw("b.pgm", "345"), workspace.write("c.pgm", "")});
+    EXPECT_FALSE(window.actions.previous.enabled());
+    EXPECT_TRUE(window.actions.fit.checked());
+    window.actions.zoomIn.trigger();
+    EXPECT_FALSE(window.actions.fit.checked());
+    window.actions.next.trigger();
+    EXPECT_EQ(window.partName(), "2 of 3   b.pgm");
+    EXPECT_EQ(toPath(window.partTip()), toPath(workspace.path("b.pgm")));
+    EXPECT_THAT(window.scaleText(), HasSubstr(" %"));
+    window.actions.next.trigger();
+    EXPECT_FALSE(window.actions.next.enabled());
+    EXPECT_FALSE(window.actions.zoomIn.enabled()) << "nothing to zoom in a file that is no image";
+    EXPECT_THAT(window.viewDescription(), HasSubstr("c.pgm"));
+    window.actions.closeImage.trigger();
+    EXPECT_EQ(window.partName(), "2 of 2   b.pgm");
+    window.actions.closeAll.trigger();
+    EXPECT_FALSE(window.actions.closeAll.enabled());
+    EXPECT_EQ(trainer.parts().count(), 0);
+
+    Button& train = trainer.control().screen().train.cmdTrain;
+    int pressed = 0;
+    train.click.subscribe([&] { ++pressed; });
+    train.setEnabled(true);
+    EXPECT_TRUE(window.actions.fontLearn.enabled());
+    train.setEnabled(false);
+    window.actions.fontLearn.trigger();
+    EXPECT_EQ(pressed, 0);
+}
+
+TEST_F(TrainerWindowTest, AMismatchIsSaidBeforeInclude) {
+    window.view.setViewport(500, 300);
+    window.open({workspace.draw("a.pgm", "123")});
+    EXPECT_EQ(window.previewText(), "3 characters found");
+    EXPECT_FALSE(window.previewWarns());
+    trainer.control().screen().sample.txtSampleInput.setText("12");
+    EXPECT_EQ(window.previewText(), "\u26A0 3 characters found, 2 typed");
+    EXPECT_EQ(window.viewDescription(), "3 characters found, 2 typed") << "without the sign";
+    ASSERT_EQ(window.view.marks().size(), 3u);
+    EXPECT_TRUE(window.view.marks()[2].warns);
+}
+
+TEST_F(TrainerWindowTest, WhatCannotBeOpenedIsSaidInAFewLines) {
+    std::vector<std::string> absent;
+    for (int i = 0; i < 9; ++i) absent.push_back(workspace.path("absent" + std::to_string(i)));
+    window.open(absent);
+    ASSERT_EQ(window.problems().size(), TrainerWindow::kMostProblemLines);
+    EXPECT_THAT(window.problems()[0], HasSubstr("absent0"));
+    EXPECT_EQ(window.problems().back(), "... and 5 more");
+    window.dismissProblems();
+    EXPECT_TRUE(window.problems().empty());
+}
+
+TEST_F(TrainerWindowTest, DialogsStartWhereTheLastOneEnded) {
+    system.chosen = {workspace.draw("a.pgm", "1")};
+    window.actions.openImages.trigger();
+    ASSERT_EQ(system.questions.size(), 1u);
+    EXPECT_EQ(system.questions[0].title, "Open Part Images");
+    EXPECT_EQ(system.questions[0].folder, "");
+    EXPECT_THAT(system.questions[0].filters[0].patterns, testing::Contains("*.tiff"));
+    EXPECT_EQ(window.partName(), "1 of 1   a.pgm");
+    system.chosen = {};
+    window.actions.openFolder.trigger();
+    EXPECT_TRUE(system.questions[1].asksForFolder);
+    EXPECT_EQ(toPath(system.questions[1].folder) / "a.pgm", toPath(workspace.path("a.pgm")));
+    EXPECT_EQ(system.folder, system.questions[1].folder) << "a dialog that is cancelled changes nothing";
+    window.actions.quit.trigger();
+    EXPECT_EQ(system.closed, 1);
+}
+
+TEST_F(TrainerWindowTest, HelpSaysWhatTheKeysDoAndWhereFontsAre) {
+    std::vector<std::string> words;
+    platform.modalHandlers["keysForm"] = [&](Form& form) {
+        for (std::size_t i = 0; i < 2 * keyHelp().size(); ++i)
+            words.push_back(dynamic_cast<Label&>(*form.find("lblKeys(" + std::to_string(i) + ")")).caption());
+        form.defaultButton->press();
+    };
+    window.actions.keys.trigger();
+    ASSERT_EQ(words.size(), 2 * keyHelp().size());
+    EXPECT_EQ(words[5], "fit, actual size");
+    platform.boxAnswers = {Answer::Ok};
+    window.actions.about.trigger();
+    ASSERT_EQ(platform.boxes.size(), 1u);
+    EXPECT_THAT(platform.boxes[0].text, HasSubstr(JobFolder(workspace.jobs()).fontsFolder()));
+}
+
+// A key that two actions have does nothing in one of the window systems.
+TEST_F(TrainerWindowTest, NoTwoActionsHaveTheSameKeyOrAccessKey) {
+    std::vector<std::string> keys;
+    for (const auto& menu : window.actions.menus()) {
+        std::string accessKeys;
+        for (const Action* action : menu.entries) {
+            if (!action) continue;
+            const auto& face = action->face();
+            keys.insert(keys.end(), face.keys.begin(), face.keys.end());
+            accessKeys += face.text.at(face.text.find('&') + 1);
+            EXPECT_FALSE(face.tip.empty() && !face.name.starts_with("font")) << face.name;
+        }
+        std::sort(accessKeys.begin(), accessKeys.end());
+        EXPECT_EQ(std::adjacent_find(accessKeys.begin(), accessKeys.end()), accessKeys.end()) << menu.caption;
+    }
+    std::sort(keys.begin(), keys.end());
+    EXPECT_EQ(std::adjacent_find(keys.begin(), keys.end()), keys.end());
+}
+
+TEST_F(TrainerWindowTest, EndsItsScreenOnce) {
+    window.end();
+    EXPECT_TRUE(window.hasEnded());
+    window.end();
+    EXPECT_TRUE(platform.boxes.empty()) << "nothing to save";
+}
+
+}  // namespace
+}  // namespace dravik::test
