@@ -1,7 +1,7 @@
 #include "screen/fonts/dlgFontName.h"
 
-#include "screen/fonts/FontName.h"
 #include "screen/fonts/MessageReport.h"
+#include "tool/FontName.h"
 
 namespace dravik::screen {
 
@@ -27,7 +27,7 @@ dlgFontName::dlgFontName(TraceLog& log) : procedures_(log, messageReport(log.pla
 
 void dlgFontName::OKButton_Click() {
     procedures_.run("dlgFontName.OKButton_Click", "OKButton_Click", [&] {
-        fontName_ = CleanFontName(txtFontName.text());
+        fontName_ = tool::CleanFontName(txtFontName.text());
         form_.unload();
     });
 }

@@ -1,22 +1,11 @@
 #include "screen/samples/Inclusion.h"
 
-#include <cmath>
-
-#include "base/Conversions.h"
 #include "base/Text.h"
+#include "tool/IncludeRules.h"
 #include "tool/Samples.h"
 
 namespace dravik::screen {
 namespace {
-
-constexpr int kFirstFeatureColumn = 5;
-
-// Negative, or a number that reads "1.#INF" or the like.
-bool isInvalidFeature(const tool::Cell& cell) {
-    if (const auto* number = std::get_if<double>(&cell)) return !std::isfinite(*number) || *number < 0;
-    const std::string text = tool::cellText(cell);
-    return leadingNumber(text) < 0 || text.find('#') != std::string::npos;
-}
 
 std::string counted(const std::string& characters) {
     return "    " + characters + " (" + std::to_string(characterCount(characters)) + " characters)\r\r";
@@ -77,11 +66,10 @@ void Inclusion::AddSamples() {
         ui::TextBox& input = controls_.txtSampleInput;
         if (input.text().empty()) return;
         if (controls_.chkCase.checked()) {
-            const CharacterCase fontCase = CharSetCase();
-            if (fontCase == CharacterCase::Upper) input.setText(upperCase(input.text()));
-            if (fontCase == CharacterCase::Lower) input.setText(lowerCase(input.text()));
+            const tool::CharacterCase letters = CharSetCase();
+            if (tool::isSingleCase(letters)) input.setText(tool::inCase(input.text(), letters));
         }
-        const std::string text = trimmed(input.text());
+        const std::string text = tool::textToInclude(input.text());
         tool_->IncludeSamples(text);
         includes_.m_PendingInclude = text;
         grid_.controls().cboDisplay.setListIndex(kDisplayUncommitted);
@@ -90,23 +78,10 @@ void Inclusion::AddSamples() {
     });
 }
 
-CharacterCase Inclusion::CharSetCase() {
-    CharacterCase result = CharacterCase::Mixed;
+tool::CharacterCase Inclusion::CharSetCase() {
+    auto result = tool::CharacterCase::Mixed;
     errors_.procedures().run("Dravikdlg.CharSetCase", "CharSetCase", [&] {
-        if (!tool_.m_ToolBound) return;
-        const auto table = tool_->GetSampleData(tool::kAllTrained, tool::kCharacterFields);
-        bool upper = false;
-        bool lower = false;
-        for (int row = 1; table && row <= table->upperRow(); ++row) {
-            const std::int32_t code = toInt32(table->number(row, 1));
-            upper |= code >= 'A' && code <= 'Z';
-            lower |= code >= 'a' && code <= 'z';
-        }
-        if (upper != lower) {
-            result = upper ? CharacterCase::Upper : CharacterCase::Lower;
-        } else if (!upper) {
-            result = CharacterCase::None;
-        }
+        if (tool_.m_ToolBound) result = tool::fontCase(*tool_);
     });
     return result;
 }
@@ -114,31 +89,19 @@ CharacterCase Inclusion::CharSetCase() {
 bool Inclusion::ReadyToCommit() {
     bool result = false;
     errors_.procedures().run("Dravikdlg.ReadyToCommit", "ReadyToCommit", [&] {
-        const auto table = tool_->GetSampleData(tool::kAllUncommitted, tool::kSampleFields);
-        std::string found;
-        for (int row = 1; table && row <= table->upperRow(); ++row) {
-            const std::string character = table->character(row);
-            double sum = 0;
-            for (int column = kFirstFeatureColumn; column <= table->upperColumn(); ++column) {
-                const tool::Cell cell = table->cell(row, column);
-                if (isInvalidFeature(cell)) {
-                    platform_.messageBox(
-                        {"Error detected for character " + character + "\r\rCharacters will not be included.",
-                         "Error constant detected"});
-                    return;
-                }
-                const auto* number = std::get_if<double>(&cell);
-                sum += number ? *number : leadingNumber(tool::cellText(cell));
-            }
-            if (sum > 0) found += character;
-        }
-        const std::string input = trimmed(controls_.txtSampleInput.text());
-        if (characterCount(found) == characterCount(input)) {
-            result = true;
+        const auto found =
+            tool::foundSamples(tool_->GetSampleData(tool::kAllUncommitted, tool::kSampleFields));
+        if (found.invalid) {
+            platform_.messageBox(
+                {"Error detected for character " + *found.invalid + "\r\rCharacters will not be included.",
+                 "Error constant detected"});
             return;
         }
+        const std::string input = tool::textToInclude(controls_.txtSampleInput.text());
+        result = tool::countsMatch(input, found.characters);
+        if (result) return;
         platform_.messageBox({"Input characters:\r" + counted(input) + "Found characters:\r" +
-                                  counted(found) + "Samples will not be included.",
+                                  counted(found.characters) + "Samples will not be included.",
                               "Difference in character counts"});
     });
     return result;
@@ -150,7 +113,7 @@ void Inclusion::chkCase_Click() {
 
 void Inclusion::txtSampleInput_Change() {
     errors_.procedures().run("Dravikdlg.txtSampleInput_Change", "SampleInput", [&] {
-        const std::size_t count = characterCount(trimmed(controls_.txtSampleInput.text()));
+        const std::size_t count = characterCount(tool::textToInclude(controls_.txtSampleInput.text()));
         errors_.UserMsg(count == 1 ? "1 character" : std::to_string(count) + " characters");
     });
 }

@@ -1,7 +1,7 @@
 #include "screen/samples/SampleCommit.h"
 
 #include "base/Conversions.h"
-#include "base/Text.h"
+#include "tool/IncludeRules.h"
 
 namespace dravik::screen {
 
@@ -25,10 +25,7 @@ std::int16_t SampleCommit::CommitSamples() {
             result = kNothingToCommit;
             return;
         }
-        std::string missing;
-        for (const auto& character : uncommitted)
-            if (!contains(font_.txtCharSet.text(), character) && !contains(missing, character))
-                missing += character;
+        const std::string missing = tool::missingCharacters(uncommitted, font_.txtCharSet.text());
         if (!missing.empty()) {
             const ui::Answer answer = platform_.messageBox(
                 {"Characters " + missing +
