@@ -1,11 +1,10 @@
-// dravik-trainer: headless commands, the window, or a scripted session in the window.
+// dravik-trainer: the commands, or the window.
 #include <QApplication>
 #include <QCoreApplication>
-#include <QDir>
-#include <QSettings>
-#include <QTemporaryDir>
+#include <algorithm>
 #include <cstdlib>
 #include <iostream>
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -14,25 +13,16 @@
 #endif
 
 #include "base/Failure.h"
-#include "qt/DialogScript.h"
 #include "qt/MainWindow.h"
-#include "qt/QtConversions.h"
-#include "qt/QtDemoHands.h"
 #include "qt/QtImage.h"
 #include "qt/QtPlatform.h"
 #include "qt/Theme.h"
-#include "trainer/commands/Arguments.h"
 #include "trainer/commands/CommandLine.h"
 
 namespace {
 
 using namespace dravik;
 using namespace dravik::qt;
-
-int complain(const std::string& problem, int code) {
-    std::cerr << "dravik-trainer: " << problem << std::endl;
-    return code;
-}
 
 bool hasDisplay() {
 #ifdef Q_OS_LINUX
@@ -50,57 +40,27 @@ bool errIsTerminal() {
 #endif
 }
 
-// What the off-screen platform cannot do does not concern whoever runs a session there.
-void withoutPlatformNoise(QtMsgType type, const QMessageLogContext& context, const QString& message) {
-    if (message.startsWith(QLatin1String("This plugin does not support"))) return;
-    std::cerr << qFormatLogMessage(type, context, message).toStdString() << std::endl;
+trainer::CommandStreams streams() {
+    return {std::cout, std::cerr, errIsTerminal()};
 }
 
-// The sample parts that the guide's pictures show: all but the last teach.
-std::vector<std::string> guideParts() {
-    std::vector<std::string> paths;
-    const std::string parts = DRAVIK_PARTS;
-    for (const char* number : {"0", "1", "2"})
-        paths.push_back(parts + "/rendered_charset/hack_00" + number + ".png");
-    for (const char* number : {"1", "2", "3", "4", "5", "6", "7", "0"})
-        paths.push_back(parts + "/rendered_lines/hack_00" + number + ".png");
-    return paths;
+trainer::CommandLine parsed(int argc, char** argv) {
+    return trainer::parseCommandLine({argv + 1, argv + argc}, {.hasThemes = true});
 }
 
-int runDemo(const std::string& folder, const trainer::WindowOptions& options,
-            trainer::DemoSession::Kind kind) {
-    if (!QDir().mkpath(qtText(folder))) return complain(folder + ": the folder cannot be made", 1);
-    // A session that anyone can repeat touches neither the operator's fonts nor the window's remembered
-    // place.
-    const QTemporaryDir own;
-    if (!own.isValid()) return complain("no temporary folder can be made: " + utf8(own.errorString()), 1);
-    QSettings::setDefaultFormat(QSettings::IniFormat);
-    QSettings::setPath(QSettings::IniFormat, QSettings::UserScope, own.path());
-    const JobFolder jobs(options.jobs.empty() ? utf8(own.filePath(QStringLiteral("Jobs"))) : options.jobs);
-
-    QtPlatform platform;
-    DialogScript ending;  // outlives the control, which asks about a changed font when a session broke off
-    trainer::Trainer trainer(platform, jobs, decodeImageFile, false);
-    MainWindow window(trainer);
-    platform.setMainWindow(&window);
-    int code = 0;
-    try {
-        const bool guide = kind == trainer::DemoSession::Kind::Guide && options.paths.empty();
-        QtDemoHands hands(window);
-        trainer::DemoSession(hands, trainer, folder, std::cout, kind)
-            .run(guide ? guideParts() : options.paths);
-    } catch (...) {
-        code = complain("the session did not come out: " + currentFailure().description(), 1);
-    }
-    if (code == 0) std::cout << "Everything came out. Pictures are in " << folder << std::endl;
-    ending.answerOthers(QStringLiteral("No"));
-    return code;
+// Qt takes options of its own out of the arguments, such as the -session of a session manager: one dash.
+bool mayBeForQt(const trainer::CommandLine& line, int argc, char** argv) {
+    const auto* notice = std::get_if<trainer::Notice>(&line);
+    return notice && notice->status == 2 &&
+           std::any_of(argv + 1, argv + argc, [](const std::string& argument) {
+               return argument.starts_with('-') && !argument.starts_with("--");
+           });
 }
 
 int runWindow(const trainer::WindowOptions& options) {
+    useTheme(options.theme == "dark" ? Theme::Dark : options.theme == "light" ? Theme::Light : Theme::System);
     QtPlatform platform;
-    trainer::Trainer trainer(platform, options.jobs.empty() ? JobFolder() : JobFolder(options.jobs),
-                             decodeImageFile, true);
+    trainer::Trainer trainer(platform, options.folder, decodeImageFile, true);
     MainWindow window(trainer);
     platform.setMainWindow(&window);
     window.show();
@@ -111,36 +71,20 @@ int runWindow(const trainer::WindowOptions& options) {
 int run(int argc, char** argv) {
     QCoreApplication::setOrganizationName(QStringLiteral("Dravik"));
     QCoreApplication::setApplicationName(QStringLiteral("Dravik Trainer"));
-    std::vector<std::string> arguments(argv + 1, argv + argc);
-    if (trainer::isHeadlessCommand(arguments)) {
-        const QCoreApplication application(argc, argv);  // image formats are plug-ins of it
-        return trainer::runHeadless(arguments, decodeImageFile, std::cout, std::cerr, errIsTerminal());
+    auto line = parsed(argc, argv);
+    std::unique_ptr<QCoreApplication> application;
+    if (hasDisplay() &&
+        (std::holds_alternative<trainer::WindowOptions>(line) || mayBeForQt(line, argc, argv))) {
+        application = std::make_unique<QApplication>(argc, argv);
+        line = parsed(argc, argv);
+    } else {
+        application = std::make_unique<QCoreApplication>(argc, argv);  // image formats are plug-ins of it
     }
-
-    if (!hasDisplay()) {
-        const bool demo = std::any_of(arguments.begin(), arguments.end(), [](const std::string& argument) {
-            return argument.starts_with("--demo") || argument.starts_with("--screenshots");
-        });
-        if (!demo)
-            return complain("there is no display; the commands learn, read and fonts need none (see --help)",
-                            1);
-        qputenv("QT_QPA_PLATFORM", "offscreen");
-    }
-    if (qgetenv("QT_QPA_PLATFORM") == "offscreen") qInstallMessageHandler(withoutPlatformNoise);
-    const QApplication application(argc, argv);
-    arguments.clear();
-    for (const QString& argument : QCoreApplication::arguments().mid(1)) arguments.push_back(utf8(argument));
-    const std::string demo = trainer::takeOption(arguments, "--demo");
-    const std::string screenshots = trainer::takeOption(arguments, "--screenshots");
-    const std::string theme = trainer::takeOption(arguments, "--theme");
-    const trainer::WindowOptions options = trainer::windowOptions(arguments);
-    if (!options.problem.empty()) return complain(options.problem, 2);
-    if (!theme.empty() && theme != "light" && theme != "dark" && theme != "system")
-        return complain("--theme is light, dark or system", 2);
-    useTheme(theme == "dark" ? Theme::Dark : theme == "light" ? Theme::Light : Theme::System);
-    if (!demo.empty()) return runDemo(demo, options, trainer::DemoSession::Kind::Story);
-    if (!screenshots.empty()) return runDemo(screenshots, options, trainer::DemoSession::Kind::Guide);
-    return runWindow(options);
+    const auto* window = std::get_if<trainer::WindowOptions>(&line);
+    if (!window) return trainer::runCommand(line, decodeImageFile, streams());
+    if (hasDisplay()) return runWindow(*window);
+    streams().problem("there is no display; the commands learn, read and fonts need none (see --help)");
+    return 1;
 }
 
 }  // namespace
@@ -149,6 +93,7 @@ int main(int argc, char** argv) {
     try {
         return run(argc, argv);
     } catch (...) {
-        return complain(dravik::currentFailure().description(), 1);
+        streams().problem(dravik::currentFailure().description());
+        return 1;
     }
 }

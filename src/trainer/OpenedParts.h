@@ -2,18 +2,16 @@
 // platform.
 #pragma once
 
-#include <functional>
 #include <optional>
 #include <string>
 #include <vector>
 
-#include "engine/image/GreyImage.h"
+#include "engine/image/ImageDecoder.h"
 #include "ui/Signal.h"
 
 namespace dravik::trainer {
 
-// Decodes an image file to grey; raises Failure whose description names the file and the problem.
-using ImageDecoder = std::function<engine::GreyImage(const std::string& path)>;
+using engine::ImageDecoder;
 
 class OpenedParts {
   public:

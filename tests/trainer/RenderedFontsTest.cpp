@@ -8,7 +8,7 @@
 
 #include "base/Text.h"
 #include "engine/PngFile.h"
-#include "trainer/SampleList.h"
+#include "trainer/commands/SampleList.h"
 #include "trainer/support/Differences.h"
 #include "trainer/support/Workspace.h"
 

@@ -1,5 +1,5 @@
 #include "base/Paths.h"
-#include "trainer/SampleList.h"
+#include "trainer/commands/SampleList.h"
 
 #include <gmock/gmock.h>
 

@@ -1,29 +1,22 @@
-// DravikTrainer.exe: headless commands, the window, or a scripted session in the window.
+// DravikTrainer.exe: the commands, or the window.
 #include "windows/win32/Windows.h"
 // Behind the Windows headers
 #include <ole2.h>
 #include <shellapi.h>
 
-#include <algorithm>
-#include <filesystem>
 #include <iostream>
 #include <memory>
 #include <string>
 #include <vector>
 
 #include "base/Failure.h"
-#include "base/Paths.h"
-#include "base/TemporaryFolder.h"
-#include "trainer/commands/Arguments.h"
 #include "trainer/commands/CommandLine.h"
 #include "windows/app/Console.h"
 #include "windows/app/MainWindow.h"
 #include "windows/app/OleScreen.h"
 #include "windows/app/OleScreenHost.h"
 #include "windows/app/Wildcards.h"
-#include "windows/app/Win32DemoHands.h"
 #include "windows/com/WicImage.h"
-#include "windows/win32/Dpi.h"
 #include "windows/win32/Win32Platform.h"
 #include "windows/win32/WinText.h"
 
@@ -57,26 +50,17 @@ std::vector<std::string> programArguments() {
     return withoutWildcards(arguments);
 }
 
+trainer::CommandStreams streams() {
+    return {std::cout, std::cerr, errIsConsole()};
+}
+
 // To whoever reads the program's messages, else in a box.
 int complain(const std::string& problem, int code) {
-    std::cerr << "dravik-trainer: " << problem << std::endl;
+    streams().problem(problem);
     const HANDLE handle = GetStdHandle(STD_ERROR_HANDLE);
     if ((!handle || handle == INVALID_HANDLE_VALUE) && !GetConsoleWindow())
         ::MessageBoxW(nullptr, win32::wide(problem).c_str(), L"Dravik Trainer", MB_ICONERROR);
     return code;
-}
-
-// The sample parts that the guide's pictures show, beside the program: all but the last teach.
-std::vector<std::string> guideParts() {
-    std::wstring program(MAX_PATH, L'\0');
-    program.resize(GetModuleFileNameW(nullptr, program.data(), MAX_PATH));
-    const auto parts = std::filesystem::path(program).parent_path() / "parts";
-    std::vector<std::string> paths;
-    for (const char* number : {"0", "1", "2"})
-        paths.push_back(fromPath(parts / "rendered_charset" / (std::string("hack_00") + number + ".png")));
-    for (const char* number : {"1", "2", "3", "4", "5", "6", "7", "0"})
-        paths.push_back(fromPath(parts / "rendered_lines" / (std::string("hack_00") + number + ".png")));
-    return paths;
 }
 
 // The window with the trainer and its screen, which lives in the OLE control where there is one, else in the
@@ -131,33 +115,11 @@ class Program {
     std::unique_ptr<trainer::Trainer> trainer_;
 };
 
-int runDemo(const std::string& folder, const trainer::WindowOptions& options, trainer::DemoSession::Kind kind,
-            Program::Place place) {
-    std::filesystem::create_directories(toPath(folder));
-    // A session that anyone can repeat touches neither the operator's fonts nor the window's remembered
-    // place.
-    const TemporaryFolder own;
-    const JobFolder jobs(options.jobs.empty() ? own.path("Jobs") : options.jobs);
-    DialogScript ending;  // outlives the screen, which asks about a changed font when a session broke off
-    Program program(Settings(), jobs, place, false);
-    int code = 0;
-    try {
-        const bool guide = kind == trainer::DemoSession::Kind::Guide && options.paths.empty();
-        Win32DemoHands hands(program.window);
-        trainer::DemoSession(hands, program.trainer(), folder, std::cout, kind)
-            .run(guide ? guideParts() : options.paths);
-    } catch (...) {
-        code = complain("the session did not come out: " + currentFailure().description(), 1);
-    }
-    if (code == 0) std::cout << "Everything came out. Pictures are in " << folder << std::endl;
-    ending.answerOthers(IDNO);
-    program.window.close();
-    return code;
-}
-
-int runWindow(const trainer::WindowOptions& options, Program::Place place) {
-    Program program(Settings(kSettingsKey), options.jobs.empty() ? JobFolder() : JobFolder(options.jobs),
-                    place, true);
+int runWindow(const trainer::WindowOptions& options) {
+    // The control looks for the dates of fonts in the standard folder.
+    const bool usual = options.folder.folder() == JobFolder().folder();
+    Program program(Settings(kSettingsKey), options.folder,
+                    usual ? Program::Place::ControlIfAny : Program::Place::Own, true);
     program.window.show();
     if (!options.paths.empty()) program.window.open(options.paths);
     return program.window.run();
@@ -165,30 +127,12 @@ int runWindow(const trainer::WindowOptions& options, Program::Place place) {
 
 int run() {
     const Apartment apartment;
-    std::vector<std::string> arguments = programArguments();
+    const auto line = trainer::parseCommandLine(programArguments(), {});
     useCallersConsole();
-    if (trainer::isHeadlessCommand(arguments))
-        return trainer::runHeadless(arguments, com::decodeImageFileByWic, std::cout, std::cerr,
-                                    errIsConsole());
-    const std::string demo = trainer::takeOption(arguments, "--demo");
-    const std::string screenshots = trainer::takeOption(arguments, "--screenshots");
-    const std::string dpi = trainer::takeOption(arguments, "--dpi");
-    const std::string screen = trainer::takeOption(arguments, "--screen");
-    const trainer::WindowOptions options = trainer::windowOptions(arguments);
-    if (!options.problem.empty()) return complain(options.problem, 2);
-    if (!screen.empty() && screen != "own" && screen != "control")
-        return complain("--screen is own or control", 2);
-    const bool session = !demo.empty() || !screenshots.empty();
-    // The control looks for the dates of fonts in the standard folder.
-    const auto place = screen == "control"                                   ? Program::Place::Control
-                       : screen == "own" || session || !options.jobs.empty() ? Program::Place::Own
-                                                                             : Program::Place::ControlIfAny;
-    std::unique_ptr<win32::DpiOverride> scale;
-    if (!dpi.empty())
-        scale = std::make_unique<win32::DpiOverride>(std::clamp(std::atoi(dpi.c_str()), 96, 480));
-    if (!demo.empty()) return runDemo(demo, options, trainer::DemoSession::Kind::Story, place);
-    if (!screenshots.empty()) return runDemo(screenshots, options, trainer::DemoSession::Kind::Guide, place);
-    return runWindow(options, place);
+    if (const auto* notice = std::get_if<trainer::Notice>(&line); notice && notice->status != 0)
+        return complain(notice->text, notice->status);
+    if (const auto* window = std::get_if<trainer::WindowOptions>(&line)) return runWindow(*window);
+    return trainer::runCommand(line, com::decodeImageFileByWic, streams());
 }
 
 }  // namespace

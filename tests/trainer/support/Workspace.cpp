@@ -55,6 +55,11 @@ CommandResult Workspace::learnDigits(const std::string& font) const {
     return run({"learn", "--font", font, "--samples", write("digits.tsv", list), "--timeout", "10"});
 }
 
+int runHeadless(const std::vector<std::string>& arguments, const ImageDecoder& decoder, std::ostream& out,
+                std::ostream& err, bool errIsTerminal) {
+    return runCommand(parseCommandLine(arguments, {.hasThemes = true}), decoder, {out, err, errIsTerminal});
+}
+
 std::vector<std::string> linesOf(const std::string& text) {
     std::vector<std::string> lines;
     std::istringstream stream(text);
