@@ -1,14 +1,15 @@
 // How good the engine is at finding and reading characters.
 //
-//     dravik_evaluate                           the sample parts, read with fonts learnt from the sample
-//     sheets dravik_evaluate read CHARSETS LINES       the same with other folders, e.g. of dravik_generate
-//     dravik_evaluate count [-v] FOLDER...      images with the exact number of characters, by tier and kind;
-//                                               with -v those without
-//     dravik_evaluate fit cuts|joins|print|choice|shapes FOLDER... fits the weights by which touching
-//     characters are cut,
-//                                               dirt is dropped or the likeliest way to see an image is
-//                                               chosen
-//     dravik_evaluate shared FOLDER             the other data sets: digits, pages, a photograph
+//     dravik_evaluate
+//         reads the sample parts with fonts learnt from the sample sheets
+//     dravik_evaluate read CHARSETS LINES
+//         the same with other folders, for instance those of dravik_generate
+//     dravik_evaluate count [-v] FOLDER...
+//         images with the exact number of characters, by tier and kind; -v names the others
+//     dravik_evaluate fit cuts|joins|print|choice|shapes FOLDER...
+//         fits the weights that cut touching characters, join parts, drop dirt, or choose the segmentation
+//     dravik_evaluate shared FOLDER
+//         the other data sets: digits, pages, a photograph
 #include <cstdio>
 #include <exception>
 #include <filesystem>

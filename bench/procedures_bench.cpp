@@ -10,7 +10,7 @@
 #include <vector>
 
 #ifdef _WIN32
-#include "windows/win32/Windows.h"
+#include "windows/com/WindowsSdk.h"
 // Behind the Windows headers
 #include "windows/com/ComFontTool.h"
 #include "windows/com/ComStep.h"
@@ -25,12 +25,13 @@
 namespace {
 
 using namespace dravik;
-using namespace dravik::com;
 using namespace dravik::engine;
 using namespace dravik::screen;
 using namespace dravik::tool;
 using namespace dravik::ui;
-using namespace dravik::win32;
+#ifdef _WIN32
+using namespace dravik::com;
+#endif
 
 constexpr int kRuns = 9;
 constexpr int kSamples = 10'000;

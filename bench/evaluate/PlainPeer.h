@@ -10,6 +10,6 @@
 namespace dravik {
 
 // The number of characters found.
-std::size_t countPlainly(const GreyImage& image);
+std::size_t countPlainly(const engine::GreyImage& image);
 
 }  // namespace dravik

@@ -12,7 +12,7 @@ namespace dravik {
 struct Truth {
     bool dark = true;
     float capHeight = 0;
-    std::vector<Box> characters;  // in image pixels
+    std::vector<engine::Box> characters;  // in image pixels
 };
 
 // By the name of the image, from meta.tsv and boxes.tsv of the folder.
@@ -20,6 +20,6 @@ std::map<std::string, Truth> truths(const std::string& folder);
 
 // A box of the image in a frame of a picture that begins at image pixel (left, top), `scale` image pixels to
 // one of its own.
-Box inFrame(const Box& box, const Frame& frame, int left, int top, float scale);
+engine::Box inFrame(const engine::Box& box, const engine::Frame& frame, int left, int top, float scale);
 
 }  // namespace dravik

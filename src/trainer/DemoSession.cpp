@@ -136,7 +136,7 @@ void DemoSession::makeFont() {
         hands_.click("OKButton");
     });
     hands_.click("cmdSelectFont");
-    const std::string font = trainer_.screen().selectedFont();
+    const std::string font = trainer_.control().selectedFont();
     require(font == kFontName, "the new font is not selected: \"" + font + "\" is");
     say("Made and selected the font \"" + font + "\"");
     picture("font-selected");
@@ -175,11 +175,11 @@ void DemoSession::include(const Task& task) {
 
 void DemoSession::learn() {
     hands_.click("cmdTrain");
-    require(trainer_.screen().isTraining() || hands_.canClick("cmdSaveFont"),
+    require(trainer_.isTraining() || hands_.canClick("cmdSaveFont"),
             "learning did not start: " + hands_.message());
     say("Learning");
     picture("learning");
-    require(hands_.waitUntil([&] { return !trainer_.screen().isTraining(); }, kTrainingPatience),
+    require(hands_.waitUntil([&] { return !trainer_.isTraining(); }, kTrainingPatience),
             "learning did not end");
     require(hands_.canClick("cmdSaveFont"), "learning ended without a result: " + hands_.message());
     say("Learnt: " + hands_.caption("lblStatus"));
@@ -189,7 +189,7 @@ void DemoSession::learn() {
 void DemoSession::save() {
     hands_.click("cmdSaveFont");
     require(hands_.message() == "Saved font", "the font was not saved: " + hands_.message());
-    require(!trainer_.screen().isFontChanged(), "the saved font still counts as changed");
+    require(!trainer_.control().m_FontChanged(), "the saved font still counts as changed");
     say("Saved " + trainer_.folder().fontFile(kFontName));
     picture("saved");
 }

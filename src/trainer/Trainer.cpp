@@ -19,16 +19,19 @@ std::string counted(std::size_t count, const std::string& what) {
 }  // namespace
 
 struct Trainer::Parts {
-    Parts(std::unique_ptr<HostedScreen> hosted, JobFolder jobs, ImageDecoder decoder, bool remembersFont)
-        : folder(std::move(jobs)),
+    Parts(ui::Platform& platform, const JobFolder& jobs, ImageDecoder decoder, bool remembersFont)
+        : folder(jobs),
           tool(std::make_shared<engine::EmbeddedTool>(folder, remembersFont)),
           opened(std::move(decoder)),
-          screen(std::move(hosted)) {}
+          control(platform, folder) {}
+
+    bool isTraining() { return control.screen().train.tmrTrain.enabled(); }
 
     // The text as Include hands it to the tool.
     std::string textToInclude() {
-        const auto text = tool::textToInclude(screen->typedText());
-        if (!screen->maintainsCase() || text.empty()) return text;
+        const auto& typing = control.screen().sample;
+        const auto text = tool::textToInclude(typing.txtSampleInput.text());
+        if (!typing.chkCase.checked() || text.empty()) return text;
         return tool::inCase(text, tool::fontCase(*tool));
     }
 
@@ -60,7 +63,7 @@ struct Trainer::Parts {
             reading.note = "No image is open";
         } else if (!opened.problem().empty()) {
             reading.note = opened.problem();
-        } else if (screen->isTraining()) {
+        } else if (isTraining()) {
             reading.note = "The font is being trained";
         } else if (!tool->currentFont()) {
             reading.note = "No font is selected";
@@ -78,7 +81,7 @@ struct Trainer::Parts {
     }
 
     std::string findCheck(bool& goesOn) {
-        if (screen->isTraining()) return {};
+        if (isTraining()) return {};
         goesOn = tool->isChecking();
         if (goesOn) return "Held-out check is going on...";
         const engine::HeldOutResult* result = tool->heldOutCheck();
@@ -88,7 +91,7 @@ struct Trainer::Parts {
     const JobFolder folder;
     const std::shared_ptr<engine::EmbeddedTool> tool;
     OpenedParts opened;
-    const std::unique_ptr<HostedScreen> screen;
+    screen::DravikDlg control;
 
     std::vector<LabelledCharacter> preview;
     int mismatch = 0;
@@ -101,14 +104,9 @@ struct Trainer::Parts {
 };
 
 Trainer::Trainer(ui::Platform& platform, const JobFolder& folder, ImageDecoder decoder, bool remembersFont)
-    : Trainer(std::make_unique<OwnScreen>(platform, folder), folder, std::move(decoder), remembersFont) {}
-
-Trainer::Trainer(std::unique_ptr<HostedScreen> screen, JobFolder folder, ImageDecoder decoder,
-                 bool remembersFont)
-    : parts_(
-          std::make_unique<Parts>(std::move(screen), std::move(folder), std::move(decoder), remembersFont)) {
+    : parts_(std::make_unique<Parts>(platform, folder, std::move(decoder), remembersFont)) {
     auto& parts = *parts_;
-    parts.screen->setStep(parts.tool);
+    parts.control.setStep(parts.tool);
 
     const auto refreshPreview = [this, &parts] {
         try {
@@ -162,22 +160,28 @@ Trainer::Trainer(std::unique_ptr<HostedScreen> screen, JobFolder folder, ImageDe
         refreshPreview();
         refreshReading();
     }));
-    connections.push_back(parts.screen->typedChanged.connect(refreshPreview));
-    connections.push_back(parts.screen->fontChanged.connect(refreshFont));
-    connections.push_back(parts.screen->savedStateChanged.connect(refreshTitle));
+    // These come after the screen's own procedures, which subscribed first.
+    auto& screen = parts.control.screen();
+    connections.push_back(screen.sample.txtSampleInput.textChanged.connect(refreshPreview));
+    connections.push_back(screen.sample.chkCase.click.connect(refreshPreview));
+    connections.push_back(parts.control.fontStateChanged.connect(refreshFont));
+    connections.push_back(screen.train.tmrTrain.changed.connect(refreshFont));
+    connections.push_back(screen.train.cmdStop.click.connect(refreshFont));
+    connections.push_back(screen.train.cmdSaveFont.click.connect(refreshFont));
+    connections.push_back(screen.train.cmdRevert.click.connect(refreshFont));
+    connections.push_back(screen.sample.cmdInclude.click.connect(refreshTitle));
+    connections.push_back(screen.font.txtCharSet.textChanged.connect(refreshTitle));
     refreshFont();
 }
 
 Trainer::~Trainer() = default;
 
-HostedScreen& Trainer::screen() noexcept {
-    return *parts_->screen;
+screen::DravikDlg& Trainer::control() noexcept {
+    return parts_->control;
 }
 
-screen::DravikDlg& Trainer::control() {
-    auto* own = dynamic_cast<OwnScreen*>(parts_->screen.get());
-    if (!own) throw Failure(RuntimeError::ObjectNotSet);
-    return own->control();
+bool Trainer::isTraining() const noexcept {
+    return parts_->isTraining();
 }
 
 engine::EmbeddedTool& Trainer::tool() noexcept {
@@ -217,9 +221,9 @@ const Reading& Trainer::reading() const noexcept {
 }
 
 std::string Trainer::title() const {
-    const auto font = parts_->screen->selectedFont();
+    const auto font = parts_->control.selectedFont();
     if (font.empty()) return kProgramName;
-    return font + (parts_->screen->isFontChanged() ? "* - " : " - ") + kProgramName;
+    return font + (parts_->control.m_FontChanged() ? "* - " : " - ") + kProgramName;
 }
 
 }  // namespace dravik::trainer

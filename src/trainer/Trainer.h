@@ -9,7 +9,6 @@
 #include "base/JobFolder.h"
 #include "engine/embedded/EmbeddedTool.h"
 #include "screen/shell/DravikDlg.h"
-#include "trainer/HostedScreen.h"
 #include "trainer/OpenedParts.h"
 #include "ui/Platform.h"
 #include "ui/Signal.h"
@@ -37,13 +36,11 @@ class Trainer {
   public:
     // The platform outlives the trainer. With `remembersFont` the font of the last session is loaded at once.
     Trainer(ui::Platform& platform, const JobFolder& folder, ImageDecoder decoder, bool remembersFont);
-    // Around a screen that lives elsewhere.
-    Trainer(std::unique_ptr<HostedScreen> screen, JobFolder folder, ImageDecoder decoder, bool remembersFont);
     ~Trainer();
 
-    HostedScreen& screen() noexcept;
-    // The screen as an object of this program; raises Object variable not set (91) when it lives elsewhere.
-    screen::DravikDlg& control();
+    screen::DravikDlg& control() noexcept;
+    // A training run is going on.
+    bool isTraining() const noexcept;
     engine::EmbeddedTool& tool() noexcept;
     OpenedParts& parts() noexcept;
     const JobFolder& folder() const noexcept;

@@ -1,5 +1,5 @@
-// What every control of the screen has in common: a name, a state that can be read and set, events, and word
-// to whoever watches it when the state changes. No window system is known here; a backend shows the state and
+// What every control of the screen has in common: a name, a state that can be read and set, events, and a
+// signal when the state changes. No window system is known here; a backend shows the state and
 // fires the events.
 #pragma once
 

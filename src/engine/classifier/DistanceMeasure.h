@@ -71,7 +71,7 @@ class DistanceMeasure {
         std::size_t count = 0;
     };
 
-    // `serial` names the sample that is not among its own neighbours; 0 is none's.
+    // `serial` names the sample to leave out, which must not be its own neighbour; 0 leaves out none.
     Nearness nearness(const SampleInputs& inputs, std::int32_t code, std::uint64_t serial) const;
 
     std::array<float, kInputCount> weights_{};

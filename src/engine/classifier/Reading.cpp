@@ -14,13 +14,13 @@ constexpr float kSmallLetters = 0.73f;
 // logarithms of confidence: most print on parts has no small letters, and 2 and z, 0 and o differ by their
 // height only. Beside lines of the same height there is more doubt.
 constexpr double kSmallLettersDoubt = 1, kSmallLettersBesideDoubt = 2;
-// Beside a higher line, by as much as capitals are higher than small letters, there is none, least of all
-// when all are of one height.
+// Beside a line that is higher by about as much as capitals are higher than small letters, no such margin is
+// asked for; a line whose characters are all of one height may even be a little less sure.
 constexpr float kLeastLower = 0.6f, kMostLower = 0.87f;
 constexpr double kNeighbourDoubt = 0, kOneHeightNeighbourDoubt = -1;
-// A character counts as no more wrong than that.
+// The least confidence that one character contributes to its line: a single bad one must not decide.
 constexpr double kLeastTrust = 0.01;
-// Characters that the network thinks less likely than that are not compared with the samples.
+// Characters to which the network gives a lower probability are not compared with the samples.
 constexpr float kWorthComparing = 0.003f;
 constexpr std::string_view kSmallOnes = "acegmnopqrsuvwxyz";
 constexpr std::string_view kMarks = "-=.,:;\"'_*+";

@@ -151,7 +151,9 @@ struct EmbeddedTool::State {
         if (current && changed && *current != forFont) unsaved[*current] = record();
     }
 
-    bool hasUnsavedWork() const { return changed || samples.columns(tool::SampleKind::Uncommitted)->size() > 0; }
+    bool hasUnsavedWork() const {
+        return changed || samples.columns(tool::SampleKind::Uncommitted)->size() > 0;
+    }
 
     void install(std::optional<std::string> name, FontRecord font) {
         check.stop();

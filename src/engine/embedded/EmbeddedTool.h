@@ -33,7 +33,7 @@ struct ReadCharacter {
     double confidence = 0;  // that the answer is right, 0 to 1 (see Confidence.h)
 };
 
-// What to show for it: the answer, or "?" when it is less sure than `limit`.
+// The text to show for a character: the answer, or "?" when its confidence is below `limit`.
 std::string shownCharacter(const ReadCharacter& read, double limit = kRejectLimit);
 
 // What summary() tells of a font file without making it current.

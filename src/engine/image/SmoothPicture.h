@@ -34,7 +34,7 @@ class SmoothPicture {
     RowSource rows() const;
 
   private:
-    // Rows are made in bands of so many, of which so many are kept.
+    // Rows are computed kBandRows at a time; the last kBands such bands are kept.
     static constexpr int kBandRows = 16, kBands = 8;
 
     RowSource rows(int first, int end) const;

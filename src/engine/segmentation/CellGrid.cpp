@@ -132,7 +132,8 @@ std::optional<CellGrid> findGrid(const std::vector<Piece>& pieces, const Frame& 
     if (trials.empty()) return std::nullopt;
     float least = 1e9f;
     for (const Trial& trial : trials) least = std::min(least, trial.cost);
-    // Twice the pitch fits as well: the finest of the good ones is it, and the best near that.
+    // A multiple of the pitch fits as well as the pitch itself: take the smallest that fits well, and the
+    // best near it.
     const auto good = std::find_if(trials.begin(), trials.end(), [least](const Trial& trial) {
         return trial.cost <= 1.5f * least + 0.02f;
     });

@@ -8,7 +8,7 @@ namespace dravik::engine {
 namespace {
 
 constexpr int kMostRounds = 4;
-// Later neighbours than these are none: marks may stand between the parts of one character.
+// How far ahead, in pieces of the line, a part of the same character is looked for: marks may stand between.
 constexpr std::size_t kMostAhead = 3;
 
 JoinTraits traitsOf(const std::vector<Piece>& pieces, std::size_t first, std::size_t second,

@@ -1,6 +1,6 @@
 // Tells from their shapes whether found characters are whole ones: the two halves of a W, or two letters
-// taken for one, look like no letter of any face. Dear to find out, so only what an image is in doubt about
-// is judged by it.
+// taken for one, look like no letter of any face. This is expensive to compute, so it only decides between
+// segmentations of one image that differ by a character or two.
 #pragma once
 
 #include <array>

@@ -25,7 +25,7 @@ std::vector<std::vector<PrintTraits>> printTraits(const std::vector<LinePieces>&
 using PrintNetwork = RectifiedNetwork<kPrintTraits, 10>;
 extern const PrintNetwork kPrintLikeness;
 
-// What is rather dirt goes; so do lines of which little remains.
+// Removes the pieces that are more likely dirt than print, and lines that have hardly any piece left.
 void dropForeign(std::vector<LinePieces>& lines, const InkImage& ink, const Binarizer& seen, const Look& look,
                  Decisions& prints);
 

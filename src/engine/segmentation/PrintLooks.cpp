@@ -16,36 +16,36 @@
 namespace dravik::engine {
 namespace {
 
-// The first look is at so many pixels at most, the last one at so many.
+// Most pixels of the picture that the search starts on, and of the one that it ends on.
 constexpr std::int64_t kFirstPixels = 500'000;
 constexpr std::int64_t kMostWorkingPixels = 4'000'000;
 // Log odds of a candidate being right, beyond which others of its kind are not tried.
 constexpr double kClearText = 2.2;
 constexpr double kLikelyText = 1;
 constexpr double kBeyondDoubt = 2.6;
-// So many sizes and polarities are looked at closer.
+// How many combinations of size and polarity are examined at full size.
 constexpr std::size_t kMostClose = 4;
-// Where ink begins so often in a row, and on average after so few pixels, there is noise or texture.
+// A picture with more runs of ink than this, and fewer pixels to each on average, is noise or texture.
 constexpr std::int64_t kManyRuns = 10'000;
 constexpr std::int64_t kFewestPixelsToRun = 12;
-// Small print is looked at twice as large in regions up to so many image pixels; larger ones would take too
-// much memory.
+// Small print is enlarged twice in regions up to this many image pixels; larger ones would take too much
+// memory.
 constexpr std::int64_t kMostDoubled = 310'000;
 // A page of dotted print has fewer pieces, and more pixels to each.
 constexpr std::size_t kMostPieces = 20'000, kAlwaysPieces = 5'000, kFewestPixelsToPiece = 256;
-// What a look found is held when its picture has so many pixels at most.
+// The pieces that were found are kept for a second use when the picture has at most this many pixels.
 constexpr std::size_t kMostHeld = 500'000;
 // Characters lower than this cannot be told apart.
 constexpr float kLeastHeight = 5;
 // Heights of capitals, in working pixels, at which characters are best told apart.
 constexpr float kBestHeight = 32;
 constexpr double kHopeless = -3, kNothing = -1e9;
-// Decisions less sure than that (log odds) are made the other way too, where there are so many pieces at
-// most.
+// Decisions less sure than this (log odds) are tried the other way too, in pictures of at most this many
+// pieces.
 constexpr double kOtherBar = 1;
 constexpr std::size_t kMostReconsidered = 300;
 
-// What is as large as the image itself is its frame or a shadow.
+// Removes pieces as large as the image itself: its frame or a shadow.
 void dropFrames(std::vector<Piece>& pieces, const InkImage& ink) {
     const float width = static_cast<float>(ink.width), height = static_cast<float>(ink.height);
     std::erase_if(pieces, [&](const Piece& piece) {
@@ -115,8 +115,7 @@ void findCharacters(Segmentation& print, std::vector<LinePieces>&& lines, const 
     }
 }
 
-// The bars by which the print would be seen otherwise, one doubtful decision or a few of one kind being made
-// the other way.
+// Thresholds that would turn one doubtful decision, or a few of one kind, the other way.
 std::vector<Look::Bars> otherBars(const CharacterDecisions& decisions) {
     std::vector<Look::Bars> result;
     const auto add = [&](const Decisions& kind, float Look::Bars::*bar) {
@@ -201,8 +200,8 @@ const Binarizer& Looking::turnTo(const Region& region, float scale) {
     return view_.emplace(image_, region, scale);
 }
 
-// What a look sees, where that is anything like text; its likeness, or less than any. Where that leaves
-// doubts, what the print would be if doubtful decisions were made otherwise is considered too, if wanted.
+// Segments the picture with the parameters `look` and keeps the result when it resembles text; returns how
+// much (log odds), kNothing when not at all. With `otherwise`, doubtful decisions are tried both ways.
 double Looking::consider(const Look& look, bool otherwise) {
     const Look& last = seen_.look;
     const bool again = isSeen_ && last.dark == look.dark && last.side == look.side &&

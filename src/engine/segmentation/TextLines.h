@@ -30,8 +30,8 @@ float printSlope(std::span<const Piece> pieces, float height);
 // must be measured in a frame of the print's slope.
 float printSlant(std::span<const Piece> pieces, float slope, float height);
 
-// The lines from top to bottom. Pieces must be measured in the frame of the print. Specks and what is no text
-// go.
+// The lines from top to bottom. Pieces must be measured in the frame of the print. Specks and pieces that
+// belong to no line of text are left out.
 std::vector<LinePieces> textLines(std::vector<Piece> pieces, float height);
 
 // Baseline and height from the boxes of a line's characters, `height` being their usual height.

@@ -68,7 +68,7 @@ Piece inkWithin(const Box& box, float least, const InkImage& ink, const Frame& f
     return piece;
 }
 
-// One that a place along the line is within.
+// The underscore below the place `middle` along the line, if there is one.
 std::optional<Piece> underscoreAt(float middle, const LineMetrics& line, const InkImage& ink,
                                   const Frame& frame) {
     const float cap = line.capHeight;

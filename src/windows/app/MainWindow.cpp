@@ -65,9 +65,11 @@ MainWindow::~MainWindow() {
     clear();
 }
 
-void MainWindow::fill(trainer::Trainer& trainer, ScreenHost& screen, win32::Win32Platform& platform) {
+void MainWindow::fill(trainer::Trainer& trainer, win32::Win32Platform& platform) {
     trainer_ = &trainer;
-    screen_ = &screen;
+    page_ = std::make_unique<win32::FormPage>(trainer.control().form(), window(), platform);
+    page_->setVisible(true);
+    win32::guarded([&] { trainer.control().form().activate(); });
     SetMenu(window(), makeMenuBar());
     pane_ = std::make_unique<PartPane>(window(), shared_, trainer, platform);
     const auto showTitle = [this] { SetWindowTextW(window(), win32::wide(trainer_->title()).c_str()); };
@@ -80,14 +82,14 @@ void MainWindow::fill(trainer::Trainer& trainer, ScreenHost& screen, win32::Win3
 void MainWindow::clear() {
     titleChanged_.disconnect();
     pane_.reset();
+    page_.reset();
     trainer_ = nullptr;
-    screen_ = nullptr;
 }
 
 void MainWindow::show() {
     ShowWindow(window(), IsZoomed(window()) ? SW_SHOWMAXIMIZED : SW_SHOW);
     SetForegroundWindow(window());
-    screen_->focus(false);
+    page_->focusFirst();
     UpdateWindow(window());
 }
 
@@ -128,7 +130,7 @@ void MainWindow::rememberPlace() const {
 }
 
 int MainWindow::leftWidth() const {
-    const int least = screen_->minimumSize().cx;
+    const int least = page_->minimumSize().cx;
     const int most = client().right - pane_->leastWidth() - look().px(kDividerWidth);
     return std::max(std::min(look().px(divided_), most), least);
 }
@@ -139,17 +141,17 @@ RECT MainWindow::divider() const {
 }
 
 void MainWindow::arrange() {
-    if (!pane_ || !screen_) return;
+    if (!pane_ || !page_) return;
     const RECT between = divider();
     const RECT area = client();
-    screen_->setBounds({0, 0, between.left, area.bottom});
+    page_->setBounds({0, 0, between.left, area.bottom});
     pane_->setBounds({between.right, 0, area.right, area.bottom});
     redraw();
 }
 
 void MainWindow::paint(HDC dc, const RECT& area) {
     win32::fill(dc, area, look().background());
-    if (!pane_ || !screen_) return;
+    if (!pane_ || !page_) return;
     const RECT between = divider();
     const int middle = (between.left + between.right) / 2;
     const COLORREF dot = win32::blend(look().background(), look().color(ui::kWindowTextColor), 0.35);
@@ -161,8 +163,8 @@ void MainWindow::paint(HDC dc, const RECT& area) {
 
 void MainWindow::lookAnew(int dpi) {
     shared_.now = std::make_unique<win32::Look>(dpi, win32::Ambient{});
-    if (!pane_ || !screen_) return;
-    screen_->setDpi(dpi);
+    if (!pane_ || !page_) return;
+    page_->setDpi(dpi);
     pane_->setDpi(dpi);
     arrange();
 }
@@ -189,7 +191,7 @@ bool MainWindow::isPossible(Command command) const {
     }
     const std::string name = fontButton(command);
     if (name.empty()) return true;
-    const HWND button = win32::findWindowNamed(screen_->window(), name);
+    const HWND button = win32::findWindowNamed(page_->window(), name);
     return button && IsWindowEnabled(button);
 }
 
@@ -258,9 +260,8 @@ void MainWindow::perform(Command command) {
                          win32::wide(trainer_->folder().fontsFolder()));
             break;
         default:
-            // The window is there wherever the screen lives.
             if (const std::string name = fontButton(command); !name.empty())
-                if (const HWND button = win32::findWindowNamed(screen_->window(), name);
+                if (const HWND button = win32::findWindowNamed(page_->window(), name);
                     button && IsWindowEnabled(button))
                     SendMessageW(button, BM_CLICK, 0, 0);
             break;
@@ -276,7 +277,8 @@ void MainWindow::close() {
     if (ended_ || !window()) return;
     ended_ = true;
     rememberPlace();
-    screen_->close();
+    win32::guarded([this] { trainer_->control().UserControl_Terminate(); });
+    page_->detach();
     DestroyWindow(window());
 }
 
@@ -306,12 +308,14 @@ bool MainWindow::translate(MSG& message) {
     bool left = false;
     if (pane_->translate(message, left)) return true;
     if (left) {
-        screen_->focus(backwards);
+        if (backwards)
+            page_->focusLast();
+        else
+            page_->focusFirst();
         return true;
     }
     if (pane_->hasFocusInside() && message.message != WM_SYSCHAR) return false;
-    MSG forScreen = message;
-    if (screen_->translate(forScreen, left)) return true;
+    if (page_->translateKey(message, left)) return true;
     if (left) pane_->focus(backwards);
     return left;
 }
@@ -333,10 +337,10 @@ LRESULT MainWindow::answer(UINT message, WPARAM wParam, LPARAM lParam) {
             if (wParam != SIZE_MINIMIZED) arrange();
             return 0;
         case WM_GETMINMAXINFO:
-            if (screen_ && pane_) {
+            if (page_ && pane_) {
                 auto& limits = *reinterpret_cast<MINMAXINFO*>(lParam);
-                RECT least{0, 0, screen_->minimumSize().cx + pane_->leastWidth() + look().px(kDividerWidth),
-                           std::max<LONG>(screen_->minimumSize().cy, look().px(kLeastHeight))};
+                RECT least{0, 0, page_->minimumSize().cx + pane_->leastWidth() + look().px(kDividerWidth),
+                           std::max<LONG>(page_->minimumSize().cy, look().px(kLeastHeight))};
                 AdjustWindowRectEx(&least, WS_OVERLAPPEDWINDOW, TRUE, 0);
                 limits.ptMinTrackSize = {win32::widthOf(least), win32::heightOf(least)};
             }
@@ -359,10 +363,10 @@ LRESULT MainWindow::answer(UINT message, WPARAM wParam, LPARAM lParam) {
             if (pane_) dropped(reinterpret_cast<HDROP>(wParam));
             return 0;
         case WM_SETFOCUS:
-            if (screen_ && !screen_->restoreFocus()) screen_->focus(false);
+            if (page_ && !page_->restoreFocus()) page_->focusFirst();
             return 0;
         case WM_LBUTTONDOWN: {
-            const RECT between = screen_ ? divider() : RECT{};
+            const RECT between = page_ ? divider() : RECT{};
             if (PtInRect(&between, place)) {
                 dividing_ = true;
                 SetCapture(window());
@@ -386,7 +390,7 @@ LRESULT MainWindow::answer(UINT message, WPARAM wParam, LPARAM lParam) {
             POINT at{};
             GetCursorPos(&at);
             ScreenToClient(window(), &at);
-            const RECT between = screen_ ? divider() : RECT{};
+            const RECT between = page_ ? divider() : RECT{};
             if (LOWORD(lParam) != HTCLIENT || !PtInRect(&between, at)) break;
             SetCursor(LoadCursorW(nullptr, IDC_SIZEWE));
             return TRUE;
@@ -400,9 +404,9 @@ LRESULT MainWindow::answer(UINT message, WPARAM wParam, LPARAM lParam) {
         case WM_SYSCOLORCHANGE:
         case WM_THEMECHANGED:
         case WM_SETTINGCHANGE:
-            if (!screen_ || !pane_) break;
+            if (!page_ || !pane_) break;
             lookAnew(look().dpi());
-            screen_->systemChanged();
+            page_->systemChanged();
             pane_->systemChanged();
             return 0;
         default:

@@ -11,22 +11,23 @@
 
 #include "trainer/Trainer.h"
 #include "windows/app/PartPane.h"
-#include "windows/app/ScreenHost.h"
 #include "windows/app/Settings.h"
 #include "windows/app/WindowMenus.h"
+#include "windows/win32/FormPage.h"
 
 namespace dravik::app {
 
 class MainWindow : public DrawnWindow {
   public:
-    // The window alone, for a screen and a platform that need it.
+    // The window alone, for a platform that needs it.
     explicit MainWindow(Settings settings);
     ~MainWindow() override;
 
-    // Everything in it; it is still hidden. All outlive the window.
-    void fill(trainer::Trainer& trainer, ScreenHost& screen, win32::Win32Platform& platform);
+    // The trainer's screen and its parts; the window is still hidden. Both outlive the window, or its
+    // clear().
+    void fill(trainer::Trainer& trainer, win32::Win32Platform& platform);
     void show();
-    // Lets the trainer and the screen go, before they do.
+    // Lets go of the trainer and the platform.
     void clear();
     // Image files and folders.
     void open(const std::vector<std::string>& paths);
@@ -61,7 +62,7 @@ class MainWindow : public DrawnWindow {
     Settings settings_;
     const AcceleratorTable accelerators_;
     trainer::Trainer* trainer_ = nullptr;
-    ScreenHost* screen_ = nullptr;
+    std::unique_ptr<win32::FormPage> page_;
     std::unique_ptr<PartPane> pane_;
     ui::Connection titleChanged_;
     int divided_ = 640;  // width of the screen's side at 96 dpi

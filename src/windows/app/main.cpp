@@ -6,6 +6,7 @@
 
 #include <iostream>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -13,8 +14,6 @@
 #include "trainer/commands/CommandLine.h"
 #include "windows/app/Console.h"
 #include "windows/app/MainWindow.h"
-#include "windows/app/OleScreen.h"
-#include "windows/app/OleScreenHost.h"
 #include "windows/app/Wildcards.h"
 #include "windows/com/WicImage.h"
 #include "windows/win32/Win32Platform.h"
@@ -63,63 +62,27 @@ int complain(const std::string& problem, int code) {
     return code;
 }
 
-// The window with the trainer and its screen, which lives in the OLE control where there is one, else in the
-// program.
+// The window with the trainer that it shows.
 class Program {
   public:
-    enum class Place { Control, Own, ControlIfAny };
-
-    Program(Settings settings, const JobFolder& jobs, Place place, bool remembersFont)
-        : window(std::move(settings)) {
+    Program(Settings settings, const JobFolder& jobs, bool remembersFont) : window(std::move(settings)) {
         platform_.owner = [this] { return window.window(); };
-        if (place != Place::Own) makeControl(jobs, place, remembersFont);
-        if (!screen_) {
-            trainer_ =
-                std::make_unique<trainer::Trainer>(platform_, jobs, com::decodeImageFileByWic, remembersFont);
-            screen_ = std::make_unique<OwnScreenHost>(*trainer_, window.window(), platform_);
-        }
-        window.fill(*trainer_, *screen_, platform_);
+        trainer_.emplace(platform_, jobs, com::decodeImageFileByWic, remembersFont);
+        window.fill(*trainer_, platform_);
     }
     Program(const Program&) = delete;
     Program& operator=(const Program&) = delete;
-    // A screen of the program's own shows the trainer's; a trainer in a control looks at that.
-    ~Program() {
-        window.clear();
-        if (ownScreen()) screen_.reset();
-        trainer_.reset();
-    }
+    ~Program() { window.clear(); }
 
-    trainer::Trainer& trainer() noexcept { return *trainer_; }
-
-  private:
-    bool ownScreen() const { return dynamic_cast<OwnScreenHost*>(screen_.get()) != nullptr; }
-
-    void makeControl(const JobFolder& jobs, Place place, bool remembersFont) {
-        try {
-            auto control = std::make_unique<OleScreenHost>(window.window());
-            trainer_ = std::make_unique<trainer::Trainer>(std::make_unique<OleScreen>(control->container()),
-                                                          jobs, com::decodeImageFileByWic, remembersFont);
-            screen_ = std::move(control);
-        } catch (...) {
-            if (place == Place::Control) throw;
-            trainer_.reset();
-        }
-    }
-
-  public:
     MainWindow window;
 
   private:
     win32::Win32Platform platform_;
-    std::unique_ptr<ScreenHost> screen_;
-    std::unique_ptr<trainer::Trainer> trainer_;
+    std::optional<trainer::Trainer> trainer_;
 };
 
 int runWindow(const trainer::WindowOptions& options) {
-    // The control looks for the dates of fonts in the standard folder.
-    const bool usual = options.folder.folder() == JobFolder().folder();
-    Program program(Settings(kSettingsKey), options.folder,
-                    usual ? Program::Place::ControlIfAny : Program::Place::Own, true);
+    Program program(Settings(kSettingsKey), options.folder, true);
     program.window.show();
     if (!options.paths.empty()) program.window.open(options.paths);
     return program.window.run();

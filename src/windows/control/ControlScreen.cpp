@@ -76,7 +76,6 @@ void ControlScreen::begin() {
     fresh->platform.modal = std::exchange(life_->platform.modal, nullptr);
     keep(std::exchange(life_, std::move(fresh)));
     ended_ = false;
-    renewed();
     dialog().setReadOnly(readOnly_);
     if (rootStep_) dialog().setRootStep(rootStep_);
     if (step_) dialog().setStep(step_);

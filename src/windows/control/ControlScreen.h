@@ -38,8 +38,6 @@ class ControlScreen {
     bool ended() const noexcept { return ended_; }
     // A new screen after end(); does nothing before.
     void begin();
-    // dialog() is another one from now on.
-    ui::Signal<> renewed;
 
   private:
     struct Life;

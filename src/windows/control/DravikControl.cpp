@@ -34,8 +34,7 @@ DravikControl::DravikControl()
       persistPropertyBag_(*this, state_),
       classInfo_(*this),
       connectionPoints_(*this),
-      quickActivation_(*this, state_, oleObject_, connectionPoints_),
-      watchedScreen_(*this, state_) {
+      quickActivation_(*this, state_, oleObject_, connectionPoints_) {
     state_.activation.setActiveObject(&inPlaceActiveObject_);
 }
 
@@ -65,7 +64,6 @@ IUnknown* DravikControl::find(REFIID iid) noexcept {
         {IID_IProvideClassInfo2, &classInfo_},
         {IID_IConnectionPointContainer, &connectionPoints_},
         {IID_IQuickActivate, &quickActivation_},
-        {__uuidof(IWatchedScreen), &watchedScreen_},
     };
     for (const Entry& entry : entries)
         if (entry.iid == iid) return entry.object;

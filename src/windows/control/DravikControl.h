@@ -20,7 +20,6 @@
 #include "windows/control/QuickActivation.h"
 #include "windows/control/StepEditorFacet.h"
 #include "windows/control/ViewObject.h"
-#include "windows/control/WatchedScreen.h"
 
 namespace dravik::control {
 
@@ -63,7 +62,6 @@ class DravikControl final : public IUnknown {
     ClassInfo classInfo_;
     ConnectionPoints connectionPoints_;
     QuickActivation quickActivation_;
-    WatchedScreen watchedScreen_;
 };
 
 }  // namespace dravik::control

@@ -50,8 +50,7 @@ class TrainerWindow : public testing::Test {
         platform->owner = [this] { return window->window(); };
         trainer =
             std::make_unique<Trainer>(*platform, JobFolder(folder.path("Jobs")), decodeImageFileByWic, false);
-        screen = std::make_unique<OwnScreenHost>(*trainer, window->window(), *platform);
-        window->fill(*trainer, *screen, *platform);
+        window->fill(*trainer, *platform);
         window->show();
         settle();
     }
@@ -61,7 +60,6 @@ class TrainerWindow : public testing::Test {
         MSG message{};
         PeekMessageW(&message, nullptr, WM_QUIT, WM_QUIT, PM_REMOVE);
         window.reset();
-        screen.reset();
         trainer.reset();
         platform.reset();
     }
@@ -108,7 +106,6 @@ class TrainerWindow : public testing::Test {
     std::unique_ptr<MainWindow> window;
     std::unique_ptr<Win32Platform> platform;
     std::unique_ptr<Trainer> trainer;
-    std::unique_ptr<OwnScreenHost> screen;
 };
 
 TEST_F(TrainerWindow, TeachesLearnsSavesAndReads) {

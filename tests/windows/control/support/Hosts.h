@@ -13,7 +13,6 @@
 
 namespace dravik {
 
-using namespace app;
 using namespace com;
 using namespace tool;
 

@@ -4,7 +4,6 @@
 
 namespace dravik {
 
-using namespace app;
 using namespace com;
 using namespace tool;
 

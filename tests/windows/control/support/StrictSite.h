@@ -2,7 +2,7 @@
 // of activation and hands out just what a strict container has. Ambient properties can be set.
 #pragma once
 
-#include "windows/app/ContainerSite.h"
+#include "windows/control/support/ContainerSite.h"
 // Behind the Windows headers
 #include <map>
 #include <string>
@@ -12,7 +12,6 @@
 
 namespace dravik {
 
-using namespace app;
 using namespace com;
 using namespace tool;
 

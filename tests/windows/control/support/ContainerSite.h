@@ -12,7 +12,7 @@
 
 #include "windows/com/ComPtr.h"
 
-namespace dravik::app {
+namespace dravik {
 
 class ContainerSite : public IOleClientSite,
                       public IOleInPlaceSite,
@@ -162,4 +162,4 @@ inline bool giveKey(MSG& message, IUnknown& control, ContainerSite& site, bool t
     return true;
 }
 
-}  // namespace dravik::app
+}  // namespace dravik
