@@ -97,7 +97,7 @@ TEST(CommandLine, WhatExistsOpensTheWindow) {
     const auto line = parsed({"gone.png", "--jobs", "there", "--theme=dark", "--", image, "learn", "[a,b]"});
     const auto* window = std::get_if<WindowOptions>(&line);
     ASSERT_TRUE(window);
-    EXPECT_THAT(window->paths, ElementsAre("gone.png", image, "learn", "[a,b]"));
+    EXPECT_THAT(window->paths, ElementsAre("gone.png", image, "learn", "./[a,b]"));
     EXPECT_EQ(window->folder.folder(), JobFolder("there").folder());
     EXPECT_EQ(window->theme, "dark");
     EXPECT_TRUE(std::holds_alternative<WindowOptions>(parsed({})));
@@ -107,17 +107,17 @@ TEST(CommandLine, WhatExistsOpensTheWindow) {
 
 TEST(CommandLine, ValuesAreTakenAsTheyAreGiven) {
     const auto line =
-        parsed({"learn", "--font=a=b", "--samples", "x.tsv", "--charset", "-[\"]", "--timeout", "010"});
+        parsed({"learn", "--font=a=b", "--samples", "x.tsv", "--charset", "[-,\"]", "--timeout", "010"});
     const auto* learning = std::get_if<LearnOptions>(&line);
     ASSERT_TRUE(learning);
     EXPECT_EQ(learning->font, "a=b");
-    EXPECT_EQ(learning->characters, "-[\"]");
+    EXPECT_EQ(learning->characters, "[-,\"]");
     EXPECT_EQ(learning->seconds, 10);
 
     const auto reading =
         parsed({"read", "--font", "f", "--reject=0.5", "a.pgm", "--confidence", "--", "--b.pgm", "[c]"});
     ASSERT_TRUE(std::holds_alternative<ReadOptions>(reading));
-    EXPECT_THAT(std::get<ReadOptions>(reading).images, ElementsAre("a.pgm", "--b.pgm", "[c]"));
+    EXPECT_THAT(std::get<ReadOptions>(reading).images, ElementsAre("a.pgm", "--b.pgm", "./[c]"));
     EXPECT_EQ(std::get<ReadOptions>(reading).rejectLimit, 0.5);
     EXPECT_TRUE(std::get<ReadOptions>(reading).showsConfidence);
 }
@@ -125,7 +125,9 @@ TEST(CommandLine, ValuesAreTakenAsTheyAreGiven) {
 TEST(CommandLine, HelpAndVersionAreResults) {
     EXPECT_THAT(run({"--version"}).out, ElementsAre(StartsWith("dravik-trainer ")));
     const std::vector<std::pair<std::vector<std::string>, std::vector<std::string>>> kCases = {
-        {{"--help"}, {"Usage: dravik-trainer [OPTIONS]", "--theme", "learn", "read", "fonts", "Exit status"}},
+        {{"--help"},
+         {"Usage: dravik-trainer [OPTIONS] [IMAGE|FOLDER...]", "--theme", "learn", "read", "fonts",
+          "Exit status"}},
         {{"learn", "--help"}, {"Usage: dravik-trainer learn [OPTIONS]", "--charset", "1 to 86400"}},
         {{"read", "-h"}, {"Usage: dravik-trainer read [OPTIONS] IMAGE", "0 to 1"}},
         {{"fonts", "--help"}, {"Usage: dravik-trainer fonts [OPTIONS]", "--jobs"}}};

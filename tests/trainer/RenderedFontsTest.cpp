@@ -16,7 +16,6 @@ namespace dravik::test {
 
 using namespace engine;
 using namespace trainer;
-using namespace ui;
 namespace {
 
 std::vector<ListedSample> partsOf(const std::string& font, const std::string& folder) {

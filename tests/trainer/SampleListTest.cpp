@@ -9,7 +9,6 @@ namespace dravik::test {
 
 using namespace engine;
 using namespace trainer;
-using namespace ui;
 namespace {
 
 using testing::ElementsAre;

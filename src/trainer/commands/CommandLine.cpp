@@ -40,6 +40,16 @@ Number inRange(const char* option, const char* wanted, const std::string& text, 
     return value;
 }
 
+// The window and the commands are two ways to call the program.
+class HelpFormat : public CLI::Formatter {
+  public:
+    std::string make_usage(const CLI::App* app, std::string name) const override {
+        if (app->get_subcommands({}).empty()) return Formatter::make_usage(app, name);
+        return "\nUsage: " + name + " [OPTIONS] [IMAGE|FOLDER...]\n       " + name +
+               " COMMAND [OPTIONS] ...\n";
+    }
+};
+
 // The program's options: names, checks and help in one place, for every command and for the window. What they
 // hold after a parse is for the command that was parsed.
 class OptionTable {
@@ -53,15 +63,17 @@ class OptionTable {
           fonts_(command("fonts", "lists the fonts: name, characters, samples, trained or not, date")) {
         program_.footer(kStatuses);
         const std::string version = std::string(kProgram) + ' ' + DRAVIK_VERSION;
-        program_.set_version_flag("--version", version, "Print the version and exit");
+        program_.set_version_flag("--version", version, "prints the version");
+        const auto format = std::make_shared<HelpFormat>();
+        format->column_width(kHelpColumn);
+        format->label("REQUIRED", "(needed)");
         for (CLI::App* app : {&program_, learn_, read_, fonts_}) {
             app->allow_windows_style_options(false);
-            app->get_formatter()->column_width(kHelpColumn);
-            app->get_formatter()->label("REQUIRED", "(needed)");
+            app->formatter(format);
+            app->set_help_flag("-h,--help", "prints this");
             text(*app, "--jobs", "DIR", jobs_,
                  "the jobs folder (else $XDG_DATA_HOME/tamlux/Jobs, on Windows\nC:\\Tamlux\\Jobs)");
         }
-        program_.get_formatter()->label("SUBCOMMAND", "| COMMAND ...");
 
         text(*learn_, "--font", "NAME", learning_.font, "the font to teach")->required();
         text(*learn_, "--samples", "LIST.tsv", learning_.samples,
@@ -108,7 +120,7 @@ class OptionTable {
             " (see " + (app == &program_ ? kProgram : kProgram + (' ' + app->get_name())) + " --help)";
         const auto wrong = [&](const std::string& problem) { return Notice{problem + hint, 2}; };
 
-        if (const auto option = optionWithoutValue(*app, arguments))
+        if (const auto option = prepare(*app, arguments))
             return wrong("option " + *option + " needs a value");
         try {
             // A command is one as the first argument alone; later ones may be names of files.
@@ -159,26 +171,30 @@ class OptionTable {
 
     static CLI::Option* operands(CLI::App& app, const char* name, std::vector<std::string>& target,
                                  const char* help) {
-        return app.add_option(name, target, help)->type_name("")->allow_extra_args(false)->expected(0, -1);
+        return app.add_option(name, target, help)->type_name("");
     }
 
-    // The parser would take whatever word comes next, another option too.
-    static std::optional<std::string> optionWithoutValue(const CLI::App& app,
-                                                         const std::vector<std::string>& words) {
+    // What is to be said and done before the parser sees the words: it would take any word that comes next
+    // for an option's value, another option too, and an operand in brackets for a list. Returns the option
+    // whose value is missing.
+    static std::optional<std::string> prepare(const CLI::App& app, std::vector<std::string>& words) {
+        bool options = true;
         const auto named = [&](std::string_view word) {
-            return word.starts_with('-') ? app.get_option_no_throw(std::string(word)) : nullptr;
+            return options && word.starts_with('-') ? app.get_option_no_throw(std::string(word)) : nullptr;
         };
-        for (std::size_t i = 0; i < words.size() && words[i] != "--"; ++i) {
-            const auto equals = words[i].find('=');
-            const auto name = words[i].substr(0, equals);
+        for (std::size_t i = 0; i < words.size(); ++i) {
+            auto& word = words[i];
+            options = options && word != "--";
+            const auto equals = word.find('=');
+            const auto name = word.substr(0, equals);
             const CLI::Option* option = named(name);
-            if (!option || option->get_items_expected_max() == 0) continue;
-            if (equals != std::string::npos) {
-                if (equals + 1 == words[i].size()) return name;
-            } else if (i + 1 == words.size() || named(words[i + 1])) {
-                return name;
-            } else {
-                ++i;
+            if (!option) {
+                if (word.starts_with('[') && word.ends_with(']')) word.insert(0, "./");
+            } else if (option->get_items_expected_max() > 0) {
+                const bool apart = equals == std::string::npos;
+                if (apart ? i + 1 == words.size() || named(words[i + 1]) : equals + 1 == word.size())
+                    return name;
+                if (apart) ++i;
             }
         }
         return std::nullopt;

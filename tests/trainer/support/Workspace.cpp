@@ -12,7 +12,6 @@ namespace dravik::test {
 
 using namespace engine;
 using namespace trainer;
-using namespace ui;
 
 std::string Workspace::fontFile(const std::string& font) const {
     return JobFolder(jobs()).fontFile(font);
