@@ -45,8 +45,7 @@ class HelpFormat : public CLI::Formatter {
   public:
     std::string make_usage(const CLI::App* app, std::string name) const override {
         if (app->get_subcommands({}).empty()) return Formatter::make_usage(app, name);
-        return "\nUsage: " + name + " [OPTIONS] [IMAGE|FOLDER...]\n       " + name +
-               " COMMAND [OPTIONS] ...\n";
+        return "Usage: " + name + " [OPTIONS] [IMAGE|FOLDER...]\n       " + name + " COMMAND [OPTIONS] ...\n";
     }
 };
 
@@ -120,8 +119,9 @@ class OptionTable {
             " (see " + (app == &program_ ? kProgram : kProgram + (' ' + app->get_name())) + " --help)";
         const auto wrong = [&](const std::string& problem) { return Notice{problem + hint, 2}; };
 
-        if (const auto option = prepare(*app, arguments))
-            return wrong("option " + *option + " needs a value");
+        if (app == &program_ && !arguments.empty() && !arguments.front().starts_with('-'))
+            if (const auto problem = mistypedCommand(arguments.front())) return wrong(*problem);
+        if (const auto problem = prepare(*app, arguments)) return wrong(*problem);
         try {
             // A command is one as the first argument alone; later ones may be names of files.
             for (CLI::App* one : {learn_, read_, fonts_}) one->disabled(app == &program_);
@@ -175,8 +175,8 @@ class OptionTable {
     }
 
     // What is to be said and done before the parser sees the words: it would take any word that comes next
-    // for an option's value, another option too, and an operand in brackets for a list. Returns the option
-    // whose value is missing.
+    // for an option's value, another option too, and an operand in brackets for a list. Returns what
+    // is wrong.
     static std::optional<std::string> prepare(const CLI::App& app, std::vector<std::string>& words) {
         bool options = true;
         const auto named = [&](std::string_view word) {
@@ -193,8 +193,10 @@ class OptionTable {
             } else if (option->get_items_expected_max() > 0) {
                 const bool apart = equals == std::string::npos;
                 if (apart ? i + 1 == words.size() || named(words[i + 1]) : equals + 1 == word.size())
-                    return name;
+                    return "option " + name + " needs a value";
                 if (apart) ++i;
+            } else if (equals != std::string::npos) {
+                return "no value goes with option " + name;
             }
         }
         return std::nullopt;
@@ -210,26 +212,28 @@ class OptionTable {
         return FontsOptions{folder()};
     }
 
-    // The window, unless none of its paths exists: then a word that is no name of a file was meant as a
-    // command.
+    // The window, unless none of its paths exists.
     CommandLine window(const std::string& hint) {
         window_.folder = folder();
-        const auto exists = [](const std::string& path) {
-            std::error_code error;
-            return std::filesystem::exists(std::filesystem::status(toPath(path), error)) ||
-                   (error && error != std::errc::no_such_file_or_directory);
-        };
         const auto& paths = window_.paths;
         if (paths.empty()) return window_;
-        if (!exists(paths.front()) && paths.front().find_first_of("./\\*?") == std::string::npos)
-            return Notice{paths.front() +
-                              " is no command, image or folder; the commands are learn, read and fonts" +
-                              hint,
-                          2};
+        if (const auto problem = mistypedCommand(paths.front())) return Notice{*problem + hint, 2};
         if (std::any_of(paths.begin(), paths.end(), exists)) return window_;
         std::string names;
         for (const auto& path : paths) names += (names.empty() ? "" : ", ") + path;
         return Notice{names + ": no such file or folder", 1};
+    }
+
+    // True also for what cannot be looked at: the window says why.
+    static bool exists(const std::string& path) {
+        std::error_code error;
+        return std::filesystem::status(toPath(path), error).type() != std::filesystem::file_type::not_found;
+    }
+
+    // A word that is neither a path nor the name of a file was meant as a command.
+    static std::optional<std::string> mistypedCommand(const std::string& word) {
+        if (exists(word) || word.find_first_of("./\\*?") != std::string::npos) return std::nullopt;
+        return word + " is no command, image or folder; the commands are learn, read and fonts";
     }
 
     CLI::App program_;
