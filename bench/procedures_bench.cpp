@@ -15,11 +15,11 @@
 #include "windows/com/ComFontTool.h"
 #include "windows/com/ComStep.h"
 #endif
-#include "base/TemporaryFolder.h"
 #include "base/Text.h"
 #include "contract/DrawnText.h"
 #include "engine/embedded/EmbeddedTool.h"
 #include "screen/shell/DravikDlg.h"
+#include "support/TemporaryFolder.h"
 #include "tool/Samples.h"
 
 namespace {

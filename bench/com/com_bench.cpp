@@ -12,9 +12,9 @@
 #include "windows/com/ComStep.h"
 #include "windows/com/ToolValues.h"
 // Behind the Windows headers
-#include "base/TemporaryFolder.h"
 #include "contract/DrawnText.h"
 #include "engine/embedded/EmbeddedTool.h"
+#include "support/TemporaryFolder.h"
 #include "tool/Samples.h"
 
 namespace {

@@ -6,7 +6,7 @@
 #include <algorithm>
 
 #include "base/AtomicFile.h"
-#include "base/TemporaryFolder.h"
+#include "support/TemporaryFolder.h"
 
 namespace dravik {
 

@@ -11,9 +11,9 @@
 #include <fstream>
 
 #include "base/Failure.h"
-#include "base/TemporaryFolder.h"
 #include "engine/font/FontFile.h"
 #include "support/Refused.h"
+#include "support/TemporaryFolder.h"
 
 namespace dravik {
 

@@ -4,9 +4,9 @@
 
 #include <limits>
 
-#include "base/TemporaryFolder.h"
 #include "contract/DrawnText.h"
 #include "engine/embedded/EmbeddedTool.h"
+#include "support/TemporaryFolder.h"
 
 namespace dravik {
 

@@ -4,11 +4,11 @@
 
 #include <thread>
 
-#include "base/TemporaryFolder.h"
 #include "engine/LabelledImages.h"
 #include "engine/PngFile.h"
 #include "engine/embedded/EmbeddedTool.h"
 #include "engine/segmentation/Segmentation.h"
+#include "support/TemporaryFolder.h"
 
 namespace dravik {
 

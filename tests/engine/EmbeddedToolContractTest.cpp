@@ -1,8 +1,8 @@
 // The embedded tool keeps the contract of all font tools.
-#include "base/TemporaryFolder.h"
 #include "contract/DrawnText.h"
 #include "contract/FontToolContract.h"
 #include "engine/embedded/EmbeddedTool.h"
+#include "support/TemporaryFolder.h"
 
 namespace dravik {
 

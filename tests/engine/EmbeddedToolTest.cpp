@@ -9,11 +9,11 @@
 
 #include "base/AtomicFile.h"
 #include "base/Failure.h"
-#include "base/TemporaryFolder.h"
 #include "base/Text.h"
 #include "contract/DrawnText.h"
 #include "engine/font/FontFile.h"
 #include "support/Refused.h"
+#include "support/TemporaryFolder.h"
 #include "tool/Samples.h"
 
 namespace dravik {

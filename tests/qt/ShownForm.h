@@ -7,7 +7,6 @@
 #include <QtTest/QTest>
 #include <memory>
 
-#include "qt/DialogScript.h"
 #include "qt/FormPage.h"
 #include "qt/Peer.h"
 #include "ui/Form.h"

@@ -13,9 +13,11 @@
 #include <sstream>
 
 #include "ShownForm.h"
+#include "drivers/ScriptedSession.h"
+#include "drivers/qt/DialogScript.h"
+#include "drivers/qt/QtWindowDriver.h"
 #include "qt/MainWindow.h"
 #include "qt/PartView.h"
-#include "qt/QtDemoHands.h"
 #include "qt/QtImage.h"
 #include "qt/QtPlatform.h"
 #include "qt/ReadingView.h"
@@ -25,6 +27,7 @@ namespace dravik {
 using namespace engine;
 using namespace qt;
 using namespace screen;
+using namespace test;
 using namespace tool;
 using namespace trainer;
 using namespace ui;
@@ -48,8 +51,8 @@ class WindowTest : public testing::Test {
         return *found;
     }
     void session(const std::vector<std::string>& paths) {
-        QtDemoHands hands(window);
-        DemoSession(hands, trainer, folder.path().toStdString(), told).run(paths);
+        QtWindowDriver driver(window);
+        ScriptedSession(driver, trainer, folder.path().toStdString(), told).run(paths);
     }
     QAction& action(const char* name) { return *window.findChild<QAction*>(QLatin1String(name)); }
 
@@ -101,7 +104,7 @@ TEST_F(WindowTest, ASessionThatDoesNotComeOutSaysWhatAndEnds) {
     try {
         session({kParts + "rendered_lines/hack_000.png"});
         FAIL() << "one image is not enough";
-    } catch (const DemoFailure& failure) {
+    } catch (const SessionFailure& failure) {
         EXPECT_NE(std::string(failure.what()).find("at least two images"), std::string::npos);
     }
 }

@@ -23,9 +23,9 @@
 #include "windows/com/ToolValues.h"
 #include "windows/com/Variant.h"
 // Behind the Windows headers
-#include "base/TemporaryFolder.h"
 #include "contract/DrawnText.h"
 #include "contract/FontToolContract.h"
+#include "support/TemporaryFolder.h"
 
 namespace dravik {
 

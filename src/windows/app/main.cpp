@@ -6,17 +6,15 @@
 
 #include <iostream>
 #include <memory>
-#include <optional>
 #include <string>
 #include <vector>
 
 #include "base/Failure.h"
 #include "trainer/commands/CommandLine.h"
 #include "windows/app/Console.h"
-#include "windows/app/MainWindow.h"
+#include "windows/app/Program.h"
 #include "windows/app/Wildcards.h"
 #include "windows/com/WicImage.h"
-#include "windows/win32/Win32Platform.h"
 #include "windows/win32/WinText.h"
 
 namespace {
@@ -62,30 +60,11 @@ int complain(const std::string& problem, int code) {
     return code;
 }
 
-// The window with the trainer that it shows.
-class Program {
-  public:
-    Program(Settings settings, const JobFolder& jobs, bool remembersFont) : window(std::move(settings)) {
-        platform_.owner = [this] { return window.window(); };
-        trainer_.emplace(platform_, jobs, com::decodeImageFileByWic, remembersFont);
-        window.fill(*trainer_, platform_);
-    }
-    Program(const Program&) = delete;
-    Program& operator=(const Program&) = delete;
-    ~Program() { window.clear(); }
-
-    MainWindow window;
-
-  private:
-    win32::Win32Platform platform_;
-    std::optional<trainer::Trainer> trainer_;
-};
-
 int runWindow(const trainer::WindowOptions& options) {
     Program program(Settings(kSettingsKey), options.folder, true);
-    program.window.show();
-    if (!options.paths.empty()) program.window.open(options.paths);
-    return program.window.run();
+    program.window().show();
+    if (!options.paths.empty()) program.window().open(options.paths);
+    return program.window().run();
 }
 
 int run() {

@@ -14,6 +14,7 @@
 #include <QProgressBar>
 #include <QToolButton>
 
+#include "drivers/qt/DialogScript.h"
 #include "qt/AccessibleRoles.h"
 #include "qt/GridView.h"
 #include "qt/QtPlatform.h"

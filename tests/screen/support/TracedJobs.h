@@ -7,8 +7,8 @@
 #include <vector>
 
 #include "base/JobFolder.h"
-#include "base/TemporaryFolder.h"
 #include "screen/context/modGlobals.h"
+#include "support/TemporaryFolder.h"
 
 namespace dravik::test {
 

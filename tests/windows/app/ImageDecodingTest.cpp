@@ -9,9 +9,9 @@
 #include <vector>
 
 #include "base/Failure.h"
-#include "base/TemporaryFolder.h"
 #include "gtest/gtest.h"
 #include "support/Refused.h"
+#include "support/TemporaryFolder.h"
 #include "windows/app/GreyPicture.h"
 #include "windows/com/ComPtr.h"
 #include "windows/com/WicImage.h"

@@ -6,16 +6,17 @@
 
 #include <filesystem>
 #include <fstream>
+#include <optional>
 #include <sstream>
 
 #include "base/Paths.h"
-#include "base/TemporaryFolder.h"
+#include "drivers/ScriptedSession.h"
+#include "drivers/win32/DialogScript.h"
+#include "drivers/win32/Win32WindowDriver.h"
 #include "gtest/gtest.h"
-#include "windows/app/MainWindow.h"
-#include "windows/app/Win32DemoHands.h"
-#include "windows/com/WicImage.h"
+#include "support/TemporaryFolder.h"
+#include "windows/app/Program.h"
 #include "windows/win32/Peer.h"
-#include "windows/win32/Win32Platform.h"
 #include "windows/win32/WinText.h"
 
 namespace dravik::test {
@@ -45,12 +46,9 @@ class TrainerWindow : public testing::Test {
         RegDeleteTreeW(HKEY_CURRENT_USER, kTestKey);
     }
     void open() {
-        window = std::make_unique<MainWindow>(Settings(kTestKey));
-        platform = std::make_unique<Win32Platform>();
-        platform->owner = [this] { return window->window(); };
-        trainer =
-            std::make_unique<Trainer>(*platform, JobFolder(folder.path("Jobs")), decodeImageFileByWic, false);
-        window->fill(*trainer, *platform);
+        program.emplace(Settings(kTestKey), JobFolder(folder.path("Jobs")), false);
+        window = &program->window();
+        trainer = &program->trainer();
         window->show();
         settle();
     }
@@ -59,9 +57,8 @@ class TrainerWindow : public testing::Test {
         settle();
         MSG message{};
         PeekMessageW(&message, nullptr, WM_QUIT, WM_QUIT, PM_REMOVE);
-        window.reset();
-        trainer.reset();
-        platform.reset();
+        window = nullptr;
+        program.reset();
     }
 
     HWND view(const std::string& name) const {
@@ -103,16 +100,16 @@ class TrainerWindow : public testing::Test {
     }
 
     TemporaryFolder folder;
-    std::unique_ptr<MainWindow> window;
-    std::unique_ptr<Win32Platform> platform;
-    std::unique_ptr<Trainer> trainer;
+    std::optional<Program> program;
+    MainWindow* window = nullptr;
+    Trainer* trainer = nullptr;
 };
 
 TEST_F(TrainerWindow, TeachesLearnsSavesAndReads) {
     std::ostringstream told;
     const auto session = [&](const std::vector<std::string>& paths) {
-        Win32DemoHands hands(*window);
-        DemoSession(hands, *trainer, folder.path(), told).run(paths);
+        Win32WindowDriver driver(*window);
+        ScriptedSession(driver, *trainer, folder.path(), told).run(paths);
     };
     ASSERT_NO_THROW(
         session({kParts + "rendered_charset/hack_000.png", kParts + "rendered_charset/hack_001.png",

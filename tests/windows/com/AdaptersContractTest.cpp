@@ -4,10 +4,10 @@
 #include "windows/com/FontToolObject.h"
 #include "windows/com/Variant.h"
 // Behind the Windows headers
-#include "base/TemporaryFolder.h"
 #include "contract/DrawnText.h"
 #include "contract/FontToolContract.h"
 #include "engine/embedded/EmbeddedTool.h"
+#include "support/TemporaryFolder.h"
 
 namespace dravik {
 

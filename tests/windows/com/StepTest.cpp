@@ -11,9 +11,9 @@
 #include "windows/com/Variant.h"
 #include "windows/com/support/ImageFile.h"
 // Behind the Windows headers
-#include "base/TemporaryFolder.h"
 #include "contract/DrawnText.h"
 #include "screen/support/RecordingTool.h"
+#include "support/TemporaryFolder.h"
 
 namespace dravik {
 

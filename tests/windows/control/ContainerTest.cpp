@@ -9,7 +9,7 @@
 
 namespace dravik {
 
-using namespace app;
+using namespace test;
 using namespace com;
 namespace {
 

@@ -14,7 +14,7 @@
 
 namespace dravik {
 
-using namespace app;
+using namespace test;
 using namespace com;
 using namespace tool;
 namespace {

@@ -15,7 +15,7 @@
 
 namespace dravik {
 
-using namespace app;
+using namespace test;
 using namespace com;
 using namespace tool;
 using namespace win32;
@@ -164,7 +164,7 @@ TEST_P(InHosts, OpensMenusFormsAndBoxesAndCopies) {
     SetFocus(grid);
     bench.host->key('A', Modifier::Control);
     bench.host->key(VK_INSERT, Modifier::Control);
-    const std::wstring copied = clipboardText();
+    const std::wstring copied = clipboardContents();
     EXPECT_EQ(std::count(copied.begin(), copied.end(), L'\n'), 9) << text(copied);  // a row for each sample
     EXPECT_EQ(copied.find(L'\t') != std::wstring::npos, true);
     pressTool(0);

@@ -15,7 +15,6 @@
 
 namespace dravik::test {
 
-using namespace app;
 using namespace ui;
 using namespace win32;
 namespace {

@@ -7,7 +7,6 @@
 
 namespace dravik::test {
 
-using namespace app;
 using namespace ui;
 using namespace win32;
 namespace {

@@ -8,7 +8,6 @@
 
 namespace dravik::test {
 
-using namespace app;
 using namespace screen;
 using namespace ui;
 using namespace win32;

@@ -7,12 +7,12 @@
 #include <exception>
 #include <filesystem>
 
-#include "windows/app/PngFile.h"
+#include "drivers/win32/PngFile.h"
 #include "windows/win32/Gdi.h"
 
 namespace dravik {
 
-using namespace app;
+using namespace test;
 using namespace tool;
 using namespace win32;
 namespace {

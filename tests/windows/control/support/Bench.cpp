@@ -11,7 +11,7 @@
 
 namespace dravik {
 
-using namespace app;
+using namespace test;
 using namespace com;
 using namespace engine;
 using namespace tool;
@@ -93,10 +93,7 @@ Bench::Cell Bench::cell(wchar_t character) const {
 
 std::wstring Bench::status() const {
     const auto bars = children(page(), STATUSCLASSNAMEW);
-    if (bars.empty()) return L"(no status bar)";
-    wchar_t text[512] = {};
-    SendMessageW(bars.front(), SB_GETTEXTW, 0, reinterpret_cast<LPARAM>(text));
-    return text;
+    return bars.empty() ? L"(no status bar)" : statusText(bars.front());
 }
 
 void Bench::type(const wchar_t* text) {
@@ -136,17 +133,6 @@ void Bench::include(const wchar_t* text, int characters) {
 void Bench::learn() {
     press(L"Learn");
     EXPECT_TRUE(waitForStatus(L"Save Font or Revert")) << "status: " << toUtf8(status());
-}
-
-std::wstring clipboardText() {
-    if (!OpenClipboard(nullptr)) return L"(clipboard not open)";
-    std::wstring text;
-    if (HANDLE data = GetClipboardData(CF_UNICODETEXT)) {
-        if (const auto* characters = static_cast<const wchar_t*>(GlobalLock(data))) text = characters;
-        GlobalUnlock(data);
-    }
-    CloseClipboard();
-    return text;
 }
 
 }  // namespace dravik

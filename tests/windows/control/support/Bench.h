@@ -12,7 +12,7 @@
 
 namespace dravik {
 
-using namespace app;
+using namespace test;
 using namespace com;
 
 // The library stays loaded, and the classes registered, while the program runs.
@@ -53,7 +53,5 @@ class Bench {
     std::unique_ptr<Host> host;
     ComPtr<IEmbeddedStep> step;
 };
-
-std::wstring clipboardText();
 
 }  // namespace dravik

@@ -6,13 +6,13 @@
 
 namespace dravik {
 
-using namespace app;
+using namespace test;
 using namespace win32;
 
 void Robot::expectBox(std::wstring title, int button) {
     script_.expect(DialogScript::kMessageBox, [this, title = std::move(title), button](HWND box) {
         EXPECT_EQ(windowText(box), title);
-        seen.push_back(windowText(GetDlgItem(box, 0xFFFF)));
+        seen.push_back(boxText(box));
         PostMessageW(box, WM_COMMAND, static_cast<WPARAM>(button), 0);
     });
 }

@@ -2,11 +2,11 @@
 // item. What nobody expected is written down and closed.
 #pragma once
 
-#include "windows/app/DialogScript.h"
+#include "drivers/win32/DialogScript.h"
 
 namespace dravik {
 
-using namespace app;
+using namespace test;
 
 class Robot {
   public:

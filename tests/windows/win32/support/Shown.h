@@ -15,7 +15,6 @@
 
 namespace dravik::test {
 
-using namespace app;
 using namespace ui;
 using namespace win32;
 
@@ -88,9 +87,7 @@ class Shown : public ShownPage {
     int chosen(const ComboBox& list) const { return ask(list, CB_GETCURSEL); }
     int chosen(const ListBox& list) const { return ask(list, LB_GETCURSEL); }
     std::string panel(const StatusBar& bar, const std::string& key) const {
-        wchar_t text[200] = {};
-        ask(bar, SB_GETTEXTW, indexOf(bar.panels(), key), reinterpret_cast<LPARAM>(text));
-        return utf8(text);
+        return utf8(statusText(view(bar), indexOf(bar.panels(), key)));
     }
     bool pressed(const Toolbar& bar, const std::string& key) const {
         return ask(bar, TB_ISBUTTONCHECKED, indexOf(bar.buttons(), key) + 1) != 0;
@@ -136,7 +133,7 @@ class Shown : public ShownPage {
     // where '!' is Escape; a form that is worked.
     void expectBox(std::optional<Answer> answer) {
         script.expect(DialogScript::kMessageBox, [this, answer](HWND box) {
-            boxText_ = windowText(GetDlgItem(box, 0xFFFF));
+            boxText_ = test::boxText(box);
             SendMessageW(box, answer ? WM_COMMAND : WM_CLOSE, answer == Answer::Yes ? IDYES : IDNO, 0);
         });
     }
@@ -156,7 +153,7 @@ class Shown : public ShownPage {
     static void closeWindow(const std::string& title) { SendMessageW(windowOf(title), WM_CLOSE, 0, 0); }
     static bool hasMenu() {
         for (const HWND window : shownWindows())
-            if (GetClassLongPtrW(window, GCW_ATOM) == 32768) return true;
+            if (classOf(window) == L"#32768") return true;
         return false;
     }
 
@@ -171,9 +168,7 @@ class Shown : public ShownPage {
     int ask(const Widget& widget, UINT message, int wParam = 0, LPARAM lParam = 0) const {
         return static_cast<int>(SendMessageW(view(widget), message, static_cast<WPARAM>(wParam), lParam));
     }
-    void clickMiddle(const Widget& widget, const RECT& place) {
-        test::click(view(widget), (place.left + place.right) / 2, (place.top + place.bottom) / 2);
-    }
+    void clickMiddle(const Widget& widget, const RECT& place) { test::clickMiddle(view(widget), place); }
     template <class Parts>
     static int indexOf(const Parts& parts, const std::string& key) {
         const auto found =
@@ -190,12 +185,7 @@ inline void letHappen() {
 }
 
 inline std::string clipboardText() {
-    if (!OpenClipboard(nullptr)) return "the clipboard does not open";
-    const HANDLE data = GetClipboardData(CF_UNICODETEXT);
-    const std::string text = data ? utf8(static_cast<const wchar_t*>(GlobalLock(data))) : "";
-    if (data) GlobalUnlock(data);
-    CloseClipboard();
-    return text;
+    return utf8(clipboardContents());
 }
 
 }  // namespace dravik::test

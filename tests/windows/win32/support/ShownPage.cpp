@@ -1,10 +1,10 @@
 #include "windows/win32/support/ShownPage.h"
 
-#include <array>
 #include <cstdlib>
 #include <filesystem>
-#include <fstream>
 
+#include "base/Paths.h"
+#include "drivers/win32/PngFile.h"
 #include "support/Accessible.h"
 #include "windows/win32/CellBoard.h"
 #include "windows/win32/CellPeer.h"
@@ -14,60 +14,11 @@
 
 namespace dravik::test {
 
-using namespace app;
 using namespace ui;
 using namespace win32;
 
 std::wstring accessibleName(HWND window, LONG part) {
     return AccessibleWindow(window).name(part);
-}
-
-void pressKey(UINT key, int shift) {
-    std::array<BYTE, 256> before{};
-    GetKeyboardState(before.data());
-    std::array<BYTE, 256> during = before;
-    if (shift & kShiftMask) during[VK_SHIFT] = 0x80;
-    if (shift & kCtrlMask) during[VK_CONTROL] = 0x80;
-    if (shift & kAltMask) during[VK_MENU] = 0x80;
-    during[key & 0xFF] = 0x80;
-    SetKeyboardState(during.data());
-    const HWND focus = GetFocus();
-    const bool system = (shift & kAltMask) != 0 || key == VK_F10;
-    const LPARAM context = shift & kAltMask ? 1 << 29 : 0;
-    SendMessageW(focus, system ? WM_SYSKEYDOWN : WM_KEYDOWN, key, 1 | context);
-    if (IsWindow(focus) && !system && (key == VK_TAB || key == VK_RETURN || key == VK_ESCAPE))
-        SendMessageW(focus, WM_CHAR, key, 1);
-    SetKeyboardState(before.data());
-    if (IsWindow(focus))
-        SendMessageW(focus, system ? WM_SYSKEYUP : WM_KEYUP, key, static_cast<LPARAM>(0xC0000001));
-    settle();
-}
-
-void typeText(const std::wstring& text) {
-    for (const wchar_t unit : text) SendMessageW(GetFocus(), WM_CHAR, unit, 1);
-    settle();
-}
-
-void mouse(HWND window, UINT message, int x, int y, WPARAM keys) {
-    SendMessageW(window, message, keys, MAKELPARAM(x, y));
-}
-
-void click(HWND window, int x, int y) {
-    mouse(window, WM_LBUTTONDOWN, x, y, MK_LBUTTON);
-    if (IsWindow(window)) mouse(window, WM_LBUTTONUP, x, y);
-    settle();
-}
-
-std::unique_ptr<Canvas> picture(HWND window) {
-    settle();
-    RECT rect{};
-    GetWindowRect(window, &rect);
-    auto canvas = std::make_unique<Canvas>(widthOf(rect), heightOf(rect));
-    const HDC dc = GetWindowDC(window);
-    BitBlt(canvas->dc(), 0, 0, widthOf(rect), heightOf(rect), dc, 0, 0, SRCCOPY);
-    ReleaseDC(window, dc);
-    for (std::uint32_t& pixel : canvas->pixels()) pixel |= 0xFF000000;
-    return canvas;
 }
 
 void keepPicture(HWND window, const std::string& name) {
@@ -77,17 +28,7 @@ void keepPicture(HWND window, const std::string& name) {
 void keepPicture(Canvas& shown, const std::string& name) {
     const char* folder = std::getenv("DRAVIK_PICTURES");
     if (!folder) return;
-    for (std::uint32_t& pixel : shown.pixels()) pixel |= 0xFF000000;
-    const auto bytes = static_cast<DWORD>(shown.pixels().size_bytes());
-    BITMAPFILEHEADER header{};
-    header.bfType = 0x4D42;
-    header.bfOffBits = sizeof header + sizeof(BITMAPINFOHEADER);
-    header.bfSize = header.bfOffBits + bytes;
-    std::ofstream file(std::filesystem::path(folder) / (name + ".bmp"), std::ios::binary);
-    file.write(reinterpret_cast<const char*>(&header), sizeof header);
-    file.write(reinterpret_cast<const char*>(&shown.info().bmiHeader), sizeof(BITMAPINFOHEADER));
-    file.write(static_cast<const char*>(shown.bits()), bytes);
-    EXPECT_TRUE(file.good()) << name;
+    writePng(fromPath(std::filesystem::path(folder) / (name + ".png")), shown);
 }
 
 COLORREF colorAt(Canvas& canvas, int x, int y) {

@@ -10,8 +10,8 @@
 #include <memory>
 #include <string>
 
+#include "drivers/win32/DialogScript.h"
 #include "ui/Form.h"
-#include "windows/app/DialogScript.h"
 #include "windows/win32/Dpi.h"
 #include "windows/win32/FormPage.h"
 #include "windows/win32/Gdi.h"
@@ -19,23 +19,14 @@
 
 namespace dravik::test {
 
-using namespace app;
 using namespace ui;
 using namespace win32;
 
 // What a screen reader says of a window, or of a part of it.
 std::wstring accessibleName(HWND window, LONG part = 0);
 
-// A key as the operator presses it, posted to the window that has the focus, and everything that comes of it.
-// `shift` is that of the models.
-void pressKey(UINT key, int shift = 0);
-void typeText(const std::wstring& text);
-void mouse(HWND window, UINT message, int x, int y, WPARAM keys = 0);
-void click(HWND window, int x, int y);
-
-// What a window shows, from the screen.
-std::unique_ptr<Canvas> picture(HWND window);
-// Writes it as a BMP file into the folder that DRAVIK_PICTURES names; does nothing without one.
+// Writes what a window shows as a PNG file into the folder that DRAVIK_PICTURES names; does nothing without
+// one.
 void keepPicture(HWND window, const std::string& name);
 void keepPicture(Canvas& shown, const std::string& name);
 // Of a canvas, at a place.

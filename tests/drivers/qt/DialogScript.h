@@ -10,7 +10,7 @@
 
 class QWidget;
 
-namespace dravik::qt {
+namespace dravik::test {
 
 // Runs the event loop until the condition holds; false when it does not within the time.
 bool waitUntil(const std::function<bool()>& condition, int milliseconds = 20000);
@@ -62,4 +62,4 @@ class DialogScript : public QObject {
     bool scheduled_ = false;
 };
 
-}  // namespace dravik::qt
+}  // namespace dravik::test

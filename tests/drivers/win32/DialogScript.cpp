@@ -1,81 +1,29 @@
-#include "windows/app/DialogScript.h"
+#include "drivers/win32/DialogScript.h"
 
 #include <algorithm>
-#include <chrono>
 #include <map>
 
 #include "windows/win32/Guard.h"
 #include "windows/win32/Peer.h"
 #include "windows/win32/WinText.h"
 
-namespace dravik::app {
+namespace dravik::test {
 namespace {
 
 constexpr UINT kInterval = 30;  // milliseconds
 constexpr int kPatience = 600;  // polls
 constexpr UINT kGetMenuHandle = 0x01E1;
-constexpr int kBoxText = 0xFFFF;
 
 std::map<UINT_PTR, DialogScript*>& scripts() {
     static std::map<UINT_PTR, DialogScript*> known;
     return known;
 }
 
-std::wstring classOf(HWND window) {
-    wchar_t name[64] = {};
-    GetClassNameW(window, name, static_cast<int>(std::size(name)));
-    return name;
-}
-
 bool isNamed(HWND window, const std::string& name) {
     if (name == DialogScript::kMenu) return classOf(window) == L"#32768";
     // The text tells a box from other dialogs of the system.
-    if (name == DialogScript::kMessageBox)
-        return classOf(window) == L"#32770" && GetDlgItem(window, kBoxText);
+    if (name == DialogScript::kMessageBox) return classOf(window) == L"#32770" && GetDlgItem(window, 0xFFFF);
     return IsWindowEnabled(window) && GetPropW(window, win32::nameMark(name).c_str());
-}
-
-}  // namespace
-
-void settle() {
-    MSG message{};
-    for (int i = 0; i < 1000 && PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE); ++i) {
-        if (message.message == WM_QUIT) {
-            PostQuitMessage(static_cast<int>(message.wParam));
-            return;
-        }
-        TranslateMessage(&message);
-        DispatchMessageW(&message);
-    }
-}
-
-bool waitUntil(const std::function<bool()>& condition, int milliseconds) {
-    const auto end = std::chrono::steady_clock::now() + std::chrono::milliseconds(milliseconds);
-    while (!condition()) {
-        if (std::chrono::steady_clock::now() > end) return false;
-        settle();
-        MsgWaitForMultipleObjects(0, nullptr, FALSE, 10, QS_ALLINPUT);
-    }
-    return true;
-}
-
-void pressKey(HWND window, UINT key) {
-    SendMessageW(window, WM_KEYDOWN, key, 1);
-    if (IsWindow(window)) SendMessageW(window, WM_KEYUP, key, static_cast<LPARAM>(0xC0000001));
-}
-
-void typeOver(HWND edit, const std::wstring& text) {
-    SendMessageW(edit, EM_SETSEL, 0, -1);
-    if (text.empty()) SendMessageW(edit, WM_CLEAR, 0, 0);
-    for (const wchar_t unit : text) SendMessageW(edit, WM_CHAR, unit, 1);
-}
-
-namespace {
-
-// A lambda would not have the calling convention of 32-bit Windows.
-BOOL CALLBACK addShown(HWND window, LPARAM windows) {
-    if (IsWindowVisible(window)) reinterpret_cast<std::vector<HWND>*>(windows)->push_back(window);
-    return TRUE;
 }
 
 HMENU menuOf(HWND menuWindow) {
@@ -89,12 +37,6 @@ std::wstring itemOf(HMENU menu, int place) {
 }
 
 }  // namespace
-
-std::vector<HWND> shownWindows() {
-    std::vector<HWND> windows;
-    EnumThreadWindows(GetCurrentThreadId(), addShown, reinterpret_cast<LPARAM>(&windows));
-    return windows;
-}
 
 DialogScript::~DialogScript() {
     if (timer_) {
@@ -157,7 +99,7 @@ void DialogScript::poll() {
             (steps_.empty() || steps_.front().name != kMenu))
             EndMenu();
         if (!isNamed(window, kMessageBox) || !IsWindowEnabled(window) || window == lastWorked_) continue;
-        messages_.push_back(win32::utf8(win32::windowText(GetDlgItem(window, kBoxText))));
+        messages_.push_back(win32::utf8(boxText(window)));
         if (GetDlgItem(window, otherButton_))
             SendMessageW(window, WM_COMMAND, static_cast<WPARAM>(otherButton_), 0);
         else
@@ -188,4 +130,4 @@ void pickMenuItem(HWND menuWindow, const std::wstring& caption) {
     PostMessageW(menuWindow, WM_KEYDOWN, VK_ESCAPE, 1);
 }
 
-}  // namespace dravik::app
+}  // namespace dravik::test

@@ -1,4 +1,4 @@
-#include "windows/app/PngFile.h"
+#include "drivers/win32/PngFile.h"
 
 #include "windows/com/WindowsSdk.h"
 // Behind the Windows headers
@@ -10,7 +10,7 @@
 #include "windows/com/ComPtr.h"
 #include "windows/win32/WinText.h"
 
-namespace dravik::app {
+namespace dravik::test {
 namespace {
 
 void check(HRESULT result, const std::string& path) {
@@ -52,4 +52,4 @@ void writePng(const std::string& path, win32::Canvas& picture) {
     check(encoder->Commit(), path);
 }
 
-}  // namespace dravik::app
+}  // namespace dravik::test

@@ -1,17 +1,16 @@
-// The hands of a scripted session in the Windows program. They find every control by its name and work it by
-// messages, wherever the screen lives.
+// Works the trainer's window of Windows: finds every control by its name and works it by messages.
 #pragma once
 
-#include "trainer/DemoSession.h"
-#include "windows/app/DialogScript.h"
+#include "drivers/WindowDriver.h"
+#include "drivers/win32/DialogScript.h"
 #include "windows/app/MainWindow.h"
 
-namespace dravik::app {
+namespace dravik::test {
 
-class Win32DemoHands final : public trainer::DemoHands {
+class Win32WindowDriver final : public WindowDriver {
   public:
-    // The window outlives the hands.
-    explicit Win32DemoHands(MainWindow& window) : window_(window) {}
+    // The window outlives the driver.
+    explicit Win32WindowDriver(app::MainWindow& window) : window_(window) {}
 
     std::string show() override;
     void open(const std::vector<std::string>& images) override { window_.open(images); }
@@ -36,8 +35,8 @@ class Win32DemoHands final : public trainer::DemoHands {
   private:
     HWND find(const std::string& name) const;
 
-    MainWindow& window_;
+    app::MainWindow& window_;
     DialogScript script_;
 };
 
-}  // namespace dravik::app
+}  // namespace dravik::test

@@ -1,4 +1,4 @@
-#include "trainer/DemoSession.h"
+#include "drivers/ScriptedSession.h"
 
 #include <algorithm>
 #include <filesystem>
@@ -9,7 +9,7 @@
 #include "base/Text.h"
 #include "trainer/commands/SampleList.h"
 
-namespace dravik::trainer {
+namespace dravik::test {
 namespace {
 
 constexpr char kFontName[] = "demo";
@@ -29,7 +29,7 @@ std::string nameOf(const std::string& path) {
     return fromPath(toPath(path).filename());
 }
 
-std::string readText(const Reading& reading) {
+std::string readText(const trainer::Reading& reading) {
     std::string text;
     for (const auto& line : reading.lines)
         for (const auto& character : line) text += character.character;
@@ -45,32 +45,33 @@ std::string shortened(std::string question) {
 }
 
 void require(bool condition, const std::string& what) {
-    if (!condition) throw DemoFailure(what);
+    if (!condition) throw SessionFailure(what);
 }
 
 }  // namespace
 
-DemoSession::DemoSession(DemoHands& hands, Trainer& trainer, std::string folder, std::ostream& out, Kind kind)
-    : hands_(hands), trainer_(trainer), folder_(std::move(folder)), out_(out), kind_(kind) {}
+ScriptedSession::ScriptedSession(WindowDriver& driver, trainer::Trainer& trainer, std::string folder,
+                                 std::ostream& out, Kind kind)
+    : driver_(driver), trainer_(trainer), folder_(std::move(folder)), out_(out), kind_(kind) {}
 
-void DemoSession::say(const std::string& line) {
+void ScriptedSession::say(const std::string& line) {
     out_ << line << std::endl;
 }
 
-void DemoSession::picture(const std::string& name) {
+void ScriptedSession::picture(const std::string& name) {
     ++pictures_;
     const std::string number = (pictures_ < 10 ? "0" : "") + std::to_string(pictures_) + "-";
     const std::string pictureName = (kind_ == Kind::Story ? number : "") + name + ".png";
-    hands_.picture(fromPath(toPath(folder_) / toPath(pictureName)));
+    driver_.picture(fromPath(toPath(folder_) / toPath(pictureName)));
     say("  picture " + pictureName);
 }
 
-void DemoSession::plan(const std::vector<std::string>& paths) {
+void ScriptedSession::plan(const std::vector<std::string>& paths) {
     std::vector<std::vector<Task>> tasks;
     for (const auto& path : paths) {
         const bool isFolder = std::filesystem::is_directory(toPath(path));
         const auto folder = isFolder ? toPath(path) : toPath(path).parent_path();
-        const auto list = readSampleList(fromPath(folder / kListName));
+        const auto list = trainer::readSampleList(fromPath(folder / kListName));
         tasks.emplace_back();
         for (const auto& sample : list)
             if (isFolder || sample.image == nameOf(path))
@@ -88,15 +89,15 @@ void DemoSession::plan(const std::vector<std::string>& paths) {
     require(!lessons_.empty(), "at least two images are needed: one to teach from and one to read");
 }
 
-void DemoSession::run(const std::vector<std::string>& paths) {
+void ScriptedSession::run(const std::vector<std::string>& paths) {
     plan(paths);
-    say("The window is open: \"" + hands_.show() + "\"");
+    say("The window is open: \"" + driver_.show() + "\"");
     picture("window-empty");
 
     std::vector<std::string> images;
     for (const auto& task : lessons_) images.push_back(task.image);
     for (const auto& task : readings_) images.push_back(task.image);
-    hands_.open(images);
+    driver_.open(images);
     require(trainer_.parts().count() == static_cast<int>(images.size()), "not every image could be opened");
     say("Opened " + std::to_string(images.size()) + " images");
     picture("images-opened");
@@ -115,34 +116,34 @@ void DemoSession::run(const std::vector<std::string>& paths) {
     for (const auto& task : readings_) read(task, allRight);
     inspect();
     std::string problems;
-    for (const auto& problem : hands_.problems()) problems += (problems.empty() ? "" : "; ") + problem;
+    for (const auto& problem : driver_.problems()) problems += (problems.empty() ? "" : "; ") + problem;
     require(problems.empty(), problems);
     require(allRight, "not every image was read right");
 }
 
-void DemoSession::makeFont() {
-    hands_.expectForm("dlgFontManager", [this] {
+void ScriptedSession::makeFont() {
+    driver_.expectForm("dlgFontManager", [this] {
         picture("font-manager");
-        hands_.expectForm("dlgFontNew", [this] {
-            hands_.type("txtFontName", kFontName);
-            require(hands_.caption(kFirstSetOption) == kFirstSet, "the first set stands elsewhere");
-            hands_.click(kFirstSetOption);
+        driver_.expectForm("dlgFontNew", [this] {
+            driver_.type("txtFontName", kFontName);
+            require(driver_.caption(kFirstSetOption) == kFirstSet, "the first set stands elsewhere");
+            driver_.click(kFirstSetOption);
             picture("new-font");
-            hands_.click("OKButton");
+            driver_.click("OKButton");
         });
-        hands_.answerBoxes(ui::Answer::Yes);
-        hands_.click("cmdNewFont");
+        driver_.answerBoxes(ui::Answer::Yes);
+        driver_.click("cmdNewFont");
         picture("font-made");
-        hands_.click("OKButton");
+        driver_.click("OKButton");
     });
-    hands_.click("cmdSelectFont");
+    driver_.click("cmdSelectFont");
     const std::string font = trainer_.control().selectedFont();
     require(font == kFontName, "the new font is not selected: \"" + font + "\" is");
     say("Made and selected the font \"" + font + "\"");
     picture("font-selected");
 }
 
-void DemoSession::makeCurrent(const std::string& image) {
+void ScriptedSession::makeCurrent(const std::string& image) {
     auto& parts = trainer_.parts();
     for (int i = 0; i < parts.count(); ++i)
         if (parts.path(i) == image) parts.setCurrent(i);
@@ -150,54 +151,54 @@ void DemoSession::makeCurrent(const std::string& image) {
     require(parts.problem().empty(), parts.problem());
 }
 
-void DemoSession::showMismatch(const Task& task) {
+void ScriptedSession::showMismatch(const Task& task) {
     makeCurrent(task.image);
-    hands_.type("txtSampleInput", withoutLast(task.text, 2));
+    driver_.type("txtSampleInput", withoutLast(task.text, 2));
     say("Typed a text that is two characters short: " + trainer_.previewText());
     require(trainer_.mismatch() != 0, "the mismatch is not noticed");
     picture("mismatch");
 }
 
-void DemoSession::include(const Task& task) {
+void ScriptedSession::include(const Task& task) {
     makeCurrent(task.image);
-    hands_.type("txtSampleInput", task.text);
+    driver_.type("txtSampleInput", task.text);
     const bool first = &task == &lessons_.front();
     if (first) picture("text-typed");
-    hands_.answerBoxes(ui::Answer::Yes);
-    hands_.click("cmdInclude");
-    const std::string message = hands_.message();
+    driver_.answerBoxes(ui::Answer::Yes);
+    driver_.click("cmdInclude");
+    const std::string message = driver_.message();
     std::string line = nameOf(task.image) + ": " + message;
-    for (const std::string& question : hands_.messages()) line += " [asked: " + shortened(question) + "]";
+    for (const std::string& question : driver_.messages()) line += " [asked: " + shortened(question) + "]";
     say("Included " + line);
     require(message.find(" samples included.") != std::string::npos, "the include was refused: " + line);
     if (first) picture("included");
 }
 
-void DemoSession::learn() {
-    hands_.click("cmdTrain");
-    require(trainer_.isTraining() || hands_.canClick("cmdSaveFont"),
-            "learning did not start: " + hands_.message());
+void ScriptedSession::learn() {
+    driver_.click("cmdTrain");
+    require(trainer_.isTraining() || driver_.canClick("cmdSaveFont"),
+            "learning did not start: " + driver_.message());
     say("Learning");
     picture("learning");
-    require(hands_.waitUntil([&] { return !trainer_.isTraining(); }, kTrainingPatience),
+    require(driver_.waitUntil([&] { return !trainer_.isTraining(); }, kTrainingPatience),
             "learning did not end");
-    require(hands_.canClick("cmdSaveFont"), "learning ended without a result: " + hands_.message());
-    say("Learnt: " + hands_.caption("lblStatus"));
+    require(driver_.canClick("cmdSaveFont"), "learning ended without a result: " + driver_.message());
+    say("Learnt: " + driver_.caption("lblStatus"));
     picture("learnt");
 }
 
-void DemoSession::save() {
-    hands_.click("cmdSaveFont");
-    require(hands_.message() == "Saved font", "the font was not saved: " + hands_.message());
+void ScriptedSession::save() {
+    driver_.click("cmdSaveFont");
+    require(driver_.message() == "Saved font", "the font was not saved: " + driver_.message());
     require(!trainer_.control().m_FontChanged(), "the saved font still counts as changed");
     say("Saved " + trainer_.folder().fontFile(kFontName));
     picture("saved");
 }
 
-void DemoSession::read(const Task& task, bool& allRight) {
-    hands_.type("txtSampleInput", "");
+void ScriptedSession::read(const Task& task, bool& allRight) {
+    driver_.type("txtSampleInput", "");
     makeCurrent(task.image);
-    const Reading& reading = trainer_.reading();
+    const trainer::Reading& reading = trainer_.reading();
     const std::string text = readText(reading);
     const bool right = text == task.text;
     allRight = allRight && right;
@@ -206,47 +207,47 @@ void DemoSession::read(const Task& task, bool& allRight) {
     picture("reading");
 }
 
-void DemoSession::inspect() {
+void ScriptedSession::inspect() {
     const bool guide = kind_ == Kind::Guide;
-    hands_.clickTool("tlbChars", "Numeric");
+    driver_.clickTool("tlbChars", "Numeric");
     picture("samples-table");
-    hands_.clickTool("tlbChars", "Graphical");
-    hands_.clickTool("tlbChars", "Array");
+    driver_.clickTool("tlbChars", "Graphical");
+    driver_.clickTool("tlbChars", "Array");
     picture("feature-array");
     if (guide) {
-        hands_.clickTool("tlbArray", "StdDev");
+        driver_.clickTool("tlbArray", "StdDev");
         picture("deviation-array");
     }
-    hands_.closeForms();
+    driver_.closeForms();
     const char* cell = guide ? kWrongCell : "lblChar(0)";
-    hands_.openMenu("mnuMain", cell, "Show Font Histogram", [this] { picture("character-menu"); });
+    driver_.openMenu("mnuMain", cell, "Show Font Histogram", [this] { picture("character-menu"); });
     picture("font-histogram");
-    hands_.openMenu("mnuMain", cell, "Show Histogram", [] {});
+    driver_.openMenu("mnuMain", cell, "Show Histogram", [] {});
     picture("character-histogram");
     if (guide) {
         // The bar with the sample that has the wrong label.
-        hands_.goToLastBar("chart");
-        hands_.openMenu("mnuHistogram", "chart", "", [this] { picture("histogram-menu"); });
+        driver_.goToLastBar("chart");
+        driver_.openMenu("mnuHistogram", "chart", "", [this] { picture("histogram-menu"); });
     }
-    hands_.closeForms();
+    driver_.closeForms();
     say("Looked at the samples, the features and the histograms");
 }
 
 // The boxes and dialogs that the story does not come by.
-void DemoSession::showOtherDialogs(const Task& task) {
+void ScriptedSession::showOtherDialogs(const Task& task) {
     makeCurrent(task.image);
-    hands_.type("txtSampleInput", withoutLast(task.text, 2));
-    hands_.expectBox([this] { picture("count-message"); });
-    hands_.click("cmdInclude");
-    hands_.expectForm("dlgFontManager", [this] {
-        hands_.expectForm("dlgFontName", [this] {
+    driver_.type("txtSampleInput", withoutLast(task.text, 2));
+    driver_.expectBox([this] { picture("count-message"); });
+    driver_.click("cmdInclude");
+    driver_.expectForm("dlgFontManager", [this] {
+        driver_.expectForm("dlgFontName", [this] {
             picture("font-name");
-            hands_.click("CancelButton");
+            driver_.click("CancelButton");
         });
-        hands_.click("cmdRenameFont");
-        hands_.click("CancelButton");
+        driver_.click("cmdRenameFont");
+        driver_.click("CancelButton");
     });
-    hands_.click("cmdSelectFont");
+    driver_.click("cmdSelectFont");
 }
 
-}  // namespace dravik::trainer
+}  // namespace dravik::test

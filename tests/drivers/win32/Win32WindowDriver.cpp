@@ -1,54 +1,48 @@
-#include "windows/app/Win32DemoHands.h"
+#include "drivers/win32/Win32WindowDriver.h"
 
 #include <commctrl.h>
 
 #include <algorithm>
 #include <utility>
 
-#include "windows/app/PngFile.h"
+#include "drivers/win32/PngFile.h"
 #include "windows/win32/Gdi.h"
 #include "windows/win32/Peer.h"
 #include "windows/win32/WinText.h"
 
-namespace dravik::app {
+namespace dravik::test {
 namespace {
 
 constexpr int kPatience = 20000;  // milliseconds
 
-bool isForm(HWND window) {
-    wchar_t name[64] = {};
-    GetClassNameW(window, name, static_cast<int>(std::size(name)));
-    return std::wstring_view(name) == L"DravikFormWindow";
-}
-
 }  // namespace
 
-HWND Win32DemoHands::find(const std::string& name) const {
+HWND Win32WindowDriver::find(const std::string& name) const {
     for (const HWND top : shownWindows())
         if (const HWND found = win32::findWindowNamed(top, name)) return found;
-    throw trainer::DemoFailure("there is no control named " + name);
+    throw SessionFailure("there is no control named " + name);
 }
 
-std::string Win32DemoHands::show() {
+std::string Win32WindowDriver::show() {
     window_.show();
     if (!waitUntil([&] { return IsWindowVisible(window_.window()) != FALSE; }, kPatience))
-        throw trainer::DemoFailure("the window did not appear");
+        throw SessionFailure("the window did not appear");
     return win32::utf8(win32::windowText(window_.window()));
 }
 
-void Win32DemoHands::closeForms() {
+void Win32WindowDriver::closeForms() {
     for (const HWND window : shownWindows())
-        if (isForm(window)) SendMessageW(window, WM_CLOSE, 0, 0);
+        if (classOf(window) == L"DravikFormWindow") SendMessageW(window, WM_CLOSE, 0, 0);
     settle();
 }
 
-void Win32DemoHands::click(const std::string& name) {
-    if (!canClick(name)) throw trainer::DemoFailure(name + " cannot be clicked");
+void Win32WindowDriver::click(const std::string& name) {
+    if (!canClick(name)) throw SessionFailure(name + " cannot be clicked");
     SendMessageW(find(name), BM_CLICK, 0, 0);
     settle();
 }
 
-void Win32DemoHands::clickTool(const std::string& bar, const std::string& key) {
+void Win32WindowDriver::clickTool(const std::string& bar, const std::string& key) {
     const HWND tools = find(bar);
     const auto count = static_cast<WPARAM>(SendMessageW(tools, TB_BUTTONCOUNT, 0, 0));
     for (WPARAM index = 0; index < count; ++index) {
@@ -60,53 +54,47 @@ void Win32DemoHands::clickTool(const std::string& bar, const std::string& key) {
         if (win32::utf8(text) != key) continue;
         RECT place{};
         SendMessageW(tools, TB_GETITEMRECT, index, reinterpret_cast<LPARAM>(&place));
-        const LPARAM at = MAKELPARAM((place.left + place.right) / 2, (place.top + place.bottom) / 2);
-        SendMessageW(tools, WM_LBUTTONDOWN, MK_LBUTTON, at);
-        SendMessageW(tools, WM_LBUTTONUP, 0, at);
-        return settle();
+        return clickMiddle(tools, place);
     }
-    throw trainer::DemoFailure(bar + " has no button " + key);
+    throw SessionFailure(bar + " has no button " + key);
 }
 
-void Win32DemoHands::type(const std::string& name, const std::string& text) {
+void Win32WindowDriver::type(const std::string& name, const std::string& text) {
     const HWND edit = find(name);
-    if (!IsWindowEnabled(edit)) throw trainer::DemoFailure(name + " cannot be typed into");
+    if (!IsWindowEnabled(edit)) throw SessionFailure(name + " cannot be typed into");
     SetFocus(edit);
     typeOver(edit, win32::wide(text));
     settle();
     if (win32::utf8(win32::windowText(edit)) != text)
-        throw trainer::DemoFailure("the text was not typed as it should be");
+        throw SessionFailure("the text was not typed as it should be");
 }
 
-std::string Win32DemoHands::caption(const std::string& name) const {
+std::string Win32WindowDriver::caption(const std::string& name) const {
     return win32::utf8(win32::windowText(find(name)));
 }
 
-std::string Win32DemoHands::message() const {
-    const HWND bar = find("sbr");
-    std::wstring text(LOWORD(SendMessageW(bar, SB_GETTEXTLENGTHW, 0, 0)) + 1u, L'\0');
-    SendMessageW(bar, SB_GETTEXTW, 0, reinterpret_cast<LPARAM>(text.data()));
-    text.pop_back();
-    return win32::utf8(text);
+std::string Win32WindowDriver::message() const {
+    return win32::utf8(statusText(find("sbr")));
 }
 
-void Win32DemoHands::goToLastBar(const std::string& chart) {
+void Win32WindowDriver::goToLastBar(const std::string& chart) {
     SetFocus(find(chart));
     pressKey(find(chart), VK_LEFT);
 }
 
-void Win32DemoHands::expectForm(const std::string& form, Step step) {
+void Win32WindowDriver::expectForm(const std::string& form, Step step) {
     script_.expect(form, [step = std::move(step)](HWND) { step(); });
 }
 
-void Win32DemoHands::expectBox(Step step) {
+void Win32WindowDriver::expectBox(Step step) {
     script_.expect(DialogScript::kMessageBox, [step = std::move(step)](HWND box) {
         step();
         SendMessageW(box, WM_CLOSE, 0, 0);
     });
 }
 
-void Win32DemoHands::openMenu(const std::string&, const std::string& at, const std::string& item, Step step) {
+void Win32WindowDriver::openMenu(const std::string&, const std::string& at, const std::string& item,
+                                 Step step) {
     script_.expect(DialogScript::kMenu, [item, step = std::move(step)](HWND menu) {
         step();
         pickMenuItem(menu, win32::wide(item));
@@ -116,19 +104,19 @@ void Win32DemoHands::openMenu(const std::string&, const std::string& at, const s
     win32::focusNamed(GetAncestor(view, GA_ROOT), at);
     pressKey(view, VK_APPS);
     settle();
-    if (!script_.finished()) throw trainer::DemoFailure("the menu of " + at + " did not open");
+    if (!script_.finished()) throw SessionFailure("the menu of " + at + " did not open");
 }
 
-void Win32DemoHands::answerBoxes(ui::Answer answer) {
+void Win32WindowDriver::answerBoxes(ui::Answer answer) {
     script_.forgetMessages();
     script_.answerOthers(answer == ui::Answer::Yes ? IDYES : IDNO);
 }
 
-bool Win32DemoHands::waitUntil(const std::function<bool()>& condition, int milliseconds) {
-    return app::waitUntil(condition, milliseconds);
+bool Win32WindowDriver::waitUntil(const std::function<bool()>& condition, int milliseconds) {
+    return test::waitUntil(condition, milliseconds);
 }
 
-void Win32DemoHands::picture(const std::string& file) {
+void Win32WindowDriver::picture(const std::string& file) {
     settle();
     for (const HWND window : shownWindows())
         RedrawWindow(window, nullptr, nullptr, RDW_UPDATENOW | RDW_ALLCHILDREN);
@@ -142,12 +130,10 @@ void Win32DemoHands::picture(const std::string& file) {
     for (const HWND window : windows) {
         RECT place{};
         GetWindowRect(window, &place);
-        const HDC dc = GetWindowDC(window);
         BitBlt(all.dc(), place.left - frame.left, place.top - frame.top, win32::widthOf(place),
-               win32::heightOf(place), dc, 0, 0, SRCCOPY);
-        ReleaseDC(window, dc);
+               win32::heightOf(place), test::picture(window)->dc(), 0, 0, SRCCOPY);
     }
     writePng(file, all);
 }
 
-}  // namespace dravik::app
+}  // namespace dravik::test

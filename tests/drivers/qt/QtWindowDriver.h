@@ -1,16 +1,16 @@
-// The hands of a scripted session in the Qt window.
+// Works the trainer's window of Qt: finds every view by its name and works it by events.
 #pragma once
 
-#include "qt/DialogScript.h"
+#include "drivers/WindowDriver.h"
+#include "drivers/qt/DialogScript.h"
 #include "qt/MainWindow.h"
-#include "trainer/DemoSession.h"
 
-namespace dravik::qt {
+namespace dravik::test {
 
-class QtDemoHands final : public trainer::DemoHands {
+class QtWindowDriver final : public WindowDriver {
   public:
-    // The window outlives the hands.
-    explicit QtDemoHands(MainWindow& window) : window_(window) {}
+    // The window outlives the driver.
+    explicit QtWindowDriver(qt::MainWindow& window) : window_(window) {}
 
     std::string show() override;
     void open(const std::vector<std::string>& images) override { window_.open(images); }
@@ -36,8 +36,8 @@ class QtDemoHands final : public trainer::DemoHands {
     template <class View>
     View& find(const std::string& name) const;
 
-    MainWindow& window_;
+    qt::MainWindow& window_;
     DialogScript script_;
 };
 
-}  // namespace dravik::qt
+}  // namespace dravik::test

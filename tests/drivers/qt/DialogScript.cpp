@@ -1,4 +1,4 @@
-#include "qt/DialogScript.h"
+#include "drivers/qt/DialogScript.h"
 
 #include <QAbstractButton>
 #include <QApplication>
@@ -12,7 +12,7 @@
 #include "base/Failure.h"
 #include "qt/QtConversions.h"
 
-namespace dravik::qt {
+namespace dravik::test {
 namespace {
 
 constexpr int kPollMilliseconds = 10;
@@ -90,7 +90,7 @@ void DialogScript::poll() {
         try {
             step(*dialog);
         } catch (...) {
-            problems_ << qtText(currentFailure().description());
+            problems_ << qt::qtText(currentFailure().description());
             dialog->close();
         }
         lastWorked_ = nullptr;
@@ -121,4 +121,4 @@ bool DialogScript::answer(QWidget& dialog) {
     return true;
 }
 
-}  // namespace dravik::qt
+}  // namespace dravik::test

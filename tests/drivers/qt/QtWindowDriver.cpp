@@ -1,4 +1,4 @@
-#include "qt/QtDemoHands.h"
+#include "drivers/qt/QtWindowDriver.h"
 
 #include <QAbstractButton>
 #include <QAction>
@@ -14,7 +14,7 @@
 
 #include "qt/QtConversions.h"
 
-namespace dravik::qt {
+namespace dravik::test {
 namespace {
 
 constexpr int kPatience = 20000;  // milliseconds
@@ -29,80 +29,80 @@ int height(const QWidget& top) {
 
 std::vector<std::string> textsOf(const QStringList& list) {
     std::vector<std::string> texts;
-    for (const QString& text : list) texts.push_back(utf8(text));
+    for (const QString& text : list) texts.push_back(qt::utf8(text));
     return texts;
 }
 
 }  // namespace
 
 template <class View>
-View& QtDemoHands::find(const std::string& name) const {
+View& QtWindowDriver::find(const std::string& name) const {
     const QWidget* dialog = QApplication::activeModalWidget();
-    View* found = dialog ? dialog->findChild<View*>(qtText(name)) : nullptr;
-    if (!found) found = window_.findChild<View*>(qtText(name));
-    if (!found) throw trainer::DemoFailure("there is no control named " + name);
+    View* found = dialog ? dialog->findChild<View*>(qt::qtText(name)) : nullptr;
+    if (!found) found = window_.findChild<View*>(qt::qtText(name));
+    if (!found) throw SessionFailure("there is no control named " + name);
     return *found;
 }
 
-std::string QtDemoHands::show() {
+std::string QtWindowDriver::show() {
     window_.show();
     if (!waitUntil([&] { return window_.isVisible(); }, kPatience))
-        throw trainer::DemoFailure("the window did not appear");
-    return utf8(window_.windowTitle());
+        throw SessionFailure("the window did not appear");
+    return qt::utf8(window_.windowTitle());
 }
 
-void QtDemoHands::closeForms() {
+void QtWindowDriver::closeForms() {
     for (auto* dialog : window_.findChildren<QDialog*>())
         if (dialog->isVisible()) dialog->close();
 }
 
-bool QtDemoHands::canClick(const std::string& name) const {
+bool QtWindowDriver::canClick(const std::string& name) const {
     return find<QAbstractButton>(name).isEnabled();
 }
 
-void QtDemoHands::click(const std::string& name) {
-    if (!canClick(name)) throw trainer::DemoFailure(name + " cannot be clicked");
+void QtWindowDriver::click(const std::string& name) {
+    if (!canClick(name)) throw SessionFailure(name + " cannot be clicked");
     find<QAbstractButton>(name).click();
 }
 
-void QtDemoHands::type(const std::string& name, const std::string& text) {
+void QtWindowDriver::type(const std::string& name, const std::string& text) {
     auto& input = find<QLineEdit>(name);
-    if (!input.isEnabled()) throw trainer::DemoFailure(name + " cannot be typed into");
+    if (!input.isEnabled()) throw SessionFailure(name + " cannot be typed into");
     input.selectAll();
-    typeText(input, qtText(text));
-    if (utf8(input.text()) != text) throw trainer::DemoFailure("the text was not typed as it should be");
+    typeText(input, qt::qtText(text));
+    if (qt::utf8(input.text()) != text) throw SessionFailure("the text was not typed as it should be");
 }
 
-std::string QtDemoHands::caption(const std::string& name) const {
+std::string QtWindowDriver::caption(const std::string& name) const {
     auto& view = find<QWidget>(name);
-    if (const auto* button = qobject_cast<const QAbstractButton*>(&view)) return utf8(button->text());
-    return utf8(find<QLabel>(name).text());
+    if (const auto* button = qobject_cast<const QAbstractButton*>(&view)) return qt::utf8(button->text());
+    return qt::utf8(find<QLabel>(name).text());
 }
 
-void QtDemoHands::goToLastBar(const std::string& chart) {
+void QtWindowDriver::goToLastBar(const std::string& chart) {
     auto& view = find<QWidget>(chart);
     view.setFocus();
     pressKey(view, Qt::Key_Left);
 }
 
-void QtDemoHands::expectForm(const std::string& form, Step step) {
-    script_.expect(qtText(form + "Window"), [step = std::move(step)](QWidget&) { step(); });
+void QtWindowDriver::expectForm(const std::string& form, Step step) {
+    script_.expect(qt::qtText(form + "Window"), [step = std::move(step)](QWidget&) { step(); });
 }
 
-void QtDemoHands::expectBox(Step step) {
+void QtWindowDriver::expectBox(Step step) {
     script_.expect(QStringLiteral("messageBox"), [step = std::move(step)](QWidget& box) {
         step();
         if (auto* button = box.findChild<QAbstractButton*>()) button->click();
     });
 }
 
-void QtDemoHands::openMenu(const std::string& menu, const std::string& at, const std::string& item,
-                           Step step) {
-    script_.expect(qtText(menu), [item, step = std::move(step)](QWidget& popup) {
+void QtWindowDriver::openMenu(const std::string& menu, const std::string& at, const std::string& item,
+                              Step step) {
+    script_.expect(qt::qtText(menu), [item, step = std::move(step)](QWidget& popup) {
         step();
         for (QAction* action : popup.actions()) {
             const QString text = action->text().remove(QLatin1Char('&'));
-            if (item.empty() || !text.startsWith(qtText(item)) || !action->isEnabled()) continue;
+            if (item.empty() || !text.startsWith(qt::qtText(item)) || !action->isEnabled()) continue;
             static_cast<QMenu&>(popup).setActiveAction(action);
             return pressKey(popup, Qt::Key_Return);
         }
@@ -111,27 +111,27 @@ void QtDemoHands::openMenu(const std::string& menu, const std::string& at, const
     auto& view = find<QWidget>(at);
     view.setFocus();
     pressKey(view, Qt::Key_Menu);
-    if (!script_.finished()) throw trainer::DemoFailure("the menu of " + at + " did not open");
+    if (!script_.finished()) throw SessionFailure("the menu of " + at + " did not open");
 }
 
-void QtDemoHands::answerBoxes(ui::Answer answer) {
+void QtWindowDriver::answerBoxes(ui::Answer answer) {
     script_.forgetMessages();
     script_.answerOthers(answer == ui::Answer::Yes ? QStringLiteral("Yes") : QStringLiteral("No"));
 }
 
-std::vector<std::string> QtDemoHands::messages() const {
+std::vector<std::string> QtWindowDriver::messages() const {
     return textsOf(script_.messages());
 }
 
-std::vector<std::string> QtDemoHands::problems() const {
+std::vector<std::string> QtWindowDriver::problems() const {
     return textsOf(script_.problems());
 }
 
-bool QtDemoHands::waitUntil(const std::function<bool()>& condition, int milliseconds) {
-    return qt::waitUntil(condition, milliseconds);
+bool QtWindowDriver::waitUntil(const std::function<bool()>& condition, int milliseconds) {
+    return test::waitUntil(condition, milliseconds);
 }
 
-void QtDemoHands::picture(const std::string& file) {
+void QtWindowDriver::picture(const std::string& file) {
     for (int i = 0; i < 5; ++i) QCoreApplication::processEvents();
     QPixmap all = window_.grab();
     QPainter painter(&all);
@@ -150,7 +150,7 @@ void QtDemoHands::picture(const std::string& file) {
         painter.drawPixmap(place, const_cast<QWidget*>(top)->grab());
     }
     painter.end();
-    if (!all.save(qtText(file))) throw trainer::DemoFailure("the picture " + file + " cannot be written");
+    if (!all.save(qt::qtText(file))) throw SessionFailure("the picture " + file + " cannot be written");
 }
 
-}  // namespace dravik::qt
+}  // namespace dravik::test

@@ -6,9 +6,9 @@
 
 #include "windows/win32/Gdi.h"
 
-namespace dravik::app {
+namespace dravik::test {
 
 // The path is UTF-8. Raises Path/File access error (75) that names the file.
 void writePng(const std::string& path, win32::Canvas& picture);
 
-}  // namespace dravik::app
+}  // namespace dravik::test

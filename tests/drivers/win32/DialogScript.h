@@ -9,20 +9,9 @@
 #include <string>
 #include <vector>
 
-namespace dravik::app {
+#include "drivers/win32/Operator.h"
 
-// Dispatches messages until the condition holds; false when it does not within the time.
-bool waitUntil(const std::function<bool()>& condition, int milliseconds = 20000);
-// Dispatches what is waiting.
-void settle();
-
-// A key as the keyboard gives it, sent to a window.
-void pressKey(HWND window, UINT key);
-// Types over what an edit control holds, character by character; the empty text deletes it.
-void typeOver(HWND edit, const std::wstring& text);
-
-// This thread's windows that can be seen, the topmost first; menus are among them.
-std::vector<HWND> shownWindows();
+namespace dravik::test {
 
 class DialogScript {
   public:
@@ -74,4 +63,4 @@ std::wstring menuItems(HWND menuWindow);
 // none.
 void pickMenuItem(HWND menuWindow, const std::wstring& caption);
 
-}  // namespace dravik::app
+}  // namespace dravik::test

@@ -1,0 +1,67 @@
+#include "drivers/pictures/Pictures.h"
+
+#include <filesystem>
+#include <iostream>
+
+#include "base/Failure.h"
+#include "base/Paths.h"
+
+namespace dravik::test {
+namespace {
+
+constexpr char kUsage[] = R"(usage: dravik-pictures story PICTURES IMAGE|FOLDER...
+       dravik-pictures guide PICTURES PARTS
+
+story  works the trainer's window by script: teaches a font from the images of
+       all paths but the last and reads those of the last; their texts stand in
+       lines.tsv beside them
+guide  the same with the sample parts in the folder PARTS and every form: the
+       pictures of the operator guide
+
+The pictures go to the folder PICTURES. Fonts and settings of whoever runs it
+are not touched.
+)";
+
+// The sample parts that the guide's pictures show: all but the last teach.
+std::vector<std::string> guideParts(const std::string& parts) {
+    std::vector<std::string> paths;
+    for (const char* number : {"0", "1", "2"})
+        paths.push_back(parts + "/rendered_charset/hack_00" + number + ".png");
+    for (const char* number : {"1", "2", "3", "4", "5", "6", "7", "0"})
+        paths.push_back(parts + "/rendered_lines/hack_00" + number + ".png");
+    return paths;
+}
+
+}  // namespace
+
+PictureOrder pictureOrder(const std::vector<std::string>& arguments) {
+    PictureOrder order;
+    const bool guide = arguments.size() == 3 && arguments[0] == "guide";
+    order.wrong = !guide && (arguments.size() < 3 || arguments[0] != "story");
+    if (order.wrong) {
+        std::cerr << kUsage;
+        return order;
+    }
+    order.folder = arguments[1];
+    if (guide) {
+        order.kind = ScriptedSession::Kind::Guide;
+        order.paths = guideParts(arguments[2]);
+    } else {
+        order.paths.assign(arguments.begin() + 2, arguments.end());
+    }
+    return order;
+}
+
+int makePictures(const PictureOrder& order, WindowDriver& driver, trainer::Trainer& trainer) {
+    try {
+        std::filesystem::create_directories(toPath(order.folder));
+        ScriptedSession(driver, trainer, order.folder, std::cout, order.kind).run(order.paths);
+    } catch (...) {
+        std::cerr << "the session did not come out: " << currentFailure().description() << std::endl;
+        return 1;
+    }
+    std::cout << "Everything came out. Pictures are in " << order.folder << std::endl;
+    return 0;
+}
+
+}  // namespace dravik::test
