@@ -30,10 +30,8 @@ class ChartPeer : public PeerOf<ui::Chart, ChartView> {
 
 }  // namespace
 
-QWidget* makeChart(ui::Chart& model, QWidget* parent) {
-    auto* view = new ChartView(parent);
-    (new ChartPeer(model, *view))->start();
-    return view;
+QWidget* make(ui::Chart& model, QWidget* parent) {
+    return viewWith<ChartPeer>(model, parent);
 }
 
 }  // namespace dravik::qt

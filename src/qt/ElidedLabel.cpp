@@ -17,14 +17,8 @@ void ElidedLabel::setOwnToolTip(const QString& toolTip) {
     setToolTip(toolTip);
 }
 
-void ElidedLabel::setShrinks(bool shrinks) {
-    shrinks_ = shrinks;
-    updateGeometry();
-}
-
 QSize ElidedLabel::minimumSizeHint() const {
     const QSize full = QLabel::minimumSizeHint();
-    if (!shrinks_) return full;
     return {std::min(full.width(), fontMetrics().averageCharWidth() * kLeastCharacters + 2 * margin()),
             full.height()};
 }

@@ -13,8 +13,7 @@ class ElidedLabel : public QLabel {
     // The tool tip that is shown while the whole text is.
     void setOwnToolTip(const QString& toolTip);
 
-    // Full-width text while it is not allowed to shrink, else a few characters.
-    void setShrinks(bool shrinks);
+    // A few characters.
     QSize minimumSizeHint() const override;
 
   protected:
@@ -25,7 +24,6 @@ class ElidedLabel : public QLabel {
     bool isCut() const;
 
     QString ownToolTip_;
-    bool shrinks_ = false;
 };
 
 }  // namespace dravik::qt

@@ -5,9 +5,8 @@
 #include <QTimer>
 
 #include "qt/AccessibleRoles.h"
-#include "qt/LayoutBuilder.h"
+#include "qt/FormLayout.h"
 #include "qt/Peer.h"
-#include "qt/Peers.h"
 #include "qt/QtConversions.h"
 
 namespace dravik::qt {
@@ -15,7 +14,7 @@ namespace dravik::qt {
 FormPage::FormPage(ui::Form& form, QWidget* parent) : QWidget(parent), form_(form) {
     installAccessibleRoles();
     setObjectName(qtText(form.name()));
-    buildLayout(*this, form.layout());
+    inside_ = new FormLayout(*this, form.layout());
     for (ui::Timer* timer : form.timers) addTimer(*timer);
     if (form.defaultButton)
         if (Peer* peer = Peer::of(*form.defaultButton))
@@ -38,6 +37,7 @@ void FormPage::addTimer(ui::Timer& timer) {
 
 void FormPage::detach() noexcept {
     attached_ = false;
+    inside_->detach();
     connections_.clear();
     for (QTimer* timer : timers_) timer->stop();
     for (QWidget* view : findChildren<QWidget*>())
@@ -65,10 +65,6 @@ bool FormPage::answerKey(const QKeyEvent& event) {
         Q_EMIT escaped();
     }
     return true;
-}
-
-QWidget* makeFormPage(ui::Form& model, QWidget* parent) {
-    return new FormPage(model, parent);
 }
 
 }  // namespace dravik::qt

@@ -11,6 +11,8 @@ class QTimer;
 
 namespace dravik::qt {
 
+class FormLayout;
+
 class FormPage : public QWidget {
     Q_OBJECT
 
@@ -34,6 +36,7 @@ class FormPage : public QWidget {
     void addTimer(ui::Timer& timer);
 
     ui::Form& form_;
+    FormLayout* inside_;
     bool attached_ = true;
     std::vector<QTimer*> timers_;
     std::vector<ui::Connection> connections_;

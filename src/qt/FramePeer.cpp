@@ -1,6 +1,6 @@
 #include <QGroupBox>
 
-#include "qt/LayoutBuilder.h"
+#include "qt/FormLayout.h"
 #include "qt/Peer.h"
 #include "qt/Peers.h"
 #include "qt/QtConversions.h"
@@ -10,7 +10,8 @@ namespace {
 
 class FramePeer : public PeerOf<ui::Frame, QGroupBox> {
   public:
-    FramePeer(ui::Frame& model, QGroupBox& view) : PeerOf(model, view) { buildLayout(view, model.layout()); }
+    FramePeer(ui::Frame& model, QGroupBox& view)
+        : PeerOf(model, view), inside_(*new FormLayout(view, model.layout())) {}
 
   protected:
     void show(ui::Change change) override {
@@ -19,14 +20,16 @@ class FramePeer : public PeerOf<ui::Frame, QGroupBox> {
         else if (change != ui::Change::Appearance)  // a font set here would be inherited by everything inside
             Peer::show(change);
     }
+    void letGo() override { inside_.detach(); }
+
+  private:
+    FormLayout& inside_;
 };
 
 }  // namespace
 
-QWidget* makeFrame(ui::Frame& model, QWidget* parent) {
-    auto* view = new QGroupBox(parent);
-    (new FramePeer(model, *view))->start();
-    return view;
+QWidget* make(ui::Frame& model, QWidget* parent) {
+    return viewWith<FramePeer>(model, parent);
 }
 
 }  // namespace dravik::qt

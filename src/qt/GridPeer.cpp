@@ -89,10 +89,8 @@ class GridPeer : public PeerOf<ui::Grid, GridView> {
 
 }  // namespace
 
-QWidget* makeGrid(ui::Grid& model, QWidget* parent) {
-    auto* view = new GridView(parent);
-    (new GridPeer(model, *view))->start();
-    return view;
+QWidget* make(ui::Grid& model, QWidget* parent) {
+    return viewWith<GridPeer>(model, parent);
 }
 
 }  // namespace dravik::qt

@@ -30,7 +30,10 @@ QFont labelFont(const ui::Label& model, QFont font) {
 
 class LabelPeer : public PeerOf<ui::Label, ElidedLabel> {
   public:
-    using PeerOf::PeerOf;
+    LabelPeer(ui::Label& model, ElidedLabel& view) : PeerOf(model, view) {
+        // The whole text, but where the arrangement gives it a share of the width.
+        view.setSizePolicy(QSizePolicy::Minimum, QSizePolicy::Preferred);
+    }
 
   protected:
     void show(ui::Change change) override {
@@ -112,15 +115,8 @@ class CellPeer : public PeerOf<ui::Label, CellView> {
 
 }  // namespace
 
-QWidget* makeLabel(ui::Label& model, QWidget* parent) {
-    if (model.isCell()) {
-        auto* view = new CellView(parent);
-        (new CellPeer(model, *view))->start();
-        return view;
-    }
-    auto* view = new ElidedLabel(parent);
-    (new LabelPeer(model, *view))->start();
-    return view;
+QWidget* make(ui::Label& model, QWidget* parent) {
+    return model.isCell() ? viewWith<CellPeer>(model, parent) : viewWith<LabelPeer>(model, parent);
 }
 
 }  // namespace dravik::qt

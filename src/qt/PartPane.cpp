@@ -41,7 +41,6 @@ PartPane::PartPane(trainer::Trainer& trainer, WindowActions& actions, QWidget* p
     tools->addActions({actions.zoomOut, actions.zoomIn, actions.fit, actions.actualSize});
     name_ = new ElidedLabel(this);
     name_->setObjectName(QStringLiteral("partName"));
-    name_->setShrinks(true);
     scale_ = new QLabel(this);
     scale_->setObjectName(QStringLiteral("partScale"));
     bar->addWidget(tools);

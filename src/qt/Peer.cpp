@@ -9,6 +9,7 @@
 #include <QToolTip>
 
 #include "qt/QtConversions.h"
+#include "ui/Lengths.h"
 
 namespace dravik::qt {
 namespace {
@@ -123,11 +124,11 @@ void Peer::detach() noexcept {
 }
 
 QPointF Peer::toView(double x, double y) const {
-    return {x / kTwipsPerPixel, y / kTwipsPerPixel};
+    return QPointF(x, y) / ui::twips(1);
 }
 
 QPointF Peer::fromView(QPointF place) const {
-    return {twips(place.x()), twips(place.y())};
+    return {ui::twips(place.x()), ui::twips(place.y())};
 }
 
 void Peer::show(ui::Change change) {

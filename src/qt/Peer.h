@@ -68,11 +68,21 @@ int shiftState(Qt::KeyboardModifiers modifiers);
 template <class Model, class View>
 class PeerOf : public Peer {
   public:
+    using ViewType = View;
+
     PeerOf(Model& model, View& view) : Peer(model, view), model_(model), view_(view) {}
 
   protected:
     Model& model_;
     View& view_;
 };
+
+// A view with its peer, which shows the model from now on.
+template <class PeerType, class Model>
+QWidget* viewWith(Model& model, QWidget* parent) {
+    auto* view = new typename PeerType::ViewType(parent);
+    (new PeerType(model, *view))->start();
+    return view;
+}
 
 }  // namespace dravik::qt

@@ -1,4 +1,4 @@
-// Texts and lengths between the models (UTF-8, twips) and Qt (UTF-16, device independent pixels).
+// Texts between the models (UTF-8) and Qt (UTF-16).
 #pragma once
 
 #include <QString>
@@ -11,15 +11,6 @@ inline QString qtText(const std::string& text) {
 }
 inline std::string utf8(const QString& text) {
     return text.toStdString();
-}
-
-// Twips are 1/1440 inch, device independent pixels 1/96 inch.
-constexpr double kTwipsPerPixel = 15.0;
-constexpr int pixels(int twips) {
-    return static_cast<int>(twips / kTwipsPerPixel + 0.5);
-}
-constexpr double twips(double pixels) {
-    return pixels * kTwipsPerPixel;
 }
 
 // UTF-16 position of the character with the given index; the end when there are fewer characters.

@@ -93,10 +93,8 @@ class TextBoxPeer : public PeerOf<ui::TextBox, LineEdit> {
 
 }  // namespace
 
-QWidget* makeTextBox(ui::TextBox& model, QWidget* parent) {
-    auto* view = new LineEdit(parent);
-    (new TextBoxPeer(model, *view))->start();
-    return view;
+QWidget* make(ui::TextBox& model, QWidget* parent) {
+    return viewWith<TextBoxPeer>(model, parent);
 }
 
 }  // namespace dravik::qt

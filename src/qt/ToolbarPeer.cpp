@@ -55,10 +55,8 @@ class ToolbarPeer : public PeerOf<ui::Toolbar, QToolBar> {
 
 }  // namespace
 
-QWidget* makeToolbar(ui::Toolbar& model, QWidget* parent) {
-    auto* view = new QToolBar(parent);
-    (new ToolbarPeer(model, *view))->start();
-    return view;
+QWidget* make(ui::Toolbar& model, QWidget* parent) {
+    return viewWith<ToolbarPeer>(model, parent);
 }
 
 }  // namespace dravik::qt

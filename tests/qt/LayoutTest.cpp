@@ -2,6 +2,7 @@
 #include "ShownForm.h"
 #include "qt/MainWindow.h"
 #include "screen/context/Screen.h"
+#include "ui/LayoutGeometry.h"
 #include "ui/TextBox.h"
 
 namespace dravik {
@@ -12,7 +13,7 @@ using namespace screen;
 using namespace ui;
 namespace {
 
-TEST(LayoutBuilder, SpareLengthGoesToWhoAsksForIt) {
+TEST(FormLayout, SpareLengthGoesToWhoAsksForIt) {
     TextBox a("a");
     TextBox b("b");
     Button c("c", "C");
@@ -26,7 +27,32 @@ TEST(LayoutBuilder, SpareLengthGoesToWhoAsksForIt) {
     EXPECT_LT(shown.view("a").height(), 60);
 }
 
-TEST(LayoutBuilder, TheWholeScreenFitsASmallWindow) {
+TEST(FormLayout, FollowsWhatItsControlsAskForUntilTheyGo) {
+    Button a("a", "A");
+    TextBox b("b");
+    ShownForm shown(row({item(a), item(b).stretched()}), 600, 100);
+    const int least = shown.page->minimumSizeHint().width();
+    a.setCaption("A caption that needs much more room than the one before it");
+    settle();
+    EXPECT_GT(shown.page->minimumSizeHint().width(), least + 100);
+    EXPECT_EQ(shown.view("b").x(), shown.view("a").geometry().right() + 1 + kSpacing);
+    EXPECT_EQ(shown.view("b").geometry().right() + 1, 600 - kMargin);
+
+    shown.page->setLayoutDirection(Qt::RightToLeft);
+    settle();
+    EXPECT_EQ(shown.view("b").x(), kMargin);
+    EXPECT_EQ(shown.view("a").geometry().right() + 1, 600 - kMargin);
+
+    const QSize wanted = shown.page->sizeHint();
+    shown.page->detach();
+    shown.page->resize(900, 100);
+    settle();
+    EXPECT_EQ(shown.view("b").x(), kMargin);
+    EXPECT_EQ(shown.view("a").geometry().right() + 1, 600 - kMargin) << "nothing is laid out any more";
+    EXPECT_EQ(shown.page->sizeHint(), wanted) << "a window that closes does not collapse first";
+}
+
+TEST(FormLayout, TheWholeScreenFitsASmallWindow) {
     Screen screen;
     FormPage page(screen.form, nullptr);
     EXPECT_LE(page.minimumSizeHint().width(), 640);

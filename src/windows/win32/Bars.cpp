@@ -23,7 +23,7 @@ class ProgressBarPeer : public PeerOf<ui::ProgressBar> {
   protected:
     HWND make(HWND parent) override { return makeWindow(PROGRESS_CLASSW, parent, PBS_SMOOTH); }
 
-    Measure ask() override {
+    ui::Measure ask() override {
         const int height = look().lineHeight(wantedFont()) + look().px(6);
         return {{look().px(40), height}, {look().px(120), height}, true, true, false, true};
     }
@@ -42,13 +42,13 @@ class StatusBarPeer : public PeerOf<ui::StatusBar> {
   public:
     using PeerOf::PeerOf;
 
-    void placed(const Box&) override { showPanels(); }
+    void placed(const ui::Box&) override { showPanels(); }
 
   protected:
     HWND make(HWND parent) override {
         return makeWindow(STATUSCLASSNAMEW, parent, CCS_NOPARENTALIGN | CCS_NORESIZE | CCS_NODIVIDER);
     }
-    Measure ask() override {
+    ui::Measure ask() override {
         const int height = look().lineHeight(wantedFont()) + look().px(8);
         int width = 0;
         for (const auto& panel : model_.panels()) width += widthFor(*panel);
@@ -153,8 +153,8 @@ class UpDownPeer : public PeerOf<ui::UpDown> {
   protected:
     HWND make(HWND parent) override { return makeWindow(UPDOWN_CLASSW, parent, WS_TABSTOP); }
 
-    Measure ask() override {
-        const Extent size{look().px(18), look().px(26)};
+    ui::Measure ask() override {
+        const ui::Extent size{look().px(18), look().px(26)};
         return {size, size, true, false, false, false};
     }
     void show(ui::Change change) override {
@@ -207,15 +207,15 @@ class UpDownPeer : public PeerOf<ui::UpDown> {
 
 }  // namespace
 
-std::shared_ptr<Peer> makeProgressBar(ui::ProgressBar& model, Page& page) {
+std::shared_ptr<Peer> make(ui::ProgressBar& model, Page& page) {
     return std::make_shared<ProgressBarPeer>(model, page);
 }
 
-std::shared_ptr<Peer> makeStatusBar(ui::StatusBar& model, Page& page) {
+std::shared_ptr<Peer> make(ui::StatusBar& model, Page& page) {
     return std::make_shared<StatusBarPeer>(model, page);
 }
 
-std::shared_ptr<Peer> makeUpDown(ui::UpDown& model, Page& page) {
+std::shared_ptr<Peer> make(ui::UpDown& model, Page& page) {
     return std::make_shared<UpDownPeer>(model, page);
 }
 

@@ -68,7 +68,7 @@ class ButtonPeer : public ButtonPeerOf<ui::Button> {
     void pressed() override { model_.press(); }
     HWND make(HWND parent) override { return makeButton(parent, BS_PUSHBUTTON | BS_NOTIFY); }
 
-    Measure ask() override {
+    ui::Measure ask() override {
         const SIZE text = captionSize();
         const int height = std::max<int>(text.cy + look().px(8), look().px(kLeastButtonHeight));
         const int width = std::max<int>(text.cx + look().px(kButtonPadding), look().px(kLeastButtonWidth));
@@ -83,7 +83,7 @@ class MarkedPeerOf : public ButtonPeerOf<Model> {
     using ButtonPeerOf<Model>::ButtonPeerOf;
 
   protected:
-    Measure ask() override {
+    ui::Measure ask() override {
         const SIZE text = this->captionSize();
         const int width = text.cx + this->look().px(13 + 2 * kCheckGap);
         const int height = std::max<int>(text.cy + this->look().px(4), this->look().px(19));
@@ -164,15 +164,15 @@ class OptionButtonPeer : public MarkedPeerOf<ui::OptionButton> {
 
 }  // namespace
 
-std::shared_ptr<Peer> makeButton(ui::Button& model, Page& page) {
+std::shared_ptr<Peer> make(ui::Button& model, Page& page) {
     return std::make_shared<ButtonPeer>(model, page);
 }
 
-std::shared_ptr<Peer> makeCheckBox(ui::CheckBox& model, Page& page) {
+std::shared_ptr<Peer> make(ui::CheckBox& model, Page& page) {
     return std::make_shared<CheckBoxPeer>(model, page);
 }
 
-std::shared_ptr<Peer> makeOptionButton(ui::OptionButton& model, Page& page) {
+std::shared_ptr<Peer> make(ui::OptionButton& model, Page& page) {
     return std::make_shared<OptionButtonPeer>(model, page);
 }
 

@@ -31,7 +31,7 @@ void CellPeer::focus() {
     if (window() && takesFocus_) board_->focus(*this);
 }
 
-void CellPeer::placed(const Box&) {
+void CellPeer::placed(const ui::Box&) {
     if (attached() && !model_.toolTip().empty()) showTip();
 }
 
@@ -54,10 +54,10 @@ HFONT CellPeer::wantedFont() const {
     return attached() ? look().font(model_.bold(), model_.fontSize()) : look().font();
 }
 
-Measure CellPeer::ask() {
+ui::Measure CellPeer::ask() {
     const SIZE text = look().textSize(wantedFont(), wide(model_.caption()));
     const int height = text.cy + look().px(4);
-    const Extent size{std::max<int>(height, text.cx + look().px(8)), height};
+    const ui::Extent size{std::max<int>(height, text.cx + look().px(8)), height};
     return {{look().px(8), look().px(8)}, size};
 }
 

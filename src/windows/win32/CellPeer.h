@@ -22,7 +22,7 @@ class CellPeer : public PeerOf<ui::Label, DrawnPeer> {
     void focus() override;
     void showEnabled() override;
     void lookChanged() override;
-    void placed(const Box& box) override;
+    void placed(const ui::Box& box) override;
     POINT toView(double x, double y) const override;
     ModelPlace fromView(POINT place) const override;
 
@@ -47,7 +47,7 @@ class CellPeer : public PeerOf<ui::Label, DrawnPeer> {
     void opened(HWND made) override { standIn(made); }
     void started() override;
     HFONT wantedFont() const override;
-    Measure ask() override;
+    ui::Measure ask() override;
     void show(ui::Change change) override;
     LRESULT message(UINT message, WPARAM wParam, LPARAM lParam) override;
     void redraw() const override;

@@ -37,7 +37,7 @@ class ChartPeer : public PeerOf<ui::Chart, DrawnPeer>, private AccessibleContent
   protected:
     HWND make(HWND parent) override { return makeDrawn(L"DravikChart", parent, WS_TABSTOP); }
 
-    Measure ask() override {
+    ui::Measure ask() override {
         return {{look().px(320), look().px(180)}, {look().px(640), look().px(340)}, true, true, true, true};
     }
 
@@ -211,7 +211,7 @@ class ChartPeer : public PeerOf<ui::Chart, DrawnPeer>, private AccessibleContent
 
 }  // namespace
 
-std::shared_ptr<Peer> makeChart(ui::Chart& model, Page& page) {
+std::shared_ptr<Peer> make(ui::Chart& model, Page& page) {
     return std::make_shared<ChartPeer>(model, page);
 }
 

@@ -45,12 +45,12 @@ void FormPage::detach() noexcept {
 }
 
 SIZE FormPage::minimumSize() const {
-    const Extent size = page_->minimum();
+    const ui::Extent size = page_->minimum();
     return {size.width, size.height};
 }
 
 SIZE FormPage::preferredSize() const {
-    const Extent size = page_->preferred();
+    const ui::Extent size = page_->preferred();
     return {size.width, size.height};
 }
 

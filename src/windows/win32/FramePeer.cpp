@@ -11,7 +11,6 @@
 namespace dravik::win32 {
 namespace {
 
-constexpr int kMargin = 9;
 constexpr int kBelowCaption = 5;
 constexpr int kCaptionIndent = 8;
 constexpr int kCaptionGap = 2;
@@ -21,7 +20,7 @@ class FramePeer : public PeerOf<ui::Frame, DrawnPeer>, private AccessibleContent
   public:
     using PeerOf::PeerOf;
 
-    void placed(const Box& box) override {
+    void placed(const ui::Box& box) override {
         if (!geometry_ || !attached()) return;
         const RECT edge = margins();
         page().place(geometry_->place(
@@ -35,13 +34,13 @@ class FramePeer : public PeerOf<ui::Frame, DrawnPeer>, private AccessibleContent
     }
     void started() override { page().addPeers(model_.layout(), window(), this); }
 
-    Measure ask() override {
+    ui::Measure ask() override {
         geometry_.emplace(page().geometryOf(model_.layout()));
         const RECT edge = margins();
         const int wide = edge.left + edge.right;
         const int high = edge.top + edge.bottom;
-        const Extent least = geometry_->minimum();
-        const Extent wanted = geometry_->preferred();
+        const ui::Extent least = geometry_->minimum();
+        const ui::Extent wanted = geometry_->preferred();
         const int caption = look().textSize(wantedFont(), captionText()).cx + look().px(24);
         return {{std::max(least.width + wide, caption), least.height + high},
                 {std::max(wanted.width + wide, caption), wanted.height + high}};
@@ -98,7 +97,7 @@ class FramePeer : public PeerOf<ui::Frame, DrawnPeer>, private AccessibleContent
     std::wstring captionText() const { return withoutMnemonic(wide(model_.caption())); }
 
     RECT margins() const {
-        const int margin = look().px(kMargin);
+        const int margin = look().px(ui::kMargin);
         return {margin, look().lineHeight(wantedFont()) + look().px(kBelowCaption), margin, margin};
     }
 
@@ -108,12 +107,12 @@ class FramePeer : public PeerOf<ui::Frame, DrawnPeer>, private AccessibleContent
         return false;
     }
 
-    std::optional<LayoutGeometry> geometry_;
+    std::optional<ui::LayoutGeometry> geometry_;
 };
 
 }  // namespace
 
-std::shared_ptr<Peer> makeFrame(ui::Frame& model, Page& page) {
+std::shared_ptr<Peer> make(ui::Frame& model, Page& page) {
     return std::make_shared<FramePeer>(model, page);
 }
 

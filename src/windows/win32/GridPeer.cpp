@@ -32,7 +32,7 @@ class GridPeer : public PeerOf<ui::Grid, DrawnPeer>, private AccessibleContent {
     using PeerOf::PeerOf;
 
     bool takesFocus() const override { return true; }
-    void placed(const Box&) override { sized(); }
+    void placed(const ui::Box&) override { sized(); }
     void lookChanged() override {
         Peer::lookChanged();
         if (attached() && window()) fit();
@@ -42,7 +42,7 @@ class GridPeer : public PeerOf<ui::Grid, DrawnPeer>, private AccessibleContent {
     HWND make(HWND parent) override {
         return makeDrawn(L"DravikGrid", parent, WS_TABSTOP | WS_BORDER | WS_HSCROLL | WS_VSCROLL);
     }
-    Measure ask() override {
+    ui::Measure ask() override {
         const int line = look().lineHeight(wantedFont()) + look().px(kRowPadding);
         return {{look().px(120), 4 * line}, {look().px(260), 9 * line}, true, true, true, true};
     }
@@ -482,7 +482,7 @@ class GridPeer : public PeerOf<ui::Grid, DrawnPeer>, private AccessibleContent {
 
 }  // namespace
 
-std::shared_ptr<Peer> makeGrid(ui::Grid& model, Page& page) {
+std::shared_ptr<Peer> make(ui::Grid& model, Page& page) {
     return std::make_shared<GridPeer>(model, page);
 }
 

@@ -21,17 +21,17 @@ class LabelPeer : public PeerOf<ui::Label, DrawnPeer>, private AccessibleContent
           marks_(model.usesMnemonic() && model.caption().find('&') != std::string::npos) {}
 
     wchar_t mnemonic() const override { return marks_ ? mnemonicOf(wide(model_.caption())) : L'\0'; }
-    void placed(const Box&) override { showTip(); }
+    void placed(const ui::Box&) override { showTip(); }
 
   protected:
     HWND make(HWND parent) override { return makeDrawn(L"DravikLabel", parent, 0, shownText()); }
     HFONT wantedFont() const override {
         return attached() ? look().font(model_.bold(), model_.fontSize()) : look().font();
     }
-    Measure ask() override {
+    ui::Measure ask() override {
         const HFONT font = wantedFont();
         const SIZE text = look().textSize(font, shownText());
-        const Extent size{text.cx + (text.cx > 0 ? look().px(1) : 0), text.cy};
+        const ui::Extent size{text.cx + (text.cx > 0 ? look().px(1) : 0), text.cy};
         return {size, size, true, true, true, false, look().averageWidth(font) * kLeastCharacters};
     }
 
@@ -101,7 +101,7 @@ class LabelPeer : public PeerOf<ui::Label, DrawnPeer>, private AccessibleContent
 
 }  // namespace
 
-std::shared_ptr<Peer> makeLabel(ui::Label& model, Page& page) {
+std::shared_ptr<Peer> make(ui::Label& model, Page& page) {
     return std::make_shared<LabelPeer>(model, page);
 }
 

@@ -47,7 +47,7 @@ class ComboBoxPeer : public PeerOf<ui::ComboBox> {
         }
     }
     // The height of the window is that of the list that drops down.
-    RECT windowPlace(const Box& box) const override {
+    RECT windowPlace(const ui::Box& box) const override {
         RECT place = Peer::windowPlace(box);
         const int rows = std::clamp(model_.count(), 1, kDropDownRows);
         const auto rowHeight = std::max(static_cast<int>(SendMessageW(window(), CB_GETITEMHEIGHT, 0, 0)),
@@ -57,7 +57,7 @@ class ComboBoxPeer : public PeerOf<ui::ComboBox> {
     }
     // The window tells the height of its field only. Placing it again would close its list.
     bool stands(const RECT& place) const override { return EqualRect(&place, &place_); }
-    void placed(const Box& box) override { place_ = windowPlace(box); }
+    void placed(const ui::Box& box) override { place_ = windowPlace(box); }
     void lookChanged() override {
         Peer::lookChanged();
         place_ = {};
@@ -67,7 +67,7 @@ class ComboBoxPeer : public PeerOf<ui::ComboBox> {
     HWND make(HWND parent) override {
         return makeWindow(WC_COMBOBOXW, parent, WS_TABSTOP | WS_VSCROLL | CBS_DROPDOWNLIST | CBS_HASSTRINGS);
     }
-    Measure ask() override {
+    ui::Measure ask() override {
         const HFONT font = wantedFont();
         int widest = look().averageWidth(font) * 4;
         for (const auto& item : model_.items())
@@ -143,7 +143,7 @@ class ListBoxPeer : public PeerOf<ui::ListBox> {
                           WS_TABSTOP | WS_VSCROLL | LBS_NOTIFY | LBS_NOINTEGRALHEIGHT | LBS_HASSTRINGS,
                           WS_EX_CLIENTEDGE);
     }
-    Measure ask() override {
+    ui::Measure ask() override {
         const HFONT font = wantedFont();
         int widest = look().px(kLeastListWidth);
         for (int i = 0; i < std::min(model_.count(), kProbedItems); ++i)
@@ -175,11 +175,11 @@ class ListBoxPeer : public PeerOf<ui::ListBox> {
 
 }  // namespace
 
-std::shared_ptr<Peer> makeComboBox(ui::ComboBox& model, Page& page) {
+std::shared_ptr<Peer> make(ui::ComboBox& model, Page& page) {
     return std::make_shared<ComboBoxPeer>(model, page);
 }
 
-std::shared_ptr<Peer> makeListBox(ui::ListBox& model, Page& page) {
+std::shared_ptr<Peer> make(ui::ListBox& model, Page& page) {
     return std::make_shared<ListBoxPeer>(model, page);
 }
 

@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <set>
 
+#include "ui/Visit.h"
 #include "windows/win32/CellPeer.h"
 #include "windows/win32/Module.h"
 #include "windows/win32/Peers.h"
@@ -16,7 +17,6 @@
 namespace dravik::win32 {
 namespace {
 
-constexpr int kMargin = 9;
 constexpr UINT kArrange = WM_APP + 0x31;
 constexpr UINT kFocus = WM_APP + 0x32;
 constexpr UINT kFocusLeft = WM_APP + 0x33;
@@ -89,8 +89,9 @@ void Page::addPeers(const ui::Layout& layout, HWND parent, Peer* container) {
         const bool isCell =
             child.widget->kind() == ui::WidgetKind::Label && static_cast<ui::Label&>(*child.widget).isCell();
         if (isCell && !board) board = boards_.emplace_back(std::make_shared<CellBoard>(*this)).get();
-        const auto peer = isCell ? makeCell(static_cast<ui::Label&>(*child.widget), *this, *board)
-                                 : makePeer(*child.widget, *this);
+        const auto peer = isCell
+                              ? makeCell(static_cast<ui::Label&>(*child.widget), *this, *board)
+                              : ui::visit(*child.widget, [this](auto& model) { return make(model, *this); });
         peers_.push_back(peer);
         peer->start(parent, container);
     }
@@ -102,14 +103,14 @@ Peer* Page::peerOf(HWND window) const {
     return nullptr;
 }
 
-LayoutGeometry Page::geometryOf(const ui::Layout& layout) const {
-    return LayoutGeometry(layout, look_->dpi(), [this](const ui::Widget& widget) {
+ui::LayoutGeometry Page::geometryOf(const ui::Layout& layout) const {
+    return ui::LayoutGeometry(layout, look_->dpi(), [this](const ui::Widget& widget) {
         Peer* peer = platform_.peerOf(widget);
-        return peer ? peer->measure() : Measure{};
+        return peer ? peer->measure() : ui::Measure{};
     });
 }
 
-void Page::place(const std::vector<PlacedWidget>& placed) {
+void Page::place(const std::vector<ui::PlacedWidget>& placed) {
     // Being shown erases everything; until then nothing need be erased where it comes to stand.
     const UINT unseen = IsWindowVisible(window()) ? 0u : SWP_DEFERERASE;
     HDWP batch = BeginDeferWindowPos(static_cast<int>(placed.size()));
@@ -119,9 +120,9 @@ void Page::place(const std::vector<PlacedWidget>& placed) {
             batch = DeferWindowPos(batch, window, nullptr, to.left, to.top, widthOf(to), heightOf(to),
                                    SWP_NOZORDER | SWP_NOACTIVATE | (appears ? SWP_SHOWWINDOW : 0u) | unseen);
     };
-    std::vector<std::pair<std::shared_ptr<Peer>, Box>> moved;
+    std::vector<std::pair<std::shared_ptr<Peer>, ui::Box>> moved;
     std::set<CellBoard*> boards;
-    for (const PlacedWidget& item : placed) {
+    for (const ui::PlacedWidget& item : placed) {
         Peer* peer = platform_.peerOf(*item.widget);
         if (!peer || !peer->window()) continue;
         const RECT to = peer->windowPlace(item.box);
@@ -143,17 +144,17 @@ void Page::place(const std::vector<PlacedWidget>& placed) {
         if (peer->window()) peer->placed(box);
 }
 
-Extent Page::minimum() const {
+ui::Extent Page::minimum() const {
     if (!attached_) return {};
-    const int margins = 2 * look_->px(kMargin);
-    const Extent inside = geometryOf(form_.layout()).minimum();
+    const int margins = 2 * look_->px(ui::kMargin);
+    const ui::Extent inside = geometryOf(form_.layout()).minimum();
     return {inside.width + margins, inside.height + margins};
 }
 
-Extent Page::preferred() const {
+ui::Extent Page::preferred() const {
     if (!attached_) return knownPreferred_;
-    const int margins = 2 * look_->px(kMargin);
-    const Extent inside = geometryOf(form_.layout()).preferred();
+    const int margins = 2 * look_->px(ui::kMargin);
+    const ui::Extent inside = geometryOf(form_.layout()).preferred();
     return {inside.width + margins, inside.height + margins};
 }
 
@@ -165,11 +166,11 @@ void Page::arrange() {
     guarded([&] {
         RECT client{};
         GetClientRect(window(), &client);
-        const int margin = look_->px(kMargin);
-        const LayoutGeometry geometry = geometryOf(form_.layout());
+        const int margin = look_->px(ui::kMargin);
+        const ui::LayoutGeometry geometry = geometryOf(form_.layout());
         place(geometry.place({margin, margin, client.right - 2 * margin, client.bottom - 2 * margin}));
-        const Extent wanted{geometry.preferred().width + 2 * margin,
-                            geometry.preferred().height + 2 * margin};
+        const ui::Extent wanted{geometry.preferred().width + 2 * margin,
+                                geometry.preferred().height + 2 * margin};
         resized = std::exchange(knownPreferred_, wanted) != wanted;
     });
     arranging_ = false;

@@ -11,10 +11,10 @@
 #include <vector>
 
 #include "ui/Form.h"
+#include "ui/LayoutGeometry.h"
 #include "windows/win32/Ambient.h"
 #include "windows/win32/AnsweredWindow.h"
 #include "windows/win32/CellBoard.h"
-#include "windows/win32/LayoutGeometry.h"
 #include "windows/win32/Look.h"
 #include "windows/win32/Peer.h"
 #include "windows/win32/ToolTips.h"
@@ -39,8 +39,8 @@ class Page : public AnsweredWindow, public std::enable_shared_from_this<Page> {
     ToolTips& toolTips() noexcept { return toolTips_; }
     ui::Form& form() const noexcept { return form_; }
 
-    Extent minimum() const;
-    Extent preferred() const;
+    ui::Extent minimum() const;
+    ui::Extent preferred() const;
     void setDpi(int dpi);
     void setAmbient(const Ambient& ambient);
     void setInert(bool inert);
@@ -55,8 +55,8 @@ class Page : public AnsweredWindow, public std::enable_shared_from_this<Page> {
     // Before the page is first seen; nothing is placed until then.
     void arrangeFirst();
     // Makes room for widgets in a container's inside.
-    LayoutGeometry geometryOf(const ui::Layout& layout) const;
-    void place(const std::vector<PlacedWidget>& placed);
+    ui::LayoutGeometry geometryOf(const ui::Layout& layout) const;
+    void place(const std::vector<ui::PlacedWidget>& placed);
 
     // Peers for all widgets of a container, in the order of its layout.
     void addPeers(const ui::Layout& layout, HWND parent, Peer* container);
@@ -123,7 +123,7 @@ class Page : public AnsweredWindow, public std::enable_shared_from_this<Page> {
     std::unordered_map<HWND, Peer*> byWindow_;
     std::vector<ui::Connection> connections_;
     HWND lastFocus_ = nullptr;
-    Extent knownPreferred_;
+    ui::Extent knownPreferred_;
     UINT lastId_ = 1000;
     bool attached_ = true;
     bool inert_ = false;

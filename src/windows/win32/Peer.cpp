@@ -152,9 +152,9 @@ HWND Peer::makeWindow(const wchar_t* className, HWND parent, DWORD style, DWORD 
                            nullptr);
 }
 
-const Measure& Peer::measure() {
+const ui::Measure& Peer::measure() {
     if (!measured_) {
-        measured_ = attached_ ? ask() : Measure{};
+        measured_ = attached_ ? ask() : ui::Measure{};
         measured_->visible = attached_ && model_.visible();
     }
     return *measured_;
@@ -162,14 +162,14 @@ const Measure& Peer::measure() {
 
 void Peer::sizeChanged() {
     if (!measured_) return;  // nobody has asked yet
-    const Measure before = *measured_;
+    const ui::Measure before = *measured_;
     measured_.reset();
     if (measure() == before) return;
     for (Peer* outer = container_; outer; outer = outer->container_) outer->forgetMeasure();
     page_.arrangeSoon();
 }
 
-RECT Peer::windowPlace(const Box& box) const {
+RECT Peer::windowPlace(const ui::Box& box) const {
     return {box.left, box.top, box.left + box.width, box.top + box.height};
 }
 
@@ -180,7 +180,7 @@ bool Peer::stands(const RECT& place) const {
     return EqualRect(&now, &place);
 }
 
-void Peer::placed(const Box&) {}
+void Peer::placed(const ui::Box&) {}
 
 bool Peer::isUsable() const {
     if (!attached_ || !window() || !model_.enabled() || !model_.visible()) return false;

@@ -9,10 +9,10 @@
 #include <optional>
 #include <string>
 
+#include "ui/LayoutGeometry.h"
 #include "ui/Widget.h"
 #include "windows/win32/AnsweredWindow.h"
 #include "windows/win32/Guard.h"
-#include "windows/win32/LayoutGeometry.h"
 
 namespace dravik::win32 {
 
@@ -43,14 +43,14 @@ class Peer : public AnsweredWindow, public std::enable_shared_from_this<Peer> {
     Peer* container() const noexcept { return container_; }
 
     // Measured anew after sizeChanged() and when the look changes.
-    const Measure& measure();
+    const ui::Measure& measure();
     void forgetMeasure() noexcept { measured_.reset(); }
     // Its place among the windows of its parent.
-    virtual RECT windowPlace(const Box& box) const;
+    virtual RECT windowPlace(const ui::Box& box) const;
     // The window stands there already.
     virtual bool stands(const RECT& place) const;
     // The window has been given this place.
-    virtual void placed(const Box& box);
+    virtual void placed(const ui::Box& box);
     // The window that it is a part of, when it has none of its own.
     virtual CellBoard* board() const { return nullptr; }
 
@@ -93,7 +93,7 @@ class Peer : public AnsweredWindow, public std::enable_shared_from_this<Peer> {
     virtual void opened(HWND made);
     // The window shows the state of the model.
     virtual void started() {}
-    virtual Measure ask() = 0;
+    virtual ui::Measure ask() = 0;
     // Shows one kind of change; every override passes on what it does not handle.
     virtual void show(ui::Change change);
     virtual HFONT wantedFont() const;
@@ -139,7 +139,7 @@ class Peer : public AnsweredWindow, public std::enable_shared_from_this<Peer> {
     const std::wstring name_;
     Peer* container_ = nullptr;
     ui::Connection changed_;
-    std::optional<Measure> measured_;
+    std::optional<ui::Measure> measured_;
     LRESULT accessibleClass_ = 0;
     POINT lastMove_{-1, -1};
     bool attached_ = true;

@@ -1,5 +1,4 @@
-// One function per kind of widget makes its peer; makePeer() picks the one for a widget's kind, so that a new
-// form or control needs no change here.
+// One function per kind of widget makes its peer.
 #pragma once
 
 #include <memory>
@@ -19,23 +18,20 @@ namespace dravik::win32 {
 
 class CellBoard;
 
-std::shared_ptr<Peer> makeLabel(ui::Label& model, Page& page);
+std::shared_ptr<Peer> make(ui::Label& model, Page& page);
 std::shared_ptr<Peer> makeCell(ui::Label& model, Page& page, CellBoard& board);
-std::shared_ptr<Peer> makeTextBox(ui::TextBox& model, Page& page);
-std::shared_ptr<Peer> makeButton(ui::Button& model, Page& page);
-std::shared_ptr<Peer> makeCheckBox(ui::CheckBox& model, Page& page);
-std::shared_ptr<Peer> makeOptionButton(ui::OptionButton& model, Page& page);
-std::shared_ptr<Peer> makeComboBox(ui::ComboBox& model, Page& page);
-std::shared_ptr<Peer> makeListBox(ui::ListBox& model, Page& page);
-std::shared_ptr<Peer> makeFrame(ui::Frame& model, Page& page);
-std::shared_ptr<Peer> makeProgressBar(ui::ProgressBar& model, Page& page);
-std::shared_ptr<Peer> makeStatusBar(ui::StatusBar& model, Page& page);
-std::shared_ptr<Peer> makeToolbar(ui::Toolbar& model, Page& page);
-std::shared_ptr<Peer> makeUpDown(ui::UpDown& model, Page& page);
-std::shared_ptr<Peer> makeGrid(ui::Grid& model, Page& page);
-std::shared_ptr<Peer> makeChart(ui::Chart& model, Page& page);
-
-// Of every kind but cells. Raises Invalid procedure call (5) for a form inside of a form.
-std::shared_ptr<Peer> makePeer(ui::Widget& model, Page& page);
+std::shared_ptr<Peer> make(ui::TextBox& model, Page& page);
+std::shared_ptr<Peer> make(ui::Button& model, Page& page);
+std::shared_ptr<Peer> make(ui::CheckBox& model, Page& page);
+std::shared_ptr<Peer> make(ui::OptionButton& model, Page& page);
+std::shared_ptr<Peer> make(ui::ComboBox& model, Page& page);
+std::shared_ptr<Peer> make(ui::ListBox& model, Page& page);
+std::shared_ptr<Peer> make(ui::Frame& model, Page& page);
+std::shared_ptr<Peer> make(ui::ProgressBar& model, Page& page);
+std::shared_ptr<Peer> make(ui::StatusBar& model, Page& page);
+std::shared_ptr<Peer> make(ui::Toolbar& model, Page& page);
+std::shared_ptr<Peer> make(ui::UpDown& model, Page& page);
+std::shared_ptr<Peer> make(ui::Grid& model, Page& page);
+std::shared_ptr<Peer> make(ui::Chart& model, Page& page);
 
 }  // namespace dravik::win32

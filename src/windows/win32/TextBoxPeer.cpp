@@ -40,7 +40,7 @@ class TextBoxPeer : public PeerOf<ui::TextBox> {
         return look().brush(ground);
     }
     // The text of a flat box stands on the line of the captions beside it.
-    RECT windowPlace(const Box& box) const override {
+    RECT windowPlace(const ui::Box& box) const override {
         RECT place = Peer::windowPlace(box);
         if (!isFlat()) return place;
         const int line = look().lineHeight(wantedFont());
@@ -57,7 +57,7 @@ class TextBoxPeer : public PeerOf<ui::TextBox> {
     HWND make(HWND parent) override {
         return makeWindow(WC_EDITW, parent, WS_TABSTOP | ES_AUTOHSCROLL, WS_EX_CLIENTEDGE);
     }
-    Measure ask() override {
+    ui::Measure ask() override {
         const HFONT font = wantedFont();
         const int height = look().lineHeight(font) + look().px(8);
         if (isFlat()) {
@@ -195,7 +195,7 @@ class TextBoxPeer : public PeerOf<ui::TextBox> {
 
 }  // namespace
 
-std::shared_ptr<Peer> makeTextBox(ui::TextBox& model, Page& page) {
+std::shared_ptr<Peer> make(ui::TextBox& model, Page& page) {
     return std::make_shared<TextBoxPeer>(model, page);
 }
 

@@ -64,10 +64,10 @@ class ToolbarPeer : public PeerOf<ui::Toolbar> {
                           WS_TABSTOP | TBSTYLE_FLAT | TBSTYLE_LIST | TBSTYLE_TOOLTIPS | TBSTYLE_CUSTOMERASE |
                               CCS_NOPARENTALIGN | CCS_NORESIZE | CCS_NODIVIDER);
     }
-    Measure ask() override {
+    ui::Measure ask() override {
         int width = 0;
         for (const auto& button : model_.buttons()) width += widthFor(*button);
-        const Extent size{width, buttonHeight()};
+        const ui::Extent size{width, buttonHeight()};
         return {size, size, true, true, false, false};
     }
 
@@ -240,7 +240,7 @@ class ToolbarPeer : public PeerOf<ui::Toolbar> {
 
 }  // namespace
 
-std::shared_ptr<Peer> makeToolbar(ui::Toolbar& model, Page& page) {
+std::shared_ptr<Peer> make(ui::Toolbar& model, Page& page) {
     return std::make_shared<ToolbarPeer>(model, page);
 }
 

@@ -1,3 +1,5 @@
+// The list that drops down and the one that stands open.
+#include <QComboBox>
 #include <QKeyEvent>
 #include <QListWidget>
 #include <QSignalBlocker>
@@ -8,6 +10,36 @@
 
 namespace dravik::qt {
 namespace {
+
+template <class View>
+void fill(View& view, const std::vector<std::string>& items) {
+    QStringList texts;
+    for (const auto& item : items) texts << qtText(item);
+    view.clear();
+    view.addItems(texts);
+}
+
+class ComboBoxPeer : public PeerOf<ui::ComboBox, QComboBox> {
+  public:
+    ComboBoxPeer(ui::ComboBox& model, QComboBox& view) : PeerOf(model, view) {
+        view.setSizeAdjustPolicy(QComboBox::AdjustToContents);
+        connect(&view, &QComboBox::activated, this,
+                [this](int index) { act([&] { model_.setListIndex(index); }); });
+    }
+
+  protected:
+    void show(ui::Change change) override {
+        if (change == ui::Change::Items) {
+            const QSignalBlocker blocker(view_);
+            fill(view_, model_.items());
+            view_.setCurrentIndex(model_.listIndex());
+        } else if (change == ui::Change::Selection) {
+            view_.setCurrentIndex(model_.listIndex());
+        } else {
+            Peer::show(change);
+        }
+    }
+};
 
 class ListBoxPeer : public PeerOf<ui::ListBox, QListWidget> {
   public:
@@ -25,10 +57,7 @@ class ListBoxPeer : public PeerOf<ui::ListBox, QListWidget> {
     void show(ui::Change change) override {
         if (change == ui::Change::Items) {
             const QSignalBlocker blocker(view_);
-            QStringList items;
-            for (const auto& item : model_.items()) items << qtText(item);
-            view_.clear();
-            view_.addItems(items);
+            fill(view_, model_.items());
             showSelection();
         } else if (change == ui::Change::Selection) {
             showSelection();
@@ -59,10 +88,12 @@ class ListBoxPeer : public PeerOf<ui::ListBox, QListWidget> {
 
 }  // namespace
 
-QWidget* makeListBox(ui::ListBox& model, QWidget* parent) {
-    auto* view = new QListWidget(parent);
-    (new ListBoxPeer(model, *view))->start();
-    return view;
+QWidget* make(ui::ComboBox& model, QWidget* parent) {
+    return viewWith<ComboBoxPeer>(model, parent);
+}
+
+QWidget* make(ui::ListBox& model, QWidget* parent) {
+    return viewWith<ListBoxPeer>(model, parent);
 }
 
 }  // namespace dravik::qt

@@ -1,5 +1,5 @@
-// The arithmetic of the arrangement, without a window.
-#include "windows/win32/LayoutGeometry.h"
+// The arithmetic of the arrangement, with made-up sizes of widgets.
+#include "ui/LayoutGeometry.h"
 
 #include <gtest/gtest.h>
 
@@ -11,7 +11,6 @@
 namespace dravik::test {
 
 using namespace ui;
-using namespace win32;
 namespace {
 
 class Geometry : public testing::Test {
@@ -101,6 +100,17 @@ TEST_F(Geometry, TwipsFollowTheDisplayScale) {
     EXPECT_EQ(boxes[&a], (Box{15, 30, 35, 35}));
     EXPECT_EQ(boxes[&b], (Box{54, 30, 35, 35}));
     EXPECT_EQ(boxes[&c].top, 90 + 9);
+}
+
+TEST_F(Geometry, FromRightToLeftAllIsMirroredButTheInsidesOfFixedPlaces) {
+    layout = row({item(a), fixed({{&b, {0, 0, 300, 300}}, {&c, {300, 0, 150, 300}}}),
+                  column({item(d).ownSize()}).stretched()});
+    std::map<const Widget*, Box> boxes;
+    for (const auto& item : geometry().place({10, 0, 200, 40}, true)) boxes[item.widget] = item.box;
+    EXPECT_EQ(boxes[&a], (Box{160, 0, 50, 40}));
+    EXPECT_EQ(boxes[&b], (Box{124, 0, 20, 20}));
+    EXPECT_EQ(boxes[&c], (Box{144, 0, 10, 20}));
+    EXPECT_EQ(boxes[&d], (Box{78, 0, 40, 20})) << "what keeps its own width stands at the right";
 }
 
 TEST_F(Geometry, TextsShrinkOnlyWhereTheyAreGivenAShare) {
