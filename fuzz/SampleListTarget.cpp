@@ -2,7 +2,7 @@
 #include <string_view>
 
 #include "FuzzTargets.h"
-#include "trainer/SampleList.h"
+#include "trainer/commands/SampleList.h"
 
 namespace dravik {
 

@@ -1,7 +1,9 @@
-// dravik-trainer: headless commands, or the window.
+// dravik-trainer: the commands, or the window.
 #include <QApplication>
 #include <QCoreApplication>
+#include <algorithm>
 #include <iostream>
+#include <memory>
 #include <optional>
 #include <string>
 #include <vector>
@@ -13,22 +15,15 @@
 #include "base/Failure.h"
 #include "qt/Display.h"
 #include "qt/MainWindow.h"
-#include "qt/QtConversions.h"
 #include "qt/QtImage.h"
 #include "qt/QtPlatform.h"
 #include "qt/Theme.h"
-#include "trainer/commands/Arguments.h"
 #include "trainer/commands/CommandLine.h"
 
 namespace {
 
 using namespace dravik;
 using namespace dravik::qt;
-
-int complain(const std::string& problem, int code) {
-    std::cerr << "dravik-trainer: " << problem << std::endl;
-    return code;
-}
 
 bool errIsTerminal() {
 #ifdef Q_OS_UNIX
@@ -38,10 +33,27 @@ bool errIsTerminal() {
 #endif
 }
 
+trainer::CommandStreams streams() {
+    return {std::cout, std::cerr, errIsTerminal()};
+}
+
+trainer::CommandLine parsed(int argc, char** argv) {
+    return trainer::parseCommandLine({argv + 1, argv + argc}, {.hasThemes = true});
+}
+
+// Qt takes options of its own out of the arguments, such as the -session of a session manager: one dash.
+bool mayBeForQt(const trainer::CommandLine& line, int argc, char** argv) {
+    const auto* notice = std::get_if<trainer::Notice>(&line);
+    return notice && notice->status == 2 &&
+           std::any_of(argv + 1, argv + argc, [](const std::string& argument) {
+               return argument.starts_with('-') && !argument.starts_with("--");
+           });
+}
+
 int runWindow(const trainer::WindowOptions& options) {
+    useTheme(options.theme == "dark" ? Theme::Dark : options.theme == "light" ? Theme::Light : Theme::System);
     QtPlatform platform;
-    trainer::Trainer trainer(platform, options.jobs.empty() ? JobFolder() : JobFolder(options.jobs),
-                             decodeImageFile, true);
+    trainer::Trainer trainer(platform, options.folder, decodeImageFile, true);
     MainWindow window(trainer, platform);
     platform.setMainWindow(&window);
     window.show();
@@ -52,24 +64,20 @@ int runWindow(const trainer::WindowOptions& options) {
 int run(int argc, char** argv) {
     QCoreApplication::setOrganizationName(QStringLiteral("Dravik"));
     QCoreApplication::setApplicationName(QStringLiteral("Dravik Trainer"));
-    std::vector<std::string> arguments(argv + 1, argv + argc);
-    if (trainer::isHeadlessCommand(arguments)) {
-        const QCoreApplication application(argc, argv);  // image formats are plug-ins of it
-        return trainer::runHeadless(arguments, decodeImageFile, std::cout, std::cerr, errIsTerminal());
+    auto line = parsed(argc, argv);
+    std::unique_ptr<QCoreApplication> application;
+    const std::optional<std::string> missing = missingForDisplay();
+    if (!missing && (std::holds_alternative<trainer::WindowOptions>(line) || mayBeForQt(line, argc, argv))) {
+        application = std::make_unique<QApplication>(argc, argv);
+        line = parsed(argc, argv);
+    } else {
+        application = std::make_unique<QCoreApplication>(argc, argv);  // image formats are plug-ins of it
     }
-
-    if (const std::optional<std::string> missing = missingForDisplay())
-        return complain(*missing + "; the commands learn, read and fonts need none (see --help)", 1);
-    const QApplication application(argc, argv);
-    arguments.clear();
-    for (const QString& argument : QCoreApplication::arguments().mid(1)) arguments.push_back(utf8(argument));
-    const std::string theme = trainer::takeOption(arguments, "--theme");
-    const trainer::WindowOptions options = trainer::windowOptions(arguments);
-    if (!options.problem.empty()) return complain(options.problem, 2);
-    if (!theme.empty() && theme != "light" && theme != "dark" && theme != "system")
-        return complain("--theme is light, dark or system", 2);
-    useTheme(theme == "dark" ? Theme::Dark : theme == "light" ? Theme::Light : Theme::System);
-    return runWindow(options);
+    const auto* window = std::get_if<trainer::WindowOptions>(&line);
+    if (!window) return trainer::runCommand(line, decodeImageFile, streams());
+    if (!missing) return runWindow(*window);
+    streams().problem(*missing + "; the commands learn, read and fonts need none (see --help)");
+    return 1;
 }
 
 }  // namespace
@@ -78,6 +86,7 @@ int main(int argc, char** argv) {
     try {
         return run(argc, argv);
     } catch (...) {
-        return complain(dravik::currentFailure().description(), 1);
+        streams().problem(dravik::currentFailure().description());
+        return 1;
     }
 }

@@ -10,13 +10,12 @@
 #include <string_view>
 #include <vector>
 
-#include "engine/image/GreyImage.h"
+#include "engine/image/ImageDecoder.h"
 #include "ui/Signal.h"
 
 namespace dravik::trainer {
 
-// Decodes an image file to grey; raises Failure whose description names the file and the problem.
-using ImageDecoder = std::function<engine::GreyImage(const std::string& path)>;
+using engine::ImageDecoder;
 
 // ".png" and the like, in small letters: files of a folder with such a name are taken for images.
 std::span<const std::string_view> imageExtensions() noexcept;

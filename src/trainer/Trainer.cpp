@@ -4,7 +4,8 @@
 
 #include "base/Failure.h"
 #include "base/Text.h"
-#include "tool/Samples.h"
+#include "tool/CaseRule.h"
+#include "tool/IncludeRules.h"
 
 namespace dravik::trainer {
 namespace {
@@ -29,18 +30,9 @@ struct Trainer::Parts {
     // The text as Include hands it to the tool.
     std::string textToInclude() {
         const auto& typing = control.screen().sample;
-        auto text = trimmed(typing.txtSampleInput.text());
+        const auto text = tool::textToInclude(typing.txtSampleInput.text());
         if (!typing.chkCase.checked() || text.empty()) return text;
-        bool upper = false;
-        bool lower = false;
-        if (const auto trained = tool->GetSampleData(tool::kAllTrained, tool::kCharacterFields)) {
-            for (const auto code : trained->codes()) {
-                upper = upper || (code >= 'A' && code <= 'Z');
-                lower = lower || (code >= 'a' && code <= 'z');
-            }
-        }
-        if (upper == lower) return text;
-        return upper ? upperCase(text) : lowerCase(text);
+        return tool::inCase(text, tool::fontCase(*tool));
     }
 
     void findPreview() {

@@ -7,7 +7,7 @@
 
 #include "base/Paths.h"
 #include "base/Text.h"
-#include "trainer/SampleList.h"
+#include "trainer/commands/SampleList.h"
 
 namespace dravik::test {
 namespace {

@@ -10,9 +10,9 @@
 namespace dravik::test {
 
 using namespace trainer;
-using namespace ui;
 namespace {
 
+using testing::AllOf;
 using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
@@ -25,47 +25,118 @@ CommandResult run(const std::vector<std::string>& arguments) {
     return {status, linesOf(out.str()), linesOf(err.str())};
 }
 
+CommandLine parsed(const std::vector<std::string>& arguments, bool hasThemes = true) {
+    return parseCommandLine(arguments, {hasThemes});
+}
+
 TEST(CommandLine, AWrongCommandLineIsOneLineWithAHintAndExitTwo) {
+    const std::string learn = " (see dravik-trainer learn --help)";
+    const std::string read = " (see dravik-trainer read --help)";
+    const std::string fonts = " (see dravik-trainer fonts --help)";
+    const std::string program = " (see dravik-trainer --help)";
     const std::vector<std::pair<std::vector<std::string>, std::string>> kCases = {
-        {{}, "no command"},
-        {{"teach"}, "unknown command teach"},
-        {{"learn", "--samples", "x.tsv"}, "learn needs --font NAME"},
-        {{"learn", "--font", "f"}, "learn needs --samples LIST.tsv"},
-        {{"learn", "--font", "--samples", "x.tsv"}, "option --font needs a value"},
-        {{"learn", "--font", "f", "--samples"}, "option --samples needs a value"},
-        {{"learn", "--font", " ", "--samples", "x"}, "the value of --font is empty"},
-        {{"learn", "--font", "f", "--font=g", "--samples", "x"}, "option --font is given twice"},
-        {{"learn", "--font", "f", "--samples", "x", "y"}, "unexpected argument y"},
+        {{"learn", "--samples", "x.tsv"}, "learn needs --font NAME" + learn},
+        {{"learn", "--font", "f"}, "learn needs --samples LIST.tsv" + learn},
+        {{"learn", "--font", "--samples", "x.tsv"}, "option --font needs a value" + learn},
+        {{"learn", "--font", "f", "--samples"}, "option --samples needs a value" + learn},
+        {{"learn", "--font", " ", "--samples", "x"}, "--font: the value is empty" + learn},
+        {{"learn", "--font", "f", "--font=g", "--samples", "x"}, "option --font is given twice" + learn},
+        {{"learn", "--font", "f", "--samples", "x", "y"}, "unexpected argument y" + learn},
         {{"learn", "--font", "f", "--samples", "x", "--timeout", "0"},
-         "--timeout takes whole seconds from 1 to 86400, not 0"},
+         "--timeout takes whole seconds from 1 to 86400, not 0" + learn},
         {{"learn", "--font", "f", "--samples", "x", "--timeout", "10s"},
-         "--timeout takes whole seconds from 1 to 86400, not 10s"},
-        {{"learn", "--font", "f", "--samples", "x", "--charset="}, "the value of --charset is empty"},
-        {{"learn", "--font", "f", "--samples", "x", "--charset", "A\tB"}, "--charset is not UTF-8 text"},
-        {{"read", "--font", "f"}, "read needs at least one image"},
-        {{"read", "a.pgm"}, "read needs --font NAME"},
-        {{"read", "--font", "f", "--samples", "x", "a.pgm"}, "unknown option --samples"},
-        {{"read", "--font", "f", "--reject", "1.5", "a.pgm"}, "--reject takes a number from 0 to 1, not 1.5"},
-        {{"read", "--font", "f", "--reject", "nan", "a.pgm"}, "--reject takes a number from 0 to 1, not nan"},
-        {{"read", "--font", "f", "--confidence=1", "a.pgm"}, "no value goes with option --confidence"},
-        {{"read", "--font", "--confidence", "a.pgm"}, "option --font needs a value"},
-        {{"fonts", "--jobs="}, "the value of --jobs is empty"},
-        {{"fonts", "all"}, "unexpected argument all"}};
+         "--timeout takes whole seconds from 1 to 86400, not 10s" + learn},
+        {{"learn", "--font", "f", "--samples", "x", "--charset="}, "option --charset needs a value" + learn},
+        {{"learn", "--font", "f", "--samples", "x", "--charset", "A\tB"},
+         "--charset: is not UTF-8 text" + learn},
+        {{"read", "--font", "f"}, "read needs IMAGE" + read},
+        {{"read", "a.pgm"}, "read needs --font NAME" + read},
+        {{"read", "--font", "f", "--samples", "x", "a.pgm"}, "unknown option --samples" + read},
+        {{"read", "--font", "f", "--reject", "1.5", "a.pgm"},
+         "--reject takes a number from 0 to 1, not 1.5" + read},
+        {{"read", "--font", "f", "--reject", "nan", "a.pgm"},
+         "--reject takes a number from 0 to 1, not nan" + read},
+        {{"read", "--font", "f", "--confidence=1", "a.pgm"}, "no value goes with option --confidence" + read},
+        {{"read", "--font", "--confidence", "a.pgm"}, "option --font needs a value" + read},
+        {{"fonts", "--jobs="}, "option --jobs needs a value" + fonts},
+        {{"fonts", "all"}, "unexpected argument all" + fonts},
+        {{"--nosuch"}, "unknown option --nosuch" + program},
+        {{"-v"}, "unknown option -v" + program},
+        {{"--jobs=", "a.png"}, "option --jobs needs a value" + program},
+        {{"--theme", "blue"}, "--theme: takes light, dark or system, not blue" + program}};
     for (const auto& [arguments, problem] : kCases) {
         const auto result = run(arguments);
         EXPECT_EQ(result.status, 2) << problem;
         EXPECT_THAT(result.out, IsEmpty());
-        EXPECT_THAT(result.err, ElementsAre("dravik-trainer: " + problem + " (see dravik-trainer --help)"));
+        EXPECT_THAT(result.err, ElementsAre("dravik-trainer: " + problem));
     }
+    EXPECT_EQ(std::get<Notice>(parsed({"--theme", "dark"}, false)).status, 2)
+        << "a front end without themes has no such option";
+}
+
+TEST(CommandLine, AMistypedCommandIsNoImageAndOpensNoWindow) {
+    for (const char* word : {"lern", "foo", "help", "LEARN"}) {
+        const auto result = run({word, "--font", "f"});
+        EXPECT_EQ(result.status, 2);
+        EXPECT_THAT(result.err, ElementsAre(AllOf(HasSubstr(word), HasSubstr("learn, read and fonts"))));
+    }
+    const Workspace workspace;
+    const auto image = workspace.draw("part.pgm", "1");
+    EXPECT_EQ(run({"lern", image}).status, 2);
+    EXPECT_EQ(run({"--jobs", "x", "lern"}).status, 2);
+
+    const auto gone = run({"gone.png", workspace.path("none.png")});
+    EXPECT_EQ(gone.status, 1);
+    EXPECT_THAT(gone.err, ElementsAre("dravik-trainer: gone.png, " + workspace.path("none.png") +
+                                      ": no such file or folder"));
+}
+
+TEST(CommandLine, WhatExistsOpensTheWindow) {
+    const Workspace workspace;
+    const auto image = workspace.draw("part.pgm", "1");
+    const auto line = parsed({"gone.png", "--jobs", "there", "--theme=dark", "--", image, "learn", "[a,b]"});
+    const auto* window = std::get_if<WindowOptions>(&line);
+    ASSERT_TRUE(window);
+    EXPECT_THAT(window->paths, ElementsAre("gone.png", image, "learn", "./[a,b]"));
+    EXPECT_EQ(window->folder.folder(), JobFolder("there").folder());
+    EXPECT_EQ(window->theme, "dark");
+    EXPECT_TRUE(std::holds_alternative<WindowOptions>(parsed({})));
+    EXPECT_TRUE(std::holds_alternative<WindowOptions>(parsed({image, "learn"})))
+        << "a command stands in front";
+}
+
+TEST(CommandLine, ValuesAreTakenAsTheyAreGiven) {
+    const auto line =
+        parsed({"learn", "--font=a=b", "--samples", "x.tsv", "--charset", "[-,\"]", "--timeout", "010"});
+    const auto* learning = std::get_if<LearnOptions>(&line);
+    ASSERT_TRUE(learning);
+    EXPECT_EQ(learning->font, "a=b");
+    EXPECT_EQ(learning->characters, "[-,\"]");
+    EXPECT_EQ(learning->seconds, 10);
+
+    const auto reading =
+        parsed({"read", "--font", "f", "--reject=0.5", "a.pgm", "--confidence", "--", "--b.pgm", "[c]"});
+    ASSERT_TRUE(std::holds_alternative<ReadOptions>(reading));
+    EXPECT_THAT(std::get<ReadOptions>(reading).images, ElementsAre("a.pgm", "--b.pgm", "./[c]"));
+    EXPECT_EQ(std::get<ReadOptions>(reading).rejectLimit, 0.5);
+    EXPECT_TRUE(std::get<ReadOptions>(reading).showsConfidence);
 }
 
 TEST(CommandLine, HelpAndVersionAreResults) {
     EXPECT_THAT(run({"--version"}).out, ElementsAre(StartsWith("dravik-trainer ")));
-    for (const auto& arguments : {std::vector<std::string>{"--help"}, {"learn", "--help"}, {"read", "-h"}}) {
-        const auto result = run(arguments);
-        EXPECT_EQ(result.status, 0);
-        EXPECT_THAT(result.err, IsEmpty());
-        EXPECT_THAT(result.out.at(0), StartsWith("Usage: dravik-trainer"));
+    const std::vector<std::pair<std::vector<std::string>, std::vector<std::string>>> kCases = {
+        {{"--help"},
+         {"Usage: dravik-trainer [OPTIONS] [IMAGE|FOLDER...]", "--theme", "learn", "read", "fonts",
+          "Exit status"}},
+        {{"learn", "--help"}, {"Usage: dravik-trainer learn [OPTIONS]", "--charset", "1 to 86400"}},
+        {{"read", "-h"}, {"Usage: dravik-trainer read [OPTIONS] IMAGE", "0 to 1"}},
+        {{"fonts", "--help"}, {"Usage: dravik-trainer fonts [OPTIONS]", "--jobs"}}};
+    for (const auto& [arguments, says] : kCases) {
+        std::ostringstream out;
+        std::ostringstream err;
+        EXPECT_EQ(runHeadless(arguments, readPgm, out, err, false), 0);
+        EXPECT_EQ(err.str(), "");
+        for (const auto& text : says) EXPECT_THAT(out.str(), HasSubstr(text));
     }
 }
 
@@ -75,20 +146,6 @@ TEST(CommandLine, ResultsThatCannotBeWrittenAreAFailure) {
     std::ostringstream err;
     EXPECT_EQ(runHeadless({"--version"}, readPgm, full, err, false), 1);
     EXPECT_EQ(err.str(), "dravik-trainer: the results cannot be written\n");
-}
-
-TEST(CommandLine, OnlyCommandsAreHeadless) {
-    EXPECT_TRUE(isHeadlessCommand({"fonts"}));
-    EXPECT_TRUE(isHeadlessCommand({"--help"}));
-    EXPECT_FALSE(isHeadlessCommand({}));
-    EXPECT_FALSE(isHeadlessCommand({"./learn"}));
-
-    const auto options = windowOptions({"a.png", "--jobs", "there", "--", "-b.png"});
-    EXPECT_EQ(options.problem, "");
-    EXPECT_EQ(options.jobs, "there");
-    EXPECT_THAT(options.paths, ElementsAre("a.png", "-b.png"));
-    EXPECT_THAT(windowOptions({"--full"}).problem, HasSubstr("unknown option --full"));
-    EXPECT_THAT(windowOptions({"--jobs="}).problem, HasSubstr("--jobs is empty"));
 }
 
 }  // namespace

@@ -1,4 +1,4 @@
-// The commands from end to end: real images, the real screen model, the real tool.
+// The commands from end to end: real images, the real tool.
 #include <gmock/gmock.h>
 
 #include <csignal>
@@ -7,15 +7,12 @@
 #include <sstream>
 
 #include "base/Failure.h"
-#include "trainer/commands/CommandLine.h"
 #include "trainer/support/PgmFile.h"
 #include "trainer/support/Workspace.h"
 
 namespace dravik::test {
 
 using namespace engine;
-using namespace trainer;
-using namespace ui;
 namespace {
 
 using testing::AllOf;

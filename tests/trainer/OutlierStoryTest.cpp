@@ -26,7 +26,6 @@ namespace dravik::test {
 using namespace engine;
 using namespace screen;
 using namespace tool;
-using namespace trainer;
 using namespace ui;
 namespace {
 

@@ -8,7 +8,7 @@
 
 #include "base/Text.h"
 #include "engine/PngFile.h"
-#include "trainer/SampleList.h"
+#include "trainer/commands/SampleList.h"
 #include "trainer/support/Differences.h"
 #include "trainer/support/Workspace.h"
 
@@ -16,7 +16,6 @@ namespace dravik::test {
 
 using namespace engine;
 using namespace trainer;
-using namespace ui;
 namespace {
 
 std::vector<ListedSample> partsOf(const std::string& font, const std::string& folder) {

@@ -1,5 +1,5 @@
 #include "base/Paths.h"
-#include "trainer/SampleList.h"
+#include "trainer/commands/SampleList.h"
 
 #include <gmock/gmock.h>
 
@@ -9,7 +9,6 @@ namespace dravik::test {
 
 using namespace engine;
 using namespace trainer;
-using namespace ui;
 namespace {
 
 using testing::ElementsAre;

@@ -9,8 +9,7 @@
 
 #include "base/Failure.h"
 #include "tool/Samples.h"
-#include "trainer/commands/HeadlessPlatform.h"
-#include "trainer/commands/RunLoop.h"
+#include "trainer/support/Operator.h"
 #include "trainer/support/PgmFile.h"
 #include "trainer/support/Workspace.h"
 
@@ -83,7 +82,7 @@ class TrainerTest : public testing::Test {
     void type(const std::string& text) { screen().sample.txtSampleInput.setText(text); }
 
     Workspace workspace;
-    HeadlessPlatform platform;
+    Operator platform;
     Trainer trainer{platform, JobFolder(workspace.jobs()), readPgm, false};
 };
 
@@ -151,9 +150,9 @@ TEST_F(TrainerTest, TheReadingFollowsTheImageTheFontAndTheTraining) {
     trainer.parts().previous();
     EXPECT_EQ(trainer.preview().size(), 5U) << "parts can be looked at meanwhile";
     EXPECT_EQ(trainer.checkText(), "");
-    runTimer(screen().train.tmrTrain, [] {});
+    runTimer(screen().train.tmrTrain);
     EXPECT_EQ(readText(), "123|45|");
-    runTimer(trainer.checkTimer(), [] {});
+    runTimer(trainer.checkTimer());
     EXPECT_THAT(trainer.checkText(), StartsWith("Held-out check (4-fold): "));
     int checks = 0;
     trainer.checkChanged.subscribe([&] { ++checks; });
@@ -246,10 +245,10 @@ TEST_F(TrainerTest, TheFontOfTheLastSessionIsThereAgainAndClosingAsks) {
         EXPECT_TRUE(next.reading().available);
         next.control().screen().sample.txtSampleInput.setText("86");
         next.control().screen().sample.cmdInclude.press();
-        platform.forget();
+        platform.boxes.clear();
     }
-    ASSERT_EQ(platform.asked().size(), 1U);
-    EXPECT_EQ(platform.asked()[0].box.title, "Font Changed");
+    ASSERT_EQ(platform.boxes.size(), 1U);
+    EXPECT_EQ(platform.boxes[0].title, "Font Changed");
     EXPECT_EQ(Workspace::content(workspace.fontFile("digits")), before);
 }
 

@@ -3,7 +3,7 @@
 #include <algorithm>
 
 #include "base/Conversions.h"
-#include "base/Text.h"
+#include "tool/FontName.h"
 
 namespace dravik::screen {
 
@@ -86,9 +86,7 @@ void dlgFontManager::RefreshFontList() {
 }
 
 bool dlgFontManager::FontExists(const std::string& name) const {
-    bool found = false;
-    for (const auto& font : lbFonts.items()) found |= lowerCase(font) == lowerCase(name);
-    return found;
+    return tool::fontExists(name, lbFonts.items());
 }
 
 std::string dlgFontManager::FontCreatedText(const std::string& fontName) const {

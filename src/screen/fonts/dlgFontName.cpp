@@ -1,6 +1,6 @@
 #include "screen/fonts/dlgFontName.h"
 
-#include "screen/fonts/FontName.h"
+#include "tool/FontName.h"
 
 namespace dravik::screen {
 
@@ -26,7 +26,7 @@ dlgFontName::dlgFontName(TraceLog& log, ui::Platform& platform) : procedures_(lo
 
 void dlgFontName::OKButton_Click() {
     procedures_.run("dlgFontName.OKButton_Click", "OKButton_Click", [&] {
-        fontName_ = CleanFontName(txtFontName.text());
+        fontName_ = tool::CleanFontName(txtFontName.text());
         form_.unload();
     });
 }

@@ -3,7 +3,7 @@
 #include <array>
 
 #include "base/Text.h"
-#include "screen/fonts/FontName.h"
+#include "tool/FontName.h"
 
 namespace dravik::screen {
 namespace {
@@ -73,13 +73,13 @@ void dlgFontNew::InitCharSet_Click(std::size_t index) {
 
 void dlgFontNew::OKButton_Click() {
     procedures_.run("dlgFontNew.OKButton_Click", "OKButton_Click", [&] {
-        if (lowerCase(txtFontName.text()) == "new") {
+        if (tool::isReservedFontName(txtFontName.text())) {
             platform_.messageBox({"Font name 'new' is reserved, please select a different name",
                                   "Name Conflict", ui::MessageBox::Buttons::Ok,
                                   ui::MessageBox::Icon::Information});
             return;
         }
-        fontName_ = CleanFontName(txtFontName.text());
+        fontName_ = tool::CleanFontName(txtFontName.text());
         form_.unload();
     });
 }

@@ -1,22 +1,11 @@
 #include "screen/samples/Inclusion.h"
 
-#include <cmath>
-
-#include "base/Conversions.h"
 #include "base/Text.h"
+#include "tool/IncludeRules.h"
 #include "tool/Samples.h"
 
 namespace dravik::screen {
 namespace {
-
-constexpr int kFirstFeatureColumn = 5;
-
-// Negative, or a number that reads "1.#INF" or the like.
-bool isInvalidFeature(const tool::Cell& cell) {
-    if (const auto* number = std::get_if<double>(&cell)) return !std::isfinite(*number) || *number < 0;
-    const std::string text = tool::cellText(cell);
-    return leadingNumber(text) < 0 || text.find('#') != std::string::npos;
-}
 
 std::string counted(const std::string& characters) {
     return "    " + characters + " (" + std::to_string(characterCount(characters)) + " characters)\r\r";
@@ -62,11 +51,10 @@ void Inclusion::AddSamples() {
         ui::TextBox& input = context_.screen.sample.txtSampleInput;
         if (input.text().empty()) return;
         if (context_.screen.sample.chkCase.checked()) {
-            const CharacterCase fontCase = CharSetCase();
-            if (fontCase == CharacterCase::Upper) input.setText(upperCase(input.text()));
-            if (fontCase == CharacterCase::Lower) input.setText(lowerCase(input.text()));
+            const tool::CharacterCase letters = CharSetCase();
+            if (tool::isSingleCase(letters)) input.setText(tool::inCase(input.text(), letters));
         }
-        const std::string text = trimmed(input.text());
+        const std::string text = tool::textToInclude(input.text());
         context_.tool->IncludeSamples(text);
         context_.includes.m_PendingInclude = text;
         context_.screen.numeric.cboDisplay.setListIndex(kDisplayUncommitted);
@@ -75,46 +63,26 @@ void Inclusion::AddSamples() {
     });
 }
 
-CharacterCase Inclusion::CharSetCase() {
+tool::CharacterCase Inclusion::CharSetCase() {
     return context_.procedures.run("Dravikdlg.CharSetCase", "CharSetCase", [&] {
-        if (!context_.tool.m_ToolBound) return CharacterCase::Mixed;
-        const auto table = context_.tool->GetSampleData(tool::kAllTrained, tool::kCharacterFields);
-        bool upper = false;
-        bool lower = false;
-        for (int row = 1; table && row <= table->upperRow(); ++row) {
-            const std::int32_t code = toInt32(table->number(row, 1));
-            upper |= code >= 'A' && code <= 'Z';
-            lower |= code >= 'a' && code <= 'z';
-        }
-        if (upper != lower) return upper ? CharacterCase::Upper : CharacterCase::Lower;
-        return upper ? CharacterCase::Mixed : CharacterCase::None;
+        return context_.tool.m_ToolBound ? tool::fontCase(*context_.tool) : tool::CharacterCase::Mixed;
     });
 }
 
 bool Inclusion::ReadyToCommit() {
     return context_.procedures.run("Dravikdlg.ReadyToCommit", "ReadyToCommit", [&] {
-        const auto table = context_.tool->GetSampleData(tool::kAllUncommitted, tool::kSampleFields);
-        std::string found;
-        for (int row = 1; table && row <= table->upperRow(); ++row) {
-            const std::string character = table->character(row);
-            double sum = 0;
-            for (int column = kFirstFeatureColumn; column <= table->upperColumn(); ++column) {
-                const tool::Cell cell = table->cell(row, column);
-                if (isInvalidFeature(cell)) {
-                    context_.platform.messageBox(
-                        {"Error detected for character " + character + "\r\rCharacters will not be included.",
-                         "Error constant detected"});
-                    return false;
-                }
-                const auto* number = std::get_if<double>(&cell);
-                sum += number ? *number : leadingNumber(tool::cellText(cell));
-            }
-            if (sum > 0) found += character;
+        const auto found =
+            tool::foundSamples(context_.tool->GetSampleData(tool::kAllUncommitted, tool::kSampleFields));
+        if (found.invalid) {
+            context_.platform.messageBox(
+                {"Error detected for character " + *found.invalid + "\r\rCharacters will not be included.",
+                 "Error constant detected"});
+            return false;
         }
-        const std::string input = trimmed(context_.screen.sample.txtSampleInput.text());
-        if (characterCount(found) == characterCount(input)) return true;
+        const std::string input = tool::textToInclude(context_.screen.sample.txtSampleInput.text());
+        if (tool::countsMatch(input, found.characters)) return true;
         context_.platform.messageBox({"Input characters:\r" + counted(input) + "Found characters:\r" +
-                                          counted(found) + "Samples will not be included.",
+                                          counted(found.characters) + "Samples will not be included.",
                                       "Difference in character counts"});
         return false;
     });
@@ -126,7 +94,8 @@ void Inclusion::chkCase_Click() {
 
 void Inclusion::txtSampleInput_Change() {
     context_.procedures.run("Dravikdlg.txtSampleInput_Change", "SampleInput", [&] {
-        const std::size_t count = characterCount(trimmed(context_.screen.sample.txtSampleInput.text()));
+        const std::size_t count =
+            characterCount(tool::textToInclude(context_.screen.sample.txtSampleInput.text()));
         context_.errors.UserMsg(count == 1 ? "1 character" : std::to_string(count) + " characters");
     });
 }

@@ -3,15 +3,12 @@
 #pragma once
 
 #include <cstdint>
-
 #include "screen/context/ScreenContext.h"
 #include "screen/samples/SampleCommit.h"
 #include "screen/samples/SampleDeletion.h"
+#include "tool/CaseRule.h"
 
 namespace dravik::screen {
-
-// Letter case of a font's characters.
-enum class CharacterCase : std::int16_t { Mixed = 0, Upper = 1, Lower = 2, None = 3 };
 
 class Inclusion {
   public:
@@ -21,7 +18,7 @@ class Inclusion {
     void Include();
     void AddSamples();
     // Mixed when no tool is bound. Only A-Z and a-z count.
-    CharacterCase CharSetCase();
+    tool::CharacterCase CharSetCase();
     // True when the uncommitted samples are as many as the typed characters and hold no invalid value;
     // otherwise the operator has been told. False after a failure.
     bool ReadyToCommit();

@@ -1,7 +1,7 @@
 #include "screen/samples/SampleCommit.h"
 
 #include "base/Conversions.h"
-#include "base/Text.h"
+#include "tool/IncludeRules.h"
 
 namespace dravik::screen {
 
@@ -9,10 +9,8 @@ std::int16_t SampleCommit::CommitSamples() {
     return context_.procedures.run("Dravikdlg.CommitSamples", "CommitSamples", [&]() -> std::int16_t {
         const auto uncommitted = context_.tool->GetUncommittedSamples();
         if (uncommitted.empty()) return kNothingToCommit;
-        std::string missing;
-        for (const auto& character : uncommitted)
-            if (!contains(context_.screen.font.txtCharSet.text(), character) && !contains(missing, character))
-                missing += character;
+        const std::string missing =
+            tool::missingCharacters(uncommitted, context_.screen.font.txtCharSet.text());
         if (!missing.empty()) {
             const ui::Answer answer = context_.platform.messageBox(
                 {"Characters " + missing +

@@ -1,177 +1,283 @@
 #include "trainer/commands/CommandLine.h"
 
+#include <CLI/CLI.hpp>
 #include <algorithm>
 #include <charconv>
+#include <filesystem>
+#include <memory>
+#include <optional>
 #include <ostream>
+#include <string_view>
 #include <system_error>
 
 #include "base/Failure.h"
+#include "base/Paths.h"
 #include "base/Text.h"
-#include "trainer/SampleList.h"
-#include "trainer/commands/Arguments.h"
-#include "trainer/commands/Commands.h"
-#include "trainer/commands/HeadlessSession.h"
+#include "trainer/commands/SampleList.h"
 
 namespace dravik::trainer {
 namespace {
 
-constexpr char kProgram[] = "dravik-trainer";
 constexpr std::int32_t kLongestRun = 86400;
+constexpr int kHelpColumn = 25;
 
-constexpr char kHelp[] =
-    R"(Usage: dravik-trainer [--jobs DIR] [IMAGE|FOLDER...]
-       dravik-trainer learn --font NAME --samples LIST.tsv [--charset CHARS]
-                      [--timeout SECONDS] [--jobs DIR]
-       dravik-trainer read --font NAME [--reject LIMIT] [--confidence]
-                      [--jobs DIR] IMAGE...
-       dravik-trainer fonts [--jobs DIR]
-
-Teaches fonts to the Dravik OCR tool and reads images with them. Without a
+constexpr char kAbout[] =
+    R"(Teaches fonts to the Dravik OCR tool and reads images with them. Without a
 command it opens its window on the images; the commands need no display.
-
-learn   includes every image of a list, trains the font, saves it and checks it
-        on held-out samples; the font is made when it is missing
-read    prints what a trained font reads in each image
-fonts   lists the fonts: name, characters, samples, trained or not, date
-
-  --font NAME        the font to teach or to read with
-  --samples LIST.tsv the list: a row for each image, file TAB text, files
-                     relative to the list's folder, \n between lines of text
-  --charset CHARS    the characters that the font is to have; characters of the
-                     list that it lacks are added
-  --timeout SECONDS  time limit of the training, 1 to 86400
-  --reject LIMIT     characters read with less confidence are printed as ?;
-                     0 to 1, else 0.2
-  --confidence       prints how sure each character is, 0 to 1, behind the text
-  --jobs DIR         the jobs folder (else $XDG_DATA_HOME/tamlux/Jobs, on Windows
-                     C:\Tamlux\Jobs)
-  --theme THEME      the window's colours: light, dark or system (Linux)
-  --help, --version
-
-Exit status: 0 done, 1 the work failed in whole or in part, 2 wrong command
-line, 130 interrupted.
 )";
+constexpr char kStatuses[] =
+    R"(Exit status: 0 done, 1 the work failed in whole or in part, 2 wrong command
+line, 130 interrupted.)";
 
-std::optional<std::int32_t> runSeconds(const std::string& text) {
-    std::int32_t seconds = 0;
+// The number that is all of the text and lies in the range.
+template <class Number>
+Number inRange(const char* option, const char* wanted, const std::string& text, Number least, Number most) {
+    Number value{};
     const auto* end = text.data() + text.size();
-    const auto parsed = std::from_chars(text.data(), end, seconds);
-    if (parsed.ec != std::errc{} || parsed.ptr != end || seconds < 1 || seconds > kLongestRun)
-        return std::nullopt;
-    return seconds;
+    const auto parsed = std::from_chars(text.data(), end, value);
+    if (parsed.ec != std::errc{} || parsed.ptr != end || !(value >= least && value <= most))
+        throw CLI::ValidationError(std::string(option) + " takes " + wanted + ", not " + text);
+    return value;
 }
 
-std::optional<double> rejectLimit(const std::string& text) {
-    double limit = 0;
-    const auto* end = text.data() + text.size();
-    const auto parsed = std::from_chars(text.data(), end, limit);
-    if (parsed.ec != std::errc{} || parsed.ptr != end || !(limit >= 0 && limit <= 1)) return std::nullopt;
-    return limit;
-}
-
-JobFolder jobFolder(const std::string& folder) {
-    return folder.empty() ? JobFolder() : JobFolder(folder);
-}
-
-// What is wrong with the arguments beyond their form, "" when nothing is.
-std::string firstProblem(const std::string& command, const Arguments& arguments) {
-    if (!arguments.problem.empty()) return arguments.problem;
-    for (const auto& [name, value] : arguments.options)
-        if (trimmed(value).empty()) return "the value of " + name + " is empty";
-    if (!isPrintable(arguments.option("--charset").value_or(""))) return "--charset is not UTF-8 text";
-    const auto timeout = arguments.option("--timeout");
-    if (timeout && !runSeconds(*timeout))
-        return "--timeout takes whole seconds from 1 to " + std::to_string(kLongestRun) + ", not " + *timeout;
-    const auto limit = arguments.option("--reject");
-    if (limit && !rejectLimit(*limit)) return "--reject takes a number from 0 to 1, not " + *limit;
-    if (command != "fonts" && !arguments.option("--font")) return command + " needs --font NAME";
-    if (command == "learn" && !arguments.option("--samples")) return "learn needs --samples LIST.tsv";
-    if (command == "read") return arguments.operands.empty() ? "read needs at least one image" : "";
-    return arguments.operands.empty() ? "" : "unexpected argument " + arguments.operands.front();
-}
-
-std::vector<std::string> knownOptions(const std::string& command) {
-    if (command == "learn") return {"--font", "--samples", "--charset", "--timeout", "--jobs"};
-    if (command == "read") return {"--font", "--reject", "--jobs"};
-    return {"--jobs"};
-}
-
-std::vector<std::string> knownFlags(const std::string& command) {
-    if (command == "read") return {"--confidence"};
-    return {};
-}
-
-int run(const std::string& command, const Arguments& arguments, const ImageDecoder& decoder,
-        const CommandStreams& streams) {
-    const auto folder = jobFolder(arguments.option("--jobs").value_or(""));
-    const auto font = arguments.option("--font").value_or("");
-    if (command == "fonts") return listFonts(folder, streams);
-    if (command == "read") {
-        ReadOptions options{font, arguments.operands, engine::kRejectLimit, arguments.flag("--confidence")};
-        if (const auto limit = arguments.option("--reject")) options.rejectLimit = *rejectLimit(*limit);
-        return readImages(options, folder, decoder, streams);
+// The window and the commands are two ways to call the program.
+class HelpFormat : public CLI::Formatter {
+  public:
+    std::string make_usage(const CLI::App* app, std::string name) const override {
+        if (app->get_subcommands({}).empty()) return Formatter::make_usage(app, name);
+        return "Usage: " + name + " [OPTIONS] [IMAGE|FOLDER...]\n       " + name + " COMMAND [OPTIONS] ...\n";
     }
-    LearnOptions options{font, arguments.option("--samples").value_or(""), arguments.option("--charset"), {}};
-    if (const auto timeout = arguments.option("--timeout")) options.seconds = runSeconds(*timeout);
-    return learnFont(options, folder, decoder, streams);
-}
+};
 
-int wrongUse(const std::string& problem, const CommandStreams& streams) {
-    streams.problem(problem + " (see dravik-trainer --help)");
-    return 2;
-}
+// The program's options: names, checks and help in one place, for every command and for the window. What they
+// hold after a parse is for the command that was parsed.
+class OptionTable {
+  public:
+    explicit OptionTable(const FrontEnd& frontEnd)
+        : program_(kAbout, kProgram),
+          learn_(command("learn",
+                         "includes every image of a list, trains the font, saves it and\n"
+                         "checks it on held-out samples; makes the font when it is missing")),
+          read_(command("read", "prints what a trained font reads in each image")),
+          fonts_(command("fonts", "lists the fonts: name, characters, samples, trained or not, date")) {
+        program_.footer(kStatuses);
+        const std::string version = std::string(kProgram) + ' ' + DRAVIK_VERSION;
+        program_.set_version_flag("--version", version, "prints the version");
+        const auto format = std::make_shared<HelpFormat>();
+        format->column_width(kHelpColumn);
+        format->label("REQUIRED", "(needed)");
+        for (CLI::App* app : {&program_, learn_, read_, fonts_}) {
+            app->allow_windows_style_options(false);
+            app->formatter(format);
+            app->set_help_flag("-h,--help", "prints this");
+            text(*app, "--jobs", "DIR", jobs_,
+                 "the jobs folder (else $XDG_DATA_HOME/tamlux/Jobs, on Windows\nC:\\Tamlux\\Jobs)");
+        }
+
+        text(*learn_, "--font", "NAME", learning_.font, "the font to teach")->required();
+        text(*learn_, "--samples", "LIST.tsv", learning_.samples,
+             "the list: a row for each image, file TAB text, files relative\n"
+             "to the list's folder, \\n between lines of text")
+            ->required();
+        text(*learn_, "--charset", "CHARS", characters_,
+             "the characters that the font is to have; characters of the\nlist that it lacks are added")
+            ->check([](const std::string& value) { return isPrintable(value) ? "" : "is not UTF-8 text"; });
+        converted(*learn_, "--timeout", "SECONDS", "time limit of the training, 1 to 86400",
+                  [this](const std::string& value) {
+                      learning_.seconds =
+                          inRange("--timeout", "whole seconds from 1 to 86400", value, 1, kLongestRun);
+                  });
+
+        text(*read_, "--font", "NAME", reading_.font, "the font to read with")->required();
+        converted(*read_, "--reject", "LIMIT",
+                  "characters read with less confidence are printed as ?; 0 to 1,\nelse 0.2",
+                  [this](const std::string& value) {
+                      reading_.rejectLimit = inRange("--reject", "a number from 0 to 1", value, 0.0, 1.0);
+                  });
+        read_
+            ->add_flag("--confidence", reading_.showsConfidence,
+                       "prints how sure each character is, 0 to 1, behind the text")
+            ->disable_flag_override();
+        operands(*read_, "IMAGE", reading_.images, "the images to read")->required();
+
+        if (frontEnd.hasThemes)
+            text(program_, "--theme", "THEME", window_.theme, "the window's colours: light, dark or system")
+                ->check([](const std::string& value) {
+                    return value == "light" || value == "dark" || value == "system"
+                               ? std::string()
+                               : "takes light, dark or system, not " + value;
+                });
+        operands(program_, "IMAGE|FOLDER", window_.paths, "what the window opens");
+    }
+
+    CommandLine parse(std::vector<std::string> arguments) {
+        CLI::App* app = &program_;
+        for (CLI::App* one : {learn_, read_, fonts_})
+            if (!arguments.empty() && arguments.front() == one->get_name()) app = one;
+        if (app != &program_) arguments.erase(arguments.begin());
+        const std::string hint =
+            " (see " + (app == &program_ ? kProgram : kProgram + (' ' + app->get_name())) + " --help)";
+        const auto wrong = [&](const std::string& problem) { return Notice{problem + hint, 2}; };
+
+        if (app == &program_ && !arguments.empty() && !arguments.front().starts_with('-'))
+            if (const auto problem = mistypedCommand(arguments.front())) return wrong(*problem);
+        if (const auto problem = prepare(*app, arguments)) return wrong(*problem);
+        try {
+            // A command is one as the first argument alone; later ones may be names of files.
+            for (CLI::App* one : {learn_, read_, fonts_}) one->disabled(app == &program_);
+            app->parse(std::vector<std::string>(arguments.rbegin(), arguments.rend()));
+        } catch (const CLI::CallForHelp&) {
+            for (CLI::App* one : {learn_, read_, fonts_}) one->disabled(false);
+            return Notice{app->help(app == &program_ ? "" : kProgram), 0};
+        } catch (const CLI::CallForVersion& version) {
+            return Notice{version.what() + std::string(1, '\n'), 0};
+        } catch (const CLI::RequiredError&) {
+            for (const CLI::Option* option : app->get_options())
+                if (option->get_required() && option->count() == 0)
+                    return wrong(app->get_name() + " needs " + option->get_name() +
+                                 (option->get_positional() ? "" : ' ' + option->get_type_name()));
+            throw;
+        } catch (const CLI::ExtrasError&) {
+            const std::string extra = app->remaining().front();
+            return wrong((extra.starts_with('-') ? "unknown option " : "unexpected argument ") + extra);
+        } catch (const CLI::ArgumentMismatch& problem) {
+            for (const CLI::Option* option : app->get_options())
+                if (!option->get_positional() && option->count() > 1)
+                    return wrong("option " + option->get_name() + " is given twice");
+            return wrong(problem.what());
+        } catch (const CLI::ParseError& problem) {
+            return wrong(problem.what());
+        }
+        if (app == &program_) return window(hint);
+        return commandParsed(app);
+    }
+
+  private:
+    CLI::App* command(const char* name, const char* about) {
+        return program_.add_subcommand(name, about)->group("Commands");
+    }
+
+    static CLI::Option* text(CLI::App& app, const char* name, const char* value, auto& target,
+                             const char* help) {
+        return app.add_option(name, target, help)->type_name(value)->check([](const std::string& given) {
+            return trimmed(given).empty() ? "the value is empty" : "";
+        });
+    }
+
+    static void converted(CLI::App& app, const char* name, const char* value, const char* help,
+                          const std::function<void(const std::string&)>& convert) {
+        app.add_option_function<std::string>(name, convert, help)->type_name(value);
+    }
+
+    static CLI::Option* operands(CLI::App& app, const char* name, std::vector<std::string>& target,
+                                 const char* help) {
+        return app.add_option(name, target, help)->type_name("");
+    }
+
+    // What is to be said and done before the parser sees the words: it would take any word that comes next
+    // for an option's value, another option too, and an operand in brackets for a list. Returns what
+    // is wrong.
+    static std::optional<std::string> prepare(const CLI::App& app, std::vector<std::string>& words) {
+        bool options = true;
+        const auto named = [&](std::string_view word) {
+            return options && word.starts_with('-') ? app.get_option_no_throw(std::string(word)) : nullptr;
+        };
+        for (std::size_t i = 0; i < words.size(); ++i) {
+            auto& word = words[i];
+            options = options && word != "--";
+            const auto equals = word.find('=');
+            const auto name = word.substr(0, equals);
+            const CLI::Option* option = named(name);
+            if (!option) {
+                if (word.starts_with('[') && word.ends_with(']')) word.insert(0, "./");
+            } else if (option->get_items_expected_max() > 0) {
+                const bool apart = equals == std::string::npos;
+                if (apart ? i + 1 == words.size() || named(words[i + 1]) : equals + 1 == word.size())
+                    return "option " + name + " needs a value";
+                if (apart) ++i;
+            } else if (equals != std::string::npos) {
+                return "no value goes with option " + name;
+            }
+        }
+        return std::nullopt;
+    }
+
+    JobFolder folder() const { return jobs_.empty() ? JobFolder() : JobFolder(jobs_); }
+
+    CommandLine commandParsed(const CLI::App* app) {
+        learning_.folder = reading_.folder = folder();
+        if (!characters_.empty()) learning_.characters = characters_;
+        if (app == learn_) return learning_;
+        if (app == read_) return reading_;
+        return FontsOptions{folder()};
+    }
+
+    // The window, unless none of its paths exists.
+    CommandLine window(const std::string& hint) {
+        window_.folder = folder();
+        const auto& paths = window_.paths;
+        if (paths.empty()) return window_;
+        if (const auto problem = mistypedCommand(paths.front())) return Notice{*problem + hint, 2};
+        if (std::any_of(paths.begin(), paths.end(), exists)) return window_;
+        std::string names;
+        for (const auto& path : paths) names += (names.empty() ? "" : ", ") + path;
+        return Notice{names + ": no such file or folder", 1};
+    }
+
+    // True also for what cannot be looked at: the window says why.
+    static bool exists(const std::string& path) {
+        std::error_code error;
+        return std::filesystem::status(toPath(path), error).type() != std::filesystem::file_type::not_found;
+    }
+
+    // A word that is neither a path nor the name of a file was meant as a command.
+    static std::optional<std::string> mistypedCommand(const std::string& word) {
+        if (exists(word) || word.find_first_of("./\\*?") != std::string::npos) return std::nullopt;
+        return word + " is no command, image or folder; the commands are learn, read and fonts";
+    }
+
+    CLI::App program_;
+    CLI::App* learn_;
+    CLI::App* read_;
+    CLI::App* fonts_;
+    std::string jobs_;
+    std::string characters_;
+    LearnOptions learning_;
+    ReadOptions reading_;
+    WindowOptions window_;
+};
 
 }  // namespace
 
-void CommandStreams::problem(const std::string& text) const {
-    out.flush();
-    err << kProgram << ": " << onOneLine(text) << std::endl;
+CommandLine parseCommandLine(const std::vector<std::string>& arguments, const FrontEnd& frontEnd) {
+    return OptionTable(frontEnd).parse(arguments);
 }
 
-bool isHeadlessCommand(const std::vector<std::string>& arguments) {
-    static const std::vector<std::string> kFirst = {"learn", "read", "fonts", "--help", "-h", "--version"};
-    return !arguments.empty() && std::find(kFirst.begin(), kFirst.end(), arguments.front()) != kFirst.end();
-}
-
-int runHeadless(const std::vector<std::string>& arguments, const ImageDecoder& decoder, std::ostream& out,
-                std::ostream& err, bool errIsTerminal) {
-    const CommandStreams streams{out, err, errIsTerminal};
+int runCommand(const CommandLine& line, const engine::ImageDecoder& decoder, const CommandStreams& streams) {
     try {
-        if (!isHeadlessCommand(arguments))
-            return wrongUse(arguments.empty() ? "no command" : "unknown command " + arguments.front(),
-                            streams);
-        const auto& command = arguments.front();
         int status = 0;
-        if (command == "--version") {
-            out << kProgram << ' ' << DRAVIK_VERSION << '\n';
-        } else if (command.starts_with('-')) {
-            out << kHelp;
-        } else {
-            const auto parsed = parseArguments({arguments.begin() + 1, arguments.end()},
-                                               knownOptions(command), knownFlags(command));
-            if (parsed.wantsHelp)
-                out << kHelp;
-            else if (const auto problem = firstProblem(command, parsed); !problem.empty())
-                return wrongUse(problem, streams);
+        if (const auto* notice = std::get_if<Notice>(&line)) {
+            status = notice->status;
+            if (status == 0)
+                streams.out << notice->text;
             else
-                status = run(command, parsed, decoder, streams);
+                streams.problem(notice->text);
+        } else if (const auto* learning = std::get_if<LearnOptions>(&line)) {
+            status = learnFont(*learning, decoder, streams);
+        } else if (const auto* reading = std::get_if<ReadOptions>(&line)) {
+            status = readImages(*reading, decoder, streams);
+        } else if (const auto* fonts = std::get_if<FontsOptions>(&line)) {
+            status = listFonts(*fonts, streams);
+        } else {
+            throw Failure(RuntimeError::InternalError, "The window is no command");
         }
-        out.flush();
-        if (out) return status;
+        streams.out.flush();
+        if (streams.out) return status;
         streams.problem("the results cannot be written");
     } catch (...) {
         streams.problem(currentFailure().description());
     }
     return 1;
-}
-
-WindowOptions windowOptions(const std::vector<std::string>& arguments) {
-    auto parsed = parseArguments(arguments, {"--jobs"});
-    WindowOptions options{std::move(parsed.operands), parsed.option("--jobs").value_or(""), parsed.problem};
-    if (options.problem.empty() && parsed.option("--jobs") && options.jobs.empty())
-        options.problem = "the value of --jobs is empty";
-    if (!options.problem.empty()) options.problem += " (see dravik-trainer --help)";
-    return options;
 }
 
 }  // namespace dravik::trainer

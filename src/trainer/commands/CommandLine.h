@@ -1,29 +1,41 @@
-// The headless commands: the screen's own procedures, driven without a display.
+// What the program's arguments ask for: one of the commands, the window, or a line to tell. Both front ends
+// parse here, before they need a display.
 #pragma once
 
-#include <iosfwd>
 #include <string>
+#include <variant>
 #include <vector>
 
-#include "trainer/OpenedParts.h"
+#include "trainer/commands/Commands.h"
 
 namespace dravik::trainer {
 
-// True when the first argument names a headless command or asks for --help or --version.
-bool isHeadlessCommand(const std::vector<std::string>& arguments);
-
-// Runs a headless command. `arguments` are without the program's name. Returns the exit code: 0 done, 1 the
-// work failed in whole or in part, 2 the command line is wrong, 130 interrupted by Ctrl+C. Results go to
-// `out`, problems to `err`; a progress bar goes to `err` when `errIsTerminal`.
-int runHeadless(const std::vector<std::string>& arguments, const ImageDecoder& decoder, std::ostream& out,
-                std::ostream& err, bool errIsTerminal);
-
-// What the windowed program takes: image files and folders to open, and options.
-struct WindowOptions {
-    std::vector<std::string> paths;
-    std::string jobs;     // "" for the standard folder
-    std::string problem;  // what is wrong with the command line, "" when nothing is
+// Help, the version, or what is wrong with the command line.
+struct Notice {
+    std::string text;
+    int status = 0;  // 0: a result; 1: no path given exists; 2: the command line is wrong
 };
-WindowOptions windowOptions(const std::vector<std::string>& arguments);
+
+struct WindowOptions {
+    std::vector<std::string>
+        paths;          // image files and folders to open; at least one exists when there are any
+    std::string theme;  // "light", "dark", "system" or "" when none is asked for
+    JobFolder folder;
+};
+
+using CommandLine = std::variant<Notice, LearnOptions, ReadOptions, FontsOptions, WindowOptions>;
+
+// The front end's own options.
+struct FrontEnd {
+    bool hasThemes = false;  // --theme
+};
+
+// `arguments` are without the program's name.
+CommandLine parseCommandLine(const std::vector<std::string>& arguments, const FrontEnd& frontEnd);
+
+// Does all but the window's work and returns the exit code: 0 done, 1 the work failed in whole or in part, 2
+// the command line is wrong, 130 interrupted by Ctrl+C. Results go to `out`, problems to `err`; a progress
+// bar goes to `err` when that is a terminal.
+int runCommand(const CommandLine& line, const engine::ImageDecoder& decoder, const CommandStreams& streams);
 
 }  // namespace dravik::trainer

@@ -1,5 +1,6 @@
-// The three commands behind the command line. Each writes its results to `out` and its problems to `err`, one
-// line each, and returns the exit code: 0 done, 1 failed in whole or in part, 130 interrupted.
+// The three commands behind the command line, and what the command line may ask for. Each writes its results
+// to `out` and its problems to `err`, one line each, and returns the exit code: 0 done, 1 failed in whole or
+// in part, 130 interrupted.
 #pragma once
 
 #include <cstdint>
@@ -10,9 +11,11 @@
 
 #include "base/JobFolder.h"
 #include "engine/classifier/Confidence.h"
-#include "trainer/OpenedParts.h"
+#include "engine/image/ImageDecoder.h"
 
 namespace dravik::trainer {
+
+inline constexpr char kProgram[] = "dravik-trainer";
 
 struct CommandStreams {
     std::ostream& out;
@@ -23,14 +26,18 @@ struct CommandStreams {
     void problem(const std::string& text) const;
 };
 
+// The text on one line: line breaks and tabs become blanks, and blanks in a row become one.
+std::string onOneLine(const std::string& text);
+
 struct LearnOptions {
     std::string font;
     std::string samples;                    // the list's file
     std::optional<std::string> characters;  // the set that the font is to have
     std::optional<std::int32_t> seconds;    // time limit of the run
+    JobFolder folder;
 };
 
-int learnFont(const LearnOptions& options, const JobFolder& folder, const ImageDecoder& decoder,
+int learnFont(const LearnOptions& options, const engine::ImageDecoder& decoder,
               const CommandStreams& streams);
 
 struct ReadOptions {
@@ -38,11 +45,16 @@ struct ReadOptions {
     std::vector<std::string> images;
     double rejectLimit = engine::kRejectLimit;  // readings with less confidence are printed as "?"
     bool showsConfidence = false;
+    JobFolder folder;
 };
 
-int readImages(const ReadOptions& options, const JobFolder& folder, const ImageDecoder& decoder,
+int readImages(const ReadOptions& options, const engine::ImageDecoder& decoder,
                const CommandStreams& streams);
 
-int listFonts(const JobFolder& folder, const CommandStreams& streams);
+struct FontsOptions {
+    JobFolder folder;
+};
+
+int listFonts(const FontsOptions& options, const CommandStreams& streams);
 
 }  // namespace dravik::trainer

@@ -7,14 +7,12 @@
 #include "base/Conversions.h"
 #include "base/Failure.h"
 #include "base/NumberFormat.h"
-#include "base/Text.h"
-#include "tool/Samples.h"
-#include "trainer/SampleList.h"
+#include "engine/embedded/EmbeddedTool.h"
+#include "tool/FontUseCases.h"
 #include "trainer/commands/Commands.h"
-#include "trainer/commands/HeadlessSession.h"
 #include "trainer/commands/Interrupt.h"
 #include "trainer/commands/ProgressLine.h"
-#include "trainer/commands/RunLoop.h"
+#include "trainer/commands/SampleList.h"
 
 namespace dravik::trainer {
 namespace {
@@ -30,99 +28,69 @@ std::string rmsText(float rms) {
                         "0.00#######");
 }
 
-struct Outcome {
-    int included = 0;    // samples
-    std::string reason;  // why none were, "" when some were
+// Chooses the font or makes it. Raises Failure with the reason.
+tool::ChosenFont choose(tool::FontUseCases& fonts, const std::string& name) {
+    const auto outcome = fonts.choose(name);
+    if (const auto* chosen = std::get_if<tool::ChosenFont>(&outcome)) return *chosen;
+    switch (std::get<tool::NameProblem>(outcome)) {
+        case tool::NameProblem::Reserved:
+            throw Failure(RuntimeError::BadFileName,
+                          "Font name 'new' is reserved, please select a different name");
+        case tool::NameProblem::OtherCase:
+            break;
+    }
+    throw Failure(RuntimeError::FileAlreadyExists,
+                  "there is a font whose name differs only in the case of its letters");
+}
+
+// Why nothing was included, in words.
+struct Refusal {
+    std::string operator()(const tool::Included&) const { return {}; }
+    std::string operator()(const tool::CountMismatch& mismatch) const {
+        return std::to_string(mismatch.typed) + (mismatch.typed == 1 ? " character" : " characters") +
+               " typed, " + std::to_string(mismatch.found) + " found";
+    }
+    std::string operator()(const tool::InvalidValues& invalid) const {
+        return "the features of character " + invalid.character + " are invalid";
+    }
+    std::string operator()(const tool::MissingCharacters& missing) const {
+        return "the font does not have the characters " + missing.characters;
+    }
+    std::string operator()(const tool::NothingFound&) const { return "no characters found"; }
 };
 
-// Why the screen refused the last include, in words.
-std::string refusal(HeadlessSession& session, const std::string& text) {
-    if (const auto words = session.failure()) return onOneLine(*words);
-    const auto typed = characterCount(text);
-    const auto found = session.tool().found().size();
-    for (const auto& question : session.platform().asked()) {
-        if (question.box.title == "Difference in character counts" && typed != found)
-            return std::to_string(typed) + (typed == 1 ? " character" : " characters") + " typed, " +
-                   std::to_string(found) + " found";
-        return onOneLine(question.box.text);
-    }
-    const auto message = session.message();
-    return message.empty() ? "the screen gave no reason" : message;
-}
-
-Outcome include(HeadlessSession& session, const ListedSample& sample, const ImageDecoder& decoder) {
+// Includes an image and says so; false when it was refused.
+bool include(engine::EmbeddedTool& tool, tool::FontUseCases& fonts, const ListedSample& sample,
+             const engine::ImageDecoder& decoder, const CommandStreams& streams) {
+    std::string reason;
     try {
-        session.tool().setImage(decoder(sample.path));
-        auto& controls = session.screen().sample;
-        controls.txtSampleInput.setText(sample.text);
-        session.press(controls.cmdInclude);
-        const auto message = session.message();
-        if (message.ends_with(" samples included."))
-            if (const auto count = toInt32(leadingNumber(message)); count > 0) return {count, {}};
-        return {0, refusal(session, sample.text)};
+        tool.setImage(decoder(sample.path));
+        const auto outcome = fonts.include({.text = sample.text, .addMissing = true});
+        if (const auto* included = std::get_if<tool::Included>(&outcome)) {
+            streams.out << "included " << included->samples << '\t' << sample.image << std::endl;
+            return true;
+        }
+        reason = std::visit(Refusal{}, outcome);
     } catch (...) {
-        return {0, onOneLine(currentFailure().description())};
+        reason = currentFailure().description();
     }
+    streams.out << "refused\t" << sample.image << '\t' << onOneLine(reason) << std::endl;
+    return false;
 }
 
-std::int32_t secondsOf(const std::string& timeoutItem) {
-    const double number = leadingNumber(timeoutItem);
-    return toInt32(number < 10 ? number * 60 : number);
-}
-
-// Limits that the screen's list offers are chosen there; others are the tool's alone.
-void limitRun(HeadlessSession& session, std::int32_t seconds) {
-    auto& list = session.screen().train.cboTimeout;
-    for (int i = 0; i < list.count(); ++i) {
-        if (secondsOf(list.items()[static_cast<std::size_t>(i)]) == seconds) {
-            list.setListIndex(i);
-            return;
-        }
-    }
-    session.tool().SetTrainTimeout(seconds);
-}
-
-// Runs a training to its end and returns how long it took, in seconds. Raises Failure when it gives no
-// result.
-double train(HeadlessSession& session, const InterruptWatch& watch, const CommandStreams& streams) {
-    auto& controls = session.screen().train;
-    auto& tool = session.tool();
-    const double limit = tool.GetTrainTimeout();
-    const auto start = std::chrono::steady_clock::now();
-    const auto elapsed = [&] {
-        return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
-    };
-
-    session.press(controls.cmdTrain);
-    double seconds = 0;
-    ProgressLine progress(streams.err, streams.errIsTerminal);
-    runTimer(controls.tmrTrain, [&] {
-        seconds = elapsed();
-        if (watch.interrupted() || session.failure()) {
-            controls.cmdStop.press();
-            controls.tmrTrain.setEnabled(false);
-        } else {
-            progress.show(limit > 0 ? seconds / limit : 0, std::to_string(tool.GetTrainCycles()) +
-                                                               " cycles, RMS " + rmsText(tool.GetRmsError()));
-        }
-    });
-    if (const auto words = session.failure()) throw Failure(RuntimeError::InvalidProcedureCall, *words);
-    if (!watch.interrupted() && !session.said("Save Font or Revert"))
-        throw Failure(RuntimeError::InvalidProcedureCall, "the training did not start");
-    if (!watch.interrupted() && tool.IsTrainingAborted())
-        throw Failure(RuntimeError::InvalidProcedureCall, "the training gave no result");
-    return seconds;
-}
-
-int committedSamples(engine::EmbeddedTool& tool) {
-    const auto table = tool.GetSampleData(tool::kAllCommitted, tool::kSampleFields);
-    return table ? table->upperRow() : 0;
-}
-
-int interrupted(HeadlessSession& session, const CommandStreams& streams) {
-    streams.problem("interrupted; the training was not saved to " +
-                    session.folder().fontFile(session.control().selectedFont()));
-    return kInterrupted;
+// Trains the font, with a bar that tells how much of the time limit is over.
+tool::LearnOutcome train(engine::EmbeddedTool& tool, tool::FontUseCases& fonts,
+                         const std::optional<std::int32_t>& seconds, const InterruptWatch& watch,
+                         const CommandStreams& streams) {
+    const double limit = seconds ? *seconds : tool.GetTrainTimeout();
+    ProgressLine bar(streams.err, streams.errIsTerminal);
+    return fonts.learn(
+        seconds,
+        [&](const tool::LearnProgress& progress) {
+            bar.show(limit > 0 ? progress.seconds / limit : 0,
+                     std::to_string(progress.cycles) + " cycles, RMS " + rmsText(progress.rmsError));
+        },
+        [&] { return watch.interrupted(); });
 }
 
 // Waits for the check of the saved font and prints what it found.
@@ -141,60 +109,48 @@ int tellCheck(engine::EmbeddedTool& tool, const InterruptWatch& watch, const Com
     return 0;
 }
 
-int learn(HeadlessSession& session, const std::vector<ListedSample>& samples, const LearnOptions& options,
-          const ImageDecoder& decoder, const CommandStreams& streams) {
+int learn(const std::vector<ListedSample>& samples, const LearnOptions& options,
+          const engine::ImageDecoder& decoder, const CommandStreams& streams) {
     const InterruptWatch watch;
-    session.selectFont(options.font);
-    if (options.characters) {
-        session.forget();
-        session.screen().font.txtCharSet.setText(*options.characters);
-        if (const auto words = session.failure()) throw Failure(RuntimeError::InvalidProcedureCall, *words);
-    }
+    engine::EmbeddedTool tool(options.folder);
+    tool::FontUseCases fonts(tool);
+    const auto file = options.folder.fontFile(choose(fonts, options.font).name);
+    const auto interrupted = [&] {
+        streams.problem("interrupted; the training was not saved to " + file);
+        return kInterrupted;
+    };
+    if (options.characters) fonts.setCharacters(*options.characters);
 
-    int imagesIncluded = 0;
+    bool anyIncluded = false;
     for (const auto& sample : samples) {
-        if (watch.interrupted()) return interrupted(session, streams);
-        const auto outcome = include(session, sample, decoder);
-        if (outcome.included > 0) {
-            ++imagesIncluded;
-            streams.out << "included " << outcome.included << '\t' << sample.image << std::endl;
-        } else {
-            streams.out << "refused\t" << sample.image << '\t' << outcome.reason << std::endl;
-        }
+        if (watch.interrupted()) return interrupted();
+        anyIncluded |= include(tool, fonts, sample, decoder, streams);
     }
-    if (imagesIncluded == 0) {
+    if (!anyIncluded) {
         streams.problem("nothing to learn: every image was refused");
         return 1;
     }
-    if (watch.interrupted()) return interrupted(session, streams);
+    if (watch.interrupted()) return interrupted();
 
-    if (options.seconds) limitRun(session, *options.seconds);
-    const double seconds = train(session, watch, streams);
-    if (watch.interrupted()) return interrupted(session, streams);
-    auto& tool = session.tool();
-    streams.out << "samples " << committedSamples(tool) << '\n'
-                << "cycles " << tool.GetTrainCycles() << '\n'
-                << "rms " << rmsText(tool.GetRmsError()) << '\n'
-                << "seconds " << formatNumber(seconds, "0.0") << std::endl;
-
-    session.press(session.screen().train.cmdSaveFont);
-    const auto file = session.folder().fontFile(session.control().selectedFont());
-    if (session.control().m_FontChanged() || !session.said("Saved font")) {
-        streams.problem("font " + options.font + ": " + session.failure().value_or(session.message()));
-        return 1;
-    }
+    const auto outcome = train(tool, fonts, options.seconds, watch, streams);
+    if (outcome.end == tool::LearnOutcome::End::Stopped) return interrupted();
+    if (outcome.end == tool::LearnOutcome::End::NoResult)
+        throw Failure(RuntimeError::InvalidProcedureCall, "the training gave no result");
+    streams.out << "samples " << fonts.committedSamples() << '\n'
+                << "cycles " << outcome.last.cycles << '\n'
+                << "rms " << rmsText(outcome.last.rmsError) << '\n'
+                << "seconds " << formatNumber(outcome.last.seconds, "0.0") << std::endl;
+    fonts.save();
     streams.out << "saved " << file << std::endl;
     return tellCheck(tool, watch, streams);
 }
 
 }  // namespace
 
-int learnFont(const LearnOptions& options, const JobFolder& folder, const ImageDecoder& decoder,
+int learnFont(const LearnOptions& options, const engine::ImageDecoder& decoder,
               const CommandStreams& streams) {
     try {
-        const auto samples = readSampleList(options.samples);
-        HeadlessSession session(folder);
-        return learn(session, samples, options, decoder, streams);
+        return learn(readSampleList(options.samples), options, decoder, streams);
     } catch (const SampleListError& error) {
         for (const auto& problem : error.problems) streams.problem(problem);
     } catch (...) {

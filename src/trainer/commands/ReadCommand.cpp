@@ -2,8 +2,9 @@
 
 #include "base/Failure.h"
 #include "base/NumberFormat.h"
+#include "engine/embedded/EmbeddedTool.h"
+#include "tool/FontName.h"
 #include "trainer/commands/Commands.h"
-#include "trainer/commands/HeadlessSession.h"
 
 namespace dravik::trainer {
 namespace {
@@ -27,7 +28,7 @@ std::string confidencesOf(const std::vector<engine::ReadCharacter>& characters) 
 
 void loadTrainedFont(engine::EmbeddedTool& tool, const std::string& name, const JobFolder& folder) {
     const auto fonts = tool.GetFontList();
-    const auto font = fontNamed(name, fonts);
+    const auto font = tool::fontNamed(name, fonts);
     if (!font) {
         std::string others;
         for (const auto& other : fonts) others += (others.empty() ? "; there are " : ", ") + other;
@@ -39,11 +40,11 @@ void loadTrainedFont(engine::EmbeddedTool& tool, const std::string& name, const 
 
 }  // namespace
 
-int readImages(const ReadOptions& options, const JobFolder& folder, const ImageDecoder& decoder,
+int readImages(const ReadOptions& options, const engine::ImageDecoder& decoder,
                const CommandStreams& streams) {
-    engine::EmbeddedTool tool(folder);
+    engine::EmbeddedTool tool(options.folder);
     try {
-        loadTrainedFont(tool, options.font, folder);
+        loadTrainedFont(tool, options.font, options.folder);
     } catch (...) {
         streams.problem("font " + options.font + ": " + currentFailure().description());
         return 1;

@@ -1,4 +1,4 @@
-// DravikTrainer.exe: headless commands, or the window.
+// DravikTrainer.exe: the commands, or the window.
 
 #include <iostream>
 #include <memory>
@@ -6,11 +6,11 @@
 #include <vector>
 
 #include "base/Failure.h"
-#include "trainer/commands/Arguments.h"
 #include "trainer/commands/CommandLine.h"
 #include "windows/app/Console.h"
 #include "windows/app/Program.h"
 #include "windows/app/Wildcards.h"
+#include "windows/com/WicImage.h"
 #include "windows/win32/WinText.h"
 
 namespace {
@@ -43,9 +43,13 @@ std::vector<std::string> programArguments() {
     return withoutWildcards(arguments);
 }
 
+trainer::CommandStreams streams() {
+    return {std::cout, std::cerr, errIsConsole()};
+}
+
 // To whoever reads the program's messages, else in a box.
 int complain(const std::string& problem, int code) {
-    std::cerr << "dravik-trainer: " << problem << std::endl;
+    streams().problem(problem);
     const HANDLE handle = GetStdHandle(STD_ERROR_HANDLE);
     if ((!handle || handle == INVALID_HANDLE_VALUE) && !GetConsoleWindow())
         ::MessageBoxW(nullptr, win32::wide(problem).c_str(), L"Dravik Trainer", MB_ICONERROR);
@@ -53,8 +57,7 @@ int complain(const std::string& problem, int code) {
 }
 
 int runWindow(const trainer::WindowOptions& options) {
-    Program program(Settings(kSettingsKey), options.jobs.empty() ? JobFolder() : JobFolder(options.jobs),
-                    true);
+    Program program(Settings(kSettingsKey), options.folder, true);
     program.window().show();
     if (!options.paths.empty()) program.window().open(options.paths);
     return program.window().run();
@@ -62,14 +65,12 @@ int runWindow(const trainer::WindowOptions& options) {
 
 int run() {
     const Apartment apartment;
-    const std::vector<std::string> arguments = programArguments();
+    const auto line = trainer::parseCommandLine(programArguments(), {});
     useCallersConsole();
-    if (trainer::isHeadlessCommand(arguments))
-        return trainer::runHeadless(arguments, com::decodeImageFileByWic, std::cout, std::cerr,
-                                    errIsConsole());
-    const trainer::WindowOptions options = trainer::windowOptions(arguments);
-    if (!options.problem.empty()) return complain(options.problem, 2);
-    return runWindow(options);
+    if (const auto* notice = std::get_if<trainer::Notice>(&line); notice && notice->status != 0)
+        return complain(notice->text, notice->status);
+    if (const auto* window = std::get_if<trainer::WindowOptions>(&line)) return runWindow(*window);
+    return trainer::runCommand(line, com::decodeImageFileByWic, streams());
 }
 
 }  // namespace

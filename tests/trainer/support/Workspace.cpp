@@ -12,7 +12,6 @@ namespace dravik::test {
 
 using namespace engine;
 using namespace trainer;
-using namespace ui;
 
 std::string Workspace::fontFile(const std::string& font) const {
     return JobFolder(jobs()).fontFile(font);
@@ -53,6 +52,11 @@ CommandResult Workspace::learnDigits(const std::string& font) const {
         list += name + "\t0123456789\n";
     }
     return run({"learn", "--font", font, "--samples", write("digits.tsv", list), "--timeout", "10"});
+}
+
+int runHeadless(const std::vector<std::string>& arguments, const ImageDecoder& decoder, std::ostream& out,
+                std::ostream& err, bool errIsTerminal) {
+    return runCommand(parseCommandLine(arguments, {.hasThemes = true}), decoder, {out, err, errIsTerminal});
 }
 
 std::vector<std::string> linesOf(const std::string& text) {

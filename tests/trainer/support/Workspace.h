@@ -2,17 +2,17 @@
 // removed afterwards. Runs the program's commands in it.
 #pragma once
 
+#include <iosfwd>
 #include <string>
 #include <vector>
 
 #include "base/JobFolder.h"
+#include "engine/image/ImageDecoder.h"
 #include "support/TemporaryFolder.h"
-#include "trainer/OpenedParts.h"
 
 namespace dravik::test {
 
 using namespace engine;
-using namespace trainer;
 
 struct CommandResult {
     int status = 0;
@@ -40,6 +40,10 @@ class Workspace {
   private:
     TemporaryFolder folder_;
 };
+
+// The program's command line, parsed and run. Returns the exit code.
+int runHeadless(const std::vector<std::string>& arguments, const ImageDecoder& decoder, std::ostream& out,
+                std::ostream& err, bool errIsTerminal);
 
 // The lines of a text, without their ends.
 std::vector<std::string> linesOf(const std::string& text);

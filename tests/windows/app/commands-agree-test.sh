@@ -3,7 +3,7 @@
 # the bytes of its file, and read the same in them with the same confidences, whatever decodes the images. The Windows program
 # runs in the Wine prefix and finds the images by wildcards.
 set -euo pipefail
-root=$(readlink -f "$(dirname "$(readlink -f "$0")")/../..")
+root=$(readlink -f "$(dirname "$(readlink -f "$0")")/../../..")
 linux=$(readlink -f "$1") windows=$(readlink -f "$2")
 export WINEPREFIX=$(readlink -f "$3") DISPLAY='' LC_ALL=C
 scratch=$(mktemp -d)

@@ -1,4 +1,4 @@
-#include "trainer/SampleList.h"
+#include "trainer/commands/SampleList.h"
 
 #include <algorithm>
 #include <cerrno>

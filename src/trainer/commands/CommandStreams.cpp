@@ -1,0 +1,25 @@
+#include <ostream>
+
+#include "base/Text.h"
+#include "trainer/commands/Commands.h"
+
+namespace dravik::trainer {
+
+void CommandStreams::problem(const std::string& text) const {
+    out.flush();
+    err << kProgram << ": " << onOneLine(text) << std::endl;
+}
+
+std::string onOneLine(const std::string& text) {
+    std::string line;
+    for (const char c : text) {
+        const bool blank = c == ' ' || c == '\t' || c == '\r' || c == '\n';
+        if (!blank)
+            line += c;
+        else if (!line.empty() && line.back() != ' ')
+            line += ' ';
+    }
+    return trimmed(line);
+}
+
+}  // namespace dravik::trainer
