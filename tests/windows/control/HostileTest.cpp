@@ -228,7 +228,7 @@ void useEverything(Bench& bench) {
             continue;
         bench.robot.expectMenu(pick);
         bench.rightClick(cell);
-        EXPECT_TRUE(bench.robot.satisfied()) << toUtf8(std::wstring_view(pick));
+        EXPECT_TRUE(bench.robot.satisfied()) << utf8(std::wstring_view(pick));
     }
     const HWND toolbar = children(bench.page(), TOOLBARCLASSNAMEW).front();
     for (const int i : {1, 2, 3, 4, 0}) {  // back to the cells at last
@@ -263,7 +263,7 @@ TEST(HostileTool, FailsAtEveryOperationInTurn) {
     for (const wchar_t* title : {L" Array for ", L"istogram "})
         EXPECT_TRUE(std::ranges::any_of(shownWindows(), [&](HWND window) {
             return windowText(window).find(title) != std::wstring::npos;
-        })) << toUtf8(std::wstring_view(title));
+        })) << utf8(std::wstring_view(title));
     bench.robot.expectBox(L"Font Changed", IDNO);
     bench.host->close();
 }
