@@ -8,7 +8,6 @@
 
 #include "base/Paths.h"
 #include "contract/DrawnText.h"
-#include "engine/embedded/EmbeddedTool.h"
 #include "support/TemporaryFolder.h"
 #include "windows/com/ComText.h"
 #include "windows/com/support/ChildProcess.h"
@@ -123,21 +122,7 @@ bool waitFor(const std::function<bool()>& condition) {
     return condition();
 }
 
-// A font in the folder that the embedded step uses where it is told of none, selected: Include is enabled.
-class SelectedFont {
-  public:
-    SelectedFont() { tool_.CreateFont(kName); }
-    SelectedFont(const SelectedFont&) = delete;
-    SelectedFont& operator=(const SelectedFont&) = delete;
-    ~SelectedFont() { tool_.DeleteFont(kName); }
-
-  private:
-    static constexpr char kName[] = "of-the-container";
-    EmbeddedTool tool_{JobFolder(), true};
-};
-
 TEST_F(ScriptsTest, ContainerShowsTheControlUntilItIsClosed) {
-    const SelectedFont font;
     auto ended = std::async(std::launch::async,
                             [] { return program(DRAVIK_SHOW_CONTROL, L"Dravik.EmbeddedStep --seconds 40"); });
     OtherWindow other;
