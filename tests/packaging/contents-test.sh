@@ -13,8 +13,8 @@ done
 version=$(basename "$folder" | sed -E 's/^Dravik-(.*)-x(64|86)$/\1/')
 [ "$(msiinfo export "$msi" Property | tr -d '\r' | sed -n 's/^ProductVersion\t//p')" = "$version" ] || fail "$msi is not of version $version"
 for file in DravikDlg.ocx DravikTrainer.exe; do
-    tr -d '\0' <"$folder/$file" | grep -aq "FileVersion$version" || fail "$file is not of version $version"
-    tr -d '\0' <"$folder/$file" | grep -aq "LegalCopyrightCopyright (c) " || fail "$file names no copyright"
+    tr -d '\0' <"$folder/$file" | grep -a "FileVersion$version" >/dev/null || fail "$file is not of version $version"
+    tr -d '\0' <"$folder/$file" | grep -a "LegalCopyrightCopyright (c) " >/dev/null || fail "$file names no copyright"
 done
 head -n 3 "$folder/LICENSE.txt" | grep -q "$(sed -n 3p "$root/LICENSE")" || fail "LICENSE.txt is not the licence"
 echo "$(basename "$folder"): licence, notices, changes and version are right"
