@@ -8,6 +8,8 @@ set(CPACK_PACKAGE_CONTACT "The Dravik authors <maintainers@dravik.invalid>")
 set(CPACK_PACKAGING_INSTALL_PREFIX /usr)
 set(CPACK_SET_DESTDIR OFF)
 set(CPACK_STRIP_FILES ON)
+# The same input gives the same package.
+set(CPACK_PRE_BUILD_SCRIPTS ${PROJECT_SOURCE_DIR}/cmake/PackageDates.cmake)
 set(CPACK_COMPONENTS_ALL ${DRAVIK_COMPONENTS})
 set(CPACK_DEB_COMPONENT_INSTALL ON)
 set(CPACK_COMPONENTS_GROUPING ONE_PER_GROUP)
@@ -34,11 +36,11 @@ endfunction()
 
 debian_package(trainer dravik-trainer graphics "font training and reading for the Dravik OCR tool"
 "Teaches fonts to the Dravik OCR tool from images of printed parts, and reads
- images with them, in a window or by commands that need no display.
- .
- Characters that are found in an image become labelled samples of a font;
- a small network is trained on them in a second. Histograms point out samples
- that fit badly, and a check on held-out samples tells how good the font is.")
+images with them, in a window or by commands that need no display.
+
+Characters that are found in an image become labelled samples of a font;
+a small network is trained on them in a second. Histograms point out samples
+that fit badly, and a check on held-out samples tells how good the font is.")
 # Formats other than PNG and BMP, and a desktop without X11, are plug-ins of Qt.
 set(CPACK_DEBIAN_TRAINER_PACKAGE_RECOMMENDS "qt6-image-formats-plugins, qt6-wayland")
 set(CPACK_DEBIAN_TRAINER_PACKAGE_SUGGESTS "www-browser, python3-dravik")
