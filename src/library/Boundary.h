@@ -13,8 +13,8 @@ struct Refusal {
     std::string text;
 };
 
-// The status of the exception now being handled, told in `error` unless that is null. Call only inside a catch
-// block.
+// The status of the exception now being handled, told in `error` unless that is null. Call only inside a
+// catch block.
 dravik_status told(dravik_error* error) noexcept;
 
 // Runs the body of a call that can fail.

@@ -27,8 +27,8 @@ ImagePart partToRead(const dravik_image* image, const dravik_settings* settings)
             throw Refusal{DRAVIK_BAD_ARGUMENT, "The region lies outside of the image"};
     }
     const std::uint8_t* first = image->pixels + part.top * image->stride + part.left;
-    return {engine::GreyImage(first, part.right - part.left, part.bottom - part.top, image->stride), part.left,
-            part.top};
+    return {engine::GreyImage(first, part.right - part.left, part.bottom - part.top, image->stride),
+            part.left, part.top};
 }
 
 }  // namespace dravik::library

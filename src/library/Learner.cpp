@@ -30,8 +30,8 @@ constexpr std::chrono::milliseconds kPollInterval{10};
 struct NotIncluded {
     void operator()(const tool::Included&) const {}
     void operator()(const tool::CountMismatch& counts) const {
-        throw Refusal{DRAVIK_COUNT_MISMATCH, "The text has " + std::to_string(counts.typed) + " characters, " +
-                                                 std::to_string(counts.found) +
+        throw Refusal{DRAVIK_COUNT_MISMATCH, "The text has " + std::to_string(counts.typed) +
+                                                 " characters, " + std::to_string(counts.found) +
                                                  " were found in the image"};
     }
     void operator()(const tool::InvalidValues& invalid) const {

@@ -104,7 +104,8 @@ dravik_status dravik_font_read(const dravik_font* font, const dravik_image* imag
             one.place.top += part.top;
             one.place.bottom += part.top;
         }
-        *reading = new dravik_reading(std::move(read), settings ? settings->rejectLimit : engine::kRejectLimit);
+        *reading =
+            new dravik_reading(std::move(read), settings ? settings->rejectLimit : engine::kRejectLimit);
     });
 }
 

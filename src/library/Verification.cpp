@@ -37,8 +37,8 @@ double confidenceOf(const engine::ReadCharacter& read, const std::string& charac
     return found == read.alternatives.end() ? 0 : found->confidence;
 }
 
-// The cheapest way through all prefixes of both (Wagner and Fischer, "The string-to-string correction problem",
-// 1974).
+// The cheapest way through all prefixes of both (Wagner and Fischer, "The string-to-string correction
+// problem", 1974).
 std::vector<Pairing> paired(std::span<const std::string> expected,
                             std::span<const engine::ReadCharacter> read) {
     enum Step : std::uint8_t { Both, ExpectedAlone, ReadAlone };
@@ -100,9 +100,9 @@ dravik_status dravik_reading_verify(const dravik_reading* reading, const char* e
             one.verdict = DRAVIK_UNEXPECTED;
             if (pair.expected < 0) continue;
             one.confidence = confidenceOf(read, one.expected);
-            one.verdict = read.character != one.expected             ? DRAVIK_WRONG
+            one.verdict = read.character != one.expected           ? DRAVIK_WRONG
                           : read.confidence < reading->rejectLimit ? DRAVIK_DOUBTFUL
-                                                                     : DRAVIK_RIGHT;
+                                                                   : DRAVIK_RIGHT;
         }
         *verification = result.release();
     });
@@ -113,11 +113,13 @@ void dravik_verification_free(dravik_verification* verification) {
 }
 
 int dravik_verification_passed(const dravik_verification* verification) {
-    return verification && std::all_of(verification->characters.begin(), verification->characters.end(),
-                                       [](const dravik_verified& one) { return one.verdict == DRAVIK_RIGHT; });
+    return verification &&
+           std::all_of(verification->characters.begin(), verification->characters.end(),
+                       [](const dravik_verified& one) { return one.verdict == DRAVIK_RIGHT; });
 }
 
-const dravik_verified* dravik_verification_characters(const dravik_verification* verification, size_t* count) {
+const dravik_verified* dravik_verification_characters(const dravik_verification* verification,
+                                                      size_t* count) {
     *count = verification ? verification->characters.size() : 0;
     return *count > 0 ? verification->characters.data() : nullptr;
 }

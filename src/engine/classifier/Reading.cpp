@@ -126,7 +126,8 @@ std::vector<Recognition> recognize(const Segmentation& found, const Network& net
             const SampleInputs inputs = glyphInputs(found, found.glyphs[i], line);
             network.run(inputs, outputs);
             reading.characters.push_back(surest(network, inputs, outputs, measure));
-            reading.trust += std::log(std::max(kLeastTrust, confidence(reading.characters.back().best.evidence)));
+            reading.trust +=
+                std::log(std::max(kLeastTrust, confidence(reading.characters.back().best.evidence)));
         }
         return reading;
     };

@@ -33,8 +33,8 @@ struct Alternative {
 // A character as the trained font reads it.
 struct ReadCharacter {
     FoundCharacter place;
-    std::string character;  // the font's best answer
-    double confidence = 0;  // that the answer is right, 0 to 1 (see Confidence.h)
+    std::string character;                    // the font's best answer
+    double confidence = 0;                    // that the answer is right, 0 to 1 (see Confidence.h)
     std::vector<Alternative> alternatives{};  // the likeliest first, without the answer
 };
 
