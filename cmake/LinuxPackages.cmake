@@ -1,6 +1,6 @@
 # The Debian packages, a component of what is installed each, made by `cpack -G DEB` in the build folder of the preset
 # release; tools/package.sh does it.
-set(DRAVIK_COMPONENTS trainer)
+set(DRAVIK_COMPONENTS trainer library dev python)
 set(CPACK_GENERATOR DEB)
 set(CPACK_PACKAGE_NAME dravik)
 set(CPACK_PACKAGE_VERSION ${PROJECT_VERSION})
@@ -44,4 +44,27 @@ that fit badly, and a check on held-out samples tells how good the font is.")
 # Formats other than PNG and BMP, and a desktop without X11, are plug-ins of Qt.
 set(CPACK_DEBIAN_TRAINER_PACKAGE_RECOMMENDS "qt6-image-formats-plugins, qt6-wayland")
 set(CPACK_DEBIAN_TRAINER_PACKAGE_SUGGESTS "www-browser, python3-dravik")
+
+debian_package(library libdravik0 libs "reads with fonts of the Dravik OCR tool"
+"Finds the characters of a grey image, reads them with a font that was trained
+from images of printed parts, and tells how sure it is of each. One font may
+be read with by any number of threads. Fonts can be taught as well.")
+set(CPACK_DEBIAN_LIBRARY_PACKAGE_GENERATE_SHLIBS ON)
+set(CPACK_DEBIAN_LIBRARY_PACKAGE_GENERATE_SHLIBS_POLICY ">=")
+
+debian_package(dev libdravik-dev libdevel "reads with fonts of the Dravik OCR tool (development)"
+"Headers for C and C++20, files for pkg-config and CMake, the guide with its
+samples and the reference of libdravik, which reads grey images with fonts
+trained from images of printed parts.")
+set(CPACK_DEBIAN_DEV_PACKAGE_DEPENDS "libdravik0 (= ${PROJECT_VERSION})")
+
+debian_package(python python3-dravik python "reads with fonts of the Dravik OCR tool (Python 3)"
+"A module that reads numpy images with fonts trained from images of printed
+parts: texts, boxes, confidences and alternatives. It teaches and verifies as
+well.")
+set(CPACK_DEBIAN_PYTHON_PACKAGE_DEPENDS "libdravik0 (= ${PROJECT_VERSION}), python3 (>= 3.9), python3-numpy")
+set(CPACK_DEBIAN_PYTHON_PACKAGE_RECOMMENDS "python3-pil")
+set(CPACK_DEBIAN_PYTHON_PACKAGE_ARCHITECTURE all)
+set(CPACK_DEBIAN_PYTHON_PACKAGE_CONTROL_EXTRA ${PROJECT_SOURCE_DIR}/packaging/linux/python3-dravik/postinst
+  ${PROJECT_SOURCE_DIR}/packaging/linux/python3-dravik/prerm)
 include(CPack)

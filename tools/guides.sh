@@ -23,13 +23,13 @@ for guide; do
         printf '<title>%s</title>\n<link rel="stylesheet" href="guide.css">\n</head>\n<body>\n' "$(title "$guide")"
         printf '<nav>\n%s</nav>\n' "$navigation"
         cmark-gfm -e table "$guide" | sed -E "s/<a href=\"($known)\.md(#[^\"]*)?\">/<a href=\"\1.html\">/g
-            s/<a href=\"(samples\/|https?:)([^\"]*)\">/<A href=\"\1\2\">/g; s/<a href=\"($known)\.html\">/<A href=\"\1.html\">/g
+            s/<a href=\"(samples\/|library-samples\/|https?:)([^\"]*)\">/<A href=\"\1\2\">/g; s/<a href=\"($known)\.html\">/<A href=\"\1.html\">/g
             s/<a href=\"[^\"]*\">([^<]*(<code>[^<]*<\/code>)?[^<]*)<\/a>/\1/g; s/<A /<a /g"
         printf '</body>\n</html>\n'
     } >"$out/$name.html"
 done
 # What the pages show and link to.
-for kind in images samples; do
+for kind in images samples library-samples; do
     for file in $(cat "$out"/*.html | grep -oE "(src|href)=\"$kind/[^\"]*\"" | sed -E 's/.*="(.*)"/\1/' | sort -u); do
         mkdir -p "$out/$kind"
         if [ "$file" = samples/ ]; then cp "$root"/docs/samples/* "$out/samples"; else cp "$root/docs/$file" "$out/$file"; fi

@@ -1,7 +1,8 @@
 /**
  * @file dravik.hpp
- * @brief The library for C++20: objects that free themselves, failures as exceptions. A thin layer over dravik.h, compiled into the
- * program that includes it, so that the two need not be built by the same compiler.
+ * @brief The library for C++20: objects that free themselves, failures as exceptions. A thin layer over
+ * dravik.h, compiled into the program that includes it, so that the two need not be built by the same
+ * compiler.
  */
 #ifndef DRAVIK_HPP
 #define DRAVIK_HPP
@@ -26,7 +27,7 @@ namespace dravik {
 /** @brief What a call of the library has reported. */
 class Error : public std::runtime_error {
   public:
-    explicit Error(const dravik_error &error) : std::runtime_error(error.text), status_(error.status) {}
+    explicit Error(const dravik_error& error) : std::runtime_error(error.text), status_(error.status) {}
     dravik_status status() const noexcept { return status_; }
 
   private:
@@ -36,31 +37,33 @@ class Error : public std::runtime_error {
 namespace detail {
 
 struct Free {
-    void operator()(dravik_settings *one) const noexcept { dravik_settings_free(one); }
-    void operator()(dravik_font *one) const noexcept { dravik_font_free(one); }
-    void operator()(dravik_reading *one) const noexcept { dravik_reading_free(one); }
-    void operator()(dravik_verification *one) const noexcept { dravik_verification_free(one); }
-    void operator()(dravik_learner *one) const noexcept { dravik_learner_free(one); }
+    void operator()(dravik_settings* one) const noexcept { dravik_settings_free(one); }
+    void operator()(dravik_font* one) const noexcept { dravik_font_free(one); }
+    void operator()(dravik_reading* one) const noexcept { dravik_reading_free(one); }
+    void operator()(dravik_verification* one) const noexcept { dravik_verification_free(one); }
+    void operator()(dravik_learner* one) const noexcept { dravik_learner_free(one); }
 };
 template <class Handle>
 using Owner = std::unique_ptr<Handle, Free>;
 
 /* Calls a function whose last argument is the error; raises what it reports. */
 template <class Function, class... Arguments>
-void call(Function &&function, Arguments &&...arguments) {
+void call(Function&& function, Arguments&&... arguments) {
     dravik_error error;
     if (function(std::forward<Arguments>(arguments)..., &error) != DRAVIK_OK) throw Error(error);
 }
 
 /* The same for one whose result stands before the error. */
 template <class Handle, class Function, class... Arguments>
-Owner<Handle> made(Function &&function, Arguments &&...arguments) {
-    Handle *handle = nullptr;
+Owner<Handle> made(Function&& function, Arguments&&... arguments) {
+    Handle* handle = nullptr;
     call(function, std::forward<Arguments>(arguments)..., &handle);
     return Owner<Handle>(handle);
 }
 
-inline const char *orNull(const std::optional<std::string> &text) { return text ? text->c_str() : nullptr; }
+inline const char* orNull(const std::optional<std::string>& text) {
+    return text ? text->c_str() : nullptr;
+}
 
 }  // namespace detail
 
@@ -70,8 +73,8 @@ using Check = dravik_check;
 
 /** @brief A grey image that the caller keeps while it is read. */
 struct Image : dravik_image {
-    Image(const std::uint8_t *pixels, int width, int height) : Image(pixels, width, height, width) {}
-    Image(const std::uint8_t *pixels, int width, int height, std::ptrdiff_t stride)
+    Image(const std::uint8_t* pixels, int width, int height) : Image(pixels, width, height, width) {}
+    Image(const std::uint8_t* pixels, int width, int height, std::ptrdiff_t stride)
         : dravik_image{pixels, width, height, stride} {}
 };
 
@@ -81,19 +84,19 @@ class Settings {
     Settings() : handle_(dravik_settings_new()) {
         if (!handle_) throw std::bad_alloc();
     }
-    Settings &region(const Box &box) {
+    Settings& region(const Box& box) {
         detail::call(dravik_settings_set_region, handle_.get(), &box);
         return *this;
     }
-    Settings &wholeImage() {
+    Settings& wholeImage() {
         detail::call(dravik_settings_set_region, handle_.get(), nullptr);
         return *this;
     }
-    Settings &rejectLimit(double limit) {
+    Settings& rejectLimit(double limit) {
         detail::call(dravik_settings_set_reject_limit, handle_.get(), limit);
         return *this;
     }
-    const dravik_settings *handle() const noexcept { return handle_.get(); }
+    const dravik_settings* handle() const noexcept { return handle_.get(); }
 
   private:
     detail::Owner<dravik_settings> handle_;
@@ -106,7 +109,7 @@ class Verification {
     bool passed() const noexcept { return dravik_verification_passed(handle_.get()) != 0; }
     std::span<const dravik_verified> characters() const noexcept {
         std::size_t count = 0;
-        const dravik_verified *first = dravik_verification_characters(handle_.get(), &count);
+        const dravik_verified* first = dravik_verification_characters(handle_.get(), &count);
         return {first, count};
     }
 
@@ -121,10 +124,10 @@ class Reading {
     std::string_view text() const noexcept { return dravik_reading_text(handle_.get()); }
     std::span<const dravik_character> characters() const noexcept {
         std::size_t count = 0;
-        const dravik_character *first = dravik_reading_characters(handle_.get(), &count);
+        const dravik_character* first = dravik_reading_characters(handle_.get(), &count);
         return {first, count};
     }
-    Verification verify(const std::string &expected) const {
+    Verification verify(const std::string& expected) const {
         return Verification(
             detail::made<dravik_verification>(dravik_reading_verify, handle_.get(), expected.c_str()));
     }
@@ -137,18 +140,21 @@ class Reading {
 class Font {
   public:
     /** @brief Opens a font file. */
-    explicit Font(const std::string &file) : handle_(detail::made<dravik_font>(dravik_font_open, file.c_str())) {}
+    explicit Font(const std::string& file)
+        : handle_(detail::made<dravik_font>(dravik_font_open, file.c_str())) {}
     /** @brief Opens a font by its name in a jobs folder, the user's when none is given. */
-    static Font named(const std::string &name, const std::optional<std::string> &jobs = {}) {
+    static Font named(const std::string& name, const std::optional<std::string>& jobs = {}) {
         return Font(detail::made<dravik_font>(dravik_font_open_named, detail::orNull(jobs), name.c_str()));
     }
     std::string_view characters() const noexcept { return dravik_font_characters(handle_.get()); }
-    Reading read(const dravik_image &image) const { return read(image, nullptr); }
-    Reading read(const dravik_image &image, const Settings &settings) const { return read(image, settings.handle()); }
+    Reading read(const dravik_image& image) const { return read(image, nullptr); }
+    Reading read(const dravik_image& image, const Settings& settings) const {
+        return read(image, settings.handle());
+    }
 
   private:
     explicit Font(detail::Owner<dravik_font> handle) : handle_(std::move(handle)) {}
-    Reading read(const dravik_image &image, const dravik_settings *settings) const {
+    Reading read(const dravik_image& image, const dravik_settings* settings) const {
         return Reading(detail::made<dravik_reading>(dravik_font_read, handle_.get(), &image, settings));
     }
 
@@ -158,18 +164,19 @@ class Font {
 /** @brief A font that is being taught. */
 class Learner {
   public:
-    /** @brief Takes the font of that name in a jobs folder, the user's when none is given; makes it when it is missing. */
-    explicit Learner(const std::string &name, const std::optional<std::string> &jobs = {})
+    /** @brief Takes the font of that name in a jobs folder, the user's when none is given; makes it when it
+     * is missing. */
+    explicit Learner(const std::string& name, const std::optional<std::string>& jobs = {})
         : handle_(detail::made<dravik_learner>(dravik_learner_open, detail::orNull(jobs), name.c_str())) {}
 
     /** @brief Returns how many samples were included. */
-    int include(const dravik_image &image, const std::string &text) { return include(image, text, nullptr); }
-    int include(const dravik_image &image, const std::string &text, const Settings &settings) {
+    int include(const dravik_image& image, const std::string& text) { return include(image, text, nullptr); }
+    int include(const dravik_image& image, const std::string& text, const Settings& settings) {
         return include(image, text, settings.handle());
     }
-    /** @brief Trains within a limit in seconds, 0 for a minute. `progress` returns true to stop; what it raises stops the
-     * training too and is raised again. */
-    Training train(int seconds = 0, const std::function<bool(const Training &)> &progress = {}) {
+    /** @brief Trains within a limit in seconds, 0 for a minute. `progress` returns true to stop; what it
+     * raises stops the training too and is raised again. */
+    Training train(int seconds = 0, const std::function<bool(const Training&)>& progress = {}) {
         Watch watch{progress, nullptr};
         Training training{};
         dravik_error error;
@@ -189,10 +196,10 @@ class Learner {
 
   private:
     struct Watch {
-        const std::function<bool(const Training &)> &progress;
+        const std::function<bool(const Training&)>& progress;
         std::exception_ptr failure;
-        static int ask(const dravik_training *soFar, void *user) noexcept {
-            auto &watch = *static_cast<Watch *>(user);
+        static int ask(const dravik_training* soFar, void* user) noexcept {
+            auto& watch = *static_cast<Watch*>(user);
             try {
                 return watch.progress(*soFar) ? 1 : 0;
             } catch (...) {
@@ -202,7 +209,7 @@ class Learner {
         }
     };
 
-    int include(const dravik_image &image, const std::string &text, const dravik_settings *settings) {
+    int include(const dravik_image& image, const std::string& text, const dravik_settings* settings) {
         std::int32_t samples = 0;
         detail::call(dravik_learner_include, handle_.get(), &image, settings, text.c_str(), &samples);
         return samples;
