@@ -9,7 +9,7 @@ cd "$(dirname "$(readlink -f "$0")")/.."
 [ $# -gt 0 ] || set -- x64 x86
 export SOURCE_DATE_EPOCH=${SOURCE_DATE_EPOCH:-$(git log -1 --format=%ct 2>/dev/null || stat -c %Y CHANGELOG.md)}
 version=$(sed -nE 's/^project\(Dravik VERSION ([0-9.]+).*/\1/p' CMakeLists.txt)
-programs=(DravikDlg DravikTrainer DravikToolCheck)
+programs=(DravikDlg DravikTrainer DravikToolCheck libdravik)
 
 # build ARCH TARGET... : in the folder of that architecture, quiet unless it fails.
 build() {
@@ -65,7 +65,7 @@ for arch; do
     name=Dravik-$version-$arch
     stage=packages/$name
     rm -rf "$stage" "$stage.zip" "$stage.msi"
-    mkdir -p "$stage/contract" "$stage/docs/samples" "$stage/docs/images"
+    mkdir -p "$stage/contract" "$stage/docs" "$stage/library/dravik"
     strip=$([ "$arch" = x64 ] && echo x86_64 || echo i686)-w64-mingw32-strip
     for file in DravikDlg.ocx DravikTrainer.exe DravikToolCheck.exe; do
         $strip -o "$stage/$file" "$(built "$arch" $file)"
@@ -74,12 +74,15 @@ for arch; do
     for library in MerrowLib TollanLib DravikLib DravikDlgLib; do
         cp "$(built "$arch" $library.tlb)" "$(built "$arch" $library.h)" "$stage/contract"
     done
-    cp docs/host-integrators-guide.md docs/operator-guide.md docs/font-file.md docs/commands.md "$stage/docs"
-    cp docs/samples/* "$stage/docs/samples"
+    $strip -o "$stage/library/dravik-0.dll" "$(built "$arch" dravik-0.dll)"
+    cp "$(built "$arch" libdravik.dll.a)" "$stage/library"
+    cp src/library/include/dravik/* "$stage/library/dravik"
+    tools/guides.sh "$stage/docs" docs/operator-guide.md docs/host-integrators-guide.md docs/commands.md docs/font-file.md docs/library.md
     cp packaging/*.cmd THIRD-PARTY-NOTICES.md CHANGELOG.md "$stage"
     cp LICENSE "$stage/LICENSE.txt"
-    find docs/images -maxdepth 1 -name '*.png' -exec cp {} "$stage/docs/images" \;
-    (cd packages && zip -qr "$name.zip" "$name")
+    find "$stage" -exec touch -d "@$SOURCE_DATE_EPOCH" {} +
+    rm -f "packages/$name.zip"
+    (cd packages && find "$name" -print | LC_ALL=C sort | TZ=UTC zip -qX@ "$name.zip")
     packaging/make-msi.sh "$stage" "$arch" "$version" packages/rows "$stage.msi"
     rm -rf "$stage"
 done
