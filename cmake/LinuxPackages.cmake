@@ -49,8 +49,10 @@ debian_package(library libdravik0 libs "reads with fonts of the Dravik OCR tool"
 "Finds the characters of a grey image, reads them with a font that was trained
 from images of printed parts, and tells how sure it is of each. One font may
 be read with by any number of threads. Fonts can be taught as well.")
-set(CPACK_DEBIAN_LIBRARY_PACKAGE_GENERATE_SHLIBS ON)
-set(CPACK_DEBIAN_LIBRARY_PACKAGE_GENERATE_SHLIBS_POLICY ">=")
+# CPack's own way calls ldconfig in scripts, for which Debian has a trigger.
+configure_file(packaging/linux/libdravik0/shlibs.in packages/libdravik0/shlibs @ONLY)
+set(CPACK_DEBIAN_LIBRARY_PACKAGE_CONTROL_EXTRA ${PROJECT_SOURCE_DIR}/packaging/linux/libdravik0/triggers
+  ${CMAKE_BINARY_DIR}/packages/libdravik0/shlibs)
 
 debian_package(dev libdravik-dev libdevel "reads with fonts of the Dravik OCR tool (development)"
 "Headers for C and C++20, files for pkg-config and CMake, the guide with its
