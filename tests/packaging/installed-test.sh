@@ -11,6 +11,7 @@ folder=$(readlink -f "$1")
 fail() { echo "FAILED: $*" >&2; exit 1; }
 step() { printf '== %s\n' "$*" >&2; }
 bare=$(mktemp -d)
+chmod 755 "$bare" # the root folder of an ordinary user too
 finish() {
     umount "$bare/proc" 2>/dev/null || true
     rm -rf "$bare"
@@ -20,7 +21,7 @@ in_bare() { chroot "$bare" /usr/bin/env -i PATH=/usr/sbin:/usr/bin:/sbin:/bin HO
 quietly() { "$@" >"$bare.log" 2>&1 || { tail -n 40 "$bare.log" >&2; fail "$*"; }; rm -f "$bare.log"; }
 install() { quietly in_bare apt-get install -y -q --no-install-recommends "$@"; }
 # as_user COMMAND : by bash as an ordinary user in an empty home, without a display.
-as_user() { in_bare runuser -u operator -- env -i PATH=/usr/bin:/bin HOME=/home/operator LANG=C.UTF-8 QT_QPA_PLATFORM=offscreen bash -euc "cd; $1"; }
+as_user() { in_bare runuser -u stranger -- env -i PATH=/usr/bin:/bin HOME=/home/stranger LANG=C.UTF-8 QT_QPA_PLATFORM=offscreen bash -euc "cd; $1"; }
 # What is on the machine but for logs, caches and the packet manager's own books.
 listing() {
     (cd "$bare" && find . -xdev \( -path ./proc -o -path ./var/log -o -path ./var/cache -o -path ./var/lib/apt -o -path ./var/lib/dpkg -o -path ./tmp \
@@ -44,7 +45,7 @@ for deb in "$folder"/*.deb; do
     rm -rf "$bare/older"
 done
 quietly in_bare apt-get update -q
-in_bare useradd -m operator
+in_bare useradd -m stranger
 # What the packages need, and what belongs to a desktop, is there before, so that what stays behind is theirs.
 needs=$(for deb in "$folder"/*.deb; do dpkg-deb -f "$deb" Depends; done | tr ',' '\n' | sed 's/^ *//' | grep -v '^libdravik' | sort -u | paste -sd,)
 quietly in_bare apt-get satisfy -y -q --no-install-recommends "$needs, man-db, shared-mime-info, desktop-file-utils, hicolor-icon-theme, gtk-update-icon-cache, bash-completion, python3-pil"
@@ -70,8 +71,8 @@ as_user "dravik-trainer read --font older $parts/read/hack_000.png" | grep -q 'E
 step "The commands of the README, as an ordinary user"
 as_user "$(readme 'Train a font' sh)" >"$bare/tmp/told" 2>&1 || { cat "$bare/tmp/told" >&2; fail "training by the README"; }
 grep -q 'EXP2026/07/26' "$bare/tmp/told" || fail "what the README trains does not read: $(tail -n 3 "$bare/tmp/told")"
-readme 'Read from Python' python >"$bare/home/operator/read.py"
-[ -s "$bare/home/operator/read.py" ] || fail "the README does not read from Python"
+readme 'Read from Python' python >"$bare/home/stranger/read.py"
+[ -s "$bare/home/stranger/read.py" ] || fail "the README does not read from Python"
 as_user 'python3 read.py' | grep -q 'EXP2026/07/26' || fail "the README's Python does not read"
 
 step "The program on a desktop"
@@ -86,7 +87,7 @@ grep -q dravik-trainer "$bare/usr/share/icons/hicolor/icon-theme.cache" || fail 
 as_user '. /usr/share/bash-completion/bash_completion; _completion_loader dravik-trainer || [ $? = 124 ]; complete -p dravik-trainer' >/dev/null || fail "no completion"
 
 step "Programs built with the library, in C, C++ and by CMake"
-install /packages/libdravik-dev_*.deb gcc g++ cmake make pkgconf libpng-dev libaravis-dev python3-venv
+install "/packages/$(basename "$folder"/libdravik-dev_*.deb)" gcc g++ cmake make pkgconf libpng-dev libaravis-dev python3-venv
 as_user 'cp /usr/share/doc/libdravik-dev/examples/* .
     for sample in read-folder.c camera-loop.cpp; do eval "$(grep -oE "\b(cc|c\+\+) .*-o [a-z-]+" $sample)"; done
     font=.local/share/tamlux/Jobs/Fonts/older.nnd
@@ -118,5 +119,5 @@ left=$(comm -13 "$bare/tmp/before" "$bare/tmp/after")
 grep -i dravik <<<"$left" && fail "something stays behind"
 named=$(grep -rlIia dravik "$bare"/usr/share/{applications,icons,mime} "$bare/etc" "$bare/var/lib/dpkg/info" 2>/dev/null || true)
 [ -z "$named" ] || fail "named still in $named"
-[ -s "$bare/home/operator/.local/share/tamlux/Jobs/Fonts/older.nnd" ] || fail "the operator's fonts went with the program"
+[ -s "$bare/home/stranger/.local/share/tamlux/Jobs/Fonts/older.nnd" ] || fail "the operator's fonts went with the program"
 echo "Installed, used, upgraded and removed on a bare Debian 12"
