@@ -87,7 +87,7 @@ grep -q dravik-trainer "$bare/usr/share/icons/hicolor/icon-theme.cache" || fail 
 as_user '. /usr/share/bash-completion/bash_completion; _completion_loader dravik-trainer || [ $? = 124 ]; complete -p dravik-trainer' >/dev/null || fail "no completion"
 
 step "Programs built with the library, in C, C++ and by CMake"
-install "/packages/$(basename "$folder"/libdravik-dev_*.deb)" gcc g++ cmake make pkgconf libpng-dev libaravis-dev python3-venv
+install "/packages/$(basename "$folder"/libdravik-dev_*.deb)" gcc g++ cmake make pkgconf libpng-dev libaravis-dev libusb-1.0-0-dev python3-venv
 as_user 'cp /usr/share/doc/libdravik-dev/examples/* .
     for sample in read-folder.c camera-loop.cpp; do eval "$(grep -oE "\b(cc|c\+\+) .*-o [a-z-]+" $sample)"; done
     font=.local/share/tamlux/Jobs/Fonts/older.nnd
@@ -112,7 +112,7 @@ as_user 'python3 -m venv --system-site-packages wheel && wheel/bin/pip install -
     grep -q 'EXP2026/07/26' || fail "the wheel does not read"
 
 step "Removed"
-quietly in_bare apt-get purge -y -q dravik-trainer gcc g++ cmake make pkgconf libpng-dev libaravis-dev python3-venv
+quietly in_bare apt-get purge -y -q dravik-trainer gcc g++ cmake make pkgconf libpng-dev libaravis-dev libusb-1.0-0-dev python3-venv
 quietly in_bare apt-get autoremove --purge -y -q
 listing >"$bare/tmp/after"
 left=$(comm -13 "$bare/tmp/before" "$bare/tmp/after")
