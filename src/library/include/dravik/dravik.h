@@ -33,6 +33,7 @@
 #ifdef __cplusplus
 extern "C" {
 #endif
+/* This is C. NOLINTBEGIN(modernize-use-using) */
 
 /** @brief How a call ended. */
 typedef enum dravik_status {
@@ -243,6 +244,7 @@ DRAVIK_API dravik_status dravik_learner_save(dravik_learner* learner, dravik_err
 
 /** @} */
 
+/* NOLINTEND(modernize-use-using) */
 #ifdef __cplusplus
 }
 #endif
