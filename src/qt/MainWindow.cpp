@@ -1,14 +1,18 @@
 #include "qt/MainWindow.h"
 
 #include <QCloseEvent>
+#include <QCoreApplication>
+#include <QDesktopServices>
 #include <QDragEnterEvent>
 #include <QFileDialog>
+#include <QFileInfo>
 #include <QMenuBar>
 #include <QMimeData>
 #include <QScrollArea>
 #include <QScrollBar>
 #include <QSettings>
 #include <QSplitter>
+#include <QUrl>
 
 #include "qt/FormPage.h"
 #include "qt/Guard.h"
@@ -108,6 +112,12 @@ std::string MainWindow::keptFolder() const {
 
 void MainWindow::keepFolder(const std::string& folder) {
     QSettings().setValue(QLatin1String(kFolderKey), qtText(folder));
+}
+
+bool MainWindow::showGuide() {
+    const QFileInfo guide(QCoreApplication::applicationDirPath() +
+                          QStringLiteral("/../share/doc/dravik-trainer/html/operator-guide.html"));
+    return guide.exists() && QDesktopServices::openUrl(QUrl::fromLocalFile(guide.canonicalFilePath()));
 }
 
 void MainWindow::restore() {

@@ -68,15 +68,7 @@ TrainingResult perform(const FontRun& run, TrainingWorker::Progress& progress) {
     return result;
 }
 
-FoundCharacter placed(const Region& place, int line) {
-    return {place.left, place.top, place.right, place.bottom, line};
-}
-
 }  // namespace
-
-std::string shownCharacter(const ReadCharacter& read, double limit) {
-    return read.confidence < limit ? kUnknownCharacter : read.character;
-}
 
 struct EmbeddedTool::State {
     State(JobFolder folder, bool remembersFont) : library(std::move(folder), remembersFont) {}
@@ -170,7 +162,7 @@ struct EmbeddedTool::State {
         if (!segmentation) {
             segmentation = segment(*image);
             for (const Glyph& glyph : segmentation->glyphs)
-                found.push_back(placed(segmentation->place(glyph), glyph.line));
+                found.push_back(foundCharacter(segmentation->place(glyph), glyph.line));
         }
         return *segmentation;
     }
@@ -237,13 +229,9 @@ std::vector<ReadCharacter> EmbeddedTool::read() {
     state_->settle();
     if (state_->training.empty()) return {};
     const SampleColumnsPtr samples = state_->samples.columns(tool::SampleKind::Committed);
-    const DistanceMeasure measure(state_->samples.statistics(), samples->samples);
-    std::vector<ReadCharacter> result;
-    for (const PlacedRecognition& one :
-         readImage(image(), state_->segments(), state_->training.network, measure))
-        result.push_back(
-            {placed(one.place, one.line), characterOf(one.read.code), confidence(one.read.evidence)});
-    return result;
+    const FontReader reader(state_->training.network,
+                            DistanceMeasure(state_->samples.statistics(), samples->samples));
+    return reader.read(image(), state_->segments());
 }
 
 std::optional<std::string> EmbeddedTool::currentFont() const {

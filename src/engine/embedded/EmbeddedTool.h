@@ -8,33 +8,13 @@
 #include <vector>
 
 #include "base/JobFolder.h"
-#include "engine/classifier/Confidence.h"
 #include "engine/embedded/HeldOutCheck.h"
+#include "engine/font/FontReader.h"
 #include "engine/image/GreyImage.h"
 #include "tool/FontTool.h"
 #include "tool/Step.h"
 
 namespace dravik::engine {
-
-// A found character: its box in image pixels, right and bottom exclusive, and the line that it stands in,
-// from 0. Found characters are in reading order, line by line.
-struct FoundCharacter {
-    int left = 0;
-    int top = 0;
-    int right = 0;
-    int bottom = 0;
-    int line = 0;
-};
-
-// A character as the trained font reads it.
-struct ReadCharacter {
-    FoundCharacter place;
-    std::string character;  // the font's best answer
-    double confidence = 0;  // that the answer is right, 0 to 1 (see Confidence.h)
-};
-
-// The text to show for a character: the answer, or "?" when its confidence is below `limit`.
-std::string shownCharacter(const ReadCharacter& read, double limit = kRejectLimit);
 
 // What summary() tells of a font file without making it current.
 struct FontSummary {

@@ -29,13 +29,14 @@ WindowActions::WindowActions(screen::Screen& screen)
       fontStop({"fontStop", "S&top", screen.train.cmdStop.toolTip(), {"Ctrl+."}}),
       fontSave({"fontSave", "&Save", screen.train.cmdSaveFont.toolTip(), {"Ctrl+S"}}),
       fontRevert({"fontRevert", "&Revert", screen.train.cmdRevert.toolTip()}),
+      guide({"guide", "&Operator Guide", "How to work with this program, with pictures"}),
       keys({"keys", "&Keys", "What the keys do", {"F1"}}),
       about({"about", "&About Dravik Trainer", "About this program"}),
       // Access keys of the menus keep clear of those of the screen.
       menus_{{"&File", {&openImages, &openFolder, nullptr, &closeImage, &closeAll, nullptr, &quit}},
              {"I&mage", {&previous, &next, nullptr, &zoomIn, &zoomOut, &fit, &actualSize}},
              {"F&ont", {&fontSelect, &fontInclude, &fontLearn, &fontStop, &fontSave, &fontRevert}},
-             {"&Help", {&keys, &about}}},
+             {"&Help", {&guide, &keys, nullptr, &about}}},
       toolbar_{&previous, &next, nullptr, &zoomOut, &zoomIn, &fit, &actualSize} {
     bind(fontSelect, screen.font.cmdSelectFont);
     bind(fontInclude, screen.sample.cmdInclude);

@@ -43,6 +43,7 @@ class WindowActions {
     Action fontSave;
     Action fontRevert;
 
+    Action guide;
     Action keys;
     Action about;
 

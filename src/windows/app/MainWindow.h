@@ -50,6 +50,7 @@ class MainWindow : public DrawnWindow, private trainer::WindowSystem {
     std::vector<std::string> choosePaths(const trainer::FileQuestion& question) override;
     std::string keptFolder() const override;
     void keepFolder(const std::string& folder) override;
+    bool showGuide() override;
     void closeWindow() override { close(); }
 
     void arrange();
