@@ -1,8 +1,7 @@
 // What a container that takes the rules at their word asks of a control.
 #include "windows/control/support/Bench.h"
 
-#include <map>
-
+#include "drivers/win32/PngFile.h"
 #include "windows/com/ComText.h"
 
 namespace dravik {
@@ -30,7 +29,8 @@ TEST(Container, IsKeptInformedInTheRightOrder) {
     EXPECT_NE(status & OLEMISC_ACTIVATEWHENVISIBLE, 0u);
 
     ASSERT_EQ(object->DoVerb(OLEIVERB_INPLACEACTIVATE, nullptr, &site, 0, host.frame(), nullptr), S_OK);
-    EXPECT_EQ(site.calls, (std::vector<std::string>{"CanInPlaceActivate", "OnInPlaceActivate"}));
+    EXPECT_EQ(site.calls, (std::vector<std::string>{"CanInPlaceActivate", "OnInPlaceActivate",
+                                                    "OnControlInfoChanged"}));
     RECT window{};
     GetClientRect(host.window(), &window);
     EXPECT_EQ(window.right, site.place.right);
@@ -171,54 +171,55 @@ TEST(Container, SaysWhetherTheDefaultButtonIsMarkedWhileTheFocusIsItsOwn) {
     EXPECT_TRUE(marked());
 }
 
-// Colours of a picture of the control and how often they occur.
-std::map<COLORREF, int> drawnColors(IViewObject2* view, bool throughMetafile) {
-    constexpr int kWidth = 360;
-    constexpr int kHeight = 450;
-    HDC screen = GetDC(nullptr);
-    HDC memory = CreateCompatibleDC(screen);
-    HBITMAP bitmap = CreateCompatibleBitmap(screen, kWidth, kHeight);
-    const HGDIOBJ before = SelectObject(memory, bitmap);
-    RECT all{0, 0, kWidth, kHeight};
-    FillRect(memory, &all, static_cast<HBRUSH>(GetStockObject(BLACK_BRUSH)));
-    const RECTL place{0, 0, kWidth, kHeight};
+// A picture of the control by itself, of that many pixels.
+std::unique_ptr<win32::Canvas> pictureOf(IViewObject2* view, SIZE size, bool throughMetafile = false) {
+    auto picture = std::make_unique<win32::Canvas>(size.cx, size.cy);
+    const RECTL place{0, 0, size.cx, size.cy};
+    const auto draw = [&](HDC dc) {
+        EXPECT_EQ(
+            view->Draw(DVASPECT_CONTENT, -1, nullptr, nullptr, nullptr, dc, &place, nullptr, nullptr, 0),
+            S_OK);
+    };
     if (throughMetafile) {
-        HDC recording = CreateEnhMetaFileW(screen, nullptr, nullptr, nullptr);
-        EXPECT_EQ(view->Draw(DVASPECT_CONTENT, -1, nullptr, nullptr, nullptr, recording, &place, &place,
-                             nullptr, 0),
-                  S_OK);
+        HDC recording = CreateEnhMetaFileW(nullptr, nullptr, nullptr, nullptr);
+        draw(recording);
         HENHMETAFILE file = CloseEnhMetaFile(recording);
-        PlayEnhMetaFile(memory, file, &all);
+        const RECT all{0, 0, size.cx, size.cy};
+        PlayEnhMetaFile(picture->dc(), file, &all);
         DeleteEnhMetaFile(file);
     } else {
-        EXPECT_EQ(
-            view->Draw(DVASPECT_CONTENT, -1, nullptr, nullptr, nullptr, memory, &place, nullptr, nullptr, 0),
-            S_OK);
+        draw(picture->dc());
     }
-    std::map<COLORREF, int> colors;
-    for (int y = 0; y < kHeight; y += 2)
-        for (int x = 0; x < kWidth; x += 2) ++colors[GetPixel(memory, x, y)];
-    SelectObject(memory, before);
-    DeleteObject(bitmap);
-    DeleteDC(memory);
-    ReleaseDC(nullptr, screen);
-    return colors;
+    GdiFlush();
+    return picture;
 }
 
-TEST(Container, LetsTheControlDrawItself) {
+// Share of the pixels in which two pictures of one size differ.
+double difference(win32::Canvas& one, win32::Canvas& other) {
+    int different = 0;
+    for (std::size_t i = 0; i < one.pixels().size(); ++i)
+        different += (one.pixels()[i] & 0xFFFFFF) != (other.pixels()[i] & 0xFFFFFF);
+    return double(different) / static_cast<double>(one.pixels().size());
+}
+
+TEST(Container, GetsThePictureThatTheActiveControlWouldBe) {
     StrictHost host(newControl(), false);
     const auto view = as<IViewObject2>(host);
-    const auto look = [&] {
-        for (const bool metafile : {false, true}) {
-            auto colors = drawnColors(view.get(), metafile);
-            EXPECT_GT(colors.size(), 3u) << "metafile " << metafile;  // controls and text, not one surface
-            EXPECT_LT(colors[RGB(0, 0, 0)], 360 * 450 / 4 / 4) << metafile;  // the ground is covered
-        }
-    };
-    look();  // shown nowhere
-    ASSERT_EQ(as<IOleObject>(host)->DoVerb(OLEIVERB_SHOW, nullptr, nullptr, 0, nullptr, nullptr), S_OK);
-    host.pump();
-    look();
+    for (const SIZE size : {SIZE{900, 700}, {620, 1000}}) {
+        host.site().place = {0, 0, size.cx, size.cy};
+        const auto inactive = pictureOf(view.get(), size);
+        const auto recorded = pictureOf(view.get(), size, true);
+        ASSERT_EQ(as<IOleObject>(host)->DoVerb(OLEIVERB_INPLACEACTIVATE, nullptr, nullptr, 0, nullptr, nullptr),
+                  S_OK);
+        host.pump();
+        const auto active = picture(host.window());
+        writePng("Z:\\tmp\\inactive.png", *inactive);
+        writePng("Z:\\tmp\\recorded.png", *recorded);
+        writePng("Z:\\tmp\\active.png", *active);
+        EXPECT_LT(difference(*inactive, *active), 0.002);
+        EXPECT_LT(difference(*recorded, *active), 0.03);
+        as<IOleInPlaceObject>(host)->InPlaceDeactivate();
+    }
     SIZEL extent{};
     EXPECT_EQ(view->GetExtent(DVASPECT_CONTENT, -1, nullptr, &extent), S_OK);
     EXPECT_GT(extent.cx, 10'000);  // ten centimetres, in hundredths of a millimetre
