@@ -31,12 +31,13 @@ void ControlState::viewChanged() {
 }
 
 UnseenPage::UnseenPage(ControlState& state)
-    : parent_(
-          CreateWindowExW(0, L"STATIC", L"", WS_POPUP, 0, 0, 0, 0, nullptr, nullptr, state.module, nullptr)) {
+    : parent_(CreateWindowExW(WS_EX_TOOLWINDOW | WS_EX_NOACTIVATE, L"STATIC", L"", WS_POPUP | WS_VISIBLE, 0,
+                              0, 0, 0, nullptr, nullptr, state.module, nullptr)) {
     if (!parent_) throw Failure(RuntimeError::OutOfMemory);
     page_ = std::make_unique<win32::FormPage>(state.screen.dialog().form(), parent_, state.screen.platform(),
                                               state.site.ambient());
     page_->setInert(true);
+    page_->setVisible(true);
 }
 
 UnseenPage::~UnseenPage() {

@@ -51,7 +51,8 @@ struct ControlState {
     SIZE extent_{0, 0};
 };
 
-// A hidden window with the page in it, for drawing the screen while it is shown nowhere.
+// A window of no size with the page in it, for drawing the screen while it is shown nowhere. The system's
+// controls draw themselves where they are visible, and so it is, though there is nothing to be seen of it.
 class UnseenPage {
   public:
     explicit UnseenPage(ControlState& state);

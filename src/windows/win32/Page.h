@@ -106,6 +106,10 @@ class Page : public AnsweredWindow, public std::enable_shared_from_this<Page> {
     static void tell(std::function<void()> listener) {
         if (listener) listener();
     }
+    // Draws a window and those in it, `origin` being the screen's place of the context's origin; all of it as
+    // pictures, or what this code draws as lines and texts.
+    void drawWindow(HDC dc, HWND window, POINT origin, bool asPicture) const;
+    bool isDrawnByHand(HWND window) const;
     LRESULT answer(UINT message, WPARAM wParam, LPARAM lParam) override;
     std::shared_ptr<void> kept() override { return weak_from_this().lock(); }
     void renewLook(int dpi, const Ambient& ambient);
