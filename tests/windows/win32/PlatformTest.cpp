@@ -189,7 +189,10 @@ TEST_F(PlatformOfWindows, APageIsDrawnIntoAnyContext) {
     Canvas half(100, 100);
     page.draw(half.dc(), {0, 0, 100, 100});
     EXPECT_NEAR(countOf(half, RGB(255, 0, 0)), reds / 4, reds / 10);
-    const HDC recording = CreateEnhMetaFileW(nullptr, nullptr, nullptr, nullptr);
+    const HDC screen = half.dc();
+    const RECT size{0, 0, MulDiv(200, 100 * GetDeviceCaps(screen, HORZSIZE), GetDeviceCaps(screen, HORZRES)),
+                    MulDiv(200, 100 * GetDeviceCaps(screen, VERTSIZE), GetDeviceCaps(screen, VERTRES))};
+    const HDC recording = CreateEnhMetaFileW(screen, nullptr, &size, nullptr);
     page.draw(recording, {0, 0, 200, 200});
     const HENHMETAFILE file = CloseEnhMetaFile(recording);
     Canvas played(200, 200);
