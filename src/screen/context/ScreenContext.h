@@ -7,12 +7,15 @@
 #include <utility>
 
 #include "base/JobFolder.h"
+#include "screen/context/ActScope.h"
 #include "screen/context/Procedure.h"
 #include "screen/context/Screen.h"
+#include "screen/context/ScreenState.h"
 #include "screen/context/ToolBinding.h"
 #include "screen/context/TraceLog.h"
 #include "screen/context/modErrors.h"
 #include "ui/Platform.h"
+#include "ui/Signal.h"
 
 namespace dravik::screen {
 
@@ -40,6 +43,15 @@ struct ScreenContext {
                                 }};
     ToolBinding tool;
     IncludeState includes;
+
+    ScreenState state();
+    // While a run goes on, the buttons that it has enabled or disabled stay. Learn is left as it is, except
+    // that it is disabled where a run awaits its decision.
+    void setState(const ScreenState& state);
+
+    // An act of the operator that changed the font has ended.
+    ui::Signal<const OperatorAct&> actEnded;
+    ActScope* act = nullptr;  // the innermost one in progress
 };
 
 }  // namespace dravik::screen

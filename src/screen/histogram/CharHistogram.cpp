@@ -50,16 +50,19 @@ std::vector<double> largestDistances(const tool::RecordTable& samples, std::span
 
 }  // namespace
 
+tool::RecordTablePtr CharHistogram::recordsFor(std::int16_t type) {
+    if (type == kCharacterDistance)
+        return context_.tool->GetSampleData(tool::kAllCommitted, tool::kSampleFields);
+    if (type == kFontHistogram)
+        return context_.tool->GetSampleData(tool::kAllTrained, tool::kCharacterFields);
+    return nullptr;
+}
+
 void CharHistogram::DisplayCharHistogram(const std::string& character, std::int16_t type) {
     const std::string entry = "DravikDlg.DisplayCharHistogram(" + character + ", " + typeName(type) + ")";
     context_.procedures.run(entry, "DisplayCharHistogram", [&] {
         context_.screen.sbr.panel("Message").setText("Creating histogram...");
-        tool::RecordTablePtr records;
-        if (type == kCharacterDistance) {
-            records = context_.tool->GetSampleData(tool::kAllCommitted, tool::kSampleFields);
-        } else if (type == kFontHistogram) {
-            records = context_.tool->GetSampleData(tool::kAllTrained, tool::kCharacterFields);
-        }
+        const auto records = recordsFor(type);
         if (!records || records->isEmpty()) return;
         if (type == kCharacterDistance) {
             showCharacter(*records, character);
@@ -68,6 +71,27 @@ void CharHistogram::DisplayCharHistogram(const std::string& character, std::int1
         }
         context_.platform.show(*m_dlgHist_);
     });
+}
+
+void CharHistogram::refill() {
+    if (!isOpen()) return;
+    context_.procedures.run("", "DisplayCharHistogram", [&] {
+        const std::string character = m_dlgHist_->currentCharacter();
+        const std::int16_t type = m_dlgHist_->mode();
+        const auto records = recordsFor(type);
+        const bool none = !records || records->isEmpty();
+        if (none || (type == kCharacterDistance && distancesOf(*records, character).empty()))
+            return release();
+        if (type == kCharacterDistance) {
+            showCharacter(*records, character);
+        } else {
+            showFont(*records);
+        }
+    });
+}
+
+bool CharHistogram::isOpen() const {
+    return m_dlgHist_ && m_dlgHist_->loaded();
 }
 
 void CharHistogram::showCharacter(const tool::RecordTable& samples, const std::string& character) {
@@ -106,7 +130,7 @@ double CharHistogram::MaxCharDistance(const std::string& character) {
 }
 
 void CharHistogram::openForm() {
-    if (m_dlgHist_ && m_dlgHist_->loaded()) return;
+    if (isOpen()) return;
     m_dlgHist_ = std::make_unique<dlgCharHist>(context_.log, context_.platform, control_);
     m_dlgHist_->load();
 }

@@ -24,6 +24,9 @@ class CharHistogram {
     // that is open is filled again in its place, so that it counts deletions for as long as the operator
     // works in it.
     void DisplayCharHistogram(const std::string& character, std::int16_t type);
+    // Fills an open form again in its place with what the tool holds now; closes it when that is nothing.
+    void refill();
+    bool isOpen() const;
     // The largest Distance of the character's committed samples, 0 when it has none.
     double MaxCharDistance(const std::string& character);
 
@@ -33,6 +36,8 @@ class CharHistogram {
     void release();
 
   private:
+    // Nothing for another type.
+    tool::RecordTablePtr recordsFor(std::int16_t type);
     void openForm();
     void showCharacter(const tool::RecordTable& samples, const std::string& character);
     void showFont(const tool::RecordTable& characters);

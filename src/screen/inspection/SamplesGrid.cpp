@@ -60,8 +60,10 @@ class RecordSource : public ui::GridSource {
 void SamplesGrid::FillSamplesArray() {
     context_.procedures.run("Dravikdlg.FillSamplesArray", "FillSamplesArray", [&] {
         const Display display = displayOf(context_.screen.numeric.cboDisplay.listIndex());
+        records_.reset();
         auto table = context_.tool->GetSampleData(display.selector, display.fields);
         if (!table || table->isEmpty()) return;
+        records_ = table;
         context_.screen.numeric.grid.setSource(std::make_shared<RecordSource>(std::move(table)));
         context_.screen.numeric.grid.setCentered(0);
         context_.screen.numeric.grid.setCentered(1);
@@ -70,6 +72,11 @@ void SamplesGrid::FillSamplesArray() {
             context_.screen.numeric.grid.sortByText(1);
         }
     });
+}
+
+void SamplesGrid::showAnew() {
+    FillSamplesArray();
+    if (!records_) context_.screen.numeric.grid.setSource(nullptr);
 }
 
 void SamplesGrid::grid_KeyDown(int KeyCode, int Shift) {
@@ -113,13 +120,18 @@ void SamplesGrid::copySelection() {
 }
 
 void SamplesGrid::deleteSelection() {
+    ActScope act(context_, OperatorAct::Kind::DeletionInGrid);
     const ui::Grid& grid = context_.screen.numeric.grid;
     if (const auto kind = displayOf(context_.screen.numeric.cboDisplay.listIndex()).deletedAs) {
         const int count = grid.rowSelection() - grid.row() + 1;
         if (count > 0) context_.tool.setFontChanged(true);
-        for (int call = 0; call < count; ++call)
-            context_.tool->DeleteSample(
-                tool::sampleIdentifier(*kind, toInt32(leadingNumber(grid.text(grid.row(), 0)))));
+        const std::int32_t number = toInt32(leadingNumber(grid.text(grid.row(), 0)));
+        for (int call = 0; call < count; ++call) {
+            context_.tool->DeleteSample(tool::sampleIdentifier(*kind, number));
+            // The next sample has moved into the place of the one deleted.
+            const int row = number + call + 1;
+            if (records_ && row <= records_->upperRow()) act.sample(records_->character(row));
+        }
     }
     context_.errors.UserMsg("Deleted samples. Learn again to update graphical display.");
     FillSamplesArray();

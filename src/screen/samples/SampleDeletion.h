@@ -49,7 +49,8 @@ class SampleDeletion {
 
   private:
     template <class Matches>
-    void deleteCommitted(const tool::RecordTable& table, Matches matches, std::int16_t& deleted);
+    void deleteCommitted(const tool::RecordTable& table, Matches matches, std::int16_t& deleted,
+                         ActScope& act);
 
     ScreenContext& context_;
     SampleCounts& counts_;

@@ -24,6 +24,14 @@ void ChildForms::DisplayCharHistogram(const std::string& character, std::int16_t
     histogram_.DisplayCharHistogram(character, type);
 }
 
+void ChildForms::refill() {
+    if (!histogram_.isOpen()) return;
+    refilling_ = true;
+    overview_.SetFontArray();
+    histogram_.refill();
+    refilling_ = false;
+}
+
 void ChildForms::release() {
     histogram_.release();
     array_.release();
@@ -37,6 +45,7 @@ void ChildForms::m_dlgArray_SetArray(const std::string& character, std::int16_t 
 }
 
 void ChildForms::m_dlgHist_DeleteByDistance(std::string character, double minimum, double maximum) {
+    const ActScope act(context_, OperatorAct::Kind::DeletionOfBin, character);
     context_.procedures.run("Dravikdlg.m_dlgHist_DeleteByDistance", "m_dlgHist_DeleteByDistance", [&] {
         deletion_.DeleteSamplesByDistance(character, minimum, maximum);
         overview_.UpdateCharDisplay();
@@ -55,8 +64,9 @@ void ChildForms::m_dlgHist_ShowFontHist(std::string character) {
 }
 
 void ChildForms::m_dlgHist_UserMsg(std::string text) {
-    context_.procedures.run("Dravikdlg.m_dlgHist_UserMsg", "m_dlgHist_UserMsg",
-                            [&] { context_.errors.UserMsg(text); });
+    context_.procedures.run("Dravikdlg.m_dlgHist_UserMsg", "m_dlgHist_UserMsg", [&] {
+        if (!refilling_) context_.errors.UserMsg(text);
+    });
 }
 
 }  // namespace dravik::screen

@@ -20,6 +20,8 @@ class ChildForms : HistogramControl {
     // kFontHistogram or kCharacterDistance.
     void DisplayCharHistogram(const std::string& character, std::int16_t type);
 
+    // The tool's samples have changed: fills an open histogram again, in its place and without a message.
+    void refill();
     // Closes the histogram viewer, then the array viewer.
     void release();
 
@@ -35,6 +37,7 @@ class ChildForms : HistogramControl {
     SampleDeletion& deletion_;
     CharArray array_;
     CharHistogram histogram_;
+    bool refilling_ = false;
 };
 
 }  // namespace dravik::screen

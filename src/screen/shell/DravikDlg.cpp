@@ -41,6 +41,7 @@ struct DravikDlg::Parts {
     PopupMenus menus{context, counts, deletion, overview, grid, forms};
 
     void UserControl_Initialize();
+    void refreshAfterHistory(const ScreenState& state, bool fontChanged);
     void wire();
 };
 
@@ -63,6 +64,20 @@ void DravikDlg::Parts::UserControl_Initialize() {
         screen.train.cmdRevert.setEnabled(false);
         screen.train.cmdStop.setEnabled(false);
         stringList.assign(1, "");
+    });
+}
+
+void DravikDlg::Parts::refreshAfterHistory(const ScreenState& state, bool fontChanged) {
+    context.procedures.run("Dravikdlg.RefreshAfterHistory", "RefreshAfterHistory", [&] {
+        context.tool.setFontChanged(fontChanged);
+        context.setState(state);
+        binding.showCharacterSet();
+        grid.showAnew();
+        deletion.HighlightIncluded(context.includes.m_IncludedChars);
+        if (!state.awaitsDecision && !context.screen.train.cmdStop.enabled())
+            context.screen.train.cmdTrain.setEnabled(selection.ReadyToTrain());
+        binding.showTrainDate();
+        forms.refill();
     });
 }
 
@@ -185,6 +200,18 @@ void DravikDlg::HighlightIncluded(const std::string& IncludedChars) {
 
 std::string DravikDlg::FontTrainDate(const std::string& Font) {
     return parts_->selection.FontTrainDate(Font);
+}
+
+ScreenState DravikDlg::state() const {
+    return parts_->context.state();
+}
+
+void DravikDlg::refreshAfterHistory(const ScreenState& state, bool fontChanged) {
+    parts_->refreshAfterHistory(state, fontChanged);
+}
+
+ui::Signal<const OperatorAct&>& DravikDlg::actEnded() noexcept {
+    return parts_->context.actEnded;
 }
 
 bool DravikDlg::m_FontChanged() const noexcept {

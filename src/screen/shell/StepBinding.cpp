@@ -24,7 +24,6 @@ void StepBinding::setStep(tool::StepPtr step) {
 }
 
 void StepBinding::FillItems() {
-    auto& font = context_.screen.font;
     context_.procedures.run("Dravikdlg.FillItems", "FillItems", [&] {
         run_.GetTrainTimeout();
         const auto fonts = context_.tool->GetFontList();
@@ -32,19 +31,28 @@ void StepBinding::FillItems() {
         context_.screen.numeric.grid.setRedraw(true);
         if (selection_.m_FontIndex == kFontUnknown) loadSelectedFont(fonts);
 
-        const tool::CharacterSet set = context_.tool->GetCharacterSet();
-        font.txtCharSet.setLocked(true);
-        std::string text;
-        for (const auto& character : set) text += character;
-        font.txtCharSet.setText("");
-        if (!set.empty()) font.txtCharSet.setText(text);
-        font.txtCharSet.setLocked(false);
+        showCharacterSet();
         grid_.FillSamplesArray();
         overview_.UpdateCharDisplay();
         context_.screen.train.cmdTrain.setEnabled(selection_.ReadyToTrain());
-        font.lblFontDateTime.setCaption(selection_.FontTrainDate(font.lblSelectedFont.caption()));
+        showTrainDate();
     });
     if (filled) filled();
+}
+
+void StepBinding::showCharacterSet() {
+    ui::TextBox& box = context_.screen.font.txtCharSet;
+    std::string text;
+    for (const auto& character : context_.tool->GetCharacterSet()) text += character;
+    box.setLocked(true);
+    box.setText("");
+    if (!text.empty()) box.setText(text);
+    box.setLocked(false);
+}
+
+void StepBinding::showTrainDate() {
+    auto& font = context_.screen.font;
+    font.lblFontDateTime.setCaption(selection_.FontTrainDate(font.lblSelectedFont.caption()));
 }
 
 void StepBinding::loadSelectedFont(const std::vector<std::string>& fonts) {

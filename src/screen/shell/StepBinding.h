@@ -21,6 +21,9 @@ class StepBinding {
     void setStep(tool::StepPtr step);
     // Fills the screen from the bound tool.
     void FillItems();
+    // The character set of the tool's font, which is not taken for an edit.
+    void showCharacterSet();
+    void showTrainDate();
 
     // Wired by the shell: the font shown is another one, or is shown afresh.
     std::function<void()> filled;

@@ -57,6 +57,7 @@ void FontSelection::takeIndexOf(const std::string& font) {
 }
 
 void FontSelection::txtCharSet_Change() {
+    const ActScope act(context_, OperatorAct::Kind::CharacterSet);
     context_.procedures.run("Dravikdlg.txtCharSet_Change", "SetupNewCharSet", [&] {
         if (context_.screen.font.txtCharSet.locked()) return;
         SetupNewCharSet();
@@ -65,10 +66,13 @@ void FontSelection::txtCharSet_Change() {
 }
 
 void FontSelection::SetupNewCharSet() {
+    ActScope act(context_, OperatorAct::Kind::CharacterSet);
     context_.procedures.run("Dravikdlg.SetupNewCharSet", "SetupNewCharSet", [&] {
-        tool::CharacterSet set = characters(context_.screen.font.txtCharSet.text());
+        const auto typed = characters(context_.screen.font.txtCharSet.text());
+        tool::CharacterSet set = typed;
         set.insert(set.begin(), "");
         context_.tool->SetCharacterSet(set);
+        act.characterSet(typed);
         context_.tool.setFontChanged(true);
     });
 }

@@ -45,6 +45,7 @@ void TrainingRun::GetTrainTimeout() {
 void TrainingRun::cmdTrain_Click() {
     auto& train = context_.screen.train;
     context_.procedures.run("Dravikdlg.cmdTrain_Click", "Train", [&] {
+        beforeRun_ = context_.state();
         context_.errors.UserMsg("");
         if (!context_.tool->GetUncommittedSamples().empty()) {
             const ui::Answer answer = context_.platform.messageBox(
@@ -78,6 +79,7 @@ void TrainingRun::SetTrainState(bool training) {
 void TrainingRun::tmrTrain_Timer() {
     auto& train = context_.screen.train;
     if (std::exchange(polling_, true)) return;
+    ActScope act(context_, OperatorAct::Kind::Learn);
     context_.procedures.run("Dravikdlg.tmrTrain_Timer", "TrainTimer", [&] {
         if (!context_.tool->IsTrainingDone()) {
             train.lblStatus.setCaption(" RMS Error: " + rmsText(context_.tool->GetRmsError()));
@@ -93,6 +95,8 @@ void TrainingRun::tmrTrain_Timer() {
                                        ", RMS: " + rms);
             // What the run has learnt is not in the font's file yet: closing now asks whether to save it.
             context_.tool.setFontChanged(true);
+            act.begunIn(beforeRun_);
+            act.changed();
         }
         context_.procedures.trace("Dravikdlg.training done, RMS = " + rms);
         train.tmrTrain.setEnabled(false);
@@ -120,8 +124,10 @@ void TrainingRun::cmdStop_Click() {
 }
 
 void TrainingRun::cmdRevert_Click() {
+    ActScope act(context_, OperatorAct::Kind::Revert, context_.screen.font.lblSelectedFont.caption());
     context_.procedures.run("Dravikdlg.cmdRevert_Click", "Revert", [&] {
         context_.tool->RevertFont(context_.screen.font.lblSelectedFont.caption());
+        act.changed();
         SetTrainState(false);
         context_.screen.train.prgTrain.setValue(0);
         context_.screen.sample.txtSampleInput.setFocus();
@@ -132,8 +138,10 @@ void TrainingRun::cmdRevert_Click() {
 void TrainingRun::SaveFont() {
     auto& train = context_.screen.train;
     auto& font = context_.screen.font;
+    ActScope act(context_, OperatorAct::Kind::Save, font.lblSelectedFont.caption());
     context_.procedures.run("Dravikdlg.SaveFont", "SaveFont", [&] {
         context_.tool->SaveFont(font.lblSelectedFont.caption());
+        act.changed();
         context_.tool.setFontChanged(false);
         train.cmdRevert.setEnabled(false);
         overview_.UpdateTrainStatus();

@@ -40,6 +40,7 @@ class TrainingRun {
     std::int32_t trainingTimeout_ = 0;  // seconds
     std::string lastStatusText_;
     bool polling_ = false;
+    ScreenState beforeRun_;  // when Learn was pressed
 };
 
 }  // namespace dravik::screen
