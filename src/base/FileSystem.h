@@ -30,8 +30,17 @@ bool fileExists(const std::string& file);
 std::uint64_t fileSize(const std::string& file, std::error_code& error);
 // The names in a folder, in no order; those until the error when there is one.
 std::vector<std::string> namesIn(const std::string& folder, std::error_code& error);
-// With the folders that it stands in.
+// With the folders that it stands in, each of which is on the disk then.
 void makeFolders(const std::string& folder, std::error_code& error);
+// The folder that the file stands in, when it is missing; raises Failure that names the folder.
+void makeFolderOf(const std::string& file);
+// A new name, and one that was given anew, is on the disk once its folder is. Raises Device I/O error (57)
+// and the like.
+void flushFolderOf(const std::string& file);
+// The file that a symbolic link stands for in the end, which need not exist; else the file itself.
+std::string linkedFile(const std::string& file);
+// True when the file may not be written, whatever its folder allows.
+bool isReadOnly(const std::string& file);
 void removeFile(const std::string& file);
 
 enum class OpenFor { Reading, Writing, Appending };
@@ -44,12 +53,19 @@ using FilePtr = std::unique_ptr<std::FILE, FileCloser>;
 // A file of the C library; null with errno set.
 FilePtr openFile(const std::string& file, OpenFor purpose);
 
-// Makes a file that is not there yet; its content is on the disk when this returns. Failures name `reported`.
+// Makes a file that is not there yet, with the rights of the file `reported` when that exists; its content is
+// on the disk when this returns. Failures name `reported`.
 void writeThrough(const std::string& file, std::span<const std::uint8_t> content,
                   const std::string& reported);
+// Behind the name of a copy that is not whole yet.
+inline constexpr char kUnfinished[] = ".part";
+// A second name for the file; a copy that is on the disk where that is not to be had.
+void keepSecond(const std::string& file, const std::string& second);
 // Puts the file `from` in the place of `to`, whose name is there all the time; what it named before is called
-// `backup` then, unless that is empty.
-void replaceFile(const std::string& from, const std::string& to, const std::string& backup);
+// `backup` then, unless that is empty. A failure leaves both as they were, unless it is that of flushing
+// their folder. `second` names the previous version meanwhile, in the folder of the backup.
+void replaceFile(const std::string& from, const std::string& to, const std::string& backup,
+                 const std::string& second);
 // `what` is what failures say of the operation.
 enum class IfTaken { Refuse, Replace };
 void moveFile(const std::string& from, const std::string& to, IfTaken ifTaken, const std::string& what);

@@ -1,37 +1,45 @@
-#include <windows.h>
-
 #include <algorithm>
 #include <string_view>
 #include <utility>
 
 #include "base/FileSystem.h"
-#include "base/Handle.h"
 #include "base/Utf.h"
+#include "base/WindowsFile.h"
 
 namespace dravik {
 namespace {
 
 constexpr std::string_view kSeparators = "/\\";
 
-struct FileObject {
-    using Value = HANDLE;
-    static HANDLE none() noexcept { return INVALID_HANDLE_VALUE; }
-    static void close(HANDLE file) noexcept { CloseHandle(file); }
-};
-
 struct Search : FileObject {
     static void close(HANDLE search) noexcept { FindClose(search); }
 };
-
-int lastError() {
-    return static_cast<int>(GetLastError());
-}
 
 std::error_code lastErrorCode() {
     return {lastError(), std::system_category()};
 }
 
 }  // namespace
+
+bool writeAll(HANDLE file, std::span<const std::uint8_t> content) {
+    while (!content.empty()) {
+        const DWORD part = static_cast<DWORD>(std::min<std::size_t>(content.size(), 1u << 24));
+        DWORD written = 0;
+        if (!WriteFile(file, content.data(), part, &written, nullptr)) return false;
+        if (written == 0) {
+            SetLastError(ERROR_DISK_FULL);
+            return false;
+        }
+        content = content.subspan(written);
+    }
+    return true;
+}
+
+bool movePointer(HANDLE file, std::uint64_t place) {
+    LARGE_INTEGER to{};
+    to.QuadPart = static_cast<LONGLONG>(place);
+    return SetFilePointerEx(file, to, nullptr, FILE_BEGIN);
+}
 
 const char kSeparator = '\\';
 
@@ -89,6 +97,19 @@ void makeFolders(const std::string& folder, std::error_code& error) {
     if (!error && !CreateDirectoryW(wide(folder).c_str(), nullptr)) error = lastErrorCode();
 }
 
+// A rename is on the disk when it is done there.
+void flushFolderOf(const std::string&) {}
+
+// The system follows links itself.
+std::string linkedFile(const std::string& file) {
+    return file;
+}
+
+bool isReadOnly(const std::string& file) {
+    const DWORD attributes = GetFileAttributesW(wide(file).c_str());
+    return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_READONLY);
+}
+
 void removeFile(const std::string& file) {
     DeleteFileW(wide(file).c_str());
 }
@@ -104,21 +125,32 @@ void writeThrough(const std::string& file, std::span<const std::uint8_t> content
     const Handle<FileObject> handle(CreateFileW(wide(file).c_str(), GENERIC_WRITE, 0, nullptr, CREATE_NEW,
                                                 FILE_ATTRIBUTE_NORMAL, nullptr));
     if (!handle) throw failure();
-    while (!content.empty()) {
-        const DWORD part = static_cast<DWORD>(std::min<std::size_t>(content.size(), 1u << 24));
-        DWORD written = 0;
-        if (!WriteFile(handle.get(), content.data(), part, &written, nullptr) || written == 0)
-            throw failure();
-        content = content.subspan(written);
-    }
+    if (!writeAll(handle.get(), content)) throw failure();
     if (!FlushFileBuffers(handle.get())) throw failure();
 }
 
-void replaceFile(const std::string& from, const std::string& to, const std::string& backup) {
-    // ReplaceFile keeps the name present throughout and moves the previous version to the backup.
-    if (!backup.empty() && fileExists(to) &&
-        ReplaceFileW(wide(to).c_str(), wide(from).c_str(), wide(backup).c_str(), 0, nullptr, nullptr))
-        return;
+void keepSecond(const std::string& file, const std::string& second) {
+    if (CreateHardLinkW(wide(second).c_str(), wide(file).c_str(), nullptr)) return;
+    const std::wstring part = wide(second + kUnfinished);
+    if (!CopyFileW(wide(file).c_str(), part.c_str(), FALSE) ||
+        !MoveFileExW(part.c_str(), wide(second).c_str(), MOVEFILE_WRITE_THROUGH))
+        throw systemFailure(lastError(), "Cannot keep the previous version of", file);
+}
+
+void replaceFile(const std::string& from, const std::string& to, const std::string& backup,
+                 const std::string& second) {
+    // ReplaceFile keeps the name present throughout, and the rights of the previous version with it.
+    const bool keeps = !backup.empty() && fileExists(to);
+    if (keeps &&
+        ReplaceFileW(wide(to).c_str(), wide(from).c_str(), wide(second).c_str(), 0, nullptr, nullptr)) {
+        if (MoveFileExW(wide(second).c_str(), wide(backup).c_str(),
+                        MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH))
+            return;
+        const int error = lastError();
+        MoveFileExW(wide(second).c_str(), wide(to).c_str(),
+                    MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH);
+        throw systemFailure(error, "Cannot keep the previous version of", to);
+    }
     if (!MoveFileExW(wide(from).c_str(), wide(to).c_str(),
                      MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH))
         throw systemFailure(lastError(), "Cannot write", to);

@@ -13,6 +13,7 @@
 #include "base/Failure.h"
 #include "base/OutputFile.h"
 #include "engine/font/FontFile.h"
+#include "support/FullDisk.h"
 #include "support/Refused.h"
 #include "support/TemporaryFolder.h"
 
@@ -37,27 +38,6 @@ std::size_t filesIn(const std::string& folder) {
     return count;
 }
 
-// Files may not grow beyond `most` bytes while this lives, as on a full disk.
-class FullDisk {
-  public:
-    explicit FullDisk(rlim_t most) {
-        getrlimit(RLIMIT_FSIZE, &before_);
-        const rlimit limit = {most, before_.rlim_max};
-        setrlimit(RLIMIT_FSIZE, &limit);
-        handler_ = signal(SIGXFSZ, SIG_IGN);
-    }
-    FullDisk(const FullDisk&) = delete;
-    FullDisk& operator=(const FullDisk&) = delete;
-    ~FullDisk() {
-        setrlimit(RLIMIT_FSIZE, &before_);
-        signal(SIGXFSZ, handler_);
-    }
-
-  private:
-    rlimit before_{};
-    void (*handler_)(int) = nullptr;
-};
-
 TEST(AtomicFile, ReplacesAndKeepsThePreviousVersion) {
     const TemporaryFolder folder;
     const std::string file = folder.path("new/sub/a.nnd");
@@ -78,7 +58,7 @@ TEST(AtomicFile, FailedSaveLeavesTheOldFileAndNothingElse) {
     const std::string file = folder.path("a.nnd");
     writeWholeFile(file, bytesOf("old"), true);
     for (const rlim_t most : {rlim_t{0}, rlim_t{1000}, rlim_t{4096}}) {
-        const FullDisk full(most);
+        const test::FullDisk full(most);
         const Failure failure = test::failureOfAction(
             [&] { writeWholeFile(file, std::vector<std::uint8_t>(100'000, 'n'), true); });
         EXPECT_EQ(failure.number(), 61) << "beyond " << most << " bytes";

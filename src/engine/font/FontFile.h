@@ -7,29 +7,10 @@
 #include <string>
 #include <vector>
 
-#include "engine/classifier/Network.h"
-#include "engine/segmentation/Sample.h"
+#include "engine/font/FontParts.h"
 #include "tool/FontTool.h"
 
 namespace dravik::engine {
-
-// A character that the font was trained on.
-struct TrainedCharacter {
-    std::int32_t code = 0;
-    std::int32_t count = 0;  // samples
-    SampleInputs mean{};
-
-    friend bool operator==(const TrainedCharacter&, const TrainedCharacter&) = default;
-};
-
-// What a training run leaves.
-struct Training {
-    Network network;
-    std::vector<TrainedCharacter> characters;  // by code, ascending, without repeats
-
-    bool empty() const noexcept { return network.empty(); }
-    const TrainedCharacter* find(std::int32_t code) const;
-};
 
 struct FontRecord {
     tool::CharacterSet characterSet;
