@@ -70,6 +70,7 @@ void FontActs::step(const std::optional<std::string>& words, const char* source,
         neutral.includeEnabled = true;
         control_.refreshAfterHistory(state.value_or(neutral), isUnsaved());
         say(done + *words);
+        moved();
     } catch (...) {
         control_.tellFailure(source, currentFailure());
         changed();
@@ -99,6 +100,7 @@ void FontActs::restore(const tool::FontVersion& version, const std::string& name
     history_.restoreVersion(version, name);
     leaveDecision();
     control_.showFont(name);
+    moved();
     say("Restored " + name + " as it was on " + localTimeText(version.when));
 }
 

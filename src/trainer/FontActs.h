@@ -44,12 +44,16 @@ class FontActs {
     // What the last act deleted or what was taken back, e.g. "Deleted f, E, s"; "" when there is nothing to
     // say.
     const std::string& notice() const noexcept { return notice_; }
+    // Says something of the program's own in the same place.
+    void say(std::string notice);
     // Changes of an earlier run of the program that were found unsaved and are in their fonts again: a line
     // each, once.
     std::vector<std::string> takeRecovered();
 
     // Any of the above.
     ui::Signal<> changed;
+    // The font went back or forth, or another one is shown.
+    ui::Signal<> moved;
 
   private:
     void record(const screen::OperatorAct& act);
@@ -59,7 +63,6 @@ class FontActs {
               std::string (tool::FontHistory::*move)());
     void showRunFailure();
     bool isTraining() const;
-    void say(std::string notice);
 
     screen::DravikDlg& control_;
     tool::FontTool& tool_;

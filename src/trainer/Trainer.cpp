@@ -9,6 +9,7 @@
 #include "tool/CaseRule.h"
 #include "tool/IncludeRules.h"
 #include "trainer/NewestWork.h"
+#include "trainer/ScreenPlatform.h"
 
 namespace dravik::trainer {
 namespace {
@@ -22,12 +23,31 @@ std::string counted(std::size_t count, const std::string& what) {
 
 }  // namespace
 
+// TEMPORARY until the embedded tool keeps a history.
+namespace {
+struct NoHistory : tool::FontHistory {
+    void endAct(std::string_view, std::string_view) override {}
+    std::optional<std::string> undoWords() const override { return {}; }
+    std::optional<std::string> redoWords() const override { return {}; }
+    std::string undo() override { return {}; }
+    std::string redo() override { return {}; }
+    std::vector<std::string> unsavedFonts() const override { return {}; }
+    void saveUnsaved(const std::string&) override {}
+    void discardUnsaved(const std::string&) override {}
+    void exportFont(const std::string&, const std::string&) override {}
+    std::vector<tool::RecoveredChanges> takeRecovered() override { return {}; }
+    std::vector<tool::FontVersion> versions(const std::string&) const override { return {}; }
+    void restoreVersion(const tool::FontVersion&, const std::string&) override {}
+} noHistory;
+}  // namespace
+
 struct Trainer::Parts {
     Parts(ui::Platform& platform, const JobFolder& jobs, ImageDecoder decoder, bool remembersFont)
         : folder(jobs),
           tool(std::make_shared<engine::EmbeddedTool>(folder, remembersFont)),
           opened(std::move(decoder)),
-          control(platform, folder) {
+          screenPlatform(platform),
+          control(screenPlatform, folder) {
         opened.decodeElsewhere = [this] { decode(); };
     }
 
@@ -192,7 +212,9 @@ struct Trainer::Parts {
     const JobFolder folder;
     const std::shared_ptr<engine::EmbeddedTool> tool;
     OpenedParts opened;
+    ScreenPlatform screenPlatform;
     screen::DravikDlg control;
+    std::optional<FontActs> acts;
 
     std::vector<LabelledCharacter> preview;
     int mismatch = 0;
@@ -217,6 +239,7 @@ Trainer::Trainer(ui::Platform& platform, const JobFolder& folder, ImageDecoder d
     : parts_(std::make_unique<Parts>(platform, folder, std::move(decoder), remembersFont)) {
     auto& parts = *parts_;
     parts.control.setStep(parts.tool);
+    parts.acts.emplace(parts.control, *parts.tool, noHistory, [tool = parts.tool] { return tool->currentFont(); });
 
     const auto refreshPreview = [this, &parts] {
         try {
@@ -288,8 +311,8 @@ Trainer::Trainer(ui::Platform& platform, const JobFolder& folder, ImageDecoder d
     connections.push_back(screen.train.cmdStop.click.connect(refreshFont));
     connections.push_back(screen.train.cmdSaveFont.click.connect(refreshFont));
     connections.push_back(screen.train.cmdRevert.click.connect(refreshFont));
-    connections.push_back(screen.sample.cmdInclude.click.connect(refreshTitle));
-    connections.push_back(screen.font.txtCharSet.textChanged.connect(refreshTitle));
+    connections.push_back(parts.acts->changed.connect(refreshTitle));
+    connections.push_back(parts.acts->moved.connect(refreshFont));
     refreshFont();
 }
 
@@ -305,6 +328,14 @@ bool Trainer::isTraining() const noexcept {
 
 engine::EmbeddedTool& Trainer::tool() noexcept {
     return *parts_->tool;
+}
+
+FontActs& Trainer::acts() noexcept {
+    return *parts_->acts;
+}
+
+tool::FontHistory& Trainer::history() noexcept {
+    return noHistory;
 }
 
 OpenedParts& Trainer::parts() noexcept {
@@ -379,9 +410,14 @@ const Reading& Trainer::reading() const noexcept {
 }
 
 std::string Trainer::title() const {
-    const auto font = parts_->control.selectedFont();
-    if (font.empty()) return kProgramName;
-    return font + (parts_->control.m_FontChanged() ? "* - " : " - ") + kProgramName;
+    // A font that could not be loaded stands on the screen all the same.
+    if (!parts_->tool->currentFont() || parts_->control.selectedFont().empty()) return kProgramName;
+    return parts_->control.selectedFont() + (parts_->acts->isUnsaved() ? "* - " : " - ") + kProgramName;
+}
+
+void Trainer::end() {
+    parts_->screenPlatform.beginEnd();
+    parts_->control.UserControl_Terminate();
 }
 
 }  // namespace dravik::trainer

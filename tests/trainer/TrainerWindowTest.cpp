@@ -26,11 +26,16 @@ struct RecordingSystem : WindowSystem {
     }
     std::string keptFolder() const override { return folder; }
     void keepFolder(const std::string& now) override { folder = now; }
+    std::string chooseNewFile(const FileQuestion& question) override {
+        questions.push_back(question);
+        return newFile;
+    }
     void closeWindow() override { ++closed; }
 
     std::vector<FileQuestion> questions;
     std::vector<std::string> chosen;
     std::string folder;
+    std::string newFile;
     int closed = 0;
 };
 

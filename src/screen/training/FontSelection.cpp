@@ -21,13 +21,26 @@ void FontSelection::SelectFont() {
             keepShownFont();
             return;
         }
-        const std::int16_t chosen = indexOf(name);
-        context_.tool->LoadFont(name);
-        if (chosen != kFontUnknown) m_FontIndex = chosen;
-        context_.screen.font.lblSelectedFont.setCaption(name);
+        load(name);
+    });
+}
+
+void FontSelection::load(const std::string& name) {
+    const std::int16_t chosen = indexOf(name);
+    context_.tool->LoadFont(name);
+    if (chosen != kFontUnknown) m_FontIndex = chosen;
+    context_.screen.font.lblSelectedFont.setCaption(name);
+    if (fontLoaded) fontLoaded();
+    fillItems();
+    takeIndexOf(name);
+}
+
+void FontSelection::ShowFont(const std::string& name) {
+    context_.procedures.run("Dravikdlg.ShowFont", "ShowFont", [&] {
+        if (!name.empty()) return load(name);
+        m_FontIndex = kFontUnknown;
         if (fontLoaded) fontLoaded();
         fillItems();
-        takeIndexOf(name);
     });
 }
 

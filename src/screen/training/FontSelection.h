@@ -21,6 +21,8 @@ class FontSelection {
 
     // Lets the operator choose in the font manager and loads the choice; cancelling changes nothing.
     void SelectFont();
+    // Shows a font without a dialog, or that there is none ("").
+    void ShowFont(const std::string& name);
     void txtCharSet_Change();
     // Hands the text of txtCharSet to the tool, a character an element behind an empty first one.
     void SetupNewCharSet();
@@ -43,6 +45,7 @@ class FontSelection {
     // The manager was left without a choice, but fonts may have been made, renamed or deleted in it: the
     // screen goes on with the font that it shows, under the name that it has now, or with none.
     void keepShownFont();
+    void load(const std::string& name);
     // Index in the tool's font list, kFontUnknown when it is not there.
     std::int16_t indexOf(const std::string& font);
     // Takes m_FontIndex again once the font is loaded, since loading may change the order of the tool's list.
