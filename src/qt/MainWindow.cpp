@@ -144,13 +144,6 @@ void MainWindow::closeEvent(QCloseEvent* event) {
     event->accept();
 }
 
-void MainWindow::endAtOnce() {
-    if (model_.hasEnded()) return;
-    remember();
-    guarded([&] { model_.end(); });
-    page_->detach();
-}
-
 void MainWindow::dragEnterEvent(QDragEnterEvent* event) {
     if (!localPaths(*event->mimeData()).empty()) event->acceptProposedAction();
 }

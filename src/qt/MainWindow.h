@@ -20,9 +20,8 @@ class MainWindow : public QMainWindow, private trainer::WindowSystem {
     trainer::TrainerWindow& model() noexcept { return model_; }
     // Image files and folders.
     void open(const std::vector<std::string>& paths);
-    // Ends the screen without a question, as at the end of the session; unsaved changes are there again at
-    // the next start.
-    void endAtOnce();
+    // Keeps the window's place for the next start.
+    void remember();
 
   protected:
     // Asks about unsaved changes first, and stays when the operator cancels.
@@ -41,7 +40,6 @@ class MainWindow : public QMainWindow, private trainer::WindowSystem {
 
     QWidget* makeScreen();
     void restore();
-    void remember();
 
     trainer::TrainerWindow model_;
     QSplitter* splitter_;

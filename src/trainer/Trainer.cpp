@@ -100,11 +100,11 @@ struct Trainer::Parts {
     }
 
     void startReading() {
+        reading = {};
+        reading.note = noteOfReading();
         if (isLooking()) return;
         work.cancel();
         doing = Doing::Nothing;
-        reading = {};
-        reading.note = noteOfReading();
         if (!reading.note.empty()) return;
         reading.note = "Reading...";
         start(Doing::Reading, [this, read = tool->readingWork()](const std::stop_token& stop) {

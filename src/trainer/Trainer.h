@@ -34,6 +34,9 @@ struct Reading {
 // Characters read with less confidence than this are marked as weak.
 constexpr double kWeakConfidence = 0.6;
 
+// For which a window may wait for the work on an image, so that ordinary images come up as one change.
+constexpr std::chrono::milliseconds kPatience{120};
+
 class Trainer {
   public:
     // The platform outlives the trainer. With `remembersFont` the font of the last session is loaded at once.
