@@ -8,6 +8,7 @@ ScreenState ScreenContext::state() {
     ScreenState state;
     state.m_LastInclude = includes.m_LastInclude;
     state.m_IncludedChars = includes.m_IncludedChars;
+    state.committed = includes.committed;
     state.message = screen.sbr.panel("Message").text();
     state.undoToolTip = undo.toolTip();
     state.figures = screen.train.lblStatus.caption();
@@ -24,6 +25,7 @@ void ScreenContext::setState(const ScreenState& state) {
     includes.m_LastInclude = state.m_LastInclude;
     includes.m_IncludedChars = state.m_IncludedChars;
     includes.m_PendingInclude.clear();
+    includes.committed = state.committed;
     screen.sbr.panel("LastInclude").setText(state.m_LastInclude);
     screen.sbr.panel("Message").setText(state.message);
     auto& undo = screen.overview.tlbChars.button("Undo");

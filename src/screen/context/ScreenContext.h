@@ -3,6 +3,7 @@
 // context.
 #pragma once
 
+#include <cstdint>
 #include <string>
 #include <utility>
 
@@ -23,6 +24,8 @@ struct IncludeState {
     std::string m_PendingInclude;  // the trimmed text of the include in progress
     std::string m_LastInclude;     // the text of the last completed include, which Undo removes
     std::string m_IncludedChars;   // every text included since the font was loaded, joined
+    // How many committed samples are the last include's: none where its commit failed. Undo deletes no more.
+    std::uint32_t committed = 0;
 };
 
 struct ScreenContext {

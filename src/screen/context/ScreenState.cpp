@@ -61,6 +61,7 @@ std::string encode(const ScreenState& state) {
         putWord(bytes, static_cast<std::uint32_t>((state.*text).size()));
         bytes += state.*text;
     }
+    putWord(bytes, state.committed);
     for (const auto on : kSwitches) bytes.push_back(state.*on ? 1 : 0);
     putWord(bytes, checksum(bytes));
     return bytes;
@@ -80,6 +81,9 @@ std::optional<ScreenState> decodeScreenState(std::string_view bytes) {
         if (!value) return std::nullopt;
         state.*text = *value;
     }
+    const auto committed = reader.word();
+    if (!committed) return std::nullopt;
+    state.committed = *committed;
     for (const auto on : kSwitches) {
         const auto value = reader.take(1);
         if (!value || (value->front() & ~1) != 0) return std::nullopt;

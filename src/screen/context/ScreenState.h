@@ -3,6 +3,7 @@
 // forth brings the screen back too.
 #pragma once
 
+#include <cstdint>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -12,9 +13,10 @@ namespace dravik::screen {
 struct ScreenState {
     std::string m_LastInclude;
     std::string m_IncludedChars;
-    std::string message;      // of the panel "Message"
-    std::string undoToolTip;  // of the toolbar button "Undo"
-    std::string figures;      // cycles and RMS error of the last run
+    std::string message;          // of the panel "Message"
+    std::string undoToolTip;      // of the toolbar button "Undo"
+    std::string figures;          // cycles and RMS error of the last run
+    std::uint32_t committed = 0;  // samples that are the last include's
     bool undoEnabled = false;
     bool includeEnabled = false;
     bool saveEnabled = false;

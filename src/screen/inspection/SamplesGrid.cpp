@@ -63,6 +63,7 @@ void SamplesGrid::FillSamplesArray() {
         records_.reset();
         auto table = context_.tool->GetSampleData(display.selector, display.fields);
         if (!table || table->isEmpty()) return;
+        table->codes();  // what is not a table of records is refused before it is shown
         records_ = table;
         context_.screen.numeric.grid.setSource(std::make_shared<RecordSource>(std::move(table)));
         context_.screen.numeric.grid.setCentered(0);
@@ -121,20 +122,36 @@ void SamplesGrid::copySelection() {
 
 void SamplesGrid::deleteSelection() {
     ActScope act(context_, OperatorAct::Kind::DeletionInGrid);
-    const ui::Grid& grid = context_.screen.numeric.grid;
-    if (const auto kind = displayOf(context_.screen.numeric.cboDisplay.listIndex()).deletedAs) {
-        const int count = grid.rowSelection() - grid.row() + 1;
-        if (count > 0) context_.tool.setFontChanged(true);
-        const std::int32_t number = toInt32(leadingNumber(grid.text(grid.row(), 0)));
-        for (int call = 0; call < count; ++call) {
-            context_.tool->DeleteSample(tool::sampleIdentifier(*kind, number));
-            // The next sample has moved into the place of the one deleted.
-            const int row = number + call + 1;
-            if (records_ && row <= records_->upperRow()) act.sample(records_->character(row));
-        }
-    }
+    const auto kind = displayOf(context_.screen.numeric.cboDisplay.listIndex()).deletedAs;
+    if (kind && showsRecords()) deleteRows(*kind, act);
     context_.errors.UserMsg("Deleted samples. Learn again to update graphical display.");
     FillSamplesArray();
+}
+
+// The rows of a font that is gone, of a kind without records, or from before a failure name no samples.
+bool SamplesGrid::showsRecords() const {
+    const ui::Grid& grid = context_.screen.numeric.grid;
+    return records_ && grid.redraw() && grid.row() > 0 && grid.row() < grid.rows();
+}
+
+void SamplesGrid::deleteRows(tool::SampleKind kind, ActScope& act) {
+    const ui::Grid& grid = context_.screen.numeric.grid;
+    const int count = grid.rowSelection() - grid.row() + 1;
+    const std::int32_t number = toInt32(leadingNumber(grid.text(grid.row(), 0)));
+    const auto records = records_;
+    try {
+        for (int call = 0; call < count; ++call) {
+            context_.tool->DeleteSample(tool::sampleIdentifier(kind, number));
+            context_.tool.setFontChanged(true);
+            // The next sample has moved into the place of the one deleted.
+            const int row = number + call + 1;
+            if (row <= records->upperRow()) act.sample(records->character(row));
+        }
+    } catch (...) {
+        // The numbers of the rows shown are no longer those of the samples.
+        FillSamplesArray();
+        throw;
+    }
 }
 
 }  // namespace dravik::screen

@@ -6,6 +6,7 @@
 
 #include "screen/context/ScreenContext.h"
 #include "tool/RecordTable.h"
+#include "tool/Samples.h"
 
 namespace dravik::screen {
 
@@ -29,6 +30,9 @@ class SamplesGrid {
     void deleteSelection();
 
   private:
+    bool showsRecords() const;
+    void deleteRows(tool::SampleKind kind, ActScope& act);
+
     ScreenContext& context_;
     std::int16_t sortedByCharacter_ = 0;
     tool::RecordTablePtr records_;  // the last answer, nothing for an empty one

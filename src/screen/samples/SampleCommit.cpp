@@ -27,6 +27,7 @@ std::int16_t SampleCommit::CommitSamples() {
         }
         context_.tool->CommitNewSamples();
         for (const auto& character : uncommitted) act.sample(character);
+        context_.includes.committed = static_cast<std::uint32_t>(uncommitted.size());
         context_.screen.numeric.cboDisplay.setListIndex(kDisplayCommitted);
         context_.screen.train.cmdTrain.setEnabled(true);
         grid_.FillSamplesArray();

@@ -1,5 +1,7 @@
 #include "screen/samples/SampleDeletion.h"
 
+#include <algorithm>
+
 #include "base/Conversions.h"
 #include "base/Text.h"
 #include "tool/Samples.h"
@@ -18,15 +20,29 @@ void SampleDeletion::deleteCommitted(const tool::RecordTable& table, Matches mat
                                      ActScope& act) {
     const int last = table.upperRow();
     int row = 1;
-    do {
-        if (matches(row)) {
-            context_.tool->DeleteSample(
-                tool::sampleIdentifier(tool::SampleKind::Committed, row - 1 - deleted));
-            act.sample(table.character(row));
-            deleted = toInt16(deleted + 1);
-        }
-        ++row;
-    } while (row != last);
+    refillingOnFailure([&] {
+        do {
+            if (matches(row)) {
+                context_.tool->DeleteSample(
+                    tool::sampleIdentifier(tool::SampleKind::Committed, row - 1 - deleted));
+                act.sample(table.character(row));
+                deleted = toInt16(deleted + 1);
+            }
+            ++row;
+        } while (row != last);
+    });
+}
+
+// What was deleted before the failure has moved the samples behind it: the grid must not go on with the
+// numbers from before.
+template <class Deletion>
+void SampleDeletion::refillingOnFailure(Deletion deletion) {
+    try {
+        deletion();
+    } catch (...) {
+        grid_.FillSamplesArray();
+        throw;
+    }
 }
 
 std::int16_t SampleDeletion::DeleteChar(std::int16_t kind, const std::string& c) {
@@ -104,10 +120,17 @@ void SampleDeletion::DeleteLast() {
         if (length == 0) return;
         // The highest identifier names the place behind the last sample; the others are the last include's
         // samples.
-        for (int index = last; index >= last - length; --index) {
-            context_.tool->DeleteSample(tool::sampleIdentifier(tool::SampleKind::Committed, index));
-            if (0 <= index && index < last) act.sample(table->character(index + 1));
-        }
+        const auto left =
+            static_cast<int>(std::min(static_cast<std::uint32_t>(length), context_.includes.committed));
+        if (left == 0) return;
+        refillingOnFailure([&] {
+            for (int index = last; index >= last - left; --index) {
+                context_.tool->DeleteSample(tool::sampleIdentifier(tool::SampleKind::Committed, index));
+                if (index < 0 || index == last) continue;
+                --context_.includes.committed;
+                act.sample(table->character(index + 1));
+            }
+        });
         context_.tool.setFontChanged(true);
         context_.includes.m_IncludedChars =
             withoutLast(context_.includes.m_IncludedChars, static_cast<std::size_t>(length));
@@ -115,6 +138,7 @@ void SampleDeletion::DeleteLast() {
         context_.includes.m_LastInclude.clear();
         context_.screen.sbr.panel("LastInclude").setText("");
         context_.screen.overview.tlbChars.button("Undo").setEnabled(false);
+        context_.screen.overview.tlbChars.button("Undo").setToolTip("Nothing to undo");
         HighlightIncluded(context_.includes.m_IncludedChars);
         grid_.FillSamplesArray();
     });

@@ -51,6 +51,8 @@ class SampleDeletion {
     template <class Matches>
     void deleteCommitted(const tool::RecordTable& table, Matches matches, std::int16_t& deleted,
                          ActScope& act);
+    template <class Deletion>
+    void refillingOnFailure(Deletion deletion);
 
     ScreenContext& context_;
     SampleCounts& counts_;

@@ -44,6 +44,9 @@ class DravikDlg : public tool::StepEditor {
     void HighlightIncluded(const std::string& IncludedChars);
     std::string FontTrainDate(const std::string& Font);
 
+    // As setStep(); false when the step before stays bound.
+    bool bindStep(tool::StepPtr step);
+
     // Reports, in the same place, what failed before it came to the screen.
     void tellFailure(std::string_view source, const Failure& failure);
 

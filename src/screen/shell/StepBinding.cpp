@@ -12,15 +12,34 @@ constexpr int kMostFonts = 33;
 
 }  // namespace
 
-void StepBinding::setStep(tool::StepPtr step) {
-    if (!step) throw Failure(RuntimeError::ObjectNotSet);
-    if (step->programIdentifier() != tool::kDravikStep)
-        throw Failure(kGeneralFailure, "Given step is not Dravik Tool", "DravikPage.DravikPage");
-    step->fontTool();  // a step that only calls itself a font tool is refused before anything changes
+bool StepBinding::setStep(tool::StepPtr step) {
+    if (!isUsable(step)) return false;
+    if (context_.tool.tool && context_.tool.tool != step) leaveStep();
     context_.tool.tool = std::move(step);
     context_.tool.m_ToolBound = true;
     context_.tool.setFontChanged(false);
     FillItems();
+    return true;
+}
+
+bool StepBinding::isUsable(const tool::StepPtr& step) {
+    std::string identifier;
+    const auto asked = [&] {
+        if (!step) throw Failure(RuntimeError::ObjectNotSet);
+        identifier = step->programIdentifier();
+        // A step that only calls itself a font tool is found out before anything changes.
+        if (identifier == tool::kDravikStep) step->fontTool();
+        return true;
+    };
+    if (!context_.procedures.run("", "StepEditor_Step", asked)) return false;
+    if (identifier != tool::kDravikStep)
+        throw Failure(kGeneralFailure, "Given step is not Dravik Tool", "DravikPage.DravikPage");
+    return true;
+}
+
+void StepBinding::leaveStep() {
+    run_.leave();
+    if (stepLeft) stepLeft();
 }
 
 void StepBinding::FillItems() {
@@ -29,7 +48,7 @@ void StepBinding::FillItems() {
         const auto fonts = context_.tool->GetFontList();
         context_.screen.sample.cmdInclude.setEnabled(true);
         context_.screen.numeric.grid.setRedraw(true);
-        if (selection_.m_FontIndex == kFontUnknown) loadSelectedFont(fonts);
+        if (context_.tool.m_FontIndex == kFontUnknown) loadSelectedFont(fonts);
 
         showCharacterSet();
         grid_.FillSamplesArray();
@@ -58,6 +77,7 @@ void StepBinding::showTrainDate() {
 void StepBinding::loadSelectedFont(const std::vector<std::string>& fonts) {
     int mask = toInt16(context_.tool.tool->datum(tool::kSelectedFontDatum));
     if (mask < 1) {
+        context_.tool.fontLoaded = false;
         context_.screen.font.lblSelectedFont.setCaption("<None>");
         context_.screen.sample.cmdInclude.setEnabled(false);
         context_.screen.train.cmdTrain.setEnabled(false);
@@ -66,12 +86,13 @@ void StepBinding::loadSelectedFont(const std::vector<std::string>& fonts) {
     }
     for (std::int16_t index = 0; index < kMostFonts; ++index, mask /= 2) {
         if (mask % 2 == 0) continue;
-        selection_.m_FontIndex = index;
+        context_.tool.m_FontIndex = index;
         break;
     }
-    const auto index = static_cast<std::size_t>(selection_.m_FontIndex);
+    const auto index = static_cast<std::size_t>(context_.tool.m_FontIndex);
     if (index >= fonts.size()) throw Failure(RuntimeError::SubscriptOutOfRange);
     context_.tool->LoadFont(fonts[index]);
+    context_.tool.fontLoaded = true;
     context_.screen.font.lblSelectedFont.setCaption(fonts[index]);
 }
 

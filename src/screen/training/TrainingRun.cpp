@@ -1,6 +1,7 @@
 #include "screen/training/TrainingRun.h"
 
 #include <array>
+#include <cmath>
 #include <cstdio>
 #include <utility>
 
@@ -15,6 +16,7 @@ constexpr std::size_t kStandardTimeout = 3;
 
 std::string rmsText(float rms) {
     // Through the decimal form of the single, so that 0.03 does not show the digits of its nearest double.
+    if (!std::isfinite(rms)) return formatNumber(static_cast<double>(rms), "0.00#######");
     char buffer[32];
     std::snprintf(buffer, sizeof buffer, "%.7g", static_cast<double>(rms));
     return formatNumber(leadingNumber(buffer), "0.00#######");
@@ -121,6 +123,17 @@ void TrainingRun::cmdStop_Click() {
         SetTrainState(false);
         context_.errors.UserMsg("Stopped training.");
     });
+}
+
+void TrainingRun::leave() {
+    auto& train = context_.screen.train;
+    if (!train.cmdStop.enabled() && !train.cmdRevert.enabled() && !train.cmdSaveFont.enabled()) return;
+    train.tmrTrain.setEnabled(false);
+    train.cmdSaveFont.setEnabled(false);
+    train.cmdRevert.setEnabled(false);
+    train.prgTrain.setValue(0);
+    train.lblStatus.setCaption("");
+    SetTrainState(false);
 }
 
 void TrainingRun::cmdRevert_Click() {

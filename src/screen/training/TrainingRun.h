@@ -26,6 +26,8 @@ class TrainingRun {
     void tmrTrain_Timer();
     void cmdStop_Click();
     void cmdRevert_Click();
+    // Polls and offers nothing more of a run whose tool is no longer the bound one.
+    void leave();
     void SaveFont();
 
     // Wired by the shell: the click of Include.
