@@ -14,7 +14,6 @@
 #include "engine/font/FontLibrary.h"
 #include "engine/font/SampleStore.h"
 #include "engine/font/SampleTable.h"
-#include "engine/segmentation/Segmentation.h"
 
 namespace dravik::engine {
 namespace {
@@ -88,7 +87,7 @@ struct EmbeddedTool::State {
     Training training;
 
     std::shared_ptr<const GreyImage> image = std::make_shared<GreyImage>();  // never null
-    std::optional<Segmentation> segmentation;
+    std::shared_ptr<const Segmentation> segmentation;  // null until it is asked for
     std::vector<FoundCharacter> found;
 
     std::int32_t timeout = kUsualTimeout;
@@ -166,12 +165,14 @@ struct EmbeddedTool::State {
         return font;
     }
 
+    void take(std::shared_ptr<const Segmentation> seen) {
+        found.clear();
+        for (const Glyph& glyph : seen->glyphs) found.push_back(placed(seen->place(glyph), glyph.line));
+        segmentation = std::move(seen);
+    }
+
     const Segmentation& segments() {
-        if (!segmentation) {
-            segmentation = segment(*image);
-            for (const Glyph& glyph : segmentation->glyphs)
-                found.push_back(placed(segmentation->place(glyph), glyph.line));
-        }
+        if (!segmentation) take(std::make_shared<Segmentation>(segment(*image)));
         return *segmentation;
     }
 
@@ -218,10 +219,12 @@ void EmbeddedTool::setImage(GreyImage image) {
     shareImage(std::make_shared<GreyImage>(std::move(image)));
 }
 
-void EmbeddedTool::shareImage(std::shared_ptr<const GreyImage> image) {
+void EmbeddedTool::shareImage(std::shared_ptr<const GreyImage> image,
+                              std::shared_ptr<const Segmentation> segmentation) {
     state_->image = std::move(image);
     state_->segmentation.reset();
     state_->found.clear();
+    if (segmentation) state_->take(std::move(segmentation));
 }
 
 const GreyImage& EmbeddedTool::image() const {
@@ -234,16 +237,23 @@ const std::vector<FoundCharacter>& EmbeddedTool::found() {
 }
 
 std::vector<ReadCharacter> EmbeddedTool::read() {
+    return readingWork()({});
+}
+
+EmbeddedTool::ReadingWork EmbeddedTool::readingWork() {
     state_->settle();
-    if (state_->training.empty()) return {};
-    const SampleColumnsPtr samples = state_->samples.columns(tool::SampleKind::Committed);
-    const DistanceMeasure measure(state_->samples.statistics(), samples->samples);
-    std::vector<ReadCharacter> result;
-    for (const PlacedRecognition& one :
-         readImage(image(), state_->segments(), state_->training.network, measure))
-        result.push_back(
-            {placed(one.place, one.line), characterOf(one.read.code), confidence(one.read.evidence)});
-    return result;
+    if (state_->training.empty()) return [](const std::stop_token&) { return std::vector<ReadCharacter>(); };
+    state_->segments();
+    return [image = state_->image, seen = state_->segmentation, network = state_->training.network,
+            statistics = state_->samples.statistics(),
+            samples = state_->samples.columns(tool::SampleKind::Committed)](const std::stop_token& stop) {
+        const DistanceMeasure measure(statistics, samples->samples);
+        std::vector<ReadCharacter> result;
+        for (const PlacedRecognition& one : readImage(*image, *seen, network, measure, stop))
+            result.push_back(
+                {placed(one.place, one.line), characterOf(one.read.code), confidence(one.read.evidence)});
+        return result;
+    };
 }
 
 std::optional<std::string> EmbeddedTool::currentFont() const {

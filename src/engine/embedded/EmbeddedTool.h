@@ -2,8 +2,10 @@
 // hands it and keeping fonts as files in the jobs folder.
 #pragma once
 
+#include <functional>
 #include <memory>
 #include <optional>
+#include <stop_token>
 #include <string>
 #include <vector>
 
@@ -11,6 +13,7 @@
 #include "engine/classifier/Confidence.h"
 #include "engine/embedded/HeldOutCheck.h"
 #include "engine/image/GreyImage.h"
+#include "engine/segmentation/Segmentation.h"
 #include "tool/FontTool.h"
 #include "tool/Step.h"
 
@@ -58,13 +61,19 @@ class EmbeddedTool : public tool::FontTool, public tool::Step {
 
     // The current image; an empty one is none. Characters are found when they are first asked for.
     void setImage(GreyImage image);
-    // The same without a copy; not null.
-    void shareImage(std::shared_ptr<const GreyImage> image);
+    // The same without a copy; not null. With a segmentation, which is segment() of the image, its characters
+    // need not be looked for here.
+    void shareImage(std::shared_ptr<const GreyImage> image,
+                    std::shared_ptr<const Segmentation> segmentation = nullptr);
     const GreyImage& image() const;
     // The characters found in the current image.
     const std::vector<FoundCharacter>& found();
     // The current image read with the current font; empty when the font is not trained or nothing is found.
     std::vector<ReadCharacter> read();
+    // What read() does, as work for any thread: on the image and the font as they are now, whatever becomes
+    // of this tool. Ends early, with what it likes, once a stop is requested.
+    using ReadingWork = std::function<std::vector<ReadCharacter>(const std::stop_token&)>;
+    ReadingWork readingWork();
     // Name of the current font, nothing when none is loaded.
     std::optional<std::string> currentFont() const;
     bool isTrained() const;
