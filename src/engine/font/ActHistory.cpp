@@ -39,8 +39,8 @@ const std::string& ActHistory::screenState() const {
     return done_ > 0 ? acts_[done_ - 1].screenState : firstScreenState_;
 }
 
-bool ActHistory::unsaved() const {
-    return saved_ != done_ || !changesNothing(open_);
+bool ActHistory::isUnsaved() const {
+    return saved_ != done_ || !changesUncommittedOnly(open_);
 }
 
 void ActHistory::dropOldest(std::size_t left) {

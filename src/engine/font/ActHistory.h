@@ -49,10 +49,11 @@ class ActHistory {
 
     // No change is open.
     void noteSaved() { saved_ = done_; }
+    void noteSaved(std::optional<std::size_t> acts) { saved_ = acts; }
     // How many acts were done when the font was saved; nothing when that cannot be reached any more.
     const std::optional<std::size_t>& saved() const noexcept { return saved_; }
-    // The font differs from what was saved.
-    bool unsaved() const;
+    // The font differs from what was saved, in more than uncommitted samples.
+    bool isUnsaved() const;
 
     // Forgets the oldest acts that are done, until as many are left.
     void dropOldest(std::size_t left);

@@ -126,6 +126,27 @@ struct Summary {
     void operator()(const ReplaceFont&) { replaced = true; }
 };
 
+// How many uncommitted samples the changes have left of those that they found; nothing when they did more.
+std::optional<std::size_t> leftOfFound(std::span<const FontChange> changes) {
+    std::set<std::uint64_t> found;
+    const SetCharacters* first = nullptr;
+    const SetCharacters* last = nullptr;
+    for (const FontChange& change : changes) {
+        if (const auto* add = std::get_if<AddUncommitted>(&change)) {
+            for (const Sample& sample : add->samples) found.insert(sample.serial);
+        } else if (const auto* remove = std::get_if<RemoveSample>(&change)) {
+            if (found.erase(remove->removed.sample.serial) == 0) return std::nullopt;
+        } else if (const auto* set = std::get_if<SetCharacters>(&change)) {
+            if (!first) first = set;
+            last = set;
+        } else {
+            return std::nullopt;
+        }
+    }
+    if (first && first->before != last->after) return std::nullopt;
+    return found.size();
+}
+
 enum class Kind : std::uint8_t { Add = 1, Commit, Remove, Characters, Training, Replace };
 
 struct Encode {
@@ -219,31 +240,20 @@ std::shared_ptr<const FontRecord> decodeRecord(ByteReader& in) {
 
 }  // namespace
 
-void apply(const FontChange& change, FontState& state) {
+void applyChange(const FontChange& change, FontState& state) {
     std::visit(Apply{state}, change);
 }
 
-void revert(const FontChange& change, FontState& state) {
+void revertChange(const FontChange& change, FontState& state) {
     std::visit(Revert{state}, change);
 }
 
 bool changesNothing(std::span<const FontChange> changes) {
-    std::set<std::uint64_t> found;
-    const SetCharacters* first = nullptr;
-    const SetCharacters* last = nullptr;
-    for (const FontChange& change : changes) {
-        if (const auto* add = std::get_if<AddUncommitted>(&change)) {
-            for (const Sample& sample : add->samples) found.insert(sample.serial);
-        } else if (const auto* remove = std::get_if<RemoveSample>(&change)) {
-            if (found.erase(remove->removed.sample.serial) == 0) return false;
-        } else if (const auto* set = std::get_if<SetCharacters>(&change)) {
-            if (!first) first = set;
-            last = set;
-        } else {
-            return false;
-        }
-    }
-    return found.empty() && (!first || first->before == last->after);
+    return leftOfFound(changes) == 0U;
+}
+
+bool changesUncommittedOnly(std::span<const FontChange> changes) {
+    return leftOfFound(changes).has_value();
 }
 
 std::string describe(std::span<const FontChange> changes) {

@@ -50,11 +50,13 @@ using FontChange =
 
 // Raise Device I/O error (57) when the change does not fit the state; the state is then as it was, and so
 // when memory ends.
-void apply(const FontChange& change, FontState& state);
-void revert(const FontChange& change, FontState& state);
+void applyChange(const FontChange& change, FontState& state);
+void revertChange(const FontChange& change, FontState& state);
 
 // True when the changes, one after the other, leave a font as it was: what was found was thrown away again.
 bool changesNothing(std::span<const FontChange> changes);
+// The same but for uncommitted samples, which may have come.
+bool changesUncommittedOnly(std::span<const FontChange> changes);
 // What the changes did, in words to follow "Undo ": "deletion of 3 samples of B".
 std::string describe(std::span<const FontChange> changes);
 

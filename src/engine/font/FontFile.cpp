@@ -99,8 +99,12 @@ FontRecord decodeFont(std::span<const std::uint8_t> bytes, const std::string& fi
     return font;
 }
 
+std::vector<std::uint8_t> readFontBytes(const std::string& file) {
+    return readWholeFile(file, kLargestFile);
+}
+
 FontRecord readFont(const std::string& file) {
-    return decodeFont(readWholeFile(file, kLargestFile), file);
+    return decodeFont(readFontBytes(file), file);
 }
 
 void writeFont(const FontRecord& font, const std::string& file) {

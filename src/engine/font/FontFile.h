@@ -28,6 +28,7 @@ std::vector<std::uint8_t> encodeFont(const FontRecord& font);
 FontRecord decodeFont(std::span<const std::uint8_t> bytes, const std::string& file);
 
 // A font from and to its file; raise as readWholeFile(), writeWholeFile() and decodeFont() do.
+std::vector<std::uint8_t> readFontBytes(const std::string& file);
 FontRecord readFont(const std::string& file);
 void writeFont(const FontRecord& font, const std::string& file);
 

@@ -20,7 +20,7 @@ std::string journalOf(const std::string& fontFile) {
 }
 
 Journal::Journal(const std::string& fontFile, JournalFlusher& flusher)
-    : name_(journalOf(fontFile)), fontFile_(fontFile), flusher_(flusher) {}
+    : name_(journalOf(fontFile)), fontFile_(fontFile), flusher_(&flusher) {}
 
 JournalContent Journal::read() const {
     if (!fileExists(name_)) return {};
@@ -47,7 +47,7 @@ void Journal::append(const JournalEntry& entry, tool::FontTime when) {
     const std::uint64_t before = file_->file.size();
     file_->file.append(encodeEntry({entry, when}));
     beforeLast_ = before;
-    flusher_.soon(file_);
+    flusher_->soon(file_);
 }
 
 void Journal::takeBackLast() {

@@ -35,6 +35,7 @@ class Journal {
     // All or nothing; raises as AppendFile::append() does. A journal that could not be flushed raises Device
     // I/O error (57) until it is written anew.
     void append(const JournalEntry& entry, tool::FontTime when);
+    bool hasFailed() const noexcept { return file_ && file_->hasFailed; }
     // Takes the last entry away again.
     void takeBackLast();
     // Waits until all of it is on the disk.
@@ -51,7 +52,7 @@ class Journal {
   private:
     std::string name_;
     std::string fontFile_;
-    JournalFlusher& flusher_;
+    JournalFlusher* flusher_;
     FlushedFilePtr file_;
     std::uint64_t beforeLast_ = 0;
 };
