@@ -12,6 +12,7 @@
 #include "base/Text.h"
 #include "contract/DrawnText.h"
 #include "engine/font/FontFile.h"
+#include "engine/font/FontVersions.h"
 #include "support/Refused.h"
 #include "support/TemporaryFolder.h"
 #include "tool/Samples.h"

@@ -12,6 +12,7 @@
 #include "engine/embedded/TrainingWorker.h"
 #include "engine/font/FontFile.h"
 #include "engine/font/FontLibrary.h"
+#include "engine/font/FontVersions.h"
 #include "engine/font/SampleStore.h"
 #include "engine/font/SampleTable.h"
 #include "engine/segmentation/Segmentation.h"
@@ -263,13 +264,15 @@ const HeldOutResult* EmbeddedTool::heldOutCheck() const {
     return state_->check.result();
 }
 
-FontSummary EmbeddedTool::summary(const std::string& name) {
+FontSummary EmbeddedTool::summary(const std::string& asked) {
+    const std::string name = state_->library.spelling(asked);
     FontRecord font = readFont(state_->library.existingFile(name));
     return {name, std::move(font.characterSet), static_cast<int>(font.samples.size()),
             !font.training.empty()};
 }
 
-void EmbeddedTool::LoadFont(const std::string& name) {
+void EmbeddedTool::LoadFont(const std::string& asked) {
+    const std::string name = state_->library.spelling(asked);
     const std::string file = state_->library.existingFile(name);
     state_->checkIdle("loading a font");
     // The operator who chooses the font that is shown once more does not mean to lose what was done to it.
@@ -291,6 +294,9 @@ void EmbeddedTool::LoadFont(const std::string& name) {
 void EmbeddedTool::CreateFont(const std::string& name) {
     const std::string file = state_->library.file(name);
     state_->checkIdle("creating a font");
+    // A font whose name differs only in case is the one that is replaced, and gets the name as it is now
+    // given.
+    if (const std::string other = state_->library.spelling(name); other != name) RenameFont(name, other);
     const FontRecord empty;
     writeFont(empty, file);
     state_->leave(name);
@@ -298,7 +304,8 @@ void EmbeddedTool::CreateFont(const std::string& name) {
     state_->install(name, empty);
 }
 
-void EmbeddedTool::DeleteFont(const std::string& name) {
+void EmbeddedTool::DeleteFont(const std::string& asked) {
+    const std::string name = state_->library.spelling(asked);
     const std::string file = state_->library.existingFile(name);
     if (state_->current == name) state_->checkIdle("deleting its font");
     retireFont(file);
@@ -307,9 +314,10 @@ void EmbeddedTool::DeleteFont(const std::string& name) {
     if (state_->library.selected() == name) state_->library.select(std::nullopt);
 }
 
-void EmbeddedTool::RenameFont(const std::string& newName, const std::string& existingName) {
-    const std::string to = state_->library.file(newName);
-    renameFile(state_->library.existingFile(existingName), to);
+void EmbeddedTool::RenameFont(const std::string& newName, const std::string& asked) {
+    const std::string existingName = state_->library.spelling(asked);
+    const std::string to = state_->library.freeFile(newName, existingName);
+    renameFont(state_->library.existingFile(existingName), to);
     if (auto kept = state_->unsaved.extract(existingName)) {
         kept.key() = newName;
         state_->unsaved.insert(std::move(kept));
@@ -319,10 +327,8 @@ void EmbeddedTool::RenameFont(const std::string& newName, const std::string& exi
 }
 
 void EmbeddedTool::DuplicateFont(const std::string& newName, const std::string& existingName) {
-    const std::string to = state_->library.file(newName);
-    const FontRecord font = readFont(state_->library.existingFile(existingName));
-    if (fileExists(to)) throw Failure(RuntimeError::FileAlreadyExists, "File already exists: \"" + to + "\"");
-    writeFont(font, to);
+    const FontRecord font = readFont(state_->library.existingFile(state_->library.spelling(existingName)));
+    writeFont(font, state_->library.freeFile(newName));
 }
 
 void EmbeddedTool::SetCharacterSet(const tool::CharacterSet& set) {
@@ -334,6 +340,7 @@ void EmbeddedTool::SetCharacterSet(const tool::CharacterSet& set) {
     if (cleaned.size() > static_cast<std::size_t>(tool::kMostSamples))
         throw Failure(RuntimeError::OutOfMemory,
                       "A font has at most " + std::to_string(tool::kMostSamples) + " characters");
+    checkCharacterSet(cleaned);
     state_->changed |= state_->characterSet != cleaned;
     state_->characterSet = std::move(cleaned);
 }
@@ -375,14 +382,16 @@ void EmbeddedTool::StartTraining() {
     state_->aborted = false;
 }
 
-void EmbeddedTool::SaveFont(const std::string& name) {
+void EmbeddedTool::SaveFont(const std::string& asked) {
     state_->font();
+    const std::string name = state_->library.spelling(asked);
     state_->settle();
     writeFont(state_->record(), state_->library.file(name));
     if (state_->current == name) state_->changed = false;
 }
 
-void EmbeddedTool::RevertFont(const std::string& name) {
+void EmbeddedTool::RevertFont(const std::string& asked) {
+    const std::string name = state_->library.spelling(asked);
     if (state_->font() != name)
         throw Failure(RuntimeError::InvalidProcedureCall,
                       "Font \"" + name + "\" is not the one that is loaded");
