@@ -8,6 +8,7 @@
 #include "base/AtomicFile.h"
 #include "base/Failure.h"
 #include "base/FileSystem.h"
+#include "engine/font/FontVersions.h"
 
 namespace dravik::engine {
 namespace {
@@ -117,7 +118,7 @@ void WorkingCopy::open() {
             removeUncommitted();
             if (!history_.open().empty()) endAct({}, {});
             wasChanged_ = false;
-            if (!history_.isUnsaved()) release();
+            rest();
             return;
         }
         try {
@@ -193,7 +194,7 @@ bool WorkingCopy::replay(const JournalContent& content, std::shared_ptr<const Fo
         (!first || history_.acts()[saved].when < *first))
         first = history_.acts()[saved].when;
     if (!first) first = last = content.entries[*start].when;
-    found_.recovered = {name_, std::max(acts, 1), *first, std::max(last, *first)};
+    found_.recovered = {name_, std::max(acts, 1), *first, std::max(last, *first), {}};
     return true;
 }
 
@@ -380,6 +381,7 @@ void WorkingCopy::endAct(std::string_view words, std::string_view screenState) {
     }
     history_.endAct(found, screenState, now());
     if (journal_.size() > kLargestJournal || history_.acts().size() > kMostActs) shorten();
+    rest();
 }
 
 // The screen's state is worth no failure.
@@ -443,6 +445,7 @@ std::string WorkingCopy::go(bool back) {
         history_.redo();
     state_ = std::move(draft);
     wasChanged_ = true;
+    rest();
     return history_.screenState();
 }
 
@@ -501,6 +504,11 @@ void WorkingCopy::release() {
     lock_.reset();
 }
 
+// Others may change the font while nothing of it is unsaved.
+void WorkingCopy::rest() {
+    if (!history_.isUnsaved() && history_.open().empty()) release();
+}
+
 void WorkingCopy::letGo(const std::function<void(const FontRecord&)>& keep) {
     removeUncommitted();
     if (!history_.isUnsaved()) return release();
@@ -522,7 +530,7 @@ void WorkingCopy::rename(std::string name, std::string file) {
             journal.rewrite(entries());
         else
             journal.remove();  // what a font of that name has left behind
-        renameFile(file_, file);
+        renameFont(file_, file);
         lock_ = std::move(lock);
     } catch (...) {
         if (keepsJournal && !fileExists(file)) journal.remove();
@@ -536,6 +544,22 @@ void WorkingCopy::rename(std::string name, std::string file) {
     isJournalBroken_ = false;
     journalSize_ = journalUsed_ = journal_.size();
     if (!wasLocked) release();
+}
+
+void WorkingCopy::revertTraining(TrainingPtr saved) {
+    endOwnAct();
+    if (*saved == *state_.training) return;
+    make(SetTraining{state_.training, std::move(saved), {}, {}, {}});
+    endOwnAct();
+    // When there was nothing but training, the font is what its file holds.
+    const std::size_t from = history_.saved().value_or(history_.done());
+    for (std::size_t i = from; i < history_.done(); ++i)
+        for (const FontChange& change : history_.acts()[i].changes)
+            if (!std::holds_alternative<SetTraining>(change)) return;
+    if (from >= history_.done() || state_.samples.count(tool::SampleKind::Uncommitted) > 0) return;
+    write(KnownState{digest_, nullptr, {}, static_cast<std::uint32_t>(history_.done())});
+    history_.noteSaved();
+    rest();
 }
 
 }  // namespace dravik::engine

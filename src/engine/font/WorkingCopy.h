@@ -68,6 +68,8 @@ class WorkingCopy {
     // Give the screen's state at that point. Raise Invalid procedure call (5) when there is nothing.
     std::string undo();
     std::string redo();
+    // An act of its own: the training is that of the font file again.
+    void revertTraining(TrainingPtr saved);
 
     // The font file is not what was opened or last saved: it was changed, renamed or deleted meanwhile.
     bool isChangedUnderneath() const;
@@ -97,6 +99,7 @@ class WorkingCopy {
     std::vector<TimedEntry> entries() const;
     void rewrite();
     void shorten();
+    void rest();
     std::string go(bool back);
     void release();
 
