@@ -33,20 +33,13 @@ std::vector<std::string> leftoversOf(const std::string& written) {
     return leftovers;
 }
 
-// Whether both have the same content; false when that cannot be seen.
-bool areSame(const std::string& a, const std::string& b) {
-    std::error_code error;
-    const std::uint64_t size = fileSize(a, error);
-    return !error && fileSize(b, error) == size && !error && readWholeFile(a, size) == readWholeFile(b, size);
-}
-
 // A save that was killed before the new version took its place left nothing that counts; one that was killed
 // behind that left the previous version, which still is to become the backup.
 void clearLeftovers(const std::string& file, const std::string& target) {
     try {
         for (const std::string& leftover : leftoversOf(target)) removeFile(leftover);
         for (const std::string& leftover : leftoversOf(backupOf(file))) {
-            if (!leftover.ends_with(kUnfinished) && !areSame(leftover, target))
+            if (!leftover.ends_with(kUnfinished) && !haveSameContent(leftover, target))
                 moveFile(leftover, backupOf(file), IfTaken::Replace, "Cannot keep the previous version of");
             removeFile(leftover);
         }
@@ -103,6 +96,12 @@ std::vector<std::uint8_t> readWholeFile(const std::string& file, std::uint64_t m
     const std::size_t got = content.empty() ? 0 : std::fread(content.data(), 1, content.size(), stream.get());
     if (got != content.size()) throw failure(RuntimeError::DeviceIoError, "it ends early");
     return content;
+}
+
+bool haveSameContent(const std::string& a, const std::string& b) {
+    std::error_code error;
+    const std::uint64_t size = fileSize(a, error);
+    return !error && fileSize(b, error) == size && !error && readWholeFile(a, size) == readWholeFile(b, size);
 }
 
 void renameFile(const std::string& from, const std::string& to) {

@@ -31,6 +31,9 @@ void writeWholeFile(const std::string& file, std::span<const std::uint8_t> conte
 // The content; raises File not found (53), or as above, and Out of memory (7) beyond `most` bytes.
 std::vector<std::uint8_t> readWholeFile(const std::string& file, std::uint64_t most);
 
+// False as well when there is nothing to compare; raises as readWholeFile() does.
+bool haveSameContent(const std::string& a, const std::string& b);
+
 // Raises File already exists (58) when the new name is taken, File not found (53) when there is nothing to
 // rename.
 void renameFile(const std::string& from, const std::string& to);

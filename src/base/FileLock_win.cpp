@@ -31,23 +31,21 @@ bool isBeingDeleted(HANDLE file) {
 }  // namespace
 
 struct FileLock::Held {
+    std::string name;
     Handle<FileObject> file;
 
-    explicit Held(Handle<FileObject> open) : file(std::move(open)) {}
+    Held(std::string held, Handle<FileObject> open) : name(std::move(held)), file(std::move(open)) {}
     Held(const Held&) = delete;
     Held& operator=(const Held&) = delete;
-    ~Held() {
-        FILE_DISPOSITION_INFO away{};
-        away.DeleteFile = TRUE;
-        SetFileInformationByHandle(file.get(), FileDispositionInfo, &away, sizeof away);
-    }
+    // The file goes with its last handle; who reads the words just now keeps it, which does no harm.
+    ~Held() { removeFile(name); }
 };
 
 std::optional<FileLock> FileLock::take(const std::string& name) {
     const auto failure = [&](int error) { return systemFailure(error, "Cannot lock", name); };
     makeFolderOf(name);
     for (int attempt = 1;; ++attempt) {
-        Handle<FileObject> file(CreateFileW(wide(name).c_str(), GENERIC_READ | GENERIC_WRITE | DELETE,
+        Handle<FileObject> file(CreateFileW(wide(name).c_str(), GENERIC_READ | GENERIC_WRITE,
                                             FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
                                             OPEN_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr));
         if (!file) {
@@ -72,7 +70,7 @@ std::optional<FileLock> FileLock::take(const std::string& name) {
         const std::string text = words();
         SetEndOfFile(file.get());
         writeAll(file.get(), {reinterpret_cast<const std::uint8_t*>(text.data()), text.size()});
-        return FileLock(std::make_unique<Held>(std::move(file)));
+        return FileLock(std::make_unique<Held>(name, std::move(file)));
     }
 }
 

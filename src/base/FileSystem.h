@@ -3,6 +3,7 @@
 // of a megabyte.
 #pragma once
 
+#include <chrono>
 #include <cstdint>
 #include <cstdio>
 #include <memory>
@@ -27,7 +28,11 @@ enum class EntryKind { None, File, Folder, Other };
 EntryKind entryKind(const std::string& path);
 // True when there is anything of that name.
 bool fileExists(const std::string& file);
+// True when there is no such folder, and nothing else in its way; a path that cannot be looked at is not.
+bool isStillToCome(const std::string& folder);
 std::uint64_t fileSize(const std::string& file, std::error_code& error);
+// When it was last written.
+std::chrono::system_clock::time_point fileTime(const std::string& file, std::error_code& error);
 // The names in a folder, in no order; those until the error when there is one.
 std::vector<std::string> namesIn(const std::string& folder, std::error_code& error);
 // With the folders that it stands in, each of which is on the disk then.
@@ -42,6 +47,10 @@ std::string linkedFile(const std::string& file);
 // True when the file may not be written, whatever its folder allows.
 bool isReadOnly(const std::string& file);
 void removeFile(const std::string& file);
+// One that is empty.
+void removeFolder(const std::string& folder);
+// Gives a file or folder mode and group of another, as far as the system lets it.
+void giveRights(const std::string& path, const std::string& model);
 
 enum class OpenFor { Reading, Writing, Appending };
 
@@ -59,7 +68,7 @@ void writeThrough(const std::string& file, std::span<const std::uint8_t> content
                   const std::string& reported);
 // Behind the name of a copy that is not whole yet.
 inline constexpr char kUnfinished[] = ".part";
-// A second name for the file; a copy that is on the disk where that is not to be had.
+// A second name, which must be free, for the file; a copy that is on the disk where that is not to be had.
 void keepSecond(const std::string& file, const std::string& second);
 // Puts the file `from` in the place of `to`, whose name is there all the time; what it named before is called
 // `backup` then, unless that is empty. A failure leaves both as they were, unless it is that of flushing

@@ -106,10 +106,23 @@ EntryKind entryKind(const std::string& path) {
     return S_ISREG(state.st_mode) ? EntryKind::File : EntryKind::Other;
 }
 
+bool isStillToCome(const std::string& folder) {
+    struct stat state {};
+    return stat(folder.c_str(), &state) != 0 && errno == ENOENT;
+}
+
 std::uint64_t fileSize(const std::string& file, std::error_code& error) {
     struct stat state {};
     error = stat(file.c_str(), &state) == 0 ? std::error_code() : systemError(errno);
     return static_cast<std::uint64_t>(state.st_size);
+}
+
+std::chrono::system_clock::time_point fileTime(const std::string& file, std::error_code& error) {
+    struct stat state {};
+    error = stat(file.c_str(), &state) == 0 ? std::error_code() : systemError(errno);
+    return std::chrono::system_clock::time_point(
+        std::chrono::duration_cast<std::chrono::system_clock::duration>(
+            std::chrono::seconds(state.st_mtim.tv_sec) + std::chrono::nanoseconds(state.st_mtim.tv_nsec)));
 }
 
 std::vector<std::string> namesIn(const std::string& folder, std::error_code& error) {
@@ -171,6 +184,15 @@ void removeFile(const std::string& file) {
     unlink(file.c_str());
 }
 
+void removeFolder(const std::string& folder) {
+    rmdir(folder.c_str());
+}
+
+void giveRights(const std::string& path, const std::string& model) {
+    const Handle<FileDescriptor> file(open(path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC));
+    if (file) takeRights(file.get(), model);
+}
+
 FilePtr openFile(const std::string& file, OpenFor purpose) {
     constexpr const char* kModes[] = {"rb", "wb", "ab"};
     return FilePtr(std::fopen(file.c_str(), kModes[static_cast<int>(purpose)]));
@@ -188,6 +210,7 @@ void writeThrough(const std::string& file, std::span<const std::uint8_t> content
 
 void keepSecond(const std::string& file, const std::string& second) {
     if (link(file.c_str(), second.c_str()) == 0) return;
+    if (errno == EEXIST) throw systemFailure(errno, kKeeping, file);
     const std::string part = second + kUnfinished;
     int error = copyThrough(file, part);
     if (error == 0 && rename(part.c_str(), second.c_str()) != 0) error = errno;

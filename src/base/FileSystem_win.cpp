@@ -61,11 +61,31 @@ EntryKind entryKind(const std::string& path) {
     return attributes & FILE_ATTRIBUTE_DIRECTORY ? EntryKind::Folder : EntryKind::File;
 }
 
+bool isStillToCome(const std::string& folder) {
+    if (GetFileAttributesW(wide(folder).c_str()) != INVALID_FILE_ATTRIBUTES) return false;
+    const DWORD error = GetLastError();
+    if (error != ERROR_FILE_NOT_FOUND && error != ERROR_PATH_NOT_FOUND) return false;
+    const std::string outer = folderOf(folder);
+    return outer.empty() || outer == folder || entryKind(outer) == EntryKind::Folder || isStillToCome(outer);
+}
+
 std::uint64_t fileSize(const std::string& file, std::error_code& error) {
     WIN32_FILE_ATTRIBUTE_DATA data{};
     error.clear();
     if (!GetFileAttributesExW(wide(file).c_str(), GetFileExInfoStandard, &data)) error = lastErrorCode();
     return std::uint64_t{data.nFileSizeHigh} << 32 | data.nFileSizeLow;
+}
+
+std::chrono::system_clock::time_point fileTime(const std::string& file, std::error_code& error) {
+    WIN32_FILE_ATTRIBUTE_DATA data{};
+    error.clear();
+    if (!GetFileAttributesExW(wide(file).c_str(), GetFileExInfoStandard, &data)) error = lastErrorCode();
+    using Ticks = std::chrono::duration<std::int64_t, std::ratio<1, 10'000'000>>;
+    constexpr Ticks kEpoch(116444736000000000);  // of 1970, counted from 1601
+    const Ticks written(static_cast<std::int64_t>(std::uint64_t{data.ftLastWriteTime.dwHighDateTime} << 32 |
+                                                  data.ftLastWriteTime.dwLowDateTime));
+    return std::chrono::system_clock::time_point(
+        std::chrono::duration_cast<std::chrono::system_clock::duration>(written - kEpoch));
 }
 
 std::vector<std::string> namesIn(const std::string& folder, std::error_code& error) {
@@ -113,6 +133,13 @@ bool isReadOnly(const std::string& file) {
 void removeFile(const std::string& file) {
     DeleteFileW(wide(file).c_str());
 }
+
+void removeFolder(const std::string& folder) {
+    RemoveDirectoryW(wide(folder).c_str());
+}
+
+// What is made in a folder has the rights that the folder gives.
+void giveRights(const std::string&, const std::string&) {}
 
 FilePtr openFile(const std::string& file, OpenFor purpose) {
     constexpr const wchar_t* kModes[] = {L"rb", L"wb", L"ab"};

@@ -21,6 +21,9 @@ std::string withoutLast(std::string_view text, std::size_t count);
 std::int32_t codeOf(std::string_view character);
 std::string characterOf(std::int32_t code);
 
+// True for UTF-8 without control characters: what can be printed.
+bool isPrintable(std::string_view text);
+
 // Case of A-Z and of the Latin-1 letters; everything else stays.
 std::string upperCase(std::string_view text);
 std::string lowerCase(std::string_view text);

@@ -16,21 +16,6 @@ constexpr std::uint32_t kVersion = 1;
 constexpr std::size_t kHeaderSize = 8 + 4 + 4 + 8;
 constexpr std::size_t kChecksumSize = 4;
 constexpr std::uint64_t kLargestFile = 256u << 20;
-// A font with neither samples nor training is no larger.
-constexpr std::uint64_t kLargestUntaught =
-    kHeaderSize + 4 + kMostCharacters * (4 + kLongestCharacter) + 8 + 4 + 4 + 4 + kChecksumSize;
-
-// Whether what is in the file may take the place of the backup that there is. A font is written several times
-// while it is made and has no samples yet; the backup is that of the font which it replaced.
-bool isWorthItsBackup(const std::string& file) {
-    if (!fileExists(backupOf(file))) return true;
-    try {
-        const FontRecord font = decodeFont(readWholeFile(file, kLargestUntaught), file);
-        return !font.samples.empty() || !font.training.empty();
-    } catch (const Failure&) {
-        return true;  // larger, or not to be read here, as a later version
-    }
-}
 
 }  // namespace
 
@@ -79,6 +64,7 @@ FontRecord decodeFont(std::span<const std::uint8_t> bytes, const std::string& fi
     FontRecord font;
     font.characterSet = decodeCharacterSet(body);
     font.nextSerial = body.u64();
+    body.check(font.nextSerial <= kLastSerial, "the number of its next sample is too large");
     const std::uint32_t samples = body.u32();
     if (samples > static_cast<std::uint32_t>(tool::kMostSamples))
         body.refuse("it holds " + std::to_string(samples) + " samples, and a font at most " +
@@ -99,16 +85,37 @@ FontRecord decodeFont(std::span<const std::uint8_t> bytes, const std::string& fi
     return font;
 }
 
+std::vector<std::uint8_t> readFontBytes(const std::string& file) {
+    return readWholeFile(file, kLargestFile);
+}
+
 FontRecord readFont(const std::string& file) {
-    return decodeFont(readWholeFile(file, kLargestFile), file);
+    return decodeFont(readFontBytes(file), file);
 }
 
-void writeFont(const FontRecord& font, const std::string& file) {
-    writeWholeFile(file, encodeFont(font), isWorthItsBackup(file));
+std::vector<std::uint8_t> checkedBytes(const FontRecord& font, const std::string& file) {
+    std::vector<std::uint8_t> bytes = encodeFont(font);
+    try {
+        if (bytes.size() > kLargestFile) throw Failure(RuntimeError::OutOfMemory, "it is too large");
+        decodeFont(bytes, file);
+    } catch (const Failure& failure) {
+        throw fileFailure(static_cast<RuntimeError>(failure.number()), "Cannot write", file,
+                          "it could not be read again. " + failure.description());
+    }
+    return bytes;
 }
 
-void retireFont(const std::string& file) {
-    retireFile(file, isWorthItsBackup(file));
+void writeFontBytes(std::span<const std::uint8_t> bytes, const std::string& file, bool keepsBackup) {
+    writeWholeFile(file, bytes, keepsBackup, [&](const std::string& written) {
+        const std::vector<std::uint8_t> back = readWholeFile(written, bytes.size());
+        if (!std::equal(back.begin(), back.end(), bytes.begin(), bytes.end()))
+            throw fileFailure(RuntimeError::DeviceIoError, "Cannot write", file,
+                              "what was written is read otherwise");
+    });
+}
+
+void exportFont(const FontRecord& font, const std::string& file) {
+    writeFontBytes(checkedBytes(font, file), file, false);
 }
 
 }  // namespace dravik::engine

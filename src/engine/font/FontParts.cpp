@@ -2,15 +2,40 @@
 
 #include <algorithm>
 #include <cmath>
+#include <string_view>
+#include <unordered_set>
+
+#include "base/Failure.h"
+#include "base/Text.h"
 
 namespace dravik::engine {
 namespace {
 
 constexpr std::uint32_t kMostUnits = 4096;
+// Between units and outputs: 64 MB, and more than twice what a run with as many characters as there can be
+// makes.
+constexpr std::size_t kMostWeights = std::size_t{1} << 24;
 constexpr float kLargestInput = 1000;  // far beyond what any character has
 constexpr std::size_t kTrainedSize = 4 + 4 + 4 * kInputCount;
 
+// What is wrong with a character set, "" when nothing is.
+std::string problemOf(const tool::CharacterSet& set) {
+    std::unordered_set<std::string_view> known;
+    for (const std::string& character : set) {
+        if (character.empty()) return "a character is empty";
+        if (character.size() > kLongestCharacter) return "a character is too long";
+        if (!isPrintable(character)) return "a character cannot be printed";
+        if (!known.insert(character).second) return "a character is there twice";
+    }
+    return {};
+}
+
 }  // namespace
+
+void checkCharacterSet(const tool::CharacterSet& set) {
+    if (const std::string problem = problemOf(set); !problem.empty())
+        throw Failure(RuntimeError::InvalidProcedureCall, "No font can have this character set: " + problem);
+}
 
 const TrainedCharacter* Training::find(std::int32_t code) const {
     const auto place =
@@ -28,6 +53,7 @@ tool::CharacterSet decodeCharacterSet(ByteReader& in) {
     tool::CharacterSet set;
     const std::size_t characters = in.count(4, kMostCharacters);
     for (std::size_t i = 0; i < characters; ++i) set.push_back(in.countedText(kLongestCharacter));
+    if (const std::string problem = problemOf(set); !problem.empty()) in.refuse("damaged, " + problem);
     return set;
 }
 
@@ -41,6 +67,7 @@ void encodeSample(ByteWriter& out, const MeasuredSample& one) {
 MeasuredSample decodeSample(ByteReader& in) {
     MeasuredSample one;
     one.sample.serial = in.u64();
+    in.check(one.sample.serial < kLastSerial, "a number of a sample is too large");
     one.sample.code = in.i32();
     one.distance = in.real64();
     in.reals(one.sample.inputs);
@@ -88,7 +115,8 @@ Training decodeTraining(ByteReader& in) {
     if (outputs == 0) return training;
     Network& net = training.network;
     net.hidden = in.u32();
-    in.check(net.hidden >= 1 && net.hidden <= kMostUnits, "its network has no usable size");
+    in.check(net.hidden >= 1 && net.hidden <= kMostUnits && outputs <= kMostWeights / net.hidden,
+             "its network has no usable size");
     for (std::size_t i = 0; i < outputs; ++i) net.codes.push_back(in.i32());
     net.means = in.realVector(kInputCount);
     net.scales = in.realVector(kInputCount);

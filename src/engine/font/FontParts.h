@@ -16,6 +16,8 @@ namespace dravik::engine {
 // As many as identifiers name.
 constexpr std::uint32_t kMostCharacters = static_cast<std::uint32_t>(tool::kMostSamples);
 constexpr std::size_t kLongestCharacter = 16;  // bytes
+// Sample numbers of a font end here, far beyond what can be reached.
+constexpr std::uint64_t kLastSerial = std::uint64_t{1} << 62;
 constexpr std::size_t kSampleSize = 8 + 4 + 8 + 4 * kInputCount;
 
 // A character that the font was trained on.
@@ -34,12 +36,17 @@ struct Training {
 
     bool empty() const noexcept { return network.empty(); }
     const TrainedCharacter* find(std::int32_t code) const;
+    friend bool operator==(const Training&, const Training&) = default;
 };
 
 struct MeasuredSample {
     Sample sample;
     double distance = 0;
 };
+
+// Raises Invalid procedure call (5) for a set that no font file holds: a character that is not 1 to 16 bytes
+// of printable UTF-8, or one that is there twice.
+void checkCharacterSet(const tool::CharacterSet& set);
 
 // Decoding refuses numbers that are out of range; see ByteReader.
 void encodeCharacterSet(ByteWriter& out, const tool::CharacterSet& set);

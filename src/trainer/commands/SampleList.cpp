@@ -46,14 +46,6 @@ std::string firstProblem(const std::vector<std::string>& problems) {
 
 }  // namespace
 
-bool isPrintable(std::string_view text) {
-    const auto all = characters(text);
-    return std::none_of(all.begin(), all.end(), [](const std::string& character) {
-        const auto byte = static_cast<unsigned char>(character[0]);
-        return character.size() == 1 && (byte < 0x20 || byte >= 0x7F);
-    });
-}
-
 SampleListError::SampleListError(std::vector<std::string> found)
     : std::runtime_error(firstProblem(found)), problems(std::move(found)) {}
 

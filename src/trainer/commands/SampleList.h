@@ -15,9 +15,6 @@ struct ListedSample {
     std::string text;   // the characters in reading order, without line breaks and blanks
 };
 
-// True for UTF-8 without control characters: what can be printed on a part.
-bool isPrintable(std::string_view text);
-
 // Everything that is wrong with a list, one line each, with the list's name and the line's number.
 class SampleListError : public std::runtime_error {
   public:
