@@ -17,6 +17,9 @@ using screen::ScreenState;
 constexpr char kTakeBack[] = " \u2013 Edit > Undo (Ctrl+Z) brings this back";
 
 std::string recoveredText(const tool::RecoveredChanges& found) {
+    if (!found.problem.empty())
+        return found.font + ": changes that had not been saved are not in the font (" + found.problem +
+               "); Font > Restore... has them";
     const std::string first = localTimeText(found.first), last = localTimeText(found.last);
     return found.font + ": " +
            (found.acts == 1 ? std::string("1 change") : std::to_string(found.acts) + " changes") + " of " + first +

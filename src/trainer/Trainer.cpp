@@ -23,24 +23,6 @@ std::string counted(std::size_t count, const std::string& what) {
 
 }  // namespace
 
-// TEMPORARY until the embedded tool keeps a history.
-namespace {
-struct NoHistory : tool::FontHistory {
-    void endAct(std::string_view, std::string_view) override {}
-    std::optional<std::string> undoWords() const override { return {}; }
-    std::optional<std::string> redoWords() const override { return {}; }
-    std::string undo() override { return {}; }
-    std::string redo() override { return {}; }
-    std::vector<std::string> unsavedFonts() const override { return {}; }
-    void saveUnsaved(const std::string&) override {}
-    void discardUnsaved(const std::string&) override {}
-    void exportFont(const std::string&, const std::string&) override {}
-    std::vector<tool::RecoveredChanges> takeRecovered() override { return {}; }
-    std::vector<tool::FontVersion> versions(const std::string&) const override { return {}; }
-    void restoreVersion(const tool::FontVersion&, const std::string&) override {}
-} noHistory;
-}  // namespace
-
 struct Trainer::Parts {
     Parts(ui::Platform& platform, const JobFolder& jobs, ImageDecoder decoder, bool remembersFont)
         : folder(jobs),
@@ -238,8 +220,10 @@ struct Trainer::Parts {
 Trainer::Trainer(ui::Platform& platform, const JobFolder& folder, ImageDecoder decoder, bool remembersFont)
     : parts_(std::make_unique<Parts>(platform, folder, std::move(decoder), remembersFont)) {
     auto& parts = *parts_;
+    // Who ends the program is asked before; however else it ends, the changes are there again.
+    parts.tool->keepUnsaved();
     parts.control.setStep(parts.tool);
-    parts.acts.emplace(parts.control, *parts.tool, noHistory, [tool = parts.tool] { return tool->currentFont(); });
+    parts.acts.emplace(parts.control, *parts.tool, *parts.tool, [tool = parts.tool] { return tool->currentFont(); });
 
     const auto refreshPreview = [this, &parts] {
         try {
@@ -335,7 +319,7 @@ FontActs& Trainer::acts() noexcept {
 }
 
 tool::FontHistory& Trainer::history() noexcept {
-    return noHistory;
+    return *parts_->tool;
 }
 
 OpenedParts& Trainer::parts() noexcept {
