@@ -54,6 +54,18 @@ std::optional<std::string> FontActs::redoText() const {
     return words ? std::optional("Redo " + *words) : std::nullopt;
 }
 
+// Of a point of which none was kept, as after acts of the commands.
+ScreenState FontActs::plainState() const {
+    ScreenState state = control_.state();
+    state.m_LastInclude.clear();
+    state.m_IncludedChars.clear();
+    state.message.clear();
+    state.undoEnabled = false;
+    state.awaitsDecision = state.saveEnabled = state.revertEnabled = false;
+    state.includeEnabled = true;
+    return state;
+}
+
 void FontActs::undo() {
     step(history_.undoWords(), "Undo", "Undone: ", &tool::FontHistory::undo);
 }
@@ -69,9 +81,7 @@ void FontActs::step(const std::optional<std::string>& words, const char* source,
         const auto state = screen::decodeScreenState((history_.*move)());
         const auto font = currentFont_();
         if (font.value_or("") != control_.selectedFont()) control_.showFont(font.value_or(""));
-        ScreenState neutral;
-        neutral.includeEnabled = true;
-        control_.refreshAfterHistory(state.value_or(neutral), isUnsaved());
+        control_.refreshAfterHistory(state.value_or(plainState()), isUnsaved());
         say(done + *words);
         moved();
     } catch (...) {
@@ -122,10 +132,10 @@ std::vector<std::string> FontActs::takeRecovered() {
 }
 
 void FontActs::record(const OperatorAct& act) {
-    ScreenState state = act.after;
+    guardScreen(act);
+    ScreenState state = control_.state();
     state.includeEnabled = true;  // it may be held at the moment, until the image's characters are found
     history_.endAct(act.kind == OperatorAct::Kind::Save ? "" : screen::actName(act), screen::encode(state));
-    guardScreen(act);
     const std::string deleted = screen::deletedText(act);
     say(deleted.empty() ? "" : deleted + kTakeBack);
 }

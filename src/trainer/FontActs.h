@@ -61,6 +61,7 @@ class FontActs {
     void fontMayHaveChanged();
     void step(const std::optional<std::string>& words, const char* source, const char* done,
               std::string (tool::FontHistory::*move)());
+    screen::ScreenState plainState() const;
     void showRunFailure();
     bool isTraining() const;
 

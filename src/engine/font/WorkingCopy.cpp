@@ -101,10 +101,10 @@ void WorkingCopy::open() {
             return;
         }
         const bool fits = replay(content, font);
-        if (fits && !history_.isUnsaved() && !found_.letGo) {
+        // Half an include of a program that died may be all that is in it.
+        if (fits && !history_.isUnsaved() && !found_.letGo && history_.open().empty()) {
             lock_.reset();
-            if (history_.open().empty()) return;
-            // Half an include of a program that died is all that is in it.
+            return;
         }
         if (lock_) {
             if (!fits || found_.letGo) {
