@@ -94,7 +94,8 @@ TEST_F(FontSelectionTest, LeavingInAnyOtherWayChangesNothing) {
         form.unload();
     });
     EXPECT_TRUE(tool->changes().empty()) << "an earlier choice is not taken for this one";
-    EXPECT_EQ(tool->count("GetFontList()"), 2) << "those of the list; nothing is asked for what did not change";
+    EXPECT_EQ(tool->count("GetFontList()"), 2)
+        << "those of the list; nothing is asked for what did not change";
     EXPECT_EQ(screen().font.lblSelectedFont.caption(), "beta");
 }
 

@@ -185,13 +185,13 @@ TEST_F(BoundScreen, WhatAHostSetsAndWhatTheOperatorSwitchesIsTraced) {
     screen().train.cmdRevert.setEnabled(true);
     screen().train.cmdRevert.press();
     EXPECT_THAT(jobs.entries(),
-                testing::ElementsAre(
-                    "Dravikdlg.StepEditor_ReadOnly", "Dravikdlg.StepEditor_ReadOnly",
-                    "Dravikdlg.StepEditor_RootStep", "Dravikdlg.StepEditor_Step",
-                    "DravikDlg.tlbChars_ButtonClick('Numeric')", "Dravikdlg.SetGraphicalView",
-                    "Dravikdlg.cboDisplay_Click", "Dravikdlg.FillSamplesArray",
-                    "Dravikdlg.lblChar_MouseMove", "Dravikdlg.NumberTrained", "Dravikdlg.cmdRevert_Click",
-                    "# Dravikdlg error: Revert Err 75 first  second third"));
+                testing::ElementsAre("Dravikdlg.StepEditor_ReadOnly", "Dravikdlg.StepEditor_ReadOnly",
+                                     "Dravikdlg.StepEditor_RootStep", "Dravikdlg.StepEditor_Step",
+                                     "DravikDlg.tlbChars_ButtonClick('Numeric')",
+                                     "Dravikdlg.SetGraphicalView", "Dravikdlg.cboDisplay_Click",
+                                     "Dravikdlg.FillSamplesArray", "Dravikdlg.lblChar_MouseMove",
+                                     "Dravikdlg.NumberTrained", "Dravikdlg.cmdRevert_Click",
+                                     "# Dravikdlg error: Revert Err 75 first  second third"));
 
     g_bTrace = true;
     DravikDlg other(platform, jobs.folder());
