@@ -57,9 +57,9 @@ PartPane::PartPane(trainer::TrainerWindow& model, const WindowMenus& menus, QWid
     column->addLayout(bar);
     column->addWidget(problems_);
     column->addWidget(view_, 1);
-    for (QWidget* below :
-         {static_cast<QWidget*>(notice_), static_cast<QWidget*>(preview_), static_cast<QWidget*>(readingTitle),
-          static_cast<QWidget*>(reading), static_cast<QWidget*>(check_), static_cast<QWidget*>(strip)})
+    for (QWidget* below : {static_cast<QWidget*>(notice_), static_cast<QWidget*>(preview_),
+                           static_cast<QWidget*>(readingTitle), static_cast<QWidget*>(reading),
+                           static_cast<QWidget*>(check_), static_cast<QWidget*>(strip)})
         column->addWidget(below);
 
     textsChanged_ = model.textsChanged.connect([this] { showTexts(); });

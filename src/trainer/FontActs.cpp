@@ -22,8 +22,8 @@ std::string recoveredText(const tool::RecoveredChanges& found) {
                "); Font > Restore... has them";
     const std::string first = localTimeText(found.first), last = localTimeText(found.last);
     return found.font + ": " +
-           (found.acts == 1 ? std::string("1 change") : std::to_string(found.acts) + " changes") + " of " + first +
-           (first == last ? "" : " to " + last) + " had not been saved; " +
+           (found.acts == 1 ? std::string("1 change") : std::to_string(found.acts) + " changes") + " of " +
+           first + (first == last ? "" : " to " + last) + " had not been saved; " +
            (found.acts == 1 ? "it is" : "they are") + " in the font again";
 }
 
@@ -127,7 +127,8 @@ void FontActs::leaveDecision() {
 
 std::vector<std::string> FontActs::takeRecovered() {
     std::vector<std::string> lines;
-    for (const tool::RecoveredChanges& found : history_.takeRecovered()) lines.push_back(recoveredText(found));
+    for (const tool::RecoveredChanges& found : history_.takeRecovered())
+        lines.push_back(recoveredText(found));
     return lines;
 }
 
@@ -154,7 +155,8 @@ void FontActs::guardScreen(const OperatorAct& act) {
         }
     }
     const auto table = tool_.GetSampleData(tool::kAllCommitted, tool::kSampleFields);
-    if (!isTraining() && (!table || table->upperRow() < 1)) control_.screen().train.cmdTrain.setEnabled(false);
+    if (!isTraining() && (!table || table->upperRow() < 1))
+        control_.screen().train.cmdTrain.setEnabled(false);
 }
 
 // The state before the first act, to which undo goes back.

@@ -111,10 +111,10 @@ struct Trainer::Parts {
     void decode() {
         stopped = false;
         tool->shareImage(std::make_shared<engine::GreyImage>());
-        start(Doing::Decoding,
-              [this, decoder = opened.decoder(), path = opened.path(opened.current())](const std::stop_token&) {
-                  return [this, decoded = OpenedParts::decode(decoder, path)] { opened.setDecoded(decoded); };
-              });
+        start(Doing::Decoding, [this, decoder = opened.decoder(),
+                                path = opened.path(opened.current())](const std::stop_token&) {
+            return [this, decoded = OpenedParts::decode(decoder, path)] { opened.setDecoded(decoded); };
+        });
     }
 
     // The current image is decoded, or there is none.
@@ -223,7 +223,8 @@ Trainer::Trainer(ui::Platform& platform, const JobFolder& folder, ImageDecoder d
     // Who ends the program is asked before; however else it ends, the changes are there again.
     parts.tool->keepUnsaved();
     parts.control.setStep(parts.tool);
-    parts.acts.emplace(parts.control, *parts.tool, *parts.tool, [tool = parts.tool] { return tool->currentFont(); });
+    parts.acts.emplace(parts.control, *parts.tool, *parts.tool,
+                       [tool = parts.tool] { return tool->currentFont(); });
 
     const auto refreshPreview = [this, &parts] {
         try {
@@ -283,9 +284,10 @@ Trainer::Trainer(ui::Platform& platform, const JobFolder& folder, ImageDecoder d
         refreshReading();
     }));
     connections.push_back(parts.workTimer.tick.connect([&parts] { parts.deliver({}); }));
-    connections.push_back(parts.control.screen().sample.cmdInclude.changed.connect([&parts](ui::Change change) {
-        if (change == ui::Change::Enabled && parts.holdsInclude) parts.holdInclude();
-    }));
+    connections.push_back(
+        parts.control.screen().sample.cmdInclude.changed.connect([&parts](ui::Change change) {
+            if (change == ui::Change::Enabled && parts.holdsInclude) parts.holdInclude();
+        }));
     // These come after the screen's own procedures, which subscribed first.
     auto& screen = parts.control.screen();
     connections.push_back(screen.sample.txtSampleInput.textChanged.connect(refreshPreview));

@@ -90,7 +90,8 @@ TEST_F(WindowTest, TeachesLearnsSavesAndReads) {
     };
     EXPECT_EQ(childForms(), 1);
     DialogScript script;
-    script.expect("closingFormWindow", [&](QWidget& form) { QTest::keyClick(form.focusWidget(), Qt::Key_Escape); });
+    script.expect("closingFormWindow",
+                  [&](QWidget& form) { QTest::keyClick(form.focusWidget(), Qt::Key_Escape); });
     EXPECT_FALSE(window.close());
     EXPECT_TRUE(script.finished());
     EXPECT_EQ(childForms(), 1) << "the child form is still open";

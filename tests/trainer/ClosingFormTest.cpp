@@ -105,15 +105,15 @@ TEST(RestoreForm, AVersionIsRestoredUnderItsOwnOrAnotherNameOrTheReasonIsSaid) {
     history.kept = {{"hack", "v3", {}, FontVersion::Kind::Saved, 222, true},
                     {"lines", "v2", {}, FontVersion::Kind::Deleted, 1, false},
                     {"lines", "v1", {}, FontVersion::Kind::Discarded, 12, true}};
-    RestoreForm form(platform, history.versions(""), "lines",
-                     [&](const FontVersion& version, const std::string& name) {
-                         history.restoreVersion(version, name);
-                     });
+    RestoreForm form(
+        platform, history.versions(""), "lines",
+        [&](const FontVersion& version, const std::string& name) { history.restoreVersion(version, name); });
     form.activate();
     auto& list = in<ListBox>(form, "lbVersions");
     auto& name = in<TextBox>(form, "txtName");
     EXPECT_EQ(list.listIndex(), 1) << "the newest one of the font that is shown";
-    EXPECT_THAT(list.items()[1], testing::AllOf(HasSubstr("lines"), HasSubstr(": 1 sample, not trained (deleted)")));
+    EXPECT_THAT(list.items()[1],
+                testing::AllOf(HasSubstr("lines"), HasSubstr(": 1 sample, not trained (deleted)")));
     EXPECT_EQ(name.text(), "lines");
     platform.boxAnswers = {Answer::Ok};
     form.defaultButton->press();

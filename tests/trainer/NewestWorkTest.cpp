@@ -41,7 +41,8 @@ TEST(NewestWork, WhatWasStartedBeforeIsStoppedAndDropped) {
     EXPECT_FALSE(work.busy());
     EXPECT_FALSE(work.deliver(kLong)) << "once";
 
-    work.start([](const std::stop_token&) -> NewestWork::Delivery { throw Failure(RuntimeError::OutOfMemory); });
+    work.start(
+        [](const std::stop_token&) -> NewestWork::Delivery { throw Failure(RuntimeError::OutOfMemory); });
     EXPECT_THROW(work.deliver(kLong), Failure);
     EXPECT_FALSE(work.busy());
     // Its end waits for what goes on.

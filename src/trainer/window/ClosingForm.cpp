@@ -27,15 +27,12 @@ ClosingForm::ClosingForm(ui::Platform& platform, tool::FontHistory& history, boo
 
     loading.subscribe([this] { showFonts(); });
     activated.subscribe([this] { cmdSaveAll.setFocus(); });
-    cmdSaveAll.click.subscribe([this] {
-        forEach(lbFonts.items(), [this](const auto& font) { history_.saveUnsaved(font); });
-    });
-    cmdSave.click.subscribe([this] {
-        forEach({lbFonts.text()}, [this](const auto& font) { history_.saveUnsaved(font); });
-    });
-    cmdDiscard.click.subscribe([this] {
-        forEach(lbFonts.items(), [this](const auto& font) { history_.discardUnsaved(font); });
-    });
+    cmdSaveAll.click.subscribe(
+        [this] { forEach(lbFonts.items(), [this](const auto& font) { history_.saveUnsaved(font); }); });
+    cmdSave.click.subscribe(
+        [this] { forEach({lbFonts.text()}, [this](const auto& font) { history_.saveUnsaved(font); }); });
+    cmdDiscard.click.subscribe(
+        [this] { forEach(lbFonts.items(), [this](const auto& font) { history_.discardUnsaved(font); }); });
     cmdSaveCopy.click.subscribe([this] { saveCopy(); });
     CancelButton.click.subscribe([this] { unload(); });
 }
@@ -47,11 +44,10 @@ void ClosingForm::showFonts() {
     const auto found = std::find(fonts.begin(), fonts.end(), before);
     if (!fonts.empty())
         lbFonts.setListIndex(found == fonts.end() ? 0 : static_cast<int>(found - fonts.begin()));
-    lblQuestion.setCaption(fonts.empty() ? "End the program?"
-                           : fonts.size() == 1
-                               ? "This font has changes that are not saved. Save them?"
-                               : "These " + std::to_string(fonts.size()) +
-                                     " fonts have changes that are not saved. Save them?");
+    lblQuestion.setCaption(fonts.empty()       ? "End the program?"
+                           : fonts.size() == 1 ? "This font has changes that are not saved. Save them?"
+                                               : "These " + std::to_string(fonts.size()) +
+                                                     " fonts have changes that are not saved. Save them?");
     cmdSaveAll.setCaption(fonts.empty() ? "&Stop and End" : fonts.size() == 1 ? "&Save" : "&Save All");
     cmdDiscard.setCaption(fonts.size() == 1 ? "&Discard" : "&Discard All");
     lbFonts.setVisible(!fonts.empty());

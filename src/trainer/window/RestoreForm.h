@@ -22,7 +22,8 @@ class RestoreForm : public ui::Form {
 
     // Versions in the order in which they are listed; the first one of `font` is chosen at first. The
     // platform outlives the form.
-    RestoreForm(ui::Platform& platform, std::vector<tool::FontVersion> versions, const std::string& font, Restore restore);
+    RestoreForm(ui::Platform& platform, std::vector<tool::FontVersion> versions, const std::string& font,
+                Restore restore);
 
   private:
     const tool::FontVersion* chosen() const;

@@ -80,8 +80,8 @@ void TrainerWindow::showPart() {
     view.setImage(&parts.image(),
                   parts.current() < 0
                       ? "Open part images or drop them here\n\nFile \u2192 Open Images... (Ctrl+O)"
-                      : parts.isDecoding() ? "Opening the image..."
-                                           : parts.problem());
+                  : parts.isDecoding() ? "Opening the image..."
+                                       : parts.problem());
 }
 
 // What can be done with the font, and what was done with it.

@@ -22,7 +22,8 @@ void setFilters(IFileDialog& dialog, const std::vector<trainer::FileFilter>& fil
     std::vector<std::pair<std::wstring, std::wstring>> texts;
     for (const trainer::FileFilter& filter : filters) {
         std::string patterns;
-        for (const std::string& pattern : filter.patterns) patterns += (patterns.empty() ? "" : ";") + pattern;
+        for (const std::string& pattern : filter.patterns)
+            patterns += (patterns.empty() ? "" : ";") + pattern;
         texts.emplace_back(win32::wide(filter.name), win32::wide(patterns));
     }
     std::vector<COMDLG_FILTERSPEC> types;
@@ -34,7 +35,8 @@ void setFilters(IFileDialog& dialog, const std::vector<trainer::FileFilter>& fil
 template <class Dialog>
 class FileDialog {
   public:
-    FileDialog(const CLSID& kind, const IID& interfaceOf, const trainer::FileQuestion& question, DWORD options) {
+    FileDialog(const CLSID& kind, const IID& interfaceOf, const trainer::FileQuestion& question,
+               DWORD options) {
         if (FAILED(CoCreateInstance(kind, nullptr, CLSCTX_INPROC_SERVER, interfaceOf,
                                     reinterpret_cast<void**>(&dialog_))))
             throw Failure(RuntimeError::InternalError, "The dialog to choose files cannot be made");
@@ -70,9 +72,10 @@ class FileDialog {
 }  // namespace
 
 std::vector<std::string> choosePaths(HWND owner, const trainer::FileQuestion& question) {
-    const DWORD options = question.asksForFolder
-                              ? static_cast<DWORD>(FOS_PICKFOLDERS) | static_cast<DWORD>(FOS_PATHMUSTEXIST)
-                              : static_cast<DWORD>(FOS_ALLOWMULTISELECT) | static_cast<DWORD>(FOS_FILEMUSTEXIST);
+    const DWORD options =
+        question.asksForFolder
+            ? static_cast<DWORD>(FOS_PICKFOLDERS) | static_cast<DWORD>(FOS_PATHMUSTEXIST)
+            : static_cast<DWORD>(FOS_ALLOWMULTISELECT) | static_cast<DWORD>(FOS_FILEMUSTEXIST);
     FileDialog<IFileOpenDialog> dialog(CLSID_FileOpenDialog, IID_IFileOpenDialog, question, options);
     std::vector<std::string> paths;
     IShellItemArray* items = nullptr;
