@@ -114,17 +114,28 @@ int learn(const std::vector<ListedSample>& samples, const LearnOptions& options,
     const InterruptWatch watch;
     engine::EmbeddedTool tool(options.folder);
     tool::FontUseCases fonts(tool);
+    // However this ends: what was included is there when the font is loaded the next time.
+    tool.keepUnsaved();
     const auto file = options.folder.fontFile(choose(fonts, options.font).name);
+    streams.tellRecovered(tool);
     const auto interrupted = [&] {
-        streams.problem("interrupted; the training was not saved to " + file);
+        streams.problem("interrupted; the training was not saved to " + file +
+                        (tool.unsavedFonts().empty()
+                             ? std::string()
+                             : ", what was included is kept until the font is used again"));
         return kInterrupted;
     };
-    if (options.characters) fonts.setCharacters(*options.characters);
+    tool.claimFont();
+    if (options.characters) {
+        fonts.setCharacters(*options.characters);
+        tool.endAct({}, {});
+    }
 
     bool anyIncluded = false;
     for (const auto& sample : samples) {
         if (watch.interrupted()) return interrupted();
         anyIncluded |= include(tool, fonts, sample, decoder, streams);
+        tool.endAct({}, {});
     }
     if (!anyIncluded) {
         streams.problem("nothing to learn: every image was refused");
