@@ -234,7 +234,7 @@ TEST_F(HeadlessCommands, WhatAFontWasCanBeListedAndRestored) {
 
     // What was just replaced is the newest now; by its name it becomes another font.
     const auto list = workspace.run({"fonts", "--versions"}).out;
-    ASSERT_EQ(list.size(), 3u);
+    ASSERT_EQ(list.size(), 2u) << "what the font is now is no earlier version";
     const auto newest = list[1].substr(7, 19);
     ASSERT_EQ(
         workspace.run({"fonts", "--restore", "digits", "--version", newest, "--as", "second one"}).status, 0);
@@ -259,15 +259,23 @@ TEST_F(HeadlessCommands, WhatCannotBeRestoredIsToldAndChangesNothing) {
               "dravik-trainer: font digits: there is no version nosuch; fonts --versions digits lists them"));
     fails(workspace.run({"fonts", "--restore", "digits"}),
           ElementsAre(HasSubstr("only changes that were discarded")));
-    kept.keepSaved("digits");
-    fails(workspace.run({"fonts", "--restore", "digits", "--as", "New"}), ElementsAre(HasSubstr("reserved")));
-    const auto version = workspace.run({"fonts", "--versions"}).out.at(2).substr(7, 19);
+    fails(workspace.run({"fonts", "--restore", "digits", "--as", "New"}),
+          ElementsAre(HasSubstr("discarded")));
+    const auto version = workspace.run({"fonts", "--versions"}).out.at(1).substr(7, 19);
+    fails(workspace.run({"fonts", "--restore", "digits", "--version", version, "--as", "New"}),
+          ElementsAre(HasSubstr("reserved")));
     {
         const auto lock = FileLock::take(lockOf(workspace.fontFile("digits")));
         fails(workspace.run({"fonts", "--restore", "digits", "--version", version}),
               ElementsAre(AllOf(HasSubstr("the font is being changed by process "), HasSubstr(" since "))));
     }
     EXPECT_EQ(Workspace::content(workspace.fontFile("digits")), taught);
+
+    workspace.write("jobs/Fonts/History/digits/20260301-000000-000.saved.nnd", "no font");
+    const auto listed = workspace.run({"fonts", "--versions", "digits"});
+    EXPECT_EQ(listed.status, 1);
+    EXPECT_EQ(listed.out.size(), 3u);
+    EXPECT_THAT(listed.err, ElementsAre(HasSubstr("20260301-000000-000.saved.nnd")));
 }
 
 TEST_F(HeadlessCommands, AJobsFolderThatCannotBeMadeIsOneClearLine) {

@@ -39,17 +39,13 @@ const char* nameOf(FontVersion::Kind kind) {
 
 // What is kept of a font: of just that name, else of the one whose name differs in case. Raises File not
 // found (53) when that is nothing.
-std::vector<FontVersion> versionsOf(const engine::FontVersions& kept, const std::string& font) {
-    std::vector<FontVersion> versions = kept.list(font);
+std::vector<FontVersion> versionsOf(const engine::FontVersions& kept, const std::string& font,
+                                    std::vector<std::string>* problems = nullptr) {
+    std::vector<FontVersion> versions = kept.list(font, problems);
     if (!versions.empty()) return versions;
-    versions = kept.list("");
-    const auto meant = std::find_if(versions.begin(), versions.end(), [&](const FontVersion& one) {
-        return lowerCase(one.font) == lowerCase(tool::CleanFontName(font));
-    });
-    if (meant == versions.end()) throw Failure(RuntimeError::FileNotFound, "no earlier version is kept");
-    const std::string name = meant->font;
-    std::erase_if(versions, [&](const FontVersion& one) { return one.font != name; });
-    return versions;
+    for (const FontVersion& one : kept.list(""))
+        if (lowerCase(one.font) == lowerCase(tool::CleanFontName(font))) return kept.list(one.font, problems);
+    throw Failure(RuntimeError::FileNotFound, "no earlier version is kept");
 }
 
 // Raises File not found (53).
@@ -93,13 +89,16 @@ int listFonts(const FontsOptions& options, const CommandStreams& streams) {
 int listVersions(const VersionsOptions& options, const CommandStreams& streams) {
     try {
         const engine::FontVersions kept(options.folder.fontsFolder());
-        const auto versions = options.font.empty() ? kept.list("") : versionsOf(kept, options.font);
+        std::vector<std::string> problems;
+        const auto versions =
+            options.font.empty() ? kept.list("", &problems) : versionsOf(kept, options.font, &problems);
         streams.out << "font\tversion\tkind\tsamples\ttrained\tdate\n";
         for (const FontVersion& one : versions)
             streams.out << one.font << '\t' << one.identifier << '\t' << nameOf(one.kind) << '\t'
                         << one.samples << '\t' << (one.trained ? "yes" : "no") << '\t'
                         << localTimeText(one.when) << '\n';
-        return 0;
+        for (const auto& problem : problems) streams.problem(problem);
+        return problems.empty() ? 0 : 1;
     } catch (...) {
         streams.problem((options.font.empty() ? "" : "font " + options.font + ": ") +
                         currentFailure().description());
