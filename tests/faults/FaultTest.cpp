@@ -145,12 +145,12 @@ class FaultWorkplace {
     void keepAs(const std::string& name) const { copy(jobs(), path(name)); }
     void bringBack(const std::string& name) const { copy(path(name), jobs()); }
 
-    // The fonts, by name, with a digest of each.
-    std::map<std::string, std::string> fonts() const {
+    // The fonts, or their backups, by name, with a digest of each.
+    std::map<std::string, std::string> fonts(const char* extension = ".nnd") const {
         std::map<std::string, std::string> fonts;
         if (!fs::exists(jobs() + "/Fonts")) return fonts;
         for (const auto& entry : fs::directory_iterator(jobs() + "/Fonts"))
-            if (entry.path().extension() == ".nnd") fonts[entry.path().stem()] = digestOf(entry.path());
+            if (entry.path().extension() == extension) fonts[entry.path().stem()] = digestOf(entry.path());
         return fonts;
     }
 
@@ -193,7 +193,7 @@ class Faults : public testing::TestWithParam<Story> {
   protected:
     const Story& story = GetParam();
     FaultWorkplace place;
-    std::map<std::string, std::string> before, after;
+    std::map<std::string, std::string> before, backups, after;
     std::set<std::string> kept;
     std::string out;  // of an act that changes nothing
 
@@ -233,6 +233,7 @@ class Faults : public testing::TestWithParam<Story> {
         if (run.signal == 0 && run.status != 0) {
             EXPECT_EQ(run.status, 1);
             EXPECT_NE(run.err, "") << "no word of what failed";
+            EXPECT_TRUE(fonts != before || place.fonts(".bak") == backups) << "the backup is another";
         }
         EXPECT_TRUE(run.signal == 0 || run.signal == SIGKILL) << run.signal << run.err;
         const auto reachable = place.reachable();
@@ -253,6 +254,7 @@ TEST_P(Faults, LoseNothingAndAreToldInWords) {
     }
     place.keepAs("before");
     before = place.fonts();
+    backups = place.fonts(".bak");
     kept = place.reachable();
     out = place.run(story.act).out;
     after = place.fonts();
