@@ -2,6 +2,7 @@
 // parts beside it, the labels that an include would give, and what the current font reads.
 #pragma once
 
+#include <chrono>
 #include <memory>
 #include <string>
 #include <vector>
@@ -44,6 +45,20 @@ class Trainer {
     engine::EmbeddedTool& tool() noexcept;
     OpenedParts& parts() noexcept;
     const JobFolder& folder() const noexcept;
+
+    // Decoding an image, finding its characters and reading them go on beside the window when they take
+    // longer than this; until then whoever changes the image or the font waits. Without a call, all waits.
+    void setPatience(std::chrono::milliseconds patience);
+    // Ticks while such work goes on; the front end drives it as it does the screen's own timers.
+    ui::Timer& workTimer() noexcept;
+    // The current image is being decoded or its characters are looked for: Include is disabled meanwhile.
+    bool isLooking() const noexcept;
+    // That, or the characters are being read.
+    bool isWorking() const noexcept;
+    // Ends such work. An image whose characters were not found then has none, and Include stays disabled.
+    void stopWorking();
+    // Decodes the current image and looks for its characters once more.
+    void lookAgain();
 
     // Found characters of the current image with the labels of the text typed for Include.
     const std::vector<LabelledCharacter>& preview() const noexcept;

@@ -301,7 +301,7 @@ TEST_F(ToolWithoutFonts, ANewFontLeavesTheSamplesOfTheOldOneInTheBackup) {
     makeNew();
     EXPECT_EQ(readWholeFile(backup, 1 << 20), next) << "deleted before";
     std::ofstream(file) << "no font at all";
-    tool.SaveFont("f");
+    tool.CreateFont("f");
     EXPECT_EQ(readWholeFile(backup, 1 << 20).size(), 14u);
 }
 

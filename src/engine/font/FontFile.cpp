@@ -85,8 +85,12 @@ FontRecord decodeFont(std::span<const std::uint8_t> bytes, const std::string& fi
     return font;
 }
 
+std::vector<std::uint8_t> readFontBytes(const std::string& file) {
+    return readWholeFile(file, kLargestFile);
+}
+
 FontRecord readFont(const std::string& file) {
-    return decodeFont(readWholeFile(file, kLargestFile), file);
+    return decodeFont(readFontBytes(file), file);
 }
 
 std::vector<std::uint8_t> checkedBytes(const FontRecord& font, const std::string& file) {

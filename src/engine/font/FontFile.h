@@ -27,7 +27,8 @@ std::vector<std::uint8_t> encodeFont(const FontRecord& font);
 // with bytes that are damaged, cut off, of another kind or of a later version.
 FontRecord decodeFont(std::span<const std::uint8_t> bytes, const std::string& file);
 
-// A font from its file; raises as readWholeFile() and decodeFont() do.
+// A font from its file; raise as readWholeFile() and decodeFont() do.
+std::vector<std::uint8_t> readFontBytes(const std::string& file);
 FontRecord readFont(const std::string& file);
 
 // The font to a file anywhere, of which nothing else is kept; a font's own file is written by writeFont()

@@ -36,6 +36,7 @@ struct Training {
 
     bool empty() const noexcept { return network.empty(); }
     const TrainedCharacter* find(std::int32_t code) const;
+    friend bool operator==(const Training&, const Training&) = default;
 };
 
 struct MeasuredSample {
