@@ -12,7 +12,6 @@
 
 #include "base/AtomicFile.h"
 #include "base/Failure.h"
-#include "base/FileLock.h"
 #include "base/FileSystem.h"
 
 namespace dravik::engine {
@@ -319,19 +318,6 @@ void retireFont(const std::string& file) {
         removeFile(kept);
         throw;
     }
-}
-
-std::string lockOf(const std::string& file) {
-    return file + ".lock";
-}
-
-void restoreFont(const FontVersions& versions, const tool::FontVersion& version, const std::string& file) {
-    const FontRecord font = versions.read(version);
-    const auto lock = FileLock::take(lockOf(file));
-    if (!lock)
-        throw fileFailure(RuntimeError::PermissionDenied, "Cannot write", file,
-                          "the font is being changed by " + FileLock::holder(lockOf(file)));
-    writeFont(font, file);
 }
 
 void renameFont(const std::string& from, const std::string& to) {

@@ -69,14 +69,6 @@ void writeFont(const FontRecord& font, const std::string& file);
 // Deletes a font: it stays as a version, and as its backup as above. Raises as retireFile() does.
 void retireFont(const std::string& file);
 
-// Makes the font of that file of a version, under the lock of who changes the font; what was there becomes a
-// version. Raises Permission denied (70) saying who changes the font just now, and as read() and writeFont()
-// do.
-void restoreFont(const FontVersions& versions, const tool::FontVersion& version, const std::string& file);
-
-// The file that stands for the right to change the font of a file; see FileLock.h.
-std::string lockOf(const std::string& file);
-
 // Gives a font another name, and its versions with it; raises as renameFile() does.
 void renameFont(const std::string& from, const std::string& to);
 

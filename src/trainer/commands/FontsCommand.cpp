@@ -7,7 +7,6 @@
 #include "base/Text.h"
 #include "base/TimeText.h"
 #include "engine/embedded/EmbeddedTool.h"
-#include "engine/font/FontLibrary.h"
 #include "engine/font/FontVersions.h"
 #include "tool/FontName.h"
 #include "trainer/commands/Commands.h"
@@ -114,12 +113,11 @@ int restoreVersion(const RestoreOptions& options, const CommandStreams& streams)
         if (tool::isReservedFontName(name))
             throw Failure(RuntimeError::BadFileName,
                           "Font name 'new' is reserved, please select a different name");
-        const engine::FontLibrary library(options.folder, false);
-        const std::string file = library.file(library.spelling(name));
-        engine::restoreFont(kept, version, file);
+        engine::EmbeddedTool tool(options.folder);
+        tool.restoreVersion(version, name);
         streams.out << "restored " << version.font << ' ' << version.identifier << " ("
                     << nameOf(version.kind) << ' ' << localTimeText(version.when) << ", " << version.samples
-                    << " samples) to " << file << std::endl;
+                    << " samples) to " << options.folder.fontFile(name) << std::endl;
         return 0;
     } catch (...) {
         streams.problem("font " + options.font + ": " + currentFailure().description());
