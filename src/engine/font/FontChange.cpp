@@ -127,7 +127,7 @@ struct Summary {
 };
 
 // How many uncommitted samples the changes have left of those that they found; nothing when they did more.
-std::optional<std::size_t> leftOfFound(std::span<const FontChange> changes) {
+std::optional<std::size_t> leftOfFound(std::span<const FontChange> changes, bool mayTrain = false) {
     std::set<std::uint64_t> found;
     const SetCharacters* first = nullptr;
     const SetCharacters* last = nullptr;
@@ -139,7 +139,7 @@ std::optional<std::size_t> leftOfFound(std::span<const FontChange> changes) {
         } else if (const auto* set = std::get_if<SetCharacters>(&change)) {
             if (!first) first = set;
             last = set;
-        } else {
+        } else if (!mayTrain || !std::holds_alternative<SetTraining>(change)) {
             return std::nullopt;
         }
     }
@@ -250,6 +250,10 @@ void revertChange(const FontChange& change, FontState& state) {
 
 bool changesNothing(std::span<const FontChange> changes) {
     return leftOfFound(changes) == 0U;
+}
+
+bool changesTrainingOnly(std::span<const FontChange> changes) {
+    return leftOfFound(changes, true) == 0U;
 }
 
 bool changesUncommittedOnly(std::span<const FontChange> changes) {

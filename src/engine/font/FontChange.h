@@ -55,6 +55,8 @@ void revertChange(const FontChange& change, FontState& state);
 
 // True when the changes, one after the other, leave a font as it was: what was found was thrown away again.
 bool changesNothing(std::span<const FontChange> changes);
+// The same but for the training.
+bool changesTrainingOnly(std::span<const FontChange> changes);
 // The same but for uncommitted samples, which may have come.
 bool changesUncommittedOnly(std::span<const FontChange> changes);
 // What the changes did, in words to follow "Undo ": "deletion of 3 samples of B".

@@ -18,6 +18,12 @@ bool hasUncommitted(const WorkingCopy& copy) {
     return copy.state().samples.count(tool::SampleKind::Uncommitted) > 0;
 }
 
+// Two fonts with neither samples nor training that have the same characters.
+bool isSameUntaught(const FontRecord& one, const FontRecord& other) {
+    return one.samples.empty() && other.samples.empty() && one.training.empty() && other.training.empty() &&
+           one.characterSet == other.characterSet;
+}
+
 }  // namespace
 
 FontWorkspace::FontWorkspace(JobFolder folder, bool remembersFont)
@@ -104,6 +110,7 @@ bool FontWorkspace::load(const std::string& asked) {
     // The operator who chooses the font that is shown once more does not mean to lose what was done to it.
     if (current_ && current_->name() == name) {
         if (current_->isUnsaved() || hasUncommitted(*current_)) return false;
+        current_->rest();
         CopyPtr& place = copies_[name];
         place = opened(name);
         enter(place.get());
@@ -146,9 +153,12 @@ void FontWorkspace::replace(const std::string& name, const FontRecord& font) {
     if (!old) return writeNew(name, font);
     deleted_.reset();
     old->removeUncommitted();
-    old->make(
-        ReplaceFont{std::make_shared<FontRecord>(old->state().record()), std::make_shared<FontRecord>(font)});
     old->endAct({}, {});
+    auto before = std::make_shared<FontRecord>(old->state().record());
+    if (!isSameUntaught(*before, font)) {
+        old->make(ReplaceFont{std::move(before), std::make_shared<FontRecord>(font)});
+        old->endAct({}, {});
+    }
     writeBack(*old);
     close(name);
 }
@@ -181,6 +191,7 @@ std::string FontWorkspace::bringBackDeleted() {
     const std::string file = library_.freeFile(name);
     copy.writeJournal();
     writeFontBytes(deleted_->file, file, false);
+    copy.rest();
     copies_[name] = std::move(deleted_->copy);
     const bool wasCurrent = deleted_->wasCurrent;
     deleted_.reset();

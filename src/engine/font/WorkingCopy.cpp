@@ -16,6 +16,8 @@ namespace {
 constexpr char kNothingToUndo[] = "There is nothing to undo";
 constexpr char kNothingToRedo[] = "There is nothing to redo";
 
+// Bytes of a journal in which there can be no change yet.
+constexpr std::uint64_t kJustBegun = 128;
 // No journal is as large.
 constexpr std::uint64_t kSomebodyElses = ~0ull;
 
@@ -95,16 +97,17 @@ void WorkingCopy::open() {
         journalSize_ = journal_.sizeOnDisk();
         const JournalContent content = journal_.read();
         journalUsed_ = content.used;
-        if (journalSize_ == 0 || (content.entries.empty() && !content.isLater)) {
+        const bool isJustBegun = content.entries.empty() && !content.isLater && journalSize_ <= kJustBegun;
+        if (journalSize_ == 0 || isJustBegun) {
             lock_.reset();
             journalUsed_ = 0;
             return;
         }
         const bool fits = replay(content, font);
-        if (fits && !history_.isUnsaved() && !found_.letGo) {
+        // Half an include of a program that died is to be taken out of it, too.
+        if (fits && !history_.isUnsaved() && !found_.letGo && history_.open().empty()) {
             lock_.reset();
-            if (history_.open().empty()) return;
-            // Half an include of a program that died is all that is in it.
+            return;
         }
         if (lock_) {
             if (!fits || found_.letGo) {
@@ -302,9 +305,13 @@ void WorkingCopy::rewrite() {
 }
 
 void WorkingCopy::writeJournal() {
-    journal_.rewrite(entries());
-    isJournalBroken_ = false;
-    journalSize_ = journalUsed_ = journal_.size();
+    lock_ = taken(file_, name_);
+    try {
+        rewrite();
+    } catch (...) {
+        lock_.reset();
+        throw;
+    }
 }
 
 // One that cannot be written anew stays long.
@@ -504,7 +511,6 @@ void WorkingCopy::release() {
     lock_.reset();
 }
 
-// Others may change the font while nothing of it is unsaved.
 void WorkingCopy::rest() {
     if (!history_.isUnsaved() && history_.open().empty()) release();
 }
@@ -554,8 +560,7 @@ void WorkingCopy::revertTraining(TrainingPtr saved) {
     // When there was nothing but training, the font is what its file holds.
     const std::size_t from = history_.saved().value_or(history_.done());
     for (std::size_t i = from; i < history_.done(); ++i)
-        for (const FontChange& change : history_.acts()[i].changes)
-            if (!std::holds_alternative<SetTraining>(change)) return;
+        if (!changesTrainingOnly(history_.acts()[i].changes)) return;
     if (from >= history_.done() || state_.samples.count(tool::SampleKind::Uncommitted) > 0) return;
     write(KnownState{digest_, nullptr, {}, static_cast<std::uint32_t>(history_.done())});
     history_.noteSaved();

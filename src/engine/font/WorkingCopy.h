@@ -81,8 +81,10 @@ class WorkingCopy {
     void lock();
     // The font file gets another name and the journal with it; raises as renameFile() and make() do.
     void rename(std::string name, std::string file);
-    // Writes the journal anew, as for a font file that comes back.
+    // Writes the journal of a font file that is about to come back.
     void writeJournal();
+    // Gives the lock up when nothing is unsaved, so that others may change the font.
+    void rest();
 
   private:
     void open();
@@ -99,7 +101,6 @@ class WorkingCopy {
     std::vector<TimedEntry> entries() const;
     void rewrite();
     void shorten();
-    void rest();
     std::string go(bool back);
     void release();
 
