@@ -299,8 +299,7 @@ TEST_F(HeadlessCommands, AFontThatCannotBeSavedIsAFailureWithItsReason) {
             return readPgm(file);
         });
     EXPECT_EQ(result.status, 1);
-    EXPECT_THAT(result.out,
-                ElementsAre(AllOf(StartsWith("refused\tpart.pgm\tFont \"f\" was "), HasSubstr("Fonts"))));
+    EXPECT_THAT(result.out, ElementsAre(AllOf(StartsWith("refused\tpart.pgm\t"), HasSubstr("Fonts"))));
     EXPECT_THAT(result.err, ElementsAre("dravik-trainer: nothing to learn: every image was refused"));
 }
 
