@@ -19,6 +19,7 @@ using namespace engine;
 namespace {
 
 using testing::AllOf;
+using testing::Contains;
 using testing::ElementsAre;
 using testing::EndsWith;
 using testing::HasSubstr;
@@ -27,6 +28,12 @@ using testing::StartsWith;
 
 MATCHER_P(Reads, pattern, "") {
     return std::regex_match(arg, std::regex(pattern));
+}
+
+void permitWriting(const std::string& file, bool permits) {
+    std::filesystem::permissions(
+        file, std::filesystem::perms::owner_write,
+        permits ? std::filesystem::perm_options::add : std::filesystem::perm_options::remove);
 }
 
 class HeadlessCommands : public testing::Test {
@@ -294,13 +301,39 @@ TEST_F(HeadlessCommands, AFontThatCannotBeSavedIsAFailureWithItsReason) {
     const auto list = workspace.write("list.tsv", "part.pgm\t12\n");
     const auto result =
         workspace.run({"learn", "--font", "f", "--samples", list}, [&](const std::string& file) {
-            std::filesystem::remove_all(workspace.path("jobs/Fonts"));
-            workspace.write("jobs/Fonts", "a file where the folder was");
+            permitWriting(workspace.fontFile("f"), false);
             return readPgm(file);
         });
     EXPECT_EQ(result.status, 1);
-    EXPECT_THAT(result.out, ElementsAre(AllOf(StartsWith("refused\tpart.pgm\t"), HasSubstr("Fonts"))));
-    EXPECT_THAT(result.err, ElementsAre("dravik-trainer: nothing to learn: every image was refused"));
+    ASSERT_EQ(result.out.size(), 5U);
+    EXPECT_THAT(result.out.back(), StartsWith("seconds ")) << "not saved";
+    EXPECT_THAT(result.err, ElementsAre(AllOf(StartsWith("dravik-trainer: font f: "), HasSubstr("Fonts"))));
+
+    // What was learnt is not lost.
+    permitWriting(workspace.fontFile("f"), true);
+    const auto next = workspace.run({"learn", "--font", "f", "--samples", list});
+    EXPECT_EQ(next.status, 0);
+    EXPECT_THAT(next.err, ElementsAre(AllOf(StartsWith("dravik-trainer: f: 2 changes of "),
+                                            HasSubstr("had not been saved; they are in the font again"))));
+    EXPECT_THAT(next.out, Contains("samples 4"));
+}
+
+// What cannot be kept is not included, and what holds the font is named.
+TEST_F(HeadlessCommands, AFontThatCannotBeChangedIsAFailureBeforeAnythingIsIncluded) {
+    workspace.draw("part.pgm", "12");
+    const auto list = workspace.write("list.tsv", "part.pgm\t12\n");
+    ASSERT_EQ(workspace.run({"learn", "--font", "f", "--samples", list}).status, 0);
+    const auto before = Workspace::content(workspace.fontFile("f"));
+    {
+        engine::EmbeddedTool other{JobFolder(workspace.jobs())};
+        other.LoadFont("f");
+        other.DeleteSample(300000);
+        fails(workspace.run({"learn", "--font", "f", "--samples", list}),
+              ElementsAre(
+                  AllOf(StartsWith("dravik-trainer: font f: "), HasSubstr("is being changed by process"))));
+        EXPECT_EQ(workspace.run({"read", "--font", "f", workspace.path("part.pgm")}).status, 0);
+    }
+    EXPECT_EQ(Workspace::content(workspace.fontFile("f")), before);
 }
 
 // Presses Ctrl+C as soon as a text is written to it.
@@ -345,6 +378,11 @@ TEST_F(HeadlessCommands, CtrlCLeavesTheFontOnDiskAsItWas) {
     EXPECT_EQ(out.str(), "included 2\ta.pgm\nincluded 2\tb.pgm\n");
     EXPECT_THAT(whileTraining.str(), AllOf(HasSubstr(" %  "), HasSubstr("interrupted")));
     EXPECT_EQ(Workspace::content(workspace.fontFile("digits")), before);
+
+    // But nothing that was included is lost.
+    EXPECT_THAT(read("digits", {workspace.path("a.pgm")}).err,
+                ElementsAre(AllOf(Reads("dravik-trainer: digits: [34] changes of .*"),
+                                  EndsWith("had not been saved; they are in the font again"))));
 }
 
 }  // namespace

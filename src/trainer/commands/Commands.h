@@ -12,6 +12,7 @@
 #include "base/JobFolder.h"
 #include "engine/classifier/Confidence.h"
 #include "engine/image/ImageDecoder.h"
+#include "tool/FontHistory.h"
 
 namespace dravik::trainer {
 
@@ -24,6 +25,8 @@ struct CommandStreams {
 
     // One line on `err`, with the program's name in front.
     void problem(const std::string& text) const;
+    // A line on `err` for each font that has unsaved changes of an earlier program again.
+    void tellRecovered(tool::FontHistory& fonts) const;
 };
 
 // The text on one line: line breaks and tabs become blanks, and blanks in a row become one.

@@ -131,12 +131,22 @@ int learn(const std::vector<ListedSample>& samples, const LearnOptions& options,
     const InterruptWatch watch;
     engine::EmbeddedTool tool(options.folder);
     tool::FontUseCases fonts(tool);
+    // However this ends: what was included is there when the font is loaded the next time.
+    tool.keepUnsaved();
     const auto file = options.folder.fontFile(choose(fonts, options.font).name);
+    streams.tellRecovered(tool);
     const auto interrupted = [&] {
-        streams.problem("interrupted; the training was not saved to " + file);
+        streams.problem("interrupted; the training was not saved to " + file +
+                        (tool.unsavedFonts().empty()
+                             ? std::string()
+                             : ", what was included is kept until the font is used again"));
         return kInterrupted;
     };
-    if (options.characters) fonts.setCharacters(*options.characters);
+    tool.claimFont();
+    if (options.characters) {
+        fonts.setCharacters(*options.characters);
+        tool.endAct({}, {});
+    }
 
     std::unordered_set<std::string> included;
     for (const auto& sample : samples) {
@@ -146,6 +156,7 @@ int learn(const std::vector<ListedSample>& samples, const LearnOptions& options,
             refuse(sample, kListedTwice, streams);
         else if (include(tool, fonts, sample, decoder, streams))
             included.insert(image);
+        tool.endAct({}, {});
     }
     if (included.empty()) {
         streams.problem("nothing to learn: every image was refused");

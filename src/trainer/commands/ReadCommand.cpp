@@ -46,6 +46,7 @@ int readImages(const ReadOptions& options, const engine::ImageDecoder& decoder,
     engine::EmbeddedTool tool(options.folder);
     try {
         loadTrainedFont(tool, options.font, options.folder);
+        streams.tellRecovered(tool);
     } catch (...) {
         streams.problem("font " + options.font + ": " + currentFailure().description());
         return 1;
