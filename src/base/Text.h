@@ -24,7 +24,8 @@ std::string characterOf(std::int32_t code);
 // True for UTF-8 without control characters: what can be printed.
 bool isPrintable(std::string_view text);
 
-// Case of A-Z and of the Latin-1 letters; everything else stays.
+// Case of Latin, Greek, Cyrillic and Armenian letters, letter by letter; everything else stays, and so do
+// letters whose other case is not one letter.
 std::string upperCase(std::string_view text);
 std::string lowerCase(std::string_view text);
 

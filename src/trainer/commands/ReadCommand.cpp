@@ -1,6 +1,7 @@
 #include <ostream>
 
 #include "base/Failure.h"
+#include "base/FileSystem.h"
 #include "base/NumberFormat.h"
 #include "engine/embedded/EmbeddedTool.h"
 #include "tool/FontName.h"
@@ -60,7 +61,9 @@ int readImages(const ReadOptions& options, const engine::ImageDecoder& decoder,
             if (options.showsConfidence) streams.out << '\t' << confidencesOf(read);
             streams.out << std::endl;
         } catch (...) {
-            streams.problem(currentFailure().description());
+            const auto problem = currentFailure().description();
+            const bool isNamed = problem.find(nameOf(image)) != std::string::npos;
+            streams.problem(isNamed ? problem : image + ": " + problem);
             all = false;
         }
     }
