@@ -10,6 +10,7 @@ namespace dravik {
 namespace {
 
 constexpr std::string_view kSeparators = "/\\";
+constexpr std::size_t kLongestName = 255;
 
 struct Search : FileObject {
     static void close(HANDLE search) noexcept { FindClose(search); }
@@ -65,6 +66,7 @@ bool isStillToCome(const std::string& folder) {
     if (GetFileAttributesW(wide(folder).c_str()) != INVALID_FILE_ATTRIBUTES) return false;
     const DWORD error = GetLastError();
     if (error != ERROR_FILE_NOT_FOUND && error != ERROR_PATH_NOT_FOUND) return false;
+    if (wide(nameOf(folder)).size() > kLongestName) return false;
     const std::string outer = folderOf(folder);
     return outer.empty() || outer == folder || entryKind(outer) == EntryKind::Folder || isStillToCome(outer);
 }

@@ -27,6 +27,9 @@ struct RecoveredChanges {
     std::string problem;
 };
 
+// The same in words: "hack: 3 changes of 2026-03-31 14:05:09 had not been saved; they are in the font again".
+std::string recoveredText(const RecoveredChanges& found);
+
 // A font as it once was.
 struct FontVersion {
     enum class Kind {

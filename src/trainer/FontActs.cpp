@@ -16,17 +16,6 @@ using screen::ScreenState;
 
 constexpr char kTakeBack[] = " \u2013 Edit > Undo (Ctrl+Z) brings this back";
 
-std::string recoveredText(const tool::RecoveredChanges& found) {
-    if (!found.problem.empty())
-        return found.font + ": changes that had not been saved are not in the font (" + found.problem +
-               "); Font > Restore... has them";
-    const std::string first = localTimeText(found.first), last = localTimeText(found.last);
-    return found.font + ": " +
-           (found.acts == 1 ? std::string("1 change") : std::to_string(found.acts) + " changes") + " of " +
-           first + (first == last ? "" : " to " + last) + " had not been saved; " +
-           (found.acts == 1 ? "it is" : "they are") + " in the font again";
-}
-
 }  // namespace
 
 FontActs::FontActs(screen::DravikDlg& control, tool::FontTool& tool, tool::FontHistory& history,
@@ -128,7 +117,7 @@ void FontActs::leaveDecision() {
 std::vector<std::string> FontActs::takeRecovered() {
     std::vector<std::string> lines;
     for (const tool::RecoveredChanges& found : history_.takeRecovered())
-        lines.push_back(recoveredText(found));
+        lines.push_back(tool::recoveredText(found));
     return lines;
 }
 

@@ -36,7 +36,8 @@ std::vector<fs::path> imagesIn(const fs::path& folder, std::error_code& error) {
     std::vector<fs::path> images;
     for (fs::directory_iterator entry(folder, error), end; !error && entry != end; entry.increment(error)) {
         std::error_code unreadable;
-        if (hasImageExtension(entry->path()) && !entry->is_directory(unreadable))
+        const auto status = entry->status(unreadable);
+        if (hasImageExtension(entry->path()) && !fs::is_directory(status) && !fs::is_other(status))
             images.push_back(entry->path());
     }
     std::sort(images.begin(), images.end());
@@ -74,6 +75,8 @@ std::vector<std::string> OpenedParts::open(const std::vector<std::string>& paths
                 problems.push_back(name + ": " + error.message());
             else if (images.empty())
                 problems.push_back(name + ": no images in this folder");
+        } else if (fs::is_other(status)) {
+            problems.push_back(name + ": is no file");
         } else if (hasImageExtension(path)) {
             add(path);
         } else {

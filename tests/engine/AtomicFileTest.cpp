@@ -121,6 +121,16 @@ TEST(AtomicFile, TheBackupThatAKilledSaveDidNotMakeIsMadeByTheNext) {
     EXPECT_EQ(filesIn(folder.path()), 2u);
 }
 
+TEST(AtomicFile, ASaveWhoseBackupCannotBeMadeIsNone) {
+    const TemporaryFolder folder;
+    const std::string file = folder.path("a.nnd");
+    writeWholeFile(file, bytesOf("one"), true);
+    std::filesystem::create_directories(backupOf(file) + "/full");
+    EXPECT_THROW(writeWholeFile(file, bytesOf("two"), true), Failure);
+    EXPECT_EQ(contentOf(file), "one");
+    EXPECT_EQ(filesIn(folder.path()), 2u);
+}
+
 // What else a file is, beside its content, is not for a save to change.
 TEST(AtomicFile, ASaveKeepsRightsAndLinksAndLeavesWhatIsReadOnly) {
     const TemporaryFolder folder;

@@ -260,6 +260,27 @@ class Story {
         if (digestOf(readFontBytes(file(*current_))) != before)
             model().sizeAtSave = model().steps.back().first;
     }
+    void revert() {
+        tell("revert " + *current_);
+        fonts_->endAct({}, {});
+        model().endAct();
+        note();
+        const auto before = std::max(model().steps.back().first, kBegun);
+        const FontChange change =
+            SetTraining{fonts_->state().training, trainingOf(model().file.training), {}, {}, {}};
+        fonts_->revert(*current_);
+        if (model().now.training != model().file.training) {
+            model().changedHere = true;
+            // A journal may end behind the change and before the end of the act.
+            auto half = std::make_shared<Model>(model());
+            half->steps.clear();
+            half->now.training = half->file.training;
+            model().steps.emplace_back(before + encodeEntry({change, {}}).size(), std::move(half));
+        }
+        model().revert();
+        if (!model().isUnsaved()) model().steps.clear();
+        note();
+    }
     void goBackOrForth() {
         tell("go back or forth in " + *current_);
         Model& now = model();
@@ -311,13 +332,7 @@ class Story {
                 save();
                 return;
             case 6:
-                tell("revert " + *current_);
-                fonts_->revert(*current_);
-                model().changedHere |= model().now.training != model().file.training;
-                model().revert();
-                if (!model().isUnsaved()) model().steps.clear();
-                note();
-                return;
+                return revert();
             case 7:
                 return copyOrRename(anyName());
             case 8:

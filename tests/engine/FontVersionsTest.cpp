@@ -63,8 +63,9 @@ TEST(FontVersions, TheLastFiveThatSavesReplacedAreKept) {
         EXPECT_EQ(fonts.versions.read(version).samples.size(), static_cast<std::size_t>(version.samples));
         EXPECT_LT(std::chrono::abs(std::chrono::system_clock::now() - version.when), std::chrono::minutes(1));
     }
-    // A save that was killed behind keeping the version keeps it once.
+    // A save that was killed behind keeping the version keeps it once, and it is no earlier version yet.
     FontVersions(fonts.folder).keepSaved("a");
+    EXPECT_EQ(fonts.samples("a"), (std::vector<int>{7, 6, 5, 4}));
     fonts.save("a", 9);
     EXPECT_EQ(fonts.samples("a"), (std::vector<int>{8, 7, 6, 5, 4}));
 }
@@ -158,7 +159,9 @@ TEST(FontVersions, WhatIsWrongWithThemHarmsNoFont) {
                              "20260301-000000-000.saved.nnd.tmp", "20260301-000000-000.nnd", "1.saved.nnd"})
         std::ofstream(fonts.folder + "History/a/" + name) << "x";
     ASSERT_EQ(fonts.versions.list("a").size(), 1u);
-    EXPECT_EQ(fonts.versions.list("a").front().samples, 0);
+    std::vector<std::string> problems;
+    EXPECT_EQ(fonts.versions.list("a", &problems).front().samples, 0);
+    EXPECT_EQ(problems.size(), 1u);
     EXPECT_EQ(test::refusal([&] { fonts.versions.read(version); }), 57);
 
     std::filesystem::remove_all(fonts.folder + "History");

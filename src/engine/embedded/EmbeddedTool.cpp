@@ -134,6 +134,10 @@ bool EmbeddedTool::isTrained() const {
     return !fonts_->state().training->empty();
 }
 
+void EmbeddedTool::claimFont() {
+    fonts_->claim();
+}
+
 bool EmbeddedTool::isChecking() {
     settle();
     return training_.isChecking();

@@ -73,6 +73,9 @@ class EmbeddedTool : public tool::FontTool, public tool::FontHistory, public too
     // Name of the current font, nothing when none is loaded.
     std::optional<std::string> currentFont() const;
     bool isTrained() const;
+    // Takes the lock of the current font before there is a change; raises as a change does, and Object
+    // variable not set (91). It is given up again with the next act that changes nothing.
+    void claimFont();
     // After each run that gives a result, the samples that it was given are checked in the background (see
     // HeldOutCheck.h). True while that goes on.
     bool isChecking();

@@ -133,6 +133,16 @@ bool holdsWork(const std::string& file) {
     }
 }
 
+// A save or deletion that was ended in the middle leaves a version of what still is the font; so does
+// restoring one.
+bool isTheFontNow(const Entry& entry, const std::string& fontsFolder) {
+    try {
+        return haveSameContent(entry.file, fontsFolder + entry.font + std::string(kExtension));
+    } catch (const Failure&) {
+        return false;
+    }
+}
+
 }  // namespace
 
 FontVersions::FontVersions(std::string fontsFolder) : folder_(std::move(fontsFolder)) {}
@@ -141,7 +151,8 @@ std::string FontVersions::folderFor(const std::string& font) const {
     return folder_ + "History" + kSeparator + (font.empty() ? "" : font + kSeparator);
 }
 
-std::vector<tool::FontVersion> FontVersions::list(const std::string& font) const {
+std::vector<tool::FontVersion> FontVersions::list(const std::string& font,
+                                                  std::vector<std::string>* problems) const {
     std::vector<Entry> entries;
     for (const std::string& name : font.empty() ? entriesOf(folderFor("")) : std::vector{font}) {
         std::vector<Entry> some = entriesOf(folderFor(name), name);
@@ -151,6 +162,7 @@ std::vector<tool::FontVersion> FontVersions::list(const std::string& font) const
                      [](const Entry& a, const Entry& b) { return a.identifier > b.identifier; });
     std::vector<tool::FontVersion> versions;
     for (const Entry& entry : entries) {
+        if (isTheFontNow(entry, folder_)) continue;
         tool::FontVersion& version = versions.emplace_back();
         version.font = entry.font;
         version.identifier = entry.identifier;
@@ -164,8 +176,8 @@ std::vector<tool::FontVersion> FontVersions::list(const std::string& font) const
             const FontRecord record = readFont(entry.file);
             version.samples = static_cast<int>(record.samples.size());
             version.trained = !record.training.empty();
-        } catch (const Failure&) {
-            version.samples = 0;
+        } catch (const Failure& failure) {
+            if (problems) problems->push_back(failure.description());
         }
     }
     return versions;
@@ -248,6 +260,10 @@ void FontVersions::rename(const std::string& from, const std::string& to) {
 
 void FontVersions::prune(const std::string& font) const {
     try {
+        // Copies that were ended in the middle; whoever keeps a version of a font is the only one who changes
+        // it.
+        for (const std::string& name : entriesOf(folderFor(font)))
+            if (name.ends_with(kUnfinished)) removeFile(folderFor(font) + name);
         std::vector<Entry> own = entriesOf(folderFor(font), font);
         removeBeyond(own, Kind::Saved, kSavedVersions);
         removeBeyond(own, Kind::Discarded, kDiscardedVersions);

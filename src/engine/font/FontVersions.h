@@ -28,7 +28,8 @@ class FontVersions {
     // What is kept of a font, newest first; of all fonts for "". `when` is the time of the save for a saved
     // version, else that of the deletion or of dropping the changes. One that cannot be read is there,
     // without samples. Raises Path/File access error (75) when History cannot be looked into.
-    std::vector<tool::FontVersion> list(const std::string& font) const;
+    std::vector<tool::FontVersion> list(const std::string& font,
+                                        std::vector<std::string>* problems = nullptr) const;
     // The font that it was. Raises File not found (53), as decodeFont() does, and Invalid procedure call (5)
     // for changes that were kept as they came.
     FontRecord read(const tool::FontVersion& version) const;

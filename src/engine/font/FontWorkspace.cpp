@@ -61,7 +61,7 @@ FontWorkspace::CopyPtr FontWorkspace::opened(const std::string& name) {
         tool::RecoveredChanges told;
         told.font = name;
         told.problem =
-            "the font was changed by another program; they are kept among its versions and not in the font";
+            "the font was changed by another program";
         recovered_.push_back(std::move(told));
         copy->dropJournal();
     } else if (copy->found().recovered) {
@@ -267,6 +267,11 @@ void FontWorkspace::endActByTime() {
     if (!actsAreEnded_ && !hasUncommitted(*current_) && !current_->history().open().empty() &&
         std::chrono::steady_clock::now() - current_->lastChange() > kOneAct)
         current_->endAct({}, {});
+}
+
+void FontWorkspace::claim() {
+    font();
+    current_->lock();
 }
 
 void FontWorkspace::make(FontChange change) {

@@ -45,6 +45,7 @@ class FontWorkspace {
     void revert(const std::string& name);
 
     // To the current font.
+    void claim();
     void make(FontChange change);
     void makeAnyway(FontChange change);
 

@@ -388,7 +388,7 @@ void WorkingCopy::endAct(std::string_view words, std::string_view screenState) {
     }
     history_.endAct(found, screenState, now());
     if (journal_.size() > kLargestJournal || history_.acts().size() > kMostActs) shorten();
-    rest();
+    if (journal_.isOpen()) rest();
 }
 
 // The screen's state is worth no failure.
@@ -512,7 +512,9 @@ void WorkingCopy::release() {
 }
 
 void WorkingCopy::rest() {
-    if (!history_.isUnsaved() && history_.open().empty()) release();
+    if (history_.isUnsaved() || state_.samples.count(tool::SampleKind::Uncommitted) > 0) return;
+    endOwnAct();
+    release();
 }
 
 void WorkingCopy::letGo(const std::function<void(const FontRecord&)>& keep) {
