@@ -52,7 +52,7 @@ TEST(CommandLine, AWrongCommandLineIsOneLineWithAHintAndExitTwo) {
         {{"learn", "--font", "f", "--samples", "x", "--charset", "e\xCC\x81"},
          "--charset: is an accent of its own (U+0301); a letter and its accent are to be one character" +
              learn},
-        {{"read", "--font", "f"}, "read needs IMAGE" + read},
+        {{"read", "--font", "f"}, "read needs IMAGE or --samples" + read},
         {{"read", "a.pgm"}, "read needs --font NAME" + read},
         {{"read", "--font", "f", "--samples", "x", "a.pgm"}, "unknown option --samples" + read},
         {{"read", "--font", "f", "--reject", "1.5", "a.pgm"},

@@ -56,6 +56,8 @@ class EmbeddedTool : public tool::FontTool, public tool::FontHistory, public too
     const std::vector<FoundCharacter>& found();
     // The current image read with the current font; empty when the font is not trained or nothing is found.
     std::vector<ReadCharacter> read();
+    // The current font as it is now, made ready to read on any number of threads.
+    FontReader reader();
     // What read() does, as work for any thread: on the image and the font as they are now, whatever becomes
     // of this tool. Ends early, with what it likes, once a stop is requested.
     using ReadingWork = std::function<std::vector<ReadCharacter>(const std::stop_token&)>;
