@@ -514,8 +514,8 @@ void WorkingCopy::release() {
         journalSize_ = journalUsed_ = journal_.size();
         journal_.close();
     } else if (lock_) {
-        journalUsed_ = std::min(journalUsed_, journal_.sizeOnDisk());
-        journalSize_ = journalUsed_;
+        journalSize_ = journal_.sizeOnDisk();
+        journalUsed_ = std::min(journalUsed_, journalSize_);
     }
     isJournalBroken_ = false;
     lock_.reset();
