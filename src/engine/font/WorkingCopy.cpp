@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <memory>
-#include <ranges>
 #include <utility>
 
 #include "base/AtomicFile.h"
@@ -62,7 +61,8 @@ std::optional<std::size_t> startIn(const JournalContent& content, FontDigest dig
 }
 
 void takeBack(const Act& act, FontState& state) {
-    for (const FontChange& change : std::views::reverse(act.changes)) revertChange(change, state);
+    for (auto change = act.changes.rbegin(); change != act.changes.rend(); ++change)
+        revertChange(*change, state);
 }
 
 void doAgain(const Act& act, FontState& state) {
