@@ -27,7 +27,8 @@ std::string confidencesOf(const std::vector<engine::ReadCharacter>& characters) 
     return text;
 }
 
-void loadTrainedFont(engine::EmbeddedTool& tool, const std::string& name, const JobFolder& folder) {
+void loadTrainedFont(engine::EmbeddedTool& tool, const std::string& name, const JobFolder& folder,
+                     const CommandStreams& streams) {
     const auto fonts = tool.GetFontList();
     const auto font = tool::fontNamed(name, fonts);
     if (!font) {
@@ -36,6 +37,7 @@ void loadTrainedFont(engine::EmbeddedTool& tool, const std::string& name, const 
         throw Failure(RuntimeError::FileNotFound, "no such font in " + folder.fontsFolder() + others);
     }
     tool.LoadFont(*font);
+    streams.tellRecovered(tool);
     if (!tool.isTrained()) throw Failure(RuntimeError::InvalidProcedureCall, "is not trained");
 }
 
@@ -45,8 +47,7 @@ int readImages(const ReadOptions& options, const engine::ImageDecoder& decoder,
                const CommandStreams& streams) {
     engine::EmbeddedTool tool(options.folder);
     try {
-        loadTrainedFont(tool, options.font, options.folder);
-        streams.tellRecovered(tool);
+        loadTrainedFont(tool, options.font, options.folder, streams);
     } catch (...) {
         streams.problem("font " + options.font + ": " + currentFailure().description());
         return 1;
