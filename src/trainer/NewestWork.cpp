@@ -57,7 +57,8 @@ void NewestWork::start(Work work) {
     piece->work = std::move(work);
     cancel();
     if (!shared_->thread.joinable())
-        shared_->thread = std::jthread([shared = shared_.get()](const std::stop_token& end) { shared->run(end); });
+        shared_->thread =
+            std::jthread([shared = shared_.get()](const std::stop_token& end) { shared->run(end); });
     const std::lock_guard lock(shared_->mutex);
     shared_->newest = shared_->waiting = std::move(piece);
     shared_->changed.notify_all();

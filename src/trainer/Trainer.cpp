@@ -9,6 +9,7 @@
 #include "tool/CaseRule.h"
 #include "tool/IncludeRules.h"
 #include "trainer/NewestWork.h"
+#include "trainer/ScreenPlatform.h"
 
 namespace dravik::trainer {
 namespace {
@@ -27,7 +28,8 @@ struct Trainer::Parts {
         : folder(jobs),
           tool(std::make_shared<engine::EmbeddedTool>(folder, remembersFont)),
           opened(std::move(decoder)),
-          control(platform, folder) {
+          screenPlatform(platform),
+          control(screenPlatform, folder) {
         opened.decodeElsewhere = [this] { decode(); };
     }
 
@@ -80,11 +82,11 @@ struct Trainer::Parts {
     }
 
     void startReading() {
+        reading = {};
+        reading.note = noteOfReading();
         if (isLooking()) return;
         work.cancel();
         doing = Doing::Nothing;
-        reading = {};
-        reading.note = noteOfReading();
         if (!reading.note.empty()) return;
         reading.note = "Reading...";
         start(Doing::Reading, [this, read = tool->readingWork()](const std::stop_token& stop) {
@@ -109,10 +111,10 @@ struct Trainer::Parts {
     void decode() {
         stopped = false;
         tool->shareImage(std::make_shared<engine::GreyImage>());
-        start(Doing::Decoding,
-              [this, decoder = opened.decoder(), path = opened.path(opened.current())](const std::stop_token&) {
-                  return [this, decoded = OpenedParts::decode(decoder, path)] { opened.setDecoded(decoded); };
-              });
+        start(Doing::Decoding, [this, decoder = opened.decoder(),
+                                path = opened.path(opened.current())](const std::stop_token&) {
+            return [this, decoded = OpenedParts::decode(decoder, path)] { opened.setDecoded(decoded); };
+        });
     }
 
     // The current image is decoded, or there is none.
@@ -192,7 +194,9 @@ struct Trainer::Parts {
     const JobFolder folder;
     const std::shared_ptr<engine::EmbeddedTool> tool;
     OpenedParts opened;
+    ScreenPlatform screenPlatform;
     screen::DravikDlg control;
+    std::optional<FontActs> acts;
 
     std::vector<LabelledCharacter> preview;
     int mismatch = 0;
@@ -216,7 +220,11 @@ struct Trainer::Parts {
 Trainer::Trainer(ui::Platform& platform, const JobFolder& folder, ImageDecoder decoder, bool remembersFont)
     : parts_(std::make_unique<Parts>(platform, folder, std::move(decoder), remembersFont)) {
     auto& parts = *parts_;
+    // Who ends the program is asked before; however else it ends, the changes are there again.
+    parts.tool->keepUnsaved();
     parts.control.setStep(parts.tool);
+    parts.acts.emplace(parts.control, *parts.tool, *parts.tool,
+                       [tool = parts.tool] { return tool->currentFont(); });
 
     const auto refreshPreview = [this, &parts] {
         try {
@@ -276,9 +284,10 @@ Trainer::Trainer(ui::Platform& platform, const JobFolder& folder, ImageDecoder d
         refreshReading();
     }));
     connections.push_back(parts.workTimer.tick.connect([&parts] { parts.deliver({}); }));
-    connections.push_back(parts.control.screen().sample.cmdInclude.changed.connect([&parts](ui::Change change) {
-        if (change == ui::Change::Enabled && parts.holdsInclude) parts.holdInclude();
-    }));
+    connections.push_back(
+        parts.control.screen().sample.cmdInclude.changed.connect([&parts](ui::Change change) {
+            if (change == ui::Change::Enabled && parts.holdsInclude) parts.holdInclude();
+        }));
     // These come after the screen's own procedures, which subscribed first.
     auto& screen = parts.control.screen();
     connections.push_back(screen.sample.txtSampleInput.textChanged.connect(refreshPreview));
@@ -288,8 +297,8 @@ Trainer::Trainer(ui::Platform& platform, const JobFolder& folder, ImageDecoder d
     connections.push_back(screen.train.cmdStop.click.connect(refreshFont));
     connections.push_back(screen.train.cmdSaveFont.click.connect(refreshFont));
     connections.push_back(screen.train.cmdRevert.click.connect(refreshFont));
-    connections.push_back(screen.sample.cmdInclude.click.connect(refreshTitle));
-    connections.push_back(screen.font.txtCharSet.textChanged.connect(refreshTitle));
+    connections.push_back(parts.acts->changed.connect(refreshTitle));
+    connections.push_back(parts.acts->moved.connect(refreshFont));
     refreshFont();
 }
 
@@ -304,6 +313,14 @@ bool Trainer::isTraining() const noexcept {
 }
 
 engine::EmbeddedTool& Trainer::tool() noexcept {
+    return *parts_->tool;
+}
+
+FontActs& Trainer::acts() noexcept {
+    return *parts_->acts;
+}
+
+tool::FontHistory& Trainer::history() noexcept {
     return *parts_->tool;
 }
 
@@ -379,9 +396,14 @@ const Reading& Trainer::reading() const noexcept {
 }
 
 std::string Trainer::title() const {
-    const auto font = parts_->control.selectedFont();
-    if (font.empty()) return kProgramName;
-    return font + (parts_->control.m_FontChanged() ? "* - " : " - ") + kProgramName;
+    // A font that could not be loaded stands on the screen all the same.
+    if (!parts_->tool->currentFont() || parts_->control.selectedFont().empty()) return kProgramName;
+    return parts_->control.selectedFont() + (parts_->acts->isUnsaved() ? "* - " : " - ") + kProgramName;
+}
+
+void Trainer::end() {
+    parts_->screenPlatform.beginEnd();
+    parts_->control.UserControl_Terminate();
 }
 
 }  // namespace dravik::trainer

@@ -10,6 +10,7 @@
 #include "base/JobFolder.h"
 #include "engine/embedded/EmbeddedTool.h"
 #include "screen/shell/DravikDlg.h"
+#include "trainer/FontActs.h"
 #include "trainer/OpenedParts.h"
 #include "ui/Platform.h"
 #include "ui/Signal.h"
@@ -33,6 +34,9 @@ struct Reading {
 // Characters read with less confidence than this are marked as weak.
 constexpr double kWeakConfidence = 0.6;
 
+// For which a window may wait for the work on an image, so that ordinary images come up as one change.
+constexpr std::chrono::milliseconds kPatience{120};
+
 class Trainer {
   public:
     // The platform outlives the trainer. With `remembersFont` the font of the last session is loaded at once.
@@ -43,6 +47,9 @@ class Trainer {
     // A training run is going on.
     bool isTraining() const noexcept;
     engine::EmbeddedTool& tool() noexcept;
+    // Undo, what is unsaved, older versions.
+    FontActs& acts() noexcept;
+    tool::FontHistory& history() noexcept;
     OpenedParts& parts() noexcept;
     const JobFolder& folder() const noexcept;
 
@@ -78,6 +85,9 @@ class Trainer {
     // "ocrb* - Dravik Trainer": the font, a star while it has unsaved changes, the program; just the
     // program's name while no font is loaded.
     std::string title() const;
+
+    // Ends the screen without its own question whether to save.
+    void end();
 
     ui::Signal<> previewChanged;
     ui::Signal<> readingChanged;

@@ -4,10 +4,6 @@
 
 namespace dravik::engine {
 
-FoundCharacter placed(const Region& place, int line) {
-    return {place.left, place.top, place.right, place.bottom, line};
-}
-
 void SeenImage::show(std::shared_ptr<const GreyImage> image,
                      std::shared_ptr<const Segmentation> segmentation) {
     image_ = std::move(image);
@@ -29,7 +25,7 @@ const std::vector<FoundCharacter>& SeenImage::found() {
 void SeenImage::take(std::shared_ptr<const Segmentation> segmentation) {
     std::vector<FoundCharacter> found;
     for (const Glyph& glyph : segmentation->glyphs)
-        found.push_back(placed(segmentation->place(glyph), glyph.line));
+        found.push_back(foundCharacter(segmentation->place(glyph), glyph.line));
     found_ = std::move(found);
     segmentation_ = std::move(segmentation);
 }
