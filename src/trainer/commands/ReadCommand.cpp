@@ -20,7 +20,8 @@
 namespace dravik::trainer {
 namespace {
 
-void loadTrainedFont(engine::EmbeddedTool& tool, const std::string& name, const JobFolder& folder) {
+void loadTrainedFont(engine::EmbeddedTool& tool, const std::string& name, const JobFolder& folder,
+                     const CommandStreams& streams) {
     const auto fonts = tool.GetFontList();
     const auto font = tool::fontNamed(name, fonts);
     if (!font) {
@@ -29,6 +30,7 @@ void loadTrainedFont(engine::EmbeddedTool& tool, const std::string& name, const 
         throw Failure(RuntimeError::FileNotFound, "no such font in " + folder.fontsFolder() + others);
     }
     tool.LoadFont(*font);
+    streams.tellRecovered(tool);
     if (!tool.isTrained()) throw Failure(RuntimeError::InvalidProcedureCall, "is not trained");
 }
 
@@ -126,8 +128,7 @@ int readImages(const ReadOptions& options, const engine::ImageDecoder& decoder,
                const CommandStreams& streams) {
     engine::EmbeddedTool tool(options.folder);
     try {
-        loadTrainedFont(tool, options.font, options.folder);
-        streams.tellRecovered(tool);
+        loadTrainedFont(tool, options.font, options.folder, streams);
     } catch (...) {
         streams.problem("font " + options.font + ": " + currentFailure().description());
         return 1;
