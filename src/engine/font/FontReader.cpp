@@ -59,10 +59,11 @@ std::vector<ReadCharacter> FontReader::read(const GreyImage& image) const {
     return read(image, segment(image));
 }
 
-std::vector<ReadCharacter> FontReader::read(const GreyImage& image, const Segmentation& found) const {
+std::vector<ReadCharacter> FontReader::read(const GreyImage& image, const Segmentation& found,
+                                            const std::stop_token& stop) const {
     std::vector<ReadCharacter> result;
     if (network_.empty()) return result;
-    for (const PlacedRecognition& one : readImage(image, found, network_, measure_))
+    for (const PlacedRecognition& one : readImage(image, found, network_, measure_, stop))
         result.push_back(readCharacter(one));
     return result;
 }

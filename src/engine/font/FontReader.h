@@ -1,6 +1,7 @@
 // Reading with a trained font: from an image to its characters, how sure each is and what else it may be.
 #pragma once
 
+#include <stop_token>
 #include <string>
 #include <vector>
 
@@ -51,8 +52,10 @@ class FontReader {
     // The characters that the font can read, in the order of its network.
     std::vector<std::string> characters() const;
     std::vector<ReadCharacter> read(const GreyImage& image) const;
-    // The same of an image in which `found` is what segment() finds.
-    std::vector<ReadCharacter> read(const GreyImage& image, const Segmentation& found) const;
+    // The same of an image in which `found` is what segment() finds. Ends early, with what it likes, once a
+    // stop is requested.
+    std::vector<ReadCharacter> read(const GreyImage& image, const Segmentation& found,
+                                    const std::stop_token& stop = {}) const;
 
   private:
     Network network_;

@@ -162,6 +162,11 @@ std::vector<std::string> MainWindow::choosePaths(const trainer::FileQuestion& qu
     return app::choosePaths(window(), question);
 }
 
+std::string MainWindow::chooseNewFile(const trainer::FileQuestion& question) {
+    const HWND over = GetActiveWindow();
+    return app::chooseNewFile(over ? over : window(), question);
+}
+
 std::string MainWindow::keptFolder() const {
     return win32::utf8(settings_.text(kFolder));
 }
@@ -180,7 +185,11 @@ bool MainWindow::showGuide() {
 void MainWindow::close() {
     if (!window() || !model_ || model_->hasEnded()) return;
     rememberPlace();
-    win32::guarded([this] { model_->end(); });
+    if (closing_) return;
+    closing_ = true;
+    const bool ends = !win32::guarded([this] { model_->close(); }) || model_->hasEnded();
+    closing_ = false;
+    if (!ends) return;
     page_->detach();
     DestroyWindow(window());
 }
@@ -254,6 +263,9 @@ LRESULT MainWindow::answer(UINT message, WPARAM wParam, LPARAM lParam) {
             return 0;
         case WM_QUERYENDSESSION:
             return TRUE;
+        case WM_ENDSESSION:  // unsaved changes are there again at the next start
+            if (wParam && model_) rememberPlace();
+            return 0;
         case WM_DESTROY:
             PostQuitMessage(0);
             return 0;
