@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # Makes the Windows packages, installing what that needs: packages/Dravik-VERSION-ARCH.zip and .msi. Usage: tools/package.sh
-# [x64] [x86]; both without arguments. Whoever cannot install uses the zip: register.cmd in it registers the control.
+# [x64] [x86]; both without arguments. Signed when DRAVIK_CERTIFICATE names a certificate (packaging/sign.sh). Whoever cannot install uses the zip: register.cmd in it registers the control.
 set -euo pipefail
 cd "$(dirname "$(readlink -f "$0")")/.."
 . tools/packages.sh
@@ -44,6 +44,7 @@ for arch; do
     for file in DravikDlg.ocx DravikTrainer.exe DravikToolCheck.exe; do
         $strip -o "$stage/$file" "$(built "$arch" $file)"
     done
+    packaging/sign.sh "$stage"/*.{ocx,exe}
     cp src/windows/idl/*.idl "$stage/contract"
     for library in MerrowLib TollanLib DravikLib DravikDlgLib; do
         cp "$(built "$arch" $library.tlb)" "$(built "$arch" $library.h)" "$stage/contract"
@@ -55,6 +56,7 @@ for arch; do
     find docs/images -maxdepth 1 -name '*.png' -exec cp {} "$stage/docs/images" \;
     (cd packages && zip -qr "$name.zip" "$name")
     packaging/make-msi.sh "$stage" "$arch" "$version" packages/rows "$stage.msi"
+    packaging/sign.sh "$stage.msi"
     rm -rf "$stage"
 done
 rm packages/rows

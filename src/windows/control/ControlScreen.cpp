@@ -67,6 +67,10 @@ void ControlScreen::setStep(tool::StepPtr step) {
 void ControlScreen::end() {
     if (std::exchange(ended_, true)) return;
     dialog().UserControl_Terminate();
+    dialog().letGoOfStep();
+    // A procedure up the stack may work on it.
+    keep(std::exchange(step_, nullptr));
+    rootStep_ = nullptr;
 }
 
 void ControlScreen::begin() {
@@ -77,8 +81,6 @@ void ControlScreen::begin() {
     keep(std::exchange(life_, std::move(fresh)));
     ended_ = false;
     dialog().setReadOnly(readOnly_);
-    if (rootStep_) dialog().setRootStep(rootStep_);
-    if (step_) dialog().setStep(step_);
 }
 
 }  // namespace dravik::control

@@ -72,7 +72,7 @@ HRESULT StepEditorFacet::putref_Step(IDispatch* Value) {
     return entered([&] {
         return com::comCall(__uuidof(::StepEditor), kSource, [&] {
             state_.screen.setStep(com::stepFromCom(Value));
-            given_ = Value;
+            state_.givenStep = Value;
             changedUnseen();
         });
     });
@@ -81,7 +81,7 @@ HRESULT StepEditorFacet::putref_Step(IDispatch* Value) {
 HRESULT StepEditorFacet::get_Step(IDispatch** Value) {
     return entered([&]() -> HRESULT {
         if (!Value) return E_POINTER;
-        *Value = state_.screen.dialog().step() ? com::ComPtr<IDispatch>(given_).detach() : nullptr;
+        *Value = com::ComPtr<IDispatch>(state_.givenStep).detach();
         return S_OK;
     });
 }
