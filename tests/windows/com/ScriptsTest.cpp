@@ -119,7 +119,7 @@ struct OtherWindow {
 };
 
 bool waitFor(const std::function<bool()>& condition) {
-    for (int i = 0; i < 200 && !condition(); ++i) Sleep(50);
+    for (int i = 0; i < 1000 && !condition(); ++i) Sleep(50);
     return condition();
 }
 
