@@ -49,7 +49,7 @@ for arch; do
     for library in MerrowLib TollanLib DravikLib DravikDlgLib; do
         cp "$(built "$arch" $library.tlb)" "$(built "$arch" $library.h)" "$stage/contract"
     done
-    cp docs/host-integrators-guide.md docs/operator-guide.md docs/font-file.md docs/commands.md "$stage/docs"
+    cp docs/host-integrators-guide.md docs/operator-guide.md docs/font-file.md docs/font-tool-contract.md docs/commands.md "$stage/docs"
     cp docs/samples/* "$stage/docs/samples"
     cp packaging/*.cmd THIRD-PARTY-NOTICES.md CHANGELOG.md "$stage"
     cp LICENSE "$stage/LICENSE.txt"

@@ -71,8 +71,14 @@ HRESULT StepEditorFacet::putref_RootStep(IDispatch* Value) {
 HRESULT StepEditorFacet::putref_Step(IDispatch* Value) {
     return entered([&] {
         return com::comCall(__uuidof(::StepEditor), kSource, [&] {
-            state_.screen.setStep(com::stepFromCom(Value));
-            state_.givenStep = Value;
+            tool::StepPtr step;
+            try {
+                // The same object again is the same step.
+                step = Value && state_.givenStep.get() == Value ? state_.screen.step() : com::stepFromCom(Value);
+            } catch (...) {
+                return state_.screen.dialog().tellFailure("StepEditor_Step", currentFailure());
+            }
+            if (state_.screen.setStep(std::move(step))) state_.givenStep = Value;
             changedUnseen();
         });
     });
