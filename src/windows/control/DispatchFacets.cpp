@@ -74,7 +74,8 @@ HRESULT StepEditorFacet::putref_Step(IDispatch* Value) {
             tool::StepPtr step;
             try {
                 // The same object again is the same step.
-                step = Value && state_.givenStep.get() == Value ? state_.screen.step() : com::stepFromCom(Value);
+                step =
+                    Value && state_.givenStep.get() == Value ? state_.screen.step() : com::stepFromCom(Value);
             } catch (...) {
                 return state_.screen.dialog().tellFailure("StepEditor_Step", currentFailure());
             }
