@@ -60,8 +60,8 @@ class Container : public IOleClientSite,
         if (inPlace_) inPlace_->SetObjectRects(&place, &place);
     }
 
-    // The focus goes into the control: with a Tab to the first field, or to the last one by Shift, else to the
-    // one that had it last.
+    // The focus goes into the control: with a Tab to the first field, or to the last one by Shift, else to
+    // the one that had it last.
     void focusControl(MSG* tab = nullptr) {
         const RECT place = controlPlace();
         if (object_) object_->DoVerb(OLEIVERB_UIACTIVATE, tab, this, 0, window_, &place);
@@ -287,10 +287,11 @@ static ComPtr<IUnknown> create(const wchar_t* programIdentifier) {
 // As in bind-step.cpp, which also says why a step is refused.
 static bool bind(const ComPtr<IUnknown>& control, const ComPtr<IUnknown>& tool) {
     ComPtr<StepEditor> editor;
-    ComPtr<IDispatch> step;
+    ComPtr<IDispatch> step, bound;
     return SUCCEEDED(control.As(&editor)) && SUCCEEDED(tool.As(&step)) &&
            SUCCEEDED(editor->put_ReadOnly(VARIANT_FALSE)) && SUCCEEDED(editor->putref_RootStep(step.Get())) &&
-           SUCCEEDED(editor->putref_Step(step.Get()));
+           SUCCEEDED(editor->putref_Step(step.Get())) && SUCCEEDED(editor->get_Step(&bound)) &&
+           bound.Get() == step.Get();
 }
 
 // Runs the window until it is closed, by its button or after so many seconds (0: not by itself). True when

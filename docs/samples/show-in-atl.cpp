@@ -48,11 +48,13 @@ int wmain(int count, wchar_t** arguments) {
         CLSID identifier;
         ComPtr<IUnknown> control;
         ComPtr<StepEditor> editor;
-        ComPtr<IDispatch> step;
+        ComPtr<IDispatch> step, now;
         bound = SUCCEEDED(controlOf(host, control.GetAddressOf())) && SUCCEEDED(control.As(&editor)) &&
                 SUCCEEDED(CLSIDFromProgID(arguments[1], &identifier)) &&
                 SUCCEEDED(CoCreateInstance(identifier, nullptr, CLSCTX_INPROC_SERVER, IID_PPV_ARGS(&step))) &&
-                SUCCEEDED(editor->putref_RootStep(step.Get())) && SUCCEEDED(editor->putref_Step(step.Get()));
+                SUCCEEDED(editor->putref_RootStep(step.Get())) &&
+                SUCCEEDED(editor->putref_Step(step.Get())) && SUCCEEDED(editor->get_Step(&now)) &&
+                now.Get() == step.Get();
     }
     ShowWindow(window, SW_SHOW);
     const bool shown = bound && IsWindowVisible(GetWindow(host, GW_CHILD));

@@ -10,7 +10,8 @@ scratch=$(mktemp -d)
 "$root/tools/wine-prefix.sh" "$scratch/wine"
 export WINEPREFIX=$scratch/wine DISPLAY=''
 wine() { timeout 120 "$root/tools/wine.sh" "$@"; }
-finish() { wineserver -k 2>/dev/null || true; wineserver -w 2>/dev/null || true; rm -rf "$scratch"; }
+server() { "$(command -v wineserver || echo /usr/lib/wine/wineserver64)" "$1" 2>/dev/null || true; }
+finish() { server -k; server -w; rm -rf "$scratch"; }
 trap finish EXIT
 fail() { echo "FAILED: $*" >&2; exit 1; }
 
@@ -36,7 +37,7 @@ wine cscript //nologo 'C:\first.vbs' >/dev/null
 classes >"$scratch/classes.before"
 files >"$scratch/files.before"
 install
-for file in DravikDlg.ocx DravikTrainer.exe DravikToolCheck.exe contract/DravikLib.idl contract/DravikLib.tlb docs/host-integrators-guide.md \
+for file in DravikDlg.ocx DravikTrainer.exe DravikToolCheck.exe contract/DravikLib.idl contract/DravikLib.tlb docs/host-integrators-guide.html docs/images/reading.png library/dravik-0.dll library/dravik/dravik.h \
     docs/samples/learn-and-read.vbs; do
     [ -s "$programs/Dravik/$file" ] || fail "$file is not installed"
 done
