@@ -4,6 +4,8 @@
 //         reads the sample parts with fonts learnt from the sample sheets
 //     dravik_evaluate read CHARSETS LINES
 //         the same with other folders, for instance those of dravik_generate
+//     dravik_evaluate suggest [-v] LINES...
+//         reads without any font; -v shows what was read wrongly
 //     dravik_evaluate count [-v] FOLDER...
 //         images with the exact number of characters, by tier and kind; -v names the others
 //     dravik_evaluate fit cuts|joins|print|choice|shapes FOLDER...
@@ -20,6 +22,7 @@
 #include "evaluate/Counting.h"
 #include "evaluate/PieceFitting.h"
 #include "evaluate/ReadingBack.h"
+#include "evaluate/ReadingWithoutFont.h"
 
 int main(int argc, char** argv) {
     const std::vector<std::string> arguments(argv + 1, argv + argc);
@@ -29,6 +32,10 @@ int main(int argc, char** argv) {
             const bool verbose = arguments[1] == "-v";
             for (std::size_t i = verbose ? 2 : 1; i < arguments.size(); ++i)
                 dravik::countFolder(arguments[i], verbose);
+        } else if (what == "suggest" && arguments.size() > 1) {
+            const bool verbose = arguments[1] == "-v";
+            for (std::size_t i = verbose ? 2 : 1; i < arguments.size(); ++i)
+                dravik::readWithoutFonts(arguments[i], verbose);
         } else if (what == "fit" && arguments.size() > 2 &&
                    (arguments[1] == "cuts" || arguments[1] == "joins" || arguments[1] == "print" ||
                     arguments[1] == "choice" || arguments[1] == "shapes")) {
@@ -46,7 +53,7 @@ int main(int argc, char** argv) {
                              arguments.size() == 3 ? arguments[2] : parts + "rendered_lines");
         } else {
             std::fprintf(stderr,
-                         "usage: dravik_evaluate [read CHARSETS LINES | count [-v] FOLDER... | fit "
+                         "usage: dravik_evaluate [read CHARSETS LINES | suggest [-v] LINES... | count [-v] FOLDER... | fit "
                          "cuts|joins|print|choice|shapes FOLDER... | shared FOLDER]\n");
             return 2;
         }

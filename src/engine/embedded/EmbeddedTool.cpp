@@ -246,6 +246,14 @@ std::vector<ReadCharacter> EmbeddedTool::read() {
     return result;
 }
 
+std::vector<SuggestedCharacter> EmbeddedTool::suggest() {
+    return readWithoutFont(image(), state_->segments());
+}
+
+std::vector<CharacterLikelihood> EmbeddedTool::compare(const std::string& expectedText) {
+    return compareWithText(state_->segments(), characters(expectedText));
+}
+
 std::optional<std::string> EmbeddedTool::currentFont() const {
     return state_->current;
 }

@@ -11,6 +11,7 @@
 #include "engine/classifier/Confidence.h"
 #include "engine/embedded/HeldOutCheck.h"
 #include "engine/image/GreyImage.h"
+#include "engine/recogniser/BaseReader.h"
 #include "tool/FontTool.h"
 #include "tool/Step.h"
 
@@ -65,6 +66,10 @@ class EmbeddedTool : public tool::FontTool, public tool::Step {
     const std::vector<FoundCharacter>& found();
     // The current image read with the current font; empty when the font is not trained or nothing is found.
     std::vector<ReadCharacter> read();
+    // The current image read without any font, as a suggestion of what to type.
+    std::vector<SuggestedCharacter> suggest();
+    // How well the found characters go with a text, one by one; empty when they differ in number.
+    std::vector<CharacterLikelihood> compare(const std::string& expectedText);
     // Name of the current font, nothing when none is loaded.
     std::optional<std::string> currentFont() const;
     bool isTrained() const;
