@@ -45,7 +45,8 @@ void patches(benchmark::State& state) {
     const Segmentation found = segment(readPng(kParts + "rendered_charset/hack_000.png"));
     for (auto _ : state)
         for (const Glyph& glyph : found.glyphs)
-            benchmark::DoNotOptimize(characterPatch(found.ink, found.frame, glyph.piece, found.lines[static_cast<std::size_t>(glyph.line)]));
+            benchmark::DoNotOptimize(characterPatch(found.ink, found.frame, glyph.piece,
+                                                    found.lines[static_cast<std::size_t>(glyph.line)]));
     state.SetItemsProcessed(state.iterations() * static_cast<std::int64_t>(found.glyphs.size()));
 }
 BENCHMARK(patches)->Unit(benchmark::kMicrosecond);
@@ -53,11 +54,13 @@ BENCHMARK(patches)->Unit(benchmark::kMicrosecond);
 // By each instruction set in turn, as many as a line has.
 void patchesRecognised(benchmark::State& state) {
     const auto kernels = availableKernels();
-    if (static_cast<std::size_t>(state.range(0)) >= kernels.size()) return state.SkipWithError("not on this machine");
+    if (static_cast<std::size_t>(state.range(0)) >= kernels.size())
+        return state.SkipWithError("not on this machine");
     const Segmentation found = segment(readPng(kParts + "rendered_charset/hack_000.png"));
     std::vector<CharacterPatch> all;
     for (const Glyph& glyph : found.glyphs)
-        all.push_back(characterPatch(found.ink, found.frame, glyph.piece, found.lines[static_cast<std::size_t>(glyph.line)]));
+        all.push_back(characterPatch(found.ink, found.frame, glyph.piece,
+                                     found.lines[static_cast<std::size_t>(glyph.line)]));
     const MatrixKernels& chosen = *kernels[static_cast<std::size_t>(state.range(0))];
     for (auto _ : state) benchmark::DoNotOptimize(patchLikelihoods(std::span(all).first(16), chosen));
     state.SetLabel(chosen.name);

@@ -54,7 +54,7 @@ struct JobsForNow {
 
 }  // namespace
 
-void readBack(const std::string& charsets, const std::string& lines) {
+void readBack(const std::string& charsets, const std::string& lines, int most) {
     const JobsForNow jobs;
     const Fonts toRead = byFont(lines);
     int allCharacters = 0, allWrong = 0, allExact = 0, allImages = 0, allMisread = 0;
@@ -65,6 +65,7 @@ void readBack(const std::string& charsets, const std::string& lines) {
         tool.CreateFont(font);
         int included = 0, refused = 0;
         for (const LabelledImage& image : images) {
+            if (included == most) break;
             tool.setImage(readPng(image.file));
             if (tool.found().size() != characterCount(image.text)) {
                 ++refused;

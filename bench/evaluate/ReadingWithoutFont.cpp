@@ -68,7 +68,8 @@ struct Typing {
         };
         ++right;
         alarms += disagreeing(text).empty() ? 0 : 1;
-        const std::size_t place = static_cast<std::size_t>(random.whole(0, static_cast<int>(text.size()) - 1));
+        const std::size_t place =
+            static_cast<std::size_t>(random.whole(0, static_cast<int>(text.size()) - 1));
         const std::string before = text[place];
         while (text[place] == before || merged({text[place]}) == merged({before}))
             text[place] = std::string(1, random.of(std::string(kRecognisedCharacters)));
@@ -80,9 +81,11 @@ struct Typing {
 
 void print(const std::string& name, const Count& count) {
     const auto share = [&](int wrong) { return 100.0 * wrong / std::max(1, count.characters); };
-    std::printf("%-14s %4d of %4d exact, of %5d wrong %5.2f %%, look-alikes aside %5.2f, without context %5.2f, first view %5.2f\n",
-                name.c_str(), count.exact, count.images, count.characters, share(count.wrong), share(count.alike),
-                share(count.alone), share(count.firstView));
+    std::printf(
+        "%-14s %4d of %4d exact, of %5d wrong %5.2f %%, look-alikes aside %5.2f, without context %5.2f, "
+        "first view %5.2f\n",
+        name.c_str(), count.exact, count.images, count.characters, share(count.wrong), share(count.alike),
+        share(count.alone), share(count.firstView));
 }
 
 }  // namespace
@@ -113,7 +116,8 @@ void readWithoutFonts(const std::string& lines, bool verbose) {
         if (read.size() == text.size())
             for (std::size_t i = 0; i < text.size(); ++i) {
                 const double sure = suggestion[i].best().likelihood;
-                const std::size_t bin = static_cast<std::size_t>(std::upper_bound(kSureness.begin(), kSureness.end(), sure) - kSureness.begin());
+                const std::size_t bin = static_cast<std::size_t>(
+                    std::upper_bound(kSureness.begin(), kSureness.end(), sure) - kSureness.begin());
                 ++sureness[bin].count;
                 sureness[bin].right += read[i] == text[i] ? 1 : 0;
                 sureness[bin].sum += sure;
@@ -132,11 +136,14 @@ void readWithoutFonts(const std::string& lines, bool verbose) {
     print("all", all);
     for (std::size_t i = 0; i < kSureness.size(); ++i)
         if (const Sureness& one = sureness[i]; one.count)
-            std::printf("  likelihood below %.2f: %5d, mean %5.1f %%, right %5.1f %%\n", std::min(1.0, kSureness[i]), one.count,
-                        100 * one.sum / one.count, 100.0 * one.right / one.count);
-    std::printf("  typed texts with one wrong character: %d of %d pointed out; right texts doubted: %d of %d\n", typing.found,
-                typing.wrong, typing.alarms, typing.right);
-    std::printf("  %.2f ms an image after its characters were found\n", 1000 * seconds / std::max(1, all.images));
+            std::printf("  likelihood below %.2f: %5d, mean %5.1f %%, right %5.1f %%\n",
+                        std::min(1.0, kSureness[i]), one.count, 100 * one.sum / one.count,
+                        100.0 * one.right / one.count);
+    std::printf(
+        "  typed texts with one wrong character: %d of %d pointed out; right texts doubted: %d of %d\n",
+        typing.found, typing.wrong, typing.alarms, typing.right);
+    std::printf("  %.2f ms an image after its characters were found\n",
+                1000 * seconds / std::max(1, all.images));
 }
 
 }  // namespace dravik

@@ -1,13 +1,14 @@
-// Makes the patches that the base recogniser is fitted on: part images in hundreds of faces under all conditions, in
-// which the engine finds the characters itself; each becomes a patch with what it truly is. Where the engine found
-// a half, a double or dirt, and where halves and doubles are made on purpose, the patch is of no character.
+// Makes the patches that the base recogniser is fitted on: part images in hundreds of faces under all
+// conditions, in which the engine finds the characters itself; each becomes a patch with what it truly is.
+// Where the engine found a half, a double or dirt, and where halves and doubles are made on purpose, the
+// patch is of no character.
 //
 //     dravik_patches FACES FOLDER IMAGES SEED [FIRST]
 //
-// FACES names a face in each row: outline|strokes|dots|raster FILE. Writes FOLDER/patches.bin, for each patch the
-// planes of its own ink and of the others', and FOLDER/labels.bin, for each patch two bytes: the character's place in
-// recognisedCharacters() or their number for none, and the kind of the face. Image FIRST and those after it depend on
-// SEED and their number alone, so that a set may be made in parts.
+// FACES names a face in each row: outline|strokes|dots|raster FILE. Writes FOLDER/patches.bin, for each patch
+// the planes of its own ink and of the others', and FOLDER/labels.bin, for each patch two bytes: the
+// character's place in recognisedCharacters() or their number for none, and the kind of the face. Image FIRST
+// and those after it depend on SEED and their number alone, so that a set may be made in parts.
 #include <algorithm>
 #include <array>
 #include <cmath>
@@ -70,7 +71,8 @@ class Faces {
   public:
     explicit Faces(const std::string& file) {
         for (const FaceName& name : faceNames(file)) {
-            (name.kind == FaceKind::Raster || name.kind == FaceKind::Dots ? dots_ : outlines_).push_back(name);
+            (name.kind == FaceKind::Raster || name.kind == FaceKind::Dots ? dots_ : outlines_)
+                .push_back(name);
             if (name.kind == FaceKind::Outline) rasters_.push_back({FaceKind::Raster, name.file});
         }
     }
@@ -79,8 +81,8 @@ class Faces {
         FaceKind kind;
         const Typeface* face;
     };
-    // Two of three images are of outlines or strokes, the others of dots: of dot faces, or of outlines brought to
-    // a few rows.
+    // Two of three images are of outlines or strokes, the others of dots: of dot faces, or of outlines
+    // brought to a few rows.
     Drawn any(Random& random) {
         if (!random.chance(kDotShare)) {
             const FaceName& name = random.of(outlines_);
@@ -88,7 +90,10 @@ class Faces {
         }
         for (;;) {
             const FaceName& name = random.chance(0.55f) ? random.of(dots_) : random.of(rasters_);
-            const int rows = name.kind == FaceKind::Raster ? rows_[static_cast<std::size_t>(random.whole(0, static_cast<int>(rows_.size()) - 1))] : 0;
+            const int rows =
+                name.kind == FaceKind::Raster
+                    ? rows_[static_cast<std::size_t>(random.whole(0, static_cast<int>(rows_.size()) - 1))]
+                    : 0;
             if (const Typeface* face = opened(name, rows)) return {name.kind, face};
         }
     }
@@ -121,12 +126,14 @@ class Faces {
 class Output {
   public:
     explicit Output(const std::string& folder)
-        : patches_(folder + "/patches.bin", std::ios::binary), labels_(folder + "/labels.bin", std::ios::binary) {
+        : patches_(folder + "/patches.bin", std::ios::binary),
+          labels_(folder + "/labels.bin", std::ios::binary) {
         if (!patches_ || !labels_) throw std::runtime_error("Cannot write to " + folder);
     }
     void add(const CharacterPatch& patch, std::uint8_t label, FaceKind kind) {
         for (const CharacterPatch::Plane* plane : {&patch.own, &patch.others})
-            patches_.write(reinterpret_cast<const char*>(plane->data()), static_cast<std::streamsize>(plane->size()));
+            patches_.write(reinterpret_cast<const char*>(plane->data()),
+                           static_cast<std::streamsize>(plane->size()));
         const char row[2] = {static_cast<char>(label), static_cast<char>(kind)};
         labels_.write(row, 2);
     }
@@ -147,8 +154,8 @@ std::vector<TrueCharacter> trueCharacters(const Picture& picture, const Segmenta
     const InkImage& ink = found.ink;
     for (const SeenCharacter& one : picture.characters) {
         TrueCharacter& truth = result.emplace_back();
-        const Box seen{static_cast<float>(one.left), static_cast<float>(one.top), static_cast<float>(one.right),
-                       static_cast<float>(one.bottom)};
+        const Box seen{static_cast<float>(one.left), static_cast<float>(one.top),
+                       static_cast<float>(one.right), static_cast<float>(one.bottom)};
         truth.box = inFrame(seen, found.frame, ink.left, ink.top, ink.scale);
         truth.baseline = found.frame.across((seen.middleX() - static_cast<float>(ink.left)) / ink.scale,
                                             (one.baseline - static_cast<float>(ink.top)) / ink.scale);
@@ -237,7 +244,8 @@ std::optional<Piece> partOf(const Piece& piece, const Frame& frame, bool upper) 
     for (const Run& run : piece.runs) rows[run.y] += run.x1 - run.x0;
     int gap = -1;
     for (auto row = rows.begin(); row != rows.end(); ++row)
-        if (const auto next = std::next(row); next != rows.end() && next->first > row->first + 2) gap = row->first;
+        if (const auto next = std::next(row); next != rows.end() && next->first > row->first + 2)
+            gap = row->first;
     if (gap < 0) return std::nullopt;
     Piece part;
     for (const Run& run : piece.runs)
@@ -251,12 +259,14 @@ std::optional<Piece> partOf(const Piece& piece, const Frame& frame, bool upper) 
 
 // Bars, strokes and blots where there may be anything on a part.
 void printStrangeThings(Print& print, Random& random) {
-    const float cap = print.capHeight, width = static_cast<float>(print.width()), height = static_cast<float>(print.height());
+    const float cap = print.capHeight, width = static_cast<float>(print.width()),
+                height = static_cast<float>(print.height());
     const int nobody = static_cast<int>(print.characters.size());
     if (random.chance(0.5f)) {
         // A bar code above or below the print.
         const float tall = random.between(0.6f, 3) * cap;
-        const float top = random.chance(0.5f) ? -tall + random.between(0.1f, 0.5f) * cap : height - random.between(0.1f, 0.5f) * cap;
+        const float top = random.chance(0.5f) ? -tall + random.between(0.1f, 0.5f) * cap
+                                              : height - random.between(0.1f, 0.5f) * cap;
         const float thin = random.between(0.04f, 0.12f) * cap;
         for (float x = random.between(0, 0.5f) * width; x < width;) {
             const float bar = thin * static_cast<float>(random.whole(1, 4));
@@ -277,7 +287,8 @@ void printStrangeThings(Print& print, Random& random) {
     }
 }
 
-// What the engine finds; mostly by one look that suits the print, since the search for the best one takes long.
+// What the engine finds; mostly by one look that suits the print, since the search for the best one takes
+// long.
 Segmentation foundIn(const GreyImage& image, const Conditions& conditions, bool dots, Random& random) {
     if (random.chance(kSearchShare)) return segment(image);
     const float cap = conditions.style.capHeight;
@@ -296,7 +307,8 @@ Segmentation foundIn(const GreyImage& image, const Conditions& conditions, bool 
     return seenAgain(image, {0, 0, image.width(), image.height()}, scale, look);
 }
 
-void addPatches(const Picture& picture, const Conditions& conditions, FaceKind kind, Output& output, Random& random) {
+void addPatches(const Picture& picture, const Conditions& conditions, FaceKind kind, Output& output,
+                Random& random) {
     const bool dots = kind == FaceKind::Dots || kind == FaceKind::Raster;
     const Segmentation found = foundIn(picture.image, conditions, dots, random);
     const float capHeight = conditions.style.capHeight;
@@ -312,7 +324,8 @@ void addPatches(const Picture& picture, const Conditions& conditions, FaceKind k
         const Truth truth = truths.emplace_back(truthOf(glyph.piece.box, characters, cap));
         if (truth.kind == Truth::Whole && truth.character->label != kNone)
             for (int i = 0; i < kPatchesOfEach; ++i)
-                add(glyph.piece, believed(lineOf(glyph), truth.character, cap, random), truth.character->label);
+                add(glyph.piece, believed(lineOf(glyph), truth.character, cap, random),
+                    truth.character->label);
         else if (truth.kind == Truth::None)
             add(glyph.piece, believed(lineOf(glyph), truth.character, cap, random), kNone);
     }
@@ -341,7 +354,8 @@ void addPatches(const Picture& picture, const Conditions& conditions, FaceKind k
             both.measure(found.frame);
             if (both.box.width() > 0.3f * cap) add(both, line, kNone);
         } else if (box.width() > 0.38f * cap && box.height() > 0.3f * cap) {
-            auto [left, right] = cut(glyph.piece, found.frame, box.left + random.between(0.3f, 0.7f) * box.width());
+            auto [left, right] =
+                cut(glyph.piece, found.frame, box.left + random.between(0.3f, 0.7f) * box.width());
             Piece& half = random.chance(0.5f) ? left : right;
             if (half.area == 0) continue;
             half.measure(found.frame);
@@ -355,14 +369,16 @@ void addImage(Faces& faces, std::uint32_t seed, Output& output) {
     const Faces::Drawn drawn = faces.any(random);
     const bool dots = drawn.face->isDotMatrix();
     const float how = random.share();
-    Conditions conditions = how < 0.45f ? usualConditions(random, dots) : how < 0.8f ? extremeConditions(random, dots) : learningConditions(random, dots);
+    Conditions conditions = how < 0.45f  ? usualConditions(random, dots)
+                            : how < 0.8f ? extremeConditions(random, dots)
+                                         : learningConditions(random, dots);
     conditions.style.capHeight = std::min(conditions.style.capHeight, 42.0f);
     if (random.chance(0.15f)) conditions.view.slant = random.between(-0.1f, 0.25f);
     if (random.chance(0.15f)) conditions.style.wander = random.between(0.01f, 0.05f);
     if (random.chance(0.1f)) conditions.style.pairTouching = 0.15f;
     const float what = random.share();
-    std::vector<std::string> text = what < 0.5f   ? charsetText(random, 4)
-                                    : what < 0.9f ? partText(random, conditions.lines)
+    std::vector<std::string> text = what < 0.5f    ? charsetText(random, 4)
+                                    : what < 0.9f  ? partText(random, conditions.lines)
                                     : what < 0.95f ? sheetText(random)
                                                    : unusualText(random);
     if (what < 0.5f) text.resize(text.size() / 2);
@@ -373,7 +389,8 @@ void addImage(Faces& faces, std::uint32_t seed, Output& output) {
     if (print.characters.empty()) return;
     if (random.chance(0.12f)) printStrangeThings(print, random);
     damage(print, conditions, random);
-    // What is no character counts as one while it is photographed, since it has an owner, and is then forgotten.
+    // What is no character counts as one while it is photographed, since it has an owner, and is then
+    // forgotten.
     const std::size_t count = print.characters.size();
     print.characters.push_back({"", 0, 0});
     Picture picture = seen(print, conditions.view, random);

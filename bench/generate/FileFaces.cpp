@@ -137,7 +137,8 @@ std::unique_ptr<Typeface> rasteredFace(const FontFileHandle& file, int rows) {
     std::set<std::vector<std::pair<int, int>>> shapes;
     int widest = 0;
     for (int c = '!'; c < 127; ++c) {
-        if (FT_Load_Char(face, static_cast<FT_ULong>(c), FT_LOAD_RENDER | FT_LOAD_TARGET_MONO | FT_LOAD_NO_BITMAP))
+        if (FT_Load_Char(face, static_cast<FT_ULong>(c),
+                         FT_LOAD_RENDER | FT_LOAD_TARGET_MONO | FT_LOAD_NO_BITMAP))
             continue;
         const FT_GlyphSlot glyph = face->glyph;
         const FT_Bitmap& bitmap = glyph->bitmap;
@@ -158,7 +159,8 @@ std::unique_ptr<Typeface> rasteredFace(const FontFileHandle& file, int rows) {
         shapes.insert(std::move(shape));
         if (std::isalnum(c)) widest = std::max(widest, right - left + 1);
     }
-    if (shapes.size() + kMostTwins < patterns.size()) throw std::runtime_error("Characters look alike in so few rows");
+    if (shapes.size() + kMostTwins < patterns.size())
+        throw std::runtime_error("Characters look alike in so few rows");
     // Evenly spaced, as dot printers do.
     for (auto& [character, dots] : patterns) {
         int width = 0;

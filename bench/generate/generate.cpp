@@ -229,9 +229,10 @@ struct Set {
     std::uint32_t seed;
     bool unusual = false;  // whether some images have single characters or whole pages
 };
-const std::vector<Set> kSets = {
-    {"develop", kDevelop, 100'003u}, {"held", kHeld, 900'001u}, {"fresh", kFresh, 1'300'021u},
-    {"learn", kLearn, 500'009u, true}};
+const std::vector<Set> kSets = {{"develop", kDevelop, 100'003u},
+                                {"held", kHeld, 900'001u},
+                                {"fresh", kFresh, 1'300'021u},
+                                {"learn", kLearn, 500'009u, true}};
 
 void generate(const Set& set, bool usual, const std::string& folder, int linesEach, int charsetsEach) {
     Output lines(folder + "/lines"), charsets(folder + "/charsets");

@@ -1,5 +1,5 @@
-// Reading without a font. The examples come from the program that fitted the network: patches of faces that it was not
-// fitted on, and what the network said of them there.
+// Reading without a font. The examples come from the program that fitted the network: patches of faces that
+// it was not fitted on, and what the network said of them there.
 #include "engine/recogniser/BaseReader.h"
 
 #include <gtest/gtest.h>
@@ -27,7 +27,8 @@ struct Example {
 };
 
 std::vector<Example> examples() {
-    std::ifstream in(std::string(DRAVIK_SOURCE_DIR) + "/tests/engine/corpus/recogniser_examples.bin", std::ios::binary);
+    std::ifstream in(std::string(DRAVIK_SOURCE_DIR) + "/tests/engine/corpus/recogniser_examples.bin",
+                     std::ios::binary);
     const std::vector<char> bytes{std::istreambuf_iterator<char>(in), {}};
     constexpr std::size_t each = sizeof(CharacterPatch) + sizeof(PatchLikelihoods);
     std::vector<Example> result(bytes.size() / each);
@@ -47,7 +48,8 @@ std::vector<CharacterPatch> patchesOf(const std::vector<Example>& examples) {
 double furthest(const PatchLikelihoods& a, const PatchLikelihoods& b) {
     double most = 0;
     for (std::size_t i = 0; i < a.size(); ++i)
-        most = std::max(most, std::abs(std::exp(static_cast<double>(a[i])) - std::exp(static_cast<double>(b[i]))));
+        most = std::max(most,
+                        std::abs(std::exp(static_cast<double>(a[i])) - std::exp(static_cast<double>(b[i]))));
     return most;
 }
 
@@ -79,7 +81,8 @@ TEST(BaseNetwork, SaysTheSameOnEveryInstructionSet) {
     for (const MatrixKernels* kernels : availableKernels()) {
         const std::vector<PatchLikelihoods> together = patchLikelihoods(patches, *kernels);
         for (std::size_t i = 0; i < patches.size(); ++i) {
-            EXPECT_EQ(patchLikelihoods(std::span(patches).subspan(i, 1), *kernels).front(), together[i]) << kernels->name;
+            EXPECT_EQ(patchLikelihoods(std::span(patches).subspan(i, 1), *kernels).front(), together[i])
+                << kernels->name;
             EXPECT_EQ(likeliest(together[i]), likeliest(patchLikelihoods(patches)[i])) << kernels->name;
             EXPECT_LT(furthest(together[i], patchLikelihoods(patches)[i]), 1e-4) << kernels->name;
         }
@@ -97,7 +100,8 @@ TEST(CharacterPatch, ShowsTheCharacterAndItsNeighboursAtOneSize) {
         Piece piece;
         const auto bar = [&](int left, int right, bool own) {
             for (int y = 10 * size; y < 31 * size; ++y) {
-                for (int x = left * size; x < right * size; ++x) ink.ink[static_cast<std::size_t>(y * ink.width + x)] = 255;
+                for (int x = left * size; x < right * size; ++x)
+                    ink.ink[static_cast<std::size_t>(y * ink.width + x)] = 255;
                 if (own) {
                     piece.runs.push_back({left * size, right * size, y});
                     piece.area += (right - left) * size;
@@ -135,7 +139,8 @@ std::string textOf(const std::vector<SuggestedCharacter>& read) {
 // Sample parts of six faces, none of which the network was fitted on.
 TEST(BaseReader, ReadsPartsWithoutAFont) {
     int characters = 0, wrong = 0, images = 0;
-    for (const LabelledImage& image : labelledImages(std::string(DRAVIK_SOURCE_DIR) + "/data/parts/rendered_lines")) {
+    for (const LabelledImage& image :
+         labelledImages(std::string(DRAVIK_SOURCE_DIR) + "/data/parts/rendered_lines")) {
         const GreyImage pixels = readPng(image.file);
         const std::string read = textOf(readWithoutFont(pixels, segment(pixels)));
         ++images;
@@ -155,7 +160,8 @@ TEST(BaseReader, NamesTheCharacterThatATextDoesNotGoWith) {
         const Segmentation found = segment(readPng(image.file));
         std::vector<std::string> text = characters(image.text);
         ++images;
-        for (const CharacterLikelihood& one : compareWithText(found, text)) doubted += one.disagrees() ? 1 : 0;
+        for (const CharacterLikelihood& one : compareWithText(found, text))
+            doubted += one.disagrees() ? 1 : 0;
         const std::size_t place = text.size() / 2;
         text[place] = text[place] == "M" ? "8" : "M";
         const std::vector<CharacterLikelihood> compared = compareWithText(found, text);
@@ -182,7 +188,8 @@ TEST(CharacterContext, DecidesBetweenShapesThatHardlyDifferAlone) {
         PatchLikelihoods one;
         one.fill(std::log(1e-6f));
         one[*recognisedPlace(shapes.substr(0, 1))] = static_cast<float>(std::log(first));
-        if (shapes.size() > 1) one[*recognisedPlace(shapes.substr(1))] = static_cast<float>(std::log(1 - first));
+        if (shapes.size() > 1)
+            one[*recognisedPlace(shapes.substr(1))] = static_cast<float>(std::log(1 - first));
         return one;
     };
     const auto read = [](const std::vector<PatchLikelihoods>& line) {

@@ -22,8 +22,8 @@ struct Layer {
     std::size_t columns() const { return padded(outputs); }
 };
 
-// Pictures of `channels` numbers a point are convolved by a square of `size` points, every second place, beyond whose
-// border is nothing.
+// Pictures of `channels` numbers a point are convolved by a square of `size` points, every second place,
+// beyond whose border is nothing.
 struct Convolution {
     std::size_t side, channels, outputs, size;
 
@@ -35,7 +35,8 @@ struct Convolution {
     std::size_t pictureLength() const { return (side + 2 * border()) * rowLength(); }
 };
 
-constexpr std::array<Convolution, 3> kConvolutions = {{{kPatchSide, 2, 16, 5}, {12, 16, 32, 3}, {6, 32, 64, 3}}};
+constexpr std::array<Convolution, 3> kConvolutions = {
+    {{kPatchSide, 2, 16, 5}, {12, 16, 32, 3}, {6, 32, 64, 3}}};
 constexpr std::size_t kGathered = 112, kLastSide = 3;
 
 class Weights {
@@ -43,7 +44,8 @@ class Weights {
     Weights() {
         const std::span<const std::uint8_t> bytes = baseWeights();
         const auto head = std::find(bytes.begin(), bytes.end(), std::uint8_t{0});
-        origin_ = {reinterpret_cast<const char*>(bytes.data()), static_cast<std::size_t>(head - bytes.begin())};
+        origin_ = {reinterpret_cast<const char*>(bytes.data()),
+                   static_cast<std::size_t>(head - bytes.begin())};
         const std::uint8_t* from = &*head + 1;
         for (std::size_t i = 0; i < kConvolutions.size(); ++i)
             convolutions[i] = read(from, kConvolutions[i].inputs(), kConvolutions[i].outputs);
@@ -68,7 +70,8 @@ class Weights {
         from += outputs * sizeof(float);
         for (std::size_t output = 0; output < outputs; ++output)
             for (std::size_t input = 0; input < inputs; ++input)
-                layer.weights[input * layer.columns() + output] = scales[output] * static_cast<float>(static_cast<std::int8_t>(*from++));
+                layer.weights[input * layer.columns() + output] =
+                    scales[output] * static_cast<float>(static_cast<std::int8_t>(*from++));
         return layer;
     }
 
@@ -83,9 +86,11 @@ const Weights& weights() {
 enum class Units { Rectified, Plain };
 
 // rows x outputs = rows x inputs by the layer's weights.
-void apply(const Layer& layer, const float* from, float* to, std::size_t rows, Units units, const MatrixKernels& kernels) {
+void apply(const Layer& layer, const float* from, float* to, std::size_t rows, Units units,
+           const MatrixKernels& kernels) {
     const std::size_t columns = layer.columns();
-    kernels.multiply({from, layer.inputs, 1, layer.weights.data(), columns, to, columns, rows, columns, layer.inputs});
+    kernels.multiply(
+        {from, layer.inputs, 1, layer.weights.data(), columns, to, columns, rows, columns, layer.inputs});
     for (std::size_t row = 0; row < rows; ++row, to += columns)
         for (std::size_t i = 0; i < columns; ++i) {
             const float value = to[i] + layer.biases[i];
@@ -105,13 +110,16 @@ void gatherPlaces(const Convolution& how, const float* pictures, std::size_t cou
             }
 }
 
-// The result of one convolution laid out for the next one, with a border of nothing; without a next one as it is.
-void layOut(const Convolution& done, const Convolution& next, const float* results, std::size_t count, float* pictures) {
+// The result of one convolution laid out for the next one, with a border of nothing; without a next one as it
+// is.
+void layOut(const Convolution& done, const Convolution& next, const float* results, std::size_t count,
+            float* pictures) {
     std::fill_n(pictures, count * next.pictureLength(), 0.0f);
     const std::size_t length = done.sideAfter() * done.outputs;
     for (std::size_t picture = 0; picture < count; ++picture, pictures += next.pictureLength())
         for (std::size_t y = 0; y < done.sideAfter(); ++y, results += length)
-            std::copy_n(results, length, pictures + (y + next.border()) * next.rowLength() + next.border() * next.channels);
+            std::copy_n(results, length,
+                        pictures + (y + next.border()) * next.rowLength() + next.border() * next.channels);
 }
 
 class Passage {
@@ -131,13 +139,15 @@ class Passage {
         for (std::size_t i = 0; i < kConvolutions.size(); ++i) {
             const Convolution& how = kConvolutions[i];
             gatherPlaces(how, pictures_.data(), count, rows_.data());
-            apply(weights().convolutions[i], rows_.data(), results_.data(), count * how.sideAfter() * how.sideAfter(),
-                  Units::Rectified, kernels_);
-            if (i + 1 < kConvolutions.size()) layOut(how, kConvolutions[i + 1], results_.data(), count, pictures_.data());
+            apply(weights().convolutions[i], rows_.data(), results_.data(),
+                  count * how.sideAfter() * how.sideAfter(), Units::Rectified, kernels_);
+            if (i + 1 < kConvolutions.size())
+                layOut(how, kConvolutions[i + 1], results_.data(), count, pictures_.data());
         }
         apply(weights().gather, results_.data(), rows_.data(), count, Units::Rectified, kernels_);
         apply(weights().outputs, rows_.data(), results_.data(), count, Units::Plain, kernels_);
-        for (std::size_t i = 0; i < count; ++i) likelihoods(&results_[i * weights().outputs.columns()], to[i]);
+        for (std::size_t i = 0; i < count; ++i)
+            likelihoods(&results_[i * weights().outputs.columns()], to[i]);
     }
 
   private:
@@ -171,12 +181,22 @@ class Passage {
 
 }  // namespace
 
-std::vector<PatchLikelihoods> patchLikelihoods(std::span<const CharacterPatch> patches, const MatrixKernels& kernels) {
+std::vector<PatchLikelihoods> patchLikelihoods(std::span<const CharacterPatch> patches,
+                                               const MatrixKernels& kernels) {
     std::vector<PatchLikelihoods> result(patches.size());
     Passage passage(kernels);
     for (std::size_t from = 0; from < patches.size(); from += kBatch)
         passage.run(patches.subspan(from, std::min(kBatch, patches.size() - from)), &result[from]);
     return result;
+}
+
+std::vector<PatchLikelihoods> lineLikelihoods(const Segmentation& found, std::size_t from, std::size_t to,
+                                              const LineMetrics& line) {
+    std::vector<CharacterPatch> patches;
+    patches.reserve(to - from);
+    for (std::size_t i = from; i < to; ++i)
+        patches.push_back(characterPatch(found.ink, found.frame, found.glyphs[i].piece, line));
+    return patchLikelihoods(patches);
 }
 
 std::string_view baseNetworkOrigin() {

@@ -1,5 +1,5 @@
-// Reads the characters that were found in an image without any font, and tells how well they go with a text that they
-// are said to be.
+// Reads the characters that were found in an image without any font, and tells how well they go with a text
+// that they are said to be.
 #pragma once
 
 #include <span>
@@ -21,8 +21,9 @@ struct Alternative {
 struct SuggestedCharacter {
     Region place;  // of the image
     int line = 0;
-    std::vector<Alternative> alternatives;  // the one to take first; the others from the likeliest, none below 1 %
-    double noCharacter = 0;                 // how likely it is a half, a double or dirt, 0 to 1
+    std::vector<Alternative>
+        alternatives;        // the one to take first; the others from the likeliest, none below 1 %
+    double noCharacter = 0;  // how likely it is a half, a double or dirt, 0 to 1
 
     const Alternative& best() const { return alternatives.front(); }
 };
@@ -30,8 +31,8 @@ struct SuggestedCharacter {
 // How well one found character goes with the one that it is said to be.
 struct CharacterLikelihood {
     std::string expected;
-    // Of the expected character and of the likeliest one, 0 to 1; characters that are not recognised without a font
-    // (see RecognisedCharacters.h) have no likelihood and count as one that nothing is known of.
+    // Of the expected character and of the likeliest one, 0 to 1; characters that are not recognised without
+    // a font (see RecognisedCharacters.h) have no likelihood and count as one that nothing is known of.
     double likelihood = 0;
     Alternative likeliest;
     bool isKnown = false;
@@ -40,18 +41,21 @@ struct CharacterLikelihood {
     bool disagrees() const;
 };
 
-// Whether what stands beside a character helps to decide between shapes that hardly differ (digits among digits).
+// Whether what stands beside a character helps to decide between shapes that hardly differ (digits among
+// digits).
 enum class Context { Used, Ignored };
 
-// The found characters in their order. Where capitals and small letters of a line are of one height, the height that
-// makes its characters likelier is taken.
+// The found characters in their order. Where capitals and small letters of a line are of one height, the
+// height that makes its characters likelier is taken.
 std::vector<SuggestedCharacter> readWithoutFont(const Segmentation& found, Context context = Context::Used);
-// The same in whichever view of the image (see Segmentation::others) the characters are likelier to be whole ones.
+// The same in whichever view of the image (see Segmentation::others) the characters are likelier to be whole
+// ones.
 std::vector<SuggestedCharacter> readWithoutFont(const GreyImage& image, const Segmentation& found,
                                                 Context context = Context::Used);
 
-// The found characters beside those of a text, as many as both have. Empty when they differ in number: then nothing
-// tells which belong together.
-std::vector<CharacterLikelihood> compareWithText(const Segmentation& found, std::span<const std::string> text);
+// The found characters beside those of a text, as many as both have. Empty when they differ in number: then
+// nothing tells which belong together.
+std::vector<CharacterLikelihood> compareWithText(const Segmentation& found,
+                                                 std::span<const std::string> text);
 
 }  // namespace dravik::engine

@@ -11,21 +11,24 @@ enum Kind : std::size_t { Capital, Digit, Small, Mark, kKinds };
 
 Kind kindOf(std::size_t place) {
     const char c = kRecognisedCharacters[place];
-    return c >= 'A' && c <= 'Z' ? Capital : c >= '0' && c <= '9' ? Digit : c >= 'a' && c <= 'z' ? Small : Mark;
+    return c >= 'A' && c <= 'Z'   ? Capital
+           : c >= '0' && c <= '9' ? Digit
+           : c >= 'a' && c <= 'z' ? Small
+                                  : Mark;
 }
 
-// By how much less likely a kind follows another than characters of one kind follow each other, in logarithms.
-constexpr std::array<std::array<float, kKinds>, kKinds> kUnlikely = {{{0.0f, 1.2f, 1.2f, 0.7f},
-                                                                      {1.2f, 0.0f, 2.0f, 0.5f},
-                                                                      {2.0f, 2.0f, 0.0f, 0.7f},
-                                                                      {0.7f, 0.3f, 0.9f, 0.7f}}};
+// By how much less likely a kind follows another than characters of one kind follow each other, in
+// logarithms.
+constexpr std::array<std::array<float, kKinds>, kKinds> kUnlikely = {
+    {{0.0f, 1.2f, 1.2f, 0.7f}, {1.2f, 0.0f, 2.0f, 0.5f}, {2.0f, 2.0f, 0.0f, 0.7f}, {0.7f, 0.3f, 0.9f, 0.7f}}};
 
 }  // namespace
 
 std::vector<std::size_t> likeliestAlone(std::span<const PatchLikelihoods> line) {
     std::vector<std::size_t> result;
     for (const PatchLikelihoods& one : line)
-        result.push_back(static_cast<std::size_t>(std::max_element(one.begin(), one.end() - 1) - one.begin()));
+        result.push_back(
+            static_cast<std::size_t>(std::max_element(one.begin(), one.end() - 1) - one.begin()));
     return result;
 }
 
@@ -61,7 +64,8 @@ std::vector<std::size_t> likeliestTogether(std::span<const PatchLikelihoods> lin
     if (line.empty()) return result;
     const auto& last = steps.back().value;
     std::size_t kind = static_cast<std::size_t>(std::max_element(last.begin(), last.end()) - last.begin());
-    for (std::size_t i = line.size(); i-- > 0; kind = steps[i].before[kind]) result[i] = steps[i].character[kind];
+    for (std::size_t i = line.size(); i-- > 0; kind = steps[i].before[kind])
+        result[i] = steps[i].character[kind];
     return result;
 }
 

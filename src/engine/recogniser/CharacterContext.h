@@ -1,5 +1,5 @@
-// What stands beside what: digits among digits, small letters after small letters. It decides between shapes that
-// hardly differ, never against a clear one.
+// What stands beside what: digits among digits, small letters after small letters. It decides between shapes
+// that hardly differ, never against a clear one.
 #pragma once
 
 #include <cstddef>
@@ -10,8 +10,8 @@
 
 namespace dravik::engine {
 
-// For each character of a line its place in kRecognisedCharacters: the likeliest by itself, or those that are the
-// likeliest together.
+// For each character of a line its place in kRecognisedCharacters: the likeliest by itself, or those that are
+// the likeliest together.
 std::vector<std::size_t> likeliestAlone(std::span<const PatchLikelihoods> line);
 std::vector<std::size_t> likeliestTogether(std::span<const PatchLikelihoods> line);
 

@@ -19,7 +19,10 @@ constexpr std::uint32_t kBoth = 0x00FF00FF;
 class Window {
   public:
     Window(const InkImage& ink, const Piece& piece, int left, int top, int right, int bottom)
-        : left_(left), top_(top), width_(right - left), height_(bottom - top),
+        : left_(left),
+          top_(top),
+          width_(right - left),
+          height_(bottom - top),
           both_(static_cast<std::size_t>(width_) * static_cast<std::size_t>(height_)) {
         int ownLeft = ink.width, ownTop = ink.height, ownRight = 0, ownBottom = 0;
         for (const Run& run : piece.runs) {
@@ -47,9 +50,11 @@ class Window {
 
     // The ink at a point between four pixels, in 65,536ths of a pixel from the window's first one's middle.
     std::uint32_t between(int x, int y) const {
-        const std::uint32_t across = static_cast<std::uint32_t>(x >> 8) & 255, down = static_cast<std::uint32_t>(y >> 8) & 255;
-        const std::uint32_t* first = &both_[static_cast<std::size_t>(y >> 16) * static_cast<std::size_t>(width_) +
-                                            static_cast<std::size_t>(x >> 16)];
+        const std::uint32_t across = static_cast<std::uint32_t>(x >> 8) & 255,
+                            down = static_cast<std::uint32_t>(y >> 8) & 255;
+        const std::uint32_t* first =
+            &both_[static_cast<std::size_t>(y >> 16) * static_cast<std::size_t>(width_) +
+                   static_cast<std::size_t>(x >> 16)];
         const std::uint32_t* second = first + width_;
         const std::uint32_t upper = (first[0] * (256 - across) + first[1] * across) >> 8 & kBoth;
         const std::uint32_t lower = (second[0] * (256 - across) + second[1] * across) >> 8 & kBoth;
@@ -67,11 +72,13 @@ class Window {
 
 }  // namespace
 
-CharacterPatch characterPatch(const InkImage& ink, const Frame& frame, const Piece& piece, const LineMetrics& line) {
+CharacterPatch characterPatch(const InkImage& ink, const Frame& frame, const Piece& piece,
+                              const LineMetrics& line) {
     CharacterPatch patch;
     // Higher print would not fit into the numbers below; what is that high is no print.
     const float cell = std::clamp(line.capHeight, 1.0f, kMostCapHeight) / kPatchCapHeight;
-    const float left = piece.box.middleX() - 0.5f * kPatchSide * cell, top = line.baseline - kPatchBaseline * cell;
+    const float left = piece.box.middleX() - 0.5f * kPatchSide * cell,
+                top = line.baseline - kPatchBaseline * cell;
     const float right = left + kPatchSide * cell, bottom = top + kPatchSide * cell;
     float x0 = 1e9f, y0 = 1e9f, x1 = -1e9f, y1 = -1e9f;
     for (const float along : {left, right})
@@ -82,7 +89,8 @@ CharacterPatch characterPatch(const InkImage& ink, const Frame& frame, const Pie
             y1 = std::max(y1, frame.y(along, across));
         }
     const int firstX = static_cast<int>(std::floor(x0)) - 2, firstY = static_cast<int>(std::floor(y0)) - 2;
-    const Window window(ink, piece, firstX, firstY, static_cast<int>(std::ceil(x1)) + 3, static_cast<int>(std::ceil(y1)) + 3);
+    const Window window(ink, piece, firstX, firstY, static_cast<int>(std::ceil(x1)) + 3,
+                        static_cast<int>(std::ceil(y1)) + 3);
     const int points = std::clamp(static_cast<int>(std::lround(cell)), 1, kMostPoints);
     const float step = cell / static_cast<float>(points);
     const auto fixed = [](float value) { return static_cast<int>(value * 65536); };
@@ -91,7 +99,8 @@ CharacterPatch characterPatch(const InkImage& ink, const Frame& frame, const Pie
     for (int row = 0; row < kPatchSide; ++row) {
         std::array<std::uint32_t, kPatchSide> own{}, others{};
         for (int j = 0; j < points; ++j) {
-            const float across = top + step * (static_cast<float>(row * points + j) + 0.5f), along = left + 0.5f * step;
+            const float across = top + step * (static_cast<float>(row * points + j) + 0.5f),
+                        along = left + 0.5f * step;
             int x = fixed(frame.x(along, across) - 0.5f - static_cast<float>(firstX));
             int y = fixed(frame.y(along, across) - 0.5f - static_cast<float>(firstY));
             for (std::size_t column = 0; column < kPatchSide; ++column) {

@@ -1,4 +1,5 @@
-// The characters that are told apart without a font: those of the overview, in the order of the network's outputs.
+// The characters that are told apart without a font: those of the overview, in the order of the network's
+// outputs.
 #pragma once
 
 #include <cstddef>
@@ -13,7 +14,8 @@ static_assert(kRecognisedCharacters.size() == 74);
 
 // The place of a character among them.
 constexpr std::optional<std::size_t> recognisedPlace(std::string_view character) {
-    const std::size_t place = character.size() == 1 ? kRecognisedCharacters.find(character.front()) : std::string_view::npos;
+    const std::size_t place =
+        character.size() == 1 ? kRecognisedCharacters.find(character.front()) : std::string_view::npos;
     return place == std::string_view::npos ? std::nullopt : std::optional(place);
 }
 

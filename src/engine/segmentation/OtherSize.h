@@ -1,5 +1,5 @@
-// A line whose characters are all of one height may be of small letters alone: another height that its capitals may
-// have, to be tried when it is read.
+// A line whose characters are all of one height may be of small letters alone: another height that its
+// capitals may have, to be tried when it is read.
 #pragma once
 
 #include <optional>

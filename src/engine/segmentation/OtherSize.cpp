@@ -1,4 +1,4 @@
-#include "engine/classifier/OtherSize.h"
+#include "engine/segmentation/OtherSize.h"
 
 namespace dravik::engine {
 namespace {
