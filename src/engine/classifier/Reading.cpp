@@ -5,7 +5,6 @@
 #include <optional>
 #include <string_view>
 
-#include <cstdlib>
 #include "base/Text.h"
 #include "engine/recogniser/BaseNetwork.h"
 #include "engine/segmentation/OtherSize.h"
@@ -15,12 +14,10 @@ namespace {
 
 // The least confidence that one character contributes to its line: a single bad one must not decide.
 constexpr double kLeastTrust = 0.01;
-// Characters to which the network gives a lower probability are not compared with the samples.
+// Characters to which both the network and the base recogniser give no higher probability are not compared with the
+// samples.
 constexpr float kWorthComparing = 0.003f;
-// What the base recogniser weighs beside the font's network, and the least that it thinks of any character;
-// measured on generated part images.
-const double kPriorWeight = std::getenv("PW") ? std::atof(std::getenv("PW")) : 0.4;
-const double kLeastPrior = std::getenv("PL") ? std::atof(std::getenv("PL")) : 0.001;
+constexpr double kWorthComparingPrior = 0.5;
 constexpr std::string_view kSmallOnes = "acegmnopqrsuvwxyz";
 constexpr std::string_view kMarks = "-=.,:;\"'_*+";
 
@@ -35,33 +32,23 @@ struct LineReading {
     double trust = 0;  // sum of the logarithms of the confidences
 };
 
-// Weighs the network's outputs with what the base recogniser takes the character for among those of the font.
-// It decides where the font has seen little, and never alone.
-void weighWithPrior(const Network& network, const PatchLikelihoods& base, std::span<float> outputs) {
-    double known = 0;
-    std::vector<double> prior(outputs.size(), 0);
-    for (std::size_t i = 0; i < outputs.size(); ++i)
-        if (const auto place = recognisedPlace(characterOf(network.codes[i])))
-            known += prior[i] = std::exp(static_cast<double>(base[*place]));
-    double sum = 0;
-    for (std::size_t i = 0; i < outputs.size(); ++i) {
-        const double share = known > 0 ? prior[i] / known : 0;
-        prior[i] = static_cast<double>(outputs[i]) * std::pow(std::max(kLeastPrior, share), kPriorWeight);
-        sum += prior[i];
-    }
-    for (std::size_t i = 0; i < outputs.size(); ++i) outputs[i] = static_cast<float>(prior[i] / sum);
+// What the base recogniser says of a character that it may not know.
+double priorOf(const PatchLikelihoods& base, std::int32_t code) {
+    const std::optional<std::size_t> place = recognisedPlace(characterOf(code));
+    return place ? std::exp(static_cast<double>(base[*place])) : 0.5;
 }
 
-// Of the characters that the network takes for possible, the one that the samples make surest.
+// Of the characters that the network or the base recogniser takes for possible, the one that all make surest.
 Recognition surest(const Network& network, const SampleInputs& inputs, std::span<const float> outputs,
-                   const DistanceMeasure& measure) {
+                   const DistanceMeasure& measure, const PatchLikelihoods& base) {
     Recognition best;
     double most = -1;
     const float likeliest = *std::max_element(outputs.begin(), outputs.end());
     for (std::size_t i = 0; i < outputs.size(); ++i) {
-        if (outputs[i] < std::min(likeliest, kWorthComparing)) continue;
         const std::int32_t code = network.codes[i];
-        const Evidence evidence{static_cast<double>(outputs[i]), measure.nearness(inputs, code)};
+        const double prior = priorOf(base, code);
+        if (outputs[i] < std::min(likeliest, kWorthComparing) && prior <= kWorthComparingPrior) continue;
+        const Evidence evidence{static_cast<double>(outputs[i]), measure.nearness(inputs, code), prior};
         if (const double sure = confidence(evidence); sure > most) {
             most = sure;
             best = {code, evidence};
@@ -123,8 +110,7 @@ std::vector<Recognition> recognize(const Segmentation& found, const Network& net
         for (std::size_t i = from; i < to; ++i) {
             const SampleInputs inputs = glyphInputs(found, found.glyphs[i], line);
             network.run(inputs, outputs);
-            weighWithPrior(network, base[i - from], outputs);
-            reading.characters.push_back(surest(network, inputs, outputs, measure));
+            reading.characters.push_back(surest(network, inputs, outputs, measure, base[i - from]));
             reading.trust += std::log(std::max(kLeastTrust, confidence(reading.characters.back().evidence)));
         }
         return reading;
