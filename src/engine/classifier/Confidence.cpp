@@ -2,16 +2,15 @@
 
 #include <algorithm>
 #include <cmath>
-#include <cstdlib>
 
 namespace dravik::engine {
 namespace {
 
-const EvidenceTerms kWeights = {2.654, 0.234, -0.241, 0.943, -0.491, -3.054, std::getenv("PW") ? std::atof(std::getenv("PW")) : 0.5};
+constexpr EvidenceTerms kWeights = {2.654, 0.234, -0.241, 0.943, -0.491, -3.054, 1};
 // Beyond these odds the network says no more than that it is sure.
 constexpr double kLeastDoubt = 1e-4;
 // What the base recogniser says cannot outweigh samples that are clear.
-const double kLeastPrior = std::getenv("PL") ? std::atof(std::getenv("PL")) : 0.02;
+constexpr double kLeastPrior = 0.02;
 
 }  // namespace
 

@@ -14,8 +14,8 @@ namespace {
 
 // The least confidence that one character contributes to its line: a single bad one must not decide.
 constexpr double kLeastTrust = 0.01;
-// Characters to which both the network and the base recogniser give no higher probability are not compared with the
-// samples.
+// Characters to which both the network and the base recogniser give no higher probability are not compared
+// with the samples.
 constexpr float kWorthComparing = 0.003f;
 constexpr double kWorthComparingPrior = 0.5;
 constexpr std::string_view kSmallOnes = "acegmnopqrsuvwxyz";

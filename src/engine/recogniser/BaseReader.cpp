@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
-#include <cstdlib>
 #include <numeric>
 #include <optional>
 #include <utility>
@@ -18,11 +17,10 @@ namespace {
 constexpr double kWorthNaming = 0.01;
 constexpr std::size_t kMostAlternatives = 6;
 // An expected character of less likelihood is a mistake where another has more than the second.
-constexpr double kHardlyExpected = 0.02, kClearlyOther = 0.8;
+constexpr double kHardlyExpected = 0.01, kClearlyOther = 0.9;
 // A character counts for a view by how much likelier it is a whole one than this, at most as much as the
 // second says; measured on generated part images.
-double env(const char* n, double d) { return std::getenv(n) ? std::atof(std::getenv(n)) : d; }
-const double kUsuallyWhole = env("VU", 0.5), kLeastWhole = env("VL", 0.02), kViewWeight = env("VW", 0.6), kOddsWeight = env("VO", 1);
+constexpr double kUsuallyWhole = 0.5, kLeastWhole = 0.02, kViewWeight = 0.6;
 constexpr std::size_t kMostDifferent = 2;
 
 struct ReadLine {
@@ -50,7 +48,8 @@ std::vector<ReadLine> linesOf(const Segmentation& found, Pieces how) {
             if (how == Pieces::Likeliest) return likeliestPieces(found, from, to, line);
             std::vector<ReadPiece> pieces;
             const std::vector<PatchLikelihoods> likelihoods = lineLikelihoods(found, from, to, line);
-            for (std::size_t i = from; i < to; ++i) pieces.push_back({found.glyphs[i].piece, likelihoods[i - from]});
+            for (std::size_t i = from; i < to; ++i)
+                pieces.push_back({found.glyphs[i].piece, likelihoods[i - from]});
             return pieces;
         };
         LineMetrics line = found.lines[static_cast<std::size_t>(found.glyphs[from].line)];
@@ -78,13 +77,16 @@ SuggestedCharacter suggestion(const PatchLikelihoods& of, std::size_t best) {
     };
     add(best);
     for (const std::size_t place : order) {
-        if (std::exp(static_cast<double>(of[place])) < kWorthNaming || one.alternatives.size() >= kMostAlternatives) break;
+        if (std::exp(static_cast<double>(of[place])) < kWorthNaming ||
+            one.alternatives.size() >= kMostAlternatives)
+            break;
         if (place != best) add(place);
     }
     return one;
 }
 
-std::vector<SuggestedCharacter> suggested(const Segmentation& found, const std::vector<ReadLine>& lines, Context context) {
+std::vector<SuggestedCharacter> suggested(const Segmentation& found, const std::vector<ReadLine>& lines,
+                                          Context context) {
     std::vector<SuggestedCharacter> result;
     for (const ReadLine& line : lines) {
         std::vector<PatchLikelihoods> likelihoods;
@@ -105,7 +107,8 @@ double wholeness(const std::vector<ReadLine>& lines) {
     double sum = 0;
     for (const ReadLine& line : lines)
         for (const ReadPiece& one : line.pieces)
-            sum += std::log(std::max(kLeastWhole, std::exp(static_cast<double>(whole(one.likelihoods)))) / kUsuallyWhole);
+            sum += std::log(std::max(kLeastWhole, std::exp(static_cast<double>(whole(one.likelihoods)))) /
+                            kUsuallyWhole);
     return kViewWeight * sum;
 }
 
@@ -119,17 +122,18 @@ std::vector<SuggestedCharacter> readWithoutFont(const Segmentation& found, Conte
     return suggested(found, linesOf(found, Pieces::AsFound), context);
 }
 
-std::vector<SuggestedCharacter> readWithoutFont(const GreyImage& image, const Segmentation& found, Context context) {
-    const Pieces how = std::getenv("NL") ? Pieces::AsFound : Pieces::Likeliest;
-    std::vector<ReadLine> best = linesOf(found, how);
+std::vector<SuggestedCharacter> readWithoutFont(const GreyImage& image, const Segmentation& found,
+                                                Context context) {
+    std::vector<ReadLine> best = linesOf(found, Pieces::Likeliest);
     double most = wholeness(best);
     std::optional<Segmentation> taken;
     const std::size_t characters = found.glyphs.size();
     for (const OtherView& view : found.others) {
-        if (view.characters + kMostDifferent < characters || characters + kMostDifferent < view.characters) continue;
+        if (view.characters + kMostDifferent < characters || characters + kMostDifferent < view.characters)
+            continue;
         Segmentation other = segment(image, view);
-        std::vector<ReadLine> lines = linesOf(other, how);
-        if (const double value = kOddsWeight * view.odds + wholeness(lines); value > most) {
+        std::vector<ReadLine> lines = linesOf(other, Pieces::Likeliest);
+        if (const double value = view.odds + wholeness(lines); value > most) {
             most = value;
             best = std::move(lines);
             taken = std::move(other);
@@ -138,7 +142,8 @@ std::vector<SuggestedCharacter> readWithoutFont(const GreyImage& image, const Se
     return suggested(taken ? *taken : found, best, context);
 }
 
-std::vector<CharacterLikelihood> compareWithText(const Segmentation& found, std::span<const std::string> text) {
+std::vector<CharacterLikelihood> compareWithText(const Segmentation& found,
+                                                 std::span<const std::string> text) {
     if (text.size() != found.glyphs.size()) return {};
     std::vector<CharacterLikelihood> result;
     for (const ReadLine& line : linesOf(found, Pieces::AsFound))
@@ -147,7 +152,8 @@ std::vector<CharacterLikelihood> compareWithText(const Segmentation& found, std:
             CharacterLikelihood& one = result.emplace_back();
             one.expected = text[result.size() - 1];
             const std::size_t best = likeliestAlone(std::span(&of, 1)).front();
-            one.likeliest = {std::string(1, kRecognisedCharacters[best]), std::exp(static_cast<double>(of[best]))};
+            one.likeliest = {std::string(1, kRecognisedCharacters[best]),
+                             std::exp(static_cast<double>(of[best]))};
             if (const std::optional<std::size_t> place = recognisedPlace(one.expected)) {
                 one.isKnown = true;
                 one.likelihood = std::exp(static_cast<double>(of[*place]));

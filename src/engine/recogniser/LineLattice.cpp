@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <cstdlib>
 #include <limits>
 #include <utility>
 
@@ -12,17 +11,16 @@
 namespace dravik::engine {
 namespace {
 
-float env(const char* n, double d) { return static_cast<float>(std::getenv(n) ? std::atof(std::getenv(n)) : d); }
 // A character that is surer than this to be one is left alone.
-const float kSure = env("LS", 0.9);
-// By how much surer, as a logarithm, other pieces must be than those that were found: for each cut, join and piece
-// that is left out.
-const float kCutDoubt = env("LC", 1), kJoinDoubt = env("LJ", 1), kDirtDoubt = env("LD", 3);
+constexpr float kSure = 0.9f;
+// By how much surer, as a logarithm, other pieces must be than those that were found: for each cut, join and
+// piece that is left out.
+constexpr float kCutDoubt = 1, kJoinDoubt = 1, kDirtDoubt = 3;
 // Cuts less likely than this (log odds) are not tried, and no more than so many of one piece.
-const double kLeastCut = env("LO", -5);
-constexpr std::size_t kMostCuts = 4, kMostJoined = 4;
+constexpr double kLeastCut = -5;
+constexpr std::size_t kMostCuts = 4, kMostJoined = kMostCuts + 1;
 // Joined pieces stand no further apart and are no wider, as parts of the height of capitals.
-const float kMostRoom = env("LR", 0.3), kMostWidth = 1.5f;
+constexpr float kMostRoom = 0.3f, kMostWidth = 1.5f;
 
 // A part that pieces are made of, and which found character it comes from.
 struct Atom {
@@ -30,7 +28,8 @@ struct Atom {
     std::size_t character = 0;
 };
 
-std::vector<Atom> atomsOf(const Segmentation& found, std::size_t from, std::size_t to, const std::vector<bool>& doubtful, const LineMetrics& line) {
+std::vector<Atom> atomsOf(const Segmentation& found, std::size_t from, std::size_t to,
+                          const std::vector<bool>& doubtful, const LineMetrics& line) {
     std::vector<Piece> pieces;
     for (std::size_t i = from; i < to; ++i) pieces.push_back(found.glyphs[i].piece);
     const LineScale scale = lineScale(pieces, line, characterPitch(pieces, line.capHeight));
@@ -40,7 +39,8 @@ std::vector<Atom> atomsOf(const Segmentation& found, std::size_t from, std::size
         std::vector<std::pair<double, float>> cuts;
         if (doubtful[i])
             for (const PossibleCut& one : possibleCuts(rest, found.frame, scale))
-                if (const double odds = kCutLikeness(one.traits); odds > kLeastCut) cuts.emplace_back(-odds, one.along);
+                if (const double odds = kCutLikeness(one.traits); odds > kLeastCut)
+                    cuts.emplace_back(-odds, one.along);
         std::sort(cuts.begin(), cuts.end());
         cuts.resize(std::min(cuts.size(), kMostCuts));
         std::sort(cuts.begin(), cuts.end(), [](const auto& a, const auto& b) { return a.second < b.second; });
@@ -66,7 +66,8 @@ struct Span {
     PatchLikelihoods likelihoods{};
 };
 
-std::vector<Span> spansOf(const std::vector<Atom>& atoms, const std::vector<bool>& doubtful, const Frame& frame, float cap) {
+std::vector<Span> spansOf(const std::vector<Atom>& atoms, const std::vector<bool>& doubtful,
+                          const Frame& frame, float cap) {
     std::vector<Span> spans;
     for (std::size_t first = 0; first < atoms.size(); ++first) {
         Piece piece = atoms[first].piece;
@@ -79,13 +80,16 @@ std::vector<Span> spansOf(const std::vector<Atom>& atoms, const std::vector<bool
             span.end = end;
             span.piece = piece;
             span.asFound = from == to && begins && ends;
-            span.doubt = kJoinDoubt * static_cast<float>(to - from) + kCutDoubt * 0.5f * (static_cast<float>(!begins) + static_cast<float>(!ends));
+            span.doubt = kJoinDoubt * static_cast<float>(to - from) +
+                         kCutDoubt * 0.5f * (static_cast<float>(!begins) + static_cast<float>(!ends));
             if (end == atoms.size() || end - first >= kMostJoined) break;
             const Atom& next = atoms[end];
             const bool another = next.character != to;
             if (another && !(doubtful[to] || doubtful[next.character])) break;
             if (next.piece.box.left - piece.box.right > kMostRoom * cap) break;
-            if (std::max(piece.box.right, next.piece.box.right) - piece.box.left > kMostWidth * cap && another) break;
+            if (std::max(piece.box.right, next.piece.box.right) - piece.box.left > kMostWidth * cap &&
+                another)
+                break;
             piece.join(Piece(next.piece));
             piece.measure(frame);
         }
@@ -99,7 +103,8 @@ float whole(const PatchLikelihoods& likelihoods) {
     return *std::max_element(likelihoods.begin(), likelihoods.end() - 1);
 }
 
-std::vector<ReadPiece> likeliestPieces(const Segmentation& found, std::size_t from, std::size_t to, const LineMetrics& line) {
+std::vector<ReadPiece> likeliestPieces(const Segmentation& found, std::size_t from, std::size_t to,
+                                       const LineMetrics& line) {
     const std::vector<PatchLikelihoods> first = lineLikelihoods(found, from, to, line);
     std::vector<bool> doubtful;
     bool any = false;
@@ -133,9 +138,11 @@ std::vector<ReadPiece> likeliestPieces(const Segmentation& found, std::size_t fr
     for (const Span& span : spans) {
         const float before = ways[span.first].value;
         Way& way = ways[span.end];
-        if (const float value = before + whole(span.likelihoods) - span.doubt; value > way.value) way = {value, &span, false};
+        if (const float value = before + whole(span.likelihoods) - span.doubt; value > way.value)
+            way = {value, &span, false};
         if (span.asFound)
-            if (const float value = before + span.likelihoods[kNoCharacter] - kDirtDoubt; value > way.value) way = {value, &span, true};
+            if (const float value = before + span.likelihoods[kNoCharacter] - kDirtDoubt; value > way.value)
+                way = {value, &span, true};
     }
     for (std::size_t at = atoms.size(); at > 0; at = ways[at].last->first)
         if (!ways[at].isDirt) result.push_back({ways[at].last->piece, ways[at].last->likelihoods});

@@ -1,6 +1,6 @@
-// The characters of a line once more, by what they look like: where one that was found is probably a half, a double or
-// dirt, its cuts and the joins with its neighbours are tried, and the pieces taken that are the likeliest to be whole
-// characters.
+// The characters of a line once more, by what they look like: where one that was found is probably a half, a
+// double or dirt, its cuts and the joins with its neighbours are tried, and the pieces taken that are the
+// likeliest to be whole characters.
 #pragma once
 
 #include <vector>
@@ -18,6 +18,7 @@ struct ReadPiece {
 float whole(const PatchLikelihoods& likelihoods);
 
 // Of the found characters `from` to `to` - 1, all of one line, which is believed to be where `line` says.
-std::vector<ReadPiece> likeliestPieces(const Segmentation& found, std::size_t from, std::size_t to, const LineMetrics& line);
+std::vector<ReadPiece> likeliestPieces(const Segmentation& found, std::size_t from, std::size_t to,
+                                       const LineMetrics& line);
 
 }  // namespace dravik::engine
