@@ -1,9 +1,9 @@
 # Installs Debian packages that are missing. Sourced by ./run and ./test.
 
-build_packages=(g++ cmake ninja-build libcli11-dev qt6-base-dev qt6-image-formats-plugins qt6-wayland libgl-dev fonts-dejavu-core)
+build_packages=(g++ cmake ninja-build libcli11-dev qt6-base-dev qt6-image-formats-plugins qt6-wayland libgl-dev pkg-config libaravis-dev libusb-1.0-0-dev fonts-dejavu-core)
 windows_packages=(cmake ninja-build libcli11-dev googletest g++-mingw-w64-x86-64-posix g++-mingw-w64-i686-posix mingw-w64-tools libwine-dev wine64
     xvfb xauth wixl msitools zip)
-test_packages=(clang-format clang-tidy libgtest-dev libgmock-dev libpng-dev mandoc unzip "${windows_packages[@]}")
+test_packages=(aravis-tools clang-format clang-tidy libgtest-dev libgmock-dev libpng-dev mandoc unzip "${windows_packages[@]}")
 
 # install_packages NAME... : does nothing, quickly, when all are there.
 install_packages() {

@@ -1,0 +1,143 @@
+#include "camera/aravis/AravisCamera.h"
+
+#include <gtest/gtest.h>
+#include <signal.h>
+#include <spawn.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <chrono>
+#include <string>
+#include <thread>
+
+extern char** environ;
+
+namespace dravik::test {
+namespace {
+
+using namespace std::chrono_literals;
+using camera::AravisCamera;
+using camera::CameraState;
+
+// The library's own camera, a program that answers on the loopback interface as one in the network does.
+class FakeCamera {
+  public:
+    explicit FakeCamera(std::string serial) : serial_(std::move(serial)) { start(); }
+    FakeCamera(const FakeCamera&) = delete;
+    FakeCamera& operator=(const FakeCamera&) = delete;
+    ~FakeCamera() { stop(); }
+
+    void start() {
+        const char* arguments[] = {"arv-fake-gv-camera-0.8", "-i",   "127.0.0.1", "-s",
+                                   serial_.c_str(),          nullptr};
+        ASSERT_EQ(posix_spawnp(&process_, arguments[0], nullptr, nullptr, const_cast<char* const*>(arguments),
+                               environ),
+                  0)
+            << "the package aravis-tools is missing";
+    }
+    // As when the cable is pulled.
+    void stop() {
+        if (process_ <= 0) return;
+        kill(process_, SIGKILL);
+        waitpid(process_, nullptr, 0);
+        process_ = 0;
+    }
+
+  private:
+    std::string serial_;
+    pid_t process_ = 0;
+};
+
+template <class Condition>
+bool within(std::chrono::seconds limit, Condition condition) {
+    const auto end = std::chrono::steady_clock::now() + limit;
+    while (!condition()) {
+        if (std::chrono::steady_clock::now() > end) return false;
+        std::this_thread::sleep_for(5ms);
+    }
+    return true;
+}
+
+std::string identifierOf(AravisCamera& camera, const std::string& serial) {
+    std::string identifier;
+    within(20s, [&] {
+        if (!camera.state().searching) {
+            const auto found = camera.found();
+            const auto one =
+                std::find_if(found.begin(), found.end(), [&](auto& each) { return each.serial == serial; });
+            if (one != found.end()) {
+                identifier = one->identifier;
+                return true;
+            }
+            camera.search();
+        }
+        return false;
+    });
+    return identifier;
+}
+
+TEST(AravisCamera, IsFoundLiveAdjustedTriggeredLostAndBack) {
+    const std::string serial = "DRAVIK" + std::to_string(getpid());
+    FakeCamera fake(serial);
+    AravisCamera camera;
+    const std::string identifier = identifierOf(camera, serial);
+    ASSERT_NE(identifier, "") << "the camera does not answer on the loopback interface";
+
+    camera.open(identifier, {.exposure = 5000.0});
+    std::shared_ptr<const engine::GreyImage> image;
+    ASSERT_TRUE(within(20s, [&] { return (image = camera.takeImage()) != nullptr; }))
+        << camera.state().problem;
+    EXPECT_GT(image->width() * image->height(), 10000);
+    const auto row = image->row(image->height() / 2);
+    EXPECT_NE(*std::min_element(row.begin(), row.end()), *std::max_element(row.begin(), row.end()));
+    CameraState state = camera.state();
+    EXPECT_EQ(state.phase, CameraState::Phase::Live);
+    ASSERT_TRUE(state.exposure);
+    EXPECT_NEAR(state.exposure->value, 5000, 1);
+
+    camera.apply({.exposure = 1e12, .gain = -1e12});
+    ASSERT_TRUE(within(10s, [&] {
+        state = camera.state();
+        return state.exposure->value == state.exposure->most;
+    }));
+    EXPECT_EQ(state.gain->value, state.gain->least);
+
+    // One image for each software trigger, none without.
+    camera.apply({.exposure = 5000.0, .trigger = camera::Trigger::Software});
+    ASSERT_TRUE(within(10s, [&] {
+        camera.takeImage();
+        std::this_thread::sleep_for(500ms);
+        return !camera.takeImage();
+    }));
+    const auto before = camera.state().images;
+    camera.trigger();
+    ASSERT_TRUE(within(10s, [&] { return camera.takeImage() != nullptr; })) << camera.state().problem;
+    std::this_thread::sleep_for(300ms);
+    EXPECT_EQ(camera.state().images, before + 1);
+    camera.apply({.exposure = 5000.0});
+
+    fake.stop();
+    ASSERT_TRUE(within(30s, [&] { return camera.state().phase == CameraState::Phase::Lost; }));
+    EXPECT_NE(camera.state().problem, "");
+    camera.takeImage();
+    fake.start();
+    EXPECT_TRUE(within(30s, [&] { return camera.takeImage() != nullptr; })) << camera.state().problem;
+    EXPECT_EQ(camera.state().phase, CameraState::Phase::Live);
+
+    camera.close();
+    EXPECT_EQ(camera.state().phase, CameraState::Phase::Closed);
+    std::this_thread::sleep_for(200ms);
+    EXPECT_FALSE(camera.takeImage());
+}
+
+TEST(AravisCamera, OneThatIsNotThereIsToldAndLetGoAtOnce) {
+    AravisCamera camera;
+    camera.open("Nobody-0000", {});
+    ASSERT_TRUE(within(30s, [&] { return camera.state().problem != ""; }));
+    EXPECT_EQ(camera.state().phase, CameraState::Phase::Connecting);
+    camera.close();
+}
+
+}  // namespace
+}  // namespace dravik::test
