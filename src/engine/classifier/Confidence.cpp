@@ -6,11 +6,11 @@
 namespace dravik::engine {
 namespace {
 
-constexpr EvidenceTerms kWeights = {2.654, 0.234, -0.241, 0.943, -0.491, -3.054, 1};
+constexpr EvidenceTerms kWeights = {2.654, 0.234, -0.241, 0.943, -0.491, -3.054, 0.7};
 // Beyond these odds the network says no more than that it is sure.
 constexpr double kLeastDoubt = 1e-4;
 // What the base recogniser says cannot outweigh samples that are clear.
-constexpr double kLeastPrior = 0.02;
+constexpr double kLeastPrior = 0.05;
 
 }  // namespace
 
