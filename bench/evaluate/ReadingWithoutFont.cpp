@@ -45,12 +45,14 @@ std::vector<std::string> textOf(const std::vector<SuggestedCharacter>& read) {
     return text;
 }
 
-// The text with those taken for one that many faces draw alike.
+// The text with the first of those that are drawn alike for all of them.
 std::vector<std::string> merged(std::vector<std::string> text) {
-    for (std::string& one : text) {
-        for (const char* group : {"0Oo", "Il1", "Cc", "Ss", "Vv", "Ww", "Xx", "Zz", "Uu", "Kk", "Pp", "-_"})
-            if (std::string(group).find(one) != std::string::npos) one = std::string(group, 1);
-    }
+    for (std::string& one : text)
+        for (const char other : kRecognisedCharacters)
+            if (areDrawnAlike(one, std::string(1, other))) {
+                one = other;
+                break;
+            }
     return text;
 }
 
@@ -71,7 +73,7 @@ struct Typing {
         const std::size_t place =
             static_cast<std::size_t>(random.whole(0, static_cast<int>(text.size()) - 1));
         const std::string before = text[place];
-        while (text[place] == before || merged({text[place]}) == merged({before}))
+        while (text[place] == before || areDrawnAlike(text[place], before))
             text[place] = std::string(1, random.of(std::string(kRecognisedCharacters)));
         ++wrong;
         const std::vector<std::size_t> places = disagreeing(text);

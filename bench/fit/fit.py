@@ -129,7 +129,7 @@ def fit(patches, labels, steps, check, report):
     others = [p for p in network.parameters() if p.dim() <= 1]
     optimiser = torch.optim.AdamW([{"params": decayed, "weight_decay": 0.01}, {"params": others, "weight_decay": 0}], lr=1e-3)
     rates = torch.optim.lr_scheduler.OneCycleLR(optimiser, max_lr=4e-3, total_steps=steps, pct_start=0.1)
-    order, at, total = torch.randperm(len(patches), generator=generator), 0, 0.0
+    order, at, losses = torch.randperm(len(patches), generator=generator), 0, []
     for step in range(steps):
         if at + BATCH > len(order):
             order, at = torch.randperm(len(patches), generator=generator), 0
@@ -141,13 +141,13 @@ def fit(patches, labels, steps, check, report):
         loss.backward()
         optimiser.step()
         rates.step()
-        total += loss.item()
+        losses.append(loss.item())
         if (step + 1) % report == 0 or step + 1 == steps:
             network.eval()
             with torch.no_grad():
                 layers = [(n, w.detach(), b.detach()) for n, w, b in network.layers()]
-            print(step + 1, round(total / report, 4), json.dumps(score(layers, *check)) if check else "", flush=True)
-            total = 0.0
+            print(step + 1, round(sum(losses) / len(losses), 4), json.dumps(score(layers, *check)) if check else "", flush=True)
+            losses = []
             network.train()
     network.eval()
     return [(n, w.detach(), b.detach()) for n, w, b in network.layers()]

@@ -149,8 +149,7 @@ TEST(BaseReader, ReadsPartsWithoutAFont) {
         for (std::size_t i = 0; i < read.size(); ++i) wrong += read[i] != image.text[i] ? 1 : 0;
     }
     EXPECT_EQ(images, 48);
-    EXPECT_LE(wrong, characters * 7 / 100) << "of " << characters;
-    std::printf("%d of %d wrong\n", wrong, characters);
+    EXPECT_LE(wrong, characters / 50) << "of " << characters;
 }
 
 TEST(BaseReader, NamesTheCharacterThatATextDoesNotGoWith) {
@@ -163,6 +162,13 @@ TEST(BaseReader, NamesTheCharacterThatATextDoesNotGoWith) {
         for (const CharacterLikelihood& one : compareWithText(found, text))
             doubted += one.disagrees() ? 1 : 0;
         const std::size_t place = text.size() / 2;
+        // What many faces draw alike is no mistake that can be seen.
+        for (const auto& [typed, printed] : {std::pair{"O", "0"}, {"l", "1"}, {"x", "X"}})
+            if (text[place] == printed) {
+                std::vector<std::string> alike = text;
+                alike[place] = typed;
+                EXPECT_FALSE(compareWithText(found, alike)[place].disagrees());
+            }
         text[place] = text[place] == "M" ? "8" : "M";
         const std::vector<CharacterLikelihood> compared = compareWithText(found, text);
         ASSERT_EQ(compared.size(), text.size());
@@ -173,7 +179,7 @@ TEST(BaseReader, NamesTheCharacterThatATextDoesNotGoWith) {
         text.pop_back();
         EXPECT_TRUE(compareWithText(found, text).empty());
     }
-    EXPECT_LE(doubted, 3);
+    EXPECT_EQ(doubted, 0);
     EXPECT_GE(named, images * 9 / 10);
 }
 

@@ -17,7 +17,7 @@ namespace {
 constexpr double kWorthNaming = 0.01;
 constexpr std::size_t kMostAlternatives = 6;
 // An expected character of less likelihood is a mistake where another has more than the second.
-constexpr double kHardlyExpected = 0.01, kClearlyOther = 0.9;
+constexpr double kHardlyExpected = 0.02, kClearlyOther = 0.8;
 // A character counts for a view by how much likelier it is a whole one than this, at most as much as the
 // second says; measured on generated part images.
 constexpr double kUsuallyWhole = 0.5, kLeastWhole = 0.02, kViewWeight = 0.6;
@@ -38,8 +38,10 @@ double trust(const std::vector<ReadPiece>& line) {
 
 enum class Pieces { AsFound, Likeliest };
 
-// All lines, each in the size that suits it.
-std::vector<ReadLine> linesOf(const Segmentation& found, Pieces how) {
+// All lines, each in the size that suits it: `value` says how well a line goes in a size, its first
+// character's number being the second argument.
+template <typename Value>
+std::vector<ReadLine> linesOf(const Segmentation& found, Pieces how, Value value) {
     std::vector<ReadLine> result;
     for (std::size_t from = 0; from < found.glyphs.size();) {
         std::size_t to = from;
@@ -57,12 +59,16 @@ std::vector<ReadLine> linesOf(const Segmentation& found, Pieces how) {
         if (const std::optional<OtherSize> other = otherSize(found.lines, line)) {
             line.capHeight = other->capHeight;
             std::vector<ReadPiece> smaller = readAs(line);
-            if (trust(smaller) - other->doubt > trust(best)) best = std::move(smaller);
+            if (value(smaller, from) - other->doubt > value(best, from)) best = std::move(smaller);
         }
         result.push_back({found.glyphs[from].line, std::move(best)});
         from = to;
     }
     return result;
+}
+
+std::vector<ReadLine> linesOf(const Segmentation& found, Pieces how) {
+    return linesOf(found, how, [](const std::vector<ReadPiece>& line, std::size_t) { return trust(line); });
 }
 
 SuggestedCharacter suggestion(const PatchLikelihoods& of, std::size_t best) {
@@ -115,7 +121,8 @@ double wholeness(const std::vector<ReadLine>& lines) {
 }  // namespace
 
 bool CharacterLikelihood::disagrees() const {
-    return isKnown && likelihood < kHardlyExpected && likeliest.likelihood > kClearlyOther;
+    return isKnown && likelihood < kHardlyExpected && likeliest.likelihood > kClearlyOther &&
+           !areDrawnAlike(expected, likeliest.character);
 }
 
 std::vector<SuggestedCharacter> readWithoutFont(const Segmentation& found, Context context) {
@@ -146,7 +153,14 @@ std::vector<CharacterLikelihood> compareWithText(const Segmentation& found,
                                                  std::span<const std::string> text) {
     if (text.size() != found.glyphs.size()) return {};
     std::vector<CharacterLikelihood> result;
-    for (const ReadLine& line : linesOf(found, Pieces::AsFound))
+    const auto agreement = [&](const std::vector<ReadPiece>& line, std::size_t from) {
+        double sum = 0;
+        for (const ReadPiece& one : line)
+            if (const std::optional<std::size_t> place = recognisedPlace(text[from++]))
+                sum += std::max(std::log(kLeastWhole), static_cast<double>(one.likelihoods[*place]));
+        return sum;
+    };
+    for (const ReadLine& line : linesOf(found, Pieces::AsFound, agreement))
         for (const ReadPiece& read : line.pieces) {
             const PatchLikelihoods& of = read.likelihoods;
             CharacterLikelihood& one = result.emplace_back();

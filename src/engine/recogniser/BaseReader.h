@@ -37,7 +37,8 @@ struct CharacterLikelihood {
     Alternative likeliest;
     bool isKnown = false;
 
-    // Whether another character is so much likelier that the expected one is probably a mistake.
+    // Whether another character is so much likelier that the expected one is probably a mistake. Never
+    // between those that many faces draw alike, as O and 0.
     bool disagrees() const;
 };
 
