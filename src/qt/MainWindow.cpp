@@ -1,14 +1,20 @@
 #include "qt/MainWindow.h"
 
+#include <QApplication>
 #include <QCloseEvent>
+#include <QCoreApplication>
+#include <QDesktopServices>
+#include <QDir>
 #include <QDragEnterEvent>
 #include <QFileDialog>
+#include <QFileInfo>
 #include <QMenuBar>
 #include <QMimeData>
 #include <QScrollArea>
 #include <QScrollBar>
 #include <QSettings>
 #include <QSplitter>
+#include <QUrl>
 
 #include "qt/FormPage.h"
 #include "qt/Guard.h"
@@ -102,12 +108,26 @@ std::vector<std::string> MainWindow::choosePaths(const trainer::FileQuestion& qu
     return paths;
 }
 
+std::string MainWindow::chooseNewFile(const trainer::FileQuestion& question) {
+    QWidget* over = QApplication::activeModalWidget();
+    const QString folder = qtText(question.folder.empty() ? keptFolder() : question.folder);
+    return utf8(QFileDialog::getSaveFileName(over ? over : this, qtText(question.title),
+                                             QDir(folder).filePath(qtText(question.fileName)),
+                                             filterText(question.filters)));
+}
+
 std::string MainWindow::keptFolder() const {
     return utf8(QSettings().value(QLatin1String(kFolderKey)).toString());
 }
 
 void MainWindow::keepFolder(const std::string& folder) {
     QSettings().setValue(QLatin1String(kFolderKey), qtText(folder));
+}
+
+bool MainWindow::showGuide() {
+    const QFileInfo guide(QCoreApplication::applicationDirPath() +
+                          QStringLiteral("/../share/doc/dravik-trainer/html/operator-guide.html"));
+    return guide.exists() && QDesktopServices::openUrl(QUrl::fromLocalFile(guide.canonicalFilePath()));
 }
 
 void MainWindow::restore() {
@@ -128,7 +148,7 @@ void MainWindow::remember() {
 void MainWindow::closeEvent(QCloseEvent* event) {
     if (!model_.hasEnded()) {
         remember();
-        guarded([&] { model_.end(); });
+        if (guarded([&] { model_.close(); }) && !model_.hasEnded()) return event->ignore();
         page_->detach();
     }
     event->accept();

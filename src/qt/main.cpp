@@ -1,6 +1,7 @@
 // dravik-trainer: the commands, or the window.
 #include <QApplication>
 #include <QCoreApplication>
+#include <QIcon>
 #include <algorithm>
 #include <iostream>
 #include <memory>
@@ -14,6 +15,7 @@
 
 #include "base/Failure.h"
 #include "qt/Display.h"
+#include "qt/EndSignals.h"
 #include "qt/MainWindow.h"
 #include "qt/QtImage.h"
 #include "qt/QtPlatform.h"
@@ -51,11 +53,16 @@ bool mayBeForQt(const trainer::CommandLine& line, int argc, char** argv) {
 }
 
 int runWindow(const trainer::WindowOptions& options) {
+    // The desktop's entry of an installed program, and its icon.
+    QGuiApplication::setDesktopFileName(QLatin1String(trainer::kProgram));
+    QApplication::setWindowIcon(QIcon::fromTheme(QLatin1String(trainer::kProgram)));
     useTheme(options.theme == "dark" ? Theme::Dark : options.theme == "light" ? Theme::Light : Theme::System);
     QtPlatform platform;
     trainer::Trainer trainer(platform, options.folder, decodeImageFile, true);
     MainWindow window(trainer, platform);
     platform.setMainWindow(&window);
+    const EndSignals signals([&window] { window.remember(); });
+    trainer.setPatience(trainer::kPatience);
     window.show();
     if (!options.paths.empty()) window.open(options.paths);
     return QApplication::exec();

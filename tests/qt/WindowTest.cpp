@@ -1,10 +1,14 @@
 // The program's window as a whole: a font is made, taught, learnt, saved and reads, all through what the
 // operator sees.
 #include <QAction>
+#include <QCoreApplication>
+#include <QDesktopServices>
+#include <QDir>
 #include <QDragEnterEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QListView>
+#include <QListWidget>
 #include <QMessageBox>
 #include <QMimeData>
 #include <QPushButton>
@@ -74,7 +78,8 @@ TEST_F(WindowTest, TeachesLearnsSavesAndReads) {
     EXPECT_FALSE(action("fontSave").isEnabled());
     EXPECT_TRUE(action("fontLearn").isEnabled());
 
-    // A changed font: the title says so, and closing asks; No leaves the file as it was.
+    // A changed font: the title says so, and closing asks. Cancel and Escape stay; what is discarded leaves
+    // the file as it was.
     view<QLineEdit>("txtSampleInput").setFocus();
     QTest::keyClicks(&view("txtSampleInput"), "EXP2026/07/26");
     QTest::keyClick(&view("txtSampleInput"), Qt::Key_Return);
@@ -88,12 +93,25 @@ TEST_F(WindowTest, TeachesLearnsSavesAndReads) {
     };
     EXPECT_EQ(childForms(), 1);
     DialogScript script;
-    script.expect("messageBox", [&](QWidget& box) {
-        EXPECT_EQ(box.windowTitle(), "Font Changed");
-        EXPECT_EQ(childForms(), 1) << "the child form is still open while the question is asked";
-        static_cast<QMessageBox&>(box).button(QMessageBox::No)->click();
+    script.expect("closingFormWindow",
+                  [&](QWidget& form) { QTest::keyClick(form.focusWidget(), Qt::Key_Escape); });
+    EXPECT_FALSE(window.close());
+    EXPECT_TRUE(script.finished());
+    EXPECT_EQ(childForms(), 1) << "the child form is still open";
+    QApplication::setActiveWindow(&window);
+    view("txtSampleInput").setFocus();
+    QTest::keyClick(&view("txtSampleInput"), Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_EQ(window.windowTitle(), "demo* - Dravik Trainer") << "it is the typing that it takes back there";
+    view("partView").setFocus();
+    QTest::keyClick(&view("partView"), Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_EQ(window.windowTitle(), "demo - Dravik Trainer");
+    EXPECT_EQ(action("redo").text(), "&Redo include of 13 samples");
+    action("redo").trigger();
+    script.expect("closingFormWindow", [&](QWidget& form) {
+        EXPECT_EQ(form.findChild<QListWidget*>("lbFonts")->item(0)->text(), "demo");
+        form.findChild<QPushButton*>("cmdDiscard")->click();
     });
-    window.close();
+    EXPECT_TRUE(window.close());
     EXPECT_TRUE(script.finished());
     EXPECT_FALSE(window.isVisible());
     EXPECT_EQ(childForms(), 0);
@@ -206,5 +224,33 @@ TEST_F(WindowTest, ASmallWindowShowsEverythingThatMatters) {
     EXPECT_GT(view("partView").width(), 330);
 }
 
+// Takes the pages that the system's browser would be given.
+class Browser : public QObject {
+    Q_OBJECT
+  public:
+    Browser() { QDesktopServices::setUrlHandler(QStringLiteral("file"), this, "show"); }
+    ~Browser() override { QDesktopServices::unsetUrlHandler(QStringLiteral("file")); }
+    QList<QUrl> shown;
+
+  public Q_SLOTS:
+    void show(const QUrl& url) { shown << url; }
+};
+
+// Where the package has the guide, seen from the program.
+TEST_F(WindowTest, HelpShowsTheInstalledGuide) {
+    Browser browser;
+    const QDir share(QCoreApplication::applicationDirPath() + "/../share");
+    ASSERT_FALSE(share.exists());
+    ASSERT_TRUE(QDir().mkpath(share.filePath("doc/dravik-trainer/html")));
+    const QString guide = share.filePath("doc/dravik-trainer/html/operator-guide.html");
+    QFile(guide).open(QIODevice::WriteOnly);
+    action("guide").trigger();
+    QDir(share).removeRecursively();
+    ASSERT_EQ(browser.shown.size(), 1);
+    EXPECT_EQ(browser.shown[0].toLocalFile(), QDir::cleanPath(guide));
+}
+
 }  // namespace
 }  // namespace dravik
+
+#include "WindowTest.moc"

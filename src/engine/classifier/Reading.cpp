@@ -4,6 +4,7 @@
 #include <cmath>
 #include <optional>
 #include <string_view>
+#include <utility>
 
 #include "base/Text.h"
 #include "engine/recogniser/BaseNetwork.h"
@@ -41,7 +42,7 @@ double priorOf(const PatchLikelihoods& base, std::int32_t code) {
 // Of the characters that the network or the base recogniser takes for possible, the one that all make surest.
 Recognition surest(const Network& network, const SampleInputs& inputs, std::span<const float> outputs,
                    const DistanceMeasure& measure, const PatchLikelihoods& base) {
-    Recognition best;
+    Recognition result;
     double most = -1;
     const float likeliest = *std::max_element(outputs.begin(), outputs.end());
     for (std::size_t i = 0; i < outputs.size(); ++i) {
@@ -49,18 +50,21 @@ Recognition surest(const Network& network, const SampleInputs& inputs, std::span
         const double prior = priorOf(base, code);
         if (outputs[i] < std::min(likeliest, kWorthComparing) && prior <= kWorthComparingPrior) continue;
         const Evidence evidence{static_cast<double>(outputs[i]), measure.nearness(inputs, code), prior};
+        CharacterEvidence candidate{code, evidence};
+        const bool first = most < 0;
         if (const double sure = confidence(evidence); sure > most) {
             most = sure;
-            best = {code, evidence};
+            std::swap(result.best, candidate);
         }
+        if (!first) result.others.push_back(candidate);
     }
-    return best;
+    return result;
 }
 
 std::vector<PlacedRecognition> readIn(const Segmentation& view, const Network& network,
-                                      const DistanceMeasure& measure) {
+                                      const DistanceMeasure& measure, const std::stop_token& stop) {
     std::vector<PlacedRecognition> result;
-    const std::vector<Recognition> read = recognize(view, network, measure);
+    const std::vector<Recognition> read = recognize(view, network, measure, stop);
     for (std::size_t i = 0; i < read.size(); ++i)
         result.push_back({view.place(view.glyphs[i]), view.glyphs[i].line, read[i]});
     return result;
@@ -71,7 +75,7 @@ std::vector<PlacedRecognition> readIn(const Segmentation& view, const Network& n
 double familiarity(const std::vector<PlacedRecognition>& reading) {
     double sum = 0;
     for (const PlacedRecognition& one : reading)
-        sum += std::log(std::max(kUnknown, confidence(one.read.evidence)) / kFamiliar);
+        sum += std::log(std::max(kUnknown, confidence(one.read.best.evidence)) / kFamiliar);
     return kFontWeight * sum;
 }
 
@@ -100,18 +104,19 @@ std::vector<SampleInputs> allInputs(const Segmentation& found, std::span<const s
 }
 
 std::vector<Recognition> recognize(const Segmentation& found, const Network& network,
-                                   const DistanceMeasure& measure) {
+                                   const DistanceMeasure& measure, const std::stop_token& stop) {
     std::vector<Recognition> result;
     if (network.empty()) return result;
     std::vector<float> outputs(network.codes.size());
     const auto readAs = [&](std::size_t from, std::size_t to, const LineMetrics& line) {
         LineReading reading;
         const std::vector<PatchLikelihoods> base = lineLikelihoods(found, from, to, line);
-        for (std::size_t i = from; i < to; ++i) {
+        for (std::size_t i = from; i < to && !stop.stop_requested(); ++i) {
             const SampleInputs inputs = glyphInputs(found, found.glyphs[i], line);
             network.run(inputs, outputs);
             reading.characters.push_back(surest(network, inputs, outputs, measure, base[i - from]));
-            reading.trust += std::log(std::max(kLeastTrust, confidence(reading.characters.back().evidence)));
+            reading.trust +=
+                std::log(std::max(kLeastTrust, confidence(reading.characters.back().best.evidence)));
         }
         return reading;
     };
@@ -132,14 +137,16 @@ std::vector<Recognition> recognize(const Segmentation& found, const Network& net
 }
 
 std::vector<PlacedRecognition> readImage(const GreyImage& image, const Segmentation& found,
-                                         const Network& network, const DistanceMeasure& measure) {
-    std::vector<PlacedRecognition> best = readIn(found, network, measure);
+                                         const Network& network, const DistanceMeasure& measure,
+                                         const std::stop_token& stop) {
+    std::vector<PlacedRecognition> best = readIn(found, network, measure, stop);
     double most = familiarity(best);
     const std::size_t characters = found.glyphs.size();
     for (const OtherView& view : found.others) {
+        if (stop.stop_requested()) break;
         if (view.characters + kMostDifferent < characters || characters + kMostDifferent < view.characters)
             continue;
-        std::vector<PlacedRecognition> other = readIn(segment(image, view), network, measure);
+        std::vector<PlacedRecognition> other = readIn(segment(image, view), network, measure, stop);
         if (const double value = view.odds + familiarity(other); value > most) {
             most = value;
             best = std::move(other);

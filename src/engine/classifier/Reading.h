@@ -2,6 +2,7 @@
 #pragma once
 
 #include <span>
+#include <stop_token>
 #include <string>
 #include <vector>
 
@@ -16,15 +17,21 @@ namespace dravik::engine {
 // known: it decides whether characters of one height are capitals or small letters.
 std::vector<SampleInputs> allInputs(const Segmentation& found, std::span<const std::string> text);
 
-// What one found character is taken for, and what speaks for it.
-struct Recognition {
+// A character that a found one may be, and what speaks for it.
+struct CharacterEvidence {
     std::int32_t code = 0;
     Evidence evidence;
 };
 
+// What one found character is taken for, and what else was thought possible.
+struct Recognition {
+    CharacterEvidence best;
+    std::vector<CharacterEvidence> others{};
+};
+
 // The trained characters that the found ones look most like, in their order; none when nothing was trained.
 std::vector<Recognition> recognize(const Segmentation& found, const Network& network,
-                                   const DistanceMeasure& measure);
+                                   const DistanceMeasure& measure, const std::stop_token& stop = {});
 
 // A character of an image as the font reads it, and where it stands.
 struct PlacedRecognition {
@@ -34,8 +41,10 @@ struct PlacedRecognition {
 };
 
 // All characters of an image in which `found` is what segment() finds. Where it can also be seen in other
-// ways, it is read in the one whose characters are most likely to be of the font.
+// ways, it is read in the one whose characters are most likely to be of the font. Ends early, with some or
+// none of them, once a stop is requested.
 std::vector<PlacedRecognition> readImage(const GreyImage& image, const Segmentation& found,
-                                         const Network& network, const DistanceMeasure& measure);
+                                         const Network& network, const DistanceMeasure& measure,
+                                         const std::stop_token& stop = {});
 
 }  // namespace dravik::engine

@@ -1,8 +1,11 @@
 #include "windows/app/MainWindow.h"
 
+#include <shellapi.h>
+
 #include <algorithm>
 
 #include "windows/app/OpenDialogs.h"
+#include "windows/com/Module.h"
 #include "windows/win32/Guard.h"
 #include "windows/win32/Module.h"
 #include "windows/win32/Peer.h"
@@ -159,6 +162,11 @@ std::vector<std::string> MainWindow::choosePaths(const trainer::FileQuestion& qu
     return app::choosePaths(window(), question);
 }
 
+std::string MainWindow::chooseNewFile(const trainer::FileQuestion& question) {
+    const HWND over = GetActiveWindow();
+    return app::chooseNewFile(over ? over : window(), question);
+}
+
 std::string MainWindow::keptFolder() const {
     return win32::utf8(settings_.text(kFolder));
 }
@@ -167,10 +175,21 @@ void MainWindow::keepFolder(const std::string& folder) {
     settings_.setText(kFolder, win32::wide(folder));
 }
 
+bool MainWindow::showGuide() {
+    const std::wstring program = com::modulePath();
+    const std::wstring guide = program.substr(0, program.rfind(L'\\') + 1) + L"docs\\operator-guide.html";
+    return reinterpret_cast<INT_PTR>(
+               ShellExecuteW(window(), L"open", guide.c_str(), nullptr, nullptr, SW_SHOWNORMAL)) > 32;
+}
+
 void MainWindow::close() {
     if (!window() || !model_ || model_->hasEnded()) return;
     rememberPlace();
-    win32::guarded([this] { model_->end(); });
+    if (closing_) return;
+    closing_ = true;
+    const bool ends = !win32::guarded([this] { model_->close(); }) || model_->hasEnded();
+    closing_ = false;
+    if (!ends) return;
     page_->detach();
     DestroyWindow(window());
 }
@@ -244,6 +263,9 @@ LRESULT MainWindow::answer(UINT message, WPARAM wParam, LPARAM lParam) {
             return 0;
         case WM_QUERYENDSESSION:
             return TRUE;
+        case WM_ENDSESSION:  // unsaved changes are there again at the next start
+            if (wParam && model_) rememberPlace();
+            return 0;
         case WM_DESTROY:
             PostQuitMessage(0);
             return 0;
