@@ -2,7 +2,7 @@
 # Makes the weights of the base recogniser anew: installs the faces, makes patches of them, fits the network, and writes
 # src/engine/recogniser/BaseWeights.bin and the examples that its tests compare with.
 #
-#     tools/fit.sh                  about an hour and a half on 2 free cores
+#     tools/fit.sh                  some 45 minutes on 4 cores that others use too
 #     tools/fit.sh --small FOLDER   a fit too short to be good, of a few minutes, which leaves its weights in FOLDER
 #
 # On one machine the same sources, faces and packages give the same weights to the digit. Fitting takes two threads.
