@@ -12,7 +12,7 @@
 namespace dravik::engine {
 
 // What a character may be, and how likely that is, 0 to 1.
-struct Alternative {
+struct LikelyCharacter {
     std::string character;
     double likelihood = 0;
 };
@@ -21,11 +21,11 @@ struct Alternative {
 struct SuggestedCharacter {
     Region place;  // of the image
     int line = 0;
-    std::vector<Alternative>
-        alternatives;        // the one to take first; the others from the likeliest, none below 1 %
+    // The one to take first; then the others from the likeliest, none below 1 %.
+    std::vector<LikelyCharacter> alternatives;
     double noCharacter = 0;  // how likely it is a half, a double or dirt, 0 to 1
 
-    const Alternative& best() const { return alternatives.front(); }
+    const LikelyCharacter& best() const { return alternatives.front(); }
 };
 
 // How well one found character goes with the one that it is said to be.
@@ -34,7 +34,7 @@ struct CharacterLikelihood {
     // Of the expected character and of the likeliest one, 0 to 1; characters that are not recognised without
     // a font (see RecognisedCharacters.h) have no likelihood and count as one that nothing is known of.
     double likelihood = 0;
-    Alternative likeliest;
+    LikelyCharacter likeliest;
     bool isKnown = false;
 
     // Whether another character is so much likelier that the expected one is probably a mistake. Never
