@@ -125,6 +125,14 @@ EmbeddedTool::ReadingWork EmbeddedTool::readingWork() {
     };
 }
 
+std::vector<SuggestedCharacter> EmbeddedTool::suggest() {
+    return readWithoutFont(image(), *seen_.segmentation());
+}
+
+std::vector<CharacterLikelihood> EmbeddedTool::compare(const std::string& expectedText) {
+    return compareWithText(*seen_.segmentation(), characters(expectedText));
+}
+
 std::optional<std::string> EmbeddedTool::currentFont() const {
     const WorkingCopy* font = fonts_->current();
     return font ? std::optional(font->name()) : std::nullopt;
