@@ -11,16 +11,12 @@ constexpr EvidenceTerms kWeights = {2.654, 0.234, -0.241, 0.943, -0.491, -3.054,
 constexpr double kLeastDoubt = 1e-4;
 // What the base recogniser says cannot outweigh samples that are clear.
 constexpr double kLeastPrior = 0.05;
-// The prior weighs twice as much beside so many samples of a character than beside very many.
-constexpr double kFewSamples = 2;
 
 }  // namespace
 
 EvidenceTerms evidenceTerms(const Evidence& evidence) {
     const double sure = std::clamp(evidence.likelihood, kLeastDoubt, 1 - kLeastDoubt);
     const double prior = std::clamp(evidence.prior, kLeastPrior, 1 - kLeastPrior);
-    const double few =
-        1 + kFewSamples / static_cast<double>(std::max<std::size_t>(1, evidence.nearness.samples));
     const double own = static_cast<double>(evidence.nearness.own) + 1,
                  other = static_cast<double>(evidence.nearness.other) + 1;
     return {1,
@@ -29,7 +25,7 @@ EvidenceTerms evidenceTerms(const Evidence& evidence) {
             std::log(other / own),
             std::max(0.0, std::log(own / 100)),
             std::max(0.0, std::log(own / 300)),
-            few * std::log(prior / (1 - prior))};
+            std::log(prior / (1 - prior))};
 }
 
 double confidence(const Evidence& evidence) {

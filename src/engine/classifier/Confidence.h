@@ -20,8 +20,7 @@ struct Evidence {
 };
 
 // What the regression is made on: 1, the log odds of the likelihood, how near the character's own samples are
-// and how much nearer than others', as logarithms, and the log odds of the prior, more of them the fewer
-// samples the character has.
+// and how much nearer than others', as logarithms, and the log odds of the prior.
 using EvidenceTerms = std::array<double, 7>;
 EvidenceTerms evidenceTerms(const Evidence& evidence);
 

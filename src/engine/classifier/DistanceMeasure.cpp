@@ -131,8 +131,8 @@ DistanceMeasure::DistanceMeasure(const ClassStatistics& statistics, std::span<co
 }
 
 double DistanceMeasure::distance(const Sample& sample) const {
-    const Nearness near = nearness(sample.inputs, sample.code, sample.serial);
-    return near.own + near.other > 0 ? static_cast<double>(near.own / (near.own + near.other)) : 0.5;
+    const auto [own, other] = nearness(sample.inputs, sample.code, sample.serial);
+    return own + other > 0 ? static_cast<double>(own / (own + other)) : 0.5;
 }
 
 DistanceMeasure::Nearness DistanceMeasure::nearness(const SampleInputs& inputs, std::int32_t code,
@@ -160,13 +160,11 @@ DistanceMeasure::Nearness DistanceMeasure::nearness(const SampleInputs& inputs, 
     };
 
     float own = kUsualOwn, other = kUsualOther;
-    std::size_t samples = 0;
     std::array<std::pair<float, const Rows*>, kOthers> others{};
     std::size_t found = 0;
     for (std::size_t c = 0; c < classes_.size(); ++c) {
         if (classes_[c].code == code) {
             own = toRows(classes_[c], true, kUsualOwn);
-            samples = classes_[c].count;
             continue;
         }
         std::pair<float, const Rows*> coming(squaredDistance(place.data(), &means_[c * kPadded]),
@@ -178,7 +176,7 @@ DistanceMeasure::Nearness DistanceMeasure::nearness(const SampleInputs& inputs, 
     if (found > 0) other = std::numeric_limits<float>::max();
     for (std::size_t i = 0; i < found; ++i)
         other = std::min(other, toRows(*others[i].second, false, kUsualOther));
-    return {own, other, samples};
+    return {own, other};
 }
 
 }  // namespace dravik::engine

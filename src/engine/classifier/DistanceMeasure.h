@@ -57,7 +57,6 @@ class DistanceMeasure {
     struct Nearness {
         float own = 0;
         float other = 0;
-        std::size_t samples = 0;  // of the character itself
     };
     // Of inputs that are no sample, taken for the character of that code.
     Nearness nearness(const SampleInputs& inputs, std::int32_t code) const {
