@@ -105,6 +105,14 @@ std::vector<ReadCharacter> EmbeddedTool::read() {
     return readingWork()({});
 }
 
+FontReader EmbeddedTool::reader() {
+    settle();
+    const FontState& font = fonts_->state();
+    return FontReader(
+        font.training->network,
+        DistanceMeasure(font.samples.statistics(), font.samples.columns(SampleKind::Committed)->samples));
+}
+
 EmbeddedTool::ReadingWork EmbeddedTool::readingWork() {
     settle();
     const FontState& font = fonts_->state();
