@@ -1,6 +1,6 @@
-// An operator mistyped characters in some includes, so that the font reads badly; finds the wrong samples in
-// the histograms, deletes them by their Distance, learns again and reads better. On the shipped parts, by the
-// events of the screen's controls alone.
+// An operator mistyped characters in some includes, so that the font has wrong samples; finds the wrong
+// samples in the histograms, deletes them by their Distance, learns again and reads no worse. On the shipped
+// parts, by the events of the screen's controls alone.
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -181,7 +181,7 @@ class Operator {
     int deletions = 0;
 };
 
-TEST(OutlierStory, WrongLabelsAreFoundByThresholdAndDeletedByBin) {
+TEST(OutlierStory, WrongLabelsAreFoundByThresholdDeletedByBinAndTheFontReadsNoWorse) {
     // Each a key beside the right one.
     const std::vector<Mistake> mistakes = {
         {"hack", "B", "V"},    {"hack", "E", "R"},    {"hack", "5", "T"},    {"incons", "A", "S"},
