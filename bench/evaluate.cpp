@@ -6,6 +6,8 @@
 //         the same with other folders, for instance those of dravik_generate
 //     dravik_evaluate count [-v] FOLDER...
 //         images with the exact number of characters, by tier and kind; -v names the others
+//     dravik_evaluate scenes [-v] FOLDER...
+//         the same of pictures of whole parts, by what stands beside the print
 //     dravik_evaluate fit cuts|joins|print|choice|shapes FOLDER...
 //         fits the weights that cut touching characters, join parts, drop dirt, or choose the segmentation
 //     dravik_evaluate shared FOLDER
@@ -29,6 +31,10 @@ int main(int argc, char** argv) {
             const bool verbose = arguments[1] == "-v";
             for (std::size_t i = verbose ? 2 : 1; i < arguments.size(); ++i)
                 dravik::countFolder(arguments[i], verbose);
+        } else if (what == "scenes" && arguments.size() > 1) {
+            const bool verbose = arguments[1] == "-v";
+            for (std::size_t i = verbose ? 2 : 1; i < arguments.size(); ++i)
+                dravik::countScenes(arguments[i], verbose);
         } else if (what == "fit" && arguments.size() > 2 &&
                    (arguments[1] == "cuts" || arguments[1] == "joins" || arguments[1] == "print" ||
                     arguments[1] == "choice" || arguments[1] == "shapes")) {
@@ -46,7 +52,8 @@ int main(int argc, char** argv) {
                              arguments.size() == 3 ? arguments[2] : parts + "rendered_lines");
         } else {
             std::fprintf(stderr,
-                         "usage: dravik_evaluate [read CHARSETS LINES | count [-v] FOLDER... | fit "
+                         "usage: dravik_evaluate [read CHARSETS LINES | count [-v] FOLDER... | scenes [-v] "
+                         "FOLDER... | fit "
                          "cuts|joins|print|choice|shapes FOLDER... | shared FOLDER]\n");
             return 2;
         }

@@ -2,14 +2,17 @@
 
 #include <algorithm>
 #include <cstdio>
+#include <ctime>
 #include <fstream>
 #include <map>
+#include <memory>
 #include <set>
 #include <sstream>
 #include <vector>
 
 #include "engine/LabelledImages.h"
 #include "engine/PngFile.h"
+#include "engine/scene/Scene.h"
 #include "engine/segmentation/Segmentation.h"
 #include "evaluate/PlainPeer.h"
 
@@ -131,6 +134,40 @@ void countShared(const std::string& folder) {
     countDigits(folder + "/printed_digits/mosaic.png");
     for (const std::string page : {"eurotext", "phototest"})
         countPage(page, folder + "/scans/" + page + ".png", folder + "/scans/" + page + ".txt");
+}
+
+void countScenes(const std::string& folder, bool verbose) {
+    const auto kindOf = kinds(folder);
+    Share all;
+    std::map<std::string, Share> byKind;
+    double seconds = 0;
+    for (const LabelledImage& image : labelledImages(folder)) {
+        const auto pixels = std::make_shared<GreyImage>(readPng(image.file));
+        const auto start = std::clock();
+        const Scene scene = findScene(pixels);
+        seconds += static_cast<double>(std::clock() - start) / CLOCKS_PER_SEC;
+        const std::size_t expected = characterCount(image.text);
+        const bool right = scene.characters() == expected;
+        all.add(right);
+        std::string kindText;
+        if (const auto kind = kindOf.find(image.name); kind != kindOf.end())
+            for (const std::string& one : kind->second) {
+                byKind[one].add(right);
+                kindText += " " + one;
+            }
+        if (verbose && !right) {
+            std::printf("    %s: %zu of %zu, lines", image.name.c_str(), scene.characters(), expected);
+            for (const ScenePart& part : scene.parts) {
+                std::printf(" %zu", part.found.glyphs.size());
+                if (part.found.lines.size() > 1) std::printf("(%zu)", part.found.lines.size());
+            }
+            std::printf("%s  %s\n", kindText.c_str(), image.text.c_str());
+        }
+    }
+    std::printf("%s: %.1f ms of processor time a picture\n", folder.c_str(),
+                1000 * seconds / std::max(1, all.all));
+    print("all", all);
+    for (const auto& [kind, share] : byKind) print("  " + kind, share);
 }
 
 }  // namespace dravik
