@@ -1,7 +1,6 @@
 #include "engine/scene/Scene.h"
 
 #include <algorithm>
-#include <array>
 #include <cmath>
 #include <span>
 #include <utility>
@@ -19,18 +18,6 @@ constexpr float kBesidePrint = 6, kAbovePrint = 1.8f;
 constexpr float kUpright = 0.05f;  // radians
 // A picture of more pixels in which no lines are found has none.
 constexpr std::int64_t kMostWithoutLines = 500'000;
-
-float levelAt(const GreyImage& image, float x, float y) {
-    const float u = std::clamp(x - 0.5f, 0.0f, static_cast<float>(image.width() - 1));
-    const float v = std::clamp(y - 0.5f, 0.0f, static_cast<float>(image.height() - 1));
-    const int c = std::min(static_cast<int>(u), std::max(0, image.width() - 2));
-    const int r = std::min(static_cast<int>(v), std::max(0, image.height() - 2));
-    const int right = std::min(c + 1, image.width() - 1), below = std::min(r + 1, image.height() - 1);
-    const float across = u - static_cast<float>(c), down = v - static_cast<float>(r);
-    const auto at = [&image](int column, int row) { return static_cast<float>(image(column, row)); };
-    return (at(c, r) * (1 - across) + at(right, r) * across) * (1 - down) +
-           (at(c, below) * (1 - across) + at(right, below) * across) * down;
-}
 
 // The background beyond a row or a column of pixels: what is least like print nearby.
 std::vector<float> background(std::span<const float> edge, int reach, bool dark) {
@@ -61,7 +48,7 @@ ScenePart uprightLine(const GreyImage& image, const TextLine& line) {
         const std::span<std::uint8_t> row = picture->row(y + room);
         for (int x = 0; x < inWidth; ++x) {
             const float a = along + static_cast<float>(x) + 0.5f, b = across + static_cast<float>(y) + 0.5f;
-            const float level = levelAt(image, a * c - b * s, a * s + b * c);
+            const float level = image.levelAt(a * c - b * s, a * s + b * c);
             row[static_cast<std::size_t>(x + room)] = static_cast<std::uint8_t>(level + 0.5f);
             if (y == 0) first[static_cast<std::size_t>(x)] = level;
             if (y == inHeight - 1) last[static_cast<std::size_t>(x)] = level;
@@ -115,57 +102,6 @@ bool fills(const GreyImage& image, std::span<const TextLine> lines) {
            std::max(top, static_cast<float>(image.height()) - bottom) < kAbovePrint * height;
 }
 
-float correlation(std::span<const float> a, std::span<const float> b) {
-    double sumA = 0, sumB = 0, squareA = 0, squareB = 0, product = 0;
-    const double count = static_cast<double>(a.size());
-    for (std::size_t i = 0; i < a.size(); ++i) {
-        sumA += a[i];
-        sumB += b[i];
-        squareA += a[i] * a[i];
-        squareB += b[i] * b[i];
-        product += a[i] * b[i];
-    }
-    const double spread = std::sqrt((squareA - sumA * sumA / count) * (squareB - sumB * sumB / count));
-    return spread > 0 ? static_cast<float>((product - sumA * sumB / count) / spread) : 0;
-}
-
-// Whether the line, which fills the picture but for `room`, looks the same all the way down, as bars do. A
-// text of I, l and 1 does so too, but its strokes are of one width and not so close.
-bool isBarred(const GreyImage& picture, const TextLine& line, int room) {
-    const int above = room + static_cast<int>(kAbove * line.height()), width = picture.width() - 2 * room;
-    const int band = std::max(1, static_cast<int>(0.2f * line.height()));
-    std::array<std::vector<float>, 3> means;
-    for (std::size_t k = 0; k < means.size(); ++k) {
-        const int first = above + static_cast<int>((0.15f + 0.25f * static_cast<float>(k)) * line.height());
-        means[k].assign(static_cast<std::size_t>(width), 0);
-        for (int y = first; y < std::min(first + band, picture.height()); ++y)
-            for (int x = 0; x < width; ++x)
-                means[k][static_cast<std::size_t>(x)] += static_cast<float>(picture(room + x, y));
-    }
-    const float alike = std::min(
-        {correlation(means[0], means[1]), correlation(means[1], means[2]), correlation(means[0], means[2])});
-    if (alike < 0.9f) return false;
-    const auto [low, high] = std::minmax_element(means[1].begin(), means[1].end());
-    const float middle = 0.5f * (*low + *high);
-    std::vector<float> bars;
-    float inBar = 0;
-    for (const float level : means[1]) {
-        if ((level < middle) == line.dark)
-            ++inBar;
-        else if (inBar > 0)
-            bars.push_back(std::exchange(inBar, 0.0f));
-    }
-    if (bars.size() < 4) return false;
-    float sum = 0, squares = 0;
-    for (const float bar : bars) {
-        sum += bar;
-        squares += bar * bar;
-    }
-    const float count = static_cast<float>(bars.size()), mean = sum / count;
-    const float spread = std::sqrt(std::max(0.0f, squares / count - mean * mean));
-    return spread > 0.3f * mean || static_cast<float>(width) < 0.25f * count * line.height();
-}
-
 }  // namespace
 
 Region ScenePart::place(const Glyph& glyph, int width, int height) const {
@@ -207,7 +143,6 @@ Scene findScene(std::shared_ptr<const GreyImage> image) {
     int number = 0;
     for (const TextLine& line : lines) {
         ScenePart part = uprightLine(*image, line);
-        if (isBarred(*part.picture, line, static_cast<int>(std::lround(kRoom * line.height())))) continue;
         part.found = segment(*part.picture);
         if (part.found.glyphs.empty()) continue;
         part.firstLine = number;
