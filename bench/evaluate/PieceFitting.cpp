@@ -124,8 +124,7 @@ using PrintCase = FitGroup<kPrintTraits>;
 
 void addPrintCases(std::vector<PrintCase>& cases, FoundPrint found) {
     CharacterDecisions decisions;
-    for (LinePieces& line : found.lines)
-        line.pieces = lineCharacters(std::move(line), found.frame, decisions);
+    for (LinePieces& line : found.lines) tellCharactersApart(line, found.frame, decisions);
     const auto traits = printTraits(found.lines, found.ink, found.seen, found.look);
     const float room = 0.1f * found.capHeight;
     for (std::size_t l = 0; l < found.lines.size(); ++l)

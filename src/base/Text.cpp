@@ -26,6 +26,52 @@ std::string mapped(std::string_view text, Map map) {
     return result;
 }
 
+// Small letters whose capitals stand `distance` before them: every one from first to last, or with a step of
+// 2 every second one, its capital between.
+struct SmallLetters {
+    std::int32_t first;
+    std::int32_t last;
+    std::int32_t distance;
+    std::int32_t step = 1;
+
+    constexpr bool have(std::int32_t code) const {
+        return first <= code && code <= last && (code - first) % step == 0;
+    }
+};
+
+constexpr SmallLetters kSmallLetters[] = {
+    // Latin
+    {'a', 'z', 32},
+    {0xE0, 0xF6, 32},
+    {0xF8, 0xFE, 32},
+    {0xFF, 0xFF, -121},
+    {0x101, 0x12F, 1, 2},
+    {0x133, 0x137, 1, 2},
+    {0x13A, 0x148, 1, 2},
+    {0x14B, 0x177, 1, 2},
+    {0x17A, 0x17E, 1, 2},
+    {0x1E01, 0x1E95, 1, 2},
+    {0x1EA1, 0x1EFF, 1, 2},
+    // Greek
+    {0x3AC, 0x3AC, 38},
+    {0x3AD, 0x3AF, 37},
+    {0x3B1, 0x3C1, 32},
+    {0x3C3, 0x3CB, 32},
+    {0x3CC, 0x3CC, 64},
+    {0x3CD, 0x3CE, 63},
+    // Cyrillic
+    {0x430, 0x44F, 32},
+    {0x450, 0x45F, 80},
+    {0x461, 0x481, 1, 2},
+    {0x48B, 0x4BF, 1, 2},
+    {0x4C2, 0x4CE, 1, 2},
+    {0x4D1, 0x52F, 1, 2},
+    // Armenian
+    {0x561, 0x586, 48},
+};
+constexpr std::int32_t kFinalSigma = 0x3C2;
+constexpr std::int32_t kCapitalSigma = 0x3A3;
+
 }  // namespace
 
 std::vector<std::string> characters(std::string_view text) {
@@ -59,15 +105,18 @@ std::string characterOf(std::int32_t code) {
 
 std::string upperCase(std::string_view text) {
     return mapped(text, [](std::int32_t code) {
-        const bool latin = code >= 0xE0 && code <= 0xFE && code != 0xF7;
-        return (code >= 'a' && code <= 'z') || latin ? code - 32 : code;
+        if (code == kFinalSigma) return kCapitalSigma;
+        for (const auto& letters : kSmallLetters)
+            if (letters.have(code)) return code - letters.distance;
+        return code;
     });
 }
 
 std::string lowerCase(std::string_view text) {
     return mapped(text, [](std::int32_t code) {
-        const bool latin = code >= 0xC0 && code <= 0xDE && code != 0xD7;
-        return (code >= 'A' && code <= 'Z') || latin ? code + 32 : code;
+        for (const auto& letters : kSmallLetters)
+            if (letters.have(code + letters.distance)) return code + letters.distance;
+        return code;
     });
 }
 

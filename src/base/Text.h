@@ -21,7 +21,8 @@ std::string withoutLast(std::string_view text, std::size_t count);
 std::int32_t codeOf(std::string_view character);
 std::string characterOf(std::int32_t code);
 
-// Case of A-Z and of the Latin-1 letters; everything else stays.
+// Case of Latin, Greek, Cyrillic and Armenian letters, letter by letter; everything else stays, and so do
+// letters whose other case is not one letter.
 std::string upperCase(std::string_view text);
 std::string lowerCase(std::string_view text);
 

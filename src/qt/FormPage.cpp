@@ -35,6 +35,12 @@ void FormPage::keyPressEvent(QKeyEvent* event) {
     if (!answerKey(*event)) QWidget::keyPressEvent(event);
 }
 
+bool FormPage::isDefaultField(const QWidget* focused) const {
+    if (!form_.defaultField) return true;
+    const Peer* peer = Peer::of(*form_.defaultField);
+    return peer && &peer->view() == focused;
+}
+
 bool FormPage::answerKey(const QKeyEvent& event) {
     const bool enter = event.key() == Qt::Key_Return || event.key() == Qt::Key_Enter;
     const bool escape = event.key() == Qt::Key_Escape;
@@ -43,7 +49,7 @@ bool FormPage::answerKey(const QKeyEvent& event) {
         // A button that has the focus is the one that Enter presses.
         if (auto* focused = qobject_cast<QPushButton*>(focusWidget()); focused && focused->hasFocus())
             focused->click();
-        else if (form_.defaultButton)
+        else if (form_.defaultButton && isDefaultField(focusWidget()))
             guarded([&] { form_.defaultButton->press(); });
     } else if (form_.cancelButton) {
         guarded([&] { form_.cancelButton->press(); });

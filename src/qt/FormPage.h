@@ -23,6 +23,7 @@ class FormPage : public QWidget {
     void detach() noexcept;
     // Enter and Escape; false for every other key.
     bool answerKey(const QKeyEvent& event);
+    bool isDefaultField(const QWidget* focused) const;
 
   Q_SIGNALS:
     // Escape was pressed and the form has no cancel button.

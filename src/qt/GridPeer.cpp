@@ -1,5 +1,7 @@
+#include <QGuiApplication>
 #include <QHeaderView>
 #include <QSignalBlocker>
+#include <string>
 
 #include "qt/GridModel.h"
 #include "qt/GridView.h"
@@ -27,12 +29,13 @@ class GridPeer : public PeerOf<ui::Grid, GridView> {
             const auto* header = view_.horizontalHeader();
             const QPoint place(header->sectionViewportPosition(column) + header->sectionSize(column) / 2,
                                header->height() / 2);
-            press(ui::kLeftButton, 0, column, place);
+            press(ui::kLeftButton, QGuiApplication::keyboardModifiers(), 0, column, place);
         });
         connect(&view, &GridView::pressed, this,
-                [this](Qt::MouseButton button, int row, int column, QPoint place) {
+                [this](Qt::MouseButton button, Qt::KeyboardModifiers modifiers, int row, int column,
+                       QPoint place) {
                     // The heading is row 0; outside of the records both are -1.
-                    press(buttonCode(button), column < 0 ? -1 : row + 1, column, place);
+                    press(buttonCode(button), modifiers, column < 0 ? -1 : row + 1, column, place);
                 });
         connect(&view, &GridView::copyRequested, this,
                 [this] { act([&] { model_.keyDown(ui::kKeyInsert, ui::kCtrlMask); }); });
@@ -45,7 +48,7 @@ class GridPeer : public PeerOf<ui::Grid, GridView> {
                 const int columns = columns_;
                 columns_ = model_.columns();
                 table_->refill();
-                if (columns != columns_ || !fitted_) fit();
+                if (columns != columns_ || !fitted_ || digits() > fittedDigits_) fit();
                 showSelection();
                 break;
             }
@@ -69,21 +72,26 @@ class GridPeer : public PeerOf<ui::Grid, GridView> {
     void fit() {
         view_.fitColumns();
         fitted_ = table_->rowCount() > 0;
+        fittedDigits_ = digits();
     }
+
+    // Of the largest record number.
+    std::size_t digits() const { return std::to_string(table_->rowCount()).size(); }
 
     void showSelection() {
         view_.showSelection(
             {model_.row() - 1, model_.column(), model_.rowSelection() - 1, model_.columnSelection()});
     }
 
-    void press(int button, int row, int column, QPoint viewPlace) {
+    void press(int button, Qt::KeyboardModifiers modifiers, int row, int column, QPoint viewPlace) {
         act([&] { model_.setMouseCell(row, column); });
-        fireMouseDown(button, Qt::NoModifier, viewPlace);
+        fireMouseDown(button, modifiers, viewPlace);
     }
 
     GridModel* table_;
     int columns_ = -1;
     bool fitted_ = false;
+    std::size_t fittedDigits_ = 0;
     bool showing_ = false;
 };
 

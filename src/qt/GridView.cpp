@@ -81,7 +81,7 @@ void GridView::mousePressEvent(QMouseEvent* event) {
         else
             select({cell.row(), cell.column(), cell.row(), cell.column()});
     }
-    Q_EMIT pressed(event->button(), cell.row(), cell.column(),
+    Q_EMIT pressed(event->button(), event->modifiers(), cell.row(), cell.column(),
                    viewport()->mapTo(this, event->position().toPoint()));
 }
 
@@ -155,7 +155,8 @@ void GridView::keyPressEvent(QKeyEvent* event) {
     } else if (menu) {
         const QModelIndex cell = model()->index(selection_.rowEnd, selection_.columnEnd);
         const QPoint place = cell.isValid() ? visualRect(cell).center() : viewport()->rect().center();
-        Q_EMIT pressed(Qt::RightButton, cell.row(), cell.column(), viewport()->mapTo(this, place));
+        Q_EMIT pressed(Qt::RightButton, Qt::NoModifier, cell.row(), cell.column(),
+                       viewport()->mapTo(this, place));
     } else if (event->matches(QKeySequence::SelectAll)) {
         selectAll();
     } else if (event->matches(QKeySequence::Copy) && event->key() != Qt::Key_Insert) {
@@ -174,7 +175,7 @@ bool GridView::eventFilter(QObject* watched, QEvent* event) {
         const auto* mouse = static_cast<const QMouseEvent*>(event);
         if (mouse->button() == Qt::RightButton) {
             const QPoint place = mouse->position().toPoint();
-            Q_EMIT pressed(Qt::RightButton, -1, horizontalHeader()->logicalIndexAt(place),
+            Q_EMIT pressed(Qt::RightButton, mouse->modifiers(), -1, horizontalHeader()->logicalIndexAt(place),
                            horizontalHeader()->viewport()->mapTo(this, place));
             return true;
         }

@@ -31,7 +31,8 @@ class GridView : public QTableView {
     void headingPressed(int column);
     // A mouse button was pressed on a cell (-1 outside; row -1 with a column is the heading). The menu key
     // counts as the right button on the selection's end.
-    void pressed(Qt::MouseButton button, int row, int column, QPoint viewPlace);
+    void pressed(Qt::MouseButton button, Qt::KeyboardModifiers modifiers, int row, int column,
+                 QPoint viewPlace);
     void copyRequested();
 
   protected:

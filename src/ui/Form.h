@@ -50,6 +50,7 @@ class Form : public Container {
 
     std::vector<Timer*> timers;
     Button* defaultButton = nullptr;  // Enter
+    Widget* defaultField = nullptr;   // the only control in which Enter presses it; without one all do
     Button* cancelButton = nullptr;   // Escape; without one Escape closes the form
     bool resizable = false;
 

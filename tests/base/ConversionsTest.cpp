@@ -104,8 +104,8 @@ TEST(Text, CountsCharactersNotBytes) {
 }
 
 TEST(Text, CaseAndBlanks) {
-    EXPECT_EQ(upperCase("aZ1é÷"), "AZ1É÷");
-    EXPECT_EQ(lowerCase("AzÉ×"), "azé×");
+    EXPECT_EQ(upperCase("aZ1é÷ÿšłžαςώжёїґßı"), "AZ1É÷ŸŠŁŽΑΣΏЖЁЇҐßı");
+    EXPECT_EQ(lowerCase("AzÉ×ŸŠŁŽΑΣΏЖЁЇҐẞİ"), "azé×ÿšłžασώжёїґẞİ");
     EXPECT_EQ(trimmed("  a b "), "a b");
     EXPECT_EQ(trimmed("   "), "");
     EXPECT_EQ(trimmed("\ta"), "\ta");

@@ -44,10 +44,10 @@ struct CharHistogramTest : ProcedureTest, HistogramControl {
         deleted.push_back(c + " " + std::to_string(minimum) + " " + std::to_string(maximum));
     }
     void m_dlgHist_ShowDistHist(std::string c) override {
-        histograms.DisplayCharHistogram(c, kCharacterDistance);
+        histograms.DisplayCharHistogram(c, kCharacterDistance, CharHistogram::In::OpenForm);
     }
     void m_dlgHist_ShowFontHist(std::string c) override {
-        histograms.DisplayCharHistogram(c, kFontHistogram);
+        histograms.DisplayCharHistogram(c, kFontHistogram, CharHistogram::In::OpenForm);
     }
     void m_dlgHist_UserMsg(std::string text) override { errors.UserMsg(text); }
 };
@@ -71,7 +71,10 @@ TEST_F(CharHistogramTest, CharacterHistogramShowsTheCharactersOwnDistances) {
 }
 
 TEST_F(CharHistogramTest, FontHistogramShowsCountsAndLargestDistances) {
+    g_bTrace = true;
     histograms.DisplayCharHistogram("A", kFontHistogram);
+    g_bTrace = false;
+    const auto entries = jobs.entries();
     EXPECT_EQ(form().caption(), "Frequency Histogram for Font");
     EXPECT_EQ(message(), "Creating histogram...");
     const auto& bars = form().chart.scene().bars;
@@ -80,6 +83,8 @@ TEST_F(CharHistogramTest, FontHistogramShowsCountsAndLargestDistances) {
     EXPECT_EQ(bars[1].accessibleName, "a, 1 sample, largest Distance 0.900, over the threshold");
     EXPECT_EQ(bars[2].accessibleName, "B, 0 samples, largest Distance 0.000");
     EXPECT_THAT(tool->calls, ElementsAre("GetSampleData(199999;1,4,5,6)", "GetSampleData(399999;1,2,3,5,6)"));
+    EXPECT_EQ(std::count(entries.begin(), entries.end(), "Dravikdlg.MaxCharDistance"), 3)
+        << "the procedure runs for each character, on samples that are fetched once";
 
     EXPECT_EQ(histograms.MaxCharDistance("a"), 0.9);
     EXPECT_EQ(histograms.MaxCharDistance("B"), 0);
@@ -116,7 +121,7 @@ TEST_F(CharHistogramTest, FailuresAreReported) {
     EXPECT_EQ(message(), "DisplayCharHistogram Err 13 Type mismatch");
 }
 
-TEST_F(CharHistogramTest, OpenFormIsFilledAgainAndCountsOn) {
+TEST_F(CharHistogramTest, WhatTheFormAsksForComesInTheFormWhichCountsOn) {
     histograms.DisplayCharHistogram("A", kCharacterDistance);
     auto* const before = &form();
     for (int i = 0; i < 4; ++i) deleteFirstBin();
@@ -124,28 +129,44 @@ TEST_F(CharHistogramTest, OpenFormIsFilledAgainAndCountsOn) {
     EXPECT_EQ(platform.shown.size(), 5u);  // once for each filling
     form().tlbMain.button("Font").press();
     EXPECT_EQ(form().mode(), kFontHistogram);
-    histograms.DisplayCharHistogram("A", kCharacterDistance);
+    form().tlbMain.button("Char").press();
     deleteFirstBin();
     EXPECT_EQ(&form(), before);
     EXPECT_EQ(msg(), "5 deletions have occurred. Learn recommended.");
 
-    // Closed and opened again it starts afresh.
-    form().unload();
+    // One that the screen opens takes the place of the form and starts afresh.
+    form().udThreshold.setValue(9);
+    histograms.DisplayCharHistogram("A", kFontHistogram);
+    EXPECT_NE(&form(), before);
+    EXPECT_EQ(platform.open.size(), 1u);
+    EXPECT_EQ(form().txtThreshold.text(), "0.400");
     EXPECT_EQ(message(), "Samples were deleted. Learn required.");
-    histograms.DisplayCharHistogram("A", kCharacterDistance);
+    form().tlbMain.button("Char").press();
     deleteFirstBin();
     EXPECT_EQ(msg(), "Created character histogram");
 }
 
-TEST_F(CharHistogramTest, BarsOfDeletedSamplesDoNotStay) {
+TEST_F(CharHistogramTest, WithoutSamplesTheFormIsEmptiedAndOffersTheOtherCharacters) {
+    histograms.DisplayCharHistogram("B", kCharacterDistance);
+    EXPECT_EQ(histograms.m_dlgHist(), nullptr) << "of a character without samples none is opened";
     histograms.DisplayCharHistogram("a", kCharacterDistance);
     EXPECT_EQ(form().chart.scene().bars.size(), 1u);
-    std::erase_if(tool->committed, [](const auto& sample) { return sample.character == "a"; });
-    histograms.DisplayCharHistogram("a", kCharacterDistance);
+    const auto all = std::exchange(tool->committed, {});
+    sbr.panel("Message").setText("Samples delete. Click 'Train'.");
+    m_dlgHist_ShowDistHist("a");
     EXPECT_EQ(msg(), "No data");
+    EXPECT_EQ(message(), "Samples delete. Click 'Train'.");
     EXPECT_TRUE(form().chart.scene().bars.empty());
     form().tlbMain.button("Char").press();
     EXPECT_THAT(msg(), Not(testing::StartsWith("Err")));
+
+    tool->committed = all;
+    for (const char* character : {"B", "A", "B", "a"}) {
+        form().cboChar.setText(character);
+        EXPECT_EQ(form().caption(), "Histogram of Distance values for " + std::string(character));
+        EXPECT_EQ(form().currentCharacter(), character);
+        EXPECT_EQ(msg(), character[0] == 'B' ? "No data" : "Created character histogram");
+    }
 }
 
 TEST_F(CharHistogramTest, ReleaseClosesTheForm) {

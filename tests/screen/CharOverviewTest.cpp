@@ -122,6 +122,15 @@ TEST_F(BoundScreen, AnEmptyAnswerKeepsTheFontsCharacters) {
     EXPECT_EQ(message(), "");
 }
 
+TEST_F(BoundScreen, WithoutASelectedFontTheToolsCharactersAreNotTheFonts) {
+    tool->data["SelFont"] = 0;
+    tool->trained = {{"A", 1, {}}};
+    bind();
+    toolButton("Array").press();
+    EXPECT_EQ(message(), "tlbChars_ButtonClick Err 9 Subscript out of range");
+    EXPECT_TRUE(platform.shown.empty());
+}
+
 TEST_F(BoundScreen, ArrayWithoutAnyCharacterIsReported) {
     tool->characterSet.clear();
     bind();

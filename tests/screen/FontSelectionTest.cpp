@@ -94,6 +94,8 @@ TEST_F(FontSelectionTest, LeavingInAnyOtherWayChangesNothing) {
         form.unload();
     });
     EXPECT_TRUE(tool->changes().empty()) << "an earlier choice is not taken for this one";
+    EXPECT_EQ(tool->count("GetFontList()"), 2)
+        << "those of the list; nothing is asked for what did not change";
     EXPECT_EQ(screen().font.lblSelectedFont.caption(), "beta");
 }
 
@@ -260,6 +262,58 @@ TEST_F(FontSelectionTest, CancellingAfterRenamingOrDeletingTheFontShownFollowsIt
     EXPECT_EQ(control.selectedFont(), "");
     EXPECT_EQ(screen().font.lblSelectedFont.caption(), "<None>");
     EXPECT_FALSE(screen().sample.cmdInclude.enabled());
+}
+
+TEST_F(FontSelectionTest, CancellingAfterDeletingTheFontShownLeavesNothingToSave) {
+    bind();
+    screen().font.txtCharSet.setText("AB");
+    tool->data["SelFont"] = 0;
+    manager([](Form& form) { press(form, {"cmdDeleteFont", "CancelButton"}); });
+    EXPECT_FALSE(control.m_FontChanged());
+}
+
+TEST_F(FontSelectionTest, WithoutAFontTheOneMadeIsShownAndItsSetNotTakenForAnEdit) {
+    tool->data["SelFont"] = 0;
+    bind();
+    name("dlgFontNew", "fresh");
+    name("dlgFontName", "renamed");
+    platform.modalHandlers["dlgFontNew"] = [](Form& form) {
+        in<TextBox>(form, "txtFontName").setText("fresh");
+        in<OptionButton>(form, "InitCharSet(5)").setChosen(true);
+        form.defaultButton->press();
+    };
+    manager([](Form& form) { press(form, {"cmdNewFont", "cmdRenameFont", "CancelButton"}); });
+    EXPECT_EQ(control.selectedFont(), "renamed");
+    EXPECT_EQ(screen().font.txtCharSet.text(), "0123456789") << "the next key must not replace it";
+    EXPECT_TRUE(screen().sample.cmdInclude.enabled());
+    EXPECT_FALSE(control.m_FontChanged());
+}
+
+TEST_F(FontSelectionTest, ARenamedFontIsKnownByItsNewNameWhenTheChosenOneCannotBeLoaded) {
+    bind();
+    name("dlgFontName", "renamed");
+    tool->failAt("LoadFont", 57, "damaged");
+    manager([](Form& form) {
+        press(form, {"cmdRenameFont"});
+        in<ListBox>(form, "lbFonts").setListIndex(1);
+        form.defaultButton->press();
+    });
+    EXPECT_EQ(message(), "SelectFont Err 57 damaged");
+    EXPECT_EQ(control.selectedFont(), "renamed") << "saving must not write a second font under the old name";
+}
+
+TEST_F(FontSelectionTest, AFontOfAStepThatWasLeftMeanwhileIsNotLoadedIntoTheNext) {
+    bind();
+    auto second = std::make_shared<RecordingTool>();
+    second->fonts = {"alpha", "beta"};
+    manager([&](Form& form) {
+        control.setStep(second);
+        tool.reset();
+        in<ListBox>(form, "lbFonts").setListIndex(1);
+        form.defaultButton->press();
+    });
+    EXPECT_EQ(second->count("LoadFont(beta)"), 0);
+    EXPECT_EQ(control.selectedFont(), "alpha");
 }
 
 TEST_F(FontSelectionTest, TheNameNewIsReservedForNewFontsOnly) {

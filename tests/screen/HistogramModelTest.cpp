@@ -47,6 +47,16 @@ TEST(HistogramModel, CharactersStandOnTheAxisAndAreFoundUnderThePointer) {
     EXPECT_THROW(model.samplesOf(3), Failure);
 }
 
+TEST(HistogramModel, TheLastBinIsDeletedWithTheLargestDistance) {
+    HistogramModel model;
+    model.data = {0.1, 0x1.486e3f9abcab9p-2};
+    model.countBins();
+    ASSERT_LT(model.rangeOf(9).upper, model.data[1]) << "ten tenths of it";
+    EXPECT_EQ(model.deletedWith(9).upper, model.data[1]);
+    EXPECT_EQ(model.deletedWith(9).lower, model.rangeOf(9).lower);
+    EXPECT_EQ(model.deletedWith(8).upper, model.rangeOf(8).upper);
+}
+
 TEST(HistogramModel, AThresholdCountsWhatReachesIt) {
     auto model = characters();
     EXPECT_EQ(model.colourByThreshold(), 2);

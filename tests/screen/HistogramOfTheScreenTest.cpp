@@ -93,6 +93,33 @@ TEST_F(HistogramOfTheScreen, DrawsEverythingWithinItsScaleAndTheNumbersAtTheirMa
     }
 }
 
+TEST_F(HistogramOfTheScreen, TheOutlierItselfIsDeletedWithTheLastBin) {
+    tool->committed[3].distance = 0x1.486e3f9abcab9p-2;
+    tool->committed[2].distance = 0.1;
+    open("mnuMainCharHist");
+    point(47, 10);
+    rightClick(47, 10, "mnuHistogramDelete");
+    EXPECT_EQ(platform.menus.back().item("mnuHistogramDelete").caption,
+              "Delete samples with Distance 0.289 to 0.321");
+    EXPECT_EQ(tool->committed[3].character, "B") << "the sample that the bin was made for";
+}
+
+TEST_F(HistogramOfTheScreen, FollowsWhatIsDoneOnTheScreenAndGoesWithItsFont) {
+    tool->fonts = {"ocrb", "other"};
+    open("mnuMainCharHist");
+    include("AB");
+    EXPECT_EQ(panel("MaxDist").text(), "5");
+    EXPECT_EQ(message(), "2 samples included.") << "the form is filled again without a word";
+    toolButton("Undo").press();
+    EXPECT_EQ(panel("MaxDist").text(), "4");
+    platform.modalHandlers["dlgFontManager"] = [](Form& manager) {
+        dynamic_cast<ListBox&>(*manager.find("lbFonts")).setListIndex(1);
+        manager.defaultButton->press();
+    };
+    screen().font.cmdSelectFont.press();
+    EXPECT_TRUE(platform.open.empty()) << "its bins would delete from the other font";
+}
+
 TEST_F(HistogramOfTheScreen, OffersToDeleteOnlyWhatThePointerIsOn) {
     open("mnuMainCharHist");
     point(2, 50);

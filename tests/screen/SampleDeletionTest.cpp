@@ -72,6 +72,7 @@ TEST_F(SampleDeletionTest, UndoRemovesTheLastIncludeOnce) {
     EXPECT_EQ(message(), "Removed last included: BAAB");
     EXPECT_EQ(screen().sbr.panel("LastInclude").text(), "");
     EXPECT_FALSE(toolButton("Undo").enabled());
+    EXPECT_EQ(toolButton("Undo").toolTip(), "Nothing to undo");
     EXPECT_EQ(cell("A").backColor(), rgb(128, 128, 255)) << "A and B are still included by the first";
     toolButton("Undo").press();
     EXPECT_EQ(committed(), "CCAB");
@@ -108,6 +109,34 @@ TEST_F(SampleDeletionTest, AToolThatReportsTheExtraCallEndsTheUndoThere) {
     toolButton("Undo").press();
     EXPECT_EQ(message(), "DeleteLast Err 9 Subscript out of range");
     EXPECT_EQ(committed(), "AB");
+}
+
+TEST_F(SampleDeletionTest, UndoAfterAFailureTakesNoOlderSamples) {
+    tool->addCommitted("C", {0.1, 0.2, 0.3});
+    bind();
+    for (const char* operation : {"CommitNewSamples", "GetUncommittedSamples"}) {
+        tool->failAt(operation, 70, "Permission denied");
+        include("AB");
+        EXPECT_EQ(message(), "0 samples included.");
+        tool->succeedAt(operation);
+        tool->uncommitted.clear();
+        toolButton("Undo").press();
+        EXPECT_EQ(committed(), "CCC") << operation;
+    }
+
+    include("AB");
+    tool->onCall = [&](const std::string& call) {
+        if (call == "DeleteSample(300003)") tool->failAt("DeleteSample", 70, "Permission denied");
+    };
+    toolButton("Undo").press();
+    EXPECT_EQ(message(), "DeleteLast Err 70 Permission denied");
+    EXPECT_EQ(committed(), "CCCA");
+    EXPECT_EQ(screen().numeric.grid.rows(), 5) << "the rows are those of the samples that are left";
+    tool->onCall = nullptr;
+    tool->succeedAt("DeleteSample");
+    toolButton("Undo").press();
+    EXPECT_EQ(committed(), "CCC") << "what was left of the include";
+    EXPECT_EQ(message(), "Removed last included: AB");
 }
 
 TEST_F(SampleDeletionTest, LoadingAnotherFontForgetsTheInclude) {

@@ -114,11 +114,61 @@ TEST_F(SamplesGridTest, NothingIsDeletedUpwardsOrFromTheStatistics) {
     EXPECT_EQ(message(), "Deleted samples. Learn again to update graphical display.");
 }
 
-TEST_F(SamplesGridTest, AFailedDeletionIsReportedUnderTheKey) {
+TEST_F(SamplesGridTest, AFailedDeletionIsReportedUnderTheKeyAndTheRowsAreShownAnew) {
     tool->failAt("DeleteSample", 70, "Permission denied");
     grid().select(1, 0, 2, 0);
     grid().keyDown(kKeyDelete, 0);
     EXPECT_EQ(message(), "grid_KeyDown Err 70 Permission denied");
+    EXPECT_FALSE(control.m_FontChanged()) << "nothing was deleted";
+
+    tool->succeedAt("DeleteSample");
+    tool->onCall = [&](const std::string&) {
+        if (tool->count("DeleteSample(300000)") == 3) tool->failAt("DeleteSample", 70, "Permission denied");
+    };
+    grid().keyDown(kKeyDelete, 0);
+    EXPECT_EQ(message(), "grid_KeyDown Err 70 Permission denied");
+    EXPECT_TRUE(control.m_FontChanged());
+    EXPECT_EQ(column(1), "B A ") << "the first of the two is gone";
+
+    // Where the samples cannot be asked for either, no number of the rows shown is taken for a sample's.
+    tool->onCall = nullptr;
+    tool->failAt("GetSampleData", 7, "Out of memory");
+    screen().numeric.cboDisplay.setListIndex(kDisplayCommitted);
+    tool->succeedAt("DeleteSample");
+    tool->calls.clear();
+    grid().keyDown(kKeyDelete, 0);
+    EXPECT_EQ(tool->changes(), std::vector<std::string>());
+}
+
+TEST_F(SamplesGridTest, RowsThatNameNoSampleDeleteNothing) {
+    const auto pressesDeleteInVain = [&](const char* what) {
+        tool->calls.clear();
+        grid().keyDown(kKeyDelete, 0);
+        EXPECT_EQ(tool->changes(), std::vector<std::string>()) << what;
+        EXPECT_FALSE(control.m_FontChanged()) << what;
+        EXPECT_EQ(message(), "Deleted samples. Learn again to update graphical display.");
+    };
+    screen().numeric.cboDisplay.setListIndex(kDisplayUncommitted);
+    pressesDeleteInVain("a kind without records: the committed samples stay shown");
+    tool->answers[kAllCommitted] = std::make_shared<CellTable>(std::vector<std::vector<Cell>>{{"No", "C"}});
+    screen().numeric.cboDisplay.setListIndex(kDisplayCommitted);
+    pressesDeleteInVain("headings only");
+    tool->answers.clear();
+    screen().numeric.cboDisplay.setListIndex(kDisplayCommitted);
+    grid().setRedraw(false);
+    pressesDeleteInVain("the font is gone");
+
+    DravikDlg empty(platform, jobs.folder());
+    empty.screen().numeric.grid.keyDown(kKeyDelete, 0);
+    EXPECT_FALSE(empty.m_FontChanged()) << "no font was ever loaded";
+}
+
+TEST_F(SamplesGridTest, ACodeThatIsNoNumberIsReportedAndNotShown) {
+    tool->answers[kAllCommitted] =
+        std::make_shared<CellTable>(std::vector<std::vector<Cell>>{{"H", "H", "H"}, {300000.0, "A", 0.5}});
+    screen().numeric.cboDisplay.setListIndex(kDisplayCommitted);
+    EXPECT_EQ(message(), "FillSamplesArray Err 13 Type mismatch");
+    EXPECT_EQ(column(1), "B B A ");
 }
 
 }  // namespace

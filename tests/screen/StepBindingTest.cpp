@@ -1,3 +1,5 @@
+#include <gmock/gmock.h>
+
 #include "screen/support/BoundScreen.h"
 #include "support/Refused.h"
 
@@ -37,13 +39,25 @@ TEST_F(BoundScreen, RefusesAnyOtherStepAndChangesNothing) {
     EXPECT_EQ(screen().font.lblSelectedFont.caption(), "Name");
 }
 
-TEST_F(BoundScreen, AStepWithoutAFontToolLeavesTheOneBeforeInItsPlace) {
+TEST_F(BoundScreen, NoStepAndOneThatFailsAreReportedAndLeaveTheOneBeforeInItsPlace) {
     struct Empty : RecordingTool {
         FontTool& fontTool() override { throw Failure(RuntimeError::TypeMismatch); }
     };
+    struct Mute : RecordingTool {
+        std::string programIdentifier() override { throw Failure(438, "No such member"); }
+    };
     bind();
-    EXPECT_EQ(refusal([&] { control.setStep(std::make_shared<Empty>()); }), 13);
-    EXPECT_EQ(control.step(), tool);
+    screen().font.txtCharSet.setText("AB");
+    const std::vector<std::pair<StepPtr, std::string>> steps = {
+        {std::make_shared<Empty>(), "StepEditor_Step Err 13 Type mismatch"},
+        {std::make_shared<Mute>(), "StepEditor_Step Err 438 No such member"},
+        {nullptr, "StepEditor_Step Err 91 Object variable or With block variable not set"}};
+    for (const auto& [step, told] : steps) {
+        EXPECT_NO_THROW(control.setStep(step)) << told;
+        EXPECT_EQ(message(), told);
+        EXPECT_EQ(control.step(), tool);
+        EXPECT_TRUE(control.m_FontChanged());
+    }
     include("A");
     EXPECT_EQ(message(), "1 samples included.");
 }
@@ -114,6 +128,74 @@ TEST_F(BoundScreen, ASecondStepReplacesTheFirstAndIsNotTakenForChanged) {
     control.setStep(second);
     EXPECT_EQ(control.step(), second);
     EXPECT_FALSE(control.m_FontChanged());
+}
+
+TEST_F(BoundScreen, NothingOfTheFirstStepActsOnTheSecond) {
+    bind();
+    include("AB");
+    tool->train();
+    platform.menuPicks = {"mnuMainFontHist"};
+    cell("A").mouseDown({kRightButton, 0, 0, 0});
+    screen().train.cmdTrain.press();
+    auto second = std::make_shared<RecordingTool>();
+    second->fonts = {"ocrb"};
+    second->characterSet = {"A", "C"};
+    second->addCommitted("A", {0.1, 0.2, 0.3});
+    control.setStep(second);
+    second->calls.clear();
+    toolButton("Undo").press();
+    EXPECT_EQ(second->committed.size(), 3u);
+    EXPECT_EQ(screen().sbr.panel("LastInclude").text(), "");
+    EXPECT_TRUE(platform.open.empty()) << "a histogram of the first step's font";
+    EXPECT_FALSE(screen().train.tmrTrain.enabled());
+    EXPECT_FALSE(screen().train.cmdStop.enabled());
+    EXPECT_TRUE(screen().font.cmdSelectFont.enabled());
+
+    // The same step once more is no other one.
+    include("C");
+    EXPECT_TRUE(toolButton("Undo").enabled());
+    control.setStep(second);
+    EXPECT_TRUE(toolButton("Undo").enabled());
+}
+
+TEST_F(BoundScreen, AFontThatCannotBeLoadedIsNotTheSelectedOne) {
+    tool->failAt("LoadFont", 57, "damaged");
+    control.setStep(tool);
+    EXPECT_EQ(message(), "FillItems Err 57 damaged");
+    EXPECT_EQ(control.selectedFont(), "");
+    platform.modalHandlers["dlgFontManager"] = [](Form& manager) {
+        dynamic_cast<Button&>(*manager.find("OKButton")).press();
+    };
+    tool->succeedAt("LoadFont");
+    screen().font.cmdSelectFont.press();
+    EXPECT_EQ(control.selectedFont(), "ocrb");
+}
+
+TEST_F(BoundScreen, WhatAHostSetsAndWhatTheOperatorSwitchesIsTraced) {
+    bind();
+    toolButton("Log").press();
+    control.setReadOnly(true);
+    control.readOnly();
+    control.setRootStep(tool);
+    control.step();
+    toolButton("Numeric").press();
+    screen().numeric.cboDisplay.setListIndex(kDisplayStatistics);
+    cell("A").mouseMove({0, 0, 1, 1});
+    tool->failAt("RevertFont", 75, "first\r\nsecond\tthird");
+    screen().train.cmdRevert.setEnabled(true);
+    screen().train.cmdRevert.press();
+    EXPECT_THAT(jobs.entries(),
+                testing::ElementsAre("Dravikdlg.StepEditor_ReadOnly", "Dravikdlg.StepEditor_ReadOnly",
+                                     "Dravikdlg.StepEditor_RootStep", "Dravikdlg.StepEditor_Step",
+                                     "DravikDlg.tlbChars_ButtonClick('Numeric')",
+                                     "Dravikdlg.SetGraphicalView", "Dravikdlg.cboDisplay_Click",
+                                     "Dravikdlg.FillSamplesArray", "Dravikdlg.lblChar_MouseMove",
+                                     "Dravikdlg.NumberTrained", "Dravikdlg.cmdRevert_Click",
+                                     "# Dravikdlg error: Revert Err 75 first  second third"));
+
+    g_bTrace = true;
+    DravikDlg other(platform, jobs.folder());
+    EXPECT_THAT(jobs.entries(), testing::Contains("Dravikdlg.InitColorKey"));
 }
 
 TEST_F(BoundScreen, ClosingAsksOnlyForAChangedFontAndSavesOnYes) {

@@ -1,3 +1,5 @@
+#include <limits>
+
 #include "screen/support/BoundScreen.h"
 
 namespace dravik::test {
@@ -74,7 +76,9 @@ TEST_F(TrainingRunTest, ARunShowsItsProgressAndItsFigures) {
     tick();
     EXPECT_EQ(screen().train.lblStatus.caption(), " RMS Error: 0.50");
     EXPECT_FLOAT_EQ(screen().train.prgTrain.value(), 1.0f);
+    tool->rmsError = std::numeric_limits<float>::infinity();
     tick();
+    EXPECT_EQ(screen().train.lblStatus.caption(), " RMS Error: 1.#INF") << "not the figure of a perfect run";
     EXPECT_FLOAT_EQ(screen().train.prgTrain.value(), 2.0f);
 
     int focus = 0;

@@ -204,8 +204,9 @@ TEST(Keyboard, EnterAndEscapePressTheFormsButtons) {
     Button ok("ok", "OK");
     Button cancel("cancel", "Cancel");
     Button other("other", "Other");
+    TextBox second("second");
     Shown shown;
-    shown.form.setLayout(column({item(box), item(ok), item(cancel), item(other)}));
+    shown.form.setLayout(column({item(box), item(ok), item(cancel), item(other), item(second)}));
     shown.form.defaultButton = &ok;
     shown.form.cancelButton = &cancel;
     shown.show();
@@ -227,6 +228,17 @@ TEST(Keyboard, EnterAndEscapePressTheFormsButtons) {
     shown.focus(box);
     shown.key(Key::Enter);
     EXPECT_EQ(pressed, "ok cancel other ");
+
+    ok.setEnabled(true);
+    shown.form.defaultField = &box;
+    shown.focus(second);
+    shown.key(Key::Enter);
+    EXPECT_EQ(pressed, "ok cancel other ") << "a form that names its field answers Enter there alone";
+    shown.focus(other);
+    shown.key(Key::Enter);
+    shown.focus(box);
+    shown.key(Key::Enter);
+    EXPECT_EQ(pressed, "ok cancel other other ok ");
 }
 
 TEST(Failures, OfProceduresStayInsideAndTimersStop) {

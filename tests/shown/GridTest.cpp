@@ -55,7 +55,9 @@ TEST_F(GridOnScreen, HeadingsMenusAndKeysReachTheModel) {
     fill(20, 4);
     std::vector<Cells> pressed;
     std::vector<std::pair<int, int>> keys;
+    int shift = 0;
     grid.mouseDown.subscribe([&](const MouseEvent& event) {
+        shift = event.shift;
         pressed.push_back({event.button, grid.mouseRow(), grid.mouseColumn()});
     });
     grid.keyDown.subscribe([&](int key, int shift) { keys.emplace_back(key, shift); });
@@ -65,6 +67,9 @@ TEST_F(GridOnScreen, HeadingsMenusAndKeysReachTheModel) {
     shown.press(grid, kRightButton, at(0, 1));
     shown.press(grid, kRightButton, at(4, 2));
     EXPECT_EQ(selection(), (Cells{2, 1, 3, 2})) << "headings and the right button leave the selection";
+    shown.press(grid, kRightButton, at(4, 2), kShiftMask);
+    EXPECT_EQ(shift, kShiftMask);
+    pressed.pop_back();
     grid.select(6, 1, 6, 1);
     shown.key(Key::Menu);
     shown.key(Key::Enter, kCtrlMask);
@@ -79,6 +84,14 @@ TEST_F(GridOnScreen, HeadingsMenusAndKeysReachTheModel) {
     shown.key(Key::C, kCtrlMask);
     EXPECT_EQ(std::count(keys.begin(), keys.end(), std::pair(kKeyDelete, 0)), 1);
     EXPECT_EQ(std::count(keys.begin(), keys.end(), std::pair(kKeyInsert, kCtrlMask)), 1);
+}
+
+// As from a font of a few samples to one of thousands, whose numbers must not be cut off.
+TEST_F(GridOnScreen, ColumnsGrowWithTheRecordsNumbers) {
+    fill(5, 4);
+    const auto second = at(1, 1).x;
+    fill(100'000, 4);
+    EXPECT_GT(at(1, 1).x, second);
 }
 
 }  // namespace

@@ -16,11 +16,14 @@ class KernelLoops {
     }
 
   private:
+    // Written as the compiler's manual has them: an alias loses such attributes.
+    // NOLINTBEGIN(modernize-use-using)
     typedef float Floats __attribute__((vector_size(Lanes * 4)));
     typedef int Wholes __attribute__((vector_size(Lanes * 4)));
     typedef float LooseFloats __attribute__((vector_size(Lanes * 4), aligned(4), may_alias));
     typedef float Four __attribute__((vector_size(16)));
     typedef float LooseFour __attribute__((vector_size(16), aligned(4), may_alias));
+    // NOLINTEND(modernize-use-using)
 
     // Columns of a tile, in vectors, and rows: the tile's sums fill most registers.
     static constexpr int kMostVectors = Registers > 16 ? 5 : 2;

@@ -188,7 +188,8 @@ std::vector<Piece> cutTouching(std::vector<Piece> pieces, const Frame& frame, co
     constexpr std::size_t kMostParts = 40;
     std::vector<Piece> result, open;
     for (Piece& piece : pieces) {
-        open.assign(1, std::move(piece));
+        open.clear();
+        open.push_back(std::move(piece));
         std::size_t parts = 1;
         while (!open.empty()) {
             Piece one = std::move(open.back());

@@ -25,6 +25,7 @@ std::vector<Contender> contenders(std::vector<Candidate>& candidates) {
         if (!number.best || one.value > number.best->value) number.best = &one;
     }
     std::vector<Contender> result;
+    result.reserve(byNumber.size());
     for (const auto& [characters, number] : byNumber) result.push_back(number);
     std::stable_sort(result.begin(), result.end(),
                      [](const Contender& a, const Contender& b) { return a.odds > b.odds; });

@@ -87,10 +87,10 @@ LineScale joinAndMeasure(LinePieces& line, const Frame& frame) {
     return lineScale(line.pieces, line.metrics, pitch);
 }
 
-std::vector<Piece> lineCharacters(LinePieces&& line, const Frame& frame, CharacterDecisions& decisions) {
+void tellCharactersApart(LinePieces& line, const Frame& frame, CharacterDecisions& decisions) {
     const LineScale scale = joinAndMeasure(line, frame);
-    return joinParts(cutTouching(std::move(line.pieces), frame, scale, decisions.cuts), scale,
-                     decisions.joins);
+    line.pieces =
+        joinParts(cutTouching(std::move(line.pieces), frame, scale, decisions.cuts), scale, decisions.joins);
 }
 
 }  // namespace dravik::engine

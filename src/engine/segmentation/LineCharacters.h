@@ -17,7 +17,7 @@ float characterPitch(std::span<const Piece> pieces, float capHeight);
 // Joins the pieces that stand one above the other, arranges them, and measures the line.
 LineScale joinAndMeasure(LinePieces& line, const Frame& frame);
 
-// The characters from left to right.
-std::vector<Piece> lineCharacters(LinePieces&& line, const Frame& frame, CharacterDecisions& decisions);
+// Makes the line's pieces its characters, from left to right.
+void tellCharactersApart(LinePieces& line, const Frame& frame, CharacterDecisions& decisions);
 
 }  // namespace dravik::engine

@@ -99,7 +99,7 @@ void findCharacters(Segmentation& print, std::vector<LinePieces>&& lines, const 
     CharacterDecisions& decisions = print.decisions;
     const Look::Bars& bars = print.look.bars;
     decisions = {{bars.cuts}, {bars.joins}, {bars.prints}};
-    for (LinePieces& line : lines) line.pieces = lineCharacters(std::move(line), print.frame, decisions);
+    for (LinePieces& line : lines) tellCharactersApart(line, print.frame, decisions);
     dropForeign(lines, print.ink, binarizer, print.look, decisions.prints);
     addUnderscores(lines, print.ink, print.frame);
     print.glyphs.reserve(countOf(lines));

@@ -130,6 +130,7 @@ Screen::Screen() {
     }));
     form.timers = {&train.tmrTrain};
     form.defaultButton = &sample.cmdInclude;
+    form.defaultField = &sample.txtSampleInput;
     form.resizable = true;
 
     font.cmdSelectFont.setToolTip("Choose, make, rename, duplicate or delete a font");

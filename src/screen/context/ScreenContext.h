@@ -3,16 +3,20 @@
 // context.
 #pragma once
 
+#include <cstdint>
 #include <string>
 #include <utility>
 
 #include "base/JobFolder.h"
+#include "screen/context/ActScope.h"
 #include "screen/context/Procedure.h"
 #include "screen/context/Screen.h"
+#include "screen/context/ScreenState.h"
 #include "screen/context/ToolBinding.h"
 #include "screen/context/TraceLog.h"
 #include "screen/context/modErrors.h"
 #include "ui/Platform.h"
+#include "ui/Signal.h"
 
 namespace dravik::screen {
 
@@ -20,6 +24,8 @@ struct IncludeState {
     std::string m_PendingInclude;  // the trimmed text of the include in progress
     std::string m_LastInclude;     // the text of the last completed include, which Undo removes
     std::string m_IncludedChars;   // every text included since the font was loaded, joined
+    // How many committed samples are the last include's: none where its commit failed. Undo deletes no more.
+    std::uint32_t committed = 0;
 };
 
 struct ScreenContext {
@@ -40,6 +46,15 @@ struct ScreenContext {
                                 }};
     ToolBinding tool;
     IncludeState includes;
+
+    ScreenState state();
+    // While a run goes on, the buttons that it has enabled or disabled stay. Learn is left as it is, except
+    // that it is disabled where a run awaits its decision.
+    void setState(const ScreenState& state);
+
+    // An act of the operator that changed the font has ended.
+    ui::Signal<const OperatorAct&> actEnded;
+    ActScope* act = nullptr;  // the innermost one in progress
 };
 
 }  // namespace dravik::screen

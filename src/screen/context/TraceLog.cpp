@@ -1,5 +1,6 @@
 #include "screen/context/TraceLog.h"
 
+#include <algorithm>
 #include <limits>
 
 #include "base/Failure.h"
@@ -10,6 +11,14 @@ namespace dravik::screen {
 namespace {
 
 constexpr std::string_view kHeader = "#\tDate\tTime\tEntry\r\n";
+
+// A record is one line of four fields, whatever a tool's description holds.
+std::string inOneField(std::string_view entry) {
+    std::string field(entry);
+    std::replace_if(
+        field.begin(), field.end(), [](char c) { return c == '\r' || c == '\n' || c == '\t'; }, ' ');
+    return field;
+}
 
 void writeLine(const std::string& file, OutputFile::Start start, std::string_view line) {
     OutputFile out(file, start);
@@ -26,7 +35,7 @@ void TraceLog::DlgEventLog(std::string_view entry, bool startNewLog) {
         if (startNewLog || g_lLogEntry == 0) writeLine(file, OutputFile::Start::Empty, kHeader);
         writeLine(file, OutputFile::Start::AtEnd,
                   std::to_string(g_lLogEntry) + "\t" + platform_.dateText() + "\t" + platform_.timeText() +
-                      "\t" + std::string(entry) + "\r\n");
+                      "\t" + inOneField(entry) + "\r\n");
         if (g_lLogEntry == std::numeric_limits<std::int32_t>::max()) throw Failure(RuntimeError::Overflow);
         ++g_lLogEntry;
     } catch (...) {

@@ -53,7 +53,9 @@ dlgFontManager::dlgFontManager(TraceLog& log, ui::Platform& platform, const JobF
 void dlgFontManager::Form_Load() {
     procedures_.run("dlgFontManager.Form_Load", "Form_Load", [&] {
         chosen_ = false;
-        madeFont_ = false;
+        fontsChanged_ = false;
+        hasMadeFonts_ = false;
+        madeFont_.clear();
         renamed_.clear();
         selectedName_.clear();
         showStatus("");
@@ -123,7 +125,9 @@ void dlgFontManager::cmdNewFont_Click() {
             if (answer != ui::Answer::Yes) return;
         }
         tool().CreateFont(name);
-        madeFont_ = true;
+        fontsChanged_ = true;
+        hasMadeFonts_ = true;
+        madeFont_ = name;
         RefreshFontList();
         selectFont(name);
         tool().SetCharacterSet(set);
@@ -135,6 +139,8 @@ void dlgFontManager::cmdDeleteFont_Click() {
     procedures_.run("dlgFontManager.cmdDeleteFont_Click", "DeleteFont", [&] {
         const std::string name = lbFonts.text();
         tool().DeleteFont(name);
+        fontsChanged_ = true;
+        if (name == madeFont_) madeFont_.clear();
         RefreshFontList();
         showStatus("Deleted font: " + name);
     });
@@ -155,8 +161,10 @@ void dlgFontManager::DoRenameDupFont(std::int16_t mode) {
         if (mode == kRename) {
             tool().RenameFont(name, old);
             renamed_.emplace_back(old, name);
+            if (old == madeFont_) madeFont_ = name;
         }
         if (mode == kDuplicate) tool().DuplicateFont(name, old);
+        fontsChanged_ = true;
         RefreshFontList();
         selectFont(name);
     });

@@ -32,8 +32,12 @@ class dlgFontManager {
     void SetFontSelected(std::int16_t index) noexcept { selectedIndex_ = index; }
     // The chosen name; "" unless the operator pressed Select.
     std::string GetFontName() const;
-    // A font was made since the form last came up: it is now the tool's current one.
-    bool madeFont() const noexcept { return madeFont_; }
+    // Since the form last came up: a font was made, renamed, duplicated or deleted.
+    bool fontsChanged() const noexcept { return fontsChanged_; }
+    // One was made, which made it the tool's current one.
+    bool hasMadeFonts() const noexcept { return hasMadeFonts_; }
+    // The one made last, under its present name; "" when there is none, or none any more.
+    const std::string& madeFont() const noexcept { return madeFont_; }
     // What a font that had this name when the form came up is called now.
     std::string nameNow(std::string name) const;
 
@@ -80,7 +84,9 @@ class dlgFontManager {
     std::int16_t selectedIndex_ = 0;
     std::string selectedName_;
     bool chosen_ = false;
-    bool madeFont_ = false;
+    bool fontsChanged_ = false;
+    bool hasMadeFonts_ = false;
+    std::string madeFont_;
     std::vector<std::pair<std::string, std::string>> renamed_;  // from, to, in the order of renaming
 };
 

@@ -4,6 +4,7 @@
 
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -20,10 +21,16 @@ class CharHistogram {
                   HistogramControl& control)
         : context_(context), fontArray_(fontArray), control_(control) {}
 
-    // Builds and shows one histogram, kFontHistogram or kCharacterDistance; other types show nothing. A form
-    // that is open is filled again in its place, so that it counts deletions for as long as the operator
-    // works in it.
-    void DisplayCharHistogram(const std::string& character, std::int16_t type);
+    // NewForm closes a form that is open. What the form itself asks for comes in OpenForm, so that it counts
+    // deletions for as long as the operator works in it.
+    enum class In { NewForm, OpenForm };
+
+    // Builds and shows one histogram, kFontHistogram or kCharacterDistance; other types show nothing. Without
+    // data no form is opened, and the open one is emptied.
+    void DisplayCharHistogram(const std::string& character, std::int16_t type, In place = In::NewForm);
+    // Fills an open form again in its place with what the tool holds now; closes it when that is nothing.
+    void refill();
+    bool isOpen() const;
     // The largest Distance of the character's committed samples, 0 when it has none.
     double MaxCharDistance(const std::string& character);
 
@@ -33,11 +40,13 @@ class CharHistogram {
     void release();
 
   private:
-    void openForm();
-    void showCharacter(const tool::RecordTable& samples, const std::string& character);
-    void showFont(const tool::RecordTable& characters);
-    // The largest Distance of each record's character, in one pass over the committed samples.
-    std::vector<double> maxCharDistances(const tool::RecordTable& characters);
+    // Nothing for another type.
+    tool::RecordTablePtr recordsFor(std::int16_t type);
+    void openForm(In place);
+    void showCharacter(const tool::RecordTablePtr& samples, const std::string& character);
+    void showFont(const tool::RecordTablePtr& characters);
+    // The procedure on the committed samples as fetched; fetches them where they were not yet.
+    double MaxCharDistance(const std::string& character, std::optional<tool::RecordTablePtr>& samples);
 
     ScreenContext& context_;
     const std::vector<std::string>& fontArray_;

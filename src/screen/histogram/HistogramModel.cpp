@@ -142,6 +142,12 @@ HistogramModel::Range HistogramModel::rangeOf(std::size_t bin) const {
     return {static_cast<double>(bin) * bins.width, static_cast<double>(bin + 1) * bins.width};
 }
 
+HistogramModel::Range HistogramModel::deletedWith(std::size_t bin) const {
+    Range range = rangeOf(bin);
+    if (bin + 1 == kBins && !data.empty()) range.upper = std::max(range.upper, MaxValue(data));
+    return range;
+}
+
 std::int16_t HistogramModel::countOf(std::size_t bin) const {
     return element(bins.counts, bin);
 }

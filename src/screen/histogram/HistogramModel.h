@@ -66,6 +66,9 @@ struct HistogramModel {
     void nameBars();
 
     Range rangeOf(std::size_t bin) const;
+    // The Distances that are deleted with the bin: those of rangeOf(), and with the last bin the largest,
+    // which ten widths can miss by a rounding.
+    Range deletedWith(std::size_t bin) const;
     // Of a bin, of a character's bar; raise Subscript out of range (9) behind the last.
     std::int16_t countOf(std::size_t bin) const;
     double samplesOf(std::size_t character) const;

@@ -98,6 +98,7 @@ class dlgCharHist : public ui::Form {
     void removeHighlight();
     void pointAt(std::size_t bar);
 
+    void offerOthers(const std::string& character, const std::vector<std::string>& chars);
     // As a form that was just opened: nothing drawn, no data.
     void forgetHistogram();
     void drawScene();
@@ -114,6 +115,7 @@ class dlgCharHist : public ui::Form {
     HistogramModel model_;
     std::string character_;
     bool m_bHistSet_ = false;
+    bool filled_ = false;  // since the form was loaded
     std::int16_t deletions_ = 0;
 
     struct Point {

@@ -63,6 +63,7 @@ void dlgCharHist::SetFontHistogram(const std::vector<double>& data, const std::v
         if (chars.empty()) return setMsg("No character array");
         if (chars.size() < data.size() || max.size() < data.size())
             throw Failure(RuntimeError::SubscriptOutOfRange);
+        filled_ = true;
         character_ = chars.front();
         SetMode(kFontHistogram);
         SetLocalDataArray(data);
@@ -86,7 +87,11 @@ void dlgCharHist::SetCharHistogram(const std::vector<double>& data, const std::s
     procedures_.run(entry, "SetCharHistogram", [&] {
         forgetHistogram();
         if (character.empty()) return setMsg("No character selected");
-        if (data.empty()) return setMsg("No data");
+        if (data.empty()) {
+            if (filled_) offerOthers(character, chars);
+            return setMsg("No data");
+        }
+        filled_ = true;
         SetMode(kCharacterDistance);
         SetLocalDataArray(data);
         character_ = character;
@@ -101,6 +106,14 @@ void dlgCharHist::SetCharHistogram(const std::vector<double>& data, const std::s
         control_.m_dlgHist_UserMsg("Created character histogram");
     });
     drawScene();
+}
+
+// A form that has shown a histogram lets the operator go on to another character.
+void dlgCharHist::offerOthers(const std::string& character, const std::vector<std::string>& chars) {
+    SetMode(kCharacterDistance);
+    character_ = character;
+    SetLocalCharArray(chars);
+    m_bHistSet_ = true;
 }
 
 void dlgCharHist::CreateHashMarks(std::int16_t max) {

@@ -107,6 +107,7 @@ void dlgCharHist::Form_MouseDown(const ui::MouseEvent& event) {
 void dlgCharHist::deleteBinMenu(std::size_t bin, const ui::MouseEvent& event) {
     if (!overBar_) return;
     const auto [lower, upper] = model_.rangeOf(bin);
+    const auto deleted = model_.deletedWith(bin);
     MenuPick pick;
     {
         dlgContextPopup popup(log_);
@@ -119,7 +120,7 @@ void dlgCharHist::deleteBinMenu(std::size_t bin, const ui::MouseEvent& event) {
         pick = popup.popUp(platform_, popup.mnuHistogram, chart, event.x, event.y);
         if (alive.expired() || pick != MenuPick::HistogramDelete) return;
         setMsg("Deleting and updating...");
-        control_.m_dlgHist_DeleteByDistance(character_, lower, upper);
+        control_.m_dlgHist_DeleteByDistance(character_, deleted.lower, deleted.upper);
     }
     deletions_ = toInt16(deletions_ + 1);
     tmrGraphics.setEnabled(false);

@@ -60,7 +60,7 @@ void CharOverview::UpdateTrainStatus() {
 
 void CharOverview::SetFontArray() {
     context_.procedures.run("Dravikdlg.SetFontArray", "SetFontArray", [&] {
-        if (!context_.tool.m_ToolBound) return;
+        if (context_.tool.m_FontIndex == kFontUnknown) return;
         const auto table = context_.tool->GetSampleData(tool::kAllTrained, tool::kCharacterFields);
         if (!table) return;
         for (int row = 1; row <= table->upperRow(); ++row) {
@@ -71,13 +71,19 @@ void CharOverview::SetFontArray() {
 }
 
 void CharOverview::lblChar_MouseMove(ui::Label& cell) {
-    context_.procedures.run("", "lblChar_MouseMove", [&] {
+    context_.procedures.run("Dravikdlg.lblChar_MouseMove", "lblChar_MouseMove", [&] {
         cell.setToolTip(cell.caption() + " -- " + std::to_string(counts_.NumberTrained(cell.caption())) +
                         " trained");
     });
 }
 
+void CharOverview::SetGraphicalView(bool bGraphical) {
+    context_.procedures.run("Dravikdlg.SetGraphicalView", "SetGraphicalView",
+                            [&] { context_.screen.SetGraphicalView(bGraphical); });
+}
+
 void CharOverview::InitColorKey() {
+    context_.procedures.trace("Dravikdlg.InitColorKey");
     for (std::size_t i = 0; i < context_.screen.overview.lblKey.size(); ++i)
         context_.screen.overview.lblKey[i]->setBackColor(kStateColors[i]);
 }

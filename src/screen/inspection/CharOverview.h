@@ -17,10 +17,13 @@ class CharOverview {
     void UpdateCharDisplay();
     // Repaints the cells of the font's characters by trained count.
     void UpdateTrainStatus();
-    // Rebuilds FontArray from the font's character records; an empty answer keeps the previous one.
+    // Rebuilds FontArray from the font's character records; no selected font and an empty answer keep the
+    // previous one.
     void SetFontArray();
     // The hovered cell's tool tip.
     void lblChar_MouseMove(ui::Label& cell);
+    // Shows the cells, or the samples grid in their place.
+    void SetGraphicalView(bool bGraphical);
     // Colours the legend.
     void InitColorKey();
 

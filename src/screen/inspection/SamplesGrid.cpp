@@ -60,8 +60,11 @@ class RecordSource : public ui::GridSource {
 void SamplesGrid::FillSamplesArray() {
     context_.procedures.run("Dravikdlg.FillSamplesArray", "FillSamplesArray", [&] {
         const Display display = displayOf(context_.screen.numeric.cboDisplay.listIndex());
+        records_.reset();
         auto table = context_.tool->GetSampleData(display.selector, display.fields);
         if (!table || table->isEmpty()) return;
+        table->codes();  // what is not a table of records is refused before it is shown
+        records_ = table;
         context_.screen.numeric.grid.setSource(std::make_shared<RecordSource>(std::move(table)));
         context_.screen.numeric.grid.setCentered(0);
         context_.screen.numeric.grid.setCentered(1);
@@ -70,6 +73,11 @@ void SamplesGrid::FillSamplesArray() {
             context_.screen.numeric.grid.sortByText(1);
         }
     });
+}
+
+void SamplesGrid::showAnew() {
+    FillSamplesArray();
+    if (!records_) context_.screen.numeric.grid.setSource(nullptr);
 }
 
 void SamplesGrid::grid_KeyDown(int KeyCode, int Shift) {
@@ -113,16 +121,37 @@ void SamplesGrid::copySelection() {
 }
 
 void SamplesGrid::deleteSelection() {
-    const ui::Grid& grid = context_.screen.numeric.grid;
-    if (const auto kind = displayOf(context_.screen.numeric.cboDisplay.listIndex()).deletedAs) {
-        const int count = grid.rowSelection() - grid.row() + 1;
-        if (count > 0) context_.tool.setFontChanged(true);
-        for (int call = 0; call < count; ++call)
-            context_.tool->DeleteSample(
-                tool::sampleIdentifier(*kind, toInt32(leadingNumber(grid.text(grid.row(), 0)))));
-    }
+    ActScope act(context_, OperatorAct::Kind::DeletionInGrid);
+    const auto kind = displayOf(context_.screen.numeric.cboDisplay.listIndex()).deletedAs;
+    if (kind && showsRecords()) deleteRows(*kind, act);
     context_.errors.UserMsg("Deleted samples. Learn again to update graphical display.");
     FillSamplesArray();
+}
+
+// The rows of a font that is gone, of a kind without records, or from before a failure name no samples.
+bool SamplesGrid::showsRecords() const {
+    const ui::Grid& grid = context_.screen.numeric.grid;
+    return records_ && grid.redraw() && grid.row() > 0 && grid.row() < grid.rows();
+}
+
+void SamplesGrid::deleteRows(tool::SampleKind kind, ActScope& act) {
+    const ui::Grid& grid = context_.screen.numeric.grid;
+    const int count = grid.rowSelection() - grid.row() + 1;
+    const std::int32_t number = toInt32(leadingNumber(grid.text(grid.row(), 0)));
+    const auto records = records_;
+    try {
+        for (int call = 0; call < count; ++call) {
+            context_.tool->DeleteSample(tool::sampleIdentifier(kind, number));
+            context_.tool.setFontChanged(true);
+            // The next sample has moved into the place of the one deleted.
+            const int row = number + call + 1;
+            if (row <= records->upperRow()) act.sample(records->character(row));
+        }
+    } catch (...) {
+        // The numbers of the rows shown are no longer those of the samples.
+        FillSamplesArray();
+        throw;
+    }
 }
 
 }  // namespace dravik::screen

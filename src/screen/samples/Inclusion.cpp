@@ -14,6 +14,7 @@ std::string counted(const std::string& characters) {
 }  // namespace
 
 void Inclusion::Include() {
+    const ActScope act(context_, OperatorAct::Kind::Include);
     context_.procedures.run("Dravikdlg.Include", "Include", [&] {
         context_.errors.UserMsg("");
         if (context_.screen.sample.txtSampleInput.text().empty()) {
@@ -29,6 +30,7 @@ void Inclusion::Include() {
             context_.screen.sample.cmdInclude.setEnabled(true);
             return;
         }
+        context_.includes.committed = 0;
         const std::int16_t count = commit_.CommitSamples();
         if (count >= 0) context_.errors.UserMsg(std::to_string(count) + " samples included.");
         if (count == kCommitDeclined) context_.errors.UserMsg("Samples not included.");
@@ -47,6 +49,7 @@ void Inclusion::Include() {
 }
 
 void Inclusion::AddSamples() {
+    ActScope act(context_, OperatorAct::Kind::Include);
     context_.procedures.run("Dravikdlg.AddSamples", "AddSamples", [&] {
         ui::TextBox& input = context_.screen.sample.txtSampleInput;
         if (input.text().empty()) return;
@@ -56,6 +59,7 @@ void Inclusion::AddSamples() {
         }
         const std::string text = tool::textToInclude(input.text());
         context_.tool->IncludeSamples(text);
+        act.changed();
         context_.includes.m_PendingInclude = text;
         context_.screen.numeric.cboDisplay.setListIndex(kDisplayUncommitted);
         context_.tool.setFontChanged(true);

@@ -6,6 +6,7 @@
 namespace dravik::screen {
 
 std::int16_t SampleCommit::CommitSamples() {
+    ActScope act(context_, OperatorAct::Kind::Include);
     return context_.procedures.run("Dravikdlg.CommitSamples", "CommitSamples", [&]() -> std::int16_t {
         const auto uncommitted = context_.tool->GetUncommittedSamples();
         if (uncommitted.empty()) return kNothingToCommit;
@@ -25,6 +26,8 @@ std::int16_t SampleCommit::CommitSamples() {
             overview_.UpdateCharDisplay();
         }
         context_.tool->CommitNewSamples();
+        for (const auto& character : uncommitted) act.sample(character);
+        context_.includes.committed = static_cast<std::uint32_t>(uncommitted.size());
         context_.screen.numeric.cboDisplay.setListIndex(kDisplayCommitted);
         context_.screen.train.cmdTrain.setEnabled(true);
         grid_.FillSamplesArray();

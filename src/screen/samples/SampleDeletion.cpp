@@ -1,5 +1,7 @@
 #include "screen/samples/SampleDeletion.h"
 
+#include <algorithm>
+
 #include "base/Conversions.h"
 #include "base/Text.h"
 #include "tool/Samples.h"
@@ -14,20 +16,37 @@ constexpr ui::Color kIncludedColor = ui::rgb(128, 128, 255);
 // Walks rows 1 to upper bound - 1: the loop ends as soon as it reaches the last row, which is not looked at.
 // A table with a single record is therefore walked past its end, which raises Subscript out of range.
 template <class Matches>
-void SampleDeletion::deleteCommitted(const tool::RecordTable& table, Matches matches, std::int16_t& deleted) {
+void SampleDeletion::deleteCommitted(const tool::RecordTable& table, Matches matches, std::int16_t& deleted,
+                                     ActScope& act) {
     const int last = table.upperRow();
     int row = 1;
-    do {
-        if (matches(row)) {
-            context_.tool->DeleteSample(
-                tool::sampleIdentifier(tool::SampleKind::Committed, row - 1 - deleted));
-            deleted = toInt16(deleted + 1);
-        }
-        ++row;
-    } while (row != last);
+    refillingOnFailure([&] {
+        do {
+            if (matches(row)) {
+                context_.tool->DeleteSample(
+                    tool::sampleIdentifier(tool::SampleKind::Committed, row - 1 - deleted));
+                act.sample(table.character(row));
+                deleted = toInt16(deleted + 1);
+            }
+            ++row;
+        } while (row != last);
+    });
+}
+
+// What was deleted before the failure has moved the samples behind it: the grid must not go on with the
+// numbers from before.
+template <class Deletion>
+void SampleDeletion::refillingOnFailure(Deletion deletion) {
+    try {
+        deletion();
+    } catch (...) {
+        grid_.FillSamplesArray();
+        throw;
+    }
 }
 
 std::int16_t SampleDeletion::DeleteChar(std::int16_t kind, const std::string& c) {
+    ActScope act(context_, OperatorAct::Kind::DeletionOfCharacter, c);
     const auto body = [&]() -> std::int16_t {
         std::int16_t deleted = 0;
         if (kind == kDeleteUncommitted) {
@@ -40,7 +59,7 @@ std::int16_t SampleDeletion::DeleteChar(std::int16_t kind, const std::string& c)
             if (!table) return 0;
             counts_.NumberCommitted(c);
             deleteCommitted(
-                *table, [&](int row) { return table->character(row) == c; }, deleted);
+                *table, [&](int row) { return table->character(row) == c; }, deleted, act);
         }
         context_.tool.setFontChanged(true);
         grid_.FillSamplesArray();
@@ -51,6 +70,7 @@ std::int16_t SampleDeletion::DeleteChar(std::int16_t kind, const std::string& c)
 
 std::int16_t SampleDeletion::DeleteSamplesByDistance(const std::string& Character, double MinDistance,
                                                      double MaxDistance) {
+    ActScope act(context_, OperatorAct::Kind::DeletionByDistance, Character);
     const std::string entry = "Dravikdlg.DeleteSamplesByDistance(" + Character + "," +
                               numberText(MinDistance) + "," + numberText(MaxDistance) + ")";
     return context_.procedures.run(entry, "DeleteSamplesByDistance", [&]() -> std::int16_t {
@@ -64,7 +84,7 @@ std::int16_t SampleDeletion::DeleteSamplesByDistance(const std::string& Characte
                 const double distance = table->number(row, 2);
                 return MinDistance <= distance && distance <= MaxDistance;
             },
-            deleted);
+            deleted, act);
         context_.tool.setFontChanged(true);
         grid_.FillSamplesArray();
         return deleted;
@@ -75,13 +95,15 @@ void SampleDeletion::DeleteAllSamples(std::int16_t kind) {
     const char* entry = kind == kDeleteCommitted     ? "DeleteSamples(committed)"
                         : kind == kDeleteUncommitted ? "DeleteSamples(uncommitted)"
                                                      : "Dravikdlg.DeleteAllSamples";
+    ActScope act(context_, OperatorAct::Kind::Include);
     context_.procedures.run(entry, "DeleteAllSamples", [&] {
         if (kind == kDeleteUncommitted) {
             const auto table = context_.tool->GetSampleData(tool::kAllUncommitted, tool::kSampleFields);
-            if (!table) return;
+            if (!table) return act.takenBack();
             const int last = table->upperRow();
             for (int call = 0; call <= last; ++call)
                 context_.tool->DeleteSample(tool::sampleIdentifier(tool::SampleKind::Uncommitted, 0));
+            act.takenBack();
             context_.includes.m_PendingInclude.clear();
         }
         grid_.FillSamplesArray();
@@ -89,6 +111,7 @@ void SampleDeletion::DeleteAllSamples(std::int16_t kind) {
 }
 
 void SampleDeletion::DeleteLast() {
+    ActScope act(context_, OperatorAct::Kind::UndoOfInclude);
     context_.procedures.run("Dravikdlg.DeleteLast", "DeleteLast", [&] {
         const auto table = context_.tool->GetSampleData(tool::kAllCommitted, tool::kSampleFields);
         if (!table) return;
@@ -97,8 +120,17 @@ void SampleDeletion::DeleteLast() {
         if (length == 0) return;
         // The highest identifier names the place behind the last sample; the others are the last include's
         // samples.
-        for (int index = last; index >= last - length; --index)
-            context_.tool->DeleteSample(tool::sampleIdentifier(tool::SampleKind::Committed, index));
+        const auto left =
+            static_cast<int>(std::min(static_cast<std::uint32_t>(length), context_.includes.committed));
+        if (left == 0) return;
+        refillingOnFailure([&] {
+            for (int index = last; index >= last - left; --index) {
+                context_.tool->DeleteSample(tool::sampleIdentifier(tool::SampleKind::Committed, index));
+                if (index < 0 || index == last) continue;
+                --context_.includes.committed;
+                act.sample(table->character(index + 1));
+            }
+        });
         context_.tool.setFontChanged(true);
         context_.includes.m_IncludedChars =
             withoutLast(context_.includes.m_IncludedChars, static_cast<std::size_t>(length));
@@ -106,6 +138,7 @@ void SampleDeletion::DeleteLast() {
         context_.includes.m_LastInclude.clear();
         context_.screen.sbr.panel("LastInclude").setText("");
         context_.screen.overview.tlbChars.button("Undo").setEnabled(false);
+        context_.screen.overview.tlbChars.button("Undo").setToolTip("Nothing to undo");
         HighlightIncluded(context_.includes.m_IncludedChars);
         grid_.FillSamplesArray();
     });

@@ -49,7 +49,10 @@ class SampleDeletion {
 
   private:
     template <class Matches>
-    void deleteCommitted(const tool::RecordTable& table, Matches matches, std::int16_t& deleted);
+    void deleteCommitted(const tool::RecordTable& table, Matches matches, std::int16_t& deleted,
+                         ActScope& act);
+    template <class Deletion>
+    void refillingOnFailure(Deletion deletion);
 
     ScreenContext& context_;
     SampleCounts& counts_;

@@ -18,8 +18,13 @@ class ChildForms : HistogramControl {
 
     void DisplayCharArray(const std::string& character, bool bStdDev);
     // kFontHistogram or kCharacterDistance.
-    void DisplayCharHistogram(const std::string& character, std::int16_t type);
+    void DisplayCharHistogram(const std::string& character, std::int16_t type,
+                              CharHistogram::In place = CharHistogram::In::NewForm);
 
+    // The tool's samples have changed: fills an open histogram again, in its place and without a message.
+    void refill();
+    // Another font was loaded: a histogram of the one before would delete from this one.
+    void closeHistogram() { histogram_.release(); }
     // Closes the histogram viewer, then the array viewer.
     void release();
 
@@ -35,6 +40,7 @@ class ChildForms : HistogramControl {
     SampleDeletion& deletion_;
     CharArray array_;
     CharHistogram histogram_;
+    bool refilling_ = false;
 };
 
 }  // namespace dravik::screen

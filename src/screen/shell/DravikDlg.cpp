@@ -41,6 +41,7 @@ struct DravikDlg::Parts {
     PopupMenus menus{context, counts, deletion, overview, grid, forms};
 
     void UserControl_Initialize();
+    void refreshAfterHistory(const ScreenState& state, bool fontChanged);
     void wire();
 };
 
@@ -52,17 +53,31 @@ void DravikDlg::Parts::UserControl_Initialize() {
         context.tool.tool.reset();
         readOnly = false;
         rootStep.reset();
-        selection.m_FontIndex = kFontUnknown;
+        context.tool.m_FontIndex = kFontUnknown;
         screen.train.cboTimeout.setListIndex(0);
         context.tool.m_ToolBound = false;
         stateFlagC = false;
-        screen.SetGraphicalView(true);
+        overview.SetGraphicalView(true);
         overview.InitColorKey();
         screen.numeric.grid.setRedraw(false);
         screen.train.cmdSaveFont.setEnabled(false);
         screen.train.cmdRevert.setEnabled(false);
         screen.train.cmdStop.setEnabled(false);
         stringList.assign(1, "");
+    });
+}
+
+void DravikDlg::Parts::refreshAfterHistory(const ScreenState& state, bool fontChanged) {
+    context.procedures.run("Dravikdlg.RefreshAfterHistory", "RefreshAfterHistory", [&] {
+        context.tool.setFontChanged(fontChanged);
+        context.setState(state);
+        binding.showCharacterSet();
+        grid.showAnew();
+        deletion.HighlightIncluded(context.includes.m_IncludedChars);
+        if (!state.awaitsDecision && !context.screen.train.cmdStop.enabled())
+            context.screen.train.cmdTrain.setEnabled(selection.ReadyToTrain());
+        binding.showTrainDate();
+        forms.refill();
     });
 }
 
@@ -74,7 +89,12 @@ void DravikDlg::Parts::wire() {
 
     font.cmdSelectFont.click.subscribe([this] { selection.SelectFont(); });
     font.txtCharSet.textChanged.subscribe([this] { selection.txtCharSet_Change(); });
-    selection.fontLoaded = [this] { deletion.forgetIncludes(); };
+    const auto leaveFont = [this] {
+        deletion.forgetIncludes();
+        forms.closeHistogram();
+    };
+    selection.fontLoaded = leaveFont;
+    binding.stepLeft = leaveFont;
     selection.fillItems = [this] { binding.FillItems(); };
 
     sample.cmdInclude.click.subscribe([this] { inclusion.Include(); });
@@ -105,7 +125,10 @@ void DravikDlg::Parts::wire() {
         });
     }
 
-    screen.numeric.cboDisplay.click.subscribe([this] { grid.FillSamplesArray(); });
+    screen.numeric.cboDisplay.click.subscribe([this] {
+        context.procedures.trace("Dravikdlg.cboDisplay_Click");
+        grid.FillSamplesArray();
+    });
     screen.numeric.grid.mouseDown.subscribe(
         [this](const ui::MouseEvent& event) { menus.grid_MouseDown(event); });
     screen.numeric.grid.keyDown.subscribe([this](int key, int shift) { grid.grid_KeyDown(key, shift); });
@@ -151,14 +174,17 @@ Screen& DravikDlg::screen() noexcept {
 }
 
 void DravikDlg::setReadOnly(bool readOnly) {
+    parts_->context.procedures.trace("Dravikdlg.StepEditor_ReadOnly");
     parts_->readOnly = readOnly;
 }
 
 bool DravikDlg::readOnly() const {
+    parts_->context.procedures.trace("Dravikdlg.StepEditor_ReadOnly");
     return parts_->readOnly;
 }
 
 void DravikDlg::setRootStep(tool::StepPtr step) {
+    parts_->context.procedures.trace("Dravikdlg.StepEditor_RootStep");
     parts_->rootStep = std::move(step);
 }
 
@@ -167,10 +193,15 @@ void DravikDlg::tellFailure(std::string_view source, const Failure& failure) {
 }
 
 void DravikDlg::setStep(tool::StepPtr step) {
-    parts_->binding.setStep(std::move(step));
+    bindStep(std::move(step));
+}
+
+bool DravikDlg::bindStep(tool::StepPtr step) {
+    return parts_->binding.setStep(std::move(step));
 }
 
 tool::StepPtr DravikDlg::step() const {
+    parts_->context.procedures.trace("Dravikdlg.StepEditor_Step");
     return parts_->context.tool.tool;
 }
 
@@ -187,12 +218,24 @@ std::string DravikDlg::FontTrainDate(const std::string& Font) {
     return parts_->selection.FontTrainDate(Font);
 }
 
+ScreenState DravikDlg::state() const {
+    return parts_->context.state();
+}
+
+void DravikDlg::refreshAfterHistory(const ScreenState& state, bool fontChanged) {
+    parts_->refreshAfterHistory(state, fontChanged);
+}
+
+ui::Signal<const OperatorAct&>& DravikDlg::actEnded() noexcept {
+    return parts_->context.actEnded;
+}
+
 bool DravikDlg::m_FontChanged() const noexcept {
     return parts_->context.tool.m_FontChanged();
 }
 
 std::string DravikDlg::selectedFont() const {
-    return parts_->selection.m_FontIndex == kFontUnknown ? std::string() : selectedFontCaption();
+    return parts_->context.tool.fontLoaded ? selectedFontCaption() : std::string();
 }
 
 const std::string& DravikDlg::selectedFontCaption() const {

@@ -9,9 +9,11 @@
 
 #include "base/Failure.h"
 #include "base/JobFolder.h"
+#include "screen/context/OperatorAct.h"
 #include "screen/context/Screen.h"
 #include "tool/Step.h"
 #include "ui/Platform.h"
+#include "ui/Signal.h"
 
 namespace dravik::screen {
 
@@ -42,8 +44,20 @@ class DravikDlg : public tool::StepEditor {
     void HighlightIncluded(const std::string& IncludedChars);
     std::string FontTrainDate(const std::string& Font);
 
+    // As setStep(); false when the step before stays bound.
+    bool bindStep(tool::StepPtr step);
+
     // Reports, in the same place, what failed before it came to the screen.
     void tellFailure(std::string_view source, const Failure& failure);
+
+    // For who keeps a history of the font. What the screen remembers beside the tool's font, as a value.
+    ScreenState state() const;
+    // The tool's font has gone back or forth: shows its characters, samples and training anew and the screen
+    // as it was then. The tool is only asked. An open histogram is filled again, or closed where its samples
+    // are gone.
+    void refreshAfterHistory(const ScreenState& state, bool fontChanged);
+    // An act of the operator that changed the font has ended.
+    ui::Signal<const OperatorAct&>& actEnded() noexcept;
 
     // For the program around the screen. The font differs from its saved form.
     bool m_FontChanged() const noexcept;

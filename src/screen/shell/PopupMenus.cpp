@@ -95,10 +95,12 @@ void PopupMenus::excludeCharacter(const std::string& character) {
     if (!confirmed("Are you certain you want to exclude the character " + character + " from the font?",
                    character))
         return;
+    ActScope act(context_, OperatorAct::Kind::Exclusion, character);
     deletion_.DeleteChar(kDeleteCommitted, character);
     const auto set = deletion_.FontWithoutChar(character);
     if (!set) return;
     context_.tool->SetCharacterSet(*set);
+    act.characterSet(*set);
     overview_.UpdateCharDisplay();
     context_.screen.train.cmdTrain.setFocus();
     context_.errors.UserMsg("Excluded " + character + ". Retrain required.");
@@ -108,6 +110,7 @@ void PopupMenus::deleteCharacter(const std::string& character) {
     if (!confirmed("Are you certain you want to delete all samples for the character " + character + "?",
                    character))
         return;
+    const ActScope act(context_, OperatorAct::Kind::DeletionOfCharacter, character);
     deletion_.DeleteChar(kDeleteCommitted, character);
     context_.screen.train.cmdTrain.setFocus();
     overview_.UpdateCharDisplay();

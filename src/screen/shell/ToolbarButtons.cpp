@@ -14,9 +14,9 @@ void ToolbarButtons::tlbChars_ButtonClick(ui::ToolButton& button) {
             return true;
         };
         if (is("Graphical")) {
-            context_.screen.SetGraphicalView(true);
+            overview_.SetGraphicalView(true);
         } else if (is("Numeric")) {
-            context_.screen.SetGraphicalView(false);
+            overview_.SetGraphicalView(false);
         } else if (is("Hist")) {
             // The button's own key is "Histogram": the font histogram is opened from the pop-up menus.
             overview_.SetFontArray();

@@ -13,36 +13,55 @@ void FontSelection::SelectFont() {
         context_.screen.train.prgTrain.setValue(0);
         if (!manager_)
             manager_ = std::make_unique<dlgFontManager>(context_.log, context_.platform, context_.jobs);
+        // A host may bind another step while the manager is open: its fonts were not those offered.
+        const tool::StepPtr step = context_.tool.tool;
         manager_->SetDravikTool(&*context_.tool);
-        manager_->SetFontSelected(m_FontIndex);
+        manager_->SetFontSelected(context_.tool.m_FontIndex);
         context_.platform.showModal(manager_->form());
+        manager_->SetDravikTool(nullptr);
+        if (context_.tool.tool != step) return;
         const std::string name = manager_->GetFontName();
         if (name.empty()) {
             keepShownFont();
             return;
         }
+        // The font shown keeps the name that it has now, even where the chosen one cannot be loaded.
+        ui::Label& shown = context_.screen.font.lblSelectedFont;
+        if (context_.tool.fontLoaded) shown.setCaption(manager_->nameNow(shown.caption()));
         const std::int16_t chosen = indexOf(name);
         context_.tool->LoadFont(name);
-        if (chosen != kFontUnknown) m_FontIndex = chosen;
-        context_.screen.font.lblSelectedFont.setCaption(name);
-        if (fontLoaded) fontLoaded();
-        fillItems();
-        takeIndexOf(name);
+        if (chosen != kFontUnknown) context_.tool.m_FontIndex = chosen;
+        show(name);
     });
 }
 
-void FontSelection::keepShownFont() {
-    if (m_FontIndex == kFontUnknown) return;
-    const std::string& shown = context_.screen.font.lblSelectedFont.caption();
-    const std::string name = manager_->nameNow(shown);
-    m_FontIndex = indexOf(name);
-    if (name == shown && m_FontIndex != kFontUnknown && !manager_->madeFont()) return;
-    // A font made in the manager has become the tool's current one.
-    if (m_FontIndex != kFontUnknown && manager_->madeFont()) context_.tool->LoadFont(name);
-    context_.screen.font.lblSelectedFont.setCaption(name);
+void FontSelection::show(const std::string& font) {
+    context_.tool.fontLoaded = true;
+    context_.screen.font.lblSelectedFont.setCaption(font);
     if (fontLoaded) fontLoaded();
     fillItems();
-    takeIndexOf(name);
+    takeIndexOf(font);
+}
+
+void FontSelection::keepShownFont() {
+    if (!manager_->fontsChanged()) return;
+    const bool none = !context_.tool.fontLoaded;
+    const std::string shown = none ? "" : context_.screen.font.lblSelectedFont.caption();
+    const std::string name = none ? manager_->madeFont() : manager_->nameNow(shown);
+    if (name.empty()) return;
+    context_.tool.m_FontIndex = indexOf(name);
+    const bool gone = context_.tool.m_FontIndex == kFontUnknown;
+    if (gone) {
+        context_.tool.fontLoaded = false;
+        context_.tool.setFontChanged(false);
+        if (fontLoaded) fontLoaded();
+        fillItems();
+        return;
+    }
+    // A font made in the manager has become the tool's current one.
+    const bool loads = !none && manager_->hasMadeFonts();
+    if (loads) context_.tool->LoadFont(name);
+    if (none || loads || name != shown) show(name);
 }
 
 std::int16_t FontSelection::indexOf(const std::string& font) {
@@ -53,10 +72,11 @@ std::int16_t FontSelection::indexOf(const std::string& font) {
 
 void FontSelection::takeIndexOf(const std::string& font) {
     const std::int16_t index = indexOf(font);
-    if (index != kFontUnknown) m_FontIndex = index;
+    if (index != kFontUnknown) context_.tool.m_FontIndex = index;
 }
 
 void FontSelection::txtCharSet_Change() {
+    const ActScope act(context_, OperatorAct::Kind::CharacterSet);
     context_.procedures.run("Dravikdlg.txtCharSet_Change", "SetupNewCharSet", [&] {
         if (context_.screen.font.txtCharSet.locked()) return;
         SetupNewCharSet();
@@ -65,10 +85,13 @@ void FontSelection::txtCharSet_Change() {
 }
 
 void FontSelection::SetupNewCharSet() {
+    ActScope act(context_, OperatorAct::Kind::CharacterSet);
     context_.procedures.run("Dravikdlg.SetupNewCharSet", "SetupNewCharSet", [&] {
-        tool::CharacterSet set = characters(context_.screen.font.txtCharSet.text());
+        const auto typed = characters(context_.screen.font.txtCharSet.text());
+        tool::CharacterSet set = typed;
         set.insert(set.begin(), "");
         context_.tool->SetCharacterSet(set);
+        act.characterSet(typed);
         context_.tool.setFontChanged(true);
     });
 }

@@ -12,9 +12,6 @@
 
 namespace dravik::screen {
 
-// m_FontIndex while the step's font is not yet known.
-constexpr std::int16_t kFontUnknown = -1;
-
 class FontSelection {
   public:
     FontSelection(ScreenContext& context, SamplesGrid& grid) : context_(context), grid_(grid) {}
@@ -32,17 +29,17 @@ class FontSelection {
     // "Trained on " or "Not trained. Created " and the date of the font's file, or "unknown".
     std::string FontTrainDate(const std::string& Font);
 
-    // Index of the selected font in the tool's font list.
-    std::int16_t m_FontIndex = kFontUnknown;
-
     // Wired by the shell.
     std::function<void()> fontLoaded;  // another font was loaded, before the screen is filled from it
     std::function<void()> fillItems;
 
   private:
     // The manager was left without a choice, but fonts may have been made, renamed or deleted in it: the
-    // screen goes on with the font that it shows, under the name that it has now, or with none.
+    // screen goes on with the font that it shows, under the name that it has now, or with none. Where it
+    // showed none, it shows the one that was made, since the tool works on it.
     void keepShownFont();
+    // The tool has loaded the font: fills the screen from it.
+    void show(const std::string& font);
     // Index in the tool's font list, kFontUnknown when it is not there.
     std::int16_t indexOf(const std::string& font);
     // Takes m_FontIndex again once the font is loaded, since loading may change the order of the tool's list.

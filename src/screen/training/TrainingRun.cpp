@@ -1,6 +1,7 @@
 #include "screen/training/TrainingRun.h"
 
 #include <array>
+#include <cmath>
 #include <cstdio>
 #include <utility>
 
@@ -15,6 +16,7 @@ constexpr std::size_t kStandardTimeout = 3;
 
 std::string rmsText(float rms) {
     // Through the decimal form of the single, so that 0.03 does not show the digits of its nearest double.
+    if (!std::isfinite(rms)) return formatNumber(static_cast<double>(rms), "0.00#######");
     char buffer[32];
     std::snprintf(buffer, sizeof buffer, "%.7g", static_cast<double>(rms));
     return formatNumber(leadingNumber(buffer), "0.00#######");
@@ -45,6 +47,7 @@ void TrainingRun::GetTrainTimeout() {
 void TrainingRun::cmdTrain_Click() {
     auto& train = context_.screen.train;
     context_.procedures.run("Dravikdlg.cmdTrain_Click", "Train", [&] {
+        beforeRun_ = context_.state();
         context_.errors.UserMsg("");
         if (!context_.tool->GetUncommittedSamples().empty()) {
             const ui::Answer answer = context_.platform.messageBox(
@@ -78,6 +81,7 @@ void TrainingRun::SetTrainState(bool training) {
 void TrainingRun::tmrTrain_Timer() {
     auto& train = context_.screen.train;
     if (std::exchange(polling_, true)) return;
+    ActScope act(context_, OperatorAct::Kind::Learn);
     context_.procedures.run("Dravikdlg.tmrTrain_Timer", "TrainTimer", [&] {
         if (!context_.tool->IsTrainingDone()) {
             train.lblStatus.setCaption(" RMS Error: " + rmsText(context_.tool->GetRmsError()));
@@ -93,6 +97,8 @@ void TrainingRun::tmrTrain_Timer() {
                                        ", RMS: " + rms);
             // What the run has learnt is not in the font's file yet: closing now asks whether to save it.
             context_.tool.setFontChanged(true);
+            act.begunIn(beforeRun_);
+            act.changed();
         }
         context_.procedures.trace("Dravikdlg.training done, RMS = " + rms);
         train.tmrTrain.setEnabled(false);
@@ -119,9 +125,22 @@ void TrainingRun::cmdStop_Click() {
     });
 }
 
+void TrainingRun::leave() {
+    auto& train = context_.screen.train;
+    if (!train.cmdStop.enabled() && !train.cmdRevert.enabled() && !train.cmdSaveFont.enabled()) return;
+    train.tmrTrain.setEnabled(false);
+    train.cmdSaveFont.setEnabled(false);
+    train.cmdRevert.setEnabled(false);
+    train.prgTrain.setValue(0);
+    train.lblStatus.setCaption("");
+    SetTrainState(false);
+}
+
 void TrainingRun::cmdRevert_Click() {
+    ActScope act(context_, OperatorAct::Kind::Revert, context_.screen.font.lblSelectedFont.caption());
     context_.procedures.run("Dravikdlg.cmdRevert_Click", "Revert", [&] {
         context_.tool->RevertFont(context_.screen.font.lblSelectedFont.caption());
+        act.changed();
         SetTrainState(false);
         context_.screen.train.prgTrain.setValue(0);
         context_.screen.sample.txtSampleInput.setFocus();
@@ -132,8 +151,10 @@ void TrainingRun::cmdRevert_Click() {
 void TrainingRun::SaveFont() {
     auto& train = context_.screen.train;
     auto& font = context_.screen.font;
+    ActScope act(context_, OperatorAct::Kind::Save, font.lblSelectedFont.caption());
     context_.procedures.run("Dravikdlg.SaveFont", "SaveFont", [&] {
         context_.tool->SaveFont(font.lblSelectedFont.caption());
+        act.changed();
         context_.tool.setFontChanged(false);
         train.cmdRevert.setEnabled(false);
         overview_.UpdateTrainStatus();

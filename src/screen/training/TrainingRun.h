@@ -26,6 +26,8 @@ class TrainingRun {
     void tmrTrain_Timer();
     void cmdStop_Click();
     void cmdRevert_Click();
+    // Polls and offers nothing more of a run whose tool is no longer the bound one.
+    void leave();
     void SaveFont();
 
     // Wired by the shell: the click of Include.
@@ -40,6 +42,7 @@ class TrainingRun {
     std::int32_t trainingTimeout_ = 0;  // seconds
     std::string lastStatusText_;
     bool polling_ = false;
+    ScreenState beforeRun_;  // when Learn was pressed
 };
 
 }  // namespace dravik::screen

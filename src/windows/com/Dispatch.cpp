@@ -173,6 +173,11 @@ HRESULT Dispatch::call(const Member& member, DISPID id, WORD flags, DISPPARAMS& 
         const auto type = referredType(function->lprgelemdescParam[parameter]);
         if (!type) {
             arguments[place] = innermost(arguments[place]);
+            // What scripts have for no object.
+            if (flags == DISPATCH_PROPERTYPUTREF && arguments[place].vt <= VT_NULL) {
+                arguments[place].vt = VT_DISPATCH;
+                arguments[place].pdispVal = nullptr;
+            }
         } else if (!refer(arguments[place], *type, converted[place])) {
             if (wrongArgument) *wrongArgument = place;
             return DISP_E_TYPEMISMATCH;

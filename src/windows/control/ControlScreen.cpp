@@ -57,11 +57,12 @@ void ControlScreen::setRootStep(tool::StepPtr step) {
     dialog().setRootStep(std::move(step));
 }
 
-void ControlScreen::setStep(tool::StepPtr step) {
+bool ControlScreen::setStep(tool::StepPtr step) {
     begin();
-    dialog().setStep(step);
+    if (!dialog().bindStep(step)) return false;
     // A font manager or a box that is open works on the tool before.
     keep(std::exchange(step_, std::move(step)));
+    return true;
 }
 
 void ControlScreen::end() {

@@ -28,8 +28,10 @@ class ControlScreen {
 
     void setReadOnly(bool readOnly);
     void setRootStep(tool::StepPtr step);
-    // Raises what DravikDlg::setStep raises.
-    void setStep(tool::StepPtr step);
+    // Raises what DravikDlg::setStep raises; false when the step before stays bound.
+    bool setStep(tool::StepPtr step);
+    // The bound step, nothing before the first.
+    const tool::StepPtr& step() const noexcept { return step_; }
 
     // Runs UserControl_Terminate, which may ask the operator; once in a screen's life.
     void end();

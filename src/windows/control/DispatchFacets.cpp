@@ -69,8 +69,14 @@ HRESULT StepEditorFacet::putref_RootStep(IDispatch* Value) {
 HRESULT StepEditorFacet::putref_Step(IDispatch* Value) {
     return entered([&] {
         return com::comCall(__uuidof(::StepEditor), kSource, [&] {
-            state_.screen.setStep(com::stepFromCom(Value));
-            given_ = Value;
+            tool::StepPtr step;
+            try {
+                // The same object again is the same step.
+                step = Value && given_.get() == Value ? state_.screen.step() : com::stepFromCom(Value);
+            } catch (...) {
+                return state_.screen.dialog().tellFailure("StepEditor_Step", currentFailure());
+            }
+            if (state_.screen.setStep(std::move(step))) given_ = Value;
         });
     });
 }

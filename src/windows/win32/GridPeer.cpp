@@ -48,7 +48,7 @@ class GridPeer : public PeerOf<ui::Grid, DrawnPeer>, private AccessibleContent {
     void show(ui::Change change) override {
         switch (change) {
             case ui::Change::Items:
-                if (columns_ != model_.columns() || !fitted_) fit();
+                if (columns_ != model_.columns() || !fitted_ || digits() > fittedDigits_) fit();
                 refill();
                 break;
             case ui::Change::Appearance:
@@ -236,8 +236,12 @@ class GridPeer : public PeerOf<ui::Grid, DrawnPeer>, private AccessibleContent {
                 std::max(static_cast<int>(widest) + look().px(kColumnPadding), look().px(kLeastColumnWidth)));
         }
         fitted_ = last > 0;
+        fittedDigits_ = digits();
         view_.setWidths(std::move(widths));
     }
+
+    // Of the largest record number.
+    std::size_t digits() const { return std::to_wstring(records()).size(); }
 
     void refill() {
         view_.records = records();
@@ -473,6 +477,7 @@ class GridPeer : public PeerOf<ui::Grid, DrawnPeer>, private AccessibleContent {
     int wheel_ = 0;
     int resized_ = -1;
     bool fitted_ = false;
+    std::size_t fittedDigits_ = 0;
     bool selecting_ = false;
     bool showingBars_ = false;
 };

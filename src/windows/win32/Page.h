@@ -111,6 +111,8 @@ class Page : public AnsweredWindow, public std::enable_shared_from_this<Page> {
     Peer* buddyOf(const Peer& label) const;
     // The button that Enter presses while the focus is there; null when it is outside.
     void showDefaultButton(Peer* focused);
+    // The button that Enter presses in that control, which is none itself; nothing for none.
+    ui::Button* defaultFor(const Peer* focused) const;
 
     ui::Form& form_;
     Win32Platform& platform_;

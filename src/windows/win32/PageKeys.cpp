@@ -89,12 +89,17 @@ void Page::focusLater(Peer& peer) {
     if (window()) PostMessageW(window(), kFocus, reinterpret_cast<WPARAM>(peer.window()), 0);
 }
 
+ui::Button* Page::defaultFor(const Peer* focused) const {
+    const bool elsewhere = form_.defaultField && focused && &focused->model() != form_.defaultField;
+    return elsewhere ? nullptr : form_.defaultButton;
+}
+
 // The button that Enter presses is the one that has the focus, else the form's own.
 void Page::showDefaultButton(Peer* focused) {
     if (!attached_) return;
     const bool button = focused && focused->model().kind() == ui::WidgetKind::Button;
     const ui::Widget* wanted = button                     ? &focused->model()
-                               : focused || defaultShown_ ? form_.defaultButton
+                               : focused || defaultShown_ ? defaultFor(focused)
                                                           : nullptr;
     for (const auto& peer : peers_) {
         if (!peer->attached() || peer->model().kind() != ui::WidgetKind::Button || !peer->window()) continue;
@@ -121,7 +126,8 @@ bool Page::answerKey(Peer* focused, UINT key, bool& leftPage) {
     if (key == VK_RETURN) {
         if (focused && focused->pressEnter()) return true;
         if (!form_.defaultButton) return false;
-        guarded([this] { form_.defaultButton->press(); });
+        // Where it presses nothing it is not the host's either, whose own default button may close the page.
+        if (ui::Button* const button = defaultFor(focused)) guarded([button] { button->press(); });
         return true;
     }
     if (key == VK_ESCAPE && form_.cancelButton) {

@@ -104,12 +104,12 @@ TEST(HostileHost, PassesNothingWhereSomethingIsNeeded) {
         dialog->DeleteSamplesByDistance(&text, &number, nullptr, &count),
         editor->get_ReadOnly(nullptr),
         editor->get_Step(nullptr),
-        editor->putref_Step(nullptr),
     };
     for (std::size_t i = 0; i < std::size(refused); ++i) EXPECT_TRUE(FAILED(refused[i])) << "call " << i;
     // Calls that may go without.
     EXPECT_EQ(object->DoVerb(OLEIVERB_INPLACEACTIVATE, nullptr, nullptr, 0, nullptr, nullptr), S_OK);
     EXPECT_EQ(editor->putref_RootStep(nullptr), S_OK);
+    EXPECT_EQ(editor->putref_Step(nullptr), S_OK);
     VARIANT_BOOL readOnly = VARIANT_FALSE;
     EXPECT_EQ(editor->put_ReadOnly(VARIANT_TRUE), S_OK);
     EXPECT_EQ(editor->get_ReadOnly(&readOnly), S_OK);
@@ -190,7 +190,53 @@ TEST(HostileHost, GivesAStepOfAnotherKind) {
     bench.robot.expectBox(L"Font Changed", IDNO);
 }
 
-// What fails is told to the operator, not to the host.
+// What fails is told to the operator, not to the host, and the step before stays.
+TEST(HostileHost, GivesNoStepAndOnesThatFail) {
+    Bench bench("strict");
+    bench.bind("HELLO");
+    const auto control = ComPtr<IUnknown>(bench.host->control());
+    const auto stillBound = [&] {
+        ComPtr<IDispatch> step;
+        EXPECT_EQ(control.as<::StepEditor>()->get_Step(step.put()), S_OK);
+        EXPECT_EQ(step.as<IUnknown>().get(), bench.step.as<IUnknown>().get());
+    };
+    const std::wstring nothing = L"StepEditor_Step Err 91 Object variable or With block variable not set";
+    EXPECT_EQ(control.as<::StepEditor>()->putref_Step(nullptr), S_OK);
+    EXPECT_EQ(bench.status(), nothing);
+    stillBound();
+    // As scripts write it.
+    for (const VARTYPE type : {VT_EMPTY, VT_NULL, VT_DISPATCH}) {
+        bench.include(L"HELLO", 5);
+        VARIANT value{};
+        value.vt = type;
+        DISPID id = 0;
+        wchar_t name[] = L"Step";
+        LPOLESTR names = name;
+        const auto dispatch = control.as<IDispatch>();
+        ASSERT_EQ(dispatch->GetIDsOfNames(IID_NULL, &names, 1, LOCALE_NEUTRAL, &id), S_OK);
+        DISPID put = DISPID_PROPERTYPUT;
+        DISPPARAMS parameters{&value, &put, 1, 1};
+        EXPECT_EQ(dispatch->Invoke(id, IID_NULL, LOCALE_NEUTRAL, DISPATCH_PROPERTYPUTREF, &parameters,
+                                   nullptr, nullptr, nullptr),
+                  S_OK)
+            << type;
+        EXPECT_EQ(bench.status(), nothing);
+        stillBound();
+    }
+    struct Mute : FaultyStep {
+        using FaultyStep::FaultyStep;
+        std::string programIdentifier() override { throw Failure(438, "No such member"); }
+    };
+    EXPECT_EQ(setStep(control.get(), std::make_shared<Mute>(faultyStep(bench))), S_OK);
+    EXPECT_EQ(bench.status(), L"StepEditor_Step Err 438 No such member");
+    stillBound();
+
+    // The bound one once more is no other step: its last include is still known.
+    EXPECT_EQ(control.as<::StepEditor>()->putref_Step(bench.step.as<IDispatch>().get()), S_OK);
+    EXPECT_EQ(statusText(children(bench.page(), STATUSCLASSNAMEW).front(), 1), L"HELLO");
+    bench.robot.expectBox(L"Font Changed", IDNO);
+}
+
 TEST(HostileHost, GivesARootStepThatCannotBeCalled) {
     ComPtr<IStream> stream;
     ASSERT_EQ(CreateStreamOnHGlobal(nullptr, TRUE, stream.put()), S_OK);
