@@ -17,6 +17,7 @@
 #include "contract/DrawnText.h"
 #include "engine/embedded/EmbeddedTool.h"
 #include "engine/font/FontFile.h"
+#include "engine/font/FontVersions.h"
 #include "engine/segmentation/Segmentation.h"
 #include "tool/Samples.h"
 

@@ -20,6 +20,7 @@
 #include "contract/DrawnText.h"
 #include "engine/embedded/EmbeddedTool.h"
 #include "engine/font/FontFile.h"
+#include "engine/font/FontVersions.h"
 #include "qt/Peers.h"
 #include "screen/histogram/dlgCharHist.h"
 #include "screen/shell/DravikDlg.h"

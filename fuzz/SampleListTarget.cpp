@@ -2,6 +2,7 @@
 #include <string_view>
 
 #include "FuzzTargets.h"
+#include "base/Text.h"
 #include "trainer/commands/SampleList.h"
 
 namespace dravik {

@@ -4,6 +4,7 @@
 #   tidy     every check of clang-tidy over every file
 #   fuzz     each fuzzer for FUZZ_SECONDS (default 300)
 #   mutants  faults planted in the engine, which its tests must find
+#   faults   every fault of a file operation in every story of tests/faults
 #   bare     ./run on a bare Debian 12 in a folder of its own, without a display; needs root
 # Goes on after a step that failed, names those that did, and ends with 1 if any did.
 set -uo pipefail
@@ -23,6 +24,7 @@ fuzz_step() {
     for target in font list image; do tools/fuzz.sh $target "${FUZZ_SECONDS:-300}" || return 1; done
 }
 mutants_step() { tools/mutate.sh; }
+faults_step() { tools/faults.sh; }
 bare_step() {
     install_packages debootstrap || return 1
     local root
@@ -39,7 +41,7 @@ bare_step() {
     return $code
 }
 
-[ $# -gt 0 ] || set -- clang tidy fuzz mutants bare
+[ $# -gt 0 ] || set -- clang tidy fuzz mutants faults bare
 failed=()
 for step; do
     declare -F "${step}_step" >/dev/null || { echo "nightly.sh: there is no step $step" >&2; exit 2; }

@@ -13,6 +13,7 @@
 #include "SampleSets.h"
 #include "engine/embedded/EmbeddedTool.h"
 #include "engine/font/FontFile.h"
+#include "engine/font/FontVersions.h"
 #include "engine/font/SampleStore.h"
 #include "tool/Samples.h"
 

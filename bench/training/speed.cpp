@@ -22,6 +22,7 @@
 #include "engine/classifier/Perceptron.h"
 #include "engine/embedded/EmbeddedTool.h"
 #include "engine/font/FontFile.h"
+#include "engine/font/FontVersions.h"
 
 namespace dravik {
 

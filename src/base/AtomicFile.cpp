@@ -19,28 +19,33 @@ std::string temporaryOf(const std::string& file) {
     return file + std::string(kTemporary) + std::to_string(processNumber()) + "-" + std::to_string(++counter);
 }
 
-// What a save that was killed left behind.
-void removeLeftovers(const std::string& file) noexcept {
-    try {
-        const std::string start = nameOf(file) + std::string(kTemporary);
-        const std::string folder = file.substr(0, file.size() - nameOf(file).size());
-        std::error_code error;
-        for (const std::string& name : namesIn(folderOf(file), error)) {
-            if (!name.starts_with(start)) continue;
-            const unsigned long process = std::strtoul(name.c_str() + start.size(), nullptr, 10);
-            if (process == processNumber() || !processRuns(process)) removeFile(folder + name);
-        }
-    } catch (const std::exception&) {
-        return;
+// What saves of `file` that were killed have left behind as temporaries of `written`, a name beside it.
+std::vector<std::string> leftoversOf(const std::string& written) {
+    const std::string start = nameOf(written) + std::string(kTemporary);
+    const std::string folder = written.substr(0, written.size() - nameOf(written).size());
+    std::vector<std::string> leftovers;
+    std::error_code error;
+    for (const std::string& name : namesIn(folderOf(written), error)) {
+        if (!name.starts_with(start)) continue;
+        const unsigned long process = std::strtoul(name.c_str() + start.size(), nullptr, 10);
+        if (process == processNumber() || !processRuns(process)) leftovers.push_back(folder + name);
     }
+    return leftovers;
 }
 
-void makeFolderOf(const std::string& file) {
-    const std::string folder = folderOf(file);
-    if (folder.empty() || entryKind(folder) == EntryKind::Folder) return;
-    std::error_code error;
-    makeFolders(folder, error);
-    if (error) throw systemFailure(error.value(), "Cannot make folder", folder);
+// A save that was killed before the new version took its place left nothing that counts; one that was killed
+// behind that left the previous version, which still is to become the backup.
+void clearLeftovers(const std::string& file, const std::string& target) {
+    try {
+        for (const std::string& leftover : leftoversOf(target)) removeFile(leftover);
+        for (const std::string& leftover : leftoversOf(backupOf(file))) {
+            if (!leftover.ends_with(kUnfinished) && !haveSameContent(leftover, target))
+                moveFile(leftover, backupOf(file), IfTaken::Replace, "Cannot keep the previous version of");
+            removeFile(leftover);
+        }
+    } catch (const std::exception&) {
+        return;  // the save itself says what is wrong
+    }
 }
 
 void checkExists(const std::string& file) {
@@ -53,13 +58,19 @@ std::string backupOf(const std::string& file) {
     return file + ".bak";
 }
 
-void writeWholeFile(const std::string& file, std::span<const std::uint8_t> content, bool keepsBackup) {
+void writeWholeFile(const std::string& file, std::span<const std::uint8_t> content, bool keepsBackup,
+                    const FileCheck& check) {
     makeFolderOf(file);
-    removeLeftovers(file);
-    const std::string temporary = temporaryOf(file);
+    const std::string target = linkedFile(file);
+    if (isReadOnly(target))
+        throw fileFailure(RuntimeError::PermissionDenied, "Cannot write", file, "it is read-only");
+    clearLeftovers(file, target);
+    const std::string temporary = temporaryOf(target);
     try {
-        writeThrough(temporary, content, file);
-        replaceFile(temporary, file, keepsBackup ? backupOf(file) : std::string());
+        writeThrough(temporary, content, target);
+        if (check) check(temporary);
+        replaceFile(temporary, target, keepsBackup ? backupOf(file) : std::string(),
+                    temporaryOf(backupOf(file)));
     } catch (...) {
         removeFile(temporary);
         throw;
@@ -87,6 +98,12 @@ std::vector<std::uint8_t> readWholeFile(const std::string& file, std::uint64_t m
     return content;
 }
 
+bool haveSameContent(const std::string& a, const std::string& b) {
+    std::error_code error;
+    const std::uint64_t size = fileSize(a, error);
+    return !error && fileSize(b, error) == size && !error && readWholeFile(a, size) == readWholeFile(b, size);
+}
+
 void renameFile(const std::string& from, const std::string& to) {
     checkExists(from);
     if (fileExists(to)) throw Failure(RuntimeError::FileAlreadyExists, "File already exists: \"" + to + "\"");
@@ -102,6 +119,7 @@ void retireFile(const std::string& file, bool becomesBackup) {
     removeFile(file);
     if (fileExists(file))
         throw fileFailure(RuntimeError::PermissionDenied, "Cannot delete", file, "access is denied");
+    flushFolderOf(file);
 }
 
 }  // namespace dravik

@@ -8,6 +8,14 @@ bool fileExists(const std::string& file) {
     return entryKind(file) != EntryKind::None;
 }
 
+void makeFolderOf(const std::string& file) {
+    const std::string folder = folderOf(file);
+    if (folder.empty() || entryKind(folder) == EntryKind::Folder) return;
+    std::error_code error;
+    makeFolders(folder, error);
+    if (error) throw systemFailure(error.value(), "Cannot make folder", folder);
+}
+
 RuntimeError numberOfErrno(int error) {
     switch (error) {
         case ENOSPC:

@@ -1,37 +1,46 @@
-#include <windows.h>
-
 #include <algorithm>
 #include <string_view>
 #include <utility>
 
 #include "base/FileSystem.h"
-#include "base/Handle.h"
 #include "base/Utf.h"
+#include "base/WindowsFile.h"
 
 namespace dravik {
 namespace {
 
 constexpr std::string_view kSeparators = "/\\";
-
-struct FileObject {
-    using Value = HANDLE;
-    static HANDLE none() noexcept { return INVALID_HANDLE_VALUE; }
-    static void close(HANDLE file) noexcept { CloseHandle(file); }
-};
+constexpr std::size_t kLongestName = 255;
 
 struct Search : FileObject {
     static void close(HANDLE search) noexcept { FindClose(search); }
 };
-
-int lastError() {
-    return static_cast<int>(GetLastError());
-}
 
 std::error_code lastErrorCode() {
     return {lastError(), std::system_category()};
 }
 
 }  // namespace
+
+bool writeAll(HANDLE file, std::span<const std::uint8_t> content) {
+    while (!content.empty()) {
+        const DWORD part = static_cast<DWORD>(std::min<std::size_t>(content.size(), 1u << 24));
+        DWORD written = 0;
+        if (!WriteFile(file, content.data(), part, &written, nullptr)) return false;
+        if (written == 0) {
+            SetLastError(ERROR_DISK_FULL);
+            return false;
+        }
+        content = content.subspan(written);
+    }
+    return true;
+}
+
+bool movePointer(HANDLE file, std::uint64_t place) {
+    LARGE_INTEGER to{};
+    to.QuadPart = static_cast<LONGLONG>(place);
+    return SetFilePointerEx(file, to, nullptr, FILE_BEGIN);
+}
 
 const char kSeparator = '\\';
 
@@ -53,11 +62,32 @@ EntryKind entryKind(const std::string& path) {
     return attributes & FILE_ATTRIBUTE_DIRECTORY ? EntryKind::Folder : EntryKind::File;
 }
 
+bool isStillToCome(const std::string& folder) {
+    if (GetFileAttributesW(wide(folder).c_str()) != INVALID_FILE_ATTRIBUTES) return false;
+    const DWORD error = GetLastError();
+    if (error != ERROR_FILE_NOT_FOUND && error != ERROR_PATH_NOT_FOUND) return false;
+    if (wide(nameOf(folder)).size() > kLongestName) return false;
+    const std::string outer = folderOf(folder);
+    return outer.empty() || outer == folder || entryKind(outer) == EntryKind::Folder || isStillToCome(outer);
+}
+
 std::uint64_t fileSize(const std::string& file, std::error_code& error) {
     WIN32_FILE_ATTRIBUTE_DATA data{};
     error.clear();
     if (!GetFileAttributesExW(wide(file).c_str(), GetFileExInfoStandard, &data)) error = lastErrorCode();
     return std::uint64_t{data.nFileSizeHigh} << 32 | data.nFileSizeLow;
+}
+
+std::chrono::system_clock::time_point fileTime(const std::string& file, std::error_code& error) {
+    WIN32_FILE_ATTRIBUTE_DATA data{};
+    error.clear();
+    if (!GetFileAttributesExW(wide(file).c_str(), GetFileExInfoStandard, &data)) error = lastErrorCode();
+    using Ticks = std::chrono::duration<std::int64_t, std::ratio<1, 10'000'000>>;
+    constexpr Ticks kEpoch(116444736000000000);  // of 1970, counted from 1601
+    const Ticks written(static_cast<std::int64_t>(std::uint64_t{data.ftLastWriteTime.dwHighDateTime} << 32 |
+                                                  data.ftLastWriteTime.dwLowDateTime));
+    return std::chrono::system_clock::time_point(
+        std::chrono::duration_cast<std::chrono::system_clock::duration>(written - kEpoch));
 }
 
 std::vector<std::string> namesIn(const std::string& folder, std::error_code& error) {
@@ -89,9 +119,29 @@ void makeFolders(const std::string& folder, std::error_code& error) {
     if (!error && !CreateDirectoryW(wide(folder).c_str(), nullptr)) error = lastErrorCode();
 }
 
+// A rename is on the disk when it is done there.
+void flushFolderOf(const std::string&) {}
+
+// The system follows links itself.
+std::string linkedFile(const std::string& file) {
+    return file;
+}
+
+bool isReadOnly(const std::string& file) {
+    const DWORD attributes = GetFileAttributesW(wide(file).c_str());
+    return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_READONLY);
+}
+
 void removeFile(const std::string& file) {
     DeleteFileW(wide(file).c_str());
 }
+
+void removeFolder(const std::string& folder) {
+    RemoveDirectoryW(wide(folder).c_str());
+}
+
+// What is made in a folder has the rights that the folder gives.
+void giveRights(const std::string&, const std::string&) {}
 
 FilePtr openFile(const std::string& file, OpenFor purpose) {
     constexpr const wchar_t* kModes[] = {L"rb", L"wb", L"ab"};
@@ -104,21 +154,32 @@ void writeThrough(const std::string& file, std::span<const std::uint8_t> content
     const Handle<FileObject> handle(CreateFileW(wide(file).c_str(), GENERIC_WRITE, 0, nullptr, CREATE_NEW,
                                                 FILE_ATTRIBUTE_NORMAL, nullptr));
     if (!handle) throw failure();
-    while (!content.empty()) {
-        const DWORD part = static_cast<DWORD>(std::min<std::size_t>(content.size(), 1u << 24));
-        DWORD written = 0;
-        if (!WriteFile(handle.get(), content.data(), part, &written, nullptr) || written == 0)
-            throw failure();
-        content = content.subspan(written);
-    }
+    if (!writeAll(handle.get(), content)) throw failure();
     if (!FlushFileBuffers(handle.get())) throw failure();
 }
 
-void replaceFile(const std::string& from, const std::string& to, const std::string& backup) {
-    // ReplaceFile keeps the name present throughout and moves the previous version to the backup.
-    if (!backup.empty() && fileExists(to) &&
-        ReplaceFileW(wide(to).c_str(), wide(from).c_str(), wide(backup).c_str(), 0, nullptr, nullptr))
-        return;
+void keepSecond(const std::string& file, const std::string& second) {
+    if (CreateHardLinkW(wide(second).c_str(), wide(file).c_str(), nullptr)) return;
+    const std::wstring part = wide(second + kUnfinished);
+    if (!CopyFileW(wide(file).c_str(), part.c_str(), FALSE) ||
+        !MoveFileExW(part.c_str(), wide(second).c_str(), MOVEFILE_WRITE_THROUGH))
+        throw systemFailure(lastError(), "Cannot keep the previous version of", file);
+}
+
+void replaceFile(const std::string& from, const std::string& to, const std::string& backup,
+                 const std::string& second) {
+    // ReplaceFile keeps the name present throughout, and the rights of the previous version with it.
+    const bool keeps = !backup.empty() && fileExists(to);
+    if (keeps &&
+        ReplaceFileW(wide(to).c_str(), wide(from).c_str(), wide(second).c_str(), 0, nullptr, nullptr)) {
+        if (MoveFileExW(wide(second).c_str(), wide(backup).c_str(),
+                        MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH))
+            return;
+        const int error = lastError();
+        MoveFileExW(wide(second).c_str(), wide(to).c_str(),
+                    MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH);
+        throw systemFailure(error, "Cannot keep the previous version of", to);
+    }
     if (!MoveFileExW(wide(from).c_str(), wide(to).c_str(),
                      MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH))
         throw systemFailure(lastError(), "Cannot write", to);

@@ -103,6 +103,15 @@ std::string characterOf(std::int32_t code) {
     return utf8Of(static_cast<char32_t>(code));
 }
 
+bool isPrintable(std::string_view text) {
+    bool all = true;
+    eachCharacter(text, [&](std::string_view character) {
+        const Utf8Character first = firstCharacter(character);
+        all &= first.valid && first.code >= 0x20 && (first.code < 0x7F || first.code >= 0xA0);
+    });
+    return all;
+}
+
 std::string upperCase(std::string_view text) {
     return mapped(text, [](std::int32_t code) {
         if (code == kFinalSigma) return kCapitalSigma;

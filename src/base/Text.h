@@ -21,6 +21,9 @@ std::string withoutLast(std::string_view text, std::size_t count);
 std::int32_t codeOf(std::string_view character);
 std::string characterOf(std::int32_t code);
 
+// True for UTF-8 without control characters: what can be printed.
+bool isPrintable(std::string_view text);
+
 // Case of Latin, Greek, Cyrillic and Armenian letters, letter by letter; everything else stays, and so do
 // letters whose other case is not one letter.
 std::string upperCase(std::string_view text);

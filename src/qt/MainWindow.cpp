@@ -1,6 +1,8 @@
 #include "qt/MainWindow.h"
 
+#include <QApplication>
 #include <QCloseEvent>
+#include <QDir>
 #include <QDragEnterEvent>
 #include <QFileDialog>
 #include <QMenuBar>
@@ -102,6 +104,14 @@ std::vector<std::string> MainWindow::choosePaths(const trainer::FileQuestion& qu
     return paths;
 }
 
+std::string MainWindow::chooseNewFile(const trainer::FileQuestion& question) {
+    QWidget* over = QApplication::activeModalWidget();
+    const QString folder = qtText(question.folder.empty() ? keptFolder() : question.folder);
+    return utf8(QFileDialog::getSaveFileName(over ? over : this, qtText(question.title),
+                                             QDir(folder).filePath(qtText(question.fileName)),
+                                             filterText(question.filters)));
+}
+
 std::string MainWindow::keptFolder() const {
     return utf8(QSettings().value(QLatin1String(kFolderKey)).toString());
 }
@@ -128,7 +138,7 @@ void MainWindow::remember() {
 void MainWindow::closeEvent(QCloseEvent* event) {
     if (!model_.hasEnded()) {
         remember();
-        guarded([&] { model_.end(); });
+        if (guarded([&] { model_.close(); }) && !model_.hasEnded()) return event->ignore();
         page_->detach();
     }
     event->accept();

@@ -20,9 +20,11 @@ class MainWindow : public QMainWindow, private trainer::WindowSystem {
     trainer::TrainerWindow& model() noexcept { return model_; }
     // Image files and folders.
     void open(const std::vector<std::string>& paths);
+    // Keeps the window's place for the next start.
+    void remember();
 
   protected:
-    // Ends the control first, which offers to save a changed font.
+    // Asks about unsaved changes first, and stays when the operator cancels.
     void closeEvent(QCloseEvent* event) override;
     void dragEnterEvent(QDragEnterEvent* event) override;
     void dropEvent(QDropEvent* event) override;
@@ -31,13 +33,13 @@ class MainWindow : public QMainWindow, private trainer::WindowSystem {
 
   private:
     std::vector<std::string> choosePaths(const trainer::FileQuestion& question) override;
+    std::string chooseNewFile(const trainer::FileQuestion& question) override;
     std::string keptFolder() const override;
     void keepFolder(const std::string& folder) override;
     void closeWindow() override { close(); }
 
     QWidget* makeScreen();
     void restore();
-    void remember();
 
     trainer::TrainerWindow model_;
     QSplitter* splitter_;

@@ -38,6 +38,8 @@ PartPane::PartPane(trainer::TrainerWindow& model, const WindowMenus& menus, QWid
     reading->setObjectName(QStringLiteral("reading"));
     auto* readingTitle = new QLabel(QString::fromUtf8(trainer::kReadingCaption), this);
     readingTitle->setBuddy(reading);
+    notice_ = addText("notice");
+    notice_->setWordWrap(true);
     check_ = addText("heldOutCheck");
     check_->setTextInteractionFlags(Qt::TextSelectableByMouse);
     check_->setWordWrap(true);
@@ -55,9 +57,9 @@ PartPane::PartPane(trainer::TrainerWindow& model, const WindowMenus& menus, QWid
     column->addLayout(bar);
     column->addWidget(problems_);
     column->addWidget(view_, 1);
-    for (QWidget* below :
-         {static_cast<QWidget*>(preview_), static_cast<QWidget*>(readingTitle),
-          static_cast<QWidget*>(reading), static_cast<QWidget*>(check_), static_cast<QWidget*>(strip)})
+    for (QWidget* below : {static_cast<QWidget*>(notice_), static_cast<QWidget*>(preview_),
+                           static_cast<QWidget*>(readingTitle), static_cast<QWidget*>(reading),
+                           static_cast<QWidget*>(check_), static_cast<QWidget*>(strip)})
         column->addWidget(below);
 
     textsChanged_ = model.textsChanged.connect([this] { showTexts(); });
@@ -117,6 +119,8 @@ void PartPane::showTexts() {
                                       : static_cast<int>(QFrame::NoFrame));
         preview_->setPalette(warns ? warning : QPalette());
 
+        notice_->setText(qtText(model_.noticeText()));
+        notice_->setVisible(!model_.noticeText().empty());
         check_->setText(qtText(model_.checkText()));
         check_->setVisible(!model_.checkText().empty());
     });

@@ -32,6 +32,7 @@ class PartPane : public QWidget {
     QLabel* problemText_;
     QWidget* view_;
     QLabel* preview_;
+    QLabel* notice_;
     QLabel* check_;
     ui::Connection textsChanged_;
 };

@@ -44,6 +44,9 @@ engine::GreyImage decodeImageFile(const std::string& path) {
         throw Failure(RuntimeError::FileNotFound, problem(path, QStringLiteral("file not found")));
     if (file.isDir())
         throw Failure(RuntimeError::PathFileAccessError, problem(path, QStringLiteral("is a folder")));
+    // Opening a pipe or a device would wait, for ever if need be.
+    if (!file.isFile())
+        throw Failure(RuntimeError::PathFileAccessError, problem(path, QStringLiteral("is no file")));
     if (!file.isReadable())
         throw Failure(RuntimeError::PermissionDenied, problem(path, QStringLiteral("may not be read")));
 

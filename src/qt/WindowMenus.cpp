@@ -38,6 +38,7 @@ QAction* WindowMenus::make(trainer::Action& action) {
     if (!face.picture.empty()) shown->setIcon(pictureIcon(face.picture));
     shown->setCheckable(face.checkable);
     const auto showState = [&action, shown] {
+        shown->setText(qtText(action.text()));
         shown->setEnabled(action.enabled());
         shown->setChecked(action.checked());
     };

@@ -14,6 +14,7 @@
 
 #include "base/Failure.h"
 #include "qt/Display.h"
+#include "qt/EndSignals.h"
 #include "qt/MainWindow.h"
 #include "qt/QtImage.h"
 #include "qt/QtPlatform.h"
@@ -56,6 +57,8 @@ int runWindow(const trainer::WindowOptions& options) {
     trainer::Trainer trainer(platform, options.folder, decodeImageFile, true);
     MainWindow window(trainer, platform);
     platform.setMainWindow(&window);
+    const EndSignals signals([&window] { window.remember(); });
+    trainer.setPatience(trainer::kPatience);
     window.show();
     if (!options.paths.empty()) window.open(options.paths);
     return QApplication::exec();

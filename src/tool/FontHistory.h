@@ -22,7 +22,13 @@ struct RecoveredChanges {
     int acts = 0;
     FontTime first;
     FontTime last;
+    // Why they are not in the font but among its versions, as Discarded; "" when they are in it. There is
+    // neither their number nor their time then.
+    std::string problem;
 };
+
+// The same in words: "hack: 3 changes of 2026-03-31 14:05:09 had not been saved; they are in the font again".
+std::string recoveredText(const RecoveredChanges& found);
 
 // A font as it once was.
 struct FontVersion {
@@ -72,6 +78,10 @@ class FontHistory {
     virtual void discardUnsaved(const std::string& font) = 0;
     // Writes the font as it now is to a file anywhere, with nothing else changed.
     virtual void exportFont(const std::string& font, const std::string& file) = 0;
+
+    // Unsaved changes are not let go when the tool goes, but left for the next program that loads the font,
+    // as when a program dies.
+    virtual void keepUnsaved() = 0;
 
     // What was restored since the last call, to be told to the operator.
     virtual std::vector<RecoveredChanges> takeRecovered() = 0;

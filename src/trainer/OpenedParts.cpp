@@ -36,7 +36,8 @@ std::vector<fs::path> imagesIn(const fs::path& folder, std::error_code& error) {
     std::vector<fs::path> images;
     for (fs::directory_iterator entry(folder, error), end; !error && entry != end; entry.increment(error)) {
         std::error_code unreadable;
-        if (hasImageExtension(entry->path()) && !entry->is_directory(unreadable))
+        const auto status = entry->status(unreadable);
+        if (hasImageExtension(entry->path()) && !fs::is_directory(status) && !fs::is_other(status))
             images.push_back(entry->path());
     }
     std::sort(images.begin(), images.end());
@@ -74,6 +75,8 @@ std::vector<std::string> OpenedParts::open(const std::vector<std::string>& paths
                 problems.push_back(name + ": " + error.message());
             else if (images.empty())
                 problems.push_back(name + ": no images in this folder");
+        } else if (fs::is_other(status)) {
+            problems.push_back(name + ": is no file");
         } else if (hasImageExtension(path)) {
             add(path);
         } else {
@@ -136,14 +139,27 @@ void OpenedParts::setCurrent(int index) {
     // Who shows the image before has it until the change is told.
     const auto before = std::exchange(image_, std::make_shared<engine::GreyImage>());
     problem_.clear();
-    if (index >= 0) {
-        try {
-            image_ = std::make_shared<engine::GreyImage>(decoder_(path(index)));
-            if (image_->empty()) problem_ = path(index) + ": the image has no pixels";
-        } catch (...) {
-            problem_ = currentFailure().description();
-        }
+    decoding_ = index >= 0;
+    if (decoding_ && !decodeElsewhere) return setDecoded(decode(decoder_, path(index)));
+    if (decoding_) decodeElsewhere();
+    if (decoding_ || index < 0) currentChanged();
+}
+
+OpenedParts::Decoded OpenedParts::decode(const ImageDecoder& decoder, const std::string& path) {
+    Decoded decoded{std::make_shared<engine::GreyImage>(), {}};
+    try {
+        decoded.image = std::make_shared<engine::GreyImage>(decoder(path));
+        if (decoded.image->empty()) decoded.problem = path + ": the image has no pixels";
+    } catch (...) {
+        decoded.problem = currentFailure().description();
     }
+    return decoded;
+}
+
+void OpenedParts::setDecoded(Decoded decoded) {
+    const auto before = std::exchange(image_, std::move(decoded.image));
+    problem_ = std::move(decoded.problem);
+    decoding_ = false;
     currentChanged();
 }
 
@@ -171,13 +187,15 @@ const std::string& OpenedParts::problem() const noexcept {
     return problem_;
 }
 
-engine::GreyImage OpenedParts::thumbnail(int index, int side) const {
-    const auto& name = path(index);
-    try {
-        return index == current_ ? thumbnailOf(*image_, side) : thumbnailOf(decoder_(name), side);
-    } catch (...) {
-        return {};
-    }
+std::function<engine::GreyImage()> OpenedParts::thumbnailWork(int index, int side) const {
+    const auto decoded = index == current_ && !image_->empty() ? image_ : nullptr;
+    return [decoded, decoder = decoder_, name = path(index), side] {
+        try {
+            return thumbnailOf(decoded ? *decoded : *decode(decoder, name).image, side);
+        } catch (...) {
+            return engine::GreyImage();
+        }
+    };
 }
 
 }  // namespace dravik::trainer

@@ -35,21 +35,34 @@ class OpenedParts {
     const std::string& path(int index) const;  // raises Subscript out of range (9)
     std::string name(int index) const;         // the file's name without its folder
 
-    // -1 when nothing is open. Making a part current decodes it; when that fails image() is empty and
-    // problem() says why, and the part stays in the list.
+    // -1 when nothing is open. Making a part current decodes it, here or by `decodeElsewhere`; when that
+    // fails image() is empty and problem() says why, and the part stays in the list.
     int current() const noexcept;
     void setCurrent(int index);
+    // When set, it is called to have the current part decoded, and hands the outcome to setDecoded(), now or
+    // later. Until then image() is empty.
+    std::function<void()> decodeElsewhere;
+    struct Decoded {
+        std::shared_ptr<const engine::GreyImage> image;  // not null
+        std::string problem;                             // "" when there is none
+    };
+    // Never raises. Any thread may call it.
+    static Decoded decode(const ImageDecoder& decoder, const std::string& path);
+    void setDecoded(Decoded decoded);
+    bool isDecoding() const noexcept { return decoding_; }
+    const ImageDecoder& decoder() const noexcept { return decoder_; }
     bool next();      // false at the end
     bool previous();  // false at the start
 
     const engine::GreyImage& image() const noexcept;
     std::shared_ptr<const engine::GreyImage> sharedImage() const noexcept;
     const std::string& problem() const noexcept;
-    // A small copy for a strip of thumbnails, at most `side` pixels wide and high; empty when it cannot be
-    // decoded.
-    engine::GreyImage thumbnail(int index, int side) const;
+    // Work for any thread that makes a small copy for a strip of thumbnails, at most `side` pixels wide and
+    // high; it is empty when the image cannot be decoded.
+    std::function<engine::GreyImage()> thumbnailWork(int index, int side) const;
 
     ui::Signal<> listChanged;
+    // Another part is current, or the current one is decoded.
     ui::Signal<> currentChanged;
 
   private:
@@ -58,6 +71,7 @@ class OpenedParts {
     int current_ = -1;
     std::shared_ptr<const engine::GreyImage> image_ = std::make_shared<engine::GreyImage>();
     std::string problem_;
+    bool decoding_ = false;
 };
 
 }  // namespace dravik::trainer

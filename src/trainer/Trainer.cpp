@@ -1,16 +1,21 @@
 #include "trainer/Trainer.h"
 
+#include <algorithm>
 #include <utility>
 
 #include "base/Failure.h"
 #include "base/Text.h"
+#include "engine/segmentation/Segmentation.h"
 #include "tool/CaseRule.h"
 #include "tool/IncludeRules.h"
+#include "trainer/NewestWork.h"
+#include "trainer/ScreenPlatform.h"
 
 namespace dravik::trainer {
 namespace {
 
 constexpr char kProgramName[] = "Dravik Trainer";
+constexpr char kStopped[] = "Stopped before the characters were found";
 
 std::string counted(std::size_t count, const std::string& what) {
     return std::to_string(count) + (count == 1 ? " character " : " characters ") + what;
@@ -23,7 +28,10 @@ struct Trainer::Parts {
         : folder(jobs),
           tool(std::make_shared<engine::EmbeddedTool>(folder, remembersFont)),
           opened(std::move(decoder)),
-          control(platform, folder) {}
+          screenPlatform(platform),
+          control(screenPlatform, folder) {
+        opened.decodeElsewhere = [this] { decode(); };
+    }
 
     bool isTraining() { return control.screen().train.tmrTrain.enabled(); }
 
@@ -43,6 +51,10 @@ struct Trainer::Parts {
             previewText = "No image is open";
         } else if (!opened.problem().empty()) {
             previewText = opened.problem();
+        } else if (isLooking()) {
+            previewText = "Looking for characters...";
+        } else if (stopped) {
+            previewText = kStopped;
         } else {
             const auto& found = tool->found();
             const auto typed = characters(textToInclude());
@@ -57,27 +69,118 @@ struct Trainer::Parts {
         }
     }
 
-    void findReading() {
+    // Why there is nothing to read, in words; "" when there is.
+    std::string noteOfReading() {
+        if (opened.current() < 0) return "No image is open";
+        if (!opened.problem().empty()) return opened.problem();
+        if (isLooking()) return "Looking for characters...";
+        if (stopped) return kStopped;
+        if (isTraining()) return "The font is being trained";
+        if (!tool->currentFont()) return "No font is selected";
+        if (!tool->isTrained()) return "The font is not trained yet";
+        return {};
+    }
+
+    void startReading() {
         reading = {};
-        if (opened.current() < 0) {
-            reading.note = "No image is open";
-        } else if (!opened.problem().empty()) {
-            reading.note = opened.problem();
-        } else if (isTraining()) {
-            reading.note = "The font is being trained";
-        } else if (!tool->currentFont()) {
-            reading.note = "No font is selected";
-        } else if (!tool->isTrained()) {
-            reading.note = "The font is not trained yet";
-        } else {
-            reading.available = true;
-            for (auto& character : tool->read()) {
-                if (reading.lines.empty() || reading.lines.back().back().place.line != character.place.line)
-                    reading.lines.emplace_back();
-                reading.lines.back().push_back(std::move(character));
-            }
-            if (reading.lines.empty()) reading.note = "No characters found";
+        reading.note = noteOfReading();
+        if (isLooking()) return;
+        work.cancel();
+        doing = Doing::Nothing;
+        if (!reading.note.empty()) return;
+        reading.note = "Reading...";
+        start(Doing::Reading, [this, read = tool->readingWork()](const std::stop_token& stop) {
+            return [this, characters = read(stop)] { takeReading(characters); };
+        });
+    }
+
+    void takeReading(const std::vector<engine::ReadCharacter>& characters) {
+        reading = {};
+        reading.available = true;
+        for (const auto& character : characters) {
+            if (reading.lines.empty() || reading.lines.back().back().place.line != character.place.line)
+                reading.lines.emplace_back();
+            reading.lines.back().push_back(character);
         }
+        if (reading.lines.empty()) reading.note = "No characters found";
+        if (readingReady) readingReady();
+    }
+
+    bool isLooking() const { return doing == Doing::Decoding || doing == Doing::Finding; }
+
+    void decode() {
+        stopped = false;
+        tool->shareImage(std::make_shared<engine::GreyImage>());
+        start(Doing::Decoding, [this, decoder = opened.decoder(),
+                                path = opened.path(opened.current())](const std::stop_token&) {
+            return [this, decoded = OpenedParts::decode(decoder, path)] { opened.setDecoded(decoded); };
+        });
+    }
+
+    // The current image is decoded, or there is none.
+    void findCharacters() {
+        work.cancel();
+        doing = Doing::Nothing;
+        const auto image = opened.sharedImage();
+        if (image->empty()) return tool->shareImage(image);
+        start(Doing::Finding, [this, image](const std::stop_token& stop) {
+            const auto seen = std::make_shared<engine::Segmentation>(engine::segment(*image, stop));
+            return [this, image, seen] {
+                tool->shareImage(image, seen);
+                if (foundReady) foundReady();
+            };
+        });
+    }
+
+    enum class Doing { Nothing, Decoding, Finding, Reading };
+
+    void start(Doing what, NewestWork::Work body) {
+        work.start(std::move(body));
+        doing = what;
+        workTimer.setEnabled(true);
+        deliver(patience);
+    }
+
+    // What is delivered may start the next work, for which the same patience counts.
+    void deliver(std::chrono::milliseconds within) {
+        if (std::exchange(delivering, true)) return;
+        const auto until = std::chrono::steady_clock::now() + within;
+        try {
+            while (work.busy()) {
+                const auto left = std::chrono::duration_cast<std::chrono::milliseconds>(
+                    until - std::chrono::steady_clock::now());
+                const Doing before = std::exchange(doing, Doing::Nothing);
+                if (!work.deliver(std::max(left, std::chrono::milliseconds(0)))) {
+                    doing = before;
+                    break;
+                }
+            }
+        } catch (...) {
+            workFailed(currentFailure());
+        }
+        delivering = false;
+        workTimer.setEnabled(work.busy());
+        holdInclude();
+    }
+
+    void workFailed(const Failure& failure) {
+        work.cancel();
+        doing = Doing::Nothing;
+        stopped = true;
+        reading = {};
+        reading.note = previewText = failure.description();
+        preview.clear();
+    }
+
+    // Include waits for the characters: what it would do without them is look for them while the window
+    // stands still. The screen may enable it meanwhile; it is enabled again when it would be now.
+    void holdInclude() {
+        auto& include = control.screen().sample.cmdInclude;
+        const bool holds = isLooking() || stopped;
+        if (holds) include.setEnabled(false);
+        if (std::exchange(holdsInclude, holds) && !holds)
+            include.setEnabled(!control.selectedFont().empty() &&
+                               control.screen().sample.txtSampleInput.enabled());
     }
 
     std::string findCheck(bool& goesOn) {
@@ -91,7 +194,9 @@ struct Trainer::Parts {
     const JobFolder folder;
     const std::shared_ptr<engine::EmbeddedTool> tool;
     OpenedParts opened;
+    ScreenPlatform screenPlatform;
     screen::DravikDlg control;
+    std::optional<FontActs> acts;
 
     std::vector<LabelledCharacter> preview;
     int mismatch = 0;
@@ -99,6 +204,15 @@ struct Trainer::Parts {
     Reading reading;
     std::string checkText;
     ui::Timer checkTimer{"tmrCheck", 100};
+
+    NewestWork work;
+    Doing doing = Doing::Nothing;
+    bool delivering = false;
+    bool stopped = false;  // by the operator, before the characters were found
+    bool holdsInclude = false;
+    std::chrono::milliseconds patience = std::chrono::hours(1);
+    ui::Timer workTimer{"tmrWork", 15};
+    std::function<void()> foundReady, readingReady;
     std::string lastTitle;
     std::vector<ui::Connection> connections;
 };
@@ -106,7 +220,11 @@ struct Trainer::Parts {
 Trainer::Trainer(ui::Platform& platform, const JobFolder& folder, ImageDecoder decoder, bool remembersFont)
     : parts_(std::make_unique<Parts>(platform, folder, std::move(decoder), remembersFont)) {
     auto& parts = *parts_;
+    // Who ends the program is asked before; however else it ends, the changes are there again.
+    parts.tool->keepUnsaved();
     parts.control.setStep(parts.tool);
+    parts.acts.emplace(parts.control, *parts.tool, *parts.tool,
+                       [tool = parts.tool] { return tool->currentFont(); });
 
     const auto refreshPreview = [this, &parts] {
         try {
@@ -120,12 +238,17 @@ Trainer::Trainer(ui::Platform& platform, const JobFolder& folder, ImageDecoder d
     };
     const auto refreshReading = [this, &parts] {
         try {
-            parts.findReading();
+            parts.startReading();
         } catch (...) {
             parts.reading = {};
             parts.reading.note = currentFailure().description();
         }
         readingChanged();
+    };
+    parts.readingReady = [this] { readingChanged(); };
+    parts.foundReady = [=] {
+        refreshPreview();
+        refreshReading();
     };
     const auto refreshTitle = [this, &parts] {
         auto now = title();
@@ -156,10 +279,15 @@ Trainer::Trainer(ui::Platform& platform, const JobFolder& folder, ImageDecoder d
 
     auto& connections = parts.connections;
     connections.push_back(parts.opened.currentChanged.connect([=, &parts] {
-        parts.tool->shareImage(parts.opened.sharedImage());
+        if (!parts.opened.isDecoding()) parts.findCharacters();
         refreshPreview();
         refreshReading();
     }));
+    connections.push_back(parts.workTimer.tick.connect([&parts] { parts.deliver({}); }));
+    connections.push_back(
+        parts.control.screen().sample.cmdInclude.changed.connect([&parts](ui::Change change) {
+            if (change == ui::Change::Enabled && parts.holdsInclude) parts.holdInclude();
+        }));
     // These come after the screen's own procedures, which subscribed first.
     auto& screen = parts.control.screen();
     connections.push_back(screen.sample.txtSampleInput.textChanged.connect(refreshPreview));
@@ -169,8 +297,8 @@ Trainer::Trainer(ui::Platform& platform, const JobFolder& folder, ImageDecoder d
     connections.push_back(screen.train.cmdStop.click.connect(refreshFont));
     connections.push_back(screen.train.cmdSaveFont.click.connect(refreshFont));
     connections.push_back(screen.train.cmdRevert.click.connect(refreshFont));
-    connections.push_back(screen.sample.cmdInclude.click.connect(refreshTitle));
-    connections.push_back(screen.font.txtCharSet.textChanged.connect(refreshTitle));
+    connections.push_back(parts.acts->changed.connect(refreshTitle));
+    connections.push_back(parts.acts->moved.connect(refreshFont));
     refreshFont();
 }
 
@@ -188,12 +316,59 @@ engine::EmbeddedTool& Trainer::tool() noexcept {
     return *parts_->tool;
 }
 
+FontActs& Trainer::acts() noexcept {
+    return *parts_->acts;
+}
+
+tool::FontHistory& Trainer::history() noexcept {
+    return *parts_->tool;
+}
+
 OpenedParts& Trainer::parts() noexcept {
     return parts_->opened;
 }
 
 const JobFolder& Trainer::folder() const noexcept {
     return parts_->folder;
+}
+
+void Trainer::setPatience(std::chrono::milliseconds patience) {
+    parts_->patience = patience;
+}
+
+ui::Timer& Trainer::workTimer() noexcept {
+    return parts_->workTimer;
+}
+
+bool Trainer::isLooking() const noexcept {
+    return parts_->isLooking();
+}
+
+bool Trainer::isWorking() const noexcept {
+    return parts_->work.busy();
+}
+
+void Trainer::stopWorking() {
+    if (!isWorking()) return;
+    const bool looked = isLooking();
+    parts_->work.cancel();
+    parts_->workTimer.setEnabled(false);
+    parts_->doing = Parts::Doing::Nothing;
+    if (parts_->opened.isDecoding()) {
+        parts_->opened.setDecoded({parts_->opened.sharedImage(), "Stopped before the image was decoded"});
+    } else {
+        parts_->stopped = looked;
+        parts_->findPreview();
+        parts_->reading = {};
+        parts_->reading.note = looked ? kStopped : "Stopped before the characters were read";
+        previewChanged();
+        readingChanged();
+    }
+    parts_->holdInclude();
+}
+
+void Trainer::lookAgain() {
+    if (parts_->opened.current() >= 0) parts_->opened.setCurrent(parts_->opened.current());
 }
 
 const std::vector<LabelledCharacter>& Trainer::preview() const noexcept {
@@ -221,9 +396,14 @@ const Reading& Trainer::reading() const noexcept {
 }
 
 std::string Trainer::title() const {
-    const auto font = parts_->control.selectedFont();
-    if (font.empty()) return kProgramName;
-    return font + (parts_->control.m_FontChanged() ? "* - " : " - ") + kProgramName;
+    // A font that could not be loaded stands on the screen all the same.
+    if (!parts_->tool->currentFont() || parts_->control.selectedFont().empty()) return kProgramName;
+    return parts_->control.selectedFont() + (parts_->acts->isUnsaved() ? "* - " : " - ") + kProgramName;
+}
+
+void Trainer::end() {
+    parts_->screenPlatform.beginEnd();
+    parts_->control.UserControl_Terminate();
 }
 
 }  // namespace dravik::trainer

@@ -2,6 +2,7 @@
 // parts beside it, the labels that an include would give, and what the current font reads.
 #pragma once
 
+#include <chrono>
 #include <memory>
 #include <string>
 #include <vector>
@@ -9,6 +10,7 @@
 #include "base/JobFolder.h"
 #include "engine/embedded/EmbeddedTool.h"
 #include "screen/shell/DravikDlg.h"
+#include "trainer/FontActs.h"
 #include "trainer/OpenedParts.h"
 #include "ui/Platform.h"
 #include "ui/Signal.h"
@@ -32,6 +34,9 @@ struct Reading {
 // Characters read with less confidence than this are marked as weak.
 constexpr double kWeakConfidence = 0.6;
 
+// For which a window may wait for the work on an image, so that ordinary images come up as one change.
+constexpr std::chrono::milliseconds kPatience{120};
+
 class Trainer {
   public:
     // The platform outlives the trainer. With `remembersFont` the font of the last session is loaded at once.
@@ -42,8 +47,25 @@ class Trainer {
     // A training run is going on.
     bool isTraining() const noexcept;
     engine::EmbeddedTool& tool() noexcept;
+    // Undo, what is unsaved, older versions.
+    FontActs& acts() noexcept;
+    tool::FontHistory& history() noexcept;
     OpenedParts& parts() noexcept;
     const JobFolder& folder() const noexcept;
+
+    // Decoding an image, finding its characters and reading them go on beside the window when they take
+    // longer than this; until then whoever changes the image or the font waits. Without a call, all waits.
+    void setPatience(std::chrono::milliseconds patience);
+    // Ticks while such work goes on; the front end drives it as it does the screen's own timers.
+    ui::Timer& workTimer() noexcept;
+    // The current image is being decoded or its characters are looked for: Include is disabled meanwhile.
+    bool isLooking() const noexcept;
+    // That, or the characters are being read.
+    bool isWorking() const noexcept;
+    // Ends such work. An image whose characters were not found then has none, and Include stays disabled.
+    void stopWorking();
+    // Decodes the current image and looks for its characters once more.
+    void lookAgain();
 
     // Found characters of the current image with the labels of the text typed for Include.
     const std::vector<LabelledCharacter>& preview() const noexcept;
@@ -63,6 +85,9 @@ class Trainer {
     // "ocrb* - Dravik Trainer": the font, a star while it has unsaved changes, the program; just the
     // program's name while no font is loaded.
     std::string title() const;
+
+    // Ends the screen without its own question whether to save.
+    void end();
 
     ui::Signal<> previewChanged;
     ui::Signal<> readingChanged;

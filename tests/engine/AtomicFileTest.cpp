@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 #include <signal.h>
 #include <sys/resource.h>
+#include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -13,6 +14,8 @@
 #include "base/Failure.h"
 #include "base/OutputFile.h"
 #include "engine/font/FontFile.h"
+#include "engine/font/FontVersions.h"
+#include "support/FullDisk.h"
 #include "support/Refused.h"
 #include "support/TemporaryFolder.h"
 
@@ -37,27 +40,6 @@ std::size_t filesIn(const std::string& folder) {
     return count;
 }
 
-// Files may not grow beyond `most` bytes while this lives, as on a full disk.
-class FullDisk {
-  public:
-    explicit FullDisk(rlim_t most) {
-        getrlimit(RLIMIT_FSIZE, &before_);
-        const rlimit limit = {most, before_.rlim_max};
-        setrlimit(RLIMIT_FSIZE, &limit);
-        handler_ = signal(SIGXFSZ, SIG_IGN);
-    }
-    FullDisk(const FullDisk&) = delete;
-    FullDisk& operator=(const FullDisk&) = delete;
-    ~FullDisk() {
-        setrlimit(RLIMIT_FSIZE, &before_);
-        signal(SIGXFSZ, handler_);
-    }
-
-  private:
-    rlimit before_{};
-    void (*handler_)(int) = nullptr;
-};
-
 TEST(AtomicFile, ReplacesAndKeepsThePreviousVersion) {
     const TemporaryFolder folder;
     const std::string file = folder.path("new/sub/a.nnd");
@@ -78,7 +60,7 @@ TEST(AtomicFile, FailedSaveLeavesTheOldFileAndNothingElse) {
     const std::string file = folder.path("a.nnd");
     writeWholeFile(file, bytesOf("old"), true);
     for (const rlim_t most : {rlim_t{0}, rlim_t{1000}, rlim_t{4096}}) {
-        const FullDisk full(most);
+        const test::FullDisk full(most);
         const Failure failure = test::failureOfAction(
             [&] { writeWholeFile(file, std::vector<std::uint8_t>(100'000, 'n'), true); });
         EXPECT_EQ(failure.number(), 61) << "beyond " << most << " bytes";
@@ -116,6 +98,96 @@ TEST(AtomicFile, OnlyLeftoversOfProcessesThatAreGoneAreTakenAway) {
     writeWholeFile(file, bytesOf("whole"), true);
     EXPECT_FALSE(fileExists(left));
     EXPECT_TRUE(fileExists(written));
+}
+
+// Killed between the new version and the backup, a save leaves the previous version under a name of its own.
+TEST(AtomicFile, TheBackupThatAKilledSaveDidNotMakeIsMadeByTheNext) {
+    const TemporaryFolder folder;
+    const std::string file = folder.path("a.nnd");
+    const pid_t gone = fork();
+    if (gone == 0) _exit(0);
+    ASSERT_EQ(waitpid(gone, nullptr, 0), gone);
+    const std::string left = backupOf(file) + ".tmp-" + std::to_string(gone) + "-1";
+    writeWholeFile(file, bytesOf("three"), false);
+    std::ofstream(left) << "two";
+    std::ofstream(left + kUnfinished) << "tw";
+    std::ofstream(backupOf(file)) << "one";
+    writeWholeFile(file, bytesOf("three"), false);
+    EXPECT_EQ(contentOf(backupOf(file)), "two");
+    // Killed before that, it leaves a second name of what is there.
+    std::filesystem::create_hard_link(file, left);
+    writeWholeFile(file, bytesOf("four"), false);
+    EXPECT_EQ(contentOf(backupOf(file)), "two");
+    EXPECT_EQ(filesIn(folder.path()), 2u);
+}
+
+TEST(AtomicFile, ASaveWhoseBackupCannotBeMadeIsNone) {
+    const TemporaryFolder folder;
+    const std::string file = folder.path("a.nnd");
+    writeWholeFile(file, bytesOf("one"), true);
+    std::filesystem::create_directories(backupOf(file) + "/full");
+    EXPECT_THROW(writeWholeFile(file, bytesOf("two"), true), Failure);
+    EXPECT_EQ(contentOf(file), "one");
+    EXPECT_EQ(filesIn(folder.path()), 2u);
+}
+
+// What else a file is, beside its content, is not for a save to change.
+TEST(AtomicFile, ASaveKeepsRightsAndLinksAndLeavesWhatIsReadOnly) {
+    const TemporaryFolder folder;
+    const std::string file = folder.path("a.nnd");
+    const auto modeOf = [](const std::string& path) {
+        struct stat state {};
+        EXPECT_EQ(lstat(path.c_str(), &state), 0);
+        return state.st_mode;
+    };
+    writeWholeFile(file, bytesOf("one"), true);
+    ASSERT_EQ(chmod(file.c_str(), 0664), 0);
+    constexpr gid_t kGames = 60;
+    const bool mayGive = chown(file.c_str(), 65534, kGames) == 0;
+    writeWholeFile(file, bytesOf("two"), true);
+    EXPECT_EQ(modeOf(file) & 07777, 0664u);
+    EXPECT_EQ(modeOf(backupOf(file)) & 07777, 0664u);
+    struct stat state {};
+    ASSERT_EQ(stat(file.c_str(), &state), 0);
+    if (mayGive) {
+        EXPECT_EQ(state.st_gid, kGames);
+    }
+
+    std::filesystem::create_directory(folder.path("links"));
+    const std::string link = folder.path("links/b.nnd");
+    std::filesystem::create_symlink("../a.nnd", link);
+    writeWholeFile(link, bytesOf("three"), true);
+    EXPECT_TRUE(S_ISLNK(modeOf(link)));
+    EXPECT_EQ(contentOf(file), "three");
+    EXPECT_EQ(contentOf(backupOf(link)), "two");
+    EXPECT_EQ(filesIn(folder.path()), 3u);
+    std::filesystem::create_symlink("c.nnd", folder.path("c.nnd"));
+    EXPECT_THROW(writeWholeFile(folder.path("c.nnd"), bytesOf("x"), true), Failure);
+
+    ASSERT_EQ(chmod(file.c_str(), 0444), 0);
+    const Failure failure = test::failureOfAction([&] { writeWholeFile(link, bytesOf("four"), true); });
+    EXPECT_EQ(failure.number(), 70);
+    EXPECT_NE(failure.description().find("read-only"), std::string::npos);
+    EXPECT_EQ(contentOf(file), "three");
+}
+
+// A check that refuses what was written keeps file and backup.
+TEST(AtomicFile, WhatIsNotFoundGoodDoesNotTakeItsPlace) {
+    const TemporaryFolder folder;
+    const std::string file = folder.path("a.nnd");
+    writeWholeFile(file, bytesOf("one"), true);
+    writeWholeFile(file, bytesOf("two"), true);
+    std::string seen;
+    EXPECT_EQ(test::refusal([&] {
+                  writeWholeFile(file, bytesOf("three"), true, [&](const std::string& written) {
+                      seen = contentOf(written);
+                      throw Failure(RuntimeError::DeviceIoError);
+                  });
+              }),
+              57);
+    EXPECT_EQ(seen, "three");
+    EXPECT_EQ(contentOf(file) + contentOf(backupOf(file)), "twoone");
+    EXPECT_EQ(filesIn(folder.path()), 2u);
 }
 
 TEST(AtomicFile, RenamingNeverReplaces) {
@@ -172,12 +244,12 @@ TEST(AtomicFile, KilledSavesLeaveAWholeFont) {
         }
     }
     writeFont(font, file);
-    EXPECT_EQ(filesIn(folder.path("Fonts")), 2u);
+    EXPECT_EQ(filesIn(folder.path("Fonts")), 3u);
     // A kill between the backup and the new version leaves two names of one file.
     ASSERT_EQ(unlink(backupOf(file).c_str()), 0);
     ASSERT_EQ(link(file.c_str(), backupOf(file).c_str()), 0);
     writeFont(font, file);
-    EXPECT_EQ(filesIn(folder.path("Fonts")), 2u);
+    EXPECT_EQ(filesIn(folder.path("Fonts")), 3u);
 }
 
 }  // namespace

@@ -12,6 +12,7 @@
 #include "base/Text.h"
 #include "contract/DrawnText.h"
 #include "engine/font/FontFile.h"
+#include "engine/font/FontVersions.h"
 #include "support/Refused.h"
 #include "support/TemporaryFolder.h"
 #include "tool/Samples.h"
@@ -300,7 +301,7 @@ TEST_F(ToolWithoutFonts, ANewFontLeavesTheSamplesOfTheOldOneInTheBackup) {
     makeNew();
     EXPECT_EQ(readWholeFile(backup, 1 << 20), next) << "deleted before";
     std::ofstream(file) << "no font at all";
-    tool.SaveFont("f");
+    tool.CreateFont("f");
     EXPECT_EQ(readWholeFile(backup, 1 << 20).size(), 14u);
 }
 

@@ -3,7 +3,12 @@
 
 #include <gtest/gtest.h>
 
+#include <limits>
+
 #include "base/Failure.h"
+#include "engine/font/FontParts.h"
+#include "support/Refused.h"
+#include "support/TemporaryFolder.h"
 
 namespace dravik {
 
@@ -134,6 +139,38 @@ TEST(FontFile, ContentIsCheckedBehindAGoodChecksum) {
     font = smallFont();
     font.training.network.hidden = 0;
     EXPECT_NE(refusal(encodeFont(font)), "");
+}
+
+// What could not be read again is not written, and what cannot be written is not read.
+TEST(FontFile, WhatTheReaderRefusesIsNotWritten) {
+    const TemporaryFolder folder;
+    const std::string file = folder.path("a.nnd");
+    exportFont(smallFont(), file);
+    std::vector<FontRecord> bad;
+    for (const std::string& character :
+         {std::string(), std::string(17, 'x'), std::string("\x1b[2J"), std::string(1, '\0'),
+          std::string("\xC3"), std::string("\xED\xA0\x80"), std::string("\xC2\x85"), std::string("A")})
+        bad.push_back(smallFont()), bad.back().characterSet.push_back(character);
+    bad.push_back(smallFont()), bad.back().nextSerial = ~std::uint64_t{0};
+    bad.push_back(smallFont()), bad.back().samples.back().serial = 1ull << 63;
+    bad.push_back(smallFont()), bad.back().distances[0] = std::numeric_limits<double>::infinity();
+    Network huge;
+    huge.hidden = 4096;
+    huge.codes.resize(4097);
+    huge.means.resize(kInputCount), huge.scales.resize(kInputCount);
+    huge.first.resize(kInputCount * 4096), huge.firstBias.resize(4096);
+    huge.second.resize(4096 * 4097), huge.secondBias.resize(4097);
+    bad.push_back(smallFont()), bad.back().training.network = std::move(huge);
+    for (std::size_t i = 0; i < bad.size(); ++i) {
+        EXPECT_NE(refusal(encodeFont(bad[i])), "") << i;
+        const Failure failure = test::failureOfAction([&] { exportFont(bad[i], file); });
+        EXPECT_EQ(failure.number(), 57) << i;
+        EXPECT_NE(failure.description().find(file), std::string::npos);
+        EXPECT_EQ(readFont(file).characterSet, smallFont().characterSet) << i;
+    }
+    for (const tool::CharacterSet& set : {tool::CharacterSet{"A", "A"}, {"\n"}, {""}})
+        EXPECT_EQ(test::refusal([&] { checkCharacterSet(set); }), 5);
+    EXPECT_NO_THROW(checkCharacterSet({"A", "e\xCC\x81", "\xF0\x9F\x98\x80"}));
 }
 
 }  // namespace

@@ -85,6 +85,7 @@ TEST_F(QtImageTest, WhatCannotBeReadIsNamed) {
     EXPECT_EQ(refusal(folder.filePath("absent.png").toStdString()), "absent.png: file not found");
     EXPECT_EQ(refusal(folder.path().toStdString()).substr(folder.path().section('/', -1).size()),
               ": is a folder");
+    EXPECT_EQ(refusal("/dev/zero"), "zero: is no file");
     EXPECT_EQ(refusal(write("text.png", "this is no image")), "text.png: not an image that can be read");
     EXPECT_EQ(refusal(write("empty.png", "")), "empty.png: not an image that can be read");
 

@@ -5,6 +5,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QListView>
+#include <QListWidget>
 #include <QMessageBox>
 #include <QMimeData>
 #include <QPushButton>
@@ -74,7 +75,8 @@ TEST_F(WindowTest, TeachesLearnsSavesAndReads) {
     EXPECT_FALSE(action("fontSave").isEnabled());
     EXPECT_TRUE(action("fontLearn").isEnabled());
 
-    // A changed font: the title says so, and closing asks; No leaves the file as it was.
+    // A changed font: the title says so, and closing asks. Cancel and Escape stay; what is discarded leaves
+    // the file as it was.
     view<QLineEdit>("txtSampleInput").setFocus();
     QTest::keyClicks(&view("txtSampleInput"), "EXP2026/07/26");
     QTest::keyClick(&view("txtSampleInput"), Qt::Key_Return);
@@ -88,12 +90,25 @@ TEST_F(WindowTest, TeachesLearnsSavesAndReads) {
     };
     EXPECT_EQ(childForms(), 1);
     DialogScript script;
-    script.expect("messageBox", [&](QWidget& box) {
-        EXPECT_EQ(box.windowTitle(), "Font Changed");
-        EXPECT_EQ(childForms(), 1) << "the child form is still open while the question is asked";
-        static_cast<QMessageBox&>(box).button(QMessageBox::No)->click();
+    script.expect("closingFormWindow",
+                  [&](QWidget& form) { QTest::keyClick(form.focusWidget(), Qt::Key_Escape); });
+    EXPECT_FALSE(window.close());
+    EXPECT_TRUE(script.finished());
+    EXPECT_EQ(childForms(), 1) << "the child form is still open";
+    QApplication::setActiveWindow(&window);
+    view("txtSampleInput").setFocus();
+    QTest::keyClick(&view("txtSampleInput"), Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_EQ(window.windowTitle(), "demo* - Dravik Trainer") << "it is the typing that it takes back there";
+    view("partView").setFocus();
+    QTest::keyClick(&view("partView"), Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_EQ(window.windowTitle(), "demo - Dravik Trainer");
+    EXPECT_EQ(action("redo").text(), "&Redo include of 13 samples");
+    action("redo").trigger();
+    script.expect("closingFormWindow", [&](QWidget& form) {
+        EXPECT_EQ(form.findChild<QListWidget*>("lbFonts")->item(0)->text(), "demo");
+        form.findChild<QPushButton*>("cmdDiscard")->click();
     });
-    window.close();
+    EXPECT_TRUE(window.close());
     EXPECT_TRUE(script.finished());
     EXPECT_FALSE(window.isVisible());
     EXPECT_EQ(childForms(), 0);

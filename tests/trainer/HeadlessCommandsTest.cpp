@@ -7,6 +7,9 @@
 #include <sstream>
 
 #include "base/Failure.h"
+#include "base/FileLock.h"
+#include "engine/embedded/EmbeddedTool.h"
+#include "engine/font/FontVersions.h"
 #include "trainer/support/PgmFile.h"
 #include "trainer/support/Workspace.h"
 
@@ -16,6 +19,7 @@ using namespace engine;
 namespace {
 
 using testing::AllOf;
+using testing::Contains;
 using testing::ElementsAre;
 using testing::EndsWith;
 using testing::HasSubstr;
@@ -24,6 +28,12 @@ using testing::StartsWith;
 
 MATCHER_P(Reads, pattern, "") {
     return std::regex_match(arg, std::regex(pattern));
+}
+
+void permitWriting(const std::string& file, bool permits) {
+    std::filesystem::permissions(
+        file, std::filesystem::perms::owner_write,
+        permits ? std::filesystem::perm_options::add : std::filesystem::perm_options::remove);
 }
 
 class HeadlessCommands : public testing::Test {
@@ -39,6 +49,10 @@ class HeadlessCommands : public testing::Test {
     CommandResult read(const std::string& font, std::vector<std::string> images) {
         images.insert(images.begin(), {"read", "--font", font});
         return workspace.run(images);
+    }
+
+    std::size_t samplesIn(const std::string& font) const {
+        return readFont(workspace.fontFile(font)).samples.size();
     }
 
     // The command says this and nothing else.
@@ -103,6 +117,25 @@ TEST_F(HeadlessCommands, ImagesThatCannotBeIncludedAreRefusedInWordsAndTheOthers
     EXPECT_EQ(result.out[5], "samples 4");
     EXPECT_THAT(result.out[9], StartsWith("saved "));
     EXPECT_THAT(result.out[10], StartsWith("Held-out check: not made"));
+}
+
+// Twice the same samples would make the check of the font a flattering one.
+TEST_F(HeadlessCommands, AnImageThatIsListedTwiceIsIncludedOnce) {
+    workspace.draw("good.pgm", "12\n34");
+    const auto result = learn("f", "good.pgm\t123\ngood.pgm\t1234\n./good.pgm\t1234\n", {"--timeout", "1"});
+    EXPECT_EQ(result.status, 0);
+    ASSERT_GT(result.out.size(), 4u);
+    EXPECT_THAT(result.out[0], StartsWith("refused\tgood.pgm\t3 characters typed"));
+    EXPECT_EQ(result.out[1], "included 4\tgood.pgm");
+    EXPECT_EQ(result.out[2], "refused\t./good.pgm\tincluded already, from a row above");
+    EXPECT_EQ(result.out[3], "samples 4");
+}
+
+TEST_F(HeadlessCommands, AFailureOfAReadingNamesItsImage) {
+    ASSERT_EQ(workspace.learnDigits("digits").status, 0);
+    const auto result = workspace.run({"read", "--font", "digits", "a.pgm"},
+                                      [](const std::string&) -> GreyImage { throw std::bad_alloc(); });
+    fails(result, ElementsAre("dravik-trainer: a.pgm: Out of memory"));
 }
 
 TEST_F(HeadlessCommands, NothingIsTrainedWhenEveryImageIsRefused) {
@@ -187,11 +220,80 @@ TEST_F(HeadlessCommands, ADamagedFontIsNamedByEveryCommandAndLeftAsItIs) {
     EXPECT_EQ(Workspace::content(workspace.fontFile("broken")), content);
 }
 
+TEST_F(HeadlessCommands, WhatAFontWasCanBeListedAndRestored) {
+    EXPECT_THAT(workspace.run({"fonts", "--versions"}).out, ElementsAre(StartsWith("font\tversion\tkind\t")));
+    ASSERT_EQ(workspace.learnDigits("digits").status, 0);
+    EXPECT_THAT(workspace.run({"fonts", "--versions", "digits"}).err,
+                ElementsAre("dravik-trainer: font digits: no earlier version is kept"));
+    workspace.draw("letters.pgm", "ACHT");
+    ASSERT_EQ(learn("digits", "letters.pgm\tACHT\n", {"--timeout", "1"}).status, 0);
+    const auto more = Workspace::content(workspace.fontFile("digits"));
+
+    const auto versions = workspace.run({"fonts", "--versions", "DIGITS"});
+    EXPECT_EQ(versions.status, 0);
+    ASSERT_EQ(versions.out.size(), 2u);
+    EXPECT_THAT(versions.out[1],
+                Reads("digits\t[0-9]{8}-[0-9]{6}-[0-9]{3}\tsaved\t30\tyes\t20..-..-.. ..:..:.."));
+
+    const auto restored = workspace.run({"fonts", "--restore", "digits"});
+    EXPECT_EQ(restored.status, 0);
+    EXPECT_THAT(restored.out,
+                ElementsAre(Reads("restored digits [0-9-]+ [(]saved .*, 30 samples[)] to .*digits.nnd")));
+    EXPECT_EQ(samplesIn("digits"), 30u);
+    EXPECT_EQ(Workspace::content(workspace.fontFile("digits") + ".bak"), more);
+
+    // What was just replaced is the newest now; by its name it becomes another font.
+    const auto newest = workspace.run({"fonts", "--versions"}).out.at(1).substr(7, 19);
+    ASSERT_EQ(
+        workspace.run({"fonts", "--restore", "digits", "--version", newest, "--as", "second one"}).status, 0);
+    EXPECT_EQ(samplesIn("second_one"), 34u);
+    EXPECT_EQ(samplesIn("digits"), 30u);
+
+    EmbeddedTool(JobFolder(workspace.jobs())).DeleteFont("second_one");
+    EXPECT_FALSE(std::filesystem::exists(workspace.fontFile("second_one")));
+    EXPECT_THAT(workspace.run({"fonts", "--restore", "second_one"}).out, ElementsAre(HasSubstr("(deleted ")));
+    EXPECT_EQ(samplesIn("second_one"), 34u);
+}
+
+TEST_F(HeadlessCommands, WhatCannotBeRestoredIsToldAndChangesNothing) {
+    ASSERT_EQ(workspace.learnDigits("digits").status, 0);
+    FontVersions kept(JobFolder(workspace.jobs()).fontsFolder());
+    kept.keepDiscarded("digits", encodeFont({}));
+    const auto taught = Workspace::content(workspace.fontFile("digits"));
+    fails(workspace.run({"fonts", "--restore", "other"}),
+          ElementsAre("dravik-trainer: font other: no earlier version is kept"));
+    fails(workspace.run({"fonts", "--restore", "digits", "--version", "nosuch"}),
+          ElementsAre(
+              "dravik-trainer: font digits: there is no version nosuch; fonts --versions digits lists them"));
+    fails(workspace.run({"fonts", "--restore", "digits"}),
+          ElementsAre(HasSubstr("only changes that were discarded")));
+    fails(workspace.run({"fonts", "--restore", "digits", "--as", "New"}),
+          ElementsAre(HasSubstr("discarded")));
+    const auto version = workspace.run({"fonts", "--versions"}).out.at(1).substr(7, 19);
+    fails(workspace.run({"fonts", "--restore", "digits", "--version", version, "--as", "New"}),
+          ElementsAre(HasSubstr("reserved")));
+    {
+        const auto lock = FileLock::take(workspace.fontFile("digits") + ".lock");
+        fails(workspace.run({"fonts", "--restore", "digits", "--version", version}),
+              ElementsAre(AllOf(HasSubstr("is being changed by process "), HasSubstr(" since "))));
+    }
+    EXPECT_EQ(Workspace::content(workspace.fontFile("digits")), taught);
+
+    workspace.write("jobs/Fonts/History/digits/20260301-000000-000.saved.nnd", "no font");
+    const auto listed = workspace.run({"fonts", "--versions", "digits"});
+    EXPECT_EQ(listed.status, 1);
+    EXPECT_EQ(listed.out.size(), 3u);
+    EXPECT_THAT(listed.err, ElementsAre(HasSubstr("20260301-000000-000.saved.nnd")));
+}
+
 TEST_F(HeadlessCommands, AJobsFolderThatCannotBeMadeIsOneClearLine) {
     workspace.draw("part.pgm", "12");
     workspace.write("jobs", "a file where the folder should be");
     const auto result = learn("f", "part.pgm\t12\n");
     fails(result, ElementsAre(AllOf(StartsWith("dravik-trainer: font f: "), HasSubstr(workspace.jobs()))));
+    fails(workspace.run({"fonts"}), ElementsAre(HasSubstr(workspace.jobs())));
+    fails(workspace.run({"fonts", "--versions"}), ElementsAre(HasSubstr(workspace.jobs())));
+    fails(read("f", {"part.pgm"}), ElementsAre(HasSubstr(workspace.jobs())));
 }
 
 TEST_F(HeadlessCommands, AFontThatCannotBeSavedIsAFailureWithItsReason) {
@@ -199,14 +301,39 @@ TEST_F(HeadlessCommands, AFontThatCannotBeSavedIsAFailureWithItsReason) {
     const auto list = workspace.write("list.tsv", "part.pgm\t12\n");
     const auto result =
         workspace.run({"learn", "--font", "f", "--samples", list}, [&](const std::string& file) {
-            std::filesystem::remove_all(workspace.path("jobs/Fonts"));
-            workspace.write("jobs/Fonts", "a file where the folder was");
+            permitWriting(workspace.fontFile("f"), false);
             return readPgm(file);
         });
     EXPECT_EQ(result.status, 1);
     ASSERT_EQ(result.out.size(), 5U);
     EXPECT_THAT(result.out.back(), StartsWith("seconds ")) << "not saved";
     EXPECT_THAT(result.err, ElementsAre(AllOf(StartsWith("dravik-trainer: font f: "), HasSubstr("Fonts"))));
+
+    // What was learnt is not lost.
+    permitWriting(workspace.fontFile("f"), true);
+    const auto next = workspace.run({"learn", "--font", "f", "--samples", list});
+    EXPECT_EQ(next.status, 0);
+    EXPECT_THAT(next.err, ElementsAre(AllOf(StartsWith("dravik-trainer: f: 2 changes of "),
+                                            HasSubstr("had not been saved; they are in the font again"))));
+    EXPECT_THAT(next.out, Contains("samples 4"));
+}
+
+// What cannot be kept is not included, and what holds the font is named.
+TEST_F(HeadlessCommands, AFontThatCannotBeChangedIsAFailureBeforeAnythingIsIncluded) {
+    workspace.draw("part.pgm", "12");
+    const auto list = workspace.write("list.tsv", "part.pgm\t12\n");
+    ASSERT_EQ(workspace.run({"learn", "--font", "f", "--samples", list}).status, 0);
+    const auto before = Workspace::content(workspace.fontFile("f"));
+    {
+        engine::EmbeddedTool other{JobFolder(workspace.jobs())};
+        other.LoadFont("f");
+        other.DeleteSample(300000);
+        fails(workspace.run({"learn", "--font", "f", "--samples", list}),
+              ElementsAre(
+                  AllOf(StartsWith("dravik-trainer: font f: "), HasSubstr("is being changed by process"))));
+        EXPECT_EQ(workspace.run({"read", "--font", "f", workspace.path("part.pgm")}).status, 0);
+    }
+    EXPECT_EQ(Workspace::content(workspace.fontFile("f")), before);
 }
 
 // Presses Ctrl+C as soon as a text is written to it.
@@ -251,6 +378,11 @@ TEST_F(HeadlessCommands, CtrlCLeavesTheFontOnDiskAsItWas) {
     EXPECT_EQ(out.str(), "included 2\ta.pgm\nincluded 2\tb.pgm\n");
     EXPECT_THAT(whileTraining.str(), AllOf(HasSubstr(" %  "), HasSubstr("interrupted")));
     EXPECT_EQ(Workspace::content(workspace.fontFile("digits")), before);
+
+    // But nothing that was included is lost.
+    EXPECT_THAT(read("digits", {workspace.path("a.pgm")}).err,
+                ElementsAre(AllOf(Reads("dravik-trainer: digits: [34] changes of .*"),
+                                  EndsWith("had not been saved; they are in the font again"))));
 }
 
 }  // namespace

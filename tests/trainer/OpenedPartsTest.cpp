@@ -79,7 +79,7 @@ TEST_F(OpenedPartsTest, APartThatCannotBeDecodedStaysWithItsProblem) {
     EXPECT_TRUE(parts.previous());
     EXPECT_EQ(parts.problem(), "");
     EXPECT_FALSE(parts.image().empty());
-    EXPECT_TRUE(parts.thumbnail(2, 32).empty());
+    EXPECT_TRUE(parts.thumbnailWork(2, 32)().empty());
     EXPECT_THROW(parts.setCurrent(3), Failure);
     EXPECT_EQ(parts.current(), 1);
 }

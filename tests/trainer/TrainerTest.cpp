@@ -3,9 +3,12 @@
 #include <gmock/gmock.h>
 
 #include <algorithm>
+#include <atomic>
 #include <functional>
 #include <initializer_list>
+#include <random>
 #include <string>
+#include <thread>
 
 #include "base/Failure.h"
 #include "tool/Samples.h"
@@ -162,6 +165,68 @@ TEST_F(TrainerTest, TheReadingFollowsTheImageTheFontAndTheTraining) {
     EXPECT_EQ(trainer.title(), "digits - Dravik Trainer");
     EXPECT_EQ(titles, 3);
     EXPECT_EQ(readText(), "123|45|");
+}
+
+// The window goes on while an image is decoded and searched; what is chosen meanwhile is what counts.
+TEST_F(TrainerTest, AnImageThatTakesLongHoldsIncludeAloneAndCanBeStopped) {
+    ASSERT_EQ(workspace.learnDigits("digits").status, 0);
+    std::atomic<bool> goesOn = false;
+    Trainer patient(
+        platform, JobFolder(workspace.jobs()),
+        [&goesOn](const std::string& path) {
+            while (path.ends_with("slow.pgm") && !goesOn) std::this_thread::yield();
+            return readPgm(path);
+        },
+        false);
+    patient.setPatience(std::chrono::milliseconds(0));
+    const auto finish = [&] {
+        while (patient.workTimer().enabled()) patient.workTimer().tick();
+    };
+    Button& include = patient.control().screen().sample.cmdInclude;
+    Button& select = patient.control().screen().font.cmdSelectFont;
+    select.press();
+    EXPECT_TRUE(include.enabled());
+
+    patient.parts().open({workspace.draw("slow.pgm", "12"), workspace.draw("quick.pgm", "345")});
+    EXPECT_TRUE(patient.isLooking());
+    EXPECT_EQ(patient.previewText(), "Looking for characters...");
+    EXPECT_EQ(patient.reading().note, "Looking for characters...");
+    EXPECT_FALSE(include.enabled());
+    select.press();
+    EXPECT_FALSE(include.enabled()) << "the screen has enabled it for the font meanwhile";
+    patient.parts().next();
+    goesOn = true;
+    finish();
+    EXPECT_EQ(patient.previewText(), "3 characters found") << "of the image that was chosen last";
+    ASSERT_EQ(patient.reading().lines.size(), 1U);
+    EXPECT_EQ(patient.reading().lines[0].size(), 3U);
+    EXPECT_TRUE(include.enabled());
+
+    goesOn = false;
+    patient.parts().previous();
+    patient.stopWorking();
+    EXPECT_EQ(patient.previewText(), "Stopped before the image was decoded");
+    EXPECT_FALSE(patient.isWorking());
+    goesOn = true;
+    patient.lookAgain();
+    finish();
+    EXPECT_EQ(patient.previewText(), "2 characters found");
+
+    GreyImage noise(1024, 1024);
+    std::minstd_rand random(1);
+    for (int y = 0; y < noise.height(); ++y)
+        for (auto& pixel : noise.row(y)) pixel = static_cast<std::uint8_t>(random() >> 8);
+    writePgm(workspace.path("noise.pgm"), noise);
+    patient.parts().open({workspace.path("noise.pgm")});
+    patient.parts().setCurrent(2);
+    while (patient.parts().isDecoding()) patient.workTimer().tick();
+    EXPECT_TRUE(patient.isLooking());
+    patient.stopWorking();
+    EXPECT_EQ(patient.previewText(), "Stopped before the characters were found");
+    EXPECT_FALSE(include.enabled()) << "it would look for them while the window stands still";
+    patient.parts().setCurrent(1);
+    finish();
+    EXPECT_TRUE(include.enabled());
 }
 
 TEST_F(TrainerTest, LabelsFollowTheCaseOfTheFontWhenItIsMaintained) {

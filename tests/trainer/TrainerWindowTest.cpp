@@ -26,11 +26,16 @@ struct RecordingSystem : WindowSystem {
     }
     std::string keptFolder() const override { return folder; }
     void keepFolder(const std::string& now) override { folder = now; }
+    std::string chooseNewFile(const FileQuestion& question) override {
+        questions.push_back(question);
+        return newFile;
+    }
     void closeWindow() override { ++closed; }
 
     std::vector<FileQuestion> questions;
     std::vector<std::string> chosen;
     std::string folder;
+    std::string newFile;
     int closed = 0;
 };
 
@@ -53,7 +58,7 @@ class TrainerWindowTest : public testing::Test {
 
 TEST_F(TrainerWindowTest, OnlyWhatCanBeDoneIsEnabled) {
     window.view.setViewport(500, 300);
-    EXPECT_EQ(enabled(), "openImages openFolder quit fontSelect keys about ");
+    EXPECT_EQ(enabled(), "openImages openFolder quit fontSelect fontRestore keys about ");
     window.actions.zoomIn.trigger();
     EXPECT_TRUE(window.view.fits());
     EXPECT_THAT(window.view.message(), HasSubstr("Ctrl+O"));

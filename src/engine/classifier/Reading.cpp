@@ -70,9 +70,9 @@ Recognition surest(const Network& network, const SampleInputs& inputs, std::span
 }
 
 std::vector<PlacedRecognition> readIn(const Segmentation& view, const Network& network,
-                                      const DistanceMeasure& measure) {
+                                      const DistanceMeasure& measure, const std::stop_token& stop) {
     std::vector<PlacedRecognition> result;
-    const std::vector<Recognition> read = recognize(view, network, measure);
+    const std::vector<Recognition> read = recognize(view, network, measure, stop);
     for (std::size_t i = 0; i < read.size(); ++i)
         result.push_back({view.place(view.glyphs[i]), view.glyphs[i].line, read[i]});
     return result;
@@ -112,13 +112,13 @@ std::vector<SampleInputs> allInputs(const Segmentation& found, std::span<const s
 }
 
 std::vector<Recognition> recognize(const Segmentation& found, const Network& network,
-                                   const DistanceMeasure& measure) {
+                                   const DistanceMeasure& measure, const std::stop_token& stop) {
     std::vector<Recognition> result;
     if (network.empty()) return result;
     std::vector<float> outputs(network.codes.size());
     const auto readAs = [&](std::size_t from, std::size_t to, const LineMetrics& line) {
         LineReading reading;
-        for (std::size_t i = from; i < to; ++i) {
+        for (std::size_t i = from; i < to && !stop.stop_requested(); ++i) {
             const SampleInputs inputs = glyphInputs(found, found.glyphs[i], line);
             network.run(inputs, outputs);
             reading.characters.push_back(surest(network, inputs, outputs, measure));
@@ -143,14 +143,16 @@ std::vector<Recognition> recognize(const Segmentation& found, const Network& net
 }
 
 std::vector<PlacedRecognition> readImage(const GreyImage& image, const Segmentation& found,
-                                         const Network& network, const DistanceMeasure& measure) {
-    std::vector<PlacedRecognition> best = readIn(found, network, measure);
+                                         const Network& network, const DistanceMeasure& measure,
+                                         const std::stop_token& stop) {
+    std::vector<PlacedRecognition> best = readIn(found, network, measure, stop);
     double most = familiarity(best);
     const std::size_t characters = found.glyphs.size();
     for (const OtherView& view : found.others) {
+        if (stop.stop_requested()) break;
         if (view.characters + kMostDifferent < characters || characters + kMostDifferent < view.characters)
             continue;
-        std::vector<PlacedRecognition> other = readIn(segment(image, view), network, measure);
+        std::vector<PlacedRecognition> other = readIn(segment(image, view), network, measure, stop);
         if (const double value = view.odds + familiarity(other); value > most) {
             most = value;
             best = std::move(other);

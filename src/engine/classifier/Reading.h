@@ -2,6 +2,7 @@
 #pragma once
 
 #include <span>
+#include <stop_token>
 #include <string>
 #include <vector>
 
@@ -24,7 +25,7 @@ struct Recognition {
 
 // The trained characters that the found ones look most like, in their order; none when nothing was trained.
 std::vector<Recognition> recognize(const Segmentation& found, const Network& network,
-                                   const DistanceMeasure& measure);
+                                   const DistanceMeasure& measure, const std::stop_token& stop = {});
 
 // A character of an image as the font reads it, and where it stands.
 struct PlacedRecognition {
@@ -34,8 +35,10 @@ struct PlacedRecognition {
 };
 
 // All characters of an image in which `found` is what segment() finds. Where it can also be seen in other
-// ways, it is read in the one whose characters are most likely to be of the font.
+// ways, it is read in the one whose characters are most likely to be of the font. Ends early, with some or
+// none of them, once a stop is requested.
 std::vector<PlacedRecognition> readImage(const GreyImage& image, const Segmentation& found,
-                                         const Network& network, const DistanceMeasure& measure);
+                                         const Network& network, const DistanceMeasure& measure,
+                                         const std::stop_token& stop = {});
 
 }  // namespace dravik::engine

@@ -1,75 +1,46 @@
 #include "engine/embedded/EmbeddedTool.h"
 
 #include <algorithm>
-#include <map>
 #include <unordered_set>
 #include <utility>
 
-#include "base/AtomicFile.h"
 #include "base/Failure.h"
 #include "base/Text.h"
 #include "engine/classifier/Reading.h"
-#include "engine/embedded/TrainingWorker.h"
 #include "engine/font/FontFile.h"
-#include "engine/font/FontLibrary.h"
-#include "engine/font/SampleStore.h"
+#include "engine/font/FontWorkspace.h"
 #include "engine/font/SampleTable.h"
-#include "engine/segmentation/Segmentation.h"
 
 namespace dravik::engine {
 namespace {
 
-constexpr std::int32_t kUsualTimeout = 60;
-constexpr std::uint32_t kSeed = 20011;
+using tool::SampleKind;
+
 constexpr char kUnknownCharacter[] = "?";
-// Everything that a run works on, its own copy.
-struct FontRun {
-    TrainingSet set;
-    SampleColumnsPtr samples;
-    ClassStatistics statistics;
-    std::vector<std::uint64_t> serials;
-    std::vector<TrainedCharacter> characters;
-};
+// The screen counts an include's samples in 16 bits.
+constexpr std::size_t kMostInOneInclude = 32767;
 
-std::shared_ptr<FontRun> newRun(const SampleStore& store) {
-    auto run = std::make_shared<FontRun>();
-    run->samples = store.columns(tool::SampleKind::Committed);
-    run->statistics = store.statistics();
-    std::map<std::int32_t, std::uint32_t> places;
-    for (const std::int32_t code : run->samples->codes) places.emplace(code, 0u);
-    for (auto& [code, place] : places) {
-        place = static_cast<std::uint32_t>(run->set.codes.size());
-        run->set.codes.push_back(code);
-        const ClassStatistics::Class& one = *run->statistics.find(code);
-        TrainedCharacter& character = run->characters.emplace_back();
-        character.code = code;
-        character.count = one.count;
-        for (std::size_t i = 0; i < kInputCount; ++i)
-            character.mean[i] = static_cast<float>(one.sums[i] / one.count);
+// One record for each character of the set, then for those that were trained without being in it.
+std::vector<CharacterRecord> characterRecords(const FontState& font) {
+    std::vector<CharacterRecord> records;
+    std::vector<std::int32_t> inSet;
+    for (const std::string& character : font.characterSet) {
+        CharacterRecord& record = records.emplace_back();
+        record.code = codeOf(character);
+        inSet.push_back(record.code);
+        if (const TrainedCharacter* one = font.training->find(record.code)) {
+            record.trained = one->count;
+            record.inputs = one->mean;
+        } else if (const ClassStatistics::Class* committed = font.samples.statistics().find(record.code)) {
+            for (std::size_t i = 0; i < kInputCount; ++i)
+                record.inputs[i] = static_cast<float>(committed->sums[i] / committed->count);
+        }
     }
-    run->set.inputs.reserve(run->samples->size() * kInputCount);
-    for (const Sample* sample : run->samples->samples) {
-        run->set.inputs.insert(run->set.inputs.end(), sample->inputs.begin(), sample->inputs.end());
-        run->set.classes.push_back(places[sample->code]);
-        run->serials.push_back(sample->serial);
-    }
-    return run;
-}
-
-TrainingResult perform(const FontRun& run, TrainingWorker::Progress& progress) {
-    TrainingResult result;
-    TrainingFigures figures;
-    result.network = trained(
-        run.set, kSeed, [&progress](const TrainingFigures& f) { return progress.report(f); }, figures);
-    const DistanceMeasure measure(run.statistics, run.samples->samples);
-    for (std::size_t i = 0; i < run.samples->size() && !progress.stopped(); ++i)
-        result.distances.push_back(measure.distance(*run.samples->samples[i]));
-    progress.report(figures);
-    return result;
-}
-
-FoundCharacter placed(const Region& place, int line) {
-    return {place.left, place.top, place.right, place.bottom, line};
+    std::sort(inSet.begin(), inSet.end());
+    for (const TrainedCharacter& one : font.training->characters)
+        if (!std::binary_search(inSet.begin(), inSet.end(), one.code))
+            records.push_back({one.code, one.count, one.mean});
+    return records;
 }
 
 }  // namespace
@@ -78,131 +49,34 @@ std::string shownCharacter(const ReadCharacter& read, double limit) {
     return read.confidence < limit ? kUnknownCharacter : read.character;
 }
 
-struct EmbeddedTool::State {
-    State(JobFolder folder, bool remembersFont) : library(std::move(folder), remembersFont) {}
-
-    FontLibrary library;
-    std::optional<std::string> current;
-    tool::CharacterSet characterSet;
-    SampleStore samples;
-    Training training;
-
-    std::shared_ptr<const GreyImage> image = std::make_shared<GreyImage>();  // never null
-    std::optional<Segmentation> segmentation;
-    std::vector<FoundCharacter> found;
-
-    std::int32_t timeout = kUsualTimeout;
-    std::shared_ptr<FontRun> run;  // going on, or ended and not yet taken over
-    bool aborted = false;
-    TrainingWorker worker;
-    HeldOutWorker check;
-
-    // Fonts that were left for another with changes that are not in their files; they are as they were when
-    // they are loaded again.
-    std::map<std::string, FontRecord> unsaved;
-    bool changed = false;  // the current font's samples, set or training are not as in its file
-
-    const std::string& font() const {
-        if (!current) throw Failure(RuntimeError::ObjectNotSet, "No font is loaded");
-        return *current;
-    }
-
-    // Takes over what an ended run has left.
-    void settle() {
-        if (!run || worker.running()) return;
-        const std::shared_ptr<FontRun> ended = std::exchange(run, nullptr);
-        aborted = true;
-        std::optional<TrainingResult> result;
-        try {
-            result = worker.take();
-        } catch (...) {
-            const Failure cause = currentFailure();
-            throw Failure(cause.number(), "Training failed: " + cause.description());
-        }
-        if (!result) return;
-        training.network = std::move(result->network);
-        training.characters = std::move(ended->characters);
-        samples.setDistances(ended->serials, result->distances);
-        changed = true;
-        aborted = false;
-        check.start(ended->samples, kSeed);
-    }
-
-    void checkIdle(const char* what) {
-        settle();
-        if (run)
-            throw Failure(RuntimeError::InvalidProcedureCall,
-                          std::string("A training run is going on; stop it before ") + what);
-    }
-
-    // Sets the current font aside if another is about to take its place.
-    void leave(const std::string& forFont) {
-        if (current && changed && *current != forFont) unsaved[*current] = record();
-    }
-
-    bool hasUnsavedWork() const {
-        return changed || samples.columns(tool::SampleKind::Uncommitted)->size() > 0;
-    }
-
-    void install(std::optional<std::string> name, FontRecord font) {
-        check.stop();
-        changed = false;
-        samples.restore(std::move(font.samples), std::move(font.distances), font.nextSerial);
-        characterSet = std::move(font.characterSet);
-        training = std::move(font.training);
-        current = std::move(name);
-        library.select(current);
-    }
-
-    FontRecord record() const {
-        FontRecord font;
-        font.characterSet = characterSet;
-        font.nextSerial = samples.nextSerial();
-        const SampleColumnsPtr committed = samples.columns(tool::SampleKind::Committed);
-        font.samples.reserve(committed->size());
-        for (const Sample* sample : committed->samples) font.samples.push_back(*sample);
-        font.distances = committed->distances;
-        font.training = training;
-        return font;
-    }
-
-    const Segmentation& segments() {
-        if (!segmentation) {
-            segmentation = segment(*image);
-            for (const Glyph& glyph : segmentation->glyphs)
-                found.push_back(placed(segmentation->place(glyph), glyph.line));
-        }
-        return *segmentation;
-    }
-
-    // One record for each character of the set, then for those that were trained without being in it.
-    std::vector<CharacterRecord> characterRecords() const {
-        std::vector<CharacterRecord> records;
-        std::vector<std::int32_t> inSet;
-        for (const std::string& character : characterSet) {
-            CharacterRecord& record = records.emplace_back();
-            record.code = codeOf(character);
-            inSet.push_back(record.code);
-            if (const TrainedCharacter* one = training.find(record.code)) {
-                record.trained = one->count;
-                record.inputs = one->mean;
-            } else if (const ClassStatistics::Class* committed = samples.statistics().find(record.code)) {
-                for (std::size_t i = 0; i < kInputCount; ++i)
-                    record.inputs[i] = static_cast<float>(committed->sums[i] / committed->count);
-            }
-        }
-        std::sort(inSet.begin(), inSet.end());
-        for (const TrainedCharacter& one : training.characters)
-            if (!std::binary_search(inSet.begin(), inSet.end(), one.code))
-                records.push_back({one.code, one.count, one.mean});
-        return records;
-    }
-};
-
 EmbeddedTool::EmbeddedTool(JobFolder folder, bool remembersFont)
-    : state_(std::make_unique<State>(std::move(folder), remembersFont)) {}
+    : fonts_(std::make_unique<FontWorkspace>(std::move(folder), remembersFont)) {}
 
 EmbeddedTool::~EmbeddedTool() = default;
+
+// Takes over what an ended run has left.
+void EmbeddedTool::settle() {
+    if (auto outcome = training_.takeOutcome(fonts_->state())) fonts_->makeAnyway(std::move(*outcome));
+}
+
+void EmbeddedTool::checkIdle(const char* what) {
+    settle();
+    if (training_.isUnderWay())
+        throw Failure(RuntimeError::InvalidProcedureCall,
+                      std::string("A training run is going on; stop it before ") + what);
+}
+
+template <class Action>
+auto EmbeddedTool::change(Action action) {
+    struct DropCheck {
+        EmbeddedTool& tool;
+        TrainingPtr before;
+        ~DropCheck() {
+            if (tool.fonts_->state().training != before) tool.training_.dropCheck();
+        }
+    } dropCheck{*this, fonts_->state().training};
+    return action();
+}
 
 std::string EmbeddedTool::programIdentifier() {
     return tool::kDravikStep;
@@ -211,122 +85,106 @@ std::string EmbeddedTool::programIdentifier() {
 double EmbeddedTool::datum(const std::string& name) {
     if (name != tool::kSelectedFontDatum)
         throw Failure(RuntimeError::InvalidProcedureCall, "The step has no datum \"" + name + "\"");
-    return state_->library.selectionMask();
+    return fonts_->library().selectionMask();
 }
 
 void EmbeddedTool::setImage(GreyImage image) {
     shareImage(std::make_shared<GreyImage>(std::move(image)));
 }
 
-void EmbeddedTool::shareImage(std::shared_ptr<const GreyImage> image) {
-    state_->image = std::move(image);
-    state_->segmentation.reset();
-    state_->found.clear();
+void EmbeddedTool::shareImage(std::shared_ptr<const GreyImage> image,
+                              std::shared_ptr<const Segmentation> segmentation) {
+    seen_.show(std::move(image), std::move(segmentation));
 }
 
 const GreyImage& EmbeddedTool::image() const {
-    return *state_->image;
+    return *seen_.image();
 }
 
 const std::vector<FoundCharacter>& EmbeddedTool::found() {
-    state_->segments();
-    return state_->found;
+    return seen_.found();
 }
 
 std::vector<ReadCharacter> EmbeddedTool::read() {
-    state_->settle();
-    if (state_->training.empty()) return {};
-    const SampleColumnsPtr samples = state_->samples.columns(tool::SampleKind::Committed);
-    const DistanceMeasure measure(state_->samples.statistics(), samples->samples);
-    std::vector<ReadCharacter> result;
-    for (const PlacedRecognition& one :
-         readImage(image(), state_->segments(), state_->training.network, measure))
-        result.push_back(
-            {placed(one.place, one.line), characterOf(one.read.code), confidence(one.read.evidence)});
-    return result;
+    return readingWork()({});
+}
+
+EmbeddedTool::ReadingWork EmbeddedTool::readingWork() {
+    settle();
+    const FontState& font = fonts_->state();
+    if (font.training->empty()) return [](const std::stop_token&) { return std::vector<ReadCharacter>(); };
+    return [image = seen_.image(), seen = seen_.segmentation(), training = font.training,
+            statistics = font.samples.statistics(),
+            samples = font.samples.columns(SampleKind::Committed)](const std::stop_token& stop) {
+        const DistanceMeasure measure(statistics, samples->samples);
+        std::vector<ReadCharacter> result;
+        for (const PlacedRecognition& one : readImage(*image, *seen, training->network, measure, stop))
+            result.push_back(
+                {placed(one.place, one.line), characterOf(one.read.code), confidence(one.read.evidence)});
+        return result;
+    };
 }
 
 std::optional<std::string> EmbeddedTool::currentFont() const {
-    return state_->current;
+    const WorkingCopy* font = fonts_->current();
+    return font ? std::optional(font->name()) : std::nullopt;
 }
 
 bool EmbeddedTool::isTrained() const {
-    return !state_->training.empty();
+    return !fonts_->state().training->empty();
+}
+
+void EmbeddedTool::claimFont() {
+    fonts_->claim();
 }
 
 bool EmbeddedTool::isChecking() {
-    state_->settle();
-    return state_->check.running();
+    settle();
+    return training_.isChecking();
 }
 
 const HeldOutResult* EmbeddedTool::heldOutCheck() const {
-    return state_->check.result();
+    return training_.checked();
 }
 
-FontSummary EmbeddedTool::summary(const std::string& name) {
-    FontRecord font = readFont(state_->library.existingFile(name));
+FontSummary EmbeddedTool::summary(const std::string& asked) {
+    const std::string name = fonts_->library().spelling(asked);
+    FontRecord font = readFont(fonts_->library().existingFile(name));
     return {name, std::move(font.characterSet), static_cast<int>(font.samples.size()),
             !font.training.empty()};
 }
 
 void EmbeddedTool::LoadFont(const std::string& name) {
-    const std::string file = state_->library.existingFile(name);
-    state_->checkIdle("loading a font");
-    // The operator who chooses the font that is shown once more does not mean to lose what was done to it.
-    if (state_->current == name && state_->hasUnsavedWork()) return;
-    const auto kept = state_->unsaved.find(name);
-    if (kept == state_->unsaved.end()) {
-        FontRecord font = readFont(file);
-        state_->leave(name);
-        state_->install(name, std::move(font));
-        return;
-    }
-    FontRecord font = std::move(kept->second);
-    state_->unsaved.erase(kept);
-    state_->leave(name);
-    state_->install(name, std::move(font));
-    state_->changed = true;
+    fonts_->library().existingFile(fonts_->library().spelling(name));
+    checkIdle("loading a font");
+    if (fonts_->load(name)) training_.dropCheck();
 }
 
 void EmbeddedTool::CreateFont(const std::string& name) {
-    const std::string file = state_->library.file(name);
-    state_->checkIdle("creating a font");
-    const FontRecord empty;
-    writeFont(empty, file);
-    state_->leave(name);
-    state_->unsaved.erase(name);
-    state_->install(name, empty);
+    fonts_->library().file(name);
+    checkIdle("creating a font");
+    fonts_->create(name);
+    training_.dropCheck();
 }
 
 void EmbeddedTool::DeleteFont(const std::string& name) {
-    const std::string file = state_->library.existingFile(name);
-    if (state_->current == name) state_->checkIdle("deleting its font");
-    retireFont(file);
-    state_->unsaved.erase(name);
-    if (state_->current == name) state_->install(std::nullopt, {});
-    if (state_->library.selected() == name) state_->library.select(std::nullopt);
+    const std::string font = fonts_->library().spelling(name);
+    fonts_->library().existingFile(font);
+    if (currentFont() == font) checkIdle("deleting its font");
+    change([&] { fonts_->remove(font); });
 }
 
 void EmbeddedTool::RenameFont(const std::string& newName, const std::string& existingName) {
-    const std::string to = state_->library.file(newName);
-    renameFile(state_->library.existingFile(existingName), to);
-    if (auto kept = state_->unsaved.extract(existingName)) {
-        kept.key() = newName;
-        state_->unsaved.insert(std::move(kept));
-    }
-    if (state_->current == existingName) state_->current = newName;
-    if (state_->library.selected() == existingName) state_->library.select(newName);
+    fonts_->rename(newName, existingName);
 }
 
 void EmbeddedTool::DuplicateFont(const std::string& newName, const std::string& existingName) {
-    const std::string to = state_->library.file(newName);
-    const FontRecord font = readFont(state_->library.existingFile(existingName));
-    if (fileExists(to)) throw Failure(RuntimeError::FileAlreadyExists, "File already exists: \"" + to + "\"");
-    writeFont(font, to);
+    settle();
+    fonts_->duplicate(newName, existingName);
 }
 
 void EmbeddedTool::SetCharacterSet(const tool::CharacterSet& set) {
-    state_->font();
+    fonts_->font();
     tool::CharacterSet cleaned;
     std::unordered_set<std::string> known;
     for (const std::string& character : set)
@@ -334,126 +192,178 @@ void EmbeddedTool::SetCharacterSet(const tool::CharacterSet& set) {
     if (cleaned.size() > static_cast<std::size_t>(tool::kMostSamples))
         throw Failure(RuntimeError::OutOfMemory,
                       "A font has at most " + std::to_string(tool::kMostSamples) + " characters");
-    state_->changed |= state_->characterSet != cleaned;
-    state_->characterSet = std::move(cleaned);
+    checkCharacterSet(cleaned);
+    if (cleaned != fonts_->state().characterSet)
+        fonts_->make(SetCharacters{fonts_->state().characterSet, std::move(cleaned)});
 }
 
 void EmbeddedTool::IncludeSamples(const std::string& expectedText) {
-    state_->font();
-    const Segmentation& found = state_->segments();
+    fonts_->font();
     const std::vector<std::string> text = characters(expectedText);
-    const std::vector<SampleInputs> inputs = allInputs(found, text);
-    std::vector<Sample> samples;
-    samples.reserve(inputs.size());
+    const std::vector<SampleInputs> inputs = allInputs(*seen_.segmentation(), text);
+    if (inputs.empty()) return;
+    if (inputs.size() > kMostInOneInclude)
+        throw Failure(RuntimeError::InvalidProcedureCall,
+                      std::to_string(inputs.size()) + " characters were found, and an include takes " +
+                          std::to_string(kMostInOneInclude) + " at most");
+    std::uint64_t serial = fonts_->state().samples.nextSerial();
+    AddUncommitted change;
+    change.samples.reserve(inputs.size());
     for (std::size_t i = 0; i < inputs.size(); ++i)
-        samples.push_back(
-            {0, codeOf(i < text.size() ? std::string_view(text[i]) : kUnknownCharacter), inputs[i]});
-    state_->samples.include(std::move(samples));
+        change.samples.push_back(
+            {serial++, codeOf(i < text.size() ? std::string_view(text[i]) : kUnknownCharacter), inputs[i]});
+    fonts_->make(std::move(change));
 }
 
 void EmbeddedTool::CommitNewSamples() {
-    state_->font();
-    state_->changed |= state_->samples.columns(tool::SampleKind::Uncommitted)->size() > 0;
-    state_->samples.commit();
+    fonts_->font();
+    const std::size_t count = fonts_->state().samples.count(SampleKind::Uncommitted);
+    if (count > 0) fonts_->make(CommitUncommitted{static_cast<std::uint32_t>(count)});
 }
 
 void EmbeddedTool::SetTrainTimeout(std::int32_t seconds) {
     if (seconds < 0) throw Failure(RuntimeError::InvalidProcedureCall, "A time limit cannot be negative");
-    state_->timeout = seconds;
+    training_.setLimit(seconds);
 }
 
 void EmbeddedTool::StartTraining() {
-    state_->font();
-    state_->checkIdle("starting another");
-    if (state_->samples.columns(tool::SampleKind::Committed)->size() == 0)
+    fonts_->font();
+    checkIdle("starting another");
+    if (fonts_->state().samples.count(SampleKind::Committed) == 0)
         throw Failure(RuntimeError::InvalidProcedureCall, "The font has no committed samples to train from");
-    state_->check.stop();
-    std::shared_ptr<FontRun> run = newRun(state_->samples);
-    state_->worker.start([run](TrainingWorker::Progress& progress) { return perform(*run, progress); },
-                         state_->timeout);
-    state_->run = std::move(run);
-    state_->aborted = false;
+    training_.start(fonts_->state());
 }
 
 void EmbeddedTool::SaveFont(const std::string& name) {
-    state_->font();
-    state_->settle();
-    writeFont(state_->record(), state_->library.file(name));
-    if (state_->current == name) state_->changed = false;
+    fonts_->font();
+    settle();
+    fonts_->save(name);
 }
 
 void EmbeddedTool::RevertFont(const std::string& name) {
-    if (state_->font() != name)
-        throw Failure(RuntimeError::InvalidProcedureCall,
-                      "Font \"" + name + "\" is not the one that is loaded");
-    state_->checkIdle("reverting its font");
-    FontRecord saved = readFont(state_->library.existingFile(name));
-    state_->check.stop();
-    state_->training = std::move(saved.training);
+    fonts_->font();
+    checkIdle("reverting its font");
+    change([&] { fonts_->revert(name); });
 }
 
 std::vector<std::string> EmbeddedTool::GetFontList() {
-    return state_->library.names();
+    return fonts_->library().names();
 }
 
 tool::CharacterSet EmbeddedTool::GetCharacterSet() {
-    return state_->characterSet;
+    return fonts_->state().characterSet;
 }
 
 std::int32_t EmbeddedTool::GetTrainTimeout() {
-    return state_->timeout;
+    return training_.limit();
 }
 
 bool EmbeddedTool::IsTrainingDone() {
-    state_->settle();
-    return !state_->run;
+    settle();
+    return !training_.isUnderWay();
 }
 
 float EmbeddedTool::GetRmsError() {
-    return state_->worker.figures().rmsError;
+    return training_.figures().rmsError;
 }
 
 bool EmbeddedTool::IsTrainingAborted() {
-    state_->settle();
-    return state_->aborted;
+    settle();
+    return training_.isAborted();
 }
 
 std::int32_t EmbeddedTool::GetTrainCycles() {
-    return state_->worker.figures().cycles;
+    return training_.figures().cycles;
 }
 
 void EmbeddedTool::StopTraining() {
-    if (!state_->run) return;
-    if (!state_->worker.running()) return;
-    state_->worker.stop();
-    state_->run.reset();
-    state_->aborted = true;
+    training_.stop();
 }
 
 std::vector<std::string> EmbeddedTool::GetUncommittedSamples() {
     std::vector<std::string> result;
-    for (const std::int32_t code : state_->samples.columns(tool::SampleKind::Uncommitted)->codes)
+    for (const std::int32_t code : fonts_->state().samples.columns(SampleKind::Uncommitted)->codes)
         result.push_back(characterOf(code));
     return result;
 }
 
 void EmbeddedTool::DeleteSample(std::int32_t identifier) {
-    const std::int32_t kind = identifier / tool::kKindFactor;
-    if (identifier < 0 || (kind != static_cast<std::int32_t>(tool::SampleKind::Uncommitted) &&
-                           kind != static_cast<std::int32_t>(tool::SampleKind::Committed)))
+    const auto kind = static_cast<SampleKind>(identifier / tool::kKindFactor);
+    if (identifier < 0 || (kind != SampleKind::Uncommitted && kind != SampleKind::Committed))
         throw Failure(RuntimeError::InvalidProcedureCall,
                       std::to_string(identifier) + " is not the identifier of a sample");
-    state_->changed = true;
-    state_->samples.remove(static_cast<tool::SampleKind>(kind),
-                           static_cast<std::size_t>(identifier % tool::kKindFactor));
+    const auto place = static_cast<std::size_t>(identifier % tool::kKindFactor);
+    const SampleStore& samples = fonts_->state().samples;
+    if (place < samples.count(kind))
+        fonts_->make(RemoveSample{kind, static_cast<std::uint32_t>(place), samples.at(kind, place)});
 }
 
 tool::RecordTablePtr EmbeddedTool::GetSampleData(std::span<const std::int32_t> selectors,
                                                  std::span<const std::int16_t> fields) {
-    state_->settle();
-    return sampleTable(selectors, fields, state_->characterRecords(),
-                       state_->samples.columns(tool::SampleKind::Uncommitted),
-                       state_->samples.columns(tool::SampleKind::Committed));
+    settle();
+    const FontState& font = fonts_->state();
+    return sampleTable(selectors, fields, characterRecords(font),
+                       font.samples.columns(SampleKind::Uncommitted),
+                       font.samples.columns(SampleKind::Committed));
+}
+
+void EmbeddedTool::endAct(std::string_view words, std::string_view screenState) {
+    settle();
+    fonts_->endAct(words, screenState);
+}
+
+std::optional<std::string> EmbeddedTool::undoWords() const {
+    return fonts_->undoWords();
+}
+
+std::optional<std::string> EmbeddedTool::redoWords() const {
+    return fonts_->redoWords();
+}
+
+std::string EmbeddedTool::undo() {
+    checkIdle("undoing");
+    return change([&] { return fonts_->undo(); });
+}
+
+std::string EmbeddedTool::redo() {
+    checkIdle("redoing");
+    return change([&] { return fonts_->redo(); });
+}
+
+std::vector<std::string> EmbeddedTool::unsavedFonts() const {
+    return fonts_->unsavedFonts();
+}
+
+void EmbeddedTool::saveUnsaved(const std::string& font) {
+    settle();
+    fonts_->saveUnsaved(font);
+}
+
+void EmbeddedTool::discardUnsaved(const std::string& font) {
+    checkIdle("discarding changes");
+    change([&] { fonts_->discardUnsaved(font); });
+}
+
+void EmbeddedTool::exportFont(const std::string& font, const std::string& file) {
+    settle();
+    fonts_->exportFont(font, file);
+}
+
+void EmbeddedTool::keepUnsaved() {
+    fonts_->keepUnsaved();
+}
+
+std::vector<tool::RecoveredChanges> EmbeddedTool::takeRecovered() {
+    return fonts_->takeRecovered();
+}
+
+std::vector<tool::FontVersion> EmbeddedTool::versions(const std::string& font) const {
+    return fonts_->versions(font);
+}
+
+void EmbeddedTool::restoreVersion(const tool::FontVersion& version, const std::string& name) {
+    checkIdle("restoring a version");
+    change([&] { fonts_->restoreVersion(version, name); });
 }
 
 }  // namespace dravik::engine

@@ -2,29 +2,28 @@
 // hands it and keeping fonts as files in the jobs folder.
 #pragma once
 
+#include <functional>
 #include <memory>
 #include <optional>
+#include <stop_token>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "base/JobFolder.h"
 #include "engine/classifier/Confidence.h"
+#include "engine/embedded/FontTraining.h"
 #include "engine/embedded/HeldOutCheck.h"
+#include "engine/embedded/SeenImage.h"
 #include "engine/image/GreyImage.h"
+#include "engine/segmentation/Segmentation.h"
+#include "tool/FontHistory.h"
 #include "tool/FontTool.h"
 #include "tool/Step.h"
 
 namespace dravik::engine {
 
-// A found character: its box in image pixels, right and bottom exclusive, and the line that it stands in,
-// from 0. Found characters are in reading order, line by line.
-struct FoundCharacter {
-    int left = 0;
-    int top = 0;
-    int right = 0;
-    int bottom = 0;
-    int line = 0;
-};
+class FontWorkspace;
 
 // A character as the trained font reads it.
 struct ReadCharacter {
@@ -44,7 +43,7 @@ struct FontSummary {
     bool trained = false;
 };
 
-class EmbeddedTool : public tool::FontTool, public tool::Step {
+class EmbeddedTool : public tool::FontTool, public tool::FontHistory, public tool::Step {
   public:
     // Works in the given jobs folder, which is made when a font is first written. With `remembersFont` the
     // step's selected font is kept in the jobs folder and is there again at the next start.
@@ -58,16 +57,25 @@ class EmbeddedTool : public tool::FontTool, public tool::Step {
 
     // The current image; an empty one is none. Characters are found when they are first asked for.
     void setImage(GreyImage image);
-    // The same without a copy; not null.
-    void shareImage(std::shared_ptr<const GreyImage> image);
+    // The same without a copy; not null. With a segmentation, which is segment() of the image, its characters
+    // need not be looked for here.
+    void shareImage(std::shared_ptr<const GreyImage> image,
+                    std::shared_ptr<const Segmentation> segmentation = nullptr);
     const GreyImage& image() const;
     // The characters found in the current image.
     const std::vector<FoundCharacter>& found();
     // The current image read with the current font; empty when the font is not trained or nothing is found.
     std::vector<ReadCharacter> read();
+    // What read() does, as work for any thread: on the image and the font as they are now, whatever becomes
+    // of this tool. Ends early, with what it likes, once a stop is requested.
+    using ReadingWork = std::function<std::vector<ReadCharacter>(const std::stop_token&)>;
+    ReadingWork readingWork();
     // Name of the current font, nothing when none is loaded.
     std::optional<std::string> currentFont() const;
     bool isTrained() const;
+    // Takes the lock of the current font before there is a change; raises as a change does, and Object
+    // variable not set (91). It is given up again with the next act that changes nothing.
+    void claimFont();
     // After each run that gives a result, the samples that it was given are checked in the background (see
     // HeldOutCheck.h). True while that goes on.
     bool isChecking();
@@ -79,10 +87,24 @@ class EmbeddedTool : public tool::FontTool, public tool::Step {
 
     // FontTool. While a run goes on, operations that would change which font is current, start another run or
     // revert raise Invalid procedure call (5); samples may come and go, the run works on those that it
-    // started with. Duplicating copies the saved form of a font. SaveFont under another name leaves the
-    // current font's name. RevertFont brings back the saved network and trained counts, and keeps the samples
-    // as they are now. Distances come from the samples alone, not from the training: those of committed
-    // samples follow every change (see SampleStore), and a training run measures all anew.
+    // started with.
+    //
+    // Every change is in the font's journal when the operation returns, and on the disk within a tenth of a
+    // second; one that cannot be written there is not made, and raises what kept it from being written. So
+    // any number of fonts may have unsaved changes: what a program that died has left is in the font again
+    // when it is loaded (see takeRecovered()), and what is not saved when the tool goes is among the
+    // versions. The first change takes the lock of the font, which it keeps until nothing is unsaved;
+    // meanwhile others may load the font, and changing it raises Permission denied (70) there, with the
+    // words who is at work. A font that was changed by another program since it was loaded is never written:
+    // changing it raises Path/File access error (75), and SaveFont writes a font beside it, which the failure
+    // names.
+    //
+    // LoadFont of the current font keeps what is unsaved. CreateFont of a font that exists is an act that can
+    // be undone. DuplicateFont copies a font as it is shown, with what is unsaved. DeleteFont keeps the font
+    // among the versions. SaveFont under another name leaves the current font's name. RevertFont brings back
+    // the saved network and trained counts, which can be undone, and keeps the samples as they are now. One
+    // include takes 32,767 samples at most. Distances come from the samples alone, not from the training:
+    // those of committed samples follow every change (see SampleStore), and a training run measures all anew.
     void LoadFont(const std::string& name) override;
     void CreateFont(const std::string& name) override;
     void DeleteFont(const std::string& name) override;
@@ -109,9 +131,32 @@ class EmbeddedTool : public tool::FontTool, public tool::Step {
     tool::RecordTablePtr GetSampleData(std::span<const std::int32_t> selectors,
                                        std::span<const std::int16_t> fields) override;
 
+    // FontHistory. A host that never calls endAct() has acts all the same: changes within a tenth of a second
+    // of each other are one. The first change after undo() makes redo() impossible.
+    void endAct(std::string_view words, std::string_view screenState) override;
+    std::optional<std::string> undoWords() const override;
+    std::optional<std::string> redoWords() const override;
+    std::string undo() override;
+    std::string redo() override;
+    std::vector<std::string> unsavedFonts() const override;
+    void saveUnsaved(const std::string& font) override;
+    void discardUnsaved(const std::string& font) override;
+    void exportFont(const std::string& font, const std::string& file) override;
+    void keepUnsaved() override;
+    std::vector<tool::RecoveredChanges> takeRecovered() override;
+    std::vector<tool::FontVersion> versions(const std::string& font) const override;
+    void restoreVersion(const tool::FontVersion& version, const std::string& name) override;
+
   private:
-    struct State;
-    std::unique_ptr<State> state_;
+    void settle();
+    void checkIdle(const char* what);
+    // Does to the fonts what may change which training is current; its check is dropped then.
+    template <class Action>
+    auto change(Action action);
+
+    std::unique_ptr<FontWorkspace> fonts_;
+    FontTraining training_;
+    SeenImage seen_;
 };
 
 }  // namespace dravik::engine

@@ -29,6 +29,9 @@ struct HeldOutResult {
     std::vector<Confusion> confusions;  // the most frequent first; equal ones in order of their codes
 };
 
+// Of the network that a font is given and of those of its check.
+constexpr std::uint32_t kTrainingSeed = 20011;
+
 // Deals every character's samples, in the order in which they came, into up to 5 folds, so that samples of
 // one image stay together as far as possible. Of a font of more than 5,000 samples as many are taken, evenly
 // from each character. Nothing when `more` said no, which is asked every few milliseconds, or when there are

@@ -7,29 +7,10 @@
 #include <string>
 #include <vector>
 
-#include "engine/classifier/Network.h"
-#include "engine/segmentation/Sample.h"
+#include "engine/font/FontParts.h"
 #include "tool/FontTool.h"
 
 namespace dravik::engine {
-
-// A character that the font was trained on.
-struct TrainedCharacter {
-    std::int32_t code = 0;
-    std::int32_t count = 0;  // samples
-    SampleInputs mean{};
-
-    friend bool operator==(const TrainedCharacter&, const TrainedCharacter&) = default;
-};
-
-// What a training run leaves.
-struct Training {
-    Network network;
-    std::vector<TrainedCharacter> characters;  // by code, ascending, without repeats
-
-    bool empty() const noexcept { return network.empty(); }
-    const TrainedCharacter* find(std::int32_t code) const;
-};
 
 struct FontRecord {
     tool::CharacterSet characterSet;
@@ -46,12 +27,17 @@ std::vector<std::uint8_t> encodeFont(const FontRecord& font);
 // with bytes that are damaged, cut off, of another kind or of a later version.
 FontRecord decodeFont(std::span<const std::uint8_t> bytes, const std::string& file);
 
-// A font from and to its file; raise as readWholeFile(), writeWholeFile() and decodeFont() do.
+// A font from its file; raise as readWholeFile() and decodeFont() do.
+std::vector<std::uint8_t> readFontBytes(const std::string& file);
 FontRecord readFont(const std::string& file);
-void writeFont(const FontRecord& font, const std::string& file);
 
-// Deletes a font. This and writing keep what was in the file as its backup, but never replace a backup by a
-// font that has neither samples nor training. Raises as retireFile() does.
-void retireFont(const std::string& file);
+// The font to a file anywhere, of which nothing else is kept; a font's own file is written by writeFont()
+// (see FontVersions.h). Raises as writeWholeFile() does, and Device I/O error (57) for a font that could not
+// be read again.
+void exportFont(const FontRecord& font, const std::string& file);
+
+// Both halves of it.
+std::vector<std::uint8_t> checkedBytes(const FontRecord& font, const std::string& file);
+void writeFontBytes(std::span<const std::uint8_t> bytes, const std::string& file, bool keepsBackup);
 
 }  // namespace dravik::engine

@@ -47,7 +47,7 @@ std::string FontLibrary::memory() const {
 
 std::vector<std::string> FontLibrary::names() const {
     std::vector<std::string> names;
-    if (entryKind(folder_.fontsFolder()) == EntryKind::None) return names;
+    if (isStillToCome(folder_.fontsFolder())) return names;
     std::error_code error;
     for (const std::string& name : namesIn(folder_.fontsFolder(), error)) {
         if (!name.ends_with(kExtension) || entryKind(folder_.fontsFolder() + name) != EntryKind::File)
@@ -73,6 +73,25 @@ std::vector<std::string> FontLibrary::names() const {
 std::string FontLibrary::file(const std::string& name) const {
     if (!isFileName(name)) throw Failure(RuntimeError::BadFileName, "Bad file name \"" + name + "\"");
     return folder_.fontFile(name);
+}
+
+std::string FontLibrary::spelling(const std::string& name) const {
+    file(name);
+    std::optional<std::string> other;
+    for (const std::string& font : names()) {
+        if (font == name) return name;
+        if (!other && lowerCase(font) == lowerCase(name)) other = font;
+    }
+    return other.value_or(name);
+}
+
+std::string FontLibrary::freeFile(const std::string& name, const std::string& renamed) const {
+    std::string path = file(name);
+    for (const std::string& font : names())
+        if (font != renamed && lowerCase(font) == lowerCase(name))
+            throw Failure(RuntimeError::FileAlreadyExists,
+                          "File already exists: there is a font \"" + font + "\" (" + file(font) + ")");
+    return path;
 }
 
 std::string FontLibrary::existingFile(const std::string& name) const {

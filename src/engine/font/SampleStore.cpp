@@ -40,9 +40,34 @@ SampleStore::SampleStore()
     uncommitted_->owner = committed_->owner = samples_;
 }
 
-SampleColumns& SampleStore::writable(std::shared_ptr<SampleColumns>& columns) const {
+SampleStore::SampleStore(const SampleStore& other) {
+    *this = other;
+}
+
+SampleStore& SampleStore::operator=(const SampleStore& other) {
+    other.closeGap();
+    samples_ = other.samples_;
+    uncommitted_ = other.uncommitted_;
+    committed_ = other.committed_;
+    stale_ = other.stale_;
+    statistics_ = other.statistics_;
+    nextSerial_ = other.nextSerial_;
+    gap_ = {};
+    return *this;
+}
+
+const SampleColumns& SampleStore::list(tool::SampleKind kind) const noexcept {
+    return kind == tool::SampleKind::Committed ? *committed_ : *uncommitted_;
+}
+
+// Alone in having the list, which has room for as many more.
+SampleColumns& SampleStore::writable(std::shared_ptr<SampleColumns>& columns, std::size_t coming) const {
     if (columns.use_count() > 1) columns = std::make_shared<SampleColumns>(*columns);
     columns->owner = samples_;
+    forEachColumn(*columns, [coming](auto& column) {
+        const std::size_t wanted = column.size() + coming;
+        if (wanted > column.capacity()) column.reserve(std::max(wanted, 2 * column.capacity()));
+    });
     return *columns;
 }
 
@@ -66,33 +91,81 @@ void SampleStore::compact(std::size_t coming) {
 }
 
 void SampleStore::include(std::vector<Sample> samples) {
+    std::uint64_t serial = nextSerial_;
+    for (Sample& sample : samples) sample.serial = serial++;
+    add(samples);
+}
+
+void SampleStore::add(std::span<const Sample> samples) {
     closeGap();
     checkCount(committed_->size() + uncommitted_->size(), samples.size());
     if (samples.empty()) return;
     compact(samples.size());
-    SampleColumns& columns = writable(uncommitted_);
+    SampleColumns& columns = writable(uncommitted_, samples.size());
     const DistanceMeasure measure(statistics_, committed_->samples);
-    for (Sample& sample : samples) {
-        sample.serial = nextSerial_++;
-        const Sample& kept = samples_->emplace_back(sample);
-        append(columns, kept, measure.distance(kept));
+    const std::size_t before = samples_->size();
+    try {
+        samples_->insert(samples_->end(), samples.begin(), samples.end());
+    } catch (...) {
+        samples_->resize(before);
+        throw;
     }
+    for (std::size_t i = before; i < samples_->size(); ++i)
+        append(columns, (*samples_)[i], measure.distance((*samples_)[i]));
+    nextSerial_ = std::max(nextSerial_, samples.back().serial + 1);
 }
 
 void SampleStore::commit() {
     closeGap();
     if (uncommitted_->size() == 0) return;
     const SampleColumnsPtr coming = uncommitted_;
-    uncommitted_ = std::make_shared<SampleColumns>();
-    uncommitted_->owner = samples_;
-    for (const Sample* sample : coming->samples) statistics_.add(*sample);
-    SampleColumns& columns = writable(committed_);
-    for (const Sample* sample : coming->samples) append(columns, *sample, 0);
+    auto none = std::make_shared<SampleColumns>();
+    none->owner = samples_;
+    SampleColumns& columns = writable(committed_, coming->size());
+    ClassStatistics statistics = statistics_;
+    for (const Sample* sample : coming->samples) statistics.add(*sample);
+    std::vector<double> distances(coming->size());
+    if (statistics.comparisons() > kQuickComparisons) {
+        std::vector<const Sample*> all;
+        all.reserve(columns.size() + coming->size());
+        all.insert(all.end(), columns.samples.begin(), columns.samples.end());
+        all.insert(all.end(), coming->samples.begin(), coming->samples.end());
+        const DistanceMeasure measure(statistics, all);
+        for (std::size_t i = 0; i < distances.size(); ++i)
+            distances[i] = measure.distance(*coming->samples[i]);
+    }
+    for (std::size_t i = 0; i < distances.size(); ++i) append(columns, *coming->samples[i], distances[i]);
+    statistics_ = std::move(statistics);
+    uncommitted_ = std::move(none);
     stale_ = true;
-    if (statistics_.comparisons() <= kQuickComparisons) return;
-    const DistanceMeasure measure(statistics_, columns.samples);
-    for (std::size_t i = columns.size() - coming->size(); i < columns.size(); ++i)
-        columns.distances[i] = measure.distance(*columns.samples[i]);
+}
+
+void SampleStore::uncommit(std::size_t count) {
+    closeGap();
+    if (count == 0) return;
+    ClassStatistics statistics = statistics_;
+    const std::span<const Sample* const> all = committed_->samples;
+    for (const Sample* sample : all.last(count)) statistics.remove(*sample);
+    auto back = std::make_shared<SampleColumns>();
+    const DistanceMeasure measure(statistics, all.first(all.size() - count));
+    for (const Sample* sample : all.last(count)) append(*back, *sample, measure.distance(*sample));
+    back->owner = samples_;
+    forEachColumn(writable(committed_), [count](auto& column) { column.resize(column.size() - count); });
+    statistics_ = std::move(statistics);
+    uncommitted_ = std::move(back);
+    stale_ = true;
+}
+
+std::size_t SampleStore::count(tool::SampleKind kind) const noexcept {
+    const SampleColumns& columns = list(kind);
+    return columns.size() - (gap_.columns == &columns ? gap_.size() : 0);
+}
+
+MeasuredSample SampleStore::at(tool::SampleKind kind, std::size_t place) const {
+    const SampleColumns& columns = list(kind);
+    const bool behindGap = gap_.columns == &columns && place >= gap_.begin;
+    const std::size_t index = behindGap ? place + gap_.size() : place;
+    return {*columns.samples[index], columns.distances[index]};
 }
 
 SampleColumnsPtr SampleStore::columns(tool::SampleKind kind) const {
@@ -150,8 +223,23 @@ void SampleStore::closeGap() const {
 
 void SampleStore::removeUncommitted() {
     closeGap();
-    uncommitted_ = std::make_shared<SampleColumns>();
-    uncommitted_->owner = samples_;
+    auto none = std::make_shared<SampleColumns>();
+    none->owner = samples_;
+    uncommitted_ = std::move(none);
+}
+
+void SampleStore::insert(tool::SampleKind kind, std::size_t place, const MeasuredSample& one) {
+    closeGap();
+    compact(1);
+    const bool committed = kind == tool::SampleKind::Committed;
+    SampleColumns& columns = writable(committed ? committed_ : uncommitted_, 1);
+    const Sample& kept = samples_->emplace_back(one.sample);
+    if (committed) statistics_.add(kept);
+    const auto at = static_cast<std::ptrdiff_t>(place);
+    columns.samples.insert(columns.samples.begin() + at, &kept);
+    columns.codes.insert(columns.codes.begin() + at, kept.code);
+    columns.distances.insert(columns.distances.begin() + at, one.distance);
+    stale_ |= committed;
 }
 
 void SampleStore::restore(std::vector<Sample> committed, std::vector<double> distances,

@@ -3,6 +3,7 @@
 // many there are.
 #pragma once
 
+#include <algorithm>
 #include <cstdint>
 #include <deque>
 #include <memory>
@@ -10,6 +11,7 @@
 #include <vector>
 
 #include "engine/classifier/DistanceMeasure.h"
+#include "engine/font/FontParts.h"
 #include "engine/segmentation/Sample.h"
 #include "tool/Samples.h"
 
@@ -32,14 +34,27 @@ constexpr std::int64_t kQuickComparisons = 2'500'000;
 class SampleStore {
   public:
     SampleStore();
+    // Copies share what neither has changed since.
+    SampleStore(const SampleStore& other);
+    SampleStore(SampleStore&&) noexcept = default;
+    SampleStore& operator=(const SampleStore& other);
+    SampleStore& operator=(SampleStore&&) noexcept = default;
+    ~SampleStore() = default;
 
-    // Adds uncommitted samples and gives them their serial numbers. Raises Out of memory (7), and adds none,
-    // when there would be more than kMostSamples of both kinds.
+    // Adds uncommitted samples and gives them their serial numbers. Raises Out of memory (7) when there would
+    // be more than kMostSamples of both kinds. This and what follows changes everything that it is to change
+    // or, when it raises, nothing.
     void include(std::vector<Sample> samples);
+    // The same with samples whose serial numbers ascend, beyond those of all that are there.
+    void add(std::span<const Sample> samples);
     void commit();
+    void removeUncommitted();
+    // The last `count` committed samples become uncommitted ones, of which there must be none.
+    void uncommit(std::size_t count);
     // Places of a kind beyond its end name nothing and change nothing.
     void remove(tool::SampleKind kind, std::size_t place);
-    void removeUncommitted();
+    // Puts a sample back at a place of up to the number of its kind.
+    void insert(tool::SampleKind kind, std::size_t place, const MeasuredSample& one);
     // A font's samples as they were stored, with their Distances. Replaces everything.
     void restore(std::vector<Sample> committed, std::vector<double> distances, std::uint64_t nextSerial);
 
@@ -47,8 +62,13 @@ class SampleStore {
     // measuring them all takes no longer than about a frame (kQuickComparisons); in a larger font those of
     // samples that stay are left as they are, until setDistances().
     SampleColumnsPtr columns(tool::SampleKind kind) const;
+    std::size_t count(tool::SampleKind kind) const noexcept;
+    // The sample at a place, which exists, with its Distance as it was last measured.
+    MeasuredSample at(tool::SampleKind kind, std::size_t place) const;
     const ClassStatistics& statistics() const noexcept { return statistics_; }
     std::uint64_t nextSerial() const noexcept { return nextSerial_; }
+    // The next sample gets this serial number or a higher one.
+    void skipSerials(std::uint64_t next) noexcept { nextSerial_ = std::max(nextSerial_, next); }
 
     // New Distances for those committed samples that have one of these serial numbers, which ascend.
     void setDistances(std::span<const std::uint64_t> serials, std::span<const double> distances);
@@ -63,7 +83,8 @@ class SampleStore {
         std::size_t size() const noexcept { return end - begin; }
     };
 
-    SampleColumns& writable(std::shared_ptr<SampleColumns>& columns) const;
+    const SampleColumns& list(tool::SampleKind kind) const noexcept;
+    SampleColumns& writable(std::shared_ptr<SampleColumns>& columns, std::size_t coming = 0) const;
     void compact(std::size_t coming);
     void closeGap() const;
     void refresh() const;

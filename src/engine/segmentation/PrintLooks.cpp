@@ -152,7 +152,8 @@ int grain(float height) {
 // An image that is being looked at.
 class Looking {
   public:
-    Looking(const GreyImage& image, Search search) : image_(image), search_(search) {}
+    Looking(const GreyImage& image, Search search, const std::stop_token& stop)
+        : image_(image), search_(search), stop_(stop) {}
 
     std::vector<Candidate> candidates() &&;
 
@@ -167,6 +168,7 @@ class Looking {
 
     const GreyImage& image_;
     const Search search_;
+    const std::stop_token& stop_;
     const Region whole_{0, 0, image_.width(), image_.height()};
     std::optional<Binarizer> view_;
     Segmentation seen_;  // by the last look, in that view
@@ -203,6 +205,7 @@ const Binarizer& Looking::turnTo(const Region& region, float scale) {
 // Segments the picture with the parameters `look` and keeps the result when it resembles text; returns how
 // much (log odds), kNothing when not at all. With `otherwise`, doubtful decisions are tried both ways.
 double Looking::consider(const Look& look, bool otherwise) {
+    if (stop_.stop_requested()) return kNothing;
     const Look& last = seen_.look;
     const bool again = isSeen_ && last.dark == look.dark && last.side == look.side &&
                        Binarizer::radius(last.blur) == Binarizer::radius(look.blur);
@@ -222,6 +225,7 @@ double Looking::consider(const Look& look, bool otherwise) {
     const bool doubtful = value > kHopeless && value < kBeyondDoubt;
     if (!same.empty() && (search_ == Search::All || doubtful))
         for (const Look::Bars& bars : otherBars(seen_.decisions)) {
+            if (stop_.stop_requested()) break;
             Segmentation other;
             other.look = look;
             other.look.bars = bars;
@@ -283,6 +287,7 @@ bool Looking::firstLooks() {
         for (const int side : sides)
             for (const bool polarity : {dark, !dark})
                 if (look({polarity, side, 0.09f * static_cast<float>(side), Look::None})) return true;
+        if (stop_.stop_requested()) return false;
         const bool likely = std::any_of(found_.begin(), found_.end(),
                                         [](const Candidate& one) { return one.value >= kLikelyText; });
         if (likely || scale == 1 || leastScale(whole_, kMostWorkingPixels) > (scale + 1) / 2) return false;
@@ -343,7 +348,7 @@ std::vector<Candidate> Looking::candidates() && {
                      [](const Candidate& a, const Candidate& b) { return a.value > b.value; });
     std::vector<std::pair<bool, float>> seen;
     for (const Candidate& candidate : first) {
-        if (seen.size() >= kMostClose) break;
+        if (seen.size() >= kMostClose || stop_.stop_requested()) break;
         const auto same = [&](const std::pair<bool, float>& other) {
             return other.first == candidate.look.dark && other.second < 1.4f * candidate.height &&
                    candidate.height < 1.4f * other.second;
@@ -361,8 +366,8 @@ std::vector<Candidate> Looking::candidates() && {
 
 }  // namespace
 
-std::vector<Candidate> printCandidates(const GreyImage& image, Search search) {
-    return Looking(image, search).candidates();
+std::vector<Candidate> printCandidates(const GreyImage& image, Search search, const std::stop_token& stop) {
+    return Looking(image, search, stop).candidates();
 }
 
 Segmentation seenAgain(const GreyImage& image, const Region& region, float scale, const Look& look) {

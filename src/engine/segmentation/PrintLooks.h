@@ -3,6 +3,7 @@
 #pragma once
 
 #include <memory>
+#include <stop_token>
 #include <vector>
 
 #include "engine/segmentation/Segmentation.h"
@@ -27,8 +28,9 @@ struct Candidate {
 // UntilClear ends as soon as one candidate is beyond doubt, as most are; All is to learn from.
 enum class Search { UntilClear, All };
 
-// Those with characters, in the order of the looks.
-std::vector<Candidate> printCandidates(const GreyImage& image, Search search = Search::UntilClear);
+// Those with characters, in the order of the looks; few or none once a stop is requested.
+std::vector<Candidate> printCandidates(const GreyImage& image, Search search = Search::UntilClear,
+                                       const std::stop_token& stop = {});
 
 // What a look at a region finds.
 Segmentation seenAgain(const GreyImage& image, const Region& region, float scale, const Look& look);

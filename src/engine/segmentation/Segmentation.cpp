@@ -50,10 +50,10 @@ Region Segmentation::place(const Glyph& glyph) const {
             ink.top + static_cast<int>(std::ceil(pixels(bottom)))};
 }
 
-Segmentation segment(const GreyImage& image) {
-    std::vector<Candidate> candidates = printCandidates(image);
+Segmentation segment(const GreyImage& image, const std::stop_token& stop) {
+    std::vector<Candidate> candidates = printCandidates(image, Search::UntilClear, stop);
     std::vector<Contender> numbers = contenders(candidates);
-    if (numbers.empty() || numbers.front().best->value < kNoPrint) return {};
+    if (stop.stop_requested() || numbers.empty() || numbers.front().best->value < kNoPrint) return {};
     const std::size_t first = numbers.front().best->characters;
     std::erase_if(numbers, [first](const Contender& one) {
         const std::size_t characters = one.best->characters;
@@ -65,6 +65,7 @@ Segmentation segment(const GreyImage& image) {
     if (numbers.size() > 1 && std::all_of(numbers.begin(), numbers.end(), isWorthJudging)) {
         // One after the other, since each takes room.
         for (Contender& number : numbers) {
+            if (stop.stop_requested()) return {};
             result = {};
             result = taken(image, *number.best);
             number.odds += kShapeShare * shapeEvidence(result);

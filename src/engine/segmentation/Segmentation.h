@@ -1,6 +1,7 @@
 // Finds the characters of an image: size, polarity, threshold, slope, lines, characters in reading order.
 #pragma once
 
+#include <stop_token>
 #include <vector>
 
 #include "engine/image/Binarization.h"
@@ -53,8 +54,10 @@ struct Segmentation {
     Region place(const Glyph& glyph) const;
 };
 
-// Empty when nothing is found. Takes any image and never fails but for want of memory.
-Segmentation segment(const GreyImage& image);
+// Empty when nothing is found. Takes any image and never fails but for want of memory. Print is found in
+// milliseconds; noise and textures may take seconds. Ends soon, with anything or nothing found, once a stop
+// is requested.
+Segmentation segment(const GreyImage& image, const std::stop_token& stop = {});
 // The characters of another view of the same image.
 Segmentation segment(const GreyImage& image, const OtherView& view);
 

@@ -226,6 +226,10 @@ void DravikDlg::refreshAfterHistory(const ScreenState& state, bool fontChanged) 
     parts_->refreshAfterHistory(state, fontChanged);
 }
 
+void DravikDlg::showFont(const std::string& name) {
+    parts_->selection.ShowFont(name);
+}
+
 ui::Signal<const OperatorAct&>& DravikDlg::actEnded() noexcept {
     return parts_->context.actEnded;
 }

@@ -56,6 +56,9 @@ class DravikDlg : public tool::StepEditor {
     // as it was then. The tool is only asked. An open histogram is filled again, or closed where its samples
     // are gone.
     void refreshAfterHistory(const ScreenState& state, bool fontChanged);
+    // Shows another font as if it were chosen in the font manager; "" shows that there is none. A failure is
+    // reported.
+    void showFont(const std::string& name);
     // An act of the operator that changed the font has ended.
     ui::Signal<const OperatorAct&>& actEnded() noexcept;
 

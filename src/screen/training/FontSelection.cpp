@@ -28,10 +28,24 @@ void FontSelection::SelectFont() {
         // The font shown keeps the name that it has now, even where the chosen one cannot be loaded.
         ui::Label& shown = context_.screen.font.lblSelectedFont;
         if (context_.tool.fontLoaded) shown.setCaption(manager_->nameNow(shown.caption()));
-        const std::int16_t chosen = indexOf(name);
-        context_.tool->LoadFont(name);
-        if (chosen != kFontUnknown) context_.tool.m_FontIndex = chosen;
-        show(name);
+        load(name);
+    });
+}
+
+void FontSelection::load(const std::string& font) {
+    const std::int16_t chosen = indexOf(font);
+    context_.tool->LoadFont(font);
+    if (chosen != kFontUnknown) context_.tool.m_FontIndex = chosen;
+    show(font);
+}
+
+void FontSelection::ShowFont(const std::string& font) {
+    context_.procedures.run("Dravikdlg.ShowFont", "ShowFont", [&] {
+        if (!font.empty()) return load(font);
+        context_.tool.m_FontIndex = kFontUnknown;
+        context_.tool.fontLoaded = false;
+        if (fontLoaded) fontLoaded();
+        fillItems();
     });
 }
 

@@ -18,6 +18,8 @@ class FontSelection {
 
     // Lets the operator choose in the font manager and loads the choice; cancelling changes nothing.
     void SelectFont();
+    // Shows a font without a dialog, or that there is none ("").
+    void ShowFont(const std::string& font);
     void txtCharSet_Change();
     // Hands the text of txtCharSet to the tool, a character an element behind an empty first one.
     void SetupNewCharSet();
@@ -38,6 +40,7 @@ class FontSelection {
     // screen goes on with the font that it shows, under the name that it has now, or with none. Where it
     // showed none, it shows the one that was made, since the tool works on it.
     void keepShownFont();
+    void load(const std::string& font);
     // The tool has loaded the font: fills the screen from it.
     void show(const std::string& font);
     // Index in the tool's font list, kFontUnknown when it is not there.

@@ -59,7 +59,9 @@ class OptionTable {
                          "includes every image of a list, trains the font, saves it and\n"
                          "checks it on held-out samples; makes the font when it is missing")),
           read_(command("read", "prints what a trained font reads in each image")),
-          fonts_(command("fonts", "lists the fonts: name, characters, samples, trained or not, date")) {
+          fonts_(command("fonts",
+                         "lists the fonts: name, characters, samples, trained or not, date;\n"
+                         "lists and restores earlier versions and deleted fonts")) {
         program_.footer(kStatuses);
         const std::string version = std::string(kProgram) + ' ' + DRAVIK_VERSION;
         program_.set_version_flag("--version", version, "prints the version");
@@ -81,7 +83,10 @@ class OptionTable {
             ->required();
         text(*learn_, "--charset", "CHARS", characters_,
              "the characters that the font is to have; characters of the\nlist that it lacks are added")
-            ->check([](const std::string& value) { return isPrintable(value) ? "" : "is not UTF-8 text"; });
+            ->check([](const std::string& value) {
+                const auto problem = labelProblem(value);
+                return problem.empty() ? problem : "is " + problem;
+            });
         converted(*learn_, "--timeout", "SECONDS", "time limit of the training, 1 to 86400",
                   [this](const std::string& value) {
                       learning_.seconds =
@@ -99,6 +104,18 @@ class OptionTable {
                        "prints how sure each character is, 0 to 1, behind the text")
             ->disable_flag_override();
         operands(*read_, "IMAGE", reading_.images, "the images to read")->required();
+
+        fonts_->add_flag("--versions", listsVersions_, "lists what is kept of the font, else of all fonts")
+            ->disable_flag_override();
+        fonts_->add_option("NAME", versions_.font, "the font whose versions are listed")->type_name("");
+        text(*fonts_, "--restore", "NAME", restoring_.font,
+             "makes the font again of what is kept of it; the font that is\nthere is kept too")
+            ->excludes("--versions");
+        text(*fonts_, "--version", "ID", restoring_.version,
+             "the version to restore; else the newest that was saved or deleted")
+            ->needs("--restore");
+        text(*fonts_, "--as", "NAME", restoring_.as, "restores it as a font of this name")
+            ->needs("--restore");
 
         if (frontEnd.hasThemes)
             text(program_, "--theme", "THEME", window_.theme, "the window's colours: light, dark or system")
@@ -149,6 +166,7 @@ class OptionTable {
             return wrong(problem.what());
         }
         if (app == &program_) return window(hint);
+        if (!versions_.font.empty() && !listsVersions_) return wrong("unexpected argument " + versions_.font);
         return commandParsed(app);
     }
 
@@ -205,10 +223,12 @@ class OptionTable {
     JobFolder folder() const { return jobs_.empty() ? JobFolder() : JobFolder(jobs_); }
 
     CommandLine commandParsed(const CLI::App* app) {
-        learning_.folder = reading_.folder = folder();
+        learning_.folder = reading_.folder = versions_.folder = restoring_.folder = folder();
         if (!characters_.empty()) learning_.characters = characters_;
         if (app == learn_) return learning_;
         if (app == read_) return reading_;
+        if (!restoring_.font.empty()) return restoring_;
+        if (listsVersions_) return versions_;
         return FontsOptions{folder()};
     }
 
@@ -244,6 +264,9 @@ class OptionTable {
     std::string characters_;
     LearnOptions learning_;
     ReadOptions reading_;
+    bool listsVersions_ = false;
+    VersionsOptions versions_;
+    RestoreOptions restoring_;
     WindowOptions window_;
 };
 
@@ -268,6 +291,10 @@ int runCommand(const CommandLine& line, const engine::ImageDecoder& decoder, con
             status = readImages(*reading, decoder, streams);
         } else if (const auto* fonts = std::get_if<FontsOptions>(&line)) {
             status = listFonts(*fonts, streams);
+        } else if (const auto* versions = std::get_if<VersionsOptions>(&line)) {
+            status = listVersions(*versions, streams);
+        } else if (const auto* restoring = std::get_if<RestoreOptions>(&line)) {
+            status = restoreVersion(*restoring, streams);
         } else {
             throw Failure(RuntimeError::InternalError, "The window is no command");
         }

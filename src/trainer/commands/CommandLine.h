@@ -23,7 +23,8 @@ struct WindowOptions {
     JobFolder folder;
 };
 
-using CommandLine = std::variant<Notice, LearnOptions, ReadOptions, FontsOptions, WindowOptions>;
+using CommandLine = std::variant<Notice, LearnOptions, ReadOptions, FontsOptions, VersionsOptions,
+                                 RestoreOptions, WindowOptions>;
 
 // The front end's own options.
 struct FrontEnd {

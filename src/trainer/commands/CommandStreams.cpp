@@ -10,6 +10,10 @@ void CommandStreams::problem(const std::string& text) const {
     err << kProgram << ": " << onOneLine(text) << std::endl;
 }
 
+void CommandStreams::tellRecovered(tool::FontHistory& fonts) const {
+    for (const tool::RecoveredChanges& found : fonts.takeRecovered()) problem(tool::recoveredText(found));
+}
+
 std::string onOneLine(const std::string& text) {
     std::string line;
     for (const char c : text) {

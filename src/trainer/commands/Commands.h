@@ -1,4 +1,4 @@
-// The three commands behind the command line, and what the command line may ask for. Each writes its results
+// The commands behind the command line, and what the command line may ask for. Each writes its results
 // to `out` and its problems to `err`, one line each, and returns the exit code: 0 done, 1 failed in whole or
 // in part, 130 interrupted.
 #pragma once
@@ -12,6 +12,7 @@
 #include "base/JobFolder.h"
 #include "engine/classifier/Confidence.h"
 #include "engine/image/ImageDecoder.h"
+#include "tool/FontHistory.h"
 
 namespace dravik::trainer {
 
@@ -24,6 +25,8 @@ struct CommandStreams {
 
     // One line on `err`, with the program's name in front.
     void problem(const std::string& text) const;
+    // A line on `err` for each font that has unsaved changes of an earlier program again.
+    void tellRecovered(tool::FontHistory& fonts) const;
 };
 
 // The text on one line: line breaks and tabs become blanks, and blanks in a row become one.
@@ -56,5 +59,22 @@ struct FontsOptions {
 };
 
 int listFonts(const FontsOptions& options, const CommandStreams& streams);
+
+struct VersionsOptions {
+    std::string font;  // "" for all
+    JobFolder folder;
+};
+
+// Lists what is kept of fonts as they once were.
+int listVersions(const VersionsOptions& options, const CommandStreams& streams);
+
+struct RestoreOptions {
+    std::string font;     // whose version
+    std::string version;  // its identifier; "" for the newest that was saved or deleted
+    std::string as;       // the font that it becomes; "" for that of its own name
+    JobFolder folder;
+};
+
+int restoreVersion(const RestoreOptions& options, const CommandStreams& streams);
 
 }  // namespace dravik::trainer

@@ -1,12 +1,16 @@
 #include <array>
 #include <charconv>
 #include <chrono>
+#include <filesystem>
 #include <ostream>
+#include <system_error>
 #include <thread>
+#include <unordered_set>
 
 #include "base/Conversions.h"
 #include "base/Failure.h"
 #include "base/NumberFormat.h"
+#include "base/Paths.h"
 #include "engine/embedded/EmbeddedTool.h"
 #include "tool/FontUseCases.h"
 #include "trainer/commands/Commands.h"
@@ -18,6 +22,8 @@ namespace dravik::trainer {
 namespace {
 
 constexpr int kInterrupted = 130;
+// Samples that are there twice would be checked with a font that was taught with them.
+constexpr char kListedTwice[] = "included already, from a row above";
 constexpr char kNothingToCheck[] = "Held-out check: not made, it takes two characters with two samples each";
 
 // The error as the screen writes it, from the single-precision number's own decimal form.
@@ -59,6 +65,17 @@ struct Refusal {
     std::string operator()(const tool::NothingFound&) const { return "no characters found"; }
 };
 
+void refuse(const ListedSample& sample, const std::string& reason, const CommandStreams& streams) {
+    streams.out << "refused\t" << sample.image << '\t' << onOneLine(reason) << std::endl;
+}
+
+// The same for the same file, however it is named.
+std::string fileOf(const ListedSample& sample) {
+    std::error_code error;
+    const auto file = std::filesystem::weakly_canonical(toPath(sample.path), error);
+    return error ? sample.path : fromPath(file);
+}
+
 // Includes an image and says so; false when it was refused.
 bool include(engine::EmbeddedTool& tool, tool::FontUseCases& fonts, const ListedSample& sample,
              const engine::ImageDecoder& decoder, const CommandStreams& streams) {
@@ -74,7 +91,7 @@ bool include(engine::EmbeddedTool& tool, tool::FontUseCases& fonts, const Listed
     } catch (...) {
         reason = currentFailure().description();
     }
-    streams.out << "refused\t" << sample.image << '\t' << onOneLine(reason) << std::endl;
+    refuse(sample, reason, streams);
     return false;
 }
 
@@ -114,19 +131,34 @@ int learn(const std::vector<ListedSample>& samples, const LearnOptions& options,
     const InterruptWatch watch;
     engine::EmbeddedTool tool(options.folder);
     tool::FontUseCases fonts(tool);
+    // However this ends: what was included is there when the font is loaded the next time.
+    tool.keepUnsaved();
     const auto file = options.folder.fontFile(choose(fonts, options.font).name);
+    streams.tellRecovered(tool);
     const auto interrupted = [&] {
-        streams.problem("interrupted; the training was not saved to " + file);
+        streams.problem("interrupted; the training was not saved to " + file +
+                        (tool.unsavedFonts().empty()
+                             ? std::string()
+                             : ", what was included is kept until the font is used again"));
         return kInterrupted;
     };
-    if (options.characters) fonts.setCharacters(*options.characters);
+    tool.claimFont();
+    if (options.characters) {
+        fonts.setCharacters(*options.characters);
+        tool.endAct({}, {});
+    }
 
-    bool anyIncluded = false;
+    std::unordered_set<std::string> included;
     for (const auto& sample : samples) {
         if (watch.interrupted()) return interrupted();
-        anyIncluded |= include(tool, fonts, sample, decoder, streams);
+        const auto image = fileOf(sample);
+        if (included.contains(image))
+            refuse(sample, kListedTwice, streams);
+        else if (include(tool, fonts, sample, decoder, streams))
+            included.insert(image);
+        tool.endAct({}, {});
     }
-    if (!anyIncluded) {
+    if (included.empty()) {
         streams.problem("nothing to learn: every image was refused");
         return 1;
     }

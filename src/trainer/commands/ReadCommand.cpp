@@ -1,6 +1,7 @@
 #include <ostream>
 
 #include "base/Failure.h"
+#include "base/FileSystem.h"
 #include "base/NumberFormat.h"
 #include "engine/embedded/EmbeddedTool.h"
 #include "tool/FontName.h"
@@ -45,6 +46,7 @@ int readImages(const ReadOptions& options, const engine::ImageDecoder& decoder,
     engine::EmbeddedTool tool(options.folder);
     try {
         loadTrainedFont(tool, options.font, options.folder);
+        streams.tellRecovered(tool);
     } catch (...) {
         streams.problem("font " + options.font + ": " + currentFailure().description());
         return 1;
@@ -59,7 +61,9 @@ int readImages(const ReadOptions& options, const engine::ImageDecoder& decoder,
             if (options.showsConfidence) streams.out << '\t' << confidencesOf(read);
             streams.out << std::endl;
         } catch (...) {
-            streams.problem(currentFailure().description());
+            const auto problem = currentFailure().description();
+            const bool isNamed = problem.find(nameOf(image)) != std::string::npos;
+            streams.problem(isNamed ? problem : image + ": " + problem);
             all = false;
         }
     }

@@ -1,19 +1,23 @@
 #include "trainer/commands/SampleList.h"
 
 #include <algorithm>
-#include <cerrno>
-#include <fstream>
-#include <iterator>
+#include <array>
+#include <cstdio>
 #include <system_error>
 #include <utility>
 
+#include "base/AtomicFile.h"
+#include "base/Failure.h"
 #include "base/Paths.h"
 #include "base/Text.h"
 
 namespace dravik::trainer {
 namespace {
 
+constexpr std::uint64_t kLargestList = 16u << 20;
 constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
+
+constexpr char kNoText[] = "not UTF-8 text";
 
 std::string withoutBlanksAndBreaks(std::string_view text) {
     std::string result;
@@ -31,7 +35,8 @@ std::string parseLine(std::string_view line, ListedSample& sample) {
     const auto tab = line.find('\t');
     const auto text = tab == std::string_view::npos ? std::string_view() : line.substr(tab + 1);
     if (text.find('\t') != std::string_view::npos) return "more than one tab";
-    if (!isPrintable(line.substr(0, tab)) || !isPrintable(text)) return "not UTF-8 text";
+    if (!isPrintable(line.substr(0, tab))) return kNoText;
+    if (auto problem = labelProblem(text); !problem.empty()) return problem;
     if (tab == std::string_view::npos) return "no tab between image and text";
     sample.image = line.substr(0, tab);
     if (trimmed(sample.image).empty()) return "no image before the tab";
@@ -46,12 +51,21 @@ std::string firstProblem(const std::vector<std::string>& problems) {
 
 }  // namespace
 
-bool isPrintable(std::string_view text) {
-    const auto all = characters(text);
-    return std::none_of(all.begin(), all.end(), [](const std::string& character) {
-        const auto byte = static_cast<unsigned char>(character[0]);
-        return character.size() == 1 && (byte < 0x20 || byte >= 0x7F);
-    });
+std::string labelProblem(std::string_view text) {
+    if (!isPrintable(text)) return kNoText;
+    for (const auto& character : characters(text)) {
+        const auto code = static_cast<unsigned>(codeOf(character));
+        const auto within = [&](unsigned first, unsigned last) { return code >= first && code <= last; };
+        std::array<char, 16> name{};
+        std::snprintf(name.data(), name.size(), "U+%04X", code);
+        if (within(0x300, 0x36F))
+            return std::string("an accent of its own (") + name.data() +
+                   "); a letter and its accent are to be one character";
+        if (code == 0xAD || code == 0xFEFF || within(0x200B, 0x200F) || within(0x2028, 0x202E) ||
+            within(0x2060, 0x2064))
+            return std::string("a character that is not printed (") + name.data() + ")";
+    }
+    return {};
 }
 
 SampleListError::SampleListError(std::vector<std::string> found)
@@ -83,17 +97,20 @@ std::vector<ListedSample> parseSampleList(std::string_view content, const std::s
 }
 
 std::vector<ListedSample> readSampleList(const std::string& file) {
-    const auto path = toPath(file);
+    const auto refuse = [&](const std::string& problem) { throw SampleListError({file + ": " + problem}); };
     std::error_code error;
-    if (std::filesystem::is_directory(path, error))
-        throw SampleListError({file + ": is a folder, not a list"});
-    errno = 0;
-    std::ifstream stream(path, std::ios::binary);
-    const std::string content{std::istreambuf_iterator<char>(stream), {}};
-    if (!stream.is_open() || stream.bad())
-        throw SampleListError(
-            {file + ": cannot be read: " + std::generic_category().message(errno ? errno : EIO)});
-    return parseSampleList(content, file);
+    if (entryKind(file) == EntryKind::Folder) refuse("is a folder, not a list");
+    // Opening a pipe or a device would wait, for ever if need be.
+    if (entryKind(file) == EntryKind::Other) refuse("is no file");
+    if (entryKind(file) == EntryKind::File && fileSize(file, error) > kLargestList)
+        refuse("is larger than 16 MB, too large for a list");
+    try {
+        const auto content = readWholeFile(file, kLargestList);
+        return parseSampleList({reinterpret_cast<const char*>(content.data()), content.size()}, file);
+    } catch (const Failure& failure) {
+        refuse(failure.description());
+    }
+    return {};
 }
 
 }  // namespace dravik::trainer

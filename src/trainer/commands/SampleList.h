@@ -15,8 +15,9 @@ struct ListedSample {
     std::string text;   // the characters in reading order, without line breaks and blanks
 };
 
-// True for UTF-8 without control characters: what can be printed on a part.
-bool isPrintable(std::string_view text);
+// What keeps a text from being that of characters on a part, "" when nothing does: it is no printable UTF-8,
+// or has characters that nobody sees or that are the accent of the one before.
+std::string labelProblem(std::string_view text);
 
 // Everything that is wrong with a list, one line each, with the list's name and the line's number.
 class SampleListError : public std::runtime_error {
@@ -31,7 +32,8 @@ class SampleListError : public std::runtime_error {
 // characters on the part. `name` is what problems call the list. Raises SampleListError.
 std::vector<ListedSample> parseSampleList(std::string_view content, const std::string& name);
 
-// Reads a list file; also raises SampleListError when it cannot be read.
+// Reads a list file; also raises SampleListError when it cannot be read, is no file or
+// larger than 16 MB.
 std::vector<ListedSample> readSampleList(const std::string& file);
 
 }  // namespace dravik::trainer

@@ -13,7 +13,7 @@ namespace dravik::trainer {
 // How an action is shown.
 struct ActionFace {
     std::string name;  // by which scripts and tests find it
-    std::string text;  // in a menu; "&" marks the access key
+    std::string text;  // in a menu at first; "&" marks the access key
     std::string tip;
     // As in "Ctrl+Shift+O": shift states, then a letter, digit or mark as the keyboard types it without them,
     // or "Left", "Right", "F1" and so on. The first one stands in the menu.
@@ -24,14 +24,19 @@ struct ActionFace {
 
 class Action {
   public:
-    explicit Action(ActionFace face) : face_(std::move(face)) {}
+    explicit Action(ActionFace face) : face_(std::move(face)), text_(face_.text) {}
     Action(const Action&) = delete;
     Action& operator=(const Action&) = delete;
 
     const std::string& name() const noexcept { return face_.name; }
     const ActionFace& face() const noexcept { return face_; }
+    // As it stands in the menu now; "&" marks the access key.
+    const std::string& text() const noexcept { return text_; }
     bool enabled() const noexcept { return enabled_; }
     bool checked() const noexcept { return checked_; }
+    void setText(std::string text) {
+        if (std::exchange(text_, text) != text) changed();
+    }
     void setEnabled(bool enabled) {
         if (std::exchange(enabled_, enabled) != enabled) changed();
     }
@@ -45,11 +50,12 @@ class Action {
     }
 
     ui::Signal<> triggered;
-    // Enabled or checked.
+    // Text, enabled or checked.
     ui::Signal<> changed;
 
   private:
     const ActionFace face_;
+    std::string text_;
     bool enabled_ = true;
     bool checked_ = false;
 };

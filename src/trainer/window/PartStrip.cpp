@@ -1,12 +1,15 @@
 #include "trainer/window/PartStrip.h"
 
 #include <algorithm>
+#include <chrono>
 #include <cmath>
 
 namespace dravik::trainer {
 namespace {
 
 constexpr std::size_t kKeptPictures = 400;
+// Most pictures are made in this time, and then the next one need not wait for the timer.
+constexpr std::chrono::milliseconds kPatience{4};
 
 }  // namespace
 
@@ -16,7 +19,7 @@ PartStrip::PartStrip(OpenedParts& parts) : parts_(parts) {
         showCurrent();
     }));
     connections_.push_back(parts.currentChanged.connect([this] { showCurrent(); }));
-    connections_.push_back(decodeTimer_.tick.connect([this] { decodeOne(); }));
+    connections_.push_back(decodeTimer_.tick.connect([this] { decodeNext(); }));
 }
 
 void PartStrip::setWidth(int width) {
@@ -32,6 +35,7 @@ void PartStrip::setDisplay(Display display) {
     const bool same = display.unit == display_.unit && display.devicePixels == display_.devicePixels;
     display_ = display;
     if (same) return;
+    decoding_.cancel();
     pictures_.clear();
     decoded_.clear();
     showCurrent();
@@ -112,16 +116,24 @@ int PartStrip::missingPicture() const {
     return -1;
 }
 
-void PartStrip::decodeOne() {
-    if (const int index = missingPicture(); index >= 0) {
-        const std::string path = parts_.path(index);
+void PartStrip::decodeNext() {
+    if (!decoding_.busy()) {
+        const int index = missingPicture();
+        if (index < 0) return look();
         const double side = kPictureWidth * display_.unit * display_.devicePixels;
-        pictures_[path] = parts_.thumbnail(index, static_cast<int>(std::lround(side)));
-        decoded_.push_back(path);
-        if (decoded_.size() > kKeptPictures) {
-            pictures_.erase(decoded_.front());
-            decoded_.pop_front();
-        }
+        decoding_.start([this, path = parts_.path(index),
+                         make = parts_.thumbnailWork(index, static_cast<int>(std::lround(side)))](
+                            const std::stop_token&) -> NewestWork::Delivery {
+            return [this, path, picture = make()]() mutable {
+                pictures_[path] = std::move(picture);
+                decoded_.push_back(path);
+            };
+        });
+    }
+    if (!decoding_.deliver(kPatience)) return;
+    if (decoded_.size() > kKeptPictures) {
+        pictures_.erase(decoded_.front());
+        decoded_.pop_front();
     }
     look();
 }

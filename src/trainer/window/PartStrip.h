@@ -6,6 +6,7 @@
 #include <string>
 #include <unordered_map>
 
+#include "trainer/NewestWork.h"
 #include "trainer/OpenedParts.h"
 #include "trainer/window/ViewGeometry.h"
 #include "ui/Signal.h"
@@ -54,7 +55,7 @@ class PartStrip {
 
     // Null until it is decoded, empty when it cannot be.
     const engine::GreyImage* picture(int index) const;
-    // Ticks while a picture in view is missing; each tick decodes one.
+    // Ticks while a picture in view is missing, which are decoded one after the other, beside the window.
     ui::Timer& decodeTimer() noexcept { return decodeTimer_; }
 
     ui::Signal<> listChanged;
@@ -64,7 +65,7 @@ class PartStrip {
   private:
     double itemWidth() const noexcept { return kItemWidth * display_.unit; }
     int missingPicture() const;
-    void decodeOne();
+    void decodeNext();
     void showCurrent();
     void look();
 
@@ -74,7 +75,8 @@ class PartStrip {
     int scroll_ = 0;
     std::unordered_map<std::string, engine::GreyImage> pictures_;  // by path
     std::list<std::string> decoded_;                               // paths, the oldest first
-    ui::Timer decodeTimer_{"tmrThumbnails", 0};
+    NewestWork decoding_;
+    ui::Timer decodeTimer_{"tmrThumbnails", 5};
     std::vector<ui::Connection> connections_;
 };
 

@@ -4,7 +4,9 @@
 
 #include "base/Failure.h"
 #include "base/Paths.h"
+#include "trainer/window/ClosingForm.h"
 #include "trainer/window/KeysForm.h"
+#include "trainer/window/RestoreForm.h"
 
 namespace dravik::trainer {
 namespace {
@@ -13,6 +15,13 @@ std::vector<FileFilter> imageFilters() {
     FileFilter images{"Images", {}};
     for (const auto extension : imageExtensions()) images.patterns.push_back("*" + std::string(extension));
     return {std::move(images), {"All files", {"*"}}};
+}
+
+// A character of the font may be "&", which would mark an access key.
+std::string doubledMarks(const std::string& text) {
+    std::string result;
+    for (const char one : text) result.append(one == '&' ? 2 : 1, one);
+    return result;
 }
 
 }  // namespace
@@ -36,6 +45,14 @@ TrainerWindow::TrainerWindow(Trainer& trainer, ui::Platform& platform, WindowSys
     on(actions.zoomOut, [this] { view.zoomOut(); });
     on(actions.fit, [this] { view.fit(); });
     on(actions.actualSize, [this] { view.showActualSize(); });
+    on(actions.undo, [this] { trainer_.acts().undo(); });
+    on(actions.redo, [this] { trainer_.acts().redo(); });
+    on(actions.stopReading, [this] { trainer_.stopWorking(); });
+    on(actions.readAgain, [this] { trainer_.lookAgain(); });
+    on(actions.fontSelect, [this] { selectFont(); });
+    on(actions.fontSave, [this] { save(); });
+    on(actions.fontSaveCopy, [this] { saveCopy(); });
+    on(actions.fontRestore, [this] { restoreFont(); });
     on(actions.keys, [this] { showKeys(); });
     on(actions.about, [this] { showAbout(); });
 
@@ -50,9 +67,12 @@ TrainerWindow::TrainerWindow(Trainer& trainer, ui::Platform& platform, WindowSys
     connections_.push_back(trainer.previewChanged.connect(showPreview));
     connections_.push_back(trainer.readingChanged.connect(showReading));
     connections_.push_back(trainer.checkChanged.connect([this] { textsChanged(); }));
+    connections_.push_back(trainer.acts().changed.connect([this] { showActs(); }));
+    connections_.push_back(trainer.workTimer().changed.connect([this] { showPossible(); }));
     showPart();
     showPreview();
     showReading();
+    showActs();
 }
 
 void TrainerWindow::showPart() {
@@ -60,7 +80,25 @@ void TrainerWindow::showPart() {
     view.setImage(&parts.image(),
                   parts.current() < 0
                       ? "Open part images or drop them here\n\nFile \u2192 Open Images... (Ctrl+O)"
-                      : parts.problem());
+                  : parts.isDecoding() ? "Opening the image..."
+                                       : parts.problem());
+}
+
+// What can be done with the font, and what was done with it.
+void TrainerWindow::showActs() {
+    FontActs& acts = trainer_.acts();
+    const bool training = trainer_.isTraining(), loaded = trainer_.tool().currentFont().has_value();
+    const auto undo = acts.undoText(), redo = acts.redoText();
+    actions.undo.setText(undo ? "&" + doubledMarks(*undo) : kUndoText);
+    actions.undo.setEnabled(undo.has_value());
+    actions.redo.setText(redo ? "&" + doubledMarks(*redo) : kRedoText);
+    actions.redo.setEnabled(redo.has_value());
+    actions.fontSelect.setEnabled(!training);
+    actions.fontSave.setEnabled(trainer_.control().screen().train.cmdSaveFont.enabled() || acts.isUnsaved());
+    actions.fontSaveCopy.setEnabled(loaded);
+    actions.fontRestore.setEnabled(!training);
+    tell(acts.takeRecovered());
+    textsChanged();
 }
 
 void TrainerWindow::showPossible() {
@@ -73,6 +111,8 @@ void TrainerWindow::showPossible() {
     for (Action* action : {&actions.zoomIn, &actions.zoomOut, &actions.fit, &actions.actualSize})
         action->setEnabled(view.image() != nullptr);
     actions.fit.setChecked(view.fits());
+    actions.stopReading.setEnabled(trainer_.isWorking());
+    actions.readAgain.setEnabled(current >= 0 && !trainer_.isWorking());
     textsChanged();
 }
 
@@ -101,8 +141,14 @@ std::string TrainerWindow::viewDescription() const {
 }
 
 void TrainerWindow::open(const std::vector<std::string>& paths) {
-    problems_ = trainer_.parts().open(paths);
-    if (problems_.size() >= kMostProblemLines) {
+    problems_.clear();
+    tell(trainer_.parts().open(paths));
+}
+
+void TrainerWindow::tell(const std::vector<std::string>& lines) {
+    if (lines.empty()) return textsChanged();
+    problems_.insert(problems_.end(), lines.begin(), lines.end());
+    if (problems_.size() > kMostProblemLines) {
         const std::size_t more = problems_.size() - (kMostProblemLines - 1);
         problems_.resize(kMostProblemLines - 1);
         problems_.push_back("... and " + std::to_string(more) + " more");
@@ -124,6 +170,46 @@ void TrainerWindow::choose(FileQuestion question) {
     open(paths);
 }
 
+void TrainerWindow::save() {
+    ui::Button& button = trainer_.control().screen().train.cmdSaveFont;
+    if (button.enabled())
+        button.press();
+    else
+        trainer_.acts().save();
+}
+
+std::string TrainerWindow::askForCopy(const std::string& font) {
+    FileQuestion question{"Save Copy of " + font, {}, false, {{"Fonts", {"*.nnd"}}, {"All files", {"*"}}}};
+    question.fileName = font + ".nnd";
+    return system_.chooseNewFile(question);
+}
+
+void TrainerWindow::saveCopy() {
+    const auto font = trainer_.tool().currentFont();
+    if (!font) return;
+    const std::string file = askForCopy(*font);
+    if (file.empty()) return;
+    try {
+        trainer_.history().exportFont(*font, file);
+        trainer_.acts().say("A copy of " + *font + " is in " + file);
+    } catch (...) {
+        trainer_.acts().say("The copy could not be written: " + currentFailure().description());
+    }
+}
+
+void TrainerWindow::selectFont() {
+    trainer_.acts().leaveDecision();
+    trainer_.control().screen().font.cmdSelectFont.press();
+}
+
+void TrainerWindow::restoreFont() {
+    RestoreForm form(platform_, trainer_.history().versions(""), trainer_.control().selectedFont(),
+                     [this](const tool::FontVersion& version, const std::string& name) {
+                         trainer_.acts().restore(version, name);
+                     });
+    platform_.showModal(form);
+}
+
 void TrainerWindow::showKeys() {
     KeysForm form;
     platform_.showModal(form);
@@ -136,13 +222,29 @@ void TrainerWindow::showAbout() {
                           "About Dravik Trainer"});
 }
 
+bool TrainerWindow::close() {
+    if (ended_) return true;
+    const bool training = trainer_.isTraining();
+    if (training || !trainer_.history().unsavedFonts().empty()) {
+        ClosingForm form(platform_, trainer_.history(), training,
+                         [this](const std::string& font) { return askForCopy(font); });
+        platform_.showModal(form);
+        if (!form.mayEnd()) {
+            showActs();
+            return false;
+        }
+    }
+    end();
+    return true;
+}
+
 void TrainerWindow::end() {
     if (std::exchange(ended_, true)) return;
-    trainer_.control().UserControl_Terminate();
+    trainer_.end();
 }
 
 std::vector<ui::Timer*> TrainerWindow::timers() {
-    return {&trainer_.checkTimer(), &strip.decodeTimer()};
+    return {&trainer_.checkTimer(), &trainer_.workTimer(), &strip.decodeTimer()};
 }
 
 }  // namespace dravik::trainer

@@ -29,6 +29,7 @@ struct FileQuestion {
     std::string folder;  // where the dialog starts; "" leaves it to the system
     bool asksForFolder = false;
     std::vector<FileFilter> filters;
+    std::string fileName{};  // proposed for a new file
 };
 
 // What only the system can do for the window.
@@ -41,6 +42,9 @@ class WindowSystem {
 
     // The paths chosen, of a folder just its own; none when the operator cancels.
     virtual std::vector<std::string> choosePaths(const FileQuestion& question) = 0;
+    // The path of a file to write; the dialog has asked before an existing one is given. "" when the operator
+    // cancels.
+    virtual std::string chooseNewFile(const FileQuestion& question) = 0;
     // The folder that was kept, also in an earlier run; "" when there is none.
     virtual std::string keptFolder() const = 0;
     virtual void keepFolder(const std::string& folder) = 0;
@@ -80,14 +84,21 @@ class TrainerWindow {
     std::string viewDescription() const;
     // The held-out check's line; "" when there is nothing to say.
     const std::string& checkText() const { return trainer_.checkText(); }
-    // What could not be opened, few lines; none when everything was or the operator has dismissed them.
+    // What the last act deleted, what was taken back or saved; "" when there is nothing to say.
+    const std::string& noticeText() const { return trainer_.acts().notice(); }
+    // What could not be opened, and what was recovered of an earlier run, few lines; none when the operator
+    // has dismissed them.
     const std::vector<std::string>& problems() const noexcept { return problems_; }
     void dismissProblems();
 
     // Image files and folders.
     void open(const std::vector<std::string>& paths);
 
-    // Ends the screen, which offers to save a changed font. Once; later calls do nothing.
+    // The operator wants to end the program: asks what is to become of unsaved changes, and ends the screen
+    // unless the operator cancels. Whether it has ended.
+    bool close();
+    // Ends the screen at once, without a question: unsaved changes are there again at the next start. Once;
+    // later calls do nothing.
     void end();
     bool hasEnded() const noexcept { return ended_; }
 
@@ -101,6 +112,13 @@ class TrainerWindow {
     void showPart();
     void showPossible();
     void choose(FileQuestion question);
+    void showActs();
+    void save();
+    void saveCopy();
+    void selectFont();
+    void restoreFont();
+    std::string askForCopy(const std::string& font);
+    void tell(const std::vector<std::string>& lines);
     void showKeys();
     void showAbout();
 

@@ -13,6 +13,8 @@ WindowActions::WindowActions(screen::Screen& screen)
           {"closeImage", "&Close Image", "Take the current image from the list", {"Ctrl+W", "Ctrl+F4"}}),
       closeAll({"closeAll", "Close &All", "Take all images from the list"}),
       quit({"quit", "&Quit", "End the program", {"Ctrl+Q"}}),
+      undo({"undo", kUndoText, "Take back what was done to the font last", {"Ctrl+Z"}}),
+      redo({"redo", kRedoText, "Do again what was taken back", {"Ctrl+Y", "Ctrl+Shift+Z"}}),
       previous({"previous", "&Previous", "Previous image", {"Alt+Left"}, previousPartPicture()}),
       next({"next", "&Next", "Next image", {"Alt+Right"}, nextPartPicture()}),
       zoomIn({"zoomIn", "Zoom &In", "Zoom in", {"Ctrl++", "Ctrl+="}, zoomInPicture()}),
@@ -23,25 +25,32 @@ WindowActions::WindowActions(screen::Screen& screen)
                   "One image pixel to one pixel of the display",
                   {"Ctrl+1"},
                   actualSizePicture()}),
+      stopReading({"stopReading", "&Stop Reading", "Stop looking for characters in the image"}),
+      readAgain({"readAgain", "&Read Again", "Open the image and look for its characters once more", {"F5"}}),
       fontSelect({"fontSelect", "Select &Font...", screen.font.cmdSelectFont.toolTip(), {"Ctrl+F"}}),
       fontInclude({"fontInclude", "&Include", screen.sample.cmdInclude.toolTip()}),
       fontLearn({"fontLearn", "&Learn", screen.train.cmdTrain.toolTip(), {"Ctrl+L"}}),
       fontStop({"fontStop", "S&top", screen.train.cmdStop.toolTip(), {"Ctrl+."}}),
       fontSave({"fontSave", "&Save", screen.train.cmdSaveFont.toolTip(), {"Ctrl+S"}}),
       fontRevert({"fontRevert", "&Revert", screen.train.cmdRevert.toolTip()}),
+      fontSaveCopy({"fontSaveCopy", "Save &Copy...", "Write the font as it is now to a file anywhere"}),
+      fontRestore({"fontRestore", "Rest&ore...", "Bring an older version or a deleted font back"}),
       keys({"keys", "&Keys", "What the keys do", {"F1"}}),
       about({"about", "&About Dravik Trainer", "About this program"}),
       // Access keys of the menus keep clear of those of the screen.
       menus_{{"&File", {&openImages, &openFolder, nullptr, &closeImage, &closeAll, nullptr, &quit}},
-             {"I&mage", {&previous, &next, nullptr, &zoomIn, &zoomOut, &fit, &actualSize}},
-             {"F&ont", {&fontSelect, &fontInclude, &fontLearn, &fontStop, &fontSave, &fontRevert}},
+             {"&Edit", {&undo, &redo}},
+             {"I&mage",
+              {&previous, &next, nullptr, &zoomIn, &zoomOut, &fit, &actualSize, nullptr, &stopReading,
+               &readAgain}},
+             {"F&ont",
+              {&fontSelect, &fontInclude, &fontLearn, &fontStop, &fontSave, &fontRevert, nullptr,
+               &fontSaveCopy, &fontRestore}},
              {"&Help", {&keys, &about}}},
       toolbar_{&previous, &next, nullptr, &zoomOut, &zoomIn, &fit, &actualSize} {
-    bind(fontSelect, screen.font.cmdSelectFont);
     bind(fontInclude, screen.sample.cmdInclude);
     bind(fontLearn, screen.train.cmdTrain);
     bind(fontStop, screen.train.cmdStop);
-    bind(fontSave, screen.train.cmdSaveFont);
     bind(fontRevert, screen.train.cmdRevert);
 }
 
@@ -67,6 +76,7 @@ const std::vector<KeyHelp>& keyHelp() {
         {"Ctrl+0, Ctrl+1", "fit, actual size"},
         {"Enter", "include the typed text"},
         {"Ctrl+L, Ctrl+S", "learn, save the font"},
+        {"Ctrl+Z, Ctrl+Y", "undo, redo, but where text is typed"},
         {"Arrow keys in the characters", "from cell to cell"},
         {"Menu key, Shift+F10", "menu of a character or of the samples"},
         {"Shift+arrows, Ctrl+A, Ctrl+Insert, Delete", "select, copy, delete samples"},

@@ -17,10 +17,14 @@ class Button;
 
 namespace dravik::trainer {
 
+// Where there is nothing to take back or to do again.
+constexpr char kUndoText[] = "&Undo";
+constexpr char kRedoText[] = "&Redo";
+
 class WindowActions {
   public:
-    // The font's actions are the screen's own buttons: enabled in step with them and pressing them. The
-    // screen outlives this object.
+    // Include, Learn, Stop and Revert are the screen's own buttons: enabled in step with them and pressing
+    // them. The screen outlives this object.
     explicit WindowActions(screen::Screen& screen);
 
     Action openImages;
@@ -29,12 +33,17 @@ class WindowActions {
     Action closeAll;
     Action quit;
 
+    Action undo;
+    Action redo;
+
     Action previous;
     Action next;
     Action zoomIn;
     Action zoomOut;
     Action fit;
     Action actualSize;
+    Action stopReading;
+    Action readAgain;
 
     Action fontSelect;
     Action fontInclude;
@@ -42,6 +51,8 @@ class WindowActions {
     Action fontStop;
     Action fontSave;
     Action fontRevert;
+    Action fontSaveCopy;
+    Action fontRestore;
 
     Action keys;
     Action about;

@@ -159,6 +159,11 @@ std::vector<std::string> MainWindow::choosePaths(const trainer::FileQuestion& qu
     return app::choosePaths(window(), question);
 }
 
+std::string MainWindow::chooseNewFile(const trainer::FileQuestion& question) {
+    const HWND over = GetActiveWindow();
+    return app::chooseNewFile(over ? over : window(), question);
+}
+
 std::string MainWindow::keptFolder() const {
     return win32::utf8(settings_.text(kFolder));
 }
@@ -170,7 +175,11 @@ void MainWindow::keepFolder(const std::string& folder) {
 void MainWindow::close() {
     if (!window() || !model_ || model_->hasEnded()) return;
     rememberPlace();
-    win32::guarded([this] { model_->end(); });
+    if (closing_) return;
+    closing_ = true;
+    const bool ends = !win32::guarded([this] { model_->close(); }) || model_->hasEnded();
+    closing_ = false;
+    if (!ends) return;
     page_->detach();
     DestroyWindow(window());
 }
@@ -244,6 +253,9 @@ LRESULT MainWindow::answer(UINT message, WPARAM wParam, LPARAM lParam) {
             return 0;
         case WM_QUERYENDSESSION:
             return TRUE;
+        case WM_ENDSESSION:  // unsaved changes are there again at the next start
+            if (wParam && model_) rememberPlace();
+            return 0;
         case WM_DESTROY:
             PostQuitMessage(0);
             return 0;

@@ -38,7 +38,7 @@ class MainWindow : public DrawnWindow, private trainer::WindowSystem {
     trainer::TrainerWindow& model() noexcept { return *model_; }
     // The command of WM_COMMAND for an action of the model.
     WORD commandOf(const trainer::Action& action) const { return menus_->commandOf(action); }
-    // The operator's wish to end: the screen may ask about a changed font.
+    // The operator's wish to end: asks about unsaved changes, and the window stays when that is cancelled.
     void close();
     bool isOpen() const noexcept { return window() != nullptr; }
 
@@ -48,6 +48,7 @@ class MainWindow : public DrawnWindow, private trainer::WindowSystem {
 
   private:
     std::vector<std::string> choosePaths(const trainer::FileQuestion& question) override;
+    std::string chooseNewFile(const trainer::FileQuestion& question) override;
     std::string keptFolder() const override;
     void keepFolder(const std::string& folder) override;
     void closeWindow() override { close(); }
@@ -69,6 +70,7 @@ class MainWindow : public DrawnWindow, private trainer::WindowSystem {
     ui::Connection titleChanged_;
     int divided_ = trainer::TrainerWindow::kFirstScreenWidth;  // width of the screen's side at 96 dpi
     bool dividing_ = false;
+    bool closing_ = false;  // the question is asked
 };
 
 }  // namespace dravik::app

@@ -18,21 +18,34 @@ std::wstring pathOf(IShellItem& item) {
     return result;
 }
 
-class OpenDialog {
+void setFilters(IFileDialog& dialog, const std::vector<trainer::FileFilter>& filters) {
+    std::vector<std::pair<std::wstring, std::wstring>> texts;
+    for (const trainer::FileFilter& filter : filters) {
+        std::string patterns;
+        for (const std::string& pattern : filter.patterns)
+            patterns += (patterns.empty() ? "" : ";") + pattern;
+        texts.emplace_back(win32::wide(filter.name), win32::wide(patterns));
+    }
+    std::vector<COMDLG_FILTERSPEC> types;
+    for (const auto& [name, patterns] : texts) types.push_back({name.c_str(), patterns.c_str()});
+    if (!types.empty()) dialog.SetFileTypes(static_cast<UINT>(types.size()), types.data());
+}
+
+// The system's dialog to open or to save, with what both are asked for.
+template <class Dialog>
+class FileDialog {
   public:
-    explicit OpenDialog(const trainer::FileQuestion& question) {
-        if (FAILED(CoCreateInstance(CLSID_FileOpenDialog, nullptr, CLSCTX_INPROC_SERVER, IID_IFileOpenDialog,
+    FileDialog(const CLSID& kind, const IID& interfaceOf, const trainer::FileQuestion& question,
+               DWORD options) {
+        if (FAILED(CoCreateInstance(kind, nullptr, CLSCTX_INPROC_SERVER, interfaceOf,
                                     reinterpret_cast<void**>(&dialog_))))
-            throw Failure(RuntimeError::InternalError, "The dialog to open files cannot be made");
+            throw Failure(RuntimeError::InternalError, "The dialog to choose files cannot be made");
         FILEOPENDIALOGOPTIONS usual = 0;
         dialog_->GetOptions(&usual);
-        dialog_->SetOptions(
-            usual | FOS_FORCEFILESYSTEM |
-            (question.asksForFolder
-                 ? static_cast<DWORD>(FOS_PICKFOLDERS) | static_cast<DWORD>(FOS_PATHMUSTEXIST)
-                 : static_cast<DWORD>(FOS_ALLOWMULTISELECT) | static_cast<DWORD>(FOS_FILEMUSTEXIST)));
+        dialog_->SetOptions(usual | FOS_FORCEFILESYSTEM | options);
         dialog_->SetTitle(win32::wide(question.title).c_str());
-        setFilters(question.filters);
+        setFilters(*dialog_, question.filters);
+        if (!question.fileName.empty()) dialog_->SetFileName(win32::wide(question.fileName).c_str());
         IShellItem* start = nullptr;
         if (!question.folder.empty() &&
             SUCCEEDED(SHCreateItemFromParsingName(win32::wide(question.folder).c_str(), nullptr,
@@ -41,48 +54,52 @@ class OpenDialog {
             start->Release();
         }
     }
-    OpenDialog(const OpenDialog&) = delete;
-    OpenDialog& operator=(const OpenDialog&) = delete;
-    ~OpenDialog() { dialog_->Release(); }
+    FileDialog(const FileDialog&) = delete;
+    FileDialog& operator=(const FileDialog&) = delete;
+    ~FileDialog() { dialog_->Release(); }
 
-    std::vector<std::string> run(HWND owner) {
+    // False when the operator cancels.
+    bool show(HWND owner) {
         const win32::Styles styles;
-        std::vector<std::string> paths;
-        IShellItemArray* items = nullptr;
-        if (dialog_->Show(owner) != S_OK || FAILED(dialog_->GetResults(&items))) return paths;
-        DWORD count = 0;
-        items->GetCount(&count);
-        for (DWORD i = 0; i < count; ++i) {
-            IShellItem* item = nullptr;
-            if (FAILED(items->GetItemAt(i, &item))) continue;
-            paths.push_back(win32::utf8(pathOf(*item)));
-            item->Release();
-        }
-        items->Release();
-        return paths;
+        return dialog_->Show(owner) == S_OK;
     }
+    Dialog* operator->() const noexcept { return dialog_; }
 
   private:
-    void setFilters(const std::vector<trainer::FileFilter>& filters) {
-        std::vector<std::pair<std::wstring, std::wstring>> texts;
-        for (const trainer::FileFilter& filter : filters) {
-            std::string patterns;
-            for (const std::string& pattern : filter.patterns)
-                patterns += (patterns.empty() ? "" : ";") + pattern;
-            texts.emplace_back(win32::wide(filter.name), win32::wide(patterns));
-        }
-        std::vector<COMDLG_FILTERSPEC> types;
-        for (const auto& [name, patterns] : texts) types.push_back({name.c_str(), patterns.c_str()});
-        if (!types.empty()) dialog_->SetFileTypes(static_cast<UINT>(types.size()), types.data());
-    }
-
-    IFileOpenDialog* dialog_ = nullptr;
+    Dialog* dialog_ = nullptr;
 };
 
 }  // namespace
 
 std::vector<std::string> choosePaths(HWND owner, const trainer::FileQuestion& question) {
-    return OpenDialog(question).run(owner);
+    const DWORD options =
+        question.asksForFolder
+            ? static_cast<DWORD>(FOS_PICKFOLDERS) | static_cast<DWORD>(FOS_PATHMUSTEXIST)
+            : static_cast<DWORD>(FOS_ALLOWMULTISELECT) | static_cast<DWORD>(FOS_FILEMUSTEXIST);
+    FileDialog<IFileOpenDialog> dialog(CLSID_FileOpenDialog, IID_IFileOpenDialog, question, options);
+    std::vector<std::string> paths;
+    IShellItemArray* items = nullptr;
+    if (!dialog.show(owner) || FAILED(dialog->GetResults(&items))) return paths;
+    DWORD count = 0;
+    items->GetCount(&count);
+    for (DWORD i = 0; i < count; ++i) {
+        IShellItem* item = nullptr;
+        if (FAILED(items->GetItemAt(i, &item))) continue;
+        paths.push_back(win32::utf8(pathOf(*item)));
+        item->Release();
+    }
+    items->Release();
+    return paths;
+}
+
+std::string chooseNewFile(HWND owner, const trainer::FileQuestion& question) {
+    FileDialog<IFileSaveDialog> dialog(CLSID_FileSaveDialog, IID_IFileSaveDialog, question,
+                                       static_cast<DWORD>(FOS_OVERWRITEPROMPT));
+    IShellItem* item = nullptr;
+    if (!dialog.show(owner) || FAILED(dialog->GetResult(&item))) return {};
+    const std::wstring path = pathOf(*item);
+    item->Release();
+    return win32::utf8(path);
 }
 
 }  // namespace dravik::app

@@ -8,7 +8,9 @@
 
 namespace dravik::app {
 
-// Paths in UTF-8; none when the operator cancels.
+// Paths in UTF-8; none, or "", when the operator cancels.
 std::vector<std::string> choosePaths(HWND owner, const trainer::FileQuestion& question);
+// Asks before an existing file is given.
+std::string chooseNewFile(HWND owner, const trainer::FileQuestion& question);
 
 }  // namespace dravik::app

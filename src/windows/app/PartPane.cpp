@@ -44,7 +44,9 @@ void PartPane::Bar::show(const trainer::Action& action) {
 
 PartPane::Captions::Captions() : ui::Form("partCaptions", "") {
     preview.setUsesMnemonic(false);
-    setLayout(ui::column({ui::row({ui::item(preview).stretched()}), ui::item(title)}));
+    notice.setUsesMnemonic(false);
+    setLayout(ui::column({ui::row({ui::item(notice).stretched()}), ui::row({ui::item(preview).stretched()}),
+                          ui::item(title)}));
 }
 
 PartPane::PartPane(HWND parent, SharedLook& shared, trainer::TrainerWindow& model,
@@ -107,6 +109,9 @@ void PartPane::showTexts() {
     captions_.preview.setForeColor(model_.previewWarns() ? warning : ui::kWindowTextColor);
     captions_.preview.setBold(model_.previewWarns());
     captions_.preview.setCaption(model_.previewText());
+    captions_.notice.setCaption(model_.noticeText());
+    captions_.notice.setToolTip(model_.noticeText());
+    captions_.notice.setVisible(!model_.noticeText().empty());
     showCheck();
     arrange();
 }

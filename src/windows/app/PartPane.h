@@ -54,6 +54,7 @@ class PartPane : public DrawnWindow {
     };
     struct Captions : ui::Form {
         Captions();
+        ui::Label notice{"notice"};
         ui::Label preview{"previewText"};
         ui::Label title{"readingTitle", trainer::kReadingCaption};
     };

@@ -42,6 +42,18 @@ void addKeys(std::vector<ACCEL>& table, std::string_view key, WORD command) {
     }
 }
 
+std::wstring menuText(const trainer::Action& action) {
+    const std::vector<std::string>& keys = action.face().keys;
+    return win32::wide(keys.empty() ? action.text() : action.text() + "\t" + keys.front());
+}
+
+// Where text is typed, undo takes back typing.
+bool isForText(const MSG& message) {
+    if (message.message != WM_KEYDOWN || (message.wParam != 'Z' && message.wParam != 'Y')) return false;
+    const auto code = SendMessageW(message.hwnd, WM_GETDLGCODE, 0, 0);
+    return (code & DLGC_HASSETSEL) != 0 && (GetWindowLongPtrW(message.hwnd, GWL_STYLE) & ES_READONLY) == 0;
+}
+
 }  // namespace
 
 WindowMenus::WindowMenus(const trainer::WindowActions& actions, HWND window) : window_(window) {
@@ -58,8 +70,7 @@ WindowMenus::WindowMenus(const trainer::WindowActions& actions, HWND window) : w
             const auto command = static_cast<WORD>(kFirstCommand + actions_.size());
             actions_.push_back(action);
             for (const std::string& key : face.keys) addKeys(keys, key, command);
-            const std::string text = face.keys.empty() ? face.text : face.text + "\t" + face.keys.front();
-            AppendMenuW(popup, MF_STRING, command, win32::wide(text).c_str());
+            AppendMenuW(popup, MF_STRING, command, menuText(*action).c_str());
         }
         AppendMenuW(bar, MF_POPUP, reinterpret_cast<UINT_PTR>(popup), win32::wide(menu.caption).c_str());
     }
@@ -89,10 +100,17 @@ void WindowMenus::showStates(HMENU menu) const {
         if (!action) continue;
         EnableMenuItem(menu, command, action->enabled() ? MF_ENABLED : MF_GRAYED);
         CheckMenuItem(menu, command, action->checked() ? MF_CHECKED : MF_UNCHECKED);
+        std::wstring text = menuText(*action);
+        MENUITEMINFOW shown{};
+        shown.cbSize = sizeof shown;
+        shown.fMask = MIIM_STRING;
+        shown.dwTypeData = text.data();
+        SetMenuItemInfoW(menu, command, FALSE, &shown);
     }
 }
 
 bool WindowMenus::translate(MSG& message) const {
+    if (isForText(message)) return false;
     return TranslateAcceleratorW(window_, keys_, &message) != 0;
 }
 

@@ -58,6 +58,7 @@ int complain(const std::string& problem, int code) {
 
 int runWindow(const trainer::WindowOptions& options) {
     Program program(Settings(kSettingsKey), options.folder, true);
+    program.trainer().setPatience(trainer::kPatience);
     program.window().show();
     if (!options.paths.empty()) program.window().open(options.paths);
     return program.window().run();

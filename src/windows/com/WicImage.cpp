@@ -100,9 +100,24 @@ engine::GreyImage greyPixels(IWICBitmapSource& source, UINT width, UINT height) 
     return image;
 }
 
+// COM for as long as this object lives, also on a thread that was started without it.
+class ThreadApartment {
+  public:
+    ThreadApartment() : initialized_(SUCCEEDED(CoInitializeEx(nullptr, COINIT_MULTITHREADED))) {}
+    ThreadApartment(const ThreadApartment&) = delete;
+    ThreadApartment& operator=(const ThreadApartment&) = delete;
+    ~ThreadApartment() {
+        if (initialized_) CoUninitialize();
+    }
+
+  private:
+    const bool initialized_;
+};
+
 }  // namespace
 
 engine::GreyImage decodeImageFileByWic(const std::string& path) {
+    const ThreadApartment apartment;
     ComPtr<IWICImagingFactory> factory;
     check(CoCreateInstance(CLSID_WICImagingFactory, nullptr, CLSCTX_INPROC_SERVER,
                            __uuidof(IWICImagingFactory), factory.putVoid()));

@@ -120,15 +120,24 @@ TEST_F(TrainerWindowTest, TeachesLearnsSavesAndReads) {
     EXPECT_TRUE(std::filesystem::exists(toPath(folder.path("Jobs/Fonts/demo.nnd"))));
     EXPECT_GT(std::filesystem::file_size(toPath(folder.path("09-included.png"))), 10'000u);
 
-    // A changed font: the title says so, and closing asks; No leaves the file as it was.
+    // A changed font: the title says so, and closing asks. Cancel stays; what is discarded leaves the file as
+    // it was.
     type("EXP2026/07/26");
     EXPECT_TRUE(key(VK_RETURN));
     EXPECT_EQ(utf8(windowText(window->window())), "demo* - Dravik Trainer");
     DialogScript script;
-    script.expect(DialogScript::kMessageBox, [&](HWND box) {
-        EXPECT_EQ(windowText(box), L"Font Changed");
-        SendMessageW(box, WM_COMMAND, IDNO, 0);
-    });
+    const auto press = [](const char* button) {
+        return [button](HWND form) { SendMessageW(findWindowNamed(form, button), BM_CLICK, 0, 0); };
+    };
+    script.expect("closingForm", press("CancelButton"));
+    SendMessageW(window->window(), WM_CLOSE, 0, 0);
+    EXPECT_TRUE(window->isOpen());
+    SetFocus(view("partView"));
+    perform("undo");
+    EXPECT_EQ(utf8(windowText(window->window())), "demo - Dravik Trainer");
+    EXPECT_EQ(textOf("notice"), "Undone: include of 13 samples");
+    perform("redo");
+    script.expect("closingForm", press("cmdDiscard"));
     SendMessageW(window->window(), WM_CLOSE, 0, 0);
     EXPECT_TRUE(script.finished());
     EXPECT_FALSE(window->isOpen());

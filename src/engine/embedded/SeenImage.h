@@ -1,0 +1,42 @@
+// The image that the tool looks at, and the characters that are found in it, which are looked for when they
+// are first asked for.
+#pragma once
+
+#include <memory>
+#include <vector>
+
+#include "engine/image/GreyImage.h"
+#include "engine/segmentation/Segmentation.h"
+
+namespace dravik::engine {
+
+// A found character: its box in image pixels, right and bottom exclusive, and the line that it stands in,
+// from 0. Found characters are in reading order, line by line.
+struct FoundCharacter {
+    int left = 0;
+    int top = 0;
+    int right = 0;
+    int bottom = 0;
+    int line = 0;
+};
+
+FoundCharacter placed(const Region& place, int line);
+
+class SeenImage {
+  public:
+    // The image is not null; the segmentation, which is segment() of it, may be.
+    void show(std::shared_ptr<const GreyImage> image, std::shared_ptr<const Segmentation> segmentation);
+
+    const std::shared_ptr<const GreyImage>& image() const noexcept { return image_; }
+    const std::shared_ptr<const Segmentation>& segmentation();
+    const std::vector<FoundCharacter>& found();
+
+  private:
+    void take(std::shared_ptr<const Segmentation> segmentation);
+
+    std::shared_ptr<const GreyImage> image_ = std::make_shared<GreyImage>();
+    std::shared_ptr<const Segmentation> segmentation_;
+    std::vector<FoundCharacter> found_;
+};
+
+}  // namespace dravik::engine

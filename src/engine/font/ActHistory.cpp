@@ -1,0 +1,56 @@
+#include "engine/font/ActHistory.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace dravik::engine {
+
+void ActHistory::reserve() {
+    if (open_.size() == open_.capacity()) open_.reserve(std::max<std::size_t>(16, 2 * open_.size()));
+}
+
+bool ActHistory::endAct(std::string_view words, std::string_view screenState, tool::FontTime when) {
+    if (changesNothing(open_)) {
+        open_.clear();
+        return false;
+    }
+    Act act{{}, words.empty() ? describe(open_) : std::string(words), std::string(screenState), when};
+    acts_.push_back(std::move(act));
+    acts_.back().changes = std::exchange(open_, {});
+    if (saved_ && *saved_ > done_) saved_.reset();
+    // The new act takes the place of those that were taken back.
+    const auto undone = acts_.begin() + static_cast<std::ptrdiff_t>(done_);
+    acts_.erase(undone, acts_.end() - 1);
+    ++done_;
+    return true;
+}
+
+void ActHistory::amend(std::string_view words, std::string_view screenState) {
+    if (done_ == 0) {
+        firstScreenState_ = screenState;
+        return;
+    }
+    Act& act = acts_[done_ - 1];
+    act.screenState = screenState;
+    if (!words.empty()) act.words = words;
+}
+
+const std::string& ActHistory::screenState() const {
+    return done_ > 0 ? acts_[done_ - 1].screenState : firstScreenState_;
+}
+
+bool ActHistory::isUnsaved() const {
+    return saved_ != done_ || !changesUncommittedOnly(open_);
+}
+
+void ActHistory::dropOldest(std::size_t left) {
+    if (acts_.size() <= left) return;
+    const std::size_t count = std::min(acts_.size() - left, done_);
+    if (count == 0) return;
+    firstScreenState_ = acts_[count - 1].screenState;
+    acts_.erase(acts_.begin(), acts_.begin() + static_cast<std::ptrdiff_t>(count));
+    done_ -= count;
+    if (saved_) saved_ = *saved_ >= count ? std::optional(*saved_ - count) : std::nullopt;
+}
+
+}  // namespace dravik::engine

@@ -1,0 +1,77 @@
+#include "engine/font/Journal.h"
+
+#include <system_error>
+#include <utility>
+
+#include "base/AtomicFile.h"
+#include "base/Failure.h"
+#include "base/FileSystem.h"
+
+namespace dravik::engine {
+namespace {
+
+// A font that is written anew as a whole may be in it twice.
+constexpr std::uint64_t kLargestRead = 1u << 30;
+
+}  // namespace
+
+std::string journalOf(const std::string& fontFile) {
+    return fontFile + ".journal";
+}
+
+Journal::Journal(const std::string& fontFile, JournalFlusher& flusher)
+    : name_(journalOf(fontFile)), fontFile_(fontFile), flusher_(&flusher) {}
+
+JournalContent Journal::read() const {
+    if (!fileExists(name_)) return {};
+    return readJournal(readWholeFile(name_, kLargestRead));
+}
+
+std::uint64_t Journal::sizeOnDisk() const {
+    if (!fileExists(name_)) return 0;
+    std::error_code error;
+    const std::uint64_t size = fileSize(name_, error);
+    return error ? 0 : size;
+}
+
+void Journal::open(std::uint64_t size) {
+    file_ = std::make_shared<FlushedFile>(AppendFile(name_, size, fontFile_));
+    if (size > 0) return;
+    file_->file.append(journalHead());
+    beforeLast_ = file_->file.size();
+}
+
+void Journal::append(const JournalEntry& entry, tool::FontTime when) {
+    if (file_->hasFailed)
+        throw fileFailure(RuntimeError::DeviceIoError, "Cannot write", name_, "it did not reach the disk");
+    const std::uint64_t before = file_->file.size();
+    file_->file.append(encodeEntry({entry, when}));
+    beforeLast_ = before;
+    flusher_->soon(file_);
+}
+
+void Journal::takeBackLast() {
+    file_ = std::make_shared<FlushedFile>(AppendFile(name_, beforeLast_, fontFile_));
+}
+
+void Journal::flush() {
+    if (file_) file_->file.flush();
+}
+
+void Journal::rewrite(std::span<const TimedEntry> entries) {
+    std::vector<std::uint8_t> bytes = journalHead();
+    for (const TimedEntry& one : entries) {
+        const std::vector<std::uint8_t> entry = encodeEntry(one);
+        bytes.insert(bytes.end(), entry.begin(), entry.end());
+    }
+    writeWholeFile(name_, bytes, false);
+    file_ = std::make_shared<FlushedFile>(AppendFile(name_, bytes.size(), fontFile_));
+    beforeLast_ = bytes.size();
+}
+
+void Journal::remove() {
+    close();
+    removeFile(name_);
+}
+
+}  // namespace dravik::engine

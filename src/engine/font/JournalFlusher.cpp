@@ -1,0 +1,42 @@
+#include "engine/font/JournalFlusher.h"
+
+#include <algorithm>
+#include <chrono>
+#include <utility>
+
+namespace dravik::engine {
+namespace {
+
+// What comes meanwhile is flushed along.
+constexpr std::chrono::milliseconds kDelay{50};
+
+}  // namespace
+
+void JournalFlusher::soon(const FlushedFilePtr& file) {
+    const std::lock_guard lock(mutex_);
+    if (std::find(waiting_.begin(), waiting_.end(), file) != waiting_.end()) return;
+    waiting_.push_back(file);
+    if (!thread_.joinable()) thread_ = std::jthread([this](const std::stop_token& stop) { run(stop); });
+    changed_.notify_one();
+}
+
+void JournalFlusher::run(const std::stop_token& stop) {
+    std::unique_lock lock(mutex_);
+    for (;;) {
+        changed_.wait(lock, stop, [this] { return !waiting_.empty(); });
+        if (waiting_.empty()) return;
+        changed_.wait_for(lock, stop, kDelay, [] { return false; });
+        const std::vector<FlushedFilePtr> files = std::exchange(waiting_, {});
+        lock.unlock();
+        for (const FlushedFilePtr& one : files) {
+            try {
+                one->file.flush();
+            } catch (...) {
+                one->hasFailed = true;
+            }
+        }
+        lock.lock();
+    }
+}
+
+}  // namespace dravik::engine

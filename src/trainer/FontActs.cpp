@@ -1,0 +1,176 @@
+#include "trainer/FontActs.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "base/Failure.h"
+#include "base/TimeText.h"
+#include "screen/context/ScreenState.h"
+#include "tool/Samples.h"
+
+namespace dravik::trainer {
+namespace {
+
+using screen::OperatorAct;
+using screen::ScreenState;
+
+constexpr char kTakeBack[] = " \u2013 Edit > Undo (Ctrl+Z) brings this back";
+
+}  // namespace
+
+FontActs::FontActs(screen::DravikDlg& control, tool::FontTool& tool, tool::FontHistory& history,
+                   CurrentFont currentFont)
+    : control_(control), tool_(tool), history_(history), currentFont_(std::move(currentFont)) {
+    connections_.push_back(control.actEnded().connect([this](const OperatorAct& act) { record(act); }));
+    connections_.push_back(control.fontStateChanged.connect([this] { fontMayHaveChanged(); }));
+    auto& timer = control.screen().train.tmrTrain;
+    connections_.push_back(timer.tick.connect([this] { showRunFailure(); }));
+    connections_.push_back(timer.changed.connect([this] { changed(); }));
+    fontMayHaveChanged();
+}
+
+bool FontActs::isTraining() const {
+    return control_.screen().train.tmrTrain.enabled();
+}
+
+std::optional<std::string> FontActs::undoText() const {
+    const auto words = isTraining() ? std::nullopt : history_.undoWords();
+    return words ? std::optional("Undo " + *words) : std::nullopt;
+}
+
+std::optional<std::string> FontActs::redoText() const {
+    const auto words = isTraining() ? std::nullopt : history_.redoWords();
+    return words ? std::optional("Redo " + *words) : std::nullopt;
+}
+
+// Of a point of which none was kept, as after acts of the commands.
+ScreenState FontActs::plainState() const {
+    ScreenState state = control_.state();
+    state.m_LastInclude.clear();
+    state.m_IncludedChars.clear();
+    state.message.clear();
+    state.undoEnabled = false;
+    state.awaitsDecision = state.saveEnabled = state.revertEnabled = false;
+    state.includeEnabled = true;
+    return state;
+}
+
+void FontActs::undo() {
+    step(history_.undoWords(), "Undo", "Undone: ", &tool::FontHistory::undo);
+}
+
+void FontActs::redo() {
+    step(history_.redoWords(), "Redo", "Done again: ", &tool::FontHistory::redo);
+}
+
+void FontActs::step(const std::optional<std::string>& words, const char* source, const char* done,
+                    std::string (tool::FontHistory::*move)()) {
+    if (!words || isTraining()) return;
+    try {
+        const auto state = screen::decodeScreenState((history_.*move)());
+        const auto font = currentFont_();
+        if (font.value_or("") != control_.selectedFont()) control_.showFont(font.value_or(""));
+        control_.refreshAfterHistory(state.value_or(plainState()), isUnsaved());
+        say(done + *words);
+        moved();
+    } catch (...) {
+        control_.tellFailure(source, currentFailure());
+        changed();
+    }
+}
+
+bool FontActs::isUnsaved() const {
+    const auto font = currentFont_();
+    const auto fonts = history_.unsavedFonts();
+    return font && std::find(fonts.begin(), fonts.end(), *font) != fonts.end();
+}
+
+void FontActs::save() {
+    const auto font = currentFont_();
+    if (!font) return;
+    try {
+        history_.saveUnsaved(*font);
+        control_.refreshAfterHistory(control_.state(), false);
+        say("Saved " + *font);
+    } catch (...) {
+        control_.tellFailure("SaveFont", currentFailure());
+        say(*font + " could not be saved; its changes are kept. Font > Save Copy... writes it elsewhere");
+    }
+}
+
+void FontActs::restore(const tool::FontVersion& version, const std::string& name) {
+    history_.restoreVersion(version, name);
+    leaveDecision();
+    control_.showFont(name);
+    moved();
+    say("Restored " + name + " as it was on " + localTimeText(version.when));
+}
+
+void FontActs::leaveDecision() {
+    ScreenState state = control_.state();
+    if (!state.awaitsDecision) return;
+    state.awaitsDecision = false;
+    state.includeEnabled = true;
+    control_.refreshAfterHistory(state, isUnsaved());
+}
+
+std::vector<std::string> FontActs::takeRecovered() {
+    std::vector<std::string> lines;
+    for (const tool::RecoveredChanges& found : history_.takeRecovered())
+        lines.push_back(tool::recoveredText(found));
+    return lines;
+}
+
+void FontActs::record(const OperatorAct& act) {
+    guardScreen(act);
+    ScreenState state = control_.state();
+    state.includeEnabled = true;  // it may be held at the moment, until the image's characters are found
+    history_.endAct(act.kind == OperatorAct::Kind::Save ? "" : screen::actName(act), screen::encode(state));
+    const std::string deleted = screen::deletedText(act);
+    say(deleted.empty() ? "" : deleted + kTakeBack);
+}
+
+// What a failure in the middle of an act leaves on the screen must not lead the next one astray.
+void FontActs::guardScreen(const OperatorAct& act) {
+    if (act.kind == OperatorAct::Kind::Include) {
+        // Learn would offer to include the image once more for the sake of samples left over.
+        for (std::size_t left = tool_.GetUncommittedSamples().size(); left > 0; --left)
+            tool_.DeleteSample(tool::sampleIdentifier(tool::SampleKind::Uncommitted, 0));
+        if (act.characters.empty()) {
+            // Nothing was included: Undo would delete the samples of an include before.
+            ScreenState before = act.before;
+            before.message = act.after.message;
+            control_.refreshAfterHistory(before, isUnsaved());
+        }
+    }
+    const auto table = tool_.GetSampleData(tool::kAllCommitted, tool::kSampleFields);
+    if (!isTraining() && (!table || table->upperRow() < 1))
+        control_.screen().train.cmdTrain.setEnabled(false);
+}
+
+// The state before the first act, to which undo goes back.
+void FontActs::fontMayHaveChanged() {
+    auto font = control_.selectedFont();
+    if (font != shownFont_ && !font.empty() && currentFont_()) {
+        ScreenState state = control_.state();
+        state.includeEnabled = true;
+        history_.endAct("", screen::encode(state));
+        notice_.clear();
+    }
+    shownFont_ = std::move(font);
+    changed();
+}
+
+// The screen's own message of it is gone with the next tick.
+void FontActs::showRunFailure() {
+    const std::string& message = control_.screen().sbr.panel("Message").text();
+    if (const auto cause = message.find("Training failed"); cause != std::string::npos)
+        say(message.substr(cause));
+}
+
+void FontActs::say(std::string notice) {
+    notice_ = std::move(notice);
+    changed();
+}
+
+}  // namespace dravik::trainer

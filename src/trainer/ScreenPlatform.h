@@ -1,0 +1,37 @@
+// The platform as the training screen sees it inside the program: the program's own, but that the screen's
+// question at the end is not asked. The program asks better before: of every unsaved font, with Cancel.
+#pragma once
+
+#include "ui/Platform.h"
+
+namespace dravik::trainer {
+
+class ScreenPlatform : public ui::Platform {
+  public:
+    // The platform outlives this one.
+    explicit ScreenPlatform(ui::Platform& platform) : platform_(platform) {}
+
+    // From now on questions are answered with No, unasked.
+    void beginEnd() noexcept { ending_ = true; }
+
+    ui::Answer messageBox(const ui::MessageBox& box) override {
+        if (ending_ && box.buttons == ui::MessageBox::Buttons::YesNo) return ui::Answer::No;
+        return platform_.messageBox(box);
+    }
+    void showModal(ui::Form& form) override { platform_.showModal(form); }
+    void show(ui::Form& form) override { platform_.show(form); }
+    void popUpMenu(ui::PopupMenu& menu, ui::Widget& at, double x, double y) override {
+        platform_.popUpMenu(menu, at, x, y);
+    }
+    void setClipboardText(const std::string& text) override { platform_.setClipboardText(text); }
+    std::string fileDateText(const std::string& path) override { return platform_.fileDateText(path); }
+    std::string dateText() override { return platform_.dateText(); }
+    std::string timeText() override { return platform_.timeText(); }
+    void setBusy(bool busy) override { platform_.setBusy(busy); }
+
+  private:
+    ui::Platform& platform_;
+    bool ending_ = false;
+};
+
+}  // namespace dravik::trainer

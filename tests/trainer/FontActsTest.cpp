@@ -1,0 +1,231 @@
+// Undo, unsaved changes and older versions as the operator meets them: the trainer's window on the embedded
+// tool, without a window system.
+#include "trainer/FontActs.h"
+
+#include <gmock/gmock.h>
+
+#include <algorithm>
+#include <filesystem>
+#include <functional>
+#include <optional>
+
+#include "base/Paths.h"
+#include "screen/context/Screen.h"
+#include "tool/Samples.h"
+#include "trainer/support/Operator.h"
+#include "trainer/support/PgmFile.h"
+#include "trainer/support/Workspace.h"
+#include "trainer/window/TrainerWindow.h"
+
+namespace dravik::test {
+
+using namespace engine;
+using namespace screen;
+using namespace tool;
+using namespace trainer;
+using namespace ui;
+namespace {
+
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::IsEmpty;
+
+struct NoDialogs : WindowSystem {
+    std::vector<std::string> choosePaths(const FileQuestion&) override { return {}; }
+    std::string chooseNewFile(const FileQuestion&) override { return newFile; }
+    std::string keptFolder() const override { return {}; }
+    void keepFolder(const std::string&) override {}
+    void closeWindow() override {}
+    std::string newFile;
+};
+
+class FontActsTest : public testing::Test {
+  protected:
+    FontActsTest() {
+        EXPECT_EQ(workspace.learnDigits("digits").status, 0);
+        std::filesystem::copy_file(toPath(workspace.fontFile("digits")), toPath(workspace.fontFile("other")));
+        platform.script("closingForm", [this](Form& form) {
+            unsavedAtEnd = dynamic_cast<ListBox&>(*form.find("lbFonts")).items();
+            form.cancelButton->press();
+        });
+        start();
+    }
+    void start() {
+        window.reset();
+        trainer.reset();
+        trainer.emplace(platform, JobFolder(workspace.jobs()), readPgm, true);
+        window.emplace(*trainer, platform, system);
+    }
+    Screen& screen() { return trainer->control().screen(); }
+    std::string message() { return screen().sbr.panel("Message").text(); }
+    void manager(std::function<void(Form&)> act) {
+        platform.script("dlgFontManager", std::move(act));
+        window->actions.fontSelect.trigger();
+    }
+    void choose(const std::string& font) {
+        manager([&](Form& form) {
+            auto& list = dynamic_cast<ListBox&>(*form.find("lbFonts"));
+            list.setText(font);
+            form.defaultButton->press();
+        });
+    }
+    void include(const std::string& text) {
+        window->open({workspace.draw(text + ".pgm", text)});
+        trainer->parts().setCurrent(trainer->parts().count() - 1);
+        screen().sample.txtSampleInput.setText(text);
+        screen().sample.cmdInclude.press();
+    }
+    int committed() {
+        const auto table = trainer->tool().GetSampleData(kAllCommitted, kSampleFields);
+        return table ? table->upperRow() : 0;
+    }
+    ToolButton& undoButton() { return screen().overview.tlbChars.button("Undo"); }
+
+    Workspace workspace;
+    Operator platform;
+    NoDialogs system;
+    std::vector<std::string> unsavedAtEnd;
+    std::optional<Trainer> trainer;
+    std::optional<TrainerWindow> window;
+};
+
+TEST_F(FontActsTest, IncludesAndDeletionsGoBackAndForthWithTheScreen) {
+    choose("other");
+    const int before = committed();
+    EXPECT_FALSE(window->actions.undo.enabled());
+    EXPECT_EQ(window->actions.undo.text(), "&Undo");
+
+    include("86");
+    EXPECT_EQ(window->title(), "other* - Dravik Trainer");
+    EXPECT_EQ(window->actions.undo.text(), "&Undo include of 86");
+    EXPECT_TRUE(undoButton().enabled());
+    window->actions.undo.trigger();
+    EXPECT_EQ(committed(), before);
+    EXPECT_EQ(window->title(), "other - Dravik Trainer") << "include and undo leave the font as its file is";
+    EXPECT_FALSE(undoButton().enabled()) << "the screen's own Undo would delete samples of the font itself";
+    EXPECT_FALSE(trainer->control().m_FontChanged());
+    EXPECT_EQ(window->noticeText(), "Undone: include of 86");
+    EXPECT_TRUE(screen().sample.cmdInclude.enabled());
+    window->actions.redo.trigger();
+    EXPECT_EQ(committed(), before + 2);
+    EXPECT_TRUE(undoButton().enabled());
+    EXPECT_FALSE(window->actions.redo.enabled());
+
+    trainer->control().DeleteSamplesByDistance("3", 0, 1);
+    EXPECT_THAT(window->noticeText(), HasSubstr("Deleted 3, 3")) << "what a deletion took is told";
+    EXPECT_THAT(window->actions.undo.text(), HasSubstr("of 3"));
+    const int left = committed();
+    window->actions.undo.trigger();
+    EXPECT_GT(committed(), left);
+    window->actions.undo.trigger();
+    EXPECT_EQ(committed(), before);
+    window->actions.undo.trigger();
+    EXPECT_EQ(committed(), before) << "there is nothing more";
+}
+
+TEST_F(FontActsTest, TheStarIsOfTheFontShownAndTheEndNamesEveryOther) {
+    choose("digits");
+    include("86");
+    choose("other");
+    EXPECT_EQ(window->title(), "other - Dravik Trainer");
+    EXPECT_FALSE(window->close());
+    EXPECT_FALSE(window->hasEnded()) << "Escape stays";
+    EXPECT_THAT(unsavedAtEnd, ElementsAre("digits"));
+    EXPECT_EQ(window->title(), "other - Dravik Trainer");
+
+    include("45");
+    platform.script("closingForm", [](Form& form) { form.defaultButton->press(); });
+    platform.boxes.clear();
+    EXPECT_TRUE(window->close());
+    EXPECT_TRUE(window->hasEnded());
+    EXPECT_THAT(platform.boxes, IsEmpty()) << "the screen's own question is not asked";
+    EXPECT_EQ(trainer->tool().summary("digits").samples, trainer->tool().summary("other").samples);
+    start();
+    EXPECT_THAT(window->problems(), IsEmpty());
+    EXPECT_TRUE(window->actions.undo.enabled()) << "also after a save and another start";
+}
+
+TEST_F(FontActsTest, SaveAndSaveCopyNeedNoLearnAndNothingIsADeadEnd) {
+    choose("digits");
+    EXPECT_FALSE(window->actions.fontSave.enabled());
+    const int before = trainer->tool().summary("digits").samples;
+    include("86");
+    EXPECT_FALSE(screen().train.cmdSaveFont.enabled());
+    ASSERT_TRUE(window->actions.fontSave.enabled());
+    window->actions.fontSave.trigger();
+    EXPECT_EQ(trainer->tool().summary("digits").samples, before + 2);
+    EXPECT_EQ(window->title(), "digits - Dravik Trainer");
+    EXPECT_FALSE(trainer->control().m_FontChanged());
+    EXPECT_EQ(window->noticeText(), "Saved digits");
+
+    system.newFile = workspace.jobs() + "/copy.nnd";
+    window->actions.fontSaveCopy.trigger();
+    EXPECT_TRUE(std::filesystem::exists(toPath(system.newFile)));
+
+    // A run has ended, and its file is gone: neither Save nor Revert need go.
+    screen().train.cmdTrain.press();
+    EXPECT_FALSE(window->actions.undo.enabled()) << "not during a run";
+    EXPECT_FALSE(window->actions.fontSelect.enabled());
+    EXPECT_FALSE(window->actions.fontRestore.enabled());
+    runTimer(screen().train.tmrTrain);
+    EXPECT_FALSE(screen().font.cmdSelectFont.enabled());
+    choose("other");
+    EXPECT_EQ(trainer->control().selectedFont(), "other");
+    EXPECT_TRUE(screen().sample.cmdInclude.enabled());
+    EXPECT_TRUE(screen().sample.txtSampleInput.enabled());
+    EXPECT_FALSE(window->close());
+    EXPECT_THAT(unsavedAtEnd, ElementsAre("digits")) << "what was learnt is kept";
+}
+
+TEST_F(FontActsTest, AProgramThatDiesLosesNothingAndSaysWhatIsThereAgain) {
+    choose("digits");
+    const int before = committed();
+    include("86");
+    include("45");
+    start();
+    EXPECT_EQ(committed(), before + 4);
+    ASSERT_EQ(window->problems().size(), 1U);
+    EXPECT_THAT(window->problems()[0], HasSubstr("digits: 2 changes of "));
+    EXPECT_EQ(window->title(), "digits* - Dravik Trainer");
+    EXPECT_EQ(window->actions.undo.text(), "&Undo include of 45");
+    window->actions.undo.trigger();
+    EXPECT_EQ(committed(), before + 2);
+}
+
+TEST_F(FontActsTest, ADeletedFontComesBackByUndoAndByRestore) {
+    choose("digits");
+    const int samples = committed();
+    manager([](Form& form) { dynamic_cast<Button&>(*form.find("cmdDeleteFont")).press(); });
+    EXPECT_EQ(window->title(), "Dravik Trainer");
+    ASSERT_TRUE(window->actions.undo.enabled());
+    EXPECT_THAT(window->actions.undo.text(), HasSubstr("digits"));
+    window->actions.undo.trigger();
+    EXPECT_EQ(window->title(), "digits - Dravik Trainer");
+    EXPECT_EQ(committed(), samples);
+
+    manager([](Form& form) { dynamic_cast<Button&>(*form.find("cmdDeleteFont")).press(); });
+    platform.script("restoreForm", [](Form& form) {
+        EXPECT_THAT(dynamic_cast<ListBox&>(*form.find("lbVersions")).items()[0], HasSubstr("(deleted)"));
+        dynamic_cast<TextBox&>(*form.find("txtName")).setText("again");
+        form.defaultButton->press();
+    });
+    window->actions.fontRestore.trigger();
+    EXPECT_EQ(window->title(), "again - Dravik Trainer");
+    EXPECT_EQ(committed(), samples);
+    EXPECT_THAT(window->noticeText(), HasSubstr("Restored again"));
+}
+
+TEST_F(FontActsTest, ADamagedRememberedFontIsNotShownAsLoaded) {
+    choose("digits");
+    window.reset();
+    trainer.reset();
+    workspace.write("jobs/Fonts/digits.nnd", "no font");
+    start();
+    EXPECT_EQ(window->title(), "Dravik Trainer");
+    EXPECT_FALSE(window->actions.undo.enabled());
+    EXPECT_FALSE(window->actions.fontSave.enabled());
+    EXPECT_TRUE(window->close());
+}
+
+}  // namespace
+}  // namespace dravik::test
