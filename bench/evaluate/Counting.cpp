@@ -12,7 +12,7 @@
 
 #include "engine/LabelledImages.h"
 #include "engine/PngFile.h"
-#include "engine/scene/Scene.h"
+#include "engine/classifier/SceneReading.h"
 #include "engine/segmentation/Segmentation.h"
 #include "evaluate/PlainPeer.h"
 
@@ -94,11 +94,11 @@ void countFolder(const std::string& folder, bool verbose) {
     Share all, calm, dots, strokes;
     std::map<std::string, Share> byKind, byFont;
     for (const LabelledImage& image : labelledImages(folder)) {
-        const GreyImage pixels = readPng(image.file);
-        const Segmentation found = segment(pixels);
-        const std::size_t expected = characterCount(image.text);
-        const bool right = found.glyphs.size() == expected;
-        const bool plain = countPlainly(pixels) == expected;
+        const auto pixels = std::make_shared<GreyImage>(readPng(image.file));
+        const Scene scene = findScene(pixels);
+        const std::size_t found = scene.characters(), expected = characterCount(image.text);
+        const bool right = found == expected;
+        const bool plain = countPlainly(*pixels) == expected;
         all.add(right, plain);
         (image.font.starts_with("dot") ? dots : strokes).add(right, plain);
         if (const auto kind = kindOf.find(image.name); kind != kindOf.end()) {
@@ -107,9 +107,9 @@ void countFolder(const std::string& folder, bool verbose) {
             byFont[image.font].add(right, plain);
         }
         if (verbose && !right) {
-            std::printf("    %s: %zu of %zu, lines", image.name.c_str(), found.glyphs.size(), expected);
+            std::printf("    %s: %zu of %zu, lines", image.name.c_str(), found, expected);
             std::map<int, int> counts;
-            for (const Glyph& glyph : found.glyphs) ++counts[glyph.line];
+            for (const PlacedGlyph& glyph : allPlaces(scene)) ++counts[glyph.line];
             for (const auto& [line, count] : counts) std::printf(" %d", count);
             if (const auto kind = kindOf.find(image.name); kind != kindOf.end())
                 for (const std::string& one : kind->second) std::printf(" %s", one.c_str());

@@ -164,7 +164,7 @@ TEST(Scene, PlacesAreThoseOfTheWholePicture) {
     std::size_t next = 0;
     for (const ScenePart& part : scene.parts)
         for (const Glyph& glyph : part.found.glyphs) {
-            const Region box = part.place(glyph, picture.width(), picture.height());
+            const Region box = part.place(part.found.place(glyph));
             const float dx = static_cast<float>(places[next].first) - 450,
                         dy = static_cast<float>(places[next].second) - 350;
             ++next;

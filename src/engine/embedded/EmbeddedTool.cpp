@@ -6,7 +6,7 @@
 
 #include "base/Failure.h"
 #include "base/Text.h"
-#include "engine/classifier/Reading.h"
+#include "engine/classifier/SceneReading.h"
 #include "engine/font/FontFile.h"
 #include "engine/font/FontWorkspace.h"
 #include "engine/font/SampleTable.h"
@@ -92,9 +92,8 @@ void EmbeddedTool::setImage(GreyImage image) {
     shareImage(std::make_shared<GreyImage>(std::move(image)));
 }
 
-void EmbeddedTool::shareImage(std::shared_ptr<const GreyImage> image,
-                              std::shared_ptr<const Segmentation> segmentation) {
-    seen_.show(std::move(image), std::move(segmentation));
+void EmbeddedTool::shareImage(std::shared_ptr<const GreyImage> image, std::shared_ptr<const Scene> scene) {
+    seen_.show(std::move(image), std::move(scene));
 }
 
 const GreyImage& EmbeddedTool::image() const {
@@ -113,12 +112,11 @@ EmbeddedTool::ReadingWork EmbeddedTool::readingWork() {
     settle();
     const FontState& font = fonts_->state();
     if (font.training->empty()) return [](const std::stop_token&) { return std::vector<ReadCharacter>(); };
-    return [image = seen_.image(), seen = seen_.segmentation(), training = font.training,
-            statistics = font.samples.statistics(),
+    return [seen = seen_.scene(), training = font.training, statistics = font.samples.statistics(),
             samples = font.samples.columns(SampleKind::Committed)](const std::stop_token& stop) {
         const DistanceMeasure measure(statistics, samples->samples);
         std::vector<ReadCharacter> result;
-        for (const PlacedRecognition& one : readImage(*image, *seen, training->network, measure, stop))
+        for (const PlacedRecognition& one : readScene(*seen, training->network, measure, stop))
             result.push_back(
                 {placed(one.place, one.line), characterOf(one.read.code), confidence(one.read.evidence)});
         return result;
@@ -200,7 +198,7 @@ void EmbeddedTool::SetCharacterSet(const tool::CharacterSet& set) {
 void EmbeddedTool::IncludeSamples(const std::string& expectedText) {
     fonts_->font();
     const std::vector<std::string> text = characters(expectedText);
-    const std::vector<SampleInputs> inputs = allInputs(*seen_.segmentation(), text);
+    const std::vector<SampleInputs> inputs = allInputs(*seen_.scene(), text);
     if (inputs.empty()) return;
     if (inputs.size() > kMostInOneInclude)
         throw Failure(RuntimeError::InvalidProcedureCall,

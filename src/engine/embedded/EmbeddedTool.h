@@ -16,7 +16,6 @@
 #include "engine/embedded/HeldOutCheck.h"
 #include "engine/embedded/SeenImage.h"
 #include "engine/image/GreyImage.h"
-#include "engine/segmentation/Segmentation.h"
 #include "tool/FontHistory.h"
 #include "tool/FontTool.h"
 #include "tool/Step.h"
@@ -57,10 +56,9 @@ class EmbeddedTool : public tool::FontTool, public tool::FontHistory, public too
 
     // The current image; an empty one is none. Characters are found when they are first asked for.
     void setImage(GreyImage image);
-    // The same without a copy; not null. With a segmentation, which is segment() of the image, its characters
-    // need not be looked for here.
-    void shareImage(std::shared_ptr<const GreyImage> image,
-                    std::shared_ptr<const Segmentation> segmentation = nullptr);
+    // The same without a copy; not null. With a scene, which is findScene() of the image, its characters need
+    // not be looked for here.
+    void shareImage(std::shared_ptr<const GreyImage> image, std::shared_ptr<const Scene> scene = nullptr);
     const GreyImage& image() const;
     // The characters found in the current image.
     const std::vector<FoundCharacter>& found();

@@ -2,36 +2,36 @@
 
 #include <utility>
 
+#include "engine/classifier/SceneReading.h"
+
 namespace dravik::engine {
 
 FoundCharacter placed(const Region& place, int line) {
     return {place.left, place.top, place.right, place.bottom, line};
 }
 
-void SeenImage::show(std::shared_ptr<const GreyImage> image,
-                     std::shared_ptr<const Segmentation> segmentation) {
+void SeenImage::show(std::shared_ptr<const GreyImage> image, std::shared_ptr<const Scene> scene) {
     image_ = std::move(image);
-    segmentation_.reset();
+    scene_.reset();
     found_.clear();
-    if (segmentation) take(std::move(segmentation));
+    if (scene) take(std::move(scene));
 }
 
-const std::shared_ptr<const Segmentation>& SeenImage::segmentation() {
-    if (!segmentation_) take(std::make_shared<Segmentation>(segment(*image_)));
-    return segmentation_;
+const std::shared_ptr<const Scene>& SeenImage::scene() {
+    if (!scene_) take(std::make_shared<Scene>(findScene(image_)));
+    return scene_;
 }
 
 const std::vector<FoundCharacter>& SeenImage::found() {
-    segmentation();
+    scene();
     return found_;
 }
 
-void SeenImage::take(std::shared_ptr<const Segmentation> segmentation) {
+void SeenImage::take(std::shared_ptr<const Scene> scene) {
     std::vector<FoundCharacter> found;
-    for (const Glyph& glyph : segmentation->glyphs)
-        found.push_back(placed(segmentation->place(glyph), glyph.line));
+    for (const PlacedGlyph& glyph : allPlaces(*scene)) found.push_back(placed(glyph.place, glyph.line));
     found_ = std::move(found);
-    segmentation_ = std::move(segmentation);
+    scene_ = std::move(scene);
 }
 
 }  // namespace dravik::engine

@@ -2,8 +2,11 @@
 
 #include <algorithm>
 #include <cmath>
+#include <optional>
 #include <span>
 #include <utility>
+
+#include "engine/segmentation/TextLikeness.h"
 
 namespace dravik::engine {
 namespace {
@@ -12,12 +15,19 @@ namespace {
 constexpr float kBeside = 0.15f, kAbove = 0.4f, kBelow = 0.45f;
 // Empty room around all that.
 constexpr float kRoom = 0.5f;
-// A picture is filled by its print when nowhere more room than this is left around it, in heights of its
-// lines.
-constexpr float kBesidePrint = 6, kAbovePrint = 1.8f;
-constexpr float kUpright = 0.05f;  // radians
-// A picture of more pixels in which no lines are found has none.
-constexpr std::int64_t kMostWithoutLines = 500'000;
+
+// Log odds from which characters are taken as they are seen in the whole picture, whatever else there may be;
+// from which they are where they fill it; and from which they are where they are all in the lines found.
+constexpr double kSurelyPrint = 2.2, kLikelyPrint = 0.5, kPerhapsPrint = -1;
+// Most room, in heights of its lines, around print that may be all that a picture shows.
+constexpr float kBesidePrint = 6, kAbovePrint = 6.5f;
+// Around characters that fill the picture.
+constexpr float kMargin = 2;
+// Lines that slope more are read better one by one.
+constexpr float kUpright = 0.12f;  // radians
+// The whole of a picture of so few pixels is looked at before any line is searched in it; that of one without
+// lines when it has at most so many.
+constexpr std::int64_t kSmall = 150'000, kMostWithoutLines = 500'000;
 
 // The background beyond a row or a column of pixels: what is least like print nearby.
 std::vector<float> background(std::span<const float> edge, int reach, bool dark) {
@@ -79,6 +89,7 @@ ScenePart uprightLine(const GreyImage& image, const TextLine& line) {
                 static_cast<std::uint8_t>(behind[static_cast<std::size_t>(y)]);
         }
     ScenePart part;
+    part.whole = {0, 0, image.width(), image.height()};
     part.angle = line.angle;
     const float a = along - static_cast<float>(room), b = across - static_cast<float>(room);
     part.left = a * c - b * s;
@@ -87,25 +98,108 @@ ScenePart uprightLine(const GreyImage& image, const TextLine& line) {
     return part;
 }
 
-// Whether the picture shows its print and little else.
-bool fills(const GreyImage& image, std::span<const TextLine> lines) {
-    float left = 1e9f, top = 1e9f, right = 0, bottom = 0, height = 0;
+// Most of the room on a side of a box within the picture, in heights of print.
+struct Margins {
+    float beside, above;
+};
+
+Margins marginsAround(const GreyImage& image, const Box& box, float height) {
+    return {std::max(box.left, static_cast<float>(image.width()) - box.right) / height,
+            std::max(box.top, static_cast<float>(image.height()) - box.bottom) / height};
+}
+
+// Whether the picture may show these lines and little else.
+bool mayFill(const GreyImage& image, std::span<const TextLine> lines) {
+    Box box{1e9f, 1e9f, 0, 0};
+    float height = 0;
     for (const TextLine& line : lines) {
         if (std::abs(line.angle) > kUpright) return false;
-        left = std::min(left, line.left);
-        right = std::max(right, line.right);
-        top = std::min(top, line.top);
-        bottom = std::max(bottom, line.bottom);
+        box.left = std::min(box.left, line.left);
+        box.right = std::max(box.right, line.right);
+        box.top = std::min(box.top, line.top);
+        box.bottom = std::max(box.bottom, line.bottom);
         height = std::max(height, line.height());
     }
-    return std::max(left, static_cast<float>(image.width()) - right) < kBesidePrint * height &&
-           std::max(top, static_cast<float>(image.height()) - bottom) < kAbovePrint * height;
+    const Margins margins = marginsAround(image, box, height);
+    return margins.beside < kBesidePrint && margins.above < kAbovePrint;
+}
+
+bool isIn(const TextLine& line, float x, float y) {
+    const float c = std::cos(line.angle), s = std::sin(line.angle), height = line.height();
+    const float along = x * c + y * s, across = y * c - x * s;
+    return along > line.left - 0.8f * height && along < line.right + 0.8f * height &&
+           across > line.top - 0.3f * height && across < line.bottom + 0.45f * height;
+}
+
+// How the characters seen in the whole picture stand to the lines that were found in it.
+struct Agreement {
+    bool everyLineSeen = true;  // has two of the characters or more
+    bool nothingBeside = true;  // no character is outside the lines
+    Margins margins{};
+};
+
+Agreement agreement(const GreyImage& image, const Segmentation& seen, std::span<const TextLine> lines) {
+    Agreement result;
+    std::vector<int> counts(lines.size());
+    Box box{1e9f, 1e9f, 0, 0};
+    for (const Glyph& glyph : seen.glyphs) {
+        const Region place = seen.place(glyph);
+        const float left = static_cast<float>(place.left), right = static_cast<float>(place.right),
+                    top = static_cast<float>(place.top), bottom = static_cast<float>(place.bottom);
+        box = {std::min(box.left, left), std::min(box.top, top), std::max(box.right, right),
+               std::max(box.bottom, bottom)};
+        bool inLine = false;
+        for (std::size_t i = 0; i < lines.size(); ++i)
+            if (isIn(lines[i], 0.5f * (left + right), 0.5f * (top + bottom))) {
+                inLine = true;
+                ++counts[i];
+            }
+        result.nothingBeside = result.nothingBeside && inLine;
+    }
+    result.everyLineSeen = std::all_of(counts.begin(), counts.end(), [](int count) { return count > 1; });
+    result.margins = marginsAround(image, box, std::max(1.0f, typicalHeight(seen) * seen.ink.scale));
+    return result;
+}
+
+// Whether what was seen in the whole picture is all that it shows, beside what its lines show one by one.
+bool isAll(const GreyImage& image, const Segmentation& seen, std::span<const TextLine> lines,
+           const Scene& byLine) {
+    if (seen.glyphs.empty()) return false;
+    const Agreement agrees = agreement(image, seen, lines);
+    if (!agrees.everyLineSeen) return false;
+    const bool upright = std::all_of(lines.begin(), lines.end(),
+                                     [](const TextLine& line) { return std::abs(line.angle) < kUpright; });
+    if (upright && agrees.nothingBeside && seen.likeness > kPerhapsPrint) return true;
+    return seen.glyphs.size() > byLine.characters() && seen.likeness > kLikelyPrint &&
+           agrees.margins.beside < kMargin && agrees.margins.above < kMargin;
+}
+
+Scene wholeScene(std::shared_ptr<const GreyImage> image, Segmentation found) {
+    Scene scene;
+    ScenePart& whole = scene.parts.emplace_back();
+    whole.whole = {0, 0, image->width(), image->height()};
+    whole.picture = std::move(image);
+    whole.found = std::move(found);
+    return scene;
+}
+
+Scene lineByLine(const GreyImage& image, std::span<const TextLine> lines, const std::stop_token& stop) {
+    Scene scene;
+    int number = 0;
+    for (const TextLine& line : lines) {
+        ScenePart part = uprightLine(image, line);
+        part.found = segment(*part.picture, stop);
+        if (part.found.glyphs.empty()) continue;
+        part.firstLine = number;
+        number += static_cast<int>(part.found.lines.size());
+        scene.parts.push_back(std::move(part));
+    }
+    return scene;
 }
 
 }  // namespace
 
-Region ScenePart::place(const Glyph& glyph, int width, int height) const {
-    const Region own = found.place(glyph);
+Region ScenePart::place(const Region& own) const {
     if (angle == 0 && left == 0 && top == 0) return own;
     const float c = std::cos(angle), s = std::sin(angle);
     float x0 = 1e9f, y0 = 1e9f, x1 = -1e9f, y1 = -1e9f;
@@ -121,7 +215,8 @@ Region ScenePart::place(const Glyph& glyph, int width, int height) const {
     const auto within = [](float value, int most) {
         return std::clamp(static_cast<int>(std::lround(value)), 0, most);
     };
-    return {within(x0, width), within(y0, height), within(x1, width), within(y1, height)};
+    return {within(x0, whole.right), within(y0, whole.bottom), within(x1, whole.right),
+            within(y1, whole.bottom)};
 }
 
 std::size_t Scene::characters() const noexcept {
@@ -130,26 +225,23 @@ std::size_t Scene::characters() const noexcept {
     return count;
 }
 
-Scene findScene(std::shared_ptr<const GreyImage> image) {
-    Scene scene;
-    const std::vector<TextLine> lines = findTextLines(*image);
+Scene findScene(std::shared_ptr<const GreyImage> image, const std::stop_token& stop) {
     const std::int64_t pixels = static_cast<std::int64_t>(image->width()) * image->height();
-    if (lines.empty() ? pixels <= kMostWithoutLines : fills(*image, lines)) {
-        ScenePart& whole = scene.parts.emplace_back();
-        whole.found = segment(*image);
-        whole.picture = std::move(image);
-        return scene;
+    std::optional<Segmentation> seen;
+    const auto isClear = [&] {
+        seen = segment(*image, stop);
+        return !seen->glyphs.empty() && seen->likeness >= kSurelyPrint;
+    };
+    if (pixels <= kSmall && isClear()) return wholeScene(std::move(image), *std::move(seen));
+    const std::vector<TextLine> lines = findTextLines(*image, stop);
+    if (lines.empty()) {
+        if (!seen && pixels <= kMostWithoutLines) seen = segment(*image, stop);
+        return seen ? wholeScene(std::move(image), *std::move(seen)) : Scene{};
     }
-    int number = 0;
-    for (const TextLine& line : lines) {
-        ScenePart part = uprightLine(*image, line);
-        part.found = segment(*part.picture);
-        if (part.found.glyphs.empty()) continue;
-        part.firstLine = number;
-        number += static_cast<int>(part.found.lines.size());
-        scene.parts.push_back(std::move(part));
-    }
-    return scene;
+    if (!seen && mayFill(*image, lines) && isClear()) return wholeScene(std::move(image), *std::move(seen));
+    Scene byLine = lineByLine(*image, lines, stop);
+    return seen && isAll(*image, *seen, lines, byLine) ? wholeScene(std::move(image), *std::move(seen))
+                                                       : byLine;
 }
 
 }  // namespace dravik::engine

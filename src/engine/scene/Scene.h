@@ -3,6 +3,7 @@
 #pragma once
 
 #include <memory>
+#include <stop_token>
 #include <vector>
 
 #include "engine/scene/TextFinder.h"
@@ -14,13 +15,14 @@ namespace dravik::engine {
 struct ScenePart {
     std::shared_ptr<const GreyImage> picture;
     Segmentation found;
-    // From this picture's pixels to those of the whole: turned by `angle` radians, then shifted.
+    Region whole;  // that the part is of
+    // From the part's pixels to those of the whole: turned by `angle` radians, then shifted.
     float angle = 0;
     float left = 0, top = 0;
     int firstLine = 0;  // the number of its first line in the scene
 
-    // The box of a glyph in the whole picture; cut to what there is of it.
-    Region place(const Glyph& glyph, int width, int height) const;
+    // The box in the whole picture of a box in the part; cut to what there is of it.
+    Region place(const Region& own) const;
 };
 
 struct Scene {
@@ -29,8 +31,8 @@ struct Scene {
     std::size_t characters() const noexcept;
 };
 
-// Never null. A picture that is filled by its print, or in which no lines are found though it is small, is
-// one part: the picture itself.
-Scene findScene(std::shared_ptr<const GreyImage> image);
+// A picture that is filled by its print, or in which nothing else is seen, is one part: the picture itself.
+// Ends soon, with anything or nothing found, once a stop is requested. The image is not null.
+Scene findScene(std::shared_ptr<const GreyImage> image, const std::stop_token& stop = {});
 
 }  // namespace dravik::engine

@@ -611,7 +611,7 @@ void keepPrint(std::vector<TextLine>& lines) {
 
 }  // namespace
 
-std::vector<TextLine> findTextLines(const GreyImage& image) {
+std::vector<TextLine> findTextLines(const GreyImage& image, const std::stop_token& stop) {
     int least = 1;
     while (static_cast<std::int64_t>(image.width() / least) * (image.height() / least) > kMostSearched ||
            std::max(image.width(), image.height()) / least > kMostInkSide)
@@ -619,6 +619,7 @@ std::vector<TextLine> findTextLines(const GreyImage& image) {
     Findings found;
     const Region whole{0, 0, image.width(), image.height()};
     for (const int reduction : kReductions) {
+        if (stop.stop_requested()) return {};
         const int scale = least * reduction;
         const Binarizer binarizer(image, whole, static_cast<float>(scale));
         if (binarizer.empty() || std::min(binarizer.width(), binarizer.height()) < 2 * kSide) break;

@@ -5,6 +5,7 @@
 // which most links point is the print's, and chains of pieces along it are its lines.
 #pragma once
 
+#include <stop_token>
 #include <vector>
 
 #include "engine/image/GreyImage.h"
@@ -23,7 +24,7 @@ struct TextLine {
 };
 
 // The lines from top to bottom; those side by side at one height from left to right. None in noise and
-// texture.
-std::vector<TextLine> findTextLines(const GreyImage& image);
+// texture; few or none once a stop is requested.
+std::vector<TextLine> findTextLines(const GreyImage& image, const std::stop_token& stop = {});
 
 }  // namespace dravik::engine
