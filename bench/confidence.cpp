@@ -67,7 +67,7 @@ void read(const TaughtFont& font, const OutlineFont& face, const std::string& se
         for (std::size_t i = 0; i < read.size(); ++i) {
             const auto& codes = font.network.codes;
             const std::int32_t code = codeOf(part.text[i]);
-            judged.push_back({read[i].evidence, read[i].code == code,
+            judged.push_back({read[i].best.evidence, read[i].best.code == code,
                               std::find(codes.begin(), codes.end(), code) != codes.end()});
         }
         --parts;

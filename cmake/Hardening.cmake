@@ -4,6 +4,10 @@ if(CMAKE_BUILD_TYPE STREQUAL "Debug" OR DRAVIK_SANITIZE OR DRAVIK_FUZZ)
   return()
 endif()
 
+if(DRAVIK_PACKAGE)
+  # Packages do not tell where they were built.
+  add_compile_options(-ffile-prefix-map=${PROJECT_SOURCE_DIR}=. -ffile-prefix-map=${PROJECT_BINARY_DIR}=build)
+endif()
 if(MINGW)
   # Addresses are random and data is not executable by this linker's own choice; said here so that it stays. Control Flow Guard
   # is missing: GCC for Windows cannot make its checks.

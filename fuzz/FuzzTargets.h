@@ -11,6 +11,9 @@ namespace dravik {
 // A font file, or the part of one between header and checksum, which are put around it.
 void tryFontFile(std::span<const std::uint8_t> bytes);
 
+// A font's journal, or entries of one, which are completed and put behind one that fits the font.
+void tryJournal(std::span<const std::uint8_t> bytes);
+
 // The content of a sample list.
 void trySampleList(std::span<const std::uint8_t> bytes);
 

@@ -81,8 +81,8 @@ void tryImage(std::span<const std::uint8_t> bytes) {
     const auto read = font.read(found);
     if (read.size() != found.glyphs.size()) std::abort();
     for (const Recognition& one : read) {
-        const double sure = confidence(one.evidence);
-        if (one.code == 0 || !(sure >= 0 && sure <= 1)) std::abort();
+        const double sure = confidence(one.best.evidence);
+        if (one.best.code == 0 || !(sure >= 0 && sure <= 1)) std::abort();
     }
 }
 

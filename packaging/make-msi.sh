@@ -29,6 +29,9 @@ files contract Contract | include ContractFiles
 files docs Doc | include DocumentFiles
 files docs/images Image | include ImageFiles
 files docs/samples Sample | include SampleFiles
+files docs/library-samples LibrarySample | include LibrarySampleFiles
+files library Library | include LibraryFiles
+files library/dravik Header | include HeaderFiles
 
 win64=no folder=ProgramFilesFolder
 if [ "$arch" = x64 ]; then win64=yes folder=ProgramFiles64Folder; fi
@@ -39,7 +42,8 @@ ln -s "$stage" "$work/stage"
 (cd "$work" && wixl -a "$arch" -o "$out" -I "$work" -D Arch="$arch" -D Version="$version" -D Win64=$win64 \
     -D ProgramFiles=$folder -D UpgradeCode="$(guid upgrade)" -D ControlGuid="$(guid control)" -D InterfaceGuid="$(guid interface)" \
     -D ProgramsGuid="$(guid programs)" -D ContractGuid="$(guid contract)" -D DocumentsGuid="$(guid documents)" \
-    -D ImagesGuid="$(guid images)" -D SamplesGuid="$(guid samples)" Dravik.wxs)
+    -D ImagesGuid="$(guid images)" -D SamplesGuid="$(guid samples)" \
+    -D LibraryGuid="$(guid library)" -D HeadersGuid="$(guid headers)" -D LibrarySamplesGuid="$(guid library-samples)" Dravik.wxs)
 # wixl knows neither searches nor conditions of components. An interface that another library has registered stays what
 # it is.
 own='{A7230994-BF7A-423D-B658-CCF37FD7E6A8}'

@@ -1,13 +1,13 @@
 #!/usr/bin/env bash
 # Builds a fuzzer with clang and the address and undefined-behaviour sanitizers, installing what it needs, and runs it:
-# tools/fuzz.sh font|list|image SECONDS. It starts from fuzz/inputs and what earlier runs found (build-fuzz/corpus). An
+# tools/fuzz.sh font|journal|list|image SECONDS. It starts from fuzz/inputs and what earlier runs found (build-fuzz/corpus). An
 # input that makes it fail is left in fuzz/inputs, where the tests run it from then on.
 set -euo pipefail
 cd "$(dirname "$(readlink -f "$0")")/.."
 . tools/packages.sh
 case "${1:-}" in
-    font | list | image) ;;
-    *) echo "usage: tools/fuzz.sh font|list|image SECONDS" >&2; exit 2 ;;
+    font | journal | list | image) ;;
+    *) echo "usage: tools/fuzz.sh font|journal|list|image SECONDS" >&2; exit 2 ;;
 esac
 install_packages cmake ninja-build g++ clang-14 libclang-rt-14-dev
 cmake --preset fuzz >/dev/null

@@ -3,13 +3,16 @@
 #   clang    builds everything for Linux by the second compiler, warnings as errors, and runs its tests
 #   tidy     every check of clang-tidy over every file
 #   fuzz     each fuzzer for FUZZ_SECONDS (default 300)
+#   stories  10,000 stories of random acts and crashes on fonts
 #   mutants  faults planted in the engine, which its tests must find
 #   faults   every fault of a file operation in every story of tests/faults
 #   bare     ./run on a bare Debian 12 in a folder of its own, without a display; needs root
+#   installed  the Debian packages installed, used, upgraded and removed on a bare Debian 12; needs root
 # Goes on after a step that failed, names those that did, and ends with 1 if any did.
 set -uo pipefail
 cd "$(dirname "$(readlink -f "$0")")/.."
 . tools/packages.sh
+. tools/bare-debian.sh
 
 clang_step() {
     install_packages "${build_packages[@]}" "${test_packages[@]}" clang || return 1
@@ -21,18 +24,18 @@ tidy_step() {
 }
 fuzz_step() {
     local target
-    for target in font list image; do tools/fuzz.sh $target "${FUZZ_SECONDS:-300}" || return 1; done
+    for target in font journal list image; do tools/fuzz.sh $target "${FUZZ_SECONDS:-300}" || return 1; done
+}
+stories_step() {
+    install_packages "${build_packages[@]}" "${test_packages[@]}" || return 1
+    cmake --preset dev >/dev/null && ninja -C build engine_tests && DRAVIK_STORIES=10000 build/tests/engine_tests --gtest_filter='FontStories.*'
 }
 mutants_step() { tools/mutate.sh; }
 faults_step() { tools/faults.sh; }
 bare_step() {
-    install_packages debootstrap || return 1
     local root
     root=$(mktemp -d) || return 1
-    local mirror
-    mirror=$(awk '$1 == "URIs:" { print $2; exit } $1 == "deb" { for (i = 2; i <= NF; ++i) if ($i ~ /^http/) { print $i; exit } }' \
-        /etc/apt/sources.list.d/debian.sources /etc/apt/sources.list 2>/dev/null)
-    debootstrap --variant=minbase --include=ca-certificates bookworm "$root" "${mirror:-http://deb.debian.org/debian}" >/dev/null &&
+    bare_debian "$root" &&
         mkdir "$root/dravik" && git archive HEAD | tar x -C "$root/dravik" &&
         chroot "$root" env -u DISPLAY -u WAYLAND_DISPLAY /dravik/run &&
         [ -n "$(find "$root/dravik/screenshots" -name '*.png' -size +10k)" ]
@@ -41,7 +44,9 @@ bare_step() {
     return $code
 }
 
-[ $# -gt 0 ] || set -- clang tidy fuzz mutants faults bare
+installed_step() { tools/package.sh deb && tests/packaging/installed-test.sh packages; }
+
+[ $# -gt 0 ] || set -- clang tidy fuzz stories mutants faults bare installed
 failed=()
 for step; do
     declare -F "${step}_step" >/dev/null || { echo "nightly.sh: there is no step $step" >&2; exit 2; }

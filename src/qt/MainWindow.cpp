@@ -2,15 +2,19 @@
 
 #include <QApplication>
 #include <QCloseEvent>
+#include <QCoreApplication>
+#include <QDesktopServices>
 #include <QDir>
 #include <QDragEnterEvent>
 #include <QFileDialog>
+#include <QFileInfo>
 #include <QMenuBar>
 #include <QMimeData>
 #include <QScrollArea>
 #include <QScrollBar>
 #include <QSettings>
 #include <QSplitter>
+#include <QUrl>
 
 #include "qt/FormPage.h"
 #include "qt/Guard.h"
@@ -118,6 +122,12 @@ std::string MainWindow::keptFolder() const {
 
 void MainWindow::keepFolder(const std::string& folder) {
     QSettings().setValue(QLatin1String(kFolderKey), qtText(folder));
+}
+
+bool MainWindow::showGuide() {
+    const QFileInfo guide(QCoreApplication::applicationDirPath() +
+                          QStringLiteral("/../share/doc/dravik-trainer/html/operator-guide.html"));
+    return guide.exists() && QDesktopServices::openUrl(QUrl::fromLocalFile(guide.canonicalFilePath()));
 }
 
 void MainWindow::restore() {

@@ -36,6 +36,7 @@ class MainWindow : public QMainWindow, private trainer::WindowSystem {
     std::string chooseNewFile(const trainer::FileQuestion& question) override;
     std::string keptFolder() const override;
     void keepFolder(const std::string& folder) override;
+    bool showGuide() override;
     void closeWindow() override { close(); }
 
     QWidget* makeScreen();

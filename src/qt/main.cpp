@@ -1,6 +1,7 @@
 // dravik-trainer: the commands, or the window.
 #include <QApplication>
 #include <QCoreApplication>
+#include <QIcon>
 #include <algorithm>
 #include <iostream>
 #include <memory>
@@ -52,6 +53,9 @@ bool mayBeForQt(const trainer::CommandLine& line, int argc, char** argv) {
 }
 
 int runWindow(const trainer::WindowOptions& options) {
+    // The desktop's entry of an installed program, and its icon.
+    QGuiApplication::setDesktopFileName(QLatin1String(trainer::kProgram));
+    QApplication::setWindowIcon(QIcon::fromTheme(QLatin1String(trainer::kProgram)));
     useTheme(options.theme == "dark" ? Theme::Dark : options.theme == "light" ? Theme::Light : Theme::System);
     QtPlatform platform;
     trainer::Trainer trainer(platform, options.folder, decodeImageFile, true);

@@ -2,12 +2,13 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <fstream>
+#include <chrono>
+#include <functional>
 #include <memory>
 #include <thread>
 
 #include "base/AtomicFile.h"
-#include "base/Text.h"
+#include "base/FileSystem.h"
 #include "contract/DrawnText.h"
 #include "engine/embedded/EmbeddedTool.h"
 #include "engine/font/FontFile.h"
@@ -110,6 +111,229 @@ TEST_F(UnsavedWork, ActsAreTakenBackAndDoneAgainWithTheScreenThatBelongsToThem) 
     EXPECT_EQ(labels(*tool), "AHHH");
     EXPECT_EQ(tool->undo(), "trained");
     EXPECT_EQ(labels(*tool), "AH");
+}
+
+TEST_F(UnsavedWork, WhatAKilledProgramLeftIsThereAndCanStillBeTakenBack) {
+    auto tool = start();
+    tool->CreateFont("a");
+    tool->CreateFont("b");
+    tool->endAct("", "");
+    tool->LoadFont("a");
+    include(*tool, "AB");
+    tool->endAct("", "a with two");
+    tool->LoadFont("b");
+    include(*tool, "HTL");
+    tool->endAct("", "");
+    tool->DeleteSample(300000);
+    tool->setImage(drawn({"AB"}));
+    tool->IncludeSamples("AB");  // and not committed
+    EXPECT_THAT(tool->unsavedFonts(), ElementsAre("a", "b"));
+    kill(std::move(tool));
+
+    tool = start();
+    tool->LoadFont("b");
+    EXPECT_EQ(labels(*tool), "TL");
+    EXPECT_THAT(tool->GetUncommittedSamples(), IsEmpty()) << "half an include";
+    auto told = tool->takeRecovered();
+    ASSERT_EQ(told.size(), 1u);
+    EXPECT_EQ(told[0].font, "b");
+    EXPECT_EQ(told[0].acts, 2);
+    EXPECT_LT(std::chrono::system_clock::now() - told[0].first, std::chrono::minutes(1));
+    EXPECT_LE(told[0].first, told[0].last);
+    EXPECT_THAT(tool->takeRecovered(), IsEmpty());
+    tool->LoadFont("a");
+    EXPECT_EQ(labels(*tool), "AB");
+    EXPECT_EQ(tool->undoWords(), "inclusion of 2 samples");
+    tool->undo();
+    EXPECT_EQ(tool->redo(), "a with two");
+    tool->SaveFont("a");
+    EXPECT_THAT(tool->unsavedFonts(), ElementsAre("b"));
+
+    // Nobody went on with b, so that it stays for the next one; a is saved and can be taken back.
+    tool = start();
+    tool->LoadFont("a");
+    EXPECT_THAT(tool->takeRecovered(), IsEmpty());
+    EXPECT_EQ(tool->undoWords(), "inclusion of 2 samples");
+    tool->LoadFont("b");
+    EXPECT_EQ(labels(*tool), "TL");
+    tool->discardUnsaved("b");
+    EXPECT_EQ(labels(*tool), "");
+    ASSERT_EQ(tool->versions("b").size(), 1u);
+    EXPECT_EQ(tool->versions("b")[0].kind, FontVersion::Kind::Discarded);
+    tool->restoreVersion(tool->versions("b")[0], "b");
+    EXPECT_EQ(labels(*tool), "TL");
+    tool->undo();
+    EXPECT_EQ(labels(*tool), "") << "restoring is an act";
+}
+
+TEST_F(UnsavedWork, WhatIsLetGoWithoutSavingIsOfferedAndNotMadeAgain) {
+    auto tool = start();
+    tool->CreateFont("f");
+    include(*tool, "AB");
+    tool = start();
+    tool->LoadFont("f");
+    EXPECT_EQ(labels(*tool), "");
+    EXPECT_THAT(tool->takeRecovered(), IsEmpty());
+    ASSERT_EQ(tool->versions("f").size(), 1u);
+    EXPECT_EQ(tool->versions("f")[0].samples, 2);
+
+    include(*tool, "H");
+    tool->keepUnsaved();
+    tool = start();
+    tool->LoadFont("f");
+    EXPECT_EQ(labels(*tool), "H");
+    EXPECT_EQ(tool->takeRecovered().size(), 1u);
+}
+
+TEST_F(UnsavedWork, OneAtATimeChangesAFont) {
+    auto one = start();
+    auto other = start();
+    one->CreateFont("f");
+    one->endAct("", "");
+    other->LoadFont("f");
+    include(*one, "AB");
+    other->setImage(drawn({"H"}));
+    const auto refused = [&](const auto& act) {
+        const Failure failure = failureOfAction(act);
+        EXPECT_EQ(failure.number(), 70);
+        EXPECT_THAT(failure.description(), HasSubstr("is being changed by process"));
+    };
+    refused([&] { other->IncludeSamples("H"); });
+    refused([&] { other->SetCharacterSet({"H"}); });
+    refused([&] { other->RenameFont("g", "f"); });
+    refused([&] { other->DeleteFont("f"); });
+    refused([&] { other->CreateFont("f"); });
+    EXPECT_EQ(labels(*other), "");
+    EXPECT_THAT(other->GetUncommittedSamples(), IsEmpty());
+    other->LoadFont("f");
+    EXPECT_EQ(labels(*other), "") << "another's unsaved changes are not to be seen";
+
+    // What was loaded before the other one saved is not what would be changed.
+    one->SaveFont("f");
+    EXPECT_EQ(refusal([&] { other->IncludeSamples("H"); }), 75);
+    other->LoadFont("f");
+    include(*other, "H");
+    EXPECT_EQ(labels(*other), "ABH");
+    refused([&] { one->DeleteSample(300000); });
+    other->undo();
+    other->SaveFont("f");
+    other.reset();
+    one->LoadFont("f");
+    one->DeleteSample(300000);
+    EXPECT_EQ(labels(*one), "B");
+    one->undo();
+    EXPECT_EQ(one->undoWords(), "inclusion of 2 samples");
+    one->DeleteSample(300001);  // unsaved
+    one->RevertFont("f");
+    EXPECT_EQ(labels(*one), "A") << "reverting is about the training";
+}
+
+TEST_F(UnsavedWork, AFontThatWasChangedUnderneathIsNotOverwritten) {
+    auto tool = start();
+    tool->CreateFont("f");
+    tool->CreateFont("theirs");
+    include(*tool, "H");
+    tool->SaveFont("theirs");
+    tool->LoadFont("f");
+    include(*tool, "AB");
+    const auto theirs = readWholeFile(font("theirs"), 1 << 20);
+    std::filesystem::copy_file(font("theirs"), font("f"), std::filesystem::copy_options::overwrite_existing);
+    const Failure failure = failureOfAction([&] { tool->SaveFont("f"); });
+    EXPECT_EQ(failure.number(), 75);
+    EXPECT_EQ(readWholeFile(font("f"), 1 << 20), theirs);
+    std::string beside;
+    for (const std::string& name : tool->GetFontList())
+        if (name != "f" && name != "theirs") beside = name;
+    EXPECT_THAT(failure.description(), HasSubstr('"' + beside + '"'));
+    EXPECT_EQ(readFont(font(beside)).samples.size(), 2u);
+
+    // Whoever is killed then finds his changes among the versions, and is told.
+    kill(std::move(tool));
+    tool = start();
+    tool->LoadFont("f");
+    EXPECT_EQ(labels(*tool), "H");
+    const auto told = tool->takeRecovered();
+    ASSERT_EQ(told.size(), 1u);
+    EXPECT_THAT(told[0].problem, HasSubstr("changed by another program"));
+    EXPECT_FALSE(fileExists(journalOf(font("f"))));
+    EXPECT_EQ(tool->versions("f").size(), 1u);
+    include(*tool, "A");
+    EXPECT_EQ(labels(*tool), "HA");
+}
+
+TEST_F(UnsavedWork, AChangeThatCannotBeKeptIsNotMade) {
+    auto tool = start();
+    tool->CreateFont("f");
+    std::filesystem::create_directory(journalOf(font("f")));
+    tool->setImage(drawn({"AB"}));
+    for (const auto& act : std::vector<std::function<void()>>{[&] { tool->IncludeSamples("AB"); },
+                                                              [&] { tool->SetCharacterSet({"A"}); }}) {
+        const Failure failure = failureOfAction(act);
+        EXPECT_NE(failure.number(), 0);
+        EXPECT_THAT(failure.description(),
+                    testing::AnyOf(HasSubstr("cannot be kept"), HasSubstr("changed by")));
+    }
+    EXPECT_THAT(tool->GetUncommittedSamples(), IsEmpty());
+    EXPECT_THAT(tool->GetCharacterSet(), IsEmpty());
+    EXPECT_THAT(tool->unsavedFonts(), IsEmpty());
+    // Another who loads it sees why it cannot be changed.
+    auto other = start();
+    other->LoadFont("f");
+    EXPECT_THAT(failureOfAction([&] { other->SetCharacterSet({"A"}); }).description(), HasSubstr("journal"));
+    std::filesystem::remove(journalOf(font("f")));
+    tool->LoadFont("f");
+    include(*tool, "AB");
+    EXPECT_EQ(labels(*tool), "AB");
+}
+
+TEST_F(UnsavedWork, FontsAreMovedCopiedAndDeletedAsTheyAreShown) {
+    auto tool = start();
+    tool->CreateFont("f");
+    tool->endAct("", "at first");
+    include(*tool, "AB");
+    tool->endAct("", "two");
+    tool->DuplicateFont("copy", "f");
+    EXPECT_EQ(tool->summary("copy").samples, 2);
+    tool->RenameFont("g", "f");
+    EXPECT_THAT(tool->unsavedFonts(), ElementsAre("g"));
+    EXPECT_FALSE(fileExists(journalOf(font("f"))));
+    kill(std::move(tool));
+
+    tool = start();
+    tool->LoadFont("g");
+    EXPECT_EQ(labels(*tool), "AB");
+    EXPECT_EQ(tool->takeRecovered().size(), 1u);
+    tool->DeleteFont("g");
+    EXPECT_FALSE(tool->currentFont());
+    EXPECT_THAT(tool->GetFontList(), ElementsAre("copy"));
+    EXPECT_EQ(tool->undoWords(), "deletion of font g");
+    EXPECT_EQ(tool->undo(), "two");
+    EXPECT_EQ(tool->currentFont(), "g");
+    EXPECT_EQ(labels(*tool), "AB");
+    EXPECT_THAT(tool->unsavedFonts(), ElementsAre("g"));
+    EXPECT_EQ(tool->undo(), "at first");
+
+    tool->LoadFont("copy");
+    tool->CreateFont("copy");
+    EXPECT_EQ(labels(*tool), "");
+    EXPECT_EQ(tool->undoWords(), "replacement of the font");
+    tool->undo();
+    EXPECT_EQ(labels(*tool), "AB");
+}
+
+// A host that knows nothing of acts.
+TEST_F(UnsavedWork, ActsEndByThemselves) {
+    auto tool = start();
+    tool->CreateFont("f");
+    include(*tool, "AB");
+    tool->DeleteSample(300000);
+    std::this_thread::sleep_for(std::chrono::milliseconds(150));
+    tool->DeleteSample(300000);
+    EXPECT_EQ(tool->undoWords(), "deletion of 1 sample of B");
+    tool->undo();
+    EXPECT_EQ(labels(*tool), "B");
+    tool->undo();
+    EXPECT_EQ(labels(*tool), "");
 }
 
 }  // namespace

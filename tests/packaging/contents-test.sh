@@ -12,7 +12,7 @@ for file in LICENSE.txt THIRD-PARTY-NOTICES.md CHANGELOG.md; do
 done
 version=$(basename "$folder" | sed -E 's/^Dravik-(.*)-x(64|86)$/\1/')
 [ "$(msiinfo export "$msi" Property | tr -d '\r' | sed -n 's/^ProductVersion\t//p')" = "$version" ] || fail "$msi is not of version $version"
-for file in DravikDlg.ocx DravikTrainer.exe; do
+for file in DravikDlg.ocx DravikTrainer.exe library/dravik-0.dll; do
     tr -d '\0' <"$folder/$file" | grep -a "FileVersion$version" >/dev/null || fail "$file is not of version $version"
     tr -d '\0' <"$folder/$file" | grep -a "LegalCopyrightCopyright (c) " >/dev/null || fail "$file names no copyright"
 done

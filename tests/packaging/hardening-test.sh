@@ -7,7 +7,7 @@ fail() { echo "FAILED: $file: $*" >&2; exit 1; }
 check_elf() {
     local header segments dynamic symbols
     header=$(readelf -hW "$file") segments=$(readelf -lW "$file") dynamic=$(readelf -dW "$file") symbols=$(readelf --dyn-syms -W "$file")
-    grep -qE 'Type: +DYN' <<<"$header" && grep -q 'FLAGS_1.*PIE' <<<"$dynamic" || fail "is not position independent"
+    grep -qE 'Type: +DYN' <<<"$header" && grep -qE 'FLAGS_1.*PIE|\(SONAME\)' <<<"$dynamic" || fail "is not position independent"
     grep -q GNU_RELRO <<<"$segments" && grep -qE 'FLAGS.*NOW' <<<"$dynamic" || fail "its relocated data stays writable"
     grep -E 'GNU_STACK' <<<"$segments" | grep -q 'RW ' || fail "its stack is executable"
     grep -q '__stack_chk_fail' <<<"$symbols" || fail "has no stack protector"

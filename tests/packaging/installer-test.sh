@@ -36,7 +36,7 @@ wine cscript //nologo 'C:\first.vbs' >/dev/null
 classes >"$scratch/classes.before"
 files >"$scratch/files.before"
 install
-for file in DravikDlg.ocx DravikTrainer.exe DravikToolCheck.exe contract/DravikLib.idl contract/DravikLib.tlb docs/host-integrators-guide.md \
+for file in DravikDlg.ocx DravikTrainer.exe DravikToolCheck.exe contract/DravikLib.idl contract/DravikLib.tlb docs/host-integrators-guide.html docs/images/reading.png library/dravik-0.dll library/dravik/dravik.h \
     docs/samples/learn-and-read.vbs; do
     [ -s "$programs/Dravik/$file" ] || fail "$file is not installed"
 done

@@ -1,6 +1,9 @@
 // The program's window as a whole: a font is made, taught, learnt, saved and reads, all through what the
 // operator sees.
 #include <QAction>
+#include <QCoreApplication>
+#include <QDesktopServices>
+#include <QDir>
 #include <QDragEnterEvent>
 #include <QLabel>
 #include <QLineEdit>
@@ -221,5 +224,33 @@ TEST_F(WindowTest, ASmallWindowShowsEverythingThatMatters) {
     EXPECT_GT(view("partView").width(), 330);
 }
 
+// Takes the pages that the system's browser would be given.
+class Browser : public QObject {
+    Q_OBJECT
+  public:
+    Browser() { QDesktopServices::setUrlHandler(QStringLiteral("file"), this, "show"); }
+    ~Browser() override { QDesktopServices::unsetUrlHandler(QStringLiteral("file")); }
+    QList<QUrl> shown;
+
+  public Q_SLOTS:
+    void show(const QUrl& url) { shown << url; }
+};
+
+// Where the package has the guide, seen from the program.
+TEST_F(WindowTest, HelpShowsTheInstalledGuide) {
+    Browser browser;
+    const QDir share(QCoreApplication::applicationDirPath() + "/../share");
+    ASSERT_FALSE(share.exists());
+    ASSERT_TRUE(QDir().mkpath(share.filePath("doc/dravik-trainer/html")));
+    const QString guide = share.filePath("doc/dravik-trainer/html/operator-guide.html");
+    QFile(guide).open(QIODevice::WriteOnly);
+    action("guide").trigger();
+    QDir(share).removeRecursively();
+    ASSERT_EQ(browser.shown.size(), 1);
+    EXPECT_EQ(browser.shown[0].toLocalFile(), QDir::cleanPath(guide));
+}
+
 }  // namespace
 }  // namespace dravik
+
+#include "WindowTest.moc"

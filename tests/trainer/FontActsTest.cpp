@@ -36,6 +36,7 @@ struct NoDialogs : WindowSystem {
     std::string keptFolder() const override { return {}; }
     void keepFolder(const std::string&) override {}
     void closeWindow() override {}
+    bool showGuide() override { return false; }
     std::string newFile;
 };
 

@@ -30,6 +30,7 @@ struct RecordingSystem : WindowSystem {
         questions.push_back(question);
         return newFile;
     }
+    bool showGuide() override { return hasGuide; }
     void closeWindow() override { ++closed; }
 
     std::vector<FileQuestion> questions;
@@ -37,6 +38,7 @@ struct RecordingSystem : WindowSystem {
     std::string folder;
     std::string newFile;
     int closed = 0;
+    bool hasGuide = true;
 };
 
 class TrainerWindowTest : public testing::Test {
@@ -58,7 +60,7 @@ class TrainerWindowTest : public testing::Test {
 
 TEST_F(TrainerWindowTest, OnlyWhatCanBeDoneIsEnabled) {
     window.view.setViewport(500, 300);
-    EXPECT_EQ(enabled(), "openImages openFolder quit fontSelect fontRestore keys about ");
+    EXPECT_EQ(enabled(), "openImages openFolder quit fontSelect fontRestore guide keys about ");
     window.actions.zoomIn.trigger();
     EXPECT_TRUE(window.view.fits());
     EXPECT_THAT(window.view.message(), HasSubstr("Ctrl+O"));
@@ -134,7 +136,7 @@ TEST_F(TrainerWindowTest, DialogsStartWhereTheLastOneEnded) {
     EXPECT_EQ(system.closed, 1);
 }
 
-TEST_F(TrainerWindowTest, HelpSaysWhatTheKeysDoAndWhereFontsAre) {
+TEST_F(TrainerWindowTest, HelpSaysWhatTheKeysDoAndWhereFontsAreAndThatThereIsNoGuide) {
     std::vector<std::string> words;
     platform.modalHandlers["keysForm"] = [&](Form& form) {
         for (std::size_t i = 0; i < 2 * keyHelp().size(); ++i)
@@ -148,6 +150,13 @@ TEST_F(TrainerWindowTest, HelpSaysWhatTheKeysDoAndWhereFontsAre) {
     window.actions.about.trigger();
     ASSERT_EQ(platform.boxes.size(), 1u);
     EXPECT_THAT(platform.boxes[0].text, HasSubstr(JobFolder(workspace.jobs()).fontsFolder()));
+    window.actions.guide.trigger();
+    ASSERT_EQ(platform.boxes.size(), 1u) << "a guide that is shown needs no words";
+    system.hasGuide = false;
+    platform.boxAnswers = {Answer::Ok};
+    window.actions.guide.trigger();
+    ASSERT_EQ(platform.boxes.size(), 2u);
+    EXPECT_THAT(platform.boxes[1].text, HasSubstr("not installed"));
 }
 
 // A key that two actions have does nothing in one of the window systems.

@@ -4,6 +4,7 @@
 #include <cmath>
 #include <optional>
 #include <string_view>
+#include <utility>
 
 namespace dravik::engine {
 namespace {
@@ -54,19 +55,22 @@ struct LineReading {
 // Of the characters that the network takes for possible, the one that the samples make surest.
 Recognition surest(const Network& network, const SampleInputs& inputs, std::span<const float> outputs,
                    const DistanceMeasure& measure) {
-    Recognition best;
+    Recognition result;
     double most = -1;
     const float likeliest = *std::max_element(outputs.begin(), outputs.end());
     for (std::size_t i = 0; i < outputs.size(); ++i) {
         if (outputs[i] < std::min(likeliest, kWorthComparing)) continue;
         const std::int32_t code = network.codes[i];
         const Evidence evidence{static_cast<double>(outputs[i]), measure.nearness(inputs, code)};
+        CharacterEvidence candidate{code, evidence};
+        const bool first = most < 0;
         if (const double sure = confidence(evidence); sure > most) {
             most = sure;
-            best = {code, evidence};
+            std::swap(result.best, candidate);
         }
+        if (!first) result.others.push_back(candidate);
     }
-    return best;
+    return result;
 }
 
 std::vector<PlacedRecognition> readIn(const Segmentation& view, const Network& network,
@@ -83,7 +87,7 @@ std::vector<PlacedRecognition> readIn(const Segmentation& view, const Network& n
 double familiarity(const std::vector<PlacedRecognition>& reading) {
     double sum = 0;
     for (const PlacedRecognition& one : reading)
-        sum += std::log(std::max(kUnknown, confidence(one.read.evidence)) / kFamiliar);
+        sum += std::log(std::max(kUnknown, confidence(one.read.best.evidence)) / kFamiliar);
     return kFontWeight * sum;
 }
 
@@ -122,7 +126,8 @@ std::vector<Recognition> recognize(const Segmentation& found, const Network& net
             const SampleInputs inputs = glyphInputs(found, found.glyphs[i], line);
             network.run(inputs, outputs);
             reading.characters.push_back(surest(network, inputs, outputs, measure));
-            reading.trust += std::log(std::max(kLeastTrust, confidence(reading.characters.back().evidence)));
+            reading.trust +=
+                std::log(std::max(kLeastTrust, confidence(reading.characters.back().best.evidence)));
         }
         return reading;
     };

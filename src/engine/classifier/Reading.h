@@ -17,10 +17,16 @@ namespace dravik::engine {
 // known: it decides whether characters of one height are capitals or small letters.
 std::vector<SampleInputs> allInputs(const Segmentation& found, std::span<const std::string> text);
 
-// What one found character is taken for, and what speaks for it.
-struct Recognition {
+// A character that a found one may be, and what speaks for it.
+struct CharacterEvidence {
     std::int32_t code = 0;
     Evidence evidence;
+};
+
+// What one found character is taken for, and what else was thought possible.
+struct Recognition {
+    CharacterEvidence best;
+    std::vector<CharacterEvidence> others{};
 };
 
 // The trained characters that the found ones look most like, in their order; none when nothing was trained.

@@ -1,6 +1,7 @@
 #include "engine/classifier/SceneReading.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace dravik::engine {
 
@@ -38,7 +39,7 @@ std::vector<PlacedRecognition> readScene(const Scene& scene, const Network& netw
             // A line may be seen as two when it is read.
             one.line += firstLine;
             nextLine = std::max(nextLine, one.line + 1);
-            result.push_back(one);
+            result.push_back(std::move(one));
         }
         firstLine = nextLine;
     }

@@ -45,10 +45,6 @@ std::vector<CharacterRecord> characterRecords(const FontState& font) {
 
 }  // namespace
 
-std::string shownCharacter(const ReadCharacter& read, double limit) {
-    return read.confidence < limit ? kUnknownCharacter : read.character;
-}
-
 EmbeddedTool::EmbeddedTool(JobFolder folder, bool remembersFont)
     : fonts_(std::make_unique<FontWorkspace>(std::move(folder), remembersFont)) {}
 
@@ -114,12 +110,7 @@ EmbeddedTool::ReadingWork EmbeddedTool::readingWork() {
     if (font.training->empty()) return [](const std::stop_token&) { return std::vector<ReadCharacter>(); };
     return [seen = seen_.scene(), training = font.training, statistics = font.samples.statistics(),
             samples = font.samples.columns(SampleKind::Committed)](const std::stop_token& stop) {
-        const DistanceMeasure measure(statistics, samples->samples);
-        std::vector<ReadCharacter> result;
-        for (const PlacedRecognition& one : readScene(*seen, training->network, measure, stop))
-            result.push_back(
-                {placed(one.place, one.line), characterOf(one.read.code), confidence(one.read.evidence)});
-        return result;
+        return FontReader(training->network, DistanceMeasure(statistics, samples->samples)).read(*seen, stop);
     };
 }
 

@@ -11,10 +11,10 @@
 #include <vector>
 
 #include "base/JobFolder.h"
-#include "engine/classifier/Confidence.h"
 #include "engine/embedded/FontTraining.h"
 #include "engine/embedded/HeldOutCheck.h"
 #include "engine/embedded/SeenImage.h"
+#include "engine/font/FontReader.h"
 #include "engine/image/GreyImage.h"
 #include "tool/FontHistory.h"
 #include "tool/FontTool.h"
@@ -23,16 +23,6 @@
 namespace dravik::engine {
 
 class FontWorkspace;
-
-// A character as the trained font reads it.
-struct ReadCharacter {
-    FoundCharacter place;
-    std::string character;  // the font's best answer
-    double confidence = 0;  // that the answer is right, 0 to 1 (see Confidence.h)
-};
-
-// The text to show for a character: the answer, or "?" when its confidence is below `limit`.
-std::string shownCharacter(const ReadCharacter& read, double limit = kRejectLimit);
 
 // What summary() tells of a font file without making it current.
 struct FontSummary {

@@ -6,10 +6,6 @@
 
 namespace dravik::engine {
 
-FoundCharacter placed(const Region& place, int line) {
-    return {place.left, place.top, place.right, place.bottom, line};
-}
-
 void SeenImage::show(std::shared_ptr<const GreyImage> image, std::shared_ptr<const Scene> scene) {
     image_ = std::move(image);
     scene_.reset();
@@ -29,7 +25,8 @@ const std::vector<FoundCharacter>& SeenImage::found() {
 
 void SeenImage::take(std::shared_ptr<const Scene> scene) {
     std::vector<FoundCharacter> found;
-    for (const PlacedGlyph& glyph : allPlaces(*scene)) found.push_back(placed(glyph.place, glyph.line));
+    for (const PlacedGlyph& glyph : allPlaces(*scene))
+        found.push_back(foundCharacter(glyph.place, glyph.line));
     found_ = std::move(found);
     scene_ = std::move(scene);
 }

@@ -5,22 +5,11 @@
 #include <memory>
 #include <vector>
 
+#include "engine/font/FontReader.h"
 #include "engine/image/GreyImage.h"
 #include "engine/scene/Scene.h"
 
 namespace dravik::engine {
-
-// A found character: its box in image pixels, right and bottom exclusive, and the line that it stands in,
-// from 0. Found characters are in reading order, line by line.
-struct FoundCharacter {
-    int left = 0;
-    int top = 0;
-    int right = 0;
-    int bottom = 0;
-    int line = 0;
-};
-
-FoundCharacter placed(const Region& place, int line);
 
 class SeenImage {
   public:

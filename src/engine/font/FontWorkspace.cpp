@@ -60,8 +60,7 @@ FontWorkspace::CopyPtr FontWorkspace::opened(const std::string& name) {
         versions_.keepJournal(name, copy->journalFile());
         tool::RecoveredChanges told;
         told.font = name;
-        told.problem =
-            "the font was changed by another program";
+        told.problem = "the font was changed by another program";
         recovered_.push_back(std::move(told));
         copy->dropJournal();
     } else if (copy->found().recovered) {
@@ -152,6 +151,7 @@ void FontWorkspace::replace(const std::string& name, const FontRecord& font) {
     WorkingCopy* old = fileExists(library_.file(name)) ? openIfReadable(name) : nullptr;
     if (!old) return writeNew(name, font);
     deleted_.reset();
+    old->lock();
     old->removeUncommitted();
     old->endAct({}, {});
     auto before = std::make_shared<FontRecord>(old->state().record());

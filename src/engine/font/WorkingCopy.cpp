@@ -95,7 +95,14 @@ void WorkingCopy::open() {
         history_ = {};
         found_ = {};
         journalSize_ = journal_.sizeOnDisk();
-        const JournalContent content = journal_.read();
+        JournalContent content;
+        try {
+            content = journal_.read();
+        } catch (const Failure& failure) {
+            unreadable_ = failure.description();
+            lock_.reset();
+            return;
+        }
         journalUsed_ = content.used;
         const bool isJustBegun = content.entries.empty() && !content.isLater && journalSize_ <= kJustBegun;
         if (journalSize_ == 0 || isJustBegun) {
@@ -216,6 +223,9 @@ void WorkingCopy::dropJournal() {
 
 void WorkingCopy::lock() {
     if (lock_) return;
+    if (!unreadable_.empty())
+        throw Failure(RuntimeError::PathFileAccessError,
+                      "Font \"" + name_ + "\" cannot be changed: " + unreadable_);
     FileLock lock = taken(file_, name_);
     const FontDigest digest = digestOnDisk(file_);
     if (digest == 0)

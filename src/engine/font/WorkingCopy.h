@@ -115,6 +115,7 @@ class WorkingCopy {
     Journal journal_;
     std::uint64_t journalSize_ = 0;  // on the disk while it is closed
     std::uint64_t journalUsed_ = 0;  // what of it can be gone on from
+    std::string unreadable_;         // why the journal that there is cannot be read
     bool isJournalBroken_ = false;   // it lacks something, and is to be written anew
     std::optional<FileLock> lock_;
     bool wasChanged_ = false;

@@ -17,6 +17,8 @@ class GreyImage {
     GreyImage() = default;
     // All pixels `value`; raises Invalid procedure call (5) for negative sizes or more than kMostPixels.
     GreyImage(int width, int height, std::uint8_t value = 0);
+    // A copy of pixels whose rows are `stride` bytes apart, the first one at the top; raises as above.
+    GreyImage(const std::uint8_t* pixels, int width, int height, std::ptrdiff_t stride);
 
     int width() const noexcept { return width_; }
     int height() const noexcept { return height_; }

@@ -26,7 +26,7 @@ constexpr float kBesidePrint = 6, kAbovePrint = 6.5f;
 constexpr float kMargin = 2;
 // Of lines looked at alone: what is less likely is none where another is clear; what is found between and
 // beside the lines must be this likely.
-constexpr double kNoLine = 0, kClearLine = 1.5;
+constexpr double kNoLine = -0.4, kClearLine = 1.5;
 // A line that is less likely than this is cut where its characters are furthest apart, at least so far, in
 // heights, as often as that makes it likelier by so much.
 constexpr float kWideGap = 0.6f;

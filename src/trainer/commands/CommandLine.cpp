@@ -170,9 +170,35 @@ class OptionTable {
         return commandParsed(app);
     }
 
+    std::vector<CommandEntry> entries() const {
+        std::vector<CommandEntry> all;
+        all.push_back(entry(program_));
+        const CLI::App& program = program_;
+        for (const CLI::App* app : program.get_subcommands([](const CLI::App*) { return true; }))
+            all.push_back(entry(*app));
+        return all;
+    }
+
   private:
     CLI::App* command(const char* name, const char* about) {
         return program_.add_subcommand(name, about)->group("Commands");
+    }
+
+    static CommandEntry entry(const CLI::App& app) {
+        const auto oneLine = [](std::string text) {
+            std::replace(text.begin(), text.end(), '\n', ' ');
+            return text;
+        };
+        CommandEntry result{app.get_parent() ? app.get_name() : "", oneLine(app.get_description()), "", {}};
+        for (const CLI::Option* option : app.get_options()) {
+            if (option->get_positional())
+                result.operand = option->get_name();
+            else
+                result.options.push_back({"--" + option->get_lnames().front(),
+                                          option->get_items_expected_max() > 0 ? option->get_type_name() : "",
+                                          oneLine(option->get_description())});
+        }
+        return result;
     }
 
     static CLI::Option* text(CLI::App& app, const char* name, const char* value, auto& target,
@@ -274,6 +300,10 @@ class OptionTable {
 
 CommandLine parseCommandLine(const std::vector<std::string>& arguments, const FrontEnd& frontEnd) {
     return OptionTable(frontEnd).parse(arguments);
+}
+
+std::vector<CommandEntry> commandTable(const FrontEnd& frontEnd) {
+    return OptionTable(frontEnd).entries();
 }
 
 int runCommand(const CommandLine& line, const engine::ImageDecoder& decoder, const CommandStreams& streams) {

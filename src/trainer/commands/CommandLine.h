@@ -34,6 +34,24 @@ struct FrontEnd {
 // `arguments` are without the program's name.
 CommandLine parseCommandLine(const std::vector<std::string>& arguments, const FrontEnd& frontEnd);
 
+// An option as a shell needs to know it to complete it.
+struct OptionEntry {
+    std::string name;   // "--font"
+    std::string value;  // "NAME", what it takes; "" for a flag
+    std::string about;  // one line
+};
+// A command with its options, or under the name "" the program without one. `operand` is what other arguments
+// are, "" when there are none.
+struct CommandEntry {
+    std::string name;
+    std::string about;
+    std::string operand;
+    std::vector<OptionEntry> options;
+};
+
+// All that may stand on the command line, the program without a command first.
+std::vector<CommandEntry> commandTable(const FrontEnd& frontEnd);
+
 // Does all but the window's work and returns the exit code: 0 done, 1 the work failed in whole or in part, 2
 // the command line is wrong, 130 interrupted by Ctrl+C. Results go to `out`, problems to `err`; a progress
 // bar goes to `err` when that is a terminal.

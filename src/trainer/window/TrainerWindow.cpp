@@ -45,6 +45,7 @@ TrainerWindow::TrainerWindow(Trainer& trainer, ui::Platform& platform, WindowSys
     on(actions.zoomOut, [this] { view.zoomOut(); });
     on(actions.fit, [this] { view.fit(); });
     on(actions.actualSize, [this] { view.showActualSize(); });
+    on(actions.guide, [this] { showGuide(); });
     on(actions.undo, [this] { trainer_.acts().undo(); });
     on(actions.redo, [this] { trainer_.acts().redo(); });
     on(actions.stopReading, [this] { trainer_.stopWorking(); });
@@ -168,6 +169,13 @@ void TrainerWindow::choose(FileQuestion question) {
     system_.keepFolder(question.asksForFolder ? paths.front()
                                               : fromPath(toPath(paths.front()).parent_path()));
     open(paths);
+}
+
+void TrainerWindow::showGuide() {
+    if (!system_.showGuide())
+        platform_.messageBox(
+            {"The operator guide is not installed beside this program, or there is no browser to show it.",
+             "Operator Guide"});
 }
 
 void TrainerWindow::save() {

@@ -48,6 +48,9 @@ class WindowSystem {
     // The folder that was kept, also in an earlier run; "" when there is none.
     virtual std::string keptFolder() const = 0;
     virtual void keepFolder(const std::string& folder) = 0;
+    // Shows the operator guide in the system's browser; false when it is not installed or nothing can show
+    // it.
+    virtual bool showGuide() = 0;
     // The operator wants to end the program.
     virtual void closeWindow() = 0;
 };
@@ -112,6 +115,7 @@ class TrainerWindow {
     void showPart();
     void showPossible();
     void choose(FileQuestion question);
+    void showGuide();
     void showActs();
     void save();
     void saveCopy();

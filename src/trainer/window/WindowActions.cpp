@@ -35,6 +35,7 @@ WindowActions::WindowActions(screen::Screen& screen)
       fontRevert({"fontRevert", "&Revert", screen.train.cmdRevert.toolTip()}),
       fontSaveCopy({"fontSaveCopy", "Save &Copy...", "Write the font as it is now to a file anywhere"}),
       fontRestore({"fontRestore", "Rest&ore...", "Bring an older version or a deleted font back"}),
+      guide({"guide", "&Operator Guide", "How to work with this program, with pictures"}),
       keys({"keys", "&Keys", "What the keys do", {"F1"}}),
       about({"about", "&About Dravik Trainer", "About this program"}),
       // Access keys of the menus keep clear of those of the screen.
@@ -46,7 +47,7 @@ WindowActions::WindowActions(screen::Screen& screen)
              {"F&ont",
               {&fontSelect, &fontInclude, &fontLearn, &fontStop, &fontSave, &fontRevert, nullptr,
                &fontSaveCopy, &fontRestore}},
-             {"&Help", {&keys, &about}}},
+             {"&Help", {&guide, &keys, nullptr, &about}}},
       toolbar_{&previous, &next, nullptr, &zoomOut, &zoomIn, &fit, &actualSize} {
     bind(fontInclude, screen.sample.cmdInclude);
     bind(fontLearn, screen.train.cmdTrain);

@@ -54,6 +54,7 @@ class WindowActions {
     Action fontSaveCopy;
     Action fontRestore;
 
+    Action guide;
     Action keys;
     Action about;
 

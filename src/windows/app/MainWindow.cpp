@@ -1,8 +1,11 @@
 #include "windows/app/MainWindow.h"
 
+#include <shellapi.h>
+
 #include <algorithm>
 
 #include "windows/app/OpenDialogs.h"
+#include "windows/com/Module.h"
 #include "windows/win32/Guard.h"
 #include "windows/win32/Module.h"
 #include "windows/win32/Peer.h"
@@ -170,6 +173,13 @@ std::string MainWindow::keptFolder() const {
 
 void MainWindow::keepFolder(const std::string& folder) {
     settings_.setText(kFolder, win32::wide(folder));
+}
+
+bool MainWindow::showGuide() {
+    const std::wstring program = com::modulePath();
+    const std::wstring guide = program.substr(0, program.rfind(L'\\') + 1) + L"docs\\operator-guide.html";
+    return reinterpret_cast<INT_PTR>(
+               ShellExecuteW(window(), L"open", guide.c_str(), nullptr, nullptr, SW_SHOWNORMAL)) > 32;
 }
 
 void MainWindow::close() {

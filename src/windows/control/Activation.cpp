@@ -25,11 +25,11 @@ HWND Activation::window() const noexcept {
     return window_ ? window_->window() : nullptr;
 }
 
-HRESULT Activation::activate(bool userInterface, HWND parent, const RECT* place) {
+HRESULT Activation::activate(bool userInterface, HWND parent, const RECT* place, const MSG* key) {
     const HRESULT inPlace = goInPlace(parent, place);
     if (FAILED(inPlace)) return inPlace;
     if (window_) window_->show(true);
-    return userInterface && site_.userMode() ? goUserInterface() : S_OK;
+    return userInterface && site_.userMode() ? goUserInterface(key) : S_OK;
 }
 
 HRESULT Activation::goInPlace(HWND parent, const RECT* place) {
@@ -67,13 +67,17 @@ HRESULT Activation::goInPlace(HWND parent, const RECT* place) {
     }
     window_->focusChanged = [this](bool inside) { focusChanged(inside); };
     window_->lost = [this] { lost(); };
+    window_->page().appearanceChanged = [this] { tellAppearance(); };
+    window_->page().mnemonicsChanged = [this] { site_.controlInfoChanged(); };
     screen_.setOwner(window_->window());
     takeAmbients();
     window_->place(position, clip);
+    site_.controlInfoChanged();
+    tellAppearance();
     return S_OK;
 }
 
-HRESULT Activation::goUserInterface() {
+HRESULT Activation::goUserInterface(const MSG* key) {
     if (!window_ || !inPlaceSite_) return E_FAIL;
     if (!std::exchange(uiActive_, true)) {
         const HRESULT result = inPlaceSite_->OnUIActivate();
@@ -90,20 +94,32 @@ HRESULT Activation::goUserInterface() {
             document_->SetBorderSpace(nullptr);
         }
     }
-    if (win32::FormPage* shown = page(); shown && !shown->hasFocusInside()) shown->focusFirst();
+    if (window_) window_->takeFocus(key);
     return S_OK;
 }
 
 HRESULT Activation::deactivateUserInterface() {
-    if (!std::exchange(uiActive_, false)) return S_OK;
-    if (frame_) frame_->SetActiveObject(nullptr, nullptr);
-    if (document_) document_->SetActiveObject(nullptr, nullptr);
-    if (inPlaceSite_) inPlaceSite_->OnUIDeactivate(FALSE);
+    endUserInterface();
+    giveFocusAway();
     return S_OK;
 }
 
+void Activation::endUserInterface() {
+    if (!std::exchange(uiActive_, false)) return;
+    if (frame_) frame_->SetActiveObject(nullptr, nullptr);
+    if (document_) document_->SetActiveObject(nullptr, nullptr);
+    if (inPlaceSite_) inPlaceSite_->OnUIDeactivate(FALSE);
+}
+
+// To the host's window, which knows what else in it can have the focus.
+void Activation::giveFocusAway() const {
+    if (window_ && window_->page().hasFocusInside()) SetFocus(GetAncestor(window_->window(), GA_ROOT));
+}
+
 HRESULT Activation::deactivate() {
-    deactivateUserInterface();
+    endUserInterface();
+    focusChanged(false);
+    const bool shown = window_ != nullptr;
     if (window_) {
         // The page may be inside of one of its own events, further up the stack.
         std::shared_ptr<ControlWindow> window(std::move(window_));
@@ -116,7 +132,9 @@ HRESULT Activation::deactivate() {
     }
     frame_ = nullptr;
     document_ = nullptr;
+    if (shown) site_.controlInfoChanged();
     if (const auto site = std::exchange(inPlaceSite_, {})) site->OnInPlaceDeactivate();
+    if (shown) tellAppearance();
     return S_OK;
 }
 
@@ -126,8 +144,12 @@ HRESULT Activation::hide() {
     return S_OK;
 }
 
+void Activation::frameActivated() {
+    if (win32::FormPage* shown = page()) shown->giveFocusBackSoon();
+}
+
 HRESULT Activation::setRects(const RECT* place, const RECT* clip) {
-    if (!place) return E_INVALIDARG;
+    if (!place || place->right < place->left || place->bottom < place->top) return E_INVALIDARG;
     if (window_) window_->place(*place, clip ? *clip : *place);
     return S_OK;
 }
@@ -145,8 +167,12 @@ void Activation::enableModeless(bool enable) {
 }
 
 void Activation::focusChanged(bool inside) {
-    if (inside && !uiActive_ && site_.userMode()) goUserInterface();
+    if (inside && !uiActive_ && site_.userMode()) goUserInterface(nullptr);
     if (std::exchange(focused_, inside) != inside) site_.onFocus(inside);
+}
+
+void Activation::tellAppearance() const {
+    if (const auto tell = appearanceChanged) tell();
 }
 
 void Activation::lost() {

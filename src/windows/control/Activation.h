@@ -3,6 +3,7 @@
 // windowed control must.
 #pragma once
 
+#include <functional>
 #include <memory>
 
 #include "windows/com/ComPtr.h"
@@ -29,11 +30,14 @@ class Activation {
     bool uiActive() const noexcept { return uiActive_; }
 
     // `parent` and `place` may be null; the site's own are taken then. With `userInterface` the keyboard
-    // focus goes to the screen.
-    HRESULT activate(bool userInterface, HWND parent, const RECT* place);
+    // focus goes to the screen: where `key`, which may be null, leads to, else where it was.
+    HRESULT activate(bool userInterface, HWND parent, const RECT* place, const MSG* key = nullptr);
+    // The host's wish: the focus leaves the screen.
     HRESULT deactivateUserInterface();
     HRESULT deactivate();
     HRESULT hide();
+    // The host's top-level window came to the front.
+    void frameActivated();
 
     HRESULT setRects(const RECT* place, const RECT* clip);
     // Ambient properties changed, or the site did.
@@ -41,9 +45,15 @@ class Activation {
     // The host is modal itself: forms of the screen wait.
     void enableModeless(bool enable);
 
+    // Called when the screen may look otherwise than before.
+    std::function<void()> appearanceChanged;
+
   private:
     HRESULT goInPlace(HWND parent, const RECT* place);
-    HRESULT goUserInterface();
+    HRESULT goUserInterface(const MSG* key);
+    void endUserInterface();
+    void giveFocusAway() const;
+    void tellAppearance() const;
     void focusChanged(bool inside);
     void lost();
     void tellModal(bool modal);

@@ -15,13 +15,27 @@ namespace dravik::control {
 constexpr DWORD kMiscStatus = OLEMISC_RECOMPOSEONRESIZE | OLEMISC_CANTLINKINSIDE | OLEMISC_INSIDEOUT |
                               OLEMISC_ACTIVATEWHENVISIBLE | OLEMISC_SETCLIENTSITEFIRST;
 
+// Extents are in hundredths of a millimetre.
+constexpr int kExtentPerInch = 2540;
+inline LONG pixelsOf(LONG extent, int dpi) {
+    return MulDiv(extent, dpi, kExtentPerInch);
+}
+inline LONG extentOf(LONG pixels, int dpi) {
+    return MulDiv(pixels, kExtentPerInch, dpi);
+}
+
 struct ControlState {
-    explicit ControlState(HINSTANCE itsModule) : module(itsModule) {}
+    explicit ControlState(HINSTANCE itsModule) : module(itsModule) {
+        activation.appearanceChanged = [this] { viewChanged(); };
+    }
 
     // Extent in hundredths of a millimetre: what the host set or the file held, else what the screen likes.
     SIZE extent();
     void setExtent(SIZE hundredths);
     bool hasExtent() const noexcept { return extent_.cx > 0 && extent_.cy > 0; }
+
+    // Tells whoever keeps a picture of the control that it is old.
+    void viewChanged();
 
     const HINSTANCE module;
     HostSite site;
@@ -37,7 +51,8 @@ struct ControlState {
     SIZE extent_{0, 0};
 };
 
-// A hidden window with the page in it, for drawing the screen while it is shown nowhere.
+// A window of no size with the page in it, for drawing the screen while it is shown nowhere. The system's
+// controls draw themselves where they are visible, and so it is, though there is nothing to be seen of it.
 class UnseenPage {
   public:
     explicit UnseenPage(ControlState& state);

@@ -89,6 +89,18 @@ void ControlWindow::show(bool visible) {
                      (visible ? SWP_SHOWWINDOW | SWP_DEFERERASE : SWP_HIDEWINDOW));
 }
 
+void ControlWindow::takeFocus(const MSG* key) {
+    if (!page_ || page_->hasFocusInside()) return;
+    const auto held = [](int virtualKey) { return GetKeyState(virtualKey) < 0; };
+    const bool tab = key && key->message == WM_KEYDOWN ? key->wParam == VK_TAB : held(VK_TAB);
+    if (!tab || held(VK_CONTROL) || held(VK_MENU))
+        page_->restoreFocus();
+    else if (held(VK_SHIFT))
+        page_->focusLast();
+    else
+        page_->focusFirst();
+}
+
 // The page gets the whole client area, or as much as it needs where the client area is a part of it that is
 // scrolled.
 void ControlWindow::arrange() {
@@ -154,7 +166,7 @@ LRESULT ControlWindow::answer(UINT message, WPARAM wide, LPARAM longer) {
             return 0;
         }
         case WM_SETFOCUS:
-            if (page_ && !page_->hasFocusInside()) page_->focusFirst();
+            takeFocus(nullptr);
             return 0;
         case kDpiChangedAfterParent:
             page_->setDpi(win32::dpiOf(window));

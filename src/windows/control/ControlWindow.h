@@ -25,6 +25,9 @@ class ControlWindow {
     // `clip` is the part of the parent that may be drawn on.
     void place(const RECT& place, const RECT& clip);
     void show(bool visible);
+    // Gives the focus to the page unless it has it. By Tab, which is `key` or is held down, it comes in at
+    // the first or the last control; else it goes back to the one that had it last.
+    void takeFocus(const MSG* key);
 
     std::function<void(bool)> focusChanged;
     // The host destroyed the window.

@@ -19,6 +19,7 @@ HRESULT PublicInterface::DeleteSamplesByDistance(BSTR* Character, double* MinDis
         if (!Character || !MinDistance || !MaxDistance || !Count) return E_POINTER;
         *Count = state_.screen.dialog().DeleteSamplesByDistance(com::toUtf8(*Character), *MinDistance,
                                                                 *MaxDistance);
+        changedUnseen();
         return S_OK;
     });
 }
@@ -27,6 +28,7 @@ HRESULT PublicInterface::HighlightIncluded(BSTR* IncludedChars) {
     return entered([&]() -> HRESULT {
         if (!IncludedChars) return E_POINTER;
         state_.screen.dialog().HighlightIncluded(com::toUtf8(*IncludedChars));
+        changedUnseen();
         return S_OK;
     });
 }
@@ -77,6 +79,7 @@ HRESULT StepEditorFacet::putref_Step(IDispatch* Value) {
                 return state_.screen.dialog().tellFailure("StepEditor_Step", currentFailure());
             }
             if (state_.screen.setStep(std::move(step))) given_ = Value;
+            changedUnseen();
         });
     });
 }

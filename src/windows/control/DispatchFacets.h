@@ -30,6 +30,13 @@ class DispatchFacet : public StateFacet<Interface> {
             [&] { return dispatch_.invoke(id, flags, parameters, result, exception, wrongArgument); });
     }
 
+  protected:
+    // A call may have changed what the screen shows while it is shown nowhere; the page tells of its own
+    // changes.
+    void changedUnseen() {
+        if (!this->state_.activation.page()) this->state_.viewChanged();
+    }
+
   private:
     com::Dispatch& dispatch_;
 };

@@ -1,14 +1,21 @@
 #include "windows/control/DocumentFacets.h"
 
+#include <algorithm>
 #include <array>
+#include <cmath>
 #include <cstdint>
+#include <cstdlib>
+
+#include "windows/com/Variant.h"
+#include "windows/win32/Dpi.h"
 
 namespace dravik::control {
 namespace {
 
 constexpr std::int32_t kMark = 0x4B565244;  // "DRVK"
 constexpr std::int32_t kVersion = 1;
-constexpr LONG kLargestExtent = 1'000'000;  // ten metres
+constexpr LONG kLargestPicture = 8192;  // pixels
+constexpr double kSameProportions = 0.02;
 constexpr wchar_t kStreamName[] = L"Contents";
 constexpr wchar_t kVersionProperty[] = L"_Version";
 constexpr wchar_t kWidthProperty[] = L"_ExtentX";
@@ -19,19 +26,16 @@ constexpr wchar_t kHeightProperty[] = L"_ExtentY";
 using State = std::array<std::int32_t, 4>;
 
 bool isExtent(LONG width, LONG height) {
-    return width > 0 && height > 0 && width <= kLargestExtent && height <= kLargestExtent;
+    return width > 0 && height > 0;
 }
 
-// VT_EMPTY when the bag has no such number.
-VARIANT number(IPropertyBag& bag, const wchar_t* name, IErrorLog* log) {
-    VARIANT value;
-    VariantInit(&value);
-    value.vt = VT_I4;
-    if (FAILED(bag.Read(name, &value, log)) || FAILED(VariantChangeType(&value, &value, 0, VT_I4))) {
-        VariantClear(&value);
-        VariantInit(&value);
-    }
-    return value;
+// 0 when the bag has no such number; a failure when it cannot be read.
+HRESULT read(IPropertyBag& bag, const wchar_t* name, IErrorLog* log, LONG& number) {
+    com::Variant value(std::int32_t{0});
+    const HRESULT result = bag.Read(name, &value.get(), log);
+    if (FAILED(result)) return result == E_INVALIDARG ? S_OK : result;
+    if (SUCCEEDED(VariantChangeType(&value.get(), &value.get(), 0, VT_I4))) number = value.get().lVal;
+    return S_OK;
 }
 
 HRESULT write(IPropertyBag& bag, const wchar_t* name, LONG number) {
@@ -66,6 +70,24 @@ HRESULT saveState(IStream& stream, ControlState& state, bool clearDirty) {
     if (written != sizeof numbers) return STG_E_MEDIUMFULL;
     if (clearDirty) state.dirty = false;
     return S_OK;
+}
+
+// Pixels that the screen is laid out in for a picture of it in `place`, in logical units: those of the extent
+// when its proportions are the same, so that the picture is a scaled one; else the size asked for.
+SIZE pictureSize(HDC target, const RECT& place, SIZE extent) {
+    const int dpi = win32::dpiOf(nullptr);
+    const auto limited = [](LONG x, LONG y) {
+        return SIZE{std::clamp<LONG>(x, 1, kLargestPicture), std::clamp<LONG>(y, 1, kLargestPicture)};
+    };
+    const SIZE own = limited(pixelsOf(extent.cx, dpi), pixelsOf(extent.cy, dpi));
+    std::array<POINT, 2> corners{POINT{place.left, place.top}, POINT{place.right, place.bottom}};
+    // An old metafile's units are of no size.
+    if (GetObjectType(target) == OBJ_METADC || !LPtoDP(target, corners.data(), 2)) return own;
+    const SIZE asked = limited(
+        MulDiv(std::abs(corners[1].x - corners[0].x), dpi, std::max(1, GetDeviceCaps(target, LOGPIXELSX))),
+        MulDiv(std::abs(corners[1].y - corners[0].y), dpi, std::max(1, GetDeviceCaps(target, LOGPIXELSY))));
+    const double proportions = double(own.cx) * asked.cy / (double(own.cy) * asked.cx);
+    return std::abs(proportions - 1) < kSameProportions ? own : asked;
 }
 
 }  // namespace
@@ -120,10 +142,11 @@ HRESULT PersistStorage::SaveCompleted(IStorage*) {
 HRESULT PersistPropertyBag::Load(IPropertyBag* bag, IErrorLog* log) {
     return entered([&]() -> HRESULT {
         if (!bag) return E_POINTER;
-        const VARIANT width = number(*bag, kWidthProperty, log);
-        const VARIANT height = number(*bag, kHeightProperty, log);
-        if (width.vt == VT_I4 && height.vt == VT_I4 && isExtent(width.lVal, height.lVal))
-            state_.setExtent({width.lVal, height.lVal});
+        SIZE extent{0, 0};
+        HRESULT result = read(*bag, kWidthProperty, log, extent.cx);
+        if (SUCCEEDED(result)) result = read(*bag, kHeightProperty, log, extent.cy);
+        if (FAILED(result)) return result;
+        if (isExtent(extent.cx, extent.cy)) state_.setExtent(extent);
         state_.dirty = false;
         return S_OK;
     });
@@ -150,12 +173,9 @@ HRESULT ViewObject::Draw(DWORD aspect, LONG, void*, DVTARGETDEVICE*, HDC, HDC ta
         if (win32::FormPage* page = state_.activation.page()) {
             page->draw(target, place);
         } else {
+            const SIZE size = pictureSize(target, place, state_.extent());
             UnseenPage unseen(state_);
-            RECT natural{0, 0, 0, 0};
-            const SIZE liked = unseen.page().preferredSize();
-            natural.right = liked.cx;
-            natural.bottom = liked.cy;
-            unseen.page().setBounds(natural);
+            unseen.page().setBounds({0, 0, size.cx, size.cy});
             unseen.page().draw(target, place);
         }
         return S_OK;
@@ -173,11 +193,7 @@ HRESULT ViewObject::SetAdvise(DWORD aspects, DWORD flags, IAdviseSink* sink) {
         state_.viewSink = sink;
         state_.viewAspects = aspects;
         state_.viewFlags = flags;
-        if (sink && (flags & ADVF_PRIMEFIRST) != 0) {
-            const com::ComPtr<IAdviseSink> primed(sink);
-            if ((flags & ADVF_ONLYONCE) != 0) state_.viewSink = nullptr;
-            primed->OnViewChange(DVASPECT_CONTENT, -1);
-        }
+        if ((flags & ADVF_PRIMEFIRST) != 0) state_.viewChanged();
         return S_OK;
     });
 }

@@ -97,4 +97,8 @@ void HostSite::onFocus(bool gained) const {
     if (control_) control_->OnFocus(gained ? TRUE : FALSE);
 }
 
+void HostSite::controlInfoChanged() const {
+    if (control_) control_->OnControlInfoChanged();
+}
+
 }  // namespace dravik::control

@@ -31,6 +31,8 @@ class HostSite {
 
     void showObject() const;
     void onFocus(bool gained) const;
+    // The access keys are others than before.
+    void controlInfoChanged() const;
 
   private:
     // VT_EMPTY when the host does not have it.

@@ -61,14 +61,14 @@ HRESULT OleObject::GetClipboardData(DWORD, IDataObject** data) {
     return E_NOTIMPL;
 }
 
-HRESULT OleObject::DoVerb(LONG verb, LPMSG, IOleClientSite*, LONG, HWND parent, LPCRECT place) {
+HRESULT OleObject::DoVerb(LONG verb, LPMSG message, IOleClientSite*, LONG, HWND parent, LPCRECT place) {
     return entered([&]() -> HRESULT {
         auto& activation = state_.activation;
         switch (verb) {
             case OLEIVERB_PRIMARY:
             case OLEIVERB_SHOW:
             case OLEIVERB_UIACTIVATE: {
-                const HRESULT result = activation.activate(true, parent, place);
+                const HRESULT result = activation.activate(true, parent, place, message);
                 if (SUCCEEDED(result) && verb == OLEIVERB_SHOW) state_.site.showObject();
                 return result;
             }
@@ -89,7 +89,7 @@ HRESULT OleObject::DoVerb(LONG verb, LPMSG, IOleClientSite*, LONG, HWND parent, 
 HRESULT OleObject::EnumVerbs(IEnumOLEVERB** verbs) {
     if (!verbs) return E_POINTER;
     *verbs = nullptr;
-    return OLE_S_USEREG;
+    return OLEOBJ_E_NOVERBS;
 }
 
 HRESULT OleObject::GetUserClassID(CLSID* identifier) {
@@ -218,6 +218,13 @@ HRESULT InPlaceActiveObject::TranslateAccelerator(LPMSG message) {
         if (page->translateKey(*message, leftPage)) return S_OK;
         const com::ComPtr<IOleControlSite> site(state_.site.control());
         return leftPage && site ? site->TranslateAccelerator(message, modifiers()) : S_FALSE;
+    });
+}
+
+HRESULT InPlaceActiveObject::OnFrameWindowActivate(BOOL activate) {
+    return entered([&] {
+        if (activate) state_.activation.frameActivated();
+        return S_OK;
     });
 }
 

@@ -92,7 +92,7 @@ class InPlaceActiveObject : public WindowFacet<IOleInPlaceActiveObject> {
 
     // S_OK when the screen used the key; Tab at the end of the screen is offered to the site.
     HRESULT STDMETHODCALLTYPE TranslateAccelerator(LPMSG message) override;
-    HRESULT STDMETHODCALLTYPE OnFrameWindowActivate(BOOL) override { return S_OK; }
+    HRESULT STDMETHODCALLTYPE OnFrameWindowActivate(BOOL activate) override;
     HRESULT STDMETHODCALLTYPE OnDocWindowActivate(BOOL) override { return S_OK; }
     HRESULT STDMETHODCALLTYPE ResizeBorder(LPCRECT, IOleInPlaceUIWindow*, BOOL) override { return S_OK; }
     HRESULT STDMETHODCALLTYPE EnableModeless(BOOL enable) override;

@@ -20,6 +20,12 @@ FormPage::FormPage(ui::Form& form, HWND parent, Win32Platform& platform, const A
     page_->escaped = [this] {
         if (escaped) escaped();
     };
+    page_->appearanceChanged = [this] {
+        if (appearanceChanged) appearanceChanged();
+    };
+    page_->mnemonicsChanged = [this] {
+        if (mnemonicsChanged) mnemonicsChanged();
+    };
     try {
         page_->create(parent);
     } catch (...) {
@@ -33,6 +39,8 @@ FormPage::~FormPage() {
     page_->focusEntered = nullptr;
     page_->focusGone = nullptr;
     page_->escaped = nullptr;
+    page_->appearanceChanged = nullptr;
+    page_->mnemonicsChanged = nullptr;
     page_->close();
 }
 
@@ -114,6 +122,10 @@ bool FormPage::hasFocusInside() const {
 
 bool FormPage::restoreFocus() {
     return page_->restoreFocus();
+}
+
+void FormPage::giveFocusBackSoon() {
+    if (page_->window()) PostMessageW(page_->window(), Page::kGiveFocusBack, 0, 0);
 }
 
 std::vector<wchar_t> FormPage::mnemonics() const {

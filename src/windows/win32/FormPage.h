@@ -61,6 +61,9 @@ class FormPage {
     bool hasFocusInside() const;
     // Gives the focus back to the control that had it last, else to the first one.
     bool restoreFocus();
+    // The top-level window comes to the front: gives the focus back if it was in the page when another window
+    // came before it, unless somebody else in the window has taken it by then.
+    void giveFocusBackSoon();
 
     // Upper-case access keys of the controls that are visible and enabled.
     std::vector<wchar_t> mnemonics() const;
@@ -76,6 +79,10 @@ class FormPage {
     std::function<void()> focusEntered;
     // Called when the focus went from a control of the page to a window outside of it.
     std::function<void()> focusLeft;
+    // Called when a control shows something else than before, and when mnemonics() has changed; some time
+    // later, once for many such changes.
+    std::function<void()> appearanceChanged;
+    std::function<void()> mnemonicsChanged;
     // Escape in a form without cancel button, when the page sees the key itself because no host translated
     // it.
     std::function<void()> escaped;

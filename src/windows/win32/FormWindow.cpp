@@ -180,9 +180,12 @@ void FormWindow::letGo() {
     destroyed_.disconnect();
     if (page_) page_->detach();
     rememberPlace();
-    const auto tell = std::exchange(finished, nullptr);
+    // The platform drops the window, and may be gone itself, where its end is the reason.
+    auto tell = std::exchange(finished, nullptr);
+    Win32Platform* platform = tell ? &platform_ : nullptr;
     if (tell) tell();
     if (window()) ShowWindow(window(), SW_HIDE);
+    if (platform) platform->giveFocusBack();
 }
 
 void FormWindow::windowGoes() {

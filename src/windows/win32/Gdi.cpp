@@ -60,8 +60,10 @@ SIZE textExtent(HDC dc, const wchar_t* text, std::size_t length) {
 }
 
 void fill(HDC dc, const RECT& place, COLORREF color) {
-    SetDCBrushColor(dc, color);
-    FillRect(dc, &place, static_cast<HBRUSH>(GetStockObject(DC_BRUSH)));
+    // Not by the context's own brush, whose colour a metafile does not keep.
+    const COLORREF before = SetBkColor(dc, color);
+    ExtTextOutW(dc, 0, 0, ETO_OPAQUE, &place, L"", 0, nullptr);
+    SetBkColor(dc, before);
 }
 
 void frame(HDC dc, const RECT& place, COLORREF color, int thickness) {

@@ -16,6 +16,7 @@ namespace {
 constexpr UINT kArrange = WM_APP + 0x31;
 constexpr UINT kFocus = WM_APP + 0x32;
 constexpr UINT kFocusLeft = WM_APP + 0x33;
+constexpr UINT kChanged = WM_APP + 0x34;
 constexpr wchar_t kClassName[] = L"DravikFormPage";
 
 }  // namespace
@@ -64,6 +65,7 @@ void Page::close() noexcept {
 void Page::detach() noexcept {
     if (!attached_) return;
     attached_ = false;
+    platform_.focusLeft(window());
     connections_.clear();
     for (std::size_t i = 0; window() && i < form_.timers.size(); ++i) KillTimer(window(), i + 1);
     for (const auto& peer : peers_) peer->detach();
@@ -179,6 +181,19 @@ void Page::arrangeSoon() {
         willArrange_ = PostMessageW(window(), kArrange, 0, 0) != FALSE;
 }
 
+void Page::changed() {
+    if (!willTellChange_ && window() && (appearanceChanged || mnemonicsChanged))
+        willTellChange_ = PostMessageW(window(), kChanged, 0, 0) != FALSE;
+}
+
+void Page::tellChange() {
+    willTellChange_ = false;
+    if (!attached_) return;
+    if (std::exchange(toldMnemonics_, mnemonics()) != toldMnemonics_)
+        guarded([this] { tell(mnemonicsChanged); });
+    guarded([this] { tell(appearanceChanged); });
+}
+
 void Page::renewLook(int dpi, const Ambient& ambient) {
     // The windows still use what the look before made.
     const auto before = std::exchange(look_, std::make_unique<Look>(dpi, ambient));
@@ -186,6 +201,7 @@ void Page::renewLook(int dpi, const Ambient& ambient) {
     for (const auto& peer : peers_)
         if (peer->window() && peer->attached()) peer->lookChanged();
     arrange();
+    changed();
     if (window()) RedrawWindow(window(), nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_ALLCHILDREN);
 }
 
@@ -223,6 +239,15 @@ void Page::showTimer(std::size_t index) {
         SetTimer(window(), index + 1, static_cast<UINT>(timer.interval()), nullptr);
     else
         KillTimer(window(), index + 1);
+}
+
+// A tick that opens a box is not through before the box is answered; until then no other one comes, which
+// could open the next box above it.
+void Page::tick(std::size_t index) {
+    if (ticking_ || !form_.timers[index]->enabled()) return;
+    ticking_ = true;
+    guarded([&] { form_.timers[index]->tick(); });
+    ticking_ = false;
 }
 
 std::optional<LRESULT> Page::fromChild(UINT message, WPARAM wParam, LPARAM lParam) {
@@ -280,6 +305,12 @@ LRESULT Page::answer(UINT message, WPARAM wParam, LPARAM lParam) {
         case kArrange:
             arrange();
             return 0;
+        case kGiveFocusBack:
+            if (attached_) platform_.giveFocusBack();
+            return 0;
+        case kChanged:
+            tellChange();
+            return 0;
         case kFocusLeft:
             if (const auto peer = peerOf(reinterpret_cast<HWND>(wParam)))
                 if ((!GetFocus() || GetFocus() == peer->window()) && !peer->isUsable()) focusLeft(*peer);
@@ -289,10 +320,7 @@ LRESULT Page::answer(UINT message, WPARAM wParam, LPARAM lParam) {
                 if (peer->isUsable() && IsWindowVisible(peer->window())) peer->focus();
             return 0;
         case WM_TIMER:
-            if (attached_ && !inert_ && wParam >= 1 && wParam <= form_.timers.size()) {
-                ui::Timer& timer = *form_.timers[wParam - 1];
-                if (timer.enabled()) timer.tick();
-            }
+            if (attached_ && !inert_ && wParam >= 1 && wParam <= form_.timers.size()) tick(wParam - 1);
             return 0;
         case WM_SETFOCUS:
             restoreFocus();

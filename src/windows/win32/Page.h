@@ -23,6 +23,8 @@ class Win32Platform;
 
 class Page : public AnsweredWindow, public std::enable_shared_from_this<Page> {
   public:
+    static constexpr UINT kGiveFocusBack = WM_APP + 0x35;
+
     Page(ui::Form& form, Win32Platform& platform, int dpi, const Ambient& ambient);
     ~Page() override;
 
@@ -91,18 +93,29 @@ class Page : public AnsweredWindow, public std::enable_shared_from_this<Page> {
     std::function<void()> focusEntered;
     std::function<void()> focusGone;
     std::function<void()> escaped;
+    std::function<void()> appearanceChanged;
+    std::function<void()> mnemonicsChanged;
+    // A control shows something else than before; tells the two listeners above, some time later and once
+    // for many such changes.
+    void changed();
 
   private:
+    void tellChange();
     // Whoever is told may take the page away, and the listener with it.
     // NOLINTNEXTLINE(performance-unnecessary-value-param)
     static void tell(std::function<void()> listener) {
         if (listener) listener();
     }
+    // Draws a window and those in it, `origin` being the screen's place of the context's origin; all of it as
+    // pictures, or what this code draws as lines and texts.
+    void drawWindow(HDC dc, HWND window, POINT origin, bool asPicture) const;
+    bool isDrawnByHand(HWND window) const;
     LRESULT answer(UINT message, WPARAM wParam, LPARAM lParam) override;
     std::shared_ptr<void> kept() override { return weak_from_this().lock(); }
     void renewLook(int dpi, const Ambient& ambient);
     void followTimers();
     void showTimer(std::size_t index);
+    void tick(std::size_t index);
     // The stop that Tab leads to from a control, or the first or last one from nowhere; nothing at the end.
     Peer* nextStop(const Peer* from, bool backwards) const;
     bool moveFocus(Peer* from, bool backwards);
@@ -131,6 +144,9 @@ class Page : public AnsweredWindow, public std::enable_shared_from_this<Page> {
     bool defaultShown_ = true;
     bool arranging_ = false;
     bool willArrange_ = false;
+    bool ticking_ = false;
+    bool willTellChange_ = false;
+    std::vector<wchar_t> toldMnemonics_;
 };
 
 }  // namespace dravik::win32

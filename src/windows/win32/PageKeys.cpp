@@ -65,12 +65,15 @@ bool Page::hasFocusInside() const {
 
 void Page::focusArrived(Peer& peer) {
     lastFocus_ = peer.window();
+    if (attached_) platform_.focusArrived(window());
     showDefaultButton(&peer);
     tell(focusEntered);
 }
 
 void Page::focusMoves(HWND to) {
     if (to && (to == window() || IsChild(window(), to))) return;
+    if (attached_ && to && GetAncestor(to, GA_ROOT) == GetAncestor(window(), GA_ROOT))
+        platform_.focusLeft(window());
     showDefaultButton(nullptr);
     tell(focusGone);
 }

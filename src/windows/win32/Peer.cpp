@@ -120,6 +120,7 @@ void Peer::start(HWND parent, Peer* container) {
         const auto self = shared_from_this();
         const auto page = page_.shared_from_this();
         if (window()) guarded([&] { show(change); });
+        page->changed();
     });
     started();
 }

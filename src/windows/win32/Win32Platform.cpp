@@ -87,7 +87,7 @@ struct Win32Platform::State {
     std::vector<std::shared_ptr<FormWindow>> dialogs;
 };
 
-// Something modal is up: tells the surroundings.
+// Something modal is up: tells the surroundings, and gives the focus back afterwards.
 class ModalScope {
   public:
     explicit ModalScope(Win32Platform& platform) : platform_(platform), state_(platform.state_) {
@@ -98,6 +98,7 @@ class ModalScope {
     ~ModalScope() {
         release();
         if (--state_->modalDepth == 0 && state_->alive && platform_.modal) platform_.modal(false);
+        if (state_->alive) platform_.giveFocusBack();
     }
 
     // The screen's child forms cannot be used either, but for the one that the box comes up over, which the
@@ -308,6 +309,22 @@ std::string Win32Platform::timeText() {
 void Win32Platform::setBusy(bool busy) {
     if (busy && busy_++ == 0) cursorBefore_ = SetCursor(LoadCursorW(nullptr, IDC_WAIT));
     if (!busy && busy_ > 0 && --busy_ == 0) SetCursor(cursorBefore_);
+}
+
+void Win32Platform::focusArrived(HWND page) {
+    focusedPages_[GetAncestor(page, GA_ROOT)] = page;
+}
+
+void Win32Platform::focusLeft(HWND page) noexcept {
+    std::erase_if(focusedPages_, [page](const auto& known) { return known.second == page; });
+}
+
+void Win32Platform::giveFocusBack() {
+    const HWND root = GetActiveWindow();
+    const HWND focus = GetFocus();
+    const auto found = focusedPages_.find(root);
+    if (found != focusedPages_.end() && IsWindowVisible(found->second) && (!focus || focus == root))
+        SetFocus(found->second);
 }
 
 Peer* Win32Platform::peerOf(const ui::Widget& widget) const {

@@ -49,6 +49,14 @@ class Win32Platform : public ui::Platform {
     // System colours, theme or settings changed: the child forms are drawn anew.
     void systemChanged();
 
+    // Which page has the focus in a top-level window, or had it when another window came to the front.
+    void focusArrived(HWND page);
+    // The focus went elsewhere in that window, or the page goes.
+    void focusLeft(HWND page) noexcept;
+    // To the page that had it in the window that is in front now, unless somebody else in there has it: when
+    // a box, a menu or a form is gone the system gives it to the owning window alone.
+    void giveFocusBack();
+
     // The peer that shows a widget now; kept by the peers.
     Peer* peerOf(const ui::Widget& widget) const;
     void addPeer(const ui::Widget& widget, Peer& peer);
@@ -65,6 +73,7 @@ class Win32Platform : public ui::Platform {
     std::shared_ptr<State> state_;
     std::map<const ui::Form*, std::shared_ptr<FormWindow>> windows_;
     std::unordered_map<const ui::Widget*, Peer*> peers_;
+    std::map<HWND, HWND> focusedPages_;  // by top-level window
     int busy_ = 0;
     HCURSOR cursorBefore_ = nullptr;
 };

@@ -1,9 +1,8 @@
 // What a container that takes the rules at their word asks of a control.
 #include "windows/control/support/Bench.h"
 
-#include <map>
-
 #include "windows/com/ComText.h"
+#include "windows/headers/ComObject.h"
 
 namespace dravik {
 
@@ -30,7 +29,8 @@ TEST(Container, IsKeptInformedInTheRightOrder) {
     EXPECT_NE(status & OLEMISC_ACTIVATEWHENVISIBLE, 0u);
 
     ASSERT_EQ(object->DoVerb(OLEIVERB_INPLACEACTIVATE, nullptr, &site, 0, host.frame(), nullptr), S_OK);
-    EXPECT_EQ(site.calls, (std::vector<std::string>{"CanInPlaceActivate", "OnInPlaceActivate"}));
+    EXPECT_EQ(site.calls, (std::vector<std::string>{"CanInPlaceActivate", "OnInPlaceActivate",
+                                                    "OnControlInfoChanged"}));
     RECT window{};
     GetClientRect(host.window(), &window);
     EXPECT_EQ(window.right, site.place.right);
@@ -171,58 +171,129 @@ TEST(Container, SaysWhetherTheDefaultButtonIsMarkedWhileTheFocusIsItsOwn) {
     EXPECT_TRUE(marked());
 }
 
-// Colours of a picture of the control and how often they occur.
-std::map<COLORREF, int> drawnColors(IViewObject2* view, bool throughMetafile) {
-    constexpr int kWidth = 360;
-    constexpr int kHeight = 450;
-    HDC screen = GetDC(nullptr);
-    HDC memory = CreateCompatibleDC(screen);
-    HBITMAP bitmap = CreateCompatibleBitmap(screen, kWidth, kHeight);
-    const HGDIOBJ before = SelectObject(memory, bitmap);
-    RECT all{0, 0, kWidth, kHeight};
-    FillRect(memory, &all, static_cast<HBRUSH>(GetStockObject(BLACK_BRUSH)));
-    const RECTL place{0, 0, kWidth, kHeight};
-    if (throughMetafile) {
-        HDC recording = CreateEnhMetaFileW(screen, nullptr, nullptr, nullptr);
-        EXPECT_EQ(view->Draw(DVASPECT_CONTENT, -1, nullptr, nullptr, nullptr, recording, &place, &place,
-                             nullptr, 0),
-                  S_OK);
-        HENHMETAFILE file = CloseEnhMetaFile(recording);
-        PlayEnhMetaFile(memory, file, &all);
-        DeleteEnhMetaFile(file);
-    } else {
-        EXPECT_EQ(
-            view->Draw(DVASPECT_CONTENT, -1, nullptr, nullptr, nullptr, memory, &place, nullptr, nullptr, 0),
-            S_OK);
-    }
-    std::map<COLORREF, int> colors;
-    for (int y = 0; y < kHeight; y += 2)
-        for (int x = 0; x < kWidth; x += 2) ++colors[GetPixel(memory, x, y)];
-    SelectObject(memory, before);
-    DeleteObject(bitmap);
-    DeleteDC(memory);
-    ReleaseDC(nullptr, screen);
-    return colors;
+int CALLBACK countText(HDC, HANDLETABLE*, const ENHMETARECORD* record, int, LPARAM count) {
+    *reinterpret_cast<int*>(count) += record->iType == EMR_EXTTEXTOUTW;
+    return 1;
 }
 
-TEST(Container, LetsTheControlDrawItself) {
+int textsOf(HENHMETAFILE file) {
+    int count = 0;
+    EnumEnhMetaFile(nullptr, file, countText, &count, nullptr);
+    return count;
+}
+
+// A picture of the control by itself, of that many pixels.
+std::unique_ptr<win32::Canvas> pictureOf(IViewObject2* view, SIZE size, bool throughMetafile = false) {
+    auto picture = std::make_unique<win32::Canvas>(size.cx, size.cy);
+    const RECTL place{0, 0, size.cx, size.cy};
+    const auto draw = [&](HDC dc) {
+        EXPECT_EQ(
+            view->Draw(DVASPECT_CONTENT, -1, nullptr, nullptr, nullptr, dc, &place, nullptr, nullptr, 0),
+            S_OK);
+    };
+    if (throughMetafile) {
+        const HDC dc = picture->dc();
+        const RECT frame{0, 0, MulDiv(size.cx, 100 * GetDeviceCaps(dc, HORZSIZE), GetDeviceCaps(dc, HORZRES)),
+                         MulDiv(size.cy, 100 * GetDeviceCaps(dc, VERTSIZE), GetDeviceCaps(dc, VERTRES))};
+        const HDC recording = CreateEnhMetaFileW(dc, nullptr, &frame, nullptr);
+        draw(recording);
+        HENHMETAFILE file = CloseEnhMetaFile(recording);
+        EXPECT_GT(textsOf(file), 80) << "a print is to have texts, not a picture of them";
+        const RECT all{0, 0, size.cx, size.cy};
+        PlayEnhMetaFile(picture->dc(), file, &all);
+        DeleteEnhMetaFile(file);
+    } else {
+        draw(picture->dc());
+    }
+    GdiFlush();
+    return picture;
+}
+
+// Share of the pixels in which two pictures of one size differ.
+double difference(win32::Canvas& one, win32::Canvas& other) {
+    int different = 0;
+    for (std::size_t i = 0; i < one.pixels().size(); ++i)
+        different += (one.pixels()[i] & 0xFFFFFF) != (other.pixels()[i] & 0xFFFFFF);
+    return double(different) / static_cast<double>(one.pixels().size());
+}
+
+TEST(Container, GetsThePictureThatTheActiveControlWouldBe) {
     StrictHost host(newControl(), false);
     const auto view = as<IViewObject2>(host);
-    const auto look = [&] {
-        for (const bool metafile : {false, true}) {
-            auto colors = drawnColors(view.get(), metafile);
-            EXPECT_GT(colors.size(), 3u) << "metafile " << metafile;  // controls and text, not one surface
-            EXPECT_LT(colors[RGB(0, 0, 0)], 360 * 450 / 4 / 4) << metafile;  // the ground is covered
-        }
-    };
-    look();  // shown nowhere
-    ASSERT_EQ(as<IOleObject>(host)->DoVerb(OLEIVERB_SHOW, nullptr, nullptr, 0, nullptr, nullptr), S_OK);
-    host.pump();
-    look();
-    SIZEL extent{};
+    for (const SIZE size : {SIZE{700, 600}, {620, 880}}) {
+        host.site().place = {0, 0, size.cx, size.cy};
+        const auto inactive = pictureOf(view.get(), size);
+        const auto recorded = pictureOf(view.get(), size, true);
+        ASSERT_EQ(as<IOleObject>(host)->DoVerb(OLEIVERB_INPLACEACTIVATE, nullptr, nullptr, 0, nullptr, nullptr),
+                  S_OK);
+        host.pump();
+        const auto active = picture(host.window());
+        EXPECT_LT(difference(*inactive, *active), 0.002);
+        EXPECT_LT(difference(*recorded, *active), 0.03);
+        as<IOleInPlaceObject>(host)->InPlaceDeactivate();
+    }
+    // In a place of an extent's proportions the picture is a small one of all of it.
+    SIZEL extent{MulDiv(700, 2540, 96), MulDiv(600, 2540, 96)};
+    ASSERT_EQ(as<IOleObject>(host)->SetExtent(DVASPECT_CONTENT, &extent), S_OK);
+    const auto small = pictureOf(view.get(), {350, 300});
+    const auto full = pictureOf(view.get(), {700, 600});
+    win32::Canvas half(350, 300);
+    SetStretchBltMode(half.dc(), HALFTONE);
+    StretchBlt(half.dc(), 0, 0, 350, 300, full->dc(), 0, 0, 700, 600, SRCCOPY);
+    GdiFlush();
+    EXPECT_LT(difference(*small, half), 0.1);
     EXPECT_EQ(view->GetExtent(DVASPECT_CONTENT, -1, nullptr, &extent), S_OK);
     EXPECT_GT(extent.cx, 10'000);  // ten centimetres, in hundredths of a millimetre
     EXPECT_EQ(view->GetExtent(DVASPECT_ICON, -1, nullptr, &extent), DV_E_DVASPECT);
+}
+
+class ViewSink final : public ComObject<IAdviseSink> {
+  public:
+    explicit ViewSink(int& changes) : changes_(changes) {}
+    void STDMETHODCALLTYPE OnDataChange(FORMATETC*, STGMEDIUM*) override {}
+    void STDMETHODCALLTYPE OnViewChange(DWORD, LONG) override { ++changes_; }
+    void STDMETHODCALLTYPE OnRename(IMoniker*) override {}
+    void STDMETHODCALLTYPE OnSave() override {}
+    void STDMETHODCALLTYPE OnClose() override {}
+
+  private:
+    int& changes_;
+};
+
+TEST(Container, IsToldThatAPictureItKeepsIsOld) {
+    Bench bench("strict");
+    const auto view = as<IViewObject2>(*bench.host);
+    const auto dialog = as<_DravikDlg>(*bench.host);
+    int changes = 0;
+    const auto sink = ComPtr<ViewSink>::attach(new ViewSink(changes));
+    ASSERT_EQ(view->SetAdvise(DVASPECT_CONTENT, ADVF_PRIMEFIRST, sink.get()), S_OK);
+    EXPECT_EQ(changes, 1);
+    const auto tells = [&](auto&& change) {
+        bench.host->pump();
+        changes = 0;
+        change();
+        bench.host->pump();
+        return changes > 0;
+    };
+    EXPECT_FALSE(tells([] {}));
+    EXPECT_TRUE(tells([&] { bench.bind("HELLO"); }));
+    EXPECT_TRUE(tells([&] { bench.include(L"HELLO", 5); }));
+    EXPECT_LT(changes, 40) << "once for many changes";
+    EXPECT_TRUE(tells([&] { as<IOleInPlaceObject>(*bench.host)->InPlaceDeactivate(); }));
+    EXPECT_TRUE(tells([&] {
+        BSTR text = SysAllocString(L"L");
+        dialog->HighlightIncluded(&text);
+        SysFreeString(text);
+    })) << "shown nowhere";
+    SIZEL extent{12345, 23456};
+    EXPECT_TRUE(tells([&] { as<IOleObject>(*bench.host)->SetExtent(DVASPECT_CONTENT, &extent); }));
+    ASSERT_EQ(view->SetAdvise(DVASPECT_CONTENT, ADVF_ONLYONCE, sink.get()), S_OK);
+    extent.cx = 20000;
+    EXPECT_TRUE(tells([&] { as<IOleObject>(*bench.host)->SetExtent(DVASPECT_CONTENT, &extent); }));
+    extent.cx = 30000;
+    EXPECT_FALSE(tells([&] { as<IOleObject>(*bench.host)->SetExtent(DVASPECT_CONTENT, &extent); }));
+    bench.robot.expectBox(L"Font Changed", IDNO);
+    bench.host->close();
 }
 
 TEST(Container, KeepsTheExtentInAnyStore) {
@@ -233,6 +304,15 @@ TEST(Container, KeepsTheExtentInAnyStore) {
     };
     const auto saved = newControl();
     EXPECT_EQ(saved.as<IPersistStreamInit>()->IsDirty(), S_FALSE);
+    for (const LONG side : {2147483647L, 12345L}) {  // what is taken can be read again
+        SIZEL large{side, side};
+        ASSERT_EQ(saved.as<IOleObject>()->SetExtent(DVASPECT_CONTENT, &large), S_OK);
+        ComPtr<IStream> stream;
+        ASSERT_EQ(CreateStreamOnHGlobal(nullptr, TRUE, stream.put()), S_OK);
+        ASSERT_EQ(saved.as<IPersistStreamInit>()->Save(stream.get(), TRUE), S_OK);
+        stream->Seek({}, STREAM_SEEK_SET, nullptr);
+        EXPECT_EQ(newControl().as<IPersistStreamInit>()->Load(stream.get()), S_OK);
+    }
     SIZEL extent{12345, 23456};
     ASSERT_EQ(saved.as<IOleObject>()->SetExtent(DVASPECT_CONTENT, &extent), S_OK);
     EXPECT_EQ(saved.as<IPersistStreamInit>()->IsDirty(), S_OK);

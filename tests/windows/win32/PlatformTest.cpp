@@ -57,6 +57,29 @@ TEST_F(PlatformOfWindows, TellsTheHostOfAMenu) {
     EXPECT_EQ(modal, "on off ");
 }
 
+TEST_F(PlatformOfWindows, TimersWaitWhileOneOfThemHasABoxUp) {
+    Timer first("first", 10), second("second", 10);
+    Form ticking("ticking", "Ticking");
+    ticking.setLayout(column({item(cell)}));
+    ticking.timers = {&first, &second};
+    int boxes = 0;
+    for (Timer* timer : {&first, &second}) timer->tick.subscribe([&] {
+        ++boxes;
+        platform().messageBox({"text", "Title"});
+    });
+    platform().show(ticking);
+    script.expect(DialogScript::kMessageBox, [&](HWND box) {
+        waitUntil([] { return false; }, 150);
+        EXPECT_EQ(boxes, 1) << "each tick would lay one more box over the first";
+        first.setEnabled(false);
+        second.setEnabled(false);
+        SendMessageW(box, WM_CLOSE, 0, 0);
+    });
+    first.setEnabled(true);
+    second.setEnabled(true);
+    EXPECT_TRUE(waitUntil([&] { return script.finished() && GetActiveWindow(); }));
+}
+
 TEST_F(PlatformOfWindows, ADialogKeepsItsOwnerStillAndTimersRunning) {
     Timer timer("timer", 10);
     int ticks = 0;
@@ -166,7 +189,10 @@ TEST_F(PlatformOfWindows, APageIsDrawnIntoAnyContext) {
     Canvas half(100, 100);
     page.draw(half.dc(), {0, 0, 100, 100});
     EXPECT_NEAR(countOf(half, RGB(255, 0, 0)), reds / 4, reds / 10);
-    const HDC recording = CreateEnhMetaFileW(nullptr, nullptr, nullptr, nullptr);
+    const HDC screen = half.dc();
+    const RECT size{0, 0, MulDiv(200, 100 * GetDeviceCaps(screen, HORZSIZE), GetDeviceCaps(screen, HORZRES)),
+                    MulDiv(200, 100 * GetDeviceCaps(screen, VERTSIZE), GetDeviceCaps(screen, VERTRES))};
+    const HDC recording = CreateEnhMetaFileW(screen, nullptr, &size, nullptr);
     page.draw(recording, {0, 0, 200, 200});
     const HENHMETAFILE file = CloseEnhMetaFile(recording);
     Canvas played(200, 200);

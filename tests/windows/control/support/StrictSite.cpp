@@ -61,6 +61,7 @@ HRESULT StrictSite::OnUIDeactivate(BOOL) {
 HRESULT StrictSite::OnInPlaceDeactivate() {
     expect(inPlace_, "OnInPlaceDeactivate without OnInPlaceActivate");
     expect(!uiActive_, "OnInPlaceDeactivate while the user interface is active");
+    expect(!focus, "OnInPlaceDeactivate without OnFocus(FALSE)");
     inPlace_ = false;
     return noted("OnInPlaceDeactivate");
 }
@@ -71,6 +72,7 @@ HRESULT StrictSite::TranslateAccelerator(MSG* message, DWORD) {
 }
 
 HRESULT StrictSite::OnFocus(BOOL gained) {
+    expect((focus != 0) != (gained != FALSE), "OnFocus twice with the same");
     focus = gained;
     return noted(gained ? "OnFocus" : "OnFocus lost");
 }

@@ -1,0 +1,72 @@
+#include "engine/font/FontReader.h"
+
+#include <algorithm>
+#include <memory>
+#include <utility>
+
+#include "base/Text.h"
+#include "engine/classifier/SceneReading.h"
+
+namespace dravik::engine {
+namespace {
+
+constexpr char kUnknownCharacter[] = "?";
+
+DistanceMeasure measureOf(const std::vector<Sample>& samples) {
+    ClassStatistics statistics;
+    std::vector<const Sample*> all;
+    all.reserve(samples.size());
+    for (const Sample& sample : samples) {
+        statistics.add(sample);
+        all.push_back(&sample);
+    }
+    return DistanceMeasure(statistics, all);
+}
+
+ReadCharacter readCharacter(const PlacedRecognition& one) {
+    ReadCharacter result{foundCharacter(one.place, one.line), characterOf(one.read.best.code),
+                         confidence(one.read.best.evidence)};
+    result.alternatives.reserve(one.read.others.size());
+    for (const CharacterEvidence& other : one.read.others)
+        result.alternatives.push_back({characterOf(other.code), confidence(other.evidence)});
+    std::stable_sort(result.alternatives.begin(), result.alternatives.end(),
+                     [](const Alternative& a, const Alternative& b) { return a.confidence > b.confidence; });
+    return result;
+}
+
+}  // namespace
+
+FoundCharacter foundCharacter(const Region& place, int line) {
+    return {place.left, place.top, place.right, place.bottom, line};
+}
+
+std::string shownCharacter(const ReadCharacter& read, double limit) {
+    return read.confidence < limit ? kUnknownCharacter : read.character;
+}
+
+FontReader::FontReader(const FontRecord& font) : FontReader(font.training.network, measureOf(font.samples)) {}
+
+FontReader::FontReader(Network network, DistanceMeasure measure)
+    : network_(std::move(network)), measure_(std::move(measure)) {}
+
+std::vector<std::string> FontReader::characters() const {
+    std::vector<std::string> result;
+    for (const std::int32_t code : network_.codes) result.push_back(characterOf(code));
+    return result;
+}
+
+std::vector<ReadCharacter> FontReader::read(const GreyImage& image) const {
+    if (network_.empty()) return {};
+    // The scene does not outlive the image.
+    return read(findScene(std::shared_ptr<const GreyImage>(std::shared_ptr<const GreyImage>(), &image)));
+}
+
+std::vector<ReadCharacter> FontReader::read(const Scene& found, const std::stop_token& stop) const {
+    std::vector<ReadCharacter> result;
+    if (network_.empty()) return result;
+    for (const PlacedRecognition& one : readScene(found, network_, measure_, stop))
+        result.push_back(readCharacter(one));
+    return result;
+}
+
+}  // namespace dravik::engine

@@ -1,0 +1,64 @@
+// Reading with a trained font: from an image to its characters, how sure each is and what else it may be.
+#pragma once
+
+#include <stop_token>
+#include <string>
+#include <vector>
+
+#include "engine/classifier/Confidence.h"
+#include "engine/classifier/DistanceMeasure.h"
+#include "engine/classifier/Network.h"
+#include "engine/font/FontFile.h"
+#include "engine/image/GreyImage.h"
+#include "engine/scene/Scene.h"
+
+namespace dravik::engine {
+
+// A found character: its box in image pixels, right and bottom exclusive, and the line that it stands in,
+// from 0. Found characters are in reading order, line by line.
+struct FoundCharacter {
+    int left = 0;
+    int top = 0;
+    int right = 0;
+    int bottom = 0;
+    int line = 0;
+};
+FoundCharacter foundCharacter(const Region& place, int line);
+
+// A character that one may be, and the confidence that it is right, 0 to 1 (see Confidence.h).
+struct Alternative {
+    std::string character;
+    double confidence = 0;
+};
+
+// A character as the trained font reads it.
+struct ReadCharacter {
+    FoundCharacter place;
+    std::string character;                    // the font's best answer
+    double confidence = 0;                    // that the answer is right, 0 to 1 (see Confidence.h)
+    std::vector<Alternative> alternatives{};  // the likeliest first, without the answer
+};
+
+// The text to show for a character: the answer, or "?" when its confidence is below `limit`.
+std::string shownCharacter(const ReadCharacter& read, double limit = kRejectLimit);
+
+// A font made ready to read. It does not change; any number of threads may read with it at once.
+class FontReader {
+  public:
+    // Of a font that is not trained everything reads as nothing.
+    explicit FontReader(const FontRecord& font);
+    FontReader(Network network, DistanceMeasure measure);
+
+    // The characters that the font can read, in the order of its network.
+    std::vector<std::string> characters() const;
+    std::vector<ReadCharacter> read(const GreyImage& image) const;
+    // The same of an image in which `found` is what findScene() finds. Ends early, with what it likes, once a
+    // stop is requested.
+    std::vector<ReadCharacter> read(const Scene& found, const std::stop_token& stop = {}) const;
+
+  private:
+    Network network_;
+    DistanceMeasure measure_;
+};
+
+}  // namespace dravik::engine

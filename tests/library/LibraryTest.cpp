@@ -1,0 +1,285 @@
+// The library as other programs use it: through its headers and the shared library alone. The embedded tool
+// beside it says what must come out.
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cstring>
+#include <dravik/dravik.hpp>
+#include <filesystem>
+#include <fstream>
+#include <map>
+#include <set>
+#include <thread>
+
+#include "contract/DrawnText.h"
+#include "engine/embedded/EmbeddedTool.h"
+#include "support/TemporaryFolder.h"
+
+namespace dravik::test {
+namespace {
+
+using testing::ElementsAre;
+using testing::HasSubstr;
+
+Image imageOf(const engine::GreyImage& image) {
+    return {image.row(0).data(), image.width(), image.height()};
+}
+
+engine::GreyImage line(const std::string& text, int scale = 4) {
+    return drawn({text}, {.scale = scale, .dot = scale});
+}
+
+// A jobs folder with the font "digits", taught through the library, once for all tests.
+struct Taught {
+    Taught() {
+        Learner learner("digits", folder.path());
+        for (const int scale : {3, 4, 6})
+            learner.include(imageOf(line("0123456789", scale)), "01234 567\n89");
+        training = learner.train();
+        check = learner.check();
+        learner.save();
+    }
+    std::string file() const { return JobFolder(folder.path()).fontFile("digits"); }
+
+    const TemporaryFolder folder;
+    dravik_training training;
+    dravik_check check;
+};
+
+const Taught& taught() {
+    static const Taught once;
+    return once;
+}
+
+const Font& font() {
+    static const Font once(taught().file());
+    return once;
+}
+
+std::string verdicts(const Verification& verification) {
+    constexpr std::string_view kLetters = "rdwmu";
+    std::string all;
+    for (const dravik_verified& one : verification.characters()) all += kLetters[one.verdict];
+    return all;
+}
+
+template <class Call>
+dravik_status statusOf(Call&& call) {
+    try {
+        call();
+    } catch (const Error& error) {
+        EXPECT_GT(std::strlen(error.what()), 10u) << "every failure has a text";
+        return error.status();
+    }
+    return DRAVIK_OK;
+}
+
+TEST(LibraryTest, TeachesAndReadsAsTheToolItself) {
+    EXPECT_EQ(taught().training.samples, 30);
+    EXPECT_GT(taught().training.cycles, 0);
+    EXPECT_EQ(taught().check.checked, 30);
+    EXPECT_EQ(font().characters(), "0123456789");
+
+    engine::EmbeddedTool tool{JobFolder(taught().folder.path())};
+    tool.LoadFont("digits");
+    const engine::GreyImage image = drawn({"3141", "5926"});
+    tool.setImage(image);
+    const std::vector<engine::ReadCharacter> wanted = tool.read();
+    const Reading reading = Font::named("digits", taught().folder.path()).read(imageOf(image));
+    EXPECT_EQ(reading.text(), "3141\n5926");
+    ASSERT_EQ(reading.characters().size(), wanted.size());
+    for (std::size_t i = 0; i < wanted.size(); ++i) {
+        const dravik_character& one = reading.characters()[i];
+        EXPECT_EQ(one.text, wanted[i].character);
+        EXPECT_EQ(one.confidence, wanted[i].confidence);
+        EXPECT_EQ(one.line, wanted[i].place.line);
+        EXPECT_THAT((std::vector{one.box.left, one.box.top, one.box.right, one.box.bottom}),
+                    ElementsAre(wanted[i].place.left, wanted[i].place.top, wanted[i].place.right,
+                                wanted[i].place.bottom));
+    }
+}
+
+TEST(LibraryTest, TakesRowsApartAndUpsideDownInMemoryAndTellsARegionsBoxesInTheWholeImage) {
+    const engine::GreyImage image = drawn({"3141", "5926"});
+    const auto text = [](const Reading& reading) { return std::string(reading.text()); };
+
+    const std::ptrdiff_t stride = image.width() + 13;
+    std::vector<std::uint8_t> apart(static_cast<std::size_t>(stride * image.height()), 0);
+    for (int y = 0; y < image.height(); ++y)
+        std::copy(image.row(y).begin(), image.row(y).end(), apart.begin() + y * stride);
+    const Image padded(apart.data(), image.width(), image.height(), stride);
+    EXPECT_EQ(text(font().read(padded)), "3141\n5926");
+
+    std::vector<std::uint8_t> upward;
+    for (int y = image.height() - 1; y >= 0; --y)
+        upward.insert(upward.end(), image.row(y).begin(), image.row(y).end());
+    const std::uint8_t* top = upward.data() + (image.height() - 1) * image.width();
+    EXPECT_EQ(text(font().read({top, image.width(), image.height(), -image.width()})), "3141\n5926");
+
+    const Reading whole = font().read(imageOf(image));
+    const dravik_box second{0, whole.characters()[4].box.top - 10, 100000, 100000};
+    const Reading part = font().read(padded, Settings().region(second));
+    ASSERT_EQ(part.text(), "5926");
+    EXPECT_EQ(std::memcmp(&part.characters()[0].box, &whole.characters()[4].box, sizeof(dravik_box)), 0);
+    EXPECT_EQ(part.characters()[0].line, 0);
+    EXPECT_EQ(text(font().read(imageOf(image), Settings().region(second).wholeImage())), "3141\n5926");
+}
+
+TEST(LibraryTest, OneFontReadsOnManyThreads) {
+    std::map<std::string, std::set<std::string>> read;
+    std::mutex lock;
+    std::vector<std::jthread> threads;
+    for (int thread = 0; thread < 8; ++thread)
+        threads.emplace_back([&, thread] {
+            for (int i = 0; i < 10; ++i) {
+                const std::string printed = std::to_string(4711 + 1000 * thread + i);
+                std::string told(font().read(imageOf(line(printed))).text());
+                const std::lock_guard guard(lock);
+                read[printed].insert(std::move(told));
+            }
+        });
+    threads.clear();
+    EXPECT_EQ(read.size(), 80u);
+    for (const auto& [printed, told] : read) EXPECT_THAT(told, ElementsAre(printed));
+}
+
+TEST(LibraryTest, VerifiesCharacterByCharacter) {
+    const Reading reading = font().read(imageOf(line("3141")));
+    EXPECT_TRUE(reading.verify("31 41\n").passed());
+    EXPECT_EQ(verdicts(reading.verify("3141")), "rrrr");
+    EXPECT_FALSE(reading.verify("314").passed());
+    EXPECT_EQ(verdicts(reading.verify("314")), "rrru");
+    EXPECT_EQ(verdicts(reading.verify("x3141")), "mrrrr");
+    EXPECT_EQ(verdicts(reading.verify("3941")), "rwrr");
+    EXPECT_EQ(verdicts(reading.verify("")), "uuuu");
+
+    const Verification wrong = reading.verify("39\u00e41");
+    ASSERT_EQ(wrong.characters().size(), 4u);
+    const dravik_verified& umlaut = wrong.characters()[2];
+    EXPECT_STREQ(umlaut.expected, "\u00e4");
+    EXPECT_STREQ(umlaut.read, "4");
+    EXPECT_EQ(umlaut.index, 2);
+    EXPECT_EQ(umlaut.confidence, 0);
+    EXPECT_EQ(wrong.characters()[3].confidence, reading.characters()[3].confidence);
+
+    const Reading unsure = font().read(imageOf(line("3141")), Settings().rejectLimit(1));
+    EXPECT_EQ(unsure.text(), "????");
+    EXPECT_STREQ(unsure.characters()[0].text, "3") << "the answer is told below the limit too";
+    EXPECT_EQ(verdicts(unsure.verify("3141")), "dddd");
+    EXPECT_FALSE(unsure.verify("3141").passed());
+    EXPECT_TRUE(font().read(imageOf(engine::GreyImage(64, 64, 200))).verify(" ").passed());
+}
+
+TEST(LibraryTest, AlternativesComeTheLikeliestFirstWithoutTheAnswerAndVerifyAsWrong) {
+    // Characters with a part missing look like several.
+    engine::GreyImage image = line("88888");
+    std::size_t seen = 0;
+    for (int cut = 0; cut < 8; ++cut) {
+        for (int y = 24 + cut; y < 24 + cut + 3; ++y)
+            for (int x = 0; x < image.width(); ++x) image(x, y) = 220;
+        const Reading reading = font().read(imageOf(image), Settings().rejectLimit(0));
+        const auto all = reading.characters();
+        for (std::size_t place = 0; place < all.size(); ++place) {
+            const dravik_character& one = all[place];
+            double before = 1;
+            for (std::int32_t i = 0; i < one.alternative_count; ++i, ++seen) {
+                const dravik_alternative& other = one.alternatives[i];
+                EXPECT_STRNE(other.text, one.text);
+                EXPECT_LE(other.confidence, before);
+                EXPECT_LE(other.confidence, one.confidence);
+                before = other.confidence;
+                std::string expected;
+                for (std::size_t k = 0; k < all.size(); ++k)
+                    expected += k == place ? other.text : all[k].text;
+                const Verification verification = reading.verify(expected);
+                EXPECT_EQ(verification.characters()[place].verdict, DRAVIK_WRONG);
+                EXPECT_EQ(verification.characters()[place].confidence, other.confidence);
+            }
+        }
+    }
+    EXPECT_GT(seen, 0u) << "nothing was doubtful";
+}
+
+TEST(LibraryTest, FailuresHaveAStatusAndATextAndChangeNothing) {
+    const std::string folder = taught().folder.path();
+    EXPECT_EQ(statusOf([&] { Font("gone.nnd"); }), DRAVIK_NOT_FOUND);
+    EXPECT_EQ(statusOf([&] { Font::named("gone", folder); }), DRAVIK_NOT_FOUND);
+    const std::string torn = taught().folder.path("torn.nnd");
+    std::filesystem::copy_file(toPath(taught().file()), toPath(torn));
+    std::filesystem::resize_file(toPath(torn), 5000);
+    EXPECT_EQ(statusOf([&] { (void)Font(torn); }), DRAVIK_DAMAGED);
+    { Learner untaught("untaught", folder); }
+    EXPECT_EQ(statusOf([&] { Font::named("untaught", folder); }), DRAVIK_NOT_TRAINED);
+    EXPECT_EQ(statusOf([&] { Learner("NEW", folder); }), DRAVIK_BAD_ARGUMENT);
+    EXPECT_EQ(statusOf([&] { Learner("Digits", folder); }), DRAVIK_BAD_ARGUMENT);
+
+    const engine::GreyImage image = line("3141");
+    EXPECT_EQ(statusOf([&] { (void)font().read(Image(image.row(0).data(), 0, 5)); }), DRAVIK_BAD_ARGUMENT);
+    EXPECT_EQ(statusOf([&] { (void)font().read(Image(image.row(0).data(), 30, 5, 29)); }),
+              DRAVIK_BAD_ARGUMENT);
+    EXPECT_EQ(statusOf([&] { (void)font().read(Image(image.row(0).data(), 10000, 10000)); }),
+              DRAVIK_BAD_ARGUMENT);
+    EXPECT_EQ(statusOf([&] {
+                  (void)font().read(imageOf(image), Settings().region({5000, 0, 6000, 9}));
+              }),
+              DRAVIK_BAD_ARGUMENT);
+    EXPECT_EQ(statusOf([&] { Settings().region({5, 0, 5, 9}); }), DRAVIK_BAD_ARGUMENT);
+    EXPECT_EQ(statusOf([&] { Settings().rejectLimit(1.01); }), DRAVIK_BAD_ARGUMENT);
+    EXPECT_EQ(statusOf([&] { (void)font().read(imageOf(image)).verify("\xff"); }), DRAVIK_BAD_ARGUMENT);
+
+    // In C: results stay, and the error may be null.
+    dravik_font* opened = nullptr;
+    dravik_error error;
+    ASSERT_EQ(dravik_font_open(taught().file().c_str(), &opened, &error), DRAVIK_OK);
+    const dravik_font* before = opened;
+    EXPECT_EQ(dravik_font_open("gone.nnd", &opened, &error), DRAVIK_NOT_FOUND);
+    EXPECT_EQ(error.status, DRAVIK_NOT_FOUND);
+    EXPECT_THAT(error.text, HasSubstr("gone.nnd"));
+    EXPECT_EQ(opened, before);
+    EXPECT_EQ(dravik_font_open(nullptr, &opened, nullptr), DRAVIK_BAD_ARGUMENT);
+    EXPECT_EQ(
+        dravik_font_open(std::string(600, 'x').append("\u00e4").append(400, '\t').c_str(), &opened, &error),
+        DRAVIK_NOT_FOUND);
+    EXPECT_LT(std::strlen(error.text), sizeof error.text);
+    dravik_font_free(opened);
+    dravik_font_free(nullptr);
+    dravik_reading_free(nullptr);
+    dravik_learner_free(nullptr);
+    std::size_t count = 7;
+    EXPECT_EQ(dravik_reading_characters(nullptr, &count), nullptr);
+    EXPECT_EQ(count, 0u);
+}
+
+TEST(LibraryTest, AnIncludeThatDoesNotFitAndAStoppedTrainingLeaveTheFontAsItWas) {
+    const TemporaryFolder folder;
+    Learner learner("f", folder.path());
+    const engine::GreyImage image = line("0123456789");
+    EXPECT_EQ(statusOf([&] { learner.train(); }), DRAVIK_NO_CHARACTERS);
+    EXPECT_EQ(statusOf([&] { learner.include(imageOf(image), "012345678"); }), DRAVIK_COUNT_MISMATCH);
+    EXPECT_EQ(statusOf([&] { learner.check(); }), DRAVIK_NO_CHARACTERS);
+    EXPECT_EQ(learner.include(imageOf(image), "0123456789"), 10);
+    EXPECT_EQ(learner.include(imageOf(line("0123")), "12", Settings().region({24 + 24, 0, 24 + 72, 1000})),
+              2);
+
+    int asked = 0;
+    EXPECT_EQ(statusOf([&] {
+                  learner.train(0, [&](const dravik_training& soFar) {
+                      EXPECT_EQ(soFar.samples, 12);
+                      return ++asked > 0;
+                  });
+              }),
+              DRAVIK_NO_RESULT);
+    EXPECT_EQ(asked, 1);
+    EXPECT_THROW(learner.train(0, [](const dravik_training&) -> bool { throw std::domain_error("mine"); }),
+                 std::domain_error);
+    EXPECT_EQ(statusOf([&] { learner.train(-1); }), DRAVIK_BAD_ARGUMENT);
+    EXPECT_EQ(learner.train(30).samples, 12);
+    EXPECT_EQ(statusOf([&] { Font::named("f", folder.path()); }), DRAVIK_NOT_TRAINED)
+        << "it is not saved yet";
+    learner.save();
+    EXPECT_EQ(Font::named("f", folder.path()).read(imageOf(line("2026"))).text(), "2026");
+}
+
+}  // namespace
+}  // namespace dravik::test

@@ -1,0 +1,200 @@
+// Where the keyboard focus is when it comes back into the control, and who is told of it.
+#include "windows/control/support/Bench.h"
+
+#include <gmock/gmock.h>
+
+namespace dravik {
+
+using namespace test;
+using namespace com;
+namespace {
+
+// Keys that are held down while a call is made.
+class HeldKeys {
+  public:
+    HeldKeys(std::initializer_list<BYTE> keys) {
+        GetKeyboardState(before_);
+        BYTE held[256] = {};
+        for (const BYTE key : keys) held[key] = 0x80;
+        SetKeyboardState(held);
+    }
+    HeldKeys(const HeldKeys&) = delete;
+    HeldKeys& operator=(const HeldKeys&) = delete;
+    ~HeldKeys() { SetKeyboardState(before_); }
+
+  private:
+    BYTE before_[256] = {};
+};
+
+class FocusOfHosts : public ::testing::TestWithParam<const char*> {};
+
+INSTANTIATE_TEST_SUITE_P(Control, FocusOfHosts, ::testing::Values("strict", "atl", "sheet"),
+                         [](const auto& info) { return std::string(info.param); });
+
+TEST_P(FocusOfHosts, GoesBackWhenABoxOrAFormIsGone) {
+    Bench bench(GetParam());
+    bench.bind("HELLO");
+    bench.type(L"HELLOOO");
+    bench.robot.expectBox(L"Difference in character counts", IDOK);
+    bench.host->key(VK_RETURN);
+    ASSERT_TRUE(bench.host->pumpUntil([&] { return bench.robot.satisfied(); }));
+    EXPECT_TRUE(bench.host->pumpUntil([&] { return GetFocus() == bench.input(); })) << "after a box";
+
+    const auto closeForm = [](HWND form) { PostMessageW(form, WM_KEYDOWN, VK_ESCAPE, 1); };
+    bench.robot.expectForm("dlgFontManager", [&](HWND) { closeForm(GetFocus()); });
+    SetFocus(bench.button(L"Select Font"));
+    bench.host->key(VK_RETURN);
+    ASSERT_TRUE(bench.host->pumpUntil([&] { return bench.robot.satisfied(); }));
+    EXPECT_TRUE(bench.host->pumpUntil([&] { return GetFocus() == bench.button(L"Select Font"); }))
+        << "after a dialog";
+
+    bench.include(L"HELLO", 5);
+    const Bench::Cell cell = bench.cell(L'L');
+    bench.robot.expectMenu(L"Show Font Histogram");
+    bench.rightClick(cell);
+    ASSERT_TRUE(bench.host->pumpUntil([&] { return bench.robot.satisfied(); }));
+    SetFocus(bench.input());
+    const auto histogram = [] { return FindWindowW(L"DravikFormWindow", nullptr); };
+    ASSERT_TRUE(bench.host->pumpUntil([&] { return IsWindowVisible(histogram()) != FALSE; }));
+    SetActiveWindow(histogram());
+    ASSERT_TRUE(IsChild(histogram(), GetFocus()));
+    closeForm(GetFocus());
+    EXPECT_TRUE(bench.host->pumpUntil([&] { return GetFocus() == bench.input(); })) << "after a child form";
+    bench.robot.expectBox(L"Font Changed", IDNO);
+    bench.host->close();
+    EXPECT_THAT(bench.robot.surprises(), ::testing::IsEmpty());
+}
+
+class FocusOfContainer : public ::testing::Test {
+  protected:
+    FocusOfContainer() { bench.bind("HELLO"); }
+
+    StrictSite& site() { return static_cast<StrictHost&>(*bench.host).site(); }
+    template <class Interface>
+    ComPtr<Interface> as() const {
+        return ComPtr<IUnknown>(bench.host->control()).as<Interface>();
+    }
+    HRESULT verb(LONG verb, MSG* message = nullptr) {
+        return as<IOleObject>()->DoVerb(verb, message, &site(), 0, bench.host->frame(), nullptr);
+    }
+
+    Bench bench{"strict"};
+    HWND own = CreateWindowExW(0, L"EDIT", L"", WS_CHILD | WS_VISIBLE, 0, 0, 10, 10, bench.host->frame(),
+                               nullptr, nullptr, nullptr);
+    HWND first = bench.button(L"Select Font");
+};
+
+TEST_F(FocusOfContainer, GoesBackToWhereItWas) {
+    const auto comesBack = [&](const char* way, auto&& back) {
+        SetFocus(bench.input());
+        SetFocus(own);
+        back();
+        bench.host->pump();
+        EXPECT_EQ(GetFocus(), bench.input()) << way;
+    };
+    comesBack("to the control's window", [&] { SetFocus(bench.page()); });
+    comesBack("UIACTIVATE", [&] { verb(OLEIVERB_UIACTIVATE); });
+    comesBack("SHOW", [&] { verb(OLEIVERB_SHOW); });
+    comesBack("HIDE and SHOW", [&] {
+        verb(OLEIVERB_HIDE);
+        verb(OLEIVERB_SHOW);
+    });
+    comesBack("another page by Ctrl+Tab", [&] {
+        const HeldKeys held{VK_CONTROL, VK_TAB};
+        SetFocus(bench.page());
+    });
+
+    const HWND other = CreateWindowW(L"STATIC", L"", WS_OVERLAPPEDWINDOW | WS_VISIBLE, 0, 0, 100, 100,
+                                     nullptr, nullptr, nullptr, nullptr);
+    for (const HWND focused : {bench.input(), own}) {
+        SetFocus(focused);
+        SetActiveWindow(other);
+        as<IOleInPlaceActiveObject>()->OnFrameWindowActivate(TRUE);
+        SetActiveWindow(bench.host->frame());  // it takes the focus, as a window does unless told otherwise
+        EXPECT_EQ(GetFocus(), bench.host->frame());
+        bench.host->pump();
+        EXPECT_EQ(GetFocus(), focused == own ? bench.host->frame() : focused) << "its own focus is the host's";
+    }
+    DestroyWindow(other);
+}
+
+TEST_F(FocusOfContainer, EntersByTabFromTheSideThatItComesFrom) {
+    const auto enters = [&](std::initializer_list<BYTE> keys, auto&& enter) {
+        SetFocus(bench.input());
+        SetFocus(own);
+        const HeldKeys held(keys);
+        enter();
+        return GetFocus();
+    };
+    MSG tab{own, WM_KEYDOWN, VK_TAB, 1, 0, {}};
+    EXPECT_EQ(enters({VK_TAB}, [&] { SetFocus(bench.page()); }), first);
+    EXPECT_EQ(enters({}, [&] { verb(OLEIVERB_UIACTIVATE, &tab); }), first);
+    const HWND last = enters({VK_SHIFT, VK_TAB}, [&] { SetFocus(bench.page()); });
+    EXPECT_TRUE(IsChild(bench.page(), last));
+    EXPECT_NE(last, first);
+    EXPECT_EQ(enters({VK_SHIFT}, [&] { verb(OLEIVERB_UIACTIVATE, &tab); }), last);
+    // On through the controls between, and out at the first one.
+    int stops = 0;
+    while (site().keys.empty() && stops < 60) {
+        bench.host->key(VK_TAB, Modifier::Shift);
+        ++stops;
+    }
+    EXPECT_GE(stops, 8);
+    EXPECT_EQ(GetFocus(), first);
+}
+
+TEST_F(FocusOfContainer, IsLeftWithTheUserInterface) {
+    SetFocus(bench.input());
+    ASSERT_EQ(as<IOleInPlaceObject>()->UIDeactivate(), S_OK);
+    EXPECT_EQ(GetFocus(), bench.host->frame());
+    EXPECT_EQ(site().focus, 0);
+    SetFocus(bench.input());
+    EXPECT_EQ(site().focus, 1);
+    ASSERT_EQ(verb(OLEIVERB_HIDE), S_OK);
+    EXPECT_EQ(GetFocus(), bench.host->frame()) << "keys would work on what is not seen";
+    EXPECT_EQ(site().focus, 0);
+    ASSERT_EQ(verb(OLEIVERB_UIACTIVATE), S_OK);
+    EXPECT_EQ(site().focus, 1);
+    ASSERT_EQ(as<IOleInPlaceObject>()->InPlaceDeactivate(), S_OK);
+    ASSERT_EQ(verb(OLEIVERB_UIACTIVATE), S_OK);
+    EXPECT_EQ(site().focus, 1);
+    bench.host->close();
+    EXPECT_THAT(site().faults, ::testing::IsEmpty());
+}
+
+TEST_F(FocusOfContainer, TheHostIsToldWhenTheAccessKeysChange) {
+    const auto keys = [&] {
+        CONTROLINFO info{};
+        info.cb = sizeof info;
+        as<IOleControl>()->GetControlInfo(&info);
+        return info.cAccel;
+    };
+    const auto tellsOf = [&](auto&& change) {
+        bench.host->pump();
+        const int before = site().count("OnControlInfoChanged");
+        change();
+        bench.host->pump();
+        return site().count("OnControlInfoChanged") - before;
+    };
+    const auto all = keys();
+    const HWND include = bench.button(L"&Include");
+    EXPECT_EQ(tellsOf([&] { bench.type(L"HELLO"); }), 0) << "no key changed";
+    EXPECT_EQ(tellsOf([&] { as<IOleInPlaceObject>()->InPlaceDeactivate(); }), 1);
+    EXPECT_EQ(keys(), 0);
+    EXPECT_GE(tellsOf([&] { verb(OLEIVERB_SHOW); }), 1);
+    EXPECT_EQ(keys(), all);
+    ASSERT_TRUE(include);
+    bench.show("HELLO");
+    bench.include(L"HELLO", 5);
+    bench.show("OLEH");
+    bench.include(L"OLEH", 4);
+    EXPECT_EQ(tellsOf([&] { bench.learn(); }), 1);
+    EXPECT_EQ(keys(), 0) << "nothing can be included before the run is saved or reverted";
+    EXPECT_EQ(tellsOf([&] { bench.press(L"Revert"); }), 1);
+    EXPECT_EQ(keys(), all);
+    bench.robot.expectBox(L"Font Changed", IDNO);
+    bench.host->close();
+}
+
+}  // namespace
+}  // namespace dravik
