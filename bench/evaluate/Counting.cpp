@@ -157,10 +157,7 @@ void countScenes(const std::string& folder, bool verbose) {
             }
         if (verbose && !right) {
             std::printf("    %s: %zu of %zu, lines", image.name.c_str(), scene.characters(), expected);
-            for (const ScenePart& part : scene.parts) {
-                std::printf(" %zu", part.found.glyphs.size());
-                if (part.found.lines.size() > 1) std::printf("(%zu)", part.found.lines.size());
-            }
+            for (const ScenePart& part : scene.parts) std::printf(" %zu", part.found.glyphs.size());
             std::printf("%s  %s\n", kindText.c_str(), image.text.c_str());
         }
     }

@@ -7,9 +7,11 @@
 #include <cmath>
 #include <functional>
 #include <random>
+#include <stop_token>
 
 #include "engine/LabelledImages.h"
 #include "engine/PngFile.h"
+#include "engine/classifier/SceneReading.h"
 
 namespace dravik {
 
@@ -124,9 +126,9 @@ TEST(Scene, PrintIsFoundBesideOtherThingsAndTurned) {
         int required;  // pictures with the exact number of characters
     };
     for (const Arrangement& arrangement :
-         {Arrangement{"alone", [](Plate&) {}, 0, 20}, Arrangement{"turned", [](Plate&) {}, 17, 20},
-          Arrangement{"steep", [](Plate&) {}, -38, 20}, Arrangement{"barcode", addBarcode, -9, 20},
-          Arrangement{"squares", addSquares, 6, 20}, Arrangement{"framed", addFrame, 12, 20}}) {
+         {Arrangement{"alone", [](Plate&) {}, 0, 11}, Arrangement{"turned", [](Plate&) {}, 17, 12},
+          Arrangement{"steep", [](Plate&) {}, -38, 12}, Arrangement{"barcode", addBarcode, -9, 12},
+          Arrangement{"squares", addSquares, 6, 12}, Arrangement{"framed", addFrame, 12, 12}}) {
         int number = 0, images = 0, exact = 0;
         for (const LabelledImage& one : labelledImages(kLines)) {
             if (one.font.starts_with("dot") || ++number % 3 != 0) continue;
@@ -144,34 +146,45 @@ TEST(Scene, PrintIsFoundBesideOtherThingsAndTurned) {
     }
 }
 
-// A character's box holds its ink, wherever the line stands and however it is turned.
-TEST(Scene, PlacesAreThoseOfTheWholePicture) {
+// A character's box holds its ink, wherever the line stands and however it is turned; lines are numbered
+// through all parts.
+TEST(Scene, PlacesAndLinesAreThoseOfTheWholePicture) {
     Plate plate;
     plate.paper = 200;
     plate.picture = GreyImage(900, 700, 200);
     std::vector<std::pair<int, int>> places;
-    for (int k = 0; k < 8; ++k) {
-        const int x = 300 + 40 * k, y = 330;
+    constexpr int kEach = 8;
+    for (int k = 0; k < 2 * kEach; ++k) {
+        const int x = 300 + 40 * (k % kEach), y = 300 + 70 * (k / kEach);
         plate.fill(x, y, x + 5, y + 36, 30);
         plate.fill(x, y, x + 24, y + 5, 30);
         plate.fill(x, y + 31, x + 24, y + 36, 30);
         places.emplace_back(x + 12, y + 18);
     }
-    const GreyImage picture = turned(plate, 20);
-    const Scene scene = sceneOf(picture);
-    ASSERT_EQ(scene.characters(), places.size());
+    const Scene scene = sceneOf(turned(plate, 20));
+    const std::vector<PlacedGlyph> found = allPlaces(scene);
+    ASSERT_EQ(found.size(), places.size());
     const float c = std::cos(0.349066f), s = std::sin(0.349066f);
-    std::size_t next = 0;
-    for (const ScenePart& part : scene.parts)
-        for (const Glyph& glyph : part.found.glyphs) {
-            const Region box = part.place(part.found.place(glyph));
-            const float dx = static_cast<float>(places[next].first) - 450,
-                        dy = static_cast<float>(places[next].second) - 350;
-            ++next;
-            EXPECT_NEAR(0.5f * static_cast<float>(box.left + box.right), 450 + c * dx - s * dy, 4);
-            EXPECT_NEAR(0.5f * static_cast<float>(box.top + box.bottom), 350 + s * dx + c * dy, 4);
-            EXPECT_LT(box.width(), 48);
-        }
+    for (std::size_t i = 0; i < found.size(); ++i) {
+        const Region& box = found[i].place;
+        const float dx = static_cast<float>(places[i].first) - 450,
+                    dy = static_cast<float>(places[i].second) - 350;
+        EXPECT_NEAR(0.5f * static_cast<float>(box.left + box.right), 450 + c * dx - s * dy, 4);
+        EXPECT_NEAR(0.5f * static_cast<float>(box.top + box.bottom), 350 + s * dx + c * dy, 4);
+        EXPECT_LT(box.width(), 48);
+        EXPECT_EQ(found[i].line, static_cast<int>(i) / kEach);
+    }
+}
+
+TEST(Scene, SearchEndsOnceAStopIsRequested) {
+    std::stop_source stop;
+    stop.request_stop();
+    const auto image = std::make_shared<GreyImage>(readPng(kLines + "/hack_000.png"));
+    const auto onPart = std::make_shared<GreyImage>(turned(onPaper(*image), 30));
+    for (const auto& picture : {image, onPart}) {
+        EXPECT_EQ(findScene(picture, stop.get_token()).characters(), 0u);
+        EXPECT_GT(findScene(picture).characters(), 0u);
+    }
 }
 
 TEST(Scene, NoiseAndTextureHaveNoLines) {

@@ -40,6 +40,7 @@ constexpr float kClear = 0.45f;
 constexpr float kLeastRoom = 1.55f, kMostRoom = 4;
 // Lines that slope more are read better one by one.
 constexpr float kUpright = 0.12f;  // radians
+constexpr float kSameAngle = 0.1f;
 // The whole of a picture of so few pixels is looked at before any line is searched in it; that of one without
 // lines when it has at most so many.
 constexpr std::int64_t kSmall = 150'000, kMostWithoutLines = 500'000;
@@ -197,6 +198,22 @@ Scene wholeScene(std::shared_ptr<const GreyImage> image, Segmentation found) {
     return scene;
 }
 
+// Gives each part the lines of the others too: how high they are tells its capitals from small letters.
+void tellOfNeighbours(Scene& scene) {
+    std::vector<std::size_t> own;
+    for (const ScenePart& part : scene.parts) own.push_back(part.found.lines.size());
+    for (ScenePart& part : scene.parts)
+        for (std::size_t i = 0; i < scene.parts.size(); ++i) {
+            const ScenePart& other = scene.parts[i];
+            if (&other == &part || std::abs(other.angle - part.angle) > kSameAngle) continue;
+            for (std::size_t line = 0; line < own[i]; ++line) {
+                LineMetrics beside = other.found.lines[line];
+                beside.capHeight *= other.found.ink.scale / part.found.ink.scale;
+                part.found.lines.push_back(beside);
+            }
+        }
+}
+
 // Between nearly the darkest and nearly the lightest pixels.
 float contrast(const GreyImage& picture) {
     std::array<int, 256> counts{};
@@ -231,6 +248,7 @@ class LineByLine {
             number += static_cast<int>(one.part.found.lines.size());
             scene.parts.push_back(std::move(one.part));
         }
+        tellOfNeighbours(scene);
         return scene;
     }
 
@@ -294,7 +312,7 @@ class LineByLine {
             const TextLine* below = nullptr;
             for (const SeenLine& one : seen_) {
                 const TextLine& other = one.line;
-                if (std::abs(other.angle - line.angle) > 0.1f || other.right < line.left ||
+                if (std::abs(other.angle - line.angle) > kSameAngle || other.right < line.left ||
                     other.left > line.right)
                     continue;
                 if (other.top > line.bottom && (!below || other.top < below->top)) below = &other;

@@ -14,8 +14,8 @@ namespace dravik::engine {
 // A part of the picture that is looked at alone, upright.
 struct ScenePart {
     std::shared_ptr<const GreyImage> picture;
-    Segmentation found;
-    Region whole;  // that the part is of
+    Segmentation found;  // behind its own lines are those of the other parts, as high as its pixels have them
+    Region whole;        // that the part is of
     // From the part's pixels to those of the whole: turned by `angle` radians, then shifted.
     float angle = 0;
     float left = 0, top = 0;
