@@ -271,4 +271,17 @@ Conditions learningConditions(Random& random, bool dots) {
     return c;
 }
 
+void damage(Print& print, const Conditions& conditions, Random& random) {
+    const float cap = print.capHeight, w = static_cast<float>(print.width()),
+                h = static_cast<float>(print.height());
+    print.spread(conditions.spread * cap);
+    for (int i = 0; i < conditions.breaks; ++i) {
+        const float x = random.between(0, w), y = random.between(0, h),
+                    reach = random.between(0.3f, 1.5f) * cap;
+        const float turn = random.between(0, 6.2832f);
+        print.scrape(x, y, x + reach * std::cos(turn), y + reach * std::sin(turn),
+                     random.between(0.008f, 0.03f) * cap);
+    }
+}
+
 }  // namespace dravik

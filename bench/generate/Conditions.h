@@ -28,4 +28,7 @@ Conditions extremeConditions(Random& random, bool dots);
 // For images that a font is learnt from: clean or typical, without damage.
 Conditions learningConditions(Random& random, bool dots);
 
+// The print's strokes spread and scraped as the conditions say.
+void damage(Print& print, const Conditions& conditions, Random& random);
+
 }  // namespace dravik

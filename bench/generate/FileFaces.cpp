@@ -9,7 +9,10 @@
 #include <filesystem>
 #include <fstream>
 #include <map>
+#include <set>
 #include <stdexcept>
+#include <utility>
+#include <vector>
 
 #include "generate/DotFaces.h"
 
@@ -116,6 +119,57 @@ std::unique_ptr<Typeface> bitmapFace(const FontFileHandle& file) {
     return std::make_unique<DotFace>(std::move(patterns), rows, advance);
 }
 
+// Characters of a face that may look like another: I and l, 0 and O.
+constexpr std::size_t kMostTwins = 4;
+
+// Dots where the outlines, brought to so few rows, are mostly ink.
+std::unique_ptr<Typeface> rasteredFace(const FontFileHandle& file, int rows) {
+    FT_Face face = file.face();
+    const auto heightOfCapitals = [&](int size) {
+        FT_Set_Pixel_Sizes(face, 0, static_cast<FT_UInt>(size));
+        if (FT_Load_Char(face, 'H', FT_LOAD_RENDER | FT_LOAD_TARGET_MONO | FT_LOAD_NO_BITMAP)) return 0;
+        return static_cast<int>(face->glyph->bitmap.rows);
+    };
+    int size = rows;
+    while (size < 4 * rows && heightOfCapitals(size) < rows) ++size;
+    if (heightOfCapitals(size) != rows) throw std::runtime_error("The font has no size of so many rows");
+    DotFace::Patterns patterns;
+    std::set<std::vector<std::pair<int, int>>> shapes;
+    int widest = 0;
+    for (int c = '!'; c < 127; ++c) {
+        if (FT_Load_Char(face, static_cast<FT_ULong>(c),
+                         FT_LOAD_RENDER | FT_LOAD_TARGET_MONO | FT_LOAD_NO_BITMAP))
+            continue;
+        const FT_GlyphSlot glyph = face->glyph;
+        const FT_Bitmap& bitmap = glyph->bitmap;
+        auto& dots = patterns[static_cast<char>(c)];
+        int left = 1000, right = 0;
+        for (int row = 0; row < static_cast<int>(bitmap.rows); ++row)
+            for (int column = 0; column < static_cast<int>(bitmap.width); ++column)
+                if (bitmap.buffer[row * bitmap.pitch + column / 8] >> (7 - column % 8) & 1) {
+                    dots.push_back({column, glyph->bitmap_top - 1 - row});
+                    left = std::min(left, column);
+                    right = std::max(right, column);
+                }
+        std::vector<std::pair<int, int>> shape;
+        for (DotFace::Dot& dot : dots) {
+            dot.column -= left;
+            shape.emplace_back(dot.column, dot.row);
+        }
+        shapes.insert(std::move(shape));
+        if (std::isalnum(c)) widest = std::max(widest, right - left + 1);
+    }
+    if (shapes.size() + kMostTwins < patterns.size())
+        throw std::runtime_error("Characters look alike in so few rows");
+    // Evenly spaced, as dot printers do.
+    for (auto& [character, dots] : patterns) {
+        int width = 0;
+        for (const DotFace::Dot& dot : dots) width = std::max(width, dot.column + 1);
+        for (DotFace::Dot& dot : dots) dot.column += (widest - width) / 2;
+    }
+    return std::make_unique<DotFace>(std::move(patterns), rows, widest + 1);
+}
+
 class StrokeFace : public Typeface {
   public:
     explicit StrokeFace(const std::string& file) {
@@ -192,6 +246,10 @@ std::unique_ptr<Typeface> faceFromFile(const std::string& fileName) {
     const std::string file = fileBelow("/usr/share/fonts", fileName);
     if (const FontFileHandle handle(file); !FT_IS_SCALABLE(handle.face())) return bitmapFace(handle);
     return std::make_unique<OutlineFace>(file);
+}
+
+std::unique_ptr<Typeface> faceOfDots(const std::string& fileName, int rows) {
+    return rasteredFace(FontFileHandle(fileBelow("/usr/share/fonts", fileName)), rows);
 }
 
 std::unique_ptr<Typeface> faceOfStrokes(const std::string& fileName) {

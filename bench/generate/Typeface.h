@@ -55,6 +55,9 @@ class Typeface {
 // From a scalable or bitmap font file below the system's font folder, by the file's name. Bitmap fonts are
 // printed as dots. Raises std::runtime_error when the file is not there.
 std::unique_ptr<Typeface> faceFromFile(const std::string& fileName);
+// Dots in so many rows to a capital that show the outlines of a font file. Raises std::runtime_error when the
+// file is not there or has no such size.
+std::unique_ptr<Typeface> faceOfDots(const std::string& fileName, int rows);
 // From a file of single strokes (.jhf), by its name.
 std::unique_ptr<Typeface> faceOfStrokes(const std::string& fileName);
 // Five dots wide and seven high, our own.

@@ -1,8 +1,9 @@
 // Makes labelled part images: lines to find and read, and sheets of all characters to learn a font from, in
 // faces and under conditions that differ between the sets: the engine's weights are fitted on `learn`, its
-// rules are made with `develop`, and `held` is only for the last word.
+// rules are made with `develop`, and `held` and `fresh` are only for the last word.
 //
-//     dravik_generate develop|held|learn usual|extreme|scenes FOLDER [LINES_PER_FACE [CHARSETS_PER_FACE]]
+//     dravik_generate develop|held|fresh|learn usual|extreme|scenes FOLDER [LINES_PER_FACE
+//     [CHARSETS_PER_FACE]]
 //
 // `usual` and `extreme` say under what conditions the lines are seen, `scenes` has them on parts beside other
 // things; the sheets are the same. Writes FOLDER/lines and FOLDER/charsets with their images, lines.tsv,
@@ -150,6 +151,25 @@ const std::vector<Face> kHeld = {
     {"dot7x14", "7x14.pcf.gz"},
 };
 
+// For the last word on what was made after `held` had been looked at a dozen times.
+const std::vector<Face> kFresh = {
+    {"osifont", "osifont.ttf"},
+    {"routed", "routed-gothic.ttf"},
+    {"hermit", "Hermit-medium.otf"},
+    {"clearsans", "ClearSans-Regular.ttf"},
+    {"nationalpark", "NationalPark-Heavy.otf"},
+    {"gnutypewriter", "GNUTypewriter.ttf"},
+    {"infofont", "tiresias_infofont.ttf"},
+    {"quicksand", "Quicksand-Bold.ttf"},
+    {"sora", "Sora-SemiBold.otf"},
+    {"vt220", "Glass_TTY_VT220.ttf"},
+    {"timesrb", "timesrb.jhf"},
+    {"dotclean8x13", "clR8x13.pcf.gz"},
+    {"dotclean8x12b", "clB8x12.pcf.gz"},
+    {"dotclean6x8", "clR6x8.pcf.gz"},
+    {"dotlut12", "lutRS12.pcf.gz"},
+};
+
 std::unique_ptr<Typeface> opened(const Face& face) {
     const std::string file = face.file;
     if (file.empty()) return smallDotFace();
@@ -206,27 +226,16 @@ class Output {
     std::ofstream lines_, boxes_, meta_;
 };
 
-void damage(Print& print, const Conditions& conditions, Random& random) {
-    const float cap = print.capHeight, w = static_cast<float>(print.width()),
-                h = static_cast<float>(print.height());
-    print.spread(conditions.spread * cap);
-    for (int i = 0; i < conditions.breaks; ++i) {
-        const float x = random.between(0, w), y = random.between(0, h),
-                    reach = random.between(0.3f, 1.5f) * cap;
-        const float turn = random.between(0, 6.2832f);
-        print.scrape(x, y, x + reach * std::cos(turn), y + reach * std::sin(turn),
-                     random.between(0.008f, 0.03f) * cap);
-    }
-}
-
 struct Set {
     const char* name;
     const std::vector<Face>& faces;
     std::uint32_t seed;
     bool unusual = false;  // whether some images have single characters or whole pages
 };
-const std::vector<Set> kSets = {
-    {"develop", kDevelop, 100'003u}, {"held", kHeld, 900'001u}, {"learn", kLearn, 500'009u, true}};
+const std::vector<Set> kSets = {{"develop", kDevelop, 100'003u},
+                                {"held", kHeld, 900'001u},
+                                {"fresh", kFresh, 1'300'021u},
+                                {"learn", kLearn, 500'009u, true}};
 
 struct Seeing {
     const char* name;
@@ -277,9 +286,10 @@ int main(int argc, char** argv) {
     const auto seeing = std::find_if(dravik::kSeeing.begin(), dravik::kSeeing.end(),
                                      [&](const dravik::Seeing& one) { return conditions == one.name; });
     if (set == dravik::kSets.end() || seeing == dravik::kSeeing.end()) {
-        std::fprintf(stderr,
-                     "usage: dravik_generate develop|held|learn usual|extreme|scenes FOLDER [LINES_PER_FACE "
-                     "[CHARSETS_PER_FACE]]\n");
+        std::fprintf(
+            stderr,
+            "usage: dravik_generate develop|held|fresh|learn usual|extreme|scenes FOLDER [LINES_PER_FACE "
+            "[CHARSETS_PER_FACE]]\n");
         return 2;
     }
     try {
