@@ -14,6 +14,7 @@
 #include "engine/font/FontFile.h"
 #include "engine/font/SampleStore.h"
 #include "engine/font/SampleTable.h"
+#include "engine/recogniser/BaseReader.h"
 #include "engine/scene/Scene.h"
 
 namespace dravik {
@@ -82,6 +83,39 @@ void features(benchmark::State& state) {
     state.SetItemsProcessed(state.iterations() * static_cast<std::int64_t>(found.glyphs.size()));
 }
 BENCHMARK(features)->Unit(benchmark::kMillisecond);
+
+void patches(benchmark::State& state) {
+    const Segmentation found = segment(readPng(kParts + "rendered_charset/hack_000.png"));
+    for (auto _ : state)
+        for (const Glyph& glyph : found.glyphs)
+            benchmark::DoNotOptimize(characterPatch(found.ink, found.frame, glyph.piece,
+                                                    found.lines[static_cast<std::size_t>(glyph.line)]));
+    state.SetItemsProcessed(state.iterations() * static_cast<std::int64_t>(found.glyphs.size()));
+}
+BENCHMARK(patches)->Unit(benchmark::kMicrosecond);
+
+// By each instruction set in turn, as many as a line has.
+void patchesRecognised(benchmark::State& state) {
+    const auto kernels = availableKernels();
+    if (static_cast<std::size_t>(state.range(0)) >= kernels.size())
+        return state.SkipWithError("not on this machine");
+    const Segmentation found = segment(readPng(kParts + "rendered_charset/hack_000.png"));
+    std::vector<CharacterPatch> all;
+    for (const Glyph& glyph : found.glyphs)
+        all.push_back(characterPatch(found.ink, found.frame, glyph.piece,
+                                     found.lines[static_cast<std::size_t>(glyph.line)]));
+    const MatrixKernels& chosen = *kernels[static_cast<std::size_t>(state.range(0))];
+    for (auto _ : state) benchmark::DoNotOptimize(patchLikelihoods(std::span(all).first(16), chosen));
+    state.SetLabel(chosen.name);
+    state.SetItemsProcessed(state.iterations() * 16);
+}
+BENCHMARK(patchesRecognised)->DenseRange(0, 2)->Unit(benchmark::kMicrosecond);
+
+void lineWithoutAFont(benchmark::State& state) {
+    const GreyImage image = readPng(kParts + "rendered_lines/hack_000.png");
+    for (auto _ : state) benchmark::DoNotOptimize(readWithoutFont(image, segment(image)));
+}
+BENCHMARK(lineWithoutAFont)->Unit(benchmark::kMillisecond);
 
 std::vector<Sample> manySamples(std::size_t count) {
     std::vector<Sample> samples(count);

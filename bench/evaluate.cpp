@@ -2,8 +2,11 @@
 //
 //     dravik_evaluate
 //         reads the sample parts with fonts learnt from the sample sheets
-//     dravik_evaluate read CHARSETS LINES
-//         the same with other folders, for instance those of dravik_generate
+//     dravik_evaluate read CHARSETS LINES [SHEETS]
+//         the same with other folders, for instance those of dravik_generate; each font learnt from so many
+//         sheets
+//     dravik_evaluate suggest [-v] LINES...
+//         reads without any font; -v shows what was read wrongly
 //     dravik_evaluate count [-v] FOLDER...
 //         images with the exact number of characters, by tier and kind; -v names the others
 //     dravik_evaluate scenes [-v] FOLDER...
@@ -22,6 +25,7 @@
 #include "evaluate/Counting.h"
 #include "evaluate/PieceFitting.h"
 #include "evaluate/ReadingBack.h"
+#include "evaluate/ReadingWithoutFont.h"
 
 int main(int argc, char** argv) {
     const std::vector<std::string> arguments(argv + 1, argv + argc);
@@ -35,6 +39,10 @@ int main(int argc, char** argv) {
             const bool verbose = arguments[1] == "-v";
             for (std::size_t i = verbose ? 2 : 1; i < arguments.size(); ++i)
                 dravik::countScenes(arguments[i], verbose);
+        } else if (what == "suggest" && arguments.size() > 1) {
+            const bool verbose = arguments[1] == "-v";
+            for (std::size_t i = verbose ? 2 : 1; i < arguments.size(); ++i)
+                dravik::readWithoutFonts(arguments[i], verbose);
         } else if (what == "fit" && arguments.size() > 2 &&
                    (arguments[1] == "cuts" || arguments[1] == "joins" || arguments[1] == "print" ||
                     arguments[1] == "choice" || arguments[1] == "shapes")) {
@@ -46,14 +54,16 @@ int main(int argc, char** argv) {
             if (arguments[1] == "shapes") dravik::fitShapes(folders);
         } else if (what == "shared" && arguments.size() == 2) {
             dravik::countShared(arguments[1]);
-        } else if (what == "read" && (arguments.size() == 3 || arguments.size() < 2)) {
+        } else if (what == "read" &&
+                   (arguments.size() == 3 || arguments.size() == 4 || arguments.size() < 2)) {
             const std::string parts = std::string(DRAVIK_SOURCE_DIR) + "/data/parts/";
-            dravik::readBack(arguments.size() == 3 ? arguments[1] : parts + "rendered_charset",
-                             arguments.size() == 3 ? arguments[2] : parts + "rendered_lines");
+            dravik::readBack(arguments.size() > 2 ? arguments[1] : parts + "rendered_charset",
+                             arguments.size() > 2 ? arguments[2] : parts + "rendered_lines",
+                             arguments.size() > 3 ? std::stoi(arguments[3]) : 1'000'000);
         } else {
             std::fprintf(stderr,
-                         "usage: dravik_evaluate [read CHARSETS LINES | count [-v] FOLDER... | scenes [-v] "
-                         "FOLDER... | fit "
+                         "usage: dravik_evaluate [read CHARSETS LINES [SHEETS] | suggest [-v] LINES... | "
+                         "count [-v] FOLDER... | scenes [-v] FOLDER... | fit "
                          "cuts|joins|print|choice|shapes FOLDER... | shared FOLDER]\n");
             return 2;
         }

@@ -64,6 +64,26 @@ void bareWriteAndFlush(benchmark::State& state) {
 }
 BENCHMARK(bareWriteAndFlush)->Unit(benchmark::kMillisecond)->UseRealTime();
 
+// What the samples themselves take, without anything written.
+void includeOfASheetInMemory(benchmark::State& state) {
+    SampleStore store;
+    store.include(sheet(1, static_cast<std::size_t>(state.range(0))));
+    store.commit();
+    for (auto _ : state) {
+        store.include(sheet(store.nextSerial(), kSheet));
+        benchmark::DoNotOptimize(store.columns(tool::SampleKind::Uncommitted));
+        store.commit();
+        benchmark::DoNotOptimize(store.columns(tool::SampleKind::Committed));
+    }
+}
+BENCHMARK(includeOfASheetInMemory)
+    ->Arg(0)
+    ->Arg(20'000)
+    ->Arg(80'000)
+    ->Iterations(60)
+    ->Unit(benchmark::kMillisecond)
+    ->UseRealTime();
+
 // Into a font of so many samples.
 void includeOfASheet(benchmark::State& state) {
     Desk desk(static_cast<std::size_t>(state.range(0)));

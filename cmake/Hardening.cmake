@@ -5,8 +5,9 @@ if(CMAKE_BUILD_TYPE STREQUAL "Debug" OR DRAVIK_SANITIZE OR DRAVIK_FUZZ)
 endif()
 
 if(DRAVIK_PACKAGE)
-  # Packages do not tell where they were built.
-  add_compile_options(-ffile-prefix-map=${PROJECT_SOURCE_DIR}=. -ffile-prefix-map=${PROJECT_BINARY_DIR}=build)
+  # Packages do not tell where they were built. They are stripped; without lines for traces the number of a build, which is made
+  # before that, does not depend on folders either.
+  add_compile_options(-g0 -ffile-prefix-map=${PROJECT_SOURCE_DIR}=. -ffile-prefix-map=${PROJECT_BINARY_DIR}=build)
 endif()
 if(MINGW)
   # Addresses are random and data is not executable by this linker's own choice; said here so that it stays. Control Flow Guard

@@ -6,7 +6,8 @@ here=$(dirname "$(readlink -f "$0")")
 stage=$(readlink -f "$1") arch=$2 version=$3 rows=$4 out=$(readlink -m "$5")
 
 # The same part of the same architecture keeps its identifier from version to version.
-guid() { printf 'Dravik %s %s' "$arch" "$1" | sha1sum | sed -E 's/^(.{8})(.{4}).(.{3}).(.{3})(.{12}).*/\1-\2-5\3-a\4-\5/' | tr a-f A-F; }
+guid() { identifier "$arch $1"; }
+identifier() { printf 'Dravik %s' "$1" | sha1sum | sed -E 's/^(.{8})(.{4}).(.{3}).(.{3})(.{12}).*/\1-\2-5\3-a\4-\5/' | tr a-f A-F; }
 work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
 include() { { echo '<Include xmlns="http://schemas.microsoft.com/wix/2006/wi">'; cat; echo '</Include>'; } >"$work/$1.wxi"; }
@@ -23,7 +24,14 @@ files() {
 interface='Interface\\{5536B3D3-C530-11D3-B4D9-00609769E417}'
 if [ "$arch" = x86 ]; then platform=win32; else platform=win64; fi
 sed "s/\\\\0\\\\win64/\\\\0\\\\$platform/" "$rows" >"$work/rows"
-grep -v "$interface" "$work/rows" | include ControlRows
+# Names of programs and type libraries stand where 32- and 64-bit systems both look; but for the file of a library they
+# are a component that both packages have, so that it goes with the last of them.
+shared='Key="Software\\Classes\\(TypeLib|DravikDlgLib|Dravik\.)'
+library="0\\\\$platform\""
+grep -v "$interface" "$work/rows" | grep -E "$shared" | grep -v "$library" | sed '1s,/>, KeyPath="yes"/>,' | include SharedRows
+grep -v "$interface" "$work/rows" | { grep -vE "$shared" || true; } >"$work/own"
+grep -E "$shared" "$work/rows" | grep "$library" >>"$work/own"
+include ControlRows <"$work/own"
 grep "$interface" "$work/rows" | sed '1s,/>, KeyPath="yes"/>,' | include InterfaceRows
 files contract Contract | include ContractFiles
 files docs Doc | include DocumentFiles
@@ -39,9 +47,9 @@ rm -f "$out"
 # wixl looks for files from the folder of its source.
 cp "$here/Dravik.wxs" "$work"
 ln -s "$stage" "$work/stage"
-(cd "$work" && wixl -a "$arch" -o "$out" -I "$work" -D Arch="$arch" -D Version="$version" -D Win64=$win64 \
+(cd "$work" && wixl -a "$arch" -o "$out" -I "$work" -D Arch="$arch" -D Version="$version" -D NextVersion="${version%.*}.$((${version##*.} + 1))" -D Win64=$win64 \
     -D ProgramFiles=$folder -D UpgradeCode="$(guid upgrade)" -D ControlGuid="$(guid control)" -D InterfaceGuid="$(guid interface)" \
-    -D ProgramsGuid="$(guid programs)" -D ContractGuid="$(guid contract)" -D DocumentsGuid="$(guid documents)" \
+    -D SharedGuid="$(identifier shared)" -D JobsGuid="$(identifier jobs)" -D ProgramsGuid="$(guid programs)" -D ContractGuid="$(guid contract)" -D DocumentsGuid="$(guid documents)" \
     -D ImagesGuid="$(guid images)" -D SamplesGuid="$(guid samples)" \
     -D LibraryGuid="$(guid library)" -D HeadersGuid="$(guid headers)" -D LibrarySamplesGuid="$(guid library-samples)" Dravik.wxs)
 # wixl knows neither searches nor conditions of components. An interface that another library has registered stays what

@@ -5,6 +5,7 @@
 #   fuzz     each fuzzer for FUZZ_SECONDS (default 300)
 #   stories  10,000 stories of random acts and crashes on fonts
 #   mutants  faults planted in the engine, which its tests must find
+#   fit      fits the base recogniser twice on a small part of its patches, to the same digit
 #   faults   every fault of a file operation in every story of tests/faults
 #   bare     ./run on a bare Debian 12 in a folder of its own, without a display; needs root
 #   installed  the Debian packages installed, used, upgraded and removed on a bare Debian 12; needs root
@@ -31,6 +32,14 @@ stories_step() {
     cmake --preset dev >/dev/null && ninja -C build engine_tests && DRAVIK_STORIES=10000 build/tests/engine_tests --gtest_filter='FontStories.*'
 }
 mutants_step() { tools/mutate.sh; }
+fit_step() {
+    local made
+    made=$(mktemp -d) || return 1
+    tools/fit.sh --small "$made/one" && tools/fit.sh --small "$made/two" && cmp "$made/one/weights.bin" "$made/two/weights.bin"
+    local code=$?
+    rm -rf "$made"
+    return $code
+}
 faults_step() { tools/faults.sh; }
 bare_step() {
     local root
@@ -46,7 +55,7 @@ bare_step() {
 
 installed_step() { tools/package.sh deb && tests/packaging/installed-test.sh packages; }
 
-[ $# -gt 0 ] || set -- clang tidy fuzz stories mutants faults bare installed
+[ $# -gt 0 ] || set -- clang tidy fuzz stories mutants faults fit bare installed
 failed=()
 for step; do
     declare -F "${step}_step" >/dev/null || { echo "nightly.sh: there is no step $step" >&2; exit 2; }

@@ -2,6 +2,7 @@
 # Makes packages in packages/, installing what that needs: tools/package.sh [deb] [x64] [x86], the Windows ones without arguments.
 #   deb       dravik-trainer, libdravik0, libdravik-dev and python3-dravik for Debian 12, and the wheel of the Python module
 #   x64, x86  Dravik-VERSION-ARCH.zip and .msi. Whoever cannot install uses the zip: register.cmd in it registers the control.
+# They are signed when DRAVIK_CERTIFICATE names a certificate (packaging/sign.sh).
 # The same sources give the same files: their dates are SOURCE_DATE_EPOCH, or the date of the last commit.
 set -euo pipefail
 cd "$(dirname "$(readlink -f "$0")")/.."
@@ -77,13 +78,15 @@ for arch; do
     $strip -o "$stage/library/dravik-0.dll" "$(built "$arch" dravik-0.dll)"
     cp "$(built "$arch" libdravik.dll.a)" "$stage/library"
     cp src/library/include/dravik/* "$stage/library/dravik"
-    tools/guides.sh "$stage/docs" docs/operator-guide.md docs/host-integrators-guide.md docs/commands.md docs/font-file.md docs/library.md
+    tools/guides.sh "$stage/docs" docs/operator-guide.md docs/host-integrators-guide.md docs/commands.md docs/font-file.md docs/font-tool-contract.md docs/library.md
     cp packaging/*.cmd THIRD-PARTY-NOTICES.md CHANGELOG.md "$stage"
     cp LICENSE "$stage/LICENSE.txt"
+    packaging/sign.sh "$stage"/*.{ocx,exe} "$stage/library/dravik-0.dll"
     find "$stage" -exec touch -d "@$SOURCE_DATE_EPOCH" {} +
     rm -f "packages/$name.zip"
     (cd packages && find "$name" -print | LC_ALL=C sort | TZ=UTC zip -qX@ "$name.zip")
     packaging/make-msi.sh "$stage" "$arch" "$version" packages/rows "$stage.msi"
+    packaging/sign.sh "$stage.msi"
     rm -rf "$stage"
 done
 rm packages/rows

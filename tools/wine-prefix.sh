@@ -13,4 +13,6 @@ DISPLAY='' "$here/wine.sh" reg add 'HKLM\Software\Microsoft\Windows NT\CurrentVe
 DISPLAY='' "$here/wine.sh" reg add 'HKCU\Software\Wine\WineDbg' /v ShowCrashDialog /t REG_DWORD /d 0 /f >/dev/null 2>&1
 # Without a window manager a managed window waits two seconds for one.
 DISPLAY='' "$here/wine.sh" reg add 'HKCU\Software\Wine\X11 Driver' /v Managed /d N /f >/dev/null 2>&1
+# The desktop, which the first look at windows starts, takes a while; what shows windows before it is there fails.
+timeout 100 "$here/wine.sh" taskkill.exe /im nothing.exe >/dev/null 2>&1 || true
 touch "$folder/ready"

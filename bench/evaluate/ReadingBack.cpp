@@ -11,6 +11,7 @@
 #include "engine/LabelledImages.h"
 #include "engine/PngFile.h"
 #include "engine/embedded/EmbeddedTool.h"
+#include "evaluate/EditDistance.h"
 #include "tool/Samples.h"
 
 namespace dravik {
@@ -34,19 +35,10 @@ double secondsOfTraining(EmbeddedTool& tool) {
     return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
 }
 
-// Characters to insert, remove or replace to make one text of the other.
-int edits(const std::vector<std::string>& from, const std::vector<ReadCharacter>& to) {
-    std::vector<int> row(to.size() + 1);
-    for (std::size_t j = 0; j < row.size(); ++j) row[j] = static_cast<int>(j);
-    for (std::size_t i = 0; i < from.size(); ++i) {
-        int before = row[0]++;
-        for (std::size_t j = 0; j < to.size(); ++j) {
-            const int replaced = before + (from[i] == to[j].character ? 0 : 1);
-            before = row[j + 1];
-            row[j + 1] = std::min({row[j] + 1, before + 1, replaced});
-        }
-    }
-    return row.back();
+std::vector<std::string> textOf(const std::vector<ReadCharacter>& read) {
+    std::vector<std::string> text;
+    for (const ReadCharacter& one : read) text.push_back(one.character);
+    return text;
 }
 
 // A folder that goes when the measurement ends.
@@ -62,7 +54,7 @@ struct JobsForNow {
 
 }  // namespace
 
-void readBack(const std::string& charsets, const std::string& lines) {
+void readBack(const std::string& charsets, const std::string& lines, int most) {
     const JobsForNow jobs;
     const Fonts toRead = byFont(lines);
     int allCharacters = 0, allWrong = 0, allExact = 0, allImages = 0, allMisread = 0;
@@ -73,6 +65,7 @@ void readBack(const std::string& charsets, const std::string& lines) {
         tool.CreateFont(font);
         int included = 0, refused = 0;
         for (const LabelledImage& image : images) {
+            if (included == most) break;
             tool.setImage(readPng(image.file));
             if (tool.found().size() != characterCount(image.text)) {
                 ++refused;
@@ -96,7 +89,7 @@ void readBack(const std::string& charsets, const std::string& lines) {
                 const std::vector<ReadCharacter> read = tool.read();
                 const std::vector<std::string> text = characters(image.text);
                 characterTotal += static_cast<int>(text.size());
-                wrong += edits(text, read);
+                wrong += edits(text, textOf(read));
                 if (read.size() != text.size()) {
                     misread += " " + image.name + ":" + std::to_string(read.size()) + "/" +
                                std::to_string(text.size());

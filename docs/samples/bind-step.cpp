@@ -45,12 +45,17 @@ static int bind(IUnknown* control, IDispatch* step) {
     editor->put_ReadOnly(VARIANT_FALSE);
     editor->putref_RootStep(step);
     const HRESULT bound = editor->putref_Step(step);
+    // What is no step at all is told to the operator alone, in the status bar.
+    IDispatch* now = nullptr;
+    editor->get_Step(&now);
     if (FAILED(bound))
         printError(editor, __uuidof(StepEditor), bound);
     else
-        std::printf("bound\n");
+        std::printf(now == step ? "bound\n" : "not bound: it is no step\n");
+    const bool isBound = now == step;
+    if (now) now->Release();
     editor->Release();
-    return FAILED(bound) ? 1 : 0;
+    return isBound ? 0 : 1;
 }
 
 int wmain(int count, wchar_t** arguments) {

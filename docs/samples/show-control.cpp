@@ -60,17 +60,18 @@ class Container : public IOleClientSite,
         if (inPlace_) inPlace_->SetObjectRects(&place, &place);
     }
 
-    // The focus goes into the control.
-    void focusControl() {
+    // The focus goes into the control: with a Tab to the first field, or to the last one by Shift, else to
+    // the one that had it last.
+    void focusControl(MSG* tab = nullptr) {
         const RECT place = controlPlace();
-        if (object_) object_->DoVerb(OLEIVERB_UIACTIVATE, nullptr, this, 0, window_, &place);
+        if (object_) object_->DoVerb(OLEIVERB_UIACTIVATE, tab, this, 0, window_, &place);
     }
 
-    // Another window comes to the front, and this one again: the field that had the focus has it back.
-    void keepFocus() { focus_ = GetFocus(); }
+    // Another window comes to the front, and this one again.
+    void keepFocus() { buttonHadFocus_ = GetFocus() == button_; }
     void giveFocusBack() {
-        if (IsChild(window_, focus_))
-            SetFocus(focus_);
+        if (buttonHadFocus_)
+            SetFocus(button_);
         else
             focusControl();
     }
@@ -84,7 +85,7 @@ class Container : public IOleClientSite,
         const ComPtr<IOleInPlaceActiveObject> active = active_;
         if (inside && active && active->TranslateAccelerator(message) == S_OK) return true;
         if (message->hwnd == button_ && message->message == WM_KEYDOWN && message->wParam == VK_TAB) {
-            focusControl();
+            focusControl(message);
             return true;
         }
         // Alt and a letter work from the button, too.
@@ -232,7 +233,7 @@ class Container : public IOleClientSite,
 
     HWND window_;
     HWND button_;
-    HWND focus_ = nullptr;
+    bool buttonHadFocus_ = false;
     ComPtr<IOleObject> object_;
     ComPtr<IOleInPlaceObject> inPlace_;
     ComPtr<IOleInPlaceActiveObject> active_;
@@ -286,10 +287,11 @@ static ComPtr<IUnknown> create(const wchar_t* programIdentifier) {
 // As in bind-step.cpp, which also says why a step is refused.
 static bool bind(const ComPtr<IUnknown>& control, const ComPtr<IUnknown>& tool) {
     ComPtr<StepEditor> editor;
-    ComPtr<IDispatch> step;
+    ComPtr<IDispatch> step, bound;
     return SUCCEEDED(control.As(&editor)) && SUCCEEDED(tool.As(&step)) &&
            SUCCEEDED(editor->put_ReadOnly(VARIANT_FALSE)) && SUCCEEDED(editor->putref_RootStep(step.Get())) &&
-           SUCCEEDED(editor->putref_Step(step.Get()));
+           SUCCEEDED(editor->putref_Step(step.Get())) && SUCCEEDED(editor->get_Step(&bound)) &&
+           bound.Get() == step.Get();
 }
 
 // Runs the window until it is closed, by its button or after so many seconds (0: not by itself). True when

@@ -1,29 +1,19 @@
 #include "trainer/OpenedParts.h"
 
 #include <algorithm>
-#include <array>
-#include <string_view>
 #include <system_error>
 #include <unordered_set>
 #include <utility>
 
 #include "base/Failure.h"
 #include "base/Paths.h"
-#include "base/Text.h"
+#include "engine/image/ImageFiles.h"
 #include "trainer/Thumbnail.h"
 
 namespace dravik::trainer {
 namespace {
 
 namespace fs = std::filesystem;
-
-constexpr std::array<std::string_view, 11> kExtensions = {".png",  ".jpg",  ".jpeg", ".bmp", ".gif", ".tif",
-                                                          ".tiff", ".webp", ".pgm",  ".ppm", ".pbm"};
-
-bool hasImageExtension(const fs::path& path) {
-    const auto extension = lowerCase(fromPath(path.extension()));
-    return std::find(kExtensions.begin(), kExtensions.end(), extension) != kExtensions.end();
-}
 
 // The same file has the same name however the operator arrived at it.
 std::string normalName(const fs::path& path) {
@@ -32,23 +22,7 @@ std::string normalName(const fs::path& path) {
     return fromPath((error ? path : absolute).lexically_normal());
 }
 
-std::vector<fs::path> imagesIn(const fs::path& folder, std::error_code& error) {
-    std::vector<fs::path> images;
-    for (fs::directory_iterator entry(folder, error), end; !error && entry != end; entry.increment(error)) {
-        std::error_code unreadable;
-        const auto status = entry->status(unreadable);
-        if (hasImageExtension(entry->path()) && !fs::is_directory(status) && !fs::is_other(status))
-            images.push_back(entry->path());
-    }
-    std::sort(images.begin(), images.end());
-    return images;
-}
-
 }  // namespace
-
-std::span<const std::string_view> imageExtensions() noexcept {
-    return kExtensions;
-}
 
 OpenedParts::OpenedParts(ImageDecoder decoder) : decoder_(std::move(decoder)) {}
 
@@ -69,7 +43,7 @@ std::vector<std::string> OpenedParts::open(const std::vector<std::string>& paths
             problems.push_back(name + ": " +
                                (fs::status_known(status) ? "no such file or folder" : error.message()));
         } else if (fs::is_directory(status)) {
-            const auto images = imagesIn(path, error);
+            const auto images = engine::imagesIn(path, error);
             for (const auto& image : images) add(image);
             if (error)
                 problems.push_back(name + ": " + error.message());
@@ -77,7 +51,7 @@ std::vector<std::string> OpenedParts::open(const std::vector<std::string>& paths
                 problems.push_back(name + ": no images in this folder");
         } else if (fs::is_other(status)) {
             problems.push_back(name + ": is no file");
-        } else if (hasImageExtension(path)) {
+        } else if (engine::hasImageExtension(path)) {
             add(path);
         } else {
             // Its name does not say that it is an image, so its content must.

@@ -17,9 +17,6 @@ namespace dravik::trainer {
 
 using engine::ImageDecoder;
 
-// ".png" and the like, in small letters: files of a folder with such a name are taken for images.
-std::span<const std::string_view> imageExtensions() noexcept;
-
 class OpenedParts {
   public:
     explicit OpenedParts(ImageDecoder decoder);

@@ -302,7 +302,9 @@ Trainer::Trainer(ui::Platform& platform, const JobFolder& folder, ImageDecoder d
     refreshFont();
 }
 
-Trainer::~Trainer() = default;
+Trainer::~Trainer() {
+    end();
+}
 
 screen::DravikDlg& Trainer::control() noexcept {
     return parts_->control;

@@ -41,6 +41,7 @@ class Trainer {
   public:
     // The platform outlives the trainer. With `remembersFont` the font of the last session is loaded at once.
     Trainer(ui::Platform& platform, const JobFolder& folder, ImageDecoder decoder, bool remembersFont);
+    // Ends the screen unasked; what is unsaved then is there again at the next start.
     ~Trainer();
 
     screen::DravikDlg& control() noexcept;

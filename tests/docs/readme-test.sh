@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
-# readme-test.sh TRAINER LIBRARY: what the README says of training and of reading from Python is what happens, with the sample parts
-# of the sources for those of the installed program. Its other commands are run elsewhere: ./run and the installation by
-# tools/nightly.sh (bare, installed), ./test by everyone.
+# readme-test.sh TRAINER LIBRARY: what the README and the guide of the library say of training and of reading from Python happens, with
+# the sample parts of the sources for those of the installed program. Other commands of the README are run elsewhere: ./run and the
+# installation by tools/nightly.sh (bare, installed).
 set -euo pipefail
 root=$(readlink -f "$(dirname "$0")/../..")
 fail() { echo "FAILED: $*" >&2; exit 1; }
@@ -20,6 +20,15 @@ grep -q $'hack_000.png\tEXP2026/07/26' "$work/told" && tail -n 1 "$work/told" | 
 block 'Read from Python' python >"$work/read.py"
 /usr/bin/python3 "$work/read.py" >"$work/told" || fail "reading from Python"
 [ "$(head -n 1 "$work/told")" = 'EXP2026/07/26' ] && [ "$(tail -n 1 "$work/told")" = 'as expected: True' ] || fail "Python tells $(cat "$work/told")"
+# The pieces of the library's guide, one after the other, on the same image.
+{
+    sed '/^font = /,$d' "$work/read.py"
+    grep '^image = ' "$work/read.py"
+    awk '/^```/ { inside = $0 == "```python"; next } inside' "$root/docs/library.md"
+    echo 'print(reading.text)'
+} >"$work/guide.py"
+/usr/bin/python3 "$work/guide.py" >"$work/told" || fail "the Python of docs/library.md"
+grep -q 'wrong=0' "$work/told" && [ "$(tail -n 1 "$work/told")" = 'EXP2026/07/26' ] || fail "docs/library.md tells $(cat "$work/told")"
 # No block of commands stands where nothing runs it.
 blocks=$(awk '/^## / { here = substr($0, 4) } /^```[a-z]*$/ { inside = !inside; if (inside) print here " " $0 }' "$root/README.md")
 wanted='Try it ```

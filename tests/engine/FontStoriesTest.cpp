@@ -154,7 +154,6 @@ class Story {
 
   private:
     void tellAll() {
-        if (below(4) == 0) fonts_->endAct({}, {});
         for (int act = 10 + below(20); act > 0 && !testing::Test::HasFailure(); --act) {
             if (below(8) == 0)
                 restart();
@@ -171,7 +170,10 @@ class Story {
     std::string file(const std::string& name) const { return folder_.path("Fonts/" + name + ".nnd"); }
     Model& model() { return models_.at(*current_); }
 
-    void start() { fonts_ = std::make_unique<FontWorkspace>(JobFolder(folder_.path()), false); }
+    void start() {
+        fonts_ = std::make_unique<FontWorkspace>(JobFolder(folder_.path()), false);
+        fonts_->endAct({}, {});  // which says that acts do not end by themselves
+    }
 
     void note() {
         if (!current_) return;
@@ -455,7 +457,6 @@ class Story {
         current_.reset();
         deleted_.reset();
         start();
-        if (below(2) == 0) fonts_->endAct({}, {});
         for (auto& [name, font] : models_) {
             if (below(2) == 0) continue;
             current_ = name;

@@ -3,8 +3,10 @@
 
 #include <gtest/gtest.h>
 
+#include <chrono>
 #include <filesystem>
 #include <fstream>
+#include <thread>
 
 #include "base/AtomicFile.h"
 #include "base/Failure.h"
@@ -141,6 +143,8 @@ TEST(FontVersions, GoAlongWithANewNameAndJoinThoseThatAreThere) {
     EXPECT_TRUE(fonts.versions.list("a").empty());
     EXPECT_EQ(fonts.samples("b"), std::vector<int>{1});
     fonts.save("a", 7);
+    // Versions of two fonts are in the order of their times, which are whole milliseconds.
+    std::this_thread::sleep_for(std::chrono::milliseconds(2));
     retireFont(fonts.file("a"));
     renameFont(fonts.file("b"), fonts.file("a"));
     EXPECT_EQ(fonts.samples("a"), (std::vector<int>{7, 1}));

@@ -1,5 +1,5 @@
 // Every instruction set that this machine has does the same sums.
-#include "engine/classifier/MatrixKernels.h"
+#include "engine/kernels/MatrixKernels.h"
 
 #include <gtest/gtest.h>
 

@@ -306,6 +306,9 @@ TEST_F(UnsavedWork, FontsAreMovedCopiedAndDeletedAsTheyAreShown) {
     tool->DeleteFont("g");
     EXPECT_FALSE(tool->currentFont());
     EXPECT_THAT(tool->GetFontList(), ElementsAre("copy"));
+    std::vector<int> kept;
+    for (const FontVersion& version : tool->versions("g")) kept.push_back(version.samples);
+    EXPECT_THAT(kept, ElementsAre(0, 2)) << "as it was saved, and as it was shown";
     EXPECT_EQ(tool->undoWords(), "deletion of font g");
     EXPECT_EQ(tool->undo(), "two");
     EXPECT_EQ(tool->currentFont(), "g");

@@ -10,7 +10,8 @@ scratch=$(mktemp -d)
 "$root/tools/wine-prefix.sh" "$scratch/wine"
 export WINEPREFIX=$scratch/wine DISPLAY=''
 wine() { timeout 120 "$root/tools/wine.sh" "$@"; }
-finish() { wineserver -k 2>/dev/null || true; wineserver -w 2>/dev/null || true; rm -rf "$scratch"; }
+server() { "$(command -v wineserver || echo /usr/lib/wine/wineserver64)" "$1" 2>/dev/null || true; }
+finish() { server -k; server -w; rm -rf "$scratch"; }
 trap finish EXIT
 fail() { echo "FAILED: $*" >&2; exit 1; }
 

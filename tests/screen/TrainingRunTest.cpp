@@ -48,6 +48,27 @@ class TrainingRunTest : public BoundScreen {
     const std::vector<std::string> decision = {"cmdSaveFont", "cmdRevert"};
 };
 
+TEST_F(TrainingRunTest, ClosingStopsARunThatGoesOn) {
+    control.UserControl_Terminate();
+    EXPECT_EQ(tool->count("StopTraining()"), 0);
+    screen::DravikDlg second(platform, jobs.folder());
+    second.setStep(tool);
+    tool->trainingDone = false;
+    second.screen().train.cmdTrain.press();
+    tool->failAt("StopTraining", 70, "Permission denied");
+    EXPECT_NO_THROW(second.UserControl_Terminate());
+    EXPECT_EQ(tool->count("StopTraining()"), 1) << "nobody would hear of its end";
+}
+
+TEST_F(TrainingRunTest, ANewScreenShowsThatItsThreadLogs) {
+    toolButton("Log").press();
+    screen::DravikDlg second(platform, jobs.folder());
+    EXPECT_TRUE(second.screen().overview.tlbChars.button("Log").pressed());
+    toolButton("Log").press();
+    screen::DravikDlg third(platform, jobs.folder());
+    EXPECT_FALSE(third.screen().overview.tlbChars.button("Log").pressed());
+}
+
 TEST_F(TrainingRunTest, TheTimeoutListAndTheToolAgree) {
     const std::pair<std::int32_t, const char*> limits[] = {
         {10, "10 sec"},     {20, "20 sec"},     {30, "30 sec"},    {60, "1 minute"},

@@ -52,9 +52,12 @@ TEST(CommandLine, AWrongCommandLineIsOneLineWithAHintAndExitTwo) {
         {{"learn", "--font", "f", "--samples", "x", "--charset", "e\xCC\x81"},
          "--charset: is an accent of its own (U+0301); a letter and its accent are to be one character" +
              learn},
-        {{"read", "--font", "f"}, "read needs IMAGE" + read},
+        {{"read", "--font", "f"}, "read needs IMAGE or --samples" + read},
         {{"read", "a.pgm"}, "read needs --font NAME" + read},
-        {{"read", "--font", "f", "--samples", "x", "a.pgm"}, "unknown option --samples" + read},
+        {{"read", "--font", "f", "--samples", "x", "a.pgm"}, "--samples excludes IMAGE" + read},
+        {{"read", "--font", "f", "--charset", "x", "a.pgm"}, "unknown option --charset" + read},
+        {{"read", "--font", "f", "--threads", "0", "a.pgm"},
+         "--threads takes a whole number from 1 to 256, not 0" + read},
         {{"read", "--font", "f", "--reject", "1.5", "a.pgm"},
          "--reject takes a number from 0 to 1, not 1.5" + read},
         {{"read", "--font", "f", "--reject", "nan", "a.pgm"},
@@ -139,7 +142,7 @@ TEST(CommandLine, HelpAndVersionAreResults) {
          {"Usage: dravik-trainer [OPTIONS] [IMAGE|FOLDER...]", "--theme", "learn", "read", "fonts",
           "Exit status"}},
         {{"learn", "--help"}, {"Usage: dravik-trainer learn [OPTIONS]", "--charset", "1 to 86400"}},
-        {{"read", "-h"}, {"Usage: dravik-trainer read [OPTIONS] IMAGE", "0 to 1"}},
+        {{"read", "-h"}, {"Usage: dravik-trainer read [OPTIONS] [IMAGE...]", "0 to 1"}},
         {{"fonts", "--help"}, {"Usage: dravik-trainer fonts [OPTIONS]", "--jobs"}}};
     for (const auto& [arguments, says] : kCases) {
         std::ostringstream out;

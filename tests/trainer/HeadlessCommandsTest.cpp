@@ -385,5 +385,61 @@ TEST_F(HeadlessCommands, CtrlCLeavesTheFontOnDiskAsItWas) {
                                   EndsWith("had not been saved; they are in the font again"))));
 }
 
+TEST_F(HeadlessCommands, FoldersAndListsAreReadInOrderAndCompared) {
+    ASSERT_EQ(workspace.learnDigits("digits").status, 0);
+    std::filesystem::create_directory(workspace.path("parts"));
+    std::string list;
+    for (int i = 0; i < 9; ++i) {
+        const std::string name = "parts/" + std::to_string(i) + ".pgm";
+        workspace.draw(name, std::to_string(1234567890 + i), 6 + i % 3);
+        list += name + "\t" + std::to_string(1234567890 + i) + "\n";
+    }
+    std::vector<std::string> expected;
+    for (int i = 0; i < 9; ++i)
+        expected.push_back(workspace.path("parts/" + std::to_string(i) + ".pgm\t") +
+                           std::to_string(1234567890 + i));
+    const auto folder = read("digits", {"--threads", "4", workspace.path("parts")});
+    EXPECT_EQ(folder.status, 0);
+    EXPECT_EQ(folder.out, expected);
+
+    const std::string right = workspace.write("right.tsv", list);
+    EXPECT_EQ(workspace.run({"read", "--font", "digits", "--samples", right}).status, 0);
+    const std::string wrong =
+        workspace.write("wrong.tsv", list + "parts/3.pgm\t1234567899\n" + "parts/gone.pgm\t1\n" +
+                                         "parts/0.pgm\t1234567890\n");
+    const auto compared = workspace.run({"read", "--font", "digits", "--samples", wrong});
+    EXPECT_EQ(compared.status, 1);
+    ASSERT_EQ(compared.out.size(), 11u);
+    EXPECT_EQ(compared.out[9], "parts/3.pgm\t1234567893\twrong, should be 1234567899");
+    EXPECT_EQ(compared.out[10], "parts/0.pgm\t1234567890\tright");
+    EXPECT_EQ(compared.err.back(), "10 of 12 right, 1 wrong, 1 not read");
+
+    fails(read("digits", {workspace.jobs()}), ElementsAre(HasSubstr("no images in this folder")));
+}
+
+TEST_F(HeadlessCommands, ReadingsComeAsCsvAndJson) {
+    ASSERT_EQ(workspace.learnDigits("digits").status, 0);
+    const auto part = workspace.draw("a \"b\", c.pgm", "42", 8);
+    const std::string list = workspace.write("list.tsv", "a \"b\", c.pgm\t42\ngone.pgm\t1\n");
+    const auto csv = workspace.run({"read", "--font", "digits", "--csv", "--samples", list});
+    ASSERT_EQ(csv.out.size(), 3u);
+    EXPECT_THAT(csv.out[0], StartsWith("image,text,confidence,expected,right,problem"));
+    EXPECT_THAT(csv.out[1], Reads("\"a \"\"b\"\", c\\.pgm\",42,[01]\\.[0-9]{3},42,yes,\\r?"));
+    EXPECT_THAT(csv.out[2], StartsWith("gone.pgm,,,1,,"));
+
+    const auto json = workspace.run({"read", "--font", "digits", "--json", "--samples", list});
+    ASSERT_GE(json.out.size(), 6u);
+    EXPECT_EQ(json.out.front(), "[");
+    EXPECT_THAT(json.out[1],
+                Reads("\\{\"image\": \"a \\\\\"b\\\\\", c\\.pgm\", \"expected\": \"42\", \"text\": \"42\", "
+                      "\"confidence\": [01]\\.[0-9]{4}, \"right\": true, \"characters\": \\["));
+    EXPECT_THAT(json.out[2],
+                Reads("  \\{\"character\": \"4\", \"confidence\": [01]\\.[0-9]{4}, \"line\": 0, \"box\": "
+                      "\\[[0-9]+, [0-9]+, [0-9]+, [0-9]+\\], \"alternatives\": \\[.*\\]\\},"));
+    EXPECT_THAT(json.out[json.out.size() - 2],
+                AllOf(StartsWith("{\"image\": \"gone.pgm\""), HasSubstr("\"problem\": ")));
+    EXPECT_EQ(json.out.back(), "]");
+}
+
 }  // namespace
 }  // namespace dravik::test

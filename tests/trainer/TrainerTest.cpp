@@ -294,7 +294,7 @@ TEST_F(TrainerTest, TheFontManagerOpensOnTheFontShownAmongManyToo) {
     EXPECT_EQ(std::count(fonts.begin(), fonts.end(), "f18"), 0);
 }
 
-TEST_F(TrainerTest, TheFontOfTheLastSessionIsThereAgainAndClosingAsks) {
+TEST_F(TrainerTest, TheFontOfTheLastSessionIsThereAgain) {
     ASSERT_EQ(workspace.learnDigits("digits").status, 0);
     const auto before = Workspace::content(workspace.fontFile("digits"));
     const auto part = workspace.draw("part.pgm", "86");
@@ -312,8 +312,7 @@ TEST_F(TrainerTest, TheFontOfTheLastSessionIsThereAgainAndClosingAsks) {
         next.control().screen().sample.cmdInclude.press();
         platform.boxes.clear();
     }
-    ASSERT_EQ(platform.boxes.size(), 1U);
-    EXPECT_EQ(platform.boxes[0].title, "Font Changed");
+    EXPECT_TRUE(platform.boxes.empty()) << "the window asks before; this one was just let go";
     EXPECT_EQ(Workspace::content(workspace.fontFile("digits")), before);
 }
 

@@ -15,6 +15,7 @@
 
 #include "contract/DrawnText.h"
 #include "contract/FontToolContract.h"
+#include "contract/ForwardedTool.h"
 #include "support/TemporaryFolder.h"
 #include "windows/com/Boundary.h"
 #include "windows/com/ComFontTool.h"
@@ -38,6 +39,22 @@ std::string name() {
     return utf8(programIdentifier);
 }
 
+// The call of the tool that was made last; below a broken promise it says where it showed.
+std::string lastCall;
+
+class NotedTool : public ForwardedTool {
+  public:
+    explicit NotedTool(std::unique_ptr<tool::FontTool> tool) : tool_(std::move(tool)) {}
+
+  private:
+    FontTool& on(const std::string& operation, const std::string& arguments) override {
+        lastCall = operation + "(" + arguments + ")";
+        return *tool_;
+    }
+
+    std::unique_ptr<tool::FontTool> tool_;
+};
+
 // The tool under check, new for every rule.
 class RegisteredTool {
   public:
@@ -53,7 +70,8 @@ class RegisteredTool {
                           lateBound
                               ? "It has no operations of a font tool's names"
                               : "It is no font tool: it has neither IFontTool nor operations of its names");
-        tool_ = lateBound ? com::lateBoundFontToolOf(object_.get()) : com::fontToolOf(object_.get());
+        tool_ = std::make_unique<NotedTool>(lateBound ? com::lateBoundFontToolOf(object_.get())
+                                                      : com::fontToolOf(object_.get()));
         if (!tool_->GetFontList().empty())
             throw Failure(RuntimeError::InvalidProcedureCall,
                           "The tool has fonts already, which the check would overwrite");
@@ -134,8 +152,10 @@ class Lines : public testing::EmptyTestEventListener {
 
   private:
     void OnTestPartResult(const testing::TestPartResult& result) override {
-        if (result.failed()) problems_.push_back(result.summary());
+        if (!result.failed()) return;
+        problems_.push_back(result.summary() + (lastCall.empty() ? "" : "\nAfter the call " + lastCall));
     }
+    void OnTestStart(const testing::TestInfo&) override { lastCall.clear(); }
     void OnTestEnd(const testing::TestInfo& rule) override {
         std::printf("%s  %s\n", problems_.empty() ? "kept  " : "BROKEN", rule.name());
         for (const std::string& problem : problems_) std::printf("%s\n", problem.c_str());

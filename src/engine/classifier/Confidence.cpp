@@ -6,14 +6,17 @@
 namespace dravik::engine {
 namespace {
 
-constexpr EvidenceTerms kWeights = {2.654, 0.234, -0.241, 0.943, -0.491, -3.054};
+constexpr EvidenceTerms kWeights = {2.654, 0.234, -0.241, 0.943, -0.491, -3.054, 0.7};
 // Beyond these odds the network says no more than that it is sure.
 constexpr double kLeastDoubt = 1e-4;
+// What the base recogniser says cannot outweigh samples that are clear.
+constexpr double kLeastPrior = 0.05;
 
 }  // namespace
 
 EvidenceTerms evidenceTerms(const Evidence& evidence) {
     const double sure = std::clamp(evidence.likelihood, kLeastDoubt, 1 - kLeastDoubt);
+    const double prior = std::clamp(evidence.prior, kLeastPrior, 1 - kLeastPrior);
     const double own = static_cast<double>(evidence.nearness.own) + 1,
                  other = static_cast<double>(evidence.nearness.other) + 1;
     return {1,
@@ -21,7 +24,8 @@ EvidenceTerms evidenceTerms(const Evidence& evidence) {
             std::log(own),
             std::log(other / own),
             std::max(0.0, std::log(own / 100)),
-            std::max(0.0, std::log(own / 300))};
+            std::max(0.0, std::log(own / 300)),
+            std::log(prior / (1 - prior))};
 }
 
 double confidence(const Evidence& evidence) {

@@ -7,7 +7,7 @@
 #include <span>
 #include <vector>
 
-#include "engine/classifier/MatrixKernels.h"
+#include "engine/kernels/MatrixKernels.h"
 #include "engine/segmentation/Sample.h"
 
 namespace dravik::engine {

@@ -8,7 +8,7 @@
 #include <span>
 #include <vector>
 
-#include "engine/classifier/MatrixKernels.h"
+#include "engine/kernels/MatrixKernels.h"
 
 namespace dravik::engine {
 

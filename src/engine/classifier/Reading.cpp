@@ -6,23 +6,19 @@
 #include <string_view>
 #include <utility>
 
+#include "base/Text.h"
+#include "engine/recogniser/BaseNetwork.h"
+#include "engine/segmentation/OtherSize.h"
+
 namespace dravik::engine {
 namespace {
 
-// Height of small letters as a part of that of capitals, in most print.
-constexpr float kSmallLetters = 0.73f;
-// How much surer the characters of a line must be as small letters alone than as capitals and figures, in
-// logarithms of confidence: most print on parts has no small letters, and 2 and z, 0 and o differ by their
-// height only. Beside lines of the same height there is more doubt.
-constexpr double kSmallLettersDoubt = 1, kSmallLettersBesideDoubt = 2;
-// Beside a line that is higher by about as much as capitals are higher than small letters, no such margin is
-// asked for; a line whose characters are all of one height may even be a little less sure.
-constexpr float kLeastLower = 0.6f, kMostLower = 0.87f;
-constexpr double kNeighbourDoubt = 0, kOneHeightNeighbourDoubt = -1;
 // The least confidence that one character contributes to its line: a single bad one must not decide.
 constexpr double kLeastTrust = 0.01;
-// Characters to which the network gives a lower probability are not compared with the samples.
+// Characters to which both the network and the base recogniser give no higher probability are not compared
+// with the samples.
 constexpr float kWorthComparing = 0.003f;
+constexpr double kWorthComparingPrior = 0.5;
 constexpr std::string_view kSmallOnes = "acegmnopqrsuvwxyz";
 constexpr std::string_view kMarks = "-=.,:;\"'_*+";
 
@@ -32,36 +28,28 @@ constexpr std::string_view kMarks = "-=.,:;\"'_*+";
 constexpr double kUnknown = 0.03, kFamiliar = 0.25, kFontWeight = 0.4;
 constexpr std::size_t kMostDifferent = 2;
 
-// Another height that the capitals of a line may have, and how much surer its characters must be then.
-struct OtherSize {
-    float capHeight = 0;
-    double doubt = 0;
-};
-
-std::optional<OtherSize> otherSize(std::span<const LineMetrics> lines, const LineMetrics& line) {
-    for (const LineMetrics& beside : lines)
-        if (const float share = line.capHeight / beside.capHeight; share > kLeastLower && share < kMostLower)
-            return OtherSize{beside.capHeight, line.oneHeight ? kOneHeightNeighbourDoubt : kNeighbourDoubt};
-    if (!line.oneHeight) return std::nullopt;
-    return OtherSize{line.capHeight / kSmallLetters,
-                     lines.size() > 1 ? kSmallLettersBesideDoubt : kSmallLettersDoubt};
-}
-
 struct LineReading {
     std::vector<Recognition> characters;
     double trust = 0;  // sum of the logarithms of the confidences
 };
 
-// Of the characters that the network takes for possible, the one that the samples make surest.
+// What the base recogniser says of a character that it may not know.
+double priorOf(const PatchLikelihoods& base, std::int32_t code) {
+    const std::optional<std::size_t> place = recognisedPlace(characterOf(code));
+    return place ? std::exp(static_cast<double>(base[*place])) : 0.5;
+}
+
+// Of the characters that the network or the base recogniser takes for possible, the one that all make surest.
 Recognition surest(const Network& network, const SampleInputs& inputs, std::span<const float> outputs,
-                   const DistanceMeasure& measure) {
+                   const DistanceMeasure& measure, const PatchLikelihoods& base) {
     Recognition result;
     double most = -1;
     const float likeliest = *std::max_element(outputs.begin(), outputs.end());
     for (std::size_t i = 0; i < outputs.size(); ++i) {
-        if (outputs[i] < std::min(likeliest, kWorthComparing)) continue;
         const std::int32_t code = network.codes[i];
-        const Evidence evidence{static_cast<double>(outputs[i]), measure.nearness(inputs, code)};
+        const double prior = priorOf(base, code);
+        if (outputs[i] < std::min(likeliest, kWorthComparing) && prior <= kWorthComparingPrior) continue;
+        const Evidence evidence{static_cast<double>(outputs[i]), measure.nearness(inputs, code), prior};
         CharacterEvidence candidate{code, evidence};
         const bool first = most < 0;
         if (const double sure = confidence(evidence); sure > most) {
@@ -122,10 +110,11 @@ std::vector<Recognition> recognize(const Segmentation& found, const Network& net
     std::vector<float> outputs(network.codes.size());
     const auto readAs = [&](std::size_t from, std::size_t to, const LineMetrics& line) {
         LineReading reading;
+        const std::vector<PatchLikelihoods> base = lineLikelihoods(found, from, to, line);
         for (std::size_t i = from; i < to && !stop.stop_requested(); ++i) {
             const SampleInputs inputs = glyphInputs(found, found.glyphs[i], line);
             network.run(inputs, outputs);
-            reading.characters.push_back(surest(network, inputs, outputs, measure));
+            reading.characters.push_back(surest(network, inputs, outputs, measure, base[i - from]));
             reading.trust +=
                 std::log(std::max(kLeastTrust, confidence(reading.characters.back().best.evidence)));
         }

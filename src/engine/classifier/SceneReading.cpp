@@ -4,6 +4,28 @@
 #include <utility>
 
 namespace dravik::engine {
+namespace {
+
+// What `read` makes of each part, with places and lines of the whole.
+template <typename Character, typename Read>
+std::vector<Character> throughout(const Scene& scene, Read read) {
+    std::vector<Character> result;
+    int firstLine = 0;
+    for (const ScenePart& part : scene.parts) {
+        int nextLine = firstLine;
+        for (Character& one : read(part)) {
+            one.place = part.place(one.place);
+            // A line may be seen as two when it is read.
+            one.line += firstLine;
+            nextLine = std::max(nextLine, one.line + 1);
+            result.push_back(std::move(one));
+        }
+        firstLine = nextLine;
+    }
+    return result;
+}
+
+}  // namespace
 
 std::vector<PlacedGlyph> allPlaces(const Scene& scene) {
     std::vector<PlacedGlyph> result;
@@ -30,18 +52,24 @@ std::vector<SampleInputs> allInputs(const Scene& scene, std::span<const std::str
 
 std::vector<PlacedRecognition> readScene(const Scene& scene, const Network& network,
                                          const DistanceMeasure& measure, const std::stop_token& stop) {
-    std::vector<PlacedRecognition> result;
-    int firstLine = 0;
+    return throughout<PlacedRecognition>(scene, [&](const ScenePart& part) {
+        return readImage(*part.picture, part.found, network, measure, stop);
+    });
+}
+
+std::vector<SuggestedCharacter> readWithoutFont(const Scene& scene) {
+    return throughout<SuggestedCharacter>(
+        scene, [](const ScenePart& part) { return readWithoutFont(*part.picture, part.found); });
+}
+
+std::vector<CharacterLikelihood> compareWithText(const Scene& scene, std::span<const std::string> text) {
+    std::vector<CharacterLikelihood> result;
+    if (text.size() != scene.characters()) return result;
     for (const ScenePart& part : scene.parts) {
-        int nextLine = firstLine;
-        for (PlacedRecognition& one : readImage(*part.picture, part.found, network, measure, stop)) {
-            one.place = part.place(one.place);
-            // A line may be seen as two when it is read.
-            one.line += firstLine;
-            nextLine = std::max(nextLine, one.line + 1);
+        const std::size_t count = part.found.glyphs.size();
+        for (CharacterLikelihood& one : compareWithText(part.found, text.first(count)))
             result.push_back(std::move(one));
-        }
-        firstLine = nextLine;
+        text = text.subspan(count);
     }
     return result;
 }

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "engine/classifier/Reading.h"
+#include "engine/recogniser/BaseReader.h"
 #include "engine/scene/Scene.h"
 
 namespace dravik::engine {
@@ -27,5 +28,11 @@ std::vector<SampleInputs> allInputs(const Scene& scene, std::span<const std::str
 // As readImage() of each part.
 std::vector<PlacedRecognition> readScene(const Scene& scene, const Network& network,
                                          const DistanceMeasure& measure, const std::stop_token& stop = {});
+
+// As readWithoutFont() of each part.
+std::vector<SuggestedCharacter> readWithoutFont(const Scene& scene);
+
+// As compareWithText() of each part with its characters of the text.
+std::vector<CharacterLikelihood> compareWithText(const Scene& scene, std::span<const std::string> text);
 
 }  // namespace dravik::engine

@@ -104,6 +104,14 @@ std::vector<ReadCharacter> EmbeddedTool::read() {
     return readingWork()({});
 }
 
+FontReader EmbeddedTool::reader() {
+    settle();
+    const FontState& font = fonts_->state();
+    return FontReader(
+        font.training->network,
+        DistanceMeasure(font.samples.statistics(), font.samples.columns(SampleKind::Committed)->samples));
+}
+
 EmbeddedTool::ReadingWork EmbeddedTool::readingWork() {
     settle();
     const FontState& font = fonts_->state();
@@ -112,6 +120,14 @@ EmbeddedTool::ReadingWork EmbeddedTool::readingWork() {
             samples = font.samples.columns(SampleKind::Committed)](const std::stop_token& stop) {
         return FontReader(training->network, DistanceMeasure(statistics, samples->samples)).read(*seen, stop);
     };
+}
+
+std::vector<SuggestedCharacter> EmbeddedTool::suggest() {
+    return readWithoutFont(*seen_.scene());
+}
+
+std::vector<CharacterLikelihood> EmbeddedTool::compare(const std::string& expectedText) {
+    return compareWithText(*seen_.scene(), characters(expectedText));
 }
 
 std::optional<std::string> EmbeddedTool::currentFont() const {

@@ -16,6 +16,7 @@
 #include "engine/embedded/SeenImage.h"
 #include "engine/font/FontReader.h"
 #include "engine/image/GreyImage.h"
+#include "engine/recogniser/BaseReader.h"
 #include "tool/FontHistory.h"
 #include "tool/FontTool.h"
 #include "tool/Step.h"
@@ -54,6 +55,12 @@ class EmbeddedTool : public tool::FontTool, public tool::FontHistory, public too
     const std::vector<FoundCharacter>& found();
     // The current image read with the current font; empty when the font is not trained or nothing is found.
     std::vector<ReadCharacter> read();
+    // The current font as it is now, made ready to read on any number of threads.
+    FontReader reader();
+    // The current image read without any font, as a suggestion of what to type.
+    std::vector<SuggestedCharacter> suggest();
+    // How well the found characters go with a text, one by one; empty when they differ in number.
+    std::vector<CharacterLikelihood> compare(const std::string& expectedText);
     // What read() does, as work for any thread: on the image and the font as they are now, whatever becomes
     // of this tool. Ends early, with what it likes, once a stop is requested.
     using ReadingWork = std::function<std::vector<ReadCharacter>(const std::stop_token&)>;

@@ -35,7 +35,7 @@ std::uint64_t Journal::sizeOnDisk() const {
 }
 
 void Journal::open(std::uint64_t size) {
-    file_ = std::make_shared<FlushedFile>(AppendFile(name_, size, fontFile_));
+    file_ = opened(size);
     if (size > 0) return;
     file_->file.append(journalHead());
     beforeLast_ = file_->file.size();
@@ -51,7 +51,7 @@ void Journal::append(const JournalEntry& entry, tool::FontTime when) {
 }
 
 void Journal::takeBackLast() {
-    file_ = std::make_shared<FlushedFile>(AppendFile(name_, beforeLast_, fontFile_));
+    file_ = opened(beforeLast_);
 }
 
 void Journal::flush() {
@@ -64,14 +64,32 @@ void Journal::rewrite(std::span<const TimedEntry> entries) {
         const std::vector<std::uint8_t> entry = encodeEntry(one);
         bytes.insert(bytes.end(), entry.begin(), entry.end());
     }
-    writeWholeFile(name_, bytes, false);
-    file_ = std::make_shared<FlushedFile>(AppendFile(name_, bytes.size(), fontFile_));
+    // Some systems replace and delete no file that is open.
+    const bool wasOpen = isOpen();
+    const std::uint64_t before = size();
+    closeNow();
+    try {
+        writeWholeFile(name_, bytes, false);
+    } catch (...) {
+        if (wasOpen) file_ = opened(before);
+        throw;
+    }
+    file_ = opened(bytes.size());
     beforeLast_ = bytes.size();
 }
 
 void Journal::remove() {
-    close();
+    closeNow();
     removeFile(name_);
+}
+
+FlushedFilePtr Journal::opened(std::uint64_t size) const {
+    return std::make_shared<FlushedFile>(AppendFile(name_, size, fontFile_));
+}
+
+void Journal::closeNow() {
+    if (file_) flusher_->forget(file_);
+    file_.reset();
 }
 
 }  // namespace dravik::engine

@@ -42,7 +42,7 @@ class Journal {
     void flush();
     // The file is on the disk and open afterwards, or as it was.
     void rewrite(std::span<const TimedEntry> entries);
-    void close() noexcept { file_.reset(); }
+    void close() noexcept { file_.reset(); }  // what waits for the disk still gets there
     // Closes it and takes the file away.
     void remove();
 
@@ -50,6 +50,9 @@ class Journal {
     const std::string& fileName() const noexcept { return name_; }
 
   private:
+    FlushedFilePtr opened(std::uint64_t size) const;
+    void closeNow();
+
     std::string name_;
     std::string fontFile_;
     JournalFlusher* flusher_;

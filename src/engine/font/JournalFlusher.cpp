@@ -17,7 +17,14 @@ void JournalFlusher::soon(const FlushedFilePtr& file) {
     if (std::find(waiting_.begin(), waiting_.end(), file) != waiting_.end()) return;
     waiting_.push_back(file);
     if (!thread_.joinable()) thread_ = std::jthread([this](const std::stop_token& stop) { run(stop); });
-    changed_.notify_one();
+    changed_.notify_all();
+}
+
+void JournalFlusher::forget(const FlushedFilePtr& file) {
+    std::unique_lock lock(mutex_);
+    std::erase(waiting_, file);
+    changed_.wait(lock,
+                  [&] { return std::find(flushing_.begin(), flushing_.end(), file) == flushing_.end(); });
 }
 
 void JournalFlusher::run(const std::stop_token& stop) {
@@ -26,9 +33,9 @@ void JournalFlusher::run(const std::stop_token& stop) {
         changed_.wait(lock, stop, [this] { return !waiting_.empty(); });
         if (waiting_.empty()) return;
         changed_.wait_for(lock, stop, kDelay, [] { return false; });
-        const std::vector<FlushedFilePtr> files = std::exchange(waiting_, {});
+        flushing_ = std::exchange(waiting_, {});
         lock.unlock();
-        for (const FlushedFilePtr& one : files) {
+        for (const FlushedFilePtr& one : flushing_) {
             try {
                 one->file.flush();
             } catch (...) {
@@ -36,6 +43,8 @@ void JournalFlusher::run(const std::stop_token& stop) {
             }
         }
         lock.lock();
+        flushing_.clear();
+        changed_.notify_all();
     }
 }
 

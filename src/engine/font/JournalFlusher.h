@@ -32,6 +32,8 @@ class JournalFlusher {
 
     // The file has grown. The thread starts with the first one.
     void soon(const FlushedFilePtr& file);
+    // Has nothing more to do with the file when this returns, so that its owner can close it.
+    void forget(const FlushedFilePtr& file);
 
   private:
     void run(const std::stop_token& stop);
@@ -39,6 +41,7 @@ class JournalFlusher {
     std::mutex mutex_;
     std::condition_variable_any changed_;
     std::vector<FlushedFilePtr> waiting_;
+    std::vector<FlushedFilePtr> flushing_;
     std::jthread thread_;
 };
 

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <memory>
-#include <ranges>
 #include <utility>
 
 #include "base/AtomicFile.h"
@@ -62,7 +61,8 @@ std::optional<std::size_t> startIn(const JournalContent& content, FontDigest dig
 }
 
 void takeBack(const Act& act, FontState& state) {
-    for (const FontChange& change : std::views::reverse(act.changes)) revertChange(change, state);
+    for (auto change = act.changes.rbegin(); change != act.changes.rend(); ++change)
+        revertChange(*change, state);
 }
 
 void doAgain(const Act& act, FontState& state) {
@@ -514,8 +514,8 @@ void WorkingCopy::release() {
         journalSize_ = journalUsed_ = journal_.size();
         journal_.close();
     } else if (lock_) {
-        journalUsed_ = std::min(journalUsed_, journal_.sizeOnDisk());
-        journalSize_ = journalUsed_;
+        journalSize_ = journal_.sizeOnDisk();
+        journalUsed_ = std::min(journalUsed_, journalSize_);
     }
     isJournalBroken_ = false;
     lock_.reset();

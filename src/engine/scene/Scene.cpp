@@ -234,8 +234,8 @@ class LineByLine {
         for (const TextLine& line : lines) seen_.push_back(look(line, line.height()));
         const bool clear = std::any_of(seen_.begin(), seen_.end(), isClear);
         std::erase_if(seen_, [&](const SeenLine& one) {
-            return one.part.found.glyphs.empty() ||
-                   (clear && (one.part.found.glyphs.size() < 2 || one.part.found.likeness < kNoLine));
+            return one.part.found.glyphs.empty() || (clear && one.part.found.glyphs.size() < 2) ||
+                   one.part.found.likeness < (clear ? kNoLine : kPerhapsPrint);
         });
         lookBetween();
     }

@@ -10,6 +10,8 @@ std::int16_t SampleCommit::CommitSamples() {
     return context_.procedures.run("Dravikdlg.CommitSamples", "CommitSamples", [&]() -> std::int16_t {
         const auto uncommitted = context_.tool->GetUncommittedSamples();
         if (uncommitted.empty()) return kNothingToCommit;
+        // More than can be counted fail before they are looked through.
+        const std::int16_t count = toInt16(static_cast<double>(uncommitted.size()));
         const std::string missing =
             tool::missingCharacters(uncommitted, context_.screen.font.txtCharSet.text());
         if (!missing.empty()) {
@@ -31,7 +33,7 @@ std::int16_t SampleCommit::CommitSamples() {
         context_.screen.numeric.cboDisplay.setListIndex(kDisplayCommitted);
         context_.screen.train.cmdTrain.setEnabled(true);
         grid_.FillSamplesArray();
-        return toInt16(static_cast<double>(uncommitted.size()));
+        return count;
     });
 }
 

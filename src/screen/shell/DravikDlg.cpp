@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "screen/context/ScreenContext.h"
+#include "screen/context/modGlobals.h"
 #include "screen/inspection/SampleCounts.h"
 #include "screen/samples/Inclusion.h"
 #include "screen/samples/SampleCommit.h"
@@ -64,6 +65,8 @@ void DravikDlg::Parts::UserControl_Initialize() {
         screen.train.cmdRevert.setEnabled(false);
         screen.train.cmdStop.setEnabled(false);
         stringList.assign(1, "");
+        // Tracing goes on from page to page of a thread.
+        screen.overview.tlbChars.button("Log").setPressed(g_bTrace);
     });
 }
 
@@ -162,7 +165,20 @@ void DravikDlg::UserControl_Terminate() {
         }
         parts_->rootStep.reset();
     });
-    parts_->context.screen.train.tmrTrain.setEnabled(false);
+    auto& train = parts_->context.screen.train;
+    train.tmrTrain.setEnabled(false);
+    if (!train.cmdStop.enabled()) return;
+    // Nobody would hear of the run's end.
+    try {
+        parts_->context.tool->StopTraining();
+    } catch (...) {
+        return;  // the page that could tell of it is gone
+    }
+}
+
+void DravikDlg::letGoOfStep() noexcept {
+    parts_->rootStep.reset();
+    parts_->context.tool.tool.reset();
 }
 
 ui::Form& DravikDlg::form() noexcept {

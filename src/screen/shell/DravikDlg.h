@@ -26,7 +26,10 @@ class DravikDlg : public tool::StepEditor {
 
     // The host is about to destroy the control: releases the child forms and offers to save a changed font.
     // Runs once.
+    // A run that goes on is stopped.
     void UserControl_Terminate();
+    // After the end: holds no step of the host's any more.
+    void letGoOfStep() noexcept;
 
     ui::Form& form() noexcept;
     Screen& screen() noexcept;

@@ -103,7 +103,28 @@ class OptionTable {
             ->add_flag("--confidence", reading_.showsConfidence,
                        "prints how sure each character is, 0 to 1, behind the text")
             ->disable_flag_override();
-        operands(*read_, "IMAGE", reading_.images, "the images to read")->required();
+        const auto printed = [this](const char* name, ReadOptions::Format one, const char* help) {
+            return read_
+                ->add_flag_callback(
+                    name, [this, one] { reading_.format = one; }, help)
+                ->disable_flag_override();
+        };
+        CLI::Option* csv =
+            printed("--csv", ReadOptions::Format::Csv, "prints rows of comma-separated values");
+        printed("--json", ReadOptions::Format::Json,
+                "prints all that is known of each character: box, confidence,\nalternatives")
+            ->excludes(csv);
+        CLI::Option* list =
+            text(*read_, "--samples", "LIST.tsv", reading_.samples,
+                 "reads the images of a list as learn takes it, and compares; the\nexit status is 0 "
+                 "when all are right");
+        converted(*read_, "--threads", "COUNT", "images read at once, 1 to 256; else one on each processor",
+                  [this](const std::string& value) {
+                      reading_.threads = inRange("--threads", "a whole number from 1 to 256", value, 1, 256);
+                  });
+        operands(*read_, "IMAGE", reading_.images,
+                 "the images to read; folders of them; - for names on standard\ninput, one a line")
+            ->excludes(list);
 
         fonts_->add_flag("--versions", listsVersions_, "lists what is kept of the font, else of all fonts")
             ->disable_flag_override();
@@ -249,6 +270,8 @@ class OptionTable {
     JobFolder folder() const { return jobs_.empty() ? JobFolder() : JobFolder(jobs_); }
 
     CommandLine commandParsed(const CLI::App* app) {
+        if (app == read_ && reading_.images.empty() && reading_.samples.empty())
+            return Notice{std::string("read needs IMAGE or --samples (see ") + kProgram + " read --help)", 2};
         learning_.folder = reading_.folder = versions_.folder = restoring_.folder = folder();
         if (!characters_.empty()) learning_.characters = characters_;
         if (app == learn_) return learning_;

@@ -22,6 +22,7 @@ struct CommandStreams {
     std::ostream& out;
     std::ostream& err;
     bool errIsTerminal = false;
+    std::istream* in = nullptr;  // null: the program's own
 
     // One line on `err`, with the program's name in front.
     void problem(const std::string& text) const;
@@ -44,8 +45,15 @@ int learnFont(const LearnOptions& options, const engine::ImageDecoder& decoder,
               const CommandStreams& streams);
 
 struct ReadOptions {
+    // What is printed of each image: its text on a line, a row of comma-separated values, or an object with
+    // all that is known of its characters.
+    enum class Format { Lines, Csv, Json };
+
     std::string font;
-    std::vector<std::string> images;
+    std::vector<std::string> images;  // files, folders, and "-" for names on standard input, one a line
+    std::string samples;              // a list of images with the text that each should have; "" for none
+    Format format = Format::Lines;
+    int threads = 0;                            // that read at once; 0 for one on each processor
     double rejectLimit = engine::kRejectLimit;  // readings with less confidence are printed as "?"
     bool showsConfidence = false;
     JobFolder folder;

@@ -1,33 +1,27 @@
-#include <ostream>
+#include <algorithm>
+#include <atomic>
+#include <condition_variable>
+#include <iostream>
+#include <memory>
+#include <mutex>
+#include <optional>
+#include <thread>
 
 #include "base/Failure.h"
 #include "base/FileSystem.h"
-#include "base/NumberFormat.h"
+#include "base/Paths.h"
 #include "engine/embedded/EmbeddedTool.h"
+#include "engine/image/ImageFiles.h"
 #include "tool/FontName.h"
 #include "trainer/commands/Commands.h"
+#include "trainer/commands/ReadingFormat.h"
+#include "trainer/commands/SampleList.h"
 
 namespace dravik::trainer {
 namespace {
 
-// The characters of every line, "\n" (backslash, n) between lines.
-std::string textOf(const std::vector<engine::ReadCharacter>& characters, double rejectLimit) {
-    std::string text;
-    for (std::size_t i = 0; i < characters.size(); ++i) {
-        if (i > 0 && characters[i].place.line != characters[i - 1].place.line) text += "\\n";
-        text += engine::shownCharacter(characters[i], rejectLimit);
-    }
-    return text;
-}
-
-std::string confidencesOf(const std::vector<engine::ReadCharacter>& characters) {
-    std::string text;
-    for (const engine::ReadCharacter& one : characters)
-        text += (text.empty() ? "" : " ") + formatNumber(one.confidence, "0.000");
-    return text;
-}
-
-void loadTrainedFont(engine::EmbeddedTool& tool, const std::string& name, const JobFolder& folder) {
+void loadTrainedFont(engine::EmbeddedTool& tool, const std::string& name, const JobFolder& folder,
+                     const CommandStreams& streams) {
     const auto fonts = tool.GetFontList();
     const auto font = tool::fontNamed(name, fonts);
     if (!font) {
@@ -36,8 +30,97 @@ void loadTrainedFont(engine::EmbeddedTool& tool, const std::string& name, const 
         throw Failure(RuntimeError::FileNotFound, "no such font in " + folder.fontsFolder() + others);
     }
     tool.LoadFont(*font);
+    streams.tellRecovered(tool);
     if (!tool.isTrained()) throw Failure(RuntimeError::InvalidProcedureCall, "is not trained");
 }
+
+// An image that is to be read.
+struct Task {
+    std::string image;  // as it is printed
+    std::string path;
+    std::optional<std::string> expected;
+};
+
+void addImages(const std::string& name, std::vector<Task>& tasks, const CommandStreams& streams, bool& all) {
+    if (entryKind(name) != EntryKind::Folder) {
+        tasks.push_back({name, name, {}});
+        return;
+    }
+    std::error_code error;
+    const auto images = engine::imagesIn(toPath(name), error);
+    for (const auto& image : images) tasks.push_back({fromPath(image), fromPath(image), {}});
+    if (!error && !images.empty()) return;
+    streams.problem(name + ": " + (error ? error.message() : "no images in this folder"));
+    all = false;
+}
+
+std::vector<Task> tasksOf(const ReadOptions& options, const CommandStreams& streams, bool& all) {
+    std::vector<Task> tasks;
+    if (!options.samples.empty())
+        for (ListedSample& one : readSampleList(options.samples))
+            tasks.push_back({std::move(one.image), std::move(one.path), std::move(one.text)});
+    for (const std::string& name : options.images) {
+        if (name != "-") {
+            addImages(name, tasks, streams, all);
+            continue;
+        }
+        std::istream& in = streams.in ? *streams.in : std::cin;
+        for (std::string line; std::getline(in, line);) {
+            if (line.ends_with('\r')) line.pop_back();
+            if (!line.empty()) addImages(line, tasks, streams, all);
+        }
+    }
+    return tasks;
+}
+
+ImageReading readingOf(const Task& task, const engine::FontReader& reader,
+                       const engine::ImageDecoder& decoder) {
+    ImageReading reading{task.image, {}, task.expected, {}};
+    try {
+        reading.characters = reader.read(decoder(task.path));
+    } catch (...) {
+        reading.problem = currentFailure().description();
+        if (reading.problem.find(nameOf(task.path)) == std::string::npos)
+            reading.problem = task.image + ": " + reading.problem;
+    }
+    return reading;
+}
+
+// Reads images on several threads; they are taken in the order in which they were given.
+class Readers {
+  public:
+    Readers(const std::vector<Task>& tasks, const engine::FontReader& reader,
+            const engine::ImageDecoder& decoder, int threads)
+        : results_(tasks.size()) {
+        const auto work = [&](const std::stop_token& stop) {
+            for (std::size_t i = next_++; i < tasks.size() && !stop.stop_requested(); i = next_++) {
+                ImageReading reading = readingOf(tasks[i], reader, decoder);
+                {
+                    const std::scoped_lock lock(mutex_);
+                    results_[i] = std::move(reading);
+                }
+                ready_.notify_one();
+            }
+        };
+        const auto count = std::min(static_cast<std::size_t>(threads), tasks.size());
+        for (std::size_t i = 0; i < count; ++i) threads_.emplace_back(work);
+    }
+
+    ImageReading take(std::size_t place) {
+        std::unique_lock lock(mutex_);
+        ready_.wait(lock, [&] { return results_[place].has_value(); });
+        ImageReading reading = std::move(*results_[place]);
+        results_[place].reset();
+        return reading;
+    }
+
+  private:
+    std::mutex mutex_;
+    std::condition_variable ready_;
+    std::vector<std::optional<ImageReading>> results_;
+    std::atomic<std::size_t> next_ = 0;
+    std::vector<std::jthread> threads_;
+};
 
 }  // namespace
 
@@ -45,29 +128,42 @@ int readImages(const ReadOptions& options, const engine::ImageDecoder& decoder,
                const CommandStreams& streams) {
     engine::EmbeddedTool tool(options.folder);
     try {
-        loadTrainedFont(tool, options.font, options.folder);
-        streams.tellRecovered(tool);
+        loadTrainedFont(tool, options.font, options.folder, streams);
     } catch (...) {
         streams.problem("font " + options.font + ": " + currentFailure().description());
         return 1;
     }
 
     bool all = true;
-    for (const auto& image : options.images) {
-        try {
-            tool.setImage(decoder(image));
-            const auto read = tool.read();
-            streams.out << image << '\t' << textOf(read, options.rejectLimit);
-            if (options.showsConfidence) streams.out << '\t' << confidencesOf(read);
-            streams.out << std::endl;
-        } catch (...) {
-            const auto problem = currentFailure().description();
-            const bool isNamed = problem.find(nameOf(image)) != std::string::npos;
-            streams.problem(isNamed ? problem : image + ": " + problem);
-            all = false;
-        }
+    std::vector<Task> tasks;
+    try {
+        tasks = tasksOf(options, streams, all);
+    } catch (const SampleListError& error) {
+        for (const std::string& problem : error.problems) streams.problem(problem);
+        return 1;
     }
-    return all ? 0 : 1;
+    const engine::FontReader reader = tool.reader();
+    const int processors = std::max(1, static_cast<int>(std::thread::hardware_concurrency()));
+    Readers readers(tasks, reader, decoder, options.threads > 0 ? options.threads : processors);
+    const std::unique_ptr<ReadingFormat> format = readingFormat(options, streams.out);
+    std::size_t right = 0, unread = 0;
+    for (std::size_t i = 0; i < tasks.size(); ++i) {
+        const ImageReading reading = readers.take(i);
+        format->add(reading);
+        if (!reading.problem.empty()) {
+            streams.problem(reading.problem);
+            ++unread;
+        }
+        right += reading.isRight();
+        if (!streams.out) break;  // nobody reads on
+    }
+    format->end();
+    if (!options.samples.empty()) {
+        streams.err << right << " of " << tasks.size() << " right, " << tasks.size() - right - unread
+                    << " wrong, " << unread << " not read\n";
+        all = all && right == tasks.size();
+    }
+    return all && unread == 0 ? 0 : 1;
 }
 
 }  // namespace dravik::trainer

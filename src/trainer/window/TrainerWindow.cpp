@@ -4,6 +4,7 @@
 
 #include "base/Failure.h"
 #include "base/Paths.h"
+#include "engine/image/ImageFiles.h"
 #include "trainer/window/ClosingForm.h"
 #include "trainer/window/KeysForm.h"
 #include "trainer/window/RestoreForm.h"
@@ -13,7 +14,7 @@ namespace {
 
 std::vector<FileFilter> imageFilters() {
     FileFilter images{"Images", {}};
-    for (const auto extension : imageExtensions()) images.patterns.push_back("*" + std::string(extension));
+    for (const auto extension : engine::imageExtensions()) images.patterns.push_back("*" + std::string(extension));
     return {std::move(images), {"All files", {"*"}}};
 }
 

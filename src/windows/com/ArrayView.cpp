@@ -38,6 +38,21 @@ std::size_t sizeOf(VARTYPE type) {
     }
 }
 
+// The type of the elements as the array itself has it.
+VARTYPE elementsIn(SAFEARRAY* array, VARTYPE label) {
+    VARTYPE own = VT_EMPTY;
+    if (SUCCEEDED(SafeArrayGetVartype(array, &own))) return own;
+    // One that was put together by hand and says nothing holds no texts and no values.
+    return label == VT_BSTR || label == VT_VARIANT ? VARTYPE{VT_EMPTY} : label;
+}
+
+bool isSameType(VARTYPE one, VARTYPE other) {
+    const auto plain = [](VARTYPE type) {
+        return type == VT_INT ? VT_I4 : type == VT_UINT ? VT_UI4 : static_cast<VARENUM>(type);
+    };
+    return plain(one) == plain(other);
+}
+
 }  // namespace
 
 ArrayView::ArrayView(const VARIANT& value, UINT rank) {
@@ -47,8 +62,10 @@ ArrayView::ArrayView(const VARIANT& value, UINT rank) {
     if (!array_ || SafeArrayGetDim(array_) != rank) throw Failure(RuntimeError::SubscriptOutOfRange);
     type_ = inner.vt & VT_TYPEMASK;
     elementSize_ = SafeArrayGetElemsize(array_);
-    // A label that promises larger elements than there are would lead outside the array.
-    if (sizeOf(type_) == 0 || elementSize_ != sizeOf(type_)) throw Failure(RuntimeError::TypeMismatch);
+    // A label that promises other elements than there are would lead outside the array, or take numbers for
+    // the addresses of texts.
+    if (sizeOf(type_) == 0 || elementSize_ != sizeOf(type_) || !isSameType(elementsIn(array_, type_), type_))
+        throw Failure(RuntimeError::TypeMismatch);
     // Bounds are kept from the last dimension to the first.
     rows_ = array_->rgsabound[rank - 1].cElements;
     if (rank == 2) columns_ = array_->rgsabound[0].cElements;

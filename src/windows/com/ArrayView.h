@@ -8,8 +8,8 @@ namespace dravik::com {
 class ArrayView {
   public:
     // Reads the array in a value, which stays where it is as long as the view and is locked by it. Raises
-    // Type mismatch (13) when the value is no array or its elements are no values, Subscript out of range (9)
-    // when its rank is another.
+    // Type mismatch (13) when the value is no array, its elements are no values or others than it says,
+    // Subscript out of range (9) when its rank is another.
     ArrayView(const VARIANT& value, UINT rank);
     ArrayView(const ArrayView&) = delete;
     ArrayView& operator=(const ArrayView&) = delete;

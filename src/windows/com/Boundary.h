@@ -9,6 +9,7 @@
 
 #include "base/Failure.h"
 #include "windows/com/ComPtr.h"
+#include "windows/headers/FloatingPoint.h"
 
 namespace dravik::com {
 
@@ -27,6 +28,7 @@ HRESULT reportCurrent(REFIID iid, const wchar_t* source) noexcept;
 // Runs the body of a method of interface `iid`. The body returns nothing or an HRESULT and may throw.
 template <typename Body>
 HRESULT comCall(REFIID iid, const wchar_t* source, Body&& body) noexcept {
+    const QuietFloatingPoint quiet;
     try {
         if constexpr (std::is_void_v<std::invoke_result_t<Body>>) {
             std::forward<Body>(body)();

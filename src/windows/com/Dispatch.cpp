@@ -53,7 +53,7 @@ struct Converted {
 
 // Turns the argument into a reference of that type; what it refers to may be a converted copy. False when the
 // value cannot be converted.
-bool refer(VARIANT& argument, VARTYPE type, Converted& converted) {
+bool refer(VARIANT& argument, VARTYPE type, LCID locale, Converted& converted) {
     if (argument.vt == (VT_BYREF | type)) return true;
     if (argument.vt == (VT_BYREF | VT_VARIANT)) converted.origin = argument.pvarVal;
     VARIANT inner = innermost(argument);
@@ -61,7 +61,7 @@ bool refer(VARIANT& argument, VARTYPE type, Converted& converted) {
         if (FAILED(VariantCopyInd(converted.value.put(), &inner))) return false;
     } else if (isNothing(inner) && inner.vt != VT_EMPTY) {
         return false;
-    } else if (FAILED(VariantChangeTypeEx(converted.value.put(), &inner, LOCALE_INVARIANT, 0, type))) {
+    } else if (FAILED(VariantChangeTypeEx(converted.value.put(), &inner, locale, 0, type))) {
         return false;
     }
     argument.vt = static_cast<VARTYPE>(VT_BYREF | type);
@@ -144,8 +144,8 @@ const Dispatch::Member* Dispatch::find(DISPID id, WORD& flags) const {
     return nullptr;
 }
 
-HRESULT Dispatch::invoke(DISPID id, WORD flags, DISPPARAMS* parameters, VARIANT* result, EXCEPINFO* exception,
-                         UINT* wrongArgument) noexcept {
+HRESULT Dispatch::invoke(DISPID id, LCID locale, WORD flags, DISPPARAMS* parameters, VARIANT* result,
+                         EXCEPINFO* exception, UINT* wrongArgument) noexcept {
     if (!parameters || (parameters->cArgs > 0 && !parameters->rgvarg) ||
         (parameters->cNamedArgs > 0 && !parameters->rgdispidNamedArgs) ||
         parameters->cNamedArgs > parameters->cArgs)
@@ -153,14 +153,15 @@ HRESULT Dispatch::invoke(DISPID id, WORD flags, DISPPARAMS* parameters, VARIANT*
     return comCall(IID_IDispatch, L"", [&]() -> HRESULT {
         load();
         const Member* member = find(id, flags);
-        return member ? call(*member, id, flags, *parameters, result, exception, wrongArgument)
+        return member ? call(*member, id, locale, flags, *parameters, result, exception, wrongArgument)
                       : DISP_E_MEMBERNOTFOUND;
     });
 }
 
-HRESULT Dispatch::call(const Member& member, DISPID id, WORD flags, DISPPARAMS& parameters, VARIANT* result,
-                       EXCEPINFO* exception, UINT* wrongArgument) {
+HRESULT Dispatch::call(const Member& member, DISPID id, LCID locale, WORD flags, DISPPARAMS& parameters,
+                       VARIANT* result, EXCEPINFO* exception, UINT* wrongArgument) {
     ITypeInfo& info = *infos_[member.face];
+    const LCID spoken = locale == LOCALE_NEUTRAL ? LOCALE_INVARIANT : locale;
     const Function function(info, member.function);
     std::vector<VARIANT> arguments(parameters.rgvarg, parameters.rgvarg + parameters.cArgs);
     std::vector<Converted> converted(arguments.size());
@@ -178,7 +179,7 @@ HRESULT Dispatch::call(const Member& member, DISPID id, WORD flags, DISPPARAMS& 
                 arguments[place].vt = VT_DISPATCH;
                 arguments[place].pdispVal = nullptr;
             }
-        } else if (!refer(arguments[place], *type, converted[place])) {
+        } else if (!refer(arguments[place], *type, spoken, converted[place])) {
             if (wrongArgument) *wrongArgument = place;
             return DISP_E_TYPEMISMATCH;
         }

@@ -26,8 +26,9 @@ class Dispatch {
     HRESULT typeInfoCount(UINT* count) noexcept;
     HRESULT typeInfo(UINT index, ITypeInfo** info) noexcept;
     HRESULT idsOfNames(LPOLESTR* names, UINT count, DISPID* ids) noexcept;
-    HRESULT invoke(DISPID id, WORD flags, DISPPARAMS* parameters, VARIANT* result, EXCEPINFO* exception,
-                   UINT* wrongArgument) noexcept;
+    // `locale` is the one that texts given for numbers are written in; 0 for none.
+    HRESULT invoke(DISPID id, LCID locale, WORD flags, DISPPARAMS* parameters, VARIANT* result,
+                   EXCEPINFO* exception, UINT* wrongArgument) noexcept;
 
   private:
     struct Member {
@@ -38,8 +39,8 @@ class Dispatch {
     void load();
     // The function that is meant, `flags` narrowed to its kind; nothing when there is none.
     const Member* find(DISPID id, WORD& flags) const;
-    HRESULT call(const Member& member, DISPID id, WORD flags, DISPPARAMS& parameters, VARIANT* result,
-                 EXCEPINFO* exception, UINT* wrongArgument);
+    HRESULT call(const Member& member, DISPID id, LCID locale, WORD flags, DISPPARAMS& parameters,
+                 VARIANT* result, EXCEPINFO* exception, UINT* wrongArgument);
 
     std::vector<Face> faces_;
     std::vector<ComPtr<ITypeInfo>> infos_;

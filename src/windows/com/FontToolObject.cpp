@@ -67,9 +67,9 @@ HRESULT FontToolObject::GetIDsOfNames(REFIID, LPOLESTR* names, UINT count, LCID,
     return dispatch_.idsOfNames(names, count, ids);
 }
 
-HRESULT FontToolObject::Invoke(DISPID id, REFIID, LCID, WORD flags, DISPPARAMS* parameters, VARIANT* result,
-                               EXCEPINFO* exception, UINT* wrongArgument) {
-    return dispatch_.invoke(id, flags, parameters, result, exception, wrongArgument);
+HRESULT FontToolObject::Invoke(DISPID id, REFIID, LCID locale, WORD flags, DISPPARAMS* parameters,
+                               VARIANT* result, EXCEPINFO* exception, UINT* wrongArgument) {
+    return dispatch_.invoke(id, locale, flags, parameters, result, exception, wrongArgument);
 }
 
 template <typename Body>

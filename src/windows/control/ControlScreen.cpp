@@ -68,6 +68,10 @@ bool ControlScreen::setStep(tool::StepPtr step) {
 void ControlScreen::end() {
     if (std::exchange(ended_, true)) return;
     dialog().UserControl_Terminate();
+    dialog().letGoOfStep();
+    // A procedure up the stack may work on it.
+    keep(std::exchange(step_, nullptr));
+    rootStep_ = nullptr;
 }
 
 void ControlScreen::begin() {
@@ -78,8 +82,6 @@ void ControlScreen::begin() {
     keep(std::exchange(life_, std::move(fresh)));
     ended_ = false;
     dialog().setReadOnly(readOnly_);
-    if (rootStep_) dialog().setRootStep(rootStep_);
-    if (step_) dialog().setStep(step_);
 }
 
 }  // namespace dravik::control

@@ -1,5 +1,5 @@
 // The training screen of one control with the platform that it runs on, from its first use to its end. A host
-// that shows a closed control again gets a fresh screen with the step that it had given.
+// that uses a closed control again gets a fresh screen, and gives it a step again.
 #pragma once
 
 #include <functional>
@@ -33,7 +33,7 @@ class ControlScreen {
     // The bound step, nothing before the first.
     const tool::StepPtr& step() const noexcept { return step_; }
 
-    // Runs UserControl_Terminate, which may ask the operator; once in a screen's life.
+    // Runs UserControl_Terminate, which may ask the operator, and lets the steps go; once in a screen's life.
     void end();
     bool ended() const noexcept { return ended_; }
     // A new screen after end(); does nothing before.

@@ -26,7 +26,7 @@ void ControlState::setExtent(SIZE hundredths) {
 void ControlState::viewChanged() {
     if (!viewSink || !(viewAspects & DVASPECT_CONTENT)) return;
     const com::ComPtr<IAdviseSink> sink((viewFlags & ADVF_ONLYONCE) != 0 ? std::exchange(viewSink, nullptr)
-                                                                          : viewSink);
+                                                                         : viewSink);
     sink->OnViewChange(DVASPECT_CONTENT, -1);
 }
 

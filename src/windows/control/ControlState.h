@@ -34,6 +34,11 @@ struct ControlState {
     void setExtent(SIZE hundredths);
     bool hasExtent() const noexcept { return extent_.cx > 0 && extent_.cy > 0; }
 
+    // Ends the screen and lets go of the host's steps.
+    void end() {
+        screen.end();
+        givenStep = nullptr;
+    }
     // Tells whoever keeps a picture of the control that it is old.
     void viewChanged();
 
@@ -41,6 +46,7 @@ struct ControlState {
     HostSite site;
     ControlScreen screen;
     Activation activation{module, site, screen};
+    com::ComPtr<IDispatch> givenStep;  // the bound step as the host gave it
     com::ComPtr<IOleAdviseHolder> adviseHolder;
     com::ComPtr<IAdviseSink> viewSink;
     DWORD viewAspects = 0;

@@ -74,11 +74,12 @@ HRESULT StepEditorFacet::putref_Step(IDispatch* Value) {
             tool::StepPtr step;
             try {
                 // The same object again is the same step.
-                step = Value && given_.get() == Value ? state_.screen.step() : com::stepFromCom(Value);
+                step =
+                    Value && state_.givenStep.get() == Value ? state_.screen.step() : com::stepFromCom(Value);
             } catch (...) {
                 return state_.screen.dialog().tellFailure("StepEditor_Step", currentFailure());
             }
-            if (state_.screen.setStep(std::move(step))) given_ = Value;
+            if (state_.screen.setStep(std::move(step))) state_.givenStep = Value;
             changedUnseen();
         });
     });
@@ -87,7 +88,7 @@ HRESULT StepEditorFacet::putref_Step(IDispatch* Value) {
 HRESULT StepEditorFacet::get_Step(IDispatch** Value) {
     return entered([&]() -> HRESULT {
         if (!Value) return E_POINTER;
-        *Value = state_.screen.dialog().step() ? com::ComPtr<IDispatch>(given_).detach() : nullptr;
+        *Value = com::ComPtr<IDispatch>(state_.givenStep).detach();
         return S_OK;
     });
 }

@@ -24,10 +24,11 @@ class DispatchFacet : public StateFacet<Interface> {
     HRESULT STDMETHODCALLTYPE GetIDsOfNames(REFIID, LPOLESTR* names, UINT count, LCID, DISPID* ids) override {
         return dispatch_.idsOfNames(names, count, ids);
     }
-    HRESULT STDMETHODCALLTYPE Invoke(DISPID id, REFIID, LCID, WORD flags, DISPPARAMS* parameters,
+    HRESULT STDMETHODCALLTYPE Invoke(DISPID id, REFIID, LCID locale, WORD flags, DISPPARAMS* parameters,
                                      VARIANT* result, EXCEPINFO* exception, UINT* wrongArgument) override {
-        return this->entered(
-            [&] { return dispatch_.invoke(id, flags, parameters, result, exception, wrongArgument); });
+        return this->entered([&] {
+            return dispatch_.invoke(id, locale, flags, parameters, result, exception, wrongArgument);
+        });
     }
 
   protected:
@@ -64,9 +65,6 @@ class StepEditorFacet : public DispatchFacet<::StepEditor> {
     HRESULT STDMETHODCALLTYPE putref_RootStep(IDispatch* Value) override;
     HRESULT STDMETHODCALLTYPE putref_Step(IDispatch* Value) override;
     HRESULT STDMETHODCALLTYPE get_Step(IDispatch** Value) override;
-
-  private:
-    com::ComPtr<IDispatch> given_;  // the bound step as the host gave it
 };
 
 // IProvideClassInfo2: the control's class and its event interface in the type library.

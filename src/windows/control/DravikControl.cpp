@@ -90,7 +90,7 @@ ULONG DravikControl::Release() {
     references_ = 1;
     {
         const win32::Entry entry;
-        state_.screen.end();
+        state_.end();
         state_.activation.deactivate();
         state_.site.set(nullptr);
     }

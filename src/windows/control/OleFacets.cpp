@@ -44,7 +44,7 @@ HRESULT OleObject::Close(DWORD saveOption) {
         if (saveOption != OLECLOSE_NOSAVE && state_.dirty && state_.site.client())
             state_.site.client()->SaveObject();
         // The question comes while the page still stands, so that it has something to lie above.
-        state_.screen.end();
+        state_.end();
         state_.activation.deactivate();
         if (const auto holder = state_.adviseHolder) holder->SendOnClose();
         return S_OK;

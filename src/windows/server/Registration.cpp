@@ -134,10 +134,14 @@ void addLibrary(std::vector<RegistryEntry>& all, int resource, const std::wstrin
     addInterfaces(all, *library, identifier, described);
 }
 
+HKEY hiveOf(Scope scope) {
+    return scope == Scope::Machine ? HKEY_LOCAL_MACHINE : HKEY_CURRENT_USER;
+}
+
 RegistryKey classesKey(Scope scope) {
     RegistryKey key;
-    checkRegistry(RegCreateKeyExW(scope == Scope::Machine ? HKEY_LOCAL_MACHINE : HKEY_CURRENT_USER, kClasses,
-                                  0, nullptr, 0, KEY_READ, nullptr, key.put(), nullptr));
+    checkRegistry(
+        RegCreateKeyExW(hiveOf(scope), kClasses, 0, nullptr, 0, KEY_READ, nullptr, key.put(), nullptr));
     return key;
 }
 
@@ -166,6 +170,41 @@ std::vector<const RegistryEntry*> ownEntries(HKEY root, const std::vector<Regist
     return own;
 }
 
+// Whether the registry has a second view, of programs of the other bitness, in which the class is registered.
+bool isInOtherView(HKEY hive, const std::wstring& identifier) {
+    BOOL narrow = FALSE;
+    if (sizeof(void*) == 4 && (!IsWow64Process(GetCurrentProcess(), &narrow) || !narrow)) return false;
+    const std::wstring path = std::wstring(kClasses) + L"\\CLSID\\" + identifier + L"\\InprocServer32";
+    RegistryKey key;
+    const REGSAM other = sizeof(void*) == 8 ? KEY_WOW64_32KEY : KEY_WOW64_64KEY;
+    // Where there is but one view, this file itself is found.
+    return RegOpenKeyExW(hive, path.c_str(), 0, KEY_READ | other, key.put()) == ERROR_SUCCESS &&
+           registryText(key.get(), L"") != com::modulePath();
+}
+
+// Both views have these keys in common, but for where a type library's file is.
+bool isShared(const RegistryEntry& entry) {
+    return !isInterface(entry) && entry.top != L"CLSID" && !entry.key.ends_with(kPlatform);
+}
+
+// Takes the entries away below a root; nothing of it stays done unless the transaction is kept.
+void takeAway(std::span<const RegisteredClass> classes, HKEY hive, HKEY root,
+              RegistryTransaction& transaction) {
+    const auto entries = registryEntries(classes);
+    auto own = ownEntries(root, entries);
+    // The control of the other bitness is still there and needs what the two share.
+    if (std::ranges::any_of(classes, [hive](const RegisteredClass& one) {
+            return isInOtherView(hive, textOf(one.identifier));
+        }))
+        std::erase_if(own, [](const RegistryEntry* entry) { return isShared(*entry); });
+    for (const RegistryEntry* entry : own) transaction.remove(entry->key, entry->name);
+    // The deepest first.
+    std::sort(own.begin(), own.end(),
+              [](const RegistryEntry* a, const RegistryEntry* b) { return a->key.size() > b->key.size(); });
+    // A user may have had not even the keys above ours before; of the machine they are never empty.
+    for (const RegistryEntry* entry : own) transaction.removeIfEmpty(entry->key, L"");
+}
+
 bool isRefusal(const Failure& failure) {
     return failure.number() == static_cast<std::int32_t>(HRESULT_FROM_WIN32(ERROR_ACCESS_DENIED));
 }
@@ -192,15 +231,8 @@ void registerServer(std::span<const RegisteredClass> classes, Scope scope) {
 
 void unregisterServer(std::span<const RegisteredClass> classes, Scope scope) {
     const RegistryKey root = classesKey(scope);
-    const auto entries = registryEntries(classes);
-    auto own = ownEntries(root.get(), entries);
     RegistryTransaction transaction(root.get());
-    for (const RegistryEntry* entry : own) transaction.remove(entry->key, entry->name);
-    // The deepest first.
-    std::sort(own.begin(), own.end(),
-              [](const RegistryEntry* a, const RegistryEntry* b) { return a->key.size() > b->key.size(); });
-    // A user may have had not even the keys above ours before; of the machine they are never empty.
-    for (const RegistryEntry* entry : own) transaction.removeIfEmpty(entry->key, L"");
+    takeAway(classes, hiveOf(scope), root.get(), transaction);
     transaction.keep();
 }
 
@@ -217,8 +249,15 @@ HRESULT registerServer(std::span<const RegisteredClass> classes) noexcept {
 
 HRESULT unregisterServer(std::span<const RegisteredClass> classes) noexcept {
     return com::comCall(IID_IUnknown, kSource, [&] {
-        unregisterServer(classes, Scope::User);
-        unregisterServer(classes, Scope::Machine);
+        // Where the machine's registration may not be taken away, the user's stays too.
+        const RegistryKey user = classesKey(Scope::User);
+        const RegistryKey machine = classesKey(Scope::Machine);
+        RegistryTransaction ofUser(user.get());
+        RegistryTransaction ofMachine(machine.get());
+        takeAway(classes, hiveOf(Scope::User), user.get(), ofUser);
+        takeAway(classes, hiveOf(Scope::Machine), machine.get(), ofMachine);
+        ofMachine.keep();
+        ofUser.keep();
     });
 }
 

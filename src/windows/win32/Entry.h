@@ -6,6 +6,8 @@
 #include <functional>
 #include <utility>
 
+#include "windows/headers/FloatingPoint.h"
+
 namespace dravik::win32 {
 
 class Entry {
@@ -33,6 +35,8 @@ class Entry {
     }
 
   private:
+    QuietFloatingPoint quiet_;
+
     struct Waiting {
         std::function<void()> work;
         Waiting* next;

@@ -109,8 +109,8 @@ void Page::drawWindow(HDC dc, HWND window, POINT origin, bool asPicture) const {
         if (GetWindowLongPtrW(child, GWL_STYLE) & WS_VISIBLE) drawWindow(dc, child, origin, asPicture);
 }
 
-// On the screen as one picture; a metafile and a printer get lines and texts, in their own resolution, for all
-// but the system's controls.
+// On the screen as one picture; a metafile and a printer get lines and texts, in their own resolution, for
+// all but the system's controls.
 void Page::draw(HDC dc, const RECT& place) {
     if (!window() || IsRectEmpty(&place)) return;
     arrangeFirst();
@@ -130,9 +130,12 @@ void Page::draw(HDC dc, const RECT& place) {
                       canvas.bits(), &canvas.info(), DIB_RGB_COLORS, SRCCOPY);
     } else {
         SetGraphicsMode(dc, GM_ADVANCED);
-        const XFORM scale{static_cast<float>(widthOf(place)) / static_cast<float>(width), 0, 0,
+        const XFORM scale{static_cast<float>(widthOf(place)) / static_cast<float>(width),
+                          0,
+                          0,
                           static_cast<float>(heightOf(place)) / static_cast<float>(height),
-                          static_cast<float>(place.left), static_cast<float>(place.top)};
+                          static_cast<float>(place.left),
+                          static_cast<float>(place.top)};
         ModifyWorldTransform(dc, &scale, MWT_LEFTMULTIPLY);
         drawWindow(dc, window(), origin, false);
     }

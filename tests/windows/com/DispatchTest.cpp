@@ -36,9 +36,9 @@ class PublicInterface : public _DravikDlg, public ISupportErrorInfo {
     HRESULT STDMETHODCALLTYPE GetIDsOfNames(REFIID, LPOLESTR* names, UINT count, LCID, DISPID* ids) override {
         return dispatch_.idsOfNames(names, count, ids);
     }
-    HRESULT STDMETHODCALLTYPE Invoke(DISPID id, REFIID, LCID, WORD flags, DISPPARAMS* parameters,
+    HRESULT STDMETHODCALLTYPE Invoke(DISPID id, REFIID, LCID locale, WORD flags, DISPPARAMS* parameters,
                                      VARIANT* result, EXCEPINFO* exception, UINT* wrong) override {
-        return dispatch_.invoke(id, flags, parameters, result, exception, wrong);
+        return dispatch_.invoke(id, locale, flags, parameters, result, exception, wrong);
     }
     HRESULT STDMETHODCALLTYPE InterfaceSupportsErrorInfo(REFIID) override { return S_OK; }
 
@@ -92,6 +92,20 @@ TEST(Dispatch, IdentifiersAreThoseOfTheContract) {
     DISPID id = 0;
     EXPECT_EQ(object.GetIDsOfNames(IID_NULL, &text, 1, 0, &id), DISP_E_UNKNOWNNAME);
     EXPECT_EQ(id, DISPID_UNKNOWN);
+}
+
+TEST(Dispatch, TextsForNumbersAreReadAsTheCallerWritesThem) {
+    constexpr LCID kGerman = 0x0407;
+    PublicInterface object;
+    for (const auto& [locale, text] : {std::pair{kGerman, "0,5"}, {LCID{0}, "0.5"}, {LCID{0x0409}, "0.5"}}) {
+        Variant character{Bstr("A")}, least{Bstr("0")}, most{Bstr(text)}, result;
+        VARIANT arguments[] = {variable(most), variable(least), variable(character)};
+        DISPPARAMS parameters{arguments, nullptr, 3, 0};
+        ASSERT_EQ(object.Invoke(kDelete, IID_NULL, locale, DISPATCH_METHOD, &parameters, result.put(),
+                                nullptr, nullptr),
+                  S_OK);
+        EXPECT_EQ(object.got, "A 0 5") << "5 would delete ten times the range";
+    }
 }
 
 TEST(Dispatch, VariablesOfAnyTypeAreConvertedAndWrittenBack) {

@@ -96,8 +96,9 @@ TEST_F(RegistrationTest, EntersWhatAControlNeedsAndTakesItAwayAgain) {
     EXPECT_FALSE(hasKey(HKEY_LOCAL_MACHINE, kClasses + tool + L"\\Control"));
 
     // Each library by its identifier, and each interface with the library that describes it first.
-    EXPECT_EQ(machineText(L"TypeLib\\{C3975B05-1E7B-44D3-8653-3DDB24C5FF4E}\\1.0"),
-              L"Tamberlux Controls: Dravik Custom Property Pages");
+    const std::wstring controls = L"TypeLib\\{C3975B05-1E7B-44D3-8653-3DDB24C5FF4E}\\1.0";
+    EXPECT_EQ(machineText(controls), L"Tamberlux Controls: Dravik Custom Property Pages");
+    EXPECT_EQ(machineText(controls + L"\\FLAGS"), std::to_wstring(LIBFLAG_FCONTROL));
     ComPtr<ITypeLib> library;
     EXPECT_EQ(LoadRegTypeLib(LIBID_DravikLib, 1, 0, 0, library.put()), S_OK);
     EXPECT_EQ(machineText(L"Interface\\{5536B3D3-C530-11D3-B4D9-00609769E417}"), L"IFontTool");
@@ -128,6 +129,31 @@ TEST_F(RegistrationTest, LeavesWhatOthersPutBelowItsKeys) {
     foreign.keep();
 }
 
+// The keys of classes are apart in the two views of the registry, those of names and type libraries are not.
+TEST_F(RegistrationTest, LeavesWhatTheControlOfTheOtherBitnessNeeds) {
+    const std::wstring other =
+        std::wstring(kClasses) + L"CLSID\\{1B6009B3-7029-4764-8499-D3F97CB96ACA}\\InprocServer32";
+    const REGSAM view = sizeof(void*) == 8 ? KEY_WOW64_32KEY : KEY_WOW64_64KEY;
+    HKEY key = nullptr;
+    ASSERT_EQ(RegCreateKeyExW(HKEY_LOCAL_MACHINE, other.c_str(), 0, nullptr, 0, KEY_WRITE | view, nullptr,
+                              &key, nullptr),
+              ERROR_SUCCESS);
+    RegCloseKey(key);
+    registerServer(all_, Scope::Machine);
+    unregisterServer(all_, Scope::Machine);
+    EXPECT_EQ(machineText(L"Dravik.EmbeddedStep\\CurVer"), L"Dravik.EmbeddedStep.1");
+    const std::wstring library = L"TypeLib\\{C3975B05-1E7B-44D3-8653-3DDB24C5FF4E}\\1.0";
+    EXPECT_NE(machineText(library), L"");
+    EXPECT_FALSE(hasKey(HKEY_LOCAL_MACHINE, kClasses + library + L"\\0"));
+    EXPECT_FALSE(hasKey(HKEY_LOCAL_MACHINE,
+                        kClasses + std::wstring(L"CLSID\\{B19EFBE9-EA51-48C7-9335-D538042C1C2D}")));
+    std::wstring identifier = other.substr(0, other.rfind(L'\\'));
+    RegDeleteKeyExW(HKEY_LOCAL_MACHINE, other.c_str(), view, 0);
+    RegDeleteKeyExW(HKEY_LOCAL_MACHINE, identifier.c_str(), view, 0);
+    registerServer(all_, Scope::Machine);
+    unregisterServer(all_, Scope::Machine);
+}
+
 TEST_F(RegistrationTest, LeavesInterfacesToTheLibraryThatHasThem) {
     RegistryTransaction foreign(HKEY_LOCAL_MACHINE);
     const std::wstring tool = L"Interface\\{5536B3D3-C530-11D3-B4D9-00609769E417}";
@@ -153,7 +179,16 @@ TEST_F(RegistrationTest, FailureHalfWayTakesBackWhatWasWritten) {
     broken.front().description = L"changed";
     EXPECT_THROW(registerServer(broken, Scope::Machine), Failure);
     EXPECT_EQ(own(), registered);
-    unregisterServer(all_, Scope::Machine);
+    // And what was taken away, of the user's too.
+    registerServer(all_, Scope::User);
+    const std::wstring component = L"CLSID\\{1B6009B3-7029-4764-8499-D3F97CB96ACA}";
+    const std::string both = own();
+    EXPECT_TRUE(FAILED(unregisterServer(broken)));
+    EXPECT_EQ(own(), both);
+    EXPECT_TRUE(hasKey(HKEY_CURRENT_USER, kClasses + component + L"\\InprocServer32"));
+    EXPECT_EQ(unregisterServer(all_), S_OK);
+    EXPECT_FALSE(hasKey(HKEY_CURRENT_USER, kClasses + component));
+    EXPECT_EQ(own(), before_);
 }
 
 TEST_F(RegistrationTest, ObjectsAreMadeThroughTheRegistryAndTheServerUnloads) {

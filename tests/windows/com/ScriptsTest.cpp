@@ -3,6 +3,10 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <fstream>
+#include <functional>
+#include <future>
+
 #include "base/Paths.h"
 #include "contract/DrawnText.h"
 #include "support/TemporaryFolder.h"
@@ -91,7 +95,112 @@ TEST_F(ScriptsTest, ProgramBindsAStepAndSeesWhyOneIsRefused) {
     EXPECT_EQ(bound.code, 0u);
     const Finished refused = program(DRAVIK_BIND_STEP, L"Scripting.Dictionary");
     EXPECT_EQ(refused.code, 1u);
-    EXPECT_THAT(refused.output, testing::HasSubstr("ProgId"));
+    EXPECT_THAT(refused.output, testing::HasSubstr("no step"));
+}
+
+// What another program's window looks like from here.
+struct OtherWindow {
+    HWND window = nullptr;
+
+    HWND focus() const {
+        GUITHREADINFO info{};
+        info.cbSize = sizeof info;
+        GetGUIThreadInfo(GetWindowThreadProcessId(window, nullptr), &info);
+        return info.hwndFocus;
+    }
+    HWND button() const { return FindWindowExW(window, nullptr, L"Button", L"Close"); }
+    // The control's window is the one child beside the button.
+    HWND control() const {
+        HWND child = GetWindow(window, GW_CHILD);
+        return child == button() ? GetWindow(child, GW_HWNDNEXT) : child;
+    }
+    bool isInControl(HWND inside) const { return inside && IsChild(control(), inside); }
+    void press(UINT key) const { PostMessageW(focus(), WM_KEYDOWN, key, 1); }
+};
+
+bool waitFor(const std::function<bool()>& condition) {
+    for (int i = 0; i < 1000 && !condition(); ++i) Sleep(50);
+    return condition();
+}
+
+// A font that is selected where the embedded step is told of no folder: without one nothing can be included.
+class SelectedFont {
+  public:
+    SelectedFont() { run(L"tool.CreateFont \"of-the-container\" : tool.SaveFont \"of-the-container\""); }
+    SelectedFont(const SelectedFont&) = delete;
+    SelectedFont& operator=(const SelectedFont&) = delete;
+    ~SelectedFont() { run(L"tool.DeleteFont \"of-the-container\""); }
+
+  private:
+    static void run(const wchar_t* calls) {
+        const TemporaryFolder folder;
+        const std::string file = folder.path("font.vbs");
+        std::ofstream(toPath(file)) << "Set tool = CreateObject(\"Dravik.EmbeddedStep\")\n" << utf8(calls);
+        const Finished done = runProcess(L"cscript.exe //nologo \"" + wide(file) + L"\"");
+        EXPECT_EQ(done.output, "");
+    }
+};
+
+TEST_F(ScriptsTest, ContainerShowsTheControlUntilItIsClosed) {
+    const SelectedFont font;
+    auto ended = std::async(std::launch::async,
+                            [] { return program(DRAVIK_SHOW_CONTROL, L"Dravik.EmbeddedStep --seconds 40"); });
+    OtherWindow other;
+    ASSERT_TRUE(waitFor([&] { return (other.window = FindWindowW(L"ShowControl", nullptr)) != nullptr; }));
+    EXPECT_TRUE(waitFor([&] { return other.isInControl(other.focus()); }))
+        << "the control has the focus first";
+
+    SetWindowPos(other.window, nullptr, 0, 0, 700, 600, SWP_NOMOVE | SWP_NOZORDER);
+    RECT around{}, control{};
+    GetClientRect(other.window, &around);
+    EXPECT_TRUE(waitFor([&] {
+        GetClientRect(other.control(), &control);
+        return control.right == around.right && control.bottom < around.bottom;
+    })) << "the control fills the window above the button";
+
+    const HWND first = other.focus();
+    other.press(VK_TAB);
+    ASSERT_TRUE(waitFor([&] { return other.focus() != first; }));
+    const HWND second = other.focus();
+    const HWND another = CreateWindowW(L"STATIC", L"", WS_OVERLAPPEDWINDOW | WS_VISIBLE, 0, 0, 100, 100,
+                                       nullptr, nullptr, nullptr, nullptr);
+    SetForegroundWindow(another);
+    EXPECT_TRUE(waitFor([&] { return other.focus() != second; }));
+    SetForegroundWindow(other.window);
+    EXPECT_TRUE(waitFor([&] { return other.focus() == second; })) << "the field has the focus back";
+
+    const auto tabToTheButton = [&] {
+        for (int tabs = 0; tabs < 60 && other.focus() != other.button(); ++tabs) {
+            const HWND before = other.focus();
+            other.press(VK_TAB);
+            if (!waitFor([&] { return other.focus() != before; })) break;
+        }
+        return other.focus() == other.button();
+    };
+    EXPECT_TRUE(tabToTheButton()) << "Tab leaves the control";
+    other.press(VK_TAB);
+    EXPECT_TRUE(waitFor([&] { return other.focus() == first; })) << "and enters it again";
+    EXPECT_TRUE(tabToTheButton());
+    PostMessageW(other.button(), WM_SYSCHAR, 'i', 1 << 29);
+    EXPECT_TRUE(waitFor([&] { return other.isInControl(other.focus()); })) << "Alt+I is Include from there";
+    DestroyWindow(another);
+
+    PostMessageW(other.window, WM_CLOSE, 0, 0);
+    const Finished closed = ended.get();
+    EXPECT_EQ(closed.code, 0u) << closed.output;
+}
+
+TEST_F(ScriptsTest, ContainersCloseByThemselvesAndSayWhenNothingWasShown) {
+    for (const char* container : {DRAVIK_SHOW_CONTROL, DRAVIK_SHOW_IN_ATL}) {
+        const Finished shown = program(container, L"Dravik.EmbeddedStep --seconds 1");
+        EXPECT_EQ(shown.code, 0u) << container << ": " << shown.output;
+        EXPECT_EQ(shown.output, "");
+        EXPECT_EQ(program(container, L"Scripting.Dictionary --seconds 1").code, 1u) << container;
+    }
+    const Finished refused = program(DRAVIK_SHOW_CONTROL, L"Scripting.Dictionary --seconds 1");
+    EXPECT_EQ(refused.code, 1u);
+    EXPECT_EQ(refused.output, "The control cannot be shown with that step\r\n");
+    EXPECT_EQ(program(DRAVIK_SHOW_CONTROL, L"").code, 2u);
 }
 
 }  // namespace

@@ -137,6 +137,12 @@ TEST(ToolValues, WrongShapesAreRefused) {
     mislabelled.get().vt = VT_ARRAY | VT_VARIANT;
     EXPECT_EQ(refusal([&] { ArrayView(mislabelled.get(), 2); }), 13);
     mislabelled.get().vt = VT_ARRAY | VT_I2;
+    mislabelled = numbers<double>(VT_R8, 2, 2);
+    for (const VARTYPE label : {VT_BSTR, VT_I8}) {  // of the same size where addresses have 64 bits
+        mislabelled.get().vt = static_cast<VARTYPE>(VT_ARRAY | label);
+        EXPECT_EQ(refusal([&] { tableOf(std::move(mislabelled))->cell(0, 0); }), 13);
+        mislabelled = numbers<double>(VT_R8, 2, 2);
+    }
 
     const std::vector<std::string> words = {"1", "two"};
     EXPECT_EQ(refusal([&] { int32sOf(listValue(words, Elements::Variants).get()); }), 13);

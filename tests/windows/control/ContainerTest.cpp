@@ -29,8 +29,8 @@ TEST(Container, IsKeptInformedInTheRightOrder) {
     EXPECT_NE(status & OLEMISC_ACTIVATEWHENVISIBLE, 0u);
 
     ASSERT_EQ(object->DoVerb(OLEIVERB_INPLACEACTIVATE, nullptr, &site, 0, host.frame(), nullptr), S_OK);
-    EXPECT_EQ(site.calls, (std::vector<std::string>{"CanInPlaceActivate", "OnInPlaceActivate",
-                                                    "OnControlInfoChanged"}));
+    EXPECT_EQ(site.calls,
+              (std::vector<std::string>{"CanInPlaceActivate", "OnInPlaceActivate", "OnControlInfoChanged"}));
     RECT window{};
     GetClientRect(host.window(), &window);
     EXPECT_EQ(window.right, site.place.right);
@@ -224,8 +224,9 @@ TEST(Container, GetsThePictureThatTheActiveControlWouldBe) {
         host.site().place = {0, 0, size.cx, size.cy};
         const auto inactive = pictureOf(view.get(), size);
         const auto recorded = pictureOf(view.get(), size, true);
-        ASSERT_EQ(as<IOleObject>(host)->DoVerb(OLEIVERB_INPLACEACTIVATE, nullptr, nullptr, 0, nullptr, nullptr),
-                  S_OK);
+        ASSERT_EQ(
+            as<IOleObject>(host)->DoVerb(OLEIVERB_INPLACEACTIVATE, nullptr, nullptr, 0, nullptr, nullptr),
+            S_OK);
         host.pump();
         const auto active = picture(host.window());
         EXPECT_LT(difference(*inactive, *active), 0.002);

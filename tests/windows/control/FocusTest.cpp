@@ -113,7 +113,8 @@ TEST_F(FocusOfContainer, GoesBackToWhereItWas) {
         SetActiveWindow(bench.host->frame());  // it takes the focus, as a window does unless told otherwise
         EXPECT_EQ(GetFocus(), bench.host->frame());
         bench.host->pump();
-        EXPECT_EQ(GetFocus(), focused == own ? bench.host->frame() : focused) << "its own focus is the host's";
+        EXPECT_EQ(GetFocus(), focused == own ? bench.host->frame() : focused)
+            << "its own focus is the host's";
     }
     DestroyWindow(other);
 }

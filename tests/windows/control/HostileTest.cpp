@@ -5,6 +5,7 @@
 #include <gmock/gmock.h>
 
 #include <algorithm>
+#include <cmath>
 #include <thread>
 
 #include "windows/com/ComStep.h"
@@ -146,6 +147,13 @@ TEST(HostileHost, CallsAfterClosingAndShowsTheControlAgain) {
     Bench bench("strict");
     bench.bind("HELLO");
     const ComPtr<IUnknown> control(bench.host->control());
+    const ULONG references = 1;  // the bench's own
+    const auto step = [&] {
+        ComPtr<IDispatch> given;
+        EXPECT_EQ(control.as<::StepEditor>()->get_Step(given.put()), S_OK);
+        return given;
+    };
+    EXPECT_TRUE(step());
     const auto object = control.as<IOleObject>();
     bench.include(L"HELLO", 5);
     bench.robot.expectBox(L"Font Changed", IDYES);
@@ -158,7 +166,11 @@ TEST(HostileHost, CallsAfterClosingAndShowsTheControlAgain) {
     EXPECT_EQ(object->DoVerb(OLEIVERB_SHOW, nullptr, nullptr, 0, nullptr, nullptr), S_OK);
     bench.host->pump();
     ASSERT_TRUE(IsWindow(bench.page()));
-    EXPECT_TRUE(IsWindowEnabled(bench.button(L"&Include")));  // with the step that it had
+    EXPECT_FALSE(step()) << "the step is the host's to give again";
+    EXPECT_EQ(bench.step.get()->AddRef(), references + 1);
+    EXPECT_EQ(bench.step->Release(), references);
+    ASSERT_EQ(control.as<::StepEditor>()->putref_Step(bench.step.as<IDispatch>().get()), S_OK);
+    EXPECT_TRUE(IsWindowEnabled(bench.button(L"&Include")));
     bench.host->close();
     auto& faults = static_cast<StrictHost&>(*bench.host).site().faults;
     EXPECT_THAT(faults, ::testing::IsEmpty());
@@ -338,6 +350,28 @@ TEST(HostileTool, ReturnsTablesOfTheWrongShape) {
         EXPECT_EQ(trainDate(bench.host->control(), "nobody"), "unknown");
         bench.host->close();
     }
+}
+
+// Bits of the processor's word for vector operations that keep an operation from raising an exception.
+constexpr unsigned kQuiet = 0x0E80;  // invalid, division by zero, overflow, underflow
+
+TEST(HostileHost, LetsFloatingPointOperationsRaiseExceptions) {
+    Bench bench("strict");
+    bench.bind("HELLO");
+    bench.include(L"HELLO", 5);
+    auto faulty = faultyStep(bench);
+    for (const double value : {std::nan(""), HUGE_VAL, 1e300}) {
+        faulty->table = [&](RecordTablePtr) { return std::make_shared<GivenTable>(5, 54, Cell(value)); };
+        const unsigned before = __builtin_ia32_stmxcsr();
+        __builtin_ia32_ldmxcsr(before & ~kQuiet);
+        const HRESULT bound = setStep(bench.host->control(), faulty);
+        const unsigned after = __builtin_ia32_stmxcsr();
+        __builtin_ia32_ldmxcsr(before);
+        EXPECT_EQ(bound, S_OK);
+        EXPECT_EQ(after & kQuiet, 0u) << "the host's setting is its own";
+    }
+    bench.robot.expectBox(L"Font Changed", IDNO);
+    bench.host->close();
 }
 
 TEST(HostileHost, ChangesTheStepWhileTheScreenAsks) {

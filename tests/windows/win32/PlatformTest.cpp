@@ -63,10 +63,11 @@ TEST_F(PlatformOfWindows, TimersWaitWhileOneOfThemHasABoxUp) {
     ticking.setLayout(column({item(cell)}));
     ticking.timers = {&first, &second};
     int boxes = 0;
-    for (Timer* timer : {&first, &second}) timer->tick.subscribe([&] {
-        ++boxes;
-        platform().messageBox({"text", "Title"});
-    });
+    for (Timer* timer : {&first, &second})
+        timer->tick.subscribe([&] {
+            ++boxes;
+            platform().messageBox({"text", "Title"});
+        });
     platform().show(ticking);
     script.expect(DialogScript::kMessageBox, [&](HWND box) {
         waitUntil([] { return false; }, 150);

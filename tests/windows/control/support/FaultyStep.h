@@ -8,6 +8,7 @@
 #include <string>
 
 #include "base/Failure.h"
+#include "contract/ForwardedTool.h"
 #include "tool/Step.h"
 
 namespace dravik {
@@ -25,7 +26,7 @@ inline constexpr std::array<const char*, 23> kOperations = {
     "GetTrainCycles", "StopTraining",     "GetUncommittedSamples",
     "DeleteSample",   "GetSampleData"};
 
-class FaultyStep : public Step, public FontTool {
+class FaultyStep : public Step, public ForwardedTool {
   public:
     explicit FaultyStep(StepPtr inner) : inner_(std::move(inner)) {}
 
@@ -43,50 +44,23 @@ class FaultyStep : public Step, public FontTool {
     double datum(const std::string& name) override { return inner_->datum(name); }
     FontTool& fontTool() override { return *this; }
 
-    void LoadFont(const std::string& name) override { on("LoadFont").LoadFont(name); }
-    void CreateFont(const std::string& name) override { on("CreateFont").CreateFont(name); }
-    void DeleteFont(const std::string& name) override { on("DeleteFont").DeleteFont(name); }
-    void RenameFont(const std::string& to, const std::string& from) override {
-        on("RenameFont").RenameFont(to, from);
-    }
-    void DuplicateFont(const std::string& to, const std::string& from) override {
-        on("DuplicateFont").DuplicateFont(to, from);
-    }
-    void SetCharacterSet(const CharacterSet& set) override { on("SetCharacterSet").SetCharacterSet(set); }
-    void IncludeSamples(const std::string& text) override { on("IncludeSamples").IncludeSamples(text); }
-    void CommitNewSamples() override { on("CommitNewSamples").CommitNewSamples(); }
-    void SetTrainTimeout(std::int32_t seconds) override { on("SetTrainTimeout").SetTrainTimeout(seconds); }
-    void StartTraining() override { on("StartTraining").StartTraining(); }
-    void SaveFont(const std::string& name) override { on("SaveFont").SaveFont(name); }
-    void RevertFont(const std::string& name) override { on("RevertFont").RevertFont(name); }
-    std::vector<std::string> GetFontList() override { return on("GetFontList").GetFontList(); }
-    CharacterSet GetCharacterSet() override { return on("GetCharacterSet").GetCharacterSet(); }
-    std::int32_t GetTrainTimeout() override { return on("GetTrainTimeout").GetTrainTimeout(); }
-    bool IsTrainingDone() override { return on("IsTrainingDone").IsTrainingDone() && !(endless && !stopped); }
-    float GetRmsError() override { return on("GetRmsError").GetRmsError(); }
-    bool IsTrainingAborted() override { return on("IsTrainingAborted").IsTrainingAborted(); }
-    std::int32_t GetTrainCycles() override { return on("GetTrainCycles").GetTrainCycles(); }
+    bool IsTrainingDone() override { return ForwardedTool::IsTrainingDone() && !(endless && !stopped); }
     void StopTraining() override {
         stopped = true;
-        on("StopTraining").StopTraining();
+        ForwardedTool::StopTraining();
     }
-    std::vector<std::string> GetUncommittedSamples() override {
-        return on("GetUncommittedSamples").GetUncommittedSamples();
-    }
-    void DeleteSample(std::int32_t identifier_) override { on("DeleteSample").DeleteSample(identifier_); }
-    using FontTool::GetSampleData;
     RecordTablePtr GetSampleData(std::span<const std::int32_t> selectors,
                                  std::span<const std::int16_t> fields) override {
-        const auto got = on("GetSampleData").GetSampleData(selectors, fields);
+        const auto got = ForwardedTool::GetSampleData(selectors, fields);
         return table ? table(got) : got;
     }
 
   private:
-    FontTool& on(const char* operation) {
+    FontTool& on(const std::string& operation, const std::string&) override {
         if (before) before(operation);
         if (failing == operation) {
             ++failed;
-            throw Failure(static_cast<std::int32_t>(0x80040123u), std::string(operation) + " went wrong");
+            throw Failure(static_cast<std::int32_t>(0x80040123u), operation + " went wrong");
         }
         return inner_->fontTool();
     }

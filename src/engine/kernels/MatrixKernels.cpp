@@ -1,8 +1,8 @@
-#include "engine/classifier/MatrixKernels.h"
+#include "engine/kernels/MatrixKernels.h"
 
 #include <array>
 
-#include "engine/classifier/MatrixKernelLoops.h"
+#include "engine/kernels/MatrixKernelLoops.h"
 
 namespace dravik::engine {
 

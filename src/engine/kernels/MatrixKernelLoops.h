@@ -3,7 +3,7 @@
 // another header: the linker could keep the copy that needs the newest machine.
 #pragma once
 
-#include "engine/classifier/MatrixKernels.h"
+#include "engine/kernels/MatrixKernels.h"
 
 namespace dravik::engine {
 

@@ -1,5 +1,5 @@
 // Compiled for machines with AVX2 and FMA.
-#include "engine/classifier/MatrixKernelLoops.h"
+#include "engine/kernels/MatrixKernelLoops.h"
 
 namespace dravik::engine {
 

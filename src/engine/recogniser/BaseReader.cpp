@@ -1,0 +1,179 @@
+#include "engine/recogniser/BaseReader.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <numeric>
+#include <optional>
+#include <utility>
+
+#include "engine/recogniser/CharacterContext.h"
+#include "engine/recogniser/LineLattice.h"
+#include "engine/segmentation/OtherSize.h"
+
+namespace dravik::engine {
+namespace {
+
+constexpr double kWorthNaming = 0.01;
+constexpr std::size_t kMostAlternatives = 6;
+// An expected character of less likelihood is a mistake where another has more than the second.
+constexpr double kHardlyExpected = 0.02, kClearlyOther = 0.8;
+// A character counts for a view by how much likelier it is a whole one than this, at most as much as the
+// second says; measured on generated part images.
+constexpr double kUsuallyWhole = 0.5, kLeastWhole = 0.02, kViewWeight = 0.6;
+constexpr std::size_t kMostDifferent = 2;
+
+struct ReadLine {
+    int line = 0;
+    std::vector<ReadPiece> pieces;
+};
+
+// How likely the characters of a line are to be any, as a logarithm.
+double trust(const std::vector<ReadPiece>& line) {
+    double sum = 0;
+    for (const ReadPiece& one : line)
+        sum += std::max(std::log(kLeastWhole), static_cast<double>(whole(one.likelihoods)));
+    return sum;
+}
+
+enum class Pieces { AsFound, Likeliest };
+
+// All lines, each in the size that suits it: `value` says how well a line goes in a size, its first
+// character's number being the second argument.
+template <typename Value>
+std::vector<ReadLine> linesOf(const Segmentation& found, Pieces how, Value value) {
+    std::vector<ReadLine> result;
+    for (std::size_t from = 0; from < found.glyphs.size();) {
+        std::size_t to = from;
+        while (to < found.glyphs.size() && found.glyphs[to].line == found.glyphs[from].line) ++to;
+        const auto readAs = [&](const LineMetrics& line) {
+            if (how == Pieces::Likeliest) return likeliestPieces(found, from, to, line);
+            std::vector<ReadPiece> pieces;
+            const std::vector<PatchLikelihoods> likelihoods = lineLikelihoods(found, from, to, line);
+            for (std::size_t i = from; i < to; ++i)
+                pieces.push_back({found.glyphs[i].piece, likelihoods[i - from]});
+            return pieces;
+        };
+        LineMetrics line = found.lines[static_cast<std::size_t>(found.glyphs[from].line)];
+        std::vector<ReadPiece> best = readAs(line);
+        if (const std::optional<OtherSize> other = otherSize(found.lines, line)) {
+            line.capHeight = other->capHeight;
+            std::vector<ReadPiece> smaller = readAs(line);
+            if (value(smaller, from) - other->doubt > value(best, from)) best = std::move(smaller);
+        }
+        result.push_back({found.glyphs[from].line, std::move(best)});
+        from = to;
+    }
+    return result;
+}
+
+std::vector<ReadLine> linesOf(const Segmentation& found, Pieces how) {
+    return linesOf(found, how, [](const std::vector<ReadPiece>& line, std::size_t) { return trust(line); });
+}
+
+SuggestedCharacter suggestion(const PatchLikelihoods& of, std::size_t best) {
+    SuggestedCharacter one;
+    one.noCharacter = std::exp(static_cast<double>(of[kNoCharacter]));
+    std::array<std::size_t, kNoCharacter> order;
+    std::iota(order.begin(), order.end(), std::size_t{0});
+    std::stable_sort(order.begin(), order.end(), [&](std::size_t a, std::size_t b) { return of[a] > of[b]; });
+    const auto add = [&](std::size_t place) {
+        one.alternatives.push_back(
+            {std::string(1, kRecognisedCharacters[place]), std::exp(static_cast<double>(of[place]))});
+    };
+    add(best);
+    for (const std::size_t place : order) {
+        if (std::exp(static_cast<double>(of[place])) < kWorthNaming ||
+            one.alternatives.size() >= kMostAlternatives)
+            break;
+        if (place != best) add(place);
+    }
+    return one;
+}
+
+std::vector<SuggestedCharacter> suggested(const Segmentation& found, const std::vector<ReadLine>& lines,
+                                          Context context) {
+    std::vector<SuggestedCharacter> result;
+    for (const ReadLine& line : lines) {
+        std::vector<PatchLikelihoods> likelihoods;
+        for (const ReadPiece& one : line.pieces) likelihoods.push_back(one.likelihoods);
+        const std::vector<std::size_t> best =
+            context == Context::Used ? likeliestTogether(likelihoods) : likeliestAlone(likelihoods);
+        for (std::size_t i = 0; i < best.size(); ++i) {
+            result.push_back(suggestion(likelihoods[i], best[i]));
+            result.back().place = found.place({line.pieces[i].piece, line.line});
+            result.back().line = line.line;
+        }
+    }
+    return result;
+}
+
+// How much likelier than usual the characters of a view are whole ones, as a logarithm.
+double wholeness(const std::vector<ReadLine>& lines) {
+    double sum = 0;
+    for (const ReadLine& line : lines)
+        for (const ReadPiece& one : line.pieces)
+            sum += std::log(std::max(kLeastWhole, std::exp(static_cast<double>(whole(one.likelihoods)))) /
+                            kUsuallyWhole);
+    return kViewWeight * sum;
+}
+
+}  // namespace
+
+bool CharacterLikelihood::disagrees() const {
+    return isKnown && likelihood < kHardlyExpected && likeliest.likelihood > kClearlyOther &&
+           !areDrawnAlike(expected, likeliest.character);
+}
+
+std::vector<SuggestedCharacter> readWithoutFont(const Segmentation& found, Context context) {
+    return suggested(found, linesOf(found, Pieces::AsFound), context);
+}
+
+std::vector<SuggestedCharacter> readWithoutFont(const GreyImage& image, const Segmentation& found,
+                                                Context context) {
+    std::vector<ReadLine> best = linesOf(found, Pieces::Likeliest);
+    double most = wholeness(best);
+    std::optional<Segmentation> taken;
+    const std::size_t characters = found.glyphs.size();
+    for (const OtherView& view : found.others) {
+        if (view.characters + kMostDifferent < characters || characters + kMostDifferent < view.characters)
+            continue;
+        Segmentation other = segment(image, view);
+        std::vector<ReadLine> lines = linesOf(other, Pieces::Likeliest);
+        if (const double value = view.odds + wholeness(lines); value > most) {
+            most = value;
+            best = std::move(lines);
+            taken = std::move(other);
+        }
+    }
+    return suggested(taken ? *taken : found, best, context);
+}
+
+std::vector<CharacterLikelihood> compareWithText(const Segmentation& found,
+                                                 std::span<const std::string> text) {
+    if (text.size() != found.glyphs.size()) return {};
+    std::vector<CharacterLikelihood> result;
+    const auto agreement = [&](const std::vector<ReadPiece>& line, std::size_t from) {
+        double sum = 0;
+        for (const ReadPiece& one : line)
+            if (const std::optional<std::size_t> place = recognisedPlace(text[from++]))
+                sum += std::max(std::log(kLeastWhole), static_cast<double>(one.likelihoods[*place]));
+        return sum;
+    };
+    for (const ReadLine& line : linesOf(found, Pieces::AsFound, agreement))
+        for (const ReadPiece& read : line.pieces) {
+            const PatchLikelihoods& of = read.likelihoods;
+            CharacterLikelihood& one = result.emplace_back();
+            one.expected = text[result.size() - 1];
+            const std::size_t best = likeliestAlone(std::span(&of, 1)).front();
+            one.likeliest = {std::string(1, kRecognisedCharacters[best]),
+                             std::exp(static_cast<double>(of[best]))};
+            if (const std::optional<std::size_t> place = recognisedPlace(one.expected)) {
+                one.isKnown = true;
+                one.likelihood = std::exp(static_cast<double>(of[*place]));
+            }
+        }
+    return result;
+}
+
+}  // namespace dravik::engine

@@ -1,0 +1,153 @@
+#include "engine/recogniser/LineLattice.h"
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+#include <utility>
+
+#include "engine/segmentation/CharacterCuts.h"
+#include "engine/segmentation/LineCharacters.h"
+
+namespace dravik::engine {
+namespace {
+
+// A character that is surer than this to be one is left alone.
+constexpr float kSure = 0.9f;
+// By how much surer, as a logarithm, other pieces must be than those that were found: for each cut, join and
+// piece that is left out.
+constexpr float kCutDoubt = 1, kJoinDoubt = 1, kDirtDoubt = 3;
+// Cuts less likely than this (log odds) are not tried, and no more than so many of one piece.
+constexpr double kLeastCut = -5;
+constexpr std::size_t kMostCuts = 4, kMostJoined = kMostCuts + 1;
+// Joined pieces stand no further apart and are no wider, as parts of the height of capitals.
+constexpr float kMostRoom = 0.3f, kMostWidth = 1.5f;
+
+// A part that pieces are made of, and which found character it comes from.
+struct Atom {
+    Piece piece;
+    std::size_t character = 0;
+};
+
+std::vector<Atom> atomsOf(const Segmentation& found, std::size_t from, std::size_t to,
+                          const std::vector<bool>& doubtful, const LineMetrics& line) {
+    std::vector<Piece> pieces;
+    for (std::size_t i = from; i < to; ++i) pieces.push_back(found.glyphs[i].piece);
+    const LineScale scale = lineScale(pieces, line, characterPitch(pieces, line.capHeight));
+    std::vector<Atom> atoms;
+    for (std::size_t i = 0; i < pieces.size(); ++i) {
+        Piece rest = std::move(pieces[i]);
+        std::vector<std::pair<double, float>> cuts;
+        if (doubtful[i])
+            for (const PossibleCut& one : possibleCuts(rest, found.frame, scale))
+                if (const double odds = kCutLikeness(one.traits); odds > kLeastCut)
+                    cuts.emplace_back(-odds, one.along);
+        std::sort(cuts.begin(), cuts.end());
+        cuts.resize(std::min(cuts.size(), kMostCuts));
+        std::sort(cuts.begin(), cuts.end(), [](const auto& a, const auto& b) { return a.second < b.second; });
+        for (const auto& [odds, along] : cuts) {
+            auto [left, right] = cut(rest, found.frame, along);
+            if (left.area == 0 || right.area == 0) continue;
+            left.measure(found.frame);
+            right.measure(found.frame);
+            atoms.push_back({std::move(left), i});
+            rest = std::move(right);
+        }
+        atoms.push_back({std::move(rest), i});
+    }
+    return atoms;
+}
+
+// Atoms `first` to `end` - 1 as one piece.
+struct Span {
+    std::size_t first = 0, end = 0;
+    Piece piece;
+    bool asFound = false;
+    float doubt = 0;
+    PatchLikelihoods likelihoods{};
+};
+
+std::vector<Span> spansOf(const std::vector<Atom>& atoms, const std::vector<bool>& doubtful,
+                          const Frame& frame, float cap) {
+    std::vector<Span> spans;
+    for (std::size_t first = 0; first < atoms.size(); ++first) {
+        Piece piece = atoms[first].piece;
+        for (std::size_t end = first + 1;; ++end) {
+            const std::size_t from = atoms[first].character, to = atoms[end - 1].character;
+            const bool begins = first == 0 || atoms[first - 1].character != from;
+            const bool ends = end == atoms.size() || atoms[end].character != to;
+            Span& span = spans.emplace_back();
+            span.first = first;
+            span.end = end;
+            span.piece = piece;
+            span.asFound = from == to && begins && ends;
+            span.doubt = kJoinDoubt * static_cast<float>(to - from) +
+                         kCutDoubt * 0.5f * (static_cast<float>(!begins) + static_cast<float>(!ends));
+            if (end == atoms.size() || end - first >= kMostJoined) break;
+            const Atom& next = atoms[end];
+            const bool another = next.character != to;
+            if (another && !(doubtful[to] || doubtful[next.character])) break;
+            if (next.piece.box.left - piece.box.right > kMostRoom * cap) break;
+            if (std::max(piece.box.right, next.piece.box.right) - piece.box.left > kMostWidth * cap &&
+                another)
+                break;
+            piece.join(Piece(next.piece));
+            piece.measure(frame);
+        }
+    }
+    return spans;
+}
+
+}  // namespace
+
+float whole(const PatchLikelihoods& likelihoods) {
+    return *std::max_element(likelihoods.begin(), likelihoods.end() - 1);
+}
+
+std::vector<ReadPiece> likeliestPieces(const Segmentation& found, std::size_t from, std::size_t to,
+                                       const LineMetrics& line) {
+    const std::vector<PatchLikelihoods> first = lineLikelihoods(found, from, to, line);
+    std::vector<bool> doubtful;
+    bool any = false;
+    for (const PatchLikelihoods& one : first) {
+        doubtful.push_back(whole(one) < std::log(kSure) && std::exp(one[kNoCharacter]) > 0.5f * (1 - kSure));
+        any = any || doubtful.back();
+    }
+    std::vector<ReadPiece> result;
+    if (!any) {
+        for (std::size_t i = from; i < to; ++i) result.push_back({found.glyphs[i].piece, first[i - from]});
+        return result;
+    }
+    const std::vector<Atom> atoms = atomsOf(found, from, to, doubtful, line);
+    std::vector<Span> spans = spansOf(atoms, doubtful, found.frame, line.capHeight);
+    std::vector<CharacterPatch> patches;
+    for (const Span& span : spans)
+        if (!span.asFound) patches.push_back(characterPatch(found.ink, found.frame, span.piece, line));
+    const std::vector<PatchLikelihoods> others = patchLikelihoods(patches);
+    auto other = others.begin();
+    for (Span& span : spans) span.likelihoods = span.asFound ? first[atoms[span.first].character] : *other++;
+
+    // The best way to each place between atoms.
+    constexpr float kNever = -std::numeric_limits<float>::max();
+    struct Way {
+        float value = kNever;
+        const Span* last = nullptr;
+        bool isDirt = false;
+    };
+    std::vector<Way> ways(atoms.size() + 1);
+    ways[0].value = 0;
+    for (const Span& span : spans) {
+        const float before = ways[span.first].value;
+        Way& way = ways[span.end];
+        if (const float value = before + whole(span.likelihoods) - span.doubt; value > way.value)
+            way = {value, &span, false};
+        if (span.asFound)
+            if (const float value = before + span.likelihoods[kNoCharacter] - kDirtDoubt; value > way.value)
+                way = {value, &span, true};
+    }
+    for (std::size_t at = atoms.size(); at > 0; at = ways[at].last->first)
+        if (!ways[at].isDirt) result.push_back({ways[at].last->piece, ways[at].last->likelihoods});
+    std::reverse(result.begin(), result.end());
+    return result;
+}
+
+}  // namespace dravik::engine
