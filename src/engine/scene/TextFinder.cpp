@@ -95,7 +95,7 @@ class Neighbourhood {
 
 // Directions in which pieces have neighbours of like size, the most frequent first: at most three.
 std::vector<float> directions(std::span<const Piece> pieces, int width, int height) {
-    constexpr int kBins = 2 * 48 + 1;
+    constexpr int kMost = 48, kBins = 2 * kMost + 1;  // degrees
     constexpr std::size_t kNearest = 3;
     std::array<float, kBins> votes{};
     const Neighbourhood neighbours(pieces, width, height);
@@ -124,7 +124,7 @@ std::vector<float> directions(std::span<const Piece> pieces, int width, int heig
                 }
                 const float angle = std::atan2(dy, dx);
                 if (std::abs(angle) > kSteepest) continue;
-                votes[static_cast<std::size_t>(std::lround(angle * kRadian) + kBins / 2)] += 1;
+                votes[static_cast<std::size_t>(std::lround(angle * kRadian) + kMost)] += 1;
             }
         }
     }
@@ -139,7 +139,7 @@ std::vector<float> directions(std::span<const Piece> pieces, int width, int heig
         const auto best = std::max_element(smooth.begin(), smooth.end());
         if (*best < 8) break;
         const int place = static_cast<int>(best - smooth.begin());
-        result.push_back(static_cast<float>(place - kBins / 2) / kRadian);
+        result.push_back(static_cast<float>(place - kMost) / kRadian);
         for (int k = std::max(0, place - 8); k <= std::min(kBins - 1, place + 8); ++k)
             smooth[static_cast<std::size_t>(k)] = 0;
     }
