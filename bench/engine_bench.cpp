@@ -1,6 +1,8 @@
 // How fast the engine is: finding characters, features, training, storing, and queries of the largest font.
 #include <benchmark/benchmark.h>
 
+#include <cmath>
+#include <memory>
 #include <random>
 
 #include "base/Text.h"
@@ -13,6 +15,7 @@
 #include "engine/font/SampleStore.h"
 #include "engine/font/SampleTable.h"
 #include "engine/recogniser/BaseReader.h"
+#include "engine/scene/Scene.h"
 
 namespace dravik {
 
@@ -23,16 +26,56 @@ namespace {
 const std::string kParts = std::string(DRAVIK_SOURCE_DIR) + "/data/parts/";
 
 void findLine(benchmark::State& state) {
-    const GreyImage image = readPng(kParts + "rendered_lines/hack_000.png");
-    for (auto _ : state) benchmark::DoNotOptimize(segment(image));
+    const auto image = std::make_shared<GreyImage>(readPng(kParts + "rendered_lines/hack_000.png"));
+    for (auto _ : state) benchmark::DoNotOptimize(findScene(image));
 }
 BENCHMARK(findLine)->Unit(benchmark::kMillisecond);
 
 void findCharset(benchmark::State& state) {
-    const GreyImage image = readPng(kParts + "rendered_charset/hack_000.png");
-    for (auto _ : state) benchmark::DoNotOptimize(segment(image));
+    const auto image = std::make_shared<GreyImage>(readPng(kParts + "rendered_charset/hack_000.png"));
+    for (auto _ : state) benchmark::DoNotOptimize(findScene(image));
 }
 BENCHMARK(findCharset)->Unit(benchmark::kMillisecond);
+
+// A line of print in the middle of a part of so many megapixels, turned by 20 degrees.
+GreyImage part(std::int64_t megapixels) {
+    const GreyImage line = readPng(kParts + "rendered_lines/hack_000.png");
+    const int height = static_cast<int>(std::sqrt(static_cast<double>(megapixels) * 1e6 / 1.25)),
+              width = static_cast<int>(1.25 * height);
+    GreyImage result(width, height, line(0, 0));
+    const float c = std::cos(0.35f), s = std::sin(0.35f);
+    for (int y = 0; y < height; ++y)
+        for (int x = 0; x < width; ++x) {
+            const float dx = static_cast<float>(x - width / 2), dy = static_cast<float>(y - height / 2);
+            const float u = c * dx + s * dy + 0.5f * static_cast<float>(line.width()),
+                        v = c * dy - s * dx + 0.5f * static_cast<float>(line.height());
+            if (u > 0 && v > 0 && u < static_cast<float>(line.width()) &&
+                v < static_cast<float>(line.height()))
+                result(x, y) = static_cast<std::uint8_t>(line.levelAt(u, v));
+        }
+    return result;
+}
+
+void findOnPart(benchmark::State& state) {
+    const auto image = std::make_shared<GreyImage>(part(state.range(0)));
+    std::size_t found = 0;
+    for (auto _ : state) found = findScene(image).characters();
+    state.counters["characters"] = static_cast<double>(found);
+}
+BENCHMARK(findOnPart)->Arg(2)->Arg(12)->Unit(benchmark::kMillisecond);
+
+// Without print: noise (0) or a fine checkerboard (1), of two megapixels.
+void findNothing(benchmark::State& state) {
+    auto image = std::make_shared<GreyImage>(1600, 1250);
+    std::mt19937 random(11);
+    for (int y = 0; y < image->height(); ++y)
+        for (int x = 0; x < image->width(); ++x)
+            (*image)(x, y) = state.range(0) == 0        ? static_cast<std::uint8_t>(random())
+                             : (x / 3 + y / 3) % 2 == 0 ? std::uint8_t{60}
+                                                        : std::uint8_t{210};
+    for (auto _ : state) benchmark::DoNotOptimize(findScene(image));
+}
+BENCHMARK(findNothing)->Arg(0)->Arg(1)->Unit(benchmark::kMillisecond);
 
 void features(benchmark::State& state) {
     const Segmentation found = segment(readPng(kParts + "rendered_charset/hack_000.png"));

@@ -9,6 +9,8 @@
 //         reads without any font; -v shows what was read wrongly
 //     dravik_evaluate count [-v] FOLDER...
 //         images with the exact number of characters, by tier and kind; -v names the others
+//     dravik_evaluate scenes [-v] FOLDER...
+//         the same of pictures of whole parts, by what stands beside the print
 //     dravik_evaluate fit cuts|joins|print|choice|shapes FOLDER...
 //         fits the weights that cut touching characters, join parts, drop dirt, or choose the segmentation
 //     dravik_evaluate shared FOLDER
@@ -33,6 +35,10 @@ int main(int argc, char** argv) {
             const bool verbose = arguments[1] == "-v";
             for (std::size_t i = verbose ? 2 : 1; i < arguments.size(); ++i)
                 dravik::countFolder(arguments[i], verbose);
+        } else if (what == "scenes" && arguments.size() > 1) {
+            const bool verbose = arguments[1] == "-v";
+            for (std::size_t i = verbose ? 2 : 1; i < arguments.size(); ++i)
+                dravik::countScenes(arguments[i], verbose);
         } else if (what == "suggest" && arguments.size() > 1) {
             const bool verbose = arguments[1] == "-v";
             for (std::size_t i = verbose ? 2 : 1; i < arguments.size(); ++i)
@@ -57,7 +63,7 @@ int main(int argc, char** argv) {
         } else {
             std::fprintf(stderr,
                          "usage: dravik_evaluate [read CHARSETS LINES [SHEETS] | suggest [-v] LINES... | "
-                         "count [-v] FOLDER... | fit "
+                         "count [-v] FOLDER... | scenes [-v] FOLDER... | fit "
                          "cuts|joins|print|choice|shapes FOLDER... | shared FOLDER]\n");
             return 2;
         }

@@ -3,13 +3,14 @@
 #include <benchmark/benchmark.h>
 
 #include <algorithm>
+#include <memory>
 #include <opencv2/core.hpp>
 #include <opencv2/imgproc.hpp>
 #include <random>
 
 #include "contract/DrawnText.h"
 #include "engine/PngFile.h"
-#include "engine/segmentation/Segmentation.h"
+#include "engine/scene/Scene.h"
 
 namespace dravik {
 
@@ -39,8 +40,9 @@ cv::Mat matrixOf(const GreyImage& image) {
 }
 
 void findCharacters(benchmark::State& state, const GreyImage& image) {
+    const auto shared = std::make_shared<GreyImage>(image);
     std::size_t found = 0;
-    for (auto _ : state) found = segment(image).glyphs.size();
+    for (auto _ : state) found = findScene(shared).characters();
     state.counters["found"] = static_cast<double>(found);
 }
 

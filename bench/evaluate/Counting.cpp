@@ -2,14 +2,17 @@
 
 #include <algorithm>
 #include <cstdio>
+#include <ctime>
 #include <fstream>
 #include <map>
+#include <memory>
 #include <set>
 #include <sstream>
 #include <vector>
 
 #include "engine/LabelledImages.h"
 #include "engine/PngFile.h"
+#include "engine/classifier/SceneReading.h"
 #include "engine/segmentation/Segmentation.h"
 #include "evaluate/PlainPeer.h"
 
@@ -91,11 +94,11 @@ void countFolder(const std::string& folder, bool verbose) {
     Share all, calm, dots, strokes;
     std::map<std::string, Share> byKind, byFont;
     for (const LabelledImage& image : labelledImages(folder)) {
-        const GreyImage pixels = readPng(image.file);
-        const Segmentation found = segment(pixels);
-        const std::size_t expected = characterCount(image.text);
-        const bool right = found.glyphs.size() == expected;
-        const bool plain = countPlainly(pixels) == expected;
+        const auto pixels = std::make_shared<GreyImage>(readPng(image.file));
+        const Scene scene = findScene(pixels);
+        const std::size_t found = scene.characters(), expected = characterCount(image.text);
+        const bool right = found == expected;
+        const bool plain = countPlainly(*pixels) == expected;
         all.add(right, plain);
         (image.font.starts_with("dot") ? dots : strokes).add(right, plain);
         if (const auto kind = kindOf.find(image.name); kind != kindOf.end()) {
@@ -104,9 +107,9 @@ void countFolder(const std::string& folder, bool verbose) {
             byFont[image.font].add(right, plain);
         }
         if (verbose && !right) {
-            std::printf("    %s: %zu of %zu, lines", image.name.c_str(), found.glyphs.size(), expected);
+            std::printf("    %s: %zu of %zu, lines", image.name.c_str(), found, expected);
             std::map<int, int> counts;
-            for (const Glyph& glyph : found.glyphs) ++counts[glyph.line];
+            for (const PlacedGlyph& glyph : allPlaces(scene)) ++counts[glyph.line];
             for (const auto& [line, count] : counts) std::printf(" %d", count);
             if (const auto kind = kindOf.find(image.name); kind != kindOf.end())
                 for (const std::string& one : kind->second) std::printf(" %s", one.c_str());
@@ -131,6 +134,37 @@ void countShared(const std::string& folder) {
     countDigits(folder + "/printed_digits/mosaic.png");
     for (const std::string page : {"eurotext", "phototest"})
         countPage(page, folder + "/scans/" + page + ".png", folder + "/scans/" + page + ".txt");
+}
+
+void countScenes(const std::string& folder, bool verbose) {
+    const auto kindOf = kinds(folder);
+    Share all;
+    std::map<std::string, Share> byKind;
+    double seconds = 0;
+    for (const LabelledImage& image : labelledImages(folder)) {
+        const auto pixels = std::make_shared<GreyImage>(readPng(image.file));
+        const auto start = std::clock();
+        const Scene scene = findScene(pixels);
+        seconds += static_cast<double>(std::clock() - start) / CLOCKS_PER_SEC;
+        const std::size_t expected = characterCount(image.text);
+        const bool right = scene.characters() == expected;
+        all.add(right);
+        std::string kindText;
+        if (const auto kind = kindOf.find(image.name); kind != kindOf.end())
+            for (const std::string& one : kind->second) {
+                byKind[one].add(right);
+                kindText += " " + one;
+            }
+        if (verbose && !right) {
+            std::printf("    %s: %zu of %zu, lines", image.name.c_str(), scene.characters(), expected);
+            for (const ScenePart& part : scene.parts) std::printf(" %zu", part.found.glyphs.size());
+            std::printf("%s  %s\n", kindText.c_str(), image.text.c_str());
+        }
+    }
+    std::printf("%s: %.1f ms of processor time a picture\n", folder.c_str(),
+                1000 * seconds / std::max(1, all.all));
+    print("all", all);
+    for (const auto& [kind, share] : byKind) print("  " + kind, share);
 }
 
 }  // namespace dravik

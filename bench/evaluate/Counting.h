@@ -12,4 +12,7 @@ void countFolder(const std::string& folder, bool verbose);
 // The folder of the other data sets: single photographed digits, scanned pages, photographs.
 void countShared(const std::string& folder);
 
+// Scenes: how many have as many characters and lines as they should, by what stands beside the print.
+void countScenes(const std::string& folder, bool verbose);
+
 }  // namespace dravik

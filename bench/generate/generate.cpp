@@ -2,10 +2,12 @@
 // faces and under conditions that differ between the sets: the engine's weights are fitted on `learn`, its
 // rules are made with `develop`, and `held` and `fresh` are only for the last word.
 //
-//     dravik_generate develop|held|fresh|learn usual|extreme FOLDER [LINES_PER_FACE [CHARSETS_PER_FACE]]
+//     dravik_generate develop|held|fresh|learn usual|extreme|scenes FOLDER [LINES_PER_FACE
+//     [CHARSETS_PER_FACE]]
 //
-// `usual` and `extreme` say under what conditions the lines are seen; the sheets are the same.
-// Writes FOLDER/lines and FOLDER/charsets with their images, lines.tsv, boxes.tsv and meta.tsv.
+// `usual` and `extreme` say under what conditions the lines are seen, `scenes` has them on parts beside other
+// things; the sheets are the same. Writes FOLDER/lines and FOLDER/charsets with their images, lines.tsv,
+// boxes.tsv and meta.tsv.
 #include <png.h>
 
 #include <algorithm>
@@ -19,6 +21,7 @@
 
 #include "generate/Camera.h"
 #include "generate/Conditions.h"
+#include "generate/Scene.h"
 #include "generate/Texts.h"
 #include "generate/Typeface.h"
 
@@ -234,18 +237,28 @@ const std::vector<Set> kSets = {{"develop", kDevelop, 100'003u},
                                 {"fresh", kFresh, 1'300'021u},
                                 {"learn", kLearn, 500'009u, true}};
 
-void generate(const Set& set, bool usual, const std::string& folder, int linesEach, int charsetsEach) {
+struct Seeing {
+    const char* name;
+    Conditions (*conditions)(Random& random, bool dots);
+    std::uint32_t seed;
+    bool scenes = false;
+};
+const std::vector<Seeing> kSeeing = {{"usual", usualConditions, 31u},
+                                     {"extreme", extremeConditions, 0u},
+                                     {"scenes", sceneConditions, 67u, true}};
+
+void generate(const Set& set, const Seeing& seeing, const std::string& folder, int linesEach,
+              int charsetsEach) {
     Output lines(folder + "/lines"), charsets(folder + "/charsets");
-    std::uint32_t seed = set.seed + (usual ? 31u : 0u);
-    const auto lineConditions = usual ? usualConditions : extremeConditions;
+    std::uint32_t seed = set.seed + seeing.seed;
     for (const Face& face : set.faces) {
         const std::unique_ptr<Typeface> typeface = opened(face);
         seed += 7919;
         for (int i = 0; i < linesEach + charsetsEach; ++i) {
             Random random(seed * 1000u + static_cast<std::uint32_t>(i));
             const bool charset = i >= linesEach;
-            const Conditions conditions = charset ? learningConditions(random, typeface->isDotMatrix())
-                                                  : lineConditions(random, typeface->isDotMatrix());
+            Conditions conditions = charset ? learningConditions(random, typeface->isDotMatrix())
+                                            : seeing.conditions(random, typeface->isDotMatrix());
             std::vector<std::string> text = charset ? charsetText(random, random.whole(2, 4))
                                             : set.unusual && random.chance(0.2f) ? unusualText(random)
                                             : conditions.view.binary && !typeface->isDotMatrix()
@@ -255,6 +268,7 @@ void generate(const Set& set, bool usual, const std::string& folder, int linesEa
                 std::erase_if(line, [&](char c) { return c != ' ' && !typeface->has(c); });
             Print print = typeface->print(text, conditions.style, random);
             damage(print, conditions, random);
+            if (seeing.scenes && !charset) print = withSurroundings(print, conditions.view.tags, random);
             (charset ? charsets : lines)
                 .add(face.name, charset ? i - linesEach : i, text, conditions,
                      seen(print, conditions.view, random));
@@ -269,14 +283,17 @@ int main(int argc, char** argv) {
     const std::string name = argc > 3 ? argv[1] : "", conditions = argc > 3 ? argv[2] : "";
     const auto set = std::find_if(dravik::kSets.begin(), dravik::kSets.end(),
                                   [&](const dravik::Set& one) { return name == one.name; });
-    if (set == dravik::kSets.end() || (conditions != "usual" && conditions != "extreme")) {
-        std::fprintf(stderr,
-                     "usage: dravik_generate develop|held|fresh|learn usual|extreme FOLDER [LINES_PER_FACE "
-                     "[CHARSETS_PER_FACE]]\n");
+    const auto seeing = std::find_if(dravik::kSeeing.begin(), dravik::kSeeing.end(),
+                                     [&](const dravik::Seeing& one) { return conditions == one.name; });
+    if (set == dravik::kSets.end() || seeing == dravik::kSeeing.end()) {
+        std::fprintf(
+            stderr,
+            "usage: dravik_generate develop|held|fresh|learn usual|extreme|scenes FOLDER [LINES_PER_FACE "
+            "[CHARSETS_PER_FACE]]\n");
         return 2;
     }
     try {
-        dravik::generate(*set, conditions == "usual", argv[3], argc > 4 ? std::atoi(argv[4]) : 30,
+        dravik::generate(*set, *seeing, argv[3], argc > 4 ? std::atoi(argv[4]) : 30,
                          argc > 5 ? std::atoi(argv[5]) : 12);
     } catch (const std::exception& failure) {
         std::fprintf(stderr, "%s\n", failure.what());

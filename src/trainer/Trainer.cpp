@@ -5,7 +5,7 @@
 
 #include "base/Failure.h"
 #include "base/Text.h"
-#include "engine/segmentation/Segmentation.h"
+#include "engine/scene/Scene.h"
 #include "tool/CaseRule.h"
 #include "tool/IncludeRules.h"
 #include "trainer/NewestWork.h"
@@ -124,7 +124,7 @@ struct Trainer::Parts {
         const auto image = opened.sharedImage();
         if (image->empty()) return tool->shareImage(image);
         start(Doing::Finding, [this, image](const std::stop_token& stop) {
-            const auto seen = std::make_shared<engine::Segmentation>(engine::segment(*image, stop));
+            const auto seen = std::make_shared<engine::Scene>(engine::findScene(image, stop));
             return [this, image, seen] {
                 tool->shareImage(image, seen);
                 if (foundReady) foundReady();

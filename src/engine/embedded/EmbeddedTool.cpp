@@ -6,7 +6,7 @@
 
 #include "base/Failure.h"
 #include "base/Text.h"
-#include "engine/classifier/Reading.h"
+#include "engine/classifier/SceneReading.h"
 #include "engine/font/FontFile.h"
 #include "engine/font/FontWorkspace.h"
 #include "engine/font/SampleTable.h"
@@ -88,9 +88,8 @@ void EmbeddedTool::setImage(GreyImage image) {
     shareImage(std::make_shared<GreyImage>(std::move(image)));
 }
 
-void EmbeddedTool::shareImage(std::shared_ptr<const GreyImage> image,
-                              std::shared_ptr<const Segmentation> segmentation) {
-    seen_.show(std::move(image), std::move(segmentation));
+void EmbeddedTool::shareImage(std::shared_ptr<const GreyImage> image, std::shared_ptr<const Scene> scene) {
+    seen_.show(std::move(image), std::move(scene));
 }
 
 const GreyImage& EmbeddedTool::image() const {
@@ -117,20 +116,18 @@ EmbeddedTool::ReadingWork EmbeddedTool::readingWork() {
     settle();
     const FontState& font = fonts_->state();
     if (font.training->empty()) return [](const std::stop_token&) { return std::vector<ReadCharacter>(); };
-    return [image = seen_.image(), seen = seen_.segmentation(), training = font.training,
-            statistics = font.samples.statistics(),
+    return [seen = seen_.scene(), training = font.training, statistics = font.samples.statistics(),
             samples = font.samples.columns(SampleKind::Committed)](const std::stop_token& stop) {
-        return FontReader(training->network, DistanceMeasure(statistics, samples->samples))
-            .read(*image, *seen, stop);
+        return FontReader(training->network, DistanceMeasure(statistics, samples->samples)).read(*seen, stop);
     };
 }
 
 std::vector<SuggestedCharacter> EmbeddedTool::suggest() {
-    return readWithoutFont(image(), *seen_.segmentation());
+    return readWithoutFont(*seen_.scene());
 }
 
 std::vector<CharacterLikelihood> EmbeddedTool::compare(const std::string& expectedText) {
-    return compareWithText(*seen_.segmentation(), characters(expectedText));
+    return compareWithText(*seen_.scene(), characters(expectedText));
 }
 
 std::optional<std::string> EmbeddedTool::currentFont() const {
@@ -208,7 +205,7 @@ void EmbeddedTool::SetCharacterSet(const tool::CharacterSet& set) {
 void EmbeddedTool::IncludeSamples(const std::string& expectedText) {
     fonts_->font();
     const std::vector<std::string> text = characters(expectedText);
-    const std::vector<SampleInputs> inputs = allInputs(*seen_.segmentation(), text);
+    const std::vector<SampleInputs> inputs = allInputs(*seen_.scene(), text);
     if (inputs.empty()) return;
     if (inputs.size() > kMostInOneInclude)
         throw Failure(RuntimeError::InvalidProcedureCall,

@@ -17,7 +17,6 @@
 #include "engine/font/FontReader.h"
 #include "engine/image/GreyImage.h"
 #include "engine/recogniser/BaseReader.h"
-#include "engine/segmentation/Segmentation.h"
 #include "tool/FontHistory.h"
 #include "tool/FontTool.h"
 #include "tool/Step.h"
@@ -48,10 +47,9 @@ class EmbeddedTool : public tool::FontTool, public tool::FontHistory, public too
 
     // The current image; an empty one is none. Characters are found when they are first asked for.
     void setImage(GreyImage image);
-    // The same without a copy; not null. With a segmentation, which is segment() of the image, its characters
-    // need not be looked for here.
-    void shareImage(std::shared_ptr<const GreyImage> image,
-                    std::shared_ptr<const Segmentation> segmentation = nullptr);
+    // The same without a copy; not null. With a scene, which is findScene() of the image, its characters need
+    // not be looked for here.
+    void shareImage(std::shared_ptr<const GreyImage> image, std::shared_ptr<const Scene> scene = nullptr);
     const GreyImage& image() const;
     // The characters found in the current image.
     const std::vector<FoundCharacter>& found();

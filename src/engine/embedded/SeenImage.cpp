@@ -2,32 +2,33 @@
 
 #include <utility>
 
+#include "engine/classifier/SceneReading.h"
+
 namespace dravik::engine {
 
-void SeenImage::show(std::shared_ptr<const GreyImage> image,
-                     std::shared_ptr<const Segmentation> segmentation) {
+void SeenImage::show(std::shared_ptr<const GreyImage> image, std::shared_ptr<const Scene> scene) {
     image_ = std::move(image);
-    segmentation_.reset();
+    scene_.reset();
     found_.clear();
-    if (segmentation) take(std::move(segmentation));
+    if (scene) take(std::move(scene));
 }
 
-const std::shared_ptr<const Segmentation>& SeenImage::segmentation() {
-    if (!segmentation_) take(std::make_shared<Segmentation>(segment(*image_)));
-    return segmentation_;
+const std::shared_ptr<const Scene>& SeenImage::scene() {
+    if (!scene_) take(std::make_shared<Scene>(findScene(image_)));
+    return scene_;
 }
 
 const std::vector<FoundCharacter>& SeenImage::found() {
-    segmentation();
+    scene();
     return found_;
 }
 
-void SeenImage::take(std::shared_ptr<const Segmentation> segmentation) {
+void SeenImage::take(std::shared_ptr<const Scene> scene) {
     std::vector<FoundCharacter> found;
-    for (const Glyph& glyph : segmentation->glyphs)
-        found.push_back(foundCharacter(segmentation->place(glyph), glyph.line));
+    for (const PlacedGlyph& glyph : allPlaces(*scene))
+        found.push_back(foundCharacter(glyph.place, glyph.line));
     found_ = std::move(found);
-    segmentation_ = std::move(segmentation);
+    scene_ = std::move(scene);
 }
 
 }  // namespace dravik::engine

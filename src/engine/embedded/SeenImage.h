@@ -7,24 +7,24 @@
 
 #include "engine/font/FontReader.h"
 #include "engine/image/GreyImage.h"
-#include "engine/segmentation/Segmentation.h"
+#include "engine/scene/Scene.h"
 
 namespace dravik::engine {
 
 class SeenImage {
   public:
-    // The image is not null; the segmentation, which is segment() of it, may be.
-    void show(std::shared_ptr<const GreyImage> image, std::shared_ptr<const Segmentation> segmentation);
+    // The image is not null; the scene, which is findScene() of it, may be.
+    void show(std::shared_ptr<const GreyImage> image, std::shared_ptr<const Scene> scene);
 
     const std::shared_ptr<const GreyImage>& image() const noexcept { return image_; }
-    const std::shared_ptr<const Segmentation>& segmentation();
+    const std::shared_ptr<const Scene>& scene();
     const std::vector<FoundCharacter>& found();
 
   private:
-    void take(std::shared_ptr<const Segmentation> segmentation);
+    void take(std::shared_ptr<const Scene> scene);
 
     std::shared_ptr<const GreyImage> image_ = std::make_shared<GreyImage>();
-    std::shared_ptr<const Segmentation> segmentation_;
+    std::shared_ptr<const Scene> scene_;
     std::vector<FoundCharacter> found_;
 };
 

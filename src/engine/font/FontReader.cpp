@@ -1,10 +1,11 @@
 #include "engine/font/FontReader.h"
 
 #include <algorithm>
+#include <memory>
 #include <utility>
 
 #include "base/Text.h"
-#include "engine/classifier/Reading.h"
+#include "engine/classifier/SceneReading.h"
 
 namespace dravik::engine {
 namespace {
@@ -56,14 +57,14 @@ std::vector<std::string> FontReader::characters() const {
 
 std::vector<ReadCharacter> FontReader::read(const GreyImage& image) const {
     if (network_.empty()) return {};
-    return read(image, segment(image));
+    // The scene does not outlive the image.
+    return read(findScene(std::shared_ptr<const GreyImage>(std::shared_ptr<const GreyImage>(), &image)));
 }
 
-std::vector<ReadCharacter> FontReader::read(const GreyImage& image, const Segmentation& found,
-                                            const std::stop_token& stop) const {
+std::vector<ReadCharacter> FontReader::read(const Scene& found, const std::stop_token& stop) const {
     std::vector<ReadCharacter> result;
     if (network_.empty()) return result;
-    for (const PlacedRecognition& one : readImage(image, found, network_, measure_, stop))
+    for (const PlacedRecognition& one : readScene(found, network_, measure_, stop))
         result.push_back(readCharacter(one));
     return result;
 }

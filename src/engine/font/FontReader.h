@@ -10,7 +10,7 @@
 #include "engine/classifier/Network.h"
 #include "engine/font/FontFile.h"
 #include "engine/image/GreyImage.h"
-#include "engine/segmentation/Segmentation.h"
+#include "engine/scene/Scene.h"
 
 namespace dravik::engine {
 
@@ -52,10 +52,9 @@ class FontReader {
     // The characters that the font can read, in the order of its network.
     std::vector<std::string> characters() const;
     std::vector<ReadCharacter> read(const GreyImage& image) const;
-    // The same of an image in which `found` is what segment() finds. Ends early, with what it likes, once a
+    // The same of an image in which `found` is what findScene() finds. Ends early, with what it likes, once a
     // stop is requested.
-    std::vector<ReadCharacter> read(const GreyImage& image, const Segmentation& found,
-                                    const std::stop_token& stop = {}) const;
+    std::vector<ReadCharacter> read(const Scene& found, const std::stop_token& stop = {}) const;
 
   private:
     Network network_;

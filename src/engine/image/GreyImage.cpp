@@ -1,5 +1,7 @@
 #include "engine/image/GreyImage.h"
 
+#include <algorithm>
+
 #include "base/Failure.h"
 
 namespace dravik::engine {
@@ -28,6 +30,18 @@ GreyImage::GreyImage(const std::uint8_t* pixels, int width, int height, std::ptr
         const std::uint8_t* row = pixels + y * stride;
         pixels_.insert(pixels_.end(), row, row + width);
     }
+}
+
+float GreyImage::levelAt(float x, float y) const noexcept {
+    const float u = std::clamp(x - 0.5f, 0.0f, static_cast<float>(width_ - 1));
+    const float v = std::clamp(y - 0.5f, 0.0f, static_cast<float>(height_ - 1));
+    const int c = std::min(static_cast<int>(u), std::max(0, width_ - 2));
+    const int r = std::min(static_cast<int>(v), std::max(0, height_ - 2));
+    const int right = std::min(c + 1, width_ - 1), below = std::min(r + 1, height_ - 1);
+    const float across = u - static_cast<float>(c), down = v - static_cast<float>(r);
+    const auto at = [this](int column, int row) { return static_cast<float>((*this)(column, row)); };
+    return (at(c, r) * (1 - across) + at(right, r) * across) * (1 - down) +
+           (at(c, below) * (1 - across) + at(right, below) * across) * down;
 }
 
 }  // namespace dravik::engine

@@ -29,6 +29,9 @@ class GreyImage {
     std::span<const std::uint8_t> row(int y) const noexcept {
         return {&pixels_[index(0, y)], std::size_t(width_)};
     }
+    // Between the pixels' middles, which are at halves; outside as at the nearest border. The image is not
+    // empty.
+    float levelAt(float x, float y) const noexcept;
     std::span<std::uint8_t> row(int y) noexcept { return {&pixels_[index(0, y)], std::size_t(width_)}; }
 
   private:

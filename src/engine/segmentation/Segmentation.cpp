@@ -77,6 +77,7 @@ Segmentation segment(const GreyImage& image, const std::stop_token& stop) {
     }
     const Contender& best = numbers.front();
     if (result.glyphs.empty()) result = taken(image, *best.best);
+    result.likeness = best.best->value;
     for (std::size_t i = 1; i < numbers.size(); ++i) {
         const Candidate& one = *numbers[i].best;
         result.others.push_back(

@@ -48,6 +48,7 @@ struct Segmentation {
     std::vector<LineMetrics> lines;  // from top to bottom
     std::vector<Glyph> glyphs;       // in reading order
     CharacterDecisions decisions;    // by which they were found
+    double likeness = 0;             // log odds that the characters are right, as kTextLikeness tells
     std::vector<OtherView> others;   // the likeliest first, few
 
     // Where a glyph is in the image.

@@ -1,0 +1,30 @@
+// Finds lines of print in a picture of a part, at any angle to 45 degrees, beside barcodes, frames, logos,
+// holes and texture.
+//
+// Pieces of ink of both polarities and several sizes are linked to neighbours of like size; the direction in
+// which most links point is the print's, and chains of pieces along it are its lines.
+#pragma once
+
+#include <stop_token>
+#include <vector>
+
+#include "engine/image/GreyImage.h"
+
+namespace dravik::engine {
+
+// A line of print as a turned box, in image pixels.
+struct TextLine {
+    float angle = 0;            // radians, falling to the right
+    float left = 0, right = 0;  // along the line: x * cos(angle) + y * sin(angle)
+    float top = 0, bottom = 0;  // of capitals, across the line: y * cos(angle) - x * sin(angle)
+    bool dark = true;           // than its background
+    float score = 0;            // of the chain: its pieces, as far as they stand in a row
+
+    float height() const noexcept { return bottom - top; }
+};
+
+// The lines from top to bottom; those side by side at one height from left to right. None in noise and
+// texture; few or none once a stop is requested.
+std::vector<TextLine> findTextLines(const GreyImage& image, const std::stop_token& stop = {});
+
+}  // namespace dravik::engine
