@@ -14,7 +14,8 @@ namespace {
 
 std::vector<FileFilter> imageFilters() {
     FileFilter images{"Images", {}};
-    for (const auto extension : engine::imageExtensions()) images.patterns.push_back("*" + std::string(extension));
+    for (const auto extension : engine::imageExtensions())
+        images.patterns.push_back("*" + std::string(extension));
     return {std::move(images), {"All files", {"*"}}};
 }
 
