@@ -167,7 +167,8 @@ class OperatorSession {
             const std::string content = shown(font);
             std::cout << "let go\t" << font << '\t' << content << std::endl;
             tool_->discardUnsaved(font);
-            std::cout << "shown\t" << font << '\t' << shown(font) << std::endl;
+            const std::string left = shown(font);
+            std::cout << "shown\t" << font << '\t' << left << std::endl;
         }
     }
 
