@@ -144,10 +144,12 @@ class Sessions : public testing::TestWithParam<SessionStory> {
         for (const auto& [font, content] : last) {
             const auto one = shown.find(font);
             if (one == shown.end() || !allowed[font].count(one->second)) {
-                // A renaming that failed, or was going on, may have been done.
-                const bool isRenamed = font == leaving || run.err.find(": rename ") != std::string::npos;
-                const bool isKept = (font == leaving && everything.count(content)) ||
-                                    (isRenamed && isShownIn(shown, content));
+                // A renaming or deletion that failed, or was going on, may have been done.
+                const auto isSaid = [&](const char* step) { return run.err.find(step) != std::string::npos; };
+                const bool isRenamed = font == leaving || isSaid(": rename ");
+                const bool isRemoved = font == leaving || isSaid(": remove ");
+                const bool isKept =
+                    (isRemoved && everything.count(content)) || (isRenamed && isShownIn(shown, content));
                 EXPECT_TRUE(isKept) << "lost of " << font << ": " << content << ", there is "
                                     << (one == shown.end() ? "nothing" : one->second);
             } else if (font == leaving && one->second != content) {
