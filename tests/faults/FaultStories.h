@@ -57,4 +57,58 @@ inline std::vector<Story> faultStories() {
     };
 }
 
+// Sessions of an operator with the trainer; the steps are those of OperatorSession.h. The last session is the
+// one that meets with the fault.
+struct SessionStory {
+    std::string name;
+    std::vector<std::vector<std::string>> before;
+    std::vector<std::string> act;
+};
+
+inline void PrintTo(const SessionStory& story, std::ostream* out) {
+    *out << story.name;
+}
+
+inline std::vector<SessionStory> sessionStories() {
+    const std::string digits = "include d5.pgm 0123456789", larger = "include d6.pgm 0123456789",
+                      letters = "include l5.pgm ACHT";
+    const std::vector<std::string> twoFonts = {"new a", digits, "new b", larger, "close-saving"};
+    const std::vector<std::string> killed = {"choose a", larger, letters, "delete 3", "die"};
+    std::vector<std::string> twenty, changedTwenty;
+    for (int i = 1; i <= 20; ++i) {
+        const std::string font = "f" + std::to_string(i);
+        twenty.insert(twenty.end(), {"new " + font, letters});
+        changedTwenty.insert(changedTwenty.end(), {"choose " + font, "delete 1"});
+    }
+    twenty.push_back("close-saving");
+    changedTwenty.push_back("close-saving");
+    return {
+        {"IncludeChooseAnotherSaveAll", {twoFonts}, {"choose a", letters, "choose b", "close-saving"}},
+        {"IncludeChooseAnotherLetGo", {twoFonts}, {"choose a", letters, "choose b", "close-discarding"}},
+        {"IncludeAndEndWithoutSaving", {twoFonts}, {"choose a", letters, "choose a", "choose b"}},
+        {"StartAfterADeath", {twoFonts, killed}, {"choose a", letters, "close-saving"}},
+        {"SaveAllOfSeveral",
+         {twoFonts},
+         {"choose a", letters, "choose b", letters, "new c", digits, "close-saving"}},
+        {"NewOverOldWithUnsavedChanges", {twoFonts}, {"choose a", letters, "new a", digits, "undo", "undo"}},
+        {"TwentyFontsWithUnsavedChanges", {twenty}, changedTwenty},
+        {"RenameWithUnsavedChangesThenChoose",
+         {twoFonts},
+         {"choose a", letters, "rename c a", "choose b", "choose c", "delete 2", "close-saving"}},
+        {"DeleteSamplesThenUndo",
+         {twoFonts},
+         {"choose a", "delete 0", "delete 4", "undo", "undo", "delete 1", "save a"}},
+        {"DeleteAFontThenUndo",
+         {twoFonts},
+         {"choose a", letters, "remove a", "undo", "choose b", "choose a"}},
+        {"UndoAndRedoAfterARestart",
+         {twoFonts, killed},
+         {"choose a", "undo", "undo", "redo", "undo", larger, "undo", "redo", "close-saving"}},
+        {"TwoToolsOnOneFont",
+         {twoFonts},
+         {"choose a", "other choose a", letters, "refused other delete 1", "close-saving", "other choose a",
+          "other delete 1", "refused delete 2", "other close-saving"}},
+    };
+}
+
 }  // namespace dravik::test

@@ -1,11 +1,12 @@
 // What the font manager does, without its window: works one act of the embedded tool on a jobs folder and
 // says what went wrong as the program's commands do.
 //   fault-acts JOBS new|delete|restore-deleted NAME, rename|duplicate NEW OLD, save-characters NAME
-//   CHARACTERS
+//   CHARACTERS, session STEP..., show
 #include <iostream>
 #include <span>
 #include <string>
 
+#include "OperatorSession.h"
 #include "base/Failure.h"
 #include "base/Text.h"
 #include "engine/embedded/EmbeddedTool.h"
@@ -37,10 +38,18 @@ void act(dravik::engine::EmbeddedTool& tool, const std::string& what, const std:
 
 int main(int count, char** words) {
     const std::span arguments(words, static_cast<std::size_t>(count));
-    if (arguments.size() < 4) return 2;
+    if (arguments.size() < 3) return 2;
+    const std::string what = arguments[2];
     try {
+        if (what == "session" || what == "show") {
+            dravik::test::OperatorSession session(arguments[1]);
+            if (what == "session") return session.work({arguments.begin() + 3, arguments.end()}) ? 0 : 1;
+            session.show();
+            return 0;
+        }
+        if (arguments.size() < 4) return 2;
         dravik::engine::EmbeddedTool tool{dravik::JobFolder(arguments[1])};
-        act(tool, arguments[2], arguments[3], arguments.size() > 4 ? arguments[4] : "");
+        act(tool, what, arguments[3], arguments.size() > 4 ? arguments[4] : "");
     } catch (...) {
         std::cerr << "fault-acts: " << dravik::currentFailure().description() << '\n';
         return 1;

@@ -1,0 +1,222 @@
+// A folder with images, lists and jobs for one story, in which programs run while one of their operations on
+// files fails.
+#pragma once
+
+#include <gtest/gtest.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <csignal>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <functional>
+#include <iterator>
+#include <map>
+#include <ostream>
+#include <set>
+#include <string>
+#include <vector>
+
+#include "FaultStories.h"
+#include "contract/DrawnText.h"
+#include "engine/font/FontFile.h"
+#include "support/TemporaryFolder.h"
+#include "trainer/support/PgmFile.h"
+
+namespace dravik::test {
+
+namespace fs = std::filesystem;
+
+// Without DRAVIK_FAULTS_ALL no story takes more points than these, spread over all.
+constexpr std::size_t kSomePoints = 40;
+constexpr unsigned kLongestRun = 60;  // seconds
+
+struct Point {
+    long number = 0;
+    std::string operation;
+    std::string kind;
+    bool hasLinks = true;
+};
+
+inline std::ostream& operator<<(std::ostream& out, const Point& point) {
+    return out << point.kind << " at operation " << point.number << ", " << point.operation
+               << (point.hasLinks ? "" : ", without links");
+}
+
+struct Outcome {
+    int status = 0;
+    int signal = 0;
+    std::string out;
+    std::string err;
+};
+
+inline std::string contentOf(const fs::path& file) {
+    std::ifstream stream(file, std::ios::binary);
+    return {std::istreambuf_iterator<char>(stream), {}};
+}
+
+inline std::string digestOf(const fs::path& file) {
+    const std::string content = contentOf(file);
+    return std::to_string(content.size()) + " bytes, " + std::to_string(std::hash<std::string>{}(content));
+}
+
+inline std::vector<std::string> kindsFor(const std::string& operation) {
+    static const std::map<std::string, std::vector<std::string>> kKinds = {
+        {"write", {"ENOSPC", "EIO", "short", "half", "kill"}},
+        {"create", {"EACCES", "full", "kill"}},
+        {"open", {"EACCES", "EMFILE"}},
+        {"fopen", {"EACCES"}},
+        {"opendir", {"EACCES"}},
+        {"fsync", {"EIO", "kill"}},
+        {"ftruncate", {"EIO", "kill"}},
+        {"flock", {"ENOLCK"}},
+        {"close", {"EIO"}},
+        {"link", {"EACCES", "full", "kill"}},
+        {"rename", {"EIO", "EACCES", "kill"}},
+        {"unlink", {"EACCES", "kill"}},
+        {"mkdir", {"EACCES", "full", "kill"}},
+        {"rmdir", {"EACCES"}}};
+    const auto place = kKinds.find(operation.substr(0, operation.find(' ')));
+    EXPECT_NE(place, kKinds.end()) << operation;
+    return place == kKinds.end() ? std::vector<std::string>() : place->second;
+}
+
+// Images, lists and a jobs folder for one story.
+class FaultWorkplace {
+  public:
+    FaultWorkplace() {
+        draw("d5.pgm", "0123456789", 5);
+        draw("d6.pgm", "0123456789", 6);
+        draw("l5.pgm", "ACHT", 5);
+        draw("one.pgm", "314159", 6);
+        std::ofstream(path("digits.tsv")) << "d5.pgm\t0123456789\nd6.pgm\t0123456789\n";
+        std::ofstream(path("letters.tsv")) << "l5.pgm\tACHT\none.pgm\t314159\n";
+        fs::create_directory(jobs());
+    }
+
+    std::string jobs() const { return path("jobs"); }
+    std::string path(const std::string& name) const { return folder_.path(name); }
+
+    Outcome run(const Words& words, const Point& point = {}) const {
+        Words command = words;
+        if (command.front() == "fault-acts") {
+            command.front() = DRAVIK_FAULT_ACTS;
+            command.insert(command.begin() + 1, jobs());
+        } else {
+            command.front() = DRAVIK_TRAINER;
+            command.insert(command.end(), {"--jobs", jobs()});
+        }
+        fs::remove(path("log"));
+        const pid_t child = fork();
+        if (child == 0) {
+            const auto set = [](const char* name, const std::string& value) {
+                setenv(name, value.c_str(), 1);
+            };
+            if (chdir(folder_.path().c_str()) != 0) _exit(127);
+            set("LD_PRELOAD", DRAVIK_FAULT_SHIM);
+            set("DRAVIK_FAULT_FOLDER", jobs());
+            set("DRAVIK_FAULT_LOG", path("log"));
+            set("DRAVIK_FAULT_AT", std::to_string(point.number));
+            set("DRAVIK_FAULT_KIND", point.kind);
+            set("DRAVIK_FAULT_NO_LINKS", point.hasLinks ? "" : "1");
+            if (!freopen(path("out").c_str(), "w", stdout) || !freopen(path("err").c_str(), "w", stderr))
+                _exit(127);
+            std::vector<char*> arguments;
+            for (std::string& word : command) arguments.push_back(word.data());
+            arguments.push_back(nullptr);
+            alarm(kLongestRun);
+            execv(arguments.front(), arguments.data());
+            _exit(127);
+        }
+        int status = 0;
+        EXPECT_EQ(waitpid(child, &status, 0), child);
+        return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, WIFSIGNALED(status) ? WTERMSIG(status) : 0,
+                contentOf(path("out")), contentOf(path("err"))};
+    }
+
+    // Ways in which the operations of the act can fail. `begin` puts the fonts in order before the run,
+    // `check` looks at what it has done.
+    std::vector<Point> points(const Words& act, const std::function<void()>& begin,
+                              const std::function<void(const Outcome&)>& check) const {
+        std::vector<Point> all;
+        for (const bool hasLinks : {true, false}) {
+            begin();
+            check(run(act, Point{0, "", "", hasLinks}));
+            long number = 0;
+            for (const std::string& operation : operations()) {
+                ++number;
+                for (const std::string& kind : kindsFor(operation))
+                    all.push_back({number, operation, kind, hasLinks});
+            }
+        }
+        if (std::getenv("DRAVIK_FAULTS_ALL")) return all;
+        std::vector<Point> some;
+        const std::size_t step = std::max<std::size_t>(1, (all.size() + kSomePoints - 1) / kSomePoints);
+        for (std::size_t i = 0; i < all.size(); i += step) some.push_back(all[i]);
+        return some;
+    }
+
+    // In the font a; 0 when there is none.
+    std::size_t samples() const {
+        const std::string file = jobs() + "/Fonts/a.nnd";
+        return fs::exists(file) ? engine::readFont(file).samples.size() : 0;
+    }
+
+    // The operations on files of the last run.
+    std::vector<std::string> operations() const {
+        std::vector<std::string> lines;
+        std::ifstream log(path("log"));
+        for (std::string line; std::getline(log, line);) lines.push_back(line.substr(line.find(' ') + 1));
+        return lines;
+    }
+
+    void keepAs(const std::string& name) const { copy(jobs(), path(name)); }
+    void bringBack(const std::string& name) const { copy(path(name), jobs()); }
+
+    // The fonts, or their backups, by name, with a digest of each.
+    std::map<std::string, std::string> fonts(const char* extension = ".nnd") const {
+        std::map<std::string, std::string> fonts;
+        if (!fs::exists(jobs() + "/Fonts")) return fonts;
+        for (const auto& entry : fs::directory_iterator(jobs() + "/Fonts"))
+            if (entry.path().extension() == extension) fonts[entry.path().stem()] = digestOf(entry.path());
+        return fonts;
+    }
+
+    // Every font that can be got back somehow, and has samples.
+    std::set<std::string> reachable() const {
+        std::set<std::string> all;
+        for (const auto& entry : fs::recursive_directory_iterator(jobs())) {
+            const auto extension = entry.path().extension();
+            if (extension != ".nnd" && extension != ".bak") continue;
+            const auto font = engine::readFont(entry.path());
+            if (!font.samples.empty()) all.insert(digestOf(entry.path()));
+        }
+        return all;
+    }
+
+    std::vector<std::string> leftovers() const {
+        std::vector<std::string> names;
+        for (const auto& entry : fs::recursive_directory_iterator(jobs())) {
+            const std::string name = entry.path().filename();
+            for (const char* part : {".tmp-", ".part", ".lock"})
+                if (name.find(part) != std::string::npos) names.push_back(name);
+        }
+        return names;
+    }
+
+  private:
+    void draw(const std::string& name, const std::string& text, int scale) const {
+        writePgm(path(name), drawn({text}, {.scale = scale, .dot = scale}));
+    }
+    static void copy(const fs::path& from, const fs::path& to) {
+        fs::remove_all(to);
+        const std::string command = "cp -a '" + from.string() + "' '" + to.string() + "'";
+        ASSERT_EQ(std::system(command.c_str()), 0);
+    }
+
+    TemporaryFolder folder_;
+};
+
+}  // namespace dravik::test

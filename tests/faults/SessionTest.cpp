@@ -1,0 +1,226 @@
+// An operator's day with the trainer while the disk fails or the program is ended: at the next start each
+// change that was completed is there, or the program has said that it is not. The last session of each story
+// is done once to count its operations on files, then once for each of them and each way in which it can
+// fail.
+#include <iostream>
+#include <sstream>
+
+#include "FaultWorkplace.h"
+#include "base/Failure.h"
+#include "support/FontContent.h"
+
+namespace dravik::test {
+namespace {
+
+// See OperatorSession.h.
+struct Line {
+    std::string what, font, rest;
+    bool operator==(const Line&) const = default;
+};
+using Lines = std::vector<Line>;
+
+Lines linesOf(const std::string& out) {
+    Lines lines;
+    std::istringstream stream(out);
+    for (std::string text; std::getline(stream, text) && !stream.eof();) {
+        std::istringstream words(text);
+        Line& line = lines.emplace_back();
+        std::getline(words, line.what, '\t');
+        std::getline(words, line.font, '\t');
+        std::getline(words, line.rest);
+    }
+    return lines;
+}
+
+class Sessions : public testing::TestWithParam<SessionStory> {
+  protected:
+    FaultWorkplace place;
+    Words act;
+    std::map<std::string, std::string> before;  // content of each font as it is shown
+    std::set<std::string> known;                // all contents that fonts have had
+    Outcome usual;                              // the session without a fault
+
+    Words session(const std::vector<std::string>& steps) const {
+        Words words = {"fault-acts", "session"};
+        words.insert(words.end(), steps.begin(), steps.end());
+        return words;
+    }
+
+    Lines show() const {
+        const Outcome run = place.run({"fault-acts", "show"});
+        EXPECT_EQ(run.status, 0) << "the next start fails: " << run.err;
+        return linesOf(run.out);
+    }
+
+    static std::map<std::string, std::string> shownIn(const Lines& lines) {
+        std::map<std::string, std::string> fonts;
+        for (const Line& line : lines)
+            if (line.what == "shown") fonts[line.font] = line.rest;
+        return fonts;
+    }
+
+    static bool isShownIn(const std::map<std::string, std::string>& shown, const std::string& content) {
+        return std::any_of(shown.begin(), shown.end(),
+                           [&](const auto& one) { return one.second == content; });
+    }
+
+    // Of every font file, those of versions and backups included.
+    std::set<std::string> kept() const {
+        std::set<std::string> all;
+        for (const auto& entry : fs::recursive_directory_iterator(place.jobs())) {
+            const auto extension = entry.path().extension();
+            if (extension == ".nnd" || extension == ".bak")
+                all.insert(test::contentOf(engine::readFont(entry.path())));
+        }
+        return all;
+    }
+
+    std::map<std::string, std::string> saved() const {
+        std::map<std::string, std::string> all;
+        if (!fs::exists(place.jobs() + "/Fonts")) return all;
+        for (const auto& entry : fs::directory_iterator(place.jobs() + "/Fonts"))
+            if (entry.path().extension() == ".nnd")
+                all[entry.path().stem()] = test::contentOf(engine::readFont(entry.path()));
+        return all;
+    }
+
+    void check(const Point& point) const {
+        place.bringBack("before");
+        const Outcome run = place.run(act, point);
+        const Lines told = linesOf(run.out), usually = linesOf(usual.out);
+        EXPECT_TRUE(run.signal == 0 || run.signal == SIGKILL) << run.signal << run.err;
+        if (run.signal == 0 && run.status == 0) {
+            EXPECT_EQ(run.out, usual.out) << "it ended well and did not do it";
+        } else if (run.signal == 0) {
+            EXPECT_EQ(run.status, 1);
+            EXPECT_NE(run.err, "") << "no word of what failed";
+        }
+
+        // What each font must hold: what it was last told to be. A step that failed or was going on may have
+        // been done all the same.
+        std::map<std::string, std::set<std::string>> allowed;
+        std::map<std::string, std::string> last = before;
+        std::set<std::string> letGo;
+        std::set<std::string> had = known;  // steps behind one that failed lead elsewhere
+        bool hasFailed = false;
+        for (const auto& [font, content] : before) allowed[font] = {content};
+        for (const Line& line : told) {
+            had.insert(line.rest);
+            if (line.what == "shown") {
+                allowed[line.font] = {line.rest};
+                last[line.font] = line.rest;
+                letGo.erase(line.rest);  // it came back, or has another name
+            } else if (line.what == "failed") {
+                EXPECT_TRUE(hasFailed || line.font.empty() || known.count(line.rest))
+                    << "a step that failed is half done";
+                hasFailed = true;
+                allowed[line.font].insert(line.rest);
+            } else if (line.what == "let go" || line.what == "gone") {
+                letGo.insert(line.rest);
+                allowed.erase(line.font);
+                last.erase(line.font);
+            } else if (line.what == "elsewhere") {
+                EXPECT_EQ(test::contentOf(engine::readFont(place.path(line.rest))), last[line.font])
+                    << "the copy of " << line.font << " is another font";
+            }
+        }
+        std::string leaving;  // the font that is being renamed, deleted or let go
+        if (run.signal != 0 && told.size() < usually.size()) {
+            EXPECT_TRUE(std::equal(told.begin(), told.end(), usually.begin()));
+            const Line& next = usually[told.size()];
+            if (next.what == "shown")
+                allowed[next.font].insert(next.rest);
+            else if (next.what == "let go" || next.what == "gone")
+                leaving = next.font;
+            for (std::size_t i = told.size(); !leaving.empty() && i < usually.size() && i < told.size() + 2;
+                 ++i)
+                if (usually[i].what == "shown") allowed[usually[i].font].insert(usually[i].rest);
+        }
+
+        const auto files = saved();
+        const Lines found = show();
+        const auto shown = shownIn(found);
+        const auto everything = kept();
+        for (const auto& [font, content] : last) {
+            const auto one = shown.find(font);
+            if (one == shown.end() || !allowed[font].count(one->second)) {
+                // A renaming or deletion that failed, or was going on, may have been done.
+                const auto isSaid = [&](const char* step) { return run.err.find(step) != std::string::npos; };
+                const bool isRenamed = font == leaving || isSaid(": rename ");
+                const bool isRemoved = font == leaving || isSaid(": remove ");
+                const bool isKept =
+                    (isRemoved && everything.count(content)) || (isRenamed && isShownIn(shown, content));
+                EXPECT_TRUE(isKept) << "lost of " << font << ": " << content << ", there is "
+                                    << (one == shown.end() ? "nothing" : one->second);
+            } else if (font == leaving && one->second != content) {
+                EXPECT_TRUE(everything.count(content) || isShownIn(shown, content))
+                    << "lost of " << font << ": " << content;
+            }
+        }
+        for (const std::string& content : letGo) {
+            EXPECT_TRUE(isShownIn(shown, content) || everything.count(content))
+                << "lost what was let go: " << content;
+        }
+        for (const auto& [font, content] : shown) {
+            const auto file = files.find(font);
+            const bool isTold = std::any_of(found.begin(), found.end(), [&](const Line& line) {
+                return line.what == "recovered" && line.font == font && line.rest.starts_with("told ");
+            });
+            EXPECT_TRUE(isTold || (file != files.end() && file->second == content))
+                << "no word that changes of " << font << " were found";
+        }
+        for (const Line& line : found) {
+            EXPECT_NE(line.what, "differs") << "taken back and done again, " << line.font << " is another";
+            if (line.what == "undone") {
+                EXPECT_TRUE(had.count(line.rest)) << line.font << " has never been " << line.rest;
+            }
+        }
+    }
+};
+
+TEST_P(Sessions, KeepEachCompletedChange) {
+    const SessionStory& story = GetParam();
+    const auto note = [&](const Lines& lines) {
+        for (const Line& line : lines) known.insert(line.rest);
+    };
+    for (const auto& steps : story.before) {
+        const Outcome run = place.run(session(steps));
+        ASSERT_TRUE(run.status == 0 || steps.back() == "die") << run.err;
+        note(linesOf(run.out));
+    }
+    if (story.before.empty()) fs::create_directories(place.jobs() + "/Fonts");
+    place.keepAs("before");
+    const Lines first = show();
+    note(first);
+    before = shownIn(first);
+    act = session(story.act);
+    place.bringBack("before");
+    usual = place.run(act);
+    ASSERT_TRUE(usual.status == 0 || story.act.back() == "die") << usual.err;
+    note(linesOf(usual.out));
+    ASSERT_NO_FATAL_FAILURE(check({}));
+
+    const auto points = place.points(
+        act, [&] { place.bringBack("before"); },
+        [&](const Outcome& run) { EXPECT_EQ(run.out, usual.out) << run.err; });
+    ASSERT_FALSE(points.empty());
+    for (const Point& point : points) {
+        const testing::ScopedTrace trace(__FILE__, __LINE__, testing::PrintToString(point));
+        try {
+            check(point);
+        } catch (...) {
+            ADD_FAILURE() << currentFailure().description();
+        }
+        if (HasFailure() && !std::getenv("DRAVIK_FAULTS_ALL")) break;
+    }
+    std::cout << story.name << ": " << points.size() << " points\n";
+}
+
+std::string storyName(const testing::TestParamInfo<SessionStory>& info) {
+    return info.param.name;
+}
+
+INSTANTIATE_TEST_SUITE_P(Stories, Sessions, testing::ValuesIn(sessionStories()), storyName);
+
+}  // namespace
+}  // namespace dravik::test
