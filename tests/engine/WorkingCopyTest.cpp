@@ -3,12 +3,14 @@
 #include <gtest/gtest.h>
 
 #include <chrono>
+#include <fstream>
 #include <functional>
 #include <memory>
 #include <thread>
 
 #include "base/AtomicFile.h"
 #include "base/FileSystem.h"
+#include "base/Paths.h"
 #include "contract/DrawnText.h"
 #include "engine/embedded/EmbeddedTool.h"
 #include "engine/font/FontFile.h"
@@ -237,7 +239,8 @@ TEST_F(UnsavedWork, AFontThatWasChangedUnderneathIsNotOverwritten) {
     tool->LoadFont("f");
     include(*tool, "AB");
     const auto theirs = readWholeFile(font("theirs"), 1 << 20);
-    std::filesystem::copy_file(font("theirs"), font("f"), std::filesystem::copy_options::overwrite_existing);
+    std::ofstream(toPath(font("f")), std::ios::binary)
+        .write(reinterpret_cast<const char*>(theirs.data()), static_cast<std::streamsize>(theirs.size()));
     const Failure failure = failureOfAction([&] { tool->SaveFont("f"); });
     EXPECT_EQ(failure.number(), 75);
     EXPECT_EQ(readWholeFile(font("f"), 1 << 20), theirs);

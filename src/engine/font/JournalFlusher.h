@@ -39,7 +39,8 @@ class JournalFlusher {
     void run(const std::stop_token& stop);
 
     std::mutex mutex_;
-    std::condition_variable_any changed_;
+    std::condition_variable_any due_;  // there is something to flush
+    std::condition_variable flushed_;
     std::vector<FlushedFilePtr> waiting_;
     std::vector<FlushedFilePtr> flushing_;
     std::jthread thread_;
