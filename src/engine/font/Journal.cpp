@@ -35,7 +35,7 @@ std::uint64_t Journal::sizeOnDisk() const {
 }
 
 void Journal::open(std::uint64_t size) {
-    file_ = opened(size);
+    exchange(opened(size));
     if (size > 0) return;
     file_->file.append(journalHead());
     beforeLast_ = file_->file.size();
@@ -51,7 +51,7 @@ void Journal::append(const JournalEntry& entry, tool::FontTime when) {
 }
 
 void Journal::takeBackLast() {
-    file_ = opened(beforeLast_);
+    exchange(opened(beforeLast_));
 }
 
 void Journal::flush() {
@@ -67,19 +67,19 @@ void Journal::rewrite(std::span<const TimedEntry> entries) {
     // Some systems replace and delete no file that is open.
     const bool wasOpen = isOpen();
     const std::uint64_t before = size();
-    closeNow();
+    exchange(nullptr);
     try {
         writeWholeFile(name_, bytes, false);
     } catch (...) {
-        if (wasOpen) file_ = opened(before);
+        if (wasOpen) exchange(opened(before));
         throw;
     }
-    file_ = opened(bytes.size());
+    exchange(opened(bytes.size()));
     beforeLast_ = bytes.size();
 }
 
 void Journal::remove() {
-    closeNow();
+    exchange(nullptr);
     removeFile(name_);
 }
 
@@ -87,9 +87,11 @@ FlushedFilePtr Journal::opened(std::uint64_t size) const {
     return std::make_shared<FlushedFile>(AppendFile(name_, size, fontFile_));
 }
 
-void Journal::closeNow() {
+// The flusher keeps no file open that is not the journal's any more: some systems do not replace or delete it
+// then.
+void Journal::exchange(FlushedFilePtr file) {
     if (file_) flusher_->forget(file_);
-    file_.reset();
+    file_ = std::move(file);
 }
 
 }  // namespace dravik::engine

@@ -51,7 +51,7 @@ class Journal {
 
   private:
     FlushedFilePtr opened(std::uint64_t size) const;
-    void closeNow();
+    void exchange(FlushedFilePtr file);
 
     std::string name_;
     std::string fontFile_;
