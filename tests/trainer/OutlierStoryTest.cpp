@@ -248,8 +248,8 @@ TEST(OutlierStory, WrongLabelsAreFoundByThresholdDeletedByBinAndTheFontReadsNoWo
     std::cout << "planted " << planted.size() << " of " << before << ", suspicious characters "
               << suspicious.size() << ", bins deleted " << op.deletions << ", planted left " << left
               << ", good ones lost " << goodLost << ", misread before " << misreadBefore << ", after "
-              << misreadAfter << ", wrong when held out before " << heldOutBefore << ", after " << heldOutAfter
-              << '\n';
+              << misreadAfter << ", wrong when held out before " << heldOutBefore << ", after "
+              << heldOutAfter << '\n';
     EXPECT_EQ(left, 0U);
     EXPECT_LE(goodLost, before / 50);
     // In reading, what is known of characters from other faces makes up for most wrong labels already.
