@@ -47,7 +47,7 @@ FontRecord seenFont() {
     FontRecord font = smallFont();
     GreyImage image(60, 40, 200);
     for (int y = 10; y < 30; ++y) image(25, y) = image(26, y) = 20;
-    const auto name = std::make_shared<const std::string>("parts/\xC3\x84 1.png");
+    const auto name = std::make_shared<const SourceImage>(SourceImage{"parts/\xC3\x84 1.png", 77});
     for (const std::size_t i : {0, 2}) {
         const Region box{24, 10, 28, 30 + static_cast<int>(i)};
         font.samples[i].origin =
@@ -101,7 +101,8 @@ TEST(FontFile, KeepsWhereSamplesComeFrom) {
     for (const std::size_t i : {0, 2}) {
         ASSERT_TRUE(back.samples[i].origin);
         EXPECT_EQ(back.samples[i].origin->picture, font.samples[i].origin->picture);
-        EXPECT_EQ(*back.samples[i].origin->image, *font.samples[i].origin->image);
+        EXPECT_EQ(back.samples[i].origin->image->name, font.samples[i].origin->image->name);
+        EXPECT_EQ(back.samples[i].origin->image->digest, 77U);
         EXPECT_EQ(back.samples[i].origin->box, font.samples[i].origin->box);
     }
     EXPECT_EQ(back.samples[0].origin->image, back.samples[2].origin->image) << "a name is kept once";
@@ -192,7 +193,7 @@ TEST(FontFile, ContentIsCheckedBehindAGoodChecksum) {
     EXPECT_NE(withPicture([](SampleOrigin& one) { one.picture.height = 0; }), "");
     EXPECT_NE(withPicture([](SampleOrigin& one) { one.picture.packed.resize(5000); }), "");
     EXPECT_NE(withPicture([](SampleOrigin& one) {
-                  one.image = std::make_shared<const std::string>(std::string(5000, 'x'));
+                  one.image = std::make_shared<const SourceImage>(SourceImage{std::string(5000, 'x')});
               }),
               "");
 }

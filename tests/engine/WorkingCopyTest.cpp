@@ -204,7 +204,7 @@ TEST_F(UnsavedWork, SamplesKeepTheirPicturesAndCanBeRelabelled) {
     tool->endAct("", "");
     const auto seen = [&tool](std::size_t i) { return tool->samples(SampleKind::Committed)->samples[i]; };
     ASSERT_TRUE(seen(2)->origin);
-    EXPECT_EQ(*seen(2)->origin->image, "parts/1.png");
+    EXPECT_EQ(seen(2)->origin->image->name, "parts/1.png");
     EXPECT_EQ(seen(2)->origin->box.left, tool->found()[2].left);
     EXPECT_FALSE(seen(3)->origin->image);
     EXPECT_GT(tool->samples(SampleKind::Committed)->distances[2], 0.5) << "an H that is labelled B";
@@ -234,7 +234,7 @@ TEST_F(UnsavedWork, SamplesKeepTheirPicturesAndCanBeRelabelled) {
     tool->undo();
     EXPECT_EQ(labels(*tool), "TTHABH");
     EXPECT_EQ(seen(2)->origin->picture, picture);
-    EXPECT_EQ(*seen(2)->origin->image, "parts/1.png");
+    EXPECT_EQ(seen(2)->origin->image->name, "parts/1.png");
     tool->undo();
     EXPECT_EQ(labels(*tool), "ABBABH");
     EXPECT_GT(tool->samples(SampleKind::Committed)->distances[2], 0.5);

@@ -91,8 +91,8 @@ void EmbeddedTool::shareImage(std::shared_ptr<const GreyImage> image, std::share
     seen_.show(std::move(image), std::move(scene));
 }
 
-void EmbeddedTool::setImageName(const std::string& name) {
-    seen_.setName(name);
+void EmbeddedTool::setImageName(const std::string& name, std::uint64_t digest) {
+    seen_.setName(name, digest);
 }
 
 const GreyImage& EmbeddedTool::image() const {

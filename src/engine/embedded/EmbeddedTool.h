@@ -51,8 +51,9 @@ class EmbeddedTool : public tool::FontTool, public tool::FontHistory, public too
     // The same without a copy; not null. With a scene, which is findScene() of the image, its characters need
     // not be looked for here.
     void shareImage(std::shared_ptr<const GreyImage> image, std::shared_ptr<const Scene> scene = nullptr);
-    // The path of the current image, which its samples keep; "" when it has none. Until the next image.
-    void setImageName(const std::string& name);
+    // The path of the current image, "" when it has none, and a digest of its pixels, 0 when unknown, which
+    // its samples keep. Until the next image.
+    void setImageName(const std::string& name, std::uint64_t digest = 0);
     const GreyImage& image() const;
     // The characters found in the current image.
     const std::vector<FoundCharacter>& found();

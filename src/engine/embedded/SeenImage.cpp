@@ -14,9 +14,9 @@ void SeenImage::show(std::shared_ptr<const GreyImage> image, std::shared_ptr<con
     if (scene) take(std::move(scene));
 }
 
-void SeenImage::setName(const std::string& name) {
+void SeenImage::setName(const std::string& name, std::uint64_t digest) {
     const bool isUsable = !name.empty() && name.size() <= kLongestImageName;
-    name_ = isUsable ? std::make_shared<const std::string>(name) : nullptr;
+    name_ = isUsable ? std::make_shared<const SourceImage>(SourceImage{name, digest}) : nullptr;
 }
 
 const std::shared_ptr<const Scene>& SeenImage::scene() {

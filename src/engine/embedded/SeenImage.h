@@ -19,7 +19,7 @@ class SeenImage {
     void show(std::shared_ptr<const GreyImage> image, std::shared_ptr<const Scene> scene);
 
     // Of the image that is shown, until the next one.
-    void setName(const std::string& name);
+    void setName(const std::string& name, std::uint64_t digest = 0);
 
     const std::shared_ptr<const GreyImage>& image() const noexcept { return image_; }
     const std::shared_ptr<const Scene>& scene();
@@ -33,7 +33,7 @@ class SeenImage {
     std::shared_ptr<const GreyImage> image_ = std::make_shared<GreyImage>();
     std::shared_ptr<const Scene> scene_;
     std::vector<FoundCharacter> found_;
-    std::shared_ptr<const std::string> name_;
+    std::shared_ptr<const SourceImage> name_;
 };
 
 }  // namespace dravik::engine

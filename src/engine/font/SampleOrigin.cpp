@@ -1,8 +1,8 @@
 #include "engine/font/SampleOrigin.h"
 
 #include <algorithm>
+#include <map>
 #include <string_view>
-#include <unordered_map>
 #include <utility>
 #include <vector>
 
@@ -39,23 +39,35 @@ bool haveOrigins(std::span<const Sample> samples) {
 }
 
 void encodeOrigins(ByteWriter& out, std::span<const Sample> samples) {
-    std::unordered_map<std::string_view, std::size_t> places;  // from 1
-    std::vector<std::string_view> names;
-    std::size_t known = 0;
+    std::map<std::pair<std::string_view, std::uint64_t>, std::size_t> places;  // from 1
+    std::vector<const SourceImage*> images;
+    std::vector<std::size_t> imageOf;
+    // Samples of one image mostly follow each other.
+    const SourceImage* last = nullptr;
+    std::size_t lastPlace = 0;
     for (const Sample& sample : samples) {
-        known += sample.origin != nullptr;
-        if (sample.origin && sample.origin->image &&
-            places.emplace(*sample.origin->image, names.size() + 1).second)
-            names.push_back(*sample.origin->image);
+        if (!sample.origin) continue;
+        const SourceImage* image = sample.origin->image.get();
+        if (image && image != last) {
+            last = image;
+            const auto [place, isNew] = places.try_emplace({image->name, image->digest}, images.size() + 1);
+            if (isNew) images.push_back(image);
+            lastPlace = place->second;
+        }
+        imageOf.push_back(image ? lastPlace : 0);
     }
-    out.u32(names.size());
-    for (const std::string_view name : names) out.countedText(name);
-    out.u32(known);
+    out.u32(images.size());
+    for (const SourceImage* image : images) {
+        out.countedText(image->name);
+        out.u64(image->digest);
+    }
+    out.u32(imageOf.size());
+    auto image = imageOf.begin();
     for (const Sample& sample : samples) {
         if (!sample.origin) continue;
         const SampleOrigin& origin = *sample.origin;
         out.u64(sample.serial);
-        out.u32(origin.image ? places.at(*origin.image) : 0);
+        out.u32(*image++);
         for (const int edge : {origin.box.left, origin.box.top, origin.box.right, origin.box.bottom})
             out.i32(edge);
         out.whole(origin.picture.width, 1);
@@ -66,9 +78,11 @@ void encodeOrigins(ByteWriter& out, std::span<const Sample> samples) {
 }
 
 void decodeOrigins(ByteReader& in, std::span<Sample> samples) {
-    std::vector<std::shared_ptr<const std::string>> names;
-    for (std::size_t left = in.count(4, samples.size()); left > 0; --left)
-        names.push_back(std::make_shared<const std::string>(in.countedText(kLongestImageName)));
+    std::vector<std::shared_ptr<const SourceImage>> images;
+    for (std::size_t left = in.count(12, samples.size()); left > 0; --left) {
+        std::string name = in.countedText(kLongestImageName);
+        images.push_back(std::make_shared<const SourceImage>(SourceImage{std::move(name), in.u64()}));
+    }
     const std::size_t known = in.count(kLeastSize, samples.size());
     std::size_t place = 0, used = 0;
     for (std::size_t i = 0; i < known; ++i) {
@@ -78,14 +92,14 @@ void decodeOrigins(ByteReader& in, std::span<Sample> samples) {
                  "a picture belongs to no sample");
         auto origin = std::make_shared<SampleOrigin>();
         const std::size_t image = in.u32();
-        in.check(image <= std::min(used + 1, names.size()), "an image's name is not there");
+        in.check(image <= std::min(used + 1, images.size()), "an image's name is not there");
         used = std::max(used, image);
-        if (image > 0) origin->image = names[image - 1];
+        if (image > 0) origin->image = images[image - 1];
         origin->box = decodeBox(in);
         origin->picture = decodePicture(in);
         samples[place].origin = std::move(origin);
     }
-    in.check(used == names.size(), "an image's name is not used");
+    in.check(used == images.size(), "an image's name is not used");
 }
 
 }  // namespace dravik::engine
