@@ -18,7 +18,7 @@ constexpr char kTitle[] = "Open Font";
 
 bool isInFontsFolder(const fs::path& file, const JobFolder& folder) {
     std::error_code error;
-    return fs::equivalent(fs::absolute(file, error).parent_path(), toPath(folder.fontsFolder()), error);
+    return fs::equivalent(file, toPath(folder.fontsFolder()) / file.filename(), error);
 }
 
 // "hack 2", which no font of the list has.
