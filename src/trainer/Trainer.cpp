@@ -123,8 +123,8 @@ struct Trainer::Parts {
         doing = Doing::Nothing;
         const auto image = opened.sharedImage();
         if (image->empty()) return tool->shareImage(image);
-        start(Doing::Finding, [this, image](const std::stop_token& stop) {
-            const auto seen = std::make_shared<engine::Scene>(engine::findScene(image, stop));
+        start(Doing::Finding, [this, image, settings = tool->settings()](const std::stop_token& stop) {
+            const auto seen = std::make_shared<engine::Scene>(engine::findScene(image, settings, stop));
             return [this, image, seen] {
                 tool->shareImage(image, seen);
                 if (foundReady) foundReady();

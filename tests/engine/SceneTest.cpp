@@ -182,7 +182,7 @@ TEST(Scene, SearchEndsOnceAStopIsRequested) {
     const auto image = std::make_shared<GreyImage>(readPng(kLines + "/hack_000.png"));
     const auto onPart = std::make_shared<GreyImage>(turned(onPaper(*image), 30));
     for (const auto& picture : {image, onPart}) {
-        EXPECT_EQ(findScene(picture, stop.get_token()).characters(), 0u);
+        EXPECT_EQ(findScene(picture, {}, stop.get_token()).characters(), 0u);
         EXPECT_GT(findScene(picture).characters(), 0u);
     }
 }

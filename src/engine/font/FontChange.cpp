@@ -7,6 +7,7 @@
 
 #include "base/Failure.h"
 #include "base/Text.h"
+#include "engine/font/SettingsBytes.h"
 
 namespace dravik::engine {
 namespace {
@@ -50,6 +51,7 @@ struct Apply {
         state.samples.remove(change.kind, change.place);
     }
     void operator()(const SetCharacters& change) const { state.characterSet = change.after; }
+    void operator()(const SetSettings& change) const { state.settings = change.after; }
     void operator()(const SetTraining& change) const {
         state.samples.setDistances(change.serials, change.distancesAfter);
         state.training = change.after;
@@ -87,6 +89,7 @@ struct Revert {
         state.samples.insert(change.kind, change.place, change.removed);
     }
     void operator()(const SetCharacters& change) const { state.characterSet = change.before; }
+    void operator()(const SetSettings& change) const { state.settings = change.before; }
     void operator()(const SetTraining& change) const {
         state.samples.setDistances(change.serials, change.distancesBefore);
         state.training = change.before;
@@ -109,6 +112,7 @@ struct Summary {
     std::optional<std::int32_t> removedCode;
     bool removedSeveral = false;
     bool characters = false;
+    bool settings = false;
     bool replaced = false;
     const SetTraining* training = nullptr;
 
@@ -122,6 +126,7 @@ struct Summary {
         removedCode = code;
     }
     void operator()(const SetCharacters&) { characters = true; }
+    void operator()(const SetSettings&) { settings = true; }
     void operator()(const SetTraining& change) { training = &change; }
     void operator()(const ReplaceFont&) { replaced = true; }
 };
@@ -131,6 +136,8 @@ std::optional<std::size_t> leftOfFound(std::span<const FontChange> changes, bool
     std::set<std::uint64_t> found;
     const SetCharacters* first = nullptr;
     const SetCharacters* last = nullptr;
+    const SetSettings* firstSettings = nullptr;
+    const SetSettings* lastSettings = nullptr;
     for (const FontChange& change : changes) {
         if (const auto* add = std::get_if<AddUncommitted>(&change)) {
             for (const Sample& sample : add->samples) found.insert(sample.serial);
@@ -139,15 +146,19 @@ std::optional<std::size_t> leftOfFound(std::span<const FontChange> changes, bool
         } else if (const auto* set = std::get_if<SetCharacters>(&change)) {
             if (!first) first = set;
             last = set;
+        } else if (const auto* settings = std::get_if<SetSettings>(&change)) {
+            if (!firstSettings) firstSettings = settings;
+            lastSettings = settings;
         } else if (!mayTrain || !std::holds_alternative<SetTraining>(change)) {
             return std::nullopt;
         }
     }
     if (first && first->before != last->after) return std::nullopt;
+    if (firstSettings && firstSettings->before != lastSettings->after) return std::nullopt;
     return found.size();
 }
 
-enum class Kind : std::uint8_t { Add = 1, Commit, Remove, Characters, Training, Replace };
+enum class Kind : std::uint8_t { Add = 1, Commit, Remove, Characters, Training, Replace, Settings = 20 };
 
 struct Encode {
     ByteWriter& out;
@@ -178,6 +189,11 @@ struct Encode {
         kind(Kind::Characters);
         encodeCharacterSet(out, change.before);
         encodeCharacterSet(out, change.after);
+    }
+    void operator()(const SetSettings& change) const {
+        kind(Kind::Settings);
+        encodeSettings(out, change.before);
+        encodeSettings(out, change.after);
     }
     void operator()(const SetTraining& change) const {
         kind(Kind::Training);
@@ -270,6 +286,7 @@ std::string describe(std::span<const FontChange> changes) {
         return "deletion of " + counted(sum.removed) +
                (sum.removedSeveral ? std::string() : " of " + characterOf(*sum.removedCode));
     if (sum.characters) return "change of the character set";
+    if (sum.settings) return "change of the image settings";
     return "finding of " + counted(sum.found);
 }
 
@@ -288,6 +305,10 @@ FontChange decodeChange(ByteReader& in) {
         case Kind::Characters: {
             tool::CharacterSet before = decodeCharacterSet(in);
             return SetCharacters{std::move(before), decodeCharacterSet(in)};
+        }
+        case Kind::Settings: {
+            const SegmentationSettings before = decodeSettings(in);
+            return SetSettings{before, decodeSettings(in)};
         }
         case Kind::Training:
             return decodeSetTraining(in);
