@@ -57,10 +57,11 @@ struct Trainer::Parts {
             previewText = kStopped;
         } else {
             const auto& found = tool->found();
+            const auto boxes = tool->characterBoxes();
             const auto typed = characters(textToInclude());
             preview.reserve(found.size());
             for (std::size_t i = 0; i < found.size(); ++i)
-                preview.push_back({found[i], i < typed.size() ? typed[i] : std::string()});
+                preview.push_back({found[i], i < typed.size() ? typed[i] : std::string(), boxes[i].place});
             previewText = counted(found.size(), "found");
             if (!typed.empty()) {
                 mismatch = static_cast<int>(typed.size()) - static_cast<int>(found.size());

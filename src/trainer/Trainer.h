@@ -22,6 +22,7 @@ namespace dravik::trainer {
 struct LabelledCharacter {
     engine::FoundCharacter place;
     std::string label;
+    engine::RotatedBox box{};  // as the character stands, turned
 };
 
 // What the current font reads in the current image, line by line.

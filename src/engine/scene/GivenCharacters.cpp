@@ -22,9 +22,10 @@ constexpr float kMostHigher = 1.7f;
 constexpr float kSameAngle = 2;  // degrees
 // Of a box less ink than this seems empty.
 constexpr float kLeastInk = 0.015f;
-// A cut may be so far from the middle of the box, as a part of its width, and how much a cut at the side is
-// worse than one in the middle, as a part of the box's height of ink.
-constexpr float kCutRange = 0.3f, kFromMiddle = 0.25f;
+// A cut may be so far from the middle of the box, as a part of its width; at its furthest it is as bad as one
+// in the middle through so much more ink, as a part of what the columns differ in. Around the box there is
+// paper, so wide in heights.
+constexpr float kCutRange = 0.3f, kFromMiddle = 0.25f, kPaper = 0.15f;
 
 // A character that was found.
 struct FoundGlyph {
@@ -39,6 +40,19 @@ std::vector<FoundGlyph> foundGlyphs(const Scene& scene) {
         for (const Glyph& glyph : part.found.glyphs)
             all.push_back({part.box(part.found.place(glyph)), &part, &glyph});
     return all;
+}
+
+RotatedBox grown(RotatedBox box, float margin) {
+    box.width += 2 * margin;
+    box.height += 2 * margin;
+    return box;
+}
+
+double meanLevel(const GreyImage& picture) {
+    double sum = 0;
+    for (int y = 0; y < picture.height(); ++y)
+        for (const std::uint8_t level : picture.row(y)) sum += level;
+    return sum / (static_cast<double>(picture.width()) * picture.height());
 }
 
 float medianHeight(std::span<const CharacterBox> boxes) {
@@ -350,28 +364,25 @@ Scene withCharacters(const GreyImage& image, const Scene& found, std::span<const
     return std::move(correction).scene();
 }
 
-float bestCut(const GreyImage& image, const RotatedBox& box, bool dark) {
+float bestCut(const GreyImage& image, const RotatedBox& box) {
     const GreyImage picture = uprightPicture(image, box);
-    const int width = picture.width(), height = picture.height();
-    // The ink of a column, against the paper's level in the box.
-    std::vector<float> columns(static_cast<std::size_t>(width));
-    for (int y = 0; y < height; ++y)
-        for (int x = 0; x < width; ++x)
-            columns[static_cast<std::size_t>(x)] +=
-                dark ? 255.0f - static_cast<float>(picture(x, y)) : static_cast<float>(picture(x, y));
-    const auto [least, most] = std::minmax_element(columns.begin(), columns.end());
-    const float range = std::max(1.0f, *most - *least);
-    float best = 0.5f * static_cast<float>(width), lowest = std::numeric_limits<float>::max();
-    for (int x = 0; x < width; ++x) {
-        const float place = static_cast<float>(x) + 0.5f;
-        const float aside = std::abs(place / static_cast<float>(width) - 0.5f);
-        if (aside > kCutRange) continue;
-        const float cost =
-            (columns[static_cast<std::size_t>(x)] - *least) / range + kFromMiddle * aside / kCutRange;
-        if (cost < lowest) {
-            lowest = cost;
-            best = place;
+    const bool dark = meanLevel(picture) < meanLevel(uprightPicture(image, grown(box, kPaper * box.height)));
+    std::vector<float> columns(static_cast<std::size_t>(picture.width()));
+    for (int y = 0; y < picture.height(); ++y)
+        for (std::size_t x = 0; x < columns.size(); ++x) {
+            const float level = static_cast<float>(picture.row(y)[x]);
+            columns[x] += dark ? 255 - level : level;
         }
+    const auto [least, most] = std::minmax_element(columns.begin(), columns.end());
+    const float range = std::max(1.0f, *most - *least), width = static_cast<float>(columns.size());
+    float best = 0.5f * width, lowest = std::numeric_limits<float>::max();
+    for (std::size_t x = 0; x < columns.size(); ++x) {
+        const float place = static_cast<float>(x) + 0.5f, aside = std::abs(place / width - 0.5f);
+        if (aside > kCutRange) continue;
+        const float cost = (columns[x] - *least) / range + kFromMiddle * aside / kCutRange;
+        if (cost >= lowest) continue;
+        lowest = cost;
+        best = place;
     }
     return std::clamp(best, 0.0f, box.width);
 }

@@ -27,8 +27,7 @@ std::vector<CharacterBox> characterBoxes(const Scene& scene);
 Scene withCharacters(const GreyImage& image, const Scene& found, std::span<const CharacterBox> boxes,
                      const PrintSettings& print = {});
 
-// Where a box that holds two characters is best cut: pixels from its left side, upright. `dark` is the
-// print's polarity.
-float bestCut(const GreyImage& image, const RotatedBox& box, bool dark);
+// Where a box that holds two characters is best cut, in pixels from its left side.
+float bestCut(const GreyImage& image, const RotatedBox& box);
 
 }  // namespace dravik::engine

@@ -63,7 +63,12 @@ TrainerWindow::TrainerWindow(Trainer& trainer, ui::Platform& platform, WindowSys
         view.setCharacters(trainer_.preview(), trainer_.mismatch());
         textsChanged();
     };
-    const auto showReading = [this] { reading.setReading(trainer_.reading()); };
+    const auto showReading = [this] {
+        reading.setReading(trainer_.reading());
+        std::vector<engine::ReadCharacter> all;
+        for (const auto& line : trainer_.reading().lines) all.insert(all.end(), line.begin(), line.end());
+        view.setReading(std::move(all));
+    };
     connections_.push_back(parts.currentChanged.connect([this] { showPart(); }));
     connections_.push_back(parts.listChanged.connect([this] { showPossible(); }));
     connections_.push_back(view.changed.connect([this] { showPossible(); }));
