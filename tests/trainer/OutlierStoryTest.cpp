@@ -17,8 +17,8 @@
 #include "screen/histogram/dlgCharHist.h"
 #include "screen/shell/DravikDlg.h"
 #include "screen/support/ScriptedPlatform.h"
+#include "support/Differences.h"
 #include "tool/Samples.h"
-#include "trainer/support/Differences.h"
 #include "trainer/support/Workspace.h"
 
 namespace dravik::test {

@@ -16,7 +16,6 @@ namespace {
 
 using tool::SampleKind;
 
-constexpr char kUnknownCharacter[] = "?";
 // The screen counts an include's samples in 16 bits.
 constexpr std::size_t kMostInOneInclude = 32767;
 
