@@ -259,8 +259,8 @@ void PartViewModel::release(ViewPoint place) {
     if (!std::exchange(dragging_, false)) return;
     const bool drawn = region_.release();
     boxes.release();
-    changed();
     if (drawn) regionDrawn();
+    changed();
     if (mode_ == ViewMode::Look && !moved_) pickAt(place);
 }
 
