@@ -137,10 +137,12 @@ struct Trainer::Parts {
         settings = adjustments->settings();
         const auto image = opened.sharedImage();
         if (image->empty()) return tool->shareImage(image);
-        start(Doing::Finding, [this, image, settings = settings](const std::stop_token& stop) {
+        start(Doing::Finding, [this, image, settings = settings,
+                               path = opened.path(opened.current())](const std::stop_token& stop) {
             const auto seen = std::make_shared<engine::Scene>(engine::findScene(image, settings, stop));
-            return [this, image, seen] {
+            return [this, image, path, seen] {
                 tool->shareImage(image, seen);
+                tool->setImageName(path);
                 adjustments->charactersFound();
                 if (foundReady) foundReady();
             };

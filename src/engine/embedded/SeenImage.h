@@ -1,13 +1,15 @@
 // The image that the tool looks at, and the characters that are found in it, which are looked for when they
-// are first asked for, or are told.
+// are first asked for, or are told; and what a sample of them is told to come from.
 #pragma once
 
 #include <memory>
 #include <optional>
 #include <span>
+#include <string>
 #include <vector>
 
 #include "engine/font/FontReader.h"
+#include "engine/font/SampleOrigin.h"
 #include "engine/image/GreyImage.h"
 #include "engine/scene/GivenCharacters.h"
 #include "engine/scene/Scene.h"
@@ -24,10 +26,15 @@ class SeenImage {
     // found.
     void setCharacters(const std::optional<std::vector<CharacterBox>>& boxes);
 
+    // Of the image that is shown, until the next one.
+    void setName(const std::string& name, std::uint64_t digest = 0);
+
     const std::shared_ptr<const GreyImage>& image() const noexcept { return image_; }
     // With the characters that were told, if any.
     const std::shared_ptr<const Scene>& scene();
     const std::vector<FoundCharacter>& found();
+    // Of the found characters, one by one.
+    std::vector<std::shared_ptr<const SampleOrigin>> origins();
 
   private:
     void take(std::shared_ptr<const Scene> scene);
@@ -39,6 +46,7 @@ class SeenImage {
     std::shared_ptr<const Scene> foundScene_;
     std::shared_ptr<const Scene> scene_;
     std::vector<FoundCharacter> found_;
+    std::shared_ptr<const SourceImage> name_;
 };
 
 }  // namespace dravik::engine
