@@ -5,6 +5,7 @@
 #include <memory>
 #include <utility>
 
+#include "base/StableSort.h"
 #include "engine/segmentation/CharacterShapes.h"
 #include "engine/segmentation/Contenders.h"
 
@@ -71,8 +72,8 @@ Segmentation segment(const GreyImage& image, const std::stop_token& stop, const 
             number.odds += kShapeShare * shapeEvidence(result);
         }
         const Contender last = numbers.back();
-        std::stable_sort(numbers.begin(), numbers.end(),
-                         [](const Contender& a, const Contender& b) { return a.odds > b.odds; });
+        stableSort(numbers.begin(), numbers.end(),
+                   [](const Contender& a, const Contender& b) { return a.odds > b.odds; });
         if (last.best != numbers.front().best) result = {};
     }
     const Contender& best = numbers.front();
