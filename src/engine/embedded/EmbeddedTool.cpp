@@ -91,12 +91,46 @@ void EmbeddedTool::shareImage(std::shared_ptr<const GreyImage> image, std::share
     seen_.show(std::move(image), std::move(scene));
 }
 
+void EmbeddedTool::setImageName(const std::string& name, std::uint64_t digest) {
+    seen_.setName(name, digest);
+}
+
 const GreyImage& EmbeddedTool::image() const {
     return *seen_.image();
 }
 
+const SegmentationSettings& EmbeddedTool::settings() const {
+    return overriding_ ? *overriding_ : fonts_->state().settings;
+}
+
+void EmbeddedTool::setSettings(const SegmentationSettings& settings) {
+    fonts_->font();
+    if ((settings.region && !isRegion(*settings.region)) || settings.print.smallestHeight < 0 ||
+        settings.print.smallestHeight > kMostSmallestHeight)
+        throw Failure(RuntimeError::InvalidProcedureCall,
+                      "The region or the smallest height is out of range");
+    if (settings != fonts_->state().settings) fonts_->make(SetSettings{fonts_->state().settings, settings});
+}
+
+void EmbeddedTool::overrideSettings(std::optional<SegmentationSettings> settings) {
+    overriding_ = std::move(settings);
+}
+
+SeenImage& EmbeddedTool::seen() {
+    seen_.setSettings(settings());
+    return seen_;
+}
+
+void EmbeddedTool::setCharacters(const std::optional<std::vector<CharacterBox>>& boxes) {
+    seen().setCharacters(boxes);
+}
+
+std::vector<CharacterBox> EmbeddedTool::characterBoxes() {
+    return engine::characterBoxes(*seen().scene());
+}
+
 const std::vector<FoundCharacter>& EmbeddedTool::found() {
-    return seen_.found();
+    return seen().found();
 }
 
 std::vector<ReadCharacter> EmbeddedTool::read() {
@@ -108,25 +142,26 @@ FontReader EmbeddedTool::reader() {
     const FontState& font = fonts_->state();
     return FontReader(
         font.training->network,
-        DistanceMeasure(font.samples.statistics(), font.samples.columns(SampleKind::Committed)->samples));
+        DistanceMeasure(font.samples.statistics(), font.samples.columns(SampleKind::Committed)->samples),
+        settings());
 }
 
 EmbeddedTool::ReadingWork EmbeddedTool::readingWork() {
     settle();
     const FontState& font = fonts_->state();
     if (font.training->empty()) return [](const std::stop_token&) { return std::vector<ReadCharacter>(); };
-    return [seen = seen_.scene(), training = font.training, statistics = font.samples.statistics(),
+    return [seen = seen().scene(), training = font.training, statistics = font.samples.statistics(),
             samples = font.samples.columns(SampleKind::Committed)](const std::stop_token& stop) {
         return FontReader(training->network, DistanceMeasure(statistics, samples->samples)).read(*seen, stop);
     };
 }
 
 std::vector<SuggestedCharacter> EmbeddedTool::suggest() {
-    return readWithoutFont(*seen_.scene());
+    return readWithoutFont(*seen().scene());
 }
 
 std::vector<CharacterLikelihood> EmbeddedTool::compare(const std::string& expectedText) {
-    return compareWithText(*seen_.scene(), characters(expectedText));
+    return compareWithText(*seen().scene(), characters(expectedText));
 }
 
 std::optional<std::string> EmbeddedTool::currentFont() const {
@@ -149,6 +184,58 @@ bool EmbeddedTool::isChecking() {
 
 const HeldOutResult* EmbeddedTool::heldOutCheck() const {
     return training_.checked();
+}
+
+SampleColumnsPtr EmbeddedTool::samples(SampleKind kind) {
+    settle();
+    return fonts_->state().samples.columns(kind);
+}
+
+// Ascending, without repeats.
+std::vector<std::size_t> EmbeddedTool::committedPlaces(std::span<const std::int32_t> identifiers) {
+    fonts_->font();
+    const std::size_t count = fonts_->state().samples.count(SampleKind::Committed);
+    std::vector<std::size_t> places;
+    for (const std::int32_t identifier : identifiers) {
+        const std::int32_t place = identifier - tool::sampleIdentifier(SampleKind::Committed, 0);
+        if (place < 0 || static_cast<std::size_t>(place) >= count)
+            throw Failure(RuntimeError::InvalidProcedureCall,
+                          std::to_string(identifier) + " is not the identifier of a committed sample");
+        places.push_back(static_cast<std::size_t>(place));
+    }
+    std::sort(places.begin(), places.end());
+    places.erase(std::unique(places.begin(), places.end()), places.end());
+    return places;
+}
+
+void EmbeddedTool::deleteSamples(std::span<const std::int32_t> identifiers) {
+    const std::vector<std::size_t> places = committedPlaces(identifiers);
+    for (auto place = places.rbegin(); place != places.rend(); ++place)
+        fonts_->make(RemoveSample{SampleKind::Committed, static_cast<std::uint32_t>(*place),
+                                  fonts_->state().samples.at(SampleKind::Committed, *place)});
+}
+
+void EmbeddedTool::relabelSamples(std::span<const std::int32_t> identifiers, const std::string& character) {
+    checkCharacterSet({character});
+    if (characters(character).size() != 1)
+        throw Failure(RuntimeError::InvalidProcedureCall, "A sample is labelled with one character");
+    const std::int32_t code = codeOf(character);
+    const SampleColumnsPtr committed = samples(SampleKind::Committed);
+    RelabelSamples change;
+    change.codeAfter = code;
+    for (const std::size_t place : committedPlaces(identifiers)) {
+        if (committed->codes[place] == code) continue;
+        change.serials.push_back(committed->samples[place]->serial);
+        change.codesBefore.push_back(committed->codes[place]);
+        change.distancesBefore.push_back(committed->distances[place]);
+    }
+    if (change.serials.empty()) return;
+    tool::CharacterSet set = fonts_->state().characterSet;
+    if (std::find(set.begin(), set.end(), character) == set.end()) {
+        set.push_back(character);
+        SetCharacterSet(set);
+    }
+    fonts_->make(std::move(change));
 }
 
 FontSummary EmbeddedTool::summary(const std::string& asked) {
@@ -204,7 +291,8 @@ void EmbeddedTool::SetCharacterSet(const tool::CharacterSet& set) {
 void EmbeddedTool::IncludeSamples(const std::string& expectedText) {
     fonts_->font();
     const std::vector<std::string> text = characters(expectedText);
-    const std::vector<SampleInputs> inputs = allInputs(*seen_.scene(), text);
+    const std::vector<SampleInputs> inputs = allInputs(*seen().scene(), text);
+    const std::vector<std::shared_ptr<const SampleOrigin>> origins = seen().origins();
     if (inputs.empty()) return;
     if (inputs.size() > kMostInOneInclude)
         throw Failure(RuntimeError::InvalidProcedureCall,
@@ -214,8 +302,9 @@ void EmbeddedTool::IncludeSamples(const std::string& expectedText) {
     AddUncommitted change;
     change.samples.reserve(inputs.size());
     for (std::size_t i = 0; i < inputs.size(); ++i)
-        change.samples.push_back(
-            {serial++, codeOf(i < text.size() ? std::string_view(text[i]) : kUnknownCharacter), inputs[i]});
+        change.samples.push_back({serial++,
+                                  codeOf(i < text.size() ? std::string_view(text[i]) : kUnknownCharacter),
+                                  inputs[i], origins[i]});
     fonts_->make(std::move(change));
 }
 

@@ -20,7 +20,7 @@ constexpr std::size_t kMostAlternatives = 6;
 constexpr double kHardlyExpected = 0.02, kClearlyOther = 0.8;
 // A character counts for a view by how much likelier it is a whole one than this, at most as much as the
 // second says; measured on generated part images.
-constexpr double kUsuallyWhole = 0.2, kLeastWhole = 0.02;
+constexpr double kUsuallyWhole = 0.3, kLeastWhole = 0.02;
 
 struct ReadLine {
     int line = 0;

@@ -46,8 +46,9 @@ Region Segmentation::place(const Glyph& glyph) const {
             ink.top + static_cast<int>(std::ceil(pixels(bottom)))};
 }
 
-Segmentation segment(const GreyImage& image, ViewJudge judge, const std::stop_token& stop) {
-    std::vector<Candidate> candidates = printCandidates(image, Search::UntilClear, stop);
+Segmentation segment(const GreyImage& image, ViewJudge judge, const std::stop_token& stop,
+                     const PrintSettings& print) {
+    std::vector<Candidate> candidates = printCandidates(image, Search::UntilClear, stop, print);
     std::vector<Contender> numbers = contenders(candidates);
     if (stop.stop_requested() || numbers.empty() || numbers.front().best->value < kNoPrint) return {};
     for (Candidate& one : candidates)

@@ -7,6 +7,7 @@
 #include "engine/image/Binarization.h"
 #include "engine/image/Components.h"
 #include "engine/segmentation/CharacterCuts.h"
+#include "engine/segmentation/SegmentationSettings.h"
 #include "engine/segmentation/TextLines.h"
 
 namespace dravik::engine {
@@ -30,6 +31,8 @@ struct Look {
         float prints = 0;
         bool operator==(const Bars&) const = default;
     } bars{};
+    // Of capitals, in working pixels; 0 for any. What is much smaller is no piece of print.
+    float leastHeight = 0;
 };
 
 // What else an image may show: another number of characters, which fewer looks saw or less clearly.
@@ -51,6 +54,7 @@ struct Segmentation {
     CharacterDecisions decisions;    // by which they were found
     double likeness = 0;             // log odds that the characters are right, as kTextLikeness tells
     std::vector<OtherView> others;   // the likeliest first, few
+    bool isGiven = false;            // the characters were told, and are read as they are
 
     // Where a glyph is in the image.
     Region place(const Glyph& glyph) const;
@@ -64,7 +68,8 @@ using ViewJudge = double (*)(Segmentation& view);
 // milliseconds; noise and textures may take seconds. Where it is in doubt what an image shows, the judge is
 // asked of each view; null judges by what most views see. Ends soon, with anything or nothing found, once a
 // stop is requested.
-Segmentation segment(const GreyImage& image, ViewJudge judge = nullptr, const std::stop_token& stop = {});
+Segmentation segment(const GreyImage& image, ViewJudge judge = nullptr, const std::stop_token& stop = {},
+                     const PrintSettings& print = {});
 // The characters of another view of the same image, which was found with the same judge.
 Segmentation segment(const GreyImage& image, const OtherView& view, ViewJudge judge = nullptr);
 
