@@ -13,6 +13,7 @@
 #include "base/AtomicFile.h"
 #include "base/Failure.h"
 #include "base/FileSystem.h"
+#include "base/StableSort.h"
 
 namespace dravik::engine {
 namespace {
@@ -158,8 +159,8 @@ std::vector<tool::FontVersion> FontVersions::list(const std::string& font,
         std::vector<Entry> some = entriesOf(folderFor(name), name);
         std::move(some.begin(), some.end(), std::back_inserter(entries));
     }
-    std::stable_sort(entries.begin(), entries.end(),
-                     [](const Entry& a, const Entry& b) { return a.identifier > b.identifier; });
+    stableSort(entries.begin(), entries.end(),
+               [](const Entry& a, const Entry& b) { return a.identifier > b.identifier; });
     std::vector<tool::FontVersion> versions;
     for (const Entry& entry : entries) {
         if (isTheFontNow(entry, folder_)) continue;

@@ -35,8 +35,8 @@ Bench::Bench(const std::string& hostName) {
     host->pump();
 }
 
-void Bench::bind(const std::string& shown) {
-    step = controlModule().make(CLSID_EmbeddedStep).as<IEmbeddedStep>();
+void Bench::bind(const std::string& shown, ComPtr<IEmbeddedStep> embedded) {
+    step = embedded ? std::move(embedded) : controlModule().make(CLSID_EmbeddedStep).as<IEmbeddedStep>();
     const auto tool = step.as<IFontTool>();
     SAFEARRAY* set = SafeArrayCreateVector(VT_BSTR, 0, 4);
     const wchar_t* characters[] = {L"H", L"E", L"L", L"O"};
