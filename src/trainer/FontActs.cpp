@@ -93,8 +93,13 @@ void FontActs::save() {
         control_.refreshAfterHistory(control_.state(), false);
         say("Saved " + *font);
     } catch (...) {
-        control_.tellFailure("SaveFont", currentFailure());
-        say(*font + " could not be saved; its changes are kept. Font > Save Copy... writes it elsewhere");
+        const Failure failure = currentFailure();
+        const bool isUnsaved = this->isUnsaved();
+        if (!isUnsaved) control_.refreshAfterHistory(control_.state(), false);
+        control_.tellFailure("SaveFont", failure);
+        say(isUnsaved
+                ? *font + " could not be saved; its changes are kept. Font > Save Copy... writes it elsewhere"
+                : "Saved " + *font + ", which may not have reached the disk");
     }
 }
 

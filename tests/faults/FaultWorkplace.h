@@ -33,6 +33,9 @@ namespace fs = std::filesystem;
 constexpr std::size_t kSomePoints = 40;
 constexpr unsigned kLongestRun = 60;  // seconds
 
+// What a failure says that has kept nothing from being done.
+constexpr char kDoneAllTheSame[] = "was done all the same";
+
 struct Point {
     long number = 0;
     std::string operation;

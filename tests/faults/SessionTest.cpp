@@ -32,6 +32,11 @@ Lines linesOf(const std::string& out) {
     return lines;
 }
 
+Lines without(const char* what, Lines lines) {
+    std::erase_if(lines, [&](const Line& line) { return line.what == what; });
+    return lines;
+}
+
 class Sessions : public testing::TestWithParam<SessionStory> {
   protected:
     FaultWorkplace place;
@@ -90,7 +95,8 @@ class Sessions : public testing::TestWithParam<SessionStory> {
         const Lines told = linesOf(run.out), usually = linesOf(usual.out);
         EXPECT_TRUE(run.signal == 0 || run.signal == SIGKILL) << run.signal << run.err;
         if (run.signal == 0 && run.status == 0) {
-            EXPECT_EQ(run.out, usual.out) << "it ended well and did not do it";
+            EXPECT_EQ(without("recovered", told), without("recovered", usually))
+                << "it ended well and did not do it: " << run.out;
         } else if (run.signal == 0) {
             EXPECT_EQ(run.status, 1);
             EXPECT_NE(run.err, "") << "no word of what failed";
@@ -103,6 +109,7 @@ class Sessions : public testing::TestWithParam<SessionStory> {
         std::set<std::string> letGo;
         std::set<std::string> had = known;  // steps behind one that failed lead elsewhere
         bool hasFailed = false;
+        std::map<std::string, std::string> beingLetGo;
         for (const auto& [font, content] : before) allowed[font] = {content};
         for (const Line& line : told) {
             had.insert(line.rest);
@@ -115,7 +122,17 @@ class Sessions : public testing::TestWithParam<SessionStory> {
                     << "a step that failed is half done";
                 hasFailed = true;
                 allowed[line.font].insert(line.rest);
+            } else if (line.what == "dropped") {
+                beingLetGo.erase(line.font);
+            } else if (line.what == "chosen") {
+                const auto isFound = [&](const Line& other) {
+                    return other.what == "recovered" && other.font == line.font;
+                };
+                EXPECT_TRUE(std::find(usually.begin(), usually.end(), line) != usually.end() ||
+                            std::any_of(told.begin(), told.end(), isFound))
+                    << "no word that " << line.font << " is shown without its changes";
             } else if (line.what == "let go" || line.what == "gone") {
+                if (line.what == "let go") beingLetGo[line.font] = line.rest;
                 letGo.insert(line.rest);
                 allowed.erase(line.font);
                 last.erase(line.font);
@@ -132,7 +149,7 @@ class Sessions : public testing::TestWithParam<SessionStory> {
                 allowed[next.font].insert(next.rest);
             else if (next.what == "let go" || next.what == "gone")
                 leaving = next.font;
-            for (std::size_t i = told.size(); !leaving.empty() && i < usually.size() && i < told.size() + 2;
+            for (std::size_t i = told.size(); !leaving.empty() && i < usually.size() && i < told.size() + 3;
                  ++i)
                 if (usually[i].what == "shown") allowed[usually[i].font].insert(usually[i].rest);
         }
@@ -156,6 +173,10 @@ class Sessions : public testing::TestWithParam<SessionStory> {
                 EXPECT_TRUE(everything.count(content) || isShownIn(shown, content))
                     << "lost of " << font << ": " << content;
             }
+        }
+        for (const auto& [font, content] : run.signal == 0 ? beingLetGo : decltype(beingLetGo)()) {
+            EXPECT_EQ(shown.count(font) ? shown.at(font) : "nothing", content)
+                << "letting go of " << font << " failed, and yet it was done";
         }
         for (const std::string& content : letGo) {
             EXPECT_TRUE(isShownIn(shown, content) || everything.count(content))
