@@ -35,8 +35,9 @@ Bench::Bench(const std::string& hostName) {
     host->pump();
 }
 
-void Bench::bind(const std::string& shown) {
+void Bench::bind(const std::string& shown, const std::string& jobs) {
     step = controlModule().make(CLSID_EmbeddedStep).as<IEmbeddedStep>();
+    if (!jobs.empty()) succeed(step->put_JobsFolder(Bstr(std::string_view(jobs)).get()), "JobsFolder");
     const auto tool = step.as<IFontTool>();
     SAFEARRAY* set = SafeArrayCreateVector(VT_BSTR, 0, 4);
     const wchar_t* characters[] = {L"H", L"E", L"L", L"O"};
