@@ -30,9 +30,13 @@ struct Session {
 // What the status bar says after an include, 0 for a refusal.
 int include(Bench& bench, const wchar_t* text) {
     const std::wstring before = bench.status();
+    const std::size_t boxes = bench.robot.surprises().size();
     bench.type(text);
     bench.press(L"&Include");
-    EXPECT_TRUE(bench.host->pumpUntil([&] { return bench.status() != before; })) << utf8(before);
+    EXPECT_TRUE(bench.host->pumpUntil(
+        [&] { return bench.status() != before || bench.robot.surprises().size() != boxes; }))
+        << utf8(before);
+    bench.host->pump();
     const std::wstring after = bench.status();
     return after.find(L" samples included.") == std::wstring::npos ? 0 : std::stoi(after);
 }
