@@ -171,10 +171,9 @@ int learn(const std::vector<ListedSample>& samples, const LearnOptions& options,
         return kInterrupted;
     };
     tool.claimFont();
-    if (options.characters) {
-        fonts.setCharacters(*options.characters);
-        tool.endAct({}, {});
-    }
+    if (options.characters) fonts.setCharacters(*options.characters);
+    tool.setSettings(options.settings.over(tool.settings()));
+    tool.endAct({}, {});
 
     // Nearly all of an include's time goes into the search of its image, which is done ahead.
     InOrder<SearchedImage> images(

@@ -102,6 +102,7 @@ int readImages(const ReadOptions& options, const engine::ImageDecoder& decoder,
         for (const std::string& problem : error.problems) streams.problem(problem);
         return 1;
     }
+    tool.overrideSettings(options.settings.over(tool.settings()));
     const engine::FontReader reader = tool.reader();
     InOrder<ImageReading> readings(
         tasks.size(), options.threads > 0 ? options.threads : processorCount(),
