@@ -11,6 +11,7 @@
 #include "support/FullDisk.h"
 #include "tool/Samples.h"
 #include "trainer/FontActs.h"
+#include "trainer/Trainer.h"
 #include "trainer/support/Operator.h"
 #include "trainer/support/PgmFile.h"
 #include "trainer/support/Workspace.h"
@@ -29,12 +30,12 @@ TEST(FullDisk, AnIncludeThatFailsLeadsNothingAstray) {
     int failed = 0, included = 0;
     for (int room = 0; room < 1200; room += 40) {
         Operator platform;
-        trainer::Trainer trainer(platform, JobFolder(workspace.jobs()), readPgm, false);
-        trainer.control().showFont("digits");
-        trainer.parts().open({image});
-        auto& screen = trainer.control().screen();
+        trainer::Trainer program(platform, JobFolder(workspace.jobs()), readPgm, false);
+        program.control().showFont("digits");
+        program.parts().open({image});
+        auto& screen = program.control().screen();
         const auto committed = [&] {
-            const auto table = trainer.tool().GetSampleData(tool::kAllCommitted, tool::kSampleFields);
+            const auto table = program.tool().GetSampleData(tool::kAllCommitted, tool::kSampleFields);
             return table ? table->upperRow() : 0;
         };
         const int before = committed();
@@ -44,10 +45,10 @@ TEST(FullDisk, AnIncludeThatFailsLeadsNothingAstray) {
             const FullDisk disk(size + static_cast<rlim_t>(room));
             screen.sample.cmdInclude.press();
         }
-        EXPECT_THAT(trainer.tool().GetUncommittedSamples(), IsEmpty()) << room;
+        EXPECT_THAT(program.tool().GetUncommittedSamples(), IsEmpty()) << room;
         if (committed() == before) {
             ++failed;
-            EXPECT_THAT(trainer.acts().notice(), HasSubstr("cannot be kept")) << room;
+            EXPECT_THAT(program.acts().notice(), HasSubstr("cannot be kept")) << room;
         } else {
             ++included;
             EXPECT_EQ(committed(), before + 2) << room;

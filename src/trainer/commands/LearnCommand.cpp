@@ -91,11 +91,11 @@ struct SearchedImage {
 };
 
 SearchedImage searched(const std::string& path, const engine::ImageDecoder& decoder,
-                       const std::stop_token& stop) {
+                       const engine::SegmentationSettings& settings, const std::stop_token& stop) {
     SearchedImage result;
     try {
         result.image = std::make_shared<const engine::GreyImage>(decoder(path));
-        result.scene = std::make_shared<const engine::Scene>(engine::findScene(result.image, stop));
+        result.scene = std::make_shared<const engine::Scene>(engine::findScene(result.image, settings, stop));
     } catch (...) {
         result.problem = std::current_exception();
     }
@@ -178,7 +178,9 @@ int learn(const std::vector<ListedSample>& samples, const LearnOptions& options,
     // Nearly all of an include's time goes into the search of its image, which is done ahead.
     InOrder<SearchedImage> images(
         samples.size(), std::min(processorCount(), kMostSearches),
-        [&](std::size_t i, const std::stop_token& stop) { return searched(samples[i].path, decoder, stop); });
+        [&, settings = tool.settings()](std::size_t i, const std::stop_token& stop) {
+            return searched(samples[i].path, decoder, settings, stop);
+        });
     std::unordered_set<std::string> included;
     for (const auto& sample : samples) {
         if (watch.interrupted()) return interrupted();

@@ -2,10 +2,10 @@
 // said to be done is in the font when it is loaded the next time, or it was said in words that it is not.
 #include <cstdlib>
 
+#include "base/Utf.h"
 #include "engine/embedded/EmbeddedTool.h"
 #include "support/TemporaryFolder.h"
 #include "tool/Samples.h"
-#include "base/Utf.h"
 #include "windows/com/ComText.h"
 #include "windows/control/support/Bench.h"
 #include "windows/control/support/FaultyDisk.h"
@@ -33,9 +33,9 @@ int include(Bench& bench, const wchar_t* text) {
     const std::size_t boxes = bench.robot.surprises().size();
     bench.type(text);
     bench.press(L"&Include");
-    EXPECT_TRUE(bench.host->pumpUntil(
-        [&] { return bench.status() != before || bench.robot.surprises().size() != boxes; }))
-        << utf8(before);
+    EXPECT_TRUE(bench.host->pumpUntil([&] {
+        return bench.status() != before || bench.robot.surprises().size() != boxes;
+    })) << utf8(before);
     bench.host->pump();
     const std::wstring after = bench.status();
     return after.find(L" samples included.") == std::wstring::npos ? 0 : std::stoi(after);
