@@ -28,7 +28,7 @@ TEST(FullDisk, AnIncludeThatFailsLeadsNothingAstray) {
     const std::string image = workspace.draw("86.pgm", "86");
     const auto journal = toPath(workspace.fontFile("digits") + ".journal");
     int failed = 0, included = 0;
-    for (int room = 0; room < 1200; room += 40) {
+    for (int room = 0; room < 1200; room += 10) {
         Operator platform;
         trainer::Trainer program(platform, JobFolder(workspace.jobs()), readPgm, false);
         program.control().showFont("digits");
