@@ -144,12 +144,14 @@ std::vector<std::string> FontActs::takeRecovered() {
 }
 
 void FontActs::record(const OperatorAct& act) {
+    const std::string failure = std::exchange(failure_, {});
     guardScreen(act);
     ScreenState state = control_.state();
     state.includeEnabled = true;  // it may be held at the moment, until the image's characters are found
     history_.endAct(act.kind == OperatorAct::Kind::Save ? "" : screen::actName(act), screen::encode(state));
     const std::string deleted = screen::deletedText(act);
-    say(!failure_.empty() ? failure_ : deleted.empty() ? "" : deleted + kTakeBack);
+    say(!failure.empty() ? failure : deleted.empty() ? "" : deleted + kTakeBack);
+    failure_ = failure;
 }
 
 // What a failure in the middle of an act leaves on the screen must not lead the next one astray.
