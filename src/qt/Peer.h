@@ -2,12 +2,14 @@
 // operator's actions into the model's events. A peer is a child object of its view and lives as long as that.
 #pragma once
 
+#include <QKeyEvent>
 #include <QObject>
 #include <QPointF>
 #include <QPointer>
 #include <QWidget>
 
 #include "qt/Guard.h"
+#include "ui/TypedAhead.h"
 #include "ui/Widget.h"
 
 class QMouseEvent;
@@ -53,10 +55,12 @@ class Peer : public QObject {
 
   private:
     void giveFocus();
+    bool isTypedAhead(const QKeyEvent& key);
 
     ui::Widget& model_;
     QWidget& view_;
     ui::Connection changed_;
+    ui::TypedAhead typedAhead_;
     bool attached_ = true;
 };
 

@@ -239,12 +239,22 @@ std::string FontVersions::keepDeleted(const std::string& font) {
 }
 
 void FontVersions::keepDiscarded(const std::string& font, std::span<const std::uint8_t> bytes) {
-    writeWholeFile(freeFile(font, Kind::Discarded, kExtension), bytes, false);
+    const std::string file = freeFile(font, Kind::Discarded, kExtension);
+    try {
+        writeWholeFile(file, bytes, false);
+    } catch (const Unflushed& doubt) {
+        removeFile(file);
+        throw fileFailure(static_cast<RuntimeError>(doubt.number()), "Cannot write", file,
+                          "it may not reach the disk");
+    }
     prune(font);
 }
 
 void FontVersions::keepJournal(const std::string& font, const std::string& journal) {
-    moveFile(journal, freeFile(font, Kind::Discarded, kJournalExtension), IfTaken::Refuse, "Cannot keep");
+    FlushDoubt doubt;  // it is in one of both places
+    doubt.allow([&] {
+        moveFile(journal, freeFile(font, Kind::Discarded, kJournalExtension), IfTaken::Refuse, "Cannot keep");
+    });
     prune(font);
 }
 
@@ -315,6 +325,8 @@ void retireFont(const std::string& file) {
     const std::string kept = versionsBeside(file).keepDeleted(fontOf(file));
     try {
         retireFile(file, !fileExists(backupOf(file)) || holdsWork(file));
+    } catch (const Unflushed&) {
+        throw;
     } catch (...) {
         removeFile(kept);
         throw;
@@ -322,12 +334,14 @@ void retireFont(const std::string& file) {
 }
 
 void renameFont(const std::string& from, const std::string& to) {
-    renameFile(from, to);
+    FlushDoubt doubt;
+    doubt.allow([&] { renameFile(from, to); });
     try {
         versionsBeside(from).rename(fontOf(from), fontOf(to));
     } catch (const Failure&) {
-        return;  // they stay under the old name, where they are found too
+        // They stay under the old name, where they are found too.
     }
+    doubt.tell();
 }
 
 }  // namespace dravik::engine
