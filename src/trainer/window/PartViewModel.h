@@ -30,6 +30,9 @@ struct CharacterMark {
 
 class PartViewModel {
   public:
+    // In 1/96 inch; what stands below it gives way first.
+    static constexpr int kLeastHeight = 200;
+
     // No image, or an empty one, shows the message instead. The image is borrowed until the next call. It is
     // fitted unless the operator has chosen a scale.
     void setImage(const engine::GreyImage* image, std::string message);

@@ -1,10 +1,9 @@
 #include "trainer/window/TrainerWindow.h"
 
+#include <string_view>
 #include <utility>
 
 #include "base/Failure.h"
-#include "base/Paths.h"
-#include "engine/image/ImageFiles.h"
 #include "trainer/window/ClosingForm.h"
 #include "trainer/window/KeysForm.h"
 #include "trainer/window/RestoreForm.h"
@@ -12,19 +11,9 @@
 namespace dravik::trainer {
 namespace {
 
-std::vector<FileFilter> imageFilters() {
-    FileFilter images{"Images", {}};
-    for (const auto extension : engine::imageExtensions())
-        images.patterns.push_back("*" + std::string(extension));
-    return {std::move(images), {"All files", {"*"}}};
-}
-
-// A character of the font may be "&", which would mark an access key.
-std::string doubledMarks(const std::string& text) {
-    std::string result;
-    for (const char one : text) result.append(one == '&' ? 2 : 1, one);
-    return result;
-}
+constexpr char kThemeKey[] = "theme";
+constexpr std::pair<Theme, std::string_view> kThemes[] = {
+    {Theme::System, "system"}, {Theme::Light, "light"}, {Theme::Dark, "dark"}};
 
 }  // namespace
 
@@ -33,11 +22,15 @@ TrainerWindow::TrainerWindow(Trainer& trainer, ui::Platform& platform, WindowSys
       strip(trainer.parts()),
       trainer_(trainer),
       platform_(platform),
-      system_(system) {
+      system_(system),
+      sources_(trainer.parts(), strip, actions, system, trainer.folder(),
+               {[this](const std::string& text) { trainer_.acts().say(text); },
+                [this](const std::vector<std::string>& lines) {
+                    problems_.clear();
+                    tell(lines);
+                }}) {
     OpenedParts& parts = trainer.parts();
     const auto on = [](Action& action, auto body) { action.triggered.subscribe(body); };
-    on(actions.openImages, [this] { choose({"Open Part Images", {}, false, imageFilters()}); });
-    on(actions.openFolder, [this] { choose({"Open Folder of Part Images", {}, true, {}}); });
     on(actions.closeImage, [&parts] { parts.close(parts.current()); });
     on(actions.closeAll, [&parts] { parts.closeAll(); });
     on(actions.quit, [this] { system_.closeWindow(); });
@@ -58,6 +51,9 @@ TrainerWindow::TrainerWindow(Trainer& trainer, ui::Platform& platform, WindowSys
     on(actions.fontRestore, [this] { restoreFont(); });
     on(actions.keys, [this] { showKeys(); });
     on(actions.about, [this] { showAbout(); });
+    on(actions.themeSystem, [this] { chooseTheme(Theme::System); });
+    on(actions.themeLight, [this] { chooseTheme(Theme::Light); });
+    on(actions.themeDark, [this] { chooseTheme(Theme::Dark); });
 
     const auto showPreview = [this] {
         view.setCharacters(trainer_.preview(), trainer_.mismatch());
@@ -72,10 +68,43 @@ TrainerWindow::TrainerWindow(Trainer& trainer, ui::Platform& platform, WindowSys
     connections_.push_back(trainer.checkChanged.connect([this] { textsChanged(); }));
     connections_.push_back(trainer.acts().changed.connect([this] { showActs(); }));
     connections_.push_back(trainer.workTimer().changed.connect([this] { showPossible(); }));
+    // After the screen's own answer to the button.
+    connections_.push_back(
+        trainer.control().screen().font.cmdSelectFont.click.connect([this] { giveFocus(); }));
+    actions.theme.setVisible(system.hasThemes());
+    showTheme(keptTheme());
     showPart();
     showPreview();
     showReading();
     showActs();
+}
+
+void TrainerWindow::giveFocus() {
+    screen::Screen& screen = trainer_.control().screen();
+    if (trainer_.tool().currentFont())
+        screen.sample.txtSampleInput.setFocus();
+    else
+        screen.font.cmdSelectFont.setFocus();
+}
+
+Theme TrainerWindow::keptTheme() const {
+    const std::string kept = system_.kept(kThemeKey);
+    for (const auto& [theme, name] : kThemes)
+        if (kept == name) return theme;
+    return Theme::System;
+}
+
+void TrainerWindow::showTheme(Theme theme) {
+    actions.themeSystem.setChecked(theme == Theme::System);
+    actions.themeLight.setChecked(theme == Theme::Light);
+    actions.themeDark.setChecked(theme == Theme::Dark);
+    if (system_.hasThemes()) system_.showTheme(theme);
+}
+
+void TrainerWindow::chooseTheme(Theme theme) {
+    for (const auto& [each, name] : kThemes)
+        if (each == theme) system_.keep(kThemeKey, std::string(name));
+    showTheme(theme);
 }
 
 void TrainerWindow::showPart() {
@@ -92,9 +121,9 @@ void TrainerWindow::showActs() {
     FontActs& acts = trainer_.acts();
     const bool training = trainer_.isTraining(), loaded = trainer_.tool().currentFont().has_value();
     const auto undo = acts.undoText(), redo = acts.redoText();
-    actions.undo.setText(undo ? "&" + doubledMarks(*undo) : kUndoText);
+    actions.undo.setText(undo ? "&" + withoutAccessKeys(*undo) : kUndoText);
     actions.undo.setEnabled(undo.has_value());
-    actions.redo.setText(redo ? "&" + doubledMarks(*redo) : kRedoText);
+    actions.redo.setText(redo ? "&" + withoutAccessKeys(*redo) : kRedoText);
     actions.redo.setEnabled(redo.has_value());
     actions.fontSelect.setEnabled(!training);
     actions.fontSave.setEnabled(trainer_.control().screen().train.cmdSaveFont.enabled() || acts.isUnsaved());
@@ -143,11 +172,6 @@ std::string TrainerWindow::viewDescription() const {
     return view.image() ? trainer_.previewText() : view.message();
 }
 
-void TrainerWindow::open(const std::vector<std::string>& paths) {
-    problems_.clear();
-    tell(trainer_.parts().open(paths));
-}
-
 void TrainerWindow::tell(const std::vector<std::string>& lines) {
     if (lines.empty()) return textsChanged();
     problems_.insert(problems_.end(), lines.begin(), lines.end());
@@ -164,20 +188,11 @@ void TrainerWindow::dismissProblems() {
     textsChanged();
 }
 
-void TrainerWindow::choose(FileQuestion question) {
-    question.folder = system_.keptFolder();
-    const std::vector<std::string> paths = system_.choosePaths(question);
-    if (paths.empty()) return;
-    system_.keepFolder(question.asksForFolder ? paths.front()
-                                              : fromPath(toPath(paths.front()).parent_path()));
-    open(paths);
-}
-
 void TrainerWindow::showGuide() {
     if (!system_.showGuide())
         platform_.messageBox(
             {"The operator guide is not installed beside this program, or there is no browser to show it.",
-             "Operator Guide"});
+             "Operator Guide", ui::MessageBox::Buttons::Ok, ui::MessageBox::Icon::Information});
 }
 
 void TrainerWindow::save() {
@@ -226,10 +241,10 @@ void TrainerWindow::showKeys() {
 }
 
 void TrainerWindow::showAbout() {
-    platform_.messageBox({"Dravik Trainer " DRAVIK_VERSION
-                          "\r\rBuilds and maintains OCR fonts from part images.\r\rFonts: " +
-                              trainer_.folder().fontsFolder(),
-                          "About Dravik Trainer"});
+    platform_.messageBox(
+        {"Dravik Trainer " DRAVIK_VERSION "\r\rBuilds and maintains OCR fonts from part images.\r\rFonts: " +
+             trainer_.folder().fontsFolder(),
+         "About Dravik Trainer", ui::MessageBox::Buttons::Ok, ui::MessageBox::Icon::Information});
 }
 
 bool TrainerWindow::close() {

@@ -1,6 +1,7 @@
 // All actions of the program's window, its menus and the part's toolbar, and what the keys do in words.
 #pragma once
 
+#include <array>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -23,18 +24,21 @@ constexpr char kRedoText[] = "&Redo";
 
 class WindowActions {
   public:
-    // Include, Learn, Stop and Revert are the screen's own buttons: enabled in step with them and pressing
+    // Include, Learn, Stop, Revert and the views are the screen's own buttons: in step with them and pressing
     // them. The screen outlives this object.
     explicit WindowActions(screen::Screen& screen);
 
     Action openImages;
     Action openFolder;
+    std::array<Action, 9> recent;
+    Action openRecent;
     Action closeImage;
     Action closeAll;
     Action quit;
 
     Action undo;
     Action redo;
+    Action paste;
 
     Action previous;
     Action next;
@@ -44,6 +48,15 @@ class WindowActions {
     Action actualSize;
     Action stopReading;
     Action readAgain;
+
+    Action viewGraphical;
+    Action viewNumeric;
+    Action viewArray;
+    Action viewLog;
+    Action themeSystem;
+    Action themeLight;
+    Action themeDark;
+    Action theme;
 
     Action fontSelect;
     Action fontInclude;
@@ -65,6 +78,7 @@ class WindowActions {
 
   private:
     void bind(Action& action, ui::Button& button);
+    void bindViews(screen::Screen& screen);
 
     std::vector<ActionMenu> menus_;
     ActionList toolbar_;
