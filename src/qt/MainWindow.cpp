@@ -26,6 +26,7 @@
 #include "qt/Guard.h"
 #include "qt/PartPane.h"
 #include "qt/QtConversions.h"
+#include "qt/QtImage.h"
 #include "qt/TimerPeer.h"
 #include "qt/WindowMenus.h"
 
@@ -46,6 +47,12 @@ std::vector<std::string> localPaths(const QMimeData& data) {
     for (const QUrl& url : data.urls())
         if (url.isLocalFile()) paths.push_back(utf8(url.toLocalFile()));
     return paths;
+}
+
+void writePng(const QImage& picture, const std::string& file) {
+    QImageWriter writer(qtText(file), "png");
+    if (!writer.write(picture))
+        throw Failure(RuntimeError::DeviceIoError, file + ": " + utf8(writer.errorString()));
 }
 
 // "Images (*.png *.jpg);;All files (*)"
@@ -133,10 +140,12 @@ std::vector<std::string> MainWindow::clipboardImages(const std::string& newFile)
     if (auto paths = localPaths(*data); !paths.empty()) return paths;
     const auto picture = qvariant_cast<QImage>(data->imageData());
     if (picture.isNull()) return {};
-    QImageWriter writer(qtText(newFile), "png");
-    if (!writer.write(picture))
-        throw Failure(RuntimeError::DeviceIoError, newFile + ": " + utf8(writer.errorString()));
+    writePng(picture, newFile);
     return {newFile};
+}
+
+void MainWindow::writeImage(const engine::GreyImage& image, const std::string& file) {
+    writePng(toQImage(image), file);
 }
 
 std::string MainWindow::kept(const std::string& key) const {

@@ -3,6 +3,7 @@
 
 #include <QMainWindow>
 
+#include "camera/Cameras.h"
 #include "qt/Theme.h"
 #include "trainer/window/TrainerWindow.h"
 
@@ -39,6 +40,9 @@ class MainWindow : public QMainWindow, private trainer::WindowSystem {
     std::vector<std::string> clipboardImages(const std::string& newFile) override;
     std::string kept(const std::string& key) const override;
     void keep(const std::string& key, const std::string& text) override;
+    bool hasCameras() const override { return camera::hasCameras(); }
+    std::unique_ptr<camera::Camera> makeCamera() override { return camera::makeCamera(); }
+    void writeImage(const engine::GreyImage& image, const std::string& file) override;
     bool hasThemes() const override { return true; }
     void showTheme(trainer::Theme theme) override { useTheme(theme); }
     bool showGuide() override;

@@ -3,8 +3,10 @@
 #include <gmock/gmock.h>
 
 #include <algorithm>
+#include <chrono>
 #include <filesystem>
 #include <map>
+#include <thread>
 
 #include "base/Paths.h"
 #include "screen/context/Screen.h"
@@ -62,7 +64,7 @@ class TrainerWindowTest : public testing::Test {
         std::string names;
         for (const auto& menu : window.actions.menus())
             for (const Action* action : menu.entries)
-                if (action && action->enabled()) names += action->name() + ' ';
+                if (action && action->enabled() && action->visible()) names += action->name() + ' ';
         return names;
     }
 
@@ -76,7 +78,8 @@ class TrainerWindowTest : public testing::Test {
 TEST_F(TrainerWindowTest, OnlyWhatCanBeDoneIsEnabled) {
     window.view.setViewport(500, 300);
     EXPECT_EQ(enabled(),
-              "openImages openFolder quit paste viewGraphical viewNumeric viewArray viewLog theme fontSelect "
+              "openImages openFolder watchFolder quit paste viewGraphical viewNumeric viewArray viewLog "
+              "theme fontSelect "
               "fontRestore guide keys about ");
     window.actions.zoomIn.trigger();
     EXPECT_TRUE(window.view.fits());
@@ -194,6 +197,34 @@ TEST_F(TrainerWindowTest, ImagesThatAreAddedAreCountedBroughtIntoViewAndOfferedA
     EXPECT_EQ(trainer.parts().current(), 9);
     EXPECT_EQ(toPath(trainer.parts().path(9)).parent_path(),
               toPath(JobFolder(workspace.jobs()).imagesFolder()).parent_path());
+}
+
+TEST_F(TrainerWindowTest, ImagesThatArriveComeUpUnlessTheOperatorIsBusyElsewhere) {
+    for (const char* name : {"parts", "inbox"})
+        std::filesystem::create_directory(toPath(workspace.path(name)));
+    window.open({workspace.draw("parts/a.pgm", "1"), workspace.draw("parts/b.pgm", "2")});
+    system.chosen = {workspace.path("inbox")};
+    window.actions.watchFolder.trigger();
+    EXPECT_THAT(window.actions.watchFolder.text(), HasSubstr("inbox"));
+    const auto arrives = [&](const std::string& name) {
+        const int before = trainer.parts().count();
+        workspace.draw("inbox/" + name, "3");
+        for (int i = 0; i < 200 && trainer.parts().count() == before; ++i) {
+            for (Timer* timer : window.timers())
+                if (timer->name() == "tmrWatchedFolder" && timer->enabled()) timer->tick();
+            std::this_thread::sleep_for(std::chrono::milliseconds(10));
+        }
+        return trainer.parts().current();
+    };
+    EXPECT_EQ(arrives("one.pgm"), 0) << "an earlier image is worked on";
+    EXPECT_EQ(window.noticeText(), "1 image arrived");
+    trainer.parts().setCurrent(2);
+    EXPECT_EQ(arrives("two.pgm"), 3);
+    trainer.control().screen().sample.txtSampleInput.keyDown('3', 0);
+    EXPECT_EQ(arrives("three.pgm"), 3) << "a text is being typed for this one";
+    window.actions.watchFolder.trigger();
+    EXPECT_EQ(window.actions.watchFolder.text(), kWatchText);
+    EXPECT_THAT(window.noticeText(), HasSubstr("No folder"));
 }
 
 // The screen's own buttons are not reached by the keyboard in every container; the menus press them.

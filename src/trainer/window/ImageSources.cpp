@@ -13,6 +13,7 @@ namespace dravik::trainer {
 namespace {
 
 constexpr char kFolderKey[] = "folder";
+constexpr char kWatchedKey[] = "watched";
 constexpr std::size_t kLongestPath = 60;  // in a menu, characters
 
 std::vector<FileFilter> imageFilters() {
@@ -36,7 +37,17 @@ ImageSources::ImageSources(OpenedParts& parts, PartStrip& strip, WindowActions& 
       system_(system),
       jobs_(jobs),
       words_(std::move(words)),
-      recent_(system) {
+      recent_(system),
+      watched_(parts.decoder()) {
+    watched_.arrived = [this](const std::vector<std::string>& paths) { takeArrived(paths); };
+    watched_.thereChanged = [this] {
+        if (watched_.isThere())
+            words_.notice("The watched folder is there again");
+        else
+            words_.problems({"The watched folder " + watched_.folder() +
+                             " is not there. Its images come up when it is back."});
+    };
+    actions.watchFolder.triggered.subscribe([this] { watchOrStop(); });
     actions.openImages.triggered.subscribe([this] {
         choose({"Open Part Images", {}, false, imageFilters()});
     });
@@ -86,6 +97,52 @@ void ImageSources::paste() {
     }
     if (paths.empty()) return words_.notice("There is no image on the clipboard");
     if (const OpenResult opened = open(paths); opened.first >= 0) strip_.choose(opened.first);
+}
+
+void ImageSources::openNew(const std::string& file) {
+    const OpenResult opened = parts_.open({file});
+    words_.problems(opened.problems);
+    if (opened.first >= 0) strip_.choose(opened.first);
+}
+
+void ImageSources::watchOrStop() {
+    if (!watched_.folder().empty()) {
+        watched_.stop();
+        words_.notice("No folder is watched any more");
+        return showWatched();
+    }
+    FileQuestion question{"Watch Folder", {}, true, {}};
+    const std::string before = system_.kept(kWatchedKey);
+    question.folder = before.empty() ? system_.kept(kFolderKey) : before;
+    const std::vector<std::string> chosen = system_.choosePaths(question);
+    if (chosen.empty()) return;
+    try {
+        watched_.watch(chosen.front());
+    } catch (...) {
+        return words_.problems({currentFailure().description()});
+    }
+    system_.keep(kWatchedKey, chosen.front());
+    words_.notice("Images that arrive in " + chosen.front() + " come up by themselves from now on");
+    showWatched();
+}
+
+// The newest one comes up, unless the operator is at an earlier one or in the middle of typing.
+void ImageSources::takeArrived(const std::vector<std::string>& paths) {
+    const bool follows = parts_.current() == parts_.count() - 1 && !words_.isTyping();
+    const OpenResult opened = parts_.open(paths);
+    if (!opened.problems.empty()) words_.problems(opened.problems);
+    if (opened.added == 0) return;
+    words_.notice(images(opened.added, "arrived"));
+    if (follows)
+        parts_.setCurrent(parts_.count() - 1);
+    else
+        strip_.bringIntoView(opened.first);
+}
+
+void ImageSources::showWatched() {
+    const std::string& folder = watched_.folder();
+    actions_.watchFolder.setText(
+        folder.empty() ? kWatchText : "Stop &Watching " + withoutAccessKeys(shortPath(folder, kLongestPath)));
 }
 
 void ImageSources::showRecent() {

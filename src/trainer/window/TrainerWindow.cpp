@@ -28,7 +28,16 @@ TrainerWindow::TrainerWindow(Trainer& trainer, ui::Platform& platform, WindowSys
                 [this](const std::vector<std::string>& lines) {
                     problems_.clear();
                     tell(lines);
-                }}) {
+                },
+                [this] { return typed_; }}),
+      camera_(platform, system,
+              {[this] {
+                   showPart();
+                   showPreview();
+               },
+               [this] { return sources_.newFile("camera"); },
+               [this](const std::string& file) { sources_.openNew(file); },
+               [this](const std::string& problem) { tell({problem}); }}) {
     OpenedParts& parts = trainer.parts();
     const auto on = [](Action& action, auto body) { action.triggered.subscribe(body); };
     on(actions.closeImage, [&parts] { parts.close(parts.current()); });
@@ -51,19 +60,20 @@ TrainerWindow::TrainerWindow(Trainer& trainer, ui::Platform& platform, WindowSys
     on(actions.fontRestore, [this] { restoreFont(); });
     on(actions.keys, [this] { showKeys(); });
     on(actions.about, [this] { showAbout(); });
+    on(actions.camera, [this] { camera_.show(); });
+    on(actions.freeze, [this] { camera_.freezeOrGoOn(); });
+    for (Action* action : {&actions.camera, &actions.freeze}) action->setVisible(system.hasCameras());
     on(actions.themeSystem, [this] { chooseTheme(Theme::System); });
     on(actions.themeLight, [this] { chooseTheme(Theme::Light); });
     on(actions.themeDark, [this] { chooseTheme(Theme::Dark); });
 
-    const auto showPreview = [this] {
-        view.setCharacters(trainer_.preview(), trainer_.mismatch());
-        textsChanged();
-    };
     const auto showReading = [this] { reading.setReading(trainer_.reading()); };
-    connections_.push_back(parts.currentChanged.connect([this] { showPart(); }));
+    connections_.push_back(parts.currentChanged.connect([this] { partChanged(); }));
+    connections_.push_back(trainer.control().screen().sample.txtSampleInput.keyDown.connect(
+        [this](int, int) { typed_ = true; }));
     connections_.push_back(parts.listChanged.connect([this] { showPossible(); }));
     connections_.push_back(view.changed.connect([this] { showPossible(); }));
-    connections_.push_back(trainer.previewChanged.connect(showPreview));
+    connections_.push_back(trainer.previewChanged.connect([this] { showPreview(); }));
     connections_.push_back(trainer.readingChanged.connect(showReading));
     connections_.push_back(trainer.checkChanged.connect([this] { textsChanged(); }));
     connections_.push_back(trainer.acts().changed.connect([this] { showActs(); }));
@@ -107,7 +117,25 @@ void TrainerWindow::chooseTheme(Theme theme) {
     showTheme(theme);
 }
 
+void TrainerWindow::showPreview() {
+    if (camera_.liveImage())
+        view.setCharacters({}, 0);
+    else
+        view.setCharacters(trainer_.preview(), trainer_.mismatch());
+    textsChanged();
+}
+
+// Another image, or the current one is decoded.
+void TrainerWindow::partChanged() {
+    if (std::exchange(shownPath_, partTip()) != partTip()) {
+        typed_ = false;
+        camera_.showOpened();
+    }
+    showPart();
+}
+
 void TrainerWindow::showPart() {
+    if (const engine::GreyImage* live = camera_.liveImage()) return view.setImage(live, {});
     const OpenedParts& parts = trainer_.parts();
     view.setImage(&parts.image(),
                   parts.current() < 0
@@ -269,7 +297,7 @@ void TrainerWindow::end() {
 }
 
 std::vector<ui::Timer*> TrainerWindow::timers() {
-    return {&trainer_.checkTimer(), &trainer_.workTimer(), &strip.decodeTimer()};
+    return {&trainer_.checkTimer(), &trainer_.workTimer(), &strip.decodeTimer(), &sources_.watchTimer()};
 }
 
 }  // namespace dravik::trainer

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "trainer/Trainer.h"
+#include "trainer/window/CameraSource.h"
 #include "trainer/window/ImageSources.h"
 #include "trainer/window/PartStrip.h"
 #include "trainer/window/PartViewModel.h"
@@ -84,6 +85,8 @@ class TrainerWindow {
 
   private:
     void showPart();
+    void showPreview();
+    void partChanged();
     void showPossible();
     Theme keptTheme() const;
     void chooseTheme(Theme theme);
@@ -102,6 +105,9 @@ class TrainerWindow {
     ui::Platform& platform_;
     WindowSystem& system_;
     ImageSources sources_;
+    CameraSource camera_;
+    std::string shownPath_;  // of the current image
+    bool typed_ = false;     // for it
     std::vector<std::string> problems_;
     bool ended_ = false;
     std::vector<ui::Connection> connections_;

@@ -21,6 +21,8 @@ namespace dravik::trainer {
 // Where there is nothing to take back or to do again.
 constexpr char kUndoText[] = "&Undo";
 constexpr char kRedoText[] = "&Redo";
+// While no folder is watched.
+constexpr char kWatchText[] = "&Watch Folder...";
 
 class WindowActions {
   public:
@@ -32,6 +34,8 @@ class WindowActions {
     Action openFolder;
     std::array<Action, 9> recent;
     Action openRecent;
+    Action watchFolder;
+    Action camera;
     Action closeImage;
     Action closeAll;
     Action quit;
@@ -48,6 +52,7 @@ class WindowActions {
     Action actualSize;
     Action stopReading;
     Action readAgain;
+    Action freeze;
 
     Action viewGraphical;
     Action viewNumeric;

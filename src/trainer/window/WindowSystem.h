@@ -1,9 +1,13 @@
-// What only the system can do for the program's window: file dialogs, the clipboard, the browser, what is
-// remembered from one run to the next, and the colours of all windows.
+// What only the system can do for the program's window: file dialogs, the clipboard, the browser, cameras,
+// what is remembered from one run to the next, and the colours of all windows.
 #pragma once
 
+#include <memory>
 #include <string>
 #include <vector>
+
+#include "camera/Camera.h"
+#include "engine/image/GreyImage.h"
 
 namespace dravik::trainer {
 
@@ -44,6 +48,11 @@ class WindowSystem {
     // Whether showTheme() does anything.
     virtual bool hasThemes() const { return false; }
     virtual void showTheme(Theme) {}
+    // Whether makeCamera() gives one and writeImage() writes.
+    virtual bool hasCameras() const { return false; }
+    virtual std::unique_ptr<camera::Camera> makeCamera() { return nullptr; }
+    // As PNG; raises a failure when the file cannot be written.
+    virtual void writeImage(const engine::GreyImage&, const std::string&) {}
     // Shows the operator guide in the system's browser; false when it is not installed or nothing can show
     // it.
     virtual bool showGuide() = 0;
