@@ -14,6 +14,7 @@
 #include <chrono>
 
 #include "LargestFont.h"
+#include "engine/font/FontVersions.h"
 #include "qt/MainWindow.h"
 #include "qt/QtImage.h"
 #include "qt/QtPlatform.h"

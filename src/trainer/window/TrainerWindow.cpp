@@ -1,5 +1,6 @@
 #include "trainer/window/TrainerWindow.h"
 
+#include <chrono>
 #include <string_view>
 #include <utility>
 
@@ -12,6 +13,9 @@ namespace dravik::trainer {
 namespace {
 
 constexpr char kThemeKey[] = "theme";
+constexpr char kOpeningText[] = "Opening the image...";
+// For so long the image before may stand in the place of one that is being opened.
+constexpr std::chrono::milliseconds kUnnoticed{200};
 constexpr std::pair<Theme, std::string_view> kThemes[] = {
     {Theme::System, "system"}, {Theme::Light, "light"}, {Theme::Dark, "dark"}};
 
@@ -20,6 +24,7 @@ constexpr std::pair<Theme, std::string_view> kThemes[] = {
 TrainerWindow::TrainerWindow(Trainer& trainer, ui::Platform& platform, WindowSystem& system)
     : actions(trainer.control().screen()),
       strip(trainer.parts()),
+      tools(trainer, platform, actions, view),
       trainer_(trainer),
       platform_(platform),
       system_(system),
@@ -50,7 +55,12 @@ TrainerWindow::TrainerWindow(Trainer& trainer, ui::Platform& platform, WindowSys
     on(actions.fit, [this] { view.fit(); });
     on(actions.actualSize, [this] { view.showActualSize(); });
     on(actions.guide, [this] { showGuide(); });
-    on(actions.undo, [this] { trainer_.acts().undo(); });
+    on(actions.undo, [this] {
+        if (tools.undoText())
+            tools.undo();
+        else
+            trainer_.acts().undo();
+    });
     on(actions.redo, [this] { trainer_.acts().redo(); });
     on(actions.stopReading, [this] { trainer_.stopWorking(); });
     on(actions.readAgain, [this] { trainer_.lookAgain(); });
@@ -67,17 +77,25 @@ TrainerWindow::TrainerWindow(Trainer& trainer, ui::Platform& platform, WindowSys
     on(actions.themeLight, [this] { chooseTheme(Theme::Light); });
     on(actions.themeDark, [this] { chooseTheme(Theme::Dark); });
 
-    const auto showReading = [this] { reading.setReading(trainer_.reading()); };
+    const auto showReading = [this] {
+        reading.setReading(trainer_.reading());
+        std::vector<engine::ReadCharacter> all;
+        for (const auto& line : trainer_.reading().lines) all.insert(all.end(), line.begin(), line.end());
+        view.setReading(std::move(all));
+    };
     connections_.push_back(parts.currentChanged.connect([this] { partChanged(); }));
     connections_.push_back(trainer.control().screen().sample.txtSampleInput.keyDown.connect(
         [this](int, int) { typed_ = true; }));
     connections_.push_back(parts.listChanged.connect([this] { showPossible(); }));
     connections_.push_back(view.changed.connect([this] { showPossible(); }));
     connections_.push_back(trainer.previewChanged.connect([this] { showPreview(); }));
+    connections_.push_back(view.modeChanged.connect([this] { showActs(); }));
+    connections_.push_back(trainer.adjustments().charactersChanged.connect([this] { showActs(); }));
     connections_.push_back(trainer.readingChanged.connect(showReading));
     connections_.push_back(trainer.checkChanged.connect([this] { textsChanged(); }));
     connections_.push_back(trainer.acts().changed.connect([this] { showActs(); }));
     connections_.push_back(trainer.workTimer().changed.connect([this] { showPossible(); }));
+    connections_.push_back(trainer.workTimer().tick.connect([this] { showLongOpening(); }));
     // After the screen's own answer to the button.
     connections_.push_back(
         trainer.control().screen().font.cmdSelectFont.click.connect([this] { giveFocus(); }));
@@ -137,18 +155,33 @@ void TrainerWindow::partChanged() {
 void TrainerWindow::showPart() {
     if (const engine::GreyImage* live = camera_.liveImage()) return view.setImage(live, {});
     const OpenedParts& parts = trainer_.parts();
-    view.setImage(&parts.image(),
+    // The image before stays while the next one is being opened, which mostly takes less than one notices.
+    if (parts.isDecoding() && !shownImage_->empty()) {
+        opening_ = std::chrono::steady_clock::now();
+        return;
+    }
+    opening_.reset();
+    shownImage_ = parts.sharedImage();
+    view.setImage(shownImage_.get(),
                   parts.current() < 0
                       ? "Open part images or drop them here\n\nFile \u2192 Open Images... (Ctrl+O)"
-                  : parts.isDecoding() ? "Opening the image..."
+                  : parts.isDecoding() ? kOpeningText
                                        : parts.problem());
+}
+
+void TrainerWindow::showLongOpening() {
+    if (!opening_ || std::chrono::steady_clock::now() - *opening_ < kUnnoticed) return;
+    opening_.reset();
+    shownImage_ = std::make_shared<engine::GreyImage>();
+    if (!camera_.liveImage()) view.setImage(shownImage_.get(), kOpeningText);
 }
 
 // What can be done with the font, and what was done with it.
 void TrainerWindow::showActs() {
     FontActs& acts = trainer_.acts();
     const bool training = trainer_.isTraining(), loaded = trainer_.tool().currentFont().has_value();
-    const auto undo = acts.undoText(), redo = acts.redoText();
+    const auto correction = tools.undoText();
+    const auto undo = correction ? correction : acts.undoText(), redo = acts.redoText();
     actions.undo.setText(undo ? "&" + withoutAccessKeys(*undo) : kUndoText);
     actions.undo.setEnabled(undo.has_value());
     actions.redo.setText(redo ? "&" + withoutAccessKeys(*redo) : kRedoText);
@@ -193,7 +226,8 @@ std::string TrainerWindow::scaleText() const {
 }
 
 std::string TrainerWindow::previewText() const {
-    return (previewWarns() ? "\u26A0 " : "") + trainer_.previewText();
+    const std::string note = trainer_.isLooking() ? std::string() : tools.note();
+    return (previewWarns() ? "\u26A0 " : "") + trainer_.previewText() + (note.empty() ? "" : ", " + note);
 }
 
 std::string TrainerWindow::viewDescription() const {

@@ -3,12 +3,16 @@
 // it. A window of Qt or of Windows shows it.
 #pragma once
 
+#include <chrono>
+#include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
 #include "trainer/Trainer.h"
 #include "trainer/window/CameraSource.h"
 #include "trainer/window/ImageSources.h"
+#include "trainer/window/ImageTools.h"
 #include "trainer/window/PartStrip.h"
 #include "trainer/window/PartViewModel.h"
 #include "trainer/window/ReadingModel.h"
@@ -38,6 +42,7 @@ class TrainerWindow {
     PartViewModel view;
     PartStrip strip;
     ReadingModel reading;
+    ImageTools tools;
 
     std::string title() const { return trainer_.title(); }
 
@@ -87,6 +92,7 @@ class TrainerWindow {
     void showPart();
     void showPreview();
     void partChanged();
+    void showLongOpening();
     void showPossible();
     Theme keptTheme() const;
     void chooseTheme(Theme theme);
@@ -106,6 +112,8 @@ class TrainerWindow {
     WindowSystem& system_;
     ImageSources sources_;
     CameraSource camera_;
+    std::shared_ptr<const engine::GreyImage> shownImage_ = std::make_shared<engine::GreyImage>();
+    std::optional<std::chrono::steady_clock::time_point> opening_;  // while it is that of the part before
     std::string shownPath_;  // of the current image
     bool typed_ = false;     // for it
     std::vector<std::string> problems_;

@@ -50,6 +50,7 @@ class WindowActions {
     Action zoomOut;
     Action fit;
     Action actualSize;
+    Action readingOnImage;
     Action stopReading;
     Action readAgain;
     Action freeze;
@@ -62,6 +63,17 @@ class WindowActions {
     Action themeLight;
     Action themeDark;
     Action theme;
+
+    Action region;
+    Action regionForImage;
+    Action clearRegion;
+    Action imageSettings;
+    Action correctCharacters;
+    Action splitCharacter;
+    Action joinCharacters;
+    Action addCharacter;
+    Action removeCharacter;
+    Action restoreCharacters;
 
     Action fontSelect;
     Action fontInclude;
