@@ -22,8 +22,9 @@ DesktopColors::DesktopColors(std::function<void(bool dark)> changed) : changed_(
     if (!qEnvironmentVariableIsSet("DBUS_SESSION_BUS_ADDRESS")) return;  // else one would be started
     QDBusConnection bus = QDBusConnection::sessionBus();
     if (!bus.isConnected()) return;
-    bus.connect(kService, kPath, kInterface, QStringLiteral("SettingChanged"), this,
-                SLOT(settingChanged(QString, QString, QDBusVariant)));
+    if (!bus.connect(kService, kPath, kInterface, QStringLiteral("SettingChanged"), this,
+                     SLOT(settingChanged(QString, QString, QDBusVariant))))
+        qWarning("what the desktop says of its colours is not heard");
     QDBusMessage question =
         QDBusMessage::createMethodCall(kService, kPath, kInterface, QStringLiteral("Read"));
     question << QString::fromLatin1(kGroup) << QString::fromLatin1(kKey);

@@ -175,6 +175,16 @@ TEST(Views, ArrowKeysChooseAmongOptions) {
     EXPECT_FALSE(one.chosen());
 }
 
+TEST(Views, TheFirstEntryOfAListWithoutAChoiceIsChosenByKey) {
+    ListBox list("list");
+    list.setItems({"one"});
+    Shown shown(column({item(list)}));
+    list.setListIndex(-1);
+    shown.focus(list);
+    shown.key(Key::Down);
+    EXPECT_EQ(list.text(), "one");
+}
+
 TEST(Views, AMessageBoxIsAsWideAsItsTitle) {
     Shown shown(column({}));
     const QString title = QStringLiteral("Difference in character counts");
