@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "base/Failure.h"
+#include "trainer/FontOpening.h"
 #include "trainer/window/ClosingForm.h"
 #include "trainer/window/KeysForm.h"
 #include "trainer/window/RestoreForm.h"
@@ -232,6 +233,15 @@ std::string TrainerWindow::previewText() const {
 
 std::string TrainerWindow::viewDescription() const {
     return view.image() ? trainer_.previewText() : view.message();
+}
+
+void TrainerWindow::open(const std::vector<std::string>& paths) {
+    problems_.clear();
+    std::vector<std::string> images;
+    std::vector<std::string> fonts;
+    for (const std::string& path : paths) (isFontFile(path) ? fonts : images).push_back(path);
+    if (!images.empty()) sources_.open(images);
+    for (const std::string& font : fonts) tell(openFontFile(trainer_, platform_, font));
 }
 
 void TrainerWindow::tell(const std::vector<std::string>& lines) {

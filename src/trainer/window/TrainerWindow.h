@@ -65,8 +65,8 @@ class TrainerWindow {
     const std::vector<std::string>& problems() const noexcept { return problems_; }
     void dismissProblems();
 
-    // Image files and folders.
-    void open(const std::vector<std::string>& paths) { sources_.open(paths); }
+    // Image files and folders; font files are opened as FontOpening.h says.
+    void open(const std::vector<std::string>& paths);
 
     // Puts the focus where the next key belongs: the text that is to be included, or, as long as there is no
     // font, the choice of one.
