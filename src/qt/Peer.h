@@ -31,6 +31,11 @@ class Peer : public QObject {
     // The model is going away: from now on the peer touches it no more.
     void detach() noexcept;
 
+    // Shows the model's colours in what is the palette now.
+    void showColors() {
+        guarded([this] { show(ui::Change::Appearance); });
+    }
+
     // A place as the model's mouse events give it, in the view's pixels, and back.
     virtual QPointF toView(double x, double y) const;
     virtual QPointF fromView(QPointF place) const;

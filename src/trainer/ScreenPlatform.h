@@ -2,6 +2,8 @@
 // question at the end is not asked. The program asks better before: of every unsaved font, with Cancel.
 #pragma once
 
+#include <functional>
+
 #include "ui/Platform.h"
 
 namespace dravik::trainer {
@@ -14,12 +16,18 @@ class ScreenPlatform : public ui::Platform {
     // From now on questions are answered with No, unasked.
     void beginEnd() noexcept { ending_ = true; }
 
+    // After a form of the screen has come up.
+    std::function<void()> shown;
+
     ui::Answer messageBox(const ui::MessageBox& box) override {
         if (ending_ && box.buttons == ui::MessageBox::Buttons::YesNo) return ui::Answer::No;
         return platform_.messageBox(box);
     }
     void showModal(ui::Form& form) override { platform_.showModal(form); }
-    void show(ui::Form& form) override { platform_.show(form); }
+    void show(ui::Form& form) override {
+        platform_.show(form);
+        if (shown) shown();
+    }
     void popUpMenu(ui::PopupMenu& menu, ui::Widget& at, double x, double y) override {
         platform_.popUpMenu(menu, at, x, y);
     }

@@ -31,6 +31,11 @@ struct Trainer::Parts {
           screenPlatform(platform),
           control(screenPlatform, folder) {
         opened.decodeElsewhere = [this] { decode(); };
+        // The histogram that was being created is seen now.
+        screenPlatform.shown = [this] {
+            ui::StatusPanel& message = control.screen().sbr.panel("Message");
+            if (message.text() == "Creating histogram...") message.setText("");
+        };
     }
 
     bool isTraining() { return control.screen().train.tmrTrain.enabled(); }

@@ -33,8 +33,9 @@ using testing::IsEmpty;
 struct NoDialogs : WindowSystem {
     std::vector<std::string> choosePaths(const FileQuestion&) override { return {}; }
     std::string chooseNewFile(const FileQuestion&) override { return newFile; }
-    std::string keptFolder() const override { return {}; }
-    void keepFolder(const std::string&) override {}
+    std::vector<std::string> clipboardImages(const std::string&) override { return {}; }
+    std::string kept(const std::string&) const override { return {}; }
+    void keep(const std::string&, const std::string&) override {}
     void closeWindow() override {}
     bool showGuide() override { return false; }
     std::string newFile;

@@ -28,6 +28,9 @@ enum class ViewMode { Look, Region, Boxes };
 
 class PartViewModel {
   public:
+    // In 1/96 inch; what stands below it gives way first.
+    static constexpr int kLeastHeight = 200;
+
     PartViewModel();
 
     // No image, or an empty one, shows the message instead. The image is borrowed until the next call. It is

@@ -128,7 +128,7 @@ class Shown : public ShownForm {
     }
 
     void useDark(bool dark) {
-        useTheme(dark ? Theme::Dark : Theme::Light);
+        useTheme(dark ? trainer::Theme::Dark : trainer::Theme::Light);
         settle();
     }
     Color colorOf(Color color) const { return model(qtColor(color, QApplication::palette())); }
