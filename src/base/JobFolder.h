@@ -19,6 +19,7 @@ class JobFolder {
     std::string fontsFolder() const;
 
     std::string fontFile(const std::string& fontName) const;
+    std::string labelsFile() const;
     std::string traceLog() const;
     std::string uncommittedDump() const;
 

@@ -1,6 +1,7 @@
 // The three kinds of buttons: push button, check box and option button.
 #pragma once
 
+#include <functional>
 #include <string>
 
 #include "ui/Widget.h"
@@ -16,10 +17,12 @@ class Button : public Widget {
     const std::string& caption() const noexcept { return caption_; }
     void setCaption(std::string caption) { assign(caption_, std::move(caption), Change::Caption); }
 
-    // As if the operator pressed it: does nothing while it is disabled.
+    // As if the operator pressed it: does nothing while it is disabled, or where mayPress says no.
     void press() {
-        if (enabled()) click();
+        if (enabled() && (!mayPress || mayPress())) click();
     }
+    // A program around the form may have something to ask first. One that is set is asked at each press.
+    std::function<bool()> mayPress;
 
     Signal<> click;
 

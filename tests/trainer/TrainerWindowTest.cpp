@@ -60,7 +60,7 @@ class TrainerWindowTest : public testing::Test {
 
 TEST_F(TrainerWindowTest, OnlyWhatCanBeDoneIsEnabled) {
     window.view.setViewport(500, 300);
-    EXPECT_EQ(enabled(), "openImages openFolder quit fontSelect fontRestore guide keys about ");
+    EXPECT_EQ(enabled(), "openImages openFolder quit keepText fontNew fontSelect fontRestore guide keys about ");
     window.actions.zoomIn.trigger();
     EXPECT_TRUE(window.view.fits());
     EXPECT_THAT(window.view.message(), HasSubstr("Ctrl+O"));
@@ -99,7 +99,7 @@ TEST_F(TrainerWindowTest, OnlyWhatCanBeDoneIsEnabled) {
 TEST_F(TrainerWindowTest, AMismatchIsSaidBeforeInclude) {
     window.view.setViewport(500, 300);
     window.open({workspace.draw("a.pgm", "123")});
-    EXPECT_EQ(window.previewText(), "3 characters found");
+    EXPECT_EQ(window.previewText(), "3 characters found, text proposed");
     EXPECT_FALSE(window.previewWarns());
     trainer.control().screen().sample.txtSampleInput.setText("12");
     EXPECT_EQ(window.previewText(), "\u26A0 3 characters found, 2 typed");

@@ -43,6 +43,12 @@ ui::Picture fitPicture() {
             {Kind::Polygon, {{5, 5}, {11, 5}, {11, 11}, {5, 11}}, false, 1.3}};
 }
 
+// A pin.
+ui::Picture keepTextPicture() {
+    return {line({{5, 2}, {11, 2}}), line({{6, 2}, {6, 7}, {4, 9}, {12, 9}, {10, 7}, {10, 2}}),
+            line({{8, 9}, {8, 14}})};
+}
+
 ui::Picture actualSizePicture() {
     return {line({{2, 5}, {4, 3.5}, {4, 12.5}}),
             line({{11, 5}, {13, 3.5}, {13, 12.5}}),

@@ -11,5 +11,6 @@ ui::Picture zoomInPicture();
 ui::Picture zoomOutPicture();
 ui::Picture fitPicture();
 ui::Picture actualSizePicture();
+ui::Picture keepTextPicture();
 
 }  // namespace dravik::trainer

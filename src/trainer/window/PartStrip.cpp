@@ -18,7 +18,10 @@ PartStrip::PartStrip(OpenedParts& parts) : parts_(parts) {
         listChanged();
         showCurrent();
     }));
-    connections_.push_back(parts.currentChanged.connect([this] { showCurrent(); }));
+    connections_.push_back(parts.currentChanged.connect([this] {
+        if (!hasStepped()) steppedTo_.clear();
+        showCurrent();
+    }));
     connections_.push_back(decodeTimer_.tick.connect([this] { decodeNext(); }));
 }
 
@@ -91,16 +94,16 @@ void PartStrip::choose(int index) {
 void PartStrip::step(Step step) {
     if (count() == 0) return;
     const int last = count() - 1;
-    switch (step) {
-        case Step::Previous:
-            return choose(std::max(current() - 1, 0));
-        case Step::Next:
-            return choose(std::min(current() + 1, last));
-        case Step::First:
-            return choose(0);
-        case Step::Last:
-            return choose(last);
-    }
+    const int index = step == Step::Previous ? std::max(current() - 1, 0)
+                      : step == Step::Next   ? std::min(current() + 1, last)
+                      : step == Step::First  ? 0
+                                             : last;
+    steppedTo_ = parts_.path(index);
+    choose(index);
+}
+
+bool PartStrip::hasStepped() const {
+    return current() >= 0 && parts_.path(current()) == steppedTo_;
 }
 
 const engine::GreyImage* PartStrip::picture(int index) const {

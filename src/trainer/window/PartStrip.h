@@ -52,6 +52,8 @@ class PartStrip {
     void choose(int index);
     // As the arrow keys, Home and End do it; stays at the ends.
     void step(Step step);
+    // The current part was come to by step(): the strip keeps the focus for the next one.
+    bool hasStepped() const;
 
     // Null until it is decoded, empty when it cannot be.
     const engine::GreyImage* picture(int index) const;
@@ -73,6 +75,7 @@ class PartStrip {
     Display display_;
     int width_ = 0;
     int scroll_ = 0;
+    std::string steppedTo_;
     std::unordered_map<std::string, engine::GreyImage> pictures_;  // by path
     std::list<std::string> decoded_;                               // paths, the oldest first
     NewestWork decoding_;

@@ -15,6 +15,12 @@ WindowActions::WindowActions(screen::Screen& screen)
       quit({"quit", "&Quit", "End the program", {"Ctrl+Q"}}),
       undo({"undo", kUndoText, "Take back what was done to the font last", {"Ctrl+Z"}}),
       redo({"redo", kRedoText, "Do again what was taken back", {"Ctrl+Y", "Ctrl+Shift+Z"}}),
+      keepText({"keepText",
+                "&Keep Text",
+                "The text stays for the next image, for many parts with one print",
+                {"Ctrl+K"},
+                keepTextPicture(),
+                true}),
       previous({"previous", "&Previous", "Previous image", {"Alt+Left"}, previousPartPicture()}),
       next({"next", "&Next", "Next image", {"Alt+Right"}, nextPartPicture()}),
       zoomIn({"zoomIn", "Zoom &In", "Zoom in", {"Ctrl++", "Ctrl+="}, zoomInPicture()}),
@@ -27,6 +33,7 @@ WindowActions::WindowActions(screen::Screen& screen)
                   actualSizePicture()}),
       stopReading({"stopReading", "&Stop Reading", "Stop looking for characters in the image"}),
       readAgain({"readAgain", "&Read Again", "Open the image and look for its characters once more", {"F5"}}),
+      fontNew({"fontNew", "&New Font...", "Make a font and take it to the screen", {"Ctrl+N"}}),
       fontSelect({"fontSelect", "Select &Font...", screen.font.cmdSelectFont.toolTip(), {"Ctrl+F"}}),
       fontInclude({"fontInclude", "&Include", screen.sample.cmdInclude.toolTip()}),
       fontLearn({"fontLearn", "&Learn", screen.train.cmdTrain.toolTip(), {"Ctrl+L"}}),
@@ -40,15 +47,15 @@ WindowActions::WindowActions(screen::Screen& screen)
       about({"about", "&About Dravik Trainer", "About this program"}),
       // Access keys of the menus keep clear of those of the screen.
       menus_{{"&File", {&openImages, &openFolder, nullptr, &closeImage, &closeAll, nullptr, &quit}},
-             {"&Edit", {&undo, &redo}},
+             {"&Edit", {&undo, &redo, nullptr, &keepText}},
              {"I&mage",
               {&previous, &next, nullptr, &zoomIn, &zoomOut, &fit, &actualSize, nullptr, &stopReading,
                &readAgain}},
              {"F&ont",
-              {&fontSelect, &fontInclude, &fontLearn, &fontStop, &fontSave, &fontRevert, nullptr,
+              {&fontNew, &fontSelect, &fontInclude, &fontLearn, &fontStop, &fontSave, &fontRevert, nullptr,
                &fontSaveCopy, &fontRestore}},
              {"&Help", {&guide, &keys, nullptr, &about}}},
-      toolbar_{&previous, &next, nullptr, &zoomOut, &zoomIn, &fit, &actualSize} {
+      toolbar_{&previous, &next, nullptr, &zoomOut, &zoomIn, &fit, &actualSize, nullptr, &keepText} {
     bind(fontInclude, screen.sample.cmdInclude);
     bind(fontLearn, screen.train.cmdTrain);
     bind(fontStop, screen.train.cmdStop);
@@ -75,7 +82,9 @@ const std::vector<KeyHelp>& keyHelp() {
         {"Alt+Left, Alt+Right, Page Up, Page Down", "previous and next image"},
         {"Ctrl and the wheel, Ctrl++, Ctrl+-", "zoom"},
         {"Ctrl+0, Ctrl+1", "fit, actual size"},
-        {"Enter", "include the typed text"},
+        {"Enter", "include the text and go on, but first to each character in doubt"},
+        {"Ctrl+N, Ctrl+F", "new font, select a font"},
+        {"Ctrl+K", "keep the text for the next image"},
         {"Ctrl+L, Ctrl+S", "learn, save the font"},
         {"Ctrl+Z, Ctrl+Y", "undo, redo, but where text is typed"},
         {"Arrow keys in the characters", "from cell to cell"},

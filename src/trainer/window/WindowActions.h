@@ -35,6 +35,7 @@ class WindowActions {
 
     Action undo;
     Action redo;
+    Action keepText;
 
     Action previous;
     Action next;
@@ -45,6 +46,7 @@ class WindowActions {
     Action stopReading;
     Action readAgain;
 
+    Action fontNew;
     Action fontSelect;
     Action fontInclude;
     Action fontLearn;
