@@ -11,7 +11,9 @@
 #include "engine/classifier/DistanceMeasure.h"
 #include "engine/classifier/Network.h"
 #include "engine/classifier/Reading.h"
+#include "engine/embedded/SeenImage.h"
 #include "engine/font/FontFile.h"
+#include "engine/font/SampleOrigin.h"
 #include "engine/font/SampleStore.h"
 #include "engine/font/SampleTable.h"
 #include "engine/recogniser/BaseReader.h"
@@ -208,14 +210,52 @@ BENCHMARK(queryDeleteQuery)
     ->Iterations(400)
     ->Unit(benchmark::kMicrosecond);
 
-void storeLargestFont(benchmark::State& state) {
+SeenImage seenSheet() {
+    const auto image = std::make_shared<GreyImage>(readPng(kParts + "rendered_charset/hack_000.png"));
+    SeenImage seen;
+    seen.show(image, std::make_shared<Scene>(findScene(image)));
+    seen.setName(kParts + "rendered_charset/hack_000.png");
+    return seen;
+}
+
+// What an include of a sheet of characters takes more for their pictures.
+void picturesOfASheet(benchmark::State& state) {
+    SeenImage seen = seenSheet();
+    double bytes = 0;
+    for (auto _ : state) benchmark::DoNotOptimize(seen.origins());
+    const auto origins = seen.origins();
+    for (const auto& origin : origins) bytes += static_cast<double>(origin->picture.packed.size());
+    state.counters["characters"] = static_cast<double>(origins.size());
+    state.counters["bytes/picture"] = bytes / static_cast<double>(origins.size());
+}
+BENCHMARK(picturesOfASheet)->Unit(benchmark::kMillisecond);
+
+// Without pictures and with them.
+FontRecord largestFont(bool pictures) {
     FontRecord font;
     font.samples = manySamples(kMostSamples);
     font.distances.assign(font.samples.size(), 0.25);
     font.nextSerial = font.samples.size();
-    for (auto _ : state) benchmark::DoNotOptimize(decodeFont(encodeFont(font), "bench"));
+    if (!pictures) return font;
+    const auto origins = seenSheet().origins();
+    for (std::size_t i = 0; i < font.samples.size(); ++i)
+        font.samples[i].origin = std::make_shared<SampleOrigin>(*origins[i % origins.size()]);
+    return font;
 }
-BENCHMARK(storeLargestFont)->Unit(benchmark::kMillisecond);
+
+void saveLargestFont(benchmark::State& state) {
+    const FontRecord font = largestFont(state.range(0) != 0);
+    for (auto _ : state) benchmark::DoNotOptimize(encodeFont(font));
+    state.counters["bytes/sample"] =
+        static_cast<double>(encodeFont(font).size()) / static_cast<double>(font.samples.size());
+}
+BENCHMARK(saveLargestFont)->ArgName("pictures")->Arg(0)->Arg(1)->Unit(benchmark::kMillisecond);
+
+void loadLargestFont(benchmark::State& state) {
+    const std::vector<std::uint8_t> bytes = encodeFont(largestFont(state.range(0) != 0));
+    for (auto _ : state) benchmark::DoNotOptimize(decodeFont(bytes, "bench"));
+}
+BENCHMARK(loadLargestFont)->ArgName("pictures")->Arg(0)->Arg(1)->Unit(benchmark::kMillisecond);
 
 }  // namespace
 }  // namespace dravik

@@ -11,7 +11,7 @@
 #include "engine/LabelledImages.h"
 #include "engine/PngFile.h"
 #include "engine/embedded/EmbeddedTool.h"
-#include "evaluate/EditDistance.h"
+#include "support/Differences.h"
 #include "tool/Samples.h"
 
 namespace dravik {
@@ -89,7 +89,7 @@ void readBack(const std::string& charsets, const std::string& lines, int most) {
                 const std::vector<ReadCharacter> read = tool.read();
                 const std::vector<std::string> text = characters(image.text);
                 characterTotal += static_cast<int>(text.size());
-                wrong += edits(text, textOf(read));
+                wrong += static_cast<int>(test::differences(text, textOf(read)));
                 if (read.size() != text.size()) {
                     misread += " " + image.name + ":" + std::to_string(read.size()) + "/" +
                                std::to_string(text.size());

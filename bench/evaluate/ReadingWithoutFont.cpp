@@ -11,8 +11,8 @@
 #include "engine/LabelledImages.h"
 #include "engine/PngFile.h"
 #include "engine/recogniser/BaseReader.h"
-#include "evaluate/EditDistance.h"
 #include "generate/Random.h"
+#include "support/Differences.h"
 
 namespace dravik {
 
@@ -110,10 +110,11 @@ void readWithoutFonts(const std::string& lines, bool verbose) {
         ++count.images;
         count.exact += read.size() == text.size() ? 1 : 0;
         count.characters += static_cast<int>(text.size());
-        count.wrong += edits(text, read);
-        count.alike += edits(merged(text), merged(read));
-        count.alone += edits(text, textOf(readWithoutFont(pixels, found, Context::Ignored)));
-        count.firstView += edits(text, textOf(readWithoutFont(found)));
+        count.wrong += static_cast<int>(test::differences(text, read));
+        count.alike += static_cast<int>(test::differences(merged(text), merged(read)));
+        count.alone += static_cast<int>(
+            test::differences(text, textOf(readWithoutFont(pixels, found, Context::Ignored))));
+        count.firstView += static_cast<int>(test::differences(text, textOf(readWithoutFont(found))));
         typing.tryOut(found, text, random);
         if (read.size() == text.size())
             for (std::size_t i = 0; i < text.size(); ++i) {

@@ -8,7 +8,7 @@
 #include "base/Failure.h"
 #include "base/Paths.h"
 #include "engine/image/ImageFiles.h"
-#include "trainer/Thumbnail.h"
+#include "engine/image/Thumbnail.h"
 
 namespace dravik::trainer {
 namespace {
@@ -165,7 +165,7 @@ std::function<engine::GreyImage()> OpenedParts::thumbnailWork(int index, int sid
     const auto decoded = index == current_ && !image_->empty() ? image_ : nullptr;
     return [decoded, decoder = decoder_, name = path(index), side] {
         try {
-            return thumbnailOf(decoded ? *decoded : *decode(decoder, name).image, side);
+            return engine::thumbnailOf(decoded ? *decoded : *decode(decoder, name).image, side);
         } catch (...) {
             return engine::GreyImage();
         }

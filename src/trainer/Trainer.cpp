@@ -138,13 +138,15 @@ struct Trainer::Parts {
         doing = Doing::Nothing;
         const auto image = opened.sharedImage();
         if (image->empty()) return tool->shareImage(image);
-        start(Doing::Finding, [this, image](const std::stop_token& stop) {
-            const auto seen = std::make_shared<engine::Scene>(engine::findScene(image, stop));
-            return [this, image, seen] {
-                tool->shareImage(image, seen);
-                if (foundReady) foundReady();
-            };
-        });
+        start(Doing::Finding,
+              [this, image, path = opened.path(opened.current())](const std::stop_token& stop) {
+                  const auto seen = std::make_shared<engine::Scene>(engine::findScene(image, stop));
+                  return [this, image, path, seen] {
+                      tool->shareImage(image, seen);
+                      tool->setImageName(path);
+                      if (foundReady) foundReady();
+                  };
+              });
     }
 
     using EmbeddedReading = engine::EmbeddedTool::ReadingWork;

@@ -7,6 +7,7 @@
 
 #include "base/Failure.h"
 #include "engine/font/FontParts.h"
+#include "engine/font/SampleOrigin.h"
 #include "support/Refused.h"
 #include "support/TemporaryFolder.h"
 
@@ -38,6 +39,20 @@ FontRecord smallFont() {
     net.firstBias.assign(3, -1);
     net.second.assign(6, 0.125f);
     net.secondBias = {1, 2};
+    return font;
+}
+
+// The first and the last sample are of one image, the middle one is of none that is known.
+FontRecord seenFont() {
+    FontRecord font = smallFont();
+    GreyImage image(60, 40, 200);
+    for (int y = 10; y < 30; ++y) image(25, y) = image(26, y) = 20;
+    const auto name = std::make_shared<const SourceImage>(SourceImage{"parts/\xC3\x84 1.png", 77});
+    for (const std::size_t i : {0, 2}) {
+        const Region box{24, 10, 28, 30 + static_cast<int>(i)};
+        font.samples[i].origin =
+            std::make_shared<const SampleOrigin>(SampleOrigin{smallPicture(image, box), name, box});
+    }
     return font;
 }
 
@@ -79,8 +94,27 @@ TEST(FontFile, StoresEverything) {
     EXPECT_TRUE(decodeFont(encodeFont({}), "x").training.empty());
 }
 
+TEST(FontFile, KeepsWhereSamplesComeFrom) {
+    const FontRecord font = seenFont();
+    const std::vector<std::uint8_t> bytes = encodeFont(font);
+    const FontRecord back = decodeFont(bytes, "x");
+    for (const std::size_t i : {0, 2}) {
+        ASSERT_TRUE(back.samples[i].origin);
+        EXPECT_EQ(back.samples[i].origin->picture, font.samples[i].origin->picture);
+        EXPECT_EQ(back.samples[i].origin->image->name, font.samples[i].origin->image->name);
+        EXPECT_EQ(back.samples[i].origin->image->digest, 77U);
+        EXPECT_EQ(back.samples[i].origin->box, font.samples[i].origin->box);
+    }
+    EXPECT_EQ(back.samples[0].origin->image, back.samples[2].origin->image) << "a name is kept once";
+    EXPECT_FALSE(back.samples[1].origin);
+    EXPECT_EQ(encodeFont(back), bytes);
+    // Programs of before read what they could have written.
+    EXPECT_EQ(bytes[8], 2);
+    EXPECT_EQ(encodeFont(smallFont())[8], 1);
+}
+
 TEST(FontFile, EveryFlippedByteAndEveryTruncationIsRefused) {
-    const std::vector<std::uint8_t> good = encodeFont(smallFont());
+    const std::vector<std::uint8_t> good = encodeFont(seenFont());
     std::vector<std::uint8_t> bad = good;
     for (std::size_t i = 0; i < good.size(); ++i) {
         for (const int flip : {0x01, 0x80, 0xFF}) {
@@ -101,9 +135,18 @@ TEST(FontFile, RefusalsSayWhatIsWrong) {
     EXPECT_NE(refusal(std::vector<std::uint8_t>(500, 'x')).find("no font file"), std::string::npos);
     EXPECT_NE(refusal(std::span(good).first(100)).find("ends early"), std::string::npos);
     std::vector<std::uint8_t> later = good;
-    later[8] = 2;
+    later[8] = 3;
     seal(later);
-    EXPECT_NE(refusal(later).find("version 2"), std::string::npos);
+    EXPECT_NE(refusal(later).find("version 3"), std::string::npos);
+    // What would be lost by saving the font again.
+    std::vector<std::uint8_t> unknown = good;
+    unknown[8] = 2;
+    const std::string_view part("ROIS\0\0\0\0", 8);
+    unknown.insert(unknown.end() - 4, part.begin(), part.end());
+    unknown[16] = static_cast<std::uint8_t>(unknown.size());
+    unknown[17] = static_cast<std::uint8_t>(unknown.size() >> 8);
+    seal(unknown);
+    EXPECT_NE(refusal(unknown).find("a part \"ROIS\" that this program does not know"), std::string::npos);
     FontRecord large;
     large.samples.resize(100'000);
     large.distances.resize(100'000);
@@ -113,7 +156,7 @@ TEST(FontFile, RefusalsSayWhatIsWrong) {
 // Whoever forges a checksum must still not make the loader read past the end or take memory beyond the file's
 // size.
 TEST(FontFile, ContentIsCheckedBehindAGoodChecksum) {
-    const std::vector<std::uint8_t> good = encodeFont(smallFont());
+    const std::vector<std::uint8_t> good = encodeFont(seenFont());
     std::size_t refused = 0;
     for (std::size_t i = 12; i + 8 <= good.size(); ++i) {
         std::vector<std::uint8_t> bad = good;
@@ -139,6 +182,20 @@ TEST(FontFile, ContentIsCheckedBehindAGoodChecksum) {
     font = smallFont();
     font.training.network.hidden = 0;
     EXPECT_NE(refusal(encodeFont(font)), "");
+    const auto withPicture = [](auto change) {
+        FontRecord changed = seenFont();
+        SampleOrigin origin = *changed.samples[2].origin;
+        change(origin);
+        changed.samples[2].origin = std::make_shared<const SampleOrigin>(std::move(origin));
+        return refusal(encodeFont(changed));
+    };
+    EXPECT_NE(withPicture([](SampleOrigin& one) { one.picture.width = 33; }), "");
+    EXPECT_NE(withPicture([](SampleOrigin& one) { one.picture.height = 0; }), "");
+    EXPECT_NE(withPicture([](SampleOrigin& one) { one.picture.packed.resize(5000); }), "");
+    EXPECT_NE(withPicture([](SampleOrigin& one) {
+                  one.image = std::make_shared<const SourceImage>(SourceImage{std::string(5000, 'x')});
+              }),
+              "");
 }
 
 // What could not be read again is not written, and what cannot be written is not read.

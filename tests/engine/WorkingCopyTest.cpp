@@ -3,9 +3,11 @@
 #include <gtest/gtest.h>
 
 #include <chrono>
+#include <filesystem>
 #include <fstream>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <thread>
 
 #include "base/AtomicFile.h"
@@ -185,6 +187,127 @@ TEST_F(UnsavedWork, WhatIsLetGoWithoutSavingIsOfferedAndNotMadeAgain) {
     tool->LoadFont("f");
     EXPECT_EQ(labels(*tool), "H");
     EXPECT_EQ(tool->takeRecovered().size(), 1u);
+}
+
+// Where samples come from goes with them through all that can become of a font, and so does another label.
+TEST_F(UnsavedWork, SamplesKeepTheirPicturesAndCanBeRelabelled) {
+    auto tool = start();
+    tool->CreateFont("f");
+    tool->SetCharacterSet({"A", "B", "H"});
+    tool->endAct("", "");
+    tool->setImage(drawn({"ABH"}));
+    tool->setImageName("parts/1.png");
+    tool->IncludeSamples("ABB");
+    tool->CommitNewSamples();
+    tool->endAct("", "");
+    include(*tool, "ABH");  // of an image without a name
+    tool->endAct("", "");
+    const auto seen = [&tool](std::size_t i) { return tool->samples(SampleKind::Committed)->samples[i]; };
+    ASSERT_TRUE(seen(2)->origin);
+    EXPECT_EQ(seen(2)->origin->image->name, "parts/1.png");
+    EXPECT_EQ(seen(2)->origin->box.left, tool->found()[2].left);
+    EXPECT_FALSE(seen(3)->origin->image);
+    EXPECT_GT(tool->samples(SampleKind::Committed)->distances[2], 0.5) << "an H that is labelled B";
+    const SmallPicture picture = seen(2)->origin->picture;
+    ASSERT_FALSE(picture.empty());
+
+    const auto shown = tool->samples(SampleKind::Committed);
+    tool->relabelSamples(std::vector<std::int32_t>{300002, 300005}, "H");
+    EXPECT_EQ(labels(*tool), "ABHABH");
+    EXPECT_LT(tool->samples(SampleKind::Committed)->distances[2], 0.5);
+    EXPECT_EQ(shown->samples[2]->code, 'B') << "a list that was asked for before";
+    tool->relabelSamples(std::vector<std::int32_t>{300000, 300001}, "T");
+    tool->endAct("", "");
+    EXPECT_EQ(tool->undoWords(), "relabelling of 3 samples as T");
+    EXPECT_THAT(tool->GetCharacterSet(), ElementsAre("A", "B", "H", "T"));
+    tool->deleteSamples(std::vector<std::int32_t>{300004, 300000, 300002});
+    tool->endAct("", "");
+    EXPECT_EQ(labels(*tool), "TAH");
+    EXPECT_EQ(tool->undoWords(), "deletion of 3 samples");
+    EXPECT_EQ(refusal([&] { tool->deleteSamples(std::vector<std::int32_t>{300000, 300003}); }), 5);
+    EXPECT_EQ(refusal([&] { tool->relabelSamples(std::vector<std::int32_t>{300000}, "AB"); }), 5);
+    kill(std::move(tool));
+
+    tool = start();
+    tool->LoadFont("f");
+    EXPECT_EQ(labels(*tool), "TAH");
+    tool->undo();
+    EXPECT_EQ(labels(*tool), "TTHABH");
+    EXPECT_EQ(seen(2)->origin->picture, picture);
+    EXPECT_EQ(seen(2)->origin->image->name, "parts/1.png");
+    tool->undo();
+    EXPECT_EQ(labels(*tool), "ABBABH");
+    EXPECT_GT(tool->samples(SampleKind::Committed)->distances[2], 0.5);
+    tool->redo();
+    tool->SaveFont("f");
+    tool = start();
+    tool->LoadFont("f");
+    EXPECT_EQ(labels(*tool), "TTHABH");
+    EXPECT_EQ(seen(2)->origin->picture, picture);
+    tool->setImage(drawn({"HTL"}));
+    tool->IncludeSamples("HTL");  // and not committed
+    kill(std::move(tool));
+    tool = start();
+    tool->LoadFont("f");
+    EXPECT_EQ(tool->samples(SampleKind::Committed)->size(), 6U);
+}
+
+// An earlier program's journal is gone on from in a form that it will not take for its own.
+TEST_F(UnsavedWork, TheJournalOfAnEarlierProgramIsGoneOnFrom) {
+    FontRecord plain;
+    plain.characterSet = {"A", "B"};
+    for (const std::int32_t code : {'A', 'B', 'A'}) {
+        Sample& sample = plain.samples.emplace_back();
+        sample.serial = plain.nextSerial++;
+        sample.code = code;
+        plain.distances.push_back(0);
+    }
+    std::filesystem::create_directories(folder.path("Fonts"));
+    exportFont(plain, font("f"));
+    const auto version = [&](std::optional<char> set) {
+        std::fstream file(toPath(font("f") + ".journal"), std::ios::in | std::ios::out | std::ios::binary);
+        if (set) file.seekp(8).put(*set);
+        return file.seekg(8).get();
+    };
+    const auto restarted = [&](std::unique_ptr<EmbeddedTool> tool) {
+        kill(std::move(tool));
+        tool = start();
+        tool->LoadFont("f");
+        return tool;
+    };
+    auto tool = start();
+    tool->LoadFont("f");
+    tool->DeleteSample(300000);
+    tool->endAct("", "");
+    kill(std::move(tool));
+    EXPECT_EQ(version('\1'), 1);
+    tool = start();
+    tool->LoadFont("f");
+    EXPECT_EQ(labels(*tool), "BA");
+    include(*tool, "H");
+    tool->endAct("", "");
+    EXPECT_EQ(version({}), 2);
+    tool = restarted(std::move(tool));
+    EXPECT_EQ(labels(*tool), "BAH");
+    tool->undo();
+    tool->undo();
+    EXPECT_EQ(labels(*tool), "ABA");
+    tool->redo();
+    tool->redo();
+
+    // Saved, so that it is written anew with the next change only, and loses no act.
+    tool->SaveFont("f");
+    kill(std::move(tool));
+    version('\1');
+    tool = start();
+    tool->LoadFont("f");
+    include(*tool, "L");
+    tool->endAct("", "");
+    EXPECT_EQ(version({}), 2);
+    tool = restarted(std::move(tool));
+    EXPECT_EQ(labels(*tool), "BAHL");
+    for (int act = 0; act < 3; ++act) tool->undo();
+    EXPECT_EQ(labels(*tool), "ABA");
 }
 
 TEST_F(UnsavedWork, OneAtATimeChangesAFont) {

@@ -5,7 +5,7 @@
 #include <filesystem>
 
 #include "base/Failure.h"
-#include "trainer/Thumbnail.h"
+#include "engine/image/Thumbnail.h"
 #include "trainer/support/PgmFile.h"
 #include "trainer/support/Workspace.h"
 

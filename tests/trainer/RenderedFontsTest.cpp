@@ -8,8 +8,8 @@
 
 #include "base/Text.h"
 #include "engine/PngFile.h"
+#include "support/Differences.h"
 #include "trainer/commands/SampleList.h"
-#include "trainer/support/Differences.h"
 #include "trainer/support/Workspace.h"
 
 namespace dravik::test {

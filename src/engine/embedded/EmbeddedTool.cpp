@@ -16,7 +16,6 @@ namespace {
 
 using tool::SampleKind;
 
-constexpr char kUnknownCharacter[] = "?";
 // The screen counts an include's samples in 16 bits.
 constexpr std::size_t kMostInOneInclude = 32767;
 
@@ -92,6 +91,10 @@ void EmbeddedTool::shareImage(std::shared_ptr<const GreyImage> image, std::share
     seen_.show(std::move(image), std::move(scene));
 }
 
+void EmbeddedTool::setImageName(const std::string& name, std::uint64_t digest) {
+    seen_.setName(name, digest);
+}
+
 const GreyImage& EmbeddedTool::image() const {
     return *seen_.image();
 }
@@ -162,6 +165,58 @@ const HeldOutResult* EmbeddedTool::heldOutCheck() const {
     return training_.checked();
 }
 
+SampleColumnsPtr EmbeddedTool::samples(SampleKind kind) {
+    settle();
+    return fonts_->state().samples.columns(kind);
+}
+
+// Ascending, without repeats.
+std::vector<std::size_t> EmbeddedTool::committedPlaces(std::span<const std::int32_t> identifiers) {
+    fonts_->font();
+    const std::size_t count = fonts_->state().samples.count(SampleKind::Committed);
+    std::vector<std::size_t> places;
+    for (const std::int32_t identifier : identifiers) {
+        const std::int32_t place = identifier - tool::sampleIdentifier(SampleKind::Committed, 0);
+        if (place < 0 || static_cast<std::size_t>(place) >= count)
+            throw Failure(RuntimeError::InvalidProcedureCall,
+                          std::to_string(identifier) + " is not the identifier of a committed sample");
+        places.push_back(static_cast<std::size_t>(place));
+    }
+    std::sort(places.begin(), places.end());
+    places.erase(std::unique(places.begin(), places.end()), places.end());
+    return places;
+}
+
+void EmbeddedTool::deleteSamples(std::span<const std::int32_t> identifiers) {
+    const std::vector<std::size_t> places = committedPlaces(identifiers);
+    for (auto place = places.rbegin(); place != places.rend(); ++place)
+        fonts_->make(RemoveSample{SampleKind::Committed, static_cast<std::uint32_t>(*place),
+                                  fonts_->state().samples.at(SampleKind::Committed, *place)});
+}
+
+void EmbeddedTool::relabelSamples(std::span<const std::int32_t> identifiers, const std::string& character) {
+    checkCharacterSet({character});
+    if (characters(character).size() != 1)
+        throw Failure(RuntimeError::InvalidProcedureCall, "A sample is labelled with one character");
+    const std::int32_t code = codeOf(character);
+    const SampleColumnsPtr committed = samples(SampleKind::Committed);
+    RelabelSamples change;
+    change.codeAfter = code;
+    for (const std::size_t place : committedPlaces(identifiers)) {
+        if (committed->codes[place] == code) continue;
+        change.serials.push_back(committed->samples[place]->serial);
+        change.codesBefore.push_back(committed->codes[place]);
+        change.distancesBefore.push_back(committed->distances[place]);
+    }
+    if (change.serials.empty()) return;
+    tool::CharacterSet set = fonts_->state().characterSet;
+    if (std::find(set.begin(), set.end(), character) == set.end()) {
+        set.push_back(character);
+        SetCharacterSet(set);
+    }
+    fonts_->make(std::move(change));
+}
+
 FontSummary EmbeddedTool::summary(const std::string& asked) {
     const std::string name = fonts_->library().spelling(asked);
     FontRecord font = readFont(fonts_->library().existingFile(name));
@@ -216,6 +271,7 @@ void EmbeddedTool::IncludeSamples(const std::string& expectedText) {
     fonts_->font();
     const std::vector<std::string> text = characters(expectedText);
     const std::vector<SampleInputs> inputs = allInputs(*seen_.scene(), text);
+    const std::vector<std::shared_ptr<const SampleOrigin>> origins = seen_.origins();
     if (inputs.empty()) return;
     if (inputs.size() > kMostInOneInclude)
         throw Failure(RuntimeError::InvalidProcedureCall,
@@ -225,8 +281,9 @@ void EmbeddedTool::IncludeSamples(const std::string& expectedText) {
     AddUncommitted change;
     change.samples.reserve(inputs.size());
     for (std::size_t i = 0; i < inputs.size(); ++i)
-        change.samples.push_back(
-            {serial++, codeOf(i < text.size() ? std::string_view(text[i]) : kUnknownCharacter), inputs[i]});
+        change.samples.push_back({serial++,
+                                  codeOf(i < text.size() ? std::string_view(text[i]) : kUnknownCharacter),
+                                  inputs[i], origins[i]});
     fonts_->make(std::move(change));
 }
 

@@ -5,6 +5,7 @@
 #include <functional>
 #include <memory>
 #include <optional>
+#include <span>
 #include <stop_token>
 #include <string>
 #include <string_view>
@@ -51,6 +52,9 @@ class EmbeddedTool : public tool::FontTool, public tool::FontHistory, public too
     // The same without a copy; not null. With a scene, which is findScene() of the image, its characters need
     // not be looked for here.
     void shareImage(std::shared_ptr<const GreyImage> image, std::shared_ptr<const Scene> scene = nullptr);
+    // The path of the current image, "" when it has none, and a digest of its pixels, 0 when unknown, which
+    // its samples keep. Until the next image.
+    void setImageName(const std::string& name, std::uint64_t digest = 0);
     const GreyImage& image() const;
     // The characters found in the current image.
     const std::vector<FoundCharacter>& found();
@@ -82,6 +86,14 @@ class EmbeddedTool : public tool::FontTool, public tool::FontHistory, public too
     // What the check of the current font's last run has found; nothing before its end, and when another font
     // was loaded, another run started or the font reverted since.
     const HeldOutResult* heldOutCheck() const;
+    // The samples of a kind in their order, as they are now, each with where it comes from as far as that is
+    // known: number i is that of identifier kind x 100000 + i.
+    SampleColumnsPtr samples(tool::SampleKind kind);
+    // Many at once, by identifiers in any order, of committed samples that exist; all or none. Raise Invalid
+    // procedure call (5), and what a change raises.
+    void deleteSamples(std::span<const std::int32_t> identifiers);
+    // Gives them another character, one that the font can have, which is added to its set when it lacks it.
+    void relabelSamples(std::span<const std::int32_t> identifiers, const std::string& character);
     // Reads a font file's summary; raises Failure that names the file and the problem.
     FontSummary summary(const std::string& name);
 
@@ -148,6 +160,7 @@ class EmbeddedTool : public tool::FontTool, public tool::FontHistory, public too
     void restoreVersion(const tool::FontVersion& version, const std::string& name) override;
 
   private:
+    std::vector<std::size_t> committedPlaces(std::span<const std::int32_t> identifiers);
     void settle();
     void checkIdle(const char* what);
     // Does to the fonts what may change which training is current; its check is dropped then.

@@ -8,9 +8,15 @@ namespace dravik::engine {
 
 void SeenImage::show(std::shared_ptr<const GreyImage> image, std::shared_ptr<const Scene> scene) {
     image_ = std::move(image);
+    name_.reset();
     scene_.reset();
     found_.clear();
     if (scene) take(std::move(scene));
+}
+
+void SeenImage::setName(const std::string& name, std::uint64_t digest) {
+    const bool isUsable = !name.empty() && name.size() <= kLongestImageName;
+    name_ = isUsable ? std::make_shared<const SourceImage>(SourceImage{name, digest}) : nullptr;
 }
 
 const std::shared_ptr<const Scene>& SeenImage::scene() {
@@ -21,6 +27,18 @@ const std::shared_ptr<const Scene>& SeenImage::scene() {
 const std::vector<FoundCharacter>& SeenImage::found() {
     scene();
     return found_;
+}
+
+// The picture is that of the upright line, as the tool has seen the character.
+std::vector<std::shared_ptr<const SampleOrigin>> SeenImage::origins() {
+    std::vector<std::shared_ptr<const SampleOrigin>> result;
+    for (const ScenePart& part : scene()->parts)
+        for (const Glyph& glyph : part.found.glyphs) {
+            const Region place = part.found.place(glyph);
+            result.push_back(std::make_shared<const SampleOrigin>(
+                SampleOrigin{smallPicture(*part.picture, place), name_, part.place(place)}));
+        }
+    return result;
 }
 
 void SeenImage::take(std::shared_ptr<const Scene> scene) {

@@ -1,11 +1,13 @@
 // The image that the tool looks at, and the characters that are found in it, which are looked for when they
-// are first asked for.
+// are first asked for, and what a sample of them is told to come from.
 #pragma once
 
 #include <memory>
+#include <string>
 #include <vector>
 
 #include "engine/font/FontReader.h"
+#include "engine/font/SampleOrigin.h"
 #include "engine/image/GreyImage.h"
 #include "engine/scene/Scene.h"
 
@@ -16,9 +18,14 @@ class SeenImage {
     // The image is not null; the scene, which is findScene() of it, may be.
     void show(std::shared_ptr<const GreyImage> image, std::shared_ptr<const Scene> scene);
 
+    // Of the image that is shown, until the next one.
+    void setName(const std::string& name, std::uint64_t digest = 0);
+
     const std::shared_ptr<const GreyImage>& image() const noexcept { return image_; }
     const std::shared_ptr<const Scene>& scene();
     const std::vector<FoundCharacter>& found();
+    // Of the found characters, one by one.
+    std::vector<std::shared_ptr<const SampleOrigin>> origins();
 
   private:
     void take(std::shared_ptr<const Scene> scene);
@@ -26,6 +33,7 @@ class SeenImage {
     std::shared_ptr<const GreyImage> image_ = std::make_shared<GreyImage>();
     std::shared_ptr<const Scene> scene_;
     std::vector<FoundCharacter> found_;
+    std::shared_ptr<const SourceImage> name_;
 };
 
 }  // namespace dravik::engine

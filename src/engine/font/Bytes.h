@@ -44,6 +44,8 @@ class ByteReader {
     [[noreturn]] void refuse(const std::string& problem) const;
     void check(bool good, const char* problem) const;
     std::span<const std::uint8_t> take(std::size_t size);
+    // The next bytes to be read by themselves.
+    ByteReader part(std::size_t size) { return ByteReader(take(size), what_); }
     std::uint64_t whole(std::size_t size);
     std::uint32_t u32() { return static_cast<std::uint32_t>(whole(4)); }
     std::uint64_t u64() { return whole(8); }

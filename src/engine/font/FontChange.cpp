@@ -7,6 +7,7 @@
 
 #include "base/Failure.h"
 #include "base/Text.h"
+#include "engine/font/SampleOrigin.h"
 
 namespace dravik::engine {
 namespace {
@@ -49,6 +50,10 @@ struct Apply {
               state.samples.at(change.kind, change.place).sample.serial == change.removed.sample.serial);
         state.samples.remove(change.kind, change.place);
     }
+    void operator()(const RelabelSamples& change) const {
+        const std::vector<std::int32_t> codes(change.serials.size(), change.codeAfter);
+        check(state.samples.relabel(change.serials, codes, {}));
+    }
     void operator()(const SetCharacters& change) const { state.characterSet = change.after; }
     void operator()(const SetTraining& change) const {
         state.samples.setDistances(change.serials, change.distancesAfter);
@@ -86,6 +91,9 @@ struct Revert {
         check(change.place == count || state.samples.at(change.kind, change.place).sample.serial > serial);
         state.samples.insert(change.kind, change.place, change.removed);
     }
+    void operator()(const RelabelSamples& change) const {
+        check(state.samples.relabel(change.serials, change.codesBefore, change.distancesBefore));
+    }
     void operator()(const SetCharacters& change) const { state.characterSet = change.before; }
     void operator()(const SetTraining& change) const {
         state.samples.setDistances(change.serials, change.distancesBefore);
@@ -108,6 +116,8 @@ struct Summary {
     std::size_t removed = 0;
     std::optional<std::int32_t> removedCode;
     bool removedSeveral = false;
+    std::size_t relabelled = 0;
+    std::int32_t relabelledAs = 0;
     bool characters = false;
     bool replaced = false;
     const SetTraining* training = nullptr;
@@ -120,6 +130,10 @@ struct Summary {
         const std::int32_t code = change.removed.sample.code;
         removedSeveral |= removedCode.value_or(code) != code;
         removedCode = code;
+    }
+    void operator()(const RelabelSamples& change) {
+        relabelled += change.serials.size();
+        relabelledAs = change.codeAfter;
     }
     void operator()(const SetCharacters&) { characters = true; }
     void operator()(const SetTraining& change) { training = &change; }
@@ -147,7 +161,18 @@ std::optional<std::size_t> leftOfFound(std::span<const FontChange> changes, bool
     return found.size();
 }
 
-enum class Kind : std::uint8_t { Add = 1, Commit, Remove, Characters, Training, Replace };
+// Samples without origins stand as they did before there were any.
+enum class Kind : std::uint8_t {
+    Add = 1,
+    Commit,
+    Remove,
+    Characters,
+    Training,
+    Replace,
+    AddWithOrigins,
+    RemoveWithOrigin,
+    Relabel
+};
 
 struct Encode {
     ByteWriter& out;
@@ -160,19 +185,33 @@ struct Encode {
     }
 
     void operator()(const AddUncommitted& change) const {
-        kind(Kind::Add);
+        const bool origins = haveOrigins(change.samples);
+        kind(origins ? Kind::AddWithOrigins : Kind::Add);
         out.u32(change.samples.size());
         for (const Sample& sample : change.samples) encodeSample(out, {sample, 0});
+        if (origins) encodeOrigins(out, change.samples);
     }
     void operator()(const CommitUncommitted& change) const {
         kind(Kind::Commit);
         out.u32(change.count);
     }
     void operator()(const RemoveSample& change) const {
-        kind(Kind::Remove);
+        const std::span<const Sample> removed(&change.removed.sample, 1);
+        kind(haveOrigins(removed) ? Kind::RemoveWithOrigin : Kind::Remove);
         out.whole(static_cast<std::uint8_t>(change.kind), 1);
         out.u32(change.place);
         encodeSample(out, change.removed);
+        if (haveOrigins(removed)) encodeOrigins(out, removed);
+    }
+    void operator()(const RelabelSamples& change) const {
+        kind(Kind::Relabel);
+        out.i32(change.codeAfter);
+        out.u32(change.serials.size());
+        for (std::size_t i = 0; i < change.serials.size(); ++i) {
+            out.u64(change.serials[i]);
+            out.i32(change.codesBefore[i]);
+            out.real(change.distancesBefore[i]);
+        }
     }
     void operator()(const SetCharacters& change) const {
         kind(Kind::Characters);
@@ -197,20 +236,22 @@ struct Encode {
     }
 };
 
-AddUncommitted decodeAdd(ByteReader& in) {
+AddUncommitted decodeAdd(ByteReader& in, bool withOrigins) {
     AddUncommitted change;
     const std::size_t count = in.count(kSampleSize, tool::kMostSamples);
     for (std::size_t i = 0; i < count; ++i) change.samples.push_back(decodeSample(in).sample);
+    if (withOrigins) decodeOrigins(in, change.samples);
     return change;
 }
 
-RemoveSample decodeRemove(ByteReader& in) {
+RemoveSample decodeRemove(ByteReader& in, bool withOrigin) {
     RemoveSample change;
     change.kind = static_cast<SampleKind>(in.whole(1));
     in.check(change.kind == SampleKind::Committed || change.kind == SampleKind::Uncommitted,
              "a kind of samples is unknown");
     change.place = in.u32();
     change.removed = decodeSample(in);
+    if (withOrigin) decodeOrigins(in, std::span(&change.removed.sample, 1));
     return change;
 }
 
@@ -218,6 +259,19 @@ double decodeDistance(ByteReader& in) {
     const double distance = in.real64();
     in.check(distance >= 0, "a Distance is negative");
     return distance;
+}
+
+RelabelSamples decodeRelabel(ByteReader& in) {
+    RelabelSamples change;
+    change.codeAfter = in.i32();
+    const std::size_t count = in.count(20, tool::kMostSamples);
+    for (std::size_t i = 0; i < count; ++i) {
+        change.serials.push_back(in.u64());
+        in.check(i == 0 || change.serials[i - 1] < change.serials[i], "its samples are out of order");
+        change.codesBefore.push_back(in.i32());
+        change.distancesBefore.push_back(decodeDistance(in));
+    }
+    return change;
 }
 
 SetTraining decodeSetTraining(ByteReader& in) {
@@ -269,6 +323,8 @@ std::string describe(std::span<const FontChange> changes) {
     if (sum.removed > 0)
         return "deletion of " + counted(sum.removed) +
                (sum.removedSeveral ? std::string() : " of " + characterOf(*sum.removedCode));
+    if (sum.relabelled > 0)
+        return "relabelling of " + counted(sum.relabelled) + " as " + characterOf(sum.relabelledAs);
     if (sum.characters) return "change of the character set";
     return "finding of " + counted(sum.found);
 }
@@ -280,11 +336,17 @@ void encodeChange(ByteWriter& out, const FontChange& change) {
 FontChange decodeChange(ByteReader& in) {
     switch (static_cast<Kind>(in.whole(1))) {
         case Kind::Add:
-            return decodeAdd(in);
+            return decodeAdd(in, false);
+        case Kind::AddWithOrigins:
+            return decodeAdd(in, true);
         case Kind::Commit:
             return CommitUncommitted{in.u32()};
         case Kind::Remove:
-            return decodeRemove(in);
+            return decodeRemove(in, false);
+        case Kind::RemoveWithOrigin:
+            return decodeRemove(in, true);
+        case Kind::Relabel:
+            return decodeRelabel(in);
         case Kind::Characters: {
             tool::CharacterSet before = decodeCharacterSet(in);
             return SetCharacters{std::move(before), decodeCharacterSet(in)};

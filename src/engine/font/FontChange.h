@@ -27,6 +27,13 @@ struct RemoveSample {
     std::uint32_t place = 0;
     MeasuredSample removed;
 };
+// Committed samples are of another character. Their serial numbers ascend.
+struct RelabelSamples {
+    std::vector<std::uint64_t> serials;
+    std::vector<std::int32_t> codesBefore;
+    std::vector<double> distancesBefore;
+    std::int32_t codeAfter = 0;
+};
 struct SetCharacters {
     tool::CharacterSet before;
     tool::CharacterSet after;
@@ -45,8 +52,8 @@ struct ReplaceFont {
     std::shared_ptr<const FontRecord> after;
 };
 
-using FontChange =
-    std::variant<AddUncommitted, CommitUncommitted, RemoveSample, SetCharacters, SetTraining, ReplaceFont>;
+using FontChange = std::variant<AddUncommitted, CommitUncommitted, RemoveSample, RelabelSamples,
+                                SetCharacters, SetTraining, ReplaceFont>;
 
 // Raise Device I/O error (57) when the change does not fit the state; the state is then as it was, and so
 // when memory ends.

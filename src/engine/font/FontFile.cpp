@@ -7,12 +7,14 @@
 #include "base/Failure.h"
 #include "engine/font/Bytes.h"
 #include "engine/font/FontParts.h"
+#include "engine/font/FontSections.h"
 
 namespace dravik::engine {
 namespace {
 
 constexpr std::string_view kMagic = "TLXFONT\n";
-constexpr std::uint32_t kVersion = 1;
+constexpr std::uint32_t kPlainVersion = 1;  // without sections
+constexpr std::uint32_t kVersion = 2;
 constexpr std::size_t kHeaderSize = 8 + 4 + 4 + 8;
 constexpr std::size_t kChecksumSize = 4;
 constexpr std::uint64_t kLargestFile = 256u << 20;
@@ -23,7 +25,7 @@ std::vector<std::uint8_t> encodeFont(const FontRecord& font) {
     ByteWriter out;
     out.bytes().reserve(kHeaderSize + font.samples.size() * kSampleSize + 65536);
     out.text(kMagic);
-    out.u32(kVersion);
+    out.u32(hasSections(font) ? kVersion : kPlainVersion);
     out.u32(kInputCount);
     const std::size_t sizePlace = out.bytes().size();
     out.u64(0);
@@ -33,6 +35,7 @@ std::vector<std::uint8_t> encodeFont(const FontRecord& font) {
     for (std::size_t i = 0; i < font.samples.size(); ++i)
         encodeSample(out, {font.samples[i], font.distances[i]});
     encodeTraining(out, font.training);
+    encodeSections(out, font);
     out.setWhole(sizePlace, out.bytes().size() + kChecksumSize, 8);
     out.u32(checksum(out.bytes()));
     return std::move(out.bytes());
@@ -58,7 +61,7 @@ FontRecord decodeFont(std::span<const std::uint8_t> bytes, const std::string& fi
     const auto covered = bytes.first(bytes.size() - kChecksumSize);
     if (ByteReader(bytes.last(kChecksumSize), what).u32() != checksum(covered))
         in.refuse("damaged, its checksum is wrong");
-    in.check(version == kVersion && inputs == kInputCount, "its header is wrong");
+    in.check(version >= kPlainVersion && inputs == kInputCount, "its header is wrong");
 
     ByteReader body(covered.subspan(kHeaderSize), what);
     FontRecord font;
@@ -81,7 +84,8 @@ FontRecord decodeFont(std::span<const std::uint8_t> bytes, const std::string& fi
         font.distances.push_back(one.distance);
     }
     font.training = decodeTraining(body);
-    body.check(body.atEnd(), "it is longer than it should be");
+    body.check(body.atEnd() == (version == kPlainVersion), "its length does not go with its version");
+    decodeSections(body, font);
     return font;
 }
 

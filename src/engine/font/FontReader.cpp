@@ -10,8 +10,6 @@
 namespace dravik::engine {
 namespace {
 
-constexpr char kUnknownCharacter[] = "?";
-
 DistanceMeasure measureOf(const std::vector<Sample>& samples) {
     ClassStatistics statistics;
     std::vector<const Sample*> all;

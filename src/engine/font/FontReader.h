@@ -39,6 +39,9 @@ struct ReadCharacter {
     std::vector<Alternative> alternatives{};  // the likeliest first, without the answer
 };
 
+// Stands for a character that is not known.
+inline constexpr char kUnknownCharacter[] = "?";
+
 // The text to show for a character: the answer, or "?" when its confidence is below `limit`.
 std::string shownCharacter(const ReadCharacter& read, double limit = kRejectLimit);
 

@@ -6,19 +6,30 @@
 #include <utility>
 
 #include "base/Failure.h"
+#include "engine/font/SampleOrigin.h"
 
 namespace dravik::engine {
 namespace {
 
 constexpr std::string_view kMagic = "TLXJRNL\n";
-constexpr std::uint32_t kVersion = 1;
+constexpr std::uint32_t kFirstVersion = 1;  // without the entries that name the origins of samples
+constexpr std::uint32_t kVersion = 2;
 constexpr std::size_t kHeadSize = kMagic.size() + 4;
 constexpr std::size_t kEntryHead = 4 + 4 + 8;
 constexpr std::size_t kChecksumSize = 4;
 constexpr std::uint64_t kLongestText = 1 << 20;
 constexpr std::int64_t kLatest = 9'000'000'000'000;  // milliseconds since 1970, in the year 2255
 
-enum class Type : std::uint32_t { Change = 1, Ended, Amended, Undone, Redone, Known, LetGo };
+enum class Type : std::uint32_t {
+    Change = 1,
+    Ended,
+    Amended,
+    Undone,
+    Redone,
+    Known,
+    LetGo,
+    KnownWithOrigins
+};
 
 struct Encode {
     ByteWriter& out;
@@ -49,19 +60,22 @@ struct Encode {
         out.u32(known.saved.value_or(0));
         out.u32(known.uncommitted.size());
         for (const Sample& sample : known.uncommitted) encodeSample(out, {sample, 0});
+        const bool origins = haveOrigins(known.uncommitted);
+        if (origins) encodeOrigins(out, known.uncommitted);
         if (known.state) out.raw(encodeFont(*known.state));
-        return Type::Known;
+        return origins ? Type::KnownWithOrigins : Type::Known;
     }
     Type operator()(const LetGo&) const { return Type::LetGo; }
 };
 
-KnownState decodeKnown(ByteReader& in) {
+KnownState decodeKnown(ByteReader& in, bool withOrigins) {
     KnownState known;
     known.digest = in.u64();
     const bool saved = in.whole(1) != 0;
     if (const std::uint32_t place = in.u32(); saved) known.saved = place;
     const std::size_t count = in.count(kSampleSize, tool::kMostSamples);
     for (std::size_t i = 0; i < count; ++i) known.uncommitted.push_back(decodeSample(in).sample);
+    if (withOrigins) decodeOrigins(in, known.uncommitted);
     if (!in.atEnd()) known.state = std::make_shared<FontRecord>(decodeFont(in.take(in.left()), "kept font"));
     return known;
 }
@@ -84,7 +98,9 @@ JournalEntry decodeEntry(Type type, ByteReader& in) {
         case Type::Redone:
             return ActRedone{};
         case Type::Known:
-            return decodeKnown(in);
+            return decodeKnown(in, false);
+        case Type::KnownWithOrigins:
+            return decodeKnown(in, true);
         case Type::LetGo:
             return LetGo{};
     }
@@ -134,7 +150,8 @@ JournalContent readJournal(std::span<const std::uint8_t> bytes) {
     if (bytes.size() < kHeadSize || !std::equal(kMagic.begin(), kMagic.end(), bytes.begin())) return content;
     const std::uint32_t version = ByteReader(bytes.subspan(kMagic.size()), kWhat).u32();
     content.isLater = version > kVersion;
-    if (version != kVersion) return content;
+    content.isEarlier = version < kVersion;
+    if (version < kFirstVersion || version > kVersion) return content;
     content.used = kHeadSize;
     for (;;) {
         const auto rest = bytes.subspan(content.used);

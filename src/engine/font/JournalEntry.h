@@ -53,8 +53,9 @@ std::vector<std::uint8_t> encodeEntry(const TimedEntry& entry);
 
 struct JournalContent {
     std::vector<TimedEntry> entries;
-    std::size_t used = 0;  // bytes up to the end of the last whole entry; 0 when it is no journal
-    bool isLater = false;  // it was written by a later version of the program
+    std::size_t used = 0;    // bytes up to the end of the last whole entry; 0 when it is no journal
+    bool isLater = false;    // it was written by a later version of the program
+    bool isEarlier = false;  // by an earlier one: what is added to it now, that one would not understand
 };
 // The whole entries before the first that is cut off or damaged. Raises nothing but what memory raises.
 JournalContent readJournal(std::span<const std::uint8_t> bytes);

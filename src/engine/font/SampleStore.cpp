@@ -242,6 +242,50 @@ void SampleStore::insert(tool::SampleKind kind, std::size_t place, const Measure
     stale_ |= committed;
 }
 
+// Tables that show a sample keep it as it was.
+bool SampleStore::relabel(std::span<const std::uint64_t> serials, std::span<const std::int32_t> codes,
+                          std::span<const double> distances) {
+    closeGap();
+    compact(serials.size());
+    SampleColumns& columns = writable(committed_);
+    std::vector<std::size_t> places;
+    places.reserve(serials.size());
+    for (const std::uint64_t serial : serials) {
+        const auto place = std::lower_bound(
+            columns.samples.begin(), columns.samples.end(), serial,
+            [](const Sample* sample, std::uint64_t wanted) { return sample->serial < wanted; });
+        if (place == columns.samples.end() || (*place)->serial != serial) return false;
+        places.push_back(static_cast<std::size_t>(place - columns.samples.begin()));
+    }
+    ClassStatistics statistics = statistics_;
+    const std::size_t before = samples_->size();
+    try {
+        for (std::size_t i = 0; i < places.size(); ++i) {
+            Sample& sample = samples_->emplace_back(*columns.samples[places[i]]);
+            statistics.remove(sample);
+            sample.code = codes[i];
+            statistics.add(sample);
+        }
+    } catch (...) {
+        samples_->resize(before);
+        throw;
+    }
+    for (std::size_t i = 0; i < places.size(); ++i) {
+        columns.samples[places[i]] = &(*samples_)[before + i];
+        columns.codes[places[i]] = codes[i];
+    }
+    statistics_ = std::move(statistics);
+    stale_ = true;
+    if (!distances.empty()) {
+        for (std::size_t i = 0; i < places.size(); ++i) columns.distances[places[i]] = distances[i];
+    } else if (statistics_.comparisons() > kQuickComparisons) {
+        const DistanceMeasure measure(statistics_, columns.samples);
+        for (const std::size_t place : places)
+            columns.distances[place] = measure.distance(*columns.samples[place]);
+    }
+    return true;
+}
+
 void SampleStore::restore(std::vector<Sample> committed, std::vector<double> distances,
                           std::uint64_t nextSerial) {
     SampleStore fresh;

@@ -55,6 +55,11 @@ class SampleStore {
     void remove(tool::SampleKind kind, std::size_t place);
     // Puts a sample back at a place of up to the number of its kind.
     void insert(tool::SampleKind kind, std::size_t place, const MeasuredSample& one);
+    // Gives those committed samples that have one of these serial numbers, which ascend, another character
+    // each, and a Distance; without Distances those are measured. False, and nothing is changed, when one of
+    // them is not there.
+    bool relabel(std::span<const std::uint64_t> serials, std::span<const std::int32_t> codes,
+                 std::span<const double> distances);
     // A font's samples as they were stored, with their Distances. Replaces everything.
     void restore(std::vector<Sample> committed, std::vector<double> distances, std::uint64_t nextSerial);
 

@@ -103,7 +103,8 @@ void WorkingCopy::open() {
             lock_.reset();
             return;
         }
-        journalUsed_ = content.used;
+        // One that an earlier program has written is written anew with the first change.
+        journalUsed_ = content.isEarlier ? 0 : content.used;
         const bool isJustBegun = content.entries.empty() && !content.isLater && journalSize_ <= kJustBegun;
         if (journalSize_ == 0 || isJustBegun) {
             lock_.reset();
@@ -124,7 +125,10 @@ void WorkingCopy::open() {
                 found_.recovered.reset();
                 return;
             }
-            journal_.open(journalUsed_);
+            if (content.isEarlier)
+                isJournalBroken_ = true;
+            else
+                journal_.open(journalUsed_);
             removeUncommitted();
             if (!history_.open().empty()) endAct({}, {});
             wasChanged_ = false;

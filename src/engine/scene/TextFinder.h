@@ -9,19 +9,9 @@
 #include <vector>
 
 #include "engine/image/GreyImage.h"
+#include "engine/scene/TextLine.h"
 
 namespace dravik::engine {
-
-// A line of print as a turned box, in image pixels.
-struct TextLine {
-    float angle = 0;            // radians, falling to the right
-    float left = 0, right = 0;  // along the line: x * cos(angle) + y * sin(angle)
-    float top = 0, bottom = 0;  // of capitals, across the line: y * cos(angle) - x * sin(angle)
-    bool dark = true;           // than its background
-    float score = 0;            // of the chain: its pieces, as far as they stand in a row
-
-    float height() const noexcept { return bottom - top; }
-};
 
 // The lines from top to bottom; those side by side at one height from left to right. None in noise and
 // texture; few or none once a stop is requested.

@@ -5,6 +5,7 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <memory>
 
 #include "tool/Samples.h"
 
@@ -21,10 +22,13 @@ using SampleInputs = std::array<float, kInputCount>;
 constexpr std::size_t kHeightInput = tool::kFeatureCount;
 constexpr std::size_t kOffsetInput = tool::kFeatureCount + 1;
 
+struct SampleOrigin;
+
 struct Sample {
     std::uint64_t serial = 0;  // names the sample within its font for good
     std::int32_t code = 0;     // of the character that it is labelled with
     SampleInputs inputs{};
+    std::shared_ptr<const SampleOrigin> origin{};  // null when it is not known
 };
 
 }  // namespace dravik::engine

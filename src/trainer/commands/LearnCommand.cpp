@@ -82,6 +82,7 @@ bool include(engine::EmbeddedTool& tool, tool::FontUseCases& fonts, const Listed
     std::string reason;
     try {
         tool.setImage(decoder(sample.path));
+        tool.setImageName(fileOf(sample));
         const auto outcome = fonts.include({.text = sample.text, .addMissing = true});
         if (const auto* included = std::get_if<tool::Included>(&outcome)) {
             streams.out << "included " << included->samples << '\t' << sample.image << std::endl;

@@ -4,10 +4,10 @@
 
 #include "engine/image/GreyImage.h"
 
-namespace dravik::trainer {
+namespace dravik::engine {
 
 // At most `side` pixels wide and high, with the image's proportions; never larger than the image itself.
 // Empty when the image is or when `side` is below 1.
-engine::GreyImage thumbnailOf(const engine::GreyImage& image, int side);
+GreyImage thumbnailOf(const GreyImage& image, int side);
 
-}  // namespace dravik::trainer
+}  // namespace dravik::engine

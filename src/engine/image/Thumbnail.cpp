@@ -1,10 +1,10 @@
-#include "trainer/Thumbnail.h"
+#include "engine/image/Thumbnail.h"
 
 #include <algorithm>
 #include <cmath>
 #include <vector>
 
-namespace dravik::trainer {
+namespace dravik::engine {
 namespace {
 
 // The part of the source that one target pixel covers along one axis: whole pixels, the first and last in
@@ -32,7 +32,7 @@ std::vector<Coverage> coverages(int sourceLength, int targetLength) {
 
 }  // namespace
 
-engine::GreyImage thumbnailOf(const engine::GreyImage& image, int side) {
+GreyImage thumbnailOf(const GreyImage& image, int side) {
     if (image.empty() || side < 1) return {};
     const double scale = std::min(1.0, static_cast<double>(side) / std::max(image.width(), image.height()));
     const int width = std::max(1, static_cast<int>(std::lround(image.width() * scale)));
@@ -40,7 +40,7 @@ engine::GreyImage thumbnailOf(const engine::GreyImage& image, int side) {
 
     const auto across = coverages(image.width(), width);
     const auto down = coverages(image.height(), height);
-    engine::GreyImage result(width, height);
+    GreyImage result(width, height);
     std::vector<float> sums(static_cast<std::size_t>(width));
     for (int y = 0; y < height; ++y) {
         std::fill(sums.begin(), sums.end(), 0.0F);
@@ -62,4 +62,4 @@ engine::GreyImage thumbnailOf(const engine::GreyImage& image, int side) {
     return result;
 }
 
-}  // namespace dravik::trainer
+}  // namespace dravik::engine

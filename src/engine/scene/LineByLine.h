@@ -1,0 +1,18 @@
+// Looks at lines of print one by one, and at the room between them.
+#pragma once
+
+#include <span>
+#include <stop_token>
+
+#include "engine/scene/Scene.h"
+
+namespace dravik::engine {
+
+// How likely, in log odds, something is print at least that is taken for it where nothing is clearer.
+constexpr double kPerhapsPrint = -1;
+
+// What the lines show, each looked at alone. A line without clear characters is none when another has them;
+// what stands at the end of a line, far from the rest, and between lines is tried too.
+Scene lineByLine(const GreyImage& image, std::span<const TextLine> lines, const std::stop_token& stop);
+
+}  // namespace dravik::engine
