@@ -56,15 +56,15 @@ ScreenState FontActs::plainState() const {
 }
 
 void FontActs::undo() {
-    step(history_.undoWords(), "Undo", "Undone: ", &tool::FontHistory::undo, undone);
+    step(history_.undoWords(), "Undo", "Undone: ", &tool::FontHistory::undo);
 }
 
 void FontActs::redo() {
-    step(history_.redoWords(), "Redo", "Done again: ", &tool::FontHistory::redo, redone);
+    step(history_.redoWords(), "Redo", "Done again: ", &tool::FontHistory::redo);
 }
 
 void FontActs::step(const std::optional<std::string>& words, const char* source, const char* done,
-                    std::string (tool::FontHistory::*move)(), ui::Signal<const std::string&>& told) {
+                    std::string (tool::FontHistory::*move)()) {
     if (!words || isTraining()) return;
     try {
         const auto state = screen::decodeScreenState((history_.*move)());
@@ -72,7 +72,6 @@ void FontActs::step(const std::optional<std::string>& words, const char* source,
         if (font.value_or("") != control_.selectedFont()) control_.showFont(font.value_or(""));
         control_.refreshAfterHistory(state.value_or(plainState()), isUnsaved());
         say(done + *words);
-        told(*words);
         moved();
     } catch (...) {
         control_.tellFailure(source, currentFailure());

@@ -54,16 +54,13 @@ class FontActs {
     ui::Signal<> changed;
     // The font went back or forth, or another one is shown.
     ui::Signal<> moved;
-    // The act of these words was taken back, or done again.
-    ui::Signal<const std::string&> undone;
-    ui::Signal<const std::string&> redone;
 
   private:
     void record(const screen::OperatorAct& act);
     void guardScreen(const screen::OperatorAct& act);
     void fontMayHaveChanged();
     void step(const std::optional<std::string>& words, const char* source, const char* done,
-              std::string (tool::FontHistory::*move)(), ui::Signal<const std::string&>& told);
+              std::string (tool::FontHistory::*move)());
     screen::ScreenState plainState() const;
     void showRunFailure();
     bool isTraining() const;

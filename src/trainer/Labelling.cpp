@@ -31,20 +31,10 @@ Labelling::Labelling(const Around& around, std::string labelsFile)
     connections_.push_back(sample.cmdInclude.click.connect([this] { includeEnded(); }));
     connections_.push_back(around_.control.actEnded().connect([this](const screen::OperatorAct& act) {
         if (act.kind == screen::OperatorAct::Kind::Include && !act.characters.empty()) hasIncluded_ = true;
-        if (act.kind == screen::OperatorAct::Kind::UndoOfInclude)
-            included_.takeBack(around_.control.selectedFont());
-        statesChanged();
+        fontMayHaveChanged();
     }));
-    const auto isInclude = [](const std::string& words) { return words.starts_with("include of "); };
-    connections_.push_back(around_.acts.undone.connect([=, this](const std::string& words) {
-        if (isInclude(words)) included_.takeBack(around_.control.selectedFont());
-        statesChanged();
-    }));
-    connections_.push_back(around_.acts.redone.connect([=, this](const std::string& words) {
-        if (isInclude(words)) included_.doAgain(around_.control.selectedFont());
-        statesChanged();
-    }));
-    connections_.push_back(around_.control.fontStateChanged.connect([this] { statesChanged(); }));
+    connections_.push_back(around_.acts.moved.connect([this] { fontMayHaveChanged(); }));
+    connections_.push_back(around_.control.fontStateChanged.connect([this] { fontMayHaveChanged(); }));
     connections_.push_back(keepTimer_.tick.connect([this] { labelsKept(); }));
     for (const std::string& image : book_.images()) format_.add(*book_.text(image));
 }
@@ -177,8 +167,21 @@ void Labelling::insertTyped(std::size_t place, const std::string& text) {
     box().setText(now);
 }
 
+const IncludedImages& Labelling::included() const {
+    if (std::exchange(isIncludedStale_, false))
+        included_ = around_.tool.currentFont()
+                        ? IncludedImages(*around_.tool.samples(tool::SampleKind::Committed))
+                        : IncludedImages();
+    return included_;
+}
+
+void Labelling::fontMayHaveChanged() {
+    isIncludedStale_ = true;
+    statesChanged();
+}
+
 PartState Labelling::state(const std::string& path) const {
-    if (included_.has(around_.control.selectedFont(), path)) return PartState::Included;
+    if (included().has(path)) return PartState::Included;
     const auto found = states_.find(path);
     return found == states_.end() ? PartState::New : found->second;
 }
@@ -225,12 +228,11 @@ bool Labelling::leadsToDoubt() {
 }
 
 bool Labelling::isIncludedUnwanted() {
-    const auto* before = included_.find(around_.control.selectedFont(), digestOf(around_.parts.image()));
-    if (!before) return false;
-    const std::string same =
-        before->path == path_ ? "This image" : "An image that shows the same, " + before->path + ",";
+    const std::string before = included().same(path_, digest_);
+    if (before.empty()) return false;
+    const std::string what = before == path_ ? "This image" : "An image that shows the same, " + before + ",";
     return around_.platform.messageBox(
-               {same + " is included in the font " + before->font +
+               {what + " is included in the font " + around_.control.selectedFont() +
                     " already. Its characters would count twice.\r\rInclude it once more?",
                 "Included Already", ui::MessageBox::Buttons::YesNo}) != ui::Answer::Yes;
 }
@@ -264,7 +266,6 @@ void Labelling::includeEnded() {
         around_.acts.say(around_.parts.name(around_.parts.current()) + " is not included");
         return;
     }
-    included_.add({around_.control.selectedFont(), path, digestOf(around_.parts.image())});
     book_.set(path, text);
     format_.add(text);
     drafts_.erase(path);

@@ -4,6 +4,7 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <map>
 #include <optional>
 #include <string>
@@ -52,6 +53,8 @@ class Labelling {
     // Another image is current, decoded or not yet. Its text of another time stands in the box, else none
     // does until it is proposed; text of the image before stays only if it is to be kept.
     void imageComesUp();
+    // The characters of the current image are found, whose pixels have that digest.
+    void imageFound(std::uint64_t digest) { digest_ = digest; }
     // What the characters of the current image may be, now or anew.
     void propose(std::vector<engine::CharacterCandidates> candidates);
 
@@ -92,6 +95,8 @@ class Labelling {
     void showText(const std::string& text);
     void showOwnText();
     void textEdited();
+    const IncludedImages& included() const;
+    void fontMayHaveChanged();
     void setState(const std::string& path, PartState state);
     void pointAt(std::size_t place, const std::string& why);
 
@@ -108,11 +113,13 @@ class Labelling {
     const Around around_;
     LabelBook book_;
     LabelFormat format_;
-    IncludedImages included_;
+    mutable IncludedImages included_;
+    mutable bool isIncludedStale_ = true;
     std::map<std::string, PartState> states_;    // but for the included ones, by path
     std::map<std::string, std::string> drafts_;  // typed and not included, by path
 
     std::string path_;  // of the image that is up
+    std::uint64_t digest_ = 0;
     ProposedText text_;
     std::vector<engine::CharacterCandidates> candidates_;
     int pointedAt_ = -1;

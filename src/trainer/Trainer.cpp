@@ -141,9 +141,10 @@ struct Trainer::Parts {
         start(Doing::Finding,
               [this, image, path = opened.path(opened.current())](const std::stop_token& stop) {
                   const auto seen = std::make_shared<engine::Scene>(engine::findScene(image, stop));
-                  return [this, image, path, seen] {
+                  return [this, image, path, seen, digest = digestOf(*image)] {
                       tool->shareImage(image, seen);
-                      tool->setImageName(path);
+                      tool->setImageName(path, digest);
+                      labelling->imageFound(digest);
                       if (foundReady) foundReady();
                   };
               });

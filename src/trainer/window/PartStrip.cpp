@@ -4,6 +4,8 @@
 #include <chrono>
 #include <cmath>
 
+#include "trainer/window/ActionPictures.h"
+
 namespace dravik::trainer {
 namespace {
 
@@ -23,6 +25,37 @@ PartStrip::PartStrip(OpenedParts& parts) : parts_(parts) {
         showCurrent();
     }));
     connections_.push_back(decodeTimer_.tick.connect([this] { decodeNext(); }));
+}
+
+const PartMark& PartStrip::mark(int index) const {
+    static const PartMark kNone;
+    static const PartMark kIncluded{includedPicture(), "included"};
+    static const PartMark kRefused{refusedPicture(), "not included"};
+    static const PartMark kDoubtful{doubtfulPicture(), "in doubt"};
+    static const PartMark kFailed{failedPicture(), "cannot be opened"};
+    switch (stateOf ? stateOf(parts_.path(index)) : PartState::New) {
+        case PartState::Included:
+            return kIncluded;
+        case PartState::Refused:
+            return kRefused;
+        case PartState::Doubtful:
+            return kDoubtful;
+        case PartState::Failed:
+            return kFailed;
+        case PartState::New:
+            break;
+    }
+    return kNone;
+}
+
+std::string PartStrip::tip(int index) const {
+    const std::string& what = mark(index).text;
+    return parts_.path(index) + (what.empty() ? "" : "\n" + what);
+}
+
+std::string PartStrip::description(int index) const {
+    const std::string& what = mark(index).text;
+    return name(index) + (what.empty() ? "" : ", " + what);
 }
 
 void PartStrip::setWidth(int width) {

@@ -77,6 +77,10 @@ TrainerWindow::TrainerWindow(Trainer& trainer, ui::Platform& platform, WindowSys
     connections_.push_back(trainer.labelling().textWanted.connect([this] {
         if (!strip.hasStepped()) trainer_.control().screen().sample.txtSampleInput.setFocus();
     }));
+    strip.stateOf = [&labelling = trainer.labelling()](const std::string& path) {
+        return labelling.state(path);
+    };
+    connections_.push_back(trainer.labelling().statesChanged.connect([this] { strip.statesChanged(); }));
     connections_.push_back(trainer.checkChanged.connect([this] { textsChanged(); }));
     connections_.push_back(trainer.acts().changed.connect([this] { showActs(); }));
     connections_.push_back(trainer.workTimer().changed.connect([this] { showPossible(); }));
