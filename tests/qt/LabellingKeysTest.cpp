@@ -41,7 +41,7 @@ Label labelOf(int number, std::minstd_rand& random) {
     const auto digits = [&](int least, int most) {
         return least + static_cast<int>(random() % unsigned(most - least + 1));
     };
-    return {QStringLiteral("LOT %1%2").arg(QChar('A' + number / 4 % 6)).arg(digits(1000, 9999)),
+    return {QStringLiteral("LOT %1%2").arg(QChar('A' + number % 4)).arg(digits(1000, 9999)),
             QStringLiteral("EXP %1-%2-%3")
                 .arg(digits(2026, 2031))
                 .arg(digits(1, 12), 2, 10, QLatin1Char('0'))
@@ -60,7 +60,8 @@ QImage photographed(const Label& label, std::minstd_rand& random) {
     QFont font(QStringLiteral("DejaVu Sans Mono"));
     font.setPixelSize(between(42, 46));
     painter.setFont(font);
-    painter.setPen(QColor(between(30, 60), 0, 0).red() * 0x010101u);
+    const int ink = between(30, 60);
+    painter.setPen(QColor(ink, ink, ink));
     painter.translate(320 + between(-20, 20), 240 + between(-30, 30));
     painter.rotate(between(-20, 20) / 10.0);
     painter.drawText(QRectF(-220, -60, 440, 60), Qt::AlignLeft, label.first);
@@ -87,7 +88,7 @@ class LabellingKeys : public testing::Test {
     }
 
     void draw(int count) {
-        std::minstd_rand random(7);
+        std::minstd_rand random(1);
         QDir().mkpath(parts());
         for (int i = 0; i < count; ++i) {
             labels.push_back(labelOf(i, random));
@@ -124,12 +125,14 @@ class LabellingKeys : public testing::Test {
     }
 
     void openFolder() {
+        const QString before = QDir::currentPath();
         QDir::setCurrent(folder.path());
         QTimer::singleShot(200, [this] {
             type(QStringLiteral("line3-labels"));
             press(Qt::Key_Return);
         });
         press(Qt::Key_O, Qt::ControlModifier | Qt::ShiftModifier);
+        QDir::setCurrent(before);
         ASSERT_EQ(trainer.parts().count(), static_cast<int>(labels.size()));
     }
     void newFont() {
@@ -143,6 +146,8 @@ class LabellingKeys : public testing::Test {
     void waitForProposal() {
         ASSERT_TRUE(waitUntil([&] { return !trainer.isWorking(); }));
     }
+    // Enter answers a question with Yes.
+    int allKeys() const { return keys + static_cast<int>(dialogs.messages().size()); }
     bool isFound(const Label& label) {
         waitForProposal();
         return trainer.preview().size() == characterCount(label.text());
@@ -215,41 +220,42 @@ TEST_F(LabellingKeys, EightImagesMakeAFontThatReadsTheNinth) {
     draw(9);
     openFolder();
     newFont();
-    dialogs.answerOthers(QStringLiteral("Yes"));  // characters that the font does not have yet
+    dialogs.answerOthers(QStringLiteral("Yes"));  // to characters that the font does not have yet
     for (int i = 0; i < 8; ++i) include(labels[static_cast<std::size_t>(i)]);
-    keys += static_cast<int>(dialogs.messages().size());
     learn();
-    std::cout << "8 images: " << keys << " keys, no click; " << corrected << " characters corrected, "
-              << dialogs.messages().size() << " questions\n";
+    std::cout << "8 images: " << allKeys() << " keys, no click; " << corrected << " characters corrected\n";
     EXPECT_EQ(read(), labels[8].text());
-    EXPECT_LE(keys, 70);
-    EXPECT_TRUE(dialogs.problems().isEmpty()) << dialogs.problems().join(QLatin1Char(';')).toStdString();
+    EXPECT_LE(allKeys(), 70);
+    EXPECT_TRUE(dialogs.problems().isEmpty()) << utf8(dialogs.problems().join(QLatin1Char(';')));
 }
 
-TEST_F(LabellingKeys, TwoHundredImagesTakeTwoKeysEach) {
-    draw(200);
+// As many as tools/count-keys.sh asks for.
+TEST_F(LabellingKeys, LaterImagesTakeTwoKeysEach) {
+    constexpr int kFirst = 5;
+    const int count = qEnvironmentVariable("DRAVIK_LABELLED_IMAGES", "25").toInt();
+    draw(count);
     openFolder();
     newFont();
     dialogs.answerOthers(QStringLiteral("Yes"));
-    int first = 0, missed = 0;
-    for (int i = 0; i < 200; ++i) {
-        if (i == 5) {
+    int afterFirst = 0, notFound = 0;
+    for (int i = 0; i < count; ++i) {
+        if (i == kFirst) {
             learn();
-            first = keys;
+            afterFirst = allKeys();
         }
         if (!isFound(labels[static_cast<std::size_t>(i)])) {
-            ++missed;
+            ++notFound;
             press(Qt::Key_PageDown);
             continue;
         }
-        const int before = keys;
         include(labels[static_cast<std::size_t>(i)]);
-        if (i >= 5 && keys - before > 1)
-            std::cout << i << ": " << keys - before << " " << labels[static_cast<std::size_t>(i)].text()
-                      << "\n";
     }
-    std::cout << "200 images: " << keys << " keys, of which " << keys - first << " for the last 195; "
-              << corrected << " corrected, " << missed << " not found\n";
+    const int later = allKeys() - afterFirst;
+    std::cout << count << " images: " << allKeys() << " keys, " << later << " of them for the last "
+              << count - kFirst << ", no click; " << corrected << " characters corrected, " << notFound
+              << " images without all of their characters\n";
+    EXPECT_LE(later, 2 * (count - kFirst));
+    EXPECT_LE(notFound, count / 10);
 }
 
 }  // namespace
