@@ -98,6 +98,19 @@ void FontActs::save() {
     }
 }
 
+void FontActs::change(const std::string& words, const std::function<void()>& body) {
+    try {
+        body();
+        ScreenState state = control_.state();
+        state.includeEnabled = true;  // it may be held at the moment
+        history_.endAct(words, screen::encode(state));
+        control_.refreshAfterHistory(control_.state(), isUnsaved());
+    } catch (...) {
+        control_.tellFailure("Change", currentFailure());
+    }
+    changed();
+}
+
 void FontActs::restore(const tool::FontVersion& version, const std::string& name) {
     history_.restoreVersion(version, name);
     leaveDecision();

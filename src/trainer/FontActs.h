@@ -35,6 +35,9 @@ class FontActs {
     bool isUnsaved() const;
     // Writes the current font to its file, in whatever state the screen is. A failure is told on the screen.
     void save();
+    // An act of the program's own on the current font, in words to follow "Undo ". A failure is told on the
+    // screen.
+    void change(const std::string& words, const std::function<void()>& body);
     // Makes a font of an older version and shows it. Raises as FontHistory::restoreVersion().
     void restore(const tool::FontVersion& version, const std::string& name);
     // The screen waits for a decision about what was learnt, and neither Save nor Revert need be possible:

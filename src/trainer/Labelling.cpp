@@ -144,29 +144,6 @@ std::size_t Labelling::doubts() const {
     return count;
 }
 
-void Labelling::replaceTyped(std::size_t place, const std::string& text) {
-    std::vector<std::string> all = characters(box().text());
-    place += leadingBlanks();
-    if (place > all.size() || (place == all.size() && text.empty())) return;
-    if (place == all.size())
-        all.push_back(text);
-    else
-        all[place] = text;
-    std::string now;
-    for (const std::string& one : all) now += one;
-    box().setText(now);
-}
-
-void Labelling::insertTyped(std::size_t place, const std::string& text) {
-    std::vector<std::string> all = characters(box().text());
-    place += leadingBlanks();
-    if (place > all.size()) return;
-    all.insert(all.begin() + static_cast<std::ptrdiff_t>(place), text);
-    std::string now;
-    for (const std::string& one : all) now += one;
-    box().setText(now);
-}
-
 const IncludedImages& Labelling::included() const {
     if (std::exchange(isIncludedStale_, false))
         included_ = around_.tool.currentFont()

@@ -69,10 +69,6 @@ class Labelling {
     bool isProposed() const noexcept { return !isOwn_ && !text_.text().empty(); }
     // The found character that the operator is led to, -1 when there is none.
     int pointedAt() const noexcept { return pointedAt_; }
-    // The typed character of a found one becomes this text, "" takes it away; or text comes before it. As if
-    // the operator had typed it.
-    void replaceTyped(std::size_t place, const std::string& text);
-    void insertTyped(std::size_t place, const std::string& text);
 
     PartState state(const std::string& path) const;
     const LabelBook& labels() const noexcept { return book_; }

@@ -43,6 +43,17 @@ struct Trainer::Parts {
         return tool::inCase(text, tool::fontCase(*tool));
     }
 
+    void editTyped(std::size_t index, std::size_t replaced, const std::string& text) {
+        auto& box = control.screen().sample.txtSampleInput;
+        const std::vector<std::string> typed = characters(tool::textToInclude(box.text()));
+        std::string all;
+        for (std::size_t i = 0; i < typed.size(); ++i) {
+            if (i == index) all += text;
+            if (i < index || i >= index + replaced) all += typed[i];
+        }
+        box.setText(index >= typed.size() ? all + text : all);
+    }
+
     void findPreview() {
         preview.clear();
         mismatch = 0;
@@ -57,11 +68,12 @@ struct Trainer::Parts {
             previewText = kStopped;
         } else {
             const auto& found = tool->found();
+            const auto boxes = tool->characterBoxes();
             const auto typed = characters(textToInclude());
             preview.reserve(found.size());
             for (std::size_t i = 0; i < found.size(); ++i)
-                preview.push_back(
-                    {found[i], i < typed.size() ? typed[i] : std::string(), labelling->doubt(i)});
+                preview.push_back({found[i], i < typed.size() ? typed[i] : std::string(), boxes[i].place,
+                                   labelling->doubt(i)});
             previewText = counted(found.size(), "found");
             if (typed.empty()) return;
             mismatch = static_cast<int>(typed.size()) - static_cast<int>(found.size());
@@ -136,18 +148,27 @@ struct Trainer::Parts {
     void findCharacters() {
         work.cancel();
         doing = Doing::Nothing;
+        stopped = false;
+        settings = adjustments->settings();
         const auto image = opened.sharedImage();
         if (image->empty()) return tool->shareImage(image);
-        start(Doing::Finding,
-              [this, image, path = opened.path(opened.current())](const std::stop_token& stop) {
-                  const auto seen = std::make_shared<engine::Scene>(engine::findScene(image, stop));
-                  return [this, image, path, seen, digest = digestOf(*image)] {
-                      tool->shareImage(image, seen);
-                      tool->setImageName(path, digest);
-                      labelling->imageFound(digest);
-                      if (foundReady) foundReady();
-                  };
-              });
+        start(Doing::Finding, [this, image, settings = settings,
+                               path = opened.path(opened.current())](const std::stop_token& stop) {
+            const auto seen = std::make_shared<engine::Scene>(engine::findScene(image, settings, stop));
+            return [this, image, path, seen, digest = digestOf(*image)] {
+                tool->shareImage(image, seen);
+                tool->setImageName(path, digest);
+                labelling->imageFound(digest);
+                adjustments->charactersFound();
+                if (foundReady) foundReady();
+            };
+        });
+    }
+
+    // The font or its settings may be others: the characters are looked for anew then.
+    void lookBySettings() {
+        const bool mayLook = opened.current() >= 0 && !opened.isDecoding() && !opened.image().empty();
+        if (mayLook && settings != adjustments->settings()) findCharacters();
     }
 
     using EmbeddedReading = engine::EmbeddedTool::ReadingWork;
@@ -217,6 +238,8 @@ struct Trainer::Parts {
     screen::DravikDlg control;
     std::optional<FontActs> acts;
     std::optional<Labelling> labelling;
+    std::optional<ImageAdjustments> adjustments;
+    engine::SegmentationSettings settings;  // by which the characters were looked for last
 
     std::vector<LabelledCharacter> preview;
     int mismatch = 0;
@@ -248,6 +271,7 @@ Trainer::Trainer(ui::Platform& platform, const JobFolder& folder, ImageDecoder d
     parts.labelling.emplace(
         Labelling::Around{parts.screenPlatform, parts.control, *parts.tool, parts.opened, *parts.acts},
         folder.labelsFile());
+    parts.adjustments.emplace(*parts.tool, *parts.acts, parts.opened);
 
     const auto refreshPreview = [this, &parts] {
         try {
@@ -292,7 +316,8 @@ Trainer::Trainer(ui::Platform& platform, const JobFolder& folder, ImageDecoder d
         parts.checkText = std::move(now);
         checkChanged();
     };
-    const auto refreshFont = [=] {
+    const auto refreshFont = [=, &parts] {
+        parts.lookBySettings();
         refreshTitle();
         refreshPreview();
         refreshReading();
@@ -304,6 +329,11 @@ Trainer::Trainer(ui::Platform& platform, const JobFolder& folder, ImageDecoder d
     connections.push_back(parts.opened.currentChanged.connect([=, &parts] {
         parts.labelling->imageComesUp();
         if (!parts.opened.isDecoding()) parts.findCharacters();
+        refreshPreview();
+        refreshReading();
+    }));
+    connections.push_back(parts.adjustments->settingsChanged.connect(refreshFont));
+    connections.push_back(parts.adjustments->charactersChanged.connect([=] {
         refreshPreview();
         refreshReading();
     }));
@@ -362,6 +392,10 @@ OpenedParts& Trainer::parts() noexcept {
     return parts_->opened;
 }
 
+ImageAdjustments& Trainer::adjustments() noexcept {
+    return *parts_->adjustments;
+}
+
 const JobFolder& Trainer::folder() const noexcept {
     return parts_->folder;
 }
@@ -411,6 +445,21 @@ const std::vector<LabelledCharacter>& Trainer::preview() const noexcept {
 
 int Trainer::mismatch() const noexcept {
     return parts_->mismatch;
+}
+
+void Trainer::replaceTyped(std::size_t index, const std::string& text) {
+    parts_->editTyped(index, 1, text);
+}
+
+void Trainer::insertTyped(std::size_t index, const std::string& text) {
+    parts_->editTyped(index, 0, text);
+}
+
+std::vector<std::string> Trainer::suggestions() {
+    std::vector<std::string> result;
+    for (const engine::SuggestedCharacter& one : parts_->tool->suggest())
+        result.push_back(one.best().character);
+    return result;
 }
 
 std::string Trainer::previewText() const {

@@ -11,6 +11,8 @@ ui::Picture zoomInPicture();
 ui::Picture zoomOutPicture();
 ui::Picture fitPicture();
 ui::Picture actualSizePicture();
+ui::Picture regionPicture();
+ui::Picture correctCharactersPicture();
 ui::Picture keepTextPicture();
 
 // What has become of an image, each of a shape and a colour of its own on a white ground.

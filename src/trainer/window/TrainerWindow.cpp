@@ -31,6 +31,7 @@ std::string doubledMarks(const std::string& text) {
 TrainerWindow::TrainerWindow(Trainer& trainer, ui::Platform& platform, WindowSystem& system)
     : actions(trainer.control().screen()),
       strip(trainer.parts()),
+      tools(trainer, platform, actions, view),
       trainer_(trainer),
       platform_(platform),
       system_(system) {
@@ -48,7 +49,12 @@ TrainerWindow::TrainerWindow(Trainer& trainer, ui::Platform& platform, WindowSys
     on(actions.fit, [this] { view.fit(); });
     on(actions.actualSize, [this] { view.showActualSize(); });
     on(actions.guide, [this] { showGuide(); });
-    on(actions.undo, [this] { trainer_.acts().undo(); });
+    on(actions.undo, [this] {
+        if (tools.undoText())
+            tools.undo();
+        else
+            trainer_.acts().undo();
+    });
     on(actions.redo, [this] { trainer_.acts().redo(); });
     on(actions.stopReading, [this] { trainer_.stopWorking(); });
     on(actions.readAgain, [this] { trainer_.lookAgain(); });
@@ -65,14 +71,21 @@ TrainerWindow::TrainerWindow(Trainer& trainer, ui::Platform& platform, WindowSys
     on(actions.about, [this] { showAbout(); });
 
     const auto showPreview = [this] {
-        view.setCharacters(trainer_.preview(), trainer_.mismatch());
+        view.setCharacters(trainer_.preview(), trainer_.mismatch(), trainer_.labelling().pointedAt());
         textsChanged();
     };
-    const auto showReading = [this] { reading.setReading(trainer_.reading()); };
+    const auto showReading = [this] {
+        reading.setReading(trainer_.reading());
+        std::vector<engine::ReadCharacter> all;
+        for (const auto& line : trainer_.reading().lines) all.insert(all.end(), line.begin(), line.end());
+        view.setReading(std::move(all));
+    };
     connections_.push_back(parts.currentChanged.connect([this] { showPart(); }));
     connections_.push_back(parts.listChanged.connect([this] { showPossible(); }));
     connections_.push_back(view.changed.connect([this] { showPossible(); }));
     connections_.push_back(trainer.previewChanged.connect(showPreview));
+    connections_.push_back(view.modeChanged.connect([this] { showActs(); }));
+    connections_.push_back(trainer.adjustments().charactersChanged.connect([this] { showActs(); }));
     connections_.push_back(trainer.readingChanged.connect(showReading));
     connections_.push_back(trainer.labelling().textWanted.connect([this] {
         if (!strip.hasStepped()) trainer_.control().screen().sample.txtSampleInput.setFocus();
@@ -103,7 +116,8 @@ void TrainerWindow::showPart() {
 void TrainerWindow::showActs() {
     FontActs& acts = trainer_.acts();
     const bool training = trainer_.isTraining(), loaded = trainer_.tool().currentFont().has_value();
-    const auto undo = acts.undoText(), redo = acts.redoText();
+    const auto correction = tools.undoText();
+    const auto undo = correction ? correction : acts.undoText(), redo = acts.redoText();
     actions.undo.setText(undo ? "&" + doubledMarks(*undo) : kUndoText);
     actions.undo.setEnabled(undo.has_value());
     actions.redo.setText(redo ? "&" + doubledMarks(*redo) : kRedoText);
@@ -149,7 +163,8 @@ std::string TrainerWindow::scaleText() const {
 }
 
 std::string TrainerWindow::previewText() const {
-    return (previewWarns() ? "\u26A0 " : "") + trainer_.previewText();
+    const std::string note = trainer_.isLooking() ? std::string() : tools.note();
+    return (previewWarns() ? "\u26A0 " : "") + trainer_.previewText() + (note.empty() ? "" : ", " + note);
 }
 
 std::string TrainerWindow::viewDescription() const {

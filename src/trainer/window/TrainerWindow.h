@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "trainer/Trainer.h"
+#include "trainer/window/ImageTools.h"
 #include "trainer/window/PartStrip.h"
 #include "trainer/window/PartViewModel.h"
 #include "trainer/window/ReadingModel.h"
@@ -72,6 +73,7 @@ class TrainerWindow {
     PartViewModel view;
     PartStrip strip;
     ReadingModel reading;
+    ImageTools tools;
 
     std::string title() const { return trainer_.title(); }
 

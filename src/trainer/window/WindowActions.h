@@ -43,8 +43,20 @@ class WindowActions {
     Action zoomOut;
     Action fit;
     Action actualSize;
+    Action readingOnImage;
     Action stopReading;
     Action readAgain;
+
+    Action region;
+    Action regionForImage;
+    Action clearRegion;
+    Action imageSettings;
+    Action correctCharacters;
+    Action splitCharacter;
+    Action joinCharacters;
+    Action addCharacter;
+    Action removeCharacter;
+    Action restoreCharacters;
 
     Action fontNew;
     Action fontSelect;
