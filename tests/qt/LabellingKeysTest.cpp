@@ -2,13 +2,12 @@
 // by the keyboard alone in the real window. Every key that is pressed is counted.
 #include <gmock/gmock.h>
 
-#include <QAbstractButton>
 #include <QApplication>
 #include <QDir>
-#include <QFileDialog>
 #include <QImage>
 #include <QLineEdit>
 #include <QPainter>
+#include <QSettings>
 #include <QTemporaryDir>
 #include <QTimer>
 #include <QtTest/QTest>
@@ -79,6 +78,7 @@ QImage photographed(const Label& label, std::minstd_rand& random) {
 class LabellingKeys : public testing::Test {
   protected:
     LabellingKeys() {
+        QSettings().setValue(QStringLiteral("window/folder"), folder.path());
         platform.setMainWindow(&window);
         trainer.setPatience(kPatience);
         window.resize(1280, 800);
@@ -125,14 +125,11 @@ class LabellingKeys : public testing::Test {
     }
 
     void openFolder() {
-        const QString before = QDir::currentPath();
-        QDir::setCurrent(folder.path());
         QTimer::singleShot(200, [this] {
             type(QStringLiteral("line3-labels"));
             press(Qt::Key_Return);
         });
         press(Qt::Key_O, Qt::ControlModifier | Qt::ShiftModifier);
-        QDir::setCurrent(before);
         ASSERT_EQ(trainer.parts().count(), static_cast<int>(labels.size()));
     }
     void newFont() {
