@@ -23,6 +23,10 @@ std::string JobFolder::fontFile(const std::string& fontName) const {
     return fontsFolder() + fontName + ".nnd";
 }
 
+std::string JobFolder::labelsFile() const {
+    return folder_ + "Labels.tsv";
+}
+
 std::string JobFolder::traceLog() const {
     return folder_ + "dravik_log.txt";
 }

@@ -21,6 +21,7 @@ class JobFolder {
     std::string imagesFolder() const;
 
     std::string fontFile(const std::string& fontName) const;
+    std::string labelsFile() const;
     std::string traceLog() const;
     std::string uncommittedDump() const;
 

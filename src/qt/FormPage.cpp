@@ -1,6 +1,7 @@
 #include "qt/FormPage.h"
 
 #include <QKeyEvent>
+#include <QLineEdit>
 #include <QPushButton>
 
 #include "qt/AccessibleRoles.h"
@@ -63,6 +64,8 @@ bool FormPage::answerKey(const QKeyEvent& event) {
             focused->click();
         else if (form_.defaultButton && isDefaultField(focusWidget()))
             guarded([&] { form_.defaultButton->press(); });
+        else if (qobject_cast<QLineEdit*>(focusWidget()))
+            form_.defaultField->setFocus();
     } else if (form_.cancelButton) {
         guarded([&] { form_.cancelButton->press(); });
     } else {

@@ -1,6 +1,7 @@
 // The three kinds of buttons: push button, check box and option button.
 #pragma once
 
+#include <functional>
 #include <string>
 
 #include "ui/Widget.h"
@@ -24,10 +25,12 @@ class Button : public Widget {
                                           : caption_.substr(0, place) + "&" + caption_.substr(place);
     }
 
-    // As if the operator pressed it: does nothing while it is disabled.
+    // As if the operator pressed it: does nothing while it is disabled, or where mayPress says no.
     void press() {
-        if (enabled()) click();
+        if (enabled() && (!mayPress || mayPress())) click();
     }
+    // A program around the form may have something to ask first. One that is set is asked at each press.
+    std::function<bool()> mayPress;
 
     Signal<> click;
 

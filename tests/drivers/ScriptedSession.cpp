@@ -103,6 +103,8 @@ void ScriptedSession::run(const std::vector<std::string>& paths) {
     picture("images-opened");
 
     makeFont();
+    makeCurrent(lessons_.front().image);
+    picture("text-proposed");
     showMismatch(lessons_.front());
     if (kind_ == Kind::Guide) {
         showOtherDialogs(lessons_.front());
@@ -165,6 +167,11 @@ void ScriptedSession::include(const Task& task) {
     const bool first = &task == &lessons_.front();
     if (first) picture("text-typed");
     driver_.answerBoxes(ui::Answer::Yes);
+    if (kind_ == Kind::Guide && &task == &lessons_.back())
+        driver_.expectForm("includeQuestion", [this] {
+            picture("wrong-label");
+            driver_.click("cmdInclude");
+        });
     driver_.click("cmdInclude");
     const std::string message = driver_.message();
     std::string line = nameOf(task.image) + ": " + message;

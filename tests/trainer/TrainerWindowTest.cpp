@@ -12,7 +12,7 @@
 #include "screen/context/Screen.h"
 #include "screen/support/ScriptedPlatform.h"
 #include "trainer/support/PgmFile.h"
-#include "trainer/support/Workspace.h"
+#include "trainer/support/TrainerFixture.h"
 
 namespace dravik::test {
 
@@ -23,40 +23,6 @@ namespace {
 
 using testing::HasSubstr;
 using testing::Not;
-
-struct RecordingSystem : WindowSystem {
-    std::vector<std::string> choosePaths(const FileQuestion& question) override {
-        questions.push_back(question);
-        return chosen;
-    }
-    std::vector<std::string> clipboardImages(const std::string& newFile) override {
-        if (pasted.empty()) return {};
-        std::filesystem::copy_file(toPath(pasted), toPath(newFile));
-        return {newFile};
-    }
-    std::string kept(const std::string& key) const override {
-        const auto found = texts.find(key);
-        return found == texts.end() ? std::string() : found->second;
-    }
-    void keep(const std::string& key, const std::string& text) override { texts[key] = text; }
-    bool hasThemes() const override { return true; }
-    void showTheme(Theme shown) override { theme = shown; }
-    std::string chooseNewFile(const FileQuestion& question) override {
-        questions.push_back(question);
-        return newFile;
-    }
-    bool showGuide() override { return hasGuide; }
-    void closeWindow() override { ++closed; }
-
-    std::vector<FileQuestion> questions;
-    std::vector<std::string> chosen;
-    std::map<std::string, std::string> texts;
-    std::string pasted;  // a picture on the clipboard
-    std::string newFile;
-    Theme theme = Theme::Light;
-    int closed = 0;
-    bool hasGuide = true;
-};
 
 class TrainerWindowTest : public testing::Test {
   protected:
@@ -70,7 +36,7 @@ class TrainerWindowTest : public testing::Test {
 
     Workspace workspace;
     ScriptedPlatform platform;
-    RecordingSystem system;
+    FileChooser system;
     Trainer trainer{platform, JobFolder(workspace.jobs()), readPgm, false};
     TrainerWindow window{trainer, platform, system};
 };
@@ -79,8 +45,8 @@ TEST_F(TrainerWindowTest, OnlyWhatCanBeDoneIsEnabled) {
     window.view.setViewport(500, 300);
     EXPECT_EQ(
         enabled(),
-        "openImages openFolder watchFolder quit paste readingOnImage imageSettings viewGraphical viewNumeric "
-        "viewArray viewLog theme fontSelect fontRestore guide keys about ");
+        "openImages openFolder watchFolder quit paste keepText readingOnImage imageSettings viewGraphical "
+        "viewNumeric viewArray viewLog theme fontNew fontSelect fontRestore guide keys about ");
     window.actions.zoomIn.trigger();
     EXPECT_TRUE(window.view.fits());
     EXPECT_THAT(window.view.message(), HasSubstr("Ctrl+O"));
@@ -119,7 +85,7 @@ TEST_F(TrainerWindowTest, OnlyWhatCanBeDoneIsEnabled) {
 TEST_F(TrainerWindowTest, AMismatchIsSaidBeforeInclude) {
     window.view.setViewport(500, 300);
     window.open({workspace.draw("a.pgm", "123")});
-    EXPECT_EQ(window.previewText(), "3 characters found");
+    EXPECT_EQ(window.previewText(), "3 characters found, text proposed");
     EXPECT_FALSE(window.previewWarns());
     trainer.control().screen().sample.txtSampleInput.setText("12");
     EXPECT_EQ(window.previewText(), "\u26A0 3 characters found, 2 typed");

@@ -156,6 +156,16 @@ EmbeddedTool::ReadingWork EmbeddedTool::readingWork() {
     };
 }
 
+EmbeddedTool::CandidatesWork EmbeddedTool::candidatesWork() {
+    settle();
+    const FontState& font = fonts_->state();
+    return [seen = seen().scene(), training = font.training, statistics = font.samples.statistics(),
+            samples = font.samples.columns(SampleKind::Committed)](const std::stop_token& stop) {
+        return labelCandidates(*seen, training->network, statistics,
+                               DistanceMeasure(statistics, samples->samples), stop);
+    };
+}
+
 std::vector<SuggestedCharacter> EmbeddedTool::suggest() {
     return readWithoutFont(*seen().scene());
 }

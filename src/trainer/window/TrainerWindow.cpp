@@ -65,6 +65,11 @@ TrainerWindow::TrainerWindow(Trainer& trainer, ui::Platform& platform, WindowSys
     on(actions.redo, [this] { trainer_.acts().redo(); });
     on(actions.stopReading, [this] { trainer_.stopWorking(); });
     on(actions.readAgain, [this] { trainer_.lookAgain(); });
+    on(actions.keepText, [this] {
+        trainer_.labelling().setKeepsText(!actions.keepText.checked());
+        actions.keepText.setChecked(trainer_.labelling().keepsText());
+    });
+    on(actions.fontNew, [this] { newFont(); });
     on(actions.fontSelect, [this] { selectFont(); });
     on(actions.fontSave, [this] { save(); });
     on(actions.fontSaveCopy, [this] { saveCopy(); });
@@ -93,6 +98,13 @@ TrainerWindow::TrainerWindow(Trainer& trainer, ui::Platform& platform, WindowSys
     connections_.push_back(view.modeChanged.connect([this] { showActs(); }));
     connections_.push_back(trainer.adjustments().charactersChanged.connect([this] { showActs(); }));
     connections_.push_back(trainer.readingChanged.connect(showReading));
+    connections_.push_back(trainer.labelling().textWanted.connect([this] {
+        if (!strip.hasStepped()) trainer_.control().screen().sample.txtSampleInput.setFocus();
+    }));
+    strip.stateOf = [&labelling = trainer.labelling()](const std::string& path) {
+        return labelling.state(path);
+    };
+    connections_.push_back(trainer.labelling().statesChanged.connect([this] { strip.statesChanged(); }));
     connections_.push_back(trainer.checkChanged.connect([this] { textsChanged(); }));
     connections_.push_back(trainer.acts().changed.connect([this] { showActs(); }));
     connections_.push_back(trainer.workTimer().changed.connect([this] { showPossible(); }));
@@ -140,7 +152,7 @@ void TrainerWindow::showPreview() {
     if (camera_.liveImage())
         view.setCharacters({}, 0);
     else
-        view.setCharacters(trainer_.preview(), trainer_.mismatch());
+        view.setCharacters(trainer_.preview(), trainer_.mismatch(), trainer_.labelling().pointedAt());
     textsChanged();
 }
 
@@ -187,6 +199,7 @@ void TrainerWindow::showActs() {
     actions.undo.setEnabled(undo.has_value());
     actions.redo.setText(redo ? "&" + withoutAccessKeys(*redo) : kRedoText);
     actions.redo.setEnabled(redo.has_value());
+    actions.fontNew.setEnabled(!training);
     actions.fontSelect.setEnabled(!training);
     actions.fontSave.setEnabled(trainer_.control().screen().train.cmdSaveFont.enabled() || acts.isUnsaved());
     actions.fontSaveCopy.setEnabled(loaded);
@@ -294,6 +307,11 @@ void TrainerWindow::saveCopy() {
     }
 }
 
+void TrainerWindow::newFont() {
+    trainer_.newFont();
+    trainer_.control().screen().sample.txtSampleInput.setFocus();
+}
+
 void TrainerWindow::selectFont() {
     trainer_.acts().leaveDecision();
     trainer_.control().screen().font.cmdSelectFont.press();
@@ -341,7 +359,8 @@ void TrainerWindow::end() {
 }
 
 std::vector<ui::Timer*> TrainerWindow::timers() {
-    return {&trainer_.checkTimer(), &trainer_.workTimer(), &strip.decodeTimer(), &sources_.watchTimer()};
+    return {&trainer_.checkTimer(), &trainer_.workTimer(), &trainer_.labelling().keepTimer(),
+            &strip.decodeTimer(), &sources_.watchTimer()};
 }
 
 }  // namespace dravik::trainer

@@ -100,6 +100,7 @@ class TrainerWindow {
     void showActs();
     void save();
     void saveCopy();
+    void newFont();
     void selectFont();
     void restoreFont();
     std::string askForCopy(const std::string& font);

@@ -40,6 +40,12 @@ WindowActions::WindowActions(screen::Screen& screen)
       undo({"undo", kUndoText, "Take back what was done to the font last", {"Ctrl+Z"}}),
       redo({"redo", kRedoText, "Do again what was taken back", {"Ctrl+Y", "Ctrl+Shift+Z"}}),
       paste({"paste", "&Paste Image", "Open the image that is on the clipboard", {"Ctrl+V"}}),
+      keepText({"keepText",
+                "&Keep Text",
+                "The text stays for the next image, for many parts with one print",
+                {"Ctrl+K"},
+                keepTextPicture(),
+                true}),
       previous({"previous", "&Previous", "Previous image", {"Alt+Left"}, previousPartPicture()}),
       next({"next", "&Next", "Next image", {"Alt+Right"}, nextPartPicture()}),
       zoomIn({"zoomIn", "Zoom &In", "Zoom in", {"Ctrl++", "Ctrl+="}, zoomInPicture()}),
@@ -111,6 +117,7 @@ WindowActions::WindowActions(screen::Screen& screen)
       removeCharacter({"removeCharacter", "Remo&ve Character", "The selected box goes (Delete)"}),
       restoreCharacters(
           {"restoreCharacters", "Restore Fo&und Characters", "Drop all corrections of this image"}),
+      fontNew({"fontNew", "&New Font...", "Make a font and take it to the screen", {"Ctrl+N"}}),
       fontSelect({"fontSelect", "Select &Font...", screen.font.cmdSelectFont.toolTip(), {"Ctrl+F"}}),
       fontInclude({"fontInclude", "&Include", screen.sample.cmdInclude.toolTip()}),
       fontLearn({"fontLearn", "&Learn", screen.train.cmdTrain.toolTip(), {"Ctrl+L"}}),
@@ -126,7 +133,7 @@ WindowActions::WindowActions(screen::Screen& screen)
       menus_{{"&File",
               {&openImages, &openFolder, &openRecent, nullptr, &watchFolder, &camera, nullptr, &closeImage,
                &closeAll, nullptr, &quit}},
-             {"&Edit", {&undo, &redo, nullptr, &paste}},
+             {"&Edit", {&undo, &redo, nullptr, &paste, nullptr, &keepText}},
              {"I&mage",
               {&previous,
                &next,
@@ -155,11 +162,11 @@ WindowActions::WindowActions(screen::Screen& screen)
                &freeze}},
              {"&View", {&viewGraphical, &viewNumeric, &viewArray, nullptr, &viewLog, nullptr, &theme}},
              {"F&ont",
-              {&fontSelect, &fontInclude, &fontLearn, &fontStop, &fontSave, &fontRevert, nullptr,
+              {&fontNew, &fontSelect, &fontInclude, &fontLearn, &fontStop, &fontSave, &fontRevert, nullptr,
                &fontSaveCopy, &fontRestore}},
              {"&Help", {&guide, &keys, nullptr, &about}}},
-      toolbar_{&previous, &next,       nullptr, &zoomOut, &zoomIn,
-               &fit,      &actualSize, nullptr, &region,  &correctCharacters} {
+      toolbar_{&previous,   &next,   nullptr, &zoomOut,           &zoomIn, &fit,
+               &actualSize, nullptr, &region, &correctCharacters, nullptr, &keepText} {
     bind(fontInclude, screen.sample.cmdInclude);
     bind(fontLearn, screen.train.cmdTrain);
     bind(fontStop, screen.train.cmdStop);
@@ -208,7 +215,9 @@ const std::vector<KeyHelp>& keyHelp() {
         {"Tab, arrows among the characters", "from character to character; Enter for its menu"},
         {"S, J, A, Delete among the characters", "split, join with the next, add, remove"},
         {"Ctrl+arrows, Shift+arrows among them", "move, size the character"},
-        {"Enter", "include the typed text"},
+        {"Enter", "include the text and go on, but first to each character in doubt"},
+        {"Ctrl+N, Ctrl+F", "new font, select a font"},
+        {"Ctrl+K", "keep the text for the next image"},
         {"Ctrl+L, Ctrl+S", "learn, save the font"},
         {"Ctrl+Z, Ctrl+Y", "undo, redo, but where text is typed"},
         {"F8", "freeze the camera's picture, show it live"},

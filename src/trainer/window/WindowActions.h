@@ -43,6 +43,7 @@ class WindowActions {
     Action undo;
     Action redo;
     Action paste;
+    Action keepText;
 
     Action previous;
     Action next;
@@ -75,6 +76,7 @@ class WindowActions {
     Action removeCharacter;
     Action restoreCharacters;
 
+    Action fontNew;
     Action fontSelect;
     Action fontInclude;
     Action fontLearn;
