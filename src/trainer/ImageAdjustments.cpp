@@ -36,6 +36,13 @@ void ImageAdjustments::setCommon(const SegmentationSettings& settings, const std
         withoutFont_ = settings;
 }
 
+void ImageAdjustments::fontShown() {
+    const std::optional<std::string> font = tool_.currentFont();
+    if (std::exchange(font_, font) == font || !font || withoutFont_ == SegmentationSettings{}) return;
+    if (tool_.settings() == SegmentationSettings{} && tool_.samples(tool::SampleKind::Committed)->size() == 0)
+        setCommon(std::exchange(withoutFont_, {}), "change of the image settings");
+}
+
 void ImageAdjustments::setRegion(const std::optional<engine::RotatedBox>& region, bool forThisImageOnly) {
     if (forThisImageOnly) {
         ownRegions_[path()] = region;
