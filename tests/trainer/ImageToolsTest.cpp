@@ -152,6 +152,7 @@ TEST_F(ImageToolsTest, CharactersAreCorrectedByKeysAndRememberedUntilTheImageIsL
     EXPECT_TRUE(press('J'));
     EXPECT_EQ(found(), 6u);
     EXPECT_EQ(labels(), "134567") << "the labels go along";
+    EXPECT_TRUE(tools.selectionText().starts_with("character 1 of 6, labelled 1, read as "));
     EXPECT_EQ(tools.undoText(), "Undo join of two characters");
     EXPECT_TRUE(press('S'));
     EXPECT_EQ(labels().size(), 7u);
@@ -272,8 +273,14 @@ TEST_F(ImageToolsTest, TheSettingsFormTakesChoicesAndFigures) {
     const SegmentationSettings settings = trainer.adjustments().settings();
     EXPECT_EQ(settings.print, (PrintSettings{Polarity::DarkOnLight, PrintKind::Automatic, 12}));
     EXPECT_EQ(settings.region, (RotatedBox{95, 43, 170, 66, 0}));
+    const RotatedBox uneven{95.123f, 43.456f, 170.789f, 66, 0.321f};
+    trainer.adjustments().setRegion(uneven, false);
+    platform.script("imageSettingsForm",
+                    [](Form& form) { dynamic_cast<Button&>(*form.find("OKButton")).press(); });
+    actions.imageSettings.trigger();
+    EXPECT_EQ(trainer.adjustments().settings().region, uneven) << "not rounded by looking at it";
     selectFont();
-    EXPECT_EQ(found(), 7u) << "by the settings of the font";
+    EXPECT_EQ(found(), 7u) << "by the settings of the font, which has samples";
 }
 
 }  // namespace

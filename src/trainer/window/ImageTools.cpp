@@ -118,6 +118,17 @@ std::string ImageTools::note() const {
     return adjustments.settings().region ? "in the region" : "";
 }
 
+std::string ImageTools::selectionText() const {
+    const int selected = view_.mode() == ViewMode::Boxes ? view_.boxes.selected() : -1;
+    const auto& characters = trainer_.preview();
+    if (selected < 0 || selected >= static_cast<int>(characters.size())) return {};
+    const std::string& label = characters[static_cast<std::size_t>(selected)].label;
+    const engine::ReadCharacter* read = view_.readingOf(selected);
+    return "character " + std::to_string(selected + 1) + " of " + std::to_string(characters.size()) +
+           (label.empty() ? "" : ", labelled " + label) +
+           (read ? ", read as " + engine::shownCharacter(*read) : "");
+}
+
 void ImageTools::takeCorrection(const BoxChange& change) {
     const bool labelled = trainer_.mismatch() == 0;
     trainer_.adjustments().correct(view_.boxes.boxes(), change.words);
