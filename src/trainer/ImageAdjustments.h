@@ -45,6 +45,12 @@ class ImageAdjustments {
     // What undoCorrection() would take back, in words; nothing when there is nothing.
     std::optional<std::string> undoWords() const;
     void undoCorrection();
+    // What the typed text was before the last correction and after it, where it went along.
+    struct Labels {
+        std::string before, after;
+    };
+    void keepLabels(Labels labels);
+    const Labels* keptLabels() const;
     // All of them.
     void restoreFound();
 
@@ -56,6 +62,7 @@ class ImageAdjustments {
     struct Step {
         std::vector<engine::CharacterBox> before;
         std::string words;
+        Labels labels{};
     };
     struct Correction {
         std::vector<engine::CharacterBox> found;

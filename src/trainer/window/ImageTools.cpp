@@ -108,7 +108,11 @@ std::optional<std::string> ImageTools::undoText() const {
 }
 
 void ImageTools::undo() {
+    const auto* kept = trainer_.adjustments().keptLabels();
+    const auto labels = kept ? *kept : ImageAdjustments::Labels{};
     trainer_.adjustments().undoCorrection();
+    ui::TextBox& box = trainer_.control().screen().sample.txtSampleInput;
+    if (labels.before != labels.after && box.text() == labels.after) box.setText(labels.before);
 }
 
 std::string ImageTools::note() const {
@@ -130,9 +134,13 @@ std::string ImageTools::selectionText() const {
 }
 
 void ImageTools::takeCorrection(const BoxChange& change) {
-    const bool labelled = trainer_.mismatch() == 0;
+    const auto& before = trainer_.preview();
+    const bool labelled = trainer_.mismatch() == 0 && !before.empty() && !before.front().label.empty();
     trainer_.adjustments().correct(view_.boxes.boxes(), change.words);
-    if (labelled) labelsFollow(change);
+    if (!labelled) return;
+    const std::string text = trainer_.control().screen().sample.txtSampleInput.text();
+    labelsFollow(change);
+    trainer_.adjustments().keepLabels({text, trainer_.control().screen().sample.txtSampleInput.text()});
 }
 
 void ImageTools::openSettings() {
