@@ -322,6 +322,7 @@ Trainer::Trainer(ui::Platform& platform, const JobFolder& folder, ImageDecoder d
         checkChanged();
     };
     const auto refreshFont = [=, &parts] {
+        parts.adjustments->fontShown();
         parts.lookBySettings();
         refreshTitle();
         refreshPreview();

@@ -126,7 +126,7 @@ void EmbeddedTool::setCharacters(const std::optional<std::vector<CharacterBox>>&
 }
 
 std::vector<CharacterBox> EmbeddedTool::characterBoxes() {
-    return engine::characterBoxes(*seen().scene());
+    return seen().boxes();
 }
 
 const std::vector<FoundCharacter>& EmbeddedTool::found() {

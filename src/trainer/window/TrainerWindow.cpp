@@ -245,7 +245,9 @@ std::string TrainerWindow::previewText() const {
 }
 
 std::string TrainerWindow::viewDescription() const {
-    return view.image() ? trainer_.previewText() : view.message();
+    if (!view.image()) return view.message();
+    const std::string selection = tools.selectionText();
+    return selection.empty() ? trainer_.previewText() : selection;
 }
 
 void TrainerWindow::open(const std::vector<std::string>& paths) {

@@ -12,7 +12,7 @@
 #include <string>
 #include <vector>
 
-#include "base/FileSystem.h"
+#include "base/Paths.h"
 #include "tool/Samples.h"
 #include "trainer/support/Operator.h"
 #include "trainer/support/PgmFile.h"
