@@ -39,6 +39,10 @@ RuntimeError numberOfErrno(int error) {
     }
 }
 
+Unflushed::Unflushed(RuntimeError number, const std::string& file, const std::string& problem)
+    : Failure(number, "\"" + file + "\" may be as it was before if the power fails now (" + problem +
+                          "); what was asked for was done all the same") {}
+
 Failure fileFailure(RuntimeError number, const std::string& what, const std::string& file,
                     const std::string& problem) {
     return Failure(number, what + " \"" + file + "\": " + problem);

@@ -10,6 +10,7 @@ void SeenImage::show(std::shared_ptr<const GreyImage> image, std::shared_ptr<con
     image_ = std::move(image);
     name_.reset();
     scene_.reset();
+    told_.reset();
     found_.clear();
     isHandedOver_ = scene != nullptr;
     foundScene_ = std::move(scene);
@@ -19,6 +20,7 @@ void SeenImage::setSettings(const SegmentationSettings& settings) {
     if (std::exchange(settings_, settings) == settings || isHandedOver_) return;
     foundScene_.reset();
     scene_.reset();
+    told_.reset();
 }
 
 void SeenImage::setCharacters(const std::optional<std::vector<CharacterBox>>& boxes) {
@@ -26,6 +28,11 @@ void SeenImage::setCharacters(const std::optional<std::vector<CharacterBox>>& bo
         take(std::make_shared<Scene>(withCharacters(*image_, *foundScene(), *boxes, settings_.print)));
     else
         scene_.reset();
+    told_ = boxes;
+}
+
+std::vector<CharacterBox> SeenImage::boxes() {
+    return told_ ? *told_ : characterBoxes(*scene());
 }
 
 const std::shared_ptr<const Scene>& SeenImage::foundScene() {

@@ -33,6 +33,8 @@ class SeenImage {
     // With the characters that were told, if any.
     const std::shared_ptr<const Scene>& scene();
     const std::vector<FoundCharacter>& found();
+    // As they were told, or as they were found.
+    std::vector<CharacterBox> boxes();
     // Of the found characters, one by one.
     std::vector<std::shared_ptr<const SampleOrigin>> origins();
 
@@ -45,6 +47,7 @@ class SeenImage {
     bool isHandedOver_ = false;  // the scene came with the image
     std::shared_ptr<const Scene> foundScene_;
     std::shared_ptr<const Scene> scene_;
+    std::optional<std::vector<CharacterBox>> told_;
     std::vector<FoundCharacter> found_;
     std::shared_ptr<const SourceImage> name_;
 };
