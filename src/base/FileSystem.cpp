@@ -40,8 +40,11 @@ RuntimeError numberOfErrno(int error) {
 }
 
 Unflushed::Unflushed(RuntimeError number, const std::string& file, const std::string& problem)
-    : Failure(number, "\"" + file + "\" may be as it was before if the power fails now (" + problem +
-                          "); what was asked for was done all the same") {}
+    : Failure(
+          number,
+          "\"" + file +
+              "\" was changed all the same, but may be as it was before if the power fails now: " + problem) {
+}
 
 Failure fileFailure(RuntimeError number, const std::string& what, const std::string& file,
                     const std::string& problem) {

@@ -45,7 +45,9 @@ class Faults : public testing::TestWithParam<Story> {
             EXPECT_NE(run.err, "") << "no word of what failed";
             EXPECT_TRUE(fonts != before || place.fonts(".bak") == backups) << "the backup is another";
             if (before != after) {
-                EXPECT_EQ(run.err.find(kDoneAllTheSame) != std::string::npos, fonts == after)
+                // Of several files one may be changed already.
+                const bool isSaid = run.err.find(kDoneAllTheSame) != std::string::npos;
+                EXPECT_TRUE(isSaid == (fonts == after) || (isSaid && (story.hasStates || story.learns)))
                     << "it says otherwise than it did: " << run.err;
             }
         }

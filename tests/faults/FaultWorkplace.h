@@ -35,7 +35,7 @@ constexpr std::size_t kSomePoints = 40;
 constexpr unsigned kLongestRun = 60;  // seconds
 
 // What a failure says that has kept nothing from being done.
-constexpr char kDoneAllTheSame[] = "was done all the same";
+constexpr char kDoneAllTheSame[] = "was changed all the same";
 
 struct Point {
     long number = 0;
