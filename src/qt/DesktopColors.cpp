@@ -1,9 +1,9 @@
 #include "qt/DesktopColors.h"
 
 #include <QDBusConnection>
-#include <QDBusMessage>
 #include <QDBusPendingCallWatcher>
 #include <QDBusPendingReply>
+#include <QDBusVariant>
 #include <utility>
 
 namespace dravik::qt {
@@ -22,9 +22,8 @@ DesktopColors::DesktopColors(std::function<void(bool dark)> changed) : changed_(
     if (!qEnvironmentVariableIsSet("DBUS_SESSION_BUS_ADDRESS")) return;  // else one would be started
     QDBusConnection bus = QDBusConnection::sessionBus();
     if (!bus.isConnected()) return;
-    if (!bus.connect(kService, kPath, kInterface, QStringLiteral("SettingChanged"), this,
-                     SLOT(settingChanged(QString, QString, QDBusVariant))))
-        qWarning("what the desktop says of its colours is not heard");
+    bus.connect(kService, kPath, kInterface, QStringLiteral("SettingChanged"), this,
+                SLOT(settingChanged(QDBusMessage)));
     QDBusMessage question =
         QDBusMessage::createMethodCall(kService, kPath, kInterface, QStringLiteral("Read"));
     question << QString::fromLatin1(kGroup) << QString::fromLatin1(kKey);
@@ -36,11 +35,14 @@ DesktopColors::DesktopColors(std::function<void(bool dark)> changed) : changed_(
     });
 }
 
-void DesktopColors::settingChanged(const QString& group, const QString& key, const QDBusVariant& value) {
-    if (group == QLatin1String(kGroup) && key == QLatin1String(kKey)) take(value.variant());
+void DesktopColors::settingChanged(const QDBusMessage& message) {
+    const QList<QVariant> words = message.arguments();
+    if (words.size() == 3 && words[0].toString() == QLatin1String(kGroup) &&
+        words[1].toString() == QLatin1String(kKey))
+        take(words[2]);
 }
 
-// The answer to a question is a variant in a variant.
+// What comes is a variant, or one in a variant.
 void DesktopColors::take(const QVariant& value) {
     if (value.canConvert<QDBusVariant>()) return take(value.value<QDBusVariant>().variant());
     changed_(value.toUInt() == kPrefersDark);

@@ -1,7 +1,7 @@
 // Whether the desktop wants dark windows, as its settings portal says it, now and whenever that changes.
 #pragma once
 
-#include <QDBusVariant>
+#include <QDBusMessage>
 #include <QObject>
 #include <functional>
 
@@ -16,7 +16,7 @@ class DesktopColors : public QObject {
     explicit DesktopColors(std::function<void(bool dark)> changed);
 
   private Q_SLOTS:
-    void settingChanged(const QString& group, const QString& key, const QDBusVariant& value);
+    void settingChanged(const QDBusMessage& message);
 
   private:
     void take(const QVariant& value);
