@@ -60,10 +60,10 @@ class TrainerWindowTest : public testing::Test {
 
 TEST_F(TrainerWindowTest, OnlyWhatCanBeDoneIsEnabled) {
     window.view.setViewport(500, 300);
-    EXPECT_EQ(
-        enabled(),
-        "openImages openFolder quit keepText readingOnImage imageSettings fontNew fontSelect fontRestore "
-        "guide keys about ");
+    EXPECT_EQ(enabled(),
+              "openImages openFolder openLabels quit keepText readingOnImage imageSettings fontNew "
+              "fontSelect fontRestore "
+              "guide keys about ");
     window.actions.zoomIn.trigger();
     EXPECT_TRUE(window.view.fits());
     EXPECT_THAT(window.view.message(), HasSubstr("Ctrl+O"));

@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "trainer/BatchInclude.h"
 #include "trainer/Trainer.h"
 #include "trainer/window/ImageTools.h"
 #include "trainer/window/PartStrip.h"
@@ -122,6 +123,10 @@ class TrainerWindow {
     void save();
     void saveCopy();
     void newFont();
+    void openLabels();
+    void saveLabels();
+    void includeLabelled();
+    void showRefused();
     void selectFont();
     void restoreFont();
     std::string askForCopy(const std::string& font);
@@ -133,6 +138,7 @@ class TrainerWindow {
     ui::Platform& platform_;
     WindowSystem& system_;
     std::vector<std::string> problems_;
+    BatchInclude batch_;
     bool ended_ = false;
     std::vector<ui::Connection> connections_;
 };

@@ -29,6 +29,8 @@ class WindowActions {
 
     Action openImages;
     Action openFolder;
+    Action openLabels;
+    Action saveLabels;
     Action closeImage;
     Action closeAll;
     Action quit;
@@ -61,6 +63,7 @@ class WindowActions {
     Action fontNew;
     Action fontSelect;
     Action fontInclude;
+    Action includeLabelled;
     Action fontLearn;
     Action fontStop;
     Action fontSave;
