@@ -5,6 +5,7 @@
 #include "base/Failure.h"
 #include "base/Paths.h"
 #include "engine/image/ImageFiles.h"
+#include "trainer/FontOpening.h"
 #include "trainer/commands/SampleList.h"
 #include "trainer/window/ClosingForm.h"
 #include "trainer/window/KeysForm.h"
@@ -186,7 +187,14 @@ std::string TrainerWindow::viewDescription() const {
 
 void TrainerWindow::open(const std::vector<std::string>& paths) {
     problems_.clear();
-    tell(trainer_.parts().open(paths));
+    std::vector<std::string> images;
+    for (const std::string& path : paths) {
+        if (isFontFile(path))
+            tell(openFontFile(trainer_, platform_, path));
+        else
+            images.push_back(path);
+    }
+    tell(trainer_.parts().open(images));
 }
 
 void TrainerWindow::tell(const std::vector<std::string>& lines) {
