@@ -7,7 +7,6 @@
 #include "base/Failure.h"
 #include "base/Text.h"
 #include "tool/IncludeRules.h"
-#include "trainer/window/IncludeQuestion.h"
 
 namespace dravik::trainer {
 namespace {
@@ -176,6 +175,7 @@ void Labelling::pointAt(std::size_t place, const std::string& why) {
 }
 
 bool Labelling::mayInclude() {
+    if (isUnasked_) return true;
     OpenedParts& parts = around_.parts;
     if (parts.current() < 0) return true;
     if (!parts.isDecoding() && !parts.problem().empty()) {
@@ -214,17 +214,21 @@ bool Labelling::isIncludedUnwanted() {
                 "Included Already", ui::MessageBox::Buttons::YesNo}) != ui::Answer::Yes;
 }
 
-bool Labelling::isContradicted() {
+std::vector<Contradiction> Labelling::contradictions() const {
     const std::vector<engine::CharacterLikelihood> said = around_.tool.compare(typed());
     std::vector<Contradiction> found;
     for (std::size_t i = 0; i < said.size(); ++i) {
-        const bool contradicts =
-            i < candidates_.size() ? engine::contradicts(candidates_[i], said[i]) : said[i].disagrees();
-        if (!contradicts) continue;
-        const bool ofFont = i < candidates_.size() && !said[i].disagrees();
-        found.push_back(
-            {i, said[i].expected, ofFont ? candidates_[i].best().character : said[i].likeliest.character});
+        const bool hasCandidates = i < candidates_.size();
+        if (hasCandidates ? !engine::contradicts(candidates_[i], said[i]) : !said[i].disagrees()) continue;
+        found.push_back({i, said[i].expected,
+                         hasCandidates && !said[i].disagrees() ? candidates_[i].best().character
+                                                               : said[i].likeliest.character});
     }
+    return found;
+}
+
+bool Labelling::isContradicted() {
+    const std::vector<Contradiction> found = contradictions();
     if (found.empty()) return false;
     pointAt(found.front().place, contradictionText(found.front()));
     IncludeQuestion question(found);
@@ -232,6 +236,23 @@ bool Labelling::isContradicted() {
     if (!question.includes()) return true;
     pointedAt_ = -1;
     return false;
+}
+
+std::string Labelling::includeUnasked() {
+    const std::size_t found = around_.tool.found().size(), has = characterCount(typed());
+    if (path_.empty() || !around_.parts.problem().empty()) return around_.parts.problem();
+    if (typed().empty()) return "no text";
+    if (has != found)
+        return std::to_string(found) + (found == 1 ? " character" : " characters") + " found, " +
+               std::to_string(has) + " in the text";
+    if (const std::string same = included().same(path_, digest_); !same.empty())
+        return "included already, as " + same;
+    if (const auto wrong = contradictions(); !wrong.empty()) return contradictionText(wrong.front());
+    isUnasked_ = true;
+    around_.control.screen().sample.cmdInclude.press();
+    isUnasked_ = false;
+    if (state(path_) == PartState::Included) return {};
+    return around_.control.screen().sbr.panel("Message").text();
 }
 
 void Labelling::includeEnded() {
@@ -250,7 +271,7 @@ void Labelling::includeEnded() {
     isOwn_ = true;
     keepLabels();
     const std::string said = "Included " + around_.parts.name(around_.parts.current()) + ": " + text;
-    const bool goesOn = advance();
+    const bool goesOn = isUnasked_ || advance();
     around_.acts.say(goesOn ? said : said + " \u2013 every image is included");
     statesChanged();
 }

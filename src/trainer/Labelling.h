@@ -18,6 +18,7 @@
 #include "trainer/labels/IncludedImages.h"
 #include "trainer/labels/LabelBook.h"
 #include "trainer/labels/ProposedText.h"
+#include "trainer/window/IncludeQuestion.h"
 #include "ui/Platform.h"
 #include "ui/Signal.h"
 #include "ui/Timer.h"
@@ -62,6 +63,9 @@ class Labelling {
     bool keepsText() const noexcept { return keepsText_; }
     void setKeepsText(bool keeps) { keepsText_ = keeps; }
 
+    // Includes the current image, unless something speaks against it: in words, "" when it is included.
+    std::string includeUnasked();
+
     // Why the label of a found character is in doubt, in words; "" when it is not.
     std::string doubt(std::size_t place) const;
     // How many characters of the text are in doubt, and whether it stands there as it was proposed.
@@ -100,6 +104,7 @@ class Labelling {
     bool leadsToDoubt();
     bool isIncludedUnwanted();
     bool isContradicted();
+    std::vector<Contradiction> contradictions() const;
     void includeEnded();
     bool advance();
 
@@ -123,6 +128,7 @@ class Labelling {
     bool isOwn_ = false;    // the text is the operator's, of now or of another time
     bool isTyped_ = false;  // since the image came up
     bool showing_ = false;
+    bool isUnasked_ = false;
     bool hasIncluded_ = false;  // the include that goes on has
 
     NewestWork keeping_;

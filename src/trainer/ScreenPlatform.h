@@ -17,11 +17,14 @@ class ScreenPlatform : public ui::Platform {
 
     // From now on questions are answered with No, unasked.
     void beginEnd() noexcept { ending_ = true; }
+    // Questions are answered with Yes, unasked.
+    void setAnswersYes(bool yes) noexcept { answersYes_ = yes; }
 
     // After a form of the screen has come up.
     std::function<void()> shown;
 
     ui::Answer messageBox(const ui::MessageBox& box) override {
+        if (answersYes_) return box.buttons == ui::MessageBox::Buttons::Ok ? ui::Answer::Ok : ui::Answer::Yes;
         if (ending_ && box.buttons == ui::MessageBox::Buttons::YesNo) return ui::Answer::No;
         return platform_.messageBox(box);
     }
@@ -49,6 +52,7 @@ class ScreenPlatform : public ui::Platform {
   private:
     ui::Platform& platform_;
     bool ending_ = false;
+    bool answersYes_ = false;
 };
 
 }  // namespace dravik::trainer

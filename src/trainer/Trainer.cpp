@@ -490,6 +490,18 @@ std::string Trainer::title() const {
     return parts_->control.selectedFont() + (parts_->acts->isUnsaved() ? "* - " : " - ") + kProgramName;
 }
 
+std::string Trainer::includeAsLabelled() {
+    parts_->screenPlatform.setAnswersYes(true);
+    std::string reason;
+    try {
+        reason = parts_->labelling->includeUnasked();
+    } catch (...) {
+        reason = currentFailure().description();
+    }
+    parts_->screenPlatform.setAnswersYes(false);
+    return reason;
+}
+
 // The font manager makes it, without being shown but for what it has to say of a failure.
 void Trainer::newFont() {
     parts_->acts->leaveDecision();

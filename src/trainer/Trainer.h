@@ -103,6 +103,10 @@ class Trainer {
     // program's name while no font is loaded.
     std::string title() const;
 
+    // Includes the current image with the text in the box, unasked: characters that the font lacks are added
+    // to it. Why it was not included, in words; "" when it was.
+    std::string includeAsLabelled();
+
     // Asks for the name and the characters of a new font, and takes it to the screen.
     void newFont();
 

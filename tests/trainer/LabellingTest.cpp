@@ -166,6 +166,38 @@ TEST_F(LabellingTest, LabelsAreThereAgainWithoutTheFont) {
     EXPECT_THAT(read.out, testing::Contains(HasSubstr("included 4\t"))) << "as a list of samples";
 }
 
+TEST_F(LabellingTest, AllLabelledImagesAreIncludedAndTheRefusedOnesListed) {
+    open({"1234", "5678", "90", "12"});
+    system.chosen = {workspace.write("list.tsv", "1234.pgm\t1234\n5678.pgm\t5678\n90.pgm\t9\n12.pgm\t72\n")};
+    window->actions.openLabels.trigger();
+    const int before = committed();
+    std::vector<std::string> refused;
+    platform.script("refusedForm", [&](Form& form) {
+        refused = in<ListBox>(form, "lbRefused").items();
+        press(form, {"cmdOpen"});
+    });
+    window->actions.includeLabelled.trigger();
+    EXPECT_TRUE(window->actions.stopReading.enabled());
+    for (Timer* timer : window->timers())
+        if (timer->name() == "tmrBatch") runTimer(*timer);
+    EXPECT_THAT(refused, testing::ElementsAre("90.pgm: 2 characters found, 1 in the text",
+                                              "12.pgm: 1st character: typed 7, looks like 1"));
+    EXPECT_EQ(committed(), before + 8);
+    EXPECT_EQ(trainer->parts().name(current()), "90.pgm") << "opened for correction";
+    EXPECT_THAT(window->noticeText(), HasSubstr("Included 2 of 4 labelled images, refused 2"));
+    EXPECT_TRUE(platform.boxes.empty());
+    type("90");
+    enter();
+    EXPECT_EQ(trainer->parts().name(current()), "12.pgm");
+
+    system.newFile = workspace.path("saved.tsv");
+    window->actions.saveLabels.trigger();
+    EXPECT_EQ(Workspace::content(system.newFile), "12.pgm\t72\n1234.pgm\t1234\n5678.pgm\t5678\n90.pgm\t90\n");
+    system.chosen = {workspace.write("bad.tsv", "no tab\n")};
+    window->actions.openLabels.trigger();
+    EXPECT_THAT(window->problems(), testing::Contains(HasSubstr("no tab between image and text")));
+}
+
 // Proposed characters count as the operator's as soon as he has typed over them, wherever he typed.
 TEST(ProposedText, DoubtsFollowTheCharactersThatAreLeftOfTheProposal) {
     ProposedText text;

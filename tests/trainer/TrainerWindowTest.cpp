@@ -45,8 +45,8 @@ TEST_F(TrainerWindowTest, OnlyWhatCanBeDoneIsEnabled) {
     window.view.setViewport(500, 300);
     EXPECT_EQ(
         enabled(),
-        "openImages openFolder watchFolder quit paste keepText readingOnImage imageSettings viewGraphical "
-        "viewNumeric viewArray viewLog theme fontNew fontSelect fontRestore guide keys about ");
+        "openImages openFolder watchFolder openLabels quit paste keepText readingOnImage imageSettings "
+        "viewGraphical viewNumeric viewArray viewLog theme fontNew fontSelect fontRestore guide keys about ");
     window.actions.zoomIn.trigger();
     EXPECT_TRUE(window.view.fits());
     EXPECT_THAT(window.view.message(), HasSubstr("Ctrl+O"));

@@ -6,8 +6,10 @@
 
 #include "base/Failure.h"
 #include "trainer/FontOpening.h"
+#include "trainer/commands/SampleList.h"
 #include "trainer/window/ClosingForm.h"
 #include "trainer/window/KeysForm.h"
+#include "trainer/window/RefusedForm.h"
 #include "trainer/window/RestoreForm.h"
 
 namespace dravik::trainer {
@@ -43,7 +45,8 @@ TrainerWindow::TrainerWindow(Trainer& trainer, ui::Platform& platform, WindowSys
                },
                [this] { return sources_.newFile("camera"); },
                [this](const std::string& file) { sources_.openNew(file); },
-               [this](const std::string& problem) { tell({problem}); }}) {
+               [this](const std::string& problem) { tell({problem}); }}),
+      batch_(trainer) {
     OpenedParts& parts = trainer.parts();
     const auto on = [](Action& action, auto body) { action.triggered.subscribe(body); };
     on(actions.closeImage, [&parts] { parts.close(parts.current()); });
@@ -63,12 +66,20 @@ TrainerWindow::TrainerWindow(Trainer& trainer, ui::Platform& platform, WindowSys
             trainer_.acts().undo();
     });
     on(actions.redo, [this] { trainer_.acts().redo(); });
-    on(actions.stopReading, [this] { trainer_.stopWorking(); });
+    on(actions.stopReading, [this] {
+        batch_.stop();
+        trainer_.stopWorking();
+    });
     on(actions.readAgain, [this] { trainer_.lookAgain(); });
     on(actions.keepText, [this] {
         trainer_.labelling().setKeepsText(!actions.keepText.checked());
         actions.keepText.setChecked(trainer_.labelling().keepsText());
     });
+    on(actions.openLabels, [this] { openLabels(); });
+    on(actions.saveLabels, [this] { saveLabels(); });
+    on(actions.includeLabelled, [this] { includeLabelled(); });
+    connections_.push_back(batch_.started.connect([this] { showPossible(); }));
+    connections_.push_back(batch_.ended.connect([this] { showRefused(); }));
     on(actions.fontNew, [this] { newFont(); });
     on(actions.fontSelect, [this] { selectFont(); });
     on(actions.fontSave, [this] { save(); });
@@ -218,7 +229,9 @@ void TrainerWindow::showPossible() {
     for (Action* action : {&actions.zoomIn, &actions.zoomOut, &actions.fit, &actions.actualSize})
         action->setEnabled(view.image() != nullptr);
     actions.fit.setChecked(view.fits());
-    actions.stopReading.setEnabled(trainer_.isWorking());
+    actions.stopReading.setEnabled(trainer_.isWorking() || batch_.goesOn());
+    actions.saveLabels.setEnabled(parts.count() > 0);
+    actions.includeLabelled.setEnabled(parts.count() > 0 && !batch_.goesOn());
     actions.readAgain.setEnabled(current >= 0 && !trainer_.isWorking());
     textsChanged();
 }
@@ -309,6 +322,56 @@ void TrainerWindow::saveCopy() {
     }
 }
 
+void TrainerWindow::openLabels() {
+    FileQuestion question{"Open Labels",
+                          system_.keptFolder(),
+                          false,
+                          {{"Lists of labels", {"*.tsv", "*.txt"}}, {"All files", {"*"}}}};
+    const auto paths = system_.choosePaths(question);
+    if (paths.empty()) return;
+    try {
+        const std::size_t count = trainer_.labelling().openLabels(paths.front());
+        trainer_.acts().say("Labels of " + std::to_string(count) +
+                            " images \u2013 Font > Include All Labelled");
+    } catch (const SampleListError& error) {
+        tell(error.problems);
+    }
+}
+
+void TrainerWindow::saveLabels() {
+    FileQuestion question{"Save Labels", system_.keptFolder(), false, {{"Lists of labels", {"*.tsv"}}}};
+    question.fileName = "labels.tsv";
+    const std::string file = system_.chooseNewFile(question);
+    if (file.empty()) return;
+    std::vector<std::string> images;
+    for (int i = 0; i < trainer_.parts().count(); ++i) images.push_back(trainer_.parts().path(i));
+    try {
+        const std::size_t count = trainer_.labelling().labels().save(file, images);
+        trainer_.acts().say("Labels of " + std::to_string(count) + " images are in " + file);
+    } catch (...) {
+        trainer_.acts().say("The labels could not be saved: " + currentFailure().description());
+    }
+}
+
+void TrainerWindow::includeLabelled() {
+    if (batch_.count() == 0)
+        trainer_.acts().say("No opened image has a label that is not in the font yet");
+    else if (trainer_.control().selectedFont().empty())
+        trainer_.acts().say("Select a font first");
+    else
+        batch_.start();
+}
+
+void TrainerWindow::showRefused() {
+    showPossible();
+    if (batch_.refused().empty()) return;
+    RefusedForm form(batch_.refused(), [&parts = trainer_.parts()](const std::string& path) {
+        for (int i = 0; i < parts.count(); ++i)
+            if (parts.path(i) == path) return parts.setCurrent(i);
+    });
+    platform_.showModal(form);
+}
+
 void TrainerWindow::newFont() {
     trainer_.newFont();
     trainer_.control().screen().sample.txtSampleInput.setFocus();
@@ -361,7 +424,7 @@ void TrainerWindow::end() {
 }
 
 std::vector<ui::Timer*> TrainerWindow::timers() {
-    return {&trainer_.checkTimer(), &trainer_.workTimer(), &trainer_.labelling().keepTimer(),
+    return {&trainer_.checkTimer(), &trainer_.workTimer(), &trainer_.labelling().keepTimer(), &batch_.timer(),
             &strip.decodeTimer(), &sources_.watchTimer()};
 }
 

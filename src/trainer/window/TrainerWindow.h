@@ -9,6 +9,7 @@
 #include <string>
 #include <vector>
 
+#include "trainer/BatchInclude.h"
 #include "trainer/Trainer.h"
 #include "trainer/window/CameraSource.h"
 #include "trainer/window/ImageSources.h"
@@ -101,6 +102,10 @@ class TrainerWindow {
     void save();
     void saveCopy();
     void newFont();
+    void openLabels();
+    void saveLabels();
+    void includeLabelled();
+    void showRefused();
     void selectFont();
     void restoreFont();
     std::string askForCopy(const std::string& font);
@@ -118,6 +123,7 @@ class TrainerWindow {
     std::string shownPath_;  // of the current image
     bool typed_ = false;     // for it
     std::vector<std::string> problems_;
+    BatchInclude batch_;
     bool ended_ = false;
     std::vector<ui::Connection> connections_;
 };

@@ -36,6 +36,8 @@ class WindowActions {
     Action openRecent;
     Action watchFolder;
     Action camera;
+    Action openLabels;
+    Action saveLabels;
     Action closeImage;
     Action closeAll;
     Action quit;
@@ -79,6 +81,7 @@ class WindowActions {
     Action fontNew;
     Action fontSelect;
     Action fontInclude;
+    Action includeLabelled;
     Action fontLearn;
     Action fontStop;
     Action fontSave;
