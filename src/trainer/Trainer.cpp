@@ -73,7 +73,7 @@ struct Trainer::Parts {
             previewText = kStopped;
         } else {
             const auto& found = tool->found();
-            const auto boxes = tool->characterBoxes();
+            const auto& boxes = tool->characterBoxes();
             const auto typed = characters(textToInclude());
             preview.reserve(found.size());
             for (std::size_t i = 0; i < found.size(); ++i)

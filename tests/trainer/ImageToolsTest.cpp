@@ -250,6 +250,9 @@ TEST_F(ImageToolsTest, TheMenuOfACharacterOffersWhatElseItMayBe) {
     EXPECT_TRUE(offered.front().starts_with("2    ")) << offered.front();
     EXPECT_EQ(text().text(), "1234");
     for (const ViewTag& tag : view.tags()) EXPECT_EQ(tag.text.size(), 1u);
+    text().setText("");
+    view.pickAt(place);
+    EXPECT_EQ(text().text(), "1234") << "what is not typed is what is read";
     actions.readingOnImage.trigger();
     EXPECT_EQ(view.tags().size(), 4u);
     picks = actions.removeCharacter.name();

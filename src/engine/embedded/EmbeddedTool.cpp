@@ -125,7 +125,7 @@ void EmbeddedTool::setCharacters(const std::optional<std::vector<CharacterBox>>&
     seen().setCharacters(boxes);
 }
 
-std::vector<CharacterBox> EmbeddedTool::characterBoxes() {
+const std::vector<CharacterBox>& EmbeddedTool::characterBoxes() {
     return seen().boxes();
 }
 

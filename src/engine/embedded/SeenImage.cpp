@@ -10,7 +10,6 @@ void SeenImage::show(std::shared_ptr<const GreyImage> image, std::shared_ptr<con
     image_ = std::move(image);
     name_.reset();
     scene_.reset();
-    told_.reset();
     found_.clear();
     isHandedOver_ = scene != nullptr;
     foundScene_ = std::move(scene);
@@ -20,19 +19,18 @@ void SeenImage::setSettings(const SegmentationSettings& settings) {
     if (std::exchange(settings_, settings) == settings || isHandedOver_) return;
     foundScene_.reset();
     scene_.reset();
-    told_.reset();
 }
 
 void SeenImage::setCharacters(const std::optional<std::vector<CharacterBox>>& boxes) {
+    scene_.reset();
     if (boxes)
-        take(std::make_shared<Scene>(withCharacters(*image_, *foundScene(), *boxes, settings_.print)));
-    else
-        scene_.reset();
-    told_ = boxes;
+        take(std::make_shared<Scene>(withCharacters(*image_, *foundScene(), *boxes, settings_.print)),
+             *boxes);
 }
 
-std::vector<CharacterBox> SeenImage::boxes() {
-    return told_ ? *told_ : characterBoxes(*scene());
+const std::vector<CharacterBox>& SeenImage::boxes() {
+    scene();
+    return boxes_;
 }
 
 const std::shared_ptr<const Scene>& SeenImage::foundScene() {
@@ -46,7 +44,7 @@ void SeenImage::setName(const std::string& name, std::uint64_t digest) {
 }
 
 const std::shared_ptr<const Scene>& SeenImage::scene() {
-    if (!scene_) take(foundScene());
+    if (!scene_) take(foundScene(), characterBoxes(*foundScene()));
     return scene_;
 }
 
@@ -67,11 +65,12 @@ std::vector<std::shared_ptr<const SampleOrigin>> SeenImage::origins() {
     return result;
 }
 
-void SeenImage::take(std::shared_ptr<const Scene> scene) {
+void SeenImage::take(std::shared_ptr<const Scene> scene, std::vector<CharacterBox> boxes) {
     std::vector<FoundCharacter> found;
     for (const PlacedGlyph& glyph : allPlaces(*scene))
         found.push_back(foundCharacter(glyph.place, glyph.line));
     found_ = std::move(found);
+    boxes_ = std::move(boxes);
     scene_ = std::move(scene);
 }
 

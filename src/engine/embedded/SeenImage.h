@@ -34,12 +34,12 @@ class SeenImage {
     const std::shared_ptr<const Scene>& scene();
     const std::vector<FoundCharacter>& found();
     // As they were told, or as they were found.
-    std::vector<CharacterBox> boxes();
+    const std::vector<CharacterBox>& boxes();
     // Of the found characters, one by one.
     std::vector<std::shared_ptr<const SampleOrigin>> origins();
 
   private:
-    void take(std::shared_ptr<const Scene> scene);
+    void take(std::shared_ptr<const Scene> scene, std::vector<CharacterBox> boxes);
     const std::shared_ptr<const Scene>& foundScene();
 
     std::shared_ptr<const GreyImage> image_ = std::make_shared<GreyImage>();
@@ -47,8 +47,8 @@ class SeenImage {
     bool isHandedOver_ = false;  // the scene came with the image
     std::shared_ptr<const Scene> foundScene_;
     std::shared_ptr<const Scene> scene_;
-    std::optional<std::vector<CharacterBox>> told_;
     std::vector<FoundCharacter> found_;
+    std::vector<CharacterBox> boxes_;
     std::shared_ptr<const SourceImage> name_;
 };
 

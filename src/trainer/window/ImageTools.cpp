@@ -160,7 +160,7 @@ void ImageTools::showMenuOf(int character, ViewPoint place) {
     if (const engine::ReadCharacter* read = view_.readingOf(character)) {
         const auto offer = [&](const std::string& text, double confidence) {
             menu.add("take" + text, caption(text, confidence)).click.subscribe([this, index, text] {
-                trainer_.replaceTyped(index, text);
+                takeInstead(index, text);
             });
         };
         offer(read->character, read->confidence);
@@ -181,6 +181,17 @@ void ImageTools::showMenuOf(int character, ViewPoint place) {
     act(actions_.joinCharacters);
     act(actions_.removeCharacter);
     view_.popUp(menu, place);
+}
+
+// Characters that are not typed yet get what is read there first, so that the text stands where it belongs.
+void ImageTools::takeInstead(std::size_t character, const std::string& text) {
+    const std::size_t count = trainer_.preview().size();
+    for (std::size_t i = 0; i < count; ++i) {
+        if (!trainer_.preview()[i].label.empty()) continue;
+        const engine::ReadCharacter* read = view_.readingOf(static_cast<int>(i));
+        trainer_.insertTyped(i, read ? read->character : "?");
+    }
+    trainer_.replaceTyped(character, text);
 }
 
 // Where every character had its label before, the labels go along.

@@ -39,6 +39,7 @@ class ImageTools {
     void takeCorrection(const BoxChange& change);
     void labelsFollow(const BoxChange& change);
     void showMenuOf(int character, ViewPoint place);
+    void takeInstead(std::size_t character, const std::string& text);
     void openSettings();
 
     Trainer& trainer_;
