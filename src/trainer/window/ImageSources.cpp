@@ -12,7 +12,6 @@
 namespace dravik::trainer {
 namespace {
 
-constexpr char kFolderKey[] = "folder";
 constexpr char kWatchedKey[] = "watched";
 constexpr std::size_t kLongestPath = 60;  // in a menu, characters
 

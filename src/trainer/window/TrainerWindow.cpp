@@ -324,7 +324,7 @@ void TrainerWindow::saveCopy() {
 
 void TrainerWindow::openLabels() {
     FileQuestion question{"Open Labels",
-                          system_.keptFolder(),
+                          system_.kept(kFolderKey),
                           false,
                           {{"Lists of labels", {"*.tsv", "*.txt"}}, {"All files", {"*"}}}};
     const auto paths = system_.choosePaths(question);
@@ -339,7 +339,7 @@ void TrainerWindow::openLabels() {
 }
 
 void TrainerWindow::saveLabels() {
-    FileQuestion question{"Save Labels", system_.keptFolder(), false, {{"Lists of labels", {"*.tsv"}}}};
+    FileQuestion question{"Save Labels", system_.kept(kFolderKey), false, {{"Lists of labels", {"*.tsv"}}}};
     question.fileName = "labels.tsv";
     const std::string file = system_.chooseNewFile(question);
     if (file.empty()) return;
@@ -424,8 +424,8 @@ void TrainerWindow::end() {
 }
 
 std::vector<ui::Timer*> TrainerWindow::timers() {
-    return {&trainer_.checkTimer(), &trainer_.workTimer(), &trainer_.labelling().keepTimer(), &batch_.timer(),
-            &strip.decodeTimer(), &sources_.watchTimer()};
+    return {&trainer_.checkTimer(), &trainer_.workTimer(), &trainer_.labelling().keepTimer(),
+            &batch_.timer(),        &strip.decodeTimer(),  &sources_.watchTimer()};
 }
 
 }  // namespace dravik::trainer

@@ -120,8 +120,8 @@ class TrainerWindow {
     CameraSource camera_;
     std::shared_ptr<const engine::GreyImage> shownImage_ = std::make_shared<engine::GreyImage>();
     std::optional<std::chrono::steady_clock::time_point> opening_;  // while it is that of the part before
-    std::string shownPath_;  // of the current image
-    bool typed_ = false;     // for it
+    std::string shownPath_;                                         // of the current image
+    bool typed_ = false;                                            // for it
     std::vector<std::string> problems_;
     BatchInclude batch_;
     bool ended_ = false;

@@ -143,8 +143,8 @@ WindowActions::WindowActions(screen::Screen& screen)
       about({"about", "&About Dravik Trainer", "About this program"}),
       // Access keys of the menus keep clear of those of the screen.
       menus_{{"&File",
-              {&openImages, &openFolder, &openRecent, nullptr, &watchFolder, &camera, nullptr, &openLabels, &saveLabels, nullptr,
-               &closeImage, &closeAll, nullptr, &quit}},
+              {&openImages, &openFolder, &openRecent, nullptr, &watchFolder, &camera, nullptr, &openLabels,
+               &saveLabels, nullptr, &closeImage, &closeAll, nullptr, &quit}},
              {"&Edit", {&undo, &redo, nullptr, &paste, nullptr, &keepText}},
              {"I&mage",
               {&previous,

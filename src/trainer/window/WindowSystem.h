@@ -27,6 +27,9 @@ struct FileQuestion {
 
 enum class Theme { System, Light, Dark };
 
+// Under which the folder is kept that files were last chosen in.
+constexpr char kFolderKey[] = "folder";
+
 class WindowSystem {
   public:
     WindowSystem() = default;
