@@ -192,7 +192,7 @@ TEST_F(LabellingTest, AllLabelledImagesAreIncludedAndTheRefusedOnesListed) {
 
     system.newFile = workspace.path("saved.tsv");
     window->actions.saveLabels.trigger();
-    EXPECT_EQ(Workspace::content(system.newFile), "12.pgm\t72\n1234.pgm\t1234\n5678.pgm\t5678\n90.pgm\t90\n");
+    EXPECT_EQ(Workspace::content(system.newFile), "1234.pgm\t1234\n5678.pgm\t5678\n90.pgm\t90\n12.pgm\t72\n");
     system.chosen = {workspace.write("bad.tsv", "no tab\n")};
     window->actions.openLabels.trigger();
     EXPECT_THAT(window->problems(), testing::Contains(HasSubstr("no tab between image and text")));
