@@ -15,6 +15,10 @@ std::string JobFolder::fontsFolder() const {
     return folder_ + "Fonts" + kSeparator;
 }
 
+std::string JobFolder::imagesFolder() const {
+    return folder_ + "Images" + kSeparator;
+}
+
 std::string JobFolder::fontFile(const std::string& fontName) const {
     return fontsFolder() + fontName + ".nnd";
 }

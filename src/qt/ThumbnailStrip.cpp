@@ -99,7 +99,7 @@ ThumbnailStrip::ThumbnailStrip(PartStrip& strip, QWidget* parent) : QListView(pa
     setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     setHorizontalScrollBarPolicy(Qt::ScrollBarAsNeeded);
     setHorizontalScrollMode(QAbstractItemView::ScrollPerPixel);
-    setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
+    setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Maximum);
     auto* model = new StripModel(strip, *this);
     setModel(model);
     strip.setDisplay({1, devicePixelRatioF()});
@@ -116,6 +116,10 @@ ThumbnailStrip::ThumbnailStrip(PartStrip& strip, QWidget* parent) : QListView(pa
 
 QSize ThumbnailStrip::sizeHint() const {
     return {400, gridSize().height() + horizontalScrollBar()->sizeHint().height() + 2 * frameWidth() + 2};
+}
+
+QSize ThumbnailStrip::minimumSizeHint() const {
+    return {120, sizeHint().height() - PartStrip::kItemHeight + PartStrip::kLeastHeight};
 }
 
 void ThumbnailStrip::showCurrent() {

@@ -20,6 +20,9 @@ class ScreenPlatform : public ui::Platform {
     // Questions are answered with Yes, unasked.
     void setAnswersYes(bool yes) noexcept { answersYes_ = yes; }
 
+    // After a form of the screen has come up.
+    std::function<void()> shown;
+
     ui::Answer messageBox(const ui::MessageBox& box) override {
         if (answersYes_) return box.buttons == ui::MessageBox::Buttons::Ok ? ui::Answer::Ok : ui::Answer::Yes;
         if (ending_ && box.buttons == ui::MessageBox::Buttons::YesNo) return ui::Answer::No;
@@ -33,7 +36,10 @@ class ScreenPlatform : public ui::Platform {
     }
     // Works the next modal form in the operator's place, unseen.
     std::function<void(ui::Form&)> workNext;
-    void show(ui::Form& form) override { platform_.show(form); }
+    void show(ui::Form& form) override {
+        platform_.show(form);
+        if (shown) shown();
+    }
     void popUpMenu(ui::PopupMenu& menu, ui::Widget& at, double x, double y) override {
         platform_.popUpMenu(menu, at, x, y);
     }

@@ -31,6 +31,11 @@ struct Trainer::Parts {
           screenPlatform(platform),
           control(screenPlatform, folder) {
         opened.decodeElsewhere = [this] { decode(); };
+        // The histogram that was being created is seen now.
+        screenPlatform.shown = [this] {
+            ui::StatusPanel& message = control.screen().sbr.panel("Message");
+            if (message.text() == "Creating histogram...") message.setText("");
+        };
     }
 
     bool isTraining() { return control.screen().train.tmrTrain.enabled(); }
@@ -68,7 +73,7 @@ struct Trainer::Parts {
             previewText = kStopped;
         } else {
             const auto& found = tool->found();
-            const auto boxes = tool->characterBoxes();
+            const auto& boxes = tool->characterBoxes();
             const auto typed = characters(textToInclude());
             preview.reserve(found.size());
             for (std::size_t i = 0; i < found.size(); ++i)
@@ -317,6 +322,7 @@ Trainer::Trainer(ui::Platform& platform, const JobFolder& folder, ImageDecoder d
         checkChanged();
     };
     const auto refreshFont = [=, &parts] {
+        parts.adjustments->fontShown();
         parts.lookBySettings();
         refreshTitle();
         refreshPreview();

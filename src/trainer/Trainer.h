@@ -38,8 +38,9 @@ struct Reading {
 // Characters read with less confidence than this are marked as weak.
 constexpr double kWeakConfidence = 0.6;
 
-// For which a window may wait for the work on an image, so that ordinary images come up as one change.
-constexpr std::chrono::milliseconds kPatience{120};
+// For which a window may wait for the work on an image: less than a frame, in which small images come up as
+// one change.
+constexpr std::chrono::milliseconds kPatience{10};
 
 class Trainer {
   public:

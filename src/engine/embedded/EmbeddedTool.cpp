@@ -125,8 +125,8 @@ void EmbeddedTool::setCharacters(const std::optional<std::vector<CharacterBox>>&
     seen().setCharacters(boxes);
 }
 
-std::vector<CharacterBox> EmbeddedTool::characterBoxes() {
-    return engine::characterBoxes(*seen().scene());
+const std::vector<CharacterBox>& EmbeddedTool::characterBoxes() {
+    return seen().boxes();
 }
 
 const std::vector<FoundCharacter>& EmbeddedTool::found() {

@@ -65,7 +65,7 @@ class EmbeddedTool : public tool::FontTool, public tool::FontHistory, public too
     // The characters of the current image as they are told, in place of those that are found: they are
     // included and read as they are. With nothing, the found ones again.
     void setCharacters(const std::optional<std::vector<CharacterBox>>& boxes);
-    std::vector<CharacterBox> characterBoxes();
+    const std::vector<CharacterBox>& characterBoxes();
     // The characters found in the current image.
     const std::vector<FoundCharacter>& found();
     // The current image read with the current font; empty when the font is not trained or nothing is found.

@@ -62,8 +62,11 @@ class DravikDlg : public tool::StepEditor {
     // Shows another font as if it were chosen in the font manager; "" shows that there is none. A failure is
     // reported.
     void showFont(const std::string& name);
-    // An act of the operator that changed the font has ended.
+    // The operator has begun something; what changed the font by it has ended.
+    ui::Signal<>& actBegun() noexcept;
     ui::Signal<const OperatorAct&>& actEnded() noexcept;
+    // A failure was shown, which the next message covers.
+    ui::Signal<const std::string&>& failureReported() noexcept;
 
     // For the program around the screen. The font differs from its saved form.
     bool m_FontChanged() const noexcept;

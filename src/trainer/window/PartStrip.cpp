@@ -93,8 +93,12 @@ void PartStrip::look() {
 }
 
 void PartStrip::showCurrent() {
-    if (current() >= 0 && width_ > 0) {
-        const ViewBox place = itemPlace(current());
+    bringIntoView(current());
+}
+
+void PartStrip::bringIntoView(int index) {
+    if (index >= 0 && width_ > 0) {
+        const ViewBox place = itemPlace(index);
         if (place.left < 0)
             scroll_ += static_cast<int>(std::floor(place.left));
         else if (place.right() > width_)

@@ -33,6 +33,8 @@ class PartStrip {
     static constexpr int kPictureWidth = 104;
     static constexpr int kPictureHeight = 54;
     static constexpr int kMargin = 6;
+    // Of an item in a window that has no more room: the name is cut off.
+    static constexpr int kLeastHeight = kPictureHeight + kMargin;
 
     enum class Step { Previous, Next, First, Last };
 
@@ -60,6 +62,7 @@ class PartStrip {
     ScrollState scroll() const noexcept;
     // Cut to what there is.
     void scrollTo(int position);
+    void bringIntoView(int index);
 
     ViewBox itemPlace(int index) const;
     // -1 beside all of them.

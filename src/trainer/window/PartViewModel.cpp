@@ -121,6 +121,7 @@ void PartViewModel::setMode(ViewMode mode) {
     boxes.select(-1);
     modeChanged();
     changed();
+    if (mode != ViewMode::Look) focusWanted();
 }
 
 void PartViewModel::setViewport(int width, int height) {

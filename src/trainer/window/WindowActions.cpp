@@ -5,14 +5,38 @@
 #include "trainer/window/ActionPictures.h"
 
 namespace dravik::trainer {
+namespace {
+
+Action recentAction(int number) {
+    const std::string digit = std::to_string(number);
+    return Action({"recent" + digit, "&" + digit, "Open these images again"});
+}
+
+Action* found(const ActionList& entries, std::string_view name) {
+    for (Action* action : entries) {
+        if (!action) continue;
+        if (action->name() == name) return action;
+        if (Action* inside = found(action->entries(), name)) return inside;
+    }
+    return nullptr;
+}
+
+}  // namespace
 
 WindowActions::WindowActions(screen::Screen& screen)
     : openImages({"openImages", "&Open Images...", "Open part images", {"Ctrl+O"}}),
       openFolder({"openFolder", "Open &Folder...", "Open every image of a folder", {"Ctrl+Shift+O"}}),
+      recent{recentAction(1), recentAction(2), recentAction(3), recentAction(4), recentAction(5),
+             recentAction(6), recentAction(7), recentAction(8), recentAction(9)},
+      openRecent({"openRecent", "Open &Recent", "Open files and folders of before once more"},
+                 {&recent[0], &recent[1], &recent[2], &recent[3], &recent[4], &recent[5], &recent[6],
+                  &recent[7], &recent[8]}),
+      watchFolder({"watchFolder", kWatchText, "Open the images that arrive in a folder by themselves"}),
+      camera({"camera", "Ca&mera...", "Take images from a camera"}),
       openLabels({"openLabels",
                   "Open &Labels...",
                   "Take the texts of images from a list: image, tab, text",
-                  {"Ctrl+Shift+L"}}),
+                  {"Ctrl+Shift+B"}}),
       saveLabels({"saveLabels",
                   "&Save Labels...",
                   "Write the texts of the opened images as a list",
@@ -23,6 +47,7 @@ WindowActions::WindowActions(screen::Screen& screen)
       quit({"quit", "&Quit", "End the program", {"Ctrl+Q"}}),
       undo({"undo", kUndoText, "Take back what was done to the font last", {"Ctrl+Z"}}),
       redo({"redo", kRedoText, "Do again what was taken back", {"Ctrl+Y", "Ctrl+Shift+Z"}}),
+      paste({"paste", "&Paste Image", "Open the image that is on the clipboard", {"Ctrl+V"}}),
       keepText({"keepText",
                 "&Keep Text",
                 "The text stays for the next image, for many parts with one print",
@@ -47,6 +72,29 @@ WindowActions::WindowActions(screen::Screen& screen)
                       true}),
       stopReading({"stopReading", "&Stop Reading", "Stop looking for characters in the image"}),
       readAgain({"readAgain", "&Read Again", "Open the image and look for its characters once more", {"F5"}}),
+      freeze({"freeze",
+              "Free&ze or Show Live",
+              "Keep the camera's picture as an image, or show it live",
+              {"F8"}}),
+      viewGraphical({"viewGraphical",
+                     "&Graphical",
+                     screen.overview.tlbChars.button("Graphical").toolTip(),
+                     {"Ctrl+Shift+G"},
+                     {},
+                     true}),
+      viewNumeric({"viewNumeric",
+                   "&Numeric",
+                   screen.overview.tlbChars.button("Numeric").toolTip(),
+                   {"Ctrl+Shift+N"},
+                   {},
+                   true}),
+      viewArray({"viewArray", "&Array", screen.overview.tlbChars.button("Array").toolTip()}),
+      viewLog(
+          {"viewLog", "&Log", screen.overview.tlbChars.button("Log").toolTip(), {"Ctrl+Shift+L"}, {}, true}),
+      themeSystem({"themeSystem", "&System", "The colours of the desktop", {}, {}, true}),
+      themeLight({"themeLight", "&Light", "Dark on light", {}, {}, true}),
+      themeDark({"themeDark", "&Dark", "Light on dark", {}, {}, true}),
+      theme({"theme", "&Theme", "The colours of the window"}, {&themeSystem, &themeLight, &themeDark}),
       region({"region",
               "Re&gion",
               "Draw, move, size and turn the region in which characters are looked for",
@@ -95,9 +143,9 @@ WindowActions::WindowActions(screen::Screen& screen)
       about({"about", "&About Dravik Trainer", "About this program"}),
       // Access keys of the menus keep clear of those of the screen.
       menus_{{"&File",
-              {&openImages, &openFolder, nullptr, &openLabels, &saveLabels, nullptr, &closeImage, &closeAll,
-               nullptr, &quit}},
-             {"&Edit", {&undo, &redo, nullptr, &keepText}},
+              {&openImages, &openFolder, &openRecent, nullptr, &watchFolder, &camera, nullptr, &openLabels,
+               &saveLabels, nullptr, &closeImage, &closeAll, nullptr, &quit}},
+             {"&Edit", {&undo, &redo, nullptr, &paste, nullptr, &keepText}},
              {"I&mage",
               {&previous,
                &next,
@@ -121,7 +169,10 @@ WindowActions::WindowActions(screen::Screen& screen)
                &restoreCharacters,
                nullptr,
                &stopReading,
-               &readAgain}},
+               &readAgain,
+               nullptr,
+               &freeze}},
+             {"&View", {&viewGraphical, &viewNumeric, &viewArray, nullptr, &viewLog, nullptr, &theme}},
              {"F&ont",
               {&fontNew, &fontSelect, &fontInclude, &includeLabelled, &fontLearn, &fontStop, &fontSave,
                &fontRevert, nullptr, &fontSaveCopy, &fontRestore}},
@@ -132,6 +183,7 @@ WindowActions::WindowActions(screen::Screen& screen)
     bind(fontLearn, screen.train.cmdTrain);
     bind(fontStop, screen.train.cmdStop);
     bind(fontRevert, screen.train.cmdRevert);
+    bindViews(screen);
 }
 
 void WindowActions::bind(Action& action, ui::Button& button) {
@@ -142,10 +194,26 @@ void WindowActions::bind(Action& action, ui::Button& button) {
     action.triggered.subscribe([&button] { button.press(); });
 }
 
+void WindowActions::bindViews(screen::Screen& screen) {
+    ui::Toolbar& bar = screen.overview.tlbChars;
+    for (const auto& [action, key] : {std::pair{&viewGraphical, "Graphical"},
+                                      {&viewNumeric, "Numeric"},
+                                      {&viewArray, "Array"},
+                                      {&viewLog, "Log"}})
+        action->triggered.subscribe([&button = bar.button(key)] { button.press(); });
+    const auto show = [this, &screen, &bar] {
+        viewGraphical.setChecked(screen.overview.fraChar.visible());
+        viewNumeric.setChecked(!screen.overview.fraChar.visible());
+        viewLog.setChecked(bar.button("Log").pressed());
+    };
+    connections_.push_back(screen.overview.fraChar.changed.connect([show](ui::Change) { show(); }));
+    connections_.push_back(bar.changed.connect([show](ui::Change) { show(); }));
+    show();
+}
+
 Action& WindowActions::find(std::string_view name) const {
     for (const ActionMenu& menu : menus_)
-        for (Action* action : menu.entries)
-            if (action && action->name() == name) return *action;
+        if (Action* action = found(menu.entries, name)) return *action;
     throw Failure(RuntimeError::SubscriptOutOfRange);
 }
 
@@ -161,11 +229,14 @@ const std::vector<KeyHelp>& keyHelp() {
         {"Ctrl+arrows, Shift+arrows among them", "move, size the character"},
         {"Enter", "include the text and go on, but first to each character in doubt"},
         {"Ctrl+N, Ctrl+F", "new font, select a font"},
-        {"Ctrl+Shift+L, Ctrl+Shift+S", "open labels, save labels"},
+        {"Ctrl+Shift+B, Ctrl+Shift+S", "open labels, save labels"},
         {"Ctrl+Shift+I", "include all labelled images"},
         {"Ctrl+K", "keep the text for the next image"},
         {"Ctrl+L, Ctrl+S", "learn, save the font"},
         {"Ctrl+Z, Ctrl+Y", "undo, redo, but where text is typed"},
+        {"F8", "freeze the camera's picture, show it live"},
+        {"Ctrl+V", "open the image or the files of the clipboard"},
+        {"Ctrl+Shift+G, Ctrl+Shift+N", "characters as cells, samples as a table"},
         {"Arrow keys in the characters", "from cell to cell"},
         {"Menu key, Shift+F10", "menu of a character or of the samples"},
         {"Shift+arrows, Ctrl+A, Ctrl+Insert, Delete", "select, copy, delete samples"},

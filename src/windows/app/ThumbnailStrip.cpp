@@ -46,6 +46,10 @@ int ThumbnailStrip::preferredHeight() const {
     return look().px(PartStrip::kItemHeight) + GetSystemMetrics(SM_CYHSCROLL) + 6;
 }
 
+int ThumbnailStrip::leastHeight() const {
+    return preferredHeight() - look().px(PartStrip::kItemHeight - PartStrip::kLeastHeight);
+}
+
 void ThumbnailStrip::showState() {
     const trainer::ScrollState scroll = strip_.scroll();
     win32::setScrollBar(window(), SB_HORZ, scroll.most + scroll.page, scroll.page, scroll.position);

@@ -126,6 +126,7 @@ bool Page::answerKey(Peer* focused, UINT key, bool& leftPage) {
         return !leftPage;
     }
     if (shift != 0) return false;
+    if (focused && focused->isTypedAhead(key)) return true;
     if (key == VK_RETURN) {
         if (focused && focused->pressEnter()) return true;
         if (!form_.defaultButton) return false;

@@ -4,12 +4,15 @@
 
 #include <gmock/gmock.h>
 
+#include <filesystem>
 #include <functional>
 #include <initializer_list>
+#include <map>
 #include <optional>
 #include <string>
 #include <vector>
 
+#include "base/Paths.h"
 #include "tool/Samples.h"
 #include "trainer/support/Operator.h"
 #include "trainer/support/PgmFile.h"
@@ -30,19 +33,31 @@ struct FileChooser : trainer::WindowSystem {
         questions.push_back(question);
         return chosen;
     }
+    std::vector<std::string> clipboardImages(const std::string& newFile) override {
+        if (pasted.empty()) return {};
+        std::filesystem::copy_file(toPath(pasted), toPath(newFile));
+        return {newFile};
+    }
+    std::string kept(const std::string& key) const override {
+        const auto found = texts.find(key);
+        return found == texts.end() ? std::string() : found->second;
+    }
+    void keep(const std::string& key, const std::string& text) override { texts[key] = text; }
+    bool hasThemes() const override { return true; }
+    void showTheme(trainer::Theme shown) override { theme = shown; }
     std::string chooseNewFile(const trainer::FileQuestion& question) override {
         questions.push_back(question);
         return newFile;
     }
-    std::string keptFolder() const override { return folder; }
-    void keepFolder(const std::string& now) override { folder = now; }
     bool showGuide() override { return hasGuide; }
     void closeWindow() override { ++closed; }
 
     std::vector<trainer::FileQuestion> questions;
     std::vector<std::string> chosen;
-    std::string folder;
+    std::map<std::string, std::string> texts;
+    std::string pasted;  // a picture on the clipboard
     std::string newFile;
+    trainer::Theme theme = trainer::Theme::Light;
     int closed = 0;
     bool hasGuide = true;
 };
