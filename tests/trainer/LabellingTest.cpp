@@ -212,6 +212,9 @@ TEST(ProposedText, DoubtsFollowTheCharactersThatAreLeftOfTheProposal) {
     EXPECT_EQ(text.nextDoubt(), std::nullopt) << "it stands at another place than it was proposed for";
     text.setTyped("LOT88");
     EXPECT_EQ(text.nextDoubt(), 4u);
+    text.setProposal({{"8", 0.6, "8 or B"}, {"1", 1, ""}});
+    for (const char* typed : {"8", "81"}) text.setTyped(typed);
+    EXPECT_EQ(text.nextDoubt(), std::nullopt) << "all of it was typed";
     text.setTyped("");
     for (const char* typed : {"L", "LO", "LOT", "LOT8", "LOT88"}) text.setTyped(typed);
     EXPECT_EQ(text.nextDoubt(), std::nullopt);
