@@ -16,7 +16,7 @@ SmallPicture decodePicture(ByteReader& in) {
     SmallPicture picture;
     picture.width = static_cast<std::uint8_t>(in.whole(1));
     picture.height = static_cast<std::uint8_t>(in.whole(1));
-    const std::size_t length = in.whole(2);
+    const auto length = static_cast<std::size_t>(in.whole(2));
     in.check(picture.width <= kSmallPictureSide && picture.height <= kSmallPictureSide &&
                  (picture.width == 0) == (picture.height == 0) && length <= kLongestPackedPicture &&
                  (length == 0 || !picture.empty()),
