@@ -6,6 +6,7 @@
 #include "base/Text.h"
 #include "engine/classifier/Confidence.h"
 #include "engine/classifier/Reading.h"
+#include "engine/recogniser/RecognisedCharacters.h"
 
 namespace dravik::engine {
 namespace {
@@ -118,8 +119,8 @@ bool contradicts(const CharacterCandidates& found, const CharacterLikelihood& sa
     const bool knowsIt = own != found.candidates.end() && own->samples >= kSamplesToJudge;
     if (knowsIt && own->confidence > kFontAgrees) return false;
     if (said.disagrees()) return true;
-    return knowsIt && own->confidence < kFontRulesOut && best.samples >= kSamplesToJudge &&
-           best.confidence > kFontIsSure;
+    return knowsIt && own->confidence < kFontRulesOut && !areDrawnAlike(said.expected, best.character) &&
+           best.samples >= kSamplesToJudge && best.confidence > kFontIsSure;
 }
 
 }  // namespace dravik::engine
