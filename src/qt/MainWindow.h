@@ -45,7 +45,9 @@ class MainWindow : public QMainWindow, private trainer::WindowSystem {
     trainer::TrainerWindow model_;
     QSplitter* splitter_;
     FormPage* page_;
+    FormPage* gallery_;
     ui::Connection titleChanged_;
+    ui::Connection galleryShown_;
 };
 
 }  // namespace dravik::qt

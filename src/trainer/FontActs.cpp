@@ -79,6 +79,27 @@ void FontActs::step(const std::optional<std::string>& words, const char* source,
     }
 }
 
+void FontActs::change(const std::string& words, const std::function<void()>& body,
+                      const std::string& notice) {
+    std::optional<Failure> failure;
+    try {
+        body();
+    } catch (...) {
+        failure = currentFailure();
+    }
+    try {
+        ScreenState state = control_.state();
+        state.includeEnabled = true;
+        control_.refreshAfterHistory(state, isUnsaved());
+        history_.endAct(words, screen::encode(state));
+    } catch (...) {
+        if (!failure) failure = currentFailure();
+    }
+    if (failure) control_.tellFailure("Change", *failure);
+    say(failure ? std::string() : notice);
+    moved();
+}
+
 bool FontActs::isUnsaved() const {
     const auto font = currentFont_();
     const auto fonts = history_.unsavedFonts();

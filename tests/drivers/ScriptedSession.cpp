@@ -222,6 +222,7 @@ void ScriptedSession::inspect() {
     const char* cell = guide ? kWrongCell : "lblChar(0)";
     driver_.openMenu("mnuMain", cell, "Show Font Histogram", [this] { picture("character-menu"); });
     picture("font-histogram");
+    driver_.act("showGallery");
     driver_.openMenu("mnuMain", cell, "Show Histogram", [] {});
     picture("character-histogram");
     if (guide) {
@@ -230,6 +231,7 @@ void ScriptedSession::inspect() {
         driver_.openMenu("mnuHistogram", "chart", "", [this] { picture("histogram-menu"); });
     }
     driver_.closeForms();
+    picture("gallery");
     say("Looked at the samples, the features and the histograms");
 }
 

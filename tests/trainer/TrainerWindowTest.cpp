@@ -60,7 +60,7 @@ class TrainerWindowTest : public testing::Test {
 
 TEST_F(TrainerWindowTest, OnlyWhatCanBeDoneIsEnabled) {
     window.view.setViewport(500, 300);
-    EXPECT_EQ(enabled(), "openImages openFolder quit fontSelect fontRestore guide keys about ");
+    EXPECT_EQ(enabled(), "openImages openFolder quit showGallery fontSelect fontRestore guide keys about ");
     window.actions.zoomIn.trigger();
     EXPECT_TRUE(window.view.fits());
     EXPECT_THAT(window.view.message(), HasSubstr("Ctrl+O"));

@@ -9,6 +9,7 @@
 
 #include "base/JobFolder.h"
 #include "screen/context/ActScope.h"
+#include "screen/context/PointedBar.h"
 #include "screen/context/Procedure.h"
 #include "screen/context/Screen.h"
 #include "screen/context/ScreenState.h"
@@ -54,6 +55,7 @@ struct ScreenContext {
 
     // An act of the operator that changed the font has ended.
     ui::Signal<const OperatorAct&> actEnded;
+    ui::Signal<const PointedBar&> barPointed;
     ActScope* act = nullptr;  // the innermost one in progress
 };
 

@@ -250,6 +250,10 @@ ui::Signal<const OperatorAct&>& DravikDlg::actEnded() noexcept {
     return parts_->context.actEnded;
 }
 
+ui::Signal<const PointedBar&>& DravikDlg::barPointed() noexcept {
+    return parts_->context.barPointed;
+}
+
 bool DravikDlg::m_FontChanged() const noexcept {
     return parts_->context.tool.m_FontChanged();
 }

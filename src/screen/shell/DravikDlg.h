@@ -10,6 +10,7 @@
 #include "base/Failure.h"
 #include "base/JobFolder.h"
 #include "screen/context/OperatorAct.h"
+#include "screen/context/PointedBar.h"
 #include "screen/context/Screen.h"
 #include "tool/Step.h"
 #include "ui/Platform.h"
@@ -64,6 +65,8 @@ class DravikDlg : public tool::StepEditor {
     void showFont(const std::string& name);
     // An act of the operator that changed the font has ended.
     ui::Signal<const OperatorAct&>& actEnded() noexcept;
+    // The pointer has come to a bar of the histogram.
+    ui::Signal<const PointedBar&>& barPointed() noexcept;
 
     // For the program around the screen. The font differs from its saved form.
     bool m_FontChanged() const noexcept;

@@ -31,6 +31,8 @@ std::string doubledMarks(const std::string& text) {
 TrainerWindow::TrainerWindow(Trainer& trainer, ui::Platform& platform, WindowSystem& system)
     : actions(trainer.control().screen()),
       strip(trainer.parts()),
+      gallery(trainer,
+              [this](const std::string& image, const engine::Region& box) { showPlace(image, box); }),
       trainer_(trainer),
       platform_(platform),
       system_(system) {
@@ -56,6 +58,7 @@ TrainerWindow::TrainerWindow(Trainer& trainer, ui::Platform& platform, WindowSys
     on(actions.fontSave, [this] { save(); });
     on(actions.fontSaveCopy, [this] { saveCopy(); });
     on(actions.fontRestore, [this] { restoreFont(); });
+    on(actions.showGallery, [this] { gallery.setShown(!gallery.isShown()); });
     on(actions.keys, [this] { showKeys(); });
     on(actions.about, [this] { showAbout(); });
 
@@ -66,6 +69,8 @@ TrainerWindow::TrainerWindow(Trainer& trainer, ui::Platform& platform, WindowSys
     const auto showReading = [this] { reading.setReading(trainer_.reading()); };
     connections_.push_back(parts.currentChanged.connect([this] { showPart(); }));
     connections_.push_back(parts.listChanged.connect([this] { showPossible(); }));
+    connections_.push_back(
+        gallery.shownChanged.connect([this] { actions.showGallery.setChecked(gallery.isShown()); }));
     connections_.push_back(view.changed.connect([this] { showPossible(); }));
     connections_.push_back(trainer.previewChanged.connect(showPreview));
     connections_.push_back(trainer.readingChanged.connect(showReading));
@@ -85,6 +90,16 @@ void TrainerWindow::showPart() {
                       ? "Open part images or drop them here\n\nFile \u2192 Open Images... (Ctrl+O)"
                   : parts.isDecoding() ? "Opening the image..."
                                        : parts.problem());
+}
+
+void TrainerWindow::showPlace(const std::string& image, const engine::Region& box) {
+    OpenedParts& parts = trainer_.parts();
+    if (parts.current() < 0 || parts.path(parts.current()) != image) {
+        tell(parts.open({image}));
+        for (int index = 0; index < parts.count(); ++index)
+            if (parts.path(index) == image) parts.setCurrent(index);
+    }
+    static_cast<void>(box);
 }
 
 // What can be done with the font, and what was done with it.

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "trainer/Trainer.h"
+#include "trainer/window/GalleryForm.h"
 #include "trainer/window/PartStrip.h"
 #include "trainer/window/PartViewModel.h"
 #include "trainer/window/ReadingModel.h"
@@ -61,6 +62,8 @@ class TrainerWindow {
     static constexpr int kFirstWidth = 1280;
     static constexpr int kFirstHeight = 800;
     static constexpr int kFirstScreenWidth = 640;
+    // Of the gallery, where the window leaves the screen its least height.
+    static constexpr int kGalleryHeight = 236;
 
     static constexpr std::size_t kMostProblemLines = 5;
 
@@ -72,6 +75,8 @@ class TrainerWindow {
     PartViewModel view;
     PartStrip strip;
     ReadingModel reading;
+    // Below the screen, while it is shown.
+    GalleryForm gallery;
 
     std::string title() const { return trainer_.title(); }
 
@@ -113,6 +118,7 @@ class TrainerWindow {
 
   private:
     void showPart();
+    void showPlace(const std::string& image, const engine::Region& box);
     void showPossible();
     void choose(FileQuestion question);
     void showGuide();

@@ -27,6 +27,7 @@ WindowActions::WindowActions(screen::Screen& screen)
                   actualSizePicture()}),
       stopReading({"stopReading", "&Stop Reading", "Stop looking for characters in the image"}),
       readAgain({"readAgain", "&Read Again", "Open the image and look for its characters once more", {"F5"}}),
+      showGallery({"showGallery", "&Gallery", "The font's samples as pictures", {"Ctrl+G"}, {}, true}),
       fontSelect({"fontSelect", "Select &Font...", screen.font.cmdSelectFont.toolTip(), {"Ctrl+F"}}),
       fontInclude({"fontInclude", "&Include", screen.sample.cmdInclude.toolTip()}),
       fontLearn({"fontLearn", "&Learn", screen.train.cmdTrain.toolTip(), {"Ctrl+L"}}),
@@ -44,6 +45,7 @@ WindowActions::WindowActions(screen::Screen& screen)
              {"I&mage",
               {&previous, &next, nullptr, &zoomIn, &zoomOut, &fit, &actualSize, nullptr, &stopReading,
                &readAgain}},
+             {"&View", {&showGallery}},
              {"F&ont",
               {&fontSelect, &fontInclude, &fontLearn, &fontStop, &fontSave, &fontRevert, nullptr,
                &fontSaveCopy, &fontRestore}},
@@ -83,6 +85,9 @@ const std::vector<KeyHelp>& keyHelp() {
         {"Shift+arrows, Ctrl+A, Ctrl+Insert, Delete", "select, copy, delete samples"},
         {"Ctrl+Enter in the samples", "sort by the current column"},
         {"Left, Right in a histogram", "from bar to bar"},
+        {"Ctrl+G", "gallery of the font's samples"},
+        {"A character, Delete, Enter in the gallery",
+         "relabel or delete the selected samples, show the image"},
     };
     return kKeys;
 }

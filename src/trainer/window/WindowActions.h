@@ -45,6 +45,8 @@ class WindowActions {
     Action stopReading;
     Action readAgain;
 
+    Action showGallery;
+
     Action fontSelect;
     Action fontInclude;
     Action fontLearn;
