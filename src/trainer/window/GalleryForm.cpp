@@ -47,6 +47,8 @@ GalleryForm::GalleryForm(Trainer& trainer, ShowPlace showPlace)
             show({});
         else if (static_cast<std::size_t>(index) <= choices_.size())
             show({ShownSamples::Kind::Character, choices_[static_cast<std::size_t>(index - 1)]});
+        else if (misread_ > 0 && static_cast<std::size_t>(index) == choices_.size() + 1)
+            show({ShownSamples::Kind::Misread});
     });
     cmdDelete.click.subscribe([this] { deleteSelected(); });
     cmdSource.click.subscribe([this] { showSource(); });
@@ -94,7 +96,7 @@ void GalleryForm::followGrid() {
     if (!isShown_ || isFollowing_ || !samples_ || !numeric.grid.visible() ||
         numeric.cboDisplay.listIndex() != screen::kDisplayCommitted)
         return;
-    const auto [top, bottom] = std::minmax(numeric.grid.row(), numeric.grid.rowSelection());
+    const auto [top, bottom] = std::minmax({numeric.grid.row(), numeric.grid.rowSelection()});
     ShownSamples wanted{ShownSamples::Kind::Numbers};
     for (int row = std::max(top, 1); row <= bottom && row < numeric.grid.rows(); ++row) {
         const auto place = static_cast<std::size_t>(toInt32(leadingNumber(numeric.grid.text(row, 0))));
@@ -138,13 +140,18 @@ void GalleryForm::show(ShownSamples shown) {
 void GalleryForm::refresh() {
     if (!isShown_) return;
     engine::SampleColumnsPtr samples = trainer_.tool().samples(SampleKind::Committed);
-    if (samples == samples_) return;
+    const engine::HeldOutResult* check = trainer_.tool().heldOutCheck();
+    const std::size_t misread = check ? check->misread.size() : 0;
+    if (samples == samples_ && misread == misread_) return;
+    misread_ = misread;
+    if (misread == 0 && shown_.kind == ShownSamples::Kind::Misread) shown_ = {};
     std::vector<std::uint64_t> serials;
     const int current = pictures.current();
     for (const int index : pictures.selected()) serials.push_back(source_->sample(index).serial);
     std::sort(serials.begin(), serials.end());
     samples_ = std::move(samples);
-    source_ = std::make_shared<GallerySamples>(samples_, shown_);
+    source_ = std::make_shared<GallerySamples>(
+        samples_, shown_, check ? std::span(check->misread) : std::span<const engine::MisreadSample>());
     pictures.setSource(source_);
     std::vector<int> selected;
     for (int index = 0; !serials.empty() && index < source_->count(); ++index)
@@ -169,6 +176,8 @@ void GalleryForm::showChoices() {
         if (shown_.kind == ShownSamples::Kind::Character && shown_.code == code)
             chosenItem = static_cast<int>(choices_.size());
     }
+    if (misread_ > 0) items.push_back("read wrong in the check  (" + std::to_string(misread_) + ")");
+    if (shown_.kind == ShownSamples::Kind::Misread) chosenItem = static_cast<int>(items.size()) - 1;
     if (chosenItem < 0) {
         chosenItem = static_cast<int>(items.size());
         items.push_back(shown_.kind == ShownSamples::Kind::Range
@@ -185,7 +194,8 @@ void GalleryForm::showChoices() {
 
 void GalleryForm::showCount() {
     const std::size_t selected = pictures.selected().size();
-    std::string text = counted(static_cast<std::size_t>(pictures.count())) + ", the worst first";
+    std::string text = counted(static_cast<std::size_t>(pictures.count()));
+    if (shown_.kind != ShownSamples::Kind::Misread) text += ", the worst first";
     if (selected > 1) text += "; " + std::to_string(selected) + " selected";
     lblCount.setCaption(std::move(text));
     const bool any = pictures.count() > 0;

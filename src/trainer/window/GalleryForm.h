@@ -62,6 +62,7 @@ class GalleryForm : public ui::Form {
     engine::SampleColumnsPtr samples_;  // as they are shown, null before the first time
     std::shared_ptr<const GallerySamples> source_;
     std::vector<std::int32_t> choices_;  // the codes behind "all" in cboShown
+    std::size_t misread_ = 0;            // in the last check
     bool isShown_ = false;
     bool isFollowing_ = false;
     std::vector<ui::Connection> connections_;

@@ -4,9 +4,11 @@
 #pragma once
 
 #include <cstdint>
+#include <span>
 #include <string>
 #include <vector>
 
+#include "engine/embedded/HeldOutCheck.h"
 #include "engine/font/SampleStore.h"
 #include "ui/PictureGrid.h"
 
@@ -17,7 +19,7 @@ constexpr double kWarningDistance = 0.5;
 
 // What is to be shown.
 struct ShownSamples {
-    enum class Kind { All, Character, Range, Numbers };
+    enum class Kind { All, Character, Range, Numbers, Misread };
     Kind kind = Kind::All;
     std::int32_t code = 0;                 // Character and Range
     double lower = 0, upper = 0;           // Range: Distances, both included
@@ -27,8 +29,10 @@ struct ShownSamples {
 
 class GallerySamples : public ui::PictureSource {
   public:
-    // Committed samples, not null.
-    GallerySamples(engine::SampleColumnsPtr samples, const ShownSamples& shown);
+    // Committed samples, not null. `misread` are those of the last held-out check, in the order in which they
+    // are shown.
+    GallerySamples(engine::SampleColumnsPtr samples, const ShownSamples& shown,
+                   std::span<const engine::MisreadSample> misread = {});
 
     int count() const override { return static_cast<int>(places_.size()); }
     ui::PictureItem item(int index) const override;
@@ -42,6 +46,7 @@ class GallerySamples : public ui::PictureSource {
   private:
     engine::SampleColumnsPtr samples_;
     std::vector<std::uint32_t> places_;
+    std::vector<std::int32_t> readAs_;  // of each place, for misread ones
 };
 
 }  // namespace dravik::trainer

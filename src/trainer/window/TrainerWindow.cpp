@@ -6,6 +6,7 @@
 #include "base/Paths.h"
 #include "engine/image/ImageFiles.h"
 #include "trainer/window/ClosingForm.h"
+#include "trainer/window/Guidance.h"
 #include "trainer/window/KeysForm.h"
 #include "trainer/window/RestoreForm.h"
 
@@ -74,7 +75,7 @@ TrainerWindow::TrainerWindow(Trainer& trainer, ui::Platform& platform, WindowSys
     connections_.push_back(view.changed.connect([this] { showPossible(); }));
     connections_.push_back(trainer.previewChanged.connect(showPreview));
     connections_.push_back(trainer.readingChanged.connect(showReading));
-    connections_.push_back(trainer.checkChanged.connect([this] { textsChanged(); }));
+    connections_.push_back(trainer.checkChanged.connect([this] { showCheck(); }));
     connections_.push_back(trainer.acts().changed.connect([this] { showActs(); }));
     connections_.push_back(trainer.workTimer().changed.connect([this] { showPossible(); }));
     showPart();
@@ -131,6 +132,16 @@ void TrainerWindow::showPossible() {
     actions.fit.setChecked(view.fits());
     actions.stopReading.setEnabled(trainer_.isWorking());
     actions.readAgain.setEnabled(current >= 0 && !trainer_.isWorking());
+    textsChanged();
+}
+
+void TrainerWindow::showCheck() {
+    checkText_ = trainer_.checkText();
+    engine::EmbeddedTool& tool = trainer_.tool();
+    if (const engine::HeldOutResult* check = tool.heldOutCheck(); check && !checkText_.empty())
+        if (const std::string next = guidanceText(*tool.samples(tool::SampleKind::Committed), *check);
+            !next.empty())
+            checkText_ += "\n" + next;
     textsChanged();
 }
 

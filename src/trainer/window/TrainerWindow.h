@@ -63,7 +63,7 @@ class TrainerWindow {
     static constexpr int kFirstHeight = 800;
     static constexpr int kFirstScreenWidth = 640;
     // Of the gallery, where the window leaves the screen its least height.
-    static constexpr int kGalleryHeight = 236;
+    static constexpr int kGalleryHeight = 200;
 
     static constexpr std::size_t kMostProblemLines = 5;
 
@@ -90,8 +90,8 @@ class TrainerWindow {
     bool previewWarns() const { return trainer_.mismatch() != 0; }
     // What a screen reader is told of the image.
     std::string viewDescription() const;
-    // The held-out check's line; "" when there is nothing to say.
-    const std::string& checkText() const { return trainer_.checkText(); }
+    // The held-out check's line and what to do next; "" when there is nothing to say.
+    const std::string& checkText() const { return checkText_; }
     // What the last act deleted, what was taken back or saved; "" when there is nothing to say.
     const std::string& noticeText() const { return trainer_.acts().notice(); }
     // What could not be opened, and what was recovered of an earlier run, few lines; none when the operator
@@ -120,6 +120,7 @@ class TrainerWindow {
     void showPart();
     void showPlace(const std::string& image, const engine::Region& box);
     void showPossible();
+    void showCheck();
     void choose(FileQuestion question);
     void showGuide();
     void showActs();
@@ -136,6 +137,7 @@ class TrainerWindow {
     ui::Platform& platform_;
     WindowSystem& system_;
     std::vector<std::string> problems_;
+    std::string checkText_;
     bool ended_ = false;
     std::vector<ui::Connection> connections_;
 };
