@@ -73,19 +73,6 @@ std::vector<Task> tasksOf(const ReadOptions& options, const CommandStreams& stre
     return tasks;
 }
 
-ImageReading readingOf(const Task& task, const engine::FontReader& reader,
-                       const engine::ImageDecoder& decoder) {
-    ImageReading reading{task.image, {}, task.expected, {}};
-    try {
-        reading.characters = reader.read(decoder(task.path));
-    } catch (...) {
-        reading.problem = currentFailure().description();
-        if (reading.problem.find(nameOf(task.path)) == std::string::npos)
-            reading.problem = task.image + ": " + reading.problem;
-    }
-    return reading;
-}
-
 // Reads images on several threads; they are taken in the order in which they were given.
 class Readers {
   public:
@@ -94,7 +81,8 @@ class Readers {
         : results_(tasks.size()) {
         const auto work = [&](const std::stop_token& stop) {
             for (std::size_t i = next_++; i < tasks.size() && !stop.stop_requested(); i = next_++) {
-                ImageReading reading = readingOf(tasks[i], reader, decoder);
+                ImageReading reading =
+                    readImage(tasks[i].image, tasks[i].path, tasks[i].expected, reader, decoder, stop);
                 {
                     const std::scoped_lock lock(mutex_);
                     results_[i] = std::move(reading);

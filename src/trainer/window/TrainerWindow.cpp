@@ -3,8 +3,12 @@
 #include <utility>
 
 #include "base/Failure.h"
+#include "base/FileSystem.h"
+#include "base/OutputFile.h"
 #include "base/Paths.h"
+#include "base/TimeText.h"
 #include "engine/image/ImageFiles.h"
+#include "trainer/commands/AccuracyPage.h"
 #include "trainer/window/ClosingForm.h"
 #include "trainer/window/Guidance.h"
 #include "trainer/window/KeysForm.h"
@@ -34,6 +38,13 @@ TrainerWindow::TrainerWindow(Trainer& trainer, ui::Platform& platform, WindowSys
       strip(trainer.parts()),
       gallery(trainer,
               [this](const std::string& image, const engine::Region& box) { showPlace(image, box); }),
+      readAll(
+          [this](const std::string& image) { showImage(image); },
+          [this] {
+              FileQuestion question{"Export Readings", {}, false, {{"CSV", {"*.csv"}}, {"JSON", {"*.json"}}}};
+              question.fileName = "readings.csv";
+              return system_.chooseNewFile(question);
+          }),
       trainer_(trainer),
       platform_(platform),
       system_(system) {
@@ -59,6 +70,8 @@ TrainerWindow::TrainerWindow(Trainer& trainer, ui::Platform& platform, WindowSys
     on(actions.fontSave, [this] { save(); });
     on(actions.fontSaveCopy, [this] { saveCopy(); });
     on(actions.fontRestore, [this] { restoreFont(); });
+    on(actions.readAll, [this] { startReadAll(); });
+    on(actions.fontAccuracy, [this] { askForPage(); });
     on(actions.showGallery, [this] { gallery.setShown(!gallery.isShown()); });
     on(actions.keys, [this] { showKeys(); });
     on(actions.about, [this] { showAbout(); });
@@ -76,6 +89,10 @@ TrainerWindow::TrainerWindow(Trainer& trainer, ui::Platform& platform, WindowSys
     connections_.push_back(trainer.previewChanged.connect(showPreview));
     connections_.push_back(trainer.readingChanged.connect(showReading));
     connections_.push_back(trainer.checkChanged.connect([this] { showCheck(); }));
+    // Behind the trainer's own look at the check.
+    connections_.push_back(trainer.checkTimer().tick.connect([this] {
+        if (!pageFile_.empty() && !trainer_.tool().isChecking()) writePage();
+    }));
     connections_.push_back(trainer.acts().changed.connect([this] { showActs(); }));
     connections_.push_back(trainer.workTimer().changed.connect([this] { showPossible(); }));
     showPart();
@@ -93,14 +110,63 @@ void TrainerWindow::showPart() {
                                        : parts.problem());
 }
 
-void TrainerWindow::showPlace(const std::string& image, const engine::Region& box) {
+// One that is not open is opened.
+void TrainerWindow::showImage(const std::string& image) {
     OpenedParts& parts = trainer_.parts();
-    if (parts.current() < 0 || parts.path(parts.current()) != image) {
-        tell(parts.open({image}));
-        for (int index = 0; index < parts.count(); ++index)
-            if (parts.path(index) == image) parts.setCurrent(index);
-    }
+    if (parts.current() >= 0 && parts.path(parts.current()) == image) return;
+    tell(parts.open({image}));
+    for (int index = 0; index < parts.count(); ++index)
+        if (parts.path(index) == image) parts.setCurrent(index);
+}
+
+void TrainerWindow::showPlace(const std::string& image, const engine::Region& box) {
+    showImage(image);
     static_cast<void>(box);
+}
+
+void TrainerWindow::startReadAll() {
+    const OpenedParts& parts = trainer_.parts();
+    std::vector<std::string> paths;
+    for (int index = 0; index < parts.count(); ++index) paths.push_back(parts.path(index));
+    readAll.start(std::make_unique<ReadAll>(
+        std::make_shared<const engine::FontReader>(trainer_.tool().reader()), parts.decoder(), paths,
+        [](const std::string&) -> std::optional<std::string> { return std::nullopt; }));
+    platform_.show(readAll);
+}
+
+// The page is written when there is a check for it.
+void TrainerWindow::askForPage() {
+    const auto font = trainer_.tool().currentFont();
+    if (!font) return;
+    FileQuestion question{"Accuracy Page of " + *font, {}, false, {{"Pages", {"*.html"}}}};
+    question.fileName = *font + ".html";
+    pageFile_ = system_.chooseNewFile(question);
+    if (pageFile_.empty()) return;
+    trainer_.checkFont();
+    if (trainer_.tool().isChecking())
+        trainer_.acts().say("The font is checked for its accuracy page...");
+    else
+        writePage();
+}
+
+void TrainerWindow::writePage() {
+    const std::string file = std::exchange(pageFile_, {});
+    engine::EmbeddedTool& tool = trainer_.tool();
+    const auto font = tool.currentFont();
+    if (file.empty() || !font) return;
+    try {
+        std::error_code error;
+        const auto written = fileTime(trainer_.folder().fontFile(*font), error);
+        const std::string page =
+            accuracyPage({*font, error ? std::string() : localTimeText(written), tool.isTrained(),
+                          tool.samples(tool::SampleKind::Committed), tool.heldOutCheck()});
+        OutputFile out(file, OutputFile::Start::Empty);
+        out.write(page);
+        out.close();
+        trainer_.acts().say("The accuracy page of " + *font + " is in " + file);
+    } catch (...) {
+        trainer_.acts().say("The accuracy page could not be written: " + currentFailure().description());
+    }
 }
 
 // What can be done with the font, and what was done with it.
@@ -115,9 +181,16 @@ void TrainerWindow::showActs() {
     actions.fontSelect.setEnabled(!training);
     actions.fontSave.setEnabled(trainer_.control().screen().train.cmdSaveFont.enabled() || acts.isUnsaved());
     actions.fontSaveCopy.setEnabled(loaded);
+    actions.fontAccuracy.setEnabled(loaded && !training);
+    showReadAllPossible();
     actions.fontRestore.setEnabled(!training);
     tell(acts.takeRecovered());
     textsChanged();
+}
+
+void TrainerWindow::showReadAllPossible() {
+    actions.readAll.setEnabled(trainer_.parts().count() > 0 && trainer_.tool().isTrained() &&
+                               !trainer_.isTraining());
 }
 
 void TrainerWindow::showPossible() {
@@ -131,6 +204,7 @@ void TrainerWindow::showPossible() {
         action->setEnabled(view.image() != nullptr);
     actions.fit.setChecked(view.fits());
     actions.stopReading.setEnabled(trainer_.isWorking());
+    showReadAllPossible();
     actions.readAgain.setEnabled(current >= 0 && !trainer_.isWorking());
     textsChanged();
 }

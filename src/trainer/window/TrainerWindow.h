@@ -10,6 +10,7 @@
 #include "trainer/window/GalleryForm.h"
 #include "trainer/window/PartStrip.h"
 #include "trainer/window/PartViewModel.h"
+#include "trainer/window/ReadAllForm.h"
 #include "trainer/window/ReadingModel.h"
 #include "trainer/window/WindowActions.h"
 #include "ui/Platform.h"
@@ -77,6 +78,7 @@ class TrainerWindow {
     ReadingModel reading;
     // Below the screen, while it is shown.
     GalleryForm gallery;
+    ReadAllForm readAll;
 
     std::string title() const { return trainer_.title(); }
 
@@ -118,9 +120,14 @@ class TrainerWindow {
 
   private:
     void showPart();
+    void showImage(const std::string& image);
     void showPlace(const std::string& image, const engine::Region& box);
     void showPossible();
+    void showReadAllPossible();
     void showCheck();
+    void startReadAll();
+    void askForPage();
+    void writePage();
     void choose(FileQuestion question);
     void showGuide();
     void showActs();
@@ -138,6 +145,7 @@ class TrainerWindow {
     WindowSystem& system_;
     std::vector<std::string> problems_;
     std::string checkText_;
+    std::string pageFile_;  // an accuracy page that waits for its check
     bool ended_ = false;
     std::vector<ui::Connection> connections_;
 };

@@ -44,6 +44,7 @@ class WindowActions {
     Action actualSize;
     Action stopReading;
     Action readAgain;
+    Action readAll;
 
     Action showGallery;
 
@@ -55,6 +56,7 @@ class WindowActions {
     Action fontRevert;
     Action fontSaveCopy;
     Action fontRestore;
+    Action fontAccuracy;
 
     Action guide;
     Action keys;
