@@ -1,14 +1,20 @@
 #include "qt/PartView.h"
 
+#include <QContextMenuEvent>
+#include <QHelpEvent>
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QPainter>
 #include <QScrollBar>
+#include <QToolTip>
 #include <QWheelEvent>
+#include <map>
 #include <utility>
 
+#include "qt/Guard.h"
 #include "qt/QtConversions.h"
 #include "qt/QtImage.h"
+#include "qt/QtPlatform.h"
 #include "qt/Theme.h"
 
 namespace dravik::qt {
@@ -34,7 +40,11 @@ PartView::PartView(trainer::PartViewModel& model, QWidget* parent)
     : QAbstractScrollArea(parent), model_(model) {
     setFocusPolicy(Qt::StrongFocus);
     setAccessibleName(QString::fromUtf8(trainer::kPartViewName));
+    viewport()->setMouseTracking(true);
     model.setDisplay({1, devicePixelRatioF()});
+    model.popUp = [this](ui::PopupMenu& menu, trainer::ViewPoint place) {
+        QtPlatform::showMenu(menu, *this, viewport()->mapToGlobal(QPointF(place.x, place.y).toPoint()));
+    };
     connections_.push_back(model.imageChanged.connect([this] { showImage(); }));
     connections_.push_back(model.changed.connect([this] { showState(); }));
     showImage();
@@ -51,9 +61,6 @@ void PartView::showState() {
     showScroll(*horizontalScrollBar(), model_.horizontal());
     showScroll(*verticalScrollBar(), model_.vertical());
     showing_ = outer;
-    viewport()->setCursor(!model_.image()       ? Qt::ArrowCursor
-                          : model_.isDragging() ? Qt::ClosedHandCursor
-                                                : Qt::OpenHandCursor);
     viewport()->update();
 }
 
@@ -106,36 +113,44 @@ void PartView::paintImage(QPainter& painter) {
 
 void PartView::paintCharacters(QPainter& painter) {
     painter.setRenderHint(QPainter::Antialiasing);
-    const auto marks = model_.marks();
-    for (const trainer::CharacterMark& mark : marks) {
-        if (!mark.framed) continue;
-        const QRectF box = qtRect(mark.box);
-        // A pale line below makes the box visible on dark and on light parts.
-        painter.setPen(QPen(QColor(255, 255, 255, 150), mark.warns ? 4 : 3));
-        painter.setBrush(Qt::NoBrush);
-        painter.drawRect(box);
-        QPen pen(qtColor(mark.color(), palette()), mark.warns ? 2 : 1.3);
-        if (mark.warns) pen.setDashPattern({3, 2});
-        painter.setPen(pen);
-        painter.drawRect(box);
-    }
-    for (const trainer::CharacterMark& mark : marks)
-        if (!mark.tag.empty()) paintTag(painter, mark);
+    for (const trainer::ViewFrame& frame : model_.frames()) paintFrame(painter, frame);
+    for (const trainer::ViewTag& tag : model_.tags()) paintTag(painter, tag);
 }
 
-void PartView::paintTag(QPainter& painter, const trainer::CharacterMark& mark) {
+void PartView::paintFrame(QPainter& painter, const trainer::ViewFrame& frame) {
+    QPolygonF corners;
+    for (const trainer::ViewPoint& corner : frame.corners) corners << QPointF(corner.x, corner.y);
+    const QColor color = qtColor(frame.color, palette());
+    if (frame.filled) {
+        painter.setPen(Qt::NoPen);
+        painter.setBrush(color);
+        painter.drawPolygon(corners);
+        return;
+    }
+    // A pale line below makes the frame visible on dark and on light parts.
+    painter.setPen(QPen(QColor(255, 255, 255, 150), frame.heavy ? 4 : 3));
+    painter.setBrush(Qt::NoBrush);
+    painter.drawPolygon(corners);
+    QPen pen(color, frame.heavy ? 2 : 1.3);
+    if (frame.dashed) pen.setDashPattern({3, 2});
+    painter.setPen(pen);
+    painter.drawPolygon(corners);
+}
+
+void PartView::paintTag(QPainter& painter, const trainer::ViewTag& tag) {
     QFont font = this->font();
     font.setBold(true);
-    font.setPixelSize(model_.tagTextHeight(mark));
+    font.setPixelSize(tag.textHeight);
     painter.setFont(font);
     const QFontMetricsF metrics(font, this);
-    const QString text = qtText(mark.tag);
-    const QRectF tag = qtRect(model_.tagPlace(mark, metrics.horizontalAdvance(text), metrics.height()));
-    painter.setPen(Qt::NoPen);
-    painter.setBrush(qtColor(mark.color(), palette()));
-    painter.drawRoundedRect(tag, 2.5, 2.5);
-    painter.setPen(Qt::white);
-    painter.drawText(tag, static_cast<int>(Qt::AlignCenter) | Qt::TextSingleLine | Qt::TextDontClip, text);
+    const QString text = qtText(tag.text);
+    const QRectF place = qtRect(model_.tagPlace(tag, metrics.horizontalAdvance(text), metrics.height()));
+    const QColor color = qtColor(tag.color, palette());
+    painter.setPen(tag.outlined ? QPen(color, 1) : QPen(Qt::NoPen));
+    painter.setBrush(tag.outlined ? QColor(Qt::white) : color);
+    painter.drawRoundedRect(place, 2.5, 2.5);
+    painter.setPen(tag.outlined ? color : QColor(Qt::white));
+    painter.drawText(place, static_cast<int>(Qt::AlignCenter) | Qt::TextSingleLine | Qt::TextDontClip, text);
 }
 
 void PartView::resizeEvent(QResizeEvent* event) {
@@ -154,24 +169,95 @@ void PartView::wheelEvent(QWheelEvent* event) {
 }
 
 void PartView::mousePressEvent(QMouseEvent* event) {
-    if (event->button() == Qt::LeftButton && model_.beginDrag(viewPoint(event->position()))) showState();
+    if (event->button() != Qt::LeftButton) return;
+    guarded([&] { model_.press(viewPoint(event->position())); });
+    showCursor(event->position());
 }
 
 void PartView::mouseMoveEvent(QMouseEvent* event) {
-    model_.dragTo(viewPoint(event->position()));
+    model_.moveTo(viewPoint(event->position()));
+    showCursor(event->position());
 }
 
-void PartView::mouseReleaseEvent(QMouseEvent*) {
-    model_.endDrag();
-    showState();
+void PartView::mouseReleaseEvent(QMouseEvent* event) {
+    if (event->button() == Qt::LeftButton) guarded([&] { model_.release(viewPoint(event->position())); });
+    showCursor(event->position());
+}
+
+void PartView::contextMenuEvent(QContextMenuEvent* event) {
+    if (event->reason() == QContextMenuEvent::Mouse)
+        guarded([&] { model_.pickAt(viewPoint(QPointF(viewport()->mapFromGlobal(event->globalPos())))); });
+}
+
+bool PartView::viewportEvent(QEvent* event) {
+    if (event->type() == QEvent::ToolTip) {
+        const auto* help = static_cast<QHelpEvent*>(event);
+        const std::string tip = model_.tipAt(viewPoint(QPointF(help->pos())));
+        QToolTip::showText(help->globalPos(), qtText(tip), viewport());
+        return true;
+    }
+    return QAbstractScrollArea::viewportEvent(event);
+}
+
+bool PartView::event(QEvent* event) {
+    // Tab goes from character to character first.
+    if (event->type() == QEvent::KeyPress) {
+        auto* key = static_cast<QKeyEvent*>(event);
+        if ((key->key() == Qt::Key_Tab || key->key() == Qt::Key_Backtab) && takesKey(*key)) return true;
+    }
+    return QAbstractScrollArea::event(event);
+}
+
+bool PartView::takesKey(const QKeyEvent& event) {
+    using Name = trainer::ViewKey::Name;
+    static const std::map<int, Name> kNames = {
+        {Qt::Key_Left, Name::Left},        {Qt::Key_Right, Name::Right},   {Qt::Key_Up, Name::Up},
+        {Qt::Key_Down, Name::Down},        {Qt::Key_Home, Name::Home},     {Qt::Key_End, Name::End},
+        {Qt::Key_Tab, Name::Tab},          {Qt::Key_Backtab, Name::Tab},   {Qt::Key_Return, Name::Enter},
+        {Qt::Key_Enter, Name::Enter},      {Qt::Key_Escape, Name::Escape}, {Qt::Key_Delete, Name::Delete},
+        {Qt::Key_Backspace, Name::Delete}, {Qt::Key_Menu, Name::Menu}};
+    trainer::ViewKey key;
+    if (const auto name = kNames.find(event.key()); name != kNames.end()) key.name = name->second;
+    if (event.key() >= Qt::Key_A && event.key() <= Qt::Key_Z)
+        key.letter = static_cast<char>('A' + (event.key() - Qt::Key_A));
+    if (event.modifiers() & Qt::AltModifier) return false;
+    key.shift = (event.modifiers() & Qt::ShiftModifier) != 0;
+    key.ctrl = (event.modifiers() & Qt::ControlModifier) != 0;
+    bool taken = false;
+    guarded([&] { taken = model_.key(key); });
+    if (taken) showCursor(QPointF(viewport()->mapFromGlobal(QCursor::pos())));
+    return taken;
 }
 
 void PartView::keyPressEvent(QKeyEvent* event) {
     // The page keys go from part to part in this window.
     if (event->key() == Qt::Key_PageUp || event->key() == Qt::Key_PageDown)
         event->ignore();
-    else
+    else if (!takesKey(*event))
         QAbstractScrollArea::keyPressEvent(event);
+}
+
+void PartView::showCursor(QPointF place) {
+    switch (model_.cursorAt(viewPoint(place))) {
+        case trainer::ViewCursor::Arrow:
+            return viewport()->setCursor(Qt::ArrowCursor);
+        case trainer::ViewCursor::OpenHand:
+            return viewport()->setCursor(Qt::OpenHandCursor);
+        case trainer::ViewCursor::ClosedHand:
+            return viewport()->setCursor(Qt::ClosedHandCursor);
+        case trainer::ViewCursor::Cross:
+            return viewport()->setCursor(Qt::CrossCursor);
+        case trainer::ViewCursor::Move:
+            return viewport()->setCursor(Qt::SizeAllCursor);
+        case trainer::ViewCursor::SizeAcross:
+            return viewport()->setCursor(Qt::SizeHorCursor);
+        case trainer::ViewCursor::SizeDown:
+            return viewport()->setCursor(Qt::SizeVerCursor);
+        case trainer::ViewCursor::SizeFalling:
+            return viewport()->setCursor(Qt::SizeFDiagCursor);
+        case trainer::ViewCursor::SizeRising:
+            return viewport()->setCursor(Qt::SizeBDiagCursor);
+    }
 }
 
 }  // namespace dravik::qt

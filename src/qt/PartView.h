@@ -1,5 +1,6 @@
-// The current part image with a box around every found character and the label of each below it. Zooms with
-// Ctrl and the wheel, pans by dragging and with the scroll bars.
+// The current part image with a box around every found character, the label of each below it and what the
+// font reads above it. Zooms with Ctrl and the wheel, pans by dragging and with the scroll bars; in the modes
+// of its model the region is drawn and boxes are corrected.
 #pragma once
 
 #include <QAbstractScrollArea>
@@ -30,13 +31,19 @@ class PartView : public QAbstractScrollArea {
     void mouseMoveEvent(QMouseEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
+    void contextMenuEvent(QContextMenuEvent* event) override;
+    bool event(QEvent* event) override;
+    bool viewportEvent(QEvent* event) override;
 
   private:
     void showImage();
     void showState();
     void paintImage(QPainter& painter);
     void paintCharacters(QPainter& painter);
-    void paintTag(QPainter& painter, const trainer::CharacterMark& mark);
+    void paintFrame(QPainter& painter, const trainer::ViewFrame& frame);
+    void paintTag(QPainter& painter, const trainer::ViewTag& tag);
+    bool takesKey(const QKeyEvent& event);
+    void showCursor(QPointF place);
 
     trainer::PartViewModel& model_;
     QImage image_;

@@ -155,9 +155,12 @@ void QtPlatform::show(ui::Form& form) {
 }
 
 void QtPlatform::popUpMenu(ui::PopupMenu& menu, ui::Widget& at, double x, double y) {
-    const Peer* peer = Peer::of(at);
-    if (!peer) return;
-    QMenu shown(&peer->view());
+    if (const Peer* peer = Peer::of(at))
+        showMenu(menu, peer->view(), peer->view().mapToGlobal(peer->toView(x, y).toPoint()));
+}
+
+void QtPlatform::showMenu(ui::PopupMenu& menu, QWidget& over, QPoint place) {
+    QMenu shown(&over);
     shown.setObjectName(qtText(menu.name));
     QHash<const QAction*, ui::MenuItem*> items;
     for (const auto& item : menu.items()) {
@@ -166,7 +169,6 @@ void QtPlatform::popUpMenu(ui::PopupMenu& menu, ui::Widget& at, double x, double
         action->setEnabled(item->enabled);
         items.insert(action, item.get());
     }
-    const QPoint place = peer->view().mapToGlobal(peer->toView(x, y).toPoint());
     const QAction* picked = shown.exec(place);
     if (ui::MenuItem* item = items.value(picked)) item->click();
 }

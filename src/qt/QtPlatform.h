@@ -24,6 +24,8 @@ class QtPlatform : public ui::Platform {
     void showModal(ui::Form& form) override;
     void show(ui::Form& form) override;
     void popUpMenu(ui::PopupMenu& menu, ui::Widget& at, double x, double y) override;
+    // The same over any widget, at a place of the display.
+    static void showMenu(ui::PopupMenu& menu, QWidget& over, QPoint place);
     void setClipboardText(const std::string& text) override;
     std::string fileDateText(const std::string& path) override;
     std::string dateText() override;

@@ -43,6 +43,17 @@ struct Trainer::Parts {
         return tool::inCase(text, tool::fontCase(*tool));
     }
 
+    void editTyped(std::size_t index, std::size_t replaced, const std::string& text) {
+        auto& box = control.screen().sample.txtSampleInput;
+        const std::vector<std::string> typed = characters(tool::textToInclude(box.text()));
+        std::string all;
+        for (std::size_t i = 0; i < typed.size(); ++i) {
+            if (i == index) all += text;
+            if (i < index || i >= index + replaced) all += typed[i];
+        }
+        box.setText(index >= typed.size() ? all + text : all);
+    }
+
     void findPreview() {
         preview.clear();
         mismatch = 0;
@@ -57,10 +68,11 @@ struct Trainer::Parts {
             previewText = kStopped;
         } else {
             const auto& found = tool->found();
+            const auto boxes = tool->characterBoxes();
             const auto typed = characters(textToInclude());
             preview.reserve(found.size());
             for (std::size_t i = 0; i < found.size(); ++i)
-                preview.push_back({found[i], i < typed.size() ? typed[i] : std::string()});
+                preview.push_back({found[i], i < typed.size() ? typed[i] : std::string(), boxes[i].place});
             previewText = counted(found.size(), "found");
             if (!typed.empty()) {
                 mismatch = static_cast<int>(typed.size()) - static_cast<int>(found.size());
@@ -121,17 +133,26 @@ struct Trainer::Parts {
     void findCharacters() {
         work.cancel();
         doing = Doing::Nothing;
+        stopped = false;
+        settings = adjustments->settings();
         const auto image = opened.sharedImage();
         if (image->empty()) return tool->shareImage(image);
-        start(Doing::Finding,
-              [this, image, path = opened.path(opened.current())](const std::stop_token& stop) {
-                  const auto seen = std::make_shared<engine::Scene>(engine::findScene(image, stop));
-                  return [this, image, path, seen] {
-                      tool->shareImage(image, seen);
-                      tool->setImageName(path);
-                      if (foundReady) foundReady();
-                  };
-              });
+        start(Doing::Finding, [this, image, settings = settings,
+                               path = opened.path(opened.current())](const std::stop_token& stop) {
+            const auto seen = std::make_shared<engine::Scene>(engine::findScene(image, settings, stop));
+            return [this, image, path, seen] {
+                tool->shareImage(image, seen);
+                tool->setImageName(path);
+                adjustments->charactersFound();
+                if (foundReady) foundReady();
+            };
+        });
+    }
+
+    // The font or its settings may be others: the characters are looked for anew then.
+    void lookBySettings() {
+        const bool mayLook = opened.current() >= 0 && !opened.isDecoding() && !opened.image().empty();
+        if (mayLook && settings != adjustments->settings()) findCharacters();
     }
 
     enum class Doing { Nothing, Decoding, Finding, Reading };
@@ -199,6 +220,8 @@ struct Trainer::Parts {
     ScreenPlatform screenPlatform;
     screen::DravikDlg control;
     std::optional<FontActs> acts;
+    std::optional<ImageAdjustments> adjustments;
+    engine::SegmentationSettings settings;  // by which the characters were looked for last
 
     std::vector<LabelledCharacter> preview;
     int mismatch = 0;
@@ -227,6 +250,7 @@ Trainer::Trainer(ui::Platform& platform, const JobFolder& folder, ImageDecoder d
     parts.control.setStep(parts.tool);
     parts.acts.emplace(parts.control, *parts.tool, *parts.tool,
                        [tool = parts.tool] { return tool->currentFont(); });
+    parts.adjustments.emplace(*parts.tool, *parts.acts, parts.opened);
 
     const auto refreshPreview = [this, &parts] {
         try {
@@ -271,7 +295,8 @@ Trainer::Trainer(ui::Platform& platform, const JobFolder& folder, ImageDecoder d
         parts.checkText = std::move(now);
         checkChanged();
     };
-    const auto refreshFont = [=] {
+    const auto refreshFont = [=, &parts] {
+        parts.lookBySettings();
         refreshTitle();
         refreshPreview();
         refreshReading();
@@ -282,6 +307,11 @@ Trainer::Trainer(ui::Platform& platform, const JobFolder& folder, ImageDecoder d
     auto& connections = parts.connections;
     connections.push_back(parts.opened.currentChanged.connect([=, &parts] {
         if (!parts.opened.isDecoding()) parts.findCharacters();
+        refreshPreview();
+        refreshReading();
+    }));
+    connections.push_back(parts.adjustments->settingsChanged.connect(refreshFont));
+    connections.push_back(parts.adjustments->charactersChanged.connect([=] {
         refreshPreview();
         refreshReading();
     }));
@@ -330,6 +360,10 @@ tool::FontHistory& Trainer::history() noexcept {
 
 OpenedParts& Trainer::parts() noexcept {
     return parts_->opened;
+}
+
+ImageAdjustments& Trainer::adjustments() noexcept {
+    return *parts_->adjustments;
 }
 
 const JobFolder& Trainer::folder() const noexcept {
@@ -381,6 +415,21 @@ const std::vector<LabelledCharacter>& Trainer::preview() const noexcept {
 
 int Trainer::mismatch() const noexcept {
     return parts_->mismatch;
+}
+
+void Trainer::replaceTyped(std::size_t index, const std::string& text) {
+    parts_->editTyped(index, 1, text);
+}
+
+void Trainer::insertTyped(std::size_t index, const std::string& text) {
+    parts_->editTyped(index, 0, text);
+}
+
+std::vector<std::string> Trainer::suggestions() {
+    std::vector<std::string> result;
+    for (const engine::SuggestedCharacter& one : parts_->tool->suggest())
+        result.push_back(one.best().character);
+    return result;
 }
 
 std::string Trainer::previewText() const {

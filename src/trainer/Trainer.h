@@ -11,6 +11,7 @@
 #include "engine/embedded/EmbeddedTool.h"
 #include "screen/shell/DravikDlg.h"
 #include "trainer/FontActs.h"
+#include "trainer/ImageAdjustments.h"
 #include "trainer/OpenedParts.h"
 #include "ui/Platform.h"
 #include "ui/Signal.h"
@@ -22,6 +23,7 @@ namespace dravik::trainer {
 struct LabelledCharacter {
     engine::FoundCharacter place;
     std::string label;
+    engine::RotatedBox box{};  // as the character stands, turned
 };
 
 // What the current font reads in the current image, line by line.
@@ -52,6 +54,7 @@ class Trainer {
     FontActs& acts() noexcept;
     tool::FontHistory& history() noexcept;
     OpenedParts& parts() noexcept;
+    ImageAdjustments& adjustments() noexcept;
     const JobFolder& folder() const noexcept;
 
     // Decoding an image, finding its characters and reading them go on beside the window when they take
@@ -73,6 +76,12 @@ class Trainer {
     // How many typed characters have no character in the image (negative: how many found ones have no label);
     // 0 when they match or nothing is typed.
     int mismatch() const noexcept;
+    // The typed character of a found one becomes this text, "" takes it away; or text comes before it. As if
+    // the operator had typed it.
+    void replaceTyped(std::size_t index, const std::string& text);
+    void insertTyped(std::size_t index, const std::string& text);
+    // What each found character probably is, without any font.
+    std::vector<std::string> suggestions();
     // The same in words for the operator, e.g. "12 characters found, 11 typed".
     std::string previewText() const;
 

@@ -176,13 +176,39 @@ TEST(Scene, PlacesAndLinesAreThoseOfTheWholePicture) {
     }
 }
 
+// Upright, on its head and on its side, with a barcode so near that without the region it joins the print.
+TEST(Scene, OfARegionOnlyWhatIsInItIsSeenTurnedUpright) {
+    for (const float degrees : {25.0f, -38.0f, 90.0f, 180.0f}) {
+        int number = 0, images = 0, exact = 0;
+        for (const LabelledImage& one : labelledImages(kLines)) {
+            if (one.font.starts_with("dot") || ++number % 5 != 0) continue;
+            ++images;
+            Plate plate = onPaper(readPng(one.file));
+            addBarcode(plate);
+            addFrame(plate);
+            const auto picture = std::make_shared<GreyImage>(turned(plate, degrees));
+            const RotatedBox region{
+                0.5f * static_cast<float>(picture->width()), 0.5f * static_cast<float>(picture->height()),
+                static_cast<float>(plate.width), static_cast<float>(plate.height), degrees};
+            const Scene scene = findScene(picture, {.region = region});
+            exact += scene.characters() == characterCount(one.text);
+            for (const PlacedGlyph& glyph : allPlaces(scene))
+                EXPECT_TRUE(
+                    region.contains({0.5f * static_cast<float>(glyph.place.left + glyph.place.right),
+                                     0.5f * static_cast<float>(glyph.place.top + glyph.place.bottom)}));
+        }
+        EXPECT_EQ(images, 8);
+        EXPECT_GE(exact, 7) << degrees;
+    }
+}
+
 TEST(Scene, SearchEndsOnceAStopIsRequested) {
     std::stop_source stop;
     stop.request_stop();
     const auto image = std::make_shared<GreyImage>(readPng(kLines + "/hack_000.png"));
     const auto onPart = std::make_shared<GreyImage>(turned(onPaper(*image), 30));
     for (const auto& picture : {image, onPart}) {
-        EXPECT_EQ(findScene(picture, stop.get_token()).characters(), 0u);
+        EXPECT_EQ(findScene(picture, {}, stop.get_token()).characters(), 0u);
         EXPECT_GT(findScene(picture).characters(), 0u);
     }
 }

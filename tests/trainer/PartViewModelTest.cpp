@@ -16,12 +16,19 @@ class PartViewModelTest : public testing::Test {
         view.setViewport(424, 342);  // 400 x 300 beside the margins and the room for labels
         view.setImage(&image, "");
     }
+    static LabelledCharacter character(int left, int top, int right, int bottom, const char* label = "") {
+        const auto middle = [](int from, int to) { return 0.5f * static_cast<float>(from + to); };
+        return {{left, top, right, bottom, 0},
+                label,
+                {middle(left, right), middle(top, bottom), static_cast<float>(right - left),
+                 static_cast<float>(bottom - top), 0}};
+    }
     // Of 20 x 30 image pixels, side by side, with the labels given.
     void found(std::initializer_list<const char*> labels, int mismatch) {
         std::vector<LabelledCharacter> characters;
         for (const char* label : labels) {
             const int left = 100 + 40 * static_cast<int>(characters.size());
-            characters.push_back({{left, 100, left + 20, 130, 0}, label});
+            characters.push_back(character(left, 100, left + 20, 130, label));
         }
         view.setCharacters(std::move(characters), mismatch);
     }
@@ -77,16 +84,16 @@ TEST_F(PartViewModelTest, ZoomingLeavesWhatIsUnderThePointerThere) {
 }
 
 TEST_F(PartViewModelTest, DraggingAndScrollingEndAtTheMargins) {
-    EXPECT_TRUE(view.beginDrag({10, 10}));
-    view.dragTo({0, 0});
+    EXPECT_TRUE(view.press({10, 10}));
+    view.moveTo({0, 0});
     EXPECT_EQ(view.horizontal().position, 0) << "there is nothing beside a fitted image";
     view.zoomBy(6, {212, 171});
     const int from = view.horizontal().position;
-    view.beginDrag({100, 100});
-    view.dragTo({60, 100});
+    view.press({100, 100});
+    view.moveTo({60, 100});
     EXPECT_EQ(view.horizontal().position, from + 40);
-    view.endDrag();
-    view.dragTo({0, 100});
+    view.release({60, 100});
+    view.moveTo({0, 100});
     EXPECT_EQ(view.horizontal().position, from + 40);
     view.scrollTo(1'000'000, -5);
     EXPECT_EQ(view.vertical().position, 0);
@@ -98,42 +105,50 @@ TEST_F(PartViewModelTest, DraggingAndScrollingEndAtTheMargins) {
 
 TEST_F(PartViewModelTest, CharactersWithoutLabelsWarnOnlyWhenSomethingIsTyped) {
     found({"A", "B", ""}, -1);
-    auto marks = view.marks();
-    ASSERT_EQ(marks.size(), 3u);
-    EXPECT_EQ(marks[1].tag, "B");
-    EXPECT_FALSE(marks[1].warns);
-    EXPECT_EQ(marks[2].tag, "?");
-    EXPECT_TRUE(marks[2].warns);
-    EXPECT_NE(marks[1].color(), marks[2].color());
+    auto tags = view.tags();
+    ASSERT_EQ(tags.size(), 3u);
+    EXPECT_EQ(tags[1].text, "B");
+    EXPECT_EQ(tags[2].text, "?");
+    EXPECT_EQ(tags[2].color, kMismatchColor);
+    EXPECT_FALSE(view.frames()[1].dashed);
+    EXPECT_TRUE(view.frames()[2].dashed) << "not by colour alone";
     found({"", "", ""}, 0);
-    for (const CharacterMark& mark : view.marks()) EXPECT_TRUE(mark.tag.empty() && !mark.warns);
+    EXPECT_TRUE(view.tags().empty());
+    EXPECT_FALSE(view.frames()[2].dashed);
     found({"A", "B", "C"}, 2);
-    marks = view.marks();
-    ASSERT_EQ(marks.size(), 4u);
-    EXPECT_EQ(marks[3].tag, "+2") << "typed characters that no box is left for";
-    EXPECT_FALSE(marks[3].framed);
-    EXPECT_GT(marks[3].box.left, marks[2].box.right());
+    tags = view.tags();
+    ASSERT_EQ(tags.size(), 4u);
+    EXPECT_EQ(tags[3].text, "+2") << "typed characters that no box is left for";
+    EXPECT_EQ(view.frames().size(), 3u);
+    EXPECT_GT(tags[3].from.x, tags[2].from.x + 10);
     view.setImage(nullptr, "none");
-    EXPECT_TRUE(view.marks().empty());
+    EXPECT_TRUE(view.tags().empty() && view.frames().empty());
 }
 
 TEST_F(PartViewModelTest, BoxesStandAroundTheirCharactersAndTagsBelowThem) {
     found({"A", "B"}, 0);
-    const CharacterMark mark = view.marks().front();
-    EXPECT_NEAR(mark.box.left, onView(100, 0).x - 2, 1e-9);
-    EXPECT_NEAR(mark.box.bottom(), onView(0, 130).y + 2, 1e-9);
-    const ViewBox tag = view.tagPlace(mark, 30, 12);
-    EXPECT_NEAR(tag.left + tag.width / 2, mark.box.left + mark.box.width / 2, 1e-9);
-    EXPECT_GT(tag.top, mark.box.bottom());
-    EXPECT_GE(tag.width, 30);
-    EXPECT_EQ(view.tagTextHeight(mark), 9) << "small boxes have tags that can be read";
+    const ViewFrame frame = view.frames().front();
+    EXPECT_NEAR(frame.corners[0].x, onView(100, 0).x - 2, 1e-3);
+    EXPECT_NEAR(frame.corners[2].y, onView(0, 130).y + 2, 1e-3);
+    const ViewTag tag = view.tags().front();
+    const ViewBox place = view.tagPlace(tag, 30, 12);
+    EXPECT_NEAR(place.left + place.width / 2, onView(110, 0).x, 1e-3);
+    EXPECT_GT(place.top, frame.corners[2].y);
+    EXPECT_GE(place.width, 30);
+    EXPECT_EQ(tag.textHeight, 9) << "small boxes have tags that can be read";
+    // Of print on its head the tag is where its own underside is.
+    LabelledCharacter upsideDown = character(100, 100, 120, 130, "A");
+    upsideDown.box.angle = 180;
+    view.setCharacters({upsideDown}, 0);
+    EXPECT_LT(view.tagPlace(view.tags().front(), 30, 12).bottom(), onView(0, 100).y);
+    found({"A", "B"}, 0);
     view.zoomBy(12, {212, 171});
     view.scrollTo(view.horizontal().most, 0);
-    EXPECT_TRUE(view.marks().empty()) << "out of view";
+    EXPECT_TRUE(view.frames().empty() && view.tags().empty()) << "out of view";
 }
 
 TEST_F(PartViewModelTest, APlaceIsInTheSmallestBoxAroundIt) {
-    view.setCharacters({{{100, 100, 200, 200, 0}, ""}, {{120, 120, 140, 140, 0}, ""}}, 0);
+    view.setCharacters({character(100, 100, 200, 200), character(120, 120, 140, 140)}, 0);
     EXPECT_EQ(view.characterAt(onView(130, 130)), 1);
     EXPECT_EQ(view.characterAt(onView(180, 180)), 0);
     EXPECT_EQ(view.characterAt(onView(300, 180)), -1);

@@ -60,7 +60,10 @@ class TrainerWindowTest : public testing::Test {
 
 TEST_F(TrainerWindowTest, OnlyWhatCanBeDoneIsEnabled) {
     window.view.setViewport(500, 300);
-    EXPECT_EQ(enabled(), "openImages openFolder quit showGallery fontSelect fontRestore guide keys about ");
+    EXPECT_EQ(
+        enabled(),
+        "openImages openFolder quit readingOnImage imageSettings showGallery fontSelect fontRestore guide "
+        "keys about ");
     window.actions.zoomIn.trigger();
     EXPECT_TRUE(window.view.fits());
     EXPECT_THAT(window.view.message(), HasSubstr("Ctrl+O"));
@@ -104,8 +107,8 @@ TEST_F(TrainerWindowTest, AMismatchIsSaidBeforeInclude) {
     trainer.control().screen().sample.txtSampleInput.setText("12");
     EXPECT_EQ(window.previewText(), "\u26A0 3 characters found, 2 typed");
     EXPECT_EQ(window.viewDescription(), "3 characters found, 2 typed") << "without the sign";
-    ASSERT_EQ(window.view.marks().size(), 3u);
-    EXPECT_TRUE(window.view.marks()[2].warns);
+    ASSERT_EQ(window.view.frames().size(), 3u);
+    EXPECT_TRUE(window.view.frames()[2].dashed);
 }
 
 TEST_F(TrainerWindowTest, WhatCannotBeOpenedIsSaidInAFewLines) {

@@ -99,8 +99,38 @@ const GreyImage& EmbeddedTool::image() const {
     return *seen_.image();
 }
 
+const SegmentationSettings& EmbeddedTool::settings() const {
+    return overriding_ ? *overriding_ : fonts_->state().settings;
+}
+
+void EmbeddedTool::setSettings(const SegmentationSettings& settings) {
+    fonts_->font();
+    if ((settings.region && !isRegion(*settings.region)) || settings.print.smallestHeight < 0 ||
+        settings.print.smallestHeight > kMostSmallestHeight)
+        throw Failure(RuntimeError::InvalidProcedureCall,
+                      "The region or the smallest height is out of range");
+    if (settings != fonts_->state().settings) fonts_->make(SetSettings{fonts_->state().settings, settings});
+}
+
+void EmbeddedTool::overrideSettings(std::optional<SegmentationSettings> settings) {
+    overriding_ = std::move(settings);
+}
+
+SeenImage& EmbeddedTool::seen() {
+    seen_.setSettings(settings());
+    return seen_;
+}
+
+void EmbeddedTool::setCharacters(const std::optional<std::vector<CharacterBox>>& boxes) {
+    seen().setCharacters(boxes);
+}
+
+std::vector<CharacterBox> EmbeddedTool::characterBoxes() {
+    return engine::characterBoxes(*seen().scene());
+}
+
 const std::vector<FoundCharacter>& EmbeddedTool::found() {
-    return seen_.found();
+    return seen().found();
 }
 
 std::vector<ReadCharacter> EmbeddedTool::read() {
@@ -112,25 +142,26 @@ FontReader EmbeddedTool::reader() {
     const FontState& font = fonts_->state();
     return FontReader(
         font.training->network,
-        DistanceMeasure(font.samples.statistics(), font.samples.columns(SampleKind::Committed)->samples));
+        DistanceMeasure(font.samples.statistics(), font.samples.columns(SampleKind::Committed)->samples),
+        settings());
 }
 
 EmbeddedTool::ReadingWork EmbeddedTool::readingWork() {
     settle();
     const FontState& font = fonts_->state();
     if (font.training->empty()) return [](const std::stop_token&) { return std::vector<ReadCharacter>(); };
-    return [seen = seen_.scene(), training = font.training, statistics = font.samples.statistics(),
+    return [seen = seen().scene(), training = font.training, statistics = font.samples.statistics(),
             samples = font.samples.columns(SampleKind::Committed)](const std::stop_token& stop) {
         return FontReader(training->network, DistanceMeasure(statistics, samples->samples)).read(*seen, stop);
     };
 }
 
 std::vector<SuggestedCharacter> EmbeddedTool::suggest() {
-    return readWithoutFont(*seen_.scene());
+    return readWithoutFont(*seen().scene());
 }
 
 std::vector<CharacterLikelihood> EmbeddedTool::compare(const std::string& expectedText) {
-    return compareWithText(*seen_.scene(), characters(expectedText));
+    return compareWithText(*seen().scene(), characters(expectedText));
 }
 
 std::optional<std::string> EmbeddedTool::currentFont() const {
@@ -265,8 +296,8 @@ void EmbeddedTool::SetCharacterSet(const tool::CharacterSet& set) {
 void EmbeddedTool::IncludeSamples(const std::string& expectedText) {
     fonts_->font();
     const std::vector<std::string> text = characters(expectedText);
-    const std::vector<SampleInputs> inputs = allInputs(*seen_.scene(), text);
-    const std::vector<std::shared_ptr<const SampleOrigin>> origins = seen_.origins();
+    const std::vector<SampleInputs> inputs = allInputs(*seen().scene(), text);
+    const std::vector<std::shared_ptr<const SampleOrigin>> origins = seen().origins();
     if (inputs.empty()) return;
     if (inputs.size() > kMostInOneInclude)
         throw Failure(RuntimeError::InvalidProcedureCall,

@@ -55,6 +55,16 @@ class EmbeddedTool : public tool::FontTool, public tool::FontHistory, public too
     // its samples keep. Until the next image.
     void setImageName(const std::string& name, std::uint64_t digest = 0);
     const GreyImage& image() const;
+    // How images are looked at: by the settings of the current font, which are a part of it as its samples
+    // are, else by what overrides them here. A scene that came with the image stays whatever they are.
+    // setSettings() raises as a change does, and Invalid procedure call (5) for settings that are none.
+    const SegmentationSettings& settings() const;
+    void setSettings(const SegmentationSettings& settings);
+    void overrideSettings(std::optional<SegmentationSettings> settings);
+    // The characters of the current image as they are told, in place of those that are found: they are
+    // included and read as they are. With nothing, the found ones again.
+    void setCharacters(const std::optional<std::vector<CharacterBox>>& boxes);
+    std::vector<CharacterBox> characterBoxes();
     // The characters found in the current image.
     const std::vector<FoundCharacter>& found();
     // The current image read with the current font; empty when the font is not trained or nothing is found.
@@ -166,7 +176,11 @@ class EmbeddedTool : public tool::FontTool, public tool::FontHistory, public too
 
     std::unique_ptr<FontWorkspace> fonts_;
     FontTraining training_;
+    // By the settings that count now.
+    SeenImage& seen();
+
     SeenImage seen_;
+    std::optional<SegmentationSettings> overriding_;
 };
 
 }  // namespace dravik::engine

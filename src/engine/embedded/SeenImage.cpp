@@ -11,7 +11,26 @@ void SeenImage::show(std::shared_ptr<const GreyImage> image, std::shared_ptr<con
     name_.reset();
     scene_.reset();
     found_.clear();
-    if (scene) take(std::move(scene));
+    isHandedOver_ = scene != nullptr;
+    foundScene_ = std::move(scene);
+}
+
+void SeenImage::setSettings(const SegmentationSettings& settings) {
+    if (std::exchange(settings_, settings) == settings || isHandedOver_) return;
+    foundScene_.reset();
+    scene_.reset();
+}
+
+void SeenImage::setCharacters(const std::optional<std::vector<CharacterBox>>& boxes) {
+    if (boxes)
+        take(std::make_shared<Scene>(withCharacters(*image_, *foundScene(), *boxes, settings_.print)));
+    else
+        scene_.reset();
+}
+
+const std::shared_ptr<const Scene>& SeenImage::foundScene() {
+    if (!foundScene_) foundScene_ = std::make_shared<Scene>(findScene(image_, settings_));
+    return foundScene_;
 }
 
 void SeenImage::setName(const std::string& name, std::uint64_t digest) {
@@ -20,7 +39,7 @@ void SeenImage::setName(const std::string& name, std::uint64_t digest) {
 }
 
 const std::shared_ptr<const Scene>& SeenImage::scene() {
-    if (!scene_) take(std::make_shared<Scene>(findScene(image_)));
+    if (!scene_) take(foundScene());
     return scene_;
 }
 

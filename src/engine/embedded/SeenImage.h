@@ -1,27 +1,36 @@
 // The image that the tool looks at, and the characters that are found in it, which are looked for when they
-// are first asked for, and what a sample of them is told to come from.
+// are first asked for, or are told; and what a sample of them is told to come from.
 #pragma once
 
 #include <memory>
+#include <optional>
+#include <span>
 #include <string>
 #include <vector>
 
 #include "engine/font/FontReader.h"
 #include "engine/font/SampleOrigin.h"
 #include "engine/image/GreyImage.h"
+#include "engine/scene/GivenCharacters.h"
 #include "engine/scene/Scene.h"
 
 namespace dravik::engine {
 
 class SeenImage {
   public:
-    // The image is not null; the scene, which is findScene() of it, may be.
+    // The image is not null; the scene, which is findScene() of it, may be, and stays whatever the settings.
     void show(std::shared_ptr<const GreyImage> image, std::shared_ptr<const Scene> scene);
+    // What was found by other settings counts no more.
+    void setSettings(const SegmentationSettings& settings);
+    // The characters that there are, until the next image or other settings; nothing for those that are
+    // found.
+    void setCharacters(const std::optional<std::vector<CharacterBox>>& boxes);
 
     // Of the image that is shown, until the next one.
     void setName(const std::string& name, std::uint64_t digest = 0);
 
     const std::shared_ptr<const GreyImage>& image() const noexcept { return image_; }
+    // With the characters that were told, if any.
     const std::shared_ptr<const Scene>& scene();
     const std::vector<FoundCharacter>& found();
     // Of the found characters, one by one.
@@ -29,8 +38,12 @@ class SeenImage {
 
   private:
     void take(std::shared_ptr<const Scene> scene);
+    const std::shared_ptr<const Scene>& foundScene();
 
     std::shared_ptr<const GreyImage> image_ = std::make_shared<GreyImage>();
+    SegmentationSettings settings_;
+    bool isHandedOver_ = false;  // the scene came with the image
+    std::shared_ptr<const Scene> foundScene_;
     std::shared_ptr<const Scene> scene_;
     std::vector<FoundCharacter> found_;
     std::shared_ptr<const SourceImage> name_;

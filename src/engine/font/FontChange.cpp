@@ -8,6 +8,7 @@
 #include "base/Failure.h"
 #include "base/Text.h"
 #include "engine/font/SampleOrigin.h"
+#include "engine/font/SettingsBytes.h"
 
 namespace dravik::engine {
 namespace {
@@ -55,6 +56,7 @@ struct Apply {
         check(state.samples.relabel(change.serials, codes, {}));
     }
     void operator()(const SetCharacters& change) const { state.characterSet = change.after; }
+    void operator()(const SetSettings& change) const { state.settings = change.after; }
     void operator()(const SetTraining& change) const {
         state.samples.setDistances(change.serials, change.distancesAfter);
         state.training = change.after;
@@ -95,6 +97,7 @@ struct Revert {
         check(state.samples.relabel(change.serials, change.codesBefore, change.distancesBefore));
     }
     void operator()(const SetCharacters& change) const { state.characterSet = change.before; }
+    void operator()(const SetSettings& change) const { state.settings = change.before; }
     void operator()(const SetTraining& change) const {
         state.samples.setDistances(change.serials, change.distancesBefore);
         state.training = change.before;
@@ -119,6 +122,7 @@ struct Summary {
     std::size_t relabelled = 0;
     std::int32_t relabelledAs = 0;
     bool characters = false;
+    bool settings = false;
     bool replaced = false;
     const SetTraining* training = nullptr;
 
@@ -136,6 +140,7 @@ struct Summary {
         relabelledAs = change.codeAfter;
     }
     void operator()(const SetCharacters&) { characters = true; }
+    void operator()(const SetSettings&) { settings = true; }
     void operator()(const SetTraining& change) { training = &change; }
     void operator()(const ReplaceFont&) { replaced = true; }
 };
@@ -145,6 +150,8 @@ std::optional<std::size_t> leftOfFound(std::span<const FontChange> changes, bool
     std::set<std::uint64_t> found;
     const SetCharacters* first = nullptr;
     const SetCharacters* last = nullptr;
+    const SetSettings* firstSettings = nullptr;
+    const SetSettings* lastSettings = nullptr;
     for (const FontChange& change : changes) {
         if (const auto* add = std::get_if<AddUncommitted>(&change)) {
             for (const Sample& sample : add->samples) found.insert(sample.serial);
@@ -153,11 +160,15 @@ std::optional<std::size_t> leftOfFound(std::span<const FontChange> changes, bool
         } else if (const auto* set = std::get_if<SetCharacters>(&change)) {
             if (!first) first = set;
             last = set;
+        } else if (const auto* settings = std::get_if<SetSettings>(&change)) {
+            if (!firstSettings) firstSettings = settings;
+            lastSettings = settings;
         } else if (!mayTrain || !std::holds_alternative<SetTraining>(change)) {
             return std::nullopt;
         }
     }
     if (first && first->before != last->after) return std::nullopt;
+    if (firstSettings && firstSettings->before != lastSettings->after) return std::nullopt;
     return found.size();
 }
 
@@ -171,7 +182,8 @@ enum class Kind : std::uint8_t {
     Replace,
     AddWithOrigins,
     RemoveWithOrigin,
-    Relabel
+    Relabel,
+    Settings = 20
 };
 
 struct Encode {
@@ -217,6 +229,11 @@ struct Encode {
         kind(Kind::Characters);
         encodeCharacterSet(out, change.before);
         encodeCharacterSet(out, change.after);
+    }
+    void operator()(const SetSettings& change) const {
+        kind(Kind::Settings);
+        encodeSettings(out, change.before);
+        encodeSettings(out, change.after);
     }
     void operator()(const SetTraining& change) const {
         kind(Kind::Training);
@@ -326,6 +343,7 @@ std::string describe(std::span<const FontChange> changes) {
     if (sum.relabelled > 0)
         return "relabelling of " + counted(sum.relabelled) + " as " + characterOf(sum.relabelledAs);
     if (sum.characters) return "change of the character set";
+    if (sum.settings) return "change of the image settings";
     return "finding of " + counted(sum.found);
 }
 
@@ -350,6 +368,10 @@ FontChange decodeChange(ByteReader& in) {
         case Kind::Characters: {
             tool::CharacterSet before = decodeCharacterSet(in);
             return SetCharacters{std::move(before), decodeCharacterSet(in)};
+        }
+        case Kind::Settings: {
+            const SegmentationSettings before = decodeSettings(in);
+            return SetSettings{before, decodeSettings(in)};
         }
         case Kind::Training:
             return decodeSetTraining(in);

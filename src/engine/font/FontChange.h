@@ -38,6 +38,11 @@ struct SetCharacters {
     tool::CharacterSet before;
     tool::CharacterSet after;
 };
+// How images are looked at.
+struct SetSettings {
+    SegmentationSettings before;
+    SegmentationSettings after;
+};
 // By a run, or back to an earlier one. A run has measured the samples of these serial numbers, which ascend.
 struct SetTraining {
     TrainingPtr before;
@@ -53,7 +58,7 @@ struct ReplaceFont {
 };
 
 using FontChange = std::variant<AddUncommitted, CommitUncommitted, RemoveSample, RelabelSamples,
-                                SetCharacters, SetTraining, ReplaceFont>;
+                                SetCharacters, SetSettings, SetTraining, ReplaceFont>;
 
 // Raise Device I/O error (57) when the change does not fit the state; the state is then as it was, and so
 // when memory ends.

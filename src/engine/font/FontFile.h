@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "engine/font/FontParts.h"
+#include "engine/segmentation/SegmentationSettings.h"
 #include "tool/FontTool.h"
 
 namespace dravik::engine {
@@ -18,6 +19,7 @@ struct FontRecord {
     std::vector<Sample> samples;    // serials ascending
     std::vector<double> distances;  // one for each sample
     Training training;
+    SegmentationSettings settings;
 };
 
 // Bytes of a font file.

@@ -42,10 +42,11 @@ std::string shownCharacter(const ReadCharacter& read, double limit) {
     return read.confidence < limit ? kUnknownCharacter : read.character;
 }
 
-FontReader::FontReader(const FontRecord& font) : FontReader(font.training.network, measureOf(font.samples)) {}
+FontReader::FontReader(const FontRecord& font)
+    : FontReader(font.training.network, measureOf(font.samples), font.settings) {}
 
-FontReader::FontReader(Network network, DistanceMeasure measure)
-    : network_(std::move(network)), measure_(std::move(measure)) {}
+FontReader::FontReader(Network network, DistanceMeasure measure, SegmentationSettings settings)
+    : network_(std::move(network)), measure_(std::move(measure)), settings_(std::move(settings)) {}
 
 std::vector<std::string> FontReader::characters() const {
     std::vector<std::string> result;
@@ -56,7 +57,8 @@ std::vector<std::string> FontReader::characters() const {
 std::vector<ReadCharacter> FontReader::read(const GreyImage& image) const {
     if (network_.empty()) return {};
     // The scene does not outlive the image.
-    return read(findScene(std::shared_ptr<const GreyImage>(std::shared_ptr<const GreyImage>(), &image)));
+    return read(
+        findScene(std::shared_ptr<const GreyImage>(std::shared_ptr<const GreyImage>(), &image), settings_));
 }
 
 std::vector<ReadCharacter> FontReader::read(const Scene& found, const std::stop_token& stop) const {

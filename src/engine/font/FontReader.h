@@ -50,10 +50,13 @@ class FontReader {
   public:
     // Of a font that is not trained everything reads as nothing.
     explicit FontReader(const FontRecord& font);
-    FontReader(Network network, DistanceMeasure measure);
+    FontReader(Network network, DistanceMeasure measure, SegmentationSettings settings = {});
 
     // The characters that the font can read, in the order of its network.
     std::vector<std::string> characters() const;
+    // By which it looks at images.
+    const SegmentationSettings& settings() const noexcept { return settings_; }
+    // By the settings of the font.
     std::vector<ReadCharacter> read(const GreyImage& image) const;
     // The same of an image in which `found` is what findScene() finds. Ends early, with what it likes, once a
     // stop is requested.
@@ -62,6 +65,7 @@ class FontReader {
   private:
     Network network_;
     DistanceMeasure measure_;
+    SegmentationSettings settings_;
 };
 
 }  // namespace dravik::engine

@@ -7,6 +7,7 @@
 
 #include "base/Text.h"
 #include "engine/font/SampleOrigin.h"
+#include "engine/font/SettingsBytes.h"
 
 namespace dravik::engine {
 namespace {
@@ -25,6 +26,9 @@ constexpr auto kSections = std::to_array<Section>({
     {"SEEN", [](const FontRecord& font) { return haveOrigins(font.samples); },
      [](ByteWriter& out, const FontRecord& font) { encodeOrigins(out, font.samples); },
      [](ByteReader& in, FontRecord& font) { decodeOrigins(in, font.samples); }},
+    {"SEGM", [](const FontRecord& font) { return font.settings != SegmentationSettings{}; },
+     [](ByteWriter& out, const FontRecord& font) { encodeSettings(out, font.settings); },
+     [](ByteReader& in, FontRecord& font) { font.settings = decodeSettings(in); }},
 });
 
 }  // namespace

@@ -5,7 +5,9 @@
 namespace dravik::engine {
 
 FontState::FontState(const FontRecord& font)
-    : characterSet(font.characterSet), training(std::make_shared<Training>(font.training)) {
+    : characterSet(font.characterSet),
+      training(std::make_shared<Training>(font.training)),
+      settings(font.settings) {
     samples.restore(font.samples, font.distances, font.nextSerial);
 }
 
@@ -24,6 +26,7 @@ FontRecord FontState::record() const {
     for (const Sample* sample : committed->samples) font.samples.push_back(*sample);
     font.distances = committed->distances;
     font.training = *training;
+    font.settings = settings;
     return font;
 }
 

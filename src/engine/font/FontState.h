@@ -15,6 +15,7 @@ struct FontState {
     tool::CharacterSet characterSet;
     SampleStore samples;
     TrainingPtr training = std::make_shared<Training>();  // never null
+    SegmentationSettings settings;                        // by which images are looked at
 
     FontState() = default;
     // Raises nothing but what memory raises, as the record is one that decodeFont() accepts.

@@ -131,6 +131,7 @@ std::vector<SuggestedCharacter> readWithoutFont(const Segmentation& found, Conte
 
 std::vector<SuggestedCharacter> readWithoutFont(const GreyImage& image, const Segmentation& found,
                                                 Context context) {
+    if (found.isGiven) return readWithoutFont(found, context);
     std::vector<ReadLine> best = linesOf(found, Pieces::Likeliest);
     double most = wholeness(best);
     std::optional<Segmentation> taken;

@@ -28,22 +28,6 @@ constexpr float kClear = 0.45f;
 constexpr float kLeastRoom = 1.55f, kMostRoom = 4;
 constexpr float kSameAngle = 0.1f;
 
-// Gives each part the lines of the others too: how high they are tells its capitals from small letters.
-void tellOfNeighbours(Scene& scene) {
-    std::vector<std::size_t> own;
-    for (const ScenePart& part : scene.parts) own.push_back(part.found.lines.size());
-    for (ScenePart& part : scene.parts)
-        for (std::size_t i = 0; i < scene.parts.size(); ++i) {
-            const ScenePart& other = scene.parts[i];
-            if (&other == &part || std::abs(other.angle - part.angle) > kSameAngle) continue;
-            for (std::size_t line = 0; line < own[i]; ++line) {
-                LineMetrics beside = other.found.lines[line];
-                beside.capHeight *= other.found.ink.scale / part.found.ink.scale;
-                part.found.lines.push_back(beside);
-            }
-        }
-}
-
 // Between nearly the darkest and nearly the lightest pixels.
 float contrast(const GreyImage& picture) {
     std::array<int, 256> counts{};
@@ -59,8 +43,9 @@ float contrast(const GreyImage& picture) {
 // Looks at lines one by one, and at the room between them.
 class LineByLine {
   public:
-    LineByLine(const GreyImage& image, std::span<const TextLine> lines, const std::stop_token& stop)
-        : image_(image), stop_(stop) {
+    LineByLine(const GreyImage& image, std::span<const TextLine> lines, const PrintSettings& print,
+               const std::stop_token& stop)
+        : image_(image), print_(print), stop_(stop) {
         for (const TextLine& line : lines) seen_.push_back(look(line, line.height()));
         const bool clear = std::any_of(seen_.begin(), seen_.end(), isClear);
         std::erase_if(seen_, [&](const SeenLine& one) {
@@ -94,7 +79,7 @@ class LineByLine {
 
     SeenLine lookOnce(const TextLine& line, float height) const {
         SeenLine result{line, uprightLine(image_, line, height)};
-        result.part.found = segment(*result.part.picture, stop_);
+        result.part.found = segment(*result.part.picture, stop_, print_);
         return result;
     }
 
@@ -157,7 +142,7 @@ class LineByLine {
             between.right = std::max(line.right, below->right);
             SeenLine found{between, uprightLine(image_, between, height)};
             if (contrast(*found.part.picture) < kLeastContrast * contrast(*seen_[i].part.picture)) continue;
-            found.part.found = segment(*found.part.picture, stop_);
+            found.part.found = segment(*found.part.picture, stop_, print_);
             const float typical = typicalHeight(found.part.found) * found.part.found.ink.scale;
             if (isClear(found) && typical > 0.6f * height && typical < 1.6f * height)
                 more.push_back(std::move(found));
@@ -167,14 +152,16 @@ class LineByLine {
     }
 
     const GreyImage& image_;
+    const PrintSettings& print_;
     const std::stop_token& stop_;
     std::vector<SeenLine> seen_;
 };
 
 }  // namespace
 
-Scene lineByLine(const GreyImage& image, std::span<const TextLine> lines, const std::stop_token& stop) {
-    return LineByLine(image, lines, stop).scene();
+Scene lineByLine(const GreyImage& image, std::span<const TextLine> lines, const PrintSettings& print,
+                 const std::stop_token& stop) {
+    return LineByLine(image, lines, print, stop).scene();
 }
 
 }  // namespace dravik::engine

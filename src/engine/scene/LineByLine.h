@@ -13,6 +13,7 @@ constexpr double kPerhapsPrint = -1;
 
 // What the lines show, each looked at alone. A line without clear characters is none when another has them;
 // what stands at the end of a line, far from the rest, and between lines is tried too.
-Scene lineByLine(const GreyImage& image, std::span<const TextLine> lines, const std::stop_token& stop);
+Scene lineByLine(const GreyImage& image, std::span<const TextLine> lines, const PrintSettings& print,
+                 const std::stop_token& stop);
 
 }  // namespace dravik::engine

@@ -21,6 +21,9 @@ constexpr float kBesidePrint = 6, kAbovePrint = 6.5f;
 constexpr float kMargin = 2;
 // Lines that slope more are read better one by one.
 constexpr float kUpright = 0.12f;  // radians
+constexpr float kSameAngle = 0.1f;
+// A line that is found is at least so high, in smallest heights that characters may have.
+constexpr float kLowestLine = 0.75f;
 // The whole of a picture of so few pixels is looked at before any line is searched in it; that of one without
 // lines when it has at most so many.
 constexpr std::int64_t kSmall = 150'000, kMostWithoutLines = 500'000;
@@ -110,6 +113,43 @@ Scene wholeScene(std::shared_ptr<const GreyImage> image, Segmentation found) {
     return scene;
 }
 
+// As findScene() without a region. In a region print is looked for even where there are no lines of it.
+enum class Extent { Whole, Region };
+Scene findIn(std::shared_ptr<const GreyImage> image, Extent extent, const PrintSettings& print,
+             const std::stop_token& stop) {
+    const std::int64_t pixels = static_cast<std::int64_t>(image->width()) * image->height();
+    std::optional<Segmentation> seen;
+    const auto isClear = [&] {
+        seen = segment(*image, stop, print);
+        return !seen->glyphs.empty() && seen->likeness >= kSurelyPrint;
+    };
+    if (pixels <= kSmall && isClear()) return wholeScene(std::move(image), *std::move(seen));
+    std::vector<TextLine> lines = findTextLines(*image, stop);
+    std::erase_if(lines, [&](const TextLine& line) {
+        return !print.allows(line.dark) ||
+               line.height() < kLowestLine * static_cast<float>(print.smallestHeight);
+    });
+    if (lines.empty()) {
+        if (!seen && (pixels <= kMostWithoutLines || extent == Extent::Region))
+            seen = segment(*image, stop, print);
+        return seen ? wholeScene(std::move(image), *std::move(seen)) : Scene{};
+    }
+    if (!seen && mayFill(*image, lines) && isClear()) return wholeScene(std::move(image), *std::move(seen));
+    Scene byLine = lineByLine(*image, lines, print, stop);
+    return seen && isAll(*image, *seen, lines, byLine) ? wholeScene(std::move(image), *std::move(seen))
+                                                       : byLine;
+}
+
+// Makes a part of what a region shows a part of the whole picture.
+void placeInWhole(ScenePart& part, const RotatedBox& region, const GreyImage& whole) {
+    const float width = static_cast<float>(part.whole.right), height = static_cast<float>(part.whole.bottom);
+    const RotatedBox::Point corner = region.toImage({part.left - 0.5f * width, part.top - 0.5f * height});
+    part.left = corner.x;
+    part.top = corner.y;
+    part.angle += region.angle * std::numbers::pi_v<float> / 180;
+    part.whole = {0, 0, whole.width(), whole.height()};
+}
+
 }  // namespace
 
 Region ScenePart::place(const Region& own) const {
@@ -132,29 +172,44 @@ Region ScenePart::place(const Region& own) const {
             within(y1, whole.bottom)};
 }
 
+RotatedBox ScenePart::box(const Region& own) const {
+    const float c = std::cos(angle), s = std::sin(angle);
+    const float x = 0.5f * static_cast<float>(own.left + own.right),
+                y = 0.5f * static_cast<float>(own.top + own.bottom);
+    return {left + x * c - y * s, top + x * s + y * c, static_cast<float>(own.width()),
+            static_cast<float>(own.height()), angle * 180 / std::numbers::pi_v<float>};
+}
+
 std::size_t Scene::characters() const noexcept {
     std::size_t count = 0;
     for (const ScenePart& part : parts) count += part.found.glyphs.size();
     return count;
 }
 
-Scene findScene(std::shared_ptr<const GreyImage> image, const std::stop_token& stop) {
-    const std::int64_t pixels = static_cast<std::int64_t>(image->width()) * image->height();
-    std::optional<Segmentation> seen;
-    const auto isClear = [&] {
-        seen = segment(*image, stop);
-        return !seen->glyphs.empty() && seen->likeness >= kSurelyPrint;
-    };
-    if (pixels <= kSmall && isClear()) return wholeScene(std::move(image), *std::move(seen));
-    const std::vector<TextLine> lines = findTextLines(*image, stop);
-    if (lines.empty()) {
-        if (!seen && pixels <= kMostWithoutLines) seen = segment(*image, stop);
-        return seen ? wholeScene(std::move(image), *std::move(seen)) : Scene{};
-    }
-    if (!seen && mayFill(*image, lines) && isClear()) return wholeScene(std::move(image), *std::move(seen));
-    Scene byLine = lineByLine(*image, lines, stop);
-    return seen && isAll(*image, *seen, lines, byLine) ? wholeScene(std::move(image), *std::move(seen))
-                                                       : byLine;
+void tellOfNeighbours(Scene& scene) {
+    std::vector<std::size_t> own;
+    for (const ScenePart& part : scene.parts) own.push_back(part.found.lines.size());
+    for (ScenePart& part : scene.parts)
+        for (std::size_t i = 0; i < scene.parts.size(); ++i) {
+            const ScenePart& other = scene.parts[i];
+            if (&other == &part || std::abs(other.angle - part.angle) > kSameAngle) continue;
+            for (std::size_t line = 0; line < own[i]; ++line) {
+                LineMetrics beside = other.found.lines[line];
+                beside.capHeight *= other.found.ink.scale / part.found.ink.scale;
+                part.found.lines.push_back(beside);
+            }
+        }
+}
+
+Scene findScene(std::shared_ptr<const GreyImage> image, const SegmentationSettings& settings,
+                const std::stop_token& stop) {
+    if (!settings.region || image->empty())
+        return findIn(std::move(image), Extent::Whole, settings.print, stop);
+    const RotatedBox& region = *settings.region;
+    auto upright = std::make_shared<GreyImage>(uprightPicture(*image, region));
+    Scene scene = findIn(std::move(upright), Extent::Region, settings.print, stop);
+    for (ScenePart& part : scene.parts) placeInWhole(part, region, *image);
+    return scene;
 }
 
 }  // namespace dravik::engine

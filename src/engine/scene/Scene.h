@@ -6,6 +6,7 @@
 #include <stop_token>
 #include <vector>
 
+#include "engine/image/RotatedBox.h"
 #include "engine/scene/TextFinder.h"
 #include "engine/segmentation/Segmentation.h"
 
@@ -23,6 +24,8 @@ struct ScenePart {
 
     // The box in the whole picture of a box in the part; cut to what there is of it.
     Region place(const Region& own) const;
+    // The same as it stands there, turned.
+    RotatedBox box(const Region& own) const;
 };
 
 struct Scene {
@@ -32,7 +35,13 @@ struct Scene {
 };
 
 // A picture that is filled by its print, or in which nothing else is seen, is one part: the picture itself.
-// Ends soon, with anything or nothing found, once a stop is requested. The image is not null.
-Scene findScene(std::shared_ptr<const GreyImage> image, const std::stop_token& stop = {});
+// Of a region only what is in it is looked at, turned upright. Ends soon, with anything or nothing found,
+// once a stop is requested. The image is not null.
+Scene findScene(std::shared_ptr<const GreyImage> image, const SegmentationSettings& settings = {},
+                const std::stop_token& stop = {});
+
+// Gives each part the lines of the others too: how high they are tells its capitals from small letters. To be
+// called once for parts that have their own lines alone.
+void tellOfNeighbours(Scene& scene);
 
 }  // namespace dravik::engine

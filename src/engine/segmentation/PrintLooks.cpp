@@ -59,6 +59,19 @@ void dropFrames(std::vector<Piece>& pieces, const InkImage& ink) {
     });
 }
 
+// Parts of the least height that capitals may have: what is smaller each way is a speck, what is lower tells
+// nothing of the usual height.
+constexpr float kSpeck = 0.15f, kLowest = 0.75f;
+
+// The usual height of the pieces that may be characters; 0 when there are none.
+float characterHeight(const std::vector<Piece>& pieces, float leastHeight) {
+    if (leastHeight <= 0) return usualHeight(pieces);
+    std::vector<Piece> high;
+    for (const Piece& piece : pieces)
+        if (piece.box.height() >= kLowest * leastHeight) high.push_back({{}, piece.area, piece.box});
+    return usualHeight(high);
+}
+
 // Whether the ink is so restless that it is no print; its pieces would take much more room than the image.
 bool isTexture(const InkImage& ink) {
     const std::int64_t pixels = static_cast<std::int64_t>(ink.ink.size());
@@ -83,15 +96,22 @@ std::vector<LinePieces> linesSeen(Segmentation& print) {
     if (look.joins == Look::Fragments) pieces = joinedFragments(std::move(pieces));
     if (look.joins == Look::Dots)
         pieces = joinedByCloseness(joinedDots(std::move(pieces)), ink.width, ink.height);
-    float height = usualHeight(pieces);
+    const float speck = kSpeck * look.leastHeight;
+    std::erase_if(pieces, [speck](const Piece& piece) {
+        return piece.box.width() < speck && piece.box.height() < speck;
+    });
+    float height = characterHeight(pieces, look.leastHeight);
     if (height < kLeastHeight) return {};
     print.frame.slope = printSlope(pieces, height);
     for (Piece& piece : pieces) piece.measure(print.frame);
-    height = usualHeight(pieces);
+    height = characterHeight(pieces, look.leastHeight);
     print.frame.slant = printSlant(pieces, print.frame.slope, height);
     if (print.frame.slant != 0)
         for (Piece& piece : pieces) piece.measure(print.frame);
-    return textLines(std::move(pieces), height);
+    std::vector<LinePieces> lines = textLines(std::move(pieces), height);
+    std::erase_if(
+        lines, [&](const LinePieces& line) { return line.metrics.capHeight < kLowest * look.leastHeight; });
+    return lines;
 }
 
 // Tells the characters of the lines apart, by the bars of the look.
@@ -152,14 +172,15 @@ int grain(float height) {
 // An image that is being looked at.
 class Looking {
   public:
-    Looking(const GreyImage& image, Search search, const std::stop_token& stop)
-        : image_(image), search_(search), stop_(stop) {}
+    Looking(const GreyImage& image, Search search, const std::stop_token& stop, const PrintSettings& print)
+        : image_(image), search_(search), stop_(stop), print_(print) {}
 
     std::vector<Candidate> candidates() &&;
 
   private:
     const Binarizer& turnTo(const Region& region, float scale);
-    double consider(const Look& look, bool otherwise);
+    bool isAllowed(const Look& look) const;
+    double consider(Look look, bool otherwise);
     bool add(const Segmentation& seen);
     void hold();
     bool firstLooks();
@@ -169,6 +190,7 @@ class Looking {
     const GreyImage& image_;
     const Search search_;
     const std::stop_token& stop_;
+    const PrintSettings& print_;
     const Region whole_{0, 0, image_.width(), image_.height()};
     std::optional<Binarizer> view_;
     Segmentation seen_;  // by the last look, in that view
@@ -202,10 +224,25 @@ const Binarizer& Looking::turnTo(const Region& region, float scale) {
     return view_.emplace(image_, region, scale);
 }
 
+// Whether the operator's settings leave room for it.
+bool Looking::isAllowed(const Look& look) const {
+    if (!print_.allows(look.dark)) return false;
+    switch (print_.kind) {
+        case PrintKind::Solid:
+            return look.joins != Look::Dots;
+        case PrintKind::DotMatrix:
+            return look.joins == Look::Dots || (look.joins == Look::None && look.blur > 0);
+        case PrintKind::Automatic:
+            break;
+    }
+    return true;
+}
+
 // Segments the picture with the parameters `look` and keeps the result when it resembles text; returns how
 // much (log odds), kNothing when not at all. With `otherwise`, doubtful decisions are tried both ways.
-double Looking::consider(const Look& look, bool otherwise) {
-    if (stop_.stop_requested()) return kNothing;
+double Looking::consider(Look look, bool otherwise) {
+    if (stop_.stop_requested() || !isAllowed(look)) return kNothing;
+    look.leastHeight = static_cast<float>(print_.smallestHeight) / view_->scale();
     const Look& last = seen_.look;
     const bool again = isSeen_ && last.dark == look.dark && last.side == look.side &&
                        Binarizer::radius(last.blur) == Binarizer::radius(look.blur);
@@ -366,8 +403,9 @@ std::vector<Candidate> Looking::candidates() && {
 
 }  // namespace
 
-std::vector<Candidate> printCandidates(const GreyImage& image, Search search, const std::stop_token& stop) {
-    return Looking(image, search, stop).candidates();
+std::vector<Candidate> printCandidates(const GreyImage& image, Search search, const std::stop_token& stop,
+                                       const PrintSettings& print) {
+    return Looking(image, search, stop, print).candidates();
 }
 
 Segmentation seenAgain(const GreyImage& image, const Region& region, float scale, const Look& look) {

@@ -30,7 +30,7 @@ enum class Search { UntilClear, All };
 
 // Those with characters, in the order of the looks; few or none once a stop is requested.
 std::vector<Candidate> printCandidates(const GreyImage& image, Search search = Search::UntilClear,
-                                       const std::stop_token& stop = {});
+                                       const std::stop_token& stop = {}, const PrintSettings& print = {});
 
 // What a look at a region finds.
 Segmentation seenAgain(const GreyImage& image, const Region& region, float scale, const Look& look);

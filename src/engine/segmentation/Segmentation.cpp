@@ -50,8 +50,8 @@ Region Segmentation::place(const Glyph& glyph) const {
             ink.top + static_cast<int>(std::ceil(pixels(bottom)))};
 }
 
-Segmentation segment(const GreyImage& image, const std::stop_token& stop) {
-    std::vector<Candidate> candidates = printCandidates(image, Search::UntilClear, stop);
+Segmentation segment(const GreyImage& image, const std::stop_token& stop, const PrintSettings& print) {
+    std::vector<Candidate> candidates = printCandidates(image, Search::UntilClear, stop, print);
     std::vector<Contender> numbers = contenders(candidates);
     if (stop.stop_requested() || numbers.empty() || numbers.front().best->value < kNoPrint) return {};
     const std::size_t first = numbers.front().best->characters;

@@ -7,6 +7,7 @@
 #include "engine/image/Binarization.h"
 #include "engine/image/Components.h"
 #include "engine/segmentation/CharacterCuts.h"
+#include "engine/segmentation/SegmentationSettings.h"
 #include "engine/segmentation/TextLines.h"
 
 namespace dravik::engine {
@@ -30,6 +31,8 @@ struct Look {
         float prints = 0;
         bool operator==(const Bars&) const = default;
     } bars{};
+    // Of capitals, in working pixels; 0 for any. What is much smaller is no piece of print.
+    float leastHeight = 0;
 };
 
 // What else an image may show: another number of characters, which fewer looks saw or less clearly.
@@ -50,6 +53,7 @@ struct Segmentation {
     CharacterDecisions decisions;    // by which they were found
     double likeness = 0;             // log odds that the characters are right, as kTextLikeness tells
     std::vector<OtherView> others;   // the likeliest first, few
+    bool isGiven = false;            // the characters were told, and are read as they are
 
     // Where a glyph is in the image.
     Region place(const Glyph& glyph) const;
@@ -58,7 +62,8 @@ struct Segmentation {
 // Empty when nothing is found. Takes any image and never fails but for want of memory. Print is found in
 // milliseconds; noise and textures may take seconds. Ends soon, with anything or nothing found, once a stop
 // is requested.
-Segmentation segment(const GreyImage& image, const std::stop_token& stop = {});
+Segmentation segment(const GreyImage& image, const std::stop_token& stop = {},
+                     const PrintSettings& print = {});
 // The characters of another view of the same image.
 Segmentation segment(const GreyImage& image, const OtherView& view);
 

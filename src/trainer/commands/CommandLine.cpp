@@ -122,6 +122,8 @@ class OptionTable {
                   [this](const std::string& value) {
                       reading_.threads = inRange("--threads", "a whole number from 1 to 256", value, 1, 256);
                   });
+        for (auto& [app, settings] : {std::pair{learn_, &learning_.settings}, {read_, &reading_.settings}})
+            addSettings(*app, *settings);
         operands(*read_, "IMAGE", reading_.images,
                  "the images to read; folders of them; - for names on standard\ninput, one a line")
             ->excludes(list);
@@ -237,6 +239,43 @@ class OptionTable {
         return app.add_option(name, target, help)->type_name(value)->check([](const std::string& given) {
             return trimmed(given).empty() ? "the value is empty" : "";
         });
+    }
+
+    // The named value of a choice; `words` are what it may be called.
+    template <class Choice>
+    static Choice named(std::optional<Choice> value, const char* option, const char* words,
+                        const std::string& text) {
+        if (!value) throw CLI::ValidationError(std::string(option) + " takes " + words + ", not " + text);
+        return *value;
+    }
+
+    static void addSettings(CLI::App& app, SettingsOptions& settings) {
+        converted(
+            app, "--region", "X,Y,W,H[,ANGLE]",
+            "looks only there: corner and size in pixels, turned around its\nmiddle by degrees clockwise; "
+            "none for the whole image",
+            [&settings](const std::string& value) {
+                settings.wholeImage = value == "none";
+                if (!settings.wholeImage)
+                    settings.region = named(engine::regionNamed(value), "--region",
+                                            "X,Y,WIDTH,HEIGHT or X,Y,WIDTH,HEIGHT,ANGLE or none", value);
+            });
+        converted(app, "--polarity", "KIND", "of the print: dark or light on its background, else auto",
+                  [&settings](const std::string& value) {
+                      settings.polarity =
+                          named(engine::polarityNamed(value), "--polarity", "auto, dark or light", value);
+                  });
+        converted(app, "--print", "KIND", "solid strokes or dots, else auto",
+                  [&settings](const std::string& value) {
+                      settings.kind =
+                          named(engine::printKindNamed(value), "--print", "auto, solid or dots", value);
+                  });
+        converted(app, "--smallest", "PIXELS",
+                  "height of the smallest capitals and figures, 1 to 2000; 0 for\nany",
+                  [&settings](const std::string& value) {
+                      settings.smallestHeight = inRange("--smallest", "whole pixels from 0 to 2000", value, 0,
+                                                        engine::kMostSmallestHeight);
+                  });
     }
 
     static void converted(CLI::App& app, const char* name, const char* value, const char* help,

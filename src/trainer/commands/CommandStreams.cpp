@@ -14,6 +14,14 @@ void CommandStreams::tellRecovered(tool::FontHistory& fonts) const {
     for (const tool::RecoveredChanges& found : fonts.takeRecovered()) problem(tool::recoveredText(found));
 }
 
+engine::SegmentationSettings SettingsOptions::over(engine::SegmentationSettings settings) const {
+    if (region || wholeImage) settings.region = region;
+    settings.print.polarity = polarity.value_or(settings.print.polarity);
+    settings.print.kind = kind.value_or(settings.print.kind);
+    settings.print.smallestHeight = smallestHeight.value_or(settings.print.smallestHeight);
+    return settings;
+}
+
 std::string onOneLine(const std::string& text) {
     std::string line;
     for (const char c : text) {

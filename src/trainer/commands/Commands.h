@@ -12,6 +12,7 @@
 #include "base/JobFolder.h"
 #include "engine/classifier/Confidence.h"
 #include "engine/image/ImageDecoder.h"
+#include "engine/segmentation/SegmentationSettings.h"
 #include "tool/FontHistory.h"
 
 namespace dravik::trainer {
@@ -33,11 +34,23 @@ struct CommandStreams {
 // The text on one line: line breaks and tabs become blanks, and blanks in a row become one.
 std::string onOneLine(const std::string& text);
 
+// Settings that are given take the place of the font's own.
+struct SettingsOptions {
+    std::optional<engine::RotatedBox> region;
+    bool wholeImage = false;  // no region
+    std::optional<engine::Polarity> polarity;
+    std::optional<engine::PrintKind> kind;
+    std::optional<int> smallestHeight;
+
+    engine::SegmentationSettings over(engine::SegmentationSettings settings) const;
+};
+
 struct LearnOptions {
     std::string font;
     std::string samples;                    // the list's file
     std::optional<std::string> characters;  // the set that the font is to have
     std::optional<std::int32_t> seconds;    // time limit of the run
+    SettingsOptions settings;               // which the font then has
     JobFolder folder;
 };
 
@@ -56,6 +69,7 @@ struct ReadOptions {
     int threads = 0;                            // that read at once; 0 for one on each processor
     double rejectLimit = engine::kRejectLimit;  // readings with less confidence are printed as "?"
     bool showsConfidence = false;
+    SettingsOptions settings;
     JobFolder folder;
 };
 

@@ -42,7 +42,7 @@ ImageReading readImage(const std::string& image, const std::string& path, std::o
     ImageReading reading{image, {}, std::move(expected), {}};
     try {
         const auto picture = std::make_shared<const engine::GreyImage>(decoder(path));
-        reading.characters = reader.read(engine::findScene(picture, stop), stop);
+        reading.characters = reader.read(engine::findScene(picture, reader.settings(), stop), stop);
     } catch (...) {
         reading.problem = currentFailure().description();
         if (reading.problem.find(nameOf(path)) == std::string::npos)

@@ -144,10 +144,9 @@ int learn(const std::vector<ListedSample>& samples, const LearnOptions& options,
         return kInterrupted;
     };
     tool.claimFont();
-    if (options.characters) {
-        fonts.setCharacters(*options.characters);
-        tool.endAct({}, {});
-    }
+    if (options.characters) fonts.setCharacters(*options.characters);
+    tool.setSettings(options.settings.over(tool.settings()));
+    tool.endAct({}, {});
 
     std::unordered_set<std::string> included;
     for (const auto& sample : samples) {

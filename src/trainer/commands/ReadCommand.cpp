@@ -130,6 +130,7 @@ int readImages(const ReadOptions& options, const engine::ImageDecoder& decoder,
         for (const std::string& problem : error.problems) streams.problem(problem);
         return 1;
     }
+    tool.overrideSettings(options.settings.over(tool.settings()));
     const engine::FontReader reader = tool.reader();
     const int processors = std::max(1, static_cast<int>(std::thread::hardware_concurrency()));
     Readers readers(tasks, reader, decoder, options.threads > 0 ? options.threads : processors);

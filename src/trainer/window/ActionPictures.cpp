@@ -50,4 +50,16 @@ ui::Picture actualSizePicture() {
             {Kind::Ellipse, {{7, 9.6}, {8.6, 11.2}}, true, 0}};
 }
 
+// A turned rectangle.
+ui::Picture regionPicture() {
+    return {{Kind::Polygon, {{2, 6}, {11, 2}, {14, 9}, {5, 13}}, false, 1.5}};
+}
+
+// Two boxes, the cut between them.
+ui::Picture correctCharactersPicture() {
+    return {{Kind::Polygon, {{2, 4}, {7, 4}, {7, 12}, {2, 12}}, false, 1.4},
+            {Kind::Polygon, {{9, 4}, {14, 4}, {14, 12}, {9, 12}}, false, 1.4},
+            line({{8, 1}, {8, 15}})};
+}
+
 }  // namespace dravik::trainer

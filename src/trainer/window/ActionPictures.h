@@ -11,5 +11,7 @@ ui::Picture zoomInPicture();
 ui::Picture zoomOutPicture();
 ui::Picture fitPicture();
 ui::Picture actualSizePicture();
+ui::Picture regionPicture();
+ui::Picture correctCharactersPicture();
 
 }  // namespace dravik::trainer

@@ -45,6 +45,7 @@ TrainerWindow::TrainerWindow(Trainer& trainer, ui::Platform& platform, WindowSys
               question.fileName = "readings.csv";
               return system_.chooseNewFile(question);
           }),
+      tools(trainer, platform, actions, view),
       trainer_(trainer),
       platform_(platform),
       system_(system) {
@@ -62,7 +63,12 @@ TrainerWindow::TrainerWindow(Trainer& trainer, ui::Platform& platform, WindowSys
     on(actions.fit, [this] { view.fit(); });
     on(actions.actualSize, [this] { view.showActualSize(); });
     on(actions.guide, [this] { showGuide(); });
-    on(actions.undo, [this] { trainer_.acts().undo(); });
+    on(actions.undo, [this] {
+        if (tools.undoText())
+            tools.undo();
+        else
+            trainer_.acts().undo();
+    });
     on(actions.redo, [this] { trainer_.acts().redo(); });
     on(actions.stopReading, [this] { trainer_.stopWorking(); });
     on(actions.readAgain, [this] { trainer_.lookAgain(); });
@@ -80,13 +86,20 @@ TrainerWindow::TrainerWindow(Trainer& trainer, ui::Platform& platform, WindowSys
         view.setCharacters(trainer_.preview(), trainer_.mismatch());
         textsChanged();
     };
-    const auto showReading = [this] { reading.setReading(trainer_.reading()); };
+    const auto showReading = [this] {
+        reading.setReading(trainer_.reading());
+        std::vector<engine::ReadCharacter> all;
+        for (const auto& line : trainer_.reading().lines) all.insert(all.end(), line.begin(), line.end());
+        view.setReading(std::move(all));
+    };
     connections_.push_back(parts.currentChanged.connect([this] { showPart(); }));
     connections_.push_back(parts.listChanged.connect([this] { showPossible(); }));
     connections_.push_back(
         gallery.shownChanged.connect([this] { actions.showGallery.setChecked(gallery.isShown()); }));
     connections_.push_back(view.changed.connect([this] { showPossible(); }));
     connections_.push_back(trainer.previewChanged.connect(showPreview));
+    connections_.push_back(view.modeChanged.connect([this] { showActs(); }));
+    connections_.push_back(trainer.adjustments().charactersChanged.connect([this] { showActs(); }));
     connections_.push_back(trainer.readingChanged.connect(showReading));
     connections_.push_back(trainer.checkChanged.connect([this] { showCheck(); }));
     // Behind the trainer's own look at the check.
@@ -108,6 +121,15 @@ void TrainerWindow::showPart() {
                       ? "Open part images or drop them here\n\nFile \u2192 Open Images... (Ctrl+O)"
                   : parts.isDecoding() ? "Opening the image..."
                                        : parts.problem());
+    showMark();
+}
+
+void TrainerWindow::showMark() {
+    const OpenedParts& parts = trainer_.parts();
+    if (place_ && parts.current() >= 0 && parts.path(parts.current()) == place_->first)
+        view.setMarked(place_->second);
+    else
+        place_.reset();
 }
 
 // One that is not open is opened.
@@ -120,8 +142,9 @@ void TrainerWindow::showImage(const std::string& image) {
 }
 
 void TrainerWindow::showPlace(const std::string& image, const engine::Region& box) {
+    place_ = {image, box};
     showImage(image);
-    static_cast<void>(box);
+    showMark();
 }
 
 void TrainerWindow::startReadAll() {
@@ -173,7 +196,8 @@ void TrainerWindow::writePage() {
 void TrainerWindow::showActs() {
     FontActs& acts = trainer_.acts();
     const bool training = trainer_.isTraining(), loaded = trainer_.tool().currentFont().has_value();
-    const auto undo = acts.undoText(), redo = acts.redoText();
+    const auto correction = tools.undoText();
+    const auto undo = correction ? correction : acts.undoText(), redo = acts.redoText();
     actions.undo.setText(undo ? "&" + doubledMarks(*undo) : kUndoText);
     actions.undo.setEnabled(undo.has_value());
     actions.redo.setText(redo ? "&" + doubledMarks(*redo) : kRedoText);
@@ -236,7 +260,8 @@ std::string TrainerWindow::scaleText() const {
 }
 
 std::string TrainerWindow::previewText() const {
-    return (previewWarns() ? "\u26A0 " : "") + trainer_.previewText();
+    const std::string note = trainer_.isLooking() ? std::string() : tools.note();
+    return (previewWarns() ? "\u26A0 " : "") + trainer_.previewText() + (note.empty() ? "" : ", " + note);
 }
 
 std::string TrainerWindow::viewDescription() const {

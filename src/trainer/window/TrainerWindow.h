@@ -3,11 +3,14 @@
 // it. A window of Qt or of Windows shows it.
 #pragma once
 
+#include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "trainer/Trainer.h"
 #include "trainer/window/GalleryForm.h"
+#include "trainer/window/ImageTools.h"
 #include "trainer/window/PartStrip.h"
 #include "trainer/window/PartViewModel.h"
 #include "trainer/window/ReadAllForm.h"
@@ -79,6 +82,7 @@ class TrainerWindow {
     // Below the screen, while it is shown.
     GalleryForm gallery;
     ReadAllForm readAll;
+    ImageTools tools;
 
     std::string title() const { return trainer_.title(); }
 
@@ -121,6 +125,7 @@ class TrainerWindow {
   private:
     void showPart();
     void showImage(const std::string& image);
+    void showMark();
     void showPlace(const std::string& image, const engine::Region& box);
     void showPossible();
     void showReadAllPossible();
@@ -145,6 +150,8 @@ class TrainerWindow {
     WindowSystem& system_;
     std::vector<std::string> problems_;
     std::string checkText_;
+    // What was asked for of an image, which is marked as long as that is the current one.
+    std::optional<std::pair<std::string, engine::Region>> place_;
     std::string pageFile_;  // an accuracy page that waits for its check
     bool ended_ = false;
     std::vector<ui::Connection> connections_;

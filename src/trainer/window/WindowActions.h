@@ -42,11 +42,23 @@ class WindowActions {
     Action zoomOut;
     Action fit;
     Action actualSize;
+    Action readingOnImage;
     Action stopReading;
     Action readAgain;
     Action readAll;
 
     Action showGallery;
+
+    Action region;
+    Action regionForImage;
+    Action clearRegion;
+    Action imageSettings;
+    Action correctCharacters;
+    Action splitCharacter;
+    Action joinCharacters;
+    Action addCharacter;
+    Action removeCharacter;
+    Action restoreCharacters;
 
     Action fontSelect;
     Action fontInclude;

@@ -62,7 +62,7 @@ PartPane::PartPane(HWND parent, SharedLook& shared, trainer::TrainerWindow& mode
     };
     bar_.timers = model.timers();
     barPage_ = page(bar_);
-    view_ = std::make_unique<PartView>(window(), shared, model);
+    view_ = std::make_unique<PartView>(window(), shared, model, platform);
     captionsPage_ = page(captions_);
     reading_ = std::make_unique<ReadingView>(window(), shared, model.reading, platform);
     check_ = CreateWindowExW(0, L"STATIC", L"", WS_CHILD | SS_LEFT | SS_NOPREFIX, 0, 0, 0, 0, window(),
@@ -216,6 +216,7 @@ bool PartPane::translate(const MSG& message, bool& left) {
     }
     if (message.message != WM_KEYDOWN || message.wParam != VK_TAB || GetKeyState(VK_CONTROL) < 0)
         return false;
+    if (GetFocus() == view_->window() && view_->takesKey(VK_TAB)) return true;
     const std::vector<HWND> windows = stops();
     const HWND focus = GetFocus();
     const auto now = std::find_if(windows.begin(), windows.end(),

@@ -1,10 +1,14 @@
 #include "windows/app/PartView.h"
 
 #include <algorithm>
+#include <array>
+#include <cmath>
+#include <map>
 #include <utility>
 
 #include "windows/app/GreyPicture.h"
 #include "windows/win32/ScrollBar.h"
+#include "windows/win32/Win32Platform.h"
 #include "windows/win32/WinText.h"
 
 namespace dravik::app {
@@ -20,11 +24,20 @@ void showScroll(HWND window, int bar, const trainer::ScrollState& state) {
 
 }  // namespace
 
-PartView::PartView(HWND parent, SharedLook& shared, trainer::TrainerWindow& model)
+PartView::PartView(HWND parent, SharedLook& shared, trainer::TrainerWindow& model,
+                   win32::Win32Platform& platform)
     : DrawnWindow(shared), all_(model), model_(model.view) {
     create(L"DravikPartView", "partView", parent, WS_CHILD | WS_VISIBLE | WS_TABSTOP | WS_BORDER);
     changed_ = model_.changed.connect([this] { showState(); });
     model_.setDisplay(shared.display());
+    toolTips_.open(window());
+    model_.popUp = [this, &platform](ui::PopupMenu& menu, trainer::ViewPoint place) {
+        platform.popUpMenu(menu, window(), {std::lround(place.x), std::lround(place.y)});
+    };
+}
+
+PartView::~PartView() {
+    toolTips_.close();
 }
 
 std::wstring PartView::name() const {
@@ -74,35 +87,104 @@ void PartView::paintMessage(HDC dc, const RECT& area) {
 }
 
 void PartView::paintCharacters(HDC dc) {
-    const int hair = look().px(1);
-    const auto marks = model_.marks();
-    for (const trainer::CharacterMark& mark : marks) {
-        if (!mark.framed) continue;
-        // A pale line around makes the box visible on dark and on light parts.
-        RECT box = rectOf(mark.box);
-        InflateRect(&box, hair, hair);
-        win32::frame(dc, box, kPale, hair);
-        InflateRect(&box, -hair, -hair);
-        win32::frame(dc, box, look().color(mark.color()), mark.warns ? 2 * hair : hair);
-    }
-    for (const trainer::CharacterMark& mark : marks)
-        if (!mark.tag.empty()) paintTag(dc, mark);
+    for (const trainer::ViewFrame& frame : model_.frames()) paintFrame(dc, frame);
+    for (const trainer::ViewTag& tag : model_.tags()) paintTag(dc, tag);
 }
 
-void PartView::paintTag(HDC dc, const trainer::CharacterMark& mark) {
-    const std::wstring text = win32::wide(mark.tag);
-    const HFONT font = look().fontOfHeight(true, -model_.tagTextHeight(mark));
+void PartView::paintFrame(HDC dc, const trainer::ViewFrame& frame) {
+    std::array<POINT, 5> corners{};
+    for (std::size_t i = 0; i < corners.size(); ++i) {
+        const trainer::ViewPoint& corner = frame.corners[i % frame.corners.size()];
+        corners[i] = {std::lround(corner.x), std::lround(corner.y)};
+    }
+    const int hair = look().px(1);
+    const COLORREF color = look().color(frame.color);
+    if (frame.filled) {
+        const win32::Pen pen(CreatePen(PS_SOLID, 1, color));
+        const win32::Selected selectedPen(dc, pen.get());
+        const win32::Selected selectedBrush(dc, look().brush(color));
+        Polygon(dc, corners.data(), 4);
+        return;
+    }
+    // A pale line below makes the frame visible on dark and on light parts.
+    const int width = frame.heavy ? 2 * hair : hair;
+    const auto draw = [&](int penWidth, COLORREF penColor, DWORD style) {
+        const LOGBRUSH brush{BS_SOLID, penColor, 0};
+        const win32::Pen pen(ExtCreatePen(PS_GEOMETRIC | PS_JOIN_MITER | style, static_cast<DWORD>(penWidth),
+                                          &brush, 0, nullptr));
+        const win32::Selected selected(dc, pen.get());
+        Polyline(dc, corners.data(), static_cast<int>(corners.size()));
+    };
+    draw(width + 2 * hair, kPale, PS_SOLID);
+    draw(width, color, frame.dashed ? PS_DASH : PS_SOLID);
+}
+
+void PartView::paintTag(HDC dc, const trainer::ViewTag& tag) {
+    const std::wstring text = win32::wide(tag.text);
+    const HFONT font = look().fontOfHeight(true, -tag.textHeight);
     const SIZE size = look().textSize(font, text);
-    RECT tag = rectOf(model_.tagPlace(mark, size.cx, size.cy));
-    const COLORREF color = look().color(mark.color());
+    RECT place = rectOf(model_.tagPlace(tag, size.cx, size.cy));
+    const COLORREF color = look().color(tag.color), white = RGB(255, 255, 255);
     const win32::Pen pen(CreatePen(PS_SOLID, 1, color));
     const win32::Selected selectedPen(dc, pen.get());
-    const win32::Selected selectedBrush(dc, look().brush(color));
+    const win32::Selected selectedBrush(dc, look().brush(tag.outlined ? white : color));
     const win32::Selected selectedFont(dc, font);
-    RoundRect(dc, tag.left, tag.top, tag.right, tag.bottom, look().px(5), look().px(5));
-    SetTextColor(dc, RGB(255, 255, 255));
-    DrawTextW(dc, text.c_str(), static_cast<int>(text.size()), &tag,
+    RoundRect(dc, place.left, place.top, place.right, place.bottom, look().px(5), look().px(5));
+    SetTextColor(dc, tag.outlined ? color : white);
+    DrawTextW(dc, text.c_str(), static_cast<int>(text.size()), &place,
               DT_CENTER | DT_VCENTER | DT_SINGLELINE | DT_NOPREFIX | DT_NOCLIP);
+}
+
+// Of the character under the pointer.
+void PartView::showTip(trainer::ViewPoint place) {
+    const int character = model_.characterAt(place);
+    if (std::exchange(tipOf_, character) == character) return;
+    if (character < 0)
+        toolTips_.set(window(), 1, {}, L"");
+    else
+        toolTips_.set(window(), 1, rectOf(model_.characterBox(character)), win32::wide(model_.tipAt(place)));
+}
+
+bool PartView::takesKey(WPARAM virtualKey) {
+    using Name = trainer::ViewKey::Name;
+    static const std::map<WPARAM, Name> kNames = {
+        {VK_LEFT, Name::Left},     {VK_RIGHT, Name::Right},  {VK_UP, Name::Up},
+        {VK_DOWN, Name::Down},     {VK_HOME, Name::Home},    {VK_END, Name::End},
+        {VK_TAB, Name::Tab},       {VK_RETURN, Name::Enter}, {VK_ESCAPE, Name::Escape},
+        {VK_DELETE, Name::Delete}, {VK_BACK, Name::Delete},  {VK_APPS, Name::Menu}};
+    trainer::ViewKey key;
+    if (const auto name = kNames.find(virtualKey); name != kNames.end()) key.name = name->second;
+    if (virtualKey >= 'A' && virtualKey <= 'Z') key.letter = static_cast<char>(virtualKey);
+    key.shift = GetKeyState(VK_SHIFT) < 0;
+    key.ctrl = GetKeyState(VK_CONTROL) < 0;
+    return model_.key(key);
+}
+
+HCURSOR PartView::cursor() const {
+    POINT at{};
+    GetCursorPos(&at);
+    ScreenToClient(window(), &at);
+    const auto standard = [](auto name) { return LoadCursorW(nullptr, name); };
+    switch (model_.cursorAt({double(at.x), double(at.y)})) {
+        case trainer::ViewCursor::OpenHand:
+            return standard(IDC_HAND);
+        case trainer::ViewCursor::ClosedHand:
+        case trainer::ViewCursor::Move:
+            return standard(IDC_SIZEALL);
+        case trainer::ViewCursor::Cross:
+            return standard(IDC_CROSS);
+        case trainer::ViewCursor::SizeAcross:
+            return standard(IDC_SIZEWE);
+        case trainer::ViewCursor::SizeDown:
+            return standard(IDC_SIZENS);
+        case trainer::ViewCursor::SizeFalling:
+            return standard(IDC_SIZENWSE);
+        case trainer::ViewCursor::SizeRising:
+            return standard(IDC_SIZENESW);
+        case trainer::ViewCursor::Arrow:
+            break;
+    }
+    return standard(IDC_ARROW);
 }
 
 LRESULT PartView::answer(UINT message, WPARAM wParam, LPARAM lParam) {
@@ -110,6 +192,7 @@ LRESULT PartView::answer(UINT message, WPARAM wParam, LPARAM lParam) {
     const trainer::ViewPoint place{double(pixel.x), double(pixel.y)};
     const trainer::ScrollState across = model_.horizontal();
     const trainer::ScrollState down = model_.vertical();
+    toolTips_.relay(window(), message, wParam, lParam);
     switch (message) {
         case WM_SIZE:
             model_.setViewport(client().right, client().bottom);
@@ -133,28 +216,34 @@ LRESULT PartView::answer(UINT message, WPARAM wParam, LPARAM lParam) {
         }
         case WM_LBUTTONDOWN:
             SetFocus(window());
-            if (model_.beginDrag(place)) SetCapture(window());
+            if (model_.press(place)) SetCapture(window());
             return 0;
         case WM_MOUSEMOVE:
-            model_.dragTo(place);
+            model_.moveTo(place);
+            showTip(place);
             return 0;
         case WM_LBUTTONUP:
-            if (model_.isDragging()) ReleaseCapture();
+            // The capture goes first: what is released may open a menu.
+            if (model_.isDragging()) {
+                releasing_ = true;
+                ReleaseCapture();
+                releasing_ = false;
+                model_.release(place);
+            }
             return 0;
         case WM_CAPTURECHANGED:
-            model_.endDrag();
+            if (!releasing_) model_.cancelDrag();
+            return 0;
+        case WM_RBUTTONUP:
+            SetFocus(window());
+            model_.pickAt(place);
             return 0;
         case WM_SETCURSOR:
             if (LOWORD(lParam) != HTCLIENT || !model_.image()) break;
-            SetCursor(LoadCursorW(nullptr, model_.isDragging() ? IDC_SIZEALL : IDC_HAND));
+            SetCursor(cursor());
             return TRUE;
         case WM_KEYDOWN:
-            if (wParam == VK_LEFT || wParam == VK_RIGHT)
-                model_.scrollBy(wParam == VK_LEFT ? -across.line : across.line, 0);
-            else if (wParam == VK_UP || wParam == VK_DOWN)
-                model_.scrollBy(0, wParam == VK_UP ? -down.line : down.line);
-            else
-                break;
+            if (!takesKey(wParam)) break;
             return 0;
         default:
             break;

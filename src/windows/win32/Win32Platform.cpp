@@ -246,7 +246,10 @@ void Win32Platform::systemChanged() {
 
 void Win32Platform::popUpMenu(ui::PopupMenu& menu, ui::Widget& at, double x, double y) {
     const Peer* peer = peerOf(at);
-    if (!peer || !peer->window()) return;
+    if (peer && peer->window()) popUpMenu(menu, peer->window(), peer->toView(x, y));
+}
+
+void Win32Platform::popUpMenu(ui::PopupMenu& menu, HWND over, POINT place) {
     const Handle<MenuHandle> shown(CreatePopupMenu());
     for (std::size_t i = 0; i < menu.items().size(); ++i) {
         const ui::MenuItem& item = *menu.items()[i];
@@ -256,9 +259,8 @@ void Win32Platform::popUpMenu(ui::PopupMenu& menu, ui::Widget& at, double x, dou
             AppendMenuW(shown.get(), MF_STRING | (item.enabled ? 0u : static_cast<UINT>(MF_GRAYED)), i + 1,
                         wide(item.caption).c_str());
     }
-    POINT place = peer->toView(x, y);
-    ClientToScreen(peer->window(), &place);
-    const HWND owning = GetAncestor(peer->window(), GA_ROOT);
+    ClientToScreen(over, &place);
+    const HWND owning = GetAncestor(over, GA_ROOT);
     std::size_t picked = 0;
     {
         const ModalScope scope(*this);

@@ -34,6 +34,8 @@ class Win32Platform : public ui::Platform {
     void showModal(ui::Form& form) override;
     void show(ui::Form& form) override;
     void popUpMenu(ui::PopupMenu& menu, ui::Widget& at, double x, double y) override;
+    // The same at a place of any window, in its client's pixels.
+    void popUpMenu(ui::PopupMenu& menu, HWND over, POINT place);
     // Raises a failure (70 Permission denied) when another program keeps the clipboard to itself.
     void setClipboardText(const std::string& text) override;
     std::string fileDateText(const std::string& path) override;

@@ -1,0 +1,116 @@
+#include "trainer/ImageAdjustments.h"
+
+#include <utility>
+
+namespace dravik::trainer {
+
+using engine::CharacterBox;
+using engine::SegmentationSettings;
+
+ImageAdjustments::ImageAdjustments(engine::EmbeddedTool& tool, FontActs& acts, const OpenedParts& parts)
+    : tool_(tool), acts_(acts), parts_(parts) {}
+
+std::string ImageAdjustments::path() const {
+    return parts_.current() < 0 ? std::string() : parts_.path(parts_.current());
+}
+
+const SegmentationSettings& ImageAdjustments::commonSettings() const {
+    return tool_.currentFont() ? tool_.settings() : withoutFont_;
+}
+
+SegmentationSettings ImageAdjustments::settings() const {
+    SegmentationSettings settings = commonSettings();
+    if (const auto own = ownRegions_.find(path()); own != ownRegions_.end()) settings.region = own->second;
+    return settings;
+}
+
+bool ImageAdjustments::hasOwnRegion() const {
+    return ownRegions_.contains(path());
+}
+
+void ImageAdjustments::setCommon(const SegmentationSettings& settings, const std::string& words) {
+    if (settings == commonSettings()) return;
+    if (tool_.currentFont())
+        acts_.change(words, [&] { tool_.setSettings(settings); });
+    else
+        withoutFont_ = settings;
+}
+
+void ImageAdjustments::setRegion(const std::optional<engine::RotatedBox>& region, bool forThisImageOnly) {
+    if (forThisImageOnly) {
+        ownRegions_[path()] = region;
+    } else {
+        ownRegions_.erase(path());
+        SegmentationSettings settings = commonSettings();
+        settings.region = region;
+        setCommon(settings, region ? "change of the region" : "removal of the region");
+    }
+    settingsChanged();
+}
+
+void ImageAdjustments::setPrint(const engine::PrintSettings& print) {
+    SegmentationSettings settings = commonSettings();
+    settings.print = print;
+    setCommon(settings, "change of the image settings");
+    settingsChanged();
+}
+
+ImageAdjustments::Correction* ImageAdjustments::correction() {
+    const auto found = corrections_.find(path());
+    return found == corrections_.end() ? nullptr : &found->second;
+}
+
+const ImageAdjustments::Correction* ImageAdjustments::correction() const {
+    const auto found = corrections_.find(path());
+    return found == corrections_.end() ? nullptr : &found->second;
+}
+
+void ImageAdjustments::charactersFound() {
+    const Correction* known = correction();
+    if (!known) return;
+    if (known->found == tool_.characterBoxes())
+        tool_.setCharacters(known->boxes);
+    else
+        corrections_.erase(path());
+}
+
+void ImageAdjustments::correct(std::vector<CharacterBox> boxes, const std::string& words) {
+    if (parts_.image().empty()) return;
+    Correction* known = correction();
+    if (!known) {
+        const std::vector<CharacterBox> found = tool_.characterBoxes();
+        known = &(corrections_[path()] = {found, found, {}});
+    }
+    known->steps.push_back({std::exchange(known->boxes, std::move(boxes)), words});
+    tool_.setCharacters(known->boxes);
+    charactersChanged();
+}
+
+bool ImageAdjustments::isCorrected() const {
+    const Correction* known = correction();
+    return known && known->boxes != known->found;
+}
+
+std::optional<std::string> ImageAdjustments::undoWords() const {
+    const Correction* known = correction();
+    return known && !known->steps.empty() ? std::optional(known->steps.back().words) : std::nullopt;
+}
+
+void ImageAdjustments::undoCorrection() {
+    Correction* known = correction();
+    if (!known || known->steps.empty()) return;
+    known->boxes = std::move(known->steps.back().before);
+    known->steps.pop_back();
+    tool_.setCharacters(known->boxes == known->found ? std::nullopt : std::optional(known->boxes));
+    charactersChanged();
+}
+
+void ImageAdjustments::restoreFound() {
+    if (!isCorrected()) return;
+    Correction& known = *correction();
+    known.steps.push_back({std::exchange(known.boxes, known.found), "return to the found characters"});
+    tool_.setCharacters(std::nullopt);
+    charactersChanged();
+}
+
+}  // namespace dravik::trainer

@@ -1,0 +1,75 @@
+// How the current image is looked at, where what the tool finds by itself is not right: the font's settings,
+// a region for one image alone, and characters that the operator has corrected. What is of one image alone is
+// remembered by its path as long as the program runs.
+#pragma once
+
+#include <optional>
+#include <string>
+#include <unordered_map>
+#include <vector>
+
+#include "engine/embedded/EmbeddedTool.h"
+#include "trainer/FontActs.h"
+#include "trainer/OpenedParts.h"
+#include "ui/Signal.h"
+
+namespace dravik::trainer {
+
+class ImageAdjustments {
+  public:
+    // All outlive this object.
+    ImageAdjustments(engine::EmbeddedTool& tool, FontActs& acts, const OpenedParts& parts);
+
+    // By which the current image is looked at: those of the font, or of the program while no font is loaded,
+    // with the image's own region.
+    engine::SegmentationSettings settings() const;
+    // Those that count for all images.
+    const engine::SegmentationSettings& commonSettings() const;
+    bool hasOwnRegion() const;
+
+    // For all images it is an act that can be undone, and the image's own region goes. A failure is told on
+    // the screen.
+    void setRegion(const std::optional<engine::RotatedBox>& region, bool forThisImageOnly);
+    void setPrint(const engine::PrintSettings& print);
+
+    // The tool has the current image, in which nothing is corrected: what was corrected in it counts again,
+    // if the same was found then.
+    void charactersFound();
+    // The characters of the current image are these; `words` say what was done.
+    void correct(std::vector<engine::CharacterBox> boxes, const std::string& words);
+    bool isCorrected() const;
+    // What undoCorrection() would take back, in words; nothing when there is nothing.
+    std::optional<std::string> undoWords() const;
+    void undoCorrection();
+    // All of them.
+    void restoreFound();
+
+    // Of the current image.
+    ui::Signal<> settingsChanged;
+    ui::Signal<> charactersChanged;
+
+  private:
+    struct Step {
+        std::vector<engine::CharacterBox> before;
+        std::string words;
+    };
+    struct Correction {
+        std::vector<engine::CharacterBox> found;
+        std::vector<engine::CharacterBox> boxes;
+        std::vector<Step> steps;
+    };
+
+    std::string path() const;
+    Correction* correction();
+    const Correction* correction() const;
+    void setCommon(const engine::SegmentationSettings& settings, const std::string& words);
+
+    engine::EmbeddedTool& tool_;
+    FontActs& acts_;
+    const OpenedParts& parts_;
+    engine::SegmentationSettings withoutFont_;
+    std::unordered_map<std::string, std::optional<engine::RotatedBox>> ownRegions_;  // by path
+    std::unordered_map<std::string, Correction> corrections_;
+};
+
+}  // namespace dravik::trainer
