@@ -61,7 +61,7 @@ void read(const TaughtFont& font, const OutlineFont& face, const std::string& se
     int parts = kRead;
     for (int tries = 0; parts > 0 && tries < 10 * kRead; ++tries) {
         const LabelledPart part = charsetPart(face, seed++, faults, set);
-        const Segmentation found = segment(part.image);
+        const Segmentation found = segment(part.image, takeWholeCharacters);
         if (found.glyphs.size() != part.text.size()) continue;
         const std::vector<Recognition> read = recognize(found, font.network, measure);
         for (std::size_t i = 0; i < read.size(); ++i) {

@@ -115,7 +115,7 @@ BENCHMARK(patchesRecognised)->DenseRange(0, 2)->Unit(benchmark::kMicrosecond);
 
 void lineWithoutAFont(benchmark::State& state) {
     const GreyImage image = readPng(kParts + "rendered_lines/hack_000.png");
-    for (auto _ : state) benchmark::DoNotOptimize(readWithoutFont(image, segment(image)));
+    for (auto _ : state) benchmark::DoNotOptimize(readWithoutFont(segment(image, takeWholeCharacters)));
 }
 BENCHMARK(lineWithoutAFont)->Unit(benchmark::kMillisecond);
 

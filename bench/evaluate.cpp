@@ -11,7 +11,7 @@
 //         images with the exact number of characters, by tier and kind; -v names the others
 //     dravik_evaluate scenes [-v] FOLDER...
 //         the same of pictures of whole parts, by what stands beside the print
-//     dravik_evaluate fit cuts|joins|print|choice|shapes FOLDER...
+//     dravik_evaluate fit cuts|joins|print|choice FOLDER...
 //         fits the weights that cut touching characters, join parts, drop dirt, or choose the segmentation
 //     dravik_evaluate shared FOLDER
 //         the other data sets: digits, pages, a photograph
@@ -45,13 +45,12 @@ int main(int argc, char** argv) {
                 dravik::readWithoutFonts(arguments[i], verbose);
         } else if (what == "fit" && arguments.size() > 2 &&
                    (arguments[1] == "cuts" || arguments[1] == "joins" || arguments[1] == "print" ||
-                    arguments[1] == "choice" || arguments[1] == "shapes")) {
+                    arguments[1] == "choice")) {
             const std::vector<std::string> folders(arguments.begin() + 2, arguments.end());
             if (arguments[1] == "cuts") dravik::fitCuts(folders);
             if (arguments[1] == "joins") dravik::fitJoins(folders);
             if (arguments[1] == "print") dravik::fitPrint(folders);
             if (arguments[1] == "choice") dravik::fitChoice(folders);
-            if (arguments[1] == "shapes") dravik::fitShapes(folders);
         } else if (what == "shared" && arguments.size() == 2) {
             dravik::countShared(arguments[1]);
         } else if (what == "read" &&
@@ -64,7 +63,7 @@ int main(int argc, char** argv) {
             std::fprintf(stderr,
                          "usage: dravik_evaluate [read CHARSETS LINES [SHEETS] | suggest [-v] LINES... | "
                          "count [-v] FOLDER... | scenes [-v] FOLDER... | fit "
-                         "cuts|joins|print|choice|shapes FOLDER... | shared FOLDER]\n");
+                         "cuts|joins|print|choice FOLDER... | shared FOLDER]\n");
             return 2;
         }
     } catch (const std::exception& failure) {

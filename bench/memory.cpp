@@ -18,6 +18,7 @@
 #include "engine/embedded/EmbeddedTool.h"
 #include "engine/font/FontFile.h"
 #include "engine/font/FontVersions.h"
+#include "engine/recogniser/BaseReader.h"
 #include "engine/segmentation/Segmentation.h"
 #include "tool/Samples.h"
 
@@ -131,9 +132,9 @@ void measureImages() {
             const double bytes = most(
                 [] {
                     for (const GreyImage& small : {noise(120, 60), scattered(120, 120), fullPage(120, 60)})
-                        segment(small);
+                        segment(small, takeWholeCharacters);
                 },
-                [&image] { segment(image); });
+                [&image] { segment(image, takeWholeCharacters); });
             std::printf("%-14s %12.0f %16.2f\n", one.name, static_cast<double>(width) * height,
                         1 + bytes / (static_cast<double>(width) * height));
             std::fflush(stdout);

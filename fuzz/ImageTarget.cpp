@@ -5,6 +5,7 @@
 
 #include "FuzzTargets.h"
 #include "engine/classifier/Reading.h"
+#include "engine/recogniser/BaseReader.h"
 #include "engine/segmentation/Segmentation.h"
 
 namespace dravik {
@@ -64,7 +65,7 @@ class TaughtFont {
 void tryImage(std::span<const std::uint8_t> bytes) {
     if (bytes.size() < 3) return;
     const GreyImage image = imageOf(bytes);
-    const Segmentation found = segment(image);
+    const Segmentation found = segment(image, takeWholeCharacters);
     int line = 0;
     for (const Glyph& glyph : found.glyphs) {
         if (glyph.piece.runs.empty() || glyph.line < line) std::abort();

@@ -41,13 +41,13 @@ files docs/library-samples LibrarySample | include LibrarySampleFiles
 files library Library | include LibraryFiles
 files library/dravik Header | include HeaderFiles
 
-win64=no folder=ProgramFilesFolder
-if [ "$arch" = x64 ]; then win64=yes folder=ProgramFiles64Folder; fi
+win64=no folder=ProgramFilesFolder verb=open.x86
+if [ "$arch" = x64 ]; then win64=yes folder=ProgramFiles64Folder verb=open; fi
 rm -f "$out"
 # wixl looks for files from the folder of its source.
 cp "$here/Dravik.wxs" "$work"
 ln -s "$stage" "$work/stage"
-(cd "$work" && wixl -a "$arch" -o "$out" -I "$work" -D Arch="$arch" -D Version="$version" -D NextVersion="${version%.*}.$((${version##*.} + 1))" -D Win64=$win64 \
+(cd "$work" && wixl -a "$arch" -o "$out" -I "$work" -D Arch="$arch" -D Version="$version" -D NextVersion="${version%.*}.$((${version##*.} + 1))" -D Win64=$win64 -D Verb=$verb \
     -D ProgramFiles=$folder -D UpgradeCode="$(guid upgrade)" -D ControlGuid="$(guid control)" -D InterfaceGuid="$(guid interface)" \
     -D SharedGuid="$(identifier shared)" -D JobsGuid="$(identifier jobs)" -D ProgramsGuid="$(guid programs)" -D ContractGuid="$(guid contract)" -D DocumentsGuid="$(guid documents)" \
     -D ImagesGuid="$(guid images)" -D SamplesGuid="$(guid samples)" \

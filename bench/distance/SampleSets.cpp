@@ -58,7 +58,7 @@ SampleSet renderedSamples(const OutlineFont& font, int parts, std::uint32_t seed
     SampleSet set{font.name(), {}};
     for (int tries = 0; parts > 0 && tries < 20 * parts + 20; ++tries) {
         const LabelledPart part = charsetPart(font, seed++, faults, characters);
-        const Segmentation found = segment(part.image);
+        const Segmentation found = segment(part.image, takeWholeCharacters);
         if (found.glyphs.size() != part.text.size()) continue;
         const std::vector<SampleInputs> inputs = allInputs(found, part.text);
         for (std::size_t i = 0; i < inputs.size(); ++i)

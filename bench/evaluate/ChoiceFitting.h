@@ -8,8 +8,5 @@ namespace dravik {
 
 // Prints the weights, and of how many images the chosen candidate has the right number of characters.
 void fitChoice(const std::vector<std::string>& folders);
-// The same for the shapes of characters, by which it is chosen where looks differ. Prints how many characters
-// the fitted weights and the present ones judge rightly; boxes must be known.
-void fitShapes(const std::vector<std::string>& folders);
 
 }  // namespace dravik

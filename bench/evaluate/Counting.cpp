@@ -13,6 +13,7 @@
 #include "engine/LabelledImages.h"
 #include "engine/PngFile.h"
 #include "engine/classifier/SceneReading.h"
+#include "engine/recogniser/BaseReader.h"
 #include "engine/segmentation/Segmentation.h"
 #include "evaluate/PlainPeer.h"
 
@@ -66,7 +67,7 @@ void countDigits(const std::string& file) {
             GreyImage cell(kCell, kCell);
             for (int y = 0; y < kCell; ++y)
                 for (int x = 0; x < kCell; ++x) cell(x, y) = mosaic(left + x, top + y);
-            share.add(segment(cell).glyphs.size() == 1, countPlainly(cell) == 1);
+            share.add(segment(cell, takeWholeCharacters).glyphs.size() == 1, countPlainly(cell) == 1);
         }
     print("printed_digits", share);
 }
@@ -82,7 +83,7 @@ void countPage(const std::string& name, const std::string& image, const std::str
         expected += static_cast<int>(count);
         lines += count > 0;
     }
-    const Segmentation found = segment(readPng(image));
+    const Segmentation found = segment(readPng(image), takeWholeCharacters);
     std::printf("  %-20s %zu characters in %zu lines found, %d in %d expected\n", name.c_str(),
                 found.glyphs.size(), found.lines.size(), expected, lines);
 }

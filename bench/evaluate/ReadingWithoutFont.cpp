@@ -20,14 +20,14 @@ using namespace engine;
 namespace {
 
 struct Count {
-    int images = 0, exact = 0, characters = 0, wrong = 0, alone = 0, firstView = 0, alike = 0;
+    int images = 0, exact = 0, characters = 0, wrong = 0, alone = 0, unjudged = 0, alike = 0;
     void add(const Count& other) {
         images += other.images;
         exact += other.exact;
         characters += other.characters;
         wrong += other.wrong;
         alone += other.alone;
-        firstView += other.firstView;
+        unjudged += other.unjudged;
         alike += other.alike;
     }
 };
@@ -87,7 +87,7 @@ void print(const std::string& name, const Count& count) {
         "%-14s %4d of %4d exact, of %5d wrong %5.2f %%, look-alikes aside %5.2f, without context %5.2f, "
         "first view %5.2f\n",
         name.c_str(), count.exact, count.images, count.characters, share(count.wrong), share(count.alike),
-        share(count.alone), share(count.firstView));
+        share(count.alone), share(count.unjudged));
 }
 
 }  // namespace
@@ -101,9 +101,9 @@ void readWithoutFonts(const std::string& lines, bool verbose) {
     for (const LabelledImage& image : labelledImages(lines)) {
         const GreyImage pixels = readPng(image.file);
         const std::vector<std::string> text = characters(image.text);
-        const Segmentation found = segment(pixels);
+        const Segmentation found = segment(pixels, takeWholeCharacters);
         const auto begun = std::chrono::steady_clock::now();
-        const std::vector<SuggestedCharacter> suggestion = readWithoutFont(pixels, found);
+        const std::vector<SuggestedCharacter> suggestion = readWithoutFont(found);
         seconds += std::chrono::duration<double>(std::chrono::steady_clock::now() - begun).count();
         const std::vector<std::string> read = textOf(suggestion);
         Count& count = fonts[image.font];
@@ -112,9 +112,9 @@ void readWithoutFonts(const std::string& lines, bool verbose) {
         count.characters += static_cast<int>(text.size());
         count.wrong += static_cast<int>(test::differences(text, read));
         count.alike += static_cast<int>(test::differences(merged(text), merged(read)));
-        count.alone += static_cast<int>(
-            test::differences(text, textOf(readWithoutFont(pixels, found, Context::Ignored))));
-        count.firstView += static_cast<int>(test::differences(text, textOf(readWithoutFont(found))));
+        count.alone +=
+            static_cast<int>(test::differences(text, textOf(readWithoutFont(found, Context::Ignored))));
+        count.unjudged += static_cast<int>(test::differences(text, textOf(readWithoutFont(segment(pixels)))));
         typing.tryOut(found, text, random);
         if (read.size() == text.size())
             for (std::size_t i = 0; i < text.size(); ++i) {

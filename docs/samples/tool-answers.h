@@ -10,16 +10,17 @@
 
 struct Record {
     long identifier;
-    char character;
-    double distance;               // or the trained count, for character records
+    wchar_t character;
+    double number;                 // a sample's Distance; of a character how often it was trained
     std::vector<double> features;  // 49, each 0 to 1
 };
 
-// The answer of GetSampleData: rows first, row 0 the headings, and Empty when there is no record.
-inline HRESULT recordTable(const std::vector<Record>& records, VARIANT* answer) {
+// The answer of GetSampleData: rows first, row 0 the headings, and Empty when there is no record. Samples
+// have 5 columns before the features, characters 4: the identifier and a column for each other field.
+inline HRESULT recordTable(const std::vector<Record>& records, ULONG before, VARIANT* answer) {
     VariantInit(answer);
     if (records.empty()) return S_OK;
-    SAFEARRAYBOUND bounds[2] = {{static_cast<ULONG>(records.size()) + 1, 0}, {5 + 49, 0}};
+    SAFEARRAYBOUND bounds[2] = {{static_cast<ULONG>(records.size()) + 1, 0}, {before + 49, 0}};
     SAFEARRAY* table = SafeArrayCreate(VT_VARIANT, 2, bounds);
     VARIANT* cells = nullptr;
     if (!table || FAILED(SafeArrayAccessData(table, reinterpret_cast<void**>(&cells)))) return E_OUTOFMEMORY;
@@ -38,13 +39,33 @@ inline HRESULT recordTable(const std::vector<Record>& records, VARIANT* answer) 
         };
         put(0, records[i].identifier);
         put(1, records[i].character);
-        put(2, records[i].distance);
+        put(2, records[i].number);
+        for (std::size_t column = 3; column < before; ++column) put(column, 0);  // numbers that nobody reads
         for (std::size_t feature = 0; feature < records[i].features.size(); ++feature)
-            put(5 + feature, records[i].features[feature]);
+            put(before + feature, records[i].features[feature]);
     }
     SafeArrayUnaccessData(table);
     answer->vt = VT_ARRAY | VT_VARIANT;
     answer->parray = table;
+    return S_OK;
+}
+
+// A list of strings, as fonts and characters are (`dimensions` 1), or a table of one column, as the
+// uncommitted samples are (2); Empty when there is none. VBScript reads arrays of VARIANT alone.
+inline HRESULT textList(const std::vector<std::wstring>& texts, UINT dimensions, VARIANT* answer) {
+    VariantInit(answer);
+    if (texts.empty()) return S_OK;
+    SAFEARRAYBOUND bounds[2] = {{static_cast<ULONG>(texts.size()), 0}, {1, 0}};
+    SAFEARRAY* list = SafeArrayCreate(VT_VARIANT, dimensions, bounds);
+    VARIANT* cells = nullptr;
+    if (!list || FAILED(SafeArrayAccessData(list, reinterpret_cast<void**>(&cells)))) return E_OUTOFMEMORY;
+    for (const std::wstring& text : texts) {
+        cells->vt = VT_BSTR;
+        cells++->bstrVal = SysAllocStringLen(text.data(), static_cast<UINT>(text.size()));
+    }
+    SafeArrayUnaccessData(list);
+    answer->vt = VT_ARRAY | VT_VARIANT;
+    answer->parray = list;
     return S_OK;
 }
 

@@ -5,6 +5,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <utility>
 
 namespace dravik {
 
@@ -18,15 +19,14 @@ class FileLock {
     // read.
     static std::string holder(const std::string& file);
 
-    FileLock(FileLock&&) noexcept;
-    FileLock& operator=(FileLock&&) noexcept;
+    FileLock(FileLock&&) noexcept = default;
+    FileLock& operator=(FileLock&&) noexcept = default;
     // Gives it up and takes the file away.
-    ~FileLock();
+    ~FileLock() = default;
 
   private:
-    struct Held;
-    explicit FileLock(std::unique_ptr<Held> held);
-    std::unique_ptr<Held> held_;
+    explicit FileLock(std::shared_ptr<void> held) : held_(std::move(held)) {}
+    std::shared_ptr<void> held_;  // what the system gave
 };
 
 }  // namespace dravik

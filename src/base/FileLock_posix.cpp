@@ -28,9 +28,7 @@ std::string words() {
     return "process " + std::to_string(getpid()) + " on " + host.c_str() + " since " + localTimeText();
 }
 
-}  // namespace
-
-struct FileLock::Held {
+struct Held {
     std::string name;
     Handle<FileDescriptor> file;
 
@@ -41,6 +39,8 @@ struct FileLock::Held {
         if (isStill(file.get(), name)) unlink(name.c_str());
     }
 };
+
+}  // namespace
 
 std::optional<FileLock> FileLock::take(const std::string& name) {
     const auto failure = [&](int error) { return systemFailure(error, "Cannot lock", name); };
@@ -69,13 +69,8 @@ std::optional<FileLock> FileLock::take(const std::string& name) {
         const std::span bytes(reinterpret_cast<const std::uint8_t*>(text.data()), text.size());
         // The text is for the one who is refused; the lock holds without it, on a full disk too.
         if (ftruncate(file.get(), 0) == 0) writeAll(file.get(), bytes, 0);
-        return FileLock(std::make_unique<Held>(name, std::move(file)));
+        return FileLock(std::make_shared<Held>(name, std::move(file)));
     }
 }
-
-FileLock::FileLock(std::unique_ptr<Held> held) : held_(std::move(held)) {}
-FileLock::FileLock(FileLock&&) noexcept = default;
-FileLock& FileLock::operator=(FileLock&&) noexcept = default;
-FileLock::~FileLock() = default;
 
 }  // namespace dravik

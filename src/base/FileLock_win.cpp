@@ -28,9 +28,7 @@ bool isBeingDeleted(HANDLE file) {
     return GetFileInformationByHandleEx(file, FileStandardInfo, &state, sizeof state) && state.DeletePending;
 }
 
-}  // namespace
-
-struct FileLock::Held {
+struct Held {
     std::string name;
     Handle<FileObject> file;
 
@@ -40,6 +38,8 @@ struct FileLock::Held {
     // The file goes with its last handle; who reads the words just now keeps it, which does no harm.
     ~Held() { removeFile(name); }
 };
+
+}  // namespace
 
 std::optional<FileLock> FileLock::take(const std::string& name) {
     const auto failure = [&](int error) { return systemFailure(error, "Cannot lock", name); };
@@ -70,13 +70,8 @@ std::optional<FileLock> FileLock::take(const std::string& name) {
         const std::string text = words();
         SetEndOfFile(file.get());
         writeAll(file.get(), {reinterpret_cast<const std::uint8_t*>(text.data()), text.size()});
-        return FileLock(std::make_unique<Held>(name, std::move(file)));
+        return FileLock(std::make_shared<Held>(name, std::move(file)));
     }
 }
-
-FileLock::FileLock(std::unique_ptr<Held> held) : held_(std::move(held)) {}
-FileLock::FileLock(FileLock&&) noexcept = default;
-FileLock& FileLock::operator=(FileLock&&) noexcept = default;
-FileLock::~FileLock() = default;
 
 }  // namespace dravik

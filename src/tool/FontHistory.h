@@ -78,6 +78,9 @@ class FontHistory {
     virtual void discardUnsaved(const std::string& font) = 0;
     // Writes the font as it now is to a file anywhere, with nothing else changed.
     virtual void exportFont(const std::string& font, const std::string& file) = 0;
+    // Makes a font of that name of a file anywhere, which stays; a font that it replaces becomes a version
+    // first. Raises as restoreVersion(), and for a file that is no font's.
+    virtual void importFont(const std::string& file, const std::string& name) = 0;
 
     // Unsaved changes are not let go when the tool goes, but left for the next program that loads the font,
     // as when a program dies.

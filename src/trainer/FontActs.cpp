@@ -121,10 +121,20 @@ void FontActs::save() {
 
 void FontActs::restore(const tool::FontVersion& version, const std::string& name) {
     history_.restoreVersion(version, name);
+    show(name);
+    say("Restored " + name + " as it was on " + localTimeText(version.when));
+}
+
+void FontActs::importFont(const std::string& file, const std::string& name) {
+    history_.importFont(file, name);
+    show(name);
+    say("Copied " + file + " as the font " + name);
+}
+
+void FontActs::show(const std::string& name) {
     leaveDecision();
     control_.showFont(name);
     moved();
-    say("Restored " + name + " as it was on " + localTimeText(version.when));
 }
 
 void FontActs::leaveDecision() {

@@ -42,6 +42,10 @@ class FontActs {
     void save();
     // Makes a font of an older version and shows it. Raises as FontHistory::restoreVersion().
     void restore(const tool::FontVersion& version, const std::string& name);
+    // Makes a font of a file that lies elsewhere and shows it. Raises as FontHistory::importFont().
+    void importFont(const std::string& file, const std::string& name);
+    // Shows another font. A failure is told on the screen.
+    void show(const std::string& name);
     // The screen waits for a decision about what was learnt, and neither Save nor Revert need be possible:
     // lets it go on. The changes stay unsaved.
     void leaveDecision();

@@ -43,8 +43,8 @@ TEST(SegmentationSettings, WhatTheyExcludeIsNotFound) {
     EXPECT_EQ(found(sizes, {}), 8u);
     EXPECT_EQ(found(sizes, {.print = {.smallestHeight = 40}}), 2u);
     const GreyImage solid = drawn({"A1B2C3"}), dots = drawn({"A1B2C3"}, {.scale = 6, .dot = 3});
-    const Segmentation asDots = segment(solid, {}, {.kind = PrintKind::DotMatrix});
-    const Segmentation asSolid = segment(dots, {}, {.kind = PrintKind::Solid});
+    const Segmentation asDots = segment(solid, nullptr, {}, {.kind = PrintKind::DotMatrix});
+    const Segmentation asSolid = segment(dots, nullptr, {}, {.kind = PrintKind::Solid});
     EXPECT_EQ(segment(solid).look.joins, Look::Fragments);
     EXPECT_NE(asDots.look.joins, Look::Fragments);
     EXPECT_NE(asSolid.look.joins, Look::Dots);

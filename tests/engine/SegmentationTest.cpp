@@ -1,5 +1,5 @@
 // Finding characters: each case is an image that a camera can deliver.
-#include "engine/segmentation/CharacterShapes.h"
+#include "engine/recogniser/BaseReader.h"
 #include "engine/segmentation/Segmentation.h"
 
 #include <gtest/gtest.h>
@@ -117,7 +117,7 @@ TEST(Segmentation, HalvesAndPairsOfCharactersLookLessWholeThanCharacters) {
     for (const Drawing& how : {Drawing{.scale = 4, .dot = 4}, Drawing{.scale = 7, .dot = 7}}) {
         const Segmentation found = segment(drawn({"0A1B2C3E4H"}, how));
         ASSERT_EQ(found.glyphs.size(), 10u);
-        const double whole = shapeEvidence(found);
+        const double whole = wholeCharacterOdds(found);
         for (const std::size_t i : {0u, 1u, 3u, 7u, 9u}) {
             Segmentation halved = found, paired = found;
             const Piece& piece = found.glyphs[i].piece;
@@ -125,11 +125,11 @@ TEST(Segmentation, HalvesAndPairsOfCharactersLookLessWholeThanCharacters) {
             halved.glyphs[i].piece = std::move(left);
             halved.glyphs.insert(halved.glyphs.begin() + static_cast<std::ptrdiff_t>(i) + 1,
                                  {std::move(right), found.glyphs[i].line});
-            EXPECT_LT(shapeEvidence(halved), whole) << i;
+            EXPECT_LT(wholeCharacterOdds(halved), whole) << i;
             const std::size_t next = i == 9 ? 8 : i + 1;
             paired.glyphs[i].piece.join(std::move(paired.glyphs[next].piece));
             paired.glyphs.erase(paired.glyphs.begin() + static_cast<std::ptrdiff_t>(next));
-            EXPECT_LT(shapeEvidence(paired), whole) << i;
+            EXPECT_LT(wholeCharacterOdds(paired), whole) << i;
         }
     }
 }

@@ -17,6 +17,7 @@ lintian --allow-root "$folder"/*_"$version"_*.deb || fail "lintian"
 usr=$work/dravik-trainer/usr
 appstreamcli validate --no-net "$usr"/share/metainfo/*.xml || fail "AppStream"
 desktop-file-validate "$usr"/share/applications/*.desktop || fail "desktop file"
+grep -q '^MimeType=.*application/x-dravik-font;' "$usr"/share/applications/*.desktop || fail "a font file does not open"
 icon=$(sed -n 's/^Icon=//p' "$usr"/share/applications/*.desktop)
 for size in 16 22 24 32 48 64 128 256 512; do
     for file in apps/$icon mimetypes/application-x-dravik-font; do

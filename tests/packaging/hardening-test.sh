@@ -19,10 +19,14 @@ check_elf() {
     fi
 }
 check_pe() {
-    local headers=$1 flag
+    local headers=$1 flag foreign
     for flag in DYNAMIC_BASE NX_COMPAT $(if grep -q 'pei-x86-64' <<<"$headers"; then echo HIGH_ENTROPY_VA; fi); do
         grep -q "^\s*$flag\$" <<<"$headers" || fail "lacks $flag"
     done
+    # Of these Windows takes its own whatever lies beside the program, of COMCTL32 by the manifest; others are looked for there first.
+    foreign=$(sed -nE 's/^\s*DLL Name: (\S+)/\1/p' <<<"$headers" |
+        grep -ivxE '(advapi32|comctl32|comdlg32|gdi32|imm32|kernel32|msvcrt|ole32|oleaut32|shell32|shlwapi|user32)\.dll' | tr '\n' ' ' || true)
+    [ -z "$foreign" ] || fail "loads $foreign from beside it"
     # What has no relocations stays where it is linked whatever the header says.
     grep -qE 'Entry 5 [0-9a-f]+ 0*[1-9a-f][0-9a-f]* Base Relocation' <<<"$headers" || fail "has no relocations"
 }

@@ -82,6 +82,10 @@ as_user "timeout 5 dravik-trainer $parts/teach" || code=$?
 in_bare man -w dravik-trainer >/dev/null || fail "no man page"
 grep -q 'application/x-dravik-font:\*\.nnd' "$bare/usr/share/mime/globs2" || fail "the font file has no type"
 grep -q 'image/png=.*dravik-trainer\.desktop' "$bare/usr/share/applications/mimeinfo.cache" || fail "images do not offer the program"
+grep -q 'application/x-dravik-font=.*dravik-trainer\.desktop' "$bare/usr/share/applications/mimeinfo.cache" || fail "a font file does not open"
+jobs=.local/share/tamlux/Jobs
+as_user "timeout 5 $(sed -n 's/^Exec=\([^ ]*\) %F$/\1/p' "$bare/usr/share/applications/dravik-trainer.desktop") $jobs/Fonts/older.nnd || [ \$? = 124 ]; grep -qx older $jobs/selected_font.txt" ||
+    fail "a font file that is opened is not shown"
 grep -q dravik-trainer "$bare/usr/share/icons/hicolor/icon-theme.cache" || fail "the icons are not in the cache"
 [ -s "$bare/usr/share/doc/dravik-trainer/html/operator-guide.html" ] || fail "Help > Operator Guide has nothing to show"
 as_user '. /usr/share/bash-completion/bash_completion; _completion_loader dravik-trainer || [ $? = 124 ]; complete -p dravik-trainer' >/dev/null || fail "no completion"

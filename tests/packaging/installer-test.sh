@@ -3,36 +3,25 @@
 # compares the registry and the folders with what was there before. Then the same with an interface that a job system has
 # registered already.
 set -euo pipefail
-here=$(dirname "$(readlink -f "$0")")
-msi=$(readlink -f "$1")
-root=$(readlink -f "$here/../..")
-scratch=$(mktemp -d)
-"$root/tools/wine-prefix.sh" "$scratch/wine"
-export WINEPREFIX=$scratch/wine DISPLAY=''
-wine() { timeout 120 "$root/tools/wine.sh" "$@"; }
-server() { "$(command -v wineserver || echo /usr/lib/wine/wineserver64)" "$1" 2>/dev/null || true; }
-finish() { server -k; server -w; rm -rf "$scratch"; }
-trap finish EXIT
-fail() { echo "FAILED: $*" >&2; exit 1; }
+. "$(dirname "$(readlink -f "$0")")/installing.sh"
 
-programs="$WINEPREFIX/drive_c/Program Files"
+programs="$drive/Program Files"
 interface='{5536B3D3-C530-11D3-B4D9-00609769E417}'
-cp "$msi" "$WINEPREFIX/drive_c/dravik.msi"
+cp "$1" "$drive/dravik.msi"
 
 classes() {
     wine reg export 'HKLM\Software\Classes' 'C:\classes.reg' /y >/dev/null
     # The installer's own lists stay, empty.
-    tr -d '\0\r' <"$WINEPREFIX/drive_c/classes.reg" | grep -avxE '(\[HKEY_LOCAL_MACHINE\\Software\\Classes\\Installer(\\(Features|Products|UpgradeCodes))?\])?'
+    tr -d '\0\r' <"$drive/classes.reg" | grep -avxE '(\[HKEY_LOCAL_MACHINE\\Software\\Classes\\Installer(\\(Features|Products|UpgradeCodes))?\])?'
     wine reg query 'HKLM\Software\Microsoft\Windows\CurrentVersion\Uninstall' | tr -d '\r'
 }
-files() { (cd "$WINEPREFIX/drive_c" && find 'Program Files' ProgramData users -not -path '*/Temp/*' | sort); }
-default() { wine reg query "HKLM\\Software\\Classes\\$1" /ve 2>/dev/null | tr -d '\r' | sed -nE 's/.*REG_SZ *//p'; }
-install() { wine msiexec /i 'C:\dravik.msi' /qn || fail "msiexec /i ends with $?"; }
-uninstall() { wine msiexec /x 'C:\dravik.msi' /qn || fail "msiexec /x ends with $?"; }
+files() { (cd "$drive" && find 'Program Files' ProgramData users -not -path '*/Temp/*' | sort); }
+install() { msi /i dravik || fail "msiexec /i ends with $?"; }
+uninstall() { msi /x dravik || fail "msiexec /x ends with $?"; }
 same() { diff "$scratch/$1.before" "$scratch/$1.after" >"$scratch/$1.diff" || { head -40 "$scratch/$1.diff" >&2; fail "$1 are not what they were"; }; }
 
 # The script host enters itself when it is first used.
-echo 'WScript.Echo "ready"' >"$WINEPREFIX/drive_c/first.vbs"
+echo 'WScript.Echo "ready"' >"$drive/first.vbs"
 wine cscript //nologo 'C:\first.vbs' >/dev/null
 classes >"$scratch/classes.before"
 files >"$scratch/files.before"
@@ -45,7 +34,7 @@ done
 [ "$(default 'TypeLib\{C3975B05-1E7B-44D3-8653-3DDB24C5FF4E}\1.0\0\win64')" = 'C:\Program Files\Dravik\DravikDlg.ocx\1' ] || fail "the type library's path"
 [ "$(default "Interface\\$interface\\TypeLib")" = '{A7230994-BF7A-423D-B658-CCF37FD7E6A8}' ] || fail "the tool's interface"
 
-cat >"$WINEPREFIX/drive_c/uses.vbs" <<'VBS'
+cat >"$drive/uses.vbs" <<'VBS'
 Dim control, tool
 Set tool = CreateObject("Dravik.EmbeddedStep")
 tool.JobsFolder = "C:\installer-test"
@@ -57,7 +46,35 @@ VBS
 said=$(wine cscript //nologo 'C:\uses.vbs' | tr -d '\r')
 [ "$said" = 'IEmbeddedStep Step.DravikTool.1 unknown' ] || fail "the script said: $said"
 wine 'C:\Program Files\Dravik\DravikToolCheck.exe' Dravik.EmbeddedStep >"$scratch/check" || { cat "$scratch/check" >&2; fail "the contract check"; }
-rm -rf "$WINEPREFIX/drive_c/installer-test"
+rm -rf "$drive/installer-test"
+
+# A double click on a font file shows that font: the program keeps its name beside the fonts.
+cat >"$drive/click.vbs" <<'VBS'
+Set tool = CreateObject("Dravik.EmbeddedStep")
+tool.CreateFont "clicked twice"
+tool.SaveFont "clicked twice"
+tool.CreateFont "other"
+tool.SaveFont "other"
+CreateObject("WScript.Shell").Run """C:\Tamlux\Jobs\Fonts\clicked twice.nnd"""
+VBS
+click() {
+    wine cscript //nologo 'C:\click.vbs' >/dev/null
+    for second in $(seq 60); do
+        [ "$(cat "$drive/Tamlux/Jobs/selected_font.txt")" = other ] || break
+        sleep 1
+    done
+    wine taskkill /f /im DravikTrainer.exe >/dev/null
+}
+# The program's window needs a display, and a server that has one from its start.
+server -k
+server -w
+export root drive
+xvfb-run -a bash -euc "$(declare -f wine click); click" || fail "the font cannot be opened"
+server -k
+server -w
+shown=$(cat "$drive/Tamlux/Jobs/selected_font.txt")
+[ "$shown" = 'clicked twice' ] || fail "the font opened is not shown, but $shown"
+rm -rf "$drive/Tamlux/Jobs/Fonts" "$drive/Tamlux/Jobs"/*.*
 
 uninstall
 classes >"$scratch/classes.after"
@@ -73,4 +90,4 @@ install
 uninstall
 classes >"$scratch/classes.after"
 same classes
-echo "Installed, used and taken away: $(basename "$msi")"
+echo "Installed, used and taken away: $(basename "$1")"

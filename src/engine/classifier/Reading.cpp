@@ -8,6 +8,7 @@
 
 #include "base/Text.h"
 #include "engine/recogniser/BaseNetwork.h"
+#include "engine/recogniser/BaseReader.h"
 #include "engine/segmentation/OtherSize.h"
 
 namespace dravik::engine {
@@ -146,7 +147,8 @@ std::vector<PlacedRecognition> readImage(const GreyImage& image, const Segmentat
         if (stop.stop_requested()) break;
         if (view.characters + kMostDifferent < characters || characters + kMostDifferent < view.characters)
             continue;
-        std::vector<PlacedRecognition> other = readIn(segment(image, view), network, measure, stop);
+        std::vector<PlacedRecognition> other =
+            readIn(segment(image, view, takeWholeCharacters), network, measure, stop);
         if (const double value = view.odds + familiarity(other); value > most) {
             most = value;
             best = std::move(other);

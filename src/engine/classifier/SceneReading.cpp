@@ -58,8 +58,8 @@ std::vector<PlacedRecognition> readScene(const Scene& scene, const Network& netw
 }
 
 std::vector<SuggestedCharacter> readWithoutFont(const Scene& scene) {
-    return throughout<SuggestedCharacter>(
-        scene, [](const ScenePart& part) { return readWithoutFont(*part.picture, part.found); });
+    return throughout<SuggestedCharacter>(scene,
+                                          [](const ScenePart& part) { return readWithoutFont(part.found); });
 }
 
 std::vector<CharacterLikelihood> compareWithText(const Scene& scene, std::span<const std::string> text) {

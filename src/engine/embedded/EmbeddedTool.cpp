@@ -459,6 +459,11 @@ std::vector<tool::FontVersion> EmbeddedTool::versions(const std::string& font) c
     return fonts_->versions(font);
 }
 
+void EmbeddedTool::importFont(const std::string& file, const std::string& name) {
+    checkIdle("copying a font");
+    change([&] { fonts_->importFont(file, name); });
+}
+
 void EmbeddedTool::restoreVersion(const tool::FontVersion& version, const std::string& name) {
     checkIdle("restoring a version");
     change([&] { fonts_->restoreVersion(version, name); });

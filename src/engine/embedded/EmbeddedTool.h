@@ -161,6 +161,7 @@ class EmbeddedTool : public tool::FontTool, public tool::FontHistory, public too
     void saveUnsaved(const std::string& font) override;
     void discardUnsaved(const std::string& font) override;
     void exportFont(const std::string& font, const std::string& file) override;
+    void importFont(const std::string& file, const std::string& name) override;
     void keepUnsaved() override;
     std::vector<tool::RecoveredChanges> takeRecovered() override;
     std::vector<tool::FontVersion> versions(const std::string& font) const override;

@@ -360,9 +360,16 @@ std::vector<tool::FontVersion> FontWorkspace::versions(const std::string& font) 
     return versions_.list(font.empty() ? font : library_.spelling(font));
 }
 
-void FontWorkspace::restoreVersion(const tool::FontVersion& version, const std::string& asked) {
+void FontWorkspace::importFont(const std::string& file, const std::string& name) {
+    replaceSaved(name, readFont(file));
+}
+
+void FontWorkspace::restoreVersion(const tool::FontVersion& version, const std::string& name) {
+    replaceSaved(name, versions_.read(version));
+}
+
+void FontWorkspace::replaceSaved(const std::string& asked, const FontRecord& font) {
     const std::string name = library_.spelling(asked);
-    const FontRecord font = versions_.read(version);
     if (const WorkingCopy* copy = openCopy(name); copy && copy->isUnsaved())
         throw Failure(RuntimeError::InvalidProcedureCall,
                       "Font \"" + name + "\" has unsaved changes; save or discard them first");

@@ -59,6 +59,7 @@ class FontWorkspace {
     void saveUnsaved(const std::string& font);
     void discardUnsaved(const std::string& font);
     void exportFont(const std::string& font, const std::string& file);
+    void importFont(const std::string& file, const std::string& name);
     std::vector<tool::RecoveredChanges> takeRecovered();
     std::vector<tool::FontVersion> versions(const std::string& font) const;
     void restoreVersion(const tool::FontVersion& version, const std::string& name);
@@ -83,6 +84,7 @@ class FontWorkspace {
     void enter(WorkingCopy* copy);
     void writeNew(const std::string& name, const FontRecord& font);
     void replace(const std::string& name, const FontRecord& font);
+    void replaceSaved(const std::string& asked, const FontRecord& font);
     void writeBack(WorkingCopy& copy);
     std::string bringBackDeleted();
     void letGo(WorkingCopy& copy);

@@ -20,8 +20,7 @@ constexpr std::size_t kMostAlternatives = 6;
 constexpr double kHardlyExpected = 0.02, kClearlyOther = 0.8;
 // A character counts for a view by how much likelier it is a whole one than this, at most as much as the
 // second says; measured on generated part images.
-constexpr double kUsuallyWhole = 0.5, kLeastWhole = 0.02, kViewWeight = 0.6;
-constexpr std::size_t kMostDifferent = 2;
+constexpr double kUsuallyWhole = 0.3, kLeastWhole = 0.02;
 
 struct ReadLine {
     int line = 0;
@@ -91,10 +90,42 @@ SuggestedCharacter suggestion(const PatchLikelihoods& of, std::size_t best) {
     return one;
 }
 
-std::vector<SuggestedCharacter> suggested(const Segmentation& found, const std::vector<ReadLine>& lines,
-                                          Context context) {
+// How much likelier than usual the characters are whole ones, as a logarithm.
+double wholeCharacterOdds(const std::vector<ReadLine>& lines) {
+    double sum = 0;
+    for (const ReadLine& line : lines)
+        for (const ReadPiece& one : line.pieces)
+            sum += std::log(std::max(kLeastWhole, std::exp(static_cast<double>(whole(one.likelihoods)))) /
+                            kUsuallyWhole);
+    return sum;
+}
+
+}  // namespace
+
+bool CharacterLikelihood::disagrees() const {
+    return isKnown && likelihood < kHardlyExpected && likeliest.likelihood > kClearlyOther &&
+           !areDrawnAlike(expected, likeliest.character);
+}
+
+double wholeCharacterOdds(const Segmentation& found) {
+    return wholeCharacterOdds(linesOf(found, Pieces::AsFound));
+}
+
+double takeWholeCharacters(Segmentation& found) {
+    std::vector<ReadLine> lines = linesOf(found, Pieces::Likeliest);
+    std::vector<Glyph> glyphs;
+    for (ReadLine& line : lines)
+        for (ReadPiece& one : line.pieces) glyphs.push_back({one.piece, line.line});
+    // All dirt: of print that is not known.
+    if (glyphs.empty())
+        return static_cast<double>(found.glyphs.size()) * std::log(kLeastWhole / kUsuallyWhole);
+    found.glyphs = std::move(glyphs);
+    return wholeCharacterOdds(lines);
+}
+
+std::vector<SuggestedCharacter> readWithoutFont(const Segmentation& found, Context context) {
     std::vector<SuggestedCharacter> result;
-    for (const ReadLine& line : lines) {
+    for (const ReadLine& line : linesOf(found, Pieces::AsFound)) {
         std::vector<PatchLikelihoods> likelihoods;
         for (const ReadPiece& one : line.pieces) likelihoods.push_back(one.likelihoods);
         const std::vector<std::size_t> best =
@@ -106,48 +137,6 @@ std::vector<SuggestedCharacter> suggested(const Segmentation& found, const std::
         }
     }
     return result;
-}
-
-// How much likelier than usual the characters of a view are whole ones, as a logarithm.
-double wholeness(const std::vector<ReadLine>& lines) {
-    double sum = 0;
-    for (const ReadLine& line : lines)
-        for (const ReadPiece& one : line.pieces)
-            sum += std::log(std::max(kLeastWhole, std::exp(static_cast<double>(whole(one.likelihoods)))) /
-                            kUsuallyWhole);
-    return kViewWeight * sum;
-}
-
-}  // namespace
-
-bool CharacterLikelihood::disagrees() const {
-    return isKnown && likelihood < kHardlyExpected && likeliest.likelihood > kClearlyOther &&
-           !areDrawnAlike(expected, likeliest.character);
-}
-
-std::vector<SuggestedCharacter> readWithoutFont(const Segmentation& found, Context context) {
-    return suggested(found, linesOf(found, Pieces::AsFound), context);
-}
-
-std::vector<SuggestedCharacter> readWithoutFont(const GreyImage& image, const Segmentation& found,
-                                                Context context) {
-    if (found.isGiven) return readWithoutFont(found, context);
-    std::vector<ReadLine> best = linesOf(found, Pieces::Likeliest);
-    double most = wholeness(best);
-    std::optional<Segmentation> taken;
-    const std::size_t characters = found.glyphs.size();
-    for (const OtherView& view : found.others) {
-        if (view.characters + kMostDifferent < characters || characters + kMostDifferent < view.characters)
-            continue;
-        Segmentation other = segment(image, view);
-        std::vector<ReadLine> lines = linesOf(other, Pieces::Likeliest);
-        if (const double value = view.odds + wholeness(lines); value > most) {
-            most = value;
-            best = std::move(lines);
-            taken = std::move(other);
-        }
-    }
-    return suggested(taken ? *taken : found, best, context);
 }
 
 std::vector<CharacterLikelihood> compareWithText(const Segmentation& found,

@@ -46,13 +46,15 @@ struct CharacterLikelihood {
 // digits).
 enum class Context { Used, Ignored };
 
+// How much likelier than usual the found characters are whole ones, together, as a logarithm.
+double wholeCharacterOdds(const Segmentation& found);
+// A ViewJudge: where a character is probably a half, a double or dirt, takes the cuts and joins that make
+// likelier whole characters; the wholeness of what is found then.
+double takeWholeCharacters(Segmentation& found);
+
 // The found characters in their order. Where capitals and small letters of a line are of one height, the
 // height that makes its characters likelier is taken.
 std::vector<SuggestedCharacter> readWithoutFont(const Segmentation& found, Context context = Context::Used);
-// The same in whichever view of the image (see Segmentation::others) the characters are likelier to be whole
-// ones.
-std::vector<SuggestedCharacter> readWithoutFont(const GreyImage& image, const Segmentation& found,
-                                                Context context = Context::Used);
 
 // The found characters beside those of a text, as many as both have. Empty when they differ in number: then
 // nothing tells which belong together.

@@ -6,6 +6,7 @@
 #include <utility>
 #include <vector>
 
+#include "engine/recogniser/BaseReader.h"
 #include "engine/scene/UprightLine.h"
 #include "engine/segmentation/TextLikeness.h"
 
@@ -79,7 +80,7 @@ class LineByLine {
 
     SeenLine lookOnce(const TextLine& line, float height) const {
         SeenLine result{line, uprightLine(image_, line, height)};
-        result.part.found = segment(*result.part.picture, stop_, print_);
+        result.part.found = segment(*result.part.picture, takeWholeCharacters, stop_, print_);
         return result;
     }
 
@@ -142,7 +143,7 @@ class LineByLine {
             between.right = std::max(line.right, below->right);
             SeenLine found{between, uprightLine(image_, between, height)};
             if (contrast(*found.part.picture) < kLeastContrast * contrast(*seen_[i].part.picture)) continue;
-            found.part.found = segment(*found.part.picture, stop_, print_);
+            found.part.found = segment(*found.part.picture, takeWholeCharacters, stop_, print_);
             const float typical = typicalHeight(found.part.found) * found.part.found.ink.scale;
             if (isClear(found) && typical > 0.6f * height && typical < 1.6f * height)
                 more.push_back(std::move(found));

@@ -6,15 +6,18 @@
 #include <span>
 #include <utility>
 
+#include "engine/recogniser/BaseReader.h"
 #include "engine/scene/LineByLine.h"
 #include "engine/segmentation/TextLikeness.h"
 
 namespace dravik::engine {
 namespace {
 
-// Log odds from which characters are taken as they are seen in the whole picture, whatever else there may be;
-// and from which they are where they fill it.
-constexpr double kSurelyPrint = 2.2, kLikelyPrint = 0.5;
+// Log odds from which characters are taken as they are seen in the whole picture, whatever else there may be.
+constexpr double kSurelyPrint = 2.2;
+// By so much, as a logarithm, characters that fill the picture may look less whole than line by line;
+// measured on generated part images.
+constexpr double kWholePicture = 1;
 // Most room, in heights of its lines, around print that may be all that a picture shows.
 constexpr float kBesidePrint = 6, kAbovePrint = 6.5f;
 // Around characters that fill the picture.
@@ -96,12 +99,14 @@ bool isAll(const GreyImage& image, const Segmentation& seen, std::span<const Tex
            const Scene& byLine) {
     if (seen.glyphs.empty()) return false;
     const Agreement agrees = agreement(image, seen, lines);
-    if (!agrees.everyLineSeen) return false;
-    const bool upright = std::all_of(lines.begin(), lines.end(),
-                                     [](const TextLine& line) { return std::abs(line.angle) < kUpright; });
-    if (upright && agrees.nothingBeside && seen.likeness > kPerhapsPrint) return true;
-    return seen.glyphs.size() > byLine.characters() && seen.likeness > kLikelyPrint &&
-           agrees.margins.beside < kMargin && agrees.margins.above < kMargin;
+    if (agrees.margins.beside < kMargin && agrees.margins.above < kMargin) {
+        double odds = wholeCharacterOdds(seen) + kWholePicture;
+        for (const ScenePart& part : byLine.parts) odds -= wholeCharacterOdds(part.found);
+        return odds > 0;
+    }
+    return agrees.everyLineSeen && agrees.nothingBeside && seen.likeness > kPerhapsPrint &&
+           std::all_of(lines.begin(), lines.end(),
+                       [](const TextLine& line) { return std::abs(line.angle) < kUpright; });
 }
 
 Scene wholeScene(std::shared_ptr<const GreyImage> image, Segmentation found) {
@@ -120,7 +125,7 @@ Scene findIn(std::shared_ptr<const GreyImage> image, Extent extent, const PrintS
     const std::int64_t pixels = static_cast<std::int64_t>(image->width()) * image->height();
     std::optional<Segmentation> seen;
     const auto isClear = [&] {
-        seen = segment(*image, stop, print);
+        seen = segment(*image, takeWholeCharacters, stop, print);
         return !seen->glyphs.empty() && seen->likeness >= kSurelyPrint;
     };
     if (pixels <= kSmall && isClear()) return wholeScene(std::move(image), *std::move(seen));
@@ -131,7 +136,7 @@ Scene findIn(std::shared_ptr<const GreyImage> image, Extent extent, const PrintS
     });
     if (lines.empty()) {
         if (!seen && (pixels <= kMostWithoutLines || extent == Extent::Region))
-            seen = segment(*image, stop, print);
+            seen = segment(*image, takeWholeCharacters, stop, print);
         return seen ? wholeScene(std::move(image), *std::move(seen)) : Scene{};
     }
     if (!seen && mayFill(*image, lines) && isClear()) return wholeScene(std::move(image), *std::move(seen));

@@ -25,6 +25,9 @@ constexpr int kSide = 14;
 constexpr float kDotBlur = 1.4f;
 constexpr std::size_t kMostPieces = 6'000;
 
+// A line that is so much clearer than one of the other polarity at its place is print, and that is none.
+constexpr float kMuchClearer = 1.3f;
+
 // A picture with so many edges of ink is noise or texture.
 constexpr std::int64_t kFewestPixelsToEdge = 14;
 
@@ -131,7 +134,8 @@ float clearness(const TextLine& line) {
 }
 
 // Of the lines at one place the one that scores best. The spaces between and inside characters look like
-// print of the other polarity, but are less high and less long than what is around them.
+// print of the other polarity, but are less high and less long than what is around them; where that is not
+// plain, the polarity of the picture's clearest line counts.
 std::vector<TextLine> best(std::vector<Seen> found, std::span<const Seen> codes) {
     // What finer views show as a code is none of the lines that coarser ones make of it.
     std::erase_if(found, [&](const Seen& seen) {
@@ -149,13 +153,18 @@ std::vector<TextLine> best(std::vector<Seen> found, std::span<const Seen> codes)
                 return one.dark == seen.line.dark && isSamePlace(seen.line, one);
             }))
             lines.push_back(seen.line);
+    const auto clearest =
+        std::max_element(lines.begin(), lines.end(),
+                         [](const TextLine& a, const TextLine& b) { return clearness(a) < clearness(b); });
     std::vector<TextLine> result;
-    for (const TextLine& line : lines)
+    for (const TextLine& line : lines) {
+        const float preferred = line.dark == clearest->dark ? kMuchClearer : 1 / kMuchClearer;
         if (std::none_of(lines.begin(), lines.end(), [&](const TextLine& other) {
                 return other.dark != line.dark && isSamePlace(line, other) &&
-                       clearness(other) > clearness(line);
+                       clearness(other) > preferred * clearness(line);
             }))
             result.push_back(line);
+    }
     return result;
 }
 

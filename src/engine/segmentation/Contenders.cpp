@@ -22,6 +22,7 @@ std::vector<Contender> contenders(std::vector<Candidate>& candidates) {
     for (Candidate& one : candidates) {
         Contender& number = byNumber[one.characters];
         number.odds += std::exp((one.value - most) / kVoteSpread);
+        number.characters = one.characters;
         if (!number.best || one.value > number.best->value) number.best = &one;
     }
     std::vector<Contender> result;

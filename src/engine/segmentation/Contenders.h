@@ -12,6 +12,7 @@ namespace dravik::engine {
 struct Contender {
     Candidate* best = nullptr;
     double odds = 0;
+    std::size_t characters = 0;
 };
 
 // The likeliest first, six at most: views weigh as much as they are likely.

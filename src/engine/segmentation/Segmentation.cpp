@@ -5,18 +5,14 @@
 #include <memory>
 #include <utility>
 
-#include "engine/segmentation/CharacterShapes.h"
 #include "engine/segmentation/Contenders.h"
 
 namespace dravik::engine {
 namespace {
 
-// Log odds of being right below which there is only noise, not print.
-constexpr double kNoPrint = -2.5;
-// Where looks differ by more characters, some see other things than characters, of which shapes tell little.
-constexpr std::size_t kMostDifferent = 2;
-// What the shapes of the characters weigh beside the votes of the looks; measured on generated part images.
-constexpr double kShapeShare = 0.33;
+// Log odds of being right below which there is only noise, not print, and above which a single view is beyond
+// doubt.
+constexpr double kNoPrint = -2.5, kClear = 3;
 
 // Judging more or larger print would take long.
 constexpr std::size_t kMostJudged = 300;
@@ -50,44 +46,53 @@ Region Segmentation::place(const Glyph& glyph) const {
             ink.top + static_cast<int>(std::ceil(pixels(bottom)))};
 }
 
-Segmentation segment(const GreyImage& image, const std::stop_token& stop, const PrintSettings& print) {
+Segmentation segment(const GreyImage& image, ViewJudge judge, const std::stop_token& stop,
+                     const PrintSettings& print) {
     std::vector<Candidate> candidates = printCandidates(image, Search::UntilClear, stop, print);
     std::vector<Contender> numbers = contenders(candidates);
     if (stop.stop_requested() || numbers.empty() || numbers.front().best->value < kNoPrint) return {};
-    const std::size_t first = numbers.front().best->characters;
-    std::erase_if(numbers, [first](const Contender& one) {
-        const std::size_t characters = one.best->characters;
-        return characters > first + kMostDifferent || characters + kMostDifferent < first;
-    });
     for (Candidate& one : candidates)
         if (&one != numbers.front().best) one.seen.reset();
+    const bool isJudged = judge && (numbers.size() > 1 || numbers.front().best->value < kClear) &&
+                          std::all_of(numbers.begin(), numbers.end(), isWorthJudging);
     Segmentation result;
-    if (numbers.size() > 1 && std::all_of(numbers.begin(), numbers.end(), isWorthJudging)) {
+    if (isJudged) {
+        const Candidate* last = nullptr;
         // One after the other, since each takes room.
         for (Contender& number : numbers) {
             if (stop.stop_requested()) return {};
             result = {};
             result = taken(image, *number.best);
-            number.odds += kShapeShare * shapeEvidence(result);
+            number.odds += judge(result);
+            number.characters = result.glyphs.size();
+            last = number.best;
         }
-        const Contender last = numbers.back();
         std::stable_sort(numbers.begin(), numbers.end(),
                          [](const Contender& a, const Contender& b) { return a.odds > b.odds; });
-        if (last.best != numbers.front().best) result = {};
+        if (last != numbers.front().best) result = {};
     }
     const Contender& best = numbers.front();
-    if (result.glyphs.empty()) result = taken(image, *best.best);
+    if (result.glyphs.empty()) {
+        result = taken(image, *best.best);
+        if (isJudged) judge(result);
+    }
     result.likeness = best.best->value;
-    for (std::size_t i = 1; i < numbers.size(); ++i) {
-        const Candidate& one = *numbers[i].best;
+    for (const Contender& number : numbers) {
+        const auto isKnown = [&](const OtherView& view) { return view.characters == number.characters; };
+        if (number.characters == best.characters ||
+            std::any_of(result.others.begin(), result.others.end(), isKnown))
+            continue;
+        const Candidate& one = *number.best;
         result.others.push_back(
-            {one.look, one.region, one.scale, one.characters, numbers[i].odds - best.odds});
+            {one.look, one.region, one.scale, number.characters, number.odds - best.odds, isJudged});
     }
     return result;
 }
 
-Segmentation segment(const GreyImage& image, const OtherView& view) {
-    return seenAgain(image, view.region, view.scale, view.look);
+Segmentation segment(const GreyImage& image, const OtherView& view, ViewJudge judge) {
+    Segmentation result = seenAgain(image, view.region, view.scale, view.look);
+    if (judge && view.isJudged) judge(result);
+    return result;
 }
 
 }  // namespace dravik::engine

@@ -41,7 +41,8 @@ struct OtherView {
     Region region;  // of the image
     float scale = 1;
     std::size_t characters = 0;
-    double odds = 0;  // logarithm, against the number that was taken
+    double odds = 0;        // logarithm, against the number that was taken
+    bool isJudged = false;  // by the judge of the segmentation
 };
 
 struct Segmentation {
@@ -59,12 +60,17 @@ struct Segmentation {
     Region place(const Glyph& glyph) const;
 };
 
+// Tells how well the characters of a view look like whole ones, as a logarithm of likelihoods, and may cut
+// and join them better.
+using ViewJudge = double (*)(Segmentation& view);
+
 // Empty when nothing is found. Takes any image and never fails but for want of memory. Print is found in
-// milliseconds; noise and textures may take seconds. Ends soon, with anything or nothing found, once a stop
-// is requested.
-Segmentation segment(const GreyImage& image, const std::stop_token& stop = {},
+// milliseconds; noise and textures may take seconds. Where it is in doubt what an image shows, the judge is
+// asked of each view; null judges by what most views see. Ends soon, with anything or nothing found, once a
+// stop is requested.
+Segmentation segment(const GreyImage& image, ViewJudge judge = nullptr, const std::stop_token& stop = {},
                      const PrintSettings& print = {});
-// The characters of another view of the same image.
-Segmentation segment(const GreyImage& image, const OtherView& view);
+// The characters of another view of the same image, which was found with the same judge.
+Segmentation segment(const GreyImage& image, const OtherView& view, ViewJudge judge = nullptr);
 
 }  // namespace dravik::engine

@@ -8,6 +8,7 @@
 #include "base/Paths.h"
 #include "base/TimeText.h"
 #include "engine/image/ImageFiles.h"
+#include "trainer/FontOpening.h"
 #include "trainer/commands/AccuracyPage.h"
 #include "trainer/window/ClosingForm.h"
 #include "trainer/window/Guidance.h"
@@ -270,7 +271,14 @@ std::string TrainerWindow::viewDescription() const {
 
 void TrainerWindow::open(const std::vector<std::string>& paths) {
     problems_.clear();
-    tell(trainer_.parts().open(paths));
+    std::vector<std::string> images;
+    for (const std::string& path : paths) {
+        if (isFontFile(path))
+            tell(openFontFile(trainer_, platform_, path));
+        else
+            images.push_back(path);
+    }
+    tell(trainer_.parts().open(images));
 }
 
 void TrainerWindow::tell(const std::vector<std::string>& lines) {

@@ -105,7 +105,7 @@ class TrainerWindow {
     const std::vector<std::string>& problems() const noexcept { return problems_; }
     void dismissProblems();
 
-    // Image files and folders.
+    // Image files and folders; font files are opened as FontOpening.h says.
     void open(const std::vector<std::string>& paths);
 
     // The operator wants to end the program: asks what is to become of unsaved changes, and ends the screen

@@ -65,6 +65,8 @@ int runWindow(const trainer::WindowOptions& options) {
 }
 
 int run() {
+    // A library of somebody's in the folder of the file that was opened is none of the program's.
+    SetDllDirectoryW(L"");
     const Apartment apartment;
     const auto line = trainer::parseCommandLine(programArguments(), {});
     useCallersConsole();

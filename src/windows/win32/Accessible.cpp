@@ -5,6 +5,7 @@
 
 #include "windows/headers/ComObject.h"
 #include "windows/win32/Guard.h"
+#include "windows/win32/SystemFunction.h"
 
 namespace dravik::win32 {
 namespace {
@@ -42,8 +43,7 @@ class Accessible : public ComObject<IAccessible, IDispatch> {
         if (!parent) return E_POINTER;
         *parent = nullptr;
         return with([&] {
-            return AccessibleObjectFromWindow(window_, static_cast<DWORD>(OBJID_WINDOW), IID_IDispatch,
-                                              reinterpret_cast<void**>(parent));
+            return accessibleObject(window_, OBJID_WINDOW, IID_IDispatch, reinterpret_cast<void**>(parent));
         });
     }
     HRESULT STDMETHODCALLTYPE get_accChildCount(LONG* count) override {
@@ -224,9 +224,19 @@ class Accessible : public ComObject<IAccessible, IDispatch> {
 
 }  // namespace
 
+HRESULT accessibleObject(HWND window, LONG part, REFIID iid, void** object) {
+    static const SystemFunction<decltype(&AccessibleObjectFromWindow)> find(L"oleacc.dll",
+                                                                            "AccessibleObjectFromWindow");
+    *object = nullptr;
+    const HRESULT result = find(window, static_cast<DWORD>(part), iid, object);
+    return SUCCEEDED(result) && !*object ? E_FAIL : result;
+}
+
 LRESULT accessibleAnswer(HWND window, AccessibleContent& content, std::weak_ptr<void> owner, WPARAM wParam) {
     auto* object = new Accessible(window, content, std::move(owner));
-    const LRESULT answer = LresultFromObject(__uuidof(IAccessible), wParam, object);
+    static const SystemFunction<decltype(&LresultFromObject)> resultFromObject(L"oleacc.dll",
+                                                                               "LresultFromObject");
+    const LRESULT answer = resultFromObject(__uuidof(IAccessible), wParam, object);
     object->Release();
     return answer;
 }

@@ -30,6 +30,9 @@ class AccessibleContent {
     virtual void focusChild(int) {}
 };
 
+// The object of a window's part, OBJID_...; fails where there is none.
+HRESULT accessibleObject(HWND window, LONG part, REFIID iid, void** object);
+
 // The answer to WM_GETOBJECT. The object handed out keeps working, with failures, when the window or `owner`,
 // whose part the content is, has gone.
 LRESULT accessibleAnswer(HWND window, AccessibleContent& content, std::weak_ptr<void> owner, WPARAM wParam);

@@ -6,14 +6,27 @@
 #include "windows/win32/DrawnPeer.h"
 #include "windows/win32/Gdi.h"
 #include "windows/win32/Page.h"
+#include "windows/win32/SystemFunction.h"
 
 namespace dravik::win32 {
 namespace {
 
+struct Themes {
+    static constexpr wchar_t kLibrary[] = L"uxtheme.dll";
+    SystemFunction<decltype(&IsAppThemed)> areUsed{kLibrary, "IsAppThemed"};
+    SystemFunction<decltype(&OpenThemeData)> open{kLibrary, "OpenThemeData"};
+    SystemFunction<decltype(&CloseThemeData)> close{kLibrary, "CloseThemeData"};
+    SystemFunction<decltype(&DrawThemeBackground)> drawBackground{kLibrary, "DrawThemeBackground"};
+};
+const Themes& themes() {
+    static const Themes all;
+    return all;
+}
+
 struct ThemeOfControl {
     using Value = HTHEME;
     static HTHEME none() noexcept { return nullptr; }
-    static void close(HTHEME theme) noexcept { CloseThemeData(theme); }
+    static void close(HTHEME theme) noexcept { themes().close(theme); }
 };
 
 constexpr int kEditText = 1;  // parts and states of the theme's edit control
@@ -31,9 +44,9 @@ void drawBorder(HDC dc, HWND window, RECT place) {
     const HBRUSH ground = reinterpret_cast<HBRUSH>(
         SendMessageW(GetParent(window), IsWindowEnabled(window) ? WM_CTLCOLOREDIT : WM_CTLCOLORSTATIC,
                      reinterpret_cast<WPARAM>(dc), reinterpret_cast<LPARAM>(window)));
-    const Handle<ThemeOfControl> theme(IsAppThemed() ? OpenThemeData(window, L"Edit") : nullptr);
+    const Handle<ThemeOfControl> theme(themes().areUsed() ? themes().open(window, L"Edit") : nullptr);
     const int state = IsWindowEnabled(window) ? kNormal : kDisabled;
-    if (!theme || FAILED(DrawThemeBackground(theme.get(), dc, kEditText, state, &place, nullptr)))
+    if (!theme || FAILED(themes().drawBackground(theme.get(), dc, kEditText, state, &place, nullptr)))
         DrawEdge(dc, &place, EDGE_SUNKEN, BF_RECT | BF_ADJUST);
     else
         InflateRect(&place, -1, -1);

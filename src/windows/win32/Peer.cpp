@@ -73,9 +73,8 @@ NamedPart findNamed(HWND inside, const std::string& name) {
 void focusNamed(HWND inside, const std::string& name) {
     const NamedPart found = findNamed(inside, name);
     IAccessible* object = nullptr;
-    if (found.part == 0 ||
-        AccessibleObjectFromWindow(found.window, static_cast<DWORD>(OBJID_CLIENT), __uuidof(IAccessible),
-                                   reinterpret_cast<void**>(&object)) != S_OK) {
+    if (found.part == 0 || accessibleObject(found.window, OBJID_CLIENT, __uuidof(IAccessible),
+                                            reinterpret_cast<void**>(&object)) != S_OK) {
         SetFocus(found.window);
         return;
     }

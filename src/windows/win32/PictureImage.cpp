@@ -84,8 +84,8 @@ std::unique_ptr<Canvas> pictureImage(const ui::Picture& picture, int side, const
 
 void drawPicture(HDC dc, Canvas& image, int left, int top, double opacity) {
     const BLENDFUNCTION blending{AC_SRC_OVER, 0, static_cast<BYTE>(std::lround(opacity * 255)), AC_SRC_ALPHA};
-    AlphaBlend(dc, left, top, image.width(), image.height(), image.dc(), 0, 0, image.width(), image.height(),
-               blending);
+    GdiAlphaBlend(dc, left, top, image.width(), image.height(), image.dc(), 0, 0, image.width(),
+                  image.height(), blending);
 }
 
 }  // namespace dravik::win32

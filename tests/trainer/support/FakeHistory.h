@@ -29,6 +29,7 @@ struct FakeHistory : tool::FontHistory {
         check(file);
         asked += "export " + font + " to " + file + "; ";
     }
+    void importFont(const std::string&, const std::string&) override {}
     void keepUnsaved() override {}
     std::vector<tool::RecoveredChanges> takeRecovered() override { return {}; }
     std::vector<tool::FontVersion> versions(const std::string&) const override { return kept; }

@@ -15,12 +15,12 @@ namespace {
 
 TEST(SampleCode, RecordTableIsOneThatTheControlReads) {
     Variant answer;
-    ASSERT_EQ(recordTable({}, answer.put()), S_OK);
+    ASSERT_EQ(recordTable({}, 5, answer.put()), S_OK);
     EXPECT_EQ(tableOf(std::move(answer)), nullptr);
     answer = Variant();
     ASSERT_EQ(recordTable({{300000, 'A', 0.25, std::vector<double>(49, 0.5)},
                            {300001, 'B', 0.75, std::vector<double>(49, 1)}},
-                          answer.put()),
+                          5, answer.put()),
               S_OK);
     const RecordTablePtr table = tableOf(std::move(answer));
     ASSERT_TRUE(table);

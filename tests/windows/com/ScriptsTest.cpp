@@ -82,6 +82,49 @@ TEST_F(ScriptsTest, ContractCheckTellsWhetherARegisteredToolKeepsIt) {
     EXPECT_THAT(other.output, testing::HasSubstr("no font tool"));
 }
 
+// The complete tools of the documentation, in C++ and as a scriptlet: registered as their comments say, they
+// keep the contract, the control takes them as a step, and a script trains and reads with them.
+TEST_F(ScriptsTest, SampleToolsKeepTheContractAndWorkAsAStep) {
+    const TemporaryFolder folder;
+    const std::string characters = "0123456789ABCEHLT";
+    test::writeImage(folder.path("set.png"), drawn({characters}), GUID_ContainerFormatPng);
+    test::writeImage(folder.path("part.png"), drawn({"LATE", "2049"}), GUID_ContainerFormatPng);
+    const std::wstring library = ControlFile::windowsPath(DRAVIK_SMALL_TOOL);
+    const std::wstring scriptlet = wide(source("docs/samples/small-tool.wsc"));
+    struct Sample {
+        std::wstring name;
+        std::wstring registration;
+        std::vector<std::wstring> checks;
+    };
+    for (const Sample& sample :
+         {Sample{L"Sample.SmallTool", L"\"" + library + L"\"", {L"", L" --late-bound"}},
+          Sample{L"Sample.ScriptTool", L"/n \"/i:" + scriptlet + L"\" scrobj.dll", {L""}}}) {
+        const std::string name = utf8(sample.name);
+        const Finished registered = runProcess(L"regsvr32.exe /s " + sample.registration);
+        ASSERT_EQ(registered.code, 0u) << name << registered.output;
+        for (const std::wstring& how : sample.checks) {
+            const Finished checked = program(DRAVIK_TOOL_CHECK, (sample.name + how).c_str());
+            EXPECT_EQ(checked.code, 0u) << checked.output;
+            EXPECT_THAT(checked.output, testing::HasSubstr("\n11 rules kept, 0 broken")) << name;
+        }
+        EXPECT_EQ(program(DRAVIK_BIND_STEP, sample.name.c_str()).output, "bound\r\n") << name;
+        if (sample.name == L"Sample.SmallTool") {
+            std::ifstream script(toPath(source("docs/samples/learn-and-read.vbs")));
+            std::string text{std::istreambuf_iterator<char>(script), {}};
+            const std::string embedded = "Dravik.EmbeddedStep";
+            text.replace(text.find(embedded), embedded.size(), name);
+            std::ofstream(toPath(folder.path("learn.vbs"))) << text;
+            std::string line = "cscript.exe //nologo " + quoted(folder.path("learn.vbs"));
+            for (const std::string& argument : {folder.path("jobs"), std::string("drawn"),
+                                                folder.path("set.png"), characters, folder.path("part.png")})
+                line += " " + quoted(argument);
+            EXPECT_EQ(runProcess(wide(line)).output, "LATE\r\n2049\r\n");
+        }
+        EXPECT_EQ(runProcess(L"regsvr32.exe /s /u " + sample.registration).code, 0u) << name;
+        EXPECT_EQ(program(DRAVIK_TOOL_CHECK, sample.name.c_str()).code, 2u) << name << " is still registered";
+    }
+}
+
 TEST_F(ScriptsTest, ToolWrittenInAScriptIsBoundToTheControl) {
     EXPECT_EQ(script("bind-tool.vbs", {}).output,
               "&H80004005 DravikPage.DravikPage: Given step is not Dravik Tool\r\n"
