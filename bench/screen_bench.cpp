@@ -5,6 +5,7 @@
 
 #include <QAbstractTableModel>
 #include <QApplication>
+#include <QCoreApplication>
 #include <QHeaderView>
 #include <QSortFilterProxyModel>
 #include <QStandardItemModel>
@@ -20,11 +21,14 @@
 #include "contract/DrawnText.h"
 #include "engine/embedded/EmbeddedTool.h"
 #include "engine/font/FontFile.h"
+#include "engine/font/FontState.h"
 #include "engine/font/FontVersions.h"
+#include "engine/font/SampleOrigin.h"
 #include "qt/Peers.h"
 #include "screen/histogram/dlgCharHist.h"
 #include "screen/shell/DravikDlg.h"
 #include "tool/Samples.h"
+#include "trainer/window/GallerySamples.h"
 
 namespace dravik {
 
@@ -172,6 +176,55 @@ std::unique_ptr<QTableView> peerView(QAbstractItemModel& model) {
     view->verticalHeader()->hide();
     return view;
 }
+
+// The gallery of the largest font: put in order, a page further with its pictures drawn, everything selected.
+struct Gallery {
+    Gallery() {
+        grid.setSource(std::make_shared<trainer::GallerySamples>(samples(), trainer::ShownSamples{}));
+        view.reset(qt::make(grid, nullptr));
+        view->resize(620, 400);
+        view->show();
+        QCoreApplication::processEvents();
+    }
+    static SampleColumnsPtr samples() {
+        GreyImage image(24, 40, 200);
+        for (int y = 0; y < 40; ++y)
+            for (int x = 8; x < 14; ++x) image(x, y) = static_cast<std::uint8_t>(30 + (x * 7 + y * 3) % 40);
+        const auto origin = std::make_shared<const SampleOrigin>(
+            SampleOrigin{smallPicture(image, {0, 0, 24, 40}), nullptr, {}});
+        FontRecord font = largestFont(kMostSamples);
+        for (Sample& sample : font.samples) sample.origin = origin;
+        return FontState(font).samples.columns(SampleKind::Committed);
+    }
+
+    PictureGrid grid{"gallery"};
+    std::unique_ptr<QWidget> view;
+};
+
+void galleryInOrder(benchmark::State& state) {
+    const SampleColumnsPtr samples = Gallery::samples();
+    for (auto _ : state)
+        benchmark::DoNotOptimize(trainer::GallerySamples(samples, trainer::ShownSamples{}).count());
+}
+BENCHMARK(galleryInOrder)->Unit(benchmark::kMillisecond);
+
+void galleryPageDown(benchmark::State& state) {
+    Gallery gallery;
+    for (auto _ : state) {
+        gallery.grid.move(PictureGrid::Move::PageDown, 0);
+        QCoreApplication::processEvents();
+    }
+}
+BENCHMARK(galleryPageDown)->Unit(benchmark::kMillisecond);
+
+void gallerySelectAll(benchmark::State& state) {
+    Gallery gallery;
+    for (auto _ : state) {
+        gallery.grid.selectAll();
+        QCoreApplication::processEvents();
+    }
+}
+BENCHMARK(gallerySelectAll)->Unit(benchmark::kMillisecond);
 
 void fillGrid(benchmark::State& state) {
     Session session;

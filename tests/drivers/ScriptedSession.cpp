@@ -232,6 +232,11 @@ void ScriptedSession::inspect() {
     }
     driver_.closeForms();
     picture("gallery");
+    driver_.act("readAll");
+    require(driver_.waitUntil([&] { return !driver_.canClick("cmdReadAllStop"); }, kTrainingPatience),
+            "the images were not read");
+    picture("read-all");
+    driver_.closeForms();
     say("Looked at the samples, the features and the histograms");
 }
 

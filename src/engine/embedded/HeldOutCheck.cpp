@@ -84,6 +84,7 @@ std::optional<HeldOutResult> checkHeldOut(const SampleColumns& samples, std::uin
     result.folds = static_cast<int>(dealt.folds);
     result.unchecked = dealt.unchecked;
     std::map<std::pair<std::int32_t, std::int32_t>, int> confused;
+    std::vector<MisreadSample> misread;
     std::vector<float> outputs(dealt.codes.size());
     for (std::size_t fold = 0; fold < dealt.folds; ++fold) {
         TrainingFigures figures;
@@ -98,22 +99,16 @@ std::optional<HeldOutResult> checkHeldOut(const SampleColumns& samples, std::uin
             if (readAs == one.sample->code) continue;
             ++result.wrong;
             ++confused[{one.sample->code, readAs}];
-            result.misread.push_back({one.sample->serial, one.sample->code, readAs});
+            misread.push_back({one.sample->serial, one.sample->code, readAs});
         }
         if (!more()) return std::nullopt;
     }
     for (const auto& [pair, count] : confused) result.confusions.push_back({pair.first, pair.second, count});
     std::stable_sort(result.confusions.begin(), result.confusions.end(),
                      [](const Confusion& a, const Confusion& b) { return a.count > b.count; });
-    const auto rank = [&result](const MisreadSample& one) {
-        return std::find_if(result.confusions.begin(), result.confusions.end(),
-                            [&one](const Confusion& pair) {
-                                return pair.code == one.code && pair.readAs == one.readAs;
-                            }) -
-               result.confusions.begin();
-    };
-    std::stable_sort(result.misread.begin(), result.misread.end(),
-                     [&rank](const MisreadSample& a, const MisreadSample& b) { return rank(a) < rank(b); });
+    for (const Confusion& pair : result.confusions)
+        for (const MisreadSample& one : misread)
+            if (one.code == pair.code && one.readAs == pair.readAs) result.misread.push_back(one);
     return result;
 }
 
