@@ -16,8 +16,9 @@
 namespace dravik::trainer {
 namespace {
 
-constexpr std::array<const char*, 5> kHeadings = {"Image", "Text", "Confidence", "Expected", "Result"};
-enum Column { kImage, kText, kConfidence, kExpected, kResult };
+// What may be long comes last.
+constexpr std::array<const char*, 5> kHeadings = {"Image", "Confidence", "Result", "Text", "Expected"};
+enum Column { kImage, kConfidence, kResult, kText, kExpected };
 
 bool isWrong(const ImageReading& reading) {
     return reading.expected && !reading.isRefused() && !reading.isRight();
@@ -74,7 +75,7 @@ ReadAllForm::ReadAllForm(OpenImage openImage, AskForFile askForFile)
     setLayout(ui::column({
         ui::row({ui::item(lblSummary).stretched()}),
         ui::item(progress),
-        ui::item(grid).stretched().atLeast(10200, 5400),
+        ui::item(grid).stretched().atLeast(12000, 5400),
         ui::row({ui::item(cmdExport), ui::space(), ui::item(cmdOpen), ui::item(cmdStop), ui::item(cmdClose)}),
     }));
     defaultButton = &cmdOpen;
@@ -143,6 +144,7 @@ void ReadAllForm::list() {
     progress.setValue(count_ == 0 ? 100
                                   : 100 * static_cast<float>(readings_.size()) / static_cast<float>(count_));
     grid.setSource(std::make_shared<Table>(readings_));
+    for (const int column : {kImage, kResult, kText, kExpected}) grid.setCentered(column);
     cmdOpen.setEnabled(!readings_.empty());
     cmdExport.setEnabled(!readings_.empty());
 }
