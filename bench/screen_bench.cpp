@@ -228,7 +228,7 @@ BENCHMARK(gallerySelectAll)->Unit(benchmark::kMillisecond);
 
 void fillGrid(benchmark::State& state) {
     Session session;
-    const std::unique_ptr<QWidget> view(makeGrid(session.grid(), nullptr));
+    const std::unique_ptr<QWidget> view(make(session.grid(), nullptr));
     view->resize(1000, 600);
     for (auto _ : state) session.screen().numeric.cboDisplay.click();
     state.counters["rows"] = session.grid().rows() - 1;
@@ -281,7 +281,7 @@ void sortInTurn(benchmark::State& state, const Sort& sort) {
 
 void sortGrid(benchmark::State& state) {
     Session session;
-    const std::unique_ptr<QWidget> view(makeGrid(session.grid(), nullptr));
+    const std::unique_ptr<QWidget> view(make(session.grid(), nullptr));
     view->resize(1000, 600);
     sortInTurn(state, [&](int column) { session.clickHeading(column); });
 }
@@ -300,7 +300,7 @@ BENCHMARK(sortPeerWithProxy)->ArgName("column")->Arg(0)->Arg(1)->Unit(benchmark:
 // A refill while the grid is sorted by character, as every deletion and include makes it.
 void refillSortedGrid(benchmark::State& state) {
     Session session;
-    const std::unique_ptr<QWidget> view(makeGrid(session.grid(), nullptr));
+    const std::unique_ptr<QWidget> view(make(session.grid(), nullptr));
     session.clickHeading(1);
     for (auto _ : state) session.screen().numeric.cboDisplay.click();
 }
@@ -309,7 +309,7 @@ BENCHMARK(refillSortedGrid)->Unit(benchmark::kMillisecond);
 // One page of the table drawn, at another place each time; both tables show the same cells.
 void scrollGrid(benchmark::State& state) {
     Session session;
-    const std::unique_ptr<QWidget> view(makeGrid(session.grid(), nullptr));
+    const std::unique_ptr<QWidget> view(make(session.grid(), nullptr));
     auto& table = dynamic_cast<QTableView&>(*view);
     table.resize(1000, 600);
     int row = 0;
@@ -327,7 +327,7 @@ void scrollPeer(benchmark::State& state) {
     QSortFilterProxyModel proxy;
     proxy.setSourceModel(&model);
     const auto view = peerView(proxy);
-    const std::unique_ptr<QWidget> grid(makeGrid(session.grid(), nullptr));
+    const std::unique_ptr<QWidget> grid(make(session.grid(), nullptr));
     const auto& table = dynamic_cast<const QTableView&>(*grid);
     view->verticalHeader()->setMinimumSectionSize(1);
     view->verticalHeader()->setDefaultSectionSize(table.verticalHeader()->defaultSectionSize());
@@ -344,7 +344,7 @@ BENCHMARK(scrollPeer)->Unit(benchmark::kMillisecond);
 
 void selectAll(benchmark::State& state) {
     Session session;
-    const std::unique_ptr<QWidget> view(makeGrid(session.grid(), nullptr));
+    const std::unique_ptr<QWidget> view(make(session.grid(), nullptr));
     Grid& grid = session.grid();
     for (auto _ : state) {
         grid.select(1, 0, 1, 0);
@@ -384,7 +384,7 @@ BENCHMARK(copyPeer)->ArgName("rows")->Arg(kDeleted)->Arg(kMostSamples)->Unit(ben
 
 void deleteSelected(benchmark::State& state) {
     Session session;
-    const std::unique_ptr<QWidget> view(makeGrid(session.grid(), nullptr));
+    const std::unique_ptr<QWidget> view(make(session.grid(), nullptr));
     Grid& grid = session.grid();
     int row = 1;
     for (auto _ : state) {
@@ -469,7 +469,7 @@ BENCHMARK(hoverOverCell)->Unit(benchmark::kMillisecond);
 // timed.
 void include(benchmark::State& state) {
     Session session(kMostSamples - std::string(kIncluded).size());
-    const std::unique_ptr<QWidget> view(makeGrid(session.grid(), nullptr));
+    const std::unique_ptr<QWidget> view(make(session.grid(), nullptr));
     if (state.range(0)) session.clickHeading(1);
     session.screen().sample.txtSampleInput.setText(kIncluded);
     const GreyImage image = drawn({kIncluded});
