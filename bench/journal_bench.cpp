@@ -53,6 +53,11 @@ struct Desk {
     FontWorkspace fonts{JobFolder(folder.path()), false};
 };
 
+// By the number of samples that are there before.
+void intoFontsOfEverySize(benchmark::internal::Benchmark* includes) {
+    includes->Arg(0)->Arg(20'000)->Arg(80'000)->Iterations(60)->Unit(benchmark::kMillisecond)->UseRealTime();
+}
+
 void bareWriteAndFlush(benchmark::State& state) {
     TemporaryFolder folder;
     AppendFile file(folder.path("bare"));
@@ -76,26 +81,14 @@ void includeOfASheetInMemory(benchmark::State& state) {
         benchmark::DoNotOptimize(store.columns(tool::SampleKind::Committed));
     }
 }
-BENCHMARK(includeOfASheetInMemory)
-    ->Arg(0)
-    ->Arg(20'000)
-    ->Arg(80'000)
-    ->Iterations(60)
-    ->Unit(benchmark::kMillisecond)
-    ->UseRealTime();
+BENCHMARK(includeOfASheetInMemory)->Apply(intoFontsOfEverySize);
 
 // Into a font of so many samples.
 void includeOfASheet(benchmark::State& state) {
     Desk desk(static_cast<std::size_t>(state.range(0)));
     for (auto _ : state) desk.include(kSheet);
 }
-BENCHMARK(includeOfASheet)
-    ->Arg(0)
-    ->Arg(20'000)
-    ->Arg(80'000)
-    ->Iterations(60)
-    ->Unit(benchmark::kMillisecond)
-    ->UseRealTime();
+BENCHMARK(includeOfASheet)->Apply(intoFontsOfEverySize);
 
 void sixThousandDeletions(benchmark::State& state) {
     for (auto _ : state) {

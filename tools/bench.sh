@@ -4,7 +4,7 @@
 # (planted wrong labels found; see bench/distance/main.cpp), `confidence` (how sure readings are, and rightly), `training`
 # (its speed beside FANN and OpenCV; see bench/training/speed.cpp), `accuracy` (of what it learns; see
 # bench/training/accuracy.cpp), `memory` (at its most), `find` (speed
-# beside OpenCV), `library` (what reading through it costs, and on many threads), `engine` or `screen` (Google Benchmark), `procedures` (of the screen, on the tool itself) and `windows` (the
+# beside OpenCV), `library` (what reading through it costs, and on many threads), `engine`, `screen` or `window` (Google Benchmark), `procedures` (of the screen, on the tool itself) and `windows` (the
 # same through COM, what crossing COM costs, and opening the control; under Wine). Further arguments go to it.
 set -euo pipefail
 cd "$(dirname "$(readlink -f "$0")")/.."
@@ -40,8 +40,9 @@ case "${1:-}" in
     engine) program=engine_bench ;;
     library) program=dravik_library_speed ;;
     screen) program=dravik_screen_bench ;;
+    window) program=dravik_window_bench ;;
     procedures) program=procedures_bench ;;
-    *) echo "usage: tools/bench.sh evaluate|generate|distance|confidence|training|accuracy|find|memory|engine|screen|procedures|windows [ARGUMENT...]" >&2
+    *) echo "usage: tools/bench.sh evaluate|generate|distance|confidence|training|accuracy|find|memory|engine|screen|window|procedures|windows [ARGUMENT...]" >&2
         exit 2 ;;
 esac
 ninja -C build-bench "$program" >build-bench/build.log || { tail -n 60 build-bench/build.log >&2; exit 1; }

@@ -1,6 +1,8 @@
-// What reading through the library costs beside the engine itself, and how many images a second one font
-// reads on several threads. Costs are processor time, which other programs hardly change; the pace is right
-// only on a machine that has nothing else to do.
+// What reading through the library costs beside the engine itself, how many images a second one font reads on
+// several threads, and whether these wait for each other. Costs are processor time, and waits are counted,
+// which other programs hardly change; the pace is right only on a machine that has nothing else to do.
+#include <sys/resource.h>
+
 #include <algorithm>
 #include <atomic>
 #include <chrono>
@@ -34,6 +36,13 @@ double processorSeconds() {
     return static_cast<double>(std::clock()) / CLOCKS_PER_SEC;
 }
 
+// How often a thread has given its processor away by itself, as it does to wait for a lock.
+double waits() {
+    rusage used{};
+    getrusage(RUSAGE_SELF, &used);
+    return static_cast<double>(used.ru_nvcsw);
+}
+
 double secondsOf(auto&& work) {
     const double begin = processorSeconds();
     work();
@@ -48,13 +57,14 @@ double median(std::vector<double> values) {
 struct Pace {
     double images = 0;  // a second, by all threads together
     double cost = 0;    // seconds of a processor for an image
+    double waits = 0;   // for an image
 };
 
 Pace pace(const dravik::Font& font, const std::vector<GreyImage>& images, unsigned count) {
     std::atomic<long> read = 0;
     std::atomic<bool> over = false;
     const auto begin = Clock::now();
-    const double before = processorSeconds();
+    const double before = processorSeconds(), waitsBefore = waits();
     {
         std::vector<std::jthread> threads;
         for (unsigned thread = 0; thread < count; ++thread)
@@ -67,7 +77,7 @@ Pace pace(const dravik::Font& font, const std::vector<GreyImage>& images, unsign
     }
     const auto done = static_cast<double>(read);
     return {done / std::chrono::duration<double>(Clock::now() - begin).count(),
-            (processorSeconds() - before) / done};
+            (processorSeconds() - before) / done, (waits() - waitsBefore) / done};
 }
 
 }  // namespace
@@ -106,13 +116,14 @@ int main() {
     std::printf("engine   %.3f ms an image\nlibrary  %.3f ms an image, %+.1f %%\n", each(direct),
                 each(through), 100 * (median(ratios) - 1));
 
-    std::printf("threads  images/s  of one thread  ms of processor an image (%u processors)\n",
-                std::thread::hardware_concurrency());
+    std::printf(
+        "threads  images/s  of one thread  ms of processor an image  waits an image (%u processors)\n",
+        std::thread::hardware_concurrency());
     double one = 0;
     for (const unsigned threads : {1u, 2u, 4u, 8u}) {
         const Pace reached = pace(font, images, threads);
         if (threads == 1) one = reached.images;
-        std::printf("%7u  %8.1f  %13.2f  %.3f\n", threads, reached.images, reached.images / one,
-                    1000 * reached.cost);
+        std::printf("%7u  %8.1f  %13.2f  %24.3f  %.4f\n", threads, reached.images, reached.images / one,
+                    1000 * reached.cost, reached.waits);
     }
 }

@@ -119,7 +119,11 @@ void retireFile(const std::string& file, bool becomesBackup) {
     removeFile(file);
     if (fileExists(file))
         throw fileFailure(RuntimeError::PermissionDenied, "Cannot delete", file, "access is denied");
-    flushFolderOf(file);
+    try {
+        flushFolderOf(file);
+    } catch (const Failure& failure) {
+        throw Unflushed(static_cast<RuntimeError>(failure.number()), file, failure.description());
+    }
 }
 
 }  // namespace dravik

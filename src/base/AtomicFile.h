@@ -23,8 +23,7 @@ using FileCheck = std::function<void(const std::string& written)>;
 // returns; the previous one stays as backupOf(file) when `keepsBackup`. A symbolic link stays one, and the
 // file keeps its mode and group. Raises Failure naming the file: Disk full (61), Permission denied (70), for
 // a file that is read-only as well, Path/File access error (75), Path not found (76), Device I/O error (57);
-// file and backup are then as they were, unless the failure is that of bringing their folder to the disk at
-// the end.
+// file and backup are then as they were, unless it raises Unflushed.
 void writeWholeFile(const std::string& file, std::span<const std::uint8_t> content, bool keepsBackup,
                     const FileCheck& check = {});
 

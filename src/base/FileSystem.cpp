@@ -39,6 +39,13 @@ RuntimeError numberOfErrno(int error) {
     }
 }
 
+Unflushed::Unflushed(RuntimeError number, const std::string& file, const std::string& problem)
+    : Failure(
+          number,
+          "\"" + file +
+              "\" was changed all the same, but may be as it was before if the power fails now: " + problem) {
+}
+
 Failure fileFailure(RuntimeError number, const std::string& what, const std::string& file,
                     const std::string& problem) {
     return Failure(number, what + " \"" + file + "\": " + problem);

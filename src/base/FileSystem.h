@@ -7,6 +7,7 @@
 #include <cstdint>
 #include <cstdio>
 #include <memory>
+#include <optional>
 #include <span>
 #include <string>
 #include <system_error>
@@ -42,6 +43,30 @@ void makeFolderOf(const std::string& file);
 // A new name, and one that was given anew, is on the disk once its folder is. Raises Device I/O error (57)
 // and the like.
 void flushFolderOf(const std::string& file);
+// Raised by what was done all the same, but may not have reached the disk.
+class Unflushed : public Failure {
+  public:
+    Unflushed(RuntimeError number, const std::string& file, const std::string& problem);
+};
+// Lets an operation go on behind steps that were done all the same, and tells of it at its end.
+class FlushDoubt {
+  public:
+    template <class Step>
+    void allow(Step step) {
+        try {
+            step();
+        } catch (const Unflushed& doubt) {
+            doubt_ = doubt;
+        }
+    }
+    bool exists() const noexcept { return doubt_.has_value(); }
+    void tell() const {
+        if (doubt_) throw *doubt_;
+    }
+
+  private:
+    std::optional<Unflushed> doubt_;
+};
 // The file that a symbolic link stands for in the end, which need not exist; else the file itself.
 std::string linkedFile(const std::string& file);
 // True when the file may not be written, whatever its folder allows.
@@ -71,11 +96,11 @@ inline constexpr char kUnfinished[] = ".part";
 // A second name, which must be free, for the file; a copy that is on the disk where that is not to be had.
 void keepSecond(const std::string& file, const std::string& second);
 // Puts the file `from` in the place of `to`, whose name is there all the time; what it named before is called
-// `backup` then, unless that is empty. A failure leaves both as they were, unless it is that of flushing
-// their folder. `second` names the previous version meanwhile, in the folder of the backup.
+// `backup` then, unless that is empty. A failure leaves both as they were, unless it is Unflushed. `second`
+// names the previous version meanwhile, in the folder of the backup.
 void replaceFile(const std::string& from, const std::string& to, const std::string& backup,
                  const std::string& second);
-// `what` is what failures say of the operation.
+// `what` is what failures say of the operation, but for Unflushed.
 enum class IfTaken { Refuse, Replace };
 void moveFile(const std::string& from, const std::string& to, IfTaken ifTaken, const std::string& what);
 

@@ -29,6 +29,12 @@ int flushFolder(const std::string& folder) {
     return fsync(handle.get()) == 0 || errno == EINVAL || errno == ENOTSUP ? 0 : errno;
 }
 
+// Behind what was done to the file.
+void flushDone(const std::string& file) {
+    if (const int error = flushFolder(folderOf(file)))
+        throw Unflushed(numberOfErrno(error), file, std::generic_category().message(error));
+}
+
 // A copy that is on the disk; the errno of what went wrong.
 int copyThrough(const std::string& from, const std::string& to) {
     const Handle<FileDescriptor> in(open(from.c_str(), O_RDONLY | O_CLOEXEC));
@@ -239,8 +245,8 @@ void replaceFile(const std::string& from, const std::string& to, const std::stri
     }
     // Renaming does nothing where both are names of one file already.
     if (keeps) unlink(second.c_str());
-    flushFolderOf(to);
-    if (keeps && folderOf(backup) != folderOf(to)) flushFolderOf(backup);
+    flushDone(to);
+    if (keeps && folderOf(backup) != folderOf(to)) flushDone(backup);
 }
 
 void moveFile(const std::string& from, const std::string& to, IfTaken ifTaken, const std::string& what) {
@@ -248,8 +254,8 @@ void moveFile(const std::string& from, const std::string& to, IfTaken ifTaken, c
                       : rename(from.c_str(), to.c_str()) == 0 ? 0
                                                               : errno;
     if (error != 0) throw systemFailure(error, what, error == EEXIST ? to : from);
-    flushFolderOf(to);
-    if (folderOf(from) != folderOf(to)) flushFolderOf(from);
+    flushDone(to);
+    if (folderOf(from) != folderOf(to)) flushDone(from);
 }
 
 unsigned long processNumber() {

@@ -15,8 +15,16 @@ std::string JobFolder::fontsFolder() const {
     return folder_ + "Fonts" + kSeparator;
 }
 
+std::string JobFolder::imagesFolder() const {
+    return folder_ + "Images" + kSeparator;
+}
+
 std::string JobFolder::fontFile(const std::string& fontName) const {
     return fontsFolder() + fontName + ".nnd";
+}
+
+std::string JobFolder::labelsFile() const {
+    return folder_ + "Labels.tsv";
 }
 
 std::string JobFolder::traceLog() const {

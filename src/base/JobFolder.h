@@ -1,4 +1,5 @@
-// Where the system keeps its files: one jobs folder with the fonts, the trace log and the diagnostic dump. On
+// Where the system keeps its files: one jobs folder with the fonts, images that are not files of the
+// operator's own, the trace log and the diagnostic dump. On
 // Windows it is fixed, "C:\Tamlux\Jobs\"; elsewhere the same tree lies under a folder that the program
 // chooses.
 #pragma once
@@ -17,8 +18,10 @@ class JobFolder {
     // All with a trailing separator, as shown to the operator.
     const std::string& folder() const noexcept { return folder_; }
     std::string fontsFolder() const;
+    std::string imagesFolder() const;
 
     std::string fontFile(const std::string& fontName) const;
+    std::string labelsFile() const;
     std::string traceLog() const;
     std::string uncommittedDump() const;
 

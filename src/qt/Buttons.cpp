@@ -1,5 +1,7 @@
 // The three kinds of buttons.
+#include <QApplication>
 #include <QCheckBox>
+#include <QKeyEvent>
 #include <QPushButton>
 #include <QRadioButton>
 
@@ -21,7 +23,7 @@ class ButtonPeer : public PeerOf<ui::Button, QPushButton> {
   protected:
     void show(ui::Change change) override {
         if (change == ui::Change::Caption)
-            view_.setText(qtText(model_.caption()));
+            view_.setText(qtText(model_.shownCaption()));
         else
             Peer::show(change);
     }
@@ -37,7 +39,7 @@ class CheckBoxPeer : public PeerOf<ui::CheckBox, QCheckBox> {
   protected:
     void show(ui::Change change) override {
         if (change == ui::Change::Caption)
-            view_.setText(qtText(model_.caption()));
+            view_.setText(qtText(model_.shownCaption()));
         else if (change == ui::Change::Value)
             view_.setChecked(model_.checked());
         else
@@ -45,16 +47,32 @@ class CheckBoxPeer : public PeerOf<ui::CheckBox, QCheckBox> {
     }
 };
 
-class OptionButtonPeer : public PeerOf<ui::OptionButton, QRadioButton> {
+// The arrow keys choose, also where nothing is chosen yet; Qt moves the focus alone then.
+class RadioButton : public QRadioButton {
   public:
-    OptionButtonPeer(ui::OptionButton& model, QRadioButton& view) : PeerOf(model, view) {
+    using QRadioButton::QRadioButton;
+
+  protected:
+    void keyPressEvent(QKeyEvent* event) override {
+        QRadioButton::keyPressEvent(event);
+        const int key = event->key();
+        if (key != Qt::Key_Left && key != Qt::Key_Right && key != Qt::Key_Up && key != Qt::Key_Down) return;
+        auto* reached = qobject_cast<QRadioButton*>(QApplication::focusWidget());
+        if (reached && reached != this && reached->parent() == parent() && !reached->isChecked())
+            reached->click();
+    }
+};
+
+class OptionButtonPeer : public PeerOf<ui::OptionButton, RadioButton> {
+  public:
+    OptionButtonPeer(ui::OptionButton& model, RadioButton& view) : PeerOf(model, view) {
         connect(&view, &QRadioButton::clicked, this, [this] { act([&] { model_.setChosen(true); }); });
     }
 
   protected:
     void show(ui::Change change) override {
         if (change == ui::Change::Caption) {
-            view_.setText(qtText(model_.caption()));
+            view_.setText(qtText(model_.shownCaption()));
         } else if (change == ui::Change::Value) {
             // An exclusive group refuses to be without a choice, which the model allows.
             view_.setAutoExclusive(false);

@@ -11,13 +11,17 @@
 
 namespace dravik::qt {
 
+constexpr int kFigureHeight = 9;
+constexpr int kFigureRoom = 4;
+
 CellView::CellView(QWidget* parent) : QWidget(parent) {
     setMouseTracking(true);
     setFocusPolicy(Qt::StrongFocus);
 }
 
-void CellView::setCaption(const QString& caption) {
+void CellView::setCaption(const QString& caption, const QString& figure) {
     caption_ = caption;
+    figure_ = figure;
     update();
 }
 
@@ -54,7 +58,16 @@ void CellView::paintEvent(QPaintEvent*) {
     if (wide > room && wide > 0) fitting.setPointSizeF(std::max(5.0, fitting.pointSizeF() * room / wide));
     painter.setFont(fitting);
     painter.setPen(textColorOn(background_, foreground_, palette()));
-    painter.drawText(rect(), static_cast<int>(Qt::AlignCenter) | Qt::TextSingleLine, caption_);
+    const int aside = figure_.isEmpty() ? 0 : kFigureRoom;
+    painter.drawText(rect().adjusted(0, 0, -aside, -aside),
+                     static_cast<int>(Qt::AlignCenter) | Qt::TextSingleLine, caption_);
+    if (figure_.isEmpty()) return;
+    QFont small = font();
+    small.setBold(false);
+    small.setPixelSize(kFigureHeight);
+    painter.setFont(small);
+    painter.drawText(rect().adjusted(0, 0, -2, -1),
+                     static_cast<int>(Qt::AlignRight) | Qt::AlignBottom | Qt::TextSingleLine, figure_);
 }
 
 void CellView::keyPressEvent(QKeyEvent* event) {

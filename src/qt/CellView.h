@@ -18,7 +18,7 @@ class CellView : public QWidget {
   public:
     explicit CellView(QWidget* parent);
 
-    void setCaption(const QString& caption);
+    void setCaption(const QString& caption, const QString& figure);
     void setColors(ui::Color background, ui::Color foreground);
     const QString& caption() const noexcept { return caption_; }
 
@@ -40,6 +40,7 @@ class CellView : public QWidget {
 
   private:
     QString caption_;
+    QString figure_;
     ui::Color background_ = ui::kScrollBarColor;
     ui::Color foreground_ = ui::kWindowTextColor;
 };

@@ -8,10 +8,8 @@ namespace {
 class ChartPeer : public PeerOf<ui::Chart, ChartView> {
   public:
     ChartPeer(ui::Chart& model, ChartView& view) : PeerOf(model, view) {
-        connect(&view, &ChartView::pointed, this,
-                [this](QPointF place) { fireMouseMove(Qt::NoButton, Qt::NoModifier, place); });
-        connect(&view, &ChartView::menuRequested, this,
-                [this](QPointF place) { fireMouseDown(ui::kRightButton, Qt::NoModifier, place); });
+        connect(&view, &ChartView::menuKeyPressed, this,
+                [this] { act([&] { model_.keyDown(ui::kKeyMenu, 0); }); });
     }
 
     QPointF toView(double x, double y) const override { return view_.toView(x, y); }
@@ -21,6 +19,8 @@ class ChartPeer : public PeerOf<ui::Chart, ChartView> {
     void show(ui::Change change) override {
         if (change == ui::Change::Items)
             view_.setContent(model_.scale(), model_.scene());
+        else if (change == ui::Change::Selection)
+            view_.setPointed(model_.pointed());
         else if (change == ui::Change::Appearance)
             view_.setBackground(model_.backColor());
         else

@@ -6,6 +6,7 @@
 #include <QPainter>
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 #include "base/Failure.h"
 #include "qt/QtConversions.h"
@@ -82,6 +83,7 @@ void ChartView::paintEvent(QPaintEvent*) {
         const QRect whole(device(place.topLeft()), device(place.bottomRight()) - QPoint(1, 1));
         const QColor fill = qtColor(bar.fill, palette());
         painter.fillRect(whole, fill);
+        if (bar.hatched) painter.fillRect(whole, QBrush(background, Qt::BDiagPattern));
         // Bars that touch or overlap stay told apart by a hair line.
         painter.fillRect(QRect(whole.left() - hair, whole.top(), hair, whole.height()), background);
         if (whole.height() > 0 && contrast(fill, background) < kLeastContrast) {
@@ -150,36 +152,21 @@ void ChartView::paintLabel(QPainter& painter, const ui::ChartLabel& label, doubl
     painter.restore();
 }
 
-QPointF ChartView::pointerPlace() const {
-    if (pointedBar_ < 0) return QRectF(rect()).center();
-    const ui::ChartBar& bar = scene_.bars[static_cast<std::size_t>(pointedBar_)];
-    // Just below the top, so that a bar of no height can be pointed at too.
-    const double below = std::max(bar.height / 2, std::abs(scale_.top - scale_.bottom) / 100);
-    return toView(bar.left + bar.width / 2, bar.top - below);
-}
-
-void ChartView::movePointer(int direction) {
-    const int count = static_cast<int>(scene_.bars.size());
-    int next = pointedBar_ < 0 && direction < 0 ? count : pointedBar_;
-    do next += direction;
-    while (next >= 0 && next < count && !scene_.bars[static_cast<std::size_t>(next)].visible);
-    if (next < 0 || next >= count) return;
-    pointedBar_ = next;
-    setAccessibleDescription(qtText(scene_.bars[static_cast<std::size_t>(next)].accessibleName));
+void ChartView::setPointed(int bar) {
+    if (bar >= static_cast<int>(scene_.bars.size())) bar = -1;
+    if (std::exchange(pointedBar_, bar) == bar) return;
+    setAccessibleDescription(bar < 0 ? QString()
+                                     : qtText(scene_.bars[static_cast<std::size_t>(bar)].accessibleName));
     QAccessibleEvent changed(this, QAccessible::DescriptionChanged);
     QAccessible::updateAccessibility(&changed);
     update();
-    Q_EMIT pointed(pointerPlace());
 }
 
 void ChartView::keyPressEvent(QKeyEvent* event) {
-    if (event->key() == Qt::Key_Left || event->key() == Qt::Key_Right)
-        movePointer(event->key() == Qt::Key_Left ? -1 : 1);
-    else if (event->key() == Qt::Key_Menu ||
-             (event->key() == Qt::Key_F10 && event->modifiers() & Qt::ShiftModifier))
-        Q_EMIT menuRequested(pointerPlace());
-    else
-        event->ignore();
+    if (event->key() == Qt::Key_Menu)
+        Q_EMIT menuKeyPressed();
+    else if (event->key() != Qt::Key_Left && event->key() != Qt::Key_Right)
+        event->ignore();  // the arrows are the form's, and nobody else's
 }
 
 // The right button has already been answered when it was pressed.

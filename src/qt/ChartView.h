@@ -1,5 +1,5 @@
 // Draws a chart's scene in its user units, aligned to the device's pixels so that it is sharp at any size and
-// scale. Left and right move a pointer from bar to bar for operators without a mouse.
+// scale. The bar that is pointed at is marked while the view has the focus, and told to screen readers.
 #pragma once
 
 #include <QWidget>
@@ -16,6 +16,8 @@ class ChartView : public QWidget {
 
     void setContent(const ui::ChartScale& scale, const ui::ChartScene& scene);
     void setBackground(ui::Color background);
+    // One of the scene's bars; -1 for none.
+    void setPointed(int bar);
 
     QPointF toView(double x, double y) const;
     QPointF fromView(QPointF place) const;
@@ -29,9 +31,7 @@ class ChartView : public QWidget {
     QSize minimumSizeHint() const override { return {320, 180}; }
 
   Q_SIGNALS:
-    // The pointer was moved to a place by key, or the menu was asked for by key there.
-    void pointed(QPointF viewPlace);
-    void menuRequested(QPointF viewPlace);
+    void menuKeyPressed();
 
   protected:
     void paintEvent(QPaintEvent* event) override;
@@ -42,8 +42,6 @@ class ChartView : public QWidget {
 
   private:
     QRectF barPlace(const ui::ChartBar& bar) const;
-    QPointF pointerPlace() const;
-    void movePointer(int direction);
     void paintLabel(QPainter& painter, const ui::ChartLabel& label, double ratio) const;
 
     ui::ChartScale scale_;

@@ -1,6 +1,7 @@
 #include "qt/FormPage.h"
 
 #include <QKeyEvent>
+#include <QLineEdit>
 #include <QPushButton>
 
 #include "qt/AccessibleRoles.h"
@@ -21,14 +22,26 @@ FormPage::FormPage(ui::Form& form, QWidget* parent) : QWidget(parent), form_(for
             if (auto* button = qobject_cast<QPushButton*>(&peer->view())) button->setDefault(true);
 }
 
+std::vector<Peer*> FormPage::peers() const {
+    std::vector<Peer*> found;
+    for (const QWidget* view : findChildren<QWidget*>())
+        for (QObject* child : view->children())
+            if (auto* peer = dynamic_cast<Peer*>(child)) found.push_back(peer);
+    return found;
+}
+
 void FormPage::detach() noexcept {
     attached_ = false;
     inside_->detach();
     for (TimerPeer* timer : timers_) delete timer;
     timers_.clear();
-    for (QWidget* view : findChildren<QWidget*>())
-        for (QObject* child : view->children())
-            if (auto* peer = dynamic_cast<Peer*>(child)) peer->detach();
+    for (Peer* peer : peers()) peer->detach();
+}
+
+void FormPage::changeEvent(QEvent* event) {
+    QWidget::changeEvent(event);
+    if (attached_ && event->type() == QEvent::PaletteChange)
+        for (Peer* peer : peers()) peer->showColors();
 }
 
 void FormPage::keyPressEvent(QKeyEvent* event) {
@@ -51,6 +64,8 @@ bool FormPage::answerKey(const QKeyEvent& event) {
             focused->click();
         else if (form_.defaultButton && isDefaultField(focusWidget()))
             guarded([&] { form_.defaultButton->press(); });
+        else if (qobject_cast<QLineEdit*>(focusWidget()))
+            form_.defaultField->setFocus();
     } else if (form_.cancelButton) {
         guarded([&] { form_.cancelButton->press(); });
     } else {

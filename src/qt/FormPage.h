@@ -10,6 +10,7 @@
 namespace dravik::qt {
 
 class FormLayout;
+class Peer;
 class TimerPeer;
 
 class FormPage : public QWidget {
@@ -31,8 +32,12 @@ class FormPage : public QWidget {
 
   protected:
     void keyPressEvent(QKeyEvent* event) override;
+    // Colours that the controls have taken from the palette follow it.
+    void changeEvent(QEvent* event) override;
 
   private:
+    std::vector<Peer*> peers() const;
+
     ui::Form& form_;
     FormLayout* inside_;
     bool attached_ = true;

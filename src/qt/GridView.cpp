@@ -12,6 +12,7 @@ constexpr int kRowPadding = 6;
 constexpr int kColumnPadding = 14;
 constexpr int kLeastColumnWidth = 34;
 constexpr int kProbedRows = 40;
+constexpr int kDragStep = 50;  // milliseconds
 
 GridView::GridView(QWidget* parent) : QTableView(parent) {
     setSelectionMode(
@@ -20,6 +21,7 @@ GridView::GridView(QWidget* parent) : QTableView(parent) {
     setWordWrap(false);
     setTabKeyNavigation(false);
     setCornerButtonEnabled(false);
+    setAutoScroll(false);  // what is in view stays, but for what the operator goes to
     setHorizontalScrollMode(QAbstractItemView::ScrollPerPixel);
     verticalHeader()->hide();
     verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
@@ -87,9 +89,17 @@ void GridView::mousePressEvent(QMouseEvent* event) {
 
 void GridView::mouseMoveEvent(QMouseEvent* event) {
     if (!(event->buttons() & Qt::LeftButton) || !model() || model()->rowCount() == 0) return;
-    const QPoint place = event->position().toPoint();
+    dragTo(event->position().toPoint());
+}
+
+void GridView::dragTo(QPoint place) {
     const QRect area = viewport()->rect();
-    // Past an edge the next row or column comes into view.
+    // Past an edge the next row or column comes into view, and goes on doing so while the pointer rests.
+    draggedTo_ = place;
+    if (area.contains(place))
+        dragging_.stop();
+    else if (!dragging_.isActive())
+        dragging_.start(kDragStep, this);
     if (place.y() > area.bottom()) verticalScrollBar()->triggerAction(QAbstractSlider::SliderSingleStepAdd);
     if (place.y() < area.top()) verticalScrollBar()->triggerAction(QAbstractSlider::SliderSingleStepSub);
     const QPoint inside(std::clamp(place.x(), area.left(), area.right()),
@@ -100,7 +110,16 @@ void GridView::mouseMoveEvent(QMouseEvent* event) {
         select({selection_.row, selection_.column, row, column});
 }
 
+void GridView::timerEvent(QTimerEvent* event) {
+    if (event->timerId() != dragging_.timerId()) return QTableView::timerEvent(event);
+    if (model() && model()->rowCount() > 0)
+        dragTo(draggedTo_);
+    else
+        dragging_.stop();
+}
+
 void GridView::mouseReleaseEvent(QMouseEvent* event) {
+    dragging_.stop();
     event->accept();
 }
 
@@ -138,8 +157,15 @@ bool GridView::moveByKey(QKeyEvent* event) {
         default:
             return false;
     }
-    const QModelIndex to = moveCursor(action, event->modifiers() & ~Qt::ShiftModifier);
+    QModelIndex to = moveCursor(action, event->modifiers() & ~Qt::ShiftModifier);
     if (!to.isValid()) return true;
+    // With Ctrl an arrow goes to the end of its direction.
+    if (event->modifiers() & Qt::ControlModifier) {
+        if (action == MoveLeft) to = to.siblingAtColumn(0);
+        if (action == MoveRight) to = to.siblingAtColumn(model()->columnCount() - 1);
+        if (action == MoveUp) to = model()->index(0, to.column());
+        if (action == MoveDown) to = model()->index(model()->rowCount() - 1, to.column());
+    }
     if (event->modifiers() & Qt::ShiftModifier)
         select({selection_.row, selection_.column, to.row(), to.column()});
     else

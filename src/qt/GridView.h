@@ -2,6 +2,7 @@
 // the mouse and the keys. It tells what the operator does and shows what it is told.
 #pragma once
 
+#include <QBasicTimer>
 #include <QTableView>
 
 namespace dravik::qt {
@@ -40,14 +41,18 @@ class GridView : public QTableView {
     void mouseMoveEvent(QMouseEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
     void mouseDoubleClickEvent(QMouseEvent* event) override;
+    void timerEvent(QTimerEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
     bool eventFilter(QObject* watched, QEvent* event) override;
 
   private:
     void select(GridSelection selection);
     bool moveByKey(QKeyEvent* event);
+    void dragTo(QPoint place);
 
     GridSelection selection_;
+    QBasicTimer dragging_;
+    QPoint draggedTo_;
 };
 
 }  // namespace dravik::qt

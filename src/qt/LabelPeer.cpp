@@ -67,7 +67,7 @@ class LabelPeer : public PeerOf<ui::Label, ElidedLabel> {
 class CellPeer : public PeerOf<ui::Label, CellView> {
   public:
     CellPeer(ui::Label& model, CellView& view) : PeerOf(model, view) {
-        if (model.caption().empty()) view.setFocusPolicy(Qt::NoFocus);
+        if (!model.takesFocus()) view.setFocusPolicy(Qt::NoFocus);
         connect(&view, &CellView::focused, this, [this] {
             fireMouseMove(Qt::NoButton, Qt::NoModifier, centre());
             if (!view_.toolTip().isEmpty())
@@ -81,7 +81,7 @@ class CellPeer : public PeerOf<ui::Label, CellView> {
     void show(ui::Change change) override {
         switch (change) {
             case ui::Change::Caption:
-                view_.setCaption(qtText(model_.caption()));
+                view_.setCaption(qtText(model_.caption()), qtText(model_.figure()));
                 showName();
                 break;
             case ui::Change::Appearance:

@@ -69,8 +69,15 @@ class ListBoxPeer : public PeerOf<ui::ListBox, QListWidget> {
     bool eventFilter(QObject* watched, QEvent* event) override {
         const QPointer<Peer> self(this);
         if (Peer::eventFilter(watched, event) || self.isNull()) return true;
-        if (watched != &view_ || event->type() != QEvent::KeyPress || model_.listIndex() < 0) return false;
+        if (watched != &view_ || event->type() != QEvent::KeyPress) return false;
         const int key = static_cast<const QKeyEvent*>(event)->key();
+        if (model_.listIndex() < 0) {
+            // Qt takes the first entry for the current one, so that no key would choose it.
+            if ((key != Qt::Key_Down && key != Qt::Key_Up && key != Qt::Key_Space) || view_.count() == 0)
+                return false;
+            act([&] { model_.setListIndex(0); });
+            return true;
+        }
         if (key != Qt::Key_Return && key != Qt::Key_Enter) return false;
         act([&] { model_.doubleClick(); });
         return true;

@@ -1,6 +1,7 @@
 #include "qt/MainWindow.h"
 
 #include <QApplication>
+#include <QClipboard>
 #include <QCloseEvent>
 #include <QCoreApplication>
 #include <QDesktopServices>
@@ -8,18 +9,24 @@
 #include <QDragEnterEvent>
 #include <QFileDialog>
 #include <QFileInfo>
+#include <QImageWriter>
+#include <QLineEdit>
 #include <QMenuBar>
 #include <QMimeData>
+#include <QScreen>
 #include <QScrollArea>
 #include <QScrollBar>
 #include <QSettings>
 #include <QSplitter>
 #include <QUrl>
+#include <utility>
 
+#include "base/Failure.h"
 #include "qt/FormPage.h"
 #include "qt/Guard.h"
 #include "qt/PartPane.h"
 #include "qt/QtConversions.h"
+#include "qt/QtImage.h"
 #include "qt/TimerPeer.h"
 #include "qt/WindowMenus.h"
 
@@ -30,13 +37,22 @@ using trainer::TrainerWindow;
 
 constexpr char kGeometryKey[] = "window/geometry";
 constexpr char kSplitterKey[] = "window/splitter";
-constexpr char kFolderKey[] = "window/folder";
+constexpr char kKeptGroup[] = "window/";  // what the window keeps by name
+
+// What the desktop draws around the window takes no more than this, before it is seen.
+constexpr QSize kFrame(16, 48);
 
 std::vector<std::string> localPaths(const QMimeData& data) {
     std::vector<std::string> paths;
     for (const QUrl& url : data.urls())
         if (url.isLocalFile()) paths.push_back(utf8(url.toLocalFile()));
     return paths;
+}
+
+void writePng(const QImage& picture, const std::string& file) {
+    QImageWriter writer(qtText(file), "png");
+    if (!writer.write(picture))
+        throw Failure(RuntimeError::DeviceIoError, file + ": " + utf8(writer.errorString()));
 }
 
 // "Images (*.png *.jpg);;All files (*)"
@@ -82,10 +98,12 @@ QWidget* MainWindow::makeScreen() {
     auto* scroll = new QScrollArea(splitter_);
     scroll->setFrameShape(QFrame::NoFrame);
     scroll->setWidgetResizable(true);
+    scroll->setFocusPolicy(Qt::NoFocus);  // what is in it comes into view with the focus
     scroll->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     page_ = new FormPage(model_.trainer().control().form(), scroll);
     scroll->setWidget(page_);
     scroll->installEventFilter(this);
+    for (QLineEdit* box : page_->findChildren<QLineEdit*>()) box->installEventFilter(this);
     scroll->setMinimumWidth(page_->minimumSizeHint().width() +
                             scroll->verticalScrollBar()->sizeHint().width());
     gallery_ = new FormPage(model_.gallery, splitter_);
@@ -125,18 +143,32 @@ std::vector<std::string> MainWindow::choosePaths(const trainer::FileQuestion& qu
 
 std::string MainWindow::chooseNewFile(const trainer::FileQuestion& question) {
     QWidget* over = QApplication::activeModalWidget();
-    const QString folder = qtText(question.folder.empty() ? keptFolder() : question.folder);
+    const QString folder = qtText(question.folder.empty() ? kept("folder") : question.folder);
     return utf8(QFileDialog::getSaveFileName(over ? over : this, qtText(question.title),
                                              QDir(folder).filePath(qtText(question.fileName)),
                                              filterText(question.filters)));
 }
 
-std::string MainWindow::keptFolder() const {
-    return utf8(QSettings().value(QLatin1String(kFolderKey)).toString());
+std::vector<std::string> MainWindow::clipboardImages(const std::string& newFile) {
+    const QMimeData* data = QGuiApplication::clipboard()->mimeData();
+    if (!data) return {};
+    if (auto paths = localPaths(*data); !paths.empty()) return paths;
+    const auto picture = qvariant_cast<QImage>(data->imageData());
+    if (picture.isNull()) return {};
+    writePng(picture, newFile);
+    return {newFile};
 }
 
-void MainWindow::keepFolder(const std::string& folder) {
-    QSettings().setValue(QLatin1String(kFolderKey), qtText(folder));
+void MainWindow::writeImage(const engine::GreyImage& image, const std::string& file) {
+    writePng(toQImage(image), file);
+}
+
+std::string MainWindow::kept(const std::string& key) const {
+    return utf8(QSettings().value(QLatin1String(kKeptGroup) + qtText(key)).toString());
+}
+
+void MainWindow::keep(const std::string& key, const std::string& text) {
+    QSettings().setValue(QLatin1String(kKeptGroup) + qtText(key), qtText(text));
 }
 
 bool MainWindow::showGuide() {
@@ -147,8 +179,10 @@ bool MainWindow::showGuide() {
 
 void MainWindow::restore() {
     const QSettings settings;
-    if (!restoreGeometry(settings.value(QLatin1String(kGeometryKey)).toByteArray()))
-        resize(TrainerWindow::kFirstWidth, TrainerWindow::kFirstHeight);
+    const bool placed = restoreGeometry(settings.value(QLatin1String(kGeometryKey)).toByteArray());
+    const QSize room = screen()->availableGeometry().size();
+    const QSize wanted = placed ? size() : QSize(TrainerWindow::kFirstWidth, TrainerWindow::kFirstHeight);
+    if (!isMaximized() && !isFullScreen()) resize(wanted.boundedTo(room - kFrame));
     if (!splitter_->restoreState(settings.value(QLatin1String(kSplitterKey)).toByteArray()))
         splitter_->setSizes({TrainerWindow::kFirstScreenWidth,
                              TrainerWindow::kFirstWidth - TrainerWindow::kFirstScreenWidth});
@@ -158,6 +192,11 @@ void MainWindow::remember() {
     QSettings settings;
     settings.setValue(QLatin1String(kGeometryKey), saveGeometry());
     settings.setValue(QLatin1String(kSplitterKey), splitter_->saveState());
+}
+
+void MainWindow::showEvent(QShowEvent* event) {
+    QMainWindow::showEvent(event);
+    if (!std::exchange(shown_, true)) guarded([&] { model_.giveFocus(); });
 }
 
 void MainWindow::closeEvent(QCloseEvent* event) {
@@ -178,8 +217,19 @@ void MainWindow::dropEvent(QDropEvent* event) {
     open(localPaths(*event->mimeData()));
 }
 
-// The page keys go from part to part, also where the page's scroll area would take them.
+// The page keys go from part to part, also where the page's scroll area would take them; a picture or files
+// on the clipboard are not for the box that has the focus.
 bool MainWindow::eventFilter(QObject* watched, QEvent* event) {
+    if (event->type() == QEvent::ShortcutOverride &&
+        static_cast<QKeyEvent*>(event)->matches(QKeySequence::Paste)) {
+        const QMimeData* data = QGuiApplication::clipboard()->mimeData();
+        if (data && (!localPaths(*data).empty() || (data->hasImage() && !data->hasText()))) {
+            event->ignore();
+            return true;
+        }
+        return false;
+    }
+    if (qobject_cast<QLineEdit*>(watched)) return QMainWindow::eventFilter(watched, event);
     if (event->type() == QEvent::KeyPress) {
         auto* key = static_cast<QKeyEvent*>(event);
         if (key->key() == Qt::Key_PageUp || key->key() == Qt::Key_PageDown) {

@@ -3,6 +3,8 @@
 
 #include <QMainWindow>
 
+#include "camera/Cameras.h"
+#include "qt/Theme.h"
 #include "trainer/window/TrainerWindow.h"
 
 class QSplitter;
@@ -26,6 +28,7 @@ class MainWindow : public QMainWindow, private trainer::WindowSystem {
   protected:
     // Asks about unsaved changes first, and stays when the operator cancels.
     void closeEvent(QCloseEvent* event) override;
+    void showEvent(QShowEvent* event) override;
     void dragEnterEvent(QDragEnterEvent* event) override;
     void dropEvent(QDropEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
@@ -34,8 +37,14 @@ class MainWindow : public QMainWindow, private trainer::WindowSystem {
   private:
     std::vector<std::string> choosePaths(const trainer::FileQuestion& question) override;
     std::string chooseNewFile(const trainer::FileQuestion& question) override;
-    std::string keptFolder() const override;
-    void keepFolder(const std::string& folder) override;
+    std::vector<std::string> clipboardImages(const std::string& newFile) override;
+    std::string kept(const std::string& key) const override;
+    void keep(const std::string& key, const std::string& text) override;
+    bool hasCameras() const override { return camera::hasCameras(); }
+    std::unique_ptr<camera::Camera> makeCamera() override { return camera::makeCamera(); }
+    void writeImage(const engine::GreyImage& image, const std::string& file) override;
+    bool hasThemes() const override { return true; }
+    void showTheme(trainer::Theme theme) override { useTheme(theme); }
     bool showGuide() override;
     void closeWindow() override { close(); }
 
@@ -46,6 +55,7 @@ class MainWindow : public QMainWindow, private trainer::WindowSystem {
     QSplitter* splitter_;
     FormPage* page_;
     FormPage* gallery_;
+    bool shown_ = false;
     ui::Connection titleChanged_;
     ui::Connection galleryShown_;
 };

@@ -1,5 +1,6 @@
 #include "qt/PartPane.h"
 
+#include <QEvent>
 #include <QFrame>
 #include <QHBoxLayout>
 #include <QLabel>
@@ -33,6 +34,7 @@ PartPane::PartPane(trainer::TrainerWindow& model, const WindowMenus& menus, QWid
     makeProblems();
     view_ = new PartView(model.view, this);
     view_->setObjectName(QStringLiteral("partView"));
+    view_->setMinimumHeight(trainer::PartViewModel::kLeastHeight);
     preview_ = addText("previewText");
     auto* reading = new ReadingView(model.reading, this);
     reading->setObjectName(QStringLiteral("reading"));
@@ -93,6 +95,11 @@ void PartPane::makeProblems() {
     row->setContentsMargins(8, 4, 4, 4);
     row->addWidget(problemText_, 1);
     row->addWidget(dismiss, 0, Qt::AlignTop);
+}
+
+void PartPane::changeEvent(QEvent* event) {
+    QWidget::changeEvent(event);
+    if (event->type() == QEvent::PaletteChange && check_) showTexts();
 }
 
 void PartPane::showTexts() {

@@ -20,6 +20,9 @@ class PartPane : public QWidget {
     // The model outlives the pane.
     PartPane(trainer::TrainerWindow& model, const WindowMenus& menus, QWidget* parent);
 
+  protected:
+    void changeEvent(QEvent* event) override;
+
   private:
     QLabel* addText(const char* name);
     void makeProblems();
@@ -33,7 +36,7 @@ class PartPane : public QWidget {
     QWidget* view_;
     QLabel* preview_;
     QLabel* notice_;
-    QLabel* check_;
+    QLabel* check_ = nullptr;
     ui::Connection textsChanged_;
 };
 

@@ -46,6 +46,7 @@ PartView::PartView(trainer::PartViewModel& model, QWidget* parent)
         QtPlatform::showMenu(menu, *this, viewport()->mapToGlobal(QPointF(place.x, place.y).toPoint()));
     };
     connections_.push_back(model.imageChanged.connect([this] { showImage(); }));
+    connections_.push_back(model.focusWanted.connect([this] { setFocus(Qt::ShortcutFocusReason); }));
     connections_.push_back(model.changed.connect([this] { showState(); }));
     showImage();
     showState();

@@ -1,9 +1,12 @@
 #include "qt/Peer.h"
 
+#include <QAbstractButton>
+#include <QApplication>
 #include <QCursor>
 #include <QFocusEvent>
 #include <QHash>
 #include <QKeyEvent>
+#include <QLineEdit>
 #include <QMouseEvent>
 #include <QTimer>
 #include <QToolTip>
@@ -163,6 +166,8 @@ void Peer::show(ui::Change change) {
 }
 
 void Peer::giveFocus() {
+    if (qobject_cast<QAbstractButton*>(&view_) && qobject_cast<QLineEdit*>(QApplication::focusWidget()))
+        typedAhead_.begin();
     if (view_.isEnabled() && view_.isVisible()) {
         view_.setFocus(Qt::OtherFocusReason);
         return;
@@ -171,6 +176,12 @@ void Peer::giveFocus() {
     QTimer::singleShot(0, this, [this] {
         if (view_.isEnabled() && view_.isVisible()) view_.setFocus(Qt::OtherFocusReason);
     });
+}
+
+bool Peer::isTypedAhead(const QKeyEvent& key) {
+    const bool isTyping = key.key() == Qt::Key_Return || key.key() == Qt::Key_Enter ||
+                          (!key.text().isEmpty() && key.text().at(0).isPrint());
+    return isTyping && typedAhead_.drops();
 }
 
 void Peer::fireMouseDown(int button, Qt::KeyboardModifiers modifiers, QPointF viewPlace) {
@@ -205,6 +216,7 @@ bool Peer::eventFilter(QObject* watched, QEvent* event) {
         }
         case QEvent::KeyPress: {
             const auto* key = static_cast<const QKeyEvent*>(event);
+            if (isTypedAhead(*key)) return true;
             const int code = virtualKey(key->key());
             if (code != 0) act([&] { model_.keyDown(code, shiftState(key->modifiers())); });
             break;

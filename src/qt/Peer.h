@@ -2,12 +2,14 @@
 // operator's actions into the model's events. A peer is a child object of its view and lives as long as that.
 #pragma once
 
+#include <QKeyEvent>
 #include <QObject>
 #include <QPointF>
 #include <QPointer>
 #include <QWidget>
 
 #include "qt/Guard.h"
+#include "ui/TypedAhead.h"
 #include "ui/Widget.h"
 
 class QMouseEvent;
@@ -28,6 +30,11 @@ class Peer : public QObject {
     void start();
     // The model is going away: from now on the peer touches it no more.
     void detach() noexcept;
+
+    // Shows the model's colours in what is the palette now.
+    void showColors() {
+        guarded([this] { show(ui::Change::Appearance); });
+    }
 
     // A place as the model's mouse events give it, in the view's pixels, and back.
     virtual QPointF toView(double x, double y) const;
@@ -53,10 +60,12 @@ class Peer : public QObject {
 
   private:
     void giveFocus();
+    bool isTypedAhead(const QKeyEvent& key);
 
     ui::Widget& model_;
     QWidget& view_;
     ui::Connection changed_;
+    ui::TypedAhead typedAhead_;
     bool attached_ = true;
 };
 

@@ -5,6 +5,7 @@
 #include <QDateTime>
 #include <QEventLoop>
 #include <QFileInfo>
+#include <QGridLayout>
 #include <QHash>
 #include <QLabel>
 #include <QLocale>
@@ -96,6 +97,15 @@ void makeRoomForLongWords(QMessageBox& dialog) {
         label->setMinimumWidth(std::min(std::max(widest + kMargin, wrapped), most));
 }
 
+// So that the title is seen whole.
+void makeRoomForTitle(QMessageBox& dialog) {
+    constexpr int kButtons = 120;  // of the window, beside the title
+    auto* rows = qobject_cast<QGridLayout*>(dialog.layout());
+    if (!rows) return;
+    const int title = dialog.fontMetrics().horizontalAdvance(dialog.windowTitle()) * 5 / 4;  // it may be bold
+    rows->addItem(new QSpacerItem(title + kButtons, 0), rows->rowCount(), 0, 1, rows->columnCount());
+}
+
 }  // namespace
 
 ui::Answer QtPlatform::messageBox(const ui::MessageBox& box) {
@@ -108,6 +118,7 @@ ui::Answer QtPlatform::messageBox(const ui::MessageBox& box) {
     dialog.setIcon(qtIcon(box.icon));
     dialog.setStandardButtons(qtButtons(box.buttons));
     dialog.setEscapeButton(escapeButton(box.buttons));
+    makeRoomForTitle(dialog);  // in the arrangement that the buttons have made
     switch (dialog.exec()) {
         case QMessageBox::Yes:
             return ui::Answer::Yes;

@@ -1,5 +1,6 @@
 #include <QLineEdit>
 #include <QStyle>
+#include <algorithm>
 
 #include "qt/Peer.h"
 #include "qt/Peers.h"
@@ -39,7 +40,7 @@ class TextBoxPeer : public PeerOf<ui::TextBox, LineEdit> {
     TextBoxPeer(ui::TextBox& model, LineEdit& view) : PeerOf(model, view) {
         view.setAcceptDrops(false);  // a dropped file is for the window, not its name for the box
         connect(&view, &QLineEdit::textEdited, this,
-                [this](const QString& text) { act([&] { model_.setText(utf8(text)); }); });
+                [this](const QString& text) { act([&] { edited(utf8(text)); }); });
     }
 
   protected:
@@ -78,6 +79,15 @@ class TextBoxPeer : public PeerOf<ui::TextBox, LineEdit> {
     }
 
   private:
+    // What the model has made of it stands behind what was pasted.
+    void edited(const std::string& text) {
+        const qsizetype behind = view_.text().size() - view_.cursorPosition();
+        model_.edit(text);
+        if (model_.text() == text) return;
+        show(ui::Change::Caption);
+        view_.setCursorPosition(static_cast<int>(std::max<qsizetype>(view_.text().size() - behind, 0)));
+    }
+
     void showColors() {
         const bool flat = model_.locked() && model_.backColor() == ui::kButtonFaceColor;
         view_.setFlat(flat);

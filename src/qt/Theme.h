@@ -5,6 +5,7 @@
 #include <QColor>
 #include <QPalette>
 
+#include "trainer/window/WindowSystem.h"
 #include "ui/Color.h"
 
 namespace dravik::qt {
@@ -20,11 +21,13 @@ QColor readableOn(const QColor& background);
 QColor textColorOn(ui::Color background, ui::Color foreground, const QPalette& palette);
 // 1 (the same) to 21 (black on white).
 double contrast(const QColor& a, const QColor& b);
+// From `a` at share 0 to `b` at share 1.
+QColor blend(const QColor& a, const QColor& b, double share);
 
 // Text and marks that warn, readable on the palette's window colour.
 QColor warningColor(const QPalette& palette);
 
-enum class Theme { System, Light, Dark };
-void useTheme(Theme theme);
+// The colours of all windows from now on; those of the desktop go on following it.
+void useTheme(trainer::Theme theme);
 
 }  // namespace dravik::qt

@@ -9,6 +9,7 @@
 #include <QWheelEvent>
 
 #include "qt/Guard.h"
+#include "qt/PictureIcon.h"
 #include "qt/QtConversions.h"
 #include "qt/QtImage.h"
 
@@ -40,8 +41,10 @@ class StripModel : public QAbstractListModel {
                 result = qtText(strip_.name(index.row()));
             else if (role == Qt::ToolTipRole)
                 result = qtText(strip_.tip(index.row()));
+            else if (role == Qt::AccessibleTextRole)
+                result = qtText(strip_.description(index.row()));
             else if (role == Qt::DecorationRole)
-                result = pixmap(strip_.picture(index.row()));
+                result = pixmap(strip_.picture(index.row()), strip_.mark(index.row()));
             else if (role == Qt::SizeHintRole)
                 result = kItem;
         });
@@ -49,24 +52,31 @@ class StripModel : public QAbstractListModel {
     }
 
   private:
-    QPixmap pixmap(const engine::GreyImage* picture) const {
+    QPixmap pixmap(const engine::GreyImage* picture, const trainer::PartMark& mark) const {
         const double ratio = view_.devicePixelRatioF();
         QPixmap pixmap(kPicture * ratio);
         pixmap.setDevicePixelRatio(ratio);
         pixmap.fill(Qt::transparent);
-        if (!picture) return pixmap;
         QPainter painter(&pixmap);
         painter.setRenderHint(QPainter::SmoothPixmapTransform);
-        if (picture->empty()) {
+        if (picture) paint(painter, *picture);
+        if (!mark.picture.empty())
+            pictureIcon(mark.picture)
+                .paint(&painter, PartStrip::kPictureWidth - PartStrip::kMarkSide, 0, PartStrip::kMarkSide,
+                       PartStrip::kMarkSide);
+        return pixmap;
+    }
+
+    static void paint(QPainter& painter, const engine::GreyImage& picture) {
+        if (picture.empty()) {
             painter.setPen(QGuiApplication::palette().color(QPalette::Text));
             painter.drawText(QRect(QPoint(0, 0), kPicture), static_cast<int>(Qt::AlignCenter),
                              QStringLiteral("?"));
         } else {
             painter.drawImage(
-                qtRect(PartStrip::pictureIn(*picture, PartStrip::kPictureWidth, PartStrip::kPictureHeight)),
-                toQImage(*picture));
+                qtRect(PartStrip::pictureIn(picture, PartStrip::kPictureWidth, PartStrip::kPictureHeight)),
+                toQImage(picture));
         }
-        return pixmap;
     }
 
     const PartStrip& strip_;
@@ -89,7 +99,7 @@ ThumbnailStrip::ThumbnailStrip(PartStrip& strip, QWidget* parent) : QListView(pa
     setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     setHorizontalScrollBarPolicy(Qt::ScrollBarAsNeeded);
     setHorizontalScrollMode(QAbstractItemView::ScrollPerPixel);
-    setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
+    setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Maximum);
     auto* model = new StripModel(strip, *this);
     setModel(model);
     strip.setDisplay({1, devicePixelRatioF()});
@@ -106,6 +116,10 @@ ThumbnailStrip::ThumbnailStrip(PartStrip& strip, QWidget* parent) : QListView(pa
 
 QSize ThumbnailStrip::sizeHint() const {
     return {400, gridSize().height() + horizontalScrollBar()->sizeHint().height() + 2 * frameWidth() + 2};
+}
+
+QSize ThumbnailStrip::minimumSizeHint() const {
+    return {120, sizeHint().height() - PartStrip::kItemHeight + PartStrip::kLeastHeight};
 }
 
 void ThumbnailStrip::showCurrent() {

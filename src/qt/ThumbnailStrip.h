@@ -13,7 +13,7 @@ class ThumbnailStrip : public QListView {
     ThumbnailStrip(trainer::PartStrip& strip, QWidget* parent);
 
     QSize sizeHint() const override;
-    QSize minimumSizeHint() const override { return {120, sizeHint().height()}; }
+    QSize minimumSizeHint() const override;
 
   protected:
     void currentChanged(const QModelIndex& current, const QModelIndex& previous) override;

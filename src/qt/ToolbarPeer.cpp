@@ -6,6 +6,7 @@
 #include "qt/Peers.h"
 #include "qt/PictureIcon.h"
 #include "qt/QtConversions.h"
+#include "qt/ToolbarKeys.h"
 
 namespace dravik::qt {
 namespace {
@@ -15,7 +16,7 @@ constexpr int kIconSide = 18;
 // Each button is a QAction and a QToolButton named "bar.key".
 class ToolbarPeer : public PeerOf<ui::Toolbar, QToolBar> {
   public:
-    ToolbarPeer(ui::Toolbar& model, QToolBar& view) : PeerOf(model, view) {
+    ToolbarPeer(ui::Toolbar& model, QToolBar& view) : PeerOf(model, view), keys_(new ToolbarKeys(view)) {
         view.setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
         view.setIconSize(QSize(kIconSide, kIconSide));
         view.setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
@@ -41,6 +42,7 @@ class ToolbarPeer : public PeerOf<ui::Toolbar, QToolBar> {
             action->setObjectName(qtText(model_.name() + "." + button.key));
             action->setCheckable(button.style == ui::ToolButton::Style::Check);
             view_.widgetForAction(action)->setObjectName(action->objectName());
+            keys_->add(*view_.widgetForAction(action));
             connect(action, &QAction::triggered, this, [this, &button] {
                 const QPointer<Peer> self(this);
                 act([&] { button.press(); });
@@ -50,6 +52,7 @@ class ToolbarPeer : public PeerOf<ui::Toolbar, QToolBar> {
         }
     }
 
+    ToolbarKeys* keys_;
     std::vector<QAction*> actions_;
 };
 

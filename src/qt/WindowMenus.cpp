@@ -8,22 +8,31 @@
 #include "qt/Guard.h"
 #include "qt/PictureIcon.h"
 #include "qt/QtConversions.h"
+#include "qt/ToolbarKeys.h"
 
 namespace dravik::qt {
 
 WindowMenus::WindowMenus(trainer::WindowActions& actions, QMenuBar& menuBar, QObject* parent)
     : QObject(parent), actions_(actions) {
-    for (const trainer::ActionMenu& menu : actions.menus()) {
-        QMenu* shown = menuBar.addMenu(qtText(menu.caption));
-        for (trainer::Action* action : menu.entries) {
-            if (action)
-                shown->addAction(make(*action));
-            else
-                shown->addSeparator();
-        }
-    }
+    for (const trainer::ActionMenu& menu : actions.menus())
+        fill(*menuBar.addMenu(qtText(menu.caption)), menu.entries);
     shown_.at(&actions.quit)->setMenuRole(QAction::QuitRole);
     shown_.at(&actions.about)->setMenuRole(QAction::AboutRole);
+}
+
+void WindowMenus::fill(QMenu& menu, const trainer::ActionList& entries) {
+    for (trainer::Action* action : entries) {
+        if (!action) {
+            menu.addSeparator();
+            continue;
+        }
+        QAction* shown = make(*action);
+        menu.addAction(shown);
+        if (action->entries().empty()) continue;
+        auto* inside = new QMenu(&menu);
+        fill(*inside, action->entries());
+        shown->setMenu(inside);
+    }
 }
 
 QAction* WindowMenus::make(trainer::Action& action) {
@@ -41,6 +50,7 @@ QAction* WindowMenus::make(trainer::Action& action) {
         shown->setText(qtText(action.text()));
         shown->setEnabled(action.enabled());
         shown->setChecked(action.checked());
+        shown->setVisible(action.visible());
     };
     connections_.push_back(action.changed.connect(showState));
     connect(shown, &QAction::triggered, this, [&action, showState] {
@@ -52,11 +62,15 @@ QAction* WindowMenus::make(trainer::Action& action) {
 }
 
 void WindowMenus::fill(QToolBar& bar) const {
+    auto* keys = new ToolbarKeys(bar);
     for (const trainer::Action* action : actions_.toolbar()) {
-        if (action)
-            bar.addAction(shown_.at(action));
-        else
+        if (!action) {
             bar.addSeparator();
+            continue;
+        }
+        QAction* shown = shown_.at(action);
+        bar.addAction(shown);
+        keys->add(*bar.widgetForAction(shown));
     }
 }
 

@@ -8,6 +8,7 @@
 #include "trainer/window/WindowActions.h"
 
 class QAction;
+class QMenu;
 class QMenuBar;
 class QToolBar;
 
@@ -21,6 +22,7 @@ class WindowMenus : public QObject {
     void fill(QToolBar& bar) const;
 
   private:
+    void fill(QMenu& menu, const trainer::ActionList& entries);
     QAction* make(trainer::Action& action);
 
     trainer::WindowActions& actions_;

@@ -19,7 +19,6 @@
 #include "qt/MainWindow.h"
 #include "qt/QtImage.h"
 #include "qt/QtPlatform.h"
-#include "qt/Theme.h"
 #include "trainer/commands/CommandLine.h"
 
 namespace {
@@ -56,11 +55,15 @@ int runWindow(const trainer::WindowOptions& options) {
     // The desktop's entry of an installed program, and its icon.
     QGuiApplication::setDesktopFileName(QLatin1String(trainer::kProgram));
     QApplication::setWindowIcon(QIcon::fromTheme(QLatin1String(trainer::kProgram)));
-    useTheme(options.theme == "dark" ? Theme::Dark : options.theme == "light" ? Theme::Light : Theme::System);
     QtPlatform platform;
     trainer::Trainer trainer(platform, options.folder, decodeImageFile, true);
     MainWindow window(trainer, platform);
     platform.setMainWindow(&window);
+    using trainer::Theme;
+    if (!options.theme.empty())
+        window.model().showTheme(options.theme == "dark"    ? Theme::Dark
+                                 : options.theme == "light" ? Theme::Light
+                                                            : Theme::System);
     const EndSignals signals([&window] { window.remember(); });
     trainer.setPatience(trainer::kPatience);
     window.show();

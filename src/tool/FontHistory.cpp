@@ -5,6 +5,8 @@
 namespace dravik::tool {
 
 std::string recoveredText(const RecoveredChanges& found) {
+    if (found.areInJournal)
+        return found.font + ": changes that are not saved cannot be shown: " + found.problem;
     if (!found.problem.empty())
         return found.font + ": changes that had not been saved are not in the font, as " + found.problem +
                "; they are among its versions";

@@ -22,9 +22,10 @@ struct RecoveredChanges {
     int acts = 0;
     FontTime first;
     FontTime last;
-    // Why they are not in the font but among its versions, as Discarded; "" when they are in it. There is
-    // neither their number nor their time then.
+    // Why they are not in the font but among its versions, as Discarded, or still in its journal; "" when
+    // they are in the font. There is neither their number nor their time then.
     std::string problem;
+    bool areInJournal = false;
 };
 
 // The same in words: "hack: 3 changes of 2026-03-31 14:05:09 had not been saved; they are in the font again".

@@ -21,10 +21,14 @@ constexpr char kTakeBack[] = " \u2013 Edit > Undo (Ctrl+Z) brings this back";
 FontActs::FontActs(screen::DravikDlg& control, tool::FontTool& tool, tool::FontHistory& history,
                    CurrentFont currentFont)
     : control_(control), tool_(tool), history_(history), currentFont_(std::move(currentFont)) {
+    connections_.push_back(control.actBegun().connect([this] { forgetFailure(); }));
+    connections_.push_back(control.failureReported().connect([this](const std::string& text) {
+        failure_ = text;
+        say(text);
+    }));
     connections_.push_back(control.actEnded().connect([this](const OperatorAct& act) { record(act); }));
     connections_.push_back(control.fontStateChanged.connect([this] { fontMayHaveChanged(); }));
     auto& timer = control.screen().train.tmrTrain;
-    connections_.push_back(timer.tick.connect([this] { showRunFailure(); }));
     connections_.push_back(timer.changed.connect([this] { changed(); }));
     fontMayHaveChanged();
 }
@@ -114,8 +118,13 @@ void FontActs::save() {
         control_.refreshAfterHistory(control_.state(), false);
         say("Saved " + *font);
     } catch (...) {
-        control_.tellFailure("SaveFont", currentFailure());
-        say(*font + " could not be saved; its changes are kept. Font > Save Copy... writes it elsewhere");
+        const Failure failure = currentFailure();
+        const bool isUnsaved = this->isUnsaved();
+        if (!isUnsaved) control_.refreshAfterHistory(control_.state(), false);
+        control_.tellFailure("SaveFont", failure);
+        say(isUnsaved
+                ? *font + " could not be saved; its changes are kept. Font > Save Copy... writes it elsewhere"
+                : "Saved " + *font + ", which may not have reached the disk");
     }
 }
 
@@ -153,12 +162,14 @@ std::vector<std::string> FontActs::takeRecovered() {
 }
 
 void FontActs::record(const OperatorAct& act) {
+    const std::string failure = std::exchange(failure_, {});
     guardScreen(act);
     ScreenState state = control_.state();
     state.includeEnabled = true;  // it may be held at the moment, until the image's characters are found
     history_.endAct(act.kind == OperatorAct::Kind::Save ? "" : screen::actName(act), screen::encode(state));
     const std::string deleted = screen::deletedText(act);
-    say(deleted.empty() ? "" : deleted + kTakeBack);
+    say(!failure.empty() ? failure : deleted.empty() ? "" : deleted + kTakeBack);
+    failure_ = failure;
 }
 
 // What a failure in the middle of an act leaves on the screen must not lead the next one astray.
@@ -192,11 +203,9 @@ void FontActs::fontMayHaveChanged() {
     changed();
 }
 
-// The screen's own message of it is gone with the next tick.
-void FontActs::showRunFailure() {
-    const std::string& message = control_.screen().sbr.panel("Message").text();
-    if (const auto cause = message.find("Training failed"); cause != std::string::npos)
-        say(message.substr(cause));
+void FontActs::forgetFailure() {
+    if (!failure_.empty() && notice_ == failure_) say("");
+    failure_.clear();
 }
 
 void FontActs::say(std::string notice) {

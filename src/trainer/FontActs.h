@@ -50,8 +50,8 @@ class FontActs {
     // lets it go on. The changes stay unsaved.
     void leaveDecision();
 
-    // What the last act deleted or what was taken back, e.g. "Deleted f, E, s"; "" when there is nothing to
-    // say.
+    // What the last act deleted or what was taken back, e.g. "Deleted f, E, s", or why it failed, which
+    // the screen's own messages soon cover; "" when there is nothing to say.
     const std::string& notice() const noexcept { return notice_; }
     // Says something of the program's own in the same place.
     void say(std::string notice);
@@ -68,10 +68,10 @@ class FontActs {
     void record(const screen::OperatorAct& act);
     void guardScreen(const screen::OperatorAct& act);
     void fontMayHaveChanged();
+    void forgetFailure();
     void step(const std::optional<std::string>& words, const char* source, const char* done,
               std::string (tool::FontHistory::*move)());
     screen::ScreenState plainState() const;
-    void showRunFailure();
     bool isTraining() const;
 
     screen::DravikDlg& control_;
@@ -80,6 +80,7 @@ class FontActs {
     const CurrentFont currentFont_;
     std::string shownFont_;
     std::string notice_;
+    std::string failure_;  // of the present act
     std::vector<ui::Connection> connections_;
 };
 

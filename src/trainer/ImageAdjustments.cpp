@@ -36,6 +36,13 @@ void ImageAdjustments::setCommon(const SegmentationSettings& settings, const std
         withoutFont_ = settings;
 }
 
+void ImageAdjustments::fontShown() {
+    const std::optional<std::string> font = tool_.currentFont();
+    if (std::exchange(font_, font) == font || !font || withoutFont_ == SegmentationSettings{}) return;
+    if (tool_.settings() == SegmentationSettings{} && tool_.samples(tool::SampleKind::Committed)->size() == 0)
+        setCommon(std::exchange(withoutFont_, {}), "change of the image settings");
+}
+
 void ImageAdjustments::setRegion(const std::optional<engine::RotatedBox>& region, bool forThisImageOnly) {
     if (forThisImageOnly) {
         ownRegions_[path()] = region;
@@ -81,7 +88,8 @@ void ImageAdjustments::correct(std::vector<CharacterBox> boxes, const std::strin
         const std::vector<CharacterBox> found = tool_.characterBoxes();
         known = &(corrections_[path()] = {found, found, {}});
     }
-    known->steps.push_back({std::exchange(known->boxes, std::move(boxes)), words});
+    if (known->boxes == boxes) return;
+    known->steps.push_back({std::exchange(known->boxes, std::move(boxes)), words, {}});
     tool_.setCharacters(known->boxes);
     charactersChanged();
 }
@@ -96,6 +104,19 @@ std::optional<std::string> ImageAdjustments::undoWords() const {
     return known && !known->steps.empty() ? std::optional(known->steps.back().words) : std::nullopt;
 }
 
+void ImageAdjustments::keepLabels(Labels labels) {
+    Correction* known = correction();
+    if (!known || known->steps.empty()) return;
+    Labels& kept = known->steps.back().labels;
+    if (kept.before.empty()) kept.before = std::move(labels.before);
+    kept.after = std::move(labels.after);
+}
+
+const ImageAdjustments::Labels* ImageAdjustments::keptLabels() const {
+    const Correction* known = correction();
+    return known && !known->steps.empty() ? &known->steps.back().labels : nullptr;
+}
+
 void ImageAdjustments::undoCorrection() {
     Correction* known = correction();
     if (!known || known->steps.empty()) return;
@@ -108,7 +129,7 @@ void ImageAdjustments::undoCorrection() {
 void ImageAdjustments::restoreFound() {
     if (!isCorrected()) return;
     Correction& known = *correction();
-    known.steps.push_back({std::exchange(known.boxes, known.found), "return to the found characters"});
+    known.steps.push_back({std::exchange(known.boxes, known.found), "return to the found characters", {}});
     tool_.setCharacters(std::nullopt);
     charactersChanged();
 }

@@ -32,6 +32,10 @@ class ImageAdjustments {
     void setRegion(const std::optional<engine::RotatedBox>& region, bool forThisImageOnly);
     void setPrint(const engine::PrintSettings& print);
 
+    // Another font may be shown. What was set while there was none becomes that of a font without samples and
+    // settings of its own.
+    void fontShown();
+
     // The tool has the current image, in which nothing is corrected: what was corrected in it counts again,
     // if the same was found then.
     void charactersFound();
@@ -41,6 +45,12 @@ class ImageAdjustments {
     // What undoCorrection() would take back, in words; nothing when there is nothing.
     std::optional<std::string> undoWords() const;
     void undoCorrection();
+    // What the typed text was before the last correction and after it, where it went along.
+    struct Labels {
+        std::string before, after;
+    };
+    void keepLabels(Labels labels);
+    const Labels* keptLabels() const;
     // All of them.
     void restoreFound();
 
@@ -52,6 +62,7 @@ class ImageAdjustments {
     struct Step {
         std::vector<engine::CharacterBox> before;
         std::string words;
+        Labels labels{};
     };
     struct Correction {
         std::vector<engine::CharacterBox> found;
@@ -68,6 +79,7 @@ class ImageAdjustments {
     FontActs& acts_;
     const OpenedParts& parts_;
     engine::SegmentationSettings withoutFont_;
+    std::optional<std::string> font_;
     std::unordered_map<std::string, std::optional<engine::RotatedBox>> ownRegions_;  // by path
     std::unordered_map<std::string, Correction> corrections_;
 };

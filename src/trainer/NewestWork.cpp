@@ -26,15 +26,18 @@ struct NewestWork::Shared {
     };
 
     std::mutex mutex;
-    std::condition_variable_any changed;
+    std::condition_variable changed;
     std::shared_ptr<Piece> newest;   // waiting, going on or ended
     std::shared_ptr<Piece> waiting;  // for the thread
     std::shared_ptr<Piece> ended;
-    std::jthread thread;
+    bool isEnding = false;  // no stop token, see JournalFlusher
+    std::thread thread;
 
-    void run(const std::stop_token& end) {
+    void run() {
         std::unique_lock lock(mutex);
-        while (changed.wait(lock, end, [this] { return waiting != nullptr; })) {
+        for (;;) {
+            changed.wait(lock, [this] { return isEnding || waiting; });
+            if (isEnding) return;
             std::shared_ptr<Piece> piece = std::exchange(waiting, nullptr);
             lock.unlock();
             piece->perform();
@@ -49,7 +52,13 @@ NewestWork::NewestWork() : shared_(std::make_unique<Shared>()) {}
 
 NewestWork::~NewestWork() {
     cancel();
-    shared_->thread = {};
+    if (!shared_->thread.joinable()) return;
+    {
+        const std::lock_guard lock(shared_->mutex);
+        shared_->isEnding = true;
+    }
+    shared_->changed.notify_all();
+    shared_->thread.join();
 }
 
 void NewestWork::start(Work work) {
@@ -57,8 +66,7 @@ void NewestWork::start(Work work) {
     piece->work = std::move(work);
     cancel();
     if (!shared_->thread.joinable())
-        shared_->thread =
-            std::jthread([shared = shared_.get()](const std::stop_token& end) { shared->run(end); });
+        shared_->thread = std::thread([shared = shared_.get()] { shared->run(); });
     const std::lock_guard lock(shared_->mutex);
     shared_->newest = shared_->waiting = std::move(piece);
     shared_->changed.notify_all();

@@ -26,13 +26,17 @@ std::string normalName(const fs::path& path) {
 
 OpenedParts::OpenedParts(ImageDecoder decoder) : decoder_(std::move(decoder)) {}
 
-std::vector<std::string> OpenedParts::open(const std::vector<std::string>& paths) {
-    std::vector<std::string> problems;
+OpenResult OpenedParts::open(const std::vector<std::string>& paths) {
+    OpenResult result;
+    std::vector<std::string>& problems = result.problems;
     std::unordered_set<std::string> known(paths_.begin(), paths_.end());
     const auto firstNew = paths_.size();
+    std::string firstKnown;
     const auto add = [&](const fs::path& path) {
         auto name = normalName(path);
-        if (known.insert(name).second) paths_.push_back(std::move(name));
+        if (known.insert(name).second) return paths_.push_back(std::move(name));
+        ++result.alreadyOpen;
+        if (firstKnown.empty()) firstKnown = std::move(name);
     };
 
     for (const auto& name : paths) {
@@ -64,11 +68,15 @@ std::vector<std::string> OpenedParts::open(const std::vector<std::string>& paths
         }
     }
 
-    if (paths_.size() > firstNew) {
+    result.added = static_cast<int>(paths_.size() - firstNew);
+    if (result.added > 0) {
+        result.first = static_cast<int>(firstNew);
         listChanged();
-        if (current_ < 0) setCurrent(static_cast<int>(firstNew));
+        if (current_ < 0) setCurrent(result.first);
+    } else if (!firstKnown.empty()) {
+        result.first = static_cast<int>(std::find(paths_.begin(), paths_.end(), firstKnown) - paths_.begin());
     }
-    return problems;
+    return result;
 }
 
 void OpenedParts::close(int index) {

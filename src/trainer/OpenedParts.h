@@ -17,14 +17,22 @@ namespace dravik::trainer {
 
 using engine::ImageDecoder;
 
+// What became of paths that were to be opened.
+struct OpenResult {
+    std::vector<std::string> problems;  // a line for each path that holds no image, naming it
+    int added = 0;
+    int alreadyOpen = 0;
+    int first = -1;  // index of the first part added, else of the first that was open already; -1 for none
+};
+
 class OpenedParts {
   public:
     explicit OpenedParts(ImageDecoder decoder);
 
     // Opens files, and every image of a folder in order of name (by its usual extensions; folders inside are
-    // not entered). Files already open are not opened twice. Returns one line per path that holds no image,
-    // naming it. The first part opened becomes current when none is.
-    std::vector<std::string> open(const std::vector<std::string>& paths);
+    // not entered). Files already open are not opened twice. The first part opened becomes current when none
+    // is.
+    OpenResult open(const std::vector<std::string>& paths);
     void close(int index);
     void closeAll();
 

@@ -31,6 +31,11 @@ struct Trainer::Parts {
           screenPlatform(platform),
           control(screenPlatform, folder) {
         opened.decodeElsewhere = [this] { decode(); };
+        // The histogram that was being created is seen now.
+        screenPlatform.shown = [this] {
+            ui::StatusPanel& message = control.screen().sbr.panel("Message");
+            if (message.text() == "Creating histogram...") message.setText("");
+        };
     }
 
     bool isTraining() { return control.screen().train.tmrTrain.enabled(); }
@@ -68,16 +73,21 @@ struct Trainer::Parts {
             previewText = kStopped;
         } else {
             const auto& found = tool->found();
-            const auto boxes = tool->characterBoxes();
+            const auto& boxes = tool->characterBoxes();
             const auto typed = characters(textToInclude());
             preview.reserve(found.size());
             for (std::size_t i = 0; i < found.size(); ++i)
-                preview.push_back({found[i], i < typed.size() ? typed[i] : std::string(), boxes[i].place});
+                preview.push_back({found[i], i < typed.size() ? typed[i] : std::string(), boxes[i].place,
+                                   labelling->doubt(i)});
             previewText = counted(found.size(), "found");
-            if (!typed.empty()) {
-                mismatch = static_cast<int>(typed.size()) - static_cast<int>(found.size());
+            if (typed.empty()) return;
+            mismatch = static_cast<int>(typed.size()) - static_cast<int>(found.size());
+            const std::size_t doubts = labelling->doubts();
+            if (!labelling->isProposed())
                 previewText += ", " + std::to_string(typed.size()) + " typed";
-            }
+            else
+                previewText += doubts == 0 ? ", text proposed"
+                                           : ", text proposed, " + std::to_string(doubts) + " in doubt";
         }
     }
 
@@ -99,10 +109,20 @@ struct Trainer::Parts {
         if (isLooking()) return;
         work.cancel();
         doing = Doing::Nothing;
-        if (!reading.note.empty()) return;
-        reading.note = "Reading...";
-        start(Doing::Reading, [this, read = tool->readingWork()](const std::stop_token& stop) {
-            return [this, characters = read(stop)] { takeReading(characters); };
+        if (opened.image().empty() || stopped) return;
+        EmbeddedReading read;
+        if (reading.note.empty()) {
+            read = tool->readingWork();
+            reading.note = "Reading...";
+        }
+        // Labels are proposed before any training, too.
+        start(Doing::Reading, [this, read, candidates = tool->candidatesWork()](const std::stop_token& stop) {
+            return [this, reads = read != nullptr,
+                    characters = read ? read(stop) : std::vector<engine::ReadCharacter>(),
+                    proposed = candidates(stop)]() mutable {
+                if (reads) takeReading(characters);
+                labelling->propose(std::move(proposed));
+            };
         });
     }
 
@@ -140,9 +160,10 @@ struct Trainer::Parts {
         start(Doing::Finding, [this, image, settings = settings,
                                path = opened.path(opened.current())](const std::stop_token& stop) {
             const auto seen = std::make_shared<engine::Scene>(engine::findScene(image, settings, stop));
-            return [this, image, path, seen] {
+            return [this, image, path, seen, digest = digestOf(*image)] {
                 tool->shareImage(image, seen);
-                tool->setImageName(path);
+                tool->setImageName(path, digest);
+                labelling->imageFound(digest);
                 adjustments->charactersFound();
                 if (foundReady) foundReady();
             };
@@ -155,6 +176,7 @@ struct Trainer::Parts {
         if (mayLook && settings != adjustments->settings()) findCharacters();
     }
 
+    using EmbeddedReading = engine::EmbeddedTool::ReadingWork;
     enum class Doing { Nothing, Decoding, Finding, Reading };
 
     void start(Doing what, NewestWork::Work body) {
@@ -220,6 +242,7 @@ struct Trainer::Parts {
     ScreenPlatform screenPlatform;
     screen::DravikDlg control;
     std::optional<FontActs> acts;
+    std::optional<Labelling> labelling;
     std::optional<ImageAdjustments> adjustments;
     engine::SegmentationSettings settings;  // by which the characters were looked for last
 
@@ -250,6 +273,9 @@ Trainer::Trainer(ui::Platform& platform, const JobFolder& folder, ImageDecoder d
     parts.control.setStep(parts.tool);
     parts.acts.emplace(parts.control, *parts.tool, *parts.tool,
                        [tool = parts.tool] { return tool->currentFont(); });
+    parts.labelling.emplace(
+        Labelling::Around{parts.screenPlatform, parts.control, *parts.tool, parts.opened, *parts.acts},
+        folder.labelsFile());
     parts.adjustments.emplace(*parts.tool, *parts.acts, parts.opened);
 
     const auto refreshPreview = [this, &parts] {
@@ -296,6 +322,7 @@ Trainer::Trainer(ui::Platform& platform, const JobFolder& folder, ImageDecoder d
         checkChanged();
     };
     const auto refreshFont = [=, &parts] {
+        parts.adjustments->fontShown();
         parts.lookBySettings();
         refreshTitle();
         refreshPreview();
@@ -306,6 +333,7 @@ Trainer::Trainer(ui::Platform& platform, const JobFolder& folder, ImageDecoder d
 
     auto& connections = parts.connections;
     connections.push_back(parts.opened.currentChanged.connect([=, &parts] {
+        parts.labelling->imageComesUp();
         if (!parts.opened.isDecoding()) parts.findCharacters();
         refreshPreview();
         refreshReading();
@@ -322,7 +350,7 @@ Trainer::Trainer(ui::Platform& platform, const JobFolder& folder, ImageDecoder d
         }));
     // These come after the screen's own procedures, which subscribed first.
     auto& screen = parts.control.screen();
-    connections.push_back(screen.sample.txtSampleInput.textChanged.connect(refreshPreview));
+    connections.push_back(parts.labelling->changed.connect(refreshPreview));
     connections.push_back(screen.sample.chkCase.click.connect(refreshPreview));
     connections.push_back(parts.control.fontStateChanged.connect(refreshFont));
     connections.push_back(screen.train.tmrTrain.changed.connect(refreshFont));
@@ -352,6 +380,14 @@ engine::EmbeddedTool& Trainer::tool() noexcept {
 
 FontActs& Trainer::acts() noexcept {
     return *parts_->acts;
+}
+
+Labelling& Trainer::labelling() noexcept {
+    return *parts_->labelling;
+}
+
+const Labelling& Trainer::labelling() const noexcept {
+    return *parts_->labelling;
 }
 
 tool::FontHistory& Trainer::history() noexcept {
@@ -458,6 +494,40 @@ std::string Trainer::title() const {
     // A font that could not be loaded stands on the screen all the same.
     if (!parts_->tool->currentFont() || parts_->control.selectedFont().empty()) return kProgramName;
     return parts_->control.selectedFont() + (parts_->acts->isUnsaved() ? "* - " : " - ") + kProgramName;
+}
+
+std::string Trainer::includeAsLabelled() {
+    parts_->screenPlatform.setAnswersYes(true);
+    std::string reason;
+    try {
+        reason = parts_->labelling->includeUnasked();
+    } catch (...) {
+        reason = currentFailure().description();
+    }
+    parts_->screenPlatform.setAnswersYes(false);
+    return reason;
+}
+
+// The font manager makes it, without being shown but for what it has to say of a failure.
+void Trainer::newFont() {
+    parts_->acts->leaveDecision();
+    parts_->screenPlatform.workNext = [this](ui::Form& manager) {
+        manager.load();
+        const auto before = std::pair(parts_->tool->GetFontList(), parts_->tool->currentFont());
+        const auto press = [&](const char* button) {
+            dynamic_cast<ui::Button&>(*manager.find(button)).press();
+        };
+        press("cmdNewFont");
+        const auto& said = dynamic_cast<ui::StatusBar&>(*manager.find("sbr")).panel("Text").text();
+        if (said.starts_with("NewFont err "))
+            parts_->screenPlatform.showModal(manager);
+        else
+            press(before == std::pair(parts_->tool->GetFontList(), parts_->tool->currentFont())
+                      ? "CancelButton"
+                      : "OKButton");
+    };
+    parts_->control.screen().font.cmdSelectFont.press();
+    parts_->screenPlatform.workNext = nullptr;
 }
 
 void Trainer::end() {

@@ -12,6 +12,7 @@
 #include "screen/shell/DravikDlg.h"
 #include "trainer/FontActs.h"
 #include "trainer/ImageAdjustments.h"
+#include "trainer/Labelling.h"
 #include "trainer/OpenedParts.h"
 #include "ui/Platform.h"
 #include "ui/Signal.h"
@@ -24,6 +25,7 @@ struct LabelledCharacter {
     engine::FoundCharacter place;
     std::string label;
     engine::RotatedBox box{};  // as the character stands, turned
+    std::string doubt{};       // why the label is to be looked at, in words; "" when it is not
 };
 
 // What the current font reads in the current image, line by line.
@@ -36,8 +38,9 @@ struct Reading {
 // Characters read with less confidence than this are marked as weak.
 constexpr double kWeakConfidence = 0.6;
 
-// For which a window may wait for the work on an image, so that ordinary images come up as one change.
-constexpr std::chrono::milliseconds kPatience{120};
+// For which a window may wait for the work on an image: less than a frame, in which small images come up as
+// one change.
+constexpr std::chrono::milliseconds kPatience{10};
 
 class Trainer {
   public:
@@ -85,6 +88,10 @@ class Trainer {
     // The same in words for the operator, e.g. "12 characters found, 11 typed".
     std::string previewText() const;
 
+    // Proposed texts, the operator's way through them, and what has become of each image.
+    Labelling& labelling() noexcept;
+    const Labelling& labelling() const noexcept;
+
     const Reading& reading() const noexcept;
 
     // What the check of the last run has found, in a line for the operator; that it is going on; or "".
@@ -98,6 +105,13 @@ class Trainer {
     // "ocrb* - Dravik Trainer": the font, a star while it has unsaved changes, the program; just the
     // program's name while no font is loaded.
     std::string title() const;
+
+    // Includes the current image with the text in the box, unasked: characters that the font lacks are added
+    // to it. Why it was not included, in words; "" when it was.
+    std::string includeAsLabelled();
+
+    // Asks for the name and the characters of a new font, and takes it to the screen.
+    void newFont();
 
     // Ends the screen without its own question whether to save.
     void end();

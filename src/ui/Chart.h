@@ -1,5 +1,6 @@
 // A surface with bars, lines and labels in user units: x to the right, y upwards. The form that owns it
-// builds a scene and hands it over whole; the backend draws it sharp at any size.
+// builds a scene and hands it over whole; the backend draws it sharp at any size. Arrow keys come to the form
+// as every key does, which moves the pointer; the menu key comes as kKeyMenu.
 #pragma once
 
 #include <string>
@@ -9,6 +10,8 @@
 
 namespace dravik::ui {
 
+constexpr int kKeyMenu = 93;
+
 struct ChartBar {
     double left = 0;
     double top = 0;  // the bar reaches from `top` down by `height`
@@ -16,7 +19,8 @@ struct ChartBar {
     double height = 0;
     Color fill = 0;
     bool visible = false;
-    std::string accessibleName;
+    std::string accessibleName{};
+    bool hatched = false;  // told from others by more than its colour
 };
 
 struct ChartLine {
@@ -72,10 +76,14 @@ class Chart : public Widget {
         scene_ = std::move(scene);
         changed(Change::Items);
     }
+    // Which of the scene's bars the pointer or a key has come to; -1 for none.
+    int pointed() const noexcept { return pointed_; }
+    void setPointed(int bar) { assign(pointed_, bar, Change::Selection); }
 
   private:
     ChartScale scale_;
     ChartScene scene_;
+    int pointed_ = -1;
 };
 
 }  // namespace dravik::ui

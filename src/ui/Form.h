@@ -50,8 +50,10 @@ class Form : public Container {
 
     std::vector<Timer*> timers;
     Button* defaultButton = nullptr;  // Enter
-    Widget* defaultField = nullptr;   // the only control in which Enter presses it; without one all do
-    Button* cancelButton = nullptr;   // Escape; without one Escape closes the form
+    // The only control in which Enter presses it, to which Enter leads from other text boxes; without one it
+    // presses in all.
+    Widget* defaultField = nullptr;
+    Button* cancelButton = nullptr;  // Escape; without one Escape closes the form
     bool resizable = false;
 
     bool loaded() const noexcept { return loaded_; }

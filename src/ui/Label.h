@@ -29,9 +29,17 @@ class Label : public Widget {
     int fontSize() const noexcept { return fontSize_; }
     void setFontSize(int points) { assign(fontSize_, points, Change::Appearance); }
 
-    // A cell shows its back colour, has a border, takes the focus and opens its menu by the menu key too.
+    // A cell shows its back colour and has a border. It takes the focus and opens its menu by the menu key
+    // too, unless it only explains what others show.
     bool isCell() const noexcept { return isCell_; }
-    void setCell(bool cell) { assign(isCell_, cell, Change::Appearance); }
+    void setCell(bool cell, bool takesFocus = true) {
+        takesFocus_ = takesFocus;
+        assign(isCell_, cell, Change::Appearance);
+    }
+    bool takesFocus() const noexcept { return isCell_ && takesFocus_; }
+    // In small letters in a cell's corner; "" for nothing.
+    const std::string& figure() const noexcept { return figure_; }
+    void setFigure(std::string figure) { assign(figure_, std::move(figure), Change::Caption); }
 
   private:
     std::string caption_;
@@ -39,6 +47,8 @@ class Label : public Widget {
     Alignment alignment_ = Alignment::Start;
     int fontSize_ = 0;
     bool isCell_ = false;
+    bool takesFocus_ = false;
+    std::string figure_;
 };
 
 }  // namespace dravik::ui

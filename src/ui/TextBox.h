@@ -1,6 +1,7 @@
 // A single line of editable text.
 #pragma once
 
+#include <functional>
 #include <string>
 
 #include "ui/Widget.h"
@@ -18,6 +19,11 @@ class TextBox : public Widget {
     void setText(std::string text) {
         if (assign(text_, std::move(text), Change::Caption)) textChanged();
     }
+
+    // What the operator made of the text. What came in at once, pasted and not typed, goes through
+    // `pasteFilter`, which takes away what cannot belong there; without one it stays as it is.
+    void edit(std::string text);
+    std::function<std::string(std::string)> pasteFilter;
 
     // A locked box is shown but not edited by the operator.
     bool locked() const noexcept { return locked_; }

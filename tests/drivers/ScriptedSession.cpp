@@ -103,6 +103,8 @@ void ScriptedSession::run(const std::vector<std::string>& paths) {
     picture("images-opened");
 
     makeFont();
+    makeCurrent(lessons_.front().image);
+    picture("text-proposed");
     showMismatch(lessons_.front());
     if (kind_ == Kind::Guide) {
         showOtherDialogs(lessons_.front());
@@ -114,6 +116,7 @@ void ScriptedSession::run(const std::vector<std::string>& paths) {
     save();
     bool allRight = true;
     for (const auto& task : readings_) read(task, allRight);
+    if (kind_ == Kind::Guide) showImageTools();
     inspect();
     std::string problems;
     for (const auto& problem : driver_.problems()) problems += (problems.empty() ? "" : "; ") + problem;
@@ -165,6 +168,11 @@ void ScriptedSession::include(const Task& task) {
     const bool first = &task == &lessons_.front();
     if (first) picture("text-typed");
     driver_.answerBoxes(ui::Answer::Yes);
+    if (kind_ == Kind::Guide && &task == &lessons_.back())
+        driver_.expectForm("includeQuestion", [this] {
+            picture("wrong-label");
+            driver_.click("cmdInclude");
+        });
     driver_.click("cmdInclude");
     const std::string message = driver_.message();
     std::string line = nameOf(task.image) + ": " + message;
@@ -238,6 +246,37 @@ void ScriptedSession::inspect() {
     picture("read-all");
     driver_.closeForms();
     say("Looked at the samples, the features and the histograms");
+}
+
+// On the image that was read last, of which nothing is left afterwards.
+void ScriptedSession::showImageTools() {
+    const auto found = trainer_.preview();
+    require(found.size() > 4, "there is little to draw a region around");
+    const auto& first = found.front().box;
+    const auto& last = found[found.size() / 2].box;
+    driver_.trigger("regionForImage");
+    const float left = first.centreX - first.width, right = last.centreX + 0.6f * last.width;
+    trainer_.adjustments().setRegion(
+        engine::RotatedBox{(left + right) / 2, first.centreY, right - left, 1.7f * first.height, 0}, true);
+    require(trainer_.preview().size() < found.size(), "the region takes nothing away");
+    driver_.trigger("region");
+    picture("region");
+    driver_.trigger("region");
+    driver_.expectForm("imageSettingsForm", [this] {
+        picture("image-settings");
+        driver_.click("CancelButton");
+    });
+    driver_.trigger("imageSettings");
+    driver_.trigger("clearRegion");
+    driver_.trigger("regionForImage");
+    driver_.type("txtSampleInput", readings_.back().text);
+    for (const char* action : {"addCharacter", "removeCharacter", "joinCharacters"}) driver_.trigger(action);
+    require(trainer_.preview().size() + 1 == found.size() && trainer_.mismatch() == 0,
+            "the characters were not corrected");
+    picture("correct-characters");
+    driver_.trigger("restoreCharacters");
+    driver_.trigger("correctCharacters");
+    say("Drew a region and corrected characters");
 }
 
 // The boxes and dialogs that the story does not come by.

@@ -43,6 +43,7 @@ class ScriptedSession {
     void read(const Task& task, bool& allRight);
     void inspect();
     void showOtherDialogs(const Task& task);
+    void showImageTools();
 
     void makeCurrent(const std::string& image);
     void say(const std::string& line);

@@ -37,6 +37,8 @@ class WindowDriver {
     // Chooses an action of the window's menus.
     virtual void act(const std::string& action) = 0;
     virtual void clickTool(const std::string& bar, const std::string& key) = 0;
+    // An entry of the menus, by the name of its action.
+    virtual void trigger(const std::string& action) = 0;
     // Types over what stands in a text box.
     virtual void type(const std::string& name, const std::string& text) = 0;
     virtual std::string caption(const std::string& name) const = 0;

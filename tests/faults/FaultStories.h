@@ -58,11 +58,12 @@ inline std::vector<Story> faultStories() {
 }
 
 // Sessions of an operator with the trainer; the steps are those of OperatorSession.h. The last session is the
-// one that meets with the fault.
+// one that meets with the fault, with the window its steps are those of WindowSession.h.
 struct SessionStory {
     std::string name;
     std::vector<std::vector<std::string>> before;
     std::vector<std::string> act;
+    bool hasWindow = false;
 };
 
 inline void PrintTo(const SessionStory& story, std::ostream* out) {
@@ -108,6 +109,15 @@ inline std::vector<SessionStory> sessionStories() {
          {twoFonts},
          {"choose a", "other choose a", letters, "refused other delete 1", "close-saving", "other choose a",
           "other delete 1", "refused delete 2", "other close-saving"}},
+        {"TheWindowTeachesTwoFontsAndSavesBoth",
+         {twoFonts},
+         {"choose a", letters, "choose b", larger, "close-saving"},
+         true},
+        {"TheWindowMakesRenamesAndDeletesFonts",
+         {twoFonts},
+         {"new c", digits, "rename d c", "remove a", "undo", "save", "close-discarding"},
+         true},
+        {"TheWindowStartsAfterADeath", {twoFonts, killed}, {"choose a", letters, "undo", "learn"}, true},
     };
 }
 

@@ -29,9 +29,13 @@ namespace dravik::test {
 
 namespace fs = std::filesystem;
 
-// Without DRAVIK_FAULTS_ALL no story takes more points than these, spread over all.
+// Without DRAVIK_FAULTS_ALL no story takes more points than these, spread over all; a quarter of them in the
+// window, which takes its time.
 constexpr std::size_t kSomePoints = 40;
 constexpr unsigned kLongestRun = 60;  // seconds
+
+// What a failure says that has kept nothing from being done.
+constexpr char kDoneAllTheSame[] = "was changed all the same";
 
 struct Point {
     long number = 0;
@@ -99,10 +103,14 @@ class FaultWorkplace {
     std::string jobs() const { return path("jobs"); }
     std::string path(const std::string& name) const { return folder_.path(name); }
 
-    Outcome run(const Words& words, const Point& point = {}) const {
+    Outcome run(const Words& words, const Point& point = {}) const { return end(begin(words, point)); }
+
+    // Starts it; with a display the window is shown there, else nowhere.
+    pid_t begin(const Words& words, const Point& point = {}, const std::string& display = "") const {
         Words command = words;
-        if (command.front() == "fault-acts") {
-            command.front() = DRAVIK_FAULT_ACTS;
+        const bool isWindow = command.front() == "fault-window";
+        if (isWindow || command.front() == "fault-acts") {
+            command.front() = isWindow ? DRAVIK_FAULT_WINDOW : DRAVIK_FAULT_ACTS;
             command.insert(command.begin() + 1, jobs());
         } else {
             command.front() = DRAVIK_TRAINER;
@@ -116,6 +124,9 @@ class FaultWorkplace {
             };
             if (chdir(folder_.path().c_str()) != 0) _exit(127);
             set("LD_PRELOAD", DRAVIK_FAULT_SHIM);
+            set("QT_QPA_PLATFORM", display.empty() ? "offscreen" : "xcb");
+            set("QT_LOGGING_RULES", "*=false");
+            if (!display.empty()) set("DISPLAY", display);
             set("DRAVIK_FAULT_FOLDER", jobs());
             set("DRAVIK_FAULT_LOG", path("log"));
             set("DRAVIK_FAULT_AT", std::to_string(point.number));
@@ -130,6 +141,10 @@ class FaultWorkplace {
             execv(arguments.front(), arguments.data());
             _exit(127);
         }
+        return child;
+    }
+
+    Outcome end(pid_t child) const {
         int status = 0;
         EXPECT_EQ(waitpid(child, &status, 0), child);
         return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, WIFSIGNALED(status) ? WTERMSIG(status) : 0,
@@ -153,7 +168,8 @@ class FaultWorkplace {
         }
         if (std::getenv("DRAVIK_FAULTS_ALL")) return all;
         std::vector<Point> some;
-        const std::size_t step = std::max<std::size_t>(1, (all.size() + kSomePoints - 1) / kSomePoints);
+        const std::size_t most = act.front() == "fault-window" ? kSomePoints / 4 : kSomePoints;
+        const std::size_t step = std::max<std::size_t>(1, (all.size() + most - 1) / most);
         for (std::size_t i = 0; i < all.size(); i += step) some.push_back(all[i]);
         return some;
     }

@@ -2,6 +2,7 @@
 // change that was completed is there, or the program has said that it is not. The last session of each story
 // is done once to count its operations on files, then once for each of them and each way in which it can
 // fail.
+#include <array>
 #include <iostream>
 #include <sstream>
 
@@ -32,6 +33,11 @@ Lines linesOf(const std::string& out) {
     return lines;
 }
 
+Lines without(const char* what, Lines lines) {
+    std::erase_if(lines, [&](const Line& line) { return line.what == what; });
+    return lines;
+}
+
 class Sessions : public testing::TestWithParam<SessionStory> {
   protected:
     FaultWorkplace place;
@@ -40,8 +46,8 @@ class Sessions : public testing::TestWithParam<SessionStory> {
     std::set<std::string> known;                // all contents that fonts have had
     Outcome usual;                              // the session without a fault
 
-    Words session(const std::vector<std::string>& steps) const {
-        Words words = {"fault-acts", "session"};
+    static Words session(const std::vector<std::string>& steps, bool hasWindow = false) {
+        Words words = {hasWindow ? "fault-window" : "fault-acts", "session"};
         words.insert(words.end(), steps.begin(), steps.end());
         return words;
     }
@@ -90,7 +96,8 @@ class Sessions : public testing::TestWithParam<SessionStory> {
         const Lines told = linesOf(run.out), usually = linesOf(usual.out);
         EXPECT_TRUE(run.signal == 0 || run.signal == SIGKILL) << run.signal << run.err;
         if (run.signal == 0 && run.status == 0) {
-            EXPECT_EQ(run.out, usual.out) << "it ended well and did not do it";
+            EXPECT_TRUE(without("recovered", told) == without("recovered", usually))
+                << "it ended well and did not do it: " << run.out;
         } else if (run.signal == 0) {
             EXPECT_EQ(run.status, 1);
             EXPECT_NE(run.err, "") << "no word of what failed";
@@ -103,6 +110,7 @@ class Sessions : public testing::TestWithParam<SessionStory> {
         std::set<std::string> letGo;
         std::set<std::string> had = known;  // steps behind one that failed lead elsewhere
         bool hasFailed = false;
+        std::map<std::string, std::string> beingLetGo;
         for (const auto& [font, content] : before) allowed[font] = {content};
         for (const Line& line : told) {
             had.insert(line.rest);
@@ -115,7 +123,17 @@ class Sessions : public testing::TestWithParam<SessionStory> {
                     << "a step that failed is half done";
                 hasFailed = true;
                 allowed[line.font].insert(line.rest);
+            } else if (line.what == "dropped") {
+                beingLetGo.erase(line.font);
+            } else if (line.what == "chosen") {
+                const auto isFound = [&](const Line& other) {
+                    return other.what == "recovered" && other.font == line.font;
+                };
+                EXPECT_TRUE(hasFailed || std::find(usually.begin(), usually.end(), line) != usually.end() ||
+                            std::any_of(told.begin(), told.end(), isFound))
+                    << "no word that " << line.font << " is shown without its changes";
             } else if (line.what == "let go" || line.what == "gone") {
+                if (line.what == "let go") beingLetGo[line.font] = line.rest;
                 letGo.insert(line.rest);
                 allowed.erase(line.font);
                 last.erase(line.font);
@@ -132,7 +150,7 @@ class Sessions : public testing::TestWithParam<SessionStory> {
                 allowed[next.font].insert(next.rest);
             else if (next.what == "let go" || next.what == "gone")
                 leaving = next.font;
-            for (std::size_t i = told.size(); !leaving.empty() && i < usually.size() && i < told.size() + 2;
+            for (std::size_t i = told.size(); !leaving.empty() && i < usually.size() && i < told.size() + 3;
                  ++i)
                 if (usually[i].what == "shown") allowed[usually[i].font].insert(usually[i].rest);
         }
@@ -156,6 +174,10 @@ class Sessions : public testing::TestWithParam<SessionStory> {
                 EXPECT_TRUE(everything.count(content) || isShownIn(shown, content))
                     << "lost of " << font << ": " << content;
             }
+        }
+        for (const auto& [font, content] : run.signal == 0 ? beingLetGo : decltype(beingLetGo)()) {
+            EXPECT_EQ(shown.count(font) ? shown.at(font) : "nothing", content)
+                << "letting go of " << font << " failed, and yet it was done";
         }
         for (const std::string& content : letGo) {
             EXPECT_TRUE(isShownIn(shown, content) || everything.count(content))
@@ -193,7 +215,7 @@ TEST_P(Sessions, KeepEachCompletedChange) {
     const Lines first = show();
     note(first);
     before = shownIn(first);
-    act = session(story.act);
+    act = session(story.act, story.hasWindow);
     place.bringBack("before");
     usual = place.run(act);
     ASSERT_TRUE(usual.status == 0 || story.act.back() == "die") << usual.err;
@@ -215,6 +237,62 @@ TEST_P(Sessions, KeepEachCompletedChange) {
     }
     std::cout << story.name << ": " << points.size() << " points\n";
 }
+
+// What ends the window: signals, of which one cannot be answered, and the display that goes.
+class WindowEnds : public testing::TestWithParam<int> {
+  protected:
+    static constexpr int kNoDisplay = 0;
+};
+
+TEST_P(WindowEnds, AndWhatWasDoneIsThereAtTheNextStart) {
+    const FaultWorkplace place;
+    const bool losesDisplay = GetParam() == kNoDisplay;
+    std::string display;
+    pid_t server = 0;
+    if (losesDisplay) {
+        std::array<int, 2> said{};
+        ASSERT_EQ(pipe(said.data()), 0);
+        server = fork();
+        if (server == 0) {
+            execlp("Xvfb", "Xvfb", "-displayfd", std::to_string(said[1]).c_str(), "-screen", "0",
+                   "1280x800x24", nullptr);
+            _exit(127);
+        }
+        close(said[1]);
+        for (char one = 0; read(said[0], &one, 1) == 1 && one != '\n';) display += one;
+        close(said[0]);
+        ASSERT_NE(display, "") << "Xvfb does not start";
+        display.insert(0, ":");
+    }
+    const pid_t window = place.begin({"fault-window", "session", "new a", "include d5.pgm 0123456789",
+                                      "new b", "include l5.pgm ACHT", "undo", "redo", "wait"},
+                                     {}, display);
+    const auto said = [&] { return contentOf(place.path("out")); };
+    for (int i = 0; i < 600 && said().find("waiting") == std::string::npos; ++i) usleep(50'000);
+    kill(losesDisplay ? server : window, losesDisplay ? SIGKILL : GetParam());
+    const Outcome run = place.end(window);
+    if (losesDisplay) {
+        EXPECT_EQ(waitpid(server, nullptr, 0), server);
+        EXPECT_NE(run.status, 0);
+    } else {
+        EXPECT_EQ(run.signal, GetParam());
+    }
+    std::map<std::string, std::string> last;
+    for (const Line& line : linesOf(run.out))
+        if (line.what == "shown") last[line.font] = line.rest;
+    ASSERT_EQ(last.size(), 2u) << run.out << run.err;
+    int recovered = 0;
+    for (const Line& line : linesOf(place.run({"fault-acts", "show"}).out)) {
+        recovered += line.what == "recovered";
+        EXPECT_NE(line.what, "differs");
+        if (line.what == "shown") {
+            EXPECT_EQ(line.rest, last[line.font]) << line.font;
+        }
+    }
+    EXPECT_EQ(recovered, 2);
+}
+
+INSTANTIATE_TEST_SUITE_P(Ways, WindowEnds, testing::Values(0, SIGTERM, SIGHUP, SIGINT, SIGKILL));
 
 std::string storyName(const testing::TestParamInfo<SessionStory>& info) {
     return info.param.name;

@@ -1,4 +1,6 @@
 // What the views of Qt do beyond what those of every window system do.
+#include <QScrollBar>
+
 #include "Shown.h"
 #include "shown/Numbers.h"
 
@@ -106,6 +108,93 @@ TEST(Views, AGridAsksOnlyForWhatIsInViewAndShowsOneSelection) {
     grid.setSource(std::make_shared<Numbers>(6, 5));  // the selection is cut to fewer records
     settle();
     EXPECT_EQ(selected(), (std::vector{5, 2, 5, 3}));
+}
+
+TEST(Views, AGridStaysWhereItIsUntilTheOperatorGoesElsewhere) {
+    Grid grid("grid");
+    Shown shown(column({item(grid).stretched()}));
+    grid.setSource(std::make_shared<Numbers>(1000, 54));
+    settle();
+    auto& view = shown.view<GridView>("grid");
+    auto& down = *view.verticalScrollBar();
+    shown.focus(grid);
+    down.setValue(90);
+    shown.key(Key::A, kCtrlMask);
+    EXPECT_EQ(down.value(), 90);
+    EXPECT_EQ(grid.rowSelection(), 999);
+    grid.select(1, 1, 1, 1);
+    grid.setSource(std::make_shared<Numbers>(1000, 54));
+    settle();
+    EXPECT_EQ(down.value(), 90);
+    shown.key(Key::Down, kCtrlMask);
+    EXPECT_EQ(grid.row(), 999);
+    shown.key(Key::Right, kCtrlMask);
+    EXPECT_EQ(grid.column(), 53);
+    shown.key(Key::Up, kCtrlMask);
+    EXPECT_EQ(down.value(), 0);
+
+    // Dragged below the edge it goes on while the pointer rests there.
+    const QPoint first = view.visualRect(view.model()->index(0, 1)).center();
+    const QPoint below(first.x(), view.viewport()->height() + 20);
+    QTest::mousePress(view.viewport(), Qt::LeftButton, {}, first);
+    QMouseEvent move(QEvent::MouseMove, below, view.viewport()->mapToGlobal(below), Qt::NoButton,
+                     Qt::LeftButton, Qt::NoModifier);
+    QApplication::sendEvent(view.viewport(), &move);
+    EXPECT_TRUE(waitUntil([&] { return down.value() > 4; }));
+    QTest::mouseRelease(view.viewport(), Qt::LeftButton, {}, below);
+    EXPECT_EQ(grid.row(), 1);
+    EXPECT_GT(grid.rowSelection(), 10);
+}
+
+TEST(Views, AToolbarIsOneTabStopWhoseButtonsArrowKeysReach) {
+    Toolbar bar("bar");
+    for (const char* key : {"One", "Two", "Three"}) bar.add(key, key);
+    bar.button("Two").setEnabled(false);
+    Label cell("cell", "A");
+    cell.setCell(true);
+    std::string pressed;
+    bar.buttonClick.subscribe([&](ToolButton& button) { pressed += button.key; });
+    Shown shown(column({item(bar), item(cell)}));
+    shown.view("bar.One").setFocus(Qt::TabFocusReason);
+    shown.key(Key::Right);
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Space);
+    EXPECT_EQ(pressed, "Three");
+    shown.key(Key::Tab);
+    EXPECT_TRUE(shown.focused(cell));
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Backtab, Qt::ShiftModifier);
+    EXPECT_EQ(QApplication::focusWidget(), &shown.view("bar.Three")) << "where it was";
+}
+
+// Nothing is chosen when the form comes up.
+TEST(Views, ArrowKeysChooseAmongOptions) {
+    OptionButton one("one", "one"), two("two", "two");
+    Shown shown(column({item(one), item(two)}));
+    shown.focus(one);
+    shown.key(Key::Down);
+    EXPECT_TRUE(two.chosen());
+    EXPECT_FALSE(one.chosen());
+}
+
+TEST(Views, TheFirstEntryOfAListWithoutAChoiceIsChosenByKey) {
+    ListBox list("list");
+    list.setItems({"one"});
+    Shown shown(column({item(list)}));
+    list.setListIndex(-1);
+    shown.focus(list);
+    shown.key(Key::Down);
+    EXPECT_EQ(list.text(), "one");
+}
+
+TEST(Views, AMessageBoxIsAsWideAsItsTitle) {
+    Shown shown(column({}));
+    const QString title = QStringLiteral("Difference in character counts");
+    DialogScript script;
+    script.expect("messageBox", [&](QWidget& box) {
+        EXPECT_GT(box.width(), box.fontMetrics().horizontalAdvance(title) + 100);
+        QTest::keyClick(&box, Qt::Key_Return);
+    });
+    shown.platform.messageBox({"8", title.toStdString()});
+    EXPECT_TRUE(script.finished());
 }
 
 }  // namespace

@@ -1,6 +1,7 @@
 // The program's window as a whole: a font is made, taught, learnt, saved and reads, all through what the
 // operator sees.
 #include <QAction>
+#include <QClipboard>
 #include <QCoreApplication>
 #include <QDesktopServices>
 #include <QDir>
@@ -12,6 +13,8 @@
 #include <QMessageBox>
 #include <QMimeData>
 #include <QPushButton>
+#include <QScreen>
+#include <QSettings>
 #include <QTemporaryDir>
 #include <QToolButton>
 #include <sstream>
@@ -25,6 +28,7 @@
 #include "qt/QtImage.h"
 #include "qt/QtPlatform.h"
 #include "qt/ReadingView.h"
+#include "qt/Theme.h"
 
 namespace dravik {
 
@@ -183,7 +187,7 @@ TEST_F(WindowTest, AMismatchIsVisibleBeforeInclude) {
         return count;
     };
     const QColor warning(0xD8, 0x43, 0x15);
-    EXPECT_EQ(view<QLabel>("previewText").text(), "13 characters found");
+    EXPECT_TRUE(view<QLabel>("previewText").text().startsWith("13 characters found, text proposed"));
     EXPECT_EQ(pixels(warning), 0);
     trainer.control().screen().sample.txtSampleInput.setText("EXP2026/07/2");
     EXPECT_TRUE(view<QLabel>("previewText").text().contains("13 characters found, 12 typed"));
@@ -222,6 +226,67 @@ TEST_F(WindowTest, ASmallWindowShowsEverythingThatMatters) {
         EXPECT_FALSE(shown.visibleRegion().isEmpty()) << name;
     }
     EXPECT_GT(view("partView").width(), 330);
+}
+
+TEST_F(WindowTest, ComesUpWithinTheScreenWithTheFocusWhereTheNextKeyBelongs) {
+    EXPECT_EQ(window.focusWidget(), &view("cmdSelectFont")) << "nothing can be included yet";
+    DialogScript script;
+    script.expect("dlgFontManagerWindow", [&](QWidget& manager) {
+        DialogScript inner;
+        inner.expect("dlgFontNewWindow", [&](QWidget& form) {
+            QTest::keyClicks(form.focusWidget(), "one");
+            QTest::keyClick(form.focusWidget(), Qt::Key_Return);
+        });
+        manager.findChild<QPushButton*>("cmdNewFont")->click();
+        EXPECT_TRUE(inner.finished());
+        EXPECT_EQ(manager.focusWidget()->objectName(), "lbFonts");
+        QTest::keyClick(manager.focusWidget(), Qt::Key_Return);
+    });
+    QTest::keyClick(window.focusWidget(), Qt::Key_Return);
+    EXPECT_TRUE(script.finished());
+    settle();
+    EXPECT_EQ(window.focusWidget(), &view("txtSampleInput"));
+
+    // A screen of less than the window's own wish, as a large one with a display scale of 2 is.
+    QSettings().clear();
+    MainWindow second{trainer, platform};
+    const QSize room = second.screen()->availableGeometry().size();
+    EXPECT_LT(second.width(), room.width());
+    EXPECT_LT(second.height(), room.height());
+}
+
+TEST_F(WindowTest, AnImageOfTheClipboardIsOpenedWhereverTheFocusIs) {
+    view<QLineEdit>("txtCharSet").setFocus();
+    QImage picture(60, 40, QImage::Format_RGB32);
+    picture.fill(Qt::white);
+    QGuiApplication::clipboard()->setImage(picture);
+    QTest::keyClick(&view("txtCharSet"), Qt::Key_V, Qt::ControlModifier);
+    ASSERT_EQ(trainer.parts().count(), 1);
+    EXPECT_EQ(trainer.parts().image().width(), 60);
+    QGuiApplication::clipboard()->setText("words");
+    view<QLineEdit>("txtSampleInput").setFocus();
+    QTest::keyClick(&view("txtSampleInput"), Qt::Key_V, Qt::ControlModifier);
+    EXPECT_EQ(trainer.parts().count(), 1);
+    EXPECT_EQ(view<QLineEdit>("txtSampleInput").text(), "words");
+}
+
+TEST_F(WindowTest, FieldsAndMarksAreSeenInEveryTheme) {
+    for (const char* theme : {"themeDark", "themeLight", "themeSystem"}) {
+        action(theme).trigger();
+        settle();
+        const QPalette palette = window.palette();
+        const QColor ground = palette.color(QPalette::Window);
+        for (const char* name : {"txtSampleInput", "chkCase", "cboTimeout", "reading"}) {
+            const QImage shown = view(name).grab().toImage();
+            double most = 1;
+            // Down the left side, where the frame is.
+            for (int x = 0; x < 6; ++x)
+                most = std::max(most, contrast(shown.pixelColor(x, shown.height() / 2), ground));
+            EXPECT_GE(most, 3) << name << " with " << theme;
+        }
+        EXPECT_GE(contrast(warningColor(palette), ground), 3) << theme;
+        EXPECT_GE(contrast(palette.color(QPalette::Text), palette.color(QPalette::Base)), 7) << theme;
+    }
 }
 
 // Takes the pages that the system's browser would be given.

@@ -30,6 +30,7 @@ struct CharArrayTest : ProcedureTest {
     void addSample(const std::string& character, int scaled) {
         tool->committed.push_back({character, 0.1, filled(scaled / 255.0)});
     }
+    Label& note() { return dynamic_cast<Label&>(*form().find("lblMessage")); }
     std::string caption(std::size_t cell) { return form().lblCell[cell]->caption(); }
     dlgCharArray& form() { return *arrays.m_dlgArray(); }
 
@@ -103,7 +104,10 @@ TEST_F(CharArrayTest, OverflowIsReportedAndLeavesNoFigureOfAnotherCharacter) {
     arrays.DisplayCharArray("A", true);
     EXPECT_EQ(message(), "CalculateStdDev Err 6 Overflow");
     EXPECT_EQ(caption(0), "");
-    EXPECT_EQ(platform.shown.size(), 3u);
+    EXPECT_EQ(note().caption(), "No deviations: CalculateStdDev Err 6 Overflow");
+    arrays.DisplayCharArray("A", false);
+    EXPECT_FALSE(note().visible());
+    EXPECT_EQ(platform.shown.size(), 4u);
 }
 
 TEST_F(CharArrayTest, ChooserAndButtonsAskForAnotherArray) {
@@ -140,6 +144,9 @@ TEST_F(CharArrayTest, FontArrayTooShortChangesNothingButIsTraced) {
     EXPECT_EQ(form().caption(), "Character Array");
     EXPECT_EQ(form().cboChar.count(), 0);
     EXPECT_EQ(caption(0), "128");
+    form().tlbArray.button("StdDev").press();
+    EXPECT_FALSE(form().tlbArray.button("StdDev").pressed()) << "no array of deviations is shown";
+    EXPECT_TRUE(note().visible());
     charactersOfTool.clear();
     arrays.DisplayCharArray("A", false);
     form().SetCharacter("A", nullptr, 0);

@@ -373,10 +373,17 @@ TEST_F(FontSelectionTest, DeleteAsksNothingAndKeepsASelection) {
         EXPECT_EQ(in<ListBox>(form, "lbFonts").text(), "beta");
         press(form, {"cmdDeleteFont", "cmdDeleteFont"});
         EXPECT_EQ(in<ListBox>(form, "lbFonts").listIndex(), -1);
-        EXPECT_FALSE(in<Button>(form, "cmdDuplicateFont").enabled());
-        in<Button>(form, "OKButton").press();
+        for (const char* button : {"cmdDuplicateFont", "cmdRenameFont", "cmdDeleteFont", "OKButton"})
+            EXPECT_FALSE(in<Button>(form, button).enabled()) << button;
+        EXPECT_TRUE(form.loaded());
+        EXPECT_EQ(status(form), "Deleted font: alpha");
+        form.cancelButton->press();
     });
     EXPECT_TRUE(platform.boxes.empty());
+    manager([&](Form& form) {
+        EXPECT_EQ(status(form), "There is no font yet: make one with New");
+        form.cancelButton->press();
+    });
 }
 
 TEST_F(FontSelectionTest, AFailureIsShownInTheManagersStatusBar) {

@@ -97,6 +97,9 @@ TEST_F(dlgCharHistTest, FontHistogramPlacesBarsOnTheAxis) {
     EXPECT_TRUE(form.udThreshold.visible());
     EXPECT_TRUE(form.tlbMain.button("Font").pressed());
     EXPECT_THAT(events, IsEmpty());
+    EXPECT_TRUE(bar(0).hatched) << "over the threshold, told by more than the colour";
+    EXPECT_FALSE(bar(1).hatched);
+    EXPECT_EQ(form.chart.scene().labels.back().caption, "samples");
     EXPECT_EQ(form.chart.scene().bars.at(1).accessibleName, "B, 1 sample, largest Distance 0.350");
     EXPECT_EQ(form.chart.scene().bars.at(0).accessibleName,
               "A, 12 samples, largest Distance 0.400, over the threshold");
@@ -379,6 +382,9 @@ TEST_F(dlgCharHistTest, ToolbarSwitchesTheHistogram) {
     EXPECT_EQ(events.size(), 1u);
     fontButton.press();
     EXPECT_EQ(events.back(), "Font A");
+    fontButton.press();
+    form.tmrGraphics.tick();
+    EXPECT_TRUE(fontButton.pressed()) << "the buttons tell what is shown";
 
     events.clear();
     point(25, 1);
@@ -438,6 +444,13 @@ TEST_F(dlgCharHistTest, ArrowKeysWalkTheBarsAndTheMenuKeyOpensTheirMenu) {
     platform.menuPicks = {"", ""};
     key(kRight);
     EXPECT_EQ(panel("Msg"), "Distance = 0.000 to 0.100");
+    EXPECT_EQ(form.chart.pointed(), 0);
+    key(kRight);
+    key(kRight);
+    EXPECT_EQ(panel("Msg"), "Distance = 0.900 to 1.000") << "over the empty bins";
+    EXPECT_EQ(form.chart.scene().bars.at(static_cast<std::size_t>(form.chart.pointed())).left, bar(9).left);
+    key(kLeft);
+    key(kLeft);
     key(kMenu);
     key(121, kShiftMask);
     key(121);

@@ -1,5 +1,8 @@
 // Each kind of control shows its state and turns what the operator does into events, and back.
+#include <thread>
+
 #include "Shown.h"
+#include "ui/TypedAhead.h"
 
 namespace dravik::test {
 
@@ -90,6 +93,27 @@ TEST(TextBoxes, AreTypedIntoReplacedSelectedAndLocked) {
     box.setLocked(true);
     shown.type("y");
     EXPECT_EQ(box.text(), "a\u00e4\U0001F600z");
+}
+
+// A run ends while the operator types: what is typed on must not press the button that gets the focus then.
+TEST(TextBoxes, WhatIsTypedOnPressesNoButtonThatTheProgramGivesTheFocus) {
+    TextBox box("box", "");
+    Button button("button", "Save");
+    Shown shown(column({item(box), item(button)}));
+    int clicks = 0;
+    button.click.subscribe([&] { ++clicks; });
+    shown.focus(box);
+    shown.type("a");
+    button.setFocus();
+    letHappen();
+    EXPECT_TRUE(shown.focused(button));
+    for (const Key key : {Key::Space, Key::A, Key::Enter}) shown.key(key);
+    EXPECT_EQ(clicks, 0);
+    std::this_thread::sleep_for(TypedAhead::kPause + std::chrono::milliseconds(50));
+    shown.key(Key::Space);
+    EXPECT_EQ(clicks, 1) << "the operator means it now";
+    shown.key(Key::Enter);
+    EXPECT_EQ(clicks, 2);
 }
 
 TEST(Lists, FireOncePerChoice) {

@@ -26,7 +26,7 @@ namespace dravik::test {
 
 using namespace ui;
 
-enum class Key { Tab, Enter, Escape, Up, Down, Left, Right, Home, End, Delete, Menu, F10, A, C };
+enum class Key { Tab, Enter, Escape, Up, Down, Left, Right, Home, End, Delete, Menu, F10, Space, A, C };
 
 struct Point {
     int x = 0;

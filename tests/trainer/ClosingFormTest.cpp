@@ -1,9 +1,7 @@
 #include "trainer/window/ClosingForm.h"
 
-#include <gmock/gmock.h>
-
-#include "screen/support/ScriptedPlatform.h"
 #include "trainer/support/FakeHistory.h"
+#include "trainer/support/TrainerFixture.h"
 #include "trainer/window/RestoreForm.h"
 
 namespace dravik::test {
@@ -15,11 +13,6 @@ namespace {
 
 using testing::ElementsAre;
 using testing::HasSubstr;
-
-template <class Kind>
-Kind& in(Form& form, const char* name) {
-    return dynamic_cast<Kind&>(*form.find(name));
-}
 
 class ClosingFormTest : public testing::Test {
   protected:

@@ -2,20 +2,11 @@
 // tool, without a window system.
 #include "trainer/FontActs.h"
 
-#include <gmock/gmock.h>
-
-#include <algorithm>
 #include <filesystem>
-#include <functional>
-#include <optional>
 
 #include "base/Paths.h"
 #include "screen/context/Screen.h"
-#include "tool/Samples.h"
-#include "trainer/support/Operator.h"
-#include "trainer/support/PgmFile.h"
-#include "trainer/support/Workspace.h"
-#include "trainer/window/TrainerWindow.h"
+#include "trainer/support/TrainerFixture.h"
 
 namespace dravik::test {
 
@@ -30,64 +21,20 @@ using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
 
-struct NoDialogs : WindowSystem {
-    std::vector<std::string> choosePaths(const FileQuestion&) override { return {}; }
-    std::string chooseNewFile(const FileQuestion&) override { return newFile; }
-    std::string keptFolder() const override { return {}; }
-    void keepFolder(const std::string&) override {}
-    void closeWindow() override {}
-    bool showGuide() override { return false; }
-    std::string newFile;
-};
-
-class FontActsTest : public testing::Test {
+class FontActsTest : public TrainerFixture {
   protected:
-    FontActsTest() {
+    FontActsTest() : TrainerFixture(true) {
         EXPECT_EQ(workspace.learnDigits("digits").status, 0);
         std::filesystem::copy_file(toPath(workspace.fontFile("digits")), toPath(workspace.fontFile("other")));
         platform.script("closingForm", [this](Form& form) {
-            unsavedAtEnd = dynamic_cast<ListBox&>(*form.find("lbFonts")).items();
+            unsavedAtEnd = in<ListBox>(form, "lbFonts").items();
             form.cancelButton->press();
         });
         start();
     }
-    void start() {
-        window.reset();
-        trainer.reset();
-        trainer.emplace(platform, JobFolder(workspace.jobs()), readPgm, true);
-        window.emplace(*trainer, platform, system);
-    }
-    Screen& screen() { return trainer->control().screen(); }
-    std::string message() { return screen().sbr.panel("Message").text(); }
-    void manager(std::function<void(Form&)> act) {
-        platform.script("dlgFontManager", std::move(act));
-        window->actions.fontSelect.trigger();
-    }
-    void choose(const std::string& font) {
-        manager([&](Form& form) {
-            auto& list = dynamic_cast<ListBox&>(*form.find("lbFonts"));
-            list.setText(font);
-            form.defaultButton->press();
-        });
-    }
-    void include(const std::string& text) {
-        window->open({workspace.draw(text + ".pgm", text)});
-        trainer->parts().setCurrent(trainer->parts().count() - 1);
-        screen().sample.txtSampleInput.setText(text);
-        screen().sample.cmdInclude.press();
-    }
-    int committed() {
-        const auto table = trainer->tool().GetSampleData(kAllCommitted, kSampleFields);
-        return table ? table->upperRow() : 0;
-    }
     ToolButton& undoButton() { return screen().overview.tlbChars.button("Undo"); }
 
-    Workspace workspace;
-    Operator platform;
-    NoDialogs system;
     std::vector<std::string> unsavedAtEnd;
-    std::optional<Trainer> trainer;
-    std::optional<TrainerWindow> window;
 };
 
 TEST_F(FontActsTest, IncludesAndDeletionsGoBackAndForthWithTheScreen) {
@@ -196,7 +143,7 @@ TEST_F(FontActsTest, AProgramThatDiesLosesNothingAndSaysWhatIsThereAgain) {
 TEST_F(FontActsTest, ADeletedFontComesBackByUndoAndByRestore) {
     choose("digits");
     const int samples = committed();
-    manager([](Form& form) { dynamic_cast<Button&>(*form.find("cmdDeleteFont")).press(); });
+    manager([](Form& form) { in<Button>(form, "cmdDeleteFont").press(); });
     EXPECT_EQ(window->title(), "Dravik Trainer");
     ASSERT_TRUE(window->actions.undo.enabled());
     EXPECT_THAT(window->actions.undo.text(), HasSubstr("digits"));
@@ -204,10 +151,10 @@ TEST_F(FontActsTest, ADeletedFontComesBackByUndoAndByRestore) {
     EXPECT_EQ(window->title(), "digits - Dravik Trainer");
     EXPECT_EQ(committed(), samples);
 
-    manager([](Form& form) { dynamic_cast<Button&>(*form.find("cmdDeleteFont")).press(); });
+    manager([](Form& form) { in<Button>(form, "cmdDeleteFont").press(); });
     platform.script("restoreForm", [](Form& form) {
-        EXPECT_THAT(dynamic_cast<ListBox&>(*form.find("lbVersions")).items()[0], HasSubstr("(deleted)"));
-        dynamic_cast<TextBox&>(*form.find("txtName")).setText("again");
+        EXPECT_THAT(in<ListBox>(form, "lbVersions").items()[0], HasSubstr("(deleted)"));
+        in<TextBox>(form, "txtName").setText("again");
         form.defaultButton->press();
     });
     window->actions.fontRestore.trigger();

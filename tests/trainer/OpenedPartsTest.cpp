@@ -43,7 +43,7 @@ class OpenedPartsTest : public testing::Test {
 };
 
 TEST_F(OpenedPartsTest, AFolderGivesItsImagesInOrderOfName) {
-    EXPECT_TRUE(parts.open({workspace.path("parts")}).empty());
+    EXPECT_TRUE(parts.open({workspace.path("parts")}).problems.empty());
     EXPECT_THAT(namesOf(parts), ElementsAre("a.PGM", "b.pgm", "c.png"));
     EXPECT_EQ(events, "list 0 ");
     EXPECT_FALSE(parts.image().empty());
@@ -61,8 +61,10 @@ TEST_F(OpenedPartsTest, AFileIsOpenedOnceHoweverItIsNamed) {
 
 TEST_F(OpenedPartsTest, WhatHoldsNoImageIsNamed) {
     std::filesystem::create_directory(workspace.path("empty"));
-    const auto problems = parts.open({workspace.path("none.png"), workspace.path("parts/notes.txt"),
-                                      workspace.path("empty"), workspace.path("parts/a.PGM")});
+    const auto problems = parts
+                              .open({workspace.path("none.png"), workspace.path("parts/notes.txt"),
+                                     workspace.path("empty"), workspace.path("parts/a.PGM")})
+                              .problems;
     EXPECT_THAT(problems, ElementsAre(workspace.path("none.png") + ": no such file or folder",
                                       HasSubstr("notes.txt: is not a grey image"),
                                       workspace.path("empty") + ": no images in this folder"));

@@ -29,9 +29,10 @@ TEST(Pipes, AreRefusedAtOnceAsListsAndAsImages) {
     }
     workspace.draw("part.pgm", "1");
     OpenedParts parts(readPgm);
-    EXPECT_THAT(parts.open({workspace.path("")}), testing::IsEmpty());
+    EXPECT_THAT(parts.open({workspace.path("")}).problems, testing::IsEmpty());
     EXPECT_EQ(parts.count(), 1);
-    EXPECT_THAT(parts.open({pipe, "/dev/zero"}), ElementsAre(pipe + ": is no file", "/dev/zero: is no file"));
+    EXPECT_THAT(parts.open({pipe, "/dev/zero"}).problems,
+                ElementsAre(pipe + ": is no file", "/dev/zero: is no file"));
     EXPECT_EQ(parts.count(), 1);
 }
 

@@ -1,20 +1,13 @@
 #include "trainer/Trainer.h"
 
-#include <gmock/gmock.h>
-
 #include <algorithm>
 #include <atomic>
-#include <functional>
-#include <initializer_list>
 #include <random>
 #include <string>
 #include <thread>
 
 #include "base/Failure.h"
-#include "tool/Samples.h"
-#include "trainer/support/Operator.h"
-#include "trainer/support/PgmFile.h"
-#include "trainer/support/Workspace.h"
+#include "trainer/support/TrainerFixture.h"
 
 namespace dravik::test {
 
@@ -28,141 +21,117 @@ namespace {
 using testing::HasSubstr;
 using testing::StartsWith;
 
-class TrainerTest : public testing::Test {
+class TrainerTest : public TrainerFixture {
   protected:
+    // Select Font takes the first one unless a test does something else in the manager.
     TrainerTest() {
-        platform.script("dlgFontManager", [](Form& manager) {
-            dynamic_cast<ListBox&>(*manager.find("lbFonts")).setListIndex(0);
-            dynamic_cast<Button&>(*manager.find("OKButton")).press();
+        platform.script("dlgFontManager", [](Form& form) {
+            in<ListBox>(form, "lbFonts").setListIndex(0);
+            press(form, {"OKButton"});
         });
     }
 
     std::string labels() const {
         std::string all;
-        for (const auto& character : trainer.preview())
+        for (const auto& character : trainer->preview())
             all += character.label.empty() ? "_" : character.label;
         return all;
     }
 
     std::string readText() const {
         std::string text;
-        for (const auto& line : trainer.reading().lines) {
+        for (const auto& line : trainer->reading().lines) {
             for (const auto& character : line) text += character.character;
             text += '|';
         }
         return text;
     }
 
-    // Opens the font manager; the operator does this in it.
-    void manager(std::function<void(Form&)> act) {
-        platform.script("dlgFontManager", std::move(act));
-        screen().font.cmdSelectFont.press();
-    }
-    static void press(Form& form, std::initializer_list<const char*> buttons) {
-        for (const char* button : buttons) dynamic_cast<Button&>(*form.find(button)).press();
-    }
     // The dialog that asks for a name gets this one.
     void name(const char* dialog, const char* text) {
         platform.script(dialog, [text](Form& form) {
-            dynamic_cast<TextBox&>(*form.find("txtFontName")).setText(text);
+            in<TextBox>(form, "txtFontName").setText(text);
             press(form, {"OKButton"});
         });
     }
-    static std::string chosenIn(Form& manager) {
-        return dynamic_cast<ListBox&>(*manager.find("lbFonts")).text();
-    }
-    static void choose(Form& manager, const std::string& font) {
-        auto& list = dynamic_cast<ListBox&>(*manager.find("lbFonts"));
-        const auto& fonts = list.items();
-        list.setListIndex(static_cast<int>(std::find(fonts.begin(), fonts.end(), font) - fonts.begin()));
-    }
-    int committed() {
-        const auto table = trainer.tool().GetSampleData(kAllCommitted, kSampleFields);
-        return table ? table->upperRow() : 0;
-    }
-
-    Screen& screen() { return trainer.control().screen(); }
-    void type(const std::string& text) { screen().sample.txtSampleInput.setText(text); }
-
-    Workspace workspace;
-    Operator platform;
-    Trainer trainer{platform, JobFolder(workspace.jobs()), readPgm, false};
+    static std::string chosenIn(Form& manager) { return in<ListBox>(manager, "lbFonts").text(); }
 };
 
 TEST_F(TrainerTest, ThePreviewShowsWhatIncludeWouldLabel) {
-    EXPECT_EQ(trainer.previewText(), "No image is open");
-    trainer.parts().open({workspace.draw("part.pgm", "123\n45")});
+    EXPECT_EQ(trainer->previewText(), "No image is open");
+    trainer->parts().open({workspace.draw("part.pgm", "123\n45")});
+    type("");
     EXPECT_EQ(labels(), "_____");
-    EXPECT_EQ(trainer.preview()[3].place.line, 1);
-    EXPECT_EQ(trainer.mismatch(), 0);
-    EXPECT_EQ(trainer.previewText(), "5 characters found");
+    EXPECT_EQ(trainer->preview()[3].place.line, 1);
+    EXPECT_EQ(trainer->mismatch(), 0);
+    EXPECT_EQ(trainer->previewText(), "5 characters found");
 
     int changes = 0;
-    trainer.previewChanged.subscribe([&] { ++changes; });
+    trainer->previewChanged.subscribe([&] { ++changes; });
     type("  123 ");
     EXPECT_EQ(changes, 1);
     EXPECT_EQ(labels(), "123__");
-    EXPECT_EQ(trainer.mismatch(), -2);
-    EXPECT_EQ(trainer.previewText(), "5 characters found, 3 typed");
+    EXPECT_EQ(trainer->mismatch(), -2);
+    EXPECT_EQ(trainer->previewText(), "5 characters found, 3 typed");
     type("12 345");
     EXPECT_EQ(labels(), "12 34") << "a blank inside the text counts";
-    EXPECT_EQ(trainer.mismatch(), 1);
+    EXPECT_EQ(trainer->mismatch(), 1);
     type(
         "\xC3\xA9"
         "2345");
-    EXPECT_EQ(trainer.mismatch(), 0) << "characters are counted, not bytes";
-    EXPECT_EQ(trainer.preview()[0].label, "\xC3\xA9");
+    EXPECT_EQ(trainer->mismatch(), 0) << "characters are counted, not bytes";
+    EXPECT_EQ(trainer->preview()[0].label, "\xC3\xA9");
     type("   ");
-    EXPECT_EQ(trainer.mismatch(), 0);
-    EXPECT_EQ(trainer.previewText(), "5 characters found");
+    EXPECT_EQ(trainer->mismatch(), 0);
+    EXPECT_EQ(trainer->previewText(), "5 characters found");
 }
 
 TEST_F(TrainerTest, WithoutAnImageOrATrainedFontTheReadingSaysWhy) {
-    EXPECT_EQ(trainer.reading().note, "No image is open");
-    trainer.parts().open({workspace.draw("part.pgm", "12")});
-    EXPECT_EQ(trainer.reading().note, "No font is selected");
-    EXPECT_FALSE(trainer.reading().available);
-    trainer.parts().open({workspace.write("text.png", "this is a text")});
-    trainer.parts().next();
-    EXPECT_THAT(trainer.reading().note, HasSubstr("text.png: is not a grey image"));
-    EXPECT_THAT(trainer.previewText(), HasSubstr("text.png: is not a grey image"));
-    EXPECT_TRUE(trainer.preview().empty()) << "the characters of the part before are gone";
-    EXPECT_EQ(trainer.title(), "Dravik Trainer");
+    EXPECT_EQ(trainer->reading().note, "No image is open");
+    trainer->parts().open({workspace.draw("part.pgm", "12")});
+    EXPECT_EQ(trainer->reading().note, "No font is selected");
+    EXPECT_FALSE(trainer->reading().available);
+    trainer->parts().open({workspace.write("text.png", "this is a text")});
+    trainer->parts().next();
+    EXPECT_THAT(trainer->reading().note, HasSubstr("text.png: is not a grey image"));
+    EXPECT_THAT(trainer->previewText(), HasSubstr("text.png: is not a grey image"));
+    EXPECT_TRUE(trainer->preview().empty()) << "the characters of the part before are gone";
+    EXPECT_EQ(trainer->title(), "Dravik Trainer");
 }
 
 TEST_F(TrainerTest, TheReadingFollowsTheImageTheFontAndTheTraining) {
     ASSERT_EQ(workspace.learnDigits("digits").status, 0);
-    trainer.parts().open({workspace.draw("a.pgm", "123\n45"), workspace.draw("b.pgm", "6789")});
+    trainer->parts().open({workspace.draw("a.pgm", "123\n45"), workspace.draw("b.pgm", "6789")});
     int titles = 0;
-    trainer.titleChanged.subscribe([&] { ++titles; });
+    trainer->titleChanged.subscribe([&] { ++titles; });
     screen().font.cmdSelectFont.press();
-    EXPECT_EQ(trainer.title(), "digits - Dravik Trainer");
+    EXPECT_EQ(trainer->title(), "digits - Dravik Trainer");
     EXPECT_EQ(titles, 1);
-    EXPECT_TRUE(trainer.reading().available);
+    EXPECT_TRUE(trainer->reading().available);
     EXPECT_EQ(readText(), "123|45|");
-    trainer.parts().next();
+    trainer->parts().next();
     EXPECT_EQ(readText(), "6789|");
 
     type("6789");
-    screen().sample.cmdInclude.press();
-    EXPECT_EQ(trainer.title(), "digits* - Dravik Trainer");
+    enter();
+    EXPECT_EQ(trainer->title(), "digits* - Dravik Trainer");
     EXPECT_EQ(titles, 2);
 
     screen().train.cmdTrain.press();
-    EXPECT_EQ(trainer.reading().note, "The font is being trained");
-    trainer.parts().previous();
-    EXPECT_EQ(trainer.preview().size(), 5U) << "parts can be looked at meanwhile";
-    EXPECT_EQ(trainer.checkText(), "");
+    EXPECT_EQ(trainer->reading().note, "The font is being trained");
+    trainer->parts().previous();
+    EXPECT_EQ(trainer->preview().size(), 5U) << "parts can be looked at meanwhile";
+    EXPECT_EQ(trainer->checkText(), "");
     runTimer(screen().train.tmrTrain);
     EXPECT_EQ(readText(), "123|45|");
-    runTimer(trainer.checkTimer());
-    EXPECT_THAT(trainer.checkText(), StartsWith("Held-out check (4-fold): "));
+    runTimer(trainer->checkTimer());
+    EXPECT_THAT(trainer->checkText(), StartsWith("Held-out check (4-fold): "));
     int checks = 0;
-    trainer.checkChanged.subscribe([&] { ++checks; });
+    trainer->checkChanged.subscribe([&] { ++checks; });
     type("12345");
     EXPECT_EQ(checks, 0);
     screen().train.cmdSaveFont.press();
-    EXPECT_EQ(trainer.title(), "digits - Dravik Trainer");
+    EXPECT_EQ(trainer->title(), "digits - Dravik Trainer");
     EXPECT_EQ(titles, 3);
     EXPECT_EQ(readText(), "123|45|");
 }
@@ -197,7 +166,8 @@ TEST_F(TrainerTest, AnImageThatTakesLongHoldsIncludeAloneAndCanBeStopped) {
     patient.parts().next();
     goesOn = true;
     finish();
-    EXPECT_EQ(patient.previewText(), "3 characters found") << "of the image that was chosen last";
+    EXPECT_EQ(patient.previewText(), "3 characters found, text proposed")
+        << "of the image that was chosen last";
     ASSERT_EQ(patient.reading().lines.size(), 1U);
     EXPECT_EQ(patient.reading().lines[0].size(), 3U);
     EXPECT_TRUE(include.enabled());
@@ -210,7 +180,7 @@ TEST_F(TrainerTest, AnImageThatTakesLongHoldsIncludeAloneAndCanBeStopped) {
     goesOn = true;
     patient.lookAgain();
     finish();
-    EXPECT_EQ(patient.previewText(), "2 characters found");
+    EXPECT_EQ(patient.previewText(), "2 characters found, text proposed");
 
     GreyImage noise(1024, 1024);
     std::minstd_rand random(1);
@@ -233,7 +203,7 @@ TEST_F(TrainerTest, LabelsFollowTheCaseOfTheFontWhenItIsMaintained) {
     const auto list = workspace.write("list.tsv", "letters.pgm\tACHT\n");
     workspace.draw("letters.pgm", "ACHT");
     ASSERT_EQ(workspace.run({"learn", "--font", "letters", "--samples", list}).status, 0);
-    trainer.parts().open({workspace.path("letters.pgm")});
+    trainer->parts().open({workspace.path("letters.pgm")});
     screen().font.cmdSelectFont.press();
     type("acht");
     EXPECT_EQ(labels(), "acht");
@@ -245,26 +215,26 @@ TEST_F(TrainerTest, LabelsFollowTheCaseOfTheFontWhenItIsMaintained) {
 TEST_F(TrainerTest, ChoosingTheFontThatIsShownKeepsWhatIsNotSaved) {
     ASSERT_EQ(workspace.learnDigits("digits").status, 0);
     const auto saved = Workspace::content(workspace.fontFile("digits"));
-    trainer.parts().open({workspace.draw("part.pgm", "6789")});
+    trainer->parts().open({workspace.draw("part.pgm", "6789")});
     screen().font.cmdSelectFont.press();
     const int before = committed();
     type("6789");
-    screen().sample.cmdInclude.press();
+    enter();
     manager([](Form& form) { press(form, {"OKButton"}); });
     EXPECT_EQ(committed(), before + 4);
-    EXPECT_EQ(trainer.title(), "digits* - Dravik Trainer");
+    EXPECT_EQ(trainer->title(), "digits* - Dravik Trainer");
 
     name("dlgFontName", "renamed");
     manager([](Form& form) { press(form, {"cmdRenameFont", "OKButton"}); });
-    EXPECT_EQ(trainer.title(), "renamed* - Dravik Trainer");
+    EXPECT_EQ(trainer->title(), "renamed* - Dravik Trainer");
     EXPECT_EQ(committed(), before + 4);
     EXPECT_EQ(Workspace::content(workspace.fontFile("renamed")), saved) << "nothing was saved by that";
-    trainer.tool().SaveFont("renamed");
-    EXPECT_EQ(trainer.tool().summary("renamed").samples, before + 4);
+    trainer->tool().SaveFont("renamed");
+    EXPECT_EQ(trainer->tool().summary("renamed").samples, before + 4);
 }
 
 TEST_F(TrainerTest, TheFontManagerOpensOnTheFontShownAmongManyToo) {
-    for (int i = 0; i < 20; ++i) trainer.tool().CreateFont("f" + std::to_string(100 + i).substr(1));
+    for (int i = 0; i < 20; ++i) trainer->tool().CreateFont("f" + std::to_string(100 + i).substr(1));
     const auto selectedAtOpening = [&] {
         std::string font;
         manager([&](Form& form) {
@@ -275,21 +245,18 @@ TEST_F(TrainerTest, TheFontManagerOpensOnTheFontShownAmongManyToo) {
     };
     // A loaded font beyond the reach of the step's mask moves to the front of the list.
     for (const std::string font : {"f17", "f03", "f18"}) {
-        manager([&](Form& form) {
-            choose(form, font);
-            press(form, {"OKButton"});
-        });
-        EXPECT_EQ(trainer.control().selectedFont(), font);
+        choose(font);
+        EXPECT_EQ(trainer->control().selectedFont(), font);
         EXPECT_EQ(selectedAtOpening(), font);
     }
     name("dlgFontNew", "z");
     manager([](Form& form) { press(form, {"cmdNewFont", "CancelButton"}); });
-    EXPECT_EQ(trainer.tool().currentFont(), "f18");
+    EXPECT_EQ(trainer->tool().currentFont(), "f18");
     manager([](Form& form) {
         EXPECT_EQ(chosenIn(form), "f18");
         press(form, {"cmdDeleteFont", "CancelButton"});
     });
-    const auto fonts = trainer.tool().GetFontList();
+    const auto fonts = trainer->tool().GetFontList();
     EXPECT_EQ(fonts.size(), 20U);
     EXPECT_EQ(std::count(fonts.begin(), fonts.end(), "f18"), 0);
 }

@@ -3,12 +3,16 @@
 #include <gmock/gmock.h>
 
 #include <algorithm>
+#include <chrono>
+#include <filesystem>
+#include <map>
+#include <thread>
 
 #include "base/Paths.h"
 #include "screen/context/Screen.h"
 #include "screen/support/ScriptedPlatform.h"
 #include "trainer/support/PgmFile.h"
-#include "trainer/support/Workspace.h"
+#include "trainer/support/TrainerFixture.h"
 
 namespace dravik::test {
 
@@ -18,28 +22,7 @@ using namespace ui;
 namespace {
 
 using testing::HasSubstr;
-
-struct RecordingSystem : WindowSystem {
-    std::vector<std::string> choosePaths(const FileQuestion& question) override {
-        questions.push_back(question);
-        return chosen;
-    }
-    std::string keptFolder() const override { return folder; }
-    void keepFolder(const std::string& now) override { folder = now; }
-    std::string chooseNewFile(const FileQuestion& question) override {
-        questions.push_back(question);
-        return newFile;
-    }
-    bool showGuide() override { return hasGuide; }
-    void closeWindow() override { ++closed; }
-
-    std::vector<FileQuestion> questions;
-    std::vector<std::string> chosen;
-    std::string folder;
-    std::string newFile;
-    int closed = 0;
-    bool hasGuide = true;
-};
+using testing::Not;
 
 class TrainerWindowTest : public testing::Test {
   protected:
@@ -47,23 +30,23 @@ class TrainerWindowTest : public testing::Test {
         std::string names;
         for (const auto& menu : window.actions.menus())
             for (const Action* action : menu.entries)
-                if (action && action->enabled()) names += action->name() + ' ';
+                if (action && action->enabled() && action->visible()) names += action->name() + ' ';
         return names;
     }
 
     Workspace workspace;
     ScriptedPlatform platform;
-    RecordingSystem system;
+    FileChooser system;
     Trainer trainer{platform, JobFolder(workspace.jobs()), readPgm, false};
     TrainerWindow window{trainer, platform, system};
 };
 
 TEST_F(TrainerWindowTest, OnlyWhatCanBeDoneIsEnabled) {
     window.view.setViewport(500, 300);
-    EXPECT_EQ(
-        enabled(),
-        "openImages openFolder quit readingOnImage imageSettings showGallery fontSelect fontRestore guide "
-        "keys about ");
+    EXPECT_EQ(enabled(),
+              "openImages openFolder watchFolder openLabels quit paste keepText readingOnImage imageSettings "
+              "viewGraphical viewNumeric viewArray viewLog showGallery theme fontNew fontSelect fontRestore "
+              "guide keys about ");
     window.actions.zoomIn.trigger();
     EXPECT_TRUE(window.view.fits());
     EXPECT_THAT(window.view.message(), HasSubstr("Ctrl+O"));
@@ -102,7 +85,7 @@ TEST_F(TrainerWindowTest, OnlyWhatCanBeDoneIsEnabled) {
 TEST_F(TrainerWindowTest, AMismatchIsSaidBeforeInclude) {
     window.view.setViewport(500, 300);
     window.open({workspace.draw("a.pgm", "123")});
-    EXPECT_EQ(window.previewText(), "3 characters found");
+    EXPECT_EQ(window.previewText(), "3 characters found, text proposed");
     EXPECT_FALSE(window.previewWarns());
     trainer.control().screen().sample.txtSampleInput.setText("12");
     EXPECT_EQ(window.previewText(), "\u26A0 3 characters found, 2 typed");
@@ -134,9 +117,103 @@ TEST_F(TrainerWindowTest, DialogsStartWhereTheLastOneEnded) {
     window.actions.openFolder.trigger();
     EXPECT_TRUE(system.questions[1].asksForFolder);
     EXPECT_EQ(toPath(system.questions[1].folder) / "a.pgm", toPath(workspace.path("a.pgm")));
-    EXPECT_EQ(system.folder, system.questions[1].folder) << "a dialog that is cancelled changes nothing";
+    EXPECT_EQ(system.kept("folder"), system.questions[1].folder)
+        << "a dialog that is cancelled changes nothing";
     window.actions.quit.trigger();
     EXPECT_EQ(system.closed, 1);
+}
+
+TEST_F(TrainerWindowTest, ImagesThatAreAddedAreCountedBroughtIntoViewAndOfferedAgain) {
+    window.strip.setWidth(3 * PartStrip::kItemWidth);
+    for (const char* name : {"parts", "more"})
+        std::filesystem::create_directory(toPath(workspace.path(name)));
+    std::vector<std::string> first;
+    for (int i = 0; i < 8; ++i) first.push_back(workspace.draw("parts/" + std::to_string(i) + ".pgm", "1"));
+    window.open(first);
+    EXPECT_EQ(window.noticeText(), "") << "what has come up is seen";
+    window.open({first[0], first[1], workspace.draw("more/a&b.pgm", "2"), workspace.draw("more/c.pgm", "3")});
+    EXPECT_EQ(window.noticeText(), "2 images added, 2 were open already");
+    EXPECT_GE(window.strip.itemPlace(8).left, 0);
+    EXPECT_LE(window.strip.itemPlace(8).right(), 3 * PartStrip::kItemWidth);
+    EXPECT_EQ(trainer.parts().current(), 0) << "the image that is worked on stays";
+    window.open({first[3]});
+    EXPECT_EQ(trainer.parts().current(), 3);
+
+    // Files of one folder are offered as that folder; what is gone is offered no more.
+    EXPECT_EQ(toPath(system.kept("recent").substr(0, system.kept("recent").find('\n'))), toPath(first[3]));
+    window.open({workspace.path("more/a&b.pgm")});
+    window.actions.closeAll.trigger();
+    EXPECT_THAT(window.actions.recent[0].text(), HasSubstr("a&&b.pgm"));
+    EXPECT_FALSE(window.actions.recent[4].visible());
+    TrainerWindow next{trainer, platform, system};
+    next.actions.recent[2].trigger();
+    EXPECT_EQ(trainer.parts().count(), 8) << "the folder parts, of another run";
+    std::filesystem::remove(toPath(workspace.path("more/a&b.pgm")));
+    next.actions.find("recent2").trigger();
+    ASSERT_EQ(next.problems().size(), 1u);
+    EXPECT_THAT(system.kept("recent"), Not(HasSubstr("a&b")));
+
+    // A picture of the clipboard becomes a file that stays.
+    window.actions.paste.trigger();
+    EXPECT_EQ(window.noticeText(), "There is no image on the clipboard");
+    system.pasted = first[0];
+    window.actions.paste.trigger();
+    window.actions.paste.trigger();
+    EXPECT_EQ(trainer.parts().count(), 10);
+    EXPECT_EQ(trainer.parts().current(), 9);
+    EXPECT_EQ(toPath(trainer.parts().path(9)).parent_path(),
+              toPath(JobFolder(workspace.jobs()).imagesFolder()).parent_path());
+}
+
+TEST_F(TrainerWindowTest, ImagesThatArriveComeUpUnlessTheOperatorIsBusyElsewhere) {
+    for (const char* name : {"parts", "inbox"})
+        std::filesystem::create_directory(toPath(workspace.path(name)));
+    window.open({workspace.draw("parts/a.pgm", "1"), workspace.draw("parts/b.pgm", "2")});
+    system.chosen = {workspace.path("inbox")};
+    window.actions.watchFolder.trigger();
+    EXPECT_THAT(window.actions.watchFolder.text(), HasSubstr("inbox"));
+    const auto arrives = [&](const std::string& name) {
+        const int before = trainer.parts().count();
+        workspace.draw("inbox/" + name, "3");
+        for (int i = 0; i < 200 && trainer.parts().count() == before; ++i) {
+            for (Timer* timer : window.timers())
+                if (timer->name() == "tmrWatchedFolder" && timer->enabled()) timer->tick();
+            std::this_thread::sleep_for(std::chrono::milliseconds(10));
+        }
+        return trainer.parts().current();
+    };
+    EXPECT_EQ(arrives("one.pgm"), 0) << "an earlier image is worked on";
+    EXPECT_EQ(window.noticeText(), "1 image arrived");
+    trainer.parts().setCurrent(2);
+    EXPECT_EQ(arrives("two.pgm"), 3);
+    trainer.control().screen().sample.txtSampleInput.keyDown('3', 0);
+    EXPECT_EQ(arrives("three.pgm"), 3) << "a text is being typed for this one";
+    window.actions.watchFolder.trigger();
+    EXPECT_EQ(window.actions.watchFolder.text(), kWatchText);
+    EXPECT_THAT(window.noticeText(), HasSubstr("No folder"));
+}
+
+// The screen's own buttons are not reached by the keyboard in every container; the menus press them.
+TEST_F(TrainerWindowTest, ViewsAndThemesAreChosenInTheMenuAndTheThemeIsKept) {
+    screen::Screen& screen = trainer.control().screen();
+    EXPECT_TRUE(window.actions.viewGraphical.checked());
+    window.actions.viewNumeric.trigger();
+    EXPECT_TRUE(screen.numeric.grid.visible());
+    EXPECT_FALSE(window.actions.viewGraphical.checked());
+    window.actions.viewLog.trigger();
+    EXPECT_TRUE(screen.overview.tlbChars.button("Log").pressed());
+    EXPECT_TRUE(window.actions.viewLog.checked());
+    window.actions.viewLog.trigger();
+    EXPECT_FALSE(window.actions.viewLog.checked());
+
+    EXPECT_EQ(system.theme, Theme::System);
+    window.actions.themeDark.trigger();
+    EXPECT_EQ(system.theme, Theme::Dark);
+    window.showTheme(Theme::Light);
+    TrainerWindow next{trainer, platform, system};
+    EXPECT_EQ(system.theme, Theme::Dark) << "what the command line wants is for one run";
+    EXPECT_TRUE(next.actions.themeDark.checked());
+    EXPECT_FALSE(next.actions.themeSystem.checked());
 }
 
 TEST_F(TrainerWindowTest, HelpSaysWhatTheKeysDoAndWhereFontsAreAndThatThereIsNoGuide) {

@@ -125,8 +125,8 @@ void EmbeddedTool::setCharacters(const std::optional<std::vector<CharacterBox>>&
     seen().setCharacters(boxes);
 }
 
-std::vector<CharacterBox> EmbeddedTool::characterBoxes() {
-    return engine::characterBoxes(*seen().scene());
+const std::vector<CharacterBox>& EmbeddedTool::characterBoxes() {
+    return seen().boxes();
 }
 
 const std::vector<FoundCharacter>& EmbeddedTool::found() {
@@ -153,6 +153,16 @@ EmbeddedTool::ReadingWork EmbeddedTool::readingWork() {
     return [seen = seen().scene(), training = font.training, statistics = font.samples.statistics(),
             samples = font.samples.columns(SampleKind::Committed)](const std::stop_token& stop) {
         return FontReader(training->network, DistanceMeasure(statistics, samples->samples)).read(*seen, stop);
+    };
+}
+
+EmbeddedTool::CandidatesWork EmbeddedTool::candidatesWork() {
+    settle();
+    const FontState& font = fonts_->state();
+    return [seen = seen().scene(), training = font.training, statistics = font.samples.statistics(),
+            samples = font.samples.columns(SampleKind::Committed)](const std::stop_token& stop) {
+        return labelCandidates(*seen, training->network, statistics,
+                               DistanceMeasure(statistics, samples->samples), stop);
     };
 }
 

@@ -14,6 +14,7 @@
 #include "base/JobFolder.h"
 #include "engine/embedded/FontTraining.h"
 #include "engine/embedded/HeldOutCheck.h"
+#include "engine/embedded/LabelCandidates.h"
 #include "engine/embedded/SeenImage.h"
 #include "engine/font/FontReader.h"
 #include "engine/image/GreyImage.h"
@@ -64,7 +65,7 @@ class EmbeddedTool : public tool::FontTool, public tool::FontHistory, public too
     // The characters of the current image as they are told, in place of those that are found: they are
     // included and read as they are. With nothing, the found ones again.
     void setCharacters(const std::optional<std::vector<CharacterBox>>& boxes);
-    std::vector<CharacterBox> characterBoxes();
+    const std::vector<CharacterBox>& characterBoxes();
     // The characters found in the current image.
     const std::vector<FoundCharacter>& found();
     // The current image read with the current font; empty when the font is not trained or nothing is found.
@@ -79,6 +80,10 @@ class EmbeddedTool : public tool::FontTool, public tool::FontHistory, public too
     // of this tool. Ends early, with what it likes, once a stop is requested.
     using ReadingWork = std::function<std::vector<ReadCharacter>(const std::stop_token&)>;
     ReadingWork readingWork();
+    // What each found character may be, as work of the same kind; of an image and a font of any state, also
+    // of none.
+    using CandidatesWork = std::function<std::vector<CharacterCandidates>(const std::stop_token&)>;
+    CandidatesWork candidatesWork();
     // Name of the current font, nothing when none is loaded.
     std::optional<std::string> currentFont() const;
     bool isTrained() const;

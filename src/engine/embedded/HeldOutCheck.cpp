@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "base/NumberFormat.h"
+#include "base/StableSort.h"
 #include "base/Text.h"
 #include "engine/classifier/Network.h"
 
@@ -104,8 +105,8 @@ std::optional<HeldOutResult> checkHeldOut(const SampleColumns& samples, std::uin
         if (!more()) return std::nullopt;
     }
     for (const auto& [pair, count] : confused) result.confusions.push_back({pair.first, pair.second, count});
-    std::stable_sort(result.confusions.begin(), result.confusions.end(),
-                     [](const Confusion& a, const Confusion& b) { return a.count > b.count; });
+    stableSort(result.confusions.begin(), result.confusions.end(),
+               [](const Confusion& a, const Confusion& b) { return a.count > b.count; });
     for (const Confusion& pair : result.confusions)
         for (const MisreadSample& one : misread)
             if (one.code == pair.code && one.readAs == pair.readAs) result.misread.push_back(one);

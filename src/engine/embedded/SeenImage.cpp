@@ -22,10 +22,15 @@ void SeenImage::setSettings(const SegmentationSettings& settings) {
 }
 
 void SeenImage::setCharacters(const std::optional<std::vector<CharacterBox>>& boxes) {
+    scene_.reset();
     if (boxes)
-        take(std::make_shared<Scene>(withCharacters(*image_, *foundScene(), *boxes, settings_.print)));
-    else
-        scene_.reset();
+        take(std::make_shared<Scene>(withCharacters(*image_, *foundScene(), *boxes, settings_.print)),
+             *boxes);
+}
+
+const std::vector<CharacterBox>& SeenImage::boxes() {
+    scene();
+    return boxes_;
 }
 
 const std::shared_ptr<const Scene>& SeenImage::foundScene() {
@@ -39,7 +44,7 @@ void SeenImage::setName(const std::string& name, std::uint64_t digest) {
 }
 
 const std::shared_ptr<const Scene>& SeenImage::scene() {
-    if (!scene_) take(foundScene());
+    if (!scene_) take(foundScene(), characterBoxes(*foundScene()));
     return scene_;
 }
 
@@ -60,11 +65,12 @@ std::vector<std::shared_ptr<const SampleOrigin>> SeenImage::origins() {
     return result;
 }
 
-void SeenImage::take(std::shared_ptr<const Scene> scene) {
+void SeenImage::take(std::shared_ptr<const Scene> scene, std::vector<CharacterBox> boxes) {
     std::vector<FoundCharacter> found;
     for (const PlacedGlyph& glyph : allPlaces(*scene))
         found.push_back(foundCharacter(glyph.place, glyph.line));
     found_ = std::move(found);
+    boxes_ = std::move(boxes);
     scene_ = std::move(scene);
 }
 

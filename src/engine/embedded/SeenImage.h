@@ -33,11 +33,13 @@ class SeenImage {
     // With the characters that were told, if any.
     const std::shared_ptr<const Scene>& scene();
     const std::vector<FoundCharacter>& found();
+    // As they were told, or as they were found.
+    const std::vector<CharacterBox>& boxes();
     // Of the found characters, one by one.
     std::vector<std::shared_ptr<const SampleOrigin>> origins();
 
   private:
-    void take(std::shared_ptr<const Scene> scene);
+    void take(std::shared_ptr<const Scene> scene, std::vector<CharacterBox> boxes);
     const std::shared_ptr<const Scene>& foundScene();
 
     std::shared_ptr<const GreyImage> image_ = std::make_shared<GreyImage>();
@@ -46,6 +48,7 @@ class SeenImage {
     std::shared_ptr<const Scene> foundScene_;
     std::shared_ptr<const Scene> scene_;
     std::vector<FoundCharacter> found_;
+    std::vector<CharacterBox> boxes_;
     std::shared_ptr<const SourceImage> name_;
 };
 

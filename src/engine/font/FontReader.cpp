@@ -4,6 +4,7 @@
 #include <memory>
 #include <utility>
 
+#include "base/StableSort.h"
 #include "base/Text.h"
 #include "engine/classifier/SceneReading.h"
 
@@ -27,8 +28,8 @@ ReadCharacter readCharacter(const PlacedRecognition& one) {
     result.alternatives.reserve(one.read.others.size());
     for (const CharacterEvidence& other : one.read.others)
         result.alternatives.push_back({characterOf(other.code), confidence(other.evidence)});
-    std::stable_sort(result.alternatives.begin(), result.alternatives.end(),
-                     [](const Alternative& a, const Alternative& b) { return a.confidence > b.confidence; });
+    stableSort(result.alternatives.begin(), result.alternatives.end(),
+               [](const Alternative& a, const Alternative& b) { return a.confidence > b.confidence; });
     return result;
 }
 

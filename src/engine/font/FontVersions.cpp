@@ -13,6 +13,7 @@
 #include "base/AtomicFile.h"
 #include "base/Failure.h"
 #include "base/FileSystem.h"
+#include "base/StableSort.h"
 
 namespace dravik::engine {
 namespace {
@@ -158,8 +159,8 @@ std::vector<tool::FontVersion> FontVersions::list(const std::string& font,
         std::vector<Entry> some = entriesOf(folderFor(name), name);
         std::move(some.begin(), some.end(), std::back_inserter(entries));
     }
-    std::stable_sort(entries.begin(), entries.end(),
-                     [](const Entry& a, const Entry& b) { return a.identifier > b.identifier; });
+    stableSort(entries.begin(), entries.end(),
+               [](const Entry& a, const Entry& b) { return a.identifier > b.identifier; });
     std::vector<tool::FontVersion> versions;
     for (const Entry& entry : entries) {
         if (isTheFontNow(entry, folder_)) continue;
@@ -238,12 +239,22 @@ std::string FontVersions::keepDeleted(const std::string& font) {
 }
 
 void FontVersions::keepDiscarded(const std::string& font, std::span<const std::uint8_t> bytes) {
-    writeWholeFile(freeFile(font, Kind::Discarded, kExtension), bytes, false);
+    const std::string file = freeFile(font, Kind::Discarded, kExtension);
+    try {
+        writeWholeFile(file, bytes, false);
+    } catch (const Unflushed& doubt) {
+        removeFile(file);
+        throw fileFailure(static_cast<RuntimeError>(doubt.number()), "Cannot write", file,
+                          "it may not reach the disk");
+    }
     prune(font);
 }
 
 void FontVersions::keepJournal(const std::string& font, const std::string& journal) {
-    moveFile(journal, freeFile(font, Kind::Discarded, kJournalExtension), IfTaken::Refuse, "Cannot keep");
+    FlushDoubt doubt;  // it is in one of both places
+    doubt.allow([&] {
+        moveFile(journal, freeFile(font, Kind::Discarded, kJournalExtension), IfTaken::Refuse, "Cannot keep");
+    });
     prune(font);
 }
 
@@ -314,6 +325,8 @@ void retireFont(const std::string& file) {
     const std::string kept = versionsBeside(file).keepDeleted(fontOf(file));
     try {
         retireFile(file, !fileExists(backupOf(file)) || holdsWork(file));
+    } catch (const Unflushed&) {
+        throw;
     } catch (...) {
         removeFile(kept);
         throw;
@@ -321,12 +334,14 @@ void retireFont(const std::string& file) {
 }
 
 void renameFont(const std::string& from, const std::string& to) {
-    renameFile(from, to);
+    FlushDoubt doubt;
+    doubt.allow([&] { renameFile(from, to); });
     try {
         versionsBeside(from).rename(fontOf(from), fontOf(to));
     } catch (const Failure&) {
-        return;  // they stay under the old name, where they are found too
+        // They stay under the old name, where they are found too.
     }
+    doubt.tell();
 }
 
 }  // namespace dravik::engine

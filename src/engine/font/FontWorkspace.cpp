@@ -65,6 +65,12 @@ FontWorkspace::CopyPtr FontWorkspace::opened(const std::string& name) {
         copy->dropJournal();
     } else if (copy->found().recovered) {
         recovered_.push_back(*copy->found().recovered);
+    } else if (!copy->found().problem.empty()) {
+        tool::RecoveredChanges told;
+        told.font = name;
+        told.problem = copy->found().problem;
+        told.areInJournal = true;
+        recovered_.push_back(std::move(told));
     }
     return copy;
 }
@@ -125,20 +131,23 @@ void FontWorkspace::create(const std::string& name) {
     const std::string file = library_.file(name);
     // A font whose name differs only in case is the one that is replaced, and gets the name as it is now
     // given.
-    if (const std::string other = library_.spelling(name); other != name) rename(name, other);
-    replace(name, {});
-    WorkingCopy& made = open(name);
-    if (&made == current_) return;
-    leave();
-    enter(&made);
+    FlushDoubt doubt;
+    if (const std::string other = library_.spelling(name); other != name)
+        doubt.allow([&] { rename(name, other); });
+    doubt.allow([&] { replace(name, {}); });
+    if (WorkingCopy& made = open(name); &made != current_) {
+        leave();
+        enter(&made);
+    }
+    doubt.tell();
 }
 
 // A font that has no readable file yet; what cannot be read is kept as a version.
 void FontWorkspace::writeNew(const std::string& name, const FontRecord& font) {
     const std::string file = library_.file(name);
     if (fileExists(journalOf(file))) versions_.keepJournal(name, journalOf(file));
-    writeFont(font, file);
     deleted_.reset();
+    writeFont(font, file);
 }
 
 // Makes the font of that name the one given, or makes one; its file is written.
@@ -159,8 +168,10 @@ void FontWorkspace::replace(const std::string& name, const FontRecord& font) {
         old->make(ReplaceFont{std::move(before), std::make_shared<FontRecord>(font)});
         old->endAct({}, {});
     }
-    writeBack(*old);
+    FlushDoubt doubt;
+    doubt.allow([&] { writeBack(*old); });
     close(name);
+    doubt.tell();
 }
 
 void FontWorkspace::remove(const std::string& asked) {
@@ -168,20 +179,22 @@ void FontWorkspace::remove(const std::string& asked) {
     const std::string file = library_.existingFile(name);
     WorkingCopy* copy = openIfReadable(name);
     deleted_.reset();
+    FlushDoubt doubt;
     if (copy) {
         copy->removeUncommitted();
         copy->lock();
         Deleted deleted{nullptr, readFontBytes(file), current_ == copy};
         if (copy->isUnsaved()) versions_.keepDiscarded(name, encodeFont(copy->state().record()));
-        retireFont(file);
+        doubt.allow([&] { retireFont(file); });
         if (deleted.wasCurrent) current_ = nullptr;
         deleted.copy = std::move(copies_.extract(name).mapped());
         deleted.copy->dropJournal();
         deleted_ = std::move(deleted);
     } else {
-        retireFont(file);
+        doubt.allow([&] { retireFont(file); });
     }
     if (library_.selected() == name) library_.select(std::nullopt);
+    doubt.tell();
 }
 
 // The journal first: without its font file it says nothing.
@@ -190,7 +203,8 @@ std::string FontWorkspace::bringBackDeleted() {
     const std::string name = copy.name();
     const std::string file = library_.freeFile(name);
     copy.writeJournal();
-    writeFontBytes(deleted_->file, file, false);
+    FlushDoubt doubt;
+    doubt.allow([&] { writeFontBytes(deleted_->file, file, false); });
     copy.rest();
     copies_[name] = std::move(deleted_->copy);
     const bool wasCurrent = deleted_->wasCurrent;
@@ -201,6 +215,7 @@ std::string FontWorkspace::bringBackDeleted() {
     } else {
         close(name);
     }
+    doubt.tell();
     return current_ ? current_->history().screenState() : std::string();
 }
 
@@ -208,16 +223,18 @@ void FontWorkspace::rename(const std::string& newName, const std::string& asked)
     const std::string name = library_.spelling(asked);
     const std::string from = library_.existingFile(name), to = library_.freeFile(newName, name);
     const bool wasSelected = library_.selected() == name;
+    FlushDoubt doubt;
     if (WorkingCopy* copy = openIfReadable(name)) {
-        copy->rename(newName, to);
+        doubt.allow([&] { copy->rename(newName, to); });
         auto entry = copies_.extract(name);
         entry.key() = newName;
         copies_.insert(std::move(entry));
         close(newName);
     } else {
-        renameFont(from, to);
+        doubt.allow([&] { renameFont(from, to); });
     }
     if (wasSelected) library_.select(newName);
+    doubt.tell();
 }
 
 // The font as it is shown: with what is not saved.
@@ -246,7 +263,8 @@ void FontWorkspace::writeBack(WorkingCopy& copy) {
     std::string time = localTimeText();
     std::replace(time.begin(), time.end(), ':', '.');
     const std::string beside = copy.name() + " (" + time + ")";
-    writeFont(copy.state().record(), library_.freeFile(beside));
+    FlushDoubt doubt;
+    doubt.allow([&] { writeFont(copy.state().record(), library_.freeFile(beside)); });
     throw Failure(RuntimeError::PathFileAccessError,
                   "Font \"" + copy.name() +
                       "\" was changed, renamed or deleted by another program since it was loaded, and was "
@@ -329,8 +347,10 @@ std::vector<std::string> FontWorkspace::unsavedFonts() const {
 void FontWorkspace::saveUnsaved(const std::string& font) {
     WorkingCopy* copy = openCopy(library_.spelling(font));
     if (!copy) return;
-    writeBack(*copy);
+    FlushDoubt doubt;
+    doubt.allow([&] { writeBack(*copy); });
     close(copy->name());
+    doubt.tell();
 }
 
 void FontWorkspace::letGo(WorkingCopy& copy) {
@@ -345,7 +365,15 @@ void FontWorkspace::discardUnsaved(const std::string& font) {
     const bool isCurrent = copy == current_;
     current_ = isCurrent ? nullptr : current_;
     copies_.erase(name);
-    if (isCurrent) enter(&open(name));
+    if (!isCurrent) return;
+    try {
+        enter(&open(name));
+    } catch (...) {
+        const Failure cause = currentFailure();
+        throw Failure(cause.number(),
+                      "The changes of font \"" + name +
+                          "\" were let go; what is saved of it cannot be opened: " + cause.description());
+    }
 }
 
 void FontWorkspace::exportFont(const std::string& font, const std::string& file) {

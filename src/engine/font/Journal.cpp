@@ -22,6 +22,17 @@ std::string journalOf(const std::string& fontFile) {
 Journal::Journal(const std::string& fontFile, JournalFlusher& flusher)
     : name_(journalOf(fontFile)), fontFile_(fontFile), flusher_(&flusher) {}
 
+Journal& Journal::operator=(Journal&& other) noexcept {
+    if (this == &other) return *this;
+    close();
+    name_ = std::move(other.name_);
+    fontFile_ = std::move(other.fontFile_);
+    flusher_ = other.flusher_;
+    file_ = std::move(other.file_);
+    beforeLast_ = other.beforeLast_;
+    return *this;
+}
+
 JournalContent Journal::read() const {
     if (!fileExists(name_)) return {};
     return readJournal(readWholeFile(name_, kLargestRead));
@@ -68,14 +79,21 @@ void Journal::rewrite(std::span<const TimedEntry> entries) {
     const bool wasOpen = isOpen();
     const std::uint64_t before = size();
     exchange(nullptr);
+    FlushDoubt doubt;
     try {
-        writeWholeFile(name_, bytes, false);
+        doubt.allow([&] { writeWholeFile(name_, bytes, false); });
     } catch (...) {
         if (wasOpen) exchange(opened(before));
         throw;
     }
     exchange(opened(bytes.size()));
     beforeLast_ = bytes.size();
+    file_->hasFailed = doubt.exists();
+}
+
+void Journal::close() noexcept {
+    if (file_) flusher_->finish(file_);
+    file_.reset();
 }
 
 void Journal::remove() {

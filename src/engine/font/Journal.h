@@ -23,6 +23,8 @@ class Journal {
   public:
     // Of that font file; touches nothing. The flusher outlives it.
     Journal(const std::string& fontFile, JournalFlusher& flusher);
+    Journal& operator=(Journal&& other) noexcept;
+    ~Journal() { close(); }
 
     // What is in the file; nothing when there is none. Raises as readWholeFile() does.
     JournalContent read() const;
@@ -42,7 +44,9 @@ class Journal {
     void flush();
     // The file is on the disk and open afterwards, or as it was.
     void rewrite(std::span<const TimedEntry> entries);
-    void close() noexcept { file_.reset(); }  // what waits for the disk still gets there
+    // What waits for the disk is there afterwards, unless the journal has failed, and nobody has the file
+    // open.
+    void close() noexcept;
     // Closes it and takes the file away.
     void remove();
 

@@ -8,49 +8,62 @@ namespace dravik::engine {
 namespace {
 
 // What comes meanwhile is flushed along.
-constexpr std::chrono::milliseconds kDelay{50}, kSlice{5};
+constexpr std::chrono::milliseconds kDelay{50};
 
-// Slept, not waited for on a condition: that of the Windows runtime has been seen to miss wake-ups when some
-// of those who wait have a time limit.
-void pause(const std::stop_token& stop) {
-    for (std::chrono::milliseconds slept{0}; slept < kDelay && !stop.stop_requested(); slept += kSlice)
-        std::this_thread::sleep_for(kSlice);
+void flush(FlushedFile& file) noexcept {
+    try {
+        file.file.flush();
+    } catch (...) {
+        file.hasFailed = true;
+    }
 }
 
 }  // namespace
+
+JournalFlusher::~JournalFlusher() {
+    if (!thread_.joinable()) return;
+    {
+        const std::lock_guard lock(mutex_);
+        isEnding_ = true;
+    }
+    due_.notify_one();
+    thread_.join();
+}
 
 void JournalFlusher::soon(const FlushedFilePtr& file) {
     const std::lock_guard lock(mutex_);
     if (std::find(waiting_.begin(), waiting_.end(), file) != waiting_.end()) return;
     waiting_.push_back(file);
-    if (!thread_.joinable()) thread_ = std::jthread([this](const std::stop_token& stop) { run(stop); });
+    if (!thread_.joinable()) thread_ = std::thread([this] { run(); });
     due_.notify_one();
 }
 
-void JournalFlusher::forget(const FlushedFilePtr& file) {
+// True when it was still waiting.
+bool JournalFlusher::takeOut(const FlushedFilePtr& file) noexcept {
     std::unique_lock lock(mutex_);
-    std::erase(waiting_, file);
+    const bool waited = std::erase(waiting_, file) > 0;
     flushed_.wait(lock,
                   [&] { return std::find(flushing_.begin(), flushing_.end(), file) == flushing_.end(); });
+    return waited;
 }
 
-void JournalFlusher::run(const std::stop_token& stop) {
+void JournalFlusher::forget(const FlushedFilePtr& file) noexcept {
+    takeOut(file);
+}
+
+void JournalFlusher::finish(const FlushedFilePtr& file) noexcept {
+    if (takeOut(file)) flush(*file);
+}
+
+void JournalFlusher::run() {
     std::unique_lock lock(mutex_);
     for (;;) {
-        due_.wait(lock, stop, [this] { return !waiting_.empty(); });
+        due_.wait(lock, [this] { return isEnding_ || !waiting_.empty(); });
         if (waiting_.empty()) return;
-        lock.unlock();
-        pause(stop);
-        lock.lock();
+        due_.wait_for(lock, kDelay, [this] { return isEnding_; });
         flushing_ = std::exchange(waiting_, {});
         lock.unlock();
-        for (const FlushedFilePtr& one : flushing_) {
-            try {
-                one->file.flush();
-            } catch (...) {
-                one->hasFailed = true;
-            }
-        }
+        for (const FlushedFilePtr& one : flushing_) flush(*one);
         lock.lock();
         flushing_.clear();
         flushed_.notify_all();

@@ -13,7 +13,6 @@
 
 namespace dravik::engine {
 
-// A file that the flusher may still be flushing when its owner has done with it.
 struct FlushedFile {
     AppendFile file;
     std::atomic<bool> hasFailed{false};  // what of it has reached the disk is not known
@@ -28,22 +27,28 @@ class JournalFlusher {
     JournalFlusher(const JournalFlusher&) = delete;
     JournalFlusher& operator=(const JournalFlusher&) = delete;
     // Flushes what is left first.
-    ~JournalFlusher() = default;
+    ~JournalFlusher();
 
     // The file has grown. The thread starts with the first one.
     void soon(const FlushedFilePtr& file);
-    // Has nothing more to do with the file when this returns, so that its owner can close it.
-    void forget(const FlushedFilePtr& file);
+    // Both have nothing more to do with the file when they return, so that its owner can close it: forget()
+    // leaves it as it is, finish() flushes it now if it waits for that.
+    void forget(const FlushedFilePtr& file) noexcept;
+    void finish(const FlushedFilePtr& file) noexcept;
 
   private:
-    void run(const std::stop_token& stop);
+    bool takeOut(const FlushedFilePtr& file) noexcept;
+    void run();
 
     std::mutex mutex_;
-    std::condition_variable_any due_;  // there is something to flush
+    std::condition_variable due_;  // there is something to flush, or the end has come
     std::condition_variable flushed_;
     std::vector<FlushedFilePtr> waiting_;
     std::vector<FlushedFilePtr> flushing_;
-    std::jthread thread_;
+    // A flag and no stop token: GCC 12's condition variable that waits with one can hang on Windows when the
+    // token is stopped just then (the removal of its stop callback misses the wake-up it waits for).
+    bool isEnding_ = false;
+    std::thread thread_;
 };
 
 }  // namespace dravik::engine

@@ -99,7 +99,7 @@ void WorkingCopy::open() {
         try {
             content = journal_.read();
         } catch (const Failure& failure) {
-            unreadable_ = failure.description();
+            unreadable_ = found_.problem = failure.description();
             lock_.reset();
             return;
         }
@@ -135,16 +135,19 @@ void WorkingCopy::open() {
             rest();
             return;
         }
+        std::string problem;
         try {
             lock_ = FileLock::take(lockOf(file_));
-        } catch (const Failure&) {
-            lock_.reset();
+        } catch (const Failure& failure) {
+            problem = failure.description();
         }
         if (!lock_) {
-            // Somebody else is at work: the font file alone counts here, and nothing can be done to it.
+            // Somebody else is at work, or nobody can be: the font file alone counts here, and nothing can be
+            // done to it.
             state_ = FontState(*font);
             history_ = {};
             found_ = {};
+            found_.problem = problem;
             journalSize_ = kSomebodyElses;
             return;
         }
@@ -295,21 +298,21 @@ void WorkingCopy::writeChange(const JournalEntry& entry) {
 // All that is in memory, for a journal that begins anew.
 std::vector<TimedEntry> WorkingCopy::entries() const {
     std::vector<TimedEntry> all;
+    const auto add = [&](const JournalEntry& entry, tool::FontTime when) { all.push_back({entry, when}); };
     const auto time = now();
-    if (!history_.firstScreenState().empty())
-        all.push_back({ActAmended{{}, history_.firstScreenState()}, time});
+    if (!history_.firstScreenState().empty()) add(ActAmended{{}, history_.firstScreenState()}, time);
     for (const Act& act : history_.acts()) {
-        for (const FontChange& change : act.changes) all.push_back({change, act.when});
-        all.push_back({ActEnded{act.words, act.screenState}, act.when});
+        for (const FontChange& change : act.changes) add(change, act.when);
+        add(ActEnded{act.words, act.screenState}, act.when);
     }
-    for (std::size_t i = history_.done(); i < history_.acts().size(); ++i) all.push_back({ActUndone{}, time});
-    for (const FontChange& change : history_.open()) all.push_back({change, time});
+    for (std::size_t i = history_.done(); i < history_.acts().size(); ++i) add(ActUndone{}, time);
+    for (const FontChange& change : history_.open()) add(change, time);
     KnownState known;
     known.digest = digest_;
     known.uncommitted = uncommittedOf(state_);
     if (history_.saved()) known.saved = static_cast<std::uint32_t>(*history_.saved());
     if (history_.isUnsaved()) known.state = std::make_shared<FontRecord>(state_.record());
-    all.push_back({known, time});
+    add(known, time);
     return all;
 }
 
@@ -491,8 +494,9 @@ void WorkingCopy::save() {
     } catch (...) {
         isKept = false;  // the font file is worth more than what can be taken back
     }
+    FlushDoubt doubt;
     try {
-        writeFont(font, file_);
+        doubt.allow([&] { writeFont(font, file_); });
     } catch (...) {
         hasFailedToSave_ = true;
         throw;
@@ -502,6 +506,7 @@ void WorkingCopy::save() {
     hasFailedToSave_ = false;
     if (!isKept) journal_.remove();
     release();
+    doubt.tell();
 }
 
 // Nothing is unsaved, or it is to stay in the journal.
@@ -534,8 +539,19 @@ void WorkingCopy::rest() {
 void WorkingCopy::letGo(const std::function<void(const FontRecord&)>& keep) {
     removeUncommitted();
     if (!history_.isUnsaved()) return release();
-    write(LetGo{});
-    keep(state_.record());
+    try {
+        keep(state_.record());
+    } catch (...) {
+        const Failure cause = currentFailure();
+        throw Failure(cause.number(), "The changes of font \"" + name_ +
+                                          "\" were not let go, as they cannot be kept among its versions: " +
+                                          cause.description());
+    }
+    try {
+        write(LetGo{});  // for a journal that cannot be taken away
+    } catch (...) {
+        isJournalBroken_ = true;
+    }
     dropJournal();
 }
 
@@ -546,13 +562,14 @@ void WorkingCopy::rename(std::string name, std::string file) {
     lock();
     Journal journal(file, *flusher_);
     const bool keepsJournal = history_.isUnsaved() || !history_.acts().empty() || !history_.open().empty();
+    FlushDoubt doubt;
     try {
         FileLock lock = taken(file, name);
         if (keepsJournal)
             journal.rewrite(entries());
         else
             journal.remove();  // what a font of that name has left behind
-        renameFont(file_, file);
+        doubt.allow([&] { renameFont(file_, file); });
         lock_ = std::move(lock);
     } catch (...) {
         if (keepsJournal && !fileExists(file)) journal.remove();
@@ -566,6 +583,7 @@ void WorkingCopy::rename(std::string name, std::string file) {
     isJournalBroken_ = false;
     journalSize_ = journalUsed_ = journal_.size();
     if (!wasLocked) release();
+    doubt.tell();
 }
 
 void WorkingCopy::revertTraining(TrainingPtr saved) {

@@ -37,6 +37,7 @@ class WorkingCopy {
         std::optional<tool::RecoveredChanges> recovered;
         std::optional<FontRecord> letGo;  // with changes that were let go
         bool isForeign = false;           // it belongs to another version of the font file
+        std::string problem;              // why what is in it can neither be made again nor be kept elsewhere
     };
     const Found& found() const noexcept { return found_; }
     void dropJournal();

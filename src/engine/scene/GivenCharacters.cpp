@@ -194,7 +194,6 @@ class Correction {
         seen.glyphs.clear();
         seen.lines.clear();
         seen.others.clear();
-        seen.isGiven = true;
         PartInk ink(part);
         for (const FoundGlyph* one : kept)
             if (one && one->part == home) ink.take(one->glyph->piece);

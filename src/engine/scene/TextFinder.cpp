@@ -6,6 +6,7 @@
 #include <span>
 #include <utility>
 
+#include "base/StableSort.h"
 #include "engine/image/Binarization.h"
 #include "engine/image/Components.h"
 #include "engine/scene/BarPattern.h"
@@ -145,8 +146,8 @@ std::vector<TextLine> best(std::vector<Seen> found, std::span<const Seen> codes)
                    areaOf(code.line) > 0.3f * areaOf(seen.line);
         });
     });
-    std::stable_sort(found.begin(), found.end(),
-                     [](const Seen& a, const Seen& b) { return a.line.score > b.line.score; });
+    stableSort(found.begin(), found.end(),
+               [](const Seen& a, const Seen& b) { return a.line.score > b.line.score; });
     std::vector<TextLine> lines;
     for (const Seen& seen : found)
         if (std::none_of(lines.begin(), lines.end(), [&](const TextLine& one) {

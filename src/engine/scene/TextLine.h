@@ -7,6 +7,8 @@
 #include <functional>
 #include <vector>
 
+#include "base/StableSort.h"
+
 namespace dravik::engine {
 
 // A turned box, in image pixels.
@@ -25,15 +27,15 @@ struct TextLine {
 template <typename Element, typename LineOf = std::identity>
 void sortInReadingOrder(std::vector<Element>& elements, LineOf lineOf = {}) {
     const auto line = [&](const Element& element) -> const TextLine& { return std::invoke(lineOf, element); };
-    std::stable_sort(elements.begin(), elements.end(),
-                     [&](const Element& a, const Element& b) { return line(a).middle() < line(b).middle(); });
+    stableSort(elements.begin(), elements.end(),
+               [&](const Element& a, const Element& b) { return line(a).middle() < line(b).middle(); });
     for (auto first = elements.begin(); first != elements.end();) {
         const auto last = std::find_if(first + 1, elements.end(), [&](const Element& element) {
             return line(element).middle() - line(*first).middle() >=
                    0.4f * std::min(line(element).height(), line(*first).height());
         });
-        std::stable_sort(first, last,
-                         [&](const Element& a, const Element& b) { return line(a).left < line(b).left; });
+        stableSort(first, last,
+                   [&](const Element& a, const Element& b) { return line(a).left < line(b).left; });
         first = last;
     }
 }

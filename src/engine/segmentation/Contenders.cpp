@@ -4,6 +4,8 @@
 #include <cmath>
 #include <map>
 
+#include "base/StableSort.h"
+
 namespace dravik::engine {
 namespace {
 
@@ -28,8 +30,8 @@ std::vector<Contender> contenders(std::vector<Candidate>& candidates) {
     std::vector<Contender> result;
     result.reserve(byNumber.size());
     for (const auto& [characters, number] : byNumber) result.push_back(number);
-    std::stable_sort(result.begin(), result.end(),
-                     [](const Contender& a, const Contender& b) { return a.odds > b.odds; });
+    stableSort(result.begin(), result.end(),
+               [](const Contender& a, const Contender& b) { return a.odds > b.odds; });
     if (result.empty()) return result;
     const double first = result.front().odds;
     for (Contender& one : result) one.odds = std::log(one.odds / first);

@@ -7,6 +7,7 @@
 #include <optional>
 #include <utility>
 
+#include "base/StableSort.h"
 #include "engine/segmentation/DotPrint.h"
 #include "engine/segmentation/LineCharacters.h"
 #include "engine/segmentation/PrintCleaning.h"
@@ -381,8 +382,8 @@ std::vector<Candidate> Looking::candidates() && {
     }
     std::vector<Candidate> first = std::move(found_);
     found_.clear();
-    std::stable_sort(first.begin(), first.end(),
-                     [](const Candidate& a, const Candidate& b) { return a.value > b.value; });
+    stableSort(first.begin(), first.end(),
+               [](const Candidate& a, const Candidate& b) { return a.value > b.value; });
     std::vector<std::pair<bool, float>> seen;
     for (const Candidate& candidate : first) {
         if (seen.size() >= kMostClose || stop_.stop_requested()) break;

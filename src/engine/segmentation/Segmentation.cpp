@@ -5,6 +5,7 @@
 #include <memory>
 #include <utility>
 
+#include "base/StableSort.h"
 #include "engine/segmentation/Contenders.h"
 
 namespace dravik::engine {
@@ -67,8 +68,8 @@ Segmentation segment(const GreyImage& image, ViewJudge judge, const std::stop_to
             number.characters = result.glyphs.size();
             last = number.best;
         }
-        std::stable_sort(numbers.begin(), numbers.end(),
-                         [](const Contender& a, const Contender& b) { return a.odds > b.odds; });
+        stableSort(numbers.begin(), numbers.end(),
+                   [](const Contender& a, const Contender& b) { return a.odds > b.odds; });
         if (last != numbers.front().best) result = {};
     }
     const Contender& best = numbers.front();

@@ -54,7 +54,6 @@ struct Segmentation {
     CharacterDecisions decisions;    // by which they were found
     double likeness = 0;             // log odds that the characters are right, as kTextLikeness tells
     std::vector<OtherView> others;   // the likeliest first, few
-    bool isGiven = false;            // the characters were told, and are read as they are
 
     // Where a glyph is in the image.
     Region place(const Glyph& glyph) const;

@@ -8,8 +8,10 @@ namespace dravik::engine {
 
 bool isRegion(const RotatedBox& box) noexcept {
     const auto isSide = [](float side) { return side >= kLeastRegionSide && side <= kMostRegionSide; };
-    return isSide(box.width) && isSide(box.height) && std::abs(box.centreX) <= kMostRegionSide &&
-           std::abs(box.centreY) <= kMostRegionSide && std::abs(box.angle) <= 360;
+    return isSide(box.width) && isSide(box.height) &&
+           box.width * box.height <= static_cast<float>(kMostPixels) &&
+           std::abs(box.centreX) <= kMostRegionSide && std::abs(box.centreY) <= kMostRegionSide &&
+           std::abs(box.angle) <= 360;
 }
 
 std::optional<Polarity> polarityNamed(std::string_view word) {

@@ -13,6 +13,7 @@ ActScope::ActScope(ScreenContext& context, OperatorAct::Kind kind, std::string s
     told_.kind = kind;
     told_.subject = std::move(subject);
     told_.before = context_.state();
+    context_.actBegun();
 }
 
 ActScope::~ActScope() {

@@ -53,11 +53,11 @@ OverviewControls::OverviewControls() {
         }
     for (std::size_t i = 0; i < kNotes.size(); ++i) {
         lblKey.push_back(std::make_unique<ui::Label>(indexed("lblKey", i)));
-        lblKey.back()->setCell(true);
+        lblKey.back()->setCell(true, false);
         lblKey.back()->setAccessibleName(std::string(kNotes[i]));
         lblNote.push_back(std::make_unique<ui::Label>(indexed("lblNote", i), std::string(kNotes[i])));
     }
-    lblEmpty.setCell(true);
+    lblEmpty.setCell(true, false);
     lblEmpty.setAlignment(ui::Label::Alignment::Center);
     lblEmpty.setBackColor(ui::kScrollBarColor);
 
@@ -150,6 +150,11 @@ Screen::Screen() {
     overview.tlbChars.button("Undo").setToolTip("Nothing to undo");
     overview.tlbChars.button("Undo").setEnabled(false);
     overview.tlbChars.button("Log").setToolTip("Write every step to the trace log");
+    font.txtCharSet.setAccessibleName("Character Set");
+    sample.txtSampleInput.setAccessibleName("Text or Character to Include");
+    train.cboTimeout.setAccessibleName("Timeout");
+    numeric.cboDisplay.setAccessibleName("Display");
+    overview.tlbChars.setAccessibleName("Views");
     train.prgTrain.setAccessibleName("Training progress");
     numeric.grid.setAccessibleName("Samples");
 }

@@ -53,7 +53,8 @@ struct ScreenContext {
     // that it is disabled where a run awaits its decision.
     void setState(const ScreenState& state);
 
-    // An act of the operator that changed the font has ended.
+    // The operator has begun something; what changed the font by it has ended.
+    ui::Signal<> actBegun;
     ui::Signal<const OperatorAct&> actEnded;
     ui::Signal<const PointedBar&> barPointed;
     ActScope* act = nullptr;  // the innermost one in progress

@@ -12,6 +12,7 @@ void modErrors::ReportError(std::string_view source, const Failure& failure) {
         std::string(source) + " Err " + std::to_string(failure.number()) + " " + failure.description();
     sbr_.panel("Message").setText(message);
     log_.trace("# Dravikdlg error: " + message);
+    reported(message);
 }
 
 }  // namespace dravik::screen

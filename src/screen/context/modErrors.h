@@ -8,6 +8,7 @@
 #include "base/Failure.h"
 #include "screen/context/TraceLog.h"
 #include "ui/Bars.h"
+#include "ui/Signal.h"
 
 namespace dravik::screen {
 
@@ -20,6 +21,9 @@ class modErrors {
 
     // Shows source, number and description of a failure; with tracing on they are also traced.
     void ReportError(std::string_view source, const Failure& failure);
+
+    // What was reported, for who keeps it in view longer than the next message.
+    ui::Signal<const std::string&> reported;
 
   private:
     TraceLog& log_;

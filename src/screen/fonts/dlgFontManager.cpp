@@ -31,9 +31,14 @@ dlgFontManager::dlgFontManager(TraceLog& log, ui::Platform& platform, const JobF
     form_.cancelButton = &CancelButton;
     form_.resizable = true;
     lbFonts.setAccessibleName("Available Fonts");
+    cmdNewFont.setAccessKey('N');
+    cmdRenameFont.setAccessKey('R');
+    cmdDuplicateFont.setAccessKey('u');
+    cmdDeleteFont.setAccessKey('D');
+    OKButton.setAccessKey('S');
 
     form_.loading.subscribe([this] { Form_Load(); });
-    form_.activated.subscribe([this] { lbFonts.setFocus(); });
+    form_.activated.subscribe([this] { giveFocus(); });
     lbFonts.click.subscribe([this] { lbFonts_Click(); });
     lbFonts.doubleClick.subscribe([this] { OKButton.press(); });
     cmdNewFont.click.subscribe([this] { cmdNewFont_Click(); });
@@ -59,9 +64,9 @@ void dlgFontManager::Form_Load() {
         renamed_.clear();
         selectedName_.clear();
         showStatus("");
-        cmdDuplicateFont.setEnabled(false);
-        cmdRenameFont.setEnabled(false);
         RefreshFontList();
+        if (const int found = indexOf(currentName_); found >= 0) lbFonts.setListIndex(found);
+        showSelected();
     });
 }
 
@@ -104,9 +109,10 @@ void dlgFontManager::lbFonts_Click() {
         selectedName_ = lbFonts.text();
         const bool selected = lbFonts.listIndex() >= 0;
         if (selected) selectedIndex_ = toInt16(lbFonts.listIndex());
-        cmdDuplicateFont.setEnabled(selected);
-        cmdRenameFont.setEnabled(selected);
-        showStatus(selected ? jobs_.fontFile(selectedName_) : std::string());
+        showSelected();
+        showStatus(selected               ? jobs_.fontFile(selectedName_)
+                   : lbFonts.count() == 0 ? std::string("There is no font yet: make one with New")
+                                          : std::string());
         lbFonts.setToolTip(selected ? FontCreatedText(selectedName_) : std::string());
     });
 }
@@ -130,6 +136,7 @@ void dlgFontManager::cmdNewFont_Click() {
         madeFont_ = name;
         RefreshFontList();
         selectFont(name);
+        giveFocus();
         tool().SetCharacterSet(set);
         tool().SaveFont(name);
     });
@@ -142,6 +149,7 @@ void dlgFontManager::cmdDeleteFont_Click() {
         fontsChanged_ = true;
         if (name == madeFont_) madeFont_.clear();
         RefreshFontList();
+        giveFocus();
         showStatus("Deleted font: " + name);
     });
 }
@@ -167,6 +175,7 @@ void dlgFontManager::DoRenameDupFont(std::int16_t mode) {
         fontsChanged_ = true;
         RefreshFontList();
         selectFont(name);
+        giveFocus();
     });
 }
 
@@ -190,11 +199,28 @@ void dlgFontManager::showStatus(const std::string& text) {
     sbr.panel("Text").setText(text);
 }
 
-void dlgFontManager::selectFont(const std::string& name) {
+// Nothing can be done to a font, nor one be taken, while none is chosen.
+void dlgFontManager::showSelected() {
+    for (ui::Button* button : {&cmdDuplicateFont, &cmdRenameFont, &cmdDeleteFont, &OKButton})
+        button->setEnabled(lbFonts.listIndex() >= 0);
+}
+
+void dlgFontManager::giveFocus() {
+    if (lbFonts.count() > 0)
+        lbFonts.setFocus();
+    else
+        cmdNewFont.setFocus();
+}
+
+int dlgFontManager::indexOf(const std::string& name) const {
     int found = -1;
     for (int i = 0; i < lbFonts.count(); ++i)
         if (lbFonts.items()[static_cast<std::size_t>(i)] == name) found = i;
-    if (found >= 0) lbFonts.setListIndex(found);
+    return found;
+}
+
+void dlgFontManager::selectFont(const std::string& name) {
+    if (const int found = indexOf(name); found >= 0) lbFonts.setListIndex(found);
 }
 
 }  // namespace dravik::screen

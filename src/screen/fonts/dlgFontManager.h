@@ -28,8 +28,12 @@ class dlgFontManager {
 
     // The tool must outlive the form's use of it.
     void SetDravikTool(tool::FontTool* tool) noexcept { tool_ = tool; }
-    // The list index to select when the form comes up; cut to the list.
-    void SetFontSelected(std::int16_t index) noexcept { selectedIndex_ = index; }
+    // The list index to select when the form comes up, cut to the list; the font of that name where there is
+    // one, since the list may have changed since the index was taken.
+    void SetFontSelected(std::int16_t index, std::string name) {
+        selectedIndex_ = index;
+        currentName_ = std::move(name);
+    }
     // The chosen name; "" unless the operator pressed Select.
     std::string GetFontName() const;
     // Since the form last came up: a font was made, renamed, duplicated or deleted.
@@ -61,7 +65,11 @@ class dlgFontManager {
 
     tool::FontTool& tool() const;
     void showStatus(const std::string& text);
-    // Selects the last entry that equals the name exactly.
+    void showSelected();
+    // To what the operator goes on with: the list, or New where it is empty.
+    void giveFocus();
+    // The last entry that equals the name exactly; -1 for none.
+    int indexOf(const std::string& name) const;
     void selectFont(const std::string& name);
 
     ui::Form form_{"dlgFontManager", "Font Manager"};
@@ -82,6 +90,7 @@ class dlgFontManager {
     dlgFontName fontName_;
     tool::FontTool* tool_ = nullptr;
     std::int16_t selectedIndex_ = 0;
+    std::string currentName_;
     std::string selectedName_;
     bool chosen_ = false;
     bool fontsChanged_ = false;

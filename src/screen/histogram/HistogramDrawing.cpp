@@ -15,9 +15,27 @@ constexpr double kMinorMarkLeft = -1;
 constexpr double kMarkLabelRight = -2.5;
 constexpr double kMarkLabelWidth = 2.5;
 constexpr int kMarkLabelPoints = 8;
+// More numbers than this stand closer than their usual height.
+constexpr int kManyMarkLabels = 20;
+constexpr int kManyMarkLabelPoints = 6;
+constexpr int kTitlePoints = 9;
+constexpr char kSamplesTitle[] = "samples";
+constexpr double kSamplesTitleTop = 116;
+constexpr double kBarTitleTop = -11;
 constexpr ui::Color kAxisColor = ui::rgb(127, 127, 127);
 constexpr int kAxisWidth = 2;
 constexpr int kMinorMarksPerMajor = 5;
+
+ui::ChartLabel title(std::string caption, double top, ui::ChartLabel::Alignment alignment) {
+    ui::ChartLabel label;
+    label.caption = std::move(caption);
+    label.top = top;
+    label.width = kAxisLength;
+    label.fontSize = kTitlePoints;
+    label.alignment = alignment;
+    label.visible = true;
+    return label;
+}
 
 constexpr int markStep(std::int16_t max) {
     return max < 100 ? 1 : max < 500 ? 5 : 10;
@@ -96,6 +114,7 @@ void HistogramDrawing::placeHashMarks(std::int16_t max) {
     if (max == 0) return;
     const double unit = kAxisHeight / max;
     const int step = markStep(max);
+    const bool many = max / (kMinorMarksPerMajor * step) > kManyMarkLabels;
     for (int k = step; k <= max; k += step) {
         const bool major = k % (kMinorMarksPerMajor * step) == 0;
         ui::ChartLine line;
@@ -109,7 +128,7 @@ void HistogramDrawing::placeHashMarks(std::int16_t max) {
         label.left = kMarkLabelRight - kMarkLabelWidth;
         label.top = line.y1;
         label.caption = std::to_string(k);
-        label.fontSize = kMarkLabelPoints;
+        label.fontSize = many ? kManyMarkLabelPoints : kMarkLabelPoints;
         label.alignment = ui::ChartLabel::Alignment::End;
         label.visible = true;
         lblY.push_back(std::move(label));
@@ -129,6 +148,13 @@ std::optional<std::size_t> HistogramDrawing::barAt(double x, double y) const {
     return std::nullopt;
 }
 
+int HistogramDrawing::placeInScene(std::size_t index) const {
+    if (index >= shpData.size() || !shpData[index].visible) return -1;
+    return static_cast<int>(std::count_if(shpData.begin(),
+                                          shpData.begin() + static_cast<std::ptrdiff_t>(index),
+                                          [](const ui::ChartBar& bar) { return bar.visible; }));
+}
+
 ui::ChartScene HistogramDrawing::scene() const {
     ui::ChartScene scene;
     scene.bars = visibleOf(shpData);
@@ -139,6 +165,10 @@ ui::ChartScene HistogramDrawing::scene() const {
     auto numbers = visibleOf(lblY);
     scene.labels.insert(scene.labels.end(), std::make_move_iterator(numbers.begin()),
                         std::make_move_iterator(numbers.end()));
+    if (scene.bars.empty()) return scene;
+    scene.labels.push_back(title(kSamplesTitle, kSamplesTitleTop, ui::ChartLabel::Alignment::Start));
+    if (!barTitle.empty())
+        scene.labels.push_back(title(barTitle, kBarTitleTop, ui::ChartLabel::Alignment::Center));
     return scene;
 }
 

@@ -29,6 +29,7 @@ struct HistogramDrawing {
     std::vector<ui::ChartLabel> lblY;
     ui::ChartLine linX;
     ui::ChartLine linSample;  // a marker that no procedure moves
+    std::string barTitle;     // below the labels of the bars: what they stand for
 
     // Shows the horizontal axis.
     void drawAxis();
@@ -50,6 +51,8 @@ struct HistogramDrawing {
     std::optional<std::size_t> barAt(double x, double y) const;
 
     ui::ChartScene scene() const;
+    // Where a bar stands among those of the scene; -1 for a hidden one.
+    int placeInScene(std::size_t index) const;
 
   private:
     std::size_t placed_ = 0;

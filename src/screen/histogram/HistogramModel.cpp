@@ -83,6 +83,7 @@ void HistogramModel::clear() {
 
 void HistogramModel::loadCharacters() {
     drawing.load(data.size(), kCharBarWidth, kCharBarWidth, labelPoints(data));
+    drawing.barTitle.clear();
 }
 
 void HistogramModel::placeCharacters(std::int16_t axisMaximum) {
@@ -103,6 +104,7 @@ void HistogramModel::placeCharacters(std::int16_t axisMaximum) {
 
 void HistogramModel::loadBins() {
     drawing.load(kBins, kBinBarWidth, kBinLabelWidth, labelPoints(data));
+    drawing.barTitle = "Distance";
 }
 
 void HistogramModel::placeBins() {
@@ -119,6 +121,7 @@ int HistogramModel::colourByThreshold() {
     for (std::size_t i = 0; i < drawing.shpData.size() && i < max.size(); ++i) {
         const bool over = max[i] >= threshold;
         drawing.shpData[i].fill = over ? kOverThreshold : kBelowThreshold;
+        drawing.shpData[i].hatched = over;
         if (over) ++exceeding;
     }
     return exceeding;

@@ -28,6 +28,7 @@ dlgCharHist::dlgCharHist(TraceLog& log, ui::Platform& platform, HistogramControl
     createControls();
     loading.subscribe([this] { Form_Load(); });
     unloading.subscribe([this] { Form_Unload(); });
+    activated.subscribe([this] { chart.setFocus(); });
     udThreshold.valueChanged.subscribe([this] { udThreshold_Change(); });
     tlbMain.buttonClick.subscribe([this](ui::ToolButton& button) { tlbMain_ButtonClick(button); });
     cboChar.gotFocus.subscribe([this] { cboChar_GotFocus(); });

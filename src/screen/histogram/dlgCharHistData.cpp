@@ -134,6 +134,7 @@ void dlgCharHist::drawScene() {
     procedures_.run("", "DrawScene", [this] {
         model_.nameBars();
         chart.setScene(model_.drawing.scene());
+        chart.setPointed(highlighted_ ? model_.drawing.placeInScene(*highlighted_) : -1);
     });
 }
 

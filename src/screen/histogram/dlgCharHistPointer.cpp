@@ -16,7 +16,6 @@ constexpr std::int16_t kManyDeletions = 5;
 
 constexpr int kKeyLeft = 37;
 constexpr int kKeyRight = 39;
-constexpr int kKeyMenu = 93;
 constexpr int kKeyF10 = 121;
 
 }  // namespace
@@ -33,6 +32,7 @@ void dlgCharHist::Form_MouseMove(const ui::MouseEvent& event) {
 
 void dlgCharHist::tmrGraphics_Timer() {
     procedures_.run("", "GraphicsTimer", [this] {
+        if (filled_) showModeButtons();  // a click on the one that is down has released it
         if (handled_ == pointer_) return;
         overBar_ = false;
         if (model_.mode == kFontHistogram) colourByThreshold();
@@ -147,19 +147,19 @@ void dlgCharHist::characterMenu(std::size_t bar, const ui::MouseEvent& event) {
     control_.m_dlgHist_ShowDistHist(character);
 }
 
-// The arrow keys walk the pointer from bar to bar; the menu key opens the menu of the bar under it.
+// The arrow keys walk the pointer from bar to bar, over empty ones; the menu key opens the menu of the bar
+// under it.
 void dlgCharHist::Form_KeyDown(int key, int shift) {
     procedures_.run("", "KeyDown", [&] {
-        const auto bars = model_.drawing.shpData.size();
-        const auto current = highlighted_;
         if (key == kKeyLeft || key == kKeyRight) {
-            const std::size_t last = bars - 1;
-            const std::size_t next = !current           ? (key == kKeyRight ? 0 : last)
-                                     : key == kKeyRight ? std::min(*current + 1, last)
-                                     : *current > 0     ? *current - 1
-                                                        : 0;
-            pointAt(next);
-        } else if (key == kKeyMenu || (key == kKeyF10 && (shift & ui::kShiftMask))) {
+            const auto& bars = model_.drawing.shpData;
+            const int step = key == kKeyRight ? 1 : -1;
+            const int count = static_cast<int>(bars.size());
+            int next = highlighted_ ? static_cast<int>(*highlighted_) : step > 0 ? -1 : count;
+            do next += step;
+            while (next >= 0 && next < count && !bars[static_cast<std::size_t>(next)].visible);
+            if (next >= 0 && next < count) pointAt(static_cast<std::size_t>(next));
+        } else if (key == ui::kKeyMenu || (key == kKeyF10 && (shift & ui::kShiftMask))) {
             Form_MouseDown({ui::kRightButton, 0, pointer_.x, pointer_.y});
         }
     });

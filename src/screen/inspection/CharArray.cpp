@@ -54,6 +54,7 @@ void CharArray::DisplayCharArray(const std::string& character, bool bStdDev) {
 
         openForm();
         control_.SetFontArray();
+        m_dlgArray_->setMessage("");
         m_dlgArray_->SetCharacter(character, &fontArray_, bStdDev ? kStdDevMode : kCharArrayMode);
         for (std::size_t k = 0; k < values.size(); ++k) {
             m_dlgArray_->shadeCell(k, values[k]);
@@ -62,13 +63,14 @@ void CharArray::DisplayCharArray(const std::string& character, bool bStdDev) {
             m_dlgArray_->setCell(k, bStdDev ? "" : std::to_string(values[k]));
             m_dlgArray_->lblCell[k]->setToolTip("");
         }
-        if (bStdDev) CalculateStdDev(character);
+        if (bStdDev && !CalculateStdDev(character))
+            m_dlgArray_->setMessage("No deviations: " + context_.screen.sbr.panel("Message").text());
         context_.platform.show(*m_dlgArray_);
     });
 }
 
-void CharArray::CalculateStdDev(const std::string& character) {
-    context_.procedures.run("Dravikdlg.CalculateStdDev", "CalculateStdDev", [&] {
+bool CharArray::CalculateStdDev(const std::string& character) {
+    return context_.procedures.run("Dravikdlg.CalculateStdDev", "CalculateStdDev", [&] {
         const auto table = context_.tool->GetSampleData(tool::kAllCommitted, tool::kSampleFields);
         if (!m_dlgArray_) throw Failure(RuntimeError::ObjectNotSet);
         std::int16_t count = 0;
@@ -84,7 +86,7 @@ void CharArray::CalculateStdDev(const std::string& character) {
         if (count == 0) {
             context_.errors.UserMsg("Number of samples = 0");
             for (std::size_t k = 0; k < statistics.size(); ++k) m_dlgArray_->setCell(k, "n/a");
-            return;
+            return true;
         }
         std::array<double, tool::kFeatureCount> sd{};
         for (std::size_t k = 0; k < sd.size(); ++k) sd[k] = statistics[k].deviation(count);
@@ -93,6 +95,7 @@ void CharArray::CalculateStdDev(const std::string& character) {
             m_dlgArray_->lblCell[k]->setToolTip(std::to_string(statistics[k].minimum()) + " to " +
                                                 std::to_string(statistics[k].maximum()));
         }
+        return true;
     });
 }
 

@@ -30,7 +30,8 @@ class CharArray {
     void DisplayCharArray(const std::string& character, bool bStdDev);
     // Writes the standard deviation of each feature over the character's committed samples into the open
     // form's cells, in units of the scaled value; "n/a" when it has none.
-    void CalculateStdDev(const std::string& character);
+    // False when they could not be calculated, which is reported.
+    bool CalculateStdDev(const std::string& character);
     // Traces how many uncommitted samples there are.
     void PrintFeatureVect();
 

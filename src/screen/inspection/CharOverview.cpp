@@ -22,6 +22,11 @@ ui::Color trainedColor(std::int16_t count) {
     return kStateColors[4];
 }
 
+// The count that the cell's colour tells roughly.
+std::string figureOf(std::int16_t count) {
+    return count == 0 ? "" : count < 100 ? std::to_string(count) : "99+";
+}
+
 }  // namespace
 
 void CharOverview::UpdateCharDisplay() {
@@ -36,6 +41,7 @@ void CharOverview::UpdateCharDisplay() {
             const bool inFont = contains(all, cell->caption());
             cell->setBackColor(inFont ? kUntrained : kNotInFont);
             cell->setBold(inFont);
+            cell->setFigure("");
             cell->setAccessibleName(cell->caption() + (inFont ? ", 0 trained" : ", not in font"));
         }
         UpdateTrainStatus();
@@ -52,6 +58,7 @@ void CharOverview::UpdateTrainStatus() {
             for (const auto& cell : context_.screen.overview.lblChar) {
                 if (cell->caption() != character) continue;
                 cell->setBackColor(trainedColor(count));
+                cell->setFigure(figureOf(count));
                 cell->setAccessibleName(character + ", " + std::to_string(count) + " trained");
             }
         }

@@ -51,7 +51,10 @@ dlgCharArray::dlgCharArray(TraceLog& log, ui::Platform& platform)
     setLayout(ui::column({
         ui::row({ui::item(tlbArray), ui::item(cboChar).atLeast(900), ui::space()}),
         ui::table(std::move(cells)).withColumns(std::vector<int>(kColumns, 1)).stretched(),
+        ui::item(lblMessage),
     }));
+    lblMessage.setUsesMnemonic(false);
+    lblMessage.setVisible(false);
     resizable = true;
 
     loading.subscribe([this] { procedures_.run("dlgCharArray.Form_Load", "Form_Load", [] {}); });
@@ -63,8 +66,8 @@ void dlgCharArray::SetMode(std::int16_t mode) {
     procedures_.run("dlgCharArray.SetMode", "SetMode", [&] {
         if (mode != kCharArrayMode && mode != kStdDevMode) return;
         mode_ = mode;
-        tlbArray.button("Char").setPressed(mode == kCharArrayMode);
-        tlbArray.button("StdDev").setPressed(mode == kStdDevMode);
+        modeSet_ = true;
+        showModeButtons();
         setCaption((mode == kCharArrayMode ? "Character Array for " : "Standard Dev Array for ") +
                    character_);
     });
@@ -76,7 +79,10 @@ void dlgCharArray::SetCharacter(const std::string& character, const std::vector<
         character_ = character;
         if (!FontArray) return procedures_.trace("IsArray(FontArray) = FALSE");
         if (FontArray->empty()) return procedures_.trace("IsEmpty(FontArray) = TRUE");
-        if (FontArray->size() == 1) return procedures_.trace("UBound(FontArray) = 0");
+        if (FontArray->size() == 1) {
+            setMessage("The font has one character only: nothing can be chosen here");
+            return procedures_.trace("UBound(FontArray) = 0");
+        }
         const Choosing choosing(choosing_);
         cboChar.setItems(*FontArray);
         SetMode(mode);
@@ -108,8 +114,22 @@ void dlgCharArray::cboChar_Click() {
 }
 
 void dlgCharArray::tlbArray_ButtonClick(const ui::ToolButton& button) {
-    procedures_.run("dlgCharArray.tlbArray_ButtonClick", "tlbArray_ButtonClick",
-                    [&] { SetArray(cboChar.text(), button.key == "StdDev" ? kStdDevMode : kCharArrayMode); });
+    procedures_.run("dlgCharArray.tlbArray_ButtonClick", "tlbArray_ButtonClick", [&] {
+        // Nothing may come of it, and the buttons tell what is shown.
+        showModeButtons();
+        SetArray(cboChar.text(), button.key == "StdDev" ? kStdDevMode : kCharArrayMode);
+    });
+}
+
+void dlgCharArray::showModeButtons() {
+    tlbArray.button("Char").setPressed(modeSet_ && mode_ == kCharArrayMode);
+    tlbArray.button("StdDev").setPressed(modeSet_ && mode_ == kStdDevMode);
+}
+
+void dlgCharArray::setMessage(const std::string& text) {
+    lblMessage.setCaption(text);
+    lblMessage.setToolTip(text);
+    lblMessage.setVisible(!text.empty());
 }
 
 }  // namespace dravik::screen

@@ -42,16 +42,22 @@ class dlgCharArray : public ui::Form {
     // Invalid procedure call (5).
     void shadeCell(std::size_t index, std::int16_t value);
 
+    // Says why something is not shown, below the cells; "" takes that back.
+    void setMessage(const std::string& text);
+
     // Character, mode: the operator wants to see another character or the other array.
     ui::Signal<std::string, std::int16_t> SetArray;
 
   private:
     void cboChar_Click();
     void tlbArray_ButtonClick(const ui::ToolButton& button);
+    void showModeButtons();
 
     Procedures procedures_;
     std::string character_;
     std::int16_t mode_ = kCharArrayMode;
+    bool modeSet_ = false;
+    ui::Label lblMessage{"lblMessage"};
     bool choosing_ = false;  // the chooser is being filled, not used
 };
 

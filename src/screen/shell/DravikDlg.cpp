@@ -246,12 +246,20 @@ void DravikDlg::showFont(const std::string& name) {
     parts_->selection.ShowFont(name);
 }
 
+ui::Signal<>& DravikDlg::actBegun() noexcept {
+    return parts_->context.actBegun;
+}
+
 ui::Signal<const OperatorAct&>& DravikDlg::actEnded() noexcept {
     return parts_->context.actEnded;
 }
 
 ui::Signal<const PointedBar&>& DravikDlg::barPointed() noexcept {
     return parts_->context.barPointed;
+}
+
+ui::Signal<const std::string&>& DravikDlg::failureReported() noexcept {
+    return parts_->context.errors.reported;
 }
 
 bool DravikDlg::m_FontChanged() const noexcept {

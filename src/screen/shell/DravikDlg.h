@@ -63,10 +63,13 @@ class DravikDlg : public tool::StepEditor {
     // Shows another font as if it were chosen in the font manager; "" shows that there is none. A failure is
     // reported.
     void showFont(const std::string& name);
-    // An act of the operator that changed the font has ended.
+    // The operator has begun something; what changed the font by it has ended.
+    ui::Signal<>& actBegun() noexcept;
     ui::Signal<const OperatorAct&>& actEnded() noexcept;
     // The pointer has come to a bar of the histogram.
     ui::Signal<const PointedBar&>& barPointed() noexcept;
+    // A failure was shown, which the next message covers.
+    ui::Signal<const std::string&>& failureReported() noexcept;
 
     // For the program around the screen. The font differs from its saved form.
     bool m_FontChanged() const noexcept;

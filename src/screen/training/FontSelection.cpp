@@ -16,7 +16,9 @@ void FontSelection::SelectFont() {
         // A host may bind another step while the manager is open: its fonts were not those offered.
         const tool::StepPtr step = context_.tool.tool;
         manager_->SetDravikTool(&*context_.tool);
-        manager_->SetFontSelected(context_.tool.m_FontIndex);
+        manager_->SetFontSelected(
+            context_.tool.m_FontIndex,
+            context_.tool.fontLoaded ? context_.screen.font.lblSelectedFont.caption() : std::string());
         context_.platform.showModal(manager_->form());
         manager_->SetDravikTool(nullptr);
         if (context_.tool.tool != step) return;

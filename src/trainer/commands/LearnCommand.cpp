@@ -1,7 +1,10 @@
+#include <algorithm>
 #include <array>
 #include <charconv>
 #include <chrono>
+#include <exception>
 #include <filesystem>
+#include <memory>
 #include <ostream>
 #include <system_error>
 #include <thread>
@@ -12,8 +15,10 @@
 #include "base/NumberFormat.h"
 #include "base/Paths.h"
 #include "engine/embedded/EmbeddedTool.h"
+#include "engine/scene/Scene.h"
 #include "tool/FontUseCases.h"
 #include "trainer/commands/Commands.h"
+#include "trainer/commands/InOrder.h"
 #include "trainer/commands/Interrupt.h"
 #include "trainer/commands/ProgressLine.h"
 #include "trainer/commands/SampleList.h"
@@ -22,6 +27,8 @@ namespace dravik::trainer {
 namespace {
 
 constexpr int kInterrupted = 130;
+// Images that are searched at once; each may be of 64 megapixels.
+constexpr int kMostSearches = 4;
 // Samples that are there twice would be checked with a font that was taught with them.
 constexpr char kListedTwice[] = "included already, from a row above";
 constexpr char kNothingToCheck[] = "Held-out check: not made, it takes two characters with two samples each";
@@ -76,12 +83,32 @@ std::string fileOf(const ListedSample& sample) {
     return error ? sample.path : fromPath(file);
 }
 
+// An image with its characters, or why there is none.
+struct SearchedImage {
+    std::shared_ptr<const engine::GreyImage> image;
+    std::shared_ptr<const engine::Scene> scene;
+    std::exception_ptr problem;
+};
+
+SearchedImage searched(const std::string& path, const engine::ImageDecoder& decoder,
+                       const engine::SegmentationSettings& settings, const std::stop_token& stop) {
+    SearchedImage result;
+    try {
+        result.image = std::make_shared<const engine::GreyImage>(decoder(path));
+        result.scene = std::make_shared<const engine::Scene>(engine::findScene(result.image, settings, stop));
+    } catch (...) {
+        result.problem = std::current_exception();
+    }
+    return result;
+}
+
 // Includes an image and says so; false when it was refused.
 bool include(engine::EmbeddedTool& tool, tool::FontUseCases& fonts, const ListedSample& sample,
-             const engine::ImageDecoder& decoder, const CommandStreams& streams) {
+             SearchedImage seen, const CommandStreams& streams) {
     std::string reason;
     try {
-        tool.setImage(decoder(sample.path));
+        if (seen.problem) std::rethrow_exception(seen.problem);
+        tool.shareImage(std::move(seen.image), std::move(seen.scene));
         tool.setImageName(fileOf(sample));
         const auto outcome = fonts.include({.text = sample.text, .addMissing = true});
         if (const auto* included = std::get_if<tool::Included>(&outcome)) {
@@ -148,13 +175,20 @@ int learn(const std::vector<ListedSample>& samples, const LearnOptions& options,
     tool.setSettings(options.settings.over(tool.settings()));
     tool.endAct({}, {});
 
+    // Nearly all of an include's time goes into the search of its image, which is done ahead.
+    InOrder<SearchedImage> images(
+        samples.size(), std::min(processorCount(), kMostSearches),
+        [&, settings = tool.settings()](std::size_t i, const std::stop_token& stop) {
+            return searched(samples[i].path, decoder, settings, stop);
+        });
     std::unordered_set<std::string> included;
     for (const auto& sample : samples) {
         if (watch.interrupted()) return interrupted();
+        SearchedImage seen = images.take();
         const auto image = fileOf(sample);
         if (included.contains(image))
             refuse(sample, kListedTwice, streams);
-        else if (include(tool, fonts, sample, decoder, streams))
+        else if (include(tool, fonts, sample, std::move(seen), streams))
             included.insert(image);
         tool.endAct({}, {});
     }

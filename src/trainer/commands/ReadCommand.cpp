@@ -1,11 +1,6 @@
-#include <algorithm>
-#include <atomic>
-#include <condition_variable>
 #include <iostream>
 #include <memory>
-#include <mutex>
 #include <optional>
-#include <thread>
 
 #include "base/Failure.h"
 #include "base/FileSystem.h"
@@ -14,6 +9,7 @@
 #include "engine/image/ImageFiles.h"
 #include "tool/FontName.h"
 #include "trainer/commands/Commands.h"
+#include "trainer/commands/InOrder.h"
 #include "trainer/commands/ReadingFormat.h"
 #include "trainer/commands/SampleList.h"
 
@@ -73,43 +69,6 @@ std::vector<Task> tasksOf(const ReadOptions& options, const CommandStreams& stre
     return tasks;
 }
 
-// Reads images on several threads; they are taken in the order in which they were given.
-class Readers {
-  public:
-    Readers(const std::vector<Task>& tasks, const engine::FontReader& reader,
-            const engine::ImageDecoder& decoder, int threads)
-        : results_(tasks.size()) {
-        const auto work = [&](const std::stop_token& stop) {
-            for (std::size_t i = next_++; i < tasks.size() && !stop.stop_requested(); i = next_++) {
-                ImageReading reading =
-                    readImage(tasks[i].image, tasks[i].path, tasks[i].expected, reader, decoder, stop);
-                {
-                    const std::scoped_lock lock(mutex_);
-                    results_[i] = std::move(reading);
-                }
-                ready_.notify_one();
-            }
-        };
-        const auto count = std::min(static_cast<std::size_t>(threads), tasks.size());
-        for (std::size_t i = 0; i < count; ++i) threads_.emplace_back(work);
-    }
-
-    ImageReading take(std::size_t place) {
-        std::unique_lock lock(mutex_);
-        ready_.wait(lock, [&] { return results_[place].has_value(); });
-        ImageReading reading = std::move(*results_[place]);
-        results_[place].reset();
-        return reading;
-    }
-
-  private:
-    std::mutex mutex_;
-    std::condition_variable ready_;
-    std::vector<std::optional<ImageReading>> results_;
-    std::atomic<std::size_t> next_ = 0;
-    std::vector<std::jthread> threads_;
-};
-
 }  // namespace
 
 int readImages(const ReadOptions& options, const engine::ImageDecoder& decoder,
@@ -132,12 +91,15 @@ int readImages(const ReadOptions& options, const engine::ImageDecoder& decoder,
     }
     tool.overrideSettings(options.settings.over(tool.settings()));
     const engine::FontReader reader = tool.reader();
-    const int processors = std::max(1, static_cast<int>(std::thread::hardware_concurrency()));
-    Readers readers(tasks, reader, decoder, options.threads > 0 ? options.threads : processors);
+    InOrder<ImageReading> readings(tasks.size(), options.threads > 0 ? options.threads : processorCount(),
+                                   [&](std::size_t i, const std::stop_token& stop) {
+                                       return readImage(tasks[i].image, tasks[i].path, tasks[i].expected,
+                                                        reader, decoder, stop);
+                                   });
     const std::unique_ptr<ReadingFormat> format = readingFormat(options, streams.out);
     std::size_t right = 0, unread = 0;
     for (std::size_t i = 0; i < tasks.size(); ++i) {
-        const ImageReading reading = readers.take(i);
+        const ImageReading reading = readings.take();
         format->add(reading);
         if (!reading.problem.empty()) {
             streams.problem(reading.problem);

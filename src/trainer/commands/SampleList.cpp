@@ -96,6 +96,23 @@ std::vector<ListedSample> parseSampleList(std::string_view content, const std::s
     return samples;
 }
 
+std::string sampleListText(const std::vector<ListedSample>& samples, const std::string& folder,
+                           std::size_t& written) {
+    std::string content;
+    written = 0;
+    for (const ListedSample& sample : samples) {
+        const auto within = toPath(sample.path).lexically_relative(toPath(folder));
+        const bool isWithin = !within.empty() && *within.begin() != "..";
+        const std::string line =
+            (isWithin ? fromPath(within) : sample.path) + '\t' + withoutBlanksAndBreaks(sample.text);
+        ListedSample read;
+        if (!parseLine(line, read).empty()) continue;
+        content += line + '\n';
+        ++written;
+    }
+    return content;
+}
+
 std::vector<ListedSample> readSampleList(const std::string& file) {
     const auto refuse = [&](const std::string& problem) { throw SampleListError({file + ": " + problem}); };
     std::error_code error;

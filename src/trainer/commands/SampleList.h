@@ -36,4 +36,9 @@ std::vector<ListedSample> parseSampleList(std::string_view content, const std::s
 // larger than 16 MB.
 std::vector<ListedSample> readSampleList(const std::string& file);
 
+// The content of a list in that folder: a row for each sample, its image named from the folder where it lies
+// in it. Samples that a list cannot hold are left out; `written` gets the number of the others.
+std::string sampleListText(const std::vector<ListedSample>& samples, const std::string& folder,
+                           std::size_t& written);
+
 }  // namespace dravik::trainer

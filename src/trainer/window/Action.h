@@ -1,8 +1,10 @@
 // Something that the operator can do with the program: an entry of its menus, a button of the part's toolbar,
-// a key. What it does and when it is possible stands here; a window shows it and triggers it.
+// a key. What it does and when it is possible stands here; a window shows it and triggers it. An action with
+// entries is a menu inside of a menu.
 #pragma once
 
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "ui/Picture.h"
@@ -22,18 +24,26 @@ struct ActionFace {
     bool checkable = false;
 };
 
+class Action;
+// A menu of the menu bar, or what stands on a toolbar; a null entry is a separator.
+using ActionList = std::vector<Action*>;
+
 class Action {
   public:
-    explicit Action(ActionFace face) : face_(std::move(face)), text_(face_.text) {}
+    explicit Action(ActionFace face, ActionList entries = {})
+        : face_(std::move(face)), entries_(std::move(entries)), text_(face_.text) {}
     Action(const Action&) = delete;
     Action& operator=(const Action&) = delete;
 
     const std::string& name() const noexcept { return face_.name; }
     const ActionFace& face() const noexcept { return face_; }
+    const ActionList& entries() const noexcept { return entries_; }
     // As it stands in the menu now; "&" marks the access key.
     const std::string& text() const noexcept { return text_; }
     bool enabled() const noexcept { return enabled_; }
     bool checked() const noexcept { return checked_; }
+    // It stands in its menu.
+    bool visible() const noexcept { return visible_; }
     void setText(std::string text) {
         if (std::exchange(text_, text) != text) changed();
     }
@@ -44,24 +54,35 @@ class Action {
         if (std::exchange(checked_, checked) != checked) changed();
     }
 
+    void setVisible(bool visible) {
+        if (std::exchange(visible_, visible) != visible) changed();
+    }
+
     // As if the operator chose it; nothing happens while it is disabled. Raises what its subscribers raise.
     void trigger() {
         if (enabled_) triggered();
     }
 
     ui::Signal<> triggered;
-    // Text, enabled or checked.
+    // Text, enabled, checked or visible.
     ui::Signal<> changed;
 
   private:
     const ActionFace face_;
+    const ActionList entries_;
     std::string text_;
     bool enabled_ = true;
     bool checked_ = false;
+    bool visible_ = true;
 };
 
-// A menu of the menu bar, or what stands on a toolbar; a null entry is a separator.
-using ActionList = std::vector<Action*>;
+// A text of the operator's own as it stands in a menu, where "&" would mark an access key.
+inline std::string withoutAccessKeys(const std::string& text) {
+    std::string result;
+    for (const char one : text) result.append(one == '&' ? 2 : 1, one);
+    return result;
+}
+
 struct ActionMenu {
     std::string caption;  // "&" marks the access key
     ActionList entries;

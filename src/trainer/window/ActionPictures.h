@@ -1,4 +1,4 @@
-// Pictures of the actions around a part's image.
+// Pictures of the actions around a part's image, and of what has become of it.
 #pragma once
 
 #include "ui/Picture.h"
@@ -13,5 +13,12 @@ ui::Picture fitPicture();
 ui::Picture actualSizePicture();
 ui::Picture regionPicture();
 ui::Picture correctCharactersPicture();
+ui::Picture keepTextPicture();
+
+// What has become of an image, each of a shape and a colour of its own on a white ground.
+ui::Picture includedPicture();
+ui::Picture refusedPicture();
+ui::Picture doubtfulPicture();
+ui::Picture failedPicture();
 
 }  // namespace dravik::trainer

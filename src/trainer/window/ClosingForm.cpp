@@ -69,9 +69,11 @@ void ClosingForm::forEach(const std::vector<std::string>& fonts,
     showFonts();
     mayEnd_ = problems.empty() && lbFonts.count() == 0;
     if (mayEnd_) return unload();
-    if (!problems.empty())
-        platform_.messageBox({problems + "The changes are kept. Save a copy elsewhere, or try again.",
-                              "Not Saved", ui::MessageBox::Buttons::Ok, ui::MessageBox::Icon::Critical});
+    if (problems.empty()) return;
+    const bool areKept = lbFonts.count() > 0;
+    if (areKept) problems += "The changes are kept. Save a copy elsewhere, or try again.";
+    platform_.messageBox({problems, areKept ? "Not Saved" : "Perhaps Not on the Disk",
+                          ui::MessageBox::Buttons::Ok, ui::MessageBox::Icon::Critical});
 }
 
 void ClosingForm::saveCopy() {

@@ -76,7 +76,15 @@ void ImageSettingsForm::show(const SegmentationSettings& settings) {
                                              region->height, region->angle};
         for (std::size_t i = 0; i < values.size(); ++i) txtRegion[i].setText(textOf(values[i]));
     }
+    shownRegion_ = settings.region;
+    shownText_ = regionText();
     showPossible();
+}
+
+std::string ImageSettingsForm::regionText() const {
+    std::string text;
+    for (const ui::TextBox& figure : txtRegion) text += (text.empty() ? "" : ",") + trimmed(figure.text());
+    return text;
 }
 
 std::optional<SegmentationSettings> ImageSettingsForm::entered() const {
@@ -90,9 +98,8 @@ std::optional<SegmentationSettings> ImageSettingsForm::entered() const {
                               height < 0 || height > engine::kMostSmallestHeight))
         return std::nullopt;
     if (!chkRegion.checked()) return settings;
-    std::string text;
-    for (const ui::TextBox& figure : txtRegion) text += (text.empty() ? "" : ",") + trimmed(figure.text());
-    settings.region = engine::regionNamed(text);
+    const std::string text = regionText();
+    settings.region = shownRegion_ && text == shownText_ ? shownRegion_ : engine::regionNamed(text);
     return settings.region ? std::optional(settings) : std::nullopt;
 }
 

@@ -5,6 +5,7 @@
 #include <array>
 #include <functional>
 #include <optional>
+#include <string>
 
 #include "engine/segmentation/SegmentationSettings.h"
 #include "ui/Button.h"
@@ -27,6 +28,11 @@ class ImageSettingsForm : public ui::Form {
     // Nothing when a figure is none or out of range.
     std::optional<engine::SegmentationSettings> entered() const;
     void showPossible();
+    std::string regionText() const;
+
+    // As it was shown, which is rounded: figures that nobody has changed stand for what they were.
+    std::optional<engine::RotatedBox> shownRegion_;
+    std::string shownText_;
 
     ui::Label lblPolarity{"lblPolarity", "&Polarity"};
     ui::ComboBox cboPolarity{"cboPolarity"};

@@ -108,7 +108,11 @@ std::optional<std::string> ImageTools::undoText() const {
 }
 
 void ImageTools::undo() {
+    const auto* kept = trainer_.adjustments().keptLabels();
+    const auto labels = kept ? *kept : ImageAdjustments::Labels{};
     trainer_.adjustments().undoCorrection();
+    ui::TextBox& box = trainer_.control().screen().sample.txtSampleInput;
+    if (labels.before != labels.after && box.text() == labels.after) box.setText(labels.before);
 }
 
 std::string ImageTools::note() const {
@@ -118,10 +122,25 @@ std::string ImageTools::note() const {
     return adjustments.settings().region ? "in the region" : "";
 }
 
+std::string ImageTools::selectionText() const {
+    const int selected = view_.mode() == ViewMode::Boxes ? view_.boxes.selected() : -1;
+    const auto& characters = trainer_.preview();
+    if (selected < 0 || selected >= static_cast<int>(characters.size())) return {};
+    const std::string& label = characters[static_cast<std::size_t>(selected)].label;
+    const engine::ReadCharacter* read = view_.readingOf(selected);
+    return "character " + std::to_string(selected + 1) + " of " + std::to_string(characters.size()) +
+           (label.empty() ? "" : ", labelled " + label) +
+           (read ? ", read as " + engine::shownCharacter(*read) : "");
+}
+
 void ImageTools::takeCorrection(const BoxChange& change) {
-    const bool labelled = trainer_.mismatch() == 0;
+    const auto& before = trainer_.preview();
+    const bool labelled = trainer_.mismatch() == 0 && !before.empty() && !before.front().label.empty();
     trainer_.adjustments().correct(view_.boxes.boxes(), change.words);
-    if (labelled) labelsFollow(change);
+    if (!labelled) return;
+    const std::string text = trainer_.control().screen().sample.txtSampleInput.text();
+    labelsFollow(change);
+    trainer_.adjustments().keepLabels({text, trainer_.control().screen().sample.txtSampleInput.text()});
 }
 
 void ImageTools::openSettings() {
@@ -141,7 +160,7 @@ void ImageTools::showMenuOf(int character, ViewPoint place) {
     if (const engine::ReadCharacter* read = view_.readingOf(character)) {
         const auto offer = [&](const std::string& text, double confidence) {
             menu.add("take" + text, caption(text, confidence)).click.subscribe([this, index, text] {
-                trainer_.replaceTyped(index, text);
+                takeInstead(index, text);
             });
         };
         offer(read->character, read->confidence);
@@ -162,6 +181,17 @@ void ImageTools::showMenuOf(int character, ViewPoint place) {
     act(actions_.joinCharacters);
     act(actions_.removeCharacter);
     view_.popUp(menu, place);
+}
+
+// Characters that are not typed yet get what is read there first, so that the text stands where it belongs.
+void ImageTools::takeInstead(std::size_t character, const std::string& text) {
+    const std::size_t count = trainer_.preview().size();
+    for (std::size_t i = 0; i < count; ++i) {
+        if (!trainer_.preview()[i].label.empty()) continue;
+        const engine::ReadCharacter* read = view_.readingOf(static_cast<int>(i));
+        trainer_.insertTyped(i, read ? read->character : "?");
+    }
+    trainer_.replaceTyped(character, text);
 }
 
 // Where every character had its label before, the labels go along.

@@ -27,6 +27,8 @@ class ImageTools {
     // What is to be known of the image beside its characters: that it has a region, or is corrected; "" for
     // nothing.
     std::string note() const;
+    // Which character is selected, for screen readers; "" for none.
+    std::string selectionText() const;
 
   private:
     void connectActions();
@@ -37,6 +39,7 @@ class ImageTools {
     void takeCorrection(const BoxChange& change);
     void labelsFollow(const BoxChange& change);
     void showMenuOf(int character, ViewPoint place);
+    void takeInstead(std::size_t character, const std::string& text);
     void openSettings();
 
     Trainer& trainer_;

@@ -4,6 +4,8 @@
 #include <chrono>
 #include <cmath>
 
+#include "trainer/window/ActionPictures.h"
+
 namespace dravik::trainer {
 namespace {
 
@@ -18,8 +20,42 @@ PartStrip::PartStrip(OpenedParts& parts) : parts_(parts) {
         listChanged();
         showCurrent();
     }));
-    connections_.push_back(parts.currentChanged.connect([this] { showCurrent(); }));
+    connections_.push_back(parts.currentChanged.connect([this] {
+        if (!hasStepped()) steppedTo_.clear();
+        showCurrent();
+    }));
     connections_.push_back(decodeTimer_.tick.connect([this] { decodeNext(); }));
+}
+
+const PartMark& PartStrip::mark(int index) const {
+    static const PartMark kNone;
+    static const PartMark kIncluded{includedPicture(), "included"};
+    static const PartMark kRefused{refusedPicture(), "not included"};
+    static const PartMark kDoubtful{doubtfulPicture(), "in doubt"};
+    static const PartMark kFailed{failedPicture(), "cannot be opened"};
+    switch (stateOf ? stateOf(parts_.path(index)) : PartState::New) {
+        case PartState::Included:
+            return kIncluded;
+        case PartState::Refused:
+            return kRefused;
+        case PartState::Doubtful:
+            return kDoubtful;
+        case PartState::Failed:
+            return kFailed;
+        case PartState::New:
+            break;
+    }
+    return kNone;
+}
+
+std::string PartStrip::tip(int index) const {
+    const std::string& what = mark(index).text;
+    return parts_.path(index) + (what.empty() ? "" : "\n" + what);
+}
+
+std::string PartStrip::description(int index) const {
+    const std::string& what = mark(index).text;
+    return name(index) + (what.empty() ? "" : ", " + what);
 }
 
 void PartStrip::setWidth(int width) {
@@ -57,8 +93,12 @@ void PartStrip::look() {
 }
 
 void PartStrip::showCurrent() {
-    if (current() >= 0 && width_ > 0) {
-        const ViewBox place = itemPlace(current());
+    bringIntoView(current());
+}
+
+void PartStrip::bringIntoView(int index) {
+    if (index >= 0 && width_ > 0) {
+        const ViewBox place = itemPlace(index);
         if (place.left < 0)
             scroll_ += static_cast<int>(std::floor(place.left));
         else if (place.right() > width_)
@@ -91,16 +131,16 @@ void PartStrip::choose(int index) {
 void PartStrip::step(Step step) {
     if (count() == 0) return;
     const int last = count() - 1;
-    switch (step) {
-        case Step::Previous:
-            return choose(std::max(current() - 1, 0));
-        case Step::Next:
-            return choose(std::min(current() + 1, last));
-        case Step::First:
-            return choose(0);
-        case Step::Last:
-            return choose(last);
-    }
+    const int index = step == Step::Previous ? std::max(current() - 1, 0)
+                      : step == Step::Next   ? std::min(current() + 1, last)
+                      : step == Step::First  ? 0
+                                             : last;
+    steppedTo_ = parts_.path(index);
+    choose(index);
+}
+
+bool PartStrip::hasStepped() const {
+    return current() >= 0 && parts_.path(current()) == steppedTo_;
 }
 
 const engine::GreyImage* PartStrip::picture(int index) const {

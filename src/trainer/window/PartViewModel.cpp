@@ -121,6 +121,7 @@ void PartViewModel::setMode(ViewMode mode) {
     boxes.select(-1);
     modeChanged();
     changed();
+    if (mode != ViewMode::Look) focusWanted();
 }
 
 void PartViewModel::setViewport(int width, int height) {
@@ -447,7 +448,7 @@ std::vector<ViewFrame> PartViewModel::frames() const {
         const bool isSelected = corrects && static_cast<int>(i) == boxes.selected();
         const engine::RotatedBox& box = isSelected && boxes.isDragging() ? boxes.draggedBox() : character.box;
         if (!isSeen(boxOf(box))) continue;
-        const bool warns = mismatch_ != 0 && character.label.empty();
+        const bool warns = (mismatch_ != 0 && character.label.empty()) || !character.doubt.empty();
         ViewFrame frame = frameOf(box, warns ? kMismatchColor : kLabelledColor);
         frame.dashed = warns;
         frame.heavy = warns || isSelected || static_cast<int>(i) == pointedAt_;
@@ -515,9 +516,10 @@ std::vector<ViewTag> PartViewModel::tags() const {
     std::vector<ViewTag> tags;
     if (!image_) return tags;
     for (const LabelledCharacter& character : characters_) {
-        const bool warns = mismatch_ != 0 && character.label.empty();
-        if ((!warns && character.label.empty()) || !isSeen(boxOf(character.box))) continue;
-        tags.push_back(tagOf(character.box, false, warns ? "?" : character.label,
+        const bool lacks = mismatch_ != 0 && character.label.empty();
+        const bool warns = lacks || !character.doubt.empty();
+        if ((!lacks && character.label.empty()) || !isSeen(boxOf(character.box))) continue;
+        tags.push_back(tagOf(character.box, false, lacks ? "?" : character.label,
                              warns ? kMismatchColor : kLabelledColor));
     }
     if (mismatch_ > 0 && !characters_.empty()) {

@@ -28,6 +28,9 @@ enum class ViewMode { Look, Region, Boxes };
 
 class PartViewModel {
   public:
+    // In 1/96 inch; what stands below it gives way first.
+    static constexpr int kLeastHeight = 200;
+
     PartViewModel();
 
     // No image, or an empty one, shows the message instead. The image is borrowed until the next call. It is
@@ -111,6 +114,8 @@ class PartViewModel {
     // Anything that is seen, but for the pixels of the image.
     ui::Signal<> changed;
     ui::Signal<> modeChanged;
+    // The next keys are for the view.
+    ui::Signal<> focusWanted;
     // The operator has drawn, moved, sized, turned or removed the region.
     ui::Signal<> regionDrawn;
     // The operator has clicked a character, or asks for its menu by a key: its number and the place for a

@@ -1,36 +1,31 @@
 #include "trainer/window/TrainerWindow.h"
 
+#include <chrono>
+#include <string_view>
 #include <utility>
 
 #include "base/Failure.h"
 #include "base/FileSystem.h"
 #include "base/OutputFile.h"
-#include "base/Paths.h"
 #include "base/TimeText.h"
-#include "engine/image/ImageFiles.h"
 #include "trainer/FontOpening.h"
 #include "trainer/commands/AccuracyPage.h"
+#include "trainer/commands/SampleList.h"
 #include "trainer/window/ClosingForm.h"
 #include "trainer/window/Guidance.h"
 #include "trainer/window/KeysForm.h"
+#include "trainer/window/RefusedForm.h"
 #include "trainer/window/RestoreForm.h"
 
 namespace dravik::trainer {
 namespace {
 
-std::vector<FileFilter> imageFilters() {
-    FileFilter images{"Images", {}};
-    for (const auto extension : engine::imageExtensions())
-        images.patterns.push_back("*" + std::string(extension));
-    return {std::move(images), {"All files", {"*"}}};
-}
-
-// A character of the font may be "&", which would mark an access key.
-std::string doubledMarks(const std::string& text) {
-    std::string result;
-    for (const char one : text) result.append(one == '&' ? 2 : 1, one);
-    return result;
-}
+constexpr char kThemeKey[] = "theme";
+constexpr char kOpeningText[] = "Opening the image...";
+// For so long the image before may stand in the place of one that is being opened.
+constexpr std::chrono::milliseconds kUnnoticed{200};
+constexpr std::pair<Theme, std::string_view> kThemes[] = {
+    {Theme::System, "system"}, {Theme::Light, "light"}, {Theme::Dark, "dark"}};
 
 }  // namespace
 
@@ -49,11 +44,25 @@ TrainerWindow::TrainerWindow(Trainer& trainer, ui::Platform& platform, WindowSys
       tools(trainer, platform, actions, view),
       trainer_(trainer),
       platform_(platform),
-      system_(system) {
+      system_(system),
+      sources_(trainer.parts(), strip, actions, system, trainer.folder(),
+               {[this](const std::string& text) { trainer_.acts().say(text); },
+                [this](const std::vector<std::string>& lines) {
+                    problems_.clear();
+                    tell(lines);
+                },
+                [this] { return typed_; }}),
+      camera_(platform, system,
+              {[this] {
+                   showPart();
+                   showPreview();
+               },
+               [this] { return sources_.newFile("camera"); },
+               [this](const std::string& file) { sources_.openNew(file); },
+               [this](const std::string& problem) { tell({problem}); }}),
+      batch_(trainer) {
     OpenedParts& parts = trainer.parts();
     const auto on = [](Action& action, auto body) { action.triggered.subscribe(body); };
-    on(actions.openImages, [this] { choose({"Open Part Images", {}, false, imageFilters()}); });
-    on(actions.openFolder, [this] { choose({"Open Folder of Part Images", {}, true, {}}); });
     on(actions.closeImage, [&parts] { parts.close(parts.current()); });
     on(actions.closeAll, [&parts] { parts.closeAll(); });
     on(actions.quit, [this] { system_.closeWindow(); });
@@ -71,8 +80,21 @@ TrainerWindow::TrainerWindow(Trainer& trainer, ui::Platform& platform, WindowSys
             trainer_.acts().undo();
     });
     on(actions.redo, [this] { trainer_.acts().redo(); });
-    on(actions.stopReading, [this] { trainer_.stopWorking(); });
+    on(actions.stopReading, [this] {
+        batch_.stop();
+        trainer_.stopWorking();
+    });
     on(actions.readAgain, [this] { trainer_.lookAgain(); });
+    on(actions.keepText, [this] {
+        trainer_.labelling().setKeepsText(!actions.keepText.checked());
+        actions.keepText.setChecked(trainer_.labelling().keepsText());
+    });
+    on(actions.openLabels, [this] { openLabels(); });
+    on(actions.saveLabels, [this] { saveLabels(); });
+    on(actions.includeLabelled, [this] { includeLabelled(); });
+    connections_.push_back(batch_.started.connect([this] { showPossible(); }));
+    connections_.push_back(batch_.ended.connect([this] { showRefused(); }));
+    on(actions.fontNew, [this] { newFont(); });
     on(actions.fontSelect, [this] { selectFont(); });
     on(actions.fontSave, [this] { save(); });
     on(actions.fontSaveCopy, [this] { saveCopy(); });
@@ -82,26 +104,37 @@ TrainerWindow::TrainerWindow(Trainer& trainer, ui::Platform& platform, WindowSys
     on(actions.showGallery, [this] { gallery.setShown(!gallery.isShown()); });
     on(actions.keys, [this] { showKeys(); });
     on(actions.about, [this] { showAbout(); });
+    on(actions.camera, [this] { camera_.show(); });
+    on(actions.freeze, [this] { camera_.freezeOrGoOn(); });
+    for (Action* action : {&actions.camera, &actions.freeze}) action->setVisible(system.hasCameras());
+    on(actions.themeSystem, [this] { chooseTheme(Theme::System); });
+    on(actions.themeLight, [this] { chooseTheme(Theme::Light); });
+    on(actions.themeDark, [this] { chooseTheme(Theme::Dark); });
 
-    const auto showPreview = [this] {
-        view.setCharacters(trainer_.preview(), trainer_.mismatch());
-        textsChanged();
-    };
     const auto showReading = [this] {
         reading.setReading(trainer_.reading());
         std::vector<engine::ReadCharacter> all;
         for (const auto& line : trainer_.reading().lines) all.insert(all.end(), line.begin(), line.end());
         view.setReading(std::move(all));
     };
-    connections_.push_back(parts.currentChanged.connect([this] { showPart(); }));
+    connections_.push_back(parts.currentChanged.connect([this] { partChanged(); }));
+    connections_.push_back(trainer.control().screen().sample.txtSampleInput.keyDown.connect(
+        [this](int, int) { typed_ = true; }));
     connections_.push_back(parts.listChanged.connect([this] { showPossible(); }));
     connections_.push_back(
         gallery.shownChanged.connect([this] { actions.showGallery.setChecked(gallery.isShown()); }));
     connections_.push_back(view.changed.connect([this] { showPossible(); }));
-    connections_.push_back(trainer.previewChanged.connect(showPreview));
+    connections_.push_back(trainer.previewChanged.connect([this] { showPreview(); }));
     connections_.push_back(view.modeChanged.connect([this] { showActs(); }));
     connections_.push_back(trainer.adjustments().charactersChanged.connect([this] { showActs(); }));
     connections_.push_back(trainer.readingChanged.connect(showReading));
+    connections_.push_back(trainer.labelling().textWanted.connect([this] {
+        if (!strip.hasStepped()) trainer_.control().screen().sample.txtSampleInput.setFocus();
+    }));
+    strip.stateOf = [&labelling = trainer.labelling()](const std::string& path) {
+        return labelling.state(path);
+    };
+    connections_.push_back(trainer.labelling().statesChanged.connect([this] { strip.statesChanged(); }));
     connections_.push_back(trainer.checkChanged.connect([this] { showCheck(); }));
     // Behind the trainer's own look at the check.
     connections_.push_back(trainer.checkTimer().tick.connect([this] {
@@ -109,18 +142,77 @@ TrainerWindow::TrainerWindow(Trainer& trainer, ui::Platform& platform, WindowSys
     }));
     connections_.push_back(trainer.acts().changed.connect([this] { showActs(); }));
     connections_.push_back(trainer.workTimer().changed.connect([this] { showPossible(); }));
+    connections_.push_back(trainer.workTimer().tick.connect([this] { showLongOpening(); }));
+    // After the screen's own answer to the button.
+    connections_.push_back(
+        trainer.control().screen().font.cmdSelectFont.click.connect([this] { giveFocus(); }));
+    actions.theme.setVisible(system.hasThemes());
+    showTheme(keptTheme());
     showPart();
     showPreview();
     showReading();
     showActs();
 }
 
+void TrainerWindow::giveFocus() {
+    screen::Screen& screen = trainer_.control().screen();
+    if (trainer_.tool().currentFont())
+        screen.sample.txtSampleInput.setFocus();
+    else
+        screen.font.cmdSelectFont.setFocus();
+}
+
+Theme TrainerWindow::keptTheme() const {
+    const std::string kept = system_.kept(kThemeKey);
+    for (const auto& [theme, name] : kThemes)
+        if (kept == name) return theme;
+    return Theme::System;
+}
+
+void TrainerWindow::showTheme(Theme theme) {
+    actions.themeSystem.setChecked(theme == Theme::System);
+    actions.themeLight.setChecked(theme == Theme::Light);
+    actions.themeDark.setChecked(theme == Theme::Dark);
+    if (system_.hasThemes()) system_.showTheme(theme);
+}
+
+void TrainerWindow::chooseTheme(Theme theme) {
+    for (const auto& [each, name] : kThemes)
+        if (each == theme) system_.keep(kThemeKey, std::string(name));
+    showTheme(theme);
+}
+
+void TrainerWindow::showPreview() {
+    if (camera_.liveImage())
+        view.setCharacters({}, 0);
+    else
+        view.setCharacters(trainer_.preview(), trainer_.mismatch(), trainer_.labelling().pointedAt());
+    textsChanged();
+}
+
+// Another image, or the current one is decoded.
+void TrainerWindow::partChanged() {
+    if (std::exchange(shownPath_, partTip()) != partTip()) {
+        typed_ = false;
+        camera_.showOpened();
+    }
+    showPart();
+}
+
 void TrainerWindow::showPart() {
+    if (const engine::GreyImage* live = camera_.liveImage()) return view.setImage(live, {});
     const OpenedParts& parts = trainer_.parts();
-    view.setImage(&parts.image(),
+    // The image before stays while the next one is being opened, which mostly takes less than one notices.
+    if (parts.isDecoding() && !shownImage_->empty()) {
+        opening_ = std::chrono::steady_clock::now();
+        return;
+    }
+    opening_.reset();
+    shownImage_ = parts.sharedImage();
+    view.setImage(shownImage_.get(),
                   parts.current() < 0
                       ? "Open part images or drop them here\n\nFile \u2192 Open Images... (Ctrl+O)"
-                  : parts.isDecoding() ? "Opening the image..."
+                  : parts.isDecoding() ? kOpeningText
                                        : parts.problem());
     showMark();
 }
@@ -137,7 +229,7 @@ void TrainerWindow::showMark() {
 void TrainerWindow::showImage(const std::string& image) {
     OpenedParts& parts = trainer_.parts();
     if (parts.current() >= 0 && parts.path(parts.current()) == image) return;
-    tell(parts.open({image}));
+    tell(parts.open({image}).problems);
     for (int index = 0; index < parts.count(); ++index)
         if (parts.path(index) == image) parts.setCurrent(index);
 }
@@ -154,7 +246,14 @@ void TrainerWindow::startReadAll() {
     for (int index = 0; index < parts.count(); ++index) paths.push_back(parts.path(index));
     readAll.start(std::make_unique<ReadAll>(
         std::make_shared<const engine::FontReader>(trainer_.tool().reader()), parts.decoder(), paths,
-        [](const std::string&) -> std::optional<std::string> { return std::nullopt; }));
+        [this](const std::string& path) -> std::optional<std::string> {
+            const auto label = trainer_.labelling().labels().text(path);
+            if (!label) return std::nullopt;
+            std::string text;
+            for (const char c : *label)
+                if (c != ' ' && c != '\n') text += c;
+            return text;
+        }));
     platform_.show(readAll);
 }
 
@@ -193,16 +292,24 @@ void TrainerWindow::writePage() {
     }
 }
 
+void TrainerWindow::showLongOpening() {
+    if (!opening_ || std::chrono::steady_clock::now() - *opening_ < kUnnoticed) return;
+    opening_.reset();
+    shownImage_ = std::make_shared<engine::GreyImage>();
+    if (!camera_.liveImage()) view.setImage(shownImage_.get(), kOpeningText);
+}
+
 // What can be done with the font, and what was done with it.
 void TrainerWindow::showActs() {
     FontActs& acts = trainer_.acts();
     const bool training = trainer_.isTraining(), loaded = trainer_.tool().currentFont().has_value();
     const auto correction = tools.undoText();
     const auto undo = correction ? correction : acts.undoText(), redo = acts.redoText();
-    actions.undo.setText(undo ? "&" + doubledMarks(*undo) : kUndoText);
+    actions.undo.setText(undo ? "&" + withoutAccessKeys(*undo) : kUndoText);
     actions.undo.setEnabled(undo.has_value());
-    actions.redo.setText(redo ? "&" + doubledMarks(*redo) : kRedoText);
+    actions.redo.setText(redo ? "&" + withoutAccessKeys(*redo) : kRedoText);
     actions.redo.setEnabled(redo.has_value());
+    actions.fontNew.setEnabled(!training);
     actions.fontSelect.setEnabled(!training);
     actions.fontSave.setEnabled(trainer_.control().screen().train.cmdSaveFont.enabled() || acts.isUnsaved());
     actions.fontSaveCopy.setEnabled(loaded);
@@ -228,7 +335,9 @@ void TrainerWindow::showPossible() {
     for (Action* action : {&actions.zoomIn, &actions.zoomOut, &actions.fit, &actions.actualSize})
         action->setEnabled(view.image() != nullptr);
     actions.fit.setChecked(view.fits());
-    actions.stopReading.setEnabled(trainer_.isWorking());
+    actions.stopReading.setEnabled(trainer_.isWorking() || batch_.goesOn());
+    actions.saveLabels.setEnabled(parts.count() > 0);
+    actions.includeLabelled.setEnabled(parts.count() > 0 && !batch_.goesOn());
     showReadAllPossible();
     actions.readAgain.setEnabled(current >= 0 && !trainer_.isWorking());
     textsChanged();
@@ -266,19 +375,18 @@ std::string TrainerWindow::previewText() const {
 }
 
 std::string TrainerWindow::viewDescription() const {
-    return view.image() ? trainer_.previewText() : view.message();
+    if (!view.image()) return view.message();
+    const std::string selection = tools.selectionText();
+    return selection.empty() ? trainer_.previewText() : selection;
 }
 
 void TrainerWindow::open(const std::vector<std::string>& paths) {
     problems_.clear();
     std::vector<std::string> images;
-    for (const std::string& path : paths) {
-        if (isFontFile(path))
-            tell(openFontFile(trainer_, platform_, path));
-        else
-            images.push_back(path);
-    }
-    tell(trainer_.parts().open(images));
+    std::vector<std::string> fonts;
+    for (const std::string& path : paths) (isFontFile(path) ? fonts : images).push_back(path);
+    if (!images.empty()) sources_.open(images);
+    for (const std::string& font : fonts) tell(openFontFile(trainer_, platform_, font));
 }
 
 void TrainerWindow::tell(const std::vector<std::string>& lines) {
@@ -297,20 +405,11 @@ void TrainerWindow::dismissProblems() {
     textsChanged();
 }
 
-void TrainerWindow::choose(FileQuestion question) {
-    question.folder = system_.keptFolder();
-    const std::vector<std::string> paths = system_.choosePaths(question);
-    if (paths.empty()) return;
-    system_.keepFolder(question.asksForFolder ? paths.front()
-                                              : fromPath(toPath(paths.front()).parent_path()));
-    open(paths);
-}
-
 void TrainerWindow::showGuide() {
     if (!system_.showGuide())
         platform_.messageBox(
             {"The operator guide is not installed beside this program, or there is no browser to show it.",
-             "Operator Guide"});
+             "Operator Guide", ui::MessageBox::Buttons::Ok, ui::MessageBox::Icon::Information});
 }
 
 void TrainerWindow::save() {
@@ -340,6 +439,61 @@ void TrainerWindow::saveCopy() {
     }
 }
 
+void TrainerWindow::openLabels() {
+    FileQuestion question{"Open Labels",
+                          system_.kept(kFolderKey),
+                          false,
+                          {{"Lists of labels", {"*.tsv", "*.txt"}}, {"All files", {"*"}}}};
+    const auto paths = system_.choosePaths(question);
+    if (paths.empty()) return;
+    try {
+        const std::size_t count = trainer_.labelling().openLabels(paths.front());
+        trainer_.acts().say("Labels of " + std::to_string(count) +
+                            " images \u2013 Font > Include All Labelled");
+    } catch (const SampleListError& error) {
+        tell(error.problems);
+    }
+}
+
+void TrainerWindow::saveLabels() {
+    FileQuestion question{"Save Labels", system_.kept(kFolderKey), false, {{"Lists of labels", {"*.tsv"}}}};
+    question.fileName = "labels.tsv";
+    const std::string file = system_.chooseNewFile(question);
+    if (file.empty()) return;
+    std::vector<std::string> images;
+    for (int i = 0; i < trainer_.parts().count(); ++i) images.push_back(trainer_.parts().path(i));
+    try {
+        const std::size_t count = trainer_.labelling().labels().save(file, images);
+        trainer_.acts().say("Labels of " + std::to_string(count) + " images are in " + file);
+    } catch (...) {
+        trainer_.acts().say("The labels could not be saved: " + currentFailure().description());
+    }
+}
+
+void TrainerWindow::includeLabelled() {
+    if (batch_.count() == 0)
+        trainer_.acts().say("No opened image has a label that is not in the font yet");
+    else if (trainer_.control().selectedFont().empty())
+        trainer_.acts().say("Select a font first");
+    else
+        batch_.start();
+}
+
+void TrainerWindow::showRefused() {
+    showPossible();
+    if (batch_.refused().empty()) return;
+    RefusedForm form(batch_.refused(), [&parts = trainer_.parts()](const std::string& path) {
+        for (int i = 0; i < parts.count(); ++i)
+            if (parts.path(i) == path) return parts.setCurrent(i);
+    });
+    platform_.showModal(form);
+}
+
+void TrainerWindow::newFont() {
+    trainer_.newFont();
+    trainer_.control().screen().sample.txtSampleInput.setFocus();
+}
+
 void TrainerWindow::selectFont() {
     trainer_.acts().leaveDecision();
     trainer_.control().screen().font.cmdSelectFont.press();
@@ -359,10 +513,10 @@ void TrainerWindow::showKeys() {
 }
 
 void TrainerWindow::showAbout() {
-    platform_.messageBox({"Dravik Trainer " DRAVIK_VERSION
-                          "\r\rBuilds and maintains OCR fonts from part images.\r\rFonts: " +
-                              trainer_.folder().fontsFolder(),
-                          "About Dravik Trainer"});
+    platform_.messageBox(
+        {"Dravik Trainer " DRAVIK_VERSION "\r\rBuilds and maintains OCR fonts from part images.\r\rFonts: " +
+             trainer_.folder().fontsFolder(),
+         "About Dravik Trainer", ui::MessageBox::Buttons::Ok, ui::MessageBox::Icon::Information});
 }
 
 bool TrainerWindow::close() {
@@ -387,7 +541,8 @@ void TrainerWindow::end() {
 }
 
 std::vector<ui::Timer*> TrainerWindow::timers() {
-    return {&trainer_.checkTimer(), &trainer_.workTimer(), &strip.decodeTimer()};
+    return {&trainer_.checkTimer(), &trainer_.workTimer(), &trainer_.labelling().keepTimer(),
+            &batch_.timer(),        &strip.decodeTimer(),  &sources_.watchTimer()};
 }
 
 }  // namespace dravik::trainer

@@ -3,62 +3,31 @@
 // it. A window of Qt or of Windows shows it.
 #pragma once
 
+#include <chrono>
+#include <memory>
 #include <optional>
 #include <string>
 #include <utility>
 #include <vector>
 
+#include "trainer/BatchInclude.h"
 #include "trainer/Trainer.h"
+#include "trainer/window/CameraSource.h"
 #include "trainer/window/GalleryForm.h"
+#include "trainer/window/ImageSources.h"
 #include "trainer/window/ImageTools.h"
 #include "trainer/window/PartStrip.h"
 #include "trainer/window/PartViewModel.h"
 #include "trainer/window/ReadAllForm.h"
 #include "trainer/window/ReadingModel.h"
 #include "trainer/window/WindowActions.h"
+#include "trainer/window/WindowSystem.h"
 #include "ui/Platform.h"
 #include "ui/Signal.h"
 
 namespace dravik::trainer {
 
 constexpr char kDismissTip[] = "Dismiss the message";
-
-struct FileFilter {
-    std::string name;
-    std::vector<std::string> patterns;  // "*.png"
-};
-
-// Which files or folder the operator is to choose.
-struct FileQuestion {
-    std::string title;
-    std::string folder;  // where the dialog starts; "" leaves it to the system
-    bool asksForFolder = false;
-    std::vector<FileFilter> filters;
-    std::string fileName{};  // proposed for a new file
-};
-
-// What only the system can do for the window.
-class WindowSystem {
-  public:
-    WindowSystem() = default;
-    WindowSystem(const WindowSystem&) = delete;
-    WindowSystem& operator=(const WindowSystem&) = delete;
-    virtual ~WindowSystem() = default;
-
-    // The paths chosen, of a folder just its own; none when the operator cancels.
-    virtual std::vector<std::string> choosePaths(const FileQuestion& question) = 0;
-    // The path of a file to write; the dialog has asked before an existing one is given. "" when the operator
-    // cancels.
-    virtual std::string chooseNewFile(const FileQuestion& question) = 0;
-    // The folder that was kept, also in an earlier run; "" when there is none.
-    virtual std::string keptFolder() const = 0;
-    virtual void keepFolder(const std::string& folder) = 0;
-    // Shows the operator guide in the system's browser; false when it is not installed or nothing can show
-    // it.
-    virtual bool showGuide() = 0;
-    // The operator wants to end the program.
-    virtual void closeWindow() = 0;
-};
 
 class TrainerWindow {
   public:
@@ -108,6 +77,12 @@ class TrainerWindow {
     // Image files and folders; font files are opened as FontOpening.h says.
     void open(const std::vector<std::string>& paths);
 
+    // Puts the focus where the next key belongs: the text that is to be included, or, as long as there is no
+    // font, the choice of one.
+    void giveFocus();
+    // The colours of this run alone; the operator's own choice stays kept.
+    void showTheme(Theme theme);
+
     // The operator wants to end the program: asks what is to become of unsaved changes, and ends the screen
     // unless the operator cancels. Whether it has ended.
     bool close();
@@ -127,17 +102,26 @@ class TrainerWindow {
     void showImage(const std::string& image);
     void showMark();
     void showPlace(const std::string& image, const engine::Region& box);
-    void showPossible();
     void showReadAllPossible();
     void showCheck();
     void startReadAll();
     void askForPage();
     void writePage();
-    void choose(FileQuestion question);
+    void showPreview();
+    void partChanged();
+    void showLongOpening();
+    void showPossible();
+    Theme keptTheme() const;
+    void chooseTheme(Theme theme);
     void showGuide();
     void showActs();
     void save();
     void saveCopy();
+    void newFont();
+    void openLabels();
+    void saveLabels();
+    void includeLabelled();
+    void showRefused();
     void selectFont();
     void restoreFont();
     std::string askForCopy(const std::string& font);
@@ -148,7 +132,14 @@ class TrainerWindow {
     Trainer& trainer_;
     ui::Platform& platform_;
     WindowSystem& system_;
+    ImageSources sources_;
+    CameraSource camera_;
+    std::shared_ptr<const engine::GreyImage> shownImage_ = std::make_shared<engine::GreyImage>();
+    std::optional<std::chrono::steady_clock::time_point> opening_;  // while it is that of the part before
+    std::string shownPath_;                                         // of the current image
+    bool typed_ = false;                                            // for it
     std::vector<std::string> problems_;
+    BatchInclude batch_;
     std::string checkText_;
     // What was asked for of an image, which is marked as long as that is the current one.
     std::optional<std::pair<std::string, engine::Region>> place_;

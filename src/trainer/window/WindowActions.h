@@ -1,6 +1,7 @@
 // All actions of the program's window, its menus and the part's toolbar, and what the keys do in words.
 #pragma once
 
+#include <array>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -20,21 +21,31 @@ namespace dravik::trainer {
 // Where there is nothing to take back or to do again.
 constexpr char kUndoText[] = "&Undo";
 constexpr char kRedoText[] = "&Redo";
+// While no folder is watched.
+constexpr char kWatchText[] = "&Watch Folder...";
 
 class WindowActions {
   public:
-    // Include, Learn, Stop and Revert are the screen's own buttons: enabled in step with them and pressing
+    // Include, Learn, Stop, Revert and the views are the screen's own buttons: in step with them and pressing
     // them. The screen outlives this object.
     explicit WindowActions(screen::Screen& screen);
 
     Action openImages;
     Action openFolder;
+    std::array<Action, 9> recent;
+    Action openRecent;
+    Action watchFolder;
+    Action camera;
+    Action openLabels;
+    Action saveLabels;
     Action closeImage;
     Action closeAll;
     Action quit;
 
     Action undo;
     Action redo;
+    Action paste;
+    Action keepText;
 
     Action previous;
     Action next;
@@ -49,6 +60,17 @@ class WindowActions {
 
     Action showGallery;
 
+    Action freeze;
+
+    Action viewGraphical;
+    Action viewNumeric;
+    Action viewArray;
+    Action viewLog;
+    Action themeSystem;
+    Action themeLight;
+    Action themeDark;
+    Action theme;
+
     Action region;
     Action regionForImage;
     Action clearRegion;
@@ -60,8 +82,10 @@ class WindowActions {
     Action removeCharacter;
     Action restoreCharacters;
 
+    Action fontNew;
     Action fontSelect;
     Action fontInclude;
+    Action includeLabelled;
     Action fontLearn;
     Action fontStop;
     Action fontSave;
@@ -81,6 +105,7 @@ class WindowActions {
 
   private:
     void bind(Action& action, ui::Button& button);
+    void bindViews(screen::Screen& screen);
 
     std::vector<ActionMenu> menus_;
     ActionList toolbar_;

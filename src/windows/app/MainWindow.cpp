@@ -4,6 +4,7 @@
 
 #include <algorithm>
 
+#include "windows/app/ClipboardImages.h"
 #include "windows/app/OpenDialogs.h"
 #include "windows/com/Module.h"
 #include "windows/win32/Guard.h"
@@ -20,7 +21,6 @@ constexpr int kLeastHeight = 560;
 constexpr int kIcon = 1;
 constexpr wchar_t kPlacement[] = L"Placement";
 constexpr wchar_t kDivider[] = L"Divider";
-constexpr wchar_t kFolder[] = L"Folder";
 
 // Page Up and Page Down go from part to part, but where the focused control leafs through something of its
 // own.
@@ -55,8 +55,9 @@ MainWindow::~MainWindow() {
 void MainWindow::fill(trainer::Trainer& trainer, win32::Win32Platform& platform) {
     trainer::WindowSystem& system = *this;
     model_ = std::make_unique<trainer::TrainerWindow>(trainer, platform, system);
-    page_ = std::make_unique<win32::FormPage>(trainer.control().form(), window(), platform);
-    page_->setVisible(true);
+    host_ = std::make_unique<PageHost>(window(), shared_);
+    page_ = std::make_unique<win32::FormPage>(trainer.control().form(), host_->window(), platform);
+    host_->show(page_.get());
     win32::guarded([&] { trainer.control().form().activate(); });
     menus_ = std::make_unique<WindowMenus>(model_->actions, window());
     pane_ = std::make_unique<PartPane>(window(), shared_, *model_, platform);
@@ -74,7 +75,9 @@ void MainWindow::clear() {
     galleryShown_.disconnect();
     pane_.reset();
     gallery_.reset();
+    if (host_) host_->show(nullptr);
     page_.reset();
+    host_.reset();
     menus_.reset();
     model_.reset();
 }
@@ -82,7 +85,8 @@ void MainWindow::clear() {
 void MainWindow::show() {
     ShowWindow(window(), IsZoomed(window()) ? SW_SHOWMAXIMIZED : SW_SHOW);
     SetForegroundWindow(window());
-    page_->focusFirst();
+    page_->focusFirst();  // where the control below cannot have it yet
+    win32::guarded([this] { model_->giveFocus(); });
     UpdateWindow(window());
 }
 
@@ -122,8 +126,19 @@ void MainWindow::rememberPlace() const {
     settings_.setNumber(kDivider, static_cast<DWORD>(divided_));
 }
 
+POINT MainWindow::leastTrackSize() const {
+    RECT least{0, 0, host_->leastWidth() + pane_->leastWidth() + look().px(kDividerWidth),
+               look().px(kLeastHeight)};
+    AdjustWindowRectEx(&least, WS_OVERLAPPEDWINDOW, TRUE, 0);
+    MONITORINFO monitor{};
+    monitor.cbSize = sizeof monitor;
+    GetMonitorInfoW(MonitorFromWindow(window(), MONITOR_DEFAULTTONEAREST), &monitor);
+    return {std::min(win32::widthOf(least), win32::widthOf(monitor.rcWork)),
+            std::min(win32::heightOf(least), win32::heightOf(monitor.rcWork))};
+}
+
 int MainWindow::leftWidth() const {
-    const int least = page_->minimumSize().cx;
+    const int least = host_->leastWidth();
     const int most = client().right - pane_->leastWidth() - look().px(kDividerWidth);
     return std::max(std::min(look().px(divided_), most), least);
 }
@@ -141,7 +156,8 @@ void MainWindow::arrange() {
     const int below = gallery_ ? std::max(std::min(look().px(trainer::TrainerWindow::kGalleryHeight), room),
                                           static_cast<int>(gallery_->minimumSize().cy))
                                : 0;
-    page_->setBounds({0, 0, between.left, area.bottom - below});
+    host_->setBounds({0, 0, between.left, area.bottom - below});
+    host_->arrange();
     if (gallery_) gallery_->setBounds({0, area.bottom - below, between.left, area.bottom});
     pane_->setBounds({between.right, 0, area.right, area.bottom});
     redraw();
@@ -189,12 +205,16 @@ std::string MainWindow::chooseNewFile(const trainer::FileQuestion& question) {
     return app::chooseNewFile(over ? over : window(), question);
 }
 
-std::string MainWindow::keptFolder() const {
-    return win32::utf8(settings_.text(kFolder));
+std::vector<std::string> MainWindow::clipboardImages(const std::string& newFile) {
+    return app::clipboardImages(window(), newFile);
 }
 
-void MainWindow::keepFolder(const std::string& folder) {
-    settings_.setText(kFolder, win32::wide(folder));
+std::string MainWindow::kept(const std::string& key) const {
+    return win32::utf8(settings_.text(win32::wide(key).c_str()));
+}
+
+void MainWindow::keep(const std::string& key, const std::string& text) {
+    settings_.setText(win32::wide(key).c_str(), win32::wide(text));
 }
 
 bool MainWindow::showGuide() {
@@ -214,17 +234,12 @@ void MainWindow::close() {
     if (!ends) return;
     page_->detach();
     if (gallery_) gallery_->detach();
+    host_->show(nullptr);
     DestroyWindow(window());
 }
 
 void MainWindow::dropped(HDROP drop) {
-    std::vector<std::string> paths;
-    const UINT count = DragQueryFileW(drop, 0xFFFFFFFF, nullptr, 0);
-    for (UINT i = 0; i < count; ++i) {
-        std::wstring path(DragQueryFileW(drop, i, nullptr, 0) + 1, L'\0');
-        path.resize(DragQueryFileW(drop, i, path.data(), static_cast<UINT>(path.size())));
-        paths.push_back(win32::utf8(path));
-    }
+    const std::vector<std::string> paths = pathsOf(drop);
     DragFinish(drop);
     SetForegroundWindow(window());
     open(paths);
@@ -282,13 +297,7 @@ LRESULT MainWindow::answer(UINT message, WPARAM wParam, LPARAM lParam) {
             if (wParam != SIZE_MINIMIZED) arrange();
             return 0;
         case WM_GETMINMAXINFO:
-            if (page_ && pane_) {
-                auto& limits = *reinterpret_cast<MINMAXINFO*>(lParam);
-                RECT least{0, 0, page_->minimumSize().cx + pane_->leastWidth() + look().px(kDividerWidth),
-                           std::max<LONG>(page_->minimumSize().cy, look().px(kLeastHeight))};
-                AdjustWindowRectEx(&least, WS_OVERLAPPEDWINDOW, TRUE, 0);
-                limits.ptMinTrackSize = {win32::widthOf(least), win32::heightOf(least)};
-            }
+            if (page_ && pane_) reinterpret_cast<MINMAXINFO*>(lParam)->ptMinTrackSize = leastTrackSize();
             return 0;
         case WM_CLOSE:
             close();

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "trainer/window/TrainerWindow.h"
+#include "windows/app/PageHost.h"
 #include "windows/app/PartPane.h"
 #include "windows/app/Settings.h"
 #include "windows/app/WindowMenus.h"
@@ -49,14 +50,17 @@ class MainWindow : public DrawnWindow, private trainer::WindowSystem {
   private:
     std::vector<std::string> choosePaths(const trainer::FileQuestion& question) override;
     std::string chooseNewFile(const trainer::FileQuestion& question) override;
-    std::string keptFolder() const override;
-    void keepFolder(const std::string& folder) override;
+    std::vector<std::string> clipboardImages(const std::string& newFile) override;
+    std::string kept(const std::string& key) const override;
+    void keep(const std::string& key, const std::string& text) override;
     bool showGuide() override;
     void closeWindow() override { close(); }
 
     void arrange();
     void showGallery();
     void dropped(HDROP drop);
+    // The smallest size at which everything is seen, as far as the screen has room for it.
+    POINT leastTrackSize() const;
     void restorePlace();
     void rememberPlace() const;
     void lookAnew(int dpi);
@@ -67,6 +71,7 @@ class MainWindow : public DrawnWindow, private trainer::WindowSystem {
     Settings settings_;
     std::unique_ptr<trainer::TrainerWindow> model_;
     std::unique_ptr<WindowMenus> menus_;
+    std::unique_ptr<PageHost> host_;
     std::unique_ptr<win32::FormPage> page_;
     std::unique_ptr<win32::FormPage> gallery_;  // below the page, null while it is not shown
     std::unique_ptr<PartPane> pane_;

@@ -168,9 +168,13 @@ void PartPane::arrange() {
     const int checked = checkHeight(inside);
     const int readingHeight = reading_->preferredHeight();
     int bottom = area.bottom - margin;
-    strip_->setBounds({margin, bottom - strip_->preferredHeight(), area.right - margin, bottom});
-    bottom -= strip_->preferredHeight();
-    bottom -= look().px(6);
+    // Where room is short the strip gives way first.
+    const int others = barHeight + captionsHeight + readingHeight + checked + 3 * margin +
+                       look().px(trainer::PartViewModel::kLeastHeight);
+    const int stripHeight = std::clamp<int>(static_cast<int>(area.bottom) - others, strip_->leastHeight(),
+                                            strip_->preferredHeight());
+    strip_->setBounds({margin, bottom - stripHeight, area.right - margin, bottom});
+    bottom -= stripHeight + look().px(6);
     if (checked > 0) {
         SetWindowPos(check_, nullptr, margin, bottom - checked, inside, checked,
                      SWP_NOZORDER | SWP_NOACTIVATE | SWP_NOCOPYBITS);

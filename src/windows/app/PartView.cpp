@@ -29,6 +29,7 @@ PartView::PartView(HWND parent, SharedLook& shared, trainer::TrainerWindow& mode
     : DrawnWindow(shared), all_(model), model_(model.view) {
     create(L"DravikPartView", "partView", parent, WS_CHILD | WS_VISIBLE | WS_TABSTOP | WS_BORDER);
     changed_ = model_.changed.connect([this] { showState(); });
+    focusWanted_ = model_.focusWanted.connect([this] { SetFocus(window()); });
     model_.setDisplay(shared.display());
     toolTips_.open(window());
     model_.popUp = [this, &platform](ui::PopupMenu& menu, trainer::ViewPoint place) {

@@ -49,7 +49,7 @@ class PartView : public DrawnWindow, private win32::AccessibleContent {
     bool releasing_ = false;
     win32::ToolTips toolTips_;
     int tipOf_ = -1;
-    ui::Connection changed_;
+    ui::Connection changed_, focusWanted_;
 };
 
 }  // namespace dravik::app

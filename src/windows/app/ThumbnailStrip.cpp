@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "windows/app/GreyPicture.h"
+#include "windows/win32/PictureImage.h"
 #include "windows/win32/ScrollBar.h"
 #include "windows/win32/WinText.h"
 
@@ -25,7 +26,7 @@ std::wstring ThumbnailStrip::name() const {
 }
 
 std::wstring ThumbnailStrip::childName(int child) const {
-    return win32::wide(strip_.name(child - 1));
+    return win32::wide(strip_.description(child - 1));
 }
 
 LONG ThumbnailStrip::childState(int child) const {
@@ -43,6 +44,10 @@ void ThumbnailStrip::focusChild(int child) {
 
 int ThumbnailStrip::preferredHeight() const {
     return look().px(PartStrip::kItemHeight) + GetSystemMetrics(SM_CYHSCROLL) + 6;
+}
+
+int ThumbnailStrip::leastHeight() const {
+    return preferredHeight() - look().px(PartStrip::kItemHeight - PartStrip::kLeastHeight);
 }
 
 void ThumbnailStrip::showState() {
@@ -75,6 +80,11 @@ void ThumbnailStrip::paintItem(HDC dc, int index) {
     } else if (picture) {
         SetTextColor(dc, GetSysColor(COLOR_WINDOWTEXT));
         DrawTextW(dc, L"?", 1, &box, DT_CENTER | DT_VCENTER | DT_SINGLELINE);
+    }
+    if (const trainer::PartMark& mark = strip_.mark(index); !mark.picture.empty()) {
+        const int side = look().px(PartStrip::kMarkSide);
+        const auto image = win32::pictureImage(mark.picture, side, look());
+        win32::drawPicture(dc, *image, box.right - side, box.top, 1);
     }
     const bool current = index == strip_.current();
     const std::wstring name = win32::wide(strip_.name(index));

@@ -18,6 +18,7 @@ class ThumbnailStrip : public DrawnWindow, private win32::AccessibleContent {
     ThumbnailStrip(HWND parent, SharedLook& look, trainer::PartStrip& strip);
 
     int preferredHeight() const;
+    int leastHeight() const;
 
   protected:
     LRESULT answer(UINT message, WPARAM wParam, LPARAM lParam) override;

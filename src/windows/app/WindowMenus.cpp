@@ -4,6 +4,7 @@
 #include <string>
 #include <string_view>
 
+#include "windows/app/ClipboardImages.h"
 #include "windows/win32/WinText.h"
 
 namespace dravik::app {
@@ -47,9 +48,11 @@ std::wstring menuText(const trainer::Action& action) {
     return win32::wide(keys.empty() ? action.text() : action.text() + "\t" + keys.front());
 }
 
-// Where text is typed, undo takes back typing.
+// Where text is typed, undo takes back typing, and text is pasted there.
 bool isForText(const MSG& message) {
-    if (message.message != WM_KEYDOWN || (message.wParam != 'Z' && message.wParam != 'Y')) return false;
+    if (message.message != WM_KEYDOWN) return false;
+    const bool pastes = message.wParam == 'V' && !clipboardHasImages();
+    if (message.wParam != 'Z' && message.wParam != 'Y' && !pastes) return false;
     const auto code = SendMessageW(message.hwnd, WM_GETDLGCODE, 0, 0);
     return (code & DLGC_HASSETSEL) != 0 && (GetWindowLongPtrW(message.hwnd, GWL_STYLE) & ES_READONLY) == 0;
 }
@@ -59,33 +62,49 @@ bool isForText(const MSG& message) {
 WindowMenus::WindowMenus(const trainer::WindowActions& actions, HWND window) : window_(window) {
     const HMENU bar = CreateMenu();
     std::vector<ACCEL> keys;
-    for (const trainer::ActionMenu& menu : actions.menus()) {
-        const HMENU popup = CreatePopupMenu();
-        for (trainer::Action* action : menu.entries) {
-            if (!action) {
-                AppendMenuW(popup, MF_SEPARATOR, 0, nullptr);
-                continue;
-            }
-            const trainer::ActionFace& face = action->face();
-            const auto command = static_cast<WORD>(kFirstCommand + actions_.size());
-            actions_.push_back(action);
-            for (const std::string& key : face.keys) addKeys(keys, key, command);
-            AppendMenuW(popup, MF_STRING, command, menuText(*action).c_str());
-        }
-        AppendMenuW(bar, MF_POPUP, reinterpret_cast<UINT_PTR>(popup), win32::wide(menu.caption).c_str());
-    }
+    for (const trainer::ActionMenu& menu : actions.menus())
+        AppendMenuW(bar, MF_POPUP, reinterpret_cast<UINT_PTR>(makeMenu(menu.entries, keys)),
+                    win32::wide(menu.caption).c_str());
     SetMenu(window, bar);
     keys_ = CreateAcceleratorTableW(keys.data(), static_cast<int>(keys.size()));
 }
 
-const trainer::Action* WindowMenus::actionOf(UINT command) const {
-    return command < kFirstCommand || command - kFirstCommand >= actions_.size()
-               ? nullptr
-               : actions_[command - kFirstCommand];
+HMENU WindowMenus::makeMenu(const trainer::ActionList& entries, std::vector<ACCEL>& keys) {
+    const HMENU made = CreatePopupMenu();
+    for (trainer::Action* action : entries) {
+        if (!action) continue;
+        const auto command = static_cast<WORD>(kFirstCommand + actions_.size());
+        actions_.push_back(action);
+        for (const std::string& key : action->face().keys) addKeys(keys, key, command);
+        if (!action->entries().empty()) inside_[action] = makeMenu(action->entries(), keys);
+    }
+    menus_[made] = &entries;
+    fill(made, entries);
+    return made;
+}
+
+void WindowMenus::fill(HMENU menu, const trainer::ActionList& entries) const {
+    while (GetMenuItemCount(menu) > 0) RemoveMenu(menu, 0, MF_BYPOSITION);  // what is inside stays
+    for (const trainer::Action* action : entries) {
+        if (!action) {
+            AppendMenuW(menu, MF_SEPARATOR, 0, nullptr);
+            continue;
+        }
+        if (!action->visible()) continue;
+        const UINT state =
+            (action->enabled() ? MF_ENABLED : MF_GRAYED) | (action->checked() ? MF_CHECKED : MF_UNCHECKED);
+        const auto found = inside_.find(action);
+        if (found == inside_.end())
+            AppendMenuW(menu, MF_STRING | state, commandOf(*action), menuText(*action).c_str());
+        else
+            AppendMenuW(menu, MF_POPUP | state, reinterpret_cast<UINT_PTR>(found->second),
+                        menuText(*action).c_str());
+    }
 }
 
 void WindowMenus::perform(WORD command) const {
-    if (actionOf(command)) actions_[command - kFirstCommand]->trigger();
+    if (command >= kFirstCommand && command - kFirstCommand < actions_.size())
+        actions_[command - kFirstCommand]->trigger();
 }
 
 WORD WindowMenus::commandOf(const trainer::Action& action) const {
@@ -94,19 +113,7 @@ WORD WindowMenus::commandOf(const trainer::Action& action) const {
 }
 
 void WindowMenus::showStates(HMENU menu) const {
-    for (int i = 0; i < GetMenuItemCount(menu); ++i) {
-        const UINT command = GetMenuItemID(menu, i);
-        const trainer::Action* action = actionOf(command);
-        if (!action) continue;
-        EnableMenuItem(menu, command, action->enabled() ? MF_ENABLED : MF_GRAYED);
-        CheckMenuItem(menu, command, action->checked() ? MF_CHECKED : MF_UNCHECKED);
-        std::wstring text = menuText(*action);
-        MENUITEMINFOW shown{};
-        shown.cbSize = sizeof shown;
-        shown.fMask = MIIM_STRING;
-        shown.dwTypeData = text.data();
-        SetMenuItemInfoW(menu, command, FALSE, &shown);
-    }
+    if (const auto found = menus_.find(menu); found != menus_.end()) fill(menu, *found->second);
 }
 
 bool WindowMenus::translate(MSG& message) const {

@@ -1,6 +1,7 @@
 // The actions of the program's window as a menu bar and as keys.
 #pragma once
 
+#include <map>
 #include <string>
 #include <vector>
 
@@ -25,10 +26,14 @@ class WindowMenus {
     bool translate(MSG& message) const;
 
   private:
-    const trainer::Action* actionOf(UINT command) const;
+    HMENU makeMenu(const trainer::ActionList& entries, std::vector<ACCEL>& keys);
+    // What the menu shows now, in place of what it showed before.
+    void fill(HMENU menu, const trainer::ActionList& entries) const;
 
     const HWND window_;
     std::vector<trainer::Action*> actions_;  // in the order of their commands
+    std::map<HMENU, const trainer::ActionList*> menus_;
+    std::map<const trainer::Action*, HMENU> inside_;  // menus inside of menus
     HACCEL keys_ = nullptr;
 };
 

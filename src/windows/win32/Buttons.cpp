@@ -21,7 +21,7 @@ class ButtonPeerOf : public PeerOf<Model> {
     using PeerOf<Model>::PeerOf;
 
     bool takesFocus() const override { return true; }
-    wchar_t mnemonic() const override { return mnemonicOf(wide(this->model_.caption())); }
+    wchar_t mnemonic() const override { return mnemonicOf(wide(this->model_.shownCaption())); }
     void command(WORD code, WORD) override {
         if (code == BN_CLICKED) this->act([this] { pressed(); });
     }
@@ -35,7 +35,7 @@ class ButtonPeerOf : public PeerOf<Model> {
     // What a click makes of the model.
     virtual void pressed() = 0;
     HWND makeButton(HWND parent, DWORD style) {
-        return this->makeWindow(WC_BUTTONW, parent, WS_TABSTOP | style, 0, wide(this->model_.caption()));
+        return this->makeWindow(WC_BUTTONW, parent, WS_TABSTOP | style, 0, wide(this->model_.shownCaption()));
     }
     void show(ui::Change change) override {
         if (change == ui::Change::Caption)
@@ -44,10 +44,10 @@ class ButtonPeerOf : public PeerOf<Model> {
             Peer::show(change);
     }
     SIZE captionSize() const {
-        return this->look().textSize(this->wantedFont(), withoutMnemonic(wide(this->model_.caption())));
+        return this->look().textSize(this->wantedFont(), withoutMnemonic(wide(this->model_.shownCaption())));
     }
     void showCaption() {
-        this->showText(wide(this->model_.caption()));
+        this->showText(wide(this->model_.shownCaption()));
         this->sizeChanged();
     }
 };

@@ -10,6 +10,8 @@
 namespace dravik::win32 {
 namespace {
 
+constexpr int kFigureHeight = 9;
+constexpr int kFigureRoom = 4;
 constexpr double kFrameShare = 0.43;
 
 }  // namespace
@@ -182,9 +184,16 @@ void CellPeer::paintAt(HDC dc, const RECT& place) {
     const Selected selected(dc, font);
     SetBkMode(dc, TRANSPARENT);
     SetTextColor(dc, look().textColorOn(model_.backColor(), model_.foreColor()));
-    RECT line = place;
+    const std::wstring figure = wide(model_.figure());
+    const int aside = figure.empty() ? 0 : look().px(kFigureRoom);
+    RECT line{place.left, place.top, place.right - aside, place.bottom - aside};
     DrawTextW(dc, caption.c_str(), static_cast<int>(caption.size()), &line,
               DT_CENTER | DT_VCENTER | DT_SINGLELINE | DT_NOPREFIX);
+    if (figure.empty()) return;
+    const Selected small(dc, look().fontOfHeight(false, -look().px(kFigureHeight)));
+    RECT corner{place.left, place.top, place.right - look().px(2), place.bottom - look().px(1)};
+    DrawTextW(dc, figure.c_str(), static_cast<int>(figure.size()), &corner,
+              DT_RIGHT | DT_BOTTOM | DT_SINGLELINE | DT_NOPREFIX);
 }
 
 std::wstring CellPeer::accessibleName() const {

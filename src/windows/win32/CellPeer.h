@@ -9,7 +9,7 @@ namespace dravik::win32 {
 
 class CellPeer : public PeerOf<ui::Label, DrawnPeer> {
   public:
-    CellPeer(ui::Label& model, Page& page) : PeerOf(model, page), takesFocus_(!model.caption().empty()) {}
+    CellPeer(ui::Label& model, Page& page) : PeerOf(model, page), takesFocus_(model.takesFocus()) {}
 
     // Before start().
     void join(CellBoard& board);

@@ -1,5 +1,4 @@
-// Draws a chart's scene in its user units, aligned to the device's pixels. Left and right move a pointer from
-// bar to bar for operators without a mouse.
+// Draws a chart's scene in its user units, aligned to the device's pixels.
 #include <algorithm>
 #include <cmath>
 
@@ -14,6 +13,12 @@ namespace {
 
 constexpr double kOutlineShare = 0.5;
 constexpr double kLeastContrast = 2.0;  // a bar that stands out less from the surface gets an outline
+
+void hatch(HDC dc, const RECT& place, COLORREF color) {
+    const Brush lines(CreateHatchBrush(HS_BDIAGONAL, color));
+    SetBkMode(dc, TRANSPARENT);
+    FillRect(dc, &place, lines.get());
+}
 
 class ChartPeer : public PeerOf<ui::Chart, DrawnPeer>, private AccessibleContent {
   public:
@@ -43,9 +48,11 @@ class ChartPeer : public PeerOf<ui::Chart, DrawnPeer>, private AccessibleContent
 
     void show(ui::Change change) override {
         if (change == ui::Change::Items) {
-            if (pointed_ >= static_cast<int>(model_.scene().bars.size())) pointed_ = -1;
             redraw();
             NotifyWinEvent(EVENT_OBJECT_REORDER, window(), OBJID_CLIENT, CHILDID_SELF);
+        } else if (change == ui::Change::Selection) {
+            redraw();
+            if (pointed() >= 0) NotifyWinEvent(EVENT_OBJECT_FOCUS, window(), OBJID_CLIENT, focusedChild());
         } else {
             DrawnPeer::show(change);
         }
@@ -58,9 +65,8 @@ class ChartPeer : public PeerOf<ui::Chart, DrawnPeer>, private AccessibleContent
         }
         return DrawnPeer::message(message, wParam, lParam);
     }
-    void menuKeyPressed() override { fireMouseDown(ui::kRightButton, 0, pointerPlace()); }
-    void keyPressed(UINT key) override {
-        if (key == VK_LEFT || key == VK_RIGHT) movePointer(key == VK_LEFT ? -1 : 1);
+    void menuKeyPressed() override {
+        act([&] { model_.keyDown(ui::kKeyMenu, 0); });
     }
 
     AccessibleContent* accessibleContent() override { return this; }
@@ -79,12 +85,13 @@ class ChartPeer : public PeerOf<ui::Chart, DrawnPeer>, private AccessibleContent
             const RECT place = barPlace(bar);
             const COLORREF color = look().color(bar.fill);
             fill(dc, place, color);
+            if (bar.hatched) hatch(dc, place, background);
             // Bars that touch or overlap stay told apart by a hair line.
             fill(dc, {place.left - hair, place.top, place.left, place.bottom}, background);
             if (heightOf(place) > 0 &&
                 (look().highContrast() || contrast(color, background) < kLeastContrast))
                 frame(dc, place, look().line(background, kOutlineShare), hair);
-            if (hasFocus() && static_cast<int>(i) == pointed_) {
+            if (hasFocus() && static_cast<int>(i) == pointed()) {
                 RECT mark = place;
                 InflateRect(&mark, 3 * hair, 3 * hair);
                 frame(dc, mark, GetSysColor(COLOR_HIGHLIGHT), 2 * hair);
@@ -108,26 +115,8 @@ class ChartPeer : public PeerOf<ui::Chart, DrawnPeer>, private AccessibleContent
         return {std::min(a.x, b.x), std::min(a.y, b.y), std::max(a.x, b.x), std::max(a.y, b.y)};
     }
 
-    POINT pointerPlace() const {
-        if (pointed_ < 0) return centre();
-        const ui::ChartBar& bar = model_.scene().bars[static_cast<std::size_t>(pointed_)];
-        const ui::ChartScale& scale = model_.scale();
-        // Just below the top, so that a bar of no height can be pointed at too.
-        const double below = std::max(bar.height / 2, std::abs(scale.top - scale.bottom) / 100);
-        return toView(bar.left + bar.width / 2, bar.top - below);
-    }
-
-    void movePointer(int direction) {
-        const std::vector<ui::ChartBar>& bars = model_.scene().bars;
-        const int count = static_cast<int>(bars.size());
-        int next = pointed_ < 0 && direction < 0 ? count : pointed_;
-        do next += direction;
-        while (next >= 0 && next < count && !bars[static_cast<std::size_t>(next)].visible);
-        if (next < 0 || next >= count) return;
-        pointed_ = next;
-        redraw();
-        NotifyWinEvent(EVENT_OBJECT_FOCUS, window(), OBJID_CLIENT, focusedChild());
-        fireMouseMove(0, 0, pointerPlace());
+    int pointed() const {
+        return model_.pointed() < static_cast<int>(model_.scene().bars.size()) ? model_.pointed() : -1;
     }
 
     // A line that the ground would swallow is drawn in black or white where strong contrasts are wanted.
@@ -183,8 +172,8 @@ class ChartPeer : public PeerOf<ui::Chart, DrawnPeer>, private AccessibleContent
     LONG role() const override { return ROLE_SYSTEM_CHART; }
     std::wstring name() const override { return wide(model_.accessibleName()); }
     std::wstring description() const override {
-        return pointed_ < 0 ? std::wstring()
-                            : wide(model_.scene().bars[static_cast<std::size_t>(pointed_)].accessibleName);
+        return pointed() < 0 ? std::wstring()
+                             : wide(model_.scene().bars[static_cast<std::size_t>(pointed())].accessibleName);
     }
     int children() const override {
         const auto& bars = model_.scene().bars;
@@ -200,13 +189,11 @@ class ChartPeer : public PeerOf<ui::Chart, DrawnPeer>, private AccessibleContent
     RECT childPlace(int child) const override { return barPlace(visibleBar(child)); }
     LONG childState(int) const override { return STATE_SYSTEM_READONLY; }
     int focusedChild() const override {
-        if (pointed_ < 0) return 0;
+        if (pointed() < 0) return 0;
         const auto& bars = model_.scene().bars;
-        return static_cast<int>(std::count_if(bars.begin(), bars.begin() + pointed_ + 1,
+        return static_cast<int>(std::count_if(bars.begin(), bars.begin() + pointed() + 1,
                                               [](const ui::ChartBar& bar) { return bar.visible; }));
     }
-
-    int pointed_ = -1;
 };
 
 }  // namespace

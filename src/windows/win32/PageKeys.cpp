@@ -126,11 +126,15 @@ bool Page::answerKey(Peer* focused, UINT key, bool& leftPage) {
         return !leftPage;
     }
     if (shift != 0) return false;
+    if (focused && focused->isTypedAhead(key)) return true;
     if (key == VK_RETURN) {
         if (focused && focused->pressEnter()) return true;
         if (!form_.defaultButton) return false;
         // Where it presses nothing it is not the host's either, whose own default button may close the page.
-        if (ui::Button* const button = defaultFor(focused)) guarded([button] { button->press(); });
+        if (ui::Button* const button = defaultFor(focused))
+            guarded([button] { button->press(); });
+        else if (focused && focused->model().kind() == ui::WidgetKind::TextBox)
+            form_.defaultField->setFocus();
         return true;
     }
     if (key == VK_ESCAPE && form_.cancelButton) {

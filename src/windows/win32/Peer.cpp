@@ -258,7 +258,16 @@ void Peer::showName() {
     }
 }
 
+bool Peer::isTypedAhead(UINT key) {
+    const bool isTyping = key == VK_RETURN || MapVirtualKeyW(key, MAPVK_VK_TO_CHAR) >= L' ';
+    return isTyping && typedAhead_.drops();
+}
+
 void Peer::giveFocus() {
+    const Peer* before = page_.peerOf(GetFocus());
+    if (model_.kind() == ui::WidgetKind::Button && before && before->attached_ &&
+        before->model_.kind() == ui::WidgetKind::TextBox)
+        typedAhead_.begin();
     if (isUsable() && IsWindowVisible(window()))
         focus();
     else  // the procedure that asks for the focus may enable or show the control only later

@@ -8,6 +8,7 @@
 #include <string>
 
 #include "ui/LayoutGeometry.h"
+#include "ui/TypedAhead.h"
 #include "ui/Widget.h"
 #include "windows/win32/AnsweredWindow.h"
 #include "windows/win32/Guard.h"
@@ -62,6 +63,8 @@ class Peer : public AnsweredWindow, public std::enable_shared_from_this<Peer> {
     virtual bool wantsKey(UINT) const { return false; }
     // Enter on the focused control; false when it is the page's business.
     virtual bool pressEnter() { return false; }
+    // The key was meant for the text that had the focus before.
+    bool isTypedAhead(UINT key);
     virtual wchar_t mnemonic() const { return 0; }
     virtual void pressMnemonic() { focus(); }
 
@@ -140,6 +143,7 @@ class Peer : public AnsweredWindow, public std::enable_shared_from_this<Peer> {
     std::optional<ui::Measure> measured_;
     LRESULT accessibleClass_ = 0;
     POINT lastMove_{-1, -1};
+    ui::TypedAhead typedAhead_;
     bool attached_ = true;
     bool started_ = false;
     bool focused_ = false;

@@ -14,6 +14,19 @@ constexpr int kUsualWidth = 120;
 constexpr int kLeastWidth = 40;
 constexpr int kFlatMargin = 8;
 
+// "" where it holds no text.
+std::wstring clipboardText(HWND window) {
+    std::wstring text;
+    if (!OpenClipboard(window)) return text;
+    if (const HANDLE data = GetClipboardData(CF_UNICODETEXT))
+        if (const auto* start = static_cast<const wchar_t*>(GlobalLock(data))) {
+            text = start;
+            GlobalUnlock(data);
+        }
+    CloseClipboard();
+    return text;
+}
+
 class TextBoxPeer : public PeerOf<ui::TextBox> {
   public:
     using PeerOf::PeerOf;
@@ -23,7 +36,11 @@ class TextBoxPeer : public PeerOf<ui::TextBox> {
 
     void command(WORD code, WORD) override {
         if (code != EN_CHANGE || showing_) return;
-        act([this] { model_.setText(utf8(windowText(window()))); });
+        act([this] {
+            const std::string text = utf8(windowText(window()));
+            model_.edit(text);
+            if (model_.text() != text) show(ui::Change::Caption);
+        });
     }
     HBRUSH colors(HDC dc) override {
         if (!model_.enabled() && ui::isSystemColor(model_.backColor())) {
@@ -121,6 +138,15 @@ class TextBoxPeer : public PeerOf<ui::TextBox> {
             }
             case WM_ENABLE:
                 RedrawWindow(window(), nullptr, nullptr, RDW_FRAME | RDW_INVALIDATE);
+                break;
+            case WM_PASTE:
+                // The system would take the first line alone.
+                if (attached() && model_.pasteFilter && !model_.locked()) {
+                    const std::wstring text = wide(model_.pasteFilter(utf8(clipboardText(window()))));
+                    if (!text.empty())
+                        SendMessageW(window(), EM_REPLACESEL, TRUE, reinterpret_cast<LPARAM>(text.c_str()));
+                    return 0;
+                }
                 break;
             case WM_CHAR:
                 if (wParam == 1) {  // Ctrl+A

@@ -38,7 +38,7 @@ int main(int argc, char** argv) {
     QSettings::setPath(QSettings::IniFormat, QSettings::UserScope, qt::qtText(own.path()));
     QCoreApplication::setOrganizationName(QStringLiteral("Dravik"));
     QCoreApplication::setApplicationName(QStringLiteral("Dravik Trainer"));
-    qt::useTheme(qt::Theme::System);
+    qt::useTheme(trainer::Theme::System);
     qt::QtPlatform platform;
     test::DialogScript
         ending;  // outlives the screen, which asks about a changed font when a session broke off

@@ -19,6 +19,7 @@ class QtWindowDriver final : public WindowDriver {
     bool canClick(const std::string& name) const override;
     void click(const std::string& name) override;
     void clickTool(const std::string& bar, const std::string& key) override { click(bar + "." + key); }
+    void trigger(const std::string& action) override { window_.model().actions.find(action).trigger(); }
     void type(const std::string& name, const std::string& text) override;
     std::string caption(const std::string& name) const override;
     std::string message() const override { return caption("sbr.Message"); }

@@ -19,6 +19,7 @@ class Win32WindowDriver final : public WindowDriver {
     bool canClick(const std::string& name) const override { return IsWindowEnabled(find(name)) != FALSE; }
     void click(const std::string& name) override;
     void clickTool(const std::string& bar, const std::string& key) override;
+    void trigger(const std::string& action) override { window_.model().actions.find(action).trigger(); }
     void type(const std::string& name, const std::string& text) override;
     std::string caption(const std::string& name) const override;
     std::string message() const override;

@@ -5,6 +5,7 @@
 //   failed FONT CONTENT        the same, behind a step that failed and said so;
 //   chosen FONT CONTENT        the font as it is shown first;
 //   let go FONT CONTENT        what the operator is about to discard;
+//   dropped FONT               it is discarded;
 //   gone FONT CONTENT          a font that was deleted, or that has another name now;
 //   elsewhere FONT FILE        a copy saved in another place, as the font could not be saved;
 //   recovered FONT, told TEXT  what the program found unsaved, and its words for it.
@@ -53,9 +54,7 @@ class OperatorSession {
     void show() {
         tool_ = &opened();
         for (const std::string& font : tool_->GetFontList()) {
-            tool_->LoadFont(font);
-            for (const tool::RecoveredChanges& found : tool_->takeRecovered())
-                std::cout << "recovered\t" << found.font << "\ttold " << tool::recoveredText(found) << '\n';
+            load(font);
             const std::string content = tell("shown");
             int undone = 0;
             for (; tool_->undoWords(); ++undone) {
@@ -104,7 +103,7 @@ class OperatorSession {
 
     void act(const std::string& what, const std::string& first, const std::string& second) {
         if (what == "choose") {
-            tool_->LoadFont(first);
+            load(first);
             tell("chosen");
             return;
         } else if (what == "new") {
@@ -167,9 +166,16 @@ class OperatorSession {
             const std::string content = shown(font);
             std::cout << "let go\t" << font << '\t' << content << std::endl;
             tool_->discardUnsaved(font);
+            std::cout << "dropped\t" << font << std::endl;
             const std::string left = shown(font);
             std::cout << "shown\t" << font << '\t' << left << std::endl;
         }
+    }
+
+    void load(const std::string& font) {
+        tool_->LoadFont(font);
+        for (const tool::RecoveredChanges& found : tool_->takeRecovered())
+            std::cout << "recovered\t" << found.font << "\ttold " << tool::recoveredText(found) << '\n';
     }
 
     std::string shown(const std::string& font) {

@@ -52,10 +52,10 @@ class Shown : public ShownForm {
         QTest::mouseRelease(view, Qt::LeftButton, {}, at);
     }
     void key(Key key, int shift = 0) {
-        constexpr Qt::Key kKeys[] = {Qt::Key_Tab,  Qt::Key_Return, Qt::Key_Escape, Qt::Key_Up,
-                                     Qt::Key_Down, Qt::Key_Left,   Qt::Key_Right,  Qt::Key_Home,
-                                     Qt::Key_End,  Qt::Key_Delete, Qt::Key_Menu,   Qt::Key_F10,
-                                     Qt::Key_A,    Qt::Key_C};
+        constexpr Qt::Key kKeys[] = {Qt::Key_Tab,   Qt::Key_Return, Qt::Key_Escape, Qt::Key_Up,
+                                     Qt::Key_Down,  Qt::Key_Left,   Qt::Key_Right,  Qt::Key_Home,
+                                     Qt::Key_End,   Qt::Key_Delete, Qt::Key_Menu,   Qt::Key_F10,
+                                     Qt::Key_Space, Qt::Key_A,      Qt::Key_C};
         QTest::keyClick(QApplication::focusWidget(), kKeys[static_cast<int>(key)], modifiers(shift));
     }
     void type(const std::string& text) {
@@ -128,7 +128,7 @@ class Shown : public ShownForm {
     }
 
     void useDark(bool dark) {
-        useTheme(dark ? Theme::Dark : Theme::Light);
+        useTheme(dark ? trainer::Theme::Dark : trainer::Theme::Light);
         settle();
     }
     Color colorOf(Color color) const { return model(qtColor(color, QApplication::palette())); }

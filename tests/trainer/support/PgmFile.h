@@ -35,6 +35,7 @@ inline GreyImage readPgm(const std::string& file) {
     GreyImage image(width, height);
     for (int y = 0; y < height; ++y)
         for (auto& pixel : image.row(y)) pixel = static_cast<std::uint8_t>(stream.get());
+    if (!stream) throw Failure(RuntimeError::DeviceIoError, file + ": ends too early");
     return image;
 }
 

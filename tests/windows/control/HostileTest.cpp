@@ -326,6 +326,37 @@ TEST(HostileTool, FailsAtEveryOperationInTurn) {
     bench.host->close();
 }
 
+// In the middle of every operation the tool takes its time, lets messages in and calls the control back.
+TEST(HostileTool, IsSlowAndCallsBack) {
+    Bench bench("strict");
+    bench.bind("HELLO");
+    auto faulty = faultyStep(bench);
+    const ComPtr<IUnknown> control(bench.host->control());
+    int calls = 0;
+    bool inside = false;
+    faulty->before = [&](const std::string&) {
+        ++calls;
+        if (std::exchange(inside, true)) return;
+        Sleep(20);
+        bench.host->pump();
+        EXPECT_EQ(trainDate(control.get(), "nobody"), "unknown");
+        ComPtr<IDispatch> given;
+        EXPECT_EQ(control.as<::StepEditor>()->get_Step(given.put()), S_OK);
+        inside = false;
+    };
+    EXPECT_EQ(setStep(control.get(), faulty), S_OK);
+    useEverything(bench);
+    EXPECT_GT(calls, 10);
+    faulty->before = nullptr;
+    bench.show("LOLO");
+    bench.type(L"LOLO");
+    bench.press(L"&Include");
+    bench.include(L"LOLO", 4);
+    bench.robot.expectBox(L"Font Changed", IDNO);
+    bench.host->close();
+    EXPECT_THAT(bench.robot.surprises(), ::testing::IsEmpty());
+}
+
 TEST(HostileTool, ReturnsTablesOfTheWrongShape) {
     const RecordTablePtr shapes[] = {
         std::make_shared<GivenTable>(0, 0, Cell()),

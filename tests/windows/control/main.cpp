@@ -5,11 +5,16 @@
 
 #include <cstdio>
 #include <exception>
+#include <filesystem>
 #include <stdexcept>
+#include <string_view>
 
 #include "windows/control/support/Bench.h"
+#include "windows/control/support/DistantTool.h"
 
 int main(int argc, char** argv) {
+    if (argc == 3 && std::string_view(argv[1]) == "--serve-tool")
+        return dravik::test::serveTool(std::filesystem::path(argv[2]).wstring());
     ::testing::InitGoogleTest(&argc, argv);
     OleInitialize(nullptr);
     int result = 1;

@@ -35,8 +35,14 @@ Bench::Bench(const std::string& hostName) {
     host->pump();
 }
 
-void Bench::bind(const std::string& shown) {
-    step = controlModule().make(CLSID_EmbeddedStep).as<IEmbeddedStep>();
+void Bench::bind(const std::string& shown, const std::string& jobs) {
+    auto embedded = controlModule().make(CLSID_EmbeddedStep).as<IEmbeddedStep>();
+    succeed(embedded->put_JobsFolder(Bstr(std::string_view(jobs)).get()), "JobsFolder");
+    bind(shown, std::move(embedded));
+}
+
+void Bench::bind(const std::string& shown, ComPtr<IEmbeddedStep> embedded) {
+    step = embedded ? std::move(embedded) : controlModule().make(CLSID_EmbeddedStep).as<IEmbeddedStep>();
     const auto tool = step.as<IFontTool>();
     SAFEARRAY* set = SafeArrayCreateVector(VT_BSTR, 0, 4);
     const wchar_t* characters[] = {L"H", L"E", L"L", L"O"};

@@ -23,7 +23,14 @@ void StrictSite::expect(bool kept, const char* rule) {
 HRESULT StrictSite::QueryInterface(REFIID iid, void** object) {
     const bool hidden = (!offersInPlaceSite && (iid == IID_IOleInPlaceSite || iid == IID_IOleWindow)) ||
                         (!offersControlSite && iid == IID_IOleControlSite);
-    return ContainerSite::QueryInterface(hidden ? IID_NULL : iid, object);
+    if (!object) return E_POINTER;
+    *object = nullptr;
+    if (hidden) return E_NOINTERFACE;
+    if (iid == IID_IUnknown || iid == IID_IOleClientSite) return handOut<IOleClientSite>(this, object);
+    if (iid == IID_IOleWindow || iid == IID_IOleInPlaceSite) return handOut<IOleInPlaceSite>(this, object);
+    if (iid == IID_IOleControlSite) return handOut<IOleControlSite>(this, object);
+    if (iid == IID_IDispatch) return handOut<IDispatch>(this, object);
+    return E_NOINTERFACE;
 }
 
 HRESULT StrictSite::CanInPlaceActivate() {
@@ -49,7 +56,16 @@ HRESULT StrictSite::GetWindowContext(IOleInPlaceFrame** frame, IOleInPlaceUIWind
                                      LPRECT position, LPRECT clip, LPOLEINPLACEFRAMEINFO info) {
     expect(inPlace_, "GetWindowContext before OnInPlaceActivate");
     expect(info->cb == sizeof *info, "GetWindowContext without the size of its answer");
-    return ContainerSite::GetWindowContext(frame, document, position, clip, info);
+    if (!frame || !document || !position || !clip || !info) return E_POINTER;
+    *frame = this;
+    AddRef();
+    *document = nullptr;
+    *position = *clip = place;
+    info->fMDIApp = FALSE;
+    info->hwndFrame = GetAncestor(window_, GA_ROOT);
+    info->haccel = nullptr;
+    info->cAccelEntries = 0;
+    return S_OK;
 }
 
 HRESULT StrictSite::OnUIDeactivate(BOOL) {
@@ -77,9 +93,9 @@ HRESULT StrictSite::OnFocus(BOOL gained) {
     return noted(gained ? "OnFocus" : "OnFocus lost");
 }
 
-HRESULT StrictSite::SetActiveObject(IOleInPlaceActiveObject* object, LPCOLESTR name) {
-    noted(object ? "SetActiveObject" : "SetActiveObject none");
-    return ContainerSite::SetActiveObject(object, name);
+HRESULT StrictSite::SetActiveObject(IOleInPlaceActiveObject* object, LPCOLESTR) {
+    active = object;
+    return noted(object ? "SetActiveObject" : "SetActiveObject none");
 }
 
 HRESULT StrictSite::EnableModeless(BOOL enable) {

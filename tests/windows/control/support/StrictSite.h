@@ -1,25 +1,37 @@
-// A container's site that takes the rules at their word: it notes every call of the control, checks the order
-// of activation and hands out just what a strict container has. Ambient properties can be set.
+// A container's site that takes the rules at their word: site, frame and ambient properties in one object,
+// which notes every call of the control, checks the order of activation and hands out just what a strict
+// container has. It keeps no document, has no menus to share and offers no tools. Ambient properties can be
+// set.
 #pragma once
 
+#include <atomic>
 #include <map>
 #include <string>
 #include <vector>
 
+#include "windows/com/ComPtr.h"
 #include "windows/com/Variant.h"
-#include "windows/control/support/ContainerSite.h"
 
 namespace dravik {
 
 using namespace com;
 using namespace tool;
 
-class StrictSite final : public ContainerSite {
+class StrictSite final : public IOleClientSite,
+                         public IOleInPlaceSite,
+                         public IOleControlSite,
+                         public IOleInPlaceFrame,
+                         public IDispatch {
   public:
+    // The control is to take `place` of the frame's client area.
     static ComPtr<StrictSite> make(HWND frame, RECT place) {
         return ComPtr<StrictSite>::attach(new StrictSite(frame, place));
     }
 
+    RECT place;
+    // The control's object that keys go to, as long as it is active.
+    ComPtr<IOleInPlaceActiveObject> active;
+    ULONG references() const noexcept { return references_; }
     std::map<DISPID, Variant> ambients;
     bool offersControlSite = true;
     bool offersInPlaceSite = true;
@@ -47,20 +59,94 @@ class StrictSite final : public ContainerSite {
     HRESULT STDMETHODCALLTYPE OnInPlaceDeactivate() override;
     HRESULT STDMETHODCALLTYPE OnControlInfoChanged() override { return noted("OnControlInfoChanged"); }
     HRESULT STDMETHODCALLTYPE TranslateAccelerator(MSG* message, DWORD modifiers) override;
-    using ContainerSite::TranslateAccelerator;
     HRESULT STDMETHODCALLTYPE OnFocus(BOOL gained) override;
     HRESULT STDMETHODCALLTYPE SetActiveObject(IOleInPlaceActiveObject* object, LPCOLESTR name) override;
     HRESULT STDMETHODCALLTYPE EnableModeless(BOOL enable) override;
     HRESULT STDMETHODCALLTYPE Invoke(DISPID id, REFIID, LCID, WORD flags, DISPPARAMS*, VARIANT* result,
                                      EXCEPINFO*, UINT*) override;
 
+    ULONG STDMETHODCALLTYPE AddRef() override { return ++references_; }
+    ULONG STDMETHODCALLTYPE Release() override {
+        const ULONG left = --references_;
+        if (left == 0) delete this;
+        return left;
+    }
+    HRESULT STDMETHODCALLTYPE GetMoniker(DWORD, DWORD, IMoniker** moniker) override {
+        if (moniker) *moniker = nullptr;
+        return E_NOTIMPL;
+    }
+    HRESULT STDMETHODCALLTYPE GetContainer(IOleContainer** container) override {
+        if (container) *container = nullptr;
+        return E_NOINTERFACE;
+    }
+    HRESULT STDMETHODCALLTYPE OnShowWindow(BOOL) override { return S_OK; }
+    HRESULT STDMETHODCALLTYPE RequestNewObjectLayout() override { return E_NOTIMPL; }
+    HRESULT STDMETHODCALLTYPE GetWindow(HWND* window) override {
+        if (!window) return E_POINTER;
+        *window = window_;
+        return S_OK;
+    }
+    HRESULT STDMETHODCALLTYPE ContextSensitiveHelp(BOOL) override { return E_NOTIMPL; }
+    HRESULT STDMETHODCALLTYPE Scroll(SIZE) override { return E_NOTIMPL; }
+    HRESULT STDMETHODCALLTYPE DiscardUndoState() override { return E_NOTIMPL; }
+    HRESULT STDMETHODCALLTYPE DeactivateAndUndo() override { return E_NOTIMPL; }
+    HRESULT STDMETHODCALLTYPE OnPosRectChange(LPCRECT) override { return S_OK; }
+    HRESULT STDMETHODCALLTYPE LockInPlaceActive(BOOL) override { return S_OK; }
+    HRESULT STDMETHODCALLTYPE GetExtendedControl(IDispatch** object) override {
+        if (object) *object = nullptr;
+        return E_NOTIMPL;
+    }
+    HRESULT STDMETHODCALLTYPE TransformCoords(POINTL*, POINTF*, DWORD) override { return E_NOTIMPL; }
+    HRESULT STDMETHODCALLTYPE ShowPropertyFrame() override { return E_NOTIMPL; }
+    HRESULT STDMETHODCALLTYPE GetBorder(LPRECT) override { return INPLACE_E_NOTOOLSPACE; }
+    HRESULT STDMETHODCALLTYPE RequestBorderSpace(LPCBORDERWIDTHS) override { return INPLACE_E_NOTOOLSPACE; }
+    HRESULT STDMETHODCALLTYPE SetBorderSpace(LPCBORDERWIDTHS) override { return S_OK; }
+    HRESULT STDMETHODCALLTYPE InsertMenus(HMENU, LPOLEMENUGROUPWIDTHS) override { return E_NOTIMPL; }
+    HRESULT STDMETHODCALLTYPE SetMenu(HMENU, HOLEMENU, HWND) override { return E_NOTIMPL; }
+    HRESULT STDMETHODCALLTYPE RemoveMenus(HMENU) override { return E_NOTIMPL; }
+    HRESULT STDMETHODCALLTYPE SetStatusText(LPCOLESTR) override { return S_OK; }
+    // A key that the frame may use.
+    HRESULT STDMETHODCALLTYPE TranslateAccelerator(LPMSG, WORD) override { return S_FALSE; }
+    HRESULT STDMETHODCALLTYPE GetTypeInfoCount(UINT* count) override {
+        if (!count) return E_POINTER;
+        *count = 0;
+        return S_OK;
+    }
+    HRESULT STDMETHODCALLTYPE GetTypeInfo(UINT, LCID, ITypeInfo**) override { return E_NOTIMPL; }
+    HRESULT STDMETHODCALLTYPE GetIDsOfNames(REFIID, LPOLESTR*, UINT, LCID, DISPID*) override {
+        return DISP_E_UNKNOWNNAME;
+    }
+
   private:
-    using ContainerSite::ContainerSite;
+    StrictSite(HWND window, const RECT& itsPlace) : place(itsPlace), window_(window) {}
+    ~StrictSite() = default;
     HRESULT noted(const char* call);
     void expect(bool kept, const char* rule);
 
+    HWND window_;
+    std::atomic<ULONG> references_ = 1;
     bool inPlace_ = false;
     bool uiActive_ = false;
 };
+
+// A key message for a control that is shown in a container: to its active object, if `toActive`; then to the
+// control, if it may be an access key (`asAccessKey`). True when it was taken.
+inline bool giveKey(MSG& message, IUnknown& control, StrictSite& site, bool toActive, bool asAccessKey) {
+    if (message.message < WM_KEYFIRST || message.message > WM_KEYLAST) return false;
+    if (toActive && site.active) {
+        const ComPtr<IOleInPlaceActiveObject> active = site.active;
+        if (active->TranslateAccelerator(&message) == S_OK) return true;
+    }
+    if (!asAccessKey || message.message != WM_SYSCHAR) return false;
+    const auto keys = ComPtr<IUnknown>(&control).as<IOleControl>();
+    CONTROLINFO info{};
+    info.cb = sizeof info;
+    WORD command = 0;
+    if (!keys || FAILED(keys->GetControlInfo(&info)) || info.cAccel == 0 ||
+        !IsAccelerator(info.hAccel, info.cAccel, &message, &command))
+        return false;
+    keys->OnMnemonic(&message);
+    return true;
+}
 
 }  // namespace dravik

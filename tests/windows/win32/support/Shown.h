@@ -35,8 +35,8 @@ class Shown : public ShownPage {
         mouse(widget, WM_LBUTTONUP, to.x, to.y);
     }
     void key(Key key, int shift = 0) {
-        constexpr UINT kKeys[] = {VK_TAB,  VK_RETURN, VK_ESCAPE, VK_UP,   VK_DOWN, VK_LEFT, VK_RIGHT,
-                                  VK_HOME, VK_END,    VK_DELETE, VK_APPS, VK_F10,  'A',     'C'};
+        constexpr UINT kKeys[] = {VK_TAB, VK_RETURN, VK_ESCAPE, VK_UP,  VK_DOWN,  VK_LEFT, VK_RIGHT, VK_HOME,
+                                  VK_END, VK_DELETE, VK_APPS,   VK_F10, VK_SPACE, 'A',     'C'};
         pressKey(kKeys[static_cast<int>(key)], shift);
     }
     void type(const std::string& text) { typeText(wide(text)); }

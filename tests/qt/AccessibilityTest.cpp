@@ -1,0 +1,103 @@
+// What a screen reader finds: every control that the keyboard reaches has a name, in the window and in the
+// forms of the screen.
+#include <QAccessible>
+#include <QDialog>
+#include <QPushButton>
+#include <QTemporaryDir>
+
+#include "ShownForm.h"
+#include "drivers/qt/DialogScript.h"
+#include "qt/MainWindow.h"
+#include "qt/QtImage.h"
+#include "qt/QtPlatform.h"
+
+namespace dravik::test {
+namespace {
+
+using namespace qt;
+
+struct Heard {
+    QStringList nameless;  // reached by the keyboard, and nothing is said of them
+    QStringList names;     // of all that is reached by the keyboard
+    int focused = 0;
+};
+
+void walk(QAccessibleInterface* one, Heard& heard) {
+    if (!one || !one->isValid() || one->state().invisible) return;
+    const QAccessible::State state = one->state();
+    auto* widget = qobject_cast<QWidget*>(one->object());
+    const bool reached = state.focusable && widget && widget->focusPolicy() & Qt::TabFocus;
+    const QString name = one->text(QAccessible::Name);
+    if (reached) {
+        heard.names << name;
+        if (name.trimmed().isEmpty())
+            heard.nameless << QStringLiteral("%1 (%2)").arg(one->object()->objectName(),
+                                                            one->object()->metaObject()->className());
+    }
+    if (state.focused && reached) ++heard.focused;
+    for (int i = 0; i < one->childCount(); ++i) walk(one->child(i), heard);
+}
+
+Heard hear(QWidget& window) {
+    Heard heard;
+    walk(QAccessible::queryAccessibleInterface(&window), heard);
+    return heard;
+}
+
+TEST(Accessibility, EveryControlThatTheKeyboardReachesHasAName) {
+    const QTemporaryDir folder;
+    QtPlatform platform;
+    trainer::Trainer trainer{platform, JobFolder(folder.filePath("Jobs").toStdString()), decodeImageFile,
+                             false};
+    MainWindow window{trainer, platform};
+    platform.setMainWindow(&window);
+    window.open({DRAVIK_SOURCE_DIR "/data/parts/rendered_charset/hack_000.png", "absent.png"});
+    window.show();
+    QApplication::setActiveWindow(&window);
+    settle();
+
+    const Heard graphical = hear(window);
+    EXPECT_EQ(graphical.nameless.join(", ").toStdString(), "");
+    EXPECT_EQ(graphical.focused, 1);
+    for (const char* name : {"Character Set", "Text or Character to Include", "Timeout", "Part image"})
+        EXPECT_TRUE(graphical.names.contains(QLatin1String(name))) << name;
+    EXPECT_FALSE(graphical.names.contains(QStringLiteral("Empty"))) << "the legend is no stop";
+    window.model().actions.viewNumeric.trigger();
+    settle();
+    const Heard numeric = hear(window);
+    EXPECT_EQ(numeric.nameless.join(", ").toStdString(), "");
+    EXPECT_TRUE(numeric.names.contains(QStringLiteral("Display")));
+    EXPECT_TRUE(numeric.names.contains(QStringLiteral("Samples")));
+
+    DialogScript script;
+    script.expect("dlgFontManagerWindow", [&](QWidget& manager) {
+        EXPECT_EQ(hear(manager).nameless.join(", ").toStdString(), "");
+        DialogScript inner;
+        inner.expect("dlgFontNewWindow", [&](QWidget& form) {
+            EXPECT_EQ(hear(form).nameless.join(", ").toStdString(), "");
+            typeText(*form.focusWidget(), "font");
+            pressKey(form, Qt::Key_Return);
+        });
+        manager.findChild<QPushButton*>("cmdNewFont")->click();
+        EXPECT_TRUE(inner.finished());
+        pressKey(*manager.focusWidget(), Qt::Key_Return);
+    });
+    trainer.control().screen().font.cmdSelectFont.press();
+    EXPECT_TRUE(script.finished());
+
+    DialogScript boxes;
+    boxes.answerOthers("Yes");
+    trainer.control().screen().font.txtCharSet.setText("AB");
+    trainer.control().screen().overview.tlbChars.button("Array").press();
+    settle();
+    int forms = 0;
+    for (auto* form : window.findChildren<QDialog*>()) {
+        if (!form->isVisible()) continue;
+        ++forms;
+        EXPECT_EQ(hear(*form).nameless.join(", ").toStdString(), "") << form->objectName().toStdString();
+    }
+    EXPECT_EQ(forms, 1);
+}
+
+}  // namespace
+}  // namespace dravik::test

@@ -1,0 +1,259 @@
+// How many keys it takes to teach a font, from the start of the program on: labels of a fixed format, worked
+// by the keyboard alone in the real window. Every key that is pressed is counted.
+#include <gmock/gmock.h>
+
+#include <QApplication>
+#include <QDir>
+#include <QImage>
+#include <QLineEdit>
+#include <QPainter>
+#include <QSettings>
+#include <QTemporaryDir>
+#include <QTimer>
+#include <QtTest/QTest>
+#include <iostream>
+#include <random>
+
+#include "ShownForm.h"
+#include "base/Text.h"
+#include "drivers/qt/DialogScript.h"
+#include "qt/MainWindow.h"
+#include "qt/QtConversions.h"
+#include "qt/QtImage.h"
+#include "qt/QtPlatform.h"
+
+namespace dravik {
+
+using namespace engine;
+using namespace qt;
+using namespace test;
+using namespace trainer;
+namespace {
+
+struct Label {
+    QString first, second;
+
+    std::string text() const { return utf8(QString(first + second).remove(QLatin1Char(' '))); }
+};
+
+Label labelOf(int number, std::minstd_rand& random) {
+    const auto digits = [&](int least, int most) {
+        return least + static_cast<int>(random() % unsigned(most - least + 1));
+    };
+    return {QStringLiteral("LOT %1%2").arg(QChar('A' + number % 4)).arg(digits(1000, 9999)),
+            QStringLiteral("EXP %1-%2-%3")
+                .arg(digits(2026, 2031))
+                .arg(digits(1, 12), 2, 10, QLatin1Char('0'))
+                .arg(digits(1, 28), 2, 10, QLatin1Char('0'))};
+}
+
+// Print on a part as a camera sees it: tilted, out of the middle, with noise.
+QImage photographed(const Label& label, std::minstd_rand& random) {
+    const auto between = [&](int least, int most) {
+        return least + static_cast<int>(random() % unsigned(most - least + 1));
+    };
+    QImage image(640, 480, QImage::Format_Grayscale8);
+    image.fill(between(170, 210));
+    QPainter painter(&image);
+    painter.setRenderHint(QPainter::Antialiasing);
+    QFont font(QStringLiteral("DejaVu Sans Mono"));
+    font.setPixelSize(between(42, 46));
+    painter.setFont(font);
+    const int ink = between(30, 60);
+    painter.setPen(QColor(ink, ink, ink));
+    painter.translate(320 + between(-20, 20), 240 + between(-30, 30));
+    painter.rotate(between(-20, 20) / 10.0);
+    painter.drawText(QRectF(-220, -60, 440, 60), Qt::AlignLeft, label.first);
+    painter.drawText(QRectF(-220, 10, 440, 60), Qt::AlignLeft, label.second);
+    painter.end();
+    std::normal_distribution<double> noise(0, 5);
+    for (int y = 0; y < image.height(); ++y)
+        for (int x = 0; x < image.width(); ++x) {
+            uchar& pixel = image.scanLine(y)[x];
+            pixel = static_cast<uchar>(std::clamp(pixel + noise(random), 0.0, 255.0));
+        }
+    return image;
+}
+
+class LabellingKeys : public testing::Test {
+  protected:
+    LabellingKeys() {
+        QSettings().setValue(QStringLiteral("window/folder"), folder.path());
+        platform.setMainWindow(&window);
+        trainer.setPatience(kPatience);
+        window.resize(1280, 800);
+        window.show();
+        window.activateWindow();
+        EXPECT_TRUE(QTest::qWaitForWindowActive(&window));
+    }
+
+    void draw(int count) {
+        std::minstd_rand random(1);
+        QDir().mkpath(parts());
+        for (int i = 0; i < count; ++i) {
+            labels.push_back(labelOf(i, random));
+            photographed(labels.back(), random)
+                .save(parts() + QStringLiteral("/part_%1.png").arg(i, 3, 10, QLatin1Char('0')));
+        }
+    }
+    QString parts() const { return folder.filePath(QStringLiteral("line3-labels")); }
+
+    // Wherever the focus is, as the window system would send it.
+    QWidget& focus() {
+        QWidget* top = QApplication::activeModalWidget();
+        if (!top) top = &window;
+        // A window manager does so when a dialog closes.
+        if (!top->isActiveWindow()) {
+            top->activateWindow();
+            EXPECT_TRUE(QTest::qWaitForWindowActive(top));
+        }
+        return top->focusWidget() ? *top->focusWidget() : *top;
+    }
+    void press(int key, Qt::KeyboardModifiers modifiers = Qt::NoModifier) {
+        ++keys;
+        QTest::keyClick(&focus(), static_cast<Qt::Key>(key), modifiers);
+    }
+    void type(const QString& text) {
+        for (const QChar one : text) {
+            ++keys;
+            QTest::keyClick(&focus(), one.toLatin1());
+        }
+    }
+    // What the operator does in the next dialog.
+    void inDialog(const QString& name, std::function<void()> act) {
+        dialogs.expect(name, [act = std::move(act)](QWidget&) { act(); });
+    }
+
+    void openFolder() {
+        QTimer::singleShot(200, [this] {
+            type(QStringLiteral("line3-labels"));
+            press(Qt::Key_Return);
+        });
+        press(Qt::Key_O, Qt::ControlModifier | Qt::ShiftModifier);
+        ASSERT_EQ(trainer.parts().count(), static_cast<int>(labels.size()));
+    }
+    void newFont() {
+        inDialog(QStringLiteral("dlgFontNewWindow"), [this] {
+            type(QStringLiteral("lot"));
+            press(Qt::Key_Return);
+        });
+        press(Qt::Key_N, Qt::ControlModifier);
+        ASSERT_EQ(trainer.control().selectedFont(), "lot");
+    }
+    void waitForProposal() {
+        ASSERT_TRUE(waitUntil([&] { return !trainer.isWorking(); }));
+    }
+    // Enter answers a question with Yes.
+    int allKeys() const { return keys + static_cast<int>(dialogs.messages().size()); }
+    bool isFound(const Label& label) {
+        waitForProposal();
+        return trainer.preview().size() == characterCount(label.text());
+    }
+    // Enter, and where the proposal is wrong the right character, until the image is included.
+    void include(const Label& label) {
+        waitForProposal();
+        const int image = trainer.parts().current(), before = keys;
+        const auto right = characters(label.text());
+        ASSERT_EQ(trainer.preview().size(), right.size()) << image;
+        while (trainer.parts().current() == image && !isLast()) {
+            ASSERT_LT(keys - before, 60) << image << ": " << box().text().toStdString();
+            // What an operator sees: what he is led to, and, at a glance at the text, what is wrong
+            // elsewhere.
+            const int at = trainer.labelling().pointedAt();
+            if (at >= 0 && trainer.preview()[static_cast<std::size_t>(at)].label !=
+                               right[static_cast<std::size_t>(at)]) {
+                type(qtText(right[static_cast<std::size_t>(at)]));
+                ++corrected;
+            } else if (trainer.labelling().doubts() == 0 && utf8(box().text()) != label.text()) {
+                correctText(right);
+            } else {
+                press(Qt::Key_Return);
+            }
+        }
+    }
+    // To the wrong characters by the arrow keys.
+    void correctText(const std::vector<std::string>& right) {
+        press(Qt::Key_Home);
+        for (std::size_t i = 0; i < right.size(); ++i) {
+            if (trainer.preview()[i].label != right[i]) {
+                press(Qt::Key_Delete);
+                type(qtText(right[i]));
+                ++corrected;
+                if (utf8(box().text()) == labels[static_cast<std::size_t>(trainer.parts().current())].text())
+                    return;
+            } else {
+                press(Qt::Key_Right);
+            }
+        }
+    }
+    bool isLast() {
+        return trainer.labelling().state(trainer.parts().path(trainer.parts().current())) ==
+               PartState::Included;
+    }
+    void learn() {
+        press(Qt::Key_L, Qt::ControlModifier);
+        ASSERT_TRUE(waitUntil([&] { return !trainer.isTraining(); }, 120000));
+        press(Qt::Key_S, Qt::ControlModifier);
+        waitForProposal();
+    }
+    QLineEdit& box() { return *window.findChild<QLineEdit*>(QStringLiteral("txtSampleInput")); }
+    std::string read() const {
+        std::string text;
+        for (const auto& line : trainer.reading().lines)
+            for (const auto& one : line) text += one.character;
+        return text;
+    }
+
+    const QTemporaryDir folder;
+    QtPlatform platform;
+    Trainer trainer{platform, JobFolder(folder.filePath("Jobs").toStdString()), decodeImageFile, false};
+    MainWindow window{trainer, platform};
+    DialogScript dialogs;
+    std::vector<Label> labels;
+    int keys = 0, corrected = 0;
+};
+
+TEST_F(LabellingKeys, EightImagesMakeAFontThatReadsTheNinth) {
+    draw(9);
+    openFolder();
+    newFont();
+    dialogs.answerOthers(QStringLiteral("Yes"));  // to characters that the font does not have yet
+    for (int i = 0; i < 8; ++i) include(labels[static_cast<std::size_t>(i)]);
+    learn();
+    std::cout << "8 images: " << allKeys() << " keys, no click; " << corrected << " characters corrected\n";
+    EXPECT_EQ(read(), labels[8].text());
+    EXPECT_LE(allKeys(), 70);
+    EXPECT_TRUE(dialogs.problems().isEmpty()) << utf8(dialogs.problems().join(QLatin1Char(';')));
+}
+
+// As many as tools/count-keys.sh asks for.
+TEST_F(LabellingKeys, LaterImagesTakeTwoKeysEach) {
+    constexpr int kFirst = 5;
+    const int count = qEnvironmentVariable("DRAVIK_LABELLED_IMAGES", "25").toInt();
+    draw(count);
+    openFolder();
+    newFont();
+    dialogs.answerOthers(QStringLiteral("Yes"));
+    int afterFirst = 0, notFound = 0;
+    for (int i = 0; i < count; ++i) {
+        if (i == kFirst) {
+            learn();
+            afterFirst = allKeys();
+        }
+        if (!isFound(labels[static_cast<std::size_t>(i)])) {
+            ++notFound;
+            press(Qt::Key_PageDown);
+            continue;
+        }
+        include(labels[static_cast<std::size_t>(i)]);
+    }
+    const int later = allKeys() - afterFirst;
+    std::cout << count << " images: " << allKeys() << " keys, " << later << " of them for the last "
+              << count - kFirst << ", no click; " << corrected << " characters corrected, " << notFound
+              << " images without all of their characters\n";
+    EXPECT_LE(later, 2 * (count - kFirst));
+    EXPECT_LE(notFound, count / 10);
+}
+
+}  // namespace
+}  // namespace dravik

@@ -1,0 +1,238 @@
+// What text an image gets, as the operator meets it: proposals, the way through what is doubtful, and what
+// keeps a wrong label out of the font.
+#include "trainer/Labelling.h"
+
+#include "base/Text.h"
+#include "trainer/support/TrainerFixture.h"
+
+namespace dravik::test {
+
+using namespace engine;
+using namespace screen;
+using namespace tool;
+using namespace trainer;
+using namespace ui;
+namespace {
+
+using testing::HasSubstr;
+
+// Digits of dot print are read without a font, and surely with one.
+class LabellingTest : public TrainerFixture {
+  protected:
+    LabellingTest() {
+        EXPECT_EQ(workspace.learnDigits("digits").status, 0);
+        choose("digits");
+    }
+    std::string labelsOfFont() {
+        std::string all;
+        const auto table = trainer->tool().GetSampleData(kAllCommitted, kSampleFields);
+        for (int row = 1; table && row <= table->upperRow(); ++row) all += table->character(row);
+        return all;
+    }
+    void open(std::initializer_list<const char*> texts) {
+        std::vector<std::string> images;
+        for (const char* one : texts) images.push_back(workspace.draw(std::string(one) + ".pgm", one));
+        window->open(images);
+    }
+    int current() { return trainer->parts().current(); }
+    PartState stateOf(int image) { return trainer->labelling().state(trainer->parts().path(image)); }
+    // What the operator does when he is asked whether a text is right.
+    void answerQuestion(const char* button) {
+        platform.script("includeQuestion", [this, button](Form& form) {
+            ++questions;
+            question = in<Label>(form, "lblFound(0)").caption();
+            press(form, {button});
+        });
+    }
+
+    int questions = 0;
+    std::string question;
+};
+
+// The same number of characters on every image, as labels of a fixed format have it: nothing else would
+// notice a text that stayed.
+TEST_F(LabellingTest, NoImageIsIncludedWithTheTextOfAnother) {
+    const std::string before = labelsOfFont();
+    open({"1234", "5678", "9012"});
+    EXPECT_EQ(text(), "1234");
+    EXPECT_EQ(screen().sample.txtSampleInput.selectionLength(), 32767) << "typing replaces it";
+    enter();
+    EXPECT_EQ(current(), 1) << "it goes on by itself";
+    EXPECT_THAT(window->noticeText(), HasSubstr("Included 1234.pgm: 1234"));
+    EXPECT_EQ(message(), "4 samples included.") << "not the count of a text that nobody has typed";
+    enter();
+    window->actions.previous.trigger();
+    EXPECT_EQ(text(), "5678") << "what it was included with";
+    type("7777");
+    window->actions.next.trigger();
+    EXPECT_EQ(text(), "9012");
+    enter();
+    EXPECT_EQ(labelsOfFont(), before + "123456789012");
+    EXPECT_THAT(window->noticeText(), HasSubstr("every image is included"));
+
+    window->actions.closeAll.trigger();
+    EXPECT_EQ(text(), "");
+    window->open({workspace.write("text.pgm", "no image"), workspace.path("5678.pgm")});
+    EXPECT_EQ(text(), "") << "of an image that cannot be decoded";
+    EXPECT_EQ(stateOf(0), PartState::Failed);
+    enter();
+    EXPECT_EQ(current(), 0) << "the other one is included already";
+    window->actions.next.trigger();
+    EXPECT_EQ(text(), "7777") << "typed and not included before";
+}
+
+TEST_F(LabellingTest, TextStaysForPartsOfOnePrintOnlyWhereTheOperatorSaysSo) {
+    window->actions.keepText.trigger();
+    EXPECT_TRUE(window->actions.keepText.checked());
+    open({"1234", "5678"});
+    type("1234");
+    enter();
+    EXPECT_EQ(current(), 1);
+    EXPECT_EQ(text(), "1234");
+    window->actions.keepText.trigger();
+    window->actions.previous.trigger();
+    window->actions.next.trigger();
+    EXPECT_EQ(text(), "5678");
+}
+
+TEST_F(LabellingTest, ATypedCharacterThatLooksLikeAnotherIsPointedOutBeforeItIsIncluded) {
+    const int before = committed();
+    open({"1234", "5678"});
+    type("1274");
+    answerQuestion("CancelButton");
+    enter();
+    EXPECT_EQ(question, "3rd character: typed 7, looks like 3");
+    EXPECT_EQ(committed(), before);
+    EXPECT_EQ(trainer->labelling().pointedAt(), 2);
+    EXPECT_EQ(screen().sample.txtSampleInput.selectionStart(), 2);
+    EXPECT_EQ(screen().sample.txtSampleInput.selectionLength(), 1);
+    EXPECT_FALSE(trainer->acts().isUnsaved()) << "the font is as it was";
+    type("1234");
+    enter();
+    EXPECT_EQ(questions, 1);
+    EXPECT_EQ(committed(), before + 4);
+
+    type("5778");
+    answerQuestion("cmdInclude");
+    enter();
+    EXPECT_EQ(questions, 2);
+    EXPECT_EQ(committed(), before + 8) << "the operator knows better";
+}
+
+TEST_F(LabellingTest, AnImageIsIncludedOnceUnlessTheOperatorWantsItTwice) {
+    open({"1234", "56"});
+    window->open({workspace.draw("copy.pgm", "1234")});
+    enter();
+    EXPECT_EQ(stateOf(0), PartState::Included);
+    EXPECT_EQ(stateOf(1), PartState::New);
+    const int once = committed();
+    trainer->parts().setCurrent(0);
+    enter();
+    EXPECT_THAT(platform.boxes.back().text, HasSubstr("This image is included in the font digits already"));
+    trainer->parts().setCurrent(2);
+    enter();
+    EXPECT_THAT(platform.boxes.back().text, HasSubstr("1234.pgm, is included"));
+    EXPECT_EQ(committed(), once);
+    EXPECT_EQ(stateOf(2), PartState::New);
+
+    window->actions.undo.trigger();
+    EXPECT_EQ(stateOf(0), PartState::New);
+    window->actions.redo.trigger();
+    EXPECT_EQ(stateOf(0), PartState::Included);
+    trainer->parts().setCurrent(1);
+    type("567");
+    platform.boxes.clear();
+    enter();
+    EXPECT_EQ(stateOf(1), PartState::Refused);
+    EXPECT_FALSE(platform.boxes.empty()) << "the screen's own box about the counts";
+    EXPECT_EQ(current(), 1);
+}
+
+TEST_F(LabellingTest, LabelsAreThereAgainWithoutTheFont) {
+    open({"1234", "5678"});
+    type("1234");
+    enter();
+    const std::string list = workspace.write("list.tsv", "5678.pgm\t56 78\nabsent.pgm\t9\n");
+    start();
+    EXPECT_EQ(trainer->labelling().openLabels(list), 2u);
+    choose("digits");
+    open({"1234", "5678"});
+    EXPECT_EQ(text(), "1234");
+    EXPECT_TRUE(trainer->labelling().doubts() == 0 && !trainer->labelling().isProposed());
+    window->actions.next.trigger();
+    EXPECT_EQ(text(), "5678");
+    const auto read =
+        workspace.run({"learn", "--font", "again", "--samples", JobFolder(workspace.jobs()).labelsFile()});
+    EXPECT_THAT(read.out, testing::Contains(HasSubstr("included 4\t"))) << "as a list of samples";
+}
+
+TEST_F(LabellingTest, AllLabelledImagesAreIncludedAndTheRefusedOnesListed) {
+    open({"1234", "5678", "90", "12"});
+    system.chosen = {workspace.write("list.tsv", "1234.pgm\t1234\n5678.pgm\t5678\n90.pgm\t9\n12.pgm\t72\n")};
+    window->actions.openLabels.trigger();
+    const int before = committed();
+    std::vector<std::string> refused;
+    platform.script("refusedForm", [&](Form& form) {
+        refused = in<ListBox>(form, "lbRefused").items();
+        press(form, {"cmdOpen"});
+    });
+    window->actions.includeLabelled.trigger();
+    EXPECT_TRUE(window->actions.stopReading.enabled());
+    for (Timer* timer : window->timers())
+        if (timer->name() == "tmrBatch") runTimer(*timer);
+    EXPECT_THAT(refused, testing::ElementsAre("90.pgm: 2 characters found, 1 in the text",
+                                              "12.pgm: 1st character: typed 7, looks like 1"));
+    EXPECT_EQ(committed(), before + 8);
+    EXPECT_EQ(trainer->parts().name(current()), "90.pgm") << "opened for correction";
+    EXPECT_THAT(window->noticeText(), HasSubstr("Included 2 of 4 labelled images, refused 2"));
+    EXPECT_TRUE(platform.boxes.empty());
+    type("90");
+    enter();
+    EXPECT_EQ(trainer->parts().name(current()), "12.pgm");
+
+    system.newFile = workspace.path("saved.tsv");
+    window->actions.saveLabels.trigger();
+    EXPECT_EQ(Workspace::content(system.newFile), "12.pgm\t72\n1234.pgm\t1234\n5678.pgm\t5678\n90.pgm\t90\n");
+    system.chosen = {workspace.write("bad.tsv", "no tab\n")};
+    window->actions.openLabels.trigger();
+    EXPECT_THAT(window->problems(), testing::Contains(HasSubstr("no tab between image and text")));
+}
+
+// Proposed characters count as the operator's as soon as he has typed over them, wherever he typed.
+TEST(ProposedText, DoubtsFollowTheCharactersThatAreLeftOfTheProposal) {
+    ProposedText text;
+    text.setProposal(
+        {{"L", 1, ""}, {"0", 0.5, "0 or O"}, {"T", 1, ""}, {"8", 0.6, "8 or B"}, {"8", 0.6, "8 or B"}});
+    EXPECT_EQ(text.nextDoubt(), 1u);
+    text.setTyped("LOT88");
+    EXPECT_EQ(text.nextDoubt(), 3u);
+    text.accept(3);
+    EXPECT_EQ(text.nextDoubt(), 4u);
+    text.setTyped("LOTX88");
+    EXPECT_EQ(text.nextDoubt(), std::nullopt) << "it stands at another place than it was proposed for";
+    text.setTyped("LOT88");
+    EXPECT_EQ(text.nextDoubt(), 4u);
+    text.setTyped("");
+    for (const char* typed : {"L", "LO", "LOT", "LOT8", "LOT88"}) text.setTyped(typed);
+    EXPECT_EQ(text.nextDoubt(), std::nullopt);
+}
+
+TEST(LabelFormat, DecidesBetweenLookAlikesAndNotAgainstAClearShape) {
+    LabelFormat format;
+    const auto candidates = [](double first, double second) {
+        CharacterCandidates one;
+        one.candidates = {{"O", first}, {"0", second}};
+        return std::vector(4, one);
+    };
+    EXPECT_EQ(propose(candidates(0.6, 0.4), format)[2].character, "O");
+    for (const char* text : {"LT12", "LT87", "LT55"}) format.add(text);
+    const auto close = propose(candidates(0.6, 0.4), format);
+    EXPECT_EQ(close[0].character, "O");
+    EXPECT_EQ(close[2].character, "0");
+    const auto clear = propose(candidates(0.9999, 0.0001), format);
+    EXPECT_EQ(clear[2].character, "O");
+    EXPECT_EQ(propose({}, format).size(), 0u);
+}
+
+}  // namespace
+}  // namespace dravik::test

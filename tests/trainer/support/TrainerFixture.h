@@ -1,0 +1,123 @@
+// The trainer on the embedded tool with its window's models, as an operator works it by script: no window
+// system, a folder of its own, images of dot print.
+#pragma once
+
+#include <gmock/gmock.h>
+
+#include <filesystem>
+#include <functional>
+#include <initializer_list>
+#include <map>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "base/Paths.h"
+#include "tool/Samples.h"
+#include "trainer/support/Operator.h"
+#include "trainer/support/PgmFile.h"
+#include "trainer/support/Workspace.h"
+#include "trainer/window/TrainerWindow.h"
+
+namespace dravik::test {
+
+// The control of that name in a form.
+template <class Kind>
+Kind& in(ui::Form& form, const char* name) {
+    return dynamic_cast<Kind&>(*form.find(name));
+}
+
+// Chooses the files that it is told to.
+struct FileChooser : trainer::WindowSystem {
+    std::vector<std::string> choosePaths(const trainer::FileQuestion& question) override {
+        questions.push_back(question);
+        return chosen;
+    }
+    std::vector<std::string> clipboardImages(const std::string& newFile) override {
+        if (pasted.empty()) return {};
+        std::filesystem::copy_file(toPath(pasted), toPath(newFile));
+        return {newFile};
+    }
+    std::string kept(const std::string& key) const override {
+        const auto found = texts.find(key);
+        return found == texts.end() ? std::string() : found->second;
+    }
+    void keep(const std::string& key, const std::string& text) override { texts[key] = text; }
+    bool hasThemes() const override { return true; }
+    void showTheme(trainer::Theme shown) override { theme = shown; }
+    std::string chooseNewFile(const trainer::FileQuestion& question) override {
+        questions.push_back(question);
+        return newFile;
+    }
+    bool showGuide() override { return hasGuide; }
+    void closeWindow() override { ++closed; }
+
+    std::vector<trainer::FileQuestion> questions;
+    std::vector<std::string> chosen;
+    std::map<std::string, std::string> texts;
+    std::string pasted;  // a picture on the clipboard
+    std::string newFile;
+    trainer::Theme theme = trainer::Theme::Light;
+    int closed = 0;
+    bool hasGuide = true;
+};
+
+class TrainerFixture : public testing::Test {
+  protected:
+    explicit TrainerFixture(bool remembersFont = false) : remembersFont_(remembersFont) { start(); }
+
+    // The program ends as if it was killed, and starts again.
+    void start() {
+        window.reset();
+        trainer.reset();
+        trainer.emplace(platform, JobFolder(workspace.jobs()), readPgm, remembersFont_);
+        window.emplace(*trainer, platform, system);
+    }
+
+    screen::Screen& screen() { return trainer->control().screen(); }
+    std::string message() { return screen().sbr.panel("Message").text(); }
+    std::string text() { return screen().sample.txtSampleInput.text(); }
+    void type(const std::string& typed) { screen().sample.txtSampleInput.setText(typed); }
+    // As Enter in the text box does it.
+    void enter() { screen().sample.cmdInclude.press(); }
+
+    static void press(ui::Form& form, std::initializer_list<const char*> buttons) {
+        for (const char* button : buttons) in<ui::Button>(form, button).press();
+    }
+    // Opens the font manager; the operator does this in it.
+    void manager(std::function<void(ui::Form&)> act) {
+        platform.script("dlgFontManager", std::move(act));
+        window->actions.fontSelect.trigger();
+    }
+    void choose(const std::string& font) {
+        manager([&](ui::Form& form) {
+            in<ui::ListBox>(form, "lbFonts").setText(font);
+            form.defaultButton->press();
+        });
+    }
+    // Opens a drawing of the text, and makes it current.
+    void draw(const std::string& drawn) {
+        window->open({workspace.draw(drawn + ".pgm", drawn)});
+        trainer->parts().setCurrent(trainer->parts().count() - 1);
+    }
+    void include(const std::string& drawn) {
+        draw(drawn);
+        type(drawn);
+        enter();
+    }
+    int committed() {
+        const auto table = trainer->tool().GetSampleData(tool::kAllCommitted, tool::kSampleFields);
+        return table ? table->upperRow() : 0;
+    }
+
+    Workspace workspace;
+    Operator platform;
+    FileChooser system;
+    std::optional<trainer::Trainer> trainer;
+    std::optional<trainer::TrainerWindow> window;
+
+  private:
+    const bool remembersFont_;
+};
+
+}  // namespace dravik::test

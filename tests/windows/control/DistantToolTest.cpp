@@ -1,0 +1,52 @@
+// Tools that the control reaches through the system's proxies: in another apartment of the host, and in
+// another process, which may die.
+#include "windows/control/support/Bench.h"
+
+#include <gmock/gmock.h>
+
+#include "support/TemporaryFolder.h"
+#include "windows/com/ComText.h"
+#include "windows/control/support/DistantTool.h"
+
+namespace dravik {
+
+using namespace test;
+using namespace com;
+using namespace win32;
+namespace {
+
+class DistantTools : public testing::TestWithParam<DistantTool::Home> {};
+
+TEST_P(DistantTools, AreTaughtLikeNearOnesAndMayDie) {
+    const TemporaryFolder folder;
+    DistantTool tool(GetParam());
+    ASSERT_EQ(tool.step()->put_JobsFolder(Bstr(folder.path()).get()), S_OK);
+    Bench bench("strict");
+    bench.bind("HELLO", tool.step());
+    bench.include(L"HELLO", 5);
+    bench.learn();
+    bench.press(L"Save Font");
+    EXPECT_TRUE(bench.waitForStatus(L"Saved font")) << utf8(bench.status());
+    Bstr text;
+    ASSERT_EQ(tool.step()->ReadImage(text.put()), S_OK);
+    EXPECT_EQ(text.utf8(), "HELLO");
+
+    bench.show("LOLO");
+    bench.type(L"LOLO");
+    tool.end();
+    bench.press(L"&Include");
+    EXPECT_THAT(utf8(bench.status()), testing::HasSubstr(" Err ")) << "the operator is told";
+    bench.step = nullptr;
+    bench.host->close();
+    EXPECT_THAT(bench.robot.surprises(), testing::IsEmpty());
+}
+
+INSTANTIATE_TEST_SUITE_P(In, DistantTools,
+                         testing::Values(DistantTool::Home::Apartment, DistantTool::Home::Process),
+                         [](const auto& info) {
+                             return info.param == DistantTool::Home::Process ? "AnotherProcess"
+                                                                             : "AnotherApartment";
+                         });
+
+}  // namespace
+}  // namespace dravik

@@ -1,0 +1,183 @@
+#include "windows/control/support/FaultyDisk.h"
+
+#include <cstring>
+#include <mutex>
+#include <set>
+#include <utility>
+
+namespace dravik::test {
+namespace {
+
+struct State {
+    std::mutex mutex;
+    std::wstring folder;
+    std::set<HANDLE> files;  // open for writing
+    long counted = 0;
+    long at = 0;
+    FaultyDisk::Kind kind = FaultyDisk::Kind::Fails;
+    DWORD error = 0;
+    bool isDead = false;
+};
+State state;
+
+enum class Verdict { Go, Half, Fail };
+
+// Locked.
+Verdict judged() {
+    if (!state.isDead) {
+        if (++state.counted != state.at) return Verdict::Go;
+        state.isDead = state.kind != FaultyDisk::Kind::Fails;
+        if (state.kind == FaultyDisk::Kind::DiesHalfWay) return Verdict::Half;
+    }
+    SetLastError(state.error);
+    return Verdict::Fail;
+}
+
+bool isWatched(const wchar_t* path) {
+    return path && !state.folder.empty() && std::wstring_view(path).starts_with(state.folder);
+}
+
+bool fails(const wchar_t* path) {
+    const std::scoped_lock lock(state.mutex);
+    return isWatched(path) && judged() == Verdict::Fail;
+}
+
+Verdict judgedOf(HANDLE file) {
+    const std::scoped_lock lock(state.mutex);
+    return state.files.count(file) ? judged() : Verdict::Go;
+}
+
+HANDLE WINAPI createFile(LPCWSTR name, DWORD access, DWORD share, SECURITY_ATTRIBUTES* security, DWORD how,
+                         DWORD flags, HANDLE model) {
+    const bool writes = access & GENERIC_WRITE;
+    if (writes && fails(name)) return INVALID_HANDLE_VALUE;
+    const HANDLE file = CreateFileW(name, access, share, security, how, flags, model);
+    const DWORD error = GetLastError();
+    {
+        const std::scoped_lock lock(state.mutex);
+        if (writes && isWatched(name) && file != INVALID_HANDLE_VALUE)
+            state.files.insert(file);
+        else
+            state.files.erase(file);  // another file's by now
+    }
+    SetLastError(error);
+    return file;
+}
+BOOL WINAPI closeHandle(HANDLE handle) {
+    {
+        const std::scoped_lock lock(state.mutex);
+        state.files.erase(handle);
+    }
+    return CloseHandle(handle);
+}
+BOOL WINAPI writeFile(HANDLE file, LPCVOID bytes, DWORD size, LPDWORD written, LPOVERLAPPED place) {
+    const Verdict verdict = judgedOf(file);
+    if (verdict == Verdict::Go) return WriteFile(file, bytes, size, written, place);
+    if (verdict == Verdict::Half) WriteFile(file, bytes, size / 2, written, place);
+    SetLastError(state.error);
+    return FALSE;
+}
+BOOL WINAPI flushFileBuffers(HANDLE file) {
+    return judgedOf(file) == Verdict::Go && FlushFileBuffers(file);
+}
+BOOL WINAPI setEndOfFile(HANDLE file) {
+    return judgedOf(file) == Verdict::Go && SetEndOfFile(file);
+}
+BOOL WINAPI moveFileEx(LPCWSTR from, LPCWSTR to, DWORD flags) {
+    return !fails(to) && MoveFileExW(from, to, flags);
+}
+BOOL WINAPI replaceFile(LPCWSTR to, LPCWSTR from, LPCWSTR backup, DWORD flags, LPVOID more, LPVOID reserved) {
+    return !fails(to) && ReplaceFileW(to, from, backup, flags, more, reserved);
+}
+BOOL WINAPI deleteFile(LPCWSTR name) {
+    return !fails(name) && DeleteFileW(name);
+}
+BOOL WINAPI createHardLink(LPCWSTR link, LPCWSTR name, LPSECURITY_ATTRIBUTES security) {
+    return !fails(link) && CreateHardLinkW(link, name, security);
+}
+BOOL WINAPI copyFile(LPCWSTR from, LPCWSTR to, BOOL refuses) {
+    return !fails(to) && CopyFileW(from, to, refuses);
+}
+BOOL WINAPI createDirectory(LPCWSTR name, LPSECURITY_ATTRIBUTES security) {
+    return !fails(name) && CreateDirectoryW(name, security);
+}
+BOOL WINAPI lockFileEx(HANDLE file, DWORD flags, DWORD reserved, DWORD low, DWORD high, LPOVERLAPPED place) {
+    return judgedOf(file) == Verdict::Go && LockFileEx(file, flags, reserved, low, high, place);
+}
+
+struct Redirection {
+    const char* name;
+    void* to;
+};
+
+template <class Function>
+Redirection redirection(const char* name, Function* to) {
+    return {name, reinterpret_cast<void*>(to)};
+}
+
+const Redirection kRedirections[] = {
+    redirection("CreateFileW", createFile),
+    redirection("CloseHandle", closeHandle),
+    redirection("WriteFile", writeFile),
+    redirection("FlushFileBuffers", flushFileBuffers),
+    redirection("SetEndOfFile", setEndOfFile),
+    redirection("MoveFileExW", moveFileEx),
+    redirection("ReplaceFileW", replaceFile),
+    redirection("DeleteFileW", deleteFile),
+    redirection("CreateHardLinkW", createHardLink),
+    redirection("CopyFileW", copyFile),
+    redirection("CreateDirectoryW", createDirectory),
+    redirection("LockFileEx", lockFileEx),
+};
+
+// Once for as long as the library is loaded: what nobody watches goes through.
+void redirect(HMODULE module) {
+    auto* base = reinterpret_cast<std::uint8_t*>(module);
+    const auto* head = reinterpret_cast<const IMAGE_NT_HEADERS*>(
+        base + reinterpret_cast<const IMAGE_DOS_HEADER*>(base)->e_lfanew);
+    const auto place = head->OptionalHeader.DataDirectory[IMAGE_DIRECTORY_ENTRY_IMPORT].VirtualAddress;
+    for (auto* library = reinterpret_cast<const IMAGE_IMPORT_DESCRIPTOR*>(base + place); library->Name;
+         ++library) {
+        auto* name = reinterpret_cast<const IMAGE_THUNK_DATA*>(base + library->OriginalFirstThunk);
+        auto* entry = reinterpret_cast<IMAGE_THUNK_DATA*>(base + library->FirstThunk);
+        for (; name->u1.AddressOfData; ++name, ++entry) {
+            if (IMAGE_SNAP_BY_ORDINAL(name->u1.Ordinal)) continue;
+            const auto* imported =
+                reinterpret_cast<const IMAGE_IMPORT_BY_NAME*>(base + name->u1.AddressOfData);
+            for (const Redirection& one : kRedirections) {
+                if (std::strcmp(reinterpret_cast<const char*>(imported->Name), one.name) != 0) continue;
+                DWORD before = 0;
+                VirtualProtect(entry, sizeof *entry, PAGE_READWRITE, &before);
+                entry->u1.Function = reinterpret_cast<ULONG_PTR>(one.to);
+                VirtualProtect(entry, sizeof *entry, before, &before);
+            }
+        }
+    }
+}
+
+}  // namespace
+
+FaultyDisk::FaultyDisk(HMODULE module, std::wstring folder, long at, Kind kind, DWORD error) {
+    static HMODULE redirected = nullptr;
+    if (std::exchange(redirected, module) != module) redirect(module);
+    const std::scoped_lock lock(state.mutex);
+    state.folder = std::move(folder);
+    state.counted = 0;
+    state.at = at;
+    state.kind = kind;
+    state.error = error;
+    state.isDead = false;
+}
+
+FaultyDisk::~FaultyDisk() {
+    const std::scoped_lock lock(state.mutex);
+    state.folder.clear();
+    state.files.clear();
+}
+
+long FaultyDisk::operations() const {
+    const std::scoped_lock lock(state.mutex);
+    return state.counted;
+}
+
+}  // namespace dravik::test
