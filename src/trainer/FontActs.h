@@ -53,6 +53,8 @@ class FontActs {
     // What the last act deleted or what was taken back, e.g. "Deleted f, E, s", or why it failed, which
     // the screen's own messages soon cover; "" when there is nothing to say.
     const std::string& notice() const noexcept { return notice_; }
+    // The failure that the screen has reported in the present act; "" when it has not.
+    const std::string& failure() const noexcept { return failure_; }
     // Says something of the program's own in the same place.
     void say(std::string notice);
     // Changes of an earlier run of the program that were found unsaved and are in their fonts again: a line

@@ -261,7 +261,9 @@ void Labelling::includeEnded() {
     if (!std::exchange(hasIncluded_, false)) {
         if (text.empty() || state(path) == PartState::Included) return;
         setState(path, PartState::Refused);
-        around_.acts.say(around_.parts.name(around_.parts.current()) + " is not included");
+        const std::string& failure = around_.acts.failure();
+        around_.acts.say(around_.parts.name(around_.parts.current()) + " is not included" +
+                         (failure.empty() ? "" : ": " + failure));
         return;
     }
     book_.set(path, text);

@@ -119,7 +119,8 @@ class Sessions : public testing::TestWithParam<SessionStory> {
                 last[line.font] = line.rest;
                 letGo.erase(line.rest);  // it came back, or has another name
             } else if (line.what == "failed") {
-                EXPECT_TRUE(hasFailed || line.font.empty() || known.count(line.rest))
+                // The screen's Include gives a font its new characters before it commits the samples.
+                EXPECT_TRUE(hasFailed || GetParam().hasWindow || line.font.empty() || known.count(line.rest))
                     << "a step that failed is half done";
                 hasFailed = true;
                 allowed[line.font].insert(line.rest);

@@ -192,7 +192,7 @@ TEST_F(LabellingTest, AllLabelledImagesAreIncludedAndTheRefusedOnesListed) {
 
     system.newFile = workspace.path("saved.tsv");
     window->actions.saveLabels.trigger();
-    EXPECT_EQ(Workspace::content(system.newFile), "12.pgm\t72\n1234.pgm\t1234\n5678.pgm\t5678\n90.pgm\t90\n");
+    EXPECT_EQ(Workspace::content(system.newFile), "1234.pgm\t1234\n5678.pgm\t5678\n90.pgm\t90\n12.pgm\t72\n");
     system.chosen = {workspace.write("bad.tsv", "no tab\n")};
     window->actions.openLabels.trigger();
     EXPECT_THAT(window->problems(), testing::Contains(HasSubstr("no tab between image and text")));
@@ -212,6 +212,9 @@ TEST(ProposedText, DoubtsFollowTheCharactersThatAreLeftOfTheProposal) {
     EXPECT_EQ(text.nextDoubt(), std::nullopt) << "it stands at another place than it was proposed for";
     text.setTyped("LOT88");
     EXPECT_EQ(text.nextDoubt(), 4u);
+    text.setProposal({{"8", 0.6, "8 or B"}, {"1", 1, ""}});
+    for (const char* typed : {"8", "81"}) text.setTyped(typed);
+    EXPECT_EQ(text.nextDoubt(), std::nullopt) << "all of it was typed";
     text.setTyped("");
     for (const char* typed : {"L", "LO", "LOT", "LOT8", "LOT88"}) text.setTyped(typed);
     EXPECT_EQ(text.nextDoubt(), std::nullopt);

@@ -70,9 +70,11 @@ void ProposedText::setProposal(std::vector<ProposedCharacter> characters) {
 void ProposedText::setTyped(const std::string& text) {
     std::vector<std::string> now = dravik::characters(text);
     const auto [oldStart, newStart] = std::mismatch(text_.begin(), text_.end(), now.begin(), now.end());
-    const auto start = static_cast<std::size_t>(newStart - now.begin());
+    // A first character that is typed over a whole text is typed, whichever it is.
+    const bool isTypedAnew = now.size() == 1 && text_.size() > 1;
+    const auto start = isTypedAnew ? 0 : static_cast<std::size_t>(newStart - now.begin());
     std::size_t tail = 0;
-    while (tail < text_.size() - start && tail < now.size() - start &&
+    while (!isTypedAnew && tail < text_.size() - start && tail < now.size() - start &&
            text_[text_.size() - 1 - tail] == now[now.size() - 1 - tail])
         ++tail;
     std::vector<std::optional<std::size_t>> origins(now.size());

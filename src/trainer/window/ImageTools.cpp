@@ -112,7 +112,7 @@ void ImageTools::undo() {
     const auto labels = kept ? *kept : ImageAdjustments::Labels{};
     trainer_.adjustments().undoCorrection();
     ui::TextBox& box = trainer_.control().screen().sample.txtSampleInput;
-    if (labels.before != labels.after && box.text() == labels.after) box.setText(labels.before);
+    if (labels.before != labels.after && box.text() == labels.after) box.edit(labels.before);
 }
 
 std::string ImageTools::note() const {
@@ -135,7 +135,9 @@ std::string ImageTools::selectionText() const {
 
 void ImageTools::takeCorrection(const BoxChange& change) {
     const auto& before = trainer_.preview();
-    const bool labelled = trainer_.mismatch() == 0 && !before.empty() && !before.front().label.empty();
+    // A proposed text is proposed anew.
+    const bool labelled = !trainer_.labelling().isProposed() && trainer_.mismatch() == 0 && !before.empty() &&
+                          !before.front().label.empty();
     trainer_.adjustments().correct(view_.boxes.boxes(), change.words);
     if (!labelled) return;
     const std::string text = trainer_.control().screen().sample.txtSampleInput.text();

@@ -191,6 +191,9 @@ class WindowSession {
         for (const std::string& one : driver_->messages())
             if (one.find("Include these characters now?") == std::string::npos) text += one + " ";
         noteFailure("sbr.Message");
+        if (const std::string notice = window_.model().noticeText();
+            notice.find(" Err ") != std::string::npos)
+            problems_ += notice;
         return text + std::exchange(problems_, {});
     }
     // What stands in a status bar, when it is a failure.
