@@ -5,6 +5,7 @@
 
 #include <QAbstractTableModel>
 #include <QApplication>
+#include <QCoreApplication>
 #include <QHeaderView>
 #include <QSortFilterProxyModel>
 #include <QStandardItemModel>
@@ -17,11 +18,14 @@
 #include "base/Text.h"
 #include "contract/DrawnText.h"
 #include "engine/embedded/EmbeddedTool.h"
+#include "engine/font/FontState.h"
 #include "engine/font/FontVersions.h"
+#include "engine/font/SampleOrigin.h"
 #include "qt/Peers.h"
 #include "screen/histogram/dlgCharHist.h"
 #include "screen/shell/DravikDlg.h"
 #include "tool/Samples.h"
+#include "trainer/window/GallerySamples.h"
 
 namespace dravik {
 
@@ -119,9 +123,58 @@ std::unique_ptr<QTableView> peerView(QAbstractItemModel& model) {
     return view;
 }
 
+// The gallery of the largest font: put in order, a page further with its pictures drawn, everything selected.
+struct Gallery {
+    Gallery() {
+        grid.setSource(std::make_shared<trainer::GallerySamples>(samples(), trainer::ShownSamples{}));
+        view.reset(qt::make(grid, nullptr));
+        view->resize(620, 400);
+        view->show();
+        QCoreApplication::processEvents();
+    }
+    static SampleColumnsPtr samples() {
+        GreyImage image(24, 40, 200);
+        for (int y = 0; y < 40; ++y)
+            for (int x = 8; x < 14; ++x) image(x, y) = static_cast<std::uint8_t>(30 + (x * 7 + y * 3) % 40);
+        const auto origin = std::make_shared<const SampleOrigin>(
+            SampleOrigin{smallPicture(image, {0, 0, 24, 40}), nullptr, {}});
+        FontRecord font = largestFont(kMostSamples);
+        for (Sample& sample : font.samples) sample.origin = origin;
+        return FontState(font).samples.columns(SampleKind::Committed);
+    }
+
+    PictureGrid grid{"gallery"};
+    std::unique_ptr<QWidget> view;
+};
+
+void galleryInOrder(benchmark::State& state) {
+    const SampleColumnsPtr samples = Gallery::samples();
+    for (auto _ : state)
+        benchmark::DoNotOptimize(trainer::GallerySamples(samples, trainer::ShownSamples{}).count());
+}
+BENCHMARK(galleryInOrder)->Unit(benchmark::kMillisecond);
+
+void galleryPageDown(benchmark::State& state) {
+    Gallery gallery;
+    for (auto _ : state) {
+        gallery.grid.move(PictureGrid::Move::PageDown, 0);
+        QCoreApplication::processEvents();
+    }
+}
+BENCHMARK(galleryPageDown)->Unit(benchmark::kMillisecond);
+
+void gallerySelectAll(benchmark::State& state) {
+    Gallery gallery;
+    for (auto _ : state) {
+        gallery.grid.selectAll();
+        QCoreApplication::processEvents();
+    }
+}
+BENCHMARK(gallerySelectAll)->Unit(benchmark::kMillisecond);
+
 void fillGrid(benchmark::State& state) {
     Session session;
-    const std::unique_ptr<QWidget> view(makeGrid(session.grid(), nullptr));
+    const std::unique_ptr<QWidget> view(make(session.grid(), nullptr));
     view->resize(1000, 600);
     for (auto _ : state) session.screen().numeric.cboDisplay.click();
     state.counters["rows"] = session.grid().rows() - 1;
@@ -174,7 +227,7 @@ void sortInTurn(benchmark::State& state, const Sort& sort) {
 
 void sortGrid(benchmark::State& state) {
     Session session;
-    const std::unique_ptr<QWidget> view(makeGrid(session.grid(), nullptr));
+    const std::unique_ptr<QWidget> view(make(session.grid(), nullptr));
     view->resize(1000, 600);
     sortInTurn(state, [&](int column) { session.clickHeading(column); });
 }
@@ -193,7 +246,7 @@ BENCHMARK(sortPeerWithProxy)->ArgName("column")->Arg(0)->Arg(1)->Unit(benchmark:
 // A refill while the grid is sorted by character, as every deletion and include makes it.
 void refillSortedGrid(benchmark::State& state) {
     Session session;
-    const std::unique_ptr<QWidget> view(makeGrid(session.grid(), nullptr));
+    const std::unique_ptr<QWidget> view(make(session.grid(), nullptr));
     session.clickHeading(1);
     for (auto _ : state) session.screen().numeric.cboDisplay.click();
 }
@@ -202,7 +255,7 @@ BENCHMARK(refillSortedGrid)->Unit(benchmark::kMillisecond);
 // One page of the table drawn, at another place each time; both tables show the same cells.
 void scrollGrid(benchmark::State& state) {
     Session session;
-    const std::unique_ptr<QWidget> view(makeGrid(session.grid(), nullptr));
+    const std::unique_ptr<QWidget> view(make(session.grid(), nullptr));
     auto& table = dynamic_cast<QTableView&>(*view);
     table.resize(1000, 600);
     int row = 0;
@@ -220,7 +273,7 @@ void scrollPeer(benchmark::State& state) {
     QSortFilterProxyModel proxy;
     proxy.setSourceModel(&model);
     const auto view = peerView(proxy);
-    const std::unique_ptr<QWidget> grid(makeGrid(session.grid(), nullptr));
+    const std::unique_ptr<QWidget> grid(make(session.grid(), nullptr));
     const auto& table = dynamic_cast<const QTableView&>(*grid);
     view->verticalHeader()->setMinimumSectionSize(1);
     view->verticalHeader()->setDefaultSectionSize(table.verticalHeader()->defaultSectionSize());
@@ -237,7 +290,7 @@ BENCHMARK(scrollPeer)->Unit(benchmark::kMillisecond);
 
 void selectAll(benchmark::State& state) {
     Session session;
-    const std::unique_ptr<QWidget> view(makeGrid(session.grid(), nullptr));
+    const std::unique_ptr<QWidget> view(make(session.grid(), nullptr));
     Grid& grid = session.grid();
     for (auto _ : state) {
         grid.select(1, 0, 1, 0);
@@ -277,7 +330,7 @@ BENCHMARK(copyPeer)->ArgName("rows")->Arg(kDeleted)->Arg(kMostSamples)->Unit(ben
 
 void deleteSelected(benchmark::State& state) {
     Session session;
-    const std::unique_ptr<QWidget> view(makeGrid(session.grid(), nullptr));
+    const std::unique_ptr<QWidget> view(make(session.grid(), nullptr));
     Grid& grid = session.grid();
     int row = 1;
     for (auto _ : state) {
@@ -362,7 +415,7 @@ BENCHMARK(hoverOverCell)->Unit(benchmark::kMillisecond);
 // timed.
 void include(benchmark::State& state) {
     Session session(kMostSamples - std::string(kIncluded).size());
-    const std::unique_ptr<QWidget> view(makeGrid(session.grid(), nullptr));
+    const std::unique_ptr<QWidget> view(make(session.grid(), nullptr));
     if (state.range(0)) session.clickHeading(1);
     session.screen().sample.txtSampleInput.setText(kIncluded);
     const GreyImage image = drawn({kIncluded});

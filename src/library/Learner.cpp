@@ -119,7 +119,7 @@ dravik_status dravik_learner_check(dravik_learner* learner, dravik_check* check,
         if (!result)
             throw Refusal{DRAVIK_NO_CHARACTERS,
                           "There is nothing to check: it takes a training and two characters of two samples"};
-        *check = {result->checked, result->wrong, result->unchecked};
+        *check = {result->checked, result->wrong, static_cast<std::int32_t>(result->unchecked.size())};
     });
 }
 

@@ -90,6 +90,7 @@ MainWindow::MainWindow(trainer::Trainer& trainer, ui::Platform& platform) : mode
 
 MainWindow::~MainWindow() {
     page_->detach();
+    gallery_->detach();
     delete splitter_;  // what looks at the model, before that goes
 }
 
@@ -105,7 +106,21 @@ QWidget* MainWindow::makeScreen() {
     for (QLineEdit* box : page_->findChildren<QLineEdit*>()) box->installEventFilter(this);
     scroll->setMinimumWidth(page_->minimumSizeHint().width() +
                             scroll->verticalScrollBar()->sizeHint().width());
-    return scroll;
+    gallery_ = new FormPage(model_.gallery, splitter_);
+    gallery_->setObjectName(QStringLiteral("gallery"));
+    auto* column = new QSplitter(Qt::Vertical, splitter_);
+    column->setObjectName(QStringLiteral("screenColumn"));
+    column->addWidget(scroll);
+    column->addWidget(gallery_);
+    column->setChildrenCollapsible(false);
+    column->setStretchFactor(0, 1);
+    column->setStretchFactor(1, 0);
+    column->setSizes(
+        {TrainerWindow::kFirstHeight - TrainerWindow::kGalleryHeight, TrainerWindow::kGalleryHeight});
+    const auto showGallery = [this] { gallery_->setVisible(model_.gallery.isShown()); };
+    galleryShown_ = model_.gallery.shownChanged.connect(showGallery);
+    showGallery();
+    return column;
 }
 
 void MainWindow::open(const std::vector<std::string>& paths) {

@@ -54,8 +54,10 @@ class MainWindow : public QMainWindow, private trainer::WindowSystem {
     trainer::TrainerWindow model_;
     QSplitter* splitter_;
     FormPage* page_;
+    FormPage* gallery_;
     bool shown_ = false;
     ui::Connection titleChanged_;
+    ui::Connection galleryShown_;
 };
 
 }  // namespace dravik::qt

@@ -8,6 +8,7 @@
 #include "ui/Grid.h"
 #include "ui/Label.h"
 #include "ui/ListControls.h"
+#include "ui/PictureGrid.h"
 #include "ui/TextBox.h"
 #include "ui/Toolbar.h"
 
@@ -29,5 +30,6 @@ QWidget* make(ui::Toolbar& model, QWidget* parent);
 QWidget* make(ui::UpDown& model, QWidget* parent);
 QWidget* make(ui::Grid& model, QWidget* parent);
 QWidget* make(ui::Chart& model, QWidget* parent);
+QWidget* make(ui::PictureGrid& model, QWidget* parent);
 
 }  // namespace dravik::qt

@@ -83,6 +83,27 @@ void FontActs::step(const std::optional<std::string>& words, const char* source,
     }
 }
 
+void FontActs::change(const std::string& words, const std::function<void()>& body,
+                      const std::string& notice) {
+    std::optional<Failure> failure;
+    try {
+        body();
+    } catch (...) {
+        failure = currentFailure();
+    }
+    try {
+        ScreenState state = control_.state();
+        state.includeEnabled = true;
+        control_.refreshAfterHistory(state, isUnsaved());
+        history_.endAct(words, screen::encode(state));
+    } catch (...) {
+        if (!failure) failure = currentFailure();
+    }
+    if (failure) control_.tellFailure("Change", *failure);
+    say(failure ? std::string() : notice);
+    moved();
+}
+
 bool FontActs::isUnsaved() const {
     const auto font = currentFont_();
     const auto fonts = history_.unsavedFonts();
@@ -105,19 +126,6 @@ void FontActs::save() {
                 ? *font + " could not be saved; its changes are kept. Font > Save Copy... writes it elsewhere"
                 : "Saved " + *font + ", which may not have reached the disk");
     }
-}
-
-void FontActs::change(const std::string& words, const std::function<void()>& body) {
-    try {
-        body();
-        ScreenState state = control_.state();
-        state.includeEnabled = true;  // it may be held at the moment
-        history_.endAct(words, screen::encode(state));
-        control_.refreshAfterHistory(control_.state(), isUnsaved());
-    } catch (...) {
-        control_.tellFailure("Change", currentFailure());
-    }
-    changed();
 }
 
 void FontActs::restore(const tool::FontVersion& version, const std::string& name) {

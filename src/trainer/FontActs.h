@@ -31,13 +31,15 @@ class FontActs {
     void undo();
     void redo();
 
+    // Changes the current font by `body` as one act: `words` name it behind "Undo ", "" has them found. The
+    // screen then shows the font anew, and `notice` is said. A failure is told on the screen; what was done
+    // of it is an act all the same.
+    void change(const std::string& words, const std::function<void()>& body, const std::string& notice = {});
+
     // The current font has changes that are not in its file.
     bool isUnsaved() const;
     // Writes the current font to its file, in whatever state the screen is. A failure is told on the screen.
     void save();
-    // An act of the program's own on the current font, in words to follow "Undo ". A failure is told on the
-    // screen.
-    void change(const std::string& words, const std::function<void()>& body);
     // Makes a font of an older version and shows it. Raises as FontHistory::restoreVersion().
     void restore(const tool::FontVersion& version, const std::string& name);
     // Makes a font of a file that lies elsewhere and shows it. Raises as FontHistory::importFont().

@@ -480,6 +480,12 @@ ui::Timer& Trainer::checkTimer() noexcept {
     return parts_->checkTimer;
 }
 
+void Trainer::checkFont() {
+    engine::EmbeddedTool& tool = *parts_->tool;
+    if (!isTraining() && !tool.isChecking() && !tool.heldOutCheck()) tool.startCheck();
+    parts_->checkTimer.setEnabled(true);
+}
+
 const Reading& Trainer::reading() const noexcept {
     return parts_->reading;
 }

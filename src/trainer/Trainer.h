@@ -99,6 +99,9 @@ class Trainer {
     // Ticks while the check is going on; the front end drives it as it does the screen's own timers.
     ui::Timer& checkTimer() noexcept;
 
+    // Begins the held-out check of the font as it is now, unless one goes on or has a result.
+    void checkFont();
+
     // "ocrb* - Dravik Trainer": the font, a star while it has unsaved changes, the program; just the
     // program's name while no font is loaded.
     std::string title() const;

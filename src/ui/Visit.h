@@ -9,6 +9,7 @@
 #include "ui/Grid.h"
 #include "ui/Label.h"
 #include "ui/ListControls.h"
+#include "ui/PictureGrid.h"
 #include "ui/TextBox.h"
 #include "ui/Toolbar.h"
 
@@ -47,6 +48,8 @@ auto visit(Widget& widget, const Visitor& visitor) {
             return visitor(static_cast<Grid&>(widget));
         case WidgetKind::Chart:
             return visitor(static_cast<Chart&>(widget));
+        case WidgetKind::PictureGrid:
+            return visitor(static_cast<PictureGrid&>(widget));
         case WidgetKind::Form:
             break;
     }

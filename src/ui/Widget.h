@@ -25,6 +25,7 @@ enum class WidgetKind {
     UpDown,
     Grid,
     Chart,
+    PictureGrid,
     Form,
 };
 

@@ -230,6 +230,7 @@ void ScriptedSession::inspect() {
     const char* cell = guide ? kWrongCell : "lblChar(0)";
     driver_.openMenu("mnuMain", cell, "Show Font Histogram", [this] { picture("character-menu"); });
     picture("font-histogram");
+    driver_.act("showGallery");
     driver_.openMenu("mnuMain", cell, "Show Histogram", [] {});
     picture("character-histogram");
     if (guide) {
@@ -237,6 +238,12 @@ void ScriptedSession::inspect() {
         driver_.goToLastBar("chart");
         driver_.openMenu("mnuHistogram", "chart", "", [this] { picture("histogram-menu"); });
     }
+    driver_.closeForms();
+    picture("gallery");
+    driver_.act("readAll");
+    require(driver_.waitUntil([&] { return !driver_.canClick("cmdReadAllStop"); }, kTrainingPatience),
+            "the images were not read");
+    picture("read-all");
     driver_.closeForms();
     say("Looked at the samples, the features and the histograms");
 }

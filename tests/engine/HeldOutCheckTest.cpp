@@ -1,5 +1,6 @@
 #include "engine/embedded/HeldOutCheck.h"
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 namespace dravik {
@@ -37,12 +38,15 @@ TEST(HeldOutCheck, CountsWhatIsReadAsWhat) {
     ASSERT_TRUE(result);
     EXPECT_EQ(result->folds, 5);
     EXPECT_EQ(result->checked, 30);
-    EXPECT_EQ(result->unchecked, 1);
+    EXPECT_THAT(result->unchecked, testing::ElementsAre('Z'));
+    ASSERT_EQ(result->misread.size(), 3u);
+    EXPECT_EQ(result->misread[0].readAs, 'O');
+    EXPECT_EQ(result->misread[0].serial, 4u);
     EXPECT_EQ(result->wrong, 3);
     ASSERT_EQ(result->confusions.size(), 1u);
     EXPECT_EQ(heldOutText(*result),
               "Held-out check (5-fold): 90.0 % right, 3 of 30 wrong: 0 read as O 3 times; "
-              "1 character has a single sample each");
+              "a single sample of Z");
     EXPECT_EQ(heldOutText(*checkHeldOut(*columns, 1, kGoOn)), heldOutText(*result));
 }
 
@@ -58,11 +62,11 @@ TEST(HeldOutCheck, AsksNothingThatWasLearnt) {
 }
 
 TEST(HeldOutCheck, NamesTheThreeMostFrequentAndNeverRoundsUpToAll) {
-    EXPECT_EQ(heldOutText({5, 10'000, 1, 0, {{'l', '1', 1}}}),
+    EXPECT_EQ(heldOutText({5, 10'000, 1, {}, {{'l', '1', 1}}, {}}),
               "Held-out check (5-fold): 99.9 % right, 1 of 10000 wrong: l read as 1 once");
-    EXPECT_EQ(heldOutText({2, 8, 8, 3, {{'a', 'b', 3}, {'b', 'c', 2}, {0xE9, 'e', 2}, {'x', 'y', 1}}}),
+    EXPECT_EQ(heldOutText({2, 8, 8, {'Q', '7', 0xE9}, {{'a', 'b', 3}, {'b', 'c', 2}, {0xE9, 'e', 2}, {'x', 'y', 1}}, {}}),
               "Held-out check (2-fold): 0.0 % right, 8 of 8 wrong: a read as b 3 times, b read as c twice, "
-              "\xC3\xA9 read as e twice; 3 characters have a single sample each");
+              "\xC3\xA9 read as e twice; a single sample each of Q, 7, \xC3\xA9");
 }
 
 TEST(HeldOutCheck, NeedsTwoCharactersAndEndsWhenToldSo) {

@@ -43,10 +43,10 @@ class TrainerWindowTest : public testing::Test {
 
 TEST_F(TrainerWindowTest, OnlyWhatCanBeDoneIsEnabled) {
     window.view.setViewport(500, 300);
-    EXPECT_EQ(
-        enabled(),
-        "openImages openFolder watchFolder openLabels quit paste keepText readingOnImage imageSettings "
-        "viewGraphical viewNumeric viewArray viewLog theme fontNew fontSelect fontRestore guide keys about ");
+    EXPECT_EQ(enabled(),
+              "openImages openFolder watchFolder openLabels quit paste keepText readingOnImage imageSettings "
+              "viewGraphical viewNumeric viewArray viewLog showGallery theme fontNew fontSelect fontRestore "
+              "guide keys about ");
     window.actions.zoomIn.trigger();
     EXPECT_TRUE(window.view.fits());
     EXPECT_THAT(window.view.message(), HasSubstr("Ctrl+O"));

@@ -192,6 +192,11 @@ bool EmbeddedTool::isChecking() {
     return training_.isChecking();
 }
 
+void EmbeddedTool::startCheck() {
+    settle();
+    training_.startCheck(fonts_->state());
+}
+
 const HeldOutResult* EmbeddedTool::heldOutCheck() const {
     return training_.checked();
 }

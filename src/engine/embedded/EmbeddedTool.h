@@ -93,6 +93,8 @@ class EmbeddedTool : public tool::FontTool, public tool::FontHistory, public too
     // After each run that gives a result, the samples that it was given are checked in the background (see
     // HeldOutCheck.h). True while that goes on.
     bool isChecking();
+    // Begins such a check of the current font's samples as they are now.
+    void startCheck();
     // What the check of the current font's last run has found; nothing before its end, and when another font
     // was loaded, another run started or the font reverted since.
     const HeldOutResult* heldOutCheck() const;

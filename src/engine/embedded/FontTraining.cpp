@@ -14,6 +14,10 @@ void FontTraining::start(const FontState& font) {
     isAborted_ = false;
 }
 
+void FontTraining::startCheck(const FontState& font) {
+    check_.start(font.samples.columns(tool::SampleKind::Committed), kTrainingSeed);
+}
+
 void FontTraining::stop() {
     if (!run_) return;
     worker_.stop();

@@ -35,6 +35,8 @@ class FontTraining {
     // Nothing before the end of the check.
     const HeldOutResult* checked() const { return check_.result(); }
     void dropCheck() { check_.stop(); }
+    // Of the font's committed samples.
+    void startCheck(const FontState& font);
 
   private:
     static constexpr std::int32_t kUsualLimit = 60;

@@ -26,7 +26,7 @@ struct Deal {
     std::vector<std::int32_t> codes;
     std::vector<Dealt> samples;
     std::size_t folds = 0;
-    int unchecked = 0;
+    std::vector<std::int32_t> unchecked;
 };
 
 Deal deal(const SampleColumns& columns) {
@@ -35,7 +35,7 @@ Deal deal(const SampleColumns& columns) {
     Deal result;
     for (const auto& [code, all] : byCode) {
         if (all.size() < 2) {
-            ++result.unchecked;
+            result.unchecked.push_back(code);
             continue;
         }
         const std::size_t share = all.size() * kMostChecked / std::max(kMostChecked, columns.size());
@@ -64,7 +64,18 @@ std::string times(int count) {
     return count == 1 ? "once" : count == 2 ? "twice" : std::to_string(count) + " times";
 }
 
+constexpr std::size_t kNamedCharacters = 12;
+
 }  // namespace
+
+std::string listed(const std::vector<std::int32_t>& codes) {
+    std::string text;
+    for (std::size_t i = 0; i < std::min(codes.size(), kNamedCharacters); ++i)
+        text += (i == 0 ? "" : ", ") + characterOf(codes[i]);
+    if (codes.size() > kNamedCharacters)
+        text += " and " + std::to_string(codes.size() - kNamedCharacters) + " more";
+    return text;
+}
 
 std::optional<HeldOutResult> checkHeldOut(const SampleColumns& samples, std::uint32_t seed,
                                           const std::function<bool()>& more) {
@@ -74,6 +85,7 @@ std::optional<HeldOutResult> checkHeldOut(const SampleColumns& samples, std::uin
     result.folds = static_cast<int>(dealt.folds);
     result.unchecked = dealt.unchecked;
     std::map<std::pair<std::int32_t, std::int32_t>, int> confused;
+    std::vector<MisreadSample> misread;
     std::vector<float> outputs(dealt.codes.size());
     for (std::size_t fold = 0; fold < dealt.folds; ++fold) {
         TrainingFigures figures;
@@ -88,12 +100,16 @@ std::optional<HeldOutResult> checkHeldOut(const SampleColumns& samples, std::uin
             if (readAs == one.sample->code) continue;
             ++result.wrong;
             ++confused[{one.sample->code, readAs}];
+            misread.push_back({one.sample->serial, one.sample->code, readAs});
         }
         if (!more()) return std::nullopt;
     }
     for (const auto& [pair, count] : confused) result.confusions.push_back({pair.first, pair.second, count});
     stableSort(result.confusions.begin(), result.confusions.end(),
                [](const Confusion& a, const Confusion& b) { return a.count > b.count; });
+    for (const Confusion& pair : result.confusions)
+        for (const MisreadSample& one : misread)
+            if (one.code == pair.code && one.readAs == pair.readAs) result.misread.push_back(one);
     return result;
 }
 
@@ -109,9 +125,9 @@ std::string heldOutText(const HeldOutResult& result) {
         text += (i == 0 ? ": " : ", ") + characterOf(one.code) + " read as " + characterOf(one.readAs) + " " +
                 times(one.count);
     }
-    if (result.unchecked > 0)
-        text += "; " + std::to_string(result.unchecked) +
-                (result.unchecked == 1 ? " character has" : " characters have") + " a single sample each";
+    if (!result.unchecked.empty())
+        text += (result.unchecked.size() == 1 ? "; a single sample of " : "; a single sample each of ") +
+                listed(result.unchecked);
     return text;
 }
 

@@ -21,12 +21,20 @@ struct Confusion {
     int count = 0;
 };
 
+// A sample that was read as another character.
+struct MisreadSample {
+    std::uint64_t serial = 0;
+    std::int32_t code = 0;
+    std::int32_t readAs = 0;
+};
+
 struct HeldOutResult {
     int folds = 0;
     int checked = 0;  // samples
     int wrong = 0;
-    int unchecked = 0;                  // characters of a single sample, which nothing can be learnt for
-    std::vector<Confusion> confusions;  // the most frequent first; equal ones in order of their codes
+    std::vector<std::int32_t> unchecked;  // characters of a single sample, which nothing can be learnt for
+    std::vector<Confusion> confusions;    // the most frequent first; equal ones in order of their codes
+    std::vector<MisreadSample> misread;   // in the order of the confusions
 };
 
 // Of the network that a font is given and of those of its check.
@@ -39,8 +47,11 @@ constexpr std::uint32_t kTrainingSeed = 20011;
 std::optional<HeldOutResult> checkHeldOut(const SampleColumns& samples, std::uint32_t seed,
                                           const std::function<bool()>& more);
 
+// "Q, 7, W": characters by name, of many the first dozen and how many more.
+std::string listed(const std::vector<std::int32_t>& codes);
+
 // The result in one line, with the three most frequent confusions: "Held-out check (5-fold): 98.7 % right, 16
-// of 1240 wrong: 0 read as O 5 times, l read as 1 3 times, S read as 5 once".
+// of 1240 wrong: 0 read as O 5 times, l read as 1 3 times, S read as 5 once; a single sample each of Q, 7".
 std::string heldOutText(const HeldOutResult& result);
 
 // A check in the background. There is no result when there was nothing to check, and for want of memory: the

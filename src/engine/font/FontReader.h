@@ -54,6 +54,8 @@ class FontReader {
 
     // The characters that the font can read, in the order of its network.
     std::vector<std::string> characters() const;
+    // By which it looks at images.
+    const SegmentationSettings& settings() const noexcept { return settings_; }
     // By the settings of the font.
     std::vector<ReadCharacter> read(const GreyImage& image) const;
     // The same of an image in which `found` is what findScene() finds. Ends early, with what it likes, once a

@@ -9,6 +9,7 @@
 
 #include "base/JobFolder.h"
 #include "screen/context/ActScope.h"
+#include "screen/context/PointedBar.h"
 #include "screen/context/Procedure.h"
 #include "screen/context/Screen.h"
 #include "screen/context/ScreenState.h"
@@ -55,6 +56,7 @@ struct ScreenContext {
     // The operator has begun something; what changed the font by it has ended.
     ui::Signal<> actBegun;
     ui::Signal<const OperatorAct&> actEnded;
+    ui::Signal<const PointedBar&> barPointed;
     ActScope* act = nullptr;  // the innermost one in progress
 };
 

@@ -10,6 +10,7 @@
 #include <string>
 #include <vector>
 
+#include "screen/context/PointedBar.h"
 #include "screen/context/Procedure.h"
 #include "screen/histogram/HistogramModel.h"
 #include "ui/Bars.h"
@@ -31,6 +32,8 @@ class HistogramControl {
     virtual void m_dlgHist_ShowDistHist(std::string character) = 0;
     virtual void m_dlgHist_ShowFontHist(std::string character) = 0;
     virtual void m_dlgHist_UserMsg(std::string text) = 0;
+    // The pointer has come to a bar: one of a character's Distances, both ends included, or a character's.
+    virtual void m_dlgHist_BarPointed(const PointedBar&) {}
 
   protected:
     ~HistogramControl() = default;

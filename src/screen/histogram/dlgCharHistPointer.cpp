@@ -62,6 +62,8 @@ void dlgCharHist::showBar(std::size_t index) {
         const auto [lower, upper] = model_.rangeOf(index);
         setMsg("Distance = " + formatNumber(lower, "####0.000") + " to " + formatNumber(upper, "####0.000"));
         sbr.panel("Samples").setText(std::to_string(model_.countOf(index)));
+        const auto whole = model_.deletedWith(index);
+        control_.m_dlgHist_BarPointed({character_, false, whole.lower, whole.upper});
         return;
     }
     sbr.panel("Samples").setText(numberText(model_.samplesOf(index)));
@@ -69,6 +71,7 @@ void dlgCharHist::showBar(std::size_t index) {
     cboChar.setText(model_.nameOf(index));
     character_ = model_.nameOf(index);
     setMsg(character_ == "O" ? "Letter 'O'" : character_ == "0" ? "Numeral '0'" : "");
+    control_.m_dlgHist_BarPointed({character_, true});
 }
 
 void dlgCharHist::HighlightData(std::size_t index, bool on) {

@@ -34,6 +34,7 @@ class ChildForms : HistogramControl {
     void m_dlgHist_ShowDistHist(std::string character) override;
     void m_dlgHist_ShowFontHist(std::string character) override;
     void m_dlgHist_UserMsg(std::string text) override;
+    void m_dlgHist_BarPointed(const PointedBar& bar) override { context_.barPointed(bar); }
 
     ScreenContext& context_;
     CharOverview& overview_;

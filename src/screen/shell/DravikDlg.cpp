@@ -254,6 +254,10 @@ ui::Signal<const OperatorAct&>& DravikDlg::actEnded() noexcept {
     return parts_->context.actEnded;
 }
 
+ui::Signal<const PointedBar&>& DravikDlg::barPointed() noexcept {
+    return parts_->context.barPointed;
+}
+
 ui::Signal<const std::string&>& DravikDlg::failureReported() noexcept {
     return parts_->context.errors.reported;
 }

@@ -10,6 +10,7 @@
 #include "base/Failure.h"
 #include "base/JobFolder.h"
 #include "screen/context/OperatorAct.h"
+#include "screen/context/PointedBar.h"
 #include "screen/context/Screen.h"
 #include "tool/Step.h"
 #include "ui/Platform.h"
@@ -65,6 +66,8 @@ class DravikDlg : public tool::StepEditor {
     // The operator has begun something; what changed the font by it has ended.
     ui::Signal<>& actBegun() noexcept;
     ui::Signal<const OperatorAct&>& actEnded() noexcept;
+    // The pointer has come to a bar of the histogram.
+    ui::Signal<const PointedBar&>& barPointed() noexcept;
     // A failure was shown, which the next message covers.
     ui::Signal<const std::string&>& failureReported() noexcept;
 

@@ -130,10 +130,17 @@ class OptionTable {
 
         fonts_->add_flag("--versions", listsVersions_, "lists what is kept of the font, else of all fonts")
             ->disable_flag_override();
-        fonts_->add_option("NAME", versions_.font, "the font whose versions are listed")->type_name("");
+        fonts_
+            ->add_option("NAME", versions_.font,
+                         "the font whose versions are listed; the page's file behind --report")
+            ->type_name("");
+        text(*fonts_, "--report", "FONT", report_.font,
+             "checks the font and writes a page with what was found, as HTML, to\nthe file that follows")
+            ->excludes("--versions");
         text(*fonts_, "--restore", "NAME", restoring_.font,
              "makes the font again of what is kept of it; the font that is\nthere is kept too")
-            ->excludes("--versions");
+            ->excludes("--versions")
+            ->excludes("--report");
         text(*fonts_, "--version", "ID", restoring_.version,
              "the version to restore; else the newest that was saved or deleted")
             ->needs("--restore");
@@ -189,7 +196,10 @@ class OptionTable {
             return wrong(problem.what());
         }
         if (app == &program_) return window(hint);
-        if (!versions_.font.empty() && !listsVersions_) return wrong("unexpected argument " + versions_.font);
+        if (!report_.font.empty() && versions_.font.empty())
+            return wrong("--report needs a file for the page");
+        if (!versions_.font.empty() && !listsVersions_ && report_.font.empty())
+            return wrong("unexpected argument " + versions_.font);
         return commandParsed(app);
     }
 
@@ -316,6 +326,7 @@ class OptionTable {
         if (app == learn_) return learning_;
         if (app == read_) return reading_;
         if (!restoring_.font.empty()) return restoring_;
+        if (!report_.font.empty()) return ReportOptions{report_.font, versions_.font, folder()};
         if (listsVersions_) return versions_;
         return FontsOptions{folder()};
     }
@@ -355,6 +366,7 @@ class OptionTable {
     bool listsVersions_ = false;
     VersionsOptions versions_;
     RestoreOptions restoring_;
+    ReportOptions report_;
     WindowOptions window_;
 };
 
@@ -387,6 +399,8 @@ int runCommand(const CommandLine& line, const engine::ImageDecoder& decoder, con
             status = listVersions(*versions, streams);
         } else if (const auto* restoring = std::get_if<RestoreOptions>(&line)) {
             status = restoreVersion(*restoring, streams);
+        } else if (const auto* report = std::get_if<ReportOptions>(&line)) {
+            status = reportFont(*report, streams);
         } else {
             throw Failure(RuntimeError::InternalError, "The window is no command");
         }

@@ -24,7 +24,7 @@ struct WindowOptions {
 };
 
 using CommandLine = std::variant<Notice, LearnOptions, ReadOptions, FontsOptions, VersionsOptions,
-                                 RestoreOptions, WindowOptions>;
+                                 RestoreOptions, ReportOptions, WindowOptions>;
 
 // The front end's own options.
 struct FrontEnd {

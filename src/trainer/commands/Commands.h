@@ -99,4 +99,13 @@ struct RestoreOptions {
 
 int restoreVersion(const RestoreOptions& options, const CommandStreams& streams);
 
+struct ReportOptions {
+    std::string font;
+    std::string file;  // HTML
+    JobFolder folder;
+};
+
+// Checks a font and writes its accuracy page.
+int reportFont(const ReportOptions& options, const CommandStreams& streams);
+
 }  // namespace dravik::trainer

@@ -4,11 +4,13 @@
 
 #include "base/Failure.h"
 #include "base/FileSystem.h"
+#include "base/OutputFile.h"
 #include "base/Text.h"
 #include "base/TimeText.h"
 #include "engine/embedded/EmbeddedTool.h"
 #include "engine/font/FontVersions.h"
 #include "tool/FontName.h"
+#include "trainer/commands/AccuracyPage.h"
 #include "trainer/commands/Commands.h"
 
 namespace dravik::trainer {
@@ -101,6 +103,29 @@ int listVersions(const VersionsOptions& options, const CommandStreams& streams) 
     } catch (...) {
         streams.problem((options.font.empty() ? "" : "font " + options.font + ": ") +
                         currentFailure().description());
+    }
+    return 1;
+}
+
+int reportFont(const ReportOptions& options, const CommandStreams& streams) {
+    try {
+        engine::EmbeddedTool tool(options.folder);
+        const auto font = tool::fontNamed(options.font, tool.GetFontList());
+        if (!font)
+            throw Failure(RuntimeError::FileNotFound, "no such font in " + options.folder.fontsFolder());
+        tool.LoadFont(*font);
+        streams.tellRecovered(tool);
+        AccuracyReport report{*font, fileDateText(options.folder.fontFile(*font)), tool.isTrained(),
+                              tool.samples(tool::SampleKind::Committed), nullptr};
+        const auto check = engine::checkHeldOut(*report.samples, engine::kTrainingSeed, [] { return true; });
+        if (check) report.check = &*check;
+        OutputFile page(options.file, OutputFile::Start::Empty);
+        page.write(accuracyPage(report));
+        page.close();
+        streams.out << "wrote " << options.file << std::endl;
+        return 0;
+    } catch (...) {
+        streams.problem("font " + options.font + ": " + currentFailure().description());
     }
     return 1;
 }

@@ -69,19 +69,6 @@ std::vector<Task> tasksOf(const ReadOptions& options, const CommandStreams& stre
     return tasks;
 }
 
-ImageReading readingOf(const Task& task, const engine::FontReader& reader,
-                       const engine::ImageDecoder& decoder) {
-    ImageReading reading{task.image, {}, task.expected, {}};
-    try {
-        reading.characters = reader.read(decoder(task.path));
-    } catch (...) {
-        reading.problem = currentFailure().description();
-        if (reading.problem.find(nameOf(task.path)) == std::string::npos)
-            reading.problem = task.image + ": " + reading.problem;
-    }
-    return reading;
-}
-
 }  // namespace
 
 int readImages(const ReadOptions& options, const engine::ImageDecoder& decoder,
@@ -104,9 +91,11 @@ int readImages(const ReadOptions& options, const engine::ImageDecoder& decoder,
     }
     tool.overrideSettings(options.settings.over(tool.settings()));
     const engine::FontReader reader = tool.reader();
-    InOrder<ImageReading> readings(
-        tasks.size(), options.threads > 0 ? options.threads : processorCount(),
-        [&](std::size_t i, const std::stop_token&) { return readingOf(tasks[i], reader, decoder); });
+    InOrder<ImageReading> readings(tasks.size(), options.threads > 0 ? options.threads : processorCount(),
+                                   [&](std::size_t i, const std::stop_token& stop) {
+                                       return readImage(tasks[i].image, tasks[i].path, tasks[i].expected,
+                                                        reader, decoder, stop);
+                                   });
     const std::unique_ptr<ReadingFormat> format = readingFormat(options, streams.out);
     std::size_t right = 0, unread = 0;
     for (std::size_t i = 0; i < tasks.size(); ++i) {

@@ -11,28 +11,11 @@
 namespace dravik::trainer {
 namespace {
 
-// The characters of every line, "\n" (backslash, n) between lines.
-std::string textOf(const std::vector<engine::ReadCharacter>& characters, double rejectLimit) {
-    std::string text;
-    for (std::size_t i = 0; i < characters.size(); ++i) {
-        if (i > 0 && characters[i].place.line != characters[i - 1].place.line) text += "\\n";
-        text += engine::shownCharacter(characters[i], rejectLimit);
-    }
-    return text;
-}
-
 std::string confidencesOf(const std::vector<engine::ReadCharacter>& characters) {
     std::string text;
     for (const engine::ReadCharacter& one : characters)
         text += (text.empty() ? "" : " ") + formatNumber(one.confidence, "0.000");
     return text;
-}
-
-// Of the least sure character.
-double confidenceOf(const std::vector<engine::ReadCharacter>& characters) {
-    double least = characters.empty() ? 0 : 1;
-    for (const engine::ReadCharacter& one : characters) least = std::min(least, one.confidence);
-    return least;
 }
 
 class Lines : public ReadingFormat {
@@ -41,7 +24,7 @@ class Lines : public ReadingFormat {
 
     void add(const ImageReading& reading) override {
         if (!reading.problem.empty()) return;
-        out_ << reading.image << '\t' << textOf(reading.characters, options_.rejectLimit);
+        out_ << reading.image << '\t' << reading.text(options_.rejectLimit);
         if (options_.showsConfidence) out_ << '\t' << confidencesOf(reading.characters);
         if (reading.expected)
             out_ << '\t' << (reading.isRight() ? "right" : "wrong, should be " + *reading.expected);
@@ -62,9 +45,8 @@ class Csv : public ReadingFormat {
 
     void add(const ImageReading& reading) override {
         const bool read = reading.problem.empty();
-        out_ << quoted(reading.image) << ','
-             << (read ? quoted(textOf(reading.characters, options_.rejectLimit)) : "") << ','
-             << (read ? formatNumber(confidenceOf(reading.characters), "0.000") : "") << ','
+        out_ << quoted(reading.image) << ',' << (read ? quoted(reading.text(options_.rejectLimit)) : "")
+             << ',' << (read ? formatNumber(reading.confidence(), "0.000") : "") << ','
              << quoted(reading.expected.value_or("")) << ','
              << (read && reading.expected ? reading.isRight() ? "yes" : "no" : "") << ','
              << quoted(reading.problem) << "\r\n";
@@ -97,8 +79,8 @@ class Json : public ReadingFormat {
             out_.flush();
             return;
         }
-        out_ << ", \"text\": " << quoted(textOf(reading.characters, options_.rejectLimit))
-             << ", \"confidence\": " << formatNumber(confidenceOf(reading.characters), "0.0000");
+        out_ << ", \"text\": " << quoted(reading.text(options_.rejectLimit))
+             << ", \"confidence\": " << formatNumber(reading.confidence(), "0.0000");
         if (reading.expected) out_ << ", \"right\": " << (reading.isRight() ? "true" : "false");
         out_ << ", \"characters\": [";
         const char* between = "\n  ";
@@ -144,13 +126,6 @@ class Json : public ReadingFormat {
 };
 
 }  // namespace
-
-bool ImageReading::isRight() const {
-    if (!expected || !problem.empty()) return false;
-    std::string text;
-    for (const engine::ReadCharacter& one : characters) text += one.character;
-    return text == *expected;
-}
 
 std::unique_ptr<ReadingFormat> readingFormat(const ReadOptions& options, std::ostream& out) {
     switch (options.format) {

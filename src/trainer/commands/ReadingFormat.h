@@ -3,24 +3,11 @@
 
 #include <iosfwd>
 #include <memory>
-#include <optional>
-#include <string>
-#include <vector>
 
-#include "engine/font/FontReader.h"
 #include "trainer/commands/Commands.h"
+#include "trainer/commands/ImageReading.h"
 
 namespace dravik::trainer {
-
-struct ImageReading {
-    std::string image;
-    std::vector<engine::ReadCharacter> characters;
-    std::optional<std::string> expected;  // the text that is on the part, without blanks and line breaks
-    std::string problem;                  // why it could not be read; "" when it could
-
-    // The best guesses; nothing is refused.
-    bool isRight() const;
-};
 
 class ReadingFormat {
   public:

@@ -5,9 +5,14 @@
 #include <utility>
 
 #include "base/Failure.h"
+#include "base/FileSystem.h"
+#include "base/OutputFile.h"
+#include "base/TimeText.h"
 #include "trainer/FontOpening.h"
+#include "trainer/commands/AccuracyPage.h"
 #include "trainer/commands/SampleList.h"
 #include "trainer/window/ClosingForm.h"
+#include "trainer/window/Guidance.h"
 #include "trainer/window/KeysForm.h"
 #include "trainer/window/RefusedForm.h"
 #include "trainer/window/RestoreForm.h"
@@ -27,6 +32,15 @@ constexpr std::pair<Theme, std::string_view> kThemes[] = {
 TrainerWindow::TrainerWindow(Trainer& trainer, ui::Platform& platform, WindowSystem& system)
     : actions(trainer.control().screen()),
       strip(trainer.parts()),
+      gallery(trainer,
+              [this](const std::string& image, const engine::Region& box) { showPlace(image, box); }),
+      readAll(
+          [this](const std::string& image) { showImage(image); },
+          [this] {
+              FileQuestion question{"Export Readings", {}, false, {{"CSV", {"*.csv"}}, {"JSON", {"*.json"}}}};
+              question.fileName = "readings.csv";
+              return system_.chooseNewFile(question);
+          }),
       tools(trainer, platform, actions, view),
       trainer_(trainer),
       platform_(platform),
@@ -85,6 +99,9 @@ TrainerWindow::TrainerWindow(Trainer& trainer, ui::Platform& platform, WindowSys
     on(actions.fontSave, [this] { save(); });
     on(actions.fontSaveCopy, [this] { saveCopy(); });
     on(actions.fontRestore, [this] { restoreFont(); });
+    on(actions.readAll, [this] { startReadAll(); });
+    on(actions.fontAccuracy, [this] { askForPage(); });
+    on(actions.showGallery, [this] { gallery.setShown(!gallery.isShown()); });
     on(actions.keys, [this] { showKeys(); });
     on(actions.about, [this] { showAbout(); });
     on(actions.camera, [this] { camera_.show(); });
@@ -104,6 +121,8 @@ TrainerWindow::TrainerWindow(Trainer& trainer, ui::Platform& platform, WindowSys
     connections_.push_back(trainer.control().screen().sample.txtSampleInput.keyDown.connect(
         [this](int, int) { typed_ = true; }));
     connections_.push_back(parts.listChanged.connect([this] { showPossible(); }));
+    connections_.push_back(
+        gallery.shownChanged.connect([this] { actions.showGallery.setChecked(gallery.isShown()); }));
     connections_.push_back(view.changed.connect([this] { showPossible(); }));
     connections_.push_back(trainer.previewChanged.connect([this] { showPreview(); }));
     connections_.push_back(view.modeChanged.connect([this] { showActs(); }));
@@ -116,7 +135,11 @@ TrainerWindow::TrainerWindow(Trainer& trainer, ui::Platform& platform, WindowSys
         return labelling.state(path);
     };
     connections_.push_back(trainer.labelling().statesChanged.connect([this] { strip.statesChanged(); }));
-    connections_.push_back(trainer.checkChanged.connect([this] { textsChanged(); }));
+    connections_.push_back(trainer.checkChanged.connect([this] { showCheck(); }));
+    // Behind the trainer's own look at the check.
+    connections_.push_back(trainer.checkTimer().tick.connect([this] {
+        if (!pageFile_.empty() && !trainer_.tool().isChecking()) writePage();
+    }));
     connections_.push_back(trainer.acts().changed.connect([this] { showActs(); }));
     connections_.push_back(trainer.workTimer().changed.connect([this] { showPossible(); }));
     connections_.push_back(trainer.workTimer().tick.connect([this] { showLongOpening(); }));
@@ -191,6 +214,82 @@ void TrainerWindow::showPart() {
                       ? "Open part images or drop them here\n\nFile \u2192 Open Images... (Ctrl+O)"
                   : parts.isDecoding() ? kOpeningText
                                        : parts.problem());
+    showMark();
+}
+
+void TrainerWindow::showMark() {
+    const OpenedParts& parts = trainer_.parts();
+    if (place_ && parts.current() >= 0 && parts.path(parts.current()) == place_->first)
+        view.setMarked(place_->second);
+    else
+        place_.reset();
+}
+
+// One that is not open is opened.
+void TrainerWindow::showImage(const std::string& image) {
+    OpenedParts& parts = trainer_.parts();
+    if (parts.current() >= 0 && parts.path(parts.current()) == image) return;
+    tell(parts.open({image}).problems);
+    for (int index = 0; index < parts.count(); ++index)
+        if (parts.path(index) == image) parts.setCurrent(index);
+}
+
+void TrainerWindow::showPlace(const std::string& image, const engine::Region& box) {
+    place_ = {image, box};
+    showImage(image);
+    showMark();
+}
+
+void TrainerWindow::startReadAll() {
+    const OpenedParts& parts = trainer_.parts();
+    std::vector<std::string> paths;
+    for (int index = 0; index < parts.count(); ++index) paths.push_back(parts.path(index));
+    readAll.start(std::make_unique<ReadAll>(
+        std::make_shared<const engine::FontReader>(trainer_.tool().reader()), parts.decoder(), paths,
+        [this](const std::string& path) -> std::optional<std::string> {
+            const auto label = trainer_.labelling().labels().text(path);
+            if (!label) return std::nullopt;
+            std::string text;
+            for (const char c : *label)
+                if (c != ' ' && c != '\n') text += c;
+            return text;
+        }));
+    platform_.show(readAll);
+}
+
+// The page is written when there is a check for it.
+void TrainerWindow::askForPage() {
+    const auto font = trainer_.tool().currentFont();
+    if (!font) return;
+    FileQuestion question{"Accuracy Page of " + *font, {}, false, {{"Pages", {"*.html"}}}};
+    question.fileName = *font + ".html";
+    pageFile_ = system_.chooseNewFile(question);
+    if (pageFile_.empty()) return;
+    trainer_.checkFont();
+    if (trainer_.tool().isChecking())
+        trainer_.acts().say("The font is checked for its accuracy page...");
+    else
+        writePage();
+}
+
+void TrainerWindow::writePage() {
+    const std::string file = std::exchange(pageFile_, {});
+    engine::EmbeddedTool& tool = trainer_.tool();
+    const auto font = tool.currentFont();
+    if (file.empty() || !font) return;
+    try {
+        std::error_code error;
+        const auto written = fileTime(trainer_.folder().fontFile(*font), error);
+        const std::string page =
+            accuracyPage({*font, error ? std::string() : localTimeText(written), tool.isTrained(),
+                          tool.samples(tool::SampleKind::Committed), tool.heldOutCheck()});
+        OutputFile out(file, OutputFile::Start::Empty);
+        out.write(page);
+        out.close();
+        trainer_.acts().say("The accuracy page of " + *font + " is in " + file);
+    } catch (...) {
+        trainer_.acts().say("The accuracy page could not be written: " + currentFailure().description());
+    }
 }
 
 void TrainerWindow::showLongOpening() {
@@ -214,9 +313,16 @@ void TrainerWindow::showActs() {
     actions.fontSelect.setEnabled(!training);
     actions.fontSave.setEnabled(trainer_.control().screen().train.cmdSaveFont.enabled() || acts.isUnsaved());
     actions.fontSaveCopy.setEnabled(loaded);
+    actions.fontAccuracy.setEnabled(loaded && !training);
+    showReadAllPossible();
     actions.fontRestore.setEnabled(!training);
     tell(acts.takeRecovered());
     textsChanged();
+}
+
+void TrainerWindow::showReadAllPossible() {
+    actions.readAll.setEnabled(trainer_.parts().count() > 0 && trainer_.tool().isTrained() &&
+                               !trainer_.isTraining());
 }
 
 void TrainerWindow::showPossible() {
@@ -232,7 +338,18 @@ void TrainerWindow::showPossible() {
     actions.stopReading.setEnabled(trainer_.isWorking() || batch_.goesOn());
     actions.saveLabels.setEnabled(parts.count() > 0);
     actions.includeLabelled.setEnabled(parts.count() > 0 && !batch_.goesOn());
+    showReadAllPossible();
     actions.readAgain.setEnabled(current >= 0 && !trainer_.isWorking());
+    textsChanged();
+}
+
+void TrainerWindow::showCheck() {
+    checkText_ = trainer_.checkText();
+    engine::EmbeddedTool& tool = trainer_.tool();
+    if (const engine::HeldOutResult* check = tool.heldOutCheck(); check && !checkText_.empty())
+        if (const std::string next = guidanceText(*tool.samples(tool::SampleKind::Committed), *check);
+            !next.empty())
+            checkText_ += "\n" + next;
     textsChanged();
 }
 

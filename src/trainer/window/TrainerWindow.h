@@ -7,15 +7,18 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "trainer/BatchInclude.h"
 #include "trainer/Trainer.h"
 #include "trainer/window/CameraSource.h"
+#include "trainer/window/GalleryForm.h"
 #include "trainer/window/ImageSources.h"
 #include "trainer/window/ImageTools.h"
 #include "trainer/window/PartStrip.h"
 #include "trainer/window/PartViewModel.h"
+#include "trainer/window/ReadAllForm.h"
 #include "trainer/window/ReadingModel.h"
 #include "trainer/window/WindowActions.h"
 #include "trainer/window/WindowSystem.h"
@@ -32,6 +35,8 @@ class TrainerWindow {
     static constexpr int kFirstWidth = 1280;
     static constexpr int kFirstHeight = 800;
     static constexpr int kFirstScreenWidth = 640;
+    // Of the gallery, where the window leaves the screen its least height.
+    static constexpr int kGalleryHeight = 200;
 
     static constexpr std::size_t kMostProblemLines = 5;
 
@@ -43,6 +48,9 @@ class TrainerWindow {
     PartViewModel view;
     PartStrip strip;
     ReadingModel reading;
+    // Below the screen, while it is shown.
+    GalleryForm gallery;
+    ReadAllForm readAll;
     ImageTools tools;
 
     std::string title() const { return trainer_.title(); }
@@ -57,8 +65,8 @@ class TrainerWindow {
     bool previewWarns() const { return trainer_.mismatch() != 0; }
     // What a screen reader is told of the image.
     std::string viewDescription() const;
-    // The held-out check's line; "" when there is nothing to say.
-    const std::string& checkText() const { return trainer_.checkText(); }
+    // The held-out check's line and what to do next; "" when there is nothing to say.
+    const std::string& checkText() const { return checkText_; }
     // What the last act deleted, what was taken back or saved; "" when there is nothing to say.
     const std::string& noticeText() const { return trainer_.acts().notice(); }
     // What could not be opened, and what was recovered of an earlier run, few lines; none when the operator
@@ -91,6 +99,14 @@ class TrainerWindow {
 
   private:
     void showPart();
+    void showImage(const std::string& image);
+    void showMark();
+    void showPlace(const std::string& image, const engine::Region& box);
+    void showReadAllPossible();
+    void showCheck();
+    void startReadAll();
+    void askForPage();
+    void writePage();
     void showPreview();
     void partChanged();
     void showLongOpening();
@@ -124,6 +140,10 @@ class TrainerWindow {
     bool typed_ = false;                                            // for it
     std::vector<std::string> problems_;
     BatchInclude batch_;
+    std::string checkText_;
+    // What was asked for of an image, which is marked as long as that is the current one.
+    std::optional<std::pair<std::string, engine::Region>> place_;
+    std::string pageFile_;  // an accuracy page that waits for its check
     bool ended_ = false;
     std::vector<ui::Connection> connections_;
 };

@@ -56,6 +56,10 @@ class WindowActions {
     Action readingOnImage;
     Action stopReading;
     Action readAgain;
+    Action readAll;
+
+    Action showGallery;
+
     Action freeze;
 
     Action viewGraphical;
@@ -88,6 +92,7 @@ class WindowActions {
     Action fontRevert;
     Action fontSaveCopy;
     Action fontRestore;
+    Action fontAccuracy;
 
     Action guide;
     Action keys;

@@ -28,8 +28,8 @@ bool leafsItself(HWND focus) {
     wchar_t name[32] = {};
     GetClassNameW(focus, name, static_cast<int>(std::size(name)));
     const std::wstring className = name;
-    return className == L"DravikGrid" || className == L"DravikComboBox" || className == L"DravikListBox" ||
-           className == L"ComboLBox";
+    return className == L"DravikGrid" || className == L"DravikPictureGrid" ||
+           className == L"DravikComboBox" || className == L"DravikListBox" || className == L"ComboLBox";
 }
 
 }  // namespace
@@ -61,6 +61,8 @@ void MainWindow::fill(trainer::Trainer& trainer, win32::Win32Platform& platform)
     win32::guarded([&] { trainer.control().form().activate(); });
     menus_ = std::make_unique<WindowMenus>(model_->actions, window());
     pane_ = std::make_unique<PartPane>(window(), shared_, *model_, platform);
+    platform_ = &platform;
+    galleryShown_ = model_->gallery.shownChanged.connect([this] { showGallery(); });
     const auto showTitle = [this] { SetWindowTextW(window(), win32::wide(model_->title()).c_str()); };
     titleChanged_ = trainer.titleChanged.connect(showTitle);
     showTitle();
@@ -70,7 +72,9 @@ void MainWindow::fill(trainer::Trainer& trainer, win32::Win32Platform& platform)
 
 void MainWindow::clear() {
     titleChanged_.disconnect();
+    galleryShown_.disconnect();
     pane_.reset();
+    gallery_.reset();
     if (host_) host_->show(nullptr);
     page_.reset();
     host_.reset();
@@ -148,10 +152,27 @@ void MainWindow::arrange() {
     if (!pane_ || !page_) return;
     const RECT between = divider();
     const RECT area = client();
-    host_->setBounds({0, 0, between.left, area.bottom});
+    const int room = static_cast<int>(area.bottom - page_->minimumSize().cy);
+    const int below = gallery_ ? std::max(std::min(look().px(trainer::TrainerWindow::kGalleryHeight), room),
+                                          static_cast<int>(gallery_->minimumSize().cy))
+                               : 0;
+    host_->setBounds({0, 0, between.left, area.bottom - below});
     host_->arrange();
+    if (gallery_) gallery_->setBounds({0, area.bottom - below, between.left, area.bottom});
     pane_->setBounds({between.right, 0, area.right, area.bottom});
     redraw();
+}
+
+void MainWindow::showGallery() {
+    if (model_->gallery.isShown()) {
+        gallery_ = std::make_unique<win32::FormPage>(model_->gallery, window(), *platform_);
+        gallery_->setVisible(true);
+    } else {
+        const bool hadFocus = gallery_ && gallery_->hasFocusInside();
+        gallery_.reset();
+        if (hadFocus) page_->restoreFocus();
+    }
+    arrange();
 }
 
 void MainWindow::paint(HDC dc, const RECT& area) {
@@ -170,6 +191,7 @@ void MainWindow::lookAnew(int dpi) {
     shared_.now = std::make_unique<win32::Look>(dpi, win32::Ambient{});
     if (!pane_ || !page_) return;
     page_->setDpi(dpi);
+    if (gallery_) gallery_->setDpi(dpi);
     pane_->setDpi(dpi);
     arrange();
 }
@@ -211,6 +233,7 @@ void MainWindow::close() {
     closing_ = false;
     if (!ends) return;
     page_->detach();
+    if (gallery_) gallery_->detach();
     host_->show(nullptr);
     DestroyWindow(window());
 }
@@ -236,15 +259,24 @@ bool MainWindow::translate(MSG& message) {
     bool left = false;
     if (pane_->translate(message, left)) return true;
     if (left) {
-        if (backwards)
-            page_->focusLast();
-        else
+        if (!backwards)
             page_->focusFirst();
+        else if (!gallery_ || !gallery_->focusLast())
+            page_->focusLast();
         return true;
     }
     if (pane_->hasFocusInside() && message.message != WM_SYSCHAR) return false;
+    // Tab goes from the page to the gallery and on to the part.
+    if (gallery_ && gallery_->hasFocusInside()) {
+        if (gallery_->translateKey(message, left)) return true;
+        if (left && backwards)
+            page_->focusLast();
+        else if (left)
+            pane_->focus(false);
+        return left;
+    }
     if (page_->translateKey(message, left)) return true;
-    if (left) pane_->focus(backwards);
+    if (left && (backwards || !gallery_ || !gallery_->focusFirst())) pane_->focus(backwards);
     return left;
 }
 
@@ -332,6 +364,7 @@ LRESULT MainWindow::answer(UINT message, WPARAM wParam, LPARAM lParam) {
             if (!page_ || !pane_) break;
             lookAnew(look().dpi());
             page_->systemChanged();
+            if (gallery_) gallery_->systemChanged();
             pane_->systemChanged();
             return 0;
         default:

@@ -57,6 +57,7 @@ class MainWindow : public DrawnWindow, private trainer::WindowSystem {
     void closeWindow() override { close(); }
 
     void arrange();
+    void showGallery();
     void dropped(HDROP drop);
     // The smallest size at which everything is seen, as far as the screen has room for it.
     POINT leastTrackSize() const;
@@ -72,8 +73,11 @@ class MainWindow : public DrawnWindow, private trainer::WindowSystem {
     std::unique_ptr<WindowMenus> menus_;
     std::unique_ptr<PageHost> host_;
     std::unique_ptr<win32::FormPage> page_;
+    std::unique_ptr<win32::FormPage> gallery_;  // below the page, null while it is not shown
     std::unique_ptr<PartPane> pane_;
+    win32::Win32Platform* platform_ = nullptr;
     ui::Connection titleChanged_;
+    ui::Connection galleryShown_;
     int divided_ = trainer::TrainerWindow::kFirstScreenWidth;  // width of the screen's side at 96 dpi
     bool dividing_ = false;
     bool closing_ = false;  // the question is asked

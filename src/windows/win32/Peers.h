@@ -10,6 +10,7 @@
 #include "ui/Grid.h"
 #include "ui/Label.h"
 #include "ui/ListControls.h"
+#include "ui/PictureGrid.h"
 #include "ui/TextBox.h"
 #include "ui/Toolbar.h"
 #include "windows/win32/Peer.h"
@@ -33,5 +34,6 @@ std::shared_ptr<Peer> make(ui::Toolbar& model, Page& page);
 std::shared_ptr<Peer> make(ui::UpDown& model, Page& page);
 std::shared_ptr<Peer> make(ui::Grid& model, Page& page);
 std::shared_ptr<Peer> make(ui::Chart& model, Page& page);
+std::shared_ptr<Peer> make(ui::PictureGrid& model, Page& page);
 
 }  // namespace dravik::win32

@@ -1,0 +1,102 @@
+// All opened images read in one go: what is listed first, what is counted, and what a file gets of it.
+#include "trainer/window/ReadAllForm.h"
+
+#include <gmock/gmock.h>
+
+#include <chrono>
+#include <map>
+#include <thread>
+
+#include "engine/embedded/EmbeddedTool.h"
+#include "trainer/support/PgmFile.h"
+#include "trainer/support/Workspace.h"
+
+namespace dravik::test {
+
+using namespace engine;
+using namespace trainer;
+using namespace ui;
+namespace {
+
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::StartsWith;
+
+class ReadAllFormTest : public testing::Test {
+  protected:
+    ReadAllFormTest() {
+        EXPECT_EQ(workspace.learnDigits("digits").status, 0);
+        EmbeddedTool tool{JobFolder(workspace.jobs())};
+        tool.LoadFont("digits");
+        reader = std::make_shared<const FontReader>(tool.reader());
+    }
+    void readAll(const std::vector<std::string>& paths) {
+        form.start(std::make_unique<ReadAll>(reader, readPgm, paths, [this](const std::string& path) {
+            const auto found = texts.find(path);
+            return found == texts.end() ? std::nullopt : std::optional(found->second);
+        }));
+        while (form.tmrRead.enabled()) {
+            form.takeRead();
+            std::this_thread::sleep_for(std::chrono::milliseconds(2));
+        }
+    }
+
+    Workspace workspace;
+    std::shared_ptr<const FontReader> reader;
+    std::map<std::string, std::string> texts;
+    std::string opened, file;
+    ReadAllForm form{[this](const std::string& path) { opened = path; }, [this] { return file; }};
+};
+
+TEST_F(ReadAllFormTest, TheMostDoubtfulIsOnTopAndAClickOpensIt) {
+    const std::string right = workspace.draw("right.pgm", "4071"), wrong = workspace.draw("wrong.pgm", "123"),
+                      unknown = workspace.draw("unknown.pgm", "98"), blank = workspace.draw("blank.pgm", ""),
+                      broken = workspace.write("broken.pgm", "no image");
+    texts = {{right, "4071"}, {wrong, "124"}, {blank, "5"}};
+    readAll({right, wrong, unknown, blank, broken});
+    EXPECT_THAT(form.lblSummary.caption(), StartsWith("5 of 5 read: 1 right, 1 wrong, 2 refused, 1 without"));
+    ASSERT_EQ(form.grid.rows(), 6);
+    EXPECT_THAT(form.grid.text(1, 2) + form.grid.text(2, 2),
+                testing::AllOf(HasSubstr("no characters found"), HasSubstr("broken.pgm")));
+    std::vector<std::string> third;
+    for (int column = 0; column < 5; ++column) third.push_back(form.grid.text(3, column));
+    EXPECT_EQ(third[0] + " " + third[2] + " " + third[3] + " " + third[4], "wrong.pgm wrong 123 124");
+    form.grid.select(3, 0, 3, 0);
+    form.grid.setMouseCell(3, 1);
+    form.grid.mouseDown({kLeftButton, 0, 0, 0});
+    EXPECT_EQ(opened, wrong);
+
+    file = workspace.path("all.csv");
+    form.cmdExport.press();
+    const std::string csv = Workspace::content(file);
+    EXPECT_THAT(csv, StartsWith("image,text,confidence,expected,right,problem\r\n"));
+    EXPECT_THAT(csv, HasSubstr(wrong + ",123,"));
+    EXPECT_THAT(csv, HasSubstr(",124,no,"));
+    file = workspace.path("all.json");
+    form.cmdExport.press();
+    EXPECT_THAT(Workspace::content(file), HasSubstr("\"text\": \"4071\""));
+    file = workspace.jobs();  // a folder
+    form.cmdExport.press();
+    EXPECT_THAT(form.lblSummary.caption(), StartsWith("Not written: "));
+}
+
+TEST_F(ReadAllFormTest, CanBeStoppedAndBegunAnew) {
+    std::vector<std::string> many(4000, workspace.draw("a.pgm", "4071"));
+    form.load();
+    form.start(
+        std::make_unique<ReadAll>(reader, readPgm, many, [](const std::string&) { return std::nullopt; }));
+    while (form.readings().empty()) form.takeRead();
+    form.cmdStop.press();
+    while (form.tmrRead.enabled()) form.takeRead();
+    EXPECT_LT(form.readings().size(), many.size());
+    EXPECT_THAT(form.lblSummary.caption(), HasSubstr("; stopped"));
+    readAll({many.front()});
+    EXPECT_EQ(form.readings().size(), 1U);
+    form.start(
+        std::make_unique<ReadAll>(reader, readPgm, many, [](const std::string&) { return std::nullopt; }));
+    form.cmdClose.press();
+    EXPECT_FALSE(form.tmrRead.enabled()) << "nothing goes on behind a closed form";
+}
+
+}  // namespace
+}  // namespace dravik::test
