@@ -212,12 +212,15 @@ class FaultWorkplace {
         return all;
     }
 
+    // But for the lock of a font that has another name now, whose renaming was ended at its end.
     std::vector<std::string> leftovers() const {
         std::vector<std::string> names;
         for (const auto& entry : fs::recursive_directory_iterator(jobs())) {
             const std::string name = entry.path().filename();
+            const bool isOfNoFont =
+                name.ends_with(".lock") && !fs::exists(entry.path().parent_path() / entry.path().stem());
             for (const char* part : {".tmp-", ".part", ".lock"})
-                if (name.find(part) != std::string::npos) names.push_back(name);
+                if (name.find(part) != std::string::npos && !isOfNoFont) names.push_back(name);
         }
         return names;
     }
