@@ -64,9 +64,11 @@ TEST(HeldOutCheck, AsksNothingThatWasLearnt) {
 TEST(HeldOutCheck, NamesTheThreeMostFrequentAndNeverRoundsUpToAll) {
     EXPECT_EQ(heldOutText({5, 10'000, 1, {}, {{'l', '1', 1}}, {}}),
               "Held-out check (5-fold): 99.9 % right, 1 of 10000 wrong: l read as 1 once");
-    EXPECT_EQ(heldOutText({2, 8, 8, {'Q', '7', 0xE9}, {{'a', 'b', 3}, {'b', 'c', 2}, {0xE9, 'e', 2}, {'x', 'y', 1}}, {}}),
-              "Held-out check (2-fold): 0.0 % right, 8 of 8 wrong: a read as b 3 times, b read as c twice, "
-              "\xC3\xA9 read as e twice; a single sample each of Q, 7, \xC3\xA9");
+    EXPECT_EQ(
+        heldOutText(
+            {2, 8, 8, {'Q', '7', 0xE9}, {{'a', 'b', 3}, {'b', 'c', 2}, {0xE9, 'e', 2}, {'x', 'y', 1}}, {}}),
+        "Held-out check (2-fold): 0.0 % right, 8 of 8 wrong: a read as b 3 times, b read as c twice, "
+        "\xC3\xA9 read as e twice; a single sample each of Q, 7, \xC3\xA9");
 }
 
 TEST(HeldOutCheck, NeedsTwoCharactersAndEndsWhenToldSo) {
