@@ -204,11 +204,15 @@ void FontActs::fontMayHaveChanged() {
 }
 
 void FontActs::forgetFailure() {
-    if (!failure_.empty() && notice_ == failure_) say("");
+    const bool isShown = !failure_.empty() && notice_.starts_with(failure_);
     failure_.clear();
+    if (isShown) say("");
 }
 
 void FontActs::say(std::string notice) {
+    // What failed in the present act stays in view.
+    if (!failure_.empty() && !notice.empty() && notice.find(failure_) == std::string::npos)
+        notice = failure_ + " \u2013 " + notice;
     notice_ = std::move(notice);
     changed();
 }
