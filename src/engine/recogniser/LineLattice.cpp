@@ -103,9 +103,10 @@ std::vector<Span> spansOf(const std::vector<Atom>& atoms, const std::vector<bool
             span.asFound = from == to && begins && ends;
             span.doubt = kJoinDoubt * static_cast<float>(to - from) +
                          kCutDoubt * 0.5f * (static_cast<float>(!begins) + static_cast<float>(!ends));
-            if (end == atoms.size() || end - first >= kMostJoined) break;
+            if (end == atoms.size()) break;
             const Atom& next = atoms[end];
             const bool another = next.character != to;
+            if (end - first >= kMostJoined && next.character != from) break;
             if (another && !(doubtful[to] || doubtful[next.character])) break;
             if (next.piece.box.left - piece.box.right > kMostRoom * cap) break;
             if (std::max(piece.box.right, next.piece.box.right) - piece.box.left > kMostWidth * cap &&
