@@ -5,6 +5,15 @@
 
 namespace dravik::engine {
 
+void applyAct(const Act& act, FontState& state) {
+    for (const FontChange& change : act.changes) applyChange(change, state);
+}
+
+void revertAct(const Act& act, FontState& state) {
+    for (auto change = act.changes.rbegin(); change != act.changes.rend(); ++change)
+        revertChange(*change, state);
+}
+
 void ActHistory::reserve() {
     if (open_.size() == open_.capacity()) open_.reserve(std::max<std::size_t>(16, 2 * open_.size()));
 }

@@ -19,6 +19,9 @@ struct Act {
     std::string screenState;  // after it, as it was handed in
     tool::FontTime when;      // it ended
 };
+// Raise Failure when the act does not fit the state; what of it was done by then stays.
+void applyAct(const Act& act, FontState& state);
+void revertAct(const Act& act, FontState& state);
 
 class ActHistory {
   public:
@@ -36,6 +39,7 @@ class ActHistory {
 
     const std::deque<Act>& acts() const noexcept { return acts_; }
     std::size_t done() const noexcept { return done_; }
+    bool isEmpty() const noexcept { return acts_.empty() && open_.empty(); }
     // The screen's state before the first act.
     const std::string& firstScreenState() const noexcept { return firstScreenState_; }
     // After the last act that is done.
