@@ -14,8 +14,9 @@ void revertAct(const Act& act, FontState& state) {
         revertChange(*change, state);
 }
 
-void ActHistory::reserve() {
-    if (open_.size() == open_.capacity()) open_.reserve(std::max<std::size_t>(16, 2 * open_.size()));
+void ActHistory::reserve(std::size_t count) {
+    const std::size_t coming = open_.size() + count;
+    if (coming > open_.capacity()) open_.reserve(std::max<std::size_t>(16, 2 * coming));
 }
 
 bool ActHistory::endAct(std::string_view words, std::string_view screenState, tool::FontTime when) {

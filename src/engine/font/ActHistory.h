@@ -27,8 +27,9 @@ class ActHistory {
   public:
     // Changes since the last act ended.
     const std::vector<FontChange>& open() const noexcept { return open_; }
-    // Makes room first, so that one that raises has changed nothing and the next add() raises nothing.
-    void reserve();
+    // Makes room first, so that one that raises has changed nothing and the next `count` of add() raise
+    // nothing.
+    void reserve(std::size_t count = 1);
     void add(FontChange change) { open_.push_back(std::move(change)); }
 
     // Makes an act of the open changes; what was taken back before cannot be done again then. False, and the

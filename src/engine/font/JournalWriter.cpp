@@ -91,24 +91,34 @@ void JournalWriter::prepare(const FontWithHistory& font) {
         if (!journal_.isOpen() && !isBroken_) {
             if (used_ == 0 && font.history.isEmpty()) {
                 journal_.open(0);
-                journal_.append(savedState(font, font.digest), timeNow());
+                journal_.append(std::vector<TimedEntry>{{savedState(font, font.digest), timeNow()}});
             } else {
                 open();
             }
         }
         if (isBroken_) rewrite(font);
     } catch (...) {
-        if (!wasLocked) {
-            journal_.close();
-            lock_.reset();
-        }
+        journal_.close();  // it may lack its beginning
+        size_ = journal_.sizeOnDisk();
+        if (!wasLocked) lock_.reset();
         throw;
     }
 }
 
-void JournalWriter::write(const JournalEntry& entry, const FontWithHistory& font) {
+void JournalWriter::append(std::span<const TimedEntry> entries, const FontWithHistory& font) {
     prepare(font);
-    journal_.append(entry, timeNow());
+    beforeLast_ = journal_.size();
+    journal_.append(entries);
+}
+
+void JournalWriter::write(const JournalEntry& entry, const FontWithHistory& font) {
+    append(std::vector<TimedEntry>{{entry, timeNow()}}, font);
+}
+
+void JournalWriter::write(std::span<const FontChange> changes, const FontWithHistory& font) {
+    std::vector<TimedEntry> entries;
+    for (const FontChange& change : changes) entries.push_back({change, timeNow()});
+    append(entries, font);
 }
 
 void JournalWriter::tryWrite(const JournalEntry& entry, const FontWithHistory& font) noexcept {
@@ -121,7 +131,7 @@ void JournalWriter::tryWrite(const JournalEntry& entry, const FontWithHistory& f
 
 void JournalWriter::takeBackLast() noexcept {
     try {
-        journal_.takeBackLast();
+        journal_.cutBack(beforeLast_);
     } catch (...) {
         noteMissing();
     }
@@ -150,7 +160,7 @@ void JournalWriter::writeAnew(const FontWithHistory& font) {
     try {
         rewrite(font);
     } catch (...) {
-        lock_.reset();
+        drop();
         throw;
     }
 }
@@ -163,10 +173,12 @@ void JournalWriter::drop() {
 
 void JournalWriter::release(const FontWithHistory& font) {
     const bool isUnsaved = font.history.isUnsaved();
+    bool isWhole = true;
     if (lock_ && isBroken_) {
         try {
             rewrite(font);
         } catch (...) {
+            isWhole = false;
             if (!isUnsaved) journal_.remove();
         }
     }
@@ -178,6 +190,7 @@ void JournalWriter::release(const FontWithHistory& font) {
         size_ = journal_.sizeOnDisk();
         used_ = std::min(used_, size_);
     }
+    if (!isWhole) used_ = 0;
     isBroken_ = false;
     lock_.reset();
 }

@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <functional>
 #include <optional>
+#include <span>
 #include <string>
 #include <string_view>
 
@@ -44,10 +45,13 @@ class JournalWriter {
 
     // `font` is as it is before the entry. Raises as lock() and Journal::append() do.
     void write(const JournalEntry& entry, const FontWithHistory& font);
+    // All of them or none.
+    void write(std::span<const FontChange> changes, const FontWithHistory& font);
     // What cannot be written is noted to be missing.
     void tryWrite(const JournalEntry& entry, const FontWithHistory& font) noexcept;
     // The journal lacks something that is in the font.
     void noteMissing() noexcept { isBroken_ = true; }
+    // Takes away again what was written last.
     void takeBackLast() noexcept;
     void flush() { journal_.flush(); }
     bool isOpen() const noexcept { return journal_.isOpen(); }
@@ -71,6 +75,7 @@ class JournalWriter {
 
     void prepare(const FontWithHistory& font);
     void rewrite(const FontWithHistory& font);
+    void append(std::span<const TimedEntry> entries, const FontWithHistory& font);
 
     std::string name_;
     std::string fontFile_;
@@ -79,6 +84,7 @@ class JournalWriter {
     std::uint64_t size_ = 0;  // on the disk while it is closed
     std::uint64_t used_ = 0;  // what of it can be gone on from
     std::string unreadable_;  // why the journal that there is cannot be read
+    std::uint64_t beforeLast_ = 0;
     bool isBroken_ = false;
     std::optional<FileLock> lock_;
 };

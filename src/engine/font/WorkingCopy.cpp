@@ -92,7 +92,8 @@ void WorkingCopy::dropJournal() {
 }
 
 // Says what keeps a change from being made.
-void WorkingCopy::writeChange(const JournalEntry& entry) {
+template <class Entry>
+void WorkingCopy::writeChange(const Entry& entry) {
     lock();
     try {
         journal_.write(entry, font_);
@@ -105,7 +106,7 @@ void WorkingCopy::make(FontChange change) {
     font_.history.reserve();
     bool isWritten = false;
     try {
-        writeChange(change);
+        writeChange<JournalEntry>(change);
         isWritten = true;
     } catch (const Failure&) {
         if (!removesUncommitted(change)) throw;
@@ -118,6 +119,16 @@ void WorkingCopy::make(FontChange change) {
         throw;
     }
     noteChange(std::move(change));
+}
+
+void WorkingCopy::make(std::vector<FontChange> changes) {
+    if (changes.empty()) return;
+    font_.history.reserve(changes.size());
+    FontState draft = font_.state;
+    for (const FontChange& change : changes) applyChange(change, draft);
+    writeChange<std::span<const FontChange>>(changes);
+    font_.state = std::move(draft);
+    for (FontChange& change : changes) noteChange(std::move(change));
 }
 
 void WorkingCopy::makeAnyway(FontChange change) {
@@ -197,7 +208,7 @@ std::string WorkingCopy::go(bool back) {
         revertAct(*act, draft);
     else
         applyAct(*act, draft);
-    writeChange(back ? JournalEntry(ActUndone{}) : JournalEntry(ActRedone{}));
+    writeChange<JournalEntry>(back ? JournalEntry(ActUndone{}) : JournalEntry(ActRedone{}));
     if (back)
         history.undo();
     else

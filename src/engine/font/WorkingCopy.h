@@ -57,6 +57,8 @@ class WorkingCopy {
     // work on the font, Path/File access error (75) when the font was changed since it was opened, and what
     // writing raises; the font is then as it was. Uncommitted samples can be removed all the same.
     void make(FontChange change);
+    // All of them or none.
+    void make(std::vector<FontChange> changes);
     // The same for a change that is not to be lost for want of a journal: endAct() raises that then.
     void makeAnyway(FontChange change);
     void removeUncommitted();
@@ -88,7 +90,8 @@ class WorkingCopy {
   private:
     void open();
     void openLocked(std::optional<Replayed> replayed);
-    void writeChange(const JournalEntry& entry);
+    template <class Entry>
+    void writeChange(const Entry& entry);
     void noteChange(FontChange change);
     void amend(std::string_view words, std::string_view screenState);
     void endOwnAct();
