@@ -42,6 +42,8 @@ PartPane::PartPane(trainer::TrainerWindow& model, const WindowMenus& menus, QWid
     readingTitle->setBuddy(reading);
     notice_ = addText("notice");
     notice_->setWordWrap(true);
+    // The image does not move by what is said.
+    notice_->setMinimumHeight(notice_->fontMetrics().height() + 2 * notice_->margin());
     check_ = addText("heldOutCheck");
     check_->setTextInteractionFlags(Qt::TextSelectableByMouse);
     check_->setWordWrap(true);
@@ -127,7 +129,6 @@ void PartPane::showTexts() {
         preview_->setPalette(warns ? warning : QPalette());
 
         notice_->setText(qtText(model_.noticeText()));
-        notice_->setVisible(!model_.noticeText().empty());
         check_->setText(qtText(model_.checkText()));
         check_->setVisible(!model_.checkText().empty());
     });

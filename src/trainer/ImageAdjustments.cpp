@@ -43,22 +43,29 @@ void ImageAdjustments::fontShown() {
         setCommon(std::exchange(withoutFont_, {}), "change of the image settings");
 }
 
-void ImageAdjustments::setRegion(const std::optional<engine::RotatedBox>& region, bool forThisImageOnly) {
+void ImageAdjustments::takeRegion(const std::optional<engine::RotatedBox>& region, bool forThisImageOnly,
+                                  SegmentationSettings& common) {
     if (forThisImageOnly) {
         ownRegions_[path()] = region;
     } else {
         ownRegions_.erase(path());
-        SegmentationSettings settings = commonSettings();
-        settings.region = region;
-        setCommon(settings, region ? "change of the region" : "removal of the region");
+        common.region = region;
     }
+}
+
+void ImageAdjustments::setRegion(const std::optional<engine::RotatedBox>& region, bool forThisImageOnly) {
+    SegmentationSettings common = commonSettings();
+    takeRegion(region, forThisImageOnly, common);
+    setCommon(common, region ? "change of the region" : "removal of the region");
     settingsChanged();
 }
 
-void ImageAdjustments::setPrint(const engine::PrintSettings& print) {
-    SegmentationSettings settings = commonSettings();
-    settings.print = print;
-    setCommon(settings, "change of the image settings");
+void ImageAdjustments::set(const SegmentationSettings& settings, bool regionForThisImageOnly) {
+    SegmentationSettings common = commonSettings();
+    common.print = settings.print;
+    if (settings.region != this->settings().region)
+        takeRegion(settings.region, regionForThisImageOnly, common);
+    setCommon(common, "change of the image settings");
     settingsChanged();
 }
 

@@ -255,5 +255,34 @@ TEST_F(LabellingKeys, LaterImagesTakeTwoKeysEach) {
     EXPECT_LE(notFound, count / 10);
 }
 
+// The region and the corrected characters by keys, while a text is proposed anew at each of them.
+TEST_F(LabellingKeys, KeysStayWithTheImageUntilItsModeEnds) {
+    draw(1);
+    openFolder();
+    newFont();
+    waitForProposal();
+    const auto press = [&](std::initializer_list<int> pressed, Qt::KeyboardModifiers modifiers = {}) {
+        for (const int key : pressed) {
+            LabellingKeys::press(key, modifiers);
+            waitForProposal();
+        }
+    };
+    press({Qt::Key_R}, Qt::ControlModifier);
+    press({Qt::Key_Return, Qt::Key_Up, Qt::Key_Up});
+    const auto& region = window.model().view.region().region();
+    ASSERT_TRUE(region);
+    const float top = region->centreY;
+    press({Qt::Key_Down});
+    EXPECT_GT(region->centreY, top);
+    press({Qt::Key_Delete, Qt::Key_Escape});
+    EXPECT_EQ(window.focusWidget(), &box());
+    const std::size_t found = trainer.preview().size();
+    press({Qt::Key_B}, Qt::ControlModifier);
+    press({Qt::Key_Home, Qt::Key_S, Qt::Key_Tab, Qt::Key_S});
+    EXPECT_EQ(trainer.preview().size(), found + 2);
+    press({Qt::Key_Escape});
+    EXPECT_EQ(window.focusWidget(), &box());
+}
+
 }  // namespace
 }  // namespace dravik

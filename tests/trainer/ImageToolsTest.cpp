@@ -185,7 +185,7 @@ TEST_F(ImageToolsTest, CharactersAreCorrectedByKeysAndRememberedUntilTheImageIsL
     EXPECT_EQ(samples(), before + 6);
     trainer.parts().setCurrent(0);
     // Other settings that find the same leave it, others do not.
-    trainer.adjustments().setPrint({.polarity = Polarity::DarkOnLight});
+    trainer.adjustments().set({.print = {.polarity = Polarity::DarkOnLight}}, false);
     EXPECT_EQ(found(), 6u);
     tools.undo();
     EXPECT_EQ(found(), 7u);
@@ -207,7 +207,7 @@ TEST_F(ImageToolsTest, NoImageIsLostToTheSegmentation) {
     open("a.pgm", seen);
     ASSERT_EQ(found(), 2u);
     const RotatedBox first = trainer.preview()[0].box, second = trainer.preview()[1].box;
-    trainer.adjustments().setPrint({.polarity = Polarity::LightOnDark, .smallestHeight = 300});
+    trainer.adjustments().set({.print = {.polarity = Polarity::LightOnDark, .smallestHeight = 300}}, false);
     ASSERT_EQ(found(), 0u);
     text().edit("12");
     actions.correctCharacters.trigger();
@@ -296,6 +296,17 @@ TEST_F(ImageToolsTest, TheSettingsFormTakesChoicesAndFigures) {
     EXPECT_EQ(trainer.adjustments().settings().region, uneven) << "not rounded by looking at it";
     selectFont();
     EXPECT_EQ(found(), 7u) << "by the settings of the font, which has samples";
+    platform.script("imageSettingsForm", [](Form& form) {
+        dynamic_cast<ComboBox&>(*form.find("cboPolarity")).setListIndex(1);
+        dynamic_cast<CheckBox&>(*form.find("chkRegion")).setChecked(true);
+        const char* const boxes[] = {"txtLeft", "txtTop", "txtWidth", "txtHeight", "txtAngle"};
+        for (const char* box : boxes) dynamic_cast<TextBox&>(*form.find(box)).setText("90");
+        dynamic_cast<Button&>(*form.find("OKButton")).press();
+    });
+    actions.imageSettings.trigger();
+    EXPECT_TRUE(trainer.adjustments().settings().region);
+    trainer.acts().undo();
+    EXPECT_EQ(trainer.adjustments().settings(), SegmentationSettings{}) << "all at once";
 }
 
 }  // namespace

@@ -194,7 +194,7 @@ TEST_F(TrainerWindowTest, ImagesThatArriveComeUpUnlessTheOperatorIsBusyElsewhere
 }
 
 // The screen's own buttons are not reached by the keyboard in every container; the menus press them.
-TEST_F(TrainerWindowTest, ViewsAndThemesAreChosenInTheMenuAndTheThemeIsKept) {
+TEST_F(TrainerWindowTest, ViewsAndThemesAreChosenInTheMenuAndWhatIsChosenIsKept) {
     screen::Screen& screen = trainer.control().screen();
     EXPECT_TRUE(window.actions.viewGraphical.checked());
     window.actions.viewNumeric.trigger();
@@ -206,6 +206,8 @@ TEST_F(TrainerWindowTest, ViewsAndThemesAreChosenInTheMenuAndTheThemeIsKept) {
     window.actions.viewLog.trigger();
     EXPECT_FALSE(window.actions.viewLog.checked());
 
+    EXPECT_TRUE(window.gallery.isShown() && window.actions.showGallery.checked());
+    window.actions.showGallery.trigger();
     EXPECT_EQ(system.theme, Theme::System);
     window.actions.themeDark.trigger();
     EXPECT_EQ(system.theme, Theme::Dark);
@@ -214,6 +216,7 @@ TEST_F(TrainerWindowTest, ViewsAndThemesAreChosenInTheMenuAndTheThemeIsKept) {
     EXPECT_EQ(system.theme, Theme::Dark) << "what the command line wants is for one run";
     EXPECT_TRUE(next.actions.themeDark.checked());
     EXPECT_FALSE(next.actions.themeSystem.checked());
+    EXPECT_FALSE(next.gallery.isShown() || next.actions.showGallery.checked());
 }
 
 TEST_F(TrainerWindowTest, HelpSaysWhatTheKeysDoAndWhereFontsAreAndThatThereIsNoGuide) {

@@ -195,7 +195,7 @@ void GalleryForm::showChoices() {
 void GalleryForm::showCount() {
     const std::size_t selected = pictures.selected().size();
     std::string text = counted(static_cast<std::size_t>(pictures.count()));
-    if (shown_.kind != ShownSamples::Kind::Misread) text += ", the worst first";
+    if (pictures.count() > 1 && shown_.kind != ShownSamples::Kind::Misread) text += ", the worst first";
     if (selected > 1) text += "; " + std::to_string(selected) + " selected";
     lblCount.setCaption(std::move(text));
     const bool any = pictures.count() > 0;

@@ -21,6 +21,7 @@ namespace dravik::trainer {
 namespace {
 
 constexpr char kThemeKey[] = "theme";
+constexpr char kGalleryKey[] = "gallery", kHidden[] = "hidden", kShown[] = "shown";
 constexpr char kOpeningText[] = "Opening the image...";
 // For so long the image before may stand in the place of one that is being opened.
 constexpr std::chrono::milliseconds kUnnoticed{200};
@@ -101,7 +102,10 @@ TrainerWindow::TrainerWindow(Trainer& trainer, ui::Platform& platform, WindowSys
     on(actions.fontRestore, [this] { restoreFont(); });
     on(actions.readAll, [this] { startReadAll(); });
     on(actions.fontAccuracy, [this] { askForPage(); });
-    on(actions.showGallery, [this] { gallery.setShown(!gallery.isShown()); });
+    on(actions.showGallery, [this] {
+        gallery.setShown(!gallery.isShown());
+        system_.keep(kGalleryKey, gallery.isShown() ? kShown : kHidden);
+    });
     on(actions.keys, [this] { showKeys(); });
     on(actions.about, [this] { showAbout(); });
     on(actions.camera, [this] { camera_.show(); });
@@ -125,11 +129,15 @@ TrainerWindow::TrainerWindow(Trainer& trainer, ui::Platform& platform, WindowSys
         gallery.shownChanged.connect([this] { actions.showGallery.setChecked(gallery.isShown()); }));
     connections_.push_back(view.changed.connect([this] { showPossible(); }));
     connections_.push_back(trainer.previewChanged.connect([this] { showPreview(); }));
-    connections_.push_back(view.modeChanged.connect([this] { showActs(); }));
+    connections_.push_back(view.modeChanged.connect([this] {
+        if (view.mode() == ViewMode::Look) giveFocus();
+        showActs();
+    }));
     connections_.push_back(trainer.adjustments().charactersChanged.connect([this] { showActs(); }));
     connections_.push_back(trainer.readingChanged.connect(showReading));
     connections_.push_back(trainer.labelling().textWanted.connect([this] {
-        if (!strip.hasStepped()) trainer_.control().screen().sample.txtSampleInput.setFocus();
+        if (!strip.hasStepped() && view.mode() == ViewMode::Look)
+            trainer_.control().screen().sample.txtSampleInput.setFocus();
     }));
     strip.stateOf = [&labelling = trainer.labelling()](const std::string& path) {
         return labelling.state(path);
@@ -148,6 +156,7 @@ TrainerWindow::TrainerWindow(Trainer& trainer, ui::Platform& platform, WindowSys
         trainer.control().screen().font.cmdSelectFont.click.connect([this] { giveFocus(); }));
     actions.theme.setVisible(system.hasThemes());
     showTheme(keptTheme());
+    gallery.setShown(system.kept(kGalleryKey) != kHidden);
     showPart();
     showPreview();
     showReading();
@@ -378,6 +387,11 @@ std::string TrainerWindow::viewDescription() const {
     if (!view.image()) return view.message();
     const std::string selection = tools.selectionText();
     return selection.empty() ? trainer_.previewText() : selection;
+}
+
+std::string TrainerWindow::noticeText() const {
+    const std::string& notice = trainer_.acts().notice();
+    return notice.empty() ? tools.modeHint() : notice;
 }
 
 void TrainerWindow::open(const std::vector<std::string>& paths) {
