@@ -13,6 +13,7 @@
 #include "screen/support/ScriptedPlatform.h"
 #include "trainer/support/PgmFile.h"
 #include "trainer/support/TrainerFixture.h"
+#include "trainer/window/KeysForm.h"
 
 namespace dravik::test {
 
@@ -206,6 +207,9 @@ TEST_F(TrainerWindowTest, ViewsAndThemesAreChosenInTheMenuAndWhatIsChosenIsKept)
     window.actions.viewLog.trigger();
     EXPECT_FALSE(window.actions.viewLog.checked());
 
+    window.arrangeFor(TrainerWindow::kFirstHeight - 1);
+    EXPECT_FALSE(window.gallery.isShown()) << "the screen needs the room";
+    window.arrangeFor(TrainerWindow::kFirstHeight);
     EXPECT_TRUE(window.gallery.isShown() && window.actions.showGallery.checked());
     window.actions.showGallery.trigger();
     EXPECT_EQ(system.theme, Theme::System);
@@ -216,19 +220,20 @@ TEST_F(TrainerWindowTest, ViewsAndThemesAreChosenInTheMenuAndWhatIsChosenIsKept)
     EXPECT_EQ(system.theme, Theme::Dark) << "what the command line wants is for one run";
     EXPECT_TRUE(next.actions.themeDark.checked());
     EXPECT_FALSE(next.actions.themeSystem.checked());
+    next.arrangeFor(TrainerWindow::kFirstHeight);
     EXPECT_FALSE(next.gallery.isShown() || next.actions.showGallery.checked());
 }
 
 TEST_F(TrainerWindowTest, HelpSaysWhatTheKeysDoAndWhereFontsAreAndThatThereIsNoGuide) {
     std::vector<std::string> words;
     platform.modalHandlers["keysForm"] = [&](Form& form) {
-        for (std::size_t i = 0; i < 2 * keyHelp().size(); ++i)
-            words.push_back(dynamic_cast<Label&>(*form.find("lblKeys(" + std::to_string(i) + ")")).caption());
+        const auto& grid = dynamic_cast<KeysForm&>(form).grid;
+        for (int row = 0; row < grid.rows(); ++row) words.push_back(grid.text(row, 1));
         form.defaultButton->press();
     };
     window.actions.keys.trigger();
-    ASSERT_EQ(words.size(), 2 * keyHelp().size());
-    EXPECT_EQ(words[5], "fit, actual size");
+    ASSERT_EQ(words.size(), keyHelp().size() + 1);
+    EXPECT_EQ(words[3], "fit, actual size");
     platform.boxAnswers = {Answer::Ok};
     window.actions.about.trigger();
     ASSERT_EQ(platform.boxes.size(), 1u);

@@ -156,11 +156,15 @@ TrainerWindow::TrainerWindow(Trainer& trainer, ui::Platform& platform, WindowSys
         trainer.control().screen().font.cmdSelectFont.click.connect([this] { giveFocus(); }));
     actions.theme.setVisible(system.hasThemes());
     showTheme(keptTheme());
-    gallery.setShown(system.kept(kGalleryKey) != kHidden);
+    gallery.setShown(system.kept(kGalleryKey) == kShown);
     showPart();
     showPreview();
     showReading();
     showActs();
+}
+
+void TrainerWindow::arrangeFor(int height) {
+    if (system_.kept(kGalleryKey).empty()) gallery.setShown(height >= kFirstHeight);
 }
 
 void TrainerWindow::giveFocus() {
