@@ -55,11 +55,12 @@ std::vector<std::string> FontReader::characters() const {
     return result;
 }
 
-std::vector<ReadCharacter> FontReader::read(const GreyImage& image) const {
+std::vector<ReadCharacter> FontReader::read(const GreyImage& image,
+                                            const SegmentationSettings& settings) const {
     if (network_.empty()) return {};
     // The scene does not outlive the image.
     return read(
-        findScene(std::shared_ptr<const GreyImage>(std::shared_ptr<const GreyImage>(), &image), settings_));
+        findScene(std::shared_ptr<const GreyImage>(std::shared_ptr<const GreyImage>(), &image), settings));
 }
 
 std::vector<ReadCharacter> FontReader::read(const Scene& found, const std::stop_token& stop) const {

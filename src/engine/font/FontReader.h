@@ -54,10 +54,10 @@ class FontReader {
 
     // The characters that the font can read, in the order of its network.
     std::vector<std::string> characters() const;
-    // By which it looks at images.
+    // The font's own, by which images are looked at where no others are given.
     const SegmentationSettings& settings() const noexcept { return settings_; }
-    // By the settings of the font.
-    std::vector<ReadCharacter> read(const GreyImage& image) const;
+    std::vector<ReadCharacter> read(const GreyImage& image) const { return read(image, settings_); }
+    std::vector<ReadCharacter> read(const GreyImage& image, const SegmentationSettings& settings) const;
     // The same of an image in which `found` is what findScene() finds. Ends early, with what it likes, once a
     // stop is requested.
     std::vector<ReadCharacter> read(const Scene& found, const std::stop_token& stop = {}) const;
