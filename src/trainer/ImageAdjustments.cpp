@@ -19,8 +19,12 @@ const SegmentationSettings& ImageAdjustments::commonSettings() const {
 }
 
 SegmentationSettings ImageAdjustments::settings() const {
+    return settingsOf(path());
+}
+
+SegmentationSettings ImageAdjustments::settingsOf(const std::string& path) const {
     SegmentationSettings settings = commonSettings();
-    if (const auto own = ownRegions_.find(path()); own != ownRegions_.end()) settings.region = own->second;
+    if (const auto own = ownRegions_.find(path); own != ownRegions_.end()) settings.region = own->second;
     return settings;
 }
 

@@ -23,6 +23,8 @@ class ImageAdjustments {
     // By which the current image is looked at: those of the font, or of the program while no font is loaded,
     // with the image's own region.
     engine::SegmentationSettings settings() const;
+    // The same for any image.
+    engine::SegmentationSettings settingsOf(const std::string& path) const;
     // Those that count for all images.
     const engine::SegmentationSettings& commonSettings() const;
     bool hasOwnRegion() const;

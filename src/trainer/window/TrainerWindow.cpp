@@ -255,18 +255,16 @@ void TrainerWindow::showPlace(const std::string& image, const engine::Region& bo
 
 void TrainerWindow::startReadAll() {
     const OpenedParts& parts = trainer_.parts();
-    std::vector<std::string> paths;
-    for (int index = 0; index < parts.count(); ++index) paths.push_back(parts.path(index));
-    readAll.start(std::make_unique<ReadAll>(
-        std::make_shared<const engine::FontReader>(trainer_.tool().reader()), parts.decoder(), paths,
-        [this](const std::string& path) -> std::optional<std::string> {
-            const auto label = trainer_.labelling().labels().text(path);
-            if (!label) return std::nullopt;
-            std::string text;
-            for (const char c : *label)
-                if (c != ' ' && c != '\n') text += c;
-            return text;
-        }));
+    std::vector<ReadAll::Task> tasks;
+    for (int index = 0; index < parts.count(); ++index) {
+        const std::string& path = parts.path(index);
+        std::optional<std::string> expected = trainer_.labelling().labels().text(path);
+        if (expected) std::erase(*expected, ' ');
+        tasks.push_back({path, std::move(expected), trainer_.adjustments().settingsOf(path)});
+    }
+    readAll.start(
+        std::make_unique<ReadAll>(std::make_shared<const engine::FontReader>(trainer_.tool().reader()),
+                                  parts.decoder(), std::move(tasks)));
     platform_.show(readAll);
 }
 
