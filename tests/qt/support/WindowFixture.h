@@ -46,6 +46,10 @@ class WindowFixture : public testing::Test {
     }
     QAction& action(const char* name) { return view<QAction>(name); }
 
+    // Nothing is remembered of another test.
+    struct Unremembered {
+        Unremembered() { QSettings().clear(); }
+    } const unremembered;
     const QTemporaryDir folder;
     QtPlatform platform;
     Trainer trainer{platform, JobFolder(folder.filePath("Jobs").toStdString()), decodeImageFile, false};
