@@ -1,18 +1,7 @@
 // What a tool reports arrives with its own number and text, whichever way it is called.
-#include <gtest/gtest.h>
+#include "windows/com/support/ComTest.h"
 
-#include "screen/support/RecordingTool.h"
-#include "support/Refused.h"
-#include "windows/com/Boundary.h"
-#include "windows/com/ComFontTool.h"
-#include "windows/com/ComText.h"
-#include "windows/com/FontToolObject.h"
-#include "windows/com/LateBound.h"
-
-namespace dravik {
-
-using namespace com;
-using namespace tool;
+namespace dravik::test {
 namespace {
 
 // Every operation of the contract, with arguments that suit it.
@@ -167,4 +156,4 @@ TEST(Failures, OfAnyKindLeaveAsCodes) {
 }
 
 }  // namespace
-}  // namespace dravik
+}  // namespace dravik::test

@@ -1,12 +1,7 @@
 // Where the keyboard focus is when it comes back into the control, and who is told of it.
 #include "windows/control/support/Bench.h"
 
-#include <gmock/gmock.h>
-
-namespace dravik {
-
-using namespace test;
-using namespace com;
+namespace dravik::test {
 namespace {
 
 // Keys that are held down while a call is made.
@@ -26,14 +21,13 @@ class HeldKeys {
     BYTE before_[256] = {};
 };
 
-class FocusOfHosts : public ::testing::TestWithParam<const char*> {};
+class FocusOfHosts : public testing::TestWithParam<const char*> {};
 
-INSTANTIATE_TEST_SUITE_P(Control, FocusOfHosts, ::testing::Values("strict", "atl", "sheet"),
+INSTANTIATE_TEST_SUITE_P(Control, FocusOfHosts, testing::Values("strict", "atl", "sheet"),
                          [](const auto& info) { return std::string(info.param); });
 
 TEST_P(FocusOfHosts, GoesBackWhenABoxOrAFormIsGone) {
-    Bench bench(GetParam());
-    bench.bind("HELLO");
+    Bench bench(GetParam(), "HELLO");
     bench.type(L"HELLOOO");
     bench.robot.expectBox(L"Difference in character counts", IDOK);
     bench.host->key(VK_RETURN);
@@ -60,19 +54,18 @@ TEST_P(FocusOfHosts, GoesBackWhenABoxOrAFormIsGone) {
     ASSERT_TRUE(IsChild(histogram(), GetFocus()));
     closeForm(GetFocus());
     EXPECT_TRUE(bench.host->pumpUntil([&] { return GetFocus() == bench.input(); })) << "after a child form";
-    bench.robot.expectBox(L"Font Changed", IDNO);
-    bench.host->close();
-    EXPECT_THAT(bench.robot.surprises(), ::testing::IsEmpty());
+    bench.closeUnsaved();
+    EXPECT_THAT(bench.robot.surprises(), IsEmpty());
 }
 
-class FocusOfContainer : public ::testing::Test {
+class FocusOfContainer : public testing::Test {
   protected:
     FocusOfContainer() { bench.bind("HELLO"); }
 
-    StrictSite& site() { return static_cast<StrictHost&>(*bench.host).site(); }
+    StrictSite& site() { return bench.site(); }
     template <class Interface>
     ComPtr<Interface> as() const {
-        return ComPtr<IUnknown>(bench.host->control()).as<Interface>();
+        return bench.as<Interface>();
     }
     HRESULT verb(LONG verb, MSG* message = nullptr) {
         return as<IOleObject>()->DoVerb(verb, message, &site(), 0, bench.host->frame(), nullptr);
@@ -160,7 +153,7 @@ TEST_F(FocusOfContainer, IsLeftWithTheUserInterface) {
     ASSERT_EQ(verb(OLEIVERB_UIACTIVATE), S_OK);
     EXPECT_EQ(site().focus, 1);
     bench.host->close();
-    EXPECT_THAT(site().faults, ::testing::IsEmpty());
+    EXPECT_THAT(site().faults, IsEmpty());
 }
 
 TEST_F(FocusOfContainer, TheHostIsToldWhenTheAccessKeysChange) {
@@ -193,9 +186,8 @@ TEST_F(FocusOfContainer, TheHostIsToldWhenTheAccessKeysChange) {
     EXPECT_EQ(keys(), 0) << "nothing can be included before the run is saved or reverted";
     EXPECT_EQ(tellsOf([&] { bench.press(L"Revert"); }), 1);
     EXPECT_EQ(keys(), all);
-    bench.robot.expectBox(L"Font Changed", IDNO);
-    bench.host->close();
+    bench.closeUnsaved();
 }
 
 }  // namespace
-}  // namespace dravik
+}  // namespace dravik::test

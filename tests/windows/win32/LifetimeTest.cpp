@@ -1,19 +1,8 @@
 // Widgets, forms and pages that go away while one of their own events is running, and windows that go without
 // a word.
-#include "ui/Button.h"
-#include "ui/Grid.h"
-#include "ui/Label.h"
-#include "ui/ListControls.h"
-#include "ui/TextBox.h"
-#include "ui/Toolbar.h"
-#include "windows/win32/FormWindow.h"
-#include "windows/win32/Peer.h"
 #include "windows/win32/support/ShownPage.h"
 
 namespace dravik::test {
-
-using namespace ui;
-using namespace win32;
 namespace {
 
 struct Many : Form {

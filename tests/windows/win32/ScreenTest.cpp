@@ -1,16 +1,11 @@
 // The whole training screen in native controls, at another display scale and in other colours.
 #include "screen/context/Screen.h"
-#include "windows/win32/Look.h"
-#include "windows/win32/Peer.h"
-#include "windows/win32/WinText.h"
 #include "windows/win32/support/BlackScheme.h"
 #include "windows/win32/support/ShownPage.h"
 
 namespace dravik::test {
 
 using namespace screen;
-using namespace ui;
-using namespace win32;
 namespace {
 
 struct ShownScreen {

@@ -8,11 +8,8 @@
 #include "DravikDlgLib.h"
 #include "windows/control/support/Robot.h"
 
-namespace dravik {
+namespace dravik::test {
 
-using namespace test;
-using namespace com;
-using namespace tool;
 namespace {
 
 // At 96 dpi.
@@ -137,6 +134,11 @@ std::vector<WORD> pageTemplate() {
     return words;
 }
 
+// A lambda would not have the calling convention of 32-bit Windows.
+INT_PTR CALLBACK answerNothing(HWND, UINT, WPARAM, LPARAM) {
+    return FALSE;
+}
+
 class PropertySheetHost : public AtlWindowHost {
   public:
     PropertySheetHost() : template_(pageTemplate()) {
@@ -146,7 +148,7 @@ class PropertySheetHost : public AtlWindowHost {
         page.dwFlags = PSP_DLGINDIRECT;
         page.hInstance = GetModuleHandleW(nullptr);
         page.pResource = reinterpret_cast<DLGTEMPLATE*>(template_.data());
-        page.pfnDlgProc = [](HWND, UINT, WPARAM, LPARAM) -> INT_PTR { return FALSE; };
+        page.pfnDlgProc = answerNothing;
         PROPSHEETHEADERW sheet{};
         sheet.dwSize = sizeof sheet;
         sheet.dwFlags = PSH_PROPSHEETPAGE | PSH_MODELESS | PSH_NOCONTEXTHELP;
@@ -296,4 +298,4 @@ std::unique_ptr<Host> makePropertySheetHost() {
     return std::make_unique<PropertySheetHost>();
 }
 
-}  // namespace dravik
+}  // namespace dravik::test

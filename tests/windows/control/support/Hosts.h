@@ -9,7 +9,7 @@
 #include "windows/com/ComPtr.h"
 #include "windows/control/support/StrictSite.h"
 
-namespace dravik {
+namespace dravik::test {
 
 using namespace com;
 using namespace tool;
@@ -81,4 +81,4 @@ class StrictHost : public Host {
 std::unique_ptr<Host> makeAtlHost();
 std::unique_ptr<Host> makePropertySheetHost();
 
-}  // namespace dravik
+}  // namespace dravik::test

@@ -12,7 +12,7 @@
 #include "windows/com/ComPtr.h"
 #include "windows/com/Variant.h"
 
-namespace dravik {
+namespace dravik::test {
 
 using namespace com;
 using namespace tool;
@@ -149,4 +149,4 @@ inline bool giveKey(MSG& message, IUnknown& control, StrictSite& site, bool toAc
     return true;
 }
 
-}  // namespace dravik
+}  // namespace dravik::test

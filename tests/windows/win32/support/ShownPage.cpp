@@ -1,21 +1,14 @@
-#include "windows/win32/support/ShownPage.h"
 
+#include "windows/win32/support/ShownPage.h"
 #include <cstdlib>
 #include <filesystem>
 
 #include "base/Paths.h"
 #include "drivers/win32/PngFile.h"
-#include "support/Accessible.h"
 #include "windows/win32/CellBoard.h"
 #include "windows/win32/CellPeer.h"
-#include "windows/win32/Module.h"
-#include "windows/win32/Peer.h"
-#include "windows/win32/WinText.h"
 
 namespace dravik::test {
-
-using namespace ui;
-using namespace win32;
 
 std::wstring accessibleName(HWND window, LONG part) {
     return AccessibleWindow(window).name(part);
