@@ -61,7 +61,7 @@ class Bench {
     void include(const wchar_t* text, int characters);
     // Learn until the run has ended.
     void learn();
-    // The host closes, and the changes of the font are not saved.
+    // The host closes; should the control ask, the changes of the font are not saved.
     void closeUnsaved();
 
     template <class Interface>
