@@ -2,9 +2,7 @@
 // same source is built for Linux, where the tool is called directly, and for Windows, where it is called
 // through COM. Median of several runs, in milliseconds.
 #include <algorithm>
-#include <chrono>
 #include <cstdio>
-#include <functional>
 #include <memory>
 #include <string>
 #include <vector>
@@ -13,6 +11,7 @@
 #include "windows/com/ComFontTool.h"
 #include "windows/com/ComStep.h"
 #endif
+#include "Median.h"
 #include "base/Text.h"
 #include "contract/DrawnText.h"
 #include "engine/embedded/EmbeddedTool.h"
@@ -31,7 +30,6 @@ using namespace dravik::ui;
 using namespace dravik::com;
 #endif
 
-constexpr int kRuns = 9;
 constexpr int kSamples = 10'000;
 constexpr char kLine[] = "0123456789ABCEHLT0123456789";
 
@@ -79,16 +77,9 @@ StepPtr asHosted(const StepPtr& step) {
 }
 #endif
 
-void report(const char* what, const std::function<void()>& work) {
-    std::vector<double> times;
-    for (int run = 0; run < kRuns; ++run) {
-        const auto start = std::chrono::steady_clock::now();
-        work();
-        times.push_back(
-            std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now() - start).count());
-    }
-    std::nth_element(times.begin(), times.begin() + kRuns / 2, times.end());
-    std::printf("%-20s %8.3f ms\n", what, times[kRuns / 2]);
+template <class Work>
+void report(const char* what, const Work& work) {
+    std::printf("%-20s %8.3f ms\n", what, medianTime(work));
 }
 
 void measure() {

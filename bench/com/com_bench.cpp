@@ -1,13 +1,11 @@
 // What crossing COM costs: a font of 10,000 samples read directly, through the font tool's interface and
 // called by names; and an include. Median of several runs, in milliseconds.
-#include <algorithm>
-#include <chrono>
 #include <cstdio>
 #include <filesystem>
-#include <functional>
 #include <memory>
 #include <vector>
 
+#include "Median.h"
 #include "contract/DrawnText.h"
 #include "engine/embedded/EmbeddedTool.h"
 #include "support/TemporaryFolder.h"
@@ -23,20 +21,7 @@ using namespace dravik::com;
 using namespace dravik::engine;
 using namespace dravik::tool;
 
-constexpr int kRuns = 9;
 constexpr int kSamples = 10'000;
-
-double median(const std::function<void()>& work) {
-    std::vector<double> times;
-    for (int run = 0; run < kRuns; ++run) {
-        const auto start = std::chrono::steady_clock::now();
-        work();
-        times.push_back(
-            std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now() - start).count());
-    }
-    std::nth_element(times.begin(), times.begin() + kRuns / 2, times.end());
-    return times[kRuns / 2];
-}
 
 // As the histogram and the statistics do: two columns, and every cell once.
 double readColumns(const RecordTable& table) {
@@ -80,19 +65,20 @@ int main() {
                                         {"typed", typed.get()},
                                         {"late bound", lateBound.get()}}) {
             RecordTablePtr table;
-            const double query = median([&] { table = one->GetSampleData(kAllCommitted, kSampleFields); });
-            const double columns = median([&] {
+            const double query =
+                medianTime([&] { table = one->GetSampleData(kAllCommitted, kSampleFields); });
+            const double columns = medianTime([&] {
                 const auto fresh = one->GetSampleData(kAllCommitted, kSampleFields);
                 sum += readColumns(*fresh);
             });
-            const double cells = median([&] { sum += readCells(*table); });
+            const double cells = medianTime([&] { sum += readCells(*table); });
             std::printf("%-18s %10.3f %12.3f %11.3f\n", name, query, columns, cells);
         }
         tool->setImage(drawn({"0123456789ABCEHLT"}));
         for (const auto& [name, one] : {std::pair<const char*, FontTool*>{"direct", tool.get()},
                                         {"typed", typed.get()},
                                         {"late bound", lateBound.get()}}) {
-            const double include = median([&] {
+            const double include = medianTime([&] {
                 one->IncludeSamples("0123456789ABCEHLT");
                 for (int call = 0; call <= 17; ++call) one->DeleteSample(200000);
             });

@@ -50,6 +50,11 @@ void AppendFile::append(std::span<const std::uint8_t> bytes) {
     open_->size += bytes.size();
 }
 
+void AppendFile::cutBack(std::uint64_t size) {
+    open_->size = size;
+    open_->cut();
+}
+
 void AppendFile::flush() {
     if (open_->flushFailure == 0) open_->flushFailure = open_->file->flush();
     if (open_->flushFailure != 0) throw open_->failure(open_->flushFailure);

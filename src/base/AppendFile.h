@@ -23,6 +23,9 @@ class AppendFile {
 
     // All of it or nothing: on a failure, raised as above, the file is as long as it was.
     void append(std::span<const std::uint8_t> bytes);
+    // Takes away what was appended behind the first `size` bytes. When that fails, raised as above, it is
+    // taken away before something is appended once more.
+    void cutBack(std::uint64_t size);
     // Brings what was appended to the disk. May run on one other thread than append(), which it does not
     // block. Once it has failed it fails always: what had reached the disk by then is not known.
     void flush();

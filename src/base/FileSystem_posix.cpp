@@ -4,8 +4,10 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <array>
 #include <cerrno>
+#include <climits>
 
 #include "base/FileSystem.h"
 #include "base/Paths.h"
@@ -22,16 +24,26 @@ std::error_code systemError(int error) {
 
 // The errno of flushing a folder, 0 for none and where there is nothing to flush: a folder that may not be
 // read, or a file system that has no such thing, is trusted.
-int flushFolder(const std::string& folder) {
-    const Handle<FileDescriptor> handle(
-        open(folder.empty() ? "." : folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+int flushFolder(const char* folder) noexcept {
+    const Handle<FileDescriptor> handle(open(*folder ? folder : ".", O_RDONLY | O_DIRECTORY | O_CLOEXEC));
     if (!handle) return errno == EACCES ? 0 : errno;
     return fsync(handle.get()) == 0 || errno == EINVAL || errno == ENOTSUP ? 0 : errno;
 }
 
+// Of the file's folder. Takes no memory, as what was done to the file can be taken back no more.
+int flushOuterFolder(const std::string& file) noexcept {
+    std::array<char, PATH_MAX> folder{};
+    const std::size_t end = file.find_last_of(kSeparator);
+    if (end == std::string::npos) return flushFolder("");
+    const std::size_t size = std::max<std::size_t>(end, 1);
+    if (size >= folder.size()) return ENAMETOOLONG;
+    file.copy(folder.data(), size);
+    return flushFolder(folder.data());
+}
+
 // Behind what was done to the file.
 void flushDone(const std::string& file) {
-    if (const int error = flushFolder(folderOf(file)))
+    if (const int error = flushOuterFolder(file))
         throw Unflushed(numberOfErrno(error), file, std::generic_category().message(error));
 }
 
@@ -159,12 +171,12 @@ void makeFolders(const std::string& folder, std::error_code& error) {
         error = errno != EEXIST                          ? systemError(errno)
                 : entryKind(folder) == EntryKind::Folder ? std::error_code()
                                                          : systemError(ENOTDIR);
-    else if (const int unflushed = flushFolder(outer))
+    else if (const int unflushed = flushFolder(outer.c_str()))
         error = systemError(unflushed);
 }
 
 void flushFolderOf(const std::string& file) {
-    if (const int error = flushFolder(folderOf(file)))
+    if (const int error = flushOuterFolder(file))
         throw systemFailure(error, "Cannot bring to the disk the name of", file);
 }
 
@@ -228,6 +240,7 @@ void keepSecond(const std::string& file, const std::string& second) {
 void replaceFile(const std::string& from, const std::string& to, const std::string& backup,
                  const std::string& second) {
     const bool keeps = !backup.empty() && fileExists(to);
+    const bool isElsewhere = keeps && folderOf(backup) != folderOf(to);
     // A second name for the previous version, so that its own name never goes; a copy where links are not to
     // be had. It becomes the backup when all else is done, so that a failure leaves the older backup.
     if (keeps) keepSecond(to, second);
@@ -246,16 +259,17 @@ void replaceFile(const std::string& from, const std::string& to, const std::stri
     // Renaming does nothing where both are names of one file already.
     if (keeps) unlink(second.c_str());
     flushDone(to);
-    if (keeps && folderOf(backup) != folderOf(to)) flushDone(backup);
+    if (isElsewhere) flushDone(backup);
 }
 
 void moveFile(const std::string& from, const std::string& to, IfTaken ifTaken, const std::string& what) {
+    const bool isElsewhere = folderOf(from) != folderOf(to);
     const int error = ifTaken == IfTaken::Refuse              ? moveToFree(from, to)
                       : rename(from.c_str(), to.c_str()) == 0 ? 0
                                                               : errno;
     if (error != 0) throw systemFailure(error, what, error == EEXIST ? to : from);
     flushDone(to);
-    if (folderOf(from) != folderOf(to)) flushDone(from);
+    if (isElsewhere) flushDone(from);
 }
 
 unsigned long processNumber() {

@@ -170,18 +170,15 @@ void replaceFile(const std::string& from, const std::string& to, const std::stri
                  const std::string& second) {
     // ReplaceFile keeps the name present throughout, and the rights of the previous version with it.
     const bool keeps = !backup.empty() && fileExists(to);
-    if (keeps &&
-        ReplaceFileW(wide(to).c_str(), wide(from).c_str(), wide(second).c_str(), 0, nullptr, nullptr)) {
-        if (MoveFileExW(wide(second).c_str(), wide(backup).c_str(),
-                        MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH))
-            return;
+    const std::wstring target = wide(to), previous = wide(second), kept = wide(backup);
+    if (keeps && ReplaceFileW(target.c_str(), wide(from).c_str(), previous.c_str(), 0, nullptr, nullptr)) {
+        constexpr DWORD kFlags = MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH;
+        if (MoveFileExW(previous.c_str(), kept.c_str(), kFlags)) return;
         const int error = lastError();
-        MoveFileExW(wide(second).c_str(), wide(to).c_str(),
-                    MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH);
+        MoveFileExW(previous.c_str(), target.c_str(), kFlags);
         throw systemFailure(error, "Cannot keep the previous version of", to);
     }
-    if (!MoveFileExW(wide(from).c_str(), wide(to).c_str(),
-                     MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH))
+    if (!MoveFileExW(wide(from).c_str(), target.c_str(), MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH))
         throw systemFailure(lastError(), "Cannot write", to);
 }
 

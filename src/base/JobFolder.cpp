@@ -20,7 +20,7 @@ std::string JobFolder::imagesFolder() const {
 }
 
 std::string JobFolder::fontFile(const std::string& fontName) const {
-    return fontsFolder() + fontName + ".nnd";
+    return (fontsFolder() + fontName).append(kFontExtension);
 }
 
 std::string JobFolder::labelsFile() const {

@@ -5,8 +5,11 @@
 #pragma once
 
 #include <string>
+#include <string_view>
 
 namespace dravik {
+
+constexpr std::string_view kFontExtension = ".nnd";
 
 class JobFolder {
   public:

@@ -3,6 +3,7 @@
 #include <optional>
 #include <string>
 #include <thread>
+#include <utility>
 #include <variant>
 
 #include "base/JobFolder.h"
@@ -79,10 +80,23 @@ dravik_status dravik_learner_include(dravik_learner* learner, const dravik_image
         checkText(text, "text");
         std::string printed;
         for (const std::string& character : printedCharacters(text)) printed += character;
-        learner->tool.setImage(partToRead(image, settings).pixels);
+        learner->tool.overrideSettings({});
+        ImagePart part = partToRead(image, settings, learner->tool.settings());
+        learner->tool.overrideSettings(part.settings);
+        learner->tool.setImage(std::move(part.pixels));
         const tool::IncludeOutcome outcome = learner->fonts.include({.text = printed, .addMissing = true});
         std::visit(NotIncluded{}, outcome);
         if (samples) *samples = static_cast<std::int32_t>(std::get<tool::Included>(outcome).samples);
+    });
+}
+
+dravik_status dravik_learner_keep_settings(dravik_learner* learner, const dravik_settings* settings,
+                                           dravik_error* error) {
+    return guarded(error, [&] {
+        checkPointer(learner, "learner");
+        checkPointer(settings, "settings");
+        learner->tool.overrideSettings({});
+        learner->tool.setSettings(merged(settings, learner->tool.settings()));
     });
 }
 

@@ -96,8 +96,8 @@ dravik_status dravik_font_read(const dravik_font* font, const dravik_image* imag
     return guarded(error, [&] {
         checkPointer(font, "font");
         checkPointer(reading, "reading");
-        const ImagePart part = partToRead(image, settings);
-        std::vector<engine::ReadCharacter> read = font->reader.read(part.pixels);
+        const ImagePart part = partToRead(image, settings, font->reader.settings());
+        std::vector<engine::ReadCharacter> read = font->reader.read(part.pixels, part.settings);
         for (engine::ReadCharacter& one : read) {
             one.place.left += part.left;
             one.place.right += part.left;

@@ -13,7 +13,6 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr char kExtension[] = ".nnd";
 constexpr char kTitle[] = "Open Font";
 
 bool isInFontsFolder(const fs::path& file, const JobFolder& folder) {
@@ -52,7 +51,7 @@ std::string askForName(ui::Platform& platform, const std::string& path,
 
 bool isFontFile(const std::string& path) {
     std::error_code error;
-    return lowerCase(fromPath(toPath(path).extension())) == kExtension &&
+    return lowerCase(fromPath(toPath(path).extension())) == kFontExtension &&
            !fs::is_directory(toPath(path), error);
 }
 

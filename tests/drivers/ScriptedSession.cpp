@@ -230,7 +230,7 @@ void ScriptedSession::inspect() {
     const char* cell = guide ? kWrongCell : "lblChar(0)";
     driver_.openMenu("mnuMain", cell, "Show Font Histogram", [this] { picture("character-menu"); });
     picture("font-histogram");
-    driver_.act("showGallery");
+    driver_.trigger("showGallery");
     driver_.openMenu("mnuMain", cell, "Show Histogram", [] {});
     picture("character-histogram");
     if (guide) {
@@ -240,7 +240,7 @@ void ScriptedSession::inspect() {
     }
     driver_.closeForms();
     picture("gallery");
-    driver_.act("readAll");
+    driver_.trigger("readAll");
     require(driver_.waitUntil([&] { return !driver_.canClick("cmdReadAllStop"); }, kTrainingPatience),
             "the images were not read");
     picture("read-all");

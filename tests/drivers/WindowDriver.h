@@ -34,8 +34,6 @@ class WindowDriver {
 
     virtual bool canClick(const std::string& name) const = 0;
     virtual void click(const std::string& name) = 0;
-    // Chooses an action of the window's menus.
-    virtual void act(const std::string& action) = 0;
     virtual void clickTool(const std::string& bar, const std::string& key) = 0;
     // An entry of the menus, by the name of its action.
     virtual void trigger(const std::string& action) = 0;

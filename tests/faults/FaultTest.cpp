@@ -9,15 +9,6 @@
 namespace dravik::test {
 namespace {
 
-// The samples that learn has said to be included.
-std::size_t includedIn(const std::string& out) {
-    std::size_t count = 0;
-    for (std::size_t place = out.find("included "); place != std::string::npos;
-         place = out.find("included ", place + 1))
-        count += std::strtoul(out.c_str() + place + 9, nullptr, 10);
-    return count;
-}
-
 class Faults : public testing::TestWithParam<Story> {
   protected:
     const Story& story = GetParam();

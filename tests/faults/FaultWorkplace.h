@@ -61,6 +61,15 @@ inline std::string contentOf(const fs::path& file) {
     return {std::istreambuf_iterator<char>(stream), {}};
 }
 
+// The samples that learn has said to be included.
+inline std::size_t includedIn(const std::string& out) {
+    std::size_t count = 0;
+    for (std::size_t place = out.find("included "); place != std::string::npos;
+         place = out.find("included ", place + 1))
+        count += std::strtoul(out.c_str() + place + 9, nullptr, 10);
+    return count;
+}
+
 inline std::string digestOf(const fs::path& file) {
     const std::string content = contentOf(file);
     return std::to_string(content.size()) + " bytes, " + std::to_string(std::hash<std::string>{}(content));
@@ -123,6 +132,7 @@ class FaultWorkplace {
                 setenv(name, value.c_str(), 1);
             };
             if (chdir(folder_.path().c_str()) != 0) _exit(127);
+            std::signal(SIGPIPE, SIG_DFL);
             set("LD_PRELOAD", DRAVIK_FAULT_SHIM);
             set("QT_QPA_PLATFORM", display.empty() ? "offscreen" : "xcb");
             set("QT_LOGGING_RULES", "*=false");

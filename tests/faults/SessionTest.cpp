@@ -2,6 +2,8 @@
 // change that was completed is there, or the program has said that it is not. The last session of each story
 // is done once to count its operations on files, then once for each of them and each way in which it can
 // fail.
+#include <sys/stat.h>
+
 #include <array>
 #include <iostream>
 #include <sstream>
@@ -299,6 +301,52 @@ TEST_P(WindowEnds, AndWhatWasDoneIsThereAtTheNextStart) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Ways, WindowEnds, testing::Values(0, SIGTERM, SIGHUP, SIGINT, SIGKILL));
+
+// What ends `learn` while it includes: signals, and whoever reads its output (`learn ... | head -1`).
+class LearnEnds : public testing::TestWithParam<int> {};
+
+TEST_P(LearnEnds, AndWhatItHasIncludedIsThereWhenTheFontIsUsedAgain) {
+    const FaultWorkplace place;
+    std::ofstream list(place.path("many.tsv"));
+    for (int i = 0; i < 200; ++i) {
+        const std::string name = "part" + std::to_string(i) + ".pgm";
+        fs::create_hard_link(place.path("d5.pgm"), place.path(name));
+        list << name << "\t0123456789\n";
+    }
+    list.close();
+    const Words learn = {"dravik-trainer", "learn", "--font", "a", "--samples", "many.tsv"};
+    const std::string out = place.path("out");
+    const bool losesReader = GetParam() == SIGPIPE;
+    ASSERT_TRUE(!losesReader || mkfifo(out.c_str(), 0600) == 0);
+    const pid_t child = place.begin(learn);
+    std::size_t said = 0;
+    if (losesReader) {
+        std::string line;
+        std::getline(std::ifstream(out), line);
+        said = includedIn(line);
+        fs::remove(out);
+    } else {
+        for (int i = 0; i < 6000 && includedIn(contentOf(out)) < 30; ++i) usleep(5'000);
+        kill(child, GetParam());
+    }
+    const Outcome run = place.end(child);
+    if (GetParam() == SIGINT) {
+        EXPECT_EQ(run.status, 130);
+        EXPECT_NE(run.err.find("what was included is kept until the font is used again"), std::string::npos)
+            << run.err;
+    } else {
+        EXPECT_EQ(run.signal, GetParam()) << run.status << run.err;
+    }
+    said = std::max(said, includedIn(run.out));
+    ASSERT_GE(said, 10U);
+    EXPECT_EQ(place.samples(), 0U) << "it was ended before it has saved";
+    const Outcome again = place.run({"dravik-trainer", "learn", "--font", "a", "--samples", "letters.tsv"});
+    EXPECT_EQ(again.status, 0);
+    EXPECT_NE(again.err.find("a: "), std::string::npos) << "no word of what was found: " << again.err;
+    EXPECT_GE(place.samples(), said + includedIn(again.out)) << "included samples are lost";
+}
+
+INSTANTIATE_TEST_SUITE_P(Ways, LearnEnds, testing::Values(SIGTERM, SIGHUP, SIGINT, SIGKILL, SIGPIPE));
 
 std::string storyName(const testing::TestParamInfo<SessionStory>& info) {
     return info.param.name;

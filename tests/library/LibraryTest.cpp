@@ -11,6 +11,7 @@
 #include <map>
 #include <set>
 #include <thread>
+#include <utility>
 
 #include "contract/DrawnText.h"
 #include "engine/embedded/EmbeddedTool.h"
@@ -126,6 +127,49 @@ TEST(LibraryTest, TakesRowsApartAndUpsideDownInMemoryAndTellsARegionsBoxesInTheW
     EXPECT_EQ(text(font().read(imageOf(image), Settings().region(second).wholeImage())), "3141\n5926");
 }
 
+TEST(LibraryTest, WhatTheCallerDoesNotSetIsAsTheFontSays) {
+    const TemporaryFolder folder;
+    const std::string file = JobFolder(folder.path()).fontFile("digits");
+    std::filesystem::create_directories(toPath(file).parent_path());
+    std::filesystem::copy_file(toPath(taught().file()), toPath(file));
+    const engine::GreyImage image = drawn({"3141", "5926"});
+    const Reading whole = font().read(imageOf(image));
+    const int middle = whole.characters()[4].box.top - 10;
+    {
+        Learner learner("digits", folder.path());
+        learner.keepSettings(Settings().region({0, middle, image.width(), image.height()}));
+        EXPECT_EQ(learner.include(imageOf(image), "5926"), 4);
+        EXPECT_EQ(learner.include(imageOf(image), "31415926", Settings().wholeImage()), 8);
+        EXPECT_EQ(learner.include(imageOf(image), "5926"), 4) << "the call before has left nothing";
+        learner.save();
+    }
+    const Font kept = Font::named("digits", folder.path());
+    const Reading second = kept.read(imageOf(image));
+    ASSERT_EQ(second.text(), "5926");
+    EXPECT_EQ(std::memcmp(&second.characters()[0].box, &whole.characters()[4].box, sizeof(dravik_box)), 0);
+    EXPECT_EQ(kept.read(imageOf(image), Settings().region({0, 0, image.width(), middle})).text(), "3141");
+    EXPECT_EQ(kept.read(imageOf(image), Settings().wholeImage()).text(), "3141\n5926");
+
+    engine::GreyImage onItsHead = image;
+    for (int y = 0; y < image.height(); ++y)
+        for (int x = 0; x < image.width(); ++x)
+            onItsHead(x, y) = image(image.width() - 1 - x, image.height() - 1 - y);
+    EXPECT_EQ(kept.read(imageOf(onItsHead), Settings().turnedRegion(0, 0, image.width(), image.height(), 180))
+                  .text(),
+              "3141\n5926");
+    const Settings light = std::move(Settings().polarity(DRAVIK_LIGHT_ON_DARK));
+    const Settings high = std::move(Settings().smallestHeight(200));
+    for (const Settings* settings : {&light, &high})
+        EXPECT_NE(font().read(imageOf(image), *settings).text(), "3141\n5926");
+    const engine::GreyImage dots = drawn({"3141"}, {.scale = 8, .dot = 3});
+    const Reading asDots = font().read(imageOf(dots), Settings().print(DRAVIK_DOTS));
+    const Reading asSolid = font().read(imageOf(dots), Settings().print(DRAVIK_SOLID));
+    EXPECT_NE(asDots.characters().front().confidence, asSolid.characters().front().confidence);
+    EXPECT_EQ(statusOf([] { Settings().turnedRegion(0, 0, 3, 100, 0); }), DRAVIK_BAD_ARGUMENT);
+    EXPECT_EQ(statusOf([] { Settings().smallestHeight(2001); }), DRAVIK_BAD_ARGUMENT);
+    EXPECT_EQ(statusOf([] { Settings().polarity(static_cast<dravik_polarity>(3)); }), DRAVIK_BAD_ARGUMENT);
+}
+
 TEST(LibraryTest, OneFontReadsOnManyThreads) {
     std::map<std::string, std::set<std::string>> read;
     std::mutex lock;
@@ -151,6 +195,7 @@ TEST(LibraryTest, VerifiesCharacterByCharacter) {
     EXPECT_FALSE(reading.verify("314").passed());
     EXPECT_EQ(verdicts(reading.verify("314")), "rrru");
     EXPECT_EQ(verdicts(reading.verify("x3141")), "mrrrr");
+    EXPECT_EQ(verdicts(reading.verify("x314")), "mrrru") << "one missing and one too many, not four wrong";
     EXPECT_EQ(verdicts(reading.verify("3941")), "rwrr");
     EXPECT_EQ(verdicts(reading.verify("")), "uuuu");
 

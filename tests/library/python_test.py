@@ -58,6 +58,15 @@ class PythonModule(unittest.TestCase):
         region = (min(b.left for b in boxes) - 4, 0, boxes[-1].right + 3, picture.shape[0])
         part = self.font.read(picture, region=region, reject=0)
         self.assertEqual((part.text, part.characters[0].box), ("EXP", first.box))
+        # By the font's own settings, and by others in their place.
+        learner = dravik.Learner("hack", self.folder.name)
+        learner.keep_settings(dravik.Settings(region=region, polarity=dravik.Polarity.LIGHT_ON_DARK))
+        learner.save()
+        kept = dravik.Font.named("hack", self.folder.name)
+        turned = dravik.TurnedRegion(0, 0, picture.shape[1], picture.shape[0], 180)
+        self.assertEqual(kept.read(picture).text, "EXP")
+        self.assertEqual(kept.read(picture, settings=dravik.Settings(whole_image=True)).text, reading.text)
+        self.assertEqual(kept.read(picture[::-1, ::-1], settings=dravik.Settings(region=turned)).text, reading.text)
 
     def test_takes_every_layout_and_refuses_other_arrays(self):
         picture = image("rendered_lines/hack_000.png")

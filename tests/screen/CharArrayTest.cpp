@@ -1,15 +1,9 @@
-#include <gmock/gmock.h>
-
 #include <cmath>
 
 #include "screen/inspection/CharArray.h"
 #include "screen/support/ProcedureTest.h"
 
 namespace dravik::test {
-
-using namespace screen;
-using namespace tool;
-using namespace ui;
 namespace {
 
 using testing::Contains;

@@ -1,14 +1,8 @@
 #include "screen/histogram/CharHistogram.h"
 
-#include <gmock/gmock.h>
-
 #include "screen/support/ProcedureTest.h"
 
 namespace dravik::test {
-
-using namespace screen;
-using namespace tool;
-using namespace ui;
 namespace {
 
 using testing::Contains;

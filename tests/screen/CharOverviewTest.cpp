@@ -2,9 +2,6 @@
 #include "screen/support/BoundScreen.h"
 
 namespace dravik::test {
-
-using namespace screen;
-using namespace ui;
 namespace {
 
 TEST_F(BoundScreen, CellsShowHowOftenACharacterWasTrained) {

@@ -3,10 +3,6 @@
 #include "screen/support/BoundScreen.h"
 
 namespace dravik::test {
-
-using namespace screen;
-using namespace tool;
-using namespace ui;
 namespace {
 
 template <class Kind>

@@ -1,13 +1,8 @@
 // The histogram as it is opened from the screen's menu and worked with the pointer.
-#include <gmock/gmock.h>
-
 #include "screen/support/BoundScreen.h"
 #include "ui/Chart.h"
 
 namespace dravik::test {
-
-using namespace screen;
-using namespace ui;
 namespace {
 
 class HistogramOfTheScreen : public BoundScreen {

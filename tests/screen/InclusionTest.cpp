@@ -1,5 +1,3 @@
-#include <gmock/gmock.h>
-
 #include <algorithm>
 #include <cmath>
 #include <limits>
@@ -7,10 +5,6 @@
 #include "screen/support/BoundScreen.h"
 
 namespace dravik::test {
-
-using namespace screen;
-using namespace tool;
-using namespace ui;
 namespace {
 
 Features filled(double value) {

@@ -1,14 +1,8 @@
-#include <gmock/gmock.h>
-
 #include "screen/histogram/dlgCharHist.h"
 #include "screen/inspection/dlgCharArray.h"
 #include "screen/support/BoundScreen.h"
 
 namespace dravik::test {
-
-using namespace screen;
-using namespace tool;
-using namespace ui;
 namespace {
 
 class PopupMenusTest : public BoundScreen {

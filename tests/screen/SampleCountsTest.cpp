@@ -3,8 +3,6 @@
 #include "screen/support/ProcedureTest.h"
 
 namespace dravik::test {
-
-using namespace screen;
 namespace {
 
 class SampleCountsTest : public ProcedureTest {

@@ -1,9 +1,6 @@
 #include "screen/support/BoundScreen.h"
 
 namespace dravik::test {
-
-using namespace screen;
-using namespace ui;
 namespace {
 
 class SampleDeletionTest : public BoundScreen {

@@ -1,10 +1,6 @@
 #include "screen/support/BoundScreen.h"
 
 namespace dravik::test {
-
-using namespace screen;
-using namespace tool;
-using namespace ui;
 namespace {
 
 class SamplesGridTest : public BoundScreen {

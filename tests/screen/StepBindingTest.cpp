@@ -1,13 +1,7 @@
-#include <gmock/gmock.h>
-
 #include "screen/support/BoundScreen.h"
 #include "support/Refused.h"
 
 namespace dravik::test {
-
-using namespace screen;
-using namespace tool;
-using namespace ui;
 namespace {
 
 TEST_F(BoundScreen, StartsEmptyWithNothingToSaveOrStop) {

@@ -7,9 +7,6 @@
 #include "screen/support/ProcedureTest.h"
 
 namespace dravik::test {
-
-using namespace screen;
-using namespace ui;
 namespace {
 
 class TraceLogTest : public ProcedureTest {

@@ -1,17 +1,11 @@
 #include "screen/histogram/dlgCharHist.h"
 
-#include <gmock/gmock.h>
-
 #include <functional>
 #include <numeric>
 
 #include "screen/support/ProcedureTest.h"
 
 namespace dravik::test {
-
-using namespace screen;
-using namespace tool;
-using namespace ui;
 namespace {
 
 using testing::Contains;

@@ -60,6 +60,7 @@ TEST_F(ClosingFormTest, ASaveThatFailsKeepsTheQuestionAndOffersAnotherPlace) {
     history.locked = {"hack", "full.nnd"};
     platform.boxAnswers.assign(4, Answer::Ok);
     form();
+    EXPECT_FALSE(in<Button>(*shown, "cmdKeep").visible());
     press("cmdSaveAll");
     EXPECT_FALSE(shown->mayEnd());
     EXPECT_TRUE(shown->loaded());
@@ -77,6 +78,12 @@ TEST_F(ClosingFormTest, ASaveThatFailsKeepsTheQuestionAndOffersAnotherPlace) {
     EXPECT_TRUE(shown->loaded()) << "the font's own file is still without the changes";
     press("cmdDiscard");
     EXPECT_FALSE(shown->mayEnd());
+    EXPECT_THAT(platform.boxes.back().text, HasSubstr("end the program with Keep for Later"));
+    press("cmdKeep");
+    EXPECT_TRUE(shown->mayEnd()) << "a full disk is no reason to stay";
+    EXPECT_THAT(history.unsaved, ElementsAre("hack"));
+
+    form();
     history.locked.clear();
     press("cmdSaveAll");
     EXPECT_TRUE(shown->mayEnd());

@@ -95,6 +95,18 @@ TEST_F(HeadlessCommands, AFontLearntFromAListReadsOtherImages) {
                                        Reads("digits\t0123456789\t30\tyes\t20..-..-.. ..:..:..")));
 }
 
+// A face that draws O and 0 alike, of which there is one sample each.
+TEST_F(HeadlessCommands, NeighboursTellShapesApartThatAreDrawnAlike) {
+    workspace.draw("figures.pgm", "1203456789");
+    workspace.draw("letters.pgm", "LABOTCHE");
+    EXPECT_EQ(learn("f", "figures.pgm\t1203456789\nletters.pgm\tLABOTCHE\n").status, 0);
+    const auto number = workspace.draw("number.pgm", "2021", 7),
+               word = workspace.draw("word.pgm", "CHOAB", 7);
+    const auto right = ElementsAre(number + "\t2021", word + "\tCHOAB");
+    EXPECT_THAT(read("f", {number, word}).out, right);
+    EXPECT_THAT(read("f", {"--no-context", number, word}).out, testing::Not(right));
+}
+
 TEST_F(HeadlessCommands, ImagesThatCannotBeIncludedAreRefusedInWordsAndTheOthersGoOn) {
     workspace.draw("good.pgm", "12\n34");
     workspace.draw("short.pgm", "123");

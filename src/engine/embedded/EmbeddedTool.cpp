@@ -42,6 +42,19 @@ std::vector<CharacterRecord> characterRecords(const FontState& font) {
     return records;
 }
 
+// Without empty and repeated characters; raises Failure for a set that no font can have.
+tool::CharacterSet checkedSet(const tool::CharacterSet& set) {
+    tool::CharacterSet cleaned;
+    std::unordered_set<std::string> known;
+    for (const std::string& character : set)
+        if (!character.empty() && known.insert(character).second) cleaned.push_back(character);
+    if (cleaned.size() > static_cast<std::size_t>(tool::kMostSamples))
+        throw Failure(RuntimeError::OutOfMemory,
+                      "A font has at most " + std::to_string(tool::kMostSamples) + " characters");
+    checkCharacterSet(cleaned);
+    return cleaned;
+}
+
 }  // namespace
 
 EmbeddedTool::EmbeddedTool(JobFolder folder, bool remembersFont)
@@ -137,13 +150,13 @@ std::vector<ReadCharacter> EmbeddedTool::read() {
     return readingWork()({});
 }
 
-FontReader EmbeddedTool::reader() {
+FontReader EmbeddedTool::reader(Context context) {
     settle();
     const FontState& font = fonts_->state();
     return FontReader(
         font.training->network,
         DistanceMeasure(font.samples.statistics(), font.samples.columns(SampleKind::Committed)->samples),
-        settings());
+        settings(), context);
 }
 
 EmbeddedTool::ReadingWork EmbeddedTool::readingWork() {
@@ -225,9 +238,11 @@ std::vector<std::size_t> EmbeddedTool::committedPlaces(std::span<const std::int3
 
 void EmbeddedTool::deleteSamples(std::span<const std::int32_t> identifiers) {
     const std::vector<std::size_t> places = committedPlaces(identifiers);
+    std::vector<FontChange> changes;
     for (auto place = places.rbegin(); place != places.rend(); ++place)
-        fonts_->make(RemoveSample{SampleKind::Committed, static_cast<std::uint32_t>(*place),
-                                  fonts_->state().samples.at(SampleKind::Committed, *place)});
+        changes.push_back(RemoveSample{SampleKind::Committed, static_cast<std::uint32_t>(*place),
+                                       fonts_->state().samples.at(SampleKind::Committed, *place)});
+    fonts_->make(std::move(changes));
 }
 
 void EmbeddedTool::relabelSamples(std::span<const std::int32_t> identifiers, const std::string& character) {
@@ -245,12 +260,15 @@ void EmbeddedTool::relabelSamples(std::span<const std::int32_t> identifiers, con
         change.distancesBefore.push_back(committed->distances[place]);
     }
     if (change.serials.empty()) return;
-    tool::CharacterSet set = fonts_->state().characterSet;
+    std::vector<FontChange> changes;
+    const tool::CharacterSet& set = fonts_->state().characterSet;
     if (std::find(set.begin(), set.end(), character) == set.end()) {
-        set.push_back(character);
-        SetCharacterSet(set);
+        tool::CharacterSet larger = set;
+        larger.push_back(character);
+        changes.push_back(SetCharacters{set, checkedSet(larger)});
     }
-    fonts_->make(std::move(change));
+    changes.push_back(std::move(change));
+    fonts_->make(std::move(changes));
 }
 
 FontSummary EmbeddedTool::summary(const std::string& asked) {
@@ -289,18 +307,11 @@ void EmbeddedTool::DuplicateFont(const std::string& newName, const std::string& 
     fonts_->duplicate(newName, existingName);
 }
 
-void EmbeddedTool::SetCharacterSet(const tool::CharacterSet& set) {
+void EmbeddedTool::SetCharacterSet(const tool::CharacterSet& asked) {
     fonts_->font();
-    tool::CharacterSet cleaned;
-    std::unordered_set<std::string> known;
-    for (const std::string& character : set)
-        if (!character.empty() && known.insert(character).second) cleaned.push_back(character);
-    if (cleaned.size() > static_cast<std::size_t>(tool::kMostSamples))
-        throw Failure(RuntimeError::OutOfMemory,
-                      "A font has at most " + std::to_string(tool::kMostSamples) + " characters");
-    checkCharacterSet(cleaned);
-    if (cleaned != fonts_->state().characterSet)
-        fonts_->make(SetCharacters{fonts_->state().characterSet, std::move(cleaned)});
+    tool::CharacterSet set = checkedSet(asked);
+    if (set != fonts_->state().characterSet)
+        fonts_->make(SetCharacters{fonts_->state().characterSet, std::move(set)});
 }
 
 void EmbeddedTool::IncludeSamples(const std::string& expectedText) {

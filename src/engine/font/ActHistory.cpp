@@ -5,8 +5,18 @@
 
 namespace dravik::engine {
 
-void ActHistory::reserve() {
-    if (open_.size() == open_.capacity()) open_.reserve(std::max<std::size_t>(16, 2 * open_.size()));
+void applyAct(const Act& act, FontState& state) {
+    for (const FontChange& change : act.changes) applyChange(change, state);
+}
+
+void revertAct(const Act& act, FontState& state) {
+    for (auto change = act.changes.rbegin(); change != act.changes.rend(); ++change)
+        revertChange(*change, state);
+}
+
+void ActHistory::reserve(std::size_t count) {
+    const std::size_t coming = open_.size() + count;
+    if (coming > open_.capacity()) open_.reserve(std::max<std::size_t>(16, 2 * coming));
 }
 
 bool ActHistory::endAct(std::string_view words, std::string_view screenState, tool::FontTime when) {

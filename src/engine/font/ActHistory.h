@@ -19,13 +19,17 @@ struct Act {
     std::string screenState;  // after it, as it was handed in
     tool::FontTime when;      // it ended
 };
+// Raise Failure when the act does not fit the state; what of it was done by then stays.
+void applyAct(const Act& act, FontState& state);
+void revertAct(const Act& act, FontState& state);
 
 class ActHistory {
   public:
     // Changes since the last act ended.
     const std::vector<FontChange>& open() const noexcept { return open_; }
-    // Makes room first, so that one that raises has changed nothing and the next add() raises nothing.
-    void reserve();
+    // Makes room first, so that one that raises has changed nothing and the next `count` of add() raise
+    // nothing.
+    void reserve(std::size_t count = 1);
     void add(FontChange change) { open_.push_back(std::move(change)); }
 
     // Makes an act of the open changes; what was taken back before cannot be done again then. False, and the
@@ -36,6 +40,7 @@ class ActHistory {
 
     const std::deque<Act>& acts() const noexcept { return acts_; }
     std::size_t done() const noexcept { return done_; }
+    bool isEmpty() const noexcept { return acts_.empty() && open_.empty(); }
     // The screen's state before the first act.
     const std::string& firstScreenState() const noexcept { return firstScreenState_; }
     // After the last act that is done.

@@ -9,7 +9,6 @@
 #include <variant>
 #include <vector>
 
-#include "engine/font/Bytes.h"
 #include "engine/font/FontState.h"
 #include "tool/Samples.h"
 
@@ -73,8 +72,5 @@ bool changesTrainingOnly(std::span<const FontChange> changes);
 bool changesUncommittedOnly(std::span<const FontChange> changes);
 // What the changes did, in words to follow "Undo ": "deletion of 3 samples of B".
 std::string describe(std::span<const FontChange> changes);
-
-void encodeChange(ByteWriter& out, const FontChange& change);
-FontChange decodeChange(ByteReader& in);
 
 }  // namespace dravik::engine

@@ -16,7 +16,6 @@ namespace {
 
 constexpr std::size_t kMaskedFonts = 15;
 constexpr std::size_t kLongestName = 200;
-constexpr std::string_view kExtension = ".nnd";
 
 bool isFileName(const std::string& name) {
     if (name.empty() || name.size() > kLongestName || name == "." || name == "..") return false;
@@ -50,9 +49,9 @@ std::vector<std::string> FontLibrary::names() const {
     if (isStillToCome(folder_.fontsFolder())) return names;
     std::error_code error;
     for (const std::string& name : namesIn(folder_.fontsFolder(), error)) {
-        if (!name.ends_with(kExtension) || entryKind(folder_.fontsFolder() + name) != EntryKind::File)
+        if (!name.ends_with(kFontExtension) || entryKind(folder_.fontsFolder() + name) != EntryKind::File)
             continue;
-        if (std::string font = name.substr(0, name.size() - kExtension.size()); isFileName(font))
+        if (std::string font = name.substr(0, name.size() - kFontExtension.size()); isFileName(font))
             names.push_back(std::move(font));
     }
     if (error)

@@ -10,6 +10,7 @@
 #include "engine/classifier/Network.h"
 #include "engine/font/FontFile.h"
 #include "engine/image/GreyImage.h"
+#include "engine/recogniser/CharacterContext.h"
 #include "engine/scene/Scene.h"
 
 namespace dravik::engine {
@@ -50,14 +51,15 @@ class FontReader {
   public:
     // Of a font that is not trained everything reads as nothing.
     explicit FontReader(const FontRecord& font);
-    FontReader(Network network, DistanceMeasure measure, SegmentationSettings settings = {});
+    FontReader(Network network, DistanceMeasure measure, SegmentationSettings settings = {},
+               Context context = Context::Used);
 
     // The characters that the font can read, in the order of its network.
     std::vector<std::string> characters() const;
-    // By which it looks at images.
+    // The font's own, by which images are looked at where no others are given.
     const SegmentationSettings& settings() const noexcept { return settings_; }
-    // By the settings of the font.
-    std::vector<ReadCharacter> read(const GreyImage& image) const;
+    std::vector<ReadCharacter> read(const GreyImage& image) const { return read(image, settings_); }
+    std::vector<ReadCharacter> read(const GreyImage& image, const SegmentationSettings& settings) const;
     // The same of an image in which `found` is what findScene() finds. Ends early, with what it likes, once a
     // stop is requested.
     std::vector<ReadCharacter> read(const Scene& found, const std::stop_token& stop = {}) const;
@@ -66,6 +68,7 @@ class FontReader {
     Network network_;
     DistanceMeasure measure_;
     SegmentationSettings settings_;
+    Context context_;
 };
 
 }  // namespace dravik::engine

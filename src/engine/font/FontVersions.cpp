@@ -1,9 +1,7 @@
 #include "engine/font/FontVersions.h"
 
 #include <algorithm>
-#include <array>
-#include <charconv>
-#include <cstdio>
+#include <chrono>
 #include <map>
 #include <optional>
 #include <string_view>
@@ -13,101 +11,19 @@
 #include "base/AtomicFile.h"
 #include "base/Failure.h"
 #include "base/FileSystem.h"
+#include "base/JobFolder.h"
 #include "base/StableSort.h"
+#include "engine/font/VersionFile.h"
 
 namespace dravik::engine {
 namespace {
 
 using Kind = tool::FontVersion::Kind;
-using Milliseconds = std::chrono::sys_time<std::chrono::milliseconds>;
-
-constexpr std::string_view kExtension = ".nnd";
-constexpr std::string_view kJournalExtension = ".journal";
-
-constexpr std::string_view kWords[] = {".saved", ".deleted", ".discarded"};  // by kind
-
-// "20260331-140509-007", of universal time.
-std::string identifierOf(Milliseconds time) {
-    const auto day = std::chrono::floor<std::chrono::days>(time);
-    const std::chrono::year_month_day date(day);
-    const std::chrono::hh_mm_ss clock(time - day);
-    std::array<char, 64> text{};
-    const int size = std::snprintf(
-        text.data(), text.size(), "%04d%02u%02u-%02d%02d%02d-%03d", static_cast<int>(date.year()),
-        static_cast<unsigned>(date.month()), static_cast<unsigned>(date.day()),
-        static_cast<int>(clock.hours().count()), static_cast<int>(clock.minutes().count()),
-        static_cast<int>(clock.seconds().count()), static_cast<int>(clock.subseconds().count()));
-    return {text.data(), static_cast<std::size_t>(size)};
-}
-
-std::optional<Milliseconds> timeOf(std::string_view identifier) {
-    constexpr std::size_t kPlaces[][2] = {{0, 4}, {4, 2}, {6, 2}, {9, 2}, {11, 2}, {13, 2}, {16, 3}};
-    std::array<int, 7> values{};
-    if (identifier.size() != 19) return std::nullopt;
-    for (std::size_t i = 0; i < values.size(); ++i) {
-        const char* begin = identifier.data() + kPlaces[i][0];
-        const char* end = begin + kPlaces[i][1];
-        if (std::from_chars(begin, end, values[i]).ptr != end) return std::nullopt;
-    }
-    const std::chrono::year_month_day date{std::chrono::year(values[0]),
-                                           std::chrono::month(static_cast<unsigned>(values[1])),
-                                           std::chrono::day(static_cast<unsigned>(values[2]))};
-    if (!date.ok()) return std::nullopt;
-    const Milliseconds time = std::chrono::sys_days(date) + std::chrono::hours(values[3]) +
-                              std::chrono::minutes(values[4]) + std::chrono::seconds(values[5]) +
-                              std::chrono::milliseconds(values[6]);
-    return identifierOf(time) == identifier ? std::optional(time) : std::nullopt;
-}
-
-// A file of History, as its name tells.
-struct Entry {
-    std::string font;
-    std::string identifier;
-    Milliseconds time;
-    Kind kind = Kind::Saved;
-    std::string file;
-};
-
-std::optional<Entry> entryOf(const std::string& folder, const std::string& font, const std::string& name) {
-    const std::size_t point = name.find('.');
-    const std::string_view ending = std::string_view(name).substr(std::min(point, name.size()));
-    const auto time = timeOf(std::string_view(name).substr(0, point));
-    if (!time) return std::nullopt;
-    for (const Kind kind : {Kind::Saved, Kind::Deleted, Kind::Discarded}) {
-        const std::string_view word = kWords[static_cast<std::size_t>(kind)];
-        if (!ending.starts_with(word)) continue;
-        const std::string_view extension = ending.substr(word.size());
-        if (extension == kExtension || (kind == Kind::Discarded && extension == kJournalExtension))
-            return Entry{font, name.substr(0, point), *time, kind, folder + name};
-    }
-    return std::nullopt;
-}
-
-// What is in a folder; nothing where there is none. Raises Failure that names it.
-std::vector<std::string> entriesOf(const std::string& folder) {
-    if (isStillToCome(folder)) return {};
-    std::error_code error;
-    std::vector<std::string> names = namesIn(folder, error);
-    if (error)
-        throw fileFailure(RuntimeError::PathFileAccessError, "Cannot list the versions in", folder,
-                          error.message());
-    return names;
-}
-
-// Newest first.
-std::vector<Entry> entriesOf(const std::string& folder, const std::string& font) {
-    std::vector<Entry> entries;
-    for (const std::string& name : entriesOf(folder))
-        if (auto entry = entryOf(folder, font, name)) entries.push_back(std::move(*entry));
-    std::sort(entries.begin(), entries.end(),
-              [](const Entry& a, const Entry& b) { return a.identifier > b.identifier; });
-    return entries;
-}
 
 // The entries of one kind beyond the first `most`, which are the newest.
-void removeBeyond(std::vector<Entry>& entries, Kind kind, std::size_t most) {
+void removeBeyond(std::vector<VersionFile>& entries, Kind kind, std::size_t most) {
     std::size_t count = 0;
-    std::erase_if(entries, [&](const Entry& entry) {
+    std::erase_if(entries, [&](const VersionFile& entry) {
         if (entry.kind != kind || ++count <= most) return false;
         removeFile(entry.file);
         return true;
@@ -116,7 +32,7 @@ void removeBeyond(std::vector<Entry>& entries, Kind kind, std::size_t most) {
 
 std::string fontOf(const std::string& file) {
     const std::string name = nameOf(file);
-    return name.ends_with(kExtension) ? name.substr(0, name.size() - kExtension.size()) : name;
+    return name.ends_with(kFontExtension) ? name.substr(0, name.size() - kFontExtension.size()) : name;
 }
 
 FontVersions versionsBeside(const std::string& file) {
@@ -136,9 +52,9 @@ bool holdsWork(const std::string& file) {
 
 // A save or deletion that was ended in the middle leaves a version of what still is the font; so does
 // restoring one.
-bool isTheFontNow(const Entry& entry, const std::string& fontsFolder) {
+bool isTheFontNow(const VersionFile& entry, const std::string& fontsFolder) {
     try {
-        return haveSameContent(entry.file, fontsFolder + entry.font + std::string(kExtension));
+        return haveSameContent(entry.file, fontsFolder + entry.font + std::string(kFontExtension));
     } catch (const Failure&) {
         return false;
     }
@@ -154,15 +70,15 @@ std::string FontVersions::folderFor(const std::string& font) const {
 
 std::vector<tool::FontVersion> FontVersions::list(const std::string& font,
                                                   std::vector<std::string>* problems) const {
-    std::vector<Entry> entries;
-    for (const std::string& name : font.empty() ? entriesOf(folderFor("")) : std::vector{font}) {
-        std::vector<Entry> some = entriesOf(folderFor(name), name);
+    std::vector<VersionFile> entries;
+    for (const std::string& name : font.empty() ? versionEntries(folderFor("")) : std::vector{font}) {
+        std::vector<VersionFile> some = versionFilesIn(folderFor(name), name);
         std::move(some.begin(), some.end(), std::back_inserter(entries));
     }
     stableSort(entries.begin(), entries.end(),
-               [](const Entry& a, const Entry& b) { return a.identifier > b.identifier; });
+               [](const VersionFile& a, const VersionFile& b) { return a.identifier > b.identifier; });
     std::vector<tool::FontVersion> versions;
-    for (const Entry& entry : entries) {
+    for (const VersionFile& entry : entries) {
         if (isTheFontNow(entry, folder_)) continue;
         tool::FontVersion& version = versions.emplace_back();
         version.font = entry.font;
@@ -172,7 +88,7 @@ std::vector<tool::FontVersion> FontVersions::list(const std::string& font,
         std::error_code error;
         if (entry.kind == Kind::Saved)
             if (const tool::FontTime written = fileTime(entry.file, error); !error) version.when = written;
-        if (!entry.file.ends_with(kExtension)) continue;
+        if (!entry.file.ends_with(kFontExtension)) continue;
         try {
             const FontRecord record = readFont(entry.file);
             version.samples = static_cast<int>(record.samples.size());
@@ -185,10 +101,11 @@ std::vector<tool::FontVersion> FontVersions::list(const std::string& font,
 }
 
 std::string FontVersions::file(const tool::FontVersion& version) const {
-    const std::string start = folderFor(version.font) + version.identifier +
-                              std::string(kWords[static_cast<std::size_t>(version.kind)]);
-    std::string journal = start + std::string(kJournalExtension);
-    return fileExists(journal) ? journal : start + std::string(kExtension);
+    const auto named = [&](std::string_view extension) {
+        return folderFor(version.font) + versionFileName(version.identifier, version.kind, extension);
+    };
+    std::string journal = named(kJournalExtension);
+    return fileExists(journal) ? journal : named(kFontExtension);
 }
 
 FontRecord FontVersions::read(const tool::FontVersion& version) const {
@@ -200,12 +117,11 @@ FontRecord FontVersions::read(const tool::FontVersion& version) const {
 }
 
 std::string FontVersions::freeFile(const std::string& font, Kind kind, std::string_view extension) const {
-    Milliseconds time = std::chrono::floor<std::chrono::milliseconds>(std::chrono::system_clock::now());
+    VersionTime time = std::chrono::floor<std::chrono::milliseconds>(std::chrono::system_clock::now());
     // Newer than all that there is, whatever became of the clock.
-    if (const auto entries = entriesOf(folderFor(font), font); !entries.empty())
+    if (const auto entries = versionFilesIn(folderFor(font), font); !entries.empty())
         time = std::max(time, entries.front().time + std::chrono::milliseconds(1));
-    std::string file = folderFor(font) + identifierOf(time);
-    file.append(kWords[static_cast<std::size_t>(kind)]).append(extension);
+    std::string file = folderFor(font) + versionFileName(versionIdentifier(time), kind, extension);
     if (entryKind(folderFor(font)) == EntryKind::None) {
         const bool isFirst = entryKind(folderFor("")) == EntryKind::None;
         makeFolderOf(file);
@@ -216,14 +132,14 @@ std::string FontVersions::freeFile(const std::string& font, Kind kind, std::stri
 }
 
 std::string FontVersions::keepFile(const std::string& font, Kind kind) {
-    const std::string source = linkedFile(folder_ + font + std::string(kExtension));
+    const std::string source = linkedFile(folder_ + font + std::string(kFontExtension));
     if (kind == Kind::Saved) {
-        const auto entries = entriesOf(folderFor(font), font);
+        const auto entries = versionFilesIn(folderFor(font), font);
         const auto last = std::find_if(entries.begin(), entries.end(),
-                                       [](const Entry& entry) { return entry.kind == Kind::Saved; });
+                                       [](const VersionFile& entry) { return entry.kind == Kind::Saved; });
         if (last != entries.end() && haveSameContent(last->file, source)) return {};
     }
-    std::string file = freeFile(font, kind, kExtension);
+    std::string file = freeFile(font, kind, kFontExtension);
     keepSecond(source, file);
     flushFolderOf(file);
     prune(font);
@@ -239,7 +155,7 @@ std::string FontVersions::keepDeleted(const std::string& font) {
 }
 
 void FontVersions::keepDiscarded(const std::string& font, std::span<const std::uint8_t> bytes) {
-    const std::string file = freeFile(font, Kind::Discarded, kExtension);
+    const std::string file = freeFile(font, Kind::Discarded, kFontExtension);
     try {
         writeWholeFile(file, bytes, false);
     } catch (const Unflushed& doubt) {
@@ -264,7 +180,7 @@ void FontVersions::rename(const std::string& from, const std::string& to) {
         moveFile(folderFor("") + from, folderFor("") + to, IfTaken::Refuse, "Cannot rename");
         return;
     }
-    for (const std::string& name : entriesOf(folderFor(from)))
+    for (const std::string& name : versionEntries(folderFor(from)))
         moveFile(folderFor(from) + name, folderFor(to) + name, IfTaken::Refuse, "Cannot rename");
     removeFolder(folderFor("") + from);
 }
@@ -273,30 +189,31 @@ void FontVersions::prune(const std::string& font) const {
     try {
         // Copies that were ended in the middle; whoever keeps a version of a font is the only one who changes
         // it.
-        for (const std::string& name : entriesOf(folderFor(font)))
+        for (const std::string& name : versionEntries(folderFor(font)))
             if (name.ends_with(kUnfinished)) removeFile(folderFor(font) + name);
-        std::vector<Entry> own = entriesOf(folderFor(font), font);
+        std::vector<VersionFile> own = versionFilesIn(folderFor(font), font);
         removeBeyond(own, Kind::Saved, kSavedVersions);
         removeBeyond(own, Kind::Discarded, kDiscardedVersions);
 
-        std::vector<Entry> deleted;
-        std::map<std::string, std::vector<Entry>> all;
-        for (const std::string& name : entriesOf(folderFor(""))) {
-            all[name] = entriesOf(folderFor(name), name);
-            for (const Entry& entry : all[name])
+        std::vector<VersionFile> deleted;
+        std::map<std::string, std::vector<VersionFile>> all;
+        for (const std::string& name : versionEntries(folderFor(""))) {
+            all[name] = versionFilesIn(folderFor(name), name);
+            for (const VersionFile& entry : all[name])
                 if (entry.kind == Kind::Deleted) deleted.push_back(entry);
         }
         std::sort(deleted.begin(), deleted.end(),
-                  [](const Entry& a, const Entry& b) { return a.identifier > b.identifier; });
+                  [](const VersionFile& a, const VersionFile& b) { return a.identifier > b.identifier; });
         for (std::size_t i = kDeletedFonts; i < deleted.size(); ++i) {
             const std::string& name = deleted[i].font;
             removeFile(deleted[i].file);
-            std::vector<Entry>& rest = all[name];
-            std::erase_if(rest, [&](const Entry& entry) { return entry.file == deleted[i].file; });
-            const bool isLast = std::none_of(rest.begin(), rest.end(),
-                                             [](const Entry& entry) { return entry.kind == Kind::Deleted; });
-            if (!isLast || fileExists(folder_ + name + std::string(kExtension))) continue;
-            for (const Entry& entry : rest) removeFile(entry.file);
+            std::vector<VersionFile>& rest = all[name];
+            std::erase_if(rest, [&](const VersionFile& entry) { return entry.file == deleted[i].file; });
+            const bool isLast = std::none_of(rest.begin(), rest.end(), [](const VersionFile& entry) {
+                return entry.kind == Kind::Deleted;
+            });
+            if (!isLast || fileExists(folder_ + name + std::string(kFontExtension))) continue;
+            for (const VersionFile& entry : rest) removeFile(entry.file);
             removeFolder(folderFor("") + name);
         }
     } catch (const Failure&) {

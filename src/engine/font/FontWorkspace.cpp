@@ -183,12 +183,12 @@ void FontWorkspace::remove(const std::string& asked) {
     if (copy) {
         copy->removeUncommitted();
         copy->lock();
-        Deleted deleted{nullptr, readFontBytes(file), current_ == copy};
+        Deleted deleted{{}, readFontBytes(file), current_ == copy};
         if (copy->isUnsaved()) versions_.keepDiscarded(name, encodeFont(copy->state().record()));
         doubt.allow([&] { retireFont(file); });
         if (deleted.wasCurrent) current_ = nullptr;
-        deleted.copy = std::move(copies_.extract(name).mapped());
-        deleted.copy->dropJournal();
+        deleted.copy = copies_.extract(name);
+        copy->dropJournal();
         deleted_ = std::move(deleted);
     } else {
         doubt.allow([&] { retireFont(file); });
@@ -199,21 +199,25 @@ void FontWorkspace::remove(const std::string& asked) {
 
 // The journal first: without its font file it says nothing.
 std::string FontWorkspace::bringBackDeleted() {
-    WorkingCopy& copy = *deleted_->copy;
-    const std::string name = copy.name();
-    const std::string file = library_.freeFile(name);
+    WorkingCopy& copy = *deleted_->copy.mapped();
+    const std::string file = library_.freeFile(copy.name());
     copy.writeJournal();
     FlushDoubt doubt;
-    doubt.allow([&] { writeFontBytes(deleted_->file, file, false); });
-    copy.rest();
-    copies_[name] = std::move(deleted_->copy);
+    try {
+        doubt.allow([&] { writeFontBytes(deleted_->file, file, false); });
+    } catch (...) {
+        copy.dropJournal();
+        throw;
+    }
+    copies_.insert(std::move(deleted_->copy));
     const bool wasCurrent = deleted_->wasCurrent;
     deleted_.reset();
+    copy.rest();
     if (wasCurrent) {
         leave();
-        enter(copies_[name].get());
+        enter(&copy);
     } else {
-        close(name);
+        close(copy.name());
     }
     doubt.tell();
     return current_ ? current_->history().screenState() : std::string();
@@ -225,9 +229,10 @@ void FontWorkspace::rename(const std::string& newName, const std::string& asked)
     const bool wasSelected = library_.selected() == name;
     FlushDoubt doubt;
     if (WorkingCopy* copy = openIfReadable(name)) {
+        std::string key = newName;
         doubt.allow([&] { copy->rename(newName, to); });
         auto entry = copies_.extract(name);
-        entry.key() = newName;
+        entry.key().swap(key);
         copies_.insert(std::move(entry));
         close(newName);
     } else {
@@ -299,6 +304,13 @@ void FontWorkspace::make(FontChange change) {
     deleted_.reset();
 }
 
+void FontWorkspace::make(std::vector<FontChange> changes) {
+    font();
+    endActByTime();
+    current_->make(std::move(changes));
+    deleted_.reset();
+}
+
 void FontWorkspace::makeAnyway(FontChange change) {
     font();
     try {
@@ -316,7 +328,7 @@ void FontWorkspace::endAct(std::string_view words, std::string_view screenState)
 }
 
 std::optional<std::string> FontWorkspace::undoWords() const {
-    if (deleted_) return "deletion of font " + deleted_->copy->name();
+    if (deleted_) return "deletion of font " + deleted_->copy.key();
     return current_ ? current_->undoWords() : std::nullopt;
 }
 

@@ -47,6 +47,7 @@ class FontWorkspace {
     // To the current font.
     void claim();
     void make(FontChange change);
+    void make(std::vector<FontChange> changes);
     void makeAnyway(FontChange change);
 
     // As in tool::FontHistory.
@@ -67,9 +68,10 @@ class FontWorkspace {
 
   private:
     using CopyPtr = std::unique_ptr<WorkingCopy>;
+    using Copies = std::map<std::string, CopyPtr>;
     // A font that was just deleted.
     struct Deleted {
-        CopyPtr copy;
+        Copies::node_type copy;
         std::vector<std::uint8_t> file;  // its content
         bool wasCurrent = false;
     };
@@ -93,7 +95,7 @@ class FontWorkspace {
     FontLibrary library_;
     FontVersions versions_;
     JournalFlusher flusher_;
-    std::map<std::string, CopyPtr> copies_;  // the current font and those with unsaved changes
+    Copies copies_;  // the current font and those with unsaved changes
     WorkingCopy* current_ = nullptr;
     std::optional<Deleted> deleted_;
     std::vector<tool::RecoveredChanges> recovered_;

@@ -13,6 +13,15 @@ namespace {
 // A font that is written anew as a whole may be in it twice.
 constexpr std::uint64_t kLargestRead = 1u << 30;
 
+std::vector<std::uint8_t> bytesOf(std::span<const TimedEntry> entries) {
+    std::vector<std::uint8_t> bytes;
+    for (const TimedEntry& one : entries) {
+        const std::vector<std::uint8_t> entry = encodeEntry(one);
+        bytes.insert(bytes.end(), entry.begin(), entry.end());
+    }
+    return bytes;
+}
+
 }  // namespace
 
 std::string journalOf(const std::string& fontFile) {
@@ -29,7 +38,6 @@ Journal& Journal::operator=(Journal&& other) noexcept {
     fontFile_ = std::move(other.fontFile_);
     flusher_ = other.flusher_;
     file_ = std::move(other.file_);
-    beforeLast_ = other.beforeLast_;
     return *this;
 }
 
@@ -47,22 +55,23 @@ std::uint64_t Journal::sizeOnDisk() const {
 
 void Journal::open(std::uint64_t size) {
     exchange(opened(size));
-    if (size > 0) return;
-    file_->file.append(journalHead());
-    beforeLast_ = file_->file.size();
+    try {
+        if (size == 0) file_->file.append(journalHead());
+    } catch (...) {
+        exchange(nullptr);
+        throw;
+    }
 }
 
-void Journal::append(const JournalEntry& entry, tool::FontTime when) {
+void Journal::append(std::span<const TimedEntry> entries) {
     if (file_->hasFailed)
         throw fileFailure(RuntimeError::DeviceIoError, "Cannot write", name_, "it did not reach the disk");
-    const std::uint64_t before = file_->file.size();
-    file_->file.append(encodeEntry({entry, when}));
-    beforeLast_ = before;
+    file_->file.append(bytesOf(entries));
     flusher_->soon(file_);
 }
 
-void Journal::takeBackLast() {
-    exchange(opened(beforeLast_));
+void Journal::cutBack(std::uint64_t size) {
+    file_->file.cutBack(size);
 }
 
 void Journal::flush() {
@@ -71,10 +80,8 @@ void Journal::flush() {
 
 void Journal::rewrite(std::span<const TimedEntry> entries) {
     std::vector<std::uint8_t> bytes = journalHead();
-    for (const TimedEntry& one : entries) {
-        const std::vector<std::uint8_t> entry = encodeEntry(one);
-        bytes.insert(bytes.end(), entry.begin(), entry.end());
-    }
+    const std::vector<std::uint8_t> all = bytesOf(entries);
+    bytes.insert(bytes.end(), all.begin(), all.end());
     // Some systems replace and delete no file that is open.
     const bool wasOpen = isOpen();
     const std::uint64_t before = size();
@@ -87,7 +94,6 @@ void Journal::rewrite(std::span<const TimedEntry> entries) {
         throw;
     }
     exchange(opened(bytes.size()));
-    beforeLast_ = bytes.size();
     file_->hasFailed = doubt.exists();
 }
 
@@ -102,7 +108,9 @@ void Journal::remove() {
 }
 
 FlushedFilePtr Journal::opened(std::uint64_t size) const {
-    return std::make_shared<FlushedFile>(AppendFile(name_, size, fontFile_));
+    auto file = std::make_shared<FlushedFile>(AppendFile(name_, size, fontFile_));
+    flusher_->add(file);
+    return file;
 }
 
 // The flusher keeps no file open that is not the journal's any more: some systems do not replace or delete it

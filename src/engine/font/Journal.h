@@ -36,10 +36,10 @@ class Journal {
     bool isOpen() const noexcept { return file_ != nullptr; }
     // All or nothing; raises as AppendFile::append() does. A journal that could not be flushed raises Device
     // I/O error (57) until it is written anew.
-    void append(const JournalEntry& entry, tool::FontTime when);
+    void append(std::span<const TimedEntry> entries);
     bool hasFailed() const noexcept { return file_ && file_->hasFailed; }
-    // Takes the last entry away again.
-    void takeBackLast();
+    // Takes away again what was appended behind so many bytes.
+    void cutBack(std::uint64_t size);
     // Waits until all of it is on the disk.
     void flush();
     // The file is on the disk and open afterwards, or as it was.
@@ -61,7 +61,6 @@ class Journal {
     std::string fontFile_;
     JournalFlusher* flusher_;
     FlushedFilePtr file_;
-    std::uint64_t beforeLast_ = 0;
 };
 
 }  // namespace dravik::engine

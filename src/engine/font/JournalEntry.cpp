@@ -2,10 +2,12 @@
 
 #include <algorithm>
 #include <bit>
+#include <chrono>
 #include <string_view>
 #include <utility>
 
 #include "base/Failure.h"
+#include "engine/font/FontChangeBytes.h"
 #include "engine/font/SampleOrigin.h"
 
 namespace dravik::engine {
@@ -108,6 +110,10 @@ JournalEntry decodeEntry(Type type, ByteReader& in) {
 }
 
 }  // namespace
+
+tool::FontTime timeNow() {
+    return std::chrono::floor<std::chrono::milliseconds>(std::chrono::system_clock::now());
+}
 
 // FNV-1a over words of 64 bits, with the length and a last stirring.
 FontDigest digestOf(std::span<const std::uint8_t> fontFile) {

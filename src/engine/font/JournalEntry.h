@@ -46,6 +46,7 @@ struct TimedEntry {
     JournalEntry entry;
     tool::FontTime when;  // to the millisecond
 };
+tool::FontTime timeNow();
 
 // What a journal begins with.
 std::vector<std::uint8_t> journalHead();

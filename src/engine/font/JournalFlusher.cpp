@@ -30,21 +30,37 @@ JournalFlusher::~JournalFlusher() {
     thread_.join();
 }
 
-void JournalFlusher::soon(const FlushedFilePtr& file) {
+void JournalFlusher::add(const FlushedFilePtr& file) {
     const std::lock_guard lock(mutex_);
-    if (std::find(waiting_.begin(), waiting_.end(), file) != waiting_.end()) return;
-    waiting_.push_back(file);
-    if (!thread_.joinable()) thread_ = std::thread([this] { run(); });
+    files_.push_back(file);
+    if (thread_.joinable()) return;
+    try {
+        thread_ = std::thread([this] { run(); });
+    } catch (...) {
+        files_.pop_back();
+        throw;
+    }
+}
+
+void JournalFlusher::soon(const FlushedFilePtr& file) noexcept {
+    const std::lock_guard lock(mutex_);
+    file->isDue = true;
     due_.notify_one();
+}
+
+// Null when nothing waits.
+FlushedFilePtr JournalFlusher::nextDue() noexcept {
+    const auto due =
+        std::find_if(files_.begin(), files_.end(), [](const FlushedFilePtr& file) { return file->isDue; });
+    return due == files_.end() ? nullptr : *due;
 }
 
 // True when it was still waiting.
 bool JournalFlusher::takeOut(const FlushedFilePtr& file) noexcept {
     std::unique_lock lock(mutex_);
-    const bool waited = std::erase(waiting_, file) > 0;
-    flushed_.wait(lock,
-                  [&] { return std::find(flushing_.begin(), flushing_.end(), file) == flushing_.end(); });
-    return waited;
+    std::erase(files_, file);
+    flushed_.wait(lock, [&] { return flushing_ != file; });
+    return std::exchange(file->isDue, false);
 }
 
 void JournalFlusher::forget(const FlushedFilePtr& file) noexcept {
@@ -58,15 +74,17 @@ void JournalFlusher::finish(const FlushedFilePtr& file) noexcept {
 void JournalFlusher::run() {
     std::unique_lock lock(mutex_);
     for (;;) {
-        due_.wait(lock, [this] { return isEnding_ || !waiting_.empty(); });
-        if (waiting_.empty()) return;
+        due_.wait(lock, [this] { return isEnding_ || nextDue(); });
+        if (!nextDue()) return;
         due_.wait_for(lock, kDelay, [this] { return isEnding_; });
-        flushing_ = std::exchange(waiting_, {});
-        lock.unlock();
-        for (const FlushedFilePtr& one : flushing_) flush(*one);
-        lock.lock();
-        flushing_.clear();
-        flushed_.notify_all();
+        while ((flushing_ = nextDue())) {
+            flushing_->isDue = false;
+            lock.unlock();
+            flush(*flushing_);
+            lock.lock();
+            flushing_.reset();
+            flushed_.notify_all();
+        }
     }
 }
 

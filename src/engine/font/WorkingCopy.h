@@ -13,10 +13,8 @@
 #include <string_view>
 #include <vector>
 
-#include "base/FileLock.h"
-#include "engine/font/ActHistory.h"
-#include "engine/font/FontState.h"
-#include "engine/font/Journal.h"
+#include "engine/font/JournalReplay.h"
+#include "engine/font/JournalWriter.h"
 #include "tool/FontHistory.h"
 
 namespace dravik::engine {
@@ -42,13 +40,13 @@ class WorkingCopy {
     const Found& found() const noexcept { return found_; }
     void dropJournal();
 
-    const std::string& name() const noexcept { return name_; }
-    const std::string& file() const noexcept { return file_; }
+    const std::string& name() const noexcept { return journal_.name(); }
+    const std::string& file() const noexcept { return journal_.fontFile(); }
     const std::string& journalFile() const noexcept { return journal_.fileName(); }
-    const FontState& state() const noexcept { return state_; }
-    const ActHistory& history() const noexcept { return history_; }
+    const FontState& state() const noexcept { return font_.state; }
+    const ActHistory& history() const noexcept { return font_.history; }
     // Uncommitted samples are no change that could be saved.
-    bool isUnsaved() const { return history_.isUnsaved(); }
+    bool isUnsaved() const { return font_.history.isUnsaved(); }
     // Since it was opened; what was recovered then does not count.
     bool wasChanged() const noexcept { return wasChanged_; }
     bool hasFailedToSave() const noexcept { return hasFailedToSave_; }
@@ -59,6 +57,8 @@ class WorkingCopy {
     // work on the font, Path/File access error (75) when the font was changed since it was opened, and what
     // writing raises; the font is then as it was. Uncommitted samples can be removed all the same.
     void make(FontChange change);
+    // All of them or none.
+    void make(std::vector<FontChange> changes);
     // The same for a change that is not to be lost for want of a journal: endAct() raises that then.
     void makeAnyway(FontChange change);
     void removeUncommitted();
@@ -67,58 +67,39 @@ class WorkingCopy {
     std::optional<std::string> undoWords() const;
     std::optional<std::string> redoWords() const;
     // Give the screen's state at that point. Raise Invalid procedure call (5) when there is nothing.
-    std::string undo();
-    std::string redo();
+    std::string undo() { return go(true); }
+    std::string redo() { return go(false); }
     // An act of its own: the training is that of the font file again.
     void revertTraining(TrainingPtr saved);
 
     // The font file is not what was opened or last saved: it was changed, renamed or deleted meanwhile.
-    bool isChangedUnderneath() const;
+    bool isChangedUnderneath() const { return journal_.digestOnDisk() != font_.digest; }
     // Nobody else has changed the font file. Raises as make() and writeFont() do.
     void save();
     // The changes are not to be made again; `keep` is given the font with them.
     void letGo(const std::function<void(const FontRecord&)>& keep);
     // Takes the lock, as the first change does.
-    void lock();
+    void lock() { journal_.lock(font_.digest); }
     // The font file gets another name and the journal with it; raises as renameFile() and make() do.
     void rename(std::string name, std::string file);
     // Writes the journal of a font file that is about to come back.
-    void writeJournal();
+    void writeJournal() { journal_.writeAnew(font_); }
     // Gives the lock up when nothing is unsaved, so that others may change the font.
     void rest();
 
   private:
     void open();
-    bool replay(const JournalContent& content, std::shared_ptr<const FontRecord> font);
-    FontState stateAt(const KnownState& known, const FontRecord& font) const;
-    void prepare();
-    void begin();
-    void write(const JournalEntry& entry);
-    void writeChange(const JournalEntry& entry);
-    void takeBackLast();
+    void openLocked(std::optional<Replayed> replayed);
+    template <class Entry>
+    void writeChange(const Entry& entry);
     void noteChange(FontChange change);
     void amend(std::string_view words, std::string_view screenState);
     void endOwnAct();
-    std::vector<TimedEntry> entries() const;
-    void rewrite();
-    void shorten();
     std::string go(bool back);
-    void release();
 
-    std::string name_;
-    std::string file_;
-    FontDigest digest_ = 0;  // of the font file as it was read or last written here
-    FontState state_;
-    ActHistory history_;
+    FontWithHistory font_;
+    JournalWriter journal_;
     Found found_;
-
-    JournalFlusher* flusher_;
-    Journal journal_;
-    std::uint64_t journalSize_ = 0;  // on the disk while it is closed
-    std::uint64_t journalUsed_ = 0;  // what of it can be gone on from
-    std::string unreadable_;         // why the journal that there is cannot be read
-    bool isJournalBroken_ = false;   // it lacks something, and is to be written anew
-    std::optional<FileLock> lock_;
     bool wasChanged_ = false;
     bool hasFailedToSave_ = false;
     std::chrono::steady_clock::time_point lastChange_;

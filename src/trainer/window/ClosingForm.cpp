@@ -14,11 +14,13 @@ ClosingForm::ClosingForm(ui::Platform& platform, tool::FontHistory& history, boo
       askFile_(std::move(askFile)) {
     lbFonts.setAccessibleName("Fonts with unsaved changes");
     lblTraining.setVisible(training);
+    cmdKeep.setVisible(false);
+    cmdKeep.setToolTip("Ends the program; the changes are there again, not saved, when it starts");
     setLayout(ui::column({
         ui::item(lblQuestion),
         ui::row({ui::item(lbFonts).stretched().atLeast(4200, 2400),
                  ui::column({ui::item(cmdSaveAll), ui::item(cmdSave), ui::item(cmdSaveCopy), ui::space(),
-                             ui::item(cmdDiscard), ui::item(CancelButton)})})
+                             ui::item(cmdDiscard), ui::item(cmdKeep), ui::item(CancelButton)})})
             .stretched(),
         ui::item(lblTraining),
     }));
@@ -34,6 +36,7 @@ ClosingForm::ClosingForm(ui::Platform& platform, tool::FontHistory& history, boo
     cmdDiscard.click.subscribe(
         [this] { forEach(lbFonts.items(), [this](const auto& font) { history_.discardUnsaved(font); }); });
     cmdSaveCopy.click.subscribe([this] { saveCopy(); });
+    cmdKeep.click.subscribe([this] { end(); });
     CancelButton.click.subscribe([this] { unload(); });
 }
 
@@ -67,13 +70,23 @@ void ClosingForm::forEach(const std::vector<std::string>& fonts,
         }
     }
     showFonts();
-    mayEnd_ = problems.empty() && lbFonts.count() == 0;
-    if (mayEnd_) return unload();
-    if (problems.empty()) return;
     const bool areKept = lbFonts.count() > 0;
-    if (areKept) problems += "The changes are kept. Save a copy elsewhere, or try again.";
+    if (problems.empty()) {
+        if (!areKept) end();
+        return;
+    }
+    if (areKept)
+        problems +=
+            "The changes are kept. Save a copy elsewhere, try again, or end the program with Keep for Later: "
+            "they are there again when it starts.";
+    cmdKeep.setVisible(areKept);
     platform_.messageBox({problems, areKept ? "Not Saved" : "Perhaps Not on the Disk",
                           ui::MessageBox::Buttons::Ok, ui::MessageBox::Icon::Critical});
+}
+
+void ClosingForm::end() {
+    mayEnd_ = true;
+    unload();
 }
 
 void ClosingForm::saveCopy() {

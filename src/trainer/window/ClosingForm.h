@@ -1,5 +1,7 @@
 // Asks what is to become of the changes that are in no file yet, before the program ends: one question for
-// all fonts, each of which can also be saved alone or written elsewhere.
+// all fonts, each of which can also be saved alone or written elsewhere. Where neither saving nor discarding
+// is possible, as on a full disk, the program can end all the same: the changes are in the journals of their
+// fonts.
 #pragma once
 
 #include <functional>
@@ -22,13 +24,14 @@ class ClosingForm : public ui::Form {
     // Platform and history outlive the form. With `training` a run is going on, which the end stops.
     ClosingForm(ui::Platform& platform, tool::FontHistory& history, bool training, AskFile askFile);
 
-    // The program may end: everything was saved or is not wanted. False after Cancel and Escape.
+    // The program may end: everything was saved, is not wanted or is kept. False after Cancel and Escape.
     bool mayEnd() const noexcept { return mayEnd_; }
 
   private:
     void showFonts();
     // Does it with each of the fonts, says what failed, and closes the form when none is left.
     void forEach(const std::vector<std::string>& fonts, const std::function<void(const std::string&)>& body);
+    void end();
     void saveCopy();
 
     ui::Label lblQuestion{"lblQuestion"};
@@ -38,6 +41,7 @@ class ClosingForm : public ui::Form {
     ui::Button cmdSave{"cmdSave", "Save S&elected"};
     ui::Button cmdSaveCopy{"cmdSaveCopy", "Save &Copy..."};
     ui::Button cmdDiscard{"cmdDiscard", "&Discard All"};
+    ui::Button cmdKeep{"cmdKeep", "&Keep for Later"};
     ui::Button CancelButton{"CancelButton", "Cancel"};
 
     ui::Platform& platform_;

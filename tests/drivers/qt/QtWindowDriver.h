@@ -13,7 +13,6 @@ class QtWindowDriver final : public WindowDriver {
     explicit QtWindowDriver(qt::MainWindow& window) : window_(window) {}
 
     std::string show() override;
-    void act(const std::string& action) override { window_.model().actions.find(action).trigger(); }
     void open(const std::vector<std::string>& images) override { window_.open(images); }
     void closeForms() override;
     bool canClick(const std::string& name) const override;

@@ -1,7 +1,7 @@
 // The training screen bound to a recording tool with one font, as most tests start.
 #pragma once
 
-#include <gtest/gtest.h>
+#include <gmock/gmock.h>
 
 #include <memory>
 #include <string>
@@ -14,6 +14,7 @@
 namespace dravik::test {
 
 using namespace screen;
+using namespace tool;
 using namespace ui;
 
 class BoundScreen : public testing::Test {

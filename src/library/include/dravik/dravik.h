@@ -76,17 +76,48 @@ typedef struct dravik_box {
     int32_t left, top, right, bottom;
 } dravik_box;
 
-/** @brief How an image is read. Where settings are asked for, null stands for the usual ones. */
+/** @brief How an image is looked at and read. What is not set is as the font's own settings say, which the
+ * trainer keeps with it. Where settings are asked for, null stands for those of dravik_settings_new(). */
 typedef struct dravik_settings dravik_settings;
 
-/** @brief The usual settings: the whole image, a limit of 0.2. Null for want of memory. */
+/** @brief Settings that leave all to the font, with a limit of 0.2. Null for want of memory. */
 DRAVIK_API dravik_settings* dravik_settings_new(void);
 DRAVIK_API void dravik_settings_free(dravik_settings* settings);
 
-/** @brief Looks for characters in this part of the image alone. A part of it must lie in the image when it is
- * read. Boxes are told in the whole image all the same. Null stands for the whole image. */
+/** @brief Looks for characters in this part of the image alone, whatever region the font has. A part of it
+ * must lie in the image when it is read. Boxes are told in the whole image all the same. Null stands for the
+ * whole image. */
 DRAVIK_API dravik_status dravik_settings_set_region(dravik_settings* settings, const dravik_box* region,
                                                     dravik_error* error);
+
+/** @brief The same for a region that stands at an angle. It is given as it stands before it is turned around
+ * its middle: the upper left corner and the sides in pixels (4 to 65535), then the angle in degrees clockwise
+ * (-360 to 360). Print in it is read upright; what lies beyond the image is as the image's border. */
+DRAVIK_API dravik_status dravik_settings_set_turned_region(dravik_settings* settings, double left, double top,
+                                                           double width, double height, double angle,
+                                                           dravik_error* error);
+
+/** @brief Print and its background. */
+typedef enum dravik_polarity {
+    DRAVIK_ANY_POLARITY = 0, /**< found out for each image */
+    DRAVIK_DARK_ON_LIGHT = 1,
+    DRAVIK_LIGHT_ON_DARK = 2
+} dravik_polarity;
+DRAVIK_API dravik_status dravik_settings_set_polarity(dravik_settings* settings, dravik_polarity polarity,
+                                                      dravik_error* error);
+
+/** @brief What characters are made of. */
+typedef enum dravik_print {
+    DRAVIK_ANY_PRINT = 0, /**< found out for each image */
+    DRAVIK_SOLID = 1,
+    DRAVIK_DOTS = 2
+} dravik_print;
+DRAVIK_API dravik_status dravik_settings_set_print(dravik_settings* settings, dravik_print print,
+                                                   dravik_error* error);
+
+/** @brief No capital or figure is lower than so many pixels, 0 to 2000; 0 for any height. */
+DRAVIK_API dravik_status dravik_settings_set_smallest_height(dravik_settings* settings, int32_t pixels,
+                                                             dravik_error* error);
 
 /** @brief Characters that are read with less confidence stand as "?" in texts. 0 to 1, usually 0.2. */
 DRAVIK_API dravik_status dravik_settings_set_reject_limit(dravik_settings* settings, double limit,
@@ -209,6 +240,12 @@ DRAVIK_API void dravik_learner_free(dravik_learner* learner);
 DRAVIK_API dravik_status dravik_learner_include(dravik_learner* learner, const dravik_image* image,
                                                 const dravik_settings* settings, const char* text,
                                                 int32_t* samples, dravik_error* error);
+
+/** @brief The font keeps what is set in `settings`, but for the limit, and goes by it wherever no others are
+ * given: here, in dravik_font_read() and in the trainer. #DRAVIK_BAD_ARGUMENT for a region with a side below
+ * 4 pixels. */
+DRAVIK_API dravik_status dravik_learner_keep_settings(dravik_learner* learner,
+                                                      const dravik_settings* settings, dravik_error* error);
 
 /** @brief The figures of a training. */
 typedef struct dravik_training {

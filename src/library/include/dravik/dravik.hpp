@@ -78,7 +78,7 @@ struct Image : dravik_image {
         : dravik_image{pixels, width, height, stride} {}
 };
 
-/** @brief How images are read. */
+/** @brief How images are looked at and read; what is not set is as the font's own settings say. */
 class Settings {
   public:
     Settings() : handle_(dravik_settings_new()) {
@@ -90,6 +90,24 @@ class Settings {
     }
     Settings& wholeImage() {
         detail::call(dravik_settings_set_region, handle_.get(), nullptr);
+        return *this;
+    }
+    /** @brief The sides before it is turned around its middle, in pixels, and the angle in degrees clockwise.
+     */
+    Settings& turnedRegion(double left, double top, double width, double height, double angle) {
+        detail::call(dravik_settings_set_turned_region, handle_.get(), left, top, width, height, angle);
+        return *this;
+    }
+    Settings& polarity(dravik_polarity polarity) {
+        detail::call(dravik_settings_set_polarity, handle_.get(), polarity);
+        return *this;
+    }
+    Settings& print(dravik_print print) {
+        detail::call(dravik_settings_set_print, handle_.get(), print);
+        return *this;
+    }
+    Settings& smallestHeight(int pixels) {
+        detail::call(dravik_settings_set_smallest_height, handle_.get(), pixels);
         return *this;
     }
     Settings& rejectLimit(double limit) {
@@ -173,6 +191,10 @@ class Learner {
     int include(const dravik_image& image, const std::string& text) { return include(image, text, nullptr); }
     int include(const dravik_image& image, const std::string& text, const Settings& settings) {
         return include(image, text, settings.handle());
+    }
+    /** @brief The font keeps what is set, but for the limit, and goes by it wherever no others are given. */
+    void keepSettings(const Settings& settings) {
+        detail::call(dravik_learner_keep_settings, handle_.get(), settings.handle());
     }
     /** @brief Trains within a limit in seconds, 0 for a minute. `progress` returns true to stop; what it
      * raises stops the training too and is raised again. */

@@ -23,8 +23,8 @@ from . import _native
 from ._native import library as _library
 
 __all__ = [
-    "Alternative", "Box", "Character", "Check", "Error", "Font", "Learner", "Reading", "Region", "Status", "Training",
-    "Verdict", "Verification", "VerifiedCharacter", "version",
+    "Alternative", "Box", "Character", "Check", "Error", "Font", "Learner", "Polarity", "Print", "Reading", "Region", "Settings",
+    "Status", "Training", "TurnedRegion", "Verdict", "Verification", "VerifiedCharacter", "version",
 ]  # fmt: skip
 
 GreyImage = npt.NDArray[np.uint8]
@@ -63,7 +63,46 @@ class Box(NamedTuple):
     bottom: int
 
 
-Region = Union[Box, Tuple[int, int, int, int]]
+class TurnedRegion(NamedTuple):
+    """A region at an angle: its upper left corner and sides in pixels before it is turned around its middle, then the angle in
+    degrees clockwise."""
+
+    left: float
+    top: float
+    width: float
+    height: float
+    angle: float
+
+
+Region = Union[Box, Tuple[int, int, int, int], TurnedRegion]
+
+
+class Polarity(IntEnum):
+    """Print and its background; ANY is found out for each image."""
+
+    ANY = 0
+    DARK_ON_LIGHT = 1
+    LIGHT_ON_DARK = 2
+
+
+class Print(IntEnum):
+    """What characters are made of; ANY is found out for each image."""
+
+    ANY = 0
+    SOLID = 1
+    DOTS = 2
+
+
+@dataclass(frozen=True)
+class Settings:
+    """How images are looked at. What is None is as the font's own settings say; `whole_image` goes without a region that the font
+    has. No capital or figure is lower than `smallest_height` pixels, 0 for any."""
+
+    region: Optional[Region] = None
+    whole_image: bool = False
+    polarity: Optional[Polarity] = None
+    print: Optional[Print] = None
+    smallest_height: Optional[int] = None
 
 
 class Alternative(NamedTuple):
@@ -171,15 +210,29 @@ class _Handle:
 class _Settings:
     """The library's settings for one call."""
 
-    def __init__(self, region: Optional[Region], reject: Optional[float]) -> None:
+    def __init__(
+        self, settings: Optional[Settings], region: Optional[Region] = None, reject: Optional[float] = None
+    ) -> None:
         self.value = _library.dravik_settings_new()
         if not self.value:
             raise MemoryError
-        if region is not None:
-            box = _native.Box(*(int(side) for side in region))
-            _call(_library.dravik_settings_set_region, self.value, ctypes.byref(box))
-        if reject is not None:
-            _call(_library.dravik_settings_set_reject_limit, self.value, reject)
+        of = settings or Settings()
+        region = of.region if region is None else region
+        if isinstance(region, TurnedRegion):
+            self._set("turned_region", *region)
+        elif region is not None:
+            self._set("region", ctypes.byref(_native.Box(*(int(side) for side in region))))
+        elif of.whole_image:
+            self._set("region", None)
+        self._set("polarity", of.polarity)
+        self._set("print", of.print)
+        self._set("smallest_height", of.smallest_height)
+        self._set("reject_limit", reject)
+
+    def _set(self, name: str, *values: Any) -> None:
+        """Sets what is given; None, but for a region, leaves it to the font."""
+        if name == "region" or values[0] is not None:
+            _call(getattr(_library, "dravik_settings_set_" + name), self.value, *values)
 
     def __del__(self) -> None:
         _library.dravik_settings_free(self.value)
@@ -263,10 +316,17 @@ class Font:
         """The characters that the font can read."""
         return str(_library.dravik_font_characters(self._handle.value).decode())
 
-    def read(self, image: GreyImage, *, region: Optional[Region] = None, reject: Optional[float] = None) -> Reading:
+    def read(
+        self,
+        image: GreyImage,
+        *,
+        region: Optional[Region] = None,
+        reject: Optional[float] = None,
+        settings: Optional[Settings] = None,
+    ) -> Reading:
         """Reads an image, or the region of it alone. Characters with less confidence than `reject`, usually 0.2, stand as "?" in
-        the text."""
-        settings = _Settings(region, reject)
+        the text. What neither says is as the font's own settings say."""
+        used = _Settings(settings, region, reject)
         picture, _alive = _image(image)
         return Reading(
             _Handle(
@@ -274,7 +334,7 @@ class Font:
                 _library.dravik_font_read,
                 self._handle.value,
                 ctypes.byref(picture),
-                settings.value,
+                used.value,
             )
         )
 
@@ -286,21 +346,28 @@ class Learner:
         """Takes the font of that name in a jobs folder, the user's when none is given; makes it when it is missing."""
         self._handle = _Handle(_library.dravik_learner_free, _library.dravik_learner_open, _jobs(jobs), name.encode())
 
-    def include(self, image: GreyImage, text: str, *, region: Optional[Region] = None) -> int:
+    def include(
+        self, image: GreyImage, text: str, *, region: Optional[Region] = None, settings: Optional[Settings] = None
+    ) -> int:
         """Includes the characters of an image as samples, labelled with the text, and returns how many. When another number of
         characters is found, nothing is included and Error has the status COUNT_MISMATCH."""
-        settings = _Settings(region, None)
+        used = _Settings(settings, region)
         picture, _alive = _image(image)
         samples = ctypes.c_int32()
         _call(
             _library.dravik_learner_include,
             self._handle.value,
             ctypes.byref(picture),
-            settings.value,
+            used.value,
             text.encode(),
             ctypes.byref(samples),
         )
         return samples.value
+
+    def keep_settings(self, settings: Settings) -> None:
+        """The font keeps what is given and goes by it wherever no others are: here, in Font.read() and in the trainer."""
+        kept = _Settings(settings)
+        _call(_library.dravik_learner_keep_settings, self._handle.value, kept.value)
 
     def train(self, seconds: int = 0, progress: Optional[Callable[[Training], bool]] = None) -> Training:
         """Trains the font on all its samples, within a limit in seconds, 0 for a minute. `progress` returns True to stop; what it
