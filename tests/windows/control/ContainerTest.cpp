@@ -10,10 +10,6 @@ ComPtr<Interface> as(const Host& host) {
     return ComPtr<IUnknown>(host.control()).as<Interface>();
 }
 
-ComPtr<IUnknown> newControl() {
-    return controlModule().make(CLSID_DravikDlg);
-}
-
 TEST(Container, IsKeptInformedInTheRightOrder) {
     StrictHost host(newControl(), false);
     auto& site = host.site();

@@ -4,23 +4,6 @@
 namespace dravik::test {
 namespace {
 
-// Keys that are held down while a call is made.
-class HeldKeys {
-  public:
-    HeldKeys(std::initializer_list<BYTE> keys) {
-        GetKeyboardState(before_);
-        BYTE held[256] = {};
-        for (const BYTE key : keys) held[key] = 0x80;
-        SetKeyboardState(held);
-    }
-    HeldKeys(const HeldKeys&) = delete;
-    HeldKeys& operator=(const HeldKeys&) = delete;
-    ~HeldKeys() { SetKeyboardState(before_); }
-
-  private:
-    BYTE before_[256] = {};
-};
-
 class FocusOfHosts : public testing::TestWithParam<const char*> {};
 
 INSTANTIATE_TEST_SUITE_P(Control, FocusOfHosts, testing::Values("strict", "atl", "sheet"),
@@ -60,18 +43,11 @@ TEST_P(FocusOfHosts, GoesBackWhenABoxOrAFormIsGone) {
 
 class FocusOfContainer : public testing::Test {
   protected:
-    FocusOfContainer() { bench.bind("HELLO"); }
-
-    StrictSite& site() { return bench.site(); }
-    template <class Interface>
-    ComPtr<Interface> as() const {
-        return bench.as<Interface>();
-    }
     HRESULT verb(LONG verb, MSG* message = nullptr) {
-        return as<IOleObject>()->DoVerb(verb, message, &site(), 0, bench.host->frame(), nullptr);
+        return bench.as<IOleObject>()->DoVerb(verb, message, &bench.site(), 0, bench.host->frame(), nullptr);
     }
 
-    Bench bench{"strict"};
+    Bench bench{"strict", "HELLO"};
     HWND own = CreateWindowExW(0, L"EDIT", L"", WS_CHILD | WS_VISIBLE, 0, 0, 10, 10, bench.host->frame(),
                                nullptr, nullptr, nullptr);
     HWND first = bench.button(L"Select Font");
@@ -102,7 +78,7 @@ TEST_F(FocusOfContainer, GoesBackToWhereItWas) {
     for (const HWND focused : {bench.input(), own}) {
         SetFocus(focused);
         SetActiveWindow(other);
-        as<IOleInPlaceActiveObject>()->OnFrameWindowActivate(TRUE);
+        bench.as<IOleInPlaceActiveObject>()->OnFrameWindowActivate(TRUE);
         SetActiveWindow(bench.host->frame());  // it takes the focus, as a window does unless told otherwise
         EXPECT_EQ(GetFocus(), bench.host->frame());
         bench.host->pump();
@@ -129,7 +105,7 @@ TEST_F(FocusOfContainer, EntersByTabFromTheSideThatItComesFrom) {
     EXPECT_EQ(enters({VK_SHIFT}, [&] { verb(OLEIVERB_UIACTIVATE, &tab); }), last);
     // On through the controls between, and out at the first one.
     int stops = 0;
-    while (site().keys.empty() && stops < 60) {
+    while (bench.site().keys.empty() && stops < 60) {
         bench.host->key(VK_TAB, Modifier::Shift);
         ++stops;
     }
@@ -139,41 +115,41 @@ TEST_F(FocusOfContainer, EntersByTabFromTheSideThatItComesFrom) {
 
 TEST_F(FocusOfContainer, IsLeftWithTheUserInterface) {
     SetFocus(bench.input());
-    ASSERT_EQ(as<IOleInPlaceObject>()->UIDeactivate(), S_OK);
+    ASSERT_EQ(bench.as<IOleInPlaceObject>()->UIDeactivate(), S_OK);
     EXPECT_EQ(GetFocus(), bench.host->frame());
-    EXPECT_EQ(site().focus, 0);
+    EXPECT_EQ(bench.site().focus, 0);
     SetFocus(bench.input());
-    EXPECT_EQ(site().focus, 1);
+    EXPECT_EQ(bench.site().focus, 1);
     ASSERT_EQ(verb(OLEIVERB_HIDE), S_OK);
     EXPECT_EQ(GetFocus(), bench.host->frame()) << "keys would work on what is not seen";
-    EXPECT_EQ(site().focus, 0);
+    EXPECT_EQ(bench.site().focus, 0);
     ASSERT_EQ(verb(OLEIVERB_UIACTIVATE), S_OK);
-    EXPECT_EQ(site().focus, 1);
-    ASSERT_EQ(as<IOleInPlaceObject>()->InPlaceDeactivate(), S_OK);
+    EXPECT_EQ(bench.site().focus, 1);
+    ASSERT_EQ(bench.as<IOleInPlaceObject>()->InPlaceDeactivate(), S_OK);
     ASSERT_EQ(verb(OLEIVERB_UIACTIVATE), S_OK);
-    EXPECT_EQ(site().focus, 1);
+    EXPECT_EQ(bench.site().focus, 1);
     bench.host->close();
-    EXPECT_THAT(site().faults, IsEmpty());
+    EXPECT_THAT(bench.site().faults, IsEmpty());
 }
 
 TEST_F(FocusOfContainer, TheHostIsToldWhenTheAccessKeysChange) {
     const auto keys = [&] {
         CONTROLINFO info{};
         info.cb = sizeof info;
-        as<IOleControl>()->GetControlInfo(&info);
+        bench.as<IOleControl>()->GetControlInfo(&info);
         return info.cAccel;
     };
     const auto tellsOf = [&](auto&& change) {
         bench.host->pump();
-        const int before = site().count("OnControlInfoChanged");
+        const int before = bench.site().count("OnControlInfoChanged");
         change();
         bench.host->pump();
-        return site().count("OnControlInfoChanged") - before;
+        return bench.site().count("OnControlInfoChanged") - before;
     };
     const auto all = keys();
     const HWND include = bench.button(L"&Include");
     EXPECT_EQ(tellsOf([&] { bench.type(L"HELLO"); }), 0) << "no key changed";
-    EXPECT_EQ(tellsOf([&] { as<IOleInPlaceObject>()->InPlaceDeactivate(); }), 1);
+    EXPECT_EQ(tellsOf([&] { bench.as<IOleInPlaceObject>()->InPlaceDeactivate(); }), 1);
     EXPECT_EQ(keys(), 0);
     EXPECT_GE(tellsOf([&] { verb(OLEIVERB_SHOW); }), 1);
     EXPECT_EQ(keys(), all);

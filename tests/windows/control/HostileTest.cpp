@@ -8,10 +8,6 @@
 namespace dravik::test {
 namespace {
 
-ComPtr<IUnknown> newControl() {
-    return controlModule().make(CLSID_DravikDlg);
-}
-
 Bstr bstr(const char* text) {
     return Bstr(std::string_view(text));
 }

@@ -30,13 +30,16 @@ struct Many : Form {
 class Lifetime : public testing::Test {
   protected:
     HWND view(const Widget& widget) { return platform.peerOf(widget)->window(); }
-    // Shows the form, does what an operator does, and expects the form to have gone by that.
-    void goesBy(const std::function<void(Many&)>& subscribe, const std::function<void(Many&)>& drive) {
+    void show() {
         host = std::make_unique<HostWindow>(400, 600);
         form = std::make_unique<Many>();
         page = std::make_unique<FormPage>(*form, host->window(), platform);
         page->setBounds({0, 0, 400, 600});
         page->setVisible(true);
+    }
+    // Shows the form, does what an operator does, and expects the form to have gone by that.
+    void goesBy(const std::function<void(Many&)>& subscribe, const std::function<void(Many&)>& drive) {
+        show();
         subscribe(*form);
         drive(*form);
         EXPECT_TRUE(waitUntil([this] { return !form; }));
@@ -93,11 +96,7 @@ TEST_F(Lifetime, EverythingMayGoDuringAnyEvent) {
 }
 
 TEST_F(Lifetime, AFormThatGoesIsTouchedNoMore) {
-    host = std::make_unique<HostWindow>(400, 600);
-    form = std::make_unique<Many>();
-    page = std::make_unique<FormPage>(*form, host->window(), platform);
-    page->setBounds({0, 0, 400, 600});
-    page->setVisible(true);
+    show();
     settle();
     const HWND button = view(form->button);
     const HWND grid = view(form->grid);

@@ -22,9 +22,13 @@ const ControlModule& controlModule() {
     return module;
 }
 
+ComPtr<IUnknown> newControl() {
+    return controlModule().make(CLSID_DravikDlg);
+}
+
 Bench::Bench(const std::string& hostName, const char* shown) {
     if (hostName == "strict")
-        host = std::make_unique<StrictHost>(controlModule().make(CLSID_DravikDlg));
+        host = std::make_unique<StrictHost>(newControl());
     else
         host = hostName == "atl" ? makeAtlHost() : makePropertySheetHost();
     if (!host->control()) throw std::runtime_error("no control in the host");

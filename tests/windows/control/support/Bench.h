@@ -27,6 +27,7 @@ using testing::IsEmpty;
 
 // The library stays loaded, and the classes registered, while the program runs.
 const ControlModule& controlModule();
+ComPtr<IUnknown> newControl();
 
 class Bench {
   public:

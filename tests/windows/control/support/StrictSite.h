@@ -129,24 +129,4 @@ class StrictSite final : public IOleClientSite,
     bool uiActive_ = false;
 };
 
-// A key message for a control that is shown in a container: to its active object, if `toActive`; then to the
-// control, if it may be an access key (`asAccessKey`). True when it was taken.
-inline bool giveKey(MSG& message, IUnknown& control, StrictSite& site, bool toActive, bool asAccessKey) {
-    if (message.message < WM_KEYFIRST || message.message > WM_KEYLAST) return false;
-    if (toActive && site.active) {
-        const ComPtr<IOleInPlaceActiveObject> active = site.active;
-        if (active->TranslateAccelerator(&message) == S_OK) return true;
-    }
-    if (!asAccessKey || message.message != WM_SYSCHAR) return false;
-    const auto keys = ComPtr<IUnknown>(&control).as<IOleControl>();
-    CONTROLINFO info{};
-    info.cb = sizeof info;
-    WORD command = 0;
-    if (!keys || FAILED(keys->GetControlInfo(&info)) || info.cAccel == 0 ||
-        !IsAccelerator(info.hAccel, info.cAccel, &message, &command))
-        return false;
-    keys->OnMnemonic(&message);
-    return true;
-}
-
 }  // namespace dravik::test
