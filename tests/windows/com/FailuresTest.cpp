@@ -1,5 +1,6 @@
 // What a tool reports arrives with its own number and text, whichever way it is called.
 #include "windows/com/support/ComTest.h"
+#include "windows/headers/ComObject.h"
 
 namespace dravik::test {
 namespace {
@@ -57,7 +58,7 @@ TEST(Failures, OfEveryOperationArriveWithTheToolsNumberAndText) {
 }
 
 // An object whose calls end with what a test says.
-class Reporting : public IDispatch, public ISupportErrorInfo {
+class Reporting : public NotCalledByNames<IDispatch>, public ISupportErrorInfo {
   public:
     HRESULT code = DISP_E_EXCEPTION;
     EXCEPINFO exception{};
@@ -71,8 +72,6 @@ class Reporting : public IDispatch, public ISupportErrorInfo {
     }
     ULONG STDMETHODCALLTYPE AddRef() override { return 2; }
     ULONG STDMETHODCALLTYPE Release() override { return 1; }
-    HRESULT STDMETHODCALLTYPE GetTypeInfoCount(UINT*) override { return E_NOTIMPL; }
-    HRESULT STDMETHODCALLTYPE GetTypeInfo(UINT, LCID, ITypeInfo**) override { return E_NOTIMPL; }
     HRESULT STDMETHODCALLTYPE GetIDsOfNames(REFIID, LPOLESTR*, UINT, LCID, DISPID* ids) override {
         *ids = 1;
         return S_OK;

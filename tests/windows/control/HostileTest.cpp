@@ -41,6 +41,7 @@ TEST(HostileHost, PassesNothingWhereSomethingIsNeeded) {
     BSTR text = nullptr;
     double number = 0;
     short count = 0;
+    const RECT turned{100, 100, 50, 50};
     const HRESULT refused[] = {
         control->QueryInterface(IID_IUnknown, nullptr),
         object->GetClientSite(nullptr),
@@ -57,6 +58,7 @@ TEST(HostileHost, PassesNothingWhereSomethingIsNeeded) {
         ole->OnMnemonic(nullptr),
         inPlace->GetWindow(nullptr),
         inPlace->SetObjectRects(nullptr, nullptr),
+        inPlace->SetObjectRects(&turned, &turned),
         active->TranslateAccelerator(nullptr),
         view->Draw(DVASPECT_CONTENT, -1, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, 0),
         view->GetExtent(DVASPECT_CONTENT, -1, nullptr, nullptr),

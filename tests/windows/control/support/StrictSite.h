@@ -11,6 +11,7 @@
 
 #include "windows/com/ComPtr.h"
 #include "windows/com/Variant.h"
+#include "windows/headers/ComObject.h"
 
 namespace dravik::test {
 
@@ -21,7 +22,7 @@ class StrictSite final : public IOleClientSite,
                          public IOleInPlaceSite,
                          public IOleControlSite,
                          public IOleInPlaceFrame,
-                         public IDispatch {
+                         public NotCalledByNames<IDispatch> {
   public:
     // The control is to take `place` of the frame's client area.
     static ComPtr<StrictSite> make(HWND frame, RECT place) {
@@ -107,15 +108,6 @@ class StrictSite final : public IOleClientSite,
     HRESULT STDMETHODCALLTYPE SetStatusText(LPCOLESTR) override { return S_OK; }
     // A key that the frame may use.
     HRESULT STDMETHODCALLTYPE TranslateAccelerator(LPMSG, WORD) override { return S_FALSE; }
-    HRESULT STDMETHODCALLTYPE GetTypeInfoCount(UINT* count) override {
-        if (!count) return E_POINTER;
-        *count = 0;
-        return S_OK;
-    }
-    HRESULT STDMETHODCALLTYPE GetTypeInfo(UINT, LCID, ITypeInfo**) override { return E_NOTIMPL; }
-    HRESULT STDMETHODCALLTYPE GetIDsOfNames(REFIID, LPOLESTR*, UINT, LCID, DISPID*) override {
-        return DISP_E_UNKNOWNNAME;
-    }
 
   private:
     StrictSite(HWND window, const RECT& itsPlace) : place(itsPlace), window_(window) {}

@@ -37,10 +37,6 @@ using namespace win32;
 // What a screen reader says of a window, or of a part of it.
 std::wstring accessibleName(HWND window, LONG part = 0);
 
-// Writes what a window shows as a PNG file into the folder that DRAVIK_PICTURES names; does nothing without
-// one.
-void keepPicture(HWND window, const std::string& name);
-void keepPicture(Canvas& shown, const std::string& name);
 // Of a canvas, at a place.
 COLORREF colorAt(Canvas& canvas, int x, int y);
 int countOf(Canvas& canvas, COLORREF color);
