@@ -63,7 +63,7 @@ void read(const TaughtFont& font, const OutlineFont& face, const std::string& se
         const LabelledPart part = charsetPart(face, seed++, faults, set);
         const Segmentation found = segment(part.image, takeWholeCharacters);
         if (found.glyphs.size() != part.text.size()) continue;
-        const std::vector<Recognition> read = recognize(found, font.network, measure);
+        const std::vector<Recognition> read = recognize(found, {font.network, measure});
         for (std::size_t i = 0; i < read.size(); ++i) {
             const auto& codes = font.network.codes;
             const std::int32_t code = codeOf(part.text[i]);

@@ -4,7 +4,7 @@
 //         reads the sample parts with fonts learnt from the sample sheets
 //     dravik_evaluate read CHARSETS LINES [SHEETS]
 //         the same with other folders, for instance those of dravik_generate; each font learnt from so many
-//         sheets
+//         sheets; how many wrong labels are pointed out before an include
 //     dravik_evaluate suggest [-v] LINES...
 //         reads without any font; -v shows what was read wrongly
 //     dravik_evaluate count [-v] FOLDER...

@@ -50,7 +50,8 @@ class TaughtFont {
             set, 1, [](const TrainingFigures& now) { return now.cycles < 20; }, figures);
     }
     std::vector<Recognition> read(const Segmentation& found) const {
-        return recognize(found, network_, DistanceMeasure(statistics_, places_));
+        const DistanceMeasure measure(statistics_, places_);
+        return recognize(found, {network_, measure});
     }
 
   private:

@@ -11,6 +11,7 @@
 #include "engine/LabelledImages.h"
 #include "engine/PngFile.h"
 #include "engine/embedded/EmbeddedTool.h"
+#include "evaluate/WrongLabels.h"
 #include "support/Differences.h"
 #include "tool/Samples.h"
 
@@ -57,6 +58,7 @@ struct JobsForNow {
 void readBack(const std::string& charsets, const std::string& lines, int most) {
     const JobsForNow jobs;
     const Fonts toRead = byFont(lines);
+    WrongLabels wrongLabels;
     int allCharacters = 0, allWrong = 0, allExact = 0, allImages = 0, allMisread = 0;
     std::printf("%-12s %8s %7s %7s %6s %6s %7s %7s %7s %9s\n", "font", "included", "refused", "exact",
                 "chars", "wrong", "seconds", "cycles", "RMS", "Distance");
@@ -89,6 +91,7 @@ void readBack(const std::string& charsets, const std::string& lines, int most) {
                 const std::vector<ReadCharacter> read = tool.read();
                 const std::vector<std::string> text = characters(image.text);
                 characterTotal += static_cast<int>(text.size());
+                wrongLabels.tryOut(tool, text);
                 wrong += static_cast<int>(test::differences(text, textOf(read)));
                 if (read.size() != text.size()) {
                     misread += " " + image.name + ":" + std::to_string(read.size()) + "/" +
@@ -119,6 +122,7 @@ void readBack(const std::string& charsets, const std::string& lines, int most) {
         "exact count\n",
         allExact, allImages, allWrong, allCharacters, 100.0 * allWrong / std::max(1, allCharacters),
         allMisread);
+    wrongLabels.print();
 }
 
 }  // namespace dravik

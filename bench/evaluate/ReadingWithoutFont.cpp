@@ -56,29 +56,79 @@ std::vector<std::string> merged(std::vector<std::string> text) {
     return text;
 }
 
-struct Typing {
-    int right = 0, alarms = 0, wrong = 0, found = 0;
-    // One character typed as another, then the text as it is.
-    void tryOut(const Segmentation& found_, std::vector<std::string> text, Random& random) {
-        if (found_.glyphs.size() != text.size() || text.empty()) return;
-        const auto disagreeing = [&](const std::vector<std::string>& typed) {
-            std::vector<std::size_t> places;
-            const std::vector<CharacterLikelihood> compared = compareWithText(found_, typed);
-            for (std::size_t i = 0; i < compared.size(); ++i)
-                if (compared[i].disagrees()) places.push_back(i);
-            return places;
+// Texts that were typed wrongly, with as many characters as the right one, and whether one of the wrong
+// places is pointed out.
+class Typing {
+  public:
+    void tryOut(const Segmentation& found, const std::vector<std::string>& text, Random& random) {
+        if (found.glyphs.size() != text.size() || text.empty()) return;
+        ++right_;
+        alarms_ += disagreeing(found, text).empty() ? 0 : 1;
+        const int last = static_cast<int>(text.size()) - 1;
+        const auto place = [&] { return static_cast<std::ptrdiff_t>(random.whole(0, last)); };
+        const auto another = [&](const std::string& than) {
+            std::string one = than;
+            while (one == than || areDrawnAlike(one, than))
+                one = std::string(1, random.of(std::string(kRecognisedCharacters)));
+            return one;
         };
-        ++right;
-        alarms += disagreeing(text).empty() ? 0 : 1;
-        const std::size_t place =
-            static_cast<std::size_t>(random.whole(0, static_cast<int>(text.size()) - 1));
-        const std::string before = text[place];
-        while (text[place] == before || areDrawnAlike(text[place], before))
-            text[place] = std::string(1, random.of(std::string(kRecognisedCharacters)));
-        ++wrong;
-        const std::vector<std::size_t> places = disagreeing(text);
-        found += std::find(places.begin(), places.end(), place) != places.end() ? 1 : 0;
+        std::vector<std::string> typed = text;
+        const std::ptrdiff_t replaced = place();
+        typed[static_cast<std::size_t>(replaced)] = another(typed[static_cast<std::size_t>(replaced)]);
+        tryWrong(Replaced, found, text, typed);
+
+        typed = text;
+        typed.erase(typed.begin() + place());
+        typed.push_back(another(text.back()));
+        tryWrong(Missing, found, text, typed);
+
+        typed = text;
+        const std::ptrdiff_t inserted = place();
+        typed.insert(typed.begin() + inserted, another(text[static_cast<std::size_t>(inserted)]));
+        typed.pop_back();
+        tryWrong(Extra, found, text, typed);
+
+        std::vector<std::size_t> pairs;
+        for (std::size_t i = 1; i < text.size(); ++i)
+            if (text[i] != text[i - 1] && !areDrawnAlike(text[i], text[i - 1])) pairs.push_back(i);
+        if (pairs.empty()) return;
+        typed = text;
+        const std::size_t pair = random.of(pairs);
+        std::swap(typed[pair - 1], typed[pair]);
+        tryWrong(Swapped, found, text, typed);
     }
+
+    void print() const {
+        for (std::size_t kind = 0; kind < kKinds; ++kind)
+            std::printf("  typed texts with %s: %d of %d pointed out\n", kNames[kind], found_[kind],
+                        wrong_[kind]);
+        std::printf("  right texts doubted: %d of %d\n", alarms_, right_);
+    }
+
+  private:
+    enum Kind : std::size_t { Replaced, Missing, Extra, Swapped, kKinds };
+    static constexpr std::array kNames = {"one other character", "one missing, one more at the end",
+                                          "one more, the last missing", "two neighbours exchanged"};
+
+    static std::vector<std::size_t> disagreeing(const Segmentation& found,
+                                                const std::vector<std::string>& typed) {
+        std::vector<std::size_t> places;
+        const std::vector<CharacterLikelihood> compared = compareWithText(found, typed);
+        for (std::size_t i = 0; i < compared.size(); ++i)
+            if (compared[i].disagrees()) places.push_back(i);
+        return places;
+    }
+
+    void tryWrong(Kind kind, const Segmentation& found, const std::vector<std::string>& text,
+                  const std::vector<std::string>& typed) {
+        ++wrong_[kind];
+        const std::vector<std::size_t> places = disagreeing(found, typed);
+        found_[kind] += std::any_of(places.begin(), places.end(),
+                                    [&](std::size_t place) { return typed[place] != text[place]; });
+    }
+
+    int right_ = 0, alarms_ = 0;
+    std::array<int, kKinds> wrong_{}, found_{};
 };
 
 void print(const std::string& name, const Count& count) {
@@ -142,9 +192,7 @@ void readWithoutFonts(const std::string& lines, bool verbose) {
             std::printf("  likelihood below %.2f: %5d, mean %5.1f %%, right %5.1f %%\n",
                         std::min(1.0, kSureness[i]), one.count, 100 * one.sum / one.count,
                         100.0 * one.right / one.count);
-    std::printf(
-        "  typed texts with one wrong character: %d of %d pointed out; right texts doubted: %d of %d\n",
-        typing.found, typing.wrong, typing.alarms, typing.right);
+    typing.print();
     std::printf("  %.2f ms an image after its characters were found\n",
                 1000 * seconds / std::max(1, all.images));
 }

@@ -6,6 +6,16 @@
 #include "qt/QtConversions.h"
 
 namespace dravik::qt {
+namespace {
+
+int alignment(ui::CellAlign align) {
+    const auto across = align == ui::CellAlign::Left     ? Qt::AlignLeft
+                        : align == ui::CellAlign::Center ? Qt::AlignHCenter
+                                                         : Qt::AlignRight;
+    return static_cast<int>(across | Qt::AlignVCenter);
+}
+
+}  // namespace
 
 void GridModel::refill() {
     beginResetModel();
@@ -36,18 +46,14 @@ QString GridModel::text(int row, int column) const {
 QVariant GridModel::data(const QModelIndex& index, int role) const {
     if (!attached_ || !index.isValid()) return {};
     if (role == Qt::DisplayRole) return text(index.row() + 1, index.column());
-    if (role == Qt::TextAlignmentRole)
-        return static_cast<int>(grid_.centered(index.column()) ? Qt::AlignCenter
-                                                               : Qt::AlignRight | Qt::AlignVCenter);
+    if (role == Qt::TextAlignmentRole) return alignment(grid_.align(index.column()));
     return {};
 }
 
 QVariant GridModel::headerData(int section, Qt::Orientation orientation, int role) const {
     if (!attached_ || orientation != Qt::Horizontal) return {};
     if (role == Qt::DisplayRole) return text(0, section);
-    if (role == Qt::TextAlignmentRole)
-        return static_cast<int>(grid_.centered(section) ? Qt::AlignCenter
-                                                        : Qt::AlignRight | Qt::AlignVCenter);
+    if (role == Qt::TextAlignmentRole) return alignment(grid_.align(section));
     return {};
 }
 

@@ -33,6 +33,14 @@ GridView::GridView(QWidget* parent) : QTableView(parent) {
     connect(horizontalHeader(), &QHeaderView::sectionPressed, this, &GridView::headingPressed);
 }
 
+// The headings ask of each column whether all of its cells are selected, row by row, which takes long in a
+// long table; they show no selection.
+void GridView::setSelectionModel(QItemSelectionModel* selection) {
+    QTableView::setSelectionModel(selection);
+    for (QHeaderView* header : {horizontalHeader(), verticalHeader()})
+        header->setSelectionModel(new QItemSelectionModel(model(), header));
+}
+
 void GridView::showSelection(const GridSelection& selection) {
     selection_ = selection;
     if (!model() || model()->rowCount() == 0 || model()->columnCount() == 0) return;

@@ -25,6 +25,7 @@ class GridView : public QTableView {
     // Widths by the headings and the first and last records; the rest is not looked at.
     void fitColumns();
     void selectAll() override;
+    void setSelectionModel(QItemSelectionModel* selection) override;
 
   Q_SIGNALS:
     void selected(const dravik::qt::GridSelection& selection);

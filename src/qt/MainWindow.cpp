@@ -186,6 +186,7 @@ void MainWindow::restore() {
     if (!splitter_->restoreState(settings.value(QLatin1String(kSplitterKey)).toByteArray()))
         splitter_->setSizes({TrainerWindow::kFirstScreenWidth,
                              TrainerWindow::kFirstWidth - TrainerWindow::kFirstScreenWidth});
+    model_.arrangeFor(height());
 }
 
 void MainWindow::remember() {

@@ -11,11 +11,13 @@
 #include "qt/ElidedLabel.h"
 #include "qt/Guard.h"
 #include "qt/PartView.h"
+#include "qt/PictureIcon.h"
 #include "qt/QtConversions.h"
 #include "qt/ReadingView.h"
 #include "qt/Theme.h"
 #include "qt/ThumbnailStrip.h"
 #include "qt/WindowMenus.h"
+#include "trainer/window/ActionPictures.h"
 
 namespace dravik::qt {
 
@@ -27,6 +29,9 @@ PartPane::PartPane(trainer::TrainerWindow& model, const WindowMenus& menus, QWid
     auto* tools = new QToolBar(this);
     tools->setIconSize(QSize(kIconSide, kIconSide));
     menus.fill(*tools);
+    // Its own is black in every theme.
+    if (auto* more = tools->findChild<QToolButton*>(QStringLiteral("qt_toolbar_ext_button")))
+        more->setIcon(pictureIcon(trainer::morePicture()));
     name_ = new ElidedLabel(this);
     name_->setObjectName(QStringLiteral("partName"));
     scale_ = new QLabel(this);
@@ -42,6 +47,8 @@ PartPane::PartPane(trainer::TrainerWindow& model, const WindowMenus& menus, QWid
     readingTitle->setBuddy(reading);
     notice_ = addText("notice");
     notice_->setWordWrap(true);
+    // The image does not move by what is said.
+    notice_->setMinimumHeight(notice_->fontMetrics().height() + 2 * notice_->margin());
     check_ = addText("heldOutCheck");
     check_->setTextInteractionFlags(Qt::TextSelectableByMouse);
     check_->setWordWrap(true);
@@ -127,7 +134,6 @@ void PartPane::showTexts() {
         preview_->setPalette(warns ? warning : QPalette());
 
         notice_->setText(qtText(model_.noticeText()));
-        notice_->setVisible(!model_.noticeText().empty());
         check_->setText(qtText(model_.checkText()));
         check_->setVisible(!model_.checkText().empty());
     });

@@ -19,8 +19,12 @@ const SegmentationSettings& ImageAdjustments::commonSettings() const {
 }
 
 SegmentationSettings ImageAdjustments::settings() const {
+    return settingsOf(path());
+}
+
+SegmentationSettings ImageAdjustments::settingsOf(const std::string& path) const {
     SegmentationSettings settings = commonSettings();
-    if (const auto own = ownRegions_.find(path()); own != ownRegions_.end()) settings.region = own->second;
+    if (const auto own = ownRegions_.find(path); own != ownRegions_.end()) settings.region = own->second;
     return settings;
 }
 
@@ -43,22 +47,29 @@ void ImageAdjustments::fontShown() {
         setCommon(std::exchange(withoutFont_, {}), "change of the image settings");
 }
 
-void ImageAdjustments::setRegion(const std::optional<engine::RotatedBox>& region, bool forThisImageOnly) {
+void ImageAdjustments::takeRegion(const std::optional<engine::RotatedBox>& region, bool forThisImageOnly,
+                                  SegmentationSettings& common) {
     if (forThisImageOnly) {
         ownRegions_[path()] = region;
     } else {
         ownRegions_.erase(path());
-        SegmentationSettings settings = commonSettings();
-        settings.region = region;
-        setCommon(settings, region ? "change of the region" : "removal of the region");
+        common.region = region;
     }
+}
+
+void ImageAdjustments::setRegion(const std::optional<engine::RotatedBox>& region, bool forThisImageOnly) {
+    SegmentationSettings common = commonSettings();
+    takeRegion(region, forThisImageOnly, common);
+    setCommon(common, region ? "change of the region" : "removal of the region");
     settingsChanged();
 }
 
-void ImageAdjustments::setPrint(const engine::PrintSettings& print) {
-    SegmentationSettings settings = commonSettings();
-    settings.print = print;
-    setCommon(settings, "change of the image settings");
+void ImageAdjustments::set(const SegmentationSettings& settings, bool regionForThisImageOnly) {
+    SegmentationSettings common = commonSettings();
+    common.print = settings.print;
+    if (settings.region != this->settings().region)
+        takeRegion(settings.region, regionForThisImageOnly, common);
+    setCommon(common, "change of the image settings");
     settingsChanged();
 }
 

@@ -23,14 +23,16 @@ class ImageAdjustments {
     // By which the current image is looked at: those of the font, or of the program while no font is loaded,
     // with the image's own region.
     engine::SegmentationSettings settings() const;
+    // The same for any image.
+    engine::SegmentationSettings settingsOf(const std::string& path) const;
     // Those that count for all images.
     const engine::SegmentationSettings& commonSettings() const;
     bool hasOwnRegion() const;
 
-    // For all images it is an act that can be undone, and the image's own region goes. A failure is told on
-    // the screen.
+    // What counts for all images is changed by one act, which can be undone; another region for all makes
+    // the image's own one go. A failure is told on the screen.
     void setRegion(const std::optional<engine::RotatedBox>& region, bool forThisImageOnly);
-    void setPrint(const engine::PrintSettings& print);
+    void set(const engine::SegmentationSettings& settings, bool regionForThisImageOnly);
 
     // Another font may be shown. What was set while there was none becomes that of a font without samples and
     // settings of its own.
@@ -73,6 +75,8 @@ class ImageAdjustments {
     std::string path() const;
     Correction* correction();
     const Correction* correction() const;
+    void takeRegion(const std::optional<engine::RotatedBox>& region, bool forThisImageOnly,
+                    engine::SegmentationSettings& common);
     void setCommon(const engine::SegmentationSettings& settings, const std::string& words);
 
     engine::EmbeddedTool& tool_;

@@ -6,9 +6,8 @@
 namespace dravik::trainer {
 
 ReadAll::ReadAll(std::shared_ptr<const engine::FontReader> reader, engine::ImageDecoder decoder,
-                 const std::vector<std::string>& paths, const Expected& expected)
-    : reader_(std::move(reader)), decoder_(std::move(decoder)) {
-    for (const std::string& path : paths) tasks_.push_back({path, expected(path)});
+                 std::vector<Task> tasks)
+    : reader_(std::move(reader)), decoder_(std::move(decoder)), tasks_(std::move(tasks)) {
     const auto most = std::min<std::size_t>(std::max(1u, std::thread::hardware_concurrency()), tasks_.size());
     running_ = static_cast<int>(most);
     for (std::size_t i = 0; i < most; ++i)
@@ -28,7 +27,8 @@ void ReadAll::run(const std::stop_token& stop) {
         const std::size_t place = next_++;
         if (place >= tasks_.size()) break;
         const Task& task = tasks_[place];
-        ImageReading reading = readImage(task.path, task.path, task.expected, *reader_, decoder_, stop);
+        ImageReading reading =
+            readImage(task.path, task.path, task.expected, *reader_, decoder_, stop, task.settings);
         if (stop.stop_requested()) break;  // it may be half read
         const std::scoped_lock lock(mutex_);
         done_.push_back(std::move(reading));

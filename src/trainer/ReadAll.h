@@ -3,7 +3,6 @@
 #pragma once
 
 #include <atomic>
-#include <functional>
 #include <memory>
 #include <mutex>
 #include <optional>
@@ -17,12 +16,15 @@ namespace dravik::trainer {
 
 class ReadAll {
   public:
-    // The text that an image should have, without blanks and line breaks; nothing where none is known.
-    using Expected = std::function<std::optional<std::string>(const std::string& path)>;
+    struct Task {
+        std::string path;
+        std::optional<std::string> expected{};  // the text that is on the part, without blanks and breaks
+        std::optional<engine::SegmentationSettings> settings{};  // by which it is looked at, else the font's
+    };
 
-    // Begins at once. `expected` is asked here only; the decoder may be asked by any thread.
+    // Begins at once. The decoder may be asked by any thread.
     ReadAll(std::shared_ptr<const engine::FontReader> reader, engine::ImageDecoder decoder,
-            const std::vector<std::string>& paths, const Expected& expected);
+            std::vector<Task> tasks);
     // Stops it and waits for what is under way.
     ~ReadAll();
     ReadAll(const ReadAll&) = delete;
@@ -36,15 +38,11 @@ class ReadAll {
     void stop();
 
   private:
-    struct Task {
-        std::string path;
-        std::optional<std::string> expected;
-    };
     void run(const std::stop_token& stop);
 
     const std::shared_ptr<const engine::FontReader> reader_;
     const engine::ImageDecoder decoder_;
-    std::vector<Task> tasks_;
+    const std::vector<Task> tasks_;
     std::mutex mutex_;
     std::vector<ImageReading> done_;
     std::atomic<std::size_t> next_ = 0;

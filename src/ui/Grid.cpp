@@ -83,13 +83,14 @@ void Grid::select(int row, int column, int rowSelection, int columnSelection) {
     changed(Change::Selection);
 }
 
-bool Grid::centered(int column) const {
-    return std::find(centered_.begin(), centered_.end(), column) != centered_.end();
+CellAlign Grid::align(int column) const {
+    const auto found = aligned_.find(column);
+    return found == aligned_.end() ? CellAlign::Right : found->second;
 }
 
-void Grid::setCentered(int column) {
-    if (centered(column)) return;
-    centered_.push_back(column);
+void Grid::setAlign(int column, CellAlign align) {
+    if (this->align(column) == align) return;
+    aligned_[column] = align;
     changed(Change::Appearance);
 }
 

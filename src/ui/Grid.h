@@ -3,6 +3,7 @@
 #pragma once
 
 #include <cstdint>
+#include <map>
 #include <memory>
 #include <string>
 #include <vector>
@@ -26,6 +27,8 @@ class GridSource {
     // The cell as a number for sorting; by default the number that its text starts with.
     virtual double number(int row, int column) const;
 };
+
+enum class CellAlign { Left, Center, Right };
 
 class Grid : public Widget {
   public:
@@ -67,8 +70,9 @@ class Grid : public Widget {
     bool redraw() const noexcept { return redraw_; }
     void setRedraw(bool redraw) { assign(redraw_, redraw, Change::Appearance); }
 
-    bool centered(int column) const;
-    void setCentered(int column);
+    // To the right, for numbers, unless set.
+    CellAlign align(int column) const;
+    void setAlign(int column, CellAlign align);
 
   private:
     // The records in their present order, each with its key.
@@ -80,7 +84,7 @@ class Grid : public Widget {
 
     std::shared_ptr<const GridSource> source_;
     std::vector<std::int32_t> order_;  // source row of each row; empty for the source's own order
-    std::vector<int> centered_;
+    std::map<int, CellAlign> aligned_;
     int row_ = 1;
     int column_ = 0;
     int rowSelection_ = 1;

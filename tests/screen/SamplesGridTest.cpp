@@ -33,9 +33,9 @@ TEST_F(SamplesGridTest, ShowsNumbersCharactersAndFormattedFields) {
     EXPECT_EQ(column(0), "0 1 2 ");
     EXPECT_EQ(column(1), "B B A ");
     EXPECT_EQ(column(2), "0.100 0.250 0.001 ");
-    EXPECT_TRUE(grid().centered(0));
-    EXPECT_TRUE(grid().centered(1));
-    EXPECT_FALSE(grid().centered(2));
+    EXPECT_EQ(grid().align(0), CellAlign::Center);
+    EXPECT_EQ(grid().align(1), CellAlign::Center);
+    EXPECT_EQ(grid().align(2), CellAlign::Right);
     screen().numeric.cboDisplay.setListIndex(kDisplayStatistics);
     EXPECT_EQ(grid().columns(), 53);
     EXPECT_EQ(column(2), "1.000 2.000 ");

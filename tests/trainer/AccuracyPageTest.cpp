@@ -2,20 +2,11 @@
 // called.
 #include "trainer/commands/AccuracyPage.h"
 
-#include <gmock/gmock.h>
-
 #include "engine/font/SampleOrigin.h"
 #include "trainer/support/Workspace.h"
 
 namespace dravik::test {
-
-using namespace engine;
-using namespace trainer;
 namespace {
-
-using testing::ElementsAre;
-using testing::HasSubstr;
-using testing::Not;
 
 TEST(AccuracyPage, ShowsWhatIsDoubtfulAndEscapesWhatOthersHaveNamed) {
     SampleStore store;

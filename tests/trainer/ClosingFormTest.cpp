@@ -5,14 +5,7 @@
 #include "trainer/window/RestoreForm.h"
 
 namespace dravik::test {
-
-using namespace tool;
-using namespace trainer;
-using namespace ui;
 namespace {
-
-using testing::ElementsAre;
-using testing::HasSubstr;
 
 class ClosingFormTest : public testing::Test {
   protected:

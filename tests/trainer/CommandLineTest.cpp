@@ -1,22 +1,12 @@
 #include "trainer/commands/CommandLine.h"
 
-#include <gmock/gmock.h>
-
 #include <sstream>
 
 #include "trainer/support/PgmFile.h"
 #include "trainer/support/Workspace.h"
 
 namespace dravik::test {
-
-using namespace trainer;
 namespace {
-
-using testing::AllOf;
-using testing::ElementsAre;
-using testing::HasSubstr;
-using testing::IsEmpty;
-using testing::StartsWith;
 
 CommandResult run(const std::vector<std::string>& arguments) {
     std::ostringstream out;

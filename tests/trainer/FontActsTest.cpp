@@ -2,24 +2,10 @@
 // tool, without a window system.
 #include "trainer/FontActs.h"
 
-#include <filesystem>
-
-#include "base/Paths.h"
-#include "screen/context/Screen.h"
 #include "trainer/support/TrainerFixture.h"
 
 namespace dravik::test {
-
-using namespace engine;
-using namespace screen;
-using namespace tool;
-using namespace trainer;
-using namespace ui;
 namespace {
-
-using testing::ElementsAre;
-using testing::HasSubstr;
-using testing::IsEmpty;
 
 class FontActsTest : public TrainerFixture {
   protected:
@@ -144,9 +130,13 @@ TEST_F(FontActsTest, SaveAndSaveCopyNeedNoLearnAndNothingIsADeadEnd) {
 TEST_F(FontActsTest, AProgramThatDiesLosesNothingAndSaysWhatIsThereAgain) {
     choose("digits");
     const int before = committed();
+    const std::string saved = Workspace::content(workspace.fontFile("digits"));
     include("86");
     include("45");
+    platform.boxes.clear();
     start();
+    EXPECT_THAT(platform.boxes, IsEmpty()) << "the window asks before; this one was just let go";
+    EXPECT_EQ(Workspace::content(workspace.fontFile("digits")), saved);
     EXPECT_EQ(committed(), before + 4);
     ASSERT_EQ(window->problems().size(), 1U);
     EXPECT_THAT(window->problems()[0], HasSubstr("digits: 2 changes of "));

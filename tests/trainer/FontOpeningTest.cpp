@@ -1,23 +1,10 @@
 // A font file that is opened as images are: by a double click, a drop, the command line.
-#include <gmock/gmock.h>
 
-#include <filesystem>
-
-#include "base/Paths.h"
-#include "screen/context/Screen.h"
-#include "screen/support/ScriptedPlatform.h"
 #include "trainer/FontOpening.h"
-#include "trainer/support/PgmFile.h"
-#include "trainer/support/Workspace.h"
+#include "trainer/support/TrainerFixture.h"
 
 namespace dravik::test {
-
-using namespace trainer;
-using namespace ui;
 namespace {
-
-using testing::ElementsAre;
-using testing::HasSubstr;
 
 TEST(FontOpening, ShowsAFontOfTheFolderAndCopiesAnotherOneOnlyAsTheOperatorWants) {
     Workspace workspace;

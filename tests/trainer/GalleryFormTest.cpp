@@ -1,47 +1,32 @@
 // The gallery as the operator meets it: on the trainer and its embedded tool, without a window system.
 #include "trainer/window/GalleryForm.h"
 
-#include <gmock/gmock.h>
-
-#include <filesystem>
-
-#include "base/Paths.h"
 #include "base/Text.h"
-#include "screen/context/Screen.h"
-#include "screen/support/ScriptedPlatform.h"
-#include "trainer/support/PgmFile.h"
-#include "trainer/support/Workspace.h"
+#include "trainer/support/TrainerFixture.h"
 
 namespace dravik::test {
 
-using namespace engine;
-using namespace tool;
-using namespace trainer;
-using namespace ui;
 namespace {
 
-using testing::ElementsAre;
-using testing::HasSubstr;
-
-class GalleryFormTest : public testing::Test {
+class GalleryFormTest : public TrainerFixture {
   protected:
     GalleryFormTest() {
-        EmbeddedTool& tool = trainer.tool();
+        EmbeddedTool& tool = trainer->tool();
         tool.CreateFont("f");
         tool.SetCharacterSet({"1", "2", "4", "7"});
-        trainer.parts().open({workspace.draw("a.pgm", "1247"), workspace.draw("b.pgm", "1247")});
+        trainer->parts().open({workspace.draw("a.pgm", "1247"), workspace.draw("b.pgm", "1247")});
         include("1247");
-        trainer.parts().next();
+        trainer->parts().next();
         include("1244");  // the last one is a 7
         tool.SaveFont("f");
-        trainer.control().showFont("f");
+        trainer->control().showFont("f");
         gallery.pictures.setView(400, 300, 1);
         gallery.setShown(true);
     }
     void include(const std::string& text) {
-        trainer.tool().IncludeSamples(text);
-        trainer.tool().CommitNewSamples();
-        trainer.tool().endAct("", "");
+        trainer->tool().IncludeSamples(text);
+        trainer->tool().CommitNewSamples();
+        trainer->tool().endAct("", "");
     }
     std::string captions() const {
         std::string text;
@@ -50,20 +35,12 @@ class GalleryFormTest : public testing::Test {
     }
     std::string labels() {
         std::string text;
-        for (const std::int32_t code : trainer.tool().samples(SampleKind::Committed)->codes)
+        for (const std::int32_t code : trainer->tool().samples(SampleKind::Committed)->codes)
             text += characterOf(code);
         return text;
     }
 
-    Workspace workspace;
-    ScriptedPlatform platform;
-    Trainer trainer{platform, JobFolder(workspace.jobs()), readPgm, false};
-    std::string shownImage;
-    Region shownBox;
-    GalleryForm gallery{trainer, [this](const std::string& image, const Region& box) {
-                            shownImage = image;
-                            shownBox = box;
-                        }};
+    GalleryForm& gallery = window->gallery;
 };
 
 TEST_F(GalleryFormTest, TheWrongOneIsFirstAndIsMendedByTyping) {
@@ -79,16 +56,16 @@ TEST_F(GalleryFormTest, TheWrongOneIsFirstAndIsMendedByTyping) {
     gallery.pictures.typed("7");
     EXPECT_EQ(labels(), "12471247");
     EXPECT_FALSE(gallery.pictures.item(0).warns);
-    EXPECT_THAT(trainer.acts().notice(), HasSubstr("Labelled 1 sample as 7"));
-    EXPECT_EQ(trainer.acts().undoText(), "Undo relabelling of 1 sample as 7");
-    trainer.acts().undo();
+    EXPECT_THAT(trainer->acts().notice(), HasSubstr("Labelled 1 sample as 7"));
+    EXPECT_EQ(trainer->acts().undoText(), "Undo relabelling of 1 sample as 7");
+    trainer->acts().undo();
     EXPECT_EQ(labels(), "12471244");
     EXPECT_TRUE(gallery.pictures.item(0).warns);
-    EXPECT_TRUE(trainer.acts().isUnsaved() == false) << "as it was saved";
+    EXPECT_FALSE(trainer->acts().isUnsaved()) << "as it was saved";
 
     gallery.pictures.typed("78");  // nothing that a sample can be
     EXPECT_EQ(labels(), "12471244");
-    EXPECT_THAT(trainer.control().screen().sbr.panel("Message").text(), HasSubstr("one character"));
+    EXPECT_THAT(message(), HasSubstr("one character"));
 }
 
 TEST_F(GalleryFormTest, ManyAreDeletedAtOnceAndWhatIsLeftStaysSelected) {
@@ -101,46 +78,48 @@ TEST_F(GalleryFormTest, ManyAreDeletedAtOnceAndWhatIsLeftStaysSelected) {
     EXPECT_EQ(captions(), "4");
     EXPECT_THAT(gallery.pictures.selected(), ElementsAre(0));
     EXPECT_THAT(gallery.cboShown.text(), HasSubstr("4  (1)"));
-    trainer.acts().undo();
+    trainer->acts().undo();
     EXPECT_EQ(captions(), "444");
     gallery.pictures.selectAll();
     gallery.cmdDelete.press();
     EXPECT_EQ(captions(), "");
     EXPECT_FALSE(gallery.cmdDelete.enabled());
-    trainer.acts().undo();
+    trainer->acts().undo();
     EXPECT_EQ(labels(), "12471244");
     gallery.cboShown.setListIndex(0);
     EXPECT_EQ(gallery.pictures.count(), 8);
 }
 
 TEST_F(GalleryFormTest, ShowsWhereASampleIsFrom) {
-    const std::string image = trainer.parts().path(1);
+    const std::string image = trainer->parts().path(1);
+    const std::size_t marks = window->view.frames().size();
+    trainer->parts().setCurrent(0);
     gallery.pictures.opened();
-    EXPECT_EQ(shownImage, image);
-    EXPECT_EQ(shownBox.left, trainer.tool().found()[3].left);
-    shownImage.clear();
+    EXPECT_EQ(trainer->parts().current(), 1);
+    ASSERT_EQ(window->view.frames().size(), marks + 1);
+    EXPECT_TRUE(window->view.frames().back().heavy);
+    trainer->parts().setCurrent(0);
     std::filesystem::remove(toPath(image));
     gallery.cmdSource.press();
-    EXPECT_EQ(shownImage, "");
-    EXPECT_THAT(trainer.acts().notice(), HasSubstr(image + ", which is not there any more"));
+    EXPECT_EQ(trainer->parts().current(), 0);
+    EXPECT_THAT(trainer->acts().notice(), HasSubstr(image + ", which is not there any more"));
 }
 
 TEST_F(GalleryFormTest, FollowsTheGridTheHistogramAndTheOverview) {
-    screen::Screen& screen = trainer.control().screen();
-    screen.overview.tlbChars.buttonClick(screen.overview.tlbChars.button("Numeric"));
-    screen.numeric.grid.select(3, 0, 4, 0);
+    screen().overview.tlbChars.buttonClick(screen().overview.tlbChars.button("Numeric"));
+    screen().numeric.grid.select(3, 0, 4, 0);
     EXPECT_EQ(gallery.pictures.count(), 2);
     EXPECT_EQ(labels().substr(2, 2), "47");
     gallery.show({});
     gallery.pictures.choose(0, 0);
-    EXPECT_EQ(screen.numeric.grid.row(), 8) << "the worst one is the last sample";
+    EXPECT_EQ(screen().numeric.grid.row(), 8) << "the worst one is the last sample";
     EXPECT_EQ(gallery.pictures.count(), 8) << "what the gallery says is not said back to it";
 
-    trainer.control().barPointed()({"4", false, 0.5, 1});
+    trainer->control().barPointed()({"4", false, 0.5, 1});
     EXPECT_EQ(captions(), "4");
-    trainer.control().barPointed()({"2", true});
+    trainer->control().barPointed()({"2", true});
     EXPECT_EQ(captions(), "22");
-    for (const auto& cell : screen.overview.lblChar) {
+    for (const auto& cell : screen().overview.lblChar) {
         if (cell->caption() != "7") continue;
         cell->mouseDown({kLeftButton, 0, 10, 10});
         EXPECT_EQ(captions(), "22");
@@ -150,7 +129,7 @@ TEST_F(GalleryFormTest, FollowsTheGridTheHistogramAndTheOverview) {
     EXPECT_EQ(captions(), "7");
 
     gallery.setShown(false);
-    trainer.control().barPointed()({"2", true});
+    trainer->control().barPointed()({"2", true});
     gallery.setShown(true);
     EXPECT_EQ(captions(), "22");
 }

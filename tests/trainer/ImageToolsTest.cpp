@@ -2,32 +2,20 @@
 // and menus of the window, on images beside a barcode, tilted, or with nothing that is found.
 #include "trainer/window/ImageTools.h"
 
-#include <gmock/gmock.h>
-
 #include <cmath>
 
 #include "contract/DrawnText.h"
-#include "trainer/support/Operator.h"
-#include "trainer/support/PgmFile.h"
-#include "trainer/support/Workspace.h"
+#include "trainer/support/TrainerFixture.h"
 
 namespace dravik::test {
 
-using namespace engine;
-using namespace trainer;
-using namespace ui;
 namespace {
 
-using testing::ElementsAre;
 using Name = ViewKey::Name;
 
-class ImageToolsTest : public testing::Test {
+class ImageToolsTest : public TrainerFixture {
   protected:
     ImageToolsTest() {
-        platform.script("dlgFontManager", [](Form& manager) {
-            dynamic_cast<ListBox&>(*manager.find("lbFonts")).setListIndex(0);
-            dynamic_cast<Button&>(*manager.find("OKButton")).press();
-        });
         view.setViewport(800, 600);
         view.popUp = [this](PopupMenu& menu, ViewPoint) {
             offered.clear();
@@ -35,26 +23,16 @@ class ImageToolsTest : public testing::Test {
             for (const auto& item : menu.items())
                 if (item->name == picks) item->click();
         };
-        connections.push_back(trainer.previewChanged.connect([this] { show(); }));
-        connections.push_back(trainer.readingChanged.connect([this] { show(); }));
-        connections.push_back(trainer.parts().currentChanged.connect([this] { show(); }));
-    }
-    void show() {
-        if (view.image() != &trainer.parts().image()) view.setImage(&trainer.parts().image(), "");
-        view.setCharacters(trainer.preview(), trainer.mismatch());
-        std::vector<ReadCharacter> all;
-        for (const auto& line : trainer.reading().lines) all.insert(all.end(), line.begin(), line.end());
-        view.setReading(std::move(all));
     }
     void selectFont() {
         workspace.learnDigits("F");
-        trainer.control().screen().font.cmdSelectFont.press();
-        ASSERT_EQ(trainer.control().selectedFont(), "F");
+        choose("F");
+        ASSERT_EQ(trainer->control().selectedFont(), "F");
     }
     void open(const std::string& name, const GreyImage& image) {
         writePgm(workspace.path(name), image);
-        trainer.parts().open({workspace.path(name)});
-        trainer.parts().setCurrent(trainer.parts().count() - 1);
+        trainer->parts().open({workspace.path(name)});
+        trainer->parts().setCurrent(trainer->parts().count() - 1);
     }
     void drag(RotatedBox::Point from, RotatedBox::Point to) {
         const ViewPoint start = view.toView(from), end = view.toView(to);
@@ -67,29 +45,21 @@ class ImageToolsTest : public testing::Test {
         EXPECT_TRUE(view.key({name, 0, shift, ctrl}));
     }
     bool press(char letter) { return view.key({Name::Other, letter}); }
-    std::size_t found() { return trainer.preview().size(); }
-    TextBox& text() { return trainer.control().screen().sample.txtSampleInput; }
+    std::size_t found() { return trainer->preview().size(); }
+    TextBox& text() { return screen().sample.txtSampleInput; }
     std::string labels() {
         std::string all;
-        for (const LabelledCharacter& one : trainer.preview()) all += one.label.empty() ? "_" : one.label;
+        for (const LabelledCharacter& one : trainer->preview()) all += one.label.empty() ? "_" : one.label;
         return all;
-    }
-    int samples() {
-        const auto table = trainer.tool().GetSampleData(tool::kAllCommitted, tool::kSampleFields);
-        return table ? table->upperRow() : 0;
     }
 
     // Two lines, the first of which is to be read.
     const GreyImage lines = drawn({"1234", "567"}, {.scale = 5, .dot = 5});
-    Workspace workspace;
-    Operator platform;
-    Trainer trainer{platform, JobFolder(workspace.jobs()), readPgm, false};
-    WindowActions actions{trainer.control().screen()};
-    PartViewModel view;
-    ImageTools tools{trainer, platform, actions, view};
+    PartViewModel& view = window->view;
+    WindowActions& actions = window->actions;
+    ImageTools& tools = window->tools;
     std::string picks;
     std::vector<std::string> offered;
-    std::vector<Connection> connections;
 };
 
 TEST_F(ImageToolsTest, ARegionIsDrawnForAllImagesOrForOneAndUndone) {
@@ -102,8 +72,8 @@ TEST_F(ImageToolsTest, ARegionIsDrawnForAllImagesOrForOneAndUndone) {
     drag({10, 10}, {180, 76});
     EXPECT_EQ(found(), 4u);
     EXPECT_EQ(tools.note(), "in the region");
-    EXPECT_TRUE(trainer.title().starts_with("F*"));
-    EXPECT_EQ(trainer.acts().undoText(), "Undo change of the region");
+    EXPECT_TRUE(trainer->title().starts_with("F*"));
+    EXPECT_EQ(trainer->acts().undoText(), "Undo change of the region");
     // By keys over the second line, and turned on its head and back.
     for (int i = 0; i < 60; ++i) press(Name::Down);
     EXPECT_EQ(found(), 3u);
@@ -115,19 +85,19 @@ TEST_F(ImageToolsTest, ARegionIsDrawnForAllImagesOrForOneAndUndone) {
     press(Name::Right, true);
     EXPECT_NEAR(view.region().region()->width, 171, 1.5);
     // The other image has it too, until it has one of its own.
-    trainer.parts().setCurrent(0);
+    trainer->parts().setCurrent(0);
     EXPECT_EQ(found(), 3u);
     actions.regionForImage.trigger();
     actions.clearRegion.trigger();
     EXPECT_EQ(found(), 7u);
-    trainer.parts().setCurrent(1);
+    trainer->parts().setCurrent(1);
     EXPECT_EQ(found(), 3u);
     press(Name::Escape);
     EXPECT_EQ(view.mode(), ViewMode::Look);
-    while (trainer.acts().undoText() == "Undo change of the region") trainer.acts().undo();
+    while (trainer->acts().undoText() == "Undo change of the region") trainer->acts().undo();
     EXPECT_EQ(found(), 7u) << "characters are looked for anew when the settings go back";
     EXPECT_FALSE(view.region().region().has_value());
-    trainer.acts().redo();
+    trainer->acts().redo();
     EXPECT_EQ(found(), 4u);
     // A click that draws nothing leaves it; so does one that is given up.
     actions.region.trigger();
@@ -144,10 +114,10 @@ TEST_F(ImageToolsTest, CharactersAreCorrectedByKeysAndRememberedUntilTheImageIsL
     selectFont();
     open("a.pgm", lines);
     open("b.pgm", drawn({"89"}));
-    trainer.parts().setCurrent(0);
+    trainer->parts().setCurrent(0);
     text().edit("");
     text().edit("1234567");  // typed, no longer proposed
-    const int before = samples();
+    const int before = committed();
     actions.correctCharacters.trigger();
     press(Name::Tab);
     EXPECT_TRUE(press('J'));
@@ -175,17 +145,17 @@ TEST_F(ImageToolsTest, CharactersAreCorrectedByKeysAndRememberedUntilTheImageIsL
     EXPECT_EQ(labels(), "123456");
     EXPECT_EQ(tools.note(), "corrected by hand");
     // Leafing away and back.
-    trainer.parts().setCurrent(1);
+    trainer->parts().setCurrent(1);
     EXPECT_EQ(found(), 2u);
     EXPECT_EQ(tools.note(), "");
-    trainer.parts().setCurrent(0);
+    trainer->parts().setCurrent(0);
     EXPECT_EQ(found(), 6u);
     text().edit("123456");
-    trainer.control().screen().sample.cmdInclude.press();
-    EXPECT_EQ(samples(), before + 6);
-    trainer.parts().setCurrent(0);
+    enter();
+    EXPECT_EQ(committed(), before + 6);
+    trainer->parts().setCurrent(0);
     // Other settings that find the same leave it, others do not.
-    trainer.adjustments().setPrint({.polarity = Polarity::DarkOnLight});
+    trainer->adjustments().set({.print = {.polarity = Polarity::DarkOnLight}}, false);
     EXPECT_EQ(found(), 6u);
     tools.undo();
     EXPECT_EQ(found(), 7u);
@@ -195,7 +165,7 @@ TEST_F(ImageToolsTest, CharactersAreCorrectedByKeysAndRememberedUntilTheImageIsL
     EXPECT_EQ(tools.undoText(), std::nullopt);
     press(Name::Home);
     press(Name::Delete);
-    trainer.adjustments().setRegion(RotatedBox{95, 43, 170, 66, 0}, false);
+    trainer->adjustments().setRegion(RotatedBox{95, 43, 170, 66, 0}, false);
     EXPECT_EQ(found(), 4u);
     actions.restoreCharacters.trigger();
     EXPECT_EQ(found(), 4u);
@@ -206,8 +176,8 @@ TEST_F(ImageToolsTest, NoImageIsLostToTheSegmentation) {
     const GreyImage seen = drawn({"12"}, {.scale = 6, .dot = 6});
     open("a.pgm", seen);
     ASSERT_EQ(found(), 2u);
-    const RotatedBox first = trainer.preview()[0].box, second = trainer.preview()[1].box;
-    trainer.adjustments().setPrint({.polarity = Polarity::LightOnDark, .smallestHeight = 300});
+    const RotatedBox first = trainer->preview()[0].box, second = trainer->preview()[1].box;
+    trainer->adjustments().set({.print = {.polarity = Polarity::LightOnDark, .smallestHeight = 300}}, false);
     ASSERT_EQ(found(), 0u);
     text().edit("12");
     actions.correctCharacters.trigger();
@@ -216,30 +186,30 @@ TEST_F(ImageToolsTest, NoImageIsLostToTheSegmentation) {
         drag(corners[0], corners[2]);
     }
     EXPECT_EQ(labels(), "12") << "in reading order, whichever came first";
-    EXPECT_NEAR(trainer.preview()[0].box.centreX, first.centreX, 1);
+    EXPECT_NEAR(trainer->preview()[0].box.centreX, first.centreX, 1);
     // One is moved, made too wide by its right side, set right, and moved by a key; a third comes and goes.
     const float right = second.centreX + second.width / 2;
     drag({second.centreX, second.centreY}, {second.centreX + 6, second.centreY});
     drag({right + 6, second.centreY}, {right + 12, second.centreY});
-    EXPECT_NEAR(trainer.preview()[1].box.width, second.width + 6, 0.1);
+    EXPECT_NEAR(trainer->preview()[1].box.width, second.width + 6, 0.1);
     drag({right + 12, second.centreY}, {right + 6, second.centreY});
     drag({second.centreX + 6, second.centreY}, {second.centreX, second.centreY});
     press(Name::Left, false, true);
-    EXPECT_NEAR(trainer.preview()[1].box.centreX, second.centreX - 1, 0.1);
+    EXPECT_NEAR(trainer->preview()[1].box.centreX, second.centreX - 1, 0.1);
     EXPECT_TRUE(press('A'));
     EXPECT_EQ(found(), 3u);
     press(Name::Delete);
     EXPECT_EQ(labels(), "12");
-    const int before = samples();
-    trainer.control().screen().sample.cmdInclude.press();
-    EXPECT_EQ(samples(), before + 2);
+    const int before = committed();
+    enter();
+    EXPECT_EQ(committed(), before + 2);
 }
 
 TEST_F(ImageToolsTest, TheMenuOfACharacterOffersWhatElseItMayBe) {
     selectFont();
     open("a.pgm", drawn({"1234"}, {.scale = 6, .dot = 6}));
     text().edit("1734");
-    const RotatedBox box = trainer.preview()[1].box;
+    const RotatedBox box = trainer->preview()[1].box;
     const ViewPoint place = view.toView({box.centreX, box.centreY});
     EXPECT_TRUE(view.tipAt(place).starts_with("reads 2 "));
     bool differs = false;
@@ -267,13 +237,11 @@ TEST_F(ImageToolsTest, TheSettingsFormTakesChoicesAndFigures) {
     open("a.pgm", lines);
     ASSERT_EQ(found(), 7u);
     platform.script("imageSettingsForm", [](Form& form) {
-        const auto type = [&](const char* box, const char* words) {
-            dynamic_cast<TextBox&>(*form.find(box)).setText(words);
-        };
-        Button& ok = dynamic_cast<Button&>(*form.find("OKButton"));
+        const auto type = [&](const char* box, const char* words) { in<TextBox>(form, box).setText(words); };
+        Button& ok = in<Button>(form, "OKButton");
         EXPECT_TRUE(ok.enabled());
-        dynamic_cast<ComboBox&>(*form.find("cboPolarity")).setListIndex(1);
-        dynamic_cast<CheckBox&>(*form.find("chkRegion")).setChecked(true);
+        in<ComboBox>(form, "cboPolarity").setListIndex(1);
+        in<CheckBox>(form, "chkRegion").setChecked(true);
         EXPECT_FALSE(ok.enabled()) << "a region without figures";
         const char* const boxes[] = {"txtLeft", "txtTop", "txtWidth", "txtHeight", "txtAngle"};
         const char* const figures[] = {"10", "10", "170", "66", "0"};
@@ -285,17 +253,27 @@ TEST_F(ImageToolsTest, TheSettingsFormTakesChoicesAndFigures) {
     });
     actions.imageSettings.trigger();
     EXPECT_EQ(found(), 4u) << "without a font, too";
-    const SegmentationSettings settings = trainer.adjustments().settings();
+    const SegmentationSettings settings = trainer->adjustments().settings();
     EXPECT_EQ(settings.print, (PrintSettings{Polarity::DarkOnLight, PrintKind::Automatic, 12}));
     EXPECT_EQ(settings.region, (RotatedBox{95, 43, 170, 66, 0}));
     const RotatedBox uneven{95.123f, 43.456f, 170.789f, 66, 0.321f};
-    trainer.adjustments().setRegion(uneven, false);
-    platform.script("imageSettingsForm",
-                    [](Form& form) { dynamic_cast<Button&>(*form.find("OKButton")).press(); });
+    trainer->adjustments().setRegion(uneven, false);
+    platform.script("imageSettingsForm", [](Form& form) { in<Button>(form, "OKButton").press(); });
     actions.imageSettings.trigger();
-    EXPECT_EQ(trainer.adjustments().settings().region, uneven) << "not rounded by looking at it";
+    EXPECT_EQ(trainer->adjustments().settings().region, uneven) << "not rounded by looking at it";
     selectFont();
     EXPECT_EQ(found(), 7u) << "by the settings of the font, which has samples";
+    platform.script("imageSettingsForm", [](Form& form) {
+        in<ComboBox>(form, "cboPolarity").setListIndex(1);
+        in<CheckBox>(form, "chkRegion").setChecked(true);
+        const char* const boxes[] = {"txtLeft", "txtTop", "txtWidth", "txtHeight", "txtAngle"};
+        for (const char* box : boxes) in<TextBox>(form, box).setText("90");
+        in<Button>(form, "OKButton").press();
+    });
+    actions.imageSettings.trigger();
+    EXPECT_TRUE(trainer->adjustments().settings().region);
+    trainer->acts().undo();
+    EXPECT_EQ(trainer->adjustments().settings(), SegmentationSettings{}) << "all at once";
 }
 
 }  // namespace

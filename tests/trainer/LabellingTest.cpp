@@ -6,15 +6,7 @@
 #include "trainer/support/TrainerFixture.h"
 
 namespace dravik::test {
-
-using namespace engine;
-using namespace screen;
-using namespace tool;
-using namespace trainer;
-using namespace ui;
 namespace {
-
-using testing::HasSubstr;
 
 // Digits of dot print are read without a font, and surely with one.
 class LabellingTest : public TrainerFixture {

@@ -1,9 +1,5 @@
 #include "trainer/OpenedParts.h"
 
-#include <gmock/gmock.h>
-
-#include <filesystem>
-
 #include "base/Failure.h"
 #include "engine/image/Thumbnail.h"
 #include "trainer/support/PgmFile.h"
@@ -11,13 +7,8 @@
 
 namespace dravik::test {
 
-using namespace engine;
-using namespace trainer;
 using namespace ui;
 namespace {
-
-using testing::ElementsAre;
-using testing::HasSubstr;
 
 std::vector<std::string> namesOf(const OpenedParts& parts) {
     std::vector<std::string> names;

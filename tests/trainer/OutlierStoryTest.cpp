@@ -1,35 +1,22 @@
 // An operator mistyped characters in some includes, so that the font has wrong samples; finds the wrong
 // samples in the histograms, deletes them by their Distance, learns again and reads no worse. On the shipped
 // parts, by the events of the screen's controls alone.
-#include <gtest/gtest.h>
 
 #include <algorithm>
-#include <chrono>
 #include <iostream>
-#include <memory>
 #include <set>
 #include <thread>
 
 #include "base/Text.h"
 #include "engine/LabelledImages.h"
 #include "engine/PngFile.h"
-#include "engine/embedded/EmbeddedTool.h"
 #include "screen/histogram/dlgCharHist.h"
-#include "screen/shell/DravikDlg.h"
-#include "screen/support/ScriptedPlatform.h"
 #include "support/Differences.h"
-#include "tool/Samples.h"
-#include "trainer/support/Workspace.h"
+#include "trainer/support/TrainerFixture.h"
 
 namespace dravik::test {
-
-using namespace engine;
-using namespace screen;
-using namespace tool;
-using namespace ui;
 namespace {
 
-constexpr char kFont[] = "all";
 const std::string kParts = DRAVIK_SOURCE_DIR "/data/parts/";
 
 // What the operator typed for a character of these prints.
@@ -39,56 +26,38 @@ struct Mistake {
     std::string typed;
 };
 
-// Remembers the histogram form that was opened.
-class Desk : public ScriptedPlatform {
-  public:
-    void show(Form& form) override {
-        ScriptedPlatform::show(form);
-        if (auto* opened = dynamic_cast<dlgCharHist*>(&form)) histogram = opened;
-    }
-    dlgCharHist* histogram = nullptr;
-};
-
 // A sample's size, place and features, which name it whatever its label and number are.
 using Measures = std::vector<double>;
 
-class Operator {
-  public:
-    Operator() {
-        control.setStep(tool);
-        desk.modalHandlers["dlgFontManager"] = [](Form& manager) {
-            dynamic_cast<Button&>(*manager.find("cmdNewFont")).press();
-            dynamic_cast<Button&>(*manager.find("OKButton")).press();
-        };
-        desk.modalHandlers["dlgFontNew"] = [](Form& form) {
-            dynamic_cast<TextBox&>(*form.find("txtFontName")).setText(kFont);
-            dynamic_cast<Button&>(*form.find("OKButton")).press();
-        };
+class OutlierStory : public TrainerFixture {
+  protected:
+    OutlierStory() {
+        platform.script("dlgFontManager", [](Form& form) { press(form, {"cmdNewFont", "OKButton"}); });
+        platform.script("dlgFontNew", [](Form& form) {
+            in<TextBox>(form, "txtFontName").setText("all");
+            press(form, {"OKButton"});
+        });
         screen().font.cmdSelectFont.press();
         std::string all;
         for (const auto& cell : screen().overview.lblChar) all += cell->caption();
         screen().font.txtCharSet.setText(all);
     }
-
-    Screen& screen() { return control.screen(); }
-    std::string message() { return screen().sbr.panel("Message").text(); }
+    EmbeddedTool& tool() { return trainer->tool(); }
+    dlgCharHist& histogram() { return dynamic_cast<dlgCharHist&>(platform.opened("dlgCharHist")); }
 
     // False when the image shows another number of characters than were typed.
     bool include(const LabelledImage& part, const std::string& typed) {
-        tool->setImage(readPng(part.file));
-        if (tool->found().size() != characterCount(typed)) return false;
-        screen().sample.txtSampleInput.setText(typed);
-        screen().sample.cmdInclude.press();
+        tool().setImage(readPng(part.file));
+        if (tool().found().size() != characterCount(typed)) return false;
+        type(typed);
+        enter();
         EXPECT_EQ(message(), std::to_string(characterCount(typed)) + " samples included.") << part.name;
         return true;
     }
 
     void learnAndSave() {
         screen().train.cmdTrain.press();
-        while (screen().train.tmrTrain.enabled()) {
-            std::this_thread::sleep_for(std::chrono::milliseconds(5));
-            screen().train.tmrTrain.tick();
-        }
+        runTimer(screen().train.tmrTrain);
         ASSERT_EQ(message(), "Save Font or Revert");
         screen().train.cmdSaveFont.press();
         ASSERT_EQ(message(), "Saved font");
@@ -98,9 +67,9 @@ class Operator {
     std::size_t misread() {
         std::size_t wrong = 0;
         for (const auto& part : labelledImages(kParts + "rendered_lines")) {
-            tool->setImage(readPng(part.file));
+            tool().setImage(readPng(part.file));
             std::string read;
-            for (const auto& character : tool->read()) read += character.character;
+            for (const auto& character : tool().read()) read += character.character;
             wrong += differences(part.text, read);
         }
         return wrong;
@@ -108,16 +77,16 @@ class Operator {
 
     // Samples that fonts taught without them read wrong.
     int wrongWhenHeldOut() {
-        while (tool->isChecking()) std::this_thread::sleep_for(std::chrono::milliseconds(5));
-        const HeldOutResult* check = tool->heldOutCheck();
+        while (tool().isChecking()) std::this_thread::sleep_for(std::chrono::milliseconds(5));
+        const HeldOutResult* check = tool().heldOutCheck();
         EXPECT_NE(check, nullptr);
         return check ? check->wrong : 0;
     }
 
     // The committed samples, each with its label.
-    std::vector<std::pair<std::string, Measures>> committed() {
+    std::vector<std::pair<std::string, Measures>> labelled() {
         std::vector<std::pair<std::string, Measures>> samples;
-        const auto table = tool->GetSampleData(kAllCommitted, kSampleFields);
+        const auto table = tool().GetSampleData(kAllCommitted, kSampleFields);
         for (int row = 1; row <= table->upperRow(); ++row) {
             auto& measures = samples.emplace_back(table->character(row), Measures()).second;
             for (int column = 3; column <= table->upperColumn(); ++column)
@@ -127,26 +96,25 @@ class Operator {
     }
 
     void openFontHistogram() {
-        desk.menuPicks = {"mnuMainFontHist"};
+        platform.menuPicks = {"mnuMainFontHist"};
         screen().overview.lblChar.front()->mouseDown({kRightButton, 0, 60, 60});
-        ASSERT_NE(desk.histogram, nullptr);
-        ASSERT_EQ(desk.histogram->mode(), kFontHistogram);
+        ASSERT_EQ(histogram().mode(), kFontHistogram);
     }
 
     // Moves the pointer over a bar and lets the timer do its work.
     void hover(const ChartBar& bar) {
-        desk.histogram->chart.mouseMove({0, 0, bar.left + 0.999 * bar.width, bar.top / 2});
-        desk.histogram->tmrGraphics.tick();
+        histogram().chart.mouseMove({0, 0, bar.left + 0.999 * bar.width, bar.top / 2});
+        histogram().tmrGraphics.tick();
     }
     void rightClick(const ChartBar& bar, const std::string& pick) {
         hover(bar);
-        desk.menuPicks = {pick};
-        desk.histogram->chart.mouseDown({kRightButton, 0, bar.left + 0.999 * bar.width, bar.top / 2});
+        platform.menuPicks = {pick};
+        histogram().chart.mouseDown({kRightButton, 0, bar.left + 0.999 * bar.width, bar.top / 2});
     }
 
     // The characters whose bars are red at a threshold of that many tenths.
     std::vector<std::string> redBars(int tenths) {
-        auto& histogram = *desk.histogram;
+        auto& histogram = this->histogram();
         histogram.udThreshold.setValue(tenths);
         hover(histogram.chart.scene().bars.front());
         hover(histogram.chart.scene().bars.back());
@@ -158,21 +126,21 @@ class Operator {
     }
 
     void openCharHistogram(const std::string& character) {
-        const auto& scene = desk.histogram->chart.scene();
+        const auto& scene = histogram().chart.scene();
         for (std::size_t i = 0; i < scene.bars.size(); ++i)
             if (scene.labels[i].caption == character) {
                 rightClick(ChartBar(scene.bars[i]), "mnuHistogramShowChar");
                 break;
             }
-        ASSERT_EQ(desk.histogram->mode(), kCharacterDistance);
-        ASSERT_EQ(desk.histogram->currentCharacter(), character);
+        ASSERT_EQ(histogram().mode(), kCharacterDistance);
+        ASSERT_EQ(histogram().currentCharacter(), character);
     }
 
     // Deletes the character's farthest bin until what is left lies below the threshold. The bars stand in the
     // order of their bins, each labelled with its upper end.
     void deleteOutliers(double threshold) {
-        const auto& chart = desk.histogram->chart;
-        const auto total = [this] { return desk.histogram->sbr.panel("MaxDist").text(); };
+        const auto& chart = histogram().chart;
+        const auto total = [this] { return histogram().sbr.panel("MaxDist").text(); };
         for (;;) {
             const auto before = total();
             if (std::stod(chart.scene().labels.at(9).caption) < threshold) break;
@@ -182,22 +150,16 @@ class Operator {
         }
     }
 
-    Workspace workspace;
-    Desk desk;
-    std::shared_ptr<EmbeddedTool> tool = std::make_shared<EmbeddedTool>(JobFolder(workspace.jobs()));
-    DravikDlg control{desk, JobFolder(workspace.jobs())};
     int deletions = 0;
 };
 
-TEST(OutlierStory, WrongLabelsAreFoundByThresholdDeletedByBinAndTheFontReadsNoWorse) {
+TEST_F(OutlierStory, WrongLabelsAreFoundByThresholdDeletedByBinAndTheFontReadsNoWorse) {
     // Each a key beside the right one.
     const std::vector<Mistake> mistakes = {
         {"hack", "B", "V"},    {"hack", "E", "R"},    {"hack", "5", "T"},    {"incons", "A", "S"},
         {"incons", "0", "-"},  {"incons", "2", "W"},  {"dot6x10", "1", "Q"}, {"dot6x10", "N", "B"},
         {"dot6x10", "4", "R"}, {"libmono", "R", "T"}, {"libmono", "C", "X"}, {"ocrbS", "D", "F"},
     };
-    Operator op;
-
     std::vector<Measures> planted;
     std::set<std::string> wrongLabels;
     for (const auto& part : labelledImages(kParts + "rendered_charset")) {
@@ -211,8 +173,8 @@ TEST(OutlierStory, WrongLabelsAreFoundByThresholdDeletedByBinAndTheFontReadsNoWo
             typed += mistake == mistakes.end() ? shown[i] : mistake->typed;
             if (mistake != mistakes.end()) wrong.push_back(i);
         }
-        if (!op.include(part, typed)) continue;
-        const auto samples = op.committed();
+        if (!include(part, typed)) continue;
+        const auto samples = labelled();
         for (const auto i : wrong) {
             const auto& [label, measures] = samples[samples.size() - shown.size() + i];
             wrongLabels.insert(label);
@@ -220,33 +182,33 @@ TEST(OutlierStory, WrongLabelsAreFoundByThresholdDeletedByBinAndTheFontReadsNoWo
         }
     }
     ASSERT_GE(planted.size(), 20U);
-    op.learnAndSave();
-    const auto before = op.committed().size();
-    const auto misreadBefore = op.misread();
-    const auto heldOutBefore = op.wrongWhenHeldOut();
+    learnAndSave();
+    const auto before = labelled().size();
+    const auto misreadBefore = misread();
+    const auto heldOutBefore = wrongWhenHeldOut();
 
-    op.openFontHistogram();
-    const auto suspicious = op.redBars(6);
+    openFontHistogram();
+    const auto suspicious = redBars(6);
     for (const auto& label : wrongLabels)
         EXPECT_TRUE(std::count(suspicious.begin(), suspicious.end(), label)) << label;
     EXPECT_LE(suspicious.size(), 2 * wrongLabels.size());
     for (const auto& character : suspicious) {
-        op.openCharHistogram(character);
-        op.deleteOutliers(0.6);
-        op.desk.histogram->tlbMain.button("Font").press();
+        openCharHistogram(character);
+        deleteOutliers(0.6);
+        histogram().tlbMain.button("Font").press();
     }
-    EXPECT_TRUE(op.control.m_FontChanged());
-    op.learnAndSave();
+    EXPECT_TRUE(trainer->control().m_FontChanged());
+    learnAndSave();
 
-    const auto after = op.committed();
+    const auto after = labelled();
     std::size_t left = 0;
     for (const auto& [label, measures] : after)
         left += static_cast<std::size_t>(std::count(planted.begin(), planted.end(), measures));
     const auto goodLost = before - after.size() - (planted.size() - left);
-    const auto misreadAfter = op.misread();
-    const auto heldOutAfter = op.wrongWhenHeldOut();
+    const auto misreadAfter = misread();
+    const auto heldOutAfter = wrongWhenHeldOut();
     std::cout << "planted " << planted.size() << " of " << before << ", suspicious characters "
-              << suspicious.size() << ", bins deleted " << op.deletions << ", planted left " << left
+              << suspicious.size() << ", bins deleted " << deletions << ", planted left " << left
               << ", good ones lost " << goodLost << ", misread before " << misreadBefore << ", after "
               << misreadAfter << ", wrong when held out before " << heldOutBefore << ", after "
               << heldOutAfter << '\n';
@@ -257,8 +219,8 @@ TEST(OutlierStory, WrongLabelsAreFoundByThresholdDeletedByBinAndTheFontReadsNoWo
     EXPECT_LE(misreadAfter, misreadBefore + 2);
     EXPECT_LE(misreadAfter, 26U);
     EXPECT_LT(2 * heldOutAfter, heldOutBefore);
-    op.openFontHistogram();
-    EXPECT_LT(2 * op.redBars(6).size(), suspicious.size());
+    openFontHistogram();
+    EXPECT_LT(2 * redBars(6).size(), suspicious.size());
 }
 
 }  // namespace

@@ -1,14 +1,9 @@
 #include "trainer/window/PartStrip.h"
 
-#include <gmock/gmock.h>
-
 #include "base/Failure.h"
 #include "trainer/support/Workspace.h"
 
 namespace dravik::test {
-
-using namespace engine;
-using namespace trainer;
 namespace {
 
 class PartStripTest : public testing::Test {

@@ -147,6 +147,25 @@ TEST_F(PartViewModelTest, BoxesStandAroundTheirCharactersAndTagsBelowThem) {
     EXPECT_TRUE(view.frames().empty() && view.tags().empty()) << "out of view";
 }
 
+TEST_F(PartViewModelTest, WhatIsReadAsLabelledLeavesTheLabelsOfTheLineAboveReadable) {
+    view.setCharacters({character(100, 100, 120, 130, "A"), character(100, 145, 120, 175, "B")}, 0);
+    const auto shown = [&](const char* second) {
+        std::vector<ReadCharacter> read(2);
+        read[0].character = "A";
+        read[1].character = second;
+        read[0].confidence = read[1].confidence = 0.9;
+        view.setReading(read);
+        std::string all;
+        for (const ViewTag& tag : view.tags()) all += tag.text;
+        return all;
+    };
+    EXPECT_EQ(shown("B"), "ABA");
+    EXPECT_EQ(shown("8"), "ABA\u22608");
+    EXPECT_EQ(view.frames().size(), 4u) << "each with how sure it is";
+    view.zoomBy(12, onView(110, 140));
+    EXPECT_EQ(shown("B"), "ABAB");
+}
+
 TEST_F(PartViewModelTest, APlaceIsInTheSmallestBoxAroundIt) {
     view.setCharacters({character(100, 100, 200, 200), character(120, 120, 140, 140)}, 0);
     EXPECT_EQ(view.characterAt(onView(130, 130)), 1);

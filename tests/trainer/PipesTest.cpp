@@ -1,5 +1,4 @@
 // Pipes and devices in the place of files: opening one would wait for ever.
-#include <gmock/gmock.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
 
@@ -9,11 +8,7 @@
 #include "trainer/support/Workspace.h"
 
 namespace dravik::test {
-
-using namespace trainer;
 namespace {
-
-using testing::ElementsAre;
 
 TEST(Pipes, AreRefusedAtOnceAsListsAndAsImages) {
     const Workspace workspace;

@@ -1,10 +1,7 @@
 // All opened images read in one go: what is listed first, what is counted, and what a file gets of it.
 #include "trainer/window/ReadAllForm.h"
 
-#include <gmock/gmock.h>
-
 #include <chrono>
-#include <map>
 #include <thread>
 
 #include "engine/embedded/EmbeddedTool.h"
@@ -13,14 +10,8 @@
 
 namespace dravik::test {
 
-using namespace engine;
-using namespace trainer;
 using namespace ui;
 namespace {
-
-using testing::ElementsAre;
-using testing::HasSubstr;
-using testing::StartsWith;
 
 class ReadAllFormTest : public testing::Test {
   protected:
@@ -30,11 +21,8 @@ class ReadAllFormTest : public testing::Test {
         tool.LoadFont("digits");
         reader = std::make_shared<const FontReader>(tool.reader());
     }
-    void readAll(const std::vector<std::string>& paths) {
-        form.start(std::make_unique<ReadAll>(reader, readPgm, paths, [this](const std::string& path) {
-            const auto found = texts.find(path);
-            return found == texts.end() ? std::nullopt : std::optional(found->second);
-        }));
+    void readAll(const std::vector<ReadAll::Task>& tasks) {
+        form.start(std::make_unique<ReadAll>(reader, readPgm, tasks));
         while (form.tmrRead.enabled()) {
             form.takeRead();
             std::this_thread::sleep_for(std::chrono::milliseconds(2));
@@ -43,7 +31,6 @@ class ReadAllFormTest : public testing::Test {
 
     Workspace workspace;
     std::shared_ptr<const FontReader> reader;
-    std::map<std::string, std::string> texts;
     std::string opened, file;
     ReadAllForm form{[this](const std::string& path) { opened = path; }, [this] { return file; }};
 };
@@ -52,8 +39,7 @@ TEST_F(ReadAllFormTest, TheMostDoubtfulIsOnTopAndAClickOpensIt) {
     const std::string right = workspace.draw("right.pgm", "4071"), wrong = workspace.draw("wrong.pgm", "123"),
                       unknown = workspace.draw("unknown.pgm", "98"), blank = workspace.draw("blank.pgm", ""),
                       broken = workspace.write("broken.pgm", "no image");
-    texts = {{right, "4071"}, {wrong, "124"}, {blank, "5"}};
-    readAll({right, wrong, unknown, blank, broken});
+    readAll({{right, "4071"}, {wrong, "124"}, {unknown}, {blank, "5"}, {broken}});
     EXPECT_THAT(form.lblSummary.caption(), StartsWith("5 of 5 read: 1 right, 1 wrong, 2 refused, 1 without"));
     ASSERT_EQ(form.grid.rows(), 6);
     EXPECT_THAT(form.grid.text(1, 2) + form.grid.text(2, 2),
@@ -65,6 +51,11 @@ TEST_F(ReadAllFormTest, TheMostDoubtfulIsOnTopAndAClickOpensIt) {
     form.grid.setMouseCell(3, 1);
     form.grid.mouseDown({kLeftButton, 0, 0, 0});
     EXPECT_EQ(opened, wrong);
+    const FoundCharacter second = reader->read(readPgm(right)).at(1).place;
+    const auto wide = static_cast<float>(second.right + 4), high = static_cast<float>(second.bottom + 12);
+    readAll({{right, "40", SegmentationSettings{.region = RotatedBox{wide / 2, high / 2, wide, high, 0}}}});
+    EXPECT_EQ(form.grid.text(1, 2), "right") << "looked at in its own region: " << form.grid.text(1, 3);
+    readAll({{right, "4071"}, {wrong, "124"}, {unknown}, {blank, "5"}, {broken}});
 
     file = workspace.path("all.csv");
     form.cmdExport.press();
@@ -81,10 +72,9 @@ TEST_F(ReadAllFormTest, TheMostDoubtfulIsOnTopAndAClickOpensIt) {
 }
 
 TEST_F(ReadAllFormTest, CanBeStoppedAndBegunAnew) {
-    std::vector<std::string> many(4000, workspace.draw("a.pgm", "4071"));
+    const std::vector<ReadAll::Task> many(4000, {workspace.draw("a.pgm", "4071")});
     form.load();
-    form.start(
-        std::make_unique<ReadAll>(reader, readPgm, many, [](const std::string&) { return std::nullopt; }));
+    form.start(std::make_unique<ReadAll>(reader, readPgm, many));
     while (form.readings().empty()) form.takeRead();
     form.cmdStop.press();
     while (form.tmrRead.enabled()) form.takeRead();
@@ -92,8 +82,7 @@ TEST_F(ReadAllFormTest, CanBeStoppedAndBegunAnew) {
     EXPECT_THAT(form.lblSummary.caption(), HasSubstr("; stopped"));
     readAll({many.front()});
     EXPECT_EQ(form.readings().size(), 1U);
-    form.start(
-        std::make_unique<ReadAll>(reader, readPgm, many, [](const std::string&) { return std::nullopt; }));
+    form.start(std::make_unique<ReadAll>(reader, readPgm, many));
     form.cmdClose.press();
     EXPECT_FALSE(form.tmrRead.enabled()) << "nothing goes on behind a closed form";
 }

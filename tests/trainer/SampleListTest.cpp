@@ -1,18 +1,10 @@
 #include "base/Paths.h"
 #include "trainer/commands/SampleList.h"
 
-#include <gmock/gmock.h>
-
 #include "trainer/support/Workspace.h"
 
 namespace dravik::test {
-
-using namespace engine;
-using namespace trainer;
 namespace {
-
-using testing::ElementsAre;
-using testing::StartsWith;
 
 std::vector<std::string> problemsOf(const std::function<void()>& reading) {
     try {

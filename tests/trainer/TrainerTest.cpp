@@ -3,23 +3,13 @@
 #include <algorithm>
 #include <atomic>
 #include <random>
-#include <string>
 #include <thread>
 
 #include "base/Failure.h"
 #include "trainer/support/TrainerFixture.h"
 
 namespace dravik::test {
-
-using namespace engine;
-using namespace screen;
-using namespace tool;
-using namespace trainer;
-using namespace ui;
 namespace {
-
-using testing::HasSubstr;
-using testing::StartsWith;
 
 class TrainerTest : public TrainerFixture {
   protected:
@@ -54,7 +44,6 @@ class TrainerTest : public TrainerFixture {
             press(form, {"OKButton"});
         });
     }
-    static std::string chosenIn(Form& manager) { return in<ListBox>(manager, "lbFonts").text(); }
 };
 
 TEST_F(TrainerTest, ThePreviewShowsWhatIncludeWouldLabel) {
@@ -72,7 +61,8 @@ TEST_F(TrainerTest, ThePreviewShowsWhatIncludeWouldLabel) {
     EXPECT_EQ(changes, 1);
     EXPECT_EQ(labels(), "123__");
     EXPECT_EQ(trainer->mismatch(), -2);
-    EXPECT_EQ(trainer->previewText(), "5 characters found, 3 typed");
+    EXPECT_EQ(window->previewText(), "\u26A0 5 characters found, 3 typed");
+    EXPECT_EQ(window->viewDescription(), "5 characters found, 3 typed") << "without the sign";
     type("12 345");
     EXPECT_EQ(labels(), "12 34") << "a blank inside the text counts";
     EXPECT_EQ(trainer->mismatch(), 1);
@@ -231,56 +221,6 @@ TEST_F(TrainerTest, ChoosingTheFontThatIsShownKeepsWhatIsNotSaved) {
     EXPECT_EQ(Workspace::content(workspace.fontFile("renamed")), saved) << "nothing was saved by that";
     trainer->tool().SaveFont("renamed");
     EXPECT_EQ(trainer->tool().summary("renamed").samples, before + 4);
-}
-
-TEST_F(TrainerTest, TheFontManagerOpensOnTheFontShownAmongManyToo) {
-    for (int i = 0; i < 20; ++i) trainer->tool().CreateFont("f" + std::to_string(100 + i).substr(1));
-    const auto selectedAtOpening = [&] {
-        std::string font;
-        manager([&](Form& form) {
-            font = chosenIn(form);
-            form.unload();
-        });
-        return font;
-    };
-    // A loaded font beyond the reach of the step's mask moves to the front of the list.
-    for (const std::string font : {"f17", "f03", "f18"}) {
-        choose(font);
-        EXPECT_EQ(trainer->control().selectedFont(), font);
-        EXPECT_EQ(selectedAtOpening(), font);
-    }
-    name("dlgFontNew", "z");
-    manager([](Form& form) { press(form, {"cmdNewFont", "CancelButton"}); });
-    EXPECT_EQ(trainer->tool().currentFont(), "f18");
-    manager([](Form& form) {
-        EXPECT_EQ(chosenIn(form), "f18");
-        press(form, {"cmdDeleteFont", "CancelButton"});
-    });
-    const auto fonts = trainer->tool().GetFontList();
-    EXPECT_EQ(fonts.size(), 20U);
-    EXPECT_EQ(std::count(fonts.begin(), fonts.end(), "f18"), 0);
-}
-
-TEST_F(TrainerTest, TheFontOfTheLastSessionIsThereAgain) {
-    ASSERT_EQ(workspace.learnDigits("digits").status, 0);
-    const auto before = Workspace::content(workspace.fontFile("digits"));
-    const auto part = workspace.draw("part.pgm", "86");
-    {
-        Trainer first(platform, JobFolder(workspace.jobs()), readPgm, true);
-        EXPECT_EQ(first.title(), "Dravik Trainer");
-        first.control().screen().font.cmdSelectFont.press();
-    }
-    {
-        Trainer next(platform, JobFolder(workspace.jobs()), readPgm, true);
-        EXPECT_EQ(next.title(), "digits - Dravik Trainer");
-        next.parts().open({part});
-        EXPECT_TRUE(next.reading().available);
-        next.control().screen().sample.txtSampleInput.setText("86");
-        next.control().screen().sample.cmdInclude.press();
-        platform.boxes.clear();
-    }
-    EXPECT_TRUE(platform.boxes.empty()) << "the window asks before; this one was just let go";
-    EXPECT_EQ(Workspace::content(workspace.fontFile("digits")), before);
 }
 
 }  // namespace

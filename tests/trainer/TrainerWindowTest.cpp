@@ -1,240 +1,213 @@
 #include "trainer/window/TrainerWindow.h"
 
-#include <gmock/gmock.h>
-
 #include <algorithm>
 #include <chrono>
-#include <filesystem>
-#include <map>
 #include <thread>
 
-#include "base/Paths.h"
-#include "screen/context/Screen.h"
-#include "screen/support/ScriptedPlatform.h"
-#include "trainer/support/PgmFile.h"
 #include "trainer/support/TrainerFixture.h"
+#include "trainer/window/KeysForm.h"
 
 namespace dravik::test {
-
-using namespace engine;
-using namespace trainer;
-using namespace ui;
 namespace {
 
-using testing::HasSubstr;
-using testing::Not;
-
-class TrainerWindowTest : public testing::Test {
+class TrainerWindowTest : public TrainerFixture {
   protected:
     std::string enabled() const {
         std::string names;
-        for (const auto& menu : window.actions.menus())
+        for (const auto& menu : window->actions.menus())
             for (const Action* action : menu.entries)
                 if (action && action->enabled() && action->visible()) names += action->name() + ' ';
         return names;
     }
-
-    Workspace workspace;
-    ScriptedPlatform platform;
-    FileChooser system;
-    Trainer trainer{platform, JobFolder(workspace.jobs()), readPgm, false};
-    TrainerWindow window{trainer, platform, system};
 };
 
 TEST_F(TrainerWindowTest, OnlyWhatCanBeDoneIsEnabled) {
-    window.view.setViewport(500, 300);
+    window->view.setViewport(500, 300);
     EXPECT_EQ(enabled(),
               "openImages openFolder watchFolder openLabels quit paste keepText readingOnImage imageSettings "
               "viewGraphical viewNumeric viewArray viewLog showGallery theme fontNew fontSelect fontRestore "
               "guide keys about ");
-    window.actions.zoomIn.trigger();
-    EXPECT_TRUE(window.view.fits());
-    EXPECT_THAT(window.view.message(), HasSubstr("Ctrl+O"));
-    EXPECT_EQ(window.partName() + window.scaleText(), "");
+    window->actions.zoomIn.trigger();
+    EXPECT_TRUE(window->view.fits());
+    EXPECT_THAT(window->view.message(), HasSubstr("Ctrl+O"));
+    EXPECT_EQ(window->partName() + window->scaleText(), "");
 
-    window.open(
+    window->open(
         {workspace.draw("a.pgm", "12"), workspace.draw("b.pgm", "345"), workspace.write("c.pgm", "")});
-    EXPECT_FALSE(window.actions.previous.enabled());
-    EXPECT_TRUE(window.actions.fit.checked());
-    window.actions.zoomIn.trigger();
-    EXPECT_FALSE(window.actions.fit.checked());
-    window.actions.next.trigger();
-    EXPECT_EQ(window.partName(), "2 of 3   b.pgm");
-    EXPECT_EQ(toPath(window.partTip()), toPath(workspace.path("b.pgm")));
-    EXPECT_THAT(window.scaleText(), HasSubstr(" %"));
-    window.actions.next.trigger();
-    EXPECT_FALSE(window.actions.next.enabled());
-    EXPECT_FALSE(window.actions.zoomIn.enabled()) << "nothing to zoom in a file that is no image";
-    EXPECT_THAT(window.viewDescription(), HasSubstr("c.pgm"));
-    window.actions.closeImage.trigger();
-    EXPECT_EQ(window.partName(), "2 of 2   b.pgm");
-    window.actions.closeAll.trigger();
-    EXPECT_FALSE(window.actions.closeAll.enabled());
-    EXPECT_EQ(trainer.parts().count(), 0);
+    EXPECT_FALSE(window->actions.previous.enabled());
+    EXPECT_TRUE(window->actions.fit.checked());
+    window->actions.zoomIn.trigger();
+    EXPECT_FALSE(window->actions.fit.checked());
+    window->actions.next.trigger();
+    EXPECT_EQ(window->partName(), "2 of 3   b.pgm");
+    EXPECT_EQ(toPath(window->partTip()), toPath(workspace.path("b.pgm")));
+    EXPECT_THAT(window->scaleText(), HasSubstr(" %"));
+    window->actions.next.trigger();
+    EXPECT_FALSE(window->actions.next.enabled());
+    EXPECT_FALSE(window->actions.zoomIn.enabled()) << "nothing to zoom in a file that is no image";
+    EXPECT_THAT(window->viewDescription(), HasSubstr("c.pgm"));
+    window->actions.closeImage.trigger();
+    EXPECT_EQ(window->partName(), "2 of 2   b.pgm");
+    window->actions.closeAll.trigger();
+    EXPECT_FALSE(window->actions.closeAll.enabled());
+    EXPECT_EQ(trainer->parts().count(), 0);
 
-    Button& train = trainer.control().screen().train.cmdTrain;
+    Button& train = screen().train.cmdTrain;
     int pressed = 0;
     train.click.subscribe([&] { ++pressed; });
     train.setEnabled(true);
-    EXPECT_TRUE(window.actions.fontLearn.enabled());
+    EXPECT_TRUE(window->actions.fontLearn.enabled());
     train.setEnabled(false);
-    window.actions.fontLearn.trigger();
+    window->actions.fontLearn.trigger();
     EXPECT_EQ(pressed, 0);
-}
-
-TEST_F(TrainerWindowTest, AMismatchIsSaidBeforeInclude) {
-    window.view.setViewport(500, 300);
-    window.open({workspace.draw("a.pgm", "123")});
-    EXPECT_EQ(window.previewText(), "3 characters found, text proposed");
-    EXPECT_FALSE(window.previewWarns());
-    trainer.control().screen().sample.txtSampleInput.setText("12");
-    EXPECT_EQ(window.previewText(), "\u26A0 3 characters found, 2 typed");
-    EXPECT_EQ(window.viewDescription(), "3 characters found, 2 typed") << "without the sign";
-    ASSERT_EQ(window.view.frames().size(), 3u);
-    EXPECT_TRUE(window.view.frames()[2].dashed);
 }
 
 TEST_F(TrainerWindowTest, WhatCannotBeOpenedIsSaidInAFewLines) {
     std::vector<std::string> absent;
     for (int i = 0; i < 9; ++i) absent.push_back(workspace.path("absent" + std::to_string(i)));
-    window.open(absent);
-    ASSERT_EQ(window.problems().size(), TrainerWindow::kMostProblemLines);
-    EXPECT_THAT(window.problems()[0], HasSubstr("absent0"));
-    EXPECT_EQ(window.problems().back(), "... and 5 more");
-    window.dismissProblems();
-    EXPECT_TRUE(window.problems().empty());
+    window->open(absent);
+    ASSERT_EQ(window->problems().size(), TrainerWindow::kMostProblemLines);
+    EXPECT_THAT(window->problems()[0], HasSubstr("absent0"));
+    EXPECT_EQ(window->problems().back(), "... and 5 more");
+    window->dismissProblems();
+    EXPECT_TRUE(window->problems().empty());
 }
 
 TEST_F(TrainerWindowTest, DialogsStartWhereTheLastOneEnded) {
     system.chosen = {workspace.draw("a.pgm", "1")};
-    window.actions.openImages.trigger();
+    window->actions.openImages.trigger();
     ASSERT_EQ(system.questions.size(), 1u);
     EXPECT_EQ(system.questions[0].title, "Open Part Images");
     EXPECT_EQ(system.questions[0].folder, "");
     EXPECT_THAT(system.questions[0].filters[0].patterns, testing::Contains("*.tiff"));
-    EXPECT_EQ(window.partName(), "1 of 1   a.pgm");
+    EXPECT_EQ(window->partName(), "1 of 1   a.pgm");
     system.chosen = {};
-    window.actions.openFolder.trigger();
+    window->actions.openFolder.trigger();
     EXPECT_TRUE(system.questions[1].asksForFolder);
     EXPECT_EQ(toPath(system.questions[1].folder) / "a.pgm", toPath(workspace.path("a.pgm")));
     EXPECT_EQ(system.kept("folder"), system.questions[1].folder)
         << "a dialog that is cancelled changes nothing";
-    window.actions.quit.trigger();
+    window->actions.quit.trigger();
     EXPECT_EQ(system.closed, 1);
 }
 
 TEST_F(TrainerWindowTest, ImagesThatAreAddedAreCountedBroughtIntoViewAndOfferedAgain) {
-    window.strip.setWidth(3 * PartStrip::kItemWidth);
+    window->strip.setWidth(3 * PartStrip::kItemWidth);
     for (const char* name : {"parts", "more"})
         std::filesystem::create_directory(toPath(workspace.path(name)));
     std::vector<std::string> first;
     for (int i = 0; i < 8; ++i) first.push_back(workspace.draw("parts/" + std::to_string(i) + ".pgm", "1"));
-    window.open(first);
-    EXPECT_EQ(window.noticeText(), "") << "what has come up is seen";
-    window.open({first[0], first[1], workspace.draw("more/a&b.pgm", "2"), workspace.draw("more/c.pgm", "3")});
-    EXPECT_EQ(window.noticeText(), "2 images added, 2 were open already");
-    EXPECT_GE(window.strip.itemPlace(8).left, 0);
-    EXPECT_LE(window.strip.itemPlace(8).right(), 3 * PartStrip::kItemWidth);
-    EXPECT_EQ(trainer.parts().current(), 0) << "the image that is worked on stays";
-    window.open({first[3]});
-    EXPECT_EQ(trainer.parts().current(), 3);
+    window->open(first);
+    EXPECT_EQ(window->noticeText(), "") << "what has come up is seen";
+    window->open(
+        {first[0], first[1], workspace.draw("more/a&b.pgm", "2"), workspace.draw("more/c.pgm", "3")});
+    EXPECT_EQ(window->noticeText(), "2 images added, 2 were open already");
+    EXPECT_GE(window->strip.itemPlace(8).left, 0);
+    EXPECT_LE(window->strip.itemPlace(8).right(), 3 * PartStrip::kItemWidth);
+    EXPECT_EQ(trainer->parts().current(), 0) << "the image that is worked on stays";
+    window->open({first[3]});
+    EXPECT_EQ(trainer->parts().current(), 3);
 
     // Files of one folder are offered as that folder; what is gone is offered no more.
     EXPECT_EQ(toPath(system.kept("recent").substr(0, system.kept("recent").find('\n'))), toPath(first[3]));
-    window.open({workspace.path("more/a&b.pgm")});
-    window.actions.closeAll.trigger();
-    EXPECT_THAT(window.actions.recent[0].text(), HasSubstr("a&&b.pgm"));
-    EXPECT_FALSE(window.actions.recent[4].visible());
-    TrainerWindow next{trainer, platform, system};
+    window->open({workspace.path("more/a&b.pgm")});
+    window->actions.closeAll.trigger();
+    EXPECT_THAT(window->actions.recent[0].text(), HasSubstr("a&&b.pgm"));
+    EXPECT_FALSE(window->actions.recent[4].visible());
+    TrainerWindow next{*trainer, platform, system};
     next.actions.recent[2].trigger();
-    EXPECT_EQ(trainer.parts().count(), 8) << "the folder parts, of another run";
+    EXPECT_EQ(trainer->parts().count(), 8) << "the folder parts, of another run";
     std::filesystem::remove(toPath(workspace.path("more/a&b.pgm")));
     next.actions.find("recent2").trigger();
     ASSERT_EQ(next.problems().size(), 1u);
     EXPECT_THAT(system.kept("recent"), Not(HasSubstr("a&b")));
 
     // A picture of the clipboard becomes a file that stays.
-    window.actions.paste.trigger();
-    EXPECT_EQ(window.noticeText(), "There is no image on the clipboard");
+    window->actions.paste.trigger();
+    EXPECT_EQ(window->noticeText(), "There is no image on the clipboard");
     system.pasted = first[0];
-    window.actions.paste.trigger();
-    window.actions.paste.trigger();
-    EXPECT_EQ(trainer.parts().count(), 10);
-    EXPECT_EQ(trainer.parts().current(), 9);
-    EXPECT_EQ(toPath(trainer.parts().path(9)).parent_path(),
+    window->actions.paste.trigger();
+    window->actions.paste.trigger();
+    EXPECT_EQ(trainer->parts().count(), 10);
+    EXPECT_EQ(trainer->parts().current(), 9);
+    EXPECT_EQ(toPath(trainer->parts().path(9)).parent_path(),
               toPath(JobFolder(workspace.jobs()).imagesFolder()).parent_path());
 }
 
 TEST_F(TrainerWindowTest, ImagesThatArriveComeUpUnlessTheOperatorIsBusyElsewhere) {
     for (const char* name : {"parts", "inbox"})
         std::filesystem::create_directory(toPath(workspace.path(name)));
-    window.open({workspace.draw("parts/a.pgm", "1"), workspace.draw("parts/b.pgm", "2")});
+    window->open({workspace.draw("parts/a.pgm", "1"), workspace.draw("parts/b.pgm", "2")});
     system.chosen = {workspace.path("inbox")};
-    window.actions.watchFolder.trigger();
-    EXPECT_THAT(window.actions.watchFolder.text(), HasSubstr("inbox"));
+    window->actions.watchFolder.trigger();
+    EXPECT_THAT(window->actions.watchFolder.text(), HasSubstr("inbox"));
     const auto arrives = [&](const std::string& name) {
-        const int before = trainer.parts().count();
+        const int before = trainer->parts().count();
         workspace.draw("inbox/" + name, "3");
-        for (int i = 0; i < 200 && trainer.parts().count() == before; ++i) {
-            for (Timer* timer : window.timers())
+        for (int i = 0; i < 200 && trainer->parts().count() == before; ++i) {
+            for (Timer* timer : window->timers())
                 if (timer->name() == "tmrWatchedFolder" && timer->enabled()) timer->tick();
             std::this_thread::sleep_for(std::chrono::milliseconds(10));
         }
-        return trainer.parts().current();
+        return trainer->parts().current();
     };
     EXPECT_EQ(arrives("one.pgm"), 0) << "an earlier image is worked on";
-    EXPECT_EQ(window.noticeText(), "1 image arrived");
-    trainer.parts().setCurrent(2);
+    EXPECT_EQ(window->noticeText(), "1 image arrived");
+    trainer->parts().setCurrent(2);
     EXPECT_EQ(arrives("two.pgm"), 3);
-    trainer.control().screen().sample.txtSampleInput.keyDown('3', 0);
+    screen().sample.txtSampleInput.keyDown('3', 0);
     EXPECT_EQ(arrives("three.pgm"), 3) << "a text is being typed for this one";
-    window.actions.watchFolder.trigger();
-    EXPECT_EQ(window.actions.watchFolder.text(), kWatchText);
-    EXPECT_THAT(window.noticeText(), HasSubstr("No folder"));
+    window->actions.watchFolder.trigger();
+    EXPECT_EQ(window->actions.watchFolder.text(), kWatchText);
+    EXPECT_THAT(window->noticeText(), HasSubstr("No folder"));
 }
 
 // The screen's own buttons are not reached by the keyboard in every container; the menus press them.
-TEST_F(TrainerWindowTest, ViewsAndThemesAreChosenInTheMenuAndTheThemeIsKept) {
-    screen::Screen& screen = trainer.control().screen();
-    EXPECT_TRUE(window.actions.viewGraphical.checked());
-    window.actions.viewNumeric.trigger();
-    EXPECT_TRUE(screen.numeric.grid.visible());
-    EXPECT_FALSE(window.actions.viewGraphical.checked());
-    window.actions.viewLog.trigger();
-    EXPECT_TRUE(screen.overview.tlbChars.button("Log").pressed());
-    EXPECT_TRUE(window.actions.viewLog.checked());
-    window.actions.viewLog.trigger();
-    EXPECT_FALSE(window.actions.viewLog.checked());
+TEST_F(TrainerWindowTest, ViewsAndThemesAreChosenInTheMenuAndWhatIsChosenIsKept) {
+    EXPECT_TRUE(window->actions.viewGraphical.checked());
+    window->actions.viewNumeric.trigger();
+    EXPECT_TRUE(screen().numeric.grid.visible());
+    EXPECT_FALSE(window->actions.viewGraphical.checked());
+    window->actions.viewLog.trigger();
+    EXPECT_TRUE(screen().overview.tlbChars.button("Log").pressed());
+    EXPECT_TRUE(window->actions.viewLog.checked());
+    window->actions.viewLog.trigger();
+    EXPECT_FALSE(window->actions.viewLog.checked());
 
+    window->arrangeFor(TrainerWindow::kFirstHeight - 1);
+    EXPECT_FALSE(window->gallery.isShown()) << "the screen needs the room";
+    window->arrangeFor(TrainerWindow::kFirstHeight);
+    EXPECT_TRUE(window->gallery.isShown() && window->actions.showGallery.checked());
+    window->actions.showGallery.trigger();
     EXPECT_EQ(system.theme, Theme::System);
-    window.actions.themeDark.trigger();
+    window->actions.themeDark.trigger();
     EXPECT_EQ(system.theme, Theme::Dark);
-    window.showTheme(Theme::Light);
-    TrainerWindow next{trainer, platform, system};
+    window->showTheme(Theme::Light);
+    TrainerWindow next{*trainer, platform, system};
     EXPECT_EQ(system.theme, Theme::Dark) << "what the command line wants is for one run";
     EXPECT_TRUE(next.actions.themeDark.checked());
     EXPECT_FALSE(next.actions.themeSystem.checked());
+    next.arrangeFor(TrainerWindow::kFirstHeight);
+    EXPECT_FALSE(next.gallery.isShown() || next.actions.showGallery.checked());
 }
 
 TEST_F(TrainerWindowTest, HelpSaysWhatTheKeysDoAndWhereFontsAreAndThatThereIsNoGuide) {
     std::vector<std::string> words;
     platform.modalHandlers["keysForm"] = [&](Form& form) {
-        for (std::size_t i = 0; i < 2 * keyHelp().size(); ++i)
-            words.push_back(dynamic_cast<Label&>(*form.find("lblKeys(" + std::to_string(i) + ")")).caption());
+        const auto& grid = dynamic_cast<KeysForm&>(form).grid;
+        for (int row = 0; row < grid.rows(); ++row) words.push_back(grid.text(row, 1));
         form.defaultButton->press();
     };
-    window.actions.keys.trigger();
-    ASSERT_EQ(words.size(), 2 * keyHelp().size());
-    EXPECT_EQ(words[5], "fit, actual size");
-    platform.boxAnswers = {Answer::Ok};
-    window.actions.about.trigger();
+    window->actions.keys.trigger();
+    ASSERT_EQ(words.size(), keyHelp().size() + 1);
+    EXPECT_EQ(words[3], "fit, actual size");
+    window->actions.about.trigger();
     ASSERT_EQ(platform.boxes.size(), 1u);
     EXPECT_THAT(platform.boxes[0].text, HasSubstr(JobFolder(workspace.jobs()).fontsFolder()));
-    window.actions.guide.trigger();
+    window->actions.guide.trigger();
     ASSERT_EQ(platform.boxes.size(), 1u) << "a guide that is shown needs no words";
     system.hasGuide = false;
-    platform.boxAnswers = {Answer::Ok};
-    window.actions.guide.trigger();
+    window->actions.guide.trigger();
     ASSERT_EQ(platform.boxes.size(), 2u);
     EXPECT_THAT(platform.boxes[1].text, HasSubstr("not installed"));
 }
@@ -242,7 +215,7 @@ TEST_F(TrainerWindowTest, HelpSaysWhatTheKeysDoAndWhereFontsAreAndThatThereIsNoG
 // A key that two actions have does nothing in one of the window systems.
 TEST_F(TrainerWindowTest, NoTwoActionsHaveTheSameKeyOrAccessKey) {
     std::vector<std::string> keys;
-    for (const auto& menu : window.actions.menus()) {
+    for (const auto& menu : window->actions.menus()) {
         std::string accessKeys;
         for (const Action* action : menu.entries) {
             if (!action) continue;
@@ -259,9 +232,9 @@ TEST_F(TrainerWindowTest, NoTwoActionsHaveTheSameKeyOrAccessKey) {
 }
 
 TEST_F(TrainerWindowTest, EndsItsScreenOnce) {
-    window.end();
-    EXPECT_TRUE(window.hasEnded());
-    window.end();
+    window->end();
+    EXPECT_TRUE(window->hasEnded());
+    window->end();
     EXPECT_TRUE(platform.boxes.empty()) << "nothing to save";
 }
 

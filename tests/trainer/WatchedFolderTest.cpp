@@ -1,8 +1,5 @@
 #include "trainer/window/WatchedFolder.h"
 
-#include <gmock/gmock.h>
-
-#include <filesystem>
 #include <fstream>
 #include <thread>
 
@@ -12,12 +9,7 @@
 #include "trainer/support/Workspace.h"
 
 namespace dravik::test {
-
-using namespace trainer;
 namespace {
-
-using testing::ElementsAre;
-using testing::IsEmpty;
 
 struct WatchedFolderTest : testing::Test {
     WatchedFolderTest() {

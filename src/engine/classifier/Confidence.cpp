@@ -17,6 +17,7 @@ constexpr double kLeastPrior = 0.05;
 EvidenceTerms evidenceTerms(const Evidence& evidence) {
     const double sure = std::clamp(evidence.likelihood, kLeastDoubt, 1 - kLeastDoubt);
     const double prior = std::clamp(evidence.prior, kLeastPrior, 1 - kLeastPrior);
+    const double few = 1 + 1 / static_cast<double>(std::max<std::size_t>(1, evidence.nearness.samples));
     const double own = static_cast<double>(evidence.nearness.own) + 1,
                  other = static_cast<double>(evidence.nearness.other) + 1;
     return {1,
@@ -25,12 +26,12 @@ EvidenceTerms evidenceTerms(const Evidence& evidence) {
             std::log(other / own),
             std::max(0.0, std::log(own / 100)),
             std::max(0.0, std::log(own / 300)),
-            std::log(prior / (1 - prior))};
+            few * std::log(prior / (1 - prior))};
 }
 
 double confidence(const Evidence& evidence) {
     const EvidenceTerms terms = evidenceTerms(evidence);
-    double sum = 0;
+    double sum = evidence.neighbours;
     for (std::size_t i = 0; i < terms.size(); ++i) sum += kWeights[i] * terms[i];
     return 1 / (1 + std::exp(-sum));
 }

@@ -17,10 +17,14 @@ struct Evidence {
     DistanceMeasure::Nearness nearness;
     // The base recogniser's, which knows no font, 0 to 1; a half where it does not know the character.
     double prior = 0.5;
+    // How much likelier than a rival the characters beside it make it, as a logarithm (see
+    // CharacterContext.h).
+    double neighbours = 0;
 };
 
 // What the regression is made on: 1, the log odds of the likelihood, how near the character's own samples are
-// and how much nearer than others', as logarithms, and the log odds of the prior.
+// and how much nearer than others', as logarithms, and the log odds of the prior, which count up to twice
+// where there are few samples.
 using EvidenceTerms = std::array<double, 7>;
 EvidenceTerms evidenceTerms(const Evidence& evidence);
 

@@ -131,7 +131,7 @@ DistanceMeasure::DistanceMeasure(const ClassStatistics& statistics, std::span<co
 }
 
 double DistanceMeasure::distance(const Sample& sample) const {
-    const auto [own, other] = nearness(sample.inputs, sample.code, sample.serial);
+    const auto [own, other, samples] = nearness(sample.inputs, sample.code, sample.serial);
     return own + other > 0 ? static_cast<double>(own / (own + other)) : 0.5;
 }
 
@@ -160,11 +160,13 @@ DistanceMeasure::Nearness DistanceMeasure::nearness(const SampleInputs& inputs, 
     };
 
     float own = kUsualOwn, other = kUsualOther;
+    std::size_t samples = 0;
     std::array<std::pair<float, const Rows*>, kOthers> others{};
     std::size_t found = 0;
     for (std::size_t c = 0; c < classes_.size(); ++c) {
         if (classes_[c].code == code) {
             own = toRows(classes_[c], true, kUsualOwn);
+            samples = classes_[c].count;
             continue;
         }
         std::pair<float, const Rows*> coming(squaredDistance(place.data(), &means_[c * kPadded]),
@@ -176,7 +178,7 @@ DistanceMeasure::Nearness DistanceMeasure::nearness(const SampleInputs& inputs, 
     if (found > 0) other = std::numeric_limits<float>::max();
     for (std::size_t i = 0; i < found; ++i)
         other = std::min(other, toRows(*others[i].second, false, kUsualOther));
-    return {own, other};
+    return {own, other, samples};
 }
 
 }  // namespace dravik::engine

@@ -57,6 +57,7 @@ class DistanceMeasure {
     struct Nearness {
         float own = 0;
         float other = 0;
+        std::size_t samples = 0;  // of the character itself that it was compared with
     };
     // Of inputs that are no sample, taken for the character of that code.
     Nearness nearness(const SampleInputs& inputs, std::int32_t code) const {

@@ -41,16 +41,16 @@ double priorOf(const PatchLikelihoods& base, std::int32_t code) {
 }
 
 // Of the characters that the network or the base recogniser takes for possible, the one that all make surest.
-Recognition surest(const Network& network, const SampleInputs& inputs, std::span<const float> outputs,
-                   const DistanceMeasure& measure, const PatchLikelihoods& base) {
+Recognition surest(const ReadingMeans& means, const SampleInputs& inputs, std::span<const float> outputs,
+                   const PatchLikelihoods& base) {
     Recognition result;
     double most = -1;
     const float likeliest = *std::max_element(outputs.begin(), outputs.end());
     for (std::size_t i = 0; i < outputs.size(); ++i) {
-        const std::int32_t code = network.codes[i];
+        const std::int32_t code = means.network.codes[i];
         const double prior = priorOf(base, code);
         if (outputs[i] < std::min(likeliest, kWorthComparing) && prior <= kWorthComparingPrior) continue;
-        const Evidence evidence{static_cast<double>(outputs[i]), measure.nearness(inputs, code), prior};
+        const Evidence evidence{static_cast<double>(outputs[i]), means.measure.nearness(inputs, code), prior};
         CharacterEvidence candidate{code, evidence};
         const bool first = most < 0;
         if (const double sure = confidence(evidence); sure > most) {
@@ -62,10 +62,32 @@ Recognition surest(const Network& network, const SampleInputs& inputs, std::span
     return result;
 }
 
-std::vector<PlacedRecognition> readIn(const Segmentation& view, const Network& network,
-                                      const DistanceMeasure& measure, const std::stop_token& stop) {
+// Takes the characters that are the likeliest together.
+void decideTogether(std::span<Recognition> line) {
+    std::vector<std::vector<PossibleCharacter>> possible;
+    for (const Recognition& one : line) {
+        std::vector<PossibleCharacter>& all = possible.emplace_back();
+        const auto add = [&](const CharacterEvidence& of) {
+            all.push_back({of.code, static_cast<float>(std::log(confidence(of.evidence)))});
+        };
+        add(one.best);
+        for (const CharacterEvidence& other : one.others) add(other);
+    }
+    const std::vector<ChosenCharacter> chosen = likeliestTogether(std::span(std::as_const(possible)));
+    for (std::size_t i = 0; i < line.size(); ++i) {
+        if (chosen[i].place == 0) continue;
+        Recognition& one = line[i];
+        std::swap(one.best, one.others[chosen[i].place - 1]);
+        const double neighbours = static_cast<double>(chosen[i].neighbours);
+        one.best.evidence.neighbours += neighbours;
+        one.others[chosen[i].place - 1].evidence.neighbours -= neighbours;
+    }
+}
+
+std::vector<PlacedRecognition> readIn(const Segmentation& view, const ReadingMeans& means,
+                                      const std::stop_token& stop) {
     std::vector<PlacedRecognition> result;
-    const std::vector<Recognition> read = recognize(view, network, measure, stop);
+    const std::vector<Recognition> read = recognize(view, means, stop);
     for (std::size_t i = 0; i < read.size(); ++i)
         result.push_back({view.place(view.glyphs[i]), view.glyphs[i].line, read[i]});
     return result;
@@ -104,9 +126,10 @@ std::vector<SampleInputs> allInputs(const Segmentation& found, std::span<const s
     return inputs;
 }
 
-std::vector<Recognition> recognize(const Segmentation& found, const Network& network,
-                                   const DistanceMeasure& measure, const std::stop_token& stop) {
+std::vector<Recognition> recognize(const Segmentation& found, const ReadingMeans& means,
+                                   const std::stop_token& stop) {
     std::vector<Recognition> result;
+    const Network& network = means.network;
     if (network.empty()) return result;
     std::vector<float> outputs(network.codes.size());
     const auto readAs = [&](std::size_t from, std::size_t to, const LineMetrics& line) {
@@ -115,7 +138,7 @@ std::vector<Recognition> recognize(const Segmentation& found, const Network& net
         for (std::size_t i = from; i < to && !stop.stop_requested(); ++i) {
             const SampleInputs inputs = glyphInputs(found, found.glyphs[i], line);
             network.run(inputs, outputs);
-            reading.characters.push_back(surest(network, inputs, outputs, measure, base[i - from]));
+            reading.characters.push_back(surest(means, inputs, outputs, base[i - from]));
             reading.trust +=
                 std::log(std::max(kLeastTrust, confidence(reading.characters.back().best.evidence)));
         }
@@ -131,6 +154,7 @@ std::vector<Recognition> recognize(const Segmentation& found, const Network& net
             LineReading reading = readAs(from, to, line);
             if (reading.trust - other->doubt > best.trust) best = std::move(reading);
         }
+        if (means.context == Context::Used) decideTogether(best.characters);
         result.insert(result.end(), best.characters.begin(), best.characters.end());
         from = to;
     }
@@ -138,17 +162,15 @@ std::vector<Recognition> recognize(const Segmentation& found, const Network& net
 }
 
 std::vector<PlacedRecognition> readImage(const GreyImage& image, const Segmentation& found,
-                                         const Network& network, const DistanceMeasure& measure,
-                                         const std::stop_token& stop) {
-    std::vector<PlacedRecognition> best = readIn(found, network, measure, stop);
+                                         const ReadingMeans& means, const std::stop_token& stop) {
+    std::vector<PlacedRecognition> best = readIn(found, means, stop);
     double most = familiarity(best);
     const std::size_t characters = found.glyphs.size();
     for (const OtherView& view : found.others) {
         if (stop.stop_requested()) break;
         if (view.characters + kMostDifferent < characters || characters + kMostDifferent < view.characters)
             continue;
-        std::vector<PlacedRecognition> other =
-            readIn(segment(image, view, takeWholeCharacters), network, measure, stop);
+        std::vector<PlacedRecognition> other = readIn(segment(image, view, takeWholeCharacters), means, stop);
         if (const double value = view.odds + familiarity(other); value > most) {
             most = value;
             best = std::move(other);

@@ -8,6 +8,7 @@
 
 #include "engine/classifier/Confidence.h"
 #include "engine/classifier/Network.h"
+#include "engine/recogniser/CharacterContext.h"
 #include "engine/segmentation/Features.h"
 #include "engine/segmentation/Segmentation.h"
 
@@ -29,9 +30,16 @@ struct Recognition {
     std::vector<CharacterEvidence> others{};
 };
 
+// What is read with.
+struct ReadingMeans {
+    const Network& network;
+    const DistanceMeasure& measure;
+    Context context = Context::Used;
+};
+
 // The trained characters that the found ones look most like, in their order; none when nothing was trained.
-std::vector<Recognition> recognize(const Segmentation& found, const Network& network,
-                                   const DistanceMeasure& measure, const std::stop_token& stop = {});
+std::vector<Recognition> recognize(const Segmentation& found, const ReadingMeans& means,
+                                   const std::stop_token& stop = {});
 
 // A character of an image as the font reads it, and where it stands.
 struct PlacedRecognition {
@@ -44,7 +52,6 @@ struct PlacedRecognition {
 // ways, it is read in the one whose characters are most likely to be of the font. Ends early, with some or
 // none of them, once a stop is requested.
 std::vector<PlacedRecognition> readImage(const GreyImage& image, const Segmentation& found,
-                                         const Network& network, const DistanceMeasure& measure,
-                                         const std::stop_token& stop = {});
+                                         const ReadingMeans& means, const std::stop_token& stop = {});
 
 }  // namespace dravik::engine

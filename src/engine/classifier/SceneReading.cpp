@@ -50,11 +50,10 @@ std::vector<SampleInputs> allInputs(const Scene& scene, std::span<const std::str
     return result;
 }
 
-std::vector<PlacedRecognition> readScene(const Scene& scene, const Network& network,
-                                         const DistanceMeasure& measure, const std::stop_token& stop) {
-    return throughout<PlacedRecognition>(scene, [&](const ScenePart& part) {
-        return readImage(*part.picture, part.found, network, measure, stop);
-    });
+std::vector<PlacedRecognition> readScene(const Scene& scene, const ReadingMeans& means,
+                                         const std::stop_token& stop) {
+    return throughout<PlacedRecognition>(
+        scene, [&](const ScenePart& part) { return readImage(*part.picture, part.found, means, stop); });
 }
 
 std::vector<SuggestedCharacter> readWithoutFont(const Scene& scene) {

@@ -26,8 +26,8 @@ std::vector<PlacedGlyph> allPlaces(const Scene& scene);
 std::vector<SampleInputs> allInputs(const Scene& scene, std::span<const std::string> text);
 
 // As readImage() of each part.
-std::vector<PlacedRecognition> readScene(const Scene& scene, const Network& network,
-                                         const DistanceMeasure& measure, const std::stop_token& stop = {});
+std::vector<PlacedRecognition> readScene(const Scene& scene, const ReadingMeans& means,
+                                         const std::stop_token& stop = {});
 
 // As readWithoutFont() of each part.
 std::vector<SuggestedCharacter> readWithoutFont(const Scene& scene);

@@ -150,13 +150,13 @@ std::vector<ReadCharacter> EmbeddedTool::read() {
     return readingWork()({});
 }
 
-FontReader EmbeddedTool::reader() {
+FontReader EmbeddedTool::reader(Context context) {
     settle();
     const FontState& font = fonts_->state();
     return FontReader(
         font.training->network,
         DistanceMeasure(font.samples.statistics(), font.samples.columns(SampleKind::Committed)->samples),
-        settings());
+        settings(), context);
 }
 
 EmbeddedTool::ReadingWork EmbeddedTool::readingWork() {

@@ -71,7 +71,7 @@ class EmbeddedTool : public tool::FontTool, public tool::FontHistory, public too
     // The current image read with the current font; empty when the font is not trained or nothing is found.
     std::vector<ReadCharacter> read();
     // The current font as it is now, made ready to read on any number of threads.
-    FontReader reader();
+    FontReader reader(Context context = Context::Used);
     // The current image read without any font, as a suggestion of what to type.
     std::vector<SuggestedCharacter> suggest();
     // How well the found characters go with a text, one by one; empty when they differ in number.

@@ -46,8 +46,12 @@ std::string shownCharacter(const ReadCharacter& read, double limit) {
 FontReader::FontReader(const FontRecord& font)
     : FontReader(font.training.network, measureOf(font.samples), font.settings) {}
 
-FontReader::FontReader(Network network, DistanceMeasure measure, SegmentationSettings settings)
-    : network_(std::move(network)), measure_(std::move(measure)), settings_(std::move(settings)) {}
+FontReader::FontReader(Network network, DistanceMeasure measure, SegmentationSettings settings,
+                       Context context)
+    : network_(std::move(network)),
+      measure_(std::move(measure)),
+      settings_(std::move(settings)),
+      context_(context) {}
 
 std::vector<std::string> FontReader::characters() const {
     std::vector<std::string> result;
@@ -66,7 +70,7 @@ std::vector<ReadCharacter> FontReader::read(const GreyImage& image,
 std::vector<ReadCharacter> FontReader::read(const Scene& found, const std::stop_token& stop) const {
     std::vector<ReadCharacter> result;
     if (network_.empty()) return result;
-    for (const PlacedRecognition& one : readScene(found, network_, measure_, stop))
+    for (const PlacedRecognition& one : readScene(found, {network_, measure_, context_}, stop))
         result.push_back(readCharacter(one));
     return result;
 }

@@ -10,6 +10,7 @@
 #include "engine/classifier/Network.h"
 #include "engine/font/FontFile.h"
 #include "engine/image/GreyImage.h"
+#include "engine/recogniser/CharacterContext.h"
 #include "engine/scene/Scene.h"
 
 namespace dravik::engine {
@@ -50,7 +51,8 @@ class FontReader {
   public:
     // Of a font that is not trained everything reads as nothing.
     explicit FontReader(const FontRecord& font);
-    FontReader(Network network, DistanceMeasure measure, SegmentationSettings settings = {});
+    FontReader(Network network, DistanceMeasure measure, SegmentationSettings settings = {},
+               Context context = Context::Used);
 
     // The characters that the font can read, in the order of its network.
     std::vector<std::string> characters() const;
@@ -66,6 +68,7 @@ class FontReader {
     Network network_;
     DistanceMeasure measure_;
     SegmentationSettings settings_;
+    Context context_;
 };
 
 }  // namespace dravik::engine

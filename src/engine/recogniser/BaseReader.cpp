@@ -3,11 +3,11 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <iterator>
 #include <numeric>
 #include <optional>
 #include <utility>
 
-#include "engine/recogniser/CharacterContext.h"
 #include "engine/recogniser/LineLattice.h"
 #include "engine/segmentation/OtherSize.h"
 
@@ -128,8 +128,11 @@ std::vector<SuggestedCharacter> readWithoutFont(const Segmentation& found, Conte
     for (const ReadLine& line : linesOf(found, Pieces::AsFound)) {
         std::vector<PatchLikelihoods> likelihoods;
         for (const ReadPiece& one : line.pieces) likelihoods.push_back(one.likelihoods);
-        const std::vector<std::size_t> best =
-            context == Context::Used ? likeliestTogether(likelihoods) : likeliestAlone(likelihoods);
+        std::vector<std::size_t> best;
+        if (context == Context::Used)
+            best = likeliestTogether(likelihoods);
+        else
+            std::transform(likelihoods.begin(), likelihoods.end(), std::back_inserter(best), likeliestAlone);
         for (std::size_t i = 0; i < best.size(); ++i) {
             result.push_back(suggestion(likelihoods[i], best[i]));
             result.back().place = found.place({line.pieces[i].piece, line.line});
@@ -155,7 +158,7 @@ std::vector<CharacterLikelihood> compareWithText(const Segmentation& found,
             const PatchLikelihoods& of = read.likelihoods;
             CharacterLikelihood& one = result.emplace_back();
             one.expected = text[result.size() - 1];
-            const std::size_t best = likeliestAlone(std::span(&of, 1)).front();
+            const std::size_t best = likeliestAlone(of);
             one.likeliest = {std::string(1, kRecognisedCharacters[best]),
                              std::exp(static_cast<double>(of[best]))};
             if (const std::optional<std::size_t> place = recognisedPlace(one.expected)) {

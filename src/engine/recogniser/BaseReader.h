@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "engine/recogniser/BaseNetwork.h"
+#include "engine/recogniser/CharacterContext.h"
 #include "engine/segmentation/Segmentation.h"
 
 namespace dravik::engine {
@@ -41,10 +41,6 @@ struct CharacterLikelihood {
     // between those that many faces draw alike, as O and 0.
     bool disagrees() const;
 };
-
-// Whether what stands beside a character helps to decide between shapes that hardly differ (digits among
-// digits).
-enum class Context { Used, Ignored };
 
 // How much likelier than usual the found characters are whole ones, together, as a logarithm.
 double wholeCharacterOdds(const Segmentation& found);

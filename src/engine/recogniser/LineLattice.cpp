@@ -18,7 +18,11 @@ constexpr float kSure = 0.9f;
 constexpr float kCutDoubt = 1, kJoinDoubt = 1, kDirtDoubt = 3;
 // Cuts less likely than this (log odds) are not tried, and no more than so many of one piece.
 constexpr double kLeastCut = -5;
-constexpr std::size_t kMostCuts = 4, kMostJoined = kMostCuts + 1;
+constexpr std::size_t kMostCuts = 4;
+// Into so many equal parts a piece is cut at most; cuts are at least so far apart, in heights of capitals.
+constexpr int kMostEqual = 6;
+constexpr float kCutsApart = 0.1f;
+constexpr std::size_t kMostJoined = kMostCuts + 1;
 // Joined pieces stand no further apart and are no wider, as parts of the height of capitals.
 constexpr float kMostRoom = 0.3f, kMostWidth = 1.5f;
 
@@ -28,6 +32,31 @@ struct Atom {
     std::size_t character = 0;
 };
 
+// Where a piece may be cut: at its likeliest narrow places and, where it is as wide as several characters of the
+// line, between equal ones, since strokes that touch along their height leave no narrow place.
+std::vector<float> cutPlaces(const Piece& piece, const Frame& frame, const LineScale& scale) {
+    std::vector<std::pair<double, float>> narrow;
+    for (const PossibleCut& one : possibleCuts(piece, frame, scale))
+        if (const double odds = kCutLikeness(one.traits); odds > kLeastCut)
+            narrow.emplace_back(-odds, one.along);
+    std::sort(narrow.begin(), narrow.end());
+    narrow.resize(std::min(narrow.size(), kMostCuts));
+    std::vector<float> places;
+    for (const auto& [odds, along] : narrow) places.push_back(along);
+    const float usual = scale.pitch > 0 ? scale.pitch : scale.usualWidth;
+    const int parts = std::min(kMostEqual, static_cast<int>(std::lround(piece.box.width() / usual)));
+    for (int i = 1; i < parts; ++i) {
+        const float along =
+            piece.box.left + piece.box.width() * static_cast<float>(i) / static_cast<float>(parts);
+        if (std::none_of(places.begin(), places.end(), [&](float place) {
+                return std::abs(place - along) < kCutsApart * scale.capHeight;
+            }))
+            places.push_back(along);
+    }
+    std::sort(places.begin(), places.end());
+    return places;
+}
+
 std::vector<Atom> atomsOf(const Segmentation& found, std::size_t from, std::size_t to,
                           const std::vector<bool>& doubtful, const LineMetrics& line) {
     std::vector<Piece> pieces;
@@ -36,15 +65,7 @@ std::vector<Atom> atomsOf(const Segmentation& found, std::size_t from, std::size
     std::vector<Atom> atoms;
     for (std::size_t i = 0; i < pieces.size(); ++i) {
         Piece rest = std::move(pieces[i]);
-        std::vector<std::pair<double, float>> cuts;
-        if (doubtful[i])
-            for (const PossibleCut& one : possibleCuts(rest, found.frame, scale))
-                if (const double odds = kCutLikeness(one.traits); odds > kLeastCut)
-                    cuts.emplace_back(-odds, one.along);
-        std::sort(cuts.begin(), cuts.end());
-        cuts.resize(std::min(cuts.size(), kMostCuts));
-        std::sort(cuts.begin(), cuts.end(), [](const auto& a, const auto& b) { return a.second < b.second; });
-        for (const auto& [odds, along] : cuts) {
+        for (const float along : doubtful[i] ? cutPlaces(rest, found.frame, scale) : std::vector<float>()) {
             auto [left, right] = cut(rest, found.frame, along);
             if (left.area == 0 || right.area == 0) continue;
             left.measure(found.frame);
@@ -82,9 +103,10 @@ std::vector<Span> spansOf(const std::vector<Atom>& atoms, const std::vector<bool
             span.asFound = from == to && begins && ends;
             span.doubt = kJoinDoubt * static_cast<float>(to - from) +
                          kCutDoubt * 0.5f * (static_cast<float>(!begins) + static_cast<float>(!ends));
-            if (end == atoms.size() || end - first >= kMostJoined) break;
+            if (end == atoms.size()) break;
             const Atom& next = atoms[end];
             const bool another = next.character != to;
+            if (end - first >= kMostJoined && next.character != from) break;
             if (another && !(doubtful[to] || doubtful[next.character])) break;
             if (next.piece.box.left - piece.box.right > kMostRoom * cap) break;
             if (std::max(piece.box.right, next.piece.box.right) - piece.box.left > kMostWidth * cap &&

@@ -30,15 +30,20 @@ struct OpenLine {
     }
 };
 
-bool isCharacterSized(const Box& box, float height) {
-    return box.height() >= 0.55f * height && box.height() <= 2.2f * height && box.width() <= 8 * height;
+// Of a character, or of several that touch: many are no higher than one and have room between their strokes.
+bool isCharacterSized(const Piece& piece, float height) {
+    const Box& box = piece.box;
+    if (box.height() < 0.55f * height || box.height() > 2.2f * height) return false;
+    const float filled = static_cast<float>(piece.area) / (box.width() * box.height());
+    return box.width() <= 8 * height ||
+           (box.width() <= 40 * height && box.height() < 1.5f * height && filled > 0.15f && filled < 0.7f);
 }
 
 std::vector<OpenLine> collected(const std::vector<Piece>& pieces, float height) {
     std::vector<OpenLine> lines;
     for (std::size_t i = 0; i < pieces.size(); ++i) {
         const Box& box = pieces[i].box;
-        if (!isCharacterSized(box, height)) continue;
+        if (!isCharacterSized(pieces[i], height)) continue;
         OpenLine* best = nullptr;
         float most = 0.4f;
         for (OpenLine& line : lines) {

@@ -66,8 +66,8 @@ void SamplesGrid::FillSamplesArray() {
         table->codes();  // what is not a table of records is refused before it is shown
         records_ = table;
         context_.screen.numeric.grid.setSource(std::make_shared<RecordSource>(std::move(table)));
-        context_.screen.numeric.grid.setCentered(0);
-        context_.screen.numeric.grid.setCentered(1);
+        context_.screen.numeric.grid.setAlign(0, ui::CellAlign::Center);
+        context_.screen.numeric.grid.setAlign(1, ui::CellAlign::Center);
         if (sortedByCharacter_ == 1) {
             context_.screen.numeric.grid.setColumn(1);
             context_.screen.numeric.grid.sortByText(1);

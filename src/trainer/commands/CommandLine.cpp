@@ -103,6 +103,13 @@ class OptionTable {
             ->add_flag("--confidence", reading_.showsConfidence,
                        "prints how sure each character is, 0 to 1, behind the text")
             ->disable_flag_override();
+        read_
+            ->add_flag_callback(
+                "--no-context", [this] { reading_.usesContext = false; },
+                "reads each character by itself; else those beside it decide\nbetween shapes that hardly "
+                "differ, as "
+                "O and 0")
+            ->disable_flag_override();
         const auto printed = [this](const char* name, ReadOptions::Format one, const char* help) {
             return read_
                 ->add_flag_callback(

@@ -69,6 +69,7 @@ struct ReadOptions {
     int threads = 0;                            // that read at once; 0 for one on each processor
     double rejectLimit = engine::kRejectLimit;  // readings with less confidence are printed as "?"
     bool showsConfidence = false;
+    bool usesContext = true;  // characters help to tell their neighbours
     SettingsOptions settings;
     JobFolder folder;
 };

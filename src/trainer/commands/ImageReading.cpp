@@ -38,11 +38,13 @@ double ImageReading::confidence() const {
 
 ImageReading readImage(const std::string& image, const std::string& path, std::optional<std::string> expected,
                        const engine::FontReader& reader, const engine::ImageDecoder& decoder,
-                       const std::stop_token& stop) {
+                       const std::stop_token& stop,
+                       const std::optional<engine::SegmentationSettings>& settings) {
     ImageReading reading{image, {}, std::move(expected), {}};
     try {
         const auto picture = std::make_shared<const engine::GreyImage>(decoder(path));
-        reading.characters = reader.read(engine::findScene(picture, reader.settings(), stop), stop);
+        reading.characters =
+            reader.read(engine::findScene(picture, settings.value_or(reader.settings()), stop), stop);
     } catch (...) {
         reading.problem = currentFailure().description();
         if (reading.problem.find(nameOf(path)) == std::string::npos)

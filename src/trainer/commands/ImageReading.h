@@ -29,9 +29,11 @@ struct ImageReading {
 };
 
 // `image` is its name, `path` where it is. Raises nothing: what goes wrong is the reading's problem. Any
-// thread may call it; ends soon, with anything read, once a stop is requested.
+// thread may call it; ends soon, with anything read, once a stop is requested. The image is looked at by the
+// font's settings unless others are given.
 ImageReading readImage(const std::string& image, const std::string& path, std::optional<std::string> expected,
                        const engine::FontReader& reader, const engine::ImageDecoder& decoder,
-                       const std::stop_token& stop = {});
+                       const std::stop_token& stop = {},
+                       const std::optional<engine::SegmentationSettings>& settings = {});
 
 }  // namespace dravik::trainer

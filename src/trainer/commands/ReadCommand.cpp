@@ -90,7 +90,8 @@ int readImages(const ReadOptions& options, const engine::ImageDecoder& decoder,
         return 1;
     }
     tool.overrideSettings(options.settings.over(tool.settings()));
-    const engine::FontReader reader = tool.reader();
+    const engine::FontReader reader =
+        tool.reader(options.usesContext ? engine::Context::Used : engine::Context::Ignored);
     InOrder<ImageReading> readings(tasks.size(), options.threads > 0 ? options.threads : processorCount(),
                                    [&](std::size_t i, const std::stop_token& stop) {
                                        return readImage(tasks[i].image, tasks[i].path, tasks[i].expected,

@@ -57,6 +57,10 @@ ui::Picture previousPartPicture() {
     return {line({{10, 3}, {5, 8}, {10, 13}})};
 }
 
+ui::Picture morePicture() {
+    return {line({{4, 4}, {8, 8}, {4, 12}}), line({{9, 4}, {13, 8}, {9, 12}})};
+}
+
 ui::Picture nextPartPicture() {
     return {line({{6, 3}, {11, 8}, {6, 13}})};
 }

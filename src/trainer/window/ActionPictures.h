@@ -7,6 +7,8 @@ namespace dravik::trainer {
 
 ui::Picture previousPartPicture();
 ui::Picture nextPartPicture();
+// Behind which the rest of a bar is that has too little room.
+ui::Picture morePicture();
 ui::Picture zoomInPicture();
 ui::Picture zoomOutPicture();
 ui::Picture fitPicture();

@@ -97,6 +97,7 @@ void GalleryForm::followGrid() {
         numeric.cboDisplay.listIndex() != screen::kDisplayCommitted)
         return;
     const auto [top, bottom] = std::minmax({numeric.grid.row(), numeric.grid.rowSelection()});
+    if (bottom - top >= kMostRows) return show({});
     ShownSamples wanted{ShownSamples::Kind::Numbers};
     for (int row = std::max(top, 1); row <= bottom && row < numeric.grid.rows(); ++row) {
         const auto place = static_cast<std::size_t>(toInt32(leadingNumber(numeric.grid.text(row, 0))));
@@ -150,8 +151,12 @@ void GalleryForm::refresh() {
     for (const int index : pictures.selected()) serials.push_back(source_->sample(index).serial);
     std::sort(serials.begin(), serials.end());
     samples_ = std::move(samples);
-    source_ = std::make_shared<GallerySamples>(
-        samples_, shown_, check ? std::span(check->misread) : std::span<const engine::MisreadSample>());
+    takeSamples(samples_);
+    source_ = shown_.kind == ShownSamples::Kind::All
+                  ? all_
+                  : std::make_shared<GallerySamples>(
+                        samples_, shown_,
+                        check ? std::span(check->misread) : std::span<const engine::MisreadSample>());
     pictures.setSource(source_);
     std::vector<int> selected;
     for (int index = 0; !serials.empty() && index < source_->count(); ++index)
@@ -164,13 +169,19 @@ void GalleryForm::refresh() {
     showCount();
 }
 
+void GalleryForm::takeSamples(engine::SampleColumnsPtr samples) {
+    if (samples == present_) return;
+    present_ = std::move(samples);
+    counts_.clear();
+    for (const std::int32_t code : present_->codes) ++counts_[code];
+    all_ = std::make_shared<GallerySamples>(present_, ShownSamples{});
+}
+
 void GalleryForm::showChoices() {
-    std::map<std::int32_t, int> counts;
-    for (const std::int32_t code : samples_->codes) ++counts[code];
     std::vector<std::string> items{"all characters"};
     choices_.clear();
     int chosenItem = shown_.kind == ShownSamples::Kind::All ? 0 : -1;
-    for (const auto& [code, count] : counts) {
+    for (const auto& [code, count] : counts_) {
         choices_.push_back(code);
         items.push_back(characterOf(code) + "  (" + std::to_string(count) + ")");
         if (shown_.kind == ShownSamples::Kind::Character && shown_.code == code)
@@ -195,7 +206,7 @@ void GalleryForm::showChoices() {
 void GalleryForm::showCount() {
     const std::size_t selected = pictures.selected().size();
     std::string text = counted(static_cast<std::size_t>(pictures.count()));
-    if (shown_.kind != ShownSamples::Kind::Misread) text += ", the worst first";
+    if (pictures.count() > 1 && shown_.kind != ShownSamples::Kind::Misread) text += ", the worst first";
     if (selected > 1) text += "; " + std::to_string(selected) + " selected";
     lblCount.setCaption(std::move(text));
     const bool any = pictures.count() > 0;

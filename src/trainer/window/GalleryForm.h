@@ -3,7 +3,9 @@
 // character whose menu is opened in the overview.
 #pragma once
 
+#include <cstdint>
 #include <functional>
+#include <map>
 #include <memory>
 #include <string>
 #include <vector>
@@ -40,6 +42,9 @@ class GalleryForm : public ui::Form {
     void show(ShownSamples shown);
     const ShownSamples& shown() const noexcept { return shown_; }
 
+    // Of more selected rows of the grid than this all samples are shown.
+    static constexpr int kMostRows = 1000;
+
     // The selected ones, or the current one when none is selected. Acts that can be undone; what came of them
     // is said where the program says what was done.
     void deleteSelected();
@@ -51,6 +56,7 @@ class GalleryForm : public ui::Form {
     void followGrid();
     void tellGrid();
     void refresh();
+    void takeSamples(engine::SampleColumnsPtr samples);
     void showChoices();
     void showCount();
     std::vector<int> chosen() const;
@@ -61,6 +67,10 @@ class GalleryForm : public ui::Form {
     ShownSamples shown_;
     engine::SampleColumnsPtr samples_;  // as they are shown, null before the first time
     std::shared_ptr<const GallerySamples> source_;
+    // Of all samples that there are, which others are chosen from time and again.
+    engine::SampleColumnsPtr present_;
+    std::map<std::int32_t, int> counts_;
+    std::shared_ptr<const GallerySamples> all_;
     std::vector<std::int32_t> choices_;  // the codes behind "all" in cboShown
     std::size_t misread_ = 0;            // in the last check
     bool isShown_ = false;

@@ -20,10 +20,8 @@ bool shows(const ShownSamples& shown, const engine::SampleColumns& samples, std:
             return samples.codes[place] == shown.code && samples.distances[place] >= shown.lower &&
                    samples.distances[place] <= shown.upper;
         case ShownSamples::Kind::Numbers:
-            return std::binary_search(shown.serials.begin(), shown.serials.end(),
-                                      samples.samples[place]->serial);
         case ShownSamples::Kind::Misread:
-            return false;
+            break;
     }
     return false;
 }
@@ -46,23 +44,31 @@ GallerySamples::GallerySamples(engine::SampleColumnsPtr samples, const ShownSamp
     : samples_(std::move(samples)) {
     if (shown.kind == ShownSamples::Kind::Misread) {
         for (const engine::MisreadSample& one : misread) {
-            const auto found = std::lower_bound(
-                samples_->samples.begin(), samples_->samples.end(), one.serial,
-                [](const engine::Sample* sample, std::uint64_t serial) { return sample->serial < serial; });
             // It may have been deleted or labelled anew since.
-            if (found == samples_->samples.end() || (*found)->serial != one.serial ||
-                (*found)->code != one.code)
-                continue;
-            places_.push_back(static_cast<std::uint32_t>(found - samples_->samples.begin()));
+            const auto place = placeOfSerial(one.serial);
+            if (!place || samples_->codes[*place] != one.code) continue;
+            places_.push_back(*place);
             readAs_.push_back(one.readAs);
         }
         return;
     }
-    for (std::size_t place = 0; place < samples_->size(); ++place)
-        if (shows(shown, *samples_, place)) places_.push_back(static_cast<std::uint32_t>(place));
+    for (const std::uint64_t serial : shown.serials)
+        if (const auto place = placeOfSerial(serial)) places_.push_back(*place);
+    if (shown.kind != ShownSamples::Kind::Numbers)
+        for (std::uint32_t place = 0; place < samples_->size(); ++place)
+            if (shows(shown, *samples_, place)) places_.push_back(place);
     std::stable_sort(places_.begin(), places_.end(), [this](std::uint32_t a, std::uint32_t b) {
         return samples_->distances[a] > samples_->distances[b];
     });
+}
+
+std::optional<std::uint32_t> GallerySamples::placeOfSerial(std::uint64_t serial) const {
+    const auto& all = samples_->samples;
+    const auto found = std::lower_bound(
+        all.begin(), all.end(), serial,
+        [](const engine::Sample* sample, std::uint64_t wanted) { return sample->serial < wanted; });
+    if (found == all.end() || (*found)->serial != serial) return std::nullopt;
+    return static_cast<std::uint32_t>(found - all.begin());
 }
 
 ui::PictureItem GallerySamples::item(int index) const {
@@ -83,12 +89,6 @@ ui::PictureItem GallerySamples::item(int index) const {
         item.caption + ", Distance " + formatNumber(distance, "0.000") + ", sample " + std::to_string(place);
     if (one.origin && one.origin->image) item.tip += ", from " + one.origin->image->name;
     return item;
-}
-
-int GallerySamples::indexOf(std::uint64_t serial) const {
-    for (int index = 0; index < count(); ++index)
-        if (sample(index).serial == serial) return index;
-    return -1;
 }
 
 }  // namespace dravik::trainer

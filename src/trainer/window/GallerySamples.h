@@ -4,6 +4,7 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <span>
 #include <string>
 #include <vector>
@@ -40,10 +41,10 @@ class GallerySamples : public ui::PictureSource {
     // Among all samples, from 0.
     std::size_t placeOf(int index) const { return places_[static_cast<std::size_t>(index)]; }
     const engine::Sample& sample(int index) const { return *samples_->samples[placeOf(index)]; }
-    // -1 for one that is not shown.
-    int indexOf(std::uint64_t serial) const;
 
   private:
+    std::optional<std::uint32_t> placeOfSerial(std::uint64_t serial) const;
+
     engine::SampleColumnsPtr samples_;
     std::vector<std::uint32_t> places_;
     std::vector<std::int32_t> readAs_;  // of each place, for misread ones

@@ -122,6 +122,18 @@ std::string ImageTools::note() const {
     return adjustments.settings().region ? "in the region" : "";
 }
 
+std::string ImageTools::modeHint() const {
+    switch (view_.mode()) {
+        case ViewMode::Region:
+            return "Drag a frame around the print, or use Enter, arrows, Shift and Ctrl; Escape ends";
+        case ViewMode::Boxes:
+            return "Click a character: S splits, J joins with the next, A adds, Delete removes; Escape ends";
+        case ViewMode::Look:
+            break;
+    }
+    return {};
+}
+
 std::string ImageTools::selectionText() const {
     const int selected = view_.mode() == ViewMode::Boxes ? view_.boxes.selected() : -1;
     const auto& characters = trainer_.preview();
@@ -148,9 +160,7 @@ void ImageTools::takeCorrection(const BoxChange& change) {
 void ImageTools::openSettings() {
     ImageSettingsForm form(trainer_.adjustments().settings());
     form.accepted = [this](const engine::SegmentationSettings& settings) {
-        if (settings.print != trainer_.adjustments().settings().print)
-            trainer_.adjustments().setPrint(settings.print);
-        if (settings.region != trainer_.adjustments().settings().region) setRegion(settings.region);
+        trainer_.adjustments().set(settings, ownRegion_);
     };
     platform_.showModal(form);
 }

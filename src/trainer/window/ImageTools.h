@@ -27,6 +27,8 @@ class ImageTools {
     // What is to be known of the image beside its characters: that it has a region, or is corrected; "" for
     // nothing.
     std::string note() const;
+    // How the mode of the view is worked, in a sentence or two; "" while none is on.
+    std::string modeHint() const;
     // Which character is selected, for screen readers; "" for none.
     std::string selectionText() const;
 

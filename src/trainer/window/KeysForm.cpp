@@ -1,25 +1,34 @@
 #include "trainer/window/KeysForm.h"
 
+#include <memory>
+
 #include "trainer/window/WindowActions.h"
 
 namespace dravik::trainer {
+namespace {
+
+class Table : public ui::GridSource {
+  public:
+    int rows() const override { return static_cast<int>(keyHelp().size()) + 1; }
+    int columns() const override { return 2; }
+    std::string text(int row, int column) const override {
+        if (row == 0) return column == 0 ? "Keys" : "What they do";
+        const KeyHelp& help = keyHelp()[static_cast<std::size_t>(row - 1)];
+        return column == 0 ? help.first : help.second;
+    }
+};
+
+}  // namespace
 
 KeysForm::KeysForm() : ui::Form("keysForm", "Keys") {
-    const auto label = [this](const std::string& text) -> ui::Label& {
-        labels_.push_back(
-            std::make_unique<ui::Label>("lblKeys(" + std::to_string(labels_.size()) + ")", text));
-        labels_.back()->setUsesMnemonic(false);
-        return *labels_.back();
-    };
-    std::vector<std::vector<ui::Layout>> rows;
-    for (const auto& [keys, what] : keyHelp()) {
-        std::vector<ui::Layout> row;
-        row.push_back(ui::item(label(keys)));
-        row.push_back(ui::item(label(what)));
-        rows.push_back(std::move(row));
-    }
-    setLayout(ui::column({ui::table(std::move(rows)), ui::row({ui::space(), ui::item(ok_)})}));
+    grid.setAccessibleName("Keys");
+    for (const int column : {0, 1}) grid.setAlign(column, ui::CellAlign::Left);
+    grid.setSource(std::make_shared<Table>());
+    setLayout(
+        ui::column({ui::item(grid).stretched().atLeast(11000, 6600), ui::row({ui::space(), ui::item(ok_)})}));
+    resizable = true;
     defaultButton = cancelButton = &ok_;
+    activated.subscribe([this] { grid.setFocus(); });
     ok_.click.subscribe([this] { unload(); });
 }
 

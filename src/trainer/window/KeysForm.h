@@ -1,11 +1,9 @@
-// Help > Keys: what the keys do, in two columns.
+// Help > Keys: what the keys do, as a table that scrolls where the screen is small.
 #pragma once
 
-#include <memory>
-#include <vector>
-
+#include "ui/Button.h"
 #include "ui/Form.h"
-#include "ui/Label.h"
+#include "ui/Grid.h"
 
 namespace dravik::trainer {
 
@@ -13,8 +11,9 @@ class KeysForm : public ui::Form {
   public:
     KeysForm();
 
+    ui::Grid grid{"gridKeys"};
+
   private:
-    std::vector<std::unique_ptr<ui::Label>> labels_;
     ui::Button ok_{"OKButton", "OK"};
 };
 

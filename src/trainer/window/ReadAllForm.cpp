@@ -144,7 +144,7 @@ void ReadAllForm::list() {
     progress.setValue(count_ == 0 ? 100
                                   : 100 * static_cast<float>(readings_.size()) / static_cast<float>(count_));
     grid.setSource(std::make_shared<Table>(readings_));
-    for (const int column : {kImage, kResult, kText, kExpected}) grid.setCentered(column);
+    for (const int column : {kImage, kResult, kText, kExpected}) grid.setAlign(column, ui::CellAlign::Left);
     cmdOpen.setEnabled(!readings_.empty());
     cmdExport.setEnabled(!readings_.empty());
 }

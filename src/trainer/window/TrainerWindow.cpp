@@ -21,6 +21,7 @@ namespace dravik::trainer {
 namespace {
 
 constexpr char kThemeKey[] = "theme";
+constexpr char kGalleryKey[] = "gallery", kHidden[] = "hidden", kShown[] = "shown";
 constexpr char kOpeningText[] = "Opening the image...";
 // For so long the image before may stand in the place of one that is being opened.
 constexpr std::chrono::milliseconds kUnnoticed{200};
@@ -101,7 +102,10 @@ TrainerWindow::TrainerWindow(Trainer& trainer, ui::Platform& platform, WindowSys
     on(actions.fontRestore, [this] { restoreFont(); });
     on(actions.readAll, [this] { startReadAll(); });
     on(actions.fontAccuracy, [this] { askForPage(); });
-    on(actions.showGallery, [this] { gallery.setShown(!gallery.isShown()); });
+    on(actions.showGallery, [this] {
+        gallery.setShown(!gallery.isShown());
+        system_.keep(kGalleryKey, gallery.isShown() ? kShown : kHidden);
+    });
     on(actions.keys, [this] { showKeys(); });
     on(actions.about, [this] { showAbout(); });
     on(actions.camera, [this] { camera_.show(); });
@@ -125,11 +129,15 @@ TrainerWindow::TrainerWindow(Trainer& trainer, ui::Platform& platform, WindowSys
         gallery.shownChanged.connect([this] { actions.showGallery.setChecked(gallery.isShown()); }));
     connections_.push_back(view.changed.connect([this] { showPossible(); }));
     connections_.push_back(trainer.previewChanged.connect([this] { showPreview(); }));
-    connections_.push_back(view.modeChanged.connect([this] { showActs(); }));
+    connections_.push_back(view.modeChanged.connect([this] {
+        if (view.mode() == ViewMode::Look) giveFocus();
+        showActs();
+    }));
     connections_.push_back(trainer.adjustments().charactersChanged.connect([this] { showActs(); }));
     connections_.push_back(trainer.readingChanged.connect(showReading));
     connections_.push_back(trainer.labelling().textWanted.connect([this] {
-        if (!strip.hasStepped()) trainer_.control().screen().sample.txtSampleInput.setFocus();
+        if (!strip.hasStepped() && view.mode() == ViewMode::Look)
+            trainer_.control().screen().sample.txtSampleInput.setFocus();
     }));
     strip.stateOf = [&labelling = trainer.labelling()](const std::string& path) {
         return labelling.state(path);
@@ -148,10 +156,15 @@ TrainerWindow::TrainerWindow(Trainer& trainer, ui::Platform& platform, WindowSys
         trainer.control().screen().font.cmdSelectFont.click.connect([this] { giveFocus(); }));
     actions.theme.setVisible(system.hasThemes());
     showTheme(keptTheme());
+    gallery.setShown(system.kept(kGalleryKey) == kShown);
     showPart();
     showPreview();
     showReading();
     showActs();
+}
+
+void TrainerWindow::arrangeFor(int height) {
+    if (system_.kept(kGalleryKey).empty()) gallery.setShown(height >= kFirstHeight);
 }
 
 void TrainerWindow::giveFocus() {
@@ -242,18 +255,16 @@ void TrainerWindow::showPlace(const std::string& image, const engine::Region& bo
 
 void TrainerWindow::startReadAll() {
     const OpenedParts& parts = trainer_.parts();
-    std::vector<std::string> paths;
-    for (int index = 0; index < parts.count(); ++index) paths.push_back(parts.path(index));
-    readAll.start(std::make_unique<ReadAll>(
-        std::make_shared<const engine::FontReader>(trainer_.tool().reader()), parts.decoder(), paths,
-        [this](const std::string& path) -> std::optional<std::string> {
-            const auto label = trainer_.labelling().labels().text(path);
-            if (!label) return std::nullopt;
-            std::string text;
-            for (const char c : *label)
-                if (c != ' ' && c != '\n') text += c;
-            return text;
-        }));
+    std::vector<ReadAll::Task> tasks;
+    for (int index = 0; index < parts.count(); ++index) {
+        const std::string& path = parts.path(index);
+        std::optional<std::string> expected = trainer_.labelling().labels().text(path);
+        if (expected) std::erase(*expected, ' ');
+        tasks.push_back({path, std::move(expected), trainer_.adjustments().settingsOf(path)});
+    }
+    readAll.start(
+        std::make_unique<ReadAll>(std::make_shared<const engine::FontReader>(trainer_.tool().reader()),
+                                  parts.decoder(), std::move(tasks)));
     platform_.show(readAll);
 }
 
@@ -378,6 +389,11 @@ std::string TrainerWindow::viewDescription() const {
     if (!view.image()) return view.message();
     const std::string selection = tools.selectionText();
     return selection.empty() ? trainer_.previewText() : selection;
+}
+
+std::string TrainerWindow::noticeText() const {
+    const std::string& notice = trainer_.acts().notice();
+    return notice.empty() ? tools.modeHint() : notice;
 }
 
 void TrainerWindow::open(const std::vector<std::string>& paths) {

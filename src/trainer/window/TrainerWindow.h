@@ -67,8 +67,9 @@ class TrainerWindow {
     std::string viewDescription() const;
     // The held-out check's line and what to do next; "" when there is nothing to say.
     const std::string& checkText() const { return checkText_; }
-    // What the last act deleted, what was taken back or saved; "" when there is nothing to say.
-    const std::string& noticeText() const { return trainer_.acts().notice(); }
+    // What the last act deleted, what was taken back or saved; else how the present mode of the image is
+    // worked; "" when there is nothing to say.
+    std::string noticeText() const;
     // What could not be opened, and what was recovered of an earlier run, few lines; none when the operator
     // has dismissed them.
     const std::vector<std::string>& problems() const noexcept { return problems_; }
@@ -77,6 +78,9 @@ class TrainerWindow {
     // Image files and folders; font files are opened as FontOpening.h says.
     void open(const std::vector<std::string>& paths);
 
+    // The window has come up, so high in 1/96 inch: the gallery is shown where the screen has room beside it,
+    // unless the operator has chosen.
+    void arrangeFor(int height);
     // Puts the focus where the next key belongs: the text that is to be included, or, as long as there is no
     // font, the choice of one.
     void giveFocus();

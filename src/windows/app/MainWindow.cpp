@@ -67,6 +67,9 @@ void MainWindow::fill(trainer::Trainer& trainer, win32::Win32Platform& platform)
     titleChanged_ = trainer.titleChanged.connect(showTitle);
     showTitle();
     restorePlace();
+    RECT place{};
+    GetWindowRect(window(), &place);
+    model_->arrangeFor(MulDiv(win32::heightOf(place), 96, look().px(96)));
     arrange();
 }
 

@@ -111,7 +111,6 @@ void PartPane::showTexts() {
     captions_.preview.setCaption(model_.previewText());
     captions_.notice.setCaption(model_.noticeText());
     captions_.notice.setToolTip(model_.noticeText());
-    captions_.notice.setVisible(!model_.noticeText().empty());
     showCheck();
     arrange();
 }

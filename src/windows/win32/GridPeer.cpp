@@ -24,6 +24,10 @@ constexpr int kEdgeReach = 3;
 constexpr UINT_PTR kDragTimer = 1;
 constexpr UINT kDragInterval = 50;  // milliseconds
 
+UINT formatOf(ui::CellAlign align) {
+    return align == ui::CellAlign::Left ? DT_LEFT : align == ui::CellAlign::Center ? DT_CENTER : DT_RIGHT;
+}
+
 class GridPeer : public PeerOf<ui::Grid, DrawnPeer>, private AccessibleContent {
   public:
     using PeerOf::PeerOf;
@@ -178,7 +182,7 @@ class GridPeer : public PeerOf<ui::Grid, DrawnPeer>, private AccessibleContent {
             const RECT heading = view_.cell(0, column);
             edge = heading.right;
             if (heading.right <= dirty.left || heading.left >= dirty.right) continue;
-            const UINT align = model_.centered(column) ? DT_CENTER : DT_RIGHT;
+            const UINT align = formatOf(model_.align(column));
             for (int row = view_.top(); row <= view_.bottom(); ++row) {
                 RECT cell = view_.cell(row, column);
                 if (cell.bottom <= dirty.top || cell.top >= dirty.bottom) continue;

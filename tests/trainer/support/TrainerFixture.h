@@ -2,9 +2,6 @@
 // system, a folder of its own, images of dot print.
 #pragma once
 
-#include <gmock/gmock.h>
-
-#include <filesystem>
 #include <functional>
 #include <initializer_list>
 #include <map>
@@ -20,6 +17,10 @@
 #include "trainer/window/TrainerWindow.h"
 
 namespace dravik::test {
+
+using namespace screen;
+using namespace tool;
+using namespace ui;
 
 // The control of that name in a form.
 template <class Kind>

@@ -5,13 +5,9 @@
 #include <sstream>
 
 #include "contract/DrawnText.h"
-#include "trainer/commands/CommandLine.h"
 #include "trainer/support/PgmFile.h"
 
 namespace dravik::test {
-
-using namespace engine;
-using namespace trainer;
 
 std::string Workspace::fontFile(const std::string& font) const {
     return JobFolder(jobs()).fontFile(font);

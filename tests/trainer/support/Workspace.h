@@ -2,6 +2,9 @@
 // removed afterwards. Runs the program's commands in it.
 #pragma once
 
+#include <gmock/gmock.h>
+
+#include <filesystem>
 #include <iosfwd>
 #include <string>
 #include <vector>
@@ -9,10 +12,20 @@
 #include "base/JobFolder.h"
 #include "engine/image/ImageDecoder.h"
 #include "support/TemporaryFolder.h"
+#include "trainer/commands/CommandLine.h"
 
 namespace dravik::test {
 
 using namespace engine;
+using namespace trainer;
+using testing::AllOf;
+using testing::Contains;
+using testing::ElementsAre;
+using testing::EndsWith;
+using testing::HasSubstr;
+using testing::IsEmpty;
+using testing::Not;
+using testing::StartsWith;
 
 struct CommandResult {
     int status = 0;

@@ -1,0 +1,59 @@
+// The program's window of Qt on a jobs folder of its own.
+#pragma once
+
+#include <gmock/gmock.h>
+
+#include <QAction>
+#include <QApplication>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QSettings>
+#include <QTemporaryDir>
+#include <QtTest/QTest>
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+#include "drivers/qt/DialogScript.h"
+#include "qt/MainWindow.h"
+#include "qt/QtConversions.h"
+#include "qt/QtImage.h"
+#include "qt/QtPlatform.h"
+#include "qt/ShownForm.h"
+
+namespace dravik::test {
+
+using namespace engine;
+using namespace qt;
+using namespace trainer;
+
+class WindowFixture : public testing::Test {
+  protected:
+    WindowFixture() {
+        platform.setMainWindow(&window);
+        window.resize(1280, 800);
+        window.show();
+        window.activateWindow();
+        settle();
+    }
+
+    template <class View = QWidget>
+    View& view(const char* name) {
+        auto* found = window.findChild<View*>(QLatin1String(name));
+        if (!found) throw std::runtime_error(std::string("no view named ") + name);
+        return *found;
+    }
+    QAction& action(const char* name) { return view<QAction>(name); }
+
+    // Nothing is remembered of another test.
+    struct Unremembered {
+        Unremembered() { QSettings().clear(); }
+    } const unremembered;
+    const QTemporaryDir folder;
+    QtPlatform platform;
+    Trainer trainer{platform, JobFolder(folder.filePath("Jobs").toStdString()), decodeImageFile, false};
+    MainWindow window{trainer, platform};
+};
+
+}  // namespace dravik::test
