@@ -184,7 +184,11 @@ class Looking {
     double consider(Look look, bool otherwise);
     bool add(const Segmentation& seen);
     void hold();
-    bool firstLooks();
+    void keepLast();
+    // What the first looks end with: a clear candidate, one that is clear in a grain that does not suit it,
+    // none.
+    enum class First { Clear, ClearInOtherGrain, Unclear };
+    First firstLooks(bool anyGrain);
     bool lookCloser(const Candidate& first);
     Region around(const Candidate& first) const;
 
@@ -303,32 +307,39 @@ void Looking::hold() {
     isSeen_ = isText_ = false;
 }
 
+// Keeps what the last look found.
+void Looking::keepLast() {
+    if (isText_ && !found_.empty()) found_[seenBy_].seen = std::make_unique<Segmentation>(std::move(seen_));
+}
+
 // Looks at the whole image with several grains and both polarities, the likelier ones first, until one is
-// clear. The last candidate is then that one.
-bool Looking::firstLooks() {
+// clear, with `anyGrain` in one that does not suit it too. The last candidate is then that one.
+Looking::First Looking::firstLooks(bool anyGrain) {
     for (int scale = leastScale(whole_, kFirstPixels);; scale = (scale + 1) / 2) {
         const Binarizer& view = turnTo(whole_, static_cast<float>(scale));
-        if (view.empty()) return false;
+        if (view.empty()) return First::Unclear;
         const bool dark = view.leansDark();
         const int first = std::clamp(std::min(view.width(), view.height()) / 4, 8, 64);
         const auto look = [&](const Look& how) {
             return consider(how, false) >= kClearText && search_ == Search::UntilClear &&
-                   suits(found_.back());
+                   (anyGrain || suits(found_.back()));
         };
+        const auto clear = [&] { return suits(found_.back()) ? First::Clear : First::ClearInOtherGrain; };
         std::vector<int> sides;
         for (const int side : {first, first / 3, first / 6})
             if (side >= 8 || sides.empty()) sides.push_back(side);
         for (const Look::Joining joins : {Look::Fragments, Look::Dots})
             for (const int side : sides)
                 for (const bool polarity : {dark, !dark})
-                    if (look({polarity, side, 0, joins})) return true;
+                    if (look({polarity, side, 0, joins})) return clear();
         for (const int side : sides)
             for (const bool polarity : {dark, !dark})
-                if (look({polarity, side, 0.09f * static_cast<float>(side), Look::None})) return true;
-        if (stop_.stop_requested()) return false;
+                if (look({polarity, side, 0.09f * static_cast<float>(side), Look::None})) return clear();
+        if (stop_.stop_requested()) return First::Unclear;
         const bool likely = std::any_of(found_.begin(), found_.end(),
                                         [](const Candidate& one) { return one.value >= kLikelyText; });
-        if (likely || scale == 1 || leastScale(whole_, kMostWorkingPixels) > (scale + 1) / 2) return false;
+        if (likely || scale == 1 || leastScale(whole_, kMostWorkingPixels) > (scale + 1) / 2)
+            return First::Unclear;
     }
 }
 
@@ -376,7 +387,19 @@ bool Looking::lookCloser(const Candidate& first) {
 }
 
 std::vector<Candidate> Looking::candidates() && {
-    if (firstLooks()) {
+    First how = firstLooks(true);
+    if (how == First::ClearInOtherGrain) {
+        const Candidate clear = std::move(found_.back());
+        found_.clear();
+        if (lookCloser(clear)) {
+            keepLast();
+            return std::move(found_);
+        }
+        found_.clear();
+        isText_ = false;
+        how = firstLooks(false);
+    }
+    if (how == First::Clear) {
         hold();
         found_.erase(found_.begin(), found_.end() - 1);
     }
@@ -395,7 +418,7 @@ std::vector<Candidate> Looking::candidates() && {
         seen.emplace_back(candidate.look.dark, candidate.height);
         if (lookCloser(candidate)) break;
     }
-    if (isText_ && !found_.empty()) found_[seenBy_].seen = std::make_unique<Segmentation>(std::move(seen_));
+    keepLast();
     // Of the first looks those count whose grain happened to suit the print.
     std::erase_if(first, [](const Candidate& one) { return !suits(one); });
     found_.insert(found_.begin(), std::move_iterator(first.begin()), std::move_iterator(first.end()));
