@@ -179,7 +179,7 @@ const std::vector<Face> kUnseen = {
     {"loma", "Loma-Bold.ttf"},
     {"typist", "TlwgTypist-Bold.ttf"},
     {"sawarabi", "sawarabi-gothic-medium.ttf"},
-    {"dotum", "dotum.ttf"},
+    {"baekmuk", "dotum.ttf"},
     {"hline", "hline.ttf"},
     {"motoya", "MTLc3m.ttf"},
     {"manjari", "Manjari-Bold.otf"},
