@@ -6,16 +6,11 @@
 
 #include "base/Utf.h"
 #include "engine/embedded/EmbeddedTool.h"
-#include "support/TemporaryFolder.h"
 #include "tool/Samples.h"
-#include "windows/com/ComText.h"
 #include "windows/control/support/Bench.h"
 #include "windows/control/support/FaultyDisk.h"
 
-namespace dravik {
-
-using namespace test;
-using namespace com;
+namespace dravik::test {
 namespace {
 
 using Kind = FaultyDisk::Kind;
@@ -173,4 +168,4 @@ TEST(FaultyDisk, AHostThatIsEndedLosesNothingOfWhatTheControlHasSaidToBeDone) {
 }
 
 }  // namespace
-}  // namespace dravik
+}  // namespace dravik::test
