@@ -1,4 +1,4 @@
-# For 32-bit Windows. Its programs are looked at, not run, by the tests: Wine for them is not on every machine.
+# For 32-bit Windows. The tests look at its programs and do not run them: Wine for them is not on every machine.
 set(triplet i686-w64-mingw32)
 include(${CMAKE_CURRENT_LIST_DIR}/mingw-w64-common.cmake)
 set(CMAKE_SYSTEM_PROCESSOR x86)

@@ -8,7 +8,7 @@
 
 int main() {
     using namespace dravik;
-    using namespace dravik::app;
+    using namespace dravik::test;
     constexpr int kRuns = 15;
     using Clock = std::chrono::steady_clock;
     const auto since = [](Clock::time_point start) {

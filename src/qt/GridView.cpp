@@ -6,6 +6,9 @@
 #include <QScrollBar>
 #include <algorithm>
 
+#include "qt/Peer.h"
+#include "ui/KeyMove.h"
+
 namespace dravik::qt {
 
 constexpr int kRowPadding = 6;
@@ -136,35 +139,12 @@ void GridView::mouseDoubleClickEvent(QMouseEvent* event) {
 }
 
 bool GridView::moveByKey(QKeyEvent* event) {
-    CursorAction action = MoveNext;
-    switch (event->key()) {
-        case Qt::Key_Left:
-            action = MoveLeft;
-            break;
-        case Qt::Key_Right:
-            action = MoveRight;
-            break;
-        case Qt::Key_Up:
-            action = MoveUp;
-            break;
-        case Qt::Key_Down:
-            action = MoveDown;
-            break;
-        case Qt::Key_PageUp:
-            action = MovePageUp;
-            break;
-        case Qt::Key_PageDown:
-            action = MovePageDown;
-            break;
-        case Qt::Key_Home:
-            action = MoveHome;
-            break;
-        case Qt::Key_End:
-            action = MoveEnd;
-            break;
-        default:
-            return false;
-    }
+    // In the order of the keys' moves.
+    constexpr CursorAction kActions[] = {MoveLeft,   MoveRight,    MoveUp,   MoveDown,
+                                         MovePageUp, MovePageDown, MoveHome, MoveEnd};
+    const auto move = ui::keyMove(virtualKey(event->key()));
+    if (!move) return false;
+    const CursorAction action = kActions[static_cast<std::size_t>(*move)];
     QModelIndex to = moveCursor(action, event->modifiers() & ~Qt::ShiftModifier);
     if (!to.isValid()) return true;
     // With Ctrl an arrow goes to the end of its direction.

@@ -28,7 +28,14 @@ int buttonsOf(Qt::MouseButtons buttons) {
            (buttons & Qt::MiddleButton ? ui::kMiddleButton : 0);
 }
 
-// Windows virtual key code of a key; 0 for keys that have none here.
+// A list that drops down or another window in front is not a loss of focus to the operator.
+bool movesFocus(const QEvent* event) {
+    const auto reason = static_cast<const QFocusEvent*>(event)->reason();
+    return reason != Qt::PopupFocusReason && reason != Qt::ActiveWindowFocusReason;
+}
+
+}  // namespace
+
 int virtualKey(int key) {
     if ((key >= Qt::Key_A && key <= Qt::Key_Z) || (key >= Qt::Key_0 && key <= Qt::Key_9)) return key;
     if (key >= Qt::Key_F1 && key <= Qt::Key_F24) return 112 + key - Qt::Key_F1;
@@ -68,14 +75,6 @@ int virtualKey(int key) {
             return 0;
     }
 }
-
-// A list that drops down or another window in front is not a loss of focus to the operator.
-bool movesFocus(const QEvent* event) {
-    const auto reason = static_cast<const QFocusEvent*>(event)->reason();
-    return reason != Qt::PopupFocusReason && reason != Qt::ActiveWindowFocusReason;
-}
-
-}  // namespace
 
 int buttonCode(Qt::MouseButton button) {
     switch (button) {

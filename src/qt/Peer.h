@@ -71,6 +71,8 @@ class Peer : public QObject {
 
 // A mouse button of the models; 0 for one that they do not know.
 int buttonCode(Qt::MouseButton button);
+// The code that the widgets' events carry for a key of Qt; 0 for keys that have none.
+int virtualKey(int key);
 // The shift state of the models: kShiftMask, kCtrlMask, kAltMask.
 int shiftState(Qt::KeyboardModifiers modifiers);
 

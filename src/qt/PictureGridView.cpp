@@ -7,7 +7,6 @@
 #include <QPainter>
 #include <QScrollBar>
 #include <QToolTip>
-#include <optional>
 #include <utility>
 
 #include "qt/Guard.h"
@@ -16,34 +15,7 @@
 #include "qt/Theme.h"
 
 namespace dravik::qt {
-namespace {
-
 using ui::PictureGrid;
-
-std::optional<PictureGrid::Move> moveOf(int key) {
-    switch (key) {
-        case Qt::Key_Left:
-            return PictureGrid::Move::Left;
-        case Qt::Key_Right:
-            return PictureGrid::Move::Right;
-        case Qt::Key_Up:
-            return PictureGrid::Move::Up;
-        case Qt::Key_Down:
-            return PictureGrid::Move::Down;
-        case Qt::Key_PageUp:
-            return PictureGrid::Move::PageUp;
-        case Qt::Key_PageDown:
-            return PictureGrid::Move::PageDown;
-        case Qt::Key_Home:
-            return PictureGrid::Move::Home;
-        case Qt::Key_End:
-            return PictureGrid::Move::End;
-        default:
-            return std::nullopt;
-    }
-}
-
-}  // namespace
 
 PictureGridView::PictureGridView(QWidget* parent) : QAbstractScrollArea(parent) {
     setFocusPolicy(Qt::StrongFocus);
@@ -165,7 +137,7 @@ void PictureGridView::mouseDoubleClickEvent(QMouseEvent* event) {
 
 void PictureGridView::keyPressEvent(QKeyEvent* event) {
     if (!model_) return QAbstractScrollArea::keyPressEvent(event);
-    const auto move = moveOf(event->key());
+    const auto move = ui::keyMove(virtualKey(event->key()));
     const bool plain = !(event->modifiers() & (Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier));
     const QString text = event->text();
     if (move)

@@ -62,13 +62,13 @@ void PictureGrid::choose(int index, int shift) {
     tell();
 }
 
-void PictureGrid::move(Move move, int shift) {
+void PictureGrid::move(KeyMove move, int shift) {
     if (count() == 0) return;
     const int page = std::max(static_cast<int>(height_ / itemHeight()), 1) * columns();
     const int steps[] = {-1, 1, -columns(), columns(), -page, page, -count(), count()};
     const int wanted = current_ + steps[static_cast<std::size_t>(move)];
     // Up in the first row and down in the last one stay where they are.
-    const bool staysInColumn = move == Move::Up || move == Move::Down;
+    const bool staysInColumn = move == KeyMove::Up || move == KeyMove::Down;
     if (staysInColumn && (wanted < 0 || wanted >= count())) return;
     const int index = std::clamp(wanted, 0, count() - 1);
     if ((shift & (kShiftMask | kCtrlMask)) != kCtrlMask) return choose(index, shift & kShiftMask);

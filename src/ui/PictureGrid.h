@@ -8,6 +8,7 @@
 #include <string>
 #include <vector>
 
+#include "ui/KeyMove.h"
 #include "ui/Widget.h"
 
 namespace dravik::ui {
@@ -46,8 +47,6 @@ class PictureGrid : public Widget {
     static constexpr int kPictureSide = 44;
     static constexpr int kPadding = 4;
 
-    enum class Move { Left, Right, Up, Down, PageUp, PageDown, Home, End };
-
     explicit PictureGrid(std::string name)
         : Widget(WidgetKind::PictureGrid, std::move(name), kWindowColor, kWindowTextColor) {}
 
@@ -68,7 +67,7 @@ class PictureGrid : public Widget {
     // A click on one, with the shift state: alone, up to it (Shift), or it too (Ctrl).
     void choose(int index, int shift);
     // A key: Shift extends the selection, Ctrl leaves it.
-    void move(Move move, int shift);
+    void move(KeyMove move, int shift);
 
     // Of the view, in its units of 1/96 inch x `unit`.
     void setView(int width, int height, double unit);

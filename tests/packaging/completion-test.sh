@@ -15,7 +15,7 @@ dravik-trainer() { "$program" "$@"; }
 commands=$("$program" --help | sed -n '/^Commands:/,/^$/s/^  \([a-z]*\) .*/\1/p')
 [ -n "$commands" ] || fail "the help names no commands"
 for command in '' $commands; do
-    helped=$("$program" $command --help | grep -oE '^  (-h,)?--[a-z]+' | grep -oE -e '--[a-z]+' | sort)
+    helped=$("$program" $command --help | grep -oE '^  (-h,)?--[a-z-]+' | grep -oE -e '--[a-z-]+' | sort)
     complete_words $command --
     [ "$(printf '%s\n' "${COMPREPLY[@]}" | sort)" = "$helped" ] || fail "${command:-the program} has $helped, completed are ${COMPREPLY[*]}"
 done

@@ -132,6 +132,14 @@ TEST_F(ImageToolsTest, CharactersAreCorrectedByKeysAndRememberedUntilTheImageIsL
     EXPECT_TRUE(press('S'));
     EXPECT_EQ(labels().size(), 7u);
     EXPECT_EQ(labels().substr(2), "34567");
+    press(Name::Home);
+    for (const char key : {'J', 'J', 'S'}) EXPECT_TRUE(press(key));
+    const float cut = trainer->preview()[0].box.width;
+    EXPECT_TRUE(cut <= 25 || cut >= 50) << "through the second of three characters: " << cut;
+    for (int step = 0; step < 3; ++step) tools.undo();
+    press(Name::Home);
+    for (int step = 0; step < 3; ++step) press(Name::Right);
+    EXPECT_FALSE(press('J')) << "the next one stands in the line below";
     text().edit("1234567");
     press(Name::End);
     EXPECT_FALSE(press('J')) << "there is no next one";

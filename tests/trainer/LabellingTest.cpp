@@ -73,6 +73,25 @@ TEST_F(LabellingTest, NoImageIsIncludedWithTheTextOfAnother) {
     EXPECT_EQ(text(), "7777") << "typed and not included before";
 }
 
+TEST_F(LabellingTest, EnterLeadsToEachCharacterInDoubtBeforeItIncludes) {
+    open({"BEHL", "1234"});
+    const int before = committed();
+    const std::size_t doubts = trainer->labelling().doubts();
+    ASSERT_GT(doubts, 0u) << "the font has figures alone";
+    for (std::size_t i = 0; i < doubts; ++i) {
+        enter();
+        EXPECT_GE(trainer->labelling().pointedAt(), 0);
+        EXPECT_EQ(screen().sample.txtSampleInput.selectionLength(), 1);
+        EXPECT_THAT(window->noticeText(), HasSubstr("Enter takes it, typing replaces it"));
+        EXPECT_EQ(committed(), before);
+    }
+    EXPECT_TRUE(platform.boxes.empty());
+    enter();
+    ASSERT_EQ(platform.boxes.size(), 1u) << "now the screen asks whether the font is to have them";
+    EXPECT_EQ(platform.boxes[0].title, "Warning: Invalid Characters");
+    EXPECT_EQ(screen().sample.txtSampleInput.pasteFilter(" 12 3\r\n4\t"), "1234");
+}
+
 TEST_F(LabellingTest, TextStaysForPartsOfOnePrintOnlyWhereTheOperatorSaysSo) {
     window->actions.keepText.trigger();
     EXPECT_TRUE(window->actions.keepText.checked());

@@ -10,7 +10,7 @@ namespace {
 
 using testing::ElementsAre;
 using testing::IsEmpty;
-using Move = PictureGrid::Move;
+using Move = KeyMove;
 
 struct Numbered : PictureSource {
     explicit Numbered(int count) : count_(count) {}

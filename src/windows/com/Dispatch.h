@@ -47,4 +47,28 @@ class Dispatch {
     std::multimap<DISPID, std::pair<INVOKEKIND, Member>> members_;
 };
 
+// The methods of IDispatch for a class with a dual interface, which `Base` is or has.
+template <class Base>
+class CalledByNames : public Base {
+  public:
+    // `names` may be a part of the object itself.
+    template <class... Arguments>
+    explicit CalledByNames(Dispatch& names, Arguments&... arguments) : Base(arguments...), names_(names) {}
+
+    HRESULT STDMETHODCALLTYPE GetTypeInfoCount(UINT* count) override { return names_.typeInfoCount(count); }
+    HRESULT STDMETHODCALLTYPE GetTypeInfo(UINT index, LCID, ITypeInfo** info) override {
+        return names_.typeInfo(index, info);
+    }
+    HRESULT STDMETHODCALLTYPE GetIDsOfNames(REFIID, LPOLESTR* names, UINT count, LCID, DISPID* ids) override {
+        return names_.idsOfNames(names, count, ids);
+    }
+    HRESULT STDMETHODCALLTYPE Invoke(DISPID id, REFIID, LCID locale, WORD flags, DISPPARAMS* parameters,
+                                     VARIANT* result, EXCEPINFO* exception, UINT* wrongArgument) override {
+        return names_.invoke(id, locale, flags, parameters, result, exception, wrongArgument);
+    }
+
+  private:
+    Dispatch& names_;
+};
+
 }  // namespace dravik::com

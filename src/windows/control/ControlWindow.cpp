@@ -144,8 +144,35 @@ LRESULT CALLBACK ControlWindow::procedure(HWND window, UINT message, WPARAM wide
     }
 }
 
+void ControlWindow::turnWheel(int delta) {
+    const int lines = delta * 3 / WHEEL_DELTA;
+    for (int i = 0; i < std::abs(lines); ++i) scroll(SB_VERT, lines > 0 ? SB_LINEUP : SB_LINEDOWN);
+}
+
+void ControlWindow::takeScale() {
+    page_->setDpi(win32::dpiOf(window_));
+    arrange();
+}
+
+void ControlWindow::takeSystemColors() {
+    page_->systemChanged();
+    arrange();
+}
+
+void ControlWindow::print(HDC dc) {
+    RECT client{};
+    GetClientRect(window_, &client);
+    page_->draw(dc, client);
+}
+
+void ControlWindow::windowGoes() {
+    SetWindowLongPtrW(window_, 0, 0);
+    window_ = nullptr;
+    page_->detach();
+    if (const auto tell = lost) tell();
+}
+
 LRESULT ControlWindow::answer(UINT message, WPARAM wide, LPARAM longer) {
-    const HWND window = window_;
     switch (message) {
         case WM_SIZE:
             arrange();
@@ -158,26 +185,21 @@ LRESULT ControlWindow::answer(UINT message, WPARAM wide, LPARAM longer) {
         case WM_HSCROLL:
             scroll(SB_HORZ, LOWORD(wide));
             return 0;
-        case WM_MOUSEWHEEL: {
-            const int bar = (GetWindowLongW(window, GWL_STYLE) & WS_VSCROLL) != 0 ? SB_VERT : -1;
-            if (bar < 0) break;
-            const int lines = GET_WHEEL_DELTA_WPARAM(wide) * 3 / WHEEL_DELTA;
-            for (int i = 0; i < std::abs(lines); ++i) scroll(bar, lines > 0 ? SB_LINEUP : SB_LINEDOWN);
+        case WM_MOUSEWHEEL:
+            if ((GetWindowLongW(window_, GWL_STYLE) & WS_VSCROLL) == 0) break;
+            turnWheel(GET_WHEEL_DELTA_WPARAM(wide));
             return 0;
-        }
         case WM_SETFOCUS:
             takeFocus(nullptr);
             return 0;
         case kDpiChangedAfterParent:
-            page_->setDpi(win32::dpiOf(window));
-            arrange();
+            takeScale();
             return 0;
         // From hosts that pass on what top-level windows are told.
         case WM_SYSCOLORCHANGE:
         case WM_THEMECHANGED:
         case WM_SETTINGCHANGE:
-            page_->systemChanged();
-            arrange();
+            takeSystemColors();
             return 0;
         // What a dialog would answer, for hosts that take any parent of controls for one.
         case WM_NEXTDLGCTL:
@@ -185,24 +207,18 @@ LRESULT ControlWindow::answer(UINT message, WPARAM wide, LPARAM longer) {
             return 0;
         case DM_GETDEFID:
             return 0;
-        case WM_PRINTCLIENT: {
-            RECT client{};
-            GetClientRect(window, &client);
-            page_->draw(reinterpret_cast<HDC>(wide), client);
+        case WM_PRINTCLIENT:
+            print(reinterpret_cast<HDC>(wide));
             return 0;
-        }
         case WM_NCDESTROY: {
-            const LRESULT result = DefWindowProcW(window, message, wide, longer);
-            SetWindowLongPtrW(window, 0, 0);
-            window_ = nullptr;
-            page_->detach();
-            if (const auto tell = lost) tell();
+            const LRESULT result = DefWindowProcW(window_, message, wide, longer);
+            windowGoes();
             return result;
         }
         default:
             break;
     }
-    return DefWindowProcW(window, message, wide, longer);
+    return DefWindowProcW(window_, message, wide, longer);
 }
 
 }  // namespace dravik::control

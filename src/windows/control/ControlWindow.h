@@ -36,6 +36,12 @@ class ControlWindow {
   private:
     static LRESULT CALLBACK procedure(HWND window, UINT message, WPARAM wide, LPARAM longer);
     LRESULT answer(UINT message, WPARAM wide, LPARAM longer);
+    // Each answers one message.
+    void turnWheel(int delta);
+    void takeScale();
+    void takeSystemColors();
+    void print(HDC dc);
+    void windowGoes();
     void arrange();
     void scroll(int bar, int request);
 

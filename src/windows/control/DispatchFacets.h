@@ -10,24 +10,16 @@ namespace dravik::control {
 
 // A dual interface of the control: called by names it reaches the members of all its dual interfaces.
 template <class Interface>
-class DispatchFacet : public StateFacet<Interface> {
+class DispatchFacet : public com::CalledByNames<StateFacet<Interface>> {
   public:
-    DispatchFacet(IUnknown& control, ControlState& state, com::Dispatch& dispatch)
-        : StateFacet<Interface>(control, state), dispatch_(dispatch) {}
+    DispatchFacet(IUnknown& control, ControlState& state, com::Dispatch& names)
+        : com::CalledByNames<StateFacet<Interface>>(names, control, state) {}
 
-    HRESULT STDMETHODCALLTYPE GetTypeInfoCount(UINT* count) override {
-        return dispatch_.typeInfoCount(count);
-    }
-    HRESULT STDMETHODCALLTYPE GetTypeInfo(UINT index, LCID, ITypeInfo** info) override {
-        return dispatch_.typeInfo(index, info);
-    }
-    HRESULT STDMETHODCALLTYPE GetIDsOfNames(REFIID, LPOLESTR* names, UINT count, LCID, DISPID* ids) override {
-        return dispatch_.idsOfNames(names, count, ids);
-    }
-    HRESULT STDMETHODCALLTYPE Invoke(DISPID id, REFIID, LCID locale, WORD flags, DISPPARAMS* parameters,
+    HRESULT STDMETHODCALLTYPE Invoke(DISPID id, REFIID iid, LCID locale, WORD flags, DISPPARAMS* parameters,
                                      VARIANT* result, EXCEPINFO* exception, UINT* wrongArgument) override {
         return this->entered([&] {
-            return dispatch_.invoke(id, locale, flags, parameters, result, exception, wrongArgument);
+            return com::CalledByNames<StateFacet<Interface>>::Invoke(id, iid, locale, flags, parameters,
+                                                                     result, exception, wrongArgument);
         });
     }
 
@@ -37,9 +29,6 @@ class DispatchFacet : public StateFacet<Interface> {
     void changedUnseen() {
         if (!this->state_.activation.page()) this->state_.viewChanged();
     }
-
-  private:
-    com::Dispatch& dispatch_;
 };
 
 // _DravikDlg: the three methods that a host or a script calls on the screen. They never fail but for missing

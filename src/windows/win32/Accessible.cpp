@@ -20,24 +20,10 @@ BSTR text(const std::wstring& value) {
     return SysAllocStringLen(value.data(), static_cast<UINT>(value.size()));
 }
 
-class Accessible : public ComObject<IAccessible, IDispatch> {
+class Accessible : public NotCalledByNames<ComObject<IAccessible, IDispatch>> {
   public:
     Accessible(HWND window, AccessibleContent& content, std::weak_ptr<void> owner)
         : window_(window), content_(content), owner_(std::move(owner)) {}
-
-    HRESULT STDMETHODCALLTYPE GetTypeInfoCount(UINT* count) override {
-        if (!count) return E_POINTER;
-        *count = 0;
-        return S_OK;
-    }
-    HRESULT STDMETHODCALLTYPE GetTypeInfo(UINT, LCID, ITypeInfo**) override { return E_NOTIMPL; }
-    HRESULT STDMETHODCALLTYPE GetIDsOfNames(REFIID, LPOLESTR*, UINT, LCID, DISPID*) override {
-        return E_NOTIMPL;
-    }
-    HRESULT STDMETHODCALLTYPE Invoke(DISPID, REFIID, LCID, WORD, DISPPARAMS*, VARIANT*, EXCEPINFO*,
-                                     UINT*) override {
-        return E_NOTIMPL;
-    }
 
     HRESULT STDMETHODCALLTYPE get_accParent(IDispatch** parent) override {
         if (!parent) return E_POINTER;

@@ -182,12 +182,7 @@ class UpDownPeer : public PeerOf<ui::UpDown> {
                 break;
             case WM_PAINT: {
                 const LRESULT result = defaultAnswer(message, wParam, lParam);
-                if (!hasFocus()) return result;
-                const HDC dc = GetDC(window());
-                RECT client{};
-                GetClientRect(window(), &client);
-                frame(dc, client, GetSysColor(COLOR_HIGHLIGHT), look().px(1));
-                ReleaseDC(window(), dc);
+                if (hasFocus()) frameForFocus();
                 return result;
             }
             default:
@@ -197,6 +192,13 @@ class UpDownPeer : public PeerOf<ui::UpDown> {
     }
 
   private:
+    void frameForFocus() const {
+        const HDC dc = GetDC(window());
+        RECT client{};
+        GetClientRect(window(), &client);
+        frame(dc, client, GetSysColor(COLOR_HIGHLIGHT), look().px(1));
+        ReleaseDC(window(), dc);
+    }
     void move(int direction) {
         act([&] { model_.setValue(model_.value() + direction * model_.increment); });
     }

@@ -192,6 +192,26 @@ void FormWindow::windowGoes() {
     RemovePropW(window(), nameMark(name_).c_str());
 }
 
+void FormWindow::tellLeastSize(MINMAXINFO& sizes) const {
+    if (!page_ || !form_) return;
+    const SIZE least = frameSize(page_->minimumSize());
+    sizes.ptMinTrackSize = {least.cx, least.cy};
+}
+
+// The system gives the focus to the window; it belongs to the control that had it.
+bool FormWindow::takeActivation(bool active, bool minimized) {
+    if (!active || minimized || !page_) return false;
+    if (!page_->hasFocusInside()) page_->restoreFocus();
+    return true;
+}
+
+void FormWindow::takeScale(int dpi, const RECT& wanted) {
+    if (page_) page_->setDpi(dpi);
+    SetWindowPos(window(), nullptr, wanted.left, wanted.top, widthOf(wanted), heightOf(wanted),
+                 SWP_NOZORDER | SWP_NOACTIVATE);
+    fit();
+}
+
 LRESULT FormWindow::answer(UINT message, WPARAM wParam, LPARAM lParam) {
     switch (message) {
         case WM_CLOSE:
@@ -204,31 +224,19 @@ LRESULT FormWindow::answer(UINT message, WPARAM wParam, LPARAM lParam) {
             if (page_ && wParam != SIZE_MINIMIZED) page_->setBounds({0, 0, LOWORD(lParam), HIWORD(lParam)});
             return 0;
         case WM_GETMINMAXINFO:
-            if (page_ && form_) {
-                const SIZE least = frameSize(page_->minimumSize());
-                reinterpret_cast<MINMAXINFO*>(lParam)->ptMinTrackSize = {least.cx, least.cy};
-            }
+            tellLeastSize(*reinterpret_cast<MINMAXINFO*>(lParam));
             return 0;
         case WM_SETFOCUS:
             if (page_) page_->restoreFocus();
             return 0;
         case WM_ACTIVATE:
-            // The system gives the focus to the window; it belongs to the control that had it.
-            if (LOWORD(wParam) != WA_INACTIVE && page_ && !HIWORD(wParam)) {
-                if (!page_->hasFocusInside()) page_->restoreFocus();
-                return 0;
-            }
+            if (takeActivation(LOWORD(wParam) != WA_INACTIVE, HIWORD(wParam) != 0)) return 0;
             break;
         case WM_ERASEBKGND:
             return TRUE;  // the page covers everything
-        case WM_DPICHANGED: {
-            const RECT& wanted = *reinterpret_cast<const RECT*>(lParam);
-            if (page_) page_->setDpi(LOWORD(wParam));
-            SetWindowPos(window(), nullptr, wanted.left, wanted.top, widthOf(wanted), heightOf(wanted),
-                         SWP_NOZORDER | SWP_NOACTIVATE);
-            fit();
+        case WM_DPICHANGED:
+            takeScale(LOWORD(wParam), *reinterpret_cast<const RECT*>(lParam));
             return 0;
-        }
         case WM_SYSCOLORCHANGE:
         case WM_THEMECHANGED:
         case WM_SETTINGCHANGE:

@@ -35,6 +35,10 @@ class FormWindow : public AnsweredWindow, public std::enable_shared_from_this<Fo
     FormWindow(ui::Form& form, Win32Platform& platform);
     void create(HWND owner);
     LRESULT answer(UINT message, WPARAM wParam, LPARAM lParam) override;
+    // Each answers one message.
+    void tellLeastSize(MINMAXINFO& sizes) const;
+    bool takeActivation(bool active, bool minimized);
+    void takeScale(int dpi, const RECT& wanted);
     std::shared_ptr<void> kept() override { return weak_from_this().lock(); }
     void windowGoes() override;
     void letGo();

@@ -13,10 +13,6 @@
 namespace dravik::win32 {
 namespace {
 
-constexpr UINT kArrange = WM_APP + 0x31;
-constexpr UINT kFocus = WM_APP + 0x32;
-constexpr UINT kFocusLeft = WM_APP + 0x33;
-constexpr UINT kChanged = WM_APP + 0x34;
 constexpr wchar_t kClassName[] = L"DravikFormPage";
 
 }  // namespace
@@ -248,93 +244,6 @@ void Page::tick(std::size_t index) {
     ticking_ = true;
     guarded([&] { form_.timers[index]->tick(); });
     ticking_ = false;
-}
-
-std::optional<LRESULT> Page::fromChild(UINT message, WPARAM wParam, LPARAM lParam) {
-    const auto peerAt = [this](HWND window) -> std::shared_ptr<Peer> {
-        const auto found = byWindow_.find(window);
-        return found != byWindow_.end() && found->second->attached() ? found->second->shared_from_this()
-                                                                     : nullptr;
-    };
-    switch (message) {
-        case WM_COMMAND:
-            if (const auto peer = peerAt(reinterpret_cast<HWND>(lParam))) {
-                peer->command(HIWORD(wParam), LOWORD(wParam));
-                return 0;
-            }
-            break;
-        case WM_NOTIFY: {
-            auto& header = *reinterpret_cast<NMHDR*>(lParam);
-            if (const auto peer = peerAt(header.hwndFrom)) return peer->notify(header);
-            break;
-        }
-        case WM_CTLCOLOREDIT:
-        case WM_CTLCOLORLISTBOX:
-        case WM_CTLCOLORBTN:
-        case WM_CTLCOLORSTATIC: {
-            const auto dc = reinterpret_cast<HDC>(wParam);
-            const auto peer = peerAt(reinterpret_cast<HWND>(lParam));
-            if (HBRUSH brush = peer ? peer->colors(dc) : nullptr) return reinterpret_cast<LRESULT>(brush);
-            // The list that a combo box drops down is a window of its own.
-            if (!peer && message != WM_CTLCOLORSTATIC && message != WM_CTLCOLORBTN) break;
-            SetTextColor(dc, look_->color(ui::kButtonTextColor));
-            SetBkColor(dc, look_->background());
-            return reinterpret_cast<LRESULT>(look_->brush(look_->background()));
-        }
-        default:
-            break;
-    }
-    return std::nullopt;
-}
-
-LRESULT Page::answer(UINT message, WPARAM wParam, LPARAM lParam) {
-    switch (message) {
-        case WM_ERASEBKGND:
-        case WM_PRINTCLIENT: {
-            RECT client{};
-            GetClientRect(window(), &client);
-            fill(reinterpret_cast<HDC>(wParam), client, look_->background());
-            return TRUE;
-        }
-        case WM_DESTROY:
-            toolTips_.close();
-            break;
-        case WM_SIZE:
-            arrange();
-            return 0;
-        case kArrange:
-            arrange();
-            return 0;
-        case kGiveFocusBack:
-            if (attached_) platform_.giveFocusBack();
-            return 0;
-        case kChanged:
-            tellChange();
-            return 0;
-        case kFocusLeft:
-            if (const auto peer = peerOf(reinterpret_cast<HWND>(wParam)))
-                if ((!GetFocus() || GetFocus() == peer->window()) && !peer->isUsable()) focusLeft(*peer);
-            return 0;
-        case kFocus:
-            if (const auto peer = peerOf(reinterpret_cast<HWND>(wParam)))
-                if (peer->isUsable() && IsWindowVisible(peer->window())) peer->focus();
-            return 0;
-        case WM_TIMER:
-            if (attached_ && !inert_ && wParam >= 1 && wParam <= form_.timers.size()) tick(wParam - 1);
-            return 0;
-        case WM_SETFOCUS:
-            restoreFocus();
-            return 0;
-        case WM_SYSCOLORCHANGE:
-        case WM_THEMECHANGED:
-        case WM_SETTINGCHANGE:
-            systemChanged();
-            return 0;
-        default:
-            break;
-    }
-    if (const auto result = fromChild(message, wParam, lParam)) return *result;
-    return defaultAnswer(message, wParam, lParam);
 }
 
 }  // namespace dravik::win32

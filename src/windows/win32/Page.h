@@ -110,7 +110,22 @@ class Page : public AnsweredWindow, public std::enable_shared_from_this<Page> {
     // pictures, or what this code draws as lines and texts.
     void drawWindow(HDC dc, HWND window, POINT origin, bool asPicture) const;
     bool isDrawnByHand(HWND window) const;
+    // Messages to the page itself, for what is to be done when the running procedure is through.
+    static constexpr UINT kArrange = WM_APP + 0x31;
+    static constexpr UINT kFocus = WM_APP + 0x32;
+    static constexpr UINT kFocusLeft = WM_APP + 0x33;
+    static constexpr UINT kChanged = WM_APP + 0x34;
+
     LRESULT answer(UINT message, WPARAM wParam, LPARAM lParam) override;
+    // Each answers one message, of the page's window or of one in it.
+    void fillGround(HDC dc) const;
+    void focusAsPosted(HWND control);
+    void leaveAsPosted(HWND control);
+    void timerFired(std::size_t number);
+    std::shared_ptr<Peer> childPeer(HWND window) const;
+    bool commandFrom(HWND child, WPARAM command);
+    std::optional<LRESULT> notificationFrom(NMHDR& header);
+    std::optional<LRESULT> colorsOf(HWND child, HDC dc, bool mayBeList);
     std::shared_ptr<void> kept() override { return weak_from_this().lock(); }
     void renewLook(int dpi, const Ambient& ambient);
     void followTimers();

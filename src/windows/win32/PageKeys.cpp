@@ -7,12 +7,7 @@
 #include "windows/win32/WinText.h"
 
 namespace dravik::win32 {
-namespace {
-
-constexpr UINT kFocus = WM_APP + 0x32;
-constexpr UINT kFocusLeft = WM_APP + 0x33;
-
-}  // namespace
+namespace {}  // namespace
 
 std::vector<Peer*> Page::tabStops() const {
     std::vector<Peer*> stops;

@@ -32,61 +32,20 @@ int shiftState() {
            (GetKeyState(VK_CONTROL) < 0 ? ui::kCtrlMask : 0) | (GetKeyState(VK_MENU) < 0 ? ui::kAltMask : 0);
 }
 
-std::wstring nameMark(const std::string& name) {
-    return L"Dravik." + wide(name);
-}
-
-namespace {
-
-struct Search {
-    std::wstring mark;
-    ATOM atom;
-    NamedPart found;
-};
-
-// A lambda would not have the calling convention of 32-bit Windows.
-BOOL CALLBACK isNamed(HWND window, LPARAM search) noexcept {
-    auto& wanted = *reinterpret_cast<Search*>(search);
-    if (GetPropW(window, wanted.mark.c_str()))
-        wanted.found = {window, 0};
-    else if (const auto part = static_cast<int>(SendMessageW(window, partMessage(), wanted.atom, 0));
-             part > 0)
-        wanted.found = {window, part};
-    return wanted.found.window == nullptr;
-}
-
-}  // namespace
-
-UINT partMessage() {
-    static const UINT number = RegisterWindowMessageW(L"Dravik.PartNamed");
-    return number;
-}
-
-NamedPart findNamed(HWND inside, const std::string& name) {
-    Search search{nameMark(name), 0, {}};
-    search.atom = GlobalAddAtomW(search.mark.c_str());
-    EnumChildWindows(inside, isNamed, reinterpret_cast<LPARAM>(&search));
-    GlobalDeleteAtom(search.atom);
-    return search.found;
-}
-
-void focusNamed(HWND inside, const std::string& name) {
-    const NamedPart found = findNamed(inside, name);
-    IAccessible* object = nullptr;
-    if (found.part == 0 || accessibleObject(found.window, OBJID_CLIENT, __uuidof(IAccessible),
-                                            reinterpret_cast<void**>(&object)) != S_OK) {
-        SetFocus(found.window);
-        return;
+int pressedButton(UINT message) noexcept {
+    switch (message) {
+        case WM_LBUTTONDOWN:
+        case WM_LBUTTONDBLCLK:
+            return ui::kLeftButton;
+        case WM_RBUTTONDOWN:
+        case WM_RBUTTONDBLCLK:
+            return ui::kRightButton;
+        case WM_MBUTTONDOWN:
+        case WM_MBUTTONDBLCLK:
+            return ui::kMiddleButton;
+        default:
+            return 0;
     }
-    VARIANT part{};
-    part.vt = VT_I4;
-    part.lVal = found.part;
-    object->accSelect(SELFLAG_TAKEFOCUS, part);
-    object->Release();
-}
-
-HWND findWindowNamed(HWND inside, const std::string& name) {
-    return findNamed(inside, name).window;
 }
 
 Peer::Peer(ui::Widget& model, Page& page) : model_(model), page_(page), name_(nameMark(model.name())) {
@@ -324,13 +283,58 @@ void Peer::windowGoes() {
     page_.toolTips().remove(window());
 }
 
+void Peer::moveMouse(WPARAM keys, POINT place) {
+    if (place.x == lastMove_.x && place.y == lastMove_.y) return;
+    lastMove_ = place;
+    fireMouseMove(buttonsOf(keys), shiftOf(keys), place);
+}
+
+bool Peer::answerKey(UINT key) {
+    return !fireKey(key) || (attached_ && !wantsKey(key) && page_.answerKey(*this, key));
+}
+
+// Of keys that have been answered; an edit control would beep.
+bool Peer::answerCharacter(wchar_t character) const {
+    const bool isAnswered =
+        character == L'\t' || character == L'\r' || character == L'\n' || character == VK_ESCAPE;
+    return isAnswered && (!attached_ || !wantsKey(character));
+}
+
+bool Peer::answerAccessKey(wchar_t key) const {
+    return attached_ && !page_.inert() && page_.pressMnemonic(key);
+}
+
+// A dialog around the page, such as a property sheet, must not take Enter for its own button.
+LRESULT Peer::dialogCodes(WPARAM wParam, LPARAM lParam) {
+    const LRESULT codes = message(WM_GETDLGCODE, wParam, lParam);
+    const auto* event = reinterpret_cast<const MSG*>(lParam);
+    const bool ours = event && attached_ && event->message == WM_KEYDOWN &&
+                      page_.wouldAnswer(*this, static_cast<UINT>(event->wParam));
+    return ours ? codes | DLGC_WANTMESSAGE : codes;
+}
+
+bool Peer::showBusyPointer(int hit) const {
+    if (!attached_ || !page_.platform().busy() || hit != HTCLIENT) return false;
+    SetCursor(LoadCursorW(nullptr, IDC_WAIT));
+    return true;
+}
+
+std::optional<LRESULT> Peer::accessibleObject(WPARAM wParam, LPARAM lParam) {
+    const auto object = static_cast<LONG>(lParam);
+    if (object == OBJID_QUERYCLASSNAMEIDX && accessibleClass_ != 0) return accessibleClass_;
+    AccessibleContent* content = object == OBJID_CLIENT && attached_ ? accessibleContent() : nullptr;
+    if (!content) return std::nullopt;
+    return accessibleAnswer(window(), *content, weak_from_this(), wParam);
+}
+
 LRESULT Peer::answer(UINT message, WPARAM wParam, LPARAM lParam) {
     const auto page = page_.weak_from_this().lock();
     if (!page) return defaultAnswer(message, wParam, lParam);
     const POINT place{GET_X_LPARAM(lParam), GET_Y_LPARAM(lParam)};
-    const bool mouse = message >= WM_MOUSEFIRST && message <= WM_MOUSELAST;
     page_.toolTips().relay(window(), message, wParam, lParam);
+    const bool mouse = message >= WM_MOUSEFIRST && message <= WM_MOUSELAST;
     if (mouse && !firesMouse()) return this->message(message, wParam, lParam);
+    if (const int button = pressedButton(message)) fireMouseDown(button, shiftOf(wParam), place);
     switch (message) {
         case WM_SETFOCUS:
             focusCame(movesFocus(window(), reinterpret_cast<HWND>(wParam)));
@@ -339,57 +343,25 @@ LRESULT Peer::answer(UINT message, WPARAM wParam, LPARAM lParam) {
             focusWent(movesFocus(window(), reinterpret_cast<HWND>(wParam)));
             page_.focusMoves(reinterpret_cast<HWND>(wParam));
             break;
-        case WM_LBUTTONDOWN:
-        case WM_LBUTTONDBLCLK:
-            fireMouseDown(ui::kLeftButton, shiftOf(wParam), place);
-            break;
-        case WM_RBUTTONDOWN:
-        case WM_RBUTTONDBLCLK:
-            fireMouseDown(ui::kRightButton, shiftOf(wParam), place);
-            break;
-        case WM_MBUTTONDOWN:
-        case WM_MBUTTONDBLCLK:
-            fireMouseDown(ui::kMiddleButton, shiftOf(wParam), place);
-            break;
         case WM_MOUSEMOVE:
-            if (place.x == lastMove_.x && place.y == lastMove_.y) break;
-            lastMove_ = place;
-            fireMouseMove(buttonsOf(wParam), shiftOf(wParam), place);
+            moveMouse(wParam, place);
             break;
-        case WM_KEYDOWN: {
-            const auto key = static_cast<UINT>(wParam);
-            if (!fireKey(key)) return 0;
-            if (attached_ && !wantsKey(key) && page_.answerKey(*this, key)) return 0;
+        case WM_KEYDOWN:
+            if (answerKey(static_cast<UINT>(wParam))) return 0;
             break;
-        }
         case WM_CHAR:
-            // Their key has been answered; an edit control would beep.
-            if (wParam == L'\t' || wParam == L'\r' || wParam == L'\n' || wParam == VK_ESCAPE)
-                if (!attached_ || !wantsKey(static_cast<UINT>(wParam))) return 0;
+            if (answerCharacter(static_cast<wchar_t>(wParam))) return 0;
             break;
         case WM_SYSCHAR:
-            if (attached_ && !page_.inert() && page_.pressMnemonic(static_cast<wchar_t>(wParam))) return 0;
+            if (answerAccessKey(static_cast<wchar_t>(wParam))) return 0;
             break;
-        case WM_GETDLGCODE: {
-            // A dialog around the page, such as a property sheet, must not take Enter for its own button.
-            const LRESULT codes = this->message(message, wParam, lParam);
-            const auto* event = reinterpret_cast<const MSG*>(lParam);
-            const bool ours = event && attached_ && event->message == WM_KEYDOWN &&
-                              page_.wouldAnswer(*this, static_cast<UINT>(event->wParam));
-            return ours ? codes | DLGC_WANTMESSAGE : codes;
-        }
+        case WM_GETDLGCODE:
+            return dialogCodes(wParam, lParam);
         case WM_SETCURSOR:
-            if (attached_ && page_.platform().busy() && LOWORD(lParam) == HTCLIENT) {
-                SetCursor(LoadCursorW(nullptr, IDC_WAIT));
-                return TRUE;
-            }
+            if (showBusyPointer(LOWORD(lParam))) return TRUE;
             break;
         case WM_GETOBJECT:
-            if (static_cast<LONG>(lParam) == OBJID_QUERYCLASSNAMEIDX && accessibleClass_ != 0)
-                return accessibleClass_;
-            if (static_cast<LONG>(lParam) == OBJID_CLIENT)
-                if (AccessibleContent* content = attached_ ? accessibleContent() : nullptr)
-                    return accessibleAnswer(window(), *content, weak_from_this(), wParam);
+            if (const auto object = accessibleObject(wParam, lParam)) return *object;
             break;
         default:
             break;

@@ -12,6 +12,7 @@
 #include "ui/Widget.h"
 #include "windows/win32/AnsweredWindow.h"
 #include "windows/win32/Guard.h"
+#include "windows/win32/NamedWindows.h"
 
 namespace dravik::win32 {
 
@@ -131,9 +132,17 @@ class Peer : public AnsweredWindow, public std::enable_shared_from_this<Peer> {
   private:
     std::shared_ptr<void> kept() override { return weak_from_this().lock(); }
     void windowGoes() override;
-    bool fireKey(UINT key);
     void giveFocus();
     void showName();
+    // Each answers one message; true when that is all that is to be done about it.
+    bool fireKey(UINT key);
+    bool answerKey(UINT key);
+    bool answerCharacter(wchar_t character) const;
+    bool answerAccessKey(wchar_t key) const;
+    bool showBusyPointer(int hit) const;
+    void moveMouse(WPARAM keys, POINT place);
+    LRESULT dialogCodes(WPARAM wParam, LPARAM lParam);
+    std::optional<LRESULT> accessibleObject(WPARAM wParam, LPARAM lParam);
 
     ui::Widget& model_;
     Page& page_;
@@ -149,23 +158,10 @@ class Peer : public AnsweredWindow, public std::enable_shared_from_this<Peer> {
     bool focused_ = false;
 };
 
-// Every control's window carries its widget's name as a window property, for programs and tests that look
-// controls up by name, whatever module they live in. The name of that property, and the window inside of
-// another one that carries it; nothing when there is none.
-std::wstring nameMark(const std::string& name);
-HWND findWindowNamed(HWND inside, const std::string& name);
-// Where such a control is: a cell is a part of a window, numbered from 1; 0 is the whole window.
-struct NamedPart {
-    HWND window = nullptr;
-    int part = 0;
-};
-NamedPart findNamed(HWND inside, const std::string& name);
-void focusNamed(HWND inside, const std::string& name);
-// The message that asks a window for the number of its part with the name that wParam is the global atom of.
-UINT partMessage();
-
 // The shift state of the models as the keys are now: kShiftMask, kCtrlMask, kAltMask.
 int shiftState();
+// The button that a message tells to be pressed, for the models; 0 for other messages.
+int pressedButton(UINT message) noexcept;
 
 template <class Model, class Kind = Peer>
 class PeerOf : public Kind {

@@ -2,7 +2,6 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
-#include <optional>
 
 #include "windows/win32/Accessible.h"
 #include "windows/win32/DrawnPeer.h"
@@ -15,29 +14,6 @@ namespace dravik::win32 {
 namespace {
 
 using ui::PictureGrid;
-
-std::optional<PictureGrid::Move> moveOf(UINT key) {
-    switch (key) {
-        case VK_LEFT:
-            return PictureGrid::Move::Left;
-        case VK_RIGHT:
-            return PictureGrid::Move::Right;
-        case VK_UP:
-            return PictureGrid::Move::Up;
-        case VK_DOWN:
-            return PictureGrid::Move::Down;
-        case VK_PRIOR:
-            return PictureGrid::Move::PageUp;
-        case VK_NEXT:
-            return PictureGrid::Move::PageDown;
-        case VK_HOME:
-            return PictureGrid::Move::Home;
-        case VK_END:
-            return PictureGrid::Move::End;
-        default:
-            return std::nullopt;
-    }
-}
 
 // Over all of `place`, smoothed.
 void drawLevels(HDC dc, const ui::GreyPicture& picture, const RECT& place) {
@@ -72,7 +48,7 @@ class PictureGridPeer : public PeerOf<PictureGrid, DrawnPeer>, private Accessibl
     using PeerOf::PeerOf;
 
     bool takesFocus() const override { return true; }
-    bool wantsKey(UINT key) const override { return moveOf(key).has_value(); }
+    bool wantsKey(UINT key) const override { return ui::keyMove(static_cast<int>(key)).has_value(); }
     bool pressEnter() override {
         act([&] { model_.opened(); });
         return true;
@@ -110,7 +86,6 @@ class PictureGridPeer : public PeerOf<PictureGrid, DrawnPeer>, private Accessibl
 
     LRESULT message(UINT message, WPARAM wParam, LPARAM lParam) override {
         if (!attached()) return DrawnPeer::message(message, wParam, lParam);
-        const PictureGrid::Scroll scroll = model_.scroll();
         switch (message) {
             case WM_SIZE:
                 sized();
@@ -118,31 +93,19 @@ class PictureGridPeer : public PeerOf<PictureGrid, DrawnPeer>, private Accessibl
             case WM_GETDLGCODE:
                 return DLGC_WANTARROWS | DLGC_WANTCHARS;
             case WM_VSCROLL:
-                act([&] { model_.scrollTo(scrolledTo(window(), SB_VERT, LOWORD(wParam), scroll.line)); });
+                scrollTo(scrolledTo(window(), SB_VERT, LOWORD(wParam), model_.scroll().line));
                 return 0;
             case WM_MOUSEWHEEL:
-                act([&] {
-                    model_.scrollTo(scroll.position -
-                                    static_cast<short>(HIWORD(wParam)) * scroll.line / WHEEL_DELTA);
-                });
+                turnWheel(static_cast<short>(HIWORD(wParam)));
                 return 0;
-            case WM_LBUTTONDOWN: {
-                const auto self = shared_from_this();
-                SetFocus(window());
-                const int index = itemAt(lParam);
-                act([&] { model_.choose(index, shiftState()); });
+            case WM_LBUTTONDOWN:
+                press(itemAt(lParam));
                 return 0;
-            }
             case WM_LBUTTONDBLCLK:
-                if (itemAt(lParam) == model_.current()) act([&] { model_.opened(); });
+                open(itemAt(lParam));
                 return 0;
             case WM_CHAR:
-                if (wParam == 1) {  // Ctrl+A
-                    act([&] { model_.selectAll(); });
-                } else if (wParam > 32 && wParam != 127) {
-                    const std::string text = utf8(std::wstring(1, static_cast<wchar_t>(wParam)));
-                    act([&] { model_.typed(text); });
-                }
+                type(static_cast<wchar_t>(wParam));
                 return 0;
             default:
                 return DrawnPeer::message(message, wParam, lParam);
@@ -150,7 +113,8 @@ class PictureGridPeer : public PeerOf<PictureGrid, DrawnPeer>, private Accessibl
     }
 
     void keyPressed(UINT key) override {
-        if (const auto move = moveOf(key)) act([&] { model_.move(*move, shiftState()); });
+        if (const auto move = ui::keyMove(static_cast<int>(key)))
+            act([&] { model_.move(*move, shiftState()); });
     }
 
     void paint(HDC dc, const RECT& client, const RECT&) override {
@@ -167,6 +131,33 @@ class PictureGridPeer : public PeerOf<PictureGrid, DrawnPeer>, private Accessibl
     AccessibleContent* accessibleContent() override { return this; }
 
   private:
+    void scrollTo(int position) {
+        act([&] { model_.scrollTo(position); });
+    }
+
+    void turnWheel(int delta) {
+        const PictureGrid::Scroll scroll = model_.scroll();
+        scrollTo(scroll.position - delta * scroll.line / WHEEL_DELTA);
+    }
+
+    void press(int index) {
+        const auto self = shared_from_this();
+        SetFocus(window());
+        act([&] { model_.choose(index, shiftState()); });
+    }
+
+    void open(int index) {
+        if (index == model_.current()) act([&] { model_.opened(); });
+    }
+
+    void type(wchar_t character) {
+        constexpr wchar_t kControlA = 1, kBlank = 32, kDelete = 127;
+        if (character == kControlA)
+            act([&] { model_.selectAll(); });
+        else if (character > kBlank && character != kDelete)
+            act([&] { model_.typed(utf8(std::wstring(1, character))); });
+    }
+
     void sized() {
         RECT client{};
         GetClientRect(window(), &client);

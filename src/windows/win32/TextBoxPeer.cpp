@@ -110,49 +110,25 @@ class TextBoxPeer : public PeerOf<ui::TextBox> {
 
     LRESULT message(UINT message, WPARAM wParam, LPARAM lParam) override {
         switch (message) {
-            case WM_SETFOCUS: {
-                const LRESULT result = defaultAnswer(message, wParam, lParam);
-                // Reached by key, the whole text is selected, to be typed over.
-                if (window() && GetKeyState(VK_TAB) < 0) SendMessageW(window(), EM_SETSEL, 0, -1);
-                return result;
-            }
+            case WM_SETFOCUS:
+                return defaultAnswerAnd([this] { selectWhenTabbed(); }, message, wParam, lParam);
             case WM_GETDLGCODE:
                 return defaultAnswer(message, wParam, lParam) & ~DLGC_WANTTAB;
-            case WM_NCCALCSIZE: {
-                // The system writes at the top of a box; it is to stand in the middle.
-                const LRESULT result = defaultAnswer(message, wParam, lParam);
-                auto& inside = *reinterpret_cast<RECT*>(lParam);
-                padding_ =
-                    isFlat() ? 0 : std::max((heightOf(inside) - look().lineHeight(wantedFont())) / 2, 0);
-                InflateRect(&inside, 0, -padding_);
-                return result;
-            }
-            case WM_NCPAINT: {
-                const LRESULT result = defaultAnswer(message, wParam, lParam);
-                paintPadding();
-                return result;
-            }
-            case WM_NCHITTEST: {
-                const LRESULT hit = defaultAnswer(message, wParam, lParam);
-                return hit == HTNOWHERE || hit == HTBORDER ? HTCLIENT : hit;
-            }
+            case WM_NCCALCSIZE:
+                return defaultAnswerAnd([&] { centreText(*reinterpret_cast<RECT*>(lParam)); }, message,
+                                        wParam, lParam);
+            case WM_NCPAINT:
+                return defaultAnswerAnd([this] { paintPadding(); }, message, wParam, lParam);
+            case WM_NCHITTEST:
+                return hitInside(defaultAnswer(message, wParam, lParam));
             case WM_ENABLE:
                 RedrawWindow(window(), nullptr, nullptr, RDW_FRAME | RDW_INVALIDATE);
                 break;
             case WM_PASTE:
-                // The system would take the first line alone.
-                if (attached() && model_.pasteFilter && !model_.locked()) {
-                    const std::wstring text = wide(model_.pasteFilter(utf8(clipboardText(window()))));
-                    if (!text.empty())
-                        SendMessageW(window(), EM_REPLACESEL, TRUE, reinterpret_cast<LPARAM>(text.c_str()));
-                    return 0;
-                }
+                if (pasteFiltered()) return 0;
                 break;
             case WM_CHAR:
-                if (wParam == 1) {  // Ctrl+A
-                    SendMessageW(window(), EM_SETSEL, 0, -1);
-                    return 0;
-                }
+                if (selectAllBy(static_cast<wchar_t>(wParam))) return 0;
                 break;
             default:
                 break;
@@ -161,6 +137,41 @@ class TextBoxPeer : public PeerOf<ui::TextBox> {
     }
 
   private:
+    template <class Body>
+    LRESULT defaultAnswerAnd(Body&& body, UINT message, WPARAM wParam, LPARAM lParam) {
+        const LRESULT result = defaultAnswer(message, wParam, lParam);
+        body();
+        return result;
+    }
+
+    // Reached by key, the whole text is selected, to be typed over.
+    void selectWhenTabbed() {
+        if (window() && GetKeyState(VK_TAB) < 0) SendMessageW(window(), EM_SETSEL, 0, -1);
+    }
+
+    // The system writes at the top of a box; it is to stand in the middle.
+    void centreText(RECT& inside) {
+        padding_ = isFlat() ? 0 : std::max((heightOf(inside) - look().lineHeight(wantedFont())) / 2, 0);
+        InflateRect(&inside, 0, -padding_);
+    }
+
+    static LRESULT hitInside(LRESULT hit) { return hit == HTNOWHERE || hit == HTBORDER ? HTCLIENT : hit; }
+
+    // The system would take the first line alone.
+    bool pasteFiltered() {
+        if (!attached() || !model_.pasteFilter || model_.locked()) return false;
+        const std::wstring text = wide(model_.pasteFilter(utf8(clipboardText(window()))));
+        if (!text.empty())
+            SendMessageW(window(), EM_REPLACESEL, TRUE, reinterpret_cast<LPARAM>(text.c_str()));
+        return true;
+    }
+
+    bool selectAllBy(wchar_t character) const {
+        constexpr wchar_t kControlA = 1;
+        if (character == kControlA) SendMessageW(window(), EM_SETSEL, 0, -1);
+        return character == kControlA;
+    }
+
     bool isFlat() const {
         return attached() && model_.locked() && model_.backColor() == ui::kButtonFaceColor;
     }

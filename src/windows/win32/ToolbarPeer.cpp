@@ -36,14 +36,9 @@ class ToolbarPeer : public PeerOf<ui::Toolbar> {
         switch (header.code) {
             case static_cast<UINT>(NM_CUSTOMDRAW):
                 return customDraw(reinterpret_cast<NMTBCUSTOMDRAW&>(header));
-            case static_cast<UINT>(TBN_GETINFOTIPW): {
-                auto& tip = reinterpret_cast<NMTBGETINFOTIPW&>(header);
-                if (tip.iItem < 1 || tip.iItem > static_cast<int>(model_.buttons().size()) || !tip.pszText)
-                    return 0;
-                const std::wstring text = tipOf(*model_.buttons()[static_cast<std::size_t>(tip.iItem - 1)]);
-                lstrcpynW(tip.pszText, text.c_str(), tip.cchTextMax);
+            case static_cast<UINT>(TBN_GETINFOTIPW):
+                giveTip(reinterpret_cast<NMTBGETINFOTIPW&>(header));
                 return 0;
-            }
             default:
                 return std::nullopt;
         }
@@ -78,12 +73,9 @@ class ToolbarPeer : public PeerOf<ui::Toolbar> {
         switch (message) {
             case WM_GETDLGCODE:
                 return DLGC_WANTARROWS;
-            case WM_ERASEBKGND: {
-                RECT client{};
-                GetClientRect(window(), &client);
-                fill(reinterpret_cast<HDC>(wParam), client, look().background());
+            case WM_ERASEBKGND:
+                fillGround(reinterpret_cast<HDC>(wParam));
                 return TRUE;
-            }
             case WM_KEYDOWN:
                 if (moveByKey(static_cast<UINT>(wParam))) return 0;
                 break;
@@ -100,10 +92,22 @@ class ToolbarPeer : public PeerOf<ui::Toolbar> {
     }
 
   private:
+    void fillGround(HDC dc) const {
+        RECT client{};
+        GetClientRect(window(), &client);
+        fill(dc, client, look().background());
+    }
+
     void press(std::size_t index) {
         const auto self = shared_from_this();
         act([&] { model_.buttons()[index]->press(); });
         if (attached() && window()) showButton(index);  // the control has flipped a check button by itself
+    }
+
+    void giveTip(NMTBGETINFOTIPW& tip) const {
+        if (tip.iItem < 1 || tip.iItem > static_cast<int>(model_.buttons().size()) || !tip.pszText) return;
+        const std::wstring text = tipOf(*model_.buttons()[static_cast<std::size_t>(tip.iItem - 1)]);
+        lstrcpynW(tip.pszText, text.c_str(), tip.cchTextMax);
     }
 
     static std::wstring tipOf(const ui::ToolButton& button) {

@@ -1,18 +1,10 @@
 // The embedded tool, offered as a COM object and used through one again, keeps the contract of all font
 // tools.
-#include "contract/DrawnText.h"
 #include "contract/FontToolContract.h"
 #include "engine/embedded/EmbeddedTool.h"
-#include "support/TemporaryFolder.h"
-#include "windows/com/ComFontTool.h"
-#include "windows/com/FontToolObject.h"
-#include "windows/com/Variant.h"
+#include "windows/com/support/ComTest.h"
 
-namespace dravik {
-
-using namespace com;
-using namespace engine;
-using namespace tool;
+namespace dravik::test {
 namespace {
 
 // Turns an answer into one as some classic tools give it: an array whose bounds start anywhere, by reference.
@@ -103,4 +95,4 @@ struct BenchNames {
 INSTANTIATE_TYPED_TEST_SUITE_P(Com, FontToolContract, Benches, BenchNames);
 
 }  // namespace
-}  // namespace dravik
+}  // namespace dravik::test

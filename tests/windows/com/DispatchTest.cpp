@@ -1,22 +1,18 @@
 // What a script passes to the control's public interface: variables of any type by reference, names, wrong
 // types.
 #include "windows/com/Dispatch.h"
+#include "windows/com/support/ComTest.h"
 
 #include <DravikDlgLib.h>
-#include <gtest/gtest.h>
 
-#include "windows/com/Boundary.h"
-#include "windows/com/ComText.h"
-#include "windows/com/Variant.h"
-
-namespace dravik {
-
-using namespace com;
+namespace dravik::test {
 namespace {
 
 // Notes what arrives and writes back through every reference.
-class PublicInterface : public _DravikDlg, public ISupportErrorInfo {
+class PublicInterface : public CalledByNames<_DravikDlg>, public ISupportErrorInfo {
   public:
+    PublicInterface() : CalledByNames(dispatch_) {}
+
     std::string got;
     bool fails = false;
 
@@ -27,19 +23,6 @@ class PublicInterface : public _DravikDlg, public ISupportErrorInfo {
     }
     ULONG STDMETHODCALLTYPE AddRef() override { return 2; }
     ULONG STDMETHODCALLTYPE Release() override { return 1; }
-    HRESULT STDMETHODCALLTYPE GetTypeInfoCount(UINT* count) override {
-        return dispatch_.typeInfoCount(count);
-    }
-    HRESULT STDMETHODCALLTYPE GetTypeInfo(UINT index, LCID, ITypeInfo** info) override {
-        return dispatch_.typeInfo(index, info);
-    }
-    HRESULT STDMETHODCALLTYPE GetIDsOfNames(REFIID, LPOLESTR* names, UINT count, LCID, DISPID* ids) override {
-        return dispatch_.idsOfNames(names, count, ids);
-    }
-    HRESULT STDMETHODCALLTYPE Invoke(DISPID id, REFIID, LCID locale, WORD flags, DISPPARAMS* parameters,
-                                     VARIANT* result, EXCEPINFO* exception, UINT* wrong) override {
-        return dispatch_.invoke(id, locale, flags, parameters, result, exception, wrong);
-    }
     HRESULT STDMETHODCALLTYPE InterfaceSupportsErrorInfo(REFIID) override { return S_OK; }
 
     HRESULT STDMETHODCALLTYPE DeleteSamplesByDistance(BSTR* Character, double* MinDistance,
@@ -77,6 +60,24 @@ VARIANT variable(Variant& value) {
 
 constexpr DISPID kDelete = 0x60030006;
 
+// A call of DeleteSamplesByDistance, or of the member of that number, with arguments in the order of a
+// program's text.
+struct Call {
+    std::vector<VARIANT> arguments;
+    LCID locale = 0;
+    DISPID id = kDelete;
+    WORD flags = DISPATCH_METHOD;
+    UINT wrong = 9;
+    Variant result{};
+    EXCEPINFO exception{};
+
+    HRESULT on(PublicInterface& object) {
+        std::reverse(arguments.begin(), arguments.end());
+        DISPPARAMS parameters{arguments.data(), nullptr, static_cast<UINT>(arguments.size()), 0};
+        return object.Invoke(id, IID_NULL, locale, flags, &parameters, result.put(), &exception, &wrong);
+    }
+};
+
 TEST(Dispatch, IdentifiersAreThoseOfTheContract) {
     PublicInterface object;
     for (const auto& [name, wanted] :
@@ -98,27 +99,20 @@ TEST(Dispatch, TextsForNumbersAreReadAsTheCallerWritesThem) {
     constexpr LCID kGerman = 0x0407;
     PublicInterface object;
     for (const auto& [locale, text] : {std::pair{kGerman, "0,5"}, {LCID{0}, "0.5"}, {LCID{0x0409}, "0.5"}}) {
-        Variant character{Bstr("A")}, least{Bstr("0")}, most{Bstr(text)}, result;
-        VARIANT arguments[] = {variable(most), variable(least), variable(character)};
-        DISPPARAMS parameters{arguments, nullptr, 3, 0};
-        ASSERT_EQ(object.Invoke(kDelete, IID_NULL, locale, DISPATCH_METHOD, &parameters, result.put(),
-                                nullptr, nullptr),
-                  S_OK);
+        Variant character{Bstr("A")}, least{Bstr("0")}, most{Bstr(text)};
+        ASSERT_EQ((Call{{variable(character), variable(least), variable(most)}, locale}.on(object)), S_OK);
         EXPECT_EQ(object.got, "A 0 5") << "5 would delete ten times the range";
     }
 }
 
 TEST(Dispatch, VariablesOfAnyTypeAreConvertedAndWrittenBack) {
     PublicInterface object;
-    Variant character{Bstr("A")}, least{std::int16_t{1}}, most{Bstr("2.5")}, result;
-    VARIANT arguments[] = {variable(most), variable(least), variable(character)};
-    DISPPARAMS parameters{arguments, nullptr, 3, 0};
-    ASSERT_EQ(
-        object.Invoke(kDelete, IID_NULL, 0, DISPATCH_METHOD, &parameters, result.put(), nullptr, nullptr),
-        S_OK);
+    Variant character{Bstr("A")}, least{std::int16_t{1}}, most{Bstr("2.5")};
+    Call byScript{{variable(character), variable(least), variable(most)}};
+    ASSERT_EQ(byScript.on(object), S_OK);
     EXPECT_EQ(object.got, "A 10 25");
-    EXPECT_EQ(int32Of(result.get()), -3);
-    EXPECT_EQ(result.get().vt, VT_I2);
+    EXPECT_EQ(int32Of(byScript.result.get()), -3);
+    EXPECT_EQ(byScript.result.get().vt, VT_I2);
     EXPECT_EQ(textOf(character.get()), "changed");
     EXPECT_EQ(numberOf(least.get()), 0.5);
     EXPECT_EQ(numberOf(most.get()), 2.5);
@@ -129,11 +123,9 @@ TEST(Dispatch, VariablesOfAnyTypeAreConvertedAndWrittenBack) {
     reference.vt = VT_BYREF | VT_R8;
     reference.pdblVal = &exact;
     const Variant letter{Bstr("B")}, number{std::int32_t{9}};
-    VARIANT mixed[] = {number.get(), reference, letter.get()};
-    parameters.rgvarg = mixed;
-    ASSERT_EQ(object.Invoke(kDelete, IID_NULL, 0, DISPATCH_METHOD | DISPATCH_PROPERTYGET, &parameters,
-                            result.put(), nullptr, nullptr),
-              S_OK);
+    Call mixed{{letter.get(), reference, number.get()}};
+    mixed.flags = DISPATCH_METHOD | DISPATCH_PROPERTYGET;
+    ASSERT_EQ(mixed.on(object), S_OK);
     EXPECT_EQ(object.got, "B 70 90");
     EXPECT_EQ(exact, 0.5);
     EXPECT_EQ(textOf(letter.get()), "B");
@@ -156,30 +148,21 @@ TEST(Dispatch, NamedArgumentsFindTheirParameters) {
 
 TEST(Dispatch, WrongCallsAreRefusedAndTheArgumentNamed) {
     PublicInterface object;
-    Variant character{Bstr("A")}, least{Bstr("little")}, most{1.0}, nothing(static_cast<IDispatch*>(nullptr));
-    VARIANT arguments[] = {variable(most), variable(least), variable(character)};
-    DISPPARAMS parameters{arguments, nullptr, 3, 0};
-    UINT wrong = 9;
-    EXPECT_EQ(object.Invoke(kDelete, IID_NULL, 0, DISPATCH_METHOD, &parameters, nullptr, nullptr, &wrong),
-              DISP_E_TYPEMISMATCH);
-    EXPECT_EQ(wrong, 1u);
-    arguments[2] = nothing.get();
-    arguments[1] = arguments[0];
-    EXPECT_EQ(object.Invoke(kDelete, IID_NULL, 0, DISPATCH_METHOD, &parameters, nullptr, nullptr, &wrong),
-              DISP_E_TYPEMISMATCH);
-    EXPECT_EQ(wrong, 2u);
-    const Variant itself(static_cast<IDispatch*>(&object));
-    arguments[2] = itself.get();
-    EXPECT_EQ(object.Invoke(kDelete, IID_NULL, 0, DISPATCH_METHOD, &parameters, nullptr, nullptr, &wrong),
-              DISP_E_TYPEMISMATCH);
-    parameters.cArgs = 0;
-    EXPECT_EQ(object.Invoke(kDelete, IID_NULL, 0, DISPATCH_METHOD, &parameters, nullptr, nullptr, nullptr),
-              DISP_E_BADPARAMCOUNT);
-    parameters.cArgs = 2;
-    EXPECT_EQ(object.Invoke(kDelete, IID_NULL, 0, DISPATCH_METHOD, &parameters, nullptr, nullptr, nullptr),
-              DISP_E_BADPARAMCOUNT);
-    EXPECT_EQ(object.Invoke(17, IID_NULL, 0, DISPATCH_METHOD, &parameters, nullptr, nullptr, nullptr),
-              DISP_E_MEMBERNOTFOUND);
+    Variant character{Bstr("A")}, least{Bstr("little")}, most{1.0};
+    const Variant nothing(static_cast<IDispatch*>(nullptr)), itself(static_cast<IDispatch*>(&object));
+    const VARIANT a = variable(character), b = variable(least), c = variable(most);
+    const std::vector<std::tuple<std::vector<VARIANT>, DISPID, HRESULT, UINT>> wrongs = {
+        {{a, b, c}, kDelete, DISP_E_TYPEMISMATCH, 1},
+        {{nothing.get(), c, c}, kDelete, DISP_E_TYPEMISMATCH, 2},
+        {{itself.get(), c, c}, kDelete, DISP_E_TYPEMISMATCH, 2},
+        {{}, kDelete, DISP_E_BADPARAMCOUNT, 9},
+        {{b, c}, kDelete, DISP_E_BADPARAMCOUNT, 9},
+        {{b, c}, 17, DISP_E_MEMBERNOTFOUND, 9}};
+    for (const auto& [arguments, id, code, wrong] : wrongs) {
+        Call call{arguments, 0, id};
+        EXPECT_EQ(call.on(object), code);
+        EXPECT_EQ(call.wrong, wrong);
+    }
     EXPECT_EQ(object.Invoke(kDelete, IID_NULL, 0, DISPATCH_METHOD, nullptr, nullptr, nullptr, nullptr),
               E_INVALIDARG);
     EXPECT_EQ(object.got, "");
@@ -189,13 +172,10 @@ TEST(Dispatch, FailuresFillTheExceptionAndLeaveVariablesAlone) {
     PublicInterface object;
     object.fails = true;
     Variant character{Bstr("A")}, least{1.0}, most{2.0};
-    VARIANT arguments[] = {variable(most), variable(least), variable(character)};
-    DISPPARAMS parameters{arguments, nullptr, 3, 0};
-    EXCEPINFO exception{};
-    const HRESULT code =
-        object.Invoke(kDelete, IID_NULL, 0, DISPATCH_METHOD, &parameters, nullptr, &exception, nullptr);
+    Call call{{variable(character), variable(least), variable(most)}};
+    const HRESULT code = call.on(object);
     EXPECT_EQ(code, DISP_E_EXCEPTION);
-    const Failure failure = failureOf(code, exception);
+    const Failure failure = failureOf(code, call.exception);
     EXPECT_EQ(failure.number(), 6);
     EXPECT_EQ(failure.description(), "Overflow");
     EXPECT_EQ(failure.source(), "Control");
@@ -203,4 +183,4 @@ TEST(Dispatch, FailuresFillTheExceptionAndLeaveVariablesAlone) {
 }
 
 }  // namespace
-}  // namespace dravik
+}  // namespace dravik::test

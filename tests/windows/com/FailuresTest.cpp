@@ -1,18 +1,8 @@
 // What a tool reports arrives with its own number and text, whichever way it is called.
-#include <gtest/gtest.h>
+#include "windows/com/support/ComTest.h"
+#include "windows/headers/ComObject.h"
 
-#include "screen/support/RecordingTool.h"
-#include "support/Refused.h"
-#include "windows/com/Boundary.h"
-#include "windows/com/ComFontTool.h"
-#include "windows/com/ComText.h"
-#include "windows/com/FontToolObject.h"
-#include "windows/com/LateBound.h"
-
-namespace dravik {
-
-using namespace com;
-using namespace tool;
+namespace dravik::test {
 namespace {
 
 // Every operation of the contract, with arguments that suit it.
@@ -68,7 +58,7 @@ TEST(Failures, OfEveryOperationArriveWithTheToolsNumberAndText) {
 }
 
 // An object whose calls end with what a test says.
-class Reporting : public IDispatch, public ISupportErrorInfo {
+class Reporting : public NotCalledByNames<IDispatch>, public ISupportErrorInfo {
   public:
     HRESULT code = DISP_E_EXCEPTION;
     EXCEPINFO exception{};
@@ -82,8 +72,6 @@ class Reporting : public IDispatch, public ISupportErrorInfo {
     }
     ULONG STDMETHODCALLTYPE AddRef() override { return 2; }
     ULONG STDMETHODCALLTYPE Release() override { return 1; }
-    HRESULT STDMETHODCALLTYPE GetTypeInfoCount(UINT*) override { return E_NOTIMPL; }
-    HRESULT STDMETHODCALLTYPE GetTypeInfo(UINT, LCID, ITypeInfo**) override { return E_NOTIMPL; }
     HRESULT STDMETHODCALLTYPE GetIDsOfNames(REFIID, LPOLESTR*, UINT, LCID, DISPID* ids) override {
         *ids = 1;
         return S_OK;
@@ -167,4 +155,4 @@ TEST(Failures, OfAnyKindLeaveAsCodes) {
 }
 
 }  // namespace
-}  // namespace dravik
+}  // namespace dravik::test

@@ -1,16 +1,8 @@
 // The answers of the documentation's tool in C++, read as the control reads them.
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
-
 #include "../docs/samples/tool-answers.h"
-#include "tool/Samples.h"
-#include "windows/com/Boundary.h"
-#include "windows/com/ToolValues.h"
+#include "windows/com/support/ComTest.h"
 
-namespace dravik {
-
-using namespace com;
-using namespace tool;
+namespace dravik::test {
 namespace {
 
 TEST(SampleCode, RecordTableIsOneThatTheControlReads) {
@@ -34,4 +26,4 @@ TEST(SampleCode, RecordTableIsOneThatTheControlReads) {
 }
 
 }  // namespace
-}  // namespace dravik
+}  // namespace dravik::test

@@ -1,22 +1,9 @@
 // Font tools written in script languages, bound as job steps.
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
-
-#include "base/Failure.h"
-#include "support/Refused.h"
-#include "tool/Samples.h"
-#include "windows/com/ComStep.h"
+#include "windows/com/support/ComTest.h"
 #include "windows/com/support/ScriptEngine.h"
 
-namespace dravik {
-
-using namespace com;
-using namespace tool;
+namespace dravik::test {
 namespace {
-
-using test::failureOfAction;
-using testing::ElementsAre;
-using testing::IsEmpty;
 
 constexpr wchar_t kVisualBasic[] =
     LR"script(
@@ -167,4 +154,4 @@ TEST(ScriptTool, InJavaScriptWorksAsAStep) {
 }
 
 }  // namespace
-}  // namespace dravik
+}  // namespace dravik::test

@@ -1,29 +1,16 @@
 // Scripts and programs that find the server in the registry: those of the documentation, and the contract
 // check.
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
-
 #include <fstream>
-#include <functional>
 #include <future>
+#include "windows/com/support/ComTest.h"
 
 #include "base/Paths.h"
-#include "contract/DrawnText.h"
-#include "support/TemporaryFolder.h"
-#include "windows/com/ComText.h"
 #include "windows/com/support/ChildProcess.h"
 #include "windows/com/support/ControlFile.h"
 #include "windows/com/support/ImageFile.h"
 
-namespace dravik {
-
-using namespace com;
-using namespace engine;
+namespace dravik::test {
 namespace {
-
-using test::ControlFile;
-using test::Finished;
-using test::runProcess;
 
 class ScriptsTest : public testing::Test {
   protected:
@@ -247,4 +234,4 @@ TEST_F(ScriptsTest, ContainersCloseByThemselvesAndSayWhenNothingWasShown) {
 }
 
 }  // namespace
-}  // namespace dravik
+}  // namespace dravik::test

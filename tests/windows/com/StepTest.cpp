@@ -1,27 +1,10 @@
 // Steps on their way through COM, and the embedded step that programs and scripts create.
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
-
-#include "contract/DrawnText.h"
-#include "screen/support/RecordingTool.h"
-#include "support/Refused.h"
-#include "support/TemporaryFolder.h"
-#include "windows/com/Boundary.h"
-#include "windows/com/ComStep.h"
-#include "windows/com/ComText.h"
 #include "windows/com/EmbeddedStepObject.h"
-#include "windows/com/LateBound.h"
-#include "windows/com/Variant.h"
+#include "windows/com/support/ComTest.h"
 #include "windows/com/support/ImageFile.h"
 
-namespace dravik {
-
-using namespace com;
-using namespace engine;
-using namespace tool;
+namespace dravik::test {
 namespace {
-
-using test::refusal;
 
 // Hides which module it comes from, and what it can be besides an object with IStep and IFontTool.
 class Stranger : public FontToolObject {
@@ -132,4 +115,4 @@ TEST(EmbeddedStep, RefusesImagesThatAreNotWhatTheySay) {
 }
 
 }  // namespace
-}  // namespace dravik
+}  // namespace dravik::test

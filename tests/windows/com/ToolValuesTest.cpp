@@ -1,23 +1,9 @@
 // Arrays of every kind that tools answer with, and those that must be refused.
-#include "windows/com/ToolValues.h"
-
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
-
-#include "support/Refused.h"
 #include "windows/com/ArrayView.h"
-#include "windows/com/Boundary.h"
+#include "windows/com/support/ComTest.h"
 
-namespace dravik {
-
-using namespace com;
-using namespace tool;
+namespace dravik::test {
 namespace {
-
-using test::refusal;
-
-using testing::ElementsAre;
-using testing::IsEmpty;
 
 // A table of rows x columns with those lower bounds; row r, column c holds 100 * r + c.
 template <typename T>
@@ -151,4 +137,4 @@ TEST(ToolValues, WrongShapesAreRefused) {
 }
 
 }  // namespace
-}  // namespace dravik
+}  // namespace dravik::test

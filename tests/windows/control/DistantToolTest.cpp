@@ -1,18 +1,9 @@
 // Tools that the control reaches through the system's proxies: in another apartment of the host, and in
 // another process, which may die.
 #include "windows/control/support/Bench.h"
-
-#include <gmock/gmock.h>
-
-#include "support/TemporaryFolder.h"
-#include "windows/com/ComText.h"
 #include "windows/control/support/DistantTool.h"
 
-namespace dravik {
-
-using namespace test;
-using namespace com;
-using namespace win32;
+namespace dravik::test {
 namespace {
 
 class DistantTools : public testing::TestWithParam<DistantTool::Home> {};
@@ -38,7 +29,7 @@ TEST_P(DistantTools, AreTaughtLikeNearOnesAndMayDie) {
     EXPECT_EQ(bench.status(), L"Adjust OCR tool and try Include again.");
     bench.step = nullptr;
     bench.host->close();
-    EXPECT_THAT(bench.robot.surprises(), testing::IsEmpty());
+    EXPECT_THAT(bench.robot.surprises(), IsEmpty());
 }
 
 INSTANTIATE_TEST_SUITE_P(In, DistantTools,
@@ -49,4 +40,4 @@ INSTANTIATE_TEST_SUITE_P(In, DistantTools,
                          });
 
 }  // namespace
-}  // namespace dravik
+}  // namespace dravik::test

@@ -1,19 +1,14 @@
 // The operator's work in the real control while its files fail, or as if the host died: what the control has
 // said to be done is in the font when it is loaded the next time, or it was said in words that it is not.
 #include <cstdlib>
+#include "windows/control/support/Bench.h"
 
 #include "base/Utf.h"
 #include "engine/embedded/EmbeddedTool.h"
-#include "support/TemporaryFolder.h"
 #include "tool/Samples.h"
-#include "windows/com/ComText.h"
-#include "windows/control/support/Bench.h"
 #include "windows/control/support/FaultyDisk.h"
 
-namespace dravik {
-
-using namespace test;
-using namespace com;
+namespace dravik::test {
 namespace {
 
 using Kind = FaultyDisk::Kind;
@@ -108,4 +103,4 @@ TEST(FaultyDisk, LosesNothingOfWhatTheControlHasSaidToBeDone) {
 }
 
 }  // namespace
-}  // namespace dravik
+}  // namespace dravik::test

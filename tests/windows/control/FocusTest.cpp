@@ -1,39 +1,16 @@
 // Where the keyboard focus is when it comes back into the control, and who is told of it.
 #include "windows/control/support/Bench.h"
 
-#include <gmock/gmock.h>
-
-namespace dravik {
-
-using namespace test;
-using namespace com;
+namespace dravik::test {
 namespace {
 
-// Keys that are held down while a call is made.
-class HeldKeys {
-  public:
-    HeldKeys(std::initializer_list<BYTE> keys) {
-        GetKeyboardState(before_);
-        BYTE held[256] = {};
-        for (const BYTE key : keys) held[key] = 0x80;
-        SetKeyboardState(held);
-    }
-    HeldKeys(const HeldKeys&) = delete;
-    HeldKeys& operator=(const HeldKeys&) = delete;
-    ~HeldKeys() { SetKeyboardState(before_); }
+class FocusOfHosts : public testing::TestWithParam<const char*> {};
 
-  private:
-    BYTE before_[256] = {};
-};
-
-class FocusOfHosts : public ::testing::TestWithParam<const char*> {};
-
-INSTANTIATE_TEST_SUITE_P(Control, FocusOfHosts, ::testing::Values("strict", "atl", "sheet"),
+INSTANTIATE_TEST_SUITE_P(Control, FocusOfHosts, testing::Values("strict", "atl", "sheet"),
                          [](const auto& info) { return std::string(info.param); });
 
 TEST_P(FocusOfHosts, GoesBackWhenABoxOrAFormIsGone) {
-    Bench bench(GetParam());
-    bench.bind("HELLO");
+    Bench bench(GetParam(), "HELLO");
     bench.type(L"HELLOOO");
     bench.robot.expectBox(L"Difference in character counts", IDOK);
     bench.host->key(VK_RETURN);
@@ -60,25 +37,17 @@ TEST_P(FocusOfHosts, GoesBackWhenABoxOrAFormIsGone) {
     ASSERT_TRUE(IsChild(histogram(), GetFocus()));
     closeForm(GetFocus());
     EXPECT_TRUE(bench.host->pumpUntil([&] { return GetFocus() == bench.input(); })) << "after a child form";
-    bench.robot.expectBox(L"Font Changed", IDNO);
-    bench.host->close();
-    EXPECT_THAT(bench.robot.surprises(), ::testing::IsEmpty());
+    bench.closeUnsaved();
+    EXPECT_THAT(bench.robot.surprises(), IsEmpty());
 }
 
-class FocusOfContainer : public ::testing::Test {
+class FocusOfContainer : public testing::Test {
   protected:
-    FocusOfContainer() { bench.bind("HELLO"); }
-
-    StrictSite& site() { return static_cast<StrictHost&>(*bench.host).site(); }
-    template <class Interface>
-    ComPtr<Interface> as() const {
-        return ComPtr<IUnknown>(bench.host->control()).as<Interface>();
-    }
     HRESULT verb(LONG verb, MSG* message = nullptr) {
-        return as<IOleObject>()->DoVerb(verb, message, &site(), 0, bench.host->frame(), nullptr);
+        return bench.as<IOleObject>()->DoVerb(verb, message, &bench.site(), 0, bench.host->frame(), nullptr);
     }
 
-    Bench bench{"strict"};
+    Bench bench{"strict", "HELLO"};
     HWND own = CreateWindowExW(0, L"EDIT", L"", WS_CHILD | WS_VISIBLE, 0, 0, 10, 10, bench.host->frame(),
                                nullptr, nullptr, nullptr);
     HWND first = bench.button(L"Select Font");
@@ -109,7 +78,7 @@ TEST_F(FocusOfContainer, GoesBackToWhereItWas) {
     for (const HWND focused : {bench.input(), own}) {
         SetFocus(focused);
         SetActiveWindow(other);
-        as<IOleInPlaceActiveObject>()->OnFrameWindowActivate(TRUE);
+        bench.as<IOleInPlaceActiveObject>()->OnFrameWindowActivate(TRUE);
         SetActiveWindow(bench.host->frame());  // it takes the focus, as a window does unless told otherwise
         EXPECT_EQ(GetFocus(), bench.host->frame());
         bench.host->pump();
@@ -136,7 +105,7 @@ TEST_F(FocusOfContainer, EntersByTabFromTheSideThatItComesFrom) {
     EXPECT_EQ(enters({VK_SHIFT}, [&] { verb(OLEIVERB_UIACTIVATE, &tab); }), last);
     // On through the controls between, and out at the first one.
     int stops = 0;
-    while (site().keys.empty() && stops < 60) {
+    while (bench.site().keys.empty() && stops < 60) {
         bench.host->key(VK_TAB, Modifier::Shift);
         ++stops;
     }
@@ -146,41 +115,41 @@ TEST_F(FocusOfContainer, EntersByTabFromTheSideThatItComesFrom) {
 
 TEST_F(FocusOfContainer, IsLeftWithTheUserInterface) {
     SetFocus(bench.input());
-    ASSERT_EQ(as<IOleInPlaceObject>()->UIDeactivate(), S_OK);
+    ASSERT_EQ(bench.as<IOleInPlaceObject>()->UIDeactivate(), S_OK);
     EXPECT_EQ(GetFocus(), bench.host->frame());
-    EXPECT_EQ(site().focus, 0);
+    EXPECT_EQ(bench.site().focus, 0);
     SetFocus(bench.input());
-    EXPECT_EQ(site().focus, 1);
+    EXPECT_EQ(bench.site().focus, 1);
     ASSERT_EQ(verb(OLEIVERB_HIDE), S_OK);
     EXPECT_EQ(GetFocus(), bench.host->frame()) << "keys would work on what is not seen";
-    EXPECT_EQ(site().focus, 0);
+    EXPECT_EQ(bench.site().focus, 0);
     ASSERT_EQ(verb(OLEIVERB_UIACTIVATE), S_OK);
-    EXPECT_EQ(site().focus, 1);
-    ASSERT_EQ(as<IOleInPlaceObject>()->InPlaceDeactivate(), S_OK);
+    EXPECT_EQ(bench.site().focus, 1);
+    ASSERT_EQ(bench.as<IOleInPlaceObject>()->InPlaceDeactivate(), S_OK);
     ASSERT_EQ(verb(OLEIVERB_UIACTIVATE), S_OK);
-    EXPECT_EQ(site().focus, 1);
+    EXPECT_EQ(bench.site().focus, 1);
     bench.host->close();
-    EXPECT_THAT(site().faults, ::testing::IsEmpty());
+    EXPECT_THAT(bench.site().faults, IsEmpty());
 }
 
 TEST_F(FocusOfContainer, TheHostIsToldWhenTheAccessKeysChange) {
     const auto keys = [&] {
         CONTROLINFO info{};
         info.cb = sizeof info;
-        as<IOleControl>()->GetControlInfo(&info);
+        bench.as<IOleControl>()->GetControlInfo(&info);
         return info.cAccel;
     };
     const auto tellsOf = [&](auto&& change) {
         bench.host->pump();
-        const int before = site().count("OnControlInfoChanged");
+        const int before = bench.site().count("OnControlInfoChanged");
         change();
         bench.host->pump();
-        return site().count("OnControlInfoChanged") - before;
+        return bench.site().count("OnControlInfoChanged") - before;
     };
     const auto all = keys();
     const HWND include = bench.button(L"&Include");
     EXPECT_EQ(tellsOf([&] { bench.type(L"HELLO"); }), 0) << "no key changed";
-    EXPECT_EQ(tellsOf([&] { as<IOleInPlaceObject>()->InPlaceDeactivate(); }), 1);
+    EXPECT_EQ(tellsOf([&] { bench.as<IOleInPlaceObject>()->InPlaceDeactivate(); }), 1);
     EXPECT_EQ(keys(), 0);
     EXPECT_GE(tellsOf([&] { verb(OLEIVERB_SHOW); }), 1);
     EXPECT_EQ(keys(), all);
@@ -193,9 +162,8 @@ TEST_F(FocusOfContainer, TheHostIsToldWhenTheAccessKeysChange) {
     EXPECT_EQ(keys(), 0) << "nothing can be included before the run is saved or reverted";
     EXPECT_EQ(tellsOf([&] { bench.press(L"Revert"); }), 1);
     EXPECT_EQ(keys(), all);
-    bench.robot.expectBox(L"Font Changed", IDNO);
-    bench.host->close();
+    bench.closeUnsaved();
 }
 
 }  // namespace
-}  // namespace dravik
+}  // namespace dravik::test

@@ -1,30 +1,12 @@
 // The operator's work in each of three hosts.
-#include "support/Accessible.h"
 #include "windows/control/support/Bench.h"
 
-#include <gmock/gmock.h>
-
-#include <algorithm>
-
-#include "windows/com/ComStep.h"
-#include "windows/com/ComText.h"
-#include "windows/control/support/FaultyStep.h"
-#include "windows/win32/WinText.h"
-
-namespace dravik {
-
-using namespace test;
-using namespace com;
-using namespace tool;
-using namespace win32;
+namespace dravik::test {
 namespace {
 
-class InHosts : public ::testing::TestWithParam<const char*> {
-  protected:
-    std::string text(const std::wstring& wide) const { return utf8(wide); }
-};
+class InHosts : public testing::TestWithParam<const char*> {};
 
-INSTANTIATE_TEST_SUITE_P(Control, InHosts, ::testing::Values("strict", "atl", "sheet"),
+INSTANTIATE_TEST_SUITE_P(Control, InHosts, testing::Values("strict", "atl", "sheet"),
                          [](const auto& info) { return std::string(info.param); });
 
 TEST_P(InHosts, ShowsTheScreenAndFollowsItsSize) {
@@ -53,8 +35,7 @@ TEST_P(InHosts, ShowsTheScreenAndFollowsItsSize) {
 }
 
 TEST_P(InHosts, IncludesLearnsStopsSavesAndClosesWithoutAQuestion) {
-    Bench bench(GetParam());
-    bench.bind("HELLO");
+    Bench bench(GetParam(), "HELLO");
     bench.include(L"HELLO", 5);
     bench.show("OLEH");
     bench.include(L"OLEH", 4);
@@ -63,10 +44,9 @@ TEST_P(InHosts, IncludesLearnsStopsSavesAndClosesWithoutAQuestion) {
     bench.press(L"Save Font");
     EXPECT_TRUE(bench.waitForStatus(L"Saved font"));
 
-    const auto endless = std::make_shared<FaultyStep>(stepFromCom(bench.step.as<IUnknown>().get()));
+    const auto endless = bench.faultyStep();
     endless->endless = true;
-    const ComPtr<IUnknown> control(bench.host->control());
-    ASSERT_EQ(control.as<::StepEditor>()->putref_Step(comFromStep(endless).as<IDispatch>().get()), S_OK);
+    ASSERT_EQ(bench.give(endless), S_OK);
     bench.press(L"Learn");
     ASSERT_TRUE(bench.host->pumpUntil([&] { return IsWindowEnabled(bench.button(L"Stop")) != FALSE; }));
     EXPECT_FALSE(IsWindowEnabled(bench.button(L"Learn")));
@@ -83,24 +63,21 @@ TEST_P(InHosts, IncludesLearnsStopsSavesAndClosesWithoutAQuestion) {
     bench.press(L"Save Font");
     EXPECT_TRUE(bench.waitForStatus(L"Saved font"));
     bench.host->close();
-    EXPECT_THAT(bench.robot.surprises(), ::testing::IsEmpty());
+    EXPECT_THAT(bench.robot.surprises(), IsEmpty());
     EXPECT_TRUE(bench.robot.seen.empty());
 }
 
 TEST_P(InHosts, ClosingWithUnsavedChangesAsks) {
-    Bench bench(GetParam());
-    bench.bind("HELLO");
+    Bench bench(GetParam(), "HELLO");
     bench.include(L"HELLO", 5);
-    bench.robot.expectBox(L"Font Changed", IDNO);
-    bench.host->close();
+    bench.closeUnsaved();
     EXPECT_TRUE(bench.robot.satisfied());
     ASSERT_EQ(bench.robot.seen.size(), 1u);
     EXPECT_NE(bench.robot.seen[0].find(L"The font has changed since it was last saved."), std::wstring::npos);
 }
 
 TEST_P(InHosts, OpensMenusFormsAndBoxesAndCopies) {
-    Bench bench(GetParam());
-    bench.bind("HELLO");
+    Bench bench(GetParam(), "HELLO");
     bench.include(L"HELLO", 5);
     bench.show("LOLO");
     bench.include(L"LOLO", 4);
@@ -108,8 +85,7 @@ TEST_P(InHosts, OpensMenusFormsAndBoxesAndCopies) {
 
     // A host that asks for the extent now gets it from the page that is shown, which stays in order.
     SIZEL extent{};
-    EXPECT_EQ(ComPtr<IUnknown>(bench.host->control()).as<IOleObject>()->GetExtent(DVASPECT_CONTENT, &extent),
-              S_OK);
+    EXPECT_EQ(bench.as<IOleObject>()->GetExtent(DVASPECT_CONTENT, &extent), S_OK);
     EXPECT_GT(extent.cx, 0);
 
     const auto closeForm = [](HWND form) { PostMessageW(form, WM_CLOSE, 0, 0); };
@@ -140,57 +116,47 @@ TEST_P(InHosts, OpensMenusFormsAndBoxesAndCopies) {
 
     // The menu key does the same.
     const Bench::Cell h = bench.cell(L'H');
-    test::AccessibleWindow(h.window).focus(h.number);
+    AccessibleWindow(h.window).focus(h.number);
     bench.robot.expectMenu(L"");
     bench.host->key(VK_APPS);
     EXPECT_TRUE(bench.host->pumpUntil([&] { return bench.robot.satisfied(); }));
     EXPECT_EQ(GetFocus(), h.window);
-    EXPECT_EQ(test::AccessibleWindow(h.window).focused(), h.number);
+    EXPECT_EQ(AccessibleWindow(h.window).focused(), h.number);
 
     // The table of samples, all of it selected and copied.
-    const HWND toolbar = children(bench.page(), TOOLBARCLASSNAMEW).front();
-    const auto pressTool = [&](WPARAM place) {
-        TBBUTTON button{};
-        ASSERT_TRUE(SendMessageW(toolbar, TB_GETBUTTON, place, reinterpret_cast<LPARAM>(&button)));
-        PostMessageW(GetParent(toolbar), WM_COMMAND, static_cast<WPARAM>(button.idCommand),
-                     reinterpret_cast<LPARAM>(toolbar));
-        bench.host->pump();
-    };
-    pressTool(1);
+    bench.pressTool(1);
     const HWND grid = children(bench.page(), L"DravikGrid").front();
     ASSERT_TRUE(IsWindowVisible(grid));
     SetFocus(grid);
     bench.host->key('A', Modifier::Control);
     bench.host->key(VK_INSERT, Modifier::Control);
     const std::wstring copied = clipboardContents();
-    EXPECT_EQ(std::count(copied.begin(), copied.end(), L'\n'), 9) << text(copied);  // a row for each sample
+    EXPECT_EQ(std::count(copied.begin(), copied.end(), L'\n'), 9) << utf8(copied);  // a row for each sample
     EXPECT_EQ(copied.find(L'\t') != std::wstring::npos, true);
-    pressTool(0);
+    bench.pressTool(0);
     EXPECT_FALSE(IsWindowVisible(grid));
     EXPECT_TRUE(IsWindowVisible(h.window));
-    EXPECT_THAT(bench.robot.surprises(), ::testing::IsEmpty());
-    bench.robot.expectBox(L"Font Changed", IDNO);
-    bench.host->close();
+    EXPECT_THAT(bench.robot.surprises(), IsEmpty());
+    bench.closeUnsaved();
     EXPECT_FALSE(IsWindow(histogram));  // the viewers go with the control
     EXPECT_TRUE(bench.robot.satisfied());
 }
 
 TEST_P(InHosts, KeysGoThroughTheScreenAndOutOfIt) {
-    Bench bench(GetParam());
-    bench.bind("HELLO");
+    Bench bench(GetParam(), "HELLO");
     const auto inside = [&] { return GetFocus() && IsChild(bench.page(), GetFocus()); };
     SetFocus(bench.input());
     bench.host->pump();
     ASSERT_EQ(GetFocus(), bench.input());
     bench.type(L"HELLO");
     bench.host->key('I', Modifier::Alt);
-    EXPECT_TRUE(bench.waitForStatus(L"5 samples included.")) << text(bench.status());
+    EXPECT_TRUE(bench.waitForStatus(L"5 samples included.")) << utf8(bench.status());
 
     SetFocus(bench.input());
     bench.show("HELL");
     bench.type(L"HELL");
     bench.host->key(VK_RETURN);
-    EXPECT_TRUE(bench.waitForStatus(L"4 samples included.")) << text(bench.status());
+    EXPECT_TRUE(bench.waitForStatus(L"4 samples included.")) << utf8(bench.status());
     EXPECT_TRUE(IsWindow(bench.host->frame()) && IsWindowVisible(bench.host->frame()));
 
     // From the first control on, Tab comes to every stop once and then leaves the screen.
@@ -203,9 +169,8 @@ TEST_P(InHosts, KeysGoThroughTheScreenAndOutOfIt) {
     EXPECT_TRUE(left());
     EXPECT_GE(stops, 8);
     EXPECT_LT(stops, 40);  // the cells of the overview are one stop
-    bench.robot.expectBox(L"Font Changed", IDNO);
-    bench.host->close();
+    bench.closeUnsaved();
 }
 
 }  // namespace
-}  // namespace dravik
+}  // namespace dravik::test

@@ -19,7 +19,7 @@ int main(int argc, char** argv) {
     OleInitialize(nullptr);
     int result = 1;
     try {
-        const auto& module = dravik::controlModule();
+        const auto& module = dravik::test::controlModule();
         if (FAILED(module.registerServer())) throw std::runtime_error("the control cannot be registered");
         result = RUN_ALL_TESTS();
         module.unregisterServer();

@@ -1,13 +1,7 @@
 // The window that cells share: who of them a click and a screen reader find.
-#include "support/Accessible.h"
-#include "ui/Label.h"
-#include "windows/win32/Look.h"
 #include "windows/win32/support/ShownPage.h"
 
 namespace dravik::test {
-
-using namespace ui;
-using namespace win32;
 namespace {
 
 TEST(CellBoard, FindsTheCellUnderAClickAndTellsAScreenReader) {

@@ -1,19 +1,7 @@
 // What native controls do beyond what those of every window system do.
-
-#include "support/Accessible.h"
-#include "ui/Bars.h"
-#include "ui/Button.h"
-#include "ui/Label.h"
-#include "ui/ListControls.h"
-#include "ui/TextBox.h"
-#include "ui/Toolbar.h"
-#include "windows/win32/WinText.h"
 #include "windows/win32/support/ShownPage.h"
 
 namespace dravik::test {
-
-using namespace ui;
-using namespace win32;
 namespace {
 
 RECT placeOf(HWND window) {

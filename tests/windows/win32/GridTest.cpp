@@ -1,20 +1,10 @@
 // The grid of Windows: what it draws, asks for and tells, with many records.
 #include <oleacc.h>
-
-#include <algorithm>
-#include <array>
-#include <utility>
-#include <vector>
-
-#include "shown/Numbers.h"
-#include "support/Accessible.h"
-#include "windows/win32/WinText.h"
 #include "windows/win32/support/ShownPage.h"
 
-namespace dravik::test {
+#include "shown/Numbers.h"
 
-using namespace ui;
-using namespace win32;
+namespace dravik::test {
 namespace {
 
 // Row and column, the first record's row 1.

@@ -1,14 +1,7 @@
 // Keys of a page: Tab, Enter, Escape and access keys, as a host hands them over and as they come without one.
-#include "ui/Button.h"
-#include "ui/Label.h"
-#include "ui/ListControls.h"
-#include "ui/TextBox.h"
 #include "windows/win32/support/ShownPage.h"
 
 namespace dravik::test {
-
-using namespace ui;
-using namespace win32;
 namespace {
 
 class KeysOfAHost : public testing::Test {

@@ -1,19 +1,8 @@
 // Widgets, forms and pages that go away while one of their own events is running, and windows that go without
 // a word.
-#include "ui/Button.h"
-#include "ui/Grid.h"
-#include "ui/Label.h"
-#include "ui/ListControls.h"
-#include "ui/TextBox.h"
-#include "ui/Toolbar.h"
-#include "windows/win32/FormWindow.h"
-#include "windows/win32/Peer.h"
 #include "windows/win32/support/ShownPage.h"
 
 namespace dravik::test {
-
-using namespace ui;
-using namespace win32;
 namespace {
 
 struct Many : Form {
@@ -41,13 +30,16 @@ struct Many : Form {
 class Lifetime : public testing::Test {
   protected:
     HWND view(const Widget& widget) { return platform.peerOf(widget)->window(); }
-    // Shows the form, does what an operator does, and expects the form to have gone by that.
-    void goesBy(const std::function<void(Many&)>& subscribe, const std::function<void(Many&)>& drive) {
+    void show() {
         host = std::make_unique<HostWindow>(400, 600);
         form = std::make_unique<Many>();
         page = std::make_unique<FormPage>(*form, host->window(), platform);
         page->setBounds({0, 0, 400, 600});
         page->setVisible(true);
+    }
+    // Shows the form, does what an operator does, and expects the form to have gone by that.
+    void goesBy(const std::function<void(Many&)>& subscribe, const std::function<void(Many&)>& drive) {
+        show();
         subscribe(*form);
         drive(*form);
         EXPECT_TRUE(waitUntil([this] { return !form; }));
@@ -104,11 +96,7 @@ TEST_F(Lifetime, EverythingMayGoDuringAnyEvent) {
 }
 
 TEST_F(Lifetime, AFormThatGoesIsTouchedNoMore) {
-    host = std::make_unique<HostWindow>(400, 600);
-    form = std::make_unique<Many>();
-    page = std::make_unique<FormPage>(*form, host->window(), platform);
-    page->setBounds({0, 0, 400, 600});
-    page->setVisible(true);
+    show();
     settle();
     const HWND button = view(form->button);
     const HWND grid = view(form->grid);

@@ -1,16 +1,7 @@
 // Boxes, dialogs, menus, clipboard and dates. What is modal is answered by a timer, as an operator would.
-#include "ui/Button.h"
-#include "ui/Label.h"
-#include "ui/TextBox.h"
-#include "windows/win32/FormWindow.h"
-#include "windows/win32/Peer.h"
-#include "windows/win32/WinText.h"
 #include "windows/win32/support/ShownPage.h"
 
 namespace dravik::test {
-
-using namespace ui;
-using namespace win32;
 namespace {
 
 class PlatformOfWindows : public testing::Test {

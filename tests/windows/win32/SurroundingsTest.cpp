@@ -1,20 +1,13 @@
 // What the surroundings change while a page is shown: the display scale and the system's colours.
 #include <optional>
-
-#include "ui/Button.h"
-#include "ui/Chart.h"
-#include "ui/Label.h"
-#include "windows/control/ControlWindow.h"
-#include "windows/win32/Module.h"
-#include "windows/win32/Peer.h"
-#include "windows/win32/support/BlackScheme.h"
 #include "windows/win32/support/ShownPage.h"
+
+#include "windows/control/ControlWindow.h"
+#include "windows/win32/support/BlackScheme.h"
 
 namespace dravik::test {
 
 using namespace control;
-using namespace ui;
-using namespace win32;
 namespace {
 
 constexpr UINT kDpiChangedAfterParent = 0x02E3;

@@ -9,11 +9,7 @@
 #include "drivers/win32/PngFile.h"
 #include "windows/win32/Gdi.h"
 
-namespace dravik {
-
-using namespace test;
-using namespace tool;
-using namespace win32;
+namespace dravik::test {
 namespace {
 
 void keep(HWND window, const std::filesystem::path& file) {
@@ -60,7 +56,7 @@ void show(const std::string& host, const std::filesystem::path& folder) {
 }
 
 }  // namespace
-}  // namespace dravik
+}  // namespace dravik::test
 
 int main(int argc, char** argv) {
     if (argc != 2) {
@@ -71,9 +67,9 @@ int main(int argc, char** argv) {
     OleInitialize(nullptr);
     int result = 0;
     try {
-        const auto& module = dravik::controlModule();
+        const auto& module = dravik::test::controlModule();
         module.registerServer();
-        for (const char* host : {"strict", "atl", "sheet"}) dravik::show(host, argv[1]);
+        for (const char* host : {"strict", "atl", "sheet"}) dravik::test::show(host, argv[1]);
         module.unregisterServer();
     } catch (const std::exception& exception) {
         std::fprintf(stderr, "%s\n", exception.what());

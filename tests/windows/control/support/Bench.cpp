@@ -7,12 +7,8 @@
 #include "windows/com/ComText.h"
 #include "windows/com/Variant.h"
 
-namespace dravik {
+namespace dravik::test {
 
-using namespace test;
-using namespace com;
-using namespace engine;
-using namespace tool;
 namespace {
 
 void succeed(HRESULT result, const char* what) {
@@ -26,13 +22,18 @@ const ControlModule& controlModule() {
     return module;
 }
 
-Bench::Bench(const std::string& hostName) {
+ComPtr<IUnknown> newControl() {
+    return controlModule().make(CLSID_DravikDlg);
+}
+
+Bench::Bench(const std::string& hostName, const char* shown) {
     if (hostName == "strict")
-        host = std::make_unique<StrictHost>(controlModule().make(CLSID_DravikDlg));
+        host = std::make_unique<StrictHost>(newControl());
     else
         host = hostName == "atl" ? makeAtlHost() : makePropertySheetHost();
     if (!host->control()) throw std::runtime_error("no control in the host");
     host->pump();
+    if (shown) bind(shown);
 }
 
 void Bench::bind(const std::string& shown, const std::string& jobs) {
@@ -53,8 +54,7 @@ void Bench::bind(const std::string& shown, ComPtr<IEmbeddedStep> embedded) {
     LONG status = 0;
     succeed(tool->SaveFont(Bstr(std::string_view("bench")).get(), &status), "SaveFont");
     show(shown);
-    const ComPtr<IUnknown> control(host->control());
-    const auto editor = control.as<::StepEditor>();
+    const auto editor = as<::StepEditor>();
     succeed(editor->putref_RootStep(step.as<IDispatch>().get()), "RootStep");
     succeed(editor->putref_Step(step.as<IDispatch>().get()), "Step");
     host->pump();
@@ -139,4 +139,19 @@ void Bench::learn() {
     EXPECT_TRUE(waitForStatus(L"Save Font or Revert")) << "status: " << utf8(status());
 }
 
-}  // namespace dravik
+void Bench::closeUnsaved() {
+    robot.expectBox(L"Font Changed", IDNO);
+    host->close();
+}
+
+void Bench::pressTool(int place) const {
+    const HWND toolbar = children(page(), TOOLBARCLASSNAMEW).front();
+    TBBUTTON button{};
+    ASSERT_TRUE(
+        SendMessageW(toolbar, TB_GETBUTTON, static_cast<WPARAM>(place), reinterpret_cast<LPARAM>(&button)));
+    PostMessageW(GetParent(toolbar), WM_COMMAND, static_cast<WPARAM>(button.idCommand),
+                 reinterpret_cast<LPARAM>(toolbar));
+    host->pump();
+}
+
+}  // namespace dravik::test

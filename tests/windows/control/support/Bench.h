@@ -4,23 +4,35 @@
 
 #include <DravikDlgLib.h>
 #include <DravikLib.h>
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
+
+#include <algorithm>
+
+#include "support/Accessible.h"
+#include "support/TemporaryFolder.h"
+#include "windows/com/ComStep.h"
+#include "windows/com/ComText.h"
+#include "windows/control/support/FaultyStep.h"
 #include "windows/control/support/Hosts.h"
-
 #include "windows/control/support/Robot.h"
+#include "windows/win32/WinText.h"
 
-namespace dravik {
+namespace dravik::test {
 
-using namespace test;
 using namespace com;
+using namespace tool;
+using namespace win32;
+using testing::IsEmpty;
 
 // The library stays loaded, and the classes registered, while the program runs.
 const ControlModule& controlModule();
+ComPtr<IUnknown> newControl();
 
 class Bench {
   public:
-    // "strict", "atl" or "sheet".
-    explicit Bench(const std::string& host);
+    // "strict", "atl" or "sheet". With a text that the image is to show, a step is bound.
+    explicit Bench(const std::string& host, const char* shown = nullptr);
 
     // Hands the embedded step over, a new one unless it is given, with a fresh font "bench" selected, and its
     // image showing the text.
@@ -50,10 +62,27 @@ class Bench {
     void include(const wchar_t* text, int characters);
     // Learn until the run has ended.
     void learn();
+    // The host closes; should the control ask, the changes of the font are not saved.
+    void closeUnsaved();
+
+    template <class Interface>
+    ComPtr<Interface> as() const {
+        return ComPtr<IUnknown>(host->control()).as<Interface>();
+    }
+    HRESULT give(const StepPtr& other) const {
+        return as<::StepEditor>()->putref_Step(comFromStep(other).as<IDispatch>().get());
+    }
+    // A step that goes wrong as told, around the bound one.
+    std::shared_ptr<FaultyStep> faultyStep() const {
+        return std::make_shared<FaultyStep>(stepFromCom(step.as<IUnknown>().get()));
+    }
+    StrictSite& site() const { return static_cast<StrictHost&>(*host).site(); }
+    // Presses the button at that place of the toolbar.
+    void pressTool(int place) const;
 
     Robot robot;  // is there for what the host's end brings up
     std::unique_ptr<Host> host;
     ComPtr<IEmbeddedStep> step;
 };
 
-}  // namespace dravik
+}  // namespace dravik::test

@@ -2,7 +2,6 @@
 // shape.
 #pragma once
 
-#include <array>
 #include <functional>
 #include <memory>
 #include <string>
@@ -11,27 +10,15 @@
 #include "contract/ForwardedTool.h"
 #include "tool/Step.h"
 
-namespace dravik {
+namespace dravik::test {
 
 using namespace tool;
-
-// The operations in the order of the interface.
-inline constexpr std::array<const char*, 23> kOperations = {
-    "LoadFont",       "CreateFont",       "DeleteFont",
-    "RenameFont",     "DuplicateFont",    "SetCharacterSet",
-    "IncludeSamples", "CommitNewSamples", "SetTrainTimeout",
-    "StartTraining",  "SaveFont",         "RevertFont",
-    "GetFontList",    "GetCharacterSet",  "GetTrainTimeout",
-    "IsTrainingDone", "GetRmsError",      "IsTrainingAborted",
-    "GetTrainCycles", "StopTraining",     "GetUncommittedSamples",
-    "DeleteSample",   "GetSampleData"};
 
 class FaultyStep : public Step, public ForwardedTool {
   public:
     explicit FaultyStep(StepPtr inner) : inner_(std::move(inner)) {}
 
     std::string failing;   // the operation that fails; "" for none
-    int failed = 0;        // how often it was called
     bool endless = false;  // a run ends only when it is stopped
     bool stopped = false;
     std::string identifier = kDravikStep;
@@ -58,10 +45,8 @@ class FaultyStep : public Step, public ForwardedTool {
   private:
     FontTool& on(const std::string& operation, const std::string&) override {
         if (before) before(operation);
-        if (failing == operation) {
-            ++failed;
+        if (failing == operation)
             throw Failure(static_cast<std::int32_t>(0x80040123u), operation + " went wrong");
-        }
         return inner_->fontTool();
     }
 
@@ -82,4 +67,4 @@ class GivenTable : public RecordTable {
     Cell cell_;
 };
 
-}  // namespace dravik
+}  // namespace dravik::test

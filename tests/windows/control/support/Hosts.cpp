@@ -8,11 +8,8 @@
 #include "DravikDlgLib.h"
 #include "windows/control/support/Robot.h"
 
-namespace dravik {
+namespace dravik::test {
 
-using namespace test;
-using namespace com;
-using namespace tool;
 namespace {
 
 // At 96 dpi.
@@ -137,6 +134,11 @@ std::vector<WORD> pageTemplate() {
     return words;
 }
 
+// A lambda would not have the calling convention of 32-bit Windows.
+INT_PTR CALLBACK answerNothing(HWND, UINT, WPARAM, LPARAM) {
+    return FALSE;
+}
+
 class PropertySheetHost : public AtlWindowHost {
   public:
     PropertySheetHost() : template_(pageTemplate()) {
@@ -146,7 +148,7 @@ class PropertySheetHost : public AtlWindowHost {
         page.dwFlags = PSP_DLGINDIRECT;
         page.hInstance = GetModuleHandleW(nullptr);
         page.pResource = reinterpret_cast<DLGTEMPLATE*>(template_.data());
-        page.pfnDlgProc = [](HWND, UINT, WPARAM, LPARAM) -> INT_PTR { return FALSE; };
+        page.pfnDlgProc = answerNothing;
         PROPSHEETHEADERW sheet{};
         sheet.dwSize = sizeof sheet;
         sheet.dwFlags = PSH_PROPSHEETPAGE | PSH_MODELESS | PSH_NOCONTEXTHELP;
@@ -212,44 +214,45 @@ bool Host::pumpUntil(const std::function<bool()>& condition) {
     const ULONGLONG start = GetTickCount64();
     while (!condition()) {
         if (GetTickCount64() - start > 10'000) return false;
-        MSG message{};
-        if (!PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) {
-            MsgWaitForMultipleObjects(0, nullptr, FALSE, 20, QS_ALLINPUT);
-            continue;
-        }
-        if (translate(message)) continue;
-        TranslateMessage(&message);
-        DispatchMessageW(&message);
+        if (!dispatchOne()) MsgWaitForMultipleObjects(0, nullptr, FALSE, 20, QS_ALLINPUT);
     }
     return true;
 }
 
-void Host::pump() {
+bool Host::dispatchOne() {
     MSG message{};
-    while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) {
-        if (translate(message)) continue;
-        TranslateMessage(&message);
-        DispatchMessageW(&message);
-    }
+    if (!PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) return false;
+    if (translate(message)) return true;
+    TranslateMessage(&message);
+    DispatchMessageW(&message);
+    return true;
+}
+
+void Host::pump() {
+    while (dispatchOne()) continue;
+}
+
+HeldKeys::HeldKeys(std::initializer_list<BYTE> keys) {
+    GetKeyboardState(before_);
+    BYTE held[256] = {};
+    for (const BYTE key : keys) held[key] = 0x80;
+    SetKeyboardState(held);
+}
+
+HeldKeys::~HeldKeys() {
+    SetKeyboardState(before_);
 }
 
 void Host::key(UINT virtualKey, Modifier modifier) {
+    constexpr BYTE kKeys[] = {0, VK_SHIFT, VK_CONTROL, VK_MENU};
+    const HeldKeys held{kKeys[static_cast<int>(modifier)]};
     const bool alt = modifier == Modifier::Alt;
-    BYTE keys[256] = {};
-    GetKeyboardState(keys);
-    BYTE before[256];
-    std::copy(std::begin(keys), std::end(keys), std::begin(before));
-    if (modifier == Modifier::Shift) keys[VK_SHIFT] = 0x80;
-    if (modifier == Modifier::Control) keys[VK_CONTROL] = 0x80;
-    if (alt) keys[VK_MENU] = 0x80;
-    SetKeyboardState(keys);
     const LPARAM context = alt ? 1 << 29 : 0;
     PostMessageW(GetFocus(), alt ? WM_SYSKEYDOWN : WM_KEYDOWN, virtualKey, context);
     pump();
     // Posted key strokes are translated with the state of the keys that are really held down.
     if (alt) PostMessageW(GetFocus(), WM_SYSCHAR, virtualKey | 0x20, context);
     pump();
-    SetKeyboardState(before);
 }
 
 StrictHost::StrictHost(ComPtr<IUnknown> control, bool show) {
@@ -284,8 +287,20 @@ void StrictHost::close() {
     if (frame_) DestroyWindow(std::exchange(frame_, nullptr));
 }
 
+// A key goes to the control's active object, and then to the control if it may be an access key.
 bool StrictHost::translate(MSG& message) {
-    return control_ && giveKey(message, *control_, *site_, true, true);
+    if (!control_ || message.message < WM_KEYFIRST || message.message > WM_KEYLAST) return false;
+    const ComPtr<IOleInPlaceActiveObject> active = site_->active;
+    if (active && active->TranslateAccelerator(&message) == S_OK) return true;
+    const auto keys = control_.as<IOleControl>();
+    CONTROLINFO info{};
+    info.cb = sizeof info;
+    WORD command = 0;
+    if (message.message != WM_SYSCHAR || FAILED(keys->GetControlInfo(&info)) || info.cAccel == 0 ||
+        !IsAccelerator(info.hAccel, info.cAccel, &message, &command))
+        return false;
+    keys->OnMnemonic(&message);
+    return true;
 }
 
 std::unique_ptr<Host> makeAtlHost() {
@@ -296,4 +311,4 @@ std::unique_ptr<Host> makePropertySheetHost() {
     return std::make_unique<PropertySheetHost>();
 }
 
-}  // namespace dravik
+}  // namespace dravik::test

@@ -9,7 +9,7 @@
 #include "windows/com/ComPtr.h"
 #include "windows/control/support/StrictSite.h"
 
-namespace dravik {
+namespace dravik::test {
 
 using namespace com;
 using namespace tool;
@@ -37,6 +37,18 @@ class ControlModule {
 
 enum class Modifier { None, Shift, Control, Alt };
 
+// Keys that are held down while this lives, and no others.
+class HeldKeys {
+  public:
+    HeldKeys(std::initializer_list<BYTE> keys);
+    HeldKeys(const HeldKeys&) = delete;
+    HeldKeys& operator=(const HeldKeys&) = delete;
+    ~HeldKeys();
+
+  private:
+    BYTE before_[256] = {};
+};
+
 class Host {
   public:
     virtual ~Host() = default;
@@ -61,6 +73,9 @@ class Host {
   protected:
     ComPtr<IUnknown> control_;
     HWND frame_ = nullptr;
+
+  private:
+    bool dispatchOne();
 };
 
 class StrictHost : public Host {
@@ -81,4 +96,4 @@ class StrictHost : public Host {
 std::unique_ptr<Host> makeAtlHost();
 std::unique_ptr<Host> makePropertySheetHost();
 
-}  // namespace dravik
+}  // namespace dravik::test

@@ -4,9 +4,8 @@
 
 #include "windows/win32/WinText.h"
 
-namespace dravik {
+namespace dravik::test {
 
-using namespace test;
 using namespace win32;
 
 void Robot::expectBox(std::wstring title, int button) {
@@ -46,4 +45,4 @@ HWND child(HWND parent, const std::wstring& className, const std::wstring& text)
     return nullptr;
 }
 
-}  // namespace dravik
+}  // namespace dravik::test

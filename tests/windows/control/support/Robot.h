@@ -4,9 +4,7 @@
 
 #include "drivers/win32/DialogScript.h"
 
-namespace dravik {
-
-using namespace test;
+namespace dravik::test {
 
 class Robot {
   public:
@@ -36,4 +34,4 @@ std::vector<HWND> children(HWND parent, const std::wstring& className);
 // The child window of that class and text; null when there is none.
 HWND child(HWND parent, const std::wstring& className, const std::wstring& text);
 
-}  // namespace dravik
+}  // namespace dravik::test

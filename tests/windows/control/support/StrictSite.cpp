@@ -2,10 +2,7 @@
 
 #include <algorithm>
 
-namespace dravik {
-
-using namespace com;
-using namespace tool;
+namespace dravik::test {
 
 int StrictSite::count(const std::string& call) const {
     return static_cast<int>(std::count(calls.begin(), calls.end(), call));
@@ -111,4 +108,4 @@ HRESULT StrictSite::Invoke(DISPID id, REFIID, LCID, WORD flags, DISPPARAMS*, VAR
     return VariantCopy(result, &found->second.get());
 }
 
-}  // namespace dravik
+}  // namespace dravik::test

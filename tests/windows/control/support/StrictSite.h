@@ -11,8 +11,9 @@
 
 #include "windows/com/ComPtr.h"
 #include "windows/com/Variant.h"
+#include "windows/headers/ComObject.h"
 
-namespace dravik {
+namespace dravik::test {
 
 using namespace com;
 using namespace tool;
@@ -21,7 +22,7 @@ class StrictSite final : public IOleClientSite,
                          public IOleInPlaceSite,
                          public IOleControlSite,
                          public IOleInPlaceFrame,
-                         public IDispatch {
+                         public NotCalledByNames<IDispatch> {
   public:
     // The control is to take `place` of the frame's client area.
     static ComPtr<StrictSite> make(HWND frame, RECT place) {
@@ -107,15 +108,6 @@ class StrictSite final : public IOleClientSite,
     HRESULT STDMETHODCALLTYPE SetStatusText(LPCOLESTR) override { return S_OK; }
     // A key that the frame may use.
     HRESULT STDMETHODCALLTYPE TranslateAccelerator(LPMSG, WORD) override { return S_FALSE; }
-    HRESULT STDMETHODCALLTYPE GetTypeInfoCount(UINT* count) override {
-        if (!count) return E_POINTER;
-        *count = 0;
-        return S_OK;
-    }
-    HRESULT STDMETHODCALLTYPE GetTypeInfo(UINT, LCID, ITypeInfo**) override { return E_NOTIMPL; }
-    HRESULT STDMETHODCALLTYPE GetIDsOfNames(REFIID, LPOLESTR*, UINT, LCID, DISPID*) override {
-        return DISP_E_UNKNOWNNAME;
-    }
 
   private:
     StrictSite(HWND window, const RECT& itsPlace) : place(itsPlace), window_(window) {}
@@ -129,24 +121,4 @@ class StrictSite final : public IOleClientSite,
     bool uiActive_ = false;
 };
 
-// A key message for a control that is shown in a container: to its active object, if `toActive`; then to the
-// control, if it may be an access key (`asAccessKey`). True when it was taken.
-inline bool giveKey(MSG& message, IUnknown& control, StrictSite& site, bool toActive, bool asAccessKey) {
-    if (message.message < WM_KEYFIRST || message.message > WM_KEYLAST) return false;
-    if (toActive && site.active) {
-        const ComPtr<IOleInPlaceActiveObject> active = site.active;
-        if (active->TranslateAccelerator(&message) == S_OK) return true;
-    }
-    if (!asAccessKey || message.message != WM_SYSCHAR) return false;
-    const auto keys = ComPtr<IUnknown>(&control).as<IOleControl>();
-    CONTROLINFO info{};
-    info.cb = sizeof info;
-    WORD command = 0;
-    if (!keys || FAILED(keys->GetControlInfo(&info)) || info.cAccel == 0 ||
-        !IsAccelerator(info.hAccel, info.cAccel, &message, &command))
-        return false;
-    keys->OnMnemonic(&message);
-    return true;
-}
-
-}  // namespace dravik
+}  // namespace dravik::test

@@ -2,17 +2,9 @@
 #pragma once
 
 #include "shown/Seen.h"
-#include "support/Accessible.h"
-#include "windows/win32/FormWindow.h"
-#include "windows/win32/Look.h"
-#include "windows/win32/Peer.h"
-#include "windows/win32/WinText.h"
 #include "windows/win32/support/ShownPage.h"
 
 namespace dravik::test {
-
-using namespace ui;
-using namespace win32;
 
 class Shown : public ShownPage {
   public:

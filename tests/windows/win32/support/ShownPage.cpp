@@ -1,34 +1,13 @@
+
 #include "windows/win32/support/ShownPage.h"
 
-#include <cstdlib>
-#include <filesystem>
-
-#include "base/Paths.h"
-#include "drivers/win32/PngFile.h"
-#include "support/Accessible.h"
 #include "windows/win32/CellBoard.h"
 #include "windows/win32/CellPeer.h"
-#include "windows/win32/Module.h"
-#include "windows/win32/Peer.h"
-#include "windows/win32/WinText.h"
 
 namespace dravik::test {
 
-using namespace ui;
-using namespace win32;
-
 std::wstring accessibleName(HWND window, LONG part) {
     return AccessibleWindow(window).name(part);
-}
-
-void keepPicture(HWND window, const std::string& name) {
-    keepPicture(*picture(window), name);
-}
-
-void keepPicture(Canvas& shown, const std::string& name) {
-    const char* folder = std::getenv("DRAVIK_PICTURES");
-    if (!folder) return;
-    writePng(fromPath(std::filesystem::path(folder) / (name + ".png")), shown);
 }
 
 COLORREF colorAt(Canvas& canvas, int x, int y) {

@@ -9,11 +9,25 @@
 #include <string>
 
 #include "drivers/win32/DialogScript.h"
+#include "support/Accessible.h"
+#include "ui/Bars.h"
+#include "ui/Button.h"
+#include "ui/Chart.h"
 #include "ui/Form.h"
+#include "ui/Grid.h"
+#include "ui/Label.h"
+#include "ui/ListControls.h"
+#include "ui/TextBox.h"
+#include "ui/Toolbar.h"
 #include "windows/win32/Dpi.h"
 #include "windows/win32/FormPage.h"
+#include "windows/win32/FormWindow.h"
 #include "windows/win32/Gdi.h"
+#include "windows/win32/Look.h"
+#include "windows/win32/Module.h"
+#include "windows/win32/Peer.h"
 #include "windows/win32/Win32Platform.h"
+#include "windows/win32/WinText.h"
 
 namespace dravik::test {
 
@@ -23,10 +37,6 @@ using namespace win32;
 // What a screen reader says of a window, or of a part of it.
 std::wstring accessibleName(HWND window, LONG part = 0);
 
-// Writes what a window shows as a PNG file into the folder that DRAVIK_PICTURES names; does nothing without
-// one.
-void keepPicture(HWND window, const std::string& name);
-void keepPicture(Canvas& shown, const std::string& name);
 // Of a canvas, at a place.
 COLORREF colorAt(Canvas& canvas, int x, int y);
 int countOf(Canvas& canvas, COLORREF color);
