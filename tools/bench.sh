@@ -15,7 +15,8 @@ faces=(fonts-dejavu-core fonts-liberation fonts-hack fonts-inconsolata fonts-rob
     fonts-inter fonts-cantarell fonts-paratype fonts-firacode fonts-noto-core fonts-cabin fonts-karla fonts-oxygen fonts-play fonts-dosis
     fonts-mononoki fonts-agave fonts-monoid fonts-fantasque-sans fonts-league-mono fonts-crosextra-carlito fonts-adf-universalis
     fonts-adf-gillius fonts-adf-verana fonts-sil-andika fonts-spleen xfonts-terminus fonts-roboto-slab fonts-tuffy fonts-jura
-    xfonts-75dpi)
+    xfonts-75dpi fonts-nanum fonts-tlwg-loma-ttf fonts-tlwg-typist-ttf fonts-sawarabi-gothic fonts-baekmuk fonts-motoya-l-cedar
+    fonts-smc-manjari fonts-sil-padauk xfonts-jmk)
 if [ "${1:-}" = windows ]; then
     install_packages "${windows_packages[@]}"
     cmake --preset windows-bench >/dev/null

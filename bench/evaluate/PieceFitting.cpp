@@ -13,6 +13,7 @@
 #include "engine/segmentation/DotPrint.h"
 #include "engine/segmentation/LineCharacters.h"
 #include "engine/segmentation/PrintCleaning.h"
+#include "engine/segmentation/PrintSlope.h"
 #include "evaluate/NetworkFitting.h"
 #include "evaluate/TrueBoxes.h"
 

@@ -3,9 +3,11 @@
 #include <algorithm>
 #include <chrono>
 #include <cstdio>
+#include <ctime>
 #include <filesystem>
 #include <map>
 #include <thread>
+#include <utility>
 #include <vector>
 
 #include "engine/LabelledImages.h"
@@ -53,12 +55,36 @@ struct JobsForNow {
     }
 };
 
+// Processor time of finding and reading, in milliseconds, by the number of lines.
+struct Times {
+    std::map<std::size_t, std::vector<double>> byLines;
+    double worst = 0;
+    std::string slowest;
+
+    void add(const std::string& image, std::size_t lines, double time) {
+        byLines[lines].push_back(time);
+        if (time <= worst) return;
+        worst = time;
+        slowest = image;
+    }
+    void print() {
+        for (auto& [lines, times] : byLines) {
+            std::sort(times.begin(), times.end());
+            std::printf(
+                "processor time of %zu images of %zu lines: median %.1f ms, nine in ten below %.1f ms\n",
+                times.size(), lines, times[times.size() / 2], times[times.size() * 9 / 10]);
+        }
+        std::printf("the slowest: %.1f ms, %s\n", worst, slowest.c_str());
+    }
+};
+
 }  // namespace
 
 void readBack(const std::string& charsets, const std::string& lines, int most) {
     const JobsForNow jobs;
     const Fonts toRead = byFont(lines);
     WrongLabels wrongLabels;
+    Times times;
     int allCharacters = 0, allWrong = 0, allExact = 0, allImages = 0, allMisread = 0;
     std::printf("%-12s %8s %7s %7s %6s %6s %7s %7s %7s %9s\n", "font", "included", "refused", "exact",
                 "chars", "wrong", "seconds", "cycles", "RMS", "Distance");
@@ -87,8 +113,12 @@ void readBack(const std::string& charsets, const std::string& lines, int most) {
         if (const auto own = toRead.find(font); own != toRead.end())
             for (const LabelledImage& image : own->second) {
                 ++count;
-                tool.setImage(readPng(image.file));
+                GreyImage pixels = readPng(image.file);
+                const std::clock_t begun = std::clock();
+                tool.setImage(std::move(pixels));
                 const std::vector<ReadCharacter> read = tool.read();
+                times.add(image.name, read.empty() ? 0 : static_cast<std::size_t>(read.back().place.line) + 1,
+                          1000.0 * static_cast<double>(std::clock() - begun) / CLOCKS_PER_SEC);
                 const std::vector<std::string> text = characters(image.text);
                 characterTotal += static_cast<int>(text.size());
                 wrongLabels.tryOut(tool, text);
@@ -123,6 +153,7 @@ void readBack(const std::string& charsets, const std::string& lines, int most) {
         allExact, allImages, allWrong, allCharacters, 100.0 * allWrong / std::max(1, allCharacters),
         allMisread);
     wrongLabels.print();
+    times.print();
 }
 
 }  // namespace dravik

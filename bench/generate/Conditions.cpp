@@ -11,6 +11,14 @@ void tag(Conditions& conditions, const char* name) {
     conditions.view.tags.emplace_back(name);
 }
 
+// Does something to some images, and names what was done.
+template <typename Change>
+void sometimes(Conditions& conditions, Random& random, float probability, const char* name, Change change) {
+    if (!random.chance(probability)) return;
+    change();
+    tag(conditions, name);
+}
+
 void levels(View& view, Random& random, float low, float high) {
     view.darkPrint = random.chance(0.55f);
     view.contrast = random.between(low, high);
@@ -50,22 +58,10 @@ void typicalWear(Conditions& c, Random& random) {
     View& view = c.view;
     view.gradient = random.between(-0.35f, 0.35f);
     view.vignette = random.chance(0.3f) ? random.between(0, 0.25f) : 0;
-    if (random.chance(0.3f)) {
-        view.brushed = random.between(1, 0.07f * view.contrast);
-        tag(c, "brushed");
-    }
-    if (random.chance(0.15f)) {
-        view.mottled = random.between(1, 0.08f * view.contrast);
-        tag(c, "mottled");
-    }
-    if (random.chance(0.2f)) {
-        view.spot = random.between(-0.35f, 0.35f);
-        tag(c, "spot");
-    }
-    if (random.chance(0.15f)) {
-        view.jpeg = random.whole(45, 90);
-        tag(c, "jpeg");
-    }
+    sometimes(c, random, 0.3f, "brushed", [&] { view.brushed = random.between(1, 0.07f * view.contrast); });
+    sometimes(c, random, 0.15f, "mottled", [&] { view.mottled = random.between(1, 0.08f * view.contrast); });
+    sometimes(c, random, 0.2f, "spot", [&] { view.spot = random.between(-0.35f, 0.35f); });
+    sometimes(c, random, 0.15f, "jpeg", [&] { view.jpeg = random.whole(45, 90); });
     if (random.chance(0.2f)) {
         c.spread = random.between(-0.015f, 0.03f);
         tag(c, c.spread < 0 ? "thin" : "spread");
@@ -77,44 +73,20 @@ void typicalWear(Conditions& c, Random& random) {
         view.frame = random.between(0.5f, 1.1f);
         tag(c, "frame");
     }
-    if (random.chance(0.1f)) {
-        view.specks = random.whole(1, 10);
-        tag(c, "specks");
-    }
+    sometimes(c, random, 0.1f, "specks", [&] { view.specks = random.whole(1, 10); });
 }
 
 void hardWear(Conditions& c, Random& random) {
     typicalWear(c, random);
     View& view = c.view;
     view.gradient = random.between(-0.6f, 0.6f);
-    if (random.chance(0.2f)) {
-        view.shadow = random.between(0.2f, 0.5f);
-        tag(c, "shadow");
-    }
-    if (random.chance(0.25f)) {
-        c.breaks = random.whole(2, 10);
-        tag(c, "broken");
-    }
-    if (random.chance(0.2f)) {
-        c.style.pairTouching = 0.2f;
-        tag(c, "touch");
-    }
-    if (random.chance(0.3f)) {
-        view.specks = random.whole(5, 40);
-        tag(c, "specks");
-    }
-    if (random.chance(0.2f)) {
-        view.scratches = random.whole(1, 4);
-        tag(c, "scratches");
-    }
-    if (random.chance(0.15f)) {
-        view.jpeg = random.whole(15, 45);
-        tag(c, "jpeg");
-    }
-    if (random.chance(0.15f)) {
-        c.style.wander = random.between(0.01f, 0.04f);
-        tag(c, "wander");
-    }
+    sometimes(c, random, 0.2f, "shadow", [&] { view.shadow = random.between(0.2f, 0.5f); });
+    sometimes(c, random, 0.25f, "broken", [&] { c.breaks = random.whole(2, 10); });
+    sometimes(c, random, 0.2f, "touch", [&] { c.style.pairTouching = 0.2f; });
+    sometimes(c, random, 0.3f, "specks", [&] { view.specks = random.whole(5, 40); });
+    sometimes(c, random, 0.2f, "scratches", [&] { view.scratches = random.whole(1, 4); });
+    sometimes(c, random, 0.15f, "jpeg", [&] { view.jpeg = random.whole(15, 45); });
+    sometimes(c, random, 0.15f, "wander", [&] { c.style.wander = random.between(0.01f, 0.04f); });
 }
 
 // A thresholded picture: black and white only, its edges rough.
@@ -138,31 +110,17 @@ void usualWear(Conditions& c, Random& random) {
     View& view = c.view;
     const bool hard = c.tier == Tier::Hard;
     view.gradient = random.between(-0.45f, 0.45f);
-    if (random.chance(0.45f)) {
-        view.brushed = random.between(1, (hard ? 0.09f : 0.06f) * view.contrast);
-        tag(c, "brushed");
-    }
-    if (random.chance(0.3f)) {
-        view.spot = random.between(-0.35f, 0.35f);
-        tag(c, "spot");
-    }
+    sometimes(c, random, 0.45f, "brushed",
+              [&] { view.brushed = random.between(1, (hard ? 0.09f : 0.06f) * view.contrast); });
+    sometimes(c, random, 0.3f, "spot", [&] { view.spot = random.between(-0.35f, 0.35f); });
     if (random.chance(hard ? 0.2f : 0.4f)) {
         c.spread = random.between(-0.015f, 0.025f);
         tag(c, c.spread < 0 ? "thin" : "spread");
     }
-    if (random.chance(hard ? 0.5f : 0.1f)) {
-        c.breaks = random.whole(1, hard ? 6 : 2);
-        tag(c, "broken");
-    }
+    sometimes(c, random, hard ? 0.5f : 0.1f, "broken", [&] { c.breaks = random.whole(1, hard ? 6 : 2); });
     if (!hard) return;
-    if (random.chance(0.35f)) {
-        view.specks = random.whole(3, 20);
-        tag(c, "specks");
-    }
-    if (random.chance(0.15f)) {
-        c.style.pairTouching = 0.2f;
-        tag(c, "touch");
-    }
+    sometimes(c, random, 0.35f, "specks", [&] { view.specks = random.whole(3, 20); });
+    sometimes(c, random, 0.15f, "touch", [&] { c.style.pairTouching = 0.2f; });
 }
 
 }  // namespace

@@ -1,9 +1,9 @@
 // Makes labelled part images: lines to find and read, and sheets of all characters to learn a font from, in
 // faces and under conditions that differ between the sets: the engine's weights are fitted on `learn`, its
-// rules are made with `develop`, and `held` and `fresh` are only for the last word.
+// rules are made with `develop`, and `held`, `fresh` and `unseen` are only for the last word.
 //
-//     dravik_generate develop|held|fresh|learn usual|extreme|scenes FOLDER [LINES_PER_FACE
-//     [CHARSETS_PER_FACE]]
+//     dravik_generate develop|held|fresh|unseen|learn usual|extreme|scenes FOLDER
+//     [LINES_PER_FACE [CHARSETS_PER_FACE]]
 //
 // `usual` and `extreme` say under what conditions the lines are seen, `scenes` has them on parts beside other
 // things; the sheets are the same. Writes FOLDER/lines and FOLDER/charsets with their images, lines.tsv,
@@ -170,6 +170,25 @@ const std::vector<Face> kFresh = {
     {"dotlut12", "lutRS12.pcf.gz"},
 };
 
+// The same, after `fresh` had been counted twice.
+const std::vector<Face> kUnseen = {
+    {"nanum", "NanumGothic.ttf"},
+    {"nanumsquare", "NanumSquareB.ttf"},
+    {"nanumcoding", "NanumGothicCoding.ttf"},
+    {"barunb", "NanumBarunGothicBold.ttf"},
+    {"loma", "Loma-Bold.ttf"},
+    {"typist", "TlwgTypist-Bold.ttf"},
+    {"sawarabi", "sawarabi-gothic-medium.ttf"},
+    {"baekmuk", "dotum.ttf"},
+    {"hline", "hline.ttf"},
+    {"motoya", "MTLc3m.ttf"},
+    {"manjari", "Manjari-Bold.otf"},
+    {"padauk", "Padauk-Bold.ttf"},
+    {"dotmodd13", "modd-iso8859-1-06x13.pcf.gz"},
+    {"dotneep15", "neep-alt-iso10646-1-08x15.pcf.gz"},
+    {"dotneep11", "neep-alt-iso8859-1-05x11.pcf.gz"},
+};
+
 std::unique_ptr<Typeface> opened(const Face& face) {
     const std::string file = face.file;
     if (file.empty()) return smallDotFace();
@@ -235,6 +254,7 @@ struct Set {
 const std::vector<Set> kSets = {{"develop", kDevelop, 100'003u},
                                 {"held", kHeld, 900'001u},
                                 {"fresh", kFresh, 1'300'021u},
+                                {"unseen", kUnseen, 2'100'049u},
                                 {"learn", kLearn, 500'009u, true}};
 
 struct Seeing {
@@ -286,10 +306,10 @@ int main(int argc, char** argv) {
     const auto seeing = std::find_if(dravik::kSeeing.begin(), dravik::kSeeing.end(),
                                      [&](const dravik::Seeing& one) { return conditions == one.name; });
     if (set == dravik::kSets.end() || seeing == dravik::kSeeing.end()) {
-        std::fprintf(
-            stderr,
-            "usage: dravik_generate develop|held|fresh|learn usual|extreme|scenes FOLDER [LINES_PER_FACE "
-            "[CHARSETS_PER_FACE]]\n");
+        std::fprintf(stderr,
+                     "usage: dravik_generate develop|held|fresh|unseen|learn usual|extreme|scenes FOLDER "
+                     "[LINES_PER_FACE "
+                     "[CHARSETS_PER_FACE]]\n");
         return 2;
     }
     try {

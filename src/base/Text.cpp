@@ -103,6 +103,12 @@ std::string characterOf(std::int32_t code) {
     return utf8Of(static_cast<char32_t>(code));
 }
 
+bool isInvisible(std::int32_t code) {
+    const auto within = [&](std::int32_t first, std::int32_t last) { return code >= first && code <= last; };
+    return code == 0xAD || code == 0xFEFF || within(0x200B, 0x200F) || within(0x2028, 0x202E) ||
+           within(0x2060, 0x2064);
+}
+
 bool isPrintable(std::string_view text) {
     bool all = true;
     eachCharacter(text, [&](std::string_view character) {

@@ -23,6 +23,8 @@ std::string characterOf(std::int32_t code);
 
 // True for UTF-8 without control characters: what can be printed.
 bool isPrintable(std::string_view text);
+// A character that takes no place in print, such as a zero-width blank or a mark of the direction of writing.
+bool isInvisible(std::int32_t code);
 
 // Case of Latin, Greek, Cyrillic and Armenian letters, letter by letter; everything else stays, and so do
 // letters whose other case is not one letter.

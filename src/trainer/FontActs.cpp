@@ -4,7 +4,9 @@
 #include <utility>
 
 #include "base/Failure.h"
+#include "base/Text.h"
 #include "base/TimeText.h"
+#include "screen/context/Screen.h"
 #include "screen/context/ScreenState.h"
 #include "tool/Samples.h"
 
@@ -28,6 +30,10 @@ FontActs::FontActs(screen::DravikDlg& control, tool::FontTool& tool, tool::FontH
     }));
     connections_.push_back(control.actEnded().connect([this](const OperatorAct& act) { record(act); }));
     connections_.push_back(control.fontStateChanged.connect([this] { fontMayHaveChanged(); }));
+    auto& display = control.screen().numeric.cboDisplay;
+    connections_.push_back(display.click.connect([this, &display] {
+        if (emptyTable()) say("The font has no " + lowerCase(display.text()));
+    }));
     auto& timer = control.screen().train.tmrTrain;
     connections_.push_back(timer.changed.connect([this] { changed(); }));
     fontMayHaveChanged();
@@ -168,6 +174,7 @@ void FontActs::record(const OperatorAct& act) {
     state.includeEnabled = true;  // it may be held at the moment, until the image's characters are found
     history_.endAct(act.kind == OperatorAct::Kind::Save ? "" : screen::actName(act), screen::encode(state));
     const std::string deleted = screen::deletedText(act);
+    if (!deleted.empty()) emptyTable();
     say(!failure.empty() ? failure : deleted.empty() ? "" : deleted + kTakeBack);
     failure_ = failure;
 }
@@ -188,6 +195,20 @@ void FontActs::guardScreen(const OperatorAct& act) {
     const auto table = tool_.GetSampleData(tool::kAllCommitted, tool::kSampleFields);
     if (!isTraining() && (!table || table->upperRow() < 1))
         control_.screen().train.cmdTrain.setEnabled(false);
+}
+
+// The screen leaves rows of samples in the table when there are none to show instead, and nothing can be done
+// to those. True when there were some.
+bool FontActs::emptyTable() {
+    const auto& numeric = control_.screen().numeric;
+    const int shown = numeric.cboDisplay.listIndex();
+    if (numeric.grid.rows() < 2 || shown == screen::kDisplayStatistics) return false;
+    const auto table =
+        tool_.GetSampleData(shown == screen::kDisplayCommitted ? tool::kAllCommitted : tool::kAllUncommitted,
+                            tool::kSampleFields);
+    if (table && !table->isEmpty()) return false;
+    control_.refreshAfterHistory(control_.state(), isUnsaved());
+    return true;
 }
 
 // The state before the first act, to which undo goes back.

@@ -69,6 +69,7 @@ class FontActs {
   private:
     void record(const screen::OperatorAct& act);
     void guardScreen(const screen::OperatorAct& act);
+    bool emptyTable();
     void fontMayHaveChanged();
     void forgetFailure();
     void step(const std::optional<std::string>& words, const char* source, const char* done,

@@ -13,9 +13,12 @@ namespace {
 
 constexpr int kWholeText = 32767;
 
-std::string withoutBlanksAndBreaks(std::string text) {
-    std::erase_if(text, [](char c) { return c == ' ' || c == '\r' || c == '\n' || c == '\t'; });
-    return text;
+// What an operator does not see in what is pasted would count as a character that the image lacks.
+std::string withoutUnseen(const std::string& text) {
+    std::string result;
+    for (const std::string& character : characters(text))
+        if (character.find_first_of(" \r\n\t") != 0 && !isInvisible(codeOf(character))) result += character;
+    return result;
 }
 
 }  // namespace
@@ -23,7 +26,7 @@ std::string withoutBlanksAndBreaks(std::string text) {
 Labelling::Labelling(const Around& around, std::string labelsFile)
     : around_(around), book_(std::move(labelsFile)) {
     auto& sample = around_.control.screen().sample;
-    sample.txtSampleInput.pasteFilter = withoutBlanksAndBreaks;
+    sample.txtSampleInput.pasteFilter = withoutUnseen;
     sample.cmdInclude.mayPress = [this] { return mayInclude(); };
     // These come after the screen's own procedures, which subscribed first.
     connections_.push_back(sample.txtSampleInput.textChanged.connect([this] { textEdited(); }));

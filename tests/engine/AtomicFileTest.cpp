@@ -3,7 +3,6 @@
 #include "base/AtomicFile.h"
 
 #include <gtest/gtest.h>
-#include <signal.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
@@ -13,16 +12,12 @@
 
 #include "base/Failure.h"
 #include "base/OutputFile.h"
-#include "engine/font/FontFile.h"
-#include "engine/font/FontVersions.h"
 #include "support/FullDisk.h"
 #include "support/Refused.h"
 #include "support/TemporaryFolder.h"
 
 namespace dravik {
 
-using namespace engine;
-using namespace tool;
 namespace {
 
 std::vector<std::uint8_t> bytesOf(const std::string& text) {
@@ -75,6 +70,11 @@ TEST(AtomicFile, FailedSaveLeavesTheOldFileAndNothingElse) {
     EXPECT_EQ(filesIn(folder.path()), 2u);
     EXPECT_THROW(readWholeFile(folder.path("c.nnd"), 100), Failure);
     EXPECT_THROW(readWholeFile(file, 2), Failure);
+    // A backup that cannot be made.
+    std::filesystem::create_directories(backupOf(file) + "/full");
+    EXPECT_THROW(writeWholeFile(file, bytesOf("new"), true), Failure);
+    EXPECT_EQ(contentOf(file), "old");
+    EXPECT_EQ(filesIn(folder.path()), 3u);
 }
 
 // What is written line by line reaches the disk when the file is closed at the latest.
@@ -84,31 +84,22 @@ TEST(OutputFile, TellsOfAFullDiskWhenItIsClosed) {
     EXPECT_EQ(test::refusal([&] { log.close(); }), 61);
 }
 
-// What a killed save left goes with the next one; what another program is still writing stays.
-TEST(AtomicFile, OnlyLeftoversOfProcessesThatAreGoneAreTakenAway) {
-    const TemporaryFolder folder;
-    const std::string file = folder.path("a.nnd");
-    const pid_t gone = fork();
-    if (gone == 0) _exit(0);
-    ASSERT_EQ(waitpid(gone, nullptr, 0), gone);
-    const std::string left = file + ".tmp-" + std::to_string(gone) + "-1";
-    const std::string written = file + ".tmp-" + std::to_string(getppid()) + "-1";
-    std::ofstream(left) << "half a font";
-    std::ofstream(written) << "half a font";
-    writeWholeFile(file, bytesOf("whole"), true);
-    EXPECT_FALSE(fileExists(left));
-    EXPECT_TRUE(fileExists(written));
-}
-
-// Killed between the new version and the backup, a save leaves the previous version under a name of its own.
-TEST(AtomicFile, TheBackupThatAKilledSaveDidNotMakeIsMadeByTheNext) {
+// What a killed save left goes with the next one, and what another program is still writing stays. Killed
+// between the new version and the backup, it leaves the previous version under a name of its own.
+TEST(AtomicFile, TheNextSaveTidiesUpBehindAKilledOne) {
     const TemporaryFolder folder;
     const std::string file = folder.path("a.nnd");
     const pid_t gone = fork();
     if (gone == 0) _exit(0);
     ASSERT_EQ(waitpid(gone, nullptr, 0), gone);
     const std::string left = backupOf(file) + ".tmp-" + std::to_string(gone) + "-1";
+    const std::string half = file + ".tmp-" + std::to_string(gone) + "-1";
+    const std::string written = file + ".tmp-" + std::to_string(getppid()) + "-1";
+    std::ofstream(half) << "half a font";
+    std::ofstream(written) << "half a font";
     writeWholeFile(file, bytesOf("three"), false);
+    EXPECT_FALSE(fileExists(half));
+    EXPECT_TRUE(fileExists(written));
     std::ofstream(left) << "two";
     std::ofstream(left + kUnfinished) << "tw";
     std::ofstream(backupOf(file)) << "one";
@@ -118,17 +109,7 @@ TEST(AtomicFile, TheBackupThatAKilledSaveDidNotMakeIsMadeByTheNext) {
     std::filesystem::create_hard_link(file, left);
     writeWholeFile(file, bytesOf("four"), false);
     EXPECT_EQ(contentOf(backupOf(file)), "two");
-    EXPECT_EQ(filesIn(folder.path()), 2u);
-}
-
-TEST(AtomicFile, ASaveWhoseBackupCannotBeMadeIsNone) {
-    const TemporaryFolder folder;
-    const std::string file = folder.path("a.nnd");
-    writeWholeFile(file, bytesOf("one"), true);
-    std::filesystem::create_directories(backupOf(file) + "/full");
-    EXPECT_THROW(writeWholeFile(file, bytesOf("two"), true), Failure);
-    EXPECT_EQ(contentOf(file), "one");
-    EXPECT_EQ(filesIn(folder.path()), 2u);
+    EXPECT_EQ(filesIn(folder.path()), 3u);
 }
 
 // What else a file is, beside its content, is not for a save to change.
@@ -201,55 +182,6 @@ TEST(AtomicFile, RenamingNeverReplaces) {
     EXPECT_EQ(contentOf(folder.path("c")), "A");
     EXPECT_FALSE(fileExists(a));
     EXPECT_THROW(renameFile(a, folder.path("d")), Failure);
-}
-
-// A process that saves without end is killed again and again; the font must load each time, be of one of the
-// versions that were saved, and the leftovers of the kills must go with the next save.
-TEST(AtomicFile, KilledSavesLeaveAWholeFont) {
-    const TemporaryFolder folder;
-    const std::string file = folder.path("Fonts/killed.nnd");
-    FontRecord font;
-    font.nextSerial = 1000;
-    for (std::uint64_t i = 0; i < 300; ++i) {
-        font.samples.push_back({i, 'A', {}});
-        font.distances.push_back(0.25);
-    }
-    font.characterSet = {"0"};
-    writeFont(font, file);
-    for (int round = 0; round < 15; ++round) {
-        int ready[2];
-        ASSERT_EQ(pipe(ready), 0);
-        const pid_t child = fork();
-        ASSERT_GE(child, 0);
-        if (child == 0) {
-            for (int save = 0;; ++save) {
-                font.characterSet = {std::to_string(save % 10)};
-                writeFont(font, file);
-                if (save == 1 && write(ready[1], "x", 1) != 1) _exit(1);
-            }
-        }
-        char signalled = 0;
-        EXPECT_EQ(read(ready[0], &signalled, 1), 1);
-        usleep(static_cast<useconds_t>(137 * round));
-        kill(child, SIGKILL);
-        waitpid(child, nullptr, 0);
-        close(ready[0]);
-        close(ready[1]);
-        FontRecord back;
-        ASSERT_NO_THROW(back = readFont(file)) << "round " << round;
-        EXPECT_EQ(back.samples.size(), 300u);
-        ASSERT_EQ(back.characterSet.size(), 1u);
-        if (fileExists(backupOf(file))) {
-            EXPECT_NO_THROW(readFont(backupOf(file)));
-        }
-    }
-    writeFont(font, file);
-    EXPECT_EQ(filesIn(folder.path("Fonts")), 3u);
-    // A kill between the backup and the new version leaves two names of one file.
-    ASSERT_EQ(unlink(backupOf(file).c_str()), 0);
-    ASSERT_EQ(link(file.c_str(), backupOf(file).c_str()), 0);
-    writeFont(font, file);
-    EXPECT_EQ(filesIn(folder.path("Fonts")), 3u);
 }
 
 }  // namespace

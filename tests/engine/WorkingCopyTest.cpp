@@ -5,7 +5,6 @@
 #include <chrono>
 #include <filesystem>
 #include <fstream>
-#include <functional>
 #include <memory>
 #include <optional>
 #include <thread>
@@ -180,13 +179,6 @@ TEST_F(UnsavedWork, WhatIsLetGoWithoutSavingIsOfferedAndNotMadeAgain) {
     EXPECT_THAT(tool->takeRecovered(), IsEmpty());
     ASSERT_EQ(tool->versions("f").size(), 1u);
     EXPECT_EQ(tool->versions("f")[0].samples, 2);
-
-    include(*tool, "H");
-    tool->keepUnsaved();
-    tool = start();
-    tool->LoadFont("f");
-    EXPECT_EQ(labels(*tool), "H");
-    EXPECT_EQ(tool->takeRecovered().size(), 1u);
 }
 
 // Where samples come from goes with them through all that can become of a font, and so does another label.
@@ -387,31 +379,6 @@ TEST_F(UnsavedWork, AFontThatWasChangedUnderneathIsNotOverwritten) {
     EXPECT_EQ(labels(*tool), "HA");
 }
 
-TEST_F(UnsavedWork, AChangeThatCannotBeKeptIsNotMade) {
-    auto tool = start();
-    tool->CreateFont("f");
-    std::filesystem::create_directory(journalOf(font("f")));
-    tool->setImage(drawn({"AB"}));
-    for (const auto& act : std::vector<std::function<void()>>{[&] { tool->IncludeSamples("AB"); },
-                                                              [&] { tool->SetCharacterSet({"A"}); }}) {
-        const Failure failure = failureOfAction(act);
-        EXPECT_NE(failure.number(), 0);
-        EXPECT_THAT(failure.description(),
-                    testing::AnyOf(HasSubstr("cannot be kept"), HasSubstr("changed by")));
-    }
-    EXPECT_THAT(tool->GetUncommittedSamples(), IsEmpty());
-    EXPECT_THAT(tool->GetCharacterSet(), IsEmpty());
-    EXPECT_THAT(tool->unsavedFonts(), IsEmpty());
-    // Another who loads it sees why it cannot be changed.
-    auto other = start();
-    other->LoadFont("f");
-    EXPECT_THAT(failureOfAction([&] { other->SetCharacterSet({"A"}); }).description(), HasSubstr("journal"));
-    std::filesystem::remove(journalOf(font("f")));
-    tool->LoadFont("f");
-    include(*tool, "AB");
-    EXPECT_EQ(labels(*tool), "AB");
-}
-
 TEST_F(UnsavedWork, FontsAreMovedCopiedAndDeletedAsTheyAreShown) {
     auto tool = start();
     tool->CreateFont("f");
@@ -419,7 +386,11 @@ TEST_F(UnsavedWork, FontsAreMovedCopiedAndDeletedAsTheyAreShown) {
     include(*tool, "AB");
     tool->endAct("", "two");
     tool->DuplicateFont("copy", "f");
+    tool->SaveFont("other");  // which saves that one alone
     EXPECT_EQ(tool->summary("copy").samples, 2);
+    EXPECT_EQ(tool->summary("other").samples, 2);
+    EXPECT_EQ(tool->summary("f").samples, 0);
+    tool->DeleteFont("other");
     tool->RenameFont("g", "f");
     EXPECT_THAT(tool->unsavedFonts(), ElementsAre("g"));
     EXPECT_FALSE(fileExists(journalOf(font("f"))));
@@ -441,13 +412,6 @@ TEST_F(UnsavedWork, FontsAreMovedCopiedAndDeletedAsTheyAreShown) {
     EXPECT_EQ(labels(*tool), "AB");
     EXPECT_THAT(tool->unsavedFonts(), ElementsAre("g"));
     EXPECT_EQ(tool->undo(), "at first");
-
-    tool->LoadFont("copy");
-    tool->CreateFont("copy");
-    EXPECT_EQ(labels(*tool), "");
-    EXPECT_EQ(tool->undoWords(), "replacement of the font");
-    tool->undo();
-    EXPECT_EQ(labels(*tool), "AB");
 }
 
 // A host that knows nothing of acts.

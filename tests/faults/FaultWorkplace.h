@@ -12,6 +12,7 @@
 #include <filesystem>
 #include <fstream>
 #include <functional>
+#include <iostream>
 #include <iterator>
 #include <map>
 #include <ostream>
@@ -20,6 +21,7 @@
 #include <vector>
 
 #include "FaultStories.h"
+#include "base/Failure.h"
 #include "contract/DrawnText.h"
 #include "engine/font/FontFile.h"
 #include "support/TemporaryFolder.h"
@@ -132,7 +134,7 @@ class FaultWorkplace {
                 setenv(name, value.c_str(), 1);
             };
             if (chdir(folder_.path().c_str()) != 0) _exit(127);
-            std::signal(SIGPIPE, SIG_DFL);
+            for (const int one : {SIGHUP, SIGPIPE}) std::signal(one, SIG_DFL);  // whatever started the tests
             set("LD_PRELOAD", DRAVIK_FAULT_SHIM);
             set("QT_QPA_PLATFORM", display.empty() ? "offscreen" : "xcb");
             set("QT_LOGGING_RULES", "*=false");
@@ -161,27 +163,22 @@ class FaultWorkplace {
                 contentOf(path("out")), contentOf(path("err"))};
     }
 
-    // Ways in which the operations of the act can fail. `begin` puts the fonts in order before the run,
-    // `check` looks at what it has done.
-    std::vector<Point> points(const Words& act, const std::function<void()>& begin,
-                              const std::function<void(const Outcome&)>& check) const {
-        std::vector<Point> all;
-        for (const bool hasLinks : {true, false}) {
-            begin();
-            check(run(act, Point{0, "", "", hasLinks}));
-            long number = 0;
-            for (const std::string& operation : operations()) {
-                ++number;
-                for (const std::string& kind : kindsFor(operation))
-                    all.push_back({number, operation, kind, hasLinks});
+    // Does the act, on the jobs folder that was kept as "before", once without a fault, of which `usual`
+    // looks at what it has done, and then for each way in which one of its operations can fail.
+    void tryEach(const std::string& story, const Words& act, const std::function<void(const Outcome&)>& usual,
+                 const std::function<void(const Point&)>& check) const {
+        const auto points = pointsOf(act, usual);
+        ASSERT_FALSE(points.empty());
+        for (const Point& point : points) {
+            const testing::ScopedTrace trace(__FILE__, __LINE__, testing::PrintToString(point));
+            try {
+                check(point);
+            } catch (...) {
+                ADD_FAILURE() << currentFailure().description();
             }
+            if (testing::Test::HasFailure() && !std::getenv("DRAVIK_FAULTS_ALL")) break;
         }
-        if (std::getenv("DRAVIK_FAULTS_ALL")) return all;
-        std::vector<Point> some;
-        const std::size_t most = act.front() == "fault-window" ? kSomePoints / 4 : kSomePoints;
-        const std::size_t step = std::max<std::size_t>(1, (all.size() + most - 1) / most);
-        for (std::size_t i = 0; i < all.size(); i += step) some.push_back(all[i]);
-        return some;
+        std::cout << story << ": " << points.size() << " points\n";
     }
 
     // In the font a; 0 when there is none.
@@ -236,6 +233,25 @@ class FaultWorkplace {
     }
 
   private:
+    std::vector<Point> pointsOf(const Words& act, const std::function<void(const Outcome&)>& usual) const {
+        std::vector<Point> all;
+        for (const bool hasLinks : {true, false}) {
+            bringBack("before");
+            usual(run(act, Point{0, "", "", hasLinks}));
+            long number = 0;
+            for (const std::string& operation : operations()) {
+                ++number;
+                for (const std::string& kind : kindsFor(operation))
+                    all.push_back({number, operation, kind, hasLinks});
+            }
+        }
+        if (std::getenv("DRAVIK_FAULTS_ALL")) return all;
+        std::vector<Point> some;
+        const std::size_t most = act.front() == "fault-window" ? kSomePoints / 4 : kSomePoints;
+        const std::size_t step = std::max<std::size_t>(1, (all.size() + most - 1) / most);
+        for (std::size_t i = 0; i < all.size(); i += step) some.push_back(all[i]);
+        return some;
+    }
     void draw(const std::string& name, const std::string& text, int scale) const {
         writePgm(path(name), drawn({text}, {.scale = scale, .dot = scale}));
     }

@@ -5,11 +5,9 @@
 #include <sys/stat.h>
 
 #include <array>
-#include <iostream>
 #include <sstream>
 
 #include "FaultWorkplace.h"
-#include "base/Failure.h"
 #include "support/FontContent.h"
 
 namespace dravik::test {
@@ -142,7 +140,9 @@ class Sessions : public testing::TestWithParam<SessionStory> {
                 allowed.erase(line.font);
                 last.erase(line.font);
             } else if (line.what == "elsewhere") {
-                EXPECT_EQ(test::contentOf(engine::readFont(place.path(line.rest))), latest[line.font])
+                // A second tool may have told meanwhile of a step of its own that failed.
+                const std::string copy = test::contentOf(engine::readFont(place.path(line.rest)));
+                EXPECT_TRUE(copy == latest[line.font] || copy == last[line.font])
                     << "the copy of " << line.font << " is another font";
             }
         }
@@ -230,20 +230,8 @@ TEST_P(Sessions, KeepEachCompletedChange) {
     note(linesOf(usual.out));
     ASSERT_NO_FATAL_FAILURE(check({}));
 
-    const auto points = place.points(
-        act, [&] { place.bringBack("before"); },
-        [&](const Outcome& run) { EXPECT_EQ(run.out, usual.out) << run.err; });
-    ASSERT_FALSE(points.empty());
-    for (const Point& point : points) {
-        const testing::ScopedTrace trace(__FILE__, __LINE__, testing::PrintToString(point));
-        try {
-            check(point);
-        } catch (...) {
-            ADD_FAILURE() << currentFailure().description();
-        }
-        if (HasFailure() && !std::getenv("DRAVIK_FAULTS_ALL")) break;
-    }
-    std::cout << story.name << ": " << points.size() << " points\n";
+    const auto asUsual = [&](const Outcome& run) { EXPECT_EQ(run.out, usual.out) << run.err; };
+    place.tryEach(story.name, act, asUsual, [&](const Point& point) { check(point); });
 }
 
 // What ends the window: signals, of which one cannot be answered, and the display that goes.

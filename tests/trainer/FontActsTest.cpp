@@ -55,6 +55,22 @@ TEST_F(FontActsTest, IncludesAndDeletionsGoBackAndForthWithTheScreen) {
     EXPECT_EQ(committed(), before);
     window->actions.undo.trigger();
     EXPECT_EQ(committed(), before) << "there is nothing more";
+
+    // A table of which all rows are deleted shows none of them any more.
+    auto& [title, label, display, grid] = screen().numeric;
+    screen().overview.tlbChars.button("Numeric").press();
+    EXPECT_EQ(grid.rows(), before + 1);
+    display.setListIndex(kDisplayUncommitted);
+    EXPECT_LT(grid.rows(), 2);
+    EXPECT_THAT(window->noticeText(), HasSubstr("no uncommitted samples"));
+    display.setListIndex(kDisplayCommitted);
+    EXPECT_EQ(grid.rows(), before + 1);
+    grid.select(1, 0, before, 0);
+    grid.keyDown(kKeyDelete, 0);
+    EXPECT_EQ(committed(), 0);
+    EXPECT_LT(grid.rows(), 2);
+    window->actions.undo.trigger();
+    EXPECT_EQ(grid.rows(), before + 1);
 }
 
 TEST_F(FontActsTest, TheStarIsOfTheFontShownAndTheEndNamesEveryOther) {

@@ -64,6 +64,9 @@ TEST_F(LabellingTest, NoImageIsIncludedWithTheTextOfAnother) {
 
     window->actions.closeAll.trigger();
     EXPECT_EQ(text(), "");
+    screen().sample.txtSampleInput.edit("8 6\xE2\x80\x8B\r\n");
+    EXPECT_EQ(text(), "86") << "what is pasted and not seen is no character";
+    type("");
     window->open({workspace.write("text.pgm", "no image"), workspace.path("5678.pgm")});
     EXPECT_EQ(text(), "") << "of an image that cannot be decoded";
     EXPECT_EQ(stateOf(0), PartState::Failed);

@@ -214,10 +214,10 @@ TEST_F(OutlierStory, WrongLabelsAreFoundByThresholdDeletedByBinAndTheFontReadsNo
               << heldOutAfter << '\n';
     EXPECT_EQ(left, 0U);
     EXPECT_LE(goodLost, before / 50);
-    // In reading, what is known of characters from other faces makes up for most wrong labels already; builds
-    // differ by a character or two.
-    EXPECT_LE(misreadAfter, misreadBefore + 2);
-    EXPECT_LE(misreadAfter, 26U);
+    // In reading, neighbours and what is known of other faces make up for most wrong labels already; the good
+    // ones that are lost tell in shapes that hardly differ, as O and 0.
+    EXPECT_LE(misreadAfter, misreadBefore + 4);
+    EXPECT_LE(misreadAfter, 17U);
     EXPECT_LT(2 * heldOutAfter, heldOutBefore);
     openFontHistogram();
     EXPECT_LT(2 * redBars(6).size(), suspicious.size());

@@ -8,11 +8,8 @@
 #include <utility>
 
 #include "base/StableSort.h"
-#include "engine/segmentation/DotPrint.h"
-#include "engine/segmentation/LineCharacters.h"
-#include "engine/segmentation/PrintCleaning.h"
+#include "engine/segmentation/OneLook.h"
 #include "engine/segmentation/TextLikeness.h"
-#include "engine/segmentation/Underscores.h"
 
 namespace dravik::engine {
 namespace {
@@ -26,135 +23,16 @@ constexpr double kLikelyText = 1;
 constexpr double kBeyondDoubt = 2.6;
 // How many combinations of size and polarity are examined at full size.
 constexpr std::size_t kMostClose = 4;
-// A picture with more runs of ink than this, and fewer pixels to each on average, is noise or texture.
-constexpr std::int64_t kManyRuns = 10'000;
-constexpr std::int64_t kFewestPixelsToRun = 12;
 // Small print is enlarged twice in regions up to this many image pixels; larger ones would take too much
 // memory.
 constexpr std::int64_t kMostDoubled = 310'000;
-// A page of dotted print has fewer pieces, and more pixels to each.
-constexpr std::size_t kMostPieces = 20'000, kAlwaysPieces = 5'000, kFewestPixelsToPiece = 256;
 // The pieces that were found are kept for a second use when the picture has at most this many pixels.
 constexpr std::size_t kMostHeld = 500'000;
-// Characters lower than this cannot be told apart.
-constexpr float kLeastHeight = 5;
 // Heights of capitals, in working pixels, at which characters are best told apart.
 constexpr float kBestHeight = 32;
 constexpr double kHopeless = -3, kNothing = -1e9;
-// Decisions less sure than this (log odds) are tried the other way too, in pictures of at most this many
-// pieces.
-constexpr double kOtherBar = 1;
+// Doubtful decisions are tried the other way too in pictures of at most so many pieces.
 constexpr std::size_t kMostReconsidered = 300;
-
-// Removes pieces as large as the image itself: its frame or a shadow.
-void dropFrames(std::vector<Piece>& pieces, const InkImage& ink) {
-    const float width = static_cast<float>(ink.width), height = static_cast<float>(ink.height);
-    std::erase_if(pieces, [&](const Piece& piece) {
-        const float share = static_cast<float>(piece.area) / (piece.box.width() * piece.box.height());
-        const bool touches = piece.box.left < 1 || piece.box.top < 1 || piece.box.right > width - 1 ||
-                             piece.box.bottom > height - 1;
-        return (piece.box.width() > 0.6f * width && piece.box.height() > 0.6f * height && share < 0.3f) ||
-               (touches && piece.box.width() > 0.8f * width) ||
-               (touches && piece.box.height() > 0.8f * height &&
-                piece.box.width() < 0.2f * piece.box.height() && width > 2 * height);
-    });
-}
-
-// Parts of the least height that capitals may have: what is smaller each way is a speck, what is lower tells
-// nothing of the usual height.
-constexpr float kSpeck = 0.15f, kLowest = 0.75f;
-
-// The usual height of the pieces that may be characters; 0 when there are none.
-float characterHeight(const std::vector<Piece>& pieces, float leastHeight) {
-    if (leastHeight <= 0) return usualHeight(pieces);
-    std::vector<Piece> high;
-    for (const Piece& piece : pieces)
-        if (piece.box.height() >= kLowest * leastHeight) high.push_back({{}, piece.area, piece.box});
-    return usualHeight(high);
-}
-
-// Whether the ink is so restless that it is no print; its pieces would take much more room than the image.
-bool isTexture(const InkImage& ink) {
-    const std::int64_t pixels = static_cast<std::int64_t>(ink.ink.size());
-    return pixels >= kManyRuns * kFewestPixelsToRun && ink.edges() > pixels / kFewestPixelsToRun;
-}
-
-std::size_t countOf(const std::vector<LinePieces>& lines) {
-    std::size_t count = 0;
-    for (const LinePieces& line : lines) count += line.pieces.size();
-    return count;
-}
-
-// The lines of print that are seen, before their characters are told apart. `print` has the ink separated for
-// its look, and gets its frame.
-std::vector<LinePieces> linesSeen(Segmentation& print) {
-    const InkImage& ink = print.ink;
-    const Look& look = print.look;
-    if (ink.empty() || isTexture(ink)) return {};
-    std::vector<Piece> pieces =
-        components(ink, 3, std::min(kMostPieces, kAlwaysPieces + ink.ink.size() / kFewestPixelsToPiece));
-    dropFrames(pieces, ink);
-    if (look.joins == Look::Fragments) pieces = joinedFragments(std::move(pieces));
-    if (look.joins == Look::Dots)
-        pieces = joinedByCloseness(joinedDots(std::move(pieces)), ink.width, ink.height);
-    const float speck = kSpeck * look.leastHeight;
-    std::erase_if(pieces, [speck](const Piece& piece) {
-        return piece.box.width() < speck && piece.box.height() < speck;
-    });
-    float height = characterHeight(pieces, look.leastHeight);
-    if (height < kLeastHeight) return {};
-    print.frame.slope = printSlope(pieces, height);
-    for (Piece& piece : pieces) piece.measure(print.frame);
-    height = characterHeight(pieces, look.leastHeight);
-    print.frame.slant = printSlant(pieces, print.frame.slope, height);
-    if (print.frame.slant != 0)
-        for (Piece& piece : pieces) piece.measure(print.frame);
-    std::vector<LinePieces> lines = textLines(std::move(pieces), height);
-    std::erase_if(
-        lines, [&](const LinePieces& line) { return line.metrics.capHeight < kLowest * look.leastHeight; });
-    return lines;
-}
-
-// Tells the characters of the lines apart, by the bars of the look.
-void findCharacters(Segmentation& print, std::vector<LinePieces>&& lines, const Binarizer& binarizer) {
-    CharacterDecisions& decisions = print.decisions;
-    const Look::Bars& bars = print.look.bars;
-    decisions = {{bars.cuts}, {bars.joins}, {bars.prints}};
-    for (LinePieces& line : lines) tellCharactersApart(line, print.frame, decisions);
-    dropForeign(lines, print.ink, binarizer, print.look, decisions.prints);
-    addUnderscores(lines, print.ink, print.frame);
-    print.glyphs.reserve(countOf(lines));
-    for (LinePieces& line : lines) {
-        const LineMetrics& first = line.metrics;
-        std::vector<Box> boxes;
-        for (const Piece& piece : line.pieces)
-            if (piece.box.height() >= 0.45f * first.capHeight && piece.box.width() < 2 * first.capHeight)
-                boxes.push_back(piece.box);
-        print.lines.push_back(boxes.empty() ? first : measureLine(boxes, first.capHeight));
-        const int number = static_cast<int>(print.lines.size()) - 1;
-        for (Piece& piece : line.pieces) print.glyphs.push_back({std::move(piece), number});
-    }
-}
-
-// Thresholds that would turn one doubtful decision, or a few of one kind, the other way.
-std::vector<Look::Bars> otherBars(const CharacterDecisions& decisions) {
-    std::vector<Look::Bars> result;
-    const auto add = [&](const Decisions& kind, float Look::Bars::*bar) {
-        Look::Bars bars;
-        if (kind.leastDone < kOtherBar) {
-            bars.*bar = static_cast<float>(kOtherBar);
-            result.push_back(bars);
-        }
-        if (kind.mostLeft > -kOtherBar) {
-            bars.*bar = static_cast<float>(-kOtherBar);
-            result.push_back(bars);
-        }
-    };
-    add(decisions.cuts, &Look::Bars::cuts);
-    add(decisions.joins, &Look::Bars::joins);
-    add(decisions.prints, &Look::Bars::prints);
-    return result;
-}
 
 // Whole image pixels to a working pixel, so that a region takes no more working pixels than that, and none of
 // its sides too many.
@@ -184,7 +62,11 @@ class Looking {
     double consider(Look look, bool otherwise);
     bool add(const Segmentation& seen);
     void hold();
-    bool firstLooks();
+    void keepLast();
+    // What the first looks end with: a clear candidate, one that is clear in a grain that does not suit it,
+    // none.
+    enum class First { Clear, ClearInOtherGrain, Unclear };
+    First firstLooks(bool anyGrain);
     bool lookCloser(const Candidate& first);
     Region around(const Candidate& first) const;
 
@@ -303,32 +185,39 @@ void Looking::hold() {
     isSeen_ = isText_ = false;
 }
 
+// Keeps what the last look found.
+void Looking::keepLast() {
+    if (isText_ && !found_.empty()) found_[seenBy_].seen = std::make_unique<Segmentation>(std::move(seen_));
+}
+
 // Looks at the whole image with several grains and both polarities, the likelier ones first, until one is
-// clear. The last candidate is then that one.
-bool Looking::firstLooks() {
+// clear, with `anyGrain` in one that does not suit it too. The last candidate is then that one.
+Looking::First Looking::firstLooks(bool anyGrain) {
     for (int scale = leastScale(whole_, kFirstPixels);; scale = (scale + 1) / 2) {
         const Binarizer& view = turnTo(whole_, static_cast<float>(scale));
-        if (view.empty()) return false;
+        if (view.empty()) return First::Unclear;
         const bool dark = view.leansDark();
         const int first = std::clamp(std::min(view.width(), view.height()) / 4, 8, 64);
         const auto look = [&](const Look& how) {
             return consider(how, false) >= kClearText && search_ == Search::UntilClear &&
-                   suits(found_.back());
+                   (anyGrain || suits(found_.back()));
         };
+        const auto clear = [&] { return suits(found_.back()) ? First::Clear : First::ClearInOtherGrain; };
         std::vector<int> sides;
         for (const int side : {first, first / 3, first / 6})
             if (side >= 8 || sides.empty()) sides.push_back(side);
         for (const Look::Joining joins : {Look::Fragments, Look::Dots})
             for (const int side : sides)
                 for (const bool polarity : {dark, !dark})
-                    if (look({polarity, side, 0, joins})) return true;
+                    if (look({polarity, side, 0, joins})) return clear();
         for (const int side : sides)
             for (const bool polarity : {dark, !dark})
-                if (look({polarity, side, 0.09f * static_cast<float>(side), Look::None})) return true;
-        if (stop_.stop_requested()) return false;
+                if (look({polarity, side, 0.09f * static_cast<float>(side), Look::None})) return clear();
+        if (stop_.stop_requested()) return First::Unclear;
         const bool likely = std::any_of(found_.begin(), found_.end(),
                                         [](const Candidate& one) { return one.value >= kLikelyText; });
-        if (likely || scale == 1 || leastScale(whole_, kMostWorkingPixels) > (scale + 1) / 2) return false;
+        if (likely || scale == 1 || leastScale(whole_, kMostWorkingPixels) > (scale + 1) / 2)
+            return First::Unclear;
     }
 }
 
@@ -376,7 +265,19 @@ bool Looking::lookCloser(const Candidate& first) {
 }
 
 std::vector<Candidate> Looking::candidates() && {
-    if (firstLooks()) {
+    First how = firstLooks(true);
+    if (how == First::ClearInOtherGrain) {
+        const Candidate clear = std::move(found_.back());
+        found_.clear();
+        if (lookCloser(clear)) {
+            keepLast();
+            return std::move(found_);
+        }
+        found_.clear();
+        isText_ = false;
+        how = firstLooks(false);
+    }
+    if (how == First::Clear) {
         hold();
         found_.erase(found_.begin(), found_.end() - 1);
     }
@@ -395,7 +296,7 @@ std::vector<Candidate> Looking::candidates() && {
         seen.emplace_back(candidate.look.dark, candidate.height);
         if (lookCloser(candidate)) break;
     }
-    if (isText_ && !found_.empty()) found_[seenBy_].seen = std::make_unique<Segmentation>(std::move(seen_));
+    keepLast();
     // Of the first looks those count whose grain happened to suit the print.
     std::erase_if(first, [](const Candidate& one) { return !suits(one); });
     found_.insert(found_.begin(), std::move_iterator(first.begin()), std::move_iterator(first.end()));

@@ -8,10 +8,6 @@
 namespace dravik::engine {
 namespace {
 
-constexpr float kSteepest = 0.085f;
-constexpr std::size_t kMostSlopePoints = 12'000;
-constexpr std::size_t kMostMeasured = 300;
-
 // A line that is being collected: its recent members tell where the next one is to be expected.
 struct OpenLine {
     std::vector<std::size_t> members;
@@ -122,22 +118,6 @@ void mergeSameLines(std::vector<OpenLine>& lines, const std::vector<Piece>& piec
     lines = std::move(result);
 }
 
-// Mean of the values within `reach` of the densest place; `count` tells how many there are.
-float densest(std::span<const float> sorted, float reach, std::size_t& count) {
-    std::size_t first = 0, best = 0;
-    count = 0;
-    for (std::size_t last = 0; last < sorted.size(); ++last) {
-        while (sorted[last] - sorted[first] > reach) ++first;
-        if (last - first + 1 > count) {
-            count = last - first + 1;
-            best = first;
-        }
-    }
-    float sum = 0;
-    for (std::size_t i = best; i < best + count; ++i) sum += sorted[i];
-    return count ? sum / static_cast<float>(count) : 0;
-}
-
 }  // namespace
 
 float usualHeight(std::span<const Piece> pieces) {
@@ -155,158 +135,6 @@ float usualHeight(std::span<const Piece> pieces) {
         if (below >= 0.6f * total) return height;
     }
     return 0;
-}
-
-float printSlope(std::span<const Piece> pieces, float height) {
-    std::vector<const Piece*> characters;
-    std::size_t runs = 0;
-    float left = 1e9f, right = -1e9f, top = 1e9f, bottom = -1e9f;
-    for (const Piece& piece : pieces) {
-        // Marks stand at any height and say nothing of the line.
-        if (piece.box.height() < 0.5f * height || piece.box.height() > 2.2f * height ||
-            piece.box.width() > 8 * height)
-            continue;
-        characters.push_back(&piece);
-        runs += piece.runs.size();
-        left = std::min(left, piece.box.left);
-        right = std::max(right, piece.box.right);
-        top = std::min(top, piece.box.top);
-        bottom = std::max(bottom, piece.box.bottom);
-    }
-    if (characters.size() < 3 || right - left < 3 * height) return 0;
-    const std::size_t stride = std::max<std::size_t>(1, runs / kMostSlopePoints);
-    const float bin = std::max(1.0f, height / 16);
-    const float origin = top - kSteepest * std::max(std::abs(left), std::abs(right)) - bin;
-    const float reach = bottom - top + 2 * kSteepest * std::max(std::abs(left), std::abs(right)) + 4 * bin;
-    std::vector<float> profile(static_cast<std::size_t>(reach / bin) + 2);
-
-    const auto sharpness = [&](float slope) {
-        std::fill(profile.begin(), profile.end(), 0.0f);
-        std::size_t next = 0;
-        for (const Piece* piece : characters) {
-            for (; next < piece->runs.size(); next += stride) {
-                const Run& run = piece->runs[next];
-                const float x = 0.5f * static_cast<float>(run.x0 + run.x1);
-                const float place = (static_cast<float>(run.y) - slope * x - origin) / bin;
-                const std::size_t cell = static_cast<std::size_t>(std::max(0.0f, place));
-                const float part = place - static_cast<float>(cell);
-                const float weight = static_cast<float>(run.x1 - run.x0);
-                if (cell + 1 >= profile.size()) continue;
-                profile[cell] += weight * (1 - part);
-                profile[cell + 1] += weight * part;
-            }
-            next -= piece->runs.size();
-        }
-        double sum = 0;
-        for (std::size_t i = 1; i < profile.size(); ++i) {
-            const double step = static_cast<double>(profile[i] - profile[i - 1]);
-            sum += step * step;
-        }
-        // Steep slopes are rare, and need the clearer evidence.
-        return sum * std::exp(-4.0 * static_cast<double>(std::abs(slope)));
-    };
-    float best = 0;
-    double most = sharpness(0);
-    const auto search = [&](float from, float to, float step) {
-        for (float slope = from; slope <= to; slope += step)
-            if (const double value = sharpness(slope); value > most) {
-                most = value;
-                best = slope;
-            }
-    };
-    const float step = bin / (right - left);
-    search(-kSteepest, kSteepest, step);
-    search(best - step, best + step, step / 4);
-    return best;
-}
-
-float printSlant(std::span<const Piece> pieces, float slope, float height) {
-    constexpr float kMostSlant = 0.34f, kStep = 0.02f;
-    constexpr int kSteps = static_cast<int>(2 * kMostSlant / kStep) + 1, kUpright = kSteps / 2;
-    std::vector<const Piece*> upright;
-    std::size_t runs = 0;
-    for (const Piece& piece : pieces)
-        if (piece.box.height() > 0.6f * height && piece.box.height() < 1.8f * height &&
-            piece.box.width() < 1.6f * height && runs < kMostSlopePoints) {
-            upright.push_back(&piece);
-            runs += piece.runs.size();
-        }
-    if (upright.size() < 3) return 0;
-    // Edges of upright strokes fall together where the shear undoes the slant.
-    std::vector<float> columns;
-    double most = 0;
-    float best = 0;
-    for (int step = 0; step < kSteps; ++step) {
-        const float slant = static_cast<float>(step - kUpright) * kStep;
-        double sum = 0;
-        for (const Piece* piece : upright) {
-            const float middle = piece->box.middleY(),
-                        left = piece->box.left - kMostSlant * piece->box.height() - 1;
-            columns.assign(
-                static_cast<std::size_t>(piece->box.width() + 2 * kMostSlant * piece->box.height()) + 4, 0);
-            for (const Run& run : piece->runs) {
-                const float y = static_cast<float>(run.y) + 0.5f;
-                const float shift = slope * y + slant * (y - middle) - left;
-                for (const int x : {run.x0, run.x1}) {
-                    const float place = std::max(0.0f, static_cast<float>(x) + shift);
-                    const std::size_t column = static_cast<std::size_t>(place);
-                    if (column + 1 >= columns.size()) continue;
-                    const float part = place - static_cast<float>(column);
-                    columns[column] += 1 - part;
-                    columns[column + 1] += part;
-                }
-            }
-            for (const float count : columns) sum += static_cast<double>(count * count);
-        }
-        sum *= std::exp(-1.5 * static_cast<double>(std::abs(slant)));
-        if (sum > most) {
-            most = sum;
-            best = slant;
-        }
-    }
-    return std::abs(best) < 0.03f ? 0 : best;
-}
-
-LineMetrics measureLine(std::span<const Box> boxes, float height) {
-    LineMetrics metrics;
-    if (boxes.empty()) return metrics;
-    std::vector<float> bottoms;
-    const std::size_t stride = 1 + boxes.size() / kMostMeasured;
-    for (std::size_t i = 0; i < boxes.size(); i += stride) bottoms.push_back(boxes[i].bottom);
-    std::sort(bottoms.begin(), bottoms.end());
-    std::size_t standing = 0;
-    metrics.baseline = densest(bottoms, 0.14f * height, standing);
-    // Letters that hang below the line may outnumber those that stand on it, which then are the next cluster
-    // above.
-    const auto above = std::lower_bound(bottoms.begin(), bottoms.end(), metrics.baseline - 0.15f * height);
-    std::size_t higher = 0;
-    const float other = densest({bottoms.begin(), above}, 0.14f * height, higher);
-    if (higher * 2 >= standing && higher > 0 && metrics.baseline - other < 0.6f * height)
-        metrics.baseline = other;
-
-    std::vector<float> heights;
-    for (std::size_t i = 0; i < boxes.size(); i += stride) heights.push_back(metrics.baseline - boxes[i].top);
-    std::sort(heights.begin(), heights.end(), std::greater<>());
-    // The tallest height that at least two share, so that one slash or bracket does not set it.
-    float tallest = heights.front();
-    for (std::size_t i = 0; i + 1 < heights.size(); ++i)
-        if (heights[i] - heights[i + 1] < 0.08f * heights[i]) {
-            tallest = heights[i];
-            break;
-        }
-    float sum = 0, count = 0, lower = 0;
-    for (const float h : heights) {
-        if (h > 1.02f * tallest) continue;
-        if (h >= 0.88f * tallest) {
-            sum += h;
-            ++count;
-        } else if (h >= 0.5f * tallest) {
-            ++lower;
-        }
-    }
-    metrics.capHeight = std::max(2.0f, count > 0 ? sum / count : tallest);
-    metrics.oneHeight = lower == 0;
-    return metrics;
 }
 
 std::vector<LinePieces> textLines(std::vector<Piece> pieces, float height) {

@@ -54,16 +54,13 @@ std::string firstProblem(const std::vector<std::string>& problems) {
 std::string labelProblem(std::string_view text) {
     if (!isPrintable(text)) return kNoText;
     for (const auto& character : characters(text)) {
-        const auto code = static_cast<unsigned>(codeOf(character));
-        const auto within = [&](unsigned first, unsigned last) { return code >= first && code <= last; };
+        const std::int32_t code = codeOf(character);
         std::array<char, 16> name{};
-        std::snprintf(name.data(), name.size(), "U+%04X", code);
-        if (within(0x300, 0x36F))
+        std::snprintf(name.data(), name.size(), "U+%04X", static_cast<unsigned>(code));
+        if (0x300 <= code && code <= 0x36F)
             return std::string("an accent of its own (") + name.data() +
                    "); a letter and its accent are to be one character";
-        if (code == 0xAD || code == 0xFEFF || within(0x200B, 0x200F) || within(0x2028, 0x202E) ||
-            within(0x2060, 0x2064))
-            return std::string("a character that is not printed (") + name.data() + ")";
+        if (isInvisible(code)) return std::string("a character that is not printed (") + name.data() + ")";
     }
     return {};
 }
