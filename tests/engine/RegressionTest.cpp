@@ -6,6 +6,7 @@
 #include <cstdlib>
 #include <fstream>
 #include <map>
+#include <thread>
 
 #include "engine/LabelledImages.h"
 #include "engine/PngFile.h"
@@ -79,6 +80,37 @@ TEST_P(Regression, EachImageIsFoundAndReadAsWellAsBefore) {
             compare(name, characters, now, row->second);
     }
     if (rewrites) std::ofstream(kTable, std::ios::app) << rows;
+}
+
+// One sample of each character: what any face looks like, and what stands beside a character, tell the rest.
+TEST(RegressionOfReading, FontsOfOneSheetReadAsWellAsBefore) {
+    constexpr std::size_t kWrong = 4;
+    std::vector<LabelledImage> lines;
+    for (const char* name : {"corpus", "regression/usual", "regression/extreme", "regression/scenes"})
+        for (LabelledImage& image : labelledImages(kSource + "tests/engine/" + name))
+            lines.push_back(std::move(image));
+    std::size_t wrong = 0, characters = 0;
+    for (const LabelledImage& sheet : labelledImages(kSource + "tests/engine/regression/sheets")) {
+        const TemporaryFolder folder;
+        EmbeddedTool tool{JobFolder(folder.path())};
+        tool.CreateFont(sheet.font);
+        tool.setImage(readPng(sheet.file));
+        ASSERT_EQ(tool.found().size(), characterCount(sheet.text)) << sheet.name;
+        tool.IncludeSamples(sheet.text);
+        tool.CommitNewSamples();
+        tool.StartTraining();
+        while (!tool.IsTrainingDone()) std::this_thread::yield();
+        for (const LabelledImage& image : lines) {
+            if (image.font != sheet.font) continue;
+            tool.setImage(readPng(image.file));
+            std::string read;
+            for (const ReadCharacter& one : tool.read()) read += one.character;
+            wrong += differences(image.text, read);
+            characters += characterCount(image.text);
+        }
+    }
+    EXPECT_GT(characters, 250u);
+    EXPECT_LE(wrong, kWrong) << "of " << characters;
 }
 
 INSTANTIATE_TEST_SUITE_P(Folders, Regression,
