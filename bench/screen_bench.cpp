@@ -157,7 +157,7 @@ BENCHMARK(galleryInOrder)->Unit(benchmark::kMillisecond);
 void galleryPageDown(benchmark::State& state) {
     Gallery gallery;
     for (auto _ : state) {
-        gallery.grid.move(PictureGrid::Move::PageDown, 0);
+        gallery.grid.move(KeyMove::PageDown, 0);
         QCoreApplication::processEvents();
     }
 }
