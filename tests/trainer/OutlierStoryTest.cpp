@@ -214,9 +214,9 @@ TEST_F(OutlierStory, WrongLabelsAreFoundByThresholdDeletedByBinAndTheFontReadsNo
               << heldOutAfter << '\n';
     EXPECT_EQ(left, 0U);
     EXPECT_LE(goodLost, before / 50);
-    // In reading, neighbours and what is known of other faces make up for most wrong labels already; the good
-    // ones that are lost tell in shapes that hardly differ, as O and 0.
-    EXPECT_LE(misreadAfter, misreadBefore + 4);
+    // In reading, neighbours and what is known of other faces make up for most wrong labels already; builds
+    // differ by a character or two.
+    EXPECT_LE(misreadAfter, misreadBefore + 2);
     EXPECT_LE(misreadAfter, 17U);
     EXPECT_LT(2 * heldOutAfter, heldOutBefore);
     openFontHistogram();
