@@ -211,10 +211,9 @@ bool Labelling::isIncludedUnwanted() {
     const std::string before = included().same(path_, digest_);
     if (before.empty()) return false;
     const std::string what = before == path_ ? "This image" : "An image that shows the same, " + before + ",";
-    return around_.platform.messageBox(
-               {what + " is included in the font " + around_.control.selectedFont() +
-                    " already. Its characters would count twice.\r\rInclude it once more?",
-                "Included Already", ui::MessageBox::Buttons::YesNo}) != ui::Answer::Yes;
+    IncludeQuestion question(what, around_.control.selectedFont());
+    around_.platform.showModal(question);
+    return !question.includes();
 }
 
 std::vector<Contradiction> Labelling::contradictions() const {

@@ -228,6 +228,20 @@ TEST_F(ToolWithoutFonts, ANewFontLeavesTheSamplesOfTheOldOneInTheBackup) {
     EXPECT_EQ(readWholeFile(backup, 1 << 20).size(), 14u);
 }
 
+// Whether the run has ended by then or not: nobody has been told of its end.
+TEST_F(ToolWithoutFonts, StopDropsARunThatEndedAMomentBefore) {
+    tool.CreateFont("f");
+    commit("AB");
+    tool.SaveFont("f");
+    tool.StartTraining();
+    std::this_thread::sleep_for(std::chrono::milliseconds(300));
+    tool.StopTraining();
+    EXPECT_TRUE(tool.IsTrainingDone());
+    EXPECT_TRUE(tool.IsTrainingAborted());
+    EXPECT_FALSE(tool.isTrained());
+    EXPECT_TRUE(tool.unsavedFonts().empty());
+}
+
 TEST_F(ToolWithoutFonts, FontsAreNotSwappedUnderARun) {
     tool.CreateFont("other");
     tool.CreateFont("F");

@@ -102,9 +102,15 @@ TEST_F(FontSelectionTest, WhatWasDoneInTheManagerBeforeIsNotFollowedAgain) {
     manager([](Form& form) { press(form, {"cmdRenameFont", "cmdNewFont", "OKButton"}); });
     ASSERT_EQ(control.selectedFont(), "alpha");
     tool->calls.clear();
-    manager([](Form& form) { form.cancelButton->press(); });
+    manager([](Form& form) {
+        auto& fonts = in<ListBox>(form, "lbFonts");
+        const auto items = fonts.items();
+        fonts.setListIndex(static_cast<int>(std::find(items.begin(), items.end(), "gamma") - items.begin()));
+        press(form, {"cmdDeleteFont", "CancelButton"});
+    });
     EXPECT_EQ(control.selectedFont(), "alpha") << "the one that was renamed is another";
-    EXPECT_TRUE(tool->changes().empty()) << "what was made then is not made now";
+    EXPECT_EQ(tool->changes(), (std::vector<std::string>{"DeleteFont(gamma)"}))
+        << "what was made then is not made now, and nothing is loaded for it";
 }
 
 TEST_F(FontSelectionTest, TheCharacterSetIsSentWithEveryEdit) {

@@ -72,7 +72,7 @@ TEST_F(GalleryFormTest, ManyAreDeletedAtOnceAndWhatIsLeftStaysSelected) {
     gallery.show({ShownSamples::Kind::Character, '4'});
     EXPECT_EQ(captions(), "444");
     gallery.pictures.choose(0, 0);
-    gallery.pictures.move(PictureGrid::Move::Right, kShiftMask);
+    gallery.pictures.move(KeyMove::Right, kShiftMask);
     gallery.pictures.keyDown(kKeyDelete, 0);
     EXPECT_EQ(labels().size(), 6U);
     EXPECT_EQ(captions(), "4");

@@ -1,4 +1,5 @@
-// Asked before an include: characters that look clearly like others than those that were typed.
+// Asked before an include that may be a mistake: characters look clearly like others than those that were
+// typed, or the image is included already. Enter and Escape do not include.
 #pragma once
 
 #include <cstddef>
@@ -25,15 +26,20 @@ std::string contradictionText(const Contradiction& one);
 class IncludeQuestion : public ui::Form {
   public:
     explicit IncludeQuestion(const std::vector<Contradiction>& found);
+    // `what` is included already.
+    IncludeQuestion(const std::string& what, const std::string& font);
 
-    // The text is included as it is. False after Correct and Escape.
+    // The operator wants it all the same.
     bool includes() const noexcept { return includes_; }
 
   private:
+    IncludeQuestion(const std::string& title, const std::vector<std::string>& found,
+                    const std::string& question, const std::string& otherwise);
+
     std::vector<std::unique_ptr<ui::Label>> lblFound;
-    ui::Label lblQuestion{"lblQuestion", "A wrong label spoils the font. Include the text as it is?"};
+    ui::Label lblQuestion{"lblQuestion"};
     ui::Button cmdInclude{"cmdInclude", "&Include"};
-    ui::Button CancelButton{"CancelButton", "&Correct"};
+    ui::Button CancelButton{"CancelButton", ""};
     bool includes_ = false;
 };
 

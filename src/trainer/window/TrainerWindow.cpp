@@ -5,16 +5,10 @@
 #include <utility>
 
 #include "base/Failure.h"
-#include "base/FileSystem.h"
-#include "base/OutputFile.h"
-#include "base/TimeText.h"
 #include "trainer/FontOpening.h"
-#include "trainer/commands/AccuracyPage.h"
-#include "trainer/commands/SampleList.h"
 #include "trainer/window/ClosingForm.h"
 #include "trainer/window/Guidance.h"
 #include "trainer/window/KeysForm.h"
-#include "trainer/window/RefusedForm.h"
 #include "trainer/window/RestoreForm.h"
 
 namespace dravik::trainer {
@@ -61,7 +55,9 @@ TrainerWindow::TrainerWindow(Trainer& trainer, ui::Platform& platform, WindowSys
                [this] { return sources_.newFile("camera"); },
                [this](const std::string& file) { sources_.openNew(file); },
                [this](const std::string& problem) { tell({problem}); }}),
-      batch_(trainer) {
+      labelLists_(trainer, platform, system, actions,
+                  [this](const std::vector<std::string>& lines) { tell(lines); }),
+      page_(trainer, system) {
     OpenedParts& parts = trainer.parts();
     const auto on = [](Action& action, auto body) { action.triggered.subscribe(body); };
     on(actions.closeImage, [&parts] { parts.close(parts.current()); });
@@ -82,7 +78,7 @@ TrainerWindow::TrainerWindow(Trainer& trainer, ui::Platform& platform, WindowSys
     });
     on(actions.redo, [this] { trainer_.acts().redo(); });
     on(actions.stopReading, [this] {
-        batch_.stop();
+        labelLists_.stopIncluding();
         trainer_.stopWorking();
     });
     on(actions.readAgain, [this] { trainer_.lookAgain(); });
@@ -90,18 +86,14 @@ TrainerWindow::TrainerWindow(Trainer& trainer, ui::Platform& platform, WindowSys
         trainer_.labelling().setKeepsText(!actions.keepText.checked());
         actions.keepText.setChecked(trainer_.labelling().keepsText());
     });
-    on(actions.openLabels, [this] { openLabels(); });
-    on(actions.saveLabels, [this] { saveLabels(); });
-    on(actions.includeLabelled, [this] { includeLabelled(); });
-    connections_.push_back(batch_.started.connect([this] { showPossible(); }));
-    connections_.push_back(batch_.ended.connect([this] { showRefused(); }));
+    connections_.push_back(labelLists_.changed.connect([this] { showPossible(); }));
     on(actions.fontNew, [this] { newFont(); });
     on(actions.fontSelect, [this] { selectFont(); });
     on(actions.fontSave, [this] { save(); });
     on(actions.fontSaveCopy, [this] { saveCopy(); });
     on(actions.fontRestore, [this] { restoreFont(); });
     on(actions.readAll, [this] { startReadAll(); });
-    on(actions.fontAccuracy, [this] { askForPage(); });
+    on(actions.fontAccuracy, [this] { page_.ask(); });
     on(actions.showGallery, [this] {
         gallery.setShown(!gallery.isShown());
         system_.keep(kGalleryKey, gallery.isShown() ? kShown : kHidden);
@@ -144,10 +136,6 @@ TrainerWindow::TrainerWindow(Trainer& trainer, ui::Platform& platform, WindowSys
     };
     connections_.push_back(trainer.labelling().statesChanged.connect([this] { strip.statesChanged(); }));
     connections_.push_back(trainer.checkChanged.connect([this] { showCheck(); }));
-    // Behind the trainer's own look at the check.
-    connections_.push_back(trainer.checkTimer().tick.connect([this] {
-        if (!pageFile_.empty() && !trainer_.tool().isChecking()) writePage();
-    }));
     connections_.push_back(trainer.acts().changed.connect([this] { showActs(); }));
     connections_.push_back(trainer.workTimer().changed.connect([this] { showPossible(); }));
     connections_.push_back(trainer.workTimer().tick.connect([this] { showLongOpening(); }));
@@ -268,41 +256,6 @@ void TrainerWindow::startReadAll() {
     platform_.show(readAll);
 }
 
-// The page is written when there is a check for it.
-void TrainerWindow::askForPage() {
-    const auto font = trainer_.tool().currentFont();
-    if (!font) return;
-    FileQuestion question{"Accuracy Page of " + *font, {}, false, {{"Pages", {"*.html"}}}};
-    question.fileName = *font + ".html";
-    pageFile_ = system_.chooseNewFile(question);
-    if (pageFile_.empty()) return;
-    trainer_.checkFont();
-    if (trainer_.tool().isChecking())
-        trainer_.acts().say("The font is checked for its accuracy page...");
-    else
-        writePage();
-}
-
-void TrainerWindow::writePage() {
-    const std::string file = std::exchange(pageFile_, {});
-    engine::EmbeddedTool& tool = trainer_.tool();
-    const auto font = tool.currentFont();
-    if (file.empty() || !font) return;
-    try {
-        std::error_code error;
-        const auto written = fileTime(trainer_.folder().fontFile(*font), error);
-        const std::string page =
-            accuracyPage({*font, error ? std::string() : localTimeText(written), tool.isTrained(),
-                          tool.samples(tool::SampleKind::Committed), tool.heldOutCheck()});
-        OutputFile out(file, OutputFile::Start::Empty);
-        out.write(page);
-        out.close();
-        trainer_.acts().say("The accuracy page of " + *font + " is in " + file);
-    } catch (...) {
-        trainer_.acts().say("The accuracy page could not be written: " + currentFailure().description());
-    }
-}
-
 void TrainerWindow::showLongOpening() {
     if (!opening_ || std::chrono::steady_clock::now() - *opening_ < kUnnoticed) return;
     opening_.reset();
@@ -346,9 +299,9 @@ void TrainerWindow::showPossible() {
     for (Action* action : {&actions.zoomIn, &actions.zoomOut, &actions.fit, &actions.actualSize})
         action->setEnabled(view.image() != nullptr);
     actions.fit.setChecked(view.fits());
-    actions.stopReading.setEnabled(trainer_.isWorking() || batch_.goesOn());
+    actions.stopReading.setEnabled(trainer_.isWorking() || labelLists_.isIncluding());
     actions.saveLabels.setEnabled(parts.count() > 0);
-    actions.includeLabelled.setEnabled(parts.count() > 0 && !batch_.goesOn());
+    actions.includeLabelled.setEnabled(parts.count() > 0 && !labelLists_.isIncluding());
     showReadAllPossible();
     actions.readAgain.setEnabled(current >= 0 && !trainer_.isWorking());
     textsChanged();
@@ -455,56 +408,6 @@ void TrainerWindow::saveCopy() {
     }
 }
 
-void TrainerWindow::openLabels() {
-    FileQuestion question{"Open Labels",
-                          system_.kept(kFolderKey),
-                          false,
-                          {{"Lists of labels", {"*.tsv", "*.txt"}}, {"All files", {"*"}}}};
-    const auto paths = system_.choosePaths(question);
-    if (paths.empty()) return;
-    try {
-        const std::size_t count = trainer_.labelling().openLabels(paths.front());
-        trainer_.acts().say("Labels of " + std::to_string(count) +
-                            " images \u2013 Font > Include All Labelled");
-    } catch (const SampleListError& error) {
-        tell(error.problems);
-    }
-}
-
-void TrainerWindow::saveLabels() {
-    FileQuestion question{"Save Labels", system_.kept(kFolderKey), false, {{"Lists of labels", {"*.tsv"}}}};
-    question.fileName = "labels.tsv";
-    const std::string file = system_.chooseNewFile(question);
-    if (file.empty()) return;
-    std::vector<std::string> images;
-    for (int i = 0; i < trainer_.parts().count(); ++i) images.push_back(trainer_.parts().path(i));
-    try {
-        const std::size_t count = trainer_.labelling().labels().save(file, images);
-        trainer_.acts().say("Labels of " + std::to_string(count) + " images are in " + file);
-    } catch (...) {
-        trainer_.acts().say("The labels could not be saved: " + currentFailure().description());
-    }
-}
-
-void TrainerWindow::includeLabelled() {
-    if (batch_.count() == 0)
-        trainer_.acts().say("No opened image has a label that is not in the font yet");
-    else if (trainer_.control().selectedFont().empty())
-        trainer_.acts().say("Select a font first");
-    else
-        batch_.start();
-}
-
-void TrainerWindow::showRefused() {
-    showPossible();
-    if (batch_.refused().empty()) return;
-    RefusedForm form(batch_.refused(), [&parts = trainer_.parts()](const std::string& path) {
-        for (int i = 0; i < parts.count(); ++i)
-            if (parts.path(i) == path) return parts.setCurrent(i);
-    });
-    platform_.showModal(form);
-}
-
 void TrainerWindow::newFont() {
     trainer_.newFont();
     trainer_.control().screen().sample.txtSampleInput.setFocus();
@@ -558,7 +461,7 @@ void TrainerWindow::end() {
 
 std::vector<ui::Timer*> TrainerWindow::timers() {
     return {&trainer_.checkTimer(), &trainer_.workTimer(), &trainer_.labelling().keepTimer(),
-            &batch_.timer(),        &strip.decodeTimer(),  &sources_.watchTimer()};
+            &labelLists_.timer(),   &strip.decodeTimer(),  &sources_.watchTimer()};
 }
 
 }  // namespace dravik::trainer

@@ -10,12 +10,13 @@
 #include <utility>
 #include <vector>
 
-#include "trainer/BatchInclude.h"
 #include "trainer/Trainer.h"
+#include "trainer/window/AccuracyPageFile.h"
 #include "trainer/window/CameraSource.h"
 #include "trainer/window/GalleryForm.h"
 #include "trainer/window/ImageSources.h"
 #include "trainer/window/ImageTools.h"
+#include "trainer/window/LabelLists.h"
 #include "trainer/window/PartStrip.h"
 #include "trainer/window/PartViewModel.h"
 #include "trainer/window/ReadAllForm.h"
@@ -109,8 +110,6 @@ class TrainerWindow {
     void showReadAllPossible();
     void showCheck();
     void startReadAll();
-    void askForPage();
-    void writePage();
     void showPreview();
     void partChanged();
     void showLongOpening();
@@ -122,10 +121,6 @@ class TrainerWindow {
     void save();
     void saveCopy();
     void newFont();
-    void openLabels();
-    void saveLabels();
-    void includeLabelled();
-    void showRefused();
     void selectFont();
     void restoreFont();
     std::string askForCopy(const std::string& font);
@@ -143,11 +138,11 @@ class TrainerWindow {
     std::string shownPath_;                                         // of the current image
     bool typed_ = false;                                            // for it
     std::vector<std::string> problems_;
-    BatchInclude batch_;
+    LabelLists labelLists_;
+    AccuracyPageFile page_;
     std::string checkText_;
     // What was asked for of an image, which is marked as long as that is the current one.
     std::optional<std::pair<std::string, engine::Region>> place_;
-    std::string pageFile_;  // an accuracy page that waits for its check
     bool ended_ = false;
     std::vector<ui::Connection> connections_;
 };
