@@ -32,8 +32,8 @@ struct Atom {
     std::size_t character = 0;
 };
 
-// Where a piece may be cut: at its likeliest narrow places and, where it is as wide as several characters of the
-// line, between equal ones, since strokes that touch along their height leave no narrow place.
+// Where a piece may be cut: at its likeliest narrow places and, where it is as wide as several characters of
+// the line, between equal ones, since strokes that touch along their height leave no narrow place.
 std::vector<float> cutPlaces(const Piece& piece, const Frame& frame, const LineScale& scale) {
     std::vector<std::pair<double, float>> narrow;
     for (const PossibleCut& one : possibleCuts(piece, frame, scale))
@@ -48,9 +48,8 @@ std::vector<float> cutPlaces(const Piece& piece, const Frame& frame, const LineS
     for (int i = 1; i < parts; ++i) {
         const float along =
             piece.box.left + piece.box.width() * static_cast<float>(i) / static_cast<float>(parts);
-        if (std::none_of(places.begin(), places.end(), [&](float place) {
-                return std::abs(place - along) < kCutsApart * scale.capHeight;
-            }))
+        if (std::none_of(places.begin(), places.end(),
+                         [&](float place) { return std::abs(place - along) < kCutsApart * scale.capHeight; }))
             places.push_back(along);
     }
     std::sort(places.begin(), places.end());
