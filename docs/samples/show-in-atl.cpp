@@ -14,58 +14,42 @@
 
 using Microsoft::WRL::ComPtr;
 
-static LRESULT CALLBACK answer(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
-    const HWND host = GetWindow(window, GW_CHILD);
-    // The control gives the focus back to what had it.
-    if (message == WM_SETFOCUS && host) return SetFocus(GetWindow(host, GW_CHILD)), 0;
-    if (message == WM_SIZE && host) return MoveWindow(host, 0, 0, LOWORD(lParam), HIWORD(lParam), TRUE), 0;
-    if (message == WM_TIMER) return DestroyWindow(window), 0;
-    if (message == WM_DESTROY) PostQuitMessage(0);
-    return DefWindowProcW(window, message, wParam, lParam);
-}
-
 int wmain(int count, wchar_t** arguments) {
-    const int seconds = count == 4 ? static_cast<int>(std::wcstol(arguments[3], nullptr, 10)) : 0;
+    const long seconds = count == 4 ? std::wcstol(arguments[3], nullptr, 10) : 0;
     if (count < 2 || FAILED(OleInitialize(nullptr))) return 1;
     const HMODULE atl = LoadLibraryW(L"atl100.dll");  // or atl.dll, whose window class is "AtlAxWin"
     const auto init =
         reinterpret_cast<BOOL(WINAPI*)()>(reinterpret_cast<void*>(GetProcAddress(atl, "AtlAxWinInit")));
     const auto controlOf = reinterpret_cast<HRESULT(WINAPI*)(HWND, IUnknown**)>(
         reinterpret_cast<void*>(GetProcAddress(atl, "AtlAxGetControl")));
-    WNDCLASSW kind = {};
-    kind.lpfnWndProc = answer;
-    kind.lpszClassName = L"ShowInAtl";
-    if (!init || !controlOf || !init() || !RegisterClassW(&kind)) return 1;
-    const HWND window =
-        CreateWindowExW(WS_EX_CONTROLPARENT, L"ShowInAtl", L"Dravik", WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN,
-                        CW_USEDEFAULT, CW_USEDEFAULT, 800, 900, nullptr, nullptr, nullptr, nullptr);
-    // The host window makes the control that its text names and ends it when it is destroyed itself.
-    const HWND host =
-        CreateWindowExW(WS_EX_CONTROLPARENT, L"AtlAxWin100", L"DravikDlgLib.DravikDlg", WS_CHILD | WS_VISIBLE,
-                        0, 0, 780, 850, window, nullptr, nullptr, nullptr);
+    if (!init || !controlOf || !init()) return 1;
+    // The window makes the control that its text names, and ends it when it is destroyed itself.
+    const HWND window = CreateWindowExW(WS_EX_CONTROLPARENT, L"AtlAxWin100", L"DravikDlgLib.DravikDlg",
+                                        WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN, CW_USEDEFAULT, CW_USEDEFAULT,
+                                        800, 900, nullptr, nullptr, nullptr, nullptr);
     bool bound = false;
     {
         CLSID identifier;
         ComPtr<IUnknown> control;
         ComPtr<StepEditor> editor;
         ComPtr<IDispatch> step, now;
-        bound = SUCCEEDED(controlOf(host, control.GetAddressOf())) && SUCCEEDED(control.As(&editor)) &&
+        bound = SUCCEEDED(controlOf(window, control.GetAddressOf())) && SUCCEEDED(control.As(&editor)) &&
                 SUCCEEDED(CLSIDFromProgID(arguments[1], &identifier)) &&
                 SUCCEEDED(CoCreateInstance(identifier, nullptr, CLSCTX_INPROC_SERVER, IID_PPV_ARGS(&step))) &&
                 SUCCEEDED(editor->putref_RootStep(step.Get())) &&
                 SUCCEEDED(editor->putref_Step(step.Get())) && SUCCEEDED(editor->get_Step(&now)) &&
                 now.Get() == step.Get();
     }
+    SetWindowTextW(window, L"Dravik");
     ShowWindow(window, SW_SHOW);
-    const bool shown = bound && IsWindowVisible(GetWindow(host, GW_CHILD));
-    if (!shown) DestroyWindow(window);
-    if (shown && seconds > 0) SetTimer(window, 1, static_cast<UINT>(seconds) * 1000, nullptr);
-    MSG message;
-    while (GetMessageW(&message, nullptr, 0, 0) > 0) {
+    if (!bound) DestroyWindow(window);
+    if (seconds > 0) SetTimer(window, 1, static_cast<UINT>(seconds) * 1000, nullptr);
+    for (MSG message; IsWindow(window) && GetMessageW(&message, nullptr, 0, 0) > 0;) {
+        if (message.message == WM_TIMER && message.hwnd == window) DestroyWindow(window);
         if (IsDialogMessageW(window, &message)) continue;  // Tab, Enter and access keys, as in any dialog
         TranslateMessage(&message);
         DispatchMessageW(&message);
     }
     OleUninitialize();
-    return shown ? 0 : 1;
+    return bound ? 0 : 1;
 }

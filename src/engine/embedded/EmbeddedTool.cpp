@@ -125,8 +125,8 @@ void EmbeddedTool::setSettings(const SegmentationSettings& settings) {
     if (settings != fonts_->state().settings) fonts_->make(SetSettings{fonts_->state().settings, settings});
 }
 
-void EmbeddedTool::overrideSettings(std::optional<SegmentationSettings> settings) {
-    overriding_ = std::move(settings);
+void EmbeddedTool::overrideSettings(const std::optional<SegmentationSettings>& settings) {
+    overriding_ = settings;
 }
 
 SeenImage& EmbeddedTool::seen() {

@@ -61,7 +61,7 @@ class EmbeddedTool : public tool::FontTool, public tool::FontHistory, public too
     // setSettings() raises as a change does, and Invalid procedure call (5) for settings that are none.
     const SegmentationSettings& settings() const;
     void setSettings(const SegmentationSettings& settings);
-    void overrideSettings(std::optional<SegmentationSettings> settings);
+    void overrideSettings(const std::optional<SegmentationSettings>& settings);
     // The characters of the current image as they are told, in place of those that are found: they are
     // included and read as they are. With nothing, the found ones again.
     void setCharacters(const std::optional<std::vector<CharacterBox>>& boxes);

@@ -46,12 +46,9 @@ std::string shownCharacter(const ReadCharacter& read, double limit) {
 FontReader::FontReader(const FontRecord& font)
     : FontReader(font.training.network, measureOf(font.samples), font.settings) {}
 
-FontReader::FontReader(Network network, DistanceMeasure measure, SegmentationSettings settings,
+FontReader::FontReader(Network network, DistanceMeasure measure, const SegmentationSettings& settings,
                        Context context)
-    : network_(std::move(network)),
-      measure_(std::move(measure)),
-      settings_(std::move(settings)),
-      context_(context) {}
+    : network_(std::move(network)), measure_(std::move(measure)), settings_(settings), context_(context) {}
 
 std::vector<std::string> FontReader::characters() const {
     std::vector<std::string> result;

@@ -51,7 +51,7 @@ class FontReader {
   public:
     // Of a font that is not trained everything reads as nothing.
     explicit FontReader(const FontRecord& font);
-    FontReader(Network network, DistanceMeasure measure, SegmentationSettings settings = {},
+    FontReader(Network network, DistanceMeasure measure, const SegmentationSettings& settings = {},
                Context context = Context::Used);
 
     // The characters that the font can read, in the order of its network.
