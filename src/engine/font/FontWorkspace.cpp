@@ -26,7 +26,7 @@ bool isSameUntaught(const FontRecord& one, const FontRecord& other) {
 
 }  // namespace
 
-FontWorkspace::FontWorkspace(JobFolder folder, bool remembersFont)
+FontWorkspace::FontWorkspace(const JobFolder& folder, bool remembersFont)
     : library_(folder, remembersFont), versions_(folder.fontsFolder()) {}
 
 FontWorkspace::~FontWorkspace() {

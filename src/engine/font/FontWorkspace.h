@@ -19,7 +19,7 @@ namespace dravik::engine {
 
 class FontWorkspace {
   public:
-    FontWorkspace(JobFolder folder, bool remembersFont);
+    FontWorkspace(const JobFolder& folder, bool remembersFont);
     // Lets the unsaved changes go, which stay among the versions; but those that a save has failed to write
     // stay in the journal, and those that were recovered and not gone on with.
     ~FontWorkspace();

@@ -42,6 +42,7 @@ std::vector<float> cutPlaces(const Piece& piece, const Frame& frame, const LineS
     std::sort(narrow.begin(), narrow.end());
     narrow.resize(std::min(narrow.size(), kMostCuts));
     std::vector<float> places;
+    places.reserve(narrow.size());
     for (const auto& [odds, along] : narrow) places.push_back(along);
     const float usual = scale.pitch > 0 ? scale.pitch : scale.usualWidth;
     const int parts = std::min(kMostEqual, static_cast<int>(std::lround(piece.box.width() / usual)));
