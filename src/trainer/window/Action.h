@@ -44,7 +44,7 @@ class Action {
     bool checked() const noexcept { return checked_; }
     // It stands in its menu.
     bool visible() const noexcept { return visible_; }
-    void setText(std::string text) {
+    void setText(const std::string& text) {
         if (std::exchange(text_, text) != text) changed();
     }
     void setEnabled(bool enabled) {
