@@ -190,6 +190,7 @@ std::vector<ViewTag> CharacterMarks::tags() const {
 // close.
 void CharacterMarks::addReadings(std::vector<ViewTag>& tags) const {
     std::vector<ViewBox> others;
+    others.reserve(tags.size());
     for (const ViewTag& tag : tags) others.push_back(usualPlace(tag));
     for (const LabelledCharacter& character : characters_)
         if (const ViewBox box = at_.boxOf(character.box); at_.isSeen(box)) others.push_back(box);
