@@ -48,8 +48,8 @@ void PartViewModel::setShowsReading(bool shows) {
     changed();
 }
 
-void PartViewModel::setRegion(std::optional<engine::RotatedBox> region) {
-    region_.setRegion(std::move(region));
+void PartViewModel::setRegion(const std::optional<engine::RotatedBox>& region) {
+    region_.setRegion(region);
     changed();
 }
 

@@ -40,7 +40,7 @@ class PartViewModel : public PartPlacement {
     // What the font reads, in reading order; none where it cannot.
     void setReading(std::vector<engine::ReadCharacter> reading);
     void setShowsReading(bool shows);
-    void setRegion(std::optional<engine::RotatedBox> region);
+    void setRegion(const std::optional<engine::RotatedBox>& region);
     // A place to look at, in image pixels, which is scrolled into view; gone with the next image.
     void setMarked(std::optional<engine::Region> place);
 

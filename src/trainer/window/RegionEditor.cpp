@@ -13,9 +13,9 @@ constexpr float kTurnStep = 1;  // degrees
 
 }  // namespace
 
-void RegionEditor::setRegion(std::optional<engine::RotatedBox> region) {
+void RegionEditor::setRegion(const std::optional<engine::RotatedBox>& region) {
     if (isDragging()) return;
-    region_ = std::move(region);
+    region_ = region;
 }
 
 BoxPart RegionEditor::partAt(ImagePoint place, const Reach& reach) const {

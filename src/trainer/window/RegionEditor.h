@@ -18,7 +18,7 @@ class RegionEditor {
         float step = 1;
     };
 
-    void setRegion(std::optional<engine::RotatedBox> region);
+    void setRegion(const std::optional<engine::RotatedBox>& region);
     const std::optional<engine::RotatedBox>& region() const noexcept { return region_; }
 
     // A new region is drawn where nothing of the old one is in reach.
