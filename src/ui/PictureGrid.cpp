@@ -114,8 +114,8 @@ void PictureGrid::reveal(int index) {
 }
 
 PictureGrid::Place PictureGrid::itemPlace(int index) const {
-    return {index % columns() * itemWidth(), index / columns() * itemHeight() - scroll_, itemWidth(),
-            itemHeight()};
+    const int row = index / columns();
+    return {index % columns() * itemWidth(), row * itemHeight() - scroll_, itemWidth(), itemHeight()};
 }
 
 int PictureGrid::itemAt(double x, double y) const {

@@ -43,6 +43,7 @@ void LabelLists::save() {
     const std::string file = system_.chooseNewFile(question);
     if (file.empty()) return;
     std::vector<std::string> images;
+    images.reserve(static_cast<std::size_t>(trainer_.parts().count()));
     for (int i = 0; i < trainer_.parts().count(); ++i) images.push_back(trainer_.parts().path(i));
     try {
         const std::size_t count = trainer_.labelling().labels().save(file, images);

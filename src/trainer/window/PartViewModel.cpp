@@ -32,6 +32,7 @@ void PartViewModel::setImage(const engine::GreyImage* image, std::string message
 
 void PartViewModel::setCharacters(std::vector<LabelledCharacter> characters, int mismatch, int pointedAt) {
     std::vector<engine::CharacterBox> places;
+    places.reserve(characters.size());
     for (const LabelledCharacter& one : characters) places.push_back({one.box, one.place.line});
     boxes.setBoxes(std::move(places));
     marks_.setCharacters(std::move(characters), mismatch, pointedAt);

@@ -1,7 +1,6 @@
 #include "trainer/window/RegionEditor.h"
 
 #include <algorithm>
-#include <utility>
 
 #include "engine/segmentation/SegmentationSettings.h"
 
