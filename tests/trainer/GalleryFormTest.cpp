@@ -94,6 +94,7 @@ TEST_F(GalleryFormTest, ShowsWhereASampleIsFrom) {
     const std::string image = trainer->parts().path(1);
     const std::size_t marks = window->view.frames().size();
     trainer->parts().setCurrent(0);
+    EXPECT_FALSE(gallery.cmdDelete.enabled()) << "nothing is selected";
     gallery.pictures.opened();
     EXPECT_EQ(trainer->parts().current(), 1);
     ASSERT_EQ(window->view.frames().size(), marks + 1);

@@ -148,20 +148,26 @@ TEST_F(PartViewModelTest, BoxesStandAroundTheirCharactersAndTagsBelowThem) {
 }
 
 TEST_F(PartViewModelTest, WhatIsReadAsLabelledLeavesTheLabelsOfTheLineAboveReadable) {
-    view.setCharacters({character(100, 100, 120, 130, "A"), character(100, 145, 120, 175, "B")}, 0);
+    // The last one has nothing above.
+    std::vector<LabelledCharacter> lines = {character(100, 100, 120, 130, "A"),
+                                            character(100, 145, 120, 175, "B"),
+                                            character(300, 145, 320, 175, "C")};
+    lines[1].place.line = lines[2].place.line = 1;
+    view.setCharacters(lines, 0);
     const auto shown = [&](const char* second) {
-        std::vector<ReadCharacter> read(2);
+        std::vector<ReadCharacter> read(3);
         read[0].character = "A";
         read[1].character = second;
-        read[0].confidence = read[1].confidence = 0.9;
+        read[2].character = "C";
+        for (ReadCharacter& one : read) one.confidence = 0.9;
         view.setReading(read);
         std::string all;
         for (const ViewTag& tag : view.tags()) all += tag.text;
         return all;
     };
-    EXPECT_EQ(shown("B"), "ABA");
-    EXPECT_EQ(shown("8"), "ABA\u22608");
-    EXPECT_EQ(view.frames().size(), 4u) << "each with how sure it is";
+    EXPECT_EQ(shown("B"), "ABCA") << "none of the second line, where one would cover the first";
+    EXPECT_EQ(shown("8"), "ABC\u22608AC");
+    EXPECT_EQ(view.frames().size(), 6u) << "each with how sure it is";
     view.zoomBy(12, onView(110, 140));
     EXPECT_EQ(shown("B"), "ABAB");
 }

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 #include <numeric>
+#include <set>
 #include <utility>
 
 namespace dravik::trainer {
@@ -187,7 +188,7 @@ std::vector<ViewTag> CharacterMarks::tags() const {
 }
 
 // What is read as it is labelled gives way to the print of the line above and its labels, where lines stand
-// close.
+// close: all of its line, since what was left of it would look like a part of the labels above.
 void CharacterMarks::addReadings(std::vector<ViewTag>& tags) const {
     std::vector<ViewBox> others;
     others.reserve(tags.size());
@@ -204,6 +205,8 @@ void CharacterMarks::addReadings(std::vector<ViewTag>& tags) const {
             if (other->intersects(place)) return true;
         return false;
     };
+    std::vector<std::pair<int, ViewTag>> asLabelled;  // with the line of each
+    std::set<int> crowded;
     for (std::size_t i = 0; i < reading_.size(); ++i) {
         if (characterOfRead_[i] < 0) continue;
         const LabelledCharacter& character = characters_[static_cast<std::size_t>(characterOfRead_[i])];
@@ -217,8 +220,15 @@ void CharacterMarks::addReadings(std::vector<ViewTag>& tags) const {
         const double clear = at_.units(kConfidenceHeight) + kBoxGap;
         tag.from.x += clear * tag.away.x;
         tag.from.y += clear * tag.away.y;
-        if (text != character.label || !covers(usualPlace(tag))) tags.push_back(std::move(tag));
+        if (text != character.label) {
+            tags.push_back(std::move(tag));
+            continue;
+        }
+        if (covers(usualPlace(tag))) crowded.insert(character.place.line);
+        asLabelled.emplace_back(character.place.line, std::move(tag));
     }
+    for (auto& [line, tag] : asLabelled)
+        if (!crowded.contains(line)) tags.push_back(std::move(tag));
 }
 
 }  // namespace dravik::trainer

@@ -17,6 +17,7 @@ namespace {
 using tool::SampleKind;
 
 constexpr char kTakeBack[] = " \u2013 Edit > Undo (Ctrl+Z) brings this back";
+constexpr std::size_t kMostNamed = 12;  // deleted samples
 constexpr char kTip[] = "The selected samples are labelled anew with the character that you type";
 
 std::string counted(std::size_t count) {
@@ -162,7 +163,8 @@ void GalleryForm::refresh() {
     for (int index = 0; !serials.empty() && index < source_->count(); ++index)
         if (std::binary_search(serials.begin(), serials.end(), source_->sample(index).serial))
             selected.push_back(index);
-    if (selected.empty() && current >= 0 && source_->count() > 0)
+    // Where they were deleted, those that come up in their place.
+    if (selected.empty() && !serials.empty() && current >= 0 && source_->count() > 0)
         selected.push_back(std::min(current, source_->count() - 1));
     pictures.select(selected);
     showChoices();
@@ -209,15 +211,12 @@ void GalleryForm::showCount() {
     if (pictures.count() > 1 && shown_.kind != ShownSamples::Kind::Misread) text += ", the worst first";
     if (selected > 1) text += "; " + std::to_string(selected) + " selected";
     lblCount.setCaption(std::move(text));
-    const bool any = pictures.count() > 0;
-    cmdDelete.setEnabled(any);
-    cmdSource.setEnabled(any);
+    cmdDelete.setEnabled(selected > 0);
+    cmdSource.setEnabled(pictures.count() > 0);
 }
 
 std::vector<int> GalleryForm::chosen() const {
-    std::vector<int> selected = pictures.selected();
-    if (selected.empty() && pictures.current() >= 0) selected.push_back(pictures.current());
-    return selected;
+    return pictures.selected();
 }
 
 std::vector<std::int32_t> GalleryForm::identifiers() const {
@@ -231,9 +230,12 @@ std::vector<std::int32_t> GalleryForm::identifiers() const {
 void GalleryForm::deleteSelected() {
     const std::vector<std::int32_t> samples = identifiers();
     if (samples.empty() || trainer_.isTraining()) return;
+    std::string labels;
+    for (const int index : chosen())
+        labels += (labels.empty() ? "" : ", ") + characterOf(source_->sample(index).code);
     trainer_.acts().change(
         "", [&] { trainer_.tool().deleteSamples(samples); },
-        "Deleted " + counted(samples.size()) + kTakeBack);
+        "Deleted " + (samples.size() <= kMostNamed ? labels : counted(samples.size())) + kTakeBack);
 }
 
 void GalleryForm::relabelSelected(const std::string& character) {
