@@ -30,7 +30,7 @@ scratch=$(mktemp -d)
 trap 'rm -rf "$scratch"' EXIT
 # commands FOLDER: takes its commands, which are GCC's, without what clang does not know.
 commands() {
-    sed -E 's/ -fno-ipa-ra| -fpch-preprocess| -Winvalid-pch| -include [^ ]*cmake_pch\.hxx//g' "$1/compile_commands.json" >"$scratch/compile_commands.json"
+    sed -E 's/ -fno-ipa-ra| -fno-keep-inline-dllexport| -fpch-preprocess| -Winvalid-pch| -include [^ ]*cmake_pch\.hxx//g' "$1/compile_commands.json" >"$scratch/compile_commands.json"
 }
 # tidy OPTION... : clang-tidy over the files of standard input.
 tidy() {

@@ -57,8 +57,8 @@ tool::CharacterSet checkedSet(const tool::CharacterSet& set) {
 
 }  // namespace
 
-EmbeddedTool::EmbeddedTool(JobFolder folder, bool remembersFont)
-    : fonts_(std::make_unique<FontWorkspace>(std::move(folder), remembersFont)) {}
+EmbeddedTool::EmbeddedTool(const JobFolder& folder, bool remembersFont)
+    : fonts_(std::make_unique<FontWorkspace>(folder, remembersFont)) {}
 
 EmbeddedTool::~EmbeddedTool() = default;
 

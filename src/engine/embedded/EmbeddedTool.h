@@ -39,7 +39,7 @@ class EmbeddedTool : public tool::FontTool, public tool::FontHistory, public too
   public:
     // Works in the given jobs folder, which is made when a font is first written. With `remembersFont` the
     // step's selected font is kept in the jobs folder and is there again at the next start.
-    explicit EmbeddedTool(JobFolder folder, bool remembersFont = false);
+    explicit EmbeddedTool(const JobFolder& folder, bool remembersFont = false);
     ~EmbeddedTool() override;
 
     // Step

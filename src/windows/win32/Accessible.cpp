@@ -158,7 +158,7 @@ class Accessible : public NotCalledByNames<ComObject<IAccessible, IDispatch>> {
     HRESULT STDMETHODCALLTYPE put_accValue(VARIANT, BSTR) override { return E_NOTIMPL; }
 
   private:
-    virtual ~Accessible() = default;
+    ~Accessible() override = default;
 
     template <class Body>
     HRESULT with(Body&& body) noexcept {
