@@ -73,7 +73,9 @@ for arch; do
     done
     cp src/windows/idl/*.idl "$stage/contract"
     for library in MerrowLib TollanLib DravikLib DravikDlgLib; do
-        cp "$(built "$arch" $library.tlb)" "$(built "$arch" $library.h)" "$stage/contract"
+        cp "$(built "$arch" $library.tlb)" "$stage/contract"
+        # Its first line names the folder in which it was made.
+        sed '1s|from .*/|from |' "$(built "$arch" $library.h)" >"$stage/contract/$library.h"
     done
     $strip -o "$stage/library/dravik-0.dll" "$(built "$arch" dravik-0.dll)"
     cp "$(built "$arch" libdravik.dll.a)" "$stage/library"
