@@ -131,8 +131,9 @@ DistanceMeasure::DistanceMeasure(const ClassStatistics& statistics, std::span<co
 }
 
 double DistanceMeasure::distance(const Sample& sample) const {
-    const auto [own, other, samples] = nearness(sample.inputs, sample.code, sample.serial);
-    return own + other > 0 ? static_cast<double>(own / (own + other)) : 0.5;
+    const Nearness near = nearness(sample.inputs, sample.code, sample.serial);
+    const float both = near.own + near.other;
+    return both > 0 ? static_cast<double>(near.own / both) : 0.5;
 }
 
 DistanceMeasure::Nearness DistanceMeasure::nearness(const SampleInputs& inputs, std::int32_t code,
