@@ -62,10 +62,10 @@ Recognition surest(const ReadingMeans& means, const SampleInputs& inputs, std::s
     return result;
 }
 
-// How much neighbours count against a font's evidence. A font may lack samples of a character's very shape and
-// have those of a look-alike, as where wrong samples were deleted and some good ones with them: such a font
-// reads 14 characters of the tests' lines wrong with a weight of 1, and 8 with 1.4; fonts of 12 sheets read
-// 106 and 107 of `develop` wrong.
+// How much neighbours count against a font's evidence. A font may lack samples of a character's very shape
+// and have those of a look-alike, as where wrong samples were deleted and some good ones with them: such a
+// font reads 14 characters of the tests' lines wrong with a weight of 1, and 8 with 1.4; fonts of 12 sheets
+// read 106 and 107 of `develop` wrong.
 constexpr double kNeighbourWeight = 1.4;
 
 // Takes the characters that are the likeliest together.
