@@ -131,9 +131,9 @@ DistanceMeasure::DistanceMeasure(const ClassStatistics& statistics, std::span<co
 }
 
 double DistanceMeasure::distance(const Sample& sample) const {
-    const Nearness near = nearness(sample.inputs, sample.code, sample.serial);
-    const float both = near.own + near.other;
-    return both > 0 ? static_cast<double>(near.own / both) : 0.5;
+    const Nearness found = nearness(sample.inputs, sample.code, sample.serial);
+    const float both = found.own + found.other;
+    return both > 0 ? static_cast<double>(found.own / both) : 0.5;
 }
 
 DistanceMeasure::Nearness DistanceMeasure::nearness(const SampleInputs& inputs, std::int32_t code,
