@@ -17,6 +17,8 @@ namespace {
 constexpr char kThemeKey[] = "theme";
 constexpr char kGalleryKey[] = "gallery", kHidden[] = "hidden", kShown[] = "shown";
 constexpr char kOpeningText[] = "Opening the image...";
+const std::string kOpenText = "Open part images or drop them here\n\nFile \u2192 Open Images... (Ctrl+O)";
+constexpr char kOrRecentText[] = "\nFile \u2192 Open Recent: those of before";
 // For so long the image before may stand in the place of one that is being opened.
 constexpr std::chrono::milliseconds kUnnoticed{200};
 constexpr std::pair<Theme, std::string_view> kThemes[] = {
@@ -210,11 +212,10 @@ void TrainerWindow::showPart() {
     }
     opening_.reset();
     shownImage_ = parts.sharedImage();
-    view.setImage(shownImage_.get(),
-                  parts.current() < 0
-                      ? "Open part images or drop them here\n\nFile \u2192 Open Images... (Ctrl+O)"
-                  : parts.isDecoding() ? kOpeningText
-                                       : parts.problem());
+    const std::string invitation = kOpenText + (actions.openRecent.enabled() ? kOrRecentText : "");
+    view.setImage(shownImage_.get(), parts.current() < 0  ? invitation
+                                     : parts.isDecoding() ? kOpeningText
+                                                          : parts.problem());
     showMark();
 }
 
