@@ -29,6 +29,7 @@ class MainWindow : public QMainWindow, private trainer::WindowSystem {
     // Asks about unsaved changes first, and stays when the operator cancels.
     void closeEvent(QCloseEvent* event) override;
     void showEvent(QShowEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
     void dragEnterEvent(QDragEnterEvent* event) override;
     void dropEvent(QDropEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;

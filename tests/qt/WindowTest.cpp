@@ -151,7 +151,6 @@ TEST_F(WindowTest, AMismatchIsVisibleBeforeInclude) {
 
 TEST_F(WindowTest, ASmallWindowShowsEverythingThatMatters) {
     window.resize(1024, 700);
-    window.model().arrangeFor(700);
     window.open({kParts + "rendered_lines/hack_000.png"});
     settle();
     EXPECT_EQ(window.size(), QSize(1024, 700));

@@ -79,8 +79,8 @@ class TrainerWindow {
     // Image files and folders; font files are opened as FontOpening.h says.
     void open(const std::vector<std::string>& paths);
 
-    // The window has come up, so high in 1/96 inch: the gallery is shown where the screen has room beside it,
-    // unless the operator has chosen.
+    // The window is so high, in 1/96 inch: the gallery is shown where the screen has room beside it, unless the
+    // operator has chosen.
     void arrangeFor(int height);
     // Puts the focus where the next key belongs: the text that is to be included, or, as long as there is no
     // font, the choice of one.

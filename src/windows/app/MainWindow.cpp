@@ -67,10 +67,7 @@ void MainWindow::fill(trainer::Trainer& trainer, win32::Win32Platform& platform)
     titleChanged_ = trainer.titleChanged.connect(showTitle);
     showTitle();
     restorePlace();
-    RECT place{};
-    GetWindowRect(window(), &place);
-    model_->arrangeFor(MulDiv(win32::heightOf(place), 96, look().px(96)));
-    arrange();
+    resized();
 }
 
 void MainWindow::clear() {
@@ -164,6 +161,14 @@ void MainWindow::arrange() {
     if (gallery_) gallery_->setBounds({0, area.bottom - below, between.left, area.bottom});
     pane_->setBounds({between.right, 0, area.right, area.bottom});
     redraw();
+}
+
+void MainWindow::resized() {
+    if (!model_) return;
+    RECT place{};
+    GetWindowRect(window(), &place);
+    win32::guarded([&] { model_->arrangeFor(MulDiv(win32::heightOf(place), 96, look().px(96))); });
+    arrange();
 }
 
 void MainWindow::showGallery() {
@@ -297,7 +302,7 @@ LRESULT MainWindow::answer(UINT message, WPARAM wParam, LPARAM lParam) {
     const POINT place{GET_X_LPARAM(lParam), GET_Y_LPARAM(lParam)};
     switch (message) {
         case WM_SIZE:
-            if (wParam != SIZE_MINIMIZED) arrange();
+            if (wParam != SIZE_MINIMIZED) resized();
             return 0;
         case WM_GETMINMAXINFO:
             if (page_ && pane_) reinterpret_cast<MINMAXINFO*>(lParam)->ptMinTrackSize = leastTrackSize();

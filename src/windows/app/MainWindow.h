@@ -57,6 +57,7 @@ class MainWindow : public DrawnWindow, private trainer::WindowSystem {
     void closeWindow() override { close(); }
 
     void arrange();
+    void resized();
     void showGallery();
     void dropped(HDROP drop);
     // The smallest size at which everything is seen, as far as the screen has room for it.
