@@ -44,7 +44,6 @@ class MainWindow : public QMainWindow, private trainer::WindowSystem {
     bool hasCameras() const override { return camera::hasCameras(); }
     std::unique_ptr<camera::Camera> makeCamera() override { return camera::makeCamera(); }
     void writeImage(const engine::GreyImage& image, const std::string& file) override;
-    bool hasThemes() const override { return true; }
     void showTheme(trainer::Theme theme) override { useTheme(theme); }
     bool showGuide() override;
     void closeWindow() override { close(); }

@@ -144,7 +144,6 @@ TrainerWindow::TrainerWindow(Trainer& trainer, ui::Platform& platform, WindowSys
     // After the screen's own answer to the button.
     connections_.push_back(
         trainer.control().screen().font.cmdSelectFont.click.connect([this] { giveFocus(); }));
-    actions.theme.setVisible(system.hasThemes());
     showTheme(keptTheme());
     gallery.setShown(system.kept(kGalleryKey) == kShown);
     showPart();
@@ -176,7 +175,12 @@ void TrainerWindow::showTheme(Theme theme) {
     actions.themeSystem.setChecked(theme == Theme::System);
     actions.themeLight.setChecked(theme == Theme::Light);
     actions.themeDark.setChecked(theme == Theme::Dark);
-    if (system_.hasThemes()) system_.showTheme(theme);
+    system_.showTheme(theme);
+}
+
+void TrainerWindow::showTheme(std::string_view name) {
+    for (const auto& [theme, own] : kThemes)
+        if (own == name) showTheme(theme);
 }
 
 void TrainerWindow::chooseTheme(Theme theme) {

@@ -240,6 +240,12 @@ void Win32Platform::enableWindows(bool enabled) {
         if (window->window()) EnableWindow(window->window(), enabled);
 }
 
+void Win32Platform::setAmbient(const Ambient& ambient) {
+    ambient_ = ambient;
+    for (const auto& [form, window] : windows_) window->takeAmbient();
+    for (const auto& dialog : state_->dialogs) dialog->takeAmbient();
+}
+
 void Win32Platform::systemChanged() {
     for (const auto& [form, window] : windows_) window->page().systemChanged();
 }
