@@ -212,6 +212,36 @@ TEST_F(TrainerWindowTest, AMismatchIsVisibleBeforeInclude) {
     EXPECT_GT(warnings(), 20);
 }
 
+// Windows draws none of its controls in dark colours by itself.
+TEST_F(TrainerWindowTest, EveryControlIsDarkWhenTheDesktopOrTheOperatorWantsIt) {
+    const auto desktopUses = [&](DWORD light) {
+        RegSetKeyValueW(HKEY_CURRENT_USER,
+                        L"Software\\Microsoft\\Windows\\CurrentVersion\\Themes\\Personalize",
+                        L"AppsUseLightTheme", REG_DWORD, &light, sizeof light);
+        SendMessageW(window->window(), WM_SETTINGCHANGE, 0, reinterpret_cast<LPARAM>(L"ImmersiveColorSet"));
+    };
+    constexpr COLORREF kGround = RGB(0x38, 0x3A, 0x3F), kField = RGB(0x25, 0x27, 0x2A),
+                       kFace = RGB(0x4B, 0x4E, 0x54);
+    const auto expectDark = [&](bool dark) {
+        for (const auto& [name, color] :
+             {std::pair{"cmdSelectFont", kFace}, std::pair{"cmdTrain", kGround}, std::pair{"chkCase", kField},
+              std::pair{"cboTimeout", kField}, std::pair{"prgTrain", kField}, std::pair{"sbr", kGround},
+              std::pair{"txtCharSet", kField}, std::pair{"lblFontName", kGround},
+              std::pair{"tlbChars", kGround}, std::pair{"reading", kField}, std::pair{"thumbnails", kField}})
+            EXPECT_EQ(pixelsOf(view(name), color) > 60, dark) << name;
+    };
+    expectDark(false);
+    desktopUses(0);
+    expectDark(true);
+    perform("themeLight");
+    expectDark(false);
+    desktopUses(1);
+    perform("themeDark");
+    expectDark(true);
+    perform("themeSystem");
+    expectDark(false);
+}
+
 TEST_F(TrainerWindowTest, ZoomStaysInItsRangeAndComesBackToTheFit) {
     window->open({kParts + "rendered_lines/hack_000.png"});
     settle();
