@@ -1,7 +1,7 @@
 // Hosts and tools that do what they should not: nothing may crash, leak or take an operator's work away.
-#include <barrier>
+#include <atomic>
 #include <cmath>
-#include <mutex>
+#include <memory>
 #include <optional>
 #include <thread>
 #include "windows/control/support/Bench.h"
@@ -461,41 +461,71 @@ TEST(HostileHost, AbandonsControlsInAnyOrderWithoutALeak) {
     EXPECT_EQ(controlModule().canUnload(), S_OK);
 }
 
+using KernelHandle = std::unique_ptr<void, decltype(&CloseHandle)>;
+
+// Waits as a thread with windows must: what other threads send them is answered meanwhile.
+void wait(const KernelHandle& handle) {
+    HANDLE handles[] = {handle.get()};
+    DWORD signalled = 0;
+    EXPECT_EQ(CoWaitForMultipleHandles(0, INFINITE, 1, handles, &signalled), S_OK);
+}
+
+// Opens when as many threads as it is for wait at it.
+class Gate {
+  public:
+    explicit Gate(int threads) : missing_(threads) {}
+    void pass() {
+        if (--missing_ == 0) SetEvent(open_.get());
+        wait(open_);
+    }
+
+  private:
+    std::atomic<int> missing_;
+    const KernelHandle open_{CreateEventW(nullptr, TRUE, FALSE, nullptr), CloseHandle};
+};
+
 // All controls live and are called at the same time; only their windows are made, drawn and destroyed in
 // turn. Wine's gdi32 shares what it knows of fonts' scripts between threads without a lock: programs that
 // make text boxes in several threads at once crash there, those without a control as well.
 TEST(Control, LivesInSeveralApartmentsAtOnce) {
     constexpr int kApartments = 3;
-    std::vector<std::thread> threads;
-    std::mutex windows;
-    std::barrier together(kApartments);
+    const KernelHandle turn(CreateSemaphoreW(nullptr, 1, 1, nullptr), CloseHandle);
+    Gate begin(kApartments);
+    Gate shown(kApartments);
+    Gate called(kApartments);
     std::atomic<int> finished = 0;
+    const auto inTurn = [&turn](const auto& act) {
+        wait(turn);
+        act();
+        ReleaseSemaphore(turn.get(), 1, nullptr);
+    };
+    std::vector<std::thread> threads;
     for (int i = 0; i < kApartments; ++i)
         threads.emplace_back([&] {
             CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED);
             {
-                together.arrive_and_wait();
+                begin.pass();
                 const auto hidden = newControl();
                 std::optional<StrictHost> host;
                 std::optional<StrictHost> other;
-                {
-                    const std::lock_guard turn(windows);
-                    host.emplace(newControl());
-                    host->pump();
-                    other.emplace(newControl());
-                    other->pump();
-                }
-                together.arrive_and_wait();
+                inTurn([&] {
+                    for (auto* each : {&host, &other}) {
+                        each->emplace(newControl());
+                        (*each)->pump();
+                    }
+                });
+                shown.pass();
                 bool right = IsWindowVisible(other->window());
                 constexpr int kCalls = 200;
                 for (int call = 0; call < kCalls; ++call)
                     for (IUnknown* control : {hidden.get(), host->control(), other->control()})
                         right = trainDate(control, "x") == "unknown" && right;
                 if (right) ++finished;
-                together.arrive_and_wait();
-                const std::lock_guard turn(windows);
-                host.reset();
-                other.reset();
+                called.pass();
+                inTurn([&] {
+                    host.reset();
+                    other.reset();
+                });
             }
             CoUninitialize();
         });
