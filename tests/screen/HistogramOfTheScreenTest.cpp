@@ -112,12 +112,17 @@ TEST_F(HistogramOfTheScreen, FollowsWhatIsDoneOnTheScreenAndGoesWithItsFont) {
     EXPECT_EQ(message(), "2 samples included.") << "the form is filled again without a word";
     toolButton("Undo").press();
     EXPECT_EQ(panel("MaxDist").text(), "4");
+    include("AB");
     platform.modalHandlers["dlgFontManager"] = [](Form& manager) {
         dynamic_cast<ListBox&>(*manager.find("lbFonts")).setListIndex(1);
         manager.defaultButton->press();
     };
     screen().font.cmdSelectFont.press();
     EXPECT_TRUE(platform.open.empty()) << "its bins would delete from the other font";
+    EXPECT_FALSE(toolButton("Undo").enabled()) << "nor does Undo reach into it";
+    EXPECT_EQ(screen().sbr.panel("LastInclude").text(), "");
+    include("C");
+    EXPECT_NE(cell("A").backColor(), rgb(128, 128, 255));
 }
 
 TEST_F(HistogramOfTheScreen, OpensTheOneOfACharacterFromTwoSamplesOn) {
