@@ -198,6 +198,7 @@ TEST_F(InclusionTest, MaintainCaseFollowsTheFontsLetters) {
     EXPECT_EQ(typed({{"a", 1, {}}}, "aBz"), "abz");
     EXPECT_EQ(typed({{"a", 1, {}}, {"A", 1, {}}}, "aBz"), "aBz");
     EXPECT_EQ(typed({{"1", 1, {}}, {"É", 1, {}}}, "aBz"), "aBz");
+    EXPECT_EQ(typed({{"@", 1, {}}, {"[", 1, {}}, {"`", 1, {}}, {"{", 1, {}}}, "aBz"), "aBz");
     screen().sample.chkCase.setChecked(false);
     EXPECT_EQ(message(), "");
 }

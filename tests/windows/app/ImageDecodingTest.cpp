@@ -13,7 +13,7 @@
 #include "windows/app/GreyPicture.h"
 #include "windows/com/ComPtr.h"
 #include "windows/com/WicImage.h"
-#include "windows/com/support/ImageFile.h"
+#include "drivers/win32/ImageFile.h"
 #include "windows/win32/WinText.h"
 
 namespace dravik::test {

@@ -7,7 +7,7 @@
 #include "base/Paths.h"
 #include "windows/com/support/ChildProcess.h"
 #include "windows/com/support/ControlFile.h"
-#include "windows/com/support/ImageFile.h"
+#include "drivers/win32/ImageFile.h"
 
 namespace dravik::test {
 namespace {
