@@ -1,7 +1,7 @@
 // Steps on their way through COM, and the embedded step that programs and scripts create.
+#include "drivers/win32/ImageFile.h"
 #include "windows/com/EmbeddedStepObject.h"
 #include "windows/com/support/ComTest.h"
-#include "drivers/win32/ImageFile.h"
 
 namespace dravik::test {
 namespace {
