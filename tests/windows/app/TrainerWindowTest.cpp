@@ -15,27 +15,27 @@ TEST_F(TrainerWindowTest, EveryControlIsDarkWhenTheDesktopOrTheOperatorWantsIt) 
         RegSetKeyValueW(HKEY_CURRENT_USER,
                         L"Software\\Microsoft\\Windows\\CurrentVersion\\Themes\\Personalize",
                         L"AppsUseLightTheme", REG_DWORD, &light, sizeof light);
-        SendMessageW(window->window(), WM_SETTINGCHANGE, 0, reinterpret_cast<LPARAM>(L"ImmersiveColorSet"));
+        SendMessageW(window.window(), WM_SETTINGCHANGE, 0, reinterpret_cast<LPARAM>(L"ImmersiveColorSet"));
     };
-    constexpr COLORREF kGround = RGB(0x38, 0x3A, 0x3F), kField = RGB(0x25, 0x27, 0x2A),
-                       kFace = RGB(0x4B, 0x4E, 0x54);
+    constexpr ui::Color kGround = rgb(0x38, 0x3A, 0x3F), kField = rgb(0x25, 0x27, 0x2A),
+                        kFace = rgb(0x4B, 0x4E, 0x54);
     const auto expectDark = [&](bool dark) {
         for (const auto& [name, color] :
              {std::pair{"cmdSelectFont", kFace}, std::pair{"cmdTrain", kGround}, std::pair{"chkCase", kField},
               std::pair{"cboTimeout", kField}, std::pair{"prgTrain", kField}, std::pair{"sbr", kGround},
               std::pair{"txtCharSet", kField}, std::pair{"lblFontName", kGround},
               std::pair{"tlbChars", kGround}, std::pair{"reading", kField}, std::pair{"thumbnails", kField}})
-            EXPECT_EQ(pixelsOf(view(name), color) > 60, dark) << name;
+            EXPECT_EQ(pixelsOf(name, color) > 60, dark) << name;
     };
     expectDark(false);
     desktopUses(0);
     expectDark(true);
-    perform("themeLight");
+    choose("themeLight");
     expectDark(false);
     desktopUses(1);
-    perform("themeDark");
+    choose("themeDark");
     expectDark(true);
-    perform("themeSystem");
+    choose("themeSystem");
     expectDark(false);
 }
 
