@@ -6,6 +6,7 @@
 #include "ui/Bars.h"
 #include "ui/Button.h"
 #include "ui/ListControls.h"
+#include "windows/app/DarkMenus.h"
 #include "windows/win32/Look.h"
 #include "windows/win32/WinText.h"
 
@@ -187,6 +188,8 @@ class DarkSkin : public win32::Skin {
                 return false;
         }
     }
+
+    void dressMenu(HMENU menu, HWND owner) const override { darkenMenu(menu, owner); }
 
     void paint(HDC dc, const RECT& client, const ui::Widget& model, HWND window, Look& look) const override {
         const Drawing to{dc, window, look};

@@ -9,6 +9,7 @@
 #include "windows/app/OpenDialogs.h"
 #include "windows/com/Module.h"
 #include "windows/win32/Guard.h"
+#include "windows/win32/HighContrast.h"
 #include "windows/win32/Module.h"
 #include "windows/win32/Peer.h"
 #include "windows/win32/Win32Platform.h"
@@ -62,6 +63,7 @@ void MainWindow::fill(trainer::Trainer& trainer, win32::Win32Platform& platform)
     host_->show(page_.get());
     win32::guarded([&] { trainer.control().form().activate(); });
     menus_ = std::make_unique<WindowMenus>(model_->actions, window());
+    menus_->setSkin(ambient().skin);
     pane_ = std::make_unique<PartPane>(window(), shared_, *model_, platform);
     galleryShown_ = model_->gallery.shownChanged.connect([this] { showGallery(); });
     const auto showTitle = [this] { SetWindowTextW(window(), win32::wide(model_->title()).c_str()); };
@@ -207,8 +209,9 @@ void MainWindow::lookAnew(int dpi) {
 
 win32::Ambient MainWindow::ambient() const {
     win32::Ambient result;
-    if (theme_ == trainer::Theme::Dark || (theme_ == trainer::Theme::System && desktopIsDark()))
-        result.skin = &darkSkin();
+    const bool isDark =
+        theme_ == trainer::Theme::Dark || (theme_ == trainer::Theme::System && desktopIsDark());
+    if (isDark && !win32::isHighContrast()) result.skin = &darkSkin();
     return result;
 }
 
@@ -223,6 +226,7 @@ void MainWindow::systemChanged() {
     if (platform_) platform_->setAmbient(wanted);
     lookAnew(look().dpi());
     if (!page_ || !pane_) return;
+    menus_->setSkin(wanted.skin);
     for (win32::FormPage* page : {page_.get(), gallery_.get()}) {
         if (!page) continue;
         page->setAmbient(wanted);

@@ -18,6 +18,8 @@ class Skin {
     virtual bool paints(const ui::Widget& model) const = 0;
     virtual void paint(HDC dc, const RECT& client, const ui::Widget& model, HWND window,
                        Look& look) const = 0;
+    // The items that the menu has now; it is the owner that is asked to draw them.
+    virtual void dressMenu(HMENU menu, HWND owner) const = 0;
 
   protected:
     Skin() = default;

@@ -64,18 +64,22 @@ class OpenedProgram : public testing::Test {
         GetWindowRect(view(name), &place);
         return IntersectRect(&inside, &place, &all) && EqualRect(&inside, &place);
     }
-    int pixelsOf(const char* name, ui::Color color) {
-        settle();
-        const HWND shown = view(name);
-        RECT client{};
-        GetClientRect(shown, &client);
-        Canvas canvas(client.right, client.bottom);
-        SendMessageW(shown, WM_PRINTCLIENT, reinterpret_cast<WPARAM>(canvas.dc()), PRF_CLIENT);
+    static int countOf(Canvas& canvas, ui::Color color) {
         const auto seen = GetRValue(color) << 16 | GetGValue(color) << 8 | GetBValue(color);
         return static_cast<int>(std::count_if(canvas.pixels().begin(), canvas.pixels().end(),
                                               [&](int pixel) { return (pixel & 0xFFFFFF) == seen; }));
     }
-    int pixelsOfPart(int red, int green, int blue) { return pixelsOf("partView", rgb(red, green, blue)); }
+    int pixelsOf(HWND shown, ui::Color color) {
+        settle();
+        RECT client{};
+        GetClientRect(shown, &client);
+        Canvas canvas(client.right, client.bottom);
+        SendMessageW(shown, WM_PRINTCLIENT, reinterpret_cast<WPARAM>(canvas.dc()), PRF_CLIENT);
+        return countOf(canvas, color);
+    }
+    int pixelsOfPart(int red, int green, int blue) {
+        return pixelsOf(view("partView"), rgb(red, green, blue));
+    }
 
     void open(const std::vector<std::string>& images) {
         window.open(images);
