@@ -43,7 +43,7 @@ struct Trainer::Parts {
     // The text as Include hands it to the tool.
     std::string textToInclude() {
         const auto& typing = control.screen().sample;
-        const auto text = tool::textToInclude(typing.txtSampleInput.text());
+        auto text = tool::textToInclude(typing.txtSampleInput.text());
         if (!typing.chkCase.checked() || text.empty()) return text;
         return tool::inCase(text, tool::fontCase(*tool));
     }
