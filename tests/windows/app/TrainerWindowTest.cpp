@@ -9,6 +9,69 @@ using TrainerWindowTest = OpenedProgram;
 
 const std::string kParts = DRAVIK_SOURCE_DIR "/data/parts/";
 
+// Windows draws none of its controls in dark colours by itself.
+TEST_F(TrainerWindowTest, EveryControlIsDarkWhenTheDesktopOrTheOperatorWantsIt) {
+    const auto desktopUses = [&](DWORD light) {
+        RegSetKeyValueW(HKEY_CURRENT_USER,
+                        L"Software\\Microsoft\\Windows\\CurrentVersion\\Themes\\Personalize",
+                        L"AppsUseLightTheme", REG_DWORD, &light, sizeof light);
+        SendMessageW(window.window(), WM_SETTINGCHANGE, 0, reinterpret_cast<LPARAM>(L"ImmersiveColorSet"));
+    };
+    constexpr ui::Color kGround = rgb(0x38, 0x3A, 0x3F), kField = rgb(0x25, 0x27, 0x2A),
+                        kFace = rgb(0x4B, 0x4E, 0x54);
+    const auto expectDark = [&](bool dark) {
+        for (const auto& [name, color] :
+             {std::pair{"cmdSelectFont", kFace}, std::pair{"cmdTrain", kGround}, std::pair{"chkCase", kField},
+              std::pair{"cboTimeout", kField}, std::pair{"prgTrain", kField}, std::pair{"sbr", kGround},
+              std::pair{"txtCharSet", kField}, std::pair{"lblFontName", kGround},
+              std::pair{"tlbChars", kGround}, std::pair{"reading", kField}, std::pair{"thumbnails", kField}})
+            EXPECT_EQ(pixelsOf(view(name), color) > 60, dark) << name;
+    };
+    const HMENU bar = GetMenu(window.window()), viewMenu = GetSubMenu(bar, 3);
+    const auto itemsDrawn = [&] {
+        SendMessageW(window.window(), WM_INITMENUPOPUP, reinterpret_cast<WPARAM>(viewMenu), 3);
+        MENUITEMINFOW info{};
+        info.cbSize = sizeof info;
+        info.fMask = MIIM_FTYPE | MIIM_DATA;
+        GetMenuItemInfoW(viewMenu, 0, TRUE, &info);
+        if (!(info.fType & MFT_OWNERDRAW)) return 0;
+        Canvas canvas(200, 24);
+        DRAWITEMSTRUCT wanted{};
+        wanted.CtlType = ODT_MENU;
+        wanted.hDC = canvas.dc();
+        wanted.rcItem = {0, 0, 200, 24};
+        wanted.itemData = info.dwItemData;
+        SendMessageW(window.window(), WM_DRAWITEM, 0, reinterpret_cast<LPARAM>(&wanted));
+        return countOf(canvas, kGround);
+    };
+    const auto byKey = [&] {
+        return SendMessageW(window.window(), WM_MENUCHAR, MAKEWPARAM('v', 0), reinterpret_cast<LPARAM>(bar));
+    };
+    expectDark(false);
+    EXPECT_EQ(itemsDrawn(), 0);
+    desktopUses(0);
+    expectDark(true);
+    EXPECT_GT(itemsDrawn(), 3000);
+    EXPECT_LT(itemsDrawn(), 4700) << "there is a text";
+    EXPECT_EQ(byKey(), MAKELRESULT(3, MNC_EXECUTE));
+    driver.expectForm("dlgFontNew", [&] {
+        const HWND form = GetActiveWindow();
+        EXPECT_GT(pixelsOf(findWindowNamed(form, "OKButton"), kFace), 60);
+        EXPECT_GT(pixelsOf(findWindowNamed(form, "txtFontName"), kField), 60);
+        driver.click("CancelButton");
+    });
+    choose("fontNew");
+    EXPECT_TRUE(driver.problems().empty());
+    choose("themeLight");
+    expectDark(false);
+    EXPECT_EQ(itemsDrawn(), 0);
+    desktopUses(1);
+    choose("themeDark");
+    expectDark(true);
+    choose("themeSystem");
+    expectDark(false);
+}
+
 TEST_F(TrainerWindowTest, ZoomStaysInItsRangeAndComesBackToTheFit) {
     open({kParts + "rendered_lines/hack_000.png"});
     const trainer::PartViewModel& part = window.model().view;

@@ -64,16 +64,21 @@ class OpenedProgram : public testing::Test {
         GetWindowRect(view(name), &place);
         return IntersectRect(&inside, &place, &all) && EqualRect(&inside, &place);
     }
-    int pixelsOfPart(int red, int green, int blue) {
+    static int countOf(Canvas& canvas, ui::Color color) {
+        const auto seen = GetRValue(color) << 16 | GetGValue(color) << 8 | GetBValue(color);
+        return static_cast<int>(std::count_if(canvas.pixels().begin(), canvas.pixels().end(),
+                                              [&](int pixel) { return (pixel & 0xFFFFFF) == seen; }));
+    }
+    int pixelsOf(HWND shown, ui::Color color) {
         settle();
-        const HWND shown = view("partView");
         RECT client{};
         GetClientRect(shown, &client);
         Canvas canvas(client.right, client.bottom);
         SendMessageW(shown, WM_PRINTCLIENT, reinterpret_cast<WPARAM>(canvas.dc()), PRF_CLIENT);
-        const auto color = static_cast<std::uint32_t>(red << 16 | green << 8 | blue);
-        return static_cast<int>(std::count_if(canvas.pixels().begin(), canvas.pixels().end(),
-                                              [&](auto pixel) { return (pixel & 0xFFFFFF) == color; }));
+        return countOf(canvas, color);
+    }
+    int pixelsOfPart(int red, int green, int blue) {
+        return pixelsOf(view("partView"), rgb(red, green, blue));
     }
 
     void open(const std::vector<std::string>& images) {
