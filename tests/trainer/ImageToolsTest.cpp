@@ -214,6 +214,13 @@ TEST_F(ImageToolsTest, NoImageIsLostToTheSegmentation) {
     const int before = committed();
     enter();
     EXPECT_EQ(committed(), before + 2);
+
+    for (int i = 0; i < 8; ++i) EXPECT_TRUE(press('A'));
+    EXPECT_EQ(found(), 10u);
+    for (const auto& one : trainer->preview()) {
+        EXPECT_GE(one.box.centreX, 0);
+        EXPECT_LT(one.box.centreX, static_cast<float>(seen.width())) << "where the image ends it goes before";
+    }
 }
 
 TEST_F(ImageToolsTest, TheMenuOfACharacterOffersWhatElseItMayBe) {

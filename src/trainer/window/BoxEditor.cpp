@@ -144,13 +144,23 @@ bool BoxEditor::remove() {
 
 bool BoxEditor::add(const RotatedBox& proposal) {
     if (isDragging()) return false;
-    RotatedBox box = selected_ < 0 ? proposal : boxes_[static_cast<std::size_t>(selected_)].place;
+    const RotatedBox start = selected_ < 0 ? proposal : boxes_[static_cast<std::size_t>(selected_)].place;
+    RotatedBox box = start;
     const auto isTaken = [&](const CharacterBox& other) { return covers(box, other.place); };
-    while (std::any_of(boxes_.begin(), boxes_.end(), isTaken)) {
-        const ImagePoint beside = box.toImage({kStep * box.width, 0});
-        box.centreX = beside.x;
-        box.centreY = beside.y;
+    const auto isSeen = [&] {
+        return box.centreX >= 0 && box.centreX < static_cast<float>(imageWidth) && box.centreY >= 0 &&
+               box.centreY < static_cast<float>(imageHeight);
+    };
+    for (const float step : {kStep, -kStep}) {
+        box = start;
+        while (isSeen() && std::any_of(boxes_.begin(), boxes_.end(), isTaken)) {
+            const ImagePoint beside = box.toImage({step * box.width, 0});
+            box.centreX = beside.x;
+            box.centreY = beside.y;
+        }
+        if (isSeen()) break;
     }
+    if (!isSeen()) box = start;
     return replace(boxes_.size(), 0, {box}, "addition of a character");
 }
 

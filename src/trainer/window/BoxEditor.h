@@ -34,13 +34,15 @@ class BoxEditor {
     std::function<float(const engine::RotatedBox&)> bestCut;
     // New characters stand at this angle where there are no others, in degrees.
     float usualAngle = 0;
+    // In pixels; new characters stand inside of the image.
+    int imageWidth = 0, imageHeight = 0;
 
     // Each corrects the boxes and says how; false when it cannot be done.
     bool split();
     bool join();
     bool remove();
     // A character as large as the selected one behind it, else the proposed one; further on in its line until
-    // it covers no other.
+    // it covers no other, or before it where the image ends. Over others where there is no room.
     bool add(const engine::RotatedBox& proposal);
     std::function<void(const BoxChange&)> corrected;
 

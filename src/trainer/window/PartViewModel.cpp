@@ -27,6 +27,8 @@ void PartViewModel::setImage(const engine::GreyImage* image, std::string message
     marked_.reset();
     cancelDrag();
     placeImage(image);
+    boxes.imageWidth = image ? image->width() : 0;
+    boxes.imageHeight = image ? image->height() : 0;
     imageChanged();
 }
 
