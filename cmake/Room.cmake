@@ -39,10 +39,19 @@ function(dravik_room name folder)
   endif()
 endfunction()
 
-# precompiled_from(TARGET HEADERS) has the target use the precompiled headers of the target HEADERS.
-function(precompiled_from target headers)
-  target_precompile_headers(${target} REUSE_FROM ${headers})
-  if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
-    target_compile_options(${target} PRIVATE -fpch-preprocess) # for ccache
-  endif()
+# precompiled_headers(NAME HEADER...) compiles HEADERs once, with the options of the library NAME that it makes for them. Each file
+# names what it needs all the same: `tools/nightly.sh` compiles without this.
+function(precompiled_headers name)
+  add_library(${name} OBJECT ${PROJECT_SOURCE_DIR}/cmake/Empty.cpp)
+  target_precompile_headers(${name} PRIVATE ${ARGN})
+endfunction()
+
+# precompiled_from(HEADERS TARGET...) has the TARGETs, which have the same options, use what precompiled_headers(HEADERS) compiled.
+function(precompiled_from headers)
+  foreach(target ${ARGN})
+    target_precompile_headers(${target} REUSE_FROM ${headers})
+    if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
+      target_compile_options(${target} PRIVATE -fpch-preprocess) # for ccache
+    endif()
+  endforeach()
 endfunction()

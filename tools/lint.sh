@@ -28,9 +28,10 @@ fi
 options=(--quiet --extra-arg=-Wno-unknown-warning-option --extra-arg=-Wno-ignored-optimization-argument)
 scratch=$(mktemp -d)
 trap 'rm -rf "$scratch"' EXIT
-# commands FOLDER: takes its commands, which are GCC's, without what clang does not know.
+# commands FOLDER: takes its commands, which are GCC's, without what clang does not know: precompiled headers are the plain ones.
 commands() {
-    sed -E 's/ -fno-ipa-ra| -fno-keep-inline-dllexport| -fpch-preprocess| -Winvalid-pch| -include [^ ]*cmake_pch\.hxx//g' "$1/compile_commands.json" >"$scratch/compile_commands.json"
+    sed -E "s| -include [^ ]*windows_precompiled\.dir/cmake_pch\.hxx| -include $PWD/src/windows/headers/Windows.h|g
+        "'s/ -fno-ipa-ra| -fno-keep-inline-dllexport| -fpch-preprocess| -Winvalid-pch| -include [^ ]*cmake_pch\.hxx//g' "$1/compile_commands.json" >"$scratch/compile_commands.json"
 }
 # tidy OPTION... : clang-tidy over the files of standard input.
 tidy() {

@@ -2,7 +2,7 @@
 
 build_packages=(g++ cmake ninja-build libcli11-dev qt6-base-dev qt6-image-formats-plugins qt6-wayland libgl-dev pkg-config libaravis-dev libusb-1.0-0-dev fonts-dejavu-core)
 windows_packages=(cmake ninja-build libcli11-dev googletest g++-mingw-w64-x86-64-posix g++-mingw-w64-i686-posix mingw-w64-tools libwine-dev wine64
-    xvfb xauth wixl msitools zip cmark-gfm osslsigncode openssl)
+    xvfb xauth wixl msitools zip cmark-gfm osslsigncode openssl faketime)
 deb_packages=(dpkg-dev librsvg2-bin cmark-gfm doxygen file python3-setuptools python3-wheel lintian appstream desktop-file-utils)
 library_packages=(python3-numpy python3-pil python3-matplotlib)
 test_packages=(aravis-tools at-spi2-core dbus-daemon python3-pyatspi clang-format clang-tidy libgtest-dev libgmock-dev libpng-dev mandoc unzip "${library_packages[@]}" "${windows_packages[@]}")

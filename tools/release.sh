@@ -53,7 +53,7 @@ if [ "${1:-}" = --check ]; then
             differing+=("$file")
         fi
     done
+    [ ${#differing[@]} -eq 0 ] || refuse "made again in releases/again, these differ: ${differing[*]}"
     rm -rf releases/again
-    [ ${#differing[@]} -eq 0 ] || refuse "made again, these differ: ${differing[*]}"
     echo "Made again, all is the same but for the codes and dates of the installers"
 fi

@@ -186,13 +186,17 @@ void MainWindow::restore() {
     if (!splitter_->restoreState(settings.value(QLatin1String(kSplitterKey)).toByteArray()))
         splitter_->setSizes({TrainerWindow::kFirstScreenWidth,
                              TrainerWindow::kFirstWidth - TrainerWindow::kFirstScreenWidth});
-    model_.arrangeFor(height());
 }
 
 void MainWindow::remember() {
     QSettings settings;
     settings.setValue(QLatin1String(kGeometryKey), saveGeometry());
     settings.setValue(QLatin1String(kSplitterKey), splitter_->saveState());
+}
+
+void MainWindow::resizeEvent(QResizeEvent* event) {
+    QMainWindow::resizeEvent(event);
+    guarded([&] { model_.arrangeFor(height()); });
 }
 
 void MainWindow::showEvent(QShowEvent* event) {

@@ -29,6 +29,7 @@ class MainWindow : public QMainWindow, private trainer::WindowSystem {
     // Asks about unsaved changes first, and stays when the operator cancels.
     void closeEvent(QCloseEvent* event) override;
     void showEvent(QShowEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
     void dragEnterEvent(QDragEnterEvent* event) override;
     void dropEvent(QDropEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
@@ -43,7 +44,6 @@ class MainWindow : public QMainWindow, private trainer::WindowSystem {
     bool hasCameras() const override { return camera::hasCameras(); }
     std::unique_ptr<camera::Camera> makeCamera() override { return camera::makeCamera(); }
     void writeImage(const engine::GreyImage& image, const std::string& file) override;
-    bool hasThemes() const override { return true; }
     void showTheme(trainer::Theme theme) override { useTheme(theme); }
     bool showGuide() override;
     void closeWindow() override { close(); }

@@ -47,6 +47,10 @@ int virtualKey(int key) {
         case Qt::Key_Return:
         case Qt::Key_Enter:
             return 13;
+        case Qt::Key_Shift:
+            return 16;
+        case Qt::Key_Control:
+            return 17;
         case Qt::Key_Escape:
             return 27;
         case Qt::Key_Space:

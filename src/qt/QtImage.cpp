@@ -13,6 +13,8 @@ namespace {
 
 // Room for kMostPixels of 16-bit colour.
 constexpr int kAllocationMegabytes = 1024;
+// Converted at once: a large image stands in memory as it was decoded and in grey, and no third time.
+constexpr int kStripeRows = 64;
 
 std::string problem(const std::string& path, const QString& what) {
     return utf8(QFileInfo(qtText(path)).fileName()) + ": " + utf8(what);
@@ -59,20 +61,23 @@ engine::GreyImage decodeImageFile(const std::string& path) {
                       problem(path, QStringLiteral("not an image that can be read")));
     if (reader.size().isValid() && isTooLarge(reader.size()))
         throw Failure(RuntimeError::OutOfMemory, problem(path, tooLarge(reader.size())));
-    QImage image = reader.read();
+    const QImage image = reader.read();
     if (image.isNull())
         throw Failure(RuntimeError::DeviceIoError,
                       problem(path, QStringLiteral("damaged (%1)").arg(reader.errorString())));
     if (isTooLarge(image.size()))
         throw Failure(RuntimeError::OutOfMemory, problem(path, tooLarge(image.size())));
 
-    if (image.hasAlphaChannel()) image = onWhite(image);
-    image = image.convertToFormat(QImage::Format_Grayscale8);
-    if (image.isNull())
-        throw Failure(RuntimeError::OutOfMemory, problem(path, QStringLiteral("out of memory")));
     engine::GreyImage grey(image.width(), image.height());
-    for (int y = 0; y < image.height(); ++y)
-        std::copy_n(image.constScanLine(y), image.width(), grey.row(y).begin());
+    for (int top = 0; top < image.height(); top += kStripeRows) {
+        QImage stripe = image.copy(0, top, image.width(), std::min(kStripeRows, image.height() - top));
+        if (stripe.hasAlphaChannel()) stripe = onWhite(stripe);
+        stripe = stripe.convertToFormat(QImage::Format_Grayscale8);
+        if (stripe.isNull())
+            throw Failure(RuntimeError::OutOfMemory, problem(path, QStringLiteral("out of memory")));
+        for (int y = 0; y < stripe.height(); ++y)
+            std::copy_n(stripe.constScanLine(y), stripe.width(), grey.row(top + y).begin());
+    }
     return grey;
 }
 

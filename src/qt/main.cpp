@@ -39,7 +39,7 @@ trainer::CommandStreams streams() {
 }
 
 trainer::CommandLine parsed(int argc, char** argv) {
-    return trainer::parseCommandLine({argv + 1, argv + argc}, {.hasThemes = true});
+    return trainer::parseCommandLine({argv + 1, argv + argc});
 }
 
 // Qt takes options of its own out of the arguments, such as the -session of a session manager: one dash.
@@ -59,11 +59,7 @@ int runWindow(const trainer::WindowOptions& options) {
     trainer::Trainer trainer(platform, options.folder, decodeImageFile, true);
     MainWindow window(trainer, platform);
     platform.setMainWindow(&window);
-    using trainer::Theme;
-    if (!options.theme.empty())
-        window.model().showTheme(options.theme == "dark"    ? Theme::Dark
-                                 : options.theme == "light" ? Theme::Light
-                                                            : Theme::System);
+    window.model().showTheme(options.theme);
     const EndSignals signals([&window] { window.remember(); });
     trainer.setPatience(trainer::kPatience);
     window.show();

@@ -1,6 +1,7 @@
 #include "trainer/FontActs.h"
 
 #include <algorithm>
+#include <set>
 #include <utility>
 
 #include "base/Failure.h"
@@ -58,6 +59,9 @@ ScreenState FontActs::plainState() const {
     ScreenState state = control_.state();
     state.m_LastInclude.clear();
     state.m_IncludedChars.clear();
+    state.markedChars.clear();
+    state.addedChars.clear();
+    state.figures.clear();
     state.message.clear();
     state.undoEnabled = false;
     state.awaitsDecision = state.saveEnabled = state.revertEnabled = false;
@@ -77,10 +81,12 @@ void FontActs::step(const std::optional<std::string>& words, const char* source,
                     std::string (tool::FontHistory::*move)()) {
     if (!words || isTraining()) return;
     try {
-        const auto state = screen::decodeScreenState((history_.*move)());
+        ScreenState state = screen::decodeScreenState((history_.*move)()).value_or(plainState());
+        // What was said then would stand beside what is said of this step.
+        if (!state.awaitsDecision) state.message.clear();
         const auto font = currentFont_();
         if (font.value_or("") != control_.selectedFont()) control_.showFont(font.value_or(""));
-        control_.refreshAfterHistory(state.value_or(plainState()), isUnsaved());
+        control_.refreshAfterHistory(state, isUnsaved());
         say(done + *words);
         moved();
     } catch (...) {
@@ -170,6 +176,7 @@ std::vector<std::string> FontActs::takeRecovered() {
 void FontActs::record(const OperatorAct& act) {
     const std::string failure = std::exchange(failure_, {});
     guardScreen(act);
+    if (act.kind == OperatorAct::Kind::UndoOfInclude && failure.empty()) removeUnused(act.before.addedChars);
     ScreenState state = control_.state();
     state.includeEnabled = true;  // it may be held at the moment, until the image's characters are found
     history_.endAct(act.kind == OperatorAct::Kind::Save ? "" : screen::actName(act), screen::encode(state));
@@ -197,6 +204,20 @@ void FontActs::guardScreen(const OperatorAct& act) {
         control_.screen().train.cmdTrain.setEnabled(false);
 }
 
+// The screen's own Undo takes samples back and leaves the characters in the font that their include brought.
+void FontActs::removeUnused(const std::string& brought) {
+    const auto table = tool_.GetSampleData(tool::kAllCommitted, tool::kSampleFields);
+    std::set<std::string> used;
+    for (int row = 1; table && row <= table->upperRow(); ++row) used.insert(table->character(row));
+    tool::CharacterSet set = tool_.GetCharacterSet();
+    if (std::erase_if(set, [&](const std::string& character) {
+            return contains(brought, character) && !used.contains(character);
+        }) == 0)
+        return;
+    tool_.SetCharacterSet(set);
+    control_.refreshAfterHistory(control_.state(), isUnsaved());
+}
+
 // The screen leaves rows of samples in the table when there are none to show instead, and nothing can be done
 // to those. True when there were some.
 bool FontActs::emptyTable() {
@@ -214,6 +235,11 @@ bool FontActs::emptyTable() {
 // The state before the first act, to which undo goes back.
 void FontActs::fontMayHaveChanged() {
     auto font = control_.selectedFont();
+    if (font != shownFont_) {
+        // Of the run of another font.
+        control_.screen().train.lblStatus.setCaption("");
+        control_.screen().train.prgTrain.setValue(0);
+    }
     if (font != shownFont_ && !font.empty() && currentFont_()) {
         ScreenState state = control_.state();
         state.includeEnabled = true;

@@ -69,6 +69,7 @@ class FontActs {
   private:
     void record(const screen::OperatorAct& act);
     void guardScreen(const screen::OperatorAct& act);
+    void removeUnused(const std::string& brought);
     bool emptyTable();
     void fontMayHaveChanged();
     void forgetFailure();

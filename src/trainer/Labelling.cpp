@@ -81,7 +81,8 @@ void Labelling::showText(const std::string& text) {
 void Labelling::imageComesUp() {
     const OpenedParts& parts = around_.parts;
     const std::string path = parts.current() < 0 ? std::string() : parts.path(parts.current());
-    if (!path.empty() && !parts.isDecoding() && !parts.problem().empty()) setState(path, PartState::Failed);
+    const bool fails = !path.empty() && !parts.isDecoding() && !parts.problem().empty();
+    if (fails && failed_.insert(path).second) statesChanged();
     if (path == path_) return;
     if (isTyped_ && !path_.empty()) {
         if (typed().empty())
@@ -161,12 +162,18 @@ void Labelling::fontMayHaveChanged() {
 
 PartState Labelling::state(const std::string& path) const {
     if (included().has(path)) return PartState::Included;
-    const auto found = states_.find(path);
+    if (failed_.contains(path)) return PartState::Failed;
+    const auto found = states_.find(forFont(path));
     return found == states_.end() ? PartState::New : found->second;
 }
 
+std::pair<std::string, std::string> Labelling::forFont(const std::string& path) const {
+    return {around_.tool.currentFont().value_or(""), path};
+}
+
 void Labelling::setState(const std::string& path, PartState state) {
-    if (std::exchange(states_[path], state) != state) statesChanged();
+    const bool isOther = std::exchange(states_[forFont(path)], state) != state;
+    if (failed_.erase(path) > 0 || isOther) statesChanged();
 }
 
 void Labelling::pointAt(std::size_t place, const std::string& why) {
@@ -271,6 +278,7 @@ void Labelling::includeEnded() {
     book_.set(path, text);
     format_.add(text);
     drafts_.erase(path);
+    states_.erase(forFont(path));
     isTyped_ = false;
     isOwn_ = true;
     keepLabels();

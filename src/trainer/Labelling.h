@@ -7,7 +7,9 @@
 #include <cstdint>
 #include <map>
 #include <optional>
+#include <set>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "engine/embedded/EmbeddedTool.h"
@@ -97,6 +99,7 @@ class Labelling {
     void textEdited();
     const IncludedImages& included() const;
     void fontMayHaveChanged();
+    std::pair<std::string, std::string> forFont(const std::string& path) const;
     void setState(const std::string& path, PartState state);
     void pointAt(std::size_t place, const std::string& why);
 
@@ -116,7 +119,9 @@ class Labelling {
     LabelFormat format_;
     mutable IncludedImages included_;
     mutable bool isIncludedStale_ = true;
-    std::map<std::string, PartState> states_;    // but for the included ones, by path
+    // But for included images and those that cannot be decoded, by font and path.
+    std::map<std::pair<std::string, std::string>, PartState> states_;
+    std::set<std::string> failed_;               // by path
     std::map<std::string, std::string> drafts_;  // typed and not included, by path
 
     std::string path_;  // of the image that is up

@@ -217,11 +217,11 @@ struct Trainer::Parts {
         preview.clear();
     }
 
-    // Include waits for the characters: what it would do without them is look for them while the window
-    // stands still. The screen may enable it meanwhile; it is enabled again when it would be now.
+    // Include waits for an image and its characters: what it would do without them is look for them while the
+    // window stands still. The screen may enable it meanwhile; it is enabled again when it would be now.
     void holdInclude() {
         auto& include = control.screen().sample.cmdInclude;
-        const bool holds = isLooking() || stopped;
+        const bool holds = isLooking() || stopped || (opened.current() < 0 && tool->image().empty());
         if (holds) include.setEnabled(false);
         if (std::exchange(holdsInclude, holds) && !holds)
             include.setEnabled(!control.selectedFont().empty() &&
@@ -335,6 +335,7 @@ Trainer::Trainer(ui::Platform& platform, const JobFolder& folder, ImageDecoder d
     connections.push_back(parts.opened.currentChanged.connect([=, &parts] {
         parts.labelling->imageComesUp();
         if (!parts.opened.isDecoding()) parts.findCharacters();
+        parts.holdInclude();
         refreshPreview();
         refreshReading();
     }));
@@ -360,6 +361,7 @@ Trainer::Trainer(ui::Platform& platform, const JobFolder& folder, ImageDecoder d
     connections.push_back(parts.acts->changed.connect(refreshTitle));
     connections.push_back(parts.acts->moved.connect(refreshFont));
     refreshFont();
+    parts.holdInclude();
 }
 
 Trainer::~Trainer() {

@@ -114,22 +114,6 @@ TEST(DistanceMeasure, IsDefinedForSingleSamplesAndASingleCharacter) {
         EXPECT_TRUE(distance >= 0 && distance <= 1) << distance;
 }
 
-TEST(SampleStore, RefusesMoreSamplesThanIdentifiersName) {
-    SampleStore store;
-    const Sample sample = sampleOf('A', 0.5f);
-    store.include(std::vector<Sample>(kMostSamples, sample));
-    EXPECT_THROW(store.include({sample}), Failure);
-    EXPECT_EQ(store.columns(SampleKind::Uncommitted)->size(), 99'999u);
-    store.commit();
-    EXPECT_EQ(store.columns(SampleKind::Committed)->size(), 99'999u);
-    EXPECT_THROW(store.include({sample}), Failure) << "it could never be committed";
-    EXPECT_EQ(store.columns(SampleKind::Uncommitted)->size(), 0u);
-    store.remove(SampleKind::Committed, 0);
-    store.include({sample});
-    store.commit();
-    EXPECT_EQ(store.columns(SampleKind::Committed)->size(), 99'999u);
-}
-
 TEST(SampleStore, ForgottenSamplesDoNotPileUp) {
     SampleStore store;
     store.include({sampleOf('K', 0.1f)});

@@ -7,7 +7,6 @@
 #include <fstream>
 #include <thread>
 
-#include "base/AtomicFile.h"
 #include "base/Failure.h"
 #include "base/Text.h"
 #include "contract/DrawnText.h"
@@ -197,35 +196,6 @@ TEST_F(ToolWithoutFonts, DamagedFontsAreRefusedAndTheCurrentOneStays) {
     const FontSummary summary = tool.summary("good");
     EXPECT_EQ(summary.samples, 3);
     EXPECT_FALSE(summary.trained);
-}
-
-TEST_F(ToolWithoutFonts, ANewFontLeavesTheSamplesOfTheOldOneInTheBackup) {
-    const std::string file = folder.path("Fonts/f.nnd"), backup = backupOf(file);
-    // As the font manager makes one.
-    const auto makeNew = [&] {
-        tool.CreateFont("f");
-        tool.SetCharacterSet({"0", "1"});
-        tool.SaveFont("f");
-    };
-    makeNew();
-    commit("AB1");
-    tool.SaveFont("f");
-    const auto old = readWholeFile(file, 1 << 20);
-    EXPECT_EQ(readFont(file).samples.size(), 3u);
-
-    makeNew();
-    EXPECT_TRUE(readFont(file).samples.empty());
-    EXPECT_EQ(readWholeFile(backup, 1 << 20), old);
-    tool.DeleteFont("f");
-    EXPECT_EQ(readWholeFile(backup, 1 << 20), old) << "the empty font was deleted";
-    makeNew();
-    commit("0");
-    tool.SaveFont("f");
-    EXPECT_EQ(readWholeFile(backup, 1 << 20), old) << "until there is something else to keep";
-    // What cannot be read is kept.
-    std::ofstream(file) << "no font at all";
-    tool.CreateFont("f");
-    EXPECT_EQ(readWholeFile(backup, 1 << 20).size(), 14u);
 }
 
 // Whether the run has ended by then or not: nobody has been told of its end.

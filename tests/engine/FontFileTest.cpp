@@ -138,15 +138,19 @@ TEST(FontFile, RefusalsSayWhatIsWrong) {
     later[8] = 3;
     seal(later);
     EXPECT_NE(refusal(later).find("version 3"), std::string::npos);
-    // What would be lost by saving the font again.
-    std::vector<std::uint8_t> unknown = good;
-    unknown[8] = 2;
-    const std::string_view part("ROIS\0\0\0\0", 8);
-    unknown.insert(unknown.end() - 4, part.begin(), part.end());
-    unknown[16] = static_cast<std::uint8_t>(unknown.size());
-    unknown[17] = static_cast<std::uint8_t>(unknown.size() >> 8);
-    seal(unknown);
-    EXPECT_NE(refusal(unknown).find("a part \"ROIS\" that this program does not know"), std::string::npos);
+    // A part that would be lost by saving the font again, and one that stands twice.
+    const auto refusalWith = [](std::vector<std::uint8_t> bytes, std::string_view part) {
+        bytes[8] = 2;
+        bytes.insert(bytes.end() - 4, part.begin(), part.end());
+        for (std::size_t i = 0; i < 4; ++i) bytes[16 + i] = static_cast<std::uint8_t>(bytes.size() >> 8 * i);
+        seal(bytes);
+        return refusal(bytes);
+    };
+    EXPECT_NE(refusalWith(good, {"ROIS\0\0\0\0", 8}).find("a part \"ROIS\" that this program does not know"),
+              std::string::npos);
+    const std::vector<std::uint8_t> seen = encodeFont(seenFont());
+    const std::string text(seen.begin(), seen.end() - 4);
+    EXPECT_NE(refusalWith(seen, text.substr(text.rfind("SEEN"))).find("out of order"), std::string::npos);
     FontRecord large;
     large.samples.resize(100'000);
     large.distances.resize(100'000);

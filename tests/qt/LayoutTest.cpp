@@ -13,20 +13,6 @@ using namespace screen;
 using namespace ui;
 namespace {
 
-TEST(FormLayout, SpareLengthGoesToWhoAsksForIt) {
-    TextBox a("a");
-    TextBox b("b");
-    Button c("c", "C");
-    ShownForm shown(column({row({item(a).stretched(), item(b).stretched(2), item(c)}), space()}), 600, 200);
-    const int rest = shown.view("c").width();
-    EXPECT_NEAR(shown.view("b").width(), 2 * shown.view("a").width(), 4);
-    b.setVisible(false);
-    settle();
-    EXPECT_EQ(shown.view("c").width(), rest);
-    EXPECT_GT(shown.view("a").width(), 400);  // a hidden control takes no room
-    EXPECT_LT(shown.view("a").height(), 60);
-}
-
 TEST(FormLayout, FollowsWhatItsControlsAskForUntilTheyGo) {
     Button a("a", "A");
     TextBox b("b");

@@ -52,11 +52,16 @@ TEST_F(QtImageTest, DepthColourAndTransparencyBecomeGrey) {
     EXPECT_GT(grey(0, 0), grey(1, 0) + 50);  // green is brighter than blue
     EXPECT_EQ(grey(2, 0), 255);
 
-    QImage palette(5, 2, QImage::Format_Mono);  // rows that do not fill their bytes
+    // Rows that do not fill their bytes, and more of them than are converted at once.
+    QImage palette(5, 150, QImage::Format_Mono);
     palette.fill(0);
     palette.setPixel(4, 1, 1);
+    palette.setPixel(0, 149, 1);
     const GreyImage mono = decodeImageFile(save("mono.bmp", palette));
     EXPECT_EQ(mono.width(), 5);
+    EXPECT_EQ(mono.height(), 150);
+    EXPECT_EQ(mono(0, 149), 255);
+    EXPECT_EQ(mono(0, 148), 0);
     EXPECT_EQ(mono(4, 1), 255);
     EXPECT_EQ(mono(3, 1), 0);
     EXPECT_EQ(toQImage(mono).pixelColor(4, 1), QColor(Qt::white));

@@ -24,15 +24,6 @@ TEST(Views, BarsTellTheirTipsAndEnds) {
     EXPECT_GE(shown.view("data").sizeHint().width(), QFontMetrics(qApp->font()).horizontalAdvance("R&D"));
 }
 
-TEST(Views, ACellShowsTheTipThatItsProcedureSets) {
-    Label cell("cell", "A");
-    cell.setCell(true);
-    Shown shown(column({item(cell)}));
-    cell.mouseMove.subscribe([&](const MouseEvent&) { cell.setToolTip("A -- 12 trained"); });
-    shown.focus(cell);
-    EXPECT_EQ(shown.view("cell").toolTip(), "A -- 12 trained");
-}
-
 TEST(Views, BarsOfAChartAreFoundByScreenReadersAndGoWithTheScene) {
     Chart chart("chart");
     chart.setScale({-10, 100, 90, 0});

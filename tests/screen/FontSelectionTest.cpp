@@ -1,5 +1,3 @@
-#include <numeric>
-
 #include "screen/support/BoundScreen.h"
 
 namespace dravik::test {
@@ -34,6 +32,10 @@ class FontSelectionTest : public BoundScreen {
 TEST_F(FontSelectionTest, ChoosingLoadsTheFontAndFillsTheScreen) {
     bind();
     screen().train.prgTrain.setValue(40);
+    // As the embedded tool lists a font that is beyond the reach of the step's datum.
+    tool->onCall = [&](const std::string& call) {
+        if (call == "LoadFont(gamma)") tool->fonts = {"gamma", "alpha", "beta"};
+    };
     manager([](Form& form) {
         EXPECT_EQ(in<ListBox>(form, "lbFonts").listIndex(), 0) << "the font in use is preselected";
         in<ListBox>(form, "lbFonts").setListIndex(2);
@@ -44,28 +46,12 @@ TEST_F(FontSelectionTest, ChoosingLoadsTheFontAndFillsTheScreen) {
     EXPECT_EQ(screen().font.lblSelectedFont.caption(), "gamma");
     EXPECT_EQ(screen().train.prgTrain.value(), 0);
     manager([](Form& form) {
-        EXPECT_EQ(in<ListBox>(form, "lbFonts").listIndex(), 2);
+        EXPECT_EQ(in<ListBox>(form, "lbFonts").text(), "gamma") << "wherever loading has moved it";
         form.cancelButton->press();
     });
 }
 
-// As the embedded tool lists a font that is beyond the reach of the step's datum.
-TEST_F(FontSelectionTest, TheManagerOpensOnTheFontShownWhereverLoadingHasMovedIt) {
-    bind();
-    tool->onCall = [&](const std::string& call) {
-        if (call == "LoadFont(gamma)") tool->fonts = {"gamma", "alpha", "beta"};
-    };
-    manager([](Form& form) {
-        in<ListBox>(form, "lbFonts").setListIndex(2);
-        form.defaultButton->press();
-    });
-    manager([](Form& form) {
-        EXPECT_EQ(in<ListBox>(form, "lbFonts").text(), "gamma");
-        form.cancelButton->press();
-    });
-}
-
-TEST_F(FontSelectionTest, AStepWithoutAFontGetsOne) {
+TEST_F(FontSelectionTest, AStepWithoutAFontGetsOneAndLeavingInAnyOtherWayChangesNothing) {
     tool->data["SelFont"] = 0;
     bind();
     manager([](Form& form) {
@@ -73,17 +59,8 @@ TEST_F(FontSelectionTest, AStepWithoutAFontGetsOne) {
         in<ListBox>(form, "lbFonts").setListIndex(1);
         in<Button>(form, "OKButton").press();
     });
-    EXPECT_EQ(screen().font.lblSelectedFont.caption(), "beta");
     EXPECT_TRUE(screen().sample.cmdInclude.enabled());
     EXPECT_EQ(control.selectedFont(), "beta");
-}
-
-TEST_F(FontSelectionTest, LeavingInAnyOtherWayChangesNothing) {
-    bind();
-    manager([](Form& form) {
-        in<ListBox>(form, "lbFonts").setListIndex(1);
-        in<Button>(form, "OKButton").press();
-    });
     tool->calls.clear();
     manager([](Form& form) {
         in<ListBox>(form, "lbFonts").setListIndex(2);
@@ -160,32 +137,17 @@ TEST_F(FontSelectionTest, ANewFontIsMadeWithItsCleanedNameAndItsSet) {
                                                  "SaveFont(my_font_a_b_c_d_e_f_)"}));
     EXPECT_EQ(control.selectedFont(), "my_font_a_b_c_d_e_f_");
 
-    platform.modalHandlers["dlgFontNew"] = [](Form& form) {
-        auto& name = in<TextBox>(form, "txtFontName");
-        EXPECT_GE(name.selectionLength(), 9) << "typing replaces the proposed name";
-        name.setText("second");
-        in<Button>(form, "OKButton").press();
-    };
+    name("dlgFontNew", "second");
     tool->calls.clear();
     manager([](Form& form) { press(form, {"cmdNewFont", "OKButton"}); });
     EXPECT_EQ(tool->count("SetCharacterSet()"), 1) << "the set chosen for the font before is not taken over";
 }
 
 TEST_F(FontSelectionTest, EachChoiceOfANewFontIsTheSetThatItNames) {
-    std::string small(26, ' '), capitals(26, ' '), digits(10, ' ');
-    std::iota(small.begin(), small.end(), 'a');
-    std::iota(capitals.begin(), capitals.end(), 'A');
-    std::iota(digits.begin(), digits.end(), '0');
-    const std::vector<std::string> sets = {"",
-                                           small.substr(13),
-                                           small.substr(0, 13),
-                                           capitals.substr(13),
-                                           capitals.substr(0, 13),
-                                           digits,
-                                           capitals,
-                                           capitals + digits,
-                                           small,
-                                           small + digits};
+    const std::string a = "abcdefghijklm", n = "nopqrstuvwxyz", A = "ABCDEFGHIJKLM", N = "NOPQRSTUVWXYZ",
+                      digits = "0123456789";
+    const std::vector<std::string> sets = {
+        "", n, a, N, A, digits, A + N, A + N + digits, a + n, a + n + digits};
     bind();
     manager([&](Form& form) {
         for (std::size_t i = 0; i < sets.size(); ++i) {
@@ -256,6 +218,8 @@ TEST_F(FontSelectionTest, CancellingAfterRenamingOrDeletingTheFontShownFollowsIt
     name("dlgFontName", "renamed");
     manager([](Form& form) { press(form, {"cmdRenameFont", "CancelButton"}); });
     EXPECT_EQ(control.selectedFont(), "renamed") << "saving must not write a second font under the old name";
+    screen().font.txtCharSet.setText("AB");
+    EXPECT_TRUE(control.m_FontChanged());
     tool->data["SelFont"] = 0;
     manager([](Form& form) {
         EXPECT_EQ(in<ListBox>(form, "lbFonts").text(), "renamed");
@@ -264,20 +228,12 @@ TEST_F(FontSelectionTest, CancellingAfterRenamingOrDeletingTheFontShownFollowsIt
     EXPECT_EQ(control.selectedFont(), "");
     EXPECT_EQ(screen().font.lblSelectedFont.caption(), "<None>");
     EXPECT_FALSE(screen().sample.cmdInclude.enabled());
-}
-
-TEST_F(FontSelectionTest, CancellingAfterDeletingTheFontShownLeavesNothingToSave) {
-    bind();
-    screen().font.txtCharSet.setText("AB");
-    tool->data["SelFont"] = 0;
-    manager([](Form& form) { press(form, {"cmdDeleteFont", "CancelButton"}); });
-    EXPECT_FALSE(control.m_FontChanged());
+    EXPECT_FALSE(control.m_FontChanged()) << "nothing is left to save";
 }
 
 TEST_F(FontSelectionTest, WithoutAFontTheOneMadeIsShownAndItsSetNotTakenForAnEdit) {
     tool->data["SelFont"] = 0;
     bind();
-    name("dlgFontNew", "fresh");
     name("dlgFontName", "renamed");
     platform.modalHandlers["dlgFontNew"] = [](Form& form) {
         in<TextBox>(form, "txtFontName").setText("fresh");
@@ -373,6 +329,7 @@ TEST_F(FontSelectionTest, DeleteAsksNothingAndKeepsASelection) {
         in<Button>(form, "cmdDeleteFont").press();
         EXPECT_EQ(status(form), "Deleted font: gamma");
         EXPECT_EQ(in<ListBox>(form, "lbFonts").text(), "beta");
+        EXPECT_EQ(in<ListBox>(form, "lbFonts").toolTip(), "Creation date unknown");
         press(form, {"cmdDeleteFont", "cmdDeleteFont"});
         EXPECT_EQ(in<ListBox>(form, "lbFonts").listIndex(), -1);
         for (const char* button : {"cmdDuplicateFont", "cmdRenameFont", "cmdDeleteFont", "OKButton"})

@@ -1,6 +1,6 @@
 // The histogram as it is opened from the screen's menu and worked with the pointer.
+#include "screen/histogram/dlgCharHist.h"
 #include "screen/support/BoundScreen.h"
-#include "ui/Chart.h"
 
 namespace dravik::test {
 namespace {
@@ -16,16 +16,12 @@ class HistogramOfTheScreen : public BoundScreen {
         bind();
     }
 
-    template <class Kind>
-    Kind& in(const char* name) {
-        return dynamic_cast<Kind&>(*form().find(name));
-    }
-    Form& form() { return platform.opened("dlgCharHist"); }
-    Chart& chart() { return in<Chart>("chart"); }
-    StatusPanel& panel(const char* key) { return in<StatusBar>("sbr").panel(key); }
-    void open(const char* item) {
+    dlgCharHist& form() { return dynamic_cast<dlgCharHist&>(platform.opened("dlgCharHist")); }
+    Chart& chart() { return form().chart; }
+    StatusPanel& panel(const char* key) { return form().sbr.panel(key); }
+    void open(const char* item, const char* character = "A") {
         platform.menuPicks = {item};
-        cell("A").mouseDown(MouseEvent{kRightButton, 0, 30, 45});
+        cell(character).mouseDown(MouseEvent{kRightButton, 0, 30, 45});
         platform.menus.clear();
     }
     void point(double x, double y) {
@@ -44,8 +40,8 @@ TEST_F(HistogramOfTheScreen, DeletesABinToItsVeryEndsAndShowsWhatIsLeft) {
     const int busy = platform.busyTimes;
     open("mnuMainCharHist");
     EXPECT_EQ(platform.busyTimes, busy + 1);
-    EXPECT_EQ(in<ComboBox>("cboChar").items(), (std::vector<std::string>{"A", "B", "C"}));
-    EXPECT_FALSE(in<TextBox>("txtThreshold").visible());
+    EXPECT_EQ(form().cboChar.items(), (std::vector<std::string>{"A", "B", "C"}));
+    EXPECT_FALSE(form().txtThreshold.visible());
     EXPECT_EQ(panel("MaxDistCaption").toolTip(), "Total samples for this character");
     EXPECT_EQ(panel("MaxDist").text(), "4");
 
@@ -58,8 +54,17 @@ TEST_F(HistogramOfTheScreen, DeletesABinToItsVeryEndsAndShowsWhatIsLeft) {
     EXPECT_EQ(panel("MaxDist").text(), "3");
     EXPECT_EQ(cell("A").backColor(), rgb(255, 192, 192)) << "the highlight of an include";
     EXPECT_TRUE(control.m_FontChanged());
-    form().unload();
+    form().tlbMain.button("Font").press();
+    EXPECT_EQ(form().mode(), kFontHistogram);
+    form().tlbMain.button("Char").press();
+    EXPECT_EQ(form().mode(), kCharacterDistance);
+
+    // One that the screen opens takes the place of the form.
+    form().udThreshold.setValue(9);
+    open("mnuMainFontHist");
     EXPECT_EQ(message(), "Samples were deleted. Learn required.");
+    EXPECT_EQ(platform.open.size(), 1u);
+    EXPECT_EQ(form().txtThreshold.text(), "0.400");
 }
 
 TEST_F(HistogramOfTheScreen, DrawsEverythingWithinItsScaleAndTheNumbersAtTheirMarks) {
@@ -107,31 +112,66 @@ TEST_F(HistogramOfTheScreen, FollowsWhatIsDoneOnTheScreenAndGoesWithItsFont) {
     EXPECT_EQ(message(), "2 samples included.") << "the form is filled again without a word";
     toolButton("Undo").press();
     EXPECT_EQ(panel("MaxDist").text(), "4");
+    include("AB");
     platform.modalHandlers["dlgFontManager"] = [](Form& manager) {
         dynamic_cast<ListBox&>(*manager.find("lbFonts")).setListIndex(1);
         manager.defaultButton->press();
     };
     screen().font.cmdSelectFont.press();
     EXPECT_TRUE(platform.open.empty()) << "its bins would delete from the other font";
-}
-
-TEST_F(HistogramOfTheScreen, OffersToDeleteOnlyWhatThePointerIsOn) {
-    open("mnuMainCharHist");
-    point(2, 50);
-    point(2, 110);
-    platform.menus.clear();
-    chart().mouseDown({kRightButton, 0, 2, 110});
-    EXPECT_TRUE(platform.menus.empty()) << "the pointer has left the bar";
+    EXPECT_FALSE(toolButton("Undo").enabled()) << "nor does Undo reach into it";
+    EXPECT_EQ(screen().sbr.panel("LastInclude").text(), "");
+    include("C");
+    EXPECT_NE(cell("A").backColor(), rgb(128, 128, 255));
 }
 
 TEST_F(HistogramOfTheScreen, OpensTheOneOfACharacterFromTwoSamplesOn) {
+    toolButton("Log").press();
     open("mnuMainFontHist");
+    const auto entries = jobs.entries();
+    toolButton("Log").press();
+    EXPECT_EQ(form().caption(), "Frequency Histogram for Font");
+    EXPECT_EQ(message(), "Creating histogram...");
     const auto& bars = chart().scene().bars;
     ASSERT_EQ(bars.size(), 3u);
     EXPECT_EQ(bars[1].accessibleName, "B, 2 samples, largest Distance 0.200");
+    EXPECT_EQ(std::count(entries.begin(), entries.end(), "DravikDlg.DisplayCharHistogram(A, FontHistogram)"),
+              1);
+    EXPECT_EQ(std::count(entries.begin(), entries.end(), "Dravikdlg.MaxCharDistance"), 3)
+        << "the procedure runs for each character, on samples that are fetched once";
+    EXPECT_EQ(tool->count("GetSampleData(399999;1,2,3,5,6)"), 1);
     rightClick(bars[1].left, 1, "mnuHistogramShowChar");
     EXPECT_TRUE(platform.menus.back().enabled("mnuHistogramShowChar"));
     EXPECT_EQ(form().caption(), "Histogram of Distance values for B");
+}
+
+TEST_F(HistogramOfTheScreen, WithoutSamplesItIsEmptiedAndOffersTheOtherCharacters) {
+    open("mnuMainCharHist", "B");
+    for (int i = 0; i < 2; ++i) {
+        const double left = chart().scene().bars.back().left;
+        point(left, 1);
+        rightClick(left, 1, "mnuHistogramDelete");
+    }
+    EXPECT_EQ(panel("Msg").text(), "No data");
+    EXPECT_EQ(message(), "Samples delete. Click 'Train'.");
+    EXPECT_TRUE(chart().scene().bars.empty());
+    form().tlbMain.button("Char").press();
+    for (const char* character : {"A", "B", "C", "B"}) {
+        form().cboChar.setText(character);
+        EXPECT_EQ(form().caption(), "Histogram of Distance values for " + std::string(character));
+        EXPECT_EQ(form().currentCharacter(), character);
+        EXPECT_EQ(panel("Msg").text(), character[0] == 'B' ? "No data" : "Created character histogram");
+    }
+}
+
+TEST_F(HistogramOfTheScreen, NothingToShowAndAFailureOpenNoForm) {
+    tool->trained.clear();
+    open("mnuMainFontHist");
+    EXPECT_EQ(message(), "Creating histogram...");
+    tool->failAt("GetSampleData", 7, "Out of memory");
+    open("mnuMainFontHist");
+    EXPECT_EQ(message(), "DisplayCharHistogram Err 7 Out of memory");
+    EXPECT_TRUE(platform.shown.empty());
 }
 
 TEST_F(HistogramOfTheScreen, AFailureWhileItClosesIsTraced) {

@@ -24,11 +24,15 @@ class InclusionTest : public BoundScreen {
     }
 };
 
-TEST_F(InclusionTest, AnEmptyTextAsksForOneAndTouchesNothing) {
+TEST_F(InclusionTest, AnEmptyTextAsksForOneAndNothingFoundForBlanksCannotBeCounted) {
     include("");
     EXPECT_EQ(message(), "Input text or characters, then click Include.");
     EXPECT_TRUE(tool->changes().empty());
     EXPECT_FALSE(control.m_FontChanged());
+    show("");
+    include("   ");
+    EXPECT_EQ(tool->count("IncludeSamples()"), 1);
+    EXPECT_EQ(message(), "Samples could not be included. Error counting samples.");
 }
 
 TEST_F(InclusionTest, CommitsTheSamplesAndRemembersTheInclude) {
@@ -71,9 +75,11 @@ TEST_F(InclusionTest, WhileItRunsNoSecondIncludeStartsAndTheNewSamplesAreShown) 
 }
 
 TEST_F(InclusionTest, ADifferentCountIsShownAndTheSamplesAreDeleted) {
+    toolButton("Log").press();
     show("ABCA");
     platform.boxAnswers = {Answer::Ok};
     include("AB CA");
+    EXPECT_THAT(jobs.entries(), testing::Contains("DeleteSamples(uncommitted)").Times(1));
     ASSERT_EQ(platform.boxes.size(), 1u);
     EXPECT_EQ(platform.boxes[0].title, "Difference in character counts");
     EXPECT_EQ(platform.boxes[0].text,
@@ -177,13 +183,6 @@ TEST_F(InclusionTest, DecliningDeletesTheSamplesAndEmptiesTheLastInclude) {
     EXPECT_EQ(tool->committed.size(), 1u) << "nothing is left to undo";
 }
 
-TEST_F(InclusionTest, NothingFoundForATextOfBlanksCannotBeCounted) {
-    show("");
-    include("   ");
-    EXPECT_EQ(tool->count("IncludeSamples()"), 1);
-    EXPECT_EQ(message(), "Samples could not be included. Error counting samples.");
-}
-
 TEST_F(InclusionTest, MaintainCaseFollowsTheFontsLetters) {
     const auto typed = [&](std::vector<CharacterRecord> records, const std::string& text) {
         tool->trained = std::move(records);
@@ -199,6 +198,7 @@ TEST_F(InclusionTest, MaintainCaseFollowsTheFontsLetters) {
     EXPECT_EQ(typed({{"a", 1, {}}}, "aBz"), "abz");
     EXPECT_EQ(typed({{"a", 1, {}}, {"A", 1, {}}}, "aBz"), "aBz");
     EXPECT_EQ(typed({{"1", 1, {}}, {"É", 1, {}}}, "aBz"), "aBz");
+    EXPECT_EQ(typed({{"@", 1, {}}, {"[", 1, {}}, {"`", 1, {}}, {"{", 1, {}}}, "aBz"), "aBz");
     screen().sample.chkCase.setChecked(false);
     EXPECT_EQ(message(), "");
 }

@@ -19,10 +19,13 @@ class SampleDeletionTest : public BoundScreen {
 };
 
 TEST_F(SampleDeletionTest, ARangeOfDistancesDeletesThatCharactersSamplesOnly) {
+    bind();
+    EXPECT_EQ(control.DeleteSamplesByDistance("A", 0, 1), 0) << "there are none";
+    EXPECT_FALSE(control.m_FontChanged());
+    EXPECT_EQ(message(), "");
     tool->addCommitted("A", {0.1, 0.5, 0.9});
     tool->addCommitted("B", {0.5});
     tool->addCommitted("A", {0.5, 0.2});
-    bind();
     EXPECT_EQ(control.DeleteSamplesByDistance("A", 0.5, 0.9), 3);
     EXPECT_EQ(committed(), "ABA");
     EXPECT_EQ(deletions(), (std::vector<std::string>{"DeleteSample(300001)", "DeleteSample(300001)",
@@ -44,13 +47,6 @@ TEST_F(SampleDeletionTest, TheLastRecordIsNeverExamined) {
         << "a failed deletion answers what it had so far";
     EXPECT_EQ(message(), "DeleteSamplesByDistance Err 9 Subscript out of range");
     EXPECT_EQ(committed(), "") << "the sample that matched before the failure stays deleted";
-}
-
-TEST_F(SampleDeletionTest, NoCommittedSamplesDeleteNothingAndChangeNothing) {
-    bind();
-    EXPECT_EQ(control.DeleteSamplesByDistance("A", 0, 1), 0);
-    EXPECT_FALSE(control.m_FontChanged());
-    EXPECT_EQ(message(), "");
 }
 
 TEST_F(SampleDeletionTest, UndoRemovesTheLastIncludeOnce) {
@@ -89,16 +85,6 @@ TEST_F(SampleDeletionTest, UndoOfTheOnlyIncludeLeavesNothingOfIt) {
     EXPECT_EQ(screen().numeric.grid.rows(), 2);
 }
 
-TEST_F(SampleDeletionTest, ARefusedIncludeIsNamedInTheLog) {
-    bind();
-    tool->image.emplace();
-    platform.boxAnswers = {Answer::Ok};
-    toolButton("Log").press();
-    include("A");
-    const auto entries = jobs.entries();
-    EXPECT_EQ(std::count(entries.begin(), entries.end(), "DeleteSamples(uncommitted)"), 1);
-}
-
 TEST_F(SampleDeletionTest, AToolThatReportsTheExtraCallEndsTheUndoThere) {
     bind();
     include("AB");
@@ -134,21 +120,6 @@ TEST_F(SampleDeletionTest, UndoAfterAFailureTakesNoOlderSamples) {
     toolButton("Undo").press();
     EXPECT_EQ(committed(), "CCC") << "what was left of the include";
     EXPECT_EQ(message(), "Removed last included: AB");
-}
-
-TEST_F(SampleDeletionTest, LoadingAnotherFontForgetsTheInclude) {
-    tool->fonts = {"ocrb", "other"};
-    bind();
-    include("AB");
-    platform.modalHandlers["dlgFontManager"] = [](Form& form) {
-        dynamic_cast<ListBox&>(*form.find("lbFonts")).setListIndex(1);
-        dynamic_cast<Button&>(*form.find("OKButton")).press();
-    };
-    screen().font.cmdSelectFont.press();
-    EXPECT_FALSE(toolButton("Undo").enabled());
-    EXPECT_EQ(screen().sbr.panel("LastInclude").text(), "");
-    include("C");
-    EXPECT_NE(cell("A").backColor(), rgb(128, 128, 255));
 }
 
 TEST_F(SampleDeletionTest, HighlightMarksCharactersByExactCase) {

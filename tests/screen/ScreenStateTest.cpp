@@ -11,6 +11,8 @@ ScreenState someState() {
     state.message = "2 samples included.";
     state.undoToolTip = "Undo include for 'A\xC3\xA9'";
     state.figures = "Cycles: 412, RMS: 0.03";
+    state.addedChars = "\xC3\xA9";
+    state.markedChars = "A";
     state.undoEnabled = true;
     state.saveEnabled = true;
     return state;

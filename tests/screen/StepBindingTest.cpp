@@ -99,6 +99,10 @@ TEST_F(BoundScreen, WithoutASelectedFontShowsNoneAndOffersNeitherIncludeNorLearn
         EXPECT_FALSE(screen().numeric.grid.redraw());
         EXPECT_EQ(control.selectedFont(), "");
     }
+    tool->trained = {{"A", 1, {}}};
+    toolButton("Array").press();
+    EXPECT_EQ(message(), "tlbChars_ButtonClick Err 9 Subscript out of range");
+    EXPECT_TRUE(platform.shown.empty()) << "the tool's characters are not the font's";
 }
 
 TEST_F(BoundScreen, AFailureWhileFillingIsReportedAndLeavesWhatWasDone) {
@@ -113,17 +117,6 @@ TEST_F(BoundScreen, AFailureWhileFillingIsReportedAndLeavesWhatWasDone) {
     EXPECT_NE(other.step(), nullptr);
 }
 
-TEST_F(BoundScreen, ASecondStepReplacesTheFirstAndIsNotTakenForChanged) {
-    bind();
-    screen().font.txtCharSet.setText("AB");
-    EXPECT_TRUE(control.m_FontChanged());
-    auto second = std::make_shared<RecordingTool>();
-    second->fonts = {"ocrb"};
-    control.setStep(second);
-    EXPECT_EQ(control.step(), second);
-    EXPECT_FALSE(control.m_FontChanged());
-}
-
 TEST_F(BoundScreen, NothingOfTheFirstStepActsOnTheSecond) {
     bind();
     include("AB");
@@ -131,11 +124,14 @@ TEST_F(BoundScreen, NothingOfTheFirstStepActsOnTheSecond) {
     platform.menuPicks = {"mnuMainFontHist"};
     cell("A").mouseDown({kRightButton, 0, 0, 0});
     screen().train.cmdTrain.press();
+    EXPECT_TRUE(control.m_FontChanged());
     auto second = std::make_shared<RecordingTool>();
     second->fonts = {"ocrb"};
     second->characterSet = {"A", "C"};
     second->addCommitted("A", {0.1, 0.2, 0.3});
     control.setStep(second);
+    EXPECT_EQ(control.step(), second);
+    EXPECT_FALSE(control.m_FontChanged());
     second->calls.clear();
     toolButton("Undo").press();
     EXPECT_EQ(second->committed.size(), 3u);
@@ -207,27 +203,19 @@ TEST_F(BoundScreen, ClosingAsksOnlyForAChangedFontAndSavesOnYes) {
 
     DravikDlg unchanged(platform, jobs.folder());
     unchanged.setStep(tool);
-}
 
-TEST_F(BoundScreen, ClosingWithNoSavesNothingAndAFailedSaveIsShownInABox) {
-    for (const Answer answer : {Answer::No, Answer::Yes}) {
+    tool->failAt("SaveFont", 61, "Disk full");
+    for (const std::vector<Answer>& answers : {std::vector{Answer::No}, {Answer::Yes, Answer::Ok}}) {
         DravikDlg page(platform, jobs.folder());
         page.setStep(tool);
-        page.screen().font.txtCharSet.setText(answer == Answer::No ? "AB" : "A");
+        page.screen().font.txtCharSet.setText("AB" + std::string(answers.size(), 'C'));
         tool->calls.clear();
-        tool->failAt("SaveFont", 61, "Disk full");
-        platform.boxAnswers = {answer};
-        if (answer == Answer::Yes) platform.boxAnswers.push_back(Answer::Ok);
-        platform.boxes.clear();
+        platform.boxAnswers.assign(answers.begin(), answers.end());
         page.UserControl_Terminate();
-        if (answer == Answer::No) {
-            EXPECT_EQ(tool->count("SaveFont(ocrb)"), 0);
-        } else {
-            ASSERT_EQ(platform.boxes.size(), 2u);
-            EXPECT_EQ(platform.boxes[1].text, "61 Disk full");
-            EXPECT_EQ(platform.boxes[1].title, "Error in UserControl_Terminate");
-        }
+        EXPECT_EQ(tool->count("SaveFont(ocrb)"), answers[0] == Answer::Yes);
     }
+    EXPECT_EQ(platform.boxes.back().text, "61 Disk full");
+    EXPECT_EQ(platform.boxes.back().title, "Error in UserControl_Terminate");
 }
 
 }  // namespace

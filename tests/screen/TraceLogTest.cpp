@@ -3,7 +3,6 @@
 #include <limits>
 #include <thread>
 
-#include "screen/fonts/dlgFontManager.h"
 #include "screen/support/ProcedureTest.h"
 
 namespace dravik::test {
@@ -104,13 +103,6 @@ TEST_F(TraceLogTest, AFailureLeavesTheResultThatIsSaidForIt) {
     EXPECT_EQ(count(true, -1), -1);
     EXPECT_EQ(context.procedures.run("", "Count", []() -> int { throw std::bad_alloc(); }), 0);
     EXPECT_EQ(message(), "Count Err 7 Out of memory");
-}
-
-TEST_F(TraceLogTest, CreationTextOfAFontFile) {
-    const dlgFontManager manager(log, platform, context.jobs);
-    EXPECT_EQ(manager.FontCreatedText("ocrb"), "Creation date unknown");
-    platform.fileDates[jobs.folder().fontFile("ocrb")] = "1/2/2026 3:04 PM";
-    EXPECT_EQ(manager.FontCreatedText("ocrb"), "Font created 1/2/2026 3:04 PM");
 }
 
 }  // namespace

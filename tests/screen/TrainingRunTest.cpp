@@ -3,9 +3,6 @@
 #include "screen/support/BoundScreen.h"
 
 namespace dravik::test {
-
-using namespace tool;
-using namespace ui;
 namespace {
 
 class TrainingRunTest : public BoundScreen {
@@ -58,6 +55,7 @@ TEST_F(TrainingRunTest, ClosingStopsARunThatGoesOn) {
     tool->failAt("StopTraining", 70, "Permission denied");
     EXPECT_NO_THROW(second.UserControl_Terminate());
     EXPECT_EQ(tool->count("StopTraining()"), 1) << "nobody would hear of its end";
+    EXPECT_FALSE(second.screen().train.tmrTrain.enabled());
 }
 
 TEST_F(TrainingRunTest, ANewScreenShowsThatItsThreadLogs) {
@@ -117,14 +115,6 @@ TEST_F(TrainingRunTest, ARunShowsItsProgressAndItsFigures) {
     EXPECT_EQ(std::count(entries.begin(), entries.end(), "Dravikdlg.training done, RMS = 0.03"), 1);
 }
 
-TEST_F(TrainingRunTest, AnAbortedRunShowsNoFigures) {
-    learn();
-    tool->trainingAborted = true;
-    end(0.5f, 3);
-    EXPECT_EQ(screen().train.lblStatus.caption(), "");
-    EXPECT_EQ(message(), "Save Font or Revert");
-}
-
 TEST_F(TrainingRunTest, SaveEndsTheRun) {
     platform.fileDates[jobs.folder().fontFile("ocrb")] = "11/21/2026 3:04 PM";
     learn();
@@ -138,6 +128,14 @@ TEST_F(TrainingRunTest, SaveEndsTheRun) {
     EXPECT_EQ(message(), "Saved font");
     EXPECT_EQ(screen().train.prgTrain.value(), 0);
     EXPECT_EQ(usable(), free());
+}
+
+TEST_F(TrainingRunTest, AnAbortedRunShowsNoFigures) {
+    learn();
+    tool->trainingAborted = true;
+    end(0.5f, 3);
+    EXPECT_EQ(screen().train.lblStatus.caption(), "");
+    EXPECT_EQ(message(), "Save Font or Revert");
 }
 
 TEST_F(TrainingRunTest, AFailedSaveKeepsTheFontChangedAndTheDecisionOpen) {
@@ -205,12 +203,6 @@ TEST_F(TrainingRunTest, UncommittedSamplesAreAskedAboutFirst) {
     learn();
     EXPECT_EQ(tool->committed.size(), 4u) << "Yes runs Include";
     EXPECT_EQ(tool->count("StartTraining()"), 2);
-}
-
-TEST_F(TrainingRunTest, ClosingDuringARunEndsThePolling) {
-    learn();
-    control.UserControl_Terminate();
-    EXPECT_FALSE(screen().train.tmrTrain.enabled());
 }
 
 TEST_F(TrainingRunTest, AnEventDuringAPollDoesNotStartAnother) {

@@ -56,16 +56,8 @@ struct dlgCharHistTest : ProcedureTest {
     Strings& events = control.events;
 };
 
-TEST_F(dlgCharHistTest, OpensWithAnAxisAThresholdAndItsTimers) {
-    EXPECT_EQ(form.chart.scene().lines.size(), 1u);
-    EXPECT_EQ(form.txtThreshold.text(), "0.400");
-    EXPECT_TRUE(form.tmrGraphics.enabled());
-    EXPECT_FALSE(form.tmrVarState.enabled());
-    EXPECT_EQ(form.timers, (std::vector<Timer*>{&form.tmrGraphics, &form.tmrVarState}));
-    EXPECT_EQ(form.find("udThreshold"), &form.udThreshold);
-}
-
 TEST_F(dlgCharHistTest, FontHistogramPlacesBarsOnTheAxis) {
+    EXPECT_EQ(form.chart.scene().lines.size(), 1u) << "the axis";
     fontHistogram();
     // Four bars: a pitch of 12.5, each of width 1 centred on its place.
     EXPECT_EQ(bar(0).left, 12);
@@ -97,6 +89,12 @@ TEST_F(dlgCharHistTest, FontHistogramPlacesBarsOnTheAxis) {
     EXPECT_EQ(form.chart.scene().bars.at(1).accessibleName, "B, 1 sample, largest Distance 0.350");
     EXPECT_EQ(form.chart.scene().bars.at(0).accessibleName,
               "A, 12 samples, largest Distance 0.400, over the threshold");
+
+    EXPECT_FALSE(form.drawing().linY.empty());
+    form.SetFontHistogram({0, 0}, {"A", "B"}, {0, 0});
+    EXPECT_TRUE(form.drawing().linY.empty() && form.drawing().lblY.empty()) << "no marks without samples";
+    EXPECT_EQ(bar(1).fill, rgb(0, 0, 255));
+    EXPECT_EQ(panel("Msg"), "Created font histogram");
 }
 
 TEST_F(dlgCharHistTest, LabelsShrinkFromAnUpperBoundOf26) {
@@ -106,16 +104,6 @@ TEST_F(dlgCharHistTest, LabelsShrinkFromAnUpperBoundOf26) {
         form.SetCharHistogram(Numbers(count, 0.1), "A", {"A"});
         EXPECT_EQ(label(5).fontSize, count == 27 ? 8 : 10);
     }
-}
-
-TEST_F(dlgCharHistTest, FontWithoutAnySampleHasNoMarks) {
-    fontHistogram();
-    EXPECT_FALSE(form.drawing().linY.empty());
-    form.SetFontHistogram({0, 0}, {"A", "B"}, {0, 0});
-    EXPECT_TRUE(form.drawing().linY.empty());
-    EXPECT_TRUE(form.drawing().lblY.empty());
-    EXPECT_EQ(bar(1).fill, rgb(0, 0, 255));
-    EXPECT_EQ(panel("Msg"), "Created font histogram");
 }
 
 TEST_F(dlgCharHistTest, CharHistogramCountsIntoBins) {
@@ -142,13 +130,11 @@ TEST_F(dlgCharHistTest, CharHistogramCountsIntoBins) {
     EXPECT_FALSE(form.txtExceed.visible());
     EXPECT_THAT(events, ElementsAre("Msg Created character histogram"));
     EXPECT_EQ(form.chart.scene().bars.at(1).accessibleName, "Distance 0.100 to 0.200, 1 sample");
-}
 
-TEST_F(dlgCharHistTest, DistancesOfZeroAllLandInTheFirstBin) {
     form.SetCharHistogram({0, 0, 0}, "A", {"A"});
     EXPECT_EQ(bar(0).height, 100);
     EXPECT_EQ(label(9).caption, "0.000");
-    EXPECT_EQ(form.chart.scene().bars.size(), 1u);
+    EXPECT_EQ(form.chart.scene().bars.size(), 1u) << "Distances of zero are all in the first bin";
 }
 
 TEST_F(dlgCharHistTest, HashMarksFollowTheAxisMaximum) {
@@ -220,6 +206,7 @@ TEST_F(dlgCharHistTest, CountsThatDoNotFitAreReported) {
 
 TEST_F(dlgCharHistTest, TheThresholdColoursTheBars) {
     fontHistogram();
+    EXPECT_EQ(form.txtThreshold.text(), "0.400");
     EXPECT_EQ(bar(0).fill, rgb(255, 0, 0));  // exactly at the threshold
     EXPECT_EQ(bar(2).fill,
               rgb(0, 0, 255));  // without samples, until the first tick that sees the pointer move
@@ -323,6 +310,9 @@ TEST_F(dlgCharHistTest, NoMenuOffTheBarsOrWithAnotherButton) {
     charHistogram();
     rightClick(7, 10);  // nothing was hovered yet
     point(7, 10);
+    point(7, 110);
+    rightClick(7, 110);  // the pointer has left the bar
+    point(7, 10);
     form.chart.mouseDown({kLeftButton, 0, 7, 10});
     form.chart.mouseDown({kMiddleButton, 0, 7, 10});
     rightClick(9.5, 10);
@@ -333,6 +323,10 @@ TEST_F(dlgCharHistTest, NoMenuOffTheBarsOrWithAnotherButton) {
 
 TEST_F(dlgCharHistTest, ManyDeletionsRecommendLearning) {
     control.showAgain = [this](const std::string&) { charHistogram(); };
+    charHistogram();
+    form.unload();
+    EXPECT_THAT(events, IsEmpty()) << "nothing was deleted";
+    form.load();
     charHistogram();
     for (int i = 1; i <= 6; ++i) {
         platform.menuPicks.push_back("mnuHistogramDelete");
@@ -345,12 +339,6 @@ TEST_F(dlgCharHistTest, ManyDeletionsRecommendLearning) {
     form.unload();
     EXPECT_THAT(events, ElementsAre("Msg Samples were deleted. Learn required."));
     EXPECT_FALSE(form.tmrGraphics.enabled());
-}
-
-TEST_F(dlgCharHistTest, ClosingWithoutDeletionSaysNothing) {
-    charHistogram();
-    form.unload();
-    EXPECT_THAT(events, IsEmpty());
 }
 
 TEST_F(dlgCharHistTest, CharacterMenuNeedsTwoSamples) {

@@ -15,8 +15,8 @@ CommandResult run(const std::vector<std::string>& arguments) {
     return {status, linesOf(out.str()), linesOf(err.str())};
 }
 
-CommandLine parsed(const std::vector<std::string>& arguments, bool hasThemes = true) {
-    return parseCommandLine(arguments, {hasThemes});
+CommandLine parsed(const std::vector<std::string>& arguments) {
+    return parseCommandLine(arguments);
 }
 
 TEST(CommandLine, AWrongCommandLineIsOneLineWithAHintAndExitTwo) {
@@ -73,8 +73,6 @@ TEST(CommandLine, AWrongCommandLineIsOneLineWithAHintAndExitTwo) {
         EXPECT_THAT(result.out, IsEmpty());
         EXPECT_THAT(result.err, ElementsAre("dravik-trainer: " + problem));
     }
-    EXPECT_EQ(std::get<Notice>(parsed({"--theme", "dark"}, false)).status, 2)
-        << "a front end without themes has no such option";
 }
 
 TEST(CommandLine, AMistypedCommandIsNoImageAndOpensNoWindow) {

@@ -73,6 +73,67 @@ TEST_F(FontActsTest, IncludesAndDeletionsGoBackAndForthWithTheScreen) {
     EXPECT_EQ(grid.rows(), before + 1);
 }
 
+// Colours of cells, figures of a run, marks and the list of the gallery are of what was done to the font, not
+// of what the operator did meanwhile or to another font.
+TEST_F(FontActsTest, TheScreenShowsWhatIsTrueOfTheFont) {
+    const auto isMarked = [this](const char* character) {
+        const auto& cells = screen().overview.lblChar;
+        return (*std::find_if(cells.begin(), cells.end(), [&](const auto& cell) {
+                   return cell->caption() == character;
+               }))->backColor() == kIncludedColor;
+    };
+    const auto& train = screen().train;
+    choose("digits");
+    include("86");
+    EXPECT_TRUE(isMarked("8") && isMarked("6"));
+    screen().train.cmdTrain.press();
+    runTimer(screen().train.tmrTrain);
+    EXPECT_EQ(train.prgTrain.value(), 100);
+    window->actions.undo.trigger();
+    EXPECT_EQ(train.prgTrain.value(), 0);
+    EXPECT_EQ(message(), "") << "what was said of the include stands beside what is said of the undo";
+    window->actions.redo.trigger();
+    EXPECT_EQ(train.prgTrain.value(), 100);
+    EXPECT_THAT(train.lblStatus.caption(), StartsWith("Cycles: "));
+    screen().train.cmdSaveFont.press();
+    EXPECT_FALSE(isMarked("8"));
+    trainer->adjustments().setRegion(RotatedBox{30, 30, 60, 60, 0}, false);
+    EXPECT_EQ(window->title(), "digits* - Dravik Trainer");
+    EXPECT_FALSE(isMarked("8")) << "nothing was included";
+    trainer->adjustments().setRegion(std::nullopt, false);
+    EXPECT_EQ(window->title(), "digits - Dravik Trainer") << "the region came and went";
+
+    // The screen's own Undo takes the character back that the include has brought, as Edit > Undo does.
+    const std::string set = screen().font.txtCharSet.text();
+    draw("A1");
+    type("A1");
+    EXPECT_EQ(trainer->includeAsLabelled(), "");
+    EXPECT_EQ(screen().font.txtCharSet.text(), set + "A");
+    EXPECT_FALSE(window->actions.undo.text().empty());
+    undoButton().press();
+    EXPECT_EQ(screen().font.txtCharSet.text(), set);
+    EXPECT_THAT(window->noticeText(), StartsWith("Undone: include of A1"));
+    window->actions.undo.trigger();
+    EXPECT_EQ(screen().font.txtCharSet.text(), set + "A");
+
+    const std::string part = trainer->parts().path(trainer->parts().current());
+    draw("45");
+    type("456");
+    enter();
+    const std::string refused = trainer->parts().path(trainer->parts().current());
+    EXPECT_EQ(trainer->labelling().state(refused), PartState::Refused);
+    window->gallery.setShown(true);
+    window->gallery.show({ShownSamples::Kind::Character, '8'});
+    choose("other");
+    EXPECT_EQ(train.lblStatus.caption(), "");
+    EXPECT_EQ(trainer->labelling().state(refused), PartState::New);
+    EXPECT_EQ(trainer->labelling().state(part), PartState::New);
+    EXPECT_EQ(window->gallery.shown().kind, ShownSamples::Kind::All);
+    choose("digits");
+    EXPECT_EQ(trainer->labelling().state(refused), PartState::Refused);
+    EXPECT_EQ(trainer->labelling().state(part), PartState::Included);
+}
+
 TEST_F(FontActsTest, TheStarIsOfTheFontShownAndTheEndNamesEveryOther) {
     choose("digits");
     include("86");

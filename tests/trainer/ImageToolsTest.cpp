@@ -204,8 +204,11 @@ TEST_F(ImageToolsTest, NoImageIsLostToTheSegmentation) {
     drag({second.centreX + 6, second.centreY}, {second.centreX, second.centreY});
     press(Name::Left, false, true);
     EXPECT_NEAR(trainer->preview()[1].box.centreX, second.centreX - 1, 0.1);
+    press(Name::Home);
     EXPECT_TRUE(press('A'));
-    EXPECT_EQ(found(), 3u);
+    ASSERT_EQ(found(), 3u);
+    EXPECT_GT(trainer->preview()[2].box.centreX, second.centreX + 0.45f * (first.width + second.width))
+        << "beside both";
     press(Name::Delete);
     EXPECT_EQ(labels(), "12");
     const int before = committed();

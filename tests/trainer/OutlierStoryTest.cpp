@@ -32,6 +32,7 @@ using Measures = std::vector<double>;
 class OutlierStory : public TrainerFixture {
   protected:
     OutlierStory() {
+        tool().setImage(GreyImage(1, 1));
         platform.script("dlgFontManager", [](Form& form) { press(form, {"cmdNewFont", "OKButton"}); });
         platform.script("dlgFontNew", [](Form& form) {
             in<TextBox>(form, "txtFontName").setText("all");

@@ -141,6 +141,11 @@ TEST_F(PartViewModelTest, BoxesStandAroundTheirCharactersAndTagsBelowThem) {
     upsideDown.box.angle = 180;
     view.setCharacters({upsideDown}, 0);
     EXPECT_LT(view.tagPlace(view.tags().front(), 30, 12).bottom(), onView(0, 100).y);
+    view.setCharacters({character(100, 100, 120, 130, "A"), character(140, 114, 160, 118, "-")}, 0);
+    view.zoomBy(6, onView(130, 115));
+    EXPECT_EQ(view.tags()[1].textHeight, view.tags()[0].textHeight) << "a hyphen is no full stop";
+    EXPECT_GT(view.tags()[0].textHeight, 9);
+    view.fit();
     found({"A", "B"}, 0);
     view.zoomBy(12, {212, 171});
     view.scrollTo(view.horizontal().most, 0);

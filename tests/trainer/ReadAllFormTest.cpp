@@ -37,7 +37,8 @@ class ReadAllFormTest : public testing::Test {
 
 TEST_F(ReadAllFormTest, TheMostDoubtfulIsOnTopAndAClickOpensIt) {
     const std::string right = workspace.draw("right.pgm", "4071"), wrong = workspace.draw("wrong.pgm", "123"),
-                      unknown = workspace.draw("unknown.pgm", "98"), blank = workspace.draw("blank.pgm", ""),
+                      unknown = workspace.draw("unknown.pgm", "98\n71"),
+                      blank = workspace.draw("blank.pgm", ""),
                       broken = workspace.write("broken.pgm", "no image");
     readAll({{right, "4071"}, {wrong, "124"}, {unknown}, {blank, "5"}, {broken}});
     EXPECT_THAT(form.lblSummary.caption(), StartsWith("5 of 5 read: 1 right, 1 wrong, 2 refused, 1 without"));
@@ -47,6 +48,7 @@ TEST_F(ReadAllFormTest, TheMostDoubtfulIsOnTopAndAClickOpensIt) {
     std::vector<std::string> third;
     for (int column = 0; column < 5; ++column) third.push_back(form.grid.text(3, column));
     EXPECT_EQ(third[0] + " " + third[2] + " " + third[3] + " " + third[4], "wrong.pgm wrong 123 124");
+    EXPECT_EQ(form.grid.text(4, 3) + form.grid.text(5, 3), "407198 71");
     form.grid.select(3, 0, 3, 0);
     form.grid.setMouseCell(3, 1);
     form.grid.mouseDown({kLeftButton, 0, 0, 0});

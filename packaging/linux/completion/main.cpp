@@ -136,7 +136,7 @@ void printZsh(const std::vector<CommandEntry>& commands) {
 
 int main(int argc, char** argv) {
     const std::string_view shell = argc == 2 ? argv[1] : "";
-    const std::vector<CommandEntry> commands = dravik::trainer::commandTable({.hasThemes = true});
+    const std::vector<CommandEntry> commands = dravik::trainer::commandTable();
     if (shell == "bash")
         printBash(commands);
     else if (shell == "zsh")

@@ -49,8 +49,19 @@ const std::string& ActHistory::screenState() const {
     return done_ > 0 ? acts_[done_ - 1].screenState : firstScreenState_;
 }
 
+// Settings that were changed and, with nothing else between, changed back are those that were saved.
 bool ActHistory::isUnsaved() const {
-    return saved_ != done_ || !changesUncommittedOnly(open_);
+    if (!saved_ || !changesUncommittedOnly(open_)) return true;
+    const auto [from, to] = std::minmax(*saved_, done_);
+    const SetSettings *first = nullptr, *last = nullptr;
+    for (std::size_t i = from; i < to; ++i) {
+        for (const FontChange& change : acts_[i].changes) {
+            last = std::get_if<SetSettings>(&change);
+            if (!last) return true;
+            if (!first) first = last;
+        }
+    }
+    return first && first->before != last->after;
 }
 
 void ActHistory::dropOldest(std::size_t left) {

@@ -24,6 +24,11 @@ std::string ofOne(const std::vector<std::string>& characters) {
     return counted(characters.size()) + (one && !characters.empty() ? " of " + characters.front() : "");
 }
 
+std::string included(const std::vector<std::string>& characters) {
+    return "include of " + (characters.size() <= kMostNamed ? joined(characters, characters.size(), "")
+                                                            : counted(characters.size()));
+}
+
 }  // namespace
 
 bool OperatorAct::deletes() const noexcept {
@@ -44,9 +49,7 @@ std::string actName(const OperatorAct& act) {
     using Kind = OperatorAct::Kind;
     switch (act.kind) {
         case Kind::Include:
-            return act.characters.size() <= kMostNamed
-                       ? "include of " + joined(act.characters, act.characters.size(), "")
-                       : "include of " + counted(act.samples());
+            return included(act.characters);
         case Kind::UndoOfInclude:
             return "removal of " + counted(act.samples()) + " of the last include";
         case Kind::Exclusion:
@@ -66,6 +69,9 @@ std::string actName(const OperatorAct& act) {
 
 std::string deletedText(const OperatorAct& act) {
     if (!act.deletes() || act.characters.empty()) return {};
+    // As a step back in the history says it; the screen deletes the last sample first.
+    if (act.kind == OperatorAct::Kind::UndoOfInclude)
+        return "Undone: " + included({act.characters.rbegin(), act.characters.rend()});
     const std::size_t count = act.characters.size();
     const std::size_t named = std::min(count, kMostNamed);
     return "Deleted " + joined(act.characters, named, ", ") +

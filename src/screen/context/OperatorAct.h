@@ -39,7 +39,8 @@ struct OperatorAct {
 
 // "deletion of 3 samples of B", as it stands behind "Undo ".
 std::string actName(const OperatorAct& act);
-// "Deleted f, E, s"; "" for an act that deleted no sample. Of many the first ten and how many more.
+// "Deleted f, E, s", "Undone: include of AB"; "" for an act that deleted no sample. Of many deleted the first
+// ten and how many more.
 std::string deletedText(const OperatorAct& act);
 
 }  // namespace dravik::screen

@@ -16,6 +16,9 @@
 
 namespace dravik::screen {
 
+// Of the cells of included characters.
+constexpr ui::Color kIncludedColor = ui::rgb(128, 128, 255);
+
 // The "Font" group.
 struct FontControls {
     ui::Frame fraFont{"fraFont", "Font"};

@@ -9,6 +9,9 @@ ScreenState ScreenContext::state() {
     state.m_LastInclude = includes.m_LastInclude;
     state.m_IncludedChars = includes.m_IncludedChars;
     state.committed = includes.committed;
+    state.addedChars = includes.added;
+    for (const auto& cell : screen.overview.lblChar)
+        if (cell->backColor() == kIncludedColor) state.markedChars += cell->caption();
     state.message = screen.sbr.panel("Message").text();
     state.undoToolTip = undo.toolTip();
     state.figures = screen.train.lblStatus.caption();
@@ -26,6 +29,7 @@ void ScreenContext::setState(const ScreenState& state) {
     includes.m_IncludedChars = state.m_IncludedChars;
     includes.m_PendingInclude.clear();
     includes.committed = state.committed;
+    includes.added = state.addedChars;
     screen.sbr.panel("LastInclude").setText(state.m_LastInclude);
     screen.sbr.panel("Message").setText(state.message);
     auto& undo = screen.overview.tlbChars.button("Undo");
@@ -34,6 +38,7 @@ void ScreenContext::setState(const ScreenState& state) {
     screen.train.lblStatus.setCaption(state.figures);
     if (screen.train.cmdStop.enabled()) return;
     const bool free = !state.awaitsDecision;
+    screen.train.prgTrain.setValue(free ? 0 : 100);
     screen.train.cmdSaveFont.setEnabled(state.saveEnabled);
     screen.train.cmdRevert.setEnabled(state.revertEnabled);
     screen.sample.cmdInclude.setEnabled(free && state.includeEnabled);

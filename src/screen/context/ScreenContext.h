@@ -27,6 +27,7 @@ struct IncludeState {
     std::string m_IncludedChars;   // every text included since the font was loaded, joined
     // How many committed samples are the last include's: none where its commit failed. Undo deletes no more.
     std::uint32_t committed = 0;
+    std::string added;  // characters that it has brought to the font
 };
 
 struct ScreenContext {

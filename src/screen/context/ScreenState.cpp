@@ -3,16 +3,20 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <span>
 
 namespace dravik::screen {
 namespace {
 
 constexpr std::string_view kMagic = "DRSS";
-constexpr std::uint32_t kVersion = 1;
+constexpr std::uint32_t kVersion = 2;
 constexpr std::size_t kWordSize = 4;
 
 constexpr std::array kTexts = {&ScreenState::m_LastInclude, &ScreenState::m_IncludedChars,
-                               &ScreenState::message, &ScreenState::undoToolTip, &ScreenState::figures};
+                               &ScreenState::message,       &ScreenState::undoToolTip,
+                               &ScreenState::figures,       &ScreenState::addedChars,
+                               &ScreenState::markedChars};
+constexpr std::size_t kTextsOfVersion1 = 5;
 constexpr std::array kSwitches = {&ScreenState::undoEnabled, &ScreenState::includeEnabled,
                                   &ScreenState::saveEnabled, &ScreenState::revertEnabled,
                                   &ScreenState::awaitsDecision};
@@ -73,9 +77,11 @@ std::optional<ScreenState> decodeScreenState(std::string_view bytes) {
     if (Reader(bytes.substr(content.size())).word() != checksum(content)) return std::nullopt;
 
     Reader reader(content);
-    if (reader.take(kMagic.size()) != kMagic || reader.word() != kVersion) return std::nullopt;
+    if (reader.take(kMagic.size()) != kMagic) return std::nullopt;
+    const auto version = reader.word();
+    if (version != 1 && version != kVersion) return std::nullopt;
     ScreenState state;
-    for (const auto text : kTexts) {
+    for (const auto text : std::span(kTexts).first(version == 1 ? kTextsOfVersion1 : kTexts.size())) {
         const auto size = reader.word();
         const auto value = size ? reader.take(*size) : std::nullopt;
         if (!value) return std::nullopt;

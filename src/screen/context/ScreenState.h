@@ -16,6 +16,8 @@ struct ScreenState {
     std::string message;          // of the panel "Message"
     std::string undoToolTip;      // of the toolbar button "Undo"
     std::string figures;          // cycles and RMS error of the last run
+    std::string addedChars;       // which the last include has brought to the font
+    std::string markedChars;      // whose cells are marked as included
     std::uint32_t committed = 0;  // samples that are the last include's
     bool undoEnabled = false;
     bool includeEnabled = false;

@@ -31,6 +31,7 @@ void Inclusion::Include() {
             return;
         }
         context_.includes.committed = 0;
+        context_.includes.added.clear();
         const std::int16_t count = commit_.CommitSamples();
         if (count >= 0) context_.errors.UserMsg(std::to_string(count) + " samples included.");
         if (count == kCommitDeclined) context_.errors.UserMsg("Samples not included.");

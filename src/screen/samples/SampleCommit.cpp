@@ -25,6 +25,7 @@ std::int16_t SampleCommit::CommitSamples() {
                 return kCommitDeclined;
             }
             context_.screen.font.txtCharSet.setText(context_.screen.font.txtCharSet.text() + missing);
+            context_.includes.added = missing;
             overview_.UpdateCharDisplay();
         }
         context_.tool->CommitNewSamples();

@@ -7,12 +7,6 @@
 #include "tool/Samples.h"
 
 namespace dravik::screen {
-namespace {
-
-constexpr ui::Color kIncludedColor = ui::rgb(128, 128, 255);
-
-}  // namespace
-
 // Walks rows 1 to upper bound - 1: the loop ends as soon as it reaches the last row, which is not looked at.
 // A table with a single record is therefore walked past its end, which raises Subscript out of range.
 template <class Matches>

@@ -76,7 +76,7 @@ void DravikDlg::Parts::refreshAfterHistory(const ScreenState& state, bool fontCh
         context.setState(state);
         binding.showCharacterSet();
         grid.showAnew();
-        deletion.HighlightIncluded(context.includes.m_IncludedChars);
+        deletion.HighlightIncluded(state.markedChars);
         if (!state.awaitsDecision && !context.screen.train.cmdStop.enabled())
             context.screen.train.cmdTrain.setEnabled(selection.ReadyToTrain());
         binding.showTrainDate();

@@ -53,7 +53,7 @@ class HelpFormat : public CLI::Formatter {
 // hold after a parse is for the command that was parsed.
 class OptionTable {
   public:
-    explicit OptionTable(const FrontEnd& frontEnd)
+    OptionTable()
         : program_(kAbout, kProgram),
           learn_(command("learn",
                          "includes every image of a list, trains the font, saves it and\n"
@@ -154,13 +154,12 @@ class OptionTable {
         text(*fonts_, "--as", "NAME", restoring_.as, "restores it as a font of this name")
             ->needs("--restore");
 
-        if (frontEnd.hasThemes)
-            text(program_, "--theme", "THEME", window_.theme, "the window's colours: light, dark or system")
-                ->check([](const std::string& value) {
-                    return value == "light" || value == "dark" || value == "system"
-                               ? std::string()
-                               : "takes light, dark or system, not " + value;
-                });
+        text(program_, "--theme", "THEME", window_.theme, "the window's colours: light, dark or system")
+            ->check([](const std::string& value) {
+                return value == "light" || value == "dark" || value == "system"
+                           ? std::string()
+                           : "takes light, dark or system, not " + value;
+            });
         operands(program_, "IMAGE|FOLDER", window_.paths, "what the window opens");
     }
 
@@ -379,12 +378,12 @@ class OptionTable {
 
 }  // namespace
 
-CommandLine parseCommandLine(const std::vector<std::string>& arguments, const FrontEnd& frontEnd) {
-    return OptionTable(frontEnd).parse(arguments);
+CommandLine parseCommandLine(const std::vector<std::string>& arguments) {
+    return OptionTable().parse(arguments);
 }
 
-std::vector<CommandEntry> commandTable(const FrontEnd& frontEnd) {
-    return OptionTable(frontEnd).entries();
+std::vector<CommandEntry> commandTable() {
+    return OptionTable().entries();
 }
 
 int runCommand(const CommandLine& line, const engine::ImageDecoder& decoder, const CommandStreams& streams) {

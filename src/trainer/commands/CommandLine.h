@@ -26,13 +26,8 @@ struct WindowOptions {
 using CommandLine = std::variant<Notice, LearnOptions, ReadOptions, FontsOptions, VersionsOptions,
                                  RestoreOptions, ReportOptions, WindowOptions>;
 
-// The front end's own options.
-struct FrontEnd {
-    bool hasThemes = false;  // --theme
-};
-
 // `arguments` are without the program's name.
-CommandLine parseCommandLine(const std::vector<std::string>& arguments, const FrontEnd& frontEnd);
+CommandLine parseCommandLine(const std::vector<std::string>& arguments);
 
 // An option as a shell needs to know it to complete it.
 struct OptionEntry {
@@ -50,7 +45,7 @@ struct CommandEntry {
 };
 
 // All that may stand on the command line, the program without a command first.
-std::vector<CommandEntry> commandTable(const FrontEnd& frontEnd);
+std::vector<CommandEntry> commandTable();
 
 // Does all but the window's work and returns the exit code: 0 done, 1 the work failed in whole or in part, 2
 // the command line is wrong, 130 interrupted by Ctrl+C. Results go to `out`, problems to `err`; a progress

@@ -21,10 +21,10 @@ bool ImageReading::isRefused() const {
     return !problem.empty() || confidence() < engine::kRejectLimit;
 }
 
-std::string ImageReading::text(double rejectLimit) const {
+std::string ImageReading::text(double rejectLimit, std::string_view lineBreak) const {
     std::string read;
     for (std::size_t i = 0; i < characters.size(); ++i) {
-        if (i > 0 && characters[i].place.line != characters[i - 1].place.line) read += "\\n";
+        if (i > 0 && characters[i].place.line != characters[i - 1].place.line) read += lineBreak;
         read += engine::shownCharacter(characters[i], rejectLimit);
     }
     return read;

@@ -5,6 +5,7 @@
 #include <optional>
 #include <stop_token>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "engine/font/FontReader.h"
@@ -22,8 +23,9 @@ struct ImageReading {
     bool isRight() const;
     // A character is hardly more than a guess, none was found, or the image could not be read.
     bool isRefused() const;
-    // The characters of every line, "?" for those below the limit, "\n" (backslash, n) between lines.
-    std::string text(double rejectLimit = engine::kRejectLimit) const;
+    // The characters of every line, "?" for those below the limit; between lines a backslash and an n, unless
+    // another break is given.
+    std::string text(double rejectLimit = engine::kRejectLimit, std::string_view lineBreak = "\\n") const;
     // Of the least sure character, 0 when there is none.
     double confidence() const;
 };

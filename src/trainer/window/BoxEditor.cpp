@@ -14,8 +14,10 @@ using engine::RotatedBox;
 constexpr float kLeastSide = 2, kLeastDrawn = 3;
 // A box stands in a line when its middle is not further from the line's than so much of the line's height.
 constexpr float kInLine = 0.6f;
-// From a character to the next one, in widths, where a new one is put beside it.
-constexpr float kPitch = 1.15f;
+// Of its width a new character goes on at a time until it is beside the others.
+constexpr float kStep = 0.05f;
+// Of their common width or height boxes may cover each other so much and still stand beside each other.
+constexpr float kTouching = 0.05f;
 
 // A line of the boxes, as it lies at its own angle.
 struct Line {
@@ -42,6 +44,13 @@ std::vector<Line> linesOf(const std::vector<CharacterBox>& boxes) {
         line.height /= static_cast<float>(line.count);
     }
     return lines;
+}
+
+bool covers(const RotatedBox& box, const RotatedBox& other) {
+    const ImagePoint from = box.toOwn({other.centreX, other.centreY});
+    constexpr float kHalf = 0.5f * (1 - kTouching);
+    return std::abs(from.x) < kHalf * (box.width + other.width) &&
+           std::abs(from.y) < kHalf * (box.height + other.height);
 }
 
 }  // namespace
@@ -135,10 +144,10 @@ bool BoxEditor::remove() {
 
 bool BoxEditor::add(const RotatedBox& proposal) {
     if (isDragging()) return false;
-    RotatedBox box = proposal;
-    if (selected_ >= 0) {
-        box = boxes_[static_cast<std::size_t>(selected_)].place;
-        const ImagePoint beside = box.toImage({kPitch * box.width, 0});
+    RotatedBox box = selected_ < 0 ? proposal : boxes_[static_cast<std::size_t>(selected_)].place;
+    const auto isTaken = [&](const CharacterBox& other) { return covers(box, other.place); };
+    while (std::any_of(boxes_.begin(), boxes_.end(), isTaken)) {
+        const ImagePoint beside = box.toImage({kStep * box.width, 0});
         box.centreX = beside.x;
         box.centreY = beside.y;
     }

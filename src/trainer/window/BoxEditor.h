@@ -39,7 +39,8 @@ class BoxEditor {
     bool split();
     bool join();
     bool remove();
-    // A character of the usual size behind the selected one, else where `proposal` is.
+    // A character as large as the selected one behind it, else the proposed one; further on in its line until
+    // it covers no other.
     bool add(const engine::RotatedBox& proposal);
     std::function<void(const BoxChange&)> corrected;
 

@@ -30,6 +30,11 @@ constexpr char kDiffers[] = "\u2260";
 
 void CharacterMarks::setCharacters(std::vector<LabelledCharacter> characters, int mismatch, int pointedAt) {
     characters_ = std::move(characters);
+    lineHeights_.clear();
+    for (const LabelledCharacter& one : characters_) {
+        float& highest = lineHeights_[one.place.line];
+        highest = std::max(highest, one.box.height);
+    }
     mismatch_ = mismatch;
     pointedAt_ = pointedAt;
     matchReading();
@@ -140,10 +145,11 @@ std::optional<ViewFrame> CharacterMarks::confidenceBar(std::size_t read) const {
     return frame;
 }
 
-ViewTag CharacterMarks::tagOf(const engine::RotatedBox& box, bool above, std::string text,
+// Letters are as large in all of a line, also at a hyphen.
+ViewTag CharacterMarks::tagOf(const LabelledCharacter& character, bool above, std::string text,
                               ui::Color color) const {
     const auto scaled = [this](double length) { return static_cast<int>(std::lround(at_.units(length))); };
-    const auto corners = at_.frameOf(box, color).corners;
+    const auto corners = at_.frameOf(character.box, color).corners;
     const ViewPoint& a = corners[above ? 0 : 3];
     const ViewPoint& b = corners[above ? 1 : 2];
     const ViewPoint& inner = corners[above ? 3 : 0];
@@ -153,7 +159,8 @@ ViewTag CharacterMarks::tagOf(const engine::RotatedBox& box, bool above, std::st
     tag.away = {(a.x - inner.x) / length, (a.y - inner.y) / length};
     tag.text = std::move(text);
     tag.color = color;
-    tag.textHeight = std::clamp(static_cast<int>(length * 0.45), scaled(kLeastText), scaled(kMostText));
+    const double high = lineHeights_.at(character.place.line) * at_.scale();
+    tag.textHeight = std::clamp(static_cast<int>(high * 0.45), scaled(kLeastText), scaled(kMostText));
     return tag;
 }
 
@@ -175,11 +182,11 @@ std::vector<ViewTag> CharacterMarks::tags() const {
     for (const LabelledCharacter& character : characters_) {
         const bool lacks = mismatch_ != 0 && character.label.empty();
         if ((!lacks && character.label.empty()) || !at_.isSeen(at_.boxOf(character.box))) continue;
-        tags.push_back(tagOf(character.box, false, lacks ? "?" : character.label,
+        tags.push_back(tagOf(character, false, lacks ? "?" : character.label,
                              warns(character) ? kMismatchColor : kLabelledColor));
     }
     if (mismatch_ > 0 && !characters_.empty()) {
-        ViewTag tag = tagOf(characters_.back().box, false, "+" + std::to_string(mismatch_), kMismatchColor);
+        ViewTag tag = tagOf(characters_.back(), false, "+" + std::to_string(mismatch_), kMismatchColor);
         tag.from.x += at_.boxOf(characters_.back().box).width + at_.units(kSurplusGap);
         if (at_.isSeen({tag.from.x, tag.from.y, 1, 1})) tags.push_back(tag);
     }
@@ -214,7 +221,7 @@ void CharacterMarks::addReadings(std::vector<ViewTag>& tags) const {
         const std::string text = engine::shownCharacter(reading_[i]);
         const bool differs = !character.label.empty() && text != character.label;
         const bool weak = reading_[i].confidence < kWeakConfidence;
-        ViewTag tag = tagOf(character.box, true, (differs ? kDiffers : "") + text,
+        ViewTag tag = tagOf(character, true, (differs ? kDiffers : "") + text,
                             weak || differs ? kMismatchColor : kReadColor);
         tag.outlined = !differs;
         const double clear = at_.units(kConfidenceHeight) + kBoxGap;

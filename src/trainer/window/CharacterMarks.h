@@ -2,6 +2,7 @@
 // typed text gives it, above it what the font reads and how sure it is.
 #pragma once
 
+#include <map>
 #include <optional>
 #include <string>
 #include <vector>
@@ -37,13 +38,14 @@ class CharacterMarks {
   private:
     void matchReading();
     bool warns(const LabelledCharacter& character) const;
-    ViewTag tagOf(const engine::RotatedBox& box, bool above, std::string text, ui::Color color) const;
+    ViewTag tagOf(const LabelledCharacter& character, bool above, std::string text, ui::Color color) const;
     std::optional<ViewFrame> confidenceBar(std::size_t read) const;
     void addReadings(std::vector<ViewTag>& tags) const;
     ViewBox usualPlace(const ViewTag& tag) const;
 
     const PartPlacement& at_;
     std::vector<LabelledCharacter> characters_;
+    std::map<int, float> lineHeights_;  // of the highest box, in image pixels, by line
     int mismatch_ = 0;
     int pointedAt_ = -1;
     std::vector<engine::ReadCharacter> reading_;

@@ -141,6 +141,9 @@ void GalleryForm::show(ShownSamples shown) {
 // Those that were selected stay so where they are still shown.
 void GalleryForm::refresh() {
     if (!isShown_) return;
+    // What was chosen among the samples of another font names none of these.
+    std::string font = trainer_.tool().currentFont().value_or("");
+    if (std::exchange(font_, font) != font) shown_ = {};
     engine::SampleColumnsPtr samples = trainer_.tool().samples(SampleKind::Committed);
     const engine::HeldOutResult* check = trainer_.tool().heldOutCheck();
     const std::size_t misread = check ? check->misread.size() : 0;

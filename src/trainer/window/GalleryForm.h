@@ -73,6 +73,7 @@ class GalleryForm : public ui::Form {
     std::shared_ptr<const GallerySamples> all_;
     std::vector<std::int32_t> choices_;  // the codes behind "all" in cboShown
     std::size_t misread_ = 0;            // in the last check
+    std::string font_;                   // whose samples are shown
     bool isShown_ = false;
     bool isFollowing_ = false;
     std::vector<ui::Connection> connections_;

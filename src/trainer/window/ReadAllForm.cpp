@@ -45,7 +45,7 @@ class Table : public ui::GridSource {
             case kImage:
                 return nameOf(reading.image);
             case kText:
-                return reading.text();
+                return reading.text(engine::kRejectLimit, " ");
             case kConfidence:
                 return reading.problem.empty() ? formatNumber(reading.confidence(), "0.000") : "";
             case kExpected:
@@ -143,6 +143,7 @@ void ReadAllForm::list() {
     lblSummary.setCaption(std::move(text));
     progress.setValue(count_ == 0 ? 100
                                   : 100 * static_cast<float>(readings_.size()) / static_cast<float>(count_));
+    if (!reading_) grid.setSource(nullptr);  // the columns are as wide then as the whole list wants them
     grid.setSource(std::make_shared<Table>(readings_));
     for (const int column : {kImage, kResult, kText, kExpected}) grid.setAlign(column, ui::CellAlign::Left);
     cmdOpen.setEnabled(!readings_.empty());

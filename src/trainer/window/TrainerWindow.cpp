@@ -17,6 +17,8 @@ namespace {
 constexpr char kThemeKey[] = "theme";
 constexpr char kGalleryKey[] = "gallery", kHidden[] = "hidden", kShown[] = "shown";
 constexpr char kOpeningText[] = "Opening the image...";
+const std::string kOpenText = "Open part images or drop them here\n\nFile \u2192 Open Images... (Ctrl+O)";
+constexpr char kOrRecentText[] = "\nFile \u2192 Open Recent: those of before";
 // For so long the image before may stand in the place of one that is being opened.
 constexpr std::chrono::milliseconds kUnnoticed{200};
 constexpr std::pair<Theme, std::string_view> kThemes[] = {
@@ -142,7 +144,6 @@ TrainerWindow::TrainerWindow(Trainer& trainer, ui::Platform& platform, WindowSys
     // After the screen's own answer to the button.
     connections_.push_back(
         trainer.control().screen().font.cmdSelectFont.click.connect([this] { giveFocus(); }));
-    actions.theme.setVisible(system.hasThemes());
     showTheme(keptTheme());
     gallery.setShown(system.kept(kGalleryKey) == kShown);
     showPart();
@@ -174,7 +175,12 @@ void TrainerWindow::showTheme(Theme theme) {
     actions.themeSystem.setChecked(theme == Theme::System);
     actions.themeLight.setChecked(theme == Theme::Light);
     actions.themeDark.setChecked(theme == Theme::Dark);
-    if (system_.hasThemes()) system_.showTheme(theme);
+    system_.showTheme(theme);
+}
+
+void TrainerWindow::showTheme(std::string_view name) {
+    for (const auto& [theme, own] : kThemes)
+        if (own == name) showTheme(theme);
 }
 
 void TrainerWindow::chooseTheme(Theme theme) {
@@ -210,11 +216,10 @@ void TrainerWindow::showPart() {
     }
     opening_.reset();
     shownImage_ = parts.sharedImage();
-    view.setImage(shownImage_.get(),
-                  parts.current() < 0
-                      ? "Open part images or drop them here\n\nFile \u2192 Open Images... (Ctrl+O)"
-                  : parts.isDecoding() ? kOpeningText
-                                       : parts.problem());
+    const std::string invitation = kOpenText + (actions.openRecent.enabled() ? kOrRecentText : "");
+    view.setImage(shownImage_.get(), parts.current() < 0  ? invitation
+                                     : parts.isDecoding() ? kOpeningText
+                                                          : parts.problem());
     showMark();
 }
 

@@ -7,6 +7,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <utility>
 #include <vector>
 
@@ -79,14 +80,16 @@ class TrainerWindow {
     // Image files and folders; font files are opened as FontOpening.h says.
     void open(const std::vector<std::string>& paths);
 
-    // The window has come up, so high in 1/96 inch: the gallery is shown where the screen has room beside it,
-    // unless the operator has chosen.
+    // The window is so high, in 1/96 inch: the gallery is shown where the screen has room beside it, unless
+    // the operator has chosen.
     void arrangeFor(int height);
     // Puts the focus where the next key belongs: the text that is to be included, or, as long as there is no
     // font, the choice of one.
     void giveFocus();
     // The colours of this run alone; the operator's own choice stays kept.
     void showTheme(Theme theme);
+    // By its name on the command line; "" leaves them.
+    void showTheme(std::string_view name);
 
     // The operator wants to end the program: asks what is to become of unsaved changes, and ends the screen
     // unless the operator cancels. Whether it has ended.

@@ -48,9 +48,8 @@ class WindowSystem {
     // A text that was kept under that key, also in an earlier run; "" when there is none.
     virtual std::string kept(const std::string& key) const = 0;
     virtual void keep(const std::string& key, const std::string& text) = 0;
-    // Whether showTheme() does anything.
-    virtual bool hasThemes() const { return false; }
-    virtual void showTheme(Theme) {}
+    // The colours of all windows from now on.
+    virtual void showTheme(Theme theme) = 0;
     // Whether makeCamera() gives one and writeImage() writes.
     virtual bool hasCameras() const { return false; }
     virtual std::unique_ptr<camera::Camera> makeCamera() { return nullptr; }

@@ -48,7 +48,7 @@ RECT DrawnWindow::client() const {
 }
 
 void DrawnWindow::paintFocus(HDC dc, const RECT& area) const {
-    if (GetFocus() == window()) win32::frame(dc, area, GetSysColor(COLOR_HIGHLIGHT), look().px(1));
+    if (GetFocus() == window()) win32::frame(dc, area, look().system(COLOR_HIGHLIGHT), look().px(1));
 }
 
 LRESULT DrawnWindow::answer(UINT message, WPARAM wParam, LPARAM lParam) {

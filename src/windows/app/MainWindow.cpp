@@ -5,9 +5,11 @@
 #include <algorithm>
 
 #include "windows/app/ClipboardImages.h"
+#include "windows/app/DarkSkin.h"
 #include "windows/app/OpenDialogs.h"
 #include "windows/com/Module.h"
 #include "windows/win32/Guard.h"
+#include "windows/win32/HighContrast.h"
 #include "windows/win32/Module.h"
 #include "windows/win32/Peer.h"
 #include "windows/win32/Win32Platform.h"
@@ -37,7 +39,7 @@ bool leafsItself(HWND focus) {
 MainWindow::MainWindow(Settings settings) : DrawnWindow(shared_), settings_(std::move(settings)) {
     create(L"DravikTrainer", "mainWindow", nullptr, WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN,
            WS_EX_CONTROLPARENT);
-    shared_.now = std::make_unique<win32::Look>(win32::dpiOf(window()), win32::Ambient{});
+    shared_.now = std::make_unique<win32::Look>(win32::dpiOf(window()), ambient());
     const auto icon = [](int size) {
         return reinterpret_cast<LPARAM>(LoadImageW(win32::moduleInstance(), MAKEINTRESOURCEW(kIcon),
                                                    IMAGE_ICON, GetSystemMetrics(size), GetSystemMetrics(size),
@@ -54,23 +56,21 @@ MainWindow::~MainWindow() {
 
 void MainWindow::fill(trainer::Trainer& trainer, win32::Win32Platform& platform) {
     trainer::WindowSystem& system = *this;
+    platform_ = &platform;
     model_ = std::make_unique<trainer::TrainerWindow>(trainer, platform, system);
     host_ = std::make_unique<PageHost>(window(), shared_);
-    page_ = std::make_unique<win32::FormPage>(trainer.control().form(), host_->window(), platform);
+    page_ = std::make_unique<win32::FormPage>(trainer.control().form(), host_->window(), platform, ambient());
     host_->show(page_.get());
     win32::guarded([&] { trainer.control().form().activate(); });
     menus_ = std::make_unique<WindowMenus>(model_->actions, window());
+    menus_->setSkin(ambient().skin);
     pane_ = std::make_unique<PartPane>(window(), shared_, *model_, platform);
-    platform_ = &platform;
     galleryShown_ = model_->gallery.shownChanged.connect([this] { showGallery(); });
     const auto showTitle = [this] { SetWindowTextW(window(), win32::wide(model_->title()).c_str()); };
     titleChanged_ = trainer.titleChanged.connect(showTitle);
     showTitle();
     restorePlace();
-    RECT place{};
-    GetWindowRect(window(), &place);
-    model_->arrangeFor(MulDiv(win32::heightOf(place), 96, look().px(96)));
-    arrange();
+    resized();
 }
 
 void MainWindow::clear() {
@@ -166,9 +166,17 @@ void MainWindow::arrange() {
     redraw();
 }
 
+void MainWindow::resized() {
+    if (!model_) return;
+    RECT place{};
+    GetWindowRect(window(), &place);
+    win32::guarded([&] { model_->arrangeFor(MulDiv(win32::heightOf(place), 96, look().px(96))); });
+    arrange();
+}
+
 void MainWindow::showGallery() {
     if (model_->gallery.isShown()) {
-        gallery_ = std::make_unique<win32::FormPage>(model_->gallery, window(), *platform_);
+        gallery_ = std::make_unique<win32::FormPage>(model_->gallery, window(), *platform_, ambient());
         gallery_->setVisible(true);
     } else {
         const bool hadFocus = gallery_ && gallery_->hasFocusInside();
@@ -191,12 +199,41 @@ void MainWindow::paint(HDC dc, const RECT& area) {
 }
 
 void MainWindow::lookAnew(int dpi) {
-    shared_.now = std::make_unique<win32::Look>(dpi, win32::Ambient{});
+    shared_.now = std::make_unique<win32::Look>(dpi, ambient());
     if (!pane_ || !page_) return;
     page_->setDpi(dpi);
     if (gallery_) gallery_->setDpi(dpi);
     pane_->setDpi(dpi);
     arrange();
+}
+
+win32::Ambient MainWindow::ambient() const {
+    win32::Ambient result;
+    const bool isDark =
+        theme_ == trainer::Theme::Dark || (theme_ == trainer::Theme::System && desktopIsDark());
+    if (isDark && !win32::isHighContrast()) result.skin = &darkSkin();
+    return result;
+}
+
+void MainWindow::showTheme(trainer::Theme theme) {
+    theme_ = theme;
+    systemChanged();
+}
+
+void MainWindow::systemChanged() {
+    const win32::Ambient wanted = ambient();
+    win32::setDarkTitle(window(), wanted.skin != nullptr);
+    if (platform_) platform_->setAmbient(wanted);
+    lookAnew(look().dpi());
+    if (!page_ || !pane_) return;
+    menus_->setSkin(wanted.skin);
+    for (win32::FormPage* page : {page_.get(), gallery_.get()}) {
+        if (!page) continue;
+        page->setAmbient(wanted);
+        page->systemChanged();
+    }
+    pane_->systemChanged(wanted);
+    RedrawWindow(window(), nullptr, nullptr, RDW_INVALIDATE | RDW_FRAME | RDW_ALLCHILDREN);
 }
 
 std::vector<std::string> MainWindow::choosePaths(const trainer::FileQuestion& question) {
@@ -297,7 +334,7 @@ LRESULT MainWindow::answer(UINT message, WPARAM wParam, LPARAM lParam) {
     const POINT place{GET_X_LPARAM(lParam), GET_Y_LPARAM(lParam)};
     switch (message) {
         case WM_SIZE:
-            if (wParam != SIZE_MINIMIZED) arrange();
+            if (wParam != SIZE_MINIMIZED) resized();
             return 0;
         case WM_GETMINMAXINFO:
             if (page_ && pane_) reinterpret_cast<MINMAXINFO*>(lParam)->ptMinTrackSize = leastTrackSize();
@@ -365,10 +402,7 @@ LRESULT MainWindow::answer(UINT message, WPARAM wParam, LPARAM lParam) {
         case WM_THEMECHANGED:
         case WM_SETTINGCHANGE:
             if (!page_ || !pane_) break;
-            lookAnew(look().dpi());
-            page_->systemChanged();
-            if (gallery_) gallery_->systemChanged();
-            pane_->systemChanged();
+            systemChanged();
             return 0;
         default:
             break;

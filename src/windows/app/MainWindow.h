@@ -54,9 +54,11 @@ class MainWindow : public DrawnWindow, private trainer::WindowSystem {
     std::string kept(const std::string& key) const override;
     void keep(const std::string& key, const std::string& text) override;
     bool showGuide() override;
+    void showTheme(trainer::Theme theme) override;
     void closeWindow() override { close(); }
 
     void arrange();
+    void resized();
     void showGallery();
     void dropped(HDROP drop);
     // The smallest size at which everything is seen, as far as the screen has room for it.
@@ -64,6 +66,9 @@ class MainWindow : public DrawnWindow, private trainer::WindowSystem {
     void restorePlace();
     void rememberPlace() const;
     void lookAnew(int dpi);
+    // As the theme and the desktop want it now.
+    win32::Ambient ambient() const;
+    void systemChanged();
     int leftWidth() const;
     RECT divider() const;
 
@@ -79,6 +84,7 @@ class MainWindow : public DrawnWindow, private trainer::WindowSystem {
     ui::Connection titleChanged_;
     ui::Connection galleryShown_;
     int divided_ = trainer::TrainerWindow::kFirstScreenWidth;  // width of the screen's side at 96 dpi
+    trainer::Theme theme_ = trainer::Theme::System;
     bool dividing_ = false;
     bool closing_ = false;  // the question is asked
 };

@@ -55,7 +55,7 @@ PartPane::PartPane(HWND parent, SharedLook& shared, trainer::TrainerWindow& mode
     create(L"DravikPartPane", "partPane", parent, WS_CHILD | WS_VISIBLE | WS_CLIPCHILDREN,
            WS_EX_CONTROLPARENT);
     const auto page = [&](ui::Form& form) {
-        auto made = std::make_unique<win32::FormPage>(form, window(), platform);
+        auto made = std::make_unique<win32::FormPage>(form, window(), platform, look().ambient());
         made->setVisible(true);
         made->sizeChanged = [this] { arrange(); };
         return made;
@@ -136,8 +136,11 @@ void PartPane::setDpi(int dpi) {
     arrange();
 }
 
-void PartPane::systemChanged() {
-    for (win32::FormPage* page : {barPage_.get(), captionsPage_.get()}) page->systemChanged();
+void PartPane::systemChanged(const win32::Ambient& ambient) {
+    for (win32::FormPage* page : {barPage_.get(), captionsPage_.get()}) {
+        page->setAmbient(ambient);
+        page->systemChanged();
+    }
     showTexts();
     RedrawWindow(window(), nullptr, nullptr, RDW_INVALIDATE | RDW_ALLCHILDREN);
 }

@@ -30,7 +30,7 @@ class PartPane : public DrawnWindow {
 
     int leastWidth() const;
     void setDpi(int dpi);
-    void systemChanged();
+    void systemChanged(const win32::Ambient& ambient);
 
     // Tab and the like inside of the pane; true when it is answered. At its ends it sets `left`.
     bool translate(const MSG& message, bool& left);

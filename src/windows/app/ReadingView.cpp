@@ -12,12 +12,8 @@ namespace {
 constexpr int kTextHeight = 18;
 constexpr int kPadding = 5;
 
-COLORREF weakColor() {
-    return win32::readableOn(GetSysColor(COLOR_WINDOW)) == 0 ? ui::kWarningColor : ui::kWarningColorOnDark;
-}
-
-void drawWave(HDC dc, int left, int right, int y, int step) {
-    const win32::Pen pen(CreatePen(PS_SOLID, std::max(step / 2, 1), weakColor()));
+void drawWave(HDC dc, COLORREF color, int left, int right, int y, int step) {
+    const win32::Pen pen(CreatePen(PS_SOLID, std::max(step / 2, 1), color));
     const win32::Selected selected(dc, pen.get());
     MoveToEx(dc, left, y, nullptr);
     bool up = true;
@@ -92,22 +88,24 @@ void ReadingView::showToolTips() {
 }
 
 void ReadingView::paint(HDC dc, const RECT& area) {
-    win32::fill(dc, area, GetSysColor(COLOR_WINDOW));
+    win32::fill(dc, area, look().system(COLOR_WINDOW));
     SetBkMode(dc, TRANSPARENT);
-    const COLORREF ink = GetSysColor(COLOR_WINDOWTEXT);
+    const COLORREF ink = look().system(COLOR_WINDOWTEXT);
     if (model_.lines().empty()) {
         const win32::Selected font(dc, look().font());
-        SetTextColor(dc, win32::blend(GetSysColor(COLOR_WINDOW), ink, 0.55));
+        SetTextColor(dc, win32::blend(look().system(COLOR_WINDOW), ink, 0.55));
         RECT place{look().px(kPadding), 0, area.right - look().px(kPadding), area.bottom};
         const std::wstring note = win32::wide(model_.note());
         DrawTextW(dc, note.c_str(), static_cast<int>(note.size()), &place,
                   DT_SINGLELINE | DT_VCENTER | DT_NOPREFIX | DT_END_ELLIPSIS);
     }
+    const COLORREF weak = look().color(
+        win32::readableOn(look().system(COLOR_WINDOW)) == 0 ? ui::kWarningColor : ui::kWarningColorOnDark);
     const win32::Selected selected(dc, textFont());
     forSpans([&](const trainer::ReadingSpan& span, const std::wstring& text, const RECT& place) {
-        SetTextColor(dc, span.weak ? weakColor() : ink);
+        SetTextColor(dc, span.weak ? weak : ink);
         TextOutW(dc, place.left, place.top, text.c_str(), static_cast<int>(text.size()));
-        if (span.weak) drawWave(dc, place.left, place.right, place.bottom - look().px(1), look().px(2));
+        if (span.weak) drawWave(dc, weak, place.left, place.right, place.bottom - look().px(1), look().px(2));
     });
     paintFocus(dc, area);
 }

@@ -59,7 +59,7 @@ void ThumbnailStrip::showState() {
 }
 
 void ThumbnailStrip::paint(HDC dc, const RECT& area) {
-    win32::fill(dc, area, GetSysColor(COLOR_WINDOW));
+    win32::fill(dc, area, look().system(COLOR_WINDOW));
     SetBkMode(dc, TRANSPARENT);
     const win32::Selected font(dc, look().font());
     for (int index = std::max(strip_.partAt(0), 0); index < strip_.count(); ++index) {
@@ -78,7 +78,7 @@ void ThumbnailStrip::paintItem(HDC dc, int index) {
         OffsetRect(&place, box.left, box.top);
         drawGrey(dc, *picture, place);
     } else if (picture) {
-        SetTextColor(dc, GetSysColor(COLOR_WINDOWTEXT));
+        SetTextColor(dc, look().system(COLOR_WINDOWTEXT));
         DrawTextW(dc, L"?", 1, &box, DT_CENTER | DT_VCENTER | DT_SINGLELINE);
     }
     if (const trainer::PartMark& mark = strip_.mark(index); !mark.picture.empty()) {
@@ -93,8 +93,8 @@ void ThumbnailStrip::paintItem(HDC dc, int index) {
     const int left = (item.left + item.right - wide) / 2;
     RECT words{left, item.bottom - look().lineHeight(look().font()) - look().px(3), left + wide,
                item.bottom - look().px(3)};
-    if (current) win32::fill(dc, words, GetSysColor(COLOR_HIGHLIGHT));
-    SetTextColor(dc, GetSysColor(current ? COLOR_HIGHLIGHTTEXT : COLOR_WINDOWTEXT));
+    if (current) win32::fill(dc, words, look().system(COLOR_HIGHLIGHT));
+    SetTextColor(dc, look().system(current ? COLOR_HIGHLIGHTTEXT : COLOR_WINDOWTEXT));
     DrawTextW(dc, name.c_str(), static_cast<int>(name.size()), &words,
               DT_CENTER | DT_VCENTER | DT_SINGLELINE | DT_NOPREFIX | DT_PATH_ELLIPSIS);
     if (!current) return;

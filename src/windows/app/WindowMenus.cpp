@@ -5,6 +5,7 @@
 #include <string_view>
 
 #include "windows/app/ClipboardImages.h"
+#include "windows/app/DarkMenus.h"
 #include "windows/win32/WinText.h"
 
 namespace dravik::app {
@@ -21,7 +22,7 @@ std::vector<WORD> codesOf(std::string_view key) {
     if (key == "Right") return {VK_RIGHT};
     if (key.size() == 2 && key[0] == 'F') return {static_cast<WORD>(VK_F1 + key[1] - '1')};
     if (key.size() != 1) return {};
-    const auto code = static_cast<WORD>(key[0]);
+    const auto code = static_cast<WORD>(static_cast<unsigned char>(key[0]));
     if (key[0] >= '0' && key[0] <= '9') return {code, static_cast<WORD>(VK_NUMPAD0 + key[0] - '0')};
     return {code};
 }
@@ -100,6 +101,18 @@ void WindowMenus::fill(HMENU menu, const trainer::ActionList& entries) const {
             AppendMenuW(menu, MF_POPUP | state, reinterpret_cast<UINT_PTR>(found->second),
                         menuText(*action).c_str());
     }
+    if (skin_)
+        skin_->dressMenu(menu, window_);
+    else
+        lightenMenu(menu);
+}
+
+void WindowMenus::setSkin(const win32::Skin* skin) {
+    skin_ = skin;
+    const HMENU bar = GetMenu(window_);
+    lightenMenu(bar);
+    if (skin_) skin_->dressMenu(bar, window_);
+    DrawMenuBar(window_);
 }
 
 void WindowMenus::perform(WORD command) const {

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "trainer/window/WindowActions.h"
+#include "windows/win32/Skin.h"
 
 namespace dravik::app {
 
@@ -20,6 +21,8 @@ class WindowMenus {
     // WM_COMMAND; unknown commands do nothing.
     void perform(WORD command) const;
     WORD commandOf(const trainer::Action& action) const;
+    // Null: the system draws the menus.
+    void setSkin(const win32::Skin* skin);
     // WM_INITMENUPOPUP.
     void showStates(HMENU menu) const;
     // True when the message is the key of an action, which is performed then.
@@ -35,6 +38,7 @@ class WindowMenus {
     std::map<HMENU, const trainer::ActionList*> menus_;
     std::map<const trainer::Action*, HMENU> inside_;  // menus inside of menus
     HACCEL keys_ = nullptr;
+    const win32::Skin* skin_ = nullptr;
 };
 
 }  // namespace dravik::app

@@ -59,6 +59,7 @@ int complain(const std::string& problem, int code) {
 int runWindow(const trainer::WindowOptions& options) {
     Program program(Settings(kSettingsKey), options.folder, true);
     program.trainer().setPatience(trainer::kPatience);
+    program.window().model().showTheme(options.theme);
     program.window().show();
     if (!options.paths.empty()) program.window().open(options.paths);
     return program.window().run();
@@ -68,7 +69,7 @@ int run() {
     // A library of somebody's in the folder of the file that was opened is none of the program's.
     SetDllDirectoryW(L"");
     const Apartment apartment;
-    const auto line = trainer::parseCommandLine(programArguments(), {});
+    const auto line = trainer::parseCommandLine(programArguments());
     useCallersConsole();
     if (const auto* notice = std::get_if<trainer::Notice>(&line); notice && notice->status != 0)
         return complain(notice->text, notice->status);

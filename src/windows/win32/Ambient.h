@@ -7,15 +7,18 @@
 
 namespace dravik::win32 {
 
+class Skin;
+
 struct Ambient {
     std::optional<LOGFONTW> font;  // heights are those at 96 dpi
     std::optional<COLORREF> backColor;
     std::optional<COLORREF> foreColor;
+    const Skin* skin = nullptr;  // outlives the page
 
     bool operator==(const Ambient& other) const {
         const bool sameFont = font.has_value() == other.font.has_value() &&
                               (!font || std::memcmp(&*font, &*other.font, sizeof(LOGFONTW)) == 0);
-        return sameFont && backColor == other.backColor && foreColor == other.foreColor;
+        return sameFont && backColor == other.backColor && foreColor == other.foreColor && skin == other.skin;
     }
 };
 

@@ -196,7 +196,7 @@ class UpDownPeer : public PeerOf<ui::UpDown> {
         const HDC dc = GetDC(window());
         RECT client{};
         GetClientRect(window(), &client);
-        frame(dc, client, GetSysColor(COLOR_HIGHLIGHT), look().px(1));
+        frame(dc, client, look().system(COLOR_HIGHLIGHT), look().px(1));
         ReleaseDC(window(), dc);
     }
     void move(int direction) {

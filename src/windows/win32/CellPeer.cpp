@@ -169,7 +169,7 @@ void CellPeer::paintAt(HDC dc, const RECT& place) {
     const int hair = look().px(1);
     frame(dc, place, look().line(ground, kFrameShare), hair);
     if (hasFocus()) {
-        frame(dc, place, GetSysColor(COLOR_HIGHLIGHT), 2 * hair);
+        frame(dc, place, look().system(COLOR_HIGHLIGHT), 2 * hair);
         RECT inner = place;
         InflateRect(&inner, -2 * hair, -2 * hair);
         frame(dc, inner, readableOn(ground), hair);

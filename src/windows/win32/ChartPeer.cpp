@@ -94,12 +94,12 @@ class ChartPeer : public PeerOf<ui::Chart, DrawnPeer>, private AccessibleContent
             if (hasFocus() && static_cast<int>(i) == pointed()) {
                 RECT mark = place;
                 InflateRect(&mark, 3 * hair, 3 * hair);
-                frame(dc, mark, GetSysColor(COLOR_HIGHLIGHT), 2 * hair);
+                frame(dc, mark, look().system(COLOR_HIGHLIGHT), 2 * hair);
             }
         }
         for (const ui::ChartLine& line : scene.lines)
             if (line.visible) paintLine(dc, line);
-        if (hasFocus()) frame(dc, client, GetSysColor(COLOR_HIGHLIGHT), hair);
+        if (hasFocus()) frame(dc, client, look().system(COLOR_HIGHLIGHT), hair);
     }
 
   private:

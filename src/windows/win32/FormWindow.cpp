@@ -8,6 +8,7 @@
 #include "windows/win32/Guard.h"
 #include "windows/win32/Module.h"
 #include "windows/win32/Peer.h"
+#include "windows/win32/Skin.h"
 #include "windows/win32/Win32Platform.h"
 #include "windows/win32/WinText.h"
 
@@ -81,7 +82,8 @@ void FormWindow::create(HWND owner) {
         for (const WPARAM size : {ICON_SMALL, ICON_BIG})
             if (const LRESULT icon = SendMessageW(owner, WM_GETICON, size, 0))
                 SendMessageW(window(), WM_SETICON, size, icon);
-    page_ = std::make_unique<FormPage>(*form_, window(), platform_);
+    page_ = std::make_unique<FormPage>(*form_, window(), platform_, platform_.ambient());
+    takeAmbient();
     page_->setVisible(true);
     page_->escaped = [this] { close(); };
     page_->sizeChanged = [this] { fit(); };
@@ -96,6 +98,12 @@ void FormWindow::create(HWND owner) {
     unloaded_ = form_->unloaded.connect(goes);
     destroyed_ = form_->destroyed.connect(goes);
     putInPlace(owner);
+}
+
+void FormWindow::takeAmbient() {
+    const Ambient& ambient = platform_.ambient();
+    page_->setAmbient(ambient);
+    setDarkTitle(window(), ambient.skin != nullptr);
 }
 
 SIZE FormWindow::frameSize(SIZE inside) const {

@@ -22,6 +22,8 @@ class FormWindow : public AnsweredWindow, public std::enable_shared_from_this<Fo
     ~FormWindow() override;
 
     FormPage& page() noexcept { return *page_; }
+    // As the platform's surroundings are now.
+    void takeAmbient();
     // Shows it, or brings it to the front, and gives it the focus.
     void bringUp();
     // The operator's wish to close: unloads the form.

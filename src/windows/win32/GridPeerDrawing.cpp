@@ -46,14 +46,14 @@ void GridPeer::paint(HDC dc, const RECT& client, const RECT& dirty) {
 }
 
 void GridPeer::drawRecord(HDC dc, int row, int column, const RECT& cell) const {
-    const COLORREF marked = GetSysColor(hasFocus() ? COLOR_HIGHLIGHT : COLOR_BTNSHADOW);
+    const COLORREF marked = look().system(hasFocus() ? COLOR_HIGHLIGHT : COLOR_BTNSHADOW);
     const COLORREF line = look().line(look().color(ui::kWindowColor), kCellLineShare);
     const bool selected = isSelected(row, column);
     if (selected) fill(dc, cell, marked);
     fill(dc, {cell.left, cell.bottom - 1, cell.right, cell.bottom}, line);
     fill(dc, {cell.right - 1, cell.top, cell.right, cell.bottom}, line);
-    SetTextColor(dc, selected ? hasFocus() ? GetSysColor(COLOR_HIGHLIGHTTEXT) : readableOn(marked)
-                     : IsWindowEnabled(window()) ? GetSysColor(COLOR_WINDOWTEXT)
+    SetTextColor(dc, selected ? hasFocus() ? look().system(COLOR_HIGHLIGHTTEXT) : readableOn(marked)
+                     : IsWindowEnabled(window()) ? look().system(COLOR_WINDOWTEXT)
                                                  : look().disabledText());
     drawText(dc, row, column, cell);
     if (!hasFocus() || row != model_.rowSelection() || column != model_.columnSelection()) return;

@@ -4,6 +4,8 @@
 #include <cmath>
 #include <cwchar>
 
+#include "windows/win32/Skin.h"
+
 namespace dravik::win32 {
 namespace {
 
@@ -127,30 +129,34 @@ int Look::averageWidth(HFONT font) const {
     return textSize(font, kLetters).cx / static_cast<int>(kLetters.size()) + 1;
 }
 
+COLORREF Look::system(int index) const {
+    return skin() ? skin()->color(index) : GetSysColor(index);
+}
+
 COLORREF Look::color(ui::Color color) const {
     if (!ui::isSystemColor(color)) return static_cast<COLORREF>(color & 0xFFFFFF);
-    const COLORREF face = ambient_.backColor.value_or(GetSysColor(COLOR_BTNFACE));
-    const COLORREF text = ambient_.foreColor.value_or(GetSysColor(COLOR_BTNTEXT));
+    const COLORREF face = ambient_.backColor.value_or(system(COLOR_BTNFACE));
+    const COLORREF text = ambient_.foreColor.value_or(system(COLOR_BTNTEXT));
     if (color == ui::kButtonFaceColor) return face;
     // Text on the page, not on a window of the system: a light page in a dark theme needs dark letters.
     if (color == ui::kWindowTextColor || color == ui::kButtonTextColor) return text;
-    const COLORREF system = GetSysColor(static_cast<int>(color & 0xFF));
-    if (color != ui::kScrollBarColor) return system;
+    const COLORREF own = system(static_cast<int>(color & 0xFF));
+    if (color != ui::kScrollBarColor) return own;
     const bool stands =
-        contrast(system, face) >= kLeastContrast && contrast(system, RGB(255, 255, 255)) >= kLeastContrast;
-    return stands ? system : blend(face, readableOn(face), 0.22);
+        contrast(own, face) >= kLeastContrast && contrast(own, RGB(255, 255, 255)) >= kLeastContrast;
+    return stands ? own : blend(face, readableOn(face), 0.22);
 }
 
 COLORREF Look::textColorOn(ui::Color background, ui::Color foreground) const {
     if (!ui::isSystemColor(foreground)) return color(foreground);
     if (!ui::isSystemColor(background)) return readableOn(color(background));
-    if (background == ui::kWindowColor) return GetSysColor(COLOR_WINDOWTEXT);
+    if (background == ui::kWindowColor) return system(COLOR_WINDOWTEXT);
     return contrast(color(background), color(foreground)) < 3 ? readableOn(color(background))
                                                               : color(foreground);
 }
 
 COLORREF Look::disabledText() const {
-    const COLORREF grey = GetSysColor(COLOR_GRAYTEXT);
+    const COLORREF grey = system(COLOR_GRAYTEXT);
     return contrast(grey, background()) >= 1.8 ? grey : blend(background(), readableOn(background()), 0.45);
 }
 

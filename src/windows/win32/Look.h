@@ -37,6 +37,10 @@ class Look {
     int lineHeight(HFONT font) const;
     int averageWidth(HFONT font) const;
 
+    // A colour of Windows, or what stands for it in the surroundings.
+    COLORREF system(int index) const;
+    // Null when the system draws its own controls.
+    const Skin* skin() const noexcept { return ambient_.skin; }
     // System colours of the models are those of the surroundings or of Windows; the scroll bar colour always
     // differs from the page and from white.
     COLORREF color(ui::Color color) const;

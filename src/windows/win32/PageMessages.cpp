@@ -25,7 +25,12 @@ std::optional<LRESULT> Page::notificationFrom(NMHDR& header) {
 std::optional<LRESULT> Page::colorsOf(HWND child, HDC dc, bool mayBeList) {
     const auto peer = childPeer(child);
     if (HBRUSH brush = peer ? peer->colors(dc) : nullptr) return reinterpret_cast<LRESULT>(brush);
-    if (!peer && mayBeList) return std::nullopt;
+    if (!peer && mayBeList) {
+        if (!look_->skin()) return std::nullopt;
+        SetTextColor(dc, look_->system(COLOR_WINDOWTEXT));
+        SetBkColor(dc, look_->system(COLOR_WINDOW));
+        return reinterpret_cast<LRESULT>(look_->brush(look_->system(COLOR_WINDOW)));
+    }
     SetTextColor(dc, look_->color(ui::kButtonTextColor));
     SetBkColor(dc, look_->background());
     return reinterpret_cast<LRESULT>(look_->brush(look_->background()));

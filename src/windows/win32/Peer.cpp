@@ -4,6 +4,7 @@
 #include "windows/win32/Dpi.h"
 #include "windows/win32/Module.h"
 #include "windows/win32/Page.h"
+#include "windows/win32/Skin.h"
 #include "windows/win32/Win32Platform.h"
 #include "windows/win32/WinText.h"
 
@@ -367,7 +368,13 @@ LRESULT Peer::answer(UINT message, WPARAM wParam, LPARAM lParam) {
             break;
     }
     // An event that took its own window away goes no further.
-    return window() ? this->message(message, wParam, lParam) : 0;
+    if (!window()) return 0;
+    const Skin* skin = attached_ ? look().skin() : nullptr;
+    if (!skin) return this->message(message, wParam, lParam);
+    if (const auto drawn = drawnBySkin(*skin, model_, window(), message, wParam, look())) return *drawn;
+    const LRESULT result = this->message(message, wParam, lParam);
+    if (window() && attached_) drawAgain(*skin, model_, window(), message, look());
+    return result;
 }
 
 }  // namespace dravik::win32

@@ -118,14 +118,14 @@ class PictureGridPeer : public PeerOf<PictureGrid, DrawnPeer>, private Accessibl
     }
 
     void paint(HDC dc, const RECT& client, const RECT&) override {
-        fill(dc, client, GetSysColor(COLOR_WINDOW));
+        fill(dc, client, look().system(COLOR_WINDOW));
         if (!attached()) return;
         SetBkMode(dc, TRANSPARENT);
         act([&] {
             const PictureGrid::Range seen = model_.seen();
             for (int index = seen.first; index < seen.end; ++index) paintItem(dc, index);
         });
-        if (hasFocus()) frame(dc, client, GetSysColor(COLOR_HIGHLIGHT), look().px(1));
+        if (hasFocus()) frame(dc, client, look().system(COLOR_HIGHLIGHT), look().px(1));
     }
 
     AccessibleContent* accessibleContent() override { return this; }
@@ -191,8 +191,8 @@ class PictureGridPeer : public PeerOf<PictureGrid, DrawnPeer>, private Accessibl
         RECT cell = placeOf(index);
         InflateRect(&cell, -look().px(1), -look().px(1));
         const bool selected = model_.isSelected(index);
-        const COLORREF ground = GetSysColor(selected ? COLOR_HIGHLIGHT : COLOR_WINDOW);
-        const COLORREF ink = GetSysColor(selected ? COLOR_HIGHLIGHTTEXT : COLOR_WINDOWTEXT);
+        const COLORREF ground = look().system(selected ? COLOR_HIGHLIGHT : COLOR_WINDOW);
+        const COLORREF ink = look().system(selected ? COLOR_HIGHLIGHTTEXT : COLOR_WINDOWTEXT);
         if (selected) fill(dc, cell, ground);
 
         const int side = look().px(PictureGrid::kPictureSide);
@@ -214,7 +214,7 @@ class PictureGridPeer : public PeerOf<PictureGrid, DrawnPeer>, private Accessibl
         }
         RECT words{cell.left + look().px(3), box.bottom, cell.right - look().px(3), cell.bottom};
         constexpr UINT kFlags = DT_VCENTER | DT_SINGLELINE | DT_NOPREFIX;
-        const bool onLight = readableOn(GetSysColor(COLOR_WINDOW)) == 0;
+        const bool onLight = readableOn(look().system(COLOR_WINDOW)) == 0;
         const COLORREF warning = look().color(onLight ? ui::kWarningColor : ui::kWarningColorOnDark);
         {
             const Selected font(dc, look().font());

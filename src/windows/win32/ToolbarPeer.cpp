@@ -184,8 +184,8 @@ class ToolbarPeer : public PeerOf<ui::Toolbar> {
         InflateRect(&place, -1, -1);
         if (down || hot) {
             const double share = look().highContrast() ? 0 : down ? 0.12 : 0.1;
-            fill(dc, place, blend(ground, down ? text : GetSysColor(COLOR_HIGHLIGHT), share));
-            frame(dc, place, hasFocus() && hot ? GetSysColor(COLOR_HIGHLIGHT) : look().line(ground, 0.35),
+            fill(dc, place, blend(ground, down ? text : look().system(COLOR_HIGHLIGHT), share));
+            frame(dc, place, hasFocus() && hot ? look().system(COLOR_HIGHLIGHT) : look().line(ground, 0.35),
                   look().px(1));
         }
         if (icons_.size() <= index) icons_.resize(model_.buttons().size());

@@ -9,6 +9,7 @@
 #include "windows/win32/Module.h"
 #include "windows/win32/Page.h"
 #include "windows/win32/Peer.h"
+#include "windows/win32/Skin.h"
 #include "windows/win32/WinText.h"
 
 namespace dravik::win32 {
@@ -240,6 +241,12 @@ void Win32Platform::enableWindows(bool enabled) {
         if (window->window()) EnableWindow(window->window(), enabled);
 }
 
+void Win32Platform::setAmbient(const Ambient& ambient) {
+    ambient_ = ambient;
+    for (const auto& [form, window] : windows_) window->takeAmbient();
+    for (const auto& dialog : state_->dialogs) dialog->takeAmbient();
+}
+
 void Win32Platform::systemChanged() {
     for (const auto& [form, window] : windows_) window->page().systemChanged();
 }
@@ -261,6 +268,7 @@ void Win32Platform::popUpMenu(ui::PopupMenu& menu, HWND over, POINT place) {
     }
     ClientToScreen(over, &place);
     const HWND owning = GetAncestor(over, GA_ROOT);
+    if (ambient_.skin) ambient_.skin->dressMenu(shown.get(), owning);
     std::size_t picked = 0;
     {
         const ModalScope scope(*this);

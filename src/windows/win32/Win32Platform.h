@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "ui/Platform.h"
+#include "windows/win32/Ambient.h"
 
 namespace dravik::win32 {
 
@@ -42,6 +43,10 @@ class Win32Platform : public ui::Platform {
     std::string dateText() override;
     std::string timeText() override;
     void setBusy(bool busy) override;
+
+    // Of the child forms.
+    const Ambient& ambient() const noexcept { return ambient_; }
+    void setAmbient(const Ambient& ambient);
 
     bool busy() const noexcept { return busy_ > 0; }
     // The child form's window, nothing when it is not shown.
@@ -76,6 +81,7 @@ class Win32Platform : public ui::Platform {
     std::map<const ui::Form*, std::shared_ptr<FormWindow>> windows_;
     std::unordered_map<const ui::Widget*, Peer*> peers_;
     std::map<HWND, HWND> focusedPages_;  // by top-level window
+    Ambient ambient_;
     int busy_ = 0;
     HCURSOR cursorBefore_ = nullptr;
 };

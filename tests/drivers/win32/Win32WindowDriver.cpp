@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <utility>
 
-#include "drivers/win32/PngFile.h"
+#include "drivers/win32/ImageFile.h"
 #include "windows/win32/Gdi.h"
 #include "windows/win32/Peer.h"
 #include "windows/win32/WinText.h"
@@ -131,7 +131,7 @@ void Win32WindowDriver::picture(const std::string& file) {
         BitBlt(all.dc(), place.left - frame.left, place.top - frame.top, win32::widthOf(place),
                win32::heightOf(place), test::picture(window)->dc(), 0, 0, SRCCOPY);
     }
-    writePng(file, all);
+    writeImage(file, all);
 }
 
 }  // namespace dravik::test

@@ -44,7 +44,6 @@ struct FileChooser : trainer::WindowSystem {
         return found == texts.end() ? std::string() : found->second;
     }
     void keep(const std::string& key, const std::string& text) override { texts[key] = text; }
-    bool hasThemes() const override { return true; }
     void showTheme(trainer::Theme shown) override { theme = shown; }
     std::string chooseNewFile(const trainer::FileQuestion& question) override {
         questions.push_back(question);

@@ -52,7 +52,7 @@ CommandResult Workspace::learnDigits(const std::string& font) const {
 
 int runHeadless(const std::vector<std::string>& arguments, const ImageDecoder& decoder, std::ostream& out,
                 std::ostream& err, bool errIsTerminal) {
-    return runCommand(parseCommandLine(arguments, {.hasThemes = true}), decoder, {out, err, errIsTerminal});
+    return runCommand(parseCommandLine(arguments), decoder, {out, err, errIsTerminal});
 }
 
 std::vector<std::string> linesOf(const std::string& text) {

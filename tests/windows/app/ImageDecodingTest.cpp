@@ -7,13 +7,13 @@
 #include <vector>
 
 #include "base/Failure.h"
+#include "drivers/win32/ImageFile.h"
 #include "gtest/gtest.h"
 #include "support/Refused.h"
 #include "support/TemporaryFolder.h"
 #include "windows/app/GreyPicture.h"
 #include "windows/com/ComPtr.h"
 #include "windows/com/WicImage.h"
-#include "windows/com/support/ImageFile.h"
 #include "windows/win32/WinText.h"
 
 namespace dravik::test {

@@ -63,6 +63,7 @@ class Reporting : public NotCalledByNames<IDispatch>, public ISupportErrorInfo {
     HRESULT code = DISP_E_EXCEPTION;
     EXCEPINFO exception{};
     bool supports = true;
+    bool knowsNames = true;
 
     HRESULT STDMETHODCALLTYPE QueryInterface(REFIID iid, void** out) override {
         *out = nullptr;
@@ -74,7 +75,7 @@ class Reporting : public NotCalledByNames<IDispatch>, public ISupportErrorInfo {
     ULONG STDMETHODCALLTYPE Release() override { return 1; }
     HRESULT STDMETHODCALLTYPE GetIDsOfNames(REFIID, LPOLESTR*, UINT, LCID, DISPID* ids) override {
         *ids = 1;
-        return S_OK;
+        return knowsNames ? S_OK : DISP_E_UNKNOWNNAME;
     }
     HRESULT STDMETHODCALLTYPE Invoke(DISPID, REFIID, LCID, WORD, DISPPARAMS*, VARIANT*, EXCEPINFO* out,
                                      UINT*) override {
@@ -124,6 +125,11 @@ TEST(Failures, OfLateBoundCallsAreReadInEveryFormTheyHave) {
     failure = failureOfCall(object);
     EXPECT_EQ(failure.number(), static_cast<std::int32_t>(RPC_E_DISCONNECTED));
     EXPECT_FALSE(failure.description().empty());
+
+    object.knowsNames = false;
+    failure = failureOfCall(object);
+    EXPECT_EQ(failure.number(), 438);
+    EXPECT_THAT(failure.description(), HasSubstr("Anything"));
 }
 
 TEST(Failures, TextsThatSomebodyElseLeftAreNotTaken) {

@@ -5,9 +5,9 @@
 #include "windows/com/support/ComTest.h"
 
 #include "base/Paths.h"
+#include "drivers/win32/ImageFile.h"
 #include "windows/com/support/ChildProcess.h"
 #include "windows/com/support/ControlFile.h"
-#include "windows/com/support/ImageFile.h"
 
 namespace dravik::test {
 namespace {

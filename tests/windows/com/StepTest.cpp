@@ -1,7 +1,7 @@
 // Steps on their way through COM, and the embedded step that programs and scripts create.
+#include "drivers/win32/ImageFile.h"
 #include "windows/com/EmbeddedStepObject.h"
 #include "windows/com/support/ComTest.h"
-#include "windows/com/support/ImageFile.h"
 
 namespace dravik::test {
 namespace {
@@ -84,15 +84,10 @@ TEST(EmbeddedStep, LearnsAndReadsForAProgramThatCallsItByNames) {
     call(step, L"SaveFont", Bstr("F"));
     EXPECT_EQ(numberOf(call(step, L"Datum", Bstr("SelFont")).get()), 1);
 
-    // The same image from files.
-    for (const auto& [name, container] : {std::pair{"text.png", &GUID_ContainerFormatPng},
-                                          std::pair{"t\xC3\xA4xt.bmp", &GUID_ContainerFormatBmp},
-                                          std::pair{"text.jpg", &GUID_ContainerFormatJpeg}}) {
-        const std::string path = folder.path() + "\\" + name;
-        test::writeImage(path, drawn({"LATE"}), *container);
-        call(step, L"OpenImage", Bstr(path));
-        EXPECT_EQ(textOf(call(step, L"ReadImage").get()), "LATE") << name;
-    }
+    const std::string path = folder.path() + "\\t\xC3\xA4xt.bmp";
+    test::writeImage(path, drawn({"LATE"}), GUID_ContainerFormatBmp);
+    call(step, L"OpenImage", Bstr(path));
+    EXPECT_EQ(textOf(call(step, L"ReadImage").get()), "LATE");
     EXPECT_EQ(refusal([&] { call(step, L"OpenImage", Bstr(folder.path() + "\\none.png")); }), 53);
     EXPECT_EQ(refusal([&] { call(step, L"OpenImage", Bstr(folder.path())); }), 75);
     EXPECT_EQ(textOf(call(step, L"ReadImage").get()), "LATE") << "a file that is refused changes nothing";

@@ -23,7 +23,7 @@ Variant list(VARTYPE type, ULONG count, LONG lowerBound = 0) {
     return Variant::ofArray(type, SafeArrayCreateVector(type, lowerBound, count));
 }
 
-TEST(ToolValues, TablesAreReadWhateverTheirElementsAndBounds) {
+TEST(ToolValues, TablesAndListsAreReadWhateverTheirElementsAndBounds) {
     const auto expectTable = [](Variant value) {
         const RecordTablePtr table = tableOf(std::move(value));
         ASSERT_TRUE(table);
@@ -57,6 +57,20 @@ TEST(ToolValues, TablesAreReadWhateverTheirElementsAndBounds) {
     owned.reset();
     EXPECT_EQ(table->number(2, 3), 203);
     EXPECT_EQ(second->number(2, 3), 203);
+
+    // Lists too.
+    Variant words = list(VT_BSTR, 2, 7);
+    for (LONG place : {7, 8})
+        check(SafeArrayPutElement(words.get().parray, &place, Bstr(place == 7 ? "A" : "B").get()));
+    VARIANT elsewhere{};
+    elsewhere.vt = VT_BYREF | VT_ARRAY | VT_BSTR;
+    elsewhere.pparray = &words.get().parray;
+    EXPECT_THAT(textsOf(elsewhere), ElementsAre("A", "B"));
+    Variant column = numbers<double>(VT_R8, 2, 1, 7, -3);
+    elsewhere.vt = VT_BYREF | VT_VARIANT;
+    elsewhere.pvarVal = &column.get();
+    EXPECT_THAT(firstColumnOf(elsewhere), ElementsAre("0", "100"));
+    EXPECT_THAT(int32sOf(list(VT_I4, 2, 7).get()), ElementsAre(0, 0));
 }
 
 TEST(ToolValues, CellsOfAnyKindAreNumbersTextsOrNothing) {

@@ -175,8 +175,8 @@ int textsOf(HENHMETAFILE file) {
 // A picture of the control by itself, of that many pixels.
 std::unique_ptr<win32::Canvas> pictureOf(IViewObject2* view, SIZE size, bool throughMetafile = false) {
     auto picture = std::make_unique<win32::Canvas>(size.cx, size.cy);
-    const RECTL place{0, 0, size.cx, size.cy};
-    const auto draw = [&](HDC dc) {
+    const auto draw = [&](HDC dc, LONG left) {
+        const RECTL place{left, 0, left + size.cx, size.cy};
         EXPECT_EQ(
             view->Draw(DVASPECT_CONTENT, -1, nullptr, nullptr, nullptr, dc, &place, nullptr, nullptr, 0),
             S_OK);
@@ -186,14 +186,21 @@ std::unique_ptr<win32::Canvas> pictureOf(IViewObject2* view, SIZE size, bool thr
         const RECT frame{0, 0, MulDiv(size.cx, 100 * GetDeviceCaps(dc, HORZSIZE), GetDeviceCaps(dc, HORZRES)),
                          MulDiv(size.cy, 100 * GetDeviceCaps(dc, VERTSIZE), GetDeviceCaps(dc, VERTRES))};
         const HDC recording = CreateEnhMetaFileW(dc, nullptr, &frame, nullptr);
-        draw(recording);
+        draw(recording, 0);
         HENHMETAFILE file = CloseEnhMetaFile(recording);
         EXPECT_GT(textsOf(file), 80) << "a print is to have texts, not a picture of them";
         const RECT all{0, 0, size.cx, size.cy};
         PlayEnhMetaFile(picture->dc(), file, &all);
         DeleteEnhMetaFile(file);
     } else {
-        draw(picture->dc());
+        // Beside something else.
+        constexpr LONG kLeft = 50;
+        win32::Canvas both(kLeft + size.cx, size.cy);
+        const RECT other{0, 0, kLeft, size.cy};
+        win32::fill(both.dc(), other, RGB(1, 2, 3));
+        draw(both.dc(), kLeft);
+        EXPECT_EQ(GetPixel(both.dc(), kLeft - 1, 20), RGB(1, 2, 3));
+        BitBlt(picture->dc(), 0, 0, size.cx, size.cy, both.dc(), kLeft, 0, SRCCOPY);
     }
     GdiFlush();
     return picture;

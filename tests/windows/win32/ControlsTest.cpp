@@ -206,24 +206,5 @@ TEST(ToolTips, ComeUpWherePointerRestsAndFollowTheModel) {
     EXPECT_EQ(windowText(shownTip()), L"after");
 }
 
-TEST(Ambient, FontAndColoursOfTheSurroundingsAreTaken) {
-    Label label("label", "Text");
-    Button button("button", "Button");
-    ShownPage shown(column({item(label), item(button), space()}), 300, 200);
-    const SIZE before = shown.page->preferredSize();
-    Ambient ambient;
-    ambient.backColor = RGB(10, 20, 30);
-    ambient.foreColor = RGB(250, 240, 230);
-    LOGFONTW font{};
-    font.lfHeight = -24;
-    wcscpy(font.lfFaceName, L"Tahoma");
-    ambient.font = font;
-    shown.page->setAmbient(ambient);
-    EXPECT_GT(shown.page->preferredSize().cy, before.cy);
-    auto image = picture(shown.page->window());
-    EXPECT_EQ(colorAt(*image, 2, 2), RGB(10, 20, 30));
-    EXPECT_EQ(colorAt(*picture(shown.view(label)), 299 - 18, 1), RGB(10, 20, 30));
-}
-
 }  // namespace
 }  // namespace dravik::test

@@ -1,4 +1,4 @@
-// Keys of a page: Tab, Enter, Escape and access keys, as a host hands them over and as they come without one.
+// Tab through a page, and a page that takes no key, as a host hands them over and as they come without one.
 #include "windows/win32/support/ShownPage.h"
 
 namespace dravik::test {
@@ -10,8 +10,6 @@ class KeysOfAHost : public testing::Test {
         frame.setLayout(column({item(box), item(check)}));
         shown.form.setLayout(column({item(frame), item(go), item(stop)}));
         shown.form.defaultButton = &go;
-        go.click.subscribe([this] { pressed += "go "; });
-        stop.click.subscribe([this] { pressed += "stop "; });
     }
     MSG key(UINT code, UINT message = WM_KEYDOWN) {
         MSG result{};
@@ -26,7 +24,6 @@ class KeysOfAHost : public testing::Test {
     CheckBox check{"check", "&Check"};
     Button go{"go", "&Go"};
     Button stop{"stop", "&Stop"};
-    std::string pressed;
     ShownPage shown;
 };
 
@@ -56,33 +53,6 @@ TEST_F(KeysOfAHost, TabGoesThroughFramesAndLeavesAtTheEnds) {
     EXPECT_FALSE(shown.page->translateKey(other, left)) << "not a window of the page";
 }
 
-TEST_F(KeysOfAHost, EnterAndEscapePressTheirButtons) {
-    shown.show();
-    bool left = false;
-    SetFocus(shown.view(box));
-    EXPECT_TRUE(shown.page->translateKey(key(VK_RETURN), left));
-    EXPECT_EQ(pressed, "go ");
-    EXPECT_FALSE(shown.page->translateKey(key(VK_ESCAPE), left)) << "the host may close something";
-    SetFocus(shown.view(stop));
-    EXPECT_EQ(SendMessageW(shown.view(stop), WM_GETDLGCODE, 0, 0) & DLGC_DEFPUSHBUTTON, DLGC_DEFPUSHBUTTON);
-    EXPECT_TRUE(shown.page->translateKey(key(VK_RETURN), left));
-    EXPECT_EQ(pressed, "go stop ");
-}
-
-TEST_F(KeysOfAHost, AccessKeysAnswerOnlyForTheirOwnControls) {
-    shown.show();
-    bool left = false;
-    SetFocus(shown.view(box));
-    EXPECT_EQ(shown.page->mnemonics(), (std::vector<wchar_t>{L'C', L'G', L'S'}));
-    EXPECT_TRUE(shown.page->translateKey(key('s', WM_SYSCHAR), left));
-    EXPECT_EQ(pressed, "stop ");
-    EXPECT_TRUE(shown.page->translateKey(key('c', WM_SYSCHAR), left));
-    EXPECT_TRUE(check.checked());
-    EXPECT_FALSE(shown.page->translateKey(key('x', WM_SYSCHAR), left));
-    stop.setEnabled(false);
-    EXPECT_FALSE(shown.page->pressMnemonic(L'S'));
-}
-
 TEST_F(KeysOfAHost, AnInertPageTakesNothing) {
     Timer timer("timer", 10);
     shown.form.timers = {&timer};
@@ -104,16 +74,6 @@ TEST_F(KeysOfAHost, AnInertPageTakesNothing) {
     EXPECT_EQ(ticks, before);
     shown.page->setInert(false);
     EXPECT_TRUE(waitUntil([&] { return ticks > before; }));
-}
-
-TEST_F(KeysOfAHost, TheHostIsToldThatTheFocusCame) {
-    shown.show();
-    int entered = 0;
-    shown.page->focusEntered = [&] { ++entered; };
-    SetFocus(shown.view(go));
-    box.setFocus();
-    EXPECT_EQ(entered, 2);
-    EXPECT_TRUE(shown.page->hasFocusInside());
 }
 
 }  // namespace

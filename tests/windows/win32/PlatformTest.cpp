@@ -30,16 +30,6 @@ class PlatformOfWindows : public testing::Test {
     DialogScript script;
 };
 
-TEST_F(PlatformOfWindows, TellsTheHostOfABoxAndGivesTheOwnerBack) {
-    script.expect(DialogScript::kMessageBox, [](HWND box) { SendMessageW(box, WM_CLOSE, 0, 0); });
-    platform().messageBox({"text", "Title"});
-    EXPECT_EQ(modal, "on off ");
-    EXPECT_TRUE(IsWindowEnabled(shown.host->window()));
-    EXPECT_EQ(GetActiveWindow(), shown.host->window());
-}
-
-// Apart from the box: the X server's news that a box took the focus would close a menu that comes up right
-// after it.
 TEST_F(PlatformOfWindows, TellsTheHostOfAMenu) {
     PopupMenu menu("menu", "Menu");
     menu.add("one", "&One");
@@ -146,52 +136,6 @@ TEST_F(PlatformOfWindows, ADialogEndsWithWhateverTakesItAway) {
     script.expect("dialog", [&](HWND) { own.reset(); });
     own->showModal(dialog);
     EXPECT_FALSE(dialog.loaded());
-}
-
-TEST_F(PlatformOfWindows, APageIsDrawnIntoAnyContext) {
-    box.setText("drawn");
-    Form form("drawn", "Drawn");
-    CheckBox check("check", "Check");
-    check.setChecked(true);
-    Frame frame("frame", "Frame");
-    frame.setLayout(column({item(check)}));
-    Label red("red");
-    red.setCell(true);
-    red.setBackColor(rgb(255, 0, 0));
-    form.setLayout(column({item(box), item(frame), item(red).atLeast(600, 600)}));
-    HostWindow hidden(200, 200);
-    ShowWindow(hidden.window(), SW_HIDE);
-    Win32Platform own;
-    FormPage page(form, hidden.window(), own);
-    page.setBounds({0, 0, 200, 200});
-    Canvas canvas(300, 300);
-    fill(canvas.dc(), {0, 0, 300, 300}, RGB(1, 2, 3));
-    page.draw(canvas.dc(), {100, 0, 300, 200});
-    EXPECT_EQ(colorAt(canvas, 50, 50), RGB(1, 2, 3)) << "nothing beside its place";
-    int reds = 0;
-    int darks = 0;
-    for (int y = 0; y < 200; ++y)
-        for (int x = 100; x < 300; ++x) {
-            const COLORREF color = colorAt(canvas, x, y);
-            reds += color == RGB(255, 0, 0);
-            darks += GetRValue(color) < 60 && GetGValue(color) < 60 && GetBValue(color) < 60;
-        }
-    EXPECT_GT(reds, 1000);
-    EXPECT_GT(darks, 40) << "texts and the check mark";
-    Canvas half(100, 100);
-    page.draw(half.dc(), {0, 0, 100, 100});
-    EXPECT_NEAR(countOf(half, RGB(255, 0, 0)), reds / 4, reds / 10);
-    const HDC screen = half.dc();
-    const RECT size{0, 0, MulDiv(200, 100 * GetDeviceCaps(screen, HORZSIZE), GetDeviceCaps(screen, HORZRES)),
-                    MulDiv(200, 100 * GetDeviceCaps(screen, VERTSIZE), GetDeviceCaps(screen, VERTRES))};
-    const HDC recording = CreateEnhMetaFileW(screen, nullptr, &size, nullptr);
-    page.draw(recording, {0, 0, 200, 200});
-    const HENHMETAFILE file = CloseEnhMetaFile(recording);
-    Canvas played(200, 200);
-    const RECT all{0, 0, 200, 200};
-    PlayEnhMetaFile(played.dc(), file, &all);
-    DeleteEnhMetaFile(file);
-    EXPECT_GT(countOf(played, RGB(255, 0, 0)), reds / 2);
 }
 
 }  // namespace

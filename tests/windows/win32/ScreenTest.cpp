@@ -1,6 +1,5 @@
-// The whole training screen in native controls, at another display scale and in other colours.
+// The whole training screen in native controls, at another display scale.
 #include "screen/context/Screen.h"
-#include "windows/win32/support/BlackScheme.h"
 #include "windows/win32/support/ShownPage.h"
 
 namespace dravik::test {
@@ -44,24 +43,6 @@ TEST(WholeScreen, NothingIsCutOffAt144Dpi) {
     GetClientRect(save, &client);
     Look look(144, {});
     EXPECT_LT(look.textSize(look.font(), windowText(save)).cx, client.right);
-}
-
-TEST(WholeScreen, FollowsTheSystemsColoursWhileItIsShown) {
-    ShownScreen shown(96);
-    const HWND page = shown.page.window();
-    const auto white = [&] { return countOf(*picture(page), RGB(255, 255, 255)); };
-    {
-        const BlackScheme scheme;
-        SendMessageW(page, WM_SYSCOLORCHANGE, 0, 0);
-        EXPECT_EQ(colorAt(*picture(page), 1, 1), RGB(0, 0, 0));
-        auto label = picture(shown.view(shown.screen.font.lblFontName));
-        EXPECT_EQ(colorAt(*label, label->width() - 1, 0), RGB(0, 0, 0));
-        EXPECT_GT(countOf(*label, RGB(255, 255, 255)), 20);
-    }
-    const int before = white();
-    SendMessageW(page, WM_SYSCOLORCHANGE, 0, 0);
-    EXPECT_NE(colorAt(*picture(page), 1, 1), RGB(0, 0, 0));
-    EXPECT_NE(white(), before);
 }
 
 }  // namespace

@@ -80,8 +80,10 @@ TEST(Surroundings, NothingThatIsDrawnGetsLostUnderHighContrast) {
     scene.lines.push_back({50, 0, 50, 100, 1, rgb(0, 0, 0), true});
     chart.setScene(scene);
     ShownPage shown(column({row({item(white), item(plain), space()}), item(chart)}), 400, 300);
-    const BlackScheme scheme;
-    SendMessageW(shown.page->window(), WM_SYSCOLORCHANGE, 0, 0);
+    const HWND page = shown.page->window();
+    std::optional<BlackScheme> scheme(std::in_place);
+    SendMessageW(page, WM_SYSCOLORCHANGE, 0, 0);
+    EXPECT_EQ(colorAt(*picture(page), 1, 1), RGB(0, 0, 0));
     auto cell = shown.picture(white);
     EXPECT_EQ(colorAt(*cell, 0, 0), RGB(0, 0, 0)) << "the frame stands out from the cell";
     EXPECT_EQ(colorAt(*cell, 3, 3), RGB(255, 255, 255)) << "what a cell tells by its colour stays";
@@ -92,6 +94,9 @@ TEST(Surroundings, NothingThatIsDrawnGetsLostUnderHighContrast) {
     auto bars = picture(shown.view(chart));
     EXPECT_EQ(colorAt(*bars, bars->width() / 2, bars->height() / 2), RGB(255, 255, 255)) << "a black line";
     EXPECT_EQ(colorAt(*bars, bars->width() / 10, bars->height() / 2), RGB(255, 255, 255)) << "a black bar";
+    scheme.reset();
+    SendMessageW(page, WM_SYSCOLORCHANGE, 0, 0);
+    EXPECT_NE(colorAt(*picture(page), 1, 1), RGB(0, 0, 0));
 }
 
 }  // namespace

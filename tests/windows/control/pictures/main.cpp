@@ -6,7 +6,7 @@
 #include <filesystem>
 #include "windows/control/support/Bench.h"
 
-#include "drivers/win32/PngFile.h"
+#include "drivers/win32/ImageFile.h"
 #include "windows/win32/Gdi.h"
 
 namespace dravik::test {
@@ -20,7 +20,7 @@ void keep(HWND window, const std::filesystem::path& file) {
     HDC dc = GetDC(window);
     BitBlt(canvas.dc(), 0, 0, place.right, place.bottom, dc, 0, 0, SRCCOPY);
     ReleaseDC(window, dc);
-    writePng(file.string(), canvas);
+    writeImage(file.string(), canvas);
     std::printf("%s\n", file.filename().string().c_str());
 }
 

@@ -1,4 +1,4 @@
-#include "windows/com/support/ImageFile.h"
+#include "drivers/win32/ImageFile.h"
 
 #include "windows/com/Boundary.h"
 #include "windows/com/ComText.h"
@@ -38,6 +38,15 @@ void writeImage(const std::string& path, const GreyImage& image, const GUID& con
     for (int y = 0; y < image.height(); ++y)
         for (const std::uint8_t level : image.row(y)) bytes.insert(bytes.end(), 3, level);
     writeImage(path, container, GUID_WICPixelFormat24bppBGR, width, height, width * 3, std::move(bytes));
+}
+
+void writeImage(const std::string& path, win32::Canvas& picture) {
+    const auto width = static_cast<UINT>(picture.width());
+    std::vector<BYTE> bytes;
+    for (const std::uint32_t pixel : picture.pixels())
+        for (const int shift : {0, 8, 16}) bytes.push_back(static_cast<BYTE>(pixel >> shift & 0xFF));
+    writeImage(path, GUID_ContainerFormatPng, GUID_WICPixelFormat24bppBGR, width,
+               static_cast<UINT>(picture.height()), width * 3, std::move(bytes));
 }
 
 }  // namespace dravik::test

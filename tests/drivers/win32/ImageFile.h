@@ -1,4 +1,4 @@
-// Image files that tests write.
+// Image files, written by the system's imaging component. COM is initialized on the thread.
 #pragma once
 
 #include <wincodec.h>
@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "engine/image/GreyImage.h"
+#include "windows/win32/Gdi.h"
 
 namespace dravik::test {
 
@@ -18,5 +19,7 @@ void writeImage(const std::string& path, const GUID& container, const WICPixelFo
                 UINT height, UINT stride, std::vector<BYTE> bytes);
 // The image in colours.
 void writeImage(const std::string& path, const GreyImage& image, const GUID& container);
+// What a window shows, as a PNG file.
+void writeImage(const std::string& path, win32::Canvas& picture);
 
 }  // namespace dravik::test
