@@ -13,9 +13,9 @@ namespace {
 
 // A character that is surer than this to be one is left alone.
 constexpr float kSure = 0.9f;
-// By how much surer, as a logarithm, other pieces must be than those that were found: for each cut, join and
-// piece that is left out.
-constexpr float kCutDoubt = 1, kJoinDoubt = 1, kDirtDoubt = 4;
+// By how much surer, as a logarithm, other pieces must be than those that were found: for each cut, one at
+// the side of a stroke, join and piece that is left out.
+constexpr float kCutDoubt = 1, kSideDoubt = 1.5f, kJoinDoubt = 1, kDirtDoubt = 4;
 // What is a clear character, and the least share of them in a line: in one of fewer any pieces would look
 // like characters.
 constexpr float kClear = 0.5f, kFewestClear = 0.3f;
@@ -41,34 +41,43 @@ constexpr float kMostRoom = 0.3f, kMostWidth = 1.5f;
 struct Atom {
     Piece piece;
     std::size_t character = 0;
+    float doubt = 0;  // of the cut at its left
+};
+
+struct CutPlace {
+    float along, doubt;
 };
 
 // Where a piece may be cut: at its likeliest narrow places and, where it is as wide as several characters of
 // the line, between equal ones, since strokes that touch along their height leave no narrow place; and where
 // a stroke begins or ends.
-std::vector<float> cutPlaces(const Piece& piece, const Frame& frame, const LineScale& scale) {
+std::vector<CutPlace> cutPlaces(const Piece& piece, const Frame& frame, const LineScale& scale) {
     std::vector<std::pair<double, float>> narrow;
     for (const PossibleCut& one : possibleCuts(piece, frame, scale))
         if (const double odds = kCutLikeness(one.traits); odds > kLeastCut)
             narrow.emplace_back(-odds, one.along);
     std::sort(narrow.begin(), narrow.end());
     narrow.resize(std::min(narrow.size(), kMostCuts));
-    std::vector<float> places;
+    std::vector<CutPlace> places;
     places.reserve(narrow.size());
-    for (const auto& [odds, along] : narrow) places.push_back(along);
-    const auto add = [&](float along, float apart) {
-        if (std::none_of(places.begin(), places.end(),
-                         [&](float place) { return std::abs(place - along) < apart * scale.capHeight; }))
-            places.push_back(along);
+    for (const auto& [odds, along] : narrow) places.push_back({along, kCutDoubt});
+    const auto add = [&](const CutPlace& one, float apart) {
+        if (std::none_of(places.begin(), places.end(), [&](const CutPlace& place) {
+                return std::abs(place.along - one.along) < apart * scale.capHeight;
+            }))
+            places.push_back(one);
     };
     if (piece.box.width() > kWideForSides * scale.capHeight)
-        for (const float along : strokeSides(piece, frame, scale, kStrokeRise)) add(along, kSidesApart);
+        for (const float along : strokeSides(piece, frame, scale, kStrokeRise))
+            add({along, kSideDoubt}, kSidesApart);
     const float usual = scale.pitch > 0 ? scale.pitch : scale.usualWidth;
     const int parts = std::min(kMostEqual, static_cast<int>(std::lround(piece.box.width() / usual)));
     for (int i = 1; i < parts; ++i)
-        add(piece.box.left + piece.box.width() * static_cast<float>(i) / static_cast<float>(parts),
+        add({piece.box.left + piece.box.width() * static_cast<float>(i) / static_cast<float>(parts),
+             kCutDoubt},
             kCutsApart);
-    std::sort(places.begin(), places.end());
+    std::sort(places.begin(), places.end(),
+              [](const CutPlace& a, const CutPlace& b) { return a.along < b.along; });
     return places;
 }
 
@@ -80,15 +89,17 @@ std::vector<Atom> atomsOf(const Segmentation& found, std::size_t from, std::size
     std::vector<Atom> atoms;
     for (std::size_t i = 0; i < pieces.size(); ++i) {
         Piece rest = std::move(pieces[i]);
-        for (const float along : doubtful[i] ? cutPlaces(rest, found.frame, scale) : std::vector<float>()) {
-            auto [left, right] = cut(rest, found.frame, along);
+        float before = 0;
+        for (const CutPlace& place :
+             doubtful[i] ? cutPlaces(rest, found.frame, scale) : std::vector<CutPlace>()) {
+            auto [left, right] = cut(rest, found.frame, place.along);
             if (left.area == 0 || right.area == 0) continue;
             left.measure(found.frame);
             right.measure(found.frame);
-            atoms.push_back({std::move(left), i});
+            atoms.push_back({std::move(left), i, std::exchange(before, place.doubt)});
             rest = std::move(right);
         }
-        atoms.push_back({std::move(rest), i});
+        atoms.push_back({std::move(rest), i, before});
     }
     return atoms;
 }
@@ -117,7 +128,7 @@ std::vector<Span> spansOf(const std::vector<Atom>& atoms, const std::vector<bool
             span.piece = piece;
             span.asFound = from == to && begins && ends;
             span.doubt = kJoinDoubt * static_cast<float>(to - from) +
-                         kCutDoubt * 0.5f * (static_cast<float>(!begins) + static_cast<float>(!ends));
+                         0.5f * (atoms[first].doubt + (ends ? 0 : atoms[end].doubt));
             if (end == atoms.size()) break;
             const Atom& next = atoms[end];
             const bool another = next.character != to;

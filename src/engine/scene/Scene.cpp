@@ -16,7 +16,8 @@ namespace {
 // Log odds from which characters are taken as they are seen in the whole picture, whatever else there may be.
 constexpr double kSurelyPrint = 2.2;
 // By so much, as a logarithm, characters that fill the picture may look less whole than line by line;
-// measured on generated part images. By so much more whole they are all that there is.
+// measured on generated part images. Where the lines show less
+// than half of them, they are all that there is when they look more whole by the second.
 constexpr double kWholePicture = 1, kMuchMoreWhole = 8;
 // Most room, in heights of its lines, around print that may be all that a picture shows.
 constexpr float kBesidePrint = 6, kAbovePrint = 6.5f;
@@ -108,7 +109,7 @@ bool isAll(const GreyImage& image, const Segmentation& seen, std::span<const Tex
     return (agrees.everyLineSeen && agrees.nothingBeside && seen.likeness > kPerhapsPrint &&
             std::all_of(lines.begin(), lines.end(),
                         [](const TextLine& line) { return std::abs(line.angle) < kUpright; })) ||
-           odds() > kMuchMoreWhole;
+           (2 * byLine.characters() < seen.glyphs.size() && odds() > kMuchMoreWhole);
 }
 
 Scene wholeScene(std::shared_ptr<const GreyImage> image, Segmentation found) {
