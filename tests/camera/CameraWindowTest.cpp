@@ -30,6 +30,7 @@ struct CameraSystem : WindowSystem {
         if (full) throw Failure(RuntimeError::DiskFull);
         writePgm(file, image);
     }
+    void showTheme(Theme) override {}
     bool showGuide() override { return false; }
     void closeWindow() override {}
 

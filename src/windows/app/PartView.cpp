@@ -141,7 +141,7 @@ void PartView::showTip(trainer::ViewPoint place) {
     const int character = model_.characterAt(place);
     if (std::exchange(tipOf_, character) == character) return;
     if (character < 0)
-        toolTips_.set(window(), 1, {}, L"");
+        toolTips_.set(window(), 1, {}, {});
     else
         toolTips_.set(window(), 1, rectOf(model_.characterBox(character)), win32::wide(model_.tipAt(place)));
 }

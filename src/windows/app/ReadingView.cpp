@@ -81,7 +81,7 @@ void ReadingView::forSpans(Body&& body) {
 }
 
 void ReadingView::showToolTips() {
-    for (; shownTips_ > 0; --shownTips_) toolTips_.set(window(), shownTips_, {}, L"");
+    for (; shownTips_ > 0; --shownTips_) toolTips_.set(window(), shownTips_, {}, {});
     forSpans([this](const trainer::ReadingSpan& span, const std::wstring&, const RECT& place) {
         toolTips_.set(window(), ++shownTips_, place, win32::wide(span.tip));
     });
