@@ -7,12 +7,16 @@
 #include <QAction>
 #include <QApplication>
 #include <QLineEdit>
+#include <QListView>
+#include <QPainter>
 #include <QScrollBar>
 #include <QTableView>
 #include <QTest>
+#include <QThread>
 #include <algorithm>
 #include <chrono>
 #include <ctime>
+#include <random>
 
 #include "LargestFont.h"
 #include "engine/font/FontVersions.h"
@@ -28,7 +32,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr int kImages = 10000;
+constexpr int kImages = 10000, kPhotographs = 24;
 
 // Agrees to nothing, shows nothing of its own.
 class QuietPlatform : public QtPlatform {
@@ -69,6 +73,27 @@ struct Desk {
             QApplication::processEvents(QEventLoop::AllEvents, 5);
             quiet = trainer.isWorking() || window.model().strip.decodeTimer().enabled() ? 0 : quiet + 1;
         }
+    }
+    // Images of that width as a camera gives them, with noise; the first one comes up.
+    void openPhotographs(int wide) {
+        const fs::path images = folder.path / ("photographs" + std::to_string(wide));
+        fs::create_directory(images);
+        std::minstd_rand random;
+        for (int i = 0; i < kPhotographs; ++i) {
+            QImage image(wide, wide * 4 / 5, QImage::Format_Grayscale8);
+            for (int y = 0; y < image.height(); ++y)
+                for (uchar *at = image.scanLine(y), *end = at + wide; at != end; ++at)
+                    *at = static_cast<uchar>(120 + random() % 12);
+            QPainter painter(&image);
+            painter.setFont(QFont(QStringLiteral("DejaVu Sans Mono"), wide / 24));
+            painter.drawText(image.rect(), Qt::AlignCenter,
+                             QStringLiteral("LOT A%1\nEXP 2027-05-15").arg(7932 + i));
+            painter.end();
+            image.save(QString::fromStdString((images / (std::to_string(100 + i) + ".png")).string()));
+        }
+        const int first = trainer.parts().count();
+        window.open({images.string()});
+        trainer.parts().setCurrent(first);
     }
     template <class View>
     View& view(const char* name) {
@@ -134,6 +159,59 @@ void leaf(benchmark::State& state) {
 void leafFast(benchmark::State& state) {
     measure(
         state, 16, [](Desk& at) { at.action("next").trigger(); }, false);
+}
+
+// Notes when the part's view has drawn another image than it had.
+class DrawnImage : public QObject {
+  public:
+    explicit DrawnImage(Desk& at) : at_(at), view_(at.view<QAbstractScrollArea>("partView")) {
+        view_.viewport()->installEventFilter(this);
+        before_ = at_.window.model().view.image();
+    }
+    bool isDrawn() const { return drawn_; }
+
+  private:
+    bool eventFilter(QObject*, QEvent* event) override {
+        if (event->type() != QEvent::Paint) return false;
+        const engine::GreyImage* now = at_.window.model().view.image();
+        if (now && now != before_ && !at_.trainer.parts().isDecoding()) drawn_ = true;
+        return false;
+    }
+
+    Desk& at_;
+    QAbstractScrollArea& view_;
+    const engine::GreyImage* before_ = nullptr;
+    bool drawn_ = false;
+};
+
+// From a key in the strip until the image is drawn, which waits for its decoding; images are so wide, 0 for
+// those shipped.
+void stepToDrawn(benchmark::State& state) {
+    Desk& at = desk();
+    const int wide = static_cast<int>(state.range(0));
+    if (wide > 0) at.openPhotographs(wide);
+    auto& strip = at.view<QListView>("thumbnails");
+    double longest = 0, longestCpu = 0;
+    for (auto _ : state) {
+        strip.setFocus();
+        at.settle();
+        QThread::msleep(150);  // no one steps faster than that and looks
+        at.settle();
+        const DrawnImage image(at);
+        const double cpu = threadSeconds();
+        const auto start = std::chrono::steady_clock::now();
+        QTest::keyClick(&strip, Qt::Key_Right);
+        while (!image.isDrawn()) QApplication::processEvents(QEventLoop::AllEvents, 1);
+        QApplication::processEvents();
+        const std::chrono::duration<double> held = std::chrono::steady_clock::now() - start;
+        state.SetIterationTime(held.count());
+        longest = std::max(longest, held.count() * 1000);
+        longestCpu = std::max(longestCpu, (threadSeconds() - cpu) * 1000);
+    }
+    at.settle();
+    state.counters["longest_ms"] = longest;
+    state.counters["longest_cpu_ms"] = longestCpu;
+    state.counters["bound_ms"] = 20;
 }
 void zoom(benchmark::State& state) {
     int count = 0;
@@ -216,6 +294,14 @@ void undoDeletion(benchmark::State& state) {
 BENCHMARK(openFolderAgain)->UseManualTime()->Iterations(3)->Unit(benchmark::kMillisecond);
 BENCHMARK(leaf)->UseManualTime()->Iterations(60)->Unit(benchmark::kMillisecond);
 BENCHMARK(leafFast)->UseManualTime()->Iterations(200)->Unit(benchmark::kMillisecond);
+BENCHMARK(stepToDrawn)
+    ->Arg(0)
+    ->Arg(640)
+    ->Arg(1280)
+    ->Arg(2448)
+    ->UseManualTime()
+    ->Iterations(kPhotographs - 1)
+    ->Unit(benchmark::kMillisecond);
 BENCHMARK(zoom)->UseManualTime()->Iterations(60)->Unit(benchmark::kMillisecond);
 BENCHMARK(scrollStrip)->UseManualTime()->Iterations(60)->Unit(benchmark::kMillisecond);
 BENCHMARK(type)->UseManualTime()->Iterations(60)->Unit(benchmark::kMillisecond);

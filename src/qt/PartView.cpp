@@ -53,7 +53,7 @@ PartView::PartView(trainer::PartViewModel& model, QWidget* parent)
 }
 
 void PartView::showImage() {
-    image_ = model_.image() ? toQImage(*model_.image()) : QImage();
+    image_ = {};
     shrunk_ = {};
 }
 
@@ -72,7 +72,7 @@ void PartView::scrollContentsBy(int, int) {
 void PartView::paintEvent(QPaintEvent*) {
     QPainter painter(viewport());
     painter.fillRect(viewport()->rect(), palette().color(QPalette::Window).darker(108));
-    if (image_.isNull()) {
+    if (!model_.image()) {
         painter.setPen(palette().color(QPalette::WindowText));
         QFont font = this->font();
         font.setPointSizeF(font.pointSizeF() * 1.15);
@@ -92,13 +92,13 @@ void PartView::paintImage(QPainter& painter) {
     if (scale * ratio < 1 && target.width() * target.height() * ratio * ratio <= kMostKeptPixels) {
         if (shrunk_.isNull() || shrunkScale_ != scale) {
             const QSize size = (target.size() * ratio).toSize().expandedTo(QSize(1, 1));
-            shrunk_ =
-                QPixmap::fromImage(image_.scaled(size, Qt::IgnoreAspectRatio, Qt::SmoothTransformation));
+            shrunk_ = QPixmap::fromImage(shrunk(*model_.image(), size));
             shrunkScale_ = scale;
         }
         painter.drawPixmap(target, shrunk_, QRectF(shrunk_.rect()));
         return;
     }
+    if (image_.isNull()) image_ = toQImage(*model_.image());
     // Only what is in view, in whole image pixels.
     const QRectF seen = target & QRectF(viewport()->rect());
     if (seen.isEmpty()) return;

@@ -6,6 +6,7 @@
 #include <algorithm>
 
 #include "base/Failure.h"
+#include "engine/image/Thumbnail.h"
 #include "qt/QtConversions.h"
 
 namespace dravik::qt {
@@ -85,6 +86,13 @@ QImage toQImage(const engine::GreyImage& image) {
     QImage result(image.width(), image.height(), QImage::Format_Grayscale8);
     for (int y = 0; y < image.height(); ++y) std::ranges::copy(image.row(y), result.scanLine(y));
     return result;
+}
+
+// Whole pixels are averaged first, many times as fast as Qt does all of it.
+QImage shrunk(const engine::GreyImage& image, QSize size) {
+    const int factor = std::min(image.width() / size.width(), image.height() / size.height());
+    return (factor > 1 ? toQImage(engine::reduced(image, factor)) : toQImage(image))
+        .scaled(size, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
 }
 
 }  // namespace dravik::qt

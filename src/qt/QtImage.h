@@ -15,5 +15,7 @@ engine::GreyImage decodeImageFile(const std::string& path);
 
 // A copy for drawing.
 QImage toQImage(const engine::GreyImage& image);
+// One of that size in pixels, which is smaller.
+QImage shrunk(const engine::GreyImage& image, QSize size);
 
 }  // namespace dravik::qt

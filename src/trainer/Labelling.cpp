@@ -283,22 +283,30 @@ void Labelling::includeEnded() {
     isOwn_ = true;
     keepLabels();
     const std::string said = "Included " + around_.parts.name(around_.parts.current()) + ": " + text;
-    const bool goesOn = isUnasked_ || advance();
-    around_.acts.say(goesOn ? said : said + " \u2013 every image is included");
+    const Left left = isUnasked_ ? Left::Several : advance();
+    around_.acts.say(left == Left::None  ? said + " \u2013 every image is included"
+                     : left == Left::One ? said + " \u2013 this is the last image that is not included"
+                                         : said);
     statesChanged();
 }
 
-// The next image that is to be included, from the start again behind the last one.
-bool Labelling::advance() {
+// To the next image that is to be included, from the start again behind the last one.
+Labelling::Left Labelling::advance() {
     OpenedParts& parts = around_.parts;
+    int next = -1;
     for (int step = 1; step < parts.count(); ++step) {
         const int index = (parts.current() + step) % parts.count();
         const PartState state = this->state(parts.path(index));
         if (state == PartState::Included || state == PartState::Failed) continue;
-        parts.setCurrent(index);
-        return true;
+        if (next >= 0) {
+            parts.setCurrent(next);
+            return Left::Several;
+        }
+        next = index;
     }
-    return false;
+    if (next < 0) return Left::None;
+    parts.setCurrent(next);
+    return Left::One;
 }
 
 std::size_t Labelling::openLabels(const std::string& list) {

@@ -109,7 +109,8 @@ class Labelling {
     bool isContradicted();
     std::vector<Contradiction> contradictions() const;
     void includeEnded();
-    bool advance();
+    enum class Left { None, One, Several };  // images that are not included, the one that comes up among them
+    Left advance();
 
     void keepLabels();
     void labelsKept();

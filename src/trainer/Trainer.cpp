@@ -8,7 +8,7 @@
 #include "engine/scene/Scene.h"
 #include "tool/CaseRule.h"
 #include "tool/IncludeRules.h"
-#include "trainer/NewestWork.h"
+#include "trainer/NearImages.h"
 #include "trainer/ScreenPlatform.h"
 
 namespace dravik::trainer {
@@ -43,7 +43,7 @@ struct Trainer::Parts {
     // The text as Include hands it to the tool.
     std::string textToInclude() {
         const auto& typing = control.screen().sample;
-        const auto text = tool::textToInclude(typing.txtSampleInput.text());
+        auto text = tool::textToInclude(typing.txtSampleInput.text());
         if (!typing.chkCase.checked() || text.empty()) return text;
         return tool::inCase(text, tool::fontCase(*tool));
     }
@@ -143,10 +143,19 @@ struct Trainer::Parts {
     void decode() {
         stopped = false;
         tool->shareImage(std::make_shared<engine::GreyImage>());
-        start(Doing::Decoding, [this, decoder = opened.decoder(),
-                                path = opened.path(opened.current())](const std::stop_token&) {
-            return [this, decoded = OpenedParts::decode(decoder, path)] { opened.setDecoded(decoded); };
-        });
+        goNear();
+        start(Doing::Decoding,
+              [this, decode = nearby.decoding(opened.path(opened.current()))](const std::stop_token&) {
+                  return [this, decoded = decode()] { opened.setDecoded(decoded); };
+              });
+    }
+
+    void goNear() {
+        const int current = opened.current();
+        std::vector<std::string> paths;
+        for (const int index : {current, current + 1, current - 1})
+            if (current >= 0 && index >= 0 && index < opened.count()) paths.push_back(opened.path(index));
+        nearby.goTo(std::move(paths));
     }
 
     // The current image is decoded, or there is none.
@@ -157,6 +166,7 @@ struct Trainer::Parts {
         settings = adjustments->settings();
         const auto image = opened.sharedImage();
         if (image->empty()) return tool->shareImage(image);
+        nearby.decodeAll();
         start(Doing::Finding, [this, image, settings = settings,
                                path = opened.path(opened.current())](const std::stop_token& stop) {
             const auto seen = std::make_shared<engine::Scene>(engine::findScene(image, settings, stop));
@@ -253,6 +263,7 @@ struct Trainer::Parts {
     std::string checkText;
     ui::Timer checkTimer{"tmrCheck", 100};
 
+    NearImages nearby{opened.decoder()};
     NewestWork work;
     Doing doing = Doing::Nothing;
     bool delivering = false;
@@ -338,6 +349,10 @@ Trainer::Trainer(ui::Platform& platform, const JobFolder& folder, ImageDecoder d
         parts.holdInclude();
         refreshPreview();
         refreshReading();
+    }));
+    connections.push_back(parts.opened.listChanged.connect([&parts] {
+        parts.goNear();
+        if (!parts.opened.isDecoding()) parts.nearby.decodeAll();
     }));
     connections.push_back(parts.adjustments->settingsChanged.connect(refreshFont));
     connections.push_back(parts.adjustments->charactersChanged.connect([=] {
@@ -444,7 +459,10 @@ void Trainer::stopWorking() {
 }
 
 void Trainer::lookAgain() {
-    if (parts_->opened.current() >= 0) parts_->opened.setCurrent(parts_->opened.current());
+    OpenedParts& opened = parts_->opened;
+    if (opened.current() < 0) return;
+    parts_->nearby.forget(opened.path(opened.current()));
+    opened.setCurrent(opened.current());
 }
 
 const std::vector<LabelledCharacter>& Trainer::preview() const noexcept {

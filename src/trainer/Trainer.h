@@ -38,9 +38,9 @@ struct Reading {
 // Characters read with less confidence than this are marked as weak.
 constexpr double kWeakConfidence = 0.6;
 
-// For which a window may wait for the work on an image: less than a frame, in which small images come up as
+// For which a window may wait for the work on an image: part of a frame, in which small images come up as
 // one change.
-constexpr std::chrono::milliseconds kPatience{10};
+constexpr std::chrono::milliseconds kPatience{6};
 
 class Trainer {
   public:

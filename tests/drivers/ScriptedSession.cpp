@@ -235,7 +235,7 @@ void ScriptedSession::inspect() {
     picture("character-histogram");
     if (guide) {
         // The bar with the sample that has the wrong label.
-        driver_.goToLastBar("chart");
+        driver_.pressLeft("chart");
         driver_.openMenu("mnuHistogram", "chart", "", [this] { picture("histogram-menu"); });
     }
     driver_.closeForms();
@@ -270,7 +270,9 @@ void ScriptedSession::showImageTools() {
     driver_.trigger("clearRegion");
     driver_.trigger("regionForImage");
     driver_.type("txtSampleInput", readings_.back().text);
-    for (const char* action : {"addCharacter", "removeCharacter", "joinCharacters"}) driver_.trigger(action);
+    for (const char* action : {"addCharacter", "removeCharacter"}) driver_.trigger(action);
+    driver_.pressLeft("partView");
+    driver_.trigger("joinCharacters");
     require(trainer_.preview().size() + 1 == found.size() && trainer_.mismatch() == 0,
             "the characters were not corrected");
     picture("correct-characters");

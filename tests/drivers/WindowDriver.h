@@ -42,8 +42,8 @@ class WindowDriver {
     virtual std::string caption(const std::string& name) const = 0;
     // The screen's status line.
     virtual std::string message() const = 0;
-    // Gives a chart the focus and goes to its last bar by key.
-    virtual void goToLastBar(const std::string& chart) = 0;
+    // Gives a view the focus and goes to the bar or the character before by key, at first to the last one.
+    virtual void pressLeft(const std::string& view) = 0;
 
     // The next form of that name that comes up modally, the next message box, or the menu that the menu key
     // opens on a control, is worked by the step. A box is closed behind it; of a menu the item whose caption

@@ -51,8 +51,10 @@ TEST_F(LabellingTest, NoImageIsIncludedWithTheTextOfAnother) {
     enter();
     EXPECT_EQ(current(), 1) << "it goes on by itself";
     EXPECT_THAT(window->noticeText(), HasSubstr("Included 1234.pgm: 1234"));
+    EXPECT_THAT(window->noticeText(), Not(HasSubstr("last image")));
     EXPECT_EQ(message(), "4 samples included.") << "not the count of a text that nobody has typed";
     enter();
+    EXPECT_THAT(window->noticeText(), HasSubstr("Included 5678.pgm: 5678 \u2013 this is the last image"));
     window->actions.previous.trigger();
     EXPECT_EQ(text(), "5678") << "what it was included with";
     type("7777");

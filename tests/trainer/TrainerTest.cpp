@@ -1,6 +1,7 @@
 #include "trainer/Trainer.h"
 
 #include <algorithm>
+#include <array>
 #include <atomic>
 #include <random>
 #include <thread>
@@ -163,6 +164,7 @@ TEST_F(TrainerTest, AnImageThatTakesLongHoldsIncludeAloneAndCanBeStopped) {
     EXPECT_TRUE(include.enabled());
 
     goesOn = false;
+    workspace.draw("slow.pgm", "6789");  // what was decoded of it before counts no more
     patient.parts().previous();
     patient.stopWorking();
     EXPECT_EQ(patient.previewText(), "Stopped before the image was decoded");
@@ -170,7 +172,7 @@ TEST_F(TrainerTest, AnImageThatTakesLongHoldsIncludeAloneAndCanBeStopped) {
     goesOn = true;
     patient.lookAgain();
     finish();
-    EXPECT_EQ(patient.previewText(), "2 characters found, text proposed");
+    EXPECT_EQ(patient.previewText(), "4 characters found, text proposed");
 
     GreyImage noise(1024, 1024);
     std::minstd_rand random(1);
@@ -187,6 +189,35 @@ TEST_F(TrainerTest, AnImageThatTakesLongHoldsIncludeAloneAndCanBeStopped) {
     patient.parts().setCurrent(1);
     finish();
     EXPECT_TRUE(include.enabled());
+}
+
+TEST_F(TrainerTest, NeighboursAreDecodedBeforeTheyAreChosenAndStayWhileTheyAreNear) {
+    std::array<std::atomic<int>, 4> decodings{};
+    Trainer counting(
+        platform, JobFolder(workspace.jobs()),
+        [&decodings](const std::string& path) {
+            ++decodings[static_cast<std::size_t>(path[path.size() - 5] - '0')];
+            return readPgm(path);
+        },
+        false);
+    const auto comes = [](const std::atomic<int>& count) {
+        for (int waited = 0; count == 0 && waited < 10000; ++waited)
+            std::this_thread::sleep_for(std::chrono::milliseconds(1));
+        return count > 0;
+    };
+    for (const char* one : {"0", "1", "2", "3"})
+        counting.parts().open({workspace.draw(one + std::string(".pgm"), "12")});
+    EXPECT_TRUE(comes(decodings[1]));
+    EXPECT_EQ(decodings[2], 0);
+    counting.parts().next();
+    EXPECT_TRUE(comes(decodings[2]));
+    counting.parts().previous();
+    EXPECT_EQ(decodings[0], 1);
+    counting.lookAgain();
+    EXPECT_EQ(decodings[0], 2);
+    counting.parts().setCurrent(3);
+    counting.parts().setCurrent(0);
+    EXPECT_EQ(decodings[0], 3) << "far away meanwhile";
 }
 
 TEST_F(TrainerTest, LabelsFollowTheCaseOfTheFontWhenItIsMaintained) {

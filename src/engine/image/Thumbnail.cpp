@@ -2,6 +2,9 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstdint>
+#include <functional>
+#include <numeric>
 #include <vector>
 
 namespace dravik::engine {
@@ -58,6 +61,26 @@ GreyImage thumbnailOf(const GreyImage& image, int side) {
         const auto target = result.row(y);
         for (std::size_t x = 0; x < sums.size(); ++x)
             target[x] = static_cast<std::uint8_t>(std::clamp(std::lround(sums[x]), 0L, 255L));
+    }
+    return result;
+}
+
+GreyImage reduced(const GreyImage& image, int factor) {
+    const int width = (image.width() + factor - 1) / factor, height = (image.height() + factor - 1) / factor;
+    GreyImage result(width, height);
+    std::vector<std::uint32_t> sums;
+    for (int y = 0; y < height; ++y) {
+        const int bottom = std::min((y + 1) * factor, image.height());
+        sums.assign(static_cast<std::size_t>(image.width()), 0);
+        for (int from = y * factor; from < bottom; ++from)
+            std::transform(sums.begin(), sums.end(), image.row(from).begin(), sums.begin(), std::plus<>());
+        const auto rows = static_cast<std::uint32_t>(bottom - y * factor);
+        for (int x = 0; x < width; ++x) {
+            const auto first = sums.begin() + std::ptrdiff_t{x} * factor;
+            const auto end = sums.begin() + std::min((x + 1) * factor, image.width());
+            const auto count = static_cast<std::uint32_t>(end - first) * rows;
+            result(x, y) = static_cast<std::uint8_t>((std::accumulate(first, end, count / 2)) / count);
+        }
     }
     return result;
 }

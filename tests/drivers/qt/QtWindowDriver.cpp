@@ -79,10 +79,10 @@ std::string QtWindowDriver::caption(const std::string& name) const {
     return qt::utf8(find<QLabel>(name).text());
 }
 
-void QtWindowDriver::goToLastBar(const std::string& chart) {
-    auto& view = find<QWidget>(chart);
-    view.setFocus();
-    pressKey(view, Qt::Key_Left);
+void QtWindowDriver::pressLeft(const std::string& view) {
+    auto& found = find<QWidget>(view);
+    found.setFocus();
+    pressKey(found, Qt::Key_Left);
 }
 
 void QtWindowDriver::expectForm(const std::string& form, Step step) {

@@ -75,9 +75,9 @@ std::string Win32WindowDriver::message() const {
     return win32::utf8(statusText(find("sbr")));
 }
 
-void Win32WindowDriver::goToLastBar(const std::string& chart) {
-    SetFocus(find(chart));
-    pressKey(find(chart), VK_LEFT);
+void Win32WindowDriver::pressLeft(const std::string& view) {
+    SetFocus(find(view));
+    pressKey(find(view), VK_LEFT);
 }
 
 void Win32WindowDriver::expectForm(const std::string& form, Step step) {

@@ -22,7 +22,7 @@ class Win32WindowDriver final : public WindowDriver {
     void type(const std::string& name, const std::string& text) override;
     std::string caption(const std::string& name) const override;
     std::string message() const override;
-    void goToLastBar(const std::string& chart) override;
+    void pressLeft(const std::string& view) override;
     void expectForm(const std::string& form, Step step) override;
     void expectBox(Step step) override;
     void openMenu(const std::string& menu, const std::string& at, const std::string& item,
