@@ -13,7 +13,7 @@ namespace {
 
 // A character that is surer than this to be one is left alone.
 constexpr float kSure = 0.9f;
-// The following numbers were measured with `tools/bench.sh evaluate count` on develop and develop2.
+// The following numbers were judged by `tools/bench.sh evaluate count` on develop and develop2.
 // By how much surer, as a logarithm, other pieces must be than those that were found: for each cut, one at
 // the side of a stroke, join and piece that is left out.
 constexpr float kCutDoubt = 1, kSideDoubt = 1.5f, kJoinDoubt = 1, kDirtDoubt = 4;
