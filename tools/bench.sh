@@ -16,7 +16,12 @@ faces=(fonts-dejavu-core fonts-liberation fonts-hack fonts-inconsolata fonts-rob
     fonts-mononoki fonts-agave fonts-monoid fonts-fantasque-sans fonts-league-mono fonts-crosextra-carlito fonts-adf-universalis
     fonts-adf-gillius fonts-adf-verana fonts-sil-andika fonts-spleen xfonts-terminus fonts-roboto-slab fonts-tuffy fonts-jura
     xfonts-75dpi fonts-nanum fonts-tlwg-loma-ttf fonts-tlwg-typist-ttf fonts-sawarabi-gothic fonts-baekmuk fonts-motoya-l-cedar
-    fonts-smc-manjari fonts-sil-padauk xfonts-jmk)
+    fonts-smc-manjari fonts-sil-padauk xfonts-jmk
+    fonts-adf-libris fonts-allerta fonts-ipafont-gothic fonts-wqy-zenhei fonts-tlwg-garuda-ttf fonts-tlwg-umpush-ttf fonts-naver-d2coding
+    fonts-opendyslexic fonts-hosny-thabit fonts-rocknroll fonts-smc-uroob fonts-woowa-bm fonts-engadget fonts-tlwg-laksaman-ttf
+    fonts-horai-umefont fonts-linex xfonts-shinonome xfonts-mplus xfonts-cronyx-misc xfonts-kaname fonts-arundina
+    fonts-wqy-microhei fonts-unfonts-core fonts-lexi-gulim fonts-sil-mondulkiri fonts-smc-gayathri fonts-klee fonts-konatu
+    fonts-tlwg-sawasdee-ttf fonts-sil-harmattan xfonts-efont-unicode xfonts-intl-european xfonts-kapl xfonts-a12k12)
 if [ "${1:-}" = windows ]; then
     install_packages "${windows_packages[@]}"
     cmake --preset windows-bench >/dev/null

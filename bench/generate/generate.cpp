@@ -1,8 +1,8 @@
 // Makes labelled part images: lines to find and read, and sheets of all characters to learn a font from, in
 // faces and under conditions that differ between the sets: the engine's weights are fitted on `learn`, its
-// rules are made with `develop`, and `held`, `fresh` and `unseen` are only for the last word.
+// rules are made with `develop` and `develop2`, and the others are only for the last word.
 //
-//     dravik_generate develop|held|fresh|unseen|learn usual|extreme|scenes FOLDER
+//     dravik_generate develop|develop2|held|fresh|unseen|unseen2|learn usual|extreme|scenes FOLDER
 //     [LINES_PER_FACE [CHARSETS_PER_FACE]]
 //
 // `usual` and `extreme` say under what conditions the lines are seen, `scenes` has them on parts beside other
@@ -189,6 +189,50 @@ const std::vector<Face> kUnseen = {
     {"dotneep11", "neep-alt-iso8859-1-05x11.pcf.gz"},
 };
 
+// What the rules of finding are made with beside `develop`, to which they had been fitted.
+const std::vector<Face> kDevelop2 = {
+    {"libris", "LibrisADFStd-Bold.otf"},
+    {"allerta", "allerta_medium.otf"},
+    {"ipag", "ipagp.ttf"},
+    {"zenhei", "wqy-zenhei.ttc"},
+    {"garuda", "Garuda.ttf"},
+    {"umpush", "Umpush-Light.ttf"},
+    {"d2coding", "D2Coding-Ver1.3.2-20180524-all.ttc"},
+    {"dyslexic", "OpenDyslexicMono-Regular.otf"},
+    {"thabit", "Thabit.ttf"},
+    {"rocknroll", "RocknRollOne-Regular.ttf"},
+    {"uroob", "Uroob-Regular.ttf"},
+    {"hanna", "BMHANNA_11yrs_ttf.ttf"},
+    {"engadget", "Engadget.ttf"},
+    {"laksaman", "Laksaman.ttf"},
+    {"ume", "ume-pgo4.ttf"},
+    {"jara", "Jara.ttf"},
+    {"dotshin7x14", "shnm7x14a.pcf.gz"},
+    {"dotmplus12", "mplus_f12r.pcf.gz"},
+    {"dotkaname", "kaname-latin1.pcf.gz"},
+    {"dotkoi8x13", "koi8x13_c.pcf.gz"},
+    {"dotkoi10x16b", "koi10x16b_c.pcf.gz"},
+};
+
+// For the last word on what was made with `develop2`.
+const std::vector<Face> kUnseen2 = {
+    {"arundina", "ArundinaSansMono.ttf"},
+    {"microhei", "wqy-microhei.ttc"},
+    {"ungraphicb", "UnGraphicBold.ttf"},
+    {"gulim", "LexiGulim.ttf"},
+    {"mondulkiri", "Mondulkiri-R.ttf"},
+    {"gayathri", "Gayathri-Regular.otf"},
+    {"dohyeon", "BMDOHYEON_ttf.ttf"},
+    {"klee", "KleeOne-SemiBold.ttf"},
+    {"konatu", "Konatu.ttf"},
+    {"sawasdeeb", "Sawasdee-Bold.ttf"},
+    {"harmattan", "Harmattan-Regular.ttf"},
+    {"dotefont14", "b14.pcf.gz"},
+    {"dotetl16", "lt1-16-etl.pcf.gz"},
+    {"dotkapl11", "Kaplscreen-11.pcf.gz"},
+    {"dota12", "a12.pcf.gz"},
+};
+
 std::unique_ptr<Typeface> opened(const Face& face) {
     const std::string file = face.file;
     if (file.empty()) return smallDotFace();
@@ -251,10 +295,9 @@ struct Set {
     std::uint32_t seed;
     bool unusual = false;  // whether some images have single characters or whole pages
 };
-const std::vector<Set> kSets = {{"develop", kDevelop, 100'003u},
-                                {"held", kHeld, 900'001u},
-                                {"fresh", kFresh, 1'300'021u},
-                                {"unseen", kUnseen, 2'100'049u},
+const std::vector<Set> kSets = {{"develop", kDevelop, 100'003u},     {"held", kHeld, 900'001u},
+                                {"fresh", kFresh, 1'300'021u},       {"unseen", kUnseen, 2'100'049u},
+                                {"develop2", kDevelop2, 3'300'071u}, {"unseen2", kUnseen2, 4'700'021u},
                                 {"learn", kLearn, 500'009u, true}};
 
 struct Seeing {
@@ -306,10 +349,10 @@ int main(int argc, char** argv) {
     const auto seeing = std::find_if(dravik::kSeeing.begin(), dravik::kSeeing.end(),
                                      [&](const dravik::Seeing& one) { return conditions == one.name; });
     if (set == dravik::kSets.end() || seeing == dravik::kSeeing.end()) {
-        std::fprintf(stderr,
-                     "usage: dravik_generate develop|held|fresh|unseen|learn usual|extreme|scenes FOLDER "
-                     "[LINES_PER_FACE "
-                     "[CHARSETS_PER_FACE]]\n");
+        std::fprintf(
+            stderr,
+            "usage: dravik_generate develop|develop2|held|fresh|unseen|unseen2|learn usual|extreme|scenes "
+            "FOLDER [LINES_PER_FACE [CHARSETS_PER_FACE]]\n");
         return 2;
     }
     try {

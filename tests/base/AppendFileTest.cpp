@@ -1,11 +1,8 @@
 // Records that are appended one by one: what was torn goes, what is there stays.
 #include "base/AppendFile.h"
 
-#include <gtest/gtest.h>
-
 #include "base/AtomicFile.h"
-#include "support/Refused.h"
-#include "support/TemporaryFolder.h"
+#include "support/Testing.h"
 
 namespace dravik {
 namespace {

@@ -1,15 +1,9 @@
 #include "base/Conversions.h"
 
-#include <gtest/gtest.h>
-
-#include <cmath>
-#include <limits>
-
-#include "base/Failure.h"
 #include "base/NumberFormat.h"
 #include "base/Text.h"
 #include "base/Utf.h"
-#include "support/Refused.h"
+#include "support/Testing.h"
 
 namespace dravik {
 
@@ -18,11 +12,9 @@ namespace {
 using test::refusal;
 
 TEST(Conversions, IntegersRoundHalvesToEvenAndOverflow) {
-    EXPECT_EQ(toInt16(0.5), 0);
-    EXPECT_EQ(toInt16(1.5), 2);
-    EXPECT_EQ(toInt16(127.5), 128);
-    EXPECT_EQ(toInt16(-2.5), -2);
-    EXPECT_EQ(toInt16(32767.4), 32767);
+    for (const auto& [number, integer] :
+         {std::pair(0.5, 0), {1.5, 2}, {127.5, 128}, {-2.5, -2}, {32767.4, 32767}})
+        EXPECT_EQ(toInt16(number), integer) << number;
     EXPECT_EQ(refusal([] { toInt16(32767.5); }), 6);
     EXPECT_EQ(refusal([] { toInt16(-32769); }), 6);
     EXPECT_EQ(refusal([] { toInt32(std::nan("")); }), 6);
@@ -31,17 +23,16 @@ TEST(Conversions, IntegersRoundHalvesToEvenAndOverflow) {
 }
 
 TEST(Conversions, LeadingNumberReadsWhatItCan) {
-    EXPECT_EQ(leadingNumber("1 minute"), 1);
-    EXPECT_EQ(leadingNumber("  10 sec"), 10);
-    EXPECT_EQ(leadingNumber("-1.#IND"), -1);
-    EXPECT_EQ(leadingNumber("2.5e2x"), 250);
-    EXPECT_EQ(leadingNumber("3e"), 3);
-    EXPECT_EQ(leadingNumber("sec"), 0);
-    EXPECT_EQ(leadingNumber(""), 0);
+    for (const auto& [text, number] : {std::pair("1 minute", 1),
+                                       {"  10 sec", 10},
+                                       {"-1.#IND", -1},
+                                       {"2.5e2x", 250},
+                                       {"3e", 3},
+                                       {"sec", 0},
+                                       {"", 0}})
+        EXPECT_EQ(leadingNumber(text), number) << text;
     EXPECT_TRUE(isNumeric(" 3.5 "));
-    EXPECT_FALSE(isNumeric("3.5x"));
-    EXPECT_FALSE(isNumeric(""));
-    EXPECT_FALSE(isNumeric("-"));
+    for (const char* text : {"3.5x", "", "-"}) EXPECT_FALSE(isNumeric(text)) << text;
 }
 
 TEST(Conversions, NumbersWithoutAValueHaveTheirClassicTexts) {

@@ -1,11 +1,8 @@
 // One holder at a time, by object, named to those who come too late.
 #include "base/FileLock.h"
 
-#include <gtest/gtest.h>
-
 #include "base/FileSystem.h"
-#include "support/Refused.h"
-#include "support/TemporaryFolder.h"
+#include "support/Testing.h"
 
 namespace dravik {
 namespace {

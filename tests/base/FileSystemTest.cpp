@@ -1,12 +1,8 @@
 // Names and folders as the platform has them, on Linux and on Windows alike.
 #include "base/FileSystem.h"
 
-#include <gtest/gtest.h>
-
-#include <algorithm>
-
 #include "base/AtomicFile.h"
-#include "support/TemporaryFolder.h"
+#include "support/Testing.h"
 
 namespace dravik {
 

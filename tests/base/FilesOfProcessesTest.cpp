@@ -1,5 +1,4 @@
 // Locks and records of processes that are killed, fight for the same file, or meet a full disk.
-#include <gtest/gtest.h>
 #include <signal.h>
 #include <sys/mman.h>
 #include <sys/resource.h>
@@ -11,8 +10,7 @@
 #include "base/AtomicFile.h"
 #include "base/FileLock.h"
 #include "support/FullDisk.h"
-#include "support/Refused.h"
-#include "support/TemporaryFolder.h"
+#include "support/Testing.h"
 
 namespace dravik {
 namespace {

@@ -1,10 +1,6 @@
 #include "camera/aravis/AravisCamera.h"
 
-#include <gtest/gtest.h>
 #include <unistd.h>
-
-#include <algorithm>
-#include <string>
 
 #include "camera/support/FakeCamera.h"
 

@@ -1,13 +1,8 @@
 // A camera as the operator has it in the window: found, live, adjusted, frozen, lost and back.
-#include <gmock/gmock.h>
 
-#include <filesystem>
-
-#include "base/Paths.h"
 #include "camera/Cameras.h"
 #include "camera/support/FakeCamera.h"
 #include "screen/support/ScriptedPlatform.h"
-#include "support/TemporaryFolder.h"
 #include "trainer/support/PgmFile.h"
 #include "trainer/window/TrainerWindow.h"
 
@@ -15,8 +10,6 @@ namespace dravik::test {
 namespace {
 
 using namespace trainer;
-using testing::HasSubstr;
-using testing::StartsWith;
 
 struct CameraSystem : WindowSystem {
     std::vector<std::string> choosePaths(const FileQuestion&) override { return {}; }

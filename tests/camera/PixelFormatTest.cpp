@@ -1,10 +1,6 @@
 #include "camera/PixelFormat.h"
 
-#include <gtest/gtest.h>
-
-#include <vector>
-
-#include "support/Refused.h"
+#include "support/Testing.h"
 
 namespace dravik::test {
 namespace {

@@ -8,15 +8,7 @@
 //     INSTANTIATE_TYPED_TEST_SUITE_P(Name, FontToolContract, Bench);
 #pragma once
 
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
-
-#include <chrono>
-#include <string>
-#include <thread>
-#include <vector>
-
-#include "base/Failure.h"
+#include "support/Testing.h"
 #include "tool/FontTool.h"
 #include "tool/Samples.h"
 
@@ -179,16 +171,17 @@ TYPED_TEST_P(FontToolContract, TablesStayAsTheyWere) {
     this->tool().CreateFont("F");
     this->commit("ABC");
     const RecordTablePtr before = this->tool().GetSampleData(kAllCommitted, kSampleFields);
-    std::vector<double> cells;
-    for (int row = 1; row <= 3; ++row)
-        for (int column = 0; column <= 53; ++column) cells.push_back(before->number(row, column));
+    const auto cells = [&] {
+        std::vector<double> numbers;
+        for (int cell = 0; cell < 3 * 54; ++cell) numbers.push_back(before->number(1 + cell / 54, cell % 54));
+        return numbers;
+    };
+    const auto atFirst = cells();
     this->tool().DeleteSample(300000);
     this->commit("0123456789");
     this->train();
     this->tool().CreateFont("Other");
-    std::size_t at = 0;
-    for (int row = 1; row <= 3; ++row)
-        for (int column = 0; column <= 53; ++column) EXPECT_EQ(before->number(row, column), cells[at++]);
+    EXPECT_EQ(cells(), atFirst);
     EXPECT_THAT(before->codes(), testing::ElementsAre('A', 'B', 'C'));
 }
 

@@ -2,19 +2,14 @@
 // whole.
 #include "base/AtomicFile.h"
 
-#include <gtest/gtest.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
-#include <fstream>
-
-#include "base/Failure.h"
 #include "base/OutputFile.h"
 #include "support/FullDisk.h"
-#include "support/Refused.h"
-#include "support/TemporaryFolder.h"
+#include "support/Testing.h"
 
 namespace dravik {
 

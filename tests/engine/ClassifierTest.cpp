@@ -1,21 +1,18 @@
 // Features, Distances, training and its worker.
-#include <gtest/gtest.h>
 
-#include <cmath>
 #include <condition_variable>
 #include <mutex>
 
-#include "base/Failure.h"
 #include "contract/DrawnText.h"
 #include "engine/classifier/DistanceMeasure.h"
 #include "engine/classifier/Network.h"
 #include "engine/classifier/Reading.h"
 #include "engine/embedded/TrainingWorker.h"
 #include "engine/font/SampleStore.h"
+#include "support/Testing.h"
 
 namespace dravik {
 
-using namespace engine;
 using namespace tool;
 namespace {
 

@@ -1,16 +1,10 @@
 #include "engine/classifier/Confidence.h"
 
-#include <gtest/gtest.h>
-
-#include <limits>
-
 #include "contract/DrawnText.h"
 #include "engine/embedded/EmbeddedTool.h"
-#include "support/TemporaryFolder.h"
+#include "support/Testing.h"
 
 namespace dravik {
-
-using namespace engine;
 namespace {
 
 TEST(Confidence, GrowsWithTheEvidenceAndStaysANumber) {

@@ -1,18 +1,13 @@
 // Labelled images as a black box, beside what RegressionTest.cpp asks of each of them.
-#include <gtest/gtest.h>
-
-#include <thread>
 
 #include "engine/LabelledImages.h"
 #include "engine/PngFile.h"
 #include "engine/embedded/EmbeddedTool.h"
 #include "engine/recogniser/BaseReader.h"
 #include "engine/segmentation/Segmentation.h"
-#include "support/TemporaryFolder.h"
+#include "support/Testing.h"
 
 namespace dravik {
-
-using namespace engine;
 namespace {
 
 const std::string kParts = std::string(DRAVIK_SOURCE_DIR) + "/data/parts/";

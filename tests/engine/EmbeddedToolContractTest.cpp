@@ -2,12 +2,8 @@
 #include "contract/DrawnText.h"
 #include "contract/FontToolContract.h"
 #include "engine/embedded/EmbeddedTool.h"
-#include "support/TemporaryFolder.h"
 
 namespace dravik {
-
-using namespace engine;
-using namespace tool;
 namespace {
 
 class EmbeddedBench {

@@ -1,24 +1,15 @@
 // What the embedded tool does beyond the contract: the step, names, remembered fonts, damaged files, reading.
 #include "engine/embedded/EmbeddedTool.h"
 
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
-
-#include <fstream>
-#include <thread>
-
-#include "base/Failure.h"
 #include "base/Text.h"
 #include "contract/DrawnText.h"
 #include "engine/font/FontFile.h"
 #include "engine/font/FontVersions.h"
-#include "support/Refused.h"
-#include "support/TemporaryFolder.h"
+#include "support/Testing.h"
 #include "tool/Samples.h"
 
 namespace dravik {
 
-using namespace engine;
 using namespace tool;
 namespace {
 

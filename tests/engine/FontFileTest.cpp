@@ -1,15 +1,9 @@
 // Font files: nothing is lost by storing, and nothing damaged is taken for a font.
 #include "engine/font/FontFile.h"
 
-#include <gtest/gtest.h>
-
-#include <limits>
-
-#include "base/Failure.h"
 #include "engine/font/FontParts.h"
 #include "engine/font/SampleOrigin.h"
-#include "support/Refused.h"
-#include "support/TemporaryFolder.h"
+#include "support/Testing.h"
 
 namespace dravik {
 
@@ -171,35 +165,25 @@ TEST(FontFile, ContentIsCheckedBehindAGoodChecksum) {
     // Numbers become undefined and counts huge; only labels, serial numbers and the like may pass.
     EXPECT_GT(refused, good.size() * 8 / 10);
 
-    FontRecord font = smallFont();
-    std::swap(font.samples[0].serial, font.samples[2].serial);
-    EXPECT_NE(refusal(encodeFont(font)), "");
-    font = smallFont();
-    font.samples[1].inputs[7] = 1.5f;
-    EXPECT_NE(refusal(encodeFont(font)), "");
-    font = smallFont();
-    font.samples[1].inputs[kHeightInput] = 1e30f;
-    EXPECT_NE(refusal(encodeFont(font)), "");
-    font = smallFont();
-    font.distances[1] = -0.5;
-    EXPECT_NE(refusal(encodeFont(font)), "");
-    font = smallFont();
-    font.training.network.hidden = 0;
-    EXPECT_NE(refusal(encodeFont(font)), "");
-    const auto withPicture = [](auto change) {
-        FontRecord changed = seenFont();
-        SampleOrigin origin = *changed.samples[2].origin;
-        change(origin);
-        changed.samples[2].origin = std::make_shared<const SampleOrigin>(std::move(origin));
-        return refusal(encodeFont(changed));
-    };
-    EXPECT_NE(withPicture([](SampleOrigin& one) { one.picture.width = 33; }), "");
-    EXPECT_NE(withPicture([](SampleOrigin& one) { one.picture.height = 0; }), "");
-    EXPECT_NE(withPicture([](SampleOrigin& one) { one.picture.packed.resize(5000); }), "");
-    EXPECT_NE(withPicture([](SampleOrigin& one) {
-                  one.image = std::make_shared<const SourceImage>(SourceImage{std::string(5000, 'x')});
-              }),
-              "");
+    const std::function<void(FontRecord&, SampleOrigin&)> spoilings[] = {
+        [](FontRecord& font, auto&) { std::swap(font.samples[0].serial, font.samples[2].serial); },
+        [](FontRecord& font, auto&) { font.samples[1].inputs[7] = 1.5f; },
+        [](FontRecord& font, auto&) { font.samples[1].inputs[kHeightInput] = 1e30f; },
+        [](FontRecord& font, auto&) { font.distances[1] = -0.5; },
+        [](FontRecord& font, auto&) { font.training.network.hidden = 0; },
+        [](auto&, SampleOrigin& origin) { origin.picture.width = 33; },
+        [](auto&, SampleOrigin& origin) { origin.picture.height = 0; },
+        [](auto&, SampleOrigin& origin) { origin.picture.packed.resize(5000); },
+        [](auto&, SampleOrigin& origin) {
+            origin.image = std::make_shared<const SourceImage>(SourceImage{std::string(5000, 'x')});
+        }};
+    for (const auto& spoil : spoilings) {
+        FontRecord font = seenFont();
+        SampleOrigin origin = *font.samples[2].origin;
+        spoil(font, origin);
+        font.samples[2].origin = std::make_shared<const SampleOrigin>(std::move(origin));
+        EXPECT_NE(refusal(encodeFont(font)), "") << &spoil - spoilings;
+    }
 }
 
 // What could not be read again is not written, and what cannot be written is not read.

@@ -1,20 +1,10 @@
 // Stories of an operator: random acts on some fonts, a crash at a random place - between two writes or in the
 // middle of one -, a restart; after which everything must be as a plain model says, and every act can still
 // be taken back. DRAVIK_STORIES says how many.
-#include <gtest/gtest.h>
-
-#include <cstdlib>
-#include <fstream>
-#include <map>
-#include <memory>
-#include <ostream>
-#include <random>
-#include <set>
 
 #include "base/FileSystem.h"
 #include "engine/font/FontWorkspace.h"
-#include "support/Refused.h"
-#include "support/TemporaryFolder.h"
+#include "support/Testing.h"
 
 namespace dravik {
 
@@ -226,16 +216,12 @@ class Story {
     }
     void changeFont() {
         PlainFont& font = model().now;
-        switch (below(4)) {
-            case 0:
-            case 1:
-                return include();
-            case 2:
-                for (int count = below(3); count >= 0 && !font.committed.empty(); --count)
-                    remove(SampleKind::Committed, font.committed);
-                return;
-            default:
-                break;
+        const int change = below(4);
+        if (change < 2) return include();
+        if (change == 2) {
+            for (int count = below(3); count >= 0 && !font.committed.empty(); --count)
+                remove(SampleKind::Committed, font.committed);
+            return;
         }
         if (below(2) == 0) {
             const CharacterSet set{"A", std::string(1, static_cast<char>('B' + below(4)))};
@@ -254,6 +240,7 @@ class Story {
         note();
     }
     void save() {
+        tell("save " + *current_);
         const std::uint64_t before = digestOf(readFontBytes(file(*current_)));
         fonts_->save(*current_);
         model().save();
@@ -320,28 +307,14 @@ class Story {
             }
             return;
         }
-        switch (below(current_ ? 10 : 2)) {
-            case 0:
-                return create(anyName());
-            case 1:
-                return choose(anyName());
-            case 2:
-            case 3:
-            case 4:
-                return goBackOrForth();
-            case 5:
-                tell("save " + *current_);
-                save();
-                return;
-            case 6:
-                return revert();
-            case 7:
-                return copyOrRename(anyName());
-            case 8:
-                return removeFont(anyName());
-            default:
-                return discard(anyName());
-        }
+        const int act = below(current_ ? 10 : 2);
+        if (act == 0) return create(anyName());
+        if (act == 1) return choose(anyName());
+        if (act <= 4) return goBackOrForth();
+        if (act == 5) return save();
+        if (act == 6) return revert();
+        if (act == 7) return copyOrRename(anyName());
+        act == 8 ? removeFont(anyName()) : discard(anyName());
     }
     void create(const std::string& name) {
         tell("create " + name);

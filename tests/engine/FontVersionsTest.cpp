@@ -1,18 +1,9 @@
 // What becomes of a font that is saved over, deleted or given another name: it is kept, and comes back whole.
 #include "engine/font/FontVersions.h"
 
-#include <gtest/gtest.h>
-
-#include <chrono>
-#include <filesystem>
-#include <fstream>
-#include <thread>
-
 #include "base/AtomicFile.h"
-#include "base/Failure.h"
 #include "engine/font/FontLibrary.h"
-#include "support/Refused.h"
-#include "support/TemporaryFolder.h"
+#include "support/Testing.h"
 
 namespace dravik {
 

@@ -1,7 +1,5 @@
 #include "engine/embedded/HeldOutCheck.h"
-
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
+#include "support/Testing.h"
 
 namespace dravik {
 

@@ -1,22 +1,15 @@
 // Images looked at as the operator wants: by the settings of a font, and with characters that were corrected.
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
-
-#include <cmath>
-#include <thread>
 
 #include "base/Text.h"
 #include "contract/DrawnText.h"
 #include "engine/embedded/EmbeddedTool.h"
 #include "engine/font/FontFile.h"
 #include "engine/font/SettingsBytes.h"
-#include "support/Refused.h"
-#include "support/TemporaryFolder.h"
+#include "support/Testing.h"
 #include "tool/Samples.h"
 
 namespace dravik {
 
-using namespace engine;
 using namespace tool;
 namespace {
 

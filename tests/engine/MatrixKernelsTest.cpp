@@ -1,14 +1,8 @@
 // Every instruction set that this machine has does the same sums.
 #include "engine/kernels/MatrixKernels.h"
 
-#include <gtest/gtest.h>
-
-#include <algorithm>
-#include <cmath>
-#include <limits>
-#include <vector>
-
 #include "engine/classifier/Network.h"
+#include "support/Testing.h"
 
 namespace dravik {
 

@@ -1,15 +1,10 @@
 // The loops over pixels that take words, blocks and bands at a time, against the same done pixel by pixel, on
 // sizes that do not fit the words, blocks and bands.
-#include <gtest/gtest.h>
-
-#include <algorithm>
-#include <random>
-#include <utility>
-#include <vector>
 
 #include "engine/image/Components.h"
 #include "engine/image/Morphology.h"
 #include "engine/image/SmoothPicture.h"
+#include "support/Testing.h"
 
 namespace dravik {
 

@@ -2,23 +2,15 @@
 // it was not fitted on, and what the network said of them there.
 #include "engine/recogniser/BaseReader.h"
 
-#include <gtest/gtest.h>
-
-#include <algorithm>
-#include <cmath>
 #include <cstring>
-#include <fstream>
-#include <iterator>
 
-#include "base/Text.h"
 #include "contract/DrawnText.h"
 #include "engine/LabelledImages.h"
 #include "engine/PngFile.h"
 #include "engine/recogniser/CharacterContext.h"
+#include "support/Testing.h"
 
 namespace dravik {
-
-using namespace engine;
 namespace {
 
 struct Example {

@@ -1,9 +1,6 @@
 // The sample lists against plain vectors, whatever the order in which samples go.
 #include "engine/font/SampleStore.h"
-
-#include <gtest/gtest.h>
-
-#include <random>
+#include "support/Testing.h"
 
 namespace dravik {
 
@@ -40,18 +37,10 @@ TEST(SampleStore, RemovesTheSampleAtEachPlaceAndNoOther) {
     auto uncommitted = serialsOf(*store.columns(SampleKind::Uncommitted));
     std::size_t place = 0;
     for (int step = 0; step < 350; ++step) {
-        switch (step / 50 % 4) {
-            case 0:
-                place += 2;
-                break;
-            case 1:
-                place -= std::min<std::size_t>(place, 3);
-                break;
-            case 2:
-                break;
-            default:
-                place = random() % 420;
-        }
+        const int way = step / 50 % 4;
+        if (way == 0) place += 2;
+        if (way == 1) place -= std::min<std::size_t>(place, 3);
+        if (way == 3) place = random() % 420;
         const bool fromCommitted = random() % 8 != 0;
         auto& expected = fromCommitted ? committed : uncommitted;
         store.remove(fromCommitted ? SampleKind::Committed : SampleKind::Uncommitted, place);

@@ -2,20 +2,14 @@
 // turned.
 #include "engine/scene/Scene.h"
 
-#include <gtest/gtest.h>
-
-#include <cmath>
-#include <functional>
-#include <random>
 #include <stop_token>
 
 #include "engine/LabelledImages.h"
 #include "engine/PngFile.h"
 #include "engine/classifier/SceneReading.h"
+#include "support/Testing.h"
 
 namespace dravik {
-
-using namespace engine;
 namespace {
 
 const std::string kLines = std::string(DRAVIK_SOURCE_DIR) + "/data/parts/rendered_lines";

@@ -2,15 +2,10 @@
 #include "engine/recogniser/BaseReader.h"
 #include "engine/segmentation/Segmentation.h"
 
-#include <gtest/gtest.h>
-
-#include <random>
-
 #include "contract/DrawnText.h"
+#include "support/Testing.h"
 
 namespace dravik {
-
-using namespace engine;
 namespace {
 
 // "7+3" for two lines of seven and three characters.

@@ -1,16 +1,10 @@
 // The small pictures of samples: what was packed is seen again, and nothing that a file holds does harm.
 #include "engine/image/SmallPicture.h"
 
-#include <gtest/gtest.h>
-
-#include <cstdlib>
-#include <random>
-
 #include "contract/DrawnText.h"
+#include "support/Testing.h"
 
 namespace dravik {
-
-using namespace engine;
 namespace {
 
 // The largest difference of a pixel that was not scaled.

@@ -1,28 +1,16 @@
 // What is not saved: it can be taken back and done again, outlives the program, and belongs to one at a time.
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
-
-#include <chrono>
-#include <filesystem>
-#include <fstream>
-#include <memory>
-#include <optional>
-#include <thread>
 
 #include "base/AtomicFile.h"
 #include "base/FileSystem.h"
-#include "base/Paths.h"
 #include "contract/DrawnText.h"
 #include "engine/embedded/EmbeddedTool.h"
 #include "engine/font/FontFile.h"
 #include "engine/font/Journal.h"
-#include "support/Refused.h"
-#include "support/TemporaryFolder.h"
+#include "support/Testing.h"
 #include "tool/Samples.h"
 
 namespace dravik {
 
-using namespace engine;
 using namespace tool;
 namespace {
 
@@ -36,6 +24,11 @@ class UnsavedWork : public testing::Test {
   protected:
     std::unique_ptr<EmbeddedTool> start() const {
         return std::make_unique<EmbeddedTool>(JobFolder(folder.path()));
+    }
+    // Another program takes the place of the one there was.
+    void restart(std::unique_ptr<EmbeddedTool>& tool, const std::string& font) const {
+        tool = start();
+        tool->LoadFont(font);
     }
     static void include(EmbeddedTool& tool, const std::string& text) {
         tool.setImage(drawn({text}));
@@ -59,6 +52,10 @@ class UnsavedWork : public testing::Test {
         tool.reset();
         std::filesystem::remove_all(folder.path("Fonts"));
         std::filesystem::rename(folder.path("Kept"), folder.path("Fonts"));
+    }
+    void killAndRestart(std::unique_ptr<EmbeddedTool>& tool, const std::string& font) const {
+        kill(std::move(tool));
+        restart(tool, font);
     }
     std::string font(const std::string& name) const { return folder.path("Fonts/" + name + ".nnd"); }
 
@@ -133,10 +130,7 @@ TEST_F(UnsavedWork, WhatAKilledProgramLeftIsThereAndCanStillBeTakenBack) {
     tool->setImage(drawn({"AB"}));
     tool->IncludeSamples("AB");  // and not committed
     EXPECT_THAT(tool->unsavedFonts(), ElementsAre("a", "b"));
-    kill(std::move(tool));
-
-    tool = start();
-    tool->LoadFont("b");
+    killAndRestart(tool, "b");
     EXPECT_EQ(labels(*tool), "TL");
     EXPECT_THAT(tool->GetUncommittedSamples(), IsEmpty()) << "half an include";
     auto told = tool->takeRecovered();
@@ -155,8 +149,7 @@ TEST_F(UnsavedWork, WhatAKilledProgramLeftIsThereAndCanStillBeTakenBack) {
     EXPECT_THAT(tool->unsavedFonts(), ElementsAre("b"));
 
     // Nobody went on with b, so that it stays for the next one; a is saved and can be taken back.
-    tool = start();
-    tool->LoadFont("a");
+    restart(tool, "a");
     EXPECT_THAT(tool->takeRecovered(), IsEmpty());
     EXPECT_EQ(tool->undoWords(), "inclusion of 2 samples");
     tool->LoadFont("b");
@@ -175,8 +168,7 @@ TEST_F(UnsavedWork, WhatIsLetGoWithoutSavingIsOfferedAndNotMadeAgain) {
     auto tool = start();
     tool->CreateFont("f");
     include(*tool, "AB");
-    tool = start();
-    tool->LoadFont("f");
+    restart(tool, "f");
     EXPECT_EQ(labels(*tool), "");
     EXPECT_THAT(tool->takeRecovered(), IsEmpty());
     ASSERT_EQ(tool->versions("f").size(), 1u);
@@ -220,10 +212,7 @@ TEST_F(UnsavedWork, SamplesKeepTheirPicturesAndCanBeRelabelled) {
     EXPECT_EQ(tool->undoWords(), "deletion of 3 samples");
     EXPECT_EQ(refusal([&] { tool->deleteSamples(std::vector<std::int32_t>{300000, 300003}); }), 5);
     EXPECT_EQ(refusal([&] { tool->relabelSamples(std::vector<std::int32_t>{300000}, "AB"); }), 5);
-    kill(std::move(tool));
-
-    tool = start();
-    tool->LoadFont("f");
+    killAndRestart(tool, "f");
     EXPECT_EQ(labels(*tool), "TAH");
     tool->undo();
     EXPECT_EQ(labels(*tool), "TTHABH");
@@ -234,15 +223,12 @@ TEST_F(UnsavedWork, SamplesKeepTheirPicturesAndCanBeRelabelled) {
     EXPECT_GT(tool->samples(SampleKind::Committed)->distances[2], 0.5);
     tool->redo();
     tool->SaveFont("f");
-    tool = start();
-    tool->LoadFont("f");
+    restart(tool, "f");
     EXPECT_EQ(labels(*tool), "TTHABH");
     EXPECT_EQ(seen(2)->origin->picture, picture);
     tool->setImage(drawn({"HTL"}));
     tool->IncludeSamples("HTL");  // and not committed
-    kill(std::move(tool));
-    tool = start();
-    tool->LoadFont("f");
+    killAndRestart(tool, "f");
     EXPECT_EQ(tool->samples(SampleKind::Committed)->size(), 6U);
 }
 
@@ -263,25 +249,18 @@ TEST_F(UnsavedWork, TheJournalOfAnEarlierProgramIsGoneOnFrom) {
         if (set) file.seekp(8).put(*set);
         return file.seekg(8).get();
     };
-    const auto restarted = [&](std::unique_ptr<EmbeddedTool> tool) {
-        kill(std::move(tool));
-        tool = start();
-        tool->LoadFont("f");
-        return tool;
-    };
-    auto tool = start();
-    tool->LoadFont("f");
+    std::unique_ptr<EmbeddedTool> tool;
+    restart(tool, "f");
     tool->DeleteSample(300000);
     tool->endAct("", "");
     kill(std::move(tool));
     EXPECT_EQ(version('\1'), 1);
-    tool = start();
-    tool->LoadFont("f");
+    restart(tool, "f");
     EXPECT_EQ(labels(*tool), "BA");
     include(*tool, "H");
     tool->endAct("", "");
     EXPECT_EQ(version({}), 2);
-    tool = restarted(std::move(tool));
+    killAndRestart(tool, "f");
     EXPECT_EQ(labels(*tool), "BAH");
     tool->undo();
     tool->undo();
@@ -293,12 +272,11 @@ TEST_F(UnsavedWork, TheJournalOfAnEarlierProgramIsGoneOnFrom) {
     tool->SaveFont("f");
     kill(std::move(tool));
     version('\1');
-    tool = start();
-    tool->LoadFont("f");
+    restart(tool, "f");
     include(*tool, "L");
     tool->endAct("", "");
     EXPECT_EQ(version({}), 2);
-    tool = restarted(std::move(tool));
+    killAndRestart(tool, "f");
     EXPECT_EQ(labels(*tool), "BAHL");
     for (int act = 0; act < 3; ++act) tool->undo();
     EXPECT_EQ(labels(*tool), "ABA");
@@ -368,9 +346,7 @@ TEST_F(UnsavedWork, AFontThatWasChangedUnderneathIsNotOverwritten) {
     EXPECT_EQ(readFont(font(beside)).samples.size(), 2u);
 
     // Whoever is killed then finds his changes among the versions, and is told.
-    kill(std::move(tool));
-    tool = start();
-    tool->LoadFont("f");
+    killAndRestart(tool, "f");
     EXPECT_EQ(labels(*tool), "H");
     const auto told = tool->takeRecovered();
     ASSERT_EQ(told.size(), 1u);

@@ -78,11 +78,8 @@ TEST_P(Faults, LoseNothingAndAreToldInWords) {
     place.tryEach(story.name, story.act, usual, [&](const Point& point) { check(point); });
 }
 
-std::string storyName(const testing::TestParamInfo<Story>& info) {
-    return info.param.name;
-}
-
-INSTANTIATE_TEST_SUITE_P(Stories, Faults, testing::ValuesIn(faultStories()), storyName);
+INSTANTIATE_TEST_SUITE_P(Stories, Faults, testing::ValuesIn(faultStories()),
+                         [](const auto& info) { return info.param.name; });
 
 }  // namespace
 }  // namespace dravik::test

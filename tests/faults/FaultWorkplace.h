@@ -2,29 +2,15 @@
 // files fails.
 #pragma once
 
-#include <gtest/gtest.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
-#include <algorithm>
 #include <csignal>
-#include <cstdlib>
-#include <filesystem>
-#include <fstream>
-#include <functional>
-#include <iostream>
-#include <iterator>
-#include <map>
-#include <ostream>
-#include <set>
-#include <string>
-#include <vector>
 
 #include "FaultStories.h"
-#include "base/Failure.h"
 #include "contract/DrawnText.h"
 #include "engine/font/FontFile.h"
-#include "support/TemporaryFolder.h"
+#include "support/Testing.h"
 #include "trainer/support/PgmFile.h"
 
 namespace dravik::test {
@@ -198,24 +184,30 @@ class FaultWorkplace {
     void keepAs(const std::string& name) const { copy(jobs(), path(name)); }
     void bringBack(const std::string& name) const { copy(path(name), jobs()); }
 
-    // The fonts, or their backups, by name, with a digest of each.
-    std::map<std::string, std::string> fonts(const char* extension = ".nnd") const {
+    // Of every font: those that are shown, which stand in Fonts itself, versions and backups.
+    std::vector<fs::path> fontFiles() const {
+        std::vector<fs::path> files;
+        for (const auto& entry : fs::recursive_directory_iterator(jobs()))
+            if (entry.path().extension() == ".nnd" || entry.path().extension() == ".bak")
+                files.push_back(entry.path());
+        return files;
+    }
+    // The fonts that are shown, or their backups, by name, with what is said of each.
+    std::map<std::string, std::string> fonts(
+        const char* extension = ".nnd",
+        const std::function<std::string(const fs::path&)>& say = digestOf) const {
         std::map<std::string, std::string> fonts;
-        if (!fs::exists(jobs() + "/Fonts")) return fonts;
-        for (const auto& entry : fs::directory_iterator(jobs() + "/Fonts"))
-            if (entry.path().extension() == extension) fonts[entry.path().stem()] = digestOf(entry.path());
+        for (const fs::path& file : fontFiles())
+            if (file.parent_path() == jobs() + "/Fonts" && file.extension() == extension)
+                fonts[file.stem()] = say(file);
         return fonts;
     }
 
     // Every font that can be got back somehow, and has samples.
     std::set<std::string> reachable() const {
         std::set<std::string> all;
-        for (const auto& entry : fs::recursive_directory_iterator(jobs())) {
-            const auto extension = entry.path().extension();
-            if (extension != ".nnd" && extension != ".bak") continue;
-            const auto font = engine::readFont(entry.path());
-            if (!font.samples.empty()) all.insert(digestOf(entry.path()));
-        }
+        for (const fs::path& file : fontFiles())
+            if (!engine::readFont(file).samples.empty()) all.insert(digestOf(file));
         return all;
     }
 

@@ -4,9 +4,6 @@
 // fail.
 #include <sys/stat.h>
 
-#include <array>
-#include <sstream>
-
 #include "FaultWorkplace.h"
 #include "support/FontContent.h"
 
@@ -66,27 +63,13 @@ class Sessions : public testing::TestWithParam<SessionStory> {
     }
 
     static bool isShownIn(const std::map<std::string, std::string>& shown, const std::string& content) {
-        return std::any_of(shown.begin(), shown.end(),
-                           [&](const auto& one) { return one.second == content; });
+        return std::ranges::any_of(shown, [&](const auto& one) { return one.second == content; });
     }
 
     // Of every font file, those of versions and backups included.
     std::set<std::string> kept() const {
         std::set<std::string> all;
-        for (const auto& entry : fs::recursive_directory_iterator(place.jobs())) {
-            const auto extension = entry.path().extension();
-            if (extension == ".nnd" || extension == ".bak")
-                all.insert(test::contentOf(engine::readFont(entry.path())));
-        }
-        return all;
-    }
-
-    std::map<std::string, std::string> saved() const {
-        std::map<std::string, std::string> all;
-        if (!fs::exists(place.jobs() + "/Fonts")) return all;
-        for (const auto& entry : fs::directory_iterator(place.jobs() + "/Fonts"))
-            if (entry.path().extension() == ".nnd")
-                all[entry.path().stem()] = test::contentOf(engine::readFont(entry.path()));
+        for (const fs::path& file : place.fontFiles()) all.insert(test::contentOf(engine::readFont(file)));
         return all;
     }
 
@@ -159,7 +142,8 @@ class Sessions : public testing::TestWithParam<SessionStory> {
                 if (usually[i].what == "shown") allowed[usually[i].font].insert(usually[i].rest);
         }
 
-        const auto files = saved();
+        const auto files =
+            place.fonts(".nnd", [](const fs::path& file) { return test::contentOf(engine::readFont(file)); });
         const Lines found = show();
         const auto shown = shownIn(found);
         const auto everything = kept();
@@ -336,11 +320,8 @@ TEST_P(LearnEnds, AndWhatItHasIncludedIsThereWhenTheFontIsUsedAgain) {
 
 INSTANTIATE_TEST_SUITE_P(Ways, LearnEnds, testing::Values(SIGTERM, SIGHUP, SIGINT, SIGKILL, SIGPIPE));
 
-std::string storyName(const testing::TestParamInfo<SessionStory>& info) {
-    return info.param.name;
-}
-
-INSTANTIATE_TEST_SUITE_P(Stories, Sessions, testing::ValuesIn(sessionStories()), storyName);
+INSTANTIATE_TEST_SUITE_P(Stories, Sessions, testing::ValuesIn(sessionStories()),
+                         [](const auto& info) { return info.param.name; });
 
 }  // namespace
 }  // namespace dravik::test

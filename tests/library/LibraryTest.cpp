@@ -1,27 +1,15 @@
 // The library as other programs use it: through its headers and the shared library alone. The embedded tool
 // beside it says what must come out.
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
-#include <algorithm>
 #include <cstring>
 #include <dravik/dravik.hpp>
-#include <filesystem>
-#include <fstream>
-#include <map>
-#include <set>
-#include <thread>
-#include <utility>
 
 #include "contract/DrawnText.h"
 #include "engine/embedded/EmbeddedTool.h"
-#include "support/TemporaryFolder.h"
+#include "support/Testing.h"
 
 namespace dravik::test {
 namespace {
-
-using testing::ElementsAre;
-using testing::HasSubstr;
 
 Image imageOf(const engine::GreyImage& image) {
     return {image.row(0).data(), image.width(), image.height()};

@@ -3,20 +3,13 @@
 // done or nothing of it is, in memory and for a program that finds the files as they are then, and it can be
 // done again.
 #include <execinfo.h>
-#include <gtest/gtest.h>
 #include <unistd.h>
 
-#include <cstdlib>
-#include <functional>
-#include <iostream>
-#include <thread>
-
-#include "base/Failure.h"
 #include "contract/DrawnText.h"
 #include "engine/embedded/EmbeddedTool.h"
 #include "faults/support/FontContent.h"
 #include "memory/support/FailingMemory.h"
-#include "support/TemporaryFolder.h"
+#include "support/Testing.h"
 #include "tool/Samples.h"
 
 namespace dravik::test {
@@ -55,44 +48,40 @@ void train(engine::EmbeddedTool& tool) {
     tool.endAct({}, "trained");
 }
 
-void remove(engine::EmbeddedTool& tool) {
-    tool.DeleteSample(300002);
-    tool.endAct({}, {});
-}
-
 std::vector<Act> acts() {
     using Tool = engine::EmbeddedTool;
     const auto nothing = [](Tool&) {};
     const auto includes = [](Tool& tool) { include(tool, "HTL"); };
+    const auto ended = [](auto change) {
+        return [change](Tool& tool) {
+            change(tool);
+            tool.endAct({}, {});
+        };
+    };
+    const auto afterIncluding = [](auto act) {
+        return [act](Tool& tool) {
+            include(tool, "HTL");
+            act(tool);
+        };
+    };
     return {
         {"Include", nothing, includes, true},
-        {"DeleteASample", nothing, remove, true},
-        {"DeleteManySamples", nothing,
-         [](Tool& tool) {
+        {"DeleteASample", nothing, ended([](Tool& tool) { tool.DeleteSample(300002); }), true},
+        {"DeleteManySamples", nothing, ended([](Tool& tool) {
              tool.deleteSamples(std::vector<std::int32_t>{300001, 300003, 300004});
-             tool.endAct({}, {});
-         },
+         }),
          true},
-        {"Relabel", nothing,
-         [](Tool& tool) {
+        {"Relabel", nothing, ended([](Tool& tool) {
              tool.relabelSamples(std::vector<std::int32_t>{300001, 300003}, "X");
-             tool.endAct({}, {});
-         },
+         }),
          true},
-        {"SetCharacters", nothing,
-         [](Tool& tool) {
+        {"SetCharacters", nothing, ended([](Tool& tool) {
              tool.SetCharacterSet({"A", "B", "H", "T"});
-             tool.endAct({}, {});
-         },
+         }),
          true},
         {"Learn", nothing, train, true},
         {"Undo", includes, [](Tool& tool) { tool.undo(); }},
-        {"Redo",
-         [=](Tool& tool) {
-             includes(tool);
-             tool.undo();
-         },
-         [](Tool& tool) { tool.redo(); }},
+        {"Redo", afterIncluding([](Tool& tool) { tool.undo(); }), [](Tool& tool) { tool.redo(); }},
         {"Save", includes, [](Tool& tool) { tool.SaveFont(kFirst); }},
         {"SaveTrained", train, [](Tool& tool) { tool.SaveFont(kFirst); }},
         {"Revert", train, [](Tool& tool) { tool.RevertFont(kFirst); }},
@@ -102,17 +91,9 @@ std::vector<Act> acts() {
         {"Rename", includes, [](Tool& tool) { tool.RenameFont(kNew, kFirst); }},
         {"Duplicate", includes, [](Tool& tool) { tool.DuplicateFont(kNew, kFirst); }},
         {"DeleteAFont", includes, [](Tool& tool) { tool.DeleteFont(kFirst); }},
-        {"BringBackADeletedFont",
-         [=](Tool& tool) {
-             includes(tool);
-             tool.DeleteFont(kFirst);
-         },
+        {"BringBackADeletedFont", afterIncluding([](Tool& tool) { tool.DeleteFont(kFirst); }),
          [](Tool& tool) { tool.undo(); }},
-        {"RestoreAVersion",
-         [=](Tool& tool) {
-             includes(tool);
-             tool.SaveFont(kFirst);
-         },
+        {"RestoreAVersion", afterIncluding([](Tool& tool) { tool.SaveFont(kFirst); }),
          [](Tool& tool) { tool.restoreVersion(tool.versions(kFirst).front(), kFirst); }},
     };
 }
@@ -157,15 +138,14 @@ class Memory : public testing::TestWithParam<Act> {
         allocations = 0;
         failingAllocation = at;
         isCounting = true;
-        std::string problem;
         try {
             GetParam().act(tool);
             isCounting = false;
+            return "";
         } catch (...) {
             isCounting = false;
-            problem = currentFailure().description();
+            return currentFailure().description();
         }
-        return problem;
     }
 
     void check(long at, const Fonts& before, const Fonts& after) const {
@@ -249,11 +229,8 @@ TEST_P(Memory, ThatEndsLeavesAnActDoneOrNotDone) {
     std::cout << GetParam().name << ": " << all << " points\n";
 }
 
-std::string actName(const testing::TestParamInfo<Act>& info) {
-    return info.param.name;
-}
-
-INSTANTIATE_TEST_SUITE_P(Acts, Memory, testing::ValuesIn(acts()), actName);
+INSTANTIATE_TEST_SUITE_P(Acts, Memory, testing::ValuesIn(acts()),
+                         [](const auto& info) { return std::string(info.param.name); });
 
 }  // namespace
 }  // namespace dravik::test

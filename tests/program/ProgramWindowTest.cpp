@@ -1,10 +1,7 @@
 // The program's window as a whole, in every window system: a font is made, taught, learnt, saved and reads,
 // all through what the operator sees.
-#include <filesystem>
-#include <sstream>
 
 #include "OpenedProgram.h"
-#include "base/Paths.h"
 #include "drivers/ScriptedSession.h"
 
 namespace dravik::test {

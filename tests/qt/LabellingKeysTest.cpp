@@ -4,8 +4,6 @@
 #include <QImage>
 #include <QPainter>
 #include <QTimer>
-#include <iostream>
-#include <random>
 
 #include "base/Text.h"
 #include "qt/support/WindowFixture.h"

@@ -1,22 +1,19 @@
 // Forms come out as their arrangement says: places, stretches, hidden controls, tab order.
-#include "ShownForm.h"
+#include "Shown.h"
 #include "qt/MainWindow.h"
 #include "screen/context/Screen.h"
 #include "ui/LayoutGeometry.h"
-#include "ui/TextBox.h"
 
-namespace dravik {
+namespace dravik::test {
 
 using namespace engine;
-using namespace qt;
 using namespace screen;
-using namespace ui;
 namespace {
 
 TEST(FormLayout, FollowsWhatItsControlsAskForUntilTheyGo) {
     Button a("a", "A");
     TextBox b("b");
-    ShownForm shown(row({item(a), item(b).stretched()}), 600, 100);
+    Shown shown(row({item(a), item(b).stretched()}), 600, 100);
     const int least = shown.page->minimumSizeHint().width();
     a.setCaption("A caption that needs much more room than the one before it");
     settle();
@@ -57,4 +54,4 @@ TEST(FormLayout, TheWholeScreenFitsASmallWindow) {
 }
 
 }  // namespace
-}  // namespace dravik
+}  // namespace dravik::test

@@ -1,14 +1,12 @@
 // Image files of every sort become grey images, and what cannot be read is refused in words that name the
 // file.
-#include <gtest/gtest.h>
 
 #include <QFile>
 #include <QImage>
 #include <QTemporaryDir>
 
-#include "base/Failure.h"
 #include "qt/QtImage.h"
-#include "support/Refused.h"
+#include "support/Testing.h"
 
 namespace dravik {
 

@@ -5,9 +5,6 @@
 #include "shown/Numbers.h"
 
 namespace dravik::test {
-
-using namespace qt;
-using namespace ui;
 namespace {
 
 TEST(Views, BarsTellTheirTipsAndEnds) {

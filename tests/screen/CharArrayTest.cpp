@@ -1,4 +1,3 @@
-#include <cmath>
 
 #include "screen/inspection/CharArray.h"
 #include "screen/support/ProcedureTest.h"
@@ -6,8 +5,6 @@
 namespace dravik::test {
 namespace {
 
-using testing::Contains;
-using testing::ElementsAre;
 using testing::IsSupersetOf;
 
 struct CharArrayTest : ProcedureTest {
@@ -16,11 +13,6 @@ struct CharArrayTest : ProcedureTest {
         tool->trained = {{"A", 2, filled(0.5)}, {"B", 1, filled(1.0)}, {"C", 0, filled(0.0)}};
     }
 
-    static Features filled(double value) {
-        Features features;
-        features.fill(value);
-        return features;
-    }
     void addSample(const std::string& character, int scaled) {
         tool->committed.push_back({character, 0.1, filled(scaled / 255.0)});
     }
@@ -57,6 +49,10 @@ TEST_F(CharArrayTest, CellsShowTheScaledFeaturesInGrey) {
     EXPECT_EQ(form().lblCell[10]->foreColor(), rgb(255, 255, 255));
     EXPECT_EQ(caption(11), "255");
     EXPECT_EQ(form().lblCell[12]->backColor(), rgb(255, 255, 255)) << "beyond the brightest";
+    form().unload();
+    arrays.DisplayCharArray("A", false);
+    EXPECT_TRUE(form().loaded()) << "a closed form is replaced";
+    EXPECT_EQ(form().caption(), "Character Array for A");
 }
 
 TEST_F(CharArrayTest, DeviationIsThatOfTheWholePopulation) {
@@ -177,14 +173,6 @@ TEST_F(CharArrayTest, AnswersThatAreMissingOrBroken) {
     binding.tool.reset();
     arrays.DisplayCharArray("B", false);
     EXPECT_EQ(message(), "DisplayCharArray Err 91 Object variable or With block variable not set");
-}
-
-TEST_F(CharArrayTest, ClosedFormIsReplaced) {
-    arrays.DisplayCharArray("A", false);
-    form().unload();
-    arrays.DisplayCharArray("B", false);
-    EXPECT_TRUE(form().loaded());
-    EXPECT_EQ(form().caption(), "Character Array for B");
 }
 
 }  // namespace

@@ -1,4 +1,3 @@
-#include "screen/context/modGlobals.h"
 #include "screen/support/BoundScreen.h"
 
 namespace dravik::test {
@@ -16,13 +15,14 @@ TEST_F(BoundScreen, CellsShowHowOftenACharacterWasTrained) {
         while (i < key.size() && key[i]->backColor() != cell(caption).backColor()) ++i;
         return i < key.size() ? screen().overview.lblNote[i]->caption() : "none of the key";
     };
-    EXPECT_EQ(state("A"), "0");
-    EXPECT_EQ(state("B"), "1 +");
-    EXPECT_EQ(state("C"), "5 +");
-    EXPECT_EQ(state("D"), "10+");
-    EXPECT_EQ(state("a"), "5 +");
-    EXPECT_EQ(state("="), "0");
-    EXPECT_EQ(state("E"), "Not In Font");
+    for (const auto& [caption, count] : {std::pair("A", "0"),
+                                         {"B", "1 +"},
+                                         {"C", "5 +"},
+                                         {"D", "10+"},
+                                         {"a", "5 +"},
+                                         {"=", "0"},
+                                         {"E", "Not In Font"}})
+        EXPECT_EQ(state(caption), count) << caption;
     EXPECT_TRUE(cell("A").bold());
     EXPECT_FALSE(cell("E").bold());
     EXPECT_EQ(state("z"), "1 +") << "trained, though not in the set";

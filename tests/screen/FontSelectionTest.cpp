@@ -16,10 +16,11 @@ class FontSelectionTest : public BoundScreen {
         platform.modalHandlers["dlgFontManager"] = std::move(act);
         screen().font.cmdSelectFont.press();
     }
-    // The dialog that asks for a name gets this one.
-    void name(const char* dialog, const char* text) {
-        platform.modalHandlers[dialog] = [text](Form& form) {
+    // The dialog that asks for a name gets this one, and is told this choice.
+    void name(const char* dialog, const char* text, const char* choice = nullptr) {
+        platform.modalHandlers[dialog] = [text, choice](Form& form) {
             in<TextBox>(form, "txtFontName").setText(text);
+            if (choice) in<OptionButton>(form, choice).setChosen(true);
             form.defaultButton->press();
         };
     }
@@ -27,6 +28,7 @@ class FontSelectionTest : public BoundScreen {
         for (const char* button : buttons) in<Button>(form, button).press();
     }
     static std::string status(Form& form) { return in<StatusBar>(form, "sbr").panel("Text").text(); }
+    static ListBox& list(Form& form) { return in<ListBox>(form, "lbFonts"); }
 };
 
 TEST_F(FontSelectionTest, ChoosingLoadsTheFontAndFillsTheScreen) {
@@ -37,16 +39,16 @@ TEST_F(FontSelectionTest, ChoosingLoadsTheFontAndFillsTheScreen) {
         if (call == "LoadFont(gamma)") tool->fonts = {"gamma", "alpha", "beta"};
     };
     manager([](Form& form) {
-        EXPECT_EQ(in<ListBox>(form, "lbFonts").listIndex(), 0) << "the font in use is preselected";
-        in<ListBox>(form, "lbFonts").setListIndex(2);
-        in<ListBox>(form, "lbFonts").doubleClick();
+        EXPECT_EQ(list(form).listIndex(), 0) << "the font in use is preselected";
+        list(form).setListIndex(2);
+        list(form).doubleClick();
         EXPECT_FALSE(form.loaded());
     });
     EXPECT_EQ(tool->count("LoadFont(gamma)"), 1);
     EXPECT_EQ(screen().font.lblSelectedFont.caption(), "gamma");
     EXPECT_EQ(screen().train.prgTrain.value(), 0);
     manager([](Form& form) {
-        EXPECT_EQ(in<ListBox>(form, "lbFonts").text(), "gamma") << "wherever loading has moved it";
+        EXPECT_EQ(list(form).text(), "gamma") << "wherever loading has moved it";
         form.cancelButton->press();
     });
 }
@@ -56,14 +58,14 @@ TEST_F(FontSelectionTest, AStepWithoutAFontGetsOneAndLeavingInAnyOtherWayChanges
     bind();
     manager([](Form& form) {
         EXPECT_FALSE(in<Button>(form, "cmdRenameFont").enabled()) << "nothing is selected";
-        in<ListBox>(form, "lbFonts").setListIndex(1);
+        list(form).setListIndex(1);
         in<Button>(form, "OKButton").press();
     });
     EXPECT_TRUE(screen().sample.cmdInclude.enabled());
     EXPECT_EQ(control.selectedFont(), "beta");
     tool->calls.clear();
     manager([](Form& form) {
-        in<ListBox>(form, "lbFonts").setListIndex(2);
+        list(form).setListIndex(2);
         form.unload();
     });
     EXPECT_TRUE(tool->changes().empty()) << "an earlier choice is not taken for this one";
@@ -80,9 +82,8 @@ TEST_F(FontSelectionTest, WhatWasDoneInTheManagerBeforeIsNotFollowedAgain) {
     ASSERT_EQ(control.selectedFont(), "alpha");
     tool->calls.clear();
     manager([](Form& form) {
-        auto& fonts = in<ListBox>(form, "lbFonts");
-        const auto items = fonts.items();
-        fonts.setListIndex(static_cast<int>(std::find(items.begin(), items.end(), "gamma") - items.begin()));
+        const auto items = list(form).items();
+        list(form).setListIndex(static_cast<int>(std::ranges::find(items, "gamma") - items.begin()));
         press(form, {"cmdDeleteFont", "CancelButton"});
     });
     EXPECT_EQ(control.selectedFont(), "alpha") << "the one that was renamed is another";
@@ -126,15 +127,14 @@ TEST_F(FontSelectionTest, ANewFontIsMadeWithItsCleanedNameAndItsSet) {
     };
     manager([](Form& form) {
         in<Button>(form, "cmdNewFont").press();
-        EXPECT_EQ(in<ListBox>(form, "lbFonts").text(), "my_font_a_b_c_d_e_f_");
+        EXPECT_EQ(list(form).text(), "my_font_a_b_c_d_e_f_");
         form.defaultButton->press();
     });
     std::vector<std::string> changes = tool->changes();
-    ASSERT_GE(changes.size(), 3u);
     changes.resize(3);
-    EXPECT_EQ(changes, (std::vector<std::string>{"CreateFont(my_font_a_b_c_d_e_f_)",
-                                                 "SetCharacterSet(0,1,2,3,4,5,6,7,8,9)",
-                                                 "SaveFont(my_font_a_b_c_d_e_f_)"}));
+    EXPECT_THAT(changes,
+                ElementsAre("CreateFont(my_font_a_b_c_d_e_f_)", "SetCharacterSet(0,1,2,3,4,5,6,7,8,9)",
+                            "SaveFont(my_font_a_b_c_d_e_f_)"));
     EXPECT_EQ(control.selectedFont(), "my_font_a_b_c_d_e_f_");
 
     name("dlgFontNew", "second");
@@ -191,9 +191,7 @@ TEST_F(FontSelectionTest, TheDialogsForANameOpenReadyForTypingAndTellAFailure) {
             form.cancelButton->press();
         });
         EXPECT_EQ(focus, 1) << dialog;
-        ASSERT_EQ(platform.boxes.size(), 1u);
-        EXPECT_EQ(platform.boxes[0].text, "Error 70\rPermission denied");
-        EXPECT_EQ(platform.boxes[0].title, "Error in OKButton_Click");
+        EXPECT_THAT(platform.told(), ElementsAre("Error in OKButton_Click: Error 70\rPermission denied"));
     }
     EXPECT_TRUE(tool->changes().empty());
 }
@@ -222,7 +220,7 @@ TEST_F(FontSelectionTest, CancellingAfterRenamingOrDeletingTheFontShownFollowsIt
     EXPECT_TRUE(control.m_FontChanged());
     tool->data["SelFont"] = 0;
     manager([](Form& form) {
-        EXPECT_EQ(in<ListBox>(form, "lbFonts").text(), "renamed");
+        EXPECT_EQ(list(form).text(), "renamed");
         press(form, {"cmdDeleteFont", "CancelButton"});
     });
     EXPECT_EQ(control.selectedFont(), "");
@@ -235,11 +233,7 @@ TEST_F(FontSelectionTest, WithoutAFontTheOneMadeIsShownAndItsSetNotTakenForAnEdi
     tool->data["SelFont"] = 0;
     bind();
     name("dlgFontName", "renamed");
-    platform.modalHandlers["dlgFontNew"] = [](Form& form) {
-        in<TextBox>(form, "txtFontName").setText("fresh");
-        in<OptionButton>(form, "InitCharSet(5)").setChosen(true);
-        form.defaultButton->press();
-    };
+    name("dlgFontNew", "fresh", "InitCharSet(5)");
     manager([](Form& form) { press(form, {"cmdNewFont", "cmdRenameFont", "CancelButton"}); });
     EXPECT_EQ(control.selectedFont(), "renamed");
     EXPECT_EQ(screen().font.txtCharSet.text(), "0123456789") << "the next key must not replace it";
@@ -253,7 +247,7 @@ TEST_F(FontSelectionTest, ARenamedFontIsKnownByItsNewNameWhenTheChosenOneCannotB
     tool->failAt("LoadFont", 57, "damaged");
     manager([](Form& form) {
         press(form, {"cmdRenameFont"});
-        in<ListBox>(form, "lbFonts").setListIndex(1);
+        list(form).setListIndex(1);
         form.defaultButton->press();
     });
     EXPECT_EQ(message(), "SelectFont Err 57 damaged");
@@ -267,7 +261,7 @@ TEST_F(FontSelectionTest, AFontOfAStepThatWasLeftMeanwhileIsNotLoadedIntoTheNext
     manager([&](Form& form) {
         control.setStep(second);
         tool.reset();
-        in<ListBox>(form, "lbFonts").setListIndex(1);
+        list(form).setListIndex(1);
         form.defaultButton->press();
     });
     EXPECT_EQ(second->count("LoadFont(beta)"), 0);
@@ -286,12 +280,11 @@ TEST_F(FontSelectionTest, TheNameNewIsReservedForNewFontsOnly) {
     name("dlgFontName", "new");
     manager([](Form& form) {
         press(form, {"cmdNewFont", "cmdRenameFont"});
-        EXPECT_EQ(in<ListBox>(form, "lbFonts").text(), "new");
+        EXPECT_EQ(list(form).text(), "new");
         in<Button>(form, "CancelButton").press();
     });
-    ASSERT_EQ(platform.boxes.size(), 1u);
-    EXPECT_EQ(platform.boxes[0].text, "Font name 'new' is reserved, please select a different name");
-    EXPECT_EQ(platform.boxes[0].title, "Name Conflict");
+    EXPECT_THAT(platform.told(),
+                ElementsAre("Name Conflict: Font name 'new' is reserved, please select a different name"));
     EXPECT_EQ(tool->changes().front(), "RenameFont(new,alpha)");
 }
 
@@ -305,15 +298,14 @@ TEST_F(FontSelectionTest, AnExistingNameMayBeOverwrittenByNewButNotByRename) {
         EXPECT_TRUE(tool->changes().empty());
         in<Button>(form, "cmdNewFont").press();
         EXPECT_EQ(tool->count("CreateFont(BETA)"), 1);
-        EXPECT_EQ(in<ListBox>(form, "lbFonts").text(), "BETA");
+        EXPECT_EQ(list(form).text(), "BETA");
         in<Button>(form, "cmdDuplicateFont").press();
         form.unload();
     });
-    ASSERT_EQ(platform.boxes.size(), 3u);
-    EXPECT_EQ(platform.boxes[0].text, "Font name already exists. Overwrite?");
-    EXPECT_EQ(platform.boxes[0].title, "Name Conflict");
+    const char* const overwrite = "Name Conflict: Font name already exists. Overwrite?";
+    ASSERT_THAT(platform.told(),
+                ElementsAre(overwrite, overwrite, testing::EndsWith("Font name already exists.")));
     EXPECT_EQ(platform.boxes[0].icon, MessageBox::Icon::Information);
-    EXPECT_EQ(platform.boxes[2].text, "Font name already exists.");
     EXPECT_EQ(platform.boxes[2].buttons, MessageBox::Buttons::Ok);
     EXPECT_EQ(tool->count("DuplicateFont(Gamma,BETA)"), 0);
 }
@@ -322,16 +314,16 @@ TEST_F(FontSelectionTest, DeleteAsksNothingAndKeepsASelection) {
     bind();
     platform.fileDates[jobs.folder().fontFile("gamma")] = "1/2/2026 3:04 PM";
     manager([&](Form& form) {
-        in<ListBox>(form, "lbFonts").setListIndex(2);
-        EXPECT_EQ(in<ListBox>(form, "lbFonts").toolTip(), "Font created 1/2/2026 3:04 PM");
+        list(form).setListIndex(2);
+        EXPECT_EQ(list(form).toolTip(), "Font created 1/2/2026 3:04 PM");
         EXPECT_EQ(form.defaultButton->caption(), "Select");
         EXPECT_EQ(status(form), jobs.folder().fontFile("gamma"));
         in<Button>(form, "cmdDeleteFont").press();
         EXPECT_EQ(status(form), "Deleted font: gamma");
-        EXPECT_EQ(in<ListBox>(form, "lbFonts").text(), "beta");
-        EXPECT_EQ(in<ListBox>(form, "lbFonts").toolTip(), "Creation date unknown");
+        EXPECT_EQ(list(form).text(), "beta");
+        EXPECT_EQ(list(form).toolTip(), "Creation date unknown");
         press(form, {"cmdDeleteFont", "cmdDeleteFont"});
-        EXPECT_EQ(in<ListBox>(form, "lbFonts").listIndex(), -1);
+        EXPECT_EQ(list(form).listIndex(), -1);
         for (const char* button : {"cmdDuplicateFont", "cmdRenameFont", "cmdDeleteFont", "OKButton"})
             EXPECT_FALSE(in<Button>(form, button).enabled()) << button;
         EXPECT_TRUE(form.loaded());
@@ -359,7 +351,7 @@ TEST_F(FontSelectionTest, AFailureIsShownInTheManagersStatusBar) {
     });
     tool->failAt("LoadFont", 53, "File not found");
     manager([](Form& form) {
-        EXPECT_EQ(in<ListBox>(form, "lbFonts").count(), 2);
+        EXPECT_EQ(list(form).count(), 2);
         in<Button>(form, "OKButton").press();
     });
     EXPECT_EQ(message(), "SelectFont Err 53 File not found");

@@ -54,10 +54,10 @@ TEST_F(HistogramOfTheScreen, DeletesABinToItsVeryEndsAndShowsWhatIsLeft) {
     EXPECT_EQ(panel("MaxDist").text(), "3");
     EXPECT_EQ(cell("A").backColor(), rgb(255, 192, 192)) << "the highlight of an include";
     EXPECT_TRUE(control.m_FontChanged());
-    form().tlbMain.button("Font").press();
-    EXPECT_EQ(form().mode(), kFontHistogram);
-    form().tlbMain.button("Char").press();
-    EXPECT_EQ(form().mode(), kCharacterDistance);
+    for (const auto& [button, mode] : {std::pair("Font", kFontHistogram), {"Char", kCharacterDistance}}) {
+        form().tlbMain.button(button).press();
+        EXPECT_EQ(form().mode(), mode);
+    }
 
     // One that the screen opens takes the place of the form.
     form().udThreshold.setValue(9);
@@ -86,7 +86,7 @@ TEST_F(HistogramOfTheScreen, DrawsEverythingWithinItsScaleAndTheNumbersAtTheirMa
             EXPECT_TRUE(scale.left <= label.left && label.left + label.width < scale.right) << label.caption;
             if (label.left >= 0) continue;
             EXPECT_EQ(label.alignment, ChartLabel::Alignment::End);
-            EXPECT_TRUE(std::any_of(scene.lines.begin(), scene.lines.end(), [&](const ChartLine& mark) {
+            EXPECT_TRUE(std::ranges::any_of(scene.lines, [&](const ChartLine& mark) {
                 return mark.y1 == label.top && mark.x1 > label.left + label.width;
             })) << label.caption;
         }
@@ -128,17 +128,15 @@ TEST_F(HistogramOfTheScreen, FollowsWhatIsDoneOnTheScreenAndGoesWithItsFont) {
 TEST_F(HistogramOfTheScreen, OpensTheOneOfACharacterFromTwoSamplesOn) {
     toolButton("Log").press();
     open("mnuMainFontHist");
-    const auto entries = jobs.entries();
+    EXPECT_THAT(jobs.entries(), Contains("DravikDlg.DisplayCharHistogram(A, FontHistogram)").Times(1));
+    EXPECT_THAT(jobs.entries(), Contains("Dravikdlg.MaxCharDistance").Times(3))
+        << "the procedure runs for each character, on samples that are fetched once";
     toolButton("Log").press();
     EXPECT_EQ(form().caption(), "Frequency Histogram for Font");
     EXPECT_EQ(message(), "Creating histogram...");
     const auto& bars = chart().scene().bars;
     ASSERT_EQ(bars.size(), 3u);
     EXPECT_EQ(bars[1].accessibleName, "B, 2 samples, largest Distance 0.200");
-    EXPECT_EQ(std::count(entries.begin(), entries.end(), "DravikDlg.DisplayCharHistogram(A, FontHistogram)"),
-              1);
-    EXPECT_EQ(std::count(entries.begin(), entries.end(), "Dravikdlg.MaxCharDistance"), 3)
-        << "the procedure runs for each character, on samples that are fetched once";
     EXPECT_EQ(tool->count("GetSampleData(399999;1,2,3,5,6)"), 1);
     rightClick(bars[1].left, 1, "mnuHistogramShowChar");
     EXPECT_TRUE(platform.menus.back().enabled("mnuHistogramShowChar"));

@@ -1,11 +1,8 @@
-#include "screen/histogram/dlgCharHist.h"
 #include "screen/inspection/dlgCharArray.h"
 #include "screen/support/BoundScreen.h"
 
 namespace dravik::test {
 namespace {
-
-using testing::ElementsAre;
 
 class PopupMenusTest : public BoundScreen {
   protected:
@@ -34,9 +31,7 @@ class PopupMenusTest : public BoundScreen {
 };
 
 TEST_F(PopupMenusTest, ItemsFollowTheNumberOfTrainedSamples) {
-    rightClick("A", "");
-    rightClick("B", "");
-    rightClick("C", "");
+    for (const char* character : {"A", "B", "C"}) rightClick(character, "");
     ASSERT_EQ(platform.menus.size(), 3u);
     EXPECT_EQ(platform.menus[0].name, "mnuMain");
     EXPECT_EQ(platform.menus[0].x, 30);
@@ -63,8 +58,8 @@ TEST_F(PopupMenusTest, OnlyARightClickOnACharacterOfTheFontOpensTheMenu) {
 TEST_F(PopupMenusTest, RemovingACharacterAsksFirst) {
     platform.boxAnswers = {Answer::No, Answer::Yes};
     rightClick("A", "mnuMainCharacterExclude");
-    EXPECT_EQ(platform.boxes[0].text, "Are you certain you want to exclude the character A from the font?");
-    EXPECT_EQ(platform.boxes[0].title, "Delete Samples for A");
+    EXPECT_THAT(platform.told(), ElementsAre("Delete Samples for A: Are you certain you want to exclude the "
+                                             "character A from the font?"));
     EXPECT_TRUE(tool->changes().empty());
     rightClick("A", "mnuMainCharacterExclude");
     EXPECT_EQ(tool->committed.size(), 1u);
@@ -90,8 +85,8 @@ TEST_F(PopupMenusTest, DeletingTheTrainingAsksFirstAndKeepsTheSet) {
     rightClick("A", "mnuMainCharacterDelete");
     EXPECT_EQ(focus, 1);
     EXPECT_EQ(cell("A").backColor(), rgb(255, 192, 192)) << "the highlight of samples that are gone";
-    EXPECT_EQ(platform.boxes[0].text, "Are you certain you want to delete all samples for the character A?");
-    EXPECT_EQ(platform.boxes[0].title, "Delete Samples for A");
+    EXPECT_THAT(platform.told(), ElementsAre("Delete Samples for A: Are you certain you want to delete all "
+                                             "samples for the character A?"));
     EXPECT_EQ(tool->count("DeleteSample(300000)"), 3);
     EXPECT_EQ(tool->characterSet, (CharacterSet{"A", "B", "C"}));
     EXPECT_EQ(message(), "Deleted character A. Retrain to update display.");
@@ -103,10 +98,9 @@ TEST_F(PopupMenusTest, TheViewersOpenAndCloseWithTheControl) {
     rightClick("A", "mnuMainCharacterShowStdDev");
     rightClick("A", "mnuMainCharHist");
     rightClick("B", "mnuMainFontHist");
-    EXPECT_EQ(platform.shown,
-              (std::vector<std::string>{"dlgCharArray", "dlgCharArray", "dlgCharHist", "dlgCharHist"}));
     toolButton("Array").press();
-    EXPECT_EQ(platform.shown.back(), "dlgCharArray");
+    EXPECT_THAT(platform.shown,
+                ElementsAre("dlgCharArray", "dlgCharArray", "dlgCharHist", "dlgCharHist", "dlgCharArray"));
     EXPECT_EQ(platform.busyDepth, 0);
     EXPECT_EQ(platform.open.size(), 2u);
     screen().font.txtCharSet.setText("AB");
@@ -117,7 +111,7 @@ TEST_F(PopupMenusTest, TheViewersOpenAndCloseWithTheControl) {
     EXPECT_EQ(openAtQuestion, 0u) << "a viewer could not be used any more while the screen asks";
 }
 
-TEST_F(PopupMenusTest, TheViewersActOnTheControl) {
+TEST_F(PopupMenusTest, TheArrayAsksTheControlForAnother) {
     rightClick("A", "mnuMainCharacterShowArray");
     auto& array = dynamic_cast<dlgCharArray&>(platform.opened("dlgCharArray"));
     EXPECT_EQ(array.caption(), "Character Array for A");
@@ -125,21 +119,6 @@ TEST_F(PopupMenusTest, TheViewersActOnTheControl) {
     EXPECT_EQ(array.caption(), "Standard Dev Array for A");
     array.cboChar.setText("B");
     EXPECT_EQ(array.caption(), "Standard Dev Array for B");
-
-    rightClick("A", "mnuMainCharHist");
-    auto& histogram = dynamic_cast<dlgCharHist&>(platform.opened("dlgCharHist"));
-    std::vector<std::string> messages;
-    screen().sbr.changed.subscribe([&](Change) { messages.push_back(message()); });
-    const auto before = tool->committed.size();
-    platform.menuPicks = {"mnuHistogramDelete"};
-    histogram.chart.mouseMove({0, 0, 47, 1});
-    histogram.tmrGraphics.tick();
-    histogram.chart.mouseDown({kRightButton, 0, 47, 1});
-    EXPECT_EQ(tool->committed.size(), before - 1) << "the largest Distance lies in the last bin";
-    EXPECT_TRUE(control.m_FontChanged());
-    EXPECT_THAT(messages, testing::Contains("Samples delete. Click 'Train'."));
-    histogram.unload();
-    EXPECT_EQ(message(), "Samples were deleted. Learn required.");
 }
 
 TEST_F(PopupMenusTest, TheGridsMenuCopiesDeletesAndShowsTheFontHistogram) {

@@ -19,12 +19,10 @@ TEST_F(SampleCountsTest, CountsByKindAndByCharacter) {
     tool->addCommitted("a", {0.3});
     tool->uncommitted = {{"A", 0, {}}};
     tool->trained = {{"B", 7, {}}, {"A", 12, {}}};
-    EXPECT_EQ(counts.NumberCommittedAll(), 3);
-    EXPECT_EQ(counts.NumberUncommittedAll(), 1);
-    EXPECT_EQ(counts.NumberCommitted("A"), 2);
-    EXPECT_EQ(counts.NumberCommitted("z"), 0);
-    EXPECT_EQ(counts.NumberTrained("A"), 12);
-    EXPECT_EQ(counts.NumberTrained("z"), 0);
+    EXPECT_THAT((std::vector<int>{counts.NumberCommittedAll(), counts.NumberUncommittedAll(),
+                                  counts.NumberCommitted("A"), counts.NumberCommitted("z"),
+                                  counts.NumberTrained("A"), counts.NumberTrained("z")}),
+                ElementsAre(3, 1, 2, 0, 12, 0));
     EXPECT_EQ(message(), "");
 }
 
@@ -78,13 +76,13 @@ TEST_F(SampleCountsTest, TheDumpHoldsARowPerSampleAndEndsEveryLineInAComma) {
 }
 
 TEST_F(SampleCountsTest, ATableOfTheWrongShapeIsAFailureNotACrash) {
-    tool->answers[399999] = std::make_shared<CellTable>(std::vector<std::vector<Cell>>{{"No"}, {1.0}});
-    EXPECT_EQ(counts.NumberCommitted("A"), 0);
-    EXPECT_EQ(message(), "NumberCommitted Err 9 Subscript out of range");
-    tool->answers[399999] =
-        std::make_shared<CellTable>(std::vector<std::vector<Cell>>{{"No", "Code"}, {1.0, std::string("A")}});
-    EXPECT_EQ(counts.NumberCommitted("A"), 0);
-    EXPECT_EQ(message(), "NumberCommitted Err 13 Type mismatch");
+    using Rows = std::vector<std::vector<Cell>>;
+    for (const auto& [rows, told] : {std::pair(Rows{{"No"}, {1.0}}, "Err 9 Subscript out of range"),
+                                     {Rows{{"No", "Code"}, {1.0, "A"}}, "Err 13 Type mismatch"}}) {
+        tool->answers[399999] = std::make_shared<CellTable>(rows);
+        EXPECT_EQ(counts.NumberCommitted("A"), 0);
+        EXPECT_EQ(message(), std::string("NumberCommitted ") + told);
+    }
 }
 
 }  // namespace

@@ -13,6 +13,12 @@ class SamplesGridTest : public BoundScreen {
     }
 
     Grid& grid() { return screen().numeric.grid; }
+    void display(int kind) { screen().numeric.cboDisplay.setListIndex(kind); }
+    // By its rows from here to there.
+    void remove(int from, int to) {
+        grid().select(from, 0, to, 0);
+        grid().keyDown(kKeyDelete, 0);
+    }
     void click(int button, int row, int column) {
         grid().setMouseCell(row, column);
         grid().mouseDown(MouseEvent{button, 0, 0, 0});
@@ -27,37 +33,35 @@ class SamplesGridTest : public BoundScreen {
 TEST_F(SamplesGridTest, ShowsNumbersCharactersAndFormattedFields) {
     EXPECT_EQ(grid().rows(), 4);
     EXPECT_EQ(grid().columns(), 54);
-    EXPECT_EQ(grid().text(0, 0), "");
-    EXPECT_EQ(grid().text(0, 1), "");
+    EXPECT_EQ(grid().text(0, 0) + grid().text(0, 1), "");
     EXPECT_NE(grid().text(0, 2), "");
-    EXPECT_EQ(column(0), "0 1 2 ");
-    EXPECT_EQ(column(1), "B B A ");
-    EXPECT_EQ(column(2), "0.100 0.250 0.001 ");
-    EXPECT_EQ(grid().align(0), CellAlign::Center);
-    EXPECT_EQ(grid().align(1), CellAlign::Center);
-    EXPECT_EQ(grid().align(2), CellAlign::Right);
-    screen().numeric.cboDisplay.setListIndex(kDisplayStatistics);
+    const char* const columns[] = {"0 1 2 ", "B B A ", "0.100 0.250 0.001 "};
+    for (int i = 0; i < 3; ++i) {
+        EXPECT_EQ(column(i), columns[i]);
+        EXPECT_EQ(grid().align(i), i < 2 ? CellAlign::Center : CellAlign::Right);
+    }
+    display(kDisplayStatistics);
     EXPECT_EQ(grid().columns(), 53);
     EXPECT_EQ(column(2), "1.000 2.000 ");
-    screen().numeric.cboDisplay.setListIndex(kDisplayUncommitted);
+    display(kDisplayUncommitted);
     EXPECT_EQ(column(2), "1.000 2.000 ") << "an empty answer leaves the grid as it was";
 }
 
 TEST_F(SamplesGridTest, TheOrderChosenSurvivesARefill) {
     click(kLeftButton, 0, 1);
     EXPECT_EQ(column(0), "2 0 1 ");
-    screen().numeric.cboDisplay.setListIndex(kDisplayCommitted);
+    display(kDisplayCommitted);
     EXPECT_EQ(column(0), "2 0 1 ");
     click(kLeftButton, 0, 2);
     click(kLeftButton, 2, 0);
     EXPECT_EQ(column(0), "2 0 1 ") << "only the headings of the first two columns sort";
     grid().select(2, 5, 2, 5);
-    screen().numeric.cboDisplay.setListIndex(kDisplayCommitted);
+    display(kDisplayCommitted);
     EXPECT_EQ(grid().column(), 1) << "the column that decides is the current one";
     click(kLeftButton, 0, 0);
     EXPECT_EQ(column(0), "0 1 2 ");
     EXPECT_EQ(grid().column(), 0);
-    screen().numeric.cboDisplay.setListIndex(kDisplayCommitted);
+    display(kDisplayCommitted);
     EXPECT_EQ(column(0), "0 1 2 ");
 }
 
@@ -74,7 +78,7 @@ TEST_F(SamplesGridTest, CopyPutsATabBehindEveryCell) {
 
     tool->answers[kAllCommitted] =
         std::make_shared<CellTable>(std::vector<std::vector<Cell>>{{"No", "Code", "7"}});
-    screen().numeric.cboDisplay.setListIndex(kDisplayCommitted);
+    display(kDisplayCommitted);
     EXPECT_EQ(grid().text(0, 2), "7") << "headings are texts, whatever they read";
     platform.clipboard = "old";
     grid().keyDown(kKeyInsert, kCtrlMask);
@@ -82,8 +86,7 @@ TEST_F(SamplesGridTest, CopyPutsATabBehindEveryCell) {
 }
 
 TEST_F(SamplesGridTest, DeleteNamesTheSameSampleOncePerSelectedRow) {
-    grid().select(2, 0, 3, 53);
-    grid().keyDown(kKeyDelete, 0);
+    remove(2, 3);
     EXPECT_EQ(tool->count("DeleteSample(300001)"), 2);
     EXPECT_EQ(tool->committed.size(), 1u);
     EXPECT_EQ(grid().rows(), 2);
@@ -91,29 +94,25 @@ TEST_F(SamplesGridTest, DeleteNamesTheSameSampleOncePerSelectedRow) {
     EXPECT_EQ(message(), "Deleted samples. Learn again to update graphical display.");
 
     tool->uncommitted.assign(5, {"A", 0, {}});
-    screen().numeric.cboDisplay.setListIndex(kDisplayUncommitted);
-    grid().select(3, 0, 5, 0);
-    grid().keyDown(kKeyDelete, 0);
+    display(kDisplayUncommitted);
+    remove(3, 5);
     EXPECT_EQ(tool->count("DeleteSample(200002)"), 3);
 }
 
 TEST_F(SamplesGridTest, NothingIsDeletedUpwardsOrFromTheStatistics) {
-    grid().select(3, 0, 1, 0);
-    grid().keyDown(kKeyDelete, 0);
+    remove(3, 1);
     EXPECT_EQ(tool->committed.size(), 3u);
     EXPECT_FALSE(control.m_FontChanged());
-    screen().numeric.cboDisplay.setListIndex(kDisplayStatistics);
+    display(kDisplayStatistics);
     screen().sbr.panel("Message").setText("");
-    grid().select(1, 0, 1, 0);
-    grid().keyDown(kKeyDelete, 0);
+    remove(1, 1);
     EXPECT_EQ(tool->committed.size(), 3u);
     EXPECT_EQ(message(), "Deleted samples. Learn again to update graphical display.");
 }
 
 TEST_F(SamplesGridTest, AFailedDeletionIsReportedUnderTheKeyAndTheRowsAreShownAnew) {
     tool->failAt("DeleteSample", 70, "Permission denied");
-    grid().select(1, 0, 2, 0);
-    grid().keyDown(kKeyDelete, 0);
+    remove(1, 2);
     EXPECT_EQ(message(), "grid_KeyDown Err 70 Permission denied");
     EXPECT_FALSE(control.m_FontChanged()) << "nothing was deleted";
 
@@ -129,7 +128,7 @@ TEST_F(SamplesGridTest, AFailedDeletionIsReportedUnderTheKeyAndTheRowsAreShownAn
     // Where the samples cannot be asked for either, no number of the rows shown is taken for a sample's.
     tool->onCall = nullptr;
     tool->failAt("GetSampleData", 7, "Out of memory");
-    screen().numeric.cboDisplay.setListIndex(kDisplayCommitted);
+    display(kDisplayCommitted);
     tool->succeedAt("DeleteSample");
     tool->calls.clear();
     grid().keyDown(kKeyDelete, 0);
@@ -144,13 +143,13 @@ TEST_F(SamplesGridTest, RowsThatNameNoSampleDeleteNothing) {
         EXPECT_FALSE(control.m_FontChanged()) << what;
         EXPECT_EQ(message(), "Deleted samples. Learn again to update graphical display.");
     };
-    screen().numeric.cboDisplay.setListIndex(kDisplayUncommitted);
+    display(kDisplayUncommitted);
     pressesDeleteInVain("a kind without records: the committed samples stay shown");
     tool->answers[kAllCommitted] = std::make_shared<CellTable>(std::vector<std::vector<Cell>>{{"No", "C"}});
-    screen().numeric.cboDisplay.setListIndex(kDisplayCommitted);
+    display(kDisplayCommitted);
     pressesDeleteInVain("headings only");
     tool->answers.clear();
-    screen().numeric.cboDisplay.setListIndex(kDisplayCommitted);
+    display(kDisplayCommitted);
     grid().setRedraw(false);
     pressesDeleteInVain("the font is gone");
 
@@ -162,7 +161,7 @@ TEST_F(SamplesGridTest, RowsThatNameNoSampleDeleteNothing) {
 TEST_F(SamplesGridTest, ACodeThatIsNoNumberIsReportedAndNotShown) {
     tool->answers[kAllCommitted] =
         std::make_shared<CellTable>(std::vector<std::vector<Cell>>{{"H", "H", "H"}, {300000.0, "A", 0.5}});
-    screen().numeric.cboDisplay.setListIndex(kDisplayCommitted);
+    display(kDisplayCommitted);
     EXPECT_EQ(message(), "FillSamplesArray Err 13 Type mismatch");
     EXPECT_EQ(column(1), "B B A ");
 }

@@ -66,16 +66,10 @@ TEST_F(OperatorActs, EachIsToldOnceWithWhatItDid) {
     screen().train.tmrTrain.tick();
     screen().train.cmdRevert.press();
     screen().train.cmdSaveFont.press();
-    EXPECT_EQ(said, (std::vector<std::string>{
-                        "include of CA",
-                        "deletion of 1 sample of A | Deleted A",
-                        "deletion of 2 samples of B | Deleted B, B",
-                        "removal of A from the font | Deleted A, A",
-                        "change of the character set",
-                        "learning",
-                        "revert of ocrb",
-                        "save of ocrb",
-                    }));
+    EXPECT_THAT(said, ElementsAre("include of CA", "deletion of 1 sample of A | Deleted A",
+                                  "deletion of 2 samples of B | Deleted B, B",
+                                  "removal of A from the font | Deleted A, A", "change of the character set",
+                                  "learning", "revert of ocrb", "save of ocrb"));
 }
 
 TEST_F(OperatorActs, WhatChangedNothingIsNotTold) {
@@ -147,15 +141,12 @@ TEST_F(OperatorActs, ARunIsDecidedOnceAndNotRestored) {
     EXPECT_FALSE(acts.back().before.awaitsDecision);
 
     control.refreshAfterHistory(running, true);
-    EXPECT_TRUE(screen().train.cmdTrain.enabled());
-    EXPECT_TRUE(screen().sample.cmdInclude.enabled());
+    EXPECT_TRUE(screen().train.cmdTrain.enabled() && screen().sample.cmdInclude.enabled());
     EXPECT_TRUE(screen().font.cmdSelectFont.enabled());
     EXPECT_FALSE(screen().train.cmdSaveFont.enabled());
     control.refreshAfterHistory(ended, true);
-    EXPECT_FALSE(screen().train.cmdTrain.enabled());
-    EXPECT_FALSE(screen().sample.cmdInclude.enabled());
-    EXPECT_TRUE(screen().train.cmdRevert.enabled());
-    EXPECT_TRUE(screen().train.cmdSaveFont.enabled());
+    EXPECT_FALSE(screen().train.cmdTrain.enabled() || screen().sample.cmdInclude.enabled());
+    EXPECT_TRUE(screen().train.cmdRevert.enabled() && screen().train.cmdSaveFont.enabled());
     screen().train.cmdRevert.press();
 
     screen().train.cmdTrain.press();

@@ -1,17 +1,14 @@
 #include "screen/support/BoundScreen.h"
-#include "support/Refused.h"
 
 namespace dravik::test {
 namespace {
 
 TEST_F(BoundScreen, StartsEmptyWithNothingToSaveOrStop) {
-    EXPECT_FALSE(screen().train.cmdSaveFont.enabled());
-    EXPECT_FALSE(screen().train.cmdRevert.enabled());
-    EXPECT_FALSE(screen().train.cmdStop.enabled());
-    EXPECT_EQ(screen().train.cboTimeout.text(), "10 sec");
+    const auto& train = screen().train;
+    EXPECT_FALSE(train.cmdSaveFont.enabled() || train.cmdRevert.enabled() || train.cmdStop.enabled());
+    EXPECT_EQ(train.cboTimeout.text(), "10 sec");
     EXPECT_TRUE(screen().overview.fraChar.visible());
-    EXPECT_FALSE(screen().numeric.grid.visible());
-    EXPECT_FALSE(screen().numeric.grid.redraw());
+    EXPECT_FALSE(screen().numeric.grid.visible() || screen().numeric.grid.redraw());
     EXPECT_EQ(screen().font.lblSelectedFont.caption(), "Name");
     EXPECT_EQ(control.step(), nullptr);
     // What the first timeout could not be told to.
@@ -81,8 +78,7 @@ TEST_F(BoundScreen, LoadsTheFontOfTheLowestBitAndFillsTheScreen) {
     EXPECT_FALSE(screen().font.txtCharSet.locked());
     EXPECT_FALSE(control.m_FontChanged());
     for (const auto& call : tool->changes()) EXPECT_FALSE(call.starts_with("SetCharacterSet")) << call;
-    EXPECT_TRUE(screen().sample.cmdInclude.enabled());
-    EXPECT_TRUE(screen().train.cmdTrain.enabled());
+    EXPECT_TRUE(screen().sample.cmdInclude.enabled() && screen().train.cmdTrain.enabled());
     EXPECT_TRUE(screen().numeric.grid.redraw());
     EXPECT_EQ(screen().numeric.grid.rows(), 2);
     EXPECT_EQ(screen().font.lblFontDateTime.caption(), "Not trained. Created 1/2/2026 3:04 PM");
@@ -94,8 +90,7 @@ TEST_F(BoundScreen, WithoutASelectedFontShowsNoneAndOffersNeitherIncludeNorLearn
         tool->data["SelFont"] = mask;
         control.setStep(tool);
         EXPECT_EQ(screen().font.lblSelectedFont.caption(), "<None>");
-        EXPECT_FALSE(screen().sample.cmdInclude.enabled());
-        EXPECT_FALSE(screen().train.cmdTrain.enabled());
+        EXPECT_FALSE(screen().sample.cmdInclude.enabled() || screen().train.cmdTrain.enabled());
         EXPECT_FALSE(screen().numeric.grid.redraw());
         EXPECT_EQ(control.selectedFont(), "");
     }
@@ -137,8 +132,7 @@ TEST_F(BoundScreen, NothingOfTheFirstStepActsOnTheSecond) {
     EXPECT_EQ(second->committed.size(), 3u);
     EXPECT_EQ(screen().sbr.panel("LastInclude").text(), "");
     EXPECT_TRUE(platform.open.empty()) << "a histogram of the first step's font";
-    EXPECT_FALSE(screen().train.tmrTrain.enabled());
-    EXPECT_FALSE(screen().train.cmdStop.enabled());
+    EXPECT_FALSE(screen().train.tmrTrain.enabled() || screen().train.cmdStop.enabled());
     EXPECT_TRUE(screen().font.cmdSelectFont.enabled());
 
     // The same step once more is no other one.
@@ -193,9 +187,8 @@ TEST_F(BoundScreen, ClosingAsksOnlyForAChangedFontAndSavesOnYes) {
     screen().font.txtCharSet.setText("AB");
     platform.boxAnswers = {Answer::Yes};
     control.UserControl_Terminate();
-    ASSERT_EQ(platform.boxes.size(), 1u);
-    EXPECT_EQ(platform.boxes[0].text, "The font has changed since it was last saved.\r\rSave changes?");
-    EXPECT_EQ(platform.boxes[0].title, "Font Changed");
+    ASSERT_THAT(platform.told(), ElementsAre("Font Changed: The font has changed since it was last saved.\r\r"
+                                             "Save changes?"));
     EXPECT_EQ(platform.boxes[0].buttons, MessageBox::Buttons::YesNo);
     EXPECT_EQ(tool->count("SaveFont(ocrb)"), 1);
     control.UserControl_Terminate();
@@ -214,8 +207,7 @@ TEST_F(BoundScreen, ClosingAsksOnlyForAChangedFontAndSavesOnYes) {
         page.UserControl_Terminate();
         EXPECT_EQ(tool->count("SaveFont(ocrb)"), answers[0] == Answer::Yes);
     }
-    EXPECT_EQ(platform.boxes.back().text, "61 Disk full");
-    EXPECT_EQ(platform.boxes.back().title, "Error in UserControl_Terminate");
+    EXPECT_EQ(platform.told().back(), "Error in UserControl_Terminate: 61 Disk full");
 }
 
 }  // namespace

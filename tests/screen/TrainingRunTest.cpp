@@ -1,4 +1,3 @@
-#include <limits>
 
 #include "screen/support/BoundScreen.h"
 
@@ -111,8 +110,7 @@ TEST_F(TrainingRunTest, ARunShowsItsProgressAndItsFigures) {
     EXPECT_FALSE(screen().train.tmrTrain.enabled());
     EXPECT_EQ(usable(), decision) << "the operator must decide first";
     EXPECT_TRUE(control.m_FontChanged());
-    const auto entries = jobs.entries();
-    EXPECT_EQ(std::count(entries.begin(), entries.end(), "Dravikdlg.training done, RMS = 0.03"), 1);
+    EXPECT_THAT(jobs.entries(), Contains("Dravikdlg.training done, RMS = 0.03").Times(1));
 }
 
 TEST_F(TrainingRunTest, SaveEndsTheRun) {
@@ -130,15 +128,14 @@ TEST_F(TrainingRunTest, SaveEndsTheRun) {
     EXPECT_EQ(usable(), free());
 }
 
-TEST_F(TrainingRunTest, AnAbortedRunShowsNoFigures) {
+TEST_F(TrainingRunTest, AFailedSaveKeepsTheFontChangedAndTheDecisionOpen) {
     learn();
     tool->trainingAborted = true;
     end(0.5f, 3);
-    EXPECT_EQ(screen().train.lblStatus.caption(), "");
+    EXPECT_EQ(screen().train.lblStatus.caption(), "") << "an aborted run shows no figures";
     EXPECT_EQ(message(), "Save Font or Revert");
-}
-
-TEST_F(TrainingRunTest, AFailedSaveKeepsTheFontChangedAndTheDecisionOpen) {
+    screen().train.cmdRevert.press();
+    tool->trainingAborted = false;
     learn();
     end(0.1f, 5);
     tool->failAt("SaveFont", 61, "Disk full");
@@ -183,9 +180,8 @@ TEST_F(TrainingRunTest, UncommittedSamplesAreAskedAboutFirst) {
     tool->uncommitted.push_back({"A", 0, {}});
     platform.boxAnswers = {Answer::Cancel};
     learn();
-    ASSERT_EQ(platform.boxes.size(), 1u);
-    EXPECT_EQ(platform.boxes[0].text, "This font contains uncommitted samples. Commit all samples now?");
-    EXPECT_EQ(platform.boxes[0].title, "Warning: Uncommitted Samples");
+    ASSERT_THAT(platform.told(), ElementsAre("Warning: Uncommitted Samples: This font contains uncommitted "
+                                             "samples. Commit all samples now?"));
     EXPECT_EQ(platform.boxes[0].buttons, MessageBox::Buttons::YesNoCancel);
     EXPECT_EQ(tool->count("StartTraining()"), 0);
     EXPECT_EQ(usable(), free());

@@ -1,17 +1,10 @@
 #include "screen/histogram/dlgCharHist.h"
 
-#include <functional>
-#include <numeric>
-
 #include "screen/support/ProcedureTest.h"
 
 namespace dravik::test {
 namespace {
 
-using testing::Contains;
-using testing::DoubleNear;
-using testing::ElementsAre;
-using testing::IsEmpty;
 using Strings = std::vector<std::string>;
 using Numbers = std::vector<double>;
 
@@ -50,6 +43,13 @@ struct dlgCharHistTest : ProcedureTest {
     const ChartBar& bar(std::size_t i) { return form.drawing().shpData.at(i); }
     const ChartLabel& label(std::size_t i) { return form.drawing().lblX.at(i); }
     std::string panel(const std::string& name) { return form.sbr.panel(name).text(); }
+    // Left, top, width and height.
+    static Numbers place(const ChartBar& bar) { return {bar.left, bar.top, bar.width, bar.height}; }
+    // What the panels tell of the character or the bin that is pointed at.
+    Strings hovered(double x, double y) {
+        point(x, y);
+        return {panel("Samples"), panel("Msg")};
+    }
 
     AskedControl control;
     dlgCharHist form{log, platform, control};
@@ -60,18 +60,14 @@ TEST_F(dlgCharHistTest, FontHistogramPlacesBarsOnTheAxis) {
     EXPECT_EQ(form.chart.scene().lines.size(), 1u) << "the axis";
     fontHistogram();
     // Four bars: a pitch of 12.5, each of width 1 centred on its place.
-    EXPECT_EQ(bar(0).left, 12);
-    EXPECT_EQ(bar(0).top, 100);
-    EXPECT_EQ(bar(0).height, 100);
-    EXPECT_EQ(bar(3).left, 49.5);
-    EXPECT_EQ(bar(3).top, 50);
+    EXPECT_THAT(place(bar(0)), ElementsAre(12, 100, 1, 100));
+    EXPECT_THAT(place(bar(3)), ElementsAre(49.5, 50, 1, 50));
     EXPECT_EQ(label(3).caption, "0");
     EXPECT_EQ(label(3).left + label(3).width / 2, 50);
     EXPECT_EQ(label(3).fontSize, 10);
 
     // No samples: a blue square just below the axis.
-    EXPECT_EQ(bar(2).top, 0);
-    EXPECT_EQ(bar(2).height, 1);
+    EXPECT_THAT(place(bar(2)), ElementsAre(37, 0, 1, 1));
     EXPECT_EQ(bar(2).fill, rgb(0, 0, 255));
     EXPECT_TRUE(bar(2).visible);
 
@@ -83,13 +79,18 @@ TEST_F(dlgCharHistTest, FontHistogramPlacesBarsOnTheAxis) {
     EXPECT_TRUE(form.udThreshold.visible());
     EXPECT_TRUE(form.tlbMain.button("Font").pressed());
     EXPECT_THAT(events, IsEmpty());
-    EXPECT_TRUE(bar(0).hatched) << "over the threshold, told by more than the colour";
-    EXPECT_FALSE(bar(1).hatched);
+    EXPECT_TRUE(bar(0).hatched && !bar(1).hatched) << "over the threshold, told by more than the colour";
     EXPECT_EQ(form.chart.scene().labels.back().caption, "samples");
     EXPECT_EQ(form.chart.scene().bars.at(1).accessibleName, "B, 1 sample, largest Distance 0.350");
     EXPECT_EQ(form.chart.scene().bars.at(0).accessibleName,
               "A, 12 samples, largest Distance 0.400, over the threshold");
 
+    for (const std::size_t count : {26u, 27u}) {
+        form.SetFontHistogram(Numbers(count, 3), Strings(count, "A"), Numbers(count, 0.1));
+        EXPECT_EQ(label(5).fontSize, count == 27 ? 8 : 10) << "labels shrink";
+        form.SetCharHistogram(Numbers(count, 0.1), "A", {"A"});
+        EXPECT_EQ(label(5).fontSize, count == 27 ? 8 : 10) << "labels shrink";
+    }
     EXPECT_FALSE(form.drawing().linY.empty());
     form.SetFontHistogram({0, 0}, {"A", "B"}, {0, 0});
     EXPECT_TRUE(form.drawing().linY.empty() && form.drawing().lblY.empty()) << "no marks without samples";
@@ -97,37 +98,22 @@ TEST_F(dlgCharHistTest, FontHistogramPlacesBarsOnTheAxis) {
     EXPECT_EQ(panel("Msg"), "Created font histogram");
 }
 
-TEST_F(dlgCharHistTest, LabelsShrinkFromAnUpperBoundOf26) {
-    for (const std::size_t count : {26u, 27u}) {
-        form.SetFontHistogram(Numbers(count, 3), Strings(count, "A"), Numbers(count, 0.1));
-        EXPECT_EQ(label(5).fontSize, count == 27 ? 8 : 10);
-        form.SetCharHistogram(Numbers(count, 0.1), "A", {"A"});
-        EXPECT_EQ(label(5).fontSize, count == 27 ? 8 : 10);
-    }
-}
-
 TEST_F(dlgCharHistTest, CharHistogramCountsIntoBins) {
     // One tenth of the largest, and what is hardly more, stays in the first bin; the largest is in the last.
     form.SetCharHistogram({0, 0.1, 0.10005, 0.5, 0.102, 0.9, 0.91, 1.0}, "B", {"A", "B"});
     EXPECT_EQ(bar(0).top, 100);
-    EXPECT_DOUBLE_EQ(bar(1).top, 100.0 / 3);
-    EXPECT_DOUBLE_EQ(bar(4).top, 100.0 / 3);
-    EXPECT_DOUBLE_EQ(bar(8).top, 100.0 / 3);
+    for (const std::size_t i : {1, 4, 8}) EXPECT_DOUBLE_EQ(bar(i).top, 100.0 / 3);
     EXPECT_DOUBLE_EQ(bar(9).top, 200.0 / 3);
     EXPECT_FALSE(bar(2).visible);
     EXPECT_EQ(form.chart.scene().bars.size(), 5u);
-    EXPECT_EQ(bar(9).left, 47);
-    EXPECT_EQ(bar(9).width, 2);
+    EXPECT_THAT((Numbers{bar(9).left, bar(9).width, label(2).left, label(2).width}),
+                ElementsAre(47, 2, 11, 4));
     EXPECT_EQ(label(2).caption, "0.300");
-    EXPECT_EQ(label(2).left, 11);
-    EXPECT_EQ(label(2).width, 4);
     EXPECT_TRUE(label(2).visible);
-    EXPECT_EQ(panel("MaxDist"), "8");
-    EXPECT_EQ(panel("MaxDistCaption"), "Total");
+    EXPECT_EQ(panel("MaxDistCaption") + panel("MaxDist"), "Total8");
     EXPECT_EQ(panel("Msg"), "Created character histogram");
     EXPECT_EQ(form.cboChar.text(), "B");
-    EXPECT_TRUE(form.cboChar.enabled());
-    EXPECT_FALSE(form.txtExceed.visible());
+    EXPECT_TRUE(form.cboChar.enabled() && !form.txtExceed.visible());
     EXPECT_THAT(events, ElementsAre("Msg Created character histogram"));
     EXPECT_EQ(form.chart.scene().bars.at(1).accessibleName, "Distance 0.100 to 0.200, 1 sample");
 
@@ -148,8 +134,7 @@ TEST_F(dlgCharHistTest, HashMarksFollowTheAxisMaximum) {
     EXPECT_THAT(labels(), ElementsAre("5", "10"));
     const auto& major = form.drawing().linY[4];
     const auto& minor = form.drawing().linY[3];
-    EXPECT_EQ(major.x1, -2);
-    EXPECT_EQ(major.x2, 0);
+    EXPECT_THAT((Numbers{major.x1, major.x2}), ElementsAre(-2, 0));
     EXPECT_DOUBLE_EQ(major.y1, 500.0 / 12);
     EXPECT_GT(minor.x1, major.x1);
     EXPECT_NE(minor.color, major.color);
@@ -242,43 +227,28 @@ TEST_F(dlgCharHistTest, TheThresholdColoursTheBars) {
 
 TEST_F(dlgCharHistTest, HoveringShowsTheCharacter) {
     fontHistogram();
-    point(12.5, 50);
-    EXPECT_EQ(panel("Samples"), "12");
+    EXPECT_THAT(hovered(12.5, 50), ElementsAre("12", ""));
     EXPECT_EQ(panel("MaxDist"), "0.400");
     EXPECT_EQ(label(0).backColor, rgb(255, 255, 0));
-    point(49.5, 20);
-    EXPECT_EQ(panel("Msg"), "Numeral '0'");
-    EXPECT_EQ(form.cboChar.text(), "0");
-    EXPECT_EQ(form.currentCharacter(), "0");
+    EXPECT_THAT(hovered(49.5, 20), ElementsAre("6", "Numeral '0'"));
+    EXPECT_EQ(form.cboChar.text() + form.currentCharacter(), "00");
     EXPECT_EQ(label(0).backColor, form.backColor());
-    point(37, -1);
-    EXPECT_EQ(panel("Msg"), "Letter 'O'");
-    point(25, 1);
-    EXPECT_EQ(panel("Msg"), "");
-    EXPECT_EQ(panel("Samples"), "1");
-    point(30, 50);
-    EXPECT_EQ(panel("Samples"), "");
+    EXPECT_THAT(hovered(37, -1), ElementsAre("0", "Letter 'O'"));
+    EXPECT_THAT(hovered(25, 1), ElementsAre("1", ""));
+    EXPECT_THAT(hovered(30, 50), ElementsAre("", ""));
     EXPECT_EQ(label(1).backColor, form.backColor());
     EXPECT_THAT(events, IsEmpty());
 }
 
 TEST_F(dlgCharHistTest, HitZoneIsMeasuredFromTheLeftEdge) {
     charHistogram();
-    const auto samplesAt = [this](double x, double y) {
-        point(x, y);
-        return panel("Samples");
-    };
-    // The first bar stands at 2 with width 2: its zone reaches from 0 to 4.
-    EXPECT_EQ(samplesAt(0, 50), "2");
-    EXPECT_EQ(samplesAt(4, 50), "2");
-    EXPECT_EQ(samplesAt(4.01, 50), "");
-    EXPECT_EQ(samplesAt(2, 100), "");  // not strictly below the top
-    EXPECT_EQ(samplesAt(2, -4.9), "2");
-    EXPECT_EQ(samplesAt(2, -5), "");
-    // An empty bin is found below the axis.
-    EXPECT_EQ(samplesAt(22, -1), "0");
-    EXPECT_EQ(panel("Msg"), "Distance = 0.400 to 0.500");
-    EXPECT_EQ(samplesAt(22, 1), "");
+    // The first bar stands at 2 with width 2: its zone reaches from 0 to 4, strictly below its top.
+    const Numbers inside[] = {{0, 50}, {4, 50}, {2, -4.9}},
+                  outside[] = {{4.01, 50}, {2, 100}, {2, -5}, {22, 1}};
+    for (const Numbers& at : inside) EXPECT_EQ(hovered(at[0], at[1])[0], "2") << at[0] << "," << at[1];
+    for (const Numbers& at : outside) EXPECT_EQ(hovered(at[0], at[1])[0], "") << at[0] << "," << at[1];
+    EXPECT_THAT(hovered(22, -1), ElementsAre("0", "Distance = 0.400 to 0.500"))
+        << "an empty bin, below the axis";
 
     // Zones that overlap: the lower index wins.
     form.SetFontHistogram(Numbers(74, 5), Strings(74, "A"), Numbers(74, 0.1));
@@ -346,8 +316,8 @@ TEST_F(dlgCharHistTest, CharacterMenuNeedsTwoSamples) {
     platform.menuPicks = {"", "mnuHistogramShowChar"};
     rightClick(25, 1);
     EXPECT_EQ(panel("Msg"), "Minimum 2 samples required to generate character histogram.");
-    EXPECT_FALSE(platform.menus[0].enabled("mnuHistogramShowChar"));
-    EXPECT_FALSE(platform.menus[0].enabled("mnuHistogramDelete"));
+    for (const char* item : {"mnuHistogramShowChar", "mnuHistogramDelete"})
+        EXPECT_FALSE(platform.menus[0].enabled(item)) << item;
     rightClick(49, 80);
     EXPECT_TRUE(platform.menus[1].enabled("mnuHistogramShowChar"));
     EXPECT_THAT(events, ElementsAre("Dist 0"));

@@ -2,8 +2,6 @@
 #include "Shown.h"
 
 namespace dravik::test {
-
-using namespace ui;
 namespace {
 
 struct CellField {
@@ -150,7 +148,7 @@ TEST(ChartSurface, DrawsAndPointsInUserUnits) {
 
     // Keys are the form's, which moves the one pointer that there is; each menu key comes once.
     shown.focus(chart);
-    letHappen();
+    settle();
     moves.clear();
     std::vector<int> keys;
     chart.keyDown.subscribe([&](int key, int) { keys.push_back(key); });

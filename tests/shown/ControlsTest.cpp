@@ -1,12 +1,9 @@
 // Each kind of control shows its state and turns what the operator does into events, and back.
-#include <thread>
 
 #include "Shown.h"
 #include "ui/TypedAhead.h"
 
 namespace dravik::test {
-
-using namespace ui;
 namespace {
 
 TEST(Buttons, ArePressedOnlyWhileEnabled) {
@@ -19,7 +16,7 @@ TEST(Buttons, ArePressedOnlyWhileEnabled) {
     check.click.subscribe([&] { ++changes; });
     shown.click(button);
     button.setEnabled(false);
-    letHappen();
+    settle();
     EXPECT_FALSE(shown.enabled(button));
     EXPECT_TRUE(shown.focused(check)) << "the focus must not stay on a disabled control";
     shown.click(button);
@@ -33,10 +30,10 @@ TEST(Buttons, ArePressedOnlyWhileEnabled) {
 
     const int before = shown.leastWidth();
     button.setCaption("A caption that is a good deal longer than it was");
-    letHappen();
+    settle();
     EXPECT_GE(shown.leastWidth(), before + 150);
     button.setVisible(false);
-    letHappen();
+    settle();
     EXPECT_FALSE(shown.visible(button));
     EXPECT_LT(shown.area(check).top, 30) << "hidden widgets take no room";
 }
@@ -105,7 +102,7 @@ TEST(TextBoxes, WhatIsTypedOnPressesNoButtonThatTheProgramGivesTheFocus) {
     shown.focus(box);
     shown.type("a");
     button.setFocus();
-    letHappen();
+    settle();
     EXPECT_TRUE(shown.focused(button));
     for (const Key key : {Key::Space, Key::A, Key::Enter}) shown.key(key);
     EXPECT_EQ(clicks, 0);
@@ -219,7 +216,7 @@ TEST(Focus, IsToldAndGivenOnceTheControlCanTakeIt) {
     EXPECT_EQ(told, "lost got ");
     first.setEnabled(false);
     first.setFocus();
-    letHappen();
+    settle();
     EXPECT_TRUE(shown.focused(later));
 }
 

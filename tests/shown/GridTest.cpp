@@ -3,8 +3,6 @@
 #include "shown/Numbers.h"
 
 namespace dravik::test {
-
-using namespace ui;
 namespace {
 
 using Cells = std::vector<int>;
@@ -13,7 +11,7 @@ class GridOnScreen : public testing::Test {
   protected:
     void fill(int rows, int columns) {
         grid.setSource(std::make_shared<Numbers>(rows, columns));
-        letHappen();
+        settle();
     }
     Point at(int row, int column) const { return shown.middleOf(grid, row, column); }
     Cells selection() const {

@@ -1,16 +1,10 @@
 // What only the platform does: boxes, modal and modeless forms, menus, clipboard and dates. What is modal is
 // answered while it blocks, as an operator would.
-#include <filesystem>
-#include <fstream>
 #include <regex>
 
 #include "Shown.h"
-#include "base/Paths.h"
-#include "support/Refused.h"
 
 namespace dravik::test {
-
-using namespace ui;
 namespace {
 
 TEST(PlatformOnScreen, BoxesShowPlainLinesAndGiveTheirAnswers) {

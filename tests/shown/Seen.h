@@ -3,14 +3,7 @@
 // shift is that of the models, colours are 0x00BBGGRR.
 #pragma once
 
-#include <gtest/gtest.h>
-
-#include <algorithm>
-#include <functional>
-#include <optional>
-#include <string>
-#include <vector>
-
+#include "support/Testing.h"
 #include "ui/Bars.h"
 #include "ui/Button.h"
 #include "ui/Chart.h"

@@ -1,6 +1,4 @@
-#include "trainer/commands/CommandLine.h"
 
-#include <sstream>
 
 #include "trainer/support/PgmFile.h"
 #include "trainer/support/Workspace.h"

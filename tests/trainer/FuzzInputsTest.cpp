@@ -1,11 +1,7 @@
 // The inputs that the fuzzers start from and those that once made them fail.
-#include <gtest/gtest.h>
-
-#include <filesystem>
-#include <fstream>
-#include <iterator>
 
 #include "FuzzTargets.h"
+#include "support/Testing.h"
 
 namespace dravik {
 

@@ -2,11 +2,8 @@
 
 #include <csignal>
 #include <regex>
-#include <sstream>
 
-#include "base/Failure.h"
 #include "base/FileLock.h"
-#include "base/Paths.h"
 #include "engine/embedded/EmbeddedTool.h"
 #include "engine/font/FontVersions.h"
 #include "trainer/support/PgmFile.h"

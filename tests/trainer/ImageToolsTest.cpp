@@ -2,8 +2,6 @@
 // and menus of the window, on images beside a barcode, tilted, or with nothing that is found.
 #include "trainer/window/ImageTools.h"
 
-#include <cmath>
-
 #include "contract/DrawnText.h"
 #include "trainer/support/TrainerFixture.h"
 

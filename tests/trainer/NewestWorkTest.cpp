@@ -1,13 +1,8 @@
 #include "trainer/NewestWork.h"
 
-#include <gtest/gtest.h>
-
-#include <atomic>
 #include <future>
-#include <string>
-#include <thread>
 
-#include "base/Failure.h"
+#include "support/Testing.h"
 
 namespace dravik::test {
 

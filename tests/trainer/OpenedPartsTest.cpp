@@ -1,6 +1,5 @@
 #include "trainer/OpenedParts.h"
 
-#include "base/Failure.h"
 #include "engine/image/Thumbnail.h"
 #include "trainer/support/PgmFile.h"
 #include "trainer/support/Workspace.h"

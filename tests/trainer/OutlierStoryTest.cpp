@@ -2,12 +2,6 @@
 // samples in the histograms, deletes them by their Distance, learns again and reads no worse. On the shipped
 // parts, by the events of the screen's controls alone.
 
-#include <algorithm>
-#include <iostream>
-#include <set>
-#include <thread>
-
-#include "base/Text.h"
 #include "engine/LabelledImages.h"
 #include "engine/PngFile.h"
 #include "screen/histogram/dlgCharHist.h"

@@ -1,6 +1,5 @@
 #include "trainer/window/PartStrip.h"
 
-#include "base/Failure.h"
 #include "trainer/support/Workspace.h"
 
 namespace dravik::test {

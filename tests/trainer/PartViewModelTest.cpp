@@ -1,8 +1,5 @@
+#include "support/Testing.h"
 #include "trainer/window/PartViewModel.h"
-
-#include <gmock/gmock.h>
-
-#include <cmath>
 
 namespace dravik::test {
 

@@ -1,9 +1,6 @@
 // All opened images read in one go: what is listed first, what is counted, and what a file gets of it.
 #include "trainer/window/ReadAllForm.h"
 
-#include <chrono>
-#include <thread>
-
 #include "engine/embedded/EmbeddedTool.h"
 #include "trainer/support/PgmFile.h"
 #include "trainer/support/Workspace.h"

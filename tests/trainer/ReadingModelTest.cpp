@@ -1,6 +1,5 @@
+#include "support/Testing.h"
 #include "trainer/window/ReadingModel.h"
-
-#include <gmock/gmock.h>
 
 namespace dravik::test {
 

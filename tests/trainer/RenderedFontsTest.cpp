@@ -1,8 +1,6 @@
 // The commands on the sample parts that the project ships: one font after the other is learnt from its images
 // of the whole character set and reads its images of lines.
-#include <algorithm>
 
-#include "base/Text.h"
 #include "engine/PngFile.h"
 #include "support/Differences.h"
 #include "trainer/commands/SampleList.h"

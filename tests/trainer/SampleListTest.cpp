@@ -1,4 +1,3 @@
-#include "base/Paths.h"
 #include "trainer/commands/SampleList.h"
 
 #include "trainer/support/Workspace.h"

@@ -1,12 +1,5 @@
 #include "trainer/Trainer.h"
 
-#include <algorithm>
-#include <array>
-#include <atomic>
-#include <random>
-#include <thread>
-
-#include "base/Failure.h"
 #include "trainer/support/TrainerFixture.h"
 
 namespace dravik::test {

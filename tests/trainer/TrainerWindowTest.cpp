@@ -1,8 +1,4 @@
-#include "trainer/window/TrainerWindow.h"
 
-#include <algorithm>
-#include <chrono>
-#include <thread>
 
 #include "trainer/support/TrainerFixture.h"
 #include "trainer/window/KeysForm.h"

@@ -1,10 +1,5 @@
 #include "trainer/window/WatchedFolder.h"
 
-#include <fstream>
-#include <thread>
-
-#include "base/Paths.h"
-#include "support/Refused.h"
 #include "trainer/support/PgmFile.h"
 #include "trainer/support/Workspace.h"
 

@@ -1,10 +1,7 @@
 // The arithmetic of the arrangement, with made-up sizes of widgets.
 #include "ui/LayoutGeometry.h"
 
-#include <gtest/gtest.h>
-
-#include <map>
-
+#include "support/Testing.h"
 #include "ui/Button.h"
 #include "ui/Label.h"
 

@@ -1,7 +1,5 @@
+#include "support/Testing.h"
 #include "ui/PictureGrid.h"
-
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 namespace dravik {
 

@@ -1,10 +1,8 @@
 // A grid's sorts against the library's stable sort.
-#include <gtest/gtest.h>
 
-#include <algorithm>
 #include <numeric>
-#include <random>
 
+#include "support/Testing.h"
 #include "ui/Grid.h"
 
 namespace dravik {

@@ -1,9 +1,5 @@
+#include "support/Testing.h"
 #include "ui/Signal.h"
-
-#include <gtest/gtest.h>
-
-#include <memory>
-#include <optional>
 
 namespace dravik {
 

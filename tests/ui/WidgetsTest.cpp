@@ -1,6 +1,5 @@
-#include <gtest/gtest.h>
 
-#include "base/Failure.h"
+#include "support/Testing.h"
 #include "ui/Bars.h"
 #include "ui/Form.h"
 #include "ui/Grid.h"

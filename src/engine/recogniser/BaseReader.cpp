@@ -28,10 +28,10 @@ struct ReadLine {
 };
 
 // How likely the characters of a line are to be any, as a logarithm.
-double trust(const std::vector<ReadPiece>& line) {
+double trust(std::span<const PatchLikelihoods> line) {
     double sum = 0;
-    for (const ReadPiece& one : line)
-        sum += std::max(std::log(kLeastWhole), static_cast<double>(whole(one.likelihoods)));
+    for (const PatchLikelihoods& one : line)
+        sum += std::max(std::log(kLeastWhole), static_cast<double>(whole(one)));
     return sum;
 }
 
@@ -45,29 +45,32 @@ std::vector<ReadLine> linesOf(const Segmentation& found, Pieces how, Value value
     for (std::size_t from = 0; from < found.glyphs.size();) {
         std::size_t to = from;
         while (to < found.glyphs.size() && found.glyphs[to].line == found.glyphs[from].line) ++to;
-        const auto readAs = [&](const LineMetrics& line) {
-            if (how == Pieces::Likeliest) return likeliestPieces(found, from, to, line);
-            std::vector<ReadPiece> pieces;
-            const std::vector<PatchLikelihoods> likelihoods = lineLikelihoods(found, from, to, line);
-            for (std::size_t i = from; i < to; ++i)
-                pieces.push_back({found.glyphs[i].piece, likelihoods[i - from]});
-            return pieces;
-        };
         LineMetrics line = found.lines[static_cast<std::size_t>(found.glyphs[from].line)];
-        std::vector<ReadPiece> best = readAs(line);
+        std::vector<PatchLikelihoods> best = lineLikelihoods(found, from, to, line);
         if (const std::optional<OtherSize> other = otherSize(found.lines, line)) {
-            line.capHeight = other->capHeight;
-            std::vector<ReadPiece> smaller = readAs(line);
-            if (value(smaller, from) - other->doubt > value(best, from)) best = std::move(smaller);
+            LineMetrics smaller = line;
+            smaller.capHeight = other->capHeight;
+            std::vector<PatchLikelihoods> asSmaller = lineLikelihoods(found, from, to, smaller);
+            if (value(asSmaller, from) - other->doubt > value(best, from)) {
+                best = std::move(asSmaller);
+                line = smaller;
+            }
         }
-        result.push_back({found.glyphs[from].line, std::move(best)});
+        ReadLine& read = result.emplace_back();
+        read.line = found.glyphs[from].line;
+        if (how == Pieces::Likeliest)
+            read.pieces = likeliestPieces(found, from, best, line);
+        else
+            for (std::size_t i = from; i < to; ++i)
+                read.pieces.push_back({found.glyphs[i].piece, best[i - from]});
         from = to;
     }
     return result;
 }
 
 std::vector<ReadLine> linesOf(const Segmentation& found, Pieces how) {
-    return linesOf(found, how, [](const std::vector<ReadPiece>& line, std::size_t) { return trust(line); });
+    return linesOf(found, how,
+                   [](std::span<const PatchLikelihoods> line, std::size_t) { return trust(line); });
 }
 
 SuggestedCharacter suggestion(const PatchLikelihoods& of, std::size_t best) {
@@ -90,13 +93,15 @@ SuggestedCharacter suggestion(const PatchLikelihoods& of, std::size_t best) {
     return one;
 }
 
-// How much likelier than usual the characters are whole ones, as a logarithm.
+// How much likelier than usual the characters are whole ones, as a logarithm, less the doubts of their
+// pieces.
 double wholeCharacterOdds(const std::vector<ReadLine>& lines) {
     double sum = 0;
     for (const ReadLine& line : lines)
         for (const ReadPiece& one : line.pieces)
             sum += std::log(std::max(kLeastWhole, std::exp(static_cast<double>(whole(one.likelihoods)))) /
-                            kUsuallyWhole);
+                            kUsuallyWhole) -
+                   static_cast<double>(one.doubt);
     return sum;
 }
 
@@ -146,11 +151,11 @@ std::vector<CharacterLikelihood> compareWithText(const Segmentation& found,
                                                  std::span<const std::string> text) {
     if (text.size() != found.glyphs.size()) return {};
     std::vector<CharacterLikelihood> result;
-    const auto agreement = [&](const std::vector<ReadPiece>& line, std::size_t from) {
+    const auto agreement = [&](std::span<const PatchLikelihoods> line, std::size_t from) {
         double sum = 0;
-        for (const ReadPiece& one : line)
+        for (const PatchLikelihoods& one : line)
             if (const std::optional<std::size_t> place = recognisedPlace(text[from++]))
-                sum += std::max(std::log(kLeastWhole), static_cast<double>(one.likelihoods[*place]));
+                sum += std::max(std::log(kLeastWhole), static_cast<double>(one[*place]));
         return sum;
     };
     for (const ReadLine& line : linesOf(found, Pieces::AsFound, agreement))

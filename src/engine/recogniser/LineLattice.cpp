@@ -13,15 +13,27 @@ namespace {
 
 // A character that is surer than this to be one is left alone.
 constexpr float kSure = 0.9f;
-// By how much surer, as a logarithm, other pieces must be than those that were found: for each cut, join and
-// piece that is left out.
-constexpr float kCutDoubt = 1, kJoinDoubt = 1, kDirtDoubt = 3;
+// The following numbers were judged by `tools/bench.sh evaluate count` on develop and develop2.
+// By how much surer, as a logarithm, other pieces must be than those that were found: for each cut, one at
+// the side of a stroke, join and piece that is left out.
+constexpr float kCutDoubt = 1, kSideDoubt = 1.5f, kJoinDoubt = 1, kDirtDoubt = 4;
+// What is a clear character, and the least share of them in a line: in one of fewer any pieces would look
+// like characters.
+constexpr float kClear = 0.5f, kFewestClear = 0.3f;
+// What is as high as a character, at most so wide and stands on the line is never left out, and is at least
+// so likely, as a logarithm, one that the recogniser does not know; sizes in heights of capitals.
+constexpr float kLeastHigh = 0.6f, kMostHigh = 1.4f, kLeastWide = 0.15f, kMostWide = 1.1f,
+                kOffBaseline = 0.3f;
+constexpr float kUnknown = -3.9f;
 // Cuts less likely than this (log odds) are not tried, and no more than so many of one piece.
 constexpr double kLeastCut = -5;
 constexpr std::size_t kMostCuts = 4;
 // Into so many equal parts a piece is cut at most; cuts are at least so far apart, in heights of capitals.
 constexpr int kMostEqual = 6;
 constexpr float kCutsApart = 0.1f;
+// Pieces that are wider, in heights of capitals, are cut at the sides of strokes too, when these differ that
+// much in height and are so far from other cuts.
+constexpr float kWideForSides = 0.4f, kStrokeRise = 0.2f, kSidesApart = 0.06f;
 constexpr std::size_t kMostJoined = kMostCuts + 1;
 // Joined pieces stand no further apart and are no wider, as parts of the height of capitals.
 constexpr float kMostRoom = 0.3f, kMostWidth = 1.5f;
@@ -30,30 +42,43 @@ constexpr float kMostRoom = 0.3f, kMostWidth = 1.5f;
 struct Atom {
     Piece piece;
     std::size_t character = 0;
+    float doubt = 0;  // of the cut at its left
+};
+
+struct CutPlace {
+    float along, doubt;
 };
 
 // Where a piece may be cut: at its likeliest narrow places and, where it is as wide as several characters of
-// the line, between equal ones, since strokes that touch along their height leave no narrow place.
-std::vector<float> cutPlaces(const Piece& piece, const Frame& frame, const LineScale& scale) {
+// the line, between equal ones, since strokes that touch along their height leave no narrow place; and where
+// a stroke begins or ends.
+std::vector<CutPlace> cutPlaces(const Piece& piece, const Frame& frame, const LineScale& scale) {
     std::vector<std::pair<double, float>> narrow;
     for (const PossibleCut& one : possibleCuts(piece, frame, scale))
         if (const double odds = kCutLikeness(one.traits); odds > kLeastCut)
             narrow.emplace_back(-odds, one.along);
     std::sort(narrow.begin(), narrow.end());
     narrow.resize(std::min(narrow.size(), kMostCuts));
-    std::vector<float> places;
+    std::vector<CutPlace> places;
     places.reserve(narrow.size());
-    for (const auto& [odds, along] : narrow) places.push_back(along);
+    for (const auto& [odds, along] : narrow) places.push_back({along, kCutDoubt});
+    const auto add = [&](const CutPlace& one, float apart) {
+        if (std::none_of(places.begin(), places.end(), [&](const CutPlace& place) {
+                return std::abs(place.along - one.along) < apart * scale.capHeight;
+            }))
+            places.push_back(one);
+    };
+    if (piece.box.width() > kWideForSides * scale.capHeight)
+        for (const float along : strokeSides(piece, frame, scale, kStrokeRise))
+            add({along, kSideDoubt}, kSidesApart);
     const float usual = scale.pitch > 0 ? scale.pitch : scale.usualWidth;
     const int parts = std::min(kMostEqual, static_cast<int>(std::lround(piece.box.width() / usual)));
-    for (int i = 1; i < parts; ++i) {
-        const float along =
-            piece.box.left + piece.box.width() * static_cast<float>(i) / static_cast<float>(parts);
-        if (std::none_of(places.begin(), places.end(),
-                         [&](float place) { return std::abs(place - along) < kCutsApart * scale.capHeight; }))
-            places.push_back(along);
-    }
-    std::sort(places.begin(), places.end());
+    for (int i = 1; i < parts; ++i)
+        add({piece.box.left + piece.box.width() * static_cast<float>(i) / static_cast<float>(parts),
+             kCutDoubt},
+            kCutsApart);
+    std::sort(places.begin(), places.end(),
+              [](const CutPlace& a, const CutPlace& b) { return a.along < b.along; });
     return places;
 }
 
@@ -65,15 +90,17 @@ std::vector<Atom> atomsOf(const Segmentation& found, std::size_t from, std::size
     std::vector<Atom> atoms;
     for (std::size_t i = 0; i < pieces.size(); ++i) {
         Piece rest = std::move(pieces[i]);
-        for (const float along : doubtful[i] ? cutPlaces(rest, found.frame, scale) : std::vector<float>()) {
-            auto [left, right] = cut(rest, found.frame, along);
+        float before = 0;
+        for (const CutPlace& place :
+             doubtful[i] ? cutPlaces(rest, found.frame, scale) : std::vector<CutPlace>()) {
+            auto [left, right] = cut(rest, found.frame, place.along);
             if (left.area == 0 || right.area == 0) continue;
             left.measure(found.frame);
             right.measure(found.frame);
-            atoms.push_back({std::move(left), i});
+            atoms.push_back({std::move(left), i, std::exchange(before, place.doubt)});
             rest = std::move(right);
         }
-        atoms.push_back({std::move(rest), i});
+        atoms.push_back({std::move(rest), i, before});
     }
     return atoms;
 }
@@ -102,7 +129,7 @@ std::vector<Span> spansOf(const std::vector<Atom>& atoms, const std::vector<bool
             span.piece = piece;
             span.asFound = from == to && begins && ends;
             span.doubt = kJoinDoubt * static_cast<float>(to - from) +
-                         kCutDoubt * 0.5f * (static_cast<float>(!begins) + static_cast<float>(!ends));
+                         0.5f * (atoms[first].doubt + (ends ? 0 : atoms[end].doubt));
             if (end == atoms.size()) break;
             const Atom& next = atoms[end];
             const bool another = next.character != to;
@@ -119,27 +146,37 @@ std::vector<Span> spansOf(const std::vector<Atom>& atoms, const std::vector<bool
     return spans;
 }
 
+// Whether it has the size and the place of a character of the line.
+bool isCharacterSized(const Box& box, const LineMetrics& line) {
+    const float cap = line.capHeight;
+    return box.height() > kLeastHigh * cap && box.height() < kMostHigh * cap &&
+           box.width() > kLeastWide * cap && box.width() < kMostWide * cap &&
+           std::abs(box.bottom - line.baseline) < kOffBaseline * cap;
+}
+
 }  // namespace
 
 float whole(const PatchLikelihoods& likelihoods) {
     return *std::max_element(likelihoods.begin(), likelihoods.end() - 1);
 }
 
-std::vector<ReadPiece> likeliestPieces(const Segmentation& found, std::size_t from, std::size_t to,
-                                       const LineMetrics& line) {
-    const std::vector<PatchLikelihoods> first = lineLikelihoods(found, from, to, line);
+std::vector<ReadPiece> likeliestPieces(const Segmentation& found, std::size_t from,
+                                       std::span<const PatchLikelihoods> first, const LineMetrics& line) {
     std::vector<bool> doubtful;
     bool any = false;
+    std::size_t clear = 0;
     for (const PatchLikelihoods& one : first) {
         doubtful.push_back(whole(one) < std::log(kSure) && std::exp(one[kNoCharacter]) > 0.5f * (1 - kSure));
         any = any || doubtful.back();
+        clear += whole(one) > std::log(kClear) ? 1 : 0;
     }
     std::vector<ReadPiece> result;
-    if (!any) {
-        for (std::size_t i = from; i < to; ++i) result.push_back({found.glyphs[i].piece, first[i - from]});
+    if (!any || static_cast<float>(clear) < kFewestClear * static_cast<float>(first.size())) {
+        for (std::size_t i = 0; i < first.size(); ++i)
+            result.push_back({found.glyphs[from + i].piece, first[i]});
         return result;
     }
-    const std::vector<Atom> atoms = atomsOf(found, from, to, doubtful, line);
+    const std::vector<Atom> atoms = atomsOf(found, from, from + first.size(), doubtful, line);
     std::vector<Span> spans = spansOf(atoms, doubtful, found.frame, line.capHeight);
     std::vector<CharacterPatch> patches;
     for (const Span& span : spans)
@@ -160,14 +197,22 @@ std::vector<ReadPiece> likeliestPieces(const Segmentation& found, std::size_t fr
     for (const Span& span : spans) {
         const float before = ways[span.first].value;
         Way& way = ways[span.end];
-        if (const float value = before + whole(span.likelihoods) - span.doubt; value > way.value)
-            way = {value, &span, false};
-        if (span.asFound)
+        const bool isCharacter = span.asFound && isCharacterSized(span.piece.box, line);
+        const float likely = std::max(isCharacter ? kUnknown : kNever, whole(span.likelihoods));
+        if (const float value = before + likely - span.doubt; value > way.value) way = {value, &span, false};
+        if (span.asFound && !isCharacter)
             if (const float value = before + span.likelihoods[kNoCharacter] - kDirtDoubt; value > way.value)
                 way = {value, &span, true};
     }
-    for (std::size_t at = atoms.size(); at > 0; at = ways[at].last->first)
-        if (!ways[at].isDirt) result.push_back({ways[at].last->piece, ways[at].last->likelihoods});
+    float dirt = 0;
+    for (std::size_t at = atoms.size(); at > 0; at = ways[at].last->first) {
+        const Span& last = *ways[at].last;
+        if (ways[at].isDirt)
+            dirt += kDirtDoubt;
+        else
+            result.push_back({last.piece, last.likelihoods, last.doubt + std::exchange(dirt, 0.0f)});
+    }
+    if (!result.empty()) result.back().doubt += dirt;
     std::reverse(result.begin(), result.end());
     return result;
 }

@@ -3,6 +3,7 @@
 // likeliest to be whole characters.
 #pragma once
 
+#include <span>
 #include <vector>
 
 #include "engine/recogniser/BaseNetwork.h"
@@ -11,14 +12,16 @@ namespace dravik::engine {
 
 struct ReadPiece {
     Piece piece;
-    PatchLikelihoods likelihoods;
+    PatchLikelihoods likelihoods{};
+    float doubt = 0;  // of its cuts and joins and of the dirt left out beside it, as a logarithm
 };
 
 // How likely a piece is to be any character, as a logarithm.
 float whole(const PatchLikelihoods& likelihoods);
 
-// Of the found characters `from` to `to` - 1, all of one line, which is believed to be where `line` says.
-std::vector<ReadPiece> likeliestPieces(const Segmentation& found, std::size_t from, std::size_t to,
-                                       const LineMetrics& line);
+// Of the found characters from `from` on, all of one line, which is believed to be where `line` says: `first`
+// are their lineLikelihoods.
+std::vector<ReadPiece> likeliestPieces(const Segmentation& found, std::size_t from,
+                                       std::span<const PatchLikelihoods> first, const LineMetrics& line);
 
 }  // namespace dravik::engine

@@ -16,8 +16,9 @@ namespace {
 // Log odds from which characters are taken as they are seen in the whole picture, whatever else there may be.
 constexpr double kSurelyPrint = 2.2;
 // By so much, as a logarithm, characters that fill the picture may look less whole than line by line;
-// measured on generated part images.
-constexpr double kWholePicture = 1;
+// measured on generated part images. Where the lines show less
+// than half of them, they are all that there is when they look more whole by the second.
+constexpr double kWholePicture = 1, kMuchMoreWhole = 8;
 // Most room, in heights of its lines, around print that may be all that a picture shows.
 constexpr float kBesidePrint = 6, kAbovePrint = 6.5f;
 // Around characters that fill the picture.
@@ -99,14 +100,16 @@ bool isAll(const GreyImage& image, const Segmentation& seen, std::span<const Tex
            const Scene& byLine) {
     if (seen.glyphs.empty()) return false;
     const Agreement agrees = agreement(image, seen, lines);
-    if (agrees.margins.beside < kMargin && agrees.margins.above < kMargin) {
-        double odds = wholeCharacterOdds(seen) + kWholePicture;
-        for (const ScenePart& part : byLine.parts) odds -= wholeCharacterOdds(part.found);
-        return odds > 0;
-    }
-    return agrees.everyLineSeen && agrees.nothingBeside && seen.likeness > kPerhapsPrint &&
-           std::all_of(lines.begin(), lines.end(),
-                       [](const TextLine& line) { return std::abs(line.angle) < kUpright; });
+    const auto odds = [&] {
+        double sum = wholeCharacterOdds(seen) + kWholePicture;
+        for (const ScenePart& part : byLine.parts) sum -= wholeCharacterOdds(part.found);
+        return sum;
+    };
+    if (agrees.margins.beside < kMargin && agrees.margins.above < kMargin) return odds() > 0;
+    return (agrees.everyLineSeen && agrees.nothingBeside && seen.likeness > kPerhapsPrint &&
+            std::all_of(lines.begin(), lines.end(),
+                        [](const TextLine& line) { return std::abs(line.angle) < kUpright; })) ||
+           (2 * byLine.characters() < seen.glyphs.size() && odds() > kMuchMoreWhole);
 }
 
 Scene wholeScene(std::shared_ptr<const GreyImage> image, Segmentation found) {

@@ -1,15 +1,11 @@
 // A camera to test with, and waiting for what it does.
 #pragma once
+#include "support/Testing.h"
 
-#include <gtest/gtest.h>
 #include <signal.h>
 #include <spawn.h>
 #include <sys/wait.h>
 #include <unistd.h>
-
-#include <chrono>
-#include <string>
-#include <thread>
 
 namespace dravik::test {
 

@@ -35,6 +35,10 @@ bool waitUntil(const std::function<bool()>& condition, int milliseconds) {
     return true;
 }
 
+void settle() {
+    for (int i = 0; i < 3; ++i) QCoreApplication::processEvents();
+}
+
 void pressKey(QWidget& in, int key, Qt::KeyboardModifiers modifiers) {
     QKeyEvent press(QEvent::KeyPress, key, modifiers);
     QApplication::sendEvent(&in, &press);

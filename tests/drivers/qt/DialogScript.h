@@ -15,6 +15,9 @@ namespace dravik::test {
 // Runs the event loop until the condition holds; false when it does not within the time.
 bool waitUntil(const std::function<bool()>& condition, int milliseconds = 20000);
 
+// Lets deferred work of the event loop happen.
+void settle();
+
 // Types a text over what is selected in a widget, character by character, as the keyboard would; the empty
 // text deletes the selection.
 void typeText(QWidget& into, const QString& text);

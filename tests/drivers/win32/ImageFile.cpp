@@ -6,7 +6,6 @@
 namespace dravik::test {
 
 using namespace com;
-using namespace engine;
 
 void writeImage(const std::string& path, const GUID& container, const WICPixelFormatGUID& format, UINT width,
                 UINT height, UINT stride, std::vector<BYTE> bytes) {
@@ -38,6 +37,15 @@ void writeImage(const std::string& path, const GreyImage& image, const GUID& con
     for (int y = 0; y < image.height(); ++y)
         for (const std::uint8_t level : image.row(y)) bytes.insert(bytes.end(), 3, level);
     writeImage(path, container, GUID_WICPixelFormat24bppBGR, width, height, width * 3, std::move(bytes));
+}
+
+Variant bytesOf(const GreyImage& image) {
+    SAFEARRAY* array = SafeArrayCreateVector(VT_UI1, 0, static_cast<ULONG>(image.width() * image.height()));
+    for (LONG i = 0; i < image.width() * image.height(); ++i) {
+        BYTE level = image(i % image.width(), i / image.width());
+        check(SafeArrayPutElement(array, &i, &level));
+    }
+    return Variant::ofArray(VT_UI1, array);
 }
 
 void writeImage(const std::string& path, win32::Canvas& picture) {

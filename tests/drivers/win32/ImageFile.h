@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "engine/image/GreyImage.h"
+#include "windows/com/Variant.h"
 #include "windows/win32/Gdi.h"
 
 namespace dravik::test {
@@ -19,6 +20,8 @@ void writeImage(const std::string& path, const GUID& container, const WICPixelFo
                 UINT height, UINT stride, std::vector<BYTE> bytes);
 // The image in colours.
 void writeImage(const std::string& path, const GreyImage& image, const GUID& container);
+// The image's grey levels as the embedded step takes them.
+com::Variant bytesOf(const GreyImage& image);
 // What a window shows, as a PNG file.
 void writeImage(const std::string& path, win32::Canvas& picture);
 

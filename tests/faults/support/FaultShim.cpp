@@ -102,18 +102,12 @@ Function* original(Function*, const char* name) {
 template <class Write>
 ssize_t written(const char* operation, int file, size_t size, Write write) {
     if (!isWatched(file)) return write(size);
-    switch (judged(operation, "", Room::Needed)) {
-        case Verdict::Go:
-            return write(size);
-        case Verdict::Half:
-            return write(size / 2 > 0 ? size / 2 : size);
-        case Verdict::HalfAndEnd:
-            write(size / 2);
-            end();
-        case Verdict::Fail:
-            break;
-    }
-    return -1;
+    const Verdict verdict = judged(operation, "", Room::Needed);
+    if (verdict == Verdict::Fail) return -1;
+    if (verdict == Verdict::Half) return write(size / 2 > 0 ? size / 2 : size);
+    if (verdict == Verdict::Go) return write(size);
+    write(size / 2);
+    end();
 }
 
 int opened(const char* operation, const char* path, int flags, unsigned mode) {
@@ -146,22 +140,8 @@ int open(const char* path, int flags, ...) {
     return opened("open", path, flags, mode);
 }
 
-int open64(const char* path, int flags, ...) {
-    va_list more;
-    va_start(more, flags);
-    const unsigned mode = va_arg(more, unsigned);
-    va_end(more);
-    return opened("open", path, flags, mode);
-}
-
 FILE* fopen(const char* path, const char* mode) {
     ORIGINAL(fopen);
-    if (isWatched(path) && fails("fopen", path)) return nullptr;
-    return next(path, mode);
-}
-
-FILE* fopen64(const char* path, const char* mode) {
-    ORIGINAL(fopen64);
     if (isWatched(path) && fails("fopen", path)) return nullptr;
     return next(path, mode);
 }
@@ -183,12 +163,6 @@ ssize_t pwrite(int file, const void* bytes, size_t size, off_t place) {
     });
 }
 
-ssize_t pwrite64(int file, const void* bytes, size_t size, off64_t place) {
-    return written("write", file, size, [&](size_t part) {
-        return static_cast<ssize_t>(syscall(SYS_pwrite64, file, bytes, part, place));
-    });
-}
-
 int fsync(int file) {
     if (isWatched(file) && fails("fsync", "")) return -1;
     return static_cast<int>(syscall(SYS_fsync, file));
@@ -204,10 +178,12 @@ int ftruncate(int file, off_t size) noexcept {
     return static_cast<int>(syscall(SYS_ftruncate, file, size));
 }
 
-int ftruncate64(int file, off64_t size) noexcept {
-    if (isWatched(file) && fails("ftruncate", "")) return -1;
-    return static_cast<int>(syscall(SYS_ftruncate, file, size));
-}
+// Where files have 64 bits anyway, these are the same.
+static_assert(sizeof(off_t) == sizeof(off64_t));
+int open64(const char* path, int flags, ...) __attribute__((alias("open")));
+FILE* fopen64(const char* path, const char* mode) __attribute__((alias("fopen")));
+ssize_t pwrite64(int file, const void* bytes, size_t size, off64_t place) __attribute__((alias("pwrite")));
+int ftruncate64(int file, off64_t size) noexcept __attribute__((alias("ftruncate")));
 
 // The descriptor is gone whatever close() says.
 int close(int file) {

@@ -4,7 +4,6 @@
 #include <QDragEnterEvent>
 #include <QListView>
 #include <QMimeData>
-#include <fstream>
 
 #include "WindowFixture.h"
 #include "drivers/qt/QtWindowDriver.h"

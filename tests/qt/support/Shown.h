@@ -3,6 +3,7 @@
 
 #include <QAbstractButton>
 #include <QAccessible>
+#include <QApplication>
 #include <QClipboard>
 #include <QComboBox>
 #include <QHeaderView>
@@ -13,26 +14,46 @@
 #include <QMessageBox>
 #include <QProgressBar>
 #include <QToolButton>
+#include <QtTest/QTest>
 
 #include "drivers/qt/DialogScript.h"
 #include "qt/AccessibleRoles.h"
+#include "qt/FormPage.h"
 #include "qt/GridView.h"
+#include "qt/Peer.h"
 #include "qt/QtPlatform.h"
-#include "qt/ShownForm.h"
 #include "qt/Theme.h"
 #include "shown/Seen.h"
 
 namespace dravik::test {
 
 using namespace qt;
-using namespace ui;
 
-class Shown : public ShownForm {
+class Shown {
   public:
     Shown() = default;
-    explicit Shown(Layout layout, int width = 640, int height = 480)
-        : ShownForm(std::move(layout), width, height) {}
-    ~Shown() { QApplication::setPalette(palette_); }
+    explicit Shown(Layout layout, int width = 640, int height = 480) {
+        form.setLayout(std::move(layout));
+        show(width, height);
+    }
+    ~Shown() {
+        if (page) page->detach();
+        QApplication::setPalette(palette_);
+    }
+    void show(int width = 640, int height = 480) {
+        page = std::make_unique<FormPage>(form, nullptr);
+        page->resize(width, height);
+        page->show();
+        page->activateWindow();
+        EXPECT_TRUE(QTest::qWaitForWindowActive(page.get()));
+    }
+
+    template <class View = QWidget>
+    View& view(const char* name) const {
+        auto* found = page->findChild<View*>(QLatin1String(name));
+        if (!found) throw std::runtime_error(std::string("no view named ") + name);
+        return *found;
+    }
 
     void click(const Widget& widget, Point place = {5, 5}, int shift = 0) {
         const auto [view, at] = under(widget, place);
@@ -135,7 +156,7 @@ class Shown : public ShownForm {
     Color ground() const { return model(QApplication::palette().color(QPalette::Window)); }
     static double contrast(Color a, Color b) {
         const auto seen = [](Color color) { return QColor(redOf(color), greenOf(color), blueOf(color)); };
-        return dravik::contrast(seen(a), seen(b));
+        return qt::contrast(seen(a), seen(b));
     }
 
     // What comes up next, one after the other: a box that is answered, or closed; a menu that is typed into,
@@ -163,6 +184,8 @@ class Shown : public ShownForm {
     static void closeWindow(const std::string& title) { windowOf(title)->close(); }
     static bool hasMenu() { return QApplication::activePopupWidget() != nullptr; }
 
+    Form form{"form", "Form"};
+    std::unique_ptr<FormPage> page;
     QtPlatform platform;
     DialogScript script;
 
@@ -195,10 +218,6 @@ class Shown : public ShownForm {
 
     const QPalette palette_ = QApplication::palette();
 };
-
-inline void letHappen() {
-    settle();
-}
 
 inline std::string clipboardText() {
     return QGuiApplication::clipboard()->text().toStdString();

@@ -1,8 +1,6 @@
 // The program's window of Qt on a jobs folder of its own.
 #pragma once
 
-#include <gmock/gmock.h>
-
 #include <QAction>
 #include <QApplication>
 #include <QLabel>
@@ -11,16 +9,13 @@
 #include <QSettings>
 #include <QTemporaryDir>
 #include <QtTest/QTest>
-#include <stdexcept>
-#include <string>
-#include <vector>
 
 #include "drivers/qt/DialogScript.h"
 #include "qt/MainWindow.h"
 #include "qt/QtConversions.h"
 #include "qt/QtImage.h"
 #include "qt/QtPlatform.h"
-#include "qt/ShownForm.h"
+#include "support/Testing.h"
 
 namespace dravik::test {
 

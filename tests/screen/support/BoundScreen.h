@@ -1,21 +1,13 @@
 // The training screen bound to a recording tool with one font, as most tests start.
 #pragma once
 
-#include <gmock/gmock.h>
-
-#include <memory>
-#include <string>
-
 #include "screen/shell/DravikDlg.h"
 #include "screen/support/RecordingTool.h"
 #include "screen/support/ScriptedPlatform.h"
 #include "screen/support/TracedJobs.h"
+#include "support/Testing.h"
 
 namespace dravik::test {
-
-using namespace screen;
-using namespace tool;
-using namespace ui;
 
 class BoundScreen : public testing::Test {
   protected:

@@ -2,24 +2,13 @@
 // message panel.
 #pragma once
 
-#include <gmock/gmock.h>
-
-#include <filesystem>
-#include <fstream>
-#include <iterator>
-#include <memory>
-#include <string>
-
 #include "screen/context/ScreenContext.h"
 #include "screen/support/RecordingTool.h"
 #include "screen/support/ScriptedPlatform.h"
 #include "screen/support/TracedJobs.h"
+#include "support/Testing.h"
 
 namespace dravik::test {
-
-using namespace screen;
-using namespace tool;
-using namespace ui;
 
 class ProcedureTest : public testing::Test {
   protected:

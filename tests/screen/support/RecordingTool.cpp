@@ -5,8 +5,6 @@
 #include "base/Text.h"
 
 namespace dravik::test {
-
-using namespace tool;
 namespace {
 
 std::string joined(const auto& values) {
@@ -140,9 +138,7 @@ void RecordingTool::IncludeSamples(const std::string& expectedText) {
         uncommitted.insert(uncommitted.end(), image->begin(), image->end());
         return;
     }
-    Features printed;
-    printed.fill(0.5);
-    for (const auto& character : characters(expectedText)) uncommitted.push_back({character, 0, printed});
+    for (const auto& character : characters(expectedText)) uncommitted.push_back({character, 0, filled(0.5)});
 }
 
 void RecordingTool::CommitNewSamples() {
@@ -167,14 +163,11 @@ void RecordingTool::DeleteSample(std::int32_t identifier) {
     record("DeleteSample", std::to_string(identifier));
     const auto kind = static_cast<SampleKind>(identifier / kKindFactor);
     const auto index = identifier % kKindFactor;
-    auto* samples = kind == SampleKind::Committed     ? &committed
-                    : kind == SampleKind::Uncommitted ? &uncommitted
-                                                      : nullptr;
-    if (samples && static_cast<std::size_t>(index) < samples->size()) {
-        samples->erase(samples->begin() + index);
-    } else if (noSuchSample) {
+    auto& samples = kind == SampleKind::Committed ? committed : uncommitted;
+    if (static_cast<std::size_t>(index) < samples.size())
+        samples.erase(samples.begin() + index);
+    else if (noSuchSample)
         throw Failure(*noSuchSample);
-    }
 }
 
 RecordTablePtr RecordingTool::GetSampleData(std::span<const std::int32_t> selectors,

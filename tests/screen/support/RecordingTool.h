@@ -21,6 +21,13 @@ using namespace tool;
 
 using Features = std::array<double, kFeatureCount>;
 
+// All of that value.
+inline Features filled(double value) {
+    Features features;
+    features.fill(value);
+    return features;
+}
+
 struct SampleRecord {
     std::string character;
     double distance = 0;

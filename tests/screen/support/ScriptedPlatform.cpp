@@ -1,14 +1,8 @@
 #include "screen/support/ScriptedPlatform.h"
 
-#include <gtest/gtest.h>
-
-#include <algorithm>
-
-#include "base/Failure.h"
+#include "support/Testing.h"
 
 namespace dravik::test {
-
-using namespace ui;
 
 PoppedItem PoppedMenu::item(const std::string& itemName) const {
     for (const auto& item : items)
@@ -28,18 +22,17 @@ Answer ScriptedPlatform::messageBox(const MessageBox& box) {
     if (asking) asking();
     if (boxAnswers.empty()) {
         ADD_FAILURE() << "unexpected message box \"" << box.title << "\": " << box.text;
-        switch (box.buttons) {
-            case MessageBox::Buttons::Ok:
-                return Answer::Ok;
-            case MessageBox::Buttons::YesNo:
-                return Answer::No;
-            case MessageBox::Buttons::YesNoCancel:
-                return Answer::Cancel;
-        }
+        return box.buttons == MessageBox::Buttons::Ok ? Answer::Ok : Answer::No;
     }
     const auto answer = boxAnswers.front();
     boxAnswers.pop_front();
     return answer;
+}
+
+std::vector<std::string> ScriptedPlatform::told() const {
+    std::vector<std::string> texts;
+    for (const MessageBox& box : boxes) texts.push_back(box.title + ": " + box.text);
+    return texts;
 }
 
 void ScriptedPlatform::showModal(Form& form) {

@@ -39,6 +39,8 @@ class ScriptedPlatform : public Platform {
     // The answers of the message boxes to come, in order.
     std::deque<Answer> boxAnswers;
     std::vector<MessageBox> boxes;
+    // Title and text of each box that came up.
+    std::vector<std::string> told() const;
     std::function<void()> asking;  // while a box is up
 
     // What the operator does in the modal form of that name; the form must be unloaded when it returns.

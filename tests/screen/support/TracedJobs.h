@@ -32,22 +32,14 @@ class TracedJobs {
         std::ifstream in(folder().traceLog(), std::ios::binary);
         for (std::string line; std::getline(in, line);) {
             if (line.ends_with('\r')) line.pop_back();
-            if (!line.starts_with('#')) result.push_back(fieldAfterThreeTabs(line));
+            if (line.starts_with('#')) continue;
+            for (int field = 0; field < 3; ++field) line.erase(0, line.find('\t') + 1);
+            result.push_back(line);
         }
         return result;
     }
 
   private:
-    static std::string fieldAfterThreeTabs(const std::string& line) {
-        std::size_t at = 0;
-        for (int i = 0; i < 3; ++i) {
-            at = line.find('\t', at);
-            if (at == std::string::npos) return line;
-            ++at;
-        }
-        return line.substr(at);
-    }
-
     TemporaryFolder folder_;
 };
 

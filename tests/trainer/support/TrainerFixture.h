@@ -2,14 +2,8 @@
 // system, a folder of its own, images of dot print.
 #pragma once
 
-#include <functional>
 #include <initializer_list>
-#include <map>
-#include <optional>
-#include <string>
-#include <vector>
 
-#include "base/Paths.h"
 #include "tool/Samples.h"
 #include "trainer/support/Operator.h"
 #include "trainer/support/PgmFile.h"
@@ -20,7 +14,6 @@ namespace dravik::test {
 
 using namespace screen;
 using namespace tool;
-using namespace ui;
 
 // The control of that name in a form.
 template <class Kind>

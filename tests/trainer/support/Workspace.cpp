@@ -1,9 +1,5 @@
 #include "trainer/support/Workspace.h"
 
-#include <fstream>
-#include <iterator>
-#include <sstream>
-
 #include "contract/DrawnText.h"
 #include "trainer/support/PgmFile.h"
 

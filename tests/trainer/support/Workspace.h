@@ -2,16 +2,11 @@
 // removed afterwards. Runs the program's commands in it.
 #pragma once
 
-#include <gmock/gmock.h>
-
-#include <filesystem>
 #include <iosfwd>
-#include <string>
-#include <vector>
 
 #include "base/JobFolder.h"
 #include "engine/image/ImageDecoder.h"
-#include "support/TemporaryFolder.h"
+#include "support/Testing.h"
 #include "trainer/commands/CommandLine.h"
 
 namespace dravik::test {

@@ -2,15 +2,8 @@
 #include <propidl.h>
 #include <wincodec.h>
 
-#include <filesystem>
-#include <fstream>
-#include <vector>
-
-#include "base/Failure.h"
 #include "drivers/win32/ImageFile.h"
-#include "gtest/gtest.h"
-#include "support/Refused.h"
-#include "support/TemporaryFolder.h"
+#include "support/Testing.h"
 #include "windows/app/GreyPicture.h"
 #include "windows/com/ComPtr.h"
 #include "windows/com/WicImage.h"
@@ -20,7 +13,6 @@ namespace dravik::test {
 
 using namespace app;
 using namespace com;
-using namespace engine;
 using namespace win32;
 namespace {
 

@@ -32,7 +32,7 @@ HRESULT nothing(REFIID, void**) {
 // A control beside the embedded step.
 std::vector<RegisteredClass> classes() {
     RegisteredClass control;
-    control.identifier = {0xB19EFBE9, 0xEA51, 0x48C7, {0x93, 0x35, 0xD5, 0x38, 0x04, 0x2C, 0x1C, 0x2D}};
+    CLSIDFromString(L"{B19EFBE9-EA51-48C7-9335-D538042C1C2D}", &control.identifier);
     control.programIdentifier = L"DravikTest.Control";
     control.description = L"A control";
     control.library = embeddedStepClass().library;
@@ -163,7 +163,7 @@ TEST_F(RegistrationTest, LeavesInterfacesToTheLibraryThatHasThem) {
 
 TEST_F(RegistrationTest, FailureHalfWayTakesBackWhatWasWritten) {
     auto broken = all_;
-    broken.back().programIdentifier = std::wstring(300, L'x');
+    broken.back().programIdentifier.assign(300, L'x');
     EXPECT_THROW(registerServer(broken, Scope::Machine), Failure);
     EXPECT_EQ(own(), before_);
 

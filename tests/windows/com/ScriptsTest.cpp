@@ -1,12 +1,10 @@
 // Scripts and programs that find the server in the registry: those of the documentation, and the contract
 // check.
-#include <fstream>
 #include <future>
 #include "windows/com/support/ComTest.h"
 
-#include "base/Paths.h"
+#include "drivers/win32/ChildProcess.h"
 #include "drivers/win32/ImageFile.h"
-#include "windows/com/support/ChildProcess.h"
 #include "windows/com/support/ControlFile.h"
 
 namespace dravik::test {
@@ -17,11 +15,25 @@ class ScriptsTest : public testing::Test {
     static void SetUpTestSuite() { ASSERT_EQ(ControlFile()("DllRegisterServer"), S_OK); }
     static void TearDownTestSuite() { EXPECT_EQ(ControlFile()("DllUnregisterServer"), S_OK); }
 
-    // The script of the documentation with these arguments.
+    // The script of the documentation, or of that file, with these arguments.
     static Finished script(const std::string& name, const std::vector<std::string>& arguments) {
-        std::string line = "cscript.exe //nologo " + quoted(source("docs/samples/" + name));
-        for (const std::string& argument : arguments) line += " " + quoted(argument);
+        return runScript(source("docs/samples/" + name), arguments);
+    }
+    static Finished runScript(const std::string& file, const std::vector<std::string>& arguments) {
+        std::string line = "cscript.exe //nologo \"" + file + "\"";
+        for (const std::string& argument : arguments) line += " \"" + argument + "\"";
         return runProcess(wide(line));
+    }
+    // What the script of the documentation, or a copy of it, reads in an image of LATE and 2049 with a font
+    // that it has taught kCharacters by this text.
+    static constexpr char kCharacters[] = "0123456789ABCEHLT";
+    static std::string learnt(const TemporaryFolder& folder, const std::string& file, const char* font,
+                              const std::string& text) {
+        test::writeImage(folder.path("set.png"), drawn({kCharacters}), GUID_ContainerFormatPng);
+        test::writeImage(folder.path("part.png"), drawn({"LATE", "2049"}), GUID_ContainerFormatPng);
+        return runScript(file,
+                         {folder.path("jobs"), font, folder.path("set.png"), text, folder.path("part.png")})
+            .output;
     }
     // A program that the build has made, with these arguments.
     static Finished program(const char* file, const wchar_t* arguments) {
@@ -30,21 +42,14 @@ class ScriptsTest : public testing::Test {
     static std::string source(const std::string& path) {
         return fromPath(ControlFile::windowsPath(std::string(DRAVIK_SOURCE_DIR) + "/" + path));
     }
-    static std::string quoted(const std::string& text) { return "\"" + text + "\""; }
 };
 
 TEST_F(ScriptsTest, LearnAFontReadWithItAndListItsSamples) {
     const TemporaryFolder jobs;
-    const std::string characters = "0123456789ABCEHLT";
-    test::writeImage(jobs.path("set.png"), drawn({characters}), GUID_ContainerFormatPng);
-    test::writeImage(jobs.path("part.png"), drawn({"LATE", "2049"}), GUID_ContainerFormatPng);
-    const Finished learnt = script("learn-and-read.vbs", {jobs.path("jobs"), "drawn", jobs.path("set.png"),
-                                                          characters, jobs.path("part.png")});
-    EXPECT_EQ(learnt.output, "LATE\r\n2049\r\n");
-    const Finished miscounted =
-        script("learn-and-read.vbs",
-               {jobs.path("jobs"), "other", jobs.path("set.png"), characters + " ", jobs.path("part.png")});
-    EXPECT_EQ(miscounted.output, "17 characters found, 18 typed\r\n");
+    const std::string file = source("docs/samples/learn-and-read.vbs");
+    EXPECT_EQ(learnt(jobs, file, "drawn", kCharacters), "LATE\r\n2049\r\n");
+    EXPECT_EQ(learnt(jobs, file, "other", kCharacters + std::string(" ")),
+              "17 characters found, 18 typed\r\n");
     const Finished listed = script("list-samples.js", {jobs.path("jobs"), "drawn"});
     EXPECT_EQ(std::count(listed.output.begin(), listed.output.end(), '\n'), 17) << listed.output;
     EXPECT_THAT(listed.output, testing::StartsWith("0 0."));
@@ -73,15 +78,12 @@ TEST_F(ScriptsTest, ContractCheckTellsWhetherARegisteredToolKeepsIt) {
 // keep the contract, the control takes them as a step, and a script trains and reads with them.
 TEST_F(ScriptsTest, SampleToolsKeepTheContractAndWorkAsAStep) {
     const TemporaryFolder folder;
-    const std::string characters = "0123456789ABCEHLT";
-    test::writeImage(folder.path("set.png"), drawn({characters}), GUID_ContainerFormatPng);
-    test::writeImage(folder.path("part.png"), drawn({"LATE", "2049"}), GUID_ContainerFormatPng);
     const std::wstring library = ControlFile::windowsPath(DRAVIK_SMALL_TOOL);
     const std::wstring scriptlet = wide(source("docs/samples/small-tool.wsc"));
     struct Sample {
         std::wstring name;
         std::wstring registration;
-        std::vector<std::wstring> checks;
+        std::vector<const wchar_t*> checks;
     };
     for (const Sample& sample :
          {Sample{L"Sample.SmallTool", L"\"" + library + L"\"", {L"", L" --late-bound"}},
@@ -89,7 +91,7 @@ TEST_F(ScriptsTest, SampleToolsKeepTheContractAndWorkAsAStep) {
         const std::string name = utf8(sample.name);
         const Finished registered = runProcess(L"regsvr32.exe /s " + sample.registration);
         ASSERT_EQ(registered.code, 0u) << name << registered.output;
-        for (const std::wstring& how : sample.checks) {
+        for (const wchar_t* how : sample.checks) {
             const Finished checked = program(DRAVIK_TOOL_CHECK, (sample.name + how).c_str());
             EXPECT_EQ(checked.code, 0u) << checked.output;
             EXPECT_THAT(checked.output, testing::HasSubstr("\n11 rules kept, 0 broken")) << name;
@@ -101,11 +103,7 @@ TEST_F(ScriptsTest, SampleToolsKeepTheContractAndWorkAsAStep) {
             const std::string embedded = "Dravik.EmbeddedStep";
             text.replace(text.find(embedded), embedded.size(), name);
             std::ofstream(toPath(folder.path("learn.vbs"))) << text;
-            std::string line = "cscript.exe //nologo " + quoted(folder.path("learn.vbs"));
-            for (const std::string& argument : {folder.path("jobs"), std::string("drawn"),
-                                                folder.path("set.png"), characters, folder.path("part.png")})
-                line += " " + quoted(argument);
-            EXPECT_EQ(runProcess(wide(line)).output, "LATE\r\n2049\r\n");
+            EXPECT_EQ(learnt(folder, folder.path("learn.vbs"), "drawn", kCharacters), "LATE\r\n2049\r\n");
         }
         EXPECT_EQ(runProcess(L"regsvr32.exe /s /u " + sample.registration).code, 0u) << name;
         EXPECT_EQ(program(DRAVIK_TOOL_CHECK, sample.name.c_str()).code, 2u) << name << " is still registered";

@@ -56,15 +56,6 @@ Variant call(LateBound& object, const wchar_t* name, Arguments... arguments) {
     return object.call(name, values);
 }
 
-Variant bytesOf(const GreyImage& image) {
-    SAFEARRAY* array = SafeArrayCreateVector(VT_UI1, 0, static_cast<ULONG>(image.width() * image.height()));
-    for (LONG i = 0; i < image.width() * image.height(); ++i) {
-        BYTE value = image(i % image.width(), i / image.width());
-        check(SafeArrayPutElement(array, &i, &value));
-    }
-    return Variant::ofArray(VT_UI1, array);
-}
-
 TEST(EmbeddedStep, LearnsAndReadsForAProgramThatCallsItByNames) {
     const TemporaryFolder folder;
     const auto made = ComPtr<IEmbeddedStep>::attach(new EmbeddedStepObject);

@@ -104,9 +104,7 @@ TEST(ToolValues, CellsOfAnyKindAreNumbersTextsOrNothing) {
 }
 
 TEST(ToolValues, NothingIsEmptyNullAndArraysWithoutElements) {
-    std::vector<Variant> nothings;
-    nothings.emplace_back();
-    nothings.emplace_back();
+    std::vector<Variant> nothings(2);
     nothings.back().get().vt = VT_NULL;
     nothings.push_back(list(VT_VARIANT, 0));
     nothings.push_back(numbers<double>(VT_R8, 0, 54));

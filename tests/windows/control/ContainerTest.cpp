@@ -1,27 +1,19 @@
 // What a container that takes the rules at their word asks of a control.
 #include "windows/control/support/Bench.h"
-#include "windows/headers/ComObject.h"
 
 namespace dravik::test {
 namespace {
 
-template <class Interface>
-ComPtr<Interface> as(const Host& host) {
-    return ComPtr<IUnknown>(host.control()).as<Interface>();
-}
-
 TEST(Container, IsKeptInformedInTheRightOrder) {
     StrictHost host(newControl(), false);
     auto& site = host.site();
-    const auto object = as<IOleObject>(host);
     DWORD status = 0;
-    ASSERT_EQ(object->GetMiscStatus(DVASPECT_CONTENT, &status), S_OK);
-    EXPECT_NE(status & OLEMISC_SETCLIENTSITEFIRST, 0u);
-    EXPECT_NE(status & OLEMISC_ACTIVATEWHENVISIBLE, 0u);
+    ASSERT_EQ(host.as<IOleObject>()->GetMiscStatus(DVASPECT_CONTENT, &status), S_OK);
+    constexpr DWORD kNeeded = OLEMISC_SETCLIENTSITEFIRST | OLEMISC_ACTIVATEWHENVISIBLE;
+    EXPECT_EQ(status & kNeeded, kNeeded);
 
-    ASSERT_EQ(object->DoVerb(OLEIVERB_INPLACEACTIVATE, nullptr, &site, 0, host.frame(), nullptr), S_OK);
-    EXPECT_EQ(site.calls,
-              (std::vector<std::string>{"CanInPlaceActivate", "OnInPlaceActivate", "OnControlInfoChanged"}));
+    ASSERT_EQ(host.verb(OLEIVERB_INPLACEACTIVATE), S_OK);
+    EXPECT_THAT(site.calls, ElementsAre("CanInPlaceActivate", "OnInPlaceActivate", "OnControlInfoChanged"));
     RECT window{};
     GetClientRect(host.window(), &window);
     EXPECT_EQ(window.right, site.place.right);
@@ -32,15 +24,15 @@ TEST(Container, IsKeptInformedInTheRightOrder) {
     EXPECT_EQ(site.count("OnUIActivate"), 1);
     EXPECT_EQ(site.count("SetActiveObject"), 1);
     EXPECT_EQ(site.focus, 1);
-    ASSERT_EQ(as<IOleInPlaceObject>(host)->UIDeactivate(), S_OK);
+    ASSERT_EQ(host.as<IOleInPlaceObject>()->UIDeactivate(), S_OK);
     EXPECT_EQ(site.count("OnUIDeactivate"), 1);
-    ASSERT_EQ(as<IOleInPlaceObject>(host)->InPlaceDeactivate(), S_OK);
+    ASSERT_EQ(host.as<IOleInPlaceObject>()->InPlaceDeactivate(), S_OK);
     EXPECT_EQ(site.calls.back(), "OnInPlaceDeactivate");
     EXPECT_EQ(host.window(), nullptr);
-    ASSERT_EQ(object->DoVerb(OLEIVERB_UIACTIVATE, nullptr, &site, 0, host.frame(), nullptr), S_OK);
+    ASSERT_EQ(host.verb(OLEIVERB_UIACTIVATE), S_OK);
     EXPECT_TRUE(host.window() && IsChild(host.window(), GetFocus()));
     host.close();
-    EXPECT_TRUE(site.faults.empty()) << site.faults.front();
+    EXPECT_THAT(site.faults, IsEmpty());
     EXPECT_EQ(site.calls.back(), "OnInPlaceDeactivate");
 }
 
@@ -62,18 +54,13 @@ TEST(Container, GivesKeysAndGetsThoseThatLeave) {
     StrictHost host(newControl());
     auto& site = host.site();
     host.pump();
-    CONTROLINFO info{};
-    info.cb = sizeof info;
-    ASSERT_EQ(as<IOleControl>(host)->GetControlInfo(&info), S_OK);
-    EXPECT_GE(info.cAccel, 2);  // Alt+I, in both cases
-    EXPECT_EQ(info.dwFlags, DWORD{CTRLINFO_EATS_RETURN}) << "Enter includes, Escape is the host's";
+    EXPECT_GE(host.controlInfo().cAccel, 2);  // Alt+I, in both cases
+    EXPECT_EQ(host.controlInfo().dwFlags, DWORD{CTRLINFO_EATS_RETURN})
+        << "Enter includes, Escape is the host's";
 
-    const auto active = as<IOleInPlaceActiveObject>(host);
     const auto translate = [&](UINT message, WPARAM key) {
-        MSG event{
-            GetFocus(), message, key, 0, 0, {},
-        };
-        return active->TranslateAccelerator(&event);
+        MSG event{GetFocus(), message, key, 0, 0, {}};
+        return host.as<IOleInPlaceActiveObject>()->TranslateAccelerator(&event);
     };
     EXPECT_EQ(translate(WM_SYSCHAR, 'q'), S_FALSE);
     EXPECT_EQ(translate(WM_KEYDOWN, VK_ESCAPE), S_FALSE);
@@ -82,14 +69,13 @@ TEST(Container, GivesKeysAndGetsThoseThatLeave) {
     EXPECT_EQ(site.keys, (std::vector<UINT_PTR>{VK_TAB}));
     // Without a site that takes it, the host hears that the key is its own.
     site.offersControlSite = false;
-    as<IOleObject>(host)->SetClientSite(&site);
+    host.as<IOleObject>()->SetClientSite(&site);
     host.pump();
 }
 
 TEST(Container, SetsAmbientProperties) {
     StrictHost host(newControl(), false);
     auto& site = host.site();
-    const auto object = as<IOleObject>(host);
     site.ambients.emplace(DISPID_AMBIENT_BACKCOLOR, Variant(static_cast<std::int32_t>(RGB(10, 200, 30))));
     FONTDESC description{};
     description.cbSizeofstruct = sizeof description;
@@ -98,7 +84,7 @@ TEST(Container, SetsAmbientProperties) {
     description.sWeight = FW_NORMAL;
     ComPtr<IDispatch> font;
     ASSERT_EQ(OleCreateFontIndirect(&description, IID_IDispatch, font.putVoid()), S_OK);
-    ASSERT_EQ(object->DoVerb(OLEIVERB_SHOW, nullptr, &site, 0, host.frame(), nullptr), S_OK);
+    ASSERT_EQ(host.verb(OLEIVERB_SHOW), S_OK);
     host.pump();
     const auto buttonHeight = [&] {
         RECT place{};
@@ -114,15 +100,11 @@ TEST(Container, SetsAmbientProperties) {
     };
     EXPECT_EQ(corner(), RGB(10, 200, 30));
     const LONG before = buttonHeight();
-    site.ambients.emplace(DISPID_AMBIENT_FONT, Variant(font.get()));
-    as<IOleControl>(host)->OnAmbientPropertyChange(DISPID_AMBIENT_FONT);
-    host.pump();
+    host.ambientChanged(DISPID_AMBIENT_FONT, Variant(font.get()));
     EXPECT_GT(buttonHeight(), before);
 
     // In a designer the screen is there but does nothing.
-    site.ambients.insert_or_assign(DISPID_AMBIENT_USERMODE, Variant(false));
-    as<IOleControl>(host)->OnAmbientPropertyChange(DISPID_AMBIENT_USERMODE);
-    host.pump();
+    host.ambientChanged(DISPID_AMBIENT_USERMODE, Variant(false));
     EXPECT_TRUE(IsWindowVisible(child(host.window(), L"Button", L"Learn")));
     RECT place{};
     GetWindowRect(children(host.window(), L"Edit").back(), &place);
@@ -130,10 +112,8 @@ TEST(Container, SetsAmbientProperties) {
     ScreenToClient(host.window(), &point);
     const HWND hit = RealChildWindowFromPoint(host.window(), point);
     EXPECT_TRUE(!hit || hit == host.window() || !IsWindowEnabled(hit));
-    MSG key{
-        host.window(), WM_KEYDOWN, VK_TAB, 0, 0, {},
-    };
-    EXPECT_EQ(as<IOleInPlaceActiveObject>(host)->TranslateAccelerator(&key), S_FALSE);
+    MSG key{host.window(), WM_KEYDOWN, VK_TAB, 0, 0, {}};
+    EXPECT_EQ(host.as<IOleInPlaceActiveObject>()->TranslateAccelerator(&key), S_FALSE);
 }
 
 TEST(Container, SaysWhetherTheDefaultButtonIsMarkedWhileTheFocusIsItsOwn) {
@@ -147,8 +127,7 @@ TEST(Container, SaysWhetherTheDefaultButtonIsMarkedWhileTheFocusIsItsOwn) {
     SetFocus(own);
     host.pump();
     EXPECT_TRUE(marked()) << "a host that says nothing has no default button of its own";
-    host.site().ambients.emplace(DISPID_AMBIENT_DISPLAYASDEFAULT, Variant(false));
-    as<IOleControl>(host)->OnAmbientPropertyChange(DISPID_AMBIENT_DISPLAYASDEFAULT);
+    host.ambientChanged(DISPID_AMBIENT_DISPLAYASDEFAULT, Variant(false));
     EXPECT_FALSE(marked());
     SetFocus(children(host.window(), L"Edit").back());
     EXPECT_TRUE(marked()) << "Enter includes";
@@ -156,8 +135,7 @@ TEST(Container, SaysWhetherTheDefaultButtonIsMarkedWhileTheFocusIsItsOwn) {
     EXPECT_FALSE(marked()) << "Enter presses the other one";
     SetFocus(own);
     EXPECT_FALSE(marked());
-    host.site().ambients.insert_or_assign(DISPID_AMBIENT_DISPLAYASDEFAULT, Variant(true));
-    as<IOleControl>(host)->OnAmbientPropertyChange(DISPID_AMBIENT_DISPLAYASDEFAULT);
+    host.ambientChanged(DISPID_AMBIENT_DISPLAYASDEFAULT, Variant(true));
     EXPECT_TRUE(marked());
 }
 
@@ -216,23 +194,21 @@ double difference(win32::Canvas& one, win32::Canvas& other) {
 
 TEST(Container, GetsThePictureThatTheActiveControlWouldBe) {
     StrictHost host(newControl(), false);
-    const auto view = as<IViewObject2>(host);
+    const auto view = host.as<IViewObject2>();
     for (const SIZE size : {SIZE{700, 600}, {620, 880}}) {
         host.site().place = {0, 0, size.cx, size.cy};
         const auto inactive = pictureOf(view.get(), size);
         const auto recorded = pictureOf(view.get(), size, true);
-        ASSERT_EQ(
-            as<IOleObject>(host)->DoVerb(OLEIVERB_INPLACEACTIVATE, nullptr, nullptr, 0, nullptr, nullptr),
-            S_OK);
+        ASSERT_EQ(host.verb(OLEIVERB_INPLACEACTIVATE), S_OK);
         host.pump();
         const auto active = picture(host.window());
         EXPECT_LT(difference(*inactive, *active), 0.002);
         EXPECT_LT(difference(*recorded, *active), 0.03);
-        as<IOleInPlaceObject>(host)->InPlaceDeactivate();
+        host.as<IOleInPlaceObject>()->InPlaceDeactivate();
     }
     // In a place of an extent's proportions the picture is a small one of all of it.
     SIZEL extent{MulDiv(700, 2540, 96), MulDiv(600, 2540, 96)};
-    ASSERT_EQ(as<IOleObject>(host)->SetExtent(DVASPECT_CONTENT, &extent), S_OK);
+    ASSERT_EQ(host.as<IOleObject>()->SetExtent(DVASPECT_CONTENT, &extent), S_OK);
     const auto small = pictureOf(view.get(), {350, 300});
     const auto full = pictureOf(view.get(), {700, 600});
     win32::Canvas half(350, 300);
@@ -260,8 +236,8 @@ class ViewSink final : public ComObject<IAdviseSink> {
 
 TEST(Container, IsToldThatAPictureItKeepsIsOld) {
     Bench bench("strict");
-    const auto view = as<IViewObject2>(*bench.host);
-    const auto dialog = as<_DravikDlg>(*bench.host);
+    const auto view = bench.as<IViewObject2>();
+    const auto dialog = bench.as<_DravikDlg>();
     int changes = 0;
     const auto sink = ComPtr<ViewSink>::attach(new ViewSink(changes));
     ASSERT_EQ(view->SetAdvise(DVASPECT_CONTENT, ADVF_PRIMEFIRST, sink.get()), S_OK);
@@ -277,19 +253,20 @@ TEST(Container, IsToldThatAPictureItKeepsIsOld) {
     EXPECT_TRUE(tells([&] { bench.bind("HELLO"); }));
     EXPECT_TRUE(tells([&] { bench.include(L"HELLO", 5); }));
     EXPECT_LT(changes, 40) << "once for many changes";
-    EXPECT_TRUE(tells([&] { as<IOleInPlaceObject>(*bench.host)->InPlaceDeactivate(); }));
+    EXPECT_TRUE(tells([&] { bench.as<IOleInPlaceObject>()->InPlaceDeactivate(); }));
     EXPECT_TRUE(tells([&] {
         BSTR text = SysAllocString(L"L");
         dialog->HighlightIncluded(&text);
         SysFreeString(text);
     })) << "shown nowhere";
-    SIZEL extent{12345, 23456};
-    EXPECT_TRUE(tells([&] { as<IOleObject>(*bench.host)->SetExtent(DVASPECT_CONTENT, &extent); }));
+    const auto setExtent = [&](LONG width) {
+        SIZEL extent{width, 23456};
+        bench.as<IOleObject>()->SetExtent(DVASPECT_CONTENT, &extent);
+    };
+    EXPECT_TRUE(tells([&] { setExtent(12345); }));
     ASSERT_EQ(view->SetAdvise(DVASPECT_CONTENT, ADVF_ONLYONCE, sink.get()), S_OK);
-    extent.cx = 20000;
-    EXPECT_TRUE(tells([&] { as<IOleObject>(*bench.host)->SetExtent(DVASPECT_CONTENT, &extent); }));
-    extent.cx = 30000;
-    EXPECT_FALSE(tells([&] { as<IOleObject>(*bench.host)->SetExtent(DVASPECT_CONTENT, &extent); }));
+    EXPECT_TRUE(tells([&] { setExtent(20000); }));
+    EXPECT_FALSE(tells([&] { setExtent(30000); }));
     bench.closeUnsaved();
 }
 
@@ -414,11 +391,11 @@ TEST(Container, GreetsInOneCall) {
     container.pClientSite = &host.site();
     QACONTROL answer{};
     answer.cbSize = sizeof answer;
-    ASSERT_EQ(as<IQuickActivate>(host)->QuickActivate(&container, &answer), S_OK);
+    ASSERT_EQ(host.as<IQuickActivate>()->QuickActivate(&container, &answer), S_OK);
     DWORD status = 0;
-    as<IOleObject>(host)->GetMiscStatus(DVASPECT_CONTENT, &status);
+    host.as<IOleObject>()->GetMiscStatus(DVASPECT_CONTENT, &status);
     EXPECT_EQ(answer.dwMiscStatus, status);
-    EXPECT_EQ(as<IOleObject>(host)->DoVerb(OLEIVERB_SHOW, nullptr, nullptr, 0, nullptr, nullptr), S_OK);
+    EXPECT_EQ(host.verb(OLEIVERB_SHOW), S_OK);
     EXPECT_TRUE(IsWindowVisible(host.window()));
 }
 

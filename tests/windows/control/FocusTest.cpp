@@ -14,14 +14,14 @@ TEST_P(FocusOfHosts, GoesBackWhenABoxOrAFormIsGone) {
     bench.type(L"HELLOOO");
     bench.robot.expectBox(L"Difference in character counts", IDOK);
     bench.host->key(VK_RETURN);
-    ASSERT_TRUE(bench.host->pumpUntil([&] { return bench.robot.satisfied(); }));
+    ASSERT_TRUE(bench.allCame());
     EXPECT_TRUE(bench.host->pumpUntil([&] { return GetFocus() == bench.input(); })) << "after a box";
 
     const auto closeForm = [](HWND form) { PostMessageW(form, WM_KEYDOWN, VK_ESCAPE, 1); };
     bench.robot.expectForm("dlgFontManager", [&](HWND) { closeForm(GetFocus()); });
     SetFocus(bench.button(L"Select Font"));
     bench.host->key(VK_RETURN);
-    ASSERT_TRUE(bench.host->pumpUntil([&] { return bench.robot.satisfied(); }));
+    ASSERT_TRUE(bench.allCame());
     EXPECT_TRUE(bench.host->pumpUntil([&] { return GetFocus() == bench.button(L"Select Font"); }))
         << "after a dialog";
 
@@ -29,7 +29,7 @@ TEST_P(FocusOfHosts, GoesBackWhenABoxOrAFormIsGone) {
     const Bench::Cell cell = bench.cell(L'L');
     bench.robot.expectMenu(L"Show Font Histogram");
     bench.rightClick(cell);
-    ASSERT_TRUE(bench.host->pumpUntil([&] { return bench.robot.satisfied(); }));
+    ASSERT_TRUE(bench.allCame());
     SetFocus(bench.input());
     const auto histogram = [] { return FindWindowW(L"DravikFormWindow", nullptr); };
     ASSERT_TRUE(bench.host->pumpUntil([&] { return IsWindowVisible(histogram()) != FALSE; }));
@@ -43,9 +43,7 @@ TEST_P(FocusOfHosts, GoesBackWhenABoxOrAFormIsGone) {
 
 class FocusOfContainer : public testing::Test {
   protected:
-    HRESULT verb(LONG verb, MSG* message = nullptr) {
-        return bench.as<IOleObject>()->DoVerb(verb, message, &bench.site(), 0, bench.host->frame(), nullptr);
-    }
+    HRESULT verb(LONG verb, MSG* message = nullptr) { return bench.strict().verb(verb, message); }
 
     Bench bench{"strict", "HELLO"};
     HWND own = CreateWindowExW(0, L"EDIT", L"", WS_CHILD | WS_VISIBLE, 0, 0, 10, 10, bench.host->frame(),
@@ -133,12 +131,7 @@ TEST_F(FocusOfContainer, IsLeftWithTheUserInterface) {
 }
 
 TEST_F(FocusOfContainer, TheHostIsToldWhenTheAccessKeysChange) {
-    const auto keys = [&] {
-        CONTROLINFO info{};
-        info.cb = sizeof info;
-        bench.as<IOleControl>()->GetControlInfo(&info);
-        return info.cAccel;
-    };
+    const auto keys = [&] { return bench.strict().controlInfo().cAccel; };
     const auto tellsOf = [&](auto&& change) {
         bench.host->pump();
         const int before = bench.site().count("OnControlInfoChanged");

@@ -14,24 +14,23 @@ TEST_P(InHosts, ShowsTheScreenAndFollowsItsSize) {
     ASSERT_TRUE(IsWindowVisible(bench.page()));
     EXPECT_TRUE(IsWindowVisible(bench.button(L"Learn")));
     EXPECT_FALSE(IsWindowEnabled(bench.button(L"Save Font")));
-    RECT before{};
-    GetWindowRect(children(bench.page(), STATUSCLASSNAMEW).front(), &before);
+    const auto place = [](HWND window) {
+        RECT rect{};
+        GetWindowRect(window, &rect);
+        return rect;
+    };
+    const auto status = [&] { return place(children(bench.page(), STATUSCLASSNAMEW).front()); };
+    const RECT before = status();
     bench.host->resize(800, 1000);
     bench.host->pump();
-    RECT window{};
-    RECT after{};
-    GetWindowRect(bench.page(), &window);
-    GetWindowRect(children(bench.page(), STATUSCLASSNAMEW).front(), &after);
-    EXPECT_EQ(window.right - window.left, 800);
-    EXPECT_EQ(window.bottom - window.top, 1000);
-    EXPECT_GT(after.top, before.top);  // the status bar stays at the foot
-    bench.host->resize(200, 150);      // less than the page needs: it scrolls
+    EXPECT_EQ(widthOf(place(bench.page())), 800);
+    EXPECT_EQ(heightOf(place(bench.page())), 1000);
+    EXPECT_GT(status().top, before.top);  // the status bar stays at the foot
+    bench.host->resize(200, 150);         // less than the page needs: it scrolls
     bench.host->pump();
     EXPECT_NE(GetWindowLongW(bench.page(), GWL_STYLE) & WS_VSCROLL, 0);
     SendMessageW(bench.page(), WM_VSCROLL, SB_BOTTOM, 0);
-    GetWindowRect(bench.page(), &window);
-    GetWindowRect(children(bench.page(), STATUSCLASSNAMEW).front(), &after);
-    EXPECT_LE(after.bottom, window.bottom);
+    EXPECT_LE(status().bottom, place(bench.page()).bottom);
 }
 
 TEST_P(InHosts, IncludesLearnsStopsSavesAndClosesWithoutAQuestion) {
@@ -88,38 +87,32 @@ TEST_P(InHosts, OpensMenusFormsAndBoxesAndCopies) {
     EXPECT_EQ(bench.as<IOleObject>()->GetExtent(DVASPECT_CONTENT, &extent), S_OK);
     EXPECT_GT(extent.cx, 0);
 
-    const auto closeForm = [](HWND form) { PostMessageW(form, WM_CLOSE, 0, 0); };
     bench.robot.expectMenu(L"Show Character Array for L");
     bench.rightClick(bench.cell(L'L'));
-    ASSERT_TRUE(bench.host->pumpUntil([&] { return bench.robot.satisfied(); }));
+    ASSERT_TRUE(bench.allCame());
     EXPECT_NE(bench.robot.seen.back().find(L"Show Histogram for L"), std::wstring::npos);
     HWND array = nullptr;
-    const auto formOfClass = [](const wchar_t* part) -> HWND {
-        for (const HWND window : shownWindows())
-            if (windowText(window).find(part) != std::wstring::npos) return window;
-        return nullptr;
-    };
-    EXPECT_TRUE(bench.host->pumpUntil([&] { return (array = formOfClass(L"Array")) != nullptr; }));
+    EXPECT_TRUE(bench.host->pumpUntil([&] { return (array = shownForm(L"Array")) != nullptr; }));
     EXPECT_EQ(GetWindow(array, GW_OWNER), GetAncestor(bench.page(), GA_ROOT));
-    closeForm(array);
-    EXPECT_TRUE(bench.host->pumpUntil([&] { return formOfClass(L"Array") == nullptr; }));
+    PostMessageW(array, WM_CLOSE, 0, 0);
+    EXPECT_TRUE(bench.host->pumpUntil([&] { return shownForm(L"Array") == nullptr; }));
 
     bench.robot.expectMenu(L"Show Histogram for L");
     bench.rightClick(bench.cell(L'L'));
     HWND histogram = nullptr;
-    EXPECT_TRUE(bench.host->pumpUntil([&] { return (histogram = formOfClass(L"istogram")) != nullptr; }));
+    EXPECT_TRUE(bench.host->pumpUntil([&] { return (histogram = shownForm(L"istogram")) != nullptr; }));
 
     bench.robot.expectMenu(L"Delete Training for O");
     bench.robot.expectBox(L"Delete Samples for O", IDNO);
     bench.rightClick(bench.cell(L'O'));
-    EXPECT_TRUE(bench.host->pumpUntil([&] { return bench.robot.satisfied(); }));
+    EXPECT_TRUE(bench.allCame());
 
     // The menu key does the same.
     const Bench::Cell h = bench.cell(L'H');
     AccessibleWindow(h.window).focus(h.number);
     bench.robot.expectMenu(L"");
     bench.host->key(VK_APPS);
-    EXPECT_TRUE(bench.host->pumpUntil([&] { return bench.robot.satisfied(); }));
+    EXPECT_TRUE(bench.allCame());
     EXPECT_EQ(GetFocus(), h.window);
     EXPECT_EQ(AccessibleWindow(h.window).focused(), h.number);
 

@@ -1,13 +1,9 @@
 // The program of the control's tests: a single-threaded apartment with the control registered while the tests
 // run.
-#include <gtest/gtest.h>
 #include "windows/control/support/Hosts.h"
 
 #include <cstdio>
 #include <exception>
-#include <filesystem>
-#include <stdexcept>
-#include <string_view>
 
 #include "windows/control/support/Bench.h"
 #include "windows/control/support/DistantTool.h"

@@ -1,5 +1,5 @@
 // The window that cells share: who of them a click and a screen reader find.
-#include "windows/win32/support/ShownPage.h"
+#include "windows/win32/support/Shown.h"
 
 namespace dravik::test {
 namespace {
@@ -8,7 +8,7 @@ TEST(CellBoard, FindsTheCellUnderAClickAndTellsAScreenReader) {
     Label a("a", "A");
     Label b("b", "B");
     for (Label* cell : {&a, &b}) cell->setCell(true);
-    ShownPage shown(fixed({{&a, {300, 300, 345, 345}}, {&b, {700, 300, 345, 345}}}));
+    Shown shown(fixed({{&a, {300, 300, 345, 345}}, {&b, {700, 300, 345, 345}}}));
     int downs = 0;
     a.mouseDown.subscribe([&](const MouseEvent&) { ++downs; });
     shown.page->focusFirst();

@@ -1,19 +1,12 @@
 // What native controls do beyond what those of every window system do.
-#include "windows/win32/support/ShownPage.h"
+#include "windows/win32/support/Shown.h"
 
 namespace dravik::test {
 namespace {
 
-RECT placeOf(HWND window) {
-    RECT rect{};
-    GetWindowRect(window, &rect);
-    MapWindowPoints(nullptr, GetAncestor(window, GA_ROOT), reinterpret_cast<POINT*>(&rect), 2);
-    return rect;
-}
-
 TEST(TextBoxes, HaveNoFrameAsResultsAndTakeOneLine) {
     TextBox box("box", "one");
-    ShownPage shown(column({item(box)}));
+    Shown shown(column({item(box)}));
     const HWND view = shown.view(box);
     SetFocus(view);
     box.setLocked(true);
@@ -28,7 +21,7 @@ TEST(TextBoxes, HaveNoFrameAsResultsAndTakeOneLine) {
 
 TEST(Lists, ThatAreDroppedDownLookByArrowKeysAndTakeByEnter) {
     ComboBox combo("combo", {"one", "two", "three"});
-    ShownPage shown(column({item(combo)}));
+    Shown shown(column({item(combo)}));
     combo.setListIndex(0);
     int picks = 0;
     combo.click.subscribe([&] { ++picks; });
@@ -47,7 +40,7 @@ TEST(Options, AreOneTabStopAndChosenByArrowKeys) {
     Frame frame("frame", "Choice");
     frame.setLayout(column({item(one), item(two)}));
     Button after("after", "After");
-    ShownPage shown(column({item(frame), item(after)}));
+    Shown shown(column({item(frame), item(after)}));
     EXPECT_EQ(accessibleName(shown.view(frame)), L"Choice");
     for (auto* option : {&one, &two})
         option->click.subscribe([&, option] { (option == &one ? two : one).setChosen(false); });
@@ -70,7 +63,7 @@ TEST(Bars, CutLongTextsAndTurnByWheel) {
     status.add("Message", "", 1500, true);
     status.add("Last", "", 1500);
     UpDown arrows("arrows", 0, 10, 1);
-    ShownPage shown(column({item(arrows), item(status)}), 400, 200);
+    Shown shown(column({item(arrows), item(status)}), 400, 200);
     const HWND bar = shown.view(status);
     int edges[2] = {};
     EXPECT_EQ(SendMessageW(bar, SB_GETPARTS, 2, reinterpret_cast<LPARAM>(edges)), 2);
@@ -80,9 +73,7 @@ TEST(Bars, CutLongTextsAndTurnByWheel) {
     settle();
     SendMessageW(bar, SB_GETPARTS, 2, reinterpret_cast<LPARAM>(edges));
     EXPECT_EQ(edges[0], 400 - 18 - 150);
-    wchar_t text[200] = {};
-    SendMessageW(bar, SB_GETTEXTW, 1, reinterpret_cast<LPARAM>(text));
-    const std::wstring cut = text;
+    const std::wstring cut = statusText(bar, 1);
     EXPECT_LT(cut.size(), 30u);
     EXPECT_EQ(cut.back(), L'\u2026');
 
@@ -99,7 +90,7 @@ TEST(Toolbars, AreWorkedByKeyAndDrawnAtTheirScale) {
     bar.add("one", "One", ToolButton::Style::Push, {square});
     bar.add("log", "Log", ToolButton::Style::Check);
     bar.add("none", "None").setEnabled(false);
-    ShownPage shown(column({item(bar)}), 400, 100);
+    Shown shown(column({item(bar)}), 400, 100);
     std::string pressed;
     bar.buttonClick.subscribe([&](ToolButton& button) { pressed += button.key + ' '; });
     const HWND view = shown.view(bar);
@@ -128,12 +119,12 @@ TEST(Labels, AreCutWithAnEllipsisAndNameTheNextControl) {
     Label data("data", "R&D");
     data.setUsesMnemonic(false);
     Label filler("filler", std::string(200, 'i'));
-    ShownPage shown(
+    Shown shown(
         column({row({item(caption), item(box).stretched()}), item(data), row({item(filler).stretched()})}),
         300, 200);
     EXPECT_EQ(shown.page->mnemonics(), std::vector<wchar_t>{L'N'});
     EXPECT_EQ(windowText(shown.view(data)), L"R&D");
-    EXPECT_EQ(widthOf(placeOf(shown.view(filler))), 300 - 18);
+    EXPECT_EQ(shown.area(filler).width, 300 - 18);
     EXPECT_LT(shown.page->minimumSize().cx, 300);
     EXPECT_EQ(accessibleName(shown.view(caption)), L"Name");
     EXPECT_TRUE(SendMessageW(shown.view(caption), WM_GETDLGCODE, 0, 0) & DLGC_STATIC)
@@ -154,8 +145,8 @@ TEST(NativeControls, AreToAScreenReaderWhatTheyAre) {
     ProgressBar bar("bar");
     StatusBar status("status");
     Toolbar tools("tools");
-    ShownPage shown(column({item(tools), item(button), item(check), item(option), item(box), item(combo),
-                            item(list), item(bar), item(status)}));
+    Shown shown(column({item(tools), item(button), item(check), item(option), item(box), item(combo),
+                        item(list), item(bar), item(status)}));
     EXPECT_EQ(AccessibleWindow(shown.view(box)).role(), ROLE_SYSTEM_TEXT);
     EXPECT_EQ(accessibleName(shown.view(button)), L"Go");
     // By these numbers the system knows controls whose class has another name than its own.
@@ -167,25 +158,17 @@ TEST(NativeControls, AreToAScreenReaderWhatTheyAre) {
             << widget->name();
 }
 
-BOOL CALLBACK isShownTip(HWND window, LPARAM found) {
-    wchar_t name[32] = {};
-    GetClassNameW(window, name, 32);
-    if (wcscmp(name, TOOLTIPS_CLASSW) != 0 || !IsWindowVisible(window)) return TRUE;
-    *reinterpret_cast<HWND*>(found) = window;
-    return FALSE;
-}
-
 HWND shownTip() {
-    HWND found = nullptr;
-    EnumThreadWindows(GetCurrentThreadId(), isShownTip, reinterpret_cast<LPARAM>(&found));
-    return found;
+    for (const HWND window : shownWindows())
+        if (classOf(window) == TOOLTIPS_CLASSW) return window;
+    return nullptr;
 }
 
 TEST(ToolTips, ComeUpWherePointerRestsAndFollowTheModel) {
     Label label("label", "Text");
     Button button("button", "Button");
     button.setToolTip("before");
-    ShownPage shown(column({item(label), item(button), space()}), 300, 200);
+    Shown shown(column({item(label), item(button), space()}), 300, 200);
     const auto rest = [&](const Widget& widget) {
         RECT place{};
         GetWindowRect(shown.view(widget), &place);

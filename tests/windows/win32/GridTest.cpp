@@ -1,6 +1,6 @@
 // The grid of Windows: what it draws, asks for and tells, with many records.
 #include <oleacc.h>
-#include "windows/win32/support/ShownPage.h"
+#include "windows/win32/support/Shown.h"
 
 #include "shown/Numbers.h"
 
@@ -79,7 +79,7 @@ class GridOfWindows : public testing::Test {
     Grid grid{"grid"};
     std::shared_ptr<Numbers> source;
     std::vector<Down> downs;
-    ShownPage shown{column({item(grid).stretched()}), 420, 300};
+    Shown shown{column({item(grid).stretched()}), 420, 300};
 };
 
 TEST_F(GridOfWindows, ShowsAnyNumberOfRecordsByAskingForThoseThatAreSeen) {
@@ -164,12 +164,6 @@ TEST_F(GridOfWindows, TellsAScreenReaderItsHeadingsAndCells) {
     ASSERT_EQ(AccessibleObjectFromWindow(view(), static_cast<DWORD>(OBJID_CLIENT), __uuidof(IAccessible),
                                          reinterpret_cast<void**>(&table)),
               S_OK);
-    const auto child = [](LONG id) {
-        VARIANT variant{};
-        variant.vt = VT_I4;
-        variant.lVal = id;
-        return variant;
-    };
     const AccessibleWindow heard(view());
     EXPECT_EQ(heard.name(), L"Samples");
     EXPECT_EQ(heard.parts(), 6);
@@ -177,7 +171,10 @@ TEST_F(GridOfWindows, TellsAScreenReaderItsHeadingsAndCells) {
     EXPECT_EQ(heard.name(5), L"200");
     EXPECT_EQ(heard.role(5), ROLE_SYSTEM_CELL);
     BSTR name = nullptr;
-    EXPECT_EQ(table->get_accName(child(7), &name), E_INVALIDARG);
+    VARIANT seventh{};
+    seventh.vt = VT_I4;
+    seventh.lVal = 7;
+    EXPECT_EQ(table->get_accName(seventh, &name), E_INVALIDARG);
     // It outlives the window.
     shown.page.reset();
     LONG count = 0;

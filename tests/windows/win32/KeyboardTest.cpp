@@ -1,5 +1,5 @@
 // Tab through a page, and a page that takes no key, as a host hands them over and as they come without one.
-#include "windows/win32/support/ShownPage.h"
+#include "windows/win32/support/Shown.h"
 
 namespace dravik::test {
 namespace {
@@ -24,7 +24,7 @@ class KeysOfAHost : public testing::Test {
     CheckBox check{"check", "&Check"};
     Button go{"go", "&Go"};
     Button stop{"stop", "&Stop"};
-    ShownPage shown;
+    Shown shown;
 };
 
 TEST_F(KeysOfAHost, TabGoesThroughFramesAndLeavesAtTheEnds) {

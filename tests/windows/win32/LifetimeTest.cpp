@@ -1,6 +1,6 @@
 // Widgets, forms and pages that go away while one of their own events is running, and windows that go without
 // a word.
-#include "windows/win32/support/ShownPage.h"
+#include "windows/win32/support/Shown.h"
 
 namespace dravik::test {
 namespace {
@@ -37,18 +37,22 @@ class Lifetime : public testing::Test {
         page->setBounds({0, 0, 400, 600});
         page->setVisible(true);
     }
-    // Shows the form, does what an operator does, and expects the form to have gone by that.
-    void goesBy(const std::function<void(Many&)>& subscribe, const std::function<void(Many&)>& drive) {
+    // Shows the form, does to the widget what an operator does, and expects everything to have gone by its
+    // event.
+    template <class Kind, class Source, class Event>
+    void goesBy(Kind Many::*widget, Event Source::*event, const std::function<void(HWND)>& drive) {
         show();
-        subscribe(*form);
-        drive(*form);
+        ((*form).*widget.*event).subscribe([this](auto&&...) {
+            page.reset();
+            form.reset();
+            host.reset();
+        });
+        if constexpr (std::is_same_v<Kind, Timer>)
+            form->timer.setEnabled(true);
+        else
+            drive(view((*form).*widget));
         EXPECT_TRUE(waitUntil([this] { return !form; }));
         settle();
-    }
-    void destroyAll() {
-        page.reset();
-        form.reset();
-        host.reset();
     }
 
     Win32Platform platform;
@@ -58,41 +62,31 @@ class Lifetime : public testing::Test {
 };
 
 TEST_F(Lifetime, EverythingMayGoDuringAnyEvent) {
-    const auto gone = [this] { destroyAll(); };
-    goesBy([&](Many& many) { many.button.click.subscribe(gone); },
-           [&](Many& many) { click(view(many.button), 5, 5); });
-    goesBy([&](Many& many) { many.box.textChanged.subscribe(gone); },
-           [&](Many& many) {
-               SetFocus(view(many.box));
-               typeText(L"x");
-           });
-    goesBy([&](Many& many) { many.combo.click.subscribe(gone); },
-           [&](Many& many) {
-               SetFocus(view(many.combo));
-               pressKey(VK_DOWN);
-           });
-    goesBy([&](Many& many) { many.list.click.subscribe(gone); },
-           [&](Many& many) { click(view(many.list), 5, 5); });
-    goesBy([&](Many& many) { many.check.click.subscribe(gone); },
-           [&](Many& many) { SendMessageW(view(many.check), BM_CLICK, 0, 0); });
-    goesBy([&](Many& many) { many.bar.buttonClick.subscribe([this](ToolButton&) { destroyAll(); }); },
-           [&](Many& many) { click(view(many.bar), 12, 12); });
-    goesBy([&](Many& many) { many.cell.mouseDown.subscribe([this](const MouseEvent&) { destroyAll(); }); },
-           [&](Many& many) { mouse(view(many.cell), WM_RBUTTONDOWN, 3, 3, MK_RBUTTON); });
-    goesBy([&](Many& many) { many.grid.mouseDown.subscribe([this](const MouseEvent&) { destroyAll(); }); },
-           [&](Many& many) { mouse(view(many.grid), WM_RBUTTONDOWN, 3, 3, MK_RBUTTON); });
-    goesBy([&](Many& many) { many.button.keyDown.subscribe([this](int, int) { destroyAll(); }); },
-           [&](Many& many) {
-               SetFocus(view(many.button));
-               pressKey(VK_TAB);
-           });
-    goesBy([&](Many& many) { many.button.lostFocus.subscribe(gone); },
-           [&](Many& many) {
-               SetFocus(view(many.button));
-               SetFocus(view(many.check));
-           });
-    goesBy([&](Many& many) { many.timer.tick.subscribe(gone); },
-           [&](Many& many) { many.timer.setEnabled(true); });
+    const auto pressed = [](HWND view) { click(view, 5, 5); };
+    const auto rightPressed = [](HWND view) { mouse(view, WM_RBUTTONDOWN, 3, 3, MK_RBUTTON); };
+    const auto key = [](UINT code) {
+        return [code](HWND view) {
+            SetFocus(view);
+            pressKey(code);
+        };
+    };
+    goesBy(&Many::button, &Button::click, pressed);
+    goesBy(&Many::list, &ListBox::click, pressed);
+    goesBy(&Many::check, &CheckBox::click, [](HWND view) { SendMessageW(view, BM_CLICK, 0, 0); });
+    goesBy(&Many::bar, &Toolbar::buttonClick, [](HWND view) { click(view, 12, 12); });
+    goesBy(&Many::cell, &Label::mouseDown, rightPressed);
+    goesBy(&Many::grid, &Grid::mouseDown, rightPressed);
+    goesBy(&Many::combo, &ComboBox::click, key(VK_DOWN));
+    goesBy(&Many::button, &Button::keyDown, key(VK_TAB));
+    goesBy(&Many::box, &TextBox::textChanged, [](HWND view) {
+        SetFocus(view);
+        typeText(L"x");
+    });
+    goesBy(&Many::button, &Button::lostFocus, [this](HWND button) {
+        SetFocus(button);
+        SetFocus(view(form->check));
+    });
+    goesBy(&Many::timer, &Timer::tick, nullptr);
 }
 
 TEST_F(Lifetime, AFormThatGoesIsTouchedNoMore) {

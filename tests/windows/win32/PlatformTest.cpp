@@ -1,5 +1,5 @@
 // Boxes, dialogs, menus, clipboard and dates. What is modal is answered by a timer, as an operator would.
-#include "windows/win32/support/ShownPage.h"
+#include "windows/win32/support/Shown.h"
 
 namespace dravik::test {
 namespace {
@@ -26,7 +26,7 @@ class PlatformOfWindows : public testing::Test {
     TextBox box{"box"};
     Button ok{"ok", "OK"};
     Button nested{"nested", "Nested"};
-    ShownPage shown;
+    Shown shown;
     DialogScript script;
 };
 

@@ -1,6 +1,6 @@
 // The whole training screen in native controls, at another display scale.
 #include "screen/context/Screen.h"
-#include "windows/win32/support/ShownPage.h"
+#include "windows/win32/support/Shown.h"
 
 namespace dravik::test {
 

@@ -1,6 +1,5 @@
 // What the surroundings change while a page is shown: the display scale and the system's colours.
-#include <optional>
-#include "windows/win32/support/ShownPage.h"
+#include "windows/win32/support/Shown.h"
 
 #include "windows/control/ControlWindow.h"
 #include "windows/win32/support/BlackScheme.h"
@@ -79,15 +78,15 @@ TEST(Surroundings, NothingThatIsDrawnGetsLostUnderHighContrast) {
     scene.bars.push_back({0, 50, 20, 50, rgb(0, 0, 0), true, "bar"});
     scene.lines.push_back({50, 0, 50, 100, 1, rgb(0, 0, 0), true});
     chart.setScene(scene);
-    ShownPage shown(column({row({item(white), item(plain), space()}), item(chart)}), 400, 300);
+    Shown shown(column({row({item(white), item(plain), space()}), item(chart)}), 400, 300);
     const HWND page = shown.page->window();
     std::optional<BlackScheme> scheme(std::in_place);
     SendMessageW(page, WM_SYSCOLORCHANGE, 0, 0);
     EXPECT_EQ(colorAt(*picture(page), 1, 1), RGB(0, 0, 0));
-    auto cell = shown.picture(white);
+    auto cell = shown.canvas(white);
     EXPECT_EQ(colorAt(*cell, 0, 0), RGB(0, 0, 0)) << "the frame stands out from the cell";
     EXPECT_EQ(colorAt(*cell, 3, 3), RGB(255, 255, 255)) << "what a cell tells by its colour stays";
-    cell = shown.picture(plain);
+    cell = shown.canvas(plain);
     EXPECT_EQ(colorAt(*cell, 0, 0), RGB(255, 255, 255));
     EXPECT_GT(countOf(*cell, RGB(255, 255, 255)), 2 * (cell->width() + cell->height()))
         << "and so does the text";

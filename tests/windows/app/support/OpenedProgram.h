@@ -1,16 +1,11 @@
 // The program's window on Windows, for the cases of every window system and for its own.
 #pragma once
 
-#include <gtest/gtest.h>
 #include <shlobj.h>
 
-#include <fstream>
-#include <optional>
-
-#include "base/Paths.h"
 #include "drivers/win32/Win32WindowDriver.h"
 #include "program/Press.h"
-#include "support/TemporaryFolder.h"
+#include "support/Testing.h"
 #include "windows/app/Program.h"
 #include "windows/win32/Peer.h"
 #include "windows/win32/WinText.h"

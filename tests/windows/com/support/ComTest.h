@@ -2,18 +2,10 @@
 #pragma once
 
 #include <DravikLib.h>
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
-
-#include <set>
-#include <string>
-#include <vector>
 
 #include "contract/DrawnText.h"
 #include "screen/support/RecordingTool.h"
-#include "support/Refused.h"
-#include "support/TemporaryFolder.h"
-#include "tool/Samples.h"
+#include "support/Testing.h"
 #include "windows/com/Boundary.h"
 #include "windows/com/ComFontTool.h"
 #include "windows/com/ComStep.h"
@@ -26,8 +18,6 @@
 namespace dravik::test {
 
 using namespace com;
-using namespace engine;
-using namespace tool;
 using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;

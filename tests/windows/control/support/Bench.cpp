@@ -1,11 +1,8 @@
 #include "windows/control/support/Bench.h"
 
-#include <stdexcept>
-
 #include "contract/DrawnText.h"
-#include "support/Accessible.h"
-#include "windows/com/ComText.h"
-#include "windows/com/Variant.h"
+#include "drivers/win32/ImageFile.h"
+#include "windows/com/ToolValues.h"
 
 namespace dravik::test {
 
@@ -45,12 +42,9 @@ void Bench::bind(const std::string& shown, const std::string& jobs) {
 void Bench::bind(const std::string& shown, ComPtr<IEmbeddedStep> embedded) {
     step = embedded ? std::move(embedded) : controlModule().make(CLSID_EmbeddedStep).as<IEmbeddedStep>();
     const auto tool = step.as<IFontTool>();
-    SAFEARRAY* set = SafeArrayCreateVector(VT_BSTR, 0, 4);
-    const wchar_t* characters[] = {L"H", L"E", L"L", L"O"};
-    for (LONG i = 0; i < 4; ++i) SafeArrayPutElement(set, &i, Bstr(std::wstring_view(characters[i])).get());
-    const Variant setValue = Variant::ofArray(VT_BSTR, set);
+    const std::vector<std::string> set = {"H", "E", "L", "O"};
     succeed(tool->CreateFont(Bstr(std::string_view("bench")).get()), "CreateFont");
-    succeed(tool->SetCharacterSet(setValue.get()), "SetCharacterSet");
+    succeed(tool->SetCharacterSet(listValue(set, Elements::Typed).get()), "SetCharacterSet");
     LONG status = 0;
     succeed(tool->SaveFont(Bstr(std::string_view("bench")).get(), &status), "SaveFont");
     show(shown);
@@ -62,14 +56,7 @@ void Bench::bind(const std::string& shown, ComPtr<IEmbeddedStep> embedded) {
 
 void Bench::show(const std::string& text) {
     const GreyImage image = drawn({text});
-    const auto count = static_cast<ULONG>(image.width() * image.height());
-    SAFEARRAY* pixels = SafeArrayCreateVector(VT_UI1, 0, count);
-    void* bytes = nullptr;
-    succeed(SafeArrayAccessData(pixels, &bytes), "SafeArrayAccessData");
-    std::copy_n(image.row(0).data(), count, static_cast<std::uint8_t*>(bytes));
-    SafeArrayUnaccessData(pixels);
-    const Variant value = Variant::ofArray(VT_UI1, pixels);
-    succeed(step->SetImage(image.width(), image.height(), value.get()), "SetImage");
+    succeed(step->SetImage(image.width(), image.height(), bytesOf(image).get()), "SetImage");
 }
 
 HWND Bench::input() const {

@@ -4,13 +4,9 @@
 
 #include <DravikDlgLib.h>
 #include <DravikLib.h>
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
-
-#include <algorithm>
 
 #include "support/Accessible.h"
-#include "support/TemporaryFolder.h"
+#include "support/Testing.h"
 #include "windows/com/ComStep.h"
 #include "windows/com/ComText.h"
 #include "windows/control/support/FaultyStep.h"
@@ -20,8 +16,6 @@
 
 namespace dravik::test {
 
-using namespace com;
-using namespace tool;
 using namespace win32;
 using testing::IsEmpty;
 
@@ -69,6 +63,12 @@ class Bench {
     ComPtr<Interface> as() const {
         return ComPtr<IUnknown>(host->control()).as<Interface>();
     }
+    // The step that the control says it has.
+    ComPtr<IUnknown> boundStep() const {
+        ComPtr<IDispatch> step;
+        EXPECT_EQ(as<::StepEditor>()->get_Step(step.put()), S_OK);
+        return step.as<IUnknown>();
+    }
     HRESULT give(const StepPtr& other) const {
         return as<::StepEditor>()->putref_Step(comFromStep(other).as<IDispatch>().get());
     }
@@ -76,7 +76,12 @@ class Bench {
     std::shared_ptr<FaultyStep> faultyStep() const {
         return std::make_shared<FaultyStep>(stepFromCom(step.as<IUnknown>().get()));
     }
-    StrictSite& site() const { return static_cast<StrictHost&>(*host).site(); }
+    StrictHost& strict() const { return static_cast<StrictHost&>(*host); }
+    StrictSite& site() const { return strict().site(); }
+    // Handles messages until everything that was expected has come up.
+    bool allCame() {
+        return host->pumpUntil([this] { return robot.satisfied(); });
+    }
     // Presses the button at that place of the toolbar.
     void pressTool(int place) const;
 

@@ -1,15 +1,8 @@
 #include "windows/control/support/DistantTool.h"
 
-#include <fstream>
 #include <future>
-#include <iterator>
-#include <stdexcept>
-#include <vector>
 
-#include "base/Paths.h"
-#include "support/TemporaryFolder.h"
 #include "windows/control/support/Bench.h"
-#include "windows/win32/WinText.h"
 
 namespace dravik::test {
 namespace {

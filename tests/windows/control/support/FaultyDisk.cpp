@@ -110,29 +110,20 @@ BOOL WINAPI lockFileEx(HANDLE file, DWORD flags, DWORD reserved, DWORD low, DWOR
     return judgedOf(file) == Verdict::Go && LockFileEx(file, flags, reserved, low, high, place);
 }
 
-struct Redirection {
-    const char* name;
-    void* to;
-};
-
-template <class Function>
-Redirection redirection(const char* name, Function* to) {
-    return {name, reinterpret_cast<void*>(to)};
-}
-
-const Redirection kRedirections[] = {
-    redirection("CreateFileW", createFile),
-    redirection("CloseHandle", closeHandle),
-    redirection("WriteFile", writeFile),
-    redirection("FlushFileBuffers", flushFileBuffers),
-    redirection("SetEndOfFile", setEndOfFile),
-    redirection("MoveFileExW", moveFileEx),
-    redirection("ReplaceFileW", replaceFile),
-    redirection("DeleteFileW", deleteFile),
-    redirection("CreateHardLinkW", createHardLink),
-    redirection("CopyFileW", copyFile),
-    redirection("CreateDirectoryW", createDirectory),
-    redirection("LockFileEx", lockFileEx),
+// An imported function and what takes its place.
+const std::pair<const char*, void*> kRedirections[] = {
+    {"CreateFileW", reinterpret_cast<void*>(createFile)},
+    {"CloseHandle", reinterpret_cast<void*>(closeHandle)},
+    {"WriteFile", reinterpret_cast<void*>(writeFile)},
+    {"FlushFileBuffers", reinterpret_cast<void*>(flushFileBuffers)},
+    {"SetEndOfFile", reinterpret_cast<void*>(setEndOfFile)},
+    {"MoveFileExW", reinterpret_cast<void*>(moveFileEx)},
+    {"ReplaceFileW", reinterpret_cast<void*>(replaceFile)},
+    {"DeleteFileW", reinterpret_cast<void*>(deleteFile)},
+    {"CreateHardLinkW", reinterpret_cast<void*>(createHardLink)},
+    {"CopyFileW", reinterpret_cast<void*>(copyFile)},
+    {"CreateDirectoryW", reinterpret_cast<void*>(createDirectory)},
+    {"LockFileEx", reinterpret_cast<void*>(lockFileEx)},
 };
 
 // Once for as long as the library is loaded: what nobody watches goes through.
@@ -149,11 +140,11 @@ void redirect(HMODULE module) {
             if (IMAGE_SNAP_BY_ORDINAL(name->u1.Ordinal)) continue;
             const auto* imported =
                 reinterpret_cast<const IMAGE_IMPORT_BY_NAME*>(base + name->u1.AddressOfData);
-            for (const Redirection& one : kRedirections) {
-                if (std::strcmp(reinterpret_cast<const char*>(imported->Name), one.name) != 0) continue;
+            for (const auto& [function, replacement] : kRedirections) {
+                if (std::strcmp(reinterpret_cast<const char*>(imported->Name), function) != 0) continue;
                 DWORD before = 0;
                 VirtualProtect(entry, sizeof *entry, PAGE_READWRITE, &before);
-                entry->u1.Function = reinterpret_cast<ULONG_PTR>(one.to);
+                entry->u1.Function = reinterpret_cast<ULONG_PTR>(replacement);
                 VirtualProtect(entry, sizeof *entry, before, &before);
             }
         }

@@ -262,9 +262,7 @@ StrictHost::StrictHost(ComPtr<IUnknown> control, bool show) {
     const auto object = control_.as<IOleObject>();
     object->SetClientSite(site_.get());
     control_.as<IPersistStreamInit>()->InitNew();
-    if (!show) return;
-    const RECT place = site_->place;
-    object->DoVerb(OLEIVERB_SHOW, nullptr, site_.get(), 0, frame_, &place);
+    if (show) verb(OLEIVERB_SHOW);
 }
 
 StrictHost::~StrictHost() {
@@ -292,14 +290,12 @@ bool StrictHost::translate(MSG& message) {
     if (!control_ || message.message < WM_KEYFIRST || message.message > WM_KEYLAST) return false;
     const ComPtr<IOleInPlaceActiveObject> active = site_->active;
     if (active && active->TranslateAccelerator(&message) == S_OK) return true;
-    const auto keys = control_.as<IOleControl>();
-    CONTROLINFO info{};
-    info.cb = sizeof info;
+    const CONTROLINFO info = controlInfo();
     WORD command = 0;
-    if (message.message != WM_SYSCHAR || FAILED(keys->GetControlInfo(&info)) || info.cAccel == 0 ||
+    if (message.message != WM_SYSCHAR || info.cAccel == 0 ||
         !IsAccelerator(info.hAccel, info.cAccel, &message, &command))
         return false;
-    keys->OnMnemonic(&message);
+    as<IOleControl>()->OnMnemonic(&message);
     return true;
 }
 

@@ -11,9 +11,6 @@
 
 namespace dravik::test {
 
-using namespace com;
-using namespace tool;
-
 // The control's DLL, loaded, and asked for a class without the registry.
 class ControlModule {
   public:
@@ -84,6 +81,24 @@ class StrictHost : public Host {
     ~StrictHost() override;
 
     StrictSite& site() noexcept { return *site_; }
+    template <class Interface>
+    ComPtr<Interface> as() const {
+        return control_.as<Interface>();
+    }
+    // OLEIVERB_SHOW, ...
+    HRESULT verb(LONG verb, MSG* message = nullptr) {
+        return as<IOleObject>()->DoVerb(verb, message, site_.get(), 0, frame_, &site_->place);
+    }
+    CONTROLINFO controlInfo() const {
+        CONTROLINFO info{};
+        info.cb = sizeof info;
+        return FAILED(as<IOleControl>()->GetControlInfo(&info)) ? CONTROLINFO{} : info;
+    }
+    void ambientChanged(DISPID property, Variant value) {
+        site_->ambients.insert_or_assign(property, std::move(value));
+        as<IOleControl>()->OnAmbientPropertyChange(property);
+        pump();
+    }
     void resize(int width, int height) override;
     void close() override;
     bool translate(MSG& message) override;

@@ -1,7 +1,6 @@
 #include "windows/control/support/Robot.h"
 
-#include <gtest/gtest.h>
-
+#include "support/Testing.h"
 #include "windows/win32/WinText.h"
 
 namespace dravik::test {
@@ -37,6 +36,12 @@ std::vector<HWND> children(HWND parent, const std::wstring& className) {
         found.insert(found.end(), inside.begin(), inside.end());
     }
     return found;
+}
+
+HWND shownForm(const std::wstring& part) {
+    for (const HWND window : shownWindows())
+        if (windowText(window).find(part) != std::wstring::npos) return window;
+    return nullptr;
 }
 
 HWND child(HWND parent, const std::wstring& className, const std::wstring& text) {

@@ -31,6 +31,8 @@ class Robot {
 
 // The windows inside of another one, at any depth, of that class, in tab order.
 std::vector<HWND> children(HWND parent, const std::wstring& className);
+// The window that is shown with this in its title; null when there is none.
+HWND shownForm(const std::wstring& part);
 // The child window of that class and text; null when there is none.
 HWND child(HWND parent, const std::wstring& className, const std::wstring& text);
 

@@ -1,14 +1,67 @@
-// A form on the screen of Windows.
+// A form on the screen of Windows in a window of its own that is no dialog, driven by messages as the
+// operator's actions make them, and looked at.
 #pragma once
 
+#include "drivers/win32/DialogScript.h"
 #include "shown/Seen.h"
-#include "windows/win32/support/ShownPage.h"
+#include "support/Accessible.h"
+#include "windows/win32/Dpi.h"
+#include "windows/win32/FormPage.h"
+#include "windows/win32/FormWindow.h"
+#include "windows/win32/Look.h"
+#include "windows/win32/Module.h"
+#include "windows/win32/Peer.h"
+#include "windows/win32/Win32Platform.h"
+#include "windows/win32/WinText.h"
 
 namespace dravik::test {
 
-class Shown : public ShownPage {
+using namespace win32;
+
+// What a screen reader says of a window, or of a part of it.
+std::wstring accessibleName(HWND window, LONG part = 0);
+
+// Of a canvas, at a place.
+COLORREF colorAt(Canvas& canvas, int x, int y);
+int countOf(Canvas& canvas, COLORREF color);
+
+// A plain top-level window to stand in.
+class HostWindow {
   public:
-    using ShownPage::ShownPage;
+    HostWindow(int width, int height);
+    HostWindow(const HostWindow&) = delete;
+    HostWindow& operator=(const HostWindow&) = delete;
+    ~HostWindow();
+
+    HWND window() const noexcept { return window_; }
+
+  private:
+    HWND window_;
+};
+
+class Shown {
+  public:
+    Shown() = default;
+    explicit Shown(Layout layout, int width = 640, int height = 480) {
+        form.setLayout(std::move(layout));
+        show(width, height);
+    }
+    void show(int width = 640, int height = 480) {
+        host = std::make_unique<HostWindow>(width, height);
+        platform.owner = [this] { return host ? host->window() : nullptr; };
+        page = std::make_unique<FormPage>(form, host->window(), platform);
+        page->setBounds({0, 0, width, height});
+        page->setVisible(true);
+        settle();
+    }
+    // The window of a widget, which a cell shares with others.
+    HWND view(const Widget& widget) const;
+    // On the screen.
+    RECT place(const Widget& widget) const;
+    bool focused(const Widget& widget) const;
+    // At a place in the widget.
+    void mouse(const Widget& widget, UINT message, int x, int y, WPARAM keys = 0) const;
+    std::unique_ptr<Canvas> canvas(const Widget& widget) const;
 
     void click(const Widget& widget, Point place = {5, 5}, int shift = 0) {
         press(widget, kLeftButton, place, shift);
@@ -89,11 +142,11 @@ class Shown : public ShownPage {
                 static_cast<int>(cell.top + cell.bottom) / 2 - static_cast<int>(whole.top)};
     }
     Picture picture(const Widget& widget) const {
-        const auto canvas = ShownPage::picture(widget);
-        Picture result{canvas->width(), canvas->height(), {}};
-        for (int y = 0; y < canvas->height(); ++y)
-            for (int x = 0; x < canvas->width(); ++x)
-                result.pixels.push_back(static_cast<Color>(colorAt(*canvas, x, y)));
+        const auto shows = canvas(widget);
+        Picture result{shows->width(), shows->height(), {}};
+        for (int y = 0; y < shows->height(); ++y)
+            for (int x = 0; x < shows->width(); ++x)
+                result.pixels.push_back(static_cast<Color>(colorAt(*shows, x, y)));
         return result;
     }
     // What a screen reader says of it, or of a part of a chart, numbered from 1.
@@ -145,9 +198,15 @@ class Shown : public ShownPage {
         return false;
     }
 
+    Win32Platform platform;
+    Form form{"form", "Form"};
+    std::unique_ptr<HostWindow> host;
+    std::unique_ptr<FormPage> page;
     DialogScript script;
 
   private:
+    // 0 for one with a window of its own.
+    int partOf(const Widget& widget) const;
     static HWND windowOf(const std::string& title) {
         for (const HWND window : shownWindows())
             if (windowText(window) == wide(title)) return window;
@@ -167,10 +226,6 @@ class Shown : public ShownPage {
     Ambient ambient_;
     std::wstring boxText_;
 };
-
-inline void letHappen() {
-    settle();
-}
 
 inline std::string clipboardText() {
     return utf8(clipboardContents());

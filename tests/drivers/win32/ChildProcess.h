@@ -10,7 +10,7 @@ struct Finished {
     std::string output;  // standard output and standard error, UTF-8 or the console's bytes
 };
 
-// Runs the command line; ends it, and answers code 9999, when it takes longer than a minute.
-Finished runProcess(const std::wstring& commandLine);
+// Runs the command line; ends it, and answers code 9999, when it takes longer than this.
+Finished runProcess(const std::wstring& commandLine, unsigned long milliseconds = 60'000);
 
 }  // namespace dravik::test

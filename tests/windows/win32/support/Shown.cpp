@@ -1,5 +1,5 @@
 
-#include "windows/win32/support/ShownPage.h"
+#include "windows/win32/support/Shown.h"
 
 #include "windows/win32/CellBoard.h"
 #include "windows/win32/CellPeer.h"
@@ -35,37 +35,37 @@ HostWindow::~HostWindow() {
     if (IsWindow(window_)) DestroyWindow(window_);
 }
 
-HWND ShownPage::view(const Widget& widget) const {
+HWND Shown::view(const Widget& widget) const {
     const Peer* peer = platform.peerOf(widget);
     return peer ? peer->window() : nullptr;
 }
 
-RECT ShownPage::place(const Widget& widget) const {
+RECT Shown::place(const Widget& widget) const {
     RECT rect{};
     if (const HWND window = view(widget)) GetWindowRect(window, &rect);
     if (const int part = partOf(widget)) return AccessibleWindow(view(widget)).place(part);
     return rect;
 }
 
-bool ShownPage::focused(const Widget& widget) const {
+bool Shown::focused(const Widget& widget) const {
     const HWND window = view(widget);
     const int part = partOf(widget);
     return window && GetFocus() == window && (part == 0 || AccessibleWindow(window).focused() == part);
 }
 
-int ShownPage::partOf(const Widget& widget) const {
+int Shown::partOf(const Widget& widget) const {
     const Peer* peer = platform.peerOf(widget);
     const CellBoard* board = peer ? peer->board() : nullptr;
     return board ? board->numberOf(static_cast<const CellPeer&>(*peer)) : 0;
 }
 
-void ShownPage::mouse(const Widget& widget, UINT message, int x, int y, WPARAM keys) const {
+void Shown::mouse(const Widget& widget, UINT message, int x, int y, WPARAM keys) const {
     POINT at{place(widget).left + x, place(widget).top + y};
     ScreenToClient(view(widget), &at);
     test::mouse(view(widget), message, at.x, at.y, keys);
 }
 
-std::unique_ptr<Canvas> ShownPage::picture(const Widget& widget) const {
+std::unique_ptr<Canvas> Shown::canvas(const Widget& widget) const {
     const auto whole = test::picture(view(widget));
     RECT window{};
     GetWindowRect(view(widget), &window);

@@ -1,4 +1,6 @@
-#include "windows/com/support/ChildProcess.h"
+#include "drivers/win32/ChildProcess.h"
+
+#include <windows.h>
 
 #include <stdexcept>
 #include <thread>
@@ -7,12 +9,11 @@ namespace dravik::test {
 
 namespace {
 
-constexpr DWORD kPatience = 60'000;
 constexpr UINT kTookTooLong = 9999;
 
 }  // namespace
 
-Finished runProcess(const std::wstring& commandLine) {
+Finished runProcess(const std::wstring& commandLine, unsigned long milliseconds) {
     SECURITY_ATTRIBUTES inherited{sizeof(SECURITY_ATTRIBUTES), nullptr, TRUE};
     HANDLE readEnd = nullptr, writeEnd = nullptr;
     if (!CreatePipe(&readEnd, &writeEnd, &inherited, 0)) throw std::runtime_error("no pipe");
@@ -37,7 +38,7 @@ Finished runProcess(const std::wstring& commandLine) {
         while (ReadFile(readEnd, buffer, sizeof buffer, &count, nullptr) && count > 0)
             result.output.append(buffer, count);
     });
-    if (WaitForSingleObject(process.hProcess, kPatience) != WAIT_OBJECT_0)
+    if (WaitForSingleObject(process.hProcess, milliseconds) != WAIT_OBJECT_0)
         TerminateProcess(process.hProcess, kTookTooLong);
     WaitForSingleObject(process.hProcess, INFINITE);
     reader.join();
