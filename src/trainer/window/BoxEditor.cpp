@@ -94,11 +94,12 @@ std::size_t BoxEditor::insert(const RotatedBox& box) {
 
 // The characters from `at` on by others, the first of which is selected then. Boxes that stay beside each
 // other are one change; a box that goes elsewhere leaves its place first.
-bool BoxEditor::replace(std::size_t at, std::size_t removed, std::vector<RotatedBox> added,
+bool BoxEditor::replace(std::size_t at, std::size_t removed, const std::vector<RotatedBox>& added,
                         const char* words) {
     const auto first = boxes_.begin() + static_cast<std::ptrdiff_t>(at);
     boxes_.erase(first, first + static_cast<std::ptrdiff_t>(removed));
     std::vector<std::size_t> places;
+    places.reserve(added.size());
     for (const RotatedBox& box : added) places.push_back(insert(box));
     // Lines are numbered without gaps.
     int line = -1, before = -1;

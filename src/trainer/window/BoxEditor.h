@@ -63,7 +63,7 @@ class BoxEditor {
 
   private:
     int boxAt(ImagePoint place, float reach) const;
-    bool replace(std::size_t at, std::size_t removed, std::vector<engine::RotatedBox> added,
+    bool replace(std::size_t at, std::size_t removed, const std::vector<engine::RotatedBox>& added,
                  const char* words);
     bool resize(const engine::RotatedBox& box, const char* words);
     std::size_t insert(const engine::RotatedBox& box);
