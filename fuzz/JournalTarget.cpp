@@ -2,6 +2,7 @@
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
+#include <random>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -81,8 +82,8 @@ void use(WorkingCopy& copy, const std::string& file) {
 
 void tryJournal(std::span<const std::uint8_t> bytes) {
     static const std::filesystem::path folder = [] {
-        auto made =
-            std::filesystem::temp_directory_path() / ("dravik-journal-" + std::to_string(std::rand()));
+        auto made = std::filesystem::temp_directory_path() /
+                    ("dravik-journal-" + std::to_string(std::random_device()()));
         std::filesystem::create_directories(made);
         return made;
     }();
