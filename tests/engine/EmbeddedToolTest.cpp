@@ -226,6 +226,13 @@ TEST_F(ToolWithoutFonts, FontsAreNotSwappedUnderARun) {
     for (const double count : characters->values()) trained += count;
     EXPECT_EQ(trained, 600);
     EXPECT_EQ(committed(), 500);
+    // Each sample tells how often its character was trained.
+    const RecordTablePtr samples = tool.GetSampleData(kAllCommitted, std::array<std::int16_t, 2>{1, 4});
+    std::map<double, double> counts;
+    for (int row = 1; row <= characters->upperRow(); ++row)
+        counts[characters->number(row, 1)] = characters->number(row, 2);
+    for (int row = 1; row <= samples->upperRow(); ++row)
+        ASSERT_EQ(samples->number(row, 2), counts.at(samples->number(row, 1))) << row;
 }
 
 }  // namespace

@@ -165,24 +165,30 @@ TEST(FontFile, ContentIsCheckedBehindAGoodChecksum) {
     // Numbers become undefined and counts huge; only labels, serial numbers and the like may pass.
     EXPECT_GT(refused, good.size() * 8 / 10);
 
-    const std::function<void(FontRecord&, SampleOrigin&)> spoilings[] = {
-        [](FontRecord& font, auto&) { std::swap(font.samples[0].serial, font.samples[2].serial); },
-        [](FontRecord& font, auto&) { font.samples[1].inputs[7] = 1.5f; },
-        [](FontRecord& font, auto&) { font.samples[1].inputs[kHeightInput] = 1e30f; },
-        [](FontRecord& font, auto&) { font.distances[1] = -0.5; },
-        [](FontRecord& font, auto&) { font.training.network.hidden = 0; },
-        [](auto&, SampleOrigin& origin) { origin.picture.width = 33; },
-        [](auto&, SampleOrigin& origin) { origin.picture.height = 0; },
-        [](auto&, SampleOrigin& origin) { origin.picture.packed.resize(5000); },
-        [](auto&, SampleOrigin& origin) {
+    const std::function<void(FontRecord&)> spoilings[] = {
+        [](FontRecord& font) { std::swap(font.samples[0].serial, font.samples[2].serial); },
+        [](FontRecord& font) { font.samples[1].inputs[7] = 1.5f; },
+        [](FontRecord& font) { font.samples[1].inputs[kHeightInput] = 1e30f; },
+        [](FontRecord& font) { font.distances[1] = -0.5; },
+        [](FontRecord& font) { font.training.network.hidden = 0; }};
+    for (const auto& spoil : spoilings) {
+        FontRecord font = smallFont();
+        spoil(font);
+        EXPECT_NE(refusal(encodeFont(font)), "") << &spoil - spoilings;
+    }
+    const std::function<void(SampleOrigin&)> spoiledOrigins[] = {
+        [](SampleOrigin& origin) { origin.picture.width = 33; },
+        [](SampleOrigin& origin) { origin.picture.height = 0; },
+        [](SampleOrigin& origin) { origin.picture.packed.resize(5000); },
+        [](SampleOrigin& origin) {
             origin.image = std::make_shared<const SourceImage>(SourceImage{std::string(5000, 'x')});
         }};
-    for (const auto& spoil : spoilings) {
+    for (const auto& spoil : spoiledOrigins) {
         FontRecord font = seenFont();
         SampleOrigin origin = *font.samples[2].origin;
-        spoil(font, origin);
+        spoil(origin);
         font.samples[2].origin = std::make_shared<const SampleOrigin>(std::move(origin));
-        EXPECT_NE(refusal(encodeFont(font)), "") << &spoil - spoilings;
+        EXPECT_NE(refusal(encodeFont(font)), "") << &spoil - spoiledOrigins;
     }
 }
 

@@ -80,8 +80,6 @@ TEST_F(UnsavedWork, ActsAreTakenBackAndDoneAgainWithTheScreenThatBelongsToThem) 
     tool->endAct("learning", "trained");
     tool->SaveFont("f");
     EXPECT_THAT(tool->unsavedFonts(), IsEmpty());
-    tool->SaveFont("other");
-    EXPECT_EQ(tool->summary("other").samples, 2);
     tool->RevertFont("f");  // to just that
     tool->SetCharacterSet({"A"});
 
@@ -355,6 +353,39 @@ TEST_F(UnsavedWork, AFontThatWasChangedUnderneathIsNotOverwritten) {
     EXPECT_EQ(tool->versions("f").size(), 1u);
     include(*tool, "A");
     EXPECT_EQ(labels(*tool), "HA");
+}
+
+TEST_F(UnsavedWork, FontsAreMovedCopiedAndDeletedAsTheyAreShown) {
+    auto tool = start();
+    tool->CreateFont("f");
+    tool->endAct("", "at first");
+    include(*tool, "AB");
+    tool->endAct("", "two");
+    tool->DuplicateFont("copy", "f");
+    tool->SaveFont("other");  // which saves that one alone
+    EXPECT_EQ(tool->summary("copy").samples, 2);
+    EXPECT_EQ(tool->summary("other").samples, 2);
+    EXPECT_EQ(tool->summary("f").samples, 0);
+    tool->DeleteFont("other");
+    tool->RenameFont("g", "f");
+    EXPECT_THAT(tool->unsavedFonts(), ElementsAre("g"));
+    EXPECT_FALSE(fileExists(journalOf(font("f"))));
+    killAndRestart(tool, "g");
+
+    EXPECT_EQ(labels(*tool), "AB");
+    EXPECT_EQ(tool->takeRecovered().size(), 1u);
+    tool->DeleteFont("g");
+    EXPECT_FALSE(tool->currentFont());
+    EXPECT_THAT(tool->GetFontList(), ElementsAre("copy"));
+    std::vector<int> kept;
+    for (const FontVersion& version : tool->versions("g")) kept.push_back(version.samples);
+    EXPECT_THAT(kept, ElementsAre(0, 2)) << "as it was saved, and as it was shown";
+    EXPECT_EQ(tool->undoWords(), "deletion of font g");
+    EXPECT_EQ(tool->undo(), "two");
+    EXPECT_EQ(tool->currentFont(), "g");
+    EXPECT_EQ(labels(*tool), "AB");
+    EXPECT_THAT(tool->unsavedFonts(), ElementsAre("g"));
+    EXPECT_EQ(tool->undo(), "at first");
 }
 
 // A host that knows nothing of acts.
