@@ -10,6 +10,9 @@ server() { "$(command -v wineserver || echo /usr/lib/wine/wineserver64)" "$1" 2>
 finish() { server -k; server -w; rm -rf "$scratch"; }
 trap finish EXIT
 fail() { echo "FAILED: $*" >&2; exit 1; }
+# No command fails in silence.
+set -E
+trap 'echo "FAILED: line $LINENO: $BASH_COMMAND" >&2' ERR
 # msi /i|/x NAME : installs or takes away C:\NAME.msi.
 msi() { wine msiexec "$1" "C:\\$2.msi" /qn; }
 # The default value of a key of the classes, "" when there is none.
