@@ -117,7 +117,7 @@ class Labelling {
 
     const Around around_;
     LabelBook book_;
-    LabelFormat format_;
+    engine::TextFormats format_;
     mutable IncludedImages included_;
     mutable bool isIncludedStale_ = true;
     // But for included images and those that cannot be decoded, by font and path.
