@@ -120,7 +120,7 @@ class Labelling {
 
     const Around around_;
     LabelBook book_;
-    LabelFormat format_;
+    engine::TextFormats format_;
     mutable IncludedImages included_;
     mutable bool isIncludedStale_ = true;
     // The font that is being changed, and its samples as they were.

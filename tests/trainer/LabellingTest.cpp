@@ -307,8 +307,8 @@ TEST(ProposedText, DoubtsFollowTheCharactersThatAreLeftOfTheProposal) {
     EXPECT_EQ(text.nextDoubt(), std::nullopt);
 }
 
-TEST(LabelFormat, DecidesBetweenLookAlikesAndNotAgainstAClearShape) {
-    LabelFormat format;
+TEST(TextFormats, DecidesBetweenLookAlikesAndNotAgainstAClearShape) {
+    TextFormats format;
     const auto candidates = [](double first, double second) {
         CharacterCandidates one;
         one.candidates = {{"O", first}, {"0", second}};
