@@ -21,6 +21,9 @@ constexpr double kHardlyExpected = 0.02, kClearlyOther = 0.8;
 // A character counts for a view by how much likelier it is a whole one than this, at most as much as the
 // second says; measured on generated part images.
 constexpr double kUsuallyWhole = 0.3, kLeastWhole = 0.02;
+// A view is clear when none of its characters is likelier than this to be a half, a double or dirt.
+constexpr float kHardlyNone = 0.3f;
+constexpr std::size_t kFewestClear = 4;
 
 struct ReadLine {
     int line = 0;
@@ -34,8 +37,6 @@ double trust(std::span<const PatchLikelihoods> line) {
         sum += std::max(std::log(kLeastWhole), static_cast<double>(whole(one)));
     return sum;
 }
-
-enum class Pieces { AsFound, Likeliest };
 
 // All lines, each in the size that suits it: `value` says how well a line goes in a size, its first
 // character's number being the second argument.
@@ -105,6 +106,16 @@ double wholeCharacterOdds(const std::vector<ReadLine>& lines) {
     return sum;
 }
 
+bool isClear(const std::vector<ReadLine>& lines) {
+    std::size_t characters = 0;
+    for (const ReadLine& line : lines)
+        for (const ReadPiece& one : line.pieces) {
+            if (std::exp(one.likelihoods[kNoCharacter]) > kHardlyNone) return false;
+            ++characters;
+        }
+    return characters >= kFewestClear;
+}
+
 }  // namespace
 
 bool CharacterLikelihood::disagrees() const {
@@ -116,16 +127,18 @@ double wholeCharacterOdds(const Segmentation& found) {
     return wholeCharacterOdds(linesOf(found, Pieces::AsFound));
 }
 
-double takeWholeCharacters(Segmentation& found) {
-    std::vector<ReadLine> lines = linesOf(found, Pieces::Likeliest);
+Wholeness takeWholeCharacters(Segmentation& found, Pieces pieces) {
+    std::vector<ReadLine> lines = linesOf(found, pieces);
+    const Wholeness whole{wholeCharacterOdds(lines), isClear(lines)};
+    if (pieces == Pieces::AsFound) return whole;
     std::vector<Glyph> glyphs;
     for (ReadLine& line : lines)
         for (ReadPiece& one : line.pieces) glyphs.push_back({one.piece, line.line});
     // All dirt: of print that is not known.
     if (glyphs.empty())
-        return static_cast<double>(found.glyphs.size()) * std::log(kLeastWhole / kUsuallyWhole);
+        return {static_cast<double>(found.glyphs.size()) * std::log(kLeastWhole / kUsuallyWhole)};
     found.glyphs = std::move(glyphs);
-    return wholeCharacterOdds(lines);
+    return whole;
 }
 
 std::vector<SuggestedCharacter> readWithoutFont(const Segmentation& found, Context context) {

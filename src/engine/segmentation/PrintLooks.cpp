@@ -31,6 +31,10 @@ constexpr std::size_t kMostHeld = 500'000;
 // Heights of capitals, in working pixels, at which characters are best told apart.
 constexpr float kBestHeight = 32;
 constexpr double kHopeless = -3, kNothing = -1e9;
+// What a candidate is worth at least whose characters are clear to the judge.
+constexpr double kJudgedClear = 3;
+constexpr std::size_t kMostJudged = 300;
+constexpr double kMostPixelsJudged = 1'000'000;
 // Doubtful decisions are tried the other way too in pictures of at most so many pieces.
 constexpr std::size_t kMostReconsidered = 300;
 
@@ -51,8 +55,9 @@ int grain(float height) {
 // An image that is being looked at.
 class Looking {
   public:
-    Looking(const GreyImage& image, Search search, const std::stop_token& stop, const PrintSettings& print)
-        : image_(image), search_(search), stop_(stop), print_(print) {}
+    Looking(const GreyImage& image, Search search, ViewJudge judge, const std::stop_token& stop,
+            const PrintSettings& print)
+        : image_(image), search_(search), judge_(judge), stop_(stop), print_(print) {}
 
     std::vector<Candidate> candidates() &&;
 
@@ -61,6 +66,7 @@ class Looking {
     bool isAllowed(const Look& look) const;
     double consider(Look look, bool otherwise);
     bool add(const Segmentation& seen);
+    void judge(double enough);
     void hold();
     void keepLast();
     // What the first looks end with: a clear candidate, one that is clear in a grain that does not suit it,
@@ -72,6 +78,7 @@ class Looking {
 
     const GreyImage& image_;
     const Search search_;
+    const ViewJudge judge_;
     const std::stop_token& stop_;
     const PrintSettings& print_;
     const Region whole_{0, 0, image_.width(), image_.height()};
@@ -141,6 +148,7 @@ double Looking::consider(Look look, bool otherwise) {
     isText_ = add(seen_);
     if (!isText_) return kNothing;
     seenBy_ = found_.size() - 1;
+    judge(otherwise ? kBeyondDoubt : kClearText);
     const double value = found_.back().value;
     const bool doubtful = value > kHopeless && value < kBeyondDoubt;
     if (!same.empty() && (search_ == Search::All || doubtful))
@@ -171,6 +179,14 @@ bool Looking::add(const Segmentation& seen) {
     one.height = typicalHeight(seen) * seen.ink.scale;
     one.print = printOf(seen);
     return true;
+}
+
+// Has the candidate of the last look judged where its own traits do not say enough.
+void Looking::judge(double enough) {
+    Candidate& one = found_.back();
+    if (!judge_ || one.value < kHopeless || one.value >= enough || !isWorthJudging(one)) return;
+    one.whole = judge_(seen_, Pieces::AsFound);
+    if (one.whole.isClear) one.value = std::max(one.value, kJudgedClear);
 }
 
 // Holds what the last look found when it is the likeliest: it will probably be wanted.
@@ -267,10 +283,12 @@ bool Looking::lookCloser(const Candidate& first) {
 std::vector<Candidate> Looking::candidates() && {
     First how = firstLooks(true);
     if (how == First::ClearInOtherGrain) {
-        const Candidate clear = std::move(found_.back());
+        Candidate clear = std::move(found_.back());
         found_.clear();
-        if (lookCloser(clear)) {
+        const bool isClear = lookCloser(clear);
+        if (isClear || clear.whole.isClear) {
             keepLast();
+            if (!isClear) found_.push_back(std::move(clear));
             return std::move(found_);
         }
         found_.clear();
@@ -305,9 +323,15 @@ std::vector<Candidate> Looking::candidates() && {
 
 }  // namespace
 
-std::vector<Candidate> printCandidates(const GreyImage& image, Search search, const std::stop_token& stop,
-                                       const PrintSettings& print) {
-    return Looking(image, search, stop, print).candidates();
+bool isWorthJudging(const Candidate& one) {
+    const double pixels = static_cast<double>(one.region.width()) * one.region.height() /
+                          (static_cast<double>(one.scale) * static_cast<double>(one.scale));
+    return one.characters <= kMostJudged && pixels <= kMostPixelsJudged;
+}
+
+std::vector<Candidate> printCandidates(const GreyImage& image, Search search, ViewJudge judge,
+                                       const std::stop_token& stop, const PrintSettings& print) {
+    return Looking(image, search, judge, stop, print).candidates();
 }
 
 Segmentation seenAgain(const GreyImage& image, const Region& region, float scale, const Look& look) {

@@ -21,16 +21,21 @@ struct Candidate {
     double value = 0;  // kTextLikeness of the traits
     float height = 0;  // of capitals, in image pixels
     Region print;      // the part of the image that has the characters
+    Wholeness whole;   // of the characters as they were found, if they were judged
     // Its pixels and pieces, which take room: held for one or two candidates, of which one will be wanted.
     std::unique_ptr<Segmentation> seen;
 };
+
+// Judging more or larger print would take long.
+bool isWorthJudging(const Candidate& one);
 
 // UntilClear ends as soon as one candidate is beyond doubt, as most are; All is to learn from.
 enum class Search { UntilClear, All };
 
 // Those with characters, in the order of the looks; few or none once a stop is requested.
 std::vector<Candidate> printCandidates(const GreyImage& image, Search search = Search::UntilClear,
-                                       const std::stop_token& stop = {}, const PrintSettings& print = {});
+                                       ViewJudge judge = nullptr, const std::stop_token& stop = {},
+                                       const PrintSettings& print = {});
 
 // What a look at a region finds.
 Segmentation seenAgain(const GreyImage& image, const Region& region, float scale, const Look& look);

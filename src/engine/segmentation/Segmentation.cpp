@@ -15,17 +15,6 @@ namespace {
 // doubt.
 constexpr double kNoPrint = -2.5, kClear = 3;
 
-// Judging more or larger print would take long.
-constexpr std::size_t kMostJudged = 300;
-constexpr double kMostPixelsJudged = 1'000'000;
-
-bool isWorthJudging(const Contender& number) {
-    const Candidate& one = *number.best;
-    const double pixels = static_cast<double>(one.region.width()) * one.region.height() /
-                          (static_cast<double>(one.scale) * static_cast<double>(one.scale));
-    return one.characters <= kMostJudged && pixels <= kMostPixelsJudged;
-}
-
 Segmentation taken(const GreyImage& image, Candidate& candidate) {
     const std::unique_ptr<Segmentation> held = std::move(candidate.seen);
     return held ? std::move(*held) : seenAgain(image, candidate.region, candidate.scale, candidate.look);
@@ -49,13 +38,15 @@ Region Segmentation::place(const Glyph& glyph) const {
 
 Segmentation segment(const GreyImage& image, ViewJudge judge, const std::stop_token& stop,
                      const PrintSettings& print) {
-    std::vector<Candidate> candidates = printCandidates(image, Search::UntilClear, stop, print);
+    std::vector<Candidate> candidates = printCandidates(image, Search::UntilClear, judge, stop, print);
     std::vector<Contender> numbers = contenders(candidates);
     if (stop.stop_requested() || numbers.empty() || numbers.front().best->value < kNoPrint) return {};
     for (Candidate& one : candidates)
         if (&one != numbers.front().best) one.seen.reset();
-    const bool isJudged = judge && (numbers.size() > 1 || numbers.front().best->value < kClear) &&
-                          std::all_of(numbers.begin(), numbers.end(), isWorthJudging);
+    const bool isJudged =
+        judge && !numbers.front().best->whole.isClear &&
+        (numbers.size() > 1 || numbers.front().best->value < kClear) &&
+        std::all_of(numbers.begin(), numbers.end(), [](const Contender& one) { return isWorthJudging(*one.best); });
     Segmentation result;
     if (isJudged) {
         const Candidate* last = nullptr;
@@ -64,7 +55,7 @@ Segmentation segment(const GreyImage& image, ViewJudge judge, const std::stop_to
             if (stop.stop_requested()) return {};
             result = {};
             result = taken(image, *number.best);
-            number.odds += judge(result);
+            number.odds += judge(result, Pieces::Likeliest).odds;
             number.characters = result.glyphs.size();
             last = number.best;
         }
@@ -75,7 +66,7 @@ Segmentation segment(const GreyImage& image, ViewJudge judge, const std::stop_to
     const Contender& best = numbers.front();
     if (result.glyphs.empty()) {
         result = taken(image, *best.best);
-        if (isJudged) judge(result);
+        if (isJudged) judge(result, Pieces::Likeliest);
     }
     result.likeness = best.best->value;
     for (const Contender& number : numbers) {
@@ -92,7 +83,7 @@ Segmentation segment(const GreyImage& image, ViewJudge judge, const std::stop_to
 
 Segmentation segment(const GreyImage& image, const OtherView& view, ViewJudge judge) {
     Segmentation result = seenAgain(image, view.region, view.scale, view.look);
-    if (judge && view.isJudged) judge(result);
+    if (judge && view.isJudged) judge(result, Pieces::Likeliest);
     return result;
 }
 

@@ -59,9 +59,15 @@ struct Segmentation {
     Region place(const Glyph& glyph) const;
 };
 
-// Tells how well the characters of a view look like whole ones, as a logarithm of likelihoods, and may cut
-// and join them better.
-using ViewJudge = double (*)(Segmentation& view);
+// How well the characters of a view look like whole ones.
+struct Wholeness {
+    double odds = 0;       // a logarithm of likelihoods
+    bool isClear = false;  // hardly one of them is a half, a double or dirt
+};
+
+// The characters of a view are judged as they were found, or may be cut and joined better first.
+enum class Pieces { AsFound, Likeliest };
+using ViewJudge = Wholeness (*)(Segmentation& view, Pieces pieces);
 
 // Empty when nothing is found. Takes any image and never fails but for want of memory. Print is found in
 // milliseconds; noise and textures may take seconds. Where it is in doubt what an image shows, the judge is
