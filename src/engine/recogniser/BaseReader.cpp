@@ -22,7 +22,7 @@ constexpr double kHardlyExpected = 0.02, kClearlyOther = 0.8;
 // second says; measured on generated part images.
 constexpr double kUsuallyWhole = 0.3, kLeastWhole = 0.02;
 // A view is clear when none of its characters is likelier than this to be a half, a double or dirt.
-constexpr float kHardlyNone = 0.3f;
+constexpr float kHardlyNone = 0.5f;
 constexpr std::size_t kFewestClear = 4;
 
 struct ReadLine {

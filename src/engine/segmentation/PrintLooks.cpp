@@ -33,6 +33,7 @@ constexpr float kBestHeight = 32;
 constexpr double kHopeless = -3, kNothing = -1e9;
 // What a candidate is worth at least whose characters are clear to the judge.
 constexpr double kJudgedClear = 3;
+constexpr double kMuchLessWhole = 8;
 constexpr std::size_t kMostJudged = 300;
 constexpr double kMostPixelsJudged = 1'000'000;
 // Doubtful decisions are tried the other way too in pictures of at most so many pieces.
@@ -87,6 +88,7 @@ class Looking {
     bool isSeen_ = false, isText_ = false;
     std::size_t seenBy_ = 0;  // the candidate that it is of, if it is text
     std::vector<Candidate> found_;
+    double mostWhole_ = kNothing;  // of all that were judged
 };
 
 // A small grain may be narrower than strokes, a large one takes neighbours for background.
@@ -148,7 +150,7 @@ double Looking::consider(Look look, bool otherwise) {
     isText_ = add(seen_);
     if (!isText_) return kNothing;
     seenBy_ = found_.size() - 1;
-    judge(otherwise ? kBeyondDoubt : kClearText);
+    judge(kBeyondDoubt);
     const double value = found_.back().value;
     const bool doubtful = value > kHopeless && value < kBeyondDoubt;
     if (!same.empty() && (search_ == Search::All || doubtful))
@@ -186,6 +188,8 @@ void Looking::judge(double enough) {
     Candidate& one = found_.back();
     if (!judge_ || one.value < kHopeless || one.value >= enough || !isWorthJudging(one)) return;
     one.whole = judge_(seen_, Pieces::AsFound);
+    one.whole.isClear = one.whole.isClear && one.whole.odds >= mostWhole_;
+    mostWhole_ = std::max(mostWhole_, one.whole.odds);
     if (one.whole.isClear) one.value = std::max(one.value, kJudgedClear);
 }
 
@@ -301,11 +305,17 @@ std::vector<Candidate> Looking::candidates() && {
     }
     std::vector<Candidate> first = std::move(found_);
     found_.clear();
-    stableSort(first.begin(), first.end(),
-               [](const Candidate& a, const Candidate& b) { return a.value > b.value; });
+    const auto wholeness = [](const Candidate& one) {
+        return one.value >= kBeyondDoubt ? -kNothing : std::max(0.0, one.whole.odds);
+    };
+    stableSort(first.begin(), first.end(), [&](const Candidate& a, const Candidate& b) {
+        return wholeness(a) != wholeness(b) ? wholeness(a) > wholeness(b) : a.value > b.value;
+    });
     std::vector<std::pair<bool, float>> seen;
     for (const Candidate& candidate : first) {
-        if (seen.size() >= kMostClose || stop_.stop_requested()) break;
+        if (seen.size() >= kMostClose || stop_.stop_requested() ||
+            wholeness(candidate) < wholeness(first.front()) - kMuchLessWhole)
+            break;
         const auto same = [&](const std::pair<bool, float>& other) {
             return other.first == candidate.look.dark && other.second < 1.4f * candidate.height &&
                    candidate.height < 1.4f * other.second;

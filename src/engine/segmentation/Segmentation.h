@@ -61,7 +61,7 @@ struct Segmentation {
 
 // How well the characters of a view look like whole ones.
 struct Wholeness {
-    double odds = 0;       // a logarithm of likelihoods
+    double odds = -1e9;    // a logarithm of likelihoods; hardly anything where nothing was judged
     bool isClear = false;  // hardly one of them is a half, a double or dirt
 };
 
