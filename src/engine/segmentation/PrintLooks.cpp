@@ -33,7 +33,7 @@ constexpr float kBestHeight = 32;
 constexpr double kHopeless = -3, kNothing = -1e9;
 // What a candidate is worth at least whose characters are clear to the judge.
 constexpr double kJudgedClear = 3;
-constexpr double kMuchLessWhole = 8;
+constexpr double kPromising = 0.6;
 constexpr std::size_t kMostJudged = 300;
 constexpr double kMostPixelsJudged = 1'000'000;
 // Doubtful decisions are tried the other way too in pictures of at most so many pieces.
@@ -180,6 +180,7 @@ bool Looking::add(const Segmentation& seen) {
     one.value = kTextLikeness(one.traits);
     one.height = typicalHeight(seen) * seen.ink.scale;
     one.print = printOf(seen);
+    for (const Glyph& glyph : seen.glyphs) one.ink += glyph.piece.area;
     return true;
 }
 
@@ -187,7 +188,24 @@ bool Looking::add(const Segmentation& seen) {
 void Looking::judge(double enough) {
     Candidate& one = found_.back();
     if (!judge_ || one.value < kHopeless || one.value >= enough || !isWorthJudging(one)) return;
+    for (const Candidate& other : found_)
+        if (other.look.dark == one.look.dark && other.characters == one.characters && other.ink == one.ink &&
+            other.scale == one.scale && other.whole.odds > kNothing) {
+            one.whole = other.whole;
+            return;
+        }
     one.whole = judge_(seen_, Pieces::AsFound);
+    if (!one.whole.isClear && one.whole.odds > kPromising * static_cast<double>(one.characters)) {
+        std::vector<Glyph> asFound = seen_.glyphs;
+        const Wholeness improved = judge_(seen_, Pieces::Likeliest);
+        if (improved.isClear) {
+            one.whole = improved;
+            one.characters = seen_.glyphs.size();
+            one.isImproved = true;
+        } else {
+            seen_.glyphs = std::move(asFound);
+        }
+    }
     one.whole.isClear = one.whole.isClear && one.whole.odds >= mostWhole_;
     mostWhole_ = std::max(mostWhole_, one.whole.odds);
     if (one.whole.isClear) one.value = std::max(one.value, kJudgedClear);
@@ -223,16 +241,26 @@ Looking::First Looking::firstLooks(bool anyGrain) {
                    (anyGrain || suits(found_.back()));
         };
         const auto clear = [&] { return suits(found_.back()) ? First::Clear : First::ClearInOtherGrain; };
+        // Not where the other polarity has shown much more whole characters.
+        const auto isPossible = [&](bool polarity) {
+            double own = 0, other = 0;
+            for (const Candidate& one : found_)
+                (one.look.dark == polarity ? own : other) =
+                    std::max(one.look.dark == polarity ? own : other, one.whole.odds);
+            return own >= other - kMuchLessWhole;
+        };
         std::vector<int> sides;
         for (const int side : {first, first / 3, first / 6})
             if (side >= 8 || sides.empty()) sides.push_back(side);
-        for (const Look::Joining joins : {Look::Fragments, Look::Dots})
-            for (const int side : sides)
-                for (const bool polarity : {dark, !dark})
-                    if (look({polarity, side, 0, joins})) return clear();
         for (const int side : sides)
             for (const bool polarity : {dark, !dark})
-                if (look({polarity, side, 0.09f * static_cast<float>(side), Look::None})) return clear();
+                for (const Look::Joining joins : {Look::Fragments, Look::Dots})
+                    if (isPossible(polarity) && look({polarity, side, 0, joins})) return clear();
+        for (const int side : sides)
+            for (const bool polarity : {dark, !dark})
+                if (isPossible(polarity) &&
+                    look({polarity, side, 0.09f * static_cast<float>(side), Look::None}))
+                    return clear();
         if (stop_.stop_requested()) return First::Unclear;
         const bool likely = std::any_of(found_.begin(), found_.end(),
                                         [](const Candidate& one) { return one.value >= kLikelyText; });

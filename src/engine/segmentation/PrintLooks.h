@@ -21,11 +21,15 @@ struct Candidate {
     double value = 0;  // kTextLikeness of the traits
     float height = 0;  // of capitals, in image pixels
     Region print;      // the part of the image that has the characters
-    Wholeness whole;   // of the characters as they were found, if they were judged
+    std::int64_t ink = 0;     // pixels of the characters as they were found
+    Wholeness whole;          // of them, if they were judged
+    bool isImproved = false;  // by the judge: its characters are the likeliest pieces
     // Its pixels and pieces, which take room: held for one or two candidates, of which one will be wanted.
     std::unique_ptr<Segmentation> seen;
 };
 
+// A view that is by so much less whole, as a logarithm, is not the right one.
+inline constexpr double kMuchLessWhole = 8;
 // Judging more or larger print would take long.
 bool isWorthJudging(const Candidate& one);
 

@@ -14,6 +14,7 @@ namespace {
 // Log odds of being right below which there is only noise, not print, and above which a single view is beyond
 // doubt.
 constexpr double kNoPrint = -2.5, kClear = 3;
+constexpr double kNotJudged = -1e9;
 
 Segmentation taken(const GreyImage& image, Candidate& candidate) {
     const std::unique_ptr<Segmentation> held = std::move(candidate.seen);
@@ -50,14 +51,27 @@ Segmentation segment(const GreyImage& image, ViewJudge judge, const std::stop_to
     Segmentation result;
     if (isJudged) {
         const Candidate* last = nullptr;
+        double most = kNotJudged;
         // One after the other, since each takes room.
         for (Contender& number : numbers) {
             if (stop.stop_requested()) return {};
+            const Candidate& one = *number.best;
+            const bool isKnown = one.whole.odds > kNotJudged;
+            if (isKnown && number.odds + one.whole.odds < most - kMuchLessWhole) {
+                number.odds += one.whole.odds;
+                continue;
+            }
             result = {};
             result = taken(image, *number.best);
+            last = number.best;
+            const double asFound = isKnown ? one.whole.odds : judge(result, Pieces::AsFound).odds;
+            if (number.odds + asFound < most - kMuchLessWhole) {
+                number.odds += asFound;
+                continue;
+            }
             number.odds += judge(result, Pieces::Likeliest).odds;
             number.characters = result.glyphs.size();
-            last = number.best;
+            most = std::max(most, number.odds);
         }
         stableSort(numbers.begin(), numbers.end(),
                    [](const Contender& a, const Contender& b) { return a.odds > b.odds; });
@@ -65,8 +79,9 @@ Segmentation segment(const GreyImage& image, ViewJudge judge, const std::stop_to
     }
     const Contender& best = numbers.front();
     if (result.glyphs.empty()) {
+        const bool isHeld = best.best->seen != nullptr;
         result = taken(image, *best.best);
-        if (isJudged) judge(result, Pieces::Likeliest);
+        if (isJudged || (best.best->isImproved && !isHeld)) judge(result, Pieces::Likeliest);
     }
     result.likeness = best.best->value;
     for (const Contender& number : numbers) {
@@ -76,7 +91,7 @@ Segmentation segment(const GreyImage& image, ViewJudge judge, const std::stop_to
             continue;
         const Candidate& one = *number.best;
         result.others.push_back(
-            {one.look, one.region, one.scale, number.characters, number.odds - best.odds, isJudged});
+            {one.look, one.region, one.scale, number.characters, number.odds - best.odds, isJudged || one.isImproved});
     }
     return result;
 }
