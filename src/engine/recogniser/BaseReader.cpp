@@ -21,9 +21,11 @@ constexpr double kHardlyExpected = 0.02, kClearlyOther = 0.8;
 // A character counts for a view by how much likelier it is a whole one than this, at most as much as the
 // second says; measured on generated part images.
 constexpr double kUsuallyWhole = 0.3, kLeastWhole = 0.02;
-// A view is clear when none of its characters is likelier than this to be a half, a double or dirt.
-constexpr float kHardlyNone = 0.5f;
+// A view is clear when it has so many characters, together so likely whole ones, as their geometric mean, and
+// none more than this a half, a double or dirt.
 constexpr std::size_t kFewestClear = 4;
+constexpr double kClearlyWhole = 0.75;
+constexpr float kHardlyNone = 0.5f;
 
 struct ReadLine {
     int line = 0;
@@ -106,14 +108,17 @@ double wholeCharacterOdds(const std::vector<ReadLine>& lines) {
     return sum;
 }
 
-bool isClear(const std::vector<ReadLine>& lines) {
+Wholeness wholeness(const std::vector<ReadLine>& lines) {
+    Wholeness result{wholeCharacterOdds(lines), true};
     std::size_t characters = 0;
     for (const ReadLine& line : lines)
         for (const ReadPiece& one : line.pieces) {
-            if (std::exp(one.likelihoods[kNoCharacter]) > kHardlyNone) return false;
+            result.isClear = result.isClear && std::exp(one.likelihoods[kNoCharacter]) < kHardlyNone;
             ++characters;
         }
-    return characters >= kFewestClear;
+    result.isClear = result.isClear && characters >= kFewestClear &&
+                     result.odds > static_cast<double>(characters) * std::log(kClearlyWhole / kUsuallyWhole);
+    return result;
 }
 
 }  // namespace
@@ -129,7 +134,7 @@ double wholeCharacterOdds(const Segmentation& found) {
 
 Wholeness takeWholeCharacters(Segmentation& found, Pieces pieces) {
     std::vector<ReadLine> lines = linesOf(found, pieces);
-    const Wholeness whole{wholeCharacterOdds(lines), isClear(lines)};
+    const Wholeness whole = wholeness(lines);
     if (pieces == Pieces::AsFound) return whole;
     std::vector<Glyph> glyphs;
     for (ReadLine& line : lines)
