@@ -88,7 +88,7 @@ class Looking {
     bool isSeen_ = false, isText_ = false;
     std::size_t seenBy_ = 0;  // the candidate that it is of, if it is text
     std::vector<Candidate> found_;
-    double mostWhole_ = kNothing;  // of all that were judged
+    Wholeness mostWhole_;  // of all that were judged
 };
 
 // A small grain may be narrower than strokes, a large one takes neighbours for background.
@@ -198,16 +198,18 @@ void Looking::judge(double enough) {
     if (!one.whole.isClear && one.whole.odds > kPromising * static_cast<double>(one.characters)) {
         std::vector<Glyph> asFound = seen_.glyphs;
         const Wholeness improved = judge_(seen_, Pieces::Likeliest);
-        if (improved.isClear) {
+        one.isImproved = improved.isClear && improved.odds >= mostWhole_.odds;
+        if (one.isImproved) {
             one.whole = improved;
             one.characters = seen_.glyphs.size();
-            one.isImproved = true;
         } else {
             seen_.glyphs = std::move(asFound);
         }
     }
-    one.whole.isClear = one.whole.isClear && one.whole.odds >= mostWhole_;
-    mostWhole_ = std::max(mostWhole_, one.whole.odds);
+    if (one.whole.odds >= mostWhole_.odds)
+        mostWhole_ = one.whole;
+    else
+        one.whole.isClear = false;
     if (one.whole.isClear) one.value = std::max(one.value, kJudgedClear);
 }
 
@@ -304,10 +306,16 @@ bool Looking::lookCloser(const Candidate& first) {
     bool clear = false;
     for (const Look& look : looks) {
         const double value = consider(look, true);
-        if (value < kClearText || search_ == Search::All) continue;
-        clear = true;
-        hold();
-        if (value >= kBeyondDoubt) break;
+        if (search_ == Search::All) continue;
+        if (value >= kClearText) {
+            clear = true;
+            hold();
+        }
+        if (value >= kBeyondDoubt || mostWhole_.isClear) break;
+        // More blur makes characters even less whole.
+        if (look.blur > 0 && mostWhole_.odds > 0 &&
+            (!isText_ || found_[seenBy_].whole.odds < mostWhole_.odds - kMuchLessWhole))
+            break;
     }
     return clear;
 }

@@ -29,7 +29,7 @@ struct Candidate {
 };
 
 // A view that is by so much less whole, as a logarithm, is not the right one.
-inline constexpr double kMuchLessWhole = 8;
+inline constexpr double kMuchLessWhole = 5;
 // Judging more or larger print would take long.
 bool isWorthJudging(const Candidate& one);
 

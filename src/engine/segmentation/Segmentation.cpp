@@ -52,6 +52,9 @@ Segmentation segment(const GreyImage& image, ViewJudge judge, const std::stop_to
     if (isJudged) {
         const Candidate* last = nullptr;
         double most = kNotJudged;
+        stableSort(numbers.begin(), numbers.end(), [](const Contender& a, const Contender& b) {
+            return a.odds + a.best->whole.odds > b.odds + b.best->whole.odds;
+        });
         // One after the other, since each takes room.
         for (Contender& number : numbers) {
             if (stop.stop_requested()) return {};
