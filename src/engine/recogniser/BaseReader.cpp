@@ -43,14 +43,14 @@ double trust(std::span<const PatchLikelihoods> line) {
 // All lines, each in the size that suits it: `value` says how well a line goes in a size, its first
 // character's number being the second argument.
 template <typename Value>
-std::vector<ReadLine> linesOf(const Segmentation& found, Pieces how, Value value) {
+std::vector<ReadLine> linesOf(const Segmentation& found, Pieces how, Value value, bool sizes = true) {
     std::vector<ReadLine> result;
     for (std::size_t from = 0; from < found.glyphs.size();) {
         std::size_t to = from;
         while (to < found.glyphs.size() && found.glyphs[to].line == found.glyphs[from].line) ++to;
         LineMetrics line = found.lines[static_cast<std::size_t>(found.glyphs[from].line)];
         std::vector<PatchLikelihoods> best = lineLikelihoods(found, from, to, line);
-        if (const std::optional<OtherSize> other = otherSize(found.lines, line)) {
+        if (const std::optional<OtherSize> other = sizes ? otherSize(found.lines, line) : std::nullopt) {
             LineMetrics smaller = line;
             smaller.capHeight = other->capHeight;
             std::vector<PatchLikelihoods> asSmaller = lineLikelihoods(found, from, to, smaller);
@@ -71,9 +71,9 @@ std::vector<ReadLine> linesOf(const Segmentation& found, Pieces how, Value value
     return result;
 }
 
-std::vector<ReadLine> linesOf(const Segmentation& found, Pieces how) {
+std::vector<ReadLine> linesOf(const Segmentation& found, Pieces how, bool sizes = true) {
     return linesOf(found, how,
-                   [](std::span<const PatchLikelihoods> line, std::size_t) { return trust(line); });
+                   [](std::span<const PatchLikelihoods> line, std::size_t) { return trust(line); }, sizes);
 }
 
 SuggestedCharacter suggestion(const PatchLikelihoods& of, std::size_t best) {
@@ -133,7 +133,7 @@ double wholeCharacterOdds(const Segmentation& found) {
 }
 
 Wholeness takeWholeCharacters(Segmentation& found, Pieces pieces) {
-    std::vector<ReadLine> lines = linesOf(found, pieces);
+    std::vector<ReadLine> lines = linesOf(found, pieces, pieces == Pieces::Likeliest);
     const Wholeness whole = wholeness(lines);
     if (pieces == Pieces::AsFound) return whole;
     std::vector<Glyph> glyphs;
