@@ -74,6 +74,7 @@ class Looking {
     // none.
     enum class First { Clear, ClearInOtherGrain, Unclear };
     First firstLooks(bool anyGrain);
+    float closeScale(const Candidate& first, const Region& region) const;
     bool lookCloser(const Candidate& first);
     Region around(const Candidate& first) const;
 
@@ -285,14 +286,18 @@ Region Looking::around(const Candidate& first) const {
 
 // Once more, closer, with the size and the grain that suit the print's height. Returns whether the print is
 // clear now.
-bool Looking::lookCloser(const Candidate& first) {
-    const Region region = around(first);
-    float scale = std::max(static_cast<float>(leastScale(region, kMostWorkingPixels)),
-                           std::round(first.height / kBestHeight));
+float Looking::closeScale(const Candidate& first, const Region& region) const {
     if (first.height < 0.6f * kBestHeight &&
         static_cast<std::int64_t>(region.width()) * region.height() <= kMostDoubled &&
         2 * std::max(region.width(), region.height()) <= kMostInkSide)
-        scale = 0.5f;
+        return 0.5f;
+    return std::max(static_cast<float>(leastScale(region, kMostWorkingPixels)),
+                    std::round(first.height / kBestHeight));
+}
+
+bool Looking::lookCloser(const Candidate& first) {
+    const Region region = around(first);
+    const float scale = closeScale(first, region);
     const float height = first.height / scale;
     turnTo(region, scale);
     const int side = grain(height);
@@ -336,8 +341,13 @@ std::vector<Candidate> Looking::candidates() && {
         how = firstLooks(false);
     }
     if (how == First::Clear) {
+        const Candidate& one = found_.back();
+        const Region region = around(one);
+        const bool isClose = one.value >= kBeyondDoubt && region == one.region && closeScale(one, region) == one.scale;
+        if (isClose) keepLast(); else
         hold();
         found_.erase(found_.begin(), found_.end() - 1);
+        if (isClose) return std::move(found_);
     }
     std::vector<Candidate> first = std::move(found_);
     found_.clear();
