@@ -22,7 +22,7 @@ constexpr double kClearText = 2.2;
 constexpr double kLikelyText = 1;
 constexpr double kBeyondDoubt = 2.6;
 // How many combinations of size and polarity are examined at full size.
-constexpr std::size_t kMostClose = 4;
+constexpr std::size_t kMostClose = 3;
 // Small print is enlarged twice in regions up to this many image pixels; larger ones would take too much
 // memory.
 constexpr std::int64_t kMostDoubled = 310'000;
@@ -67,7 +67,7 @@ class Looking {
     bool isAllowed(const Look& look) const;
     double consider(Look look, bool otherwise);
     bool add(const Segmentation& seen);
-    void judge(double enough);
+    void judge(double enough, bool close);
     void hold();
     void keepLast();
     // What the first looks end with: a clear candidate, one that is clear in a grain that does not suit it,
@@ -75,6 +75,7 @@ class Looking {
     enum class First { Clear, ClearInOtherGrain, Unclear };
     First firstLooks(bool anyGrain);
     float closeScale(const Candidate& first, const Region& region) const;
+    bool suitsSize(const Candidate& one) const;
     bool lookCloser(const Candidate& first);
     Region around(const Candidate& first) const;
 
@@ -151,7 +152,7 @@ double Looking::consider(Look look, bool otherwise) {
     isText_ = add(seen_);
     if (!isText_) return kNothing;
     seenBy_ = found_.size() - 1;
-    judge(kBeyondDoubt);
+    judge(kBeyondDoubt, otherwise || suitsSize(found_.back()));
     const double value = found_.back().value;
     const bool doubtful = value > kHopeless && value < kBeyondDoubt;
     if (!same.empty() && (search_ == Search::All || doubtful))
@@ -186,7 +187,7 @@ bool Looking::add(const Segmentation& seen) {
 }
 
 // Has the candidate of the last look judged where its own traits do not say enough.
-void Looking::judge(double enough) {
+void Looking::judge(double enough, bool close) {
     Candidate& one = found_.back();
     if (!judge_ || one.value < kHopeless || one.value >= enough || !isWorthJudging(one)) return;
     for (const Candidate& other : found_)
@@ -196,7 +197,7 @@ void Looking::judge(double enough) {
             return;
         }
     one.whole = judge_(seen_, Pieces::AsFound);
-    if (!one.whole.isClear && one.whole.odds > kPromising * static_cast<double>(one.characters)) {
+    if (close && !one.whole.isClear && one.whole.odds > kPromising * static_cast<double>(one.characters)) {
         std::vector<Glyph> asFound = seen_.glyphs;
         const Wholeness improved = judge_(seen_, Pieces::Likeliest);
         one.isImproved = improved.isClear && improved.odds >= mostWhole_.odds;
@@ -295,6 +296,12 @@ float Looking::closeScale(const Candidate& first, const Region& region) const {
                     std::round(first.height / kBestHeight));
 }
 
+// Whether a closer look would be at the same pixels.
+bool Looking::suitsSize(const Candidate& one) const {
+    const Region region = around(one);
+    return region == one.region && closeScale(one, region) == one.scale;
+}
+
 bool Looking::lookCloser(const Candidate& first) {
     const Region region = around(first);
     const float scale = closeScale(first, region);
@@ -342,8 +349,7 @@ std::vector<Candidate> Looking::candidates() && {
     }
     if (how == First::Clear) {
         const Candidate& one = found_.back();
-        const Region region = around(one);
-        const bool isClose = one.value >= kBeyondDoubt && region == one.region && closeScale(one, region) == one.scale;
+        const bool isClose = one.value >= kBeyondDoubt && suitsSize(one);
         if (isClose) keepLast(); else
         hold();
         found_.erase(found_.begin(), found_.end() - 1);
