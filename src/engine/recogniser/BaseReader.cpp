@@ -24,8 +24,8 @@ constexpr double kUsuallyWhole = 0.3, kLeastWhole = 0.02;
 // A view is clear when it has so many characters, together so likely whole ones, as their geometric mean, and
 // none more than this a half, a double or dirt.
 constexpr std::size_t kFewestClear = 4;
-constexpr double kClearlyWhole = 0.75;
-constexpr float kHardlyNone = 0.5f;
+constexpr double kClearlyWhole = 0.8;
+constexpr float kHardlyNone = 0.4f;
 
 struct ReadLine {
     int line = 0;

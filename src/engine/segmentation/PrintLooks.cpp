@@ -349,7 +349,7 @@ std::vector<Candidate> Looking::candidates() && {
     }
     if (how == First::Clear) {
         const Candidate& one = found_.back();
-        const bool isClose = one.value >= kBeyondDoubt && suitsSize(one);
+        const bool isClose = one.value >= kJudgedClear && suitsSize(one);
         if (isClose) keepLast(); else
         hold();
         found_.erase(found_.begin(), found_.end() - 1);
