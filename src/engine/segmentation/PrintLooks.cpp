@@ -22,7 +22,7 @@ constexpr double kClearText = 2.2;
 constexpr double kLikelyText = 1;
 constexpr double kBeyondDoubt = 2.6;
 // How many combinations of size and polarity are examined at full size.
-constexpr std::size_t kMostClose = 3;
+constexpr std::size_t kMostClose = 2;
 // Small print is enlarged twice in regions up to this many image pixels; larger ones would take too much
 // memory.
 constexpr std::int64_t kMostDoubled = 310'000;
