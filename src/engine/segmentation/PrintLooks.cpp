@@ -70,10 +70,7 @@ class Looking {
     void judge(double enough, bool close);
     void hold();
     void keepLast();
-    // What the first looks end with: a clear candidate, one that is clear in a grain that does not suit it,
-    // none.
-    enum class First { Clear, ClearInOtherGrain, Unclear };
-    First firstLooks(bool anyGrain);
+    bool firstLooks();
     float closeScale(const Candidate& first, const Region& region) const;
     bool suitsSize(const Candidate& one) const;
     bool lookCloser(const Candidate& first);
@@ -233,25 +230,24 @@ void Looking::keepLast() {
 }
 
 // Looks at the whole image with several grains and both polarities, the likelier ones first, until one is
-// clear, with `anyGrain` in one that does not suit it too. The last candidate is then that one.
-Looking::First Looking::firstLooks(bool anyGrain) {
+// clear, which is the last candidate then.
+bool Looking::firstLooks() {
     for (int scale = leastScale(whole_, kFirstPixels);; scale = (scale + 1) / 2) {
         const Binarizer& view = turnTo(whole_, static_cast<float>(scale));
-        if (view.empty()) return First::Unclear;
+        if (view.empty()) return false;
         const bool dark = view.leansDark();
         const int first = std::clamp(std::min(view.width(), view.height()) / 4, 8, 64);
-        const auto look = [&](const Look& how) {
-            return consider(how, false) >= kClearText && search_ == Search::UntilClear &&
-                   (anyGrain || suits(found_.back()));
-        };
-        const auto clear = [&] { return suits(found_.back()) ? First::Clear : First::ClearInOtherGrain; };
         // Not where the other polarity has shown much more whole characters.
         const auto isPossible = [&](bool polarity) {
             double own = 0, other = 0;
-            for (const Candidate& one : found_)
-                (one.look.dark == polarity ? own : other) =
-                    std::max(one.look.dark == polarity ? own : other, one.whole.odds);
+            for (const Candidate& one : found_) {
+                double& most = one.look.dark == polarity ? own : other;
+                most = std::max(most, one.whole.odds);
+            }
             return own >= other - kMuchLessWhole;
+        };
+        const auto isClear = [&](const Look& look) {
+            return isPossible(look.dark) && consider(look, false) >= kClearText && search_ == Search::UntilClear;
         };
         std::vector<int> sides;
         for (const int side : {first, first / 3, first / 6})
@@ -259,17 +255,15 @@ Looking::First Looking::firstLooks(bool anyGrain) {
         for (const int side : sides)
             for (const bool polarity : {dark, !dark})
                 for (const Look::Joining joins : {Look::Fragments, Look::Dots})
-                    if (isPossible(polarity) && look({polarity, side, 0, joins})) return clear();
+                    if (isClear({polarity, side, 0, joins})) return true;
         for (const int side : sides)
             for (const bool polarity : {dark, !dark})
-                if (isPossible(polarity) &&
-                    look({polarity, side, 0.09f * static_cast<float>(side), Look::None}))
-                    return clear();
-        if (stop_.stop_requested()) return First::Unclear;
+                if (isClear({polarity, side, 0.09f * static_cast<float>(side), Look::None})) return true;
+        if (stop_.stop_requested()) return false;
         const bool likely = std::any_of(found_.begin(), found_.end(),
                                         [](const Candidate& one) { return one.value >= kLikelyText; });
         if (likely || scale == 1 || leastScale(whole_, kMostWorkingPixels) > (scale + 1) / 2)
-            return First::Unclear;
+            return false;
     }
 }
 
@@ -333,26 +327,12 @@ bool Looking::lookCloser(const Candidate& first) {
 }
 
 std::vector<Candidate> Looking::candidates() && {
-    First how = firstLooks(true);
-    if (how == First::ClearInOtherGrain) {
-        Candidate clear = std::move(found_.back());
-        found_.clear();
-        const bool isClear = lookCloser(clear);
-        if (isClear || clear.whole.isClear) {
-            keepLast();
-            if (!isClear) found_.push_back(std::move(clear));
-            return std::move(found_);
-        }
-        found_.clear();
-        isText_ = false;
-        how = firstLooks(false);
-    }
-    if (how == First::Clear) {
-        const Candidate& one = found_.back();
-        const bool isClose = one.value >= kJudgedClear && suitsSize(one);
-        if (isClose) keepLast(); else
-        hold();
+    if (firstLooks()) {
         found_.erase(found_.begin(), found_.end() - 1);
+        seenBy_ = 0;
+        const Candidate& one = found_.front();
+        const bool isClose = one.value >= kJudgedClear && suits(one) && suitsSize(one);
+        if (suits(one)) hold();
         if (isClose) return std::move(found_);
     }
     std::vector<Candidate> first = std::move(found_);
@@ -378,7 +358,7 @@ std::vector<Candidate> Looking::candidates() && {
     }
     keepLast();
     // Of the first looks those count whose grain happened to suit the print.
-    std::erase_if(first, [](const Candidate& one) { return !suits(one); });
+    std::erase_if(first, [](const Candidate& one) { return !suits(one) && !one.whole.isClear; });
     found_.insert(found_.begin(), std::move_iterator(first.begin()), std::move_iterator(first.end()));
     return std::move(found_);
 }
