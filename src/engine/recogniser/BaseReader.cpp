@@ -40,17 +40,21 @@ double trust(std::span<const PatchLikelihoods> line) {
     return sum;
 }
 
+enum class Sizes { AsMeasured, Likeliest };
+
 // All lines, each in the size that suits it: `value` says how well a line goes in a size, its first
 // character's number being the second argument.
 template <typename Value>
-std::vector<ReadLine> linesOf(const Segmentation& found, Pieces how, Value value, bool sizes = true) {
+std::vector<ReadLine> linesOf(const Segmentation& found, Pieces how, Value value,
+                              Sizes sizes = Sizes::Likeliest) {
     std::vector<ReadLine> result;
     for (std::size_t from = 0; from < found.glyphs.size();) {
         std::size_t to = from;
         while (to < found.glyphs.size() && found.glyphs[to].line == found.glyphs[from].line) ++to;
         LineMetrics line = found.lines[static_cast<std::size_t>(found.glyphs[from].line)];
         std::vector<PatchLikelihoods> best = lineLikelihoods(found, from, to, line);
-        if (const std::optional<OtherSize> other = sizes ? otherSize(found.lines, line) : std::nullopt) {
+        if (const std::optional<OtherSize> other =
+                sizes == Sizes::Likeliest ? otherSize(found.lines, line) : std::nullopt) {
             LineMetrics smaller = line;
             smaller.capHeight = other->capHeight;
             std::vector<PatchLikelihoods> asSmaller = lineLikelihoods(found, from, to, smaller);
@@ -71,9 +75,9 @@ std::vector<ReadLine> linesOf(const Segmentation& found, Pieces how, Value value
     return result;
 }
 
-std::vector<ReadLine> linesOf(const Segmentation& found, Pieces how, bool sizes = true) {
-    return linesOf(found, how,
-                   [](std::span<const PatchLikelihoods> line, std::size_t) { return trust(line); }, sizes);
+std::vector<ReadLine> linesOf(const Segmentation& found, Pieces how, Sizes sizes = Sizes::Likeliest) {
+    return linesOf(
+        found, how, [](std::span<const PatchLikelihoods> line, std::size_t) { return trust(line); }, sizes);
 }
 
 SuggestedCharacter suggestion(const PatchLikelihoods& of, std::size_t best) {
@@ -133,7 +137,10 @@ double wholeCharacterOdds(const Segmentation& found) {
 }
 
 Wholeness takeWholeCharacters(Segmentation& found, Pieces pieces) {
-    std::vector<ReadLine> lines = linesOf(found, pieces, pieces == Pieces::Likeliest);
+    // A wrong size makes whole characters other ones, but no halves or doubles: what tells views apart
+    // quickly does without it.
+    std::vector<ReadLine> lines =
+        linesOf(found, pieces, pieces == Pieces::Likeliest ? Sizes::Likeliest : Sizes::AsMeasured);
     const Wholeness whole = wholeness(lines);
     if (pieces == Pieces::AsFound) return whole;
     std::vector<Glyph> glyphs;

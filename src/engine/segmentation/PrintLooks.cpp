@@ -33,11 +33,12 @@ constexpr float kBestHeight = 32;
 constexpr double kHopeless = -3, kNothing = -1e9;
 // What a candidate is worth at least whose characters are clear to the judge.
 constexpr double kJudgedClear = 3;
+// Other cuts and joins are tried where the characters are on average so much likelier whole ones than usual,
+// as a logarithm.
 constexpr double kPromising = 0.6;
+// Judging more or larger print would take long.
 constexpr std::size_t kMostJudged = 300;
 constexpr double kMostPixelsJudged = 1'000'000;
-// Doubtful decisions are tried the other way too in pictures of at most so many pieces.
-constexpr std::size_t kMostReconsidered = 300;
 
 // Whole image pixels to a working pixel, so that a region takes no more working pixels than that, and none of
 // its sides too many.
@@ -65,14 +66,14 @@ class Looking {
   private:
     const Binarizer& turnTo(const Region& region, float scale);
     bool isAllowed(const Look& look) const;
-    double consider(Look look, bool otherwise);
+    double consider(Look look);
     bool add(const Segmentation& seen);
-    void judge(double enough, bool close);
+    void judge();
     void hold();
     void keepLast();
     bool firstLooks();
     float closeScale(const Candidate& first, const Region& region) const;
-    bool suitsSize(const Candidate& one) const;
+    bool isClose(const Candidate& one) const;
     bool lookCloser(const Candidate& first);
     Region around(const Candidate& first) const;
 
@@ -83,11 +84,11 @@ class Looking {
     const PrintSettings& print_;
     const Region whole_{0, 0, image_.width(), image_.height()};
     std::optional<Binarizer> view_;
-    Segmentation seen_;  // by the last look, in that view
-    bool isSeen_ = false, isText_ = false;
-    std::size_t seenBy_ = 0;  // the candidate that it is of, if it is text
+    Segmentation seen_;                     // by the last look, in that view
+    bool isSeen_ = false, isText_ = false;  // if it is text, it is the last candidate's
     std::vector<Candidate> found_;
-    Wholeness mostWhole_;  // of all that were judged
+    Wholeness mostWhole_;    // of all that were judged
+    bool isCloser_ = false;  // the first looks are over
 };
 
 // A small grain may be narrower than strokes, a large one takes neighbours for background.
@@ -130,8 +131,8 @@ bool Looking::isAllowed(const Look& look) const {
 }
 
 // Segments the picture with the parameters `look` and keeps the result when it resembles text; returns how
-// much (log odds), kNothing when not at all. With `otherwise`, doubtful decisions are tried both ways.
-double Looking::consider(Look look, bool otherwise) {
+// much (log odds), kNothing when not at all.
+double Looking::consider(Look look) {
     if (stop_.stop_requested() || !isAllowed(look)) return kNothing;
     look.leastHeight = static_cast<float>(print_.smallestHeight) / view_->scale();
     const Look& last = seen_.look;
@@ -142,29 +143,12 @@ double Looking::consider(Look look, bool otherwise) {
     if (!again) ink = view_->separate(look.dark, look.side, look.blur, std::move(ink.ink));
     seen_.look = look;
     seen_.ink = std::move(ink);
-    std::vector<LinePieces> lines = linesSeen(seen_), same;
-    if (otherwise && countOf(lines) <= kMostReconsidered) same = lines;
-    findCharacters(seen_, std::move(lines), *view_);
+    findCharacters(seen_, linesSeen(seen_), *view_);
     isSeen_ = true;
     isText_ = add(seen_);
     if (!isText_) return kNothing;
-    seenBy_ = found_.size() - 1;
-    judge(kBeyondDoubt, otherwise || suitsSize(found_.back()));
-    const double value = found_.back().value;
-    const bool doubtful = value > kHopeless && value < kBeyondDoubt;
-    if (!same.empty() && (search_ == Search::All || doubtful))
-        for (const Look::Bars& bars : otherBars(seen_.decisions)) {
-            if (stop_.stop_requested()) break;
-            Segmentation other;
-            other.look = look;
-            other.look.bars = bars;
-            other.frame = seen_.frame;
-            other.ink = std::move(seen_.ink);
-            findCharacters(other, std::vector<LinePieces>(same), *view_);
-            if (other.glyphs.size() != seen_.glyphs.size()) add(other);
-            seen_.ink = std::move(other.ink);
-        }
-    return value;
+    judge();
+    return found_.back().value;
 }
 
 // Adds a candidate where there is anything that looks like text.
@@ -184,9 +168,9 @@ bool Looking::add(const Segmentation& seen) {
 }
 
 // Has the candidate of the last look judged where its own traits do not say enough.
-void Looking::judge(double enough, bool close) {
+void Looking::judge() {
     Candidate& one = found_.back();
-    if (!judge_ || one.value < kHopeless || one.value >= enough || !isWorthJudging(one)) return;
+    if (!judge_ || one.value < kHopeless || one.value >= kBeyondDoubt || !isWorthJudging(one)) return;
     for (const Candidate& other : found_)
         if (other.look.dark == one.look.dark && other.characters == one.characters && other.ink == one.ink &&
             other.scale == one.scale && other.whole.odds > kNothing) {
@@ -194,7 +178,8 @@ void Looking::judge(double enough, bool close) {
             return;
         }
     one.whole = judge_(seen_, Pieces::AsFound);
-    if (close && !one.whole.isClear && one.whole.odds > kPromising * static_cast<double>(one.characters)) {
+    if (!one.whole.isClear && one.whole.odds > kPromising * static_cast<double>(one.characters) &&
+        (isCloser_ || isClose(one))) {
         std::vector<Glyph> asFound = seen_.glyphs;
         const Wholeness improved = judge_(seen_, Pieces::Likeliest);
         one.isImproved = improved.isClear && improved.odds >= mostWhole_.odds;
@@ -214,7 +199,7 @@ void Looking::judge(double enough, bool close) {
 
 // Holds what the last look found when it is the likeliest: it will probably be wanted.
 void Looking::hold() {
-    Candidate& last = found_[seenBy_];
+    Candidate& last = found_.back();
     if (seen_.ink.ink.size() > kMostHeld) return;
     for (const Candidate& other : found_)
         if (other.seen && other.value >= last.value) return;
@@ -226,7 +211,7 @@ void Looking::hold() {
 
 // Keeps what the last look found.
 void Looking::keepLast() {
-    if (isText_ && !found_.empty()) found_[seenBy_].seen = std::make_unique<Segmentation>(std::move(seen_));
+    if (isText_ && !found_.empty()) found_.back().seen = std::make_unique<Segmentation>(std::move(seen_));
 }
 
 // Looks at the whole image with several grains and both polarities, the likelier ones first, until one is
@@ -247,7 +232,7 @@ bool Looking::firstLooks() {
             return own >= other - kMuchLessWhole;
         };
         const auto isClear = [&](const Look& look) {
-            return isPossible(look.dark) && consider(look, false) >= kClearText && search_ == Search::UntilClear;
+            return isPossible(look.dark) && consider(look) >= kClearText && search_ == Search::UntilClear;
         };
         std::vector<int> sides;
         for (const int side : {first, first / 3, first / 6})
@@ -262,8 +247,7 @@ bool Looking::firstLooks() {
         if (stop_.stop_requested()) return false;
         const bool likely = std::any_of(found_.begin(), found_.end(),
                                         [](const Candidate& one) { return one.value >= kLikelyText; });
-        if (likely || scale == 1 || leastScale(whole_, kMostWorkingPixels) > (scale + 1) / 2)
-            return false;
+        if (likely || scale == 1 || leastScale(whole_, kMostWorkingPixels) > (scale + 1) / 2) return false;
     }
 }
 
@@ -279,8 +263,7 @@ Region Looking::around(const Candidate& first) const {
     return share > 0.6 ? whole_ : region;
 }
 
-// Once more, closer, with the size and the grain that suit the print's height. Returns whether the print is
-// clear now.
+// Image pixels to a working pixel that suit the height of print.
 float Looking::closeScale(const Candidate& first, const Region& region) const {
     if (first.height < 0.6f * kBestHeight &&
         static_cast<std::int64_t>(region.width()) * region.height() <= kMostDoubled &&
@@ -291,11 +274,13 @@ float Looking::closeScale(const Candidate& first, const Region& region) const {
 }
 
 // Whether a closer look would be at the same pixels.
-bool Looking::suitsSize(const Candidate& one) const {
+bool Looking::isClose(const Candidate& one) const {
     const Region region = around(one);
     return region == one.region && closeScale(one, region) == one.scale;
 }
 
+// Once more, closer, with the size and the grain that suit the print's height. Returns whether the print is
+// clear now.
 bool Looking::lookCloser(const Candidate& first) {
     const Region region = around(first);
     const float scale = closeScale(first, region);
@@ -311,7 +296,7 @@ bool Looking::lookCloser(const Candidate& first) {
                                         {dark, side, 0.095f * height, Look::None}}};
     bool clear = false;
     for (const Look& look : looks) {
-        const double value = consider(look, true);
+        const double value = consider(look);
         if (search_ == Search::All) continue;
         if (value >= kClearText) {
             clear = true;
@@ -320,7 +305,7 @@ bool Looking::lookCloser(const Candidate& first) {
         if (value >= kBeyondDoubt || mostWhole_.isClear) break;
         // More blur makes characters even less whole.
         if (look.blur > 0 && mostWhole_.odds > 0 &&
-            (!isText_ || found_[seenBy_].whole.odds < mostWhole_.odds - kMuchLessWhole))
+            (!isText_ || found_.back().whole.odds < mostWhole_.odds - kMuchLessWhole))
             break;
     }
     return clear;
@@ -329,12 +314,11 @@ bool Looking::lookCloser(const Candidate& first) {
 std::vector<Candidate> Looking::candidates() && {
     if (firstLooks()) {
         found_.erase(found_.begin(), found_.end() - 1);
-        seenBy_ = 0;
         const Candidate& one = found_.front();
-        const bool isClose = one.value >= kJudgedClear && suits(one) && suitsSize(one);
         if (suits(one)) hold();
-        if (isClose) return std::move(found_);
+        if (one.value >= kJudgedClear && suits(one) && isClose(one)) return std::move(found_);
     }
+    isCloser_ = true;
     std::vector<Candidate> first = std::move(found_);
     found_.clear();
     const auto wholeness = [](const Candidate& one) {

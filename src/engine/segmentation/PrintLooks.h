@@ -18,9 +18,9 @@ struct Candidate {
     float scale = 1;
     std::size_t characters = 0;
     TextTraits traits{};
-    double value = 0;  // kTextLikeness of the traits
-    float height = 0;  // of capitals, in image pixels
-    Region print;      // the part of the image that has the characters
+    double value = 0;         // kTextLikeness of the traits
+    float height = 0;         // of capitals, in image pixels
+    Region print;             // the part of the image that has the characters
     std::int64_t ink = 0;     // pixels of the characters as they were found
     Wholeness whole;          // of them, if they were judged
     bool isImproved = false;  // by the judge: its characters are the likeliest pieces
@@ -28,9 +28,9 @@ struct Candidate {
     std::unique_ptr<Segmentation> seen;
 };
 
-// A view that is by so much less whole, as a logarithm, is not the right one.
+// A view whose characters look by so much less whole than another's, as a logarithm, is not the right one.
 inline constexpr double kMuchLessWhole = 5;
-// Judging more or larger print would take long.
+// Whether it is small enough for the judge.
 bool isWorthJudging(const Candidate& one);
 
 // UntilClear ends as soon as one candidate is beyond doubt, as most are; All is to learn from.

@@ -44,31 +44,30 @@ Segmentation segment(const GreyImage& image, ViewJudge judge, const std::stop_to
     if (stop.stop_requested() || numbers.empty() || numbers.front().best->value < kNoPrint) return {};
     for (Candidate& one : candidates)
         if (&one != numbers.front().best) one.seen.reset();
-    const bool isJudged =
-        judge && !numbers.front().best->whole.isClear &&
-        (numbers.size() > 1 || numbers.front().best->value < kClear) &&
-        std::all_of(numbers.begin(), numbers.end(), [](const Contender& one) { return isWorthJudging(*one.best); });
+    const bool isJudged = judge && !numbers.front().best->whole.isClear &&
+                          (numbers.size() > 1 || numbers.front().best->value < kClear) &&
+                          std::all_of(numbers.begin(), numbers.end(),
+                                      [](const Contender& one) { return isWorthJudging(*one.best); });
     Segmentation result;
     if (isJudged) {
-        const Candidate* last = nullptr;
-        double most = kNotJudged;
+        // The most whole first; those that come near it have their pieces made likelier, one after the other,
+        // since each takes room.
         stableSort(numbers.begin(), numbers.end(), [](const Contender& a, const Contender& b) {
             return a.odds + a.best->whole.odds > b.odds + b.best->whole.odds;
         });
-        // One after the other, since each takes room.
+        const Candidate* last = nullptr;
+        double most = kNotJudged;
         for (Contender& number : numbers) {
             if (stop.stop_requested()) return {};
-            const Candidate& one = *number.best;
-            const bool isKnown = one.whole.odds > kNotJudged;
-            if (isKnown && number.odds + one.whole.odds < most - kMuchLessWhole) {
-                number.odds += one.whole.odds;
-                continue;
+            double asFound = number.best->whole.odds;
+            const auto isFar = [&] { return number.odds + asFound < most - kMuchLessWhole; };
+            if (asFound <= kNotJudged || !isFar()) {
+                result = {};
+                result = taken(image, *number.best);
+                last = number.best;
+                if (asFound <= kNotJudged) asFound = judge(result, Pieces::AsFound).odds;
             }
-            result = {};
-            result = taken(image, *number.best);
-            last = number.best;
-            const double asFound = isKnown ? one.whole.odds : judge(result, Pieces::AsFound).odds;
-            if (number.odds + asFound < most - kMuchLessWhole) {
+            if (isFar()) {
                 number.odds += asFound;
                 continue;
             }
@@ -93,8 +92,8 @@ Segmentation segment(const GreyImage& image, ViewJudge judge, const std::stop_to
             std::any_of(result.others.begin(), result.others.end(), isKnown))
             continue;
         const Candidate& one = *number.best;
-        result.others.push_back(
-            {one.look, one.region, one.scale, number.characters, number.odds - best.odds, isJudged || one.isImproved});
+        result.others.push_back({one.look, one.region, one.scale, number.characters, number.odds - best.odds,
+                                 isJudged || one.isImproved});
     }
     return result;
 }

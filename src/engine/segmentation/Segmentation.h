@@ -24,13 +24,6 @@ struct Look {
     int side = 24;
     float blur = 0;
     enum Joining { None, Fragments, Dots } joins = None;
-    // Log odds from which on touching characters are cut, parts are joined and pieces are kept as print.
-    struct Bars {
-        float cuts = 0;
-        float joins = 0;
-        float prints = 0;
-        bool operator==(const Bars&) const = default;
-    } bars{};
     // Of capitals, in working pixels; 0 for any. What is much smaller is no piece of print.
     float leastHeight = 0;
 };
