@@ -10,15 +10,24 @@ cd "$(dirname "$(readlink -f "$0")")/.."
 case ${1:-changed} in
     -*) echo "usage: tools/lint.sh [changed|all|FILE...]" >&2; exit 2 ;;
 esac
-install_packages clang-format clang-tidy
+install_packages clang-format clang-tidy git
 
-git ls-files '*.cpp' '*.h' | xargs clang-format --dry-run -Werror
-echo "clang-format: $(git ls-files '*.cpp' '*.h' | wc -l) files are clean"
+# Sources that were unpacked without their history have no base to differ from.
+if git rev-parse -q --verify HEAD >/dev/null 2>&1; then
+    mapfile -t sources < <(git ls-files '*.cpp' '*.h')
+else
+    mapfile -t sources < <(find bench cmake docs fuzz packaging src tests tools -name '*.cpp' -o -name '*.h')
+fi
+printf '%s\n' "${sources[@]}" | xargs clang-format --dry-run -Werror
+echo "clang-format: ${#sources[@]} files are clean"
 
 if [ "${1:-changed}" = all ]; then
-    mapfile -t files < <(git ls-files 'src/*.cpp')
+    mapfile -t files < <(printf '%s\n' "${sources[@]}" | grep '^src/.*\.cpp$')
 elif [ "${1:-changed}" != changed ]; then
     files=("$@")
+elif ! git rev-parse -q --verify HEAD >/dev/null 2>&1; then
+    files=()
+    echo "clang-tidy: these sources have no history to tell what is new; tools/lint.sh all looks at all of them"
 else
     base=$(git merge-base HEAD "$(git rev-parse -q --verify origin/main || git rev-parse -q --verify main || git rev-parse HEAD)")
     # On main itself, what the last commit changed.

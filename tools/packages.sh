@@ -5,7 +5,7 @@ windows_packages=(cmake ninja-build libcli11-dev googletest g++-mingw-w64-x86-64
     xvfb xauth wixl msitools zip cmark-gfm osslsigncode openssl faketime)
 deb_packages=(dpkg-dev librsvg2-bin cmark-gfm doxygen file python3-setuptools python3-wheel lintian appstream desktop-file-utils)
 library_packages=(python3-numpy python3-pil python3-matplotlib)
-test_packages=(aravis-tools at-spi2-core dbus-daemon python3-pyatspi clang-format clang-tidy libgtest-dev libgmock-dev libpng-dev mandoc unzip "${library_packages[@]}" "${windows_packages[@]}")
+test_packages=(aravis-tools at-spi2-core dbus-daemon python3-pyatspi clang-format clang-tidy git libgtest-dev libgmock-dev libpng-dev mandoc unzip "${library_packages[@]}" "${windows_packages[@]}")
 
 # install_packages NAME... : does nothing, quickly, when all are there.
 install_packages() {

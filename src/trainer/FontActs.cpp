@@ -33,7 +33,8 @@ FontActs::FontActs(screen::DravikDlg& control, tool::FontTool& tool, tool::FontH
     connections_.push_back(control.fontStateChanged.connect([this] { fontMayHaveChanged(); }));
     auto& display = control.screen().numeric.cboDisplay;
     connections_.push_back(display.click.connect([this, &display] {
-        if (emptyTable()) say("The font has no " + lowerCase(display.text()));
+        // An include chooses the uncommitted ones, too, which nobody sees while the characters are shown.
+        if (emptyTable() && display.visible()) say("The font has no " + lowerCase(display.text()));
     }));
     auto& timer = control.screen().train.tmrTrain;
     connections_.push_back(timer.changed.connect([this] { changed(); }));
@@ -81,6 +82,7 @@ void FontActs::step(const std::optional<std::string>& words, const char* source,
                     std::string (tool::FontHistory::*move)()) {
     if (!words || isTraining()) return;
     try {
+        moving();
         ScreenState state = screen::decodeScreenState((history_.*move)()).value_or(plainState());
         // What was said then would stand beside what is said of this step.
         if (!state.awaitsDecision) state.message.clear();
@@ -99,6 +101,7 @@ void FontActs::change(const std::string& words, const std::function<void()>& bod
                       const std::string& notice) {
     std::optional<Failure> failure;
     try {
+        moving();
         body();
     } catch (...) {
         failure = currentFailure();

@@ -61,6 +61,8 @@ class FontActs {
     // each, once.
     std::vector<std::string> takeRecovered();
 
+    // The font is about to be changed by change(), undo() or redo().
+    ui::Signal<> moving;
     // Any of the above.
     ui::Signal<> changed;
     // The font went back or forth, or another one is shown.

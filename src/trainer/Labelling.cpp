@@ -7,6 +7,7 @@
 #include "base/Failure.h"
 #include "base/Text.h"
 #include "tool/IncludeRules.h"
+#include "trainer/labels/CorrectedLabels.h"
 
 namespace dravik::trainer {
 namespace {
@@ -27,6 +28,10 @@ Labelling::Labelling(const Around& around, std::string labelsFile)
     : around_(around), book_(std::move(labelsFile)) {
     auto& sample = around_.control.screen().sample;
     sample.txtSampleInput.pasteFilter = withoutUnseen;
+    // Where the box loses its selection with the focus, typing is to replace the text all the same.
+    connections_.push_back(sample.txtSampleInput.gotFocus.connect([this] {
+        if (!isTyped_ && pointedAt_ < 0 && !typed().empty()) box().select(0, kWholeText);
+    }));
     sample.cmdInclude.mayPress = [this] { return mayInclude(); };
     // These come after the screen's own procedures, which subscribed first.
     connections_.push_back(sample.txtSampleInput.textChanged.connect([this] { textEdited(); }));
@@ -35,7 +40,15 @@ Labelling::Labelling(const Around& around, std::string labelsFile)
         if (act.kind == screen::OperatorAct::Kind::Include && !act.characters.empty()) hasIncluded_ = true;
         fontMayHaveChanged();
     }));
-    connections_.push_back(around_.acts.moved.connect([this] { fontMayHaveChanged(); }));
+    connections_.push_back(around_.acts.moving.connect([this] {
+        before_.emplace(
+            around_.tool.currentFont().value_or(""),
+            around_.tool.currentFont() ? around_.tool.samples(tool::SampleKind::Committed) : nullptr);
+    }));
+    connections_.push_back(around_.acts.moved.connect([this] {
+        samplesFollowed();
+        fontMayHaveChanged();
+    }));
     connections_.push_back(around_.control.fontStateChanged.connect([this] { fontMayHaveChanged(); }));
     connections_.push_back(keepTimer_.tick.connect([this] { labelsKept(); }));
     for (const std::string& image : book_.images()) format_.add(*book_.text(image));
@@ -98,8 +111,13 @@ void Labelling::imageComesUp() {
     showOwnText();
 }
 
-// The text that the operator has given to the image, else none.
 void Labelling::showOwnText() {
+    showKnownText();
+    if (!path_.empty()) textWanted();
+}
+
+// The text that the operator has given to the image, else none.
+void Labelling::showKnownText() {
     const auto draft = drafts_.find(path_);
     isOwn_ = true;
     if (keepsText_ && !typed().empty())
@@ -113,7 +131,6 @@ void Labelling::showOwnText() {
         showText("");
     }
     changed();
-    if (!path_.empty()) textWanted();
 }
 
 void Labelling::propose(std::vector<engine::CharacterCandidates> candidates) {
@@ -132,7 +149,7 @@ void Labelling::propose(std::vector<engine::CharacterCandidates> candidates) {
 void Labelling::textEdited() {
     if (showing_) return;
     isOwn_ = isTyped_ = true;
-    pointedAt_ = -1;
+    if (std::exchange(pointedAt_, -1) >= 0) around_.acts.say("");  // what was said of it is over
     text_.setTyped(typed());
     changed();
 }
@@ -158,6 +175,27 @@ const IncludedImages& Labelling::included() const {
 void Labelling::fontMayHaveChanged() {
     isIncludedStale_ = true;
     statesChanged();
+}
+
+// A sample that is labelled anew, or is what it was again, has its image labelled so, too.
+void Labelling::samplesFollowed() {
+    const auto before = std::exchange(before_, std::nullopt);
+    if (!before || !before->second || around_.tool.currentFont() != before->first) return;
+    for (const CorrectedLabel& one :
+         correctedLabels(*before->second, *around_.tool.samples(tool::SampleKind::Committed),
+                         [this](const std::string& image) { return book_.text(image); }))
+        setLabel(one.image, one.text);
+}
+
+void Labelling::setLabel(const std::string& path, const std::string& text) {
+    book_.set(path, text);
+    format_.add(text);
+    drafts_.erase(path);
+    if (path == path_) {
+        isTyped_ = false;
+        if (typed() != text) showKnownText();
+    }
+    keepLabels();
 }
 
 PartState Labelling::state(const std::string& path) const {
@@ -220,6 +258,12 @@ bool Labelling::isIncludedUnwanted() {
     const std::string what = before == path_ ? "This image" : "An image that shows the same, " + before + ",";
     IncludeQuestion question(what, around_.control.selectedFont());
     around_.platform.showModal(question);
+    // A text that was corrected, not one of another image.
+    if (!question.includes() && before == path_ && book_.text(path_) != typed() && contradictions().empty()) {
+        setLabel(path_, typed());
+        around_.acts.say("The label of " + around_.parts.name(around_.parts.current()) + " is " + typed() +
+                         " now; its samples are as they were");
+    }
     return !question.includes();
 }
 
@@ -275,13 +319,9 @@ void Labelling::includeEnded() {
                          (failure.empty() ? "" : ": " + failure));
         return;
     }
-    book_.set(path, text);
-    format_.add(text);
-    drafts_.erase(path);
-    states_.erase(forFont(path));
-    isTyped_ = false;
     isOwn_ = true;
-    keepLabels();
+    setLabel(path, text);
+    states_.erase(forFont(path));
     const std::string said = "Included " + around_.parts.name(around_.parts.current()) + ": " + text;
     const Left left = isUnasked_ ? Left::Several : advance();
     around_.acts.say(left == Left::None  ? said + " \u2013 every image is included"

@@ -96,9 +96,12 @@ class Labelling {
     std::size_t leadingBlanks() const;
     void showText(const std::string& text);
     void showOwnText();
+    void showKnownText();
     void textEdited();
     const IncludedImages& included() const;
     void fontMayHaveChanged();
+    void samplesFollowed();
+    void setLabel(const std::string& path, const std::string& text);
     std::pair<std::string, std::string> forFont(const std::string& path) const;
     void setState(const std::string& path, PartState state);
     void pointAt(std::size_t place, const std::string& why);
@@ -117,9 +120,11 @@ class Labelling {
 
     const Around around_;
     LabelBook book_;
-    LabelFormat format_;
+    engine::TextFormats format_;
     mutable IncludedImages included_;
     mutable bool isIncludedStale_ = true;
+    // The font that is being changed, and its samples as they were.
+    std::optional<std::pair<std::string, engine::SampleColumnsPtr>> before_;
     // But for included images and those that cannot be decoded, by font and path.
     std::map<std::pair<std::string, std::string>, PartState> states_;
     std::set<std::string> failed_;               // by path

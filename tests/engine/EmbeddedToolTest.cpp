@@ -72,6 +72,37 @@ TEST_F(ToolWithoutFonts, ReadsWhatItWasTrainedOn) {
     EXPECT_TRUE(later.GetUncommittedSamples().empty());
 }
 
+// The face draws 0 and O alike. What stands between letters is a digit where the parts before had one there,
+// line by line; a clear shape is what it is whatever they had, and so is a text of another kind.
+TEST_F(ToolWithoutFonts, ReadsLookAlikesByTheFormatOfThePrint) {
+    tool.CreateFont("F");
+    const Drawing how{.scale = 5, .dot = 5};
+    for (const std::string line : {"123456789", "ABCEHLTO", "ABCEHLT"}) commit(line, how);
+    const auto include = [&](const std::vector<std::string>& print, const std::string& text,
+                             const std::string& name) {
+        tool.setImage(drawn(print, how));
+        tool.setImageName(name);
+        tool.IncludeSamples(text);
+        tool.CommitNewSamples();
+    };
+    for (const std::string line : {"AOBH", "TOHC", "LOCT", "EOAB"}) {
+        std::string code = line;
+        code[1] = '0';
+        include({line, "12"}, code + "12", "of " + line);
+        include({line}, line, "");
+    }
+    train();
+    const auto read = [&](const std::string& line) { return text(tool.reader().read(drawn({line}, how))); };
+    EXPECT_EQ(read("BOTL"), "B0TL");
+    EXPECT_EQ(read("BETL"), "BETL");
+    EXPECT_EQ(read("BOTLE"), "BOTLE");
+    EXPECT_EQ(read("25O4"), "2504");
+    tool.setImage(drawn({"BOTL"}, how));
+    EXPECT_EQ(text(tool.read()), "B0TL");
+    tool.SaveFont("F");
+    EXPECT_EQ(text(FontReader(readFont(JobFolder(folder.path()).fontFile("F"))).read(tool.image())), "B0TL");
+}
+
 // Identifiers name no more, so a record more is refused, at once and with nothing changed.
 TEST_F(ToolWithoutFonts, RefusesMoreRecordsThanIdentifiersName) {
     tool.CreateFont("f");

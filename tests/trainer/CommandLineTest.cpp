@@ -101,6 +101,19 @@ TEST(CommandLine, WhatExistsOpensTheWindow) {
         << "a command stands in front";
 }
 
+TEST(CommandLine, TheJobsFolderMayStandBeforeTheCommand) {
+    for (const std::vector<std::string>& folder :
+         {std::vector<std::string>{"--jobs", "there"}, {"--jobs=there"}}) {
+        std::vector<std::string> words = folder;
+        words.insert(words.end(), {"read", "--font", "f", "a.pgm"});
+        const auto line = parseCommandLine(words);
+        const auto* reading = std::get_if<ReadOptions>(&line);
+        ASSERT_TRUE(reading);
+        EXPECT_EQ(reading->folder.folder(), JobFolder("there").folder());
+        EXPECT_THAT(reading->images, ElementsAre("a.pgm"));
+    }
+}
+
 TEST(CommandLine, ValuesAreTakenAsTheyAreGiven) {
     const auto line = parseCommandLine(
         {"learn", "--font=a=b", "--samples", "x.tsv", "--charset", "[-,\"]", "--timeout", "010"});

@@ -97,7 +97,15 @@ TEST_F(FontActsTest, TheScreenShowsWhatIsTrueOfTheFont) {
     EXPECT_THAT(train.lblStatus.caption(), StartsWith("Cycles: "));
     screen().train.cmdSaveFont.press();
     EXPECT_FALSE(isMarked("8"));
+    // What the region and its mode have to say is not covered, nor said of no image.
+    trainer->acts().say("Something before");
+    window->actions.region.trigger();
+    EXPECT_THAT(window->noticeText(), StartsWith("Drag a frame"));
+    window->actions.region.trigger();
     trainer->adjustments().setRegion(RotatedBox{30, 30, 60, 60, 0}, false);
+    EXPECT_THAT(window->previewText(), HasSubstr("in the region"));
+    window->actions.closeAll.trigger();
+    EXPECT_EQ(window->previewText(), "No image is open");
     EXPECT_EQ(window->title(), "digits* - Dravik Trainer");
     EXPECT_FALSE(isMarked("8")) << "nothing was included";
     trainer->adjustments().setRegion(std::nullopt, false);

@@ -88,6 +88,18 @@ TEST_F(GalleryFormTest, ManyAreDeletedAtOnceAndWhatIsLeftStaysSelected) {
     EXPECT_EQ(labels(), "12471244");
     gallery.cboShown.setListIndex(0);
     EXPECT_EQ(gallery.pictures.count(), 8);
+
+    // What nobody has chosen is not selected, lest it be deleted.
+    gallery.pictures.choose(0, 0);
+    gallery.show({ShownSamples::Kind::Character, '1'});
+    EXPECT_FALSE(gallery.cmdDelete.enabled()) << "other samples are shown";
+    gallery.pictures.choose(0, 0);
+    trainer->tool().CreateFont("g");
+    trainer->tool().SetCharacterSet({"1", "2", "4", "7"});
+    include("1247");
+    trainer->control().showFont("g");
+    EXPECT_EQ(gallery.pictures.count(), 4);
+    EXPECT_FALSE(gallery.cmdDelete.enabled()) << "samples of another font have the same numbers";
 }
 
 TEST_F(GalleryFormTest, ShowsWhereASampleIsFrom) {
@@ -95,8 +107,16 @@ TEST_F(GalleryFormTest, ShowsWhereASampleIsFrom) {
     const std::size_t marks = window->view.frames().size();
     trainer->parts().setCurrent(0);
     EXPECT_FALSE(gallery.cmdDelete.enabled()) << "nothing is selected";
+    std::string focused;
+    const auto watch = [&](Widget& widget) {
+        return widget.changed.connect([&](Change change) {
+            if (change == Change::Focus) focused = widget.name();
+        });
+    };
+    const auto pictures = watch(gallery.pictures), text = watch(screen().sample.txtSampleInput);
     gallery.pictures.opened();
     EXPECT_EQ(trainer->parts().current(), 1);
+    EXPECT_EQ(focused, gallery.pictures.name()) << "the next key is one for the sample";
     ASSERT_EQ(window->view.frames().size(), marks + 1);
     EXPECT_TRUE(window->view.frames().back().heavy);
     trainer->parts().setCurrent(0);

@@ -27,6 +27,18 @@ class LabellingTest : public TrainerFixture {
         window->open(images);
     }
     int current() { return trainer->parts().current(); }
+    std::string labelOf(int image) {
+        return trainer->labelling().labels().text(trainer->parts().path(image)).value_or("");
+    }
+    // As in the gallery, the sample at a place of the font.
+    GalleryForm& chooseSample(std::size_t place) {
+        const auto all = trainer->tool().samples(SampleKind::Committed);
+        GalleryForm& gallery = window->gallery;
+        gallery.setShown(true);
+        gallery.show({ShownSamples::Kind::Numbers, 0, 0, 0, {all->samples.at(place)->serial}});
+        gallery.pictures.choose(0, 0);
+        return gallery;
+    }
     PartState stateOf(int image) { return trainer->labelling().state(trainer->parts().path(image)); }
     // What the operator does when he is asked whether a text is right.
     void answerQuestion(const char* button) {
@@ -47,7 +59,11 @@ TEST_F(LabellingTest, NoImageIsIncludedWithTheTextOfAnother) {
     const std::string before = labelsOfFont();
     open({"1234", "5678", "9012"});
     EXPECT_EQ(text(), "1234");
-    EXPECT_EQ(screen().sample.txtSampleInput.selectionLength(), 32767) << "typing replaces it";
+    ui::TextBox& box = screen().sample.txtSampleInput;
+    EXPECT_EQ(box.selectionLength(), 32767) << "typing replaces it";
+    box.select(4, 0);  // as a window system does when the focus goes
+    box.gotFocus();
+    EXPECT_EQ(box.selectionLength(), 32767) << "and does so after a Learn";
     enter();
     EXPECT_EQ(current(), 1) << "it goes on by itself";
     EXPECT_THAT(window->noticeText(), HasSubstr("Included 1234.pgm: 1234"));
@@ -58,6 +74,9 @@ TEST_F(LabellingTest, NoImageIsIncludedWithTheTextOfAnother) {
     window->actions.previous.trigger();
     EXPECT_EQ(text(), "5678") << "what it was included with";
     type("7777");
+    box.select(4, 0);
+    box.gotFocus();
+    EXPECT_EQ(box.selectionLength(), 0) << "the operator goes on with what he types";
     window->actions.next.trigger();
     EXPECT_EQ(text(), "9012");
     enter();
@@ -124,6 +143,7 @@ TEST_F(LabellingTest, ATypedCharacterThatLooksLikeAnotherIsPointedOutBeforeItIsI
     EXPECT_EQ(screen().sample.txtSampleInput.selectionLength(), 1);
     EXPECT_FALSE(trainer->acts().isUnsaved()) << "the font is as it was";
     type("1234");
+    EXPECT_THAT(window->noticeText(), Not(HasSubstr("3rd character")));
     enter();
     EXPECT_EQ(questions, 1);
     EXPECT_EQ(committed(), before + 4);
@@ -149,6 +169,9 @@ TEST_F(LabellingTest, AnImageIsIncludedOnceUnlessTheOperatorWantsItTwice) {
     trainer->parts().setCurrent(0);
     enter();
     EXPECT_EQ(question, "This image is included in the font digits already.");
+    type("5678");
+    enter();
+    EXPECT_EQ(labelOf(0), "1234") << "what he has typed is the text of another image";
     trainer->parts().setCurrent(2);
     enter();
     EXPECT_THAT(question, HasSubstr("1234.pgm, is included"));
@@ -166,6 +189,14 @@ TEST_F(LabellingTest, AnImageIsIncludedOnceUnlessTheOperatorWantsItTwice) {
     EXPECT_EQ(stateOf(1), PartState::Refused);
     EXPECT_FALSE(platform.boxes.empty()) << "the screen's own box about the counts";
     EXPECT_EQ(current(), 1);
+
+    draw(" ");
+    ASSERT_EQ(trainer->tool().found().size(), 0u);
+    type("1");
+    std::string said;
+    platform.onMessageBox = [&] { said = window->noticeText(); };
+    enter();
+    EXPECT_THAT(said, Not(HasSubstr("uncommitted"))) << "of a table that is not shown";
 }
 
 TEST_F(LabellingTest, LabelsAreThereAgainWithoutTheFont) {
@@ -184,6 +215,42 @@ TEST_F(LabellingTest, LabelsAreThereAgainWithoutTheFont) {
     const auto read =
         workspace.run({"learn", "--font", "again", "--samples", JobFolder(workspace.jobs()).labelsFile()});
     EXPECT_THAT(read.out, testing::Contains(HasSubstr("included 4\t"))) << "as a list of samples";
+}
+
+// Where a wrong label is corrected in the font alone, it comes back with its image.
+TEST_F(LabellingTest, ALabelIsCorrectedWithTheSamplesOfItsImage) {
+    const std::size_t first = labelsOfFont().size();
+    open({"1234", "5678", "3333"});
+    answerQuestion("cmdInclude");
+    for (const char* typed : {"1274", "5678", "3333"}) {
+        type(typed);
+        enter();
+    }
+    trainer->parts().setCurrent(0);
+    EXPECT_EQ(text(), "1274");
+    chooseSample(first + 2).pictures.typed("3");
+    EXPECT_EQ(labelsOfFont().substr(first), "123456783333");
+    EXPECT_EQ(labelOf(0), "1234");
+    EXPECT_EQ(text(), "1234") << "of the image that is shown";
+    trainer->acts().undo();
+    EXPECT_EQ(labelOf(0), "1274");
+    trainer->acts().redo();
+    EXPECT_EQ(labelOf(0), "1234");
+
+    chooseSample(first + 4).cmdDelete.press();
+    chooseSample(first + 6).pictures.typed("9");
+    EXPECT_EQ(labelOf(1), "5679") << "the sample of the 5 is gone";
+    chooseSample(first + 7).cmdDelete.press();
+    chooseSample(first + 7).pictures.typed("8");
+    EXPECT_EQ(labelsOfFont().substr(first), "1234679833");
+    EXPECT_EQ(labelOf(2), "3333") << "it may be any of them";
+
+    platform.script("includeQuestion", [](Form& form) { form.defaultButton->press(); });
+    trainer->parts().setCurrent(1);
+    type("5678");
+    enter();
+    EXPECT_EQ(labelOf(1), "5678") << "without including it once more";
+    EXPECT_THAT(window->noticeText(), HasSubstr("is 5678 now"));
 }
 
 TEST_F(LabellingTest, AllLabelledImagesAreIncludedAndTheRefusedOnesListed) {
@@ -240,8 +307,8 @@ TEST(ProposedText, DoubtsFollowTheCharactersThatAreLeftOfTheProposal) {
     EXPECT_EQ(text.nextDoubt(), std::nullopt);
 }
 
-TEST(LabelFormat, DecidesBetweenLookAlikesAndNotAgainstAClearShape) {
-    LabelFormat format;
+TEST(TextFormats, DecidesBetweenLookAlikesAndNotAgainstAClearShape) {
+    TextFormats format;
     const auto candidates = [](double first, double second) {
         CharacterCandidates one;
         one.candidates = {{"O", first}, {"0", second}};

@@ -1,5 +1,6 @@
 
 
+#include "base/Text.h"
 #include "trainer/support/TrainerFixture.h"
 #include "trainer/window/KeysForm.h"
 
@@ -94,6 +95,9 @@ TEST_F(TrainerWindowTest, ImagesThatAreAddedAreCountedBroughtIntoViewAndOfferedA
     std::vector<std::string> first;
     for (int i = 0; i < 8; ++i) first.push_back(workspace.draw("parts/" + std::to_string(i) + ".pgm", "1"));
     window->open(first);
+    EXPECT_THAT(window->noticeText(), HasSubstr("Ctrl+N")) << "nothing can be included without a font";
+    trainer->tool().CreateFont("f");
+    trainer->control().showFont("f");
     EXPECT_EQ(window->noticeText(), "") << "what has come up is seen";
     window->open(
         {first[0], first[1], workspace.draw("more/a&b.pgm", "2"), workspace.draw("more/c.pgm", "3")});
@@ -137,14 +141,17 @@ TEST_F(TrainerWindowTest, ImagesThatArriveComeUpUnlessTheOperatorIsBusyElsewhere
     system.chosen = {workspace.path("inbox")};
     window->actions.watchFolder.trigger();
     EXPECT_THAT(window->actions.watchFolder.text(), HasSubstr("inbox"));
-    const auto arrives = [&](const std::string& name) {
-        const int before = trainer->parts().count();
-        workspace.draw("inbox/" + name, "3");
-        for (int i = 0; i < 200 && trainer->parts().count() == before; ++i) {
+    const auto watchUntil = [&](const std::function<bool()>& done) {
+        for (int i = 0; i < 300 && !done(); ++i) {
             for (Timer* timer : window->timers())
                 if (timer->name() == "tmrWatchedFolder" && timer->enabled()) timer->tick();
             std::this_thread::sleep_for(std::chrono::milliseconds(10));
         }
+    };
+    const auto arrives = [&](const std::string& name) {
+        const int before = trainer->parts().count();
+        workspace.draw("inbox/" + name, "3");
+        watchUntil([&] { return trainer->parts().count() > before; });
         return trainer->parts().current();
     };
     EXPECT_EQ(arrives("one.pgm"), 0) << "an earlier image is worked on";
@@ -153,6 +160,13 @@ TEST_F(TrainerWindowTest, ImagesThatArriveComeUpUnlessTheOperatorIsBusyElsewhere
     EXPECT_EQ(arrives("two.pgm"), 3);
     screen().sample.txtSampleInput.keyDown('3', 0);
     EXPECT_EQ(arrives("three.pgm"), 3) << "a text is being typed for this one";
+    std::filesystem::rename(toPath(workspace.path("inbox")), toPath(workspace.path("away")));
+    watchUntil([&] { return !window->problems().empty(); });
+    EXPECT_THAT(window->problems(), ElementsAre(HasSubstr("is not there")));
+    std::filesystem::rename(toPath(workspace.path("away")), toPath(workspace.path("inbox")));
+    watchUntil([&] { return window->problems().empty(); });
+    EXPECT_THAT(window->problems(), IsEmpty());
+    EXPECT_EQ(window->noticeText(), "The watched folder is there again");
     window->actions.watchFolder.trigger();
     EXPECT_EQ(window->actions.watchFolder.text(), kWatchText);
     EXPECT_THAT(window->noticeText(), HasSubstr("No folder"));
@@ -225,6 +239,23 @@ TEST_F(TrainerWindowTest, NoTwoActionsHaveTheSameKeyOrAccessKey) {
     }
     std::sort(keys.begin(), keys.end());
     EXPECT_EQ(std::adjacent_find(keys.begin(), keys.end()), keys.end());
+    platform.script("imageSettingsForm", [](Form& form) {
+        std::string accessKeys;
+        const std::function<void(const Layout&)> collect = [&](const Layout& layout) {
+            std::string caption;
+            if (const auto* button = dynamic_cast<Button*>(layout.widget)) caption = button->caption();
+            if (const auto* label = dynamic_cast<Label*>(layout.widget)) caption = label->caption();
+            if (const auto* box = dynamic_cast<CheckBox*>(layout.widget)) caption = box->caption();
+            if (const auto key = caption.find('&'); key != std::string::npos)
+                accessKeys += lowerCase(caption.substr(key + 1, 1));
+            std::for_each(layout.children.begin(), layout.children.end(), collect);
+        };
+        collect(form.layout());
+        EXPECT_GE(accessKeys.size(), 10U);
+        std::sort(accessKeys.begin(), accessKeys.end());
+        EXPECT_EQ(std::adjacent_find(accessKeys.begin(), accessKeys.end()), accessKeys.end()) << accessKeys;
+    });
+    window->actions.imageSettings.trigger();
 }
 
 TEST_F(TrainerWindowTest, EndsItsScreenOnce) {

@@ -68,9 +68,12 @@ Recognition surest(const ReadingMeans& means, const SampleInputs& inputs, std::s
 // read 106 and 107 of `develop` wrong.
 constexpr double kNeighbourWeight = 1.4;
 
-// Takes the characters that are the likeliest together.
-void decideTogether(std::span<Recognition> line) {
-    std::vector<std::vector<PossibleCharacter>> possible;
+using PossibleLine = std::vector<std::vector<PossibleCharacter>>;
+
+// The possible characters of a line, its best ones first.
+PossibleLine possibleLine(std::span<const Recognition> line) {
+    PossibleLine possible;
+    possible.reserve(line.size());
     for (const Recognition& one : line) {
         std::vector<PossibleCharacter>& all = possible.emplace_back();
         const auto add = [&](const CharacterEvidence& of) {
@@ -80,7 +83,36 @@ void decideTogether(std::span<Recognition> line) {
         add(one.best);
         for (const CharacterEvidence& other : one.others) add(other);
     }
-    const std::vector<ChosenCharacter> chosen = likeliestTogether(std::span(std::as_const(possible)));
+    return possible;
+}
+
+// Where they are a text of a format of the print, that says more of each place than its neighbours do.
+std::vector<ChosenCharacter> likeliestInFormat(const PossibleLine& possible, const TextFormats& formats) {
+    std::vector<ChosenCharacter> chosen = likeliestTogether(std::span(possible));
+    std::vector<std::string> text;
+    text.reserve(chosen.size());
+    for (std::size_t i = 0; i < chosen.size(); ++i)
+        text.push_back(characterOf(possible[i][chosen[i].place].code));
+    if (!formats.fit(text)) return chosen;
+    for (std::size_t i = 0; i < chosen.size(); ++i) {
+        std::vector<float> ofFormat;
+        for (const PossibleCharacter& one : possible[i])
+            ofFormat.push_back(
+                static_cast<float>(std::log(formats.kindWeight(text.size(), i, characterOf(one.code)))));
+        const auto value = [&](std::size_t place) { return possible[i][place].likelihood + ofFormat[place]; };
+        ChosenCharacter& one = chosen[i] = {};
+        for (std::size_t place = 1; place < possible[i].size(); ++place)
+            if (value(place) > value(one.place)) one.place = place;
+        one.neighbours = ofFormat[one.place] - ofFormat[0];
+    }
+    return chosen;
+}
+
+// Takes the characters that are the likeliest together.
+void decideTogether(std::span<Recognition> line, const TextFormats* formats) {
+    const PossibleLine possible = possibleLine(line);
+    const std::vector<ChosenCharacter> chosen =
+        formats ? likeliestInFormat(possible, *formats) : likeliestTogether(std::span(possible));
     for (std::size_t i = 0; i < line.size(); ++i) {
         if (chosen[i].place == 0) continue;
         Recognition& one = line[i];
@@ -161,7 +193,7 @@ std::vector<Recognition> recognize(const Segmentation& found, const ReadingMeans
             LineReading reading = readAs(from, to, line);
             if (reading.trust - other->doubt > best.trust) best = std::move(reading);
         }
-        if (means.context == Context::Used) decideTogether(best.characters);
+        if (means.context == Context::Used) decideTogether(best.characters, means.formats);
         result.insert(result.end(), best.characters.begin(), best.characters.end());
         from = to;
     }

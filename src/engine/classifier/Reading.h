@@ -9,6 +9,7 @@
 #include "engine/classifier/Confidence.h"
 #include "engine/classifier/Network.h"
 #include "engine/recogniser/CharacterContext.h"
+#include "engine/recogniser/TextFormats.h"
 #include "engine/segmentation/Features.h"
 #include "engine/segmentation/Segmentation.h"
 
@@ -35,6 +36,7 @@ struct ReadingMeans {
     const Network& network;
     const DistanceMeasure& measure;
     Context context = Context::Used;
+    const TextFormats* formats = nullptr;  // of lines of the print; a part of the context
 };
 
 // The trained characters that the found ones look most like, in their order; none when nothing was trained.

@@ -153,10 +153,8 @@ std::vector<ReadCharacter> EmbeddedTool::read() {
 FontReader EmbeddedTool::reader(Context context) {
     settle();
     const FontState& font = fonts_->state();
-    return FontReader(
-        font.training->network,
-        DistanceMeasure(font.samples.statistics(), font.samples.columns(SampleKind::Committed)->samples),
-        settings(), context);
+    return FontReader(font.training->network, font.samples.statistics(),
+                      font.samples.columns(SampleKind::Committed)->samples, settings(), context);
 }
 
 EmbeddedTool::ReadingWork EmbeddedTool::readingWork() {
@@ -165,7 +163,7 @@ EmbeddedTool::ReadingWork EmbeddedTool::readingWork() {
     if (font.training->empty()) return [](const std::stop_token&) { return std::vector<ReadCharacter>(); };
     return [seen = seen().scene(), training = font.training, statistics = font.samples.statistics(),
             samples = font.samples.columns(SampleKind::Committed)](const std::stop_token& stop) {
-        return FontReader(training->network, DistanceMeasure(statistics, samples->samples)).read(*seen, stop);
+        return FontReader(training->network, statistics, samples->samples).read(*seen, stop);
     };
 }
 

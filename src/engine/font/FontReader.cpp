@@ -7,19 +7,40 @@
 #include "base/StableSort.h"
 #include "base/Text.h"
 #include "engine/classifier/SceneReading.h"
+#include "engine/font/SampleOrigin.h"
 
 namespace dravik::engine {
 namespace {
 
-DistanceMeasure measureOf(const std::vector<Sample>& samples) {
-    ClassStatistics statistics;
+std::vector<const Sample*> pointers(std::span<const Sample> samples) {
     std::vector<const Sample*> all;
     all.reserve(samples.size());
-    for (const Sample& sample : samples) {
-        statistics.add(sample);
-        all.push_back(&sample);
+    for (const Sample& sample : samples) all.push_back(&sample);
+    return all;
+}
+
+ClassStatistics statisticsOf(std::span<const Sample> samples) {
+    ClassStatistics statistics;
+    for (const Sample& sample : samples) statistics.add(sample);
+    return statistics;
+}
+
+// Of the lines of the images that samples come from, as far as these are known: samples of an image follow
+// each other from left to right, line by line.
+TextFormats formatsOf(std::span<const Sample* const> samples) {
+    TextFormats formats;
+    std::string line;
+    const SampleOrigin* last = nullptr;
+    for (const Sample* sample : samples) {
+        const SampleOrigin* origin = sample->origin && sample->origin->image ? sample->origin.get() : nullptr;
+        const bool goesOn =
+            last && origin && last->image == origin->image && last->box.left < origin->box.left;
+        if (!goesOn) formats.add(std::exchange(line, {}));
+        if (origin) line += characterOf(sample->code);
+        last = origin;
     }
-    return DistanceMeasure(statistics, all);
+    formats.add(line);
+    return formats;
 }
 
 ReadCharacter readCharacter(const PlacedRecognition& one) {
@@ -44,11 +65,16 @@ std::string shownCharacter(const ReadCharacter& read, double limit) {
 }
 
 FontReader::FontReader(const FontRecord& font)
-    : FontReader(font.training.network, measureOf(font.samples), font.settings) {}
+    : FontReader(font.training.network, statisticsOf(font.samples), pointers(font.samples), font.settings) {}
 
-FontReader::FontReader(Network network, DistanceMeasure measure, const SegmentationSettings& settings,
+FontReader::FontReader(Network network, const ClassStatistics& statistics,
+                       std::span<const Sample* const> samples, const SegmentationSettings& settings,
                        Context context)
-    : network_(std::move(network)), measure_(std::move(measure)), settings_(settings), context_(context) {}
+    : network_(std::move(network)),
+      measure_(statistics, samples),
+      formats_(formatsOf(samples)),
+      settings_(settings),
+      context_(context) {}
 
 std::vector<std::string> FontReader::characters() const {
     std::vector<std::string> result;
@@ -67,7 +93,7 @@ std::vector<ReadCharacter> FontReader::read(const GreyImage& image,
 std::vector<ReadCharacter> FontReader::read(const Scene& found, const std::stop_token& stop) const {
     std::vector<ReadCharacter> result;
     if (network_.empty()) return result;
-    for (const PlacedRecognition& one : readScene(found, {network_, measure_, context_}, stop))
+    for (const PlacedRecognition& one : readScene(found, {network_, measure_, context_, &formats_}, stop))
         result.push_back(readCharacter(one));
     return result;
 }

@@ -1,6 +1,7 @@
 // Reading with a trained font: from an image to its characters, how sure each is and what else it may be.
 #pragma once
 
+#include <span>
 #include <stop_token>
 #include <string>
 #include <vector>
@@ -11,6 +12,7 @@
 #include "engine/font/FontFile.h"
 #include "engine/image/GreyImage.h"
 #include "engine/recogniser/CharacterContext.h"
+#include "engine/recogniser/TextFormats.h"
 #include "engine/scene/Scene.h"
 
 namespace dravik::engine {
@@ -51,8 +53,10 @@ class FontReader {
   public:
     // Of a font that is not trained everything reads as nothing.
     explicit FontReader(const FontRecord& font);
-    FontReader(Network network, DistanceMeasure measure, const SegmentationSettings& settings = {},
-               Context context = Context::Used);
+    // `samples` are those that `statistics` counts, in the order in which they were included; they are looked
+    // at here only.
+    FontReader(Network network, const ClassStatistics& statistics, std::span<const Sample* const> samples,
+               const SegmentationSettings& settings = {}, Context context = Context::Used);
 
     // The characters that the font can read, in the order of its network.
     std::vector<std::string> characters() const;
@@ -67,6 +71,7 @@ class FontReader {
   private:
     Network network_;
     DistanceMeasure measure_;
+    TextFormats formats_;  // of the lines that the samples come from
     SegmentationSettings settings_;
     Context context_;
 };

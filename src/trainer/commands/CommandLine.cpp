@@ -165,9 +165,10 @@ class OptionTable {
 
     CommandLine parse(std::vector<std::string> arguments) {
         CLI::App* app = &program_;
+        const auto command = arguments.begin() + wordsOfFolder(arguments);
         for (CLI::App* one : {learn_, read_, fonts_})
-            if (!arguments.empty() && arguments.front() == one->get_name()) app = one;
-        if (app != &program_) arguments.erase(arguments.begin());
+            if (command != arguments.end() && *command == one->get_name()) app = one;
+        if (app != &program_) arguments.erase(command);
         const std::string hint =
             " (see " + (app == &program_ ? kProgram : kProgram + (' ' + app->get_name())) + " --help)";
         const auto wrong = [&](const std::string& problem) { return Notice{problem + hint, 2}; };
@@ -176,7 +177,8 @@ class OptionTable {
             if (const auto problem = mistypedCommand(arguments.front())) return wrong(*problem);
         if (const auto problem = prepare(*app, arguments)) return wrong(*problem);
         try {
-            // A command is one as the first argument alone; later ones may be names of files.
+            // A command is one as the first argument alone, but for the jobs folder; later ones may be names
+            // of files.
             for (CLI::App* one : {learn_, read_, fonts_}) one->disabled(app == &program_);
             app->parse(std::vector<std::string>(arguments.rbegin(), arguments.rend()));
         } catch (const CLI::CallForHelp&) {
@@ -292,6 +294,12 @@ class OptionTable {
     static CLI::Option* operands(CLI::App& app, const char* name, std::vector<std::string>& target,
                                  const char* help) {
         return app.add_option(name, target, help)->type_name("");
+    }
+
+    // The jobs folder may be named before the command, too: how many words do so.
+    static std::ptrdiff_t wordsOfFolder(const std::vector<std::string>& words) {
+        if (words.size() > 2 && words.front() == "--jobs") return 2;
+        return !words.empty() && words.front().starts_with("--jobs=") ? 1 : 0;
     }
 
     // What is to be said and done before the parser sees the words: it would take any word that comes next

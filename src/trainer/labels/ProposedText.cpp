@@ -20,7 +20,7 @@ std::string percent(double share) {
 }  // namespace
 
 std::vector<ProposedCharacter> propose(std::span<const engine::CharacterCandidates> found,
-                                       const LabelFormat& format) {
+                                       const engine::TextFormats& format) {
     std::vector<ProposedCharacter> result;
     for (std::size_t place = 0; place < found.size(); ++place) {
         std::vector<std::pair<double, const std::string*>> odds;

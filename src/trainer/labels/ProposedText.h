@@ -9,7 +9,7 @@
 #include <vector>
 
 #include "engine/embedded/LabelCandidates.h"
-#include "trainer/labels/LabelFormat.h"
+#include "engine/recogniser/TextFormats.h"
 
 namespace dravik::trainer {
 
@@ -21,7 +21,7 @@ struct ProposedCharacter {
 };
 
 std::vector<ProposedCharacter> propose(std::span<const engine::CharacterCandidates> found,
-                                       const LabelFormat& format);
+                                       const engine::TextFormats& format);
 
 class ProposedText {
   public:

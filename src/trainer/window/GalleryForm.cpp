@@ -143,7 +143,8 @@ void GalleryForm::refresh() {
     if (!isShown_) return;
     // What was chosen among the samples of another font names none of these.
     std::string font = trainer_.tool().currentFont().value_or("");
-    if (std::exchange(font_, font) != font) shown_ = {};
+    const bool isOther = std::exchange(font_, font) != font, shownBefore = samples_ != nullptr;
+    if (isOther) shown_ = {};
     engine::SampleColumnsPtr samples = trainer_.tool().samples(SampleKind::Committed);
     const engine::HeldOutResult* check = trainer_.tool().heldOutCheck();
     const std::size_t misread = check ? check->misread.size() : 0;
@@ -152,7 +153,8 @@ void GalleryForm::refresh() {
     if (misread == 0 && shown_.kind == ShownSamples::Kind::Misread) shown_ = {};
     std::vector<std::uint64_t> serials;
     const int current = pictures.current();
-    for (const int index : pictures.selected()) serials.push_back(source_->sample(index).serial);
+    if (!isOther)
+        for (const int index : pictures.selected()) serials.push_back(source_->sample(index).serial);
     std::sort(serials.begin(), serials.end());
     samples_ = std::move(samples);
     takeSamples(samples_);
@@ -166,8 +168,8 @@ void GalleryForm::refresh() {
     for (int index = 0; !serials.empty() && index < source_->count(); ++index)
         if (std::binary_search(serials.begin(), serials.end(), source_->sample(index).serial))
             selected.push_back(index);
-    // Where they were deleted, those that come up in their place.
-    if (selected.empty() && !serials.empty() && current >= 0 && source_->count() > 0)
+    // Where they are no longer among those shown, as after a deletion, the one that comes up in their place.
+    if (shownBefore && selected.empty() && !serials.empty() && current >= 0 && source_->count() > 0)
         selected.push_back(std::min(current, source_->count() - 1));
     pictures.select(selected);
     showChoices();
@@ -259,6 +261,8 @@ void GalleryForm::showSource() {
     if (!fileExists(image))
         return trainer_.acts().say("This " + label + " is from " + image + ", which is not there any more");
     showPlace_(image, sample.origin->box);
+    // The next key is one for the sample.
+    pictures.setFocus();
 }
 
 }  // namespace dravik::trainer

@@ -49,7 +49,7 @@ class ImageSettingsForm : public ui::Form {
                                           ui::TextBox{"txtWidth"}, ui::TextBox{"txtHeight"},
                                           ui::TextBox{"txtAngle"}}};
     ui::Label lblHint{"lblHint"};
-    ui::Button cmdAutomatic{"cmdAutomatic", "A&ll Automatic"};
+    ui::Button cmdAutomatic{"cmdAutomatic", "All A&utomatic"};
     ui::Button OKButton{"OKButton", "OK"};
     ui::Button CancelButton{"CancelButton", "Cancel"};
 };

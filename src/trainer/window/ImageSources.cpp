@@ -40,11 +40,12 @@ ImageSources::ImageSources(OpenedParts& parts, PartStrip& strip, WindowActions& 
       watched_(parts.decoder()) {
     watched_.arrived = [this](const std::vector<std::string>& paths) { takeArrived(paths); };
     watched_.thereChanged = [this] {
-        if (watched_.isThere())
+        if (watched_.isThere()) {
+            words_.solved(goneText());
             words_.notice("The watched folder is there again");
-        else
-            words_.problems({"The watched folder " + watched_.folder() +
-                             " is not there. Its images come up when it is back."});
+        } else {
+            words_.problems({goneText()});
+        }
     };
     actions.watchFolder.triggered.subscribe([this] { watchOrStop(); });
     actions.openImages.triggered.subscribe([this] {
@@ -59,7 +60,7 @@ ImageSources::ImageSources(OpenedParts& parts, PartStrip& strip, WindowActions& 
 
 OpenResult ImageSources::open(const std::vector<std::string>& paths) {
     const bool hadImages = parts_.count() > 0;
-    const OpenResult opened = parts_.open(paths);
+    OpenResult opened = parts_.open(paths);
     words_.problems(opened.problems);
     if (opened.first < 0) return opened;
     recent_.add(paths);
@@ -106,6 +107,7 @@ void ImageSources::openNew(const std::string& file) {
 
 void ImageSources::watchOrStop() {
     if (!watched_.folder().empty()) {
+        words_.solved(goneText());
         watched_.stop();
         words_.notice("No folder is watched any more");
         return showWatched();
@@ -123,6 +125,10 @@ void ImageSources::watchOrStop() {
     system_.keep(kWatchedKey, chosen.front());
     words_.notice("Images that arrive in " + chosen.front() + " come up by themselves from now on");
     showWatched();
+}
+
+std::string ImageSources::goneText() const {
+    return "The watched folder " + watched_.folder() + " is not there. Its images come up when it is back.";
 }
 
 // The newest one comes up, unless the operator is at an earlier one or in the middle of typing.

@@ -27,6 +27,7 @@ class ImageSources {
     struct Words {
         std::function<void(const std::string&)> notice;
         std::function<void(const std::vector<std::string>&)> problems;
+        std::function<void(const std::string&)> solved;  // that line is true no more
         // The operator has typed a text for the current image.
         std::function<bool()> isTyping;
     };
@@ -47,6 +48,7 @@ class ImageSources {
     void openRecent(std::size_t index);
     void paste();
     void watchOrStop();
+    std::string goneText() const;
     void takeArrived(const std::vector<std::string>& paths);
     void showWatched();
     void showRecent();

@@ -117,6 +117,7 @@ void ImageTools::undo() {
 
 std::string ImageTools::note() const {
     const ImageAdjustments& adjustments = trainer_.adjustments();
+    if (trainer_.parts().current() < 0) return {};
     if (adjustments.isCorrected()) return "corrected by hand";
     if (adjustments.hasOwnRegion() && adjustments.settings().region) return "in the region of this image";
     return adjustments.settings().region ? "in the region" : "";

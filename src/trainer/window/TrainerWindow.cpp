@@ -18,6 +18,8 @@ constexpr char kThemeKey[] = "theme";
 constexpr char kGalleryKey[] = "gallery", kHidden[] = "hidden", kShown[] = "shown";
 constexpr char kOpeningText[] = "Opening the image...";
 const std::string kOpenText = "Open part images or drop them here\n\nFile \u2192 Open Images... (Ctrl+O)";
+constexpr char kNoFontText[] =
+    "No font is selected: Font > New Font... (Ctrl+N) makes one, Select Font takes one";
 constexpr char kOrRecentText[] = "\nFile \u2192 Open Recent: those of before";
 // For so long the image before may stand in the place of one that is being opened.
 constexpr std::chrono::milliseconds kUnnoticed{200};
@@ -47,6 +49,10 @@ TrainerWindow::TrainerWindow(Trainer& trainer, ui::Platform& platform, WindowSys
                 [this](const std::vector<std::string>& lines) {
                     problems_.clear();
                     tell(lines);
+                },
+                [this](const std::string& line) {
+                    std::erase(problems_, line);
+                    textsChanged();
                 },
                 [this] { return typed_; }}),
       camera_(platform, system,
@@ -125,12 +131,15 @@ TrainerWindow::TrainerWindow(Trainer& trainer, ui::Platform& platform, WindowSys
     connections_.push_back(trainer.previewChanged.connect([this] { showPreview(); }));
     connections_.push_back(view.modeChanged.connect([this] {
         if (view.mode() == ViewMode::Look) giveFocus();
+        trainer_.acts().say("");  // the mode has something to say in its place
         showActs();
     }));
     connections_.push_back(trainer.adjustments().charactersChanged.connect([this] { showActs(); }));
     connections_.push_back(trainer.readingChanged.connect(showReading));
     connections_.push_back(trainer.labelling().textWanted.connect([this] {
-        if (!strip.hasStepped() && view.mode() == ViewMode::Look)
+        // Whose place is shown was asked for in the gallery, where the next key goes.
+        const bool isShown = place_ && place_->first == partTip();
+        if (!strip.hasStepped() && !isShown && view.mode() == ViewMode::Look)
             trainer_.control().screen().sample.txtSampleInput.setFocus();
     }));
     strip.stateOf = [&labelling = trainer.labelling()](const std::string& path) {
@@ -351,7 +360,10 @@ std::string TrainerWindow::viewDescription() const {
 
 std::string TrainerWindow::noticeText() const {
     const std::string& notice = trainer_.acts().notice();
-    return notice.empty() ? tools.modeHint() : notice;
+    if (!notice.empty()) return notice;
+    const std::string hint = tools.modeHint();
+    const bool lacksFont = trainer_.parts().count() > 0 && !trainer_.tool().currentFont();
+    return hint.empty() && lacksFont ? kNoFontText : hint;
 }
 
 void TrainerWindow::open(const std::vector<std::string>& paths) {
