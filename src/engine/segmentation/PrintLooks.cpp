@@ -341,8 +341,11 @@ std::vector<Candidate> Looking::candidates() && {
         if (lookCloser(candidate)) break;
     }
     keepLast();
-    // Of the first looks those count whose grain happened to suit the print.
-    std::erase_if(first, [](const Candidate& one) { return !suits(one) && !one.whole.isClear; });
+    // Of the first looks those count whose grain happened to suit the print, and one that is clear while no
+    // closer one is more whole.
+    std::erase_if(first, [this](const Candidate& one) {
+        return one.whole.isClear ? one.whole.odds < mostWhole_.odds : !suits(one);
+    });
     found_.insert(found_.begin(), std::move_iterator(first.begin()), std::move_iterator(first.end()));
     return std::move(found_);
 }
