@@ -67,8 +67,7 @@ class Looking {
     const Binarizer& turnTo(const Region& region, float scale);
     bool isAllowed(const Look& look) const;
     double consider(Look look);
-    bool add(const Segmentation& seen);
-    void judge();
+    void judge(Candidate& one);
     void hold();
     void keepLast();
     bool firstLooks();
@@ -145,31 +144,24 @@ double Looking::consider(Look look) {
     seen_.ink = std::move(ink);
     findCharacters(seen_, linesSeen(seen_), *view_);
     isSeen_ = true;
-    isText_ = add(seen_);
+    isText_ = looksLikeText(seen_);
     if (!isText_) return kNothing;
-    judge();
-    return found_.back().value;
-}
-
-// Adds a candidate where there is anything that looks like text.
-bool Looking::add(const Segmentation& seen) {
-    if (!looksLikeText(seen)) return false;
     Candidate& one = found_.emplace_back();
-    one.look = seen.look;
+    one.look = look;
     one.region = view_->region();
     one.scale = view_->scale();
-    one.characters = seen.glyphs.size();
-    one.traits = textTraits(seen, *view_);
+    one.characters = seen_.glyphs.size();
+    one.traits = textTraits(seen_, *view_);
     one.value = kTextLikeness(one.traits);
-    one.height = typicalHeight(seen) * seen.ink.scale;
-    one.print = printOf(seen);
-    for (const Glyph& glyph : seen.glyphs) one.ink += glyph.piece.area;
-    return true;
+    one.height = typicalHeight(seen_) * seen_.ink.scale;
+    one.print = printOf(seen_);
+    for (const Glyph& glyph : seen_.glyphs) one.ink += glyph.piece.area;
+    judge(one);
+    return one.value;
 }
 
 // Has the candidate of the last look judged where its own traits do not say enough.
-void Looking::judge() {
-    Candidate& one = found_.back();
+void Looking::judge(Candidate& one) {
     if (!judge_ || one.value < kHopeless || one.value >= kBeyondDoubt || !isWorthJudging(one)) return;
     for (const Candidate& other : found_)
         if (other.look.dark == one.look.dark && other.characters == one.characters && other.ink == one.ink &&
