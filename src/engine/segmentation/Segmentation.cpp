@@ -73,6 +73,7 @@ Segmentation segment(const GreyImage& image, ViewJudge judge, const std::stop_to
             }
             number.odds += judge(result, Pieces::Likeliest).odds;
             number.characters = result.glyphs.size();
+            number.isJudged = true;
             most = std::max(most, number.odds);
         }
         stableSort(numbers.begin(), numbers.end(),
@@ -93,7 +94,7 @@ Segmentation segment(const GreyImage& image, ViewJudge judge, const std::stop_to
             continue;
         const Candidate& one = *number.best;
         result.others.push_back({one.look, one.region, one.scale, number.characters, number.odds - best.odds,
-                                 isJudged || one.isImproved});
+                                 number.isJudged || one.isImproved});
     }
     return result;
 }

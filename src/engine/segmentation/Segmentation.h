@@ -35,7 +35,7 @@ struct OtherView {
     float scale = 1;
     std::size_t characters = 0;
     double odds = 0;        // logarithm, against the number that was taken
-    bool isJudged = false;  // by the judge of the segmentation
+    bool isJudged = false;  // its characters are the likeliest pieces to the judge of the segmentation
 };
 
 struct Segmentation {
