@@ -209,6 +209,10 @@ TEST_F(FontActsTest, AProgramThatDiesLosesNothingAndSaysWhatIsThereAgain) {
     EXPECT_EQ(committed(), before + 4);
     ASSERT_EQ(window->problems().size(), 1U);
     EXPECT_THAT(window->problems()[0], HasSubstr("digits: 2 changes of "));
+    window->open({workspace.path("gone.pgm")});
+    window->open({workspace.path("86.pgm")});
+    ASSERT_EQ(window->problems().size(), 1U) << "what could not be opened before is over";
+    EXPECT_THAT(window->problems()[0], HasSubstr("digits: 2 changes of ")) << "whatever is opened";
     EXPECT_EQ(window->title(), "digits* - Dravik Trainer");
     EXPECT_EQ(window->actions.undo.text(), "&Undo include of 45");
     window->actions.undo.trigger();

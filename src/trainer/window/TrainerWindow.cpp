@@ -1,5 +1,6 @@
 #include "trainer/window/TrainerWindow.h"
 
+#include <algorithm>
 #include <chrono>
 #include <string_view>
 #include <utility>
@@ -47,7 +48,7 @@ TrainerWindow::TrainerWindow(Trainer& trainer, ui::Platform& platform, WindowSys
       sources_(trainer.parts(), strip, actions, system, trainer.folder(),
                {[this](const std::string& text) { trainer_.acts().say(text); },
                 [this](const std::vector<std::string>& lines) {
-                    problems_.clear();
+                    forgetProblems();
                     tell(lines);
                 },
                 [this](const std::string& line) {
@@ -294,7 +295,7 @@ void TrainerWindow::showActs() {
     actions.fontAccuracy.setEnabled(loaded && !training);
     showReadAllPossible();
     actions.fontRestore.setEnabled(!training);
-    tell(acts.takeRecovered());
+    tellRecovered(acts.takeRecovered());
     textsChanged();
 }
 
@@ -367,7 +368,7 @@ std::string TrainerWindow::noticeText() const {
 }
 
 void TrainerWindow::open(const std::vector<std::string>& paths) {
-    problems_.clear();
+    forgetProblems();
     std::vector<std::string> images;
     std::vector<std::string> fonts;
     for (const std::string& path : paths) (isFontFile(path) ? fonts : images).push_back(path);
@@ -376,7 +377,6 @@ void TrainerWindow::open(const std::vector<std::string>& paths) {
 }
 
 void TrainerWindow::tell(const std::vector<std::string>& lines) {
-    if (lines.empty()) return textsChanged();
     problems_.insert(problems_.end(), lines.begin(), lines.end());
     if (problems_.size() > kMostProblemLines) {
         const std::size_t more = problems_.size() - (kMostProblemLines - 1);
@@ -386,8 +386,20 @@ void TrainerWindow::tell(const std::vector<std::string>& lines) {
     textsChanged();
 }
 
+// Before what could not be opened: it stays until it is dismissed.
+void TrainerWindow::tellRecovered(const std::vector<std::string>& lines) {
+    problems_.insert(problems_.begin() + static_cast<std::ptrdiff_t>(recovered_), lines.begin(), lines.end());
+    recovered_ = std::min(recovered_ + lines.size(), kMostProblemLines - 1);
+    tell({});
+}
+
+void TrainerWindow::forgetProblems() {
+    problems_.resize(recovered_);
+}
+
 void TrainerWindow::dismissProblems() {
     problems_.clear();
+    recovered_ = 0;
     textsChanged();
 }
 

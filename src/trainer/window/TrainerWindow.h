@@ -128,6 +128,8 @@ class TrainerWindow {
     void restoreFont();
     std::string askForCopy(const std::string& font);
     void tell(const std::vector<std::string>& lines);
+    void tellRecovered(const std::vector<std::string>& lines);
+    void forgetProblems();
     void showKeys();
     void showAbout();
 
@@ -141,6 +143,7 @@ class TrainerWindow {
     std::string shownPath_;                                         // of the current image
     bool typed_ = false;                                            // for it
     std::vector<std::string> problems_;
+    std::size_t recovered_ = 0;  // so many of them, the first ones, are of changes of an earlier run
     LabelLists labelLists_;
     AccuracyPageFile page_;
     std::string checkText_;
