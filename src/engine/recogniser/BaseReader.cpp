@@ -21,6 +21,11 @@ constexpr double kHardlyExpected = 0.02, kClearlyOther = 0.8;
 // A character counts for a view by how much likelier it is a whole one than this, at most as much as the
 // second says; measured on generated part images.
 constexpr double kUsuallyWhole = 0.3, kLeastWhole = 0.02;
+// A view is clear when it has so many characters, together so likely whole ones, as their geometric mean, and
+// none more than this a half, a double or dirt.
+constexpr std::size_t kFewestClear = 4;
+constexpr double kClearlyWhole = 0.8;
+constexpr float kHardlyNone = 0.4f;
 
 struct ReadLine {
     int line = 0;
@@ -35,19 +40,21 @@ double trust(std::span<const PatchLikelihoods> line) {
     return sum;
 }
 
-enum class Pieces { AsFound, Likeliest };
+enum class Sizes { AsMeasured, Likeliest };
 
 // All lines, each in the size that suits it: `value` says how well a line goes in a size, its first
 // character's number being the second argument.
 template <typename Value>
-std::vector<ReadLine> linesOf(const Segmentation& found, Pieces how, Value value) {
+std::vector<ReadLine> linesOf(const Segmentation& found, Pieces how, Value value,
+                              Sizes sizes = Sizes::Likeliest) {
     std::vector<ReadLine> result;
     for (std::size_t from = 0; from < found.glyphs.size();) {
         std::size_t to = from;
         while (to < found.glyphs.size() && found.glyphs[to].line == found.glyphs[from].line) ++to;
         LineMetrics line = found.lines[static_cast<std::size_t>(found.glyphs[from].line)];
         std::vector<PatchLikelihoods> best = lineLikelihoods(found, from, to, line);
-        if (const std::optional<OtherSize> other = otherSize(found.lines, line)) {
+        if (const std::optional<OtherSize> other =
+                sizes == Sizes::Likeliest ? otherSize(found.lines, line) : std::nullopt) {
             LineMetrics smaller = line;
             smaller.capHeight = other->capHeight;
             std::vector<PatchLikelihoods> asSmaller = lineLikelihoods(found, from, to, smaller);
@@ -68,9 +75,9 @@ std::vector<ReadLine> linesOf(const Segmentation& found, Pieces how, Value value
     return result;
 }
 
-std::vector<ReadLine> linesOf(const Segmentation& found, Pieces how) {
-    return linesOf(found, how,
-                   [](std::span<const PatchLikelihoods> line, std::size_t) { return trust(line); });
+std::vector<ReadLine> linesOf(const Segmentation& found, Pieces how, Sizes sizes = Sizes::Likeliest) {
+    return linesOf(
+        found, how, [](std::span<const PatchLikelihoods> line, std::size_t) { return trust(line); }, sizes);
 }
 
 SuggestedCharacter suggestion(const PatchLikelihoods& of, std::size_t best) {
@@ -105,6 +112,19 @@ double wholeCharacterOdds(const std::vector<ReadLine>& lines) {
     return sum;
 }
 
+Wholeness wholeness(const std::vector<ReadLine>& lines) {
+    Wholeness result{wholeCharacterOdds(lines), true};
+    std::size_t characters = 0;
+    for (const ReadLine& line : lines)
+        for (const ReadPiece& one : line.pieces) {
+            result.isClear = result.isClear && std::exp(one.likelihoods[kNoCharacter]) < kHardlyNone;
+            ++characters;
+        }
+    result.isClear = result.isClear && characters >= kFewestClear &&
+                     result.odds > static_cast<double>(characters) * std::log(kClearlyWhole / kUsuallyWhole);
+    return result;
+}
+
 }  // namespace
 
 bool CharacterLikelihood::disagrees() const {
@@ -116,16 +136,21 @@ double wholeCharacterOdds(const Segmentation& found) {
     return wholeCharacterOdds(linesOf(found, Pieces::AsFound));
 }
 
-double takeWholeCharacters(Segmentation& found) {
-    std::vector<ReadLine> lines = linesOf(found, Pieces::Likeliest);
+Wholeness takeWholeCharacters(Segmentation& found, Pieces pieces) {
+    // A wrong size makes whole characters other ones, but no halves or doubles: what tells views apart
+    // quickly does without it.
+    std::vector<ReadLine> lines =
+        linesOf(found, pieces, pieces == Pieces::Likeliest ? Sizes::Likeliest : Sizes::AsMeasured);
+    const Wholeness whole = wholeness(lines);
+    if (pieces == Pieces::AsFound) return whole;
     std::vector<Glyph> glyphs;
     for (ReadLine& line : lines)
         for (ReadPiece& one : line.pieces) glyphs.push_back({one.piece, line.line});
     // All dirt: of print that is not known.
     if (glyphs.empty())
-        return static_cast<double>(found.glyphs.size()) * std::log(kLeastWhole / kUsuallyWhole);
+        return {static_cast<double>(found.glyphs.size()) * std::log(kLeastWhole / kUsuallyWhole)};
     found.glyphs = std::move(glyphs);
-    return wholeCharacterOdds(lines);
+    return whole;
 }
 
 std::vector<SuggestedCharacter> readWithoutFont(const Segmentation& found, Context context) {

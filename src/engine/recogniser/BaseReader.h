@@ -44,9 +44,9 @@ struct CharacterLikelihood {
 
 // How much likelier than usual the found characters are whole ones, together, as a logarithm.
 double wholeCharacterOdds(const Segmentation& found);
-// A ViewJudge: where a character is probably a half, a double or dirt, takes the cuts and joins that make
-// likelier whole characters; the wholeness of what is found then.
-double takeWholeCharacters(Segmentation& found);
+// A ViewJudge: where a character is probably a half, a double or dirt, the likeliest cuts and joins are those
+// that make likelier whole characters.
+Wholeness takeWholeCharacters(Segmentation& found, Pieces pieces);
 
 // The found characters in their order. Where capitals and small letters of a line are of one height, the
 // height that makes its characters likelier is taken.

@@ -98,8 +98,7 @@ std::vector<Piece> joinParts(std::vector<Piece> pieces, const LineScale& scale, 
         std::vector<std::pair<double, const PossibleJoin*>> likely;
         const std::vector<PossibleJoin> joins = possibleJoins(pieces, scale);
         for (const PossibleJoin& one : joins)
-            if (const double odds = kJoinLikeness(one.traits); odds > static_cast<double>(decisions.bar))
-                likely.emplace_back(odds, &one);
+            if (const double odds = kJoinLikeness(one.traits); odds > 0) likely.emplace_back(odds, &one);
         if (likely.empty()) {
             for (const PossibleJoin& one : joins) decisions.decide(kJoinLikeness(one.traits));
             break;

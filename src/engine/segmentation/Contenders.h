@@ -13,6 +13,7 @@ struct Contender {
     Candidate* best = nullptr;
     double odds = 0;
     std::size_t characters = 0;
+    bool isJudged = false;  // its characters are the likeliest pieces
 };
 
 // The likeliest first, six at most: views weigh as much as they are likely.

@@ -19,8 +19,6 @@ constexpr std::int64_t kFewestPixelsToRun = 12;
 constexpr std::size_t kMostPieces = 20'000, kAlwaysPieces = 5'000, kFewestPixelsToPiece = 256;
 // Characters lower than this cannot be told apart.
 constexpr float kLeastHeight = 5;
-// Decisions less sure than this (log odds) are tried the other way too.
-constexpr double kOtherBar = 1;
 
 // Removes pieces as large as the image itself: its frame or a shadow.
 void dropFrames(std::vector<Piece>& pieces, const InkImage& ink) {
@@ -57,12 +55,6 @@ bool isTexture(const InkImage& ink) {
 
 }  // namespace
 
-std::size_t countOf(const std::vector<LinePieces>& lines) {
-    std::size_t count = 0;
-    for (const LinePieces& line : lines) count += line.pieces.size();
-    return count;
-}
-
 std::vector<LinePieces> linesSeen(Segmentation& print) {
     const InkImage& ink = print.ink;
     const Look& look = print.look;
@@ -93,12 +85,13 @@ std::vector<LinePieces> linesSeen(Segmentation& print) {
 
 void findCharacters(Segmentation& print, std::vector<LinePieces>&& lines, const Binarizer& binarizer) {
     CharacterDecisions& decisions = print.decisions;
-    const Look::Bars& bars = print.look.bars;
-    decisions = {{bars.cuts}, {bars.joins}, {bars.prints}};
+    decisions = {};
     for (LinePieces& line : lines) tellCharactersApart(line, print.frame, decisions);
     dropForeign(lines, print.ink, binarizer, print.look, decisions.prints);
     addUnderscores(lines, print.ink, print.frame);
-    print.glyphs.reserve(countOf(lines));
+    std::size_t count = 0;
+    for (const LinePieces& line : lines) count += line.pieces.size();
+    print.glyphs.reserve(count);
     for (LinePieces& line : lines) {
         const LineMetrics& first = line.metrics;
         std::vector<Box> boxes;
@@ -109,25 +102,6 @@ void findCharacters(Segmentation& print, std::vector<LinePieces>&& lines, const 
         const int number = static_cast<int>(print.lines.size()) - 1;
         for (Piece& piece : line.pieces) print.glyphs.push_back({std::move(piece), number});
     }
-}
-
-std::vector<Look::Bars> otherBars(const CharacterDecisions& decisions) {
-    std::vector<Look::Bars> result;
-    const auto add = [&](const Decisions& kind, float Look::Bars::*bar) {
-        Look::Bars bars;
-        if (kind.leastDone < kOtherBar) {
-            bars.*bar = static_cast<float>(kOtherBar);
-            result.push_back(bars);
-        }
-        if (kind.mostLeft > -kOtherBar) {
-            bars.*bar = static_cast<float>(-kOtherBar);
-            result.push_back(bars);
-        }
-    };
-    add(decisions.cuts, &Look::Bars::cuts);
-    add(decisions.joins, &Look::Bars::joins);
-    add(decisions.prints, &Look::Bars::prints);
-    return result;
 }
 
 }  // namespace dravik::engine

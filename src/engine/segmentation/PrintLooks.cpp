@@ -22,7 +22,7 @@ constexpr double kClearText = 2.2;
 constexpr double kLikelyText = 1;
 constexpr double kBeyondDoubt = 2.6;
 // How many combinations of size and polarity are examined at full size.
-constexpr std::size_t kMostClose = 4;
+constexpr std::size_t kMostClose = 2;
 // Small print is enlarged twice in regions up to this many image pixels; larger ones would take too much
 // memory.
 constexpr std::int64_t kMostDoubled = 310'000;
@@ -31,8 +31,14 @@ constexpr std::size_t kMostHeld = 500'000;
 // Heights of capitals, in working pixels, at which characters are best told apart.
 constexpr float kBestHeight = 32;
 constexpr double kHopeless = -3, kNothing = -1e9;
-// Doubtful decisions are tried the other way too in pictures of at most so many pieces.
-constexpr std::size_t kMostReconsidered = 300;
+// What a candidate is worth at least whose characters are clear to the judge.
+constexpr double kJudgedClear = 3;
+// Other cuts and joins are tried where the characters are on average so much likelier whole ones than usual,
+// as a logarithm.
+constexpr double kPromising = 0.6;
+// Judging more or larger print would take long.
+constexpr std::size_t kMostJudged = 300;
+constexpr double kMostPixelsJudged = 1'000'000;
 
 // Whole image pixels to a working pixel, so that a region takes no more working pixels than that, and none of
 // its sides too many.
@@ -51,35 +57,37 @@ int grain(float height) {
 // An image that is being looked at.
 class Looking {
   public:
-    Looking(const GreyImage& image, Search search, const std::stop_token& stop, const PrintSettings& print)
-        : image_(image), search_(search), stop_(stop), print_(print) {}
+    Looking(const GreyImage& image, Search search, ViewJudge judge, const std::stop_token& stop,
+            const PrintSettings& print)
+        : image_(image), search_(search), judge_(judge), stop_(stop), print_(print) {}
 
     std::vector<Candidate> candidates() &&;
 
   private:
     const Binarizer& turnTo(const Region& region, float scale);
     bool isAllowed(const Look& look) const;
-    double consider(Look look, bool otherwise);
-    bool add(const Segmentation& seen);
+    double consider(Look look);
+    void judge(Candidate& one);
     void hold();
     void keepLast();
-    // What the first looks end with: a clear candidate, one that is clear in a grain that does not suit it,
-    // none.
-    enum class First { Clear, ClearInOtherGrain, Unclear };
-    First firstLooks(bool anyGrain);
+    bool firstLooks();
+    float closeScale(const Candidate& first, const Region& region) const;
+    bool isClose(const Candidate& one) const;
     bool lookCloser(const Candidate& first);
     Region around(const Candidate& first) const;
 
     const GreyImage& image_;
     const Search search_;
+    const ViewJudge judge_;
     const std::stop_token& stop_;
     const PrintSettings& print_;
     const Region whole_{0, 0, image_.width(), image_.height()};
     std::optional<Binarizer> view_;
-    Segmentation seen_;  // by the last look, in that view
-    bool isSeen_ = false, isText_ = false;
-    std::size_t seenBy_ = 0;  // the candidate that it is of, if it is text
+    Segmentation seen_;                     // by the last look, in that view
+    bool isSeen_ = false, isText_ = false;  // if it is text, it is the last candidate's
     std::vector<Candidate> found_;
+    Wholeness mostWhole_;    // of all that were judged
+    bool isCloser_ = false;  // the first looks are over
 };
 
 // A small grain may be narrower than strokes, a large one takes neighbours for background.
@@ -122,8 +130,8 @@ bool Looking::isAllowed(const Look& look) const {
 }
 
 // Segments the picture with the parameters `look` and keeps the result when it resembles text; returns how
-// much (log odds), kNothing when not at all. With `otherwise`, doubtful decisions are tried both ways.
-double Looking::consider(Look look, bool otherwise) {
+// much (log odds), kNothing when not at all.
+double Looking::consider(Look look) {
     if (stop_.stop_requested() || !isAllowed(look)) return kNothing;
     look.leastHeight = static_cast<float>(print_.smallestHeight) / view_->scale();
     const Look& last = seen_.look;
@@ -134,48 +142,56 @@ double Looking::consider(Look look, bool otherwise) {
     if (!again) ink = view_->separate(look.dark, look.side, look.blur, std::move(ink.ink));
     seen_.look = look;
     seen_.ink = std::move(ink);
-    std::vector<LinePieces> lines = linesSeen(seen_), same;
-    if (otherwise && countOf(lines) <= kMostReconsidered) same = lines;
-    findCharacters(seen_, std::move(lines), *view_);
+    findCharacters(seen_, linesSeen(seen_), *view_);
     isSeen_ = true;
-    isText_ = add(seen_);
+    isText_ = looksLikeText(seen_);
     if (!isText_) return kNothing;
-    seenBy_ = found_.size() - 1;
-    const double value = found_.back().value;
-    const bool doubtful = value > kHopeless && value < kBeyondDoubt;
-    if (!same.empty() && (search_ == Search::All || doubtful))
-        for (const Look::Bars& bars : otherBars(seen_.decisions)) {
-            if (stop_.stop_requested()) break;
-            Segmentation other;
-            other.look = look;
-            other.look.bars = bars;
-            other.frame = seen_.frame;
-            other.ink = std::move(seen_.ink);
-            findCharacters(other, std::vector<LinePieces>(same), *view_);
-            if (other.glyphs.size() != seen_.glyphs.size()) add(other);
-            seen_.ink = std::move(other.ink);
-        }
-    return value;
-}
-
-// Adds a candidate where there is anything that looks like text.
-bool Looking::add(const Segmentation& seen) {
-    if (!looksLikeText(seen)) return false;
     Candidate& one = found_.emplace_back();
-    one.look = seen.look;
+    one.look = look;
     one.region = view_->region();
     one.scale = view_->scale();
-    one.characters = seen.glyphs.size();
-    one.traits = textTraits(seen, *view_);
+    one.characters = seen_.glyphs.size();
+    one.traits = textTraits(seen_, *view_);
     one.value = kTextLikeness(one.traits);
-    one.height = typicalHeight(seen) * seen.ink.scale;
-    one.print = printOf(seen);
-    return true;
+    one.height = typicalHeight(seen_) * seen_.ink.scale;
+    one.print = printOf(seen_);
+    for (const Glyph& glyph : seen_.glyphs) one.ink += glyph.piece.area;
+    judge(one);
+    return one.value;
+}
+
+// Has the candidate of the last look judged where its own traits do not say enough.
+void Looking::judge(Candidate& one) {
+    if (!judge_ || one.value < kHopeless || one.value >= kBeyondDoubt || !isWorthJudging(one)) return;
+    for (const Candidate& other : found_)
+        if (other.look.dark == one.look.dark && other.characters == one.characters && other.ink == one.ink &&
+            other.scale == one.scale && other.whole.odds > kNothing) {
+            one.whole = other.whole;
+            return;
+        }
+    one.whole = judge_(seen_, Pieces::AsFound);
+    if (!one.whole.isClear && one.whole.odds > kPromising * static_cast<double>(one.characters) &&
+        (isCloser_ || isClose(one))) {
+        std::vector<Glyph> asFound = seen_.glyphs;
+        const Wholeness improved = judge_(seen_, Pieces::Likeliest);
+        one.isImproved = improved.isClear && improved.odds >= mostWhole_.odds;
+        if (one.isImproved) {
+            one.whole = improved;
+            one.characters = seen_.glyphs.size();
+        } else {
+            seen_.glyphs = std::move(asFound);
+        }
+    }
+    if (one.whole.odds >= mostWhole_.odds)
+        mostWhole_ = one.whole;
+    else
+        one.whole.isClear = false;
+    if (one.whole.isClear) one.value = std::max(one.value, kJudgedClear);
 }
 
 // Holds what the last look found when it is the likeliest: it will probably be wanted.
 void Looking::hold() {
-    Candidate& last = found_[seenBy_];
+    Candidate& last = found_.back();
     if (seen_.ink.ink.size() > kMostHeld) return;
     for (const Candidate& other : found_)
         if (other.seen && other.value >= last.value) return;
@@ -187,37 +203,43 @@ void Looking::hold() {
 
 // Keeps what the last look found.
 void Looking::keepLast() {
-    if (isText_ && !found_.empty()) found_[seenBy_].seen = std::make_unique<Segmentation>(std::move(seen_));
+    if (isText_ && !found_.empty()) found_.back().seen = std::make_unique<Segmentation>(std::move(seen_));
 }
 
 // Looks at the whole image with several grains and both polarities, the likelier ones first, until one is
-// clear, with `anyGrain` in one that does not suit it too. The last candidate is then that one.
-Looking::First Looking::firstLooks(bool anyGrain) {
+// clear, which is the last candidate then.
+bool Looking::firstLooks() {
     for (int scale = leastScale(whole_, kFirstPixels);; scale = (scale + 1) / 2) {
         const Binarizer& view = turnTo(whole_, static_cast<float>(scale));
-        if (view.empty()) return First::Unclear;
+        if (view.empty()) return false;
         const bool dark = view.leansDark();
         const int first = std::clamp(std::min(view.width(), view.height()) / 4, 8, 64);
-        const auto look = [&](const Look& how) {
-            return consider(how, false) >= kClearText && search_ == Search::UntilClear &&
-                   (anyGrain || suits(found_.back()));
+        // Not where the other polarity has shown much more whole characters.
+        const auto isPossible = [&](bool polarity) {
+            double own = 0, other = 0;
+            for (const Candidate& one : found_) {
+                double& most = one.look.dark == polarity ? own : other;
+                most = std::max(most, one.whole.odds);
+            }
+            return own >= other - kMuchLessWhole;
         };
-        const auto clear = [&] { return suits(found_.back()) ? First::Clear : First::ClearInOtherGrain; };
+        const auto isClear = [&](const Look& look) {
+            return isPossible(look.dark) && consider(look) >= kClearText && search_ == Search::UntilClear;
+        };
         std::vector<int> sides;
         for (const int side : {first, first / 3, first / 6})
             if (side >= 8 || sides.empty()) sides.push_back(side);
-        for (const Look::Joining joins : {Look::Fragments, Look::Dots})
-            for (const int side : sides)
-                for (const bool polarity : {dark, !dark})
-                    if (look({polarity, side, 0, joins})) return clear();
         for (const int side : sides)
             for (const bool polarity : {dark, !dark})
-                if (look({polarity, side, 0.09f * static_cast<float>(side), Look::None})) return clear();
-        if (stop_.stop_requested()) return First::Unclear;
+                for (const Look::Joining joins : {Look::Fragments, Look::Dots})
+                    if (isClear({polarity, side, 0, joins})) return true;
+        for (const int side : sides)
+            for (const bool polarity : {dark, !dark})
+                if (isClear({polarity, side, 0.09f * static_cast<float>(side), Look::None})) return true;
+        if (stop_.stop_requested()) return false;
         const bool likely = std::any_of(found_.begin(), found_.end(),
                                         [](const Candidate& one) { return one.value >= kLikelyText; });
-        if (likely || scale == 1 || leastScale(whole_, kMostWorkingPixels) > (scale + 1) / 2)
-            return First::Unclear;
+        if (likely || scale == 1 || leastScale(whole_, kMostWorkingPixels) > (scale + 1) / 2) return false;
     }
 }
 
@@ -233,16 +255,27 @@ Region Looking::around(const Candidate& first) const {
     return share > 0.6 ? whole_ : region;
 }
 
+// Image pixels to a working pixel that suit the height of print.
+float Looking::closeScale(const Candidate& first, const Region& region) const {
+    if (first.height < 0.6f * kBestHeight &&
+        static_cast<std::int64_t>(region.width()) * region.height() <= kMostDoubled &&
+        2 * std::max(region.width(), region.height()) <= kMostInkSide)
+        return 0.5f;
+    return std::max(static_cast<float>(leastScale(region, kMostWorkingPixels)),
+                    std::round(first.height / kBestHeight));
+}
+
+// Whether a closer look would be at the same pixels.
+bool Looking::isClose(const Candidate& one) const {
+    const Region region = around(one);
+    return region == one.region && closeScale(one, region) == one.scale;
+}
+
 // Once more, closer, with the size and the grain that suit the print's height. Returns whether the print is
 // clear now.
 bool Looking::lookCloser(const Candidate& first) {
     const Region region = around(first);
-    float scale = std::max(static_cast<float>(leastScale(region, kMostWorkingPixels)),
-                           std::round(first.height / kBestHeight));
-    if (first.height < 0.6f * kBestHeight &&
-        static_cast<std::int64_t>(region.width()) * region.height() <= kMostDoubled &&
-        2 * std::max(region.width(), region.height()) <= kMostInkSide)
-        scale = 0.5f;
+    const float scale = closeScale(first, region);
     const float height = first.height / scale;
     turnTo(region, scale);
     const int side = grain(height);
@@ -255,39 +288,42 @@ bool Looking::lookCloser(const Candidate& first) {
                                         {dark, side, 0.095f * height, Look::None}}};
     bool clear = false;
     for (const Look& look : looks) {
-        const double value = consider(look, true);
-        if (value < kClearText || search_ == Search::All) continue;
-        clear = true;
-        hold();
-        if (value >= kBeyondDoubt) break;
+        const double value = consider(look);
+        if (search_ == Search::All) continue;
+        if (value >= kClearText) {
+            clear = true;
+            hold();
+        }
+        if (value >= kBeyondDoubt || mostWhole_.isClear) break;
+        // More blur makes characters even less whole.
+        if (look.blur > 0 && mostWhole_.odds > 0 &&
+            (!isText_ || found_.back().whole.odds < mostWhole_.odds - kMuchLessWhole))
+            break;
     }
     return clear;
 }
 
 std::vector<Candidate> Looking::candidates() && {
-    First how = firstLooks(true);
-    if (how == First::ClearInOtherGrain) {
-        const Candidate clear = std::move(found_.back());
-        found_.clear();
-        if (lookCloser(clear)) {
-            keepLast();
-            return std::move(found_);
-        }
-        found_.clear();
-        isText_ = false;
-        how = firstLooks(false);
-    }
-    if (how == First::Clear) {
-        hold();
+    if (firstLooks()) {
         found_.erase(found_.begin(), found_.end() - 1);
+        const Candidate& one = found_.front();
+        if (suits(one)) hold();
+        if (one.value >= kJudgedClear && suits(one) && isClose(one)) return std::move(found_);
     }
+    isCloser_ = true;
     std::vector<Candidate> first = std::move(found_);
     found_.clear();
-    stableSort(first.begin(), first.end(),
-               [](const Candidate& a, const Candidate& b) { return a.value > b.value; });
+    const auto wholeness = [](const Candidate& one) {
+        return one.value >= kBeyondDoubt ? -kNothing : std::max(0.0, one.whole.odds);
+    };
+    stableSort(first.begin(), first.end(), [&](const Candidate& a, const Candidate& b) {
+        return wholeness(a) != wholeness(b) ? wholeness(a) > wholeness(b) : a.value > b.value;
+    });
     std::vector<std::pair<bool, float>> seen;
     for (const Candidate& candidate : first) {
-        if (seen.size() >= kMostClose || stop_.stop_requested()) break;
+        if (seen.size() >= kMostClose || stop_.stop_requested() ||
+            wholeness(candidate) < wholeness(first.front()) - kMuchLessWhole)
+            break;
         const auto same = [&](const std::pair<bool, float>& other) {
             return other.first == candidate.look.dark && other.second < 1.4f * candidate.height &&
                    candidate.height < 1.4f * other.second;
@@ -297,17 +333,26 @@ std::vector<Candidate> Looking::candidates() && {
         if (lookCloser(candidate)) break;
     }
     keepLast();
-    // Of the first looks those count whose grain happened to suit the print.
-    std::erase_if(first, [](const Candidate& one) { return !suits(one); });
+    // Of the first looks those count whose grain happened to suit the print, and one that is clear while no
+    // closer one is more whole.
+    std::erase_if(first, [this](const Candidate& one) {
+        return one.whole.isClear ? one.whole.odds < mostWhole_.odds : !suits(one);
+    });
     found_.insert(found_.begin(), std::move_iterator(first.begin()), std::move_iterator(first.end()));
     return std::move(found_);
 }
 
 }  // namespace
 
-std::vector<Candidate> printCandidates(const GreyImage& image, Search search, const std::stop_token& stop,
-                                       const PrintSettings& print) {
-    return Looking(image, search, stop, print).candidates();
+bool isWorthJudging(const Candidate& one) {
+    const double pixels = static_cast<double>(one.region.width()) * one.region.height() /
+                          (static_cast<double>(one.scale) * static_cast<double>(one.scale));
+    return one.characters <= kMostJudged && pixels <= kMostPixelsJudged;
+}
+
+std::vector<Candidate> printCandidates(const GreyImage& image, Search search, ViewJudge judge,
+                                       const std::stop_token& stop, const PrintSettings& print) {
+    return Looking(image, search, judge, stop, print).candidates();
 }
 
 Segmentation seenAgain(const GreyImage& image, const Region& region, float scale, const Look& look) {

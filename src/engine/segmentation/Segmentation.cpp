@@ -14,17 +14,7 @@ namespace {
 // Log odds of being right below which there is only noise, not print, and above which a single view is beyond
 // doubt.
 constexpr double kNoPrint = -2.5, kClear = 3;
-
-// Judging more or larger print would take long.
-constexpr std::size_t kMostJudged = 300;
-constexpr double kMostPixelsJudged = 1'000'000;
-
-bool isWorthJudging(const Contender& number) {
-    const Candidate& one = *number.best;
-    const double pixels = static_cast<double>(one.region.width()) * one.region.height() /
-                          (static_cast<double>(one.scale) * static_cast<double>(one.scale));
-    return one.characters <= kMostJudged && pixels <= kMostPixelsJudged;
-}
+constexpr double kNotJudged = -1e9;
 
 Segmentation taken(const GreyImage& image, Candidate& candidate) {
     const std::unique_ptr<Segmentation> held = std::move(candidate.seen);
@@ -49,24 +39,42 @@ Region Segmentation::place(const Glyph& glyph) const {
 
 Segmentation segment(const GreyImage& image, ViewJudge judge, const std::stop_token& stop,
                      const PrintSettings& print) {
-    std::vector<Candidate> candidates = printCandidates(image, Search::UntilClear, stop, print);
+    std::vector<Candidate> candidates = printCandidates(image, Search::UntilClear, judge, stop, print);
     std::vector<Contender> numbers = contenders(candidates);
     if (stop.stop_requested() || numbers.empty() || numbers.front().best->value < kNoPrint) return {};
     for (Candidate& one : candidates)
         if (&one != numbers.front().best) one.seen.reset();
-    const bool isJudged = judge && (numbers.size() > 1 || numbers.front().best->value < kClear) &&
-                          std::all_of(numbers.begin(), numbers.end(), isWorthJudging);
+    const bool isJudged = judge && !numbers.front().best->whole.isClear &&
+                          (numbers.size() > 1 || numbers.front().best->value < kClear) &&
+                          std::all_of(numbers.begin(), numbers.end(),
+                                      [](const Contender& one) { return isWorthJudging(*one.best); });
     Segmentation result;
     if (isJudged) {
+        // The most whole first; those that come near it have their pieces made likelier, one after the other,
+        // since each takes room.
+        stableSort(numbers.begin(), numbers.end(), [](const Contender& a, const Contender& b) {
+            return a.odds + a.best->whole.odds > b.odds + b.best->whole.odds;
+        });
         const Candidate* last = nullptr;
-        // One after the other, since each takes room.
+        double most = kNotJudged;
         for (Contender& number : numbers) {
             if (stop.stop_requested()) return {};
-            result = {};
-            result = taken(image, *number.best);
-            number.odds += judge(result);
+            double asFound = number.best->whole.odds;
+            const auto isFar = [&] { return number.odds + asFound < most - kMuchLessWhole; };
+            if (asFound <= kNotJudged || !isFar()) {
+                result = {};
+                result = taken(image, *number.best);
+                last = number.best;
+                if (asFound <= kNotJudged) asFound = judge(result, Pieces::AsFound).odds;
+            }
+            if (isFar()) {
+                number.odds += asFound;
+                continue;
+            }
+            number.odds += judge(result, Pieces::Likeliest).odds;
             number.characters = result.glyphs.size();
-            last = number.best;
+            number.isJudged = true;
+            most = std::max(most, number.odds);
         }
         stableSort(numbers.begin(), numbers.end(),
                    [](const Contender& a, const Contender& b) { return a.odds > b.odds; });
@@ -74,8 +82,9 @@ Segmentation segment(const GreyImage& image, ViewJudge judge, const std::stop_to
     }
     const Contender& best = numbers.front();
     if (result.glyphs.empty()) {
+        const bool isHeld = best.best->seen != nullptr;
         result = taken(image, *best.best);
-        if (isJudged) judge(result);
+        if (isJudged || (best.best->isImproved && !isHeld)) judge(result, Pieces::Likeliest);
     }
     result.likeness = best.best->value;
     for (const Contender& number : numbers) {
@@ -84,15 +93,15 @@ Segmentation segment(const GreyImage& image, ViewJudge judge, const std::stop_to
             std::any_of(result.others.begin(), result.others.end(), isKnown))
             continue;
         const Candidate& one = *number.best;
-        result.others.push_back(
-            {one.look, one.region, one.scale, number.characters, number.odds - best.odds, isJudged});
+        result.others.push_back({one.look, one.region, one.scale, number.characters, number.odds - best.odds,
+                                 number.isJudged || one.isImproved});
     }
     return result;
 }
 
 Segmentation segment(const GreyImage& image, const OtherView& view, ViewJudge judge) {
     Segmentation result = seenAgain(image, view.region, view.scale, view.look);
-    if (judge && view.isJudged) judge(result);
+    if (judge && view.isJudged) judge(result, Pieces::Likeliest);
     return result;
 }
 

@@ -24,13 +24,6 @@ struct Look {
     int side = 24;
     float blur = 0;
     enum Joining { None, Fragments, Dots } joins = None;
-    // Log odds from which on touching characters are cut, parts are joined and pieces are kept as print.
-    struct Bars {
-        float cuts = 0;
-        float joins = 0;
-        float prints = 0;
-        bool operator==(const Bars&) const = default;
-    } bars{};
     // Of capitals, in working pixels; 0 for any. What is much smaller is no piece of print.
     float leastHeight = 0;
 };
@@ -42,7 +35,7 @@ struct OtherView {
     float scale = 1;
     std::size_t characters = 0;
     double odds = 0;        // logarithm, against the number that was taken
-    bool isJudged = false;  // by the judge of the segmentation
+    bool isJudged = false;  // its characters are the likeliest pieces to the judge of the segmentation
 };
 
 struct Segmentation {
@@ -59,9 +52,15 @@ struct Segmentation {
     Region place(const Glyph& glyph) const;
 };
 
-// Tells how well the characters of a view look like whole ones, as a logarithm of likelihoods, and may cut
-// and join them better.
-using ViewJudge = double (*)(Segmentation& view);
+// How well the characters of a view look like whole ones.
+struct Wholeness {
+    double odds = -1e9;    // a logarithm of likelihoods; hardly anything where nothing was judged
+    bool isClear = false;  // hardly one of them is a half, a double or dirt
+};
+
+// The characters of a view are judged as they were found, or may be cut and joined better first.
+enum class Pieces { AsFound, Likeliest };
+using ViewJudge = Wholeness (*)(Segmentation& view, Pieces pieces);
 
 // Empty when nothing is found. Takes any image and never fails but for want of memory. Print is found in
 // milliseconds; noise and textures may take seconds. Where it is in doubt what an image shows, the judge is
