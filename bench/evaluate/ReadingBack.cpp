@@ -108,6 +108,8 @@ void readBack(const std::string& charsets, const std::string& lines, int most) {
             continue;
         }
         const double seconds = secondsOfTraining(tool);
+        // Its time would count as that of reading.
+        while (tool.isChecking()) std::this_thread::sleep_for(std::chrono::milliseconds(2));
         int count = 0, wrong = 0, exact = 0, characterTotal = 0;
         std::string misread;
         if (const auto own = toRead.find(font); own != toRead.end())
