@@ -20,8 +20,8 @@ constexpr float kCutDoubt = 1, kSideDoubt = 1.5f, kJoinDoubt = 1, kDirtDoubt = 4
 // What is a clear character, and the least share of them in a line: in one of fewer any pieces would look
 // like characters.
 constexpr float kClear = 0.5f, kFewestClear = 0.3f;
-// What is as high as a character, at most so wide and stands on the line is never left out, and is at least
-// so likely, as a logarithm, one that the recogniser does not know; sizes in heights of capitals.
+// What is as high as a character, at most so wide and stands on the line is at least so likely, as a
+// logarithm, one that the recogniser does not know, and so never dirt; sizes in heights of capitals.
 constexpr float kLeastHigh = 0.6f, kMostHigh = 1.4f, kLeastWide = 0.15f, kMostWide = 1.1f,
                 kOffBaseline = 0.3f;
 constexpr float kUnknown = -3.9f;
@@ -197,10 +197,10 @@ std::vector<ReadPiece> likeliestPieces(const Segmentation& found, std::size_t fr
     for (const Span& span : spans) {
         const float before = ways[span.first].value;
         Way& way = ways[span.end];
-        const bool isCharacter = span.asFound && isCharacterSized(span.piece.box, line);
-        const float likely = std::max(isCharacter ? kUnknown : kNever, whole(span.likelihoods));
+        const float unknown = span.asFound && isCharacterSized(span.piece.box, line) ? kUnknown : kNever;
+        const float likely = std::max(unknown, whole(span.likelihoods));
         if (const float value = before + likely - span.doubt; value > way.value) way = {value, &span, false};
-        if (span.asFound && !isCharacter)
+        if (span.asFound)
             if (const float value = before + span.likelihoods[kNoCharacter] - kDirtDoubt; value > way.value)
                 way = {value, &span, true};
     }
