@@ -1,5 +1,6 @@
 #include "trainer/Trainer.h"
 
+#include "contract/DrawnText.h"
 #include "trainer/support/TrainerFixture.h"
 
 namespace dravik::test {
@@ -167,12 +168,16 @@ TEST_F(TrainerTest, AnImageThatTakesLongHoldsIncludeAloneAndCanBeStopped) {
     finish();
     EXPECT_EQ(patient.previewText(), "4 characters found, text proposed");
 
-    GreyImage noise(1024, 1024);
+    // A page of dots as faint as the noise.
     std::minstd_rand random(1);
-    for (int y = 0; y < noise.height(); ++y)
-        for (auto& pixel : noise.row(y)) pixel = static_cast<std::uint8_t>(random() >> 8);
-    writePgm(workspace.path("noise.pgm"), noise);
-    patient.parts().open({workspace.path("noise.pgm")});
+    std::vector<std::string> lines(20);
+    for (std::string& line : lines)
+        while (line.size() < 20) line += "0123456789ABCEHLOT"[random() % 18];
+    GreyImage page = drawn(lines, {.scale = 4, .dot = 3, .paper = 140, .print = 100});
+    for (int y = 0; y < page.height(); ++y)
+        for (auto& pixel : page.row(y)) pixel = static_cast<std::uint8_t>(pixel + (random() >> 8) % 60);
+    writePgm(workspace.path("page.pgm"), page);
+    patient.parts().open({workspace.path("page.pgm")});
     patient.parts().setCurrent(2);
     while (patient.parts().isDecoding()) patient.workTimer().tick();
     EXPECT_TRUE(patient.isLooking());
