@@ -133,6 +133,16 @@ TEST(Labels, AreCutWithAnEllipsisAndNameTheNextControl) {
     auto image = picture(shown.view(data));
     EXPECT_EQ(colorAt(*image, image->width() - 1, 0), RGB(0, 0, 0));
     EXPECT_GT(countOf(*image, RGB(255, 255, 255)), 5) << "readable on its ground";
+    const auto endOfInk = [&] {
+        const auto shows = picture(shown.view(data));
+        for (int x = shows->width() - 1; x > 0; --x)
+            for (int y = 0; y < shows->height(); ++y)
+                if (colorAt(*shows, x, y) != RGB(0, 0, 0)) return x;
+        return 0;
+    };
+    const int end = endOfInk();
+    data.setCaption("RD");
+    EXPECT_GT(end, endOfInk() + 3) << "the sign is a character of its own";
 }
 
 TEST(NativeControls, AreToAScreenReaderWhatTheyAre) {
