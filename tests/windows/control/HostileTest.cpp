@@ -125,6 +125,8 @@ TEST(HostileHost, CallsAfterClosingAndShowsTheControlAgain) {
     EXPECT_TRUE(bench.robot.satisfied());
     EXPECT_EQ(object->Close(OLECLOSE_NOSAVE), S_OK);  // asks once only
     EXPECT_EQ(bench.host->window(), nullptr);
+    EXPECT_EQ(bench.step.get()->AddRef(), references + 1) << "the closed control keeps it";
+    EXPECT_EQ(bench.step->Release(), references);
     EXPECT_FALSE(trainDate(control.get(), "bench").empty());
 
     EXPECT_EQ(bench.strict().verb(OLEIVERB_SHOW), S_OK);
