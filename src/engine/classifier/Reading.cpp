@@ -86,7 +86,8 @@ PossibleLine possibleLine(std::span<const Recognition> line) {
     return possible;
 }
 
-// Where they are a text of a format of the print, that says more of each place than its neighbours do.
+// The likeliest together; where these make a text of a format that the print is known to have, the format
+// says more of each character than its neighbours do.
 std::vector<ChosenCharacter> likeliestInFormat(const PossibleLine& possible, const TextFormats& formats) {
     std::vector<ChosenCharacter> chosen = likeliestTogether(std::span(possible));
     std::vector<std::string> text;
