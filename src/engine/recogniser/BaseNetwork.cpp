@@ -3,9 +3,9 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdint>
-#include <cstring>
 
 #include "engine/recogniser/BaseWeights.h"
+#include "engine/recogniser/LayerWeights.h"
 
 namespace dravik::engine {
 namespace {
@@ -13,14 +13,6 @@ namespace {
 constexpr std::size_t kOutputs = kNoCharacter + 1;
 // Patches that go through the network together: enough for the kernels, few enough to stay in the cache.
 constexpr std::size_t kBatch = 8;
-
-// Weights as the kernels multiply by them: a row for each input, padded columns for the outputs.
-struct Layer {
-    std::size_t inputs = 0, outputs = 0;
-    std::vector<float> weights, biases;
-
-    std::size_t columns() const { return padded(outputs); }
-};
 
 // Pictures of `channels` numbers a point are convolved by a square of `size` points, every second place,
 // beyond whose border is nothing.
@@ -39,63 +31,24 @@ constexpr std::array<Convolution, 3> kConvolutions = {
     {{kPatchSide, 2, 16, 5}, {12, 16, 32, 3}, {6, 32, 64, 3}}};
 constexpr std::size_t kGathered = 112, kLastSide = 3;
 
-class Weights {
-  public:
+struct Weights {
     Weights() {
-        const std::span<const std::uint8_t> bytes = baseWeights();
-        const auto head = std::find(bytes.begin(), bytes.end(), std::uint8_t{0});
-        origin_ = {reinterpret_cast<const char*>(bytes.data()),
-                   static_cast<std::size_t>(head - bytes.begin())};
-        const std::uint8_t* from = &*head + 1;
+        WeightReader reader(baseWeights());
+        origin = reader.origin();
         for (std::size_t i = 0; i < kConvolutions.size(); ++i)
-            convolutions[i] = read(from, kConvolutions[i].inputs(), kConvolutions[i].outputs);
-        gather = read(from, kLastSide * kLastSide * kConvolutions.back().outputs, kGathered);
-        outputs = read(from, kGathered, kOutputs);
+            convolutions[i] = reader.next(kConvolutions[i].inputs(), kConvolutions[i].outputs);
+        gather = reader.next(kLastSide * kLastSide * kConvolutions.back().outputs, kGathered);
+        outputs = reader.next(kGathered, kOutputs);
     }
 
-    std::string_view origin() const { return origin_; }
-
-    std::array<Layer, kConvolutions.size()> convolutions;
-    Layer gather, outputs;
-
-  private:
-    static Layer read(const std::uint8_t*& from, std::size_t inputs, std::size_t outputs) {
-        Layer layer{inputs, outputs, {}, {}};
-        layer.weights.resize(inputs * layer.columns());
-        layer.biases.resize(layer.columns());
-        std::vector<float> scales(outputs);
-        std::memcpy(scales.data(), from, outputs * sizeof(float));
-        from += outputs * sizeof(float);
-        std::memcpy(layer.biases.data(), from, outputs * sizeof(float));
-        from += outputs * sizeof(float);
-        for (std::size_t output = 0; output < outputs; ++output)
-            for (std::size_t input = 0; input < inputs; ++input)
-                layer.weights[input * layer.columns() + output] =
-                    scales[output] * static_cast<float>(static_cast<std::int8_t>(*from++));
-        return layer;
-    }
-
-    std::string_view origin_;
+    std::string_view origin;
+    std::array<LayerWeights, kConvolutions.size()> convolutions;
+    LayerWeights gather, outputs;
 };
 
 const Weights& weights() {
     static const Weights result;
     return result;
-}
-
-enum class Units { Rectified, Plain };
-
-// rows x outputs = rows x inputs by the layer's weights.
-void apply(const Layer& layer, const float* from, float* to, std::size_t rows, Units units,
-           const MatrixKernels& kernels) {
-    const std::size_t columns = layer.columns();
-    kernels.multiply(
-        {from, layer.inputs, 1, layer.weights.data(), columns, to, columns, rows, columns, layer.inputs});
-    for (std::size_t row = 0; row < rows; ++row, to += columns)
-        for (std::size_t i = 0; i < columns; ++i) {
-            const float value = to[i] + layer.biases[i];
-            to[i] = units == Units::Rectified ? std::max(0.0f, value) : value;
-        }
 }
 
 // What each place of a convolution's result sees, one row each. `pictures` have their borders.
@@ -200,7 +153,7 @@ std::vector<PatchLikelihoods> lineLikelihoods(const Segmentation& found, std::si
 }
 
 std::string_view baseNetworkOrigin() {
-    return weights().origin();
+    return weights().origin;
 }
 
 }  // namespace dravik::engine

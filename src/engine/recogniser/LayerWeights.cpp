@@ -1,0 +1,42 @@
+#include "engine/recogniser/LayerWeights.h"
+
+#include <algorithm>
+#include <cstring>
+
+namespace dravik::engine {
+
+WeightReader::WeightReader(std::span<const std::uint8_t> bytes) {
+    const auto head = std::find(bytes.begin(), bytes.end(), std::uint8_t{0});
+    origin_ = {reinterpret_cast<const char*>(bytes.data()), static_cast<std::size_t>(head - bytes.begin())};
+    from_ = &*head + 1;
+}
+
+LayerWeights WeightReader::next(std::size_t inputs, std::size_t outputs) {
+    LayerWeights layer{inputs, outputs, {}, {}};
+    layer.weights.resize(inputs * layer.columns());
+    layer.biases.resize(layer.columns());
+    std::vector<float> scales(outputs);
+    std::memcpy(scales.data(), from_, outputs * sizeof(float));
+    from_ += outputs * sizeof(float);
+    std::memcpy(layer.biases.data(), from_, outputs * sizeof(float));
+    from_ += outputs * sizeof(float);
+    for (std::size_t output = 0; output < outputs; ++output)
+        for (std::size_t input = 0; input < inputs; ++input)
+            layer.weights[input * layer.columns() + output] =
+                scales[output] * static_cast<float>(static_cast<std::int8_t>(*from_++));
+    return layer;
+}
+
+void apply(const LayerWeights& layer, const float* from, float* to, std::size_t rows, Units units,
+           const MatrixKernels& kernels) {
+    const std::size_t columns = layer.columns();
+    kernels.multiply(
+        {from, layer.inputs, 1, layer.weights.data(), columns, to, columns, rows, columns, layer.inputs});
+    for (std::size_t row = 0; row < rows; ++row, to += columns)
+        for (std::size_t i = 0; i < columns; ++i) {
+            const float value = to[i] + layer.biases[i];
+            to[i] = units == Units::Rectified ? std::max(0.0f, value) : value;
+        }
+}
+
+}  // namespace dravik::engine
