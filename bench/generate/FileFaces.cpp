@@ -26,7 +26,8 @@ std::string fontFile(const std::string& name) {
     std::vector<std::string> found;
     for (const char* folder : {"/usr/share/fonts", "/usr/share/wine/fonts"}) {
         std::error_code error;
-        for (fs::recursive_directory_iterator at(folder, error), end; !error && at != end; at.increment(error))
+        fs::recursive_directory_iterator at(folder, error);
+        for (; !error && at != fs::recursive_directory_iterator(); at.increment(error))
             if (at->path().filename() == name) found.push_back(at->path().string());
     }
     if (found.empty()) throw std::runtime_error("Font file " + name + " is not installed");

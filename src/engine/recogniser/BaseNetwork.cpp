@@ -1,6 +1,7 @@
 #include "engine/recogniser/BaseNetwork.h"
 
 #include <algorithm>
+#include <bit>
 #include <cmath>
 #include <cstdint>
 #include <cstring>
@@ -14,10 +15,11 @@ constexpr std::size_t kOutputs = kNoCharacter + 1;
 // Patches that go through the network together: enough for the kernels, few enough to stay in the cache.
 constexpr std::size_t kBatch = 8;
 
-// Weights as the kernels multiply by them: a row for each input, padded columns for the outputs.
+// Weights as the kernels multiply by them: a row for each input, padded columns for the outputs. They are the
+// whole numbers of 7 bits that the program has; what an output's are worth is its scale.
 struct Layer {
     std::size_t inputs = 0, outputs = 0;
-    std::vector<float> weights, biases;
+    std::vector<float> weights, scales, biases;
 
     std::size_t columns() const { return padded(outputs); }
 };
@@ -49,6 +51,7 @@ class Weights {
         const std::uint8_t* from = &*head + 1;
         for (std::size_t i = 0; i < kConvolutions.size(); ++i)
             convolutions[i] = read(from, kConvolutions[i].inputs(), kConvolutions[i].outputs);
+        for (float& scale : convolutions.front().scales) scale /= 255;
         gather = read(from, kLastSide * kLastSide * kConvolutions.back().outputs, kGathered);
         outputs = read(from, kGathered, kOutputs);
     }
@@ -60,18 +63,18 @@ class Weights {
 
   private:
     static Layer read(const std::uint8_t*& from, std::size_t inputs, std::size_t outputs) {
-        Layer layer{inputs, outputs, {}, {}};
+        Layer layer{inputs, outputs, {}, {}, {}};
         layer.weights.resize(inputs * layer.columns());
+        layer.scales.resize(layer.columns());
         layer.biases.resize(layer.columns());
-        std::vector<float> scales(outputs);
-        std::memcpy(scales.data(), from, outputs * sizeof(float));
+        std::memcpy(layer.scales.data(), from, outputs * sizeof(float));
         from += outputs * sizeof(float);
         std::memcpy(layer.biases.data(), from, outputs * sizeof(float));
         from += outputs * sizeof(float);
         for (std::size_t output = 0; output < outputs; ++output)
             for (std::size_t input = 0; input < inputs; ++input)
                 layer.weights[input * layer.columns() + output] =
-                    scales[output] * static_cast<float>(static_cast<std::int8_t>(*from++));
+                    static_cast<float>(static_cast<std::int8_t>(*from++));
         return layer;
     }
 
@@ -85,6 +88,13 @@ const Weights& weights() {
 
 enum class Units { Rectified, Plain };
 
+// The value in 17 bits. Its product with a weight of 7 bits is then a float without rounding, so that kernels
+// that round a product before they add it and kernels that do not come to the same sums.
+float inFewerBits(float value) {
+    constexpr std::uint32_t kDropped = 0x7f;
+    return std::bit_cast<float>((std::bit_cast<std::uint32_t>(value) + kDropped / 2 + 1) & ~kDropped);
+}
+
 // rows x outputs = rows x inputs by the layer's weights.
 void apply(const Layer& layer, const float* from, float* to, std::size_t rows, Units units,
            const MatrixKernels& kernels) {
@@ -93,8 +103,8 @@ void apply(const Layer& layer, const float* from, float* to, std::size_t rows, U
         {from, layer.inputs, 1, layer.weights.data(), columns, to, columns, rows, columns, layer.inputs});
     for (std::size_t row = 0; row < rows; ++row, to += columns)
         for (std::size_t i = 0; i < columns; ++i) {
-            const float value = to[i] + layer.biases[i];
-            to[i] = units == Units::Rectified ? std::max(0.0f, value) : value;
+            const float value = to[i] * layer.scales[i] + layer.biases[i];
+            to[i] = units == Units::Rectified ? inFewerBits(std::max(0.0f, value)) : value;
         }
 }
 
@@ -159,8 +169,8 @@ class Passage {
             for (std::size_t y = 0; y < how.side; ++y) {
                 float* row = picture + (y + how.border()) * how.rowLength() + how.border() * how.channels;
                 for (std::size_t x = 0; x < how.side; ++x) {
-                    row[2 * x] = static_cast<float>(patch.own[y * how.side + x]) * (1.0f / 255);
-                    row[2 * x + 1] = static_cast<float>(patch.others[y * how.side + x]) * (1.0f / 255);
+                    row[2 * x] = static_cast<float>(patch.own[y * how.side + x]);
+                    row[2 * x + 1] = static_cast<float>(patch.others[y * how.side + x]);
                 }
             }
             picture += how.pictureLength();
