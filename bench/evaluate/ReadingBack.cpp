@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <chrono>
 #include <cstdio>
-#include <ctime>
 #include <map>
 #include <thread>
 #include <utility>
@@ -13,6 +12,7 @@
 #include "engine/PngFile.h"
 #include "engine/embedded/EmbeddedTool.h"
 #include "evaluate/JobsForNow.h"
+#include "evaluate/Times.h"
 #include "evaluate/WrongLabels.h"
 #include "support/Differences.h"
 #include "tool/Samples.h"
@@ -43,29 +43,6 @@ std::vector<std::string> textOf(const std::vector<ReadCharacter>& read) {
     for (const ReadCharacter& one : read) text.push_back(one.character);
     return text;
 }
-
-// Processor time of finding and reading, in milliseconds, by the number of lines.
-struct Times {
-    std::map<std::size_t, std::vector<double>> byLines;
-    double worst = 0;
-    std::string slowest;
-
-    void add(const std::string& image, std::size_t lines, double time) {
-        byLines[lines].push_back(time);
-        if (time <= worst) return;
-        worst = time;
-        slowest = image;
-    }
-    void print() {
-        for (auto& [lines, times] : byLines) {
-            std::sort(times.begin(), times.end());
-            std::printf(
-                "processor time of %zu images of %zu lines: median %.1f ms, nine in ten below %.1f ms\n",
-                times.size(), lines, times[times.size() / 2], times[times.size() * 9 / 10]);
-        }
-        std::printf("the slowest: %.1f ms, %s\n", worst, slowest.c_str());
-    }
-};
 
 }  // namespace
 
@@ -105,11 +82,11 @@ void readBack(const std::string& charsets, const std::string& lines, int most) {
             for (const LabelledImage& image : own->second) {
                 ++count;
                 GreyImage pixels = readPng(image.file);
-                const std::clock_t begun = std::clock();
+                const double begun = processorTime();
                 tool.setImage(std::move(pixels));
                 const std::vector<ReadCharacter> read = tool.read();
                 times.add(image.name, read.empty() ? 0 : static_cast<std::size_t>(read.back().place.line) + 1,
-                          1000.0 * static_cast<double>(std::clock() - begun) / CLOCKS_PER_SEC);
+                          processorTime() - begun);
                 const std::vector<std::string> text = characters(image.text);
                 characterTotal += static_cast<int>(text.size());
                 wrongLabels.tryOut(tool, text);
