@@ -5,6 +5,7 @@
 #include <cmath>
 #include <cstdint>
 #include <cstring>
+#include <memory>
 
 #include "engine/recogniser/BaseWeights.h"
 
@@ -95,17 +96,27 @@ float inFewerBits(float value) {
     return std::bit_cast<float>((std::bit_cast<std::uint32_t>(value) + kDropped / 2 + 1) & ~kDropped);
 }
 
+// From the products' sums to what the units pass on.
+void finish(const Layer& layer, float* to, std::size_t rows, Units units) {
+    const std::size_t columns = layer.columns();
+    const float *const scales = layer.scales.data(), *const biases = layer.biases.data();
+    for (std::size_t row = 0; row < rows; ++row, to += columns)
+        if (units == Units::Rectified)
+#pragma GCC ivdep
+            for (std::size_t i = 0; i < columns; ++i)
+                to[i] = inFewerBits(std::max(0.0f, to[i] * scales[i] + biases[i]));
+        else
+#pragma GCC ivdep
+            for (std::size_t i = 0; i < columns; ++i) to[i] = to[i] * scales[i] + biases[i];
+}
+
 // rows x outputs = rows x inputs by the layer's weights.
 void apply(const Layer& layer, const float* from, float* to, std::size_t rows, Units units,
            const MatrixKernels& kernels) {
     const std::size_t columns = layer.columns();
     kernels.multiply(
         {from, layer.inputs, 1, layer.weights.data(), columns, to, columns, rows, columns, layer.inputs});
-    for (std::size_t row = 0; row < rows; ++row, to += columns)
-        for (std::size_t i = 0; i < columns; ++i) {
-            const float value = to[i] * layer.scales[i] + layer.biases[i];
-            to[i] = units == Units::Rectified ? inFewerBits(std::max(0.0f, value)) : value;
-        }
+    finish(layer, to, rows, units);
 }
 
 // What each place of a convolution's result sees, one row each. `pictures` have their borders.
@@ -134,13 +145,18 @@ void layOut(const Convolution& done, const Convolution& next, const float* resul
 
 class Passage {
   public:
-    explicit Passage(const MatrixKernels& kernels) : kernels_(kernels) {
+    // For batches of so many patches at most.
+    Passage(const MatrixKernels& kernels, std::size_t batch) : kernels_(kernels) {
+        std::size_t pictures = 0, rows = 0, results = 0;
         for (const Convolution& one : kConvolutions) {
             const std::size_t places = one.sideAfter() * one.sideAfter();
-            pictures_.resize(std::max(pictures_.size(), kBatch * one.pictureLength()));
-            rows_.resize(std::max(rows_.size(), kBatch * places * one.inputs()));
-            results_.resize(std::max(results_.size(), kBatch * places * padded(one.outputs)));
+            pictures = std::max(pictures, one.pictureLength());
+            rows = std::max(rows, places * one.inputs());
+            results = std::max(results, places * padded(one.outputs));
         }
+        pictures_ = std::make_unique_for_overwrite<float[]>(batch * pictures);
+        rows_ = std::make_unique_for_overwrite<float[]>(batch * rows);
+        results_ = std::make_unique_for_overwrite<float[]>(batch * results);
     }
 
     void run(std::span<const CharacterPatch> patches, PatchLikelihoods* to) {
@@ -148,14 +164,14 @@ class Passage {
         takePatches(patches);
         for (std::size_t i = 0; i < kConvolutions.size(); ++i) {
             const Convolution& how = kConvolutions[i];
-            gatherPlaces(how, pictures_.data(), count, rows_.data());
-            apply(weights().convolutions[i], rows_.data(), results_.data(),
+            gatherPlaces(how, pictures_.get(), count, rows_.get());
+            apply(weights().convolutions[i], rows_.get(), results_.get(),
                   count * how.sideAfter() * how.sideAfter(), Units::Rectified, kernels_);
             if (i + 1 < kConvolutions.size())
-                layOut(how, kConvolutions[i + 1], results_.data(), count, pictures_.data());
+                layOut(how, kConvolutions[i + 1], results_.get(), count, pictures_.get());
         }
-        apply(weights().gather, results_.data(), rows_.data(), count, Units::Rectified, kernels_);
-        apply(weights().outputs, rows_.data(), results_.data(), count, Units::Plain, kernels_);
+        apply(weights().gather, results_.get(), rows_.get(), count, Units::Rectified, kernels_);
+        apply(weights().outputs, rows_.get(), results_.get(), count, Units::Plain, kernels_);
         for (std::size_t i = 0; i < count; ++i)
             likelihoods(&results_[i * weights().outputs.columns()], to[i]);
     }
@@ -163,8 +179,8 @@ class Passage {
   private:
     void takePatches(std::span<const CharacterPatch> patches) {
         const Convolution& how = kConvolutions.front();
-        std::fill_n(pictures_.begin(), patches.size() * how.pictureLength(), 0.0f);
-        float* picture = pictures_.data();
+        std::fill_n(pictures_.get(), patches.size() * how.pictureLength(), 0.0f);
+        float* picture = pictures_.get();
         for (const CharacterPatch& patch : patches) {
             for (std::size_t y = 0; y < how.side; ++y) {
                 float* row = picture + (y + how.border()) * how.rowLength() + how.border() * how.channels;
@@ -186,7 +202,7 @@ class Passage {
     }
 
     const MatrixKernels& kernels_;
-    std::vector<float> pictures_, rows_, results_;
+    std::unique_ptr<float[]> pictures_, rows_, results_;
 };
 
 }  // namespace
@@ -194,7 +210,7 @@ class Passage {
 std::vector<PatchLikelihoods> patchLikelihoods(std::span<const CharacterPatch> patches,
                                                const MatrixKernels& kernels) {
     std::vector<PatchLikelihoods> result(patches.size());
-    Passage passage(kernels);
+    Passage passage(kernels, std::min(kBatch, patches.size()));
     for (std::size_t from = 0; from < patches.size(); from += kBatch)
         passage.run(patches.subspan(from, std::min(kBatch, patches.size() - from)), &result[from]);
     return result;
