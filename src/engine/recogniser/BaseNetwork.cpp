@@ -30,12 +30,12 @@ struct Layer {
 struct Convolution {
     std::size_t side, channels, outputs, size;
 
-    std::size_t inputs() const { return size * size * channels; }
-    std::size_t border() const { return size / 2; }
-    std::size_t sideAfter() const { return side / 2; }
+    constexpr std::size_t inputs() const { return size * size * channels; }
+    constexpr std::size_t border() const { return size / 2; }
+    constexpr std::size_t sideAfter() const { return side / 2; }
     // Of a picture with its border.
-    std::size_t rowLength() const { return (side + 2 * border()) * channels; }
-    std::size_t pictureLength() const { return (side + 2 * border()) * rowLength(); }
+    constexpr std::size_t rowLength() const { return (side + 2 * border()) * channels; }
+    constexpr std::size_t pictureLength() const { return (side + 2 * border()) * rowLength(); }
 };
 
 constexpr std::array<Convolution, 3> kConvolutions = {
@@ -119,15 +119,18 @@ void apply(const Layer& layer, const float* from, float* to, std::size_t rows, U
     finish(layer, to, rows, units);
 }
 
-// What each place of a convolution's result sees, one row each. `pictures` have their borders.
-void gatherPlaces(const Convolution& how, const float* pictures, std::size_t count, float* rows) {
-    const std::size_t length = how.size * how.channels;
+// What each place of the result of a convolution sees, one row each; by its number, so that what is copied at
+// a time is of a known length. `pictures` have their borders.
+template <std::size_t Number>
+void gatherPlaces(const float* pictures, std::size_t count, float* rows) {
+    constexpr Convolution how = kConvolutions[Number];
+    constexpr std::size_t length = how.size * how.channels;
     for (std::size_t picture = 0; picture < count; ++picture, pictures += how.pictureLength())
         for (std::size_t y = 0; y < how.sideAfter(); ++y)
             for (std::size_t x = 0; x < how.sideAfter(); ++x) {
                 const float* from = pictures + 2 * y * how.rowLength() + 2 * x * how.channels;
                 for (std::size_t row = 0; row < how.size; ++row, from += how.rowLength(), rows += length)
-                    std::copy_n(from, length, rows);
+                    std::memcpy(rows, from, length * sizeof(float));
             }
 }
 
@@ -162,14 +165,9 @@ class Passage {
     void run(std::span<const CharacterPatch> patches, PatchLikelihoods* to) {
         const std::size_t count = patches.size();
         takePatches(patches);
-        for (std::size_t i = 0; i < kConvolutions.size(); ++i) {
-            const Convolution& how = kConvolutions[i];
-            gatherPlaces(how, pictures_.get(), count, rows_.get());
-            apply(weights().convolutions[i], rows_.get(), results_.get(),
-                  count * how.sideAfter() * how.sideAfter(), Units::Rectified, kernels_);
-            if (i + 1 < kConvolutions.size())
-                layOut(how, kConvolutions[i + 1], results_.get(), count, pictures_.get());
-        }
+        convolve<0>(count);
+        convolve<1>(count);
+        convolve<2>(count);
         apply(weights().gather, results_.get(), rows_.get(), count, Units::Rectified, kernels_);
         apply(weights().outputs, rows_.get(), results_.get(), count, Units::Plain, kernels_);
         for (std::size_t i = 0; i < count; ++i)
@@ -177,6 +175,16 @@ class Passage {
     }
 
   private:
+    template <std::size_t Number>
+    void convolve(std::size_t count) {
+        constexpr Convolution how = kConvolutions[Number];
+        gatherPlaces<Number>(pictures_.get(), count, rows_.get());
+        apply(weights().convolutions[Number], rows_.get(), results_.get(),
+              count * how.sideAfter() * how.sideAfter(), Units::Rectified, kernels_);
+        if constexpr (Number + 1 < kConvolutions.size())
+            layOut(how, kConvolutions[Number + 1], results_.get(), count, pictures_.get());
+    }
+
     void takePatches(std::span<const CharacterPatch> patches) {
         const Convolution& how = kConvolutions.front();
         std::fill_n(pictures_.get(), patches.size() * how.pictureLength(), 0.0f);

@@ -107,7 +107,7 @@ std::optional<CellGrid> findGrid(const std::vector<Piece>& pieces, const Frame& 
         costs.clear();
         const float from = first + 0.3f * pitch, to = last - 0.3f * pitch;
         // More ink than this is too much, however little the borders that follow have.
-        const float tooMuch = (kMostBorderInk + 2 * kAlike) * mean * (length / pitch + 2);
+        const float tooMuch = 1.01f * (kMostBorderInk + kAlike) * mean * ((to - from) / pitch + 1.01f);
         for (float shift = 0; shift < pitch; shift += 1) {
             float sum = 0, count = 0;
             float border = first - pitch + shift;
