@@ -146,21 +146,29 @@ void layOut(const Convolution& done, const Convolution& next, const float* resul
                         pictures + (y + next.border()) * next.rowLength() + next.border() * next.channels);
 }
 
+// Numbers that a patch takes on its way, at most.
+struct Room {
+    std::size_t pictures = 0, rows = 0, results = 0;
+};
+constexpr Room kRoom = [] {
+    Room most;
+    for (const Convolution& one : kConvolutions) {
+        const std::size_t places = one.sideAfter() * one.sideAfter();
+        most.pictures = std::max(most.pictures, one.pictureLength());
+        most.rows = std::max(most.rows, places * one.inputs());
+        most.results = std::max(most.results, places * padded(one.outputs));
+    }
+    return most;
+}();
+
 class Passage {
   public:
     // For batches of so many patches at most.
-    Passage(const MatrixKernels& kernels, std::size_t batch) : kernels_(kernels) {
-        std::size_t pictures = 0, rows = 0, results = 0;
-        for (const Convolution& one : kConvolutions) {
-            const std::size_t places = one.sideAfter() * one.sideAfter();
-            pictures = std::max(pictures, one.pictureLength());
-            rows = std::max(rows, places * one.inputs());
-            results = std::max(results, places * padded(one.outputs));
-        }
-        pictures_ = std::make_unique_for_overwrite<float[]>(batch * pictures);
-        rows_ = std::make_unique_for_overwrite<float[]>(batch * rows);
-        results_ = std::make_unique_for_overwrite<float[]>(batch * results);
-    }
+    Passage(const MatrixKernels& kernels, std::size_t batch)
+        : kernels_(kernels),
+          pictures_(std::make_unique_for_overwrite<float[]>(batch * kRoom.pictures)),
+          rows_(std::make_unique_for_overwrite<float[]>(batch * kRoom.rows)),
+          results_(std::make_unique_for_overwrite<float[]>(batch * kRoom.results)) {}
 
     void run(std::span<const CharacterPatch> patches, PatchLikelihoods* to) {
         const std::size_t count = patches.size();

@@ -17,7 +17,8 @@ constexpr std::uint8_t kInk = 128;
 constexpr int kOthers = 16;
 
 // Eight numbers that are worked on at once: both kinds of ink of four pixels. Written as the compiler's
-// manual has it: an alias loses such attributes. NOLINTNEXTLINE(modernize-use-using)
+// manual has it: an alias loses such attributes.
+// NOLINTBEGIN(modernize-use-using)
 typedef std::uint16_t Eight __attribute__((vector_size(16)));
 typedef std::uint32_t Four __attribute__((vector_size(16)));
 typedef std::uint64_t Two __attribute__((vector_size(16)));
