@@ -35,6 +35,7 @@ struct Weights {
         origin = reader.origin();
         for (std::size_t i = 0; i < kConvolutions.size(); ++i)
             convolutions[i] = reader.next(kConvolutions[i].inputs(), kConvolutions[i].outputs);
+        for (float& scale : convolutions.front().scales) scale /= 255;
         output = reader.next(kConvolutions.back().outputs, 1);
     }
 
@@ -65,9 +66,7 @@ void gatherRow(const Convolution& how, const std::vector<float>& picture, std::s
 std::vector<float> boundaryOdds(const LineStrip& strip, const MatrixKernels& kernels) {
     if (strip.columns == 0) return {};
     const std::size_t columns = static_cast<std::size_t>(strip.columns);
-    std::vector<float> last(strip.ink.size()), picture, gathered, results;
-    std::transform(strip.ink.begin(), strip.ink.end(), last.begin(),
-                   [](std::uint8_t ink) { return static_cast<float>(ink) * (1.0f / 255); });
+    std::vector<float> last(strip.ink.begin(), strip.ink.end()), picture, gathered, results;
     std::size_t lastChannels = 1;
     for (std::size_t i = 0; i < kConvolutions.size(); ++i) {
         const Convolution& how = kConvolutions[i];

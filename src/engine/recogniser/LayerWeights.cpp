@@ -1,9 +1,18 @@
 #include "engine/recogniser/LayerWeights.h"
 
 #include <algorithm>
+#include <bit>
 #include <cstring>
 
 namespace dravik::engine {
+namespace {
+
+float inFewerBits(float value) {
+    constexpr std::uint32_t kDropped = 0x7f;
+    return std::bit_cast<float>((std::bit_cast<std::uint32_t>(value) + kDropped / 2 + 1) & ~kDropped);
+}
+
+}  // namespace
 
 WeightReader::WeightReader(std::span<const std::uint8_t> bytes) {
     const auto head = std::find(bytes.begin(), bytes.end(), std::uint8_t{0});
@@ -12,18 +21,18 @@ WeightReader::WeightReader(std::span<const std::uint8_t> bytes) {
 }
 
 LayerWeights WeightReader::next(std::size_t inputs, std::size_t outputs) {
-    LayerWeights layer{inputs, outputs, {}, {}};
+    LayerWeights layer{inputs, outputs, {}, {}, {}};
     layer.weights.resize(inputs * layer.columns());
+    layer.scales.resize(layer.columns());
     layer.biases.resize(layer.columns());
-    std::vector<float> scales(outputs);
-    std::memcpy(scales.data(), from_, outputs * sizeof(float));
+    std::memcpy(layer.scales.data(), from_, outputs * sizeof(float));
     from_ += outputs * sizeof(float);
     std::memcpy(layer.biases.data(), from_, outputs * sizeof(float));
     from_ += outputs * sizeof(float);
     for (std::size_t output = 0; output < outputs; ++output)
         for (std::size_t input = 0; input < inputs; ++input)
             layer.weights[input * layer.columns() + output] =
-                scales[output] * static_cast<float>(static_cast<std::int8_t>(*from_++));
+                static_cast<float>(static_cast<std::int8_t>(*from_++));
     return layer;
 }
 
@@ -32,11 +41,15 @@ void apply(const LayerWeights& layer, const float* from, float* to, std::size_t 
     const std::size_t columns = layer.columns();
     kernels.multiply(
         {from, layer.inputs, 1, layer.weights.data(), columns, to, columns, rows, columns, layer.inputs});
+    const float *const scales = layer.scales.data(), *const biases = layer.biases.data();
     for (std::size_t row = 0; row < rows; ++row, to += columns)
-        for (std::size_t i = 0; i < columns; ++i) {
-            const float value = to[i] + layer.biases[i];
-            to[i] = units == Units::Rectified ? std::max(0.0f, value) : value;
-        }
+        if (units == Units::Rectified)
+#pragma GCC ivdep
+            for (std::size_t i = 0; i < columns; ++i)
+                to[i] = inFewerBits(std::max(0.0f, to[i] * scales[i] + biases[i]));
+        else
+#pragma GCC ivdep
+            for (std::size_t i = 0; i < columns; ++i) to[i] = to[i] * scales[i] + biases[i];
 }
 
 }  // namespace dravik::engine
