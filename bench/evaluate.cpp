@@ -11,6 +11,8 @@
 //         images with the exact number of characters, by tier and kind; -v names the others
 //     dravik_evaluate scenes [-v] FOLDER...
 //         the same of pictures of whole parts, by what stands beside the print
+//     dravik_evaluate include [-v] FOLDER...
+//         images that are taken with their text, freely or with its help, and with wrong texts
 //     dravik_evaluate fit cuts|joins|print|choice FOLDER...
 //         fits the weights that cut touching characters, join parts, drop dirt, or choose the segmentation
 //     dravik_evaluate shared FOLDER
@@ -26,6 +28,7 @@
 #include "evaluate/PieceFitting.h"
 #include "evaluate/ReadingBack.h"
 #include "evaluate/ReadingWithoutFont.h"
+#include "evaluate/TypedTexts.h"
 
 int main(int argc, char** argv) {
     const std::vector<std::string> arguments(argv + 1, argv + argc);
@@ -43,6 +46,10 @@ int main(int argc, char** argv) {
             const bool verbose = arguments[1] == "-v";
             for (std::size_t i = verbose ? 2 : 1; i < arguments.size(); ++i)
                 dravik::readWithoutFonts(arguments[i], verbose);
+        } else if (what == "include" && arguments.size() > 1) {
+            const bool verbose = arguments[1] == "-v";
+            for (std::size_t i = verbose ? 2 : 1; i < arguments.size(); ++i)
+                dravik::includeFolder(arguments[i], verbose);
         } else if (what == "fit" && arguments.size() > 2 &&
                    (arguments[1] == "cuts" || arguments[1] == "joins" || arguments[1] == "print" ||
                     arguments[1] == "choice")) {
@@ -62,7 +69,7 @@ int main(int argc, char** argv) {
         } else {
             std::fprintf(stderr,
                          "usage: dravik_evaluate [read CHARSETS LINES [SHEETS] | suggest [-v] LINES... | "
-                         "count [-v] FOLDER... | scenes [-v] FOLDER... | fit "
+                         "count [-v] FOLDER... | scenes [-v] FOLDER... | include [-v] FOLDER... | fit "
                          "cuts|joins|print|choice FOLDER... | shared FOLDER]\n");
             return 2;
         }

@@ -15,16 +15,15 @@ namespace {
 constexpr float kSure = 0.9f;
 // The following numbers were judged by `tools/bench.sh evaluate count` on develop and develop2.
 // By how much surer, as a logarithm, other pieces must be than those that were found: for each cut, one at
-// the side of a stroke, join and piece that is left out.
-constexpr float kCutDoubt = 1, kSideDoubt = 1.5f, kJoinDoubt = 1, kDirtDoubt = 4;
+// the side of a stroke and join.
+constexpr float kCutDoubt = 1, kSideDoubt = 1.5f, kJoinDoubt = 1;
 // What is a clear character, and the least share of them in a line: in one of fewer any pieces would look
 // like characters.
 constexpr float kClear = 0.5f, kFewestClear = 0.3f;
-// What is as high as a character, at most so wide and stands on the line is at least so likely, as a
-// logarithm, one that the recogniser does not know, and so never dirt; sizes in heights of capitals.
+// What is as high as a character, at most so wide and stands on the line may be one that the recogniser does
+// not know, and so is never dirt; sizes in heights of capitals.
 constexpr float kLeastHigh = 0.6f, kMostHigh = 1.4f, kLeastWide = 0.15f, kMostWide = 1.1f,
                 kOffBaseline = 0.3f;
-constexpr float kUnknown = -3.9f;
 // Cuts less likely than this (log odds) are not tried, and no more than so many of one piece.
 constexpr double kLeastCut = -5;
 constexpr std::size_t kMostCuts = 4;
@@ -37,13 +36,6 @@ constexpr float kWideForSides = 0.4f, kStrokeRise = 0.2f, kSidesApart = 0.06f;
 constexpr std::size_t kMostJoined = kMostCuts + 1;
 // Joined pieces stand no further apart and are no wider, as parts of the height of capitals.
 constexpr float kMostRoom = 0.3f, kMostWidth = 1.5f;
-
-// A part that pieces are made of, and which found character it comes from.
-struct Atom {
-    Piece piece;
-    std::size_t character = 0;
-    float doubt = 0;  // of the cut at its left
-};
 
 struct CutPlace {
     float along, doubt;
@@ -82,6 +74,8 @@ std::vector<CutPlace> cutPlaces(const Piece& piece, const Frame& frame, const Li
     return places;
 }
 
+}  // namespace
+
 std::vector<Atom> atomsOf(const Segmentation& found, std::size_t from, std::size_t to,
                           const std::vector<bool>& doubtful, const LineMetrics& line) {
     std::vector<Piece> pieces;
@@ -104,15 +98,6 @@ std::vector<Atom> atomsOf(const Segmentation& found, std::size_t from, std::size
     }
     return atoms;
 }
-
-// Atoms `first` to `end` - 1 as one piece.
-struct Span {
-    std::size_t first = 0, end = 0;
-    Piece piece;
-    bool asFound = false;
-    float doubt = 0;
-    PatchLikelihoods likelihoods{};
-};
 
 std::vector<Span> spansOf(const std::vector<Atom>& atoms, const std::vector<bool>& doubtful,
                           const Frame& frame, float cap) {
@@ -146,15 +131,12 @@ std::vector<Span> spansOf(const std::vector<Atom>& atoms, const std::vector<bool
     return spans;
 }
 
-// Whether it has the size and the place of a character of the line.
 bool isCharacterSized(const Box& box, const LineMetrics& line) {
     const float cap = line.capHeight;
     return box.height() > kLeastHigh * cap && box.height() < kMostHigh * cap &&
            box.width() > kLeastWide * cap && box.width() < kMostWide * cap &&
            std::abs(box.bottom - line.baseline) < kOffBaseline * cap;
 }
-
-}  // namespace
 
 float whole(const PatchLikelihoods& likelihoods) {
     return *std::max_element(likelihoods.begin(), likelihoods.end() - 1);

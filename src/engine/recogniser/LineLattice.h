@@ -16,6 +16,38 @@ struct ReadPiece {
     float doubt = 0;  // of its cuts and joins and of the dirt left out beside it, as a logarithm
 };
 
+// A part that pieces are made of, and which found character it comes from.
+struct Atom {
+    Piece piece;
+    std::size_t character = 0;
+    float doubt = 0;  // of the cut at its left
+};
+
+// The characters `from` to `to` - 1, all of one line, those that are doubtful cut wherever they may be cut.
+std::vector<Atom> atomsOf(const Segmentation& found, std::size_t from, std::size_t to,
+                          const std::vector<bool>& doubtful, const LineMetrics& line);
+
+// Atoms `first` to `end` - 1 as one piece.
+struct Span {
+    std::size_t first = 0, end = 0;
+    Piece piece;
+    bool asFound = false;
+    float doubt = 0;  // of its cuts and joins
+    PatchLikelihoods likelihoods{};
+};
+
+// What may be one piece, its likelihoods not known yet, in the order of the first atoms; characters are joined
+// where one of them is doubtful.
+std::vector<Span> spansOf(const std::vector<Atom>& atoms, const std::vector<bool>& doubtful,
+                          const Frame& frame, float cap);
+
+// By how much likelier, as a logarithm, other pieces must be than one that is left out as dirt.
+inline constexpr float kDirtDoubt = 4;
+// What has the size and the place of a character of the line is at least so likely one, as a logarithm: it may
+// be one that the recogniser does not know.
+inline constexpr float kUnknown = -3.9f;
+bool isCharacterSized(const Box& box, const LineMetrics& line);
+
 // How likely a piece is to be any character, as a logarithm.
 float whole(const PatchLikelihoods& likelihoods);
 
