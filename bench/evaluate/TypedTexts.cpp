@@ -79,7 +79,7 @@ struct Counts {
 void includeFolder(const std::string& folder, bool verbose) {
     const std::map<std::string, Truth> truth = truths(folder);
     Counts right{"right text"};
-    std::vector<Counts> wrong{{"one missing in the middle"}, {"one more at the end"}, {"one more in the middle"}, {"one other"}};
+    std::vector<Counts> wrong{{"one missing in the middle"}, {"one more at the end"}, {"one more in the middle"}, {"one typed twice"}, {"one other"}};
     std::size_t characters = 0, wrongPlaces = 0, wronglyLabelled = 0, helpedWrongly = 0;
     double seconds = 0, longest = 0;
     int attempts = 0;
@@ -118,7 +118,8 @@ void includeFolder(const std::string& folder, bool verbose) {
         typed[0].erase(typed[0].begin() + middle);
         typed[1].push_back(text[text.size() / 3]);
         typed[2].insert(typed[2].begin() + middle, other);
-        typed[3][static_cast<std::size_t>(middle)] = typed[3][static_cast<std::size_t>(middle)] == "X" ? "7" : "X";
+        typed[3].insert(typed[3].begin() + middle, text[static_cast<std::size_t>(middle)]);
+        typed[4][static_cast<std::size_t>(middle)] = text[static_cast<std::size_t>(middle)] == "X" ? "7" : "X";
         for (std::size_t i = 0; i < wrong.size(); ++i) {
             if (verbose && found.characters() != typed[i].size()) std::fprintf(stderr, "WRONG%zu %s %zu of %zu\n", i, image.name.c_str(), found.characters(), typed[i].size());
             const Included one = include(found, typed[i]);

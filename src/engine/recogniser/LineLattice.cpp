@@ -33,6 +33,8 @@ constexpr float kCutsApart = 0.1f;
 // Pieces that are wider, in heights of capitals, are cut at the sides of strokes too, when these differ that
 // much in height and are so far from other cuts.
 constexpr float kWideForSides = 0.4f, kStrokeRise = 0.2f, kSidesApart = 0.06f;
+// Pieces as wide, in heights of capitals, may be cut everywhere, in such steps.
+constexpr float kLeastCutWidth = 0.3f, kEverywhere = 0.08f;
 constexpr std::size_t kMostJoined = kMostCuts + 1;
 // Joined pieces stand no further apart and are no wider, as parts of the height of capitals.
 constexpr float kMostRoom = 0.3f, kMostWidth = 1.5f;
@@ -44,7 +46,8 @@ struct CutPlace {
 // Where a piece may be cut: at its likeliest narrow places and, where it is as wide as several characters of
 // the line, between equal ones, since strokes that touch along their height leave no narrow place; and where
 // a stroke begins or ends.
-std::vector<CutPlace> cutPlaces(const Piece& piece, const Frame& frame, const LineScale& scale) {
+std::vector<CutPlace> cutPlaces(const Piece& piece, const Frame& frame, const LineScale& scale,
+                                bool everywhere) {
     std::vector<std::pair<double, float>> narrow;
     for (const PossibleCut& one : possibleCuts(piece, frame, scale))
         if (const double odds = kCutLikeness(one.traits); odds > kLeastCut)
@@ -69,6 +72,10 @@ std::vector<CutPlace> cutPlaces(const Piece& piece, const Frame& frame, const Li
         add({piece.box.left + piece.box.width() * static_cast<float>(i) / static_cast<float>(parts),
              kCutDoubt},
             kCutsApart);
+    const float step = kEverywhere * scale.capHeight;
+    if (everywhere && piece.box.width() > kLeastCutWidth * scale.capHeight)
+        for (float along = piece.box.left + step; along < piece.box.right - 0.5f * step; along += step)
+            add({along, kSideDoubt}, kSidesApart);
     std::sort(places.begin(), places.end(),
               [](const CutPlace& a, const CutPlace& b) { return a.along < b.along; });
     return places;
@@ -77,7 +84,7 @@ std::vector<CutPlace> cutPlaces(const Piece& piece, const Frame& frame, const Li
 }  // namespace
 
 std::vector<Atom> atomsOf(const Segmentation& found, std::size_t from, std::size_t to,
-                          const std::vector<bool>& doubtful, const LineMetrics& line) {
+                          const std::vector<bool>& doubtful, const LineMetrics& line, bool everywhere) {
     std::vector<Piece> pieces;
     for (std::size_t i = from; i < to; ++i) pieces.push_back(found.glyphs[i].piece);
     const LineScale scale = lineScale(pieces, line, characterPitch(pieces, line.capHeight));
@@ -86,7 +93,7 @@ std::vector<Atom> atomsOf(const Segmentation& found, std::size_t from, std::size
         Piece rest = std::move(pieces[i]);
         float before = 0;
         for (const CutPlace& place :
-             doubtful[i] ? cutPlaces(rest, found.frame, scale) : std::vector<CutPlace>()) {
+             doubtful[i] ? cutPlaces(rest, found.frame, scale, everywhere) : std::vector<CutPlace>()) {
             auto [left, right] = cut(rest, found.frame, place.along);
             if (left.area == 0 || right.area == 0) continue;
             left.measure(found.frame);

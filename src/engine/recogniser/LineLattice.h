@@ -23,9 +23,10 @@ struct Atom {
     float doubt = 0;  // of the cut at its left
 };
 
-// The characters `from` to `to` - 1, all of one line, those that are doubtful cut wherever they may be cut.
+// The characters `from` to `to` - 1, all of one line, those that are doubtful cut wherever they may be cut,
+// and with `everywhere` between those places too.
 std::vector<Atom> atomsOf(const Segmentation& found, std::size_t from, std::size_t to,
-                          const std::vector<bool>& doubtful, const LineMetrics& line);
+                          const std::vector<bool>& doubtful, const LineMetrics& line, bool everywhere = false);
 
 // Atoms `first` to `end` - 1 as one piece.
 struct Span {

@@ -1,7 +1,9 @@
 #include "engine/recogniser/TextAlignment.h"
 
 #include <algorithm>
+#include <cctype>
 #include <cmath>
+#include <cstdio>
 #include <cstdlib>
 #include <map>
 #include <utility>
@@ -37,6 +39,7 @@ struct Line {
     std::vector<bool> isLeftOut, isDoubtful;
     std::vector<Span> spans;
     std::vector<std::size_t> characterOf;  // each span its first character, from `from` on
+    std::vector<std::size_t> lastOf;
 };
 
 class Alignment {
@@ -48,12 +51,22 @@ class Alignment {
             text_.push_back(known->second);
             if (!isNew) continue;
             std::vector<std::size_t>& places = places_.emplace_back();
+            std::vector<std::size_t>& others = otherCase_.emplace_back();
             for (std::size_t place = 0; place < kNoCharacter; ++place)
                 if (const std::string_view other = kRecognisedCharacters.substr(place, 1);
                     one == other || areDrawnAlike(one, other))
                     places.push_back(place);
+            // Some faces have no small letters.
+            if (const char letter = one.front(); one.size() == 1 && std::isalpha(static_cast<unsigned char>(letter)))
+                if (const auto place = recognisedPlace(std::string_view(std::string(1, static_cast<char>(letter ^ 32)))))
+                    if (std::find(places.begin(), places.end(), *place) == places.end()) others.push_back(*place);
         }
-        for (const Segmentation* view : views) addView(*view);
+        std::size_t found = 0;
+        for (const Segmentation* view : views) {
+            addView(*view);
+            found += view->glyphs.size();
+        }
+        mayCut_ = found < text.size();
     }
 
     std::optional<TextDivision> division() {
@@ -68,9 +81,11 @@ class Alignment {
         const auto other = likeliestPath(pieces, last_, text_, TextErrors::One);
         result.withError = other ? static_cast<double>(other->value) : -1e9;
         std::size_t agreeing = 0;
+        if (std::getenv("DBG2")) for (const TextStep& step : exact->steps) if (step.is == TextStep::Is::Dirt) std::fprintf(stderr, "  dirt x %.0f leftout %d\n", spans_[step.piece].second->piece.box.left, pieces[step.piece].asDirt == 0);
         for (const TextStep& step : exact->steps) {
             if (step.is != TextStep::Is::Character) continue;
             const auto& [line, span] = spans_[step.piece];
+            if (std::getenv("DBG2")) std::fprintf(stderr, "  [%zu]'%c' P=%.2f none=%.2f best=%c doubt=%.1f%s x %.0f-%.0f\n", step.character, kRecognisedCharacters[places_[text_[step.character]].empty() ? 0 : places_[text_[step.character]][0]], likelihood(span->likelihoods, text_[step.character]), span->likelihoods[kNoCharacter], kRecognisedCharacters[std::max_element(span->likelihoods.begin(), span->likelihoods.end()-1) - span->likelihoods.begin()], span->doubt, span->asFound ? "" : " NEW", span->piece.box.left, span->piece.box.right);
             agreeing += likelihood(span->likelihoods, text_[step.character]) > std::log(kPerhaps) ? 1 : 0;
             result.characters[line->view].push_back({span->piece, line->number});
         }
@@ -84,7 +99,15 @@ class Alignment {
     float likelihood(const PatchLikelihoods& of, std::size_t kind) const {
         float most = places_[kind].empty() ? 0 : kNever;
         for (const std::size_t place : places_[kind]) most = std::max(most, of[place]);
+        for (const std::size_t place : otherCase_[kind]) most = std::max(most, of[place] - 1);
         return most;
+    }
+
+    float cutLikelihood(const PatchLikelihoods& of, std::size_t kind) const { return cutValue(of, likelihood(of, kind)); }
+    static float cutValue(const PatchLikelihoods& of, float as) {
+        static const float none = env("NB", -2), floor = env("LC", -6);
+        const float isAny = std::log(std::max(1e-6f, 1 - std::exp(of[kNoCharacter])));
+        return std::max(floor, as - isAny) + std::max(none, isAny);
     }
 
     void addView(const Segmentation& found) {
@@ -200,7 +223,7 @@ class Alignment {
 
     void findSpans(Line& line) {
         const Segmentation& view = views_[line.view];
-        std::vector<Atom> atoms = atomsOf(view, line.from, line.to, line.isDoubtful, line.metrics);
+        std::vector<Atom> atoms = atomsOf(view, line.from, line.to, line.isDoubtful, line.metrics, env("EV", 1) > 0);
         line.spans = spansOf(atoms, line.isDoubtful, view.frame, line.metrics.capHeight);
         std::vector<CharacterPatch> patches;
         for (const Span& span : line.spans)
@@ -212,7 +235,11 @@ class Alignment {
             span.likelihoods = span.asFound ? line.first[atoms[span.first].character] : *other++;
         // A span of one found character is told by `asFound` and its number from here on.
         line.characterOf.clear();
-        for (const Span& span : line.spans) line.characterOf.push_back(atoms[span.first].character);
+        line.lastOf.clear();
+        for (const Span& span : line.spans) {
+            line.characterOf.push_back(atoms[span.first].character);
+            line.lastOf.push_back(atoms[span.end - 1].character);
+        }
     }
 
     // All lines, one behind the other.
@@ -228,6 +255,7 @@ class Alignment {
                 const bool isLeftOut = span.asFound && line.isLeftOut[character];
                 const bool isSized = span.asFound && !isLeftOut && isCharacterSized(span.piece.box, line.metrics);
                 TextPiece& piece = result.emplace_back();
+                const bool isJoined = !line.characterOf.empty() && !span.asFound && line.lastOf[i] != character;
                 piece.from = last_ + span.first;
                 piece.to = last_ + span.end;
                 end = std::max(end, piece.to);
@@ -236,10 +264,11 @@ class Alignment {
                     piece.as.push_back(
                         (places_[kind].empty()
                              ? (isSized ? kUnknownFound : kUnknownOther)
-                             : std::max(likelihood(span.likelihoods, kind),
-                                        span.asFound && !isLeftOut ? kLeastFound : kLeastOther)) -
+                             : span.asFound || isJoined || !mayCut_
+                             ? std::max(likelihood(span.likelihoods, kind), span.asFound && !isLeftOut ? kLeastFound : kLeastOther)
+                             : cutLikelihood(span.likelihoods, kind)) -
                         doubt);
-                piece.asOther = std::max(isSized ? kUnknown : kNever, whole(span.likelihoods)) - doubt;
+                piece.asOther = std::max(isSized ? kUnknown : kNever, span.asFound || isJoined || !mayCut_ ? whole(span.likelihoods) : cutValue(span.likelihoods, whole(span.likelihoods))) - doubt;
                 if (span.asFound)
                     piece.asDirt = isLeftOut ? 0 : span.likelihoods[kNoCharacter] - kDirtDoubt;
                 spans_.emplace_back(&line, &span);
@@ -253,6 +282,8 @@ class Alignment {
     std::vector<Line> lines_;
     std::vector<std::size_t> text_;                 // kinds
     std::vector<std::vector<std::size_t>> places_;  // of each kind, those that it may be taken for
+    std::vector<std::vector<std::size_t>> otherCase_;
+    bool mayCut_ = false;
     std::size_t last_ = 0;
     std::vector<std::pair<const Line*, const Span*>> spans_;  // of the pieces
 };

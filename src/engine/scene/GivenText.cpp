@@ -16,7 +16,8 @@ float env(const char* n, float d) { const char* v = std::getenv(n); return v ? s
 
 // By so much, as a logarithm, the text must suit better than one with an error, and such a share of its
 // characters must agree with what is seen.
-const double kSurer = env("SURER", 0), kLeastAgreement = env("AGREE", 0.5);
+const double kSurer = env("SURER", -3.2f), kSurerFewer = env("SURERF", -0.9f), kLeastAgreement = env("AGREE", 0.5);
+const double kLeastOdds = env("MO", -10);
 const float kViewOdds = env("VO", 1);
 
 // How many lines of the part are its own.
@@ -71,10 +72,16 @@ std::optional<Scene> sceneWithText(const Scene& found, std::span<const std::stri
         withError = std::max(withError, division->withError + odds);
         candidates.push_back({std::move(scene), *std::move(division), odds});
     };
+    const std::size_t have = found.characters(), want = text.size();
+    if (want < have ? have - want > 2 : want - have > 3 + want / 3) return std::nullopt;
+    const double surer = want < have ? kSurerFewer : kSurer;
     add(found, 0);
+    if (!candidates.empty() && candidates.front().division.likelihood - withError < surer)
     for (std::size_t i = 0; i < found.parts.size(); ++i)
         for (const OtherView& other : found.parts[i].found.others) {
             if (stop.stop_requested()) return std::nullopt;
+            const std::size_t now = have - found.parts[i].found.glyphs.size() + other.characters;
+            if (other.odds < kLeastOdds || std::max(now, want) - std::min(now, want) >= std::max(have, want) - std::min(have, want)) continue;
             const Segmentation view = segment(*found.parts[i].picture, other, takeWholeCharacters);
             if (!view.glyphs.empty()) add(withView(found, i, view), kViewOdds * std::min(0.0, other.odds));
         }
@@ -84,7 +91,7 @@ std::optional<Scene> sceneWithText(const Scene& found, std::span<const std::stri
         return value(a) < value(b);
     });
     if (debug) std::fprintf(stderr, "DELTA %.2f %.2f\n", value(best) - withError, best.division.agreement);
-    if (value(best) - withError < kSurer || best.division.agreement < kLeastAgreement) return std::nullopt;
+    if (value(best) - withError < surer || best.division.agreement < kLeastAgreement) return std::nullopt;
     Scene result = std::move(best.scene);
     for (std::size_t i = 0; i < result.parts.size(); ++i) {
         result.parts[i].found.glyphs = std::move(best.division.characters[i]);
