@@ -27,6 +27,8 @@ const float kLeftOutDoubt = env("LD", 1);
 constexpr float kErrorCost = 3;
 // What is likelier than this is the character that the text says.
 constexpr float kClear = 0.5f, kPerhaps = 0.02f;
+constexpr std::size_t kMostJoined = 3;
+constexpr float kMostRoom = 0.3f, kMostJoinedWidth = 1.6f;
 // So many characters beside one in doubt are in doubt too.
 constexpr std::size_t kBeside = 1;
 
@@ -223,8 +225,9 @@ class Alignment {
 
     void findSpans(Line& line) {
         const Segmentation& view = views_[line.view];
-        std::vector<Atom> atoms = atomsOf(view, line.from, line.to, line.isDoubtful, line.metrics, env("EV", 1) > 0);
+        std::vector<Atom> atoms = atomsOf(view, line.from, line.to, line.isDoubtful, line.metrics, mayCut_);
         line.spans = spansOf(atoms, line.isDoubtful, view.frame, line.metrics.capHeight);
+        addJoined(line, atoms);
         std::vector<CharacterPatch> patches;
         for (const Span& span : line.spans)
             if (!span.asFound)
@@ -240,6 +243,39 @@ class Alignment {
             line.characterOf.push_back(atoms[span.first].character);
             line.lastOf.push_back(atoms[span.end - 1].character);
         }
+    }
+
+    // Found characters, joined whole, as far as they are not among the spans: one that was cut has many atoms.
+    void addJoined(Line& line, const std::vector<Atom>& atoms) const {
+        const Segmentation& view = views_[line.view];
+        const float cap = line.metrics.capHeight;
+        std::vector<std::size_t> begins;
+        for (std::size_t i = 0; i < atoms.size(); ++i)
+            if (i == 0 || atoms[i].character != atoms[i - 1].character) begins.push_back(i);
+        begins.push_back(atoms.size());
+        for (std::size_t from = 0; from + 1 < begins.size(); ++from) {
+            Piece piece = view.glyphs[line.from + from].piece;
+            for (std::size_t to = from + 1; to < from + kMostJoined && to + 1 < begins.size(); ++to) {
+                const Piece& next = view.glyphs[line.from + to].piece;
+                if (!line.isDoubtful[to - 1] && !line.isDoubtful[to]) break;
+                if (next.box.left - piece.box.right > kMostRoom * cap ||
+                    next.box.right - piece.box.left > kMostJoinedWidth * cap)
+                    break;
+                piece.join(Piece(next));
+                piece.measure(view.frame);
+                if (std::any_of(line.spans.begin(), line.spans.end(), [&](const Span& span) {
+                        return span.first == begins[from] && span.end == begins[to + 1];
+                    }))
+                    continue;
+                Span& span = line.spans.emplace_back();
+                span.first = begins[from];
+                span.end = begins[to + 1];
+                span.piece = piece;
+                span.doubt = static_cast<float>(to - from);
+            }
+        }
+        std::stable_sort(line.spans.begin(), line.spans.end(),
+                         [](const Span& a, const Span& b) { return a.first < b.first; });
     }
 
     // All lines, one behind the other.
@@ -259,7 +295,8 @@ class Alignment {
                 piece.from = last_ + span.first;
                 piece.to = last_ + span.end;
                 end = std::max(end, piece.to);
-                const float doubt = span.doubt + (isLeftOut ? kLeftOutDoubt : 0);
+                static const float cd = env("CD", 1);
+                const float doubt = (span.asFound || isJoined ? 1 : cd) * span.doubt + (isLeftOut ? kLeftOutDoubt : 0);
                 for (std::size_t kind = 0; kind < places_.size(); ++kind)
                     piece.as.push_back(
                         (places_[kind].empty()
