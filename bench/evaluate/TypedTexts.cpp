@@ -79,7 +79,11 @@ struct Counts {
 void includeFolder(const std::string& folder, bool verbose) {
     const std::map<std::string, Truth> truth = truths(folder);
     Counts right{"right text"};
-    std::vector<Counts> wrong{{"one missing in the middle"}, {"one more at the end"}, {"one more in the middle"}, {"one typed twice"}, {"one other"}};
+    std::vector<Counts> wrong{{"one missing in the middle"},
+                              {"one more at the end"},
+                              {"one more in the middle"},
+                              {"one typed twice"},
+                              {"one other"}};
     std::size_t characters = 0, wrongPlaces = 0, wronglyLabelled = 0, helpedWrongly = 0;
     double seconds = 0, longest = 0;
     int attempts = 0;
@@ -94,7 +98,6 @@ void includeFolder(const std::string& folder, bool verbose) {
             std::printf("    %s: %s, %zu found  %s\n", image.name.c_str(), what, found.characters(),
                         all.c_str());
         };
-        if (verbose && found.characters() != text.size()) std::fprintf(stderr, "RIGHT %s %zu of %zu %s\n", image.name.c_str(), found.characters(), text.size(), image.text.c_str());
         const Included taken = include(found, text);
         right.add(taken.how);
         if (taken.how == Taken::Not) tell("refused", text);
@@ -104,7 +107,8 @@ void includeFolder(const std::string& folder, bool verbose) {
             wrongPlaces += off;
             wronglyLabelled += off > 0 ? 1 : 0;
             helpedWrongly += off > 0 && taken.how == Taken::WithHelp ? 1 : 0;
-            if (off > 0) tell(taken.how == Taken::Freely ? "wrong places freely" : "wrong places with help", text);
+            if (off > 0)
+                tell(taken.how == Taken::Freely ? "wrong places freely" : "wrong places with help", text);
         }
         if (taken.how != Taken::Freely) {
             ++attempts;
@@ -119,9 +123,9 @@ void includeFolder(const std::string& folder, bool verbose) {
         typed[1].push_back(text[text.size() / 3]);
         typed[2].insert(typed[2].begin() + middle, other);
         typed[3].insert(typed[3].begin() + middle, text[static_cast<std::size_t>(middle)]);
-        typed[4][static_cast<std::size_t>(middle)] = text[static_cast<std::size_t>(middle)] == "X" ? "7" : "X";
+        typed[4][static_cast<std::size_t>(middle)] =
+            text[static_cast<std::size_t>(middle)] == "X" ? "7" : "X";
         for (std::size_t i = 0; i < wrong.size(); ++i) {
-            if (verbose && found.characters() != typed[i].size()) std::fprintf(stderr, "WRONG%zu %s %zu of %zu\n", i, image.name.c_str(), found.characters(), typed[i].size());
             const Included one = include(found, typed[i]);
             wrong[i].add(one.how);
             if (one.how == Taken::WithHelp) tell(wrong[i].name, typed[i]);

@@ -56,12 +56,13 @@ std::vector<std::vector<Piece>> leftOutPieces(const Segmentation& found) {
         lines[i].metrics = found.lines[i];
         joinAndMeasure(lines[i], found.frame);
         for (Piece& piece : lines[i].pieces) {
-            const bool isAcross = std::any_of(found.glyphs.begin(), found.glyphs.end(), [&](const Glyph& one) {
-                const Box& box = one.piece.box;
-                return static_cast<std::size_t>(one.line) == i &&
-                       std::min(box.right, piece.box.right) - std::max(box.left, piece.box.left) >
-                           kMostShared * std::min(piece.box.width(), box.width());
-            });
+            const bool isAcross =
+                std::any_of(found.glyphs.begin(), found.glyphs.end(), [&](const Glyph& one) {
+                    const Box& box = one.piece.box;
+                    return static_cast<std::size_t>(one.line) == i &&
+                           std::min(box.right, piece.box.right) - std::max(box.left, piece.box.left) >
+                               kMostShared * std::min(piece.box.width(), box.width());
+                });
             if (!isAcross) result[i].push_back(std::move(piece));
         }
         const auto larger = [](const Piece& a, const Piece& b) { return a.area > b.area; };

@@ -8,7 +8,8 @@
 
 namespace dravik::engine {
 
-// For each line of the view its pieces between and beside the characters, from left to right and measured; few.
+// For each line of the view its pieces between and beside the characters, from left to right and measured;
+// few.
 std::vector<std::vector<Piece>> leftOutPieces(const Segmentation& found);
 
 }  // namespace dravik::engine

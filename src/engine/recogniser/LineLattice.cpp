@@ -14,9 +14,9 @@ namespace {
 // A character that is surer than this to be one is left alone.
 constexpr float kSure = 0.9f;
 // The following numbers were judged by `tools/bench.sh evaluate count` on develop and develop2.
-// By how much surer, as a logarithm, other pieces must be than those that were found: for each cut, one at
-// the side of a stroke and join.
-constexpr float kCutDoubt = 1, kSideDoubt = 1.5f, kJoinDoubt = 1;
+// By how much surer, as a logarithm, other pieces must be than those that were found: for each cut, and one
+// at the side of a stroke or anywhere.
+constexpr float kCutDoubt = 1, kSideDoubt = 1.5f;
 // What is a clear character, and the least share of them in a line: in one of fewer any pieces would look
 // like characters.
 constexpr float kClear = 0.5f, kFewestClear = 0.3f;
@@ -46,8 +46,7 @@ struct CutPlace {
 // Where a piece may be cut: at its likeliest narrow places and, where it is as wide as several characters of
 // the line, between equal ones, since strokes that touch along their height leave no narrow place; and where
 // a stroke begins or ends.
-std::vector<CutPlace> cutPlaces(const Piece& piece, const Frame& frame, const LineScale& scale,
-                                bool everywhere) {
+std::vector<CutPlace> cutPlaces(const Piece& piece, const Frame& frame, const LineScale& scale, Cuts cuts) {
     std::vector<std::pair<double, float>> narrow;
     for (const PossibleCut& one : possibleCuts(piece, frame, scale))
         if (const double odds = kCutLikeness(one.traits); odds > kLeastCut)
@@ -73,7 +72,7 @@ std::vector<CutPlace> cutPlaces(const Piece& piece, const Frame& frame, const Li
              kCutDoubt},
             kCutsApart);
     const float step = kEverywhere * scale.capHeight;
-    if (everywhere && piece.box.width() > kLeastCutWidth * scale.capHeight)
+    if (cuts == Cuts::Everywhere && piece.box.width() > kLeastCutWidth * scale.capHeight)
         for (float along = piece.box.left + step; along < piece.box.right - 0.5f * step; along += step)
             add({along, kSideDoubt}, kSidesApart);
     std::sort(places.begin(), places.end(),
@@ -84,7 +83,7 @@ std::vector<CutPlace> cutPlaces(const Piece& piece, const Frame& frame, const Li
 }  // namespace
 
 std::vector<Atom> atomsOf(const Segmentation& found, std::size_t from, std::size_t to,
-                          const std::vector<bool>& doubtful, const LineMetrics& line, bool everywhere) {
+                          const std::vector<bool>& doubtful, const LineMetrics& line, Cuts cuts) {
     std::vector<Piece> pieces;
     for (std::size_t i = from; i < to; ++i) pieces.push_back(found.glyphs[i].piece);
     const LineScale scale = lineScale(pieces, line, characterPitch(pieces, line.capHeight));
@@ -93,7 +92,7 @@ std::vector<Atom> atomsOf(const Segmentation& found, std::size_t from, std::size
         Piece rest = std::move(pieces[i]);
         float before = 0;
         for (const CutPlace& place :
-             doubtful[i] ? cutPlaces(rest, found.frame, scale, everywhere) : std::vector<CutPlace>()) {
+             doubtful[i] ? cutPlaces(rest, found.frame, scale, cuts) : std::vector<CutPlace>()) {
             auto [left, right] = cut(rest, found.frame, place.along);
             if (left.area == 0 || right.area == 0) continue;
             left.measure(found.frame);
@@ -165,7 +164,7 @@ std::vector<ReadPiece> likeliestPieces(const Segmentation& found, std::size_t fr
             result.push_back({found.glyphs[from + i].piece, first[i]});
         return result;
     }
-    const std::vector<Atom> atoms = atomsOf(found, from, from + first.size(), doubtful, line);
+    const std::vector<Atom> atoms = atomsOf(found, from, from + first.size(), doubtful, line, Cuts::Likely);
     std::vector<Span> spans = spansOf(atoms, doubtful, found.frame, line.capHeight);
     std::vector<CharacterPatch> patches;
     for (const Span& span : spans)

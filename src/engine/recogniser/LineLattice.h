@@ -23,10 +23,11 @@ struct Atom {
     float doubt = 0;  // of the cut at its left
 };
 
-// The characters `from` to `to` - 1, all of one line, those that are doubtful cut wherever they may be cut,
-// and with `everywhere` between those places too.
+// The characters `from` to `to` - 1, all of one line, those that are doubtful cut where characters are likely
+// to touch, or in small steps.
+enum class Cuts { Likely, Everywhere };
 std::vector<Atom> atomsOf(const Segmentation& found, std::size_t from, std::size_t to,
-                          const std::vector<bool>& doubtful, const LineMetrics& line, bool everywhere = false);
+                          const std::vector<bool>& doubtful, const LineMetrics& line, Cuts cuts);
 
 // Atoms `first` to `end` - 1 as one piece.
 struct Span {
@@ -37,15 +38,16 @@ struct Span {
     PatchLikelihoods likelihoods{};
 };
 
-// What may be one piece, its likelihoods not known yet, in the order of the first atoms; characters are joined
-// where one of them is doubtful.
+// What may be one piece, its likelihoods not known yet, in the order of the first atoms; characters are
+// joined where one of them is doubtful.
 std::vector<Span> spansOf(const std::vector<Atom>& atoms, const std::vector<bool>& doubtful,
                           const Frame& frame, float cap);
 
-// By how much likelier, as a logarithm, other pieces must be than one that is left out as dirt.
-inline constexpr float kDirtDoubt = 4;
-// What has the size and the place of a character of the line is at least so likely one, as a logarithm: it may
-// be one that the recogniser does not know.
+// By how much surer, as a logarithm, other pieces must be than those that were found: for each join and piece
+// that is left out.
+inline constexpr float kJoinDoubt = 1, kDirtDoubt = 4;
+// What has the size and the place of a character of the line is at least so likely one, as a logarithm: it
+// may be one that the recogniser does not know.
 inline constexpr float kUnknown = -3.9f;
 bool isCharacterSized(const Box& box, const LineMetrics& line);
 

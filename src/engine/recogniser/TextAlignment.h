@@ -17,7 +17,7 @@ struct TextDivision {
     std::vector<std::vector<Glyph>> characters;
     // Logarithms: how likely the characters are those of the text, and how likely they would be if the text
     // lacked one that is printed or had one that is not, at the place where that helps most.
-    double likelihood = 0, withError = 0;
+    double likelihood = 0, withError = -1e9;
     double agreement = 0;  // share of the characters that may well be what the text says
 };
 

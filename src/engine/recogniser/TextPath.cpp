@@ -71,8 +71,8 @@ class Search {
 
     void go(const TextPiece& piece, std::size_t layer) {
         const std::size_t number = static_cast<std::size_t>(&piece - pieces_.data());
-        const bool mayErr = piece.asOther > kNever && (errors_ == TextErrors::Any ||
-                                                       (errors_ == TextErrors::One && layer == 0));
+        const bool mayErr = piece.asOther > kNever &&
+                            (errors_ == TextErrors::Any || (errors_ == TextErrors::One && layer == 0));
         for (std::size_t i = 0; i <= text_.size(); ++i) {
             const float before = cell(layer, piece.from, i).value;
             if (before <= kNever) continue;
@@ -98,8 +98,7 @@ class Search {
 }  // namespace
 
 std::optional<TextPath> likeliestPath(std::span<const TextPiece> pieces, std::size_t last,
-                                      std::span<const std::size_t> text, TextErrors errors,
-                                      float errorCost) {
+                                      std::span<const std::size_t> text, TextErrors errors, float errorCost) {
     if ((last + 1) * (text.size() + 1) > kMostCells) return std::nullopt;
     return Search(pieces, last, text, errors, errorCost).best();
 }

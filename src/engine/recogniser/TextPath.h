@@ -15,9 +15,9 @@ constexpr float kNever = -std::numeric_limits<float>::max();
 // what it cannot be.
 struct TextPiece {
     std::size_t from = 0, to = 0;
-    std::vector<float> as;      // each kind of character that the text has
-    float asDirt = kNever;      // nothing of the text
-    float asOther = kNever;     // a character that the text lacks
+    std::vector<float> as;   // each kind of character that the text has
+    float asDirt = kNever;   // nothing of the text
+    float asOther = kNever;  // a character that the text lacks
 };
 
 // How often the text may lack a character that is printed, or have one that is not.

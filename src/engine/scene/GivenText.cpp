@@ -1,8 +1,6 @@
 #include "engine/scene/GivenText.h"
 
 #include <algorithm>
-#include <cstdio>
-#include <cstdlib>
 #include <utility>
 #include <vector>
 
@@ -12,13 +10,17 @@
 namespace dravik::engine {
 namespace {
 
-float env(const char* n, float d) { const char* v = std::getenv(n); return v ? std::strtof(v, nullptr) : d; }
-
-// By so much, as a logarithm, the text must suit better than one with an error, and such a share of its
-// characters must agree with what is seen.
-const double kSurer = env("SURER", -3.2f), kSurerFewer = env("SURERF", -0.9f), kLeastAgreement = env("AGREE", 0.5);
-const double kLeastOdds = env("MO", -10);
-const float kViewOdds = env("VO", 1);
+// The following numbers were judged by `dravik_evaluate include` on develop and develop2.
+// By so much, as a logarithm, the text may suit worse than one with an error: where it has more characters
+// than were found, and where it has fewer.
+constexpr double kSureMore = -2.9, kSureFewer = -1.25;
+// Such a share of the characters must agree with what is seen.
+constexpr double kLeastAgreement = 0.5;
+// A text that differs more from what is found is another one: so many characters fewer, so many more and such
+// a part of its own.
+constexpr std::size_t kMostFewer = 2, kMostMore = 3, kMorePart = 3;
+// Other views that are less likely, as a logarithm, are not tried.
+constexpr double kLeastOdds = -10;
 
 // How many lines of the part are its own.
 std::size_t ownLines(const Scene& scene, std::size_t part) {
@@ -35,11 +37,10 @@ Scene withView(const Scene& scene, std::size_t changed, const Segmentation& view
     for (std::size_t i = 0; i < result.parts.size(); ++i) {
         ScenePart& part = result.parts[i];
         part.firstLine = line;
-        if (i == changed) {
+        if (i == changed)
             part.found = view;
-        } else {
+        else
             part.found.lines.resize(ownLines(scene, i));
-        }
         line += static_cast<int>(part.found.lines.size());
     }
     tellOfNeighbours(result);
@@ -49,8 +50,12 @@ Scene withView(const Scene& scene, std::size_t changed, const Segmentation& view
 struct Candidate {
     Scene scene;
     TextDivision division;
-    double odds = 0;
+    double value = 0;
 };
+
+std::size_t apart(std::size_t a, std::size_t b) {
+    return std::max(a, b) - std::min(a, b);
+}
 
 std::optional<TextDivision> divided(const Scene& scene, std::span<const std::string> text) {
     std::vector<const Segmentation*> views;
@@ -62,42 +67,35 @@ std::optional<TextDivision> divided(const Scene& scene, std::span<const std::str
 
 std::optional<Scene> sceneWithText(const Scene& found, std::span<const std::string> text,
                                    const std::stop_token& stop) {
-    static const bool debug = std::getenv("DBG");
-    std::vector<Candidate> candidates;
+    const std::size_t have = found.characters(), want = text.size();
+    if (want + kMostFewer < have || want > have + kMostMore + want / kMorePart) return std::nullopt;
+    const double sure = want < have ? kSureFewer : kSureMore;
+    std::optional<Candidate> best;
     double withError = -1e9;
-    const auto add = [&](Scene scene, double odds) {
+    const auto isSure = [&] { return best && best->value - withError > sure; };
+    const auto add = [&](const Scene& scene, double odds) {
         std::optional<TextDivision> division = divided(scene, text);
         if (!division) return;
-        if (debug) std::fprintf(stderr, "      view %zu: %.2f  err %.2f  agree %.2f odds %.2f\n", scene.characters(), division->likelihood, division->withError, division->agreement, odds);
         withError = std::max(withError, division->withError + odds);
-        candidates.push_back({std::move(scene), *std::move(division), odds});
+        const double value = division->likelihood + odds;
+        if (!best || value > best->value) best = {scene, *std::move(division), value};
     };
-    const std::size_t have = found.characters(), want = text.size();
-    if (want < have ? have - want > 2 : want - have > 3 + want / 3) return std::nullopt;
-    const double surer = want < have ? kSurerFewer : kSurer;
     add(found, 0);
-    if (!candidates.empty() && candidates.front().division.likelihood - withError < surer)
-    for (std::size_t i = 0; i < found.parts.size(); ++i)
+    for (std::size_t i = 0; i < found.parts.size() && !isSure(); ++i)
         for (const OtherView& other : found.parts[i].found.others) {
             if (stop.stop_requested()) return std::nullopt;
             const std::size_t now = have - found.parts[i].found.glyphs.size() + other.characters;
-            if (other.odds < kLeastOdds || std::max(now, want) - std::min(now, want) >= std::max(have, want) - std::min(have, want)) continue;
+            if (other.odds < kLeastOdds || apart(now, want) >= apart(have, want)) continue;
             const Segmentation view = segment(*found.parts[i].picture, other, takeWholeCharacters);
-            if (!view.glyphs.empty()) add(withView(found, i, view), kViewOdds * std::min(0.0, other.odds));
+            if (!view.glyphs.empty()) add(withView(found, i, view), std::min(0.0, other.odds));
         }
-    if (candidates.empty()) return std::nullopt;
-    const auto value = [](const Candidate& one) { return one.division.likelihood + one.odds; };
-    Candidate& best = *std::max_element(candidates.begin(), candidates.end(), [&](const Candidate& a, const Candidate& b) {
-        return value(a) < value(b);
-    });
-    if (debug) std::fprintf(stderr, "DELTA %.2f %.2f\n", value(best) - withError, best.division.agreement);
-    if (value(best) - withError < surer || best.division.agreement < kLeastAgreement) return std::nullopt;
-    Scene result = std::move(best.scene);
-    for (std::size_t i = 0; i < result.parts.size(); ++i) {
-        result.parts[i].found.glyphs = std::move(best.division.characters[i]);
-        result.parts[i].found.others.clear();
+    if (!isSure() || best->division.agreement < kLeastAgreement) return std::nullopt;
+    for (std::size_t i = 0; i < best->scene.parts.size(); ++i) {
+        Segmentation& part = best->scene.parts[i].found;
+        part.glyphs = std::move(best->division.characters[i]);
+        part.others.clear();
     }
-    return result;
+    return std::move(best->scene);
 }
 
 }  // namespace dravik::engine
