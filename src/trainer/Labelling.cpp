@@ -231,6 +231,7 @@ bool Labelling::mayInclude() {
         return false;
     }
     try {
+        if (beforeInclude) beforeInclude();
         // The screen itself says what is wrong with no text, or one of another length.
         if (typed().empty() || characterCount(typed()) != around_.tool.found().size()) return true;
         return !leadsToDoubt() && !isIncludedUnwanted() && !isContradicted();
@@ -292,6 +293,7 @@ bool Labelling::isContradicted() {
 }
 
 std::string Labelling::includeUnasked() {
+    if (beforeInclude) beforeInclude();
     const std::size_t found = around_.tool.found().size(), has = characterCount(typed());
     if (path_.empty() || !around_.parts.problem().empty()) return around_.parts.problem();
     if (typed().empty()) return "no text";
