@@ -271,8 +271,9 @@ bool Labelling::isIncludedUnwanted() {
 std::vector<Contradiction> Labelling::contradictions() const {
     const std::vector<engine::CharacterLikelihood> said = around_.tool.compare(typed());
     std::vector<Contradiction> found;
+    // They may still be those of characters that were found before.
+    const bool hasCandidates = candidates_.size() == said.size();
     for (std::size_t i = 0; i < said.size(); ++i) {
-        const bool hasCandidates = i < candidates_.size();
         if (hasCandidates ? !engine::contradicts(candidates_[i], said[i]) : !said[i].disagrees()) continue;
         found.push_back({i, said[i].expected,
                          hasCandidates && !said[i].disagrees() ? candidates_[i].best().character
