@@ -13,6 +13,8 @@
 //         the same of pictures of whole parts, by what stands beside the print
 //     dravik_evaluate kernels CHARSETS LINES
 //         whether boxes and texts depend on the machine's instruction set
+//     dravik_evaluate include [-v] FOLDER...
+//         images that are taken with their text, freely or with its help, and with wrong texts
 //     dravik_evaluate fit cuts|joins|print|choice FOLDER...
 //         fits the weights that cut touching characters, join parts, drop dirt, or choose the segmentation
 //     dravik_evaluate shared FOLDER
@@ -29,6 +31,7 @@
 #include "evaluate/PieceFitting.h"
 #include "evaluate/ReadingBack.h"
 #include "evaluate/ReadingWithoutFont.h"
+#include "evaluate/TypedTexts.h"
 
 int main(int argc, char** argv) {
     const std::vector<std::string> arguments(argv + 1, argv + argc);
@@ -48,6 +51,10 @@ int main(int argc, char** argv) {
                 dravik::readWithoutFonts(arguments[i], verbose);
         } else if (what == "kernels" && arguments.size() == 3) {
             dravik::compareKernels(arguments[1], arguments[2]);
+        } else if (what == "include" && arguments.size() > 1) {
+            const bool verbose = arguments[1] == "-v";
+            for (std::size_t i = verbose ? 2 : 1; i < arguments.size(); ++i)
+                dravik::includeFolder(arguments[i], verbose);
         } else if (what == "fit" && arguments.size() > 2 &&
                    (arguments[1] == "cuts" || arguments[1] == "joins" || arguments[1] == "print" ||
                     arguments[1] == "choice")) {
@@ -67,7 +74,8 @@ int main(int argc, char** argv) {
         } else {
             std::fprintf(stderr,
                          "usage: dravik_evaluate [read CHARSETS LINES [SHEETS] | suggest [-v] LINES... | "
-                         "count [-v] FOLDER... | scenes [-v] FOLDER... | kernels CHARSETS LINES | fit "
+                         "count [-v] FOLDER... | scenes [-v] FOLDER... | kernels CHARSETS LINES | "
+                         "include [-v] FOLDER... | fit "
                          "cuts|joins|print|choice FOLDER... | shared FOLDER]\n");
             return 2;
         }

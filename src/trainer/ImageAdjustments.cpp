@@ -86,10 +86,19 @@ const ImageAdjustments::Correction* ImageAdjustments::correction() const {
 void ImageAdjustments::charactersFound() {
     const Correction* known = correction();
     if (!known) return;
-    if (known->found == tool_.characterBoxes())
-        tool_.setCharacters(known->boxes);
-    else
+    if (known->undivided != tool_.characterBoxes()) {
         corrections_.erase(path());
+        return;
+    }
+    tool_.setDivision(known->division);
+    tool_.setCharacters(known->boxes);
+}
+
+void ImageAdjustments::charactersDivided() {
+    Correction* known = correction();
+    if (!known) return;
+    known->division = tool_.division();
+    known->found = known->boxes = tool_.characterBoxes();
 }
 
 void ImageAdjustments::correct(std::vector<CharacterBox> boxes, const std::string& words) {
@@ -97,7 +106,8 @@ void ImageAdjustments::correct(std::vector<CharacterBox> boxes, const std::strin
     Correction* known = correction();
     if (!known) {
         const std::vector<CharacterBox> found = tool_.characterBoxes();
-        known = &(corrections_[path()] = {found, found, {}});
+        known = &(corrections_[path()] = {
+                      engine::characterBoxes(*tool_.foundScene()), found, tool_.division(), found, {}});
     }
     if (known->boxes == boxes) return;
     known->steps.push_back({std::exchange(known->boxes, std::move(boxes)), words, {}});

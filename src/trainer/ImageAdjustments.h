@@ -3,6 +3,7 @@
 // remembered by its path as long as the program runs.
 #pragma once
 
+#include <memory>
 #include <optional>
 #include <string>
 #include <unordered_map>
@@ -41,6 +42,8 @@ class ImageAdjustments {
     // The tool has the current image, in which nothing is corrected: what was corrected in it counts again,
     // if the same was found then.
     void charactersFound();
+    // The characters of the current image, in which nothing is corrected, were divided otherwise.
+    void charactersDivided();
     // The characters of the current image are these; `words` say what was done.
     void correct(std::vector<engine::CharacterBox> boxes, const std::string& words);
     bool isCorrected() const;
@@ -67,7 +70,8 @@ class ImageAdjustments {
         Labels labels{};
     };
     struct Correction {
-        std::vector<engine::CharacterBox> found;
+        std::vector<engine::CharacterBox> undivided, found;  // freely, and as a text divides it
+        std::shared_ptr<const engine::Scene> division;
         std::vector<engine::CharacterBox> boxes;
         std::vector<Step> steps;
     };

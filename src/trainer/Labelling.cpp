@@ -231,6 +231,7 @@ bool Labelling::mayInclude() {
         return false;
     }
     try {
+        if (beforeInclude) beforeInclude();
         // The screen itself says what is wrong with no text, or one of another length.
         if (typed().empty() || characterCount(typed()) != around_.tool.found().size()) return true;
         return !leadsToDoubt() && !isIncludedUnwanted() && !isContradicted();
@@ -270,8 +271,9 @@ bool Labelling::isIncludedUnwanted() {
 std::vector<Contradiction> Labelling::contradictions() const {
     const std::vector<engine::CharacterLikelihood> said = around_.tool.compare(typed());
     std::vector<Contradiction> found;
+    // They may still be those of characters that were found before.
+    const bool hasCandidates = candidates_.size() == said.size();
     for (std::size_t i = 0; i < said.size(); ++i) {
-        const bool hasCandidates = i < candidates_.size();
         if (hasCandidates ? !engine::contradicts(candidates_[i], said[i]) : !said[i].disagrees()) continue;
         found.push_back({i, said[i].expected,
                          hasCandidates && !said[i].disagrees() ? candidates_[i].best().character
@@ -292,6 +294,7 @@ bool Labelling::isContradicted() {
 }
 
 std::string Labelling::includeUnasked() {
+    if (beforeInclude) beforeInclude();
     const std::size_t found = around_.tool.found().size(), has = characterCount(typed());
     if (path_.empty() || !around_.parts.problem().empty()) return around_.parts.problem();
     if (typed().empty()) return "no text";

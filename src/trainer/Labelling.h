@@ -5,6 +5,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <map>
 #include <optional>
 #include <set>
@@ -67,6 +68,9 @@ class Labelling {
 
     // Includes the current image, unless something speaks against it: in words, "" when it is included.
     std::string includeUnasked();
+
+    // Asked before an include looks at the characters: what is still to be decided of them is decided then.
+    std::function<void()> beforeInclude;
 
     // Why the label of a found character is in doubt, in words; "" when it is not.
     std::string doubt(std::size_t place) const;

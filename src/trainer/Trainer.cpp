@@ -10,6 +10,7 @@
 #include "tool/IncludeRules.h"
 #include "trainer/NearImages.h"
 #include "trainer/ScreenPlatform.h"
+#include "trainer/TypedDivision.h"
 
 namespace dravik::trainer {
 namespace {
@@ -81,6 +82,9 @@ struct Trainer::Parts {
                                    labelling->doubt(i)});
             previewText = counted(found.size(), "found");
             if (typed.empty()) return;
+            if (tool->division() && !adjustments->isCorrected())
+                previewText = counted(found.size(), "found by the text") + " (" +
+                              std::to_string(tool->foundScene()->characters()) + " without it)";
             mismatch = static_cast<int>(typed.size()) - static_cast<int>(found.size());
             const std::size_t doubts = labelling->doubts();
             if (!labelling->isProposed())
@@ -90,6 +94,30 @@ struct Trainer::Parts {
                                            : ", text proposed, " + std::to_string(doubts) + " in doubt";
         }
     }
+
+    // Text that is only proposed comes from the characters as they are.
+    void decideDivision() {
+        if (opened.current() < 0 || !opened.problem().empty() || isLooking() || stopped) return;
+        division->decide(labelling->isProposed() ? std::string() : textToInclude());
+        deliverDivision(patience);
+    }
+
+    void deliverDivision(std::chrono::milliseconds within) {
+        if (!division->busy()) return;
+        try {
+            division->deliver(within);
+        } catch (...) {
+            division->cancel();  // the found characters stay
+        }
+        workTimer.setEnabled(isWorking());
+    }
+
+    // However long it takes: an include needs it.
+    void finishDivision() {
+        while (division->busy()) deliverDivision(std::chrono::seconds(1));
+    }
+
+    bool isWorking() const { return work.busy() || division->busy(); }
 
     // Why there is nothing to read, in words; "" when there is.
     std::string noteOfReading() {
@@ -142,6 +170,7 @@ struct Trainer::Parts {
 
     void decode() {
         stopped = false;
+        division->imageChanged();
         tool->shareImage(std::make_shared<engine::GreyImage>());
         goNear();
         start(Doing::Decoding,
@@ -163,6 +192,7 @@ struct Trainer::Parts {
         work.cancel();
         doing = Doing::Nothing;
         stopped = false;
+        division->imageChanged();
         settings = adjustments->settings();
         const auto image = opened.sharedImage();
         if (image->empty()) return tool->shareImage(image);
@@ -214,7 +244,7 @@ struct Trainer::Parts {
             workFailed(currentFailure());
         }
         delivering = false;
-        workTimer.setEnabled(work.busy());
+        workTimer.setEnabled(isWorking());
         holdInclude();
     }
 
@@ -254,6 +284,7 @@ struct Trainer::Parts {
     std::optional<FontActs> acts;
     std::optional<Labelling> labelling;
     std::optional<ImageAdjustments> adjustments;
+    std::optional<TypedDivision> division;
     engine::SegmentationSettings settings;  // by which the characters were looked for last
 
     std::vector<LabelledCharacter> preview;
@@ -288,9 +319,12 @@ Trainer::Trainer(ui::Platform& platform, const JobFolder& folder, ImageDecoder d
         Labelling::Around{parts.screenPlatform, parts.control, *parts.tool, parts.opened, *parts.acts},
         folder.labelsFile());
     parts.adjustments.emplace(*parts.tool, *parts.acts, parts.opened);
+    parts.division.emplace(*parts.tool, *parts.adjustments);
+    parts.labelling->beforeInclude = [&parts] { parts.finishDivision(); };
 
     const auto refreshPreview = [this, &parts] {
         try {
+            parts.decideDivision();
             parts.findPreview();
         } catch (...) {
             parts.preview.clear();
@@ -359,7 +393,14 @@ Trainer::Trainer(ui::Platform& platform, const JobFolder& folder, ImageDecoder d
         refreshPreview();
         refreshReading();
     }));
-    connections.push_back(parts.workTimer.tick.connect([&parts] { parts.deliver({}); }));
+    connections.push_back(parts.division->changed.connect([=] {
+        refreshPreview();
+        refreshReading();
+    }));
+    connections.push_back(parts.workTimer.tick.connect([&parts] {
+        parts.deliver({});
+        parts.deliverDivision({});
+    }));
     connections.push_back(
         parts.control.screen().sample.cmdInclude.changed.connect([&parts](ui::Change change) {
             if (change == ui::Change::Enabled && parts.holdsInclude) parts.holdInclude();
@@ -436,12 +477,14 @@ bool Trainer::isLooking() const noexcept {
 }
 
 bool Trainer::isWorking() const noexcept {
-    return parts_->work.busy();
+    return parts_->isWorking();
 }
 
 void Trainer::stopWorking() {
     if (!isWorking()) return;
     const bool looked = isLooking();
+    parts_->division->cancel();
+    if (!parts_->work.busy()) return parts_->workTimer.setEnabled(false);
     parts_->work.cancel();
     parts_->workTimer.setEnabled(false);
     parts_->doing = Parts::Doing::Nothing;

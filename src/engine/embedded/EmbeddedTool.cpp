@@ -10,6 +10,7 @@
 #include "engine/font/FontFile.h"
 #include "engine/font/FontWorkspace.h"
 #include "engine/font/SampleTable.h"
+#include "engine/scene/GivenText.h"
 
 namespace dravik::engine {
 namespace {
@@ -136,6 +137,25 @@ SeenImage& EmbeddedTool::seen() {
 
 void EmbeddedTool::setCharacters(const std::optional<std::vector<CharacterBox>>& boxes) {
     seen().setCharacters(boxes);
+}
+
+void EmbeddedTool::divideByText(const std::string& text) {
+    const std::vector<std::string> all = characters(text);
+    std::optional<Scene> divided;
+    if (!all.empty() && foundScene()->characters() != all.size()) divided = sceneWithText(*foundScene(), all);
+    setDivision(divided ? std::make_shared<const Scene>(*std::move(divided)) : nullptr);
+}
+
+std::shared_ptr<const Scene> EmbeddedTool::foundScene() {
+    return seen().foundScene();
+}
+
+void EmbeddedTool::setDivision(std::shared_ptr<const Scene> scene) {
+    seen().setDivision(std::move(scene));
+}
+
+std::shared_ptr<const Scene> EmbeddedTool::division() const {
+    return seen_.division();
 }
 
 const std::vector<CharacterBox>& EmbeddedTool::characterBoxes() {

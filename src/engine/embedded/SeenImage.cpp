@@ -10,6 +10,7 @@ void SeenImage::show(std::shared_ptr<const GreyImage> image, std::shared_ptr<con
     image_ = std::move(image);
     name_.reset();
     scene_.reset();
+    division_.reset();
     found_.clear();
     isHandedOver_ = scene != nullptr;
     foundScene_ = std::move(scene);
@@ -18,14 +19,24 @@ void SeenImage::show(std::shared_ptr<const GreyImage> image, std::shared_ptr<con
 void SeenImage::setSettings(const SegmentationSettings& settings) {
     if (std::exchange(settings_, settings) == settings || isHandedOver_) return;
     foundScene_.reset();
+    division_.reset();
     scene_.reset();
 }
 
 void SeenImage::setCharacters(const std::optional<std::vector<CharacterBox>>& boxes) {
     scene_.reset();
     if (boxes)
-        take(std::make_shared<Scene>(withCharacters(*image_, *foundScene(), *boxes, settings_.print)),
-             *boxes);
+        take(std::make_shared<Scene>(withCharacters(*image_, *basis(), *boxes, settings_.print)), *boxes);
+}
+
+void SeenImage::setDivision(std::shared_ptr<const Scene> scene) {
+    division_ = std::move(scene);
+    scene_.reset();
+}
+
+// What told characters are taken from, or stands there without any.
+const std::shared_ptr<const Scene>& SeenImage::basis() {
+    return division_ ? division_ : foundScene();
 }
 
 const std::vector<CharacterBox>& SeenImage::boxes() {
@@ -44,7 +55,7 @@ void SeenImage::setName(const std::string& name, std::uint64_t digest) {
 }
 
 const std::shared_ptr<const Scene>& SeenImage::scene() {
-    if (!scene_) take(foundScene(), characterBoxes(*foundScene()));
+    if (!scene_) take(basis(), characterBoxes(*basis()));
     return scene_;
 }
 

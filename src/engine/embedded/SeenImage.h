@@ -26,6 +26,13 @@ class SeenImage {
     // found.
     void setCharacters(const std::optional<std::vector<CharacterBox>>& boxes);
 
+    // What is found, divided otherwise (see sceneWithText()), stands in its place until the next image or
+    // other settings; null for what is found. No characters are told then.
+    void setDivision(std::shared_ptr<const Scene> scene);
+    const std::shared_ptr<const Scene>& division() const noexcept { return division_; }
+    // Whatever was told.
+    const std::shared_ptr<const Scene>& foundScene();
+
     // Of the image that is shown, until the next one.
     void setName(const std::string& name, std::uint64_t digest = 0);
 
@@ -40,12 +47,12 @@ class SeenImage {
 
   private:
     void take(std::shared_ptr<const Scene> scene, std::vector<CharacterBox> boxes);
-    const std::shared_ptr<const Scene>& foundScene();
+    const std::shared_ptr<const Scene>& basis();
 
     std::shared_ptr<const GreyImage> image_ = std::make_shared<GreyImage>();
     SegmentationSettings settings_;
     bool isHandedOver_ = false;  // the scene came with the image
-    std::shared_ptr<const Scene> foundScene_;
+    std::shared_ptr<const Scene> foundScene_, division_;
     std::shared_ptr<const Scene> scene_;
     std::vector<FoundCharacter> found_;
     std::vector<CharacterBox> boxes_;

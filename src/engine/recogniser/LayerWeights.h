@@ -11,8 +11,8 @@
 
 namespace dravik::engine {
 
-// As the kernels multiply by them: a row for each input, padded columns for the outputs. They are the whole numbers
-// of 7 bits that the program has; what an output's are worth is its scale.
+// As the kernels multiply by them: a row for each input, padded columns for the outputs. They are the whole
+// numbers of 7 bits that the program has; what an output's are worth is its scale.
 struct LayerWeights {
     std::size_t inputs = 0, outputs = 0;
     std::vector<float> weights, scales, biases;
@@ -34,12 +34,13 @@ class WeightReader {
     const std::uint8_t* from_;
 };
 
-// Rectified: nothing is below 0, and values have 17 bits. Their products with weights of 7 bits are floats without
-// rounding, so that kernels that round a product before they add it and kernels that do not come to the same sums.
+// Rectified: nothing is below 0, and values have 17 bits. Their products with weights of 7 bits are floats
+// without rounding, so that kernels that round a product before they add it and kernels that do not come to
+// the same sums.
 enum class Units { Rectified, Plain };
 
-// rows x columns() = rows x inputs by the layer's weights. Inputs are those of rectified units, or whole numbers of
-// 8 bits.
+// rows x columns() = rows x inputs by the layer's weights. Inputs are those of rectified units, or whole
+// numbers of 8 bits.
 void apply(const LayerWeights& layer, const float* from, float* to, std::size_t rows, Units units,
            const MatrixKernels& kernels);
 

@@ -48,7 +48,8 @@ std::vector<Boundary> LineBoundaries::inside(const Box& piece, float leastOdds) 
     for (int i = first; i <= last; ++i) {
         const float odds = odds_[static_cast<std::size_t>(i)];
         const auto at = odds_.begin() + i;
-        if (odds < leastOdds || odds < *std::max_element(at - kSides, at + kSides + 1) || odds == *(at - 1)) continue;
+        if (odds < leastOdds || odds < *std::max_element(at - kSides, at + kSides + 1) || odds == *(at - 1))
+            continue;
         result.push_back({left_ + column_ * (static_cast<float>(i) + 0.5f), odds});
     }
     return result;

@@ -16,10 +16,13 @@ struct Boundary {
 
 class LineBoundaries {
   public:
+    LineBoundaries() = default;
     // Of the line that the pieces stand in, arranged from left to right.
-    LineBoundaries(const InkImage& ink, const Frame& frame, std::span<const Glyph> line, const LineMetrics& metrics);
+    LineBoundaries(const InkImage& ink, const Frame& frame, std::span<const Glyph> line,
+                   const LineMetrics& metrics);
 
-    // False for a line that is too long or short to be looked at; then all odds are 0 and there are no boundaries.
+    // False for a line that is too long or short to be looked at; then all odds are 0 and there are no
+    // boundaries.
     bool isKnown() const noexcept { return !odds_.empty(); }
     // The greatest odds at or beside the places between `left` and `right`, which may be exchanged.
     float between(float left, float right) const;

@@ -17,6 +17,7 @@
 #include "engine/embedded/EmbeddedTool.h"
 #include "engine/scene/Scene.h"
 #include "tool/FontUseCases.h"
+#include "tool/IncludeRules.h"
 #include "trainer/commands/Commands.h"
 #include "trainer/commands/InOrder.h"
 #include "trainer/commands/Interrupt.h"
@@ -110,6 +111,7 @@ bool include(engine::EmbeddedTool& tool, tool::FontUseCases& fonts, const Listed
         if (seen.problem) std::rethrow_exception(seen.problem);
         tool.shareImage(std::move(seen.image), std::move(seen.scene));
         tool.setImageName(fileOf(sample));
+        tool.divideByText(tool::textToInclude(sample.text));
         const auto outcome = fonts.include({.text = sample.text, .addMissing = true});
         if (const auto* included = std::get_if<tool::Included>(&outcome)) {
             streams.out << "included " << included->samples << '\t' << sample.image << std::endl;

@@ -235,8 +235,10 @@ DRAVIK_API dravik_status dravik_learner_open(const char* jobs, const char* name,
 DRAVIK_API void dravik_learner_free(dravik_learner* learner);
 
 /** @brief Includes the characters of an image as samples, labelled with the text in reading order; blanks and
- * line breaks do not count. Characters that the font does not have yet are added to it. `samples` may be
- * null. With #DRAVIK_COUNT_MISMATCH nothing is included; the error says how many were found. */
+ * line breaks do not count. Where another number of characters is found, the print is divided into those of
+ * the text when that is nearly as likely. Characters that the font does not have yet are added to it.
+ * `samples` may be null. With #DRAVIK_COUNT_MISMATCH nothing is included; the error says how many were found.
+ */
 DRAVIK_API dravik_status dravik_learner_include(dravik_learner* learner, const dravik_image* image,
                                                 const dravik_settings* settings, const char* text,
                                                 int32_t* samples, dravik_error* error);
