@@ -33,9 +33,11 @@ constexpr float kCutsApart = 0.1f;
 // Pieces that are wider, in heights of capitals, are cut at the sides of strokes too, when these differ that
 // much in height and are so far from other cuts.
 constexpr float kWideForSides = 0.4f, kStrokeRise = 0.2f, kSidesApart = 0.06f;
-// Pieces as wide, in heights of capitals, may be cut everywhere, in such steps.
-constexpr float kLeastCutWidth = 0.3f, kEverywhere = 0.08f;
 constexpr std::size_t kMostJoined = kMostCuts + 1;
+// Pieces as wide, in heights of capitals, may be cut everywhere, in such steps, and so many of them are
+// joined.
+constexpr float kLeastCutWidth = 0.3f, kEverywhere = 0.08f;
+constexpr std::size_t kMostStepsJoined = 12;
 // Joined pieces stand no further apart and are no wider, as parts of the height of capitals.
 constexpr float kMostRoom = 0.3f, kMostWidth = 1.5f;
 
@@ -106,7 +108,8 @@ std::vector<Atom> atomsOf(const Segmentation& found, std::size_t from, std::size
 }
 
 std::vector<Span> spansOf(const std::vector<Atom>& atoms, const std::vector<bool>& doubtful,
-                          const Frame& frame, float cap) {
+                          const Frame& frame, float cap, Cuts cuts) {
+    const std::size_t mostAtoms = cuts == Cuts::Everywhere ? kMostStepsJoined : kMostJoined;
     std::vector<Span> spans;
     for (std::size_t first = 0; first < atoms.size(); ++first) {
         Piece piece = atoms[first].piece;
@@ -124,7 +127,7 @@ std::vector<Span> spansOf(const std::vector<Atom>& atoms, const std::vector<bool
             if (end == atoms.size()) break;
             const Atom& next = atoms[end];
             const bool another = next.character != to;
-            if (end - first >= kMostJoined && next.character != from) break;
+            if (end - first >= mostAtoms && next.character != from) break;
             if (another && !(doubtful[to] || doubtful[next.character])) break;
             if (next.piece.box.left - piece.box.right > kMostRoom * cap) break;
             if (std::max(piece.box.right, next.piece.box.right) - piece.box.left > kMostWidth * cap &&
@@ -165,7 +168,7 @@ std::vector<ReadPiece> likeliestPieces(const Segmentation& found, std::size_t fr
         return result;
     }
     const std::vector<Atom> atoms = atomsOf(found, from, from + first.size(), doubtful, line, Cuts::Likely);
-    std::vector<Span> spans = spansOf(atoms, doubtful, found.frame, line.capHeight);
+    std::vector<Span> spans = spansOf(atoms, doubtful, found.frame, line.capHeight, Cuts::Likely);
     std::vector<CharacterPatch> patches;
     for (const Span& span : spans)
         if (!span.asFound) patches.push_back(characterPatch(found.ink, found.frame, span.piece, line));

@@ -41,7 +41,7 @@ struct Span {
 // What may be one piece, its likelihoods not known yet, in the order of the first atoms; characters are
 // joined where one of them is doubtful.
 std::vector<Span> spansOf(const std::vector<Atom>& atoms, const std::vector<bool>& doubtful,
-                          const Frame& frame, float cap);
+                          const Frame& frame, float cap, Cuts cuts);
 
 // By how much surer, as a logarithm, other pieces must be than those that were found: for each join and piece
 // that is left out.

@@ -41,6 +41,7 @@ constexpr float kMostRoom = 0.3f, kMostJoinedWidth = 1.6f;
 struct LinePiece {
     Span span;
     std::size_t from = 0, to = 0;  // the last one
+    bool isWhole = true;           // nothing of them is left
 };
 
 struct Line {
@@ -58,8 +59,8 @@ struct Line {
 enum class Origin { Found, LeftOut, Joined, Cut };
 
 Origin originOf(const Line& line, const LinePiece& piece) {
+    if (!piece.isWhole) return Origin::Cut;
     if (piece.from != piece.to) return Origin::Joined;
-    if (!piece.span.asFound) return Origin::Cut;
     return line.isLeftOut[piece.from] ? Origin::LeftOut : Origin::Found;
 }
 
@@ -248,12 +249,14 @@ class Alignment {
         std::vector<bool> isCut = line.isDoubtful;
         for (std::size_t i = 0; i < isCut.size(); ++i)
             if (view.glyphs[line.from + i].piece.box.height() < kFlat * cap) isCut[i] = false;
-        const std::vector<Atom> atoms = atomsOf(view, line.from, line.to, isCut, line.metrics,
-                                                lacksCharacters_ ? Cuts::Everywhere : Cuts::Likely);
+        const Cuts cuts = lacksCharacters_ ? Cuts::Everywhere : Cuts::Likely;
+        const std::vector<Atom> atoms = atomsOf(view, line.from, line.to, isCut, line.metrics, cuts);
         line.pieces.clear();
-        for (Span& span : spansOf(atoms, line.isDoubtful, view.frame, cap)) {
+        for (Span& span : spansOf(atoms, line.isDoubtful, view.frame, cap, cuts)) {
             const std::size_t from = atoms[span.first].character, to = atoms[span.end - 1].character;
-            line.pieces.push_back({std::move(span), from, to});
+            const bool begins = span.first == 0 || atoms[span.first - 1].character != from,
+                       ends = span.end == atoms.size() || atoms[span.end].character != to;
+            line.pieces.push_back({std::move(span), from, to, begins && ends});
         }
         addJoined(line, atoms);
         std::vector<CharacterPatch> patches;
