@@ -11,6 +11,8 @@
 //         images with the exact number of characters, by tier and kind; -v names the others
 //     dravik_evaluate scenes [-v] FOLDER...
 //         the same of pictures of whole parts, by what stands beside the print
+//     dravik_evaluate kernels CHARSETS LINES
+//         whether boxes and texts depend on the machine's instruction set
 //     dravik_evaluate include [-v] FOLDER...
 //         images that are taken with their text, freely or with its help, and with wrong texts
 //     dravik_evaluate fit cuts|joins|print|choice FOLDER...
@@ -25,6 +27,7 @@
 
 #include "evaluate/ChoiceFitting.h"
 #include "evaluate/Counting.h"
+#include "evaluate/KernelComparison.h"
 #include "evaluate/PieceFitting.h"
 #include "evaluate/ReadingBack.h"
 #include "evaluate/ReadingWithoutFont.h"
@@ -46,6 +49,8 @@ int main(int argc, char** argv) {
             const bool verbose = arguments[1] == "-v";
             for (std::size_t i = verbose ? 2 : 1; i < arguments.size(); ++i)
                 dravik::readWithoutFonts(arguments[i], verbose);
+        } else if (what == "kernels" && arguments.size() == 3) {
+            dravik::compareKernels(arguments[1], arguments[2]);
         } else if (what == "include" && arguments.size() > 1) {
             const bool verbose = arguments[1] == "-v";
             for (std::size_t i = verbose ? 2 : 1; i < arguments.size(); ++i)
@@ -69,7 +74,8 @@ int main(int argc, char** argv) {
         } else {
             std::fprintf(stderr,
                          "usage: dravik_evaluate [read CHARSETS LINES [SHEETS] | suggest [-v] LINES... | "
-                         "count [-v] FOLDER... | scenes [-v] FOLDER... | include [-v] FOLDER... | fit "
+                         "count [-v] FOLDER... | scenes [-v] FOLDER... | kernels CHARSETS LINES | "
+                         "include [-v] FOLDER... | fit "
                          "cuts|joins|print|choice FOLDER... | shared FOLDER]\n");
             return 2;
         }

@@ -21,7 +21,9 @@ faces=(fonts-dejavu-core fonts-liberation fonts-hack fonts-inconsolata fonts-rob
     fonts-opendyslexic fonts-hosny-thabit fonts-rocknroll fonts-smc-uroob fonts-woowa-bm fonts-engadget fonts-tlwg-laksaman-ttf
     fonts-horai-umefont fonts-linex xfonts-shinonome xfonts-mplus xfonts-cronyx-misc xfonts-kaname fonts-arundina
     fonts-wqy-microhei fonts-unfonts-core fonts-lexi-gulim fonts-sil-mondulkiri fonts-smc-gayathri fonts-klee fonts-konatu
-    fonts-tlwg-sawasdee-ttf fonts-sil-harmattan xfonts-efont-unicode xfonts-intl-european xfonts-kapl xfonts-a12k12)
+    fonts-tlwg-sawasdee-ttf fonts-sil-harmattan xfonts-efont-unicode xfonts-intl-european xfonts-kapl xfonts-a12k12
+    fonts-lg-aboriginal fonts-smc-chilanka fonts-cwtex-heib fonts-smc-rachana fonts-smc-dyuthi fonts-smc-keraleeyam
+    fonts-teluguvijayam fonts-mona fonts-ukij-uyghur fonts-lexi-saebom fonts-arphic-gkai00mp xfonts-ayu xfonts-kappa20 fonts-wine fonts-dotgothic16)
 if [ "${1:-}" = windows ]; then
     install_packages "${windows_packages[@]}"
     cmake --preset windows-bench >/dev/null

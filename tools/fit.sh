@@ -1,9 +1,12 @@
 #!/usr/bin/env bash
-# Makes the weights of the base recogniser anew: installs the faces, makes patches of them, fits the network, and writes
-# src/engine/recogniser/BaseWeights.bin and the examples that its tests compare with.
+# Makes the weights of the base recogniser and of the network of boundaries anew: installs the faces, makes patches and
+# lines of them, fits the networks, and writes src/engine/recogniser/BaseWeights.bin and BoundaryWeights.bin and the examples
+# that their tests compare with.
 #
-#     tools/fit.sh                  some 45 minutes on 4 cores that others use too
-#     tools/fit.sh --small FOLDER   a fit too short to be good, of a few minutes, which leaves its weights in FOLDER
+#     tools/fit.sh                  some 65 minutes on 4 cores that others use too
+#     tools/fit.sh base             the base recogniser alone: 45 minutes
+#     tools/fit.sh boundaries       the boundaries alone: 20 minutes
+#     tools/fit.sh --small FOLDER   fits too short to be good, of a few minutes, which leave their weights in FOLDER
 #
 # On one machine the same sources, faces and packages give the same weights to the digit. Fitting takes two threads.
 set -euo pipefail
@@ -24,33 +27,50 @@ face_packages=(fonts-3270 fonts-adf-accanthis fonts-adf-baskervald fonts-adf-gil
     fonts-sil-doulos fonts-sil-gentium-basic fonts-sil-gentiumplus fonts-spleen fonts-stix fonts-tuffy fonts-unifont
     fonts-urw-base35 fonts-vollkorn fonts-yanone-kaffeesatz fonts-yrsa-rasa xfonts-100dpi xfonts-base xfonts-terminus
     hershey-fonts-data)
-images=16000 checks=800 steps=36000
-weights=$PWD/src/engine/recogniser/BaseWeights.bin examples=$PWD/tests/engine/corpus/recogniser_examples.bin
+images=16000 checks=800 steps=36000 line_images=24000 line_checks=600 line_steps=12000
+networks="base boundaries" weights=$PWD/src/engine/recogniser examples=$PWD/tests/engine/corpus
 if [ "${1:-}" = --small ]; then
-    images=300 checks=60 steps=300
+    images=300 checks=60 steps=300 line_images=300 line_checks=40 line_steps=150
     mkdir -p "$2"
-    weights=$(readlink -f "$2")/weights.bin examples=$(readlink -f "$2")/examples.bin
+    weights=$(readlink -f "$2") examples=$weights
+elif [ "${1:-}" = base ] || [ "${1:-}" = boundaries ]; then
+    networks=$1
 elif [ $# -gt 0 ]; then
-    echo "usage: tools/fit.sh [--small FOLDER]" >&2
+    echo "usage: tools/fit.sh [base|boundaries|--small FOLDER]" >&2
     exit 2
 fi
 install_packages "${build_packages[@]}" libbenchmark-dev libpng-dev libfreetype-dev libopencv-dev libfann-dev libeigen3-dev zlib1g-dev \
     python3-torch python3-numpy libopenblas0-pthread "${face_packages[@]}"
 cmake --preset bench >/dev/null
-ninja -C build-bench dravik_patches >build-bench/build.log || { tail -n 60 build-bench/build.log >&2; exit 1; }
+ninja -C build-bench dravik_patches dravik_boundaries >build-bench/build.log || { tail -n 60 build-bench/build.log >&2; exit 1; }
 made=$(mktemp -d)
 trap 'rm -rf "$made"' EXIT
-mkdir "$made"/{first,second,check}
-patches() { build-bench/bench/dravik_patches "$@"; }
-half=$((images / 2))
-patches bench/fit/faces.txt "$made/second" $half 1 $half &
-second=$!
-patches bench/fit/check_faces.txt "$made/check" "$checks" 2
-patches bench/fit/faces.txt "$made/first" $half 1 0
-wait $second
-{
-    echo "patches of $images images of seed 1 in $(wc -l <bench/fit/faces.txt) faces (bench/fit/faces.txt), those to check with of $checks of seed 2 (bench/fit/check_faces.txt)"
-    echo "faces from:"
-    dpkg-query -W -f '${Package} ${Version}\n' "${face_packages[@]}"
-} >"$made/sources"
-/usr/bin/python3 bench/fit/fit.py "$made/first,$made/second" "$weights" --steps $steps --check "$made/check" --sources "$made/sources" --examples "$examples"
+# make_of PROGRAM IMAGES SEED CHECKS CHECK_SEED: into first, second and check of a folder of its name
+make_of() {
+    local half=$(($2 / 2))
+    mkdir -p "$made/$1"/{first,second,check}
+    "build-bench/bench/dravik_$1" bench/fit/faces.txt "$made/$1/second" $half "$3" $half &
+    local second=$!
+    "build-bench/bench/dravik_$1" bench/fit/check_faces.txt "$made/$1/check" "$4" "$5"
+    "build-bench/bench/dravik_$1" bench/fit/faces.txt "$made/$1/first" $half "$3" 0
+    wait $second
+    {
+        echo "$1 of $2 images of seed $3 in $(wc -l <bench/fit/faces.txt) faces (bench/fit/faces.txt), those to check with of $4 of seed $5 (bench/fit/check_faces.txt)"
+        echo "faces from:"
+        dpkg-query -W -f '${Package} ${Version}\n' "${face_packages[@]}"
+    } >"$made/$1/sources"
+}
+# fit_of PROGRAM SCRIPT WEIGHTS EXAMPLES STEPS
+fit_of() {
+    /usr/bin/python3 "bench/fit/$2" "$made/$1/first,$made/$1/second" "$3" --steps "$5" --check "$made/$1/check" --sources "$made/$1/sources" --examples "$4"
+}
+for network in $networks; do
+    if [ "$network" = base ]; then
+        make_of patches $images 1 $checks 2
+        fit_of patches fit.py "$weights/BaseWeights.bin" "$examples/recogniser_examples.bin" $steps
+    else
+        make_of boundaries $line_images 11 $line_checks 12
+        fit_of boundaries fit_boundaries.py "$weights/BoundaryWeights.bin" "$examples/boundary_examples.bin" $line_steps
+    fi
+    rm -rf "$made"/patches "$made"/boundaries
+done

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cstdio>
-#include <ctime>
 #include <fstream>
 #include <map>
 #include <memory>
@@ -16,6 +15,7 @@
 #include "engine/recogniser/BaseReader.h"
 #include "engine/segmentation/Segmentation.h"
 #include "evaluate/PlainPeer.h"
+#include "evaluate/Times.h"
 
 namespace dravik {
 
@@ -141,12 +141,16 @@ void countScenes(const std::string& folder, bool verbose) {
     const auto kindOf = kinds(folder);
     Share all;
     std::map<std::string, Share> byKind;
-    double seconds = 0;
+    Times times;
+    double sum = 0;
     for (const LabelledImage& image : labelledImages(folder)) {
         const auto pixels = std::make_shared<GreyImage>(readPng(image.file));
-        const auto start = std::clock();
+        const double start = processorTime();
         const Scene scene = findScene(pixels);
-        seconds += static_cast<double>(std::clock() - start) / CLOCKS_PER_SEC;
+        const double time = processorTime() - start;
+        const std::vector<PlacedGlyph> places = allPlaces(scene);
+        times.add(image.name, places.empty() ? 0 : static_cast<std::size_t>(places.back().line) + 1, time);
+        sum += time;
         const std::size_t expected = characterCount(image.text);
         const bool right = scene.characters() == expected;
         all.add(right);
@@ -162,8 +166,8 @@ void countScenes(const std::string& folder, bool verbose) {
             std::printf("%s  %s\n", kindText.c_str(), image.text.c_str());
         }
     }
-    std::printf("%s: %.1f ms of processor time a picture\n", folder.c_str(),
-                1000 * seconds / std::max(1, all.all));
+    std::printf("%s: %.1f ms of processor time a picture\n", folder.c_str(), sum / std::max(1, all.all));
+    times.print();
     print("all", all);
     for (const auto& [kind, share] : byKind) print("  " + kind, share);
 }

@@ -3,8 +3,6 @@
 #include <algorithm>
 #include <chrono>
 #include <cstdio>
-#include <ctime>
-#include <filesystem>
 #include <map>
 #include <thread>
 #include <utility>
@@ -13,6 +11,8 @@
 #include "engine/LabelledImages.h"
 #include "engine/PngFile.h"
 #include "engine/embedded/EmbeddedTool.h"
+#include "evaluate/JobsForNow.h"
+#include "evaluate/Times.h"
 #include "evaluate/WrongLabels.h"
 #include "support/Differences.h"
 #include "tool/Samples.h"
@@ -44,40 +44,6 @@ std::vector<std::string> textOf(const std::vector<ReadCharacter>& read) {
     return text;
 }
 
-// A folder that goes when the measurement ends.
-struct JobsForNow {
-    std::filesystem::path path =
-        std::filesystem::temp_directory_path() /
-        ("dravik-evaluate-" + std::to_string(std::chrono::steady_clock::now().time_since_epoch().count()));
-    ~JobsForNow() {
-        std::error_code ignored;
-        std::filesystem::remove_all(path, ignored);
-    }
-};
-
-// Processor time of finding and reading, in milliseconds, by the number of lines.
-struct Times {
-    std::map<std::size_t, std::vector<double>> byLines;
-    double worst = 0;
-    std::string slowest;
-
-    void add(const std::string& image, std::size_t lines, double time) {
-        byLines[lines].push_back(time);
-        if (time <= worst) return;
-        worst = time;
-        slowest = image;
-    }
-    void print() {
-        for (auto& [lines, times] : byLines) {
-            std::sort(times.begin(), times.end());
-            std::printf(
-                "processor time of %zu images of %zu lines: median %.1f ms, nine in ten below %.1f ms\n",
-                times.size(), lines, times[times.size() / 2], times[times.size() * 9 / 10]);
-        }
-        std::printf("the slowest: %.1f ms, %s\n", worst, slowest.c_str());
-    }
-};
-
 }  // namespace
 
 void readBack(const std::string& charsets, const std::string& lines, int most) {
@@ -85,7 +51,7 @@ void readBack(const std::string& charsets, const std::string& lines, int most) {
     const Fonts toRead = byFont(lines);
     WrongLabels wrongLabels;
     Times times;
-    int allCharacters = 0, allWrong = 0, allExact = 0, allImages = 0, allMisread = 0;
+    int allCharacters = 0, allWrong = 0, allExact = 0, allImages = 0, allMisread = 0, allRight = 0;
     std::printf("%-12s %8s %7s %7s %6s %6s %7s %7s %7s %9s\n", "font", "included", "refused", "exact",
                 "chars", "wrong", "seconds", "cycles", "RMS", "Distance");
     for (const auto& [font, images] : byFont(charsets)) {
@@ -116,15 +82,17 @@ void readBack(const std::string& charsets, const std::string& lines, int most) {
             for (const LabelledImage& image : own->second) {
                 ++count;
                 GreyImage pixels = readPng(image.file);
-                const std::clock_t begun = std::clock();
+                const double begun = processorTime();
                 tool.setImage(std::move(pixels));
                 const std::vector<ReadCharacter> read = tool.read();
                 times.add(image.name, read.empty() ? 0 : static_cast<std::size_t>(read.back().place.line) + 1,
-                          1000.0 * static_cast<double>(std::clock() - begun) / CLOCKS_PER_SEC);
+                          processorTime() - begun);
                 const std::vector<std::string> text = characters(image.text);
                 characterTotal += static_cast<int>(text.size());
                 wrongLabels.tryOut(tool, text);
-                wrong += static_cast<int>(test::differences(text, textOf(read)));
+                const int errors = static_cast<int>(test::differences(text, textOf(read)));
+                wrong += errors;
+                allRight += errors == 0;
                 if (read.size() != text.size()) {
                     misread += " " + image.name + ":" + std::to_string(read.size()) + "/" +
                                std::to_string(text.size());
@@ -150,10 +118,10 @@ void readBack(const std::string& charsets, const std::string& lines, int most) {
         allImages += count;
     }
     std::printf(
-        "all: %d of %d images exact, %d of %d characters wrong (%.2f %%), of which %d in images with the "
-        "exact count\n",
-        allExact, allImages, allWrong, allCharacters, 100.0 * allWrong / std::max(1, allCharacters),
-        allMisread);
+        "all: %d of %d images exact, %d without an error (%.1f %%), %d of %d characters wrong (%.2f %%), "
+        "of which %d in images with the exact count\n",
+        allExact, allImages, allRight, 100.0 * allRight / std::max(1, allImages), allWrong, allCharacters,
+        100.0 * allWrong / std::max(1, allCharacters), allMisread);
     wrongLabels.print();
     times.print();
 }

@@ -22,11 +22,14 @@ namespace {
 
 namespace fs = std::filesystem;
 
-std::string fileBelow(const std::string& folder, const std::string& name) {
-    std::error_code error;
+std::string fontFile(const std::string& name) {
     std::vector<std::string> found;
-    for (fs::recursive_directory_iterator at(folder, error), end; !error && at != end; at.increment(error))
-        if (at->path().filename() == name) found.push_back(at->path().string());
+    for (const char* folder : {"/usr/share/fonts", "/usr/share/wine/fonts"}) {
+        std::error_code error;
+        fs::recursive_directory_iterator at(folder, error);
+        for (; !error && at != fs::recursive_directory_iterator(); at.increment(error))
+            if (at->path().filename() == name) found.push_back(at->path().string());
+    }
     if (found.empty()) throw std::runtime_error("Font file " + name + " is not installed");
     return *std::min_element(found.begin(), found.end());
 }
@@ -243,17 +246,17 @@ class StrokeFace : public Typeface {
 }  // namespace
 
 std::unique_ptr<Typeface> faceFromFile(const std::string& fileName) {
-    const std::string file = fileBelow("/usr/share/fonts", fileName);
+    const std::string file = fontFile(fileName);
     if (const FontFileHandle handle(file); !FT_IS_SCALABLE(handle.face())) return bitmapFace(handle);
     return std::make_unique<OutlineFace>(file);
 }
 
 std::unique_ptr<Typeface> faceOfDots(const std::string& fileName, int rows) {
-    return rasteredFace(FontFileHandle(fileBelow("/usr/share/fonts", fileName)), rows);
+    return rasteredFace(FontFileHandle(fontFile(fileName)), rows);
 }
 
 std::unique_ptr<Typeface> faceOfStrokes(const std::string& fileName) {
-    return std::make_unique<StrokeFace>(fileBelow("/usr/share/hershey-fonts", fileName));
+    return std::make_unique<StrokeFace>("/usr/share/hershey-fonts/" + fileName);
 }
 
 }  // namespace dravik

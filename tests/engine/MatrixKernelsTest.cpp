@@ -19,6 +19,12 @@ std::vector<float> someNumbers(std::size_t count, std::size_t from) {
     return numbers;
 }
 
+// Run once more by ctest with a name in the environment.
+TEST(MatrixKernels, TheBestAreUsedUnlessTheEnvironmentNamesOthers) {
+    const char* name = std::getenv("DRAVIK_KERNELS");
+    EXPECT_STREQ(usedKernels().name, name ? name : availableKernels().front()->name);
+}
+
 // Row and column counts around the sizes of tiles, the left matrix lying and standing. What lies beside the
 // result must stay, and a result must not depend on which other rows are computed with it.
 TEST(MatrixKernels, MultiplyMatricesOfEverySize) {

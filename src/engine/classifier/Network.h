@@ -51,7 +51,7 @@ struct TrainingPlan {
     // Spread of what is added to the standardised inputs, so that a few samples stand for more than
     // themselves.
     float noise = 0.4f;
-    const MatrixKernels* kernels = &bestKernels();
+    const MatrixKernels* kernels = &usedKernels();
 
     // What suits a set of that many samples.
     static TrainingPlan forSamples(std::size_t count);

@@ -54,7 +54,7 @@ class Perceptron {
     static constexpr std::size_t kMostRows = 120;
 
     // Random weights, with a bias of 0 for each unit.
-    Perceptron(PerceptronShape shape, Chance& chance, const MatrixKernels& kernels = bestKernels());
+    Perceptron(PerceptronShape shape, Chance& chance, const MatrixKernels& kernels = usedKernels());
 
     const PerceptronShape& shape() const noexcept { return shape_; }
     // Distance between the rows of inputs that learn() is given.

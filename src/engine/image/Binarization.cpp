@@ -196,9 +196,10 @@ void Binarizer::findDepths(bool darkPrint, int side, float blur, Values& ground)
         return [&, rows]() {
             const std::uint8_t* row = rows();
             if (darkPrint) return row;
-            for (std::size_t x = 0; x < turned.size(); ++x)
-                turned[x] = static_cast<std::uint8_t>(255 - row[x]);
-            return static_cast<const std::uint8_t*>(turned.data());
+            std::uint8_t* const to = turned.data();
+            for (std::size_t x = 0, width = turned.size(); x < width; ++x)
+                to[x] = static_cast<std::uint8_t>(255 - row[x]);
+            return static_cast<const std::uint8_t*>(to);
         };
     };
     ground.resize(smooth_.size());
@@ -210,7 +211,7 @@ void Binarizer::findDepths(bool darkPrint, int side, float blur, Values& ground)
     for (int y = 0; y < height_; ++y) {
         const std::uint8_t* in = print();
         std::uint8_t* depth = &ground[area(width_, y)];
-        for (std::size_t x = 0; x < static_cast<std::size_t>(width_); ++x)
+        for (std::size_t x = 0, width = static_cast<std::size_t>(width_); x < width; ++x)
             depth[x] = static_cast<std::uint8_t>(std::max(depth[x], in[x]) - in[x]);
     }
 }

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <cstddef>
+#include <optional>
 #include <utility>
 
 #include "engine/image/GreyHistogram.h"
@@ -149,26 +150,29 @@ std::vector<float> tileThresholds(const Values& depths, const TileGrid& grid, co
     std::vector<float> result(area(grid.columns(), grid.rows()));
     // Three rows of tiles at a time: the counts of all would take twice the room of the pixels.
     std::array<TileGrid::TileRow, 3> near;
+    std::vector<std::optional<Histogram>> sums(static_cast<std::size_t>(grid.columns()));  // of their columns
     grid.count(depths, 0, contrast.visible, near[1]);
     for (int row = 0; row < grid.rows(); ++row) {
         grid.count(depths, row + 1, contrast.visible, near[2]);
-        const auto addColumn = [&](Histogram& sum, int column) {
-            bool any = false;
-            if (column < 0 || column >= grid.columns()) return any;
+        for (std::size_t column = 0; column < sums.size(); ++column) {
+            sums[column].reset();
             for (const TileGrid::TileRow& tiles : near) {
-                if (tiles.places.empty()) continue;
-                const std::ptrdiff_t at = tiles.places[static_cast<std::size_t>(column)];
+                const std::ptrdiff_t at = tiles.places.empty() ? -1 : tiles.places[column];
                 if (at < 0) continue;
+                if (!sums[column]) sums[column].emplace();
                 const TileCounts& counts = tiles.counts[static_cast<std::size_t>(at)];
-                for (std::size_t bin = 0; bin < kBins; ++bin) sum[bin] += counts[bin];
-                any = true;
+                for (std::size_t bin = 0; bin < kBins; ++bin) (*sums[column])[bin] += counts[bin];
             }
-            return any;
-        };
+        }
         for (int column = 0; column < grid.columns(); ++column) {
             Histogram around{};
             bool any = false;
-            for (int c = column - 1; c <= column + 1; ++c) any = addColumn(around, c) || any;
+            for (int c = std::max(0, column - 1); c <= std::min(grid.columns() - 1, column + 1); ++c) {
+                const std::optional<Histogram>& sum = sums[static_cast<std::size_t>(c)];
+                if (!sum) continue;
+                for (std::size_t bin = 0; bin < kBins; ++bin) around[bin] += (*sum)[bin];
+                any = true;
+            }
             int local = -1;
             if (any)
                 local = percentile(around, contrast.visible, 0.7,

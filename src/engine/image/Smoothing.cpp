@@ -38,7 +38,7 @@ class Pass {
         else
             below_ = here_;
         const std::uint8_t *a = above_.data(), *b = here_.data(), *c = below_.data();
-        for (std::size_t x = 0; x < here_.size(); ++x) out[x] = mean(a[x], b[x], c[x]);
+        for (std::size_t x = 0, width = here_.size(); x < width; ++x) out[x] = mean(a[x], b[x], c[x]);
         above_.swap(here_);
         here_.swap(below_);
     }
@@ -72,12 +72,25 @@ RowSource smoothed(RowSource rows, int width, int height) {
 BlurredRows::Round::Round(std::size_t width, int height, int radius)
     : width_(width),
       height_(height),
-      radius_(radius),
-      share_(((1u << 16) + static_cast<std::uint32_t>(radius)) / static_cast<std::uint32_t>(2 * radius + 1)),
-      padded_(width + 2 * static_cast<std::size_t>(radius) + 1),
-      window_(width * (2 * static_cast<std::size_t>(radius) + 2)),
+      radius_(std::min(radius, kMostRadius)),
+      share_(static_cast<std::uint16_t>(((1 << 16) + radius_) / (2 * radius_ + 1))),
+      padded_(width + 2 * static_cast<std::size_t>(radius_) + 1),
+      window_(width * (2 * static_cast<std::size_t>(radius_) + 2)),
       mean_(width),
+      along_(width),
       sums_(width) {}
+
+// The sums as means, rounded.
+void BlurredRows::Round::toMeans(const std::uint16_t* sums, std::uint8_t* means) const {
+    const std::uint16_t share = share_;
+    for (std::size_t x = 0, width = width_; x < width; ++x) {
+        const std::uint32_t product = static_cast<std::uint32_t>(sums[x]) * share;
+        const std::uint16_t whole = static_cast<std::uint16_t>(product >> 16),
+                            rest = static_cast<std::uint16_t>(sums[x] * share);
+        const std::int16_t rounded = static_cast<std::int16_t>(whole + (rest >> 15));
+        means[x] = static_cast<std::uint8_t>(std::min<std::int16_t>(255, rounded));
+    }
+}
 
 const std::uint8_t* BlurredRows::Round::held(int y) const {
     const int place = std::clamp(y, 0, height_ - 1) % (2 * radius_ + 2);
@@ -92,30 +105,32 @@ void BlurredRows::Round::take(const std::uint8_t* row) {
     std::fill(padded_.begin() + radius_ + static_cast<std::ptrdiff_t>(width_), padded_.end(),
               row[width_ - 1]);
     const std::uint8_t *leaves = padded_.data(), *enters = leaves + side;
-    std::uint8_t* out = &window_[static_cast<std::size_t>(taken_ % (2 * radius_ + 2)) * width_];
+    std::uint16_t* const sums = along_.data();
     std::uint32_t sum = 0;
     for (std::size_t x = 0; x < side; ++x) sum += padded_[x];
-    for (std::size_t x = 0; x < width_; ++x) {
-        out[x] = static_cast<std::uint8_t>(std::min(255u, (sum * share_ + (1u << 15)) >> 16));
+    for (std::size_t x = 0, width = width_; x < width; ++x) {
+        sums[x] = static_cast<std::uint16_t>(sum);
         sum += static_cast<std::uint32_t>(enters[x]) - leaves[x];
     }
+    toMeans(sums, &window_[static_cast<std::size_t>(taken_ % (2 * radius_ + 2)) * width_]);
     ++taken_;
 }
 
 const std::uint8_t* BlurredRows::Round::next(const RowSource& rows) {
     while (taken_ < height_ && taken_ <= given_ + radius_) take(rows());
+    std::uint16_t* const sums = sums_.data();
+    const std::size_t width = width_;
     if (given_ == 0) {
         for (int y = -radius_; y <= radius_; ++y) {
             const std::uint8_t* row = held(y);
-            for (std::size_t x = 0; x < width_; ++x) sums_[x] += row[x];
+            for (std::size_t x = 0; x < width; ++x) sums[x] = static_cast<std::uint16_t>(sums[x] + row[x]);
         }
     } else {
         const std::uint8_t *enters = held(given_ + radius_), *leaves = held(given_ - radius_ - 1);
-        for (std::size_t x = 0; x < width_; ++x)
-            sums_[x] += static_cast<std::uint32_t>(enters[x]) - leaves[x];
+        for (std::size_t x = 0; x < width; ++x)
+            sums[x] = static_cast<std::uint16_t>(sums[x] + enters[x] - leaves[x]);
     }
-    for (std::size_t x = 0; x < width_; ++x)
-        mean_[x] = static_cast<std::uint8_t>(std::min(255u, (sums_[x] * share_ + (1u << 15)) >> 16));
+    toMeans(sums, mean_.data());
     ++given_;
     return mean_.data();
 }

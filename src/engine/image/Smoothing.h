@@ -20,7 +20,7 @@ void smooth(RowSource rows, int width, int height, std::uint8_t* pixels);
 RowSource smoothed(RowSource rows, int width, int height);
 
 // The rows of a picture, from top to bottom, as means over a window of 2 x radius + 1 both ways, done twice:
-// nearly a normal curve of that radius. Edges repeat.
+// nearly a normal curve of that radius, which is 1 to 127. Edges repeat.
 class BlurredRows {
   public:
     BlurredRows(RowSource rows, int width, int height, int radius);
@@ -36,15 +36,19 @@ class BlurredRows {
         const std::uint8_t* next(const RowSource& rows);
 
       private:
+        // The sums of a window are of 16 bits.
+        static constexpr int kMostRadius = 127;
+
         void take(const std::uint8_t* row);
         const std::uint8_t* held(int y) const;
+        void toMeans(const std::uint16_t* sums, std::uint8_t* means) const;
 
         const std::size_t width_;
         const int height_, radius_;
-        const std::uint32_t share_;  // one by the window's side, in 65536ths
+        const std::uint16_t share_;  // one by the window's side, in 65536ths
         int taken_ = 0, given_ = 0;
         std::vector<std::uint8_t> padded_, window_, mean_;
-        std::vector<std::uint32_t> sums_;
+        std::vector<std::uint16_t> along_, sums_;
     };
 
     RowSource rows_;

@@ -1,6 +1,9 @@
 #include "engine/kernels/MatrixKernels.h"
 
 #include <array>
+#include <atomic>
+#include <cstdlib>
+#include <string_view>
 
 #include "engine/kernels/MatrixKernelLoops.h"
 
@@ -27,11 +30,31 @@ struct Available {
     }
 };
 
+const MatrixKernels& wantedKernels() {
+    if (const char* name = std::getenv("DRAVIK_KERNELS"))
+        for (const MatrixKernels* kernels : availableKernels())
+            if (std::string_view(name) == kernels->name) return *kernels;
+    return *availableKernels().front();
+}
+
+std::atomic<const MatrixKernels*>& used() {
+    static std::atomic<const MatrixKernels*> kernels = &wantedKernels();
+    return kernels;
+}
+
 }  // namespace
 
 std::span<const MatrixKernels* const> availableKernels() {
     static const Available available;
     return std::span(available.kernels).first(available.count);
+}
+
+const MatrixKernels& usedKernels() {
+    return *used();
+}
+
+void useKernels(const MatrixKernels& kernels) {
+    used() = &kernels;
 }
 
 }  // namespace dravik::engine

@@ -1,6 +1,7 @@
 // The loops in which training spends its time, in one version for each instruction set, chosen when the
 // program runs. Every version gives the same results whenever it is given the same numbers, however a matrix
-// is split between calls; versions differ from each other by rounding.
+// is split between calls. All add in the same order; versions differ from each other by rounding where
+// products do, which the newer ones do not round before they add them.
 #pragma once
 
 #include <cstddef>
@@ -67,8 +68,9 @@ struct MatrixKernels {
 
 // Those that this machine can run, the best one first. Never empty.
 std::span<const MatrixKernels* const> availableKernels();
-inline const MatrixKernels& bestKernels() {
-    return *availableKernels().front();
-}
+// What everything takes that is not given others: the best ones, or those available ones that the environment
+// variable DRAVIK_KERNELS names, until useKernels() takes others for the whole process.
+const MatrixKernels& usedKernels();
+void useKernels(const MatrixKernels& kernels);
 
 }  // namespace dravik::engine

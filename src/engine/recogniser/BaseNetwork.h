@@ -19,9 +19,10 @@ namespace dravik::engine {
 inline constexpr std::size_t kNoCharacter = kRecognisedCharacters.size();
 using PatchLikelihoods = std::array<float, kRecognisedCharacters.size() + 1>;
 
-// Of each patch, in their order. May be called by many threads at once. Instruction sets differ by rounding.
+// Of each patch, in their order. May be called by many threads at once. The same to the last bit on
+// every instruction set.
 std::vector<PatchLikelihoods> patchLikelihoods(std::span<const CharacterPatch> patches,
-                                               const MatrixKernels& kernels = bestKernels());
+                                               const MatrixKernels& kernels = usedKernels());
 
 // Of the found characters `from` to `to` - 1, all of one line, which is believed to be where `line` says.
 std::vector<PatchLikelihoods> lineLikelihoods(const Segmentation& found, std::size_t from, std::size_t to,

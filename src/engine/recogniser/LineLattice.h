@@ -1,12 +1,13 @@
-// The characters of a line once more, by what they look like: where one that was found is probably a half, a
-// double or dirt, its cuts and the joins with its neighbours are tried, and the pieces taken that are the
-// likeliest to be whole characters.
+// The characters of a line once more, by what they look like and by where the network of boundaries sees one
+// end: where one that was found is probably a half, a double or dirt, its cuts and the joins with its
+// neighbours are tried, and the pieces taken that are the likeliest to be whole characters.
 #pragma once
 
 #include <span>
 #include <vector>
 
 #include "engine/recogniser/BaseNetwork.h"
+#include "engine/recogniser/LineBoundaries.h"
 
 namespace dravik::engine {
 
@@ -20,32 +21,34 @@ struct ReadPiece {
 struct Atom {
     Piece piece;
     std::size_t character = 0;
-    float doubt = 0;  // of the cut at its left
+    // What it costs, as a logarithm, that a character ends at its left, and that none ends there.
+    float boundary = 0, noBoundary = 0;
 };
 
-// The characters `from` to `to` - 1, all of one line, those that are doubtful cut where characters are likely
-// to touch, or in small steps.
+// The characters of a line, those that are doubtful cut where one may end, or in small steps. `cap` is the
+// height of its capitals.
 enum class Cuts { Likely, Everywhere };
-std::vector<Atom> atomsOf(const Segmentation& found, std::size_t from, std::size_t to,
-                          const std::vector<bool>& doubtful, const LineMetrics& line, Cuts cuts);
+std::vector<Atom> atomsOf(const Frame& frame, std::span<const Glyph> line, const std::vector<bool>& doubtful,
+                          const LineBoundaries& boundaries, float cap, Cuts cuts);
 
 // Atoms `first` to `end` - 1 as one piece.
 struct Span {
     std::size_t first = 0, end = 0;
     Piece piece;
     bool asFound = false;
-    float doubt = 0;  // of its cuts and joins
+    float doubt = 0;  // of where it begins, and that it is not cut
     PatchLikelihoods likelihoods{};
 };
 
 // What may be one piece, its likelihoods not known yet, in the order of the first atoms; characters are
 // joined where one of them is doubtful.
 std::vector<Span> spansOf(const std::vector<Atom>& atoms, const std::vector<bool>& doubtful,
-                          const Frame& frame, float cap, Cuts cuts);
+                          const Frame& frame, float cap);
 
-// By how much surer, as a logarithm, other pieces must be than those that were found: for each join and piece
-// that is left out.
-inline constexpr float kJoinDoubt = 1, kDirtDoubt = 4;
+// By how much surer, as a logarithm, other pieces must be than those that were found: for each join; and for
+// one that is left out, by what the boundaries say of its columns.
+inline constexpr float kJoinDoubt = 0.5f;
+float dirtDoubt(const LineBoundaries& boundaries, const Box& box);
 // What has the size and the place of a character of the line is at least so likely one, as a logarithm: it
 // may be one that the recogniser does not know.
 inline constexpr float kUnknown = -3.9f;

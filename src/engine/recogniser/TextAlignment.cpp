@@ -41,7 +41,6 @@ constexpr float kMostRoom = 0.3f, kMostJoinedWidth = 1.6f;
 struct LinePiece {
     Span span;
     std::size_t from = 0, to = 0;  // the last one
-    bool isWhole = true;           // nothing of them is left
 };
 
 struct Line {
@@ -52,6 +51,7 @@ struct Line {
     std::vector<PatchLikelihoods> likelihoods;  // of the characters
     std::vector<bool> isLeftOut, isDoubtful;
     std::vector<LinePiece> pieces;
+    LineBoundaries boundaries;
 
     std::size_t size() const noexcept { return to - from; }
 };
@@ -59,8 +59,8 @@ struct Line {
 enum class Origin { Found, LeftOut, Joined, Cut };
 
 Origin originOf(const Line& line, const LinePiece& piece) {
-    if (!piece.isWhole) return Origin::Cut;
     if (piece.from != piece.to) return Origin::Joined;
+    if (!piece.span.asFound) return Origin::Cut;
     return line.isLeftOut[piece.from] ? Origin::LeftOut : Origin::Found;
 }
 
@@ -249,14 +249,14 @@ class Alignment {
         std::vector<bool> isCut = line.isDoubtful;
         for (std::size_t i = 0; i < isCut.size(); ++i)
             if (view.glyphs[line.from + i].piece.box.height() < kFlat * cap) isCut[i] = false;
-        const Cuts cuts = lacksCharacters_ ? Cuts::Everywhere : Cuts::Likely;
-        const std::vector<Atom> atoms = atomsOf(view, line.from, line.to, isCut, line.metrics, cuts);
+        const std::span<const Glyph> glyphs = std::span(view.glyphs).subspan(line.from, line.size());
+        line.boundaries = LineBoundaries(view.ink, view.frame, glyphs, line.metrics);
+        const std::vector<Atom> atoms = atomsOf(view.frame, glyphs, isCut, line.boundaries, cap,
+                                                lacksCharacters_ ? Cuts::Everywhere : Cuts::Likely);
         line.pieces.clear();
-        for (Span& span : spansOf(atoms, line.isDoubtful, view.frame, cap, cuts)) {
+        for (Span& span : spansOf(atoms, line.isDoubtful, view.frame, cap)) {
             const std::size_t from = atoms[span.first].character, to = atoms[span.end - 1].character;
-            const bool begins = span.first == 0 || atoms[span.first - 1].character != from,
-                       ends = span.end == atoms.size() || atoms[span.end].character != to;
-            line.pieces.push_back({std::move(span), from, to, begins && ends});
+            line.pieces.push_back({std::move(span), from, to});
         }
         addJoined(line, atoms);
         std::vector<CharacterPatch> patches;
@@ -299,7 +299,9 @@ class Alignment {
                 one.span.first = begins[from];
                 one.span.end = begins[to + 1];
                 one.span.piece = piece;
-                one.span.doubt = kJoinDoubt * static_cast<float>(to - from);
+                one.span.doubt = atoms[begins[from]].boundary;
+                for (std::size_t i = begins[from] + 1; i < begins[to + 1]; ++i)
+                    one.span.doubt += atoms[i].noBoundary;
             }
         }
         stableSort(line.pieces.begin(), line.pieces.end(),
@@ -344,7 +346,8 @@ class Alignment {
                                               : std::max(least, value(asKind(span.likelihoods, kind)))) -
                                 doubt);
         result.asOther = std::max(isSized ? kUnknown : kNever, value(whole(span.likelihoods))) - doubt;
-        if (origin == Origin::Found) result.asDirt = span.likelihoods[kNoCharacter] - kDirtDoubt;
+        if (origin == Origin::Found)
+            result.asDirt = span.likelihoods[kNoCharacter] - dirtDoubt(line.boundaries, span.piece.box);
         if (origin == Origin::LeftOut) result.asDirt = 0;
         return result;
     }

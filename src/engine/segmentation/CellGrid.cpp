@@ -10,8 +10,11 @@ namespace {
 
 constexpr float kNarrowest = 0.5f, kWidest = 1.3f;  // of a cell, in heights of capitals
 constexpr int kFewestCells = 4, kMostCells = 80;
+constexpr float kWidestPiece = 1.1f;  // in pitches
 // Ink on the borders against the mean; distance of the characters' middles from the cells', in pitches.
 constexpr float kMostBorderInk = 0.08f, kMostOff = 0.11f;
+// Shifts whose borders have so little more ink are as good.
+constexpr float kAlike = 0.02f;
 
 // Ink pixels at each place along a line.
 struct Profile {
@@ -102,21 +105,24 @@ std::optional<CellGrid> findGrid(const std::vector<Piece>& pieces, const Frame& 
         // The middle of the longest stretch of shifts at which the borders are clear.
         float cheapest = 1e9f;
         costs.clear();
+        const float from = first + 0.3f * pitch, to = last - 0.3f * pitch;
+        // More ink than this is too much, however little the borders that follow have.
+        const float tooMuch = 1.01f * (kMostBorderInk + kAlike) * mean * ((to - from) / pitch + 1.01f);
         for (float shift = 0; shift < pitch; shift += 1) {
             float sum = 0, count = 0;
             float border = first - pitch + shift;
-            while (border < first + 0.3f * pitch) border += pitch;
-            for (; border <= last - 0.3f * pitch; border += pitch) {
-                sum += clear.at(border);
+            while (border < from) border += pitch;
+            for (; border <= to && sum <= tooMuch; border += pitch) {
+                sum += clear.ink[static_cast<std::size_t>(border - clear.left)];
                 count += 1;
             }
-            costs.push_back(count < kFewestCells - 1 ? 1e9f : sum / (count * mean));
+            costs.push_back(count < kFewestCells - 1 || sum > tooMuch ? 1e9f : sum / (count * mean));
             cheapest = std::min(cheapest, costs.back());
         }
         if (cheapest > kMostBorderInk) continue;
         std::size_t longest = 0, stretch = 0, start = 0;
         for (std::size_t i = 0; i < 2 * costs.size(); ++i) {
-            if (costs[i % costs.size()] > cheapest + 0.02f) {
+            if (costs[i < costs.size() ? i : i - costs.size()] > cheapest + kAlike) {
                 start = i + 1;
             } else if (i + 1 - start > stretch) {
                 stretch = i + 1 - start;
@@ -143,11 +149,17 @@ std::optional<CellGrid> findGrid(const std::vector<Piece>& pieces, const Frame& 
     return chosen.grid;
 }
 
+bool joinsNever(const std::vector<Piece>& pieces, float capHeight) {
+    return std::any_of(pieces.begin(), pieces.end(), [capHeight](const Piece& piece) {
+        return piece.box.width() > kWidestPiece * (kWidest * capHeight);
+    });
+}
+
 bool joinsFragmentsOnly(const std::vector<Piece>& pieces, const CellGrid& grid, float capHeight) {
     std::map<int, std::pair<Box, float>> cells;  // what is in them, the highest piece
     std::map<int, int> counts;
     for (const Piece& piece : pieces) {
-        if (piece.box.width() > 1.1f * grid.pitch) return false;
+        if (piece.box.width() > kWidestPiece * grid.pitch) return false;
         const int cell = static_cast<int>(std::floor((piece.box.middleX() - grid.origin) / grid.pitch));
         if (++counts[cell] == 1) {
             cells[cell] = {piece.box, piece.box.height()};

@@ -21,5 +21,7 @@ std::optional<CellGrid> findGrid(const std::vector<Piece>& pieces, const Frame& 
 // Whether no piece is wider than a cell and the pieces that share one are all parts of something higher than
 // each of them, as the fragments of a character are and a character beside a mark is not.
 bool joinsFragmentsOnly(const std::vector<Piece>& pieces, const CellGrid& grid, float capHeight);
+// Whether it is false for every grid, since a piece is wider than any cell.
+bool joinsNever(const std::vector<Piece>& pieces, float capHeight);
 
 }  // namespace dravik::engine

@@ -183,29 +183,6 @@ std::vector<PossibleCut> possibleCuts(const Piece& piece, const Frame& frame, co
     return result;
 }
 
-std::vector<float> strokeSides(const Piece& piece, const Frame& frame, const LineScale& scale, float rise) {
-    const std::vector<Column> profile = columns(piece, frame);
-    const int step = std::max(1, static_cast<int>(std::lround(0.5f * scale.stroke))),
-              count = static_cast<int>(profile.size());
-    std::vector<float> result;
-    for (const int side : {1, -1}) {
-        const auto grows = [&](int x) {
-            const auto at = [&](int i) {
-                return i < 0 || i >= count ? 0.0f : profile[static_cast<std::size_t>(i)].ink;
-            };
-            return at(x + side * step) - at(x - side * step);
-        };
-        for (int x = 2 * step; x < count - 2 * step; ++x) {
-            const float here = grows(x);
-            bool most = here >= rise * scale.capHeight;
-            for (int other = x - 2 * step; other <= x + 2 * step && most; ++other)
-                most = other < x ? grows(other) < here : grows(other) <= here;
-            if (most) result.push_back(piece.box.left + static_cast<float>(side > 0 ? x : x + 1));
-        }
-    }
-    return result;
-}
-
 std::vector<Piece> cutTouching(std::vector<Piece> pieces, const Frame& frame, const LineScale& scale,
                                Decisions& cuts) {
     constexpr std::size_t kMostParts = 40;

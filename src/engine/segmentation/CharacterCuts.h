@@ -38,10 +38,6 @@ struct PossibleCut {
 // The narrow places of a piece that is wide enough for two characters.
 std::vector<PossibleCut> possibleCuts(const Piece& piece, const Frame& frame, const LineScale& scale);
 
-// Where strokes along the height of a piece begin and end: where the ink at one side of a place is higher
-// than at the other by that much, in heights of capitals.
-std::vector<float> strokeSides(const Piece& piece, const Frame& frame, const LineScale& scale, float rise);
-
 // Log odds that characters touch there.
 using CutNetwork = RectifiedNetwork<kCutTraits, 12>;
 extern const CutNetwork kCutLikeness;

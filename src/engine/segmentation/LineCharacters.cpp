@@ -80,7 +80,9 @@ LineScale joinAndMeasure(LinePieces& line, const Frame& frame) {
     // Where the steps from character to character are even too, the print is evenly spaced; else the borders
     // may have been found by chance.
     float pitch = characterPitch(line.pieces, cap);
-    if (const std::optional<CellGrid> grid = findGrid(line.pieces, frame, cap);
+    // Without even steps a grid counts only if it joins something.
+    const bool mayCount = pitch > 0 || !joinsNever(line.pieces, cap);
+    if (const std::optional<CellGrid> grid = mayCount ? findGrid(line.pieces, frame, cap) : std::nullopt;
         grid &&
         (std::abs(grid->pitch - pitch) < 0.06f * pitch || joinsFragmentsOnly(line.pieces, *grid, cap)))
         pitch = grid->pitch;

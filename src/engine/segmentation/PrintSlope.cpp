@@ -1,6 +1,7 @@
 #include "engine/segmentation/PrintSlope.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <vector>
 
@@ -9,6 +10,13 @@ namespace {
 
 constexpr float kSteepest = 0.085f;
 constexpr std::size_t kMostSlopePoints = 12'000;
+// Slopes or slants that are tried at once, since a sum waits for the one before it.
+constexpr std::size_t kAtOnce = 4;
+
+// A run of ink: its middle, row and length.
+struct Chord {
+    float x, y, ink;
+};
 
 }  // namespace
 
@@ -33,41 +41,57 @@ float printSlope(std::span<const Piece> pieces, float height) {
     const float bin = std::max(1.0f, height / 16);
     const float origin = top - kSteepest * std::max(std::abs(left), std::abs(right)) - bin;
     const float reach = bottom - top + 2 * kSteepest * std::max(std::abs(left), std::abs(right)) + 4 * bin;
-    std::vector<float> profile(static_cast<std::size_t>(reach / bin) + 2);
-
-    const auto sharpness = [&](float slope) {
-        std::fill(profile.begin(), profile.end(), 0.0f);
-        std::size_t next = 0;
-        for (const Piece* piece : characters) {
-            for (; next < piece->runs.size(); next += stride) {
-                const Run& run = piece->runs[next];
-                const float x = 0.5f * static_cast<float>(run.x0 + run.x1);
-                const float place = (static_cast<float>(run.y) - slope * x - origin) / bin;
+    std::vector<Chord> chords;
+    chords.reserve(runs / stride + 1);
+    for (std::size_t next = 0; const Piece* piece : characters) {
+        for (; next < piece->runs.size(); next += stride) {
+            const Run& run = piece->runs[next];
+            chords.push_back({0.5f * static_cast<float>(run.x0 + run.x1), static_cast<float>(run.y),
+                              static_cast<float>(run.x1 - run.x0)});
+        }
+        next -= piece->runs.size();
+    }
+    // How sharp the rows are whose ink is summed up along so many slopes.
+    using Slopes = std::array<float, kAtOnce>;
+    std::vector<Slopes> profile(static_cast<std::size_t>(reach / bin) + 2);
+    const auto sharpness = [&](const Slopes& slopes) {
+        std::fill(profile.begin(), profile.end(), Slopes{});
+        Slopes* const rows = profile.data();
+        const std::size_t last = profile.size() - 1;
+        for (const Chord& chord : chords)
+            for (std::size_t i = 0; i < kAtOnce; ++i) {
+                const float place = (chord.y - slopes[i] * chord.x - origin) / bin;
                 const std::size_t cell = static_cast<std::size_t>(std::max(0.0f, place));
                 const float part = place - static_cast<float>(cell);
-                const float weight = static_cast<float>(run.x1 - run.x0);
-                if (cell + 1 >= profile.size()) continue;
-                profile[cell] += weight * (1 - part);
-                profile[cell + 1] += weight * part;
+                if (cell >= last) continue;
+                rows[cell][i] += chord.ink * (1 - part);
+                rows[cell + 1][i] += chord.ink * part;
             }
-            next -= piece->runs.size();
-        }
-        double sum = 0;
-        for (std::size_t i = 1; i < profile.size(); ++i) {
-            const double step = static_cast<double>(profile[i] - profile[i - 1]);
-            sum += step * step;
-        }
+        std::array<double, kAtOnce> sums{};
+        for (std::size_t row = 1; row < profile.size(); ++row)
+            for (std::size_t i = 0; i < kAtOnce; ++i) {
+                const double step = static_cast<double>(rows[row][i] - rows[row - 1][i]);
+                sums[i] += step * step;
+            }
         // Steep slopes are rare, and need the clearer evidence.
-        return sum * std::exp(-4.0 * static_cast<double>(std::abs(slope)));
+        for (std::size_t i = 0; i < kAtOnce; ++i)
+            sums[i] *= std::exp(-4.0 * static_cast<double>(std::abs(slopes[i])));
+        return sums;
     };
     float best = 0;
-    double most = sharpness(0);
+    double most = sharpness({})[0];
     const auto search = [&](float from, float to, float step) {
-        for (float slope = from; slope <= to; slope += step)
-            if (const double value = sharpness(slope); value > most) {
-                most = value;
-                best = slope;
-            }
+        for (float slope = from; slope <= to;) {
+            Slopes slopes{};
+            std::size_t count = 0;
+            for (; count < kAtOnce && slope <= to; slope += step) slopes[count++] = slope;
+            const std::array<double, kAtOnce> values = sharpness(slopes);
+            for (std::size_t i = 0; i < count; ++i)
+                if (values[i] > most) {
+                    most = values[i];
+                    best = slopes[i];
+                }
+        }
     };
     const float step = bin / (right - left);
     search(-kSteepest, kSteepest, step);
@@ -88,35 +112,46 @@ float printSlant(std::span<const Piece> pieces, float slope, float height) {
         }
     if (upright.size() < 3) return 0;
     // Edges of upright strokes fall together where the shear undoes the slant.
-    std::vector<float> columns;
+    using Slants = std::array<float, kAtOnce>;
+    std::vector<Slants> columns;
     double most = 0;
     float best = 0;
-    for (int step = 0; step < kSteps; ++step) {
-        const float slant = static_cast<float>(step - kUpright) * kStep;
-        double sum = 0;
+    for (int first = 0; first < kSteps; first += static_cast<int>(kAtOnce)) {
+        Slants slants{};
+        for (std::size_t i = 0; i < kAtOnce; ++i)
+            slants[i] = static_cast<float>(first + static_cast<int>(i) - kUpright) * kStep;
+        std::array<double, kAtOnce> sums{};
         for (const Piece* piece : upright) {
             const float middle = piece->box.middleY(),
                         left = piece->box.left - kMostSlant * piece->box.height() - 1;
             columns.assign(
-                static_cast<std::size_t>(piece->box.width() + 2 * kMostSlant * piece->box.height()) + 4, 0);
+                static_cast<std::size_t>(piece->box.width() + 2 * kMostSlant * piece->box.height()) + 4, {});
+            Slants* const inks = columns.data();
+            const std::size_t last = columns.size() - 1;
             for (const Run& run : piece->runs) {
                 const float y = static_cast<float>(run.y) + 0.5f;
-                const float shift = slope * y + slant * (y - middle) - left;
-                for (const int x : {run.x0, run.x1}) {
-                    const float place = std::max(0.0f, static_cast<float>(x) + shift);
-                    const std::size_t column = static_cast<std::size_t>(place);
-                    if (column + 1 >= columns.size()) continue;
-                    const float part = place - static_cast<float>(column);
-                    columns[column] += 1 - part;
-                    columns[column + 1] += part;
+                for (std::size_t i = 0; i < kAtOnce; ++i) {
+                    const float shift = slope * y + slants[i] * (y - middle) - left;
+                    for (const int x : {run.x0, run.x1}) {
+                        const float place = std::max(0.0f, static_cast<float>(x) + shift);
+                        const std::size_t column = static_cast<std::size_t>(place);
+                        if (column >= last) continue;
+                        const float part = place - static_cast<float>(column);
+                        inks[column][i] += 1 - part;
+                        inks[column + 1][i] += part;
+                    }
                 }
             }
-            for (const float count : columns) sum += static_cast<double>(count * count);
+            for (const Slants& counts : columns)
+                for (std::size_t i = 0; i < kAtOnce; ++i)
+                    sums[i] += static_cast<double>(counts[i] * counts[i]);
         }
-        sum *= std::exp(-1.5 * static_cast<double>(std::abs(slant)));
-        if (sum > most) {
-            most = sum;
-            best = slant;
+        for (std::size_t i = 0; i < kAtOnce && first + static_cast<int>(i) < kSteps; ++i) {
+            const double sum = sums[i] * std::exp(-1.5 * static_cast<double>(std::abs(slants[i])));
+            if (sum > most) {
+                most = sum;
+                best = slants[i];
+            }
         }
     }
     return std::abs(best) < 0.03f ? 0 : best;

@@ -21,6 +21,12 @@ constexpr float kWindow = 0.15f, kStep = 0.06f;
 constexpr float kBeyond = 1.8f;
 constexpr float kLeastCapHeight = 14;  // ink pixels
 
+// What std::floor() gives, which takes a call where a processor need not have an instruction for it.
+int wholeBelow(float value) {
+    const int whole = static_cast<int>(value);
+    return static_cast<float>(whole) > value ? whole - 1 : whole;
+}
+
 // The ink along a line of print.
 class LineInk {
   public:
@@ -35,8 +41,7 @@ class LineInk {
 
   private:
     float at(float along, float across) const {
-        const int x = static_cast<int>(std::floor(frame_.x(along, across)));
-        const int y = static_cast<int>(std::floor(frame_.y(along, across)));
+        const int x = wholeBelow(frame_.x(along, across)), y = wholeBelow(frame_.y(along, across));
         const bool inside = x >= 0 && y >= 0 && x < ink_.width && y < ink_.height;
         return inside ? static_cast<float>(ink_.at(x, y)) : 0.0f;
     }
