@@ -74,7 +74,8 @@ class TileGrid {
         std::vector<std::uint8_t> most(static_cast<std::size_t>(width_));
         for (int y = top; y < bottom; ++y) {
             const std::uint8_t* in = &values[area(width_, y)];
-            for (std::size_t x = 0; x < most.size(); ++x) most[x] = std::max(most[x], in[x]);
+            std::uint8_t* const to = most.data();
+            for (std::size_t x = 0, width = most.size(); x < width; ++x) to[x] = std::max(to[x], in[x]);
         }
         for (int left = 0; left < width_; left += tile_) {
             const int right = std::min(width_, left + tile_);
@@ -106,7 +107,9 @@ class TileGrid {
                               end = static_cast<std::size_t>(starts_[part + 1]);
             const int left = tilesBefore(starts_[part], columns_), right = std::min(left + 1, columns_ - 1);
             const float from = edge(left), step = edge(right) - from;
-            for (std::size_t x = first; x < end; ++x) out[x] = from + step * shares_[x];
+            const float* const shares = shares_.data();
+            float* const to = out.data();
+            for (std::size_t x = first; x < end; ++x) to[x] = from + step * shares[x];
         }
     }
 

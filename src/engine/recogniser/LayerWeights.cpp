@@ -44,11 +44,9 @@ void apply(const LayerWeights& layer, const float* from, float* to, std::size_t 
     const float *const scales = layer.scales.data(), *const biases = layer.biases.data();
     for (std::size_t row = 0; row < rows; ++row, to += columns)
         if (units == Units::Rectified)
-#pragma GCC ivdep
             for (std::size_t i = 0; i < columns; ++i)
                 to[i] = inFewerBits(std::max(0.0f, to[i] * scales[i] + biases[i]));
         else
-#pragma GCC ivdep
             for (std::size_t i = 0; i < columns; ++i) to[i] = to[i] * scales[i] + biases[i];
 }
 

@@ -98,6 +98,7 @@ std::optional<CellGrid> findGrid(const std::vector<Piece>& pieces, const Frame& 
     if (most < kFewestCells || most > kMostCells) return std::nullopt;
     const float step = 1 + std::min(0.01f, 0.12f / most);
     const Profile clear = profile.clearest();
+    const float* const ink = clear.ink.data();
     std::vector<Trial> trials;
     std::vector<float> costs;
     for (float pitch = kNarrowest * capHeight; pitch < kWidest * capHeight; pitch *= step) {
@@ -113,7 +114,7 @@ std::optional<CellGrid> findGrid(const std::vector<Piece>& pieces, const Frame& 
             float border = first - pitch + shift;
             while (border < from) border += pitch;
             for (; border <= to && sum <= tooMuch; border += pitch) {
-                sum += clear.ink[static_cast<std::size_t>(border - clear.left)];
+                sum += ink[static_cast<std::ptrdiff_t>(border - clear.left)];
                 count += 1;
             }
             costs.push_back(count < kFewestCells - 1 || sum > tooMuch ? 1e9f : sum / (count * mean));
