@@ -7,6 +7,7 @@
 #include <variant>
 
 #include "base/JobFolder.h"
+#include "engine/embedded/DivisionByText.h"
 #include "engine/embedded/EmbeddedTool.h"
 #include "library/Boundary.h"
 #include "library/Images.h"
@@ -84,7 +85,7 @@ dravik_status dravik_learner_include(dravik_learner* learner, const dravik_image
         ImagePart part = partToRead(image, settings, learner->tool.settings());
         learner->tool.overrideSettings(part.settings);
         learner->tool.setImage(std::move(part.pixels));
-        learner->tool.divideByText(printed);
+        divideByText(learner->tool, printed);
         const tool::IncludeOutcome outcome = learner->fonts.include({.text = printed, .addMissing = true});
         std::visit(NotIncluded{}, outcome);
         if (samples) *samples = static_cast<std::int32_t>(std::get<tool::Included>(outcome).samples);

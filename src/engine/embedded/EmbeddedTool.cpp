@@ -10,7 +10,6 @@
 #include "engine/font/FontFile.h"
 #include "engine/font/FontWorkspace.h"
 #include "engine/font/SampleTable.h"
-#include "engine/scene/GivenText.h"
 
 namespace dravik::engine {
 namespace {
@@ -137,13 +136,6 @@ SeenImage& EmbeddedTool::seen() {
 
 void EmbeddedTool::setCharacters(const std::optional<std::vector<CharacterBox>>& boxes) {
     seen().setCharacters(boxes);
-}
-
-void EmbeddedTool::divideByText(const std::string& text) {
-    const std::vector<std::string> all = characters(text);
-    std::optional<Scene> divided;
-    if (!all.empty() && foundScene()->characters() != all.size()) divided = sceneWithText(*foundScene(), all);
-    setDivision(divided ? std::make_shared<const Scene>(*std::move(divided)) : nullptr);
 }
 
 std::shared_ptr<const Scene> EmbeddedTool::foundScene() {

@@ -66,11 +66,8 @@ class EmbeddedTool : public tool::FontTool, public tool::FontHistory, public too
     // included and read as they are. With nothing, the found ones again.
     void setCharacters(const std::optional<std::vector<CharacterBox>>& boxes);
     const std::vector<CharacterBox>& characterBoxes();
-    // The current image shows this text: where another number of characters is found, and the print may well
-    // be divided into those of the text (see sceneWithText()), these stand in the place of the found ones.
-    void divideByText(const std::string& text);
-    // The same from outside: what is found whatever was told, what that is divided into, null for nothing
-    // else.
+    // What is found in the current image whatever was told, and what it is divided into by a text (see
+    // DivisionByText.h), which stands in the place of the found characters; null for nothing else.
     std::shared_ptr<const Scene> foundScene();
     void setDivision(std::shared_ptr<const Scene> scene);
     std::shared_ptr<const Scene> division() const;

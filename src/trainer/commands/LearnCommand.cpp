@@ -14,6 +14,7 @@
 #include "base/Failure.h"
 #include "base/NumberFormat.h"
 #include "base/Paths.h"
+#include "engine/embedded/DivisionByText.h"
 #include "engine/embedded/EmbeddedTool.h"
 #include "engine/scene/Scene.h"
 #include "tool/FontUseCases.h"
@@ -111,7 +112,7 @@ bool include(engine::EmbeddedTool& tool, tool::FontUseCases& fonts, const Listed
         if (seen.problem) std::rethrow_exception(seen.problem);
         tool.shareImage(std::move(seen.image), std::move(seen.scene));
         tool.setImageName(fileOf(sample));
-        tool.divideByText(tool::textToInclude(sample.text));
+        engine::divideByText(tool, tool::textToInclude(sample.text));
         const auto outcome = fonts.include({.text = sample.text, .addMissing = true});
         if (const auto* included = std::get_if<tool::Included>(&outcome)) {
             streams.out << "included " << included->samples << '\t' << sample.image << std::endl;
