@@ -8,7 +8,6 @@
 
 #include "base/Text.h"
 #include "engine/recogniser/BaseNetwork.h"
-#include "engine/recogniser/BaseReader.h"
 #include "engine/segmentation/OtherSize.h"
 
 namespace dravik::engine {
@@ -22,12 +21,6 @@ constexpr float kWorthComparing = 0.003f;
 constexpr double kWorthComparingPrior = 0.5;
 constexpr std::string_view kSmallOnes = "acegmnopqrsuvwxyz";
 constexpr std::string_view kMarks = "-=.,:;\"'_*+";
-
-// When the font is to decide between views of an image: the least confidence that counts, the one that is no
-// more likely of the font than of anything else, what all this weighs beside what was seen, and how many
-// characters more or fewer there may be. Measured on generated part images.
-constexpr double kUnknown = 0.03, kFamiliar = 0.25, kFontWeight = 0.4;
-constexpr std::size_t kMostDifferent = 2;
 
 struct LineReading {
     std::vector<Recognition> characters;
@@ -124,24 +117,6 @@ void decideTogether(std::span<Recognition> line, const TextFormats* formats) {
     }
 }
 
-std::vector<PlacedRecognition> readIn(const Segmentation& view, const ReadingMeans& means,
-                                      const std::stop_token& stop) {
-    std::vector<PlacedRecognition> result;
-    const std::vector<Recognition> read = recognize(view, means, stop);
-    for (std::size_t i = 0; i < read.size(); ++i)
-        result.push_back({view.place(view.glyphs[i]), view.glyphs[i].line, read[i]});
-    return result;
-}
-
-// A reading weighs as much as its characters are likelier to be of the font than not. A character gained is
-// worth little, one that the font does not know costs much.
-double familiarity(const std::vector<PlacedRecognition>& reading) {
-    double sum = 0;
-    for (const PlacedRecognition& one : reading)
-        sum += std::log(std::max(kUnknown, confidence(one.read.best.evidence)) / kFamiliar);
-    return kFontWeight * sum;
-}
-
 }  // namespace
 
 std::vector<SampleInputs> allInputs(const Segmentation& found, std::span<const std::string> text) {
@@ -201,22 +176,13 @@ std::vector<Recognition> recognize(const Segmentation& found, const ReadingMeans
     return result;
 }
 
-std::vector<PlacedRecognition> readImage(const GreyImage& image, const Segmentation& found,
-                                         const ReadingMeans& means, const std::stop_token& stop) {
-    std::vector<PlacedRecognition> best = readIn(found, means, stop);
-    double most = familiarity(best);
-    const std::size_t characters = found.glyphs.size();
-    for (const OtherView& view : found.others) {
-        if (stop.stop_requested()) break;
-        if (view.characters + kMostDifferent < characters || characters + kMostDifferent < view.characters)
-            continue;
-        std::vector<PlacedRecognition> other = readIn(segment(image, view, takeWholeCharacters), means, stop);
-        if (const double value = view.odds + familiarity(other); value > most) {
-            most = value;
-            best = std::move(other);
-        }
-    }
-    return best;
+std::vector<PlacedRecognition> readImage(const Segmentation& found, const ReadingMeans& means,
+                                         const std::stop_token& stop) {
+    std::vector<PlacedRecognition> result;
+    const std::vector<Recognition> read = recognize(found, means, stop);
+    for (std::size_t i = 0; i < read.size(); ++i)
+        result.push_back({found.place(found.glyphs[i]), found.glyphs[i].line, read[i]});
+    return result;
 }
 
 }  // namespace dravik::engine

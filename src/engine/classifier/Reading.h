@@ -50,10 +50,8 @@ struct PlacedRecognition {
     Recognition read;
 };
 
-// All characters of an image in which `found` is what segment() finds. Where it can also be seen in other
-// ways, it is read in the one whose characters are most likely to be of the font. Ends early, with some or
-// none of them, once a stop is requested.
-std::vector<PlacedRecognition> readImage(const GreyImage& image, const Segmentation& found,
-                                         const ReadingMeans& means, const std::stop_token& stop = {});
+// All characters found in an image. Ends early, with some or none of them, once a stop is requested.
+std::vector<PlacedRecognition> readImage(const Segmentation& found, const ReadingMeans& means,
+                                         const std::stop_token& stop = {});
 
 }  // namespace dravik::engine

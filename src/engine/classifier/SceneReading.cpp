@@ -53,7 +53,7 @@ std::vector<SampleInputs> allInputs(const Scene& scene, std::span<const std::str
 std::vector<PlacedRecognition> readScene(const Scene& scene, const ReadingMeans& means,
                                          const std::stop_token& stop) {
     return throughout<PlacedRecognition>(
-        scene, [&](const ScenePart& part) { return readImage(*part.picture, part.found, means, stop); });
+        scene, [&](const ScenePart& part) { return readImage(part.found, means, stop); });
 }
 
 std::vector<SuggestedCharacter> readWithoutFont(const Scene& scene) {
