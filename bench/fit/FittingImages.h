@@ -3,6 +3,9 @@
 #pragma once
 
 #include <cstdint>
+#include <cstdio>
+#include <cstdlib>
+#include <exception>
 #include <map>
 #include <memory>
 #include <optional>
@@ -10,6 +13,7 @@
 #include <utility>
 #include <vector>
 
+#include "engine/recogniser/RecognisedCharacters.h"
 #include "engine/segmentation/Segmentation.h"
 #include "generate/Camera.h"
 #include "generate/Conditions.h"
@@ -18,7 +22,7 @@
 namespace dravik {
 
 // Of what is no character that the recogniser knows.
-inline constexpr std::uint8_t kNoneOfThem = 74;
+inline constexpr std::uint8_t kNoneOfThem = static_cast<std::uint8_t>(engine::kRecognisedCharacters.size());
 
 enum class FaceKind : std::uint8_t { Outline, Strokes, Dots, Raster };
 
@@ -58,6 +62,32 @@ struct FittingImage {
 // `touching` is the share of images in which some characters are moved against those before them. Nothing
 // where the face has none of the text's characters.
 std::optional<FittingImage> fittingImage(Faces& faces, float touching, Random& random);
+
+// What a program does that makes something of such images: `PROGRAM FACES FOLDER IMAGES SEED [FIRST]`. Image
+// FIRST and those after it depend on SEED and their number alone, so that a set may be made in parts. Returns
+// the program's exit status.
+template <typename Output, typename Add>
+int ofFittingImages(int argc, char** argv, float touching, Add add) {
+    if (argc < 5) {
+        std::fprintf(stderr, "usage: %s FACES FOLDER IMAGES SEED [FIRST]\n", argv[0]);
+        return 2;
+    }
+    try {
+        Faces faces(argv[1]);
+        Output output(argv[2]);
+        const auto number = [&](int place) { return static_cast<std::uint32_t>(std::atoll(argv[place])); };
+        const std::uint32_t begin = number(4) * 1'000'003u + (argc > 5 ? number(5) : 0);
+        for (std::uint32_t i = 0; i < number(3); ++i) {
+            Random random(begin + i);
+            if (const std::optional<FittingImage> image = fittingImage(faces, touching, random))
+                add(*image, output, random);
+        }
+    } catch (const std::exception& failure) {
+        std::fprintf(stderr, "%s\n", failure.what());
+        return 1;
+    }
+    return 0;
+}
 
 // What the engine finds; mostly by one look that suits the print, since the search for the best one takes
 // long.

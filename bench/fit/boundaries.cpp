@@ -10,9 +10,6 @@
 // their number alone.
 #include <algorithm>
 #include <cmath>
-#include <cstdio>
-#include <cstdlib>
-#include <exception>
 #include <fstream>
 #include <stdexcept>
 
@@ -107,22 +104,5 @@ void addStrips(const FittingImage& image, Output& output, Random& random) {
 }  // namespace dravik
 
 int main(int argc, char** argv) {
-    if (argc < 5) {
-        std::fprintf(stderr, "usage: dravik_boundaries FACES FOLDER IMAGES SEED [FIRST]\n");
-        return 2;
-    }
-    try {
-        dravik::Faces faces(argv[1]);
-        dravik::Output output(argv[2]);
-        const auto seed = static_cast<std::uint32_t>(std::atoll(argv[4]));
-        const std::uint32_t first = argc > 5 ? static_cast<std::uint32_t>(std::atoll(argv[5])) : 0;
-        for (std::uint32_t i = 0; i < static_cast<std::uint32_t>(std::atoll(argv[3])); ++i) {
-            dravik::Random random(seed * 1'000'003u + first + i);
-            if (const auto image = dravik::fittingImage(faces, dravik::kTouchingShare, random))
-                dravik::addStrips(*image, output, random);
-        }
-    } catch (const std::exception& failure) {
-        std::fprintf(stderr, "%s\n", failure.what());
-        return 1;
-    }
+    return dravik::ofFittingImages<dravik::Output>(argc, argv, dravik::kTouchingShare, dravik::addStrips);
 }

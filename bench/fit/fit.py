@@ -125,10 +125,7 @@ def fit(patches, labels, steps, check, report):
     torch.manual_seed(20011)
     network = Recogniser().to(memory_format=torch.channels_last)
     truth = torch.from_numpy(labels[:, 0].astype(numpy.int64))
-    decayed = [p for p in network.parameters() if p.dim() > 1]
-    others = [p for p in network.parameters() if p.dim() <= 1]
-    optimiser = torch.optim.AdamW([{"params": decayed, "weight_decay": 0.01}, {"params": others, "weight_decay": 0}], lr=1e-3)
-    rates = torch.optim.lr_scheduler.OneCycleLR(optimiser, max_lr=4e-3, total_steps=steps, pct_start=0.1)
+    optimiser, rates = descent(network, steps, 4e-3)
     order, at, losses = torch.randperm(len(patches), generator=generator), 0, []
     for step in range(steps):
         if at + BATCH > len(order):
@@ -162,18 +159,44 @@ def temperature(layers, patches, labels):
     return min(candidates, key=lambda t: nn.functional.cross_entropy(outputs / t, truth).item())
 
 
-def main():
+def given_arguments(what):
+    """What the program is called with; fitting then gives the same on every run."""
     parser = argparse.ArgumentParser()
-    parser.add_argument("patches")
+    parser.add_argument(what)
     parser.add_argument("weights")
     parser.add_argument("--steps", type=int, required=True)
     parser.add_argument("--check", required=True)
     parser.add_argument("--sources", help="a file of text to put into the head: faces, packages, seeds")
-    parser.add_argument("--examples", help="a file for some patches and what the network says of them, to test with")
+    parser.add_argument("--examples", help=f"a file for some {what} and what the network says of them, to test with")
     parser.add_argument("--report", type=int, default=1000)
     arguments = parser.parse_args()
     torch.set_num_threads(THREADS)
     torch.use_deterministic_algorithms(True)
+    return arguments
+
+
+def descent(network, steps, most):
+    decayed = [p for p in network.parameters() if p.dim() > 1]
+    others = [p for p in network.parameters() if p.dim() <= 1]
+    optimiser = torch.optim.AdamW([{"params": decayed, "weight_decay": 0.01}, {"params": others, "weight_decay": 0}], lr=1e-3)
+    return optimiser, torch.optim.lr_scheduler.OneCycleLR(optimiser, max_lr=most, total_steps=steps, pct_start=0.1)
+
+
+def packed_layer(scale, bias, whole):
+    return [scale.numpy().astype("<f4").tobytes(), bias.numpy().astype("<f4").tobytes(), whole.numpy().astype(numpy.int8).tobytes()]
+
+
+def write_weights(arguments, head, packed):
+    if arguments.sources:
+        head += open(arguments.sources, encoding="utf-8").read().splitlines()
+    with open(arguments.weights, "wb") as out:
+        out.write(("\n".join(head) + "\n").encode() + b"\0")
+        for part in packed:
+            out.write(part)
+
+
+def main():
+    arguments = given_arguments("patches")
     patches, labels = load(arguments.patches.split(","))
     check = load([arguments.check])
     print(len(patches), "patches,", len(check[0]), "to check with", flush=True)
@@ -190,7 +213,7 @@ def main():
             whole = whole.reshape(weights.shape).permute(0, 2, 3, 1).reshape(len(whole), -1)
         elif name == "gather":
             whole = whole.reshape(len(whole), 64, 3, 3).permute(0, 2, 3, 1).reshape(len(whole), -1)
-        packed += [scale.numpy().astype("<f4").tobytes(), bias.numpy().astype("<f4").tobytes(), whole.numpy().astype(numpy.int8).tobytes()]
+        packed += packed_layer(scale, bias, whole)
     floats, wholes = score(layers, *check), score(bytes_layers, *check)
     head = [
         "Weights of the base recogniser, written by tools/fit.sh. Nobody edits them.",
@@ -203,12 +226,7 @@ def main():
         f"faces not fitted on, {len(check[0])} patches, as floats: {json.dumps(floats)}",
         f"the same as bytes: {json.dumps(wholes)}",
     ]
-    if arguments.sources:
-        head += open(arguments.sources, encoding="utf-8").read().splitlines()
-    with open(arguments.weights, "wb") as out:
-        out.write(("\n".join(head) + "\n").encode() + b"\0")
-        for part in packed:
-            out.write(part)
+    write_weights(arguments, head, packed)
     if arguments.examples:
         chosen = torch.arange(0, len(check[0]), len(check[0]) // EXAMPLES)[:EXAMPLES]
         with torch.no_grad():

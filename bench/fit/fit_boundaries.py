@@ -5,23 +5,19 @@
 STRIPS are folders of dravik_boundaries, comma between them. With a fixed number of threads the same strips give the same
 weights to the digit on one machine. WEIGHTS is written as fit.py does.
 """
-import argparse
 import hashlib
 import json
 import os
 import sys
 
-os.environ["OMP_WAIT_POLICY"] = "passive"
-os.environ["OPENBLAS_NUM_THREADS"] = "1"
+# Before the others: it says how they use threads.
+from fit import THREADS, descent, given_arguments, packed_layer, quantised, write_weights
 
 import numpy
 import torch
 from torch import nn
 
-from fit import quantised
-
 HEIGHT = 24
-THREADS = 2
 BATCH, WIDTH = 32, 128
 IN_DOUBT = 255
 CHARACTERS = 74
@@ -159,10 +155,7 @@ def fit(strips, steps, check, report):
     torch.manual_seed(20011)
     batches = Batches(strips, numpy.random.default_rng(20011))
     network = Boundaries()
-    decayed = [p for p in network.parameters() if p.dim() > 1]
-    others = [p for p in network.parameters() if p.dim() <= 1]
-    optimiser = torch.optim.AdamW([{"params": decayed, "weight_decay": 0.01}, {"params": others, "weight_decay": 0}], lr=1e-3)
-    rates = torch.optim.lr_scheduler.OneCycleLR(optimiser, max_lr=5e-3, total_steps=steps, pct_start=0.1)
+    optimiser, rates = descent(network, steps, 5e-3)
     losses = []
     for step in range(steps):
         ink, what, which = batches.take()
@@ -187,17 +180,7 @@ def fit(strips, steps, check, report):
 
 
 def main():
-    parser = argparse.ArgumentParser()
-    parser.add_argument("strips")
-    parser.add_argument("weights")
-    parser.add_argument("--steps", type=int, required=True)
-    parser.add_argument("--check", required=True)
-    parser.add_argument("--sources", help="a file of text to put into the head: faces, packages, seeds")
-    parser.add_argument("--examples", help="a file for some strips and what the network says of them, to test with")
-    parser.add_argument("--report", type=int, default=1000)
-    arguments = parser.parse_args()
-    torch.set_num_threads(THREADS)
-    torch.use_deterministic_algorithms(True)
+    arguments = given_arguments("strips")
     strips, check = load(arguments.strips.split(",")), load([arguments.check])
     print(len(strips), "strips,", len(check), "to check with", flush=True)
     layers = fit(strips, arguments.steps, check, arguments.report)
@@ -207,7 +190,7 @@ def main():
         bytes_layers.append(((whole * scale[:, None]).reshape(weights.shape), bias))
         # Weights stand in the order row, column, input.
         whole = whole.reshape(weights.shape).permute(0, 2, 3, 1).reshape(len(whole), -1)
-        packed += [scale.numpy().astype("<f4").tobytes(), bias.numpy().astype("<f4").tobytes(), whole.numpy().astype(numpy.int8).tobytes()]
+        packed += packed_layer(scale, bias, whole)
     digest = hashlib.sha256(b"".join(ink.tobytes() + labels.tobytes() for ink, labels, _ in strips)).hexdigest()[:16]
     head = [
         "Weights of the network of boundaries, written by tools/fit.sh. Nobody edits them.",
@@ -219,12 +202,7 @@ def main():
         f"faces not fitted on, {len(check)} strips, as floats: {json.dumps(score(layers, check))}",
         f"the same as bytes: {json.dumps(score(bytes_layers, check))}",
     ]
-    if arguments.sources:
-        head += open(arguments.sources, encoding="utf-8").read().splitlines()
-    with open(arguments.weights, "wb") as out:
-        out.write(("\n".join(head) + "\n").encode() + b"\0")
-        for part in packed:
-            out.write(part)
+    write_weights(arguments, head, packed)
     if arguments.examples:
         with open(arguments.examples, "wb") as out:
             for ink, _, _ in check[:: len(check) // EXAMPLES][:EXAMPLES]:

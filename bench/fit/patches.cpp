@@ -11,9 +11,6 @@
 // and those after it depend on SEED and their number alone, so that a set may be made in parts.
 #include <algorithm>
 #include <cmath>
-#include <cstdio>
-#include <cstdlib>
-#include <exception>
 #include <fstream>
 #include <map>
 #include <optional>
@@ -202,29 +199,9 @@ void addPatches(const FittingImage& image, Output& output, Random& random) {
     }
 }
 
-void addImage(Faces& faces, std::uint32_t seed, Output& output) {
-    Random random(seed);
-    if (const std::optional<FittingImage> image = fittingImage(faces, kTouchingShare, random))
-        addPatches(*image, output, random);
-}
-
 }  // namespace
 }  // namespace dravik
 
 int main(int argc, char** argv) {
-    if (argc < 5) {
-        std::fprintf(stderr, "usage: dravik_patches FACES FOLDER IMAGES SEED [FIRST]\n");
-        return 2;
-    }
-    try {
-        dravik::Faces faces(argv[1]);
-        dravik::Output output(argv[2]);
-        const auto seed = static_cast<std::uint32_t>(std::atoll(argv[4]));
-        const std::uint32_t first = argc > 5 ? static_cast<std::uint32_t>(std::atoll(argv[5])) : 0;
-        for (std::uint32_t i = 0; i < static_cast<std::uint32_t>(std::atoll(argv[3])); ++i)
-            dravik::addImage(faces, seed * 1'000'003u + first + i, output);
-    } catch (const std::exception& failure) {
-        std::fprintf(stderr, "%s\n", failure.what());
-        return 1;
-    }
+    return dravik::ofFittingImages<dravik::Output>(argc, argv, dravik::kTouchingShare, dravik::addPatches);
 }

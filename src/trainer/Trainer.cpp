@@ -104,17 +104,8 @@ struct Trainer::Parts {
 
     void deliverDivision(std::chrono::milliseconds within) {
         if (!division->busy()) return;
-        try {
-            division->deliver(within);
-        } catch (...) {
-            division->cancel();  // the found characters stay
-        }
+        division->deliver(within);
         workTimer.setEnabled(isWorking());
-    }
-
-    // However long it takes: an include needs it.
-    void finishDivision() {
-        while (division->busy()) deliverDivision(std::chrono::seconds(1));
     }
 
     bool isWorking() const { return work.busy() || division->busy(); }
@@ -320,7 +311,7 @@ Trainer::Trainer(ui::Platform& platform, const JobFolder& folder, ImageDecoder d
         folder.labelsFile());
     parts.adjustments.emplace(*parts.tool, *parts.acts, parts.opened);
     parts.division.emplace(*parts.tool, *parts.adjustments);
-    parts.labelling->beforeInclude = [&parts] { parts.finishDivision(); };
+    parts.labelling->beforeInclude = [&parts] { parts.division->finish(); };
 
     const auto refreshPreview = [this, &parts] {
         try {

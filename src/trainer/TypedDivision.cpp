@@ -30,7 +30,15 @@ void TypedDivision::decide(const std::string& text) {
 }
 
 void TypedDivision::deliver(std::chrono::milliseconds patience) {
-    work_.deliver(patience);
+    try {
+        work_.deliver(patience);
+    } catch (...) {
+        cancel();
+    }
+}
+
+void TypedDivision::finish() {
+    while (busy()) deliver(std::chrono::seconds(1));
 }
 
 void TypedDivision::cancel() {

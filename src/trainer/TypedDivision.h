@@ -25,8 +25,10 @@ class TypedDivision {
     void decide(const std::string& text);
     // A text is being tried.
     bool busy() const { return work_.busy(); }
-    // Waits so long for it.
+    // Waits so long for it. Where it fails the found characters stay.
     void deliver(std::chrono::milliseconds patience);
+    // However long it takes: an include needs it.
+    void finish();
     void cancel();
 
     // The characters of the current image.

@@ -1,6 +1,7 @@
 // Whatever instruction set a machine has, it finds the same boxes and reads the same texts, as sure to the
 // last bit.
 #include "engine/LabelledImages.h"
+#include "engine/LearntSheets.h"
 #include "engine/PngFile.h"
 #include "engine/Seen.h"
 #include "engine/kernels/MatrixKernels.h"
@@ -20,14 +21,8 @@ TEST_P(InstructionSets, FindAndReadTheSameWithAFontAndWithout) {
     const TemporaryFolder folder;
     EmbeddedTool tool{JobFolder(folder.path())};
     tool.CreateFont("all");
-    for (const LabelledImage& sheet : labelledImages(kFolders + "sheets")) {
-        tool.setImage(readPng(sheet.file));
-        ASSERT_EQ(tool.found().size(), characterCount(sheet.text)) << sheet.name;
-        tool.IncludeSamples(sheet.text);
-        tool.CommitNewSamples();
-    }
-    tool.StartTraining();
-    while (!tool.IsTrainingDone()) std::this_thread::yield();
+    for (const LabelledImage& sheet : labelledImages(kFolders + "sheets")) includeSheet(tool, sheet);
+    train(tool);
     std::size_t characters = 0;
     for (const LabelledImage& image : labelledImages(kFolders + GetParam())) {
         const GreyImage pixels = readPng(image.file);

@@ -3,6 +3,7 @@
 // the table says so. With DRAVIK_REWRITE_EXPECTED set the test writes the table anew; look at its diff.
 
 #include "engine/LabelledImages.h"
+#include "engine/LearntSheets.h"
 #include "engine/PngFile.h"
 #include "engine/embedded/EmbeddedTool.h"
 #include "support/Differences.h"
@@ -86,12 +87,8 @@ TEST(RegressionOfReading, FontsOfOneSheetReadAsWellAsBefore) {
         const TemporaryFolder folder;
         EmbeddedTool tool{JobFolder(folder.path())};
         tool.CreateFont(sheet.font);
-        tool.setImage(readPng(sheet.file));
-        ASSERT_EQ(tool.found().size(), characterCount(sheet.text)) << sheet.name;
-        tool.IncludeSamples(sheet.text);
-        tool.CommitNewSamples();
-        tool.StartTraining();
-        while (!tool.IsTrainingDone()) std::this_thread::yield();
+        includeSheet(tool, sheet);
+        train(tool);
         for (const LabelledImage& image : lines) {
             if (image.font != sheet.font) continue;
             tool.setImage(readPng(image.file));

@@ -19,8 +19,8 @@ namespace dravik::engine {
 inline constexpr std::size_t kNoCharacter = kRecognisedCharacters.size();
 using PatchLikelihoods = std::array<float, kRecognisedCharacters.size() + 1>;
 
-// Of each patch, in their order. May be called by many threads at once. The same to the last bit on
-// every instruction set.
+// Of each patch, in their order. May be called by many threads at once. The same to the last bit by
+// all kernels.
 std::vector<PatchLikelihoods> patchLikelihoods(std::span<const CharacterPatch> patches,
                                                const MatrixKernels& kernels = usedKernels());
 

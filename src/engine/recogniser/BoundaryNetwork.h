@@ -13,7 +13,7 @@ namespace dravik::engine {
 
 // For each column of the strip the log odds (natural) that it lies between two characters or where there is
 // none, not inside one. May be called by many threads at once. The
-// same to the last bit on every instruction set.
+// same to the last bit by all kernels.
 std::vector<float> boundaryOdds(const LineStrip& strip, const MatrixKernels& kernels = usedKernels());
 
 // Where the weights come from: inputs, faces with the versions of their packages, seeds, counts, scores.
