@@ -23,7 +23,9 @@ faces=(fonts-dejavu-core fonts-liberation fonts-hack fonts-inconsolata fonts-rob
     fonts-wqy-microhei fonts-unfonts-core fonts-lexi-gulim fonts-sil-mondulkiri fonts-smc-gayathri fonts-klee fonts-konatu
     fonts-tlwg-sawasdee-ttf fonts-sil-harmattan xfonts-efont-unicode xfonts-intl-european xfonts-kapl xfonts-a12k12
     fonts-lg-aboriginal fonts-smc-chilanka fonts-cwtex-heib fonts-smc-rachana fonts-smc-dyuthi fonts-smc-keraleeyam
-    fonts-teluguvijayam fonts-mona fonts-ukij-uyghur fonts-lexi-saebom fonts-arphic-gkai00mp xfonts-ayu xfonts-kappa20 fonts-wine fonts-dotgothic16)
+    fonts-teluguvijayam fonts-mona fonts-ukij-uyghur fonts-lexi-saebom fonts-arphic-gkai00mp xfonts-ayu xfonts-kappa20 fonts-wine fonts-dotgothic16
+    fonts-povray fonts-smiley-sans fonts-sil-shimenkan-gsm fonts-babelstone-modern fonts-meera-inimai fonts-smc-anjalioldlipi
+    fonts-lohit-deva fonts-bpg-georgian t1-teams fonts-adf-berenis fonts-cardo xfonts-wqy xfonts-marumoji fonts-sixtyfour)
 if [ "${1:-}" = windows ]; then
     install_packages "${windows_packages[@]}"
     cmake --preset windows-bench >/dev/null

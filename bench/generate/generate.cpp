@@ -2,8 +2,8 @@
 // faces and under conditions that differ between the sets: the engine's weights are fitted on `learn`, its
 // rules are made with `develop` and `develop2`, and the others are only for the last word.
 //
-//     dravik_generate develop|develop2|held|fresh|unseen|unseen2|unseen3|learn usual|extreme|scenes FOLDER
-//     [LINES_PER_FACE [CHARSETS_PER_FACE]]
+//     dravik_generate develop|develop2|held|fresh|unseen|unseen2|unseen3|unseen4|learn
+//     usual|extreme|scenes FOLDER [LINES_PER_FACE [CHARSETS_PER_FACE]]
 //
 // `usual` and `extreme` say under what conditions the lines are seen, `scenes` has them on parts beside other
 // things; the sheets are the same. Writes FOLDER/lines and FOLDER/charsets with their images, lines.tsv,
@@ -253,6 +253,25 @@ const std::vector<Face> kUnseen3 = {
     {"dotgothic16", "DotGothic16-Regular.ttf", 12},
 };
 
+// For the last word on what was made after `unseen3` had been counted.
+const std::vector<Face> kUnseen4 = {
+    {"crystal", "crystal.ttf"},
+    {"smiley", "SmileySans-Oblique.ttf"},
+    {"shimenkanb", "ShimenkanGSM-Bold.ttf"},
+    {"babelstone", "BabelStoneModern.ttf"},
+    {"meera", "MeeraInimai-Regular.ttf"},
+    {"anjali", "AnjaliOldLipi-Regular.ttf"},
+    {"lohit", "Lohit-Devanagari.ttf"},
+    {"nateli", "BPG_Nateli_Condenced_GPL&GNU.ttf"},
+    {"teams", "teams.pfb"},
+    {"berenisb", "BerenisADFPro-Bold.otf"},
+    {"cardob", "Cardob101.ttf"},
+    {"dotwqy9", "wenquanyi_9pt.pcf"},
+    {"dotmaru14", "7x14maru.pcf.gz"},
+    {"dotsixtyfour", "C-64-Regular.ttf", 7},
+    {"dotnino", "BPG_Nino_Medium_GPL&GNU.ttf", 9},
+};
+
 std::unique_ptr<Typeface> opened(const Face& face) {
     const std::string file = face.file;
     if (file.empty()) return smallDotFace();
@@ -319,7 +338,8 @@ struct Set {
 const std::vector<Set> kSets = {{"develop", kDevelop, 100'003u},     {"held", kHeld, 900'001u},
                                 {"fresh", kFresh, 1'300'021u},       {"unseen", kUnseen, 2'100'049u},
                                 {"develop2", kDevelop2, 3'300'071u}, {"unseen2", kUnseen2, 4'700'021u},
-                                {"unseen3", kUnseen3, 5'900'017u},   {"learn", kLearn, 500'009u, true}};
+                                {"unseen3", kUnseen3, 5'900'017u},   {"unseen4", kUnseen4, 7'300'033u},
+                                {"learn", kLearn, 500'009u, true}};
 
 struct Seeing {
     const char* name;
@@ -370,9 +390,10 @@ int main(int argc, char** argv) {
     const auto seeing = std::find_if(dravik::kSeeing.begin(), dravik::kSeeing.end(),
                                      [&](const dravik::Seeing& one) { return conditions == one.name; });
     if (set == dravik::kSets.end() || seeing == dravik::kSeeing.end()) {
-        std::fprintf(stderr,
-                     "usage: dravik_generate develop|develop2|held|fresh|unseen|unseen2|unseen3|learn "
-                     "usual|extreme|scenes FOLDER [LINES_PER_FACE [CHARSETS_PER_FACE]]\n");
+        std::fprintf(
+            stderr,
+            "usage: dravik_generate develop|develop2|held|fresh|unseen|unseen2|unseen3|unseen4|learn "
+            "usual|extreme|scenes FOLDER [LINES_PER_FACE [CHARSETS_PER_FACE]]\n");
         return 2;
     }
     try {
