@@ -11,6 +11,7 @@
 #include <filesystem>
 #include <fstream>
 #include <functional>
+#include <memory>
 #include <random>
 #include <string>
 
@@ -18,8 +19,7 @@
 #include "engine/embedded/EmbeddedTool.h"
 #include "engine/font/FontFile.h"
 #include "engine/font/FontVersions.h"
-#include "engine/recogniser/BaseReader.h"
-#include "engine/segmentation/Segmentation.h"
+#include "engine/scene/Scene.h"
 #include "tool/Samples.h"
 
 namespace dravik {
@@ -132,9 +132,9 @@ void measureImages() {
             const double bytes = most(
                 [] {
                     for (const GreyImage& small : {noise(120, 60), scattered(120, 120), fullPage(120, 60)})
-                        segment(small, takeWholeCharacters);
+                        findScene(std::make_shared<GreyImage>(small));
                 },
-                [&image] { segment(image, takeWholeCharacters); });
+                [&image] { findScene(std::shared_ptr<const GreyImage>(std::shared_ptr<void>(), &image)); });
             std::printf("%-14s %12.0f %16.2f\n", one.name, static_cast<double>(width) * height,
                         1 + bytes / (static_cast<double>(width) * height));
             std::fflush(stdout);

@@ -1,11 +1,12 @@
 #!/usr/bin/env bash
-# Makes the weights of the base recogniser and of the network of boundaries anew: installs the faces, makes patches and
-# lines of them, fits the networks, and writes src/engine/recogniser/BaseWeights.bin and BoundaryWeights.bin and the examples
-# that their tests compare with.
+# Makes the weights of the base recogniser and of the networks of boundaries and of ink anew: installs the faces, makes
+# patches, lines and pictures of them, fits the networks, and writes src/engine/recogniser/BaseWeights.bin,
+# BoundaryWeights.bin and InkWeights.bin and the examples that their tests compare with.
 #
-#     tools/fit.sh                  some 65 minutes on 4 cores that others use too
+#     tools/fit.sh                  some 110 minutes on 4 cores that others use too
 #     tools/fit.sh base             the base recogniser alone: 45 minutes
 #     tools/fit.sh boundaries       the boundaries alone: 20 minutes
+#     tools/fit.sh ink              the ink alone: 45 minutes
 #     tools/fit.sh --small FOLDER   fits too short to be good, of a few minutes, which leave their weights in FOLDER
 #
 # On one machine the same sources, faces and packages give the same weights to the digit. Fitting takes two threads.
@@ -27,22 +28,22 @@ face_packages=(fonts-3270 fonts-adf-accanthis fonts-adf-baskervald fonts-adf-gil
     fonts-sil-doulos fonts-sil-gentium-basic fonts-sil-gentiumplus fonts-spleen fonts-stix fonts-tuffy fonts-unifont
     fonts-urw-base35 fonts-vollkorn fonts-yanone-kaffeesatz fonts-yrsa-rasa xfonts-100dpi xfonts-base xfonts-terminus
     hershey-fonts-data)
-images=16000 checks=800 steps=36000 line_images=24000 line_checks=600 line_steps=12000
-networks="base boundaries" weights=$PWD/src/engine/recogniser examples=$PWD/tests/engine/corpus
+images=16000 checks=800 steps=36000 line_images=24000 line_checks=600 line_steps=12000 ink_images=30000 ink_checks=300 ink_steps=12000
+networks="base boundaries ink" weights=$PWD/src/engine/recogniser examples=$PWD/tests/engine/corpus
 if [ "${1:-}" = --small ]; then
-    images=300 checks=60 steps=300 line_images=300 line_checks=40 line_steps=150
+    images=300 checks=60 steps=300 line_images=300 line_checks=40 line_steps=150 ink_images=200 ink_checks=20 ink_steps=60
     mkdir -p "$2"
     weights=$(readlink -f "$2") examples=$weights
-elif [ "${1:-}" = base ] || [ "${1:-}" = boundaries ]; then
+elif [ "${1:-}" = base ] || [ "${1:-}" = boundaries ] || [ "${1:-}" = ink ]; then
     networks=$1
 elif [ $# -gt 0 ]; then
-    echo "usage: tools/fit.sh [base|boundaries|--small FOLDER]" >&2
+    echo "usage: tools/fit.sh [base|boundaries|ink|--small FOLDER]" >&2
     exit 2
 fi
 install_packages "${build_packages[@]}" libbenchmark-dev libpng-dev libfreetype-dev libopencv-dev libfann-dev libeigen3-dev zlib1g-dev \
     python3-torch python3-numpy libopenblas0-pthread "${face_packages[@]}"
 cmake --preset bench >/dev/null
-ninja -C build-bench dravik_patches dravik_boundaries >build-bench/build.log || { tail -n 60 build-bench/build.log >&2; exit 1; }
+ninja -C build-bench dravik_patches dravik_boundaries dravik_ink >build-bench/build.log || { tail -n 60 build-bench/build.log >&2; exit 1; }
 made=$(mktemp -d)
 trap 'rm -rf "$made"' EXIT
 # make_of PROGRAM IMAGES SEED CHECKS CHECK_SEED: into first, second and check of a folder of its name
@@ -68,9 +69,12 @@ for network in $networks; do
     if [ "$network" = base ]; then
         make_of patches $images 1 $checks 2
         fit_of patches fit.py "$weights/BaseWeights.bin" "$examples/recogniser_examples.bin" $steps
+    elif [ "$network" = ink ]; then
+        make_of ink $ink_images 7 $ink_checks 8
+        fit_of ink fit_ink.py "$weights/InkWeights.bin" "$examples/ink_examples.bin" $ink_steps
     else
         make_of boundaries $line_images 11 $line_checks 12
         fit_of boundaries fit_boundaries.py "$weights/BoundaryWeights.bin" "$examples/boundary_examples.bin" $line_steps
     fi
-    rm -rf "$made"/patches "$made"/boundaries
+    rm -rf "$made"/patches "$made"/boundaries "$made"/ink
 done

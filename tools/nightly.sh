@@ -5,7 +5,7 @@
 #   fuzz     each fuzzer for FUZZ_SECONDS (default 300)
 #   stories  10,000 stories of random acts and crashes on fonts
 #   mutants  faults planted in the engine, which its tests must find
-#   fit      fits the base recogniser twice on a small part of its patches, to the same digit
+#   fit      fits the networks twice on a small part of their images, to the same digit
 #   faults   every fault of a file operation in every story of tests/faults
 #   bare     ./run on a bare Debian 12 in a folder of its own, without a display; needs root
 #   installed  the Debian packages installed, used, upgraded and removed on a bare Debian 12; needs root

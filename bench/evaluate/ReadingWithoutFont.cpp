@@ -5,12 +5,13 @@
 #include <chrono>
 #include <cstdio>
 #include <map>
+#include <memory>
 #include <vector>
 
 #include "base/Text.h"
 #include "engine/LabelledImages.h"
 #include "engine/PngFile.h"
-#include "engine/recogniser/BaseReader.h"
+#include "engine/classifier/SceneReading.h"
 #include "generate/Random.h"
 #include "support/Differences.h"
 
@@ -60,7 +61,7 @@ std::vector<std::string> merged(std::vector<std::string> text) {
 // places is pointed out.
 class Typing {
   public:
-    void tryOut(const Segmentation& found, const std::vector<std::string>& text, Random& random) {
+    void tryOut(const Scene& found, const std::vector<std::string>& text, Random& random) {
         if (found.glyphs.size() != text.size() || text.empty()) return;
         ++right_;
         alarms_ += disagreeing(found, text).empty() ? 0 : 1;
@@ -110,8 +111,7 @@ class Typing {
     static constexpr std::array kNames = {"one other character", "one missing, one more at the end",
                                           "one more, the last missing", "two neighbours exchanged"};
 
-    static std::vector<std::size_t> disagreeing(const Segmentation& found,
-                                                const std::vector<std::string>& typed) {
+    static std::vector<std::size_t> disagreeing(const Scene& found, const std::vector<std::string>& typed) {
         std::vector<std::size_t> places;
         const std::vector<CharacterLikelihood> compared = compareWithText(found, typed);
         for (std::size_t i = 0; i < compared.size(); ++i)
@@ -119,7 +119,7 @@ class Typing {
         return places;
     }
 
-    void tryWrong(Kind kind, const Segmentation& found, const std::vector<std::string>& text,
+    void tryWrong(Kind kind, const Scene& found, const std::vector<std::string>& text,
                   const std::vector<std::string>& typed) {
         ++wrong_[kind];
         const std::vector<std::size_t> places = disagreeing(found, typed);
@@ -151,7 +151,7 @@ void readWithoutFonts(const std::string& lines, bool verbose) {
     for (const LabelledImage& image : labelledImages(lines)) {
         const GreyImage pixels = readPng(image.file);
         const std::vector<std::string> text = characters(image.text);
-        const Segmentation found = segment(pixels, takeWholeCharacters);
+        const Scene found = findScene(std::make_shared<GreyImage>(pixels));
         const auto begun = std::chrono::steady_clock::now();
         const std::vector<SuggestedCharacter> suggestion = readWithoutFont(found);
         seconds += std::chrono::duration<double>(std::chrono::steady_clock::now() - begun).count();
@@ -162,8 +162,11 @@ void readWithoutFonts(const std::string& lines, bool verbose) {
         count.characters += static_cast<int>(text.size());
         count.wrong += static_cast<int>(test::differences(text, read));
         count.alike += static_cast<int>(test::differences(merged(text), merged(read)));
-        count.alone +=
-            static_cast<int>(test::differences(text, textOf(readWithoutFont(found, Context::Ignored))));
+        std::vector<std::string> alone;
+        for (const ScenePart& part : found.parts)
+            for (std::string& one : textOf(readWithoutFont(part.found, Context::Ignored)))
+                alone.push_back(std::move(one));
+        count.alone += static_cast<int>(test::differences(text, alone));
         count.unjudged += static_cast<int>(test::differences(text, textOf(readWithoutFont(segment(pixels)))));
         typing.tryOut(found, text, random);
         if (read.size() == text.size())

@@ -105,17 +105,17 @@ const Typeface* Faces::opened(const FaceName& name, int rows) {
     return faces_.emplace(key, std::move(face)).first->second.get();
 }
 
-std::optional<FittingImage> fittingImage(Faces& faces, float touching, Random& random) {
+std::optional<FittingImage> fittingImage(Faces& faces, const FittingShares& shares, Random& random) {
     const Faces::Drawn drawn = faces.any(random);
     const bool dots = drawn.face->isDotMatrix();
     const float how = random.share();
-    Conditions conditions = how < 0.45f  ? usualConditions(random, dots)
-                            : how < 0.8f ? extremeConditions(random, dots)
-                                         : learningConditions(random, dots);
+    Conditions conditions = how < shares.usual          ? usualConditions(random, dots)
+                            : how < 1 - shares.learning ? extremeConditions(random, dots)
+                                                        : learningConditions(random, dots);
     conditions.style.capHeight = std::min(conditions.style.capHeight, 42.0f);
     if (random.chance(0.15f)) conditions.view.slant = random.between(-0.1f, 0.25f);
     if (random.chance(0.15f)) conditions.style.wander = random.between(0.01f, 0.05f);
-    if (random.chance(touching)) conditions.style.pairTouching = 0.15f;
+    if (random.chance(shares.touching)) conditions.style.pairTouching = 0.15f;
     const float what = random.share();
     std::vector<std::string> text = what < 0.5f    ? charsetText(random, 4)
                                     : what < 0.9f  ? partText(random, conditions.lines)

@@ -59,15 +59,20 @@ struct FittingImage {
     Picture picture;
 };
 
-// `touching` is the share of images in which some characters are moved against those before them. Nothing
-// where the face has none of the text's characters.
-std::optional<FittingImage> fittingImage(Faces& faces, float touching, Random& random);
+// Shares of images: in which some characters are moved against those before them, of usual conditions, and of
+// those under which fonts are learnt; the others' are extreme.
+struct FittingShares {
+    float touching = 0, usual = 0.45f, learning = 0.2f;
+};
+
+// Nothing where the face has none of the text's characters.
+std::optional<FittingImage> fittingImage(Faces& faces, const FittingShares& shares, Random& random);
 
 // What a program does that makes something of such images: `PROGRAM FACES FOLDER IMAGES SEED [FIRST]`. Image
 // FIRST and those after it depend on SEED and their number alone, so that a set may be made in parts. Returns
 // the program's exit status.
 template <typename Output, typename Add>
-int ofFittingImages(int argc, char** argv, float touching, Add add) {
+int ofFittingImages(int argc, char** argv, const FittingShares& shares, Add add) {
     if (argc < 5) {
         std::fprintf(stderr, "usage: %s FACES FOLDER IMAGES SEED [FIRST]\n", argv[0]);
         return 2;
@@ -79,7 +84,7 @@ int ofFittingImages(int argc, char** argv, float touching, Add add) {
         const std::uint32_t begin = number(4) * 1'000'003u + (argc > 5 ? number(5) : 0);
         for (std::uint32_t i = 0; i < number(3); ++i) {
             Random random(begin + i);
-            if (const std::optional<FittingImage> image = fittingImage(faces, touching, random))
+            if (const std::optional<FittingImage> image = fittingImage(faces, shares, random))
                 add(*image, output, random);
         }
     } catch (const std::exception& failure) {

@@ -104,5 +104,6 @@ void addStrips(const FittingImage& image, Output& output, Random& random) {
 }  // namespace dravik
 
 int main(int argc, char** argv) {
-    return dravik::ofFittingImages<dravik::Output>(argc, argv, dravik::kTouchingShare, dravik::addStrips);
+    return dravik::ofFittingImages<dravik::Output>(
+        argc, argv, dravik::FittingShares{.touching = dravik::kTouchingShare}, dravik::addStrips);
 }

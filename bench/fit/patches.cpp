@@ -203,5 +203,6 @@ void addPatches(const FittingImage& image, Output& output, Random& random) {
 }  // namespace dravik
 
 int main(int argc, char** argv) {
-    return dravik::ofFittingImages<dravik::Output>(argc, argv, dravik::kTouchingShare, dravik::addPatches);
+    return dravik::ofFittingImages<dravik::Output>(
+        argc, argv, dravik::FittingShares{.touching = dravik::kTouchingShare}, dravik::addPatches);
 }

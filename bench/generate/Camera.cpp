@@ -40,12 +40,13 @@ struct Extent {
     }
 };
 
+template <float (Print::*value)(int, int) const>
 float inkAt(const Print& print, float x, float y) {
     const float u = x - 0.5f, v = y - 0.5f, fx = std::floor(u), fy = std::floor(v);
     const int c = static_cast<int>(fx), r = static_cast<int>(fy);
     const float across = u - fx, down = v - fy;
-    return (print.ink(c, r) * (1 - across) + print.ink(c + 1, r) * across) * (1 - down) +
-           (print.ink(c, r + 1) * (1 - across) + print.ink(c + 1, r + 1) * across) * down;
+    return ((print.*value)(c, r) * (1 - across) + (print.*value)(c + 1, r) * across) * (1 - down) +
+           ((print.*value)(c, r + 1) * (1 - across) + (print.*value)(c + 1, r + 1) * across) * down;
 }
 
 void light(Field& field, const View& view, Random& random) {
@@ -122,13 +123,17 @@ Picture seen(const Print& print, const View& view, Random& random) {
     placement.shiftY = std::round(view.marginTop * cap) - ink.top + random.share();
     Field field(static_cast<int>(ink.right - ink.left + (view.marginLeft + view.marginRight) * cap) + 2,
                 static_cast<int>(ink.bottom - ink.top + (view.marginTop + view.marginBottom) * cap) + 2);
+    Picture picture;
+    picture.whole = GreyImage(field.width, field.height);
     const float printed = view.paper + (view.darkPrint ? -view.contrast : view.contrast);
     const float thick = std::max(0.7f, 0.04f * cap), plate = view.frame > 0 ? 2.2f * view.frame : 0.7f;
     for (int y = 0; y < field.height; ++y)
         for (int x = 0; x < field.width; ++x) {
             float px, py;
             placement.toPrint(static_cast<float>(x) + 0.5f, static_cast<float>(y) + 0.5f, px, py);
-            float amount = inkAt(print, px, py);
+            float amount = inkAt<&Print::ink>(print, px, py);
+            picture.whole.row(y)[static_cast<std::size_t>(x)] =
+                static_cast<std::uint8_t>(std::lround(255 * inkAt<&Print::whole>(print, px, py)));
             // Distance from the box around the print.
             const float outX = std::max({inPrint.left - px, px - inPrint.right, 0.0f});
             const float outY = std::max({inPrint.top - py, py - inPrint.bottom, 0.0f});
@@ -150,7 +155,6 @@ Picture seen(const Print& print, const View& view, Random& random) {
     if (view.binary)
         for (float& value : field.values) value = (value > 0.5f * (view.paper + printed)) ? 255.0f : 0.0f;
 
-    Picture picture;
     picture.image = field.image();
     picture.characters.resize(print.characters.size());
     std::vector<Extent> extents(print.characters.size());

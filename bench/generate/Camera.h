@@ -39,6 +39,7 @@ struct SeenCharacter {
 
 struct Picture {
     GreyImage image;
+    GreyImage whole;  // its characters alone, whole, white on black
     std::vector<SeenCharacter> characters;
 };
 

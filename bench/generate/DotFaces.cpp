@@ -80,6 +80,23 @@ void DotFace::draw(Print& print, char character, float x, float y, const PrintSt
     const auto pattern = patterns_.find(character);
     if (pattern == patterns_.end()) return;
     const float pitch = style.capHeight / static_cast<float>(rows_ - 1);
+    const float across = pitch * style.dotStretch;
+    const auto isThere = [&](int column, int row) {
+        return std::any_of(pattern->second.begin(), pattern->second.end(),
+                           [=](const Dot& dot) { return dot.column == column && dot.row == row; });
+    };
+    for (const Dot& dot : pattern->second)
+        for (const auto& [right, up] : {std::pair{1, 0}, {0, 1}, {1, 1}, {1, -1}}) {
+            // Dots that meet over a corner only where none stands in it.
+            const bool isCorner = right != 0 && up != 0;
+            if (!isThere(dot.column + right, dot.row + up) ||
+                (isCorner && (isThere(dot.column + right, dot.row) || isThere(dot.column, dot.row + up))))
+                continue;
+            const float px = x + across * static_cast<float>(dot.column),
+                        py = y - pitch * static_cast<float>(dot.row);
+            print.wholeStroke(px, py, px + across * static_cast<float>(right),
+                              py - pitch * static_cast<float>(up), 0.5f * pitch * style.dot);
+        }
     bool any = false;
     for (const Dot& dot : pattern->second) {
         // The first dot always comes, so that no character vanishes.

@@ -27,6 +27,10 @@ void Print::stroke(float x0, float y0, float x1, float y1, float radius, float a
     along(x0, y0, x1, y1, radius, [&](int x, int y, float covered) { put(x, y, covered * amount, owner); });
 }
 
+void Print::wholeStroke(float x0, float y0, float x1, float y1, float radius) {
+    along(x0, y0, x1, y1, radius, [&](int x, int y, float covered) { putWhole(x, y, covered); });
+}
+
 void Print::scrape(float x0, float y0, float x1, float y1, float radius) {
     along(x0, y0, x1, y1, radius, [&](int x, int y, float covered) {
         float& here = ink_[at(x, y)];

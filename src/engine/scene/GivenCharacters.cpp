@@ -212,7 +212,7 @@ class Correction {
         const Binarizer view(*part.picture, {0, 0, width, high}, scale);
         Look& look = part.found.look;
         look.dark = print_.polarity != Polarity::Automatic ? print_.allows(true)
-                    : !found_.parts.empty()                ? found_.parts.front().found.look.dark
+                    : !found_.parts.empty()                ? found_.parts.front().isDark()
                                                            : view.leansDark();
         look.side = std::clamp(static_cast<int>(std::lround(0.75f * height / scale)), 8, 400);
         part.found.ink = view.separate(look.dark, look.side);

@@ -90,9 +90,9 @@ void PartInk::separate(const RotatedBox& own) {
     std::vector<std::pair<std::size_t, float>> levels;
     float low = 255, high = 0;
     eachPixel(own, [&](int x, int y) {
-        const float level = part_.picture->levelAt(
-            static_cast<float>(ink_.left) + (static_cast<float>(x) + 0.5f) * ink_.scale,
-            static_cast<float>(ink_.top) + (static_cast<float>(y) + 0.5f) * ink_.scale);
+        const float level =
+            part_.seen().levelAt(static_cast<float>(ink_.left) + (static_cast<float>(x) + 0.5f) * ink_.scale,
+                                 static_cast<float>(ink_.top) + (static_cast<float>(y) + 0.5f) * ink_.scale);
         levels.emplace_back(index(x, y), level);
         low = std::min(low, level);
         high = std::max(high, level);
@@ -110,7 +110,7 @@ void PartInk::separate(const RotatedBox& own) {
         if (dark == 0 || light == 0) break;
         threshold = 0.5f * (darker / dark + lighter / light);
     }
-    const float sign = part_.found.look.dark ? -1.0f : 1.0f;
+    const float sign = part_.isDark() ? -1.0f : 1.0f;
     for (const auto& [place, level] : levels) {
         const float depth = sign * (level - threshold) / (0.5f * (high - low));
         ink_.ink[place] = static_cast<std::uint8_t>(std::clamp(128 + 127 * depth, 0.0f, 255.0f));

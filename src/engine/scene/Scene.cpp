@@ -8,6 +8,7 @@
 
 #include "engine/recogniser/BaseReader.h"
 #include "engine/scene/LineByLine.h"
+#include "engine/scene/PrintAlone.h"
 #include "engine/segmentation/TextLikeness.h"
 
 namespace dravik::engine {
@@ -28,6 +29,10 @@ constexpr float kUpright = 0.12f;  // radians
 constexpr float kSameAngle = 0.1f;
 // A line that is found is at least so high, in smallest heights that characters may have.
 constexpr float kLowestLine = 0.75f;
+// In doubt the print alone of pictures of so many pixels is looked at.
+constexpr std::int64_t kMostInDoubt = 500'000;
+// One or two characters of the print alone may be pieces of something else; lines of it are looked for.
+constexpr std::size_t kSomePrint = 3;
 // The whole of a picture of so few pixels is looked at before any line is searched in it; that of one without
 // lines when it has at most so many.
 constexpr std::int64_t kSmall = 150'000, kMostWithoutLines = 500'000;
@@ -112,6 +117,20 @@ bool isAll(const GreyImage& image, const Segmentation& seen, std::span<const Tex
            (2 * byLine.characters() < seen.glyphs.size() && odds() > kMuchMoreWhole);
 }
 
+std::int64_t pixelsOf(const GreyImage& image) {
+    return static_cast<std::int64_t>(image.width()) * image.height();
+}
+
+bool isSure(const Segmentation& found) {
+    return !found.glyphs.empty() && found.likeness >= kSurelyPrint;
+}
+
+double worthOf(const Scene& scene) {
+    double sum = 0;
+    for (const ScenePart& part : scene.parts) sum += worthOf(part.found);
+    return sum;
+}
+
 Scene wholeScene(std::shared_ptr<const GreyImage> image, Segmentation found) {
     Scene scene;
     ScenePart& whole = scene.parts.emplace_back();
@@ -121,31 +140,58 @@ Scene wholeScene(std::shared_ptr<const GreyImage> image, Segmentation found) {
     return scene;
 }
 
-// As findScene() without a region. In a region print is looked for even where there are no lines of it.
+Scene wholeScene(std::shared_ptr<const GreyImage> image, PrintAlone alone) {
+    Scene scene = wholeScene(std::move(alone.picture), std::move(alone.found));
+    scene.parts.front().original = std::move(image);
+    scene.parts.front().isDarkThere = alone.isDark;
+    return scene;
+}
+
+// In a region print is looked for even where there are no lines of it.
 enum class Extent { Whole, Region };
-Scene findIn(std::shared_ptr<const GreyImage> image, Extent extent, const PrintSettings& print,
-             const std::stop_token& stop) {
-    const std::int64_t pixels = static_cast<std::int64_t>(image->width()) * image->height();
-    std::optional<Segmentation> seen;
-    const auto isClear = [&] {
-        seen = segment(*image, takeWholeCharacters, stop, print);
-        return !seen->glyphs.empty() && seen->likeness >= kSurelyPrint;
-    };
-    if (pixels <= kSmall && isClear()) return wholeScene(std::move(image), *std::move(seen));
+
+// What a picture shows whose whole is not clear, if it was `seen`, or is large.
+Scene findLines(std::shared_ptr<const GreyImage> image, std::optional<Segmentation> seen, Extent extent,
+                const PrintSettings& print, const std::stop_token& stop) {
     std::vector<TextLine> lines = findTextLines(*image, stop);
     std::erase_if(lines, [&](const TextLine& line) {
         return !print.allows(line.dark) ||
                line.height() < kLowestLine * static_cast<float>(print.smallestHeight);
     });
+    const auto see = [&] { seen = segment(*image, takeWholeCharacters, stop, print); };
     if (lines.empty()) {
-        if (!seen && (pixels <= kMostWithoutLines || extent == Extent::Region))
-            seen = segment(*image, takeWholeCharacters, stop, print);
+        if (!seen && (pixelsOf(*image) <= kMostWithoutLines || extent == Extent::Region)) see();
         return seen ? wholeScene(std::move(image), *std::move(seen)) : Scene{};
     }
-    if (!seen && mayFill(*image, lines) && isClear()) return wholeScene(std::move(image), *std::move(seen));
+    if (!seen && mayFill(*image, lines)) {
+        see();
+        if (isSure(*seen)) return wholeScene(std::move(image), *std::move(seen));
+    }
     Scene byLine = lineByLine(*image, lines, print, stop);
     return seen && isAll(*image, *seen, lines, byLine) ? wholeScene(std::move(image), *std::move(seen))
                                                        : byLine;
+}
+
+// As findScene() without a region. What a picture leaves in doubt is looked for in its print alone.
+Scene findIn(const std::shared_ptr<const GreyImage>& image, Extent extent, const PrintSettings& print,
+             const std::stop_token& stop) {
+    std::optional<Segmentation> seen;
+    std::optional<PrintAlone> alone;
+    const bool isSmall = pixelsOf(*image) <= kSmall;
+    if (isSmall) {
+        seen = segment(*image, takeWholeCharacters, stop, print);
+        if (isSure(*seen)) return wholeScene(image, *std::move(seen));
+        alone = findInPrintAlone(*image, seen->glyphs.size(), worthOf(*seen), print, stop);
+        if (alone && isSure(alone->found) && alone->found.glyphs.size() >= kSomePrint)
+            return wholeScene(image, *std::move(alone));
+    }
+    Scene scene = findLines(image, std::move(seen), extent, print, stop);
+    if (!scene.parts.empty() && std::all_of(scene.parts.begin(), scene.parts.end(),
+                                            [](const ScenePart& part) { return isSure(part.found); }))
+        return scene;
+    if (!isSmall && pixelsOf(*image) <= kMostInDoubt)
+        alone = findInPrintAlone(*image, scene.characters(), worthOf(scene), print, stop);
+    return alone && worthOf(alone->found) > worthOf(scene) ? wholeScene(image, *std::move(alone)) : scene;
 }
 
 // Makes a part of what a region shows a part of the whole picture.
@@ -211,11 +257,10 @@ void tellOfNeighbours(Scene& scene) {
 
 Scene findScene(std::shared_ptr<const GreyImage> image, const SegmentationSettings& settings,
                 const std::stop_token& stop) {
-    if (!settings.region || image->empty())
-        return findIn(std::move(image), Extent::Whole, settings.print, stop);
+    if (!settings.region || image->empty()) return findIn(image, Extent::Whole, settings.print, stop);
     const RotatedBox& region = *settings.region;
-    auto upright = std::make_shared<GreyImage>(uprightPicture(*image, region));
-    Scene scene = findIn(std::move(upright), Extent::Region, settings.print, stop);
+    const auto upright = std::make_shared<GreyImage>(uprightPicture(*image, region));
+    Scene scene = findIn(upright, Extent::Region, settings.print, stop);
     for (ScenePart& part : scene.parts) placeInWhole(part, region, *image);
     return scene;
 }

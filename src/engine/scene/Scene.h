@@ -15,6 +15,10 @@ namespace dravik::engine {
 // A part of the picture that is looked at alone, upright.
 struct ScenePart {
     std::shared_ptr<const GreyImage> picture;
+    // Where that shows its print alone, white on black: what it was made of, and whether the print is darker
+    // than its ground there. Null otherwise.
+    std::shared_ptr<const GreyImage> original;
+    bool isDarkThere = false;
     Segmentation found;  // behind its own lines are those of the other parts, as high as its pixels have them
     Region whole;        // that the part is of
     // From the part's pixels to those of the whole: turned by `angle` radians, then shifted.
@@ -22,6 +26,9 @@ struct ScenePart {
     float left = 0, top = 0;
     int firstLine = 0;  // the number of its first line in the scene
 
+    const GreyImage& seen() const { return original ? *original : *picture; }
+    // Whether its print is darker than the ground as it is seen.
+    bool isDark() const { return original ? isDarkThere : found.look.dark; }
     // The box in the whole picture of a box in the part; cut to what there is of it.
     Region place(const Region& own) const;
     // The same as it stands there, turned.

@@ -1,0 +1,30 @@
+// Where a picture leaves its characters in doubt, they are looked for in its print alone, as the network of
+// ink sees it.
+#pragma once
+
+#include <cstddef>
+#include <memory>
+#include <optional>
+#include <stop_token>
+
+#include "engine/image/GreyImage.h"
+#include "engine/segmentation/Segmentation.h"
+
+namespace dravik::engine {
+
+// What found characters are worth, as a logarithm: how much likelier than usual they are whole ones, and how
+// much they look like text.
+double worthOf(const Segmentation& found);
+
+struct PrintAlone {
+    std::shared_ptr<const GreyImage> picture;  // as large as the one that was given, white on black
+    Segmentation found;
+    bool isDark = false;  // the print is darker than its ground in the picture that was given
+};
+
+// Nothing where the number of `characters` that the picture itself shows, and which are worth so much, is the
+// likeliest. Ends soon, with anything or nothing found, once a stop is requested.
+std::optional<PrintAlone> findInPrintAlone(const GreyImage& picture, std::size_t characters, double worth,
+                                           const PrintSettings& print, const std::stop_token& stop);
+
+}  // namespace dravik::engine
