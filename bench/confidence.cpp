@@ -14,6 +14,7 @@
 #include "distance/SampleSets.h"
 #include "engine/classifier/Confidence.h"
 #include "engine/classifier/Reading.h"
+#include "engine/recogniser/BaseReader.h"
 #include "engine/font/SampleStore.h"
 
 namespace dravik {

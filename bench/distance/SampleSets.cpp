@@ -7,6 +7,7 @@
 
 #include "base/Text.h"
 #include "engine/classifier/Reading.h"
+#include "engine/recogniser/BaseReader.h"
 
 namespace dravik {
 

@@ -62,7 +62,7 @@ std::vector<std::string> merged(std::vector<std::string> text) {
 class Typing {
   public:
     void tryOut(const Scene& found, const std::vector<std::string>& text, Random& random) {
-        if (found.glyphs.size() != text.size() || text.empty()) return;
+        if (found.characters() != text.size() || text.empty()) return;
         ++right_;
         alarms_ += disagreeing(found, text).empty() ? 0 : 1;
         const int last = static_cast<int>(text.size()) - 1;
