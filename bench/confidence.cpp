@@ -14,8 +14,8 @@
 #include "distance/SampleSets.h"
 #include "engine/classifier/Confidence.h"
 #include "engine/classifier/Reading.h"
-#include "engine/recogniser/BaseReader.h"
 #include "engine/font/SampleStore.h"
+#include "engine/recogniser/BaseReader.h"
 
 namespace dravik {
 
