@@ -20,6 +20,8 @@ constexpr std::array<double, 3> kPixels = {12'000, 36'000, 108'000};
 // What it is worth that a picture looks like text, beside its characters looking whole, and that another view
 // shows as many characters; logarithms, measured on generated part images.
 constexpr double kLikeText = 0.5, kAgreed = 2;
+// Of a picture of print so much is ink; noise has less, a texture more.
+constexpr double kLeastInk = 0.002, kMostInk = 0.5;
 // Log odds beyond which no other size is tried.
 constexpr double kSurelyPrint = 2.2;
 
@@ -69,6 +71,14 @@ void add(std::vector<Candidate>& candidates, PrintAlone alone) {
     candidates.push_back({alone.found.glyphs.size(), worth, std::move(alone)});
 }
 
+bool mayShowPrint(const GreyImage& ink) {
+    double sum = 0;
+    for (int y = 0; y < ink.height(); ++y)
+        for (const std::uint8_t level : ink.row(y)) sum += level > 127 ? 1 : 0;
+    const double share = sum / (static_cast<double>(ink.width()) * ink.height());
+    return share > kLeastInk && share < kMostInk;
+}
+
 // Whether the print that was found is darker than what is around it.
 bool isDark(const GreyImage& picture, const GreyImage& print) {
     double inside = 0, outside = 0, pixels = 0, others = 0;
@@ -96,8 +106,9 @@ std::optional<PrintAlone> findInPrintAlone(const GreyImage& picture, std::size_t
     const PrintSettings settings{Polarity::LightOnDark, PrintKind::Automatic, print.smallestHeight};
     for (const int side : sides(picture)) {
         if (stop.stop_requested()) return std::nullopt;
-        PrintAlone alone{
-            std::make_shared<GreyImage>(enlarged(inkOf(thumbnailOf(picture, side)), picture)), {}, false};
+        GreyImage ink = inkOf(thumbnailOf(picture, side));
+        if (!mayShowPrint(ink)) continue;
+        PrintAlone alone{std::make_shared<GreyImage>(enlarged(std::move(ink), picture)), {}, false};
         alone.isDark = isDark(picture, *alone.picture);
         if (!print.allows(alone.isDark)) continue;
         alone.found = segment(*alone.picture, takeWholeCharacters, stop, settings);
