@@ -61,10 +61,10 @@ struct Candidate {
 };
 
 void add(std::vector<Candidate>& candidates, PrintAlone alone) {
-    const double worth = worthOf(alone.found);
+    const double worth = alone.worth;
     for (Candidate& one : candidates)
         if (one.characters == alone.found.glyphs.size()) {
-            if (one.alone && worth > worthOf(one.alone->found)) one.alone = std::move(alone);
+            if (one.alone && worth > one.alone->worth) one.alone = std::move(alone);
             one.worth = std::max(one.worth, worth) + kAgreed;
             return;
         }
@@ -108,11 +108,13 @@ std::optional<PrintAlone> findInPrintAlone(const GreyImage& picture, std::size_t
         if (stop.stop_requested()) return std::nullopt;
         GreyImage ink = inkOf(thumbnailOf(picture, side));
         if (!mayShowPrint(ink)) continue;
-        PrintAlone alone{std::make_shared<GreyImage>(enlarged(std::move(ink), picture)), {}, false};
+        PrintAlone alone;
+        alone.picture = std::make_shared<GreyImage>(enlarged(std::move(ink), picture));
         alone.isDark = isDark(picture, *alone.picture);
         if (!print.allows(alone.isDark)) continue;
         alone.found = segment(*alone.picture, takeWholeCharacters, stop, settings);
         if (alone.found.glyphs.empty()) continue;
+        alone.worth = worthOf(alone.found);
         const bool isSure = alone.found.likeness >= kSurelyPrint;
         add(candidates, std::move(alone));
         if (isSure) break;

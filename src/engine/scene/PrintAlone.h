@@ -19,6 +19,7 @@ double worthOf(const Segmentation& found);
 struct PrintAlone {
     std::shared_ptr<const GreyImage> picture;  // as large as the one that was given, white on black
     Segmentation found;
+    double worth = 0;     // of what was found
     bool isDark = false;  // the print is darker than its ground in the picture that was given
 };
 

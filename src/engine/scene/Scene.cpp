@@ -191,7 +191,7 @@ Scene findIn(const std::shared_ptr<const GreyImage>& image, Extent extent, const
         return scene;
     if (!isSmall && pixelsOf(*image) <= kMostInDoubt)
         alone = findInPrintAlone(*image, scene.characters(), worthOf(scene), print, stop);
-    return alone && worthOf(alone->found) > worthOf(scene) ? wholeScene(image, *std::move(alone)) : scene;
+    return alone && alone->worth > worthOf(scene) ? wholeScene(image, *std::move(alone)) : scene;
 }
 
 // Makes a part of what a region shows a part of the whole picture.
