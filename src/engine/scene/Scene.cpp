@@ -255,7 +255,7 @@ void tellOfNeighbours(Scene& scene) {
         }
 }
 
-Scene findScene(std::shared_ptr<const GreyImage> image, const SegmentationSettings& settings,
+Scene findScene(const std::shared_ptr<const GreyImage>& image, const SegmentationSettings& settings,
                 const std::stop_token& stop) {
     if (!settings.region || image->empty()) return findIn(image, Extent::Whole, settings.print, stop);
     const RotatedBox& region = *settings.region;

@@ -44,7 +44,7 @@ struct Scene {
 // A picture that is filled by its print, or in which nothing else is seen, is one part: the picture itself.
 // Of a region only what is in it is looked at, turned upright. Ends soon, with anything or nothing found,
 // once a stop is requested. The image is not null.
-Scene findScene(std::shared_ptr<const GreyImage> image, const SegmentationSettings& settings = {},
+Scene findScene(const std::shared_ptr<const GreyImage>& image, const SegmentationSettings& settings = {},
                 const std::stop_token& stop = {});
 
 // Gives each part the lines of the others too: how high they are tells its capitals from small letters. To be
