@@ -51,8 +51,7 @@ class Recogniser(nn.Module):
     def layers(self):
         """Name, weights (outputs x the rest) and biases of each layer, norms folded in."""
         for name, convolution, norm in zip(("first", "second", "third"), (self.first, self.second, self.third), self.norms):
-            factor = norm.weight / torch.sqrt(norm.running_var + norm.eps)
-            yield name, convolution.weight * factor[:, None, None, None], norm.bias - norm.running_mean * factor
+            yield name, *folded(convolution, norm)
         yield "gather", self.gather.weight, self.gather.bias
         yield "outputs", self.outputs.weight, self.outputs.bias
 
@@ -184,6 +183,24 @@ def descent(network, steps, most):
 
 def packed_layer(scale, bias, whole):
     return [scale.numpy().astype("<f4").tobytes(), bias.numpy().astype("<f4").tobytes(), whole.numpy().astype(numpy.int8).tobytes()]
+
+
+def folded(convolution, norm):
+    """Weights and biases that do what a convolution and the norm behind it do."""
+    factor = norm.weight / torch.sqrt(norm.running_var + norm.eps)
+    return convolution.weight * factor[:, None, None, None], norm.bias - norm.running_mean * factor
+
+
+def as_bytes(layers):
+    """The layers of convolutions with the weights that a byte can say, and what is written of them."""
+    rounded, packed = [], []
+    for weights, bias in layers:
+        scale, whole = quantised(weights)
+        rounded.append(((whole * scale[:, None]).reshape(weights.shape), bias))
+        # Weights stand in the order row, column, input.
+        whole = whole.reshape(weights.shape).permute(0, 2, 3, 1).reshape(len(whole), -1)
+        packed += packed_layer(scale, bias, whole)
+    return rounded, packed
 
 
 def write_weights(arguments, head, packed):

@@ -11,7 +11,7 @@ import os
 import sys
 
 # Before the others: it says how they use threads.
-from fit import THREADS, descent, given_arguments, packed_layer, quantised, write_weights
+from fit import THREADS, as_bytes, descent, folded, given_arguments, write_weights
 
 import numpy
 import torch
@@ -54,8 +54,7 @@ class Boundaries(nn.Module):
     def layers(self):
         """Weights (outputs x the rest) and biases of each layer, norms folded in."""
         for convolution, norm in zip(self.convolutions, self.norms):
-            factor = norm.weight / torch.sqrt(norm.running_var + norm.eps)
-            yield convolution.weight * factor[:, None, None, None], norm.bias - norm.running_mean * factor
+            yield folded(convolution, norm)
         yield self.outputs.weight, self.outputs.bias
 
 
@@ -184,13 +183,7 @@ def main():
     strips, check = load(arguments.strips.split(",")), load([arguments.check])
     print(len(strips), "strips,", len(check), "to check with", flush=True)
     layers = fit(strips, arguments.steps, check, arguments.report)
-    bytes_layers, packed = [], []
-    for weights, bias in layers:
-        scale, whole = quantised(weights)
-        bytes_layers.append(((whole * scale[:, None]).reshape(weights.shape), bias))
-        # Weights stand in the order row, column, input.
-        whole = whole.reshape(weights.shape).permute(0, 2, 3, 1).reshape(len(whole), -1)
-        packed += packed_layer(scale, bias, whole)
+    bytes_layers, packed = as_bytes(layers)
     digest = hashlib.sha256(b"".join(ink.tobytes() + labels.tobytes() for ink, labels, _ in strips)).hexdigest()[:16]
     head = [
         "Weights of the network of boundaries, written by tools/fit.sh. Nobody edits them.",

@@ -11,7 +11,7 @@ import os
 import sys
 
 # Before the others: it says how they use threads.
-from fit import THREADS, descent, given_arguments, packed_layer, quantised, write_weights
+from fit import THREADS, as_bytes, descent, folded, given_arguments, write_weights
 
 import numpy
 import torch
@@ -83,9 +83,7 @@ class Ink(nn.Module):
     def layers(self):
         """Weights (outputs x the rest) and biases of each layer, norms folded in."""
         for name, *_ in LAYERS:
-            norm = self.norms[name]
-            factor = norm.weight / torch.sqrt(norm.running_var + norm.eps)
-            yield self.convolutions[name].weight * factor[:, None, None, None], norm.bias - norm.running_mean * factor
+            yield folded(self.convolutions[name], self.norms[name])
         yield self.outputs.weight, self.outputs.bias
 
 
@@ -126,13 +124,12 @@ class Batches:
         seen = numpy.full((BATCH, len(WINDOWS), HEIGHT, WIDTH), 128, numpy.float32)
         whole = numpy.full((BATCH, HEIGHT, WIDTH), -1, numpy.float32)
         for i, number in enumerate(self.order[self.at : self.at + BATCH]):
-            picture, print_, _, _ = self.pictures[number]
-            height, width = min(HEIGHT, print_.shape[0]), min(WIDTH, print_.shape[1])
-            # Places are even, as the network's steps are.
-            top = self.generator.integers(0, print_.shape[0] - height + 1)
-            left = self.generator.integers(0, print_.shape[1] - width + 1)
+            picture, ink, _, _ = self.pictures[number]
+            height, width = min(HEIGHT, ink.shape[0]), min(WIDTH, ink.shape[1])
+            top = self.generator.integers(0, ink.shape[0] - height + 1)
+            left = self.generator.integers(0, ink.shape[1] - width + 1)
             own = picture[:, top : top + height, left : left + width].astype(numpy.float32)
-            what = print_[top : top + height, left : left + width]
+            what = ink[top : top + height, left : left + width]
             if self.generator.random() < 0.5:
                 own = 256 - own
             seen[i, :, :height, :width] = own
@@ -209,13 +206,7 @@ def main():
     pictures, check = load(arguments.pictures.split(",")), load([arguments.check])
     print(len(pictures), "pictures,", len(check), "to check with", flush=True)
     layers = fit(pictures, arguments.steps, check, arguments.report)
-    bytes_layers, packed = [], []
-    for weights, bias in layers:
-        scale, whole = quantised(weights)
-        bytes_layers.append(((whole * scale[:, None]).reshape(weights.shape), bias))
-        # Weights stand in the order row, column, input.
-        whole = whole.reshape(weights.shape).permute(0, 2, 3, 1).reshape(len(whole), -1)
-        packed += packed_layer(scale, bias, whole)
+    bytes_layers, packed = as_bytes(layers)
     digest = hashlib.sha256(b"".join(seen.tobytes() + whole.tobytes() for seen, whole, *_ in pictures)).hexdigest()[:16]
     head = [
         "Weights of the network of ink, written by tools/fit.sh. Nobody edits them.",

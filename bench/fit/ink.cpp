@@ -13,6 +13,7 @@
 #include <stdexcept>
 
 #include "engine/image/Thumbnail.h"
+#include "engine/recogniser/InkNetwork.h"
 #include "fit/FittingImages.h"
 
 namespace dravik {
@@ -21,7 +22,6 @@ using namespace engine;
 namespace {
 
 constexpr FittingShares kShares{.touching = 0.1f, .usual = 0.2f, .learning = 0.08f};
-constexpr float kLeastHeight = 10, kMostHeight = 34;
 // Of larger pictures a part is taken.
 constexpr int kMostWidth = 320, kMostHigh = 160;
 
@@ -48,7 +48,7 @@ class Output {
 void addPicture(const FittingImage& image, Output& output, Random& random) {
     const GreyImage &seen = image.picture.image, &whole = image.picture.whole;
     const float scale =
-        std::min(1.0f, random.size(kLeastHeight, kMostHeight) / image.conditions.style.capHeight);
+        std::min(1.0f, random.size(kLeastInkHeight, kMostInkHeight) / image.conditions.style.capHeight);
     const int side =
         static_cast<int>(std::lround(scale * static_cast<float>(std::max(seen.width(), seen.height()))));
     const GreyImage smallSeen = thumbnailOf(seen, side), smallWhole = thumbnailOf(whole, side);
