@@ -25,7 +25,8 @@ faces=(fonts-dejavu-core fonts-liberation fonts-hack fonts-inconsolata fonts-rob
     fonts-lg-aboriginal fonts-smc-chilanka fonts-cwtex-heib fonts-smc-rachana fonts-smc-dyuthi fonts-smc-keraleeyam
     fonts-teluguvijayam fonts-mona fonts-ukij-uyghur fonts-lexi-saebom fonts-arphic-gkai00mp xfonts-ayu xfonts-kappa20 fonts-wine fonts-dotgothic16
     fonts-povray fonts-smiley-sans fonts-sil-shimenkan-gsm fonts-babelstone-modern fonts-meera-inimai fonts-smc-anjalioldlipi
-    fonts-lohit-deva fonts-bpg-georgian t1-teams fonts-adf-berenis fonts-cardo xfonts-wqy xfonts-marumoji fonts-sixtyfour)
+    fonts-lohit-deva fonts-bpg-georgian t1-teams fonts-adf-berenis fonts-cardo xfonts-wqy xfonts-marumoji fonts-sixtyfour
+    fonts-myanmar fonts-unfonts-extra fonts-fantasma fonts-nafees fonts-cns11643-sung fonts-sil-alkalami fonts-paktype)
 if [ "${1:-}" = windows ]; then
     install_packages "${windows_packages[@]}"
     cmake --preset windows-bench >/dev/null

@@ -2,7 +2,7 @@
 // faces and under conditions that differ between the sets: the engine's weights are fitted on `learn`, its
 // rules are made with `develop` and `develop2`, and the others are only for the last word.
 //
-//     dravik_generate develop|develop2|held|fresh|unseen|unseen2|unseen3|unseen4|learn
+//     dravik_generate develop|develop2|held|fresh|unseen|unseen2|unseen3|unseen4|unseen5|learn
 //     usual|extreme|scenes FOLDER [LINES_PER_FACE [CHARSETS_PER_FACE]]
 //
 // `usual` and `extreme` say under what conditions the lines are seen, `scenes` has them on parts beside other
@@ -272,6 +272,25 @@ const std::vector<Face> kUnseen4 = {
     {"dotnino", "BPG_Nino_Medium_GPL&GNU.ttf", 9},
 };
 
+// For the last word on what was made after `unseen4` had been counted.
+const std::vector<Face> kUnseen5 = {
+    {"nayone", "MyanmarNayone.ttf"},
+    {"gantgaw", "MyanmarGantgaw.ttf"},
+    {"taza", "UnTaza.ttf"},
+    {"fantasmab", "Fantasma-Bold.otf"},
+    {"nafees", "NafeesWeb.ttf"},
+    {"twsung", "TW-Sung-98_1.ttf"},
+    {"alkalami", "Alkalami-Light.ttf"},
+    {"paktype", "PakType Naskh Basic.ttf"},
+    {"timmana", "TimmanaRegular.ttf"},
+    {"quercusb", "Quercus_Bold.ttf"},
+    {"nksmart", "NK_SSmart2.ttf"},
+    {"dotscreen18", "screen11x18_c.pcf.gz"},
+    {"dotproof16", "proof9x16_c.pcf.gz"},
+    {"dotphetsot", "MyanmarPhetsot.ttf", 9},
+    {"dotchatu", "MyanmarChatu.ttf", 9},
+};
+
 std::unique_ptr<Typeface> opened(const Face& face) {
     const std::string file = face.file;
     if (file.empty()) return smallDotFace();
@@ -339,7 +358,7 @@ const std::vector<Set> kSets = {{"develop", kDevelop, 100'003u},     {"held", kH
                                 {"fresh", kFresh, 1'300'021u},       {"unseen", kUnseen, 2'100'049u},
                                 {"develop2", kDevelop2, 3'300'071u}, {"unseen2", kUnseen2, 4'700'021u},
                                 {"unseen3", kUnseen3, 5'900'017u},   {"unseen4", kUnseen4, 7'300'033u},
-                                {"learn", kLearn, 500'009u, true}};
+                                {"unseen5", kUnseen5, 8'700'037u},   {"learn", kLearn, 500'009u, true}};
 
 struct Seeing {
     const char* name;
@@ -392,7 +411,7 @@ int main(int argc, char** argv) {
     if (set == dravik::kSets.end() || seeing == dravik::kSeeing.end()) {
         std::fprintf(
             stderr,
-            "usage: dravik_generate develop|develop2|held|fresh|unseen|unseen2|unseen3|unseen4|learn "
+            "usage: dravik_generate develop|develop2|held|fresh|unseen|unseen2|unseen3|unseen4|unseen5|learn "
             "usual|extreme|scenes FOLDER [LINES_PER_FACE [CHARSETS_PER_FACE]]\n");
         return 2;
     }
