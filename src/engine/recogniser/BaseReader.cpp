@@ -27,6 +27,10 @@ constexpr std::size_t kFewestClear = 4;
 constexpr double kClearlyWhole = 0.8;
 constexpr float kHardlyNone = 0.4f;
 
+// Of two sizes of a line, a piece that looks whole in neither counts by this, a logarithm: it says little of
+// the size.
+constexpr double kWholeInNeither = -1.5;
+
 struct ReadLine {
     int line = 0;
     std::vector<ReadPiece> pieces;
@@ -40,10 +44,30 @@ double trust(std::span<const PatchLikelihoods> line) {
     return sum;
 }
 
+// How well the likeliest pieces of a line go with a size that it may have.
+double fit(std::span<const ReadPiece> pieces) {
+    double sum = 0;
+    for (const ReadPiece& one : pieces)
+        sum += std::max(kWholeInNeither, static_cast<double>(whole(one.likelihoods))) -
+               std::log(kUsuallyWhole) - static_cast<double>(one.doubt);
+    return sum;
+}
+
+bool areSure(std::span<const ReadPiece> pieces) {
+    return std::none_of(pieces.begin(), pieces.end(),
+                        [](const ReadPiece& one) { return isUnsure(one.likelihoods); });
+}
+
+std::vector<ReadPiece> asFound(std::span<const Glyph> line, std::span<const PatchLikelihoods> likelihoods) {
+    std::vector<ReadPiece> result;
+    for (std::size_t i = 0; i < line.size(); ++i) result.push_back({line[i].piece, likelihoods[i]});
+    return result;
+}
+
 enum class Sizes { AsMeasured, Likeliest };
 
-// All lines, each in the size that suits it: `value` says how well a line goes in a size, its first
-// character's number being the second argument.
+// All lines, each in the size that suits it: `value` says how well a line as it was found goes in a size, its
+// first character's number being the second argument.
 template <typename Value>
 std::vector<ReadLine> linesOf(const Segmentation& found, Pieces how, Value value,
                               Sizes sizes = Sizes::Likeliest) {
@@ -51,25 +75,30 @@ std::vector<ReadLine> linesOf(const Segmentation& found, Pieces how, Value value
     for (std::size_t from = 0; from < found.glyphs.size();) {
         std::size_t to = from;
         while (to < found.glyphs.size() && found.glyphs[to].line == found.glyphs[from].line) ++to;
-        LineMetrics line = found.lines[static_cast<std::size_t>(found.glyphs[from].line)];
-        std::vector<PatchLikelihoods> best = lineLikelihoods(found, from, to, line);
-        if (const std::optional<OtherSize> other =
-                sizes == Sizes::Likeliest ? otherSize(found.lines, line) : std::nullopt) {
+        const LineMetrics& line = found.lines[static_cast<std::size_t>(found.glyphs[from].line)];
+        const std::span<const Glyph> glyphs = std::span(found.glyphs).subspan(from, to - from);
+        const std::vector<PatchLikelihoods> own = lineLikelihoods(found, from, to, line);
+        ReadLine& read = result.emplace_back();
+        read.line = glyphs.front().line;
+        read.pieces =
+            how == Pieces::Likeliest ? likeliestPieces(found, from, own, line) : asFound(glyphs, own);
+        std::optional<OtherSize> other;
+        // Pieces that are whole in one size are cut and joined rightly whatever the size.
+        if (sizes == Sizes::Likeliest && !(how == Pieces::Likeliest && areSure(read.pieces)))
+            other = otherSize(found.lines, line);
+        if (other) {
             LineMetrics smaller = line;
             smaller.capHeight = other->capHeight;
-            std::vector<PatchLikelihoods> asSmaller = lineLikelihoods(found, from, to, smaller);
-            if (value(asSmaller, from) - other->doubt > value(best, from)) {
-                best = std::move(asSmaller);
-                line = smaller;
+            const std::vector<PatchLikelihoods> others = lineLikelihoods(found, from, to, smaller);
+            if (how == Pieces::Likeliest) {
+                // Characters that touch may look like one of another size: the sizes are told apart by what
+                // their cuts make of it.
+                std::vector<ReadPiece> pieces = likeliestPieces(found, from, others, smaller);
+                if (fit(pieces) - other->doubt > fit(read.pieces)) read.pieces = std::move(pieces);
+            } else if (value(others, from) - other->doubt > value(own, from)) {
+                read.pieces = asFound(glyphs, others);
             }
         }
-        ReadLine& read = result.emplace_back();
-        read.line = found.glyphs[from].line;
-        if (how == Pieces::Likeliest)
-            read.pieces = likeliestPieces(found, from, best, line);
-        else
-            for (std::size_t i = from; i < to; ++i)
-                read.pieces.push_back({found.glyphs[i].piece, best[i - from]});
         from = to;
     }
     return result;
@@ -113,13 +142,15 @@ double wholeCharacterOdds(const std::vector<ReadLine>& lines) {
 }
 
 Wholeness wholeness(const std::vector<ReadLine>& lines) {
-    Wholeness result{wholeCharacterOdds(lines), true};
+    Wholeness result{wholeCharacterOdds(lines), true, true};
     std::size_t characters = 0;
-    for (const ReadLine& line : lines)
+    for (const ReadLine& line : lines) {
+        result.isSure = result.isSure && areSure(line.pieces);
         for (const ReadPiece& one : line.pieces) {
             result.isClear = result.isClear && std::exp(one.likelihoods[kNoCharacter]) < kHardlyNone;
             ++characters;
         }
+    }
     result.isClear = result.isClear && characters >= kFewestClear &&
                      result.odds > static_cast<double>(characters) * std::log(kClearlyWhole / kUsuallyWhole);
     return result;

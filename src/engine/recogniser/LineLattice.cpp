@@ -136,6 +136,10 @@ float whole(const PatchLikelihoods& likelihoods) {
     return *std::max_element(likelihoods.begin(), likelihoods.end() - 1);
 }
 
+bool isUnsure(const PatchLikelihoods& likelihoods) {
+    return whole(likelihoods) < std::log(kSure) && std::exp(likelihoods[kNoCharacter]) > 0.5f * (1 - kSure);
+}
+
 std::vector<ReadPiece> likeliestPieces(const Segmentation& found, std::size_t from,
                                        std::span<const PatchLikelihoods> first, const LineMetrics& line) {
     const std::span<const Glyph> glyphs = std::span(found.glyphs).subspan(from, first.size());
@@ -145,9 +149,7 @@ std::vector<ReadPiece> likeliestPieces(const Segmentation& found, std::size_t fr
     for (std::size_t i = 0; i < first.size(); ++i) {
         const Box& box = glyphs[i].piece.box;
         const bool isApart = i == 0 || boundaries.between(glyphs[i - 1].piece.box.right, box.left) >= 0;
-        const bool isUnsure =
-            whole(first[i]) < std::log(kSure) && std::exp(first[i][kNoCharacter]) > 0.5f * (1 - kSure);
-        doubtful.push_back(isUnsure || !isApart || !boundaries.inside(box, kLeastBoundary).empty());
+        doubtful.push_back(isUnsure(first[i]) || !isApart || !boundaries.inside(box, kLeastBoundary).empty());
         if (!isApart) doubtful[i - 1] = true;
         any = any || doubtful.back();
     }

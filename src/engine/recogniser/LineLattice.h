@@ -57,6 +57,9 @@ bool isCharacterSized(const Box& box, const LineMetrics& line);
 // How likely a piece is to be any character, as a logarithm.
 float whole(const PatchLikelihoods& likelihoods);
 
+// Whether it is probably no character, or a half or a double one.
+bool isUnsure(const PatchLikelihoods& likelihoods);
+
 // Of the found characters from `from` on, all of one line, which is believed to be where `line` says: `first`
 // are their lineLikelihoods.
 std::vector<ReadPiece> likeliestPieces(const Segmentation& found, std::size_t from,

@@ -34,8 +34,8 @@ constexpr double kHopeless = -3, kNothing = -1e9;
 // What a candidate is worth at least whose characters are clear to the judge.
 constexpr double kJudgedClear = 3;
 // Other cuts and joins are tried where the characters are on average so much likelier whole ones than usual,
-// as a logarithm.
-constexpr double kPromising = 0.6;
+// as a logarithm, and together by so much more whole than where they made no clear ones.
+constexpr double kPromising = 0.6, kMoreWhole = 1;
 // Judging more or larger print would take long.
 constexpr std::size_t kMostJudged = 300;
 constexpr double kMostPixelsJudged = 1'000'000;
@@ -86,8 +86,9 @@ class Looking {
     Segmentation seen_;                     // by the last look, in that view
     bool isSeen_ = false, isText_ = false;  // if it is text, it is the last candidate's
     std::vector<Candidate> found_;
-    Wholeness mostWhole_;    // of all that were judged
-    bool isCloser_ = false;  // the first looks are over
+    Wholeness mostWhole_;          // of all that were judged
+    double mostTried_ = kNothing;  // of those whose cuts and joins were tried for nothing
+    bool isCloser_ = false;        // the first looks are over
 };
 
 // A small grain may be narrower than strokes, a large one takes neighbours for background.
@@ -171,7 +172,7 @@ void Looking::judge(Candidate& one) {
         }
     one.whole = judge_(seen_, Pieces::AsFound);
     if (!one.whole.isClear && one.whole.odds > kPromising * static_cast<double>(one.characters) &&
-        (isCloser_ || isClose(one))) {
+        one.whole.odds > mostTried_ + kMoreWhole && (isCloser_ || isClose(one))) {
         std::vector<Glyph> asFound = seen_.glyphs;
         const Wholeness improved = judge_(seen_, Pieces::Likeliest);
         one.isImproved = improved.isClear && improved.odds >= mostWhole_.odds;
@@ -180,6 +181,7 @@ void Looking::judge(Candidate& one) {
             one.characters = seen_.glyphs.size();
         } else {
             seen_.glyphs = std::move(asFound);
+            mostTried_ = one.whole.odds;
         }
     }
     if (one.whole.odds >= mostWhole_.odds)

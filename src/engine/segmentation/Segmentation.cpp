@@ -11,9 +11,9 @@
 namespace dravik::engine {
 namespace {
 
-// Log odds of being right below which there is only noise, not print, and above which a single view is beyond
-// doubt.
-constexpr double kNoPrint = -2.5, kClear = 3;
+// Log odds of being right below which there is only noise, not print, above which a single view is beyond
+// doubt, and above which its characters need not be looked at.
+constexpr double kNoPrint = -2.5, kClear = 3, kSurelyRight = 3.8;
 constexpr double kNotJudged = -1e9;
 
 Segmentation taken(const GreyImage& image, Candidate& candidate) {
@@ -80,11 +80,20 @@ Segmentation segment(const GreyImage& image, ViewJudge judge, const std::stop_to
                    [](const Contender& a, const Contender& b) { return a.odds > b.odds; });
         if (last != numbers.front().best) result = {};
     }
-    const Contender& best = numbers.front();
+    Contender& best = numbers.front();
     if (result.glyphs.empty()) {
         const bool isHeld = best.best->seen != nullptr;
         result = taken(image, *best.best);
-        if (isJudged || (best.best->isImproved && !isHeld)) judge(result, Pieces::Likeliest);
+        if (isJudged || (best.best->isImproved && !isHeld)) {
+            judge(result, Pieces::Likeliest);
+        } else if (judge && !best.best->isImproved && isWorthJudging(*best.best)) {
+            // Characters that touch may look like text of fewer ones.
+            Wholeness whole = best.best->whole;
+            if (whole.odds <= kNotJudged && best.best->value < kSurelyRight)
+                whole = judge(result, Pieces::AsFound);
+            if (whole.odds > kNotJudged && !whole.isSure) judge(result, Pieces::Likeliest);
+            best.characters = result.glyphs.size();
+        }
     }
     result.likeness = best.best->value;
     for (const Contender& number : numbers) {

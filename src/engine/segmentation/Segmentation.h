@@ -56,6 +56,7 @@ struct Segmentation {
 struct Wholeness {
     double odds = -1e9;    // a logarithm of likelihoods; hardly anything where nothing was judged
     bool isClear = false;  // hardly one of them is a half, a double or dirt
+    bool isSure = false;   // each is a whole one beyond doubt
 };
 
 // The characters of a view are judged as they were found, or may be cut and joined better first.
