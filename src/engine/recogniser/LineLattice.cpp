@@ -19,6 +19,9 @@ constexpr float kBoundaryShare = 0.7f, kMostAgainst = 4;
 // Where a boundary has such log odds a piece may be cut.
 constexpr float kLeastBoundary = -1.5f;
 constexpr float kDirtDoubt = 4;
+// What stands so far, in heights of capitals, from the rest at an end of a line and has no character's size
+// or place is dirt more readily.
+constexpr float kAside = 0.4f, kDirtAsideDoubt = 0.5f;
 // What is as high as a character, at most so wide and stands on the line may be one that the recogniser does
 // not know, and so is never dirt; sizes in heights of capitals.
 constexpr float kLeastHigh = 0.6f, kMostHigh = 1.4f, kLeastWide = 0.15f, kMostWide = 1.1f,
@@ -136,6 +139,28 @@ float whole(const PatchLikelihoods& likelihoods) {
     return *std::max_element(likelihoods.begin(), likelihoods.end() - 1);
 }
 
+namespace {
+
+// By how much surer other pieces must be than each of these, all of a line, so that it is left out.
+std::vector<float> dirtDoubts(std::span<const Glyph> glyphs, const LineBoundaries& boundaries,
+                              const LineMetrics& line) {
+    std::vector<float> result;
+    for (const Glyph& one : glyphs) result.push_back(dirtDoubt(boundaries, one.piece.box));
+    const auto fromEnd = [&](auto place) {
+        for (std::size_t i = 0; i + 1 < glyphs.size(); ++i) {
+            const Box &box = glyphs[place(i)].piece.box, &next = glyphs[place(i + 1)].piece.box;
+            const float room = std::max(next.left - box.right, box.left - next.right);
+            if (room < kAside * line.capHeight || isCharacterSized(box, line)) break;
+            result[place(i)] = kDirtAsideDoubt;
+        }
+    };
+    fromEnd([](std::size_t i) { return i; });
+    fromEnd([last = glyphs.size() - 1](std::size_t i) { return last - i; });
+    return result;
+}
+
+}  // namespace
+
 bool isUnsure(const PatchLikelihoods& likelihoods) {
     return whole(likelihoods) < std::log(kSure) && std::exp(likelihoods[kNoCharacter]) > 0.5f * (1 - kSure);
 }
@@ -175,6 +200,7 @@ std::vector<ReadPiece> likeliestPieces(const Segmentation& found, std::size_t fr
         const Span* last = nullptr;
         bool isDirt = false;
     };
+    const std::vector<float> dirtDoubtOf = dirtDoubts(glyphs, boundaries, line);
     std::vector<Way> ways(atoms.size() + 1);
     ways[0].value = 0;
     for (const Span& span : spans) {
@@ -187,7 +213,7 @@ std::vector<ReadPiece> likeliestPieces(const Segmentation& found, std::size_t fr
         if (const float value = before + likely - span.doubt; value > way.value) way = {value, &span, false};
         if (span.asFound)
             if (const float value =
-                    before + span.likelihoods[kNoCharacter] - dirtDoubt(boundaries, span.piece.box);
+                    before + span.likelihoods[kNoCharacter] - dirtDoubtOf[atoms[span.first].character];
                 value > way.value)
                 way = {value, &span, true};
     }
@@ -195,7 +221,7 @@ std::vector<ReadPiece> likeliestPieces(const Segmentation& found, std::size_t fr
     for (std::size_t at = atoms.size(); at > 0; at = ways[at].last->first) {
         const Span& last = *ways[at].last;
         if (ways[at].isDirt)
-            dirt += dirtDoubt(boundaries, last.piece.box);
+            dirt += dirtDoubtOf[atoms[last.first].character];
         else
             result.push_back({last.piece, last.likelihoods, last.doubt + std::exchange(dirt, 0.0f)});
     }
