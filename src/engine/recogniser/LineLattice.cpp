@@ -61,6 +61,13 @@ std::vector<CutPlace> cutPlaces(const Box& piece, const LineBoundaries& boundari
     return places;
 }
 
+// Whether it is about as high as a character and stands on the line.
+bool isCharacterHigh(const Box& box, const LineMetrics& line) {
+    const float cap = line.capHeight;
+    return box.height() > kLeastHigh * cap && box.height() < kMostHigh * cap &&
+           std::abs(box.bottom - line.baseline) < kOffBaseline * cap;
+}
+
 }  // namespace
 
 std::vector<Atom> atomsOf(const Frame& frame, std::span<const Glyph> line, const std::vector<bool>& doubtful,
@@ -126,9 +133,7 @@ std::vector<Span> spansOf(const std::vector<Atom>& atoms, const std::vector<bool
 
 bool isCharacterSized(const Box& box, const LineMetrics& line) {
     const float cap = line.capHeight;
-    return box.height() > kLeastHigh * cap && box.height() < kMostHigh * cap &&
-           box.width() > kLeastWide * cap && box.width() < kMostWide * cap &&
-           std::abs(box.bottom - line.baseline) < kOffBaseline * cap;
+    return isCharacterHigh(box, line) && box.width() > kLeastWide * cap && box.width() < kMostWide * cap;
 }
 
 float dirtDoubt(const LineBoundaries& boundaries, const Box& box) {
@@ -150,7 +155,7 @@ std::vector<float> dirtDoubts(std::span<const Glyph> glyphs, const LineBoundarie
         for (std::size_t i = 0; i + 1 < glyphs.size(); ++i) {
             const Box &box = glyphs[place(i)].piece.box, &next = glyphs[place(i + 1)].piece.box;
             const float room = std::max(next.left - box.right, box.left - next.right);
-            if (room < kAside * line.capHeight || isCharacterSized(box, line)) break;
+            if (room < kAside * line.capHeight || isCharacterHigh(box, line)) break;
             result[place(i)] = kDirtAsideDoubt;
         }
     };

@@ -16,8 +16,8 @@ namespace {
 // Of lines looked at alone: what is less likely is none where another is clear; what is found between and
 // beside the lines must be this likely.
 constexpr double kNoLine = -0.4, kClearLine = 1.5;
-// A line that is less likely than this is cut where its characters are furthest apart, at least so far, in
-// heights, as often as that makes it likelier by so much.
+// A line that is less likely than this is cut where its characters are furthest apart, or from its ends, at
+// least so far, in heights, as often as that makes it likelier by so much.
 constexpr float kWideGap = 0.6f;
 constexpr double kDoubtfulLine = 2.2, kBetterCut = 0.3;
 constexpr int kMostCuts = 3;
@@ -92,16 +92,20 @@ class LineByLine {
             if (found.glyphs.size() < 3 || found.lines.size() > 1 || found.likeness > kDoubtfulLine) break;
             const float room = kRoomAroundLine * height + kBesideLine * height;
             float widest = kWideGap * height, left = 0, right = 0;
-            float end = static_cast<float>(found.place(found.glyphs.front()).right);
-            for (const Glyph& glyph : found.glyphs) {
-                const Region place = found.place(glyph);
-                if (const float gap = static_cast<float>(place.left) - end; gap > widest) {
+            float end = room;
+            const auto to = [&](float next) {
+                if (const float gap = next - end; gap > widest) {
                     widest = gap;
                     left = end;
-                    right = static_cast<float>(place.left);
+                    right = next;
                 }
+            };
+            for (const Glyph& glyph : found.glyphs) {
+                const Region place = found.place(glyph);
+                to(static_cast<float>(place.left));
                 end = std::max(end, static_cast<float>(place.right));
             }
+            to(room + result.line.right - result.line.left);
             if (right == 0) break;
             TextLine shorter = result.line;
             const float from = shorter.left - room;
