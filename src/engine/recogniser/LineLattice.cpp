@@ -19,8 +19,8 @@ constexpr float kBoundaryShare = 0.7f, kMostAgainst = 4;
 // Where a boundary has such log odds a piece may be cut.
 constexpr float kLeastBoundary = -1.5f;
 constexpr float kDirtDoubt = 4;
-// What stands so far, in heights of capitals, from the rest at an end of a line and has no character's size
-// or place is dirt more readily.
+// What stands so far, in heights of capitals, from the rest at an end of a line and is not as high as a
+// character, or not on the line, is dirt more readily.
 constexpr float kAside = 0.4f, kDirtAsideDoubt = 0.5f;
 // What is as high as a character, at most so wide and stands on the line may be one that the recogniser does
 // not know, and so is never dirt; sizes in heights of capitals.
