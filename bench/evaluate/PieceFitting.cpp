@@ -57,7 +57,7 @@ void findPrint(const GreyImage& image, const Truth& truth, bool dots, Visit visi
         for (Piece& piece : pieces) piece.measure(frame);
         std::vector<Box> characters;
         for (const Box& box : truth.characters) characters.push_back(inFrame(box, frame, 0, 0, scale));
-        visit(FoundPrint{binarizer, ink, look, frame, cap, textLines(std::move(pieces), height),
+        visit(FoundPrint{binarizer, ink, look, frame, cap, textLines(std::move(pieces), frame, height),
                          std::move(characters)});
     }
 }

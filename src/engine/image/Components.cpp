@@ -161,12 +161,17 @@ float inkDistance(const Piece& a, const Piece& b, float reach) {
     return least;
 }
 
+namespace {
+
+void add(Piece& part, const Run& run) {
+    part.runs.push_back(run);
+    part.area += run.x1 - run.x0;
+}
+
+}  // namespace
+
 std::pair<Piece, Piece> cut(const Piece& piece, const Frame& frame, float along) {
     std::pair<Piece, Piece> parts;
-    const auto add = [](Piece& part, const Run& run) {
-        part.runs.push_back(run);
-        part.area += run.x1 - run.x0;
-    };
     for (const Run& run : piece.runs) {
         const float x = along - (frame.slope + frame.slant) * (static_cast<float>(run.y) + 0.5f);
         const int border = static_cast<int>(std::lround(x));
@@ -178,6 +183,18 @@ std::pair<Piece, Piece> cut(const Piece& piece, const Frame& frame, float along)
             add(parts.first, {run.x0, border, run.y});
             add(parts.second, {border, run.x1, run.y});
         }
+    }
+    parts.first.measure(frame);
+    parts.second.measure(frame);
+    return parts;
+}
+
+std::pair<Piece, Piece> cutAcross(const Piece& piece, const Frame& frame, float across) {
+    std::pair<Piece, Piece> parts;
+    for (const Run& run : piece.runs) {
+        const float middle = 0.5f * static_cast<float>(run.x0 + run.x1);
+        add(frame.across(middle, static_cast<float>(run.y) + 0.5f) < across ? parts.first : parts.second,
+            run);
     }
     parts.first.measure(frame);
     parts.second.measure(frame);

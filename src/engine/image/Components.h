@@ -91,5 +91,7 @@ float inkDistance(const Piece& a, const Piece& b, float reach);
 
 // Cuts a piece at a place along the line; either part may be empty.
 std::pair<Piece, Piece> cut(const Piece& piece, const Frame& frame, float along);
+// Cuts a piece across, into what is above a place and below it; either part may be empty.
+std::pair<Piece, Piece> cutAcross(const Piece& piece, const Frame& frame, float across);
 
 }  // namespace dravik::engine

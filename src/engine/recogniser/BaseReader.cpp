@@ -31,6 +31,11 @@ constexpr float kHardlyNone = 0.4f;
 // the size.
 constexpr double kWholeInNeither = -1.5;
 
+// What was hardly likelier dirt than print is taken for print where it is so likely a whole character.
+constexpr double kProbablyWhole = 0.7;
+// So far, in heights of capitals, from the rest at an end of a line it may be dirt that looks like print.
+constexpr float kAside = 0.4f;
+
 struct ReadLine {
     int line = 0;
     std::vector<ReadPiece> pieces;
@@ -156,6 +161,36 @@ Wholeness wholeness(const std::vector<ReadLine>& lines) {
     return result;
 }
 
+// Whether it stands apart from the characters of its line, at an end of it.
+bool isAside(const Segmentation& found, const Glyph& one) {
+    const float cap = found.lines[static_cast<std::size_t>(one.line)].capHeight;
+    const Box& box = one.piece.box;
+    bool isAfterSome = false, isBeforeSome = false;
+    for (const Glyph& other : found.glyphs) {
+        if (other.line != one.line) continue;
+        const Box& beside = other.piece.box;
+        if (std::max(beside.left - box.right, box.left - beside.right) < kAside * cap) return false;
+        (beside.left < box.left ? isAfterSome : isBeforeSome) = true;
+    }
+    return !isAfterSome || !isBeforeSome;
+}
+
+// Makes those that were left out characters that are likely whole ones.
+void takeBack(Segmentation& found) {
+    const auto isBefore = [](const Glyph& a, const Glyph& b) {
+        return a.line != b.line ? a.line < b.line : a.piece.box.left < b.piece.box.left;
+    };
+    for (Glyph& one : found.leftOut) {
+        if (isAside(found, one)) continue;
+        const LineMetrics& line = found.lines[static_cast<std::size_t>(one.line)];
+        const CharacterPatch patch = characterPatch(found.ink, found.frame, one.piece, line);
+        if (whole(patchLikelihoods({&patch, 1}).front()) < std::log(kProbablyWhole)) continue;
+        found.glyphs.insert(std::upper_bound(found.glyphs.begin(), found.glyphs.end(), one, isBefore),
+                            std::move(one));
+    }
+    found.leftOut.clear();
+}
+
 }  // namespace
 
 bool CharacterLikelihood::disagrees() const {
@@ -168,6 +203,7 @@ double wholeCharacterOdds(const Segmentation& found) {
 }
 
 Wholeness takeWholeCharacters(Segmentation& found, Pieces pieces) {
+    if (pieces == Pieces::Likeliest) takeBack(found);
     // A wrong size makes whole characters other ones, but no halves or doubles: what tells views apart
     // quickly does without it.
     std::vector<ReadLine> lines =

@@ -18,6 +18,9 @@ constexpr float kCutDoubt = 0.5f, kAnywhereDoubt = 1.5f;
 constexpr float kBoundaryShare = 0.7f, kMostAgainst = 4;
 // Where a boundary has such log odds a piece may be cut.
 constexpr float kLeastBoundary = -1.5f;
+// What no character is likelier than this to be is cut in small steps too: the network sees no boundary where
+// it does not know the shapes that touch.
+constexpr float kSurelyNone = 0.8f;
 constexpr float kDirtDoubt = 4;
 // What stands so far, in heights of capitals, from the rest at an end of a line and is not as high as a
 // character, or not on the line, is dirt more readily.
@@ -70,8 +73,8 @@ bool isCharacterHigh(const Box& box, const LineMetrics& line) {
 
 }  // namespace
 
-std::vector<Atom> atomsOf(const Frame& frame, std::span<const Glyph> line, const std::vector<bool>& doubtful,
-                          const LineBoundaries& boundaries, float cap, Cuts cuts) {
+std::vector<Atom> atomsOf(const Frame& frame, std::span<const Glyph> line, std::span<const Cuts> cuts,
+                          const LineBoundaries& boundaries, float cap) {
     std::vector<Atom> atoms;
     for (std::size_t i = 0; i < line.size(); ++i) {
         Piece rest = line[i].piece;
@@ -83,8 +86,8 @@ std::vector<Atom> atomsOf(const Frame& frame, std::span<const Glyph> line, const
         const auto add = [&](Piece&& piece) {
             atoms.push_back({std::move(piece), i, before.boundary, before.noBoundary});
         };
-        if (doubtful[i])
-            for (const CutPlace& place : cutPlaces(rest.box, boundaries, cap, cuts)) {
+        if (cuts[i] != Cuts::None)
+            for (const CutPlace& place : cutPlaces(rest.box, boundaries, cap, cuts[i])) {
                 auto [left, right] = cut(rest, frame, place.along);
                 if (left.area == 0 || right.area == 0) continue;
                 left.measure(frame);
@@ -164,6 +167,154 @@ std::vector<float> dirtDoubts(std::span<const Glyph> glyphs, const LineBoundarie
     return result;
 }
 
+// A line whose characters were found as `glyphs` and read as `first`.
+class Lattice {
+  public:
+    Lattice(const Segmentation& found, std::span<const Glyph> glyphs, std::span<const PatchLikelihoods> first,
+            const LineMetrics& line);
+
+    // Whether one of the characters may be another than was found.
+    bool isDoubtful() const;
+    // Those of the likeliest way through the line.
+    std::vector<ReadPiece> likeliest();
+    // From now on what `pieces` have for no character is cut in small steps; returns whether there is any.
+    bool cutEverywhere(std::span<const ReadPiece> pieces);
+
+  private:
+    // The best way to a place between atoms, by the value of its pieces.
+    struct Way {
+        float value = -std::numeric_limits<float>::max();
+        std::size_t last = 0;  // span
+        bool isDirt = false;
+    };
+
+    std::vector<Way> waysThrough(const std::vector<Span>& spans, std::size_t atoms) const;
+    bool readSome(std::vector<Span>& spans, const std::vector<Way>& ways) const;
+
+    const Segmentation& found_;
+    const std::span<const Glyph> glyphs_;
+    const std::span<const PatchLikelihoods> first_;
+    const LineMetrics& line_;
+    const LineBoundaries boundaries_;
+    std::vector<bool> doubtful_;
+    std::vector<Cuts> cuts_;
+    std::vector<float> dirtDoubts_;
+    std::vector<Atom> atoms_;
+};
+
+Lattice::Lattice(const Segmentation& found, std::span<const Glyph> glyphs,
+                 std::span<const PatchLikelihoods> first, const LineMetrics& line)
+    : found_(found),
+      glyphs_(glyphs),
+      first_(first),
+      line_(line),
+      boundaries_(found.ink, found.frame, glyphs, line),
+      cuts_(glyphs.size(), Cuts::None) {
+    for (std::size_t i = 0; i < first.size(); ++i) {
+        const Box& box = glyphs[i].piece.box;
+        const bool isApart = i == 0 || boundaries_.between(glyphs[i - 1].piece.box.right, box.left) >= 0;
+        doubtful_.push_back(isUnsure(first[i]) || !isApart ||
+                            !boundaries_.inside(box, kLeastBoundary).empty());
+        if (!isApart) doubtful_[i - 1] = true;
+    }
+    for (std::size_t i = 0; i < first.size(); ++i)
+        if (doubtful_[i]) cuts_[i] = Cuts::Likely;
+}
+
+bool Lattice::isDoubtful() const {
+    return boundaries_.isKnown() &&
+           std::any_of(doubtful_.begin(), doubtful_.end(), [](bool doubtful) { return doubtful; });
+}
+
+// What is not read yet counts as surely whole.
+std::vector<Lattice::Way> Lattice::waysThrough(const std::vector<Span>& spans, std::size_t atoms) const {
+    std::vector<Way> ways(atoms + 1);
+    ways[0].value = 0;
+    for (std::size_t i = 0; i < spans.size(); ++i) {
+        const Span& span = spans[i];
+        const float before = ways[span.first].value;
+        Way& way = ways[span.end];
+        float likely = 0;
+        if (span.isRead) {
+            likely = whole(span.likelihoods);
+            if (isCharacterSized(span.piece.box, line_)) {
+                if (span.doubt <= kHardlyDoubted)
+                    likely = std::max(likely, kUnknownAlone);
+                else if (span.asFound)
+                    likely = std::max(likely, kUnknown);
+            }
+        }
+        if (const float value = before + likely - span.doubt; value > way.value) way = {value, i, false};
+        if (span.asFound)
+            if (const float value =
+                    before + span.likelihoods[kNoCharacter] - dirtDoubts_[atoms_[span.first].character];
+                value > way.value)
+                way = {value, i, true};
+    }
+    return ways;
+}
+
+// Reads what is not read yet on the best way to the end; returns whether there was any.
+bool Lattice::readSome(std::vector<Span>& spans, const std::vector<Way>& ways) const {
+    std::vector<CharacterPatch> patches;
+    std::vector<Span*> unread;
+    for (std::size_t at = ways.size() - 1; at > 0; at = spans[ways[at].last].first)
+        if (Span& span = spans[ways[at].last]; !span.isRead) {
+            patches.push_back(characterPatch(found_.ink, found_.frame, span.piece, line_));
+            unread.push_back(&span);
+        }
+    const std::vector<PatchLikelihoods> likelihoods = patchLikelihoods(patches);
+    for (std::size_t i = 0; i < unread.size(); ++i) {
+        unread[i]->likelihoods = likelihoods[i];
+        unread[i]->isRead = true;
+    }
+    return !unread.empty();
+}
+
+std::vector<ReadPiece> Lattice::likeliest() {
+    dirtDoubts_ = dirtDoubts(glyphs_, boundaries_, line_);
+    atoms_ = atomsOf(found_.frame, glyphs_, cuts_, boundaries_, line_.capHeight);
+    std::vector<Span> spans = spansOf(atoms_, doubtful_, found_.frame, line_.capHeight);
+    for (Span& span : spans)
+        if (span.asFound) {
+            span.likelihoods = first_[atoms_[span.first].character];
+            span.isRead = true;
+        }
+    std::vector<Way> ways;
+    do ways = waysThrough(spans, atoms_.size());
+    while (readSome(spans, ways));
+
+    std::vector<ReadPiece> result;
+    float dirt = 0;
+    for (std::size_t at = atoms_.size(); at > 0; at = spans[ways[at].last].first) {
+        const Span& last = spans[ways[at].last];
+        if (ways[at].isDirt)
+            dirt += dirtDoubts_[atoms_[last.first].character];
+        else
+            result.push_back({last.piece, last.likelihoods, last.doubt + std::exchange(dirt, 0.0f)});
+    }
+    if (!result.empty()) result.back().doubt += dirt;
+    std::reverse(result.begin(), result.end());
+    return result;
+}
+
+bool Lattice::cutEverywhere(std::span<const ReadPiece> pieces) {
+    bool any = false;
+    for (const ReadPiece& one : pieces) {
+        if (std::exp(one.likelihoods[kNoCharacter]) < kSurelyNone) continue;
+        for (std::size_t i = 0; i < glyphs_.size(); ++i) {
+            const Box &box = glyphs_[i].piece.box, &piece = one.piece.box;
+            const bool isPart = std::min(box.right, piece.right) - std::max(box.left, piece.left) >
+                                0.5f * std::min(box.width(), piece.width());
+            if (cuts_[i] == Cuts::Likely && isPart) {
+                cuts_[i] = Cuts::Everywhere;
+                any = true;
+            }
+        }
+    }
+    return any;
+}
+
 }  // namespace
 
 bool isUnsure(const PatchLikelihoods& likelihoods) {
@@ -173,66 +324,14 @@ bool isUnsure(const PatchLikelihoods& likelihoods) {
 std::vector<ReadPiece> likeliestPieces(const Segmentation& found, std::size_t from,
                                        std::span<const PatchLikelihoods> first, const LineMetrics& line) {
     const std::span<const Glyph> glyphs = std::span(found.glyphs).subspan(from, first.size());
-    const LineBoundaries boundaries(found.ink, found.frame, glyphs, line);
-    std::vector<bool> doubtful;
-    bool any = false;
-    for (std::size_t i = 0; i < first.size(); ++i) {
-        const Box& box = glyphs[i].piece.box;
-        const bool isApart = i == 0 || boundaries.between(glyphs[i - 1].piece.box.right, box.left) >= 0;
-        doubtful.push_back(isUnsure(first[i]) || !isApart || !boundaries.inside(box, kLeastBoundary).empty());
-        if (!isApart) doubtful[i - 1] = true;
-        any = any || doubtful.back();
-    }
+    Lattice lattice(found, glyphs, first, line);
     std::vector<ReadPiece> result;
-    if (!any || !boundaries.isKnown()) {
+    if (!lattice.isDoubtful()) {
         for (std::size_t i = 0; i < first.size(); ++i) result.push_back({glyphs[i].piece, first[i]});
         return result;
     }
-    const std::vector<Atom> atoms =
-        atomsOf(found.frame, glyphs, doubtful, boundaries, line.capHeight, Cuts::Likely);
-    std::vector<Span> spans = spansOf(atoms, doubtful, found.frame, line.capHeight);
-    std::vector<CharacterPatch> patches;
-    for (const Span& span : spans)
-        if (!span.asFound) patches.push_back(characterPatch(found.ink, found.frame, span.piece, line));
-    const std::vector<PatchLikelihoods> others = patchLikelihoods(patches);
-    auto other = others.begin();
-    for (Span& span : spans) span.likelihoods = span.asFound ? first[atoms[span.first].character] : *other++;
-
-    // The best way to each place between atoms.
-    constexpr float kNever = -std::numeric_limits<float>::max();
-    struct Way {
-        float value = kNever;
-        const Span* last = nullptr;
-        bool isDirt = false;
-    };
-    const std::vector<float> dirtDoubtOf = dirtDoubts(glyphs, boundaries, line);
-    std::vector<Way> ways(atoms.size() + 1);
-    ways[0].value = 0;
-    for (const Span& span : spans) {
-        const float before = ways[span.first].value;
-        Way& way = ways[span.end];
-        float unknown = kNever;
-        if (isCharacterSized(span.piece.box, line))
-            unknown = span.doubt <= kHardlyDoubted ? kUnknownAlone : span.asFound ? kUnknown : kNever;
-        const float likely = std::max(unknown, whole(span.likelihoods));
-        if (const float value = before + likely - span.doubt; value > way.value) way = {value, &span, false};
-        if (span.asFound)
-            if (const float value =
-                    before + span.likelihoods[kNoCharacter] - dirtDoubtOf[atoms[span.first].character];
-                value > way.value)
-                way = {value, &span, true};
-    }
-    float dirt = 0;
-    for (std::size_t at = atoms.size(); at > 0; at = ways[at].last->first) {
-        const Span& last = *ways[at].last;
-        if (ways[at].isDirt)
-            dirt += dirtDoubtOf[atoms[last.first].character];
-        else
-            result.push_back({last.piece, last.likelihoods, last.doubt + std::exchange(dirt, 0.0f)});
-    }
-    if (!result.empty()) result.back().doubt += dirt;
-    std::reverse(result.begin(), result.end());
-    return result;
+    result = lattice.likeliest();
+    return lattice.cutEverywhere(result) ? lattice.likeliest() : result;
 }
 
 }  // namespace dravik::engine

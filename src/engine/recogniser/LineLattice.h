@@ -25,11 +25,11 @@ struct Atom {
     float boundary = 0, noBoundary = 0;
 };
 
-// The characters of a line, those that are doubtful cut where one may end, or in small steps. `cap` is the
-// height of its capitals.
-enum class Cuts { Likely, Everywhere };
-std::vector<Atom> atomsOf(const Frame& frame, std::span<const Glyph> line, const std::vector<bool>& doubtful,
-                          const LineBoundaries& boundaries, float cap, Cuts cuts);
+// The characters of a line, each left whole, cut where one may end, or in small steps. `cap` is the height of
+// its capitals.
+enum class Cuts { None, Likely, Everywhere };
+std::vector<Atom> atomsOf(const Frame& frame, std::span<const Glyph> line, std::span<const Cuts> cuts,
+                          const LineBoundaries& boundaries, float cap);
 
 // Atoms `first` to `end` - 1 as one piece.
 struct Span {
@@ -37,6 +37,7 @@ struct Span {
     Piece piece;
     bool asFound = false;
     float doubt = 0;  // of where it begins, and that it is not cut
+    bool isRead = false;
     PatchLikelihoods likelihoods{};
 };
 

@@ -246,13 +246,13 @@ class Alignment {
     void findPieces(Line& line) const {
         const Segmentation& view = views_[line.view];
         const float cap = line.metrics.capHeight;
-        std::vector<bool> isCut = line.isDoubtful;
-        for (std::size_t i = 0; i < isCut.size(); ++i)
-            if (view.glyphs[line.from + i].piece.box.height() < kFlat * cap) isCut[i] = false;
+        std::vector<Cuts> cuts(line.size(), Cuts::None);
+        for (std::size_t i = 0; i < line.size(); ++i)
+            if (line.isDoubtful[i] && view.glyphs[line.from + i].piece.box.height() >= kFlat * cap)
+                cuts[i] = lacksCharacters_ ? Cuts::Everywhere : Cuts::Likely;
         const std::span<const Glyph> glyphs = std::span(view.glyphs).subspan(line.from, line.size());
         line.boundaries = LineBoundaries(view.ink, view.frame, glyphs, line.metrics);
-        const std::vector<Atom> atoms = atomsOf(view.frame, glyphs, isCut, line.boundaries, cap,
-                                                lacksCharacters_ ? Cuts::Everywhere : Cuts::Likely);
+        const std::vector<Atom> atoms = atomsOf(view.frame, glyphs, cuts, line.boundaries, cap);
         line.pieces.clear();
         for (Span& span : spansOf(atoms, line.isDoubtful, view.frame, cap)) {
             const std::size_t from = atoms[span.first].character, to = atoms[span.end - 1].character;

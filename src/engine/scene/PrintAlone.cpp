@@ -16,7 +16,7 @@ namespace {
 
 // Pixels of the pictures that the network looks at where it is not known how high print is; most parts show
 // some ten characters.
-constexpr std::array<double, 3> kPixels = {12'000, 36'000, 108'000};
+constexpr std::array<double, 2> kPixels = {12'000, 36'000};
 // What it is worth that a picture looks like text, beside its characters looking whole, and that another view
 // shows as many characters; logarithms, measured on generated part images.
 constexpr double kLikeText = 0.5, kAgreed = 2;
@@ -58,17 +58,21 @@ struct Candidate {
     std::size_t characters = 0;
     double worth = 0;
     std::optional<PrintAlone> alone;  // nothing for the number that the picture itself shows
+    bool isAgreed = false;            // two views show it
 };
 
-void add(std::vector<Candidate>& candidates, PrintAlone alone) {
+// Returns whether another view had shown the number.
+bool add(std::vector<Candidate>& candidates, PrintAlone alone) {
     const double worth = alone.worth;
     for (Candidate& one : candidates)
         if (one.characters == alone.found.glyphs.size()) {
             if (one.alone && worth > one.alone->worth) one.alone = std::move(alone);
             one.worth = std::max(one.worth, worth) + kAgreed;
-            return;
+            one.isAgreed = one.characters >= kSomePrint;
+            return one.isAgreed;
         }
     candidates.push_back({alone.found.glyphs.size(), worth, std::move(alone)});
+    return false;
 }
 
 bool mayShowPrint(const GreyImage& ink) {
@@ -97,31 +101,31 @@ double worthOf(const Segmentation& found) {
     return found.glyphs.empty() ? 0 : wholeCharacterOdds(found) + kLikeText * found.likeness;
 }
 
-std::optional<PrintAlone> findInPrintAlone(const GreyImage& picture, std::size_t characters, double worth,
-                                           const PrintSettings& print, const std::stop_token& stop) {
-    if (picture.empty()) return std::nullopt;
+SecondOpinion findInPrintAlone(const GreyImage& picture, std::size_t characters, double worth,
+                               const PrintSettings& print, const std::stop_token& stop) {
+    if (picture.empty()) return {};
     std::vector<Candidate> candidates;
     candidates.push_back({characters, worth, {}});
     // The network has told polarity and kind.
     const PrintSettings settings{Polarity::LightOnDark, PrintKind::Automatic, print.smallestHeight};
     for (const int side : sides(picture)) {
-        if (stop.stop_requested()) return std::nullopt;
+        if (stop.stop_requested()) return {};
         GreyImage ink = inkOf(thumbnailOf(picture, side));
         if (!mayShowPrint(ink)) continue;
         PrintAlone alone;
         alone.picture = std::make_shared<GreyImage>(enlarged(std::move(ink), picture));
         alone.isDark = isDark(picture, *alone.picture);
         if (!print.allows(alone.isDark)) continue;
-        alone.found = segment(*alone.picture, takeWholeCharacters, stop, settings);
+        alone.found = segment(*alone.picture, takeWholeCharacters, stop, settings, Search::PrintAlone);
         if (alone.found.glyphs.empty()) continue;
         alone.worth = worthOf(alone.found);
         const bool isSure = alone.found.likeness >= kSurelyPrint;
-        add(candidates, std::move(alone));
-        if (isSure) break;
+        if (add(candidates, std::move(alone)) || isSure) break;
     }
-    return std::max_element(candidates.begin(), candidates.end(),
-                            [](const Candidate& a, const Candidate& b) { return a.worth < b.worth; })
-        ->alone;
+    Candidate& best =
+        *std::max_element(candidates.begin(), candidates.end(),
+                          [](const Candidate& a, const Candidate& b) { return a.worth < b.worth; });
+    return {std::move(best.alone), best.isAgreed};
 }
 
 }  // namespace dravik::engine

@@ -23,9 +23,20 @@ struct PrintAlone {
     bool isDark = false;  // the print is darker than its ground in the picture that was given
 };
 
-// Nothing where the number of `characters` that the picture itself shows, and which are worth so much, is the
-// likeliest. Ends soon, with anything or nothing found, once a stop is requested.
-std::optional<PrintAlone> findInPrintAlone(const GreyImage& picture, std::size_t characters, double worth,
-                                           const PrintSettings& print, const std::stop_token& stop);
+// Fewer characters may be pieces of something else in every view.
+inline constexpr std::size_t kSomePrint = 3;
+
+// What the print alone says of the number of characters.
+struct SecondOpinion {
+    std::optional<PrintAlone>
+        likelier;           // nothing where the number that the picture itself shows is likeliest
+    bool isAgreed = false;  // two views show the likeliest number
+};
+
+// Of the number of `characters` that the picture itself shows, and which are worth so much. No more views are
+// looked at once two show the same number. Ends soon, with anything or
+// nothing found, once a stop is requested.
+SecondOpinion findInPrintAlone(const GreyImage& picture, std::size_t characters, double worth,
+                               const PrintSettings& print, const std::stop_token& stop);
 
 }  // namespace dravik::engine

@@ -31,11 +31,9 @@ constexpr float kSameAngle = 0.1f;
 constexpr float kLowestLine = 0.75f;
 // In doubt the print alone of pictures of so many pixels is looked at.
 constexpr std::int64_t kMostInDoubt = 500'000;
-// One or two characters of the print alone may be pieces of something else; lines of it are looked for.
-constexpr std::size_t kSomePrint = 3;
 // The whole of a picture of so few pixels is looked at before any line is searched in it; that of one without
 // lines when it has at most so many.
-constexpr std::int64_t kSmall = 150'000, kMostWithoutLines = 500'000;
+constexpr std::int64_t kSmall = 160'000, kMostWithoutLines = 500'000;
 
 // Most of the room on a side of a box within the picture, in heights of print.
 struct Margins {
@@ -70,50 +68,51 @@ bool isIn(const TextLine& line, float x, float y) {
            across > line.top - 0.3f * height && across < line.bottom + 0.45f * height;
 }
 
-// How the characters seen in the whole picture stand to the lines that were found in it.
-struct Agreement {
-    bool everyLineSeen = true;  // has two of the characters or more
-    bool nothingBeside = true;  // no character is outside the lines
-    Margins margins{};
-};
-
-Agreement agreement(const GreyImage& image, const Segmentation& seen, std::span<const TextLine> lines) {
-    Agreement result;
-    std::vector<int> counts(lines.size());
+// Whether what was seen in the whole picture leaves hardly any room around it.
+bool isFilled(const GreyImage& image, const Segmentation& seen) {
     Box box{1e9f, 1e9f, 0, 0};
     for (const Glyph& glyph : seen.glyphs) {
         const Region place = seen.place(glyph);
-        const float left = static_cast<float>(place.left), right = static_cast<float>(place.right),
-                    top = static_cast<float>(place.top), bottom = static_cast<float>(place.bottom);
-        box = {std::min(box.left, left), std::min(box.top, top), std::max(box.right, right),
-               std::max(box.bottom, bottom)};
-        bool inLine = false;
+        box = {std::min(box.left, static_cast<float>(place.left)),
+               std::min(box.top, static_cast<float>(place.top)),
+               std::max(box.right, static_cast<float>(place.right)),
+               std::max(box.bottom, static_cast<float>(place.bottom))};
+    }
+    const Margins margins = marginsAround(image, box, std::max(1.0f, typicalHeight(seen) * seen.ink.scale));
+    return margins.beside < kMargin && margins.above < kMargin;
+}
+
+// Whether what was seen in the whole picture is on the lines that were found in it, which are upright, and
+// two characters or more on each of them.
+bool isOnLines(const Segmentation& seen, std::span<const TextLine> lines) {
+    std::vector<int> counts(lines.size());
+    for (const Glyph& glyph : seen.glyphs) {
+        const Region place = seen.place(glyph);
+        bool isBeside = true;
         for (std::size_t i = 0; i < lines.size(); ++i)
-            if (isIn(lines[i], 0.5f * (left + right), 0.5f * (top + bottom))) {
-                inLine = true;
+            if (isIn(lines[i], 0.5f * static_cast<float>(place.left + place.right),
+                     0.5f * static_cast<float>(place.top + place.bottom))) {
+                isBeside = false;
                 ++counts[i];
             }
-        result.nothingBeside = result.nothingBeside && inLine;
+        if (isBeside) return false;
     }
-    result.everyLineSeen = std::all_of(counts.begin(), counts.end(), [](int count) { return count > 1; });
-    result.margins = marginsAround(image, box, std::max(1.0f, typicalHeight(seen) * seen.ink.scale));
-    return result;
+    return std::all_of(counts.begin(), counts.end(), [](int count) { return count > 1; }) &&
+           std::all_of(lines.begin(), lines.end(),
+                       [](const TextLine& line) { return std::abs(line.angle) < kUpright; });
 }
 
 // Whether what was seen in the whole picture is all that it shows, beside what its lines show one by one.
 bool isAll(const GreyImage& image, const Segmentation& seen, std::span<const TextLine> lines,
            const Scene& byLine) {
     if (seen.glyphs.empty()) return false;
-    const Agreement agrees = agreement(image, seen, lines);
     const auto odds = [&] {
         double sum = wholeCharacterOdds(seen) + kWholePicture;
         for (const ScenePart& part : byLine.parts) sum -= wholeCharacterOdds(part.found);
         return sum;
     };
-    if (agrees.margins.beside < kMargin && agrees.margins.above < kMargin) return odds() > 0;
-    return (agrees.everyLineSeen && agrees.nothingBeside && seen.likeness > kPerhapsPrint &&
-            std::all_of(lines.begin(), lines.end(),
-                        [](const TextLine& line) { return std::abs(line.angle) < kUpright; })) ||
+    if (isFilled(image, seen)) return odds() > 0;
+    return (isOnLines(seen, lines) && seen.likeness > kPerhapsPrint) ||
            (2 * byLine.characters() < seen.glyphs.size() && odds() > kMuchMoreWhole);
 }
 
@@ -150,14 +149,20 @@ Scene wholeScene(std::shared_ptr<const GreyImage> image, PrintAlone alone) {
 // In a region print is looked for even where there are no lines of it.
 enum class Extent { Whole, Region };
 
-// What a picture shows whose whole is not clear, if it was `seen`, or is large.
-Scene findLines(std::shared_ptr<const GreyImage> image, std::optional<Segmentation> seen, Extent extent,
-                const PrintSettings& print, const std::stop_token& stop) {
-    std::vector<TextLine> lines = findTextLines(*image, stop);
+std::vector<TextLine> linesOf(const GreyImage& image, const PrintSettings& print,
+                              const std::stop_token& stop) {
+    std::vector<TextLine> lines = findTextLines(image, stop);
     std::erase_if(lines, [&](const TextLine& line) {
         return !print.allows(line.dark) ||
                line.height() < kLowestLine * static_cast<float>(print.smallestHeight);
     });
+    return lines;
+}
+
+// What a picture with these lines shows whose whole is not clear, if it was `seen`, or is large.
+Scene findByLine(std::shared_ptr<const GreyImage> image, std::span<const TextLine> lines,
+                 std::optional<Segmentation> seen, Extent extent, const PrintSettings& print,
+                 const std::stop_token& stop) {
     const auto see = [&] { seen = segment(*image, takeWholeCharacters, stop, print); };
     if (lines.empty()) {
         if (!seen && (pixelsOf(*image) <= kMostWithoutLines || extent == Extent::Region)) see();
@@ -172,26 +177,35 @@ Scene findLines(std::shared_ptr<const GreyImage> image, std::optional<Segmentati
                                                        : byLine;
 }
 
-// As findScene() without a region. What a picture leaves in doubt is looked for in its print alone.
+// As findScene() without a region. What a picture leaves in doubt is looked for in its print alone; what
+// both show, or what fills a small picture, is not looked for line by line.
 Scene findIn(const std::shared_ptr<const GreyImage>& image, Extent extent, const PrintSettings& print,
              const std::stop_token& stop) {
     std::optional<Segmentation> seen;
-    std::optional<PrintAlone> alone;
+    SecondOpinion opinion;
+    std::optional<PrintAlone>& alone = opinion.likelier;
+    const auto likelier = [&]() -> const Segmentation& { return alone ? alone->found : *seen; };
+    const auto whole = [&] {
+        return alone ? wholeScene(image, *std::move(alone)) : wholeScene(image, *std::move(seen));
+    };
     const bool isSmall = pixelsOf(*image) <= kSmall;
     if (isSmall) {
         seen = segment(*image, takeWholeCharacters, stop, print);
-        if (isSure(*seen)) return wholeScene(image, *std::move(seen));
-        alone = findInPrintAlone(*image, seen->glyphs.size(), worthOf(*seen), print, stop);
-        if (alone && isSure(alone->found) && alone->found.glyphs.size() >= kSomePrint)
-            return wholeScene(image, *std::move(alone));
+        if (isSure(*seen)) return whole();
+        opinion = findInPrintAlone(*image, seen->glyphs.size(), worthOf(*seen), print, stop);
+        if (alone && isSure(alone->found) && alone->found.glyphs.size() >= kSomePrint) return whole();
+        // Few characters that fill a picture are rather things on the part than print.
+        if (likelier().glyphs.size() > kSomePrint && isFilled(*image, likelier())) return whole();
     }
-    Scene scene = findLines(image, std::move(seen), extent, print, stop);
+    const std::vector<TextLine> lines = linesOf(*image, print, stop);
+    if (opinion.isAgreed && isOnLines(likelier(), lines)) return whole();
+    Scene scene = findByLine(image, lines, std::move(seen), extent, print, stop);
     if (!scene.parts.empty() && std::all_of(scene.parts.begin(), scene.parts.end(),
                                             [](const ScenePart& part) { return isSure(part.found); }))
         return scene;
     if (!isSmall && pixelsOf(*image) <= kMostInDoubt)
-        alone = findInPrintAlone(*image, scene.characters(), worthOf(scene), print, stop);
-    return alone && alone->worth > worthOf(scene) ? wholeScene(image, *std::move(alone)) : scene;
+        alone = findInPrintAlone(*image, scene.characters(), worthOf(scene), print, stop).likelier;
+    return alone && alone->worth > worthOf(scene) ? whole() : scene;
 }
 
 // Makes a part of what a region shows a part of the whole picture.

@@ -77,7 +77,7 @@ std::vector<LinePieces> linesSeen(Segmentation& print) {
     print.frame.slant = printSlant(pieces, print.frame.slope, height);
     if (print.frame.slant != 0)
         for (Piece& piece : pieces) piece.measure(print.frame);
-    std::vector<LinePieces> lines = textLines(std::move(pieces), height);
+    std::vector<LinePieces> lines = textLines(std::move(pieces), print.frame, height);
     std::erase_if(
         lines, [&](const LinePieces& line) { return line.metrics.capHeight < kLowest * look.leastHeight; });
     return lines;
@@ -101,6 +101,7 @@ void findCharacters(Segmentation& print, std::vector<LinePieces>&& lines, const 
         print.lines.push_back(boxes.empty() ? first : measureLine(boxes, first.capHeight));
         const int number = static_cast<int>(print.lines.size()) - 1;
         for (Piece& piece : line.pieces) print.glyphs.push_back({std::move(piece), number});
+        for (Piece& piece : line.leftOut) print.leftOut.push_back({std::move(piece), number});
     }
 }
 

@@ -8,6 +8,10 @@
 namespace dravik::engine {
 namespace {
 
+// Log odds of being print above which a piece that is left out may be print after all; so many of a line.
+constexpr double kHardlyDirt = -1;
+constexpr std::size_t kMostLeftOut = 8;
+
 // Grey levels between a piece and what lies at its sides.
 float contrast(const Piece& piece, const InkImage& ink, const Binarizer& seen, int reach) {
     std::int64_t sum = 0, count = 0;
@@ -129,13 +133,19 @@ std::vector<std::vector<PrintTraits>> printTraits(const std::vector<LinePieces>&
 
 void dropForeign(std::vector<LinePieces>& lines, const InkImage& ink, const Binarizer& seen, const Look& look,
                  Decisions& prints) {
-    std::vector<std::vector<bool>> isPrint(lines.size());
+    std::vector<std::vector<double>> odds(lines.size());
     forPrintTraits(lines, ink, seen, look, [&](std::size_t l, std::size_t, const PrintTraits& traits) {
-        isPrint[l].push_back(prints.decide(kPrintLikeness(traits)));
+        odds[l].push_back(kPrintLikeness(traits));
     });
     for (std::size_t l = 0; l < lines.size(); ++l) {
-        auto print = isPrint[l].begin();
-        std::erase_if(lines[l].pieces, [&print](const Piece&) { return !*print++; });
+        auto of = odds[l].begin();
+        std::erase_if(lines[l].pieces, [&](Piece& piece) {
+            const double one = *of++;
+            if (prints.decide(one)) return false;
+            if (one > kHardlyDirt && lines[l].leftOut.size() < kMostLeftOut)
+                lines[l].leftOut.push_back(std::move(piece));
+            return true;
+        });
     }
     std::erase_if(lines, [](const LinePieces& line) {
         return std::none_of(line.pieces.begin(), line.pieces.end(), [&line](const Piece& piece) {

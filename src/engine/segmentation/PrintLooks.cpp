@@ -39,7 +39,6 @@ constexpr double kPromising = 0.6, kMoreWhole = 1;
 // Judging more or larger print would take long.
 constexpr std::size_t kMostJudged = 300;
 constexpr double kMostPixelsJudged = 1'000'000;
-
 // Whole image pixels to a working pixel, so that a region takes no more working pixels than that, and none of
 // its sides too many.
 int leastScale(const Region& region, std::int64_t pixels) {
@@ -168,19 +167,23 @@ void Looking::judge(Candidate& one) {
         if (other.look.dark == one.look.dark && other.characters == one.characters && other.ink == one.ink &&
             other.scale == one.scale && other.whole.odds > kNothing) {
             one.whole = other.whole;
+            one.likeliest = other.likeliest;
             return;
         }
     one.whole = judge_(seen_, Pieces::AsFound);
     if (!one.whole.isClear && one.whole.odds > kPromising * static_cast<double>(one.characters) &&
         one.whole.odds > mostTried_ + kMoreWhole && (isCloser_ || isClose(one))) {
-        std::vector<Glyph> asFound = seen_.glyphs;
+        std::vector<Glyph> asFound = seen_.glyphs, leftOut = seen_.leftOut;
         const Wholeness improved = judge_(seen_, Pieces::Likeliest);
         one.isImproved = improved.isClear && improved.odds >= mostWhole_.odds;
         if (one.isImproved) {
             one.whole = improved;
             one.characters = seen_.glyphs.size();
         } else {
-            seen_.glyphs = std::move(asFound);
+            std::swap(seen_.glyphs, asFound);
+            one.likeliest =
+                std::make_shared<LikeliestPieces>(LikeliestPieces{std::move(asFound), improved.odds});
+            seen_.leftOut = std::move(leftOut);
             mostTried_ = one.whole.odds;
         }
     }
@@ -226,11 +229,11 @@ bool Looking::firstLooks() {
             return own >= other - kMuchLessWhole;
         };
         const auto isClear = [&](const Look& look) {
-            return isPossible(look.dark) && consider(look) >= kClearText && search_ == Search::UntilClear;
+            return isPossible(look.dark) && consider(look) >= kClearText && search_ != Search::All;
         };
         std::vector<int> sides;
         for (const int side : {first, first / 3, first / 6})
-            if (side >= 8 || sides.empty()) sides.push_back(side);
+            if (sides.empty() || (side >= 8 && search_ != Search::PrintAlone)) sides.push_back(side);
         for (const int side : sides)
             for (const bool polarity : {dark, !dark})
                 for (const Look::Joining joins : {Look::Fragments, Look::Dots})

@@ -11,6 +11,12 @@
 
 namespace dravik::engine {
 
+// The likeliest pieces of a view, and how whole they look together.
+struct LikeliestPieces {
+    std::vector<Glyph> glyphs;
+    double odds = 0;
+};
+
 // What was found by one look.
 struct Candidate {
     Look look;
@@ -24,6 +30,8 @@ struct Candidate {
     std::int64_t ink = 0;     // pixels of the characters as they were found
     Wholeness whole;          // of them, if they were judged
     bool isImproved = false;  // by the judge: its characters are the likeliest pieces
+    // Where they are known, but are not clear ones; that of another look that found the same.
+    std::shared_ptr<const LikeliestPieces> likeliest;
     // Its pixels and pieces, which take room: held for one or two candidates, of which one will be wanted.
     std::unique_ptr<Segmentation> seen;
 };
@@ -32,9 +40,6 @@ struct Candidate {
 inline constexpr double kMuchLessWhole = 5;
 // Whether it is small enough for the judge.
 bool isWorthJudging(const Candidate& one);
-
-// UntilClear ends as soon as one candidate is beyond doubt, as most are; All is to learn from.
-enum class Search { UntilClear, All };
 
 // Those with characters, in the order of the looks; few or none once a stop is requested.
 std::vector<Candidate> printCandidates(const GreyImage& image, Search search = Search::UntilClear,

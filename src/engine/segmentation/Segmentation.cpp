@@ -11,9 +11,9 @@
 namespace dravik::engine {
 namespace {
 
-// Log odds of being right below which there is only noise, not print, above which a single view is beyond
-// doubt, and above which its characters need not be looked at.
-constexpr double kNoPrint = -2.5, kClear = 3, kSurelyRight = 3.8;
+// Log odds of being right below which there is only noise, not print, and above which a single view is beyond
+// doubt.
+constexpr double kNoPrint = -2.5, kClear = 3;
 constexpr double kNotJudged = -1e9;
 
 Segmentation taken(const GreyImage& image, Candidate& candidate) {
@@ -38,8 +38,8 @@ Region Segmentation::place(const Glyph& glyph) const {
 }
 
 Segmentation segment(const GreyImage& image, ViewJudge judge, const std::stop_token& stop,
-                     const PrintSettings& print) {
-    std::vector<Candidate> candidates = printCandidates(image, Search::UntilClear, judge, stop, print);
+                     const PrintSettings& print, Search search) {
+    std::vector<Candidate> candidates = printCandidates(image, search, judge, stop, print);
     std::vector<Contender> numbers = contenders(candidates);
     if (stop.stop_requested() || numbers.empty() || numbers.front().best->value < kNoPrint) return {};
     for (Candidate& one : candidates)
@@ -61,7 +61,8 @@ Segmentation segment(const GreyImage& image, ViewJudge judge, const std::stop_to
             if (stop.stop_requested()) return {};
             double asFound = number.best->whole.odds;
             const auto isFar = [&] { return number.odds + asFound < most - kMuchLessWhole; };
-            if (asFound <= kNotJudged || !isFar()) {
+            const LikeliestPieces* known = number.best->likeliest.get();
+            if (asFound <= kNotJudged || (!isFar() && !known)) {
                 result = {};
                 result = taken(image, *number.best);
                 last = number.best;
@@ -71,8 +72,14 @@ Segmentation segment(const GreyImage& image, ViewJudge judge, const std::stop_to
                 number.odds += asFound;
                 continue;
             }
-            number.odds += judge(result, Pieces::Likeliest).odds;
-            number.characters = result.glyphs.size();
+            if (!known) {
+                const double odds = judge(result, Pieces::Likeliest).odds;
+                number.best->likeliest =
+                    std::make_shared<LikeliestPieces>(LikeliestPieces{result.glyphs, odds});
+                known = number.best->likeliest.get();
+            }
+            number.odds += known->odds;
+            number.characters = known->glyphs.size();
             number.isJudged = true;
             most = std::max(most, number.odds);
         }
@@ -84,14 +91,16 @@ Segmentation segment(const GreyImage& image, ViewJudge judge, const std::stop_to
     if (result.glyphs.empty()) {
         const bool isHeld = best.best->seen != nullptr;
         result = taken(image, *best.best);
-        if (isJudged || (best.best->isImproved && !isHeld)) {
+        if (isJudged && best.best->likeliest) {
+            result.glyphs = best.best->likeliest->glyphs;
+            result.leftOut.clear();
+        } else if (isJudged || (best.best->isImproved && !isHeld)) {
             judge(result, Pieces::Likeliest);
         } else if (judge && !best.best->isImproved && isWorthJudging(*best.best)) {
             // Characters that touch may look like text of fewer ones.
             Wholeness whole = best.best->whole;
-            if (whole.odds <= kNotJudged && best.best->value < kSurelyRight)
-                whole = judge(result, Pieces::AsFound);
-            if (whole.odds > kNotJudged && !whole.isSure) judge(result, Pieces::Likeliest);
+            if (whole.odds <= kNotJudged) whole = judge(result, Pieces::AsFound);
+            if (!whole.isSure || !result.leftOut.empty()) judge(result, Pieces::Likeliest);
             best.characters = result.glyphs.size();
         }
     }

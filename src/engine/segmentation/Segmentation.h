@@ -46,6 +46,7 @@ struct Segmentation {
     std::vector<Glyph> glyphs;       // in reading order
     CharacterDecisions decisions;    // by which they were found
     double likeness = 0;             // log odds that the characters are right, as kTextLikeness tells
+    std::vector<Glyph> leftOut;      // that are hardly likelier dirt than print, few
     std::vector<OtherView> others;   // the likeliest first, few
 
     // Where a glyph is in the image.
@@ -63,12 +64,16 @@ struct Wholeness {
 enum class Pieces { AsFound, Likeliest };
 using ViewJudge = Wholeness (*)(Segmentation& view, Pieces pieces);
 
+// How much is looked at: UntilClear ends as soon as one view is beyond doubt, as most are; PrintAlone does,
+// of a picture whose ground is even, so that one grain will do; All is to learn from.
+enum class Search { UntilClear, PrintAlone, All };
+
 // Empty when nothing is found. Takes any image and never fails but for want of memory. Print is found in
 // milliseconds; noise and textures may take seconds. Where it is in doubt what an image shows, the judge is
 // asked of each view; null judges by what most views see. Ends soon, with anything or nothing found, once a
 // stop is requested.
 Segmentation segment(const GreyImage& image, ViewJudge judge = nullptr, const std::stop_token& stop = {},
-                     const PrintSettings& print = {});
+                     const PrintSettings& print = {}, Search search = Search::UntilClear);
 // The characters of another view of the same image, which was found with the same judge.
 Segmentation segment(const GreyImage& image, const OtherView& view, ViewJudge judge = nullptr);
 

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdint>
+#include <iterator>
+#include <optional>
 #include <utility>
 
 namespace dravik::engine {
@@ -118,6 +120,80 @@ void mergeSameLines(std::vector<OpenLine>& lines, const std::vector<Piece>& piec
     lines = std::move(result);
 }
 
+// Characters of two lines that touch: sizes in heights of characters. The piece is at least so high and at
+// most so wide, reaches so far into both lines, no further beyond them, and has so much less ink where it is
+// cut than elsewhere.
+constexpr float kOverTwoLines = 1.6f, kMostWideTouching = 2, kIntoLine = 0.5f, kBeyondLine = 0.4f;
+constexpr float kLeastPart = 0.55f;
+constexpr float kNarrowTouch = 0.4f;
+
+// Where it is narrowest between a line and the next one; nothing where it is hardly narrower than elsewhere.
+std::optional<float> narrowPlace(const Piece& piece, const Frame& frame, float from, float to) {
+    std::vector<int> ink(static_cast<std::size_t>(std::ceil(piece.box.height())) + 1);
+    for (const Run& run : piece.runs) {
+        const float across =
+            frame.across(0.5f * static_cast<float>(run.x0 + run.x1), static_cast<float>(run.y) + 0.5f);
+        const float row = std::clamp(across - piece.box.top, 0.0f, static_cast<float>(ink.size() - 1));
+        ink[static_cast<std::size_t>(row)] += run.x1 - run.x0;
+    }
+    const int most = *std::max_element(ink.begin(), ink.end());
+    std::optional<float> best;
+    int least = static_cast<int>(kNarrowTouch * static_cast<float>(most));
+    const float middle = 0.5f * (from + to);
+    for (std::size_t i = 0; i < ink.size(); ++i) {
+        const float across = piece.box.top + static_cast<float>(i) + 0.5f;
+        if (across < from || across > to || ink[i] > least) continue;
+        if (best && ink[i] == least && std::abs(*best - middle) <= std::abs(across - middle)) continue;
+        least = ink[i];
+        best = across;
+    }
+    return best;
+}
+
+// Characters that touch others of the line above or below would belong to no line; returns whether any was
+// cut from them. The pieces must be sorted from the left.
+bool cutBetweenLines(std::vector<Piece>& pieces, const Frame& frame, float height) {
+    const auto isOver = [height](const Piece& piece) {
+        return piece.box.height() > kOverTwoLines * height && piece.box.width() < kMostWideTouching * height;
+    };
+    const auto isAsHigh = [height](const Piece& part) {
+        return part.area > 0 && part.box.height() > kLeastPart * height &&
+               part.box.height() < kOverTwoLines * height;
+    };
+    if (std::none_of(pieces.begin(), pieces.end(), isOver)) return false;
+    std::vector<OpenLine> lines = collected(pieces, height);
+    for (OpenLine& line : lines)
+        std::erase_if(line.members, [&](std::size_t member) { return isOver(pieces[member]); });
+    std::erase_if(lines, [](const OpenLine& line) { return line.members.size() < 2; });
+    const std::size_t over = static_cast<std::size_t>(std::count_if(pieces.begin(), pieces.end(), isOver));
+    std::size_t within = 0;
+    for (const OpenLine& line : lines) within += line.members.size();
+    if (3 * over > within) return false;
+    mergeSameLines(lines, pieces);
+    std::vector<Piece> parts;
+    for (Piece& piece : pieces) {
+        if (!isOver(piece)) continue;
+        for (std::size_t i = 1; i < lines.size(); ++i) {
+            const OpenLine &above = lines[i - 1], &below = lines[i];
+            const Box& box = piece.box;
+            if (box.top > above.bottom - kIntoLine * height || box.bottom < below.top + kIntoLine * height ||
+                box.top < above.top - kBeyondLine * height ||
+                box.bottom > below.bottom + kBeyondLine * height)
+                continue;
+            const std::optional<float> place =
+                narrowPlace(piece, frame, above.bottom - 0.1f * height, below.top + 0.1f * height);
+            if (!place) continue;
+            auto [upper, lower] = cutAcross(piece, frame, *place);
+            if (!isAsHigh(upper) || !isAsHigh(lower)) continue;
+            piece = std::move(upper);
+            parts.push_back(std::move(lower));
+            break;
+        }
+    }
+    pieces.insert(pieces.end(), std::move_iterator(parts.begin()), std::move_iterator(parts.end()));
+    return !parts.empty();
+}
+
 }  // namespace
 
 float usualHeight(std::span<const Piece> pieces) {
@@ -137,9 +213,10 @@ float usualHeight(std::span<const Piece> pieces) {
     return 0;
 }
 
-std::vector<LinePieces> textLines(std::vector<Piece> pieces, float height) {
-    std::sort(pieces.begin(), pieces.end(),
-              [](const Piece& a, const Piece& b) { return a.box.left < b.box.left; });
+std::vector<LinePieces> textLines(std::vector<Piece> pieces, const Frame& frame, float height) {
+    const auto fromLeft = [](const Piece& a, const Piece& b) { return a.box.left < b.box.left; };
+    std::sort(pieces.begin(), pieces.end(), fromLeft);
+    if (cutBetweenLines(pieces, frame, height)) std::sort(pieces.begin(), pieces.end(), fromLeft);
     std::vector<OpenLine> open = collected(pieces, height);
     std::vector<float> areas;
     for (const OpenLine& line : open)
