@@ -26,7 +26,9 @@ faces=(fonts-dejavu-core fonts-liberation fonts-hack fonts-inconsolata fonts-rob
     fonts-teluguvijayam fonts-mona fonts-ukij-uyghur fonts-lexi-saebom fonts-arphic-gkai00mp xfonts-ayu xfonts-kappa20 fonts-wine fonts-dotgothic16
     fonts-povray fonts-smiley-sans fonts-sil-shimenkan-gsm fonts-babelstone-modern fonts-meera-inimai fonts-smc-anjalioldlipi
     fonts-lohit-deva fonts-bpg-georgian t1-teams fonts-adf-berenis fonts-cardo xfonts-wqy xfonts-marumoji fonts-sixtyfour
-    fonts-myanmar fonts-unfonts-extra fonts-fantasma fonts-nafees fonts-cns11643-sung fonts-sil-alkalami fonts-paktype)
+    fonts-myanmar fonts-unfonts-extra fonts-fantasma fonts-nafees fonts-cns11643-sung fonts-sil-alkalami fonts-paktype
+    fonts-alee fonts-manchufont fonts-smc-suruma fonts-monlam fonts-stick fonts-oradano-mincho-gsrr fonts-symbola fonts-junicode
+    fonts-hanazono fonts-hosny-amiri fonts-creep2 fonts-aenigma fonts-khmeros fonts-arphic-bsmi00lp)
 if [ "${1:-}" = windows ]; then
     install_packages "${windows_packages[@]}"
     cmake --preset windows-bench >/dev/null

@@ -2,7 +2,7 @@
 // faces and under conditions that differ between the sets: the engine's weights are fitted on `learn`, its
 // rules are made with `develop` and `develop2`, and the others are only for the last word.
 //
-//     dravik_generate develop|develop2|held|fresh|unseen|unseen2|unseen3|unseen4|unseen5|learn
+//     dravik_generate develop|develop2|held|fresh|unseen|unseen2|unseen3|unseen4|unseen5|unseen6|learn
 //     usual|extreme|scenes FOLDER [LINES_PER_FACE [CHARSETS_PER_FACE]]
 //
 // `usual` and `extreme` say under what conditions the lines are seen, `scenes` has them on parts beside other
@@ -291,6 +291,25 @@ const std::vector<Face> kUnseen5 = {
     {"dotchatu", "MyanmarChatu.ttf", 9},
 };
 
+// For the last word on what was made after `unseen5` had been counted.
+const std::vector<Face> kUnseen6 = {
+    {"bandal", "Bandal.ttf"},
+    {"siemreap", "KhmerOSsiemreap.ttf"},
+    {"manchu", "ManchuFont.ttf"},
+    {"suruma", "Suruma.ttf"},
+    {"monlam", "Monlam Uni Sans Serif.ttf"},
+    {"stick", "Stick-Regular.ttf"},
+    {"oradano", "OradanoGSRR.ttf"},
+    {"symbola", "Symbola_hint.ttf"},
+    {"junicode", "JunicodeTwoBeta-Condensed.otf"},
+    {"hanazono", "HanaMinA.ttf"},
+    {"amirib", "Amiri-Bold.ttf"},
+    {"dotcreep", "creep2.otb"},
+    {"dothomespun", "homespun.ttf", 7},
+    {"dotbangwool", "Bangwool.ttf", 9},
+    {"dotmingti", "bsmi00lp.ttf", 12},
+};
+
 std::unique_ptr<Typeface> opened(const Face& face) {
     const std::string file = face.file;
     if (file.empty()) return smallDotFace();
@@ -358,7 +377,8 @@ const std::vector<Set> kSets = {{"develop", kDevelop, 100'003u},     {"held", kH
                                 {"fresh", kFresh, 1'300'021u},       {"unseen", kUnseen, 2'100'049u},
                                 {"develop2", kDevelop2, 3'300'071u}, {"unseen2", kUnseen2, 4'700'021u},
                                 {"unseen3", kUnseen3, 5'900'017u},   {"unseen4", kUnseen4, 7'300'033u},
-                                {"unseen5", kUnseen5, 8'700'037u},   {"learn", kLearn, 500'009u, true}};
+                                {"unseen5", kUnseen5, 8'700'037u},   {"unseen6", kUnseen6, 10'100'039u},
+                                {"learn", kLearn, 500'009u, true}};
 
 struct Seeing {
     const char* name;
@@ -411,8 +431,8 @@ int main(int argc, char** argv) {
     if (set == dravik::kSets.end() || seeing == dravik::kSeeing.end()) {
         std::fprintf(
             stderr,
-            "usage: dravik_generate develop|develop2|held|fresh|unseen|unseen2|unseen3|unseen4|unseen5|learn "
-            "usual|extreme|scenes FOLDER [LINES_PER_FACE [CHARSETS_PER_FACE]]\n");
+            "usage: dravik_generate develop|develop2|held|fresh|unseen|unseen2|unseen3|unseen4|unseen5|"
+            "unseen6|learn usual|extreme|scenes FOLDER [LINES_PER_FACE [CHARSETS_PER_FACE]]\n");
         return 2;
     }
     try {
