@@ -33,8 +33,6 @@ constexpr double kWholeInNeither = -1.5;
 
 // What was hardly likelier dirt than print is taken for print where it is so likely a whole character.
 constexpr double kProbablyWhole = 0.7;
-// So far, in heights of capitals, from the rest at an end of a line it may be dirt that looks like print.
-constexpr float kAside = 0.4f;
 
 struct ReadLine {
     int line = 0;

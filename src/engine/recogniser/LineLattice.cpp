@@ -18,13 +18,12 @@ constexpr float kCutDoubt = 0.5f, kAnywhereDoubt = 1.5f;
 constexpr float kBoundaryShare = 0.7f, kMostAgainst = 4;
 // Where a boundary has such log odds a piece may be cut.
 constexpr float kLeastBoundary = -1.5f;
-// What no character is likelier than this to be is cut in small steps too: the network sees no boundary where
-// it does not know the shapes that touch.
+// A piece that is likelier than this to be no character is cut in small steps too: the network sees no
+// boundary where it does not know the shapes that touch.
 constexpr float kSurelyNone = 0.8f;
 constexpr float kDirtDoubt = 4;
-// What stands so far, in heights of capitals, from the rest at an end of a line and is not as high as a
-// character, or not on the line, is dirt more readily.
-constexpr float kAside = 0.4f, kDirtAsideDoubt = 0.5f;
+// What stands aside and is not as high as a character, or not on the line, is dirt more readily.
+constexpr float kDirtAsideDoubt = 0.5f;
 // What is as high as a character, at most so wide and stands on the line may be one that the recogniser does
 // not know, and so is never dirt; sizes in heights of capitals.
 constexpr float kLeastHigh = 0.6f, kMostHigh = 1.4f, kLeastWide = 0.15f, kMostWide = 1.1f,

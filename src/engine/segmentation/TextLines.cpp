@@ -120,11 +120,12 @@ void mergeSameLines(std::vector<OpenLine>& lines, const std::vector<Piece>& piec
     lines = std::move(result);
 }
 
-// Characters of two lines that touch: sizes in heights of characters. The piece is at least so high and at
-// most so wide, reaches so far into both lines, no further beyond them, and has so much less ink where it is
-// cut than elsewhere.
+// Characters of two lines that touch, in heights of characters: together they are at least so high and at
+// most so wide, reach so far into both lines and no further than the fourth beyond them.
 constexpr float kOverTwoLines = 1.6f, kMostWideTouching = 2, kIntoLine = 0.5f, kBeyondLine = 0.4f;
-constexpr float kLeastPart = 0.55f;
+// They are cut between the lines or so far within either, into parts at least so high.
+constexpr float kWithinLine = 0.1f, kLeastPart = 0.55f;
+// At most so much ink, as a part of that of the widest row, is where they touch.
 constexpr float kNarrowTouch = 0.4f;
 
 // Where it is narrowest between a line and the next one; nothing where it is hardly narrower than elsewhere.
@@ -168,6 +169,7 @@ bool cutBetweenLines(std::vector<Piece>& pieces, const Frame& frame, float heigh
     const std::size_t over = static_cast<std::size_t>(std::count_if(pieces.begin(), pieces.end(), isOver));
     std::size_t within = 0;
     for (const OpenLine& line : lines) within += line.members.size();
+    // More such pieces are no characters that touch, but the characters, and the lines are pieces of them.
     if (3 * over > within) return false;
     mergeSameLines(lines, pieces);
     std::vector<Piece> parts;
@@ -180,8 +182,8 @@ bool cutBetweenLines(std::vector<Piece>& pieces, const Frame& frame, float heigh
                 box.top < above.top - kBeyondLine * height ||
                 box.bottom > below.bottom + kBeyondLine * height)
                 continue;
-            const std::optional<float> place =
-                narrowPlace(piece, frame, above.bottom - 0.1f * height, below.top + 0.1f * height);
+            const std::optional<float> place = narrowPlace(piece, frame, above.bottom - kWithinLine * height,
+                                                           below.top + kWithinLine * height);
             if (!place) continue;
             auto [upper, lower] = cutAcross(piece, frame, *place);
             if (!isAsHigh(upper) || !isAsHigh(lower)) continue;
