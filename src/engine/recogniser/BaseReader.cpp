@@ -83,8 +83,13 @@ std::vector<ReadLine> linesOf(const Segmentation& found, Pieces how, Value value
         const std::vector<PatchLikelihoods> own = lineLikelihoods(found, from, to, line);
         ReadLine& read = result.emplace_back();
         read.line = glyphs.front().line;
-        read.pieces =
-            how == Pieces::Likeliest ? likeliestPieces(found, from, own, line) : asFound(glyphs, own);
+        std::optional<LineBoundaries> boundaries;
+        if (how == Pieces::Likeliest) {
+            boundaries.emplace(found.ink, found.frame, glyphs, line);
+            read.pieces = likeliestPieces(found, from, own, *boundaries, line);
+        } else {
+            read.pieces = asFound(glyphs, own);
+        }
         std::optional<OtherSize> other;
         // Pieces that are whole in one size are cut and joined rightly whatever the size.
         if (sizes == Sizes::Likeliest && !(how == Pieces::Likeliest && areSure(read.pieces)))
@@ -93,10 +98,10 @@ std::vector<ReadLine> linesOf(const Segmentation& found, Pieces how, Value value
             LineMetrics smaller = line;
             smaller.capHeight = other->capHeight;
             const std::vector<PatchLikelihoods> others = lineLikelihoods(found, from, to, smaller);
-            if (how == Pieces::Likeliest) {
+            if (boundaries) {
                 // Characters that touch may look like one of another size: the sizes are told apart by what
                 // their cuts make of it.
-                std::vector<ReadPiece> pieces = likeliestPieces(found, from, others, smaller);
+                std::vector<ReadPiece> pieces = likeliestPieces(found, from, others, *boundaries, smaller);
                 if (fit(pieces) - other->doubt > fit(read.pieces)) read.pieces = std::move(pieces);
             } else if (value(others, from) - other->doubt > value(own, from)) {
                 read.pieces = asFound(glyphs, others);

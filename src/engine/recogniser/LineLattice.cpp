@@ -170,7 +170,7 @@ std::vector<float> dirtDoubts(std::span<const Glyph> glyphs, const LineBoundarie
 class Lattice {
   public:
     Lattice(const Segmentation& found, std::span<const Glyph> glyphs, std::span<const PatchLikelihoods> first,
-            const LineMetrics& line);
+            const LineBoundaries& boundaries, const LineMetrics& line);
 
     // Whether one of the characters may be another than was found.
     bool isDoubtful() const;
@@ -194,7 +194,7 @@ class Lattice {
     const std::span<const Glyph> glyphs_;
     const std::span<const PatchLikelihoods> first_;
     const LineMetrics& line_;
-    const LineBoundaries boundaries_;
+    const LineBoundaries& boundaries_;
     std::vector<bool> doubtful_;
     std::vector<Cuts> cuts_;
     std::vector<float> dirtDoubts_;
@@ -202,12 +202,13 @@ class Lattice {
 };
 
 Lattice::Lattice(const Segmentation& found, std::span<const Glyph> glyphs,
-                 std::span<const PatchLikelihoods> first, const LineMetrics& line)
+                 std::span<const PatchLikelihoods> first, const LineBoundaries& boundaries,
+                 const LineMetrics& line)
     : found_(found),
       glyphs_(glyphs),
       first_(first),
       line_(line),
-      boundaries_(found.ink, found.frame, glyphs, line),
+      boundaries_(boundaries),
       cuts_(glyphs.size(), Cuts::None) {
     for (std::size_t i = 0; i < first.size(); ++i) {
         const Box& box = glyphs[i].piece.box;
@@ -321,9 +322,10 @@ bool isUnsure(const PatchLikelihoods& likelihoods) {
 }
 
 std::vector<ReadPiece> likeliestPieces(const Segmentation& found, std::size_t from,
-                                       std::span<const PatchLikelihoods> first, const LineMetrics& line) {
+                                       std::span<const PatchLikelihoods> first,
+                                       const LineBoundaries& boundaries, const LineMetrics& line) {
     const std::span<const Glyph> glyphs = std::span(found.glyphs).subspan(from, first.size());
-    Lattice lattice(found, glyphs, first, line);
+    Lattice lattice(found, glyphs, first, boundaries, line);
     std::vector<ReadPiece> result;
     if (!lattice.isDoubtful()) {
         for (std::size_t i = 0; i < first.size(); ++i) result.push_back({glyphs[i].piece, first[i]});

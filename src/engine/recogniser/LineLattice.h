@@ -66,8 +66,9 @@ float whole(const PatchLikelihoods& likelihoods);
 bool isUnsure(const PatchLikelihoods& likelihoods);
 
 // Of the found characters from `from` on, all of one line, which is believed to be where `line` says: `first`
-// are their lineLikelihoods.
+// are their lineLikelihoods, `boundaries` those of the line, in whatever size.
 std::vector<ReadPiece> likeliestPieces(const Segmentation& found, std::size_t from,
-                                       std::span<const PatchLikelihoods> first, const LineMetrics& line);
+                                       std::span<const PatchLikelihoods> first,
+                                       const LineBoundaries& boundaries, const LineMetrics& line);
 
 }  // namespace dravik::engine
