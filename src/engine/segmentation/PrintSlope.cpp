@@ -101,7 +101,7 @@ float printSlope(std::span<const Piece> pieces, float height) {
 
 float printSlant(std::span<const Piece> pieces, float slope, float height) {
     constexpr float kMostSlant = 0.34f, kStep = 0.02f;
-    constexpr int kSteps = static_cast<int>(2 * kMostSlant / kStep) + 1, kUpright = kSteps / 2;
+    constexpr int kMost = 17;
     std::vector<const Piece*> upright;
     std::size_t runs = 0;
     for (const Piece& piece : pieces)
@@ -115,11 +115,10 @@ float printSlant(std::span<const Piece> pieces, float slope, float height) {
     using Slants = std::array<float, kAtOnce>;
     std::vector<Slants> columns;
     double most = 0;
-    float best = 0;
-    for (int first = 0; first < kSteps; first += static_cast<int>(kAtOnce)) {
+    int best = 0;
+    const auto tryThese = [&](const std::array<int, kAtOnce>& steps) {
         Slants slants{};
-        for (std::size_t i = 0; i < kAtOnce; ++i)
-            slants[i] = static_cast<float>(first + static_cast<int>(i) - kUpright) * kStep;
+        for (std::size_t i = 0; i < kAtOnce; ++i) slants[i] = static_cast<float>(steps[i]) * kStep;
         std::array<double, kAtOnce> sums{};
         for (const Piece* piece : upright) {
             const float middle = piece->box.middleY(),
@@ -146,15 +145,17 @@ float printSlant(std::span<const Piece> pieces, float slope, float height) {
                 for (std::size_t i = 0; i < kAtOnce; ++i)
                     sums[i] += static_cast<double>(counts[i] * counts[i]);
         }
-        for (std::size_t i = 0; i < kAtOnce && first + static_cast<int>(i) < kSteps; ++i) {
+        for (std::size_t i = 0; i < kAtOnce; ++i) {
             const double sum = sums[i] * std::exp(-1.5 * static_cast<double>(std::abs(slants[i])));
             if (sum > most) {
                 most = sum;
-                best = slants[i];
+                best = steps[i];
             }
         }
-    }
-    return std::abs(best) < 0.03f ? 0 : best;
+    };
+    for (int first = -kMost; first <= kMost; first += 12) tryThese({first, first + 3, first + 6, first + 9});
+    tryThese({best - 2, best - 1, best + 1, best + 2});
+    return std::abs(best) < 2 ? 0 : static_cast<float>(best) * kStep;
 }
 
 }  // namespace dravik::engine
