@@ -45,17 +45,19 @@ class KernelLoops {
     template <int Rows, int Vectors>
     static void tile(const MatrixProduct& p, std::size_t row, std::size_t column) {
         Floats sums[Rows][Vectors] = {};
-        const float* a = p.a + row * p.aRow;
         const float* b = p.b + column;
-        for (std::size_t k = 0; k < p.depth; ++k, a += p.aColumn, b += p.bRow) {
-            Floats right[Vectors];
+        for (std::size_t part = 0; part < p.partCount; ++part) {
+            const float* a = p.a + row * p.aRow + p.parts[part];
+            for (std::size_t k = 0; k < p.depth; ++k, a += p.aColumn, b += p.bRow) {
+                Floats right[Vectors];
 #pragma GCC unroll 8
-            for (int v = 0; v < Vectors; ++v) right[v] = load(b + v * Lanes);
+                for (int v = 0; v < Vectors; ++v) right[v] = load(b + v * Lanes);
 #pragma GCC unroll 8
-            for (int r = 0; r < Rows; ++r) {
-                const Floats left = all(a[static_cast<std::size_t>(r) * p.aRow]);
+                for (int r = 0; r < Rows; ++r) {
+                    const Floats left = all(a[static_cast<std::size_t>(r) * p.aRow]);
 #pragma GCC unroll 8
-                for (int v = 0; v < Vectors; ++v) sums[r][v] += left * right[v];
+                    for (int v = 0; v < Vectors; ++v) sums[r][v] += left * right[v];
+                }
             }
         }
         float* c = p.c + row * p.cRow + column;

@@ -17,8 +17,12 @@ constexpr std::size_t padded(std::size_t count) {
     return (count + kPadding - 1) / kPadding * kPadding;
 }
 
+inline constexpr std::size_t kWhole = 0;
+
 // c = a x b. `a` has `rows` x `depth` elements, aRow apart from row to row and aColumn from column to column,
 // so that a transposed matrix needs no copy. b and c are rows of `columns` elements, a multiple of kPadding.
+// A row of `a` may lie in several parts of `depth` elements, which begin so far from where the first one of
+// its row would: what a convolution sees needs no copy either. b has the rows of all parts.
 struct MatrixProduct {
     const float* a;
     std::size_t aRow, aColumn;
@@ -27,6 +31,8 @@ struct MatrixProduct {
     float* c;
     std::size_t cRow;
     std::size_t rows, columns, depth;
+    const std::size_t* parts = &kWhole;
+    std::size_t partCount = 1;
 };
 
 // A stretch of weights with what its descent keeps, and how far a step goes. See Kingma and Ba, "Adam: a

@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdint>
-#include <cstring>
 #include <memory>
 
 #include "engine/recogniser/BaseWeights.h"
@@ -31,7 +30,7 @@ struct Convolution {
 
 constexpr std::array<Convolution, 3> kConvolutions = {
     {{kPatchSide, 2, 16, 5}, {12, 16, 32, 3}, {6, 32, 64, 3}}};
-constexpr std::size_t kGathered = 112, kLastSide = 3;
+constexpr std::size_t kGathered = 112, kLastSide = 3, kLargest = 5;
 
 struct Weights {
     Weights() {
@@ -54,21 +53,6 @@ const Weights& weights() {
     return result;
 }
 
-// What each place of the result of a convolution sees, one row each; by its number, so that what is copied at
-// a time is of a known length. `pictures` have their borders.
-template <std::size_t Number>
-void gatherPlaces(const float* pictures, std::size_t count, float* rows) {
-    constexpr Convolution how = kConvolutions[Number];
-    constexpr std::size_t length = how.size * how.channels;
-    for (std::size_t picture = 0; picture < count; ++picture, pictures += how.pictureLength())
-        for (std::size_t y = 0; y < how.sideAfter(); ++y)
-            for (std::size_t x = 0; x < how.sideAfter(); ++x) {
-                const float* from = pictures + 2 * y * how.rowLength() + 2 * x * how.channels;
-                for (std::size_t row = 0; row < how.size; ++row, from += how.rowLength(), rows += length)
-                    std::memcpy(rows, from, length * sizeof(float));
-            }
-}
-
 // The result of one convolution laid out for the next one, with a border of nothing; without a next one as it
 // is.
 void layOut(const Convolution& done, const Convolution& next, const float* results, std::size_t count,
@@ -83,14 +67,13 @@ void layOut(const Convolution& done, const Convolution& next, const float* resul
 
 // Numbers that a patch takes on its way, at most.
 struct Room {
-    std::size_t pictures = 0, rows = 0, results = 0;
+    std::size_t pictures = 0, results = 0;
 };
 constexpr Room kRoom = [] {
     Room most;
     for (const Convolution& one : kConvolutions) {
         const std::size_t places = one.sideAfter() * one.sideAfter();
         most.pictures = std::max(most.pictures, one.pictureLength());
-        most.rows = std::max(most.rows, places * one.inputs());
         most.results = std::max(most.results, places * padded(one.outputs));
     }
     return most;
@@ -102,30 +85,34 @@ class Passage {
     Passage(const MatrixKernels& kernels, std::size_t batch)
         : kernels_(kernels),
           pictures_(std::make_unique_for_overwrite<float[]>(batch * kRoom.pictures)),
-          rows_(std::make_unique_for_overwrite<float[]>(batch * kRoom.rows)),
+          gathered_(std::make_unique_for_overwrite<float[]>(batch * weights().gather.columns())),
           results_(std::make_unique_for_overwrite<float[]>(batch * kRoom.results)) {}
 
     void run(std::span<const CharacterPatch> patches, PatchLikelihoods* to) {
         const std::size_t count = patches.size();
         takePatches(patches);
-        convolve<0>(count);
-        convolve<1>(count);
-        convolve<2>(count);
-        apply(weights().gather, results_.get(), rows_.get(), count, Units::Rectified, kernels_);
-        apply(weights().outputs, rows_.get(), results_.get(), count, Units::Plain, kernels_);
+        for (std::size_t number = 0; number < kConvolutions.size(); ++number) convolve(number, count);
+        apply(weights().gather, results_.get(), gathered_.get(), count, Units::Rectified, kernels_);
+        apply(weights().outputs, gathered_.get(), results_.get(), count, Units::Plain, kernels_);
         for (std::size_t i = 0; i < count; ++i)
             likelihoods(&results_[i * weights().outputs.columns()], to[i]);
     }
 
   private:
-    template <std::size_t Number>
-    void convolve(std::size_t count) {
-        constexpr Convolution how = kConvolutions[Number];
-        gatherPlaces<Number>(pictures_.get(), count, rows_.get());
-        apply(weights().convolutions[Number], rows_.get(), results_.get(),
-              count * how.sideAfter() * how.sideAfter(), Units::Rectified, kernels_);
-        if constexpr (Number + 1 < kConvolutions.size())
-            layOut(how, kConvolutions[Number + 1], results_.get(), count, pictures_.get());
+    void convolve(std::size_t number, std::size_t count) {
+        const Convolution& how = kConvolutions[number];
+        const LayerWeights& layer = weights().convolutions[number];
+        std::array<std::size_t, kLargest> parts{};
+        for (std::size_t i = 0; i < how.size; ++i) parts[i] = i * how.rowLength();
+        float* to = results_.get();
+        for (std::size_t picture = 0; picture < count; ++picture)
+            for (std::size_t y = 0; y < how.sideAfter(); ++y, to += how.sideAfter() * layer.columns())
+                apply(layer,
+                      SeenByRows{&pictures_[picture * how.pictureLength() + 2 * y * how.rowLength()],
+                                 2 * how.channels, std::span(parts).first(how.size)},
+                      to, how.sideAfter(), Units::Rectified, kernels_);
+        if (number + 1 < kConvolutions.size())
+            layOut(how, kConvolutions[number + 1], results_.get(), count, pictures_.get());
     }
 
     void takePatches(std::span<const CharacterPatch> patches) {
@@ -153,7 +140,7 @@ class Passage {
     }
 
     const MatrixKernels& kernels_;
-    std::unique_ptr<float[]> pictures_, rows_, results_;
+    std::unique_ptr<float[]> pictures_, gathered_, results_;
 };
 
 }  // namespace

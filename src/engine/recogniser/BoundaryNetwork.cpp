@@ -49,16 +49,13 @@ const Weights& weights() {
     return result;
 }
 
-// What each place of a row of a convolution's result sees, one after the other. The picture has its border.
-void gatherRow(const Convolution& how, const std::vector<float>& picture, std::size_t columns,
-               std::size_t row, float* to) {
-    const std::size_t length = (columns + 2 * how.beside()) * how.channels;
-    for (std::size_t x = 0; x < columns; ++x)
-        for (std::size_t y = 0; y < how.across; ++y) {
-            const float* from = &picture[(row * how.step + y) * length + x * how.channels];
-            for (std::size_t i = 0; i < how.along; ++i, from += how.apart * how.channels, to += how.channels)
-                std::copy_n(from, how.channels, to);
-        }
+// How far what a place sees is from the first of it, in a picture with rows of such a length.
+std::vector<std::size_t> partsSeen(const Convolution& how, std::size_t length) {
+    std::vector<std::size_t> parts;
+    for (std::size_t y = 0; y < how.across; ++y)
+        for (std::size_t i = 0; i < (how.apart == 1 ? 1 : how.along); ++i)
+            parts.push_back(y * length + i * how.apart * how.channels);
+    return parts;
 }
 
 }  // namespace
@@ -66,7 +63,7 @@ void gatherRow(const Convolution& how, const std::vector<float>& picture, std::s
 std::vector<float> boundaryOdds(const LineStrip& strip, const MatrixKernels& kernels) {
     if (strip.columns == 0) return {};
     const std::size_t columns = static_cast<std::size_t>(strip.columns);
-    std::vector<float> last(strip.ink.begin(), strip.ink.end()), picture, gathered, results;
+    std::vector<float> last(strip.ink.begin(), strip.ink.end()), picture, results;
     std::size_t lastChannels = 1;
     for (std::size_t i = 0; i < kConvolutions.size(); ++i) {
         const Convolution& how = kConvolutions[i];
@@ -77,14 +74,12 @@ std::vector<float> boundaryOdds(const LineStrip& strip, const MatrixKernels& ker
                         &picture[(place / columns + how.above()) * length +
                                  (place % columns + how.beside()) * how.channels]);
         const LayerWeights& layer = weights().convolutions[i];
-        gathered.resize(columns * how.inputs());
         lastChannels = layer.columns();
         last.resize(how.heightAfter() * columns * lastChannels);
-        for (std::size_t row = 0; row < how.heightAfter(); ++row) {
-            gatherRow(how, picture, columns, row, gathered.data());
-            apply(layer, gathered.data(), &last[row * columns * lastChannels], columns, Units::Rectified,
-                  kernels);
-        }
+        const std::vector<std::size_t> parts = partsSeen(how, length);
+        for (std::size_t row = 0; row < how.heightAfter(); ++row)
+            apply(layer, SeenByRows{&picture[row * how.step * length], how.channels, parts},
+                  &last[row * columns * lastChannels], columns, Units::Rectified, kernels);
     }
     results.resize(columns * weights().output.columns());
     apply(weights().output, last.data(), results.data(), columns, Units::Plain, kernels);

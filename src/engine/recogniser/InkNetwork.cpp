@@ -104,8 +104,7 @@ class Convolved {
           kernels_(kernels),
           seen_(std::move(seen)),
           length_((seen_.width + 2 * how_.border()) * how_.inputs),
-          held_((2 * how_.border() + 1) * length_),
-          gathered_(width() * how_.seen()) {}
+          held_((2 * how_.border() + 1) * length_) {}
 
     std::size_t width() const { return seen_.width / how_.step; }
     std::size_t height() const { return seen_.height / how_.step; }
@@ -122,15 +121,12 @@ class Convolved {
             else
                 std::fill_n(row, length_, 0.0f);
         }
-        for (std::size_t i = 0; i < how_.side; ++i) {
-            const float* const row = &held_[(first + i * how_.apart) % rows * length_];
-            float* place = &gathered_[i * how_.side * how_.inputs];
-            for (std::size_t x = 0; x < width(); ++x, place += how_.seen())
-                for (std::size_t j = 0; j < how_.side; ++j)
-                    std::copy_n(row + (x * how_.step + j * how_.apart) * how_.inputs, how_.inputs,
-                                place + j * how_.inputs);
-        }
-        apply(layer_, gathered_.data(), to, width(), units_, kernels_);
+        parts_.clear();
+        for (std::size_t i = 0; i < how_.side; ++i)
+            for (std::size_t j = 0; j < (how_.apart == 1 ? 1 : how_.side); ++j)
+                parts_.push_back((first + i * how_.apart) % rows * length_ + j * how_.apart * how_.inputs);
+        apply(layer_, SeenByRows{held_.data(), how_.step * how_.inputs, parts_}, to, width(), units_,
+              kernels_);
         ++made_;
     }
 
@@ -147,7 +143,8 @@ class Convolved {
     const MatrixKernels& kernels_;
     const Seen seen_;
     const std::size_t length_;
-    std::vector<float> held_, gathered_;
+    std::vector<float> held_;
+    std::vector<std::size_t> parts_;  // of what a place of the next row sees
     std::size_t taken_ = 0, made_ = 0;
 };
 

@@ -38,9 +38,14 @@ LayerWeights WeightReader::next(std::size_t inputs, std::size_t outputs) {
 
 void apply(const LayerWeights& layer, const float* from, float* to, std::size_t rows, Units units,
            const MatrixKernels& kernels) {
-    const std::size_t columns = layer.columns();
-    kernels.multiply(
-        {from, layer.inputs, 1, layer.weights.data(), columns, to, columns, rows, columns, layer.inputs});
+    apply(layer, {from, layer.inputs, {&kWhole, 1}}, to, rows, units, kernels);
+}
+
+void apply(const LayerWeights& layer, const SeenByRows& seen, float* to, std::size_t rows, Units units,
+           const MatrixKernels& kernels) {
+    const std::size_t columns = layer.columns(), parts = seen.parts.size();
+    kernels.multiply({seen.from, seen.step, 1, layer.weights.data(), columns, to, columns, rows, columns,
+                      layer.inputs / parts, seen.parts.data(), parts});
     const float *const scales = layer.scales.data(), *const biases = layer.biases.data();
     for (std::size_t row = 0; row < rows; ++row, to += columns)
         if (units == Units::Rectified)

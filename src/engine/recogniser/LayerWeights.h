@@ -39,8 +39,19 @@ class WeightReader {
 // the same sums.
 enum class Units { Rectified, Plain };
 
+// What each row sees: from row to row `step` further, in as many parts as there are numbers in `parts`, which
+// say how far they are from the first one.
+struct SeenByRows {
+    const float* from;
+    std::size_t step;
+    std::span<const std::size_t> parts;
+};
+
 // rows x columns() = rows x inputs by the layer's weights. Inputs are those of rectified units, or whole
 // numbers of 8 bits.
+void apply(const LayerWeights& layer, const SeenByRows& seen, float* to, std::size_t rows, Units units,
+           const MatrixKernels& kernels);
+// Where they lie one after the other.
 void apply(const LayerWeights& layer, const float* from, float* to, std::size_t rows, Units units,
            const MatrixKernels& kernels);
 
