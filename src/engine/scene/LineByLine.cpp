@@ -46,7 +46,7 @@ class LineByLine {
   public:
     LineByLine(const GreyImage& image, std::span<const TextLine> lines, const PrintSettings& print,
                const std::stop_token& stop)
-        : image_(image), print_(print), stop_(stop) {
+        : image_(image), lines_(lines), print_(print), stop_(stop) {
         for (const TextLine& line : lines) seen_.push_back(look(line, line.height()));
         const bool clear = std::any_of(seen_.begin(), seen_.end(), isClear);
         std::erase_if(seen_, [&](const SeenLine& one) {
@@ -79,7 +79,7 @@ class LineByLine {
     }
 
     SeenLine lookOnce(const TextLine& line, float height) const {
-        SeenLine result{line, uprightLine(image_, line, height)};
+        SeenLine result{line, uprightLine(image_, line, height, lines_)};
         result.part.found = segment(*result.part.picture, takeWholeCharacters, stop_, print_);
         return result;
     }
@@ -145,7 +145,7 @@ class LineByLine {
             between.bottom = below->top - kClear * height;
             between.left = std::min(line.left, below->left);
             between.right = std::max(line.right, below->right);
-            SeenLine found{between, uprightLine(image_, between, height)};
+            SeenLine found{between, uprightLine(image_, between, height, lines_)};
             if (contrast(*found.part.picture) < kLeastContrast * contrast(*seen_[i].part.picture)) continue;
             found.part.found = segment(*found.part.picture, takeWholeCharacters, stop_, print_);
             const float typical = typicalHeight(found.part.found) * found.part.found.ink.scale;
@@ -157,6 +157,7 @@ class LineByLine {
     }
 
     const GreyImage& image_;
+    const std::span<const TextLine> lines_;
     const PrintSettings& print_;
     const std::stop_token& stop_;
     std::vector<SeenLine> seen_;

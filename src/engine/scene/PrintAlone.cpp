@@ -22,8 +22,10 @@ constexpr std::array<double, 2> kPixels = {12'000, 36'000};
 constexpr double kLikeText = 0.5, kAgreed = 2;
 // Of a picture of print so much is ink; noise has less, a texture more.
 constexpr double kLeastInk = 0.002, kMostInk = 0.5;
-// Log odds beyond which no other size is tried.
+// Log odds beyond which no other size is tried; nor is it in a larger picture, where it takes long, once
+// one shows something that is rather print than not.
 constexpr double kSurelyPrint = 2.2;
+constexpr int kLarge = 60'000;
 
 // The lengths of the longer side at which the network looks at it.
 std::vector<int> sides(const GreyImage& picture) {
@@ -108,6 +110,7 @@ SecondOpinion findInPrintAlone(const GreyImage& picture, std::size_t characters,
     candidates.push_back({characters, worth, {}});
     // The network has told polarity and kind.
     const PrintSettings settings{Polarity::LightOnDark, PrintKind::Automatic, print.smallestHeight};
+    const bool isLarge = picture.width() * picture.height() > kLarge;
     for (const int side : sides(picture)) {
         if (stop.stop_requested()) return {};
         GreyImage ink = inkOf(thumbnailOf(picture, side));
@@ -119,8 +122,8 @@ SecondOpinion findInPrintAlone(const GreyImage& picture, std::size_t characters,
         alone.found = segment(*alone.picture, takeWholeCharacters, stop, settings, Search::PrintAlone);
         if (alone.found.glyphs.empty()) continue;
         alone.worth = worthOf(alone.found);
-        const bool isSure = alone.found.likeness >= kSurelyPrint;
-        if (add(candidates, std::move(alone)) || isSure) break;
+        const bool isEnough = alone.found.likeness >= kSurelyPrint || (isLarge && alone.worth > 0);
+        if (add(candidates, std::move(alone)) || isEnough) break;
     }
     Candidate& best =
         *std::max_element(candidates.begin(), candidates.end(),

@@ -10,6 +10,7 @@ namespace {
 
 // Of the picture above and below a line, in parts of the print's height.
 constexpr float kAbove = 0.4f, kBelow = 0.45f;
+constexpr float kSameAngle = 0.1f;  // radians
 
 // The background beyond a row or a column of pixels: what is least like print nearby.
 std::vector<float> background(std::span<const float> edge, int reach, bool dark) {
@@ -28,12 +29,22 @@ std::vector<float> background(std::span<const float> edge, int reach, bool dark)
 
 }  // namespace
 
-ScenePart uprightLine(const GreyImage& image, const TextLine& line, float height) {
+ScenePart uprightLine(const GreyImage& image, const TextLine& line, float height,
+                      std::span<const TextLine> others) {
+    // Up to halfway to the next line.
+    float above = kAbove * height, below = kBelow * height;
+    for (const TextLine& other : others) {
+        if (std::abs(other.angle - line.angle) > kSameAngle || other.right < line.left ||
+            other.left > line.right)
+            continue;
+        if (other.bottom <= line.top) above = std::min(above, 0.5f * (line.top - other.bottom));
+        if (other.top >= line.bottom) below = std::min(below, 0.5f * (other.top - line.bottom));
+    }
     const int room = static_cast<int>(std::lround(kRoomAroundLine * height));
     const int inWidth = static_cast<int>(std::lround(line.right - line.left + 2 * kBesideLine * height));
-    const int inHeight = static_cast<int>(std::lround(line.height() + (kAbove + kBelow) * height));
+    const int inHeight = static_cast<int>(std::lround(line.height() + above + below));
     const float c = std::cos(line.angle), s = std::sin(line.angle);
-    const float along = line.left - kBesideLine * height, across = line.top - kAbove * height;
+    const float along = line.left - kBesideLine * height, across = line.top - above;
     auto picture = std::make_shared<GreyImage>(inWidth + 2 * room, inHeight + 2 * room);
     std::vector<float> first(static_cast<std::size_t>(inWidth)), last(first.size());
     for (int y = 0; y < inHeight; ++y) {
@@ -47,15 +58,15 @@ ScenePart uprightLine(const GreyImage& image, const TextLine& line, float height
         }
     }
     const int reach = static_cast<int>(height);
-    const std::vector<float> above = background(first, reach, line.dark),
-                             below = background(last, reach, line.dark);
+    const std::vector<float> overIt = background(first, reach, line.dark),
+                             underIt = background(last, reach, line.dark);
     for (int y = 0; y < room; ++y)
         for (int x = 0; x < inWidth; ++x) {
             const std::size_t column = static_cast<std::size_t>(x);
             picture->row(y)[column + static_cast<std::size_t>(room)] =
-                static_cast<std::uint8_t>(above[column]);
+                static_cast<std::uint8_t>(overIt[column]);
             picture->row(room + inHeight + y)[column + static_cast<std::size_t>(room)] =
-                static_cast<std::uint8_t>(below[column]);
+                static_cast<std::uint8_t>(underIt[column]);
         }
     std::vector<float> left, right;
     for (int y = 0; y < picture->height(); ++y) {

@@ -21,6 +21,9 @@ constexpr std::int64_t kMostWorkingPixels = 4'000'000;
 constexpr double kClearText = 2.2;
 constexpr double kLikelyText = 1;
 constexpr double kBeyondDoubt = 2.6;
+// No finer grain tells print from its ground, and a sixth of the usual one, for small print, is tried in a
+// view of at most so many pixels.
+constexpr int kFinest = 8, kMostForFinest = 60'000;
 // How many combinations of size and polarity are examined at full size.
 constexpr std::size_t kMostClose = 2;
 // Small print is enlarged twice in regions up to this many image pixels; larger ones would take too much
@@ -218,7 +221,7 @@ bool Looking::firstLooks() {
         const Binarizer& view = turnTo(whole_, static_cast<float>(scale));
         if (view.empty()) return false;
         const bool dark = view.leansDark();
-        const int first = std::clamp(std::min(view.width(), view.height()) / 4, 8, 64);
+        const int first = std::clamp(std::min(view.width(), view.height()) / 4, kFinest, 64);
         // Not where the other polarity has shown much more whole characters.
         const auto isPossible = [&](bool polarity) {
             double own = 0, other = 0;
@@ -231,9 +234,11 @@ bool Looking::firstLooks() {
         const auto isClear = [&](const Look& look) {
             return isPossible(look.dark) && consider(look) >= kClearText && search_ != Search::All;
         };
-        std::vector<int> sides;
-        for (const int side : {first, first / 3, first / 6})
-            if (sides.empty() || (side >= 8 && search_ != Search::PrintAlone)) sides.push_back(side);
+        std::vector<int> sides{first};
+        if (search_ != Search::PrintAlone) sides.push_back(first / 3);
+        if (search_ != Search::PrintAlone && view.width() * view.height() <= kMostForFinest)
+            sides.push_back(first / 6);
+        std::erase_if(sides, [](int side) { return side < kFinest; });
         for (const int side : sides)
             for (const bool polarity : {dark, !dark})
                 for (const Look::Joining joins : {Look::Fragments, Look::Dots})
