@@ -166,8 +166,7 @@ TEST_F(CharArrayTest, AnswersThatAreMissingOrBroken) {
     EXPECT_EQ(message(), "DisplayCharArray Err 42 camera unplugged");
     tool->succeedAt("GetSampleData");
     // A table too narrow to hold 49 features.
-    tool->answers[kAllTrained] =
-        std::make_shared<CellTable>(std::vector<std::vector<Cell>>{{"H", "H"}, {0.0, 66.0}});
+    tool->setAnswer(kAllTrained, {{"H", "H"}, {0.0, 66.0}});
     arrays.DisplayCharArray("B", false);
     EXPECT_EQ(message(), "DisplayCharArray Err 9 Subscript out of range");
     binding.tool.reset();

@@ -108,8 +108,7 @@ TEST_F(InclusionTest, FeaturesMayBeTextsAndOffsetsNegative) {
         std::vector<Cell> row(54, feature);
         row[1] = 65.0;
         row[4] = -0.25;
-        tool->answers[kAllUncommitted] =
-            std::make_shared<CellTable>(std::vector<std::vector<Cell>>{std::vector<Cell>(54, "H"), row});
+        tool->setAnswer(kAllUncommitted, {std::vector<Cell>(54, "H"), row});
         tool->uncommitted.assign(1, {"A", 0, {}});
         platform.boxes.clear();
         include("A");

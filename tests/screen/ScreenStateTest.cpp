@@ -58,9 +58,8 @@ TEST_F(OperatorActs, EachIsToldOnceWithWhatItDid) {
     control.DeleteSamplesByDistance("A", 0.85, 1);
     screen().numeric.grid.select(1, 0, 2, 0);
     screen().numeric.grid.keyDown(kKeyDelete, 0);
-    platform.menuPicks = {"mnuMainCharacterExclude"};
     platform.boxAnswers = {Answer::Yes};
-    cell("A").mouseDown({kRightButton, 0, 0, 0});
+    rightClick("A", "mnuMainCharacterExclude");
     screen().font.txtCharSet.setText("BCD");
     screen().train.cmdTrain.press();
     screen().train.tmrTrain.tick();
@@ -95,8 +94,7 @@ TEST_F(OperatorActs, TheScreenGoesBackAndForthWithTheFont) {
     const auto before = acts[1].before;
     const auto after = acts[1].after;
     EXPECT_EQ(after, control.state());
-    platform.menuPicks = {"mnuMainCharHist"};
-    cell("C").mouseDown({kRightButton, 0, 0, 0});
+    rightClick("C", "mnuMainCharHist");
     auto& histogram = static_cast<dlgCharHist&>(platform.opened("dlgCharHist"));
     EXPECT_EQ(histogram.sbr.panel("MaxDist").text(), "3");
     tool->calls.clear();

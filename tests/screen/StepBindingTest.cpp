@@ -116,8 +116,7 @@ TEST_F(BoundScreen, NothingOfTheFirstStepActsOnTheSecond) {
     bind();
     include("AB");
     tool->train();
-    platform.menuPicks = {"mnuMainFontHist"};
-    cell("A").mouseDown({kRightButton, 0, 0, 0});
+    rightClick("A", "mnuMainFontHist");
     screen().train.cmdTrain.press();
     EXPECT_TRUE(control.m_FontChanged());
     auto second = std::make_shared<RecordingTool>();

@@ -99,9 +99,7 @@ TEST_F(TrainingRunTest, ARunShowsItsProgressAndItsFigures) {
     EXPECT_EQ(screen().train.lblStatus.caption(), " RMS Error: 1.#INF") << "not the figure of a perfect run";
     EXPECT_FLOAT_EQ(screen().train.prgTrain.value(), 2.0f);
 
-    int focus = 0;
-    const Connection watch =
-        screen().train.cmdSaveFont.changed.connect([&](Change change) { focus += change == Change::Focus; });
+    const FocusCount focus(screen().train.cmdSaveFont);
     end(0.03f, 412);
     EXPECT_EQ(screen().train.lblStatus.caption(), "Cycles: 412, RMS: 0.03");
     EXPECT_EQ(screen().train.prgTrain.value(), 100);
@@ -149,9 +147,7 @@ TEST_F(TrainingRunTest, RevertLeavesSaveEnabledAndStopAllowsNeither) {
     learn();
     tick();
     end(0.1f, 5);
-    int focus = 0;
-    const Connection watch = screen().sample.txtSampleInput.changed.connect(
-        [&](Change change) { focus += change == Change::Focus; });
+    const FocusCount focus(screen().sample.txtSampleInput);
     screen().train.cmdRevert.press();
     EXPECT_EQ(tool->count("RevertFont(ocrb)"), 1);
     EXPECT_EQ(message(), "Reverted font to previous training.");

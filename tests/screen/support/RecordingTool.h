@@ -69,7 +69,11 @@ class RecordingTool : public FontTool, public Step {
 
     // What the next IncludeSamples finds; without it one sample for each character of the text.
     std::optional<std::vector<SampleRecord>> image;
-    // Replaces the answer of a selector: an empty table, a broken one, or nothing.
+    // Replaces the answer of a selector by a table of these rows, the headings first: an empty or a broken
+    // one.
+    void setAnswer(std::int32_t selector, std::vector<std::vector<Cell>> rows) {
+        answers[selector] = std::make_shared<CellTable>(std::move(rows));
+    }
     std::map<std::int32_t, RecordTablePtr> answers;
     // Failure of deleting an identifier that names no sample; without it nothing happens.
     std::optional<Failure> noSuchSample;
