@@ -77,17 +77,16 @@ TEST_F(BoundScreen, TheToolbarSwitchesViewsAndTracesItsKeys) {
     bind();
     toolButton("Log").press();
     toolButton("Numeric").press();
-    EXPECT_FALSE(screen().overview.fraChar.visible());
-    EXPECT_TRUE(screen().numeric.grid.visible());
-    EXPECT_TRUE(screen().numeric.cboDisplay.visible());
-    EXPECT_TRUE(screen().numeric.lblCharData.visible() && screen().numeric.lblDisplay.visible());
+    auto& numeric = screen().numeric;
+    EXPECT_TRUE(numeric.grid.visible() && numeric.cboDisplay.visible() && numeric.lblCharData.visible() &&
+                numeric.lblDisplay.visible() && !screen().overview.fraChar.visible());
     toolButton("Array").press();
     toolButton("Histogram").press();
     toolButton("Graphical").press();
-    EXPECT_FALSE(screen().numeric.lblCharData.visible() || screen().numeric.lblDisplay.visible());
+    EXPECT_FALSE(numeric.lblCharData.visible() || numeric.lblDisplay.visible());
     toolButton("Log").press();
     toolButton("Numeric").press();
-    EXPECT_TRUE(screen().numeric.grid.visible());
+    EXPECT_TRUE(numeric.grid.visible());
     std::string keys;
     for (const std::string& entry : jobs.entries())
         if (entry.starts_with("DravikDlg.tlbChars_ButtonClick(")) keys += entry.substr(entry.find('('));

@@ -35,8 +35,7 @@ TEST_F(InclusionTest, CommitsTheSamplesAndRemembersTheInclude) {
     EXPECT_EQ(toolButton("Undo").toolTip(), "Undo include for 'ABA'");
     EXPECT_TRUE(toolButton("Undo").enabled());
     EXPECT_TRUE(control.m_FontChanged());
-    EXPECT_TRUE(screen().sample.cmdInclude.enabled());
-    EXPECT_TRUE(screen().train.cmdTrain.enabled());
+    EXPECT_TRUE(screen().sample.cmdInclude.enabled() && screen().train.cmdTrain.enabled());
     EXPECT_EQ(screen().numeric.cboDisplay.listIndex(), kDisplayCommitted);
     EXPECT_EQ(screen().numeric.grid.rows(), 4);
     EXPECT_EQ(cell("A").backColor(), rgb(128, 128, 255));
@@ -77,8 +76,7 @@ TEST_F(InclusionTest, ADifferentCountIsShownAndTheSamplesAreDeleted) {
     EXPECT_TRUE(tool->uncommitted.empty() && tool->committed.empty());
     EXPECT_EQ(tool->count("DeleteSample(200000)"), 5) << "one call more than there are samples";
     EXPECT_EQ(message(), "Adjust OCR tool and try Include again.");
-    EXPECT_TRUE(screen().sample.cmdInclude.enabled());
-    EXPECT_FALSE(toolButton("Undo").enabled());
+    EXPECT_TRUE(screen().sample.cmdInclude.enabled() && !toolButton("Undo").enabled());
 }
 
 TEST_F(InclusionTest, ASampleWithoutFeaturesIsNotCounted) {
@@ -146,7 +144,6 @@ TEST_F(InclusionTest, MissingCharactersAreOfferedOnceInTheirOrder) {
                             "Note: Selecting 'No' will remove samples added when Include was clicked."));
     EXPECT_EQ(screen().font.txtCharSet.text(), "ABCa1");
     EXPECT_EQ(tool->count("SetCharacterSet(,A,B,C,a,1)"), 1);
-    EXPECT_EQ(tool->committed.size(), 4u);
     EXPECT_EQ(message(), "4 samples included.");
 }
 
