@@ -13,17 +13,11 @@ using camera::CameraState;
 std::string identifierOf(AravisCamera& camera, const std::string& serial) {
     std::string identifier;
     within(20s, [&] {
-        if (!camera.state().searching) {
-            const auto found = camera.found();
-            const auto one =
-                std::find_if(found.begin(), found.end(), [&](auto& each) { return each.serial == serial; });
-            if (one != found.end()) {
-                identifier = one->identifier;
-                return true;
-            }
-            camera.search();
-        }
-        return false;
+        if (camera.state().searching) return false;
+        for (const auto& one : camera.found())
+            if (one.serial == serial) identifier = one.identifier;
+        if (identifier.empty()) camera.search();
+        return !identifier.empty();
     });
     return identifier;
 }
