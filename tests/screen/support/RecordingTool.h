@@ -32,12 +32,17 @@ struct SampleRecord {
     std::string character;
     double distance = 0;
     Features features{};
+
+    // Of its row, between the character and the features.
+    std::vector<double> fields() const { return {distance, 0, 0}; }
 };
 
 struct CharacterRecord {
     std::string character;
     int trained = 0;
     Features features{};
+
+    std::vector<double> fields() const { return {static_cast<double>(trained), 0}; }
 };
 
 // A table made of rows of cells, row 0 being the headings; the rows need not be of the same length.
