@@ -117,16 +117,5 @@ TEST_F(SampleDeletionTest, UndoAfterAFailureTakesNoOlderSamples) {
     EXPECT_EQ(message(), "Removed last included: AB");
 }
 
-TEST_F(SampleDeletionTest, HighlightMarksCharactersByExactCase) {
-    bind();
-    control.HighlightIncluded("Ab");
-    EXPECT_EQ(cell("A").backColor(), rgb(128, 128, 255));
-    EXPECT_EQ(cell("b").backColor(), rgb(128, 128, 255));
-    EXPECT_EQ(cell("B").backColor(), rgb(255, 255, 255));
-    EXPECT_EQ(cell("A").accessibleName(), "A, 0 trained, included");
-    control.HighlightIncluded("");
-    for (const auto& label : screen().overview.lblChar) EXPECT_NE(label->backColor(), rgb(128, 128, 255));
-}
-
 }  // namespace
 }  // namespace dravik::test
