@@ -80,15 +80,6 @@ TEST_F(SampleDeletionTest, UndoOfTheOnlyIncludeLeavesNothingOfIt) {
     EXPECT_EQ(screen().numeric.grid.rows(), 2);
 }
 
-TEST_F(SampleDeletionTest, AToolThatReportsTheExtraCallEndsTheUndoThere) {
-    bind();
-    include("AB");
-    tool->noSuchSample = Failure(RuntimeError::SubscriptOutOfRange);
-    toolButton("Undo").press();
-    EXPECT_EQ(message(), "DeleteLast Err 9 Subscript out of range");
-    EXPECT_EQ(committed(), "AB");
-}
-
 TEST_F(SampleDeletionTest, UndoAfterAFailureTakesNoOlderSamples) {
     tool->addCommitted("C", {0.1, 0.2, 0.3});
     bind();

@@ -148,10 +148,7 @@ void RecordingTool::DeleteSample(std::int32_t identifier) {
     const auto kind = static_cast<SampleKind>(identifier / kKindFactor);
     const auto index = identifier % kKindFactor;
     auto& samples = kind == SampleKind::Committed ? committed : uncommitted;
-    if (static_cast<std::size_t>(index) < samples.size())
-        samples.erase(samples.begin() + index);
-    else if (noSuchSample)
-        throw Failure(*noSuchSample);
+    if (static_cast<std::size_t>(index) < samples.size()) samples.erase(samples.begin() + index);
 }
 
 RecordTablePtr RecordingTool::GetSampleData(std::span<const std::int32_t> selectors,

@@ -80,8 +80,6 @@ class RecordingTool : public FontTool, public Step {
         answers[selector] = std::make_shared<CellTable>(std::move(rows));
     }
     std::map<std::int32_t, RecordTablePtr> answers;
-    // Failure of deleting an identifier that names no sample; without it nothing happens.
-    std::optional<Failure> noSuchSample;
 
     std::int32_t timeout = 60;
     bool trainingDone = true;
