@@ -116,7 +116,7 @@ TEST_F(CameraWindow, IsLiveFrozenLostAndBack) {
     in<ComboBox>("cboTrigger").setListIndex(0);
 
     fake.stop();
-    ASSERT_TRUE(comes([&] { return state().find("lost") != std::string::npos; })) << state();
+    ASSERT_TRUE(comes([&] { return state().starts_with("The camera is lost"); })) << state();
     fake.start();
     ASSERT_TRUE(comes([&] { return state().starts_with("Live"); })) << state();
     form().chkLive.setChecked(true);
