@@ -165,8 +165,10 @@ TEST_F(FontSelectionTest, EachChoiceOfANewFontIsTheSetThatItNames) {
 
 TEST_F(FontSelectionTest, TheDialogsForANameOpenReadyForTypingAndTellAFailure) {
     bind();
-    for (const auto& [dialog, button] :
+    for (const auto& dialogAndButton :
          {std::pair("dlgFontNew", "cmdNewFont"), std::pair("dlgFontName", "cmdRenameFont")}) {
+        const char* const dialog = dialogAndButton.first;
+        const char* const button = dialogAndButton.second;
         Connection watch, failing;
         int focus = 0;
         platform.modalHandlers[dialog] = [&](Form& form) {

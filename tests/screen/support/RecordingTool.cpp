@@ -53,7 +53,7 @@ void RecordingTool::failAt(const std::string& operation, std::int32_t number, co
     failures_.insert_or_assign(operation, Failure(number, text));
 }
 
-void RecordingTool::addCommitted(const std::string& character, std::vector<double> distances) {
+void RecordingTool::addCommitted(const std::string& character, const std::vector<double>& distances) {
     for (const double distance : distances) committed.push_back({character, distance, {}});
 }
 

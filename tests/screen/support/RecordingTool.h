@@ -99,7 +99,7 @@ class RecordingTool : public FontTool, public Step {
     std::function<void(const std::string& call)> onCall;
 
     // For setting up a font.
-    void addCommitted(const std::string& character, std::vector<double> distances);
+    void addCommitted(const std::string& character, const std::vector<double>& distances);
     // The trained records become those of the committed samples, one for each character of the set.
     void train();
 
