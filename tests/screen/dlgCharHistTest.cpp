@@ -145,6 +145,7 @@ TEST_F(dlgCharHistTest, HashMarksFollowTheAxisMaximum) {
     const auto& five = form.drawing().lblY[0];
     EXPECT_THAT((Numbers{major.x1, minor.x1, five.left + five.width}), ElementsAre(-2, -1, -2.5));
     EXPECT_DOUBLE_EQ(major.y1, 500.0 / 12);
+    EXPECT_EQ(five.top, major.y1);
     EXPECT_NE(minor.color, major.color);
 
     for (const auto& [most, marks, numbers, first] :
