@@ -50,6 +50,10 @@ std::string textOf(const Image& image, const Settings& settings = {}, const Font
     return std::string(by.read(image, settings).text());
 }
 
+std::vector<int> sidesOf(const dravik_box& box) {
+    return {box.left, box.top, box.right, box.bottom};
+}
+
 // "r" right, "d" doubtful, "w" wrong, "m" missing, "u" unexpected.
 std::string verdicts(const Verification& verification) {
     constexpr std::string_view kLetters = "rdwmu";
@@ -89,9 +93,23 @@ TEST(LibraryTest, TeachesAndReadsAsTheToolItself) {
         EXPECT_EQ(one.confidence, wanted[i].confidence);
         EXPECT_EQ(one.line, wanted[i].place.line);
         const auto& place = wanted[i].place;
-        EXPECT_THAT((std::vector{one.box.left, one.box.top, one.box.right, one.box.bottom}),
-                    ElementsAre(place.left, place.top, place.right, place.bottom));
+        EXPECT_THAT(sidesOf(one.box), ElementsAre(place.left, place.top, place.right, place.bottom));
     }
+}
+
+TEST(LibraryTest, TellsARegionsBoxesInTheWholeImageWhoseRowsAreApart) {
+    const engine::GreyImage image = drawn({"3141", "5926"});
+    const std::ptrdiff_t stride = image.width() + 13;
+    std::vector<std::uint8_t> apart(static_cast<std::size_t>(stride * image.height()), 0);
+    for (int y = 0; y < image.height(); ++y)
+        std::copy(image.row(y).begin(), image.row(y).end(), apart.begin() + y * stride);
+    const Reading whole = font().read(imageOf(image));
+    const dravik_box second{0, whole.characters()[4].box.top - 10, 100000, 100000};
+    const Reading part =
+        font().read({apart.data(), image.width(), image.height(), stride}, Settings().region(second));
+    ASSERT_EQ(part.text(), "5926");
+    EXPECT_EQ(sidesOf(part.characters()[0].box), sidesOf(whole.characters()[4].box));
+    EXPECT_EQ(part.characters()[0].line, 0);
 }
 
 TEST(LibraryTest, WhatTheCallerDoesNotSetIsAsTheFontSays) {
@@ -100,7 +118,8 @@ TEST(LibraryTest, WhatTheCallerDoesNotSetIsAsTheFontSays) {
     std::filesystem::create_directories(toPath(file).parent_path());
     std::filesystem::copy_file(toPath(taught().file()), toPath(file));
     const engine::GreyImage image = drawn({"3141", "5926"});
-    const int middle = font().read(imageOf(image)).characters()[4].box.top - 10;
+    const Reading whole = font().read(imageOf(image));
+    const int middle = whole.characters()[4].box.top - 10;
     {
         Learner learner("digits", folder.path());
         learner.keepSettings(Settings().region({0, middle, image.width(), image.height()}));
@@ -110,9 +129,12 @@ TEST(LibraryTest, WhatTheCallerDoesNotSetIsAsTheFontSays) {
         learner.save();
     }
     const Font kept = Font::named("digits", folder.path());
-    EXPECT_EQ(textOf(imageOf(image), {}, kept), "5926");
+    const Reading second = kept.read(imageOf(image));
+    ASSERT_EQ(second.text(), "5926");
+    EXPECT_EQ(sidesOf(second.characters()[0].box), sidesOf(whole.characters()[4].box));
+    EXPECT_EQ(textOf(imageOf(image), Settings().region({0, 0, 9999, middle}).wholeImage(), kept),
+              "3141\n5926");
     EXPECT_EQ(textOf(imageOf(image), Settings().region({0, 0, image.width(), middle}), kept), "3141");
-    EXPECT_EQ(textOf(imageOf(image), Settings().wholeImage(), kept), "3141\n5926");
 
     engine::GreyImage onItsHead = image;
     std::reverse(&onItsHead(0, 0), &onItsHead(image.width() - 1, image.height() - 1) + 1);
