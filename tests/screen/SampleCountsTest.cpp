@@ -48,11 +48,10 @@ TEST_F(SampleCountsTest, WhatCannotBeCountedIsReported) {
 }
 
 TEST_F(SampleCountsTest, TheDumpHoldsARowPerSampleAndEndsEveryLineInAComma) {
-    std::vector<std::vector<Cell>> rows = {{"No", "Code", "Distance", "Note"},
-                                           {200000.0, 66.0, 1.0, std::string("7")},
-                                           {200001.0, 65.0, 12.0, std::string("x")},
-                                           {200002.0, 65.0, 3.5, std::monostate{}}};
-    tool->answers[299999] = std::make_shared<CellTable>(rows);
+    tool->setAnswer(kAllUncommitted, {{"No", "Code", "Distance", "Note"},
+                                      {200000.0, 66.0, 1.0, "7"},
+                                      {200001.0, 65.0, 12.0, "x"},
+                                      {200002.0, 65.0, 3.5, std::monostate{}}});
     counts.SaveUncommitted();
     EXPECT_EQ(dump(),
               "No,Code,Distance,Note,\r\n"
@@ -63,12 +62,10 @@ TEST_F(SampleCountsTest, TheDumpHoldsARowPerSampleAndEndsEveryLineInAComma) {
     counts.SaveUncommitted();
     EXPECT_NE(dump(), "") << "what was saved stays until there is something in its place";
     EXPECT_EQ(message(), "SaveUncommitted Err 70 Permission denied");
-    sbr.panel("Message").setText("");
     tool->succeedAt("GetSampleData");
     tool->answers.clear();
     counts.SaveUncommitted();
     EXPECT_EQ(dump(), "") << "without samples the file is left empty";
-    EXPECT_EQ(message(), "");
 
     std::filesystem::remove_all(jobs.folder().folder());
     counts.SaveUncommitted();
@@ -76,13 +73,12 @@ TEST_F(SampleCountsTest, TheDumpHoldsARowPerSampleAndEndsEveryLineInAComma) {
 }
 
 TEST_F(SampleCountsTest, ATableOfTheWrongShapeIsAFailureNotACrash) {
-    using Rows = std::vector<std::vector<Cell>>;
-    for (const auto& [rows, told] : {std::pair(Rows{{"No"}, {1.0}}, "Err 9 Subscript out of range"),
-                                     {Rows{{"No", "Code"}, {1.0, "A"}}, "Err 13 Type mismatch"}}) {
-        tool->answers[399999] = std::make_shared<CellTable>(rows);
-        EXPECT_EQ(counts.NumberCommitted("A"), 0);
-        EXPECT_EQ(message(), std::string("NumberCommitted ") + told);
-    }
+    tool->setAnswer(kAllCommitted, {{"No"}, {1.0}});
+    EXPECT_EQ(counts.NumberCommitted("A"), 0);
+    EXPECT_EQ(message(), "NumberCommitted Err 9 Subscript out of range");
+    tool->setAnswer(kAllCommitted, {{"No", "Code"}, {1.0, "A"}});
+    EXPECT_EQ(counts.NumberCommitted("A"), 0);
+    EXPECT_EQ(message(), "NumberCommitted Err 13 Type mismatch");
 }
 
 }  // namespace

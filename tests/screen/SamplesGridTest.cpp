@@ -76,8 +76,7 @@ TEST_F(SamplesGridTest, CopyPutsATabBehindEveryCell) {
     empty.screen().numeric.grid.keyDown(kKeyInsert, kCtrlMask);
     EXPECT_EQ(platform.clipboard, "");
 
-    tool->answers[kAllCommitted] =
-        std::make_shared<CellTable>(std::vector<std::vector<Cell>>{{"No", "Code", "7"}});
+    tool->setAnswer(kAllCommitted, {{"No", "Code", "7"}});
     display(kDisplayCommitted);
     EXPECT_EQ(grid().text(0, 2), "7") << "headings are texts, whatever they read";
     platform.clipboard = "old";
@@ -145,7 +144,7 @@ TEST_F(SamplesGridTest, RowsThatNameNoSampleDeleteNothing) {
     };
     display(kDisplayUncommitted);
     pressesDeleteInVain("a kind without records: the committed samples stay shown");
-    tool->answers[kAllCommitted] = std::make_shared<CellTable>(std::vector<std::vector<Cell>>{{"No", "C"}});
+    tool->setAnswer(kAllCommitted, {{"No", "C"}});
     display(kDisplayCommitted);
     pressesDeleteInVain("headings only");
     tool->answers.clear();
@@ -159,8 +158,7 @@ TEST_F(SamplesGridTest, RowsThatNameNoSampleDeleteNothing) {
 }
 
 TEST_F(SamplesGridTest, ACodeThatIsNoNumberIsReportedAndNotShown) {
-    tool->answers[kAllCommitted] =
-        std::make_shared<CellTable>(std::vector<std::vector<Cell>>{{"H", "H", "H"}, {300000.0, "A", 0.5}});
+    tool->setAnswer(kAllCommitted, {{"H", "H", "H"}, {300000.0, "A", 0.5}});
     display(kDisplayCommitted);
     EXPECT_EQ(message(), "FillSamplesArray Err 13 Type mismatch");
     EXPECT_EQ(column(1), "B B A ");

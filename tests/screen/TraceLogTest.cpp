@@ -84,19 +84,5 @@ TEST_F(TraceLogTest, AReportThatFailsItselfLeavesNoException) {
     EXPECT_NO_THROW(procedures.run("", "Revert", [] { throw Failure(RuntimeError::Overflow); }));
 }
 
-TEST_F(TraceLogTest, AFailureLeavesTheResultThatIsSaidForIt) {
-    const auto count = [&](bool fails, int failed) {
-        const auto body = [&] {
-            if (fails) throw Failure(RuntimeError::Overflow);
-            return 7;
-        };
-        return context.procedures.run("", "DeleteChar", body, failed);
-    };
-    EXPECT_EQ(count(false, -1), 7);
-    EXPECT_EQ(count(true, -1), -1);
-    EXPECT_EQ(context.procedures.run("", "Count", []() -> int { throw std::bad_alloc(); }), 0);
-    EXPECT_EQ(message(), "Count Err 7 Out of memory");
-}
-
 }  // namespace
 }  // namespace dravik::test

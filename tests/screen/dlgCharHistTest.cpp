@@ -40,11 +40,31 @@ struct dlgCharHistTest : ProcedureTest {
     }
     void rightClick(double x, double y) { form.chart.mouseDown({kRightButton, 0, x, y}); }
     void key(int code, int shift = 0) { form.chart.keyDown(code, shift); }
+    // What is asked for when the button is pressed.
+    Strings press(const char* button) {
+        events.clear();
+        form.tlbMain.button(button).press();
+        return events;
+    }
     const ChartBar& bar(std::size_t i) { return form.drawing().shpData.at(i); }
     const ChartLabel& label(std::size_t i) { return form.drawing().lblX.at(i); }
     std::string panel(const std::string& name) { return form.sbr.panel(name).text(); }
-    // Left, top, width and height.
-    static Numbers place(const ChartBar& bar) { return {bar.left, bar.top, bar.width, bar.height}; }
+    // What a screen reader says of the bars that are drawn.
+    Strings names() {
+        Strings all;
+        for (const ChartBar& each : form.chart.scene().bars) all.push_back(each.accessibleName);
+        return all;
+    }
+    // Of each bar: red, black or blue.
+    std::string colours() {
+        std::string all;
+        for (const ChartBar& each : form.drawing().shpData)
+            all += each.fill == rgb(255, 0, 0)   ? 'r'
+                   : each.fill == rgb(0, 0, 255) ? 'b'
+                   : each.fill                   ? '?'
+                                                 : 'k';
+        return all;
+    }
     // What the panels tell of the character or the bin that is pointed at.
     Strings hovered(double x, double y) {
         point(x, y);
@@ -59,68 +79,56 @@ struct dlgCharHistTest : ProcedureTest {
 TEST_F(dlgCharHistTest, FontHistogramPlacesBarsOnTheAxis) {
     EXPECT_EQ(form.chart.scene().lines.size(), 1u) << "the axis";
     fontHistogram();
-    // Four bars: a pitch of 12.5, each of width 1 centred on its place.
-    EXPECT_THAT(place(bar(0)), ElementsAre(12, 100, 1, 100));
-    EXPECT_THAT(place(bar(3)), ElementsAre(49.5, 50, 1, 50));
+    std::vector<Numbers> places;
+    for (const ChartBar& each : form.drawing().shpData)
+        places.push_back({each.left, each.top, each.width, each.height});
+    // A pitch of 12.5, each centred on its place; no samples: a square just below the axis.
+    const double one = 100.0 / 12;
+    EXPECT_EQ(places, (std::vector<Numbers>{
+                          {12, 100, 1, 100}, {24.5, one, 1, one}, {37, 0, 1, 1}, {49.5, 50, 1, 50}}));
+    EXPECT_THAT(names(),
+                ElementsAre("A, 12 samples, largest Distance 0.400, over the threshold",
+                            "B, 1 sample, largest Distance 0.350", "O, 0 samples, largest Distance 0.000",
+                            "0, 6 samples, largest Distance 0.200"));
+    EXPECT_TRUE(bar(0).hatched && !bar(1).hatched) << "over the threshold, told by more than the colour";
     EXPECT_EQ(label(3).caption, "0");
     EXPECT_EQ(label(3).left + label(3).width / 2, 50);
-    EXPECT_EQ(label(3).fontSize, 10);
-
-    // No samples: a blue square just below the axis.
-    EXPECT_THAT(place(bar(2)), ElementsAre(37, 0, 1, 1));
-    EXPECT_EQ(bar(2).fill, rgb(0, 0, 255));
-    EXPECT_TRUE(bar(2).visible);
-
-    EXPECT_EQ(panel("Msg"), "Created font histogram");
+    EXPECT_EQ(form.chart.scene().labels.back().caption, "samples");
     EXPECT_EQ(panel("SamplesCaption"), "Samples");
     EXPECT_EQ(form.sbr.panel("SamplesCaption").toolTip(), "Number of samples for the select character");
     EXPECT_EQ(form.cboChar.text(), "A");
-    EXPECT_FALSE(form.cboChar.enabled());
-    EXPECT_TRUE(form.udThreshold.visible());
-    EXPECT_TRUE(form.tlbMain.button("Font").pressed());
+    EXPECT_TRUE(form.udThreshold.visible() && !form.cboChar.enabled());
     EXPECT_THAT(events, IsEmpty());
-    EXPECT_TRUE(bar(0).hatched && !bar(1).hatched) << "over the threshold, told by more than the colour";
-    EXPECT_EQ(form.chart.scene().labels.back().caption, "samples");
-    EXPECT_EQ(form.chart.scene().bars.at(1).accessibleName, "B, 1 sample, largest Distance 0.350");
-    EXPECT_EQ(form.chart.scene().bars.at(0).accessibleName,
-              "A, 12 samples, largest Distance 0.400, over the threshold");
 
-    for (const std::size_t count : {26u, 27u}) {
+    for (const auto& [count, size] : {std::pair(26u, 10), {27u, 8}}) {
         form.SetFontHistogram(Numbers(count, 3), Strings(count, "A"), Numbers(count, 0.1));
-        EXPECT_EQ(label(5).fontSize, count == 27 ? 8 : 10) << "labels shrink";
+        EXPECT_EQ(label(5).fontSize, size) << "labels shrink";
         form.SetCharHistogram(Numbers(count, 0.1), "A", {"A"});
-        EXPECT_EQ(label(5).fontSize, count == 27 ? 8 : 10) << "labels shrink";
+        EXPECT_EQ(label(5).fontSize, size) << "labels shrink";
     }
-    EXPECT_FALSE(form.drawing().linY.empty());
     form.SetFontHistogram({0, 0}, {"A", "B"}, {0, 0});
     EXPECT_TRUE(form.drawing().linY.empty() && form.drawing().lblY.empty()) << "no marks without samples";
-    EXPECT_EQ(bar(1).fill, rgb(0, 0, 255));
-    EXPECT_EQ(panel("Msg"), "Created font histogram");
+    EXPECT_EQ(colours() + panel("Msg"), "bbCreated font histogram");
 }
 
 TEST_F(dlgCharHistTest, CharHistogramCountsIntoBins) {
     // One tenth of the largest, and what is hardly more, stays in the first bin; the largest is in the last.
     form.SetCharHistogram({0, 0.1, 0.10005, 0.5, 0.102, 0.9, 0.91, 1.0}, "B", {"A", "B"});
-    EXPECT_EQ(bar(0).top, 100);
-    for (const std::size_t i : {1, 4, 8}) EXPECT_DOUBLE_EQ(bar(i).top, 100.0 / 3);
-    EXPECT_DOUBLE_EQ(bar(9).top, 200.0 / 3);
-    EXPECT_FALSE(bar(2).visible);
-    EXPECT_EQ(form.chart.scene().bars.size(), 5u);
-    EXPECT_THAT((Numbers{bar(9).left, bar(9).width, label(2).left, label(2).width}),
-                ElementsAre(47, 2, 11, 4));
+    EXPECT_THAT(names(),
+                ElementsAre("Distance 0.000 to 0.100, 3 samples", "Distance 0.100 to 0.200, 1 sample",
+                            "Distance 0.400 to 0.500, 1 sample", "Distance 0.800 to 0.900, 1 sample",
+                            "Distance 0.900 to 1.000, 2 samples"));
+    EXPECT_THAT((Numbers{bar(9).left, bar(9).width, bar(9).top, label(2).left, label(2).width}),
+                ElementsAre(47, 2, 200.0 / 3, 11, 4));
     EXPECT_EQ(label(2).caption, "0.300");
     EXPECT_TRUE(label(2).visible);
     EXPECT_EQ(panel("MaxDistCaption") + panel("MaxDist"), "Total8");
-    EXPECT_EQ(panel("Msg"), "Created character histogram");
     EXPECT_EQ(form.cboChar.text(), "B");
     EXPECT_TRUE(form.cboChar.enabled() && !form.txtExceed.visible());
     EXPECT_THAT(events, ElementsAre("Msg Created character histogram"));
-    EXPECT_EQ(form.chart.scene().bars.at(1).accessibleName, "Distance 0.100 to 0.200, 1 sample");
 
     form.SetCharHistogram({0, 0, 0}, "A", {"A"});
-    EXPECT_EQ(bar(0).height, 100);
-    EXPECT_EQ(label(9).caption, "0.000");
-    EXPECT_EQ(form.chart.scene().bars.size(), 1u) << "Distances of zero are all in the first bin";
+    EXPECT_THAT(names(), ElementsAre("Distance 0.000 to 0.000, 3 samples"));
 }
 
 TEST_F(dlgCharHistTest, HashMarksFollowTheAxisMaximum) {
@@ -134,30 +142,26 @@ TEST_F(dlgCharHistTest, HashMarksFollowTheAxisMaximum) {
     EXPECT_THAT(labels(), ElementsAre("5", "10"));
     const auto& major = form.drawing().linY[4];
     const auto& minor = form.drawing().linY[3];
-    EXPECT_THAT((Numbers{major.x1, major.x2}), ElementsAre(-2, 0));
-    EXPECT_DOUBLE_EQ(major.y1, 500.0 / 12);
-    EXPECT_GT(minor.x1, major.x1);
-    EXPECT_NE(minor.color, major.color);
     const auto& five = form.drawing().lblY[0];
-    EXPECT_EQ(five.left + five.width, -2.5);
+    EXPECT_THAT((Numbers{major.x1, minor.x1, five.left + five.width}), ElementsAre(-2, -1, -2.5));
+    EXPECT_DOUBLE_EQ(major.y1, 500.0 / 12);
     EXPECT_EQ(five.top, major.y1);
+    EXPECT_NE(minor.color, major.color);
 
-    form.CreateHashMarks(99);
-    EXPECT_EQ(form.drawing().linY.size(), 99u);
-    EXPECT_EQ(labels().size(), 19u);
-    form.CreateHashMarks(100);
-    EXPECT_EQ(form.drawing().linY.size(), 20u);
-    EXPECT_THAT(labels(), ElementsAre("25", "50", "75", "100"));
-    form.CreateHashMarks(500);
-    EXPECT_EQ(form.drawing().linY.size(), 50u);
-    EXPECT_EQ(labels().front(), "50");
+    for (const auto& [most, marks, numbers, first] :
+         {std::tuple(99, 99u, 19u, "5"), {100, 20u, 4u, "25"}, {500, 50u, 10u, "50"}}) {
+        form.CreateHashMarks(static_cast<std::int16_t>(most));
+        EXPECT_EQ(form.drawing().linY.size(), marks);
+        EXPECT_EQ(labels().size(), numbers);
+        EXPECT_EQ(labels().front(), first);
+    }
 }
 
 TEST_F(dlgCharHistTest, MissingDataIsToldAndDrawsNothing) {
     fontHistogram();
     form.SetFontHistogram({}, {"A"}, {});
     EXPECT_EQ(panel("Msg"), "No data");
-    EXPECT_TRUE(form.chart.scene().bars.empty());
+    EXPECT_THAT(names(), IsEmpty());
     form.SetFontHistogram({1}, {}, {0.1});
     EXPECT_EQ(panel("Msg"), "No character array");
     form.SetCharHistogram({0.1}, "", {"A"});
@@ -178,50 +182,41 @@ TEST_F(dlgCharHistTest, CountsThatDoNotFitAreReported) {
     EXPECT_EQ(panel("Msg"), "Created font histogram");
     form.SetFontHistogram({32768, 1}, {"A", "B"}, {0.1, 0.1});
     EXPECT_EQ(panel("Msg"), "Err 6 in dlgCharHist.SetFontHistogram: Overflow");
-    EXPECT_TRUE(form.chart.scene().bars.empty());
+    EXPECT_THAT(names(), IsEmpty());
     form.SetCharHistogram(Numbers(32768, 0.5), "A", {"A"});
     EXPECT_EQ(panel("Msg"), "Err 6 in dlgCharHist.SetCharHistogram: Overflow");
     g_bTrace = true;
     form.SetFontHistogram({1, 2}, {"A"}, {0.1, 0.2});
-    EXPECT_EQ(panel("Msg"), "Err 9 in dlgCharHist.SetFontHistogram: Subscript out of range");
-    EXPECT_THAT(
-        jobs.entries(),
-        Contains("# dlgCharHist error: Err 9 in dlgCharHist.SetFontHistogram: Subscript out of range"));
+    const std::string told = "Err 9 in dlgCharHist.SetFontHistogram: Subscript out of range";
+    EXPECT_EQ(panel("Msg"), told);
+    EXPECT_THAT(jobs.entries(), Contains("# dlgCharHist error: " + told));
 }
 
 TEST_F(dlgCharHistTest, TheThresholdColoursTheBars) {
     fontHistogram();
-    EXPECT_EQ(form.txtThreshold.text(), "0.400");
-    EXPECT_EQ(bar(0).fill, rgb(255, 0, 0));  // exactly at the threshold
-    EXPECT_EQ(bar(2).fill,
-              rgb(0, 0, 255));  // without samples, until the first tick that sees the pointer move
     form.tmrGraphics.tick();
     EXPECT_EQ(panel("Msg"), "Created font histogram");
-    EXPECT_EQ(bar(2).fill, rgb(0, 0, 255));
+    EXPECT_EQ(colours(), "rkbk") << "blue until the first tick that sees the pointer move";
+    // The first is exactly at the threshold that the form begins with.
+    EXPECT_EQ(form.txtThreshold.text(), "0.400");
     point(30, 110);
-    EXPECT_EQ(bar(0).fill, rgb(255, 0, 0));
-    EXPECT_EQ(bar(1).fill, rgb(0, 0, 0));
-    EXPECT_EQ(bar(2).fill, rgb(0, 0, 0));
+    EXPECT_EQ(colours(), "rkkk");
     EXPECT_EQ(form.txtExceed.text(), "1 characters have Distance values over the threshold");
-
     form.udThreshold.setValue(5);
     EXPECT_EQ(form.txtThreshold.text(), "0.500");
     form.tmrGraphics.tick();  // the pointer rests
-    EXPECT_EQ(bar(0).fill, rgb(0, 0, 0));
+    EXPECT_EQ(colours(), "kkkk");
     EXPECT_EQ(form.txtExceed.text(), "All characters have Distance values below the threshold");
     form.udThreshold.setValue(0);
-    point(32, 110);
-    EXPECT_EQ(form.txtExceed.text(), "4 characters have Distance values over the threshold");
-    EXPECT_EQ(bar(2).fill, rgb(255, 0, 0));
-    form.udThreshold.setValue(10);
-    EXPECT_EQ(form.txtThreshold.text(), "1.000");
+    form.tmrGraphics.tick();
+    EXPECT_EQ(colours(), "rrrr");
 
     // Every step of the up-down meets a Distance of just that many tenths.
-    for (const auto& [steps, distance] : std::vector<std::pair<int, double>>{{3, 0.3}, {6, 0.6}, {7, 0.7}}) {
-        form.SetFontHistogram({5}, {"A"}, {distance});
+    for (const int steps : {3, 6, 7, 10}) {
+        form.SetFontHistogram({5}, {"A"}, {steps / 10.0});
         form.udThreshold.setValue(steps);
-        point(steps, 110);
-        EXPECT_EQ(bar(0).fill, rgb(255, 0, 0)) << distance;
+        form.tmrGraphics.tick();
+        EXPECT_EQ(colours(), "r") << steps;
     }
 }
 
@@ -256,26 +251,6 @@ TEST_F(dlgCharHistTest, HitZoneIsMeasuredFromTheLeftEdge) {
     EXPECT_EQ(label(39).backColor, rgb(255, 255, 0));
 }
 
-TEST_F(dlgCharHistTest, DeletesTheBinUnderThePointer) {
-    charHistogram();
-    platform.menuPicks = {"", "mnuHistogramDelete"};
-    point(7, 10);
-    rightClick(7, 90);
-    ASSERT_EQ(platform.menus.size(), 1u);
-    EXPECT_EQ(platform.menus[0].name, "mnuHistogram");
-    EXPECT_EQ(platform.menus[0].item("mnuHistogramDelete").caption,
-              "Delete samples with Distance 0.100 to 0.200");
-    EXPECT_FALSE(platform.menus[0].enabled("mnuHistogramShowChar"));
-    EXPECT_THAT(events, IsEmpty());
-
-    rightClick(7, 10);
-    EXPECT_THAT(events, ElementsAre("Delete 0.100000 0.200000 A", "Dist A"));
-    EXPECT_FALSE(form.tmrGraphics.enabled());
-    EXPECT_EQ(panel("Msg"), "Deleting and updating...");
-    form.chart.mouseMove({0, 0, 1, 1});
-    EXPECT_TRUE(form.tmrGraphics.enabled());
-}
-
 TEST_F(dlgCharHistTest, NoMenuOffTheBarsOrWithAnotherButton) {
     charHistogram();
     rightClick(7, 10);  // nothing was hovered yet
@@ -292,7 +267,11 @@ TEST_F(dlgCharHistTest, NoMenuOffTheBarsOrWithAnotherButton) {
 }
 
 TEST_F(dlgCharHistTest, ManyDeletionsRecommendLearning) {
-    control.showAgain = [this](const std::string&) { charHistogram(); };
+    control.showAgain = [this](const std::string&) {
+        EXPECT_EQ(panel("Msg"), "Deleting and updating...");
+        EXPECT_FALSE(form.tmrGraphics.enabled());
+        charHistogram();
+    };
     charHistogram();
     form.unload();
     EXPECT_THAT(events, IsEmpty()) << "nothing was deleted";
@@ -301,6 +280,7 @@ TEST_F(dlgCharHistTest, ManyDeletionsRecommendLearning) {
     for (int i = 1; i <= 6; ++i) {
         platform.menuPicks.push_back("mnuHistogramDelete");
         point(7, 10);
+        EXPECT_TRUE(form.tmrGraphics.enabled()) << "the pointer has moved";
         rightClick(7, 10);
         EXPECT_EQ(panel("Msg"), i < 5 ? "Created character histogram"
                                       : std::to_string(i) + " deletions have occurred. Learn recommended.");
@@ -311,50 +291,27 @@ TEST_F(dlgCharHistTest, ManyDeletionsRecommendLearning) {
     EXPECT_FALSE(form.tmrGraphics.enabled());
 }
 
-TEST_F(dlgCharHistTest, CharacterMenuNeedsTwoSamples) {
-    fontHistogram();
-    platform.menuPicks = {"", "mnuHistogramShowChar"};
-    rightClick(25, 1);
-    EXPECT_EQ(panel("Msg"), "Minimum 2 samples required to generate character histogram.");
-    for (const char* item : {"mnuHistogramShowChar", "mnuHistogramDelete"})
-        EXPECT_FALSE(platform.menus[0].enabled(item)) << item;
-    rightClick(49, 80);
-    EXPECT_TRUE(platform.menus[1].enabled("mnuHistogramShowChar"));
-    EXPECT_THAT(events, ElementsAre("Dist 0"));
-    EXPECT_FALSE(form.tmrGraphics.enabled());
-}
-
 TEST_F(dlgCharHistTest, ToolbarSwitchesTheHistogram) {
     fontHistogram();
     auto& fontButton = form.tlbMain.button("Font");
-    auto& charButton = form.tlbMain.button("Char");
-    charButton.press();
-    EXPECT_THAT(events, ElementsAre("Dist A"));
-    fontButton.press();  // it was down: released, nothing happens
-    EXPECT_EQ(events.size(), 1u);
-    fontButton.press();
-    EXPECT_EQ(events.back(), "Font A");
+    EXPECT_THAT(press("Char"), ElementsAre("Dist A"));
+    EXPECT_THAT(press("Font"), IsEmpty()) << "it was down and is released";
+    EXPECT_THAT(press("Font"), ElementsAre("Font A"));
     fontButton.press();
     form.tmrGraphics.tick();
     EXPECT_TRUE(fontButton.pressed()) << "the buttons tell what is shown";
 
-    events.clear();
-    point(25, 1);
-    charButton.press();
-    EXPECT_EQ(panel("Msg"), "1 sample. Character histogram not available.");
-    EXPECT_TRUE(fontButton.pressed());
-    EXPECT_FALSE(charButton.pressed());
-    point(37, -1);
-    charButton.press();
-    EXPECT_EQ(panel("Msg"), "0 samples. No character histogram to display");
-    EXPECT_THAT(events, IsEmpty());
-    EXPECT_FALSE(form.tmrGraphics.enabled());
-
+    for (const auto& [x, told] : {std::pair(25, "1 sample. Character histogram not available."),
+                                  {37, "0 samples. No character histogram to display"}}) {
+        point(x, -1);
+        EXPECT_THAT(press("Char"), IsEmpty());
+        EXPECT_EQ(panel("Msg"), told);
+        EXPECT_TRUE(fontButton.pressed() && !form.tlbMain.button("Char").pressed());
+        EXPECT_FALSE(form.tmrGraphics.enabled());
+    }
     charHistogram();
-    charButton.press();
-    EXPECT_THAT(events, IsEmpty());
-    charButton.press();
-    EXPECT_THAT(events, ElementsAre("Dist A"));
+    EXPECT_THAT(press("Char"), IsEmpty());
+    EXPECT_THAT(press("Char"), ElementsAre("Dist A"));
 }
 
 TEST_F(dlgCharHistTest, ComboChoosesAnotherCharacterOnce) {
@@ -377,9 +334,7 @@ TEST_F(dlgCharHistTest, ComboChoosesAnotherCharacterOnce) {
 }
 
 TEST_F(dlgCharHistTest, ArrowKeysWalkTheBarsAndTheMenuKeyOpensTheirMenu) {
-    constexpr int kLeft = 37;
-    constexpr int kRight = 39;
-    constexpr int kMenu = 93;
+    constexpr int kLeft = 37, kRight = 39, kMenu = 93;
     Strings chars;
     for (char c = '0'; c < '0' + 74; ++c) chars.emplace_back(1, c);
     form.SetFontHistogram(Numbers(74, 5), chars, Numbers(74, 0.1));
@@ -396,7 +351,6 @@ TEST_F(dlgCharHistTest, ArrowKeysWalkTheBarsAndTheMenuKeyOpensTheirMenu) {
     platform.menuPicks = {"", ""};
     key(kRight);
     EXPECT_EQ(panel("Msg"), "Distance = 0.000 to 0.100");
-    EXPECT_EQ(form.chart.pointed(), 0);
     key(kRight);
     key(kRight);
     EXPECT_EQ(panel("Msg"), "Distance = 0.900 to 1.000") << "over the empty bins";
@@ -406,8 +360,7 @@ TEST_F(dlgCharHistTest, ArrowKeysWalkTheBarsAndTheMenuKeyOpensTheirMenu) {
     key(kMenu);
     key(121, kShiftMask);
     key(121);
-    ASSERT_EQ(platform.menus.size(), 2u);
-    EXPECT_TRUE(platform.menus[0].enabled("mnuHistogramDelete"));
+    EXPECT_EQ(platform.menus.size(), 2u);
 }
 
 TEST_F(dlgCharHistTest, TracesItsProceduresAndItsState) {

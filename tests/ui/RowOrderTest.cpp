@@ -1,4 +1,4 @@
-// A grid's sorts against the library's stable sort.
+// A grid's sorts against the library's stable sort, and what a new table leaves of the one before.
 
 #include <numeric>
 
@@ -64,6 +64,30 @@ TEST(RowOrder, SortsTextsByTheirBytesAndNumbersByValueWithTiesInTheirOrder) {
     EXPECT_EQ(shownRows(grid), sortedBy(numbers));
     grid.sortByText(1);
     EXPECT_EQ(shownRows(grid), sortedBy(texts));
+    grid.sortByText(7);
+    EXPECT_EQ(shownRows(grid), expected) << "there is no such column";
+    EXPECT_EQ(grid.text(0, 1), texts[0]) << "the heading stays";
+    grid.setSource(std::make_shared<KeySource>(std::vector<std::string>{"heading", "x", "a"}, numbers));
+    EXPECT_EQ(shownRows(grid), (std::vector{1, 2})) << "an order belongs to the table that was sorted";
+}
+
+TEST(RowOrder, CurrentCellAndSelectionAreCutToANewSource) {
+    const auto cells = [](const Grid& grid) {
+        return std::vector{grid.row(), grid.rowSelection(), grid.columnSelection()};
+    };
+    const auto table = [](std::size_t rows) {
+        return std::make_shared<KeySource>(std::vector<std::string>(rows), std::vector<double>());
+    };
+    Grid grid("grid");
+    grid.select(3, 1, 4, 1);
+    EXPECT_EQ(grid.row(), 0);
+    grid.setSource(table(11));
+    grid.select(4, 1, 9, 0);
+    grid.setSource(table(3));
+    EXPECT_EQ(cells(grid), (std::vector{2, 2, 0}));
+    grid.select(0, -1, 99, 99);
+    EXPECT_EQ(cells(grid), (std::vector{1, 2, 2}));
+    EXPECT_EQ(grid.text(99, 0), "");
 }
 
 }  // namespace

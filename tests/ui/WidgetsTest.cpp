@@ -2,7 +2,6 @@
 #include "support/Testing.h"
 #include "ui/Bars.h"
 #include "ui/Form.h"
-#include "ui/Grid.h"
 #include "ui/ListControls.h"
 #include "ui/TextBox.h"
 #include "ui/Toolbar.h"
@@ -79,52 +78,6 @@ TEST(Widgets, ProgressAndUpDownStayInTheirRange) {
     upDown.setValue(12);
     EXPECT_EQ(upDown.value(), 10);
     EXPECT_EQ(changes, 1);
-}
-
-class Numbers : public GridSource {
-  public:
-    explicit Numbers(std::vector<std::string> texts) : texts_(std::move(texts)) {}
-    int rows() const override { return static_cast<int>(texts_.size()) + 1; }
-    int columns() const override { return 2; }
-    std::string text(int row, int column) const override {
-        if (row == 0) return "heading";
-        return column == 0 ? std::to_string(row - 1) : texts_[static_cast<std::size_t>(row) - 1];
-    }
-
-  private:
-    std::vector<std::string> texts_;
-};
-
-TEST(Grid, SortsAllButTheHeadingAndKeepsTies) {
-    Grid grid("grid");
-    grid.setSource(std::make_shared<Numbers>(std::vector<std::string>{"b", "a", "B", "a"}));
-    grid.sortByText(1);
-    std::string order;
-    for (int row = 0; row < grid.rows(); ++row) order += grid.text(row, 0) + " ";
-    EXPECT_EQ(order, "heading 2 1 3 0 ");  // capitals first, equal ones in the tool's order
-    grid.sortByNumber(0);
-    EXPECT_EQ(grid.text(1, 0), "0");
-    grid.sortByText(7);
-    EXPECT_EQ(grid.text(1, 0), "0");
-    grid.sortByText(1);
-    grid.setSource(std::make_shared<Numbers>(std::vector<std::string>{"x", "a"}));
-    EXPECT_EQ(grid.text(1, 0) + grid.text(2, 0), "01") << "an order belongs to the table that was sorted";
-}
-
-TEST(Grid, CurrentCellAndSelectionAreCutToANewSource) {
-    Grid grid("grid");
-    grid.select(3, 1, 4, 1);
-    EXPECT_EQ(grid.row(), 0);
-    grid.setSource(std::make_shared<Numbers>(std::vector<std::string>(10)));
-    grid.select(4, 1, 9, 0);
-    grid.setSource(std::make_shared<Numbers>(std::vector<std::string>(2)));
-    EXPECT_EQ(grid.row(), 2);
-    EXPECT_EQ(grid.rowSelection(), 2);
-    grid.select(0, -1, 99, 99);
-    EXPECT_EQ(grid.row(), 1);
-    EXPECT_EQ(grid.rowSelection(), 2);
-    EXPECT_EQ(grid.columnSelection(), 1);
-    EXPECT_EQ(grid.text(99, 0), "");
 }
 
 }  // namespace

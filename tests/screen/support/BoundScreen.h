@@ -9,6 +9,18 @@
 
 namespace dravik::test {
 
+// How often a control was given the focus.
+class FocusCount {
+  public:
+    explicit FocusCount(Widget& of)
+        : watch_(of.changed.connect([this](Change change) { count_ += change == Change::Focus; })) {}
+    operator int() const { return count_; }
+
+  private:
+    int count_ = 0;
+    Connection watch_;
+};
+
 class BoundScreen : public testing::Test {
   protected:
     BoundScreen() {
@@ -34,6 +46,11 @@ class BoundScreen : public testing::Test {
     void include(const std::string& text) {
         screen().sample.txtSampleInput.setText(text);
         screen().sample.cmdInclude.press();
+    }
+    // Opens the menu of a character's cell and picks from it, or nothing.
+    void rightClick(const std::string& caption, const std::string& pick) {
+        platform.menuPicks = {pick};
+        cell(caption).mouseDown({kRightButton, 0, 30, 45});
     }
     ToolButton& toolButton(const std::string& key) { return screen().overview.tlbChars.button(key); }
     // The overview cell of a character.

@@ -13,36 +13,20 @@ std::string joined(const auto& values) {
     return text;
 }
 
-std::vector<Cell> headings(int columns) {
-    std::vector<Cell> row;
-    for (int i = 0; i < columns; ++i) row.emplace_back("H" + std::to_string(i));
-    return row;
-}
-
-// `before` are the columns in front of the features.
-std::vector<Cell> recordRow(std::vector<Cell> before, const Features& features) {
-    before.insert(before.end(), features.begin(), features.end());
-    return before;
-}
-
-void addSampleRows(std::vector<std::vector<Cell>>& rows, const std::vector<SampleRecord>& samples,
-                   SampleKind kind) {
-    if (rows.empty() && !samples.empty()) rows.push_back(headings(5 + kFeatureCount));
+// A row for each record below the headings, which the first one brings.
+void addRows(std::vector<std::vector<Cell>>& rows, const auto& records, SampleKind kind) {
     std::int32_t index = 0;
-    for (const auto& sample : samples)
-        rows.push_back(recordRow({static_cast<double>(sampleIdentifier(kind, index++)),
-                                  static_cast<double>(codeOf(sample.character)), sample.distance, 0.0, 0.0},
-                                 sample.features));
-}
-
-void addCharacterRows(std::vector<std::vector<Cell>>& rows, const std::vector<CharacterRecord>& characters) {
-    if (rows.empty() && !characters.empty()) rows.push_back(headings(4 + kFeatureCount));
-    std::int32_t index = 0;
-    for (const auto& record : characters)
-        rows.push_back(recordRow(
-            {static_cast<double>(sampleIdentifier(SampleKind::Trained, index++)),
-             static_cast<double>(codeOf(record.character)), static_cast<double>(record.trained), 0.0},
-            record.features));
+    for (const auto& record : records) {
+        std::vector<Cell> row = {static_cast<double>(sampleIdentifier(kind, index++)),
+                                 static_cast<double>(codeOf(record.character))};
+        for (const double field : record.fields()) row.emplace_back(field);
+        row.insert(row.end(), record.features.begin(), record.features.end());
+        if (rows.empty()) {
+            rows.emplace_back();
+            for (std::size_t i = 0; i < row.size(); ++i) rows[0].emplace_back("H" + std::to_string(i));
+        }
+        rows.push_back(std::move(row));
+    }
 }
 
 }  // namespace
@@ -69,7 +53,7 @@ void RecordingTool::failAt(const std::string& operation, std::int32_t number, co
     failures_.insert_or_assign(operation, Failure(number, text));
 }
 
-void RecordingTool::addCommitted(const std::string& character, std::vector<double> distances) {
+void RecordingTool::addCommitted(const std::string& character, const std::vector<double>& distances) {
     for (const double distance : distances) committed.push_back({character, distance, {}});
 }
 
@@ -164,10 +148,7 @@ void RecordingTool::DeleteSample(std::int32_t identifier) {
     const auto kind = static_cast<SampleKind>(identifier / kKindFactor);
     const auto index = identifier % kKindFactor;
     auto& samples = kind == SampleKind::Committed ? committed : uncommitted;
-    if (static_cast<std::size_t>(index) < samples.size())
-        samples.erase(samples.begin() + index);
-    else if (noSuchSample)
-        throw Failure(*noSuchSample);
+    if (static_cast<std::size_t>(index) < samples.size()) samples.erase(samples.begin() + index);
 }
 
 RecordTablePtr RecordingTool::GetSampleData(std::span<const std::int32_t> selectors,
@@ -178,9 +159,9 @@ RecordTablePtr RecordingTool::GetSampleData(std::span<const std::int32_t> select
             return answer->second;
     std::vector<std::vector<Cell>> rows;
     for (const auto selector : selectors) {
-        if (selector == kAllTrained) addCharacterRows(rows, trained);
-        if (selector == kAllUncommitted) addSampleRows(rows, uncommitted, SampleKind::Uncommitted);
-        if (selector == kAllCommitted) addSampleRows(rows, committed, SampleKind::Committed);
+        if (selector == kAllTrained) addRows(rows, trained, SampleKind::Trained);
+        if (selector == kAllUncommitted) addRows(rows, uncommitted, SampleKind::Uncommitted);
+        if (selector == kAllCommitted) addRows(rows, committed, SampleKind::Committed);
     }
     return rows.empty() ? nullptr : std::make_shared<CellTable>(std::move(rows));
 }

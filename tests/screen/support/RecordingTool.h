@@ -32,12 +32,17 @@ struct SampleRecord {
     std::string character;
     double distance = 0;
     Features features{};
+
+    // Of its row, between the character and the features.
+    std::vector<double> fields() const { return {distance, 0, 0}; }
 };
 
 struct CharacterRecord {
     std::string character;
     int trained = 0;
     Features features{};
+
+    std::vector<double> fields() const { return {static_cast<double>(trained), 0}; }
 };
 
 // A table made of rows of cells, row 0 being the headings; the rows need not be of the same length.
@@ -69,10 +74,12 @@ class RecordingTool : public FontTool, public Step {
 
     // What the next IncludeSamples finds; without it one sample for each character of the text.
     std::optional<std::vector<SampleRecord>> image;
-    // Replaces the answer of a selector: an empty table, a broken one, or nothing.
+    // Replaces the answer of a selector by a table of these rows, the headings first: an empty or a broken
+    // one.
+    void setAnswer(std::int32_t selector, std::vector<std::vector<Cell>> rows) {
+        answers[selector] = std::make_shared<CellTable>(std::move(rows));
+    }
     std::map<std::int32_t, RecordTablePtr> answers;
-    // Failure of deleting an identifier that names no sample; without it nothing happens.
-    std::optional<Failure> noSuchSample;
 
     std::int32_t timeout = 60;
     bool trainingDone = true;
@@ -92,7 +99,7 @@ class RecordingTool : public FontTool, public Step {
     std::function<void(const std::string& call)> onCall;
 
     // For setting up a font.
-    void addCommitted(const std::string& character, std::vector<double> distances);
+    void addCommitted(const std::string& character, const std::vector<double>& distances);
     // The trained records become those of the committed samples, one for each character of the set.
     void train();
 
