@@ -2,7 +2,6 @@
 #include "trainer/window/ReadAllForm.h"
 
 #include "engine/embedded/EmbeddedTool.h"
-#include "trainer/support/PgmFile.h"
 #include "trainer/support/Workspace.h"
 
 namespace dravik::test {

@@ -4,6 +4,7 @@
 
 #include <initializer_list>
 
+#include "base/Text.h"
 #include "tool/Samples.h"
 #include "trainer/support/Operator.h"
 #include "trainer/support/PgmFile.h"
@@ -69,8 +70,9 @@ class TrainerFixture : public testing::Test {
 
     screen::Screen& screen() { return trainer->control().screen(); }
     std::string message() { return screen().sbr.panel("Message").text(); }
-    std::string text() { return screen().sample.txtSampleInput.text(); }
-    void type(const std::string& typed) { screen().sample.txtSampleInput.setText(typed); }
+    ui::TextBox& box() { return screen().sample.txtSampleInput; }
+    std::string text() { return box().text(); }
+    void type(const std::string& typed) { box().setText(typed); }
     // As Enter in the text box does it.
     void enter() { screen().sample.cmdInclude.press(); }
 
@@ -98,10 +100,21 @@ class TrainerFixture : public testing::Test {
         type(drawn);
         enter();
     }
-    int committed() {
-        const auto table = trainer->tool().GetSampleData(tool::kAllCommitted, tool::kSampleFields);
-        return table ? table->upperRow() : 0;
+    // Of the characters that are found; "_" for one without a label.
+    std::string labels() const {
+        std::string all;
+        for (const trainer::LabelledCharacter& one : trainer->preview())
+            all += one.label.empty() ? "_" : one.label;
+        return all;
     }
+    // Of the font's samples.
+    std::string labelsOfFont() {
+        std::string all;
+        const auto table = trainer->tool().GetSampleData(kAllCommitted, kSampleFields);
+        for (int row = 1; table && row <= table->upperRow(); ++row) all += table->character(row);
+        return all;
+    }
+    int committed() { return static_cast<int>(characterCount(labelsOfFont())); }
 
     Workspace workspace;
     Operator platform;

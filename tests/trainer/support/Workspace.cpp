@@ -1,7 +1,6 @@
 #include "trainer/support/Workspace.h"
 
 #include "contract/DrawnText.h"
-#include "trainer/support/PgmFile.h"
 
 namespace dravik::test {
 
@@ -26,14 +25,7 @@ std::string Workspace::content(const std::string& file) {
 
 CommandResult Workspace::run(std::vector<std::string> arguments, const ImageDecoder& decoder) const {
     arguments.insert(arguments.end(), {"--jobs", jobs()});
-    std::ostringstream out;
-    std::ostringstream err;
-    const int status = runHeadless(arguments, decoder, out, err, false);
-    return {status, linesOf(out.str()), linesOf(err.str())};
-}
-
-CommandResult Workspace::run(std::vector<std::string> arguments) const {
-    return run(std::move(arguments), readPgm);
+    return runWords(arguments, decoder);
 }
 
 CommandResult Workspace::learnDigits(const std::string& font) const {
@@ -44,6 +36,12 @@ CommandResult Workspace::learnDigits(const std::string& font) const {
         list += name + "\t0123456789\n";
     }
     return run({"learn", "--font", font, "--samples", write("digits.tsv", list), "--timeout", "10"});
+}
+
+CommandResult runWords(const std::vector<std::string>& words, const ImageDecoder& decoder) {
+    std::ostringstream out, err;
+    const int status = runHeadless(words, decoder, out, err, false);
+    return {status, linesOf(out.str()), linesOf(err.str())};
 }
 
 int runHeadless(const std::vector<std::string>& arguments, const ImageDecoder& decoder, std::ostream& out,
