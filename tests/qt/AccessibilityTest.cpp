@@ -1,7 +1,6 @@
 // What a screen reader finds: every control that the keyboard reaches has a name, in the window and in the
 // forms of the screen.
 #include <QAccessible>
-#include <QDialog>
 
 #include "qt/support/WindowFixture.h"
 
@@ -54,34 +53,14 @@ TEST_F(Accessibility, EveryControlThatTheKeyboardReachesHasAName) {
     for (const char* name : {"Display", "Samples"})
         EXPECT_TRUE(numeric.names.contains(QLatin1String(name))) << name;
 
-    DialogScript script;
-    script.expect("dlgFontManagerWindow", [&](QWidget& manager) {
-        hear(manager);
-        DialogScript inner;
-        inner.expect("dlgFontNewWindow", [&](QWidget& form) {
-            hear(form);
-            typeText(*form.focusWidget(), "font");
-            pressKey(form, Qt::Key_Return);
-        });
-        manager.findChild<QPushButton*>("cmdNewFont")->click();
-        EXPECT_TRUE(inner.finished());
-        pressKey(*manager.focusWidget(), Qt::Key_Return);
-    });
-    trainer.control().screen().font.cmdSelectFont.press();
-    EXPECT_TRUE(script.finished());
+    makeFont([](QWidget& form) { hear(form); });
 
-    DialogScript boxes;
-    boxes.answerOthers("Yes");
     trainer.control().screen().font.txtCharSet.setText("AB");
     trainer.control().screen().overview.tlbChars.button("Array").press();
     settle();
-    int forms = 0;
-    for (auto* form : window.findChildren<QDialog*>()) {
-        if (!form->isVisible()) continue;
-        ++forms;
-        hear(*form);
-    }
-    EXPECT_EQ(forms, 1);
+    const auto forms = childForms();
+    EXPECT_EQ(forms.size(), 1u);
+    for (QWidget* form : forms) hear(*form);
 }
 
 }  // namespace
