@@ -97,11 +97,6 @@ class LabellingKeys : public WindowFixture {
             QTest::keyClick(&focus(), one.toLatin1());
         }
     }
-    // What the operator does in the next dialog.
-    void inDialog(const QString& name, std::function<void()> act) {
-        dialogs.expect(name, [act = std::move(act)](QWidget&) { act(); });
-    }
-
     void openFolder() {
         QTimer::singleShot(200, [this] {
             type(QStringLiteral("line3-labels"));
@@ -111,7 +106,7 @@ class LabellingKeys : public WindowFixture {
         ASSERT_EQ(trainer.parts().count(), static_cast<int>(labels.size()));
     }
     void newFont() {
-        inDialog(QStringLiteral("dlgFontNewWindow"), [this] {
+        dialogs.expect(QStringLiteral("dlgFontNewWindow"), [this](QWidget&) {
             type(QStringLiteral("lot"));
             press(Qt::Key_Return);
         });
@@ -123,10 +118,6 @@ class LabellingKeys : public WindowFixture {
     }
     // Enter answers a question with Yes.
     int allKeys() const { return keys + static_cast<int>(dialogs.messages().size()); }
-    bool isFound(const Label& label) {
-        waitForProposal();
-        return trainer.preview().size() == characterCount(label.text());
-    }
     // Enter, and where the proposal is wrong the right character, until the image is included.
     void include(const Label& label) {
         waitForProposal();
@@ -202,14 +193,14 @@ TEST_F(LabellingKeys, EightImagesMakeAFontThatReadsTheNinthAndLaterOnesTakeTwoKe
             learn();
             afterFirst = allKeys();
         }
-        const bool isWhole = isFound(label);
+        waitForProposal();
         if (i == 8) {
             std::cout << "8 images: " << allKeys() << " keys, no click\n";
             EXPECT_EQ(read(), label.text());
             EXPECT_LE(allKeys(), 70);
             EXPECT_EQ(notFound, 0);
         }
-        if (isWhole) {
+        if (trainer.preview().size() == characterCount(label.text())) {
             include(label);
         } else {
             ++notFound;

@@ -35,12 +35,9 @@ class QtImageTest : public testing::Test {
 };
 
 TEST_F(QtImageTest, DepthColourAndTransparencyBecomeGrey) {
-    QImage deep(2, 1, QImage::Format_Grayscale16);
-    reinterpret_cast<quint16*>(deep.bits())[0] = 0x80FF;
-    reinterpret_cast<quint16*>(deep.bits())[1] = 0xFFFF;
-    const GreyImage fromDeep = decodeImageFile(save("deep.png", deep));
-    EXPECT_NEAR(fromDeep(0, 0), 0x80, 1);
-    EXPECT_EQ(fromDeep(1, 0), 255);
+    QImage deep(1, 1, QImage::Format_Grayscale16);
+    *reinterpret_cast<quint16*>(deep.bits()) = 0x80FF;
+    EXPECT_NEAR(decodeImageFile(save("deep.png", deep))(0, 0), 0x80, 1);
 
     QImage colour(3, 1, QImage::Format_ARGB32);
     colour.setPixelColor(0, 0, QColor(0, 255, 0));

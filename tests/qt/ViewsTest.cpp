@@ -153,36 +153,30 @@ TEST(Views, AToolbarIsOneTabStopWhoseButtonsArrowKeysReach) {
     EXPECT_EQ(QApplication::focusWidget(), &shown.view("bar.Three")) << "where it was";
 }
 
-// Nothing is chosen when the form comes up.
-TEST(Views, ArrowKeysChooseAmongOptions) {
+TEST(Views, ArrowKeysChooseWhereNothingIsChosen) {
     OptionButton one("one", "one"), two("two", "two");
-    Shown shown(column({item(one), item(two)}));
+    ListBox list("list");
+    list.setItems({"only"});
+    Shown shown(column({item(one), item(two), item(list)}));
     shown.focus(one);
     shown.key(Key::Down);
     EXPECT_TRUE(two.chosen());
     EXPECT_FALSE(one.chosen());
-}
-
-TEST(Views, TheFirstEntryOfAListWithoutAChoiceIsChosenByKey) {
-    ListBox list("list");
-    list.setItems({"one"});
-    Shown shown(column({item(list)}));
     list.setListIndex(-1);
     shown.focus(list);
     shown.key(Key::Down);
-    EXPECT_EQ(list.text(), "one");
+    EXPECT_EQ(list.text(), "only");
 }
 
 TEST(Views, AMessageBoxIsAsWideAsItsTitle) {
     Shown shown(column({}));
     const QString title = QStringLiteral("Difference in character counts");
-    DialogScript script;
-    script.expect("messageBox", [&](QWidget& box) {
+    shown.script.expect("messageBox", [&](QWidget& box) {
         EXPECT_GT(box.width(), box.fontMetrics().horizontalAdvance(title) + 100);
         QTest::keyClick(&box, Qt::Key_Return);
     });
     shown.platform.messageBox({"8", title.toStdString()});
-    EXPECT_TRUE(script.finished());
+    EXPECT_TRUE(shown.allCameUp());
 }
 
 }  // namespace

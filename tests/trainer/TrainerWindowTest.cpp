@@ -260,12 +260,5 @@ TEST_F(TrainerWindowTest, NoTwoActionsHaveTheSameKeyOrAccessKey) {
     window->actions.imageSettings.trigger();
 }
 
-TEST_F(TrainerWindowTest, EndsItsScreenOnce) {
-    window->end();
-    EXPECT_TRUE(window->hasEnded());
-    window->end();
-    EXPECT_TRUE(platform.boxes.empty()) << "nothing to save";
-}
-
 }  // namespace
 }  // namespace dravik::test
