@@ -53,13 +53,8 @@ TEST_F(QtImageTest, DepthColourAndTransparencyBecomeGrey) {
     palette.setPixel(4, 1, 1);
     palette.setPixel(0, 149, 1);
     const GreyImage mono = decodeImageFile(save("mono.bmp", palette));
-    EXPECT_EQ(mono.width(), 5);
-    EXPECT_EQ(mono.height(), 150);
-    EXPECT_EQ(mono(0, 149), 255);
-    EXPECT_EQ(mono(0, 148), 0);
-    EXPECT_EQ(mono(4, 1), 255);
-    EXPECT_EQ(mono(3, 1), 0);
-    EXPECT_EQ(toQImage(mono).pixelColor(4, 1), QColor(Qt::white));
+    EXPECT_EQ(toQImage(mono).convertToFormat(QImage::Format_RGB32),
+              palette.convertToFormat(QImage::Format_RGB32));
 
     GreyImage ramp(1003, 401);  // no multiple of what it is shrunk to
     for (int y = 0; y < ramp.height(); ++y)

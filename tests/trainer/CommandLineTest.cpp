@@ -77,13 +77,11 @@ TEST(CommandLine, AMistypedCommandIsNoImageAndOpensNoWindow) {
 TEST(CommandLine, WhatExistsOpensTheWindow) {
     const Workspace workspace;
     const auto image = workspace.draw("part.pgm", "1");
-    const auto line =
-        parseCommandLine({"gone.png", "--jobs", "there", "--theme=dark", "--", image, "learn", "[a,b]"});
-    const auto* window = std::get_if<WindowOptions>(&line);
-    ASSERT_TRUE(window);
-    EXPECT_THAT(window->paths, ElementsAre("gone.png", image, "learn", "./[a,b]"));
-    EXPECT_EQ(window->folder.folder(), JobFolder("there").folder());
-    EXPECT_EQ(window->theme, "dark");
+    const auto window = std::get<WindowOptions>(
+        parseCommandLine({"gone.png", "--jobs", "there", "--theme=dark", "--", image, "learn", "[a,b]"}));
+    EXPECT_THAT(window.paths, ElementsAre("gone.png", image, "learn", "./[a,b]"));
+    EXPECT_EQ(window.folder.folder(), JobFolder("there").folder());
+    EXPECT_EQ(window.theme, "dark");
     EXPECT_TRUE(std::holds_alternative<WindowOptions>(parseCommandLine({})));
     EXPECT_TRUE(std::holds_alternative<WindowOptions>(parseCommandLine({image, "learn"})))
         << "a command stands in front";
@@ -92,29 +90,24 @@ TEST(CommandLine, WhatExistsOpensTheWindow) {
 TEST(CommandLine, TheJobsFolderMayStandBeforeTheCommand) {
     for (std::vector<std::string> words : {std::vector<std::string>{"--jobs", "there"}, {"--jobs=there"}}) {
         words.insert(words.end(), {"read", "--font", "f", "a.pgm"});
-        const auto line = parseCommandLine(words);
-        const auto* reading = std::get_if<ReadOptions>(&line);
-        ASSERT_TRUE(reading);
-        EXPECT_EQ(reading->folder.folder(), JobFolder("there").folder());
-        EXPECT_THAT(reading->images, ElementsAre("a.pgm"));
+        const auto reading = std::get<ReadOptions>(parseCommandLine(words));
+        EXPECT_EQ(reading.folder.folder(), JobFolder("there").folder());
+        EXPECT_THAT(reading.images, ElementsAre("a.pgm"));
     }
 }
 
 TEST(CommandLine, ValuesAreTakenAsTheyAreGiven) {
-    const auto line = parseCommandLine(
-        {"learn", "--font=a=b", "--samples", "x.tsv", "--charset", "[-,\"]", "--timeout", "010"});
-    const auto* learning = std::get_if<LearnOptions>(&line);
-    ASSERT_TRUE(learning);
-    EXPECT_EQ(learning->font, "a=b");
-    EXPECT_EQ(learning->characters, "[-,\"]");
-    EXPECT_EQ(learning->seconds, 10);
+    const auto learning = std::get<LearnOptions>(parseCommandLine(
+        {"learn", "--font=a=b", "--samples", "x.tsv", "--charset", "[-,\"]", "--timeout", "010"}));
+    EXPECT_EQ(learning.font, "a=b");
+    EXPECT_EQ(learning.characters, "[-,\"]");
+    EXPECT_EQ(learning.seconds, 10);
 
-    const auto reading = parseCommandLine(
-        {"read", "--font", "f", "--reject=0.5", "a.pgm", "--confidence", "--", "--b.pgm", "[c]"});
-    ASSERT_TRUE(std::holds_alternative<ReadOptions>(reading));
-    EXPECT_THAT(std::get<ReadOptions>(reading).images, ElementsAre("a.pgm", "--b.pgm", "./[c]"));
-    EXPECT_EQ(std::get<ReadOptions>(reading).rejectLimit, 0.5);
-    EXPECT_TRUE(std::get<ReadOptions>(reading).showsConfidence);
+    const auto reading = std::get<ReadOptions>(parseCommandLine(
+        {"read", "--font", "f", "--reject=0.5", "a.pgm", "--confidence", "--", "--b.pgm", "[c]"}));
+    EXPECT_THAT(reading.images, ElementsAre("a.pgm", "--b.pgm", "./[c]"));
+    EXPECT_EQ(reading.rejectLimit, 0.5);
+    EXPECT_TRUE(reading.showsConfidence);
 }
 
 TEST(CommandLine, HelpAndVersionAreResults) {

@@ -209,29 +209,5 @@ TEST_F(TrainerTest, LabelsFollowTheCaseOfTheFontWhenItIsMaintained) {
     EXPECT_EQ(text(), "acht") << "only Include changes what was typed";
 }
 
-TEST_F(TrainerTest, ChoosingTheFontThatIsShownKeepsWhatIsNotSaved) {
-    ASSERT_EQ(workspace.learnDigits("digits").status, 0);
-    const auto saved = Workspace::content(workspace.fontFile("digits"));
-    trainer->parts().open({workspace.draw("part.pgm", "6789")});
-    screen().font.cmdSelectFont.press();
-    const int before = committed();
-    type("6789");
-    enter();
-    manager([](Form& form) { press(form, {"OKButton"}); });
-    EXPECT_EQ(committed(), before + 4);
-    EXPECT_EQ(trainer->title(), "digits* - Dravik Trainer");
-
-    platform.script("dlgFontName", [](Form& form) {
-        in<TextBox>(form, "txtFontName").setText("renamed");
-        press(form, {"OKButton"});
-    });
-    manager([](Form& form) { press(form, {"cmdRenameFont", "OKButton"}); });
-    EXPECT_EQ(trainer->title(), "renamed* - Dravik Trainer");
-    EXPECT_EQ(committed(), before + 4);
-    EXPECT_EQ(Workspace::content(workspace.fontFile("renamed")), saved) << "nothing was saved by that";
-    trainer->tool().SaveFont("renamed");
-    EXPECT_EQ(trainer->tool().summary("renamed").samples, before + 4);
-}
-
 }  // namespace
 }  // namespace dravik::test
