@@ -308,7 +308,7 @@ TEST_P(LearnEnds, AndWhatItHasIncludedIsThereWhenTheFontIsUsedAgain) {
 INSTANTIATE_TEST_SUITE_P(Ways, LearnEnds, testing::Values(SIGTERM, SIGHUP, SIGINT, SIGKILL, SIGPIPE));
 
 INSTANTIATE_TEST_SUITE_P(Stories, Sessions, testing::ValuesIn(sessionStories()),
-                         [](const auto& info) { return info.param.name; });
+                         testing::PrintToStringParamName());
 
 }  // namespace
 }  // namespace dravik::test

@@ -131,7 +131,7 @@ TEST(CommandLine, ResultsThatCannotBeWrittenAreAFailure) {
     std::ostringstream full;
     full.setstate(std::ios::badbit);
     std::ostringstream err;
-    EXPECT_EQ(runHeadless({"--version"}, readPgm, full, err, false), 1);
+    EXPECT_EQ(runCommand(parseCommandLine({"--version"}), readPgm, {full, err, false}), 1);
     EXPECT_EQ(err.str(), "dravik-trainer: the results cannot be written\n");
 }
 

@@ -320,17 +320,17 @@ TEST_F(HeadlessCommands, CtrlCLeavesTheFontOnDiskAsItWas) {
     const auto before = Workspace::content(workspace.fontFile("digits"));
     for (const char* text : {"AC", "CA"}) workspace.draw(text + std::string(".pgm"), text);
     const auto list = workspace.write("list.tsv", "AC.pgm\tAC\nCA.pgm\tCA\n");
-    const std::vector<std::string> arguments = {"learn", "--font", "digits",        "--samples",
-                                                list,    "--jobs", workspace.jobs()};
+    const CommandLine line =
+        parseCommandLine({"learn", "--font", "digits", "--samples", list, "--jobs", workspace.jobs()});
 
     InterruptingBuffer afterFirstImage("AC.pgm"), whileTraining("cycles");
     std::ostringstream out, err;
     std::ostream interruptingOut(&afterFirstImage), interruptingErr(&whileTraining);
-    EXPECT_EQ(runHeadless(arguments, readPgm, interruptingOut, err, false), 130);
+    EXPECT_EQ(runCommand(line, readPgm, {interruptingOut, err, false}), 130);
     EXPECT_EQ(afterFirstImage.str(), "included 2\tAC.pgm\n");
     EXPECT_THAT(err.str(), StartsWith("dravik-trainer: interrupted"));
 
-    EXPECT_EQ(runHeadless(arguments, readPgm, out, interruptingErr, true), 130);
+    EXPECT_EQ(runCommand(line, readPgm, {out, interruptingErr, true}), 130);
     EXPECT_EQ(out.str(), "included 2\tAC.pgm\nincluded 2\tCA.pgm\n");
     EXPECT_THAT(whileTraining.str(), AllOf(HasSubstr(" %  "), HasSubstr("interrupted")));
     EXPECT_EQ(Workspace::content(workspace.fontFile("digits")), before);

@@ -5,9 +5,8 @@
 #include <initializer_list>
 
 #include "base/Text.h"
+#include "screen/support/ScriptedPlatform.h"
 #include "tool/Samples.h"
-#include "trainer/support/Operator.h"
-#include "trainer/support/PgmFile.h"
 #include "trainer/support/Workspace.h"
 #include "trainer/window/TrainerWindow.h"
 
@@ -20,6 +19,33 @@ using namespace tool;
 template <class Kind>
 Kind& in(ui::Form& form, const char* name) {
     return dynamic_cast<Kind&>(*form.find(name));
+}
+
+// Works the dialogs by script, says No to every question, and closes what a script leaves open.
+class Operator : public ScriptedPlatform {
+  public:
+    void script(const std::string& formName, std::function<void(Form&)> steps) {
+        modalHandlers[formName] = [steps = std::move(steps)](Form& form) {
+            steps(form);
+            if (form.loaded()) form.unload();
+        };
+    }
+    Answer messageBox(const MessageBox& box) override {
+        boxes.push_back(box);
+        if (onMessageBox) onMessageBox();
+        return box.buttons == MessageBox::Buttons::Ok ? Answer::Ok : Answer::No;
+    }
+    std::string fileDateText(const std::string&) override { return "today"; }
+
+    std::function<void()> onMessageBox;  // while one is shown
+};
+
+// Fires the ticks of a timer of the screen, where no window system does, until it is switched off.
+inline void runTimer(Timer& timer) {
+    while (timer.enabled()) {
+        std::this_thread::sleep_for(std::chrono::milliseconds(timer.interval()));
+        timer.tick();
+    }
 }
 
 // Chooses the files that it is told to.

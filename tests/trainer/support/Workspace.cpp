@@ -3,6 +3,17 @@
 #include "contract/DrawnText.h"
 
 namespace dravik::test {
+namespace {
+
+// Without their ends.
+std::vector<std::string> linesOf(const std::string& text) {
+    std::vector<std::string> lines;
+    std::istringstream stream(text);
+    for (std::string line; std::getline(stream, line);) lines.push_back(line);
+    return lines;
+}
+
+}  // namespace
 
 std::string Workspace::fontFile(const std::string& font) const {
     return JobFolder(jobs()).fontFile(font);
@@ -40,20 +51,8 @@ CommandResult Workspace::learnDigits(const std::string& font) const {
 
 CommandResult runWords(const std::vector<std::string>& words, const ImageDecoder& decoder) {
     std::ostringstream out, err;
-    const int status = runHeadless(words, decoder, out, err, false);
+    const int status = runCommand(parseCommandLine(words), decoder, {out, err, false});
     return {status, linesOf(out.str()), linesOf(err.str())};
-}
-
-int runHeadless(const std::vector<std::string>& arguments, const ImageDecoder& decoder, std::ostream& out,
-                std::ostream& err, bool errIsTerminal) {
-    return runCommand(parseCommandLine(arguments), decoder, {out, err, errIsTerminal});
-}
-
-std::vector<std::string> linesOf(const std::string& text) {
-    std::vector<std::string> lines;
-    std::istringstream stream(text);
-    for (std::string line; std::getline(stream, line);) lines.push_back(line);
-    return lines;
 }
 
 }  // namespace dravik::test

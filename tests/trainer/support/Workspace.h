@@ -2,8 +2,6 @@
 // removed afterwards. Runs the program's commands in it.
 #pragma once
 
-#include <iosfwd>
-
 #include "base/JobFolder.h"
 #include "engine/image/ImageDecoder.h"
 #include "support/Testing.h"
@@ -52,11 +50,5 @@ class Workspace {
 
 // The program's command line, parsed and run.
 CommandResult runWords(const std::vector<std::string>& words, const ImageDecoder& decoder = readPgm);
-// The same onto streams; returns the exit code.
-int runHeadless(const std::vector<std::string>& arguments, const ImageDecoder& decoder, std::ostream& out,
-                std::ostream& err, bool errIsTerminal);
-
-// The lines of a text, without their ends.
-std::vector<std::string> linesOf(const std::string& text);
 
 }  // namespace dravik::test
