@@ -32,6 +32,7 @@ TEST_F(Accessibility, EveryControlThatTheKeyboardReachesHasAName) {
     settle();
 
     const QStringList graphical = hear(window);
+    EXPECT_TRUE(QAccessible::queryAccessibleInterface(window.focusWidget())->state().focused);
     for (const char* name : {"Character Set", "Text or Character to Include", "Timeout", "Part image"})
         EXPECT_TRUE(graphical.contains(QLatin1String(name))) << name;
     EXPECT_FALSE(graphical.contains(QStringLiteral("Empty"))) << "the legend is no stop";
