@@ -117,7 +117,8 @@ class FaultWorkplace {
         const pid_t child = fork();
         if (child == 0) {
             if (chdir(folder_.path().c_str()) != 0) _exit(127);
-            for (const int one : {SIGHUP, SIGINT, SIGPIPE}) std::signal(one, SIG_DFL);  // whatever started the tests
+            for (const int one : {SIGHUP, SIGINT, SIGPIPE})
+                std::signal(one, SIG_DFL);  // whatever started the tests
             const std::vector<std::pair<const char*, std::string>> settings = {
                 {"LD_PRELOAD", DRAVIK_FAULT_SHIM},
                 {"QT_QPA_PLATFORM", display.empty() ? "offscreen" : "xcb"},
