@@ -349,7 +349,7 @@ TEST_F(HeadlessCommands, FoldersAndListsAreReadInOrderAndCompared) {
     for (int i = 0; i < 9; ++i) {
         const std::string name = std::to_string(i) + ".pgm", text = std::to_string(1234567890 + i);
         workspace.draw("parts/" + name, text, 6 + i % 3);
-        list += "parts/" + name + "\t" + text + "\n";
+        list.append("parts/").append(name).append("\t").append(text).append("\n");
         expected.push_back(fromPath(toPath(workspace.path("parts")) / name) + '\t' + text);
     }
     const auto folder = read("digits", {"--threads", "4", workspace.path("parts")});

@@ -3,6 +3,7 @@
 
 #include "engine/LabelledImages.h"
 #include "engine/PngFile.h"
+#include "screen/histogram/dlgCharHist.h"
 #include "support/Differences.h"
 #include "trainer/support/TrainerFixture.h"
 
@@ -119,6 +120,19 @@ TEST_F(OutlierStory, WrongLabelsAreFoundAndDeletedByDistanceAndTheFontReadsNoWor
     const auto found = suspicious();
     EXPECT_TRUE(std::ranges::includes(found, wrongLabels));
     EXPECT_LE(found.size(), 2 * wrongLabels.size());
+    // The histogram of the font says so too.
+    platform.menuPicks = {"mnuMainFontHist"};
+    screen().overview.lblChar.front()->mouseDown({kRightButton, 0, 60, 60});
+    auto& histogram = dynamic_cast<dlgCharHist&>(platform.opened("dlgCharHist"));
+    histogram.udThreshold.setValue(static_cast<int>(10 * kThreshold));
+    const ChartScene& scene = histogram.chart.scene();
+    const ChartBar first = scene.bars.front();
+    histogram.chart.mouseMove({0, 0, first.left + 0.5 * first.width, 0.5 * first.top});
+    histogram.tmrGraphics.tick();
+    std::set<std::string> marked;
+    for (std::size_t i = 0; i < scene.bars.size(); ++i)
+        if (scene.bars[i].fill == rgb(255, 0, 0)) marked.insert(scene.labels[i].caption);
+    EXPECT_EQ(marked, found);
     // The farthest ones of a character, as long as there are such: others come nearer without them.
     for (const auto& character : found)
         for (double most = 0; (most = largestDistances()[character]) > kThreshold;)
