@@ -51,7 +51,7 @@ TEST(Views, EscapeAnswersAQuestionWithNo) {
 class GridViews : public testing::Test {
   protected:
     std::shared_ptr<Numbers> fill(int rows, int columns) {
-        const auto source = std::make_shared<Numbers>(rows, columns);
+        auto source = std::make_shared<Numbers>(rows, columns);
         grid.setSource(source);
         settle();
         return source;
