@@ -29,13 +29,6 @@ std::string nameOf(const std::string& path) {
     return fromPath(toPath(path).filename());
 }
 
-std::string readText(const trainer::Reading& reading) {
-    std::string text;
-    for (const auto& line : reading.lines)
-        for (const auto& character : line) text += character.character;
-    return text;
-}
-
 // A question in one line, its beginning if it is long.
 std::string shortened(std::string question) {
     std::replace_if(
@@ -66,37 +59,20 @@ void ScriptedSession::picture(const std::string& name) {
     say("  picture " + pictureName);
 }
 
-void ScriptedSession::plan(const std::vector<std::string>& paths) {
-    std::vector<std::vector<Task>> tasks;
-    for (const auto& path : paths) {
-        const bool isFolder = std::filesystem::is_directory(toPath(path));
-        const auto folder = isFolder ? toPath(path) : toPath(path).parent_path();
-        const auto list = trainer::readSampleList(fromPath(folder / kListName));
-        tasks.emplace_back();
-        for (const auto& sample : list)
-            if (isFolder || sample.image == nameOf(path))
-                tasks.back().push_back({normalPath(sample.path), sample.text});
-        require(!tasks.back().empty(), path + ": its text does not stand in " + kListName);
-    }
-    require(!tasks.empty(), "no images are given");
-    readings_ = std::move(tasks.back());
-    tasks.pop_back();
-    for (auto& some : tasks) lessons_.insert(lessons_.end(), some.begin(), some.end());
-    if (lessons_.empty()) {
-        lessons_.assign(readings_.begin(), readings_.end() - 1);
-        readings_.erase(readings_.begin(), readings_.end() - 1);
-    }
-    require(!lessons_.empty(), "at least two images are needed: one to teach from and one to read");
+ScriptedSession::Task ScriptedSession::taskOf(const std::string& image) const {
+    for (const auto& sample : trainer::readSampleList(fromPath(toPath(image).parent_path() / kListName)))
+        if (sample.image == nameOf(image)) return {normalPath(sample.path), sample.text};
+    throw SessionFailure(image + ": its text does not stand in " + kListName);
 }
 
-void ScriptedSession::run(const std::vector<std::string>& paths) {
-    plan(paths);
+void ScriptedSession::run(const std::vector<std::string>& images) {
+    require(images.size() > 1, "at least two images are needed: one to teach from and one to read");
+    for (const auto& image : images) lessons_.push_back(taskOf(image));
+    reading_ = std::move(lessons_.back());
+    lessons_.pop_back();
     say("The window is open: \"" + driver_.show() + "\"");
     picture("window-empty");
 
-    std::vector<std::string> images;
-    for (const auto& task : lessons_) images.push_back(task.image);
-    for (const auto& task : readings_) images.push_back(task.image);
     driver_.open(images);
     require(trainer_.parts().count() == static_cast<int>(images.size()), "not every image could be opened");
     say("Opened " + std::to_string(images.size()) + " images");
@@ -114,14 +90,12 @@ void ScriptedSession::run(const std::vector<std::string>& paths) {
     for (const auto& task : lessons_) include(task);
     learn();
     save();
-    bool allRight = true;
-    for (const auto& task : readings_) read(task, allRight);
+    read();
     if (kind_ == Kind::Guide) showImageTools();
     inspect();
     std::string problems;
     for (const auto& problem : driver_.problems()) problems += (problems.empty() ? "" : "; ") + problem;
     require(problems.empty(), problems);
-    require(allRight, "not every image was read right");
 }
 
 void ScriptedSession::makeFont() {
@@ -203,16 +177,16 @@ void ScriptedSession::save() {
     picture("saved");
 }
 
-void ScriptedSession::read(const Task& task, bool& allRight) {
+void ScriptedSession::read() {
     driver_.type("txtSampleInput", "");
-    makeCurrent(task.image);
+    makeCurrent(reading_.image);
     const trainer::Reading& reading = trainer_.reading();
-    const std::string text = readText(reading);
-    const bool right = text == task.text;
-    allRight = allRight && right;
-    say("Read " + nameOf(task.image) + ": " + (reading.available ? text : reading.note) +
-        (right ? " (right)" : " (WRONG, the part says " + task.text + ")"));
+    std::string text;
+    for (const auto& line : reading.lines)
+        for (const auto& character : line) text += character.character;
+    say("Read " + nameOf(reading_.image) + ": " + (reading.available ? text : reading.note));
     picture("reading");
+    require(text == reading_.text, "it was read wrong, the part says " + reading_.text);
 }
 
 void ScriptedSession::inspect() {
@@ -269,7 +243,7 @@ void ScriptedSession::showImageTools() {
     driver_.trigger("imageSettings");
     driver_.trigger("clearRegion");
     driver_.trigger("regionForImage");
-    driver_.type("txtSampleInput", readings_.back().text);
+    driver_.type("txtSampleInput", reading_.text);
     for (const char* action : {"addCharacter", "removeCharacter"}) driver_.trigger(action);
     driver_.pressLeft("partView");
     driver_.trigger("joinCharacters");

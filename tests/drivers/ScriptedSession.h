@@ -24,9 +24,8 @@ class ScriptedSession {
     ScriptedSession(WindowDriver& driver, trainer::Trainer& trainer, std::string folder, std::ostream& out,
                     Kind kind = Kind::Story);
 
-    // Teaches from the images of all paths but the last and reads those of the last; of a single path the
-    // last image is read. Raises SessionFailure.
-    void run(const std::vector<std::string>& paths);
+    // Teaches from all images but the last, which is read. Raises SessionFailure.
+    void run(const std::vector<std::string>& images);
 
   private:
     struct Task {
@@ -34,13 +33,13 @@ class ScriptedSession {
         std::string text;
     };
 
-    void plan(const std::vector<std::string>& paths);
+    Task taskOf(const std::string& image) const;
     void makeFont();
     void showMismatch(const Task& task);
     void include(const Task& task);
     void learn();
     void save();
-    void read(const Task& task, bool& allRight);
+    void read();
     void inspect();
     void showOtherDialogs(const Task& task);
     void showImageTools();
@@ -55,7 +54,7 @@ class ScriptedSession {
     std::ostream& out_;
     const Kind kind_;
     std::vector<Task> lessons_;
-    std::vector<Task> readings_;
+    Task reading_;
     int pictures_ = 0;
 };
 

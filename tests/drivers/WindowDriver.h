@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "ui/Platform.h"
+#include "trainer/window/TrainerWindow.h"
 
 namespace dravik::test {
 
@@ -22,21 +22,22 @@ class WindowDriver {
   public:
     using Step = std::function<void()>;
 
-    WindowDriver() = default;
+    // The window outlives the driver.
+    explicit WindowDriver(trainer::TrainerWindow& model) : model_(model) {}
     WindowDriver(const WindowDriver&) = delete;
     WindowDriver& operator=(const WindowDriver&) = delete;
     virtual ~WindowDriver() = default;
 
     // Shows the window and gives its title.
     virtual std::string show() = 0;
-    virtual void open(const std::vector<std::string>& images) = 0;
+    void open(const std::vector<std::string>& images) { model_.open(images); }
     virtual void closeForms() = 0;
 
     virtual bool canClick(const std::string& name) const = 0;
     virtual void click(const std::string& name) = 0;
     virtual void clickTool(const std::string& bar, const std::string& key) = 0;
     // An entry of the menus, by the name of its action.
-    virtual void trigger(const std::string& action) = 0;
+    void trigger(const std::string& action) { model_.actions.find(action).trigger(); }
     // Types over what stands in a text box.
     virtual void type(const std::string& name, const std::string& text) = 0;
     virtual std::string caption(const std::string& name) const = 0;
@@ -62,6 +63,9 @@ class WindowDriver {
     virtual bool waitUntil(const std::function<bool()>& condition, int milliseconds) = 0;
     // Writes the window with everything that stands over it, as the operator sees it, as a PNG file.
     virtual void picture(const std::string& file) = 0;
+
+  private:
+    trainer::TrainerWindow& model_;
 };
 
 }  // namespace dravik::test

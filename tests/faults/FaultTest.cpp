@@ -79,7 +79,7 @@ TEST_P(Faults, LoseNothingAndAreToldInWords) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Stories, Faults, testing::ValuesIn(faultStories()),
-                         [](const auto& info) { return info.param.name; });
+                         testing::PrintToStringParamName());
 
 }  // namespace
 }  // namespace dravik::test

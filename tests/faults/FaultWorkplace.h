@@ -51,11 +51,11 @@ inline std::string contentOf(const fs::path& file) {
 
 // The samples that learn has said to be included.
 inline std::size_t includedIn(const std::string& out) {
-    std::size_t count = 0;
-    for (std::size_t place = out.find("included "); place != std::string::npos;
-         place = out.find("included ", place + 1))
-        count += std::strtoul(out.c_str() + place + 9, nullptr, 10);
-    return count;
+    std::istringstream words(out);
+    std::size_t all = 0, count = 0;
+    for (std::string word; words >> word;)
+        if (word == "included" && words >> count) all += count;
+    return all;
 }
 
 inline std::string digestOf(const fs::path& file) {
@@ -116,20 +116,20 @@ class FaultWorkplace {
         fs::remove(path("log"));
         const pid_t child = fork();
         if (child == 0) {
-            const auto set = [](const char* name, const std::string& value) {
-                setenv(name, value.c_str(), 1);
-            };
             if (chdir(folder_.path().c_str()) != 0) _exit(127);
-            for (const int one : {SIGHUP, SIGPIPE}) std::signal(one, SIG_DFL);  // whatever started the tests
-            set("LD_PRELOAD", DRAVIK_FAULT_SHIM);
-            set("QT_QPA_PLATFORM", display.empty() ? "offscreen" : "xcb");
-            set("QT_LOGGING_RULES", "*=false");
-            if (!display.empty()) set("DISPLAY", display);
-            set("DRAVIK_FAULT_FOLDER", jobs());
-            set("DRAVIK_FAULT_LOG", path("log"));
-            set("DRAVIK_FAULT_AT", std::to_string(point.number));
-            set("DRAVIK_FAULT_KIND", point.kind);
-            set("DRAVIK_FAULT_NO_LINKS", point.hasLinks ? "" : "1");
+            for (const int one : {SIGHUP, SIGINT, SIGPIPE})
+                std::signal(one, SIG_DFL);  // whatever started the tests
+            const std::vector<std::pair<const char*, std::string>> settings = {
+                {"LD_PRELOAD", DRAVIK_FAULT_SHIM},
+                {"QT_QPA_PLATFORM", display.empty() ? "offscreen" : "xcb"},
+                {"QT_LOGGING_RULES", "*=false"},
+                {"DISPLAY", display},
+                {"DRAVIK_FAULT_FOLDER", jobs()},
+                {"DRAVIK_FAULT_LOG", path("log")},
+                {"DRAVIK_FAULT_AT", std::to_string(point.number)},
+                {"DRAVIK_FAULT_KIND", point.kind},
+                {"DRAVIK_FAULT_NO_LINKS", point.hasLinks ? "" : "1"}};
+            for (const auto& [name, value] : settings) setenv(name, value.c_str(), 1);
             if (!freopen(path("out").c_str(), "w", stdout) || !freopen(path("err").c_str(), "w", stderr))
                 _exit(127);
             std::vector<char*> arguments;

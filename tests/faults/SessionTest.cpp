@@ -30,9 +30,22 @@ Lines linesOf(const std::string& out) {
     return lines;
 }
 
-Lines without(const char* what, Lines lines) {
-    std::erase_if(lines, [&](const Line& line) { return line.what == what; });
+Lines withoutRecovered(Lines lines) {
+    std::erase_if(lines, [&](const Line& line) { return line.what == "recovered"; });
     return lines;
+}
+
+// It says that changes of the font were found.
+bool isRecovered(const Lines& lines, const std::string& font) {
+    return std::ranges::any_of(
+        lines, [&](const Line& line) { return line.what == "recovered" && line.font == font; });
+}
+
+std::map<std::string, std::string> shownIn(const Lines& lines) {
+    std::map<std::string, std::string> fonts;
+    for (const Line& line : lines)
+        if (line.what == "shown") fonts[line.font] = line.rest;
+    return fonts;
 }
 
 class Sessions : public testing::TestWithParam<SessionStory> {
@@ -55,13 +68,6 @@ class Sessions : public testing::TestWithParam<SessionStory> {
         return linesOf(run.out);
     }
 
-    static std::map<std::string, std::string> shownIn(const Lines& lines) {
-        std::map<std::string, std::string> fonts;
-        for (const Line& line : lines)
-            if (line.what == "shown") fonts[line.font] = line.rest;
-        return fonts;
-    }
-
     static bool isShownIn(const std::map<std::string, std::string>& shown, const std::string& content) {
         return std::ranges::any_of(shown, [&](const auto& one) { return one.second == content; });
     }
@@ -79,7 +85,7 @@ class Sessions : public testing::TestWithParam<SessionStory> {
         const Lines told = linesOf(run.out), usually = linesOf(usual.out);
         EXPECT_TRUE(run.signal == 0 || run.signal == SIGKILL) << run.signal << run.err;
         if (run.signal == 0 && run.status == 0) {
-            EXPECT_TRUE(without("recovered", told) == without("recovered", usually))
+            EXPECT_TRUE(withoutRecovered(told) == withoutRecovered(usually))
                 << "it ended well and did not do it: " << run.out;
         } else if (run.signal == 0) {
             EXPECT_EQ(run.status, 1);
@@ -90,10 +96,9 @@ class Sessions : public testing::TestWithParam<SessionStory> {
         // been done all the same.
         std::map<std::string, std::set<std::string>> allowed;
         std::map<std::string, std::string> last = before, latest = before;  // without and with what failed
-        std::set<std::string> letGo;
-        std::set<std::string> had = known;  // steps behind one that failed lead elsewhere
-        bool hasFailed = false;
         std::map<std::string, std::string> beingLetGo;
+        std::set<std::string> letGo, had = known;  // steps behind one that failed lead elsewhere
+        bool hasFailed = false;
         for (const auto& [font, content] : before) allowed[font] = {content};
         for (const Line& line : told) {
             had.insert(line.rest);
@@ -111,11 +116,8 @@ class Sessions : public testing::TestWithParam<SessionStory> {
             } else if (line.what == "dropped") {
                 beingLetGo.erase(line.font);
             } else if (line.what == "chosen") {
-                const auto isFound = [&](const Line& other) {
-                    return other.what == "recovered" && other.font == line.font;
-                };
-                EXPECT_TRUE(hasFailed || std::find(usually.begin(), usually.end(), line) != usually.end() ||
-                            std::any_of(told.begin(), told.end(), isFound))
+                EXPECT_TRUE(hasFailed || std::ranges::find(usually, line) != usually.end() ||
+                            isRecovered(told, line.font))
                     << "no word that " << line.font << " is shown without its changes";
             } else if (line.what == "let go" || line.what == "gone") {
                 if (line.what == "let go") beingLetGo[line.font] = line.rest;
@@ -156,12 +158,10 @@ class Sessions : public testing::TestWithParam<SessionStory> {
                 const bool isRemoved = font == leaving || isSaid(": remove ");
                 // So may a step in the window, which is several changes of the font.
                 const bool mayHaveGoneOn = isRenamed || GetParam().hasWindow;
-                const bool isReachable = std::any_of(found.begin(), found.end(),
-                                                     [&](const Line& line) { return line.rest == content; });
-                const bool isKept =
-                    (isRemoved && everything.count(content)) || (mayHaveGoneOn && isReachable);
-                EXPECT_TRUE(isKept) << "lost of " << font << ": " << content << ", there is "
-                                    << (one == shown.end() ? "nothing" : one->second);
+                const bool isReachable = std::ranges::find(found, content, &Line::rest) != found.end();
+                EXPECT_TRUE((isRemoved && everything.count(content)) || (mayHaveGoneOn && isReachable))
+                    << "lost of " << font << ": " << content << ", there is "
+                    << (one == shown.end() ? "nothing" : one->second);
             } else if (font == leaving && one->second != content) {
                 EXPECT_TRUE(everything.count(content) || isShownIn(shown, content))
                     << "lost of " << font << ": " << content;
@@ -177,10 +177,7 @@ class Sessions : public testing::TestWithParam<SessionStory> {
         }
         for (const auto& [font, content] : shown) {
             const auto file = files.find(font);
-            const bool isTold = std::any_of(found.begin(), found.end(), [&](const Line& line) {
-                return line.what == "recovered" && line.font == font && line.rest.starts_with("told ");
-            });
-            EXPECT_TRUE(isTold || (file != files.end() && file->second == content))
+            EXPECT_TRUE(isRecovered(found, font) || (file != files.end() && file->second == content))
                 << "no word that changes of " << font << " were found";
         }
         for (const Line& line : found) {
@@ -202,7 +199,6 @@ TEST_P(Sessions, KeepEachCompletedChange) {
         ASSERT_TRUE(run.status == 0 || steps.back() == "die") << run.err;
         note(linesOf(run.out));
     }
-    if (story.before.empty()) fs::create_directories(place.jobs() + "/Fonts");
     place.keepAs("before");
     const Lines first = show();
     note(first);
@@ -257,19 +253,12 @@ TEST_P(WindowEnds, AndWhatWasDoneIsThereAtTheNextStart) {
     } else {
         EXPECT_EQ(run.signal, GetParam());
     }
-    std::map<std::string, std::string> last;
-    for (const Line& line : linesOf(run.out))
-        if (line.what == "shown") last[line.font] = line.rest;
+    const auto last = shownIn(linesOf(run.out));
     ASSERT_EQ(last.size(), 2u) << run.out << run.err;
-    int recovered = 0;
-    for (const Line& line : linesOf(place.run({"fault-acts", "show"}).out)) {
-        recovered += line.what == "recovered";
-        EXPECT_NE(line.what, "differs");
-        if (line.what == "shown") {
-            EXPECT_EQ(line.rest, last[line.font]) << line.font;
-        }
-    }
-    EXPECT_EQ(recovered, 2);
+    const Lines found = linesOf(place.run({"fault-acts", "show"}).out);
+    EXPECT_EQ(shownIn(found), last);
+    EXPECT_TRUE(isRecovered(found, "a") && isRecovered(found, "b"));
+    EXPECT_EQ(std::ranges::count(found, "differs", &Line::what), 0);
 }
 
 INSTANTIATE_TEST_SUITE_P(Ways, WindowEnds, testing::Values(0, SIGTERM, SIGHUP, SIGINT, SIGKILL));
@@ -291,11 +280,9 @@ TEST_P(LearnEnds, AndWhatItHasIncludedIsThereWhenTheFontIsUsedAgain) {
     const bool losesReader = GetParam() == SIGPIPE;
     ASSERT_TRUE(!losesReader || mkfifo(out.c_str(), 0600) == 0);
     const pid_t child = place.begin(learn);
-    std::size_t said = 0;
+    std::string first;  // line that is read
     if (losesReader) {
-        std::string line;
-        std::getline(std::ifstream(out), line);
-        said = includedIn(line);
+        std::getline(std::ifstream(out), first);
         fs::remove(out);
     } else {
         for (int i = 0; i < 6000 && includedIn(contentOf(out)) < 30; ++i) usleep(5'000);
@@ -309,7 +296,7 @@ TEST_P(LearnEnds, AndWhatItHasIncludedIsThereWhenTheFontIsUsedAgain) {
     } else {
         EXPECT_EQ(run.signal, GetParam()) << run.status << run.err;
     }
-    said = std::max(said, includedIn(run.out));
+    const std::size_t said = std::max(includedIn(first), includedIn(run.out));
     ASSERT_GE(said, 10U);
     EXPECT_EQ(place.samples(), 0U) << "it was ended before it has saved";
     const Outcome again = place.run({"dravik-trainer", "learn", "--font", "a", "--samples", "letters.tsv"});
@@ -321,7 +308,7 @@ TEST_P(LearnEnds, AndWhatItHasIncludedIsThereWhenTheFontIsUsedAgain) {
 INSTANTIATE_TEST_SUITE_P(Ways, LearnEnds, testing::Values(SIGTERM, SIGHUP, SIGINT, SIGKILL, SIGPIPE));
 
 INSTANTIATE_TEST_SUITE_P(Stories, Sessions, testing::ValuesIn(sessionStories()),
-                         [](const auto& info) { return info.param.name; });
+                         testing::PrintToStringParamName());
 
 }  // namespace
 }  // namespace dravik::test

@@ -229,8 +229,7 @@ TEST_P(Memory, ThatEndsLeavesAnActDoneOrNotDone) {
     std::cout << GetParam().name << ": " << all << " points\n";
 }
 
-INSTANTIATE_TEST_SUITE_P(Acts, Memory, testing::ValuesIn(acts()),
-                         [](const auto& info) { return std::string(info.param.name); });
+INSTANTIATE_TEST_SUITE_P(Acts, Memory, testing::ValuesIn(acts()), testing::PrintToStringParamName());
 
 }  // namespace
 }  // namespace dravik::test

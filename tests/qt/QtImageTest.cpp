@@ -35,12 +35,9 @@ class QtImageTest : public testing::Test {
 };
 
 TEST_F(QtImageTest, DepthColourAndTransparencyBecomeGrey) {
-    QImage deep(2, 1, QImage::Format_Grayscale16);
-    reinterpret_cast<quint16*>(deep.bits())[0] = 0x80FF;
-    reinterpret_cast<quint16*>(deep.bits())[1] = 0xFFFF;
-    const GreyImage fromDeep = decodeImageFile(save("deep.png", deep));
-    EXPECT_NEAR(fromDeep(0, 0), 0x80, 1);
-    EXPECT_EQ(fromDeep(1, 0), 255);
+    QImage deep(1, 1, QImage::Format_Grayscale16);
+    *reinterpret_cast<quint16*>(deep.bits()) = 0x80FF;
+    EXPECT_NEAR(decodeImageFile(save("deep.png", deep))(0, 0), 0x80, 1);
 
     QImage colour(3, 1, QImage::Format_ARGB32);
     colour.setPixelColor(0, 0, QColor(0, 255, 0));
@@ -56,13 +53,8 @@ TEST_F(QtImageTest, DepthColourAndTransparencyBecomeGrey) {
     palette.setPixel(4, 1, 1);
     palette.setPixel(0, 149, 1);
     const GreyImage mono = decodeImageFile(save("mono.bmp", palette));
-    EXPECT_EQ(mono.width(), 5);
-    EXPECT_EQ(mono.height(), 150);
-    EXPECT_EQ(mono(0, 149), 255);
-    EXPECT_EQ(mono(0, 148), 0);
-    EXPECT_EQ(mono(4, 1), 255);
-    EXPECT_EQ(mono(3, 1), 0);
-    EXPECT_EQ(toQImage(mono).pixelColor(4, 1), QColor(Qt::white));
+    EXPECT_EQ(toQImage(mono).convertToFormat(QImage::Format_RGB32),
+              palette.convertToFormat(QImage::Format_RGB32));
 
     GreyImage ramp(1003, 401);  // no multiple of what it is shrunk to
     for (int y = 0; y < ramp.height(); ++y)

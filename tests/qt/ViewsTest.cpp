@@ -48,16 +48,25 @@ TEST(Views, EscapeAnswersAQuestionWithNo) {
     EXPECT_TRUE(shown.allCameUp());
 }
 
-TEST(Views, ColumnsAreWideEnoughForEachTableAndTheFirstOnesCentred) {
-    Grid grid("grid");
-    Shown shown(column({item(grid).stretched()}));
+class GridViews : public testing::Test {
+  protected:
+    std::shared_ptr<Numbers> fill(int rows, int columns) {
+        auto source = std::make_shared<Numbers>(rows, columns);
+        grid.setSource(source);
+        settle();
+        return source;
+    }
+
+    Grid grid{"grid"};
+    Shown shown{column({item(grid).stretched()})};
+    GridView& view = shown.view<GridView>("grid");
+};
+
+TEST_F(GridViews, ColumnsAreWideEnoughForEachTableAndTheFirstOnesCentred) {
     grid.setAlign(0, CellAlign::Center);
-    grid.setSource(std::make_shared<Numbers>(9, 2));
-    settle();
-    auto& view = shown.view<GridView>("grid");
+    fill(9, 2);
     const int narrow = view.columnWidth(1);
-    grid.setSource(std::make_shared<Numbers>(100000, 3));
-    settle();
+    fill(100000, 3);
     for (int i = 0; i < 3; ++i)
         EXPECT_GE(view.columnWidth(i), view.fontMetrics().horizontalAdvance(QStringLiteral("99999"))) << i;
     EXPECT_GT(view.columnWidth(1), narrow) << "as wide as the numbers of this table";
@@ -68,13 +77,8 @@ TEST(Views, ColumnsAreWideEnoughForEachTableAndTheFirstOnesCentred) {
     EXPECT_NE(alignment(1), alignment(0));
 }
 
-TEST(Views, AGridAsksOnlyForWhatIsInViewAndShowsOneSelection) {
-    Grid grid("grid");
-    Shown shown(column({item(grid).stretched()}));
-    const auto source = std::make_shared<Numbers>(100000, 54);
-    grid.setSource(source);
-    settle();
-    auto& view = shown.view<GridView>("grid");
+TEST_F(GridViews, AskOnlyForWhatIsInViewAndShowOneSelection) {
+    const auto source = fill(100000, 54);
     EXPECT_EQ(view.model()->rowCount(), 99999);
     EXPECT_EQ(view.model()->headerData(2, Qt::Horizontal).toString(), "Head 2");
     view.scrollToBottom();
@@ -93,17 +97,12 @@ TEST(Views, AGridAsksOnlyForWhatIsInViewAndShowsOneSelection) {
     };
     grid.select(9, 2, 7, 3);
     EXPECT_EQ(selected(), (std::vector{7, 2, 9, 3}));
-    grid.setSource(std::make_shared<Numbers>(6, 5));  // the selection is cut to fewer records
-    settle();
+    fill(6, 5);  // the selection is cut to fewer records
     EXPECT_EQ(selected(), (std::vector{5, 2, 5, 3}));
 }
 
-TEST(Views, AGridStaysWhereItIsUntilTheOperatorGoesElsewhere) {
-    Grid grid("grid");
-    Shown shown(column({item(grid).stretched()}));
-    grid.setSource(std::make_shared<Numbers>(1000, 54));
-    settle();
-    auto& view = shown.view<GridView>("grid");
+TEST_F(GridViews, StayWhereTheyAreUntilTheOperatorGoesElsewhere) {
+    fill(1000, 54);
     auto& down = *view.verticalScrollBar();
     shown.focus(grid);
     down.setValue(90);
@@ -111,8 +110,7 @@ TEST(Views, AGridStaysWhereItIsUntilTheOperatorGoesElsewhere) {
     EXPECT_EQ(down.value(), 90);
     EXPECT_EQ(grid.rowSelection(), 999);
     grid.select(1, 1, 1, 1);
-    grid.setSource(std::make_shared<Numbers>(1000, 54));
-    settle();
+    fill(1000, 54);
     EXPECT_EQ(down.value(), 90);
     shown.key(Key::Down, kCtrlMask);
     EXPECT_EQ(grid.row(), 999);
@@ -153,36 +151,30 @@ TEST(Views, AToolbarIsOneTabStopWhoseButtonsArrowKeysReach) {
     EXPECT_EQ(QApplication::focusWidget(), &shown.view("bar.Three")) << "where it was";
 }
 
-// Nothing is chosen when the form comes up.
-TEST(Views, ArrowKeysChooseAmongOptions) {
+TEST(Views, ArrowKeysChooseWhereNothingIsChosen) {
     OptionButton one("one", "one"), two("two", "two");
-    Shown shown(column({item(one), item(two)}));
+    ListBox list("list");
+    list.setItems({"only"});
+    Shown shown(column({item(one), item(two), item(list)}));
     shown.focus(one);
     shown.key(Key::Down);
     EXPECT_TRUE(two.chosen());
     EXPECT_FALSE(one.chosen());
-}
-
-TEST(Views, TheFirstEntryOfAListWithoutAChoiceIsChosenByKey) {
-    ListBox list("list");
-    list.setItems({"one"});
-    Shown shown(column({item(list)}));
     list.setListIndex(-1);
     shown.focus(list);
     shown.key(Key::Down);
-    EXPECT_EQ(list.text(), "one");
+    EXPECT_EQ(list.text(), "only");
 }
 
 TEST(Views, AMessageBoxIsAsWideAsItsTitle) {
     Shown shown(column({}));
     const QString title = QStringLiteral("Difference in character counts");
-    DialogScript script;
-    script.expect("messageBox", [&](QWidget& box) {
+    shown.script.expect("messageBox", [&](QWidget& box) {
         EXPECT_GT(box.width(), box.fontMetrics().horizontalAdvance(title) + 100);
         QTest::keyClick(&box, Qt::Key_Return);
     });
     shown.platform.messageBox({"8", title.toStdString()});
-    EXPECT_TRUE(script.finished());
+    EXPECT_TRUE(shown.allCameUp());
 }
 
 }  // namespace

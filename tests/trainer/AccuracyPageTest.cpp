@@ -25,14 +25,13 @@ TEST(AccuracyPage, ShowsWhatIsDoubtfulAndEscapesWhatOthersHaveNamed) {
     const auto check = checkHeldOut(*columns, kTrainingSeed, [] { return true; });
     ASSERT_TRUE(check);
     const std::string page = accuracyPage({"a<b", "", true, columns, &*check});
-    EXPECT_THAT(page, HasSubstr("Accuracy of font a&lt;b"));
-    EXPECT_THAT(page, HasSubstr("&lt;, Distance 0.9"));
-    EXPECT_THAT(page, HasSubstr("&lt;script&gt;&amp;&#39;&quot;.png"));
+    for (const char* words :
+         {"Accuracy of font a&lt;b", "&lt;, Distance 0.9", "&lt;script&gt;&amp;&#39;&quot;.png",
+          "src=\"data:image/png;base64,iVBORw0KGgoAAAANSUhEUgAAAA", "<td>&amp;</td><td class=\"n\">3</td>",
+          "<th>Read as</th>"})
+        EXPECT_THAT(page, HasSubstr(words));
     EXPECT_THAT(page, Not(HasSubstr("<script")));
     EXPECT_THAT(page, Not(HasSubstr("C:\\parts"))) << "folders are nobody else's business";
-    EXPECT_THAT(page, HasSubstr("src=\"data:image/png;base64,iVBORw0KGgoAAAANSUhEUgAAAA"));
-    EXPECT_THAT(page, HasSubstr("<td>&amp;</td><td class=\"n\">3</td>"));
-    EXPECT_THAT(page, HasSubstr("<th>Read as</th>"));
     EXPECT_THAT(page, Not(HasSubstr("http"))) << "nothing from elsewhere";
 }
 

@@ -1,19 +1,52 @@
 #include "trainer/window/ClosingForm.h"
 
-#include "trainer/support/FakeHistory.h"
 #include "trainer/support/TrainerFixture.h"
 #include "trainer/window/RestoreForm.h"
 
 namespace dravik::test {
 namespace {
 
+// Which fonts are unsaved, of which names every operation fails, and what was asked of it: "save A; discard
+// B; ".
+struct FakeHistory : tool::FontHistory {
+    std::vector<std::string> unsaved;
+    std::set<std::string> locked;
+    std::string asked;
+
+    void endAct(std::string_view, std::string_view) override {}
+    std::optional<std::string> undoWords() const override { return {}; }
+    std::optional<std::string> redoWords() const override { return {}; }
+    std::string undo() override { return {}; }
+    std::string redo() override { return {}; }
+    std::vector<std::string> unsavedFonts() const override { return unsaved; }
+    void saveUnsaved(const std::string& font) override { settle("save ", font); }
+    void discardUnsaved(const std::string& font) override { settle("discard ", font); }
+    void exportFont(const std::string& font, const std::string& file) override {
+        note("export " + font + " to ", file);
+    }
+    void importFont(const std::string&, const std::string&) override {}
+    void keepUnsaved() override {}
+    std::vector<tool::RecoveredChanges> takeRecovered() override { return {}; }
+    std::vector<FontVersion> versions(const std::string&) const override { return {}; }
+    void restoreVersion(const FontVersion&, const std::string&) override {}
+
+    void note(const std::string& what, const std::string& name) {
+        if (locked.count(name)) throw Failure(RuntimeError::DiskFull, "No space left for " + name);
+        asked += what + name + "; ";
+    }
+    void settle(const char* what, const std::string& font) {
+        note(what, font);
+        std::erase(unsaved, font);
+    }
+};
+
 class ClosingFormTest : public testing::Test {
   protected:
-    ClosingForm& form(bool training = false) {
+    void form(bool training = false) {
         shown.emplace(platform, history, training, [this](const std::string&) { return file; });
         shown->activate();
-        return *shown;
     }
+    ListBox& fonts() { return in<ListBox>(*shown, "lbFonts"); }
     void press(const char* button) { in<Button>(*shown, button).press(); }
 
     ScriptedPlatform platform;
@@ -25,17 +58,17 @@ class ClosingFormTest : public testing::Test {
 TEST_F(ClosingFormTest, EveryUnsavedFontIsNamedAndSavedOrNoneIs) {
     history.unsaved = {"hack", "lines", "ocrb"};
     form();
-    EXPECT_THAT(in<ListBox>(*shown, "lbFonts").items(), ElementsAre("hack", "lines", "ocrb"));
+    EXPECT_THAT(fonts().items(), ElementsAre("hack", "lines", "ocrb"));
     shown->cancelButton->press();
     EXPECT_FALSE(shown->mayEnd());
     EXPECT_FALSE(shown->loaded());
     EXPECT_EQ(history.asked, "");
 
     form();
-    in<ListBox>(*shown, "lbFonts").setListIndex(1);
+    fonts().setListIndex(1);
     press("cmdSave");
     EXPECT_TRUE(shown->loaded()) << "two are left";
-    EXPECT_THAT(in<ListBox>(*shown, "lbFonts").items(), ElementsAre("hack", "ocrb"));
+    EXPECT_THAT(fonts().items(), ElementsAre("hack", "ocrb"));
     shown->defaultButton->press();
     EXPECT_TRUE(shown->mayEnd());
     EXPECT_FALSE(shown->loaded());
@@ -93,24 +126,24 @@ TEST_F(ClosingFormTest, ARunThatGoesOnIsAskedAboutAlone) {
 
 TEST(RestoreForm, AVersionIsRestoredUnderItsOwnOrAnotherNameOrTheReasonIsSaid) {
     ScriptedPlatform platform;
-    FakeHistory history;
-    history.locked = {"lines"};
-    history.kept = {{"hack", "v3", {}, FontVersion::Kind::Saved, 222, true},
-                    {"lines", "v2", {}, FontVersion::Kind::Deleted, 1, false},
-                    {"lines", "v1", {}, FontVersion::Kind::Discarded, 12, true}};
-    RestoreForm form(
-        platform, history.versions(""), "lines",
-        [&](const FontVersion& version, const std::string& name) { history.restoreVersion(version, name); });
+    std::string restored;
+    RestoreForm form(platform,
+                     {{"hack", "v3", {}, FontVersion::Kind::Saved, 222, true},
+                      {"lines", "v2", {}, FontVersion::Kind::Deleted, 1, false},
+                      {"lines", "v1", {}, FontVersion::Kind::Discarded, 12, true}},
+                     "lines", [&](const FontVersion& version, const std::string& name) {
+                         if (name == "lines") throw Failure(RuntimeError::DiskFull, "No space left");
+                         restored += version.identifier + " as " + name;
+                     });
     form.activate();
     auto& list = in<ListBox>(form, "lbVersions");
     auto& name = in<TextBox>(form, "txtName");
     EXPECT_EQ(list.listIndex(), 1) << "the newest one of the font that is shown";
-    EXPECT_THAT(list.items()[1],
-                testing::AllOf(HasSubstr("lines"), HasSubstr(": 1 sample, not trained (deleted)")));
+    EXPECT_THAT(list.items()[1], AllOf(HasSubstr("lines"), HasSubstr(": 1 sample, not trained (deleted)")));
     EXPECT_EQ(name.text(), "lines");
     platform.boxAnswers = {Answer::Ok};
     form.defaultButton->press();
-    EXPECT_THAT(platform.boxes.at(0).text, HasSubstr("No space left for lines"));
+    EXPECT_THAT(platform.boxes.at(0).text, HasSubstr("No space left"));
     EXPECT_TRUE(form.loaded());
 
     for (const char* bad : {"", "  ", "new"}) {
@@ -122,7 +155,7 @@ TEST(RestoreForm, AVersionIsRestoredUnderItsOwnOrAnotherNameOrTheReasonIsSaid) {
     name.setText(" of/today ");
     form.defaultButton->press();
     EXPECT_FALSE(form.loaded());
-    EXPECT_EQ(history.asked, "restore v1 as of_today; ");
+    EXPECT_EQ(restored, "v1 as of_today");
 
     RestoreForm empty(platform, {}, "lines", {});
     empty.activate();

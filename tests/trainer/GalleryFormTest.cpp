@@ -1,7 +1,6 @@
 // The gallery as the operator meets it: on the trainer and its embedded tool, without a window system.
 #include "trainer/window/GalleryForm.h"
 
-#include "base/Text.h"
 #include "trainer/support/TrainerFixture.h"
 
 namespace dravik::test {
@@ -33,12 +32,6 @@ class GalleryFormTest : public TrainerFixture {
         for (int i = 0; i < gallery.pictures.count(); ++i) text += gallery.pictures.item(i).caption;
         return text;
     }
-    std::string labels() {
-        std::string text;
-        for (const std::int32_t code : trainer->tool().samples(SampleKind::Committed)->codes)
-            text += characterOf(code);
-        return text;
-    }
 
     GalleryForm& gallery = window->gallery;
 };
@@ -54,17 +47,17 @@ TEST_F(GalleryFormTest, TheWrongOneIsFirstAndIsMendedByTyping) {
 
     gallery.pictures.choose(0, 0);
     gallery.pictures.typed("7");
-    EXPECT_EQ(labels(), "12471247");
+    EXPECT_EQ(labelsOfFont(), "12471247");
     EXPECT_FALSE(gallery.pictures.item(0).warns);
     EXPECT_THAT(trainer->acts().notice(), HasSubstr("Labelled 1 sample as 7"));
     EXPECT_EQ(trainer->acts().undoText(), "Undo relabelling of 1 sample as 7");
     trainer->acts().undo();
-    EXPECT_EQ(labels(), "12471244");
+    EXPECT_EQ(labelsOfFont(), "12471244");
     EXPECT_TRUE(gallery.pictures.item(0).warns);
     EXPECT_FALSE(trainer->acts().isUnsaved()) << "as it was saved";
 
     gallery.pictures.typed("78");  // nothing that a sample can be
-    EXPECT_EQ(labels(), "12471244");
+    EXPECT_EQ(labelsOfFont(), "12471244");
     EXPECT_THAT(message(), HasSubstr("one character"));
 }
 
@@ -74,7 +67,7 @@ TEST_F(GalleryFormTest, ManyAreDeletedAtOnceAndWhatIsLeftStaysSelected) {
     gallery.pictures.choose(0, 0);
     gallery.pictures.move(KeyMove::Right, kShiftMask);
     gallery.pictures.keyDown(kKeyDelete, 0);
-    EXPECT_EQ(labels().size(), 6U);
+    EXPECT_EQ(labelsOfFont().size(), 6U);
     EXPECT_EQ(captions(), "4");
     EXPECT_THAT(gallery.pictures.selected(), ElementsAre(0));
     EXPECT_THAT(gallery.cboShown.text(), HasSubstr("4  (1)"));
@@ -85,7 +78,7 @@ TEST_F(GalleryFormTest, ManyAreDeletedAtOnceAndWhatIsLeftStaysSelected) {
     EXPECT_EQ(captions(), "");
     EXPECT_FALSE(gallery.cmdDelete.enabled());
     trainer->acts().undo();
-    EXPECT_EQ(labels(), "12471244");
+    EXPECT_EQ(labelsOfFont(), "12471244");
     gallery.cboShown.setListIndex(0);
     EXPECT_EQ(gallery.pictures.count(), 8);
 
@@ -130,7 +123,7 @@ TEST_F(GalleryFormTest, FollowsTheGridTheHistogramAndTheOverview) {
     screen().overview.tlbChars.buttonClick(screen().overview.tlbChars.button("Numeric"));
     screen().numeric.grid.select(3, 0, 4, 0);
     EXPECT_EQ(gallery.pictures.count(), 2);
-    EXPECT_EQ(labels().substr(2, 2), "47");
+    EXPECT_EQ(labelsOfFont().substr(2, 2), "47");
     gallery.show({});
     gallery.pictures.choose(0, 0);
     EXPECT_EQ(screen().numeric.grid.row(), 8) << "the worst one is the last sample";

@@ -6,7 +6,6 @@
 #include "base/FileLock.h"
 #include "engine/embedded/EmbeddedTool.h"
 #include "engine/font/FontVersions.h"
-#include "trainer/support/PgmFile.h"
 #include "trainer/support/Workspace.h"
 
 namespace dravik::test {
@@ -16,20 +15,12 @@ MATCHER_P(Reads, pattern, "") {
     return std::regex_match(arg, std::regex(pattern));
 }
 
-void permitWriting(const std::string& file, bool permits) {
-    std::filesystem::permissions(
-        file, std::filesystem::perms::owner_write,
-        permits ? std::filesystem::perm_options::add : std::filesystem::perm_options::remove);
-}
-
 class HeadlessCommands : public testing::Test {
   protected:
     CommandResult learn(const std::string& font, const std::string& list,
                         std::vector<std::string> more = {}) {
-        std::vector<std::string> arguments = {"learn", "--font", font, "--samples",
-                                              workspace.write("list.tsv", list)};
-        arguments.insert(arguments.end(), more.begin(), more.end());
-        return workspace.run(arguments);
+        more.insert(more.begin(), {"learn", "--font", font, "--samples", workspace.write("list.tsv", list)});
+        return workspace.run(more);
     }
 
     CommandResult read(const std::string& font, std::vector<std::string> images) {
@@ -108,17 +99,15 @@ TEST_F(HeadlessCommands, ImagesThatCannotBeIncludedAreRefusedInWordsAndTheOthers
                               {"--timeout", "3"});
     EXPECT_EQ(result.status, 0);
     EXPECT_THAT(result.err, IsEmpty());
-    ASSERT_EQ(result.out.size(), 13U);
-    EXPECT_EQ(result.out[0], "refused\tgone.pgm\t" + workspace.path("gone.pgm") + ": no such file");
-    EXPECT_EQ(result.out[1], "refused\tshort.pgm\t4 characters typed, 3 found");
-    EXPECT_EQ(result.out[2], "refused\tgood.pgm\t3 characters typed, 4 found");
-    EXPECT_EQ(result.out[3], "included 4\tgood.pgm");
-    EXPECT_EQ(result.out[4], "refused\t./good.pgm\tincluded already, from a row above");
-    EXPECT_EQ(result.out[5], "refused\ttext.pgm\t" + workspace.path("text.pgm") + ": is not a grey image");
-    EXPECT_THAT(result.out[6], StartsWith("refused\tdot.pgm\t"));
-    EXPECT_EQ(result.out[7], "samples 4");
-    EXPECT_THAT(result.out[11], StartsWith("saved "));
-    EXPECT_THAT(result.out[12], StartsWith("Held-out check: not made"));
+    EXPECT_THAT(
+        result.out,
+        ElementsAre("refused\tgone.pgm\t" + workspace.path("gone.pgm") + ": no such file",
+                    "refused\tshort.pgm\t4 characters typed, 3 found",
+                    "refused\tgood.pgm\t3 characters typed, 4 found", "included 4\tgood.pgm",
+                    "refused\t./good.pgm\tincluded already, from a row above",
+                    "refused\ttext.pgm\t" + workspace.path("text.pgm") + ": is not a grey image",
+                    StartsWith("refused\tdot.pgm\t"), "samples 4", StartsWith("cycles "), StartsWith("rms "),
+                    StartsWith("seconds "), StartsWith("saved "), StartsWith("Held-out check: not made")));
 }
 
 TEST_F(HeadlessCommands, NothingIsTrainedWhenEveryImageIsRefused) {
@@ -128,8 +117,7 @@ TEST_F(HeadlessCommands, NothingIsTrainedWhenEveryImageIsRefused) {
     EXPECT_THAT(result.out, ElementsAre(StartsWith("refused\tpart.pgm\t")));
     EXPECT_THAT(result.err, ElementsAre("dravik-trainer: nothing to learn: every image was refused"));
 
-    const auto untrained = read("f", {part});
-    fails(untrained, ElementsAre("dravik-trainer: font f: is not trained"));
+    fails(read("f", {part}), ElementsAre("dravik-trainer: font f: is not trained"));
     EXPECT_THAT(workspace.run({"fonts"}).out.at(1), Reads("f\t.*\t0\tno\t.*"));
 
     fails(learn("g", "part.pgm\t12\npart.pgm 12\n\t12\n"),
@@ -154,16 +142,13 @@ TEST_F(HeadlessCommands, ASecondListAddsToTheFontAndItsCharacters) {
 
 TEST_F(HeadlessCommands, FontNamesThatTheDialogsRefuseAreRefused) {
     workspace.draw("part.pgm", "12");
-    EXPECT_THAT(
-        learn("New", "part.pgm\t12\n").err,
+    fails(
+        learn("New", "part.pgm\t12\n"),
         ElementsAre("dravik-trainer: font New: Font name 'new' is reserved, please select a different name"));
     ASSERT_EQ(learn("digits", "part.pgm\t12\n", {"--timeout", "1"}).status, 0);
-    const auto clash = learn("Digits", "part.pgm\t12\n");
-    EXPECT_EQ(clash.status, 1);
-    EXPECT_THAT(
-        clash.err,
-        ElementsAre("dravik-trainer: font Digits: there is a font whose name differs only in the case of its "
-                    "letters"));
+    fails(learn("Digits", "part.pgm\t12\n"),
+          ElementsAre("dravik-trainer: font Digits: there is a font whose name differs only in the case of "
+                      "its letters"));
     EXPECT_THAT(read("other", {"x.pgm"}).err, ElementsAre(AllOf(HasSubstr("font other: no such font in "),
                                                                 EndsWith("; there are digits"))));
 }
@@ -269,19 +254,22 @@ TEST_F(HeadlessCommands, WhatCannotBeRestoredIsToldAndChangesNothing) {
 TEST_F(HeadlessCommands, AJobsFolderThatCannotBeMadeIsOneClearLine) {
     workspace.draw("part.pgm", "12");
     workspace.write("jobs", "a file where the folder should be");
-    const auto result = learn("f", "part.pgm\t12\n");
-    fails(result, ElementsAre(AllOf(StartsWith("dravik-trainer: font f: "), HasSubstr(workspace.jobs()))));
-    fails(workspace.run({"fonts"}), ElementsAre(HasSubstr(workspace.jobs())));
-    fails(workspace.run({"fonts", "--versions"}), ElementsAre(HasSubstr(workspace.jobs())));
-    fails(read("f", {"part.pgm"}), ElementsAre(HasSubstr(workspace.jobs())));
+    fails(learn("f", "part.pgm\t12\n"),
+          ElementsAre(AllOf(StartsWith("dravik-trainer: font f: "), HasSubstr(workspace.jobs()))));
+    for (const auto& result :
+         {workspace.run({"fonts"}), workspace.run({"fonts", "--versions"}), read("f", {"part.pgm"})})
+        fails(result, ElementsAre(HasSubstr(workspace.jobs())));
 }
 
 TEST_F(HeadlessCommands, AFontThatCannotBeSavedIsAFailureWithItsReason) {
     workspace.draw("part.pgm", "12");
+    const auto setWritable = [&](std::filesystem::perm_options how) {
+        std::filesystem::permissions(workspace.fontFile("f"), std::filesystem::perms::owner_write, how);
+    };
     const auto list = workspace.write("list.tsv", "part.pgm\t12\n");
     const auto result =
         workspace.run({"learn", "--font", "f", "--samples", list}, [&](const std::string& file) {
-            permitWriting(workspace.fontFile("f"), false);
+            setWritable(std::filesystem::perm_options::remove);
             return readPgm(file);
         });
     EXPECT_EQ(result.status, 1);
@@ -290,8 +278,8 @@ TEST_F(HeadlessCommands, AFontThatCannotBeSavedIsAFailureWithItsReason) {
     EXPECT_THAT(result.err, ElementsAre(AllOf(StartsWith("dravik-trainer: font f: "), HasSubstr("Fonts"))));
 
     // What was learnt is not lost.
-    permitWriting(workspace.fontFile("f"), true);
-    const auto next = workspace.run({"learn", "--font", "f", "--samples", list});
+    setWritable(std::filesystem::perm_options::add);
+    const auto next = learn("f", "part.pgm\t12\n");
     EXPECT_EQ(next.status, 0);
     EXPECT_THAT(next.err, ElementsAre(AllOf(StartsWith("dravik-trainer: f: 2 changes of "),
                                             HasSubstr("had not been saved; they are in the font again"))));
@@ -301,66 +289,54 @@ TEST_F(HeadlessCommands, AFontThatCannotBeSavedIsAFailureWithItsReason) {
 // What cannot be kept is not included, and what holds the font is named.
 TEST_F(HeadlessCommands, AFontThatCannotBeChangedIsAFailureBeforeAnythingIsIncluded) {
     workspace.draw("part.pgm", "12");
-    const auto list = workspace.write("list.tsv", "part.pgm\t12\n");
-    ASSERT_EQ(workspace.run({"learn", "--font", "f", "--samples", list}).status, 0);
+    ASSERT_EQ(learn("f", "part.pgm\t12\n").status, 0);
     const auto before = Workspace::content(workspace.fontFile("f"));
     {
         engine::EmbeddedTool other{JobFolder(workspace.jobs())};
         other.LoadFont("f");
         other.DeleteSample(300000);
-        fails(workspace.run({"learn", "--font", "f", "--samples", list}),
-              ElementsAre(
-                  AllOf(StartsWith("dravik-trainer: font f: "), HasSubstr("is being changed by process"))));
-        EXPECT_EQ(workspace.run({"read", "--font", "f", workspace.path("part.pgm")}).status, 0);
+        fails(learn("f", "part.pgm\t12\n"), ElementsAre(AllOf(StartsWith("dravik-trainer: font f: "),
+                                                              HasSubstr("is being changed by process"))));
+        EXPECT_EQ(read("f", {workspace.path("part.pgm")}).status, 0);
     }
     EXPECT_EQ(Workspace::content(workspace.fontFile("f")), before);
 }
 
 // Presses Ctrl+C as soon as a text is written to it.
-class InterruptingBuffer : public std::stringbuf {
-  public:
-    explicit InterruptingBuffer(std::string text) : text_(std::move(text)) {}
-
-  protected:
+struct InterruptingBuffer : std::stringbuf {
+    explicit InterruptingBuffer(const char* text) : awaited(text) {}
     int sync() override {
-        if (!done_ && str().find(text_) != std::string::npos) {
-            done_ = true;
+        if (awaited && str().find(awaited) != std::string::npos) {
+            awaited = nullptr;
             std::raise(SIGINT);
         }
         return 0;
     }
-
-  private:
-    std::string text_;
-    bool done_ = false;
+    const char* awaited;
 };
 
 TEST_F(HeadlessCommands, CtrlCLeavesTheFontOnDiskAsItWas) {
     ASSERT_EQ(workspace.learnDigits("digits").status, 0);
     const auto before = Workspace::content(workspace.fontFile("digits"));
-    workspace.draw("a.pgm", "AC");
-    workspace.draw("b.pgm", "CA");
-    const auto list = workspace.write("list.tsv", "a.pgm\tAC\nb.pgm\tCA\n");
-    const std::vector<std::string> arguments = {"learn", "--font", "digits",        "--samples",
-                                                list,    "--jobs", workspace.jobs()};
+    for (const char* text : {"AC", "CA"}) workspace.draw(text + std::string(".pgm"), text);
+    const auto list = workspace.write("list.tsv", "AC.pgm\tAC\nCA.pgm\tCA\n");
+    const CommandLine line =
+        parseCommandLine({"learn", "--font", "digits", "--samples", list, "--jobs", workspace.jobs()});
 
-    InterruptingBuffer afterFirstImage("a.pgm");
-    InterruptingBuffer whileTraining("cycles");
-    std::ostringstream out;
-    std::ostringstream err;
-    std::ostream interruptingOut(&afterFirstImage);
-    EXPECT_EQ(runHeadless(arguments, readPgm, interruptingOut, err, false), 130);
-    EXPECT_EQ(afterFirstImage.str(), "included 2\ta.pgm\n");
+    InterruptingBuffer afterFirstImage("AC.pgm"), whileTraining("cycles");
+    std::ostringstream out, err;
+    std::ostream interruptingOut(&afterFirstImage), interruptingErr(&whileTraining);
+    EXPECT_EQ(runCommand(line, readPgm, {interruptingOut, err, false}), 130);
+    EXPECT_EQ(afterFirstImage.str(), "included 2\tAC.pgm\n");
     EXPECT_THAT(err.str(), StartsWith("dravik-trainer: interrupted"));
 
-    std::ostream interruptingErr(&whileTraining);
-    EXPECT_EQ(runHeadless(arguments, readPgm, out, interruptingErr, true), 130);
-    EXPECT_EQ(out.str(), "included 2\ta.pgm\nincluded 2\tb.pgm\n");
+    EXPECT_EQ(runCommand(line, readPgm, {out, interruptingErr, true}), 130);
+    EXPECT_EQ(out.str(), "included 2\tAC.pgm\nincluded 2\tCA.pgm\n");
     EXPECT_THAT(whileTraining.str(), AllOf(HasSubstr(" %  "), HasSubstr("interrupted")));
     EXPECT_EQ(Workspace::content(workspace.fontFile("digits")), before);
 
     // But nothing that was included is lost.
-    EXPECT_THAT(read("digits", {workspace.path("a.pgm")}).err,
+    EXPECT_THAT(read("digits", {workspace.path("AC.pgm")}).err,
                 ElementsAre(AllOf(Reads("dravik-trainer: digits: [34] changes of .*"),
                                   EndsWith("had not been saved; they are in the font again"))));
 }
@@ -369,15 +345,13 @@ TEST_F(HeadlessCommands, FoldersAndListsAreReadInOrderAndCompared) {
     ASSERT_EQ(workspace.learnDigits("digits").status, 0);
     std::filesystem::create_directory(workspace.path("parts"));
     std::string list;
-    for (int i = 0; i < 9; ++i) {
-        const std::string name = "parts/" + std::to_string(i) + ".pgm";
-        workspace.draw(name, std::to_string(1234567890 + i), 6 + i % 3);
-        list += name + "\t" + std::to_string(1234567890 + i) + "\n";
-    }
     std::vector<std::string> expected;
-    for (int i = 0; i < 9; ++i)
-        expected.push_back(fromPath(toPath(workspace.path("parts")) / (std::to_string(i) + ".pgm")) + '\t' +
-                           std::to_string(1234567890 + i));
+    for (int i = 0; i < 9; ++i) {
+        const std::string name = std::to_string(i) + ".pgm", text = std::to_string(1234567890 + i);
+        workspace.draw("parts/" + name, text, 6 + i % 3);
+        list.append("parts/").append(name).append("\t").append(text).append("\n");
+        expected.push_back(fromPath(toPath(workspace.path("parts")) / name) + '\t' + text);
+    }
     const auto folder = read("digits", {"--threads", "4", workspace.path("parts")});
     EXPECT_EQ(folder.status, 0);
     EXPECT_EQ(folder.out, expected);

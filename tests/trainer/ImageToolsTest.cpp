@@ -44,11 +44,17 @@ class ImageToolsTest : public TrainerFixture {
     }
     bool press(char letter) { return view.key({Name::Other, letter}); }
     std::size_t found() { return trainer->preview().size(); }
-    TextBox& text() { return screen().sample.txtSampleInput; }
-    std::string labels() {
-        std::string all;
-        for (const LabelledCharacter& one : trainer->preview()) all += one.label.empty() ? "_" : one.label;
-        return all;
+
+    // What the operator does in the form of the settings.
+    void inSettings(const std::function<void(Form&)>& act) {
+        platform.script("imageSettingsForm", act);
+        actions.imageSettings.trigger();
+    }
+    static void typeRegion(Form& form, std::initializer_list<const char*> figures) {
+        const char* const* figure = figures.begin();
+        in<CheckBox>(form, "chkRegion").setChecked(true);
+        for (const char* name : {"txtLeft", "txtTop", "txtWidth", "txtHeight", "txtAngle"})
+            in<TextBox>(form, name).setText(*figure++);
     }
 
     // Two lines, the first of which is to be read.
@@ -115,8 +121,8 @@ TEST_F(ImageToolsTest, CharactersAreCorrectedByKeysAndRememberedUntilTheImageIsL
     open("a.pgm", lines);
     open("b.pgm", drawn({"89"}));
     trainer->parts().setCurrent(0);
-    text().edit("");
-    text().edit("1234567");  // typed, no longer proposed
+    box().edit("");
+    box().edit("1234567");  // typed, no longer proposed
     const int before = committed();
     actions.correctCharacters.trigger();
     press(Name::Tab);
@@ -131,7 +137,7 @@ TEST_F(ImageToolsTest, CharactersAreCorrectedByKeysAndRememberedUntilTheImageIsL
     EXPECT_TRUE(press('J'));
     EXPECT_TRUE(press('S'));
     EXPECT_EQ(labels().size(), 7u);
-    EXPECT_EQ(labels().substr(2), "34567");
+    EXPECT_THAT(labels(), EndsWith("34567"));
     press(Name::Home);
     for (const char key : {'J', 'J', 'S'}) EXPECT_TRUE(press(key));
     const float cut = trainer->preview()[0].box.width;
@@ -140,14 +146,14 @@ TEST_F(ImageToolsTest, CharactersAreCorrectedByKeysAndRememberedUntilTheImageIsL
     press(Name::Home);
     for (int step = 0; step < 3; ++step) press(Name::Right);
     EXPECT_FALSE(press('J')) << "the next one stands in the line below";
-    text().edit("1234567");
+    box().edit("1234567");
     press(Name::End);
     EXPECT_FALSE(press('J')) << "there is no next one";
-    text().edit("");
+    box().edit("");
     EXPECT_TRUE(press('S'));
-    EXPECT_EQ(text().text(), "") << "nothing is labelled that was not before";
+    EXPECT_EQ(text(), "") << "nothing is labelled that was not before";
     tools.undo();
-    text().edit("1234567");
+    box().edit("1234567");
     press(Name::End);
     press(Name::Delete);
     EXPECT_EQ(labels(), "123456");
@@ -158,7 +164,7 @@ TEST_F(ImageToolsTest, CharactersAreCorrectedByKeysAndRememberedUntilTheImageIsL
     EXPECT_EQ(tools.note(), "");
     trainer->parts().setCurrent(0);
     EXPECT_EQ(found(), 6u);
-    text().edit("123456");
+    box().edit("123456");
     enter();
     EXPECT_EQ(committed(), before + 6);
     trainer->parts().setCurrent(0);
@@ -187,7 +193,7 @@ TEST_F(ImageToolsTest, NoImageIsLostToTheSegmentation) {
     const RotatedBox first = trainer->preview()[0].box, second = trainer->preview()[1].box;
     trainer->adjustments().set({.print = {.polarity = Polarity::LightOnDark, .smallestHeight = 300}}, false);
     ASSERT_EQ(found(), 0u);
-    text().edit("12");
+    box().edit("12");
     actions.correctCharacters.trigger();
     for (const RotatedBox& box : {second, first}) {
         const auto corners = box.corners();
@@ -226,9 +232,9 @@ TEST_F(ImageToolsTest, NoImageIsLostToTheSegmentation) {
 TEST_F(ImageToolsTest, TheMenuOfACharacterOffersWhatElseItMayBe) {
     selectFont();
     open("a.pgm", drawn({"1234"}, {.scale = 6, .dot = 6}));
-    text().edit("1734");
-    const RotatedBox box = trainer->preview()[1].box;
-    const ViewPoint place = view.toView({box.centreX, box.centreY});
+    box().edit("1734");
+    const RotatedBox& second = trainer->preview()[1].box;
+    const ViewPoint place = view.toView({second.centreX, second.centreY});
     EXPECT_TRUE(view.tipAt(place).starts_with("reads 2 "));
     bool differs = false;
     for (const ViewTag& tag : view.tags()) differs |= tag.text == "\u22602" && tag.color == kMismatchColor;
@@ -238,11 +244,11 @@ TEST_F(ImageToolsTest, TheMenuOfACharacterOffersWhatElseItMayBe) {
     view.release(place);
     ASSERT_FALSE(offered.empty());
     EXPECT_TRUE(offered.front().starts_with("2    ")) << offered.front();
-    EXPECT_EQ(text().text(), "1234");
+    EXPECT_EQ(text(), "1234");
     for (const ViewTag& tag : view.tags()) EXPECT_EQ(tag.text.size(), 1u);
-    text().edit("");
+    box().edit("");
     view.pickAt(place);
-    EXPECT_EQ(text().text(), "1234") << "what is not typed is what is read";
+    EXPECT_EQ(text(), "1234") << "what is not typed is what is read";
     actions.readingOnImage.trigger();
     EXPECT_EQ(view.tags().size(), 4u);
     picks = actions.removeCharacter.name();
@@ -254,41 +260,33 @@ TEST_F(ImageToolsTest, TheMenuOfACharacterOffersWhatElseItMayBe) {
 TEST_F(ImageToolsTest, TheSettingsFormTakesChoicesAndFigures) {
     open("a.pgm", lines);
     ASSERT_EQ(found(), 7u);
-    platform.script("imageSettingsForm", [](Form& form) {
-        const auto type = [&](const char* box, const char* words) { in<TextBox>(form, box).setText(words); };
+    inSettings([](Form& form) {
         Button& ok = in<Button>(form, "OKButton");
         EXPECT_TRUE(ok.enabled());
         in<ComboBox>(form, "cboPolarity").setListIndex(1);
         in<CheckBox>(form, "chkRegion").setChecked(true);
         EXPECT_FALSE(ok.enabled()) << "a region without figures";
-        const char* const boxes[] = {"txtLeft", "txtTop", "txtWidth", "txtHeight", "txtAngle"};
-        const char* const figures[] = {"10", "10", "170", "66", "0"};
-        for (std::size_t i = 0; i < 5; ++i) type(boxes[i], figures[i]);
-        type("txtSmallest", "x");
+        typeRegion(form, {"10", "10", "170", "66", "0"});
+        in<TextBox>(form, "txtSmallest").setText("x");
         EXPECT_FALSE(ok.enabled());
-        type("txtSmallest", "12");
+        in<TextBox>(form, "txtSmallest").setText("12");
         ok.press();
     });
-    actions.imageSettings.trigger();
     EXPECT_EQ(found(), 4u) << "without a font, too";
     const SegmentationSettings settings = trainer->adjustments().settings();
     EXPECT_EQ(settings.print, (PrintSettings{Polarity::DarkOnLight, PrintKind::Automatic, 12}));
     EXPECT_EQ(settings.region, (RotatedBox{95, 43, 170, 66, 0}));
     const RotatedBox uneven{95.123f, 43.456f, 170.789f, 66, 0.321f};
     trainer->adjustments().setRegion(uneven, false);
-    platform.script("imageSettingsForm", [](Form& form) { in<Button>(form, "OKButton").press(); });
-    actions.imageSettings.trigger();
+    inSettings([](Form& form) { in<Button>(form, "OKButton").press(); });
     EXPECT_EQ(trainer->adjustments().settings().region, uneven) << "not rounded by looking at it";
     selectFont();
     EXPECT_EQ(found(), 7u) << "by the settings of the font, which has samples";
-    platform.script("imageSettingsForm", [](Form& form) {
+    inSettings([](Form& form) {
         in<ComboBox>(form, "cboPolarity").setListIndex(1);
-        in<CheckBox>(form, "chkRegion").setChecked(true);
-        const char* const boxes[] = {"txtLeft", "txtTop", "txtWidth", "txtHeight", "txtAngle"};
-        for (const char* box : boxes) in<TextBox>(form, box).setText("90");
+        typeRegion(form, {"90", "90", "90", "90", "90"});
         in<Button>(form, "OKButton").press();
     });
-    actions.imageSettings.trigger();
     EXPECT_TRUE(trainer->adjustments().settings().region);
     trainer->acts().undo();
     EXPECT_EQ(trainer->adjustments().settings(), SegmentationSettings{}) << "all at once";

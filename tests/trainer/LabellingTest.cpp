@@ -2,7 +2,6 @@
 // keeps a wrong label out of the font.
 #include "trainer/Labelling.h"
 
-#include "base/Text.h"
 #include "trainer/support/TrainerFixture.h"
 
 namespace dravik::test {
@@ -14,12 +13,6 @@ class LabellingTest : public TrainerFixture {
     LabellingTest() {
         EXPECT_EQ(workspace.learnDigits("digits").status, 0);
         choose("digits");
-    }
-    std::string labelsOfFont() {
-        std::string all;
-        const auto table = trainer->tool().GetSampleData(kAllCommitted, kSampleFields);
-        for (int row = 1; table && row <= table->upperRow(); ++row) all += table->character(row);
-        return all;
     }
     void open(std::initializer_list<const char*> texts) {
         std::vector<std::string> images;
@@ -43,14 +36,12 @@ class LabellingTest : public TrainerFixture {
     // What the operator does when he is asked whether a text is right.
     void answerQuestion(const char* button) {
         platform.script("includeQuestion", [this, button](Form& form) {
-            ++questions;
-            question = in<Label>(form, "lblFound(0)").caption();
+            questions.push_back(in<Label>(form, "lblFound(0)").caption());
             press(form, {button});
         });
     }
 
-    int questions = 0;
-    std::string question;
+    std::vector<std::string> questions;
 };
 
 // The same number of characters on every image, as labels of a fixed format have it: nothing else would
@@ -59,11 +50,10 @@ TEST_F(LabellingTest, NoImageIsIncludedWithTheTextOfAnother) {
     const std::string before = labelsOfFont();
     open({"1234", "5678", "9012"});
     EXPECT_EQ(text(), "1234");
-    ui::TextBox& box = screen().sample.txtSampleInput;
-    EXPECT_EQ(box.selectionLength(), 32767) << "typing replaces it";
-    box.select(4, 0);  // as a window system does when the focus goes
-    box.gotFocus();
-    EXPECT_EQ(box.selectionLength(), 32767) << "and does so after a Learn";
+    EXPECT_EQ(box().selectionLength(), 32767) << "typing replaces it";
+    box().select(4, 0);  // as a window system does when the focus goes
+    box().gotFocus();
+    EXPECT_EQ(box().selectionLength(), 32767) << "and does so after a Learn";
     enter();
     EXPECT_EQ(current(), 1) << "it goes on by itself";
     EXPECT_THAT(window->noticeText(), HasSubstr("Included 1234.pgm: 1234"));
@@ -74,9 +64,9 @@ TEST_F(LabellingTest, NoImageIsIncludedWithTheTextOfAnother) {
     window->actions.previous.trigger();
     EXPECT_EQ(text(), "5678") << "what it was included with";
     type("7777");
-    box.select(4, 0);
-    box.gotFocus();
-    EXPECT_EQ(box.selectionLength(), 0) << "the operator goes on with what he types";
+    box().select(4, 0);
+    box().gotFocus();
+    EXPECT_EQ(box().selectionLength(), 0) << "the operator goes on with what he types";
     window->actions.next.trigger();
     EXPECT_EQ(text(), "9012");
     enter();
@@ -85,7 +75,7 @@ TEST_F(LabellingTest, NoImageIsIncludedWithTheTextOfAnother) {
 
     window->actions.closeAll.trigger();
     EXPECT_EQ(text(), "");
-    screen().sample.txtSampleInput.edit("8 6\xE2\x80\x8B\r\n");
+    box().edit("8 6\xE2\x80\x8B\r\n");
     EXPECT_EQ(text(), "86") << "what is pasted and not seen is no character";
     type("");
     window->open({workspace.write("text.pgm", "no image"), workspace.path("5678.pgm")});
@@ -105,7 +95,7 @@ TEST_F(LabellingTest, EnterLeadsToEachCharacterInDoubtBeforeItIncludes) {
     for (std::size_t i = 0; i < doubts; ++i) {
         enter();
         EXPECT_GE(trainer->labelling().pointedAt(), 0);
-        EXPECT_EQ(screen().sample.txtSampleInput.selectionLength(), 1);
+        EXPECT_EQ(box().selectionLength(), 1);
         EXPECT_THAT(window->noticeText(), HasSubstr("Enter takes it, typing replaces it"));
         EXPECT_EQ(committed(), before);
     }
@@ -113,7 +103,7 @@ TEST_F(LabellingTest, EnterLeadsToEachCharacterInDoubtBeforeItIncludes) {
     enter();
     ASSERT_EQ(platform.boxes.size(), 1u) << "now the screen asks whether the font is to have them";
     EXPECT_EQ(platform.boxes[0].title, "Warning: Invalid Characters");
-    EXPECT_EQ(screen().sample.txtSampleInput.pasteFilter(" 12 3\r\n4\t"), "1234");
+    EXPECT_EQ(box().pasteFilter(" 12 3\r\n4\t"), "1234");
 }
 
 TEST_F(LabellingTest, TextStaysForPartsOfOnePrintOnlyWhereTheOperatorSaysSo) {
@@ -136,22 +126,22 @@ TEST_F(LabellingTest, ATypedCharacterThatLooksLikeAnotherIsPointedOutBeforeItIsI
     type("1274");
     answerQuestion("CancelButton");
     enter();
-    EXPECT_EQ(question, "3rd character: typed 7, looks like 3");
+    EXPECT_THAT(questions, ElementsAre("3rd character: typed 7, looks like 3"));
     EXPECT_EQ(committed(), before);
     EXPECT_EQ(trainer->labelling().pointedAt(), 2);
-    EXPECT_EQ(screen().sample.txtSampleInput.selectionStart(), 2);
-    EXPECT_EQ(screen().sample.txtSampleInput.selectionLength(), 1);
+    EXPECT_EQ(box().selectionStart(), 2);
+    EXPECT_EQ(box().selectionLength(), 1);
     EXPECT_FALSE(trainer->acts().isUnsaved()) << "the font is as it was";
     type("1234");
     EXPECT_THAT(window->noticeText(), Not(HasSubstr("3rd character")));
     enter();
-    EXPECT_EQ(questions, 1);
+    EXPECT_EQ(questions.size(), 1u);
     EXPECT_EQ(committed(), before + 4);
 
     type("5778");
     answerQuestion("cmdInclude");
     enter();
-    EXPECT_EQ(questions, 2);
+    EXPECT_EQ(questions.size(), 2u);
     EXPECT_EQ(committed(), before + 8) << "the operator knows better";
 }
 
@@ -162,19 +152,16 @@ TEST_F(LabellingTest, AnImageIsIncludedOnceUnlessTheOperatorWantsItTwice) {
     EXPECT_EQ(stateOf(0), PartState::Included);
     EXPECT_EQ(stateOf(1), PartState::New);
     const int once = committed();
-    platform.script("includeQuestion", [this](Form& form) {
-        question = in<Label>(form, "lblFound(0)").caption();
-        form.defaultButton->press();
-    });
+    answerQuestion("CancelButton");
     trainer->parts().setCurrent(0);
     enter();
-    EXPECT_EQ(question, "This image is included in the font digits already.");
+    EXPECT_THAT(questions, ElementsAre("This image is included in the font digits already."));
     type("5678");
     enter();
     EXPECT_EQ(labelOf(0), "1234") << "what he has typed is the text of another image";
     trainer->parts().setCurrent(2);
     enter();
-    EXPECT_THAT(question, HasSubstr("1234.pgm, is included"));
+    EXPECT_THAT(questions, Contains(HasSubstr("1234.pgm, is included")));
     EXPECT_EQ(committed(), once);
     EXPECT_EQ(stateOf(2), PartState::New);
 
@@ -245,7 +232,7 @@ TEST_F(LabellingTest, ALabelIsCorrectedWithTheSamplesOfItsImage) {
     EXPECT_EQ(labelsOfFont().substr(first), "1234679833");
     EXPECT_EQ(labelOf(2), "3333") << "it may be any of them";
 
-    platform.script("includeQuestion", [](Form& form) { form.defaultButton->press(); });
+    answerQuestion("CancelButton");
     trainer->parts().setCurrent(1);
     type("5678");
     enter();
@@ -309,19 +296,18 @@ TEST(ProposedText, DoubtsFollowTheCharactersThatAreLeftOfTheProposal) {
 
 TEST(TextFormats, DecidesBetweenLookAlikesAndNotAgainstAClearShape) {
     TextFormats format;
-    const auto candidates = [](double first, double second) {
+    const auto proposed = [&](double first, double second) {
         CharacterCandidates one;
         one.candidates = {{"O", first}, {"0", second}};
-        return std::vector(4, one);
+        std::string text;
+        for (const auto& character : propose(std::vector(4, one), format)) text += character.character;
+        return text;
     };
-    EXPECT_EQ(propose(candidates(0.6, 0.4), format)[2].character, "O");
+    EXPECT_EQ(proposed(0.6, 0.4), "OOOO");
     for (const char* text : {"LT12", "LT87", "LT55"}) format.add(text);
-    const auto close = propose(candidates(0.6, 0.4), format);
-    EXPECT_EQ(close[0].character, "O");
-    EXPECT_EQ(close[2].character, "0");
-    const auto clear = propose(candidates(0.9999, 0.0001), format);
-    EXPECT_EQ(clear[2].character, "O");
-    EXPECT_EQ(propose({}, format).size(), 0u);
+    EXPECT_EQ(proposed(0.6, 0.4), "OO00");
+    EXPECT_EQ(proposed(0.9999, 0.0001), "OOOO");
+    EXPECT_TRUE(propose({}, format).empty());
 }
 
 }  // namespace

@@ -1,19 +1,12 @@
 #include "trainer/OpenedParts.h"
 
 #include "engine/image/Thumbnail.h"
-#include "trainer/support/PgmFile.h"
 #include "trainer/support/Workspace.h"
 
 namespace dravik::test {
 
 using namespace ui;
 namespace {
-
-std::vector<std::string> namesOf(const OpenedParts& parts) {
-    std::vector<std::string> names;
-    for (int i = 0; i < parts.count(); ++i) names.push_back(parts.name(i));
-    return names;
-}
 
 class OpenedPartsTest : public testing::Test {
   protected:
@@ -27,22 +20,22 @@ class OpenedPartsTest : public testing::Test {
         parts.currentChanged.subscribe([this] { events += std::to_string(parts.current()) + " "; });
     }
 
+    std::vector<std::string> names() const {
+        std::vector<std::string> all;
+        for (int i = 0; i < parts.count(); ++i) all.push_back(parts.name(i));
+        return all;
+    }
+
     Workspace workspace;
     OpenedParts parts{readPgm};
     std::string events;
 };
 
-TEST_F(OpenedPartsTest, AFolderGivesItsImagesInOrderOfName) {
-    EXPECT_TRUE(parts.open({workspace.path("parts")}).problems.empty());
-    EXPECT_THAT(namesOf(parts), ElementsAre("a.PGM", "b.pgm", "c.png"));
-    EXPECT_EQ(events, "list 0 ");
-    EXPECT_FALSE(parts.image().empty());
-}
-
-TEST_F(OpenedPartsTest, AFileIsOpenedOnceHoweverItIsNamed) {
+TEST_F(OpenedPartsTest, AFileIsOpenedOnceAndAFolderGivesItsImagesInOrderOfName) {
     parts.open({workspace.path("parts/b.pgm"), workspace.path("parts/../parts/./b.pgm")});
-    parts.open({workspace.path("parts")});
-    EXPECT_THAT(namesOf(parts), ElementsAre("b.pgm", "a.PGM", "c.png"));
+    EXPECT_EQ(events, "list 0 ");
+    EXPECT_THAT(parts.open({workspace.path("parts")}).problems, IsEmpty());
+    EXPECT_THAT(names(), ElementsAre("b.pgm", "a.PGM", "c.png"));
     EXPECT_EQ(parts.current(), 0);
     events.clear();
     parts.open({workspace.path("parts")});
@@ -50,14 +43,12 @@ TEST_F(OpenedPartsTest, AFileIsOpenedOnceHoweverItIsNamed) {
 }
 
 TEST_F(OpenedPartsTest, WhatHoldsNoImageIsNamed) {
-    std::filesystem::create_directory(workspace.path("empty"));
-    const auto problems = parts
-                              .open({workspace.path("none.png"), workspace.path("parts/notes.txt"),
-                                     workspace.path("empty"), workspace.path("parts/a.PGM")})
-                              .problems;
-    EXPECT_THAT(problems, ElementsAre(workspace.path("none.png") + ": no such file or folder",
-                                      HasSubstr("notes.txt: is not a grey image"),
-                                      workspace.path("empty") + ": no images in this folder"));
+    workspace.makeFolder("empty");
+    const auto opened = parts.open({workspace.path("none.png"), workspace.path("parts/notes.txt"),
+                                    workspace.path("empty"), workspace.path("parts/a.PGM")});
+    EXPECT_THAT(opened.problems, ElementsAre(workspace.path("none.png") + ": no such file or folder",
+                                             HasSubstr("notes.txt: is not a grey image"),
+                                             workspace.path("empty") + ": no images in this folder"));
     EXPECT_EQ(parts.count(), 1);
 }
 
@@ -105,8 +96,7 @@ TEST(Thumbnail, AveragesAreasAndKeepsProportions) {
     const auto uneven = thumbnailOf(GreyImage(7, 5, 90), 4);
     EXPECT_EQ(uneven.width(), 4);
     EXPECT_EQ(uneven.height(), 3);
-    for (int y = 0; y < 3; ++y)
-        for (int x = 0; x < 4; ++x) EXPECT_EQ(uneven(x, y), 90);
+    for (int y = 0; y < 3; ++y) EXPECT_THAT(uneven.row(y), testing::Each(90));
 
     EXPECT_EQ(thumbnailOf(GreyImage(1000, 2), 10).height(), 1);
     EXPECT_EQ(thumbnailOf(GreyImage(5, 3, 7), 100).width(), 5) << "never enlarged";

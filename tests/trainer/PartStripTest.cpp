@@ -83,9 +83,7 @@ TEST_F(PartStripTest, PlacesAndPartsBelongTogether) {
     EXPECT_EQ(strip.scroll().position, 0);
     EXPECT_EQ(strip.partAt(300), -1);
     const ViewBox wide = PartStrip::pictureIn(GreyImage(200, 50, 0), 104, 54);
-    EXPECT_EQ(wide.width, 104);
-    EXPECT_EQ(wide.height, 26);
-    EXPECT_EQ(wide.top, 14);
+    EXPECT_EQ(std::tuple(wide.top, wide.width, wide.height), std::tuple(14, 104, 26));
 }
 
 }  // namespace

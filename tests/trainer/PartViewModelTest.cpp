@@ -14,11 +14,11 @@ class PartViewModelTest : public testing::Test {
         view.setImage(&image, "");
     }
     static LabelledCharacter character(int left, int top, int right, int bottom, const char* label = "") {
-        const auto middle = [](int from, int to) { return 0.5f * static_cast<float>(from + to); };
-        return {{left, top, right, bottom, 0},
-                label,
-                {middle(left, right), middle(top, bottom), static_cast<float>(right - left),
-                 static_cast<float>(bottom - top), 0}};
+        const auto width = static_cast<float>(right - left), height = static_cast<float>(bottom - top);
+        return {
+            {left, top, right, bottom, 0},
+            label,
+            {static_cast<float>(left) + width / 2, static_cast<float>(top) + height / 2, width, height, 0}};
     }
     // Of 20 x 30 image pixels, side by side, with the labels given.
     void found(std::initializer_list<const char*> labels, int mismatch) {
@@ -28,6 +28,12 @@ class PartViewModelTest : public testing::Test {
             characters.push_back(character(left, 100, left + 20, 130, label));
         }
         view.setCharacters(std::move(characters), mismatch);
+    }
+    // The texts of the labels.
+    std::vector<std::string> labels() const {
+        std::vector<std::string> texts;
+        for (const ViewTag& tag : view.tags()) texts.push_back(tag.text);
+        return texts;
     }
     ViewPoint onView(double x, double y) const {
         const ViewBox place = view.imagePlace();
@@ -102,22 +108,17 @@ TEST_F(PartViewModelTest, DraggingAndScrollingEndAtTheMargins) {
 
 TEST_F(PartViewModelTest, CharactersWithoutLabelsWarnOnlyWhenSomethingIsTyped) {
     found({"A", "B", ""}, -1);
-    auto tags = view.tags();
-    ASSERT_EQ(tags.size(), 3u);
-    EXPECT_EQ(tags[1].text, "B");
-    EXPECT_EQ(tags[2].text, "?");
-    EXPECT_EQ(tags[2].color, kMismatchColor);
+    EXPECT_THAT(labels(), ElementsAre("A", "B", "?"));
+    EXPECT_EQ(view.tags()[2].color, kMismatchColor);
     EXPECT_FALSE(view.frames()[1].dashed);
     EXPECT_TRUE(view.frames()[2].dashed) << "not by colour alone";
     found({"", "", ""}, 0);
     EXPECT_TRUE(view.tags().empty());
     EXPECT_FALSE(view.frames()[2].dashed);
     found({"A", "B", "C"}, 2);
-    tags = view.tags();
-    ASSERT_EQ(tags.size(), 4u);
-    EXPECT_EQ(tags[3].text, "+2") << "typed characters that no box is left for";
+    ASSERT_THAT(labels(), ElementsAre("A", "B", "C", "+2")) << "typed characters that no box is left for";
     EXPECT_EQ(view.frames().size(), 3u);
-    EXPECT_GT(tags[3].from.x, tags[2].from.x + 10);
+    EXPECT_GT(view.tags()[3].from.x, view.tags()[2].from.x + 10);
     view.setImage(nullptr, "none");
     EXPECT_TRUE(view.tags().empty() && view.frames().empty());
 }
@@ -157,21 +158,15 @@ TEST_F(PartViewModelTest, WhatIsReadAsLabelledLeavesTheLabelsOfTheLineAboveReada
     lines[1].place.line = lines[2].place.line = 1;
     view.setCharacters(lines, 0);
     const auto shown = [&](const char* second) {
-        std::vector<ReadCharacter> read(3);
-        read[0].character = "A";
-        read[1].character = second;
-        read[2].character = "C";
-        for (ReadCharacter& one : read) one.confidence = 0.9;
-        view.setReading(read);
-        std::string all;
-        for (const ViewTag& tag : view.tags()) all += tag.text;
-        return all;
+        view.setReading({{{}, "A", 0.9}, {{}, second, 0.9}, {{}, "C", 0.9}});
+        return labels();
     };
-    EXPECT_EQ(shown("B"), "ABCA") << "none of the second line, where one would cover the first";
-    EXPECT_EQ(shown("8"), "ABC\u22608AC");
+    EXPECT_THAT(shown("B"), ElementsAre("A", "B", "C", "A"))
+        << "none of the second line, where one would cover the first";
+    EXPECT_THAT(shown("8"), ElementsAre("A", "B", "C", "\u22608", "A", "C"));
     EXPECT_EQ(view.frames().size(), 6u) << "each with how sure it is";
     view.zoomBy(12, onView(110, 140));
-    EXPECT_EQ(shown("B"), "ABAB");
+    EXPECT_THAT(shown("B"), ElementsAre("A", "B", "A", "B"));
 }
 
 TEST_F(PartViewModelTest, APlaceIsInTheSmallestBoxAroundIt) {

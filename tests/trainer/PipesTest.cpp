@@ -4,7 +4,6 @@
 
 #include "trainer/OpenedParts.h"
 #include "trainer/commands/SampleList.h"
-#include "trainer/support/PgmFile.h"
 #include "trainer/support/Workspace.h"
 
 namespace dravik::test {

@@ -2,7 +2,6 @@
 #include "trainer/window/ReadAllForm.h"
 
 #include "engine/embedded/EmbeddedTool.h"
-#include "trainer/support/PgmFile.h"
 #include "trainer/support/Workspace.h"
 
 namespace dravik::test {
@@ -37,11 +36,13 @@ TEST_F(ReadAllFormTest, TheMostDoubtfulIsOnTopAndAClickOpensIt) {
                       unknown = workspace.draw("unknown.pgm", "98\n71"),
                       blank = workspace.draw("blank.pgm", ""),
                       broken = workspace.write("broken.pgm", "no image");
-    readAll({{right, "4071"}, {wrong, "124"}, {unknown}, {blank, "5"}, {broken}});
+    const std::vector<ReadAll::Task> tasks = {
+        {right, "4071"}, {wrong, "124"}, {unknown}, {blank, "5"}, {broken}};
+    readAll(tasks);
     EXPECT_THAT(form.lblSummary.caption(), StartsWith("5 of 5 read: 1 right, 1 wrong, 2 refused, 1 without"));
     ASSERT_EQ(form.grid.rows(), 6);
     EXPECT_THAT(form.grid.text(1, 2) + form.grid.text(2, 2),
-                testing::AllOf(HasSubstr("no characters found"), HasSubstr("broken.pgm")));
+                AllOf(HasSubstr("no characters found"), HasSubstr("broken.pgm")));
     std::vector<std::string> third;
     for (int column = 0; column < 5; ++column) third.push_back(form.grid.text(3, column));
     EXPECT_EQ(third[0] + " " + third[2] + " " + third[3] + " " + third[4], "wrong.pgm wrong 123 124");
@@ -54,14 +55,11 @@ TEST_F(ReadAllFormTest, TheMostDoubtfulIsOnTopAndAClickOpensIt) {
     const auto wide = static_cast<float>(second.right + 4), high = static_cast<float>(second.bottom + 12);
     readAll({{right, "40", SegmentationSettings{.region = RotatedBox{wide / 2, high / 2, wide, high, 0}}}});
     EXPECT_EQ(form.grid.text(1, 2), "right") << "looked at in its own region: " << form.grid.text(1, 3);
-    readAll({{right, "4071"}, {wrong, "124"}, {unknown}, {blank, "5"}, {broken}});
+    readAll(tasks);
 
     file = workspace.path("all.csv");
     form.cmdExport.press();
-    const std::string csv = Workspace::content(file);
-    EXPECT_THAT(csv, StartsWith("image,text,confidence,expected,right,problem\r\n"));
-    EXPECT_THAT(csv, HasSubstr(wrong + ",123,"));
-    EXPECT_THAT(csv, HasSubstr(",124,no,"));
+    EXPECT_THAT(Workspace::content(file), AllOf(HasSubstr(wrong + ",123,"), HasSubstr(",124,no,")));
     file = workspace.path("all.json");
     form.cmdExport.press();
     EXPECT_THAT(Workspace::content(file), HasSubstr("\"text\": \"4071\""));

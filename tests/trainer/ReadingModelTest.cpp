@@ -20,15 +20,11 @@ ReadCharacter read(const char* character, double confidence) {
 TEST(ReadingModel, SaysHowSureTheFontIsOfEachCharacter) {
     ReadingModel model;
     model.setReading(readingOf({{read("A", 0.994), read("B", kWeakConfidence - 0.01)}, {read("C", 0.01)}}));
-    ASSERT_EQ(model.lines().size(), 2u);
-    const auto& first = model.lines()[0];
-    EXPECT_EQ(first[0].tip, "A: 99 % sure");
-    EXPECT_FALSE(first[0].weak);
-    EXPECT_EQ(first[1].tip, "B: 59 % sure (weak)");
-    EXPECT_TRUE(first[1].weak);
-    EXPECT_EQ(model.lines()[1][0].text, "?") << "hardly more than a guess";
-    EXPECT_EQ(model.lines()[1][0].tip, "C: 1 % sure (not taken)");
-    EXPECT_EQ(model.text(), "AB\n?");
+    std::string tips;
+    for (const auto& line : model.lines())
+        for (const auto& one : line) tips += one.tip + (one.weak ? ", marked; " : "; ");
+    EXPECT_EQ(tips, "A: 99 % sure; B: 59 % sure (weak), marked; C: 1 % sure (not taken), marked; ");
+    EXPECT_EQ(model.text(), "AB\n?") << "hardly more than a guess";
     EXPECT_EQ(model.description(), "2 weak characters");
 }
 

@@ -1,19 +1,15 @@
 // The commands on the sample parts that the project ships: one font after the other is learnt from its images
 // of the whole character set and reads its images of lines.
 
+#include "engine/LabelledImages.h"
 #include "engine/PngFile.h"
 #include "support/Differences.h"
-#include "trainer/commands/SampleList.h"
 #include "trainer/support/Workspace.h"
 
 namespace dravik::test {
 namespace {
 
-std::vector<ListedSample> partsOf(const std::string& font, const std::string& folder) {
-    auto samples = readSampleList(DRAVIK_SOURCE_DIR "/data/parts/" + folder + "/lines.tsv");
-    std::erase_if(samples, [&](const auto& sample) { return !sample.image.starts_with(font + "_"); });
-    return samples;
-}
+const std::string kParts = DRAVIK_SOURCE_DIR "/data/parts/";
 
 // What today's tool does, with one more wrong character at most in a font.
 struct Required {
@@ -34,8 +30,8 @@ TEST(RenderedFonts, AFontLearntFromItsCharacterSetReadsItsLines) {
                                                          {"hersheyd", 2, 7}}) {
         SCOPED_TRACE(font);
         std::string list;
-        for (const auto& part : partsOf(font, "rendered_charset"))
-            list += part.path + "\t" + part.text + "\n";
+        for (const auto& sheet : labelledImages(kParts + "rendered_charset"))
+            if (sheet.font == font) list += sheet.file + "\t" + sheet.text + "\n";
         const auto learnt = workspace.run(
             {"learn", "--font", font, "--samples", workspace.write("list.tsv", list), "--timeout", "30"},
             decoder);
@@ -44,18 +40,15 @@ TEST(RenderedFonts, AFontLearntFromItsCharacterSetReadsItsLines) {
                                 [](const std::string& line) { return line.starts_with("included "); }),
                   leastIncluded);
 
-        const auto parts = partsOf(font, "rendered_lines");
-        std::vector<std::string> arguments = {"read", "--font", font};
-        for (const auto& part : parts) arguments.push_back(part.path);
-        const auto read = workspace.run(arguments, decoder);
-        ASSERT_EQ(read.out.size(), parts.size());
         std::size_t wrong = 0;
-        for (std::size_t i = 0; i < parts.size(); ++i) {
-            auto text = read.out[i].substr(parts[i].path.size() + 1);
+        for (const auto& line : labelledImages(kParts + "rendered_lines")) {
+            if (line.font != font) continue;
+            const auto read = workspace.run({"read", "--font", font, line.file}, decoder);
+            std::string text = read.out.at(0).substr(line.file.size() + 1);
             if (const auto lineBreak = text.find("\\n"); lineBreak != std::string::npos)
                 text.erase(lineBreak, 2);
-            wrong += differences(parts[i].text, text);
-            charactersInAll += characterCount(parts[i].text);
+            wrong += differences(line.text, text);
+            charactersInAll += characterCount(line.text);
         }
         EXPECT_LE(wrong, mostWrong);
         wrongInAll += wrong;

@@ -43,11 +43,6 @@ class TypedDivisionTest : public TrainerFixture {
         window->open({workspace.path("hard.pgm")});
     }
     int included() { return committed() - committedBefore_; }
-    std::string labels() {
-        std::string all;
-        for (const LabelledCharacter& one : trainer->preview()) all += one.label.empty() ? "_" : one.label;
-        return all;
-    }
 
     const HardImage hard = hardImage();
     const int printed = static_cast<int>(characterCount(hard.text));

@@ -9,12 +9,11 @@
 namespace dravik::test {
 namespace {
 
-constexpr char kUsage[] = R"(usage: dravik-pictures story PICTURES IMAGE|FOLDER...
+constexpr char kUsage[] = R"(usage: dravik-pictures story PICTURES IMAGE...
        dravik-pictures guide PICTURES PARTS
 
-story  works the trainer's window by script: teaches a font from the images of
-       all paths but the last and reads those of the last; their texts stand in
-       lines.tsv beside them
+story  works the trainer's window by script: teaches a font from all images but
+       the last and reads that; their texts stand in lines.tsv beside them
 guide  the same with the sample parts in the folder PARTS and every form: the
        pictures of the operator guide
 
@@ -34,28 +33,20 @@ std::vector<std::string> guideParts(const std::string& parts) {
 
 }  // namespace
 
-PictureOrder pictureOrder(const std::vector<std::string>& arguments) {
-    PictureOrder order;
-    const bool guide = arguments.size() == 3 && arguments[0] == "guide";
-    order.wrong = !guide && (arguments.size() < 3 || arguments[0] != "story");
-    if (order.wrong) {
-        std::cerr << kUsage;
-        return order;
-    }
-    order.folder = arguments[1];
-    if (guide) {
-        order.kind = ScriptedSession::Kind::Guide;
-        order.paths = guideParts(arguments[2]);
-    } else {
-        order.paths.assign(arguments.begin() + 2, arguments.end());
-    }
-    return order;
+std::optional<PictureOrder> pictureOrder(const std::vector<std::string>& arguments) {
+    if (arguments.size() == 3 && arguments[0] == "guide")
+        return PictureOrder{ScriptedSession::Kind::Guide, arguments[1], guideParts(arguments[2])};
+    if (arguments.size() >= 3 && arguments[0] == "story")
+        return PictureOrder{
+            ScriptedSession::Kind::Story, arguments[1], {arguments.begin() + 2, arguments.end()}};
+    std::cerr << kUsage;
+    return {};
 }
 
 int makePictures(const PictureOrder& order, WindowDriver& driver, trainer::Trainer& trainer) {
     try {
         std::filesystem::create_directories(toPath(order.folder));
-        ScriptedSession(driver, trainer, order.folder, std::cout, order.kind).run(order.paths);
+        ScriptedSession(driver, trainer, order.folder, std::cout, order.kind).run(order.images);
     } catch (...) {
         std::cerr << "the session did not come out: " << currentFailure().description() << std::endl;
         return 1;

@@ -2,6 +2,7 @@
 // session in the window that leaves the pictures.
 #pragma once
 
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -13,14 +14,13 @@ namespace dravik::test {
 
 struct PictureOrder {
     ScriptedSession::Kind kind = ScriptedSession::Kind::Story;
-    std::string folder;              // for the pictures; it is made
-    std::vector<std::string> paths;  // as ScriptedSession::run takes them
-    bool wrong = false;              // nothing that can be done; the usage was printed
+    std::string folder;               // for the pictures; it is made
+    std::vector<std::string> images;  // as ScriptedSession::run takes them
 };
 
-// Of "story PICTURES IMAGE|FOLDER..." or "guide PICTURES PARTS", where PARTS is the folder of the sample
-// parts.
-PictureOrder pictureOrder(const std::vector<std::string>& arguments);
+// Of "story PICTURES IMAGE..." or "guide PICTURES PARTS", where PARTS is the folder of the sample parts;
+// nothing of anything else, of which the usage is printed.
+std::optional<PictureOrder> pictureOrder(const std::vector<std::string>& arguments);
 
 // Runs the session, which says on standard output what happens. The program's exit status.
 int makePictures(const PictureOrder& order, WindowDriver& driver, trainer::Trainer& trainer);

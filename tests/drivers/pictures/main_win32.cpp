@@ -24,8 +24,8 @@ int wmain(int count, wchar_t** words) {
         scale = std::make_unique<win32::DpiOverride>(std::clamp(std::atoi(arguments[1].c_str()), 96, 480));
         arguments.erase(arguments.begin(), arguments.begin() + 2);
     }
-    const test::PictureOrder order = test::pictureOrder(arguments);
-    if (order.wrong) return 2;
+    const auto order = test::pictureOrder(arguments);
+    if (!order) return 2;
     if (FAILED(OleInitialize(nullptr))) return 1;
     int status = 0;
     {
@@ -34,7 +34,7 @@ int wmain(int count, wchar_t** words) {
             ending;  // outlives the screen, which asks about a changed font when a session broke off
         app::Program program(app::Settings(), JobFolder(own.path("Jobs")), false);
         test::Win32WindowDriver driver(program.window());
-        status = test::makePictures(order, driver, program.trainer());
+        status = test::makePictures(*order, driver, program.trainer());
         ending.answerOthers(IDNO);
         program.window().close();
     }

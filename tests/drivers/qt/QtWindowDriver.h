@@ -9,16 +9,13 @@ namespace dravik::test {
 
 class QtWindowDriver final : public WindowDriver {
   public:
-    // The window outlives the driver.
-    explicit QtWindowDriver(qt::MainWindow& window) : window_(window) {}
+    explicit QtWindowDriver(qt::MainWindow& window) : WindowDriver(window.model()), window_(window) {}
 
     std::string show() override;
-    void open(const std::vector<std::string>& images) override { window_.open(images); }
     void closeForms() override;
     bool canClick(const std::string& name) const override;
     void click(const std::string& name) override;
     void clickTool(const std::string& bar, const std::string& key) override { click(bar + "." + key); }
-    void trigger(const std::string& action) override { window_.model().actions.find(action).trigger(); }
     void type(const std::string& name, const std::string& text) override;
     std::string caption(const std::string& name) const override;
     std::string message() const override { return caption("sbr.Message"); }

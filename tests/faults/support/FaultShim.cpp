@@ -198,19 +198,13 @@ int flock(int file, int operation) noexcept {
     return static_cast<int>(syscall(SYS_flock, file, operation));
 }
 
-int link(const char* from, const char* to) noexcept {
-    if (refusesLink(to) || (isWatched(to) && fails("link", to, Room::Needed))) return -1;
-    return static_cast<int>(syscall(SYS_linkat, AT_FDCWD, from, AT_FDCWD, to, 0));
-}
-
 int linkat(int fromFolder, const char* from, int toFolder, const char* to, int flags) noexcept {
     if (refusesLink(to) || (isWatched(to) && fails("link", to, Room::Needed))) return -1;
     return static_cast<int>(syscall(SYS_linkat, fromFolder, from, toFolder, to, flags));
 }
 
-int rename(const char* from, const char* to) noexcept {
-    if (isWatched(to) && fails("rename", to)) return -1;
-    return static_cast<int>(syscall(SYS_renameat2, AT_FDCWD, from, AT_FDCWD, to, 0));
+int link(const char* from, const char* to) noexcept {
+    return linkat(AT_FDCWD, from, AT_FDCWD, to, 0);
 }
 
 int renameat2(int fromFolder, const char* from, int toFolder, const char* to, unsigned flags) noexcept {
@@ -220,6 +214,10 @@ int renameat2(int fromFolder, const char* from, int toFolder, const char* to, un
     }
     if (isWatched(to) && fails("rename", to)) return -1;
     return static_cast<int>(syscall(SYS_renameat2, fromFolder, from, toFolder, to, flags));
+}
+
+int rename(const char* from, const char* to) noexcept {
+    return renameat2(AT_FDCWD, from, AT_FDCWD, to, 0);
 }
 
 int unlink(const char* path) noexcept {

@@ -167,7 +167,7 @@ class OperatorSession {
             std::cout << "let go\t" << font << '\t' << content << std::endl;
             tool_->discardUnsaved(font);
             std::cout << "dropped\t" << font << std::endl;
-            const std::string left = shown(font);
+            const std::string left = shown(font);  // which may fail before the line begins
             std::cout << "shown\t" << font << '\t' << left << std::endl;
         }
     }

@@ -11,6 +11,7 @@
 #include <QMessageBox>
 #include <csignal>
 #include <iostream>
+#include <map>
 #include <sstream>
 #include <string>
 #include <vector>
@@ -65,21 +66,16 @@ class WindowSession {
   private:
     void act(const std::string& what, const std::string& first, const std::string& second) {
         if (what == "new")
-            inManager([&] {
+            inManager("", "OKButton", [&] {
                 driver_->expectForm("dlgFontNew", [&] {
                     driver_->type("txtFontName", first);
                     driver_->click("InitCharSet(7)");
                     driver_->click("OKButton");
                 });
                 driver_->click("cmdNewFont");
-                noteFailure("sbr.Text");
-                driver_->click("OKButton");
             });
         else if (what == "choose")
-            inManager([&] {
-                selectFont(first);
-                driver_->click("OKButton");
-            });
+            inManager(first, "OKButton", [] {});
         else if (what == "rename")
             rename(first, second);
         else if (what == "remove")
@@ -104,38 +100,36 @@ class WindowSession {
         }
     }
 
-    void inManager(const WindowDriver::Step& step) {
-        driver_->expectForm("dlgFontManager", step);
+    // With the font selected, if one is named; left by the button.
+    void inManager(const std::string& font, const char* button, const WindowDriver::Step& step) {
+        driver_->expectForm("dlgFontManager", [&] {
+            auto* list =
+                QApplication::activeModalWidget()->findChild<QListWidget*>(QStringLiteral("lbFonts"));
+            const auto found = list->findItems(qt::qtText(font), Qt::MatchExactly);
+            if (!found.isEmpty())
+                list->setCurrentItem(found.front());
+            else if (!font.empty())
+                throw SessionFailure("there is no font " + font);
+            step();
+            noteFailure("sbr.Text");
+            driver_->click(button);
+        });
         driver_->click("cmdSelectFont");
-    }
-    static void selectFont(const std::string& font) {
-        auto* list = QApplication::activeModalWidget()->findChild<QListWidget*>(QStringLiteral("lbFonts"));
-        const auto found = list->findItems(qt::qtText(font), Qt::MatchExactly);
-        if (found.isEmpty()) throw SessionFailure("there is no font " + font);
-        list->setCurrentItem(found.front());
     }
     void rename(const std::string& name, const std::string& font) {
         const std::string content = shown(font);
-        inManager([&] {
-            selectFont(font);
+        inManager(font, "OKButton", [&] {
             driver_->expectForm("dlgFontName", [&] {
                 driver_->type("txtFontName", name);
                 driver_->click("OKButton");
             });
             driver_->click("cmdRenameFont");
-            noteFailure("sbr.Text");
-            driver_->click("OKButton");
         });
         tellGone(font, content);
     }
     void remove(const std::string& font) {
         const std::string content = shown(font);
-        inManager([&] {
-            selectFont(font);
-            driver_->click("cmdDeleteFont");
-            noteFailure("sbr.Text");
-            driver_->click("CancelButton");
-        });
+        inManager(font, "CancelButton", [&] { driver_->click("cmdDeleteFont"); });
         tellGone(font, content);
     }
     void tellGone(const std::string& font, const std::string& content) {
@@ -161,17 +155,16 @@ class WindowSession {
         if (!action->isEnabled()) throw SessionFailure(std::string(name) + " cannot be chosen");
         action->trigger();
     }
-    void close(const char* button) {
-        std::vector<std::pair<std::string, std::string>> leaving;
-        for (const std::string& font : trainer_.history().unsavedFonts())
-            leaving.emplace_back(font, shown(font));
-        if (std::string(button) == "cmdDiscard")
-            for (const auto& [font, content] : leaving)
-                std::cout << "let go\t" << font << '\t' << content << std::endl;
+    void close(const std::string& button) {
+        const bool discards = button == "cmdDiscard";
+        std::map<std::string, std::string> leaving;
+        for (const std::string& font : trainer_.history().unsavedFonts()) leaving[font] = shown(font);
+        for (const auto& [font, content] : leaving)
+            if (discards) std::cout << "let go\t" << font << '\t' << content << std::endl;
         DialogScript script;
         if (!leaving.empty())
             script.expect(QStringLiteral("closingFormWindow"), [&](QWidget& form) {
-                form.findChild<QAbstractButton*>(QLatin1String(button))->click();
+                form.findChild<QAbstractButton*>(qt::qtText(button))->click();
                 if (form.isVisible())
                     form.findChild<QAbstractButton*>(QStringLiteral("CancelButton"))->click();
             });
@@ -181,8 +174,7 @@ class WindowSession {
         const auto left = trainer_.history().unsavedFonts();
         for (const auto& [font, content] : leaving)
             if (std::find(left.begin(), left.end(), font) == left.end())
-                std::cout << (std::string(button) == "cmdDiscard" ? "dropped\t" : "saved\t") << font
-                          << std::endl;
+                std::cout << (discards ? "dropped\t" : "saved\t") << font << std::endl;
     }
 
     // What the window has said of failures.

@@ -3,6 +3,7 @@
 
 #include <QAction>
 #include <QApplication>
+#include <QDialog>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
@@ -40,6 +41,32 @@ class WindowFixture : public testing::Test {
         return *found;
     }
     QAction& action(const char* name) { return view<QAction>(name); }
+    // By the keyboard; `seen` looks at each form that comes up.
+    void makeFont(const std::function<void(QWidget&)>& seen = [](QWidget&) {}) {
+        DialogScript script, inner;
+        script.expect("dlgFontManagerWindow", [&](QWidget& manager) {
+            seen(manager);
+            inner.expect("dlgFontNewWindow", [&](QWidget& form) {
+                seen(form);
+                QTest::keyClicks(form.focusWidget(), "one");
+                QTest::keyClick(form.focusWidget(), Qt::Key_Return);
+            });
+            manager.findChild<QPushButton*>("cmdNewFont")->click();
+            EXPECT_EQ(manager.focusWidget()->objectName(), "lbFonts");
+            QTest::keyClick(manager.focusWidget(), Qt::Key_Return);
+        });
+        view("cmdSelectFont").setFocus();
+        QTest::keyClick(window.focusWidget(), Qt::Key_Return);
+        EXPECT_TRUE(script.finished() && inner.finished());
+        settle();
+    }
+    // Forms that stand beside the window.
+    std::vector<QDialog*> childForms() {
+        std::vector<QDialog*> shown;
+        for (auto* dialog : window.findChildren<QDialog*>())
+            if (dialog->isVisible()) shown.push_back(dialog);
+        return shown;
+    }
 
     // Nothing is remembered of another test.
     struct Unremembered {

@@ -4,9 +4,9 @@
 
 #include <initializer_list>
 
+#include "base/Text.h"
+#include "screen/support/ScriptedPlatform.h"
 #include "tool/Samples.h"
-#include "trainer/support/Operator.h"
-#include "trainer/support/PgmFile.h"
 #include "trainer/support/Workspace.h"
 #include "trainer/window/TrainerWindow.h"
 
@@ -19,6 +19,33 @@ using namespace tool;
 template <class Kind>
 Kind& in(ui::Form& form, const char* name) {
     return dynamic_cast<Kind&>(*form.find(name));
+}
+
+// Works the dialogs by script, says No to every question, and closes what a script leaves open.
+class Operator : public ScriptedPlatform {
+  public:
+    void script(const std::string& formName, std::function<void(Form&)> steps) {
+        modalHandlers[formName] = [steps = std::move(steps)](Form& form) {
+            steps(form);
+            if (form.loaded()) form.unload();
+        };
+    }
+    Answer messageBox(const MessageBox& box) override {
+        boxes.push_back(box);
+        if (onMessageBox) onMessageBox();
+        return box.buttons == MessageBox::Buttons::Ok ? Answer::Ok : Answer::No;
+    }
+    std::string fileDateText(const std::string&) override { return "today"; }
+
+    std::function<void()> onMessageBox;  // while one is shown
+};
+
+// Fires the ticks of a timer of the screen, where no window system does, until it is switched off.
+inline void runTimer(Timer& timer) {
+    while (timer.enabled()) {
+        std::this_thread::sleep_for(std::chrono::milliseconds(timer.interval()));
+        timer.tick();
+    }
 }
 
 // Chooses the files that it is told to.
@@ -69,8 +96,9 @@ class TrainerFixture : public testing::Test {
 
     screen::Screen& screen() { return trainer->control().screen(); }
     std::string message() { return screen().sbr.panel("Message").text(); }
-    std::string text() { return screen().sample.txtSampleInput.text(); }
-    void type(const std::string& typed) { screen().sample.txtSampleInput.setText(typed); }
+    ui::TextBox& box() { return screen().sample.txtSampleInput; }
+    std::string text() { return box().text(); }
+    void type(const std::string& typed) { box().setText(typed); }
     // As Enter in the text box does it.
     void enter() { screen().sample.cmdInclude.press(); }
 
@@ -98,10 +126,21 @@ class TrainerFixture : public testing::Test {
         type(drawn);
         enter();
     }
-    int committed() {
-        const auto table = trainer->tool().GetSampleData(tool::kAllCommitted, tool::kSampleFields);
-        return table ? table->upperRow() : 0;
+    // Of the characters that are found; "_" for one without a label.
+    std::string labels() const {
+        std::string all;
+        for (const trainer::LabelledCharacter& one : trainer->preview())
+            all += one.label.empty() ? "_" : one.label;
+        return all;
     }
+    // Of the font's samples.
+    std::string labelsOfFont() {
+        std::string all;
+        const auto table = trainer->tool().GetSampleData(kAllCommitted, kSampleFields);
+        for (int row = 1; table && row <= table->upperRow(); ++row) all += table->character(row);
+        return all;
+    }
+    int committed() { return static_cast<int>(characterCount(labelsOfFont())); }
 
     Workspace workspace;
     Operator platform;

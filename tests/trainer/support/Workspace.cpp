@@ -1,9 +1,19 @@
 #include "trainer/support/Workspace.h"
 
 #include "contract/DrawnText.h"
-#include "trainer/support/PgmFile.h"
 
 namespace dravik::test {
+namespace {
+
+// Without their ends.
+std::vector<std::string> linesOf(const std::string& text) {
+    std::vector<std::string> lines;
+    std::istringstream stream(text);
+    for (std::string line; std::getline(stream, line);) lines.push_back(line);
+    return lines;
+}
+
+}  // namespace
 
 std::string Workspace::fontFile(const std::string& font) const {
     return JobFolder(jobs()).fontFile(font);
@@ -26,14 +36,7 @@ std::string Workspace::content(const std::string& file) {
 
 CommandResult Workspace::run(std::vector<std::string> arguments, const ImageDecoder& decoder) const {
     arguments.insert(arguments.end(), {"--jobs", jobs()});
-    std::ostringstream out;
-    std::ostringstream err;
-    const int status = runHeadless(arguments, decoder, out, err, false);
-    return {status, linesOf(out.str()), linesOf(err.str())};
-}
-
-CommandResult Workspace::run(std::vector<std::string> arguments) const {
-    return run(std::move(arguments), readPgm);
+    return runWords(arguments, decoder);
 }
 
 CommandResult Workspace::learnDigits(const std::string& font) const {
@@ -46,16 +49,10 @@ CommandResult Workspace::learnDigits(const std::string& font) const {
     return run({"learn", "--font", font, "--samples", write("digits.tsv", list), "--timeout", "10"});
 }
 
-int runHeadless(const std::vector<std::string>& arguments, const ImageDecoder& decoder, std::ostream& out,
-                std::ostream& err, bool errIsTerminal) {
-    return runCommand(parseCommandLine(arguments), decoder, {out, err, errIsTerminal});
-}
-
-std::vector<std::string> linesOf(const std::string& text) {
-    std::vector<std::string> lines;
-    std::istringstream stream(text);
-    for (std::string line; std::getline(stream, line);) lines.push_back(line);
-    return lines;
+CommandResult runWords(const std::vector<std::string>& words, const ImageDecoder& decoder) {
+    std::ostringstream out, err;
+    const int status = runCommand(parseCommandLine(words), decoder, {out, err, false});
+    return {status, linesOf(out.str()), linesOf(err.str())};
 }
 
 }  // namespace dravik::test

@@ -2,12 +2,11 @@
 // removed afterwards. Runs the program's commands in it.
 #pragma once
 
-#include <iosfwd>
-
 #include "base/JobFolder.h"
 #include "engine/image/ImageDecoder.h"
 #include "support/Testing.h"
 #include "trainer/commands/CommandLine.h"
+#include "trainer/support/PgmFile.h"
 
 namespace dravik::test {
 
@@ -33,6 +32,7 @@ class Workspace {
     std::string path(const std::string& name) const { return folder_.path(name); }
     std::string jobs() const { return path("jobs"); }
     std::string fontFile(const std::string& font) const;
+    void makeFolder(const std::string& name) const { std::filesystem::create_directory(toPath(path(name))); }
 
     // The path of the part drawn, `scale` pixels a dot of its dot pattern.
     std::string draw(const std::string& name, const std::string& text, int scale = 6) const;
@@ -40,8 +40,7 @@ class Workspace {
     static std::string content(const std::string& file);
 
     // A command with this workspace's jobs folder.
-    CommandResult run(std::vector<std::string> arguments, const ImageDecoder& decoder) const;
-    CommandResult run(std::vector<std::string> arguments) const;
+    CommandResult run(std::vector<std::string> arguments, const ImageDecoder& decoder = readPgm) const;
     // Learns `font` from three drawings of "0123456789".
     CommandResult learnDigits(const std::string& font) const;
 
@@ -49,11 +48,7 @@ class Workspace {
     TemporaryFolder folder_;
 };
 
-// The program's command line, parsed and run. Returns the exit code.
-int runHeadless(const std::vector<std::string>& arguments, const ImageDecoder& decoder, std::ostream& out,
-                std::ostream& err, bool errIsTerminal);
-
-// The lines of a text, without their ends.
-std::vector<std::string> linesOf(const std::string& text);
+// The program's command line, parsed and run.
+CommandResult runWords(const std::vector<std::string>& words, const ImageDecoder& decoder = readPgm);
 
 }  // namespace dravik::test
