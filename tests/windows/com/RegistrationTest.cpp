@@ -3,7 +3,6 @@
 #include "windows/server/Registration.h"
 
 #include "windows/com/Module.h"
-#include "windows/com/support/ControlFile.h"
 #include "windows/com/support/RegistryDump.h"
 #include "windows/server/RegistryTransaction.h"
 
@@ -11,8 +10,6 @@ namespace dravik::test {
 
 using namespace server;
 namespace {
-
-using Dll = test::ControlFile;
 
 constexpr wchar_t kClasses[] = L"Software\\Classes\\";
 const std::wstring kTool = L"CLSID\\{1B6009B3-7029-4764-8499-D3F97CB96ACA}";
@@ -23,6 +20,10 @@ std::wstring machineText(const std::wstring& key, const std::wstring& name = {})
 
 bool isThere(const std::wstring& key) {
     return hasKey(HKEY_LOCAL_MACHINE, kClasses + key);
+}
+
+bool isLoaded() {
+    return GetModuleHandleW(L"DravikDlg.ocx") != nullptr;
 }
 
 HRESULT nothing(REFIID, void**) {
@@ -185,9 +186,8 @@ TEST_F(RegistrationTest, FailureHalfWayTakesBackWhatWasWritten) {
 }
 
 TEST_F(RegistrationTest, ObjectsAreMadeThroughTheRegistryAndTheServerUnloads) {
-    ASSERT_TRUE(Dll());
-    ASSERT_EQ(Dll()("DllRegisterServer"), S_OK);
-    EXPECT_FALSE(Dll::isLoaded());
+    ASSERT_EQ(controlFile()("DllRegisterServer"), S_OK);
+    EXPECT_FALSE(isLoaded());
     {
         CLSID identifier;
         ASSERT_EQ(CLSIDFromProgID(L"Dravik.EmbeddedStep", &identifier), S_OK);
@@ -195,23 +195,23 @@ TEST_F(RegistrationTest, ObjectsAreMadeThroughTheRegistryAndTheServerUnloads) {
         ASSERT_EQ(
             CoCreateInstance(identifier, nullptr, CLSCTX_INPROC_SERVER, __uuidof(IFontTool), tool.putVoid()),
             S_OK);
-        EXPECT_TRUE(Dll::isLoaded());
+        EXPECT_TRUE(isLoaded());
         EXPECT_EQ(textOf(LateBound(tool.get()).property(L"ProgId").get()), "Step.DravikTool.1");
         ComPtr<IUnknown> aggregate;
         EXPECT_EQ(
             CoCreateInstance(identifier, tool.get(), CLSCTX_INPROC_SERVER, IID_IUnknown, aggregate.putVoid()),
             CLASS_E_NOAGGREGATION);
         CoFreeUnusedLibrariesEx(0, 0);
-        EXPECT_EQ(Dll()("DllCanUnloadNow"), S_FALSE);
+        EXPECT_EQ(controlFile()("DllCanUnloadNow"), S_FALSE);
     }
-    EXPECT_EQ(Dll()("DllCanUnloadNow"), S_OK);
+    EXPECT_EQ(controlFile()("DllCanUnloadNow"), S_OK);
     CoFreeUnusedLibrariesEx(0, 0);
-    EXPECT_FALSE(Dll::isLoaded());
-    EXPECT_EQ(Dll()("DllUnregisterServer"), S_OK);
+    EXPECT_FALSE(isLoaded());
+    EXPECT_EQ(controlFile()("DllUnregisterServer"), S_OK);
 }
 
 TEST_F(RegistrationTest, AUserCanHaveTheServerForHimself) {
-    const Dll dll;
+    const ControlFile dll = controlFile();
     auto* install = dll.find<HRESULT __stdcall(BOOL, LPCWSTR)>("DllInstall");
     const std::wstring key = std::wstring(kClasses) + L"Dravik.EmbeddedStep.1";
     ASSERT_EQ(install(TRUE, L"user"), S_OK);
@@ -221,7 +221,7 @@ TEST_F(RegistrationTest, AUserCanHaveTheServerForHimself) {
 }
 
 TEST_F(RegistrationTest, UnknownClassesAreRefused) {
-    const Dll dll;
+    const ControlFile dll = controlFile();
     auto* classObject = dll.find<HRESULT __stdcall(REFCLSID, REFIID, void**)>("DllGetClassObject");
     void* out = &out;
     EXPECT_EQ(classObject(IID_IUnknown, IID_IClassFactory, &out), CLASS_E_CLASSNOTAVAILABLE);

@@ -5,15 +5,14 @@
 
 #include "drivers/win32/ChildProcess.h"
 #include "drivers/win32/ImageFile.h"
-#include "windows/com/support/ControlFile.h"
 
 namespace dravik::test {
 namespace {
 
 class ScriptsTest : public testing::Test {
   protected:
-    static void SetUpTestSuite() { ASSERT_EQ(ControlFile()("DllRegisterServer"), S_OK); }
-    static void TearDownTestSuite() { EXPECT_EQ(ControlFile()("DllUnregisterServer"), S_OK); }
+    static void SetUpTestSuite() { ASSERT_EQ(controlFile()("DllRegisterServer"), S_OK); }
+    static void TearDownTestSuite() { EXPECT_EQ(controlFile()("DllUnregisterServer"), S_OK); }
 
     // The script of the documentation, or of that file, with these arguments.
     static Finished script(const std::string& name, const std::vector<std::string>& arguments) {
@@ -37,10 +36,10 @@ class ScriptsTest : public testing::Test {
     }
     // A program that the build has made, with these arguments.
     static Finished program(const char* file, const wchar_t* arguments) {
-        return runProcess(L"\"" + ControlFile::windowsPath(file) + L"\" " + arguments);
+        return runProcess(L"\"" + windowsPath(file) + L"\" " + arguments);
     }
     static std::string source(const std::string& path) {
-        return fromPath(ControlFile::windowsPath(std::string(DRAVIK_SOURCE_DIR) + "/" + path));
+        return fromPath(windowsPath(std::string(DRAVIK_SOURCE_DIR) + "/" + path));
     }
 };
 
@@ -78,7 +77,7 @@ TEST_F(ScriptsTest, ContractCheckTellsWhetherARegisteredToolKeepsIt) {
 // keep the contract, the control takes them as a step, and a script trains and reads with them.
 TEST_F(ScriptsTest, SampleToolsKeepTheContractAndWorkAsAStep) {
     const TemporaryFolder folder;
-    const std::wstring library = ControlFile::windowsPath(DRAVIK_SMALL_TOOL);
+    const std::wstring library = windowsPath(DRAVIK_SMALL_TOOL);
     const std::wstring scriptlet = wide(source("docs/samples/small-tool.wsc"));
     struct Sample {
         std::wstring name;

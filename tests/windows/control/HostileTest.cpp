@@ -1,4 +1,5 @@
 // Hosts and tools that do what they should not: nothing may crash, leak or take an operator's work away.
+#include "screen/support/RecordingTool.h"
 #include "windows/control/support/Bench.h"
 
 namespace dravik::test {
@@ -268,16 +269,20 @@ TEST(HostileTool, IsSlowAndCallsBack) {
     EXPECT_THAT(bench.robot.surprises(), IsEmpty());
 }
 
+// Whose cells are all the same.
+RecordTablePtr tableOf(std::size_t rows, std::size_t columns, const Cell& cell) {
+    return std::make_shared<CellTable>(std::vector(rows, std::vector(columns, cell)));
+}
+
 TEST(HostileTool, ReturnsTablesOfTheWrongShape) {
-    const std::vector<std::tuple<int, int, Cell>> shapes = {
+    const std::vector<std::tuple<std::size_t, std::size_t, Cell>> shapes = {
         {0, 0, {}},  {1, 54, 1.0},   {5, 1, 65.0},  {5, 2, 65.0},   {5, 54, "no number"},
         {5, 54, {}}, {5, 54, 1e300}, {5, 54, -1.0}, {3, 2000, 72.0}};
     for (const auto& [rows, columns, cell] : shapes) {
         SCOPED_TRACE(testing::Message() << rows << " rows of " << columns);
-        const auto table = std::make_shared<GivenTable>(rows, columns, cell);
         Bench bench("strict", "HELLO");
         auto faulty = bench.faultyStep();
-        faulty->table = [&](RecordTablePtr) { return table; };
+        faulty->table = tableOf(rows, columns, cell);
         EXPECT_EQ(bench.give(faulty), S_OK);
         bench.host->pump();
         useEverything(bench);
@@ -294,7 +299,7 @@ TEST(HostileHost, LetsFloatingPointOperationsRaiseExceptions) {
     bench.include(L"HELLO", 5);
     auto faulty = bench.faultyStep();
     for (const double value : {std::nan(""), HUGE_VAL, 1e300}) {
-        faulty->table = [&](RecordTablePtr) { return std::make_shared<GivenTable>(5, 54, Cell(value)); };
+        faulty->table = tableOf(5, 54, value);
         const unsigned before = __builtin_ia32_stmxcsr();
         __builtin_ia32_ldmxcsr(before & ~kQuiet);
         const HRESULT bound = bench.give(faulty);
@@ -347,7 +352,7 @@ TEST(HostileHost, ClosesTheControlFromInsideOfItsOwnCalls) {
         }
         EXPECT_TRUE(closed);
     }
-    EXPECT_EQ(controlModule().canUnload(), S_OK);
+    EXPECT_EQ(controlFile()("DllCanUnloadNow"), S_OK);
 }
 
 TEST(HostileHost, DestroysTheWindowUnderTheControl) {
@@ -391,80 +396,47 @@ TEST(HostileHost, AbandonsControlsInAnyOrderWithoutALeak) {
     for (int i = 0; i < kRounds; ++i) round();
     // The window system's own bookkeeping may grow by a block now and then.
     EXPECT_LE(busyHeapBlocks(), before + kRounds);
-    EXPECT_EQ(controlModule().canUnload(), S_OK);
+    EXPECT_EQ(controlFile()("DllCanUnloadNow"), S_OK);
 }
-
-using KernelHandle = std::unique_ptr<void, decltype(&CloseHandle)>;
 
 // Waits as a thread with windows must: what other threads send them is answered meanwhile.
-void wait(const KernelHandle& handle) {
-    HANDLE handles[] = {handle.get()};
-    DWORD signalled = 0;
-    EXPECT_EQ(CoWaitForMultipleHandles(0, INFINITE, 1, handles, &signalled), S_OK);
+void waitFor(const std::atomic<int>& count, int wanted) {
+    MSG message;
+    for (; count < wanted; Sleep(1)) PeekMessageW(&message, nullptr, 0, 0, PM_NOREMOVE | PM_QS_SENDMESSAGE);
 }
-
-// Opens when as many threads as it is for wait at it.
-class Gate {
-  public:
-    explicit Gate(int threads) : missing_(threads) {}
-    void pass() {
-        if (--missing_ == 0) SetEvent(open_.get());
-        wait(open_);
-    }
-
-  private:
-    std::atomic<int> missing_;
-    const KernelHandle open_{CreateEventW(nullptr, TRUE, FALSE, nullptr), CloseHandle};
-};
 
 // All controls live and are called at the same time; only their windows are made, drawn and destroyed in
 // turn. Wine's gdi32 shares what it knows of fonts' scripts between threads without a lock: programs that
 // make text boxes in several threads at once crash there, those without a control as well.
 TEST(Control, LivesInSeveralApartmentsAtOnce) {
     constexpr int kApartments = 3;
-    const KernelHandle turn(CreateSemaphoreW(nullptr, 1, 1, nullptr), CloseHandle);
-    Gate begin(kApartments);
-    Gate shown(kApartments);
-    Gate called(kApartments);
-    std::atomic<int> finished = 0;
-    const auto inTurn = [&turn](const auto& act) {
-        wait(turn);
-        act();
-        ReleaseSemaphore(turn.get(), 1, nullptr);
-    };
+    constexpr int kCalls = 200;
+    std::atomic<int> shown = 0, called = 0, gone = 0, right = 0;
     std::vector<std::thread> threads;
     for (int i = 0; i < kApartments; ++i)
-        threads.emplace_back([&] {
+        threads.emplace_back([&, i] {
             CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED);
             {
-                begin.pass();
                 const auto hidden = newControl();
-                std::optional<StrictHost> host;
-                std::optional<StrictHost> other;
-                inTurn([&] {
-                    for (auto* each : {&host, &other}) {
-                        each->emplace(newControl());
-                        (*each)->pump();
-                    }
-                });
-                shown.pass();
-                bool right = IsWindowVisible(other->window());
-                constexpr int kCalls = 200;
+                waitFor(shown, i);
+                StrictHost host(newControl()), other(newControl());
+                host.pump();
+                right += IsWindowVisible(other.window());
+                ++shown;
+                waitFor(shown, kApartments);
                 for (int call = 0; call < kCalls; ++call)
-                    for (IUnknown* control : {hidden.get(), host->control(), other->control()})
-                        right = trainDate(control, "x") == "unknown" && right;
-                if (right) ++finished;
-                called.pass();
-                inTurn([&] {
-                    host.reset();
-                    other.reset();
-                });
+                    for (IUnknown* control : {hidden.get(), host.control(), other.control()})
+                        right += trainDate(control, "x") == "unknown";
+                ++called;
+                waitFor(called, kApartments);
+                waitFor(gone, i);
             }
+            ++gone;
             CoUninitialize();
         });
     for (auto& thread : threads) thread.join();
-    EXPECT_EQ(finished, kApartments);
-    EXPECT_EQ(controlModule().canUnload(), S_OK);
+    EXPECT_EQ(right, kApartments * (1 + 3 * kCalls));
+    EXPECT_EQ(controlFile()("DllCanUnloadNow"), S_OK);
 }
 
 }  // namespace

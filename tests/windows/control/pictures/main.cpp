@@ -2,11 +2,10 @@
 // see: usage control_pictures FOLDER. The scale is the system's (HKCU\Control Panel\Desktop, LogPixels);
 // other scales than 96 dpi stand in the pictures' names.
 #include <cstdio>
-#include <exception>
 #include <filesystem>
-#include "windows/control/support/Bench.h"
 
 #include "drivers/win32/ImageFile.h"
+#include "windows/control/support/Bench.h"
 #include "windows/win32/Gdi.h"
 
 namespace dravik::test {
@@ -64,17 +63,8 @@ int main(int argc, char** argv) {
         return 2;
     }
     SetProcessDpiAwarenessContext(DPI_AWARENESS_CONTEXT_PER_MONITOR_AWARE_V2);
-    OleInitialize(nullptr);
-    int result = 0;
-    try {
-        const auto& module = dravik::test::controlModule();
-        module.registerServer();
+    return dravik::test::withRegisteredControl([argv] {
         for (const char* host : {"strict", "atl", "sheet"}) dravik::test::show(host, argv[1]);
-        module.unregisterServer();
-    } catch (const std::exception& exception) {
-        std::fprintf(stderr, "%s\n", exception.what());
-        result = 1;
-    }
-    OleUninitialize();
-    return result;
+        return 0;
+    });
 }

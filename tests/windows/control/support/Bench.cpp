@@ -14,13 +14,27 @@ void succeed(HRESULT result, const char* what) {
 
 }  // namespace
 
-const ControlModule& controlModule() {
-    static const ControlModule module;
-    return module;
+const ControlFile& controlFile() {
+    static const ControlFile file(L"DravikDlg.ocx");  // beside the program
+    return file;
 }
 
 ComPtr<IUnknown> newControl() {
-    return controlModule().make(CLSID_DravikDlg);
+    return controlFile().make(CLSID_DravikDlg);
+}
+
+int withRegisteredControl(const std::function<int()>& work) {
+    OleInitialize(nullptr);
+    int result = 1;
+    try {
+        succeed(controlFile()("DllRegisterServer"), "DllRegisterServer");
+        result = work();
+        controlFile()("DllUnregisterServer");
+    } catch (const std::exception& exception) {
+        std::fprintf(stderr, "%s\n", exception.what());
+    }
+    OleUninitialize();
+    return result;
 }
 
 Bench::Bench(const std::string& hostName, const char* shown) {
@@ -34,13 +48,13 @@ Bench::Bench(const std::string& hostName, const char* shown) {
 }
 
 void Bench::bind(const std::string& shown, const std::string& jobs) {
-    auto embedded = controlModule().make(CLSID_EmbeddedStep).as<IEmbeddedStep>();
+    auto embedded = controlFile().make(CLSID_EmbeddedStep).as<IEmbeddedStep>();
     succeed(embedded->put_JobsFolder(Bstr(std::string_view(jobs)).get()), "JobsFolder");
     bind(shown, std::move(embedded));
 }
 
 void Bench::bind(const std::string& shown, ComPtr<IEmbeddedStep> embedded) {
-    step = embedded ? std::move(embedded) : controlModule().make(CLSID_EmbeddedStep).as<IEmbeddedStep>();
+    step = embedded ? std::move(embedded) : controlFile().make(CLSID_EmbeddedStep).as<IEmbeddedStep>();
     const auto tool = step.as<IFontTool>();
     const std::vector<std::string> set = {"H", "E", "L", "O"};
     succeed(tool->CreateFont(Bstr(std::string_view("bench")).get()), "CreateFont");

@@ -9,6 +9,7 @@
 #include "support/Testing.h"
 #include "windows/com/ComStep.h"
 #include "windows/com/ComText.h"
+#include "windows/com/support/ControlFile.h"
 #include "windows/control/support/FaultyStep.h"
 #include "windows/control/support/Hosts.h"
 #include "windows/control/support/Robot.h"
@@ -20,8 +21,11 @@ using namespace win32;
 using testing::IsEmpty;
 
 // The library stays loaded, and the classes registered, while the program runs.
-const ControlModule& controlModule();
+const ControlFile& controlFile();
 ComPtr<IUnknown> newControl();
+// Runs what needs the control registered in an apartment of its own; gives its result, 1 when it raises
+// something.
+int withRegisteredControl(const std::function<int()>& work);
 
 class Bench {
   public:

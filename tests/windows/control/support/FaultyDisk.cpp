@@ -23,14 +23,11 @@ State state;
 enum class Verdict { Go, Half, Fail };
 
 // Locked.
-Verdict judged(bool isWrite = false) {
+Verdict judged() {
     if (!state.isDead) {
-        using Kind = FaultyDisk::Kind;
         if (++state.counted != state.at) return Verdict::Go;
-        if (state.kind == Kind::Ends || (state.kind == Kind::EndsHalfWay && !isWrite))
-            TerminateProcess(GetCurrentProcess(), FaultyDisk::kEnded);
-        state.isDead = state.kind != Kind::Fails;
-        if (state.kind == Kind::DiesHalfWay || state.kind == Kind::EndsHalfWay) return Verdict::Half;
+        state.isDead = state.kind != FaultyDisk::Kind::Fails;
+        if (state.kind == FaultyDisk::Kind::DiesHalfWay) return Verdict::Half;
     }
     SetLastError(state.error);
     return Verdict::Fail;
@@ -45,9 +42,9 @@ bool fails(const wchar_t* path) {
     return isWatched(path) && judged() == Verdict::Fail;
 }
 
-Verdict judgedOf(HANDLE file, bool isWrite = false) {
+Verdict judgedOf(HANDLE file) {
     const std::scoped_lock lock(state.mutex);
-    return state.files.count(file) ? judged(isWrite) : Verdict::Go;
+    return state.files.count(file) ? judged() : Verdict::Go;
 }
 
 HANDLE WINAPI createFile(LPCWSTR name, DWORD access, DWORD share, SECURITY_ATTRIBUTES* security, DWORD how,
@@ -74,11 +71,9 @@ BOOL WINAPI closeHandle(HANDLE handle) {
     return CloseHandle(handle);
 }
 BOOL WINAPI writeFile(HANDLE file, LPCVOID bytes, DWORD size, LPDWORD written, LPOVERLAPPED place) {
-    const Verdict verdict = judgedOf(file, true);
+    const Verdict verdict = judgedOf(file);
     if (verdict == Verdict::Go) return WriteFile(file, bytes, size, written, place);
     if (verdict == Verdict::Half) WriteFile(file, bytes, size / 2, written, place);
-    if (state.kind == FaultyDisk::Kind::EndsHalfWay)
-        TerminateProcess(GetCurrentProcess(), FaultyDisk::kEnded);
     SetLastError(state.error);
     return FALSE;
 }

@@ -3,9 +3,7 @@
 #include <prsht.h>
 
 #include <stdexcept>
-#include <vector>
 
-#include "DravikDlgLib.h"
 #include "windows/control/support/Robot.h"
 
 namespace dravik::test {
@@ -105,35 +103,6 @@ class AtlHost : public AtlWindowHost {
     bool translate(MSG& message) override { return frame_ && IsDialogMessageW(frame_, &message); }
 };
 
-// A dialog template with one host window that fills it.
-std::vector<WORD> pageTemplate() {
-    std::vector<WORD> words;
-    const auto dword = [&](DWORD value) {
-        words.push_back(LOWORD(value));
-        words.push_back(HIWORD(value));
-    };
-    const auto text = [&](const wchar_t* value) {
-        for (; *value; ++value) words.push_back(static_cast<WORD>(*value));
-        words.push_back(0);
-    };
-    dword(WS_CHILD | WS_VISIBLE | WS_CAPTION | DS_CONTROL | DS_SETFONT);
-    dword(WS_EX_CONTROLPARENT);
-    for (const int value : {1, 0, 0, 420, 430}) words.push_back(static_cast<WORD>(value));
-    words.push_back(0);
-    words.push_back(0);
-    text(L"Font");
-    words.push_back(8);
-    text(L"MS Shell Dlg");
-    if (words.size() % 2 != 0) words.push_back(0);
-    dword(WS_CHILD | WS_VISIBLE | WS_TABSTOP);
-    dword(WS_EX_CONTROLPARENT);
-    for (const int value : {0, 0, 420, 430, 100}) words.push_back(static_cast<WORD>(value));
-    text(L"AtlAxWin100");
-    text(kProgId);
-    words.push_back(0);
-    return words;
-}
-
 // A lambda would not have the calling convention of 32-bit Windows.
 INT_PTR CALLBACK answerNothing(HWND, UINT, WPARAM, LPARAM) {
     return FALSE;
@@ -141,13 +110,12 @@ INT_PTR CALLBACK answerNothing(HWND, UINT, WPARAM, LPARAM) {
 
 class PropertySheetHost : public AtlWindowHost {
   public:
-    PropertySheetHost() : template_(pageTemplate()) {
+    PropertySheetHost() {
         atl();
         PROPSHEETPAGEW page{};
         page.dwSize = sizeof page;
-        page.dwFlags = PSP_DLGINDIRECT;
         page.hInstance = GetModuleHandleW(nullptr);
-        page.pResource = reinterpret_cast<DLGTEMPLATE*>(template_.data());
+        page.pszTemplate = L"ControlPage";
         page.pfnDlgProc = answerNothing;
         PROPSHEETHEADERW sheet{};
         sheet.dwSize = sizeof sheet;
@@ -166,43 +134,9 @@ class PropertySheetHost : public AtlWindowHost {
         return frame_ &&
                SendMessageW(frame_, PSM_ISDIALOGMESSAGE, 0, reinterpret_cast<LPARAM>(&message)) != 0;
     }
-
-  private:
-    std::vector<WORD> template_;
 };
 
 }  // namespace
-
-std::wstring ControlModule::path() {
-    wchar_t file[MAX_PATH] = {};
-    GetModuleFileNameW(nullptr, file, MAX_PATH);
-    const std::wstring folder(file);
-    return folder.substr(0, folder.find_last_of(L'\\') + 1) + L"DravikDlg.ocx";
-}
-
-ControlModule::ControlModule() : module_(LoadLibraryW(path().c_str())) {
-    if (!module_)
-        throw std::runtime_error("DravikDlg.ocx does not lie beside the test program or cannot be loaded");
-}
-
-ControlModule::~ControlModule() {
-    FreeLibrary(module_);
-}
-
-ComPtr<IUnknown> ControlModule::make(REFCLSID identifier) const {
-    const auto getClass = reinterpret_cast<HRESULT(STDAPICALLTYPE*)(REFCLSID, REFIID, void**)>(
-        reinterpret_cast<void*>(GetProcAddress(module_, "DllGetClassObject")));
-    ComPtr<IClassFactory> factory;
-    ComPtr<IUnknown> object;
-    if (!getClass || FAILED(getClass(identifier, IID_IClassFactory, factory.putVoid()))) return object;
-    factory->CreateInstance(nullptr, IID_IUnknown, object.putVoid());
-    return object;
-}
-
-HRESULT ControlModule::call(const char* exported) const {
-    return reinterpret_cast<HRESULT(STDAPICALLTYPE*)()>(
-        reinterpret_cast<void*>(GetProcAddress(module_, exported)))();
-}
 
 HWND Host::window() const {
     HWND window = nullptr;

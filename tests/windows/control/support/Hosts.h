@@ -11,27 +11,6 @@
 
 namespace dravik::test {
 
-// The control's DLL, loaded, and asked for a class without the registry.
-class ControlModule {
-  public:
-    ControlModule();
-    ControlModule(const ControlModule&) = delete;
-    ControlModule& operator=(const ControlModule&) = delete;
-    ~ControlModule();
-
-    // Null when the class cannot be made.
-    ComPtr<IUnknown> make(REFCLSID identifier) const;
-    HRESULT canUnload() const { return call("DllCanUnloadNow"); }
-    HRESULT registerServer() const { return call("DllRegisterServer"); }
-    HRESULT unregisterServer() const { return call("DllUnregisterServer"); }
-    static std::wstring path();
-
-  private:
-    HRESULT call(const char* exported) const;
-
-    HMODULE module_;
-};
-
 enum class Modifier { None, Shift, Control, Alt };
 
 // Keys that are held down while this lives, and no others.
