@@ -11,7 +11,7 @@ TEST(DistantTools, AreTaughtLikeNearOnesAndMayDie) {
     ASSERT_EQ(tool.step()->put_JobsFolder(Bstr(folder.path()).get()), S_OK);
     Bench bench("strict");
     bench.bind("HELLO", tool.step());
-    bench.include(L"HELLO", 5);
+    bench.include("HELLO");
     bench.learn();
     bench.press(L"Save Font");
     EXPECT_TRUE(bench.waitForStatus(L"Saved font")) << utf8(bench.status());

@@ -25,7 +25,7 @@ TEST_P(FocusOfHosts, GoesBackWhenABoxOrAFormIsGone) {
     EXPECT_TRUE(bench.host->pumpUntil([&] { return GetFocus() == bench.button(L"Select Font"); }))
         << "after a dialog";
 
-    bench.include(L"HELLO", 5);
+    bench.include("HELLO");
     const Bench::Cell cell = bench.cell(L'L');
     bench.robot.expectMenu(L"Show Font Histogram");
     bench.rightClick(cell);
@@ -147,10 +147,8 @@ TEST_F(FocusOfContainer, TheHostIsToldWhenTheAccessKeysChange) {
     EXPECT_GE(tellsOf([&] { verb(OLEIVERB_SHOW); }), 1);
     EXPECT_EQ(keys(), all);
     ASSERT_TRUE(include);
-    bench.show("HELLO");
-    bench.include(L"HELLO", 5);
-    bench.show("OLEH");
-    bench.include(L"OLEH", 4);
+    bench.include("HELLO");
+    bench.include("OLEH");
     EXPECT_EQ(tellsOf([&] { bench.learn(); }), 1);
     EXPECT_EQ(keys(), 0) << "nothing can be included before the run is saved or reverted";
     EXPECT_EQ(tellsOf([&] { bench.press(L"Revert"); }), 1);

@@ -35,9 +35,8 @@ TEST_P(InHosts, ShowsTheScreenAndFollowsItsSize) {
 
 TEST_P(InHosts, IncludesLearnsStopsSavesAndClosesWithoutAQuestion) {
     Bench bench(GetParam(), "HELLO");
-    bench.include(L"HELLO", 5);
-    bench.show("OLEH");
-    bench.include(L"OLEH", 4);
+    bench.include("HELLO");
+    bench.include("OLEH");
     bench.learn();
     EXPECT_TRUE(IsWindowEnabled(bench.button(L"Save Font")));
     bench.press(L"Save Font");
@@ -66,20 +65,10 @@ TEST_P(InHosts, IncludesLearnsStopsSavesAndClosesWithoutAQuestion) {
     EXPECT_TRUE(bench.robot.seen.empty());
 }
 
-TEST_P(InHosts, ClosingWithUnsavedChangesAsks) {
-    Bench bench(GetParam(), "HELLO");
-    bench.include(L"HELLO", 5);
-    bench.closeUnsaved();
-    EXPECT_TRUE(bench.robot.satisfied());
-    ASSERT_EQ(bench.robot.seen.size(), 1u);
-    EXPECT_NE(bench.robot.seen[0].find(L"The font has changed since it was last saved."), std::wstring::npos);
-}
-
 TEST_P(InHosts, OpensMenusFormsAndBoxesAndCopies) {
     Bench bench(GetParam(), "HELLO");
-    bench.include(L"HELLO", 5);
-    bench.show("LOLO");
-    bench.include(L"LOLO", 4);
+    bench.include("HELLO");
+    bench.include("LOLO");
     bench.learn();
 
     // A host that asks for the extent now gets it from the page that is shown, which stays in order.

@@ -40,9 +40,8 @@ void show(const std::string& host, const std::filesystem::path& folder) {
     Bench bench(host);
     if (host != "sheet") makeSmaller(*bench.host);
     bench.bind("HELLO");
-    bench.include(L"HELLO", 5);
-    bench.show("LOLO");
-    bench.include(L"LOLO", 4);
+    bench.include("HELLO");
+    bench.include("LOLO");
     bench.learn();
     bench.press(L"Save Font");
     bench.waitForStatus(L"Saved font");

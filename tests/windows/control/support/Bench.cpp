@@ -128,10 +128,11 @@ bool Bench::waitForStatus(const std::wstring& text) {
     return host->pumpUntil([&] { return status().find(text) != std::wstring::npos; });
 }
 
-void Bench::include(const wchar_t* text, int characters) {
-    type(text);
+void Bench::include(const std::string& text) {
+    show(text);
+    type(wide(text).c_str());
     press(L"&Include");
-    EXPECT_TRUE(waitForStatus(std::to_wstring(characters) + L" samples included."))
+    EXPECT_TRUE(waitForStatus(std::to_wstring(text.size()) + L" samples included."))
         << "status: " << utf8(status());
 }
 

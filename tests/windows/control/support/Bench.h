@@ -56,8 +56,8 @@ class Bench {
     void press(const wchar_t* caption);
     void rightClick(const Cell& cell);
     bool waitForStatus(const std::wstring& text);
-    // Include of the text that is shown, from typing to the message.
-    void include(const wchar_t* text, int characters);
+    // Include of a text, from showing it to the message.
+    void include(const std::string& text);
     // Learn until the run has ended.
     void learn();
     // The host closes; should the control ask, the changes of the font are not saved.
