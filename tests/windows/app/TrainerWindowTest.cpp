@@ -110,8 +110,7 @@ TEST_F(TrainerWindowTest, ScreenReadersFindTheImageTheReadingAndTheOpenedImages)
     ASSERT_EQ(strip.parts(), 2);
     EXPECT_EQ(strip.name(2), L"hack_001.png");
     EXPECT_TRUE(strip.state(1) & STATE_SYSTEM_SELECTED);
-    RECT whole{};
-    GetWindowRect(view("thumbnails"), &whole);
+    const RECT whole = placeOf(view("thumbnails"));
     EXPECT_EQ(strip.at(whole.left + 116 + 58, whole.top + 30), 2);
 }
 
@@ -144,11 +143,10 @@ TEST_F(TrainerWindowTest, TheNextArrowBelongsToTheStripAndTheNextKeyToTheText) {
 
 TEST_F(TrainerWindowTest, ItsPlaceIsRemembered) {
     resize(1024, 720);
-    RECT before{}, after{};
-    GetWindowRect(window.window(), &before);
+    const RECT before = placeOf(window.window());
     endProgram();
     startProgram();
-    GetWindowRect(program->window().window(), &after);
+    const RECT after = placeOf(program->window().window());
     EXPECT_TRUE(EqualRect(&after, &before));
 }
 

@@ -5,6 +5,7 @@
 
 #include "drivers/win32/ChildProcess.h"
 #include "drivers/win32/ImageFile.h"
+#include "drivers/win32/Operator.h"
 
 namespace dravik::test {
 namespace {
@@ -170,10 +171,8 @@ TEST_F(ScriptsTest, ContainerShowsTheControlUntilItIsClosed) {
         << "the control has the focus first";
 
     SetWindowPos(other.window, nullptr, 0, 0, 700, 600, SWP_NOMOVE | SWP_NOZORDER);
-    RECT around{}, control{};
-    GetClientRect(other.window, &around);
     EXPECT_TRUE(waitFor([&] {
-        GetClientRect(other.control(), &control);
+        const RECT around = insideOf(other.window), control = insideOf(other.control());
         return control.right == around.right && control.bottom < around.bottom;
     })) << "the control fills the window above the button";
 

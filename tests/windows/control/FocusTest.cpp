@@ -87,7 +87,7 @@ TEST_F(FocusOfContainer, GoesBackToWhereItWas) {
 }
 
 TEST_F(FocusOfContainer, EntersByTabFromTheSideThatItComesFrom) {
-    const auto enters = [&](std::initializer_list<BYTE> keys, auto&& enter) {
+    const auto enters = [&](std::initializer_list<int> keys, auto&& enter) {
         SetFocus(bench.input());
         SetFocus(own);
         const HeldKeys held(keys);
@@ -104,7 +104,7 @@ TEST_F(FocusOfContainer, EntersByTabFromTheSideThatItComesFrom) {
     // On through the controls between, and out at the first one.
     int stops = 0;
     while (bench.site().keys.empty() && stops < 60) {
-        bench.host->key(VK_TAB, Modifier::Shift);
+        bench.host->key(VK_TAB, ui::kShiftMask);
         ++stops;
     }
     EXPECT_GE(stops, 8);

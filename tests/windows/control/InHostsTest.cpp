@@ -14,23 +14,18 @@ TEST_P(InHosts, ShowsTheScreenAndFollowsItsSize) {
     ASSERT_TRUE(IsWindowVisible(bench.page()));
     EXPECT_TRUE(IsWindowVisible(bench.button(L"Learn")));
     EXPECT_FALSE(IsWindowEnabled(bench.button(L"Save Font")));
-    const auto place = [](HWND window) {
-        RECT rect{};
-        GetWindowRect(window, &rect);
-        return rect;
-    };
-    const auto status = [&] { return place(children(bench.page(), STATUSCLASSNAMEW).front()); };
+    const auto status = [&] { return placeOf(children(bench.page(), STATUSCLASSNAMEW).front()); };
     const RECT before = status();
     bench.host->resize(800, 1000);
     bench.host->pump();
-    EXPECT_EQ(widthOf(place(bench.page())), 800);
-    EXPECT_EQ(heightOf(place(bench.page())), 1000);
+    EXPECT_EQ(widthOf(placeOf(bench.page())), 800);
+    EXPECT_EQ(heightOf(placeOf(bench.page())), 1000);
     EXPECT_GT(status().top, before.top);  // the status bar stays at the foot
     bench.host->resize(200, 150);         // less than the page needs: it scrolls
     bench.host->pump();
     EXPECT_NE(GetWindowLongW(bench.page(), GWL_STYLE) & WS_VSCROLL, 0);
     SendMessageW(bench.page(), WM_VSCROLL, SB_BOTTOM, 0);
-    EXPECT_LE(status().bottom, place(bench.page()).bottom);
+    EXPECT_LE(status().bottom, placeOf(bench.page()).bottom);
 }
 
 TEST_P(InHosts, IncludesLearnsStopsSavesAndClosesWithoutAQuestion) {
@@ -110,8 +105,8 @@ TEST_P(InHosts, OpensMenusFormsAndBoxesAndCopies) {
     const HWND grid = children(bench.page(), L"DravikGrid").front();
     ASSERT_TRUE(IsWindowVisible(grid));
     SetFocus(grid);
-    bench.host->key('A', Modifier::Control);
-    bench.host->key(VK_INSERT, Modifier::Control);
+    bench.host->key('A', ui::kCtrlMask);
+    bench.host->key(VK_INSERT, ui::kCtrlMask);
     const std::wstring copied = clipboardContents();
     EXPECT_EQ(std::count(copied.begin(), copied.end(), L'\n'), 9) << utf8(copied);  // a row for each sample
     EXPECT_EQ(copied.find(L'\t') != std::wstring::npos, true);
@@ -131,7 +126,7 @@ TEST_P(InHosts, KeysGoThroughTheScreenAndOutOfIt) {
     bench.host->pump();
     ASSERT_EQ(GetFocus(), bench.input());
     bench.type(L"HELLO");
-    bench.host->key('I', Modifier::Alt);
+    bench.host->key('I', ui::kAltMask);
     EXPECT_TRUE(bench.waitForStatus(L"5 samples included.")) << utf8(bench.status());
 
     SetFocus(bench.input());

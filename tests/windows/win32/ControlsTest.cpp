@@ -180,8 +180,7 @@ TEST(ToolTips, ComeUpWherePointerRestsAndFollowTheModel) {
     button.setToolTip("before");
     Shown shown(column({item(label), item(button), space()}), 300, 200);
     const auto rest = [&](const Widget& widget) {
-        RECT place{};
-        GetWindowRect(shown.view(widget), &place);
+        const RECT place = placeOf(shown.view(widget));
         SetCursorPos(place.left + 5, place.top + 5);
         mouse(shown.view(widget), WM_MOUSEMOVE, 5, 5);
     };

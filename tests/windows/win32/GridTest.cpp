@@ -34,8 +34,7 @@ class GridOfWindows : public testing::Test {
     // Which of the seen cells have that ground, row by row.
     Cells cellsOfColor(COLORREF color) {
         const auto shows = picture(view());
-        RECT window{};
-        GetWindowRect(view(), &window);
+        const RECT window = placeOf(view());
         const AccessibleWindow heard(view());
         Cells cells;
         for (LONG part = grid.columns() + 1; part <= heard.parts(); ++part) {

@@ -28,21 +28,14 @@ TEST(WholeScreen, NothingIsCutOffAt144Dpi) {
     Screen& screen = shown.screen;
     EXPECT_LE(shown.page.minimumSize().cx, shown.size.cx);
     EXPECT_LE(shown.page.minimumSize().cy, shown.size.cy);
-    RECT bounds{};
-    GetWindowRect(shown.page.window(), &bounds);
+    const RECT page = placeOf(shown.page.window());
     for (const Widget* widget : std::initializer_list<const Widget*>{
              &screen.font.cmdSelectFont, &screen.sample.cmdInclude, &screen.train.cmdRevert,
-             screen.overview.lblChar.back().get(), &screen.sbr}) {
-        RECT place{};
-        RECT inside{};
-        GetWindowRect(shown.view(*widget), &place);
-        EXPECT_TRUE(IntersectRect(&inside, &place, &bounds) && EqualRect(&inside, &place)) << widget->name();
-    }
+             screen.overview.lblChar.back().get(), &screen.sbr})
+        EXPECT_TRUE(isInside(placeOf(shown.view(*widget)), page)) << widget->name();
     const HWND save = shown.view(screen.train.cmdSaveFont);
-    RECT client{};
-    GetClientRect(save, &client);
     Look look(144, {});
-    EXPECT_LT(look.textSize(look.font(), windowText(save)).cx, client.right);
+    EXPECT_LT(look.textSize(look.font(), windowText(save)).cx, insideOf(save).right);
 }
 
 }  // namespace

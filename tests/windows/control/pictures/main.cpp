@@ -13,8 +13,7 @@ namespace {
 
 void keep(HWND window, const std::filesystem::path& file) {
     RedrawWindow(window, nullptr, nullptr, RDW_INVALIDATE | RDW_UPDATENOW | RDW_ALLCHILDREN);
-    RECT place{};
-    GetClientRect(window, &place);
+    const RECT place = insideOf(window);
     Canvas canvas(place.right, place.bottom);
     HDC dc = GetDC(window);
     BitBlt(canvas.dc(), 0, 0, place.right, place.bottom, dc, 0, 0, SRCCOPY);
@@ -25,8 +24,7 @@ void keep(HWND window, const std::filesystem::path& file) {
 
 // A height at which the screen is not mostly empty.
 void makeSmaller(Host& host) {
-    RECT place{};
-    GetClientRect(host.frame(), &place);
+    const RECT place = insideOf(host.frame());
     const int height = place.bottom * 2 / 3;
     host.resize(place.right, height);
     RECT outer{0, 0, place.right, height};

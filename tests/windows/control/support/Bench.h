@@ -7,6 +7,7 @@
 
 #include "support/Accessible.h"
 #include "support/Testing.h"
+#include "ui/Widget.h"
 #include "windows/com/ComStep.h"
 #include "windows/com/ComText.h"
 #include "windows/com/support/ControlFile.h"

@@ -4,6 +4,7 @@
 
 #include <stdexcept>
 
+#include "ui/Widget.h"
 #include "windows/control/support/Robot.h"
 
 namespace dravik::test {
@@ -166,21 +167,10 @@ void Host::pump() {
     while (dispatchOne()) continue;
 }
 
-HeldKeys::HeldKeys(std::initializer_list<BYTE> keys) {
-    GetKeyboardState(before_);
-    BYTE held[256] = {};
-    for (const BYTE key : keys) held[key] = 0x80;
-    SetKeyboardState(held);
-}
-
-HeldKeys::~HeldKeys() {
-    SetKeyboardState(before_);
-}
-
-void Host::key(UINT virtualKey, Modifier modifier) {
-    constexpr BYTE kKeys[] = {0, VK_SHIFT, VK_CONTROL, VK_MENU};
-    const HeldKeys held{kKeys[static_cast<int>(modifier)]};
-    const bool alt = modifier == Modifier::Alt;
+void Host::key(UINT virtualKey, int shift) {
+    const bool alt = (shift & ui::kAltMask) != 0;
+    const HeldKeys held{shift & ui::kShiftMask ? VK_SHIFT : 0, shift & ui::kCtrlMask ? VK_CONTROL : 0,
+                        alt ? VK_MENU : 0};
     const LPARAM context = alt ? 1 << 29 : 0;
     PostMessageW(GetFocus(), alt ? WM_SYSKEYDOWN : WM_KEYDOWN, virtualKey, context);
     pump();

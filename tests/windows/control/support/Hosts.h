@@ -11,20 +11,6 @@
 
 namespace dravik::test {
 
-enum class Modifier { None, Shift, Control, Alt };
-
-// Keys that are held down while this lives, and no others.
-class HeldKeys {
-  public:
-    HeldKeys(std::initializer_list<BYTE> keys);
-    HeldKeys(const HeldKeys&) = delete;
-    HeldKeys& operator=(const HeldKeys&) = delete;
-    ~HeldKeys();
-
-  private:
-    BYTE before_[256] = {};
-};
-
 class Host {
   public:
     virtual ~Host() = default;
@@ -43,8 +29,8 @@ class Host {
     bool pumpUntil(const std::function<bool()>& condition);
     // Handles what is waiting now.
     void pump();
-    // A key for the window that has the focus, through the host's loop.
-    void key(UINT virtualKey, Modifier modifier = Modifier::None);
+    // A key for the window that has the focus, through the host's loop; `shift` is that of the models.
+    void key(UINT virtualKey, int shift = 0);
 
   protected:
     ComPtr<IUnknown> control_;

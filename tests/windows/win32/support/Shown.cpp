@@ -41,10 +41,8 @@ HWND Shown::view(const Widget& widget) const {
 }
 
 RECT Shown::place(const Widget& widget) const {
-    RECT rect{};
-    if (const HWND window = view(widget)) GetWindowRect(window, &rect);
-    if (const int part = partOf(widget)) return AccessibleWindow(view(widget)).place(part);
-    return rect;
+    const int part = partOf(widget);
+    return part ? AccessibleWindow(view(widget)).place(part) : placeOf(view(widget));
 }
 
 bool Shown::focused(const Widget& widget) const {
@@ -67,8 +65,7 @@ void Shown::mouse(const Widget& widget, UINT message, int x, int y, WPARAM keys)
 
 std::unique_ptr<Canvas> Shown::canvas(const Widget& widget) const {
     const auto whole = test::picture(view(widget));
-    RECT window{};
-    GetWindowRect(view(widget), &window);
+    const RECT window = placeOf(view(widget));
     const RECT own = place(widget);
     auto part = std::make_unique<Canvas>(widthOf(own), heightOf(own));
     BitBlt(part->dc(), 0, 0, widthOf(own), heightOf(own), whole->dc(), own.left - window.left,

@@ -101,8 +101,7 @@ class Shown {
         clickMiddle(bar, place);
     }
     void clickArrow(const UpDown& arrows, bool up) {
-        RECT place{};
-        GetClientRect(view(arrows), &place);
+        RECT place = insideOf(view(arrows));
         (up ? place.bottom : place.top) = place.bottom / 2;
         clickMiddle(arrows, place);
     }
