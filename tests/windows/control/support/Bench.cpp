@@ -41,7 +41,7 @@ Bench::Bench(const std::string& hostName, const char* shown) {
     if (hostName == "strict")
         host = std::make_unique<StrictHost>(newControl());
     else
-        host = hostName == "atl" ? makeAtlHost() : makePropertySheetHost();
+        host = makeSystemHost(hostName);
     if (!host->control()) throw std::runtime_error("no control in the host");
     host->pump();
     if (shown) bind(shown);

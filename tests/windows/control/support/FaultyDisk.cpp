@@ -8,8 +8,8 @@
 namespace dravik::test {
 namespace {
 
+std::mutex mutex;
 struct State {
-    std::mutex mutex;
     std::wstring folder;
     std::set<HANDLE> files;  // open for writing
     long counted = 0;
@@ -38,12 +38,12 @@ bool isWatched(const wchar_t* path) {
 }
 
 bool fails(const wchar_t* path) {
-    const std::scoped_lock lock(state.mutex);
+    const std::scoped_lock lock(mutex);
     return isWatched(path) && judged() == Verdict::Fail;
 }
 
 Verdict judgedOf(HANDLE file) {
-    const std::scoped_lock lock(state.mutex);
+    const std::scoped_lock lock(mutex);
     return state.files.count(file) ? judged() : Verdict::Go;
 }
 
@@ -54,21 +54,14 @@ HANDLE WINAPI createFile(LPCWSTR name, DWORD access, DWORD share, SECURITY_ATTRI
     const HANDLE file = CreateFileW(name, access, share, security, how, flags, model);
     const DWORD error = GetLastError();
     {
-        const std::scoped_lock lock(state.mutex);
+        const std::scoped_lock lock(mutex);
         if (writes && isWatched(name) && file != INVALID_HANDLE_VALUE)
             state.files.insert(file);
         else
-            state.files.erase(file);  // another file's by now
+            state.files.erase(file);  // another file's by now, the one before was closed
     }
     SetLastError(error);
     return file;
-}
-BOOL WINAPI closeHandle(HANDLE handle) {
-    {
-        const std::scoped_lock lock(state.mutex);
-        state.files.erase(handle);
-    }
-    return CloseHandle(handle);
 }
 BOOL WINAPI writeFile(HANDLE file, LPCVOID bytes, DWORD size, LPDWORD written, LPOVERLAPPED place) {
     const Verdict verdict = judgedOf(file);
@@ -108,7 +101,6 @@ BOOL WINAPI lockFileEx(HANDLE file, DWORD flags, DWORD reserved, DWORD low, DWOR
 // An imported function and what takes its place.
 const std::pair<const char*, void*> kRedirections[] = {
     {"CreateFileW", reinterpret_cast<void*>(createFile)},
-    {"CloseHandle", reinterpret_cast<void*>(closeHandle)},
     {"WriteFile", reinterpret_cast<void*>(writeFile)},
     {"FlushFileBuffers", reinterpret_cast<void*>(flushFileBuffers)},
     {"SetEndOfFile", reinterpret_cast<void*>(setEndOfFile)},
@@ -151,23 +143,17 @@ void redirect(HMODULE module) {
 FaultyDisk::FaultyDisk(HMODULE module, std::wstring folder, long at, Kind kind, DWORD error) {
     static HMODULE redirected = nullptr;
     if (std::exchange(redirected, module) != module) redirect(module);
-    const std::scoped_lock lock(state.mutex);
-    state.folder = std::move(folder);
-    state.counted = 0;
-    state.at = at;
-    state.kind = kind;
-    state.error = error;
-    state.isDead = false;
+    const std::scoped_lock lock(mutex);
+    state = {std::move(folder), {}, 0, at, kind, error};
 }
 
 FaultyDisk::~FaultyDisk() {
-    const std::scoped_lock lock(state.mutex);
-    state.folder.clear();
-    state.files.clear();
+    const std::scoped_lock lock(mutex);
+    state = {};
 }
 
 long FaultyDisk::operations() const {
-    const std::scoped_lock lock(state.mutex);
+    const std::scoped_lock lock(mutex);
     return state.counted;
 }
 

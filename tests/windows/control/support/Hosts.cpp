@@ -14,7 +14,6 @@ namespace {
 // At 96 dpi.
 constexpr int kWidth = 720;
 constexpr int kHeight = 900;
-constexpr wchar_t kProgId[] = L"DravikDlgLib.DravikDlg";
 constexpr wchar_t kFrameClass[] = L"DravikTestFrame";
 
 int scaled(int pixels) {
@@ -29,16 +28,13 @@ void makeBox(HWND frame, int left) {
 }
 
 HWND makeFrame() {
-    static const ATOM registered = [] {
-        WNDCLASSW description{};
-        description.lpfnWndProc = DefWindowProcW;
-        description.hInstance = GetModuleHandleW(nullptr);
-        description.hbrBackground = reinterpret_cast<HBRUSH>(COLOR_BTNFACE + 1);
-        description.hCursor = LoadCursorW(nullptr, IDC_ARROW);
-        description.lpszClassName = kFrameClass;
-        return RegisterClassW(&description);
-    }();
-    (void)registered;
+    WNDCLASSW description{};
+    description.lpfnWndProc = DefWindowProcW;
+    description.hInstance = GetModuleHandleW(nullptr);
+    description.hbrBackground = reinterpret_cast<HBRUSH>(COLOR_BTNFACE + 1);
+    description.hCursor = LoadCursorW(nullptr, IDC_ARROW);
+    description.lpszClassName = kFrameClass;
+    RegisterClassW(&description);  // refused when it is there
     RECT outer{0, 0, scaled(kWidth), scaled(kHeight + 40)};
     AdjustWindowRect(&outer, WS_OVERLAPPEDWINDOW, FALSE);
     HWND frame =
@@ -49,25 +45,13 @@ HWND makeFrame() {
     return frame;
 }
 
-// The system's library with the host window, loaded once.
-HMODULE atl() {
-    static const HMODULE library = [] {
-        HMODULE loaded = LoadLibraryW(L"atl100.dll");
-        if (!loaded) throw std::runtime_error("atl100.dll cannot be loaded");
-        const auto init = reinterpret_cast<BOOL(WINAPI*)()>(
-            reinterpret_cast<void*>(GetProcAddress(loaded, "AtlAxWinInit")));
-        if (!init || !init()) throw std::runtime_error("the host window class cannot be registered");
-        return loaded;
-    }();
-    return library;
-}
-
-ComPtr<IUnknown> controlOf(HWND hostWindow) {
-    const auto get = reinterpret_cast<HRESULT(WINAPI*)(HWND, IUnknown**)>(
-        reinterpret_cast<void*>(GetProcAddress(atl(), "AtlAxGetControl")));
-    ComPtr<IUnknown> control;
-    if (get) get(hostWindow, control.put());
-    return control;
+// A function of the system's library with the host window.
+template <class Function>
+Function* atl(const char* name) {
+    static const HMODULE library = LoadLibraryW(L"atl100.dll");
+    auto* found = reinterpret_cast<Function*>(reinterpret_cast<void*>(GetProcAddress(library, name)));
+    if (!found) throw std::runtime_error("atl100.dll cannot be used");
+    return found;
 }
 
 // Whose control stands in the system's host window.
@@ -81,9 +65,10 @@ class AtlWindowHost : public Host {
     }
 
   protected:
+    AtlWindowHost() { atl<BOOL WINAPI()>("AtlAxWinInit")(); }
     void takeHost(HWND host) {
         host_ = host;
-        control_ = controlOf(host);
+        atl<HRESULT WINAPI(HWND, IUnknown**)>("AtlAxGetControl")(host, control_.put());
     }
 
   private:
@@ -93,12 +78,11 @@ class AtlWindowHost : public Host {
 class AtlHost : public AtlWindowHost {
   public:
     AtlHost() {
-        atl();
         frame_ = makeFrame();
         makeBox(frame_, 0);
-        takeHost(CreateWindowExW(WS_EX_CONTROLPARENT, L"AtlAxWin100", kProgId, WS_CHILD | WS_VISIBLE, 0, 0,
-                                 scaled(kWidth), scaled(kHeight), frame_, nullptr, GetModuleHandleW(nullptr),
-                                 nullptr));
+        takeHost(CreateWindowExW(WS_EX_CONTROLPARENT, L"AtlAxWin100", L"DravikDlgLib.DravikDlg",
+                                 WS_CHILD | WS_VISIBLE, 0, 0, scaled(kWidth), scaled(kHeight), frame_,
+                                 nullptr, nullptr, nullptr));
         makeBox(frame_, 200);
     }
     bool translate(MSG& message) override { return frame_ && IsDialogMessageW(frame_, &message); }
@@ -112,7 +96,6 @@ INT_PTR CALLBACK answerNothing(HWND, UINT, WPARAM, LPARAM) {
 class PropertySheetHost : public AtlWindowHost {
   public:
     PropertySheetHost() {
-        atl();
         PROPSHEETPAGEW page{};
         page.dwSize = sizeof page;
         page.hInstance = GetModuleHandleW(nullptr);
@@ -126,9 +109,8 @@ class PropertySheetHost : public AtlWindowHost {
         sheet.nPages = 1;
         sheet.ppsp = &page;
         frame_ = reinterpret_cast<HWND>(PropertySheetW(&sheet));
-        if (!frame_ || frame_ == reinterpret_cast<HWND>(-1)) throw std::runtime_error("no property sheet");
         const auto hosts = children(frame_, L"AtlAxWin100");
-        if (hosts.empty()) throw std::runtime_error("no host window on the page");
+        if (hosts.empty()) throw std::runtime_error("no host window on a property sheet's page");
         takeHost(hosts.front());
     }
     bool translate(MSG& message) override {
@@ -223,12 +205,9 @@ bool StrictHost::translate(MSG& message) {
     return true;
 }
 
-std::unique_ptr<Host> makeAtlHost() {
+std::unique_ptr<Host> makeSystemHost(const std::string& name) {
+    if (name == "sheet") return std::make_unique<PropertySheetHost>();
     return std::make_unique<AtlHost>();
-}
-
-std::unique_ptr<Host> makePropertySheetHost() {
-    return std::make_unique<PropertySheetHost>();
 }
 
 }  // namespace dravik::test

@@ -72,8 +72,7 @@ class StrictHost : public Host {
     ComPtr<StrictSite> site_;
 };
 
-// The control must be registered.
-std::unique_ptr<Host> makeAtlHost();
-std::unique_ptr<Host> makePropertySheetHost();
+// "atl" or "sheet"; the control must be registered.
+std::unique_ptr<Host> makeSystemHost(const std::string& name);
 
 }  // namespace dravik::test
