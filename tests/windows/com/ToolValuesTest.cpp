@@ -75,18 +75,11 @@ TEST(ToolValues, TablesAndListsAreReadWhateverTheirElementsAndBounds) {
 
 TEST(ToolValues, CellsOfAnyKindAreNumbersTextsOrNothing) {
     const std::vector<Cell> cells = {8.5, "8,5", std::string(), "7", std::monostate()};
-    struct Rows : RecordTable {
-        explicit Rows(const std::vector<Cell>& of) : cells(of) {}
-        int upperRow() const noexcept override { return 0; }
-        int upperColumn() const noexcept override { return static_cast<int>(cells.size()) - 1; }
-        Cell cell(int, int column) const override { return cells[static_cast<std::size_t>(column)]; }
-        const std::vector<Cell>& cells;
-    };
-    const Rows rows(cells);
-    const RecordTablePtr table = tableOf(tableValue(&rows));
+    const CellTable row({cells});
+    const RecordTablePtr table = tableOf(tableValue(&row));
     ASSERT_TRUE(table);
-    for (int column = 0; column <= rows.upperColumn(); ++column)
-        EXPECT_EQ(table->cell(0, column), cells[static_cast<std::size_t>(column)]) << column;
+    for (int column = 0; column <= row.upperColumn(); ++column)
+        EXPECT_EQ(table->cell(0, column), row.cell(0, column)) << column;
     EXPECT_EQ(table->number(0, 3), 7);
     EXPECT_EQ(refusal([&] { table->number(0, 1); }), 13);
     EXPECT_EQ(refusal([&] { table->number(0, 4); }), 13);
