@@ -164,4 +164,16 @@ std::unique_ptr<win32::Canvas> picture(HWND window) {
     return canvas;
 }
 
+COLORREF colorAt(win32::Canvas& canvas, int x, int y) {
+    const std::uint32_t pixel = canvas.pixels()[static_cast<std::size_t>(y * canvas.width() + x)];
+    return RGB(pixel >> 16 & 0xFF, pixel >> 8 & 0xFF, pixel & 0xFF);
+}
+
+int countOf(win32::Canvas& canvas, COLORREF color) {
+    int count = 0;
+    for (int y = 0; y < canvas.height(); ++y)
+        for (int x = 0; x < canvas.width(); ++x) count += colorAt(canvas, x, y) == color;
+    return count;
+}
+
 }  // namespace dravik::test

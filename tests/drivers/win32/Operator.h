@@ -56,5 +56,7 @@ RECT insideOf(HWND window);
 bool isInside(const RECT& place, const RECT& whole);
 // What a window shows, from the screen.
 std::unique_ptr<win32::Canvas> picture(HWND window);
+COLORREF colorAt(win32::Canvas& canvas, int x, int y);
+int countOf(win32::Canvas& canvas, COLORREF color);
 
 }  // namespace dravik::test

@@ -81,7 +81,7 @@ TEST(Container, SetsAmbientProperties) {
     ASSERT_EQ(OleCreateFontIndirect(&description, IID_IDispatch, font.putVoid()), S_OK);
     ASSERT_EQ(host.verb(OLEIVERB_SHOW), S_OK);
     host.pump();
-    EXPECT_EQ(picture(host.window())->pixels().front(), 0xFF0AC81Eu);
+    EXPECT_EQ(colorAt(*picture(host.window()), 2, 2), RGB(10, 200, 30));
     const HWND learn = child(host.window(), L"Button", L"Learn");
     const int before = heightOf(placeOf(learn));
     host.ambientChanged(DISPID_AMBIENT_FONT, Variant(font.get()));

@@ -37,7 +37,9 @@ int include(Bench& bench, const wchar_t* text) {
 Session work(const std::string& folder, long at, Kind kind, DWORD error) {
     Session session;
     Bench bench("strict");
-    bench.bind("HELLO", folder);
+    const auto step = controlFile().make(CLSID_EmbeddedStep).as<IEmbeddedStep>();
+    EXPECT_EQ(step->put_JobsFolder(Bstr(folder).get()), S_OK);
+    bench.bind("HELLO", step);
     const FaultyDisk disk(GetModuleHandleW(L"DravikDlg.ocx"), wide(folder), at, kind, error);
     for (const wchar_t* text : {L"HELLO", L"OLEH"}) {
         bench.show(utf8(text));

@@ -140,13 +140,11 @@ TEST_F(FocusOfContainer, TheHostIsToldWhenTheAccessKeysChange) {
         return bench.site().count("OnControlInfoChanged") - before;
     };
     const auto all = keys();
-    const HWND include = bench.button(L"&Include");
     EXPECT_EQ(tellsOf([&] { bench.type(L"HELLO"); }), 0) << "no key changed";
     EXPECT_EQ(tellsOf([&] { bench.as<IOleInPlaceObject>()->InPlaceDeactivate(); }), 1);
     EXPECT_EQ(keys(), 0);
     EXPECT_GE(tellsOf([&] { verb(OLEIVERB_SHOW); }), 1);
     EXPECT_EQ(keys(), all);
-    ASSERT_TRUE(include);
     bench.include("HELLO");
     bench.include("OLEH");
     EXPECT_EQ(tellsOf([&] { bench.learn(); }), 1);

@@ -15,26 +15,16 @@ std::string trainDate(IUnknown* control, const char* font) {
 
 TEST(HostileHost, PassesNothingWhereSomethingIsNeeded) {
     StrictHost host(newControl());
-    const ComPtr<IUnknown> control(host.control());
-    const auto object = control.as<IOleObject>();
-    const auto ole = control.as<IOleControl>();
-    const auto inPlace = control.as<IOleInPlaceObject>();
-    const auto active = control.as<IOleInPlaceActiveObject>();
-    const auto view = control.as<IViewObject2>();
-    const auto stream = control.as<IPersistStreamInit>();
-    const auto storage = control.as<IPersistStorage>();
-    const auto bag = control.as<IPersistPropertyBag>();
-    const auto classInfo = control.as<IProvideClassInfo2>();
-    const auto points = control.as<IConnectionPointContainer>();
-    const auto quick = control.as<IQuickActivate>();
-    const auto dialog = control.as<_DravikDlg>();
-    const auto editor = control.as<::StepEditor>();
+    const auto object = host.as<IOleObject>();
+    const auto view = host.as<IViewObject2>();
+    const auto dialog = host.as<_DravikDlg>();
+    const auto editor = host.as<::StepEditor>();
     BSTR text = nullptr;
     double number = 0;
     short count = 0;
     const RECT turned{100, 100, 50, 50};
     const HRESULT refused[] = {
-        control->QueryInterface(IID_IUnknown, nullptr),
+        host.control()->QueryInterface(IID_IUnknown, nullptr),
         object->GetClientSite(nullptr),
         object->GetUserClassID(nullptr),
         object->GetUserType(USERCLASSTYPE_FULL, nullptr),
@@ -45,26 +35,26 @@ TEST(HostileHost, PassesNothingWhereSomethingIsNeeded) {
         object->EnumVerbs(nullptr),
         object->EnumAdvise(nullptr),
         object->GetMiscStatus(DVASPECT_CONTENT, nullptr),
-        ole->GetControlInfo(nullptr),
-        ole->OnMnemonic(nullptr),
-        inPlace->GetWindow(nullptr),
-        inPlace->SetObjectRects(nullptr, nullptr),
-        inPlace->SetObjectRects(&turned, &turned),
-        active->TranslateAccelerator(nullptr),
+        host.as<IOleControl>()->GetControlInfo(nullptr),
+        host.as<IOleControl>()->OnMnemonic(nullptr),
+        host.as<IOleInPlaceObject>()->GetWindow(nullptr),
+        host.as<IOleInPlaceObject>()->SetObjectRects(nullptr, nullptr),
+        host.as<IOleInPlaceObject>()->SetObjectRects(&turned, &turned),
+        host.as<IOleInPlaceActiveObject>()->TranslateAccelerator(nullptr),
         view->Draw(DVASPECT_CONTENT, -1, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, 0),
         view->GetExtent(DVASPECT_CONTENT, -1, nullptr, nullptr),
-        stream->Load(nullptr),
-        stream->Save(nullptr, TRUE),
-        stream->GetSizeMax(nullptr),
-        storage->Load(nullptr),
-        storage->Save(nullptr, TRUE),
-        bag->Load(nullptr, nullptr),
-        bag->Save(nullptr, TRUE, TRUE),
-        classInfo->GetClassInfo(nullptr),
-        classInfo->GetGUID(GUIDKIND_DEFAULT_SOURCE_DISP_IID, nullptr),
-        points->EnumConnectionPoints(nullptr),
-        points->FindConnectionPoint(DIID___DravikDlg, nullptr),
-        quick->QuickActivate(nullptr, nullptr),
+        host.as<IPersistStreamInit>()->Load(nullptr),
+        host.as<IPersistStreamInit>()->Save(nullptr, TRUE),
+        host.as<IPersistStreamInit>()->GetSizeMax(nullptr),
+        host.as<IPersistStorage>()->Load(nullptr),
+        host.as<IPersistStorage>()->Save(nullptr, TRUE),
+        host.as<IPersistPropertyBag>()->Load(nullptr, nullptr),
+        host.as<IPersistPropertyBag>()->Save(nullptr, TRUE, TRUE),
+        host.as<IProvideClassInfo2>()->GetClassInfo(nullptr),
+        host.as<IProvideClassInfo2>()->GetGUID(GUIDKIND_DEFAULT_SOURCE_DISP_IID, nullptr),
+        host.as<IConnectionPointContainer>()->EnumConnectionPoints(nullptr),
+        host.as<IConnectionPointContainer>()->FindConnectionPoint(DIID___DravikDlg, nullptr),
+        host.as<IQuickActivate>()->QuickActivate(nullptr, nullptr),
         dialog->FontTrainDate(nullptr, nullptr),
         dialog->FontTrainDate(&text, nullptr),
         dialog->HighlightIncluded(nullptr),
@@ -82,7 +72,7 @@ TEST(HostileHost, PassesNothingWhereSomethingIsNeeded) {
     EXPECT_EQ(editor->get_ReadOnly(&readOnly), S_OK);
     EXPECT_EQ(readOnly, VARIANT_TRUE);
     EXPECT_EQ(view->SetAdvise(DVASPECT_CONTENT, 0, nullptr), S_OK);
-    EXPECT_EQ(trainDate(control.get(), ""), "unknown");
+    EXPECT_EQ(trainDate(host.control(), ""), "unknown");
 }
 
 TEST(HostileHost, HasNoSiteOrOneThatRefuses) {

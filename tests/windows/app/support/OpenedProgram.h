@@ -56,11 +56,6 @@ class OpenedProgram : public testing::Test {
     bool isWhollySeen(const char* name) const {
         return isInside(placeOf(view(name)), placeOf(window.window()));
     }
-    static int countOf(Canvas& canvas, ui::Color color) {
-        const auto seen = GetRValue(color) << 16 | GetGValue(color) << 8 | GetBValue(color);
-        return static_cast<int>(std::count_if(canvas.pixels().begin(), canvas.pixels().end(),
-                                              [&](int pixel) { return (pixel & 0xFFFFFF) == seen; }));
-    }
     int pixelsOf(HWND shown, ui::Color color) {
         settle();
         const RECT inside = insideOf(shown);

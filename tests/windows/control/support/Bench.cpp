@@ -47,12 +47,6 @@ Bench::Bench(const std::string& hostName, const char* shown) {
     if (shown) bind(shown);
 }
 
-void Bench::bind(const std::string& shown, const std::string& jobs) {
-    auto embedded = controlFile().make(CLSID_EmbeddedStep).as<IEmbeddedStep>();
-    succeed(embedded->put_JobsFolder(Bstr(std::string_view(jobs)).get()), "JobsFolder");
-    bind(shown, std::move(embedded));
-}
-
 void Bench::bind(const std::string& shown, ComPtr<IEmbeddedStep> embedded) {
     step = embedded ? std::move(embedded) : controlFile().make(CLSID_EmbeddedStep).as<IEmbeddedStep>();
     const auto tool = step.as<IFontTool>();

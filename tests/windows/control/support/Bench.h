@@ -36,8 +36,6 @@ class Bench {
     // Hands the embedded step over, a new one unless it is given, with a fresh font "bench" selected, and its
     // image showing the text.
     void bind(const std::string& shown, ComPtr<IEmbeddedStep> embedded = {});
-    // The same with a new step that has a jobs folder of its own.
-    void bind(const std::string& shown, const std::string& jobs);
     void show(const std::string& text);
 
     HWND page() const { return host->window(); }

@@ -6,22 +6,6 @@
 
 namespace dravik::test {
 
-std::wstring accessibleName(HWND window, LONG part) {
-    return AccessibleWindow(window).name(part);
-}
-
-COLORREF colorAt(Canvas& canvas, int x, int y) {
-    const std::uint32_t pixel = canvas.pixels()[static_cast<std::size_t>(y * canvas.width() + x)];
-    return RGB(pixel >> 16 & 0xFF, pixel >> 8 & 0xFF, pixel & 0xFF);
-}
-
-int countOf(Canvas& canvas, COLORREF color) {
-    int count = 0;
-    for (const std::uint32_t pixel : canvas.pixels())
-        count += RGB(pixel >> 16 & 0xFF, pixel >> 8 & 0xFF, pixel & 0xFF) == color;
-    return count;
-}
-
 HostWindow::HostWindow(int width, int height) {
     const wchar_t* name = Peer::drawnClass(L"DravikTestHost");
     window_ = CreateWindowExW(WS_EX_CONTROLPARENT, name, L"host", WS_POPUP | WS_CLIPCHILDREN, 20, 20, width,
