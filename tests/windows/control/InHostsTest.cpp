@@ -139,5 +139,37 @@ TEST_P(InHosts, KeysGoThroughTheScreenAndOutOfIt) {
     bench.closeUnsaved();
 }
 
+TEST_P(InHosts, TheFocusGoesBackWhenABoxOrAFormIsGone) {
+    Bench bench(GetParam(), "HELLO");
+    bench.type(L"HELLOOO");
+    bench.robot.expectBox(L"Difference in character counts", IDOK);
+    bench.host->key(VK_RETURN);
+    ASSERT_TRUE(bench.allCame());
+    EXPECT_TRUE(bench.host->pumpUntil([&] { return GetFocus() == bench.input(); })) << "after a box";
+
+    const auto closeForm = [](HWND form) { PostMessageW(form, WM_KEYDOWN, VK_ESCAPE, 1); };
+    bench.robot.expectForm("dlgFontManager", [&](HWND) { closeForm(GetFocus()); });
+    SetFocus(bench.button(L"Select Font"));
+    bench.host->key(VK_RETURN);
+    ASSERT_TRUE(bench.allCame());
+    EXPECT_TRUE(bench.host->pumpUntil([&] { return GetFocus() == bench.button(L"Select Font"); }))
+        << "after a dialog";
+
+    bench.include("HELLO");
+    const Bench::Cell cell = bench.cell(L'L');
+    bench.robot.expectMenu(L"Show Font Histogram");
+    bench.rightClick(cell);
+    ASSERT_TRUE(bench.allCame());
+    SetFocus(bench.input());
+    const auto histogram = [] { return FindWindowW(L"DravikFormWindow", nullptr); };
+    ASSERT_TRUE(bench.host->pumpUntil([&] { return IsWindowVisible(histogram()) != FALSE; }));
+    SetActiveWindow(histogram());
+    ASSERT_TRUE(IsChild(histogram(), GetFocus()));
+    closeForm(GetFocus());
+    EXPECT_TRUE(bench.host->pumpUntil([&] { return GetFocus() == bench.input(); })) << "after a child form";
+    bench.closeUnsaved();
+    EXPECT_THAT(bench.robot.surprises(), IsEmpty());
+}
+
 }  // namespace
 }  // namespace dravik::test
