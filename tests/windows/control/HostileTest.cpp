@@ -165,10 +165,7 @@ TEST(HostileHost, GivesARootStepThatCannotBeCalled) {
 // An operator's round with whatever the tool makes of it.
 void useEverything(Bench& bench) {
     const auto press = [&](const wchar_t* caption) {
-        if (HWND pressed = bench.button(caption); pressed && IsWindowEnabled(pressed)) {
-            PostMessageW(pressed, BM_CLICK, 0, 0);
-            bench.host->pump();
-        }
+        if (IsWindowEnabled(bench.button(caption))) bench.press(caption);
     };
     bench.type(L"HELLO");
     press(L"&Include");
@@ -302,7 +299,6 @@ TEST(HostileHost, ChangesTheStepWhileTheScreenAsks) {
     first.reset();
     bench.type(L"HELLO");
     bench.press(L"&Include");
-    bench.host->pump();
     bench.include("LOLO");
     EXPECT_TRUE(watched.expired());
     bench.robot.expectBox(L"Font Changed", IDNO);
@@ -321,12 +317,8 @@ TEST(HostileHost, ClosesTheControlFromInsideOfItsOwnCalls) {
             bench.closeUnsaved();
         };
         bench.type(L"HELLO");
-        PostMessageW(bench.button(L"&Include"), BM_CLICK, 0, 0);
-        bench.host->pump();
-        if (!closed) {
-            PostMessageW(bench.button(L"Learn"), BM_CLICK, 0, 0);
-            bench.host->pump();
-        }
+        bench.press(L"&Include");
+        if (!closed) bench.press(L"Learn");
         EXPECT_TRUE(closed);
     }
     EXPECT_EQ(controlFile()("DllCanUnloadNow"), S_OK);
