@@ -159,8 +159,11 @@ TEST_F(RegistrationTest, LeavesInterfacesToTheLibraryThatHasThem) {
 TEST_F(RegistrationTest, FailureHalfWayTakesBackWhatWasWritten) {
     auto broken = all_;
     broken.back().programIdentifier.assign(300, L'x');
+    RegistryTransaction foreign(HKEY_LOCAL_MACHINE);
+    foreign.make(kClasses + kTool);  // where only the values are the server's
+    const std::string between = own();
     EXPECT_THROW(registerServer(broken, Scope::Machine), Failure);
-    EXPECT_EQ(own(), before_);
+    EXPECT_EQ(own(), between);
 
     // Also what stood there before.
     registerServer(all_, Scope::Machine);
