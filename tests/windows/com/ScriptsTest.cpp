@@ -76,33 +76,26 @@ TEST_F(ScriptsTest, ContractCheckTellsWhetherARegisteredToolKeepsIt) {
 // The complete tools of the documentation, in C++ and as a scriptlet: registered as their comments say, they
 // keep the contract, the control takes them as a step, and a script trains and reads with them.
 TEST_F(ScriptsTest, SampleToolsKeepTheContractAndWorkAsAStep) {
-    const TemporaryFolder folder;
-    const std::wstring library = windowsPath(DRAVIK_SMALL_TOOL);
-    const std::wstring scriptlet = wide(source("docs/samples/small-tool.wsc"));
-    struct Sample {
-        std::wstring name;
-        std::wstring registration;
-        std::vector<const wchar_t*> checks;
+    const auto registered = [](const std::wstring& name, const std::wstring& registration, auto&& use) {
+        EXPECT_EQ(runProcess(L"regsvr32.exe /s " + registration).code, 0u) << utf8(name);
+        expectEnd(DRAVIK_TOOL_CHECK, name, 0, kKept);
+        expectEnd(DRAVIK_BIND_STEP, name, 0, "bound\r\n");
+        use();
+        EXPECT_EQ(runProcess(L"regsvr32.exe /s /u " + registration).code, 0u) << utf8(name);
+        expectEnd(DRAVIK_TOOL_CHECK, name, 2, HasSubstr("is not registered"));
     };
-    for (const Sample& sample :
-         {Sample{L"Sample.SmallTool", L"\"" + library + L"\"", {L"", L" --late-bound"}},
-          Sample{L"Sample.ScriptTool", L"/n \"/i:" + scriptlet + L"\" scrobj.dll", {L""}}}) {
-        const std::string name = utf8(sample.name);
-        const Finished registered = runProcess(L"regsvr32.exe /s " + sample.registration);
-        ASSERT_EQ(registered.code, 0u) << name << registered.output;
-        for (const wchar_t* how : sample.checks) expectEnd(DRAVIK_TOOL_CHECK, sample.name + how, 0, kKept);
-        expectEnd(DRAVIK_BIND_STEP, sample.name, 0, "bound\r\n");
-        if (sample.name == L"Sample.SmallTool") {
-            std::ifstream script(toPath(source("docs/samples/learn-and-read.vbs")));
-            std::string text{std::istreambuf_iterator<char>(script), {}};
-            const std::string embedded = "Dravik.EmbeddedStep";
-            text.replace(text.find(embedded), embedded.size(), name);
-            std::ofstream(toPath(folder.path("learn.vbs"))) << text;
-            EXPECT_EQ(learnt(folder, folder.path("learn.vbs"), "drawn", kCharacters), "LATE\r\n2049\r\n");
-        }
-        EXPECT_EQ(runProcess(L"regsvr32.exe /s /u " + sample.registration).code, 0u) << name;
-        expectEnd(DRAVIK_TOOL_CHECK, sample.name, 2, HasSubstr("is not registered"));
-    }
+    const std::wstring scriptlet = wide(source("docs/samples/small-tool.wsc"));
+    registered(L"Sample.ScriptTool", L"/n \"/i:" + scriptlet + L"\" scrobj.dll", [] {});
+    registered(L"Sample.SmallTool", L"\"" + windowsPath(DRAVIK_SMALL_TOOL) + L"\"", [] {
+        expectEnd(DRAVIK_TOOL_CHECK, L"Sample.SmallTool --late-bound", 0, kKept);
+        const TemporaryFolder folder;
+        std::ifstream script(toPath(source("docs/samples/learn-and-read.vbs")));
+        std::string text{std::istreambuf_iterator<char>(script), {}};
+        const std::string embedded = "Dravik.EmbeddedStep";
+        text.replace(text.find(embedded), embedded.size(), "Sample.SmallTool");
+        std::ofstream(toPath(folder.path("learn.vbs"))) << text;
+        EXPECT_EQ(learnt(folder, folder.path("learn.vbs"), "drawn", kCharacters), "LATE\r\n2049\r\n");
+    });
 }
 
 TEST_F(ScriptsTest, ToolWrittenInAScriptIsBoundToTheControl) {
