@@ -108,13 +108,6 @@ void DialogScript::poll() {
     }
 }
 
-std::wstring menuItems(HWND menuWindow) {
-    const HMENU menu = menuOf(menuWindow);
-    std::wstring items;
-    for (int i = 0; i < GetMenuItemCount(menu); ++i) items += (i > 0 ? L"|" : L"") + itemOf(menu, i);
-    return items;
-}
-
 void pickMenuItem(HWND menuWindow, const std::wstring& caption) {
     const HMENU menu = menuOf(menuWindow);
     int downs = 0;

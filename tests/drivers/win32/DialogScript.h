@@ -55,8 +55,6 @@ class DialogScript {
     UINT_PTR timer_ = 0;
 };
 
-// The menu's items, divided by |.
-std::wstring menuItems(HWND menuWindow);
 // Picks the first item whose caption (access key marks left out) begins so; closes the menu when there is
 // none.
 void pickMenuItem(HWND menuWindow, const std::wstring& caption);

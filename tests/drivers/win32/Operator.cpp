@@ -2,7 +2,6 @@
 
 #include <commctrl.h>
 
-#include <array>
 #include <chrono>
 
 #include "ui/Form.h"
@@ -44,27 +43,33 @@ bool waitUntil(const std::function<bool()>& condition, int milliseconds) {
     return true;
 }
 
+HeldKeys::HeldKeys(std::initializer_list<int> keys) {
+    GetKeyboardState(before_.data());
+    std::array<BYTE, 256> held{};
+    for (const int key : keys) held[static_cast<std::size_t>(key)] = key == 0 ? 0 : 0x80;
+    SetKeyboardState(held.data());
+}
+
+HeldKeys::~HeldKeys() {
+    SetKeyboardState(before_.data());
+}
+
 void pressKey(HWND window, UINT key) {
     SendMessageW(window, WM_KEYDOWN, key, 1);
     if (IsWindow(window)) SendMessageW(window, WM_KEYUP, key, static_cast<LPARAM>(0xC0000001));
 }
 
 void pressKey(UINT key, int shift) {
-    std::array<BYTE, 256> before{};
-    GetKeyboardState(before.data());
-    std::array<BYTE, 256> during = before;
-    if (shift & ui::kShiftMask) during[VK_SHIFT] = 0x80;
-    if (shift & ui::kCtrlMask) during[VK_CONTROL] = 0x80;
-    if (shift & ui::kAltMask) during[VK_MENU] = 0x80;
-    during[key & 0xFF] = 0x80;
-    SetKeyboardState(during.data());
     const HWND focus = GetFocus();
     const bool system = (shift & ui::kAltMask) != 0 || key == VK_F10;
     const LPARAM context = shift & ui::kAltMask ? 1 << 29 : 0;
-    SendMessageW(focus, system ? WM_SYSKEYDOWN : WM_KEYDOWN, key, 1 | context);
-    if (IsWindow(focus) && !system && (key == VK_TAB || key == VK_RETURN || key == VK_ESCAPE))
-        SendMessageW(focus, WM_CHAR, key, 1);
-    SetKeyboardState(before.data());
+    {
+        const HeldKeys held{shift & ui::kShiftMask ? VK_SHIFT : 0, shift & ui::kCtrlMask ? VK_CONTROL : 0,
+                            shift & ui::kAltMask ? VK_MENU : 0, static_cast<int>(key & 0xFF)};
+        SendMessageW(focus, system ? WM_SYSKEYDOWN : WM_KEYDOWN, key, 1 | context);
+        if (IsWindow(focus) && !system && (key == VK_TAB || key == VK_RETURN || key == VK_ESCAPE))
+            SendMessageW(focus, WM_CHAR, key, 1);
+    }
     if (IsWindow(focus))
         SendMessageW(focus, system ? WM_SYSKEYUP : WM_KEYUP, key, static_cast<LPARAM>(0xC0000001));
     settle();
@@ -131,16 +136,44 @@ std::wstring clipboardContents() {
     return text;
 }
 
-std::unique_ptr<win32::Canvas> picture(HWND window) {
-    settle();
+RECT placeOf(HWND window) {
     RECT place{};
     GetWindowRect(window, &place);
+    return place;
+}
+
+RECT insideOf(HWND window) {
+    RECT inside{};
+    GetClientRect(window, &inside);
+    return inside;
+}
+
+bool isInside(const RECT& place, const RECT& whole) {
+    RECT common{};
+    return IntersectRect(&common, &place, &whole) && EqualRect(&common, &place);
+}
+
+std::unique_ptr<win32::Canvas> picture(HWND window) {
+    settle();
+    const RECT place = placeOf(window);
     auto canvas = std::make_unique<win32::Canvas>(win32::widthOf(place), win32::heightOf(place));
     const HDC dc = GetWindowDC(window);
     BitBlt(canvas->dc(), 0, 0, win32::widthOf(place), win32::heightOf(place), dc, 0, 0, SRCCOPY);
     ReleaseDC(window, dc);
     for (std::uint32_t& pixel : canvas->pixels()) pixel |= 0xFF000000;
     return canvas;
+}
+
+COLORREF colorAt(win32::Canvas& canvas, int x, int y) {
+    const std::uint32_t pixel = canvas.pixels()[static_cast<std::size_t>(y * canvas.width() + x)];
+    return RGB(pixel >> 16 & 0xFF, pixel >> 8 & 0xFF, pixel & 0xFF);
+}
+
+int countOf(win32::Canvas& canvas, COLORREF color) {
+    int count = 0;
+    for (int y = 0; y < canvas.height(); ++y)
+        for (int x = 0; x < canvas.width(); ++x) count += colorAt(canvas, x, y) == color;
+    return count;
 }
 
 }  // namespace dravik::test

@@ -3,7 +3,9 @@
 // a fixed time.
 #pragma once
 
+#include <array>
 #include <functional>
+#include <initializer_list>
 #include <memory>
 #include <string>
 #include <vector>
@@ -17,6 +19,17 @@ bool waitUntil(const std::function<bool()>& condition, int milliseconds = 20000)
 // Dispatches what is waiting.
 void settle();
 
+// Keys that are held down while this lives, and no others; 0 is none.
+class HeldKeys {
+  public:
+    HeldKeys(std::initializer_list<int> keys);
+    HeldKeys(const HeldKeys&) = delete;
+    HeldKeys& operator=(const HeldKeys&) = delete;
+    ~HeldKeys();
+
+  private:
+    std::array<BYTE, 256> before_{};
+};
 // A key as the keyboard gives it, sent to a window.
 void pressKey(HWND window, UINT key);
 // The same to the window that has the focus, with everything that comes of it. `shift` is that of the models.
@@ -37,7 +50,13 @@ std::wstring classOf(HWND window);
 std::wstring boxText(HWND box);
 std::wstring statusText(HWND bar, int panel = 0);
 std::wstring clipboardContents();
+// A window on the screen, and the inside of its frame.
+RECT placeOf(HWND window);
+RECT insideOf(HWND window);
+bool isInside(const RECT& place, const RECT& whole);
 // What a window shows, from the screen.
 std::unique_ptr<win32::Canvas> picture(HWND window);
+COLORREF colorAt(win32::Canvas& canvas, int x, int y);
+int countOf(win32::Canvas& canvas, COLORREF color);
 
 }  // namespace dravik::test

@@ -118,16 +118,14 @@ void Win32WindowDriver::picture(const std::string& file) {
     settle();
     for (const HWND window : shownWindows())
         RedrawWindow(window, nullptr, nullptr, RDW_UPDATENOW | RDW_ALLCHILDREN);
-    RECT frame{};
-    GetWindowRect(window_.window(), &frame);
+    const RECT frame = placeOf(window_.window());
     win32::Canvas all(win32::widthOf(frame), win32::heightOf(frame));
     std::vector<HWND> windows = shownWindows();
     std::reverse(windows.begin(), windows.end());
     std::stable_partition(windows.begin(), windows.end(),
                           [this](HWND window) { return window == window_.window(); });
     for (const HWND window : windows) {
-        RECT place{};
-        GetWindowRect(window, &place);
+        const RECT place = placeOf(window);
         BitBlt(all.dc(), place.left - frame.left, place.top - frame.top, win32::widthOf(place),
                win32::heightOf(place), test::picture(window)->dc(), 0, 0, SRCCOPY);
     }

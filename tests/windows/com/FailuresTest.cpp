@@ -12,10 +12,7 @@ const std::vector<std::pair<std::string, std::function<void(FontTool&)>>> kOpera
     {"DeleteFont", [](FontTool& tool) { tool.DeleteFont("a"); }},
     {"RenameFont", [](FontTool& tool) { tool.RenameFont("a", "b"); }},
     {"DuplicateFont", [](FontTool& tool) { tool.DuplicateFont("a", "b"); }},
-    {"SetCharacterSet",
-     [](FontTool& tool) {
-         tool.SetCharacterSet({"A", "\xC3\x84"});
-     }},
+    {"SetCharacterSet", [](FontTool& tool) { tool.SetCharacterSet(CharacterSet(2, "\xC3\x84")); }},
     {"IncludeSamples", [](FontTool& tool) { tool.IncludeSamples("A\xC3\x84"); }},
     {"CommitNewSamples", [](FontTool& tool) { tool.CommitNewSamples(); }},
     {"SetTrainTimeout", [](FontTool& tool) { tool.SetTrainTimeout(20); }},

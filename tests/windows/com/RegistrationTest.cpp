@@ -3,7 +3,6 @@
 #include "windows/server/Registration.h"
 
 #include "windows/com/Module.h"
-#include "windows/com/support/ControlFile.h"
 #include "windows/com/support/RegistryDump.h"
 #include "windows/server/RegistryTransaction.h"
 
@@ -12,9 +11,10 @@ namespace dravik::test {
 using namespace server;
 namespace {
 
-using Dll = test::ControlFile;
-
 constexpr wchar_t kClasses[] = L"Software\\Classes\\";
+const std::wstring kControl = L"CLSID\\{B19EFBE9-EA51-48C7-9335-D538042C1C2D}";
+const std::wstring kControls = L"TypeLib\\{C3975B05-1E7B-44D3-8653-3DDB24C5FF4E}\\1.0";
+const std::wstring kFontTool = L"Interface\\{5536B3D3-C530-11D3-B4D9-00609769E417}";
 const std::wstring kTool = L"CLSID\\{1B6009B3-7029-4764-8499-D3F97CB96ACA}";
 
 std::wstring machineText(const std::wstring& key, const std::wstring& name = {}) {
@@ -25,6 +25,10 @@ bool isThere(const std::wstring& key) {
     return hasKey(HKEY_LOCAL_MACHINE, kClasses + key);
 }
 
+bool isLoaded() {
+    return GetModuleHandleW(L"DravikDlg.ocx") != nullptr;
+}
+
 HRESULT nothing(REFIID, void**) {
     return E_NOTIMPL;
 }
@@ -32,7 +36,7 @@ HRESULT nothing(REFIID, void**) {
 // A control beside the embedded step.
 std::vector<RegisteredClass> classes() {
     RegisteredClass control;
-    CLSIDFromString(L"{B19EFBE9-EA51-48C7-9335-D538042C1C2D}", &control.identifier);
+    CLSIDFromString(kControl.c_str() + kControl.find(L'{'), &control.identifier);
     control.programIdentifier = L"DravikTest.Control";
     control.description = L"A control";
     control.library = embeddedStepClass().library;
@@ -70,34 +74,31 @@ class RegistrationTest : public testing::Test {
 TEST_F(RegistrationTest, EntersWhatAControlNeedsAndTakesItAwayAgain) {
     registerServer(all_, Scope::Machine);
     const std::wstring path = modulePath();
-    const std::wstring control = L"CLSID\\{B19EFBE9-EA51-48C7-9335-D538042C1C2D}";
-    const std::wstring controls = L"TypeLib\\{C3975B05-1E7B-44D3-8653-3DDB24C5FF4E}\\1.0";
-    const std::wstring fontTool = L"Interface\\{5536B3D3-C530-11D3-B4D9-00609769E417}";
     const std::wstring tollan = L"{D93B71CB-2FAE-45F6-BC16-B40C29815A58}";
     const std::vector<std::pair<std::wstring, std::wstring>> texts = {
-        {control, L"A control"},
-        {control + L"\\InprocServer32", path},
-        {control + L"\\ProgID", L"DravikTest.Control.1"},
-        {control + L"\\VersionIndependentProgID", L"DravikTest.Control"},
-        {control + L"\\Version", L"1.0"},
-        {control + L"\\MiscStatus", L"0"},
-        {control + L"\\MiscStatus\\1", L"131473"},
-        {control + L"\\ToolboxBitmap32", path + L", 101"},
+        {kControl, L"A control"},
+        {kControl + L"\\InprocServer32", path},
+        {kControl + L"\\ProgID", L"DravikTest.Control.1"},
+        {kControl + L"\\VersionIndependentProgID", L"DravikTest.Control"},
+        {kControl + L"\\Version", L"1.0"},
+        {kControl + L"\\MiscStatus", L"0"},
+        {kControl + L"\\MiscStatus\\1", L"131473"},
+        {kControl + L"\\ToolboxBitmap32", path + L", 101"},
         {L"DravikTest.Control\\CurVer", L"DravikTest.Control.1"},
         {L"DravikTest.Control.1\\CLSID", L"{B19EFBE9-EA51-48C7-9335-D538042C1C2D}"},
         {kTool + L"\\ProgID", L"Dravik.EmbeddedStep.1"},
         // Each library by its identifier, and each interface with the library that describes it first.
-        {controls, L"Tamberlux Controls: Dravik Custom Property Pages"},
-        {controls + L"\\FLAGS", std::to_wstring(LIBFLAG_FCONTROL)},
-        {fontTool, L"IFontTool"},
-        {fontTool + L"\\TypeLib", L"{A7230994-BF7A-423D-B658-CCF37FD7E6A8}"},
+        {kControls, L"Tamberlux Controls: Dravik Custom Property Pages"},
+        {kControls + L"\\FLAGS", std::to_wstring(LIBFLAG_FCONTROL)},
+        {kFontTool, L"IFontTool"},
+        {kFontTool + L"\\TypeLib", L"{A7230994-BF7A-423D-B658-CCF37FD7E6A8}"},
         {L"Interface\\{6D2C593D-1C69-4404-ACD4-6F0B091F52CD}\\TypeLib", tollan},
         {L"Interface\\{1D488D37-0865-4068-B239-99D58B508366}\\TypeLib", tollan}};
     for (const auto& [key, text] : texts) EXPECT_EQ(machineText(key), text) << utf8(key);
-    EXPECT_EQ(machineText(control + L"\\InprocServer32", L"ThreadingModel"), L"Apartment");
-    EXPECT_TRUE(isThere(control + L"\\Control"));
-    EXPECT_TRUE(isThere(control + L"\\Implemented Categories\\{40FC6ED4-2438-11CF-A3DB-080036F12502}"));
-    EXPECT_FALSE(isThere(control + L"\\Insertable"));
+    EXPECT_EQ(machineText(kControl + L"\\InprocServer32", L"ThreadingModel"), L"Apartment");
+    EXPECT_TRUE(isThere(kControl + L"\\Control"));
+    EXPECT_TRUE(isThere(kControl + L"\\Implemented Categories\\{40FC6ED4-2438-11CF-A3DB-080036F12502}"));
+    EXPECT_FALSE(isThere(kControl + L"\\Insertable"));
     EXPECT_FALSE(isThere(kTool + L"\\Control"));
     ComPtr<ITypeLib> library;
     EXPECT_EQ(LoadRegTypeLib(LIBID_DravikLib, 1, 0, 0, library.put()), S_OK);
@@ -128,35 +129,29 @@ TEST_F(RegistrationTest, LeavesWhatTheControlOfTheOtherBitnessNeeds) {
         GTEST_SKIP() << "a 32-bit system has one view";
     const std::wstring other = kClasses + kTool + L"\\InprocServer32";
     const REGSAM view = sizeof(void*) == 8 ? KEY_WOW64_32KEY : KEY_WOW64_64KEY;
-    HKEY key = nullptr;
     ASSERT_EQ(RegCreateKeyExW(HKEY_LOCAL_MACHINE, other.c_str(), 0, nullptr, 0, KEY_WRITE | view, nullptr,
-                              &key, nullptr),
+                              RegistryKey().put(), nullptr),
               ERROR_SUCCESS);
-    RegCloseKey(key);
     registerServer(all_, Scope::Machine);
     unregisterServer(all_, Scope::Machine);
     EXPECT_EQ(machineText(L"Dravik.EmbeddedStep\\CurVer"), L"Dravik.EmbeddedStep.1");
-    const std::wstring library = L"TypeLib\\{C3975B05-1E7B-44D3-8653-3DDB24C5FF4E}\\1.0";
-    EXPECT_NE(machineText(library), L"");
-    EXPECT_FALSE(isThere(library + L"\\0"));
-    EXPECT_FALSE(hasKey(HKEY_LOCAL_MACHINE,
-                        kClasses + std::wstring(L"CLSID\\{B19EFBE9-EA51-48C7-9335-D538042C1C2D}")));
-    std::wstring identifier = other.substr(0, other.rfind(L'\\'));
-    RegDeleteKeyExW(HKEY_LOCAL_MACHINE, other.c_str(), view, 0);
-    RegDeleteKeyExW(HKEY_LOCAL_MACHINE, identifier.c_str(), view, 0);
+    EXPECT_NE(machineText(kControls), L"");
+    EXPECT_FALSE(isThere(kControls + L"\\0"));
+    EXPECT_FALSE(isThere(kControl));
+    for (const std::wstring& key : {other, kClasses + kTool})
+        RegDeleteKeyExW(HKEY_LOCAL_MACHINE, key.c_str(), view, 0);
     registerServer(all_, Scope::Machine);
     unregisterServer(all_, Scope::Machine);
 }
 
 TEST_F(RegistrationTest, LeavesInterfacesToTheLibraryThatHasThem) {
     RegistryTransaction foreign(HKEY_LOCAL_MACHINE);
-    const std::wstring tool = L"Interface\\{5536B3D3-C530-11D3-B4D9-00609769E417}";
-    foreign.set(kClasses + tool, L"", L"The host's tool");
-    foreign.set(kClasses + tool + L"\\TypeLib", L"", L"{AAAAAAAA-0000-0000-0000-000000000001}");
+    foreign.set(kClasses + kFontTool, L"", L"The host's tool");
+    foreign.set(kClasses + kFontTool + L"\\TypeLib", L"", L"{AAAAAAAA-0000-0000-0000-000000000001}");
     const std::string between = own();
     registerServer(all_, Scope::Machine);
-    EXPECT_EQ(machineText(tool), L"The host's tool");
-    EXPECT_FALSE(isThere(tool + L"\\ProxyStubClsid32"));
+    EXPECT_EQ(machineText(kFontTool), L"The host's tool");
+    EXPECT_FALSE(isThere(kFontTool + L"\\ProxyStubClsid32"));
     unregisterServer(all_, Scope::Machine);
     EXPECT_EQ(own(), between);
 }
@@ -164,8 +159,11 @@ TEST_F(RegistrationTest, LeavesInterfacesToTheLibraryThatHasThem) {
 TEST_F(RegistrationTest, FailureHalfWayTakesBackWhatWasWritten) {
     auto broken = all_;
     broken.back().programIdentifier.assign(300, L'x');
+    RegistryTransaction foreign(HKEY_LOCAL_MACHINE);
+    foreign.make(kClasses + kTool);  // where only the values are the server's
+    const std::string between = own();
     EXPECT_THROW(registerServer(broken, Scope::Machine), Failure);
-    EXPECT_EQ(own(), before_);
+    EXPECT_EQ(own(), between);
 
     // Also what stood there before.
     registerServer(all_, Scope::Machine);
@@ -185,9 +183,8 @@ TEST_F(RegistrationTest, FailureHalfWayTakesBackWhatWasWritten) {
 }
 
 TEST_F(RegistrationTest, ObjectsAreMadeThroughTheRegistryAndTheServerUnloads) {
-    ASSERT_TRUE(Dll());
-    ASSERT_EQ(Dll()("DllRegisterServer"), S_OK);
-    EXPECT_FALSE(Dll::isLoaded());
+    ASSERT_EQ(controlFile()("DllRegisterServer"), S_OK);
+    EXPECT_FALSE(isLoaded());
     {
         CLSID identifier;
         ASSERT_EQ(CLSIDFromProgID(L"Dravik.EmbeddedStep", &identifier), S_OK);
@@ -195,23 +192,23 @@ TEST_F(RegistrationTest, ObjectsAreMadeThroughTheRegistryAndTheServerUnloads) {
         ASSERT_EQ(
             CoCreateInstance(identifier, nullptr, CLSCTX_INPROC_SERVER, __uuidof(IFontTool), tool.putVoid()),
             S_OK);
-        EXPECT_TRUE(Dll::isLoaded());
+        EXPECT_TRUE(isLoaded());
         EXPECT_EQ(textOf(LateBound(tool.get()).property(L"ProgId").get()), "Step.DravikTool.1");
         ComPtr<IUnknown> aggregate;
         EXPECT_EQ(
             CoCreateInstance(identifier, tool.get(), CLSCTX_INPROC_SERVER, IID_IUnknown, aggregate.putVoid()),
             CLASS_E_NOAGGREGATION);
         CoFreeUnusedLibrariesEx(0, 0);
-        EXPECT_EQ(Dll()("DllCanUnloadNow"), S_FALSE);
+        EXPECT_EQ(controlFile()("DllCanUnloadNow"), S_FALSE);
     }
-    EXPECT_EQ(Dll()("DllCanUnloadNow"), S_OK);
+    EXPECT_EQ(controlFile()("DllCanUnloadNow"), S_OK);
     CoFreeUnusedLibrariesEx(0, 0);
-    EXPECT_FALSE(Dll::isLoaded());
-    EXPECT_EQ(Dll()("DllUnregisterServer"), S_OK);
+    EXPECT_FALSE(isLoaded());
+    EXPECT_EQ(controlFile()("DllUnregisterServer"), S_OK);
 }
 
 TEST_F(RegistrationTest, AUserCanHaveTheServerForHimself) {
-    const Dll dll;
+    const ControlFile dll = controlFile();
     auto* install = dll.find<HRESULT __stdcall(BOOL, LPCWSTR)>("DllInstall");
     const std::wstring key = std::wstring(kClasses) + L"Dravik.EmbeddedStep.1";
     ASSERT_EQ(install(TRUE, L"user"), S_OK);
@@ -221,7 +218,7 @@ TEST_F(RegistrationTest, AUserCanHaveTheServerForHimself) {
 }
 
 TEST_F(RegistrationTest, UnknownClassesAreRefused) {
-    const Dll dll;
+    const ControlFile dll = controlFile();
     auto* classObject = dll.find<HRESULT __stdcall(REFCLSID, REFIID, void**)>("DllGetClassObject");
     void* out = &out;
     EXPECT_EQ(classObject(IID_IUnknown, IID_IClassFactory, &out), CLASS_E_CLASSNOTAVAILABLE);

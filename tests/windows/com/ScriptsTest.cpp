@@ -5,15 +5,15 @@
 
 #include "drivers/win32/ChildProcess.h"
 #include "drivers/win32/ImageFile.h"
-#include "windows/com/support/ControlFile.h"
+#include "drivers/win32/Operator.h"
 
 namespace dravik::test {
 namespace {
 
 class ScriptsTest : public testing::Test {
   protected:
-    static void SetUpTestSuite() { ASSERT_EQ(ControlFile()("DllRegisterServer"), S_OK); }
-    static void TearDownTestSuite() { EXPECT_EQ(ControlFile()("DllUnregisterServer"), S_OK); }
+    static void SetUpTestSuite() { ASSERT_EQ(controlFile()("DllRegisterServer"), S_OK); }
+    static void TearDownTestSuite() { EXPECT_EQ(controlFile()("DllUnregisterServer"), S_OK); }
 
     // The script of the documentation, or of that file, with these arguments.
     static Finished script(const std::string& name, const std::vector<std::string>& arguments) {
@@ -36,11 +36,18 @@ class ScriptsTest : public testing::Test {
             .output;
     }
     // A program that the build has made, with these arguments.
-    static Finished program(const char* file, const wchar_t* arguments) {
-        return runProcess(L"\"" + ControlFile::windowsPath(file) + L"\" " + arguments);
+    static Finished program(const char* file, const std::wstring& arguments) {
+        return runProcess(L"\"" + windowsPath(file) + L"\" " + arguments);
     }
+    static void expectEnd(const char* file, const std::wstring& arguments, unsigned long code,
+                          const testing::Matcher<std::string>& output) {
+        const Finished finished = program(file, arguments);
+        EXPECT_EQ(finished.code, code) << file << ' ' << utf8(arguments);
+        EXPECT_THAT(finished.output, output) << file << ' ' << utf8(arguments);
+    }
+    static inline const auto kKept = HasSubstr("\n11 rules kept, 0 broken");
     static std::string source(const std::string& path) {
-        return fromPath(ControlFile::windowsPath(std::string(DRAVIK_SOURCE_DIR) + "/" + path));
+        return fromPath(windowsPath(std::string(DRAVIK_SOURCE_DIR) + "/" + path));
     }
 };
 
@@ -52,62 +59,43 @@ TEST_F(ScriptsTest, LearnAFontReadWithItAndListItsSamples) {
               "17 characters found, 18 typed\r\n");
     const Finished listed = script("list-samples.js", {jobs.path("jobs"), "drawn"});
     EXPECT_EQ(std::count(listed.output.begin(), listed.output.end(), '\n'), 17) << listed.output;
-    EXPECT_THAT(listed.output, testing::StartsWith("0 0."));
+    EXPECT_THAT(listed.output, StartsWith("0 0."));
     const Finished missing = script("list-samples.js", {jobs.path("jobs"), "none"});
     EXPECT_EQ(missing.code, 1u);
-    EXPECT_THAT(missing.output, testing::StartsWith("Error 53: "));
+    EXPECT_THAT(missing.output, StartsWith("Error 53: "));
 }
 
 TEST_F(ScriptsTest, ContractCheckTellsWhetherARegisteredToolKeepsIt) {
-    for (const wchar_t* how : {L"Dravik.EmbeddedStep.1", L"Dravik.EmbeddedStep --late-bound"}) {
-        const Finished checked = program(DRAVIK_TOOL_CHECK, how);
-        EXPECT_EQ(checked.code, 0u) << checked.output;
-        EXPECT_THAT(checked.output, testing::HasSubstr("kept    DeletionMovesLaterSamplesDown"));
-        EXPECT_THAT(checked.output, testing::HasSubstr("\n11 rules kept, 0 broken"));
-    }
-    const Finished unknown = program(DRAVIK_TOOL_CHECK, L"No.Such.Tool");
-    EXPECT_EQ(unknown.code, 2u);
-    EXPECT_THAT(unknown.output, testing::HasSubstr("No.Such.Tool is not registered"));
-    // A class that is no font tool.
-    const Finished other = program(DRAVIK_TOOL_CHECK, L"Scripting.Dictionary");
-    EXPECT_EQ(other.code, 2u);
-    EXPECT_THAT(other.output, testing::HasSubstr("no font tool"));
+    for (const wchar_t* how : {L"Dravik.EmbeddedStep.1", L"Dravik.EmbeddedStep --late-bound"})
+        expectEnd(DRAVIK_TOOL_CHECK, how, 0,
+                  AllOf(HasSubstr("kept    DeletionMovesLaterSamplesDown"), kKept));
+    expectEnd(DRAVIK_TOOL_CHECK, L"No.Such.Tool", 2, HasSubstr("No.Such.Tool is not registered"));
+    expectEnd(DRAVIK_TOOL_CHECK, L"Scripting.Dictionary", 2, HasSubstr("no font tool"));
 }
 
 // The complete tools of the documentation, in C++ and as a scriptlet: registered as their comments say, they
 // keep the contract, the control takes them as a step, and a script trains and reads with them.
 TEST_F(ScriptsTest, SampleToolsKeepTheContractAndWorkAsAStep) {
-    const TemporaryFolder folder;
-    const std::wstring library = ControlFile::windowsPath(DRAVIK_SMALL_TOOL);
-    const std::wstring scriptlet = wide(source("docs/samples/small-tool.wsc"));
-    struct Sample {
-        std::wstring name;
-        std::wstring registration;
-        std::vector<const wchar_t*> checks;
+    const auto registered = [](const std::wstring& name, const std::wstring& registration, auto&& use) {
+        EXPECT_EQ(runProcess(L"regsvr32.exe /s " + registration).code, 0u) << utf8(name);
+        expectEnd(DRAVIK_TOOL_CHECK, name, 0, kKept);
+        expectEnd(DRAVIK_BIND_STEP, name, 0, "bound\r\n");
+        use();
+        EXPECT_EQ(runProcess(L"regsvr32.exe /s /u " + registration).code, 0u) << utf8(name);
+        expectEnd(DRAVIK_TOOL_CHECK, name, 2, HasSubstr("is not registered"));
     };
-    for (const Sample& sample :
-         {Sample{L"Sample.SmallTool", L"\"" + library + L"\"", {L"", L" --late-bound"}},
-          Sample{L"Sample.ScriptTool", L"/n \"/i:" + scriptlet + L"\" scrobj.dll", {L""}}}) {
-        const std::string name = utf8(sample.name);
-        const Finished registered = runProcess(L"regsvr32.exe /s " + sample.registration);
-        ASSERT_EQ(registered.code, 0u) << name << registered.output;
-        for (const wchar_t* how : sample.checks) {
-            const Finished checked = program(DRAVIK_TOOL_CHECK, (sample.name + how).c_str());
-            EXPECT_EQ(checked.code, 0u) << checked.output;
-            EXPECT_THAT(checked.output, testing::HasSubstr("\n11 rules kept, 0 broken")) << name;
-        }
-        EXPECT_EQ(program(DRAVIK_BIND_STEP, sample.name.c_str()).output, "bound\r\n") << name;
-        if (sample.name == L"Sample.SmallTool") {
-            std::ifstream script(toPath(source("docs/samples/learn-and-read.vbs")));
-            std::string text{std::istreambuf_iterator<char>(script), {}};
-            const std::string embedded = "Dravik.EmbeddedStep";
-            text.replace(text.find(embedded), embedded.size(), name);
-            std::ofstream(toPath(folder.path("learn.vbs"))) << text;
-            EXPECT_EQ(learnt(folder, folder.path("learn.vbs"), "drawn", kCharacters), "LATE\r\n2049\r\n");
-        }
-        EXPECT_EQ(runProcess(L"regsvr32.exe /s /u " + sample.registration).code, 0u) << name;
-        EXPECT_EQ(program(DRAVIK_TOOL_CHECK, sample.name.c_str()).code, 2u) << name << " is still registered";
-    }
+    const std::wstring scriptlet = wide(source("docs/samples/small-tool.wsc"));
+    registered(L"Sample.ScriptTool", L"/n \"/i:" + scriptlet + L"\" scrobj.dll", [] {});
+    registered(L"Sample.SmallTool", L"\"" + windowsPath(DRAVIK_SMALL_TOOL) + L"\"", [] {
+        expectEnd(DRAVIK_TOOL_CHECK, L"Sample.SmallTool --late-bound", 0, kKept);
+        const TemporaryFolder folder;
+        std::ifstream script(toPath(source("docs/samples/learn-and-read.vbs")));
+        std::string text{std::istreambuf_iterator<char>(script), {}};
+        const std::string embedded = "Dravik.EmbeddedStep";
+        text.replace(text.find(embedded), embedded.size(), "Sample.SmallTool");
+        std::ofstream(toPath(folder.path("learn.vbs"))) << text;
+        EXPECT_EQ(learnt(folder, folder.path("learn.vbs"), "drawn", kCharacters), "LATE\r\n2049\r\n");
+    });
 }
 
 TEST_F(ScriptsTest, ToolWrittenInAScriptIsBoundToTheControl) {
@@ -118,12 +106,8 @@ TEST_F(ScriptsTest, ToolWrittenInAScriptIsBoundToTheControl) {
 }
 
 TEST_F(ScriptsTest, ProgramBindsAStepAndSeesWhyOneIsRefused) {
-    const Finished bound = program(DRAVIK_BIND_STEP, L"Dravik.EmbeddedStep");
-    EXPECT_EQ(bound.output, "bound\r\n");
-    EXPECT_EQ(bound.code, 0u);
-    const Finished refused = program(DRAVIK_BIND_STEP, L"Scripting.Dictionary");
-    EXPECT_EQ(refused.code, 1u);
-    EXPECT_THAT(refused.output, testing::HasSubstr("no step"));
+    expectEnd(DRAVIK_BIND_STEP, L"Dravik.EmbeddedStep", 0, "bound\r\n");
+    expectEnd(DRAVIK_BIND_STEP, L"Scripting.Dictionary", 1, HasSubstr("no step"));
 }
 
 // What another program's window looks like from here.
@@ -154,18 +138,19 @@ bool waitFor(const std::function<bool()>& condition) {
 // A font that is selected where the embedded step is told of no folder: without one nothing can be included.
 class SelectedFont {
   public:
-    SelectedFont() { run(L"tool.CreateFont \"of-the-container\" : tool.SaveFont \"of-the-container\""); }
+    SelectedFont() { call({L"CreateFont", L"SaveFont"}); }
     SelectedFont(const SelectedFont&) = delete;
     SelectedFont& operator=(const SelectedFont&) = delete;
-    ~SelectedFont() { run(L"tool.DeleteFont \"of-the-container\""); }
+    ~SelectedFont() { call({L"DeleteFont"}); }
 
   private:
-    static void run(const wchar_t* calls) {
-        const TemporaryFolder folder;
-        const std::string file = folder.path("font.vbs");
-        std::ofstream(toPath(file)) << "Set tool = CreateObject(\"Dravik.EmbeddedStep\")\n" << utf8(calls);
-        const Finished done = runProcess(L"cscript.exe //nologo \"" + wide(file) + L"\"");
-        EXPECT_EQ(done.output, "");
+    static void call(std::initializer_list<const wchar_t*> operations) {
+        const ControlFile file = controlFile();
+        LateBound tool(file.make(__uuidof(EmbeddedStep)).get());
+        for (const wchar_t* operation : operations) {
+            Variant name(Bstr("of-the-container"));
+            tool.call(operation, {&name, 1});
+        }
     }
 };
 
@@ -179,10 +164,8 @@ TEST_F(ScriptsTest, ContainerShowsTheControlUntilItIsClosed) {
         << "the control has the focus first";
 
     SetWindowPos(other.window, nullptr, 0, 0, 700, 600, SWP_NOMOVE | SWP_NOZORDER);
-    RECT around{}, control{};
-    GetClientRect(other.window, &around);
     EXPECT_TRUE(waitFor([&] {
-        GetClientRect(other.control(), &control);
+        const RECT around = insideOf(other.window), control = insideOf(other.control());
         return control.right == around.right && control.bottom < around.bottom;
     })) << "the control fills the window above the button";
 
@@ -219,16 +202,12 @@ TEST_F(ScriptsTest, ContainerShowsTheControlUntilItIsClosed) {
 }
 
 TEST_F(ScriptsTest, ContainersCloseByThemselvesAndSayWhenNothingWasShown) {
-    for (const char* container : {DRAVIK_SHOW_CONTROL, DRAVIK_SHOW_IN_ATL}) {
-        const Finished shown = program(container, L"Dravik.EmbeddedStep --seconds 1");
-        EXPECT_EQ(shown.code, 0u) << container << ": " << shown.output;
-        EXPECT_EQ(shown.output, "");
-        EXPECT_EQ(program(container, L"Scripting.Dictionary --seconds 1").code, 1u) << container;
-    }
-    const Finished refused = program(DRAVIK_SHOW_CONTROL, L"Scripting.Dictionary --seconds 1");
-    EXPECT_EQ(refused.code, 1u);
-    EXPECT_EQ(refused.output, "The control cannot be shown with that step\r\n");
-    EXPECT_EQ(program(DRAVIK_SHOW_CONTROL, L"").code, 2u);
+    for (const char* container : {DRAVIK_SHOW_CONTROL, DRAVIK_SHOW_IN_ATL})
+        expectEnd(container, L"Dravik.EmbeddedStep --seconds 1", 0, "");
+    expectEnd(DRAVIK_SHOW_CONTROL, L"Scripting.Dictionary --seconds 1", 1,
+              "The control cannot be shown with that step\r\n");
+    expectEnd(DRAVIK_SHOW_IN_ATL, L"Scripting.Dictionary --seconds 1", 1, testing::_);
+    expectEnd(DRAVIK_SHOW_CONTROL, L"", 2, testing::_);
 }
 
 }  // namespace

@@ -23,6 +23,14 @@ Variant list(VARTYPE type, ULONG count, LONG lowerBound = 0) {
     return Variant::ofArray(type, SafeArrayCreateVector(type, lowerBound, count));
 }
 
+// Refers to the value, or to its array of that type.
+Variant referenceTo(Variant& value, VARTYPE type = VT_VARIANT) {
+    Variant reference;
+    reference.get().vt = static_cast<VARTYPE>(VT_BYREF | type);
+    reference.get().byref = type == VT_VARIANT ? static_cast<void*>(&value.get()) : &value.get().parray;
+    return reference;
+}
+
 TEST(ToolValues, TablesAndListsAreReadWhateverTheirElementsAndBounds) {
     const auto expectTable = [](Variant value) {
         const RecordTablePtr table = tableOf(std::move(value));
@@ -46,14 +54,8 @@ TEST(ToolValues, TablesAndListsAreReadWhateverTheirElementsAndBounds) {
     // By reference, to the array and to a value that has it: what the table shows stays when the owner's
     // goes.
     auto owned = std::make_unique<Variant>(numbers<double>(VT_R8, 3, 4));
-    Variant reference;
-    reference.get().vt = VT_BYREF | VT_ARRAY | VT_R8;
-    reference.get().pparray = &owned->get().parray;
-    RecordTablePtr table = tableOf(std::move(reference));
-    reference = Variant();
-    reference.get().vt = VT_BYREF | VT_VARIANT;
-    reference.get().pvarVal = &owned->get();
-    const RecordTablePtr second = tableOf(std::move(reference));
+    const RecordTablePtr table = tableOf(referenceTo(*owned, VT_ARRAY | VT_R8));
+    const RecordTablePtr second = tableOf(referenceTo(*owned));
     owned.reset();
     EXPECT_EQ(table->number(2, 3), 203);
     EXPECT_EQ(second->number(2, 3), 203);
@@ -62,31 +64,18 @@ TEST(ToolValues, TablesAndListsAreReadWhateverTheirElementsAndBounds) {
     Variant words = list(VT_BSTR, 2, 7);
     for (LONG place : {7, 8})
         check(SafeArrayPutElement(words.get().parray, &place, Bstr(place == 7 ? "A" : "B").get()));
-    VARIANT elsewhere{};
-    elsewhere.vt = VT_BYREF | VT_ARRAY | VT_BSTR;
-    elsewhere.pparray = &words.get().parray;
-    EXPECT_THAT(textsOf(elsewhere), ElementsAre("A", "B"));
+    EXPECT_THAT(textsOf(referenceTo(words, VT_ARRAY | VT_BSTR).get()), ElementsAre("A", "B"));
     Variant column = numbers<double>(VT_R8, 2, 1, 7, -3);
-    elsewhere.vt = VT_BYREF | VT_VARIANT;
-    elsewhere.pvarVal = &column.get();
-    EXPECT_THAT(firstColumnOf(elsewhere), ElementsAre("0", "100"));
+    EXPECT_THAT(firstColumnOf(referenceTo(column).get()), ElementsAre("0", "100"));
     EXPECT_THAT(int32sOf(list(VT_I4, 2, 7).get()), ElementsAre(0, 0));
 }
 
 TEST(ToolValues, CellsOfAnyKindAreNumbersTextsOrNothing) {
-    const std::vector<Cell> cells = {8.5, "8,5", std::string(), "7", std::monostate()};
-    struct Rows : RecordTable {
-        explicit Rows(const std::vector<Cell>& of) : cells(of) {}
-        int upperRow() const noexcept override { return 0; }
-        int upperColumn() const noexcept override { return static_cast<int>(cells.size()) - 1; }
-        Cell cell(int, int column) const override { return cells[static_cast<std::size_t>(column)]; }
-        const std::vector<Cell>& cells;
-    };
-    const Rows rows(cells);
-    const RecordTablePtr table = tableOf(tableValue(&rows));
+    const CellTable row({{8.5, "8,5", std::string(), "7", std::monostate()}});
+    const RecordTablePtr table = tableOf(tableValue(&row));
     ASSERT_TRUE(table);
-    for (int column = 0; column <= rows.upperColumn(); ++column)
-        EXPECT_EQ(table->cell(0, column), cells[static_cast<std::size_t>(column)]) << column;
+    for (int column = 0; column <= row.upperColumn(); ++column)
+        EXPECT_EQ(table->cell(0, column), row.cell(0, column)) << column;
     EXPECT_EQ(table->number(0, 3), 7);
     EXPECT_EQ(refusal([&] { table->number(0, 1); }), 13);
     EXPECT_EQ(refusal([&] { table->number(0, 4); }), 13);

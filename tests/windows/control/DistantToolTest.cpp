@@ -1,20 +1,17 @@
-// Tools that the control reaches through the system's proxies: in another apartment of the host, and in
-// another process, which may die.
+// A tool in another process, which the control reaches through the system's proxies and which may die.
 #include "windows/control/support/Bench.h"
 #include "windows/control/support/DistantTool.h"
 
 namespace dravik::test {
 namespace {
 
-class DistantTools : public testing::TestWithParam<DistantTool::Home> {};
-
-TEST_P(DistantTools, AreTaughtLikeNearOnesAndMayDie) {
+TEST(DistantTools, AreTaughtLikeNearOnesAndMayDie) {
     const TemporaryFolder folder;
-    DistantTool tool(GetParam());
+    DistantTool tool;
     ASSERT_EQ(tool.step()->put_JobsFolder(Bstr(folder.path()).get()), S_OK);
     Bench bench("strict");
     bench.bind("HELLO", tool.step());
-    bench.include(L"HELLO", 5);
+    bench.include("HELLO");
     bench.learn();
     bench.press(L"Save Font");
     EXPECT_TRUE(bench.waitForStatus(L"Saved font")) << utf8(bench.status());
@@ -31,13 +28,6 @@ TEST_P(DistantTools, AreTaughtLikeNearOnesAndMayDie) {
     bench.host->close();
     EXPECT_THAT(bench.robot.surprises(), IsEmpty());
 }
-
-INSTANTIATE_TEST_SUITE_P(In, DistantTools,
-                         testing::Values(DistantTool::Home::Apartment, DistantTool::Home::Process),
-                         [](const auto& info) {
-                             return info.param == DistantTool::Home::Process ? "AnotherProcess"
-                                                                             : "AnotherApartment";
-                         });
 
 }  // namespace
 }  // namespace dravik::test

@@ -1,45 +1,30 @@
 // Hosts and tools that do what they should not: nothing may crash, leak or take an operator's work away.
+#include "screen/support/RecordingTool.h"
 #include "windows/control/support/Bench.h"
 
 namespace dravik::test {
 namespace {
 
-Bstr bstr(const char* text) {
-    return Bstr(std::string_view(text));
-}
-
 std::string trainDate(IUnknown* control, const char* font) {
-    const auto dialog = ComPtr<IUnknown>(control).as<_DravikDlg>();
-    Bstr name = bstr(font);
-    BSTR text = name.detach();
+    const Bstr name{std::string_view(font)};
+    BSTR text = name.get();
     Bstr date;
-    EXPECT_EQ(dialog->FontTrainDate(&text, date.put()), S_OK);
-    SysFreeString(text);
+    EXPECT_EQ(ComPtr<IUnknown>(control).as<_DravikDlg>()->FontTrainDate(&text, date.put()), S_OK);
     return date.utf8();
 }
 
 TEST(HostileHost, PassesNothingWhereSomethingIsNeeded) {
     StrictHost host(newControl());
-    const ComPtr<IUnknown> control(host.control());
-    const auto object = control.as<IOleObject>();
-    const auto ole = control.as<IOleControl>();
-    const auto inPlace = control.as<IOleInPlaceObject>();
-    const auto active = control.as<IOleInPlaceActiveObject>();
-    const auto view = control.as<IViewObject2>();
-    const auto stream = control.as<IPersistStreamInit>();
-    const auto storage = control.as<IPersistStorage>();
-    const auto bag = control.as<IPersistPropertyBag>();
-    const auto classInfo = control.as<IProvideClassInfo2>();
-    const auto points = control.as<IConnectionPointContainer>();
-    const auto quick = control.as<IQuickActivate>();
-    const auto dialog = control.as<_DravikDlg>();
-    const auto editor = control.as<::StepEditor>();
+    const auto object = host.as<IOleObject>();
+    const auto view = host.as<IViewObject2>();
+    const auto dialog = host.as<_DravikDlg>();
+    const auto editor = host.as<::StepEditor>();
     BSTR text = nullptr;
     double number = 0;
     short count = 0;
     const RECT turned{100, 100, 50, 50};
     const HRESULT refused[] = {
-        control->QueryInterface(IID_IUnknown, nullptr),
+        host.control()->QueryInterface(IID_IUnknown, nullptr),
         object->GetClientSite(nullptr),
         object->GetUserClassID(nullptr),
         object->GetUserType(USERCLASSTYPE_FULL, nullptr),
@@ -50,26 +35,26 @@ TEST(HostileHost, PassesNothingWhereSomethingIsNeeded) {
         object->EnumVerbs(nullptr),
         object->EnumAdvise(nullptr),
         object->GetMiscStatus(DVASPECT_CONTENT, nullptr),
-        ole->GetControlInfo(nullptr),
-        ole->OnMnemonic(nullptr),
-        inPlace->GetWindow(nullptr),
-        inPlace->SetObjectRects(nullptr, nullptr),
-        inPlace->SetObjectRects(&turned, &turned),
-        active->TranslateAccelerator(nullptr),
+        host.as<IOleControl>()->GetControlInfo(nullptr),
+        host.as<IOleControl>()->OnMnemonic(nullptr),
+        host.as<IOleInPlaceObject>()->GetWindow(nullptr),
+        host.as<IOleInPlaceObject>()->SetObjectRects(nullptr, nullptr),
+        host.as<IOleInPlaceObject>()->SetObjectRects(&turned, &turned),
+        host.as<IOleInPlaceActiveObject>()->TranslateAccelerator(nullptr),
         view->Draw(DVASPECT_CONTENT, -1, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, 0),
         view->GetExtent(DVASPECT_CONTENT, -1, nullptr, nullptr),
-        stream->Load(nullptr),
-        stream->Save(nullptr, TRUE),
-        stream->GetSizeMax(nullptr),
-        storage->Load(nullptr),
-        storage->Save(nullptr, TRUE),
-        bag->Load(nullptr, nullptr),
-        bag->Save(nullptr, TRUE, TRUE),
-        classInfo->GetClassInfo(nullptr),
-        classInfo->GetGUID(GUIDKIND_DEFAULT_SOURCE_DISP_IID, nullptr),
-        points->EnumConnectionPoints(nullptr),
-        points->FindConnectionPoint(DIID___DravikDlg, nullptr),
-        quick->QuickActivate(nullptr, nullptr),
+        host.as<IPersistStreamInit>()->Load(nullptr),
+        host.as<IPersistStreamInit>()->Save(nullptr, TRUE),
+        host.as<IPersistStreamInit>()->GetSizeMax(nullptr),
+        host.as<IPersistStorage>()->Load(nullptr),
+        host.as<IPersistStorage>()->Save(nullptr, TRUE),
+        host.as<IPersistPropertyBag>()->Load(nullptr, nullptr),
+        host.as<IPersistPropertyBag>()->Save(nullptr, TRUE, TRUE),
+        host.as<IProvideClassInfo2>()->GetClassInfo(nullptr),
+        host.as<IProvideClassInfo2>()->GetGUID(GUIDKIND_DEFAULT_SOURCE_DISP_IID, nullptr),
+        host.as<IConnectionPointContainer>()->EnumConnectionPoints(nullptr),
+        host.as<IConnectionPointContainer>()->FindConnectionPoint(DIID___DravikDlg, nullptr),
+        host.as<IQuickActivate>()->QuickActivate(nullptr, nullptr),
         dialog->FontTrainDate(nullptr, nullptr),
         dialog->FontTrainDate(&text, nullptr),
         dialog->HighlightIncluded(nullptr),
@@ -87,7 +72,7 @@ TEST(HostileHost, PassesNothingWhereSomethingIsNeeded) {
     EXPECT_EQ(editor->get_ReadOnly(&readOnly), S_OK);
     EXPECT_EQ(readOnly, VARIANT_TRUE);
     EXPECT_EQ(view->SetAdvise(DVASPECT_CONTENT, 0, nullptr), S_OK);
-    EXPECT_EQ(trainDate(control.get(), ""), "unknown");
+    EXPECT_EQ(trainDate(host.control(), ""), "unknown");
 }
 
 TEST(HostileHost, HasNoSiteOrOneThatRefuses) {
@@ -116,30 +101,28 @@ TEST(HostileHost, HasNoSiteOrOneThatRefuses) {
 TEST(HostileHost, CallsAfterClosingAndShowsTheControlAgain) {
     Bench bench("strict", "HELLO");
     const ComPtr<IUnknown> control(bench.host->control());
-    const ULONG references = 1;  // the bench's own
-    EXPECT_TRUE(bench.boundStep());
+    auto step = bench.faultyStep();
+    const std::weak_ptr<FaultyStep> watched = step;
+    EXPECT_EQ(bench.give(std::exchange(step, nullptr)), S_OK);
+    EXPECT_FALSE(watched.expired());
     const auto object = control.as<IOleObject>();
-    bench.include(L"HELLO", 5);
+    bench.include("HELLO");
     bench.robot.expectBox(L"Font Changed", IDYES);
     EXPECT_EQ(object->Close(OLECLOSE_NOSAVE), S_OK);
     EXPECT_TRUE(bench.robot.satisfied());
     EXPECT_EQ(object->Close(OLECLOSE_NOSAVE), S_OK);  // asks once only
     EXPECT_EQ(bench.host->window(), nullptr);
-    EXPECT_EQ(bench.step.get()->AddRef(), references + 1) << "the closed control keeps it";
-    EXPECT_EQ(bench.step->Release(), references);
+    EXPECT_TRUE(watched.expired()) << "the closed control keeps it";
     EXPECT_FALSE(trainDate(control.get(), "bench").empty());
 
     EXPECT_EQ(bench.strict().verb(OLEIVERB_SHOW), S_OK);
     bench.host->pump();
     ASSERT_TRUE(IsWindow(bench.page()));
     EXPECT_FALSE(bench.boundStep()) << "the step is the host's to give again";
-    EXPECT_EQ(bench.step.get()->AddRef(), references + 1);
-    EXPECT_EQ(bench.step->Release(), references);
     ASSERT_EQ(control.as<::StepEditor>()->putref_Step(bench.step.as<IDispatch>().get()), S_OK);
     EXPECT_TRUE(IsWindowEnabled(bench.button(L"&Include")));
     bench.host->close();
     EXPECT_THAT(bench.site().faults, IsEmpty());
-    EXPECT_THAT(bench.robot.surprises(), IsEmpty());
 }
 
 // It is told to the operator, not to the host, and the step before stays.
@@ -152,7 +135,7 @@ TEST(HostileHost, GivesNoStep) {
     const auto dispatch = bench.as<IDispatch>();
     ASSERT_EQ(dispatch->GetIDsOfNames(IID_NULL, &names, 1, LOCALE_NEUTRAL, &id), S_OK);
     for (const VARTYPE type : {VT_EMPTY, VT_NULL, VT_DISPATCH}) {
-        bench.include(L"HELLO", 5);
+        bench.include("HELLO");
         VARIANT value{};
         value.vt = type;
         DISPPARAMS parameters{&value, &put, 1, 1};
@@ -163,11 +146,7 @@ TEST(HostileHost, GivesNoStep) {
         EXPECT_EQ(bench.status(), L"StepEditor_Step Err 91 Object variable or With block variable not set");
         EXPECT_EQ(bench.boundStep().get(), bench.step.as<IUnknown>().get());
     }
-
-    // The bound one once more is no other step: its last include is still known.
-    EXPECT_EQ(bench.as<::StepEditor>()->putref_Step(bench.step.as<IDispatch>().get()), S_OK);
-    EXPECT_EQ(statusText(children(bench.page(), STATUSCLASSNAMEW).front(), 1), L"HELLO");
-    bench.robot.expectBox(L"Font Changed", IDNO);
+    bench.closeUnsaved();
 }
 
 TEST(HostileHost, GivesARootStepThatCannotBeCalled) {
@@ -179,17 +158,14 @@ TEST(HostileHost, GivesARootStepThatCannotBeCalled) {
     const auto editor = bench.as<::StepEditor>();
     EXPECT_EQ(editor->putref_RootStep(uncallable), S_OK);
     EXPECT_EQ(bench.status(), L"StepEditor_RootStep Err 13 Type mismatch");
-    bench.include(L"HELLO", 5);
+    bench.include("HELLO");
     bench.robot.expectBox(L"Font Changed", IDNO);
 }
 
 // An operator's round with whatever the tool makes of it.
 void useEverything(Bench& bench) {
     const auto press = [&](const wchar_t* caption) {
-        if (HWND pressed = bench.button(caption); pressed && IsWindowEnabled(pressed)) {
-            PostMessageW(pressed, BM_CLICK, 0, 0);
-            bench.host->pump();
-        }
+        if (IsWindowEnabled(bench.button(caption))) bench.press(caption);
     };
     bench.type(L"HELLO");
     press(L"&Include");
@@ -216,7 +192,7 @@ void includeAgain(Bench& bench) {
     bench.show("LOLO");
     bench.type(L"LOLO");
     bench.press(L"&Include");
-    bench.include(L"LOLO", 4);
+    bench.include("LOLO");
 }
 
 TEST(HostileTool, FailsAtEveryOperationInTurn) {
@@ -268,16 +244,20 @@ TEST(HostileTool, IsSlowAndCallsBack) {
     EXPECT_THAT(bench.robot.surprises(), IsEmpty());
 }
 
+// Whose cells are all the same.
+RecordTablePtr tableOf(std::size_t rows, std::size_t columns, const Cell& cell) {
+    return std::make_shared<CellTable>(std::vector(rows, std::vector(columns, cell)));
+}
+
 TEST(HostileTool, ReturnsTablesOfTheWrongShape) {
-    const std::vector<std::tuple<int, int, Cell>> shapes = {
+    const std::vector<std::tuple<std::size_t, std::size_t, Cell>> shapes = {
         {0, 0, {}},  {1, 54, 1.0},   {5, 1, 65.0},  {5, 2, 65.0},   {5, 54, "no number"},
         {5, 54, {}}, {5, 54, 1e300}, {5, 54, -1.0}, {3, 2000, 72.0}};
     for (const auto& [rows, columns, cell] : shapes) {
         SCOPED_TRACE(testing::Message() << rows << " rows of " << columns);
-        const auto table = std::make_shared<GivenTable>(rows, columns, cell);
         Bench bench("strict", "HELLO");
         auto faulty = bench.faultyStep();
-        faulty->table = [&](RecordTablePtr) { return table; };
+        faulty->table = tableOf(rows, columns, cell);
         EXPECT_EQ(bench.give(faulty), S_OK);
         bench.host->pump();
         useEverything(bench);
@@ -291,10 +271,10 @@ constexpr unsigned kQuiet = 0x0E80;  // invalid, division by zero, overflow, und
 
 TEST(HostileHost, LetsFloatingPointOperationsRaiseExceptions) {
     Bench bench("strict", "HELLO");
-    bench.include(L"HELLO", 5);
+    bench.include("HELLO");
     auto faulty = bench.faultyStep();
     for (const double value : {std::nan(""), HUGE_VAL, 1e300}) {
-        faulty->table = [&](RecordTablePtr) { return std::make_shared<GivenTable>(5, 54, Cell(value)); };
+        faulty->table = tableOf(5, 54, value);
         const unsigned before = __builtin_ia32_stmxcsr();
         __builtin_ia32_ldmxcsr(before & ~kQuiet);
         const HRESULT bound = bench.give(faulty);
@@ -319,9 +299,7 @@ TEST(HostileHost, ChangesTheStepWhileTheScreenAsks) {
     first.reset();
     bench.type(L"HELLO");
     bench.press(L"&Include");
-    bench.host->pump();
-    bench.show("LOLO");
-    bench.include(L"LOLO", 4);
+    bench.include("LOLO");
     EXPECT_TRUE(watched.expired());
     bench.robot.expectBox(L"Font Changed", IDNO);
 }
@@ -339,15 +317,11 @@ TEST(HostileHost, ClosesTheControlFromInsideOfItsOwnCalls) {
             bench.closeUnsaved();
         };
         bench.type(L"HELLO");
-        PostMessageW(bench.button(L"&Include"), BM_CLICK, 0, 0);
-        bench.host->pump();
-        if (!closed) {
-            PostMessageW(bench.button(L"Learn"), BM_CLICK, 0, 0);
-            bench.host->pump();
-        }
+        bench.press(L"&Include");
+        if (!closed) bench.press(L"Learn");
         EXPECT_TRUE(closed);
     }
-    EXPECT_EQ(controlModule().canUnload(), S_OK);
+    EXPECT_EQ(controlFile()("DllCanUnloadNow"), S_OK);
 }
 
 TEST(HostileHost, DestroysTheWindowUnderTheControl) {
@@ -355,7 +329,7 @@ TEST(HostileHost, DestroysTheWindowUnderTheControl) {
     DestroyWindow(bench.page());
     EXPECT_EQ(bench.host->window(), nullptr);
     EXPECT_EQ(bench.strict().verb(OLEIVERB_SHOW), S_OK);
-    bench.include(L"HELLO", 5);
+    bench.include("HELLO");
     bench.closeUnsaved();
     EXPECT_THAT(bench.site().faults, IsEmpty());
 }
@@ -391,80 +365,47 @@ TEST(HostileHost, AbandonsControlsInAnyOrderWithoutALeak) {
     for (int i = 0; i < kRounds; ++i) round();
     // The window system's own bookkeeping may grow by a block now and then.
     EXPECT_LE(busyHeapBlocks(), before + kRounds);
-    EXPECT_EQ(controlModule().canUnload(), S_OK);
+    EXPECT_EQ(controlFile()("DllCanUnloadNow"), S_OK);
 }
-
-using KernelHandle = std::unique_ptr<void, decltype(&CloseHandle)>;
 
 // Waits as a thread with windows must: what other threads send them is answered meanwhile.
-void wait(const KernelHandle& handle) {
-    HANDLE handles[] = {handle.get()};
-    DWORD signalled = 0;
-    EXPECT_EQ(CoWaitForMultipleHandles(0, INFINITE, 1, handles, &signalled), S_OK);
+void waitFor(const std::atomic<int>& count, int wanted) {
+    MSG message;
+    for (; count < wanted; Sleep(1)) PeekMessageW(&message, nullptr, 0, 0, PM_NOREMOVE | PM_QS_SENDMESSAGE);
 }
-
-// Opens when as many threads as it is for wait at it.
-class Gate {
-  public:
-    explicit Gate(int threads) : missing_(threads) {}
-    void pass() {
-        if (--missing_ == 0) SetEvent(open_.get());
-        wait(open_);
-    }
-
-  private:
-    std::atomic<int> missing_;
-    const KernelHandle open_{CreateEventW(nullptr, TRUE, FALSE, nullptr), CloseHandle};
-};
 
 // All controls live and are called at the same time; only their windows are made, drawn and destroyed in
 // turn. Wine's gdi32 shares what it knows of fonts' scripts between threads without a lock: programs that
 // make text boxes in several threads at once crash there, those without a control as well.
 TEST(Control, LivesInSeveralApartmentsAtOnce) {
     constexpr int kApartments = 3;
-    const KernelHandle turn(CreateSemaphoreW(nullptr, 1, 1, nullptr), CloseHandle);
-    Gate begin(kApartments);
-    Gate shown(kApartments);
-    Gate called(kApartments);
-    std::atomic<int> finished = 0;
-    const auto inTurn = [&turn](const auto& act) {
-        wait(turn);
-        act();
-        ReleaseSemaphore(turn.get(), 1, nullptr);
-    };
+    constexpr int kCalls = 200;
+    std::atomic<int> shown = 0, called = 0, gone = 0, right = 0;
     std::vector<std::thread> threads;
     for (int i = 0; i < kApartments; ++i)
-        threads.emplace_back([&] {
+        threads.emplace_back([&, i] {
             CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED);
             {
-                begin.pass();
                 const auto hidden = newControl();
-                std::optional<StrictHost> host;
-                std::optional<StrictHost> other;
-                inTurn([&] {
-                    for (auto* each : {&host, &other}) {
-                        each->emplace(newControl());
-                        (*each)->pump();
-                    }
-                });
-                shown.pass();
-                bool right = IsWindowVisible(other->window());
-                constexpr int kCalls = 200;
+                waitFor(shown, i);
+                StrictHost host(newControl()), other(newControl());
+                host.pump();
+                right += IsWindowVisible(other.window());
+                ++shown;
+                waitFor(shown, kApartments);
                 for (int call = 0; call < kCalls; ++call)
-                    for (IUnknown* control : {hidden.get(), host->control(), other->control()})
-                        right = trainDate(control, "x") == "unknown" && right;
-                if (right) ++finished;
-                called.pass();
-                inTurn([&] {
-                    host.reset();
-                    other.reset();
-                });
+                    for (IUnknown* control : {hidden.get(), host.control(), other.control()})
+                        right += trainDate(control, "x") == "unknown";
+                ++called;
+                waitFor(called, kApartments);
+                waitFor(gone, i);
             }
+            ++gone;
             CoUninitialize();
         });
     for (auto& thread : threads) thread.join();
-    EXPECT_EQ(finished, kApartments);
-    EXPECT_EQ(controlModule().canUnload(), S_OK);
+    EXPECT_EQ(right, kApartments * (1 + 3 * kCalls));
+    EXPECT_EQ(controlFile()("DllCanUnloadNow"), S_OK);
 }
 
 }  // namespace

@@ -41,7 +41,7 @@ TEST(Options, AreOneTabStopAndChosenByArrowKeys) {
     frame.setLayout(column({item(one), item(two)}));
     Button after("after", "After");
     Shown shown(column({item(frame), item(after)}));
-    EXPECT_EQ(accessibleName(shown.view(frame)), L"Choice");
+    EXPECT_EQ(AccessibleWindow(shown.view(frame)).name(), L"Choice");
     for (auto* option : {&one, &two})
         option->click.subscribe([&, option] { (option == &one ? two : one).setChosen(false); });
     two.setChosen(true);
@@ -126,7 +126,7 @@ TEST(Labels, AreCutWithAnEllipsisAndNameTheNextControl) {
     EXPECT_EQ(windowText(shown.view(data)), L"R&D");
     EXPECT_EQ(shown.area(filler).width, 300 - 18);
     EXPECT_LT(shown.page->minimumSize().cx, 300);
-    EXPECT_EQ(accessibleName(shown.view(caption)), L"Name");
+    EXPECT_EQ(AccessibleWindow(shown.view(caption)).name(), L"Name");
     EXPECT_TRUE(SendMessageW(shown.view(caption), WM_GETDLGCODE, 0, 0) & DLGC_STATIC)
         << "a screen reader takes it for the caption of what follows";
     data.setBackColor(rgb(0, 0, 0));
@@ -158,7 +158,7 @@ TEST(NativeControls, AreToAScreenReaderWhatTheyAre) {
     Shown shown(column({item(tools), item(button), item(check), item(option), item(box), item(combo),
                         item(list), item(bar), item(status)}));
     EXPECT_EQ(AccessibleWindow(shown.view(box)).role(), ROLE_SYSTEM_TEXT);
-    EXPECT_EQ(accessibleName(shown.view(button)), L"Go");
+    EXPECT_EQ(AccessibleWindow(shown.view(button)).name(), L"Go");
     // By these numbers the system knows controls whose class has another name than its own.
     const std::vector<std::pair<const Widget*, LRESULT>> kinds = {
         {&list, 0x10000},  {&button, 0x10002}, {&check, 0x10002}, {&option, 0x10002}, {&box, 0x10004},
@@ -180,8 +180,7 @@ TEST(ToolTips, ComeUpWherePointerRestsAndFollowTheModel) {
     button.setToolTip("before");
     Shown shown(column({item(label), item(button), space()}), 300, 200);
     const auto rest = [&](const Widget& widget) {
-        RECT place{};
-        GetWindowRect(shown.view(widget), &place);
+        const RECT place = placeOf(shown.view(widget));
         SetCursorPos(place.left + 5, place.top + 5);
         mouse(shown.view(widget), WM_MOUSEMOVE, 5, 5);
     };

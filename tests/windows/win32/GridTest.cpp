@@ -15,7 +15,7 @@ class GridOfWindows : public testing::Test {
     GridOfWindows() {
         grid.setAccessibleName("Samples");
         grid.mouseDown.subscribe([this](const MouseEvent& event) {
-            downs.push_back({grid.mouseRow(), grid.mouseColumn(), event.button});
+            down = {grid.mouseRow(), grid.mouseColumn(), event.button};
         });
     }
     void fill(int records, int columns) {
@@ -34,8 +34,7 @@ class GridOfWindows : public testing::Test {
     // Which of the seen cells have that ground, row by row.
     Cells cellsOfColor(COLORREF color) {
         const auto shows = picture(view());
-        RECT window{};
-        GetWindowRect(view(), &window);
+        const RECT window = placeOf(view());
         const AccessibleWindow heard(view());
         Cells cells;
         for (LONG part = grid.columns() + 1; part <= heard.parts(); ++part) {
@@ -62,12 +61,6 @@ class GridOfWindows : public testing::Test {
         return cells;
     }
 
-    struct Down {
-        int row;
-        int column;
-        int button;
-        bool operator==(const Down&) const = default;
-    };
     // Behind the frame of the focus and before the text.
     static constexpr int kInsideCell = 3;
     // As Numbers names its cells.
@@ -78,7 +71,7 @@ class GridOfWindows : public testing::Test {
 
     Grid grid{"grid"};
     std::shared_ptr<Numbers> source;
-    std::vector<Down> downs;
+    std::array<int, 3> down{};  // row, column and button of the last press
     Shown shown{column({item(grid).stretched()}), 420, 300};
 };
 
@@ -111,12 +104,12 @@ TEST_F(GridOfWindows, FollowsTheMouseOnlyWhileItDrags) {
     mouse(view(), WM_MOUSEMOVE, 70, 30 + 3 * line);
     EXPECT_EQ(grid.rowSelection(), 1);
     mouse(view(), WM_RBUTTONDOWN, 380, 100, MK_RBUTTON);
-    EXPECT_EQ(downs.back(), (Down{-1, -1, kRightButton}));
+    EXPECT_THAT(down, ElementsAre(-1, -1, kRightButton));
     grid.select(2, 1, 2, 1);
     pressKey(VK_DOWN);
     pressKey(VK_DOWN, kShiftMask);
     pressKey(VK_F10, kShiftMask);
-    EXPECT_EQ(downs.back(), (Down{4, 1, kRightButton})) << "the menu is that of the selection's end";
+    EXPECT_THAT(down, ElementsAre(4, 1, kRightButton)) << "the menu is that of the selection's end";
 }
 
 TEST_F(GridOfWindows, MarksTheSelectedCellsAndNoOthers) {
@@ -155,7 +148,7 @@ TEST_F(GridOfWindows, DrawsNothingWhileItIsSwitchedOff) {
     source->asked = 0;
     click(view(), 10, 30);
     EXPECT_EQ(source->asked, 0);
-    EXPECT_EQ(downs.back(), (Down{-1, -1, kLeftButton}));
+    EXPECT_THAT(down, ElementsAre(-1, -1, kLeftButton));
 }
 
 TEST_F(GridOfWindows, TellsAScreenReaderItsHeadingsAndCells) {

@@ -11,13 +11,7 @@ class KeysOfAHost : public testing::Test {
         shown.form.setLayout(column({item(frame), item(go), item(stop)}));
         shown.form.defaultButton = &go;
     }
-    MSG key(UINT code, UINT message = WM_KEYDOWN) {
-        MSG result{};
-        result.hwnd = GetFocus();
-        result.message = message;
-        result.wParam = code;
-        return result;
-    }
+    static MSG key(UINT code) { return {GetFocus(), WM_KEYDOWN, code, 0, 0, {}}; }
 
     Frame frame{"frame", "Frame"};
     TextBox box{"box"};

@@ -72,8 +72,6 @@ TEST_F(PlatformOfWindows, ADialogKeepsItsOwnerStillAndTimersRunning) {
     platform().show(behind);
     timer.setEnabled(true);
     SetFocus(shown.view(button));
-    int activations = 0;
-    dialog.activated.subscribe([&] { ++activations; });
     script.expect("dialog", [&](HWND) {
         EXPECT_FALSE(IsWindowEnabled(shown.host->window()));
         EXPECT_FALSE(IsWindowEnabled(platform().windowOf(behind)->window()));
@@ -81,18 +79,13 @@ TEST_F(PlatformOfWindows, ADialogKeepsItsOwnerStillAndTimersRunning) {
         EXPECT_EQ(modal, "on ");
         const int before = ticks;
         EXPECT_TRUE(waitUntil([&] { return ticks > before + 1; }));
-        typeText(L"name");
         pressKey(VK_RETURN);
     });
     platform().showModal(dialog);
-    EXPECT_EQ(box.text(), "name");
-    EXPECT_EQ(activations, 1);
     EXPECT_EQ(modal, "on off ");
     EXPECT_TRUE(IsWindowEnabled(shown.host->window()));
     EXPECT_TRUE(IsWindowEnabled(platform().windowOf(behind)->window()));
-    EXPECT_FALSE(dialog.loaded());
     EXPECT_EQ(platform().windowOf(dialog), nullptr);
-    EXPECT_TRUE(IsWindowVisible(platform().windowOf(behind)->window()));
 }
 
 TEST_F(PlatformOfWindows, DialogsNestAndEscapeClosesThem) {

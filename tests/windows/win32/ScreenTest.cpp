@@ -7,42 +7,26 @@ namespace dravik::test {
 using namespace screen;
 namespace {
 
-struct ShownScreen {
-    explicit ShownScreen(int dpi) : scale(dpi), size{scaled(640, dpi), scaled(760, dpi)} {
-        page.setBounds({0, 0, size.cx, size.cy});
-        page.setVisible(true);
-        settle();
-    }
-    HWND view(const Widget& widget) { return platform.peerOf(widget)->window(); }
-
-    const DpiOverride scale;
-    const SIZE size;
-    HostWindow host{size.cx, size.cy};
+TEST(WholeScreen, NothingIsCutOffAt144Dpi) {
+    const DpiOverride scale(144);
+    const int width = scaled(640, 144), height = scaled(760, 144);
+    const HostWindow host(width, height);
     Win32Platform platform;
     Screen screen;
-    FormPage page{screen.form, host.window(), platform};
-};
-
-TEST(WholeScreen, NothingIsCutOffAt144Dpi) {
-    ShownScreen shown(144);
-    Screen& screen = shown.screen;
-    EXPECT_LE(shown.page.minimumSize().cx, shown.size.cx);
-    EXPECT_LE(shown.page.minimumSize().cy, shown.size.cy);
-    RECT bounds{};
-    GetWindowRect(shown.page.window(), &bounds);
+    FormPage page(screen.form, host.window(), platform);
+    page.setBounds({0, 0, width, height});
+    page.setVisible(true);
+    settle();
+    EXPECT_LE(page.minimumSize().cx, width);
+    EXPECT_LE(page.minimumSize().cy, height);
+    const auto view = [&](const Widget& widget) { return platform.peerOf(widget)->window(); };
     for (const Widget* widget : std::initializer_list<const Widget*>{
              &screen.font.cmdSelectFont, &screen.sample.cmdInclude, &screen.train.cmdRevert,
-             screen.overview.lblChar.back().get(), &screen.sbr}) {
-        RECT place{};
-        RECT inside{};
-        GetWindowRect(shown.view(*widget), &place);
-        EXPECT_TRUE(IntersectRect(&inside, &place, &bounds) && EqualRect(&inside, &place)) << widget->name();
-    }
-    const HWND save = shown.view(screen.train.cmdSaveFont);
-    RECT client{};
-    GetClientRect(save, &client);
+             screen.overview.lblChar.back().get(), &screen.sbr})
+        EXPECT_TRUE(isInside(placeOf(view(*widget)), placeOf(page.window()))) << widget->name();
+    const HWND save = view(screen.train.cmdSaveFont);
     Look look(144, {});
-    EXPECT_LT(look.textSize(look.font(), windowText(save)).cx, client.right);
+    EXPECT_LT(look.textSize(look.font(), windowText(save)).cx, insideOf(save).right);
 }
 
 }  // namespace

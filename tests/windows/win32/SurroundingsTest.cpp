@@ -34,8 +34,7 @@ class ShownControl : public testing::Test {
 TEST_F(ShownControl, AnotherDisplayScaleLaysItOutAnew) {
     const HWND view = findWindowNamed(control->window(), "button");
     const auto place = [&] {
-        RECT rect{};
-        GetWindowRect(view, &rect);
+        RECT rect = placeOf(view);
         MapWindowPoints(nullptr, control->window(), reinterpret_cast<POINT*>(&rect), 2);
         return rect;
     };

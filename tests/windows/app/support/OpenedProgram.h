@@ -54,21 +54,12 @@ class OpenedProgram : public testing::Test {
     std::string text(const std::string& name) const { return utf8(windowText(view(name))); }
     bool isShown(const char* name) const { return IsWindowVisible(view(name)) != FALSE; }
     bool isWhollySeen(const char* name) const {
-        RECT all{}, place{}, inside{};
-        GetWindowRect(window.window(), &all);
-        GetWindowRect(view(name), &place);
-        return IntersectRect(&inside, &place, &all) && EqualRect(&inside, &place);
-    }
-    static int countOf(Canvas& canvas, ui::Color color) {
-        const auto seen = GetRValue(color) << 16 | GetGValue(color) << 8 | GetBValue(color);
-        return static_cast<int>(std::count_if(canvas.pixels().begin(), canvas.pixels().end(),
-                                              [&](int pixel) { return (pixel & 0xFFFFFF) == seen; }));
+        return isInside(placeOf(view(name)), placeOf(window.window()));
     }
     int pixelsOf(HWND shown, ui::Color color) {
         settle();
-        RECT client{};
-        GetClientRect(shown, &client);
-        Canvas canvas(client.right, client.bottom);
+        const RECT inside = insideOf(shown);
+        Canvas canvas(inside.right, inside.bottom);
         SendMessageW(shown, WM_PRINTCLIENT, reinterpret_cast<WPARAM>(canvas.dc()), PRF_CLIENT);
         return countOf(canvas, color);
     }
@@ -89,17 +80,10 @@ class OpenedProgram : public testing::Test {
     void focus(const char* name) { SetFocus(view(name)); }
     // A key for the program's loop; true when it was used there.
     bool key(UINT code, UINT message = WM_KEYDOWN, bool control = false) {
-        std::array<BYTE, 256> before{}, during{};
-        GetKeyboardState(before.data());
-        if (control) during[VK_CONTROL] = 0x80;
-        SetKeyboardState(during.data());
-        MSG pressed{};
-        pressed.hwnd = GetFocus();
-        pressed.message = message;
-        pressed.wParam = code;
+        const HeldKeys held{control ? VK_CONTROL : 0};
+        MSG pressed{GetFocus(), message, code, 0, 0, {}};
         const bool used = window.translate(pressed);
         if (!used) SendMessageW(pressed.hwnd, message, code, 1);
-        SetKeyboardState(before.data());
         settle();
         return used;
     }

@@ -14,13 +14,17 @@
 #include "windows/com/LateBound.h"
 #include "windows/com/ToolValues.h"
 #include "windows/com/Variant.h"
+#include "windows/com/support/ControlFile.h"
 
 namespace dravik::test {
 
 using namespace com;
-using testing::ElementsAre;
-using testing::HasSubstr;
-using testing::IsEmpty;
-using testing::StartsWith;
+
+inline std::wstring windowsPath(const std::string& path) {
+    return std::filesystem::absolute(toPath(path)).make_preferred().wstring();
+}
+inline ControlFile controlFile() {
+    return ControlFile(windowsPath(DRAVIK_CONTROL));
+}
 
 }  // namespace dravik::test

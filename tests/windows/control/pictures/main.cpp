@@ -2,11 +2,10 @@
 // see: usage control_pictures FOLDER. The scale is the system's (HKCU\Control Panel\Desktop, LogPixels);
 // other scales than 96 dpi stand in the pictures' names.
 #include <cstdio>
-#include <exception>
 #include <filesystem>
-#include "windows/control/support/Bench.h"
 
 #include "drivers/win32/ImageFile.h"
+#include "windows/control/support/Bench.h"
 #include "windows/win32/Gdi.h"
 
 namespace dravik::test {
@@ -14,8 +13,7 @@ namespace {
 
 void keep(HWND window, const std::filesystem::path& file) {
     RedrawWindow(window, nullptr, nullptr, RDW_INVALIDATE | RDW_UPDATENOW | RDW_ALLCHILDREN);
-    RECT place{};
-    GetClientRect(window, &place);
+    const RECT place = insideOf(window);
     Canvas canvas(place.right, place.bottom);
     HDC dc = GetDC(window);
     BitBlt(canvas.dc(), 0, 0, place.right, place.bottom, dc, 0, 0, SRCCOPY);
@@ -26,8 +24,7 @@ void keep(HWND window, const std::filesystem::path& file) {
 
 // A height at which the screen is not mostly empty.
 void makeSmaller(Host& host) {
-    RECT place{};
-    GetClientRect(host.frame(), &place);
+    const RECT place = insideOf(host.frame());
     const int height = place.bottom * 2 / 3;
     host.resize(place.right, height);
     RECT outer{0, 0, place.right, height};
@@ -41,9 +38,8 @@ void show(const std::string& host, const std::filesystem::path& folder) {
     Bench bench(host);
     if (host != "sheet") makeSmaller(*bench.host);
     bench.bind("HELLO");
-    bench.include(L"HELLO", 5);
-    bench.show("LOLO");
-    bench.include(L"LOLO", 4);
+    bench.include("HELLO");
+    bench.include("LOLO");
     bench.learn();
     bench.press(L"Save Font");
     bench.waitForStatus(L"Saved font");
@@ -64,17 +60,8 @@ int main(int argc, char** argv) {
         return 2;
     }
     SetProcessDpiAwarenessContext(DPI_AWARENESS_CONTEXT_PER_MONITOR_AWARE_V2);
-    OleInitialize(nullptr);
-    int result = 0;
-    try {
-        const auto& module = dravik::test::controlModule();
-        module.registerServer();
+    return dravik::test::withRegisteredControl([argv] {
         for (const char* host : {"strict", "atl", "sheet"}) dravik::test::show(host, argv[1]);
-        module.unregisterServer();
-    } catch (const std::exception& exception) {
-        std::fprintf(stderr, "%s\n", exception.what());
-        result = 1;
-    }
-    OleUninitialize();
-    return result;
+        return 0;
+    });
 }

@@ -14,33 +14,41 @@ void succeed(HRESULT result, const char* what) {
 
 }  // namespace
 
-const ControlModule& controlModule() {
-    static const ControlModule module;
-    return module;
+const ControlFile& controlFile() {
+    static const ControlFile file(L"DravikDlg.ocx");  // beside the program
+    return file;
 }
 
 ComPtr<IUnknown> newControl() {
-    return controlModule().make(CLSID_DravikDlg);
+    return controlFile().make(CLSID_DravikDlg);
+}
+
+int withRegisteredControl(const std::function<int()>& work) {
+    OleInitialize(nullptr);
+    int result = 1;
+    try {
+        succeed(controlFile()("DllRegisterServer"), "DllRegisterServer");
+        result = work();
+        controlFile()("DllUnregisterServer");
+    } catch (const std::exception& exception) {
+        std::fprintf(stderr, "%s\n", exception.what());
+    }
+    OleUninitialize();
+    return result;
 }
 
 Bench::Bench(const std::string& hostName, const char* shown) {
     if (hostName == "strict")
         host = std::make_unique<StrictHost>(newControl());
     else
-        host = hostName == "atl" ? makeAtlHost() : makePropertySheetHost();
+        host = makeSystemHost(hostName);
     if (!host->control()) throw std::runtime_error("no control in the host");
     host->pump();
     if (shown) bind(shown);
 }
 
-void Bench::bind(const std::string& shown, const std::string& jobs) {
-    auto embedded = controlModule().make(CLSID_EmbeddedStep).as<IEmbeddedStep>();
-    succeed(embedded->put_JobsFolder(Bstr(std::string_view(jobs)).get()), "JobsFolder");
-    bind(shown, std::move(embedded));
-}
-
 void Bench::bind(const std::string& shown, ComPtr<IEmbeddedStep> embedded) {
-    step = embedded ? std::move(embedded) : controlModule().make(CLSID_EmbeddedStep).as<IEmbeddedStep>();
+    step = embedded ? std::move(embedded) : controlFile().make(CLSID_EmbeddedStep).as<IEmbeddedStep>();
     const auto tool = step.as<IFontTool>();
     const std::vector<std::string> set = {"H", "E", "L", "O"};
     succeed(tool->CreateFont(Bstr(std::string_view("bench")).get()), "CreateFont");
@@ -114,10 +122,11 @@ bool Bench::waitForStatus(const std::wstring& text) {
     return host->pumpUntil([&] { return status().find(text) != std::wstring::npos; });
 }
 
-void Bench::include(const wchar_t* text, int characters) {
-    type(text);
+void Bench::include(const std::string& text) {
+    show(text);
+    type(wide(text).c_str());
     press(L"&Include");
-    EXPECT_TRUE(waitForStatus(std::to_wstring(characters) + L" samples included."))
+    EXPECT_TRUE(waitForStatus(std::to_wstring(text.size()) + L" samples included."))
         << "status: " << utf8(status());
 }
 

@@ -7,8 +7,10 @@
 
 #include "support/Accessible.h"
 #include "support/Testing.h"
+#include "ui/Widget.h"
 #include "windows/com/ComStep.h"
 #include "windows/com/ComText.h"
+#include "windows/com/support/ControlFile.h"
 #include "windows/control/support/FaultyStep.h"
 #include "windows/control/support/Hosts.h"
 #include "windows/control/support/Robot.h"
@@ -20,8 +22,11 @@ using namespace win32;
 using testing::IsEmpty;
 
 // The library stays loaded, and the classes registered, while the program runs.
-const ControlModule& controlModule();
+const ControlFile& controlFile();
 ComPtr<IUnknown> newControl();
+// Runs what needs the control registered in an apartment of its own; gives its result, 1 when it raises
+// something.
+int withRegisteredControl(const std::function<int()>& work);
 
 class Bench {
   public:
@@ -31,8 +36,6 @@ class Bench {
     // Hands the embedded step over, a new one unless it is given, with a fresh font "bench" selected, and its
     // image showing the text.
     void bind(const std::string& shown, ComPtr<IEmbeddedStep> embedded = {});
-    // The same with a new step that has a jobs folder of its own.
-    void bind(const std::string& shown, const std::string& jobs);
     void show(const std::string& text);
 
     HWND page() const { return host->window(); }
@@ -52,8 +55,8 @@ class Bench {
     void press(const wchar_t* caption);
     void rightClick(const Cell& cell);
     bool waitForStatus(const std::wstring& text);
-    // Include of the text that is shown, from typing to the message.
-    void include(const wchar_t* text, int characters);
+    // Include of a text, from showing it to the message.
+    void include(const std::string& text);
     // Learn until the run has ended.
     void learn();
     // The host closes; should the control ask, the changes of the font are not saved.

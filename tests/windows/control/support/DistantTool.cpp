@@ -1,53 +1,19 @@
 #include "windows/control/support/DistantTool.h"
 
-#include <future>
+#include <shlwapi.h>
 
 #include "windows/control/support/Bench.h"
 
 namespace dravik::test {
 namespace {
 
-using com::ComPtr;
-using Bytes = std::vector<char>;
-
 constexpr int kAttempts = 400;
 constexpr DWORD kPauseMs = 50;
 
-// A new tool on its way to another apartment or process.
-Bytes handedOut(DWORD context) {
-    const ComPtr<IUnknown> tool = controlModule().make(CLSID_EmbeddedStep);
-    ComPtr<IStream> stream;
-    HGLOBAL memory = nullptr;
-    if (!tool || FAILED(CreateStreamOnHGlobal(nullptr, TRUE, stream.put())) ||
-        FAILED(CoMarshalInterface(stream.get(), __uuidof(IEmbeddedStep), tool.get(), context, nullptr,
-                                  MSHLFLAGS_NORMAL)) ||
-        FAILED(GetHGlobalFromStream(stream.get(), &memory)))
-        throw std::runtime_error("the tool cannot be handed out");
-    const char* bytes = static_cast<const char*>(GlobalLock(memory));
-    const Bytes copy(bytes, bytes + GlobalSize(memory));
-    GlobalUnlock(memory);
-    return copy;
-}
-
-ComPtr<IEmbeddedStep> received(const Bytes& bytes) {
-    ComPtr<IStream> stream;
-    ComPtr<IEmbeddedStep> step;
-    if (FAILED(CreateStreamOnHGlobal(nullptr, TRUE, stream.put()))) return step;
-    stream->Write(bytes.data(), static_cast<ULONG>(bytes.size()), nullptr);
-    stream->Seek({}, STREAM_SEEK_SET, nullptr);
-    CoUnmarshalInterface(stream.get(), __uuidof(IEmbeddedStep), step.putVoid());
-    return step;
-}
-
-void serveMessages() {
-    MSG message;
-    while (GetMessageW(&message, nullptr, 0, 0) > 0) DispatchMessageW(&message);
-}
-
-HANDLE startServer(const std::string& file) {
+HANDLE startServer(const std::wstring& file) {
     wchar_t program[MAX_PATH] = {};
     GetModuleFileNameW(nullptr, program, MAX_PATH);
-    std::wstring line = L"\"" + std::wstring(program) + L"\" --serve-tool \"" + win32::wide(file) + L"\"";
+    std::wstring line = L"\"" + std::wstring(program) + L"\" --serve-tool \"" + file + L"\"";
     STARTUPINFOW start{};
     start.cb = sizeof start;
     PROCESS_INFORMATION process{};
@@ -59,51 +25,43 @@ HANDLE startServer(const std::string& file) {
 
 }  // namespace
 
-DistantTool::DistantTool(Home home) {
-    if (home == Home::Apartment) {
-        std::promise<Bytes> promised;
-        std::future<Bytes> bytes = promised.get_future();
-        thread_ = std::thread([&] {
-            CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED);
-            threadIdentifier_ = GetCurrentThreadId();
-            promised.set_value(handedOut(MSHCTX_INPROC));
-            serveMessages();
-            CoUninitialize();
-        });
-        step_ = received(bytes.get());
-    } else {
-        const TemporaryFolder folder;
-        const std::string file = folder.path("tool");
-        process_ = startServer(file);
-        for (int attempt = 0; attempt < kAttempts && !std::filesystem::exists(toPath(file)); ++attempt)
-            Sleep(kPauseMs);
-        std::ifstream in(toPath(file), std::ios::binary);
-        step_ = received(Bytes(std::istreambuf_iterator<char>(in), {}));
+DistantTool::DistantTool() {
+    const TemporaryFolder folder;
+    const std::wstring file = wide(folder.path("tool"));
+    process_ = startServer(file);
+    ComPtr<IStream> stream;
+    for (int attempt = 0; attempt < kAttempts && !stream; ++attempt) {
+        Sleep(kPauseMs);
+        SHCreateStreamOnFileW(file.c_str(), STGM_READ, stream.put());
     }
-    if (!step_) throw std::runtime_error("the tool does not arrive");
+    if (!stream || FAILED(CoUnmarshalInterface(stream.get(), __uuidof(IEmbeddedStep), step_.putVoid())))
+        throw std::runtime_error("the tool does not arrive");
+}
+
+DistantTool::~DistantTool() {
+    end();
+    CloseHandle(process_);
 }
 
 void DistantTool::end() {
-    if (process_) {
-        TerminateProcess(process_, 1);
-        WaitForSingleObject(process_, INFINITE);
-        CloseHandle(process_);
-        process_ = nullptr;
-    } else if (thread_.joinable()) {
-        PostThreadMessageW(threadIdentifier_, WM_QUIT, 0, 0);
-        thread_.join();
-    }
+    TerminateProcess(process_, 1);
+    WaitForSingleObject(process_, INFINITE);
     step_ = nullptr;
 }
 
 int serveTool(const std::wstring& file) {
     OleInitialize(nullptr);
-    const Bytes bytes = handedOut(MSHCTX_LOCAL);
+    const ComPtr<IUnknown> tool = controlFile().make(CLSID_EmbeddedStep);
     const std::wstring beside = file + L".new";
-    std::ofstream(std::filesystem::path(beside), std::ios::binary)
-        .write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
+    {
+        ComPtr<IStream> stream;
+        SHCreateStreamOnFileW(beside.c_str(), STGM_CREATE | STGM_WRITE, stream.put());
+        CoMarshalInterface(stream.get(), __uuidof(IEmbeddedStep), tool.get(), MSHCTX_LOCAL, nullptr,
+                           MSHLFLAGS_NORMAL);
+    }
     std::filesystem::rename(beside, file);
-    serveMessages();
+    MSG message;
+    while (GetMessageW(&message, nullptr, 0, 0) > 0) DispatchMessageW(&message);
     return 0;
 }
 

@@ -8,8 +8,8 @@
 namespace dravik::test {
 namespace {
 
+std::mutex mutex;
 struct State {
-    std::mutex mutex;
     std::wstring folder;
     std::set<HANDLE> files;  // open for writing
     long counted = 0;
@@ -23,14 +23,11 @@ State state;
 enum class Verdict { Go, Half, Fail };
 
 // Locked.
-Verdict judged(bool isWrite = false) {
+Verdict judged() {
     if (!state.isDead) {
-        using Kind = FaultyDisk::Kind;
         if (++state.counted != state.at) return Verdict::Go;
-        if (state.kind == Kind::Ends || (state.kind == Kind::EndsHalfWay && !isWrite))
-            TerminateProcess(GetCurrentProcess(), FaultyDisk::kEnded);
-        state.isDead = state.kind != Kind::Fails;
-        if (state.kind == Kind::DiesHalfWay || state.kind == Kind::EndsHalfWay) return Verdict::Half;
+        state.isDead = state.kind != FaultyDisk::Kind::Fails;
+        if (state.kind == FaultyDisk::Kind::DiesHalfWay) return Verdict::Half;
     }
     SetLastError(state.error);
     return Verdict::Fail;
@@ -41,13 +38,13 @@ bool isWatched(const wchar_t* path) {
 }
 
 bool fails(const wchar_t* path) {
-    const std::scoped_lock lock(state.mutex);
+    const std::scoped_lock lock(mutex);
     return isWatched(path) && judged() == Verdict::Fail;
 }
 
-Verdict judgedOf(HANDLE file, bool isWrite = false) {
-    const std::scoped_lock lock(state.mutex);
-    return state.files.count(file) ? judged(isWrite) : Verdict::Go;
+Verdict judgedOf(HANDLE file) {
+    const std::scoped_lock lock(mutex);
+    return state.files.count(file) ? judged() : Verdict::Go;
 }
 
 HANDLE WINAPI createFile(LPCWSTR name, DWORD access, DWORD share, SECURITY_ATTRIBUTES* security, DWORD how,
@@ -57,28 +54,19 @@ HANDLE WINAPI createFile(LPCWSTR name, DWORD access, DWORD share, SECURITY_ATTRI
     const HANDLE file = CreateFileW(name, access, share, security, how, flags, model);
     const DWORD error = GetLastError();
     {
-        const std::scoped_lock lock(state.mutex);
+        const std::scoped_lock lock(mutex);
         if (writes && isWatched(name) && file != INVALID_HANDLE_VALUE)
             state.files.insert(file);
         else
-            state.files.erase(file);  // another file's by now
+            state.files.erase(file);  // another file's by now, the one before was closed
     }
     SetLastError(error);
     return file;
 }
-BOOL WINAPI closeHandle(HANDLE handle) {
-    {
-        const std::scoped_lock lock(state.mutex);
-        state.files.erase(handle);
-    }
-    return CloseHandle(handle);
-}
 BOOL WINAPI writeFile(HANDLE file, LPCVOID bytes, DWORD size, LPDWORD written, LPOVERLAPPED place) {
-    const Verdict verdict = judgedOf(file, true);
+    const Verdict verdict = judgedOf(file);
     if (verdict == Verdict::Go) return WriteFile(file, bytes, size, written, place);
     if (verdict == Verdict::Half) WriteFile(file, bytes, size / 2, written, place);
-    if (state.kind == FaultyDisk::Kind::EndsHalfWay)
-        TerminateProcess(GetCurrentProcess(), FaultyDisk::kEnded);
     SetLastError(state.error);
     return FALSE;
 }
@@ -113,7 +101,6 @@ BOOL WINAPI lockFileEx(HANDLE file, DWORD flags, DWORD reserved, DWORD low, DWOR
 // An imported function and what takes its place.
 const std::pair<const char*, void*> kRedirections[] = {
     {"CreateFileW", reinterpret_cast<void*>(createFile)},
-    {"CloseHandle", reinterpret_cast<void*>(closeHandle)},
     {"WriteFile", reinterpret_cast<void*>(writeFile)},
     {"FlushFileBuffers", reinterpret_cast<void*>(flushFileBuffers)},
     {"SetEndOfFile", reinterpret_cast<void*>(setEndOfFile)},
@@ -156,23 +143,17 @@ void redirect(HMODULE module) {
 FaultyDisk::FaultyDisk(HMODULE module, std::wstring folder, long at, Kind kind, DWORD error) {
     static HMODULE redirected = nullptr;
     if (std::exchange(redirected, module) != module) redirect(module);
-    const std::scoped_lock lock(state.mutex);
-    state.folder = std::move(folder);
-    state.counted = 0;
-    state.at = at;
-    state.kind = kind;
-    state.error = error;
-    state.isDead = false;
+    const std::scoped_lock lock(mutex);
+    state = {std::move(folder), {}, 0, at, kind, error};
 }
 
 FaultyDisk::~FaultyDisk() {
-    const std::scoped_lock lock(state.mutex);
-    state.folder.clear();
-    state.files.clear();
+    const std::scoped_lock lock(mutex);
+    state = {};
 }
 
 long FaultyDisk::operations() const {
-    const std::scoped_lock lock(state.mutex);
+    const std::scoped_lock lock(mutex);
     return state.counted;
 }
 

@@ -1,6 +1,5 @@
 // Lets file operations of the control's library fail: those on what lies in one folder are counted from 1,
-// and the chosen one fails, is the last that does anything, as when the process dies there, or ends the
-// process.
+// and the chosen one fails, or none does anything from it on, as when the process dies there.
 #pragma once
 
 #include <windows.h>
@@ -11,8 +10,7 @@ namespace dravik::test {
 
 class FaultyDisk {
   public:
-    enum class Kind { Fails, Dies, DiesHalfWay, Ends, EndsHalfWay };
-    static constexpr UINT kEnded = 7;  // what the process ends with
+    enum class Kind { Fails, Dies, DiesHalfWay };
 
     // Nothing fails at 0. One at a time.
     FaultyDisk(HMODULE module, std::wstring folder, long at, Kind kind, DWORD error);

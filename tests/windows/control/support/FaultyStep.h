@@ -21,13 +21,11 @@ class FaultyStep : public Step, public ForwardedTool {
     std::string failing;   // the operation that fails; "" for none
     bool endless = false;  // a run ends only when it is stopped
     bool stopped = false;
-    std::string identifier = kDravikStep;
-    // Replaces record tables.
-    std::function<RecordTablePtr(RecordTablePtr)> table;
+    RecordTablePtr table;  // in the place of every other one
     // Called before every operation.
     std::function<void(const std::string&)> before;
 
-    std::string programIdentifier() override { return identifier; }
+    std::string programIdentifier() override { return kDravikStep; }
     double datum(const std::string& name) override { return inner_->datum(name); }
     FontTool& fontTool() override { return *this; }
 
@@ -39,7 +37,7 @@ class FaultyStep : public Step, public ForwardedTool {
     RecordTablePtr GetSampleData(std::span<const std::int32_t> selectors,
                                  std::span<const std::int16_t> fields) override {
         const auto got = ForwardedTool::GetSampleData(selectors, fields);
-        return table ? table(got) : got;
+        return table ? table : got;
     }
 
   private:
@@ -51,20 +49,6 @@ class FaultyStep : public Step, public ForwardedTool {
     }
 
     StepPtr inner_;
-};
-
-// A table whose cells are all the same.
-class GivenTable : public RecordTable {
-  public:
-    GivenTable(int rows, int columns, Cell cell) : rows_(rows), columns_(columns), cell_(std::move(cell)) {}
-    int upperRow() const noexcept override { return rows_ - 1; }
-    int upperColumn() const noexcept override { return columns_ - 1; }
-    Cell cell(int, int) const override { return cell_; }
-
-  private:
-    int rows_;
-    int columns_;
-    Cell cell_;
 };
 
 }  // namespace dravik::test

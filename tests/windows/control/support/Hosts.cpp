@@ -3,9 +3,8 @@
 #include <prsht.h>
 
 #include <stdexcept>
-#include <vector>
 
-#include "DravikDlgLib.h"
+#include "ui/Widget.h"
 #include "windows/control/support/Robot.h"
 
 namespace dravik::test {
@@ -15,7 +14,6 @@ namespace {
 // At 96 dpi.
 constexpr int kWidth = 720;
 constexpr int kHeight = 900;
-constexpr wchar_t kProgId[] = L"DravikDlgLib.DravikDlg";
 constexpr wchar_t kFrameClass[] = L"DravikTestFrame";
 
 int scaled(int pixels) {
@@ -30,16 +28,13 @@ void makeBox(HWND frame, int left) {
 }
 
 HWND makeFrame() {
-    static const ATOM registered = [] {
-        WNDCLASSW description{};
-        description.lpfnWndProc = DefWindowProcW;
-        description.hInstance = GetModuleHandleW(nullptr);
-        description.hbrBackground = reinterpret_cast<HBRUSH>(COLOR_BTNFACE + 1);
-        description.hCursor = LoadCursorW(nullptr, IDC_ARROW);
-        description.lpszClassName = kFrameClass;
-        return RegisterClassW(&description);
-    }();
-    (void)registered;
+    WNDCLASSW description{};
+    description.lpfnWndProc = DefWindowProcW;
+    description.hInstance = GetModuleHandleW(nullptr);
+    description.hbrBackground = reinterpret_cast<HBRUSH>(COLOR_BTNFACE + 1);
+    description.hCursor = LoadCursorW(nullptr, IDC_ARROW);
+    description.lpszClassName = kFrameClass;
+    RegisterClassW(&description);  // refused when it is there
     RECT outer{0, 0, scaled(kWidth), scaled(kHeight + 40)};
     AdjustWindowRect(&outer, WS_OVERLAPPEDWINDOW, FALSE);
     HWND frame =
@@ -50,25 +45,13 @@ HWND makeFrame() {
     return frame;
 }
 
-// The system's library with the host window, loaded once.
-HMODULE atl() {
-    static const HMODULE library = [] {
-        HMODULE loaded = LoadLibraryW(L"atl100.dll");
-        if (!loaded) throw std::runtime_error("atl100.dll cannot be loaded");
-        const auto init = reinterpret_cast<BOOL(WINAPI*)()>(
-            reinterpret_cast<void*>(GetProcAddress(loaded, "AtlAxWinInit")));
-        if (!init || !init()) throw std::runtime_error("the host window class cannot be registered");
-        return loaded;
-    }();
-    return library;
-}
-
-ComPtr<IUnknown> controlOf(HWND hostWindow) {
-    const auto get = reinterpret_cast<HRESULT(WINAPI*)(HWND, IUnknown**)>(
-        reinterpret_cast<void*>(GetProcAddress(atl(), "AtlAxGetControl")));
-    ComPtr<IUnknown> control;
-    if (get) get(hostWindow, control.put());
-    return control;
+// A function of the system's library with the host window.
+template <class Function>
+Function* atl(const char* name) {
+    static const HMODULE library = LoadLibraryW(L"atl100.dll");
+    auto* found = reinterpret_cast<Function*>(reinterpret_cast<void*>(GetProcAddress(library, name)));
+    if (!found) throw std::runtime_error("atl100.dll cannot be used");
+    return found;
 }
 
 // Whose control stands in the system's host window.
@@ -82,9 +65,10 @@ class AtlWindowHost : public Host {
     }
 
   protected:
+    AtlWindowHost() { atl<BOOL WINAPI()>("AtlAxWinInit")(); }
     void takeHost(HWND host) {
         host_ = host;
-        control_ = controlOf(host);
+        atl<HRESULT WINAPI(HWND, IUnknown**)>("AtlAxGetControl")(host, control_.put());
     }
 
   private:
@@ -94,45 +78,15 @@ class AtlWindowHost : public Host {
 class AtlHost : public AtlWindowHost {
   public:
     AtlHost() {
-        atl();
         frame_ = makeFrame();
         makeBox(frame_, 0);
-        takeHost(CreateWindowExW(WS_EX_CONTROLPARENT, L"AtlAxWin100", kProgId, WS_CHILD | WS_VISIBLE, 0, 0,
-                                 scaled(kWidth), scaled(kHeight), frame_, nullptr, GetModuleHandleW(nullptr),
-                                 nullptr));
+        takeHost(CreateWindowExW(WS_EX_CONTROLPARENT, L"AtlAxWin100", L"DravikDlgLib.DravikDlg",
+                                 WS_CHILD | WS_VISIBLE, 0, 0, scaled(kWidth), scaled(kHeight), frame_,
+                                 nullptr, nullptr, nullptr));
         makeBox(frame_, 200);
     }
     bool translate(MSG& message) override { return frame_ && IsDialogMessageW(frame_, &message); }
 };
-
-// A dialog template with one host window that fills it.
-std::vector<WORD> pageTemplate() {
-    std::vector<WORD> words;
-    const auto dword = [&](DWORD value) {
-        words.push_back(LOWORD(value));
-        words.push_back(HIWORD(value));
-    };
-    const auto text = [&](const wchar_t* value) {
-        for (; *value; ++value) words.push_back(static_cast<WORD>(*value));
-        words.push_back(0);
-    };
-    dword(WS_CHILD | WS_VISIBLE | WS_CAPTION | DS_CONTROL | DS_SETFONT);
-    dword(WS_EX_CONTROLPARENT);
-    for (const int value : {1, 0, 0, 420, 430}) words.push_back(static_cast<WORD>(value));
-    words.push_back(0);
-    words.push_back(0);
-    text(L"Font");
-    words.push_back(8);
-    text(L"MS Shell Dlg");
-    if (words.size() % 2 != 0) words.push_back(0);
-    dword(WS_CHILD | WS_VISIBLE | WS_TABSTOP);
-    dword(WS_EX_CONTROLPARENT);
-    for (const int value : {0, 0, 420, 430, 100}) words.push_back(static_cast<WORD>(value));
-    text(L"AtlAxWin100");
-    text(kProgId);
-    words.push_back(0);
-    return words;
-}
 
 // A lambda would not have the calling convention of 32-bit Windows.
 INT_PTR CALLBACK answerNothing(HWND, UINT, WPARAM, LPARAM) {
@@ -141,13 +95,11 @@ INT_PTR CALLBACK answerNothing(HWND, UINT, WPARAM, LPARAM) {
 
 class PropertySheetHost : public AtlWindowHost {
   public:
-    PropertySheetHost() : template_(pageTemplate()) {
-        atl();
+    PropertySheetHost() {
         PROPSHEETPAGEW page{};
         page.dwSize = sizeof page;
-        page.dwFlags = PSP_DLGINDIRECT;
         page.hInstance = GetModuleHandleW(nullptr);
-        page.pResource = reinterpret_cast<DLGTEMPLATE*>(template_.data());
+        page.pszTemplate = L"ControlPage";
         page.pfnDlgProc = answerNothing;
         PROPSHEETHEADERW sheet{};
         sheet.dwSize = sizeof sheet;
@@ -157,52 +109,17 @@ class PropertySheetHost : public AtlWindowHost {
         sheet.nPages = 1;
         sheet.ppsp = &page;
         frame_ = reinterpret_cast<HWND>(PropertySheetW(&sheet));
-        if (!frame_ || frame_ == reinterpret_cast<HWND>(-1)) throw std::runtime_error("no property sheet");
         const auto hosts = children(frame_, L"AtlAxWin100");
-        if (hosts.empty()) throw std::runtime_error("no host window on the page");
+        if (hosts.empty()) throw std::runtime_error("no host window on a property sheet's page");
         takeHost(hosts.front());
     }
     bool translate(MSG& message) override {
         return frame_ &&
                SendMessageW(frame_, PSM_ISDIALOGMESSAGE, 0, reinterpret_cast<LPARAM>(&message)) != 0;
     }
-
-  private:
-    std::vector<WORD> template_;
 };
 
 }  // namespace
-
-std::wstring ControlModule::path() {
-    wchar_t file[MAX_PATH] = {};
-    GetModuleFileNameW(nullptr, file, MAX_PATH);
-    const std::wstring folder(file);
-    return folder.substr(0, folder.find_last_of(L'\\') + 1) + L"DravikDlg.ocx";
-}
-
-ControlModule::ControlModule() : module_(LoadLibraryW(path().c_str())) {
-    if (!module_)
-        throw std::runtime_error("DravikDlg.ocx does not lie beside the test program or cannot be loaded");
-}
-
-ControlModule::~ControlModule() {
-    FreeLibrary(module_);
-}
-
-ComPtr<IUnknown> ControlModule::make(REFCLSID identifier) const {
-    const auto getClass = reinterpret_cast<HRESULT(STDAPICALLTYPE*)(REFCLSID, REFIID, void**)>(
-        reinterpret_cast<void*>(GetProcAddress(module_, "DllGetClassObject")));
-    ComPtr<IClassFactory> factory;
-    ComPtr<IUnknown> object;
-    if (!getClass || FAILED(getClass(identifier, IID_IClassFactory, factory.putVoid()))) return object;
-    factory->CreateInstance(nullptr, IID_IUnknown, object.putVoid());
-    return object;
-}
-
-HRESULT ControlModule::call(const char* exported) const {
-    return reinterpret_cast<HRESULT(STDAPICALLTYPE*)()>(
-        reinterpret_cast<void*>(GetProcAddress(module_, exported)))();
-}
 
 HWND Host::window() const {
     HWND window = nullptr;
@@ -232,21 +149,10 @@ void Host::pump() {
     while (dispatchOne()) continue;
 }
 
-HeldKeys::HeldKeys(std::initializer_list<BYTE> keys) {
-    GetKeyboardState(before_);
-    BYTE held[256] = {};
-    for (const BYTE key : keys) held[key] = 0x80;
-    SetKeyboardState(held);
-}
-
-HeldKeys::~HeldKeys() {
-    SetKeyboardState(before_);
-}
-
-void Host::key(UINT virtualKey, Modifier modifier) {
-    constexpr BYTE kKeys[] = {0, VK_SHIFT, VK_CONTROL, VK_MENU};
-    const HeldKeys held{kKeys[static_cast<int>(modifier)]};
-    const bool alt = modifier == Modifier::Alt;
+void Host::key(UINT virtualKey, int shift) {
+    const bool alt = (shift & ui::kAltMask) != 0;
+    const HeldKeys held{shift & ui::kShiftMask ? VK_SHIFT : 0, shift & ui::kCtrlMask ? VK_CONTROL : 0,
+                        alt ? VK_MENU : 0};
     const LPARAM context = alt ? 1 << 29 : 0;
     PostMessageW(GetFocus(), alt ? WM_SYSKEYDOWN : WM_KEYDOWN, virtualKey, context);
     pump();
@@ -299,12 +205,9 @@ bool StrictHost::translate(MSG& message) {
     return true;
 }
 
-std::unique_ptr<Host> makeAtlHost() {
+std::unique_ptr<Host> makeSystemHost(const std::string& name) {
+    if (name == "sheet") return std::make_unique<PropertySheetHost>();
     return std::make_unique<AtlHost>();
-}
-
-std::unique_ptr<Host> makePropertySheetHost() {
-    return std::make_unique<PropertySheetHost>();
 }
 
 }  // namespace dravik::test

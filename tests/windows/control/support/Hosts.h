@@ -11,41 +11,6 @@
 
 namespace dravik::test {
 
-// The control's DLL, loaded, and asked for a class without the registry.
-class ControlModule {
-  public:
-    ControlModule();
-    ControlModule(const ControlModule&) = delete;
-    ControlModule& operator=(const ControlModule&) = delete;
-    ~ControlModule();
-
-    // Null when the class cannot be made.
-    ComPtr<IUnknown> make(REFCLSID identifier) const;
-    HRESULT canUnload() const { return call("DllCanUnloadNow"); }
-    HRESULT registerServer() const { return call("DllRegisterServer"); }
-    HRESULT unregisterServer() const { return call("DllUnregisterServer"); }
-    static std::wstring path();
-
-  private:
-    HRESULT call(const char* exported) const;
-
-    HMODULE module_;
-};
-
-enum class Modifier { None, Shift, Control, Alt };
-
-// Keys that are held down while this lives, and no others.
-class HeldKeys {
-  public:
-    HeldKeys(std::initializer_list<BYTE> keys);
-    HeldKeys(const HeldKeys&) = delete;
-    HeldKeys& operator=(const HeldKeys&) = delete;
-    ~HeldKeys();
-
-  private:
-    BYTE before_[256] = {};
-};
-
 class Host {
   public:
     virtual ~Host() = default;
@@ -64,8 +29,8 @@ class Host {
     bool pumpUntil(const std::function<bool()>& condition);
     // Handles what is waiting now.
     void pump();
-    // A key for the window that has the focus, through the host's loop.
-    void key(UINT virtualKey, Modifier modifier = Modifier::None);
+    // A key for the window that has the focus, through the host's loop; `shift` is that of the models.
+    void key(UINT virtualKey, int shift = 0);
 
   protected:
     ComPtr<IUnknown> control_;
@@ -107,8 +72,7 @@ class StrictHost : public Host {
     ComPtr<StrictSite> site_;
 };
 
-// The control must be registered.
-std::unique_ptr<Host> makeAtlHost();
-std::unique_ptr<Host> makePropertySheetHost();
+// "atl" or "sheet"; the control must be registered.
+std::unique_ptr<Host> makeSystemHost(const std::string& name);
 
 }  // namespace dravik::test

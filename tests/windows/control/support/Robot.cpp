@@ -8,27 +8,21 @@ namespace dravik::test {
 using namespace win32;
 
 void Robot::expectBox(std::wstring title, int button) {
-    script_.expect(DialogScript::kMessageBox, [this, title = std::move(title), button](HWND box) {
+    script_.expect(DialogScript::kMessageBox, [title = std::move(title), button](HWND box) {
         EXPECT_EQ(windowText(box), title);
-        seen.push_back(boxText(box));
         PostMessageW(box, WM_COMMAND, static_cast<WPARAM>(button), 0);
     });
 }
 
 void Robot::expectMenu(std::wstring item) {
-    script_.expect(DialogScript::kMenu, [this, item = std::move(item)](HWND menu) {
-        seen.push_back(menuItems(menu));
-        pickMenuItem(menu, item);
-    });
+    script_.expect(DialogScript::kMenu, [item = std::move(item)](HWND menu) { pickMenuItem(menu, item); });
 }
 
 std::vector<HWND> children(HWND parent, const std::wstring& className) {
     std::vector<HWND> found;
     for (HWND window = GetWindow(parent, GW_CHILD); window; window = GetWindow(window, GW_HWNDNEXT)) {
-        wchar_t name[256] = {};
-        GetClassNameW(window, name, 256);
         // The control's own windows of the system's kinds have classes of the control's.
-        std::wstring kind = name;
+        std::wstring kind = classOf(window);
         if (kind.starts_with(L"Dravik") && !className.starts_with(L"Dravik")) kind.erase(0, 6);
         if (CompareStringOrdinal(kind.c_str(), -1, className.c_str(), -1, TRUE) == CSTR_EQUAL)
             found.push_back(window);

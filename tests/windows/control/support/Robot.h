@@ -20,9 +20,7 @@ class Robot {
     void expectMenu(std::wstring item);
 
     bool satisfied() const { return script_.finished() && script_.problems().empty(); }
-    // Texts of the boxes and items of the menus that were expected, in the order of their coming.
-    std::vector<std::wstring> seen;
-    // What was not.
+    // Texts of the boxes that were not expected.
     const std::vector<std::string>& surprises() const { return script_.messages(); }
 
   private:

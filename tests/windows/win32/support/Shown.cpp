@@ -6,22 +6,6 @@
 
 namespace dravik::test {
 
-std::wstring accessibleName(HWND window, LONG part) {
-    return AccessibleWindow(window).name(part);
-}
-
-COLORREF colorAt(Canvas& canvas, int x, int y) {
-    const std::uint32_t pixel = canvas.pixels()[static_cast<std::size_t>(y * canvas.width() + x)];
-    return RGB(pixel >> 16 & 0xFF, pixel >> 8 & 0xFF, pixel & 0xFF);
-}
-
-int countOf(Canvas& canvas, COLORREF color) {
-    int count = 0;
-    for (const std::uint32_t pixel : canvas.pixels())
-        count += RGB(pixel >> 16 & 0xFF, pixel >> 8 & 0xFF, pixel & 0xFF) == color;
-    return count;
-}
-
 HostWindow::HostWindow(int width, int height) {
     const wchar_t* name = Peer::drawnClass(L"DravikTestHost");
     window_ = CreateWindowExW(WS_EX_CONTROLPARENT, name, L"host", WS_POPUP | WS_CLIPCHILDREN, 20, 20, width,
@@ -41,10 +25,8 @@ HWND Shown::view(const Widget& widget) const {
 }
 
 RECT Shown::place(const Widget& widget) const {
-    RECT rect{};
-    if (const HWND window = view(widget)) GetWindowRect(window, &rect);
-    if (const int part = partOf(widget)) return AccessibleWindow(view(widget)).place(part);
-    return rect;
+    const int part = partOf(widget);
+    return part ? AccessibleWindow(view(widget)).place(part) : placeOf(view(widget));
 }
 
 bool Shown::focused(const Widget& widget) const {
@@ -67,8 +49,7 @@ void Shown::mouse(const Widget& widget, UINT message, int x, int y, WPARAM keys)
 
 std::unique_ptr<Canvas> Shown::canvas(const Widget& widget) const {
     const auto whole = test::picture(view(widget));
-    RECT window{};
-    GetWindowRect(view(widget), &window);
+    const RECT window = placeOf(view(widget));
     const RECT own = place(widget);
     auto part = std::make_unique<Canvas>(widthOf(own), heightOf(own));
     BitBlt(part->dc(), 0, 0, widthOf(own), heightOf(own), whole->dc(), own.left - window.left,

@@ -18,13 +18,6 @@ namespace dravik::test {
 
 using namespace win32;
 
-// What a screen reader says of a window, or of a part of it.
-std::wstring accessibleName(HWND window, LONG part = 0);
-
-// Of a canvas, at a place.
-COLORREF colorAt(Canvas& canvas, int x, int y);
-int countOf(Canvas& canvas, COLORREF color);
-
 // A plain top-level window to stand in.
 class HostWindow {
   public:
@@ -101,8 +94,7 @@ class Shown {
         clickMiddle(bar, place);
     }
     void clickArrow(const UpDown& arrows, bool up) {
-        RECT place{};
-        GetClientRect(view(arrows), &place);
+        RECT place = insideOf(view(arrows));
         (up ? place.bottom : place.top) = place.bottom / 2;
         clickMiddle(arrows, place);
     }
