@@ -61,6 +61,25 @@ TEST(MatrixKernels, MultiplyMatricesOfEverySize) {
                     }
 }
 
+// As a convolution sees its picture: two rows of it, places that overlap, against the same copied out.
+TEST(MatrixKernels, MultiplyRowsThatLieInParts) {
+    const std::size_t rows = 13, columns = 48, length = 6, step = 2, below = 40;
+    const std::vector<float> picture = someNumbers(2 * below, 1), b = someNumbers(2 * length * columns, 5);
+    std::vector<float> copied;
+    for (std::size_t r = 0; r < rows; ++r)
+        for (const std::size_t part : {std::size_t{0}, below})
+            for (std::size_t i = 0; i < length; ++i) copied.push_back(picture[part + r * step + i]);
+    const std::array<std::size_t, 2> parts{0, below};
+    for (const MatrixKernels* kernels : availableKernels()) {
+        std::vector<float> wanted(rows * columns), got(wanted);
+        kernels->multiply({copied.data(), 2 * length, 1, b.data(), columns, wanted.data(), columns, rows,
+                           columns, 2 * length});
+        kernels->multiply({picture.data(), step, 1, b.data(), columns, got.data(), columns, rows, columns,
+                           length, parts.data(), parts.size()});
+        EXPECT_EQ(got, wanted) << kernels->name;
+    }
+}
+
 TEST(MatrixKernels, TransposeIntoAWiderMatrix) {
     for (const MatrixKernels* kernels : availableKernels()) {
         const std::vector<float> from = someNumbers(12 * 20, 3);
