@@ -17,7 +17,7 @@ namespace {
 constexpr double kWorthNaming = 0.01;
 constexpr std::size_t kMostAlternatives = 6;
 // An expected character of less likelihood is a mistake where another has more than the second.
-constexpr double kHardlyExpected = 0.02, kClearlyOther = 0.8;
+constexpr double kHardlyExpected = 0.002, kClearlyOther = 0.6;
 // A character counts for a view by how much likelier it is a whole one than this, at most as much as the
 // second says; measured on generated part images.
 constexpr double kUsuallyWhole = 0.3, kLeastWhole = 0.02;
