@@ -2,7 +2,8 @@
 // faces and under conditions that differ between the sets: the engine's weights are fitted on `learn`, its
 // rules are made with `develop` and `develop2`, and the others are only for the last word.
 //
-//     dravik_generate develop|develop2|held|fresh|unseen|unseen2|unseen3|unseen4|unseen5|unseen6|learn
+//     dravik_generate
+//     develop|develop2|held|fresh|unseen|unseen2|unseen3|unseen4|unseen5|unseen6|unseen7|learn
 //     usual|extreme|scenes FOLDER [LINES_PER_FACE [CHARSETS_PER_FACE]]
 //
 // `usual` and `extreme` say under what conditions the lines are seen, `scenes` has them on parts beside other
@@ -310,6 +311,25 @@ const std::vector<Face> kUnseen6 = {
     {"dotmingti", "bsmi00lp.ttf", 12},
 };
 
+// For the last word on what was made after `unseen6` had been counted.
+const std::vector<Face> kUnseen7 = {
+    {"yusei", "YuseiMagic-Regular.ttf"},
+    {"reggae", "ReggaeOne-Regular.ttf"},
+    {"summersby", "summersby.ttf"},
+    {"sophiab", "SNB.ttf"},
+    {"galatia", "GalSILR.ttf"},
+    {"elstob", "ElstobD-SemiBold.otf"},
+    {"lemonada", "Lemonada-SemiBold.otf"},
+    {"irianisb", "IrianisADFStd-Bold.otf"},
+    {"sundar", "RIT-Sundar.ttf"},
+    {"damase", "damase.ttf"},
+    {"paranarb", "TSCu_paranarb.ttf"},
+    {"dotmitra", "MitraMono.ttf", 9},
+    {"dotamiga", "Amiga-Regular.ttf", 7},
+    {"dotmisaki", "misaki_gothic.ttf", 7},
+    {"dotphetsarath", "Phetsarath_OT.ttf", 9},
+};
+
 std::unique_ptr<Typeface> opened(const Face& face) {
     const std::string file = face.file;
     if (file.empty()) return smallDotFace();
@@ -378,7 +398,7 @@ const std::vector<Set> kSets = {{"develop", kDevelop, 100'003u},     {"held", kH
                                 {"develop2", kDevelop2, 3'300'071u}, {"unseen2", kUnseen2, 4'700'021u},
                                 {"unseen3", kUnseen3, 5'900'017u},   {"unseen4", kUnseen4, 7'300'033u},
                                 {"unseen5", kUnseen5, 8'700'037u},   {"unseen6", kUnseen6, 10'100'039u},
-                                {"learn", kLearn, 500'009u, true}};
+                                {"unseen7", kUnseen7, 11'500'043u},  {"learn", kLearn, 500'009u, true}};
 
 struct Seeing {
     const char* name;
@@ -432,7 +452,7 @@ int main(int argc, char** argv) {
         std::fprintf(
             stderr,
             "usage: dravik_generate develop|develop2|held|fresh|unseen|unseen2|unseen3|unseen4|unseen5|"
-            "unseen6|learn usual|extreme|scenes FOLDER [LINES_PER_FACE [CHARSETS_PER_FACE]]\n");
+            "unseen6|unseen7|learn usual|extreme|scenes FOLDER [LINES_PER_FACE [CHARSETS_PER_FACE]]\n");
         return 2;
     }
     try {
