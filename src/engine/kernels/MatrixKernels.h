@@ -17,7 +17,8 @@ constexpr std::size_t padded(std::size_t count) {
     return (count + kPadding - 1) / kPadding * kPadding;
 }
 
-inline constexpr std::size_t kWhole = 0;
+// The one part of what lies together.
+inline constexpr std::size_t kTogether = 0;
 
 // c = a x b. `a` has `rows` x `depth` elements, aRow apart from row to row and aColumn from column to column,
 // so that a transposed matrix needs no copy. b and c are rows of `columns` elements, a multiple of kPadding.
@@ -31,7 +32,7 @@ struct MatrixProduct {
     float* c;
     std::size_t cRow;
     std::size_t rows, columns, depth;
-    const std::size_t* parts = &kWhole;
+    const std::size_t* parts = &kTogether;
     std::size_t partCount = 1;
 };
 

@@ -30,7 +30,7 @@ struct Convolution {
 
 constexpr std::array<Convolution, 3> kConvolutions = {
     {{kPatchSide, 2, 16, 5}, {12, 16, 32, 3}, {6, 32, 64, 3}}};
-constexpr std::size_t kGathered = 112, kLastSide = 3, kLargest = 5;
+constexpr std::size_t kGathered = 112, kLastSide = 3, kLargest = kConvolutions.front().size;
 
 struct Weights {
     Weights() {

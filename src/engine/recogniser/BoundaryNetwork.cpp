@@ -49,7 +49,8 @@ const Weights& weights() {
     return result;
 }
 
-// How far what a place sees is from the first of it, in a picture with rows of such a length.
+// How far what a place sees is from the first of it, in a picture with rows of such a length: places side by
+// side are one part.
 std::vector<std::size_t> partsSeen(const Convolution& how, std::size_t length) {
     std::vector<std::size_t> parts;
     for (std::size_t y = 0; y < how.across; ++y)

@@ -38,7 +38,7 @@ LayerWeights WeightReader::next(std::size_t inputs, std::size_t outputs) {
 
 void apply(const LayerWeights& layer, const float* from, float* to, std::size_t rows, Units units,
            const MatrixKernels& kernels) {
-    apply(layer, {from, layer.inputs, {&kWhole, 1}}, to, rows, units, kernels);
+    apply(layer, {from, layer.inputs, {&kTogether, 1}}, to, rows, units, kernels);
 }
 
 void apply(const LayerWeights& layer, const SeenByRows& seen, float* to, std::size_t rows, Units units,

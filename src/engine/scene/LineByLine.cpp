@@ -27,7 +27,6 @@ constexpr float kLeastContrast = 0.5f;
 constexpr float kClear = 0.45f;
 // Between two lines there may be another one when they are so far apart, in heights.
 constexpr float kLeastRoom = 1.55f, kMostRoom = 4;
-constexpr float kSameAngle = 0.1f;
 
 // Between nearly the darkest and nearly the lightest pixels.
 float contrast(const GreyImage& picture) {
@@ -132,10 +131,9 @@ class LineByLine {
             const TextLine* below = nullptr;
             for (const SeenLine& one : seen_) {
                 const TextLine& other = one.line;
-                if (std::abs(other.angle - line.angle) > kSameAngle || other.right < line.left ||
-                    other.left > line.right)
-                    continue;
-                if (other.top > line.bottom && (!below || other.top < below->top)) below = &other;
+                if (isOverOrUnder(line, other) && other.top > line.bottom &&
+                    (!below || other.top < below->top))
+                    below = &other;
             }
             if (!below || below->top - line.bottom < kLeastRoom * height ||
                 below->top - line.bottom > kMostRoom * height)

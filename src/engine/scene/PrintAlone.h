@@ -34,8 +34,8 @@ struct SecondOpinion {
 };
 
 // Of the number of `characters` that the picture itself shows, and which are worth so much. No more views are
-// looked at once two show the same number. Ends soon, with anything or
-// nothing found, once a stop is requested.
+// looked at once two show the same number, or once one of a large picture is rather print than not. Ends
+// soon, with anything or nothing found, once a stop is requested.
 SecondOpinion findInPrintAlone(const GreyImage& picture, std::size_t characters, double worth,
                                const PrintSettings& print, const std::stop_token& stop);
 

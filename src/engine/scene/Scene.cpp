@@ -26,7 +26,6 @@ constexpr float kBesidePrint = 6, kAbovePrint = 6.5f;
 constexpr float kMargin = 2;
 // Lines that slope more are read better one by one.
 constexpr float kUpright = 0.12f;  // radians
-constexpr float kSameAngle = 0.1f;
 // A line that is found is at least so high, in smallest heights that characters may have.
 constexpr float kLowestLine = 0.75f;
 // In doubt the print alone of pictures of so many pixels is looked at.
@@ -260,7 +259,7 @@ void tellOfNeighbours(Scene& scene) {
     for (ScenePart& part : scene.parts)
         for (std::size_t i = 0; i < scene.parts.size(); ++i) {
             const ScenePart& other = scene.parts[i];
-            if (&other == &part || std::abs(other.angle - part.angle) > kSameAngle) continue;
+            if (&other == &part || std::abs(other.angle - part.angle) > kParallel) continue;
             for (std::size_t line = 0; line < own[i]; ++line) {
                 LineMetrics beside = other.found.lines[line];
                 beside.capHeight *= other.found.ink.scale / part.found.ink.scale;

@@ -23,6 +23,15 @@ struct TextLine {
     float middle() const noexcept { return 0.5f * (top + bottom); }
 };
 
+// Lines whose angles differ by no more are parallel.
+inline constexpr float kParallel = 0.1f;  // radians
+
+// Whether a line is parallel to another one and has some of it above or below, or is it.
+inline bool isOverOrUnder(const TextLine& line, const TextLine& other) {
+    return std::abs(other.angle - line.angle) <= kParallel && other.right >= line.left &&
+           other.left <= line.right;
+}
+
 // From top to bottom; those side by side at one height, from left to right. `lineOf` gives an element's line.
 template <typename Element, typename LineOf = std::identity>
 void sortInReadingOrder(std::vector<Element>& elements, LineOf lineOf = {}) {

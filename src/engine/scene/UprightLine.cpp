@@ -11,7 +11,6 @@ namespace {
 // Of the picture above and below a line, in parts of the print's height.
 constexpr float kAbove = 0.4f, kBelow = 0.45f;
 // Lines of the same print, whose heights are alike by this part: a part of a code is none.
-constexpr float kSameAngle = 0.1f;  // radians
 constexpr float kAlike = 0.6f;
 
 // The background beyond a row or a column of pixels: what is least like print nearby.
@@ -36,8 +35,8 @@ ScenePart uprightLine(const GreyImage& image, const TextLine& line, float height
     // Up to halfway to the next line.
     float above = kAbove * height, below = kBelow * height;
     for (const TextLine& other : others) {
-        if (std::abs(other.angle - line.angle) > kSameAngle || other.right < line.left ||
-            other.left > line.right || other.height() < kAlike * height || height < kAlike * other.height())
+        if (!isOverOrUnder(line, other) || other.height() < kAlike * height ||
+            height < kAlike * other.height())
             continue;
         if (other.bottom <= line.top) above = std::min(above, 0.5f * (line.top - other.bottom));
         if (other.top >= line.bottom) below = std::min(below, 0.5f * (other.top - line.bottom));

@@ -101,7 +101,7 @@ float printSlope(std::span<const Piece> pieces, float height) {
 
 float printSlant(std::span<const Piece> pieces, float slope, float height) {
     constexpr float kMostSlant = 0.34f, kStep = 0.02f;
-    constexpr int kMost = 17;
+    constexpr int kMost = static_cast<int>(kMostSlant / kStep + 0.5f), kApart = 3;
     std::vector<const Piece*> upright;
     std::size_t runs = 0;
     for (const Piece& piece : pieces)
@@ -153,7 +153,9 @@ float printSlant(std::span<const Piece> pieces, float slope, float height) {
             }
         }
     };
-    for (int first = -kMost; first <= kMost; first += 12) tryThese({first, first + 3, first + 6, first + 9});
+    // In wide steps, then about the best.
+    for (int first = -kMost; first <= kMost; first += static_cast<int>(kAtOnce) * kApart)
+        tryThese({first, first + kApart, first + 2 * kApart, first + 3 * kApart});
     tryThese({best - 2, best - 1, best + 1, best + 2});
     return std::abs(best) < 2 ? 0 : static_cast<float>(best) * kStep;
 }
