@@ -8,6 +8,7 @@
 
 #include "engine/recogniser/BaseReader.h"
 #include "engine/scene/LineByLine.h"
+#include "engine/scene/LoneShapes.h"
 #include "engine/scene/PrintAlone.h"
 #include "engine/segmentation/TextLikeness.h"
 
@@ -22,6 +23,10 @@ constexpr double kSurelyPrint = 2.2;
 constexpr double kWholePicture = 1, kMuchMoreWhole = 8;
 // Most room, in heights of its lines, around print that may be all that a picture shows.
 constexpr float kBesidePrint = 6, kAbovePrint = 6.5f;
+// Rows of dots are at most so far apart, in their heights; characters of dots are so much higher than a dot.
+constexpr float kRowsOfDots = 3, kMuchHigher = 3;
+// Characters of dots have at least so many rows of them.
+constexpr std::size_t kFewestRows = 5;
 // Around characters that fill the picture.
 constexpr float kMargin = 2;
 // Lines that slope more are read better one by one.
@@ -31,8 +36,8 @@ constexpr float kLowestLine = 0.75f;
 // In doubt the print alone of pictures of so many pixels is looked at.
 constexpr std::int64_t kMostInDoubt = 500'000;
 // The whole of a picture of so few pixels is looked at before any line is searched in it; that of one without
-// lines when it has at most so many.
-constexpr std::int64_t kSmall = 160'000, kMostWithoutLines = 500'000;
+// lines, or whose lines show nothing, when it has at most so many.
+constexpr std::int64_t kSmall = 160'000, kMostWithoutLines = 500'000, kMostWithoutPrint = 2'500'000;
 
 // Most of the room on a side of a box within the picture, in heights of print.
 struct Margins {
@@ -44,20 +49,38 @@ Margins marginsAround(const GreyImage& image, const Box& box, float height) {
             std::max(box.top, static_cast<float>(image.height()) - box.bottom) / height};
 }
 
+float highest(std::span<const TextLine> lines) {
+    float result = 0;
+    for (const TextLine& line : lines) result = std::max(result, line.height());
+    return result;
+}
+
 // Whether the picture may show these lines and little else.
 bool mayFill(const GreyImage& image, std::span<const TextLine> lines) {
     Box box{1e9f, 1e9f, 0, 0};
-    float height = 0;
     for (const TextLine& line : lines) {
         if (std::abs(line.angle) > kUpright) return false;
         box.left = std::min(box.left, line.left);
         box.right = std::max(box.right, line.right);
         box.top = std::min(box.top, line.top);
         box.bottom = std::max(box.bottom, line.bottom);
-        height = std::max(height, line.height());
     }
-    const Margins margins = marginsAround(image, box, height);
+    const Margins margins = marginsAround(image, box, highest(lines));
     return margins.beside < kBesidePrint && margins.above < kAbovePrint;
+}
+
+// Whether most lines are so close above or below another one as rows of dots are in large characters, where
+// they seem to be lines of small ones.
+bool areCloseRows(std::span<const TextLine> lines) {
+    const auto isClose = [&](const TextLine& line) {
+        return std::any_of(lines.begin(), lines.end(), [&](const TextLine& other) {
+            const float apart = std::abs(other.middle() - line.middle());
+            return isOverOrUnder(line, other) && apart > 0.5f * line.height() &&
+                   apart < kRowsOfDots * line.height();
+        });
+    };
+    return lines.size() >= kFewestRows &&
+           2 * std::count_if(lines.begin(), lines.end(), isClose) > static_cast<std::ptrdiff_t>(lines.size());
 }
 
 bool isIn(const TextLine& line, float x, float y) {
@@ -135,6 +158,7 @@ Scene wholeScene(std::shared_ptr<const GreyImage> image, Segmentation found) {
     whole.whole = {0, 0, image->width(), image->height()};
     whole.picture = std::move(image);
     whole.found = std::move(found);
+    leaveOutLoneShapes(whole);
     return scene;
 }
 
@@ -148,32 +172,41 @@ Scene wholeScene(std::shared_ptr<const GreyImage> image, PrintAlone alone) {
 // In a region print is looked for even where there are no lines of it.
 enum class Extent { Whole, Region };
 
-std::vector<TextLine> linesOf(const GreyImage& image, const PrintSettings& print,
-                              const std::stop_token& stop) {
-    std::vector<TextLine> lines = findTextLines(image, stop);
-    std::erase_if(lines, [&](const TextLine& line) {
-        return !print.allows(line.dark) ||
-               line.height() < kLowestLine * static_cast<float>(print.smallestHeight);
-    });
-    return lines;
+TextLines linesOf(const GreyImage& image, const PrintSettings& print, const std::stop_token& stop) {
+    TextLines found = findTextLines(image, stop);
+    for (std::vector<TextLine>* lines : {&found.lines, &found.others})
+        std::erase_if(*lines, [&](const TextLine& line) {
+            return !print.allows(line.dark) ||
+                   line.height() < kLowestLine * static_cast<float>(print.smallestHeight);
+        });
+    return found;
 }
 
 // What a picture with these lines shows whose whole is not clear, if it was `seen`, or is large.
-Scene findByLine(std::shared_ptr<const GreyImage> image, std::span<const TextLine> lines,
+Scene findByLine(std::shared_ptr<const GreyImage> image, const TextLines& found,
                  std::optional<Segmentation> seen, Extent extent, const PrintSettings& print,
                  const std::stop_token& stop) {
     const auto see = [&] { seen = segment(*image, takeWholeCharacters, stop, print); };
-    if (lines.empty()) {
-        if (!seen && (pixelsOf(*image) <= kMostWithoutLines || extent == Extent::Region)) see();
-        return seen ? wholeScene(std::move(image), *std::move(seen)) : Scene{};
-    }
-    if (!seen && mayFill(*image, lines)) {
+    const std::vector<TextLine>& lines = found.lines;
+    if (!lines.empty() && !seen && mayFill(*image, lines)) {
         see();
         if (isSure(*seen)) return wholeScene(std::move(image), *std::move(seen));
     }
-    Scene byLine = lineByLine(*image, lines, print, stop);
-    return seen && isAll(*image, *seen, lines, byLine) ? wholeScene(std::move(image), *std::move(seen))
-                                                       : byLine;
+    if (!seen && areCloseRows(lines)) {
+        Segmentation large = segment(*image, takeWholeCharacters, stop, print);
+        if (isSure(large) && typicalHeight(large) * large.ink.scale > kMuchHigher * highest(lines))
+            return wholeScene(std::move(image), std::move(large));
+    }
+    Scene byLine = lineByLine(*image, found, print, stop);
+    const bool isNothing = byLine.parts.empty();
+    if (!seen && isNothing &&
+        (pixelsOf(*image) <= (lines.empty() ? kMostWithoutLines : kMostWithoutPrint) ||
+         extent == Extent::Region))
+        see();
+    if (!seen) return byLine;
+    const bool isWhole =
+        isAll(*image, *seen, lines, byLine) || (isNothing && (lines.empty() || isSure(*seen)));
+    return isWhole ? wholeScene(std::move(image), *std::move(seen)) : byLine;
 }
 
 // As findScene() without a region. What a picture leaves in doubt is looked for in its print alone; what
@@ -196,9 +229,9 @@ Scene findIn(const std::shared_ptr<const GreyImage>& image, Extent extent, const
         // Few characters that fill a picture are rather things on the part than print.
         if (likelier().glyphs.size() > kSomePrint && isFilled(*image, likelier())) return whole();
     }
-    const std::vector<TextLine> lines = linesOf(*image, print, stop);
-    if (opinion.isAgreed && isOnLines(likelier(), lines)) return whole();
-    Scene scene = findByLine(image, lines, std::move(seen), extent, print, stop);
+    const TextLines found = linesOf(*image, print, stop);
+    if (opinion.isAgreed && isOnLines(likelier(), found.lines)) return whole();
+    Scene scene = findByLine(image, found, std::move(seen), extent, print, stop);
     if (!scene.parts.empty() && std::all_of(scene.parts.begin(), scene.parts.end(),
                                             [](const ScenePart& part) { return isSure(part.found); }))
         return scene;

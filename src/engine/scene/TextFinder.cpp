@@ -98,34 +98,6 @@ void searchView(const Binarizer& binarizer, const View& view, Findings& found) {
     }
 }
 
-struct Point {
-    float x, y;
-};
-
-Point placeOf(const TextLine& line, float along, float across) {
-    const float c = std::cos(line.angle), s = std::sin(line.angle);
-    return {along * c - across * s, along * s + across * c};
-}
-
-// Whether the longer of two lines covers a good third of the shorter one, sampled along the middle of that.
-bool isSamePlace(const TextLine& a, const TextLine& b) {
-    const TextLine& small = a.right - a.left < b.right - b.left ? a : b;
-    const TextLine& large = &small == &a ? b : a;
-    const float c = std::cos(large.angle), s = std::sin(large.angle);
-    int inside = 0;
-    constexpr int kSamples = 9;
-    for (int i = 0; i < kSamples; ++i) {
-        const float part = (static_cast<float>(i) + 0.5f) / kSamples;
-        const Point place =
-            placeOf(small, small.left + part * (small.right - small.left), 0.5f * (small.top + small.bottom));
-        const float along = place.x * c + place.y * s, across = place.y * c - place.x * s;
-        const float room = 0.3f * large.height();
-        inside += along > large.left - room && along < large.right + room && across > large.top - room &&
-                  across < large.bottom + room;
-    }
-    return inside > kSamples / 3;
-}
-
 float areaOf(const TextLine& line) {
     return line.height() * (line.right - line.left);
 }
@@ -137,7 +109,7 @@ float clearness(const TextLine& line) {
 // Of the lines at one place the one that scores best. The spaces between and inside characters look like
 // print of the other polarity, but are less high and less long than what is around them; where that is not
 // plain, the polarity of the picture's clearest line counts.
-std::vector<TextLine> best(std::vector<Seen> found, std::span<const Seen> codes) {
+TextLines best(std::vector<Seen> found, std::span<const Seen> codes) {
     // What finer views show as a code is none of the lines that coarser ones make of it.
     std::erase_if(found, [&](const Seen& seen) {
         return std::any_of(codes.begin(), codes.end(), [&](const Seen& code) {
@@ -157,14 +129,14 @@ std::vector<TextLine> best(std::vector<Seen> found, std::span<const Seen> codes)
     const auto clearest =
         std::max_element(lines.begin(), lines.end(),
                          [](const TextLine& a, const TextLine& b) { return clearness(a) < clearness(b); });
-    std::vector<TextLine> result;
+    TextLines result;
     for (const TextLine& line : lines) {
         const float preferred = line.dark == clearest->dark ? kMuchClearer : 1 / kMuchClearer;
-        if (std::none_of(lines.begin(), lines.end(), [&](const TextLine& other) {
-                return other.dark != line.dark && isSamePlace(line, other) &&
-                       clearness(other) > preferred * clearness(line);
-            }))
-            result.push_back(line);
+        const bool isOutdone = std::any_of(lines.begin(), lines.end(), [&](const TextLine& other) {
+            return other.dark != line.dark && isSamePlace(line, other) &&
+                   clearness(other) > preferred * clearness(line);
+        });
+        (isOutdone ? result.others : result.lines).push_back(line);
     }
     return result;
 }
@@ -176,7 +148,8 @@ bool areAkin(const TextLine& a, const TextLine& b) {
 
 // The print of a part is of one direction, polarity and size, more or less: the lines most of which are akin
 // stay, and what is as clear as they are.
-void keepPrint(std::vector<TextLine>& lines) {
+void keepPrint(TextLines& found) {
+    std::vector<TextLine>& lines = found.lines;
     const TextLine* print = nullptr;
     float most = 0;
     for (const TextLine& one : lines) {
@@ -190,14 +163,16 @@ void keepPrint(std::vector<TextLine>& lines) {
     }
     if (!print) return;
     const TextLine chosen = *print;
-    std::erase_if(lines, [&](const TextLine& one) {
-        return !areAkin(one, chosen) && one.score < std::max(6.0f, 0.8f * chosen.score);
+    const auto unlike = std::stable_partition(lines.begin(), lines.end(), [&](const TextLine& one) {
+        return areAkin(one, chosen) || one.score >= std::max(6.0f, 0.8f * chosen.score);
     });
+    found.others.insert(found.others.end(), unlike, lines.end());
+    lines.erase(unlike, lines.end());
 }
 
 }  // namespace
 
-std::vector<TextLine> findTextLines(const GreyImage& image, const std::stop_token& stop) {
+TextLines findTextLines(const GreyImage& image, const std::stop_token& stop) {
     int least = 1;
     while (static_cast<std::int64_t>(image.width() / least) * (image.height() / least) > kMostSearched ||
            std::max(image.width(), image.height()) / least > kMostInkSide)
@@ -212,11 +187,14 @@ std::vector<TextLine> findTextLines(const GreyImage& image, const std::stop_toke
         for (const bool dark : {true, false})
             for (const float blur : {0.0f, kDotBlur}) searchView(binarizer, {scale, dark, blur}, found);
     }
-    std::vector<TextLine> lines = best(std::move(found.lines), found.codes);
-    std::erase_if(lines, [&](const TextLine& line) { return isBarred(image, line); });
-    keepPrint(lines);
-    sortInReadingOrder(lines);
-    return lines;
+    TextLines print = best(std::move(found.lines), found.codes);
+    for (std::vector<TextLine>* lines : {&print.lines, &print.others})
+        std::erase_if(*lines, [&](const TextLine& line) { return isBarred(image, line); });
+    keepPrint(print);
+    sortInReadingOrder(print.lines);
+    stableSort(print.others.begin(), print.others.end(),
+               [](const TextLine& a, const TextLine& b) { return a.score > b.score; });
+    return print;
 }
 
 }  // namespace dravik::engine

@@ -13,8 +13,14 @@
 
 namespace dravik::engine {
 
-// The lines from top to bottom; those side by side at one height from left to right. None in noise and
-// texture; few or none once a stop is requested.
-std::vector<TextLine> findTextLines(const GreyImage& image, const std::stop_token& stop = {});
+struct TextLines {
+    std::vector<TextLine> lines;  // from top to bottom; those side by side at one height from left to right
+    // What stood back behind a clearer line of the other polarity at its place, or is unlike the rest of the
+    // print; the clearest first.
+    std::vector<TextLine> others;
+};
+
+// None in noise and texture; few or none once a stop is requested.
+TextLines findTextLines(const GreyImage& image, const std::stop_token& stop = {});
 
 }  // namespace dravik::engine

@@ -32,6 +32,12 @@ inline bool isOverOrUnder(const TextLine& line, const TextLine& other) {
            other.left <= line.right;
 }
 
+// Whether the longer of two lines covers a good third of the shorter one, sampled along the middle of that.
+bool isSamePlace(const TextLine& a, const TextLine& b);
+
+// The line turned about its middle.
+TextLine turned(const TextLine& line, float angle);
+
 // From top to bottom; those side by side at one height, from left to right. `lineOf` gives an element's line.
 template <typename Element, typename LineOf = std::identity>
 void sortInReadingOrder(std::vector<Element>& elements, LineOf lineOf = {}) {

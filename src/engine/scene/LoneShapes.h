@@ -1,0 +1,12 @@
+// Tells holes, logos and other things on a part from its print.
+#pragma once
+
+#include "engine/scene/Scene.h"
+
+namespace dravik::engine {
+
+// Takes away what stands alone, on a line of its own or far from the rest of its line, and is higher than all
+// other characters or is cut off by the edge of the picture. A single letter of the print's own size stays.
+void leaveOutLoneShapes(ScenePart& part);
+
+}  // namespace dravik::engine
