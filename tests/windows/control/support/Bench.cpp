@@ -38,6 +38,7 @@ int withRegisteredControl(const std::function<int()>& work) {
 }
 
 Bench::Bench(const std::string& hostName, const char* shown) {
+    script.answerOthers(IDOK);
     if (hostName == "strict")
         host = std::make_unique<StrictHost>(newControl());
     else
@@ -136,7 +137,7 @@ void Bench::learn() {
 }
 
 void Bench::closeUnsaved() {
-    robot.expectBox(L"Font Changed", IDNO);
+    script.expectBox(L"Font Changed", IDNO);
     host->close();
 }
 

@@ -13,7 +13,6 @@
 #include "windows/com/support/ControlFile.h"
 #include "windows/control/support/FaultyStep.h"
 #include "windows/control/support/Hosts.h"
-#include "windows/control/support/Robot.h"
 #include "windows/win32/WinText.h"
 
 namespace dravik::test {
@@ -83,12 +82,14 @@ class Bench {
     StrictSite& site() const { return strict().site(); }
     // Handles messages until everything that was expected has come up.
     bool allCame() {
-        return host->pumpUntil([this] { return robot.satisfied(); });
+        return host->pumpUntil([this] { return script.satisfied(); });
     }
     // Presses the button at that place of the toolbar.
     void pressTool(int place) const;
 
-    Robot robot;  // is there for what the host's end brings up
+    // Answers what comes up modally while a test waits in a nested loop, also what the host's end brings up;
+    // what nobody expected is written down and closed.
+    DialogScript script;
     std::unique_ptr<Host> host;
     ComPtr<IEmbeddedStep> step;
 };
