@@ -148,40 +148,6 @@ TEST(Container, GetsThePictureThatTheActiveControlWouldBe) {
     EXPECT_GT(extent.cx, 10'000);  // ten centimetres, in hundredths of a millimetre
 }
 
-class ViewSink final : public ComObject<IAdviseSink> {
-  public:
-    explicit ViewSink(int& changes) : changes_(changes) {}
-    void STDMETHODCALLTYPE OnDataChange(FORMATETC*, STGMEDIUM*) override {}
-    void STDMETHODCALLTYPE OnViewChange(DWORD, LONG) override { ++changes_; }
-    void STDMETHODCALLTYPE OnRename(IMoniker*) override {}
-    void STDMETHODCALLTYPE OnSave() override {}
-    void STDMETHODCALLTYPE OnClose() override {}
-
-  private:
-    int& changes_;
-};
-
-TEST(Container, IsToldThatAPictureItKeepsIsOld) {
-    Bench bench("strict", "HELLO");
-    int changes = 0;
-    const auto sink = ComPtr<ViewSink>::attach(new ViewSink(changes));
-    ASSERT_EQ(bench.as<IViewObject2>()->SetAdvise(DVASPECT_CONTENT, ADVF_PRIMEFIRST, sink.get()), S_OK);
-    EXPECT_EQ(changes, 1);
-    const auto tellsOf = [&](auto&& change) {
-        bench.host->pump();
-        changes = 0;
-        change();
-        bench.host->pump();
-        return changes;
-    };
-    EXPECT_EQ(tellsOf([] {}), 0);
-    const int told = tellsOf([&] { bench.include("HELLO"); });
-    EXPECT_GT(told, 0);
-    EXPECT_LT(told, 40) << "once for many changes";
-    EXPECT_GT(tellsOf([&] { bench.as<IOleInPlaceObject>()->InPlaceDeactivate(); }), 0);
-    bench.closeUnsaved();
-}
-
 class Bag final : public ComObject<IPropertyBag> {
   public:
     HRESULT STDMETHODCALLTYPE Read(LPCOLESTR name, VARIANT* value, IErrorLog*) override {

@@ -51,6 +51,7 @@ TEST(HostileHost, PassesNothingWhereSomethingIsNeeded) {
     // Calls that may go without.
     EXPECT_EQ(object->DoVerb(OLEIVERB_INPLACEACTIVATE, nullptr, nullptr, 0, nullptr, nullptr), S_OK);
     EXPECT_EQ(editor->putref_RootStep(nullptr), S_OK);
+    EXPECT_EQ(editor->putref_Step(nullptr), S_OK);
     VARIANT_BOOL readOnly = VARIANT_FALSE;
     EXPECT_EQ(editor->put_ReadOnly(VARIANT_TRUE), S_OK);
     EXPECT_EQ(editor->get_ReadOnly(&readOnly), S_OK);
@@ -104,27 +105,6 @@ TEST(HostileHost, CallsAfterClosingAndShowsTheControlAgain) {
     EXPECT_TRUE(IsWindowEnabled(bench.button(L"&Include")));
     bench.host->close();
     EXPECT_THAT(bench.site().faults, IsEmpty());
-}
-
-// It is told to the operator, not to the host.
-TEST(HostileHost, GivesNoStep) {
-    Bench bench("strict", "HELLO");
-    // As scripts write it.
-    wchar_t name[] = L"Step";
-    LPOLESTR names = name;
-    DISPID id = 0, put = DISPID_PROPERTYPUT;
-    const auto dispatch = bench.as<IDispatch>();
-    ASSERT_EQ(dispatch->GetIDsOfNames(IID_NULL, &names, 1, LOCALE_NEUTRAL, &id), S_OK);
-    for (const VARTYPE type : {VT_EMPTY, VT_NULL, VT_DISPATCH}) {
-        VARIANT value{};
-        value.vt = type;
-        DISPPARAMS parameters{&value, &put, 1, 1};
-        EXPECT_EQ(dispatch->Invoke(id, IID_NULL, LOCALE_NEUTRAL, DISPATCH_PROPERTYPUTREF, &parameters,
-                                   nullptr, nullptr, nullptr),
-                  S_OK)
-            << type;
-        EXPECT_EQ(bench.status(), L"StepEditor_Step Err 91 Object variable or With block variable not set");
-    }
 }
 
 // An operator's round with whatever the tool makes of it.

@@ -1,4 +1,4 @@
-// Boxes, dialogs, menus, clipboard and dates. What is modal is answered by a timer, as an operator would.
+// Boxes and dialogs, which are answered by a timer, as an operator would.
 #include "windows/win32/support/Shown.h"
 
 namespace dravik::test {
@@ -15,9 +15,7 @@ class PlatformOfWindows : public testing::Test {
         dialog.defaultButton = &ok;
         ok.click.subscribe([this] { dialog.unload(); });
     }
-    ~PlatformOfWindows() override {
-        EXPECT_TRUE(script.finished() && script.problems().empty()) << "what was expected did not come up";
-    }
+    ~PlatformOfWindows() override { EXPECT_TRUE(script.satisfied()) << "what was expected did not come up"; }
     Win32Platform& platform() { return shown.platform; }
     Label cell{"cell", "A"};
     Button button{"button", "Button"};
@@ -29,14 +27,6 @@ class PlatformOfWindows : public testing::Test {
     Shown shown;
     DialogScript script;
 };
-
-TEST_F(PlatformOfWindows, TellsTheHostOfAMenu) {
-    PopupMenu menu("menu", "Menu");
-    menu.add("one", "&One");
-    script.expect(DialogScript::kMenu, [](HWND) { EndMenu(); });
-    platform().popUpMenu(menu, cell, 100, 100);
-    EXPECT_EQ(modal, "on off ");
-}
 
 TEST_F(PlatformOfWindows, TimersWaitWhileOneOfThemHasABoxUp) {
     Timer first("first", 10), second("second", 10);
@@ -124,11 +114,6 @@ TEST_F(PlatformOfWindows, ADialogEndsWithWhateverTakesItAway) {
     MSG message{};
     EXPECT_FALSE(GetMessageW(&message, nullptr, 0, 0)) << "the program is still to end";
     EXPECT_EQ(message.wParam, 7u);
-
-    auto own = std::make_unique<Win32Platform>();
-    script.expect("dialog", [&](HWND) { own.reset(); });
-    own->showModal(dialog);
-    EXPECT_FALSE(dialog.loaded());
 }
 
 }  // namespace
