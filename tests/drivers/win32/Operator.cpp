@@ -143,11 +143,6 @@ RECT insideOf(HWND window) {
     return inside;
 }
 
-bool isInside(const RECT& place, const RECT& whole) {
-    RECT common{};
-    return IntersectRect(&common, &place, &whole) && EqualRect(&common, &place);
-}
-
 std::unique_ptr<win32::Canvas> picture(HWND window) {
     settle();
     const RECT place = placeOf(window);

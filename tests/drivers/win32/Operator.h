@@ -52,7 +52,6 @@ std::wstring clipboardContents();
 // A window on the screen, and the inside of its frame.
 RECT placeOf(HWND window);
 RECT insideOf(HWND window);
-bool isInside(const RECT& place, const RECT& whole);
 // What a window shows, from the screen.
 std::unique_ptr<win32::Canvas> picture(HWND window);
 COLORREF colorAt(win32::Canvas& canvas, int x, int y);

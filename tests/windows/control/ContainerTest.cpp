@@ -134,18 +134,6 @@ TEST(Container, GetsThePictureThatTheActiveControlWouldBe) {
         })) << difference(*inactive, *active);
         host.as<IOleInPlaceObject>()->InPlaceDeactivate();
     }
-    // In a place of an extent's proportions the picture is a small one of all of it.
-    SIZEL extent{MulDiv(700, 2540, 96), MulDiv(600, 2540, 96)};
-    ASSERT_EQ(host.as<IOleObject>()->SetExtent(DVASPECT_CONTENT, &extent), S_OK);
-    const auto small = pictureOf(view.get(), {350, 300});
-    const auto full = pictureOf(view.get(), {700, 600});
-    win32::Canvas half(350, 300);
-    SetStretchBltMode(half.dc(), HALFTONE);
-    StretchBlt(half.dc(), 0, 0, 350, 300, full->dc(), 0, 0, 700, 600, SRCCOPY);
-    GdiFlush();
-    EXPECT_LT(difference(*small, half), 0.1);
-    EXPECT_EQ(view->GetExtent(DVASPECT_CONTENT, -1, nullptr, &extent), S_OK);
-    EXPECT_GT(extent.cx, 10'000);  // ten centimetres, in hundredths of a millimetre
 }
 
 class Bag final : public ComObject<IPropertyBag> {

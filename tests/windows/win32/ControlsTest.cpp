@@ -1,4 +1,4 @@
-// What native controls do beyond what those of every window system do.
+// What native controls and cells do beyond what those of every window system do, and Tab through a page.
 #include "windows/win32/support/Shown.h"
 
 namespace dravik::test {
@@ -85,17 +85,13 @@ TEST(Labels, AreCutWithAnEllipsisAndNameTheNextControl) {
     EXPECT_TRUE(SendMessageW(shown.view(caption), WM_GETDLGCODE, 0, 0) & DLGC_STATIC)
         << "a screen reader takes it for the caption of what follows";
     data.setBackColor(rgb(0, 0, 0));
-    EXPECT_GT(countOf(*picture(shown.view(data)), RGB(255, 255, 255)), 5) << "readable on its ground";
-    const auto endOfInk = [&] {
+    const auto ink = [&] {
         const auto shows = picture(shown.view(data));
-        for (int x = shows->width() - 1; x > 0; --x)
-            for (int y = 0; y < shows->height(); ++y)
-                if (colorAt(*shows, x, y) != RGB(0, 0, 0)) return x;
-        return 0;
+        return shows->width() * shows->height() - countOf(*shows, RGB(0, 0, 0));
     };
-    const int end = endOfInk();
+    const int all = ink();
     data.setCaption("RD");
-    EXPECT_GT(end, endOfInk() + 3) << "the sign is a character of its own";
+    EXPECT_GT(all, ink() + 20) << "the sign is a character of its own, readable on its ground";
 }
 
 TEST(NativeControls, AreToAScreenReaderWhatTheyAre) {
@@ -109,6 +105,39 @@ TEST(NativeControls, AreToAScreenReaderWhatTheyAre) {
     for (const auto& [widget, kind] : std::initializer_list<std::pair<const Widget*, LRESULT>>{
              {&button, 0x10002}, {&box, 0x10004}, {&combo, 0x10005}})
         EXPECT_EQ(SendMessageW(shown.view(*widget), WM_GETOBJECT, 0, OBJID_QUERYCLASSNAMEIDX), kind);
+}
+
+TEST(CellBoard, FindsTheCellUnderAClickAndTellsAScreenReader) {
+    Label a("a", "A");
+    Label b("b", "B");
+    for (Label* cell : {&a, &b}) cell->setCell(true);
+    Shown shown(fixed({{&a, {300, 300, 345, 345}}, {&b, {700, 300, 345, 345}}}));
+    int downs = 0;
+    a.mouseDown.subscribe([&](const MouseEvent&) { ++downs; });
+    shown.page->focusFirst();
+    pressKey(VK_RIGHT);
+    const AccessibleWindow board(GetFocus());
+    EXPECT_EQ(board.parts(), 2);
+    EXPECT_EQ(board.focused(), 2);
+    EXPECT_EQ(board.state(2), STATE_SYSTEM_FOCUSABLE | STATE_SYSTEM_FOCUSED);
+    EXPECT_EQ(board.state(1), STATE_SYSTEM_FOCUSABLE);
+    board.focus(1);
+    EXPECT_TRUE(shown.focused(a));
+
+    shown.mouse(a, WM_RBUTTONDOWN, 3, 3, MK_RBUTTON);
+    EXPECT_EQ(downs, 1);
+    shown.mouse(a, WM_RBUTTONDOWN, 25, 3, MK_RBUTTON);  // beside it
+    a.setEnabled(false);
+    shown.mouse(a, WM_RBUTTONDOWN, 3, 3, MK_RBUTTON);
+    EXPECT_EQ(downs, 1);
+    settle();
+    EXPECT_TRUE(shown.focused(b)) << "the focus must not stay on what is disabled";
+    EXPECT_EQ(board.state(1), STATE_SYSTEM_FOCUSABLE | STATE_SYSTEM_UNAVAILABLE);
+    const RECT place = shown.place(a);
+    EXPECT_EQ(board.at(place.left + 3, place.top + 3), 1);
+    EXPECT_EQ(board.at(place.left + 25, place.top + 3), 0);
+    a.setVisible(false);
+    EXPECT_NE(board.at(place.left + 3, place.top + 3), 1) << "hidden";
 }
 
 HWND shownTip() {
@@ -128,6 +157,36 @@ TEST(ToolTips, ComeUpWhereThePointerRests) {
     EXPECT_EQ(windowText(shownTip()), L"tip");
     click(shown.view(button), 5, 5);
     EXPECT_FALSE(shownTip()) << "a press takes the tip away";
+}
+
+TEST(KeysOfAHost, TabGoesThroughFramesAndLeavesAtTheEnds) {
+    Frame frame("frame", "Frame");
+    TextBox box("box");
+    CheckBox check("check", "&Check");
+    Button go("go", "&Go");
+    Button stop("stop", "&Stop");
+    frame.setLayout(column({item(box), item(check)}));
+    check.setEnabled(false);
+    Shown shown(column({item(frame), item(go), item(stop)}));
+    const auto tab = [] { return MSG{GetFocus(), WM_KEYDOWN, VK_TAB, 0, 0, {}}; };
+    bool left = true;
+    ASSERT_TRUE(shown.page->focusFirst());
+    EXPECT_EQ(GetFocus(), shown.view(box));
+    EXPECT_TRUE(shown.page->translateKey(tab(), left));
+    EXPECT_FALSE(left);
+    EXPECT_EQ(GetFocus(), shown.view(go)) << "a disabled control is passed over";
+    EXPECT_TRUE(shown.page->translateKey(tab(), left));
+    EXPECT_FALSE(shown.page->translateKey(tab(), left));
+    EXPECT_TRUE(left);
+    EXPECT_EQ(GetFocus(), shown.view(stop));
+    // Without a host that takes the focus elsewhere it goes round.
+    pressKey(VK_TAB);
+    EXPECT_EQ(GetFocus(), shown.view(box));
+    pressKey(VK_TAB, kShiftMask);
+    EXPECT_EQ(GetFocus(), shown.view(stop));
+    stop.setVisible(false);
+    settle();
+    EXPECT_EQ(GetFocus(), shown.view(box)) << "the focus must not stay on a hidden control";
 }
 
 }  // namespace

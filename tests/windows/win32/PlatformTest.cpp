@@ -7,23 +7,21 @@ namespace {
 class PlatformOfWindows : public testing::Test {
   protected:
     PlatformOfWindows() {
-        shown.form.setLayout(column({item(cell).ownSize(), item(button)}));
-        cell.setCell(true);
+        shown.form.setLayout(column({item(button)}));
         shown.show();
         shown.platform.modal = [this](bool on) { modal += on ? "on " : "off "; };
-        dialog.setLayout(column({item(box), item(ok), item(nested)}));
+        dialog.setLayout(column({item(box), item(ok)}));
         dialog.defaultButton = &ok;
         ok.click.subscribe([this] { dialog.unload(); });
     }
     ~PlatformOfWindows() override { EXPECT_TRUE(script.satisfied()) << "what was expected did not come up"; }
     Win32Platform& platform() { return shown.platform; }
-    Label cell{"cell", "A"};
+
     Button button{"button", "Button"};
     std::string modal;
     Form dialog{"dialog", "Dialog"};
     TextBox box{"box"};
     Button ok{"ok", "OK"};
-    Button nested{"nested", "Nested"};
     Shown shown;
     DialogScript script;
 };
@@ -31,7 +29,7 @@ class PlatformOfWindows : public testing::Test {
 TEST_F(PlatformOfWindows, TimersWaitWhileOneOfThemHasABoxUp) {
     Timer first("first", 10), second("second", 10);
     Form ticking("ticking", "Ticking");
-    ticking.setLayout(column({item(cell)}));
+    ticking.setLayout(column({}));
     ticking.timers = {&first, &second};
     int boxes = 0;
     for (Timer* timer : {&first, &second})
@@ -57,7 +55,7 @@ TEST_F(PlatformOfWindows, ADialogKeepsItsOwnerStillAndTimersRunning) {
     int ticks = 0;
     timer.tick.subscribe([&] { ++ticks; });
     Form behind("behind", "Behind");
-    behind.setLayout(column({item(cell)}));
+    behind.setLayout(column({}));
     behind.timers = {&timer};
     platform().show(behind);
     timer.setEnabled(true);
@@ -76,26 +74,6 @@ TEST_F(PlatformOfWindows, ADialogKeepsItsOwnerStillAndTimersRunning) {
     EXPECT_TRUE(IsWindowEnabled(shown.host->window()));
     EXPECT_TRUE(IsWindowEnabled(platform().windowOf(behind)->window()));
     EXPECT_EQ(platform().windowOf(dialog), nullptr);
-}
-
-TEST_F(PlatformOfWindows, DialogsNestAndEscapeClosesThem) {
-    nested.click.subscribe([this] {
-        script.expect(DialogScript::kMessageBox,
-                      [](HWND window) { SendMessageW(window, WM_COMMAND, IDYES, 0); });
-        MessageBox question;
-        question.buttons = MessageBox::Buttons::YesNo;
-        EXPECT_EQ(platform().messageBox(question), Answer::Yes);
-        EXPECT_EQ(GetActiveWindow(), GetAncestor(platform().peerOf(box)->window(), GA_ROOT));
-        EXPECT_FALSE(IsWindowEnabled(shown.host->window())) << "the dialog below is still up";
-    });
-    script.expect("dialog", [&](HWND) {
-        SendMessageW(platform().peerOf(nested)->window(), BM_CLICK, 0, 0);
-        SetFocus(platform().peerOf(box)->window());
-        pressKey(VK_ESCAPE);
-    });
-    platform().showModal(dialog);
-    EXPECT_EQ(modal, "on off ");
-    EXPECT_FALSE(dialog.loaded());
 }
 
 TEST_F(PlatformOfWindows, ADialogEndsWithWhateverTakesItAway) {
