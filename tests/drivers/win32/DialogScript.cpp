@@ -55,8 +55,8 @@ void DialogScript::expect(std::string name, Step step) {
 void DialogScript::expectBox(std::wstring title, int button) {
     expect(kMessageBox, [title = std::move(title), button](HWND box) {
         const std::wstring own = win32::windowText(box);
-        if (own != title) throw std::runtime_error("a box \"" + win32::utf8(own) + "\" came up");
         PostMessageW(box, WM_COMMAND, static_cast<WPARAM>(button), 0);
+        if (own != title) throw std::runtime_error("a box \"" + win32::utf8(own) + "\" came up");
     });
 }
 

@@ -67,8 +67,6 @@ TEST_F(TrainerWindowTest, WhatIsEnlargedIsScrolledDraggedAndComesBackToTheFit) {
     const int before = bar.nPos;
     GetScrollInfo(shown, SB_HORZ, &bar);
     EXPECT_EQ(bar.nPos, before + 40);
-    choose("actualSize");
-    EXPECT_DOUBLE_EQ(part.scale(), 1);
     choose("fit");
     EXPECT_DOUBLE_EQ(part.scale(), fitting);
 }

@@ -18,7 +18,6 @@
 namespace dravik::test {
 
 using namespace win32;
-using testing::IsEmpty;
 
 // The library stays loaded, and the classes registered, while the program runs.
 const ControlFile& controlFile();
@@ -31,6 +30,10 @@ class Bench {
   public:
     // "strict", "atl" or "sheet". With a text that the image is to show, a step is bound.
     explicit Bench(const std::string& host, const char* shown = nullptr);
+    ~Bench() {
+        host.reset();
+        EXPECT_THAT(script.problems(), IsEmpty());
+    }
 
     // Hands the embedded step over, a new one unless it is given, with a fresh font "bench" selected, and its
     // image showing the text.
