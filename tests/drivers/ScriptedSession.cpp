@@ -1,6 +1,5 @@
 #include "drivers/ScriptedSession.h"
 
-#include <algorithm>
 #include <filesystem>
 #include <ostream>
 #include <utility>
@@ -19,7 +18,6 @@ constexpr char kListName[] = "lines.tsv";
 constexpr int kTrainingPatience = 120000;  // milliseconds
 constexpr char kWrongLabel[] = "W";        // given to the first character of the guide's last lesson
 constexpr char kWrongCell[] = "lblChar(22)";
-constexpr std::size_t kLongestQuestion = 90;  // characters that are repeated of a question
 
 std::string normalPath(const std::string& path) {
     return fromPath(std::filesystem::absolute(toPath(path)).lexically_normal());
@@ -27,14 +25,6 @@ std::string normalPath(const std::string& path) {
 
 std::string nameOf(const std::string& path) {
     return fromPath(toPath(path).filename());
-}
-
-// A question in one line, its beginning if it is long.
-std::string shortened(std::string question) {
-    std::replace_if(
-        question.begin(), question.end(), [](char c) { return c == '\r' || c == '\n'; }, ' ');
-    return characterCount(question) > kLongestQuestion ? question.substr(0, kLongestQuestion) + "..."
-                                                       : question;
 }
 
 void require(bool condition, const std::string& what) {
@@ -150,7 +140,8 @@ void ScriptedSession::include(const Task& task) {
     driver_.click("cmdInclude");
     const std::string message = driver_.message();
     std::string line = nameOf(task.image) + ": " + message;
-    for (const std::string& question : driver_.messages()) line += " [asked: " + shortened(question) + "]";
+    for (const std::string& question : driver_.messages())
+        line += " [asked: " + question.substr(0, question.find_first_of("\r\n")) + "]";
     say("Included " + line);
     require(message.find(" samples included.") != std::string::npos, "the include was refused: " + line);
     if (first) picture("included");

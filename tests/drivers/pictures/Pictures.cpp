@@ -5,6 +5,7 @@
 
 #include "base/Failure.h"
 #include "base/Paths.h"
+#include "drivers/ScriptedSession.h"
 
 namespace dravik::test {
 namespace {
@@ -33,25 +34,25 @@ std::vector<std::string> guideParts(const std::string& parts) {
 
 }  // namespace
 
-std::optional<PictureOrder> pictureOrder(const std::vector<std::string>& arguments) {
-    if (arguments.size() == 3 && arguments[0] == "guide")
-        return PictureOrder{ScriptedSession::Kind::Guide, arguments[1], guideParts(arguments[2])};
-    if (arguments.size() >= 3 && arguments[0] == "story")
-        return PictureOrder{
-            ScriptedSession::Kind::Story, arguments[1], {arguments.begin() + 2, arguments.end()}};
-    std::cerr << kUsage;
-    return {};
-}
-
-int makePictures(const PictureOrder& order, WindowDriver& driver, trainer::Trainer& trainer) {
+int makePictures(const std::vector<std::string>& arguments, WindowDriver& driver, trainer::Trainer& trainer) {
+    const bool guide = arguments.size() == 3 && arguments[0] == "guide";
+    if (!guide && (arguments.size() < 3 || arguments[0] != "story")) {
+        std::cerr << kUsage;
+        return 2;
+    }
+    const std::string& folder = arguments[1];
     try {
-        std::filesystem::create_directories(toPath(order.folder));
-        ScriptedSession(driver, trainer, order.folder, std::cout, order.kind).run(order.images);
+        std::filesystem::create_directories(toPath(folder));
+        if (guide)
+            ScriptedSession(driver, trainer, folder, std::cout, ScriptedSession::Kind::Guide)
+                .run(guideParts(arguments[2]));
+        else
+            ScriptedSession(driver, trainer, folder, std::cout).run({arguments.begin() + 2, arguments.end()});
     } catch (...) {
         std::cerr << "the session did not come out: " << currentFailure().description() << std::endl;
         return 1;
     }
-    std::cout << "Everything came out. Pictures are in " << order.folder << std::endl;
+    std::cout << "Everything came out. Pictures are in " << folder << std::endl;
     return 0;
 }
 

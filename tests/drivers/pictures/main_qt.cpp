@@ -28,9 +28,6 @@ void withoutPlatformNoise(QtMsgType type, const QMessageLogContext& context, con
 }  // namespace
 
 int main(int argc, char** argv) {
-    const auto order = test::pictureOrder({argv + 1, argv + argc});
-    if (!order) return 2;
-
     qInstallMessageHandler(withoutPlatformNoise);
     const QApplication application(argc, argv);
     const TemporaryFolder own;
@@ -46,7 +43,7 @@ int main(int argc, char** argv) {
     qt::MainWindow window(trainer, platform);
     platform.setMainWindow(&window);
     test::QtWindowDriver driver(window);
-    const int status = test::makePictures(*order, driver, trainer);
+    const int status = test::makePictures({argv + 1, argv + argc}, driver, trainer);
     ending.answerOthers(QStringLiteral("No"));
     return status;
 }

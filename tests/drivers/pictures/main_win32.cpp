@@ -1,9 +1,6 @@
-// DravikPictures [--dpi N] ...: pictures of the trainer's window on Windows, at a display scale of 96 to 480
-// dots per inch.
+// DravikPictures: pictures of the trainer's window on Windows.
 #include <ole2.h>
 
-#include <algorithm>
-#include <memory>
 #include <string>
 #include <vector>
 
@@ -12,20 +9,12 @@
 #include "drivers/win32/Win32WindowDriver.h"
 #include "support/TemporaryFolder.h"
 #include "windows/app/Program.h"
-#include "windows/win32/Dpi.h"
 #include "windows/win32/WinText.h"
 
 int wmain(int count, wchar_t** words) {
     using namespace dravik;
     std::vector<std::string> arguments;
     for (int i = 1; i < count; ++i) arguments.push_back(win32::utf8(words[i]));
-    std::unique_ptr<win32::DpiOverride> scale;
-    if (arguments.size() > 2 && arguments[0] == "--dpi") {
-        scale = std::make_unique<win32::DpiOverride>(std::clamp(std::atoi(arguments[1].c_str()), 96, 480));
-        arguments.erase(arguments.begin(), arguments.begin() + 2);
-    }
-    const auto order = test::pictureOrder(arguments);
-    if (!order) return 2;
     if (FAILED(OleInitialize(nullptr))) return 1;
     int status = 0;
     {
@@ -34,7 +23,7 @@ int wmain(int count, wchar_t** words) {
             ending;  // outlives the screen, which asks about a changed font when a session broke off
         app::Program program(app::Settings(), JobFolder(own.path("Jobs")), false);
         test::Win32WindowDriver driver(program.window());
-        status = test::makePictures(*order, driver, program.trainer());
+        status = test::makePictures(arguments, driver, program.trainer());
         ending.answerOthers(IDNO);
         program.window().close();
     }

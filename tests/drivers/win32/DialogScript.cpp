@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <map>
+#include <stdexcept>
 
 #include "windows/win32/Guard.h"
 #include "windows/win32/Peer.h"
@@ -49,6 +50,18 @@ void DialogScript::expect(std::string name, Step step) {
     steps_.push_back({std::move(name), std::move(step)});
     waited_ = 0;
     schedule();
+}
+
+void DialogScript::expectBox(std::wstring title, int button) {
+    expect(kMessageBox, [title = std::move(title), button](HWND box) {
+        const std::wstring own = win32::windowText(box);
+        PostMessageW(box, WM_COMMAND, static_cast<WPARAM>(button), 0);
+        if (own != title) throw std::runtime_error("a box \"" + win32::utf8(own) + "\" came up");
+    });
+}
+
+void DialogScript::expectMenu(std::wstring item) {
+    expect(kMenu, [item = std::move(item)](HWND menu) { pickMenuItem(menu, item); });
 }
 
 void DialogScript::answerOthers(int button) {

@@ -26,11 +26,17 @@ class DialogScript {
     // The next modal window must be the form of that name, a message box or a menu, and is worked by the
     // step. Steps run in order.
     void expect(std::string name, Step step);
+    // A box of that title, answered with a button (IDYES, ...), and a menu of which the first item that
+    // begins so is picked; "" closes it.
+    void expectBox(std::wstring title, int button);
+    void expectMenu(std::wstring item);
     // Message boxes while none is expected: their text is kept and the button with this id is pressed if it
     // is there, else the box is closed. Menus that are not expected are closed.
     void answerOthers(int button);
 
     bool finished() const noexcept { return steps_.empty(); }
+    // Everything that was expected has come up.
+    bool satisfied() const noexcept { return finished() && problems_.empty(); }
     // What did not come out: windows that did not appear in time or were not expected.
     const std::vector<std::string>& problems() const noexcept { return problems_; }
     const std::vector<std::string>& messages() const noexcept { return messages_; }

@@ -54,11 +54,6 @@ HeldKeys::~HeldKeys() {
     SetKeyboardState(before_.data());
 }
 
-void pressKey(HWND window, UINT key) {
-    SendMessageW(window, WM_KEYDOWN, key, 1);
-    if (IsWindow(window)) SendMessageW(window, WM_KEYUP, key, static_cast<LPARAM>(0xC0000001));
-}
-
 void pressKey(UINT key, int shift) {
     const HWND focus = GetFocus();
     const bool system = (shift & ui::kAltMask) != 0 || key == VK_F10;
@@ -146,11 +141,6 @@ RECT insideOf(HWND window) {
     RECT inside{};
     GetClientRect(window, &inside);
     return inside;
-}
-
-bool isInside(const RECT& place, const RECT& whole) {
-    RECT common{};
-    return IntersectRect(&common, &place, &whole) && EqualRect(&common, &place);
 }
 
 std::unique_ptr<win32::Canvas> picture(HWND window) {

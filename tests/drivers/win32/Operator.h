@@ -30,9 +30,8 @@ class HeldKeys {
   private:
     std::array<BYTE, 256> before_{};
 };
-// A key as the keyboard gives it, sent to a window.
-void pressKey(HWND window, UINT key);
-// The same to the window that has the focus, with everything that comes of it. `shift` is that of the models.
+// A key as the keyboard gives it to the window that has the focus, with everything that comes of it. `shift`
+// is that of the models.
 void pressKey(UINT key, int shift = 0);
 // Character by character, to the window that has the focus.
 void typeText(const std::wstring& text);
@@ -53,7 +52,6 @@ std::wstring clipboardContents();
 // A window on the screen, and the inside of its frame.
 RECT placeOf(HWND window);
 RECT insideOf(HWND window);
-bool isInside(const RECT& place, const RECT& whole);
 // What a window shows, from the screen.
 std::unique_ptr<win32::Canvas> picture(HWND window);
 COLORREF colorAt(win32::Canvas& canvas, int x, int y);

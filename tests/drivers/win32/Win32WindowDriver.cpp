@@ -77,7 +77,7 @@ std::string Win32WindowDriver::message() const {
 
 void Win32WindowDriver::pressLeft(const std::string& view) {
     SetFocus(find(view));
-    pressKey(find(view), VK_LEFT);
+    pressKey(VK_LEFT);
 }
 
 void Win32WindowDriver::expectForm(const std::string& form, Step step) {
@@ -97,11 +97,10 @@ void Win32WindowDriver::openMenu(const std::string&, const std::string& at, cons
         step();
         pickMenuItem(menu, win32::wide(item));
     });
-    const HWND view = find(at);
-    SetActiveWindow(GetAncestor(view, GA_ROOT));
-    win32::focusNamed(GetAncestor(view, GA_ROOT), at);
-    pressKey(view, VK_APPS);
-    settle();
+    const HWND top = GetAncestor(find(at), GA_ROOT);
+    SetActiveWindow(top);
+    win32::focusNamed(top, at);
+    pressKey(VK_APPS);
     if (!script_.finished()) throw SessionFailure("the menu of " + at + " did not open");
 }
 

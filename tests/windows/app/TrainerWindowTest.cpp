@@ -27,30 +27,11 @@ TEST_F(TrainerWindowTest, EveryControlIsDarkWhenTheDesktopOrTheOperatorWantsIt) 
               std::pair{"tlbChars", kGround}, std::pair{"reading", kField}, std::pair{"thumbnails", kField}})
             EXPECT_EQ(pixelsOf(view(name), color) > 60, dark) << name;
     };
-    const HMENU bar = GetMenu(window.window()), viewMenu = GetSubMenu(bar, 3);
-    const auto itemsDrawn = [&] {
-        SendMessageW(window.window(), WM_INITMENUPOPUP, reinterpret_cast<WPARAM>(viewMenu), 3);
-        MENUITEMINFOW info{};
-        info.cbSize = sizeof info;
-        info.fMask = MIIM_FTYPE | MIIM_DATA;
-        GetMenuItemInfoW(viewMenu, 0, TRUE, &info);
-        if (!(info.fType & MFT_OWNERDRAW)) return 0;
-        Canvas canvas(200, 24);
-        DRAWITEMSTRUCT wanted{};
-        wanted.CtlType = ODT_MENU;
-        wanted.hDC = canvas.dc();
-        wanted.rcItem = {0, 0, 200, 24};
-        wanted.itemData = info.dwItemData;
-        SendMessageW(window.window(), WM_DRAWITEM, 0, reinterpret_cast<LPARAM>(&wanted));
-        return countOf(canvas, kGround);
-    };
     expectDark(false);
-    EXPECT_EQ(itemsDrawn(), 0);
     desktopUses(0);
     expectDark(true);
-    EXPECT_GT(itemsDrawn(), 3000);
-    EXPECT_LT(itemsDrawn(), 4700) << "there is a text";
-    EXPECT_EQ(SendMessageW(window.window(), WM_MENUCHAR, MAKEWPARAM('v', 0), reinterpret_cast<LPARAM>(bar)),
+    EXPECT_EQ(SendMessageW(window.window(), WM_MENUCHAR, MAKEWPARAM('v', 0),
+                           reinterpret_cast<LPARAM>(GetMenu(window.window()))),
               MAKELRESULT(3, MNC_EXECUTE));
     driver.expectForm("dlgFontNew", [&] {
         const HWND form = GetActiveWindow();
@@ -62,7 +43,6 @@ TEST_F(TrainerWindowTest, EveryControlIsDarkWhenTheDesktopOrTheOperatorWantsIt) 
     EXPECT_TRUE(driver.problems().empty());
     choose("themeLight");
     expectDark(false);
-    EXPECT_EQ(itemsDrawn(), 0);
     desktopUses(1);
     choose("themeDark");
     expectDark(true);
@@ -87,8 +67,6 @@ TEST_F(TrainerWindowTest, WhatIsEnlargedIsScrolledDraggedAndComesBackToTheFit) {
     const int before = bar.nPos;
     GetScrollInfo(shown, SB_HORZ, &bar);
     EXPECT_EQ(bar.nPos, before + 40);
-    choose("actualSize");
-    EXPECT_DOUBLE_EQ(part.scale(), 1);
     choose("fit");
     EXPECT_DOUBLE_EQ(part.scale(), fitting);
 }

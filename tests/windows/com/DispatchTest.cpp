@@ -14,7 +14,6 @@ class PublicInterface : public CalledByNames<_DravikDlg>, public ISupportErrorIn
     PublicInterface() : CalledByNames(dispatch_) {}
 
     std::string got;
-    bool fails = false;
 
     HRESULT STDMETHODCALLTYPE QueryInterface(REFIID iid, void** out) override {
         *out = nullptr;
@@ -28,7 +27,6 @@ class PublicInterface : public CalledByNames<_DravikDlg>, public ISupportErrorIn
     HRESULT STDMETHODCALLTYPE DeleteSamplesByDistance(BSTR* Character, double* MinDistance,
                                                       double* MaxDistance, short* Count) override {
         return comCall(__uuidof(_DravikDlg), L"Control", [&] {
-            if (fails) throw Failure(RuntimeError::Overflow);
             got = toUtf8(*Character) + " " + std::to_string(static_cast<int>(*MinDistance * 10)) + " " +
                   std::to_string(static_cast<int>(*MaxDistance * 10));
             SysReAllocString(Character, L"changed");
@@ -36,15 +34,8 @@ class PublicInterface : public CalledByNames<_DravikDlg>, public ISupportErrorIn
             *Count = -3;
         });
     }
-    HRESULT STDMETHODCALLTYPE HighlightIncluded(BSTR* IncludedChars) override {
-        got = toUtf8(*IncludedChars);
-        return S_OK;
-    }
-    HRESULT STDMETHODCALLTYPE FontTrainDate(BSTR* Font, BSTR* Date) override {
-        got = toUtf8(*Font);
-        *Date = SysAllocString(L"today");
-        return S_OK;
-    }
+    HRESULT STDMETHODCALLTYPE HighlightIncluded(BSTR*) override { return E_NOTIMPL; }
+    HRESULT STDMETHODCALLTYPE FontTrainDate(BSTR*, BSTR*) override { return E_NOTIMPL; }
 
   private:
     Dispatch dispatch_{{{__uuidof(_DravikDlg), static_cast<_DravikDlg*>(this)}}};
@@ -121,11 +112,6 @@ TEST(Dispatch, NamedArgumentsFindTheirParameters) {
     DISPID ids[3] = {};
     ASSERT_EQ(object.GetIDsOfNames(IID_NULL, names, 3, 0, ids), S_OK);
     EXPECT_EQ(ids[0], kDelete);
-    wchar_t other[] = L"Delete";
-    LPOLESTR unknown = other;
-    DISPID id = 0;
-    EXPECT_EQ(object.GetIDsOfNames(IID_NULL, &unknown, 1, 0, &id), DISP_E_UNKNOWNNAME);
-    EXPECT_EQ(id, DISPID_UNKNOWN);
     DISPID named[] = {ids[1], 1, ids[2]};
     Variant most{3.0}, least{2.0}, text{Bstr("Q")};
     VARIANT arguments[] = {variable(most), variable(least), variable(text)};
@@ -138,13 +124,11 @@ TEST(Dispatch, NamedArgumentsFindTheirParameters) {
 TEST(Dispatch, WrongCallsAreRefusedAndTheArgumentNamed) {
     PublicInterface object;
     Variant character{Bstr("A")}, least{Bstr("little")}, most{1.0};
-    const Variant nothing(static_cast<IDispatch*>(nullptr)), itself(static_cast<IDispatch*>(&object));
+    const Variant itself(static_cast<IDispatch*>(&object));
     const VARIANT a = variable(character), b = variable(least), c = variable(most);
     const std::vector<std::tuple<std::vector<VARIANT>, DISPID, HRESULT, UINT>> wrongs = {
         {{a, b, c}, kDelete, DISP_E_TYPEMISMATCH, 1},
-        {{nothing.get(), c, c}, kDelete, DISP_E_TYPEMISMATCH, 2},
         {{itself.get(), c, c}, kDelete, DISP_E_TYPEMISMATCH, 2},
-        {{}, kDelete, DISP_E_BADPARAMCOUNT, 9},
         {{b, c}, kDelete, DISP_E_BADPARAMCOUNT, 9},
         {{b, c}, 17, DISP_E_MEMBERNOTFOUND, 9}};
     for (const auto& [arguments, id, code, wrong] : wrongs) {
@@ -152,23 +136,7 @@ TEST(Dispatch, WrongCallsAreRefusedAndTheArgumentNamed) {
         EXPECT_EQ(call.on(object), code);
         EXPECT_EQ(call.wrong, wrong);
     }
-    EXPECT_EQ(object.Invoke(kDelete, IID_NULL, 0, DISPATCH_METHOD, nullptr, nullptr, nullptr, nullptr),
-              E_INVALIDARG);
     EXPECT_EQ(object.got, "");
-}
-
-TEST(Dispatch, FailuresFillTheExceptionAndLeaveVariablesAlone) {
-    PublicInterface object;
-    object.fails = true;
-    Variant character{Bstr("A")}, least{1.0}, most{2.0};
-    Call call{{variable(character), variable(least), variable(most)}};
-    const HRESULT code = call.on(object);
-    EXPECT_EQ(code, DISP_E_EXCEPTION);
-    const Failure failure = failureOf(code, call.exception);
-    EXPECT_EQ(failure.number(), 6);
-    EXPECT_EQ(failure.description(), "Overflow");
-    EXPECT_EQ(failure.source(), "Control");
-    EXPECT_EQ(textOf(character.get()), "A");
 }
 
 }  // namespace

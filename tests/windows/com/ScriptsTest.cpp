@@ -1,14 +1,26 @@
 // Scripts and programs that find the server in the registry: those of the documentation, and the contract
 // check.
-#include <future>
-#include "windows/com/support/ComTest.h"
-
-#include "drivers/win32/ChildProcess.h"
 #include "drivers/win32/ImageFile.h"
-#include "drivers/win32/Operator.h"
+#include "windows/com/support/ComTest.h"
 
 namespace dravik::test {
 namespace {
+
+struct Finished {
+    int code = 0;
+    std::string output;  // standard output and standard error
+};
+
+// Runs the command line to its end.
+Finished runProcess(const std::wstring& commandLine) {
+    FILE* pipe = _wpopen((L"\"" + commandLine + L" 2>&1\"").c_str(), L"rb");
+    if (!pipe) throw std::runtime_error("the program does not start");
+    Finished result;
+    for (int byte = std::fgetc(pipe); byte != EOF; byte = std::fgetc(pipe))
+        result.output += static_cast<char>(byte);
+    result.code = _pclose(pipe);
+    return result;
+}
 
 class ScriptsTest : public testing::Test {
   protected:
@@ -35,13 +47,10 @@ class ScriptsTest : public testing::Test {
                          {folder.path("jobs"), font, folder.path("set.png"), text, folder.path("part.png")})
             .output;
     }
-    // A program that the build has made, with these arguments.
-    static Finished program(const char* file, const std::wstring& arguments) {
-        return runProcess(L"\"" + windowsPath(file) + L"\" " + arguments);
-    }
-    static void expectEnd(const char* file, const std::wstring& arguments, unsigned long code,
+    // Of a program that the build has made, with these arguments.
+    static void expectEnd(const char* file, const std::wstring& arguments, int code,
                           const testing::Matcher<std::string>& output) {
-        const Finished finished = program(file, arguments);
+        const Finished finished = runProcess(L"\"" + windowsPath(file) + L"\" " + arguments);
         EXPECT_EQ(finished.code, code) << file << ' ' << utf8(arguments);
         EXPECT_THAT(finished.output, output) << file << ' ' << utf8(arguments);
     }
@@ -61,7 +70,7 @@ TEST_F(ScriptsTest, LearnAFontReadWithItAndListItsSamples) {
     EXPECT_EQ(std::count(listed.output.begin(), listed.output.end(), '\n'), 17) << listed.output;
     EXPECT_THAT(listed.output, StartsWith("0 0."));
     const Finished missing = script("list-samples.js", {jobs.path("jobs"), "none"});
-    EXPECT_EQ(missing.code, 1u);
+    EXPECT_EQ(missing.code, 1);
     EXPECT_THAT(missing.output, StartsWith("Error 53: "));
 }
 
@@ -77,11 +86,11 @@ TEST_F(ScriptsTest, ContractCheckTellsWhetherARegisteredToolKeepsIt) {
 // keep the contract, the control takes them as a step, and a script trains and reads with them.
 TEST_F(ScriptsTest, SampleToolsKeepTheContractAndWorkAsAStep) {
     const auto registered = [](const std::wstring& name, const std::wstring& registration, auto&& use) {
-        EXPECT_EQ(runProcess(L"regsvr32.exe /s " + registration).code, 0u) << utf8(name);
+        EXPECT_EQ(runProcess(L"regsvr32.exe /s " + registration).code, 0) << utf8(name);
         expectEnd(DRAVIK_TOOL_CHECK, name, 0, kKept);
         expectEnd(DRAVIK_BIND_STEP, name, 0, "bound\r\n");
         use();
-        EXPECT_EQ(runProcess(L"regsvr32.exe /s /u " + registration).code, 0u) << utf8(name);
+        EXPECT_EQ(runProcess(L"regsvr32.exe /s /u " + registration).code, 0) << utf8(name);
         expectEnd(DRAVIK_TOOL_CHECK, name, 2, HasSubstr("is not registered"));
     };
     const std::wstring scriptlet = wide(source("docs/samples/small-tool.wsc"));
@@ -108,97 +117,6 @@ TEST_F(ScriptsTest, ToolWrittenInAScriptIsBoundToTheControl) {
 TEST_F(ScriptsTest, ProgramBindsAStepAndSeesWhyOneIsRefused) {
     expectEnd(DRAVIK_BIND_STEP, L"Dravik.EmbeddedStep", 0, "bound\r\n");
     expectEnd(DRAVIK_BIND_STEP, L"Scripting.Dictionary", 1, HasSubstr("no step"));
-}
-
-// What another program's window looks like from here.
-struct OtherWindow {
-    HWND window = nullptr;
-
-    HWND focus() const {
-        GUITHREADINFO info{};
-        info.cbSize = sizeof info;
-        GetGUIThreadInfo(GetWindowThreadProcessId(window, nullptr), &info);
-        return info.hwndFocus;
-    }
-    HWND button() const { return FindWindowExW(window, nullptr, L"Button", L"Close"); }
-    // The control's window is the one child beside the button.
-    HWND control() const {
-        HWND child = GetWindow(window, GW_CHILD);
-        return child == button() ? GetWindow(child, GW_HWNDNEXT) : child;
-    }
-    bool isInControl(HWND inside) const { return inside && IsChild(control(), inside); }
-    void press(UINT key) const { PostMessageW(focus(), WM_KEYDOWN, key, 1); }
-};
-
-bool waitFor(const std::function<bool()>& condition) {
-    for (int i = 0; i < 1000 && !condition(); ++i) Sleep(50);
-    return condition();
-}
-
-// A font that is selected where the embedded step is told of no folder: without one nothing can be included.
-class SelectedFont {
-  public:
-    SelectedFont() { call({L"CreateFont", L"SaveFont"}); }
-    SelectedFont(const SelectedFont&) = delete;
-    SelectedFont& operator=(const SelectedFont&) = delete;
-    ~SelectedFont() { call({L"DeleteFont"}); }
-
-  private:
-    static void call(std::initializer_list<const wchar_t*> operations) {
-        const ControlFile file = controlFile();
-        LateBound tool(file.make(__uuidof(EmbeddedStep)).get());
-        for (const wchar_t* operation : operations) {
-            Variant name(Bstr("of-the-container"));
-            tool.call(operation, {&name, 1});
-        }
-    }
-};
-
-TEST_F(ScriptsTest, ContainerShowsTheControlUntilItIsClosed) {
-    const SelectedFont font;
-    auto ended = std::async(std::launch::async,
-                            [] { return program(DRAVIK_SHOW_CONTROL, L"Dravik.EmbeddedStep --seconds 40"); });
-    OtherWindow other;
-    ASSERT_TRUE(waitFor([&] { return (other.window = FindWindowW(L"ShowControl", nullptr)) != nullptr; }));
-    EXPECT_TRUE(waitFor([&] { return other.isInControl(other.focus()); }))
-        << "the control has the focus first";
-
-    SetWindowPos(other.window, nullptr, 0, 0, 700, 600, SWP_NOMOVE | SWP_NOZORDER);
-    EXPECT_TRUE(waitFor([&] {
-        const RECT around = insideOf(other.window), control = insideOf(other.control());
-        return control.right == around.right && control.bottom < around.bottom;
-    })) << "the control fills the window above the button";
-
-    const HWND first = other.focus();
-    other.press(VK_TAB);
-    ASSERT_TRUE(waitFor([&] { return other.focus() != first; }));
-    const HWND second = other.focus();
-    const HWND another = CreateWindowW(L"STATIC", L"", WS_OVERLAPPEDWINDOW | WS_VISIBLE, 0, 0, 100, 100,
-                                       nullptr, nullptr, nullptr, nullptr);
-    SetForegroundWindow(another);
-    EXPECT_TRUE(waitFor([&] { return other.focus() != second; }));
-    SetForegroundWindow(other.window);
-    EXPECT_TRUE(waitFor([&] { return other.focus() == second; })) << "the field has the focus back";
-
-    const auto tabToTheButton = [&] {
-        for (int tabs = 0; tabs < 60 && other.focus() != other.button(); ++tabs) {
-            const HWND before = other.focus();
-            other.press(VK_TAB);
-            if (!waitFor([&] { return other.focus() != before; })) break;
-        }
-        return other.focus() == other.button();
-    };
-    EXPECT_TRUE(tabToTheButton()) << "Tab leaves the control";
-    other.press(VK_TAB);
-    EXPECT_TRUE(waitFor([&] { return other.focus() == first; })) << "and enters it again";
-    EXPECT_TRUE(tabToTheButton());
-    PostMessageW(other.button(), WM_SYSCHAR, 'i', 1 << 29);
-    EXPECT_TRUE(waitFor([&] { return other.isInControl(other.focus()); })) << "Alt+I is Include from there";
-    DestroyWindow(another);
-
-    PostMessageW(other.window, WM_CLOSE, 0, 0);
-    const Finished closed = ended.get();
-    EXPECT_EQ(closed.code, 0u) << closed.output;
 }
 
 TEST_F(ScriptsTest, ContainersCloseByThemselvesAndSayWhenNothingWasShown) {

@@ -22,11 +22,11 @@ struct Session {
 // What the status bar says after an include, 0 for a refusal.
 int include(Bench& bench, const wchar_t* text) {
     const std::wstring before = bench.status();
-    const std::size_t boxes = bench.robot.surprises().size();
+    const std::size_t boxes = bench.script.messages().size();
     bench.type(text);
     bench.press(L"&Include");
     EXPECT_TRUE(bench.host->pumpUntil([&] {
-        return bench.status() != before || bench.robot.surprises().size() != boxes;
+        return bench.status() != before || bench.script.messages().size() != boxes;
     })) << utf8(before);
     bench.host->pump();
     const std::wstring after = bench.status();
@@ -46,9 +46,9 @@ Session work(const std::string& folder, long at, Kind kind, DWORD error) {
         session.included += included;
         if (included == 0) session.said += utf8(bench.status()) + " ";
     }
-    if (session.included > 0) bench.robot.expectBox(L"Font Changed", IDYES);
+    if (session.included > 0) bench.script.expectBox(L"Font Changed", IDYES);
     bench.host->close();
-    for (const std::string& one : bench.robot.surprises()) session.said += one + " ";
+    for (const std::string& one : bench.script.messages()) session.said += one + " ";
     bench.step = {};
     bench.host.reset();
     session.operations = disk.operations();

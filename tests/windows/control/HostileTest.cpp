@@ -24,35 +24,20 @@ TEST(HostileHost, PassesNothingWhereSomethingIsNeeded) {
     short count = 0;
     const RECT turned{100, 100, 50, 50};
     const HRESULT refused[] = {
-        host.control()->QueryInterface(IID_IUnknown, nullptr),
         object->GetClientSite(nullptr),
-        object->GetUserClassID(nullptr),
-        object->GetUserType(USERCLASSTYPE_FULL, nullptr),
         object->SetExtent(DVASPECT_CONTENT, nullptr),
         object->GetExtent(DVASPECT_CONTENT, nullptr),
-        object->Advise(nullptr, nullptr),
         object->Unadvise(77),
-        object->EnumVerbs(nullptr),
-        object->EnumAdvise(nullptr),
-        object->GetMiscStatus(DVASPECT_CONTENT, nullptr),
         host.as<IOleControl>()->GetControlInfo(nullptr),
         host.as<IOleControl>()->OnMnemonic(nullptr),
-        host.as<IOleInPlaceObject>()->GetWindow(nullptr),
         host.as<IOleInPlaceObject>()->SetObjectRects(nullptr, nullptr),
         host.as<IOleInPlaceObject>()->SetObjectRects(&turned, &turned),
         host.as<IOleInPlaceActiveObject>()->TranslateAccelerator(nullptr),
         view->Draw(DVASPECT_CONTENT, -1, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, 0),
-        view->GetExtent(DVASPECT_CONTENT, -1, nullptr, nullptr),
         host.as<IPersistStreamInit>()->Load(nullptr),
         host.as<IPersistStreamInit>()->Save(nullptr, TRUE),
-        host.as<IPersistStreamInit>()->GetSizeMax(nullptr),
-        host.as<IPersistStorage>()->Load(nullptr),
         host.as<IPersistStorage>()->Save(nullptr, TRUE),
-        host.as<IPersistPropertyBag>()->Load(nullptr, nullptr),
         host.as<IPersistPropertyBag>()->Save(nullptr, TRUE, TRUE),
-        host.as<IProvideClassInfo2>()->GetClassInfo(nullptr),
-        host.as<IProvideClassInfo2>()->GetGUID(GUIDKIND_DEFAULT_SOURCE_DISP_IID, nullptr),
-        host.as<IConnectionPointContainer>()->EnumConnectionPoints(nullptr),
         host.as<IConnectionPointContainer>()->FindConnectionPoint(DIID___DravikDlg, nullptr),
         host.as<IQuickActivate>()->QuickActivate(nullptr, nullptr),
         dialog->FontTrainDate(nullptr, nullptr),
@@ -75,7 +60,7 @@ TEST(HostileHost, PassesNothingWhereSomethingIsNeeded) {
     EXPECT_EQ(trainDate(host.control(), ""), "unknown");
 }
 
-TEST(HostileHost, HasNoSiteOrOneThatRefuses) {
+TEST(HostileHost, HasNoSiteOrNoneForAWindow) {
     ComPtr<IUnknown> control = newControl();
     const auto object = control.as<IOleObject>();
     EXPECT_TRUE(FAILED(object->DoVerb(OLEIVERB_SHOW, nullptr, nullptr, 0, nullptr, nullptr)));
@@ -83,12 +68,9 @@ TEST(HostileHost, HasNoSiteOrOneThatRefuses) {
     EXPECT_EQ(object->Close(OLECLOSE_PROMPTSAVE), S_OK);
 
     StrictHost host(newControl(), false);
-    host.site().refusesActivation = true;
-    EXPECT_TRUE(FAILED(host.verb(OLEIVERB_SHOW)));
-    EXPECT_EQ(host.window(), nullptr);
-    host.site().refusesActivation = false;
     host.site().offersInPlaceSite = false;
     EXPECT_TRUE(FAILED(host.verb(OLEIVERB_SHOW)));
+    EXPECT_EQ(host.window(), nullptr);
     host.site().offersInPlaceSite = true;
     EXPECT_EQ(host.verb(OLEIVERB_SHOW), S_OK);
     EXPECT_TRUE(IsWindowVisible(host.window()));
@@ -107,9 +89,9 @@ TEST(HostileHost, CallsAfterClosingAndShowsTheControlAgain) {
     EXPECT_FALSE(watched.expired());
     const auto object = control.as<IOleObject>();
     bench.include("HELLO");
-    bench.robot.expectBox(L"Font Changed", IDYES);
+    bench.script.expectBox(L"Font Changed", IDYES);
     EXPECT_EQ(object->Close(OLECLOSE_NOSAVE), S_OK);
-    EXPECT_TRUE(bench.robot.satisfied());
+    EXPECT_TRUE(bench.script.satisfied());
     EXPECT_EQ(object->Close(OLECLOSE_NOSAVE), S_OK);  // asks once only
     EXPECT_EQ(bench.host->window(), nullptr);
     EXPECT_TRUE(watched.expired()) << "the closed control keeps it";
@@ -123,43 +105,6 @@ TEST(HostileHost, CallsAfterClosingAndShowsTheControlAgain) {
     EXPECT_TRUE(IsWindowEnabled(bench.button(L"&Include")));
     bench.host->close();
     EXPECT_THAT(bench.site().faults, IsEmpty());
-}
-
-// It is told to the operator, not to the host, and the step before stays.
-TEST(HostileHost, GivesNoStep) {
-    Bench bench("strict", "HELLO");
-    // As scripts write it.
-    wchar_t name[] = L"Step";
-    LPOLESTR names = name;
-    DISPID id = 0, put = DISPID_PROPERTYPUT;
-    const auto dispatch = bench.as<IDispatch>();
-    ASSERT_EQ(dispatch->GetIDsOfNames(IID_NULL, &names, 1, LOCALE_NEUTRAL, &id), S_OK);
-    for (const VARTYPE type : {VT_EMPTY, VT_NULL, VT_DISPATCH}) {
-        bench.include("HELLO");
-        VARIANT value{};
-        value.vt = type;
-        DISPPARAMS parameters{&value, &put, 1, 1};
-        EXPECT_EQ(dispatch->Invoke(id, IID_NULL, LOCALE_NEUTRAL, DISPATCH_PROPERTYPUTREF, &parameters,
-                                   nullptr, nullptr, nullptr),
-                  S_OK)
-            << type;
-        EXPECT_EQ(bench.status(), L"StepEditor_Step Err 91 Object variable or With block variable not set");
-        EXPECT_EQ(bench.boundStep().get(), bench.step.as<IUnknown>().get());
-    }
-    bench.closeUnsaved();
-}
-
-TEST(HostileHost, GivesARootStepThatCannotBeCalled) {
-    ComPtr<IStream> stream;
-    ASSERT_EQ(CreateStreamOnHGlobal(nullptr, TRUE, stream.put()), S_OK);
-    // Of this pointer only what every interface has may be used until it has been asked for more.
-    auto* uncallable = reinterpret_cast<IDispatch*>(stream.get());
-    Bench bench("strict", "HELLO");
-    const auto editor = bench.as<::StepEditor>();
-    EXPECT_EQ(editor->putref_RootStep(uncallable), S_OK);
-    EXPECT_EQ(bench.status(), L"StepEditor_RootStep Err 13 Type mismatch");
-    bench.include("HELLO");
-    bench.robot.expectBox(L"Font Changed", IDNO);
 }
 
 // An operator's round with whatever the tool makes of it.
@@ -180,9 +125,9 @@ void useEverything(Bench& bench) {
         const Bench::Cell cell = bench.cell(L'L');
         if (AccessibleWindow(cell.window).name(cell.number).find(L"not in font") != std::wstring::npos)
             continue;
-        bench.robot.expectMenu(pick);
+        bench.script.expectMenu(pick);
         bench.rightClick(cell);
-        EXPECT_TRUE(bench.robot.satisfied()) << utf8(std::wstring_view(pick));
+        EXPECT_TRUE(bench.script.satisfied()) << utf8(std::wstring_view(pick));
     }
     for (const int place : {1, 2, 3, 4, 0}) bench.pressTool(place);  // back to the cells at last
 }
@@ -215,8 +160,6 @@ TEST(HostileTool, FailsAtEveryOperationInTurn) {
     }
     includeAgain(bench);
     useEverything(bench);
-    for (const wchar_t* title : {L" Array for ", L"istogram "})
-        EXPECT_TRUE(shownForm(title)) << utf8(std::wstring_view(title));
     bench.closeUnsaved();
 }
 
@@ -241,7 +184,7 @@ TEST(HostileTool, IsSlowAndCallsBack) {
     faulty->before = nullptr;
     includeAgain(bench);
     bench.closeUnsaved();
-    EXPECT_THAT(bench.robot.surprises(), IsEmpty());
+    EXPECT_THAT(bench.script.messages(), IsEmpty());
 }
 
 // Whose cells are all the same.
@@ -251,8 +194,7 @@ RecordTablePtr tableOf(std::size_t rows, std::size_t columns, const Cell& cell) 
 
 TEST(HostileTool, ReturnsTablesOfTheWrongShape) {
     const std::vector<std::tuple<std::size_t, std::size_t, Cell>> shapes = {
-        {0, 0, {}},  {1, 54, 1.0},   {5, 1, 65.0},  {5, 2, 65.0},   {5, 54, "no number"},
-        {5, 54, {}}, {5, 54, 1e300}, {5, 54, -1.0}, {3, 2000, 72.0}};
+        {0, 0, {}}, {5, 1, 65.0}, {5, 54, "no number"}, {5, 54, {}}, {5, 54, 1e300}, {3, 2000, 72.0}};
     for (const auto& [rows, columns, cell] : shapes) {
         SCOPED_TRACE(testing::Message() << rows << " rows of " << columns);
         Bench bench("strict", "HELLO");
@@ -286,24 +228,6 @@ TEST(HostileHost, LetsFloatingPointOperationsRaiseExceptions) {
     bench.closeUnsaved();
 }
 
-TEST(HostileHost, ChangesTheStepWhileTheScreenAsks) {
-    Bench bench("strict", "HELLO");
-    auto first = bench.faultyStep();
-    EXPECT_EQ(bench.give(first), S_OK);
-    std::weak_ptr<FaultyStep> watched = first;
-    auto second = bench.faultyStep();
-    first->before = [&](const std::string& operation) {
-        if (operation != "CommitNewSamples") return;
-        EXPECT_EQ(bench.give(second), S_OK);
-    };
-    first.reset();
-    bench.type(L"HELLO");
-    bench.press(L"&Include");
-    bench.include("LOLO");
-    EXPECT_TRUE(watched.expired());
-    bench.robot.expectBox(L"Font Changed", IDNO);
-}
-
 TEST(HostileHost, ClosesTheControlFromInsideOfItsOwnCalls) {
     for (const char* operation : {"IncludeSamples", "GetSampleData", "CommitNewSamples", "StartTraining"}) {
         SCOPED_TRACE(operation);
@@ -334,37 +258,16 @@ TEST(HostileHost, DestroysTheWindowUnderTheControl) {
     EXPECT_THAT(bench.site().faults, IsEmpty());
 }
 
-// Without the blocks of 24 bytes: Wine's static control loses one of them for each that is given a font.
-std::size_t busyHeapBlocks() {
-    constexpr DWORD kLostByStatics = 24;
-    PROCESS_HEAP_ENTRY entry{};
-    std::size_t blocks = 0;
-    const HANDLE heap = GetProcessHeap();
-    HeapLock(heap);
-    while (HeapWalk(heap, &entry))
-        if ((entry.wFlags & PROCESS_HEAP_ENTRY_BUSY) != 0 && entry.cbData != kLostByStatics) ++blocks;
-    HeapUnlock(heap);
-    return blocks;
-}
-
-TEST(HostileHost, AbandonsControlsInAnyOrderWithoutALeak) {
-    const auto round = [] {
+TEST(HostileHost, AbandonsControlsInAnyOrder) {
+    {
         ComPtr<IUnknown> never = newControl();  // neither shown nor closed
-        StrictHost first(newControl());
-        StrictHost second(newControl());
+        StrictHost first(newControl()), second(newControl());
         first.pump();
         ComPtr<IUnknown> kept(second.control());
         second.close();
-        kept = nullptr;
         auto quick = newControl();
         quick.as<IOleObject>()->SetClientSite(&first.site());
-    };
-    for (int i = 0; i < 3; ++i) round();
-    const std::size_t before = busyHeapBlocks();
-    constexpr int kRounds = 10;
-    for (int i = 0; i < kRounds; ++i) round();
-    // The window system's own bookkeeping may grow by a block now and then.
-    EXPECT_LE(busyHeapBlocks(), before + kRounds);
+    }
     EXPECT_EQ(controlFile()("DllCanUnloadNow"), S_OK);
 }
 
@@ -386,16 +289,13 @@ TEST(Control, LivesInSeveralApartmentsAtOnce) {
         threads.emplace_back([&, i] {
             CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED);
             {
-                const auto hidden = newControl();
                 waitFor(shown, i);
-                StrictHost host(newControl()), other(newControl());
+                StrictHost host(newControl());
                 host.pump();
-                right += IsWindowVisible(other.window());
                 ++shown;
                 waitFor(shown, kApartments);
                 for (int call = 0; call < kCalls; ++call)
-                    for (IUnknown* control : {hidden.get(), host.control(), other.control()})
-                        right += trainDate(control, "x") == "unknown";
+                    right += trainDate(host.control(), "x") == "unknown";
                 ++called;
                 waitFor(called, kApartments);
                 waitFor(gone, i);
@@ -404,7 +304,7 @@ TEST(Control, LivesInSeveralApartmentsAtOnce) {
             CoUninitialize();
         });
     for (auto& thread : threads) thread.join();
-    EXPECT_EQ(right, kApartments * (1 + 3 * kCalls));
+    EXPECT_EQ(right, kApartments * kCalls);
     EXPECT_EQ(controlFile()("DllCanUnloadNow"), S_OK);
 }
 

@@ -1,5 +1,4 @@
-// Widgets, forms and pages that go away while one of their own events is running, and windows that go without
-// a word.
+// Widgets, forms and pages that go away while one of their own events is running.
 #include "windows/win32/support/Shown.h"
 
 namespace dravik::test {
@@ -87,50 +86,6 @@ TEST_F(Lifetime, EverythingMayGoDuringAnyEvent) {
         SetFocus(view(form->check));
     });
     goesBy(&Many::timer, &Timer::tick, nullptr);
-}
-
-TEST_F(Lifetime, AFormThatGoesIsTouchedNoMore) {
-    show();
-    settle();
-    const HWND button = view(form->button);
-    const HWND grid = view(form->grid);
-    form.reset();
-    click(button, 5, 5);
-    mouse(grid, WM_LBUTTONDOWN, 30, 30, MK_LBUTTON);
-    page->setBounds({0, 0, 300, 300});
-    page->setDpi(144);
-    page->systemChanged();
-    EXPECT_FALSE(page->focusFirst());
-    picture(page->window());
-    // And the window that goes with its parent.
-    host.reset();
-    EXPECT_EQ(page->window(), nullptr);
-    page->setBounds({0, 0, 10, 10});
-}
-
-TEST_F(Lifetime, ChildFormsGoWithTheirFormTheirOwnerAndThePlatform) {
-    host = std::make_unique<HostWindow>(400, 600);
-    auto local = std::make_unique<Win32Platform>();
-    local->owner = [this] { return host ? host->window() : nullptr; };
-    Many first;
-    int unloads = 0;
-    first.unloaded.subscribe([&] { ++unloads; });
-    local->show(first);
-    const HWND window = local->windowOf(first)->window();
-    EXPECT_EQ(GetWindow(window, GW_OWNER), host->window());
-    local->show(first);
-    EXPECT_EQ(local->windowOf(first)->window(), window) << "the same window, brought to the front";
-    first.button.click.subscribe([&] { first.unload(); });
-    click(local->peerOf(first.button)->window(), 5, 5);
-    EXPECT_EQ(unloads, 1);
-    EXPECT_EQ(local->windowOf(first), nullptr);
-    local->show(first);
-    host.reset();
-    EXPECT_EQ(unloads, 2) << "its owner took the window along";
-    local->owner = nullptr;
-    local->show(first);
-    local.reset();
-    settle();
 }
 
 }  // namespace

@@ -54,7 +54,9 @@ class OpenedProgram : public testing::Test {
     std::string text(const std::string& name) const { return utf8(windowText(view(name))); }
     bool isShown(const char* name) const { return IsWindowVisible(view(name)) != FALSE; }
     bool isWhollySeen(const char* name) const {
-        return isInside(placeOf(view(name)), placeOf(window.window()));
+        const RECT place = placeOf(view(name)), whole = placeOf(window.window());
+        RECT common{};
+        return IntersectRect(&common, &place, &whole) && EqualRect(&common, &place);
     }
     int pixelsOf(HWND shown, ui::Color color) {
         settle();

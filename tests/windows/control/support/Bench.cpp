@@ -2,17 +2,10 @@
 
 #include "contract/DrawnText.h"
 #include "drivers/win32/ImageFile.h"
+#include "windows/com/Boundary.h"
 #include "windows/com/ToolValues.h"
 
 namespace dravik::test {
-
-namespace {
-
-void succeed(HRESULT result, const char* what) {
-    if (FAILED(result)) throw std::runtime_error(std::string(what) + " failed");
-}
-
-}  // namespace
 
 const ControlFile& controlFile() {
     static const ControlFile file(L"DravikDlg.ocx");  // beside the program
@@ -27,7 +20,7 @@ int withRegisteredControl(const std::function<int()>& work) {
     OleInitialize(nullptr);
     int result = 1;
     try {
-        succeed(controlFile()("DllRegisterServer"), "DllRegisterServer");
+        check(controlFile()("DllRegisterServer"));
         result = work();
         controlFile()("DllUnregisterServer");
     } catch (const std::exception& exception) {
@@ -38,6 +31,7 @@ int withRegisteredControl(const std::function<int()>& work) {
 }
 
 Bench::Bench(const std::string& hostName, const char* shown) {
+    script.answerOthers(IDOK);
     if (hostName == "strict")
         host = std::make_unique<StrictHost>(newControl());
     else
@@ -51,20 +45,20 @@ void Bench::bind(const std::string& shown, ComPtr<IEmbeddedStep> embedded) {
     step = embedded ? std::move(embedded) : controlFile().make(CLSID_EmbeddedStep).as<IEmbeddedStep>();
     const auto tool = step.as<IFontTool>();
     const std::vector<std::string> set = {"H", "E", "L", "O"};
-    succeed(tool->CreateFont(Bstr(std::string_view("bench")).get()), "CreateFont");
-    succeed(tool->SetCharacterSet(listValue(set, Elements::Typed).get()), "SetCharacterSet");
+    check(tool->CreateFont(Bstr(std::string_view("bench")).get()));
+    check(tool->SetCharacterSet(listValue(set, Elements::Typed).get()));
     LONG status = 0;
-    succeed(tool->SaveFont(Bstr(std::string_view("bench")).get(), &status), "SaveFont");
+    check(tool->SaveFont(Bstr(std::string_view("bench")).get(), &status));
     show(shown);
     const auto editor = as<::StepEditor>();
-    succeed(editor->putref_RootStep(step.as<IDispatch>().get()), "RootStep");
-    succeed(editor->putref_Step(step.as<IDispatch>().get()), "Step");
+    check(editor->putref_RootStep(step.as<IDispatch>().get()));
+    check(editor->putref_Step(step.as<IDispatch>().get()));
     host->pump();
 }
 
 void Bench::show(const std::string& text) {
     const GreyImage image = drawn({text});
-    succeed(step->SetImage(image.width(), image.height(), bytesOf(image).get()), "SetImage");
+    check(step->SetImage(image.width(), image.height(), bytesOf(image).get()));
 }
 
 HWND Bench::input() const {
@@ -136,7 +130,7 @@ void Bench::learn() {
 }
 
 void Bench::closeUnsaved() {
-    robot.expectBox(L"Font Changed", IDNO);
+    script.expectBox(L"Font Changed", IDNO);
     host->close();
 }
 

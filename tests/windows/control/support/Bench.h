@@ -13,13 +13,11 @@
 #include "windows/com/support/ControlFile.h"
 #include "windows/control/support/FaultyStep.h"
 #include "windows/control/support/Hosts.h"
-#include "windows/control/support/Robot.h"
 #include "windows/win32/WinText.h"
 
 namespace dravik::test {
 
 using namespace win32;
-using testing::IsEmpty;
 
 // The library stays loaded, and the classes registered, while the program runs.
 const ControlFile& controlFile();
@@ -32,6 +30,10 @@ class Bench {
   public:
     // "strict", "atl" or "sheet". With a text that the image is to show, a step is bound.
     explicit Bench(const std::string& host, const char* shown = nullptr);
+    ~Bench() {
+        host.reset();
+        EXPECT_THAT(script.problems(), IsEmpty());
+    }
 
     // Hands the embedded step over, a new one unless it is given, with a fresh font "bench" selected, and its
     // image showing the text.
@@ -83,12 +85,14 @@ class Bench {
     StrictSite& site() const { return strict().site(); }
     // Handles messages until everything that was expected has come up.
     bool allCame() {
-        return host->pumpUntil([this] { return robot.satisfied(); });
+        return host->pumpUntil([this] { return script.satisfied(); });
     }
     // Presses the button at that place of the toolbar.
     void pressTool(int place) const;
 
-    Robot robot;  // is there for what the host's end brings up
+    // Answers what comes up modally while a test waits in a nested loop, also what the host's end brings up;
+    // what nobody expected is written down and closed.
+    DialogScript script;
     std::unique_ptr<Host> host;
     ComPtr<IEmbeddedStep> step;
 };

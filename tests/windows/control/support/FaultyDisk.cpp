@@ -2,7 +2,6 @@
 
 #include <cstring>
 #include <mutex>
-#include <set>
 #include <utility>
 
 namespace dravik::test {
@@ -10,8 +9,7 @@ namespace {
 
 std::mutex mutex;
 struct State {
-    std::wstring folder;
-    std::set<HANDLE> files;  // open for writing
+    std::wstring folder;  // "" while nobody watches
     long counted = 0;
     long at = 0;
     FaultyDisk::Kind kind = FaultyDisk::Kind::Fails;
@@ -22,80 +20,60 @@ State state;
 
 enum class Verdict { Go, Half, Fail };
 
-// Locked.
-Verdict judged() {
-    if (!state.isDead) {
-        if (++state.counted != state.at) return Verdict::Go;
-        state.isDead = state.kind != FaultyDisk::Kind::Fails;
-        if (state.kind == FaultyDisk::Kind::DiesHalfWay) return Verdict::Half;
-    }
+// Of an operation on a path, or on a file that is open: the library writes to none outside of the folder.
+Verdict judged(const wchar_t* path = nullptr) {
+    const std::scoped_lock lock(mutex);
+    if (state.folder.empty() || (path && !std::wstring_view(path).starts_with(state.folder)))
+        return Verdict::Go;
+    const bool wasDead = state.isDead;
+    if (!wasDead && ++state.counted != state.at) return Verdict::Go;
+    state.isDead = state.kind != FaultyDisk::Kind::Fails;
     SetLastError(state.error);
-    return Verdict::Fail;
+    return !wasDead && state.kind == FaultyDisk::Kind::DiesHalfWay ? Verdict::Half : Verdict::Fail;
 }
 
-bool isWatched(const wchar_t* path) {
-    return path && !state.folder.empty() && std::wstring_view(path).starts_with(state.folder);
-}
-
-bool fails(const wchar_t* path) {
-    const std::scoped_lock lock(mutex);
-    return isWatched(path) && judged() == Verdict::Fail;
-}
-
-Verdict judgedOf(HANDLE file) {
-    const std::scoped_lock lock(mutex);
-    return state.files.count(file) ? judged() : Verdict::Go;
+bool goes(const wchar_t* path = nullptr) {
+    return judged(path) == Verdict::Go;
 }
 
 HANDLE WINAPI createFile(LPCWSTR name, DWORD access, DWORD share, SECURITY_ATTRIBUTES* security, DWORD how,
                          DWORD flags, HANDLE model) {
-    const bool writes = access & GENERIC_WRITE;
-    if (writes && fails(name)) return INVALID_HANDLE_VALUE;
-    const HANDLE file = CreateFileW(name, access, share, security, how, flags, model);
-    const DWORD error = GetLastError();
-    {
-        const std::scoped_lock lock(mutex);
-        if (writes && isWatched(name) && file != INVALID_HANDLE_VALUE)
-            state.files.insert(file);
-        else
-            state.files.erase(file);  // another file's by now, the one before was closed
-    }
-    SetLastError(error);
-    return file;
+    if ((access & GENERIC_WRITE) != 0 && !goes(name)) return INVALID_HANDLE_VALUE;
+    return CreateFileW(name, access, share, security, how, flags, model);
 }
 BOOL WINAPI writeFile(HANDLE file, LPCVOID bytes, DWORD size, LPDWORD written, LPOVERLAPPED place) {
-    const Verdict verdict = judgedOf(file);
+    const Verdict verdict = judged();
     if (verdict == Verdict::Go) return WriteFile(file, bytes, size, written, place);
     if (verdict == Verdict::Half) WriteFile(file, bytes, size / 2, written, place);
     SetLastError(state.error);
     return FALSE;
 }
 BOOL WINAPI flushFileBuffers(HANDLE file) {
-    return judgedOf(file) == Verdict::Go && FlushFileBuffers(file);
+    return goes() && FlushFileBuffers(file);
 }
 BOOL WINAPI setEndOfFile(HANDLE file) {
-    return judgedOf(file) == Verdict::Go && SetEndOfFile(file);
+    return goes() && SetEndOfFile(file);
 }
 BOOL WINAPI moveFileEx(LPCWSTR from, LPCWSTR to, DWORD flags) {
-    return !fails(to) && MoveFileExW(from, to, flags);
+    return goes(to) && MoveFileExW(from, to, flags);
 }
 BOOL WINAPI replaceFile(LPCWSTR to, LPCWSTR from, LPCWSTR backup, DWORD flags, LPVOID more, LPVOID reserved) {
-    return !fails(to) && ReplaceFileW(to, from, backup, flags, more, reserved);
+    return goes(to) && ReplaceFileW(to, from, backup, flags, more, reserved);
 }
 BOOL WINAPI deleteFile(LPCWSTR name) {
-    return !fails(name) && DeleteFileW(name);
+    return goes(name) && DeleteFileW(name);
 }
 BOOL WINAPI createHardLink(LPCWSTR link, LPCWSTR name, LPSECURITY_ATTRIBUTES security) {
-    return !fails(link) && CreateHardLinkW(link, name, security);
+    return goes(link) && CreateHardLinkW(link, name, security);
 }
 BOOL WINAPI copyFile(LPCWSTR from, LPCWSTR to, BOOL refuses) {
-    return !fails(to) && CopyFileW(from, to, refuses);
+    return goes(to) && CopyFileW(from, to, refuses);
 }
 BOOL WINAPI createDirectory(LPCWSTR name, LPSECURITY_ATTRIBUTES security) {
-    return !fails(name) && CreateDirectoryW(name, security);
+    return goes(name) && CreateDirectoryW(name, security);
 }
 BOOL WINAPI lockFileEx(HANDLE file, DWORD flags, DWORD reserved, DWORD low, DWORD high, LPOVERLAPPED place) {
-    return judgedOf(file) == Verdict::Go && LockFileEx(file, flags, reserved, low, high, place);
+    return goes() && LockFileEx(file, flags, reserved, low, high, place);
 }
 
 // An imported function and what takes its place.
@@ -144,7 +122,7 @@ FaultyDisk::FaultyDisk(HMODULE module, std::wstring folder, long at, Kind kind, 
     static HMODULE redirected = nullptr;
     if (std::exchange(redirected, module) != module) redirect(module);
     const std::scoped_lock lock(mutex);
-    state = {std::move(folder), {}, 0, at, kind, error};
+    state = {std::move(folder), 0, at, kind, error};
 }
 
 FaultyDisk::~FaultyDisk() {

@@ -6,6 +6,7 @@
 #include <memory>
 #include <string>
 
+#include "drivers/win32/DialogScript.h"
 #include "windows/com/ComPtr.h"
 #include "windows/control/support/StrictSite.h"
 
@@ -74,5 +75,12 @@ class StrictHost : public Host {
 
 // "atl" or "sheet"; the control must be registered.
 std::unique_ptr<Host> makeSystemHost(const std::string& name);
+
+// The windows inside of another one, at any depth, of that class, in tab order.
+std::vector<HWND> children(HWND parent, const std::wstring& className);
+// The child window of that class and text; null when there is none.
+HWND child(HWND parent, const std::wstring& className, const std::wstring& text);
+// The window that is shown with this in its title; null when there is none.
+HWND shownForm(const std::wstring& part);
 
 }  // namespace dravik::test

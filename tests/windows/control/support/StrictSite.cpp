@@ -20,7 +20,6 @@ void StrictSite::expect(bool kept, const char* rule) {
 HRESULT StrictSite::QueryInterface(REFIID iid, void** object) {
     const bool hidden = (!offersInPlaceSite && (iid == IID_IOleInPlaceSite || iid == IID_IOleWindow)) ||
                         (!offersControlSite && iid == IID_IOleControlSite);
-    if (!object) return E_POINTER;
     *object = nullptr;
     if (hidden) return E_NOINTERFACE;
     if (iid == IID_IUnknown || iid == IID_IOleClientSite) return handOut<IOleClientSite>(this, object);
@@ -30,14 +29,8 @@ HRESULT StrictSite::QueryInterface(REFIID iid, void** object) {
     return E_NOINTERFACE;
 }
 
-HRESULT StrictSite::CanInPlaceActivate() {
-    noted("CanInPlaceActivate");
-    return refusesActivation ? S_FALSE : S_OK;
-}
-
 HRESULT StrictSite::OnInPlaceActivate() {
     expect(!inPlace_, "OnInPlaceActivate twice");
-    expect(!refusesActivation, "OnInPlaceActivate though it was refused");
     inPlace_ = true;
     return noted("OnInPlaceActivate");
 }
@@ -53,7 +46,6 @@ HRESULT StrictSite::GetWindowContext(IOleInPlaceFrame** frame, IOleInPlaceUIWind
                                      LPRECT position, LPRECT clip, LPOLEINPLACEFRAMEINFO info) {
     expect(inPlace_, "GetWindowContext before OnInPlaceActivate");
     expect(info->cb == sizeof *info, "GetWindowContext without the size of its answer");
-    if (!frame || !document || !position || !clip || !info) return E_POINTER;
     *frame = this;
     AddRef();
     *document = nullptr;

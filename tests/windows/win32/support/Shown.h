@@ -181,7 +181,7 @@ class Shown {
         script.expect(expected.name(), [step = std::move(step)](HWND) { step(); });
     }
     std::string boxText() const { return utf8(boxText_); }
-    bool allCameUp() const { return script.finished() && script.problems().empty(); }
+    bool allCameUp() const { return script.satisfied(); }
     static bool hasWindow(const std::string& title) { return windowOf(title) != nullptr; }
     static void closeWindow(const std::string& title) { SendMessageW(windowOf(title), WM_CLOSE, 0, 0); }
     static bool hasMenu() {
