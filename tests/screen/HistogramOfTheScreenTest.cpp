@@ -56,10 +56,8 @@ TEST_F(HistogramOfTheScreen, DeletesABinToItsVeryEndsAndShowsWhatIsLeft) {
     EXPECT_EQ(panel("MaxDist").text(), "3");
     EXPECT_EQ(cell("A").backColor(), rgb(255, 192, 192)) << "the highlight of an include";
     EXPECT_TRUE(control.m_FontChanged());
-    for (const auto& [button, mode] : {std::pair("Font", kFontHistogram), {"Char", kCharacterDistance}}) {
-        form().tlbMain.button(button).press();
-        EXPECT_EQ(form().mode(), mode);
-    }
+    form().tlbMain.button("Font").press();
+    EXPECT_EQ(form().mode(), kFontHistogram);
 
     // One that the screen opens takes the place of the form.
     form().udThreshold.setValue(9);
@@ -69,29 +67,23 @@ TEST_F(HistogramOfTheScreen, DeletesABinToItsVeryEndsAndShowsWhatIsLeft) {
     EXPECT_EQ(form().txtThreshold.text(), "0.400");
 }
 
-TEST_F(HistogramOfTheScreen, DrawsEverythingWithinItsScaleAndTheNumbersAtTheirMarks) {
-    for (int i = 0; i < 60; ++i) tool->addCommitted("C", {0.01 * i});
+TEST_F(HistogramOfTheScreen, ManyDeletionsRecommendLearning) {
+    tool->addCommitted("C", {0.06, 0.12, 0.18, 0.24});
+    tool->addCommitted("B", {0.3});
     tool->train();
-    for (const char* item : {"mnuMainFontHist", "mnuMainCharHist"}) {
-        open(item);
-        const ChartScale& scale = chart().scale();
-        const ChartScene& scene = chart().scene();
-        for (const auto& bar : scene.bars) {
-            EXPECT_TRUE(scale.left < bar.left && bar.left + bar.width < scale.right) << item;
-            EXPECT_TRUE(scale.bottom < bar.top - bar.height && bar.top < scale.top) << item;
+    tool->onCall = [this](const std::string& call) {
+        if (call.starts_with("DeleteSample")) {
+            EXPECT_EQ(panel("Msg").text(), "Deleting and updating...");
         }
-        for (const auto& line : scene.lines) {
-            EXPECT_TRUE(scale.left < line.x1 && line.x2 < scale.right) << item;
-            EXPECT_TRUE(scale.bottom < line.y1 && line.y2 < scale.top) << item;
-        }
-        for (const auto& label : scene.labels) {
-            EXPECT_TRUE(scale.left <= label.left && label.left + label.width < scale.right) << label.caption;
-            if (label.left >= 0) continue;
-            EXPECT_EQ(label.alignment, ChartLabel::Alignment::End);
-            EXPECT_TRUE(std::ranges::any_of(scene.lines, [&](const ChartLine& mark) {
-                return mark.y1 == label.top && mark.x1 > label.left + label.width;
-            })) << label.caption;
-        }
+    };
+    open("mnuMainCharHist", "C");
+    for (int i = 1; i <= 5; ++i) {
+        const double left = chart().scene().bars.back().left;
+        point(left, 1);
+        rightClick(left, 1, "mnuHistogramDelete");
+        EXPECT_EQ(panel("Msg").text(),
+                  i < 5 ? "Created character histogram" : "5 deletions have occurred. Learn recommended.");
+        EXPECT_FALSE(form().timers.front()->enabled()) << "the next tick would clear the message";
     }
 }
 
@@ -125,6 +117,10 @@ TEST_F(HistogramOfTheScreen, FollowsWhatIsDoneOnTheScreenAndGoesWithItsFont) {
     EXPECT_EQ(screen().sbr.panel("LastInclude").text(), "");
     include("C");
     EXPECT_NE(cell("A").backColor(), rgb(128, 128, 255));
+    open("mnuMainFontHist", "C");
+    tool->trained.clear();
+    include("C");
+    EXPECT_TRUE(platform.open.empty()) << "a font without records has none";
 }
 
 TEST_F(HistogramOfTheScreen, OpensTheOneOfACharacterFromTwoSamplesOn) {
@@ -162,7 +158,6 @@ TEST_F(HistogramOfTheScreen, WithoutSamplesItIsEmptiedAndOffersTheOtherCharacter
     for (const char* character : {"A", "B", "C", "B"}) {
         form().cboChar.setText(character);
         EXPECT_EQ(form().caption(), "Histogram of Distance values for " + std::string(character));
-        EXPECT_EQ(form().currentCharacter(), character);
         EXPECT_EQ(panel("Msg").text(), character[0] == 'B' ? "No data" : "Created character histogram");
     }
 }

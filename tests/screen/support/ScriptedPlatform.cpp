@@ -36,7 +36,6 @@ std::vector<std::string> ScriptedPlatform::told() const {
 }
 
 void ScriptedPlatform::showModal(Form& form) {
-    modalForms.push_back(form.name());
     form.activate();
     if (const auto handler = modalHandlers.find(form.name()); handler != modalHandlers.end()) {
         handler->second(form);
@@ -65,8 +64,8 @@ Form& ScriptedPlatform::opened(const std::string& name) const {
     throw Failure(RuntimeError::SubscriptOutOfRange, name + " is not open");
 }
 
-void ScriptedPlatform::popUpMenu(PopupMenu& menu, Widget& at, double x, double y) {
-    PoppedMenu popped{menu.name, at.name(), x, y, {}};
+void ScriptedPlatform::popUpMenu(PopupMenu& menu, Widget&, double x, double) {
+    PoppedMenu popped{menu.name, x, {}};
     for (const auto& item : menu.items()) popped.items.push_back({item->name, item->caption, item->enabled});
     menus.push_back(popped);
     if (menuPicks.empty()) {
@@ -81,6 +80,7 @@ void ScriptedPlatform::popUpMenu(PopupMenu& menu, Widget& at, double x, double y
         return;
     }
     menu.item(pick).click();
+    if (asking) asking();
 }
 
 std::string ScriptedPlatform::fileDateText(const std::string& path) {

@@ -22,9 +22,7 @@ struct PoppedItem {
 
 struct PoppedMenu {
     std::string name;
-    std::string at;  // the widget's name
     double x = 0;
-    double y = 0;
     std::vector<PoppedItem> items;
 
     // Fails the test and returns an empty item for an unknown name.
@@ -41,11 +39,10 @@ class ScriptedPlatform : public Platform {
     std::vector<MessageBox> boxes;
     // Title and text of each box that came up.
     std::vector<std::string> told() const;
-    std::function<void()> asking;  // while a box is up
+    std::function<void()> asking;  // while a box or a menu is up
 
     // What the operator does in the modal form of that name; the form must be unloaded when it returns.
     std::map<std::string, std::function<void(Form&)>> modalHandlers;
-    std::vector<std::string> modalForms;
 
     // Names of the forms shown, once for each call.
     std::vector<std::string> shown;
@@ -60,8 +57,6 @@ class ScriptedPlatform : public Platform {
 
     std::string clipboard;
     std::map<std::string, std::string> fileDates;  // by path
-    std::string date = "11/21/2026";
-    std::string time = "3:04:05 PM";
     int busyDepth = 0;
     int busyTimes = 0;  // how often the pointer became busy
 
@@ -71,8 +66,8 @@ class ScriptedPlatform : public Platform {
     void popUpMenu(PopupMenu& menu, Widget& at, double x, double y) override;
     void setClipboardText(const std::string& text) override { clipboard = text; }
     std::string fileDateText(const std::string& path) override;
-    std::string dateText() override { return date; }
-    std::string timeText() override { return time; }
+    std::string dateText() override { return "11/21/2026"; }
+    std::string timeText() override { return "3:04:05 PM"; }
     void setBusy(bool busy) override;
 };
 
