@@ -96,19 +96,5 @@ TEST_F(BoundScreen, TheToolbarSwitchesViewsAndTracesItsKeys) {
     EXPECT_EQ(keys, "('Numeric')('Array')('Graphical')");
 }
 
-TEST_F(BoundScreen, AnEmptyAnswerKeepsTheFontsCharacters) {
-    tool->trained = {{"A", 1, {}}, {"B", 1, {}}};
-    bind();
-    toolButton("Array").press();
-    tool->trained = {{"B", 1, {}}, {"C", 1, {}}};
-    toolButton("Array").press();
-    EXPECT_EQ(dynamic_cast<ComboBox&>(*platform.opened("dlgCharArray").find("cboChar")).items(),
-              (std::vector<std::string>{"B", "C"}));
-    tool->trained.clear();
-    toolButton("Array").press();
-    EXPECT_EQ(platform.opened("dlgCharArray").caption(), "Character Array for B");
-    EXPECT_EQ(message(), "");
-}
-
 }  // namespace
 }  // namespace dravik::test
