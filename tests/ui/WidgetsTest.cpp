@@ -3,7 +3,6 @@
 #include "ui/Bars.h"
 #include "ui/Form.h"
 #include "ui/ListControls.h"
-#include "ui/TextBox.h"
 #include "ui/Toolbar.h"
 
 namespace dravik {
@@ -41,16 +40,6 @@ TEST(Widgets, AFormIsUnloadedOnceHoweverItIsClosed) {
     form.unload();
     form.unload();
     EXPECT_EQ(told, "lu");
-}
-
-TEST(Widgets, ATextBoxFiresOnlyWhenItsTextDiffers) {
-    TextBox box("txt", "a");
-    int changes = 0;
-    box.textChanged.subscribe([&] { ++changes; });
-    box.setText("a");
-    EXPECT_EQ(changes, 0);
-    box.setText("b");
-    EXPECT_EQ(changes, 1);
 }
 
 TEST(Widgets, ToolButtonsPressOnlyWhileEnabled) {
