@@ -72,14 +72,10 @@ TEST_F(SamplesGridTest, CopyPutsATabBehindEveryCell) {
     platform.clipboard = "kept";
     grid().keyDown(kKeyInsert, kShiftMask);
     EXPECT_EQ(platform.clipboard, "kept");
-    DravikDlg empty(platform, jobs.folder());
-    empty.screen().numeric.grid.keyDown(kKeyInsert, kCtrlMask);
-    EXPECT_EQ(platform.clipboard, "");
 
     tool->setAnswer(kAllCommitted, {{"No", "Code", "7"}});
     display(kDisplayCommitted);
     EXPECT_EQ(grid().text(0, 2), "7") << "headings are texts, whatever they read";
-    platform.clipboard = "old";
     grid().keyDown(kKeyInsert, kCtrlMask);
     EXPECT_EQ(platform.clipboard, "") << "there is no record to copy";
 }
@@ -123,15 +119,6 @@ TEST_F(SamplesGridTest, AFailedDeletionIsReportedUnderTheKeyAndTheRowsAreShownAn
     EXPECT_EQ(message(), "grid_KeyDown Err 70 Permission denied");
     EXPECT_TRUE(control.m_FontChanged());
     EXPECT_EQ(column(1), "B A ") << "the first of the two is gone";
-
-    // Where the samples cannot be asked for either, no number of the rows shown is taken for a sample's.
-    tool->onCall = nullptr;
-    tool->failAt("GetSampleData", 7, "Out of memory");
-    display(kDisplayCommitted);
-    tool->succeedAt("DeleteSample");
-    tool->calls.clear();
-    grid().keyDown(kKeyDelete, 0);
-    EXPECT_EQ(tool->changes(), std::vector<std::string>());
 }
 
 TEST_F(SamplesGridTest, RowsThatNameNoSampleDeleteNothing) {
@@ -151,10 +138,6 @@ TEST_F(SamplesGridTest, RowsThatNameNoSampleDeleteNothing) {
     display(kDisplayCommitted);
     grid().setRedraw(false);
     pressesDeleteInVain("the font is gone");
-
-    DravikDlg empty(platform, jobs.folder());
-    empty.screen().numeric.grid.keyDown(kKeyDelete, 0);
-    EXPECT_FALSE(empty.m_FontChanged()) << "no font was ever loaded";
 }
 
 TEST_F(SamplesGridTest, ACodeThatIsNoNumberIsReportedAndNotShown) {

@@ -96,13 +96,12 @@ TEST_F(OperatorActs, TheScreenGoesBackAndForthWithTheFont) {
     EXPECT_EQ(after, control.state());
     rightClick("C", "mnuMainCharHist");
     auto& histogram = static_cast<dlgCharHist&>(platform.opened("dlgCharHist"));
-    EXPECT_EQ(histogram.sbr.panel("MaxDist").text(), "3");
     tool->calls.clear();
 
     tool->committed.pop_back();
     tool->characterSet = {"A"};
     control.refreshAfterHistory(before, true);
-    EXPECT_EQ(tool->changes(), std::vector<std::string>());
+    EXPECT_THAT(tool->changes(), IsEmpty());
     EXPECT_EQ(control.state(), before);
     EXPECT_EQ(screen().sbr.panel("LastInclude").text(), "AB");
     EXPECT_EQ(screen().font.txtCharSet.text(), "A");
@@ -112,11 +111,10 @@ TEST_F(OperatorActs, TheScreenGoesBackAndForthWithTheFont) {
 
     tool->committed.clear();
     control.refreshAfterHistory(acts[0].before, false);
-    EXPECT_FALSE(control.m_FontChanged());
-    EXPECT_FALSE(screen().train.cmdTrain.enabled());
+    EXPECT_FALSE(control.m_FontChanged() || screen().train.cmdTrain.enabled() ||
+                 toolButton("Undo").enabled());
     EXPECT_EQ(screen().numeric.grid.rows(), 0);
     EXPECT_TRUE(platform.open.empty()) << "a histogram without samples";
-    EXPECT_FALSE(toolButton("Undo").enabled());
 
     tool->addCommitted("C", {0.1, 0.2, 0.3});
     control.refreshAfterHistory(after, true);

@@ -74,7 +74,7 @@ TEST_F(BoundScreen, LoadsTheFontOfTheLowestBitAndFillsTheScreen) {
     EXPECT_EQ(screen().font.txtCharSet.text(), "XY");
     EXPECT_FALSE(screen().font.txtCharSet.locked());
     EXPECT_FALSE(control.m_FontChanged());
-    for (const auto& call : tool->changes()) EXPECT_FALSE(call.starts_with("SetCharacterSet")) << call;
+    EXPECT_THAT(tool->changes(), ElementsAre("SetTrainTimeout(60)", "LoadFont(b)"));
     EXPECT_TRUE(screen().sample.cmdInclude.enabled() && screen().train.cmdTrain.enabled());
     EXPECT_TRUE(screen().numeric.grid.redraw());
     EXPECT_EQ(screen().font.lblFontDateTime.caption(), "Not trained. Created 1/2/2026 3:04 PM");
@@ -93,6 +93,10 @@ TEST_F(BoundScreen, WithoutASelectedFontShowsNoneAndOffersNeitherIncludeNorLearn
     toolButton("Array").press();
     EXPECT_EQ(message(), "tlbChars_ButtonClick Err 9 Subscript out of range");
     EXPECT_TRUE(platform.shown.empty()) << "the tool's characters are not the font's";
+    DravikDlg other(platform, jobs.folder());
+    tool->failAt("GetCharacterSet", 70, "Permission denied");
+    other.setStep(tool);
+    EXPECT_FALSE(other.screen().train.cmdTrain.enabled()) << "whatever fails behind it";
 }
 
 TEST_F(BoundScreen, AFailureWhileFillingIsReportedAndLeavesWhatWasDone) {
@@ -113,7 +117,6 @@ TEST_F(BoundScreen, NothingOfTheFirstStepActsOnTheSecond) {
     tool->train();
     rightClick("A", "mnuMainFontHist");
     screen().train.cmdTrain.press();
-    EXPECT_TRUE(control.m_FontChanged());
     auto second = std::make_shared<RecordingTool>();
     second->fonts = {"ocrb"};
     second->characterSet = {"A", "C"};
@@ -126,8 +129,6 @@ TEST_F(BoundScreen, NothingOfTheFirstStepActsOnTheSecond) {
     EXPECT_EQ(second->committed.size(), 3u);
     EXPECT_EQ(screen().sbr.panel("LastInclude").text(), "");
     EXPECT_TRUE(platform.open.empty()) << "a histogram of the first step's font";
-    EXPECT_FALSE(screen().train.tmrTrain.enabled() || screen().train.cmdStop.enabled());
-    EXPECT_TRUE(screen().font.cmdSelectFont.enabled());
 
     // The same step once more is no other one.
     include("C");
@@ -187,9 +188,6 @@ TEST_F(BoundScreen, ClosingAsksOnlyForAChangedFontAndSavesOnYes) {
     EXPECT_EQ(tool->count("SaveFont(ocrb)"), 1);
     control.UserControl_Terminate();
     EXPECT_EQ(platform.boxes.size(), 1u);
-
-    DravikDlg unchanged(platform, jobs.folder());
-    unchanged.setStep(tool);
 
     tool->failAt("SaveFont", 61, "Disk full");
     for (const std::vector<Answer>& answers : {std::vector{Answer::No}, {Answer::Yes, Answer::Ok}}) {

@@ -56,15 +56,6 @@ TEST_F(TraceLogTest, AFailureIsShownForEachEntryAndTheCallerGoesOn) {
     EXPECT_EQ(platform.boxes[0].icon, MessageBox::Icon::Critical);
 }
 
-TEST_F(TraceLogTest, ACounterAtItsEndIsAFailureLikeAnyOther) {
-    g_bTrace = true;
-    g_lLogEntry = std::numeric_limits<std::int32_t>::max();
-    platform.boxAnswers = {Answer::Ok};
-    log.trace("last");
-    EXPECT_EQ(platform.boxes.size(), 1u);
-    EXPECT_EQ(g_lLogEntry, std::numeric_limits<std::int32_t>::max());
-}
-
 TEST_F(TraceLogTest, ErrorReportsAreShownAndTraced) {
     g_bTrace = true;
     context.procedures.run("Dravikdlg.cmdRevert_Click", "Revert",
