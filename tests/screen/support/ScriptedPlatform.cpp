@@ -4,13 +4,6 @@
 
 namespace dravik::test {
 
-PoppedItem PoppedMenu::item(const std::string& itemName) const {
-    for (const auto& item : items)
-        if (item.name == itemName) return item;
-    ADD_FAILURE() << "menu " << name << " has no item " << itemName;
-    return {};
-}
-
 ScriptedPlatform::~ScriptedPlatform() {
     EXPECT_TRUE(boxAnswers.empty()) << boxAnswers.size() << " message boxes were expected and never shown";
     EXPECT_TRUE(menuPicks.empty()) << menuPicks.size() << " menu picks were expected and never asked for";
@@ -64,10 +57,10 @@ Form& ScriptedPlatform::opened(const std::string& name) const {
     throw Failure(RuntimeError::SubscriptOutOfRange, name + " is not open");
 }
 
-void ScriptedPlatform::popUpMenu(PopupMenu& menu, Widget&, double x, double) {
-    PoppedMenu popped{menu.name, x, {}};
-    for (const auto& item : menu.items()) popped.items.push_back({item->name, item->caption, item->enabled});
-    menus.push_back(popped);
+void ScriptedPlatform::popUpMenu(PopupMenu& menu, Widget&, double, double) {
+    menus.emplace_back();
+    for (const auto& item : menu.items())
+        if (item->enabled && !item->isSeparator()) menus.back().push_back(item->caption);
     if (menuPicks.empty()) {
         ADD_FAILURE() << "unexpected menu " << menu.name;
         return;
@@ -75,10 +68,8 @@ void ScriptedPlatform::popUpMenu(PopupMenu& menu, Widget&, double x, double) {
     const auto pick = menuPicks.front();
     menuPicks.pop_front();
     if (pick.empty()) return;
-    if (!popped.enabled(pick)) {
-        ADD_FAILURE() << "item " << pick << " of menu " << menu.name << " cannot be picked";
-        return;
-    }
+    EXPECT_TRUE(menu.item(pick).enabled)
+        << "item " << pick << " of menu " << menu.name << " cannot be picked";
     menu.item(pick).click();
     if (asking) asking();
 }

@@ -14,22 +14,6 @@ namespace dravik::test {
 
 using namespace ui;
 
-struct PoppedItem {
-    std::string name;
-    std::string caption;
-    bool enabled = false;
-};
-
-struct PoppedMenu {
-    std::string name;
-    double x = 0;
-    std::vector<PoppedItem> items;
-
-    // Fails the test and returns an empty item for an unknown name.
-    PoppedItem item(const std::string& itemName) const;
-    bool enabled(const std::string& itemName) const { return item(itemName).enabled; }
-};
-
 class ScriptedPlatform : public Platform {
   public:
     ~ScriptedPlatform() override;
@@ -53,7 +37,8 @@ class ScriptedPlatform : public Platform {
 
     // The items picked in the menus to come, in order; "" closes a menu without a pick.
     std::deque<std::string> menuPicks;
-    std::vector<PoppedMenu> menus;
+    // Of each menu that came up, the captions that could be picked.
+    std::vector<std::vector<std::string>> menus;
 
     std::string clipboard;
     std::map<std::string, std::string> fileDates;  // by path
