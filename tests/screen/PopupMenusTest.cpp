@@ -8,7 +8,6 @@ class PopupMenusTest : public BoundScreen {
     PopupMenusTest() {
         tool->addCommitted("A", {0.1, 0.2, 0.3});
         tool->addCommitted("B", {0.1});
-        tool->addCommitted("C", {});
         tool->train();
         bind();
     }
@@ -75,8 +74,7 @@ TEST_F(PopupMenusTest, DeletingTheTrainingAsksFirstAndKeepsTheSet) {
     EXPECT_EQ(cell("A").backColor(), rgb(255, 192, 192)) << "the highlight of samples that are gone";
     EXPECT_THAT(platform.told(), ElementsAre("Delete Samples for A: Are you certain you want to delete all "
                                              "samples for the character A?"));
-    EXPECT_EQ(tool->count("DeleteSample(300000)"), 3);
-    EXPECT_EQ(tool->characterSet, (CharacterSet{"A", "B", "C"}));
+    EXPECT_EQ(tool->changes(), std::vector<std::string>(3, "DeleteSample(300000)"));
     EXPECT_EQ(message(), "Deleted character A. Retrain to update display.");
     EXPECT_TRUE(control.m_FontChanged());
 }
@@ -89,7 +87,6 @@ TEST_F(PopupMenusTest, TheViewersOpenAndCloseWithTheControl) {
     toolButton("Array").press();
     EXPECT_THAT(platform.shown,
                 ElementsAre("dlgCharArray", "dlgCharArray", "dlgCharHist", "dlgCharHist", "dlgCharArray"));
-    EXPECT_EQ(platform.busyDepth, 0);
     EXPECT_EQ(platform.open.size(), 2u);
     screen().font.txtCharSet.setText("AB");
     platform.boxAnswers = {Answer::No};
@@ -108,8 +105,6 @@ TEST_F(PopupMenusTest, TheGridsMenuCopiesDeletesAndShowsTheFontHistogram) {
     EXPECT_EQ(tool->count("DeleteSample(300000)"), 2);
     rightClickGrid("mnuMainFontHist");
     EXPECT_EQ(platform.shown, std::vector<std::string>{"dlgCharHist"});
-    rightClickGrid("");
-    EXPECT_EQ(message(), "");
 }
 
 }  // namespace

@@ -104,7 +104,6 @@ TEST_F(BoundScreen, AFailureWhileFillingIsReportedAndLeavesWhatWasDone) {
     other.setStep(tool);
     EXPECT_EQ(other.screen().sbr.panel("Message").text(), "FillItems Err 6 Overflow");
     EXPECT_EQ(other.screen().train.cboTimeout.text(), "1 minute");
-    EXPECT_NE(other.step(), nullptr);
 }
 
 TEST_F(BoundScreen, NothingOfTheFirstStepActsOnTheSecond) {
@@ -123,7 +122,6 @@ TEST_F(BoundScreen, NothingOfTheFirstStepActsOnTheSecond) {
     second->calls.clear();
     toolButton("Undo").press();
     EXPECT_EQ(second->committed.size(), 3u);
-    EXPECT_EQ(screen().sbr.panel("LastInclude").text(), "");
     EXPECT_TRUE(platform.open.empty()) << "a histogram of the first step's font";
 
     // The same step once more is no other one.
@@ -138,9 +136,7 @@ TEST_F(BoundScreen, AFontThatCannotBeLoadedIsNotTheSelectedOne) {
     control.setStep(tool);
     EXPECT_EQ(message(), "FillItems Err 57 damaged");
     EXPECT_EQ(control.selectedFont(), "");
-    platform.modalHandlers["dlgFontManager"] = [](Form& manager) {
-        dynamic_cast<Button&>(*manager.find("OKButton")).press();
-    };
+    platform.modalHandlers["dlgFontManager"] = [](Form& manager) { manager.defaultButton->press(); };
     tool->succeedAt("LoadFont");
     screen().font.cmdSelectFont.press();
     EXPECT_EQ(control.selectedFont(), "ocrb");

@@ -53,7 +53,6 @@ TEST(Widgets, ToolButtonsPressOnlyWhileEnabled) {
     bar.button("Log").press();
     EXPECT_EQ(clicks, 1);
     EXPECT_TRUE(bar.button("Log").pressed());
-    EXPECT_THROW(bar.button("log"), Failure);
 }
 
 TEST(Widgets, ProgressAndUpDownStayInTheirRange) {
