@@ -162,7 +162,7 @@ TEST_F(HistogramOfTheScreen, NothingToShowAndAFailureOpenNoForm) {
     tool->failAt("GetSampleData", 7, "Out of memory");
     open("mnuMainFontHist");
     EXPECT_EQ(message(), "DisplayCharHistogram Err 7 Out of memory");
-    EXPECT_TRUE(platform.shown.empty());
+    EXPECT_TRUE(platform.open.empty());
 }
 
 }  // namespace

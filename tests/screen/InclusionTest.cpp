@@ -113,15 +113,6 @@ TEST_F(InclusionTest, FeaturesMayBeTextsAndOffsetsNegative) {
     EXPECT_THAT(platform.told(), ElementsAre(StartsWith("Error constant detected")));
 }
 
-TEST_F(InclusionTest, MoreSamplesThanCanBeCountedAreReported) {
-    // Each another one: to look for them in each other would take minutes.
-    for (int i = 0; i < 200000; ++i) tool->uncommitted.push_back({std::to_string(i), 0, {}});
-    toolButton("Log").press();
-    include("A");
-    EXPECT_THAT(jobs.entries(), Contains("# Dravikdlg error: CommitSamples Err 6 Overflow"));
-    EXPECT_TRUE(tool->committed.empty() && platform.boxes.empty());
-}
-
 TEST_F(InclusionTest, MissingCharactersAreOfferedOnceInTheirOrder) {
     platform.boxAnswers = {Answer::Yes};
     include("aA1a");

@@ -10,7 +10,6 @@ TEST_F(BoundScreen, StartsEmptyWithNothingToSaveOrStop) {
     EXPECT_TRUE(screen().overview.fraChar.visible());
     EXPECT_FALSE(screen().numeric.grid.visible() || screen().numeric.grid.redraw());
     EXPECT_EQ(screen().font.lblSelectedFont.caption(), "Name");
-    EXPECT_EQ(control.step(), nullptr);
     // What the first timeout could not be told to.
     EXPECT_EQ(message(), "TimeoutSelect Err 91 Object variable or With block variable not set");
     control.setStep(tool);
@@ -88,7 +87,7 @@ TEST_F(BoundScreen, WithoutASelectedFontShowsNoneAndOffersNeitherIncludeNorLearn
     tool->trained = {{"A", 1, {}}};
     toolButton("Array").press();
     EXPECT_EQ(message(), "tlbChars_ButtonClick Err 9 Subscript out of range");
-    EXPECT_TRUE(platform.shown.empty()) << "the tool's characters are not the font's";
+    EXPECT_TRUE(platform.open.empty()) << "the tool's characters are not the font's";
     DravikDlg other(platform, jobs.folder());
     tool->failAt("GetCharacterSet", 70, "Permission denied");
     other.setStep(tool);
@@ -164,9 +163,9 @@ TEST_F(BoundScreen, WhatAHostSetsAndWhatTheOperatorSwitchesIsTraced) {
                                      "Dravikdlg.NumberTrained", "Dravikdlg.cmdRevert_Click",
                                      "# Dravikdlg error: Revert Err 75 first  second third"));
 
-    g_bTrace = true;
     DravikDlg other(platform, jobs.folder());
-    EXPECT_THAT(jobs.entries(), testing::Contains("Dravikdlg.InitColorKey"));
+    EXPECT_TRUE(other.screen().overview.tlbChars.button("Log").pressed()) << "its thread goes on logging";
+    EXPECT_THAT(jobs.entries(), Contains("Dravikdlg.InitColorKey"));
 }
 
 TEST_F(BoundScreen, ClosingAsksOnlyForAChangedFontAndSavesOnYes) {

@@ -42,7 +42,6 @@ void ScriptedPlatform::showModal(Form& form) {
 }
 
 void ScriptedPlatform::show(Form& form) {
-    shown.push_back(form.name());
     if (std::find(open.begin(), open.end(), &form) == open.end()) {
         open.push_back(&form);
         form.unloaded.subscribe([this, &form] { std::erase(open, &form); });

@@ -28,9 +28,7 @@ class ScriptedPlatform : public Platform {
     // What the operator does in the modal form of that name; the form must be unloaded when it returns.
     std::map<std::string, std::function<void(Form&)>> modalHandlers;
 
-    // Names of the forms shown, once for each call.
-    std::vector<std::string> shown;
-    // Those that were not closed since.
+    // The forms shown that were not closed since.
     std::vector<Form*> open;
     // The open form of that name; raises Subscript out of range (9) when there is none.
     Form& opened(const std::string& name) const;
