@@ -1,41 +1,30 @@
-
-#include "screen/inspection/CharArray.h"
-#include "screen/support/ProcedureTest.h"
+// The viewer of a character's features, as it is opened from the menu of the character's cell.
+#include "screen/inspection/dlgCharArray.h"
+#include "screen/support/BoundScreen.h"
 
 namespace dravik::test {
 namespace {
 
-using testing::IsSupersetOf;
-
-struct CharArrayTest : ProcedureTest {
+struct CharArrayTest : BoundScreen {
     CharArrayTest() {
-        tool->characterSet = {"A", "B", "C"};
         tool->trained = {{"A", 2, filled(0.5)}, {"B", 1, filled(1.0)}, {"C", 0, filled(0.0)}};
+        bind();
     }
 
     void addSample(const std::string& character, int scaled) {
         tool->committed.push_back({character, 0.1, filled(scaled / 255.0)});
     }
-    Label& note() { return dynamic_cast<Label&>(*form().find("lblMessage")); }
+    void showArray(const std::string& character) { rightClick(character, "mnuMainCharacterShowArray"); }
+    void showDeviations(const std::string& character) { rightClick(character, "mnuMainCharacterShowStdDev"); }
+    dlgCharArray& form() { return dynamic_cast<dlgCharArray&>(platform.opened("dlgCharArray")); }
+    std::string note() { return dynamic_cast<Label&>(*form().find("lblMessage")).caption(); }
     std::string caption(std::size_t cell) { return form().lblCell[cell]->caption(); }
-    dlgCharArray& form() { return *arrays.m_dlgArray(); }
-
-    std::vector<std::string> fontArray;
-    std::vector<std::string> charactersOfTool = {"A", "B", "C"};
-    std::vector<std::pair<std::string, int>> events;
-    CharArray arrays{context,
-                     fontArray,
-                     {[this] { fontArray = charactersOfTool; },
-                      [this](const std::string& character, std::int16_t mode) {
-                          events.emplace_back(character, mode);
-                          arrays.DisplayCharArray(character, mode == kStdDevMode);
-                      }}};
 };
 
 TEST_F(CharArrayTest, CellsShowTheScaledFeaturesInGrey) {
     tool->trained[1].features[10] = 127 / 255.0;
     tool->trained[1].features[12] = 2;
-    arrays.DisplayCharArray("A", false);
+    showArray("A");
     EXPECT_EQ(form().caption(), "Character Array for A");
     // 127.5 goes to the even neighbour.
     EXPECT_EQ(caption(0), "128");
@@ -49,15 +38,15 @@ TEST_F(CharArrayTest, CellsShowTheScaledFeaturesInGrey) {
     EXPECT_EQ(caption(11), "255");
     EXPECT_EQ(form().lblCell[12]->backColor(), rgb(255, 255, 255)) << "beyond the brightest";
     form().unload();
-    arrays.DisplayCharArray("A", false);
-    EXPECT_TRUE(form().loaded()) << "a closed form is replaced";
+    showArray("A");
+    EXPECT_EQ(caption(10), "128") << "a closed form is replaced";
 }
 
 TEST_F(CharArrayTest, DeviationIsThatOfTheWholePopulation) {
     addSample("A", 10);
     addSample("B", 200);
     addSample("A", 20);
-    arrays.DisplayCharArray("A", true);
+    showDeviations("A");
     EXPECT_EQ(form().caption(), "Standard Dev Array for A");
     EXPECT_EQ(caption(48), "5.0");
     EXPECT_EQ(form().lblCell[48]->accessibleName(), "Row 7, column 7: 5.0");
@@ -65,36 +54,29 @@ TEST_F(CharArrayTest, DeviationIsThatOfTheWholePopulation) {
     // The cells keep the grey of the character's own features.
     EXPECT_EQ(form().lblCell[0]->backColor(), rgb(128, 128, 128));
 
-    arrays.DisplayCharArray("B", true);
+    showDeviations("B");
     EXPECT_EQ(caption(0), "0.0");
-    arrays.DisplayCharArray("C", true);
+    showDeviations("C");
     EXPECT_EQ(message(), "Number of samples = 0");
     EXPECT_EQ(caption(0) + caption(48), "n/an/a");
-    tool->committed.clear();
-    arrays.DisplayCharArray("A", true);
-    EXPECT_EQ(caption(24), "n/a");
 }
 
 TEST_F(CharArrayTest, OverflowIsReportedAndLeavesNoFigureOfAnotherCharacter) {
-    addSample("B", 7);
-    arrays.DisplayCharArray("B", true);
-    EXPECT_EQ(caption(0), "0.0");
     // 182 squares of 255 times 182 pass 2^31; 181 do not.
     for (int i = 0; i < 181; ++i) addSample("A", 255);
-    arrays.DisplayCharArray("A", true);
+    showDeviations("A");
     EXPECT_EQ(caption(0), "0.0");
     addSample("A", 255);
-    arrays.DisplayCharArray("A", true);
-    EXPECT_EQ(message(), "CalculateStdDev Err 6 Overflow");
+    showDeviations("A");
     EXPECT_EQ(caption(0), "");
-    EXPECT_EQ(note().caption(), "No deviations: CalculateStdDev Err 6 Overflow");
-    arrays.DisplayCharArray("A", false);
-    EXPECT_FALSE(note().visible());
+    EXPECT_EQ(note(), "No deviations: CalculateStdDev Err 6 Overflow");
+    showArray("A");
+    EXPECT_EQ(note(), "");
 }
 
-TEST_F(CharArrayTest, ChooserAndButtonsAskForAnotherArray) {
+TEST_F(CharArrayTest, ChooserAndButtonsShowAnotherArray) {
     addSample("B", 10);
-    arrays.DisplayCharArray("A", false);
+    showArray("A");
     EXPECT_EQ(form().cboChar.text(), "A");
     auto* const before = &form();
     auto& deviations = form().tlbArray.button("StdDev");
@@ -102,60 +84,57 @@ TEST_F(CharArrayTest, ChooserAndButtonsAskForAnotherArray) {
     EXPECT_TRUE(deviations.pressed() && !form().tlbArray.button("Char").pressed());
     form().cboChar.setText("B");
     EXPECT_EQ(form().caption(), "Standard Dev Array for B") << "in the mode that is shown";
-    form().cboChar.setText("B");  // which is shown already
-    EXPECT_THAT(events, ElementsAre(std::pair("A", 1), std::pair("B", 1)));
+    tool->calls.clear();
+    form().cboChar.setText("B");
+    EXPECT_THAT(tool->calls, IsEmpty()) << "which is shown already";
     deviations.press();
     EXPECT_TRUE(deviations.pressed()) << "a button that was down stays down";
     form().tlbArray.button("Char").press();
     EXPECT_EQ(caption(0), "255");
-    EXPECT_EQ(events.back(), std::pair(std::string("B"), 0));
     EXPECT_EQ(&form(), before);
 }
 
-TEST_F(CharArrayTest, FontArrayTooShortChangesNothingButIsTraced) {
-    charactersOfTool = {"A"};
+TEST_F(CharArrayTest, TheChooserListsTheFontsCharactersFromTwoOn) {
     g_bTrace = true;
-    arrays.DisplayCharArray("A", false);
+    tool->trained.clear();
+    showArray("A");
     EXPECT_EQ(form().caption(), "Character Array");
-    EXPECT_EQ(form().cboChar.count(), 0);
-    EXPECT_EQ(caption(0), "128");
+    EXPECT_EQ(caption(0), "0");
     form().tlbArray.button("StdDev").press();
     EXPECT_FALSE(form().tlbArray.button("StdDev").pressed()) << "no array of deviations is shown";
-    EXPECT_TRUE(note().visible());
-    charactersOfTool.clear();
-    arrays.DisplayCharArray("A", false);
-    form().SetCharacter("A", nullptr, 0);
-    EXPECT_THAT(jobs.entries(), IsSupersetOf({"UBound(FontArray) = 0", "IsEmpty(FontArray) = TRUE",
-                                              "IsArray(FontArray) = FALSE"}));
+    tool->trained = {{"A", 1, {}}};
+    showArray("A");
+    EXPECT_EQ(note(), "The font has one character only: nothing can be chosen here");
+    EXPECT_THAT(jobs.entries(),
+                testing::IsSupersetOf({"IsEmpty(FontArray) = TRUE", "UBound(FontArray) = 0"}));
+    tool->trained = {{"B", 1, {}}, {"C", 1, {}}};
+    for (int i = 0; i < 2; ++i) {
+        toolButton("Array").press();
+        EXPECT_EQ(form().cboChar.items(), (std::vector<std::string>{"B", "C"}));
+        EXPECT_EQ(form().caption(), "Character Array for B");
+        EXPECT_EQ(message(), "");
+        tool->trained.clear();  // an empty answer keeps the characters
+    }
 }
 
-TEST_F(CharArrayTest, TracesItsSteps) {
+TEST_F(CharArrayTest, TheMenuAndTheArrayTraceTheirSteps) {
     g_bTrace = true;
-    tool->uncommitted = {{"A", 0, {}}, {"B", 0, {}}};
-    arrays.DisplayCharArray("A", false);
-    arrays.PrintFeatureVect();
+    showArray("A");
     EXPECT_THAT(
         jobs.entries(),
-        ElementsAre("Dravikdlg.DisplayCharArray(A)", "lUBound1 = 3", "lUBound2 = 52",
+        ElementsAre("Dravikdlg.lblChar_MouseDown(0,2,0,30,45)",
+                    "Dravikdlg.UserMsg = ", "dlgContextPopup.Form_Initialize", "Dravikdlg.NumberTrained",
+                    "Dravikdlg.NumberTrained", "DravikDlg.lblChar_MouseDown: PopupMenu",
+                    "DravikDlg.lblChar_MouseDown: UserSelection = CharacterArray",
+                    "Dravikdlg.DisplayCharArray(A)", "lUBound1 = 3", "lUBound2 = 52",
                     "dlgCharArray.Form_Load", "DravikDlg.DisplayCharArray: Set m_dlgArray = New dlgCharArray",
-                    "dlgCharArray.SetCharacter(A)", "dlgCharArray.SetMode", "Dravikdlg.PrintFeatureVect",
-                    "uncommitted UBound(vSamples, 0) = 2"));
+                    "Dravikdlg.SetFontArray", "dlgCharArray.SetCharacter(A)", "dlgCharArray.SetMode"));
 }
 
-TEST_F(CharArrayTest, AnswersThatAreMissingOrBroken) {
-    tool->trained.clear();
-    arrays.DisplayCharArray("B", false);
-    EXPECT_EQ(caption(0), "0");
-    EXPECT_EQ(message(), "");
-
+TEST_F(CharArrayTest, AFailureIsTold) {
     tool->failAt("GetSampleData", 42, "camera unplugged");
-    arrays.DisplayCharArray("B", false);
+    showArray("A");
     EXPECT_EQ(message(), "DisplayCharArray Err 42 camera unplugged");
-    tool->succeedAt("GetSampleData");
-    // A table too narrow to hold 49 features.
-    tool->setAnswer(kAllTrained, {{"H", "H"}, {0.0, 66.0}});
-    arrays.DisplayCharArray("B", false);
-    EXPECT_EQ(message(), "DisplayCharArray Err 9 Subscript out of range");
 }
 
 }  // namespace

@@ -4,27 +4,15 @@
 namespace dravik::test {
 namespace {
 
-ScreenState someState() {
+TEST(ScreenState, ComesBackFromItsBytesUnlessTheyAreDamaged) {
     ScreenState state;
     state.m_LastInclude = "A\xC3\xA9";
-    state.m_IncludedChars = "BA\xC3\xA9";
     state.message = "2 samples included.";
-    state.undoToolTip = "Undo include for 'A\xC3\xA9'";
-    state.figures = "Cycles: 412, RMS: 0.03";
-    state.addedChars = "\xC3\xA9";
     state.markedChars = "A";
-    state.undoEnabled = true;
-    state.saveEnabled = true;
-    return state;
-}
-
-TEST(ScreenState, ComesBackFromItsBytes) {
-    EXPECT_EQ(decodeScreenState(encode(someState())), someState());
-    EXPECT_EQ(decodeScreenState(encode({})), ScreenState());
-}
-
-TEST(ScreenState, DamagedBytesAreRefused) {
-    const std::string bytes = encode(someState());
+    state.committed = 2;
+    state.undoEnabled = state.saveEnabled = true;
+    const std::string bytes = encode(state);
+    EXPECT_EQ(decodeScreenState(bytes), state);
     for (std::size_t at = 0; at < bytes.size(); ++at) {
         EXPECT_FALSE(decodeScreenState(bytes.substr(0, at))) << "cut at " << at;
         for (const int flip : {1, 0x80}) {
@@ -96,13 +84,12 @@ TEST_F(OperatorActs, TheScreenGoesBackAndForthWithTheFont) {
     EXPECT_EQ(after, control.state());
     rightClick("C", "mnuMainCharHist");
     auto& histogram = static_cast<dlgCharHist&>(platform.opened("dlgCharHist"));
-    EXPECT_EQ(histogram.sbr.panel("MaxDist").text(), "3");
     tool->calls.clear();
 
     tool->committed.pop_back();
     tool->characterSet = {"A"};
     control.refreshAfterHistory(before, true);
-    EXPECT_EQ(tool->changes(), std::vector<std::string>());
+    EXPECT_THAT(tool->changes(), IsEmpty());
     EXPECT_EQ(control.state(), before);
     EXPECT_EQ(screen().sbr.panel("LastInclude").text(), "AB");
     EXPECT_EQ(screen().font.txtCharSet.text(), "A");
@@ -112,11 +99,10 @@ TEST_F(OperatorActs, TheScreenGoesBackAndForthWithTheFont) {
 
     tool->committed.clear();
     control.refreshAfterHistory(acts[0].before, false);
-    EXPECT_FALSE(control.m_FontChanged());
-    EXPECT_FALSE(screen().train.cmdTrain.enabled());
+    EXPECT_FALSE(control.m_FontChanged() || screen().train.cmdTrain.enabled() ||
+                 toolButton("Undo").enabled());
     EXPECT_EQ(screen().numeric.grid.rows(), 0);
     EXPECT_TRUE(platform.open.empty()) << "a histogram without samples";
-    EXPECT_FALSE(toolButton("Undo").enabled());
 
     tool->addCommitted("C", {0.1, 0.2, 0.3});
     control.refreshAfterHistory(after, true);

@@ -6,17 +6,6 @@ namespace dravik {
 using namespace ui;
 namespace {
 
-TEST(Signal, AConnectionEndsWithItsObject) {
-    Signal<int> signal;
-    int sum = 0;
-    {
-        const Connection connection = signal.connect([&](int value) { sum += value; });
-        signal(1);
-    }
-    signal(10);
-    EXPECT_EQ(sum, 1);
-}
-
 TEST(Signal, SurvivesLeavingAndDestructionWhileItCalls) {
     auto signal = std::make_unique<Signal<>>();
     int calls = 0;

@@ -1,6 +1,8 @@
 #include "screen/support/RecordingTool.h"
 
 #include <algorithm>
+#include <sstream>
+#include <utility>
 
 #include "base/Text.h"
 
@@ -8,9 +10,9 @@ namespace dravik::test {
 namespace {
 
 std::string joined(const auto& values) {
-    std::string text;
-    for (const auto& value : values) text += (text.empty() ? "" : ",") + std::to_string(value);
-    return text;
+    std::ostringstream text;
+    for (const char* between = ""; const auto& value : values) text << std::exchange(between, ",") << value;
+    return text.str();
 }
 
 // A row for each record below the headings, which the first one brings.
@@ -76,11 +78,6 @@ void RecordingTool::record(const std::string& operation, const std::string& argu
     if (const auto failure = failures_.find(operation); failure != failures_.end()) throw failure->second;
 }
 
-double RecordingTool::datum(const std::string& name) {
-    if (const auto found = data.find(name); found != data.end()) return found->second;
-    throw Failure(RuntimeError::InvalidProcedureCall);
-}
-
 void RecordingTool::LoadFont(const std::string& name) {
     record("LoadFont", name);
     currentFont = name;
@@ -108,12 +105,9 @@ void RecordingTool::DuplicateFont(const std::string& newName, const std::string&
 }
 
 void RecordingTool::SetCharacterSet(const CharacterSet& set) {
-    std::string arguments;
-    for (std::size_t i = 0; i < set.size(); ++i) arguments += (i == 0 ? "" : ",") + set[i];
-    record("SetCharacterSet", arguments);
-    characterSet.clear();
-    for (const auto& character : set)
-        if (!character.empty()) characterSet.push_back(character);
+    record("SetCharacterSet", joined(set));
+    characterSet = set;
+    std::erase(characterSet, "");
 }
 
 void RecordingTool::IncludeSamples(const std::string& expectedText) {

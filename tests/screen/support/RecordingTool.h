@@ -104,7 +104,7 @@ class RecordingTool : public FontTool, public Step {
     void train();
 
     std::string programIdentifier() override { return program; }
-    double datum(const std::string& name) override;
+    double datum(const std::string& name) override { return data.at(name); }
     FontTool& fontTool() override { return *this; }
 
     using FontTool::GetSampleData;

@@ -4,13 +4,6 @@
 
 namespace dravik::test {
 
-PoppedItem PoppedMenu::item(const std::string& itemName) const {
-    for (const auto& item : items)
-        if (item.name == itemName) return item;
-    ADD_FAILURE() << "menu " << name << " has no item " << itemName;
-    return {};
-}
-
 ScriptedPlatform::~ScriptedPlatform() {
     EXPECT_TRUE(boxAnswers.empty()) << boxAnswers.size() << " message boxes were expected and never shown";
     EXPECT_TRUE(menuPicks.empty()) << menuPicks.size() << " menu picks were expected and never asked for";
@@ -36,7 +29,6 @@ std::vector<std::string> ScriptedPlatform::told() const {
 }
 
 void ScriptedPlatform::showModal(Form& form) {
-    modalForms.push_back(form.name());
     form.activate();
     if (const auto handler = modalHandlers.find(form.name()); handler != modalHandlers.end()) {
         handler->second(form);
@@ -50,7 +42,6 @@ void ScriptedPlatform::showModal(Form& form) {
 }
 
 void ScriptedPlatform::show(Form& form) {
-    shown.push_back(form.name());
     if (std::find(open.begin(), open.end(), &form) == open.end()) {
         open.push_back(&form);
         form.unloaded.subscribe([this, &form] { std::erase(open, &form); });
@@ -65,10 +56,10 @@ Form& ScriptedPlatform::opened(const std::string& name) const {
     throw Failure(RuntimeError::SubscriptOutOfRange, name + " is not open");
 }
 
-void ScriptedPlatform::popUpMenu(PopupMenu& menu, Widget& at, double x, double y) {
-    PoppedMenu popped{menu.name, at.name(), x, y, {}};
-    for (const auto& item : menu.items()) popped.items.push_back({item->name, item->caption, item->enabled});
-    menus.push_back(popped);
+void ScriptedPlatform::popUpMenu(PopupMenu& menu, Widget&, double, double) {
+    menus.emplace_back();
+    for (const auto& item : menu.items())
+        if (item->enabled && !item->isSeparator()) menus.back().push_back(item->caption);
     if (menuPicks.empty()) {
         ADD_FAILURE() << "unexpected menu " << menu.name;
         return;
@@ -76,11 +67,10 @@ void ScriptedPlatform::popUpMenu(PopupMenu& menu, Widget& at, double x, double y
     const auto pick = menuPicks.front();
     menuPicks.pop_front();
     if (pick.empty()) return;
-    if (!popped.enabled(pick)) {
-        ADD_FAILURE() << "item " << pick << " of menu " << menu.name << " cannot be picked";
-        return;
-    }
+    EXPECT_TRUE(menu.item(pick).enabled)
+        << "item " << pick << " of menu " << menu.name << " cannot be picked";
     menu.item(pick).click();
+    if (asking) asking();
 }
 
 std::string ScriptedPlatform::fileDateText(const std::string& path) {

@@ -14,24 +14,6 @@ namespace dravik::test {
 
 using namespace ui;
 
-struct PoppedItem {
-    std::string name;
-    std::string caption;
-    bool enabled = false;
-};
-
-struct PoppedMenu {
-    std::string name;
-    std::string at;  // the widget's name
-    double x = 0;
-    double y = 0;
-    std::vector<PoppedItem> items;
-
-    // Fails the test and returns an empty item for an unknown name.
-    PoppedItem item(const std::string& itemName) const;
-    bool enabled(const std::string& itemName) const { return item(itemName).enabled; }
-};
-
 class ScriptedPlatform : public Platform {
   public:
     ~ScriptedPlatform() override;
@@ -41,27 +23,23 @@ class ScriptedPlatform : public Platform {
     std::vector<MessageBox> boxes;
     // Title and text of each box that came up.
     std::vector<std::string> told() const;
-    std::function<void()> asking;  // while a box is up
+    std::function<void()> asking;  // while a box or a menu is up
 
     // What the operator does in the modal form of that name; the form must be unloaded when it returns.
     std::map<std::string, std::function<void(Form&)>> modalHandlers;
-    std::vector<std::string> modalForms;
 
-    // Names of the forms shown, once for each call.
-    std::vector<std::string> shown;
-    // Those that were not closed since.
+    // The forms shown that were not closed since.
     std::vector<Form*> open;
     // The open form of that name; raises Subscript out of range (9) when there is none.
     Form& opened(const std::string& name) const;
 
     // The items picked in the menus to come, in order; "" closes a menu without a pick.
     std::deque<std::string> menuPicks;
-    std::vector<PoppedMenu> menus;
+    // Of each menu that came up, the captions that could be picked.
+    std::vector<std::vector<std::string>> menus;
 
     std::string clipboard;
     std::map<std::string, std::string> fileDates;  // by path
-    std::string date = "11/21/2026";
-    std::string time = "3:04:05 PM";
     int busyDepth = 0;
     int busyTimes = 0;  // how often the pointer became busy
 
@@ -71,8 +49,8 @@ class ScriptedPlatform : public Platform {
     void popUpMenu(PopupMenu& menu, Widget& at, double x, double y) override;
     void setClipboardText(const std::string& text) override { clipboard = text; }
     std::string fileDateText(const std::string& path) override;
-    std::string dateText() override { return date; }
-    std::string timeText() override { return time; }
+    std::string dateText() override { return "11/21/2026"; }
+    std::string timeText() override { return "3:04:05 PM"; }
     void setBusy(bool busy) override;
 };
 

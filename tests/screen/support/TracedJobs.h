@@ -17,8 +17,6 @@ using namespace screen;
 class TracedJobs {
   public:
     TracedJobs() { g_lLogEntry = 0; }
-    TracedJobs(const TracedJobs&) = delete;
-    TracedJobs& operator=(const TracedJobs&) = delete;
     ~TracedJobs() {
         g_bTrace = false;
         g_lLogEntry = 0;
