@@ -3,7 +3,7 @@
 // rules are made with `develop` and `develop2`, and the others are only for the last word.
 //
 //     dravik_generate
-//     develop|develop2|held|fresh|unseen|unseen2|unseen3|unseen4|unseen5|unseen6|unseen7|learn
+//     develop|develop2|held|fresh|unseen|unseen2|unseen3|unseen4|unseen5|unseen6|unseen7|unseen8|learn
 //     usual|extreme|scenes FOLDER [LINES_PER_FACE [CHARSETS_PER_FACE]]
 //
 // `usual` and `extreme` say under what conditions the lines are seen, `scenes` has them on parts beside other
@@ -330,6 +330,25 @@ const std::vector<Face> kUnseen7 = {
     {"dotphetsarath", "Phetsarath_OT.ttf", 9},
 };
 
+// For the last word on what was made after `unseen7` had been counted.
+const std::vector<Face> kUnseen8 = {
+    {"imfell", "IMFePIrm29P.ttf"},
+    {"atavyros", "Atavyros.otf"},
+    {"seto", "setofont.ttf"},
+    {"gorda", "BPG_Gorda_GNU-GPL.ttf"},
+    {"algeti", "BPG_Algeti_GPL&GNU.ttf"},
+    {"khyay", "MyanmarKhyay.ttf"},
+    {"sabae", "MyanmarSabae.ttf"},
+    {"jua", "BMJUA_ttf.ttf"},
+    {"aroania", "Aroania_hint.ttf"},
+    {"radis", "RadisSans-medium.otf"},
+    {"xipital", "xipital.ttf"},
+    {"dotteletext", "teletext2.pcf.gz"},
+    {"dotsmalljp", "small_fonts_jp.ttf"},
+    {"dotdinaru", "UnDinaru.ttf", 9},
+    {"dotuchen", "DDC_Uchen.ttf", 9},
+};
+
 std::unique_ptr<Typeface> opened(const Face& face) {
     const std::string file = face.file;
     if (file.empty()) return smallDotFace();
@@ -398,7 +417,8 @@ const std::vector<Set> kSets = {{"develop", kDevelop, 100'003u},     {"held", kH
                                 {"develop2", kDevelop2, 3'300'071u}, {"unseen2", kUnseen2, 4'700'021u},
                                 {"unseen3", kUnseen3, 5'900'017u},   {"unseen4", kUnseen4, 7'300'033u},
                                 {"unseen5", kUnseen5, 8'700'037u},   {"unseen6", kUnseen6, 10'100'039u},
-                                {"unseen7", kUnseen7, 11'500'043u},  {"learn", kLearn, 500'009u, true}};
+                                {"unseen7", kUnseen7, 11'500'043u},  {"unseen8", kUnseen8, 12'900'047u},
+                                {"learn", kLearn, 500'009u, true}};
 
 struct Seeing {
     const char* name;
@@ -452,7 +472,8 @@ int main(int argc, char** argv) {
         std::fprintf(
             stderr,
             "usage: dravik_generate develop|develop2|held|fresh|unseen|unseen2|unseen3|unseen4|unseen5|"
-            "unseen6|unseen7|learn usual|extreme|scenes FOLDER [LINES_PER_FACE [CHARSETS_PER_FACE]]\n");
+            "unseen6|unseen7|unseen8|learn usual|extreme|scenes FOLDER [LINES_PER_FACE "
+            "[CHARSETS_PER_FACE]]\n");
         return 2;
     }
     try {
