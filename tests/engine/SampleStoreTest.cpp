@@ -109,5 +109,31 @@ TEST(SampleStore, DistancesFollowWhatComesAndGoes) {
     EXPECT_LT(store.columns(SampleKind::Committed)->distances[20'002], 0.1);
 }
 
+TEST(DistanceMeasure, OneWrongLabelAmongFourDoesNotSpoilTheOtherThree) {
+    SampleStore store;
+    std::vector<Sample> samples;
+    for (int i = 0; i < 3; ++i) samples.push_back(sampleAt('W', 0.2f + 0.02f * static_cast<float>(i)));
+    samples.push_back(sampleAt('W', 0.8f));
+    for (int i = 0; i < 4; ++i) samples.push_back(sampleAt('M', 0.8f + 0.02f * static_cast<float>(i)));
+    store.include(samples);
+    store.commit();
+    const std::vector<double> distances = store.columns(SampleKind::Committed)->distances;
+    for (const std::size_t right : {0, 1, 2}) EXPECT_LT(distances[right], 0.1) << right;
+    for (const std::size_t right : {4, 5, 6, 7}) EXPECT_LT(distances[right], 0.4) << right;
+    EXPECT_GT(distances[3], 0.75);
+}
+
+TEST(DistanceMeasure, IsDefinedForSingleSamplesAndASingleCharacter) {
+    SampleStore store;
+    store.include({sampleAt('A', 0.3f)});
+    EXPECT_TRUE(std::isfinite(store.columns(SampleKind::Uncommitted)->distances[0]));
+    store.commit();
+    EXPECT_LT(store.columns(SampleKind::Committed)->distances[0], 0.5);
+    store.include({sampleAt('A', 0.3f), sampleAt('A', 0.31f), sampleAt('B', 0.9f), sampleAt('C', 0.9f)});
+    store.commit();
+    for (const double distance : store.columns(SampleKind::Committed)->distances)
+        EXPECT_TRUE(distance >= 0 && distance <= 1) << distance;
+}
+
 }  // namespace
 }  // namespace dravik
