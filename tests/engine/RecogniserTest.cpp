@@ -3,7 +3,6 @@
 
 #include "engine/LabelledImages.h"
 #include "engine/PngFile.h"
-#include "engine/recogniser/CharacterContext.h"
 #include "support/Testing.h"
 
 namespace dravik {
@@ -39,29 +38,6 @@ TEST(BaseReader, NamesTheCharacterThatATextDoesNotGoWith) {
     EXPECT_EQ(doubted, 0);
     EXPECT_GE(named, images * 9 / 10);
     EXPECT_TRUE(readWithoutFont(Segmentation()).empty());
-}
-
-// "O" is as likely as "0" by its shape, "B" is clearly a "B".
-TEST(CharacterContext, DecidesBetweenShapesThatHardlyDifferAlone) {
-    const auto oneOf = [](std::string_view shapes, double first) {
-        PatchLikelihoods one;
-        one.fill(std::log(1e-6f));
-        one[*recognisedPlace(shapes.substr(0, 1))] = static_cast<float>(std::log(first));
-        if (shapes.size() > 1)
-            one[*recognisedPlace(shapes.substr(1))] = static_cast<float>(std::log(1 - first));
-        return one;
-    };
-    const auto read = [](const std::vector<PatchLikelihoods>& line) {
-        std::string text;
-        for (const std::size_t place : likeliestTogether(line)) text += kRecognisedCharacters[place];
-        return text;
-    };
-    const auto two = oneOf("2", 0.999), unsure = oneOf("O0", 0.6), clear = oneOf("B8", 0.99);
-    EXPECT_EQ(read({two, unsure, two}), "202");
-    EXPECT_EQ(read({oneOf("L", 0.999), unsure, oneOf("T", 0.999)}), "LOT");
-    EXPECT_EQ(read({two, clear, two}), "2B2");
-    EXPECT_EQ(read({unsure}), "O");
-    EXPECT_EQ(read({}), "");
 }
 
 }  // namespace
