@@ -111,11 +111,8 @@ TEST(SampleStore, DistancesFollowWhatComesAndGoes) {
 
 TEST(DistanceMeasure, OneWrongLabelAmongFourDoesNotSpoilTheOtherThree) {
     SampleStore store;
-    std::vector<Sample> samples;
-    for (int i = 0; i < 3; ++i) samples.push_back(sampleAt('W', 0.2f + 0.02f * static_cast<float>(i)));
-    samples.push_back(sampleAt('W', 0.8f));
-    for (int i = 0; i < 4; ++i) samples.push_back(sampleAt('M', 0.8f + 0.02f * static_cast<float>(i)));
-    store.include(samples);
+    store.include({sampleAt('W', 0.2f), sampleAt('W', 0.22f), sampleAt('W', 0.24f), sampleAt('W', 0.8f),
+                   sampleAt('M', 0.8f), sampleAt('M', 0.82f), sampleAt('M', 0.84f), sampleAt('M', 0.86f)});
     store.commit();
     const std::vector<double> distances = store.columns(SampleKind::Committed)->distances;
     for (const std::size_t right : {0, 1, 2}) EXPECT_LT(distances[right], 0.1) << right;

@@ -44,13 +44,14 @@ TEST(Scene, PlacesAndLinesAreThoseOfTheWholePicture) {
     const RotatedBox all = boxOf(picture, 20);
     for (std::size_t i = 0; i < found.size(); ++i) {
         // The middle of the character's five by seven dots.
+        const std::size_t line = i / 8;
         const float x = kMargin + 30 * static_cast<float>(i % 8) + 12.5f,
-                    y = kMargin + 55 * static_cast<float>(i / 8) + 17.5f;
+                    y = kMargin + 55 * static_cast<float>(line) + 17.5f;
         const RotatedBox::Point wanted = all.toImage({x - all.centreX, y - all.centreY});
         EXPECT_NEAR(middleOf(found[i].place).x, wanted.x, 4);
         EXPECT_NEAR(middleOf(found[i].place).y, wanted.y, 4);
         EXPECT_LT(found[i].place.width(), 48);
-        EXPECT_EQ(found[i].line, static_cast<int>(i) / 8);
+        EXPECT_EQ(found[i].line, static_cast<int>(line));
     }
 }
 
