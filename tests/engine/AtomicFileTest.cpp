@@ -54,7 +54,7 @@ TEST(AtomicFile, FailedSaveLeavesTheOldFileAndNothingElse) {
         const Failure failure = test::failureOfAction(
             [&] { writeWholeFile(file, std::vector<std::uint8_t>(100'000, 'n'), true); });
         EXPECT_EQ(failure.number(), 61) << "beyond " << most << " bytes";
-        EXPECT_NE(failure.description().find(file), std::string::npos);
+        EXPECT_THAT(failure.description(), testing::HasSubstr(file));
         EXPECT_EQ(contentOf(file), "old");
         EXPECT_EQ(filesIn(folder.path()), 1u);
     }
@@ -118,16 +118,9 @@ TEST(AtomicFile, ASaveKeepsRightsAndLinksAndLeavesWhatIsReadOnly) {
     };
     writeWholeFile(file, bytesOf("one"), true);
     ASSERT_EQ(chmod(file.c_str(), 0664), 0);
-    constexpr gid_t kGames = 60;
-    const bool mayGive = chown(file.c_str(), 65534, kGames) == 0;
     writeWholeFile(file, bytesOf("two"), true);
     EXPECT_EQ(modeOf(file) & 07777, 0664u);
     EXPECT_EQ(modeOf(backupOf(file)) & 07777, 0664u);
-    struct stat state {};
-    ASSERT_EQ(stat(file.c_str(), &state), 0);
-    if (mayGive) {
-        EXPECT_EQ(state.st_gid, kGames);
-    }
 
     std::filesystem::create_directory(folder.path("links"));
     const std::string link = folder.path("links/b.nnd");

@@ -12,11 +12,7 @@ using namespace engine;
 using namespace tool;
 namespace {
 
-struct PlainSample {
-    std::uint64_t serial = 0;
-    std::int32_t code = 0;
-    bool operator==(const PlainSample&) const = default;
-};
+using PlainSample = std::pair<std::uint64_t, std::int32_t>;  // its serial number and its code
 
 struct PlainFont {
     CharacterSet set;
@@ -29,19 +25,14 @@ struct PlainFont {
 };
 
 void PrintTo(const PlainFont& font, std::ostream* out) {
-    for (const std::string& character : font.set) *out << character;
-    for (const auto* list : {&font.committed, &font.uncommitted}) {
-        *out << " |";
-        for (const PlainSample& one : *list) *out << ' ' << one.serial << static_cast<char>(one.code);
-    }
-    *out << " | training " << font.training;
+    *out << testing::PrintToString(
+        std::make_tuple(font.set, font.committed, font.uncommitted, font.training));
 }
 
 // Every state that the font was in, one for each act.
 struct Model {
     PlainFont now;
     std::vector<PlainFont> states{{}};
-    std::vector<bool> onlyTrained{false};  // the act that led to each
     std::size_t at = 0;
     std::optional<std::size_t> saved = 0;
     PlainFont file;
@@ -64,8 +55,6 @@ struct Model {
     }
     void endAct() {
         if (now == states[at] && !isTouched) return;
-        onlyTrained.resize(at + 1);
-        onlyTrained.push_back(!isTouched && now.set == states[at].set);
         isTouched = false;
         states.resize(at + 1);
         if (saved && *saved > at) saved.reset();
@@ -76,15 +65,6 @@ struct Model {
         endAct();
         saved = at;
         file = now;
-    }
-    void revert() {
-        endAct();
-        if (now.training == file.training) return;
-        now.training = file.training;
-        endAct();
-        for (std::size_t i = saved.value_or(at); i < at; ++i)
-            if (!onlyTrained[i + 1]) return;
-        if (saved && *saved < at) saved = at;
     }
     // What is there after the program has died.
     void restart() {
@@ -177,8 +157,8 @@ class Story {
         copy->steps.clear();
         now.steps.emplace_back(size, std::move(copy));
     }
-    void make(FontChange change) {
-        fonts_->make(std::move(change));
+    void make(const FontChange& change) {
+        std::holds_alternative<SetTraining>(change) ? fonts_->makeAnyway(change) : fonts_->make(change);
         deleted_.reset();
         model().changedHere = true;
     }
@@ -232,9 +212,7 @@ class Story {
         } else {
             const int next = ++trainings_;
             tell("train " + *current_);
-            fonts_->makeAnyway(SetTraining{fonts_->state().training, trainingOf(next), {}, {}, {}});
-            deleted_.reset();
-            model().changedHere = true;
+            make(SetTraining{fonts_->state().training, trainingOf(next), {}, {}, {}});
             font.training = next;
         }
         note();
@@ -249,37 +227,17 @@ class Story {
         if (digestOf(readFontBytes(file(*current_))) != before)
             model().sizeAtSave = model().steps.back().first;
     }
-    void revert() {
-        tell("revert " + *current_);
-        fonts_->endAct({}, {});
-        model().endAct();
-        note();
-        const auto before = std::max(model().steps.back().first, kBegun);
-        const FontChange change =
-            SetTraining{fonts_->state().training, trainingOf(model().file.training), {}, {}, {}};
-        fonts_->revert(*current_);
-        if (model().now.training != model().file.training) {
-            model().changedHere = true;
-            // A journal may end behind the change and before the end of the act.
-            auto half = std::make_shared<Model>(model());
-            half->steps.clear();
-            half->now.training = half->file.training;
-            model().steps.emplace_back(before + encodeEntry({change, {}}).size(), std::move(half));
-        }
-        model().revert();
-        if (!model().isUnsaved()) model().steps.clear();
-        note();
-    }
     void goBackOrForth() {
         tell("go back or forth in " + *current_);
         Model& now = model();
         if (deleted_) return bringBack();
         now.endAct();
         const bool back = below(3) > 0;
+        const auto act = [&] { back ? fonts_->undo() : fonts_->redo(); };
         if (back ? now.at == 0 : now.at + 1 == now.states.size()) {
-            EXPECT_EQ(test::refusal([&] { back ? fonts_->undo() : fonts_->redo(); }), 5);
+            EXPECT_EQ(test::refusal(act), 5);
         } else {
-            back ? fonts_->undo() : fonts_->redo();
+            act();
             now.at += back ? -1 : 1;
             now.now = now.states[now.at];
             now.changedHere = true;
@@ -289,6 +247,10 @@ class Story {
     void bringBack() {
         tell("bring back " + deleted_->first);
         auto [name, font] = *deleted_;
+        if (models_.contains(name)) {
+            EXPECT_EQ(test::refusal([&] { fonts_->undo(); }), 58) << "another has its name now";
+            return;
+        }
         fonts_->undo();
         font.steps.clear();
         font.sizeAtSave = 0;
@@ -307,14 +269,12 @@ class Story {
             }
             return;
         }
-        const int act = below(current_ ? 10 : 2);
+        const int act = below(current_ ? 8 : 2);
         if (act == 0) return create(anyName());
         if (act == 1) return choose(anyName());
         if (act <= 4) return goBackOrForth();
         if (act == 5) return save();
-        if (act == 6) return revert();
-        if (act == 7) return copyOrRename(anyName());
-        act == 8 ? removeFont(anyName()) : discard(anyName());
+        act == 6 ? copyOrRename(anyName()) : removeFont(anyName());
     }
     void create(const std::string& name) {
         tell("create " + name);
@@ -347,33 +307,26 @@ class Story {
         if (current_) model().now.uncommitted.clear();
     }
     void choose(const std::string& name) {
+        if (!models_.contains(name)) return;
         tell("choose " + name);
-        if (!models_.contains(name)) {
-            EXPECT_EQ(test::refusal([&] { fonts_->load(name); }), 53);
-            return;
-        }
         fonts_->load(name);
         if (current_ != name) leave();
         current_ = name;
         model().steps.clear();
     }
     void copyOrRename(const std::string& name) {
-        tell("copy or rename " + *current_ + " to " + name);
-        const bool copies = below(2) == 0;
+        if (models_.contains(name)) return;
         const std::string old = *current_;
-        const auto act = [&] { copies ? fonts_->duplicate(name, old) : fonts_->rename(name, old); };
-        if (models_.contains(name)) {
-            EXPECT_EQ(test::refusal(act), 58);
-            return;
-        }
-        act();
-        if (copies) {
+        tell("copy or rename " + old + " to " + name);
+        if (below(2) == 0) {
+            fonts_->duplicate(name, old);
             deleted_.reset();
             PlainFont shown = model().now;
             shown.uncommitted.clear();
             models_[name] = Model::of(shown);
             return;
         }
+        fonts_->rename(name, old);
         auto entry = models_.extract(old);
         entry.key() = name;
         entry.mapped().steps.clear();
@@ -382,8 +335,8 @@ class Story {
         current_ = name;
     }
     void removeFont(const std::string& name) {
-        tell("remove " + name);
         if (!models_.contains(name)) return;
+        tell("remove " + name);
         fonts_->remove(name);
         opened(name);
         models_.at(name).now.uncommitted.clear();
@@ -392,15 +345,6 @@ class Story {
         if (wasCurrent_) current_.reset();
         if (below(2) == 0) bringBack();
     }
-    void discard(const std::string& name) {
-        tell("discard " + name);
-        if (!models_.contains(name)) return;
-        const bool isOpen = models_.at(name).isUnsaved();
-        fonts_->discardUnsaved(name);
-        if (isOpen && !isLeft(name)) models_.at(name) = Model::of(models_.at(name).file);
-    }
-    // Unsaved, and not loaded since the program started: the tool does not know of it.
-    bool isLeft(const std::string& name) const { return left_.contains(name); }
 
     void compare() {
         if (!current_) return;
@@ -497,7 +441,7 @@ class Story {
     std::optional<std::string> current_;
     std::optional<std::pair<std::string, Model>> deleted_;
     bool wasCurrent_ = false;
-    std::set<std::string> left_;
+    std::set<std::string> left_;     // unsaved, and not loaded since the program started
     std::set<std::string> foreign_;  // their journals do not fit them, and they have not been loaded since
     int trainings_ = 0;
 };

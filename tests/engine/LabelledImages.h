@@ -29,12 +29,10 @@ inline std::vector<LabelledImage> labelledImages(const std::string& folder) {
         image.file = folder + "/" + image.name;
         image.font = image.name.substr(0, image.name.find('_'));
         for (std::size_t i = tab + 1; i < row.size(); ++i) {
-            if (row[i] == ' ') continue;
-            if (row[i] == '\\' && i + 1 < row.size() && row[i + 1] == 'n') {
+            if (row[i] == '\\' && i + 1 < row.size() && row[i + 1] == 'n')
                 ++i;
-                continue;
-            }
-            image.text += row[i];
+            else if (row[i] != ' ')
+                image.text += row[i];
         }
         images.push_back(std::move(image));
     }

@@ -9,13 +9,9 @@ namespace dravik {
 using namespace engine;
 namespace {
 
-float someNumber(std::size_t i) {
-    return static_cast<float>(i * 37 % 101) / 50 - 1;
-}
-
 std::vector<float> someNumbers(std::size_t count, std::size_t from) {
     std::vector<float> numbers(count);
-    for (std::size_t i = 0; i < count; ++i) numbers[i] = someNumber(from + i);
+    for (std::size_t i = 0; i < count; ++i) numbers[i] = static_cast<float>((from + i) * 37 % 101) / 50 - 1;
     return numbers;
 }
 
@@ -59,66 +55,6 @@ TEST(MatrixKernels, MultiplyMatricesOfEverySize) {
                         EXPECT_EQ(c[rows * (columns + 16)], 77) << kernels->name;
                         EXPECT_EQ(c[columns], 77) << kernels->name;
                     }
-}
-
-// As a convolution sees its picture: two rows of it, places that overlap, against the same copied out.
-TEST(MatrixKernels, MultiplyRowsThatLieInParts) {
-    const std::size_t rows = 13, columns = 48, length = 6, step = 2, below = 40;
-    const std::vector<float> picture = someNumbers(2 * below, 1), b = someNumbers(2 * length * columns, 5);
-    std::vector<float> copied;
-    for (std::size_t r = 0; r < rows; ++r)
-        for (const std::size_t part : {std::size_t{0}, below})
-            for (std::size_t i = 0; i < length; ++i) copied.push_back(picture[part + r * step + i]);
-    const std::array<std::size_t, 2> parts{0, below};
-    for (const MatrixKernels* kernels : availableKernels()) {
-        std::vector<float> wanted(rows * columns), got(wanted);
-        kernels->multiply({copied.data(), 2 * length, 1, b.data(), columns, wanted.data(), columns, rows,
-                           columns, 2 * length});
-        kernels->multiply({picture.data(), step, 1, b.data(), columns, got.data(), columns, rows, columns,
-                           length, parts.data(), parts.size()});
-        EXPECT_EQ(got, wanted) << kernels->name;
-    }
-}
-
-TEST(MatrixKernels, TransposeIntoAWiderMatrix) {
-    for (const MatrixKernels* kernels : availableKernels()) {
-        const std::vector<float> from = someNumbers(12 * 20, 3);
-        std::vector<float> to(20 * 15, 77);
-        kernels->transpose(from.data(), 20, to.data(), 15, 12, 20);
-        for (std::size_t r = 0; r < 12; ++r)
-            for (std::size_t c = 0; c < 20; ++c) EXPECT_EQ(to[c * 15 + r], from[r * 20 + c]);
-        EXPECT_EQ(to[12], 77);
-    }
-}
-
-// Outputs of which the softmax, computed plainly, would be infinite or undefined are among them.
-TEST(MatrixKernels, OutputErrorsAreLikelihoodsLessWhatIsWanted) {
-    constexpr std::size_t classes = 74, stride = 80;
-    for (const MatrixKernels* kernels : availableKernels()) {
-        std::vector<float> outputs = someNumbers(4 * stride, 2);
-        for (std::size_t i = 0; i < classes; ++i) outputs[stride + i] *= 25;
-        for (std::size_t i = 0; i < classes; ++i) outputs[2 * stride + i] = i % 2 == 0 ? 1e30f : -1e30f;
-        for (std::size_t i = 0; i < classes; ++i) outputs[3 * stride + i] = -1000;
-        const std::vector<float> before = outputs;
-        const std::vector<std::uint32_t> wanted = {3, 73, 0, 7};
-        const float squares = kernels->outputErrors({outputs.data(), stride, 4, classes, wanted.data()});
-        double all = 0;
-        for (std::size_t r = 0; r < 4; ++r) {
-            double sum = 0, error = 0;
-            const auto power = [&before](std::size_t at) {
-                return std::exp(std::clamp(static_cast<double>(before[at]), -60.0, 60.0));
-            };
-            for (std::size_t i = 0; i < classes; ++i) sum += power(r * stride + i);
-            for (std::size_t i = 0; i < classes; ++i) {
-                const double right = power(r * stride + i) / sum - (i == wanted[r] ? 1 : 0);
-                EXPECT_NEAR(static_cast<double>(outputs[r * stride + i]), right, 1e-6) << kernels->name;
-                error += right * right;
-            }
-            for (std::size_t i = classes; i < stride; ++i) EXPECT_EQ(outputs[r * stride + i], 0);
-            all += error;
-        }
-        EXPECT_NEAR(static_cast<double>(squares), all, 1e-4) << kernels->name;
-    }
 }
 
 // Samples that no image gives, from a font file that someone made.

@@ -1,7 +1,6 @@
-// The loops over pixels that take words, blocks and bands at a time, against the same done pixel by pixel, on
-// sizes that do not fit the words, blocks and bands.
+// The loops over pixels that take blocks and bands at a time, against the same done pixel by pixel, on sizes
+// that do not fit the blocks and bands.
 
-#include "engine/image/Components.h"
 #include "engine/image/Morphology.h"
 #include "engine/image/SmoothPicture.h"
 #include "support/Testing.h"
@@ -22,52 +21,6 @@ Pixels noise(int width, int height, unsigned seed) {
 
 std::size_t at(int x, int y, int width) {
     return static_cast<std::size_t>(y * width + x);
-}
-
-// For each pixel the number of the component that it is in, in the order of their first pixels; -1 for paper.
-std::vector<int> flooded(const InkImage& image) {
-    std::vector<int> owners(image.ink.size(), -1);
-    int count = 0;
-    for (int y = 0; y < image.height; ++y)
-        for (int x = 0; x < image.width; ++x) {
-            if (image.at(x, y) < 128 || owners[at(x, y, image.width)] >= 0) continue;
-            std::vector<std::pair<int, int>> open = {{x, y}};
-            while (!open.empty()) {
-                const auto [px, py] = open.back();
-                open.pop_back();
-                if (px < 0 || py < 0 || px >= image.width || py >= image.height || image.at(px, py) < 128)
-                    continue;
-                int& owner = owners[at(px, py, image.width)];
-                if (owner >= 0) continue;
-                owner = count;
-                for (int dy = -1; dy <= 1; ++dy)
-                    for (int dx = -1; dx <= 1; ++dx) open.push_back({px + dx, py + dy});
-            }
-            ++count;
-        }
-    return owners;
-}
-
-TEST(PictureLoops, ComponentsAreWhatAFloodReaches) {
-    for (const int width : {1, 7, 8, 9, 40, 65}) {
-        InkImage image{width, 30, 1, 0, 0, noise(width, 30, static_cast<unsigned>(width))};
-        // Less ink than paper, so that there are components of all sizes.
-        for (std::uint8_t& value : image.ink) value = static_cast<std::uint8_t>(value * 7 / 10);
-        std::vector<int> owners(image.ink.size(), -1);
-        const std::vector<Piece> pieces = components(image, 1);
-        for (std::size_t i = 0; i < pieces.size(); ++i) {
-            int area = 0;
-            for (const auto& run : pieces[i].runs)
-                for (int x = run.x0; x < run.x1; ++x, ++area)
-                    owners[at(x, run.y, width)] = static_cast<int>(i);
-            EXPECT_EQ(area, pieces[i].area);
-        }
-        EXPECT_EQ(owners, flooded(image)) << width;
-        const std::size_t large = components(image, 3).size();
-        EXPECT_LT(large, pieces.size());
-        EXPECT_EQ(components(image, 3, large).size(), large);
-        EXPECT_TRUE(large == 0 || components(image, 3, large - 1).empty());
-    }
 }
 
 Pixels extremes(const Pixels& pixels, int width, int height, int radius, bool least) {

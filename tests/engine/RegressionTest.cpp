@@ -4,8 +4,6 @@
 
 #include "engine/LabelledImages.h"
 #include "engine/LearntSheets.h"
-#include "engine/PngFile.h"
-#include "engine/embedded/EmbeddedTool.h"
 #include "support/Differences.h"
 #include "support/Testing.h"
 
@@ -92,9 +90,7 @@ TEST(RegressionOfReading, FontsOfOneSheetReadAsWellAsBefore) {
         for (const LabelledImage& image : lines) {
             if (image.font != sheet.font) continue;
             tool.setImage(readPng(image.file));
-            std::string read;
-            for (const ReadCharacter& one : tool.read()) read += one.character;
-            wrong += differences(image.text, read);
+            wrong += differences(image.text, textOf(tool.read()));
             characters += characterCount(image.text);
         }
     }

@@ -109,5 +109,28 @@ TEST(SampleStore, DistancesFollowWhatComesAndGoes) {
     EXPECT_LT(store.columns(SampleKind::Committed)->distances[20'002], 0.1);
 }
 
+TEST(DistanceMeasure, OneWrongLabelAmongFourDoesNotSpoilTheOtherThree) {
+    SampleStore store;
+    store.include({sampleAt('W', 0.2f), sampleAt('W', 0.22f), sampleAt('W', 0.24f), sampleAt('W', 0.8f),
+                   sampleAt('M', 0.8f), sampleAt('M', 0.82f), sampleAt('M', 0.84f), sampleAt('M', 0.86f)});
+    store.commit();
+    const std::vector<double> distances = store.columns(SampleKind::Committed)->distances;
+    for (const std::size_t right : {0, 1, 2}) EXPECT_LT(distances[right], 0.1) << right;
+    for (const std::size_t right : {4, 5, 6, 7}) EXPECT_LT(distances[right], 0.4) << right;
+    EXPECT_GT(distances[3], 0.75);
+}
+
+TEST(DistanceMeasure, IsDefinedForSingleSamplesAndASingleCharacter) {
+    SampleStore store;
+    store.include({sampleAt('A', 0.3f)});
+    EXPECT_TRUE(std::isfinite(store.columns(SampleKind::Uncommitted)->distances[0]));
+    store.commit();
+    EXPECT_LT(store.columns(SampleKind::Committed)->distances[0], 0.5);
+    store.include({sampleAt('A', 0.3f), sampleAt('A', 0.31f), sampleAt('B', 0.9f), sampleAt('C', 0.9f)});
+    store.commit();
+    for (const double distance : store.columns(SampleKind::Committed)->distances)
+        EXPECT_TRUE(distance >= 0 && distance <= 1) << distance;
+}
+
 }  // namespace
 }  // namespace dravik

@@ -5,8 +5,7 @@
 #include <execinfo.h>
 #include <unistd.h>
 
-#include "contract/DrawnText.h"
-#include "engine/embedded/EmbeddedTool.h"
+#include "engine/ToolActs.h"
 #include "faults/support/FontContent.h"
 #include "memory/support/FailingMemory.h"
 #include "support/Testing.h"
@@ -35,15 +34,12 @@ void PrintTo(const Act& act, std::ostream* out) {
 }
 
 void include(engine::EmbeddedTool& tool, const std::string& text) {
-    tool.setImage(drawn({text}));
-    tool.IncludeSamples(text);
-    tool.CommitNewSamples();
+    teach(tool, text);
     tool.endAct({}, "included");
 }
 
-void train(engine::EmbeddedTool& tool) {
-    tool.StartTraining();
-    while (!tool.IsTrainingDone()) std::this_thread::yield();
+void learn(engine::EmbeddedTool& tool) {
+    train(tool);
     if (tool.IsTrainingAborted()) throw Failure(RuntimeError::InternalError, "no result");
     tool.endAct({}, "trained");
 }
@@ -79,12 +75,12 @@ std::vector<Act> acts() {
              tool.SetCharacterSet({"A", "B", "H", "T"});
          }),
          true},
-        {"Learn", nothing, train, true},
+        {"Learn", nothing, learn, true},
         {"Undo", includes, [](Tool& tool) { tool.undo(); }},
         {"Redo", afterIncluding([](Tool& tool) { tool.undo(); }), [](Tool& tool) { tool.redo(); }},
         {"Save", includes, [](Tool& tool) { tool.SaveFont(kFirst); }},
-        {"SaveTrained", train, [](Tool& tool) { tool.SaveFont(kFirst); }},
-        {"Revert", train, [](Tool& tool) { tool.RevertFont(kFirst); }},
+        {"SaveTrained", learn, [](Tool& tool) { tool.SaveFont(kFirst); }},
+        {"Revert", learn, [](Tool& tool) { tool.RevertFont(kFirst); }},
         {"Discard", includes, [](Tool& tool) { tool.discardUnsaved(kFirst); }},
         {"ChooseAnother", includes, [](Tool& tool) { tool.LoadFont(kSecond); }},
         {"NewOverOld", includes, [](Tool& tool) { tool.CreateFont(kSecond); }},
