@@ -53,24 +53,6 @@ TEST_F(FontActsTest, IncludesAndDeletionsGoBackAndForthWithTheScreen) {
     EXPECT_GT(committed(), left);
     window->actions.undo.trigger();
     EXPECT_EQ(committed(), before);
-    window->actions.undo.trigger();
-    EXPECT_EQ(committed(), before) << "there is nothing more";
-
-    // A table of which all rows are deleted shows none of them any more.
-    auto& [title, label, display, grid] = screen().numeric;
-    screen().overview.tlbChars.button("Numeric").press();
-    EXPECT_EQ(grid.rows(), before + 1);
-    display.setListIndex(kDisplayUncommitted);
-    EXPECT_LT(grid.rows(), 2);
-    EXPECT_THAT(window->noticeText(), HasSubstr("no uncommitted samples"));
-    display.setListIndex(kDisplayCommitted);
-    EXPECT_EQ(grid.rows(), before + 1);
-    grid.select(1, 0, before, 0);
-    grid.keyDown(kKeyDelete, 0);
-    EXPECT_EQ(committed(), 0);
-    EXPECT_LT(grid.rows(), 2);
-    window->actions.undo.trigger();
-    EXPECT_EQ(grid.rows(), before + 1);
 }
 
 // Colours of cells, figures of a run, marks and the list of the gallery are of what was done to the font, not
@@ -97,20 +79,6 @@ TEST_F(FontActsTest, TheScreenShowsWhatIsTrueOfTheFont) {
     EXPECT_THAT(train.lblStatus.caption(), StartsWith("Cycles: "));
     screen().train.cmdSaveFont.press();
     EXPECT_FALSE(isMarked("8"));
-    // What the region and its mode have to say is not covered, nor said of no image.
-    trainer->acts().say("Something before");
-    window->actions.region.trigger();
-    EXPECT_THAT(window->noticeText(), StartsWith("Drag a frame"));
-    window->actions.region.trigger();
-    trainer->adjustments().setRegion(RotatedBox{30, 30, 60, 60, 0}, false);
-    EXPECT_THAT(window->previewText(), HasSubstr("in the region"));
-    window->actions.closeAll.trigger();
-    EXPECT_EQ(window->previewText(), "No image is open");
-    EXPECT_EQ(window->title(), "digits* - Dravik Trainer");
-    EXPECT_FALSE(isMarked("8")) << "nothing was included";
-    trainer->adjustments().setRegion(std::nullopt, false);
-    EXPECT_EQ(window->title(), "digits - Dravik Trainer") << "the region came and went";
-
     // The screen's own Undo takes the character back that the include has brought, as Edit > Undo does.
     const std::string set = screen().font.txtCharSet.text();
     draw("A1");

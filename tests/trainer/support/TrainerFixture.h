@@ -32,12 +32,9 @@ class Operator : public ScriptedPlatform {
     }
     Answer messageBox(const MessageBox& box) override {
         boxes.push_back(box);
-        if (onMessageBox) onMessageBox();
         return box.buttons == MessageBox::Buttons::Ok ? Answer::Ok : Answer::No;
     }
     std::string fileDateText(const std::string&) override { return "today"; }
-
-    std::function<void()> onMessageBox;  // while one is shown
 };
 
 // Fires the ticks of a timer of the screen, where no window system does, until it is switched off.
