@@ -140,20 +140,14 @@ class LabellingKeys : public WindowFixture {
             }
         }
     }
-    // To the wrong characters by the arrow keys.
+    // To the first wrong character by the arrow keys.
     void correctText(const std::vector<std::string>& right) {
         press(Qt::Key_Home);
-        for (std::size_t i = 0; i < right.size(); ++i) {
-            if (trainer.preview()[i].label != right[i]) {
-                press(Qt::Key_Delete);
-                type(qtText(right[i]));
-                ++corrected;
-                if (utf8(box().text()) == labels[static_cast<std::size_t>(trainer.parts().current())].text())
-                    return;
-            } else {
-                press(Qt::Key_Right);
-            }
-        }
+        std::size_t at = 0;
+        for (; trainer.preview()[at].label == right[at]; ++at) press(Qt::Key_Right);
+        press(Qt::Key_Delete);
+        type(qtText(right[at]));
+        ++corrected;
     }
     bool isLast() {
         return trainer.labelling().state(trainer.parts().path(trainer.parts().current())) ==

@@ -2,8 +2,6 @@
 #include "qt/support/WindowFixture.h"
 
 #include <QClipboard>
-#include <QDesktopServices>
-#include <QDir>
 #include <QListWidget>
 #include <QScreen>
 #include <QToolButton>
@@ -81,33 +79,5 @@ TEST_F(WindowTest, FieldsAndMarksAreSeenInEveryTheme) {
     }
 }
 
-// Takes the pages that the system's browser would be given.
-class Browser : public QObject {
-    Q_OBJECT
-  public:
-    Browser() { QDesktopServices::setUrlHandler(QStringLiteral("file"), this, "show"); }
-    ~Browser() override { QDesktopServices::unsetUrlHandler(QStringLiteral("file")); }
-    QList<QUrl> shown;
-
-  public Q_SLOTS:
-    void show(const QUrl& url) { shown << url; }
-};
-
-// Where the package has the guide, seen from the program.
-TEST_F(WindowTest, HelpShowsTheInstalledGuide) {
-    Browser browser;
-    const QDir share(QCoreApplication::applicationDirPath() + "/../share");
-    ASSERT_FALSE(share.exists());
-    ASSERT_TRUE(QDir().mkpath(share.filePath("doc/dravik-trainer/html")));
-    const QString guide = share.filePath("doc/dravik-trainer/html/operator-guide.html");
-    QFile(guide).open(QIODevice::WriteOnly);
-    action("guide").trigger();
-    QDir(share).removeRecursively();
-    ASSERT_EQ(browser.shown.size(), 1);
-    EXPECT_EQ(browser.shown[0].toLocalFile(), QDir::cleanPath(guide));
-}
-
 }  // namespace
 }  // namespace dravik::test
-
-#include "WindowTest.moc"
