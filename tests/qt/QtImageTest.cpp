@@ -34,11 +34,7 @@ class QtImageTest : public testing::Test {
     const QTemporaryDir folder;
 };
 
-TEST_F(QtImageTest, DepthColourAndTransparencyBecomeGrey) {
-    QImage deep(1, 1, QImage::Format_Grayscale16);
-    *reinterpret_cast<quint16*>(deep.bits()) = 0x80FF;
-    EXPECT_NEAR(decodeImageFile(save("deep.png", deep))(0, 0), 0x80, 1);
-
+TEST_F(QtImageTest, ColourAndTransparencyBecomeGrey) {
     QImage colour(3, 1, QImage::Format_ARGB32);
     colour.setPixelColor(0, 0, QColor(0, 255, 0));
     colour.setPixelColor(1, 0, QColor(0, 0, 255));

@@ -2,9 +2,7 @@
 #include "qt/support/WindowFixture.h"
 
 #include <QClipboard>
-#include <QListWidget>
 #include <QScreen>
-#include <QToolButton>
 
 #include "qt/Theme.h"
 
@@ -12,25 +10,6 @@ namespace dravik::test {
 namespace {
 
 using WindowTest = WindowFixture;
-
-TEST_F(WindowTest, ChildFormsStayUntilItIsClosed) {
-    makeFont();
-    trainer.control().screen().font.txtCharSet.setText("AB");
-    view<QToolButton>("tlbChars.Array").click();
-    EXPECT_EQ(childForms().size(), 1u);
-    DialogScript script;
-    script.expect("closingFormWindow",
-                  [&](QWidget& form) { QTest::keyClick(form.focusWidget(), Qt::Key_Escape); });
-    EXPECT_FALSE(window.close());
-    EXPECT_EQ(childForms().size(), 1u);
-    script.expect("closingFormWindow", [&](QWidget& form) {
-        EXPECT_EQ(form.findChild<QListWidget*>("lbFonts")->item(0)->text(), "one");
-        form.findChild<QPushButton*>("cmdDiscard")->click();
-    });
-    EXPECT_TRUE(window.close());
-    EXPECT_TRUE(script.finished());
-    EXPECT_TRUE(childForms().empty());
-}
 
 TEST_F(WindowTest, ComesUpWithinTheScreenWithTheFocusWhereTheNextKeyBelongs) {
     EXPECT_EQ(window.focusWidget(), &view("cmdSelectFont")) << "nothing can be included yet";

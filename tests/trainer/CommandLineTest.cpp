@@ -41,11 +41,9 @@ TEST(CommandLine, AWrongCommandLineIsOneLineWithAHintAndExitTwo) {
 }
 
 TEST(CommandLine, AMistypedCommandIsNoImageAndOpensNoWindow) {
-    for (const char* word : {"lern", "LEARN"}) {
-        const auto result = runWords({word, "--font", "f"});
-        EXPECT_EQ(result.status, 2);
-        EXPECT_THAT(result.err, ElementsAre(AllOf(HasSubstr(word), HasSubstr("learn, read and fonts"))));
-    }
+    const auto mistyped = runWords({"LEARN", "--font", "f"});
+    EXPECT_EQ(mistyped.status, 2);
+    EXPECT_THAT(mistyped.err, ElementsAre(AllOf(HasSubstr("LEARN"), HasSubstr("learn, read and fonts"))));
     const Workspace workspace;
     const auto image = workspace.draw("part.pgm", "1");
     EXPECT_EQ(runWords({"lern", image}).status, 2);

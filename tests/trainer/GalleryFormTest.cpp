@@ -68,7 +68,6 @@ TEST_F(GalleryFormTest, ManyAreDeletedAtOnceAndWhatIsLeftStaysSelected) {
     EXPECT_EQ(labelsOfFont().size(), 6U);
     EXPECT_EQ(captions(), "4");
     EXPECT_THAT(gallery.pictures.selected(), ElementsAre(0));
-    EXPECT_THAT(gallery.cboShown.text(), HasSubstr("4  (1)"));
     trainer->acts().undo();
     EXPECT_EQ(labelsOfFont(), "12471244");
     gallery.cboShown.setListIndex(0);
@@ -123,11 +122,6 @@ TEST_F(GalleryFormTest, FollowsTheGridTheHistogramAndTheOverview) {
         cell->mouseDown({kRightButton, 0, 10, 10});
     }
     EXPECT_EQ(captions(), "7");
-
-    gallery.setShown(false);
-    trainer->control().barPointed()({"2", true});
-    gallery.setShown(true);
-    EXPECT_EQ(captions(), "22");
 }
 
 }  // namespace

@@ -101,20 +101,6 @@ TEST_F(LabellingTest, EnterLeadsToEachCharacterInDoubtBeforeItIncludes) {
     EXPECT_EQ(box().pasteFilter(" 12 3\r\n4\t"), "1234");
 }
 
-TEST_F(LabellingTest, TextStaysForPartsOfOnePrintOnlyWhereTheOperatorSaysSo) {
-    window->actions.keepText.trigger();
-    EXPECT_TRUE(window->actions.keepText.checked());
-    open({"1234", "5678"});
-    type("1234");
-    enter();
-    EXPECT_EQ(current(), 1);
-    EXPECT_EQ(text(), "1234");
-    window->actions.keepText.trigger();
-    window->actions.previous.trigger();
-    window->actions.next.trigger();
-    EXPECT_EQ(text(), "5678");
-}
-
 TEST_F(LabellingTest, ATypedCharacterThatLooksLikeAnotherIsPointedOutBeforeItIsIncluded) {
     const int before = committed();
     open({"1234"});
@@ -229,7 +215,6 @@ TEST_F(LabellingTest, AllLabelledImagesAreIncludedAndTheRefusedOnesListed) {
         press(form, {"cmdOpen"});
     });
     window->actions.includeLabelled.trigger();
-    EXPECT_TRUE(window->actions.stopReading.enabled());
     for (Timer* timer : window->timers())
         if (timer->name() == "tmrBatch") runTimer(*timer);
     EXPECT_THAT(refused, testing::ElementsAre("90.pgm: 2 characters found, 1 in the text",

@@ -43,23 +43,5 @@ TEST_F(PartStripTest, OnlyPicturesInViewAreDecodedAndOnceEach) {
     EXPECT_FALSE(strip.picture(50));
 }
 
-TEST_F(PartStripTest, TheCurrentPartIsInViewAndKeysGoFromItToOthers) {
-    strip.setWidth(500);
-    int told = 0;
-    const auto connection = strip.changed.connect([&] { ++told; });
-    strip.step(PartStrip::Step::Last);
-    EXPECT_EQ(parts.current(), 99);
-    EXPECT_GT(told, 0);
-    EXPECT_NEAR(strip.itemPlace(99).right(), 500, 1);
-    EXPECT_EQ(strip.partAt(strip.itemPlace(99).left), 99);
-    strip.step(PartStrip::Step::Next);
-    EXPECT_EQ(parts.current(), 99);
-    strip.step(PartStrip::Step::Previous);
-    EXPECT_EQ(parts.current(), 98);
-    parts.closeAll();
-    strip.step(PartStrip::Step::Next);
-    EXPECT_EQ(parts.current(), -1);
-}
-
 }  // namespace
 }  // namespace dravik::test

@@ -65,18 +65,7 @@ TEST_F(PartViewModelTest, AnImageFitsUntilTheOperatorChoosesAScale) {
     EXPECT_EQ(view.percent(), 100);
 }
 
-TEST_F(PartViewModelTest, ZoomingLeavesWhatIsUnderThePointerThere) {
-    const ViewPoint pointer{300, 200};
-    const ViewPoint before = view.toImage(pointer);
-    view.zoomBy(6, pointer);
-    EXPECT_NEAR(view.toImage(pointer).x, before.x, 1);
-    EXPECT_NEAR(view.toImage(pointer).y, before.y, 1);
-}
-
 TEST_F(PartViewModelTest, DraggingAndScrollingEndAtTheMargins) {
-    EXPECT_TRUE(view.press({10, 10}));
-    view.moveTo({0, 0});
-    EXPECT_EQ(view.horizontal().position, 0) << "there is nothing beside a fitted image";
     view.zoomBy(6, {212, 171});
     const int from = view.horizontal().position;
     view.press({100, 100});
@@ -118,25 +107,6 @@ TEST_F(PartViewModelTest, BoxesStandAroundTheirCharactersAndTagsBelowThem) {
     upsideDown.box.angle = 180;
     view.setCharacters({upsideDown}, 0);
     EXPECT_LT(view.tagPlace(view.tags().front(), 30, 12).bottom(), onView(0, 100).y);
-}
-
-TEST_F(PartViewModelTest, WhatIsReadAsLabelledLeavesTheLabelsOfTheLineAboveReadable) {
-    // The last one has nothing above.
-    std::vector<LabelledCharacter> lines = {character(100, 100, 120, 130, "A"),
-                                            character(100, 145, 120, 175, "B"),
-                                            character(300, 145, 320, 175, "C")};
-    lines[1].place.line = lines[2].place.line = 1;
-    view.setCharacters(lines, 0);
-    const auto shown = [&](const char* second) {
-        view.setReading({{{}, "A", 0.9}, {{}, second, 0.9}, {{}, "C", 0.9}});
-        return labels();
-    };
-    EXPECT_THAT(shown("B"), ElementsAre("A", "B", "C", "A"))
-        << "none of the second line, where one would cover the first";
-    EXPECT_THAT(shown("8"), ElementsAre("A", "B", "C", "\u22608", "A", "C"));
-    EXPECT_EQ(view.frames().size(), 6u) << "each with how sure it is";
-    view.zoomBy(12, onView(110, 140));
-    EXPECT_THAT(shown("B"), ElementsAre("A", "B", "A", "B"));
 }
 
 }  // namespace

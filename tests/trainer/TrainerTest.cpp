@@ -65,11 +65,8 @@ TEST_F(TrainerTest, WithoutAnImageOrATrainedFontTheReadingSaysWhy) {
 TEST_F(TrainerTest, TheReadingFollowsTheImageTheFontAndTheTraining) {
     ASSERT_EQ(workspace.learnDigits("digits").status, 0);
     trainer->parts().open({workspace.draw("a.pgm", "123\n45"), workspace.draw("b.pgm", "6789")});
-    int titles = 0;
-    trainer->titleChanged.subscribe([&] { ++titles; });
     screen().font.cmdSelectFont.press();
     EXPECT_EQ(trainer->title(), "digits - Dravik Trainer");
-    EXPECT_EQ(titles, 1);
     EXPECT_TRUE(trainer->reading().available);
     EXPECT_EQ(readText(), "123|45|");
     trainer->parts().next();
@@ -78,7 +75,6 @@ TEST_F(TrainerTest, TheReadingFollowsTheImageTheFontAndTheTraining) {
     type("6789");
     enter();
     EXPECT_EQ(trainer->title(), "digits* - Dravik Trainer");
-    EXPECT_EQ(titles, 2);
 
     screen().train.cmdTrain.press();
     EXPECT_EQ(trainer->reading().note, "The font is being trained");
@@ -89,13 +85,8 @@ TEST_F(TrainerTest, TheReadingFollowsTheImageTheFontAndTheTraining) {
     EXPECT_EQ(readText(), "123|45|");
     runTimer(trainer->checkTimer());
     EXPECT_THAT(trainer->checkText(), StartsWith("Held-out check (4-fold): "));
-    int checks = 0;
-    trainer->checkChanged.subscribe([&] { ++checks; });
-    type("12345");
-    EXPECT_EQ(checks, 0);
     screen().train.cmdSaveFont.press();
     EXPECT_EQ(trainer->title(), "digits - Dravik Trainer");
-    EXPECT_EQ(titles, 3);
     EXPECT_EQ(readText(), "123|45|");
 }
 

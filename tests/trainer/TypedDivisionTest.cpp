@@ -66,8 +66,9 @@ TEST_F(TypedDivisionTest, ATextHelpsToFindItsCharactersAndAWrongOneDoesNot) {
                                           std::to_string(printed) + " typed");
     type(oneMore);
     EXPECT_EQ(static_cast<int>(trainer->preview().size()), hard.found) << "of another time's text";
+}
 
-    // The window does not wait for the division, and an include does.
+TEST_F(TypedDivisionTest, TheWindowDoesNotWaitForItAndAnIncludeDoes) {
     trainer->setPatience(std::chrono::milliseconds(0));
     type(hard.text);
     EXPECT_TRUE(trainer->isWorking());
