@@ -100,7 +100,9 @@ TEST_F(ImageToolsTest, ARegionIsDrawnForAllImagesOrForOneAndUndone) {
     EXPECT_EQ(found(), 4u);
     // A click that draws nothing leaves it.
     actions.region.trigger();
+    const std::string said = message();
     drag({300, 300}, {302, 301});
+    EXPECT_EQ(message(), said);
     EXPECT_EQ(found(), 4u);
     press(Name::Delete);
     EXPECT_EQ(found(), 7u);
