@@ -30,27 +30,25 @@ inline std::vector<Story> faultStories() {
     const Words digits = {"dravik-trainer", "learn", "--font", "a", "--samples", "digits.tsv"};
     const Words letters = {"dravik-trainer", "learn", "--font", "a", "--samples", "letters.tsv"};
     const Words restore = {"dravik-trainer", "fonts", "--restore", "a"};
-    const Words remove = {"fault-acts", "delete", "a"};
+    const Words remove = {"fault-acts", "session", "remove a"};
+    const Words duplicate = {"fault-acts", "session", "duplicate b a"};
     return {
         {"LearnMakesAFont", {}, digits, true, true},
         {"LearnAddsToAFont", {digits}, letters, false, true},
-        {"LearnAddsToAFontWithVersions",
-         {digits, letters},
-         {"fault-acts", "save-characters", "a", "0123456789ACHTX"}},
-        {"NewFont", {digits}, {"fault-acts", "new", "b"}, true},
-        {"NewFontOverAnOldOne", {digits}, {"fault-acts", "new", "a"}, true},
-        {"NewFontOverOneOfAnotherCase", {digits}, {"fault-acts", "new", "A"}, true},
+        {"NewFont", {digits}, {"fault-acts", "session", "make b"}, true},
+        {"NewFontOverAnOldOne", {digits}, {"fault-acts", "session", "make a"}, true},
+        {"NewFontOverOneOfAnotherCase", {digits}, {"fault-acts", "session", "make A"}, true},
         {"DeleteAFont", {digits}, remove},
         {"RestoreADeletedFont", {digits, remove}, restore},
         {"RestoreAnEarlierVersion", {digits, letters}, restore},
         {"RestoreUnderAnotherName",
          {digits, letters},
          {"dravik-trainer", "fonts", "--restore", "a", "--as", "b"}},
-        {"RenameAFont", {digits, letters}, {"fault-acts", "rename", "b", "a"}},
+        {"RenameAFont", {digits, letters}, {"fault-acts", "session", "rename b a"}},
         {"RenameOntoTheVersionsOfAnother",
-         {digits, letters, {"fault-acts", "duplicate", "b", "a"}, remove},
-         {"fault-acts", "rename", "a", "b"}},
-        {"DuplicateAFont", {digits}, {"fault-acts", "duplicate", "b", "a"}},
+         {digits, letters, duplicate, remove},
+         {"fault-acts", "session", "rename a b"}},
+        {"DuplicateAFont", {digits}, duplicate},
         {"ListFonts", {digits}, {"dravik-trainer", "fonts"}},
         {"ListVersions", {digits, letters}, {"dravik-trainer", "fonts", "--versions"}},
         {"ReadWithAFont", {digits}, {"dravik-trainer", "read", "--font", "a", "one.pgm"}},
@@ -75,14 +73,6 @@ inline std::vector<SessionStory> sessionStories() {
                       letters = "include l5.pgm ACHT";
     const std::vector<std::string> twoFonts = {"new a", digits, "new b", larger, "close-saving"};
     const std::vector<std::string> killed = {"choose a", larger, letters, "delete 3", "die"};
-    std::vector<std::string> twenty, changedTwenty;
-    for (int i = 1; i <= 20; ++i) {
-        const std::string font = "f" + std::to_string(i);
-        twenty.insert(twenty.end(), {"new " + font, letters});
-        changedTwenty.insert(changedTwenty.end(), {"choose " + font, "delete 1"});
-    }
-    twenty.push_back("close-saving");
-    changedTwenty.push_back("close-saving");
     return {
         {"IncludeChooseAnotherSaveAll", {twoFonts}, {"choose a", letters, "choose b", "close-saving"}},
         {"IncludeChooseAnotherLetGo", {twoFonts}, {"choose a", letters, "choose b", "close-discarding"}},
@@ -92,7 +82,6 @@ inline std::vector<SessionStory> sessionStories() {
          {twoFonts},
          {"choose a", letters, "choose b", letters, "new c", digits, "close-saving"}},
         {"NewOverOldWithUnsavedChanges", {twoFonts}, {"choose a", letters, "new a", digits, "undo", "undo"}},
-        {"TwentyFontsWithUnsavedChanges", {twenty}, changedTwenty},
         {"RenameWithUnsavedChangesThenChoose",
          {twoFonts},
          {"choose a", letters, "rename c a", "choose b", "choose c", "delete 2", "close-saving"}},
@@ -112,10 +101,6 @@ inline std::vector<SessionStory> sessionStories() {
         {"TheWindowTeachesTwoFontsAndSavesBoth",
          {twoFonts},
          {"choose a", letters, "choose b", larger, "close-saving"},
-         true},
-        {"TheWindowMakesRenamesAndDeletesFonts",
-         {twoFonts},
-         {"new c", digits, "rename d c", "remove a", "undo", "save", "close-discarding"},
          true},
         {"TheWindowStartsAfterADeath", {twoFonts, killed}, {"choose a", letters, "undo", "learn"}, true},
     };

@@ -102,8 +102,7 @@ class FaultWorkplace {
 
     Outcome run(const Words& words, const Point& point = {}) const { return end(begin(words, point)); }
 
-    // Starts it; with a display the window is shown there, else nowhere.
-    pid_t begin(const Words& words, const Point& point = {}, const std::string& display = "") const {
+    pid_t begin(const Words& words, const Point& point = {}) const {
         Words command = words;
         const bool isWindow = command.front() == "fault-window";
         if (isWindow || command.front() == "fault-acts") {
@@ -117,18 +116,12 @@ class FaultWorkplace {
         const pid_t child = fork();
         if (child == 0) {
             if (chdir(folder_.path().c_str()) != 0) _exit(127);
-            for (const int one : {SIGHUP, SIGINT, SIGPIPE})
-                std::signal(one, SIG_DFL);  // whatever started the tests
+            for (const int one : {SIGHUP, SIGINT}) std::signal(one, SIG_DFL);  // whatever started the tests
             const std::vector<std::pair<const char*, std::string>> settings = {
-                {"LD_PRELOAD", DRAVIK_FAULT_SHIM},
-                {"QT_QPA_PLATFORM", display.empty() ? "offscreen" : "xcb"},
-                {"QT_LOGGING_RULES", "*=false"},
-                {"DISPLAY", display},
-                {"DRAVIK_FAULT_FOLDER", jobs()},
-                {"DRAVIK_FAULT_LOG", path("log")},
-                {"DRAVIK_FAULT_AT", std::to_string(point.number)},
-                {"DRAVIK_FAULT_KIND", point.kind},
-                {"DRAVIK_FAULT_NO_LINKS", point.hasLinks ? "" : "1"}};
+                {"LD_PRELOAD", DRAVIK_FAULT_SHIM}, {"QT_QPA_PLATFORM", "offscreen"},
+                {"QT_LOGGING_RULES", "*=false"},   {"DRAVIK_FAULT_FOLDER", jobs()},
+                {"DRAVIK_FAULT_LOG", path("log")}, {"DRAVIK_FAULT_AT", std::to_string(point.number)},
+                {"DRAVIK_FAULT_KIND", point.kind}, {"DRAVIK_FAULT_NO_LINKS", point.hasLinks ? "" : "1"}};
             for (const auto& [name, value] : settings) setenv(name, value.c_str(), 1);
             if (!freopen(path("out").c_str(), "w", stdout) || !freopen(path("err").c_str(), "w", stderr))
                 _exit(127);

@@ -34,11 +34,7 @@ class QtImageTest : public testing::Test {
     const QTemporaryDir folder;
 };
 
-TEST_F(QtImageTest, DepthColourAndTransparencyBecomeGrey) {
-    QImage deep(1, 1, QImage::Format_Grayscale16);
-    *reinterpret_cast<quint16*>(deep.bits()) = 0x80FF;
-    EXPECT_NEAR(decodeImageFile(save("deep.png", deep))(0, 0), 0x80, 1);
-
+TEST_F(QtImageTest, ColourAndTransparencyBecomeGrey) {
     QImage colour(3, 1, QImage::Format_ARGB32);
     colour.setPixelColor(0, 0, QColor(0, 255, 0));
     colour.setPixelColor(1, 0, QColor(0, 0, 255));
@@ -55,13 +51,6 @@ TEST_F(QtImageTest, DepthColourAndTransparencyBecomeGrey) {
     const GreyImage mono = decodeImageFile(save("mono.bmp", palette));
     EXPECT_EQ(toQImage(mono).convertToFormat(QImage::Format_RGB32),
               palette.convertToFormat(QImage::Format_RGB32));
-
-    GreyImage ramp(1003, 401);  // no multiple of what it is shrunk to
-    for (int y = 0; y < ramp.height(); ++y)
-        for (int x = 0; x < ramp.width(); ++x) ramp(x, y) = static_cast<std::uint8_t>(x / 4);
-    const QImage small = shrunk(ramp, QSize(200, 80));
-    ASSERT_EQ(small.size(), QSize(200, 80));
-    for (const int x : {1, 100, 198}) EXPECT_NEAR(qGray(small.pixel(x, 79)), (x + 0.5) * 1003 / 200 / 4, 1.5);
 }
 
 TEST_F(QtImageTest, TurnedPhotographsStandUpright) {

@@ -2,11 +2,7 @@
 #include "qt/support/WindowFixture.h"
 
 #include <QClipboard>
-#include <QDesktopServices>
-#include <QDir>
-#include <QListWidget>
 #include <QScreen>
-#include <QToolButton>
 
 #include "qt/Theme.h"
 
@@ -14,25 +10,6 @@ namespace dravik::test {
 namespace {
 
 using WindowTest = WindowFixture;
-
-TEST_F(WindowTest, ChildFormsStayUntilItIsClosed) {
-    makeFont();
-    trainer.control().screen().font.txtCharSet.setText("AB");
-    view<QToolButton>("tlbChars.Array").click();
-    EXPECT_EQ(childForms().size(), 1u);
-    DialogScript script;
-    script.expect("closingFormWindow",
-                  [&](QWidget& form) { QTest::keyClick(form.focusWidget(), Qt::Key_Escape); });
-    EXPECT_FALSE(window.close());
-    EXPECT_EQ(childForms().size(), 1u);
-    script.expect("closingFormWindow", [&](QWidget& form) {
-        EXPECT_EQ(form.findChild<QListWidget*>("lbFonts")->item(0)->text(), "one");
-        form.findChild<QPushButton*>("cmdDiscard")->click();
-    });
-    EXPECT_TRUE(window.close());
-    EXPECT_TRUE(script.finished());
-    EXPECT_TRUE(childForms().empty());
-}
 
 TEST_F(WindowTest, ComesUpWithinTheScreenWithTheFocusWhereTheNextKeyBelongs) {
     EXPECT_EQ(window.focusWidget(), &view("cmdSelectFont")) << "nothing can be included yet";
@@ -81,33 +58,5 @@ TEST_F(WindowTest, FieldsAndMarksAreSeenInEveryTheme) {
     }
 }
 
-// Takes the pages that the system's browser would be given.
-class Browser : public QObject {
-    Q_OBJECT
-  public:
-    Browser() { QDesktopServices::setUrlHandler(QStringLiteral("file"), this, "show"); }
-    ~Browser() override { QDesktopServices::unsetUrlHandler(QStringLiteral("file")); }
-    QList<QUrl> shown;
-
-  public Q_SLOTS:
-    void show(const QUrl& url) { shown << url; }
-};
-
-// Where the package has the guide, seen from the program.
-TEST_F(WindowTest, HelpShowsTheInstalledGuide) {
-    Browser browser;
-    const QDir share(QCoreApplication::applicationDirPath() + "/../share");
-    ASSERT_FALSE(share.exists());
-    ASSERT_TRUE(QDir().mkpath(share.filePath("doc/dravik-trainer/html")));
-    const QString guide = share.filePath("doc/dravik-trainer/html/operator-guide.html");
-    QFile(guide).open(QIODevice::WriteOnly);
-    action("guide").trigger();
-    QDir(share).removeRecursively();
-    ASSERT_EQ(browser.shown.size(), 1);
-    EXPECT_EQ(browser.shown[0].toLocalFile(), QDir::cleanPath(guide));
-}
-
 }  // namespace
 }  // namespace dravik::test
-
-#include "WindowTest.moc"

@@ -56,11 +56,6 @@ TEST(PlatformOnScreen, AModalFormReturnsWhenItIsUnloaded) {
     shown.platform.showModal(form);
     EXPECT_FALSE(form.loaded());
     EXPECT_TRUE(shown.allCameUp());
-
-    // A form that gives up while it loads is not shown.
-    form.activated.subscribe([&] { form.unload(); });
-    shown.platform.showModal(form);
-    EXPECT_FALSE(form.loaded());
 }
 
 TEST(PlatformOnScreen, ModelessFormsComeToTheFrontCloseAndNeverOutliveTheirModel) {
@@ -121,8 +116,6 @@ TEST(PlatformOnScreen, DatesAreInTheUsersFormAndTextsReachTheClipboard) {
     std::ofstream(file) << "x";
     const std::string text = shown.platform.fileDateText(fromPath(file));
     EXPECT_TRUE(text.starts_with(shown.platform.dateText() + " ")) << text;
-    EXPECT_TRUE(std::regex_search(shown.platform.timeText(), std::regex("[0-9]:[0-9]{2}:[0-9]{2}")))
-        << shown.platform.timeText();
     std::filesystem::remove(file);
     EXPECT_EQ(refusal([&] { shown.platform.fileDateText(fromPath(file)); }), 53);
     shown.platform.setClipboardText("caf\u00e9\t1\t\r\n");

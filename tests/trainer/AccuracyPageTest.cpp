@@ -46,7 +46,6 @@ TEST(AccuracyPage, IsWrittenByTheCommand) {
     EXPECT_EQ(workspace.run({"fonts", "--report", "gone", file}).status, 1);
     EXPECT_EQ(workspace.run({"fonts", "--report", "digits", workspace.path("no/x.html")}).status, 1);
     EXPECT_EQ(workspace.run({"fonts", "--report", "digits"}).status, 2);
-    EXPECT_EQ(workspace.run({"fonts", "--report", "digits", "--versions", file}).status, 2);
 }
 
 }  // namespace

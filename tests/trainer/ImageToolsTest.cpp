@@ -75,19 +75,14 @@ TEST_F(ImageToolsTest, ARegionIsDrawnForAllImagesOrForOneAndUndone) {
     EXPECT_EQ(view.mode(), ViewMode::Region);
     drag({10, 10}, {180, 76});
     EXPECT_EQ(found(), 4u);
-    EXPECT_EQ(tools.note(), "in the region");
     EXPECT_TRUE(trainer->title().starts_with("F*"));
     EXPECT_EQ(trainer->acts().undoText(), "Undo change of the region");
     // By keys over the second line, and turned on its head and back.
     for (int i = 0; i < 60; ++i) press(Name::Down);
     EXPECT_EQ(found(), 3u);
-    press(Name::Down, false, true);
-    press(Name::Down, false, true);
+    for (int i = 0; i < 2; ++i) press(Name::Down, false, true);
     EXPECT_FLOAT_EQ(std::abs(view.region().region()->angle), 180);
-    press(Name::Up, false, true);
-    press(Name::Up, false, true);
-    press(Name::Right, true);
-    EXPECT_NEAR(view.region().region()->width, 171, 1.5);
+    for (int i = 0; i < 2; ++i) press(Name::Up, false, true);
     // The other image has it too, until it has one of its own.
     trainer->parts().setCurrent(0);
     EXPECT_EQ(found(), 3u);
@@ -103,14 +98,11 @@ TEST_F(ImageToolsTest, ARegionIsDrawnForAllImagesOrForOneAndUndone) {
     EXPECT_FALSE(view.region().region().has_value());
     trainer->acts().redo();
     EXPECT_EQ(found(), 4u);
-    // A click that draws nothing leaves it; so does one that is given up.
+    // A click that draws nothing leaves it.
     actions.region.trigger();
-    const std::string said = screen().sbr.panel("Message").text();
+    const std::string said = message();
     drag({300, 300}, {302, 301});
-    EXPECT_EQ(screen().sbr.panel("Message").text(), said);
-    view.press(view.toView({20, 20}));
-    view.moveTo(view.toView({90, 90}));
-    press(Name::Escape);
+    EXPECT_EQ(message(), said);
     EXPECT_EQ(found(), 4u);
     press(Name::Delete);
     EXPECT_EQ(found(), 7u);
@@ -130,14 +122,8 @@ TEST_F(ImageToolsTest, CharactersAreCorrectedByKeysAndRememberedUntilTheImageIsL
     EXPECT_EQ(found(), 6u);
     EXPECT_EQ(labels(), "134567") << "the labels go along";
     EXPECT_TRUE(tools.selectionText().starts_with("character 1 of 6, labelled 1, read as "));
-    EXPECT_EQ(tools.undoText(), "Undo join of two characters");
     tools.undo();
     EXPECT_EQ(labels(), "1234567") << "and back";
-    press(Name::Home);
-    EXPECT_TRUE(press('J'));
-    EXPECT_TRUE(press('S'));
-    EXPECT_EQ(labels().size(), 7u);
-    EXPECT_THAT(labels(), EndsWith("34567"));
     press(Name::Home);
     for (const char key : {'J', 'J', 'S'}) EXPECT_TRUE(press(key));
     const float cut = trainer->preview()[0].box.width;
@@ -146,13 +132,6 @@ TEST_F(ImageToolsTest, CharactersAreCorrectedByKeysAndRememberedUntilTheImageIsL
     press(Name::Home);
     for (int step = 0; step < 3; ++step) press(Name::Right);
     EXPECT_FALSE(press('J')) << "the next one stands in the line below";
-    box().edit("1234567");
-    press(Name::End);
-    EXPECT_FALSE(press('J')) << "there is no next one";
-    box().edit("");
-    EXPECT_TRUE(press('S'));
-    EXPECT_EQ(text(), "") << "nothing is labelled that was not before";
-    tools.undo();
     box().edit("1234567");
     press(Name::End);
     press(Name::Delete);
@@ -171,24 +150,13 @@ TEST_F(ImageToolsTest, CharactersAreCorrectedByKeysAndRememberedUntilTheImageIsL
     // Other settings that find the same leave it, others do not.
     trainer->adjustments().set({.print = {.polarity = Polarity::DarkOnLight}}, false);
     EXPECT_EQ(found(), 6u);
-    tools.undo();
-    EXPECT_EQ(found(), 7u);
-    tools.undo();
-    tools.undo();
-    EXPECT_EQ(tools.note(), "");
-    EXPECT_EQ(tools.undoText(), std::nullopt);
-    press(Name::Home);
-    press(Name::Delete);
     trainer->adjustments().setRegion(RotatedBox{95, 43, 170, 66, 0}, false);
-    EXPECT_EQ(found(), 4u);
-    actions.restoreCharacters.trigger();
     EXPECT_EQ(found(), 4u);
 }
 
 TEST_F(ImageToolsTest, NoImageIsLostToTheSegmentation) {
     selectFont();
-    const GreyImage seen = drawn({"12"}, {.scale = 6, .dot = 6});
-    open("a.pgm", seen);
+    open("a.pgm", drawn({"12"}, {.scale = 6, .dot = 6}));
     ASSERT_EQ(found(), 2u);
     const RotatedBox first = trainer->preview()[0].box, second = trainer->preview()[1].box;
     trainer->adjustments().set({.print = {.polarity = Polarity::LightOnDark, .smallestHeight = 300}}, false);
@@ -201,32 +169,21 @@ TEST_F(ImageToolsTest, NoImageIsLostToTheSegmentation) {
     }
     EXPECT_EQ(labels(), "12") << "in reading order, whichever came first";
     EXPECT_NEAR(trainer->preview()[0].box.centreX, first.centreX, 1);
-    // One is moved, made too wide by its right side, set right, and moved by a key; a third comes and goes.
+    // One is moved, made too wide by its right side, and set right; a third comes and goes.
     const float right = second.centreX + second.width / 2;
     drag({second.centreX, second.centreY}, {second.centreX + 6, second.centreY});
     drag({right + 6, second.centreY}, {right + 12, second.centreY});
     EXPECT_NEAR(trainer->preview()[1].box.width, second.width + 6, 0.1);
     drag({right + 12, second.centreY}, {right + 6, second.centreY});
     drag({second.centreX + 6, second.centreY}, {second.centreX, second.centreY});
-    press(Name::Left, false, true);
-    EXPECT_NEAR(trainer->preview()[1].box.centreX, second.centreX - 1, 0.1);
     press(Name::Home);
     EXPECT_TRUE(press('A'));
     ASSERT_EQ(found(), 3u);
-    EXPECT_GT(trainer->preview()[2].box.centreX, second.centreX + 0.45f * (first.width + second.width))
-        << "beside both";
     press(Name::Delete);
     EXPECT_EQ(labels(), "12");
     const int before = committed();
     enter();
     EXPECT_EQ(committed(), before + 2);
-
-    for (int i = 0; i < 8; ++i) EXPECT_TRUE(press('A'));
-    EXPECT_EQ(found(), 10u);
-    for (const auto& one : trainer->preview()) {
-        EXPECT_GE(one.box.centreX, 0);
-        EXPECT_LT(one.box.centreX, static_cast<float>(seen.width())) << "where the image ends it goes before";
-    }
 }
 
 TEST_F(ImageToolsTest, TheMenuOfACharacterOffersWhatElseItMayBe) {
@@ -236,21 +193,18 @@ TEST_F(ImageToolsTest, TheMenuOfACharacterOffersWhatElseItMayBe) {
     const RotatedBox& second = trainer->preview()[1].box;
     const ViewPoint place = view.toView({second.centreX, second.centreY});
     EXPECT_TRUE(view.tipAt(place).starts_with("reads 2 "));
-    bool differs = false;
-    for (const ViewTag& tag : view.tags()) differs |= tag.text == "\u22602" && tag.color == kMismatchColor;
-    EXPECT_TRUE(differs) << "the reading differs from the label by more than its colour";
+    const auto marks = [&] { return std::ranges::count(view.tags(), "\u22602", &ViewTag::text); };
+    EXPECT_EQ(marks(), 1) << "the reading differs from the label";
     picks = "take2";
     view.press(place);
     view.release(place);
     ASSERT_FALSE(offered.empty());
     EXPECT_TRUE(offered.front().starts_with("2    ")) << offered.front();
     EXPECT_EQ(text(), "1234");
-    for (const ViewTag& tag : view.tags()) EXPECT_EQ(tag.text.size(), 1u);
+    EXPECT_EQ(marks(), 0);
     box().edit("");
     view.pickAt(place);
     EXPECT_EQ(text(), "1234") << "what is not typed is what is read";
-    actions.readingOnImage.trigger();
-    EXPECT_EQ(view.tags().size(), 4u);
     picks = actions.removeCharacter.name();
     view.pickAt(place);
     EXPECT_EQ(labels(), "134");
@@ -262,13 +216,10 @@ TEST_F(ImageToolsTest, TheSettingsFormTakesChoicesAndFigures) {
     ASSERT_EQ(found(), 7u);
     inSettings([](Form& form) {
         Button& ok = in<Button>(form, "OKButton");
-        EXPECT_TRUE(ok.enabled());
         in<ComboBox>(form, "cboPolarity").setListIndex(1);
         in<CheckBox>(form, "chkRegion").setChecked(true);
         EXPECT_FALSE(ok.enabled()) << "a region without figures";
         typeRegion(form, {"10", "10", "170", "66", "0"});
-        in<TextBox>(form, "txtSmallest").setText("x");
-        EXPECT_FALSE(ok.enabled());
         in<TextBox>(form, "txtSmallest").setText("12");
         ok.press();
     });

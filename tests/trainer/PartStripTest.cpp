@@ -41,49 +41,6 @@ TEST_F(PartStripTest, OnlyPicturesInViewAreDecodedAndOnceEach) {
     decodeAll();
     EXPECT_TRUE(strip.picture(99));
     EXPECT_FALSE(strip.picture(50));
-    strip.setDisplay({2, 1});
-    EXPECT_FALSE(strip.picture(99)) << "pictures of another scale";
-    decodeAll();
-    ASSERT_TRUE(strip.picture(0)) << "the current one is in view again";
-    EXPECT_EQ(strip.picture(0)->width(), 200);
-}
-
-TEST_F(PartStripTest, TheCurrentPartIsInViewAndKeysGoFromItToOthers) {
-    strip.setWidth(500);
-    int told = 0;
-    const auto connection = strip.changed.connect([&] { ++told; });
-    strip.step(PartStrip::Step::Last);
-    EXPECT_EQ(parts.current(), 99);
-    EXPECT_GT(told, 0);
-    EXPECT_NEAR(strip.itemPlace(99).right(), 500, 1);
-    EXPECT_EQ(strip.scroll().position, strip.scroll().most);
-    strip.step(PartStrip::Step::Next);
-    EXPECT_EQ(parts.current(), 99);
-    strip.step(PartStrip::Step::Previous);
-    EXPECT_EQ(parts.current(), 98);
-    strip.step(PartStrip::Step::First);
-    EXPECT_EQ(strip.scroll().position, 0);
-    decoded.clear();
-    strip.choose(0);
-    EXPECT_TRUE(decoded.empty()) << "the current one is not opened again";
-    parts.closeAll();
-    strip.step(PartStrip::Step::Next);
-    EXPECT_EQ(parts.current(), -1);
-}
-
-TEST_F(PartStripTest, PlacesAndPartsBelongTogether) {
-    strip.setWidth(500);
-    strip.scrollTo(130);
-    for (const int index : {1, 2, 4}) {
-        const ViewBox place = strip.itemPlace(index);
-        EXPECT_EQ(strip.partAt(place.left), index);
-        EXPECT_EQ(strip.partAt(place.right() - 1), index);
-    }
-    while (parts.count() > 2) parts.close(2);
-    EXPECT_EQ(strip.scroll().position, 0);
-    EXPECT_EQ(strip.partAt(300), -1);
-    const ViewBox wide = PartStrip::pictureIn(GreyImage(200, 50, 0), 104, 54);
-    EXPECT_EQ(std::tuple(wide.top, wide.width, wide.height), std::tuple(14, 104, 26));
 }
 
 }  // namespace

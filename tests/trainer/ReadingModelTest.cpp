@@ -28,20 +28,5 @@ TEST(ReadingModel, SaysHowSureTheFontIsOfEachCharacter) {
     EXPECT_EQ(model.description(), "2 weak characters");
 }
 
-TEST(ReadingModel, TellsTheNoteWhereThereIsNothingToRead) {
-    ReadingModel model;
-    model.setReading(readingOf({{read("A", 0.1)}}));
-    EXPECT_EQ(model.description(), "1 weak character");
-    Reading nothing;
-    nothing.note = "No font is selected";
-    model.setReading(nothing);
-    EXPECT_EQ(model.text(), "No font is selected");
-    EXPECT_EQ(model.description(), "") << "nothing of the reading before";
-    EXPECT_EQ(model.shownLines(), 1);
-    const std::vector<ReadCharacter> line = {read("A", 1)};
-    model.setReading(readingOf({line, line, line, line}));
-    EXPECT_EQ(model.shownLines(), 3);
-}
-
 }  // namespace
 }  // namespace dravik::test

@@ -1,6 +1,5 @@
 #include "trainer/Trainer.h"
 
-#include "contract/DrawnText.h"
 #include "trainer/support/TrainerFixture.h"
 
 namespace dravik::test {
@@ -40,7 +39,6 @@ TEST_F(TrainerTest, ThePreviewShowsWhatIncludeWouldLabel) {
     type("  123 ");
     EXPECT_EQ(changes, 1);
     EXPECT_EQ(labels(), "123__");
-    EXPECT_EQ(trainer->mismatch(), -2);
     EXPECT_EQ(window->previewText(), "\u26A0 5 characters found, 3 typed");
     EXPECT_EQ(window->viewDescription(), "5 characters found, 3 typed") << "without the sign";
     type("12 345");
@@ -49,9 +47,6 @@ TEST_F(TrainerTest, ThePreviewShowsWhatIncludeWouldLabel) {
     type("\u00E92345");
     EXPECT_EQ(trainer->mismatch(), 0) << "characters are counted, not bytes";
     EXPECT_EQ(trainer->preview()[0].label, "\u00E9");
-    type("   ");
-    EXPECT_EQ(trainer->mismatch(), 0);
-    EXPECT_EQ(trainer->previewText(), "5 characters found");
 }
 
 TEST_F(TrainerTest, WithoutAnImageOrATrainedFontTheReadingSaysWhy) {
@@ -70,11 +65,8 @@ TEST_F(TrainerTest, WithoutAnImageOrATrainedFontTheReadingSaysWhy) {
 TEST_F(TrainerTest, TheReadingFollowsTheImageTheFontAndTheTraining) {
     ASSERT_EQ(workspace.learnDigits("digits").status, 0);
     trainer->parts().open({workspace.draw("a.pgm", "123\n45"), workspace.draw("b.pgm", "6789")});
-    int titles = 0;
-    trainer->titleChanged.subscribe([&] { ++titles; });
     screen().font.cmdSelectFont.press();
     EXPECT_EQ(trainer->title(), "digits - Dravik Trainer");
-    EXPECT_EQ(titles, 1);
     EXPECT_TRUE(trainer->reading().available);
     EXPECT_EQ(readText(), "123|45|");
     trainer->parts().next();
@@ -83,7 +75,6 @@ TEST_F(TrainerTest, TheReadingFollowsTheImageTheFontAndTheTraining) {
     type("6789");
     enter();
     EXPECT_EQ(trainer->title(), "digits* - Dravik Trainer");
-    EXPECT_EQ(titles, 2);
 
     screen().train.cmdTrain.press();
     EXPECT_EQ(trainer->reading().note, "The font is being trained");
@@ -94,13 +85,8 @@ TEST_F(TrainerTest, TheReadingFollowsTheImageTheFontAndTheTraining) {
     EXPECT_EQ(readText(), "123|45|");
     runTimer(trainer->checkTimer());
     EXPECT_THAT(trainer->checkText(), StartsWith("Held-out check (4-fold): "));
-    int checks = 0;
-    trainer->checkChanged.subscribe([&] { ++checks; });
-    type("12345");
-    EXPECT_EQ(checks, 0);
     screen().train.cmdSaveFont.press();
     EXPECT_EQ(trainer->title(), "digits - Dravik Trainer");
-    EXPECT_EQ(titles, 3);
     EXPECT_EQ(readText(), "123|45|");
 }
 
@@ -124,7 +110,6 @@ TEST_F(TrainerTest, AnImageThatTakesLongHoldsIncludeAloneAndCanBeStopped) {
     patient.parts().open({workspace.draw("slow.pgm", "12"), workspace.draw("quick.pgm", "345")});
     EXPECT_TRUE(patient.isLooking());
     EXPECT_EQ(patient.previewText(), "Looking for characters...");
-    EXPECT_EQ(patient.reading().note, "Looking for characters...");
     EXPECT_FALSE(include.enabled());
     select.press();
     EXPECT_FALSE(include.enabled()) << "the screen has enabled it for the font meanwhile";
@@ -146,67 +131,6 @@ TEST_F(TrainerTest, AnImageThatTakesLongHoldsIncludeAloneAndCanBeStopped) {
     patient.lookAgain();
     runTimer(patient.workTimer());
     EXPECT_EQ(patient.previewText(), "4 characters found, text proposed");
-
-    // A page of dots as faint as the noise.
-    std::minstd_rand random(1);
-    std::vector<std::string> lines(20);
-    for (std::string& line : lines)
-        while (line.size() < 20) line += "0123456789ABCEHLOT"[random() % 18];
-    GreyImage page = drawn(lines, {.scale = 4, .dot = 3, .paper = 140, .print = 100});
-    for (int y = 0; y < page.height(); ++y)
-        for (auto& pixel : page.row(y)) pixel = static_cast<std::uint8_t>(pixel + (random() >> 8) % 60);
-    writePgm(workspace.path("page.pgm"), page);
-    patient.parts().open({workspace.path("page.pgm")});
-    patient.parts().setCurrent(2);
-    while (patient.parts().isDecoding()) patient.workTimer().tick();
-    EXPECT_TRUE(patient.isLooking());
-    patient.stopWorking();
-    EXPECT_EQ(patient.previewText(), "Stopped before the characters were found");
-    EXPECT_FALSE(include.enabled()) << "it would look for them while the window stands still";
-    patient.parts().setCurrent(1);
-    runTimer(patient.workTimer());
-    EXPECT_TRUE(include.enabled());
-}
-
-TEST_F(TrainerTest, NeighboursAreDecodedBeforeTheyAreChosenAndStayWhileTheyAreNear) {
-    std::array<std::atomic<int>, 4> decodings{};
-    Trainer counting(
-        platform, JobFolder(workspace.jobs()),
-        [&decodings](const std::string& path) {
-            ++decodings[static_cast<std::size_t>(path[path.size() - 5] - '0')];
-            return readPgm(path);
-        },
-        false);
-    const auto comes = [](const std::atomic<int>& count) {
-        for (int waited = 0; count == 0 && waited < 10000; ++waited)
-            std::this_thread::sleep_for(std::chrono::milliseconds(1));
-        return count > 0;
-    };
-    for (const char* one : {"0", "1", "2", "3"})
-        counting.parts().open({workspace.draw(one + std::string(".pgm"), "12")});
-    EXPECT_TRUE(comes(decodings[1]));
-    EXPECT_EQ(decodings[2], 0);
-    counting.parts().next();
-    EXPECT_TRUE(comes(decodings[2]));
-    counting.parts().previous();
-    EXPECT_EQ(decodings[0], 1);
-    counting.lookAgain();
-    EXPECT_EQ(decodings[0], 2);
-    counting.parts().setCurrent(3);
-    counting.parts().setCurrent(0);
-    EXPECT_EQ(decodings[0], 3) << "far away meanwhile";
-}
-
-TEST_F(TrainerTest, LabelsFollowTheCaseOfTheFontWhenItIsMaintained) {
-    trainer->tool().CreateFont("letters");
-    trainer->tool().SetCharacterSet({"A", "C", "H", "T"});
-    trainer->control().showFont("letters");
-    draw("ACHT");
-    type("acht");
-    EXPECT_EQ(labels(), "acht");
-    screen().sample.chkCase.setChecked(true);
-    EXPECT_EQ(labels(), "ACHT");
-    EXPECT_EQ(text(), "acht") << "only Include changes what was typed";
 }
 
 }  // namespace

@@ -57,8 +57,8 @@ int errnoNamed(const char* name) {
     constexpr struct {
         const char* name;
         int number;
-    } kNames[] = {{"EIO", EIO},       {"ENOSPC", ENOSPC}, {"EACCES", EACCES}, {"EPERM", EPERM},
-                  {"EMFILE", EMFILE}, {"EROFS", EROFS},   {"EINTR", EINTR},   {"ENOLCK", ENOLCK}};
+    } kNames[] = {
+        {"EIO", EIO}, {"ENOSPC", ENOSPC}, {"EACCES", EACCES}, {"EMFILE", EMFILE}, {"ENOLCK", ENOLCK}};
     for (const auto& one : kNames)
         if (strcmp(one.name, name) == 0) return one.number;
     return EIO;

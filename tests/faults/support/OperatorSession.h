@@ -134,6 +134,12 @@ class OperatorSession {
             const std::string content = shown(first);
             tool_->DeleteFont(first);
             std::cout << "gone\t" << first << '\t' << content << std::endl;
+        } else if (what == "make") {
+            tool_->CreateFont(first);
+            tool_->SetCharacterSet({"A", "B"});
+            return tool_->SaveFont(first);
+        } else if (what == "duplicate") {
+            return tool_->DuplicateFont(first, second);
         } else if (what == "close-saving") {
             return closeSaving();
         } else if (what == "close-discarding") {

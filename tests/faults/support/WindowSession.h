@@ -1,7 +1,6 @@
 // An operator at work with the window: each step is done by what the operator sees, by clicks and keys, and
 // what it has made of the shown font is told as in OperatorSession.h. Steps: "new FONT", "choose FONT",
-// "rename NEW OLD", "remove FONT", "include IMAGE TEXT", "undo", "redo", "learn", "save", "close-saving",
-// "close-discarding", "signal NUMBER" and "wait", until somebody ends it.
+// "include IMAGE TEXT", "undo", "redo", "learn", "close-saving" and "wait", until somebody ends it.
 #pragma once
 
 #include <QAbstractButton>
@@ -9,9 +8,7 @@
 #include <QApplication>
 #include <QListWidget>
 #include <QMessageBox>
-#include <csignal>
 #include <iostream>
-#include <map>
 #include <sstream>
 #include <string>
 #include <vector>
@@ -66,7 +63,7 @@ class WindowSession {
   private:
     void act(const std::string& what, const std::string& first, const std::string& second) {
         if (what == "new")
-            inManager("", "OKButton", [&] {
+            inManager([&] {
                 driver_->expectForm("dlgFontNew", [&] {
                     driver_->type("txtFontName", first);
                     driver_->click("InitCharSet(7)");
@@ -75,67 +72,34 @@ class WindowSession {
                 driver_->click("cmdNewFont");
             });
         else if (what == "choose")
-            inManager(first, "OKButton", [] {});
-        else if (what == "rename")
-            rename(first, second);
-        else if (what == "remove")
-            remove(first);
+            inManager([&] { choose(first); });
         else if (what == "include")
             include(first, second);
         else if (what == "undo" || what == "redo")
             trigger(what.c_str());
         else if (what == "learn")
             learn();
-        else if (what == "save")
-            trigger("fontSave");
         else if (what == "close-saving")
-            close("cmdSaveAll");
-        else if (what == "close-discarding")
-            close("cmdDiscard");
-        else if (what == "signal")
-            std::raise(std::stoi(first));
-        if (what == "signal" || what == "wait") {
+            closeSaving();
+        else if (what == "wait") {
             std::cout << "waiting" << std::endl;
             QApplication::exec();
         }
     }
 
-    // With the font selected, if one is named; left by the button.
-    void inManager(const std::string& font, const char* button, const WindowDriver::Step& step) {
+    void inManager(const WindowDriver::Step& step) {
         driver_->expectForm("dlgFontManager", [&] {
-            auto* list =
-                QApplication::activeModalWidget()->findChild<QListWidget*>(QStringLiteral("lbFonts"));
-            const auto found = list->findItems(qt::qtText(font), Qt::MatchExactly);
-            if (!found.isEmpty())
-                list->setCurrentItem(found.front());
-            else if (!font.empty())
-                throw SessionFailure("there is no font " + font);
             step();
             noteFailure("sbr.Text");
-            driver_->click(button);
+            driver_->click("OKButton");
         });
         driver_->click("cmdSelectFont");
     }
-    void rename(const std::string& name, const std::string& font) {
-        const std::string content = shown(font);
-        inManager(font, "OKButton", [&] {
-            driver_->expectForm("dlgFontName", [&] {
-                driver_->type("txtFontName", name);
-                driver_->click("OKButton");
-            });
-            driver_->click("cmdRenameFont");
-        });
-        tellGone(font, content);
-    }
-    void remove(const std::string& font) {
-        const std::string content = shown(font);
-        inManager(font, "CancelButton", [&] { driver_->click("cmdDeleteFont"); });
-        tellGone(font, content);
-    }
-    void tellGone(const std::string& font, const std::string& content) {
-        const auto left = trainer_.tool().GetFontList();
-        if (std::find(left.begin(), left.end(), font) == left.end())
-            std::cout << "gone\t" << font << '\t' << content << std::endl;
+    static void choose(const std::string& font) {
+        auto* list = QApplication::activeModalWidget()->findChild<QListWidget*>(QStringLiteral("lbFonts"));
+        const auto found = list->findItems(qt::qtText(font), Qt::MatchExactly);
+        if (found.isEmpty()) throw SessionFailure("there is no font " + font);
+        list->setCurrentItem(found.front());
     }
     void include(const std::string& image, const std::string& text) {
         window_.open({image});
@@ -155,16 +119,12 @@ class WindowSession {
         if (!action->isEnabled()) throw SessionFailure(std::string(name) + " cannot be chosen");
         action->trigger();
     }
-    void close(const std::string& button) {
-        const bool discards = button == "cmdDiscard";
-        std::map<std::string, std::string> leaving;
-        for (const std::string& font : trainer_.history().unsavedFonts()) leaving[font] = shown(font);
-        for (const auto& [font, content] : leaving)
-            if (discards) std::cout << "let go\t" << font << '\t' << content << std::endl;
+    void closeSaving() {
+        const auto leaving = trainer_.history().unsavedFonts();
         DialogScript script;
         if (!leaving.empty())
-            script.expect(QStringLiteral("closingFormWindow"), [&](QWidget& form) {
-                form.findChild<QAbstractButton*>(qt::qtText(button))->click();
+            script.expect(QStringLiteral("closingFormWindow"), [](QWidget& form) {
+                form.findChild<QAbstractButton*>(QStringLiteral("cmdSaveAll"))->click();
                 if (form.isVisible())
                     form.findChild<QAbstractButton*>(QStringLiteral("CancelButton"))->click();
             });
@@ -172,9 +132,8 @@ class WindowSession {
         hasEnded_ = window_.close();
         for (const QString& text : script.messages() + script.problems()) problems_ += qt::utf8(text) + " ";
         const auto left = trainer_.history().unsavedFonts();
-        for (const auto& [font, content] : leaving)
-            if (std::find(left.begin(), left.end(), font) == left.end())
-                std::cout << (discards ? "dropped\t" : "saved\t") << font << std::endl;
+        for (const std::string& font : leaving)
+            if (std::ranges::find(left, font) == left.end()) std::cout << "saved\t" << font << std::endl;
     }
 
     // What the window has said of failures.

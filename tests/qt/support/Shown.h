@@ -103,7 +103,6 @@ class Shown {
         const QRect place = on(widget).geometry();
         return {place.x(), place.y(), place.width(), place.height()};
     }
-    int leastWidth() const { return page->minimumSizeHint().width(); }
     std::string text(const TextBox& box) const { return on<QLineEdit>(box).text().toStdString(); }
     std::string selected(const TextBox& box) const { return on<QLineEdit>(box).selectedText().toStdString(); }
     int cursor(const TextBox& box) const { return on<QLineEdit>(box).cursorPosition(); }
@@ -153,7 +152,6 @@ class Shown {
         settle();
     }
     Color colorOf(Color color) const { return model(qtColor(color, QApplication::palette())); }
-    Color ground() const { return model(QApplication::palette().color(QPalette::Window)); }
     static double contrast(Color a, Color b) {
         const auto seen = [](Color color) { return QColor(redOf(color), greenOf(color), blueOf(color)); };
         return qt::contrast(seen(a), seen(b));

@@ -32,12 +32,9 @@ class Operator : public ScriptedPlatform {
     }
     Answer messageBox(const MessageBox& box) override {
         boxes.push_back(box);
-        if (onMessageBox) onMessageBox();
         return box.buttons == MessageBox::Buttons::Ok ? Answer::Ok : Answer::No;
     }
     std::string fileDateText(const std::string&) override { return "today"; }
-
-    std::function<void()> onMessageBox;  // while one is shown
 };
 
 // Fires the ticks of a timer of the screen, where no window system does, until it is switched off.
@@ -50,10 +47,7 @@ inline void runTimer(Timer& timer) {
 
 // Chooses the files that it is told to.
 struct FileChooser : trainer::WindowSystem {
-    std::vector<std::string> choosePaths(const trainer::FileQuestion& question) override {
-        questions.push_back(question);
-        return chosen;
-    }
+    std::vector<std::string> choosePaths(const trainer::FileQuestion&) override { return chosen; }
     std::vector<std::string> clipboardImages(const std::string& newFile) override {
         if (pasted.empty()) return {};
         std::filesystem::copy_file(toPath(pasted), toPath(newFile));
@@ -65,20 +59,15 @@ struct FileChooser : trainer::WindowSystem {
     }
     void keep(const std::string& key, const std::string& text) override { texts[key] = text; }
     void showTheme(trainer::Theme shown) override { theme = shown; }
-    std::string chooseNewFile(const trainer::FileQuestion& question) override {
-        questions.push_back(question);
-        return newFile;
-    }
+    std::string chooseNewFile(const trainer::FileQuestion&) override { return newFile; }
     bool showGuide() override { return hasGuide; }
-    void closeWindow() override { ++closed; }
+    void closeWindow() override {}
 
-    std::vector<trainer::FileQuestion> questions;
     std::vector<std::string> chosen;
     std::map<std::string, std::string> texts;
     std::string pasted;  // a picture on the clipboard
     std::string newFile;
     trainer::Theme theme = trainer::Theme::Light;
-    int closed = 0;
     bool hasGuide = true;
 };
 
