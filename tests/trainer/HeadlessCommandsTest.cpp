@@ -310,8 +310,8 @@ TEST_F(HeadlessCommands, CtrlCDuringTheTrainingLeavesTheFontOnDiskAsItWas) {
 
     // But nothing that was included is lost.
     EXPECT_THAT(read("digits", {workspace.path("AC.pgm")}).err,
-                ElementsAre(AllOf(Reads("dravik-trainer: digits: [12] changes of .*"),
-                                  EndsWith("had not been saved; they are in the font again"))));
+                ElementsAre(Reads("dravik-trainer: digits: (1 change|2 changes) of .* had not been saved; "
+                                  "(it is|they are) in the font again")));
 }
 
 TEST_F(HeadlessCommands, FoldersAndListsAreReadInOrderAndCompared) {
