@@ -31,7 +31,8 @@ faces=(fonts-dejavu-core fonts-liberation fonts-hack fonts-inconsolata fonts-rob
     fonts-hanazono fonts-hosny-amiri fonts-creep2 fonts-aenigma fonts-khmeros fonts-arphic-bsmi00lp
     fonts-yusei-magic fonts-reggae fonts-summersby fonts-sil-sophia-nubian fonts-sil-galatia fonts-elstob fonts-lemonada
     fonts-adf-irianis fonts-rit-sundar fonts-mph-2b-damase fonts-taml-tscu fonts-beng-extra fonts-amiga fonts-misaki fonts-lao
-    fonts-cegui fonts-ancient-scripts fonts-seto fonts-radisnoir tv-fonts fonts-ddc-uchen)
+    fonts-cegui fonts-ancient-scripts fonts-seto fonts-radisnoir tv-fonts fonts-ddc-uchen
+    culmus fonts-nanum-extra xfonts-scalable fonts-ipafont-mincho fonts-yozvox-yozfont-standard-kana)
 if [ "${1:-}" = windows ]; then
     install_packages "${windows_packages[@]}"
     cmake --preset windows-bench >/dev/null

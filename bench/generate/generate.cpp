@@ -3,7 +3,7 @@
 // rules are made with `develop` and `develop2`, and the others are only for the last word.
 //
 //     dravik_generate
-//     develop|develop2|held|fresh|unseen|unseen2|unseen3|unseen4|unseen5|unseen6|unseen7|unseen8|learn
+//     develop|develop2|held|fresh|unseen|unseen2|unseen3|unseen4|unseen5|unseen6|unseen7|unseen8|unseen9|learn
 //     usual|extreme|scenes FOLDER [LINES_PER_FACE [CHARSETS_PER_FACE]]
 //
 // `usual` and `extreme` say under what conditions the lines are seen, `scenes` has them on parts beside other
@@ -349,6 +349,25 @@ const std::vector<Face> kUnseen8 = {
     {"dotuchen", "DDC_Uchen.ttf", 9},
 };
 
+// For the last word on what was made after `unseen8` had been counted.
+const std::vector<Face> kUnseen9 = {
+    {"hadasimb", "HadasimCLM-Bold.ttf"},
+    {"mejnuntal", "UKIJMejT.ttf"},
+    {"njaun", "MyanmarNjaun.ttf"},
+    {"kuttar", "MyanmarKuttar.ttf"},
+    {"thuriya", "MyanmarThuriya.ttf"},
+    {"barunpenb", "NanumBarunpenB.ttf"},
+    {"euljiro", "BMEULJIROTTF.ttf"},
+    {"courier10", "c0419bt_.pfb"},
+    {"ipamincho", "ipam.ttf"},
+    {"avdira", "Avdira_hint.ttf"},
+    {"yozb", "YOzBSP.ttf"},
+    {"dotcourier", "courier.ttf"},
+    {"dotbatang", "UnBatang.ttf", 12},
+    {"dotpauklay", "MyanmarPauklay.ttf", 9},
+    {"dotyeonsung", "BMYEONSUNG_ttf.ttf", 9},
+};
+
 std::unique_ptr<Typeface> opened(const Face& face) {
     const std::string file = face.file;
     if (file.empty()) return smallDotFace();
@@ -418,7 +437,7 @@ const std::vector<Set> kSets = {{"develop", kDevelop, 100'003u},     {"held", kH
                                 {"unseen3", kUnseen3, 5'900'017u},   {"unseen4", kUnseen4, 7'300'033u},
                                 {"unseen5", kUnseen5, 8'700'037u},   {"unseen6", kUnseen6, 10'100'039u},
                                 {"unseen7", kUnseen7, 11'500'043u},  {"unseen8", kUnseen8, 12'900'047u},
-                                {"learn", kLearn, 500'009u, true}};
+                                {"unseen9", kUnseen9, 14'300'051u},  {"learn", kLearn, 500'009u, true}};
 
 struct Seeing {
     const char* name;
@@ -472,7 +491,7 @@ int main(int argc, char** argv) {
         std::fprintf(
             stderr,
             "usage: dravik_generate develop|develop2|held|fresh|unseen|unseen2|unseen3|unseen4|unseen5|"
-            "unseen6|unseen7|unseen8|learn usual|extreme|scenes FOLDER [LINES_PER_FACE "
+            "unseen6|unseen7|unseen8|unseen9|learn usual|extreme|scenes FOLDER [LINES_PER_FACE "
             "[CHARSETS_PER_FACE]]\n");
         return 2;
     }
