@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "engine/scene/LineSurroundings.h"
-#include "engine/scene/LoneShapes.h"
+#include "engine/scene/OtherThings.h"
 #include "engine/scene/SeenLine.h"
 
 namespace dravik::engine {
@@ -33,7 +33,7 @@ const SeenLine* clearest(std::span<const SeenLine> lines) {
 }
 
 // Where a line shows nothing clear, one of the other polarity may have been the print, and lines of a few
-// characters may seem to be of another direction.
+// characters may seem to be of another direction. What is clear there, or likelier, takes its place.
 void lookAtOthers(std::span<const TextLine> others, const LineSight& sight, std::vector<SeenLine>& lines) {
     for (TextLine line : others) {
         if (line.score < kLeastScore) continue;
@@ -49,7 +49,10 @@ void lookAtOthers(std::span<const TextLine> others, const LineSight& sight, std:
                         [&](const SeenLine& one) { return one.isClear() && isThere(one); }))
             continue;
         SeenLine seen = sight.look(line, line.height());
-        if (!seen.isClear()) continue;
+        const bool isLikelier = std::any_of(lines.begin(), lines.end(), [&](const SeenLine& one) {
+            return isThere(one) && one.part.found.likeness < seen.part.found.likeness;
+        });
+        if (!seen.isClear() && !isLikelier) continue;
         std::erase_if(lines, isThere);
         lines.push_back(std::move(seen));
     }
@@ -109,7 +112,7 @@ Scene lineByLine(const GreyImage& image, const TextLines& found, const PrintSett
     Scene scene;
     int number = 0;
     for (SeenLine& one : lines) {
-        leaveOutLoneShapes(one.part);
+        leaveOutOtherThings(one.part, image);
         one.part.firstLine = number;
         number += static_cast<int>(one.part.found.lines.size());
         scene.parts.push_back(std::move(one.part));

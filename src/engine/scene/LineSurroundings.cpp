@@ -19,6 +19,8 @@ namespace {
 constexpr float kReach = 3.5f;
 constexpr int kMostSteps = 3;
 constexpr float kLeastContrast = 0.5f;
+// A mark covers more than one in so many pixels there.
+constexpr std::size_t kFewLevels = 300;
 // A longer line may be less likely by so much, or is likely enough at this.
 constexpr double kMuchLessLikely = 1, kLikelyEnough = 1.5;
 // Beyond an end only what is hardly a half, a double or dirt, and reads as some character, is one; bars,
@@ -39,7 +41,7 @@ constexpr int kRowsOfLine = 16;
 // Between these heights are the next line with what hangs from it, and its characters; what is higher than
 // the third has marks above or below.
 constexpr float kLowest = 0.5f, kHighestRows = 2, kWithMarks = 1.25f;
-constexpr float kLeastHeight = 0.6f, kMostHeight = 1.4f;
+constexpr float kLeastHeight = 0.6f, kMostHeight = 1.6f;
 // Its characters are so many at least, and as a mean hardly halves, doubles or dirt.
 constexpr std::size_t kFewestCharacters = 3;
 constexpr double kMeanNone = 0.1;
@@ -68,7 +70,7 @@ class AlongLine {
 // Between nearly the darkest and nearly the lightest levels.
 float contrast(std::vector<float> levels) {
     if (levels.empty()) return 0;
-    const auto few = static_cast<std::ptrdiff_t>(levels.size() / 100);
+    const auto few = static_cast<std::ptrdiff_t>(levels.size() / kFewLevels);
     std::nth_element(levels.begin(), levels.begin() + few, levels.end());
     const float low = levels[static_cast<std::size_t>(few)];
     std::nth_element(levels.begin(), levels.end() - 1 - few, levels.end());
@@ -95,29 +97,19 @@ struct Beyond {
 float lengthOfPrint(std::vector<Beyond> shapes, float height, float usualGap) {
     std::sort(shapes.begin(), shapes.end(), [](const Beyond& a, const Beyond& b) { return a.from < b.from; });
     const float blank = std::max(kLeastBlank * height, kUsualGaps * usualGap);
+    const float near = std::max(kNear * height, kUsualGaps * usualGap);
     float end = 0, print = 0;
     int inWord = 1;  // characters; the line's own last one is the first
     for (const Beyond& shape : shapes) {
         const float gap = shape.from - end;
         if (!shape.isCharacter || gap > kMostBlank * height) break;
         if (gap > blank) inWord = 0;
-        const bool isNext = print == end && gap < kNear * height;
+        const bool isNext = print == end && gap < near;
         end = shape.to;
         inWord += !shape.isMark;
         if (inWord > 1 ? !shape.isMark || isNext : shape.isMark && isNext) print = end;
     }
     return print;
-}
-
-// The median of the gaps between characters, in pixels.
-float usualGap(const Segmentation& found) {
-    std::vector<float> gaps{0};
-    for (std::size_t i = 1; i < found.glyphs.size(); ++i)
-        gaps.push_back(
-            static_cast<float>(found.place(found.glyphs[i]).left - found.place(found.glyphs[i - 1]).right));
-    const auto middle = gaps.begin() + static_cast<std::ptrdiff_t>(gaps.size() / 2);
-    std::nth_element(gaps.begin(), middle, gaps.end());
-    return *middle;
 }
 
 int highestOf(const Segmentation& found) {
@@ -140,12 +132,17 @@ Beyond shapeOf(const SuggestedCharacter& seen, float height, float highest) {
     return result;
 }
 
+// Where the picture begins that shows a line.
+float startOf(const TextLine& line, float height) {
+    return line.left - (kBesideLine + kRoomAroundLine) * height;
+}
+
 // The line as far as its print goes on in what a longer one shows.
 TextLine lineOfPrint(const SeenLine& seen, const SeenLine& longer) {
     const TextLine& line = seen.line;
     const float height = line.height(), beside = kBesideLine * height;
     const float highest = static_cast<float>(highestOf(seen.part.found));
-    const float start = longer.line.left - beside - kRoomAroundLine * height;
+    const float start = startOf(longer.line, height);
     std::vector<Beyond> before, behind;
     for (const SuggestedCharacter& one : readWithoutFont(longer.part.found)) {
         const float left = start + static_cast<float>(one.place.left),
@@ -167,6 +164,18 @@ TextLine lineOfPrint(const SeenLine& seen, const SeenLine& longer) {
     result.left -= lengthOfPrint(std::move(before), height, gap);
     result.right += lengthOfPrint(std::move(behind), height, gap);
     return result;
+}
+
+// Of a longer line what is on the print.
+SeenLine within(SeenLine longer, const TextLine& print) {
+    const float start = startOf(longer.line, print.height());
+    std::erase_if(longer.part.found.glyphs, [&](const Glyph& glyph) {
+        const Region place = longer.part.found.place(glyph);
+        const float middle = start + 0.5f * static_cast<float>(place.left + place.right);
+        return middle < print.left || middle > print.right;
+    });
+    longer.line = print;
+    return longer;
 }
 
 bool haveSameEnds(const TextLine& a, const TextLine& b) {
@@ -259,11 +268,12 @@ void extend(SeenLine& seen, const LineSight& sight) {
         if (contrast(levels, line, line.left - reach, line.left - beside) >= least) longer.left -= reach;
         if (contrast(levels, line, line.right + beside, line.right + reach) >= least) longer.right += reach;
         if (haveSameEnds(longer, line)) return;
-        const SeenLine more = sight.look(longer, height);
+        SeenLine more = sight.look(longer, height);
         if (more.part.found.lines.size() != 1) return;
         const TextLine print = lineOfPrint(seen, more);
         if (haveSameEnds(print, line)) return;
         SeenLine extended = sight.look(print, height);
+        if (extended.part.found.lines.size() > 1) extended = within(std::move(more), print);
         if (!isBetter(extended, seen)) return;
         seen = std::move(extended);
     }

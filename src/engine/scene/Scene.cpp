@@ -8,7 +8,7 @@
 
 #include "engine/recogniser/BaseReader.h"
 #include "engine/scene/LineByLine.h"
-#include "engine/scene/LoneShapes.h"
+#include "engine/scene/OtherThings.h"
 #include "engine/scene/PrintAlone.h"
 #include "engine/segmentation/TextLikeness.h"
 
@@ -158,14 +158,19 @@ Scene wholeScene(std::shared_ptr<const GreyImage> image, Segmentation found) {
     whole.whole = {0, 0, image->width(), image->height()};
     whole.picture = std::move(image);
     whole.found = std::move(found);
-    leaveOutLoneShapes(whole);
+    leaveOutOtherThings(whole, *whole.picture);
     return scene;
 }
 
 Scene wholeScene(std::shared_ptr<const GreyImage> image, PrintAlone alone) {
-    Scene scene = wholeScene(std::move(alone.picture), std::move(alone.found));
-    scene.parts.front().original = std::move(image);
-    scene.parts.front().isDarkThere = alone.isDark;
+    Scene scene;
+    ScenePart& whole = scene.parts.emplace_back();
+    whole.whole = {0, 0, image->width(), image->height()};
+    whole.picture = std::move(alone.picture);
+    whole.original = std::move(image);
+    whole.isDarkThere = alone.isDark;
+    whole.found = std::move(alone.found);
+    leaveOutOtherThings(whole, *whole.original);
     return scene;
 }
 
@@ -226,8 +231,10 @@ Scene findIn(const std::shared_ptr<const GreyImage>& image, Extent extent, const
         if (isSure(*seen)) return whole();
         opinion = findInPrintAlone(*image, seen->glyphs.size(), worthOf(*seen), print, stop);
         if (alone && isSure(alone->found) && alone->found.glyphs.size() >= kSomePrint) return whole();
-        // Few characters that fill a picture are rather things on the part than print.
-        if (likelier().glyphs.size() > kSomePrint && isFilled(*image, likelier())) return whole();
+        // Few characters that fill a picture, and some unlikely ones, are rather things on the part than
+        // print.
+        const std::size_t few = likelier().likeness > kPerhapsPrint ? kSomePrint : 2 * kSomePrint;
+        if (likelier().glyphs.size() > few && isFilled(*image, likelier())) return whole();
     }
     const TextLines found = linesOf(*image, print, stop);
     if (opinion.isAgreed && isOnLines(likelier(), found.lines)) return whole();

@@ -16,9 +16,10 @@ bool SeenLine::isClear() const {
 }
 
 SeenLine LineSight::look(const TextLine& line, float height) const {
-    SeenLine result{line, uprightLine(image_, line, height, lines_)};
-    result.part.found = segment(*result.part.picture, takeWholeCharacters, stop_, print_);
-    return result;
+    SeenLine seen{line, uprightLine(image_, line, height, lines_)};
+    seen.part.found = segment(*seen.part.picture, takeWholeCharacters, stop_, print_);
+    if (seen.isClear()) seen.line.dark = seen.part.found.look.dark;
+    return seen;
 }
 
 }  // namespace dravik::engine

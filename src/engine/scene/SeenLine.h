@@ -26,7 +26,7 @@ class LineSight {
 
     const GreyImage& image() const noexcept { return image_; }
 
-    // The line's print is `height` pixels high.
+    // The line's print is `height` pixels high. A clear line is of its print's polarity.
     SeenLine look(const TextLine& line, float height) const;
 
   private:

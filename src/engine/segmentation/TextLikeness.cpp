@@ -122,6 +122,16 @@ float typicalHeight(const Segmentation& found) {
     return median(heights);
 }
 
+float usualGap(const Segmentation& found) {
+    std::vector<float> gaps;
+    for (std::size_t i = 1; i < found.glyphs.size(); ++i) {
+        const Glyph &glyph = found.glyphs[i], &before = found.glyphs[i - 1];
+        if (glyph.line == before.line)
+            gaps.push_back(static_cast<float>(found.place(glyph).left - found.place(before).right));
+    }
+    return median(gaps);
+}
+
 double wholeness(const Segmentation& found) {
     double whole = 0;
     const std::vector<Glyph>& glyphs = found.glyphs;
