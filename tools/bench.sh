@@ -32,7 +32,8 @@ faces=(fonts-dejavu-core fonts-liberation fonts-hack fonts-inconsolata fonts-rob
     fonts-yusei-magic fonts-reggae fonts-summersby fonts-sil-sophia-nubian fonts-sil-galatia fonts-elstob fonts-lemonada
     fonts-adf-irianis fonts-rit-sundar fonts-mph-2b-damase fonts-taml-tscu fonts-beng-extra fonts-amiga fonts-misaki fonts-lao
     fonts-cegui fonts-ancient-scripts fonts-seto fonts-radisnoir tv-fonts fonts-ddc-uchen
-    culmus fonts-nanum-extra xfonts-scalable fonts-ipafont-mincho fonts-yozvox-yozfont-standard-kana)
+    fonts-osifont fonts-routed-gothic fonts-hermit fonts-quicksand fonts-clear-sans fonts-national-park fonts-gnutypewriter
+    fonts-tiresias fonts-sora fonts-glasstty culmus fonts-nanum-extra xfonts-scalable fonts-ipafont-mincho fonts-yozvox-yozfont-standard-kana)
 if [ "${1:-}" = windows ]; then
     install_packages "${windows_packages[@]}"
     cmake --preset windows-bench >/dev/null
