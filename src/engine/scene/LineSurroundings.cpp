@@ -20,7 +20,7 @@ constexpr float kReach = 3.5f;
 constexpr int kMostSteps = 3;
 constexpr float kLeastContrast = 0.5f;
 // A mark covers more than one in so many pixels there.
-constexpr std::size_t kFewLevels = 300;
+constexpr std::size_t kFewLevels = 800;
 // A longer line may be less likely by so much, or is likely enough at this.
 constexpr double kMuchLessLikely = 1, kLikelyEnough = 1.5;
 // Beyond an end only what is hardly a half, a double or dirt, and reads as some character, is one; bars,
@@ -37,7 +37,7 @@ constexpr float kLeastBlank = 0.8f, kUsualGaps = 1.6f, kMostBlank = 2.2f;
 // the line's own, from one place to those so far on both sides; the rest of this line ends within so much.
 constexpr float kZone = 3.2f, kLeastVaried = 0.35f, kVariedWithin = 0.35f, kRest = 0.3f;
 constexpr float kLeastRoom = 0.8f, kApart = 0.2f;
-constexpr int kRowsOfLine = 16;
+constexpr int kRowsOfLine = 16, kRowsOfContrast = 40;
 // Between these heights are the next line with what hangs from it, and its characters; what is higher than
 // the third has marks above or below.
 constexpr float kLowest = 0.5f, kHighestRows = 2, kWithMarks = 1.25f;
@@ -79,7 +79,7 @@ float contrast(std::vector<float> levels) {
 
 // Of a line's rows, from one place along it to another.
 float contrast(const AlongLine& levels, const TextLine& line, float from, float to) {
-    const float step = std::max(1.0f, line.height() / kRowsOfLine);
+    const float step = std::max(1.0f, line.height() / kRowsOfContrast);
     std::vector<float> seen;
     for (float across = line.top; across < line.bottom; across += step)
         for (float along = from; along < to; along += step) seen.push_back(levels(along, across));
