@@ -164,27 +164,12 @@ Wholeness wholeness(const std::vector<ReadLine>& lines) {
     return result;
 }
 
-// Whether it stands apart from the characters of its line, at an end of it.
-bool isAside(const Segmentation& found, const Glyph& one) {
-    const float cap = found.lines[static_cast<std::size_t>(one.line)].capHeight;
-    const Box& box = one.piece.box;
-    bool isAfterSome = false, isBeforeSome = false;
-    for (const Glyph& other : found.glyphs) {
-        if (other.line != one.line) continue;
-        const Box& beside = other.piece.box;
-        if (std::max(beside.left - box.right, box.left - beside.right) < kAside * cap) return false;
-        (beside.left < box.left ? isAfterSome : isBeforeSome) = true;
-    }
-    return !isAfterSome || !isBeforeSome;
-}
-
 // Makes those that were left out characters that are likely whole ones.
 void takeBack(Segmentation& found) {
     const auto isBefore = [](const Glyph& a, const Glyph& b) {
         return a.line != b.line ? a.line < b.line : a.piece.box.left < b.piece.box.left;
     };
     for (Glyph& one : found.leftOut) {
-        if (isAside(found, one)) continue;
         const LineMetrics& line = found.lines[static_cast<std::size_t>(one.line)];
         const CharacterPatch patch = characterPatch(found.ink, found.frame, one.piece, line);
         if (whole(patchLikelihoods({&patch, 1}).front()) < std::log(kProbablyWhole)) continue;

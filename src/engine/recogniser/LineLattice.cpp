@@ -5,6 +5,8 @@
 #include <limits>
 #include <utility>
 
+#include "engine/image/Median.h"
+
 namespace dravik::engine {
 namespace {
 
@@ -153,11 +155,15 @@ std::vector<float> dirtDoubts(std::span<const Glyph> glyphs, const LineBoundarie
                               const LineMetrics& line) {
     std::vector<float> result;
     for (const Glyph& one : glyphs) result.push_back(dirtDoubt(boundaries, one.piece.box));
+    std::vector<float> gaps;
+    for (std::size_t i = 1; i < glyphs.size(); ++i)
+        gaps.push_back(glyphs[i].piece.box.left - glyphs[i - 1].piece.box.right);
+    const float aside = std::max(kAside * line.capHeight, kAsideGaps * median(std::move(gaps)));
     const auto fromEnd = [&](auto place) {
         for (std::size_t i = 0; i + 1 < glyphs.size(); ++i) {
             const Box &box = glyphs[place(i)].piece.box, &next = glyphs[place(i + 1)].piece.box;
             const float room = std::max(next.left - box.right, box.left - next.right);
-            if (room < kAside * line.capHeight || isCharacterHigh(box, line)) break;
+            if (room < aside || isCharacterHigh(box, line)) break;
             result[place(i)] = kDirtAsideDoubt;
         }
     };

@@ -55,9 +55,9 @@ float dirtDoubt(const LineBoundaries& boundaries, const Box& box);
 inline constexpr float kUnknown = -3.9f;
 bool isCharacterSized(const Box& box, const LineMetrics& line);
 
-// What stands so far, in heights of capitals, from the rest at an end of a line stands aside: it may be dirt
-// that looks like print.
-inline constexpr float kAside = 0.4f;
+// What stands so far, in heights of capitals and in usual gaps, from the rest at an end of a line stands
+// aside: it may be dirt that looks like print.
+inline constexpr float kAside = 0.4f, kAsideGaps = 1.6f;
 
 // How likely a piece is to be any character, as a logarithm.
 float whole(const PatchLikelihoods& likelihoods);
