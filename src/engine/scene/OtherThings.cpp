@@ -48,13 +48,14 @@ Shapes shapesOf(const Segmentation& found) {
     }
     result.height = median(std::move(heights));
     const float far = std::max(kFar * result.height, kFarGaps * usualGap(found));
-    for (std::size_t i = 0, first = 0; i < found.glyphs.size(); ++i) {
-        if (i > 0 && (found.glyphs[i].line != found.glyphs[i - 1].line ||
-                      static_cast<float>(result.places[i].left - result.places[i - 1].right) >= far))
-            first = i;
-        result.together.push_back(0);
-        std::fill(result.together.begin() + static_cast<std::ptrdiff_t>(first), result.together.end(),
-                  static_cast<int>(i - first + 1));
+    const auto isApart = [&](std::size_t i) {
+        return found.glyphs[i].line != found.glyphs[i - 1].line ||
+               static_cast<float>(result.places[i].left - result.places[i - 1].right) >= far;
+    };
+    for (std::size_t first = 0, end = 0; first < found.glyphs.size(); first = end) {
+        do ++end;
+        while (end < found.glyphs.size() && !isApart(end));
+        result.together.resize(end, static_cast<int>(end - first));
     }
     for (std::size_t i = 0; i < result.places.size(); ++i)
         if (result.together[i] > 1) result.highest = std::max(result.highest, result.places[i].height());
@@ -109,7 +110,7 @@ class LevelsThere {
 struct Direction {
     float x, y;
 };
-enum Side { Left, Right, Above, Below };
+enum BoxSide { Left, Right, Above, Below };
 constexpr std::array<Direction, 4> kSides = {{{-1, 0}, {1, 0}, {0, -1}, {0, 1}}};
 
 // From one side of a box outwards, pixel by pixel: the median of the levels beside the middle half of it.

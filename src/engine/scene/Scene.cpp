@@ -152,26 +152,28 @@ double worthOf(const Scene& scene) {
     return sum;
 }
 
-Scene wholeScene(std::shared_ptr<const GreyImage> image, Segmentation found) {
-    Scene scene;
-    ScenePart& whole = scene.parts.emplace_back();
-    whole.whole = {0, 0, image->width(), image->height()};
-    whole.picture = std::move(image);
+Scene sceneOf(ScenePart whole, Segmentation found) {
+    const GreyImage& image = whole.seen();
+    whole.whole = {0, 0, image.width(), image.height()};
     whole.found = std::move(found);
-    leaveOutOtherThings(whole, *whole.picture);
+    leaveOutOtherThings(whole, image);
+    Scene scene;
+    scene.parts.push_back(std::move(whole));
     return scene;
 }
 
+Scene wholeScene(std::shared_ptr<const GreyImage> image, Segmentation found) {
+    ScenePart whole;
+    whole.picture = std::move(image);
+    return sceneOf(std::move(whole), std::move(found));
+}
+
 Scene wholeScene(std::shared_ptr<const GreyImage> image, PrintAlone alone) {
-    Scene scene;
-    ScenePart& whole = scene.parts.emplace_back();
-    whole.whole = {0, 0, image->width(), image->height()};
+    ScenePart whole;
     whole.picture = std::move(alone.picture);
     whole.original = std::move(image);
     whole.isDarkThere = alone.isDark;
-    whole.found = std::move(alone.found);
-    leaveOutOtherThings(whole, *whole.original);
-    return scene;
+    return sceneOf(std::move(whole), std::move(alone.found));
 }
 
 // In a region print is looked for even where there are no lines of it.

@@ -30,7 +30,7 @@ double wholeness(const Segmentation& found);
 // The usual height of capitals, in ink pixels; 0 when nothing is found.
 float typicalHeight(const Segmentation& found);
 
-// Between characters that follow each other in a line, in pixels of the image; 0 when there are none.
+// The usual gap between characters that follow each other in a line, in pixels of the image; 0 when none do.
 float usualGap(const Segmentation& found);
 
 }  // namespace dravik::engine
