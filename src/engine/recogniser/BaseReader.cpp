@@ -34,6 +34,10 @@ constexpr double kWholeInNeither = -1.5;
 // What was hardly likelier dirt than print is taken for print where it is so likely a whole character.
 constexpr double kProbablyWhole = 0.7;
 
+// How much it tells of print that it looks like text, and that its characters are whole: a logistic
+// regression on the lines that are looked at in generated part images.
+constexpr double kByLikeness = 0.49, kByWholeness = 0.36;
+
 struct ReadLine {
     int line = 0;
     std::vector<ReadPiece> pieces;
@@ -188,6 +192,11 @@ bool CharacterLikelihood::disagrees() const {
 
 double wholeCharacterOdds(const Segmentation& found) {
     return wholeCharacterOdds(linesOf(found, Pieces::AsFound));
+}
+
+double printOdds(const Segmentation& found) {
+    if (found.glyphs.empty()) return 0;
+    return kByLikeness * found.likeness + kByWholeness * wholeCharacterOdds(found);
 }
 
 Wholeness takeWholeCharacters(Segmentation& found, Pieces pieces) {

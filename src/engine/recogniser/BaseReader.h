@@ -44,6 +44,9 @@ struct CharacterLikelihood {
 
 // How much likelier than usual the found characters are whole ones, together, as a logarithm.
 double wholeCharacterOdds(const Segmentation& found);
+// Log odds that what was found is print and not other things on a part, which may look like text as a whole
+// or in some characters; 0 where nothing was found.
+double printOdds(const Segmentation& found);
 // A ViewJudge: where a character is probably a half, a double or dirt, the likeliest cuts and joins are those
 // that make likelier whole characters.
 Wholeness takeWholeCharacters(Segmentation& found, Pieces pieces);

@@ -12,8 +12,8 @@
 namespace dravik::engine {
 namespace {
 
-// Log odds below which a line is none where another is clear.
-constexpr double kNoLine = -0.4;
+// Print odds below which a line is none where another is clear.
+constexpr double kNoLine = 0.8;
 // Other lines are looked at that score so much and, beside clear ones, are like those in height by this
 // factor and in direction by so much.
 constexpr float kLeastScore = 2.4f, kAlike = 1.8f, kOneDirection = 0.16f;  // radians
@@ -50,7 +50,7 @@ void lookAtOthers(std::span<const TextLine> others, const LineSight& sight, std:
             continue;
         SeenLine seen = sight.look(line, line.height());
         const bool isLikelier = std::any_of(lines.begin(), lines.end(), [&](const SeenLine& one) {
-            return isThere(one) && one.part.found.likeness < seen.part.found.likeness;
+            return isThere(one) && one.odds < seen.odds;
         });
         if (!seen.isClear() && !isLikelier) continue;
         std::erase_if(lines, isThere);
@@ -77,7 +77,7 @@ void dropUnclear(std::vector<SeenLine>& lines) {
     const bool clear = std::any_of(lines.begin(), lines.end(), isClear);
     std::erase_if(lines, [&](const SeenLine& one) {
         return one.part.found.glyphs.empty() || (clear && one.part.found.glyphs.size() < 2) ||
-               one.part.found.likeness < (clear ? kNoLine : kPerhapsPrint);
+               one.odds < (clear ? kNoLine : kPerhapsPrint);
     });
 }
 

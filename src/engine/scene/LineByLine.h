@@ -7,7 +7,7 @@
 
 namespace dravik::engine {
 
-// How likely, in log odds, something is print at least that is taken for it where nothing is clearer.
+// Print odds of what is taken for print where nothing is clearer, at least.
 constexpr double kPerhapsPrint = -1;
 
 // What the lines show, each looked at alone. A line without clear characters is none when another has them;

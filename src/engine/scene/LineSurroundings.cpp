@@ -21,7 +21,7 @@ constexpr int kMostSteps = 3;
 constexpr float kLeastContrast = 0.5f;
 // A mark covers more than one in so many pixels there.
 constexpr std::size_t kFewLevels = 800;
-// A longer line may be less likely by so much, or is likely enough at this.
+// The print odds of a longer line may be lower by so much, or are enough at this.
 constexpr double kMuchLessLikely = 1, kLikelyEnough = 1.5;
 // Beyond an end only what is hardly a half, a double or dirt, and reads as some character, is one; bars,
 // which are narrower than this part of the height, are hardly higher than the line's own characters.
@@ -186,7 +186,7 @@ bool haveSameEnds(const TextLine& a, const TextLine& b) {
 bool isBetter(const SeenLine& longer, const SeenLine& seen) {
     const Segmentation& found = longer.part.found;
     return found.glyphs.size() > seen.part.found.glyphs.size() && found.lines.size() == 1 &&
-           found.likeness >= std::min(kLikelyEnough, seen.part.found.likeness - kMuchLessLikely);
+           longer.odds >= std::min(kLikelyEnough, seen.odds - kMuchLessLikely);
 }
 
 // How much the levels of a row vary along the line, for each row of so many of them.

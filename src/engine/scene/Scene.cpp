@@ -10,6 +10,7 @@
 #include "engine/scene/LineByLine.h"
 #include "engine/scene/OtherThings.h"
 #include "engine/scene/PrintAlone.h"
+#include "engine/scene/SeenLine.h"
 #include "engine/segmentation/TextLikeness.h"
 
 namespace dravik::engine {
@@ -18,9 +19,10 @@ namespace {
 // Log odds from which characters are taken as they are seen in the whole picture, whatever else there may be.
 constexpr double kSurelyPrint = 2.2;
 // By so much, as a logarithm, characters that fill the picture may look less whole than line by line;
-// measured on generated part images. Where the lines show less
-// than half of them, they are all that there is when they look more whole by the second.
-constexpr double kWholePicture = 1, kMuchMoreWhole = 8;
+// measured on generated part images. Where the lines show less than half of them, they are all that there is
+// when they look more whole by the second; where no line is clear, when they look less whole by no more than
+// the third and the first.
+constexpr double kWholePicture = 1, kMuchMoreWhole = 8, kLessWhole = 2;
 // Most room, in heights of its lines, around print that may be all that a picture shows.
 constexpr float kBesidePrint = 6, kAbovePrint = 6.5f;
 // Rows of dots are at most so far apart, in their heights; characters of dots are so much higher than a dot.
@@ -33,7 +35,7 @@ constexpr float kMargin = 2;
 constexpr float kUpright = 0.12f;  // radians
 // A line that is found is at least so high, in smallest heights that characters may have.
 constexpr float kLowestLine = 0.75f;
-// In doubt the print alone of pictures of so many pixels is looked at.
+// In doubt the print alone of pictures of so many pixels is looked at, of others where nothing else shows.
 constexpr std::int64_t kMostInDoubt = 500'000;
 // The whole of a picture of so few pixels is looked at before any line is searched in it; that of one without
 // lines, or whose lines show nothing, when it has at most so many.
@@ -134,8 +136,11 @@ bool isAll(const GreyImage& image, const Segmentation& seen, std::span<const Tex
         return sum;
     };
     if (isFilled(image, seen)) return odds() > 0;
-    return (isOnLines(seen, lines) && seen.likeness > kPerhapsPrint) ||
-           (2 * byLine.characters() < seen.glyphs.size() && odds() > kMuchMoreWhole);
+    if (isOnLines(seen, lines) && printOdds(seen) > kPerhapsPrint) return true;
+    if (2 * byLine.characters() < seen.glyphs.size() && odds() > kMuchMoreWhole) return true;
+    const auto isClear = [](const ScenePart& part) { return printOdds(part.found) > kClearLine; };
+    return !byLine.parts.empty() && std::none_of(byLine.parts.begin(), byLine.parts.end(), isClear) &&
+           odds() > -kLessWhole;
 }
 
 std::int64_t pixelsOf(const GreyImage& image) {
@@ -235,7 +240,7 @@ Scene findIn(const std::shared_ptr<const GreyImage>& image, Extent extent, const
         if (alone && isSure(alone->found) && alone->found.glyphs.size() >= kSomePrint) return whole();
         // Few characters that fill a picture, and some unlikely ones, are rather things on the part than
         // print.
-        const std::size_t few = likelier().likeness > kPerhapsPrint ? kSomePrint : 2 * kSomePrint;
+        const std::size_t few = printOdds(likelier()) > kPerhapsPrint ? kSomePrint : 2 * kSomePrint;
         if (likelier().glyphs.size() > few && isFilled(*image, likelier())) return whole();
     }
     const TextLines found = linesOf(*image, print, stop);
@@ -244,7 +249,7 @@ Scene findIn(const std::shared_ptr<const GreyImage>& image, Extent extent, const
     if (!scene.parts.empty() && std::all_of(scene.parts.begin(), scene.parts.end(),
                                             [](const ScenePart& part) { return isSure(part.found); }))
         return scene;
-    if (!isSmall && pixelsOf(*image) <= kMostInDoubt)
+    if (!isSmall && (pixelsOf(*image) <= kMostInDoubt || scene.parts.empty()))
         alone = findInPrintAlone(*image, scene.characters(), worthOf(scene), print, stop).likelier;
     return alone && alone->worth > worthOf(scene) ? whole() : scene;
 }

@@ -8,9 +8,13 @@
 
 namespace dravik::engine {
 
+// Print odds of a clear line.
+inline constexpr double kClearLine = 2.5;
+
 struct SeenLine {
     TextLine line;
     ScenePart part;
+    double odds = 0;  // that it is print, see printOdds()
 
     // Whether it shows characters that are hardly anything else.
     bool isClear() const;

@@ -41,7 +41,8 @@ Segmentation segment(const GreyImage& image, ViewJudge judge, const std::stop_to
                      const PrintSettings& print, Search search) {
     std::vector<Candidate> candidates = printCandidates(image, search, judge, stop, print);
     std::vector<Contender> numbers = contenders(candidates);
-    if (stop.stop_requested() || numbers.empty() || numbers.front().best->value < kNoPrint) return {};
+    const auto isNoPrint = [](const Contender& one) { return one.best->value < kNoPrint; };
+    if (stop.stop_requested() || std::all_of(numbers.begin(), numbers.end(), isNoPrint)) return {};
     for (Candidate& one : candidates)
         if (&one != numbers.front().best) one.seen.reset();
     const bool isJudged = judge && !numbers.front().best->whole.isClear &&
