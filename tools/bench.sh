@@ -33,7 +33,8 @@ faces=(fonts-dejavu-core fonts-liberation fonts-hack fonts-inconsolata fonts-rob
     fonts-adf-irianis fonts-rit-sundar fonts-mph-2b-damase fonts-taml-tscu fonts-beng-extra fonts-amiga fonts-misaki fonts-lao
     fonts-cegui fonts-ancient-scripts fonts-seto fonts-radisnoir tv-fonts fonts-ddc-uchen
     fonts-osifont fonts-routed-gothic fonts-hermit fonts-quicksand fonts-clear-sans fonts-national-park fonts-gnutypewriter
-    fonts-tiresias fonts-sora fonts-glasstty culmus fonts-nanum-extra xfonts-scalable fonts-ipafont-mincho fonts-yozvox-yozfont-standard-kana)
+    fonts-tiresias fonts-sora fonts-glasstty culmus fonts-nanum-extra xfonts-scalable fonts-ipafont-mincho fonts-yozvox-yozfont-standard-kana
+    fonts-senamirmir-washra xfonts-cronyx-75dpi)
 if [ "${1:-}" = windows ]; then
     install_packages "${windows_packages[@]}"
     cmake --preset windows-bench >/dev/null

@@ -3,8 +3,8 @@
 // rules are made with `develop` and `develop2`, and the others are only for the last word.
 //
 //     dravik_generate
-//     develop|develop2|held|fresh|unseen|unseen2|unseen3|unseen4|unseen5|unseen6|unseen7|unseen8|unseen9|learn
-//     usual|extreme|scenes FOLDER [LINES_PER_FACE [CHARSETS_PER_FACE]]
+//     develop|develop2|held|fresh|unseen|unseen2|unseen3|unseen4|unseen5|unseen6|unseen7|unseen8|unseen9|
+//     unseen10|learn usual|extreme|scenes FOLDER [LINES_PER_FACE [CHARSETS_PER_FACE]]
 //
 // `usual` and `extreme` say under what conditions the lines are seen, `scenes` has them on parts beside other
 // things; the sheets are the same. Writes FOLDER/lines and FOLDER/charsets with their images, lines.tsv,
@@ -368,6 +368,25 @@ const std::vector<Face> kUnseen9 = {
     {"dotyeonsung", "BMYEONSUNG_ttf.ttf", 9},
 };
 
+// For the last word on what was made after `unseen9` had been counted.
+const std::vector<Face> kUnseen10 = {
+    {"tagu", "MyanmarTagu.ttf"},
+    {"sagar", "MyanmarSagar.ttf"},
+    {"pyidaungsub", "Pyidaungsu-2.3_Bold.ttf"},
+    {"tragic", "Tragic2.ttf"},
+    {"washrab", "washrab.ttf"},
+    {"alfios", "Alfios_R.otf"},
+    {"emerita", "emerita_latina.ttf"},
+    {"qolyazma", "UKIJQolyazma.ttf"},
+    {"inichke", "UKIJInichke.ttf"},
+    {"sreeramulu", "PottiSreeramulu.ttf"},
+    {"tscucomic", "TSCu_Comic.ttf"},
+    {"dotcrox", "crox2c_c.pcf.gz"},
+    {"dotramabhadra", "ramabhadra.ttf", 12},
+    {"doteunjin", "Eunjin.ttf", 9},
+    {"dotbpgcourier", "BPG_Courier_GPL&GNU.ttf", 12},
+};
+
 std::unique_ptr<Typeface> opened(const Face& face) {
     const std::string file = face.file;
     if (file.empty()) return smallDotFace();
@@ -437,7 +456,8 @@ const std::vector<Set> kSets = {{"develop", kDevelop, 100'003u},     {"held", kH
                                 {"unseen3", kUnseen3, 5'900'017u},   {"unseen4", kUnseen4, 7'300'033u},
                                 {"unseen5", kUnseen5, 8'700'037u},   {"unseen6", kUnseen6, 10'100'039u},
                                 {"unseen7", kUnseen7, 11'500'043u},  {"unseen8", kUnseen8, 12'900'047u},
-                                {"unseen9", kUnseen9, 14'300'051u},  {"learn", kLearn, 500'009u, true}};
+                                {"unseen9", kUnseen9, 14'300'051u},  {"unseen10", kUnseen10, 15'700'057u},
+                                {"learn", kLearn, 500'009u, true}};
 
 struct Seeing {
     const char* name;
@@ -491,7 +511,7 @@ int main(int argc, char** argv) {
         std::fprintf(
             stderr,
             "usage: dravik_generate develop|develop2|held|fresh|unseen|unseen2|unseen3|unseen4|unseen5|"
-            "unseen6|unseen7|unseen8|unseen9|learn usual|extreme|scenes FOLDER [LINES_PER_FACE "
+            "unseen6|unseen7|unseen8|unseen9|unseen10|learn usual|extreme|scenes FOLDER [LINES_PER_FACE "
             "[CHARSETS_PER_FACE]]\n");
         return 2;
     }
