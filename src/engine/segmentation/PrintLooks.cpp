@@ -33,7 +33,7 @@ constexpr std::int64_t kMostDoubled = 310'000;
 constexpr std::size_t kMostHeld = 500'000;
 // Heights of capitals, in working pixels, at which characters are best told apart.
 constexpr float kBestHeight = 32;
-constexpr double kHopeless = -3, kNothing = -1e9;
+constexpr double kHopeless = -5, kNothing = -1e9;
 // What a candidate is worth at least whose characters are clear to the judge.
 constexpr double kJudgedClear = 3;
 // Other cuts and joins are tried where the characters are on average so much likelier whole ones than usual,

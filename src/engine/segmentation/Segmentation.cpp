@@ -14,6 +14,9 @@ namespace {
 // Log odds of being right below which there is only noise, not print, and above which a single view is beyond
 // doubt.
 constexpr double kNoPrint = -2.5, kClear = 3;
+// What looks like noise is print all the same where its characters are together so much likelier whole ones
+// than usual, as a logarithm.
+constexpr double kSurelyWhole = 5;
 constexpr double kNotJudged = -1e9;
 
 Segmentation taken(const GreyImage& image, Candidate& candidate) {
@@ -41,7 +44,9 @@ Segmentation segment(const GreyImage& image, ViewJudge judge, const std::stop_to
                      const PrintSettings& print, Search search) {
     std::vector<Candidate> candidates = printCandidates(image, search, judge, stop, print);
     std::vector<Contender> numbers = contenders(candidates);
-    const auto isNoPrint = [](const Contender& one) { return one.best->value < kNoPrint; };
+    const auto isNoPrint = [](const Contender& one) {
+        return one.best->value < kNoPrint && one.best->whole.odds < kSurelyWhole;
+    };
     if (stop.stop_requested() || std::all_of(numbers.begin(), numbers.end(), isNoPrint)) return {};
     for (Candidate& one : candidates)
         if (&one != numbers.front().best) one.seen.reset();
